@@ -1,0 +1,35 @@
+// What the PDF core throws when a document or a file cannot be worked with.
+#ifndef TARNIX_PDF_ERROR_H_
+#define TARNIX_PDF_ERROR_H_
+
+#include <stdexcept>
+#include <string>
+
+namespace TarnixTools::pdf {
+
+enum class ErrorCode {
+  kInternal,             // our own fault
+  kReadFailed,           // the byte source reported an error
+  kWriteFailed,          // the byte sink reported an error
+  kNotAPdf,              // nothing in the file looks like a PDF document
+  kNoPages,              // no page tree and no page object can be found
+  kPasswordRequired,     // the password is missing or wrong
+  kUnsupportedSecurity,  // a security handler or an algorithm the core does not know
+  kDamagedSecurity,      // the encryption dictionary is unusable
+  kLimitExceeded,        // a bound of Limits.h was passed
+  kFilterFailed,         // stream data that cannot be decoded
+  kSourceChanged,        // the file is not the one that was opened
+};
+
+class Error : public std::runtime_error {
+ public:
+  Error(ErrorCode code, const std::string& message) : std::runtime_error(message), code_(code) {}
+  ErrorCode code() const { return code_; }
+
+ private:
+  ErrorCode code_;
+};
+
+}  // namespace TarnixTools::pdf
+
+#endif  // TARNIX_PDF_ERROR_H_

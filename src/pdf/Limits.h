@@ -1,0 +1,38 @@
+// Bounds on what a document may make the core do. Everything read from a file is hostile; passing a bound is a clean Error
+// or a coded finding, never more memory or more time.
+#ifndef TARNIX_PDF_LIMITS_H_
+#define TARNIX_PDF_LIMITS_H_
+
+#include <cstddef>
+#include <cstdint>
+
+namespace TarnixTools::pdf::limits {
+
+// Highest object number (ISO 32000-2 annex C names 8,388,607 as the limit of an implementation).
+inline constexpr std::uint32_t kMaxObjectNumber = 8'388'607;
+// Nesting of arrays and dictionaries in one object; deeper values are read as null.
+inline constexpr int kMaxNesting = 500;
+// Bytes of one object without its stream data.
+inline constexpr std::size_t kMaxObjectBytes = std::size_t{256} << 20;
+// Values in one object (elements, keys and values together).
+inline constexpr std::size_t kMaxObjectValues = std::size_t{8} << 20;
+// Decoded bytes of a stream that the core itself has to hold (object streams, cross-reference streams).
+inline constexpr std::size_t kMaxHeldStream = std::size_t{512} << 20;
+// Ratio of decoded to encoded bytes of such a stream, beyond a first allowance (deflate itself cannot pass 1032 per filter).
+inline constexpr std::size_t kMaxExpansion = 1100;
+inline constexpr std::size_t kExpansionAllowance = std::size_t{1} << 20;
+// Filters in one chain.
+inline constexpr int kMaxFilters = 16;
+// Cross-reference sections followed through /Prev.
+inline constexpr int kMaxXrefSections = 4096;
+// Bytes before the header and after the last end-of-file marker in which they are still looked for.
+inline constexpr std::size_t kHeaderSearch = 4096;
+inline constexpr std::size_t kTrailerSearch = 32768;
+// Pages of one document.
+inline constexpr std::size_t kMaxPages = 2'000'000;
+// Findings kept per document; later ones are only counted.
+inline constexpr std::size_t kMaxFindings = 200;
+
+}  // namespace TarnixTools::pdf::limits
+
+#endif  // TARNIX_PDF_LIMITS_H_
