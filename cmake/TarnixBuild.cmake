@@ -1,0 +1,45 @@
+# How every target of this project is compiled.
+
+if(PROJECT_IS_TOP_LEVEL)
+  if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+  endif()
+  set(CMAKE_CXX_FLAGS_RELEASE "-O2 -DNDEBUG" CACHE STRING "Flags of release builds")
+  set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+  # One place for programs and one for libraries, found by each other relative to themselves: a build tree can be moved.
+  set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+  set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+  set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
+  find_program(CCACHE_PROGRAM ccache)
+  if(CCACHE_PROGRAM AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+  endif()
+endif()
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+add_library(tarnix_build INTERFACE)
+target_compile_options(tarnix_build INTERFACE -Wall -Wextra -Wshadow $<$<BOOL:${TARNIX_WERROR}>:-Werror>)
+
+if(TARNIX_SANITIZE)
+  set(sanitizers "${TARNIX_SANITIZE}")
+  if(sanitizers MATCHES undefined)
+    target_compile_options(tarnix_build INTERFACE -fno-sanitize-recover=undefined)
+  endif()
+  target_compile_options(tarnix_build INTERFACE -fsanitize=${sanitizers} -fno-omit-frame-pointer)
+  target_link_options(tarnix_build INTERFACE -fsanitize=${sanitizers})
+endif()
+if(TARNIX_FUZZ)
+  target_compile_options(tarnix_build INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# tarnix_glob(OUT PATTERN...): the files that match, looked up again at every build.
+function(tarnix_glob out)
+  file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE "${CMAKE_CURRENT_SOURCE_DIR}" ${ARGN})
+  list(SORT files)
+  set(${out} "${files}" PARENT_SCOPE)
+endfunction()
