@@ -1,6 +1,6 @@
-// Runs a fuzz target over its seeds, as an ordinary test: no fuzzer needed. Arguments are files or folders of files; a
-// folder that does not exist is an empty one. The empty input is always run too. The test fails by crashing, or when the
-// target itself reports failure.
+// Runs a fuzz target over its seeds, as an ordinary test: no fuzzer needed. Arguments are files or
+// folders of files; a folder that does not exist is an empty one. The empty input is always run
+// too. The test fails when the target crashes or a sanitizer stops it.
 //
 //   LexerFuzzer fuzz/seeds/LexerFuzzer
 #include <algorithm>
