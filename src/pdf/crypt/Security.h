@@ -42,10 +42,11 @@ struct EncryptionFacts {
 class Cipher {
  public:
   virtual ~Cipher() = default;
-  // Appends what the input makes available to `out`; may hold back up to one block.
+  // Appends what the input makes available to `out`; may hold back fewer than two blocks.
   virtual void Update(std::string_view input, std::string& out) = 0;
   // Appends the rest. A decryptor tolerates data that is not whole blocks and padding that is not well formed: it gives
-  // what can be had. False when it had to.
+  // what can be had (a last block whose padding is not well formed stays whole). False when it had to. No input at all is
+  // taken as an empty value.
   virtual bool Finish(std::string& out) = 0;
 };
 
@@ -53,11 +54,13 @@ class Security {
  public:
   // Checks the password (UTF-8) as user and as owner password, with the usual fallbacks: prepared by SASLprep for revisions
   // 5 and 6, then as given; PDFDocEncoding, then the UTF-8 bytes, then Latin-1 for revisions 2 to 4. Throws Error:
-  // kPasswordRequired, kUnsupportedSecurity (another handler, version or method), kDamagedSecurity.
+  // kPasswordRequired, kUnsupportedSecurity (another handler, version or method), kDamagedSecurity. A key length that
+  // contradicts the rest of the dictionary is put right; /O and /U are cut or filled to the length of their revision.
   static Security Open(const EncryptionFacts& facts, std::string_view password);
 
   // Fresh AES-256 revision 6 encryption; facts() then holds what the encryption dictionary must say. permissions is /P.
-  // Random bytes come from the system's generator.
+  // Random bytes come from the system's generator. An empty owner password means the user's: it would otherwise open the
+  // document to everyone.
   static Security Create(std::string_view user_password, std::string_view owner_password, std::int32_t permissions);
 
   Security(Security&&) noexcept;
@@ -65,7 +68,12 @@ class Security {
   ~Security();
 
   const EncryptionFacts& facts() const;
+  // True when the password was the owner's, whether or not it is the user's as well; an empty password that is the user's is
+  // not tried as the owner's.
   bool opened_as_owner() const;
+  // Whether /P and /EncryptMetadata are what the writer put there: revisions 5 and 6 say it a second time in /Perms. Always
+  // true for the other revisions, where they are part of the key.
+  bool PermissionsAreGenuine() const;
   CryptMethod MethodFor(CryptTarget target) const;
 
   // Null for the identity method. `method` overrides what facts() says (a stream's own /Crypt filter).

@@ -1,0 +1,24 @@
+// What a password that someone typed may be as the bytes that the key algorithms take.
+#ifndef TARNIX_PDF_CRYPT_PASSWORDS_H_
+#define TARNIX_PDF_CRYPT_PASSWORDS_H_
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace TarnixTools::pdf::crypt {
+
+// SASLprep (RFC 4013). A password that the profile refuses (control characters, mixed directions,
+// not UTF-8) stays as it is.
+std::string PreparePassword(std::string_view password);
+
+// The bytes to try, best first, without repetitions; never empty. Not cut to the length that a
+// revision looks at.
+//   revisions 5 and 6 - prepared, then as given.
+//   revisions 2 to 4  - PDFDocEncoding, as given, Latin-1; an encoding that lacks one of the
+//   characters is left out.
+std::vector<std::string> PasswordCandidates(std::string_view password, int revision);
+
+}  // namespace TarnixTools::pdf::crypt
+
+#endif  // TARNIX_PDF_CRYPT_PASSWORDS_H_
