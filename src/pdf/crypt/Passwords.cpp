@@ -3,20 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
-#include <new>
 #include <optional>
 #include <utility>
 
-#include <stringprep.h>
+#include "pdf/crypt/Saslprep.h"
 
 namespace TarnixTools::pdf::crypt {
 namespace {
-
-struct Freer {
-  void operator()(char* text) const noexcept { std::free(text); }
-};
 
 struct EncodedCharacter {
   char32_t character;
@@ -40,11 +33,6 @@ constexpr std::array kPdfDocCharacters = {
     EncodedCharacter{0x0153, 0x9C}, EncodedCharacter{0x0161, 0x9D}, EncodedCharacter{0x017E, 0x9E},
     EncodedCharacter{0x20AC, 0xA0},
 };
-
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(),
-                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
 
 // Takes one character off the front. Nothing for what is not well-formed UTF-8 (RFC 3629).
 std::optional<char32_t> TakeCharacter(std::string_view& utf8) {
@@ -102,23 +90,6 @@ std::optional<std::string> Encode(std::string_view utf8, CodeOf&& code_of) {
 }
 
 }  // namespace
-
-std::string PreparePassword(std::string_view password) {
-  // ASCII is its own prepared form; only the rest is worth the first use of the library. A zero
-  // byte, which the library would take for the end, is refused by the profile anyway.
-  std::string given(password);
-  if (IsAscii(password) || password.find('\0') != std::string_view::npos) {
-    return given;
-  }
-  char* out = nullptr;
-  const int result =
-      stringprep_profile(given.c_str(), &out, "SASLprep", Stringprep_profile_flags{});
-  const std::unique_ptr<char, Freer> prepared(out);
-  if (result == STRINGPREP_MALLOC_ERROR) {
-    throw std::bad_alloc();
-  }
-  return result == STRINGPREP_OK && prepared ? std::string(prepared.get()) : given;
-}
 
 std::vector<std::string> PasswordCandidates(std::string_view password, int revision) {
   std::vector<std::string> candidates;

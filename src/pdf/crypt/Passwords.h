@@ -8,10 +8,6 @@
 
 namespace TarnixTools::pdf::crypt {
 
-// SASLprep (RFC 4013). A password that the profile refuses (control characters, mixed directions,
-// not UTF-8) stays as it is.
-std::string PreparePassword(std::string_view password);
-
 // The bytes to try, best first, without repetitions; never empty. Not cut to the length that a
 // revision looks at.
 //   revisions 5 and 6 - prepared, then as given.

@@ -9,6 +9,7 @@
 #include "pdf/crypt/Ciphers.h"
 #include "pdf/crypt/KeyDerivation.h"
 #include "pdf/crypt/Passwords.h"
+#include "pdf/crypt/Saslprep.h"
 
 namespace TarnixTools::pdf {
 
@@ -124,6 +125,15 @@ OpenedKey OpenKey(const EncryptionFacts& facts, std::string_view password) {
               password.empty() ? "document needs a password" : "password is wrong");
 }
 
+std::string Prepared(std::string_view password) {
+  const std::optional<std::string> prepared = crypt::PreparePassword(password);
+  if (!prepared) {
+    throw Error(ErrorCode::kInternal,
+                "passwords beyond ASCII need the library libidn, which is not installed");
+  }
+  return *prepared;
+}
+
 }  // namespace
 
 Security::Security(std::unique_ptr<State> state) : state_(std::move(state)) {}
@@ -150,8 +160,8 @@ Security Security::Create(std::string_view user_password, std::string_view owner
   facts.key_bits = 256;
   facts.permissions = permissions;
   facts.string_method = facts.stream_method = facts.embedded_file_method = CryptMethod::kAes256;
-  const std::string user = crypt::PreparePassword(user_password);
-  const std::string owner = owner_password.empty() ? user : crypt::PreparePassword(owner_password);
+  const std::string user = Prepared(user_password);
+  const std::string owner = owner_password.empty() ? user : Prepared(owner_password);
   state->file_key = crypt::CreateRevision6(facts, user, owner);
   state->opened_as_owner = true;
   return Security(std::move(state));

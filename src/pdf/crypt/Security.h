@@ -60,7 +60,7 @@ class Security {
 
   // Fresh AES-256 revision 6 encryption; facts() then holds what the encryption dictionary must say. permissions is /P.
   // Random bytes come from the system's generator. An empty owner password means the user's: it would otherwise open the
-  // document to everyone.
+  // document to everyone. Throws kInternal for a password beyond ASCII on a system without libidn.
   static Security Create(std::string_view user_password, std::string_view owner_password, std::int32_t permissions);
 
   Security(Security&&) noexcept;
