@@ -1,0 +1,51 @@
+// What can go wrong in the command line, and how it is told: wrong usage (exit status 2) and failed
+// jobs (10 + code).
+#ifndef TARNIX_CLI_FAILURE_H_
+#define TARNIX_CLI_FAILURE_H_
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "PdfException.h"
+
+namespace TarnixTools::cli {
+
+constexpr int kExitUsage = 2;
+
+// The command line itself is wrong; nothing was done.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// A failed job in a form that can be printed.
+struct Failure {
+  PdfExceptionCode code = PdfExceptionCode::InternalError;
+  long engine_code = 0;
+  std::string message;
+};
+
+// "InvalidParameter"; "Error<n>" for a value without a name.
+std::string CodeName(PdfExceptionCode code);
+
+// 10 + the code.
+int ExitStatus(PdfExceptionCode code);
+
+// The exception being handled, whatever it is; one that is not the library's own counts as an
+// internal error. Call it inside a catch block only.
+Failure CurrentFailure();
+
+// "tarnix: CodeName: message" as one line on standard error.
+void PrintFailure(const Failure& failure);
+
+// "unknown option --name": the word's name only, since what follows it may be a password.
+std::string UnknownOption(std::string_view word);
+
+// What is wrong, then a line that points to --help, on standard error. `command` is what precedes
+// "--help" there, as in "tarnix merge". Returns the exit status.
+int PrintUsageError(std::string_view message, std::string_view command);
+
+}  // namespace TarnixTools::cli
+
+#endif  // TARNIX_CLI_FAILURE_H_

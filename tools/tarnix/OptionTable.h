@@ -1,0 +1,74 @@
+// One row per command-line option. Parsing, --help, the bash completion and the man page are all
+// read from these rows, so an option is described in one place only.
+//
+//   constexpr OptionRow kOptions[] = {
+//       {.name = "every", .kind = ValueKind::Integer, .argument = "N", .help = "pages per piece"},
+//   };
+#ifndef TARNIX_CLI_OPTION_TABLE_H_
+#define TARNIX_CLI_OPTION_TABLE_H_
+
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace TarnixTools::cli {
+
+// What follows an option on the command line. Text, File and Directory differ only in what the
+// shell completes.
+enum class ValueKind { Flag, Text, Integer, Choice, File, Directory };
+
+// Which jobs an option belongs to.
+enum class AppliesTo {
+  EveryJob,
+  JobsThatWrite,  // described for jobs that write files; the others accept it without effect
+  JobsThatWriteOneFile,
+  JobsWithPrefix,
+};
+
+struct OptionRow {
+  std::string_view name;  // long form, without the dashes
+  char letter = 0;        // short form, 0 for none
+  ValueKind kind = ValueKind::Flag;
+  std::string_view argument =
+      {};  // what help shows; the allowed words, joined by '|', for a Choice
+  std::string_view help = {};
+  AppliesTo applies_to = AppliesTo::EveryJob;
+  std::string_view excludes = {};  // name of an option that cannot be given together with this one
+  std::string_view needs = {};     // name of an option without which this one makes no sense
+};
+
+// The options that every job shares; each job adds its own rows (Job.h).
+std::span<const OptionRow> CommonOptions();
+
+// The words of a Choice.
+std::vector<std::string_view> Choices(const OptionRow& row);
+
+// The value of an Integer; nothing when the text is not a whole number that fits an int.
+std::optional<int> ToInteger(std::string_view text);
+
+// What was given on the command line for the rows a job accepts. A row given several times keeps
+// its last value. Asking for a name that no row declares is a mistake in the program and throws
+// std::logic_error.
+class OptionValues {
+ public:
+  void Declare(const OptionRow& row);
+  void Set(std::string_view name, std::string value);
+
+  bool Has(std::string_view name) const;
+  // The value given, or the default for an option that was not given.
+  std::string Text(std::string_view name, std::string_view default_value = {}) const;
+  // The value of an Integer row, which parsing has checked.
+  int Integer(std::string_view name, int default_value) const;
+
+ private:
+  const std::optional<std::string>& At(std::string_view name) const;
+
+  std::map<std::string, std::optional<std::string>, std::less<>> values_;
+};
+
+}  // namespace TarnixTools::cli
+
+#endif  // TARNIX_CLI_OPTION_TABLE_H_

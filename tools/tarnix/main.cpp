@@ -1,0 +1,107 @@
+// tarnix: one subcommand per job of the library.
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Completion.h"
+#include "Failure.h"
+#include "Help.h"
+#include "Job.h"
+#include "JobRunner.h"
+#include "ManPage.h"
+#include "Streams.h"
+
+namespace TarnixTools::cli {
+namespace {
+
+using Words = std::vector<std::string>;
+
+const Job& JobNamed(const std::string& name) {
+  const Job* job = FindJob(name);
+  if (job == nullptr) {
+    throw UsageError(name.starts_with('-') ? UnknownOption(name) : "unknown job " + name);
+  }
+  return *job;
+}
+
+void ExpectNoMore(const Words& words) {
+  if (!words.empty()) {
+    throw UsageError("unexpected argument " + words.front());
+  }
+}
+
+std::string HelpText(const Words& words) {
+  if (words.empty()) {
+    return GeneralHelp();
+  }
+  ExpectNoMore({words.begin() + 1, words.end()});
+  return JobHelp(JobNamed(words.front()));
+}
+
+std::string CompletionText(const Words& words) {
+  if (words != Words{"bash"}) {
+    throw UsageError("completion needs the name of a shell: bash");
+  }
+  return BashCompletion();
+}
+
+std::string VersionText(const Words& words) {
+  ExpectNoMore(words);
+  return VersionLine();
+}
+
+std::string ManText(const Words& words) {
+  ExpectNoMore(words);
+  return ManPage();
+}
+
+// Commands that print a text instead of doing a job.
+struct TextCommand {
+  std::string_view word;
+  std::string (*text)(const Words&);
+};
+
+constexpr TextCommand kTextCommands[] = {
+    {"help", HelpText},         {"--help", HelpText},           {"-h", HelpText},
+    {"--version", VersionText}, {"completion", CompletionText}, {"man", ManText},
+};
+
+int Dispatch(const Words& words) {
+  if (words.empty()) {
+    throw UsageError("no job given");
+  }
+  const Words rest(words.begin() + 1, words.end());
+  for (const TextCommand& command : kTextCommands) {
+    if (command.word == words.front()) {
+      WriteOutput(command.text(rest));
+      return kExitDone;
+    }
+  }
+  return RunJob(JobNamed(words.front()), rest);
+}
+
+// What --help is to follow in the advice after wrong usage.
+std::string AdvisedCommand(const Words& words) {
+  const bool has_job = !words.empty() && FindJob(words.front()) != nullptr;
+  return has_job ? "tarnix " + words.front() : "tarnix";
+}
+
+int RunCommandLine(const Words& words) {
+  try {
+    return Dispatch(words);
+  } catch (const UsageError& error) {
+    return PrintUsageError(error.what(), AdvisedCommand(words));
+  } catch (...) {
+    const Failure failure = CurrentFailure();
+    PrintFailure(failure);
+    return ExitStatus(failure.code);
+  }
+}
+
+}  // namespace
+}  // namespace TarnixTools::cli
+
+int main(int argc, char** argv) {
+  TarnixTools::cli::PrepareStandardStreams();
+  return TarnixTools::cli::RunCommandLine({argv + (argc > 0 ? 1 : 0), argv + argc});
+}
