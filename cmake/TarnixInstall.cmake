@@ -25,5 +25,8 @@ install(FILES "${PROJECT_BINARY_DIR}/tarnixtools.pc" DESTINATION "${CMAKE_INSTAL
 install(FILES LICENSE THIRD_PARTY.md DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/tarnixtools")
 
 if(TARGET tarnix)
+  set(pages "${PROJECT_BINARY_DIR}/tools/tarnix")
   install(TARGETS tarnix RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(FILES "${pages}/tarnix.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
+  install(FILES "${pages}/tarnix.bash" DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" RENAME tarnix)
 endif()

@@ -220,7 +220,7 @@ def make_letter():
             ("Delivery with crane", "1", "180.00", "180.00"), ("", "", "", "3290.00")]
     for plant, number, each, together in rows:
         second.line(f"{plant:<28}{number:>7}{each:>10}{together:>11}", 11, "F3")
-    second.draw("0.6 w", f"72 {second.y + 14:.2f} m 450 {second.y + 14:.2f} l S")
+    second.draw("0.6 w", f"72 {second.y + 10.5:.2f} m 450 {second.y + 10.5:.2f} l S")
     second.space(20)
     second.paragraph("All prices in euros, tax included.")
     second.text(72, 50, "Page 2 of 2", 9)
