@@ -1,0 +1,84 @@
+// The one error type of the library.
+//
+//   try {
+//     task.Execute();
+//   } catch (PdfException& error) {
+//     std::cerr << error.what() << " (" << error.GetErrorCode() << ")\n";
+//     return static_cast<int>(error.GetCode());
+//   }
+#ifndef TARNIX_PDF_EXCEPTION_H_
+#define TARNIX_PDF_EXCEPTION_H_
+
+#include <cstdint>
+#include <exception>
+
+#include "TarnixExport.h"
+
+namespace TarnixTools {
+
+// What kind of failure it was. Hosts branch on this, never on the message.
+enum class PdfExceptionCode : std::int32_t {
+  PasswordError = 1,     // a document needs a password: none was given, or the one given is wrong
+  NoPages = 3,           // no page would be left, or a document has no page at all
+  InvalidParameter = 4,  // a bad argument, option or range
+  FileNotFound = 6,      // a file or directory is missing, cannot be created or cannot be deleted
+  InternalError = 7,     // an operation failed or an object is in an unexpected state
+  NoImagesFound = 8,     // an extraction found no images
+  AllPagesScanned =
+      10,  // every page to be converted is a scanned image, and text recognition is off
+  ConversionTimeout = 11,  // an Office conversion ran past its time limit
+  NoTablesFound = 12,      // a table extraction found no tables
+  EngineError = 13,        // an engine reported failure; GetErrorCode() is the engine's own code
+};
+
+// What a handler of std::exception sees of a PdfException: the fixed text "Unknown exception".
+class TARNIX_EXPORT PdfExceptionBase : public std::exception {
+ public:
+  PdfExceptionBase() noexcept = default;
+  PdfExceptionBase(const PdfExceptionBase&) noexcept = default;
+  PdfExceptionBase& operator=(const PdfExceptionBase&) noexcept = default;
+  ~PdfExceptionBase() override;
+
+  const char* what() const noexcept override;
+};
+
+// A failure: a category, the code of the engine call that failed (0 when no engine was involved)
+// and a message.
+//
+// The message is read through a non-const PdfException only: catch it as `PdfException&`. Through
+// std::exception, or through a const reference, what() answers "Unknown exception".
+//
+// Exceptions are plain values: copies hold the same three, and own nothing.
+class TARNIX_EXPORT PdfException : public PdfExceptionBase {
+ public:
+  // Formats the message as printf does. At most 1023 bytes of it are kept; the rest is cut without
+  // notice.
+  //   error_code - the failed engine call's code, 0 when there is none.
+  PdfException(PdfExceptionCode code, std::int32_t error_code, const char* format, ...)
+      __attribute__((format(printf, 4, 5)));
+
+  // A message only: GetCode() and GetErrorCode() have no meaning then. The library itself always
+  // gives a code.
+  explicit PdfException(const char* format, ...) __attribute__((format(printf, 2, 3)));
+
+  PdfException(const PdfException&) noexcept = default;
+  PdfException& operator=(const PdfException&) noexcept = default;
+  ~PdfException() override;
+
+  using PdfExceptionBase::what;
+  // The formatted message, NUL-terminated; it lives as long as the exception.
+  virtual const char* what() noexcept;
+
+  PdfExceptionCode GetCode() const noexcept { return code_; }
+
+  long GetErrorCode() const noexcept { return error_code_; }
+
+ private:
+  char message_[1024] = {};
+  PdfExceptionCode code_{};
+  std::int32_t error_code_ = 0;
+};
+
+}  // namespace TarnixTools
+
+#endif  // TARNIX_PDF_EXCEPTION_H_

@@ -1,0 +1,33 @@
+// A run of pages.
+#ifndef TARNIX_PDF_PAGE_RANGE_H_
+#define TARNIX_PDF_PAGE_RANGE_H_
+
+#include <cstdint>
+
+#include "TarnixExport.h"
+
+namespace TarnixTools {
+
+// Page numbers are one-based, both ends are included, and the start is never after the end. Whether
+// a document has these pages is PdfDoc::IsValidRange's question.
+class TARNIX_EXPORT PdfPageRange {
+ public:
+  // The two may come in either order: (5, 2) is 2 to 5. Throws InvalidParameter when one of them is
+  // below 1; the start is looked at first.
+  PdfPageRange(std::int32_t start, std::int32_t end);
+
+  std::int32_t GetStartPageNum() const { return start_; }
+
+  std::int32_t GetEndPageNum() const { return end_; }
+
+  // Number of pages in the range, at least 1.
+  std::int32_t GetPagesNum() const { return end_ - start_ + 1; }
+
+ private:
+  std::int32_t start_;
+  std::int32_t end_;
+};
+
+}  // namespace TarnixTools
+
+#endif  // TARNIX_PDF_PAGE_RANGE_H_

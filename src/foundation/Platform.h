@@ -1,0 +1,116 @@
+// The room of paths and files: the only place of the library's own logic where the system's file
+// functions are called. A port to another system is another Platform.cpp.
+//
+// Paths come as the interface has them: UTF-8 with backslashes or slashes, ending at their first
+// NUL. Their bytes reach the system as they are, backslashes turned into slashes, so names that are
+// not valid UTF-8 work like any other. What fails leaves the reason in errno.
+#ifndef TARNIX_FOUNDATION_PLATFORM_H_
+#define TARNIX_FOUNDATION_PLATFORM_H_
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <optional>
+#include <string>
+
+struct stat;
+
+namespace TarnixTools::platform {
+
+struct FileCloser {
+  void operator()(std::FILE* file) const noexcept { std::fclose(file); }
+};
+
+using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
+
+std::string NativePath(const std::string& path);
+
+// The system's text for an errno value.
+std::string ErrorText(int error);
+
+bool IsDirectory(const std::string& path);
+
+// Opens for reading, unbuffered: the engines have buffers of their own. Null for a directory too.
+// Never waits for the other end of a pipe.
+FilePtr OpenForReading(const std::string& path);
+
+// False when the file cannot be deleted; a missing one counts as failed, with ENOENT. Directories
+// are not deleted.
+bool RemoveFile(const std::string& path);
+
+// Absolute position; false when it cannot be reached.
+bool Seek(std::FILE* file, std::int64_t position);
+bool SeekToEnd(std::FILE* file);
+
+// -1 when the position cannot be told.
+std::int64_t Tell(std::FILE* file);
+
+// A file that appears under its name when it is complete, or not at all.
+//
+//   std::optional<OutputFile> output = OutputFile::Create(path);
+//   ... write to output->TakeStream(), close it ...
+//   if (!output->Commit()) ...errno...
+//
+// It is written under a hidden name in the same directory and renamed by Commit; the destructor
+// removes it when Commit was not reached. Symbolic links are followed to the file they lead to. A
+// file that is replaced hands down its permissions, and its owner where the system allows it. What
+// is neither a file nor a directory (a device, a pipe) is written to directly, and Commit has
+// nothing to do.
+class OutputFile {
+ public:
+  // Nothing when the output cannot be made: no such directory, no permission, a directory of that
+  // name, an existing file that may not be written, a pipe that nobody reads, ...
+  static std::optional<OutputFile> Create(const std::string& path);
+
+  OutputFile(OutputFile&& other) noexcept;
+  OutputFile& operator=(OutputFile&& other) noexcept;
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+  ~OutputFile();
+
+  // The open file, for writing and reading (a device or a pipe: for writing), unbuffered. The first
+  // call hands it over; the caller closes it before Commit.
+  FilePtr TakeStream();
+
+  bool Commit();
+  void Discard() noexcept;
+
+ private:
+  // An open descriptor, closed by the destructor; -1 for none.
+  class Descriptor {
+   public:
+    Descriptor() = default;
+
+    explicit Descriptor(int number) : number_(number) {}
+
+    Descriptor(Descriptor&& other) noexcept;
+    Descriptor& operator=(Descriptor&& other) noexcept;
+    ~Descriptor();
+
+    bool IsOpen() const { return number_ >= 0; }
+
+    int Get() const { return number_; }
+
+    int Release();
+
+   private:
+    int number_ = -1;
+  };
+
+  OutputFile() = default;
+
+  static std::optional<OutputFile> OpenDirectly(const std::string& native_path);
+  static std::optional<OutputFile> CreateSibling(const std::string& native_path,
+                                                 const struct ::stat* replaced);
+  bool AttachStream(Descriptor descriptor, const char* mode);
+
+  // The names are relative to this directory: a change of the current one in between does no harm.
+  Descriptor directory_;
+  std::string temporary_name_;  // empty when there is nothing to rename or to remove
+  std::string final_name_;
+  FilePtr stream_;
+};
+
+}  // namespace TarnixTools::platform
+
+#endif  // TARNIX_FOUNDATION_PLATFORM_H_

@@ -1,0 +1,20 @@
+// UTF-8 and the wide strings of the engines' interfaces: UTF-16 units, one in each wchar_t,
+// whatever wchar_t can hold.
+#ifndef TARNIX_FOUNDATION_UNICODE_H_
+#define TARNIX_FOUNDATION_UNICODE_H_
+
+#include <string>
+#include <string_view>
+
+namespace TarnixTools {
+
+// The text up to its first NUL. Characters above U+FFFF become surrogate pairs; each maximal part
+// of a malformed sequence becomes one U+FFFD.
+std::wstring Utf8ToWide(std::string_view text);
+
+// Joins surrogate pairs; a lone surrogate or a value beyond U+10FFFF becomes U+FFFD.
+std::string WideToUtf8(std::wstring_view text);
+
+}  // namespace TarnixTools
+
+#endif  // TARNIX_FOUNDATION_UNICODE_H_
