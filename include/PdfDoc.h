@@ -1,0 +1,270 @@
+// One PDF file on disk, and what can be done with it as a whole.
+//
+//   PdfDoc report("/data/report.pdf", "", true);
+//   report.Split(10, "/data/parts/", "", "");           // report-01.pdf, report-02.pdf, ...
+//
+//   std::list<PdfDoc> documents = {report, PdfDoc("/data/annex.pdf", "secret", true)};
+//   PdfDoc::Merge(documents, "/data/all.pdf", "");
+//
+// Paths are UTF-8 with backslashes or slashes; slashes are stored as backslashes, and reach the
+// system as it wants them. Bytes that are not valid UTF-8 reach it unchanged.
+//
+// A PdfDoc at rest holds no open file: every operation opens the file, does its work and closes it
+// again, also when it throws. (GetPageSize is the exception: what it throws leaves the file open
+// until the next operation or the destructor.)
+//
+// Output files are written whole or not at all: what is under the final name is either the complete
+// new file or what was there before, so an output may also be one of the inputs. The new file takes
+// over the permissions of the one it replaces.
+//
+// Every failure is a PdfException. Beside what each member names, all that read the file throw
+//   FileNotFound   the file cannot be opened,
+//   PasswordError  it needs a password, or another one than GetPassword(),
+//   EngineError    the file is not a PDF document or is damaged beyond reading, with the engine's
+//   code,
+// and all that write one throw
+//   FileNotFound   the output cannot be created, or not be put in its place,
+//   EngineError    the output could not be written to its end, with the engine's code.
+//
+// A PdfDoc is used by one thread at a time; different ones may be used on different threads.
+#ifndef TARNIX_PDF_DOC_H_
+#define TARNIX_PDF_DOC_H_
+
+#include <cstdint>
+#include <list>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "PdfPageRange.h"
+#include "PdfRotationAngle.h"
+#include "PdfSize.h"
+#include "TarnixExport.h"
+
+namespace TarnixTools {
+
+namespace engines {
+struct TPdfDocument;
+struct TPdfPageList;
+}  // namespace engines
+
+class OpenDocument;
+
+// The unit of PdfDoc::GetPageSize's result.
+enum class PdfSizeUnits : std::int32_t {
+  Centimeters = 0,
+  Millimeters = 1,
+  Custom = 2,  // points divided by a number of the caller's
+  Inches = 3,
+  Points = 4,
+};
+
+class TARNIX_EXPORT PdfDoc {
+ public:
+  // What a page copy brings along: links, annotations, form fields and outline items.
+  static constexpr int PDF_COPY_OPTIONS = 15;
+
+  // A document without a path; SetPath comes first.
+  PdfDoc();
+
+  //   path       - must not be empty, or InvalidParameter is thrown.
+  //   password   - UTF-8; opens the file, or protects it when it is created. Empty for none.
+  //   must_exist - the file must be there and readable, or FileNotFound is thrown.
+  PdfDoc(const std::string& path, const std::string& password, bool must_exist);
+
+  // Copies are meant to be made of closed documents. A copy of an open one shares the open file
+  // with it: what closes first closes both.
+  PdfDoc(const PdfDoc& other);
+  PdfDoc(PdfDoc&& other) noexcept;
+  PdfDoc& operator=(const PdfDoc& other);
+  PdfDoc& operator=(PdfDoc&& other) noexcept;
+
+  // Closes the file. A document made by Create that was never closed by an operation is dropped:
+  // nothing is written.
+  ~PdfDoc();
+
+  const std::string& GetPath() const { return path_; }
+
+  // The part of the path after the last backslash: all of it, or without its extension (what
+  // follows the last full stop).
+  const std::string& GetDocName(bool with_extension) const;
+
+  // The path up to and including the last backslash; empty when there is none.
+  const std::string& GetDocDirectory() const { return directory_; }
+
+  const std::string& GetPassword() const { return password_; }
+
+  // The engine's code of the last open or create that failed; 0 when none did. A later success does
+  // not reset it.
+  std::int32_t GetLastError() const { return last_error_; }
+
+  // Both do nothing while the file is open.
+  void SetPath(const std::string& path);
+  void SetPassword(const std::string& password);
+
+  // Makes a new, empty document at the path, to be filled and closed by Append. A file that is
+  // there already stays as it is until then. The symbolic links of the path are followed; a device
+  // or a pipe is written to directly.
+  //   encrypt - with the password as user and owner password (it may be empty), all permissions
+  //   granted; when false, the
+  //             password is cleared.
+  // Throws InternalError when this document is open already and FileNotFound when the file cannot
+  // be created.
+  void Create(bool encrypt);
+
+  // Closes the document and deletes its file; a missing file is no error. Throws FileNotFound.
+  static void Delete(PdfDoc& doc);
+
+  // True when the file cannot be opened without a password, false too when it cannot be opened for
+  // another reason.
+  static bool HasPassword(const std::string& path);
+
+  // True when the file can be opened with this password: as user or as owner password, or because
+  // it needs none.
+  static bool IsValidPassword(const std::string& path, const std::string& password);
+
+  // True when the file is encrypted, whatever its passwords are: also when it opens without one, or
+  // cannot be opened with this document's.
+  bool IsEncrypted();
+
+  int GetPagesNum();
+
+  // The visible size of a page, its rotation taken into account.
+  //   page_number - one-based.
+  //   resolution  - points per inch, 72: the size in points is divided by it for Centimeters,
+  //   Millimeters and Inches. divisor     - what the size in points is divided by for Custom.
+  // Throws InvalidParameter for a page the document lacks and for an unknown unit.
+  PdfSize GetPageSize(int page_number, PdfSizeUnits units, double resolution, double divisor);
+
+  // The ranges that a host keeps with the document. Nothing is checked.
+  void AddRange(const PdfPageRange& range);
+  void ClearRanges();
+  int GetRangesNum() const;
+
+  // True when the document has all pages of the range.
+  bool IsValidRange(const PdfPageRange& range);
+
+  // Appends all pages of the listed documents, each opened with its own password, to this one,
+  // which was made by Create; then closes it, which writes the file. When it throws, nothing is
+  // written.
+  void Append(const std::list<PdfDoc>& documents);
+  void Append(const PdfDoc& document);
+
+  // Writes all pages of the listed documents, in list order, to one new file. An empty list gives a
+  // document without pages.
+  //   password - protects the output; empty for none.
+  static void Merge(const std::list<PdfDoc>& documents, const std::string& output_path,
+                    const std::string& password);
+
+  // Writes a copy with every page turned by the angle.
+  //   password - protects the output; empty for none.
+  void Rotate(PdfRotationAngle angle, const std::string& output_path, const std::string& password);
+
+  // Writes a copy that is encrypted with the password, also when that is empty. Mind the order of
+  // the arguments.
+  void Lock(const std::string& password, const std::string& output_path);
+
+  // Writes a copy that is not encrypted. This document's own password opens it; the one given here
+  // is not used.
+  void UnLock(const std::string& password, const std::string& output_path);
+
+  // Writes each range to a file of its own: DIRECTORY + NAME "-" START "-" END ".pdf", or "-" START
+  // ".pdf" for one page.
+  //   output_dir  - ends in a separator: it is put before the name as it stands.
+  //   prefix      - not used.
+  //   merge_after - the ranges go, one after the other, into a single file instead.
+  //   merged_name - that file's name, used as it stands; when empty it is NAME "_split-merge_.pdf".
+  //   password    - protects the output; empty for none.
+  // Throws InvalidParameter for a range that the document lacks, before a file is made for it;
+  // files of the ranges before it stay.
+  void Split(const std::vector<PdfPageRange>& ranges, const std::string& output_dir,
+             const std::string& prefix, bool merge_after, const std::string& merged_name,
+             const std::string& password);
+
+  // Writes the document in parts of `size` pages, the last of which may have fewer: DIRECTORY +
+  // NAME "-" NUMBER ".pdf", the number counting from 1 and padded with zeros to one digit more than
+  // the page count has.
+  //   prefix - not used.
+  // Throws InvalidParameter when size is below 1 or above the page count.
+  void Split(int size, const std::string& output_dir, const std::string& prefix,
+             const std::string& password);
+
+  // The UTF-16 units of a UTF-8 text, which ends at its first NUL. Malformed sequences become
+  // U+FFFD.
+  static std::wstring Utf8ToWs(const std::string& text);
+
+ private:
+  // Drops what is still open when an operation is left: after a failure, the source and the
+  // unfinished output.
+  class DiscardGuard {
+   public:
+    explicit DiscardGuard(PdfDoc& doc) : doc_(doc) {}
+
+    DiscardGuard(const DiscardGuard&) = delete;
+    DiscardGuard& operator=(const DiscardGuard&) = delete;
+
+    ~DiscardGuard() { doc_.Discard(); }
+
+   private:
+    PdfDoc& doc_;
+  };
+
+  // From where to where pages are copied; all of it belongs to the caller.
+  struct CopyRoute {
+    engines::TPdfDocument* target;
+    engines::TPdfPageList* target_pages;
+    engines::TPdfPageList* pages;
+  };
+
+  bool IsOpen() const;
+  engines::TPdfDocument* Document() const;
+
+  // Opens the file for reading, unless it is open. What the engine refuses is no exception: it
+  // leaves the document closed and the code in last_error_.
+  void Open();
+  void OpenCheckPassword();
+  void OpenAndCountPages();
+  void RequirePasswordAccepted();
+  void RequireOpened() const;
+
+  // The engine's document, opened when it was not; the caller closes this one when done.
+  engines::TPdfDocument* GetInternalDoc();
+
+  // Completes a created document; Discard drops it.
+  void Close();
+  void Discard() noexcept;
+
+  static bool IsValidRange(const PdfPageRange& range, int pages_num);
+  void RequireRange(const PdfPageRange& range) const;
+
+  static PdfDoc CreateOutput(const std::string& output_path, const std::string& password,
+                             bool encrypt);
+  void AppendDocuments(const std::list<PdfDoc>& documents);
+  void CopyAllTo(PdfDoc output, PdfRotationAngle angle);
+  void WritePiece(const std::string& output_path, const std::string& password, int first, int last);
+  void WriteMerged(const std::vector<PdfPageRange>& ranges, const std::string& output_path,
+                   const std::string& password);
+
+  // Copy pages of this document, all or those with the zero-based indices from first up to but not
+  // including last, to the end of the target. The first two open this document before and close it
+  // after.
+  void AppendPages(engines::TPdfDocument* target, PdfRotationAngle angle);
+  void AppendPages(engines::TPdfDocument* target, int first, int last);
+  void AppendOpenPages(engines::TPdfDocument* target, int first, int last);
+  void CopyPages(const CopyRoute& route, int first, int last, PdfRotationAngle angle) const;
+  [[noreturn]] void ThrowCannotCopy(int page_index) const;
+
+  std::string path_;
+  std::string name_with_extension_;
+  std::string name_;
+  std::string directory_;
+  std::string password_;
+  std::shared_ptr<OpenDocument> open_;  // stream, file and engine document; null or closed at rest
+  std::int32_t last_error_ = 0;
+  std::int32_t pages_num_ = 0;  // as of the last operation that counted them
+  std::vector<PdfPageRange> ranges_;
+};
+
+}  // namespace TarnixTools
+
+#endif  // TARNIX_PDF_DOC_H_

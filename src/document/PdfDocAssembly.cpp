@@ -1,0 +1,228 @@
+// PdfDoc: new files out of the pages of existing ones.
+#include <algorithm>
+#include <string>
+
+#include "PdfDoc.h"
+#include "PdfException.h"
+#include "document/OpenDocument.h"
+#include "document/ToolboxHandles.h"
+#include "engines/toolbox/Toolbox.h"
+
+namespace TarnixTools {
+namespace {
+
+[[noreturn]] void ThrowNullPages(const std::string& path) {
+  throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
+                     "NULL pages object at PDF doc [%s]", path.c_str());
+}
+
+[[noreturn]] void ThrowNullOutputPages() {
+  throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
+                     "NULL pages object at output PDF doc");
+}
+
+std::string RangeLabel(const PdfPageRange& range) {
+  std::string label = std::to_string(range.GetStartPageNum());
+  if (range.GetEndPageNum() != range.GetStartPageNum()) {
+    label += "-" + std::to_string(range.GetEndPageNum());
+  }
+  return label;
+}
+
+std::string PartLabel(int number, std::size_t width) {
+  const std::string digits = std::to_string(number);
+  return std::string(width - std::min(width, digits.size()), '0') + digits;
+}
+
+}  // namespace
+
+void PdfDoc::Append(const std::list<PdfDoc>& documents) {
+  OpenCheckPassword();
+  AppendDocuments(documents);
+}
+
+void PdfDoc::Append(const PdfDoc& document) {
+  Append(std::list<PdfDoc>{document});
+}
+
+void PdfDoc::Merge(const std::list<PdfDoc>& documents, const std::string& output_path,
+                   const std::string& password) {
+  PdfDoc output = CreateOutput(output_path, password, !password.empty());
+  output.AppendDocuments(documents);
+}
+
+void PdfDoc::Rotate(PdfRotationAngle angle, const std::string& output_path,
+                    const std::string& password) {
+  CopyAllTo(CreateOutput(output_path, password, !password.empty()), angle);
+}
+
+void PdfDoc::Lock(const std::string& password, const std::string& output_path) {
+  CopyAllTo(CreateOutput(output_path, password, true), PdfRotationAngle::Rotate0);
+}
+
+void PdfDoc::UnLock(const std::string& password, const std::string& output_path) {
+  CopyAllTo(CreateOutput(output_path, password, false), PdfRotationAngle::Rotate0);
+}
+
+void PdfDoc::Split(const std::vector<PdfPageRange>& ranges, const std::string& output_dir,
+                   const std::string& /*prefix*/, bool merge_after, const std::string& merged_name,
+                   const std::string& password) {
+  OpenAndCountPages();
+  const DiscardGuard closing(*this);
+  if (merge_after) {
+    const std::string name = merged_name.empty() ? name_ + "_split-merge_.pdf" : merged_name;
+    WriteMerged(ranges, output_dir + name, password);
+    return;
+  }
+  for (const PdfPageRange& range : ranges) {
+    RequireRange(range);
+    WritePiece(output_dir + name_ + "-" + RangeLabel(range) + ".pdf", password,
+               range.GetStartPageNum() - 1, range.GetEndPageNum());
+  }
+}
+
+void PdfDoc::Split(int size, const std::string& output_dir, const std::string& /*prefix*/,
+                   const std::string& password) {
+  OpenAndCountPages();
+  const DiscardGuard closing(*this);
+  const int count = pages_num_;
+  if (size < 1 || size > count) {
+    throw PdfException(PdfExceptionCode::InvalidParameter, 0,
+                       "Invalid split size [%d] for PDF [%s] ([%d] pages available)", size,
+                       name_with_extension_.c_str(), count);
+  }
+  const std::size_t width = std::to_string(count).size() + 1;
+  int number = 1;
+  for (int first = 0; first < count; first += std::min(size, count - first)) {
+    WritePiece(output_dir + name_ + "-" + PartLabel(number, width) + ".pdf", password, first,
+               first + std::min(size, count - first));
+    ++number;
+  }
+}
+
+// An output of which the creation failed is returned closed: what is copied to it then reports the
+// failure.
+PdfDoc PdfDoc::CreateOutput(const std::string& output_path, const std::string& password,
+                            bool encrypt) {
+  PdfDoc output(output_path, password, false);
+  output.Create(encrypt);
+  output.RequirePasswordAccepted();
+  return output;
+}
+
+void PdfDoc::CopyAllTo(PdfDoc output, PdfRotationAngle angle) {
+  AppendPages(output.Document(), angle);
+  output.Close();
+}
+
+void PdfDoc::AppendDocuments(const std::list<PdfDoc>& documents) {
+  const DiscardGuard dropping(*this);
+  PageListPtr pages(engines::PdfDocumentGetPages(Document()));
+  if (pages == nullptr) {
+    ThrowNullOutputPages();
+  }
+  for (const PdfDoc& document : documents) {
+    PdfDoc source(document);
+    if (source.open_ == open_) {
+      throw PdfException(PdfExceptionCode::InvalidParameter, 0,
+                         "Unable to append PDF doc [%s] to itself", path_.c_str());
+    }
+    source.AppendPages(Document(), PdfRotationAngle::Rotate0);
+  }
+  pages.reset();
+  Close();
+}
+
+void PdfDoc::AppendPages(engines::TPdfDocument* target, PdfRotationAngle angle) {
+  OpenCheckPassword();
+  const DiscardGuard closing(*this);
+  const PageListPtr pages(engines::PdfDocumentGetPages(Document()));
+  if (pages == nullptr) {
+    ThrowNullPages(path_);
+  }
+  const PageListPtr target_pages(engines::PdfDocumentGetPages(target));
+  if (target_pages == nullptr) {
+    throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
+                       "NULL pages object at output PDF doc for doc [%s]", path_.c_str());
+  }
+  const int count = engines::PdfPageListGetCount(pages.get());
+  CopyPages({target, target_pages.get(), pages.get()}, 0, count, angle);
+}
+
+void PdfDoc::AppendPages(engines::TPdfDocument* target, int first, int last) {
+  OpenCheckPassword();
+  const DiscardGuard closing(*this);
+  AppendOpenPages(target, first, last);
+}
+
+void PdfDoc::AppendOpenPages(engines::TPdfDocument* target, int first, int last) {
+  const PageListPtr pages(engines::PdfDocumentGetPages(Document()));
+  if (pages == nullptr) {
+    ThrowNullPages(path_);
+  }
+  const PageListPtr target_pages(engines::PdfDocumentGetPages(target));
+  if (target_pages == nullptr) {
+    ThrowNullOutputPages();
+  }
+  const int count = engines::PdfPageListGetCount(pages.get());
+  if (first < 0 || last > count) {
+    throw PdfException(PdfExceptionCode::InternalError, 0,
+                       "Invalid pages range [%d-%d], pages number is [%d]", first, last, count);
+  }
+  CopyPages({target, target_pages.get(), pages.get()}, first, last, PdfRotationAngle::Rotate0);
+}
+
+void PdfDoc::CopyPages(const CopyRoute& route, int first, int last, PdfRotationAngle angle) const {
+  for (int i = first; i < last; ++i) {
+    const PagePtr page(engines::PdfPageListGet(route.pages, i));
+    const PagePtr copy(engines::PdfDocumentCopyPage(route.target, page.get(), PDF_COPY_OPTIONS));
+    if (copy == nullptr) {
+      ThrowCannotCopy(i);
+    }
+    if (angle != PdfRotationAngle::Rotate0 &&
+        engines::PdfPageRotate(copy.get(), static_cast<int>(angle)) == 0) {
+      throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
+                         "Unable to rotate page [%d] at doc [%s]", i, name_with_extension_.c_str());
+    }
+    if (engines::PdfPageListAppend(route.target_pages, copy.get()) == 0) {
+      ThrowCannotCopy(i);
+    }
+  }
+}
+
+void PdfDoc::ThrowCannotCopy(int page_index) const {
+  throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
+                     "Unable to copy page [%d] of doc [%s]", page_index + 1, path_.c_str());
+}
+
+void PdfDoc::RequireRange(const PdfPageRange& range) const {
+  if (!IsValidRange(range, pages_num_)) {
+    throw PdfException(PdfExceptionCode::InvalidParameter, 0,
+                       "Could not split file, invalid range [%d-%d] ([%d] pages available)",
+                       range.GetStartPageNum(), range.GetEndPageNum(), pages_num_);
+  }
+}
+
+void PdfDoc::WritePiece(const std::string& output_path, const std::string& password, int first,
+                        int last) {
+  PdfDoc output = CreateOutput(output_path, password, !password.empty());
+  AppendOpenPages(output.Document(), first, last);
+  output.Close();
+}
+
+// The ranges go straight from the open document into the merged file. That gives the pages that
+// writing each range to a file of its own, merging these files and deleting them would give, in the
+// same order and under the same name, without writing and parsing every page a second time.
+void PdfDoc::WriteMerged(const std::vector<PdfPageRange>& ranges, const std::string& output_path,
+                         const std::string& password) {
+  for (const PdfPageRange& range : ranges) {
+    RequireRange(range);
+  }
+  PdfDoc output = CreateOutput(output_path, password, !password.empty());
+  for (const PdfPageRange& range : ranges) {
+    AppendOpenPages(output.Document(), range.GetStartPageNum() - 1, range.GetEndPageNum());
+  }
+  output.Close();
+}
+
+}  // namespace TarnixTools
