@@ -1,0 +1,82 @@
+// What every job has: input documents, an output directory, a password for the output.
+//
+// A task class of one job derives from PdfTask, adds its options, and defines its own Execute:
+//
+//   PdfMergeTask task;
+//   task.AddPdfDoc(first);
+//   task.AddPdfDoc(second);
+//   task.SetOutputPath("/data/out");
+//   task.Execute();
+//
+// A task may be executed more than once; it keeps its documents and options. What Execute throws
+// (PdfException) leaves them as they were, but for an output path that was filled in. A task is
+// used by one thread at a time.
+#ifndef TARNIX_PDF_TASK_H_
+#define TARNIX_PDF_TASK_H_
+
+#include <list>
+#include <string>
+
+#include "PdfDoc.h"
+#include "TarnixExport.h"
+
+namespace TarnixTools {
+
+// A value class without virtual members: call Execute on the job's own type.
+class TARNIX_EXPORT PdfTask {
+ public:
+  PdfTask();
+
+  // The task owns copies of the documents, in their order: later changes to the host's do not reach
+  // it. An output path is stored as SetOutputPath does.
+  explicit PdfTask(const PdfDoc& document);
+  PdfTask(const PdfDoc& document, const std::string& output_path);
+  explicit PdfTask(const std::list<PdfDoc>& documents);
+  PdfTask(const std::list<PdfDoc>& documents, const std::string& output_path);
+
+  // Moving leaves the source without documents, path and password.
+  PdfTask(const PdfTask& other);
+  PdfTask(PdfTask&& other) noexcept;
+  PdfTask& operator=(const PdfTask& other);
+  PdfTask& operator=(PdfTask&& other) noexcept;
+  ~PdfTask();
+
+  // Appends a copy. Neither duplicates nor missing files are looked for.
+  void AddPdfDoc(const PdfDoc& document);
+  void ClearPdfDocs();
+  void SetPdfDocs(const std::list<PdfDoc>& documents);
+
+  // The task's own list, which the host may change.
+  std::list<PdfDoc>& GetPdfDocs() { return documents_; }
+
+  int GetPdfDocsNum() const;
+
+  // The output directory: UTF-8, slashes become backslashes, and one is put at its end when there
+  // is none. An empty path is therefore stored as a single backslash, the root; a task for which
+  // this was never called writes beside its first document. Whether the directory exists is not
+  // looked at here.
+  void SetOutputPath(const std::string& path);
+
+  std::string& GetOutputPath() { return output_path_; }
+
+  // The password to put on what is written; empty for none.
+  void SetOutPassword(const std::string& password);
+
+  std::string& GetOutPassword() { return out_password_; }
+
+  // Does nothing: every job has its own.
+  void Execute();
+
+ protected:
+  // An output path that is still empty becomes the first document's directory, for this run and
+  // later ones.
+  void FillOutputPath();
+
+  std::list<PdfDoc> documents_;
+  std::string output_path_;
+  std::string out_password_;
+};
+
+}  // namespace TarnixTools
+
+#endif  // TARNIX_PDF_TASK_H_
