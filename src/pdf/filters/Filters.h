@@ -1,7 +1,9 @@
-// Stream decoding (ISO 32000-2, 7.4): FlateDecode, LZWDecode, ASCII85Decode, ASCIIHexDecode, RunLengthDecode and the PNG and
-// TIFF predictors. Image filters (DCT, JPX, CCITTFax, JBIG2) are not the core's: their data is copied, never decoded here.
+// Stream decoding (ISO 32000-2, 7.4): FlateDecode, LZWDecode, ASCII85Decode, ASCIIHexDecode,
+// RunLengthDecode and the PNG and TIFF predictors. Image filters (DCT, JPX, CCITTFax, JBIG2) are
+// not the core's: their data is copied, never decoded here.
 //
-//   std::string text = Decode({{FilterKind::kFlate, {.predictor = 12, .columns = 4}}}, raw, limit).data;
+//   const FilterStep step{FilterKind::kFlate, {.predictor = 12, .columns = 4}};
+//   std::string rows = Decode({step}, raw, limit).data;
 #ifndef TARNIX_PDF_FILTERS_FILTERS_H_
 #define TARNIX_PDF_FILTERS_FILTERS_H_
 
@@ -13,9 +15,19 @@
 
 namespace TarnixTools::pdf {
 
-enum class FilterKind : std::uint8_t { kFlate, kLzw, kAscii85, kAsciiHex, kRunLength, kCrypt, kImage, kUnknown };
+enum class FilterKind : std::uint8_t {
+  kFlate,
+  kLzw,
+  kAscii85,
+  kAsciiHex,
+  kRunLength,
+  kCrypt,
+  kImage,
+  kUnknown,
+};
 
-// /DecodeParms of one filter; values outside their range (0, negative, huge) are accepted here and refused by Decode.
+// /DecodeParms of one filter; values outside their range (0, negative, huge) are accepted here and
+// refused by Decode.
 struct FilterParameters {
   std::int64_t predictor = 1;
   std::int64_t colors = 1;
@@ -29,18 +41,25 @@ struct FilterStep {
   FilterParameters parameters;
 };
 
-// The kind for a filter's full or abbreviated name ("FlateDecode", "Fl", "A85", "AHx", "LZW", "RL"), without the slash.
+// The kind for a filter's full or abbreviated name ("FlateDecode", "Fl", "A85", "AHx", "LZW",
+// "RL"), without the slash.
 FilterKind FilterKindOf(std::string_view name);
 
 struct Decoded {
   std::string data;
-  bool complete = true;  // false: the data is damaged or cut; `data` is what could be decoded before that
+  // False: the encoded data is damaged, cut or lacks its end mark; `data` is what came before that.
+  bool complete = true;
 };
 
-// Decodes `encoded` through the steps, first to last. Damaged input gives what was decoded before the damage, with complete
-// = false. Throws Error: kLimitExceeded when any step's output would pass max_bytes or limits::kMaxExpansion, kFilterFailed
-// for a step that is kCrypt, kImage or kUnknown, for unusable parameters, and for more than limits::kMaxFilters steps.
-Decoded Decode(const std::vector<FilterStep>& steps, std::string_view encoded, std::size_t max_bytes);
+// Decodes `encoded` through the steps, first to last. Damaged input gives what was decoded before
+// the damage; no input at all is a complete empty result. Memory follows what is really decoded,
+// never a size that the data or its parameters claim.
+//   max_bytes - what any step may give; besides, no step may give more than limits::kMaxExpansion
+//               times the size of `encoded`, beyond limits::kExpansionAllowance.
+// Throws Error: kLimitExceeded past either bound, kFilterFailed for a step that is kCrypt, kImage
+// or kUnknown, for unusable parameters, and for more than limits::kMaxFilters steps.
+Decoded Decode(const std::vector<FilterStep>& steps, std::string_view encoded,
+               std::size_t max_bytes);
 
 // zlib-wrapped deflate of `data` appended to `out`. level: 1 (fastest) to 12 (smallest).
 void DeflateTo(std::string& out, std::string_view data, int level);
