@@ -1,0 +1,80 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "PdfCommonUtils.h"
+#include "support/Failures.h"
+#include "support/TempDir.h"
+
+namespace TarnixTools {
+namespace {
+
+using testing::Backslashes;
+using testing::Exists;
+using testing::Failure;
+using testing::FailureOf;
+using testing::TempDir;
+using testing::WriteBytes;
+
+TEST(PdfCommonUtils, HasTheLibraryVersion) {
+  EXPECT_EQ(PdfCommonUtils::GetLibVersion(), "5.4.0");
+  EXPECT_EQ(PdfCommonUtils::PDF_COMMON_MAJOR_VERSION, "5");
+  EXPECT_EQ(PdfCommonUtils::PDF_COMMON_MINOR_VERSION, "4");
+  EXPECT_EQ(PdfCommonUtils::PDF_COMMON_REVISION_VERSION, "0");
+  EXPECT_EQ(&PdfCommonUtils::GetLibVersion(), &PdfCommonUtils::PDF_LIB_VERSION);
+}
+
+TEST(PdfCommonUtils, IsDirectoryTellsDirectoriesFromFiles) {
+  const TempDir directory;
+  const std::string file = WriteBytes(directory.Path("a.pdf"), "x");
+  EXPECT_TRUE(PdfCommonUtils::IsDirectory(directory.Path()));
+  EXPECT_FALSE(PdfCommonUtils::IsDirectory(file));
+  EXPECT_FALSE(PdfCommonUtils::IsDirectory(directory.Path("missing")));
+  EXPECT_FALSE(PdfCommonUtils::IsDirectory(""));
+}
+
+TEST(PdfCommonUtils, IsDirectoryTakesEitherSeparatorAndOneAtTheEnd) {
+  const TempDir directory;
+  directory.MakeDir("s\xC3\xBC\xC3\x9F \xFF");
+  const std::string path = directory.Path("s\xC3\xBC\xC3\x9F \xFF");
+  EXPECT_TRUE(PdfCommonUtils::IsDirectory(path + "/"));
+  EXPECT_TRUE(PdfCommonUtils::IsDirectory(Backslashes(path)));
+  EXPECT_TRUE(PdfCommonUtils::IsDirectory(Backslashes(path) + "\\"));
+}
+
+TEST(PdfCommonUtils, RemoveFileDeletesAFile) {
+  const TempDir directory;
+  const std::string file = WriteBytes(directory.Path("caf\xC3\xA9 \xFF.pdf"), "x");
+  PdfCommonUtils::RemoveFile(Backslashes(file));
+  EXPECT_FALSE(Exists(file));
+}
+
+TEST(PdfCommonUtils, RemoveFileIgnoresAMissingFile) {
+  const TempDir directory;
+  EXPECT_EQ(FailureOf([&] { PdfCommonUtils::RemoveFile(directory.Path("missing.pdf")); }),
+            Failure());
+  EXPECT_EQ(FailureOf([&] { PdfCommonUtils::RemoveFile(directory.Path("missing/a.pdf")); }),
+            Failure());
+}
+
+TEST(PdfCommonUtils, RemoveFileReportsOtherFailuresWithThePathsFirstCharacter) {
+  const TempDir directory;
+  EXPECT_EQ(FailureOf([&] { PdfCommonUtils::RemoveFile(directory.Path()); }),
+            Failure(PdfExceptionCode::FileNotFound, "Error deleting file [/] (Is a directory)"));
+  EXPECT_TRUE(Exists(directory.Path()));
+  const std::string file = WriteBytes(directory.Path("a.pdf"), "x");
+  EXPECT_EQ(FailureOf([&] { PdfCommonUtils::RemoveFile(file + "/b.pdf"); }),
+            Failure(PdfExceptionCode::FileNotFound, "Error deleting file [/] (Not a directory)"));
+}
+
+TEST(PdfCommonUtils, RemoveFileRemovesALinkAndNotItsTarget) {
+  const TempDir directory;
+  const std::string file = WriteBytes(directory.Path("a.pdf"), "x");
+  const std::string link = directory.Path("link.pdf");
+  ASSERT_EQ(symlink(file.c_str(), link.c_str()), 0);
+  PdfCommonUtils::RemoveFile(link);
+  EXPECT_FALSE(Exists(link));
+  EXPECT_TRUE(Exists(file));
+}
+
+}  // namespace
+}  // namespace TarnixTools
