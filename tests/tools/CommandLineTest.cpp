@@ -1,0 +1,263 @@
+// What all jobs share: usage, passwords, errors, exit statuses, progress.
+#include <sys/stat.h>
+
+#include "tools/CliTest.h"
+
+namespace TarnixTools::testing {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+class CommandLine : public CliTest {
+ protected:
+  CommandLine() { WritePdf("a.pdf", 1); }
+};
+
+TEST_F(CommandLine, ShowsItsVersion) {
+  const auto result = Run({"--version"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out, "tarnix 5.4.0\n");
+  EXPECT_EQ(Run({"merge", "--version"}).out, result.out);
+}
+
+TEST_F(CommandLine, ShowsItsJobs) {
+  const auto result = Run({"help"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.out, StartsWith("Usage: tarnix JOB [OPTIONS] INPUT...\n"));
+  for (const std::string job : {"merge", "split", "info"}) {
+    EXPECT_THAT(result.out, HasSubstr("\n  " + job + " "));
+  }
+  EXPECT_EQ(Run({"--help"}).out, result.out);
+  EXPECT_EQ(Run({"-h"}).out, result.out);
+}
+
+TEST_F(CommandLine, ShowsTheHelpOfAJob) {
+  const auto result = Run({"help", "split"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.out, StartsWith("Usage: tarnix split [OPTIONS] INPUT\n"));
+  EXPECT_THAT(result.out, HasSubstr("\n  --ranges LIST "));
+  EXPECT_THAT(result.out, HasSubstr("\n  -o, --out-dir DIR "));
+  EXPECT_EQ(Run({"split", "--help"}).out, result.out);
+  EXPECT_EQ(Run({"split", "a.pdf", "-h"}).out, result.out);
+}
+
+TEST_F(CommandLine, DescribesOutputOptionsOnlyWhereThereIsOutput) {
+  EXPECT_THAT(Run({"help", "merge"}).out, HasSubstr("--name NAME"));
+  EXPECT_THAT(Run({"help", "split"}).out, ::testing::Not(HasSubstr("--name NAME")));
+  EXPECT_THAT(Run({"help", "info"}).out, ::testing::Not(HasSubstr("--out-dir")));
+}
+
+TEST_F(CommandLine, RejectsWrongUsage) {
+  ExpectUsageError(Run({}), "no job given", "tarnix");
+  ExpectUsageError(Run({"mrege", "a.pdf"}), "unknown job mrege", "tarnix");
+  ExpectUsageError(Run({"--json", "info"}), "unknown option --json", "tarnix");
+  ExpectUsageError(Run({"help", "x"}), "unknown job x", "tarnix");
+  ExpectUsageError(Run({"--version", "x"}), "unexpected argument x", "tarnix");
+  ExpectUsageError(Run({"info"}), "info needs at least 1 input (given: 0)", "tarnix info");
+  ExpectUsageError(Run({"info", "--jsn", "a.pdf"}), "unknown option --jsn", "tarnix info");
+  ExpectUsageError(Run({"info", "-x", "a.pdf"}), "unknown option -x", "tarnix info");
+  ExpectUsageError(Run({"info", "a.pdf", "--units"}), "--units needs a value", "tarnix info");
+  ExpectUsageError(Run({"info", "a.pdf", "--json=yes"}), "--json takes no value", "tarnix info");
+  ExpectUsageError(Run({"info", "a.pdf", "--units", "ft"}), "--units: 'ft' is none of cm|mm|in|pt",
+                   "tarnix info");
+  ExpectUsageError(Run({"split", "a.pdf", "--every", "2x"}), "--every: '2x' is not a whole number",
+                   "tarnix split");
+  ExpectUsageError(Run({"info", "a.pdf", "-qv"}), "--quiet and --verbose exclude each other",
+                   "tarnix info");
+  ExpectUsageError(Run({"merge", "a.pdf", "a.pdf", "--out-dir="}), "--out-dir: the path is empty",
+                   "tarnix merge");
+}
+
+TEST_F(CommandLine, KeepsToOneLineWhateverTheUserTyped) {
+  ExpectUsageError(Run({"a\nb\x1B[1m"}), "unknown job a?b?[1m", "tarnix");
+}
+
+TEST_F(CommandLine, SaysNothingOnStandardOutputAboutWrongUsage) {
+  ExpectUsageError(Run({"info", "--json"}), "info needs at least 1 input (given: 0)",
+                   "tarnix info");
+}
+
+TEST_F(CommandLine, TakesTheLastOfRepeatedOptions) {
+  EXPECT_THAT(Run({"info", "a.pdf", "--units", "cm", "--units", "in"}).out,
+              HasSubstr("8.5 x 11 in"));
+}
+
+TEST_F(CommandLine, PrintsFailuresAsJson) {
+  const auto result = Run({"split", "a.pdf", "--every", "7", "--json"});
+  const std::string message = "Invalid split size [7] for PDF [a] ([1] pages available)";
+  EXPECT_EQ(result.status, 14);
+  EXPECT_EQ(result.err, "tarnix: InvalidParameter: " + message + "\n");
+  const Json expected = {
+      {"job", "split"},
+      {"error", {{"code", "InvalidParameter"}, {"engineCode", 0}, {"message", message}}}};
+  EXPECT_EQ(Json::parse(result.out, nullptr, false), expected);
+}
+
+TEST_F(CommandLine, PrintsTheEnginesCodeAsJson) {
+  WriteFile("text.pdf", "nothing of a document");
+  const auto result = Run({"info", "text.pdf", "--json"});
+  auto json = Json::parse(result.out, nullptr, false);
+  EXPECT_EQ(result.status, 23);
+  EXPECT_EQ(json["error"]["code"], "EngineError");
+  EXPECT_NE(json["error"]["engineCode"], 0);
+}
+
+TEST_F(CommandLine, PrintsJsonForNamesThatAreNotUtf8) {
+  const auto result = Run({"info", "\xFF.pdf", "--json"});
+  EXPECT_EQ(result.status, 16);
+  EXPECT_EQ(Json::parse(result.out, nullptr, false)["error"]["message"],
+            "File not found or invalid content: [\xEF\xBF\xBD.pdf]");
+}
+
+TEST_F(CommandLine, PassesEmptyPathsToTheLibrary) {
+  ExpectFailure(Run({"info", ""}), 14, "InvalidParameter: Empty path received at PDF doc");
+}
+
+class Passwords : public CommandLine {
+ protected:
+  Passwords() { WriteProtectedPdf("secret.pdf", "pw"); }
+
+  int Status(std::vector<std::string> arguments, const RunSetup& setup = {}) {
+    arguments.insert(arguments.begin(), {"info", "secret.pdf"});
+    return Run(arguments, setup).status;
+  }
+};
+
+TEST_F(Passwords, ComeFromOptionFileInputOrEnvironment) {
+  WriteFile("file", "pw\nanother line\n");
+  EXPECT_EQ(Status({"--password", "pw"}), 0);
+  EXPECT_EQ(Status({"--password=pw"}), 0);
+  EXPECT_EQ(Status({"--password-file", "file"}), 0);
+  EXPECT_EQ(Status({"--password-file", "-"}, {.input = "pw\n"}), 0);
+  EXPECT_EQ(Status({"--password-file", "-"}, {.input = "pw"}), 0);
+  EXPECT_EQ(Status({}, {.environment = {{"TARNIX_PASSWORD", "pw"}}}), 0);
+}
+
+TEST_F(Passwords, AreMissingOrWrong) {
+  ExpectFailure(Run({"info", "secret.pdf"}), 11,
+                "PasswordError: Invalid password for PDF [secret.pdf]");
+  EXPECT_EQ(Status({"--password", "wrong"}), 11);
+  EXPECT_EQ(Status({"--password-file", "-"}, {.input = "\n"}), 11);
+}
+
+TEST_F(Passwords, OnTheCommandLineComeBeforeTheEnvironment) {
+  EXPECT_EQ(Status({"--password", "wrong"}, {.environment = {{"TARNIX_PASSWORD", "pw"}}}), 11);
+  EXPECT_EQ(Status({"--password="}, {.environment = {{"TARNIX_PASSWORD", "pw"}}}), 11);
+}
+
+TEST_F(Passwords, OfTheEnvironmentAreNotForTheOutput) {
+  Run({"merge", "a.pdf", "a.pdf"}, {.environment = {{"TARNIX_PASSWORD", "pw"}}});
+  EXPECT_EQ(Run({"info", "merged_doc.pdf"}).status, 0);
+}
+
+TEST_F(Passwords, ForInputAndOutputAreTwoLinesOfStandardInput) {
+  const auto result =
+      Run({"merge", "secret.pdf", "a.pdf", "--password-file", "-", "--out-password-file", "-"},
+          {.input = "pw\nnew\n"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(PagesOf("merged_doc.pdf", "new"), 2);
+}
+
+TEST_F(Passwords, NeedAFileThatHasOne) {
+  WriteFile("empty", "");
+  ExpectFailure(Run({"info", "a.pdf", "--password-file", "none"}), 16,
+                "FileNotFound: Unable to open password file [none]");
+  ExpectFailure(Run({"info", "a.pdf", "--password-file", "empty"}), 14,
+                "InvalidParameter: No password in file [empty]");
+  ExpectFailure(Run({"info", "a.pdf", "--password-file", "/dev/zero"}), 14,
+                "InvalidParameter: Password in file [/dev/zero] is too long");
+}
+
+TEST_F(Passwords, AreGivenInOneWay) {
+  ExpectUsageError(Run({"info", "a.pdf", "--password", "x", "--password-file", "y"}),
+                   "--password and --password-file exclude each other", "tarnix info");
+  ExpectUsageError(
+      Run({"merge", "a.pdf", "a.pdf", "--out-password", "x", "--out-password-file", "y"}),
+      "--out-password and --out-password-file exclude each other", "tarnix merge");
+}
+
+TEST_F(Passwords, AreNeverPrinted) {
+  const std::vector<std::vector<std::string>> runs = {
+      {"info", "secret.pdf", "--password", "hush", "--json"},
+      {"info", "secret.pdf", "--pasword=hush"},
+      {"info", "secret.pdf", "-phush"},
+      {"--password=hush", "info", "secret.pdf"},
+      {"merge", "a.pdf", "a.pdf", "--out-password", "hush", "-v", "--json"},
+  };
+  for (const auto& arguments : runs) {
+    const auto result = Run(arguments);
+    EXPECT_THAT(result.out + result.err, ::testing::Not(HasSubstr("hush"))) << arguments[1];
+  }
+}
+
+class StandardOutput : public CommandLine {
+ protected:
+  StandardOutput() { WritePdf("b.pdf", 2); }
+
+  // The merge itself is done; its result could not be told.
+  void ExpectUnwritable(const std::string& output, const std::string& reason) {
+    const auto result = Run({"merge", "a.pdf", "b.pdf"}, {.output = output});
+    EXPECT_EQ(result.status, 17);
+    EXPECT_EQ(result.err,
+              "tarnix: InternalError: Unable to write to standard output (" + reason + ")\n");
+    EXPECT_EQ(PagesOf("merged_doc.pdf"), 3);
+  }
+};
+
+TEST_F(StandardOutput, ThatIsFullIsAnError) {
+  ExpectUnwritable("/dev/full", "No space left on device");
+}
+
+TEST_F(StandardOutput, ThatNobodyReadsIsAnError) {
+  ExpectUnwritable("broken pipe", "Broken pipe");
+}
+
+TEST_F(StandardOutput, ThatIsClosedIsAnError) {
+  ExpectUnwritable("closed", "Bad file descriptor");
+}
+
+class Progress : public CommandLine {
+ protected:
+  static constexpr const char* kBar = "<=>";
+
+  std::string BytesOnError(std::vector<std::string> options) {
+    options.insert(options.begin(), {"merge", "a.pdf", "a.pdf"});
+    const auto result = Run(options);
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out, "merged_doc.pdf\n");
+    return result.err;
+  }
+};
+
+TEST_F(Progress, IsNotShownWithoutATerminal) {
+  EXPECT_EQ(BytesOnError({}), "");
+  EXPECT_EQ(BytesOnError({"--progress", "auto"}), "");
+  EXPECT_EQ(BytesOnError({"--progress", "never"}), "");
+}
+
+TEST_F(Progress, IsShownAlwaysAndWiped) {
+  const auto shown = BytesOnError({"--progress", "always"});
+  EXPECT_THAT(shown, StartsWith("\rtarnix merge ["));
+  EXPECT_THAT(shown, HasSubstr(kBar));
+  EXPECT_THAT(shown, ::testing::ContainsRegex("] [0-9]+ s\r +\r$"));
+}
+
+TEST_F(Progress, IsNotShownWhenQuiet) {
+  EXPECT_EQ(BytesOnError({"--progress", "always", "--quiet"}), "");
+}
+
+TEST_F(Progress, IsShownOnATerminalWhileAJobLasts) {
+  const std::string pipe = Path("never-written");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  TerminalRun run({"merge", pipe, Path("a.pdf")});
+  EXPECT_TRUE(run.WaitFor(kBar));
+}
+
+TEST_F(Progress, IsNeverShownOnATerminalWhenForbidden) {
+  TerminalRun run({"merge", "--progress", "never", Path("a.pdf"), Path("a.pdf")});
+  EXPECT_EQ(run.Finish(), "");
+}
+
+}  // namespace
+}  // namespace TarnixTools::testing

@@ -1,0 +1,110 @@
+#include <sstream>
+
+#include "tools/CliTest.h"
+
+namespace TarnixTools::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::UnorderedElementsAre;
+
+class BashCompletion : public CliTest {
+ protected:
+  BashCompletion() {
+    const auto result = Run({"completion", "bash"});
+    EXPECT_EQ(result.status, 0);
+    WriteFile("completion", result.out);
+  }
+
+  void SetUp() override {
+    if (!HasProgram("bash")) {
+      GTEST_SKIP() << "bash is not installed";
+    }
+  }
+
+  // What bash offers for the last of the words.
+  std::vector<std::string> Offers(const std::vector<std::string>& words) {
+    std::vector<std::string> command = {
+        "bash", "--norc", "-c",
+        "source ./completion; COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); _tarnix;"
+        "for offer in \"${COMPREPLY[@]}\"; do echo \"$offer\"; done",
+        "bash"};
+    command.insert(command.end(), words.begin(), words.end());
+    const auto result = RunProgram(command, {.directory = directory_.Path()});
+    EXPECT_EQ(result.err, "");
+    std::vector<std::string> offers;
+    std::istringstream lines(result.out);
+    for (std::string line; std::getline(lines, line);) {
+      offers.push_back(line);
+    }
+    return offers;
+  }
+};
+
+TEST_F(BashCompletion, IsValidBash) {
+  const auto result = RunProgram({"bash", "-n", Path("completion")});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(result.err, "");
+}
+
+TEST_F(BashCompletion, IsBoundToTheProgram) {
+  const auto result =
+      RunProgram({"bash", "--norc", "-c", "source " + Path("completion") + "; complete -p tarnix"});
+  EXPECT_THAT(result.out, ::testing::HasSubstr("-F _tarnix tarnix"));
+}
+
+TEST_F(BashCompletion, OffersEveryJobThatHelpNames) {
+  const auto offers = Offers({"tarnix", ""});
+  std::istringstream help(Run({"help"}).out);
+  std::string line;
+  while (std::getline(help, line) && line != "Jobs:") {
+  }
+  int jobs = 0;
+  while (std::getline(help, line) && !line.empty()) {
+    ++jobs;
+    EXPECT_THAT(offers, Contains(line.substr(2, line.find(' ', 2) - 2)));
+  }
+  EXPECT_GE(jobs, 3);
+  EXPECT_THAT(Offers({"tarnix", "me"}), Contains("merge"));
+  EXPECT_THAT(Offers({"tarnix", "help", "sp"}), Contains("split"));
+}
+
+TEST_F(BashCompletion, DoesNotOfferHelperCommands) {
+  EXPECT_THAT(Offers({"tarnix", ""}), Not(Contains("completion")));
+  EXPECT_THAT(Offers({"tarnix", ""}), Not(Contains("man")));
+}
+
+TEST_F(BashCompletion, OffersTheOptionsOfTheJob) {
+  EXPECT_THAT(Offers({"tarnix", "split", "--"}), Contains("--ranges"));
+  EXPECT_THAT(Offers({"tarnix", "merge", "--"}), Not(Contains("--ranges")));
+  EXPECT_THAT(Offers({"tarnix", "merge", "a.pdf", "--out-d"}), ElementsAre("--out-dir"));
+}
+
+TEST_F(BashCompletion, OffersTheWordsOfAnOption) {
+  EXPECT_THAT(Offers({"tarnix", "info", "--units", ""}), ElementsAre("cm", "mm", "in", "pt"));
+  EXPECT_THAT(Offers({"tarnix", "info", "--progress", "a"}), ElementsAre("auto", "always"));
+  EXPECT_THAT(Offers({"tarnix", "info", "--units", "=", "m"}), ElementsAre("mm"));
+  EXPECT_THAT(Offers({"tarnix", "split", "--every", ""}), IsEmpty());
+}
+
+TEST_F(BashCompletion, OffersDocumentsAndDirectories) {
+  WriteFile("a *.pdf", "");
+  WriteFile("B.PDF", "");
+  WriteFile("notes.txt", "");
+  directory_.MakeDir("out");
+  EXPECT_THAT(Offers({"tarnix", "merge", ""}), UnorderedElementsAre("a *.pdf", "B.PDF", "out"));
+  EXPECT_THAT(Offers({"tarnix", "merge", "-o", ""}), ElementsAre("out"));
+  EXPECT_THAT(Offers({"tarnix", "merge", "--password-file", "n"}), ElementsAre("notes.txt"));
+}
+
+TEST_F(BashCompletion, KnowsNoOtherShell) {
+  ExpectUsageError(Run({"completion"}), "completion needs the name of a shell: bash", "tarnix");
+  ExpectUsageError(Run({"completion", "fish"}), "completion needs the name of a shell: bash",
+                   "tarnix");
+}
+
+}  // namespace
+}  // namespace TarnixTools::testing

@@ -1,0 +1,117 @@
+#include "tools/CliTest.h"
+
+namespace TarnixTools::testing {
+namespace {
+
+using InfoCommand = CliTest;
+
+TEST_F(InfoCommand, PrintsJson) {
+  TestPdf()
+      .Pages(2)
+      .Page()
+      .Size(595.276, 841.89)
+      .Page()
+      .InfoEntry("/Author (Me) /Keywords (one, two) /Creator (By hand) /Producer (Nobody)")
+      .Write(Path("a.pdf"));
+  const Json expected = {{"path", "a.pdf"},
+                         {"pages", 4},
+                         {"encrypted", false},
+                         {"claims", nullptr},
+                         {"pageSizes",
+                          {{{"width", 612.0}, {"height", 792.0}, {"pages", "1-2,4"}},
+                           {{"width", 595.28}, {"height", 841.89}, {"pages", "3"}}}},
+                         {"metadata",
+                          {{"author", "Me"},
+                           {"keywords", "one, two"},
+                           {"creator", "By hand"},
+                           {"producer", "Nobody"}}}};
+  auto json = RunJson({"info", "a.pdf"});
+  EXPECT_EQ(json["job"], "info");
+  EXPECT_EQ(json["outputs"], Json::array());
+  EXPECT_EQ(json["files"], Json::array({expected}));
+}
+
+TEST_F(InfoCommand, PrintsATextPerFile) {
+  TestPdf().Pages(2).Page().Size(100.5, 200).InfoEntry("/Author (Me)").Write(Path("a.pdf"));
+  WritePdf("b.pdf", 1);
+  const auto result = Run({"info", "a.pdf", "b.pdf"});
+  EXPECT_EQ(result.out,
+            "a.pdf\n"
+            "  pages       3\n"
+            "  encrypted   no\n"
+            "  page size   612 x 792 pt (2 pages)\n"
+            "              100.5 x 200 pt (1 page)\n"
+            "  author      Me\n"
+            "\n"
+            "b.pdf\n"
+            "  pages       1\n"
+            "  encrypted   no\n"
+            "  page size   612 x 792 pt (1 page)\n")
+      << result.err;
+}
+
+TEST_F(InfoCommand, ConvertsSizes) {
+  TestPdf().Page().Size(595.276, 841.89).Write(Path("a4.pdf"));
+  const auto size_in = [this](const std::string& unit) {
+    auto json = RunJson({"info", "a4.pdf", "--units", unit});
+    auto& size = json["files"][0]["pageSizes"][0];
+    return std::pair<double, double>(size["width"], size["height"]);
+  };
+  EXPECT_EQ(size_in("pt"), std::pair(595.28, 841.89));
+  EXPECT_EQ(size_in("mm"), std::pair(210.0, 297.0));
+  EXPECT_EQ(size_in("cm"), std::pair(21.0, 29.7));
+  EXPECT_EQ(size_in("in"), std::pair(8.27, 11.69));
+  EXPECT_THAT(Run({"info", "a4.pdf", "--units", "mm"}).out,
+              ::testing::HasSubstr("210 x 297 mm (1 page)"));
+}
+
+TEST_F(InfoCommand, StaysSmallForManyPages) {
+  WritePdf("a.pdf", 10000);
+  auto file = RunJson({"info", "a.pdf"})["files"][0];
+  EXPECT_EQ(file["pages"], 10000);
+  EXPECT_EQ(file["pageSizes"],
+            Json::array({{{"width", 612.0}, {"height", 792.0}, {"pages", "1-10000"}}}));
+}
+
+TEST_F(InfoCommand, CountsSizesBeyondTheTenth) {
+  TestPdf pdf;
+  for (int i = 1; i <= 12; ++i) {
+    pdf.Page().Size(100 * i, 100);
+  }
+  pdf.Write(Path("a.pdf"));
+  const auto result = Run({"info", "a.pdf"});
+  EXPECT_THAT(result.out,
+              ::testing::HasSubstr("1000 x 100 pt (1 page)\n              ... and 2 more sizes\n"));
+  EXPECT_THAT(result.out, ::testing::Not(::testing::HasSubstr("1100 x 100")));
+  EXPECT_EQ(RunJson({"info", "a.pdf"})["files"][0]["pageSizes"].size(), 12U);
+}
+
+TEST_F(InfoCommand, TellsEncryption) {
+  WriteProtectedPdf("secret.pdf", "pw");
+  auto json = RunJson({"info", "secret.pdf", "--password", "pw"});
+  EXPECT_EQ(json["files"][0]["encrypted"], true);
+  EXPECT_THAT(Run({"info", "secret.pdf", "--password", "pw"}).out,
+              ::testing::HasSubstr("  encrypted   yes\n"));
+}
+
+TEST_F(InfoCommand, LetsNoMetadataSteerTheTerminal) {
+  TestPdf().Page().InfoEntry("/Author (a\\033[31m\\012b)").Write(Path("a.pdf"));
+  EXPECT_THAT(Run({"info", "a.pdf"}).out, ::testing::HasSubstr("  author      a?[31m?b\n"));
+  EXPECT_EQ(RunJson({"info", "a.pdf"})["files"][0]["metadata"]["author"], "a\x1B[31m\nb");
+}
+
+TEST_F(InfoCommand, FailsAsAWholeWithTheFileThatFails) {
+  WritePdf("a.pdf", 1);
+  WriteProtectedPdf("secret.pdf", "pw");
+  ExpectFailure(Run({"info", "a.pdf", "secret.pdf"}), 11,
+                "PasswordError: Invalid password for PDF [secret.pdf]");
+}
+
+TEST_F(InfoCommand, WritesNoFile) {
+  WritePdf("a.pdf", 1);
+  EXPECT_EQ(Run({"info", "a.pdf", "-o", "out"}).status, 0);
+  EXPECT_FALSE(HasFile("out"));
+}
+
+}  // namespace
+}  // namespace TarnixTools::testing

@@ -1,0 +1,101 @@
+#include "tools/CliTest.h"
+
+namespace TarnixTools::testing {
+namespace {
+
+class MergeCommand : public CliTest {
+ protected:
+  MergeCommand() {
+    WritePdf("a.pdf", 2);
+    WritePdf("b.pdf", 3);
+  }
+};
+
+TEST_F(MergeCommand, WritesBesideTheFirstInputByDefault) {
+  directory_.MakeDir("in");
+  WritePdf("in/a.pdf", 1);
+  const auto result = Run({"merge", "in/a.pdf", "b.pdf"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out, "in/merged_doc.pdf\n");
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(PagesOf("in/merged_doc.pdf"), 4);
+}
+
+TEST_F(MergeCommand, KeepsTheOrderOfTheInputs) {
+  TestPdf().Page().Size(400, 100).Write(Path("wide.pdf"));
+  Run({"merge", "b.pdf", "wide.pdf", "a.pdf"});
+  auto sizes = RunJson({"info", "merged_doc.pdf"})["files"][0]["pageSizes"];
+  ASSERT_EQ(sizes.size(), 2U);
+  EXPECT_EQ(sizes[0]["pages"], "1-3,5-6");
+  EXPECT_EQ(sizes[1]["pages"], "4");
+}
+
+TEST_F(MergeCommand, CreatesTheOutputDirectoryWithItsParents) {
+  const auto result = Run({"merge", "a.pdf", "b.pdf", "-o", "x/y/z/", "--name", "all.pdf"});
+  EXPECT_EQ(result.out, "x/y/z/all.pdf\n") << result.err;
+  EXPECT_EQ(PagesOf("x/y/z/all.pdf"), 5);
+}
+
+TEST_F(MergeCommand, PrintsJson) {
+  const Json expected = {{"job", "merge"}, {"outputs", {"out/merged_doc.pdf"}}};
+  EXPECT_EQ(RunJson({"merge", "a.pdf", "b.pdf", "--out-dir=out"}), expected);
+}
+
+TEST_F(MergeCommand, ReportsOutputsWhenVerbose) {
+  const auto result = Run({"merge", "a.pdf", "b.pdf", "-v"});
+  EXPECT_EQ(result.out, "merged_doc.pdf\n");
+  EXPECT_EQ(result.err, "wrote merged_doc.pdf (5 pages)\n");
+}
+
+TEST_F(MergeCommand, ReportsOutputsInJsonWhenVerbose) {
+  auto json = RunJson({"merge", "a.pdf", "b.pdf", "-v", "--out-password", "secret"});
+  EXPECT_EQ(json["report"], Json({"wrote merged_doc.pdf (5 pages)"}));
+}
+
+TEST_F(MergeCommand, ProtectsTheOutput) {
+  WriteFile("pw", "to\xC3\xABter\r\nsecond line\n");
+  EXPECT_EQ(Run({"merge", "a.pdf", "b.pdf", "--out-password-file", "pw"}).status, 0);
+  EXPECT_EQ(Run({"info", "merged_doc.pdf"}).status, 11);
+  EXPECT_EQ(PagesOf("merged_doc.pdf", "to\xC3\xABter"), 5);
+}
+
+TEST_F(MergeCommand, TakesWordsInBracketsAndAfterTwoDashesAsPaths) {
+  WritePdf("[1,2]", 1);
+  WritePdf("-v", 1);
+  const auto result = Run({"merge", "--", "[1,2]", "-v"});
+  EXPECT_EQ(result.out, "merged_doc.pdf\n") << result.err;
+  EXPECT_EQ(PagesOf("merged_doc.pdf"), 2);
+}
+
+TEST_F(MergeCommand, KeepsNamesThatAreNotUtf8) {
+  WritePdf("J\xF6rg.pdf", 1);
+  const auto result = Run({"merge", "J\xF6rg.pdf", "a.pdf", "--name", "\xFF.pdf"});
+  EXPECT_EQ(result.out, "\xFF.pdf\n") << result.err;
+  EXPECT_TRUE(HasFile("\xFF.pdf"));
+  EXPECT_EQ(RunJson({"merge", "J\xF6rg.pdf", "a.pdf", "--name", "\xFF.pdf"})["outputs"][0],
+            "\xEF\xBF\xBD.pdf");
+}
+
+TEST_F(MergeCommand, NamesAMissingInput) {
+  ExpectFailure(Run({"merge", "a.pdf", "none.pdf"}), 16,
+                "FileNotFound: File not found or invalid content: [none.pdf]");
+}
+
+TEST_F(MergeCommand, WritesNothingWhenAnInputIsNoDocument) {
+  WriteFile("text.pdf", "nothing of a document");
+  EXPECT_EQ(Run({"merge", "a.pdf", "text.pdf"}).status, 23);
+  EXPECT_FALSE(HasFile("merged_doc.pdf"));
+}
+
+TEST_F(MergeCommand, NamesAnOutputDirectoryThatCannotBeMade) {
+  ExpectFailure(Run({"merge", "a.pdf", "b.pdf", "-o", "a.pdf/out"}), 16,
+                "FileNotFound: Unable to create output directory [a.pdf/out] (Not a directory)");
+}
+
+TEST_F(MergeCommand, NeedsTwoInputs) {
+  ExpectUsageError(Run({"merge", "a.pdf"}), "merge needs at least 2 inputs (given: 1)",
+                   "tarnix merge");
+}
+
+}  // namespace
+}  // namespace TarnixTools::testing

@@ -1,0 +1,115 @@
+#include "tools/CliTest.h"
+
+namespace TarnixTools::testing {
+namespace {
+
+class SplitCommand : public CliTest {
+ protected:
+  SplitCommand() { WritePdf("book.pdf", 10); }
+
+  // Runs a split and checks that exactly the listed outputs are there, with these numbers of pages.
+  void ExpectPieces(std::vector<std::string> arguments,
+                    const std::vector<std::pair<std::string, int>>& pieces) {
+    arguments.insert(arguments.begin(), "split");
+    arguments.insert(arguments.end(), {"-o", "out"});
+    auto outputs = RunJson(arguments)["outputs"];
+    ASSERT_EQ(outputs.size(), pieces.size());
+    for (std::size_t i = 0; i < pieces.size(); ++i) {
+      EXPECT_EQ(outputs[i], "out/" + pieces[i].first);
+      EXPECT_EQ(PagesOf("out/" + pieces[i].first), pieces[i].second);
+    }
+    EXPECT_EQ(directory_.Names("out").size(), pieces.size());
+  }
+};
+
+TEST_F(SplitCommand, WritesOneFilePerPageByDefault) {
+  WritePdf("book.pdf", 3);
+  ExpectPieces({"book.pdf"}, {{"book-01.pdf", 1}, {"book-02.pdf", 1}, {"book-03.pdf", 1}});
+}
+
+TEST_F(SplitCommand, CutsPiecesOfEqualSize) {
+  ExpectPieces({"book.pdf", "--every", "4"},
+               {{"book-001.pdf", 4}, {"book-002.pdf", 4}, {"book-003.pdf", 2}});
+}
+
+TEST_F(SplitCommand, WritesOnePieceOfAllPages) {
+  ExpectPieces({"book.pdf", "--every=10"}, {{"book-001.pdf", 10}});
+}
+
+TEST_F(SplitCommand, TakesOutRanges) {
+  ExpectPieces({"book.pdf", "--ranges", "1-3,5"}, {{"book-1-3.pdf", 3}, {"book-5.pdf", 1}});
+}
+
+TEST_F(SplitCommand, TurnsRangesRoundAndListsDoubleOnesOnce) {
+  ExpectPieces({"book.pdf", "--ranges", "5-3,3-5,7-7"}, {{"book-3-5.pdf", 3}, {"book-7.pdf", 1}});
+}
+
+TEST_F(SplitCommand, JoinsRanges) {
+  ExpectPieces({"book.pdf", "--ranges", "1-3,9-10", "--merge"}, {{"book_split-merge_.pdf", 5}});
+}
+
+TEST_F(SplitCommand, PrintsAPathPerLine) {
+  const auto result = Run({"split", "book.pdf", "--every", "5"});
+  EXPECT_EQ(result.out, "book-001.pdf\nbook-002.pdf\n") << result.err;
+}
+
+TEST_F(SplitCommand, ReportsEveryPieceWhenVerbose) {
+  const auto result = Run({"split", "book.pdf", "--ranges", "2,4-6", "--verbose"});
+  EXPECT_EQ(result.err, "wrote book-2.pdf (1 page)\nwrote book-4-6.pdf (3 pages)\n");
+}
+
+TEST_F(SplitCommand, ProtectsEveryPiece) {
+  Run({"split", "book.pdf", "--ranges", "2,4-6", "--out-password", "secret"});
+  EXPECT_EQ(Run({"info", "book-2.pdf"}).status, 11);
+  EXPECT_EQ(PagesOf("book-4-6.pdf", "secret"), 3);
+}
+
+TEST_F(SplitCommand, ReportsARangeThatTheDocumentLacks) {
+  ExpectFailure(
+      Run({"split", "book.pdf", "--ranges", "9-11"}), 14,
+      "InvalidParameter: Could not split file, invalid range [9-11] ([10] pages available)");
+}
+
+TEST_F(SplitCommand, ReportsPageZero) {
+  ExpectFailure(
+      Run({"split", "book.pdf", "--ranges", "0-4", "-o", "out"}), 14,
+      "InvalidParameter: Invalid PDF page range start value [0], expected positive integer");
+  EXPECT_FALSE(HasFile("out"));
+}
+
+TEST_F(SplitCommand, ReportsAnImpossiblePieceSize) {
+  for (const std::string size : {"0", "-1", "11"}) {
+    ExpectFailure(Run({"split", "book.pdf", "--every", size}), 14,
+                  "InvalidParameter: Invalid split size [" + size +
+                      "] for PDF [book] ([10] pages available)");
+  }
+}
+
+TEST_F(SplitCommand, RejectsListsThatAreNone) {
+  for (const std::string list :
+       {"", ",", "1,", "1-", "-3", "1--3", "a", "1-3-5", "1 3", "+1", "99999999999"}) {
+    ExpectUsageError(Run({"split", "book.pdf", "--ranges", list}),
+                     "--ranges: '" + list + "' is not a list of pages and ranges such as 1-3,5",
+                     "tarnix split");
+  }
+}
+
+TEST_F(SplitCommand, ChecksThatItsOptionsGoTogether) {
+  ExpectUsageError(Run({"split", "book.pdf", "--every", "2", "--ranges", "1"}),
+                   "--every and --ranges exclude each other", "tarnix split");
+  ExpectUsageError(Run({"split", "book.pdf", "--merge"}), "--merge needs --ranges", "tarnix split");
+}
+
+TEST_F(SplitCommand, TakesOneInput) {
+  ExpectUsageError(Run({"split"}), "split needs 1 input (given: 0)", "tarnix split");
+  ExpectUsageError(Run({"split", "book.pdf", "book.pdf"}), "split takes 1 input (given: 2)",
+                   "tarnix split");
+}
+
+TEST_F(SplitCommand, HasNoName) {
+  ExpectUsageError(Run({"split", "book.pdf", "--name", "x.pdf"}), "unknown option --name",
+                   "tarnix split");
+}
+
+}  // namespace
+}  // namespace TarnixTools::testing

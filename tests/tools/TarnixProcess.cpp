@@ -1,0 +1,185 @@
+#include "tools/TarnixProcess.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace TarnixTools::testing {
+namespace {
+
+constexpr int kNotStarted = 127;
+
+// A file without a name, gone with its descriptor.
+class ScratchFile {
+ public:
+  ScratchFile() : file_(std::tmpfile()) {
+    if (file_ == nullptr) {
+      throw std::runtime_error("no temporary file");
+    }
+  }
+
+  ~ScratchFile() { std::fclose(file_); }
+
+  ScratchFile(const ScratchFile&) = delete;
+  ScratchFile& operator=(const ScratchFile&) = delete;
+
+  int Descriptor() const { return fileno(file_); }
+
+  void Write(const std::string& text) {
+    std::fwrite(text.data(), 1, text.size(), file_);
+    std::fflush(file_);
+    std::rewind(file_);
+    lseek(Descriptor(), 0, SEEK_SET);
+  }
+
+  std::string Read() {
+    std::string text;
+    std::rewind(file_);
+    std::array<char, 4096> block;
+    while (const std::size_t count = std::fread(block.data(), 1, block.size(), file_)) {
+      text.append(block.data(), count);
+    }
+    return text;
+  }
+
+ private:
+  std::FILE* file_;
+};
+
+int StatusOf(pid_t process) {
+  int status = 0;
+  while (waitpid(process, &status, 0) < 0 && errno == EINTR) {
+  }
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+// In the child only.
+void RedirectOutput(const std::string& output, int usual) {
+  if (output.empty()) {
+    dup2(usual, STDOUT_FILENO);
+  } else if (output == "closed") {
+    close(STDOUT_FILENO);
+  } else if (output == "broken pipe") {
+    int ends[2];
+    if (pipe(ends) == 0) {
+      dup2(ends[1], STDOUT_FILENO);
+      close(ends[0]);
+      close(ends[1]);
+    }
+  } else {
+    dup2(open(output.c_str(), O_WRONLY), STDOUT_FILENO);
+  }
+}
+
+[[noreturn]] void Execute(const std::vector<std::string>& words) {
+  std::vector<char*> pointers;
+  for (const std::string& word : words) {
+    pointers.push_back(const_cast<char*>(word.c_str()));
+  }
+  pointers.push_back(nullptr);
+  std::signal(SIGPIPE, SIG_DFL);
+  execvp(pointers[0], pointers.data());
+  _exit(kNotStarted);
+}
+
+}  // namespace
+
+std::string TarnixPath() {
+  const char* path = std::getenv("TARNIX_CLI");
+  return path != nullptr ? path : TARNIX_CLI_PATH;
+}
+
+RunResult RunTarnix(const std::vector<std::string>& arguments, const RunSetup& setup) {
+  std::vector<std::string> words = {TarnixPath()};
+  words.insert(words.end(), arguments.begin(), arguments.end());
+  return RunProgram(words, setup);
+}
+
+RunResult RunProgram(const std::vector<std::string>& words, const RunSetup& setup) {
+  ScratchFile in;
+  ScratchFile out;
+  ScratchFile err;
+  in.Write(setup.input);
+  const pid_t process = fork();
+  if (process < 0) {
+    throw std::runtime_error("cannot fork");
+  }
+  if (process == 0) {
+    if (!setup.directory.empty() && chdir(setup.directory.c_str()) != 0) {
+      _exit(kNotStarted);
+    }
+    unsetenv("TARNIX_PASSWORD");
+    for (const auto& [name, value] : setup.environment) {
+      setenv(name.c_str(), value.c_str(), 1);
+    }
+    dup2(in.Descriptor(), STDIN_FILENO);
+    dup2(err.Descriptor(), STDERR_FILENO);
+    RedirectOutput(setup.output, out.Descriptor());
+    Execute(words);
+  }
+  const int status = StatusOf(process);
+  return {.status = status, .out = out.Read(), .err = err.Read()};
+}
+
+bool HasProgram(const std::string& name) {
+  return RunProgram({"sh", "-c", "command -v " + name}).status == 0;
+}
+
+TerminalRun::TerminalRun(const std::vector<std::string>& arguments)
+    : terminal_(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+  if (terminal_ < 0 || grantpt(terminal_) != 0 || unlockpt(terminal_) != 0) {
+    throw std::runtime_error("no terminal");
+  }
+  std::vector<std::string> words = {TarnixPath()};
+  words.insert(words.end(), arguments.begin(), arguments.end());
+  process_ = fork();
+  if (process_ == 0) {
+    dup2(open(ptsname(terminal_), O_RDWR | O_NOCTTY), STDERR_FILENO);
+    dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO);
+    Execute(words);
+  }
+}
+
+TerminalRun::~TerminalRun() {
+  if (process_ > 0) {
+    kill(process_, SIGKILL);
+    StatusOf(process_);
+  }
+  close(terminal_);
+}
+
+bool TerminalRun::WaitFor(const std::string& text) {
+  while (shown_.find(text) == std::string::npos) {
+    if (!ReadMore()) {
+      return false;
+    }
+  }
+  return true;
+}
+
+std::string TerminalRun::Finish() {
+  while (ReadMore()) {
+  }
+  StatusOf(process_);
+  process_ = -1;
+  return shown_;
+}
+
+bool TerminalRun::ReadMore() {
+  std::array<char, 1024> block;
+  const ssize_t count = read(terminal_, block.data(), block.size());
+  if (count <= 0) {
+    return false;  // the last one who had it open for writing is gone
+  }
+  shown_.append(block.data(), static_cast<std::size_t>(count));
+  return true;
+}
+
+}  // namespace TarnixTools::testing
