@@ -24,6 +24,7 @@ enum class ErrorCode {
 class Error : public std::runtime_error {
  public:
   Error(ErrorCode code, const std::string& message) : std::runtime_error(message), code_(code) {}
+
   ErrorCode code() const { return code_; }
 
  private:

@@ -1,5 +1,5 @@
-// Bounds on what a document may make the core do. Everything read from a file is hostile; passing a bound is a clean Error
-// or a coded finding, never more memory or more time.
+// Bounds on what a document may make the core do. Everything read from a file is hostile; passing a
+// bound is a clean Error or a coded finding, never more memory or more time.
 #ifndef TARNIX_PDF_LIMITS_H_
 #define TARNIX_PDF_LIMITS_H_
 
@@ -16,9 +16,11 @@ inline constexpr int kMaxNesting = 500;
 inline constexpr std::size_t kMaxObjectBytes = std::size_t{256} << 20;
 // Values in one object (elements, keys and values together).
 inline constexpr std::size_t kMaxObjectValues = std::size_t{8} << 20;
-// Decoded bytes of a stream that the core itself has to hold (object streams, cross-reference streams).
+// Decoded bytes of a stream that the core itself has to hold (object streams, cross-reference
+// streams).
 inline constexpr std::size_t kMaxHeldStream = std::size_t{512} << 20;
-// Ratio of decoded to encoded bytes of such a stream, beyond a first allowance (deflate itself cannot pass 1032 per filter).
+// Ratio of decoded to encoded bytes of such a stream, beyond a first allowance (deflate itself
+// cannot pass 1032 per filter).
 inline constexpr std::size_t kMaxExpansion = 1100;
 inline constexpr std::size_t kExpansionAllowance = std::size_t{1} << 20;
 // Filters in one chain.

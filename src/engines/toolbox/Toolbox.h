@@ -1,11 +1,13 @@
 // The document engine's contract: documents, page lists, page copies and document information.
 //
-// Every operation returns a handle, or a non-zero value on success. A null handle or a zero result means failure; the
-// reason is PdfGetLastError() of the same thread, read right after the failing call. No exception crosses this header.
-// Handles of any kind are released with PdfClose. A call that is given a null handle fails and leaves the last error as
-// it was, so the cause of an earlier failed open stays readable.
+// Every operation returns a handle, or a non-zero value on success. A null handle or a zero result
+// means failure; the reason is PdfGetLastError() of the same thread, read right after the failing
+// call. No exception crosses this header. Handles of any kind are released with PdfClose. A call
+// that is given a null handle fails and leaves the last error as it was, so the cause of an earlier
+// failed open stays readable.
 //
-// Different documents may be used on different threads at once; one document is used by one thread at a time.
+// Different documents may be used on different threads at once; one document is used by one thread
+// at a time.
 //
 //   TPdfDocument* source = PdfDocumentOpenA(&source_stream, "");
 //   TPdfDocument* target = PdfDocumentCreateW(&target_stream, 0, nullptr);
@@ -35,14 +37,17 @@ struct TPdfSize {
   double height = 0;
 };
 
-// How the engine reaches a file. The engine calls nothing else of the file; `release` is called exactly once, when the
-// document is closed or abandoned, or never if the open or create failed (the caller then still owns the file).
+// How the engine reaches a file. The engine calls nothing else of the file; `release` is called
+// exactly once, when the document is closed or abandoned, or never if the open or create failed
+// (the caller then still owns the file).
 struct TPdfStream {
-  std::int64_t (*get_length)(void* handle) = nullptr;                                        // -1: failed
-  int (*seek)(void* handle, std::int64_t position) = nullptr;                                // 1 done, 0 failed
-  std::int64_t (*tell)(void* handle) = nullptr;                                              // current position
-  std::int64_t (*read)(void* handle, void* buffer, std::int64_t size) = nullptr;             // count read, -1: error
-  std::int64_t (*write)(void* handle, const void* buffer, std::int64_t size) = nullptr;      // size, or -1
+  std::int64_t (*get_length)(void* handle) = nullptr;          // -1: failed
+  int (*seek)(void* handle, std::int64_t position) = nullptr;  // 1 done, 0 failed
+  std::int64_t (*tell)(void* handle) = nullptr;                // current position
+  std::int64_t (*read)(void* handle, void* buffer,
+                       std::int64_t size) = nullptr;  // count read, -1: error
+  std::int64_t (*write)(void* handle, const void* buffer,
+                        std::int64_t size) = nullptr;  // size, or -1
   void (*release)(void* handle) = nullptr;
   void* handle = nullptr;
 };
@@ -68,17 +73,20 @@ void PdfInitialize();
 // Error code (ErrorCodes.h) of the last failed call on this thread; 0 when none failed.
 std::int32_t PdfGetLastError();
 
-// Opens a document for reading. password is UTF-8, "" for none. Null on failure, with 17 for a missing or wrong password.
-// The stream descriptor is copied; the stream is read on demand until the document is closed.
+// Opens a document for reading. password is UTF-8, "" for none. Null on failure, with 17 for a
+// missing or wrong password. The stream descriptor is copied; the stream is read on demand until
+// the document is closed.
 TPdfDocument* PdfDocumentOpenA(const TPdfStream* stream, const char* password);
 
-// Makes a new, empty document that is written to the stream from its start, forward only, and completed by PdfClose.
-// conformance 0 is the engine's default (PDF 1.7; 2.0 when encrypted); encryption may be null.
-TPdfDocument* PdfDocumentCreateW(const TPdfStream* stream, std::int32_t conformance, const TPdfEncryption* encryption);
+// Makes a new, empty document that is written to the stream from its start, forward only, and
+// completed by PdfClose. conformance 0 is the engine's default (PDF 1.7; 2.0 when encrypted);
+// encryption may be null.
+TPdfDocument* PdfDocumentCreateW(const TPdfStream* stream, std::int32_t conformance,
+                                 const TPdfEncryption* encryption);
 
-// Releases a handle. Closing a created document finishes writing it: a zero result means that the file is not complete,
-// whatever failed since it was created. Closing a source document first writes what unfinished targets still need of it.
-// The stream's release is called in every case.
+// Releases a handle. Closing a created document finishes writing it: a zero result means that the
+// file is not complete, whatever failed since it was created. Closing a source document first
+// writes what unfinished targets still need of it. The stream's release is called in every case.
 int PdfClose(TPdfDocument* document);
 int PdfClose(TPdfPageList* page_list);
 int PdfClose(TPdfPage* page);
@@ -98,20 +106,23 @@ std::int32_t PdfPageListGetCount(TPdfPageList* page_list);
 // index is zero-based.
 TPdfPage* PdfPageListGet(TPdfPageList* page_list, std::int32_t index);
 
-// Appends a page made by PdfDocumentCopyPage for this list's document. The handle stays the caller's to close.
+// Appends a page made by PdfDocumentCopyPage for this list's document. The handle stays the
+// caller's to close.
 int PdfPageListAppend(TPdfPageList* page_list, TPdfPage* page);
 
-// A copy of a page of another document, owned by the target and not yet in its page list. options: PdfCopyOption bits.
+// A copy of a page of another document, owned by the target and not yet in its page list. options:
+// PdfCopyOption bits.
 TPdfPage* PdfDocumentCopyPage(TPdfDocument* target, TPdfPage* page, std::int32_t options);
 
-// Turns the page clockwise by a multiple of 90 degrees. Only for pages made by PdfDocumentCopyPage, before they are
-// appended.
+// Turns the page clockwise by a multiple of 90 degrees. Only for pages made by PdfDocumentCopyPage,
+// before they are appended.
 int PdfPageRotate(TPdfPage* page, std::int32_t angle);
 
 // The visible size: crop box within media box, rotation and user unit taken into account.
 int PdfPageGetSize(TPdfPage* page, TPdfSize* size);
 
-// Document information. The getters fill buffer with the NUL-terminated UTF-8 value, cut at a character to fit size bytes.
+// Document information. The getters fill buffer with the NUL-terminated UTF-8 value, cut at a
+// character to fit size bytes.
 TPdfMetadata* PdfDocumentGetMetadata(TPdfDocument* document);
 int PdfMetadataGetAuthorA(TPdfMetadata* metadata, char* buffer, std::int32_t size);
 int PdfMetadataGetKeywordsA(TPdfMetadata* metadata, char* buffer, std::int32_t size);

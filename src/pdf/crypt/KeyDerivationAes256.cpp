@@ -150,10 +150,8 @@ std::string_view Cut(std::string_view password) {
   return password.substr(0, kMostPasswordBytes);
 }
 
-}  // namespace
-
-std::optional<OpenedKey> OpenRevision5Or6(const EncryptionFacts& facts, std::string_view password) {
-  password = Cut(password);
+// Algorithm 2.A.
+std::optional<OpenedKey> OpenWith(const EncryptionFacts& facts, std::string_view password) {
   const auto hash = [&](std::string_view salt, std::string_view user_entry) {
     return Hash(facts.revision, password, salt, user_entry);
   };
@@ -168,6 +166,17 @@ std::optional<OpenedKey> OpenRevision5Or6(const EncryptionFacts& facts, std::str
     return OpenedKey{Unwrap(hash(user.key_salt, {}), facts.user_key), false};
   }
   return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<OpenedKey> OpenRevision5Or6(const EncryptionFacts& facts, std::string_view password) {
+  std::optional<OpenedKey> opened = OpenWith(facts, Cut(password));
+  if (!opened && password.size() > kMostPasswordBytes) {
+    // Some writers forget to cut what they hash: qpdf 11 is one.
+    opened = OpenWith(facts, password);
+  }
+  return opened;
 }
 
 SecretKey CreateRevision6(EncryptionFacts& facts, std::string_view user_password,

@@ -1,0 +1,54 @@
+#include "engines/toolbox/SourceDocument.h"
+
+#include <algorithm>
+
+#include "engines/toolbox/StreamBridge.h"
+#include "engines/toolbox/TargetDocument.h"
+
+namespace TarnixTools::engines {
+
+SourceDocument::SourceDocument(const TPdfStream& stream, std::string_view password)
+    : document_(pdf::Document::Open(std::make_unique<StreamSource>(stream), password)) {}
+
+const pdf::PageTree& SourceDocument::pages() {
+  if (pages_ == nullptr) {
+    pages_ = std::make_unique<pdf::PageTree>(*document_);
+    BarDocumentTrees();
+  }
+  return *pages_;
+}
+
+void SourceDocument::BarDocumentTrees() {
+  barred_.insert(document_->root().number);
+  pdf::Arena arena;
+  const pdf::Object catalog = document_->Load(document_->root(), arena);
+  for (const char* key :
+       {"AcroForm", "Dests", "Names", "OCProperties", "Outlines", "StructTreeRoot", "Threads"}) {
+    if (const pdf::Reference tree = catalog.Get(key).AsReference()) {
+      barred_.insert(tree.number);
+    }
+  }
+}
+
+bool SourceDocument::IsBarred(std::uint32_t number) {
+  return pages().IsPage(number) || pages().IsNode(number) || barred_.contains(number);
+}
+
+void SourceDocument::AddWaiting(TargetDocument& target) {
+  if (std::find(waiting_.begin(), waiting_.end(), &target) == waiting_.end()) {
+    waiting_.push_back(&target);
+  }
+}
+
+void SourceDocument::RemoveWaiting(TargetDocument& target) {
+  std::erase(waiting_, &target);
+}
+
+void SourceDocument::ServeWaiting() {
+  const auto targets = waiting_;
+  for (TargetDocument* target : targets) {
+    target->WritePagesOf(*this);
+  }
+}
+
+}  // namespace TarnixTools::engines

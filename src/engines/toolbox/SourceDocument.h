@@ -1,0 +1,52 @@
+// A document opened for reading, with the targets that still need pages of it.
+#ifndef TARNIX_ENGINES_TOOLBOX_SOURCEDOCUMENT_H_
+#define TARNIX_ENGINES_TOOLBOX_SOURCEDOCUMENT_H_
+
+#include <memory>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "engines/toolbox/Toolbox.h"
+#include "pdf/file/Document.h"
+#include "pdf/tree/PageTree.h"
+#include "pdf/write/ObjectCopier.h"
+
+namespace TarnixTools::engines {
+
+class TargetDocument;
+
+class SourceDocument {
+ public:
+  // Throws pdf::Error as Document::Open does.
+  SourceDocument(const TPdfStream& stream, std::string_view password);
+
+  pdf::Document& document() { return *document_; }
+
+  // Read on first use, once. Throws pdf::Error.
+  const pdf::PageTree& pages();
+  // Whether a copied page must not bring this object: other pages, the page tree, the catalog and
+  // its document-wide trees.
+  bool IsBarred(std::uint32_t number);
+
+  // For one copy at a time; the user clears it.
+  pdf::NumberMap& numbers() { return numbers_; }
+
+  void AddWaiting(TargetDocument& target);
+  void RemoveWaiting(TargetDocument& target);
+  // Has every waiting target write what it needs of this document.
+  void ServeWaiting();
+
+ private:
+  void BarDocumentTrees();
+
+  std::unique_ptr<pdf::Document> document_;
+  std::unique_ptr<pdf::PageTree> pages_;
+  std::unordered_set<std::uint32_t> barred_;
+  pdf::NumberMap numbers_;
+  std::vector<TargetDocument*> waiting_;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_TOOLBOX_SOURCEDOCUMENT_H_

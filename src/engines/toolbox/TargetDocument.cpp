@@ -1,0 +1,144 @@
+#include "engines/toolbox/TargetDocument.h"
+
+#include <algorithm>
+
+#include "engines/toolbox/SourceDocument.h"
+#include "pdf/Error.h"
+#include "pdf/tree/WideText.h"
+#include "pdf/write/Serialize.h"
+
+namespace TarnixTools::engines {
+
+namespace {
+
+constexpr std::size_t kTreeFanOut = 64;
+
+std::optional<pdf::Security> MakeSecurity(const TPdfEncryption* encryption) {
+  if (encryption == nullptr) {
+    return std::nullopt;
+  }
+  return pdf::Security::Create(pdf::Utf8OfWide(encryption->user_password),
+                               pdf::Utf8OfWide(encryption->owner_password),
+                               static_cast<std::int32_t>(encryption->permissions));
+}
+
+}  // namespace
+
+TargetDocument::TargetDocument(const TPdfStream& stream, const TPdfEncryption* encryption)
+    : sink_(stream),
+      security_(MakeSecurity(encryption)),
+      writer_(sink_, security_ ? &*security_ : nullptr) {}
+
+TargetDocument::~TargetDocument() {
+  for (const Requests& requests : requests_) {
+    requests.source->RemoveWaiting(*this);
+  }
+}
+
+void TargetDocument::AppendPage(SourceDocument& source, std::uint32_t page_index, int rotation) {
+  const std::uint32_t number = writer_.Reserve();
+  const std::uint32_t parent = LeafFor(page_numbers_.size());
+  page_numbers_.push_back(number);
+  RequestsOf(source).pages.push_back({page_index, number, parent, rotation});
+}
+
+TargetDocument::Requests& TargetDocument::RequestsOf(SourceDocument& source) {
+  const auto found = std::find_if(requests_.rbegin(), requests_.rend(),
+                                  [&](const Requests& r) { return r.source == &source; });
+  if (found != requests_.rend()) {
+    return *found;
+  }
+  source.AddWaiting(*this);
+  return requests_.emplace_back(Requests{&source, {}});
+}
+
+std::uint32_t TargetDocument::LeafFor(std::size_t page_position) {
+  const std::size_t leaf = page_position / kTreeFanOut;
+  while (leaves_.size() <= leaf) {
+    leaves_.push_back(writer_.Reserve());
+  }
+  return leaves_[leaf];
+}
+
+void TargetDocument::WritePagesOf(SourceDocument& source) noexcept {
+  const auto found = std::find_if(requests_.begin(), requests_.end(),
+                                  [&](const Requests& r) { return r.source == &source; });
+  if (found == requests_.end()) {
+    return;
+  }
+  const std::vector<PageRequest> requests = std::move(found->pages);
+  requests_.erase(found);
+  source.RemoveWaiting(*this);
+  if (failure_) {
+    return;
+  }
+  try {
+    PageCopier(source, writer_).Write(requests);
+  } catch (const pdf::Error& error) {
+    failure_ = Failure{error.code(), error.what()};
+  } catch (const std::exception& error) {
+    failure_ = Failure{pdf::ErrorCode::kInternal, error.what()};
+  }
+}
+
+void TargetDocument::Finish() {
+  while (!requests_.empty()) {
+    WritePagesOf(*requests_.front().source);
+  }
+  if (failure_) {
+    throw pdf::Error(failure_->code, failure_->message);
+  }
+  const std::uint32_t pages = WritePageTree();
+  const std::uint32_t catalog = writer_.Reserve();
+  std::string text = "<</Type/Catalog/Pages";
+  pdf::AppendReference(text, pages);
+  writer_.WriteObject(catalog, text + ">>");
+  writer_.Finish(catalog, 0);
+}
+
+// Level by level from the leaves up; returns the root.
+std::uint32_t TargetDocument::WritePageTree() {
+  LeafFor(0);
+  std::vector<std::uint32_t> nodes = leaves_;
+  std::vector<std::uint32_t> kids = page_numbers_;
+  std::size_t pages_per_node = kTreeFanOut;
+  for (;;) {
+    std::vector<std::uint32_t> parents;
+    if (nodes.size() > 1) {
+      parents.resize((nodes.size() + kTreeFanOut - 1) / kTreeFanOut);
+      std::generate(parents.begin(), parents.end(), [this] { return writer_.Reserve(); });
+    }
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+      const std::size_t first_kid = std::min(i * kTreeFanOut, kids.size());
+      const std::size_t first_page = std::min(i * pages_per_node, page_numbers_.size());
+      WriteTreeNode(nodes[i], parents.empty() ? 0 : parents[i / kTreeFanOut],
+                    kids.data() + first_kid, std::min(kTreeFanOut, kids.size() - first_kid),
+                    std::min(pages_per_node, page_numbers_.size() - first_page));
+    }
+    if (parents.empty()) {
+      return nodes.front();
+    }
+    kids = std::move(nodes);
+    nodes = std::move(parents);
+    pages_per_node *= kTreeFanOut;
+  }
+}
+
+void TargetDocument::WriteTreeNode(std::uint32_t number, std::uint32_t parent,
+                                   const std::uint32_t* kids, std::size_t kid_count,
+                                   std::size_t page_count) {
+  std::string text = "<</Type/Pages";
+  if (parent != 0) {
+    text += "/Parent";
+    pdf::AppendReference(text, parent);
+  }
+  text += "/Kids[";
+  for (std::size_t i = 0; i < kid_count; ++i) {
+    pdf::AppendReference(text, kids[i]);
+  }
+  text += "]/Count";
+  pdf::AppendInteger(text, static_cast<std::int64_t>(page_count));
+  writer_.WriteObject(number, text + ">>");
+}
+
+}  // namespace TarnixTools::engines

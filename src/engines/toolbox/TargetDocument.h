@@ -1,0 +1,70 @@
+// A document being made: pages are noted when they are appended, and written, with all they need,
+// when their source closes or the document itself does. So memory grows with the number of pages,
+// not with what is on them.
+#ifndef TARNIX_ENGINES_TOOLBOX_TARGETDOCUMENT_H_
+#define TARNIX_ENGINES_TOOLBOX_TARGETDOCUMENT_H_
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engines/toolbox/ErrorCodes.h"
+#include "engines/toolbox/PageCopier.h"
+#include "engines/toolbox/StreamBridge.h"
+#include "engines/toolbox/Toolbox.h"
+#include "pdf/crypt/Security.h"
+#include "pdf/write/FileWriter.h"
+
+namespace TarnixTools::engines {
+
+class SourceDocument;
+
+class TargetDocument {
+ public:
+  TargetDocument(const TPdfStream& stream, const TPdfEncryption* encryption);
+  ~TargetDocument();
+  TargetDocument(const TargetDocument&) = delete;
+  TargetDocument& operator=(const TargetDocument&) = delete;
+
+  std::int32_t page_count() const { return static_cast<std::int32_t>(page_numbers_.size()); }
+
+  // Appends a copy of a page: page_index is zero-based, rotation in degrees clockwise is added to
+  // the page's own.
+  void AppendPage(SourceDocument& source, std::uint32_t page_index, int rotation);
+
+  // Writes the noted pages of one source. A failure is kept, and reported by Finish.
+  void WritePagesOf(SourceDocument& source) noexcept;
+
+  // Writes all that is left. Throws pdf::Error, also for a failure of an earlier WritePagesOf.
+  void Finish();
+
+ private:
+  struct Requests {
+    SourceDocument* source;
+    std::vector<PageRequest> pages;
+  };
+
+  struct Failure {
+    pdf::ErrorCode code;
+    std::string message;
+  };
+
+  Requests& RequestsOf(SourceDocument& source);
+  std::uint32_t LeafFor(std::size_t page_position);
+  std::uint32_t WritePageTree();
+  void WriteTreeNode(std::uint32_t number, std::uint32_t parent, const std::uint32_t* kids,
+                     std::size_t kid_count, std::size_t page_count);
+
+  StreamSink sink_;
+  std::optional<pdf::Security> security_;
+  pdf::FileWriter writer_;
+  std::vector<std::uint32_t> page_numbers_;  // in page order
+  std::vector<std::uint32_t> leaves_;        // lowest nodes of the page tree
+  std::vector<Requests> requests_;           // in the order in which their sources came
+  std::optional<Failure> failure_;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_TOOLBOX_TARGETDOCUMENT_H_

@@ -1,0 +1,186 @@
+#include "engines/toolbox/Toolbox.h"
+
+#include <utility>
+
+#include "engines/toolbox/Guard.h"
+#include "engines/toolbox/Handles.h"
+
+namespace TarnixTools::engines {
+
+namespace {
+
+thread_local ToolboxError last_error = kNoError;
+
+// 0 with an argument error.
+int Refuse() {
+  SetLastError(kArgumentError);
+  return 0;
+}
+
+}  // namespace
+
+void SetLastError(ToolboxError code) noexcept {
+  last_error = code;
+}
+
+void PdfInitialize() {}
+
+std::int32_t PdfGetLastError() {
+  return last_error;
+}
+
+TPdfDocument* PdfDocumentOpenA(const TPdfStream* stream, const char* password) {
+  return Guarded([&]() -> TPdfDocument* {
+    auto document = std::make_unique<TPdfDocument>();
+    document->source =
+        std::make_unique<SourceDocument>(*stream, password == nullptr ? "" : password);
+    document->stream = *stream;
+    return document.release();
+  });
+}
+
+TPdfDocument* PdfDocumentCreateW(const TPdfStream* stream, std::int32_t,
+                                 const TPdfEncryption* encryption) {
+  return Guarded([&]() -> TPdfDocument* {
+    auto document = std::make_unique<TPdfDocument>();
+    document->target = std::make_unique<TargetDocument>(*stream, encryption);
+    document->stream = *stream;
+    return document.release();
+  });
+}
+
+int PdfClose(TPdfDocument* document) {
+  if (document == nullptr) {
+    return 0;
+  }
+  const std::unique_ptr<TPdfDocument> owned(document);
+  const int result = Guarded([&]() -> int {
+    if (owned->source != nullptr) {
+      owned->source->ServeWaiting();
+    }
+    if (owned->target != nullptr) {
+      owned->target->Finish();
+    }
+    return 1;
+  });
+  owned->source.reset();
+  owned->target.reset();
+  owned->stream.release(owned->stream.handle);
+  return result;
+}
+
+int PdfDocumentDiscard(TPdfDocument* document) {
+  if (document == nullptr) {
+    return 0;
+  }
+  const std::unique_ptr<TPdfDocument> owned(document);
+  owned->target.reset();
+  owned->source.reset();
+  owned->stream.release(owned->stream.handle);
+  return 1;
+}
+
+int PdfClose(TPdfPageList* page_list) {
+  delete page_list;
+  return page_list != nullptr ? 1 : 0;
+}
+
+int PdfClose(TPdfPage* page) {
+  delete page;
+  return page != nullptr ? 1 : 0;
+}
+
+int PdfClose(TPdfMetadata* metadata) {
+  delete metadata;
+  return metadata != nullptr ? 1 : 0;
+}
+
+int PdfDocumentIsEncrypted(TPdfDocument* document) {
+  return document != nullptr && document->source != nullptr &&
+                 document->source->document().is_encrypted()
+             ? 1
+             : 0;
+}
+
+TPdfPageList* PdfDocumentGetPages(TPdfDocument* document) {
+  if (document == nullptr) {
+    return nullptr;
+  }
+  return Guarded([&]() -> TPdfPageList* {
+    if (document->source != nullptr) {
+      document->source->pages();
+    }
+    return std::make_unique<TPdfPageList>(TPdfPageList{document}).release();
+  });
+}
+
+std::int32_t PdfPageListGetCount(TPdfPageList* page_list) {
+  if (page_list == nullptr) {
+    return 0;
+  }
+  return Guarded([&]() -> std::int32_t {
+    const TPdfDocument& document = *page_list->document;
+    return document.target != nullptr
+               ? document.target->page_count()
+               : static_cast<std::int32_t>(document.source->pages().pages().size());
+  });
+}
+
+TPdfPage* PdfPageListGet(TPdfPageList* page_list, std::int32_t index) {
+  if (page_list == nullptr) {
+    return nullptr;
+  }
+  return Guarded([&]() -> TPdfPage* {
+    SourceDocument* source = page_list->document->source.get();
+    if (source == nullptr || index < 0 ||
+        static_cast<std::size_t>(index) >= source->pages().pages().size()) {
+      SetLastError(kArgumentError);
+      return nullptr;
+    }
+    return std::make_unique<TPdfPage>(
+               TPdfPage{source, static_cast<std::uint32_t>(index), nullptr, 0})
+        .release();
+  });
+}
+
+int PdfPageListAppend(TPdfPageList* page_list, TPdfPage* page) {
+  if (page_list == nullptr || page == nullptr) {
+    return 0;
+  }
+  return Guarded([&]() -> int {
+    TargetDocument* target = page_list->document->target.get();
+    if (target == nullptr || page->target != target) {
+      return Refuse();
+    }
+    target->AppendPage(*page->source, page->index, page->rotation);
+    return 1;
+  });
+}
+
+TPdfPage* PdfDocumentCopyPage(TPdfDocument* target, TPdfPage* page, std::int32_t) {
+  if (target == nullptr || page == nullptr) {
+    return nullptr;
+  }
+  return Guarded([&]() -> TPdfPage* {
+    if (target->target == nullptr) {
+      SetLastError(kArgumentError);
+      return nullptr;
+    }
+    return std::make_unique<TPdfPage>(
+               TPdfPage{page->source, page->index, target->target.get(), page->rotation})
+        .release();
+  });
+}
+
+int PdfPageRotate(TPdfPage* page, std::int32_t angle) {
+  if (page == nullptr) {
+    return 0;
+  }
+  if (page->target == nullptr || angle % 90 != 0) {
+    return Refuse();
+  }
+  page->rotation = (page->rotation + angle % 360) % 360;
+  return 1;
+}
+
+}  // namespace TarnixTools::engines

@@ -1,0 +1,356 @@
+#include "pdf/file/Document.h"
+
+#include <algorithm>
+
+#include "pdf/Error.h"
+#include "pdf/Limits.h"
+#include "pdf/file/StreamFilters.h"
+
+namespace TarnixTools::pdf {
+
+namespace {
+
+constexpr int kMaxHops = 32;
+
+// Decrypts the strings of one object.
+class StringDecryptor : public StringTransform {
+ public:
+  StringDecryptor(const Security& security, Reference reference, Findings& findings)
+      : security_(&security), reference_(reference), findings_(&findings) {}
+
+  void Apply(std::string& bytes) override {
+    const auto cipher =
+        security_->DecryptorFor(CryptTarget::kString, reference_.number, reference_.generation);
+    if (cipher == nullptr) {
+      return;
+    }
+    std::string plain;
+    cipher->Update(bytes, plain);
+    if (!cipher->Finish(plain)) {
+      findings_->Add(FindingCode::kStringUndecryptable, reference_.number);
+    }
+    bytes = std::move(plain);
+  }
+
+ private:
+  const Security* security_;
+  Reference reference_;
+  Findings* findings_;
+};
+
+}  // namespace
+
+Document::Document(std::unique_ptr<ByteSource> source, std::string_view password)
+    : blocks_(std::move(source)), reader_(blocks_), password_(password) {}
+
+std::unique_ptr<Document> Document::Open(std::unique_ptr<ByteSource> source,
+                                         std::string_view password) {
+  std::unique_ptr<Document> document(new Document(std::move(source), password));
+  if (document->reader_.size() == 0) {
+    throw Error(ErrorCode::kNotAPdf, "the file is empty");
+  }
+  document->FindHeader();
+  if (!document->ReadXref()) {
+    document->Rebuild();
+  }
+  return document;
+}
+
+void Document::FindHeader() {
+  const std::string_view start = blocks_.Window(0, limits::kHeaderSearch);
+  const std::size_t at = start.substr(0, limits::kHeaderSearch).find("%PDF-");
+  if (at == std::string_view::npos) {
+    findings_.Add(FindingCode::kHeaderMissing);
+    return;
+  }
+  header_offset_ = at;
+  if (at > 0) {
+    findings_.Add(FindingCode::kHeaderNotFirst, 0, at);
+  }
+}
+
+std::optional<std::uint64_t> Document::FindStartXref() {
+  const std::uint64_t start =
+      reader_.size() - std::min<std::uint64_t>(reader_.size(), limits::kTrailerSearch);
+  const std::string_view tail = blocks_.Window(start, limits::kTrailerSearch);
+  const std::size_t at = tail.rfind("startxref");
+  if (at == std::string_view::npos) {
+    return std::nullopt;
+  }
+  Lexer lexer(tail.substr(at + 9), true);
+  const Token offset = lexer.Next();
+  if (offset.kind != Token::Kind::kInteger || offset.integer < 0) {
+    return std::nullopt;
+  }
+  return static_cast<std::uint64_t>(offset.integer);
+}
+
+// The regular way in. False when it does not lead to a catalog.
+bool Document::ReadXref() {
+  const std::optional<std::uint64_t> start = FindStartXref();
+  if (!start) {
+    findings_.Add(FindingCode::kStartXrefMissing);
+    return false;
+  }
+  for (const std::uint64_t base : {std::uint64_t{0}, header_offset_}) {
+    if (*start + base >= reader_.size()) {
+      continue;
+    }
+    xref_.Clear();
+    XrefReader sections(reader_, xref_, findings_, trailer_arena_);
+    if (sections.ReadChain(*start + base, base)) {
+      return ChooseTrailer(sections.trailers()) && sections.is_complete();
+    }
+    if (header_offset_ == 0) {
+      break;
+    }
+  }
+  findings_.Add(FindingCode::kXrefDamaged, 0, *start);
+  xref_.Clear();
+  return false;
+}
+
+// Takes the first trailer whose root is a catalog.
+bool Document::ChooseTrailer(const std::vector<Object>& candidates) {
+  for (const Object& candidate : candidates) {
+    if (!candidate.Get("Root").IsReference()) {
+      continue;
+    }
+    trailer_ = candidate;
+    if (!is_encrypted_) {
+      SetUpSecurity();
+    }
+    if (IsCatalog(candidate.Get("Root").AsReference())) {
+      root_ = candidate.Get("Root").AsReference();
+      return true;
+    }
+  }
+  return false;
+}
+
+bool Document::IsCatalog(Reference reference) {
+  Arena arena;
+  const Object catalog = Load(reference, arena);
+  return catalog.IsDictionary() && Resolve(catalog.Get("Pages"), arena).IsDictionary();
+}
+
+void Document::SetUpSecurity() {
+  Object encrypt = trailer_.Get("Encrypt");
+  if (encrypt.IsNull()) {
+    return;
+  }
+  Arena arena;
+  encryption_object_ = encrypt.AsReference().number;
+  const Object dictionary = Resolve(encrypt, arena);
+  if (!dictionary.IsDictionary()) {
+    if (!is_rebuilt_) {
+      return;  // it may yet be found by reading the whole file
+    }
+    throw Error(ErrorCode::kDamagedSecurity, "the encryption dictionary is missing");
+  }
+  is_encrypted_ = true;
+  const auto resolve = [&](const Object& value) { return Resolve(value, arena); };
+  const auto id = Resolve(trailer_.Get("ID"), arena).Items();
+  const Object first_id = id.empty() ? Object() : Resolve(id[0], arena);
+  encryption_ = ReadEncryptionDictionary(dictionary, first_id.Text(), resolve);
+  security_ = Security::Open(encryption_.facts, password_);
+}
+
+Object Document::Load(Reference reference, Arena& arena) {
+  const std::optional<RawObject> raw = Locate(reference.number);
+  if (!raw) {
+    return {};
+  }
+  if (raw->holder != nullptr) {
+    Parser parser(arena);
+    Lexer lexer(raw->text, true);
+    Object value;
+    parser.Parse(lexer, nullptr, value);
+    return value;
+  }
+  const auto strings = StringsOf(raw->reference);
+  const ValueAt value = reader_.ReadValue(raw->offset, arena, strings.get());
+  if (!value.is_regular) {
+    findings_.Add(FindingCode::kObjectDamaged, reference.number, raw->offset);
+  }
+  return value.value;
+}
+
+std::unique_ptr<StringTransform> Document::StringsOf(Reference reference) {
+  if (!security_ || reference.number == encryption_object_ ||
+      security_->MethodFor(CryptTarget::kString) == CryptMethod::kIdentity) {
+    return nullptr;
+  }
+  return std::make_unique<StringDecryptor>(*security_, reference, findings_);
+}
+
+Object Document::Resolve(const Object& value, Arena& arena) {
+  Object current = value;
+  for (int hops = 0; current.IsReference(); ++hops) {
+    if (hops == kMaxHops) {
+      return {};
+    }
+    current = Load(current.AsReference(), arena);
+  }
+  return current;
+}
+
+std::optional<RawObject> Document::Locate(std::uint32_t number) {
+  if (!xref_.Exists(number)) {
+    return std::nullopt;
+  }
+  std::optional<RawObject> raw = LocateOnce(number);
+  if (!raw && !is_rebuilt_) {
+    Rebuild();
+    raw = LocateOnce(number);
+  }
+  if (!raw && xref_.Exists(number)) {
+    findings_.Add(FindingCode::kObjectMissing, number);
+    if (opening_.empty()) {
+      xref_.Set(number, {0, 0, 0, XrefEntry::Kind::kFree});  // not looked for again
+    }
+  }
+  return raw;
+}
+
+std::optional<RawObject> Document::LocateOnce(std::uint32_t number) {
+  const XrefEntry entry = xref_.Find(number);
+  if (entry.kind == XrefEntry::Kind::kInFile) {
+    const std::optional<ObjectHeader> header = reader_.ReadHeader(entry.position);
+    if (!header || header->number != number) {
+      return std::nullopt;
+    }
+    return RawObject{{number, header->generation}, header->body, nullptr, {}};
+  }
+  if (entry.kind != XrefEntry::Kind::kInStream) {
+    return std::nullopt;
+  }
+  const auto holder = OpenObjectStream(static_cast<std::uint32_t>(entry.position));
+  const auto text = holder ? holder->Find(number, entry.index) : std::nullopt;
+  if (!text) {
+    return std::nullopt;
+  }
+  return RawObject{{number, 0}, 0, holder, *text};
+}
+
+std::shared_ptr<const ObjectStream> Document::OpenObjectStream(std::uint32_t number) {
+  if (auto cached = object_streams_.Find(number)) {
+    return cached;
+  }
+  // An object stream lies in the file itself, never in another one.
+  if (xref_.Find(number).kind != XrefEntry::Kind::kInFile ||
+      std::find(opening_.begin(), opening_.end(), number) != opening_.end()) {
+    return nullptr;
+  }
+  opening_.push_back(number);
+  std::shared_ptr<const ObjectStream> stream;
+  try {
+    Arena arena;
+    const Object dictionary = Load({number, 0}, arena);
+    const std::optional<Decoded> decoded = DecodeStream(number);
+    if (decoded) {
+      if (!decoded->complete) {
+        findings_.Add(FindingCode::kObjectStreamDamaged, number);
+      }
+      stream = std::make_shared<ObjectStream>(decoded->data,
+                                              Resolve(dictionary.Get("First"), arena).IntegerOr(-1),
+                                              Resolve(dictionary.Get("N"), arena).IntegerOr(0));
+    }
+  } catch (const Error& error) {
+    if (error.code() != ErrorCode::kFilterFailed && error.code() != ErrorCode::kLimitExceeded) {
+      opening_.pop_back();
+      throw;
+    }
+    findings_.Add(FindingCode::kObjectStreamDamaged, number);
+  }
+  opening_.pop_back();
+  if (stream) {
+    object_streams_.Put(number, stream);
+  }
+  return stream;
+}
+
+std::optional<StreamExtent> Document::StreamAt(std::uint64_t end, const Object& length,
+                                               std::uint32_t number) {
+  const std::optional<std::uint64_t> data = reader_.StreamDataAt(end);
+  if (!data) {
+    return std::nullopt;
+  }
+  Arena arena;
+  const Object claimed = Resolve(length, arena);
+  const StreamExtent extent = reader_.MeasureStream(
+      *data, claimed.IsNumber() ? std::optional(claimed.IntegerOr(-1)) : std::nullopt);
+  if (extent.length_was_wrong) {
+    findings_.Add(FindingCode::kStreamLengthWrong, number, *data);
+  }
+  if (extent.end_was_missing) {
+    findings_.Add(FindingCode::kStreamEndMissing, number, *data);
+  }
+  return extent;
+}
+
+std::optional<StreamExtent> Document::StreamOf(std::uint32_t number) {
+  const std::optional<RawObject> raw = Locate(number);
+  if (!raw || raw->holder != nullptr) {
+    return std::nullopt;
+  }
+  Arena arena;
+  const ValueAt value = reader_.ReadValue(raw->offset, arena, nullptr);
+  return value.value.IsDictionary() ? StreamAt(value.end, value.value.Get("Length"), number)
+                                    : std::nullopt;
+}
+
+CryptMethod Document::MethodOfType(std::string_view type) const {
+  if (!security_ || type == "XRef" || (type == "Metadata" && !encryption_.facts.encrypt_metadata)) {
+    return CryptMethod::kIdentity;
+  }
+  return security_->MethodFor(type == "EmbeddedFile" ? CryptTarget::kEmbeddedFile
+                                                     : CryptTarget::kStream);
+}
+
+CryptMethod Document::MethodOfStream(const Object& dictionary, Arena& arena) {
+  if (!security_) {
+    return CryptMethod::kIdentity;
+  }
+  const Object filter = Resolve(dictionary.Get("Filter"), arena);
+  const Object first =
+      filter.IsArray() && !filter.Items().empty() ? Resolve(filter.Items()[0], arena) : filter;
+  if (first.IsName("Crypt")) {
+    const Object all = Resolve(dictionary.Get("DecodeParms"), arena);
+    const Object own = all.IsArray() && !all.Items().empty() ? Resolve(all.Items()[0], arena) : all;
+    const auto found = encryption_.crypt_filters.find(own.Get("Name").Text());
+    return found == encryption_.crypt_filters.end() ? CryptMethod::kIdentity : found->second;
+  }
+  return MethodOfType(dictionary.Get("Type").Text());
+}
+
+std::optional<Decoded> Document::DecodeStream(std::uint32_t number) {
+  const std::optional<RawObject> raw = Locate(number);
+  if (!raw || raw->holder != nullptr) {
+    return std::nullopt;
+  }
+  Arena arena;
+  const ValueAt value = reader_.ReadValue(raw->offset, arena, nullptr);
+  const auto extent = value.value.IsDictionary()
+                          ? StreamAt(value.end, value.value.Get("Length"), number)
+                          : std::nullopt;
+  if (!extent) {
+    return std::nullopt;
+  }
+  std::string bytes = reader_.ReadBytes(extent->offset, extent->length);
+  const CryptMethod method = MethodOfStream(value.value, arena);
+  if (security_ && method != CryptMethod::kIdentity) {
+    std::string plain;
+    const auto cipher = security_->DecryptorFor(method, number, raw->reference.generation);
+    cipher->Update(bytes, plain);
+    cipher->Finish(plain);
+    bytes = std::move(plain);
+  }
+  std::vector<FilterStep> steps =
+      FilterStepsOf(value.value, [&](const Object& v) { return Resolve(v, arena); });
+  std::erase_if(steps, [](const FilterStep& step) { return step.kind == FilterKind::kCrypt; });
+  return steps.empty() ? Decoded{std::move(bytes), true}
+                       : Decode(steps, bytes, limits::kMaxHeldStream);
+}
+
+}  // namespace TarnixTools::pdf

@@ -1,0 +1,141 @@
+// A PDF document opened for reading: objects by number, decrypted, found on demand.
+//
+//   auto document = Document::Open(std::make_unique<MemorySource>(bytes), "");
+//   Arena arena;
+//   Object catalog = document->Load(document->root(), arena);
+//
+// A document that disagrees with its cross-reference is read all the same: objects are then found
+// by reading the whole file once, and findings() says so. Not for use by several threads at once.
+#ifndef TARNIX_PDF_FILE_DOCUMENT_H_
+#define TARNIX_PDF_FILE_DOCUMENT_H_
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "pdf/Findings.h"
+#include "pdf/crypt/Security.h"
+#include "pdf/file/BlockReader.h"
+#include "pdf/file/EncryptionDictionary.h"
+#include "pdf/file/FileScan.h"
+#include "pdf/file/ObjectReader.h"
+#include "pdf/file/ObjectStream.h"
+#include "pdf/file/Xref.h"
+#include "pdf/filters/Filters.h"
+#include "pdf/syntax/Object.h"
+
+namespace TarnixTools::pdf {
+
+// Where an object's text is: in the file, or in a decoded object stream that is kept alive.
+struct RawObject {
+  Reference reference;
+  std::uint64_t offset = 0;                    // of the body in the file
+  std::shared_ptr<const ObjectStream> holder;  // null for an object in the file
+  std::string_view text;                       // in the holder; more may follow the object
+};
+
+class Document {
+ public:
+  // password is UTF-8, "" for none. Throws Error: kPasswordRequired, kUnsupportedSecurity,
+  // kDamagedSecurity, kNotAPdf, kReadFailed, kSourceChanged.
+  static std::unique_ptr<Document> Open(std::unique_ptr<ByteSource> source,
+                                        std::string_view password);
+
+  const Object& trailer() const { return trailer_; }
+
+  Reference root() const { return root_; }
+
+  bool is_encrypted() const { return is_encrypted_; }
+
+  // Null for a document that is not encrypted.
+  const Security* security() const { return security_ ? &*security_ : nullptr; }
+
+  // One more than the highest object number.
+  std::uint32_t object_limit() const { return xref_.limit(); }
+
+  bool Exists(std::uint32_t number) const { return xref_.Exists(number); }
+
+  std::uint16_t GenerationOf(std::uint32_t number) const { return xref_.Find(number).generation; }
+
+  Findings& findings() { return findings_; }
+
+  ObjectReader& reader() { return reader_; }
+
+  // The object; null for one that is not there. A stream gives its dictionary. References name
+  // objects by number: their generation does not matter.
+  Object Load(Reference reference, Arena& arena);
+  // The value itself, or what its references lead to; null when they lead in a circle.
+  Object Resolve(const Object& value, Arena& arena);
+
+  // Finds an object's text, checked against the file. nullopt for one that is not there.
+  std::optional<RawObject> Locate(std::uint32_t number);
+
+  // Extent of an object's stream data, raw, when there is any. `end` is the offset after its
+  // dictionary.
+  std::optional<StreamExtent> StreamAt(std::uint64_t end, const Object& length,
+                                       std::uint32_t number);
+  // The same for an object by number.
+  std::optional<StreamExtent> StreamOf(std::uint32_t number);
+
+  bool IsStream(std::uint32_t number) { return StreamOf(number).has_value(); }
+
+  // What the strings of an object in the file must go through to be read; null when they are plain.
+  std::unique_ptr<StringTransform> StringsOf(Reference reference);
+  // How a stream's data is encrypted, from its /Type, for a stream without a crypt filter of its
+  // own.
+  CryptMethod MethodOfType(std::string_view type) const;
+  // The same from its dictionary, crypt filters included.
+  CryptMethod MethodOfStream(const Object& dictionary, Arena& arena);
+  // Stream data, decrypted and decoded. nullopt when the object has none.
+  std::optional<Decoded> DecodeStream(std::uint32_t number);
+
+  // Reads the whole file for objects, once; what the cross-reference says and the file confirms is
+  // kept.
+  void Rebuild();
+
+  bool is_rebuilt() const { return is_rebuilt_; }
+
+  // Page objects in file order, from reading the whole file.
+  std::vector<std::uint32_t> SalvagedPages();
+
+ private:
+  Document(std::unique_ptr<ByteSource> source, std::string_view password);
+
+  void FindHeader();
+  std::optional<std::uint64_t> FindStartXref();
+  bool ReadXref();
+  bool ChooseTrailer(const std::vector<Object>& candidates);
+  bool IsCatalog(Reference reference);
+  void SetUpSecurity();
+  void ForgetUnconfirmed(const FileScan& scan);
+  void AddScanned(const FileScan& scan);
+  void AddStreamMembers(const FileScan& scan);
+  void FindRoot(const FileScan& scan);
+  std::shared_ptr<const ObjectStream> OpenObjectStream(std::uint32_t number);
+  std::optional<RawObject> LocateOnce(std::uint32_t number);
+
+  BlockReader blocks_;
+  ObjectReader reader_;
+  Findings findings_;
+  std::string password_;
+  Arena trailer_arena_;
+  XrefTable xref_;
+  Object trailer_;
+  Reference root_;
+  std::uint64_t header_offset_ = 0;
+  bool is_encrypted_ = false;
+  std::uint32_t encryption_object_ = 0;
+  EncryptionDictionary encryption_;
+  std::optional<Security> security_;
+  ObjectStreamCache object_streams_;
+  std::vector<std::uint32_t> opening_;  // object streams being opened, against loops
+  std::vector<std::uint32_t> scanned_pages_;
+  bool is_rebuilt_ = false;
+};
+
+}  // namespace TarnixTools::pdf
+
+#endif  // TARNIX_PDF_FILE_DOCUMENT_H_

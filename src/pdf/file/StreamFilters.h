@@ -1,0 +1,22 @@
+// A stream dictionary's filters as the steps that Decode() takes.
+#ifndef TARNIX_PDF_FILE_STREAMFILTERS_H_
+#define TARNIX_PDF_FILE_STREAMFILTERS_H_
+
+#include <functional>
+#include <vector>
+
+#include "pdf/filters/Filters.h"
+#include "pdf/syntax/Object.h"
+
+namespace TarnixTools::pdf {
+
+using Resolver = std::function<Object(const Object&)>;
+
+// /Filter and /DecodeParms (also under their abbreviated names). References are followed through
+// `resolve`; without it they count as null. Throws Error(kFilterFailed) for more than
+// limits::kMaxFilters filters.
+std::vector<FilterStep> FilterStepsOf(const Object& dictionary, const Resolver& resolve = nullptr);
+
+}  // namespace TarnixTools::pdf
+
+#endif  // TARNIX_PDF_FILE_STREAMFILTERS_H_

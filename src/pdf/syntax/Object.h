@@ -1,0 +1,121 @@
+// PDF objects as compact values (ISO 32000-2, 7.3): 16 bytes each, trivially copyable, their text
+// and items in an Arena that must outlive them. A stream is a dictionary here; its data is reached
+// through the document (file/Document.h).
+//
+//   Arena arena;
+//   Object page = document.Load(reference, arena);
+//   if (page.Get("Type").IsName("Page")) { ... page.Get("Rotate").IntegerOr(0) ... }
+#ifndef TARNIX_PDF_SYNTAX_OBJECT_H_
+#define TARNIX_PDF_SYNTAX_OBJECT_H_
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace TarnixTools::pdf {
+
+struct Reference {
+  std::uint32_t number = 0;  // 0: no object
+  std::uint16_t generation = 0;
+
+  explicit operator bool() const { return number != 0; }
+
+  friend bool operator==(const Reference&, const Reference&) = default;
+};
+
+struct DictionaryEntry;
+
+class Object {
+ public:
+  enum class Kind : std::uint8_t {
+    kNull,
+    kBoolean,
+    kInteger,
+    kReal,
+    kString,
+    kName,
+    kArray,
+    kDictionary,
+    kReference
+  };
+
+  Object() = default;
+  static Object Boolean(bool value);
+  static Object Integer(std::int64_t value);
+  // `text` is the number as it is to be written, in PDF syntax ("-0.5").
+  static Object Real(std::string_view text);
+  // `bytes` without delimiters and escapes; `is_hex` remembers how it was written.
+  static Object String(std::string_view bytes, bool is_hex = false);
+  // `name` without the slash, escapes resolved.
+  static Object Name(std::string_view name);
+  static Object Array(std::span<const Object> items);
+  static Object Dictionary(std::span<const DictionaryEntry> entries);
+  static Object Ref(Reference reference);
+
+  Kind kind() const { return kind_; }
+
+  bool IsNull() const { return kind_ == Kind::kNull; }
+
+  bool IsBoolean() const { return kind_ == Kind::kBoolean; }
+
+  bool IsInteger() const { return kind_ == Kind::kInteger; }
+
+  bool IsNumber() const { return kind_ == Kind::kInteger || kind_ == Kind::kReal; }
+
+  bool IsString() const { return kind_ == Kind::kString; }
+
+  bool IsName() const { return kind_ == Kind::kName; }
+
+  bool IsName(std::string_view name) const { return IsName() && Text() == name; }
+
+  bool IsArray() const { return kind_ == Kind::kArray; }
+
+  bool IsDictionary() const { return kind_ == Kind::kDictionary; }
+
+  bool IsReference() const { return kind_ == Kind::kReference; }
+
+  bool is_hex() const { return flag_ != 0; }
+
+  // The value when it has the kind asked for, else the fallback (or an empty one).
+  bool BooleanOr(bool fallback) const { return IsBoolean() ? value_.integer != 0 : fallback; }
+
+  // A real number counts when it is within the range of 64 bits; its fraction is cut off.
+  std::int64_t IntegerOr(std::int64_t fallback) const;
+  double NumberOr(double fallback) const;
+  // Bytes of a string, a name or a real number's text; empty for other kinds.
+  std::string_view Text() const;
+  std::span<const Object> Items() const;
+  std::span<const DictionaryEntry> Entries() const;
+  Reference AsReference() const;
+
+  // Value of a dictionary's key, the last one where the key stands twice; null for none and for
+  // other kinds.
+  Object Get(std::string_view key) const;
+  bool Has(std::string_view key) const;
+
+ private:
+  Kind kind_ = Kind::kNull;
+  std::uint8_t flag_ = 0;
+  std::uint16_t generation_ = 0;
+  std::uint32_t size_ = 0;
+
+  union {
+    std::int64_t integer = 0;
+    const char* text;
+    const Object* items;
+    const DictionaryEntry* entries;
+  } value_;
+};
+
+static_assert(sizeof(Object) == 16);
+
+struct DictionaryEntry {
+  Object key;  // a name
+  Object value;
+
+  std::string_view Key() const { return key.Text(); }
+};
+
+}  // namespace TarnixTools::pdf
+
+#endif  // TARNIX_PDF_SYNTAX_OBJECT_H_

@@ -1,0 +1,70 @@
+// Builds objects from tokens, tolerantly: what is not regular is read as a reader that means well
+// would read it, and is_regular says that something was not. No recursion: nesting costs heap, up
+// to limits::kMaxNesting, not stack.
+#ifndef TARNIX_PDF_SYNTAX_PARSER_H_
+#define TARNIX_PDF_SYNTAX_PARSER_H_
+
+#include <string>
+#include <vector>
+
+#include "pdf/syntax/Arena.h"
+#include "pdf/syntax/Lexer.h"
+#include "pdf/syntax/Object.h"
+
+namespace TarnixTools::pdf {
+
+// Changes a string's bytes in place while an object is read: the security handler's work.
+class StringTransform {
+ public:
+  virtual ~StringTransform() = default;
+  virtual void Apply(std::string& bytes) = 0;
+};
+
+class Parser {
+ public:
+  enum class Status {
+    kDone,
+    kMore,     // the lexer's window ended first; come back with a larger one
+    kNothing,  // no value here: the input ended, or a keyword stands where a value should
+  };
+
+  explicit Parser(Arena& arena) : arena_(&arena) {}
+
+  // Reads one value. The object and all it holds live in the arena. transform may be null.
+  Status Parse(Lexer& lexer, StringTransform* transform, Object& value);
+
+  // False when the last value read was not in regular syntax.
+  bool is_regular() const { return is_regular_; }
+
+ private:
+  struct Frame {
+    bool is_dictionary;
+    std::size_t first;  // index of its first value in values_
+  };
+
+  bool HandleToken(const Token& token, StringTransform* transform);
+  void Add(const Object& value);
+  void AddString(const Token& token, StringTransform* transform);
+  void AddName(std::string_view text);
+  void AddKeyword(const Token& token);
+  void MakeReference();
+  void Open(bool is_dictionary);
+  void Close(bool is_dictionary);
+  void CloseTop();
+  Object BuildDictionary(std::size_t first);
+
+  Arena* arena_;
+  std::vector<Frame> frames_;
+  std::vector<Object> values_;
+  std::vector<DictionaryEntry> entries_;
+  std::string text_;
+  int skipped_depth_ = 0;  // containers opened beyond the nesting limit
+  bool is_regular_ = true;
+};
+
+// Keywords that end an object wherever they stand.
+bool EndsObject(std::string_view keyword);
+
+}  // namespace TarnixTools::pdf
+
+#endif  // TARNIX_PDF_SYNTAX_PARSER_H_

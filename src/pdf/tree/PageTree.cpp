@@ -1,0 +1,175 @@
+#include "pdf/tree/PageTree.h"
+
+#include "pdf/Error.h"
+#include "pdf/Limits.h"
+
+namespace TarnixTools::pdf {
+
+PageTree::PageTree(Document& document) : document_(&document) {
+  Walk();
+  const bool was_rebuilt = document.is_rebuilt();
+  if ((has_holes_ || (pages_.empty() && document.findings().count() > 0)) && !was_rebuilt) {
+    document.Rebuild();
+    Walk();
+  }
+  if (pages_.empty() && (has_holes_ || document.findings().count() > 0)) {
+    Salvage();
+  }
+}
+
+namespace {
+
+// Containers that are being walked: the kids still to come.
+struct Level {
+  std::vector<Object> kids;
+  std::size_t next = 0;
+  std::uint32_t node = 0;
+};
+
+// Copies of the values that a page may inherit, kept with the tree.
+Object KeepValue(const Object& value, Arena& arena);
+
+Object KeepArray(const Object& array, Arena& arena) {
+  std::vector<Object> items;
+  for (const Object& item : array.Items()) {
+    items.push_back(KeepValue(item, arena));
+  }
+  return Object::Array(arena.CopyItems(std::span<const Object>(items)));
+}
+
+// The parser bounds nesting, so this recursion is bounded too.
+Object KeepValue(const Object& value, Arena& arena) {
+  switch (value.kind()) {
+    case Object::Kind::kArray:
+      return KeepArray(value, arena);
+    case Object::Kind::kDictionary: {
+      std::vector<DictionaryEntry> entries;
+      for (const DictionaryEntry& entry : value.Entries()) {
+        entries.push_back({KeepValue(entry.key, arena), KeepValue(entry.value, arena)});
+      }
+      return Object::Dictionary(arena.CopyItems(std::span<const DictionaryEntry>(entries)));
+    }
+    case Object::Kind::kString:
+      return Object::String(arena.CopyText(value.Text()), value.is_hex());
+    case Object::Kind::kName:
+      return Object::Name(arena.CopyText(value.Text()));
+    case Object::Kind::kReal:
+      return Object::Real(arena.CopyText(value.Text()));
+    default:
+      return value;
+  }
+}
+
+}  // namespace
+
+void PageTree::AddNode(const Object& dictionary, std::uint32_t parent) {
+  Node node;
+  node.parent = parent;
+  for (std::size_t i = 0; i < kInheritablePageKeys.size(); ++i) {
+    node.attributes[i] = KeepValue(dictionary.Get(kInheritablePageKeys[i]), arena_);
+  }
+  nodes_.push_back(node);
+}
+
+void PageTree::Walk() {
+  nodes_.clear();
+  pages_.clear();
+  page_numbers_.clear();
+  node_numbers_.clear();
+  has_holes_ = false;
+  Arena scratch;
+  const Object root_value = document_->Load(document_->root(), scratch).Get("Pages");
+  const Object root = document_->Resolve(root_value, scratch);
+  nodes_.emplace_back();  // node 0: above the root
+  if (!root.IsDictionary()) {
+    has_holes_ = true;
+    return;
+  }
+  const std::int64_t count = document_->Resolve(root.Get("Count"), scratch).IntegerOr(-1);
+  std::vector<Level> levels;
+  const auto descend = [&](const Object& node, std::uint32_t parent) {
+    AddNode(node, parent);
+    const Object kids = document_->Resolve(node.Get("Kids"), scratch);
+    Level level;
+    for (const Object& kid : kids.Items()) {
+      level.kids.push_back(KeepValue(kid, arena_));
+    }
+    level.node = static_cast<std::uint32_t>(nodes_.size() - 1);
+    levels.push_back(std::move(level));
+  };
+  if (root_value.IsReference()) {
+    node_numbers_.insert(root_value.AsReference().number);
+  }
+  if (!root.Has("Kids") && root.Get("Type").IsName("Page")) {  // a single page in place of the tree
+    pages_.push_back({root_value.AsReference().number, 0, KeepValue(root, arena_)});
+    page_numbers_.insert(root_value.AsReference().number);
+    return;
+  }
+  descend(root, 0);
+  while (!levels.empty()) {
+    Level& level = levels.back();
+    if (level.next == level.kids.size()) {
+      levels.pop_back();
+      continue;
+    }
+    const Object kid = level.kids[level.next++];
+    const std::uint32_t parent = level.node;
+    const std::uint32_t number = kid.AsReference().number;
+    scratch.Reset();
+    const Object dictionary = document_->Resolve(kid, scratch);
+    if (!dictionary.IsDictionary()) {
+      document_->findings().Add(FindingCode::kPageTreeDamaged, number);
+      has_holes_ = true;
+      continue;
+    }
+    if (dictionary.Has("Kids")) {
+      if (number != 0 && !node_numbers_.insert(number).second) {
+        document_->findings().Add(FindingCode::kPageTreeLoop, number);
+        continue;
+      }
+      descend(dictionary, parent);
+      continue;
+    }
+    if (dictionary.Get("Type").IsName("Pages")) {
+      continue;  // an empty node
+    }
+    if (pages_.size() >= limits::kMaxPages) {
+      throw Error(ErrorCode::kLimitExceeded, "too many pages");
+    }
+    pages_.push_back({number, parent, number == 0 ? KeepValue(dictionary, arena_) : Object()});
+    if (number != 0) {
+      page_numbers_.insert(number);
+    }
+  }
+  if (count != static_cast<std::int64_t>(pages_.size())) {
+    document_->findings().Add(FindingCode::kPageCountWrong);
+  }
+}
+
+// The last resort: every page object in the file, in the order they stand there.
+void PageTree::Salvage() {
+  for (const std::uint32_t number : document_->SalvagedPages()) {
+    pages_.push_back({number, 0, Object()});
+    page_numbers_.insert(number);
+  }
+  if (pages_.empty()) {
+    throw Error(ErrorCode::kNoPages, "no page can be found");
+  }
+  document_->findings().Add(FindingCode::kPagesSalvaged);
+}
+
+Object PageTree::Load(const Page& page, Arena& arena) const {
+  return page.number == 0 ? page.direct : document_->Resolve(Object::Ref({page.number, 0}), arena);
+}
+
+PageTree::Inherited PageTree::InheritedBy(const Page& page, InheritableKey key) const {
+  for (std::uint32_t node = page.node; node != 0; node = nodes_[node].parent) {
+    const Object& value = nodes_[node].attributes[static_cast<std::size_t>(key)];
+    if (!value.IsNull()) {
+      return {value, node};
+    }
+  }
+  return {};
+}
+
+}  // namespace TarnixTools::pdf

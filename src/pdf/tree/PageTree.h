@@ -1,0 +1,73 @@
+// The pages of a document in order, with what they inherit (ISO 32000-2, 7.7.3).
+#ifndef TARNIX_PDF_TREE_PAGETREE_H_
+#define TARNIX_PDF_TREE_PAGETREE_H_
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "pdf/file/Document.h"
+
+namespace TarnixTools::pdf {
+
+// Attributes that a page takes from its ancestors when it lacks them itself (table 31).
+inline constexpr std::array<std::string_view, 4> kInheritablePageKeys = {"Resources", "MediaBox",
+                                                                         "CropBox", "Rotate"};
+enum class InheritableKey : std::uint8_t { kResources, kMediaBox, kCropBox, kRotate };
+
+class PageTree {
+ public:
+  struct Page {
+    std::uint32_t number = 0;  // 0: the page is no object of its own
+    std::uint32_t node = 0;    // its parent, for Inherited()
+    Object direct;             // the dictionary of a page that is no object of its own
+  };
+
+  // An attribute and the node that gives it.
+  struct Inherited {
+    Object value;
+    std::uint32_t node = 0;
+  };
+
+  // Walks the tree, tolerantly: nodes that cannot be used are passed over, with findings. A tree
+  // that leads to no page, or that has holes, is looked for again by reading the whole file. Throws
+  // Error(kNoPages) for a damaged document in which no page can be found, kLimitExceeded for more
+  // than limits::kMaxPages.
+  explicit PageTree(Document& document);
+
+  const std::vector<Page>& pages() const { return pages_; }
+
+  // Loads the dictionary of a page.
+  Object Load(const Page& page, Arena& arena) const;
+  // The attribute as the page's ancestors give it; a null value when none does.
+  Inherited InheritedBy(const Page& page, InheritableKey key) const;
+
+  // Whether the object is a page or a node of the tree, which a copied page must not drag along.
+  bool IsPage(std::uint32_t number) const { return page_numbers_.contains(number); }
+
+  bool IsNode(std::uint32_t number) const { return node_numbers_.contains(number); }
+
+ private:
+  struct Node {
+    std::uint32_t parent = 0;
+    std::array<Object, 4> attributes;
+  };
+
+  void Walk();
+  void AddNode(const Object& dictionary, std::uint32_t parent);
+  void Salvage();
+
+  Document* document_;
+  Arena arena_;  // attributes of nodes and direct pages
+  std::vector<Node> nodes_;
+  std::vector<Page> pages_;
+  std::unordered_set<std::uint32_t> page_numbers_;
+  std::unordered_set<std::uint32_t> node_numbers_;
+  bool has_holes_ = false;
+};
+
+}  // namespace TarnixTools::pdf
+
+#endif  // TARNIX_PDF_TREE_PAGETREE_H_

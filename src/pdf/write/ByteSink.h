@@ -1,0 +1,29 @@
+// Where a written document's bytes go, from first to last.
+#ifndef TARNIX_PDF_WRITE_BYTESINK_H_
+#define TARNIX_PDF_WRITE_BYTESINK_H_
+
+#include <string>
+#include <string_view>
+
+namespace TarnixTools::pdf {
+
+class ByteSink {
+ public:
+  virtual ~ByteSink() = default;
+  // Takes all of it, or throws Error(kWriteFailed).
+  virtual void Write(std::string_view bytes) = 0;
+};
+
+class StringSink : public ByteSink {
+ public:
+  void Write(std::string_view bytes) override { bytes_ += bytes; }
+
+  const std::string& bytes() const { return bytes_; }
+
+ private:
+  std::string bytes_;
+};
+
+}  // namespace TarnixTools::pdf
+
+#endif  // TARNIX_PDF_WRITE_BYTESINK_H_

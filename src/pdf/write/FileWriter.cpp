@@ -1,0 +1,293 @@
+#include "pdf/write/FileWriter.h"
+
+#include <array>
+#include <charconv>
+
+#include <libdeflate.h>
+#include <nettle/md5.h>
+
+#include "pdf/Error.h"
+#include "pdf/filters/Filters.h"
+#include "pdf/write/Serialize.h"
+
+namespace TarnixTools::pdf {
+
+namespace {
+
+constexpr std::size_t kBufferSize = std::size_t{256} << 10;
+constexpr std::size_t kMaxMembers = 200;
+constexpr std::size_t kMaxMemberText = std::size_t{64} << 10;
+// Object streams are written once and read often, but most of a job's time would go into higher
+// levels.
+constexpr int kObjectStreamLevel = 1;
+constexpr int kCrossReferenceLevel = 6;
+
+}  // namespace
+
+// Digest of all that is written: two checksums of each block, at the speed of memory, joined by one
+// real digest. It tells documents apart; it is no proof against forgery, and file identifiers need
+// not be.
+class FileWriter::Digest {
+ public:
+  Digest() { md5_init(&state_); }
+
+  void Add(std::string_view block) {
+    const std::array<std::uint64_t, 2> sums = {
+        libdeflate_crc32(0, block.data(), block.size()),
+        (std::uint64_t{block.size()} << 32) | libdeflate_adler32(1, block.data(), block.size())};
+    md5_update(&state_, sizeof sums, reinterpret_cast<const std::uint8_t*>(sums.data()));
+  }
+
+  std::string Take() {
+    std::string digest(MD5_DIGEST_SIZE, '\0');
+    md5_digest(&state_, digest.size(), reinterpret_cast<std::uint8_t*>(digest.data()));
+    return digest;
+  }
+
+ private:
+  md5_ctx state_;
+};
+
+class FileWriter::StringEncryptor : public StringTransform {
+ public:
+  explicit StringEncryptor(const Security& security) : security_(&security) {}
+
+  void Apply(std::string& bytes) override {
+    std::string encrypted;
+    const auto cipher = security_->Encryptor();
+    cipher->Update(bytes, encrypted);
+    cipher->Finish(encrypted);
+    bytes = std::move(encrypted);
+  }
+
+ private:
+  const Security* security_;
+};
+
+FileWriter::FileWriter(ByteSink& sink, const Security* security)
+    : sink_(&sink), security_(security), digest_(std::make_unique<Digest>()), places_(1, 0) {
+  if (security != nullptr) {
+    string_encryptor_ = std::make_unique<StringEncryptor>(*security);
+  }
+  buffer_.reserve(kBufferSize);
+  // AES-256 of revision 6 belongs to PDF 2.0.
+  Put(security != nullptr ? "%PDF-2.0\n%\xE2\xE3\xCF\xD3\n" : "%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
+}
+
+FileWriter::~FileWriter() = default;
+
+std::uint32_t FileWriter::Reserve() {
+  places_.push_back(0);
+  return static_cast<std::uint32_t>(places_.size() - 1);
+}
+
+StringTransform* FileWriter::StreamStrings() {
+  return string_encryptor_.get();
+}
+
+void FileWriter::WriteObject(std::uint32_t number, std::string_view body) {
+  AppendInteger(member_table_, number);
+  AppendInteger(member_table_, static_cast<std::int64_t>(member_text_.size()));
+  member_text_ += body;
+  member_text_ += '\n';
+  members_.push_back(number);
+  if (members_.size() >= kMaxMembers || member_text_.size() >= kMaxMemberText) {
+    FlushObjectStream();
+  }
+}
+
+void FileWriter::FlushObjectStream() {
+  if (members_.empty()) {
+    return;
+  }
+  const std::uint32_t number = Reserve();
+  for (std::size_t i = 0; i < members_.size(); ++i) {
+    places_[members_[i]] = (((std::uint64_t{number} << 20) | i) << 1) | 1;
+  }
+  member_table_ += '\n';
+  const std::size_t first = member_table_.size();
+  member_table_ += member_text_;
+  std::string data;
+  DeflateTo(data, member_table_, kObjectStreamLevel);
+  std::string dictionary = "<</Type/ObjStm/N";
+  AppendInteger(dictionary, static_cast<std::int64_t>(members_.size()));
+  dictionary += "/First";
+  AppendInteger(dictionary, static_cast<std::int64_t>(first));
+  dictionary += "/Filter/FlateDecode";
+  member_table_.clear();
+  member_text_.clear();
+  members_.clear();
+  BeginStream(number, dictionary, data.size());
+  AppendStream(data);
+  EndStream();
+}
+
+void FileWriter::PutObjectStart(std::uint32_t number) {
+  places_[number] = offset_ << 1;
+  PutNumber(number);
+  Put(" 0 obj\n");
+}
+
+void FileWriter::BeginStream(std::uint32_t number, std::string_view open_dictionary,
+                             std::uint64_t length) {
+  PutObjectStart(number);
+  Put(open_dictionary);
+  Put("/Length ");
+  stream_cipher_ = security_ != nullptr ? security_->Encryptor() : nullptr;
+  PutNumber(stream_cipher_ != nullptr ? Security::EncryptedSize(length) : length);
+  Put(">>\nstream\n");
+  stream_left_ = length;
+}
+
+void FileWriter::AppendStream(std::string_view bytes) {
+  if (bytes.size() > stream_left_) {
+    throw Error(ErrorCode::kInternal, "a stream is longer than announced");
+  }
+  stream_left_ -= bytes.size();
+  if (stream_cipher_ == nullptr) {
+    Put(bytes);
+    return;
+  }
+  encrypted_.clear();
+  stream_cipher_->Update(bytes, encrypted_);
+  Put(encrypted_);
+}
+
+void FileWriter::EndStream() {
+  if (stream_left_ != 0) {
+    throw Error(ErrorCode::kInternal, "a stream is shorter than announced");
+  }
+  if (stream_cipher_ != nullptr) {
+    encrypted_.clear();
+    stream_cipher_->Finish(encrypted_);
+    Put(encrypted_);
+    stream_cipher_.reset();
+  }
+  Put("\nendstream\nendobj\n");
+}
+
+void FileWriter::Put(std::string_view bytes) {
+  offset_ += bytes.size();
+  if (buffer_.size() + bytes.size() > kBufferSize) {
+    Flush();
+    if (bytes.size() >= kBufferSize) {
+      digest_->Add(bytes);
+      sink_->Write(bytes);
+      return;
+    }
+  }
+  buffer_ += bytes;
+}
+
+void FileWriter::PutNumber(std::uint64_t number) {
+  char digits[24];
+  const auto end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+  Put({digits, static_cast<std::size_t>(end - digits)});
+}
+
+void FileWriter::Flush() {
+  if (!buffer_.empty()) {
+    digest_->Add(buffer_);
+    sink_->Write(buffer_);
+    buffer_.clear();
+  }
+}
+
+std::string FileWriter::EncryptionDictionaryText() const {
+  const EncryptionFacts& facts = security_->facts();
+  std::string text = "<</Filter/Standard/V 5/R 6/Length 256/P";
+  AppendInteger(text, facts.permissions);
+  text += "/CF<</StdCF<</AuthEvent/DocOpen/CFM/AESV3/Length 32>>>>/StmF/StdCF/StrF/StdCF";
+  const std::pair<const char*, const std::string*> strings[] = {{"/O", &facts.owner},
+                                                                {"/U", &facts.user},
+                                                                {"/OE", &facts.owner_key},
+                                                                {"/UE", &facts.user_key},
+                                                                {"/Perms", &facts.perms}};
+  for (const auto& [key, value] : strings) {
+    text += key;
+    AppendString(text, *value, true);
+  }
+  return text + ">>";
+}
+
+// Type, place and index of every object, in rows that are 1 + offset_width + 2 bytes long, each
+// given as the difference to the row above (PNG predictor 12), which is what makes them deflate
+// well.
+std::string FileWriter::CrossReferenceData(std::uint32_t self, unsigned offset_width) const {
+  const std::size_t width = 1 + offset_width + 2;
+  std::string data;
+  data.reserve((places_.size() + 1) * (width + 1));
+  std::array<unsigned char, 16> above{};
+  for (std::size_t number = 0; number < places_.size(); ++number) {
+    const std::uint64_t place = number == self ? offset_ << 1 : places_[number];
+    const bool is_member = (place & 1) != 0;
+    const unsigned type = place == 0 ? 0 : is_member ? 2 : 1;
+    const std::uint64_t second = is_member ? place >> 21 : place >> 1;
+    const std::uint64_t third = is_member ? (place >> 1) & 0xFFFFF : (number == 0 ? 65535 : 0);
+    std::array<unsigned char, 16> row{};
+    row[0] = static_cast<unsigned char>(type);
+    for (unsigned i = 0; i < offset_width; ++i) {
+      row[1 + i] = static_cast<unsigned char>(second >> (8 * (offset_width - 1 - i)));
+    }
+    row[width - 2] = static_cast<unsigned char>(third >> 8);
+    row[width - 1] = static_cast<unsigned char>(third);
+    data += '\x02';
+    for (std::size_t i = 0; i < width; ++i) {
+      data += static_cast<char>(row[i] - above[i]);
+    }
+    above = row;
+  }
+  return data;
+}
+
+void FileWriter::Finish(std::uint32_t catalog, std::uint32_t info) {
+  FlushObjectStream();
+  std::uint32_t encrypt = 0;
+  if (security_ != nullptr) {
+    encrypt = Reserve();
+    PutObjectStart(encrypt);
+    Put(EncryptionDictionaryText());
+    Put("\nendobj\n");
+  }
+  const std::uint32_t self = Reserve();
+  const std::uint64_t start = offset_;
+  unsigned offset_width = 1;
+  while (offset_width < 8 &&
+         (std::max<std::uint64_t>(start, places_.size()) >> (8 * offset_width)) != 0) {
+    ++offset_width;
+  }
+  std::string data;
+  DeflateTo(data, CrossReferenceData(self, offset_width), kCrossReferenceLevel);
+  Flush();
+  const std::string id = digest_->Take();
+  std::string dictionary = "<</Type/XRef/Size";
+  AppendInteger(dictionary, static_cast<std::int64_t>(places_.size()));
+  dictionary += "/W[1 " + std::to_string(offset_width) + " 2]/Root";
+  AppendReference(dictionary, catalog);
+  if (info != 0) {
+    dictionary += "/Info";
+    AppendReference(dictionary, info);
+  }
+  if (encrypt != 0) {
+    dictionary += "/Encrypt";
+    AppendReference(dictionary, encrypt);
+  }
+  dictionary += "/ID[";
+  AppendString(dictionary, id, true);
+  AppendString(dictionary, id, true);
+  dictionary += "]/Filter/FlateDecode/DecodeParms<</Predictor 12/Columns " +
+                std::to_string(3 + offset_width) + ">>";
+  // The cross-reference itself is never encrypted.
+  PutObjectStart(self);
+  Put(dictionary);
+  Put("/Length ");
+  PutNumber(data.size());
+  Put(">>\nstream\n");
+  Put(data);
+  Put("\nendstream\nendobj\nstartxref\n");
+  PutNumber(start);
+  Put("\n%%EOF\n");
+  Flush();
+}
+
+}  // namespace TarnixTools::pdf

@@ -1,0 +1,86 @@
+// Writes a whole PDF file in one forward pass: objects in compressed object streams, stream data in
+// blocks, a cross-reference stream at the end (ISO 32000-2, 7.5.7 and 7.5.8).
+//
+//   FileWriter writer(sink, nullptr);
+//   const std::uint32_t catalog = writer.Reserve();
+//   writer.WriteObject(catalog, "<</Type/Catalog/Pages 2 0 R>>");
+//   ...
+//   writer.Finish(catalog, 0);
+#ifndef TARNIX_PDF_WRITE_FILEWRITER_H_
+#define TARNIX_PDF_WRITE_FILEWRITER_H_
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "pdf/crypt/Security.h"
+#include "pdf/syntax/Parser.h"
+#include "pdf/write/ByteSink.h"
+
+namespace TarnixTools::pdf {
+
+class FileWriter {
+ public:
+  // Both outlive the writer. security, when not null, was made by Security::Create, and everything
+  // is encrypted with it.
+  FileWriter(ByteSink& sink, const Security* security);
+  ~FileWriter();
+  FileWriter(const FileWriter&) = delete;
+  FileWriter& operator=(const FileWriter&) = delete;
+
+  // A number for an object that will be written before Finish; one that never is becomes a free
+  // entry.
+  std::uint32_t Reserve();
+
+  // Writes an object that is not a stream. body: the object as text, its strings as they are.
+  void WriteObject(std::uint32_t number, std::string_view body);
+
+  // Writes a stream: its dictionary as text without /Length and without the closing ">>", then
+  // `length` bytes of data by any number of AppendStream calls, then EndStream. Strings in the
+  // dictionary have gone through StreamStrings().
+  void BeginStream(std::uint32_t number, std::string_view open_dictionary, std::uint64_t length);
+  void AppendStream(std::string_view bytes);
+  void EndStream();
+
+  // What the strings of a stream's dictionary must go through; null when nothing is encrypted.
+  StringTransform* StreamStrings();
+
+  // Writes what is left, the cross-reference and the trailer. info: number of the document
+  // information, or 0.
+  void Finish(std::uint32_t catalog, std::uint32_t info);
+
+  std::uint64_t bytes_written() const { return offset_; }
+
+ private:
+  class Digest;
+  class StringEncryptor;
+
+  void Put(std::string_view bytes);
+  void PutNumber(std::uint64_t number);
+  void PutObjectStart(std::uint32_t number);
+  void Flush();
+  void FlushObjectStream();
+  std::string EncryptionDictionaryText() const;
+  std::string CrossReferenceData(std::uint32_t self, unsigned offset_width) const;
+
+  ByteSink* sink_;
+  const Security* security_;
+  std::unique_ptr<Digest> digest_;
+  std::unique_ptr<StringEncryptor> string_encryptor_;
+  std::string buffer_;
+  std::uint64_t offset_ = 0;  // of the buffer's end in the file
+  // By object number: 0 free; offset << 1; or (object stream << 20 | index) << 1 | 1.
+  std::vector<std::uint64_t> places_;
+  std::string member_table_;  // "number offset" pairs of the object stream being filled
+  std::string member_text_;
+  std::vector<std::uint32_t> members_;
+  std::unique_ptr<Cipher> stream_cipher_;
+  std::string encrypted_;
+  std::uint64_t stream_left_ = 0;
+};
+
+}  // namespace TarnixTools::pdf
+
+#endif  // TARNIX_PDF_WRITE_FILEWRITER_H_

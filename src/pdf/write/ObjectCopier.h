@@ -1,0 +1,107 @@
+// Copies objects, and all that they refer to, from a document into a file that is being written.
+//
+//   NumberMap numbers(source.object_limit());
+//   ObjectCopier copier(source, writer, numbers, barrier);
+//   const std::uint32_t font = copier.Map(17);   // the number that object 17 has in the target
+//   copier.CopyPending();                        // writes it and what it needs
+#ifndef TARNIX_PDF_WRITE_OBJECTCOPIER_H_
+#define TARNIX_PDF_WRITE_OBJECTCOPIER_H_
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "pdf/file/Document.h"
+#include "pdf/write/FileWriter.h"
+#include "pdf/write/Serialize.h"
+#include "pdf/write/TokenCopier.h"
+
+namespace TarnixTools::pdf {
+
+// Which number each source object has in the target. Clearing costs what was set, not what could
+// be.
+class NumberMap {
+ public:
+  std::uint32_t Get(std::uint32_t number) const {
+    return number < numbers_.size() ? numbers_[number] : 0;
+  }
+
+  void Set(std::uint32_t number, std::uint32_t target);
+  void Clear();
+
+ private:
+  std::vector<std::uint32_t> numbers_;
+  std::vector<std::uint32_t> set_;
+};
+
+class ObjectCopier : public ReferenceMap {
+ public:
+  // Objects that `is_barred` names are not copied: references to them become null, unless Assign
+  // gave them a number. Everything passed by reference outlives the copier; numbers is empty at
+  // first.
+  ObjectCopier(Document& source, FileWriter& target, NumberMap& numbers,
+               std::function<bool(std::uint32_t)> is_barred);
+
+  // The target's number of a source object, which is written by CopyPending when it is new; 0 for
+  // one that is barred or not there.
+  std::uint32_t Map(std::uint32_t number) override;
+
+  // Declares that the caller writes the object itself, under this number.
+  void Assign(std::uint32_t number, std::uint32_t target_number) {
+    numbers_->Set(number, target_number);
+  }
+
+  bool IsMapped(std::uint32_t number) const { return numbers_->Get(number) != 0; }
+
+  // Appends a value of the source, its references mapped.
+  void Append(std::string& out, const Object& value);
+
+  // Writes every object that Map has promised.
+  void CopyPending();
+
+  Document& source() { return *source_; }
+
+  FileWriter& target() { return *target_; }
+
+ private:
+  struct Promise {
+    std::uint32_t number;
+    std::uint32_t target_number;
+  };
+
+  // A stream of the source on its way to the target.
+  struct Passage {
+    Reference source;
+    std::uint32_t target_number = 0;
+    StreamExtent extent;
+    CryptMethod method = CryptMethod::kIdentity;
+    std::string_view open_dictionary;  // without /Length and the closing ">>"
+    bool may_deflate = false;          // plain data that nothing forbids to compress
+  };
+
+  void CopyObject(const Promise& promise);
+  TokenCopier::Status CopyTokens(const RawObject& raw, StringTransform* strings,
+                                 std::uint64_t& end);
+  bool CopyText(const RawObject& raw, const Promise& promise);
+  void CopyParsed(const RawObject& raw, const Promise& promise);
+  void RestoreLength();
+  void CopyStream(const Passage& passage);
+  void CopyBlocks(const Passage& passage, std::uint64_t plain_length);
+  void CopyHeld(const Passage& passage);
+  std::string ReadPlain(const Passage& passage);
+
+  Document* source_;
+  FileWriter* target_;
+  NumberMap* numbers_;
+  std::function<bool(std::uint32_t)> is_barred_;
+  TokenCopier tokens_;
+  std::vector<Promise> pending_;
+  std::string text_;
+  std::string block_;
+};
+
+}  // namespace TarnixTools::pdf
+
+#endif  // TARNIX_PDF_WRITE_OBJECTCOPIER_H_

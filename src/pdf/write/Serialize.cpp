@@ -1,0 +1,155 @@
+#include "pdf/write/Serialize.h"
+
+#include <charconv>
+#include <vector>
+
+#include "pdf/syntax/Chars.h"
+
+namespace TarnixTools::pdf {
+
+void AppendToken(std::string& out, std::string_view token) {
+  if (!out.empty() && !token.empty() && IsRegular(out.back()) && IsRegular(token.front())) {
+    out += ' ';
+  }
+  out += token;
+}
+
+void AppendInteger(std::string& out, std::int64_t value) {
+  char digits[24];
+  const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+  AppendToken(out, {digits, static_cast<std::size_t>(end - digits)});
+}
+
+void AppendReference(std::string& out, std::uint32_t number, std::uint16_t generation) {
+  AppendInteger(out, number);
+  AppendInteger(out, generation);
+  out += " R";
+}
+
+void AppendName(std::string& out, std::string_view name) {
+  out += '/';
+  for (const char c : name) {
+    const bool is_plain = IsRegular(c) && c != '#' && c > 0x20 && c < 0x7f;
+    if (is_plain) {
+      out += c;
+    } else {
+      out += '#';
+      out += kHexDigits[static_cast<unsigned char>(c) >> 4];
+      out += kHexDigits[static_cast<unsigned char>(c) & 15];
+    }
+  }
+}
+
+namespace {
+
+std::size_t LiteralSize(std::string_view bytes) {
+  std::size_t size = bytes.size() + 2;
+  for (const char c : bytes) {
+    size += c == '(' || c == ')' || c == '\\' || c == '\r' ? 1 : 0;
+  }
+  return size;
+}
+
+}  // namespace
+
+void AppendString(std::string& out, std::string_view bytes, bool as_hex) {
+  if (as_hex || LiteralSize(bytes) > 2 * bytes.size() + 2) {
+    out += '<';
+    for (const char c : bytes) {
+      out += kHexDigits[static_cast<unsigned char>(c) >> 4];
+      out += kHexDigits[static_cast<unsigned char>(c) & 15];
+    }
+    out += '>';
+    return;
+  }
+  out += '(';
+  for (const char c : bytes) {
+    if (c == '\r') {  // as it is, it would be read as a line feed
+      out += "\\r";
+      continue;
+    }
+    if (c == '(' || c == ')' || c == '\\') {
+      out += '\\';
+    }
+    out += c;
+  }
+  out += ')';
+}
+
+namespace {
+
+void AppendScalar(std::string& out, const Object& value, const SerializeHooks& hooks) {
+  switch (value.kind()) {
+    case Object::Kind::kBoolean:
+      AppendToken(out, value.BooleanOr(false) ? "true" : "false");
+      break;
+    case Object::Kind::kInteger:
+      AppendInteger(out, value.IntegerOr(0));
+      break;
+    case Object::Kind::kReal:
+      AppendToken(out, value.Text());
+      break;
+    case Object::Kind::kName:
+      AppendName(out, value.Text());
+      break;
+    case Object::Kind::kString:
+      if (hooks.strings != nullptr) {
+        std::string bytes(value.Text());
+        hooks.strings->Apply(bytes);
+        AppendString(out, bytes, true);
+      } else {
+        AppendString(out, value.Text(), value.is_hex());
+      }
+      break;
+    case Object::Kind::kReference:
+      if (hooks.reference) {
+        hooks.reference(out, value.AsReference());
+      } else {
+        AppendReference(out, value.AsReference().number, value.AsReference().generation);
+      }
+      break;
+    default:
+      AppendToken(out, "null");
+      break;
+  }
+}
+
+}  // namespace
+
+void AppendObject(std::string& out, const Object& value, const SerializeHooks& hooks) {
+  struct Open {
+    Object container;
+    std::size_t next = 0;
+  };
+
+  std::vector<Open> open;
+  const auto begin = [&](const Object& v) {
+    if (v.IsArray() || v.IsDictionary()) {
+      out += v.IsArray() ? "[" : "<<";
+      open.push_back({v, 0});
+    } else {
+      AppendScalar(out, v, hooks);
+    }
+  };
+  begin(value);
+  while (!open.empty()) {
+    Open& top = open.back();
+    if (top.container.IsArray()) {
+      if (top.next == top.container.Items().size()) {
+        out += ']';
+        open.pop_back();
+      } else {
+        begin(top.container.Items()[top.next++]);
+      }
+    } else if (top.next == top.container.Entries().size()) {
+      out += ">>";
+      open.pop_back();
+    } else {
+      const DictionaryEntry& entry = top.container.Entries()[top.next++];
+      AppendName(out, entry.Key());
+      begin(entry.value);
+    }
+  }
+}
+
+}  // namespace TarnixTools::pdf

@@ -1,0 +1,79 @@
+// Copies an object's text token by token, changing only its references: no values are built,
+// nothing is parsed twice.
+#ifndef TARNIX_PDF_WRITE_TOKENCOPIER_H_
+#define TARNIX_PDF_WRITE_TOKENCOPIER_H_
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "pdf/syntax/Lexer.h"
+#include "pdf/syntax/Object.h"
+#include "pdf/syntax/Parser.h"
+
+namespace TarnixTools::pdf {
+
+// Says what a reference becomes in the copy.
+class ReferenceMap {
+ public:
+  virtual ~ReferenceMap() = default;
+  // The number in the target, or 0 for a reference that becomes null.
+  virtual std::uint32_t Map(std::uint32_t number) = 0;
+};
+
+class TokenCopier {
+ public:
+  enum class Status {
+    kDone,
+    kMore,       // the lexer's window ended first; start again with a larger one
+    kIrregular,  // not regular syntax, or no array or dictionary: read it with the Parser instead
+  };
+
+  explicit TokenCopier(ReferenceMap& references) : references_(&references) {}
+
+  // Appends the array or dictionary that comes next to `out`. strings may be null. The last /Length
+  // of an outermost dictionary is left out; length() tells it.
+  Status Copy(Lexer& lexer, StringTransform* strings, std::string& out);
+
+  // Of the last value copied, where it is a dictionary:
+  const Object& length() const {
+    return length_;
+  }  // /Length as it stands: an integer or a reference
+
+  bool has_filter() const { return has_filter_; }  // /Filter is there
+
+  bool has_type(std::string_view type) const { return type_ == type; }
+
+  std::string_view type() const { return type_; }
+
+  bool is_dictionary() const { return is_dictionary_; }
+
+ private:
+  struct Frame {
+    bool is_dictionary;
+    bool wants_key;
+  };
+
+  Token Fetch(Lexer& lexer);
+  Status CopyInteger(Lexer& lexer, const Token& token, std::string& out);
+  bool TakeKey(const Token& token, std::string& out);
+  Status CopyLength(Lexer& lexer);
+  void CopyString(const Token& token, StringTransform* strings, std::string& out);
+
+  ReferenceMap* references_;
+  std::vector<Frame> frames_;
+  std::array<Token, 2> ahead_;  // tokens looked at but not used
+  std::size_t ahead_count_ = 0;
+  Object length_;
+  bool has_filter_ = false;
+  bool is_dictionary_ = false;
+  bool next_is_type_ = false;
+  std::string type_;
+  std::string text_;
+};
+
+}  // namespace TarnixTools::pdf
+
+#endif  // TARNIX_PDF_WRITE_TOKENCOPIER_H_
