@@ -36,6 +36,7 @@
 #include <string>
 #include <vector>
 
+#include "PdfMetadataParam.h"
 #include "PdfPageRange.h"
 #include "PdfRotationAngle.h"
 #include "PdfSize.h"
@@ -63,6 +64,9 @@ class TARNIX_EXPORT PdfDoc {
  public:
   // What a page copy brings along: links, annotations, form fields and outline items.
   static constexpr int PDF_COPY_OPTIONS = 15;
+
+  // Bytes of the longest value that GetMetaData gives, its ending NUL included.
+  static constexpr int PDFDOC_MAX_META_LENGTH = 2048;
 
   // A document without a path; SetPath comes first.
   PdfDoc();
@@ -135,6 +139,14 @@ class TARNIX_EXPORT PdfDoc {
   //   Millimeters and Inches. divisor     - what the size in points is divided by for Custom.
   // Throws InvalidParameter for a page the document lacks and for an unknown unit.
   PdfSize GetPageSize(int page_number, PdfSizeUnits units, double resolution, double divisor);
+
+  // The visible sizes of all pages in points, their rotation taken into account; the file is opened
+  // once.
+  std::vector<PdfSize> GetPageSizes();
+
+  // An entry of the document information in UTF-8, empty when the document has none. What is longer
+  // than PDFDOC_MAX_META_LENGTH is cut. Throws InternalError for a value that is no entry.
+  std::string GetMetaData(PdfMetadataParam param);
 
   // The ranges that a host keeps with the document. Nothing is checked.
   void AddRange(const PdfPageRange& range);

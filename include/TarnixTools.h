@@ -7,6 +7,7 @@
 #include "PdfDoc.h"
 #include "PdfException.h"
 #include "PdfMergeTask.h"
+#include "PdfMetadataParam.h"
 #include "PdfPagePoint.h"
 #include "PdfPageRange.h"
 #include "PdfRotationAngle.h"

@@ -69,6 +69,24 @@ PdfSize PdfDoc::GetPageSize(int page_number, PdfSizeUnits units, double resoluti
   return {points.width * factor, points.height * factor};
 }
 
+std::vector<PdfSize> PdfDoc::GetPageSizes() {
+  OpenAndCountPages();
+  const DiscardGuard closing(*this);
+  const PageListPtr pages(engines::PdfDocumentGetPages(Document()));
+  std::vector<PdfSize> sizes;
+  sizes.reserve(static_cast<std::size_t>(pages_num_));
+  for (int i = 0; i < pages_num_; ++i) {
+    const PagePtr page(engines::PdfPageListGet(pages.get(), i));
+    engines::TPdfSize points;
+    if (engines::PdfPageGetSize(page.get(), &points) == 0) {
+      throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
+                         "Unable not get page [%d] dimensions", i + 1);
+    }
+    sizes.emplace_back(points.width, points.height);
+  }
+  return sizes;
+}
+
 void PdfDoc::AddRange(const PdfPageRange& range) {
   ranges_.push_back(range);
 }

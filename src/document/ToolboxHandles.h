@@ -16,6 +16,7 @@ struct ToolboxCloser {
 };
 
 using PageListPtr = std::unique_ptr<engines::TPdfPageList, ToolboxCloser>;
+using MetadataPtr = std::unique_ptr<engines::TPdfMetadata, ToolboxCloser>;
 using PagePtr = std::unique_ptr<engines::TPdfPage, ToolboxCloser>;
 
 }  // namespace TarnixTools
