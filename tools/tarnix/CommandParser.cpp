@@ -163,6 +163,7 @@ Command ParseCommand(const Job& job, const std::vector<std::string>& words) {
   app.set_help_flag();  // ours comes from the table
   const CLI::Option* inputs = AddInputs(app, normalized.size());
   std::vector<const CLI::Option*> options;
+  options.reserve(rows.size());
   for (const OptionRow* row : rows) {
     options.push_back(AddOption(app, *row));
   }

@@ -7,6 +7,7 @@
 
 #include "Job.h"
 #include "JobContext.h"
+#include "PdfMetadataParam.h"
 #include "PdfSize.h"
 #include "Streams.h"
 
