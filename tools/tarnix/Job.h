@@ -3,8 +3,10 @@
 // statuses, --help, the bash completion and the man page follow from the description.
 //
 //   constexpr OptionRow kOptions[] = {
-//       {.name = "angle", .kind = ValueKind::Choice, .argument = "0|90|180|270", .help = "turn to
-//       the right"},
+//       {.name = "angle",
+//        .kind = ValueKind::Choice,
+//        .argument = "0|90|180|270",
+//        .help = "turn to the right"},
 //   };
 //
 //   JobResult Rotate(JobContext& context) {
@@ -17,8 +19,12 @@
 //   }
 //
 //   const JobRegistration kRegistration({
-//       .name = "rotate", .summary = "turn every page", .inputs = {.min = 1, .max = 1}, .options =
-//       kOptions, .run = Rotate,
+//       .name = "rotate",
+//       .summary = "turn every page",
+//       .description = "Turns every page of the input by the angle.",
+//       .inputs = {.min = 1, .max = 1},
+//       .options = kOptions,
+//       .run = Rotate,
 //   });
 #ifndef TARNIX_CLI_JOB_H_
 #define TARNIX_CLI_JOB_H_
