@@ -1,5 +1,7 @@
 // What all jobs share: usage, passwords, errors, exit statuses, progress.
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "tools/CliTest.h"
 
@@ -84,8 +86,8 @@ TEST_F(CommandLine, TakesTheLastOfRepeatedOptions) {
 }
 
 TEST_F(CommandLine, PrintsFailuresAsJson) {
-  const auto result = Run({"split", "a.pdf", "--every", "7", "--json"});
-  const std::string message = "Invalid split size [7] for PDF [a] ([1] pages available)";
+  const auto result = Run({"split", "a.pdf", "--ranges", "7", "--json"});
+  const std::string message = "Could not split file, invalid range [7-7] ([1] pages available)";
   EXPECT_EQ(result.status, 14);
   EXPECT_EQ(result.err, "tarnix: InvalidParameter: " + message + "\n");
   const Json expected = {
@@ -247,11 +249,18 @@ TEST_F(Progress, IsNotShownWhenQuiet) {
   EXPECT_EQ(BytesOnError({"--progress", "always", "--quiet"}), "");
 }
 
+// The output is a pipe that nobody empties, so the job lasts until it is killed.
 TEST_F(Progress, IsShownOnATerminalWhileAJobLasts) {
-  const std::string pipe = Path("never-written");
-  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-  TerminalRun run({"merge", pipe, Path("a.pdf")});
-  EXPECT_TRUE(run.WaitFor(kBar));
+  WritePdf("many.pdf", 5000);
+  const std::string many = Path("many.pdf");
+  ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
+  const int reader = open(Path("pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  ASSERT_GE(reader, 0);
+  {
+    TerminalRun run({"merge", many, many, "-o", directory_.Path(), "--name", "pipe"});
+    EXPECT_TRUE(run.WaitFor(kBar));
+  }
+  close(reader);
 }
 
 TEST_F(Progress, IsNeverShownOnATerminalWhenForbidden) {

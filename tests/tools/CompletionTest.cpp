@@ -1,5 +1,6 @@
 #include <sstream>
 
+#include "support/Readers.h"
 #include "tools/CliTest.h"
 
 namespace TarnixTools::testing {
@@ -19,11 +20,7 @@ class BashCompletion : public CliTest {
     WriteFile("completion", result.out);
   }
 
-  void SetUp() override {
-    if (!HasProgram("bash")) {
-      GTEST_SKIP() << "bash is not installed";
-    }
-  }
+  void SetUp() override { TARNIX_NEED_PROGRAM("bash"); }
 
   // What bash offers for the last of the words.
   std::vector<std::string> Offers(const std::vector<std::string>& words) {
@@ -33,7 +30,7 @@ class BashCompletion : public CliTest {
         "for offer in \"${COMPREPLY[@]}\"; do echo \"$offer\"; done",
         "bash"};
     command.insert(command.end(), words.begin(), words.end());
-    const auto result = RunProgram(command, {.directory = directory_.Path()});
+    const auto result = RunCommand(command, {.directory = directory_.Path()});
     EXPECT_EQ(result.err, "");
     std::vector<std::string> offers;
     std::istringstream lines(result.out);
@@ -45,14 +42,14 @@ class BashCompletion : public CliTest {
 };
 
 TEST_F(BashCompletion, IsValidBash) {
-  const auto result = RunProgram({"bash", "-n", Path("completion")});
+  const auto result = RunCommand({"bash", "-n", Path("completion")});
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_EQ(result.err, "");
 }
 
 TEST_F(BashCompletion, IsBoundToTheProgram) {
   const auto result =
-      RunProgram({"bash", "--norc", "-c", "source " + Path("completion") + "; complete -p tarnix"});
+      RunCommand({"bash", "--norc", "-c", "source " + Path("completion") + "; complete -p tarnix"});
   EXPECT_THAT(result.out, ::testing::HasSubstr("-F _tarnix tarnix"));
 }
 

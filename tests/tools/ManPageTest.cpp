@@ -1,3 +1,4 @@
+#include "support/Readers.h"
 #include "tools/CliTest.h"
 
 namespace TarnixTools::testing {
@@ -8,22 +9,18 @@ using ::testing::HasSubstr;
 using ManPage = CliTest;
 
 TEST_F(ManPage, PassesTheFormatterWithoutAWarning) {
-  if (!HasProgram("groff")) {
-    GTEST_SKIP() << "groff is not installed";
-  }
+  TARNIX_NEED_PROGRAM("groff");
   const auto page = Run({"man"});
   EXPECT_EQ(page.status, 0);
-  const auto formatted = RunProgram({"groff", "-man", "-ww", "-z", "-"}, {.input = page.out});
+  const auto formatted = RunCommand({"groff", "-man", "-ww", "-z", "-"}, {.input = page.out});
   EXPECT_EQ(formatted.status, 0);
   EXPECT_EQ(formatted.err, "");
 }
 
 TEST_F(ManPage, ReadsAsItWasWritten) {
-  if (!HasProgram("groff")) {
-    GTEST_SKIP() << "groff is not installed";
-  }
+  TARNIX_NEED_PROGRAM("groff");
   const auto text =
-      RunProgram({"groff", "-man", "-Tascii", "-P-cbou", "-"}, {.input = Run({"man"}).out}).out;
+      RunCommand({"groff", "-man", "-Tascii", "-P-cbou", "-"}, {.input = Run({"man"}).out}).out;
   for (const std::string part :
        {"TARNIX(1)", "tarnix merge [OPTIONS] INPUT INPUT...", "-o, --out-dir DIR",
         "--units cm|mm|in|pt", "('-': standard input)", "TARNIX_PASSWORD"}) {

@@ -99,10 +99,10 @@ std::string TarnixPath() {
 RunResult RunTarnix(const std::vector<std::string>& arguments, const RunSetup& setup) {
   std::vector<std::string> words = {TarnixPath()};
   words.insert(words.end(), arguments.begin(), arguments.end());
-  return RunProgram(words, setup);
+  return RunCommand(words, setup);
 }
 
-RunResult RunProgram(const std::vector<std::string>& words, const RunSetup& setup) {
+RunResult RunCommand(const std::vector<std::string>& words, const RunSetup& setup) {
   ScratchFile in;
   ScratchFile out;
   ScratchFile err;
@@ -126,10 +126,6 @@ RunResult RunProgram(const std::vector<std::string>& words, const RunSetup& setu
   }
   const int status = StatusOf(process);
   return {.status = status, .out = out.Read(), .err = err.Read()};
-}
-
-bool HasProgram(const std::string& name) {
-  return RunProgram({"sh", "-c", "command -v " + name}).status == 0;
 }
 
 TerminalRun::TerminalRun(const std::vector<std::string>& arguments)

@@ -34,9 +34,7 @@ std::string TarnixPath();
 RunResult RunTarnix(const std::vector<std::string>& arguments, const RunSetup& setup = {});
 
 // Any program, found along PATH. Status 127 when there is none of that name.
-RunResult RunProgram(const std::vector<std::string>& words, const RunSetup& setup = {});
-
-bool HasProgram(const std::string& name);
+RunResult RunCommand(const std::vector<std::string>& words, const RunSetup& setup = {});
 
 // A run whose standard error is a terminal; its standard output is thrown away.
 class TerminalRun {
