@@ -1,0 +1,102 @@
+// Copies all pages of any bytes into a new document through the document engine, and opens the
+// result again: what comes out must be a document with as many pages.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "engines/toolbox/Toolbox.h"
+
+namespace engines = TarnixTools::engines;
+
+namespace {
+
+// A file in memory behind a stream descriptor.
+struct MemoryFile {
+  std::string bytes;
+  std::size_t position = 0;
+
+  engines::TPdfStream Descriptor() {
+    engines::TPdfStream stream;
+    stream.handle = this;
+    stream.get_length = [](void* handle) {
+      return static_cast<std::int64_t>(Self(handle).bytes.size());
+    };
+    stream.seek = [](void* handle, std::int64_t position) {
+      Self(handle).position = static_cast<std::size_t>(position);
+      return 1;
+    };
+    stream.tell = [](void* handle) { return static_cast<std::int64_t>(Self(handle).position); };
+    stream.read = [](void* handle, void* buffer, std::int64_t size) {
+      MemoryFile& file = Self(handle);
+      const std::size_t left = file.bytes.size() - std::min(file.position, file.bytes.size());
+      const std::size_t count = std::min(left, static_cast<std::size_t>(size));
+      std::memcpy(buffer, file.bytes.data() + file.position, count);
+      file.position += count;
+      return static_cast<std::int64_t>(count);
+    };
+    stream.write = [](void* handle, const void* buffer, std::int64_t size) {
+      Self(handle).bytes.append(static_cast<const char*>(buffer), static_cast<std::size_t>(size));
+      return size;
+    };
+    stream.release = [](void*) {};
+    return stream;
+  }
+
+  static MemoryFile& Self(void* handle) { return *static_cast<MemoryFile*>(handle); }
+};
+
+int CountPages(engines::TPdfDocument* document) {
+  engines::TPdfPageList* pages = engines::PdfDocumentGetPages(document);
+  const int count = pages != nullptr ? engines::PdfPageListGetCount(pages) : -1;
+  engines::PdfClose(pages);
+  return count;
+}
+
+void CopyAllPages(engines::TPdfDocument* source, engines::TPdfDocument* target, int count) {
+  engines::TPdfPageList* source_pages = engines::PdfDocumentGetPages(source);
+  engines::TPdfPageList* target_pages = engines::PdfDocumentGetPages(target);
+  for (int i = 0; i < count; ++i) {
+    engines::TPdfPage* page = engines::PdfPageListGet(source_pages, i);
+    engines::TPdfSize size;
+    engines::PdfPageGetSize(page, &size);
+    engines::TPdfPage* copy = engines::PdfDocumentCopyPage(target, page, 15);
+    engines::PdfPageRotate(copy, 90);
+    engines::PdfPageListAppend(target_pages, copy);
+    engines::PdfClose(copy);
+    engines::PdfClose(page);
+  }
+  engines::PdfClose(source_pages);
+  engines::PdfClose(target_pages);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  MemoryFile input{std::string(reinterpret_cast<const char*>(data), size), 0};
+  const engines::TPdfStream input_stream = input.Descriptor();
+  engines::TPdfDocument* source = engines::PdfDocumentOpenA(&input_stream, "");
+  if (source == nullptr) {
+    return 0;
+  }
+  const int count = std::min(CountPages(source), 500);
+  MemoryFile output;
+  const engines::TPdfStream output_stream = output.Descriptor();
+  engines::TPdfEncryption encryption{L"", L"", 3900};
+  engines::TPdfDocument* target =
+      engines::PdfDocumentCreateW(&output_stream, 0, size % 4 == 0 ? &encryption : nullptr);
+  CopyAllPages(source, target, std::max(count, 0));
+  engines::PdfClose(source);
+  if (engines::PdfClose(target) == 0 || count < 0) {
+    return 0;
+  }
+  const engines::TPdfStream written_stream = output.Descriptor();
+  engines::TPdfDocument* written = engines::PdfDocumentOpenA(&written_stream, "");
+  if (written == nullptr || CountPages(written) != count) {
+    std::abort();
+  }
+  engines::PdfClose(written);
+  return 0;
+}
