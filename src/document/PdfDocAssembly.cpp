@@ -89,7 +89,7 @@ void PdfDoc::Split(int size, const std::string& output_dir, const std::string& /
   if (size < 1 || size > count) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Invalid split size [%d] for PDF [%s] ([%d] pages available)", size,
-                       name_with_extension_.c_str(), count);
+                       name_.c_str(), count);
   }
   const std::size_t width = std::to_string(count).size() + 1;
   int number = 1;

@@ -1,0 +1,120 @@
+#include "PdfMergeTask.h"
+#include "support/DocumentTest.h"
+
+namespace TarnixTools {
+namespace {
+
+using testing::Backslashes;
+using ::testing::ElementsAre;
+using testing::Failure;
+using testing::FailureOf;
+
+class PdfMergeTaskTest : public testing::DocumentTest {
+ protected:
+  // Two inputs, of two pages and of one.
+  std::list<PdfDoc> Inputs() const {
+    return {PdfDoc(MakePdf("a.pdf", 2, "Alpha"), "", true),
+            PdfDoc(MakePdf("b.pdf", 1, "Beta"), "", true)};
+  }
+};
+
+TEST_F(PdfMergeTaskTest, HasDefaults) {
+  PdfMergeTask task;
+  EXPECT_EQ(task.GetPdfDocsNum(), 0);
+  EXPECT_EQ(task.GetOutDocName(), "merged_doc.pdf");
+  EXPECT_EQ(task.GetMergedDocPath(), "");
+  EXPECT_EQ(PdfMergeTask(PdfDoc("a.pdf", "", false)).GetPdfDocsNum(), 1);
+  EXPECT_EQ(PdfMergeTask(Inputs()).GetPdfDocsNum(), 2);
+}
+
+TEST_F(PdfMergeTaskTest, IgnoresAnEmptyName) {
+  PdfMergeTask task;
+  task.SetOutDocName("");
+  EXPECT_EQ(task.GetOutDocName(), "merged_doc.pdf");
+  task.SetOutDocName("all.pdf");
+  task.SetOutDocName("");
+  EXPECT_EQ(task.GetOutDocName(), "all.pdf");
+}
+
+TEST_F(PdfMergeTaskTest, NeedsTwoDocuments) {
+  PdfMergeTask none;
+  EXPECT_EQ(FailureOf([&] { none.Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter,
+                    "At least 2 PDF docs required to execute merge (defined only [0])"));
+  PdfMergeTask one(PdfDoc("a.pdf", "", false));
+  EXPECT_EQ(FailureOf([&] { one.Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter,
+                    "At least 2 PDF docs required to execute merge (defined only [1])"));
+}
+
+TEST_F(PdfMergeTaskTest, WritesBesideTheFirstDocument) {
+  TARNIX_NEED_PROGRAM("pdftotext");
+  PdfMergeTask task(Inputs());
+  task.Execute();
+  EXPECT_EQ(task.GetOutputPath(), Backslashes(directory_.Path() + "/"));
+  EXPECT_EQ(task.GetMergedDocPath(), Backslashes(Path("merged_doc.pdf")));
+  EXPECT_THAT(Texts("merged_doc.pdf"), ElementsAre("Alpha 1", "Alpha 2", "Beta 1"));
+}
+
+TEST_F(PdfMergeTaskTest, WritesToTheDirectoryAndNameThatWereSet) {
+  TARNIX_NEED_PROGRAM("pdftotext");
+  PdfMergeTask task(Inputs());
+  task.SetOutputPath(directory_.MakeDir("out"));
+  task.SetOutDocName("all.pdf");
+  task.Execute();
+  EXPECT_EQ(task.GetMergedDocPath(), Backslashes(Path("out/all.pdf")));
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("all.pdf"));
+  EXPECT_THAT(Texts("out/all.pdf"), ElementsAre("Alpha 1", "Alpha 2", "Beta 1"));
+}
+
+TEST_F(PdfMergeTaskTest, ChecksTheDirectoryBeforeAnyDocumentIsOpened) {
+  const PdfDoc missing(Path("missing.pdf"), "", false);
+  PdfMergeTask task(std::list<PdfDoc>{missing, missing});
+  task.SetOutputPath(Path("nowhere"));
+  EXPECT_EQ(
+      FailureOf([&] { task.Execute(); }),
+      Failure(PdfExceptionCode::FileNotFound,
+              "Output directory path [" + Backslashes(Path("nowhere/")) + "] does not exist"));
+  EXPECT_EQ(task.GetMergedDocPath(), "");
+}
+
+TEST_F(PdfMergeTaskTest, NamesWhatWasToBeWrittenAfterAFailure) {
+  const PdfDoc missing(Path("missing.pdf"), "", false);
+  PdfMergeTask task(std::list<PdfDoc>{missing, missing});
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }).code, PdfExceptionCode::FileNotFound);
+  EXPECT_EQ(task.GetMergedDocPath(), Backslashes(Path("merged_doc.pdf")));
+  EXPECT_EQ(directory_.Names().size(), 0U);
+}
+
+TEST_F(PdfMergeTaskTest, PutsThePasswordOnTheOutput) {
+  PdfMergeTask task(Inputs());
+  task.SetOutPassword("pw");
+  task.Execute();
+  EXPECT_TRUE(PdfDoc::HasPassword(Path("merged_doc.pdf")));
+  EXPECT_EQ(Doc("merged_doc.pdf", "pw").GetPagesNum(), 3);
+}
+
+TEST_F(PdfMergeTaskTest, RunsAgain) {
+  PdfMergeTask task(Inputs());
+  task.Execute();
+  task.AddPdfDoc(Doc("b.pdf"));
+  task.Execute();
+  EXPECT_EQ(Doc("merged_doc.pdf").GetPagesNum(), 4);
+  EXPECT_EQ(task.GetPdfDocsNum(), 3);
+}
+
+TEST_F(PdfMergeTaskTest, IsCopiedAndMovedWithAllItHolds) {
+  PdfMergeTask task(Inputs());
+  task.SetOutDocName("all.pdf");
+  task.Execute();
+  PdfMergeTask copy(task);
+  PdfMergeTask moved(std::move(task));
+  for (PdfMergeTask* same : {&copy, &moved}) {
+    EXPECT_EQ(same->GetPdfDocsNum(), 2);
+    EXPECT_EQ(same->GetOutDocName(), "all.pdf");
+    EXPECT_EQ(same->GetMergedDocPath(), Backslashes(Path("all.pdf")));
+  }
+}
+
+}  // namespace
+}  // namespace TarnixTools
