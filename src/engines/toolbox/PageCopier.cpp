@@ -15,9 +15,9 @@ using pdf::Object;
 namespace {
 
 // Keys of a page that are written by other means or lead out of the page.
-constexpr std::array<std::string_view, 10> kPageKeysLeft = {
-    "Type", "Parent", "Annots", "Rotate", "StructParents",
-    "B",    "Thumb",  "AA",     "DPart",  "TemplateInstantiated"};
+constexpr std::array<std::string_view, 12> kPageKeysLeft = {
+    "Type",          "Parent", "Kids",  "Count", "Annots", "Rotate",
+    "StructParents", "B",      "Thumb", "AA",    "DPart",  "TemplateInstantiated"};
 
 bool IsLeftOut(std::string_view key) {
   return std::find(kPageKeysLeft.begin(), kPageKeysLeft.end(), key) != kPageKeysLeft.end();

@@ -4,6 +4,7 @@
 
 #include "pdf/Error.h"
 #include "pdf/Limits.h"
+#include "pdf/file/StreamFilters.h"
 #include "pdf/filters/Filters.h"
 #include "pdf/syntax/Chars.h"
 
@@ -16,7 +17,20 @@ constexpr std::size_t kBlockSize = std::size_t{256} << 10;
 constexpr std::uint64_t kSmallStream = std::uint64_t{32} << 10;  // read through the block cache
 constexpr std::uint64_t kHeldStream = std::uint64_t{4} << 20;  // decrypted or deflated in one piece
 constexpr std::uint64_t kWorthDeflating = 96;
+constexpr std::size_t kMaxTakenOff = std::size_t{64}
+                                     << 20;  // decoded from filters that are taken off
 constexpr int kDeflateLevel = 6;
+
+// Filters that are replaced by deflate, or by nothing.
+bool IsWasteful(FilterKind kind) {
+  return kind == FilterKind::kAscii85 || kind == FilterKind::kAsciiHex || kind == FilterKind::kLzw;
+}
+
+// Whether a stream dictionary's text may name such a filter.
+bool MayWaste(std::string_view dictionary) {
+  return dictionary.find("/ASCII") != std::string_view::npos ||
+         dictionary.find("/LZW") != std::string_view::npos;
+}
 
 // Strings that are decrypted for the source and encrypted for the target.
 class ChainedStrings : public StringTransform {
@@ -79,14 +93,18 @@ std::uint32_t ObjectCopier::Map(std::uint32_t number) {
 void ObjectCopier::Append(std::string& out, const Object& value) {
   SerializeHooks hooks;
   hooks.reference = [this](std::string& text, Reference reference) {
-    const std::uint32_t mapped = Map(reference.number);
-    if (mapped == 0) {
-      AppendToken(text, "null");
-    } else {
-      AppendReference(text, mapped);
-    }
+    AppendMapped(text, reference);
   };
   AppendObject(out, value, hooks);
+}
+
+void ObjectCopier::AppendMapped(std::string& out, Reference reference) {
+  const std::uint32_t mapped = Map(reference.number);
+  if (mapped == 0) {
+    AppendToken(out, "null");
+  } else {
+    AppendReference(out, mapped);
+  }
 }
 
 void ObjectCopier::CopyPending() {
@@ -148,7 +166,9 @@ bool ObjectCopier::CopyText(const RawObject& raw, const Promise& promise) {
     target_->WriteObject(promise.target_number, text_);
     return true;
   }
-  if (source_->is_encrypted() && text_.find("/Crypt") != std::string::npos) {
+  const bool is_worth_decoding = extent->length <= kHeldStream && MayWaste(text_);
+  if (tokens_.has_filter() && (is_worth_decoding || (source_->is_encrypted() &&
+                                                     text_.find("/Crypt") != std::string::npos))) {
     return false;
   }
   if (target_->StreamStrings() != nullptr) {
@@ -180,7 +200,7 @@ void ObjectCopier::RestoreLength() {
   text_ += ">>";
 }
 
-// Irregular syntax, and streams with a crypt filter of their own.
+// Irregular syntax, and streams whose filters change.
 void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise) {
   Arena arena;
   if (raw.holder != nullptr) {
@@ -194,8 +214,8 @@ void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise) {
   const auto extent = value.value.IsDictionary()
                           ? source_->StreamAt(value.end, value.value.Get("Length"), promise.number)
                           : std::nullopt;
-  text_.clear();
   if (!extent) {
+    text_.clear();
     Append(text_, value.value);
     target_->WriteObject(promise.target_number, text_);
     return;
@@ -205,28 +225,29 @@ void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise) {
   passage.target_number = promise.target_number;
   passage.extent = *extent;
   passage.method = source_->MethodOfStream(value.value, arena);
-  const Object filter = source_->Resolve(value.value.Get("Filter"), arena);
-  const Object parameters = source_->Resolve(value.value.Get("DecodeParms"), arena);
-  const bool drops_first = source_->is_encrypted() && filter.IsArray() && !filter.Items().empty() &&
-                           source_->Resolve(filter.Items()[0], arena).IsName("Crypt");
-  const bool drops_all = source_->is_encrypted() && filter.IsName("Crypt");
+  CopyParsedStream(value.value, std::move(passage));
+}
+
+void ObjectCopier::CopyParsedStream(const Object& dictionary, Passage passage) {
+  Arena arena;
+  const std::size_t dropped = TakeFiltersOff(dictionary, passage, arena);
   SerializeHooks hooks;
   hooks.strings = target_->StreamStrings();
   hooks.reference = [this](std::string& text, Reference reference) {
-    const std::uint32_t mapped = Map(reference.number);
-    mapped == 0 ? AppendToken(text, "null") : AppendReference(text, mapped);
+    AppendMapped(text, reference);
   };
   text_ = "<<";
-  for (const DictionaryEntry& entry : value.value.Entries()) {
-    const bool is_filter = entry.Key() == "Filter" || entry.Key() == "DecodeParms";
-    if (entry.Key() == "Length" || (is_filter && drops_all)) {
+  for (const DictionaryEntry& entry : dictionary.Entries()) {
+    Object copied = entry.value;
+    if (entry.Key() == "Length") {
       continue;
     }
-    Object copied = entry.value;
-    if (is_filter && drops_first) {
-      const Object whole = entry.Key() == "Filter" ? filter : parameters;
-      copied = whole.IsArray() && !whole.Items().empty() ? Object::Array(whole.Items().subspan(1))
-                                                         : Object();
+    if (dropped > 0 && (entry.Key() == "Filter" || entry.Key() == "DecodeParms")) {
+      const auto all = source_->Resolve(entry.value, arena).Items();
+      if (all.size() <= dropped) {
+        continue;
+      }
+      copied = Object::Array(all.subspan(dropped));
     }
     AppendName(text_, entry.Key());
     AppendObject(text_, copied, hooks);
@@ -235,7 +256,44 @@ void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise) {
   CopyStream(passage);
 }
 
+// How many leading filters the copy does without: the crypt filter that decryption has dealt with,
+// and those that make data larger, or less small than deflate does; their data is then in
+// passage.data. Damaged data is left as it is.
+std::size_t ObjectCopier::TakeFiltersOff(const Object& dictionary, Passage& passage, Arena& arena) {
+  const std::vector<FilterStep> steps = FilterStepsOf(
+      dictionary, [&](const Object& value) { return source_->Resolve(value, arena); });
+  const std::size_t crypt =
+      !steps.empty() && steps[0].kind == FilterKind::kCrypt && source_->is_encrypted() ? 1 : 0;
+  std::size_t end = crypt;
+  while (end < steps.size() && IsWasteful(steps[end].kind)) {
+    ++end;
+  }
+  if (end == crypt || passage.extent.length > kHeldStream) {
+    return crypt;
+  }
+  try {
+    const std::vector<FilterStep> wasteful(steps.begin() + static_cast<std::ptrdiff_t>(crypt),
+                                           steps.begin() + static_cast<std::ptrdiff_t>(end));
+    Decoded decoded = Decode(wasteful, ReadPlain(passage), kMaxTakenOff);
+    if (!decoded.complete) {
+      return crypt;
+    }
+    passage.data = std::move(decoded.data);
+  } catch (const Error& error) {
+    if (error.code() != ErrorCode::kFilterFailed && error.code() != ErrorCode::kLimitExceeded) {
+      throw;
+    }
+    return crypt;
+  }
+  passage.may_deflate = end == steps.size() && !dictionary.Get("Type").IsName("Metadata");
+  return end;
+}
+
 void ObjectCopier::CopyStream(const Passage& passage) {
+  if (passage.data) {
+    CopyHeld(passage);
+    return;
+  }
   const bool is_plain = passage.method == CryptMethod::kIdentity;
   const bool deflates = passage.may_deflate && passage.extent.length >= kWorthDeflating;
   if (passage.extent.length <= kHeldStream && (deflates || !is_plain)) {
@@ -305,7 +363,7 @@ void ObjectCopier::CopyBlocks(const Passage& passage, std::uint64_t plain_length
 // Data that is short enough, or must be, to be held as a whole: decrypted and, where nothing
 // compresses it yet, deflated.
 void ObjectCopier::CopyHeld(const Passage& passage) {
-  const std::string plain = ReadPlain(passage);
+  const std::string plain = passage.data ? *passage.data : ReadPlain(passage);
   if (passage.may_deflate && plain.size() >= kWorthDeflating) {
     std::string deflated;
     DeflateTo(deflated, plain, kDeflateLevel);

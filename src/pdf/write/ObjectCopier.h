@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -79,13 +80,17 @@ class ObjectCopier : public ReferenceMap {
     CryptMethod method = CryptMethod::kIdentity;
     std::string_view open_dictionary;  // without /Length and the closing ">>"
     bool may_deflate = false;          // plain data that nothing forbids to compress
+    std::optional<std::string> data;   // plain data to be written in place of the source's
   };
 
+  void AppendMapped(std::string& out, Reference reference);
   void CopyObject(const Promise& promise);
   TokenCopier::Status CopyTokens(const RawObject& raw, StringTransform* strings,
                                  std::uint64_t& end);
   bool CopyText(const RawObject& raw, const Promise& promise);
   void CopyParsed(const RawObject& raw, const Promise& promise);
+  void CopyParsedStream(const Object& dictionary, Passage passage);
+  std::size_t TakeFiltersOff(const Object& dictionary, Passage& passage, Arena& arena);
   void RestoreLength();
   void CopyStream(const Passage& passage);
   void CopyBlocks(const Passage& passage, std::uint64_t plain_length);

@@ -1,0 +1,278 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "pdf/Error.h"
+#include "pdf/file/Document.h"
+#include "pdf/write/Serialize.h"
+#include "support/RawPdf.h"
+
+namespace TarnixTools::pdf {
+namespace {
+
+using ::TarnixTools::testing::RawPdf;
+
+// A document over bytes that it keeps.
+class Opened {
+ public:
+  explicit Opened(std::string bytes, std::string_view password = "") : bytes_(std::move(bytes)) {
+    document_ = Document::Open(std::make_unique<MemorySource>(bytes_), password);
+  }
+
+  Document* operator->() { return document_.get(); }
+
+  std::string Text(std::uint32_t number) {
+    Arena arena;
+    std::string text;
+    AppendObject(text, document_->Load({number, 0}, arena));
+    return text;
+  }
+
+  bool Found(FindingCode code) { return document_->findings().Has(code); }
+
+ private:
+  std::string bytes_;
+  std::unique_ptr<Document> document_;
+};
+
+ErrorCode OpenError(const std::string& bytes) {
+  try {
+    Opened document(bytes);
+  } catch (const Error& error) {
+    return error.code();
+  }
+  ADD_FAILURE() << "the document opened";
+  return ErrorCode::kInternal;
+}
+
+TEST(Document, ReadsAClassicTable) {
+  Opened document(RawPdf().Pages(1).Object(4, "(text)").Table());
+  EXPECT_EQ(document->root().number, 1U);
+  EXPECT_EQ(document.Text(4), "(text)");
+  EXPECT_EQ(document.Text(99), "null");
+  EXPECT_EQ(document->findings().count(), 0U);
+  EXPECT_FALSE(document->is_rebuilt());
+}
+
+TEST(Document, TakesTheNewestOfIncrementalUpdates) {
+  RawPdf pdf;
+  pdf.Pages(1).Object(4, "(old)").Object(5, "(kept)");
+  const std::size_t first = pdf.size();
+  pdf.Table();
+  RawPdf update(pdf.bytes());
+  update.Object(4, "(new)");
+  Opened document(update.Table("/Root 1 0 R/Prev " + std::to_string(first)));
+  EXPECT_EQ(document.Text(4), "(new)");
+  EXPECT_EQ(document.Text(5), "(kept)");
+  EXPECT_FALSE(document->is_rebuilt());
+}
+
+TEST(Document, HonoursFreedObjects) {
+  RawPdf pdf;
+  pdf.Pages(1).Object(4, "(gone)");
+  const std::size_t first = pdf.size();
+  pdf.Table();
+  const std::size_t second = pdf.size();
+  pdf.Raw("xref\n4 1\n0000000000 00001 f \ntrailer\n<</Size 5/Root 1 0 R/Prev " +
+          std::to_string(first) + ">>\nstartxref\n" + std::to_string(second) + "\n%%EOF\n");
+  Opened document(pdf.bytes());
+  EXPECT_EQ(document.Text(4), "null");
+}
+
+// An object stream with objects 1 to 3 and a cross-reference stream over it, both uncompressed.
+std::string StreamedPdf(const std::string& extra_entries = "") {
+  RawPdf pdf;
+  std::string members;
+  std::string table;
+  int number = 0;
+  for (const char* member : {"<</Type/Catalog/Pages 2 0 R>>", "<</Type/Pages/Kids[3 0 R]/Count 1>>",
+                             "<</Type/Page/Parent 2 0 R>>"}) {
+    table += std::to_string(++number) + " " + std::to_string(members.size()) + " ";
+    members += std::string(member) + " ";
+  }
+  pdf.Stream(4, "/Type/ObjStm/N 3/First " + std::to_string(table.size()), table + members);
+  const std::size_t start = pdf.size();
+  std::string rows;
+  const auto row = [&](int type, std::size_t place, int third) {
+    rows += static_cast<char>(type);
+    rows += static_cast<char>(place >> 8);
+    rows += static_cast<char>(place);
+    rows += static_cast<char>(third);
+  };
+  row(0, 0, 0);
+  row(2, 4, 0);
+  row(2, 4, 1);
+  row(2, 4, 2);
+  row(1, pdf.OffsetOf(4), 0);
+  row(1, start, 0);
+  pdf.Stream(5, "/Type/XRef/Size 6/W[1 2 1]/Root 1 0 R" + extra_entries, rows);
+  pdf.Raw("startxref\n" + std::to_string(start) + "\n%%EOF\n");
+  return pdf.bytes();
+}
+
+TEST(Document, ReadsCrossReferenceAndObjectStreams) {
+  Opened document(StreamedPdf());
+  EXPECT_EQ(document.Text(3), "<</Type/Page/Parent 2 0 R>>");
+  EXPECT_EQ(document->findings().count(), 0U);
+}
+
+TEST(Document, ReadsHybridFiles) {
+  RawPdf pdf;
+  pdf.Pages(1);
+  pdf.Stream(8, "/Type/ObjStm/N 1/First 4", "9 0 (hidden)");
+  const std::size_t stream = pdf.size();
+  std::string row("\x02\x00\x08\x00", 4);
+  pdf.Stream(7, "/Type/XRef/Size 10/W[1 2 1]/Index[9 1]", row);
+  Opened document(pdf.Table("/Root 1 0 R/XRefStm " + std::to_string(stream)));
+  EXPECT_EQ(document.Text(9), "(hidden)");
+}
+
+TEST(Document, FollowsOffsetsThatCountFromTheHeader) {
+  const std::string plain = RawPdf().Pages(1).Object(4, "(text)").Table();
+  Opened document("HTTP/1.1 200 OK\r\nContent-Type: application/pdf\r\n\r\n" + plain);
+  EXPECT_EQ(document.Text(4), "(text)");
+  EXPECT_TRUE(document.Found(FindingCode::kHeaderNotFirst));
+  EXPECT_FALSE(document->is_rebuilt());
+}
+
+TEST(Document, FindsObjectsWhenTheTableIsWrong) {
+  Opened document(RawPdf().Pages(1).Object(4, "(text)").Table("/Root 1 0 R", 7));
+  EXPECT_EQ(document.Text(4), "(text)");
+  EXPECT_TRUE(document.Found(FindingCode::kXrefRebuilt));
+}
+
+TEST(Document, FindsObjectsWhenNothingPointsToTheTable) {
+  const std::string plain = RawPdf().Pages(1).Object(4, "(text)").Table();
+  for (const std::string& bytes :
+       {plain.substr(0, plain.find("xref")), plain.substr(0, plain.rfind("startxref")),
+        plain.substr(plain.find('\n') + 1)}) {
+    Opened document(bytes);
+    EXPECT_EQ(document.Text(4), "(text)");
+    EXPECT_EQ(document->root().number, 1U);
+  }
+}
+
+TEST(Document, ConfirmsWhatTheTableSaysBeforeItGivesItUp) {
+  // Object 5 is not where the table says; the text in object 4's data must not pass for object 6.
+  RawPdf pdf;
+  pdf.Pages(1)
+      .Stream(4, "", "6 0 obj (inside a stream) endobj")
+      .Object(5, "(five)")
+      .Object(6, "(six)");
+  std::string bytes = pdf.Table();
+  const std::size_t line = bytes.find("5 1\n") + 4;
+  bytes.replace(line, 10, "0000000001");
+  Opened document(bytes);
+  EXPECT_EQ(document.Text(5), "(five)");
+  EXPECT_EQ(document.Text(6), "(six)");
+}
+
+TEST(Document, FindsMembersOfObjectStreamsWithoutACrossReference) {
+  std::string bytes = StreamedPdf();
+  bytes.replace(bytes.rfind("startxref") + 10, 3, "001");
+  Opened document(bytes);
+  EXPECT_EQ(document.Text(3), "<</Type/Page/Parent 2 0 R>>");
+  EXPECT_TRUE(document->is_rebuilt());
+}
+
+TEST(Document, SurvivesCrossReferenceLoops) {
+  RawPdf pdf;
+  pdf.Pages(1).Object(4, "(text)");
+  Opened document(pdf.Table("/Root 1 0 R/Prev " + std::to_string(pdf.size())));
+  EXPECT_EQ(document.Text(4), "(text)");
+  EXPECT_TRUE(document.Found(FindingCode::kXrefLoop));
+}
+
+TEST(Document, MeasuresStreamsWithAWrongLength) {
+  for (const char* length : {"0", "3", "9999", "-1", "4 0 R", "77 0 R", "(no)", "99999999999999"}) {
+    RawPdf pdf;
+    pdf.Pages(1).Object(4,
+                        std::string("<</Length ") + length + ">>\nstream\ndata of it\nendstream");
+    Opened document(pdf.Table());
+    const auto decoded = document->DecodeStream(4);
+    ASSERT_TRUE(decoded) << length;
+    EXPECT_EQ(decoded->data, "data of it") << length;
+    EXPECT_TRUE(document.Found(FindingCode::kStreamLengthWrong)) << length;
+  }
+}
+
+TEST(Document, TakesTheDataAsLongAsTheLengthSays) {
+  RawPdf pdf;
+  pdf.Pages(1).Stream(4, "", "endstream in the data endstream");
+  Opened document(pdf.Table());
+  EXPECT_EQ(document->DecodeStream(4)->data, "endstream in the data endstream");
+}
+
+TEST(Document, DecodesThroughFiltersInIndirectObjects) {
+  RawPdf pdf;
+  pdf.Pages(1).Object(5, "[/ASCIIHexDecode]").Stream(4, "/Filter 5 0 R", "48 69>");
+  Opened document(pdf.Table());
+  EXPECT_EQ(document->DecodeStream(4)->data, "Hi");
+}
+
+TEST(Document, GivesNullForReferencesInACircle) {
+  Opened document(RawPdf().Pages(1).Object(4, "5 0 R").Object(5, "4 0 R").Table());
+  Arena arena;
+  EXPECT_TRUE(document->Resolve(Object::Ref({4, 0}), arena).IsNull());
+}
+
+TEST(Document, RefusesWhatIsNoPdf) {
+  EXPECT_EQ(OpenError(""), ErrorCode::kNotAPdf);
+  EXPECT_EQ(OpenError("hello"), ErrorCode::kNotAPdf);
+  EXPECT_EQ(OpenError(std::string(100000, 'x')), ErrorCode::kNotAPdf);
+}
+
+TEST(Document, RefusesASecurityHandlerItDoesNotKnow) {
+  RawPdf pdf;
+  pdf.Pages(1).Object(4, "<</Filter/Adobe.PubSec/V 4>>");
+  EXPECT_EQ(OpenError(pdf.Table("/Root 1 0 R/Encrypt 4 0 R")), ErrorCode::kUnsupportedSecurity);
+}
+
+// A source that has become shorter since it was opened.
+class ShrinkingSource : public MemorySource {
+ public:
+  explicit ShrinkingSource(std::string_view bytes)
+      : MemorySource(bytes), size_(bytes.size() + 100000) {}
+
+  std::uint64_t Size() const override { return size_; }
+
+ private:
+  std::uint64_t size_;
+};
+
+TEST(Document, NoticesThatTheFileBecameShorter) {
+  const std::string bytes = RawPdf().Pages(1).Table();
+  try {
+    Document::Open(std::make_unique<ShrinkingSource>(bytes), "");
+    FAIL();
+  } catch (const Error& error) {
+    EXPECT_EQ(error.code(), ErrorCode::kSourceChanged);
+  }
+}
+
+TEST(Document, ReadsObjectsAcrossBlockBorders) {
+  // Objects and a table that straddle the borders of the blocks in which the file is read.
+  RawPdf pdf;
+  pdf.Pages(1);
+  for (int number = 10; number < 4010; ++number) {
+    pdf.Object(number, "<</N " + std::to_string(number) + "/S(" +
+                           std::string(static_cast<std::size_t>(number % 97), 'x') + ")>>");
+  }
+  Opened document(pdf.Table());
+  for (int number = 10; number < 4010; ++number) {
+    Arena arena;
+    EXPECT_EQ(document->Load({static_cast<std::uint32_t>(number), 0}, arena).Get("N").IntegerOr(0),
+              number);
+  }
+  EXPECT_EQ(document->findings().count(), 0U);
+}
+
+TEST(Document, ReadsAnObjectLargerThanAnyWindow) {
+  RawPdf pdf;
+  const std::string text(700000, 'y');
+  pdf.Pages(1).Object(4, "(" + text + ")");
+  Opened document(pdf.Table());
+  EXPECT_EQ(document.Text(4).size(), text.size() + 2);
+}
+
+}  // namespace
+}  // namespace TarnixTools::pdf

@@ -1,0 +1,149 @@
+#include <gtest/gtest.h>
+
+#include "pdf/Error.h"
+#include "pdf/tree/PageTree.h"
+#include "support/RawPdf.h"
+
+namespace TarnixTools::pdf {
+namespace {
+
+using ::TarnixTools::testing::RawPdf;
+
+// The page tree of bytes that it keeps.
+struct Tree {
+  explicit Tree(std::string pdf)
+      : bytes(std::move(pdf)),
+        document(Document::Open(std::make_unique<MemorySource>(bytes), "")),
+        pages(*document) {}
+
+  std::vector<std::uint32_t> Numbers() const {
+    std::vector<std::uint32_t> numbers;
+    for (const PageTree::Page& page : pages.pages()) {
+      numbers.push_back(page.number);
+    }
+    return numbers;
+  }
+
+  std::string bytes;
+  std::unique_ptr<Document> document;
+  PageTree pages;
+};
+
+using Numbers = std::vector<std::uint32_t>;
+
+TEST(PageTree, GivesPagesInOrder) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[3 0 R 6 0 R]/Count 3/MediaBox[0 0 1 1]/Rotate 90>>")
+      .Object(3, "<</Type/Pages/Parent 2 0 R/Kids[4 0 R 5 0 R]/Count 2/MediaBox[0 0 2 2]>>")
+      .Object(4, "<</Type/Page/Parent 3 0 R>>")
+      .Object(5, "<</Type/Page/Parent 3 0 R>>")
+      .Object(6, "<</Type/Page/Parent 2 0 R>>");
+  Tree tree(pdf.Table());
+  EXPECT_EQ(tree.Numbers(), (Numbers{4, 5, 6}));
+  const auto& pages = tree.pages.pages();
+  EXPECT_EQ(
+      tree.pages.InheritedBy(pages[0], InheritableKey::kMediaBox).value.Items()[2].IntegerOr(0), 2);
+  EXPECT_EQ(
+      tree.pages.InheritedBy(pages[2], InheritableKey::kMediaBox).value.Items()[2].IntegerOr(0), 1);
+  EXPECT_EQ(tree.pages.InheritedBy(pages[0], InheritableKey::kRotate).value.IntegerOr(0), 90);
+  EXPECT_TRUE(tree.pages.InheritedBy(pages[0], InheritableKey::kResources).value.IsNull());
+  EXPECT_TRUE(tree.pages.IsPage(4));
+  EXPECT_TRUE(tree.pages.IsNode(3));
+  EXPECT_FALSE(tree.pages.IsPage(3));
+}
+
+TEST(PageTree, PassesOverKidsThatAreNoPages) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[null 99 0 R(x)17 3 0 R 4 0 R]/Count 1>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R>>")
+      .Object(4, "<</Type/Pages/Parent 2 0 R/Count 0>>");
+  Tree tree(pdf.Table());
+  EXPECT_EQ(tree.Numbers(), (Numbers{3}));
+  EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPageTreeDamaged));
+}
+
+TEST(PageTree, StopsAtLoops) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[3 0 R 2 0 R 4 0 R]/Count 1>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R>>")
+      .Object(4, "<</Type/Pages/Kids[2 0 R 4 0 R 5 0 R]/Count 1>>")
+      .Object(5, "<</Type/Page/Parent 4 0 R>>");
+  Tree tree(pdf.Table());
+  EXPECT_EQ(tree.Numbers(), (Numbers{3, 5}));
+  EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPageTreeLoop));
+}
+
+TEST(PageTree, CountsAPageThatStandsTwiceTwice) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[3 0 R 3 0 R]/Count 2>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R>>");
+  EXPECT_EQ(Tree(pdf.Table()).Numbers(), (Numbers{3, 3}));
+}
+
+TEST(PageTree, DoesNotBelieveTheCount) {
+  for (const char* count : {"0", "-3", "2147483647", "(five)"}) {
+    RawPdf pdf;
+    pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+        .Object(2, std::string("<</Type/Pages/Kids[3 0 R 4 0 R]/Count ") + count + ">>")
+        .Object(3, "<</Type/Page/Parent 2 0 R>>")
+        .Object(4, "<</Type/Page/Parent 2 0 R>>");
+    Tree tree(pdf.Table());
+    EXPECT_EQ(tree.Numbers(), (Numbers{3, 4})) << count;
+    EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPageCountWrong)) << count;
+  }
+}
+
+TEST(PageTree, TakesPagesThatAreNoObjectsOfTheirOwn) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[<</Type/Page/MediaBox[0 0 9 9]>>]/Count 1>>");
+  Tree tree(pdf.Table());
+  ASSERT_EQ(tree.Numbers(), (Numbers{0}));
+  Arena arena;
+  EXPECT_EQ(tree.pages.Load(tree.pages.pages()[0], arena).Get("MediaBox").Items().size(), 4U);
+}
+
+TEST(PageTree, WalksDeepTreesWithoutRecursion) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>");
+  constexpr int kDepth = 20000;
+  for (int i = 0; i < kDepth; ++i) {
+    pdf.Object(2 + i, "<</Type/Pages/Kids[" + std::to_string(3 + i) + " 0 R]/Count 1>>");
+  }
+  pdf.Object(2 + kDepth, "<</Type/Page>>");
+  EXPECT_EQ(Tree(pdf.Table()).Numbers(), (Numbers{2 + kDepth}));
+}
+
+TEST(PageTree, GathersPagesWhenTheTreeIsGone) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R>>")
+      .Object(4, "<</Type/Page>>");
+  Tree tree(pdf.Table());
+  EXPECT_EQ(tree.Numbers(), (Numbers{3, 4}));
+  EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPagesSalvaged));
+}
+
+TEST(PageTree, IsEmptyForASoundDocumentWithoutPages) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>").Object(2, "<</Type/Pages/Kids[]/Count 0>>");
+  EXPECT_TRUE(Tree(pdf.Table()).Numbers().empty());
+}
+
+TEST(PageTree, SaysSoWhenADamagedDocumentHasNoPages) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>").Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>");
+  try {
+    Tree tree(pdf.Table());
+    FAIL();
+  } catch (const Error& error) {
+    EXPECT_EQ(error.code(), ErrorCode::kNoPages);
+  }
+}
+
+}  // namespace
+}  // namespace TarnixTools::pdf

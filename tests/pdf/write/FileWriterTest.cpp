@@ -1,0 +1,137 @@
+#include <gtest/gtest.h>
+
+#include "pdf/Error.h"
+#include "pdf/file/Document.h"
+#include "pdf/write/FileWriter.h"
+#include "pdf/write/Serialize.h"
+
+namespace TarnixTools::pdf {
+namespace {
+
+struct Written {
+  std::string bytes;
+  std::uint32_t text = 0;
+  std::uint32_t stream = 0;
+};
+
+// A document with a text object, `fillers` more of them and a stream.
+Written Write(const Security* security, int fillers) {
+  StringSink sink;
+  Written written;
+  {
+    FileWriter writer(sink, security);
+    const std::uint32_t catalog = writer.Reserve();
+    const std::uint32_t pages = writer.Reserve();
+    writer.Reserve();  // never written
+    written.text = writer.Reserve();
+    written.stream = writer.Reserve();
+    writer.WriteObject(catalog, "<</Type/Catalog/Pages 2 0 R>>");
+    writer.WriteObject(pages, "<</Type/Pages/Kids[]/Count 0>>");
+    writer.WriteObject(written.text, "(some text)");
+    std::string name = "(name)";
+    if (writer.StreamStrings() != nullptr) {
+      std::string bytes = "name";
+      writer.StreamStrings()->Apply(bytes);
+      name.clear();
+      AppendString(name, bytes, true);
+    }
+    writer.BeginStream(written.stream, "<</Title" + name, 10);
+    writer.AppendStream("01234");
+    writer.AppendStream("56789");
+    writer.EndStream();
+    for (int i = 0; i < fillers; ++i) {
+      writer.WriteObject(writer.Reserve(), "[" + std::to_string(i) + "]");
+    }
+    writer.Finish(catalog, 0);
+    EXPECT_EQ(writer.bytes_written(), sink.bytes().size());
+  }
+  written.bytes = sink.bytes();
+  return written;
+}
+
+void ExpectReadable(const Written& written, std::string_view password, int fillers) {
+  const auto document = Document::Open(std::make_unique<MemorySource>(written.bytes), password);
+  Arena arena;
+  EXPECT_EQ(document->Load({written.text, 0}, arena).Text(), "some text");
+  EXPECT_EQ(document->Load({written.stream, 0}, arena).Get("Title").Text(), "name");
+  EXPECT_EQ(document->DecodeStream(written.stream)->data, "0123456789");
+  EXPECT_FALSE(document->Exists(3));
+  for (int i = 0; i < fillers; ++i) {
+    const Object filler =
+        document->Load({written.stream + 1 + static_cast<std::uint32_t>(i), 0}, arena);
+    if (filler.IsArray()) {  // the object streams' own numbers stand between
+      EXPECT_EQ(filler.Items().size(), 1U);
+    }
+  }
+  EXPECT_EQ(document->findings().count(), 0U);
+  EXPECT_FALSE(document->is_rebuilt());
+}
+
+TEST(FileWriter, WritesWhatTheReaderReads) {
+  ExpectReadable(Write(nullptr, 0), "", 0);
+  ExpectReadable(Write(nullptr, 5000), "", 5000);
+}
+
+TEST(FileWriter, EncryptsEverything) {
+  const Security security = Security::Create("user", "owner", 3900);
+  const Written written = Write(&security, 300);
+  EXPECT_EQ(written.bytes.find("0123456789"), std::string::npos);
+  EXPECT_EQ(written.bytes.find("some text"), std::string::npos);
+  ExpectReadable(written, "user", 300);
+  ExpectReadable(written, "owner", 300);
+  EXPECT_THROW(Document::Open(std::make_unique<MemorySource>(written.bytes), ""), Error);
+}
+
+TEST(FileWriter, WritesTheSameBytesForTheSameInput) {
+  EXPECT_EQ(Write(nullptr, 1000).bytes, Write(nullptr, 1000).bytes);
+}
+
+TEST(FileWriter, IdentifiesFilesByTheirContent) {
+  const auto id = [](const std::string& bytes) { return bytes.substr(bytes.rfind("/ID["), 70); };
+  EXPECT_EQ(id(Write(nullptr, 10).bytes), id(Write(nullptr, 10).bytes));
+  EXPECT_NE(id(Write(nullptr, 10).bytes), id(Write(nullptr, 11).bytes));
+}
+
+TEST(FileWriter, RefusesAStreamOfAnotherLengthThanAnnounced) {
+  StringSink sink;
+  FileWriter writer(sink, nullptr);
+  writer.BeginStream(writer.Reserve(), "<<", 3);
+  EXPECT_THROW(writer.AppendStream("1234"), Error);
+  writer.AppendStream("12");
+  EXPECT_THROW(writer.EndStream(), Error);
+}
+
+// Takes so many bytes and no more.
+class FullSink : public ByteSink {
+ public:
+  explicit FullSink(std::size_t room) : room_(room) {}
+
+  void Write(std::string_view bytes) override {
+    if (bytes.size() > room_) {
+      throw Error(ErrorCode::kWriteFailed, "full");
+    }
+    room_ -= bytes.size();
+  }
+
+ private:
+  std::size_t room_;
+};
+
+TEST(FileWriter, PassesOnThatTheSinkIsFull) {
+  for (const std::size_t room : {std::size_t{0}, std::size_t{300000}}) {
+    FullSink sink(room);
+    FileWriter writer(sink, nullptr);
+    const std::uint32_t number = writer.Reserve();
+    EXPECT_THROW(
+        {
+          writer.BeginStream(number, "<<", 1 << 20);
+          writer.AppendStream(std::string(1 << 20, 'x'));
+          writer.EndStream();
+          writer.Finish(number, 0);
+        },
+        Error);
+  }
+}
+
+}  // namespace
+}  // namespace TarnixTools::pdf

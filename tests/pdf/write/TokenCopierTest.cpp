@@ -1,0 +1,89 @@
+#include <gtest/gtest.h>
+
+#include "pdf/Limits.h"
+#include "pdf/write/TokenCopier.h"
+
+namespace TarnixTools::pdf {
+namespace {
+
+// Object N becomes 100 + N; object 9 is not copied.
+class Shifted : public ReferenceMap {
+ public:
+  std::uint32_t Map(std::uint32_t number) override { return number == 9 ? 0 : number + 100; }
+};
+
+struct Copied {
+  TokenCopier::Status status;
+  std::string text;
+};
+
+Copied Copy(std::string_view text) {
+  Shifted map;
+  TokenCopier copier(map);
+  Lexer lexer(text, true);
+  Copied copied;
+  copied.status = copier.Copy(lexer, nullptr, copied.text);
+  return copied;
+}
+
+TEST(TokenCopier, ChangesReferencesOnly) {
+  EXPECT_EQ(
+      Copy("<< /A [ 1 2 3 0 R 4 5 ] /B 7 0 R /C 12 /D (1 0 R) /E <1F> % note\n /F /G#20H /I -.5 >>")
+          .text,
+      "<</A[1 2 103 0 R 4 5]/B 107 0 R/C 12/D(1 0 R)/E<1F>/F/G#20H/I -.5>>");
+}
+
+TEST(TokenCopier, WritesNullForWhatIsNotCopied) {
+  EXPECT_EQ(Copy("<</A 9 0 R/B[9 0 R 9 0 R]>>").text, "<</A null/B[null null]>>");
+}
+
+TEST(TokenCopier, HoldsTheLengthBack) {
+  Shifted map;
+  TokenCopier copier(map);
+  std::string out;
+  Lexer direct("<</Length 12/Filter/FlateDecode/Type/XObject/Sub<</Length 3>>>>", true);
+  EXPECT_EQ(copier.Copy(direct, nullptr, out), TokenCopier::Status::kDone);
+  EXPECT_EQ(out, "<</Filter/FlateDecode/Type/XObject/Sub<</Length 3>>>>");
+  EXPECT_EQ(copier.length().IntegerOr(0), 12);
+  EXPECT_TRUE(copier.has_filter());
+  EXPECT_EQ(copier.type(), "XObject");
+  Lexer indirect("<</Length 8 0 R /A 1>>", true);
+  out.clear();
+  EXPECT_EQ(copier.Copy(indirect, nullptr, out), TokenCopier::Status::kDone);
+  EXPECT_EQ(out, "<</A 1>>");
+  EXPECT_EQ(copier.length().AsReference().number, 8U);
+  EXPECT_FALSE(copier.has_filter());
+}
+
+TEST(TokenCopier, LeavesIrregularSyntaxToTheParser) {
+  for (const char* text :
+       {"<</A>>", "<</A 1]", "[1 2>>", "<<1 2>>", "[--5]", "[foo]", "<</A 1 endobj", "12", "(x)",
+        "/N", "[0 0 R]", "[1 99999 R]", "<</Length(x)>>", "<</A 1 2>>", "]", ""}) {
+    EXPECT_EQ(Copy(text).status, TokenCopier::Status::kIrregular) << text;
+  }
+  EXPECT_EQ(Copy(std::string(limits::kMaxNesting + 1, '[')).status,
+            TokenCopier::Status::kIrregular);
+}
+
+TEST(TokenCopier, AsksForMoreWhereverTheWindowEnds) {
+  const std::string_view whole = "<</A[1 2 0 R(text)]/Length 5 0 R/B<</C/D>>/E 12>>";
+  Shifted map;
+  TokenCopier copier(map);
+  for (std::size_t size = 0; size < whole.size(); ++size) {
+    std::string out;
+    Lexer lexer(whole.substr(0, size), false);
+    EXPECT_EQ(copier.Copy(lexer, nullptr, out), TokenCopier::Status::kMore) << size;
+  }
+}
+
+TEST(TokenCopier, EndsRightBehindTheValue) {
+  Shifted map;
+  TokenCopier copier(map);
+  std::string out;
+  Lexer lexer("<</A 5 /B 6>>stream", true);
+  EXPECT_EQ(copier.Copy(lexer, nullptr, out), TokenCopier::Status::kDone);
+  EXPECT_EQ(lexer.rest(), "stream");
+}
+
+}  // namespace
+}  // namespace TarnixTools::pdf
