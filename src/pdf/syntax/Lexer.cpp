@@ -48,6 +48,19 @@ bool LooksLikeNumber(std::string_view text) {
   return has_digit || text == "." || text == "-" || text == "-." || text == "+";
 }
 
+// How much of "17endobj" or "0R" is the number, where white space is missing between the two; 0 for
+// any other text.
+std::size_t NumberBeforeKeyword(std::string_view text) {
+  const std::size_t end = text.find_first_not_of("0123456789+-.");
+  if (end == std::string_view::npos) {
+    return 0;
+  }
+  const std::string_view keyword = text.substr(end);
+  const bool is_known = keyword == "R" || keyword == "obj" || keyword == "endobj" ||
+                        keyword == "stream" || keyword == "endstream";
+  return is_known && LooksLikeNumber(text.substr(0, end)) ? end : 0;
+}
+
 }  // namespace
 
 bool Lexer::SkipSpace() {
@@ -114,6 +127,10 @@ Token Lexer::NextRegular(const char* start) {
   const char first = *start;
   if (IsDigit(first) || first == '-' || first == '+' || first == '.') {
     if (LooksLikeNumber(token.text)) {
+      token.kind = ClassifyNumber(token.text, token.integer);
+    } else if (const std::size_t size = NumberBeforeKeyword(token.text); size != 0) {
+      at_ = start + size;
+      token = Make(Token::Kind::kKeyword, start);
       token.kind = ClassifyNumber(token.text, token.integer);
     }
   }

@@ -1,5 +1,7 @@
 #include "pdf/syntax/Parser.h"
 
+#include <algorithm>
+
 #include "pdf/Error.h"
 #include "pdf/Limits.h"
 #include "pdf/syntax/Chars.h"
@@ -14,6 +16,8 @@ bool EndsObject(std::string_view keyword) {
 Parser::Status Parser::Parse(Lexer& lexer, StringTransform* transform, Object& value) {
   frames_.clear();
   values_.clear();
+  untransformed_.clear();
+  transform_ = transform;
   skipped_depth_ = 0;
   is_regular_ = true;
   value = Object();
@@ -129,9 +133,34 @@ void Parser::AddString(const Token& token, StringTransform* transform) {
   text_.clear();
   DecodeString(token, text_);
   if (transform != nullptr) {
-    transform->Apply(text_);
+    if (IsContentsOfDictionary()) {
+      untransformed_.push_back(values_.size());
+    } else {
+      transform->Apply(text_);
+    }
   }
   Add(Object::String(arena_->CopyText(text_), is_hex));
+}
+
+bool Parser::IsContentsOfDictionary() const {
+  return skipped_depth_ == 0 && !frames_.empty() && frames_.back().is_dictionary &&
+         values_.size() > frames_.back().first && values_.back().IsName("Contents");
+}
+
+// Now that the dictionary whose values begin at `first` is whole, it shows whether it is that of a
+// signature.
+void Parser::TransformContents(std::size_t first) {
+  const auto values = std::span<const Object>(values_).subspan(first);
+  const bool is_signature = std::any_of(values.begin(), values.end(),
+                                        [](const Object& v) { return v.IsName("ByteRange"); });
+  for (; !untransformed_.empty() && untransformed_.back() >= first; untransformed_.pop_back()) {
+    Object& contents = values_[untransformed_.back()];
+    if (!is_signature) {
+      text_ = contents.Text();
+      transform_->Apply(text_);
+      contents = Object::String(arena_->CopyText(text_), contents.is_hex());
+    }
+  }
 }
 
 void Parser::AddName(std::string_view text) {
@@ -216,6 +245,9 @@ void Parser::Close(bool is_dictionary) {
 void Parser::CloseTop() {
   const Frame frame = frames_.back();
   frames_.pop_back();
+  if (frame.is_dictionary && !untransformed_.empty()) {
+    TransformContents(frame.first);
+  }
   const auto items = std::span<const Object>(values_).subspan(frame.first);
   const Object closed =
       frame.is_dictionary ? BuildDictionary(frame.first) : Object::Array(arena_->CopyItems(items));

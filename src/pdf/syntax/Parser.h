@@ -30,7 +30,8 @@ class Parser {
 
   explicit Parser(Arena& arena) : arena_(&arena) {}
 
-  // Reads one value. The object and all it holds live in the arena. transform may be null.
+  // Reads one value. The object and all it holds live in the arena. transform may be null; it is
+  // not applied to the /Contents of a signature, which are never encrypted (7.6.2).
   Status Parse(Lexer& lexer, StringTransform* transform, Object& value);
 
   // False when the last value read was not in regular syntax.
@@ -45,6 +46,8 @@ class Parser {
   bool HandleToken(const Token& token, StringTransform* transform);
   void Add(const Object& value);
   void AddString(const Token& token, StringTransform* transform);
+  bool IsContentsOfDictionary() const;
+  void TransformContents(std::size_t first);
   void AddName(std::string_view text);
   void AddKeyword(const Token& token);
   void MakeReference();
@@ -57,6 +60,8 @@ class Parser {
   std::vector<Frame> frames_;
   std::vector<Object> values_;
   std::vector<DictionaryEntry> entries_;
+  std::vector<std::size_t> untransformed_;  // strings in values_ that may be a signature's contents
+  StringTransform* transform_ = nullptr;
   std::string text_;
   int skipped_depth_ = 0;  // containers opened beyond the nesting limit
   bool is_regular_ = true;

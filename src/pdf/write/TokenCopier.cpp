@@ -34,7 +34,8 @@ TokenCopier::Status TokenCopier::Copy(Lexer& lexer, StringTransform* strings, st
     }
     if (!frames_.empty() && frames_.back().wants_key &&
         token.kind != Token::Kind::kDictionaryClose) {
-      if (!TakeKey(token, out)) {
+      // A signature's contents are not encrypted: which of its strings they are, the parser knows.
+      if (!TakeKey(token, out) || (strings != nullptr && token.text == "/ByteRange")) {
         return Status::kIrregular;
       }
       if (frames_.size() == 1 && token.text == "/Length") {

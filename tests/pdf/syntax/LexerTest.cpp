@@ -54,6 +54,18 @@ TEST(Lexer, TellsNumbersFromKeywords) {
   EXPECT_EQ(KindOf("endobj"), Token::Kind::kKeyword);
 }
 
+TEST(Lexer, CutsANumberFromTheKeywordBehindIt) {
+  const auto tokens = Tokens("1 0obj 12endobj 0.5stream 3x 4Robj");
+  ASSERT_EQ(tokens.size(), 9U);
+  EXPECT_EQ(tokens[1].kind, Token::Kind::kInteger);
+  EXPECT_EQ(tokens[2].text, "obj");
+  EXPECT_EQ(tokens[3].integer, 12);
+  EXPECT_EQ(tokens[4].text, "endobj");
+  EXPECT_EQ(tokens[5].kind, Token::Kind::kReal);
+  EXPECT_EQ(tokens[7].text, "3x");
+  EXPECT_EQ(tokens[8].kind, Token::Kind::kKeyword);
+}
+
 TEST(Lexer, SkipsCommentsAndEveryKindOfSpace) {
   const auto tokens = Tokens(std::string_view("% note\r1%\n\f\t\0 2", 16));
   ASSERT_EQ(tokens.size(), 2U);

@@ -38,6 +38,51 @@ TEST(Parser, TellsReferencesFromIntegers) {
   EXPECT_EQ(Reparse("7").text, "7");
 }
 
+// Turns every byte around, as a cipher would.
+class Flip : public StringTransform {
+ public:
+  void Apply(std::string& bytes) override {
+    for (char& c : bytes) {
+      c = static_cast<char>(c ^ 1);
+    }
+  }
+};
+
+std::string ReparseFlipped(std::string_view text) {
+  Arena arena;
+  Parser parser(arena);
+  Lexer lexer(text, true);
+  Flip flip;
+  Object value;
+  parser.Parse(lexer, &flip, value);
+  std::string out;
+  AppendObject(out, value);
+  return out;
+}
+
+TEST(Parser, TransformsStrings) {
+  EXPECT_EQ(ReparseFlipped("[(ab)<4142>/ab]"), "[(`c)<4043>/ab]");
+  EXPECT_EQ(ReparseFlipped("<</Subtype/Text/Contents(ab)/T(ab)>>"),
+            "<</Subtype/Text/Contents(`c)/T(`c)>>");
+  EXPECT_EQ(ReparseFlipped("<</Contents(ab)/A<</Contents(ab)"),
+            "<</Contents(`c)/A<</Contents(`c)>>>>");
+  EXPECT_EQ(ReparseFlipped("<</Contents[(ab)]>>"), "<</Contents[(`c)]>>");
+}
+
+TEST(Parser, LeavesTheContentsOfASignatureAsTheyAre) {
+  EXPECT_EQ(ReparseFlipped("<</Contents<4142>/M(ab)/ByteRange[0 1 2 3]>>"),
+            "<</Contents<4142>/M(`c)/ByteRange[0 1 2 3]>>");
+  // Of the signature itself, not of what is in it or around it.
+  EXPECT_EQ(ReparseFlipped("<</Contents(ab)/V<</ByteRange[]/Contents(ab)/P<</Contents(ab)>>>>>>"),
+            "<</Contents(`c)/V<</ByteRange[]/Contents(ab)/P<</Contents(`c)>>>>>>");
+}
+
+TEST(Parser, ReadsNumbersThatRunIntoAKeyword) {
+  EXPECT_EQ(Reparse("20184endobj").text, "20184");
+  EXPECT_EQ(Reparse("[1 0R 2.5R]").text, "[1 0 R 2.5 null]");
+  EXPECT_EQ(Reparse("<</A 3endobj").text, "<</A 3>>");
+}
+
 TEST(Parser, LeavesTheLexerBehindTheValue) {
   Arena arena;
   Parser parser(arena);

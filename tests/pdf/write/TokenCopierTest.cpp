@@ -65,6 +65,21 @@ TEST(TokenCopier, LeavesIrregularSyntaxToTheParser) {
             TokenCopier::Status::kIrregular);
 }
 
+TEST(TokenCopier, LeavesSignaturesOfEncryptedDocumentsToTheParser) {
+  class Plain : public StringTransform {
+   public:
+    void Apply(std::string&) override {}
+  };
+
+  Shifted map;
+  TokenCopier copier(map);
+  Plain plain;
+  std::string out;
+  Lexer lexer("<</Contents<00>/ByteRange[0 1 2 3]>>", true);
+  EXPECT_EQ(copier.Copy(lexer, &plain, out), TokenCopier::Status::kIrregular);
+  EXPECT_EQ(Copy("<</Contents<00>/ByteRange[0 1 2 3]>>").status, TokenCopier::Status::kDone);
+}
+
 TEST(TokenCopier, AsksForMoreWhereverTheWindowEnds) {
   const std::string_view whole = "<</A[1 2 0 R(text)]/Length 5 0 R/B<</C/D>>/E 12>>";
   Shifted map;
