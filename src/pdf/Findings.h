@@ -26,6 +26,8 @@ enum class FindingCode : std::uint8_t {
   kPageTreeLoop,         // a node that is its own ancestor, or stands twice
   kPageCountWrong,       // /Count and the pages disagree
   kPagesSalvaged,        // pages were gathered without a page tree
+  kPageAdopted,          // a page was found that the page tree has lost
+  kPageBlank,            // a page that is lost stands as an empty one
   kStringUndecryptable,  // encrypted data that is not whole
 };
 

@@ -1,5 +1,8 @@
 #include "pdf/tree/PageTree.h"
 
+#include <algorithm>
+#include <unordered_map>
+
 #include "pdf/Error.h"
 #include "pdf/Limits.h"
 
@@ -14,6 +17,8 @@ PageTree::PageTree(Document& document) : document_(&document) {
   }
   if (pages_.empty() && (has_holes_ || document.findings().count() > 0)) {
     Salvage();
+  } else if (pages_.size() < claimed_count_ && (!holes_.empty() || document.is_rebuilt())) {
+    FillHoles();
   }
 }
 
@@ -62,9 +67,10 @@ Object KeepValue(const Object& value, Arena& arena) {
 
 }  // namespace
 
-void PageTree::AddNode(const Object& dictionary, std::uint32_t parent) {
+void PageTree::AddNode(const Object& dictionary, std::uint32_t parent, std::uint32_t number) {
   Node node;
   node.parent = parent;
+  node.number = number;
   for (std::size_t i = 0; i < kInheritablePageKeys.size(); ++i) {
     node.attributes[i] = KeepValue(dictionary.Get(kInheritablePageKeys[i]), arena_);
   }
@@ -76,6 +82,8 @@ void PageTree::Walk() {
   pages_.clear();
   page_numbers_.clear();
   node_numbers_.clear();
+  holes_.clear();
+  claimed_count_ = 0;
   has_holes_ = false;
   Arena scratch;
   const Object root_value = document_->Load(document_->root(), scratch).Get("Pages");
@@ -87,8 +95,8 @@ void PageTree::Walk() {
   }
   const std::int64_t count = document_->Resolve(root.Get("Count"), scratch).IntegerOr(-1);
   std::vector<Level> levels;
-  const auto descend = [&](const Object& node, std::uint32_t parent) {
-    AddNode(node, parent);
+  const auto descend = [&](const Object& node, std::uint32_t parent, std::uint32_t number) {
+    AddNode(node, parent, number);
     const Object kids = document_->Resolve(node.Get("Kids"), scratch);
     Level level;
     for (const Object& kid : kids.Items()) {
@@ -105,7 +113,9 @@ void PageTree::Walk() {
     page_numbers_.insert(root_value.AsReference().number);
     return;
   }
-  descend(root, 0);
+  claimed_count_ = static_cast<std::size_t>(
+      std::clamp(count, std::int64_t{0}, static_cast<std::int64_t>(limits::kMaxPages)));
+  descend(root, 0, root_value.AsReference().number);
   while (!levels.empty()) {
     Level& level = levels.back();
     if (level.next == level.kids.size()) {
@@ -120,14 +130,16 @@ void PageTree::Walk() {
     if (!dictionary.IsDictionary()) {
       document_->findings().Add(FindingCode::kPageTreeDamaged, number);
       has_holes_ = true;
+      AddHole(kid, parent);
       continue;
     }
     if (dictionary.Has("Kids")) {
       if (number != 0 && !node_numbers_.insert(number).second) {
         document_->findings().Add(FindingCode::kPageTreeLoop, number);
+        AddHole(kid, parent);
         continue;
       }
-      descend(dictionary, parent);
+      descend(dictionary, parent, number);
       continue;
     }
     if (dictionary.Get("Type").IsName("Pages")) {
@@ -144,6 +156,59 @@ void PageTree::Walk() {
   if (count != static_cast<std::int64_t>(pages_.size())) {
     document_->findings().Add(FindingCode::kPageCountWrong);
   }
+}
+
+void PageTree::AddHole(const Object& kid, std::uint32_t node) {
+  holes_.push_back({pages_.size(), node, kid.IsReference()});
+}
+
+// Pages outside the tree whose parent belongs to it, in file order.
+std::vector<PageTree::Page> PageTree::FindLostPages() {
+  std::unordered_map<std::uint32_t, std::uint32_t> nodes;  // by object number
+  for (std::size_t i = 0; i < nodes_.size(); ++i) {
+    nodes.emplace(nodes_[i].number, static_cast<std::uint32_t>(i));
+  }
+  std::vector<Page> lost;
+  Arena scratch;
+  for (const std::uint32_t number : document_->SalvagedPages()) {
+    scratch.Reset();
+    const Object page = document_->Load({number, 0}, scratch);
+    const auto node = nodes.find(page.Get("Parent").AsReference().number);
+    if (!page_numbers_.contains(number) && node != nodes.end() && node->first != 0) {
+      lost.push_back({number, node->second, Object()});
+    }
+  }
+  return lost;
+}
+
+// Puts pages in the places of kids that could not be used, until there are as many as claimed.
+void PageTree::FillHoles() {
+  std::vector<Page> lost = FindLostPages();
+  lost.resize(std::min(lost.size(), claimed_count_ - pages_.size()));
+  std::size_t blanks = claimed_count_ - pages_.size() - lost.size();
+  for (const Page& page : lost) {
+    page_numbers_.insert(page.number);
+    document_->findings().Add(FindingCode::kPageAdopted, page.number);
+  }
+  const std::vector<Page> walked = std::move(pages_);
+  pages_.clear();
+  auto hole = holes_.begin();
+  auto adopted = lost.begin();
+  for (std::size_t i = 0; i <= walked.size(); ++i) {
+    for (; hole != holes_.end() && hole->position == i; ++hole) {
+      if (adopted != lost.end() && adopted->node == hole->node) {
+        pages_.push_back(*adopted++);
+      } else if (hole->is_lost_object && blanks > 0) {
+        --blanks;
+        pages_.push_back({0, hole->node, Object::Dictionary({})});
+        document_->findings().Add(FindingCode::kPageBlank);
+      }
+    }
+    if (i < walked.size()) {
+      pages_.push_back(walked[i]);
+    }
+  }
+  pages_.insert(pages_.end(), adopted, lost.end());  // those whose place is not known
 }
 
 // The last resort: every page object in the file, in the order they stand there.

@@ -32,9 +32,11 @@ class PageTree {
   };
 
   // Walks the tree, tolerantly: nodes that cannot be used are passed over, with findings. A tree
-  // that leads to no page, or that has holes, is looked for again by reading the whole file. Throws
-  // Error(kNoPages) for a damaged document in which no page can be found, kLimitExceeded for more
-  // than limits::kMaxPages.
+  // that leads to no page, or that has holes, is looked for again by reading the whole file. Where
+  // its /Count says that pages are still missing, pages whose parent belongs to the tree take their
+  // places; a lost page for which there is none stands as an empty page, so that the others keep
+  // their numbers. Throws Error(kNoPages) for a damaged document in which no page can be found,
+  // kLimitExceeded for more than limits::kMaxPages.
   explicit PageTree(Document& document);
 
   const std::vector<Page>& pages() const { return pages_; }
@@ -52,11 +54,22 @@ class PageTree {
  private:
   struct Node {
     std::uint32_t parent = 0;
+    std::uint32_t number = 0;  // 0: no object of its own
     std::array<Object, 4> attributes;
   };
 
+  // A kid that cannot be used.
+  struct Hole {
+    std::size_t position = 0;  // in pages_, of the page that follows
+    std::uint32_t node = 0;
+    bool is_lost_object = false;  // rather than a kid that never was an object
+  };
+
   void Walk();
-  void AddNode(const Object& dictionary, std::uint32_t parent);
+  void AddNode(const Object& dictionary, std::uint32_t parent, std::uint32_t number);
+  void AddHole(const Object& kid, std::uint32_t node);
+  void FillHoles();
+  std::vector<Page> FindLostPages();
   void Salvage();
 
   Document* document_;
@@ -65,6 +78,8 @@ class PageTree {
   std::vector<Page> pages_;
   std::unordered_set<std::uint32_t> page_numbers_;
   std::unordered_set<std::uint32_t> node_numbers_;
+  std::vector<Hole> holes_;
+  std::size_t claimed_count_ = 0;  // the root's /Count
   bool has_holes_ = false;
 };
 

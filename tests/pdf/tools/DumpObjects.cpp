@@ -64,6 +64,10 @@ std::string_view NameOf(FindingCode code) {
       return "PageCountWrong";
     case FindingCode::kPagesSalvaged:
       return "PagesSalvaged";
+    case FindingCode::kPageAdopted:
+      return "PageAdopted";
+    case FindingCode::kPageBlank:
+      return "PageBlank";
     case FindingCode::kStringUndecryptable:
       return "StringUndecryptable";
   }

@@ -84,6 +84,47 @@ TEST(PageTree, CountsAPageThatStandsTwiceTwice) {
   EXPECT_EQ(Tree(pdf.Table()).Numbers(), (Numbers{3, 3}));
 }
 
+TEST(PageTree, AdoptsPagesThatTheTreeHasLost) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[3 x 0 R 5 0 R 6 0 R]/Count 4>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R>>")
+      .Object(4, "<</Type/Page/Parent 2 0 R>>")
+      .Object(5, "<</Type/Page/Parent 2 0 R>>")
+      .Object(6, "<</Type/Page/Parent 2 0 R>>")
+      .Object(7, "<</Type/Page/Parent 9 0 R>>");  // of another tree
+  Tree tree(pdf.Table());
+  EXPECT_EQ(tree.Numbers(), (Numbers{3, 4, 5, 6}));
+  EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPageAdopted));
+  EXPECT_FALSE(tree.document->findings().Has(FindingCode::kPageBlank));
+}
+
+TEST(PageTree, LeavesDeletedPagesOfASoundTreeAlone) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R>>")
+      .Object(4, "<</Type/Page/Parent 2 0 R>>");
+  EXPECT_EQ(Tree(pdf.Table()).Numbers(), (Numbers{3}));
+  RawPdf damaged(pdf);
+  EXPECT_EQ(Tree(damaged.Raw("startxref\n7\n%%EOF").bytes()).Numbers(), (Numbers{3}));
+}
+
+TEST(PageTree, PutsEmptyPagesWhereOthersAreLost) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[7 0 R 3 0 R null 8 0 R 4 0 R 9 0 R]/Count 4/Rotate 90>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R>>")
+      .Object(4, "<</Type/Page/Parent 2 0 R>>");
+  Tree tree(pdf.Table());
+  EXPECT_EQ(tree.Numbers(), (Numbers{0, 3, 0, 4}));  // no more than /Count
+  EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPageBlank));
+  Arena arena;
+  const PageTree::Page& blank = tree.pages.pages()[0];
+  EXPECT_TRUE(tree.pages.Load(blank, arena).IsDictionary());
+  EXPECT_EQ(tree.pages.InheritedBy(blank, InheritableKey::kRotate).value.IntegerOr(0), 90);
+}
+
 TEST(PageTree, DoesNotBelieveTheCount) {
   for (const char* count : {"0", "-3", "2147483647", "(five)"}) {
     RawPdf pdf;
