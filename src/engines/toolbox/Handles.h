@@ -29,6 +29,7 @@ struct TPdfPage {
   std::uint32_t index = 0;  // zero-based
   TargetDocument* target = nullptr;
   int rotation = 0;
+  std::int32_t options = 0;  // PdfCopyOption bits, of a copy
 };
 
 // Document information, values in UTF-8.

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "engines/toolbox/Toolbox.h"
+#include "engines/toolbox/copy/SourceParts.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
 #include "pdf/write/ObjectCopier.h"
@@ -25,6 +26,9 @@ class SourceDocument {
 
   // Read on first use, once. Throws pdf::Error.
   const pdf::PageTree& pages();
+
+  SourceParts& parts() { return parts_; }
+
   // Whether a copied page must not bring this object: other pages, the page tree, the catalog and
   // its document-wide trees.
   bool IsBarred(std::uint32_t number);
@@ -44,6 +48,7 @@ class SourceDocument {
   std::unique_ptr<pdf::PageTree> pages_;
   std::unordered_set<std::uint32_t> barred_;
   pdf::NumberMap numbers_;
+  SourceParts parts_{*this};
   std::vector<TargetDocument*> waiting_;
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engines/toolbox/SourceDocument.h"
+#include "engines/toolbox/copy/PageCopier.h"
 #include "pdf/Error.h"
 #include "pdf/tree/WideText.h"
 #include "pdf/write/Serialize.h"
@@ -35,11 +36,13 @@ TargetDocument::~TargetDocument() {
   }
 }
 
-void TargetDocument::AppendPage(SourceDocument& source, std::uint32_t page_index, int rotation) {
+void TargetDocument::AppendPage(SourceDocument& source, std::uint32_t page_index, int rotation,
+                                std::int32_t options) {
   const std::uint32_t number = writer_.Reserve();
-  const std::uint32_t parent = LeafFor(page_numbers_.size());
+  const auto position = static_cast<std::uint32_t>(page_numbers_.size());
+  const std::uint32_t parent = LeafFor(position);
   page_numbers_.push_back(number);
-  RequestsOf(source).pages.push_back({page_index, number, parent, rotation});
+  RequestsOf(source).pages.push_back({page_index, number, parent, position, rotation, options});
 }
 
 TargetDocument::Requests& TargetDocument::RequestsOf(SourceDocument& source) {
@@ -73,7 +76,7 @@ void TargetDocument::WritePagesOf(SourceDocument& source) noexcept {
     return;
   }
   try {
-    PageCopier(source, writer_).Write(requests);
+    PageCopier(source, writer_, parts_, requests).Write();
   } catch (const pdf::Error& error) {
     failure_ = Failure{error.code(), error.what()};
   } catch (const std::exception& error) {
@@ -88,12 +91,26 @@ void TargetDocument::Finish() {
   if (failure_) {
     throw pdf::Error(failure_->code, failure_->message);
   }
-  const std::uint32_t pages = WritePageTree();
+  writer_.Finish(WriteCatalog(), 0);
+}
+
+std::uint32_t TargetDocument::WriteCatalog() {
   const std::uint32_t catalog = writer_.Reserve();
   std::string text = "<</Type/Catalog/Pages";
-  pdf::AppendReference(text, pages);
+  pdf::AppendReference(text, WritePageTree());
+  std::string names;
+  parts_.destinations.Finish(writer_, text, names);
+  parts_.outline.Finish(writer_, text);
+  parts_.page_labels.Finish(writer_, text);
+  parts_.form_fields.Finish(writer_, text);
+  parts_.layers.Finish(writer_, text);
+  parts_.structure.Finish(writer_, text);
+  parts_.settings.Finish(writer_, text, names);
+  if (!names.empty()) {
+    text += "/Names<<" + names + ">>";
+  }
   writer_.WriteObject(catalog, text + ">>");
-  writer_.Finish(catalog, 0);
+  return catalog;
 }
 
 // Level by level from the leaves up; returns the root.

@@ -10,9 +10,10 @@
 #include <vector>
 
 #include "engines/toolbox/ErrorCodes.h"
-#include "engines/toolbox/PageCopier.h"
 #include "engines/toolbox/StreamBridge.h"
 #include "engines/toolbox/Toolbox.h"
+#include "engines/toolbox/copy/CopyContext.h"
+#include "engines/toolbox/copy/TargetParts.h"
 #include "pdf/crypt/Security.h"
 #include "pdf/write/FileWriter.h"
 
@@ -27,11 +28,14 @@ class TargetDocument {
   TargetDocument(const TargetDocument&) = delete;
   TargetDocument& operator=(const TargetDocument&) = delete;
 
+  const CopyReport& report() const { return parts_.report; }
+
   std::int32_t page_count() const { return static_cast<std::int32_t>(page_numbers_.size()); }
 
   // Appends a copy of a page: page_index is zero-based, rotation in degrees clockwise is added to
   // the page's own.
-  void AppendPage(SourceDocument& source, std::uint32_t page_index, int rotation);
+  void AppendPage(SourceDocument& source, std::uint32_t page_index, int rotation,
+                  std::int32_t options);
 
   // Writes the noted pages of one source. A failure is kept, and reported by Finish.
   void WritePagesOf(SourceDocument& source) noexcept;
@@ -52,6 +56,7 @@ class TargetDocument {
 
   Requests& RequestsOf(SourceDocument& source);
   std::uint32_t LeafFor(std::size_t page_position);
+  std::uint32_t WriteCatalog();
   std::uint32_t WritePageTree();
   void WriteTreeNode(std::uint32_t number, std::uint32_t parent, const std::uint32_t* kids,
                      std::size_t kid_count, std::size_t page_count);
@@ -62,6 +67,7 @@ class TargetDocument {
   std::vector<std::uint32_t> page_numbers_;  // in page order
   std::vector<std::uint32_t> leaves_;        // lowest nodes of the page tree
   std::vector<Requests> requests_;           // in the order in which their sources came
+  TargetParts parts_;
   std::optional<Failure> failure_;
 };
 

@@ -138,7 +138,7 @@ TPdfPage* PdfPageListGet(TPdfPageList* page_list, std::int32_t index) {
       return nullptr;
     }
     return std::make_unique<TPdfPage>(
-               TPdfPage{source, static_cast<std::uint32_t>(index), nullptr, 0})
+               TPdfPage{source, static_cast<std::uint32_t>(index), nullptr, 0, 0})
         .release();
   });
 }
@@ -152,12 +152,12 @@ int PdfPageListAppend(TPdfPageList* page_list, TPdfPage* page) {
     if (target == nullptr || page->target != target) {
       return Refuse();
     }
-    target->AppendPage(*page->source, page->index, page->rotation);
+    target->AppendPage(*page->source, page->index, page->rotation, page->options);
     return 1;
   });
 }
 
-TPdfPage* PdfDocumentCopyPage(TPdfDocument* target, TPdfPage* page, std::int32_t) {
+TPdfPage* PdfDocumentCopyPage(TPdfDocument* target, TPdfPage* page, std::int32_t options) {
   if (target == nullptr || page == nullptr) {
     return nullptr;
   }
@@ -167,7 +167,7 @@ TPdfPage* PdfDocumentCopyPage(TPdfDocument* target, TPdfPage* page, std::int32_t
       return nullptr;
     }
     return std::make_unique<TPdfPage>(
-               TPdfPage{page->source, page->index, target->target.get(), page->rotation})
+               TPdfPage{page->source, page->index, target->target.get(), page->rotation, options})
         .release();
   });
 }

@@ -98,6 +98,35 @@ void ObjectCopier::Append(std::string& out, const Object& value) {
   AppendObject(out, value, hooks);
 }
 
+// An entry of an object's own dictionary.
+void ObjectCopier::AppendEntry(std::string& out, const DictionaryEntry& entry,
+                               const SerializeHooks& hooks) const {
+  if (!IsStructureKey(entry.Key())) {
+    AppendName(out, entry.Key());
+    AppendObject(out, entry.value, hooks);
+  } else if (structure_key_shift() && entry.value.IsInteger()) {
+    AppendName(out, entry.Key());
+    AppendInteger(out, entry.value.IntegerOr(0) + *structure_key_shift());
+  }
+}
+
+// A whole object that is no stream.
+void ObjectCopier::AppendParsed(std::string& out, const Object& value) {
+  if (!value.IsDictionary()) {
+    Append(out, value);
+    return;
+  }
+  SerializeHooks hooks;
+  hooks.reference = [this](std::string& text, Reference reference) {
+    AppendMapped(text, reference);
+  };
+  out += "<<";
+  for (const DictionaryEntry& entry : value.Entries()) {
+    AppendEntry(out, entry, hooks);
+  }
+  out += ">>";
+}
+
 void ObjectCopier::AppendMapped(std::string& out, Reference reference) {
   const std::uint32_t mapped = Map(reference.number);
   if (mapped == 0) {
@@ -205,7 +234,7 @@ void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise) {
   Arena arena;
   if (raw.holder != nullptr) {
     text_.clear();
-    Append(text_, source_->Load({promise.number, 0}, arena));
+    AppendParsed(text_, source_->Load({promise.number, 0}, arena));
     target_->WriteObject(promise.target_number, text_);
     return;
   }
@@ -216,7 +245,7 @@ void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise) {
                           : std::nullopt;
   if (!extent) {
     text_.clear();
-    Append(text_, value.value);
+    AppendParsed(text_, value.value);
     target_->WriteObject(promise.target_number, text_);
     return;
   }
@@ -238,7 +267,7 @@ void ObjectCopier::CopyParsedStream(const Object& dictionary, Passage passage) {
   };
   text_ = "<<";
   for (const DictionaryEntry& entry : dictionary.Entries()) {
-    Object copied = entry.value;
+    DictionaryEntry copied = entry;
     if (entry.Key() == "Length") {
       continue;
     }
@@ -247,10 +276,9 @@ void ObjectCopier::CopyParsedStream(const Object& dictionary, Passage passage) {
       if (all.size() <= dropped) {
         continue;
       }
-      copied = Object::Array(all.subspan(dropped));
+      copied.value = Object::Array(all.subspan(dropped));
     }
-    AppendName(text_, entry.Key());
-    AppendObject(text_, copied, hooks);
+    AppendEntry(text_, copied, hooks);
   }
   passage.open_dictionary = text_;
   CopyStream(passage);

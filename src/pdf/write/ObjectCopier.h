@@ -56,6 +56,14 @@ class ObjectCopier : public ReferenceMap {
 
   bool IsMapped(std::uint32_t number) const { return numbers_->Get(number) != 0; }
 
+  // What becomes of /StructParent and /StructParents of copied objects: they are raised by the
+  // shift, or left out when there is none, which is how it starts.
+  void set_structure_key_shift(std::optional<std::int64_t> shift) {
+    tokens_.set_structure_key_shift(shift);
+  }
+
+  std::optional<std::int64_t> structure_key_shift() const { return tokens_.structure_key_shift(); }
+
   // Appends a value of the source, its references mapped.
   void Append(std::string& out, const Object& value);
 
@@ -83,6 +91,9 @@ class ObjectCopier : public ReferenceMap {
     std::optional<std::string> data;   // plain data to be written in place of the source's
   };
 
+  void AppendEntry(std::string& out, const DictionaryEntry& entry,
+                   const SerializeHooks& hooks) const;
+  void AppendParsed(std::string& out, const Object& value);
   void AppendMapped(std::string& out, Reference reference);
   void CopyObject(const Promise& promise);
   TokenCopier::Status CopyTokens(const RawObject& raw, StringTransform* strings,

@@ -38,11 +38,14 @@ TokenCopier::Status TokenCopier::Copy(Lexer& lexer, StringTransform* strings, st
       if (!TakeKey(token, out) || (strings != nullptr && token.text == "/ByteRange")) {
         return Status::kIrregular;
       }
+      Status status = Status::kDone;
       if (frames_.size() == 1 && token.text == "/Length") {
-        const Status status = CopyLength(lexer);
-        if (status != Status::kDone) {
-          return status;
-        }
+        status = CopyLength(lexer);
+      } else if (frames_.size() == 1 && IsStructureKey(token.text.substr(1))) {
+        status = CopyStructureKey(lexer, token.text, out);
+      }
+      if (status != Status::kDone) {
+        return status;
       }
       continue;
     }
@@ -114,8 +117,8 @@ bool TokenCopier::TakeKey(const Token& token, std::string& out) {
     return false;
   }
   const bool is_outermost = frames_.size() == 1;
-  if (is_outermost && token.text == "/Length") {
-    return true;  // CopyLength goes on
+  if (is_outermost && (token.text == "/Length" || IsStructureKey(token.text.substr(1)))) {
+    return true;  // CopyLength or CopyStructureKey goes on
   }
   has_filter_ = has_filter_ || (is_outermost && token.text == "/Filter");
   next_is_type_ = is_outermost && token.text == "/Type";
@@ -150,6 +153,25 @@ TokenCopier::Status TokenCopier::CopyLength(Lexer& lexer) {
     return Status::kIrregular;
   }
   length_ = Object::Ref({static_cast<std::uint32_t>(first.integer), 0});
+  return Status::kDone;
+}
+
+TokenCopier::Status TokenCopier::CopyStructureKey(Lexer& lexer, std::string_view key,
+                                                  std::string& out) {
+  const Token value = Fetch(lexer);
+  if (value.kind != Token::Kind::kInteger) {
+    return value.kind == Token::Kind::kMore ? Status::kMore : Status::kIrregular;
+  }
+  const Token next = lexer.Next();
+  if (next.kind == Token::Kind::kMore || next.kind == Token::Kind::kInteger) {
+    return next.kind == Token::Kind::kMore ? Status::kMore : Status::kIrregular;
+  }
+  ahead_[0] = next;
+  ahead_count_ = 1;
+  if (structure_key_shift_) {
+    out += key;
+    AppendInteger(out, value.integer + *structure_key_shift_);
+  }
   return Status::kDone;
 }
 

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,11 @@
 #include "pdf/syntax/Parser.h"
 
 namespace TarnixTools::pdf {
+
+// Whether a key's value is a key of the document's parent tree.
+constexpr bool IsStructureKey(std::string_view key) {
+  return key == "StructParent" || key == "StructParents";
+}
 
 // Says what a reference becomes in the copy.
 class ReferenceMap {
@@ -36,6 +42,13 @@ class TokenCopier {
   // Appends the array or dictionary that comes next to `out`. strings may be null. The last /Length
   // of an outermost dictionary is left out; length() tells it.
   Status Copy(Lexer& lexer, StringTransform* strings, std::string& out);
+
+  // What becomes of an outermost dictionary's /StructParent and /StructParents, whose numbers are
+  // keys of the document's parent tree: they are raised by the shift, or left out when there is
+  // none, which is how it starts.
+  void set_structure_key_shift(std::optional<std::int64_t> shift) { structure_key_shift_ = shift; }
+
+  std::optional<std::int64_t> structure_key_shift() const { return structure_key_shift_; }
 
   // Of the last value copied, where it is a dictionary:
   const Object& length() const {
@@ -60,12 +73,14 @@ class TokenCopier {
   Status CopyInteger(Lexer& lexer, const Token& token, std::string& out);
   bool TakeKey(const Token& token, std::string& out);
   Status CopyLength(Lexer& lexer);
+  Status CopyStructureKey(Lexer& lexer, std::string_view key, std::string& out);
   void CopyString(const Token& token, StringTransform* strings, std::string& out);
 
   ReferenceMap* references_;
   std::vector<Frame> frames_;
   std::array<Token, 2> ahead_;  // tokens looked at but not used
   std::size_t ahead_count_ = 0;
+  std::optional<std::int64_t> structure_key_shift_;
   Object length_;
   bool has_filter_ = false;
   bool is_dictionary_ = false;

@@ -55,6 +55,21 @@ TEST(TokenCopier, HoldsTheLengthBack) {
   EXPECT_FALSE(copier.has_filter());
 }
 
+TEST(TokenCopier, ShiftsKeysOfTheParentTreeOrLeavesThemOut) {
+  Shifted map;
+  TokenCopier copier(map);
+  const std::string_view text = "<</StructParents 4/A<</StructParent 1>>/StructParent 7>>";
+  std::string out;
+  Lexer without(text, true);
+  EXPECT_EQ(copier.Copy(without, nullptr, out), TokenCopier::Status::kDone);
+  EXPECT_EQ(out, "<</A<</StructParent 1>>>>");
+  copier.set_structure_key_shift(100);
+  out.clear();
+  Lexer with(text, true);
+  EXPECT_EQ(copier.Copy(with, nullptr, out), TokenCopier::Status::kDone);
+  EXPECT_EQ(out, "<</StructParents 104/A<</StructParent 1>>/StructParent 107>>");
+}
+
 TEST(TokenCopier, LeavesIrregularSyntaxToTheParser) {
   for (const char* text :
        {"<</A>>", "<</A 1]", "[1 2>>", "<<1 2>>", "[--5]", "[foo]", "<</A 1 endobj", "12", "(x)",

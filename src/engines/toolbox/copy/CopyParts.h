@@ -1,0 +1,44 @@
+// The parts of one copy, one for each kind of thing that belongs to a page. They know each other
+// through this.
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_COPYPARTS_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_COPYPARTS_H_
+
+#include "engines/toolbox/copy/Annotations.h"
+#include "engines/toolbox/copy/CopyContext.h"
+#include "engines/toolbox/copy/Destinations.h"
+#include "engines/toolbox/copy/DocumentSettings.h"
+#include "engines/toolbox/copy/FormFields.h"
+#include "engines/toolbox/copy/Layers.h"
+#include "engines/toolbox/copy/Outline.h"
+#include "engines/toolbox/copy/PageLabels.h"
+#include "engines/toolbox/copy/PageResources.h"
+#include "engines/toolbox/copy/Structure.h"
+
+namespace TarnixTools::engines {
+
+struct CopyParts {
+  explicit CopyParts(CopyContext& context)
+      : destinations(context),
+        outline(context),
+        page_labels(context),
+        form_fields(context),
+        layers(context),
+        structure(context),
+        settings(context),
+        resources(context),
+        annotations(context, *this) {}
+
+  DestinationCopier destinations;
+  OutlineCopier outline;
+  PageLabelCopier page_labels;
+  FormFieldCopier form_fields;
+  LayerCopier layers;
+  StructureCopier structure;
+  DocumentSettingsCopier settings;
+  PageResourceCopier resources;
+  AnnotationCopier annotations;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_COPYPARTS_H_

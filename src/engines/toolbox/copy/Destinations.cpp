@@ -1,0 +1,25 @@
+#include "engines/toolbox/copy/Destinations.h"
+
+#include "engines/toolbox/copy/CopyContext.h"
+
+namespace TarnixTools::engines {
+
+SourceDestinations::SourceDestinations(SourceDocument&) {}
+
+void TargetDestinations::Finish(pdf::FileWriter&, std::string&, std::string&) {}
+
+std::optional<std::string> DestinationCopier::Copy(const pdf::Object& destination) {
+  std::string text;
+  context_->objects().Append(text, destination);
+  return text;
+}
+
+std::optional<std::string> DestinationCopier::CopyAction(const pdf::Object& action) {
+  std::string text;
+  context_->objects().Append(text, action);
+  return text;
+}
+
+void DestinationCopier::CopyNames() {}
+
+}  // namespace TarnixTools::engines

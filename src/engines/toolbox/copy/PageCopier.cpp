@@ -1,0 +1,130 @@
+#include "engines/toolbox/copy/PageCopier.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "pdf/write/Serialize.h"
+
+namespace TarnixTools::engines {
+
+using pdf::InheritableKey;
+using pdf::Object;
+
+namespace {
+
+// Keys of a page that are written by other means or lead out of the page.
+constexpr std::array<std::string_view, 13> kPageKeysLeft = {"Type",
+                                                            "Parent",
+                                                            "Kids",
+                                                            "Count",
+                                                            "Annots",
+                                                            "Rotate",
+                                                            "Resources",
+                                                            "StructParents",
+                                                            "B",
+                                                            "Thumb",
+                                                            "AA",
+                                                            "DPart",
+                                                            "TemplateInstantiated"};
+
+bool IsLeftOut(std::string_view key) {
+  return std::find(kPageKeysLeft.begin(), kPageKeysLeft.end(), key) != kPageKeysLeft.end();
+}
+
+constexpr std::string_view kDefaultMediaBox = "[0 0 612 792]";
+
+}  // namespace
+
+void PageCopier::Write() {
+  parts_.resources.Prepare();
+  parts_.form_fields.Prepare();
+  parts_.structure.Prepare();
+  for (const PageRequest& request : context_.requests()) {
+    WritePage(request);
+    context_.objects().CopyPending();
+  }
+  parts_.form_fields.Copy();
+  parts_.destinations.CopyNames();
+  parts_.outline.Copy();
+  parts_.page_labels.Copy();
+  parts_.structure.Copy();
+  parts_.settings.Copy();
+  context_.objects().CopyPending();
+  parts_.layers.Copy();  // last: only now is it known which layers came along
+  context_.objects().CopyPending();
+}
+
+void PageCopier::WritePage(const PageRequest& request) {
+  arena_.Reset();
+  const pdf::PageTree& tree = context_.source().pages();
+  const pdf::PageTree::Page& page = tree.pages()[request.page_index];
+  const Object dictionary = tree.Load(page, arena_);
+  const bool is_repeated = !written_pages_.insert(request.page_index).second;
+  std::string text = "<</Type/Page/Parent";
+  pdf::AppendReference(text, request.parent_number);
+  for (const pdf::DictionaryEntry& entry : dictionary.Entries()) {
+    if (!IsLeftOut(entry.Key())) {
+      pdf::AppendName(text, entry.Key());
+      context_.objects().Append(text, entry.value);
+    }
+  }
+  AppendBoxes(text, page, dictionary);
+  AppendRotation(text, page, dictionary, request.rotation);
+  parts_.resources.Copy(text, page, dictionary);
+  parts_.annotations.Copy(text, context_.document().Resolve(dictionary.Get("Annots"), arena_),
+                          request, is_repeated);
+  parts_.structure.CopyPageKey(text, dictionary, request, is_repeated);
+  ReportLeftOut(dictionary);
+  context_.writer().WriteObject(request.target_number, text + ">>");
+}
+
+void PageCopier::AppendBoxes(std::string& out, const pdf::PageTree::Page& page,
+                             const Object& dictionary) {
+  const pdf::PageTree& tree = context_.source().pages();
+  if (!dictionary.Has("MediaBox")) {
+    const Object box = tree.InheritedBy(page, InheritableKey::kMediaBox).value;
+    out += "/MediaBox";
+    if (box.IsNull()) {
+      out += kDefaultMediaBox;
+    } else {
+      context_.objects().Append(out, box);
+    }
+  }
+  const Object crop =
+      dictionary.Has("CropBox") ? Object() : tree.InheritedBy(page, InheritableKey::kCropBox).value;
+  if (!crop.IsNull()) {
+    out += "/CropBox";
+    context_.objects().Append(out, crop);
+  }
+}
+
+void PageCopier::AppendRotation(std::string& out, const pdf::PageTree::Page& page,
+                                const Object& dictionary, int rotation) {
+  pdf::Document& document = context_.document();
+  const Object own = document.Resolve(dictionary.Get("Rotate"), arena_);
+  const Object inherited = document.Resolve(
+      context_.source().pages().InheritedBy(page, InheritableKey::kRotate).value, arena_);
+  const std::int64_t angle = (own.IsNull() ? inherited : own).IntegerOr(0) % 360;
+  // An angle that is no multiple of 90 is not allowed and is drawn as 0.
+  const std::int64_t total = ((angle % 90 == 0 ? angle : 0) + rotation + 720) % 360;
+  if (total != 0) {
+    out += "/Rotate";
+    pdf::AppendInteger(out, total);
+  }
+}
+
+void PageCopier::ReportLeftOut(const Object& dictionary) {
+  CopyReport& report = context_.report();
+  if (dictionary.Has("Thumb")) {
+    report.Add(CopiedKind::kThumbnail, CopyOutcome::kDropped, "not carried over");
+  }
+  if (dictionary.Has("B")) {
+    report.Add(CopiedKind::kArticleThread, CopyOutcome::kDropped, "not carried over");
+  }
+  if (dictionary.Has("AA")) {
+    report.Add(CopiedKind::kScript, CopyOutcome::kDropped, "runs when a page is opened");
+  }
+}
+
+}  // namespace TarnixTools::engines

@@ -1,0 +1,56 @@
+// What is read of a source once, however many targets its pages go to; each on first use.
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_SOURCEPARTS_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_SOURCEPARTS_H_
+
+#include <memory>
+
+#include "engines/toolbox/copy/Destinations.h"
+#include "engines/toolbox/copy/DocumentSettings.h"
+#include "engines/toolbox/copy/FormFields.h"
+#include "engines/toolbox/copy/Layers.h"
+#include "engines/toolbox/copy/Outline.h"
+#include "engines/toolbox/copy/PageLabels.h"
+#include "engines/toolbox/copy/Structure.h"
+
+namespace TarnixTools::engines {
+
+class SourceParts {
+ public:
+  explicit SourceParts(SourceDocument& source) : source_(&source) {}
+
+  SourceDestinations& destinations() { return Once(destinations_); }
+
+  SourceOutline& outline() { return Once(outline_); }
+
+  SourcePageLabels& page_labels() { return Once(page_labels_); }
+
+  SourceFormFields& form_fields() { return Once(form_fields_); }
+
+  SourceLayers& layers() { return Once(layers_); }
+
+  SourceStructure& structure() { return Once(structure_); }
+
+  SourceDocumentSettings& settings() { return Once(settings_); }
+
+ private:
+  template <typename Part>
+  Part& Once(std::unique_ptr<Part>& part) {
+    if (part == nullptr) {
+      part = std::make_unique<Part>(*source_);
+    }
+    return *part;
+  }
+
+  SourceDocument* source_;
+  std::unique_ptr<SourceDestinations> destinations_;
+  std::unique_ptr<SourceOutline> outline_;
+  std::unique_ptr<SourcePageLabels> page_labels_;
+  std::unique_ptr<SourceFormFields> form_fields_;
+  std::unique_ptr<SourceLayers> layers_;
+  std::unique_ptr<SourceStructure> structure_;
+  std::unique_ptr<SourceDocumentSettings> settings_;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_SOURCEPARTS_H_

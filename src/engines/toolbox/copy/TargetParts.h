@@ -1,0 +1,29 @@
+// What a document being made has gathered beside its pages, from all its sources.
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_TARGETPARTS_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_TARGETPARTS_H_
+
+#include "engines/toolbox/copy/CopyReport.h"
+#include "engines/toolbox/copy/Destinations.h"
+#include "engines/toolbox/copy/DocumentSettings.h"
+#include "engines/toolbox/copy/FormFields.h"
+#include "engines/toolbox/copy/Layers.h"
+#include "engines/toolbox/copy/Outline.h"
+#include "engines/toolbox/copy/PageLabels.h"
+#include "engines/toolbox/copy/Structure.h"
+
+namespace TarnixTools::engines {
+
+struct TargetParts {
+  TargetDestinations destinations;
+  TargetOutline outline;
+  TargetPageLabels page_labels;
+  TargetFormFields form_fields;
+  TargetLayers layers;
+  TargetStructure structure;
+  TargetDocumentSettings settings;
+  CopyReport report;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_TARGETPARTS_H_
