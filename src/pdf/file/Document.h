@@ -46,7 +46,10 @@ class Document {
 
   const Object& trailer() const { return trailer_; }
 
+  // The catalog's number; none in a damaged document whose catalog is no object of its own.
   Reference root() const { return root_; }
+
+  Object Catalog(Arena& arena) { return root_ ? Load(root_, arena) : catalog_; }
 
   bool is_encrypted() const { return is_encrypted_; }
 
@@ -102,6 +105,12 @@ class Document {
   std::vector<std::uint32_t> SalvagedPages();
 
  private:
+  struct ScannedPage {
+    std::uint64_t offset = 0;  // of the page or of the object stream that holds it
+    std::uint32_t index = 0;   // in the object stream
+    std::uint32_t number = 0;
+  };
+
   Document(std::unique_ptr<ByteSource> source, std::string_view password);
 
   void FindHeader();
@@ -114,6 +123,8 @@ class Document {
   void AddScanned(const FileScan& scan);
   void AddStreamMembers(const FileScan& scan);
   void FindRoot(const FileScan& scan);
+  bool TakeCatalogOfTrailer(const FileScan& scan);
+  void MakeCatalogOfPageTree(const FileScan& scan);
   std::shared_ptr<const ObjectStream> OpenObjectStream(std::uint32_t number);
   std::optional<RawObject> LocateOnce(std::uint32_t number);
 
@@ -125,6 +136,7 @@ class Document {
   XrefTable xref_;
   Object trailer_;
   Reference root_;
+  Object catalog_;  // where there is no root_
   std::uint64_t header_offset_ = 0;
   bool is_encrypted_ = false;
   std::uint32_t encryption_object_ = 0;
@@ -132,7 +144,7 @@ class Document {
   std::optional<Security> security_;
   ObjectStreamCache object_streams_;
   std::vector<std::uint32_t> opening_;  // object streams being opened, against loops
-  std::vector<std::uint32_t> scanned_pages_;
+  std::vector<ScannedPage> scanned_pages_;
   bool is_rebuilt_ = false;
 };
 

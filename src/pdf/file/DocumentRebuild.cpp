@@ -1,5 +1,6 @@
 // The part of Document that finds objects without a usable cross-reference.
 #include <algorithm>
+#include <tuple>
 #include <unordered_set>
 
 #include "pdf/Error.h"
@@ -39,7 +40,7 @@ void Document::Rebuild() {
   }
   for (const FoundObject& found : scan.objects) {
     if (found.kind == FoundKind::kPage) {
-      scanned_pages_.push_back(found.number);
+      scanned_pages_.push_back({found.offset, 0, found.number});
     }
   }
   if (!root_) {
@@ -102,13 +103,14 @@ void Document::AddStreamMembers(const FileScan& scan) {
       Object value;
       parser.Parse(lexer, nullptr, value);
       if (FoundKindOf(value) == FoundKind::kPage) {
-        scanned_pages_.push_back(member.number);
+        scanned_pages_.push_back({found->offset, index, member.number});
       }
     }
   }
 }
 
-// Without a trailer that helps: the last catalog in the file, or else the page tree's own root.
+// Without a trailer that helps: the last catalog in the file, one that stands in a trailer, or else
+// the page tree's own root.
 void Document::FindRoot(const FileScan& scan) {
   findings_.Add(FindingCode::kTrailerRebuilt);
   for (auto found = scan.objects.rbegin(); found != scan.objects.rend(); ++found) {
@@ -126,15 +128,61 @@ void Document::FindRoot(const FileScan& scan) {
       }
     }
   }
+  if (!TakeCatalogOfTrailer(scan)) {
+    MakeCatalogOfPageTree(scan);
+  }
+}
+
+bool Document::TakeCatalogOfTrailer(const FileScan& scan) {
+  Arena arena;
+  for (auto trailer = scan.trailers.rbegin(); trailer != scan.trailers.rend(); ++trailer) {
+    const Object root = trailer->Get("Root");
+    if (Resolve(root.Get("Pages"), arena).IsDictionary()) {
+      trailer_ = *trailer;
+      catalog_ = root;
+      return true;
+    }
+  }
+  return false;
+}
+
+// Of several page trees without a parent the one that claims the most pages.
+void Document::MakeCatalogOfPageTree(const FileScan& scan) {
+  std::int64_t most = -1;
+  const auto consider = [&](std::uint32_t number) {
+    Arena arena;
+    const Object node = Load({number, 0}, arena);
+    const std::int64_t count = Resolve(node.Get("Count"), arena).IntegerOr(0);
+    if (FoundKindOf(node) == FoundKind::kPages && !node.Has("Parent") && count > most) {
+      most = count;
+      const DictionaryEntry entry{Object::Name("Pages"), Object::Ref({number, 0})};
+      catalog_ =
+          Object::Dictionary(trailer_arena_.CopyItems(std::span<const DictionaryEntry>(&entry, 1)));
+    }
+  };
+  for (const FoundObject& found : scan.objects) {
+    if (found.kind == FoundKind::kPages) {
+      consider(found.number);
+    }
+  }
+  for (std::uint32_t number = 1; number < xref_.limit(); ++number) {
+    if (xref_.Find(number).kind == XrefEntry::Kind::kInStream) {
+      consider(number);
+    }
+  }
 }
 
 std::vector<std::uint32_t> Document::SalvagedPages() {
   Rebuild();
+  std::sort(scanned_pages_.begin(), scanned_pages_.end(),
+            [](const ScannedPage& a, const ScannedPage& b) {
+              return std::tie(a.offset, a.index) < std::tie(b.offset, b.index);
+            });
   std::vector<std::uint32_t> pages;
   std::unordered_set<std::uint32_t> seen;
-  for (const std::uint32_t number : scanned_pages_) {
-    if (xref_.Exists(number) && seen.insert(number).second) {
-      pages.push_back(number);
+  for (const ScannedPage& page : scanned_pages_) {
+    if (xref_.Exists(page.number) && seen.insert(page.number).second) {
+      pages.push_back(page.number);
     }
   }
   return pages;

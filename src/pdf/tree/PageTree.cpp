@@ -86,7 +86,7 @@ void PageTree::Walk() {
   claimed_count_ = 0;
   has_holes_ = false;
   Arena scratch;
-  const Object root_value = document_->Load(document_->root(), scratch).Get("Pages");
+  const Object root_value = document_->Catalog(scratch).Get("Pages");
   const Object root = document_->Resolve(root_value, scratch);
   nodes_.emplace_back();  // node 0: above the root
   if (!root.IsDictionary()) {

@@ -174,6 +174,35 @@ TEST(Document, FindsMembersOfObjectStreamsWithoutACrossReference) {
   EXPECT_TRUE(document->is_rebuilt());
 }
 
+TEST(Document, TakesACatalogThatStandsInTheTrailer) {
+  RawPdf pdf;
+  pdf.Object(2, "<</Type/Pages/Kids[]/Count 0>>").Raw("trailer<</Root<</Pages 2 0 R>>>>");
+  Opened document(pdf.bytes());
+  Arena arena;
+  EXPECT_FALSE(document->root());
+  EXPECT_EQ(document->Catalog(arena).Get("Pages").AsReference().number, 2U);
+}
+
+TEST(Document, TakesThePageTreeWhereTheCatalogIsLost) {
+  RawPdf pdf;
+  pdf.Object(2, "<</Type/Pages/Kids[4 0 R]/Count 1>>")
+      .Object(3, "<</Type/Pages/Kids[5 0 R 4 0 R]/Count 2>>")
+      .Object(4, "<</Type/Pages/Parent 3 0 R/Kids[]/Count 9>>");
+  Opened document(pdf.bytes());
+  Arena arena;
+  EXPECT_TRUE(document.Found(FindingCode::kTrailerRebuilt));
+  EXPECT_EQ(document->Catalog(arena).Get("Pages").AsReference().number, 3U);
+}
+
+TEST(Document, SalvagesPagesInFileOrder) {
+  RawPdf pdf;
+  pdf.Stream(10, "/Type/ObjStm/N 2/First 9", "1 0 2 14 <</Type/Page>><</Type/Page>>")
+      .Object(3, "<</Type/Page>>")
+      .Stream(11, "/Type/ObjStm/N 1/First 4", "4 0 <</Type/Page>>");
+  Opened document(pdf.bytes());
+  EXPECT_THAT(document->SalvagedPages(), ::testing::ElementsAre(1, 2, 3, 4));
+}
+
 TEST(Document, SurvivesCrossReferenceLoops) {
   RawPdf pdf;
   pdf.Pages(1).Object(4, "(text)");
