@@ -284,12 +284,24 @@ void ObjectCopier::CopyParsedStream(const Object& dictionary, Passage passage) {
   CopyStream(passage);
 }
 
+// None where they are too many: such a stream is copied as it is.
+std::vector<FilterStep> ObjectCopier::FiltersOf(const Object& dictionary, Arena& arena) {
+  try {
+    return FilterStepsOf(dictionary,
+                         [&](const Object& value) { return source_->Resolve(value, arena); });
+  } catch (const Error& error) {
+    if (error.code() != ErrorCode::kFilterFailed) {
+      throw;
+    }
+    return {};
+  }
+}
+
 // How many leading filters the copy does without: the crypt filter that decryption has dealt with,
 // and those that make data larger, or less small than deflate does; their data is then in
 // passage.data. Damaged data is left as it is.
 std::size_t ObjectCopier::TakeFiltersOff(const Object& dictionary, Passage& passage, Arena& arena) {
-  const std::vector<FilterStep> steps = FilterStepsOf(
-      dictionary, [&](const Object& value) { return source_->Resolve(value, arena); });
+  const std::vector<FilterStep> steps = FiltersOf(dictionary, arena);
   const std::size_t crypt =
       !steps.empty() && steps[0].kind == FilterKind::kCrypt && source_->is_encrypted() ? 1 : 0;
   std::size_t end = crypt;

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "pdf/file/Document.h"
+#include "pdf/filters/Filters.h"
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/Serialize.h"
 #include "pdf/write/TokenCopier.h"
@@ -101,6 +102,7 @@ class ObjectCopier : public ReferenceMap {
   bool CopyText(const RawObject& raw, const Promise& promise);
   void CopyParsed(const RawObject& raw, const Promise& promise);
   void CopyParsedStream(const Object& dictionary, Passage passage);
+  std::vector<FilterStep> FiltersOf(const Object& dictionary, Arena& arena);
   std::size_t TakeFiltersOff(const Object& dictionary, Passage& passage, Arena& arena);
   void RestoreLength();
   void CopyStream(const Passage& passage);

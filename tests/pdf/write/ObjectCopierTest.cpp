@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "pdf/Limits.h"
 #include "pdf/filters/Filters.h"
 #include "pdf/write/ObjectCopier.h"
 #include "support/RawPdf.h"
@@ -147,6 +148,19 @@ TEST(ObjectCopier, TakesWastefulFiltersOff) {
   EXPECT_EQ(image.Get("Length").IntegerOr(0), 600);
   EXPECT_TRUE(copy.Follow(items[2]).Get("Filter").IsName("ASCIIHexDecode"))
       << "damaged data stays as it is";
+}
+
+TEST(ObjectCopier, LeavesStreamsWithTooManyFiltersAsTheyAre) {
+  std::string filters;
+  for (int i = 0; i <= limits::kMaxFilters; ++i) {
+    filters += "/ASCIIHexDecode";
+  }
+  RawPdf pdf;
+  pdf.Pages(1).Object(10, "[11 0 R]").Stream(11, "/Filter[" + filters + "]", "41>");
+  CopyOf copy(pdf);
+  const Object dictionary = copy.Follow(copy.Root().Items()[0]);
+  EXPECT_EQ(dictionary.Get("Filter").Items().size(), limits::kMaxFilters + 1U);
+  EXPECT_EQ(dictionary.Get("Length").IntegerOr(0), 3);
 }
 
 TEST(ObjectCopier, CopiesLargeStreamsInBlocks) {
