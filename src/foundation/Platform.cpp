@@ -227,26 +227,66 @@ std::optional<OutputFile> OutputFile::CreateSibling(const std::string& native_pa
   }
   // A file to be replaced hands its permissions down below; until then the new one is private.
   const mode_t mode = replaced != nullptr ? 0600 : 0666;
+  if (!output.CreateUnnamed(mode) && !output.CreateHidden(mode)) {
+    return std::nullopt;
+  }
+  if (replaced != nullptr) {
+    TakeOverAttributes(fileno(output.stream_.get()), *replaced);
+  }
+  return output;
+}
+
+// Not every file system can do it, and it can be given a name only where /proc is there.
+bool OutputFile::CreateUnnamed(mode_t mode) {
+#ifdef O_TMPFILE
+  static const bool can_be_named = access("/proc/self/fd", X_OK) == 0;
+  if (!can_be_named) {
+    return false;
+  }
+  Descriptor descriptor(openat(directory_.Get(), ".", O_TMPFILE | O_RDWR | O_CLOEXEC, mode));
+  if (!descriptor.IsOpen()) {
+    return false;
+  }
+  unnamed_ = Descriptor(fcntl(descriptor.Get(), F_DUPFD_CLOEXEC, 0));
+  return unnamed_.IsOpen() && AttachStream(std::move(descriptor), "wb+");
+#else
+  static_cast<void>(mode);
+  return false;
+#endif
+}
+
+bool OutputFile::CreateHidden(mode_t mode) {
   for (int attempt = 0; attempt < kMaxSiblingAttempts; ++attempt) {
     std::string name = SiblingName();
     Descriptor descriptor(
-        openat(output.directory_.Get(), name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+        openat(directory_.Get(), name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode));
     if (!descriptor.IsOpen() && errno == EEXIST) {
       continue;  // left by a process of the same number that was killed
     }
     if (!descriptor.IsOpen()) {
-      return std::nullopt;
+      return false;
     }
-    output.temporary_name_ = std::move(name);
-    if (replaced != nullptr) {
-      TakeOverAttributes(descriptor.Get(), *replaced);
-    }
-    if (!output.AttachStream(std::move(descriptor), "wb+")) {
-      return std::nullopt;
-    }
-    return output;
+    temporary_name_ = std::move(name);
+    return AttachStream(std::move(descriptor), "wb+");
   }
-  return std::nullopt;
+  return false;
+}
+
+// Gives a file without a name its final one when that is free, else a hidden one to be renamed.
+bool OutputFile::GiveName() {
+  const std::string file = "/proc/self/fd/" + std::to_string(unnamed_.Get());
+  const auto link = [&](const std::string& name) {
+    return linkat(AT_FDCWD, file.c_str(), directory_.Get(), name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+  };
+  bool is_named = link(final_name_);
+  for (int attempt = 0; !is_named && errno == EEXIST && attempt < kMaxSiblingAttempts; ++attempt) {
+    std::string name = SiblingName();
+    is_named = link(name);
+    if (is_named) {
+      temporary_name_ = std::move(name);
+    }
+  }
+  return is_named;
 }
 
 bool OutputFile::AttachStream(Descriptor descriptor, const char* mode) {
@@ -264,12 +304,14 @@ OutputFile::OutputFile(OutputFile&& other) noexcept
     : directory_(std::move(other.directory_)),
       temporary_name_(std::exchange(other.temporary_name_, {})),
       final_name_(std::move(other.final_name_)),
+      unnamed_(std::move(other.unnamed_)),
       stream_(std::move(other.stream_)) {}
 
 OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
   std::swap(directory_, other.directory_);
   std::swap(temporary_name_, other.temporary_name_);
   std::swap(final_name_, other.final_name_);
+  std::swap(unnamed_, other.unnamed_);
   std::swap(stream_, other.stream_);
   return *this;
 }
@@ -283,6 +325,13 @@ FilePtr OutputFile::TakeStream() {
 }
 
 bool OutputFile::Commit() {
+  if (unnamed_.IsOpen()) {
+    const bool is_named = GiveName();
+    unnamed_ = Descriptor();
+    if (!is_named) {
+      return false;
+    }
+  }
   if (temporary_name_.empty()) {
     return true;
   }
@@ -299,6 +348,7 @@ bool OutputFile::Commit() {
 
 void OutputFile::Discard() noexcept {
   stream_.reset();
+  unnamed_ = Descriptor();
   if (!temporary_name_.empty()) {
     const int error = errno;
     unlinkat(directory_.Get(), temporary_name_.c_str(), 0);

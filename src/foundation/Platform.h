@@ -13,6 +13,8 @@
 #include <optional>
 #include <string>
 
+#include <sys/types.h>
+
 struct stat;
 
 namespace TarnixTools::platform {
@@ -51,8 +53,9 @@ std::int64_t Tell(std::FILE* file);
 //   ... write to output->TakeStream(), close it ...
 //   if (!output->Commit()) ...errno...
 //
-// It is written under a hidden name in the same directory and renamed by Commit; the destructor
-// removes it when Commit was not reached. Symbolic links are followed to the file they lead to. A
+// Until Commit it has no name at all, so that nothing is left of it however the process ends; where
+// the file system cannot do that, it has a hidden one in the same directory, which the destructor
+// removes when Commit was not reached. Symbolic links are followed to the file they lead to. A
 // file that is replaced hands down its permissions, and its owner where the system allows it. What
 // is neither a file nor a directory (a device, a pipe) is written to directly, and Commit has
 // nothing to do.
@@ -102,12 +105,16 @@ class OutputFile {
   static std::optional<OutputFile> OpenDirectly(const std::string& native_path);
   static std::optional<OutputFile> CreateSibling(const std::string& native_path,
                                                  const struct ::stat* replaced);
+  bool CreateUnnamed(mode_t mode);
+  bool CreateHidden(mode_t mode);
+  bool GiveName();
   bool AttachStream(Descriptor descriptor, const char* mode);
 
   // The names are relative to this directory: a change of the current one in between does no harm.
   Descriptor directory_;
   std::string temporary_name_;  // empty when there is nothing to rename or to remove
   std::string final_name_;
+  Descriptor unnamed_;  // keeps a file without a name from vanishing when its stream is closed
   FilePtr stream_;
 };
 

@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "support/DocumentTest.h"
@@ -77,6 +78,20 @@ class OutputFilesTest : public testing::DocumentTest {
             "Unable to create new file [" + Backslashes(path) + "] (" + reason + ")"};
   }
 };
+
+// Ctrl-C, a crash, a kill: whatever ends the process, the directory is as it was before.
+TEST_F(OutputFilesTest, LeaveNothingWhenTheProcessEnds) {
+  const pid_t child = fork();
+  if (child == 0) {
+    PdfDoc output(Path("half.pdf"), "", false);
+    output.Create(false);
+    raise(SIGKILL);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  ASSERT_TRUE(WIFSIGNALED(status));
+  EXPECT_TRUE(std::filesystem::is_empty(std::filesystem::path(Path("half.pdf")).parent_path()));
+}
 
 TEST_F(OutputFilesTest, HaveAnyName) {
   const std::string names[] = {
@@ -250,7 +265,7 @@ TEST_F(OutputFilesTest, AreDroppedWhenNeverCompleted) {
     PdfDoc out(Path("out.pdf"), "", false);
     out.Create(false);
     const PdfDoc copy(out);
-    EXPECT_EQ(directory_.Names().size(), 2U);  // the input and the temporary file
+    EXPECT_NE(ReadBytes(Path("in.pdf")), "");
   }
   EXPECT_THAT(directory_.Names(), ElementsAre("in.pdf"));
 }
