@@ -122,6 +122,27 @@ TEST(Toolbox, CopiesPagesInTheOrderAskedFor) {
   EXPECT_NE(result.Data(result.Page(1).Get("Contents")).find("Page 1"), std::string::npos);
 }
 
+TEST(Toolbox, LeavesLostContentsOut) {
+  RawPdf pdf;
+  pdf.Pages(3, "/Contents[9 0 R 20 0 R null]")
+      .Object(4, "<</Type/Page/Parent 2 0 R/Contents 9 0 R>>")
+      .Object(5, "<</Type/Page/Parent 2 0 R/Contents 21 0 R>>")
+      .Stream(20, "", "q Q")
+      .Object(21, "[22 0 R 20 0 R 9 0 R]")
+      .Object(22, "(no stream)");
+  const std::string sound = pdf.Table();
+  const std::string damaged = sound.substr(0, sound.find("xref"));
+  for (const std::string& bytes : {sound, damaged}) {
+    Result result(Copied(bytes, {0, 1, 2}));
+    const Object contents = result.Page(0).Get("Contents");
+    ASSERT_EQ(contents.Items().size(), 1U);
+    EXPECT_EQ(result.Data(contents.Items()[0]), "q Q");
+    EXPECT_TRUE(result.Page(1).Get("Contents").IsNull());
+  }
+  Result result(Copied(damaged, {2}));
+  EXPECT_EQ(result.Page(0).Get("Contents").Items().size(), 1U);
+}
+
 TEST(Toolbox, BringsSharedResourcesOnce) {
   RawPdf pdf;
   pdf.Pages(3, "/MediaBox[0 0 9 9]/Resources<</Font<</F 20 0 R>>>>")

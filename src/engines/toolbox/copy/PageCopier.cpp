@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <string_view>
+#include <vector>
 
 #include "pdf/write/Serialize.h"
 
@@ -64,7 +66,9 @@ void PageCopier::WritePage(const PageRequest& request) {
   std::string text = "<</Type/Page/Parent";
   pdf::AppendReference(text, request.parent_number);
   for (const pdf::DictionaryEntry& entry : dictionary.Entries()) {
-    if (!IsLeftOut(entry.Key())) {
+    if (entry.Key() == "Contents") {
+      AppendContents(text, entry.value);
+    } else if (!IsLeftOut(entry.Key())) {
       pdf::AppendName(text, entry.Key());
       context_.objects().Append(text, entry.value);
     }
@@ -77,6 +81,33 @@ void PageCopier::WritePage(const PageRequest& request) {
   parts_.structure.CopyPageKey(text, dictionary, request, is_repeated);
   ReportLeftOut(dictionary);
   context_.writer().WriteObject(request.target_number, text + ">>");
+}
+
+// Streams that are not there must not leave nulls in the array (table 31): some readers stop at
+// one.
+void PageCopier::AppendContents(std::string& out, const Object& contents) {
+  const bool is_damaged = context_.document().findings().count() > 0;
+  const Object resolved = is_damaged ? context_.document().Resolve(contents, arena_) : contents;
+  if (!resolved.IsArray()) {
+    if (!IsLostStream(contents)) {
+      out += "/Contents";
+      context_.objects().Append(out, contents);
+    }
+    return;
+  }
+  std::vector<Object> streams;
+  std::copy_if(resolved.Items().begin(), resolved.Items().end(), std::back_inserter(streams),
+               [this](const Object& item) { return !IsLostStream(item); });
+  out += "/Contents";
+  context_.objects().Append(out, Object::Array(streams));
+}
+
+// A sound document's streams are taken on trust, so that they need not be read twice.
+bool PageCopier::IsLostStream(const Object& item) {
+  pdf::Document& document = context_.document();
+  const std::uint32_t number = item.AsReference().number;
+  return !document.Exists(number) ||
+         (document.findings().count() > 0 && !document.IsStream(number));
 }
 
 void PageCopier::AppendBoxes(std::string& out, const pdf::PageTree::Page& page,

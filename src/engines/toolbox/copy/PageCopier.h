@@ -24,6 +24,8 @@ class PageCopier {
 
  private:
   void WritePage(const PageRequest& request);
+  void AppendContents(std::string& out, const pdf::Object& contents);
+  bool IsLostStream(const pdf::Object& item);
   void AppendBoxes(std::string& out, const pdf::PageTree::Page& page,
                    const pdf::Object& dictionary);
   void AppendRotation(std::string& out, const pdf::PageTree::Page& page,
