@@ -2,7 +2,7 @@
 // folders of files; a folder that does not exist is an empty one. The empty input is always run
 // too. The test fails when the target crashes or a sanitizer stops it.
 //
-//   LexerFuzzer fuzz/seeds/LexerFuzzer
+//   DocumentFuzzer fuzz/seeds/DocumentFuzzer
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
