@@ -88,11 +88,12 @@ std::vector<SizeGroup> GroupSizes(const std::vector<PdfSize>& sizes, double fact
 }
 
 FileInfo Look(PdfDoc& document, double factor) {
+  const std::vector<PdfSize> sizes = document.GetPageSizes();
   return {
       .path = NativePath(document.GetPath()),
-      .pages = document.GetPagesNum(),
+      .pages = static_cast<int>(sizes.size()),
       .encrypted = document.IsEncrypted(),
-      .sizes = GroupSizes(document.GetPageSizes(), factor),
+      .sizes = GroupSizes(sizes, factor),
       .metadata = {{"author", document.GetMetaData(PdfMetadataParam::Author)},
                    {"keywords", document.GetMetaData(PdfMetadataParam::Keywords)},
                    {"creator", document.GetMetaData(PdfMetadataParam::Creator)},

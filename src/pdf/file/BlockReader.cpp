@@ -39,6 +39,14 @@ std::size_t BlockReader::Read(std::uint64_t offset, char* buffer, std::size_t si
   return source_->ReadAt(offset, buffer, size);
 }
 
+std::string_view BlockReader::ReadPiece(std::uint64_t offset, std::uint64_t wanted) {
+  if (piece_ == nullptr) {
+    piece_ = std::make_unique_for_overwrite<char[]>(kPieceSize);
+  }
+  const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(wanted, kPieceSize));
+  return {piece_.get(), Read(offset, piece_.get(), size)};
+}
+
 const BlockReader::Block& BlockReader::Fetch(std::uint64_t index) {
   if (const std::uint8_t slot = slots_[index]; slot != 0) {
     Block& block = blocks_[slot - 1U];

@@ -26,9 +26,14 @@ class BlockReader {
   // Reads past the cache, for data that is used once.
   std::size_t Read(std::uint64_t offset, char* buffer, std::size_t size);
 
+  // The same in one large piece: up to `wanted` bytes, fewer when there are many, none at the end.
+  // Valid until the next call of ReadPiece.
+  std::string_view ReadPiece(std::uint64_t offset, std::uint64_t wanted);
+
  private:
   static constexpr std::size_t kBlockSize = std::size_t{64} << 10;
   static constexpr std::size_t kMaxBlocks = 48;
+  static constexpr std::size_t kPieceSize = std::size_t{256} << 10;
 
   struct Block {
     std::uint64_t index = 0;
@@ -46,6 +51,7 @@ class BlockReader {
   std::vector<Block> blocks_;
   std::vector<std::uint8_t> slots_;  // by block index: place in blocks_ plus one, 0 for none
   std::string assembled_;
+  std::unique_ptr<char[]> piece_;
 };
 
 }  // namespace TarnixTools::pdf

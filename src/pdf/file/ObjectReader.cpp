@@ -54,17 +54,17 @@ std::optional<ObjectHeader> ObjectReader::ReadHeader(std::uint64_t offset) {
 }
 
 ValueAt ObjectReader::ReadValue(std::uint64_t offset, Arena& arena, StringTransform* transform) {
-  Parser parser(arena);
+  parser_.set_arena(arena);
   ValueAt result;
   for (std::size_t wanted = kFirstWindow; wanted != 0; wanted = LargerWindow(wanted)) {
     const std::string_view window = blocks_->Window(offset, wanted);
     wanted = std::max(wanted, window.size());
     Lexer lexer(window, offset + window.size() >= size());
-    const Parser::Status status = parser.Parse(lexer, transform, result.value);
+    const Parser::Status status = parser_.Parse(lexer, transform, result.value);
     if (status != Parser::Status::kMore) {
       result.end = offset + lexer.position();
       result.has_value = status == Parser::Status::kDone;
-      result.is_regular = parser.is_regular();
+      result.is_regular = parser_.is_regular();
       return result;
     }
   }

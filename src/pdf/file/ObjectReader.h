@@ -72,6 +72,8 @@ class ObjectReader {
   bool EndsAt(std::uint64_t offset);
 
   BlockReader* blocks_;
+  Arena no_arena_;  // what the parser has between two values
+  Parser parser_{no_arena_};
   std::uint64_t window_budget_;  // bytes that may still be looked at in enlarged windows
 };
 

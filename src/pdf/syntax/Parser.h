@@ -30,6 +30,9 @@ class Parser {
 
   explicit Parser(Arena& arena) : arena_(&arena) {}
 
+  // Where the values read from now on live. A parser that is kept saves its working storage.
+  void set_arena(Arena& arena) { arena_ = &arena; }
+
   // Reads one value. The object and all it holds live in the arena. transform may be null; it is
   // not applied to the /Contents of a signature, which are never encrypted (7.6.2).
   Status Parse(Lexer& lexer, StringTransform* transform, Object& value);

@@ -13,7 +13,6 @@ namespace TarnixTools::pdf {
 namespace {
 
 constexpr std::size_t kFirstWindow = 1024;
-constexpr std::size_t kBlockSize = std::size_t{256} << 10;
 constexpr std::uint64_t kSmallStream = std::uint64_t{32} << 10;  // read through the block cache
 constexpr std::uint64_t kHeldStream = std::uint64_t{4} << 20;  // decrypted or deflated in one piece
 constexpr std::uint64_t kWorthDeflating = 96;
@@ -377,9 +376,7 @@ void ObjectCopier::CopyBlocks(const Passage& passage, std::uint64_t plain_length
       bytes = blocks.Window(passage.extent.offset + done, static_cast<std::size_t>(left));
       bytes = bytes.substr(0, static_cast<std::size_t>(left));
     } else {
-      block_.resize(static_cast<std::size_t>(std::min<std::uint64_t>(kBlockSize, left)));
-      bytes = std::string_view(block_).substr(
-          0, blocks.Read(passage.extent.offset + done, block_.data(), block_.size()));
+      bytes = blocks.ReadPiece(passage.extent.offset + done, left);
     }
     if (bytes.empty()) {
       throw Error(ErrorCode::kSourceChanged, "the file became shorter while it was read");

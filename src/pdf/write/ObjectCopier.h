@@ -117,7 +117,6 @@ class ObjectCopier : public ReferenceMap {
   TokenCopier tokens_;
   std::vector<Promise> pending_;
   std::string text_;
-  std::string block_;
 };
 
 }  // namespace TarnixTools::pdf
