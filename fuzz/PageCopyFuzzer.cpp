@@ -24,8 +24,8 @@ struct MemoryFile {
     stream.get_length = [](void* handle) {
       return static_cast<std::int64_t>(Self(handle).bytes.size());
     };
-    stream.seek = [](void* handle, std::int64_t position) {
-      Self(handle).position = static_cast<std::size_t>(position);
+    stream.seek = [](void* handle, std::int64_t to) {
+      Self(handle).position = static_cast<std::size_t>(to);
       return 1;
     };
     stream.tell = [](void* handle) { return static_cast<std::int64_t>(Self(handle).position); };

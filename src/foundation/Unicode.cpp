@@ -69,33 +69,6 @@ void AppendWide(std::wstring& out, char32_t character) {
   out.push_back(static_cast<wchar_t>(0xDC00 + (offset & 0x3FFU)));
 }
 
-void AppendUtf8(std::string& out, char32_t character) {
-  const auto push = [&out](char32_t byte) { out.push_back(static_cast<char>(byte)); };
-  if (character < 0x80) {
-    push(character);
-    return;
-  }
-  if (character < 0x800) {
-    push(0xC0U | (character >> 6U));
-  } else if (character < 0x10000) {
-    push(0xE0U | (character >> 12U));
-    push(0x80U | ((character >> 6U) & 0x3FU));
-  } else {
-    push(0xF0U | (character >> 18U));
-    push(0x80U | ((character >> 12U) & 0x3FU));
-    push(0x80U | ((character >> 6U) & 0x3FU));
-  }
-  push(0x80U | (character & 0x3FU));
-}
-
-bool IsHighSurrogate(char32_t unit) {
-  return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
-bool IsLowSurrogate(char32_t unit) {
-  return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
 }  // namespace
 
 std::wstring Utf8ToWide(std::string_view text) {
@@ -108,23 +81,6 @@ std::wstring Utf8ToWide(std::string_view text) {
     text.remove_prefix(decoded.length);
   }
   return wide;
-}
-
-std::string WideToUtf8(std::wstring_view text) {
-  std::string utf8;
-  utf8.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    auto character = static_cast<char32_t>(text[i]);
-    const char32_t next = i + 1 < text.size() ? static_cast<char32_t>(text[i + 1]) : U'\0';
-    if (IsHighSurrogate(character) && IsLowSurrogate(next)) {
-      character = 0x10000 + ((character - 0xD800) << 10U) + (next - 0xDC00);
-      ++i;
-    } else if (IsHighSurrogate(character) || IsLowSurrogate(character) || character > 0x10FFFF) {
-      character = kReplacement;
-    }
-    AppendUtf8(utf8, character);
-  }
-  return utf8;
 }
 
 }  // namespace TarnixTools

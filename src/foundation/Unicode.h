@@ -12,9 +12,6 @@ namespace TarnixTools {
 // of a malformed sequence becomes one U+FFFD.
 std::wstring Utf8ToWide(std::string_view text);
 
-// Joins surrogate pairs; a lone surrogate or a value beyond U+10FFFF becomes U+FFFD.
-std::string WideToUtf8(std::wstring_view text);
-
 }  // namespace TarnixTools
 
 #endif  // TARNIX_FOUNDATION_UNICODE_H_

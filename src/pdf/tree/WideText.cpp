@@ -27,9 +27,9 @@ void AppendUtf8(std::string& out, std::uint32_t code_point) {
 std::string Utf8OfWide(std::wstring_view wide) {
   std::string out;
   for (std::size_t i = 0; i < wide.size(); ++i) {
-    auto unit = static_cast<std::uint32_t>(wide[i]);
+    char32_t unit = static_cast<char32_t>(wide[i]);
     if (unit >= 0xD800 && unit < 0xDC00 && i + 1 < wide.size()) {
-      const auto low = static_cast<std::uint32_t>(wide[i + 1]);
+      const char32_t low = static_cast<char32_t>(wide[i + 1]);
       if (low >= 0xDC00 && low < 0xE000) {
         unit = 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00);
         ++i;

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "pdf/tree/TextString.h"
-#include "pdf/tree/WideText.h"
 
 namespace TarnixTools::pdf {
 namespace {
@@ -32,13 +31,6 @@ TEST(TextString, ReadsUtf8AndMarksWhatIsNot) {
                              "A\xC0\x80\xED\xA0\x80"sv),
             "\uFFFD"
             "A\uFFFD\uFFFD\uFFFD");
-}
-
-TEST(WideText, JoinsSurrogates) {
-  EXPECT_EQ(Utf8OfWide(std::wstring{0xD83D, 0xDE00, 0x41}),
-            "\U0001F600"
-            "A");
-  EXPECT_EQ(Utf8OfWide(std::wstring{0xDE00}), "\uFFFD");
 }
 
 }  // namespace
