@@ -31,7 +31,8 @@ void SourceDocument::BarDocumentTrees() {
 }
 
 bool SourceDocument::IsBarred(std::uint32_t number) {
-  return pages().IsPage(number) || pages().IsNode(number) || barred_.contains(number);
+  return pages().IsPage(number) || pages().IsNode(number) || barred_.contains(number) ||
+         parts_.annotations().Contains(number);
 }
 
 void SourceDocument::AddWaiting(TargetDocument& target) {

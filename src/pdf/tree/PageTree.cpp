@@ -109,7 +109,7 @@ void PageTree::Walk() {
     node_numbers_.insert(root_value.AsReference().number);
   }
   if (!root.Has("Kids") && root.Get("Type").IsName("Page")) {  // a single page in place of the tree
-    pages_.push_back({root_value.AsReference().number, 0, KeepValue(root, arena_)});
+    pages_.push_back({root_value.AsReference().number, 0, true, KeepValue(root, arena_)});
     page_numbers_.insert(root_value.AsReference().number);
     return;
   }
@@ -148,7 +148,8 @@ void PageTree::Walk() {
     if (pages_.size() >= limits::kMaxPages) {
       throw Error(ErrorCode::kLimitExceeded, "too many pages");
     }
-    pages_.push_back({number, parent, number == 0 ? KeepValue(dictionary, arena_) : Object()});
+    pages_.push_back({number, parent, dictionary.Has("Annots"),
+                      number == 0 ? KeepValue(dictionary, arena_) : Object()});
     if (number != 0) {
       page_numbers_.insert(number);
     }
@@ -175,7 +176,7 @@ std::vector<PageTree::Page> PageTree::FindLostPages() {
     const Object page = document_->Load({number, 0}, scratch);
     const auto node = nodes.find(page.Get("Parent").AsReference().number);
     if (!page_numbers_.contains(number) && node != nodes.end() && node->first != 0) {
-      lost.push_back({number, node->second, Object()});
+      lost.push_back({number, node->second, true, Object()});
     }
   }
   return lost;
@@ -200,7 +201,7 @@ void PageTree::FillHoles() {
         pages_.push_back(*adopted++);
       } else if (hole->is_lost_object && blanks > 0) {
         --blanks;
-        pages_.push_back({0, hole->node, Object::Dictionary({})});
+        pages_.push_back({0, hole->node, false, Object::Dictionary({})});
         document_->findings().Add(FindingCode::kPageBlank);
       }
     }
@@ -214,7 +215,7 @@ void PageTree::FillHoles() {
 // The last resort: every page object in the file, in the order they stand there.
 void PageTree::Salvage() {
   for (const std::uint32_t number : document_->SalvagedPages()) {
-    pages_.push_back({number, 0, Object()});
+    pages_.push_back({number, 0, true, Object()});
     page_numbers_.insert(number);
   }
   if (pages_.empty()) {

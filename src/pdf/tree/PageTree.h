@@ -20,9 +20,10 @@ enum class InheritableKey : std::uint8_t { kResources, kMediaBox, kCropBox, kRot
 class PageTree {
  public:
   struct Page {
-    std::uint32_t number = 0;  // 0: the page is no object of its own
-    std::uint32_t node = 0;    // its parent, for Inherited()
-    Object direct;             // the dictionary of a page that is no object of its own
+    std::uint32_t number = 0;     // 0: the page is no object of its own
+    std::uint32_t node = 0;       // its parent, for Inherited()
+    bool has_annotations = true;  // its dictionary has /Annots, or was not looked at yet
+    Object direct;                // the dictionary of a page that is no object of its own
   };
 
   // An attribute and the node that gives it.

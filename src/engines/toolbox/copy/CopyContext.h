@@ -43,6 +43,9 @@ class CopyContext {
 
   TargetParts& parts() { return *parts_; }
 
+  // Every part that meets a destination or an action has it led to the copied pages by this.
+  DestinationCopier& destinations() { return destinations_; }
+
   CopyReport& report() { return parts_->report; }
 
   const std::vector<PageRequest>& requests() const { return *requests_; }
@@ -61,6 +64,7 @@ class CopyContext {
   TargetParts* parts_;
   const std::vector<PageRequest>* requests_;
   pdf::ObjectCopier objects_;
+  DestinationCopier destinations_{*this};
   bool is_whole_ = false;
   std::unordered_map<std::uint32_t, const PageRequest*> by_number_;
   std::unordered_map<std::uint32_t, const PageRequest*> by_index_;

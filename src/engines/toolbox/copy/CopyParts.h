@@ -18,8 +18,7 @@ namespace TarnixTools::engines {
 
 struct CopyParts {
   explicit CopyParts(CopyContext& context)
-      : destinations(context),
-        outline(context),
+      : outline(context),
         page_labels(context),
         form_fields(context),
         layers(context),
@@ -28,7 +27,6 @@ struct CopyParts {
         resources(context),
         annotations(context, *this) {}
 
-  DestinationCopier destinations;
   OutlineCopier outline;
   PageLabelCopier page_labels;
   FormFieldCopier form_fields;

@@ -1,6 +1,7 @@
 #include "engines/toolbox/copy/Destinations.h"
 
 #include "engines/toolbox/copy/CopyContext.h"
+#include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines {
 
@@ -18,6 +19,13 @@ std::optional<std::string> DestinationCopier::CopyAction(const pdf::Object& acti
   std::string text;
   context_->objects().Append(text, action);
   return text;
+}
+
+bool DestinationCopier::AppendActionEntry(std::string& out, std::string_view key,
+                                          const pdf::Object& value) {
+  pdf::AppendName(out, key);
+  context_->objects().Append(out, value);
+  return true;
 }
 
 void DestinationCopier::CopyNames() {}

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "pdf/syntax/Object.h"
 
@@ -41,6 +42,9 @@ class DestinationCopier {
   std::optional<std::string> Copy(const pdf::Object& destination);
   // An action dictionary with its /Next chain; nullopt when nothing of it is left.
   std::optional<std::string> CopyAction(const pdf::Object& action);
+  // Appends an annotation's or a field's entry /A, /PA (an action) or /AA (actions by event).
+  // Appends nothing and returns false when none of its actions is left.
+  bool AppendActionEntry(std::string& out, std::string_view key, const pdf::Object& value);
   // Brings all names that lead to copied pages into the target.
   void CopyNames();
 

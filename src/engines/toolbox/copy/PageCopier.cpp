@@ -39,6 +39,7 @@ constexpr std::string_view kDefaultMediaBox = "[0 0 612 792]";
 }  // namespace
 
 void PageCopier::Write() {
+  parts_.annotations.Prepare();
   parts_.resources.Prepare();
   parts_.form_fields.Prepare();
   parts_.structure.Prepare();
@@ -47,7 +48,7 @@ void PageCopier::Write() {
     context_.objects().CopyPending();
   }
   parts_.form_fields.Copy();
-  parts_.destinations.CopyNames();
+  context_.destinations().CopyNames();
   parts_.outline.Copy();
   parts_.page_labels.Copy();
   parts_.structure.Copy();
@@ -77,7 +78,7 @@ void PageCopier::WritePage(const PageRequest& request) {
   AppendRotation(text, page, dictionary, request.rotation);
   parts_.resources.Copy(text, page, dictionary);
   parts_.annotations.Copy(text, context_.document().Resolve(dictionary.Get("Annots"), arena_),
-                          request, is_repeated);
+                          request);
   parts_.structure.CopyPageKey(text, dictionary, request, is_repeated);
   ReportLeftOut(dictionary);
   context_.writer().WriteObject(request.target_number, text + ">>");

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "engines/toolbox/copy/Annotations.h"
 #include "engines/toolbox/copy/Destinations.h"
 #include "engines/toolbox/copy/DocumentSettings.h"
 #include "engines/toolbox/copy/FormFields.h"
@@ -17,6 +18,8 @@ namespace TarnixTools::engines {
 class SourceParts {
  public:
   explicit SourceParts(SourceDocument& source) : source_(&source) {}
+
+  SourceAnnotations& annotations() { return Once(annotations_); }
 
   SourceDestinations& destinations() { return Once(destinations_); }
 
@@ -42,6 +45,7 @@ class SourceParts {
   }
 
   SourceDocument* source_;
+  std::unique_ptr<SourceAnnotations> annotations_;
   std::unique_ptr<SourceDestinations> destinations_;
   std::unique_ptr<SourceOutline> outline_;
   std::unique_ptr<SourcePageLabels> page_labels_;
