@@ -24,13 +24,6 @@ PageTree::PageTree(Document& document) : document_(&document) {
 
 namespace {
 
-// Containers that are being walked: the kids still to come.
-struct Level {
-  std::vector<Object> kids;
-  std::size_t next = 0;
-  std::uint32_t node = 0;
-};
-
 // Copies of the values that a page may inherit, kept with the tree.
 Object KeepValue(const Object& value, Arena& arena);
 
@@ -67,16 +60,6 @@ Object KeepValue(const Object& value, Arena& arena) {
 
 }  // namespace
 
-void PageTree::AddNode(const Object& dictionary, std::uint32_t parent, std::uint32_t number) {
-  Node node;
-  node.parent = parent;
-  node.number = number;
-  for (std::size_t i = 0; i < kInheritablePageKeys.size(); ++i) {
-    node.attributes[i] = KeepValue(dictionary.Get(kInheritablePageKeys[i]), arena_);
-  }
-  nodes_.push_back(node);
-}
-
 void PageTree::Walk() {
   nodes_.clear();
   pages_.clear();
@@ -85,37 +68,33 @@ void PageTree::Walk() {
   holes_.clear();
   claimed_count_ = 0;
   has_holes_ = false;
+  nodes_.emplace_back();  // node 0: above the root
   Arena scratch;
   const Object root_value = document_->Catalog(scratch).Get("Pages");
   const Object root = document_->Resolve(root_value, scratch);
-  nodes_.emplace_back();  // node 0: above the root
   if (!root.IsDictionary()) {
     has_holes_ = true;
     return;
-  }
-  const std::int64_t count = document_->Resolve(root.Get("Count"), scratch).IntegerOr(-1);
-  std::vector<Level> levels;
-  const auto descend = [&](const Object& node, std::uint32_t parent, std::uint32_t number) {
-    AddNode(node, parent, number);
-    const Object kids = document_->Resolve(node.Get("Kids"), scratch);
-    Level level;
-    for (const Object& kid : kids.Items()) {
-      level.kids.push_back(KeepValue(kid, arena_));
-    }
-    level.node = static_cast<std::uint32_t>(nodes_.size() - 1);
-    levels.push_back(std::move(level));
-  };
-  if (root_value.IsReference()) {
-    node_numbers_.insert(root_value.AsReference().number);
   }
   if (!root.Has("Kids") && root.Get("Type").IsName("Page")) {  // a single page in place of the tree
     pages_.push_back({root_value.AsReference().number, 0, true, KeepValue(root, arena_)});
     page_numbers_.insert(root_value.AsReference().number);
     return;
   }
+  const std::int64_t count = document_->Resolve(root.Get("Count"), scratch).IntegerOr(-1);
   claimed_count_ = static_cast<std::size_t>(
       std::clamp(count, std::int64_t{0}, static_cast<std::int64_t>(limits::kMaxPages)));
-  descend(root, 0, root_value.AsReference().number);
+  WalkBelow(root, root_value.AsReference().number);
+  if (count != static_cast<std::int64_t>(pages_.size())) {
+    document_->findings().Add(FindingCode::kPageCountWrong);
+  }
+}
+
+void PageTree::WalkBelow(const Object& root, std::uint32_t root_number) {
+  std::vector<Level> levels;
+  Arena scratch;
+  node_numbers_.insert(root_number);
+  levels.push_back(OpenNode(root, 0, root_number));
   while (!levels.empty()) {
     Level& level = levels.back();
     if (level.next == level.kids.size()) {
@@ -123,39 +102,52 @@ void PageTree::Walk() {
       continue;
     }
     const Object kid = level.kids[level.next++];
-    const std::uint32_t parent = level.node;
     const std::uint32_t number = kid.AsReference().number;
     scratch.Reset();
     const Object dictionary = document_->Resolve(kid, scratch);
     if (!dictionary.IsDictionary()) {
       document_->findings().Add(FindingCode::kPageTreeDamaged, number);
       has_holes_ = true;
-      AddHole(kid, parent);
-      continue;
-    }
-    if (dictionary.Has("Kids")) {
+      AddHole(kid, level.node);
+    } else if (dictionary.Has("Kids")) {
       if (number != 0 && !node_numbers_.insert(number).second) {
         document_->findings().Add(FindingCode::kPageTreeLoop, number);
-        AddHole(kid, parent);
-        continue;
+        AddHole(kid, level.node);
+      } else {
+        levels.push_back(OpenNode(dictionary, level.node, number));
       }
-      descend(dictionary, parent, number);
-      continue;
-    }
-    if (dictionary.Get("Type").IsName("Pages")) {
-      continue;  // an empty node
-    }
-    if (pages_.size() >= limits::kMaxPages) {
-      throw Error(ErrorCode::kLimitExceeded, "too many pages");
-    }
-    pages_.push_back({number, parent, dictionary.Has("Annots"),
-                      number == 0 ? KeepValue(dictionary, arena_) : Object()});
-    if (number != 0) {
-      page_numbers_.insert(number);
+    } else if (!dictionary.Get("Type").IsName("Pages")) {  // else an empty node
+      AddPage(dictionary, level.node, number);
     }
   }
-  if (count != static_cast<std::int64_t>(pages_.size())) {
-    document_->findings().Add(FindingCode::kPageCountWrong);
+}
+
+PageTree::Level PageTree::OpenNode(const Object& dictionary, std::uint32_t parent,
+                                   std::uint32_t number) {
+  Node node;
+  node.parent = parent;
+  node.number = number;
+  for (std::size_t i = 0; i < kInheritablePageKeys.size(); ++i) {
+    node.attributes[i] = KeepValue(dictionary.Get(kInheritablePageKeys[i]), arena_);
+  }
+  nodes_.push_back(node);
+  Level level;
+  level.node = static_cast<std::uint32_t>(nodes_.size() - 1);
+  Arena scratch;
+  for (const Object& kid : document_->Resolve(dictionary.Get("Kids"), scratch).Items()) {
+    level.kids.push_back(KeepValue(kid, arena_));
+  }
+  return level;
+}
+
+void PageTree::AddPage(const Object& dictionary, std::uint32_t parent, std::uint32_t number) {
+  if (pages_.size() >= limits::kMaxPages) {
+    throw Error(ErrorCode::kLimitExceeded, "too many pages");
+  }
+  pages_.push_back({number, parent, dictionary.Has("Annots"),
+                    number == 0 ? KeepValue(dictionary, arena_) : Object()});
+  if (number != 0) {
+    page_numbers_.insert(number);
   }
 }
 

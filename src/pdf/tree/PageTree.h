@@ -66,8 +66,17 @@ class PageTree {
     bool is_lost_object = false;  // rather than a kid that never was an object
   };
 
+  // A node that is being walked: its kids, some of them still to come.
+  struct Level {
+    std::vector<Object> kids;
+    std::size_t next = 0;
+    std::uint32_t node = 0;
+  };
+
   void Walk();
-  void AddNode(const Object& dictionary, std::uint32_t parent, std::uint32_t number);
+  void WalkBelow(const Object& root, std::uint32_t root_number);
+  Level OpenNode(const Object& dictionary, std::uint32_t parent, std::uint32_t number);
+  void AddPage(const Object& dictionary, std::uint32_t parent, std::uint32_t number);
   void AddHole(const Object& kid, std::uint32_t node);
   void FillHoles();
   std::vector<Page> FindLostPages();

@@ -177,6 +177,22 @@ TEST(Toolbox, GivesAMediaBoxToPagesWithoutOne) {
   EXPECT_EQ(result.Text(result.Page(0).Get("MediaBox")), "[0 0 612 792]");
 }
 
+TEST(Toolbox, LeavesBoxesOutThatAreNoRectangles) {
+  const std::string bytes =
+      TestPdf()
+          .InheritedEntry("/MediaBox[0 0 30 40]/CropBox[1 1 9 9]")
+          .Page("x")
+          .NoMediaBox()
+          .PageEntry("/MediaBox[(a)null 3]/CropBox 7/TrimBox[1 2 3]/ArtBox[1 2 3 4]")
+          .Bytes();
+  Result result(Copied(bytes, {0}));
+  const Object page = result.Page(0);
+  EXPECT_EQ(result.Text(page.Get("MediaBox")), "[0 0 30 40]");
+  EXPECT_EQ(result.Text(page.Get("CropBox")), "[1 1 9 9]");
+  EXPECT_FALSE(page.Has("TrimBox"));
+  EXPECT_EQ(result.Text(page.Get("ArtBox")), "[1 2 3 4]");
+}
+
 TEST(Toolbox, TurnsPages) {
   const std::string bytes =
       TestPdf().Page("a").Page("b").Rotate(270).Page("c").Rotate(-90).Page("d").Rotate(45).Bytes();

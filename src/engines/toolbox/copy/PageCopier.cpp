@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engines/toolbox/copy/PageBoxes.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines {
@@ -33,8 +34,6 @@ constexpr std::array<std::string_view, 13> kPageKeysLeft = {"Type",
 bool IsLeftOut(std::string_view key) {
   return std::find(kPageKeysLeft.begin(), kPageKeysLeft.end(), key) != kPageKeysLeft.end();
 }
-
-constexpr std::string_view kDefaultMediaBox = "[0 0 612 792]";
 
 }  // namespace
 
@@ -69,12 +68,12 @@ void PageCopier::WritePage(const PageRequest& request) {
   for (const pdf::DictionaryEntry& entry : dictionary.Entries()) {
     if (entry.Key() == "Contents") {
       AppendContents(text, entry.value);
-    } else if (!IsLeftOut(entry.Key())) {
+    } else if (!IsLeftOut(entry.Key()) && !IsPageBox(entry.Key())) {
       pdf::AppendName(text, entry.Key());
       context_.objects().Append(text, entry.value);
     }
   }
-  AppendBoxes(text, page, dictionary);
+  AppendPageBoxes(text, context_, page, dictionary, arena_);
   AppendRotation(text, page, dictionary, request.rotation);
   parts_.resources.Copy(text, page, dictionary);
   parts_.annotations.Copy(text, context_.document().Resolve(dictionary.Get("Annots"), arena_),
@@ -109,26 +108,6 @@ bool PageCopier::IsLostStream(const Object& item) {
   const std::uint32_t number = item.AsReference().number;
   return !document.Exists(number) ||
          (document.findings().count() > 0 && !document.IsStream(number));
-}
-
-void PageCopier::AppendBoxes(std::string& out, const pdf::PageTree::Page& page,
-                             const Object& dictionary) {
-  const pdf::PageTree& tree = context_.source().pages();
-  if (!dictionary.Has("MediaBox")) {
-    const Object box = tree.InheritedBy(page, InheritableKey::kMediaBox).value;
-    out += "/MediaBox";
-    if (box.IsNull()) {
-      out += kDefaultMediaBox;
-    } else {
-      context_.objects().Append(out, box);
-    }
-  }
-  const Object crop =
-      dictionary.Has("CropBox") ? Object() : tree.InheritedBy(page, InheritableKey::kCropBox).value;
-  if (!crop.IsNull()) {
-    out += "/CropBox";
-    context_.objects().Append(out, crop);
-  }
 }
 
 void PageCopier::AppendRotation(std::string& out, const pdf::PageTree::Page& page,

@@ -26,8 +26,6 @@ class PageCopier {
   void WritePage(const PageRequest& request);
   void AppendContents(std::string& out, const pdf::Object& contents);
   bool IsLostStream(const pdf::Object& item);
-  void AppendBoxes(std::string& out, const pdf::PageTree::Page& page,
-                   const pdf::Object& dictionary);
   void AppendRotation(std::string& out, const pdf::PageTree::Page& page,
                       const pdf::Object& dictionary, int rotation);
   void ReportLeftOut(const pdf::Object& dictionary);

@@ -1,0 +1,26 @@
+// The boxes of a copied page (ISO 32000-2, 14.11.2), inherited ones included.
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_PAGEBOXES_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_PAGEBOXES_H_
+
+#include <string>
+#include <string_view>
+
+#include "pdf/syntax/Arena.h"
+#include "pdf/syntax/Object.h"
+#include "pdf/tree/PageTree.h"
+
+namespace TarnixTools::engines {
+
+class CopyContext;
+
+// Whether the key of a page dictionary names a box.
+bool IsPageBox(std::string_view key);
+
+// Appends the page's boxes as they are. One that is no rectangle is left out; a page without a
+// media box gets US Letter, as which every reader takes it.
+void AppendPageBoxes(std::string& out, CopyContext& context, const pdf::PageTree::Page& page,
+                     const pdf::Object& dictionary, pdf::Arena& arena);
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGEBOXES_H_
