@@ -38,6 +38,7 @@
 
 #include "PdfMetadataParam.h"
 #include "PdfPageRange.h"
+#include "PdfReport.h"
 #include "PdfRotationAngle.h"
 #include "PdfSize.h"
 #include "TarnixExport.h"
@@ -102,6 +103,10 @@ class TARNIX_EXPORT PdfDoc {
   // not reset it.
   std::int32_t GetLastError() const { return last_error_; }
 
+  // What the last operation that writes kept, renamed and dropped beside the pages. After a failed
+  // one, that of the files that were completed before.
+  const PdfReport& GetReport() const { return report_; }
+
   // Both do nothing while the file is open.
   void SetPath(const std::string& path);
   void SetPassword(const std::string& password);
@@ -148,6 +153,16 @@ class TARNIX_EXPORT PdfDoc {
   // than PDFDOC_MAX_META_LENGTH is cut. Throws InternalError for a value that is no entry.
   std::string GetMetaData(PdfMetadataParam param);
 
+  // Writes a copy of the pages with new document information; nothing of this document's own
+  // information comes along.
+  //   values   - UTF-8, in the order of PdfMetadataParam; values left out at the end are not set.
+  //   An
+  //              empty producer is written as a carriage return, other empty values as empty.
+  //   password - protects the output; empty for none.
+  // Throws InternalError for a fifth value; no file is written then.
+  void SetMetaData(const std::vector<std::string>& values, const std::string& output_path,
+                   const std::string& password);
+
   // The ranges that a host keeps with the document. Nothing is checked.
   void AddRange(const PdfPageRange& range);
   void ClearRanges();
@@ -165,8 +180,9 @@ class TARNIX_EXPORT PdfDoc {
   // Writes all pages of the listed documents, in list order, to one new file. An empty list gives a
   // document without pages.
   //   password - protects the output; empty for none.
+  //   report   - when not null, set to what was kept, renamed and dropped.
   static void Merge(const std::list<PdfDoc>& documents, const std::string& output_path,
-                    const std::string& password);
+                    const std::string& password, PdfReport* report = nullptr);
 
   // Writes a copy with every page turned by the angle.
   //   password - protects the output; empty for none.
@@ -253,6 +269,7 @@ class TARNIX_EXPORT PdfDoc {
                              bool encrypt);
   void AppendDocuments(const std::list<PdfDoc>& documents);
   void CopyAllTo(PdfDoc output, PdfRotationAngle angle);
+  void Complete(PdfDoc& output);
   void WritePiece(const std::string& output_path, const std::string& password, int first, int last);
   void WriteMerged(const std::vector<PdfPageRange>& ranges, const std::string& output_path,
                    const std::string& password);
@@ -275,6 +292,7 @@ class TARNIX_EXPORT PdfDoc {
   std::int32_t last_error_ = 0;
   std::int32_t pages_num_ = 0;  // as of the last operation that counted them
   std::vector<PdfPageRange> ranges_;
+  PdfReport report_;
 };
 
 }  // namespace TarnixTools

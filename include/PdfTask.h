@@ -18,6 +18,7 @@
 #include <string>
 
 #include "PdfDoc.h"
+#include "PdfReport.h"
 #include "TarnixExport.h"
 
 namespace TarnixTools {
@@ -64,6 +65,10 @@ class TARNIX_EXPORT PdfTask {
 
   std::string& GetOutPassword() { return out_password_; }
 
+  // What the last Execute of the job kept, renamed and dropped beside the pages. Empty after a
+  // failed one.
+  const PdfReport& GetReport() const { return report_; }
+
   // Does nothing: every job has its own.
   void Execute();
 
@@ -75,6 +80,7 @@ class TARNIX_EXPORT PdfTask {
   std::list<PdfDoc> documents_;
   std::string output_path_;
   std::string out_password_;
+  PdfReport report_;
 };
 
 }  // namespace TarnixTools

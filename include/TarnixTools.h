@@ -10,10 +10,16 @@
 #include "PdfMetadataParam.h"
 #include "PdfPagePoint.h"
 #include "PdfPageRange.h"
+#include "PdfProtectTask.h"
+#include "PdfRemovePagesTask.h"
+#include "PdfReport.h"
+#include "PdfRotateTask.h"
 #include "PdfRotationAngle.h"
+#include "PdfSetMetaDataTask.h"
 #include "PdfSize.h"
 #include "PdfSplitTask.h"
 #include "PdfTask.h"
+#include "PdfUnlockTask.h"
 #include "TarnixExport.h"
 
 #endif  // TARNIX_TARNIX_TOOLS_H_

@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <utility>
 
+#include "document/ReportCollector.h"
+
 namespace TarnixTools {
 
 using engines::PdfClose;
@@ -34,6 +36,7 @@ std::shared_ptr<OpenDocument> OpenDocument::Create(platform::OutputFile output,
     error = PdfGetLastError();
     return nullptr;
   }
+  CollectReport(created->document_, created->report_);
   return created;
 }
 

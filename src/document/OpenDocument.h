@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "PdfReport.h"
 #include "document/FileStream.h"
 #include "engines/toolbox/Toolbox.h"
 #include "foundation/Platform.h"
@@ -42,6 +43,9 @@ class OpenDocument {
   // Null once closed.
   engines::TPdfDocument* Document() const { return document_; }
 
+  // Of a created document, complete once Close has succeeded; else empty.
+  const PdfReport& Report() const { return report_; }
+
   // Closes; a created document is written to its end and put under its name. Nothing is returned
   // when all went well or there was nothing to do. After a failure nothing is left of the output.
   std::optional<Failure> Close();
@@ -53,6 +57,7 @@ class OpenDocument {
   explicit OpenDocument(platform::FilePtr file) : stream_(std::move(file)) {}
 
   std::optional<platform::OutputFile> output_;  // of a created document
+  PdfReport report_;                            // outlives the document, too
   FileStream stream_;                           // outlives the document, which reads and writes it
   engines::TPdfDocument* document_ = nullptr;
 };

@@ -37,6 +37,7 @@ std::string PartLabel(int number, std::size_t width) {
 }  // namespace
 
 void PdfDoc::Append(const std::list<PdfDoc>& documents) {
+  report_.Clear();
   OpenCheckPassword();
   AppendDocuments(documents);
 }
@@ -46,27 +47,37 @@ void PdfDoc::Append(const PdfDoc& document) {
 }
 
 void PdfDoc::Merge(const std::list<PdfDoc>& documents, const std::string& output_path,
-                   const std::string& password) {
+                   const std::string& password, PdfReport* report) {
+  if (report != nullptr) {
+    report->Clear();
+  }
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
   output.AppendDocuments(documents);
+  if (report != nullptr) {
+    *report = output.report_;
+  }
 }
 
 void PdfDoc::Rotate(PdfRotationAngle angle, const std::string& output_path,
                     const std::string& password) {
+  report_.Clear();
   CopyAllTo(CreateOutput(output_path, password, !password.empty()), angle);
 }
 
 void PdfDoc::Lock(const std::string& password, const std::string& output_path) {
+  report_.Clear();
   CopyAllTo(CreateOutput(output_path, password, true), PdfRotationAngle::Rotate0);
 }
 
 void PdfDoc::UnLock(const std::string& password, const std::string& output_path) {
+  report_.Clear();
   CopyAllTo(CreateOutput(output_path, password, false), PdfRotationAngle::Rotate0);
 }
 
 void PdfDoc::Split(const std::vector<PdfPageRange>& ranges, const std::string& output_dir,
                    const std::string& /*prefix*/, bool merge_after, const std::string& merged_name,
                    const std::string& password) {
+  report_.Clear();
   OpenAndCountPages();
   const DiscardGuard closing(*this);
   if (merge_after) {
@@ -83,6 +94,7 @@ void PdfDoc::Split(const std::vector<PdfPageRange>& ranges, const std::string& o
 
 void PdfDoc::Split(int size, const std::string& output_dir, const std::string& /*prefix*/,
                    const std::string& password) {
+  report_.Clear();
   OpenAndCountPages();
   const DiscardGuard closing(*this);
   const int count = pages_num_;
@@ -112,7 +124,13 @@ PdfDoc PdfDoc::CreateOutput(const std::string& output_path, const std::string& p
 
 void PdfDoc::CopyAllTo(PdfDoc output, PdfRotationAngle angle) {
   AppendPages(output.Document(), angle);
+  Complete(output);
+}
+
+// Closes an output of this document, which writes it.
+void PdfDoc::Complete(PdfDoc& output) {
   output.Close();
+  report_.Add(output.report_);
 }
 
 void PdfDoc::AppendDocuments(const std::list<PdfDoc>& documents) {
@@ -207,7 +225,7 @@ void PdfDoc::WritePiece(const std::string& output_path, const std::string& passw
                         int last) {
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
   AppendOpenPages(output.Document(), first, last);
-  output.Close();
+  Complete(output);
 }
 
 // The ranges go straight from the open document into the merged file. That gives the pages that
@@ -222,7 +240,7 @@ void PdfDoc::WriteMerged(const std::vector<PdfPageRange>& ranges, const std::str
   for (const PdfPageRange& range : ranges) {
     AppendOpenPages(output.Document(), range.GetStartPageNum() - 1, range.GetEndPageNum());
   }
-  output.Close();
+  Complete(output);
 }
 
 }  // namespace TarnixTools

@@ -177,9 +177,10 @@ void PdfDoc::Close() {
   if (open_ == nullptr) {
     return;
   }
-  const std::optional<OpenDocument::Failure> failure = open_->Close();
-  open_.reset();
+  const std::shared_ptr<OpenDocument> closing = std::move(open_);
+  const std::optional<OpenDocument::Failure> failure = closing->Close();
   if (!failure) {
+    report_.Add(closing->Report());
     return;
   }
   if (failure->system_error != 0) {

@@ -1,6 +1,8 @@
 // PdfDoc: document information.
 #include <array>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "PdfDoc.h"
 #include "PdfException.h"
@@ -27,6 +29,39 @@ MetadataGetter GetterFor(PdfMetadataParam param) {
                      static_cast<int>(param));
 }
 
+using MetadataSetter = int (*)(engines::TPdfMetadata*, const char*, std::int64_t);
+
+struct Field {
+  const char* name;
+  MetadataSetter set;
+};
+
+// In the order of PdfMetadataParam.
+constexpr std::array<Field, 4> kFields = {{
+    {"author", &engines::PdfMetadataSetAuthorA},
+    {"keywords", &engines::PdfMetadataSetKeywordsA},
+    {"creator", &engines::PdfMetadataSetCreatorA},
+    {"producer", &engines::PdfMetadataSetProducerA},
+}};
+
+// What is written for an empty producer.
+constexpr const char* kEmptyProducer = "\r";
+
+void SetValue(engines::TPdfMetadata* metadata, std::size_t index, const std::string& given) {
+  if (index >= kFields.size()) {
+    throw PdfException(PdfExceptionCode::InternalError, 0, "Invalid PDF META param ID [%d]",
+                       static_cast<int>(index));
+  }
+  const bool is_producer = index == static_cast<std::size_t>(PdfMetadataParam::Producer);
+  const std::string value = is_producer && given.empty() ? kEmptyProducer : given;
+  if (kFields[index].set(metadata, value.data(), static_cast<std::int64_t>(value.size())) == 0) {
+    const std::int32_t error = engines::PdfGetLastError();
+    throw PdfException(PdfExceptionCode::EngineError, error,
+                       "Could not set %s meta value to [%s] (%d)", kFields[index].name,
+                       value.c_str(), error);
+  }
+}
+
 }  // namespace
 
 std::string PdfDoc::GetMetaData(PdfMetadataParam param) {
@@ -41,6 +76,36 @@ std::string PdfDoc::GetMetaData(PdfMetadataParam param) {
   std::array<char, PDFDOC_MAX_META_LENGTH> value{};
   GetterFor(param)(metadata.get(), value.data(), PDFDOC_MAX_META_LENGTH);
   return value.data();
+}
+
+void PdfDoc::SetMetaData(const std::vector<std::string>& values, const std::string& output_path,
+                         const std::string& password) {
+  report_.Clear();
+  OpenCheckPassword();
+  const DiscardGuard closing(*this);
+  PdfDoc output = CreateOutput(output_path, password, !password.empty());
+  AppendPages(output.Document(), PdfRotationAngle::Rotate0);
+  // This document is closed by now and has no information to give: what the output starts from is
+  // its own, which is empty.
+  const MetadataPtr own(engines::PdfDocumentGetMetadata(Document()));
+  MetadataPtr metadata(own != nullptr
+                           ? engines::PdfDocumentCopyMetadata(output.Document(), own.get())
+                           : engines::PdfDocumentGetMetadata(output.Document()));
+  if (metadata == nullptr) {
+    const std::int32_t error = engines::PdfGetLastError();
+    throw PdfException(PdfExceptionCode::EngineError, error,
+                       "Could not get copy metadata from file [%s] (%d)", path_.c_str(), error);
+  }
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    SetValue(metadata.get(), i, values[i]);
+  }
+  if (engines::PdfDocumentSetMetadata(output.Document(), metadata.get()) == 0) {
+    const std::int32_t error = engines::PdfGetLastError();
+    throw PdfException(PdfExceptionCode::EngineError, error,
+                       "Could not get set metadata at file [%s] (%d)", output.path_.c_str(), error);
+  }
+  metadata.reset();
+  Complete(output);
 }
 
 }  // namespace TarnixTools

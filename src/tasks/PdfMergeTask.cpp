@@ -30,10 +30,11 @@ void PdfMergeTask::SetOutDocName(const std::string& name) {
 }
 
 void PdfMergeTask::Execute() {
+  report_.Clear();
   RequireDocuments();
   ResolveOutputPath();
   merged_doc_path_ = output_path_ + out_doc_name_;
-  PdfDoc::Merge(documents_, merged_doc_path_, out_password_);
+  PdfDoc::Merge(documents_, merged_doc_path_, out_password_, &report_);
 }
 
 void PdfMergeTask::SetDefaults() {

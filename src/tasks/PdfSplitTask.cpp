@@ -45,6 +45,7 @@ void PdfSplitTask::ClearSplitRanges() {
 }
 
 void PdfSplitTask::Execute() {
+  report_.Clear();
   if (GetPdfDocsNum() != 1) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Unexpected PDF docs number [%d], expected single doc", GetPdfDocsNum());
@@ -76,12 +77,14 @@ void PdfSplitTask::SplitRanges() {
   PdfDoc document = documents_.front();
   FillOutputPath();
   document.Split(split_ranges_, output_path_, out_prefix_, merge_after_, "", out_password_);
+  report_ = document.GetReport();
 }
 
 void PdfSplitTask::SplitFixedRange() {
   PdfDoc document = documents_.front();
   FillOutputPath();
   document.Split(fixed_split_interval_, output_path_, out_prefix_, out_password_);
+  report_ = document.GetReport();
 }
 
 }  // namespace TarnixTools

@@ -47,9 +47,34 @@ TEST_F(MergeCommand, ReportsOutputsWhenVerbose) {
   EXPECT_EQ(result.err, "wrote merged_doc.pdf (5 pages)\n");
 }
 
-TEST_F(MergeCommand, ReportsOutputsInJsonWhenVerbose) {
-  auto json = RunJson({"merge", "a.pdf", "b.pdf", "-v", "--out-password", "secret"});
-  EXPECT_EQ(json["report"], Json({"wrote merged_doc.pdf (5 pages)"}));
+TEST_F(MergeCommand, HasNothingToReportOfPlainPages) {
+  EXPECT_EQ(RunJson({"merge", "a.pdf", "b.pdf", "-v"})["report"], Json::array());
+  EXPECT_FALSE(RunJson({"merge", "a.pdf", "b.pdf"}).contains("report"));
+}
+
+TEST_F(MergeCommand, ReportsWhatWasDropped) {
+  const std::string thumb = "/Thumb {{thumb}}";
+  TestPdf()
+      .Object("thumb", "<</Width 1 /Height 1>>")
+      .Page("a")
+      .PageEntry(thumb)
+      .Page("b")
+      .PageEntry(thumb)
+      .Write(Path("thumbs.pdf"));
+  const Json entry = {
+      {"kind", "thumbnail"}, {"outcome", "dropped"}, {"count", 2}, {"reason", "not carried over"}};
+  EXPECT_THAT(RunJson({"merge", "a.pdf", "thumbs.pdf", "-v"})["report"],
+              ::testing::Contains(entry));
+  EXPECT_THAT(Run({"merge", "a.pdf", "thumbs.pdf", "-v"}).err,
+              ::testing::HasSubstr("2 thumbnails dropped: not carried over\n"));
+}
+
+TEST_F(MergeCommand, ReportsDamageOfTheInputs) {
+  const std::string bytes = TestPdf().Pages(1).Bytes();
+  WriteFile("cut.pdf", bytes.substr(0, bytes.rfind("startxref")));
+  const auto result = Run({"merge", "a.pdf", "cut.pdf", "-v"});
+  EXPECT_THAT(result.err, ::testing::HasSubstr("damage: start of the cross-reference not found\n"));
+  EXPECT_THAT(result.err, ::testing::HasSubstr("wrote merged_doc.pdf (3 pages)\n"));
 }
 
 TEST_F(MergeCommand, ProtectsTheOutput) {

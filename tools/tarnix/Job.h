@@ -12,10 +12,10 @@
 //   JobResult Rotate(JobContext& context) {
 //     PdfRotateTask task;
 //     context.AddDocuments(task);
+//     task.SetRotationAngle(...);
 //     context.SetOutput(task);
-//     task.SetAngle(...);
 //     task.Execute();
-//     return {.outputs = {...}};
+//     return {.outputs = {...}, .report = task.GetReport()};
 //   }
 //
 //   const JobRegistration kRegistration({
@@ -37,6 +37,7 @@
 #include <nlohmann/json.hpp>
 
 #include "OptionTable.h"
+#include "PdfReport.h"
 
 namespace TarnixTools::cli {
 
@@ -66,7 +67,7 @@ struct JobResult {
   std::vector<std::string> outputs = {};  // files written, in order
   Json fields = Json::object();           // the job's own fields of the JSON object
   std::string text = {};  // printed instead of the outputs when not empty (no --json)
-  std::vector<std::string> report = {};  // lines for --verbose
+  PdfReport report = {};  // of the task, for --verbose
   int exit_status = kExitDone;
 };
 

@@ -74,6 +74,11 @@ JobContext::JobContext(const Command& command)
       password_(GivenPassword(command.values, "password", std::getenv("TARNIX_PASSWORD"))),
       out_password_(GivenPassword(command.values, "out-password", nullptr)) {}
 
+const std::string& JobContext::ReadOutPassword(const std::string& name) {
+  out_password_ = GivenPassword(Options(), name, nullptr);
+  return out_password_;
+}
+
 std::vector<PdfDoc> JobContext::Documents() const {
   std::vector<PdfDoc> documents;
   documents.reserve(Inputs().size());

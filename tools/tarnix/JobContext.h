@@ -26,6 +26,10 @@ class JobContext {
 
   const std::string& OutPassword() const { return out_password_; }
 
+  // For a job that puts another password than that on its output: what its option --NAME or
+  // --NAME-file gives, empty without either. OutPassword() is the same from then on.
+  const std::string& ReadOutPassword(const std::string& name);
+
   // The inputs as documents, in order; throws for the first that does not exist.
   std::vector<PdfDoc> Documents() const;
 

@@ -11,7 +11,7 @@ JobResult Merge(JobContext& context) {
   context.SetOutput(task);
   task.SetOutDocName(context.Options().Text("name"));
   task.Execute();
-  return {.outputs = {task.GetMergedDocPath()}};
+  return {.outputs = {task.GetMergedDocPath()}, .report = task.GetReport()};
 }
 
 const JobRegistration kRegistration({

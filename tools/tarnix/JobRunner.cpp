@@ -1,6 +1,7 @@
 #include "JobRunner.h"
 
 #include <optional>
+#include <utility>
 
 #include "ActivityBar.h"
 #include "CommandParser.h"
@@ -38,40 +39,64 @@ std::optional<int> CountPages(const std::string& path, const std::string& passwo
 }
 
 // "wrote PATH (N pages)"; without the count where there is none.
-std::string OutputReport(const std::string& path, const std::string& password) {
+std::string OutputLine(const std::string& path, const std::string& password) {
   const std::string line = "wrote " + path;
   const auto pages = CountPages(path, password);
   return pages ? line + " (" + std::to_string(*pages) + (*pages == 1 ? " page)" : " pages)") : line;
 }
 
-void AddOutputsToReport(JobResult& result, const std::string& password) {
-  for (const std::string& path : result.outputs) {
-    result.report.push_back(OutputReport(path, password));
-  }
-}
+// A job that is done, with the password that opens its outputs.
+struct DoneJob {
+  JobResult result;
+  std::string out_password;
+};
 
-JobResult Run(const Command& command) {
+DoneJob Run(const Command& command) {
   JobContext context(command);
   JobResult result = RunWithProgress(command, context);
   for (std::string& path : result.outputs) {
     path = NativePath(path);
   }
-  if (command.values.Has("verbose")) {
-    AddOutputsToReport(result, context.OutPassword());
+  return {std::move(result), context.OutPassword()};
+}
+
+Json ReportJson(const PdfReport& report) {
+  Json entries = Json::array();
+  for (const PdfReportEntry& entry : report.GetEntries()) {
+    Json item = {{"kind", PdfReport::GetKindName(entry.kind)},
+                 {"outcome", PdfReport::GetOutcomeName(entry.outcome)},
+                 {"count", entry.count}};
+    if (entry.page > 0) {
+      item["page"] = entry.page;
+    }
+    if (!entry.reason.empty()) {
+      item["reason"] = entry.reason;
+    }
+    entries.push_back(std::move(item));
   }
-  return result;
+  return entries;
 }
 
 void PrintJson(const Command& command, const JobResult& result) {
   Json object = {{"job", command.job->name}, {"outputs", result.outputs}};
   object.update(result.fields);
   if (command.values.Has("verbose")) {
-    object["report"] = result.report;
+    object["report"] = ReportJson(result.report);
   }
   WriteOutput(ToText(object));
 }
 
-void PrintText(const Command& command, const JobResult& result) {
+void PrintReport(const DoneJob& done) {
+  for (const PdfReportEntry& entry : done.result.report.GetEntries()) {
+    WriteError(OneLine(PdfReport::GetText(entry)) + "\n");
+  }
+  for (const std::string& path : done.result.outputs) {
+    WriteError(OneLine(OutputLine(path, done.out_password)) + "\n");
+  }
+}
+
+void PrintText(const Command& command, const DoneJob& done) {
+  const JobResult& result = done.result;
   std::string text = result.text;
   if (text.empty()) {
     for (const std::string& path : result.outputs) {
@@ -80,17 +105,15 @@ void PrintText(const Command& command, const JobResult& result) {
   }
   WriteOutput(text);
   if (command.values.Has("verbose")) {
-    for (const std::string& line : result.report) {
-      WriteError(OneLine(line) + "\n");
-    }
+    PrintReport(done);
   }
 }
 
-void PrintResult(const Command& command, const JobResult& result) {
+void PrintResult(const Command& command, const DoneJob& done) {
   if (command.values.Has("json")) {
-    PrintJson(command, result);
+    PrintJson(command, done.result);
   } else {
-    PrintText(command, result);
+    PrintText(command, done);
   }
 }
 
@@ -118,16 +141,16 @@ int RunJob(const Job& job, const std::vector<std::string>& words) {
     WriteOutput(VersionLine());
     return kExitDone;
   }
-  JobResult result;
+  DoneJob done;
   try {
-    result = Run(command);
+    done = Run(command);
   } catch (const UsageError&) {
     throw;
   } catch (...) {
     return ReportFailure(command, CurrentFailure());
   }
-  PrintResult(command, result);
-  return result.exit_status;
+  PrintResult(command, done);
+  return done.result.exit_status;
 }
 
 }  // namespace TarnixTools::cli

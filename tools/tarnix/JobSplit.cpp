@@ -105,13 +105,15 @@ JobResult Split(JobContext& context) {
   task.Execute();
 
   const std::string stem = task.GetOutputPath() + document.GetDocName(false);
+  JobResult result{.report = task.GetReport()};
   if (task.GetMergeAfter()) {
-    return {.outputs = {stem + "_split-merge_.pdf"}};
+    result.outputs = {stem + "_split-merge_.pdf"};
+  } else if (!ranges.empty()) {
+    result.outputs = RangeOutputs(stem, ranges);
+  } else {
+    result.outputs = PieceOutputs(stem, document.GetPagesNum(), task.GetFixedSplitInterval());
   }
-  if (!ranges.empty()) {
-    return {.outputs = RangeOutputs(stem, ranges)};
-  }
-  return {.outputs = PieceOutputs(stem, document.GetPagesNum(), task.GetFixedSplitInterval())};
+  return result;
 }
 
 const JobRegistration kRegistration({

@@ -58,7 +58,8 @@ constexpr OptionRow kCommonOptions[] = {
      .excludes = "verbose"},
     {.name = "verbose",
      .letter = 'v',
-     .help = "report on standard error what was done; with --json in the field 'report'"},
+     .help = "tell on standard error what was kept, renamed and dropped, and why; with --json in "
+             "the field 'report'"},
     {.name = "help", .letter = 'h', .help = "show this help and exit"},
     {.name = "version", .help = "show the version and exit"},
 };

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "engines/toolbox/DocumentInfo.h"
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/TargetDocument.h"
 #include "engines/toolbox/Toolbox.h"
@@ -32,12 +33,8 @@ struct TPdfPage {
   std::int32_t options = 0;  // PdfCopyOption bits, of a copy
 };
 
-// Document information, values in UTF-8.
 struct TPdfMetadata {
-  std::string author;
-  std::string keywords;
-  std::string creator;
-  std::string producer;
+  DocumentInfo info;
 };
 
 }  // namespace TarnixTools::engines

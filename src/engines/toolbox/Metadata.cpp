@@ -1,29 +1,49 @@
-// Document information (ISO 32000-2, 14.3.3).
+// Document information through the contract.
 #include <algorithm>
 #include <cstring>
 
 #include "engines/toolbox/Guard.h"
 #include "engines/toolbox/Handles.h"
-#include "pdf/tree/TextString.h"
 
 namespace TarnixTools::engines {
 
 namespace {
 
+using Value = std::optional<std::string> DocumentInfo::*;
+
 // Fills the buffer with as much of the value as fits, never half a character.
-int FillBuffer(const std::string& value, char* buffer, std::int32_t size) {
+int Get(const TPdfMetadata* metadata, Value value, char* buffer, std::int32_t size) {
+  if (metadata == nullptr) {
+    return 0;
+  }
   if (buffer == nullptr || size <= 0) {
     SetLastError(kArgumentError);
     return 0;
   }
-  std::size_t count = std::min(value.size(), static_cast<std::size_t>(size) - 1);
-  while (count > 0 && count < value.size() &&
-         (static_cast<unsigned char>(value[count]) & 0xC0U) == 0x80U) {
+  const auto& set = metadata->info.*value;
+  const std::string_view text = set ? std::string_view(*set) : std::string_view();
+  std::size_t count = std::min(text.size(), static_cast<std::size_t>(size) - 1);
+  while (count > 0 && count < text.size() &&
+         (static_cast<unsigned char>(text[count]) & 0xC0U) == 0x80U) {
     --count;
   }
-  std::memcpy(buffer, value.data(), count);
+  std::memcpy(buffer, text.data(), count);
   buffer[count] = '\0';
   return 1;
+}
+
+int Set(TPdfMetadata* metadata, Value value, const char* bytes, std::int64_t size) {
+  if (metadata == nullptr) {
+    return 0;
+  }
+  return Guarded([&]() -> int {
+    if (bytes == nullptr || size < 0) {
+      SetLastError(kArgumentError);
+      return 0;
+    }
+    metadata->info.*value = std::string(bytes, static_cast<std::size_t>(size));
+    return 1;
+  });
 }
 
 }  // namespace
@@ -34,33 +54,69 @@ TPdfMetadata* PdfDocumentGetMetadata(TPdfDocument* document) {
   }
   return Guarded([&]() -> TPdfMetadata* {
     auto metadata = std::make_unique<TPdfMetadata>();
-    if (document->source != nullptr) {
-      pdf::Document& source = document->source->document();
-      pdf::Arena arena;
-      const pdf::Object info = source.Resolve(source.trailer().Get("Info"), arena);
-      const auto read = [&](const char* key) {
-        return pdf::TextStringToUtf8(source.Resolve(info.Get(key), arena).Text());
-      };
-      *metadata = {read("Author"), read("Keywords"), read("Creator"), read("Producer")};
-    }
+    metadata->info = document->source != nullptr ? ReadDocumentInfo(document->source->document())
+                                                 : document->target->info();
     return metadata.release();
   });
 }
 
+TPdfMetadata* PdfDocumentCopyMetadata(TPdfDocument* target, TPdfMetadata* metadata) {
+  if (target == nullptr || metadata == nullptr) {
+    return nullptr;
+  }
+  return Guarded([&]() -> TPdfMetadata* {
+    if (target->target == nullptr) {
+      SetLastError(kArgumentError);
+      return nullptr;
+    }
+    return std::make_unique<TPdfMetadata>(*metadata).release();
+  });
+}
+
+int PdfDocumentSetMetadata(TPdfDocument* target, TPdfMetadata* metadata) {
+  if (target == nullptr || metadata == nullptr) {
+    return 0;
+  }
+  return Guarded([&]() -> int {
+    if (target->target == nullptr) {
+      SetLastError(kArgumentError);
+      return 0;
+    }
+    target->target->SetInfo(metadata->info);
+    return 1;
+  });
+}
+
 int PdfMetadataGetAuthorA(TPdfMetadata* metadata, char* buffer, std::int32_t size) {
-  return metadata == nullptr ? 0 : FillBuffer(metadata->author, buffer, size);
+  return Get(metadata, &DocumentInfo::author, buffer, size);
 }
 
 int PdfMetadataGetKeywordsA(TPdfMetadata* metadata, char* buffer, std::int32_t size) {
-  return metadata == nullptr ? 0 : FillBuffer(metadata->keywords, buffer, size);
+  return Get(metadata, &DocumentInfo::keywords, buffer, size);
 }
 
 int PdfMetadataGetCreatorA(TPdfMetadata* metadata, char* buffer, std::int32_t size) {
-  return metadata == nullptr ? 0 : FillBuffer(metadata->creator, buffer, size);
+  return Get(metadata, &DocumentInfo::creator, buffer, size);
 }
 
 int PdfMetadataGetProducerA(TPdfMetadata* metadata, char* buffer, std::int32_t size) {
-  return metadata == nullptr ? 0 : FillBuffer(metadata->producer, buffer, size);
+  return Get(metadata, &DocumentInfo::producer, buffer, size);
+}
+
+int PdfMetadataSetAuthorA(TPdfMetadata* metadata, const char* value, std::int64_t size) {
+  return Set(metadata, &DocumentInfo::author, value, size);
+}
+
+int PdfMetadataSetKeywordsA(TPdfMetadata* metadata, const char* value, std::int64_t size) {
+  return Set(metadata, &DocumentInfo::keywords, value, size);
+}
+
+int PdfMetadataSetCreatorA(TPdfMetadata* metadata, const char* value, std::int64_t size) {
+  return Set(metadata, &DocumentInfo::creator, value, size);
+}
+
+int PdfMetadataSetProducerA(TPdfMetadata* metadata, const char* value, std::int64_t size) {
+  return Set(metadata, &DocumentInfo::producer, value, size);
 }
 
 }  // namespace TarnixTools::engines

@@ -1,6 +1,7 @@
 #include "engines/toolbox/SourceDocument.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "engines/toolbox/StreamBridge.h"
 #include "engines/toolbox/TargetDocument.h"
@@ -33,6 +34,12 @@ void SourceDocument::BarDocumentTrees() {
 bool SourceDocument::IsBarred(std::uint32_t number) {
   return pages().IsPage(number) || pages().IsNode(number) || barred_.contains(number) ||
          parts_.annotations().Contains(number);
+}
+
+std::span<const pdf::Finding> SourceDocument::TakeFindings() {
+  const std::vector<pdf::Finding>& found = document_->findings().kept();
+  const std::size_t first = std::exchange(taken_findings_, found.size());
+  return std::span(found).subspan(first);
 }
 
 void SourceDocument::AddWaiting(TargetDocument& target) {

@@ -3,6 +3,7 @@
 #define TARNIX_ENGINES_TOOLBOX_SOURCEDOCUMENT_H_
 
 #include <memory>
+#include <span>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
@@ -36,6 +37,9 @@ class SourceDocument {
   // For one copy at a time; the user clears it.
   pdf::NumberMap& numbers() { return numbers_; }
 
+  // What the core found since this was last asked: a damage is reported with one copy only.
+  std::span<const pdf::Finding> TakeFindings();
+
   void AddWaiting(TargetDocument& target);
   void RemoveWaiting(TargetDocument& target);
   // Has every waiting target write what it needs of this document.
@@ -49,6 +53,7 @@ class SourceDocument {
   std::unordered_set<std::uint32_t> barred_;
   pdf::NumberMap numbers_;
   SourceParts parts_{*this};
+  std::size_t taken_findings_ = 0;
   std::vector<TargetDocument*> waiting_;
 };
 

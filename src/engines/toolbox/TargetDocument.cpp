@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engines/toolbox/SourceDocument.h"
+#include "engines/toolbox/copy/DamageReport.h"
 #include "engines/toolbox/copy/PageCopier.h"
 #include "pdf/Error.h"
 #include "pdf/tree/WideText.h"
@@ -77,6 +78,7 @@ void TargetDocument::WritePagesOf(SourceDocument& source) noexcept {
   }
   try {
     PageCopier(source, writer_, parts_, requests).Write();
+    ReportDamage(source, parts_.report);
   } catch (const pdf::Error& error) {
     failure_ = Failure{error.code(), error.what()};
   } catch (const std::exception& error) {
@@ -91,7 +93,19 @@ void TargetDocument::Finish() {
   if (failure_) {
     throw pdf::Error(failure_->code, failure_->message);
   }
-  writer_.Finish(WriteCatalog(), 0);
+  const std::uint32_t info = WriteDocumentInfo(writer_, info_);
+  writer_.Finish(WriteCatalog(), info);
+}
+
+void TargetDocument::TellReport() const {
+  if (report_callback_ == nullptr) {
+    return;
+  }
+  for (const CopyEntry& entry : parts_.report.entries()) {
+    const TPdfReportEntry told = {entry.kind, entry.outcome, entry.count, entry.page,
+                                  entry.reason.c_str()};
+    report_callback_(report_context_, &told);
+  }
 }
 
 std::uint32_t TargetDocument::WriteCatalog() {

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "engines/toolbox/DocumentInfo.h"
 #include "engines/toolbox/ErrorCodes.h"
 #include "engines/toolbox/StreamBridge.h"
 #include "engines/toolbox/Toolbox.h"
@@ -30,6 +31,15 @@ class TargetDocument {
 
   const CopyReport& report() const { return parts_.report; }
 
+  const DocumentInfo& info() const { return info_; }
+
+  void SetInfo(const DocumentInfo& info) { info_ = info; }
+
+  void SetReportCallback(TPdfReportCallback callback, void* context) {
+    report_callback_ = callback;
+    report_context_ = context;
+  }
+
   std::int32_t page_count() const { return static_cast<std::int32_t>(page_numbers_.size()); }
 
   // Appends a copy of a page: page_index is zero-based, rotation in degrees clockwise is added to
@@ -42,6 +52,9 @@ class TargetDocument {
 
   // Writes all that is left. Throws pdf::Error, also for a failure of an earlier WritePagesOf.
   void Finish();
+
+  // Tells the callback what the report holds; to be called when all is written.
+  void TellReport() const;
 
  private:
   struct Requests {
@@ -68,6 +81,9 @@ class TargetDocument {
   std::vector<std::uint32_t> leaves_;        // lowest nodes of the page tree
   std::vector<Requests> requests_;           // in the order in which their sources came
   TargetParts parts_;
+  DocumentInfo info_;
+  TPdfReportCallback report_callback_ = nullptr;
+  void* report_context_ = nullptr;
   std::optional<Failure> failure_;
 };
 

@@ -60,6 +60,7 @@ int PdfClose(TPdfDocument* document) {
     }
     if (owned->target != nullptr) {
       owned->target->Finish();
+      owned->target->TellReport();
     }
     return 1;
   });
@@ -93,6 +94,17 @@ int PdfClose(TPdfPage* page) {
 int PdfClose(TPdfMetadata* metadata) {
   delete metadata;
   return metadata != nullptr ? 1 : 0;
+}
+
+int PdfDocumentSetReport(TPdfDocument* target, TPdfReportCallback callback, void* context) {
+  if (target == nullptr) {
+    return 0;
+  }
+  if (target->target == nullptr) {
+    return Refuse();
+  }
+  target->target->SetReportCallback(callback, context);
+  return 1;
 }
 
 int PdfDocumentIsEncrypted(TPdfDocument* document) {

@@ -67,6 +67,42 @@ enum PdfCopyOption : int {
   kCopyOutlineItems = 8,
 };
 
+// What an entry of a report is about.
+enum class TPdfCopiedKind : std::int32_t {
+  kLink,
+  kAnnotation,
+  kNamedDestination,
+  kOutlineItem,
+  kPageLabel,
+  kFormField,
+  kSignature,
+  kXfaForm,
+  kScript,
+  kLayer,
+  kAttachment,
+  kStructureElement,
+  kArticleThread,
+  kThumbnail,
+  kOutputIntent,
+  kViewerSettings,
+  kResource,
+  kDamage,  // of a source: kept where all of it could be read all the same, dropped where something
+            // is lost
+};
+
+enum class TPdfCopyOutcome : std::int32_t { kKept, kRenamed, kDropped };
+
+struct TPdfReportEntry {
+  TPdfCopiedKind kind;
+  TPdfCopyOutcome outcome;
+  std::uint64_t count;  // of things with this kind, outcome and reason
+  std::uint32_t page;   // one-based page of the output that the first is on; 0: none in particular
+  const char* reason;   // UTF-8, "" where there is none; lives as long as the call
+};
+
+// Must not throw.
+using TPdfReportCallback = void (*)(void* context, const TPdfReportEntry* entry);
+
 // Prepares the engine; repeated calls are harmless.
 void PdfInitialize();
 
@@ -95,6 +131,10 @@ int PdfClose(TPdfMetadata* metadata);
 // Releases a created document without finishing it; what was written so far is not a PDF file.
 int PdfDocumentDiscard(TPdfDocument* document);
 
+// Has what the copies into a created document kept, renamed and dropped told to the callback: entry
+// by entry, while PdfClose completes the document, and not at all when that fails.
+int PdfDocumentSetReport(TPdfDocument* target, TPdfReportCallback callback, void* context);
+
 // 1 when the opened document is encrypted, whatever its passwords are; 0 otherwise.
 int PdfDocumentIsEncrypted(TPdfDocument* document);
 
@@ -121,13 +161,27 @@ int PdfPageRotate(TPdfPage* page, std::int32_t angle);
 // The visible size: crop box within media box, rotation and user unit taken into account.
 int PdfPageGetSize(TPdfPage* page, TPdfSize* size);
 
-// Document information. The getters fill buffer with the NUL-terminated UTF-8 value, cut at a
-// character to fit size bytes.
+// Document information: of a source what it has, of a created document what was set so far. The
+// getters fill buffer with the NUL-terminated UTF-8 value, cut at a character to fit size bytes.
 TPdfMetadata* PdfDocumentGetMetadata(TPdfDocument* document);
 int PdfMetadataGetAuthorA(TPdfMetadata* metadata, char* buffer, std::int32_t size);
 int PdfMetadataGetKeywordsA(TPdfMetadata* metadata, char* buffer, std::int32_t size);
 int PdfMetadataGetCreatorA(TPdfMetadata* metadata, char* buffer, std::int32_t size);
 int PdfMetadataGetProducerA(TPdfMetadata* metadata, char* buffer, std::int32_t size);
+
+// Change a value; `size` bytes of UTF-8, in which what is malformed becomes U+FFFD. A value that
+// was set is written also when it is empty.
+int PdfMetadataSetAuthorA(TPdfMetadata* metadata, const char* value, std::int64_t size);
+int PdfMetadataSetKeywordsA(TPdfMetadata* metadata, const char* value, std::int64_t size);
+int PdfMetadataSetCreatorA(TPdfMetadata* metadata, const char* value, std::int64_t size);
+int PdfMetadataSetProducerA(TPdfMetadata* metadata, const char* value, std::int64_t size);
+
+// A copy of another document's information, for PdfDocumentSetMetadata of the target.
+TPdfMetadata* PdfDocumentCopyMetadata(TPdfDocument* target, TPdfMetadata* metadata);
+
+// Gives a created document this information as it is now. Without it the document is written
+// without any.
+int PdfDocumentSetMetadata(TPdfDocument* target, TPdfMetadata* metadata);
 
 }  // namespace TarnixTools::engines
 

@@ -12,6 +12,11 @@ namespace TarnixTools::pdf {
 // out.
 std::string TextStringToUtf8(std::string_view bytes);
 
+// UTF-8 as a text string: in PDFDocEncoding when that has all of its characters, else in UTF-16BE.
+// Each byte that belongs to no valid sequence becomes U+FFFD; so does U+001B, which would start a
+// language escape.
+std::string Utf8ToTextString(std::string_view utf8);
+
 }  // namespace TarnixTools::pdf
 
 #endif  // TARNIX_PDF_TREE_TEXTSTRING_H_

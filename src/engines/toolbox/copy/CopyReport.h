@@ -8,29 +8,12 @@
 #include <string_view>
 #include <vector>
 
+#include "engines/toolbox/Toolbox.h"
+
 namespace TarnixTools::engines {
 
-enum class CopiedKind : std::uint8_t {
-  kLink,
-  kAnnotation,
-  kNamedDestination,
-  kOutlineItem,
-  kPageLabel,
-  kFormField,
-  kSignature,
-  kXfaForm,
-  kScript,
-  kLayer,
-  kAttachment,
-  kStructureElement,
-  kArticleThread,
-  kThumbnail,
-  kOutputIntent,
-  kViewerSettings,
-  kResource,
-};
-
-enum class CopyOutcome : std::uint8_t { kKept, kRenamed, kDropped };
+using CopiedKind = TPdfCopiedKind;
+using CopyOutcome = TPdfCopyOutcome;
 
 struct CopyEntry {
   CopiedKind kind;

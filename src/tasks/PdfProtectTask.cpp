@@ -1,0 +1,65 @@
+#include "PdfProtectTask.h"
+
+#include "PdfException.h"
+
+namespace TarnixTools {
+
+PdfProtectTask::PdfProtectTask(const PdfDoc& document) : PdfTask(document) {
+  SetDefaults();
+}
+
+PdfProtectTask::PdfProtectTask(const PdfDoc& document, const std::string& password)
+    : PdfTask(document) {
+  SetDefaults();
+  password_ = password;
+}
+
+PdfProtectTask::PdfProtectTask(const PdfProtectTask& other) = default;
+PdfProtectTask::PdfProtectTask(PdfProtectTask&& other) noexcept = default;
+PdfProtectTask& PdfProtectTask::operator=(const PdfProtectTask& other) = default;
+PdfProtectTask& PdfProtectTask::operator=(PdfProtectTask&& other) noexcept = default;
+PdfProtectTask::~PdfProtectTask() = default;
+
+void PdfProtectTask::SetPassword(const std::string& password) {
+  password_ = password;
+}
+
+void PdfProtectTask::SetOutPrefix(const std::string& prefix) {
+  if (!prefix.empty()) {
+    out_prefix_ = prefix;
+  }
+}
+
+void PdfProtectTask::SetOutPdfName(const std::string& name) {
+  out_pdf_name_ = name;
+}
+
+void PdfProtectTask::Execute() {
+  report_.Clear();
+  if (GetPdfDocsNum() != 1) {
+    throw PdfException(PdfExceptionCode::InvalidParameter, 0,
+                       "Invalid number of PDF docs [%d] (1 expected)", GetPdfDocsNum());
+  }
+  if (password_.empty()) {
+    throw PdfException(PdfExceptionCode::PasswordError, 0,
+                       "No password provided to protect PDF doc");
+  }
+  PdfDoc document = documents_.front();
+  document.Lock(password_, OutputFile());
+  report_ = document.GetReport();
+}
+
+void PdfProtectTask::SetDefaults() {
+  out_prefix_ = "locked";
+  password_.clear();
+  reserved_ = 0;
+}
+
+std::string PdfProtectTask::OutputFile() const {
+  if (!out_pdf_name_.empty()) {
+    return output_path_ + out_pdf_name_;
+  }
+  return output_path_ + out_prefix_ + "_" + documents_.front().GetDocName(false) + ".pdf";
+}
+
+}  // namespace TarnixTools

@@ -1,0 +1,183 @@
+#include "PdfProtectTask.h"
+#include "support/DocumentTest.h"
+
+namespace TarnixTools {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::Failure;
+using testing::FailureOf;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using testing::ProgramResult;
+using testing::QpdfComplaints;
+using testing::QpdfEncryption;
+using testing::RunProgram;
+
+class PdfProtectTaskTest : public testing::DocumentTest {
+ protected:
+  PdfProtectTaskTest() : task_(PdfDoc(MakePdf("report.pdf", 2, "Secret"), "", true)) {
+    task_.SetOutputPath(directory_.MakeDir("out"));
+  }
+
+  static Failure NoPassword() {
+    return {PdfExceptionCode::PasswordError, "No password provided to protect PDF doc"};
+  }
+
+  // Protects the document with the password and checks that it opens with that one only.
+  void ExpectOpensWith(const std::string& password) {
+    task_.SetPassword(password);
+    task_.Execute();
+    const std::string path = Path("out/locked_report.pdf");
+    EXPECT_TRUE(PdfDoc::HasPassword(path));
+    EXPECT_TRUE(PdfDoc::IsValidPassword(path, password));
+    EXPECT_FALSE(PdfDoc::IsValidPassword(path, "not " + password));
+    EXPECT_EQ(QpdfComplaints(path, password), "");
+  }
+
+  PdfProtectTask task_;
+};
+
+TEST_F(PdfProtectTaskTest, HasDefaults) {
+  EXPECT_EQ(task_.GetPdfDocsNum(), 1);
+  EXPECT_EQ(task_.GetOutPrefix(), "locked");
+  EXPECT_EQ(task_.GetOutPdfName(), "");
+  EXPECT_EQ(task_.GetPassword(), "");
+  EXPECT_EQ(PdfProtectTask(Doc("report.pdf"), "pw").GetPassword(), "pw");
+}
+
+TEST_F(PdfProtectTaskTest, NamesTheOutput) {
+  task_.SetPassword("pw");
+  task_.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("locked_report.pdf"));
+  task_.SetOutPrefix("safe");
+  task_.SetOutPrefix("");
+  task_.Execute();
+  task_.SetOutPdfName("x.pdf");
+  task_.Execute();
+  EXPECT_THAT(directory_.Names("out"),
+              ElementsAre("locked_report.pdf", "safe_report.pdf", "x.pdf"));
+  EXPECT_TRUE(PdfDoc::HasPassword(Path("out/x.pdf")));
+  PdfDoc safe = Doc("out/safe_report.pdf");
+  PdfDoc::Delete(safe);
+  task_.SetOutPdfName("");
+  task_.Execute();
+  EXPECT_THAT(directory_.Names("out"),
+              ElementsAre("locked_report.pdf", "safe_report.pdf", "x.pdf"));
+}
+
+TEST_F(PdfProtectTaskTest, NeedsAPasswordOfItsOwn) {
+  EXPECT_EQ(FailureOf([&] { task_.Execute(); }), NoPassword());
+  task_.SetOutPassword("not this one");
+  EXPECT_EQ(FailureOf([&] { task_.Execute(); }), NoPassword());
+  EXPECT_THAT(directory_.Names("out"), ElementsAre());
+}
+
+TEST_F(PdfProtectTaskTest, DoesNotUseTheOutputPassword) {
+  task_.SetPassword("pw");
+  task_.SetOutPassword("other");
+  task_.Execute();
+  EXPECT_TRUE(PdfDoc::IsValidPassword(Path("out/locked_report.pdf"), "pw"));
+  EXPECT_FALSE(PdfDoc::IsValidPassword(Path("out/locked_report.pdf"), "other"));
+}
+
+TEST_F(PdfProtectTaskTest, NeedsExactlyOneDocumentBeforeThePasswordIsLookedAt) {
+  task_.AddPdfDoc(Doc("report.pdf"));
+  EXPECT_EQ(
+      FailureOf([&] { task_.Execute(); }),
+      Failure(PdfExceptionCode::InvalidParameter, "Invalid number of PDF docs [2] (1 expected)"));
+  task_.ClearPdfDocs();
+  EXPECT_EQ(FailureOf([&] { task_.Execute(); }).message,
+            "Invalid number of PDF docs [0] (1 expected)");
+}
+
+TEST_F(PdfProtectTaskTest, EncryptsWithAes256AndAllPermissions) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  task_.SetPassword("pw");
+  task_.Execute();
+  const std::string encryption = QpdfEncryption(Path("out/locked_report.pdf"), "pw");
+  EXPECT_THAT(encryption, HasSubstr("R = 6\nP = 3900\n"));
+  EXPECT_THAT(encryption, HasSubstr("stream encryption method: AESv3"));
+  EXPECT_THAT(encryption, HasSubstr("string encryption method: AESv3"));
+  EXPECT_THAT(encryption, Not(HasSubstr("not allowed")));
+}
+
+TEST_F(PdfProtectTaskTest, IsReadByOthersWithThePasswordOnly) {
+  task_.SetPassword("pw");
+  task_.Execute();
+  const std::string path = Path("out/locked_report.pdf");
+
+  struct Reader {
+    std::string program;
+    std::vector<std::string> with_password;
+    std::vector<std::string> without;
+  };
+
+  const std::vector<Reader> readers = {
+      {"qpdf", {"--password=pw", "--check", path}, {"--check", path}},
+      {"pdfinfo", {"-upw", "pw", path}, {path}},
+      {"mutool", {"pages", "-p", "pw", path}, {"pages", path}},
+  };
+  int read = 0;
+  for (const Reader& reader : readers) {
+    if (!testing::HasProgram(reader.program)) {
+      continue;
+    }
+    ++read;
+    std::vector<std::string> command = {reader.program};
+    command.insert(command.end(), reader.with_password.begin(), reader.with_password.end());
+    EXPECT_EQ(RunProgram(command).exit_status, 0) << reader.program;
+    command = {reader.program};
+    command.insert(command.end(), reader.without.begin(), reader.without.end());
+    EXPECT_NE(RunProgram(command).exit_status, 0) << reader.program;
+  }
+  if (read == 0) {
+    GTEST_SKIP() << "needs qpdf, pdfinfo or mutool";
+  }
+}
+
+TEST_F(PdfProtectTaskTest, TakesUnicodePasswords) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  TARNIX_NEED_PROGRAM("pdftotext");
+  ExpectOpensWith(
+      "Gr\xC3\xBC\xC3\x9F"
+      "e \xE6\x97\xA5\xE6\x9C\xAC \xF0\x9F\x98\x80");
+  EXPECT_EQ(Texts("out/locked_report.pdf", task_.GetPassword()), Labels(1, 2, "Secret"));
+}
+
+TEST_F(PdfProtectTaskTest, TakesLongPasswords) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  const std::string password(200, 'x');
+  ExpectOpensWith(password);
+  EXPECT_EQ(Doc("out/locked_report.pdf", password).GetPagesNum(), 2);
+  // Of a password's UTF-8, 127 bytes count.
+  EXPECT_TRUE(PdfDoc::IsValidPassword(Path("out/locked_report.pdf"), password.substr(0, 127)));
+  EXPECT_FALSE(PdfDoc::IsValidPassword(Path("out/locked_report.pdf"), password.substr(0, 126)));
+}
+
+TEST_F(PdfProtectTaskTest, ProtectsAnewWhatWasProtected) {
+  PdfDoc(Path("report.pdf"), "", true).Lock("old", Path("old.pdf"));
+  PdfProtectTask task(Doc("old.pdf", "old"), "new");
+  task.SetOutputPath(Path("out"));
+  task.Execute();
+  EXPECT_FALSE(PdfDoc::IsValidPassword(Path("out/locked_old.pdf"), "old"));
+  EXPECT_EQ(Doc("out/locked_old.pdf", "new").GetPagesNum(), 2);
+}
+
+TEST_F(PdfProtectTaskTest, IsCopiedAndMovedWithAllItHolds) {
+  task_.SetPassword("pw");
+  task_.SetOutPrefix("p");
+  task_.SetOutPdfName("x.pdf");
+  PdfProtectTask copy(task_);
+  PdfProtectTask moved(std::move(task_));
+  for (PdfProtectTask* same : {&copy, &moved}) {
+    EXPECT_EQ(same->GetPassword(), "pw");
+    EXPECT_EQ(same->GetOutPrefix(), "p");
+    EXPECT_EQ(same->GetOutPdfName(), "x.pdf");
+    same->Execute();
+  }
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("x.pdf"));
+}
+
+}  // namespace
+}  // namespace TarnixTools
