@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "pdf/tree/TextString.h"
+#include "pdf/tree/WideText.h"
 
 namespace TarnixTools::pdf {
 namespace {
@@ -31,6 +32,62 @@ TEST(TextString, ReadsUtf8AndMarksWhatIsNot) {
                              "A\xC0\x80\xED\xA0\x80"sv),
             "\uFFFD"
             "A\uFFFD\uFFFD\uFFFD");
+}
+
+TEST(TextString, WritesPdfDocEncodingWhereThatHasAllCharacters) {
+  EXPECT_EQ(Utf8ToTextString("A\u00E9\u20AC\u2022\u02D8\u0141"sv), "A\xE9\xA0\x80\x18\x95"sv);
+  EXPECT_EQ(Utf8ToTextString("\t\n\r ~"sv), "\t\n\r ~"sv);
+  EXPECT_EQ(Utf8ToTextString(""sv), ""sv);
+}
+
+TEST(TextString, WritesUtf16WhereACharacterIsMissing) {
+  EXPECT_EQ(Utf8ToTextString("A\U0001F600"sv), "\xFE\xFF\x00\x41\xD8\x3D\xDE\x00"sv);
+  EXPECT_EQ(Utf8ToTextString("\u65E5"sv), "\xFE\xFF\x65\xE5"sv);
+  // Code points whose bytes mean nothing, or something else, in PDFDocEncoding.
+  EXPECT_EQ(Utf8ToTextString("\0"sv), "\xFE\xFF\x00\x00"sv);
+  EXPECT_EQ(Utf8ToTextString("\x18"sv), "\xFE\xFF\x00\x18"sv);
+  EXPECT_EQ(Utf8ToTextString("\x7F"sv), "\xFE\xFF\x00\x7F"sv);
+  EXPECT_EQ(Utf8ToTextString("\u0080"sv), "\xFE\xFF\x00\x80"sv);
+  EXPECT_EQ(Utf8ToTextString("\u00A0"sv), "\xFE\xFF\x00\xA0"sv);
+  EXPECT_EQ(Utf8ToTextString("\u00AD"sv), "\xFE\xFF\x00\xAD"sv);
+}
+
+TEST(TextString, WritesNothingThatLooksLikeAnotherEncoding) {
+  for (const std::string_view text :
+       {"\u00FE\u00FFa"sv, "\u00FF\u00FEa"sv, "\u00EF\u00BB\u00BFa"sv}) {
+    const std::string bytes = Utf8ToTextString(text);
+    EXPECT_TRUE(bytes.starts_with("\xFE\xFF\x00"sv));
+    EXPECT_EQ(TextStringToUtf8(bytes), text);
+  }
+}
+
+TEST(TextString, WritesAReplacementForWhatIsNoText) {
+  const auto round_trip = [](std::string_view text) {
+    return TextStringToUtf8(Utf8ToTextString(text));
+  };
+  EXPECT_EQ(round_trip("a\xFF"
+                       "b"sv),
+            "a\uFFFD"
+            "b");
+  EXPECT_EQ(round_trip("\xC3"sv), "\uFFFD");
+  EXPECT_EQ(round_trip("\xED\xA0\x80"sv), "\uFFFD");      // a surrogate
+  EXPECT_EQ(round_trip("\xF4\x90\x80\x80"sv), "\uFFFD");  // beyond the last code point
+  EXPECT_EQ(round_trip("a\x1B"
+                       "b"sv),
+            "a\uFFFD"
+            "b");  // would start a language escape
+}
+
+TEST(TextString, ReadsBackEveryCodePointItWrites) {
+  for (std::uint32_t code_point = 0; code_point <= 0x10FFFF;
+       code_point += code_point < 0x3000 ? 1 : 97) {
+    if (code_point == 0x1B || (code_point >= 0xD800 && code_point < 0xE000)) {
+      continue;
+    }
+    std::string text;
+    AppendUtf8(text, code_point);
+    ASSERT_EQ(TextStringToUtf8(Utf8ToTextString(text)), text) << code_point;
+  }
 }
 
 }  // namespace
