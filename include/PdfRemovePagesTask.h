@@ -8,6 +8,7 @@
 #define TARNIX_PDF_REMOVE_PAGES_TASK_H_
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -60,7 +61,8 @@ class TARNIX_EXPORT PdfRemovePagesTask : public PdfTask {
  private:
   void SetDefaults();
   PdfDoc FirstDocument() const;
-  void PatternToRange(const std::string& item);
+  void AddRange(const PdfPageRange& range, std::optional<int>& pages_num);
+  void PatternToRange(const std::string& item, std::optional<int>& pages_num);
   void AddKeptRanges(int pages_num);
 
   std::string out_prefix_;

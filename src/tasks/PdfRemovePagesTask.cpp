@@ -42,8 +42,17 @@ void PdfRemovePagesTask::AddRemovedPage(int page_number) {
 }
 
 void PdfRemovePagesTask::AddRemovedRange(const PdfPageRange& range) {
+  std::optional<int> pages_num;
+  AddRange(range, pages_num);
+}
+
+// A document of many removed ranges is opened for the first of them only: pages_num tells the rest.
+void PdfRemovePagesTask::AddRange(const PdfPageRange& range, std::optional<int>& pages_num) {
   PdfDoc document = FirstDocument();
-  if (!document.IsValidRange(range)) {
+  if (!pages_num) {
+    pages_num = document.GetPagesNum();
+  }
+  if (range.GetEndPageNum() > *pages_num) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Invalid range [%d-%d] for document [%s]", range.GetStartPageNum(),
                        range.GetEndPageNum(), document.GetPath().c_str());
@@ -55,17 +64,18 @@ void PdfRemovePagesTask::AddRemovedPattern(const std::string& pattern) {
   if (pattern.find_first_not_of(kPatternCharacters) != std::string::npos) {
     ThrowBadPattern(pattern);
   }
+  std::optional<int> pages_num;
   std::size_t start = 0;
   for (std::size_t comma = pattern.find(','); comma != std::string::npos;
        comma = pattern.find(',', start)) {
     if (comma == start) {
       ThrowBadPattern(pattern);
     }
-    PatternToRange(pattern.substr(start, comma - start));
+    PatternToRange(pattern.substr(start, comma - start), pages_num);
     start = comma + 1;
   }
   if (start < pattern.size()) {
-    PatternToRange(pattern.substr(start));
+    PatternToRange(pattern.substr(start), pages_num);
   }
 }
 
@@ -116,10 +126,10 @@ PdfDoc PdfRemovePagesTask::FirstDocument() const {
 }
 
 // An item is a page or a range: digits and hyphens, and not empty.
-void PdfRemovePagesTask::PatternToRange(const std::string& item) {
+void PdfRemovePagesTask::PatternToRange(const std::string& item, std::optional<int>& pages_num) {
   const std::size_t hyphen = item.find_first_not_of(kDigits);
   if (hyphen == std::string::npos) {
-    AddRemovedPage(PageNumber(item));
+    AddRange(PdfPageRange(PageNumber(item), PageNumber(item)), pages_num);
     return;
   }
   const std::string left = item.substr(0, hyphen);
@@ -127,7 +137,7 @@ void PdfRemovePagesTask::PatternToRange(const std::string& item) {
   if (left.empty() || right.empty() || right.find_first_not_of(kDigits) != std::string::npos) {
     ThrowBadPattern(item);
   }
-  AddRemovedRange(PdfPageRange(PageNumber(left), PageNumber(right)));
+  AddRange(PdfPageRange(PageNumber(left), PageNumber(right)), pages_num);
 }
 
 // The runs of pages that are in no removed range.
