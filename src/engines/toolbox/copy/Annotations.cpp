@@ -1,6 +1,8 @@
 #include "engines/toolbox/copy/Annotations.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 #include "engines/toolbox/copy/CopyContext.h"
 #include "engines/toolbox/copy/CopyParts.h"
@@ -9,6 +11,18 @@
 namespace TarnixTools::engines {
 
 using pdf::Object;
+
+namespace {
+
+constexpr std::array<std::string_view, 10> kKeysOfOtherMeans = {
+    "P", "Parent", "StructParent", "Popup", "IRT", "RT", "Dest", "A", "AA", "PA"};
+
+bool IsWrittenByOtherMeans(std::string_view key) {
+  return std::find(kKeysOfOtherMeans.begin(), kKeysOfOtherMeans.end(), key) !=
+         kKeysOfOtherMeans.end();
+}
+
+}  // namespace
 
 SourceAnnotations::SourceAnnotations(SourceDocument& source) {
   const pdf::PageTree& tree = source.pages();
@@ -65,72 +79,215 @@ void AnnotationCopier::Copy(std::string& page, const Object& annotations,
   if (annotations.Items().empty()) {
     return;
   }
-  arena_.Reset();
-  std::vector<Copied> copies;
-  std::vector<Copied> others;  // of annotations that have been copied before
-  page += "/Annots[";
-  // All of them get their numbers first, so that references among them hold in either direction.
+  page_ = Page();
+  page_.request = &request;
+  NumberAnnotations(annotations);
+  for (Annotation& annotation : page_.annotations) {
+    CopyAnnotation(annotation);
+  }
+  for (Annotation& annotation : page_.annotations) {
+    if (annotation.is_popup) {
+      CopyListedPopup(annotation);
+    }
+  }
+  AppendList(page);
+  for (const auto& [number, target_number] : page_.earlier) {
+    context_->objects().Assign(number, target_number);
+  }
+  Report();
+}
+
+// All of them get their numbers first, so that references among them hold in either direction.
+void AnnotationCopier::NumberAnnotations(const Object& annotations) {
+  const pdf::PageTree& tree = context_->source().pages();
   for (const Object& item : annotations.Items()) {
-    const Object dictionary = context_->document().Resolve(item, arena_);
     const std::uint32_t number = item.AsReference().number;
-    if (!dictionary.IsDictionary() || IsPageOrNode(number)) {
+    if (number != 0 &&
+        (tree.IsPage(number) || tree.IsNode(number) || !page_.numbers.insert(number).second)) {
       continue;
     }
-    copies.push_back({dictionary, number, NumberFor(number, others)});
-    pdf::AppendReference(page, copies.back().target_number);
-  }
-  page += ']';
-  for (const Copied& copy : copies) {
-    std::string text;
-    AppendAnnotation(text, copy, request);
-    context_->writer().WriteObject(copy.target_number, text);
-  }
-  for (const Copied& other : others) {
-    context_->objects().Assign(other.source_number, other.target_number);
+    page_.annotations.push_back({item, NumberFor(number)});
   }
 }
 
-bool AnnotationCopier::IsPageOrNode(std::uint32_t number) {
-  const pdf::PageTree& tree = context_->source().pages();
-  return number != 0 && (tree.IsPage(number) || tree.IsNode(number));
-}
-
-// The number that was promised for an annotation, or a new one, by which it is known while its page
-// is written: one that is on a page that is copied again, or on several.
-std::uint32_t AnnotationCopier::NumberFor(std::uint32_t number, std::vector<Copied>& others) {
+// The number that was promised for an annotation or, for one that was copied before, a new one, by
+// which it is known while this page is written.
+std::uint32_t AnnotationCopier::NumberFor(std::uint32_t number) {
   pdf::ObjectCopier& objects = context_->objects();
   if (promised_.erase(number) != 0) {
     return objects.Map(number);
   }
   const std::uint32_t target_number = context_->writer().Reserve();
   if (number != 0) {
-    others.push_back({Object(), number, objects.Map(number)});
+    page_.earlier.emplace_back(number, objects.Map(number));
     objects.Assign(number, target_number);
   }
   return target_number;
 }
 
-void AnnotationCopier::AppendAnnotation(std::string& out, const Copied& copy,
-                                        const PageRequest& request) {
-  out += "<<";
-  if (copy.dictionary.Get("Subtype").IsName("Widget")) {
-    parts_->form_fields.CopyWidget(out, copy.dictionary, copy.source_number, copy.target_number);
-  } else {
-    AppendEntries(out, copy.dictionary);
+void AnnotationCopier::Drop(Annotation& annotation) {
+  if (const std::uint32_t number = annotation.item.AsReference().number) {
+    context_->objects().Assign(number, 0);
   }
-  parts_->structure.CopyAnnotationKey(out, copy.dictionary);
-  out += "/P";
-  pdf::AppendReference(out, request.target_number);
-  out += ">>";
+  annotation.target_number = 0;
 }
 
-void AnnotationCopier::AppendEntries(std::string& out, const Object& dictionary) {
+void AnnotationCopier::CopyAnnotation(Annotation& annotation) {
+  arena_.Reset();
+  const Object dictionary = context_->document().Resolve(annotation.item, arena_);
+  const Object subtype = dictionary.Get("Subtype");
+  const bool is_widget = subtype.IsName("Widget");
+  const bool is_link = subtype.IsName("Link");
+  const int wanted = is_widget ? kCopyFormFields : is_link ? kCopyLinks : kCopyAnnotations;
+  if (!dictionary.IsDictionary() || (page_.request->options & wanted) == 0) {
+    Drop(annotation);
+    return;
+  }
+  if (subtype.IsName("Popup")) {
+    annotation.is_popup = true;  // its turn comes when it is known what becomes of its parent
+    return;
+  }
+  std::string text = "<<";
+  if (is_widget) {
+    parts_->form_fields.CopyWidget(text, dictionary, annotation.item.AsReference().number,
+                                   annotation.target_number);
+  } else {
+    if (!AppendTarget(text, dictionary) && is_link) {
+      ++page_.dropped_links;
+      Drop(annotation);
+      return;
+    }
+    AppendRelations(text, dictionary, annotation.target_number);
+    AppendOtherEntries(text, dictionary);
+    ++(is_link ? page_.kept_links : page_.kept_annotations);
+  }
+  Write(annotation.target_number, text, dictionary);
+}
+
+// Where the annotation leads. False when there was something and nothing is left of it.
+bool AnnotationCopier::AppendTarget(std::string& out, const Object& dictionary) {
+  DestinationCopier& destinations = context_->destinations();
+  const Object destination = dictionary.Get("Dest");
+  bool is_left = destination.IsNull() && !dictionary.Has("A");
+  if (!destination.IsNull()) {
+    if (const auto copied = destinations.Copy(destination)) {
+      out += "/Dest" + *copied;
+      is_left = true;
+    }
+  }
+  for (const char* key : {"A", "AA"}) {
+    if (dictionary.Has(key) && destinations.AppendActionEntry(out, key, dictionary.Get(key))) {
+      is_left = true;
+    }
+  }
+  if (dictionary.Has("PA")) {
+    destinations.AppendActionEntry(out, "PA", dictionary.Get("PA"));
+  }
+  return is_left;
+}
+
+// Its popup, and the annotation that it replies to.
+void AnnotationCopier::AppendRelations(std::string& out, const Object& dictionary,
+                                       std::uint32_t target_number) {
+  if (const std::uint32_t popup = PopupFor(dictionary.Get("Popup"), target_number)) {
+    out += "/Popup";
+    pdf::AppendReference(out, popup);
+  }
+  const std::uint32_t original = dictionary.Get("IRT").AsReference().number;
+  if (original != 0 && context_->objects().IsMapped(original)) {
+    out += "/IRT";
+    pdf::AppendReference(out, context_->objects().Map(original));
+    if (dictionary.Has("RT")) {
+      out += "/RT";
+      context_->objects().Append(out, dictionary.Get("RT"));
+    }
+  }
+}
+
+// The target's number of an annotation's popup; 0 when there is none for it.
+std::uint32_t AnnotationCopier::PopupFor(const Object& popup, std::uint32_t parent_number) {
+  const std::uint32_t number = popup.AsReference().number;
+  if (number == 0 || !page_.popup_parents.emplace(number, parent_number).second) {
+    return 0;
+  }
+  if (page_.numbers.contains(number)) {
+    return context_->objects().Map(number);
+  }
+  pdf::Arena arena;
+  const Object dictionary = context_->document().Resolve(popup, arena);
+  if (!dictionary.Get("Subtype").IsName("Popup")) {
+    return 0;
+  }
+  const std::uint32_t target_number = context_->writer().Reserve();
+  WritePopup(target_number, dictionary, parent_number);
+  return target_number;
+}
+
+// A popup of the page's list goes where its parent goes.
+void AnnotationCopier::CopyListedPopup(Annotation& annotation) {
+  arena_.Reset();
+  const Object dictionary = context_->document().Resolve(annotation.item, arena_);
+  const std::uint32_t parent = dictionary.Get("Parent").AsReference().number;
+  const auto found = page_.popup_parents.find(annotation.item.AsReference().number);
+  std::uint32_t parent_number = 0;
+  if (found != page_.popup_parents.end()) {
+    parent_number = found->second;
+  } else if (page_.numbers.contains(parent) && context_->objects().IsMapped(parent)) {
+    parent_number = context_->objects().Map(parent);
+  } else if (dictionary.Has("Parent")) {
+    Drop(annotation);
+    return;
+  }
+  ++page_.kept_annotations;
+  WritePopup(annotation.target_number, dictionary, parent_number);
+}
+
+void AnnotationCopier::WritePopup(std::uint32_t target_number, const Object& dictionary,
+                                  std::uint32_t parent_number) {
+  std::string text = "<<";
+  if (parent_number != 0) {
+    text += "/Parent";
+    pdf::AppendReference(text, parent_number);
+  }
+  AppendOtherEntries(text, dictionary);
+  Write(target_number, text, dictionary);
+}
+
+void AnnotationCopier::AppendOtherEntries(std::string& out, const Object& dictionary) {
   for (const pdf::DictionaryEntry& entry : dictionary.Entries()) {
-    if (entry.Key() != "P" && entry.Key() != "StructParent") {
+    if (!IsWrittenByOtherMeans(entry.Key())) {
       pdf::AppendName(out, entry.Key());
       context_->objects().Append(out, entry.value);
     }
   }
+}
+
+void AnnotationCopier::Write(std::uint32_t target_number, std::string& text,
+                             const Object& dictionary) {
+  parts_->structure.CopyAnnotationKey(text, dictionary);
+  text += "/P";
+  pdf::AppendReference(text, page_.request->target_number);
+  context_->writer().WriteObject(target_number, text + ">>");
+}
+
+void AnnotationCopier::AppendList(std::string& page) const {
+  std::string list;
+  for (const Annotation& annotation : page_.annotations) {
+    if (annotation.target_number != 0) {
+      pdf::AppendReference(list, annotation.target_number);
+    }
+  }
+  if (!list.empty()) {
+    page += "/Annots[" + list + ']';
+  }
+}
+
+void AnnotationCopier::Report() {
+  CopyReport& report = context_->report();
+  report.Kept(CopiedKind::kLink, page_.kept_links);
+  report.Kept(CopiedKind::kAnnotation, page_.kept_annotations);
+  report.Add(CopiedKind::kLink, CopyOutcome::kDropped, "leads to a page that is not copied",
+             page_.dropped_links, page_.request->target_position + 1);
 }
 
 }  // namespace TarnixTools::engines

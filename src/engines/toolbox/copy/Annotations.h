@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "pdf/syntax/Arena.h"
@@ -46,21 +48,47 @@ class AnnotationCopier {
   void Copy(std::string& page, const pdf::Object& annotations, const PageRequest& request);
 
  private:
-  struct Copied {
-    pdf::Object dictionary;
-    std::uint32_t source_number;  // 0: no object of its own
-    std::uint32_t target_number;
+  struct Annotation {
+    pdf::Object item;                 // as it stands in the page's list
+    std::uint32_t target_number = 0;  // 0: it does not come along
+    bool is_popup = false;
   };
 
-  bool IsPageOrNode(std::uint32_t number);
-  std::uint32_t NumberFor(std::uint32_t number, std::vector<Copied>& others);
-  void AppendAnnotation(std::string& out, const Copied& copy, const PageRequest& request);
-  void AppendEntries(std::string& out, const pdf::Object& dictionary);
+  // The page that is being copied.
+  struct Page {
+    const PageRequest* request = nullptr;
+    std::vector<Annotation> annotations;
+    std::unordered_set<std::uint32_t> numbers;  // of the annotations in the source
+    // Source and target numbers that hold again when the page is done.
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> earlier;
+    // Target numbers of the annotations that have popups, by the popup's source number.
+    std::unordered_map<std::uint32_t, std::uint32_t> popup_parents;
+    std::uint64_t kept_links = 0;
+    std::uint64_t dropped_links = 0;
+    std::uint64_t kept_annotations = 0;
+  };
+
+  void NumberAnnotations(const pdf::Object& annotations);
+  std::uint32_t NumberFor(std::uint32_t number);
+  void Drop(Annotation& annotation);
+  void CopyAnnotation(Annotation& annotation);
+  bool AppendTarget(std::string& out, const pdf::Object& dictionary);
+  void AppendRelations(std::string& out, const pdf::Object& dictionary,
+                       std::uint32_t target_number);
+  std::uint32_t PopupFor(const pdf::Object& popup, std::uint32_t parent_number);
+  void CopyListedPopup(Annotation& annotation);
+  void WritePopup(std::uint32_t target_number, const pdf::Object& dictionary,
+                  std::uint32_t parent_number);
+  void AppendOtherEntries(std::string& out, const pdf::Object& dictionary);
+  void Write(std::uint32_t target_number, std::string& text, const pdf::Object& dictionary);
+  void AppendList(std::string& page) const;
+  void Report();
 
   CopyContext* context_;
   CopyParts* parts_;
   pdf::Arena arena_;
   std::unordered_set<std::uint32_t> promised_;  // source numbers of annotations still to come
+  Page page_;
 };
 
 }  // namespace TarnixTools::engines

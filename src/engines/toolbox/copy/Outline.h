@@ -2,7 +2,14 @@
 #ifndef TARNIX_ENGINES_TOOLBOX_COPY_OUTLINE_H_
 #define TARNIX_ENGINES_TOOLBOX_COPY_OUTLINE_H_
 
+#include <cstdint>
+#include <span>
 #include <string>
+#include <vector>
+
+#include "engines/toolbox/copy/Destinations.h"
+#include "pdf/syntax/Arena.h"
+#include "pdf/syntax/Object.h"
 
 namespace TarnixTools::pdf {
 class FileWriter;
@@ -13,17 +20,58 @@ namespace TarnixTools::engines {
 class CopyContext;
 class SourceDocument;
 
-// Read once per source.
+// The source's outline; read once per source.
 class SourceOutline {
  public:
+  static constexpr std::uint32_t kNoParent = 0xFFFFFFFF;
+
+  struct Item {
+    std::uint32_t number = 0;  // object number
+    std::uint32_t parent = kNoParent;
+    PageKey page;  // that it leads to; none when it leads elsewhere or nowhere
+    bool is_open = false;
+  };
+
   explicit SourceOutline(SourceDocument& source);
+
+  // Each item before its descendants, in the order in which they are shown.
+  const std::vector<Item>& items() const { return items_; }
+
+  // Indexes of the items that lead to a page.
+  std::span<const std::uint32_t> OfPage(PageKey page) const;
+
+ private:
+  void Read(SourceDocument& source, const pdf::Object& outlines);
+
+  std::vector<Item> items_;
+  std::vector<std::uint32_t> by_page_;
 };
 
-// Of a document being made.
+// The outline of a document being made. Items are written as they come.
 class TargetOutline {
  public:
+  // Number of the outline dictionary, the parent of top-level items.
+  std::uint32_t Root(pdf::FileWriter& writer);
+
+  // Number of the last top-level item so far; 0 for none.
+  std::uint32_t last() const { return last_; }
+
+  // Adds a top-level item behind the others: its text without /Next and the closing ">>", which
+  // are written when it is known what comes next.
+  void Add(pdf::FileWriter& writer, std::uint32_t number, std::string text);
+
+  // Counts items that are visible.
+  void AddVisible(std::int64_t count) { visible_ += count; }
+
   // Writes what there is and appends the catalog's entries for it.
   void Finish(pdf::FileWriter& writer, std::string& catalog);
+
+ private:
+  std::uint32_t root_ = 0;
+  std::uint32_t first_ = 0;
+  std::uint32_t last_ = 0;
+  std::string last_text_;
+  std::int64_t visible_ = 0;
 };
 
 class OutlineCopier {
@@ -34,7 +82,29 @@ class OutlineCopier {
   void Copy();
 
  private:
+  // An item that comes along; relations are indexes in chosen_.
+  struct Chosen {
+    const SourceOutline::Item* item = nullptr;
+    std::uint32_t target_number = 0;
+    std::uint32_t parent = SourceOutline::kNoParent;
+    std::uint32_t previous = SourceOutline::kNoParent;
+    std::uint32_t next = SourceOutline::kNoParent;
+    std::uint32_t first_kid = SourceOutline::kNoParent;
+    std::uint32_t last_kid = SourceOutline::kNoParent;
+    std::int64_t visible_below = 0;  // descendants that show when it is open
+  };
+
+  std::vector<std::uint32_t> Choose(SourceOutline& outline) const;
+  void Relate(const SourceOutline& outline, const std::vector<std::uint32_t>& indexes);
+  void CountVisible();
+  std::string ItemText(const Chosen& chosen);
+  void AppendRelations(std::string& out, const Chosen& chosen);
+  void AppendLook(std::string& out, const pdf::Object& item);
+  void AppendTarget(std::string& out, const pdf::Object& item);
+
   CopyContext* context_;
+  std::vector<Chosen> chosen_;
+  pdf::Arena arena_;
 };
 
 }  // namespace TarnixTools::engines

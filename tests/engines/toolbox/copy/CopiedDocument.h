@@ -1,0 +1,130 @@
+// Pages copied through the document engine's contract, and the outcome looked at with the core.
+//
+//   CopiedDocument copy({{first_bytes, {0, 2}}, {second_bytes, {1}}});
+//   copy.Annotations(0).at(0).Get("Dest")
+#ifndef TARNIX_TESTS_ENGINES_TOOLBOX_COPY_COPIEDDOCUMENT_H_
+#define TARNIX_TESTS_ENGINES_TOOLBOX_COPY_COPIEDDOCUMENT_H_
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "engines/toolbox/Toolbox.h"
+#include "pdf/file/Document.h"
+#include "pdf/tree/PageTree.h"
+#include "pdf/write/Serialize.h"
+#include "support/MemoryFile.h"
+
+namespace TarnixTools::engines {
+
+// Pages of one document, by zero-based index, in the order in which they are copied.
+struct PagesOf {
+  std::string bytes;
+  std::vector<int> indexes;
+};
+
+inline void CopyInto(TPdfDocument* target, const PagesOf& part, int options = 15) {
+  MemoryFile input{part.bytes};
+  const TPdfStream stream = input.Descriptor();
+  TPdfDocument* source = PdfDocumentOpenA(&stream, "");
+  ASSERT_NE(source, nullptr);
+  TPdfPageList* source_pages = PdfDocumentGetPages(source);
+  TPdfPageList* target_pages = PdfDocumentGetPages(target);
+  for (const int index : part.indexes) {
+    TPdfPage* page = PdfPageListGet(source_pages, index);
+    TPdfPage* copy = PdfDocumentCopyPage(target, page, options);
+    EXPECT_EQ(PdfPageListAppend(target_pages, copy), 1);
+    PdfClose(copy);
+    PdfClose(page);
+  }
+  PdfClose(source_pages);
+  PdfClose(target_pages);
+  EXPECT_EQ(PdfClose(source), 1);
+}
+
+inline std::string CopyAll(const std::vector<PagesOf>& parts, int options = 15) {
+  MemoryFile output;
+  const TPdfStream stream = output.Descriptor();
+  TPdfDocument* target = PdfDocumentCreateW(&stream, 0, nullptr);
+  for (const PagesOf& part : parts) {
+    CopyInto(target, part, options);
+  }
+  EXPECT_EQ(PdfClose(target), 1);
+  return output.bytes;
+}
+
+class CopiedDocument {
+ public:
+  explicit CopiedDocument(const std::vector<PagesOf>& parts, int options = 15)
+      : bytes_(CopyAll(parts, options)),
+        document_(pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes_), "")),
+        tree_(*document_) {
+    EXPECT_EQ(document_->findings().count(), 0U);
+  }
+
+  std::size_t PageCount() const { return tree_.pages().size(); }
+
+  pdf::Object Page(std::size_t index) { return tree_.Load(tree_.pages().at(index), arena_); }
+
+  std::uint32_t PageNumber(std::size_t index) { return tree_.pages().at(index).number; }
+
+  pdf::Object Catalog() { return document_->Load(document_->root(), arena_); }
+
+  pdf::Object Follow(const pdf::Object& value) { return document_->Resolve(value, arena_); }
+
+  std::vector<pdf::Object> Annotations(std::size_t page) {
+    std::vector<pdf::Object> annotations;
+    for (const pdf::Object& item : Follow(Page(page).Get("Annots")).Items()) {
+      annotations.push_back(Follow(item));
+    }
+    return annotations;
+  }
+
+  // An explicit destination with the zero-based index of its page: "1/XYZ 0 0 null"; "" for what is
+  // none.
+  std::string Place(const pdf::Object& destination) {
+    const auto items = Follow(destination).Items();
+    for (std::size_t i = 0; i < PageCount() && !items.empty(); ++i) {
+      if (items[0].AsReference().number == PageNumber(i)) {
+        std::string text = std::to_string(i);
+        for (const pdf::Object& item : items.subspan(1)) {
+          pdf::AppendObject(text, item);
+        }
+        return text;
+      }
+    }
+    return "";
+  }
+
+  static std::string Text(const pdf::Object& value) {
+    std::string text;
+    pdf::AppendObject(text, value);
+    return text;
+  }
+
+  pdf::Document& document() { return *document_; }
+
+  // Objects in the file that satisfy the predicate.
+  template <typename Predicate>
+  int Count(Predicate is_wanted) {
+    int count = 0;
+    for (std::uint32_t number = 1; number < document_->object_limit(); ++number) {
+      pdf::Arena arena;
+      count += is_wanted(document_->Load({number, 0}, arena)) ? 1 : 0;
+    }
+    return count;
+  }
+
+ private:
+  std::string bytes_;
+  std::unique_ptr<pdf::Document> document_;
+  pdf::PageTree tree_;
+  pdf::Arena arena_;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_TESTS_ENGINES_TOOLBOX_COPY_COPIEDDOCUMENT_H_
