@@ -80,9 +80,7 @@ Json ReportJson(const PdfReport& report) {
 void PrintJson(const Command& command, const JobResult& result) {
   Json object = {{"job", command.job->name}, {"outputs", result.outputs}};
   object.update(result.fields);
-  if (command.values.Has("verbose")) {
-    object["report"] = ReportJson(result.report);
-  }
+  object["report"] = ReportJson(result.report);
   WriteOutput(ToText(object));
 }
 

@@ -58,8 +58,8 @@ constexpr OptionRow kCommonOptions[] = {
      .excludes = "verbose"},
     {.name = "verbose",
      .letter = 'v',
-     .help = "tell on standard error what was kept, renamed and dropped, and why; with --json in "
-             "the field 'report'"},
+     .help = "tell on standard error what was kept, renamed and dropped, and why; with --json the "
+             "field 'report' always tells it"},
     {.name = "help", .letter = 'h', .help = "show this help and exit"},
     {.name = "version", .help = "show the version and exit"},
 };
