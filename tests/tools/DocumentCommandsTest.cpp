@@ -31,7 +31,7 @@ TEST_F(RotateCommand, WritesToTheCurrentDirectoryByDefault) {
 }
 
 TEST_F(RotateCommand, NamesItsOutput) {
-  const Json expected = {{"job", "rotate"}, {"outputs", {"out/x.pdf"}}};
+  const Json expected = {{"job", "rotate"}, {"outputs", {"out/x.pdf"}}, {"report", Json::array()}};
   EXPECT_EQ(RunJson({"rotate", "doc.pdf", "-o", "out", "--name", "x.pdf", "--out-password", "pw"}),
             expected);
   EXPECT_EQ(PagesOf("out/x.pdf", "pw"), 5);
@@ -80,6 +80,7 @@ TEST_F(MetadataCommand, ShowsTheValues) {
   const Json expected = {
       {"job", "metadata"},
       {"outputs", Json::array()},
+      {"report", Json::array()},
       {"metadata", {{"author", "Ada"}, {"keywords", ""}, {"creator", "a\rb"}, {"producer", ""}}}};
   EXPECT_EQ(RunJson({"metadata", "doc.pdf"}), expected);
   EXPECT_EQ(directory_.Names(), std::vector<std::string>{"doc.pdf"});

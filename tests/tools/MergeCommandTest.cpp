@@ -37,7 +37,8 @@ TEST_F(MergeCommand, CreatesTheOutputDirectoryWithItsParents) {
 }
 
 TEST_F(MergeCommand, PrintsJson) {
-  const Json expected = {{"job", "merge"}, {"outputs", {"out/merged_doc.pdf"}}};
+  const Json expected = {
+      {"job", "merge"}, {"outputs", {"out/merged_doc.pdf"}}, {"report", Json::array()}};
   EXPECT_EQ(RunJson({"merge", "a.pdf", "b.pdf", "--out-dir=out"}), expected);
 }
 
