@@ -1,0 +1,163 @@
+"""Tagged structure (ISO 32000-2, 14.7): elements and the marked content that they hold, with both ways between them checked."""
+import collections
+
+from carry.document import text_of
+
+Element = collections.namedtuple("Element", "reference parent dictionary contents objects")
+Content = collections.namedtuple("Content", "page stream mcid")  # stream: None for that of the page itself
+DESCRIBED = ("/Alt", "/ActualText", "/E", "/Lang", "/T", "/ID")
+
+
+class StructureTree:
+    def __init__(self, document):
+        self.document = document
+        self.root = document.dictionary(document.catalog.get("/StructTreeRoot"))
+        self.parents = {key: value for key, value in document.tree(self.root.get("/ParentTree"), "/Nums") if isinstance(key, int)}
+        self.elements = []
+        self.page_of_annotation = {}
+        if self.root:
+            for index, (_, page) in enumerate(document.pages):
+                for reference in document.array(page.get("/Annots")):
+                    self.page_of_annotation.setdefault(reference, index)
+            self._walk()
+
+    def _walk(self):
+        document, seen = self.document, set()
+        stack = [(reference, None) for reference in reversed(self._kids(self.root))]
+        while stack:
+            reference, parent = stack.pop()
+            dictionary = document.dictionary(reference)
+            if not isinstance(reference, str) or reference in seen or not dictionary:
+                continue
+            seen.add(reference)
+            element = Element(reference, parent, dictionary, [], [])
+            position = len(self.elements)
+            self.elements.append(element)
+            below = []
+            for kid in self._kids(dictionary):
+                value = document.resolve(kid)
+                if isinstance(value, int):
+                    self._add_content(element, dictionary.get("/Pg"), None, value)
+                elif isinstance(value, dict) and document.get(value, "/Type") == "/MCR":
+                    self._add_content(element, value.get("/Pg", dictionary.get("/Pg")), value.get("/Stm"), document.get(value, "/MCID"))
+                elif isinstance(value, dict) and document.get(value, "/Type") == "/OBJR":
+                    element.objects.append(value.get("/Obj"))
+                else:
+                    below.append((kid, position))
+            stack.extend(reversed(below))
+
+    def _kids(self, dictionary):
+        kids = self.document.resolve(dictionary.get("/K"))
+        return kids if isinstance(kids, list) else [] if kids is None else [dictionary["/K"]]
+
+    def _add_content(self, element, page, stream, mcid):
+        index = self.document.page_index.get(page) if isinstance(page, str) else None
+        if index is not None and isinstance(mcid, int):
+            element.contents.append(Content(index, stream, mcid))
+
+    def parent_of(self, content):
+        """Reference of the element that the parent tree gives for a piece of marked content."""
+        owner = self.document.dictionary(content.stream) if content.stream else self.document.pages[content.page][1]
+        value = self.parents.get(self.document.get(owner, "/StructParents"))
+        entries = self.document.array(value)
+        return entries[content.mcid] if 0 <= content.mcid < len(entries) else None
+
+    def parent_of_object(self, reference):
+        return self.parents.get(self.document.get(self.document.dictionary(reference), "/StructParent"))
+
+    def type_of(self, element):
+        """The type, and what the role map makes of it."""
+        own = self.document.get(element.dictionary, "/S")
+        roles = self.document.dictionary(self.root.get("/RoleMap"))
+        mapped, seen = own, set()
+        while mapped in roles and mapped not in seen:
+            seen.add(mapped)
+            mapped = self.document.resolve(roles[mapped])
+        return own, mapped
+
+    def pages_of_elements(self):
+        """For each element the pages with content, resolved both ways, of it and those below it."""
+        pages = [set() for _ in self.elements]
+        for position in range(len(self.elements) - 1, -1, -1):
+            element = self.elements[position]
+            pages[position] |= {content.page for content in element.contents if self.parent_of(content) == element.reference}
+            pages[position] |= {self.page_of_annotation[reference] for reference in element.objects
+                                if reference in self.page_of_annotation and self.parent_of_object(reference) == element.reference}
+            if element.parent is not None:
+                pages[element.parent] |= pages[position]  # parents come before their children
+        return pages
+
+
+def structure_items(document):
+    """Arguments of an Item for each element and each piece of content that it holds."""
+    tree = StructureTree(document)
+    types = [tree.type_of(element) for element in tree.elements]
+    for element, (own, mapped), pages in zip(tree.elements, types, tree.pages_of_elements()):
+        if pages:
+            yield {"feature": "tagged elements", "any_of": frozenset(pages), "detail": element_detail(document, element, own, mapped)}
+        for content in element.contents:
+            if tree.parent_of(content) == element.reference:
+                kind = "marked content" if content.stream is None else "marked content of forms"
+                yield {"feature": "tagged content", "on": content.page, "detail": (kind, content.mcid, own, mapped)}
+        for reference in element.objects:
+            page = tree.page_of_annotation.get(reference)
+            if page is not None and tree.parent_of_object(reference) == element.reference:
+                annotation = document.dictionary(reference)
+                detail = ("object", document.get(annotation, "/Subtype"), document.plain(annotation.get("/Rect")), own, mapped)
+                yield {"feature": "tagged content", "on": page, "detail": detail}
+    yield from id_items(document, tree)
+    paths = []
+    for element, (own, _) in zip(tree.elements, types):
+        paths.append((*paths[element.parent], own) if element.parent is not None else (own,))
+        yield {"feature": "tag tree", "scope": "single", "detail": paths[-1]}
+
+
+def element_detail(document, element, own, mapped):
+    texts = tuple((key, text_of(document.get(element.dictionary, key))) for key in DESCRIBED if key in element.dictionary)
+    attributes = document.plain(element.dictionary.get("/A"), 3)
+    classes = document.plain(element.dictionary.get("/C"))
+    return own, mapped, texts, attributes, classes, class_attributes(document, element)
+
+
+def class_attributes(document, element):
+    root = document.dictionary(document.catalog.get("/StructTreeRoot"))
+    known = document.dictionary(root.get("/ClassMap"))
+    names = document.resolve(element.dictionary.get("/C"))
+    names = names if isinstance(names, list) else [names]
+    return tuple(document.plain(known.get(name), 3) for name in names if isinstance(name, str))
+
+
+def id_items(document, tree):
+    entries = dict(document.tree(tree.root.get("/IDTree"), "/Names"))
+    for element, pages in zip(tree.elements, tree.pages_of_elements()):
+        name = document.get(element.dictionary, "/ID")
+        if pages and isinstance(name, str) and entries.get(name) == element.reference:
+            yield {"feature": "element ids", "any_of": frozenset(pages), "name": text_of(name)}
+
+
+def structure_faults(document):
+    """What does not resolve one way or the other."""
+    tree = StructureTree(document)
+    held = {}
+    for element in tree.elements:
+        for content in element.contents:
+            held.setdefault(element.reference, set()).add((content.page, content.stream, content.mcid))
+            if tree.parent_of(content) != element.reference:
+                yield f"page {content.page + 1} mcid {content.mcid}: the parent tree does not lead to {element.reference}"
+        for reference in element.objects:
+            if tree.parent_of_object(reference) != element.reference:
+                yield f"object {reference}: the parent tree does not lead to {element.reference}"
+    used = {}
+    for index, (_, page) in enumerate(document.pages):
+        key = document.get(page, "/StructParents")
+        if isinstance(key, int):
+            if key in used:
+                yield f"parent tree key {key} on pages {used[key] + 1} and {index + 1}"
+            used[key] = index
+    for key, index in used.items():
+        for mcid, reference in enumerate(document.array(tree.parents.get(key))):
+            if document.resolve(reference) is not None and (index, None, mcid) not in held.get(reference, ()):
+                yield f"parent tree entry {key}[{mcid}]: {reference} does not hold it"
+    next_key = document.get(tree.root, "/ParentTreeNextKey")
+    if tree.parents and isinstance(next_key, int) and next_key <= max(tree.parents):
+        yield f"the next parent tree key {next_key} is in use"
