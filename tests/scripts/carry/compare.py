@@ -34,7 +34,7 @@ def expected_items(sources):
                 continue
             if item.any_of is not None and not any(page in positions for page in item.any_of):
                 continue
-            if item.to is not None and item.to not in positions:
+            if item.to is not None and item.to not in positions or item.unless in positions:
                 continue
             to = None if item.to is None else positions[item.to][0]
             for on in [None] if item.on is None else positions.get(item.on, ()):

@@ -7,15 +7,16 @@ from carry.document import Stream, is_reference, text_of
 from carry.layers import layer_items
 from carry.structure import structure_items
 
-# on: index of the page that it sits on; to: of the page that it leads to; any_of: it belongs to all of these pages and comes along
-# with any of them (None: this says nothing; empty: with all pages only). scope: "" for things of pages, "whole" for things that come
-# along only with all pages of a source, "single" for those that do so only when there is one source. name: what may be renamed when
-# two sources clash. detail: the rest that must be the same.
-Item = collections.namedtuple("Item", "feature on to any_of scope name detail", defaults=(None, None, None, "", None, ()))
+# on: index of the page that it sits on; to: of the page that it leads to; any_of: it comes along with any of these pages;
+# unless: but not with this one. None says nothing. scope: "" for things of pages, "whole" for things that come along only with
+# all pages of a source, "single" for those that do so only when there is one source. name: what may be renamed when two sources
+# clash. detail: the rest that must be the same.
+Item = collections.namedtuple("Item", "feature on to any_of unless scope name detail",
+                              defaults=(None, None, None, None, "", None, ()))
 
 # Keys of annotations that may differ in a copy, or are looked at by themselves.
-FREE_KEYS = {"/P", "/Parent", "/StructParent", "/Dest", "/A", "/PA", "/AA", "/Popup", "/IRT", "/Kids", "/T", "/FT", "/V", "/DV", "/Ff",
-             "/DA", "/Q", "/TU", "/TM", "/Opt", "/MaxLen", "/Type", "/M", "/Lock", "/SV", "/TI", "/I", "/DR"}
+FREE_KEYS = {"/P", "/Parent", "/StructParent", "/Dest", "/A", "/PA", "/AA", "/Popup", "/IRT", "/Kids", "/T", "/FT", "/V", "/DV",
+             "/Ff", "/DA", "/Q", "/TU", "/TM", "/Opt", "/MaxLen", "/Type", "/M", "/Lock", "/SV", "/TI", "/I", "/DR"}
 FIELD_KEYS = ("/Ff", "/V", "/DV", "/MaxLen", "/Opt", "/Q", "/TU", "/TM", "/TI", "/I")
 SETTINGS = ("/Lang", "/ViewerPreferences", "/PageMode", "/PageLayout", "/MarkInfo")
 
@@ -55,13 +56,14 @@ def outline_items(document):
             path.insert(0, entries[above][1])
             above = entries[above][0]
         detail = (tuple(path), document.plain(entry.get("/C")), document.get(entry, "/F") or 0)
+        if below:
+            page = lead[0] if lead else None
+            yield Item("outline ancestors", any_of=frozenset(below), unless=page, detail=detail)
         if lead:
             yield Item("outline items", to=lead[0], detail=(*detail, lead[1]))
             if below and own:
                 is_open = (document.get(entry, "/Count") or 0) > 0
                 yield Item("outline open", to=lead[0], any_of=frozenset(below), detail=(tuple(path), is_open))
-        elif below:
-            yield Item("outline ancestors", any_of=frozenset(below), detail=detail)
 
 
 def destination_value(document, entry):
@@ -108,9 +110,9 @@ def rectangle(document, annotation):
 
 def annotation_items(document, index, reference, annotation, fields):
     subtype = document.get(annotation, "/Subtype")
-    keys = tuple(sorted(key for key in annotation if key not in FREE_KEYS and document.resolve(annotation[key]) is not None))
-    look = (rectangle(document, annotation), keys, document.plain(annotation.get("/Border")), document.plain(annotation.get("/C")),
-            document.plain(annotation.get("/F")), document.plain(annotation.get("/AS")), appearances(document, annotation))
+    keys = sorted(key for key in annotation if key not in FREE_KEYS and document.resolve(annotation[key]) is not None)
+    values = (document.plain(annotation.get(key)) for key in ("/Border", "/C", "/F", "/AS"))
+    look = (rectangle(document, annotation), tuple(keys), *values, appearances(document, annotation))
     if subtype == "/Link":
         yield from action_items(document, "links", index, annotation, look)
         return
@@ -168,9 +170,10 @@ def fields_by_widget(document):
         if not field or reference in seen:
             continue
         seen.add(reference)
-        own = text_of(document.get(field, "/T"))
-        name = prefix if own is None else f"{prefix}.{own}" if prefix else own
-        here = {**above, **{key: field[key] for key in ("/FT", "/DA", *FIELD_KEYS) if document.resolve(field.get(key)) is not None}}
+        part = text_of(document.get(field, "/T"))
+        name = prefix if part is None else f"{prefix}.{part}" if prefix else part
+        own = {key: field[key] for key in ("/FT", "/DA", *FIELD_KEYS) if document.resolve(field.get(key)) is not None}
+        here = {**above, **own}
         for kid in document.array(field.get("/Kids")):
             stack.append((kid, name, here))
         if document.get(field, "/Subtype") == "/Widget" or not document.array(field.get("/Kids")):
@@ -198,7 +201,8 @@ def default_appearance(document, value, form):
 
 def calculation_order(document, fields):
     form = document.dictionary(document.catalog.get("/AcroForm"))
-    page_of = {reference: index for index, (_, page) in enumerate(document.pages) for reference in document.array(page.get("/Annots"))}
+    page_of = {reference: index for index, (_, page) in enumerate(document.pages)
+               for reference in document.array(page.get("/Annots"))}
     for reference in document.array(form.get("/CO")):
         kids = [reference] + [kid for kid in document.array(document.dictionary(reference).get("/Kids"))]
         pages = frozenset(page_of[kid] for kid in kids if kid in page_of and kid in fields)
@@ -225,8 +229,9 @@ def label_text(style, prefix, number):
 
 
 def label_items(document):
-    ranges = sorted((start, document.dictionary(value)) for start, value in document.tree(document.catalog.get("/PageLabels"), "/Nums")
-                    if isinstance(start, int) and start >= 0)
+    entries = document.tree(document.catalog.get("/PageLabels"), "/Nums")
+    ranges = sorted(((start, document.dictionary(value)) for start, value in entries if isinstance(start, int) and start >= 0),
+                    key=lambda entry: entry[0])
     for position, (start, style) in enumerate(ranges):
         end = ranges[position + 1][0] if position + 1 < len(ranges) else len(document.pages)
         prefix = text_of(document.get(style, "/P")) or ""

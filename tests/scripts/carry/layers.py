@@ -25,7 +25,7 @@ def layer_items(document):
 
 def described(document, layer):
     dictionary = document.dictionary(layer)
-    return (document.plain(dictionary.get("/Name")), document.plain(dictionary.get("/Intent")), document.plain(dictionary.get("/Usage")))
+    return tuple(document.plain(dictionary.get(key)) for key in ("/Name", "/Intent", "/Usage"))
 
 
 def configured(document, configuration, layers):
@@ -41,7 +41,8 @@ def configured(document, configuration, layers):
     for layer in layers:
         state = "off" if layer in listed["/OFF"] else "on" if layer in listed["/ON"] else base
         state = {"/ON": "on", "/OFF": "off"}.get(state, state)
-        yield layer, (state, layer in listed["/Locked"], layer in radio, layer in shown, tuple(sorted(events.get(layer, ()), key=str)))
+        happenings = tuple(sorted(events.get(layer, ()), key=str))
+        yield layer, (state, layer in listed["/Locked"], layer in radio, layer in shown, happenings)
 
 
 def flattened(document, value):

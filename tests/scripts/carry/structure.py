@@ -39,7 +39,8 @@ class StructureTree:
                 if isinstance(value, int):
                     self._add_content(element, dictionary.get("/Pg"), None, value)
                 elif isinstance(value, dict) and document.get(value, "/Type") == "/MCR":
-                    self._add_content(element, value.get("/Pg", dictionary.get("/Pg")), value.get("/Stm"), document.get(value, "/MCID"))
+                    page = value.get("/Pg", dictionary.get("/Pg"))
+                    self._add_content(element, page, value.get("/Stm"), document.get(value, "/MCID"))
                 elif isinstance(value, dict) and document.get(value, "/Type") == "/OBJR":
                     element.objects.append(value.get("/Obj"))
                 else:
@@ -82,7 +83,8 @@ class StructureTree:
             element = self.elements[position]
             pages[position] |= {content.page for content in element.contents if self.parent_of(content) == element.reference}
             pages[position] |= {self.page_of_annotation[reference] for reference in element.objects
-                                if reference in self.page_of_annotation and self.parent_of_object(reference) == element.reference}
+                                if reference in self.page_of_annotation
+                                and self.parent_of_object(reference) == element.reference}
             if element.parent is not None:
                 pages[element.parent] |= pages[position]  # parents come before their children
         return pages
@@ -94,7 +96,8 @@ def structure_items(document):
     types = [tree.type_of(element) for element in tree.elements]
     for element, (own, mapped), pages in zip(tree.elements, types, tree.pages_of_elements()):
         if pages:
-            yield {"feature": "tagged elements", "any_of": frozenset(pages), "detail": element_detail(document, element, own, mapped)}
+            detail = element_detail(document, element, own, mapped)
+            yield {"feature": "tagged elements", "any_of": frozenset(pages), "detail": detail}
         for content in element.contents:
             if tree.parent_of(content) == element.reference:
                 kind = "marked content" if content.stream is None else "marked content of forms"
@@ -103,8 +106,8 @@ def structure_items(document):
             page = tree.page_of_annotation.get(reference)
             if page is not None and tree.parent_of_object(reference) == element.reference:
                 annotation = document.dictionary(reference)
-                detail = ("object", document.get(annotation, "/Subtype"), document.plain(annotation.get("/Rect")), own, mapped)
-                yield {"feature": "tagged content", "on": page, "detail": detail}
+                shown = (document.get(annotation, "/Subtype"), document.plain(annotation.get("/Rect")))
+                yield {"feature": "tagged content", "on": page, "detail": ("object", *shown, own, mapped)}
     yield from id_items(document, tree)
     paths = []
     for element, (own, _) in zip(tree.elements, types):
