@@ -118,8 +118,6 @@ def reference_faults(after):
             if value in reached:
                 continue
             reached.add(value)
-            if after.resolve(value) is None:
-                yield f"{value}, in {place}, does not exist"
             stack.append((value, after.objects.get(value)))
         elif isinstance(value, list):
             stack.extend((place, item) for item in value)
@@ -129,7 +127,9 @@ def reference_faults(after):
                 yield f"{place} is a page outside the page tree"
             stack.extend((place, item) for item in dictionary.values())
     for reference, value in after.objects.items():
-        if reference not in reached and value is not None and after.dictionary(value).get("/Type") not in ("/XRef", "/ObjStm"):
+        if value is None:  # qpdf names it when it is referred to, and leaves the entries of dictionaries that do so out
+            yield f"{reference} does not exist or is null"
+        elif reference not in reached and after.dictionary(value).get("/Type") not in ("/XRef", "/ObjStm"):
             yield f"nothing leads to {reference}"
 
 
