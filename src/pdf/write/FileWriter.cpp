@@ -70,8 +70,7 @@ FileWriter::FileWriter(ByteSink& sink, const Security* security)
     string_encryptor_ = std::make_unique<StringEncryptor>(*security);
   }
   buffer_.reserve(kBufferSize);
-  // AES-256 of revision 6 belongs to PDF 2.0.
-  Put(security != nullptr ? "%PDF-2.0\n%\xE2\xE3\xCF\xD3\n" : "%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
+  Put(is_pdf_2() ? "%PDF-2.0\n%\xE2\xE3\xCF\xD3\n" : "%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
 }
 
 FileWriter::~FileWriter() = default;

@@ -51,6 +51,9 @@ class FileWriter {
   // information, or 0.
   void Finish(std::uint32_t catalog, std::uint32_t info);
 
+  // Whether the header says 2.0 rather than 1.7: what is encrypted with AES-256 of revision 6.
+  bool is_pdf_2() const { return security_ != nullptr; }
+
   std::uint64_t bytes_written() const { return offset_; }
 
  private:

@@ -33,6 +33,9 @@ class NumberMap {
   void Set(std::uint32_t number, std::uint32_t target);
   void Clear();
 
+  // Those that have a number, in the order in which they got it.
+  const std::vector<std::uint32_t>& mapped() const { return set_; }
+
  private:
   std::vector<std::uint32_t> numbers_;
   std::vector<std::uint32_t> set_;
@@ -56,6 +59,9 @@ class ObjectCopier : public ReferenceMap {
   }
 
   bool IsMapped(std::uint32_t number) const { return numbers_->Get(number) != 0; }
+
+  // Source objects that have a number in the target.
+  const std::vector<std::uint32_t>& mapped() const { return numbers_->mapped(); }
 
   // What becomes of /StructParent and /StructParents of copied objects: they are raised by the
   // shift, or left out when there is none, which is how it starts.

@@ -1,8 +1,17 @@
 // What belongs to a document as a whole: language, viewer settings, attachments, output intents.
+// It goes into a target that gets every page of the source.
 #ifndef TARNIX_ENGINES_TOOLBOX_COPY_DOCUMENTSETTINGS_H_
 #define TARNIX_ENGINES_TOOLBOX_COPY_DOCUMENTSETTINGS_H_
 
+#include <cstdint>
+#include <map>
+#include <optional>
 #include <string>
+#include <string_view>
+
+#include "engines/toolbox/copy/Attachments.h"
+#include "pdf/syntax/Arena.h"
+#include "pdf/syntax/Object.h"
 
 namespace TarnixTools::pdf {
 class FileWriter;
@@ -13,18 +22,95 @@ namespace TarnixTools::engines {
 class CopyContext;
 class SourceDocument;
 
-// Read once per source.
+// Read once per source: what matters whether all of its pages are copied or not. Strings are as
+// PDF text, and empty where there is none.
 class SourceDocumentSettings {
  public:
   explicit SourceDocumentSettings(SourceDocument& source);
+
+  const std::string& language() const { return language_; }
+
+  // Of the links that lead into the web.
+  const std::string& base_address() const { return base_address_; }
+
+  bool is_pdf_2() const { return is_pdf_2_; }
+
+  std::uint64_t attachment_count() const { return attachment_count_; }
+
+  // Actions that run by themselves: scripts of the document, and what opening, saving and printing
+  // it start.
+  std::uint64_t script_count() const { return script_count_; }
+
+  // Opens at a place of its own choice.
+  bool has_opening_view() const { return has_opening_view_; }
+
+  std::uint64_t thread_count() const { return thread_count_; }
+
+ private:
+  void ReadVersion(SourceDocument& source, const pdf::Object& version);
+  void ReadOpening(const pdf::Object& opening);
+
+  std::string language_;
+  std::string base_address_;
+  bool is_pdf_2_ = false;
+  std::uint64_t attachment_count_ = 0;
+  std::uint64_t script_count_ = 0;
+  bool has_opening_view_ = false;
+  std::uint64_t thread_count_ = 0;
 };
 
 // Of a document being made.
 class TargetDocumentSettings {
  public:
+  // What the viewer is told, from one source: PDF text, empty where there is none.
+  struct ViewerSettings {
+    std::string preferences;   // entries of the dictionary
+    std::string print_ranges;  // one more, which counts pages of that source
+    std::string page_mode;
+    std::string page_layout;
+    std::string collection;
+  };
+
+  // Once per source, before anything else of it. is_whole: all of its pages come.
+  void NoteSource(const SourceDocumentSettings& source, bool is_whole);
+
+  bool is_first_whole() const { return whole_count_ == 1; }
+
+  bool has_several_sources() const { return source_count_ > 1; }
+
+  TargetAttachments& attachments() { return attachments_; }
+
+  void set_viewer(ViewerSettings viewer) { viewer_ = std::move(viewer); }
+
+  // Items of the array.
+  void set_output_intents(std::string items) { output_intents_ = std::move(items); }
+
+  void AddAssociatedFiles(const std::string& items) { associated_files_ += items; }
+
+  // The first of a name counts.
+  void AddExtension(std::string_view name, std::string text) {
+    extensions_.emplace(name, std::move(text));
+  }
+
   // Writes what there is and appends the entries for it, of the catalog and of its /Names
   // dictionary.
   void Finish(pdf::FileWriter& writer, std::string& catalog, std::string& names);
+
+ private:
+  void AppendViewer(std::string& catalog) const;
+  bool Shows(std::string_view page_mode, std::string_view catalog) const;
+
+  std::size_t source_count_ = 0;
+  std::size_t whole_count_ = 0;
+  std::optional<std::string> language_;  // empty: the sources do not agree
+  bool has_whole_language_ = false;
+  std::string base_address_;
+  bool is_pdf_2_ = false;
+  TargetAttachments attachments_;
+  ViewerSettings viewer_;
+  std::string output_intents_;
+  std::string associated_files_;
+  std::map<std::string, std::string, std::less<>> extensions_;
 };
 
 class DocumentSettingsCopier {
@@ -35,7 +121,22 @@ class DocumentSettingsCopier {
   void Copy();
 
  private:
+  void ReportLeftOut(const SourceDocumentSettings& source);
+  void CopyWhole();
+  void CopyAttachments(const pdf::Object& catalog);
+  void CopyAssociatedFiles(const pdf::Object& catalog);
+  void CopyOutputIntents(const pdf::Object& catalog);
+  void CopyViewer(const pdf::Object& catalog);
+  void CopyPreferences(TargetDocumentSettings::ViewerSettings& viewer,
+                       const pdf::Object& dictionary);
+  std::string CopyCollection(const pdf::Object& value);
+  void CopyExtensions(const pdf::Object& catalog);
+  std::string CopyDictionaries(const pdf::Object& value, std::uint64_t& count);
+  bool KeepsPageOrder() const;
+  pdf::Object Resolve(const pdf::Object& value);
+
   CopyContext* context_;
+  pdf::Arena arena_;
 };
 
 }  // namespace TarnixTools::engines
