@@ -136,6 +136,10 @@ void TargetDocumentSettings::NoteSource(const SourceDocumentSettings& source, bo
   }
 }
 
+void TargetDocumentSettings::AddAssociatedFiles(std::string_view items) {
+  pdf::AppendToken(associated_files_, items);
+}
+
 void TargetDocumentSettings::Finish(pdf::FileWriter& writer, std::string& catalog,
                                     std::string& names) {
   AppendViewer(catalog);

@@ -85,7 +85,7 @@ class TargetDocumentSettings {
   // Items of the array.
   void set_output_intents(std::string items) { output_intents_ = std::move(items); }
 
-  void AddAssociatedFiles(const std::string& items) { associated_files_ += items; }
+  void AddAssociatedFiles(std::string_view items);
 
   // The first of a name counts.
   void AddExtension(std::string_view name, std::string text) {

@@ -162,7 +162,7 @@ void TargetLayers::AppendDefault(std::string& out) const {
     const bool starts_with_label =
         configuration.order.starts_with('(') || configuration.order.starts_with('<');
     const bool is_wrapped = starts_with_label && contributions_.size() > 1;
-    order += is_wrapped ? "[" + configuration.order + "]" : configuration.order;
+    pdf::AppendToken(order, is_wrapped ? "[" + configuration.order + "]" : configuration.order);
     radio_groups += configuration.radio_groups;
     usages += configuration.usages;
     AppendMarked(locked, contribution, configuration, kMarkedLocked);

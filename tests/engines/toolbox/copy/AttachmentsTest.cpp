@@ -5,9 +5,9 @@
 #include <gtest/gtest.h>
 
 #include "engines/toolbox/copy/Attachments.h"
+#include "engines/toolbox/copy/CopiedDocument.h"
 #include "pdf/tree/NameTree.h"
 #include "pdf/tree/TextString.h"
-#include "support/CopiedDocument.h"
 #include "support/Readers.h"
 #include "support/TempDir.h"
 #include "support/TestPdf.h"
@@ -157,11 +157,13 @@ TEST(Attachments, LeaveTheNameThatAnAnnotationShows) {
 }
 
 TEST(Attachments, OfACatalogAreNumberedWithTheTree) {
-  TestPdf second = FileWith({{"a.txt", "B"}});
-  second.CatalogEntry("/AF[{{a.txt}}]");
-  Attached copy({{FileWith({{"a.txt", "A"}}).Bytes()}, {second.Bytes()}});
-  const Object associated = copy.Follow(copy.Catalog().Get("AF").Items()[0]);
-  EXPECT_EQ(associated.Get("UF").Text(), "a (2).txt");
+  TestPdf file = FileWith({{"a.txt", "A"}});
+  file.CatalogEntry("/AF[{{a.txt}}]");
+  Attached copy({{file.Bytes()}, {file.Bytes()}});
+  const auto associated = copy.Catalog().Get("AF").Items();
+  ASSERT_EQ(associated.size(), 2U);
+  EXPECT_EQ(copy.Follow(associated[0]).Get("UF").Text(), "a.txt");
+  EXPECT_EQ(copy.Follow(associated[1]).Get("UF").Text(), "a (2).txt");
 }
 
 TEST(Attachments, KeepAPortfolioOfASingleDocument) {
@@ -217,9 +219,9 @@ TEST(Attachments, ReachIndependentReaders) {
   const TPdfEncryption encryption{L"", L"owner", 3900};
   for (const TPdfEncryption* protection :
        {static_cast<const TPdfEncryption*>(nullptr), &encryption}) {
-    WriteBytes(path, CopyPages({{FileWith({{"a.bin", data}}).Bytes()},
-                                {FileWith({{"a.bin", "other"}}).Bytes()}},
-                               nullptr, protection));
+    WriteBytes(path, CopyAll({{FileWith({{"a.bin", data}}).Bytes()},
+                              {FileWith({{"a.bin", "other"}}).Bytes()}},
+                             15, nullptr, protection));
     EXPECT_EQ(testing::QpdfComplaints(path), "");
     const std::string target = directory.MakeDir(protection == nullptr ? "plain" : "protected");
     EXPECT_EQ(RunProgram({"pdfdetach", "-saveall", "-o", target, path}).exit_status, 0);

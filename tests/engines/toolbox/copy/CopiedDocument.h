@@ -5,8 +5,10 @@
 #ifndef TARNIX_TESTS_ENGINES_TOOLBOX_COPY_COPIEDDOCUMENT_H_
 #define TARNIX_TESTS_ENGINES_TOOLBOX_COPY_COPIEDDOCUMENT_H_
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -20,10 +22,18 @@
 
 namespace TarnixTools::engines {
 
-// Pages of one document, by zero-based index, in the order in which they are copied.
+// Pages of one document, by zero-based index, in the order in which they are copied; none: all of
+// them.
 struct PagesOf {
   std::string bytes;
-  std::vector<int> indexes;
+  std::vector<int> indexes = {};
+};
+
+struct ReportedEntry {
+  TPdfCopiedKind kind;
+  TPdfCopyOutcome outcome;
+  std::uint64_t count;
+  std::string reason;
 };
 
 inline void CopyInto(TPdfDocument* target, const PagesOf& part, int options = 15) {
@@ -33,7 +43,11 @@ inline void CopyInto(TPdfDocument* target, const PagesOf& part, int options = 15
   ASSERT_NE(source, nullptr);
   TPdfPageList* source_pages = PdfDocumentGetPages(source);
   TPdfPageList* target_pages = PdfDocumentGetPages(target);
-  for (const int index : part.indexes) {
+  std::vector<int> indexes = part.indexes;
+  for (int i = 0; part.indexes.empty() && i < PdfPageListGetCount(source_pages); ++i) {
+    indexes.push_back(i);
+  }
+  for (const int index : indexes) {
     TPdfPage* page = PdfPageListGet(source_pages, index);
     TPdfPage* copy = PdfDocumentCopyPage(target, page, options);
     EXPECT_EQ(PdfPageListAppend(target_pages, copy), 1);
@@ -45,10 +59,20 @@ inline void CopyInto(TPdfDocument* target, const PagesOf& part, int options = 15
   EXPECT_EQ(PdfClose(source), 1);
 }
 
-inline std::string CopyAll(const std::vector<PagesOf>& parts, int options = 15) {
+// report, when not null, gets what the copies reported.
+inline std::string CopyAll(const std::vector<PagesOf>& parts, int options = 15,
+                           std::vector<ReportedEntry>* report = nullptr,
+                           const TPdfEncryption* encryption = nullptr) {
   MemoryFile output;
   const TPdfStream stream = output.Descriptor();
-  TPdfDocument* target = PdfDocumentCreateW(&stream, 0, nullptr);
+  TPdfDocument* target = PdfDocumentCreateW(&stream, 0, encryption);
+  const auto take = [](void* context, const TPdfReportEntry* entry) {
+    static_cast<std::vector<ReportedEntry>*>(context)->push_back(
+        {entry->kind, entry->outcome, entry->count, entry->reason});
+  };
+  if (report != nullptr) {
+    PdfDocumentSetReport(target, take, report);
+  }
   for (const PagesOf& part : parts) {
     CopyInto(target, part, options);
   }
@@ -59,7 +83,7 @@ inline std::string CopyAll(const std::vector<PagesOf>& parts, int options = 15) 
 class CopiedDocument {
  public:
   explicit CopiedDocument(const std::vector<PagesOf>& parts, int options = 15)
-      : bytes_(CopyAll(parts, options)),
+      : bytes_(CopyAll(parts, options, &report_)),
         document_(pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes_), "")),
         tree_(*document_) {
     EXPECT_EQ(document_->findings().count(), 0U);
@@ -74,6 +98,27 @@ class CopiedDocument {
   pdf::Object Catalog() { return document_->Load(document_->root(), arena_); }
 
   pdf::Object Follow(const pdf::Object& value) { return document_->Resolve(value, arena_); }
+
+  // The value of a key, both followed.
+  pdf::Object Get(const pdf::Object& dictionary, std::string_view key) {
+    return Follow(Follow(dictionary).Get(key));
+  }
+
+  // A stream's data.
+  std::string Data(const pdf::Object& reference) {
+    return document_->DecodeStream(reference.AsReference().number)->data;
+  }
+
+  const std::string& bytes() const { return bytes_; }
+
+  // How many things of this kind had this outcome.
+  std::uint64_t Reported(TPdfCopiedKind kind, TPdfCopyOutcome outcome) const {
+    std::uint64_t count = 0;
+    for (const ReportedEntry& entry : report_) {
+      count += entry.kind == kind && entry.outcome == outcome ? entry.count : 0;
+    }
+    return count;
+  }
 
   std::vector<pdf::Object> Annotations(std::size_t page) {
     std::vector<pdf::Object> annotations;
@@ -119,6 +164,7 @@ class CopiedDocument {
   }
 
  private:
+  std::vector<ReportedEntry> report_;
   std::string bytes_;
   std::unique_ptr<pdf::Document> document_;
   pdf::PageTree tree_;

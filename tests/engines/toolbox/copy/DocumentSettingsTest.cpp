@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "engines/toolbox/copy/CopiedDocument.h"
 #include "engines/toolbox/copy/DocumentSettings.h"
-#include "support/CopiedDocument.h"
 #include "support/TestPdf.h"
 
 namespace TarnixTools::engines {
@@ -65,7 +65,7 @@ TEST(DocumentSettings, OfSeveralComeFromTheFirstThatIsWhole) {
 
 TEST(DocumentSettings, KeepALanguageThatNoSourceContradicts) {
   const auto language_of = [](const std::vector<std::string>& languages) {
-    std::vector<CopiedPages> sources;
+    std::vector<PagesOf> sources;
     for (const std::string& language : languages) {
       sources.push_back({FileWith(language.empty() ? "" : "/Lang(" + language + ")")});
     }
@@ -142,7 +142,7 @@ TEST(DocumentSettings, SayWhenASourceIsPdf2) {
 
 TEST(DocumentSettings, NeedNoVersionWhereTheHeaderSaysIt) {
   const TPdfEncryption encryption{L"", L"owner", 3900};
-  const std::string bytes = CopyPages({{FileWith("/Version/2.0")}}, nullptr, &encryption);
+  const std::string bytes = CopyAll({{FileWith("/Version/2.0")}}, 15, nullptr, &encryption);
   EXPECT_TRUE(bytes.starts_with("%PDF-2.0"));
   const auto document = pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes), "");
   pdf::Arena arena;

@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include "engines/toolbox/copy/CopiedDocument.h"
 #include "engines/toolbox/copy/LayerTree.h"
 #include "engines/toolbox/copy/Layers.h"
-#include "support/CopiedDocument.h"
 #include "support/RawPdf.h"
 #include "support/Readers.h"
 #include "support/TempDir.h"
@@ -226,6 +226,7 @@ TEST(Layers, OfADocumentMergedTwiceAreIndependent) {
   const std::string bytes = FileWith({{"a"}}, "/OCGs[{{a}}]/D<</OFF[{{a}}]/Order[{{a}}]>>").Bytes();
   Layers copy({{bytes}, {bytes}});
   EXPECT_EQ(copy.InDefault("OFF"), "[ a a]");
+  EXPECT_EQ(copy.InDefault("Order"), "[ a a]");
   EXPECT_NE(copy.OnPage(0, "L0").AsReference(), copy.OnPage(1, "L0").AsReference());
   EXPECT_EQ(copy.Properties().Get("OCGs").Items()[1].AsReference(),
             copy.OnPage(1, "L0").AsReference());
@@ -342,7 +343,7 @@ TEST(Layers, StayHiddenForAnIndependentReader) {
     const std::string path = testing::WriteBytes(directory.Path("x.pdf"), bytes);
     return testing::RunProgram({"pdftoppm", "-r", "20", "-f", page, "-l", page, path}).output;
   };
-  const std::string merged = CopyPages({{on}, {off}});
+  const std::string merged = CopyAll({{on}, {off}});
   ASSERT_NE(render(on, "1"), render(off, "1"));
   EXPECT_EQ(render(merged, "1"), render(on, "1"));
   EXPECT_EQ(render(merged, "2"), render(off, "1"));
