@@ -1,8 +1,8 @@
 """Compares what pages of one or several documents carry with what a document made of them carries."""
 import collections
 
-from carry.document import is_reference
-from carry.features import destination_value, items_of, walk_outline
+from carry.document import destination_value, is_reference
+from carry.features import items_of, walk_outline
 from carry.structure import structure_faults
 
 RENAMED = ("named destinations", "fields", "calculated fields", "attachments", "element ids")
@@ -22,7 +22,7 @@ class Row:
 
 
 def expected_items(sources):
-    """What should be in the output, as (feature, on, to, name, detail) with output page indices."""
+    """What pages of sources have with them, as (feature, on, to, name, detail) with indices of output pages."""
     found, start = [], 0
     for source in sources:
         positions = collections.defaultdict(list)
@@ -46,7 +46,7 @@ def expected_items(sources):
 def compare(sources, after):
     """Rows by feature, and faults of the output."""
     expected = expected_items(sources)
-    actual = [(item.feature, item.on, item.to, item.name, item.detail) for item in items_of(after)]
+    actual = expected_items([Source(after, items_of(after), range(len(after.pages)))])
     rows = collections.defaultdict(Row)
     lost = collections.Counter(expected)
     lost.subtract(actual)
@@ -83,9 +83,11 @@ def without_name(item):
 
 
 def root_name(item):
-    """What a clash is about: of fields the first part of the full name."""
-    name = item[3]
-    return name.split(".")[0] if name is not None and item[0] in ("fields", "calculated fields") else name
+    """What a clash is about: of fields the first part of the full name, of attachments the key."""
+    feature, name = item[0], item[3]
+    if feature in ("fields", "calculated fields"):
+        return name.split(".")[0]
+    return name[0] if feature == "attachments" else name
 
 
 def clashing_names(sources):

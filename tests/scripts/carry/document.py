@@ -33,6 +33,14 @@ def text_of(value):
     return value[2:] if value.startswith("u:") else value
 
 
+def destination_value(document, entry):
+    """What an outline item or an annotation gives as its place in this document; None when it gives none."""
+    if document.get(entry, "/Dest") is not None:
+        return entry["/Dest"]
+    action = document.dictionary(entry.get("/A"))
+    return action.get("/D") if document.get(action, "/S") == "/GoTo" else None
+
+
 def run_qpdf(arguments, password, seconds):
     command = ["qpdf", "--password=" + password, "--warning-exit-0", *arguments]
     try:

@@ -3,7 +3,7 @@ import collections
 import hashlib
 import re
 
-from carry.document import Stream, is_reference, text_of
+from carry.document import Stream, destination_value, is_reference, text_of
 from carry.layers import layer_items
 from carry.structure import structure_items
 
@@ -64,14 +64,6 @@ def outline_items(document):
             if below and own:
                 is_open = (document.get(entry, "/Count") or 0) > 0
                 yield Item("outline open", to=lead[0], any_of=frozenset(below), detail=(tuple(path), is_open))
-
-
-def destination_value(document, entry):
-    """What an outline item or a link gives as its place in this document; None when it gives none."""
-    if document.get(entry, "/Dest") is not None:
-        return entry["/Dest"]
-    action = document.dictionary(entry.get("/A"))
-    return action.get("/D") if document.get(action, "/S") == "/GoTo" else None
 
 
 def walk_outline(document):
@@ -260,7 +252,7 @@ def attachment_items(document):
         file = embedded_file(document, value)
         if file:
             description = document.plain(document.dictionary(value).get("/Desc"))
-            yield Item("attachments", scope="whole", name=text_of(name), detail=(*file, description))
+            yield Item("attachments", scope="whole", name=(text_of(name), file[0]), detail=(*file[1:], description))
     yield from associated_files(document, document.catalog, Item("associated files", scope="whole"))
 
 

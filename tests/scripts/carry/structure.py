@@ -1,11 +1,11 @@
 """Tagged structure (ISO 32000-2, 14.7): elements and the marked content that they hold, with both ways between them checked."""
 import collections
 
-from carry.document import text_of
+from carry.document import destination_value, text_of
 
 Element = collections.namedtuple("Element", "reference parent dictionary contents objects")
 Content = collections.namedtuple("Content", "page stream mcid")  # stream: None for that of the page itself
-DESCRIBED = ("/Alt", "/ActualText", "/E", "/Lang", "/T", "/ID")
+DESCRIBED = ("/Alt", "/ActualText", "/E", "/Lang", "/T")
 
 
 class StructureTree:
@@ -63,6 +63,11 @@ class StructureTree:
         entries = self.document.array(value)
         return entries[content.mcid] if 0 <= content.mcid < len(entries) else None
 
+    def lead_of(self, reference):
+        """The page that an annotation leads to; None where it leads to none."""
+        lead = self.document.destination(destination_value(self.document, self.document.dictionary(reference)))
+        return lead[0] if lead else None
+
     def parent_of_object(self, reference):
         return self.parents.get(self.document.get(self.document.dictionary(reference), "/StructParent"))
 
@@ -77,13 +82,15 @@ class StructureTree:
         return own, mapped
 
     def pages_of_elements(self):
-        """For each element the pages with content, resolved both ways, of it and those below it."""
+        """For each element the pages with content, resolved both ways, of it and those below it.
+
+        Links within the document say nothing: they come along only with the page that they lead to."""
         pages = [set() for _ in self.elements]
         for position in range(len(self.elements) - 1, -1, -1):
             element = self.elements[position]
             pages[position] |= {content.page for content in element.contents if self.parent_of(content) == element.reference}
             pages[position] |= {self.page_of_annotation[reference] for reference in element.objects
-                                if reference in self.page_of_annotation
+                                if reference in self.page_of_annotation and self.lead_of(reference) is None
                                 and self.parent_of_object(reference) == element.reference}
             if element.parent is not None:
                 pages[element.parent] |= pages[position]  # parents come before their children
@@ -107,7 +114,8 @@ def structure_items(document):
             if page is not None and tree.parent_of_object(reference) == element.reference:
                 annotation = document.dictionary(reference)
                 shown = (document.get(annotation, "/Subtype"), document.plain(annotation.get("/Rect")))
-                yield {"feature": "tagged content", "on": page, "detail": ("object", *shown, own, mapped)}
+                yield {"feature": "tagged content", "on": page, "to": tree.lead_of(reference),
+                       "detail": ("object", *shown, own, mapped)}
     yield from id_items(document, tree)
     paths = []
     for element, (own, _) in zip(tree.elements, types):
@@ -118,8 +126,8 @@ def structure_items(document):
 def element_detail(document, element, own, mapped):
     texts = tuple((key, text_of(document.get(element.dictionary, key))) for key in DESCRIBED if key in element.dictionary)
     attributes = document.plain(element.dictionary.get("/A"), 3)
-    classes = document.plain(element.dictionary.get("/C"))
-    return own, mapped, texts, attributes, classes, class_attributes(document, element)
+    has_id = document.get(element.dictionary, "/ID") is not None
+    return own, mapped, texts, has_id, attributes, class_attributes(document, element)  # ids and classes may be renamed
 
 
 def class_attributes(document, element):
@@ -135,7 +143,7 @@ def id_items(document, tree):
     for element, pages in zip(tree.elements, tree.pages_of_elements()):
         name = document.get(element.dictionary, "/ID")
         if pages and isinstance(name, str) and entries.get(name) == element.reference:
-            yield {"feature": "element ids", "any_of": frozenset(pages), "name": text_of(name)}
+            yield {"feature": "element ids", "any_of": frozenset(pages), "name": text_of(name), "detail": tree.type_of(element)}
 
 
 def structure_faults(document):
