@@ -33,7 +33,7 @@ void SourceDocument::BarDocumentTrees() {
 
 bool SourceDocument::IsBarred(std::uint32_t number) {
   return pages().IsPage(number) || pages().IsNode(number) || barred_.contains(number) ||
-         parts_.annotations().Contains(number);
+         parts_.annotations().Contains(number) || parts_.form_fields().Contains(number);
 }
 
 std::span<const pdf::Finding> SourceDocument::TakeFindings() {
