@@ -20,20 +20,27 @@ const pdf::PageTree& SourceDocument::pages() {
 }
 
 void SourceDocument::BarDocumentTrees() {
-  barred_.insert(document_->root().number);
+  Bar(document_->root().number);
   pdf::Arena arena;
   const pdf::Object catalog = document_->Load(document_->root(), arena);
   for (const char* key :
        {"AcroForm", "Dests", "Names", "OCProperties", "Outlines", "StructTreeRoot", "Threads"}) {
     if (const pdf::Reference tree = catalog.Get(key).AsReference()) {
-      barred_.insert(tree.number);
+      Bar(tree.number);
     }
   }
 }
 
+void SourceDocument::Bar(std::uint32_t number) {
+  if (number >= barred_.size()) {
+    barred_.resize(std::max<std::size_t>(number + 1, document_->object_limit()));
+  }
+  barred_[number] = true;
+}
+
 bool SourceDocument::IsBarred(std::uint32_t number) {
-  return pages().IsPage(number) || pages().IsNode(number) || barred_.contains(number) ||
-         parts_.annotations().Contains(number) || parts_.form_fields().Contains(number);
+  return pages().IsPage(number) || pages().IsNode(number) ||
+         (number < barred_.size() && barred_[number]) || parts_.annotations().Contains(number);
 }
 
 std::span<const pdf::Finding> SourceDocument::TakeFindings() {

@@ -5,7 +5,6 @@
 #include <memory>
 #include <span>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 #include "engines/toolbox/Toolbox.h"
@@ -31,8 +30,10 @@ class SourceDocument {
   SourceParts& parts() { return parts_; }
 
   // Whether a copied page must not bring this object: other pages, the page tree, the catalog and
-  // its document-wide trees, annotations, which are written page by page, and form fields.
+  // its document-wide trees, and annotations, which are written page by page.
   bool IsBarred(std::uint32_t number);
+  // Adds an object of such a tree.
+  void Bar(std::uint32_t number);
 
   // For one copy at a time; the user clears it.
   pdf::NumberMap& numbers() { return numbers_; }
@@ -50,7 +51,7 @@ class SourceDocument {
 
   std::unique_ptr<pdf::Document> document_;
   std::unique_ptr<pdf::PageTree> pages_;
-  std::unordered_set<std::uint32_t> barred_;
+  std::vector<bool> barred_;  // by object number
   pdf::NumberMap numbers_;
   SourceParts parts_{*this};
   std::size_t taken_findings_ = 0;

@@ -99,13 +99,24 @@ void ObjectCopier::Append(std::string& out, const Object& value) {
 
 // An entry of an object's own dictionary.
 void ObjectCopier::AppendEntry(std::string& out, const DictionaryEntry& entry,
-                               const SerializeHooks& hooks) const {
-  if (!IsStructureKey(entry.Key())) {
-    AppendName(out, entry.Key());
-    AppendObject(out, entry.value, hooks);
-  } else if (structure_key_shift() && entry.value.IsInteger()) {
-    AppendName(out, entry.Key());
-    AppendInteger(out, entry.value.IntegerOr(0) + *structure_key_shift());
+                               const SerializeHooks& hooks) {
+  if (IsStructureKey(entry.Key())) {
+    tokens_.AppendStructureKey(out, entry.Key(), entry.value.IntegerOr(-1));
+    return;
+  }
+  AppendName(out, entry.Key());
+  AppendObject(out, entry.value, hooks);
+}
+
+void ObjectCopier::AppendStructureKey(std::string& out, std::uint32_t number, std::string_view name,
+                                      const Object& key) {
+  tokens_.AppendStructureKey(out, name, key.IntegerOr(-1));
+  NoteStructureKey(number);
+}
+
+void ObjectCopier::NoteStructureKey(std::uint32_t number) {
+  if (const auto key = tokens_.TakeStructureKey()) {
+    keyed_objects_.push_back({number, *key});
   }
 }
 
@@ -150,6 +161,7 @@ void ObjectCopier::CopyObject(const Promise& promise) {
   } else if (!CopyText(*raw, promise)) {
     CopyParsed(*raw, promise);
   }
+  NoteStructureKey(promise.number);
 }
 
 // Fills text_; `end` is the offset in the file after the value.

@@ -63,13 +63,24 @@ class ObjectCopier : public ReferenceMap {
   // Source objects that have a number in the target.
   const std::vector<std::uint32_t>& mapped() const { return numbers_->mapped(); }
 
-  // What becomes of /StructParent and /StructParents of copied objects: they are raised by the
-  // shift, or left out when there is none, which is how it starts.
-  void set_structure_key_shift(std::optional<std::int64_t> shift) {
-    tokens_.set_structure_key_shift(shift);
+  // What becomes of /StructParent and /StructParents of copied objects: keys from 0 to `count` - 1
+  // are raised by the shift, others are left out, as all are at first.
+  void set_structure_keys(std::int64_t shift, std::int64_t count) {
+    tokens_.set_structure_keys(shift, count);
   }
 
-  std::optional<std::int64_t> structure_key_shift() const { return tokens_.structure_key_shift(); }
+  // An object that was copied with such a key.
+  struct KeyedObject {
+    std::uint32_t number;  // in the source
+    StructureKey key;      // as the source has it
+  };
+
+  // In the order in which they were written.
+  const std::vector<KeyedObject>& keyed_objects() const { return keyed_objects_; }
+
+  // For a caller that writes such an object itself: appends its key's entry as it becomes.
+  void AppendStructureKey(std::string& out, std::uint32_t number, std::string_view name,
+                          const Object& key);
 
   // Appends a value of the source, its references mapped.
   void Append(std::string& out, const Object& value);
@@ -98,8 +109,8 @@ class ObjectCopier : public ReferenceMap {
     std::optional<std::string> data;   // plain data to be written in place of the source's
   };
 
-  void AppendEntry(std::string& out, const DictionaryEntry& entry,
-                   const SerializeHooks& hooks) const;
+  void AppendEntry(std::string& out, const DictionaryEntry& entry, const SerializeHooks& hooks);
+  void NoteStructureKey(std::uint32_t number);
   void AppendParsed(std::string& out, const Object& value);
   void AppendMapped(std::string& out, Reference reference);
   void CopyObject(const Promise& promise);
@@ -122,6 +133,7 @@ class ObjectCopier : public ReferenceMap {
   std::function<bool(std::uint32_t)> is_barred_;
   TokenCopier tokens_;
   std::vector<Promise> pending_;
+  std::vector<KeyedObject> keyed_objects_;
   std::string text_;
 };
 

@@ -8,9 +8,7 @@
 namespace TarnixTools::pdf {
 
 void AppendToken(std::string& out, std::string_view token) {
-  // A slash at the end is an empty name.
-  const bool may_run_on = !out.empty() && (IsRegular(out.back()) || out.back() == '/');
-  if (may_run_on && !token.empty() && IsRegular(token.front())) {
+  if (!out.empty() && !token.empty() && IsRegular(out.back()) && IsRegular(token.front())) {
     out += ' ';
   }
   out += token;

@@ -168,11 +168,16 @@ TokenCopier::Status TokenCopier::CopyStructureKey(Lexer& lexer, std::string_view
   }
   ahead_[0] = next;
   ahead_count_ = 1;
-  if (structure_key_shift_) {
-    out += key;
-    AppendInteger(out, value.integer + *structure_key_shift_);
-  }
+  AppendStructureKey(out, key.substr(1), value.integer);
   return Status::kDone;
+}
+
+void TokenCopier::AppendStructureKey(std::string& out, std::string_view name, std::int64_t key) {
+  if (key >= 0 && key < structure_key_count_) {
+    AppendName(out, name);
+    AppendInteger(out, key + structure_key_shift_);
+    structure_key_ = {key, name == "StructParents"};
+  }
 }
 
 // An integer, or the start of a reference.

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "pdf/syntax/Lexer.h"
@@ -20,6 +21,11 @@ namespace TarnixTools::pdf {
 constexpr bool IsStructureKey(std::string_view key) {
   return key == "StructParent" || key == "StructParents";
 }
+
+struct StructureKey {
+  std::int64_t key = 0;
+  bool is_plural = false;  // /StructParents: of the marked content in a stream
+};
 
 // Says what a reference becomes in the copy.
 class ReferenceMap {
@@ -44,11 +50,15 @@ class TokenCopier {
   Status Copy(Lexer& lexer, StringTransform* strings, std::string& out);
 
   // What becomes of an outermost dictionary's /StructParent and /StructParents, whose numbers are
-  // keys of the document's parent tree: they are raised by the shift, or left out when there is
-  // none, which is how it starts.
-  void set_structure_key_shift(std::optional<std::int64_t> shift) { structure_key_shift_ = shift; }
+  // keys of the document's parent tree: those from 0 to `count` - 1 are raised by the shift, others
+  // are left out, as all are at first.
+  void set_structure_keys(std::int64_t shift, std::int64_t count) {
+    structure_key_shift_ = shift;
+    structure_key_count_ = count;
+  }
 
-  std::optional<std::int64_t> structure_key_shift() const { return structure_key_shift_; }
+  // Appends the entry as it becomes, if it stays.
+  void AppendStructureKey(std::string& out, std::string_view name, std::int64_t key);
 
   // Of the last value copied, where it is a dictionary:
   const Object& length() const {
@@ -62,6 +72,10 @@ class TokenCopier {
   std::string_view type() const { return type_; }
 
   bool is_dictionary() const { return is_dictionary_; }
+
+  // The structure key that AppendStructureKey or Copy has put out last, as the source has it. It
+  // stays until it is taken.
+  std::optional<StructureKey> TakeStructureKey() { return std::exchange(structure_key_, {}); }
 
  private:
   struct Frame {
@@ -80,7 +94,9 @@ class TokenCopier {
   std::vector<Frame> frames_;
   std::array<Token, 2> ahead_;  // tokens looked at but not used
   std::size_t ahead_count_ = 0;
-  std::optional<std::int64_t> structure_key_shift_;
+  std::int64_t structure_key_shift_ = 0;
+  std::int64_t structure_key_count_ = 0;
+  std::optional<StructureKey> structure_key_;
   Object length_;
   bool has_filter_ = false;
   bool is_dictionary_ = false;

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "pdf/Limits.h"
-#include "pdf/write/Serialize.h"
 #include "pdf/write/TokenCopier.h"
 
 namespace TarnixTools::pdf {
@@ -34,14 +33,6 @@ TEST(TokenCopier, ChangesReferencesOnly) {
       "<</A[1 2 103 0 R 4 5]/B 107 0 R/C 12/D(1 0 R)/E<1F>/F/G#20H/I -.5>>");
 }
 
-TEST(TokenCopier, KeepsEmptyNamesEmpty) {
-  EXPECT_EQ(Copy("<</ 6 0 R/A/ /B[/ 1/ true/ null]>>").text, "<</ 106 0 R/A//B[/ 1/ true/ null]>>");
-  std::string text = "[";
-  AppendName(text, "");
-  AppendInteger(text, 7);
-  EXPECT_EQ(text, "[/ 7");
-}
-
 TEST(TokenCopier, WritesNullForWhatIsNotCopied) {
   EXPECT_EQ(Copy("<</A 9 0 R/B[9 0 R 9 0 R]>>").text, "<</A null/B[null null]>>");
 }
@@ -72,7 +63,7 @@ TEST(TokenCopier, ShiftsKeysOfTheParentTreeOrLeavesThemOut) {
   Lexer without(text, true);
   EXPECT_EQ(copier.Copy(without, nullptr, out), TokenCopier::Status::kDone);
   EXPECT_EQ(out, "<</A<</StructParent 1>>>>");
-  copier.set_structure_key_shift(100);
+  copier.set_structure_keys(100, 1000);
   out.clear();
   Lexer with(text, true);
   EXPECT_EQ(copier.Copy(with, nullptr, out), TokenCopier::Status::kDone);

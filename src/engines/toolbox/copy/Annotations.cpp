@@ -161,7 +161,7 @@ void AnnotationCopier::CopyAnnotation(Annotation& annotation) {
     AppendOtherEntries(text, dictionary);
     ++(is_link ? page_.kept_links : page_.kept_annotations);
   }
-  Write(annotation.target_number, text, dictionary);
+  Write(annotation.item.AsReference().number, annotation.target_number, text, dictionary);
 }
 
 // Where the annotation leads. False when there was something and nothing is left of it.
@@ -219,7 +219,7 @@ std::uint32_t AnnotationCopier::PopupFor(const Object& popup, std::uint32_t pare
     return 0;
   }
   const std::uint32_t target_number = context_->writer().Reserve();
-  WritePopup(target_number, dictionary, parent_number);
+  WritePopup(number, target_number, dictionary, parent_number);
   return target_number;
 }
 
@@ -239,18 +239,19 @@ void AnnotationCopier::CopyListedPopup(Annotation& annotation) {
     return;
   }
   ++page_.kept_annotations;
-  WritePopup(annotation.target_number, dictionary, parent_number);
+  WritePopup(annotation.item.AsReference().number, annotation.target_number, dictionary,
+             parent_number);
 }
 
-void AnnotationCopier::WritePopup(std::uint32_t target_number, const Object& dictionary,
-                                  std::uint32_t parent_number) {
+void AnnotationCopier::WritePopup(std::uint32_t source_number, std::uint32_t target_number,
+                                  const Object& dictionary, std::uint32_t parent_number) {
   std::string text = "<<";
   if (parent_number != 0) {
     text += "/Parent";
     pdf::AppendReference(text, parent_number);
   }
   AppendOtherEntries(text, dictionary);
-  Write(target_number, text, dictionary);
+  Write(source_number, target_number, text, dictionary);
 }
 
 void AnnotationCopier::AppendOtherEntries(std::string& out, const Object& dictionary) {
@@ -262,9 +263,9 @@ void AnnotationCopier::AppendOtherEntries(std::string& out, const Object& dictio
   }
 }
 
-void AnnotationCopier::Write(std::uint32_t target_number, std::string& text,
-                             const Object& dictionary) {
-  parts_->structure.CopyAnnotationKey(text, dictionary);
+void AnnotationCopier::Write(std::uint32_t source_number, std::uint32_t target_number,
+                             std::string& text, const Object& dictionary) {
+  parts_->structure.CopyAnnotationKey(text, dictionary, source_number, target_number);
   text += "/P";
   pdf::AppendReference(text, page_.request->target_number);
   context_->writer().WriteObject(target_number, text + ">>");

@@ -77,10 +77,11 @@ class AnnotationCopier {
                        std::uint32_t target_number);
   std::uint32_t PopupFor(const pdf::Object& popup, std::uint32_t parent_number);
   void CopyListedPopup(Annotation& annotation);
-  void WritePopup(std::uint32_t target_number, const pdf::Object& dictionary,
-                  std::uint32_t parent_number);
+  void WritePopup(std::uint32_t source_number, std::uint32_t target_number,
+                  const pdf::Object& dictionary, std::uint32_t parent_number);
   void AppendOtherEntries(std::string& out, const pdf::Object& dictionary);
-  void Write(std::uint32_t target_number, std::string& text, const pdf::Object& dictionary);
+  void Write(std::uint32_t source_number, std::uint32_t target_number, std::string& text,
+             const pdf::Object& dictionary);
   void AppendList(std::string& page) const;
   void Report();
 

@@ -1,0 +1,78 @@
+// Writes copies of structure elements (ISO 32000-2, 14.7.2).
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_ELEMENTWRITER_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_ELEMENTWRITER_H_
+
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "engines/toolbox/copy/SourceStructure.h"
+#include "pdf/syntax/Arena.h"
+#include "pdf/syntax/Object.h"
+
+namespace TarnixTools::engines {
+
+class CopyContext;
+class TargetStructure;
+
+class ElementWriter {
+ public:
+  // A kid that comes along.
+  struct Kid {
+    std::uint32_t element;        // index of its parent
+    std::uint32_t position;       // among the parent's kids in the source
+    std::uint32_t target_number;  // of an element; 0 for content
+  };
+
+  // annotations: the target numbers of those that are copied; stream_pages: of pages on which
+  // streams with marked content are. Everything passed by reference outlives the writer.
+  ElementWriter(CopyContext& context, SourceStructure& source,
+                const std::unordered_map<std::uint32_t, std::uint32_t>& annotations,
+                const std::unordered_map<std::uint32_t, std::uint32_t>& stream_pages);
+
+  // Before any element is written: gives new ids to elements whose id another source has used.
+  // is_kept: whether an element, by its index, will be written.
+  void RenameIds(const std::function<bool(std::uint32_t index)>& is_kept);
+
+  void Write(std::uint32_t index, std::uint32_t target_number, std::uint32_t parent_number,
+             std::span<const Kid> kids);
+
+  // Brings all types and classes into the target, also those that no element uses.
+  void JoinAllNames();
+
+  // Counts types whose name is another in the target, and says so in the report.
+  void Report();
+
+ private:
+  using Names = std::unordered_map<std::string, std::string>;
+
+  void AppendEntry(std::string& out, const pdf::DictionaryEntry& entry, bool has_namespace);
+  void AppendPage(std::string& out, const pdf::Object& page);
+  void AppendClasses(std::string& out, const pdf::Object& classes);
+  void AppendAttributes(std::string& out, const pdf::Object& attributes);
+  void AppendAttributesRenamed(std::string& out, const pdf::Object& attributes);
+  void AppendId(std::string& out, const pdf::Object& id);
+  void AppendRelated(std::string& out, const pdf::Object& elements);
+  void AppendKids(std::string& out, std::span<const pdf::Object> all, std::span<const Kid> kids);
+  void AppendContent(std::string& out, const pdf::Object& kid);
+  const std::string& RoleOf(std::string_view name);
+  const std::string& ClassOf(std::string_view name);
+
+  CopyContext* context_;
+  SourceStructure* source_;
+  TargetStructure* target_;
+  const std::unordered_map<std::uint32_t, std::uint32_t>* annotations_;
+  const std::unordered_map<std::uint32_t, std::uint32_t>* stream_pages_;
+  pdf::Arena arena_;
+  std::string text_;
+  Names ids_;  // that change
+  Names roles_;
+  Names classes_;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_ELEMENTWRITER_H_
