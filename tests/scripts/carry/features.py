@@ -18,7 +18,12 @@ Item = collections.namedtuple("Item", "feature on to any_of unless scope name de
 FREE_KEYS = {"/P", "/Parent", "/StructParent", "/Dest", "/A", "/PA", "/AA", "/Popup", "/IRT", "/Kids", "/T", "/FT", "/V", "/DV",
              "/Ff", "/DA", "/Q", "/TU", "/TM", "/Opt", "/MaxLen", "/Type", "/M", "/Lock", "/SV", "/TI", "/I", "/DR"}
 FIELD_KEYS = ("/Ff", "/V", "/DV", "/MaxLen", "/Opt", "/Q", "/TU", "/TM", "/TI", "/I")
-SETTINGS = ("/Lang", "/ViewerPreferences", "/PageMode", "/PageLayout", "/MarkInfo")
+SETTINGS = ("/Lang", "/PageMode", "/PageLayout")
+KEYED_SETTINGS = {  # ISO 32000-2, tables 147 and 353
+    "/ViewerPreferences": {"/HideToolbar", "/HideMenubar", "/HideWindowUI", "/FitWindow", "/CenterWindow", "/DisplayDocTitle",
+                           "/NonFullScreenPageMode", "/Direction", "/ViewArea", "/ViewClip", "/PrintArea", "/PrintClip",
+                           "/PrintScaling", "/Duplex", "/PickTrayByPDFSize", "/PrintPageRange", "/NumCopies", "/Enforce"},
+    "/MarkInfo": {"/Marked", "/UserProperties", "/Suspects"}}
 
 
 def items_of(document):
@@ -267,8 +272,13 @@ def associated_files(document, owner, item):
 def setting_items(document):
     for key in SETTINGS:
         value = document.plain(document.catalog.get(key))
-        if value not in (None, ()):
+        shows_nothing = value == "/UseOutlines" and not walk_outline(document)[0]
+        if value is not None and not shows_nothing:
             yield Item("settings", scope="single", detail=(key, value))
+    for key, known in KEYED_SETTINGS.items():
+        for inner, value in document.dictionary(document.catalog.get(key)).items():
+            if inner in known:
+                yield Item("settings", scope="single", detail=(key, inner, document.plain(value)))
     for value in document.array(document.catalog.get("/OutputIntents")):
         intent = document.dictionary(value)
         yield Item("settings", scope="single", detail=("/OutputIntents", document.plain(intent, 2)))
