@@ -5,7 +5,7 @@ from carry.document import destination_value, is_reference
 from carry.features import items_of, walk_outline
 from carry.structure import structure_faults
 
-RENAMED = ("named destinations", "fields", "calculated fields", "attachments", "element ids")
+RENAMED = ("named destinations", "fields", "calculated fields", "attachments", "associated files", "element ids")
 SCRIPTS = ("/JavaScript", "/JS")
 
 Source = collections.namedtuple("Source", "document items pages")  # pages: indices in output order

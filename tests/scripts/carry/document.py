@@ -49,7 +49,7 @@ def run_qpdf(arguments, password, seconds):
         raise Unreadable(f"qpdf took more than {seconds} s") from None
     if done.returncode != 0:
         raise Unreadable(done.stderr.decode("utf-8", "replace").strip().splitlines()[-1:])
-    return json.loads(done.stdout)["qpdf"][1]
+    return json.loads(done.stdout.decode("utf-8", "surrogateescape"))["qpdf"][1]  # names are not always UTF-8
 
 
 class Document:

@@ -18,7 +18,10 @@ Item = collections.namedtuple("Item", "feature on to any_of unless scope name de
 FREE_KEYS = {"/P", "/Parent", "/StructParent", "/Dest", "/A", "/PA", "/AA", "/Popup", "/IRT", "/Kids", "/T", "/FT", "/V", "/DV",
              "/Ff", "/DA", "/Q", "/TU", "/TM", "/Opt", "/MaxLen", "/Type", "/M", "/Lock", "/SV", "/TI", "/I", "/DR"}
 FIELD_KEYS = ("/Ff", "/V", "/DV", "/MaxLen", "/Opt", "/Q", "/TU", "/TM", "/TI", "/I")
-SETTINGS = ("/Lang", "/PageMode", "/PageLayout")
+SETTINGS = {  # ISO 32000-2, table 29; None: any value
+    "/Lang": None,
+    "/PageMode": {"/UseNone", "/UseOutlines", "/UseThumbs", "/FullScreen", "/UseOC", "/UseAttachments"},
+    "/PageLayout": {"/SinglePage", "/OneColumn", "/TwoColumnLeft", "/TwoColumnRight", "/TwoPageLeft", "/TwoPageRight"}}
 KEYED_SETTINGS = {  # ISO 32000-2, tables 147 and 353
     "/ViewerPreferences": {"/HideToolbar", "/HideMenubar", "/HideWindowUI", "/FitWindow", "/CenterWindow", "/DisplayDocTitle",
                            "/NonFullScreenPageMode", "/Direction", "/ViewArea", "/ViewClip", "/PrintArea", "/PrintClip",
@@ -97,8 +100,8 @@ def walk_outline(document):
 def destination_items(document):
     for name, value in document.named_destinations.items():
         lead = document.destination(value)
-        if lead:
-            yield Item("named destinations", to=lead[0], name=text_of(name), detail=(lead[1],))
+        if lead:  # it may be a name before and a string after: table 29
+            yield Item("named destinations", to=lead[0], name=text_of(name).removeprefix("/"), detail=(lead[1],))
 
 
 def rectangle(document, annotation):
@@ -266,14 +269,14 @@ def associated_files(document, owner, item):
         file = embedded_file(document, value)
         if file:
             relationship = document.get(document.dictionary(value), "/AFRelationship")
-            yield item._replace(detail=(*item.detail, *file, relationship))
+            yield item._replace(name=file[0], detail=(*item.detail, *file[1:], relationship))
 
 
 def setting_items(document):
-    for key in SETTINGS:
+    for key, known in SETTINGS.items():
         value = document.plain(document.catalog.get(key))
         shows_nothing = value == "/UseOutlines" and not walk_outline(document)[0]
-        if value is not None and not shows_nothing:
+        if value is not None and (known is None or value in known) and not shows_nothing:
             yield Item("settings", scope="single", detail=(key, value))
     for key, known in KEYED_SETTINGS.items():
         for inner, value in document.dictionary(document.catalog.get(key)).items():
