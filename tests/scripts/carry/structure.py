@@ -20,6 +20,7 @@ class StructureTree:
                 for reference in document.array(page.get("/Annots")):
                     self.page_of_annotation.setdefault(reference, index)
             self._walk()
+        self.ids = {document.get(element.dictionary, "/ID") for element in self.elements} - {None}
 
     def _walk(self):
         document, seen = self.document, set()
@@ -103,7 +104,7 @@ def structure_items(document):
     types = [tree.type_of(element) for element in tree.elements]
     for element, (own, mapped), pages in zip(tree.elements, types, tree.pages_of_elements()):
         if pages:
-            detail = element_detail(document, element, own, mapped)
+            detail = element_detail(tree, element, own, mapped)
             yield {"feature": "tagged elements", "any_of": frozenset(pages), "detail": detail}
         for content in element.contents:
             if tree.parent_of(content) == element.reference:
@@ -123,19 +124,32 @@ def structure_items(document):
         yield {"feature": "tag tree", "scope": "single", "detail": paths[-1]}
 
 
-def element_detail(document, element, own, mapped):
+def element_detail(tree, element, own, mapped):
+    document = tree.document
     texts = tuple((key, text_of(document.get(element.dictionary, key))) for key in DESCRIBED if key in element.dictionary)
-    attributes = document.plain(element.dictionary.get("/A"), 3)
+    attributes = attribute_owners(tree, element.dictionary.get("/A"))
     has_id = document.get(element.dictionary, "/ID") is not None
-    return own, mapped, texts, has_id, attributes, class_attributes(document, element)  # ids and classes may be renamed
+    return own, mapped, texts, has_id, attributes, class_attributes(tree, element)  # ids and classes may be renamed
 
 
-def class_attributes(document, element):
-    root = document.dictionary(document.catalog.get("/StructTreeRoot"))
-    known = document.dictionary(root.get("/ClassMap"))
+def attribute_owners(tree, value):
+    """Attributes, with the ids of headers replaced by the number of those that elements have."""
+    document = tree.document
+    values = document.resolve(value)
+    found = []
+    for one in values if isinstance(values, list) else [values]:
+        attributes = dict(document.dictionary(one))
+        headers = document.array(attributes.pop("/Headers", None))
+        found.append((sum(document.resolve(header) in tree.ids for header in headers), document.plain(attributes, 3)))
+    return tuple(found)
+
+
+def class_attributes(tree, element):
+    document = tree.document
+    known = document.dictionary(tree.root.get("/ClassMap"))
     names = document.resolve(element.dictionary.get("/C"))
     names = names if isinstance(names, list) else [names]
-    return tuple(document.plain(known.get(name), 3) for name in names if isinstance(name, str))
+    return tuple(attribute_owners(tree, known.get(name)) for name in names if isinstance(name, str))
 
 
 def id_items(document, tree):
