@@ -40,7 +40,8 @@ void SourceDocument::Bar(std::uint32_t number) {
 
 bool SourceDocument::IsBarred(std::uint32_t number) {
   return pages().IsPage(number) || pages().IsNode(number) ||
-         (number < barred_.size() && barred_[number]) || parts_.annotations().Contains(number);
+         (number < barred_.size() && barred_[number]) || parts_.annotations().Contains(number) ||
+         parts_.form_fields().Contains(number);
 }
 
 std::span<const pdf::Finding> SourceDocument::TakeFindings() {

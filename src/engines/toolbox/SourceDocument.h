@@ -30,7 +30,7 @@ class SourceDocument {
   SourceParts& parts() { return parts_; }
 
   // Whether a copied page must not bring this object: other pages, the page tree, the catalog and
-  // its document-wide trees, and annotations, which are written page by page.
+  // its document-wide trees, annotations, which are written page by page, and form fields.
   bool IsBarred(std::uint32_t number);
   // Adds an object of such a tree.
   void Bar(std::uint32_t number);

@@ -1,0 +1,41 @@
+// Names that several sources share, and numbered ones for those that come second.
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_FIELDNAMES_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_FIELDNAMES_H_
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace TarnixTools::engines {
+
+class TakenNames {
+ public:
+  bool empty() const { return names_.empty(); }
+
+  bool Contains(const std::string& name) const { return names_.contains(name); }
+
+  void Add(const std::string& name) { names_.insert(name); }
+
+  void Add(const std::unordered_set<std::string>& names) {
+    names_.insert(names.begin(), names.end());
+  }
+
+  // What must follow a name so that nobody has it: "_2", or the next number that makes it new here
+  // and to is_taken.
+  std::string SuffixFor(const std::string& name,
+                        const std::function<bool(const std::string&)>& is_taken);
+
+ private:
+  std::unordered_set<std::string> names_;
+  std::unordered_map<std::string, std::uint32_t> next_;  // number to try, by name
+};
+
+// A text string (ISO 32000-2, 7.9.2.2) with ASCII characters added, in its own encoding.
+std::string TextStringWith(std::string_view text_string, std::string_view suffix);
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_FIELDNAMES_H_

@@ -1,0 +1,559 @@
+#include <algorithm>
+#include <set>
+
+#include <gtest/gtest.h>
+
+#include "engines/toolbox/copy/CopiedDocument.h"
+#include "support/RawPdf.h"
+#include "support/Readers.h"
+#include "support/TempDir.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+using pdf::Object;
+using ::TarnixTools::testing::RawPdf;
+
+// A document whose catalog has the form, and whose pages (objects 3 on) have these annotations.
+class FormPdf {
+ public:
+  FormPdf(const std::string& form, const std::vector<std::string>& annotations) {
+    file_.Object(1, "<</Type/Catalog/Pages 2 0 R/AcroForm<<" + form + ">>>>");
+    std::string kids;
+    int number = 3;
+    for (const std::string& list : annotations) {
+      kids += std::to_string(number) + " 0 R ";
+      file_.Object(number++,
+                   "<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 100]/Annots[" + list + "]>>");
+    }
+    file_.Object(
+        2, "<</Type/Pages/Kids[" + kids + "]/Count " + std::to_string(annotations.size()) + ">>");
+  }
+
+  FormPdf& Object(int number, const std::string& entries) {
+    file_.Object(number, "<<" + entries + ">>");
+    return *this;
+  }
+
+  FormPdf& Widget(int number, const std::string& entries) {
+    return Object(number, "/Type/Annot/Subtype/Widget/Rect[0 0 9 9]" + entries);
+  }
+
+  FormPdf& Stream(int number, const std::string& entries, const std::string& data) {
+    file_.Stream(number, entries, data);
+    return *this;
+  }
+
+  std::string Bytes() { return file_.Table(); }
+
+ private:
+  RawPdf file_;
+};
+
+// The form of a copy, as its fields lead to it.
+class CopiedForm : public CopiedDocument {
+ public:
+  explicit CopiedForm(const std::vector<PagesOf>& parts, int options = 15)
+      : CopiedDocument(parts, options), form_(Follow(Catalog().Get("AcroForm"))) {
+    for (const Object& root : form_.Get("Fields").Items()) {
+      waiting_.insert(waiting_.begin(), {root, Object(), ""});
+    }
+    while (!waiting_.empty()) {
+      const Place place = waiting_.back();
+      waiting_.pop_back();
+      Read(place);
+    }
+  }
+
+  const Object& form() const { return form_; }
+
+  // Each field without fields below it: "name=value", then the pages of its widgets: " @0@2".
+  const std::vector<std::string>& fields() const { return fields_; }
+
+  // A field's dictionary by its full name.
+  Object Field(const std::string& name) { return by_name_.at(name); }
+
+  std::vector<std::string> Calculations() {
+    std::vector<std::string> names;
+    for (const Object& item : Follow(form_.Get("CO")).Items()) {
+      names.push_back(std::string(Follow(Follow(item).Get("T")).Text()));
+    }
+    return names;
+  }
+
+ private:
+  struct Place {
+    Object reference;
+    Object parent;
+    std::string name;
+  };
+
+  void Read(const Place& place) {
+    const Object field = Follow(place.reference);
+    ASSERT_TRUE(field.IsDictionary());
+    ASSERT_TRUE(seen_.insert(place.reference.AsReference().number).second) << "a field twice";
+    EXPECT_EQ(field.Get("Parent").AsReference().number, place.parent.AsReference().number);
+    std::string name = place.name;
+    if (field.Has("T")) {
+      name += (name.empty() ? "" : ".") + std::string(Follow(field.Get("T")).Text());
+    }
+    by_name_[name] = field;
+    const auto kids = Follow(field.Get("Kids")).Items();
+    std::string widgets = PageOf(place.reference);
+    bool is_terminal = true;
+    std::vector<Place> fields;
+    for (const Object& kid : kids) {
+      const Object dictionary = Follow(kid);
+      if (dictionary.Has("T")) {
+        is_terminal = false;
+        fields.insert(fields.begin(), {kid, place.reference, name});
+      } else {
+        EXPECT_EQ(dictionary.Get("Parent").AsReference().number,
+                  place.reference.AsReference().number);
+        widgets += PageOf(kid);
+      }
+    }
+    if (is_terminal) {
+      fields_.push_back(name + "=" + ValueOf(field) + (widgets.empty() ? "" : " " + widgets));
+    }
+    waiting_.insert(waiting_.end(), fields.begin(), fields.end());
+  }
+
+  std::string ValueOf(const Object& field) {
+    const Object value = Follow(field.Get("V"));
+    return value.IsString() || value.IsName() ? std::string(value.Text())
+           : value.IsNull()                   ? ""
+                                              : Text(value);
+  }
+
+  std::string PageOf(const Object& reference) {
+    std::string pages;
+    for (std::size_t i = 0; i < PageCount(); ++i) {
+      for (const Object& item : Follow(Page(i).Get("Annots")).Items()) {
+        if (item.AsReference().number == reference.AsReference().number) {
+          pages += "@" + std::to_string(i);
+          EXPECT_EQ(Follow(item).Get("P").AsReference().number, PageNumber(i));
+        }
+      }
+    }
+    return pages;
+  }
+
+  Object form_;
+  std::vector<Place> waiting_;
+  std::vector<std::string> fields_;
+  std::map<std::string, Object> by_name_;
+  std::set<std::uint32_t> seen_;
+};
+
+using Names = std::vector<std::string>;
+
+std::vector<std::string> ReportOf(const std::vector<PagesOf>& parts) {
+  MemoryFile output;
+  const TPdfStream stream = output.Descriptor();
+  TPdfDocument* target = PdfDocumentCreateW(&stream, 0, nullptr);
+  std::vector<std::string> lines;
+  PdfDocumentSetReport(
+      target,
+      [](void* context, const TPdfReportEntry* entry) {
+        const char* const outcomes[] = {"kept", "renamed", "dropped"};
+        const std::string kind = entry->kind == TPdfCopiedKind::kFormField   ? "field"
+                                 : entry->kind == TPdfCopiedKind::kSignature ? "signature"
+                                 : entry->kind == TPdfCopiedKind::kXfaForm   ? "xfa"
+                                                                             : "";
+        if (!kind.empty()) {
+          static_cast<std::vector<std::string>*>(context)->push_back(
+              std::to_string(entry->count) + " " + kind + " " +
+              outcomes[static_cast<int>(entry->outcome)]);
+        }
+      },
+      &lines);
+  for (const PagesOf& part : parts) {
+    CopyInto(target, part);
+  }
+  EXPECT_EQ(PdfClose(target), 1);
+  return lines;
+}
+
+// Two pages: a text field merged with its widget on the first, one on the second, a group with two
+// fields, one on each page, and a radio button with a button on each page.
+std::string TwoPages(const std::string& form = "/DA(/Helv 0 Tf 0 g)/DR<</Font<</Helv 30 0 R>>>>",
+                     const std::string& value = "one") {
+  return FormPdf("/Fields[10 0 R 11 0 R 12 0 R 15 0 R]/CO[11 0 R 14 0 R 10 0 R]" + form,
+                 {"10 0 R 13 0 R 16 0 R", "17 0 R 14 0 R 11 0 R"})
+      .Widget(10, "/FT/Tx/T(first)/V(" + value + ")/DV(none)/MaxLen 12/TU(Tip)/P 3 0 R")
+      .Widget(11, "/FT/Tx/T(second)/V(two)/DA(/Helv 9 Tf)/Q 2")
+      .Object(12, "/T(group)/FT/Tx/Ff 4096/Kids[13 0 R 14 0 R]")
+      .Widget(13, "/T(a)/V(three)/Parent 12 0 R")
+      .Widget(14, "/T(b)/V(four)/Parent 12 0 R")
+      .Object(15, "/T(radio)/FT/Btn/Ff 49152/V/Two/Opt[(x)(y)]/Kids[16 0 R 17 0 R]")
+      .Widget(16, "/Parent 15 0 R/AS/Off/AP<</N<</One 31 0 R>>>>")
+      .Widget(17, "/Parent 15 0 R/AS/Two/AP<</N<</Two 31 0 R>>>>")
+      .Object(30, "/Type/Font/Subtype/Type1/BaseFont/Helvetica")
+      .Stream(31, "/Subtype/Form/BBox[0 0 9 9]", "0 0 m")
+      .Bytes();
+}
+
+TEST(FormFields, ComeWithTheirPages) {
+  CopiedForm copy({{TwoPages(), {0, 1}}});
+  EXPECT_EQ(copy.fields(), (Names{"first=one @0", "second=two @1", "group.a=three @0",
+                                  "group.b=four @1", "radio=Two @0@1"}));
+  const Object first = copy.Field("first");
+  EXPECT_EQ(first.Get("MaxLen").IntegerOr(0), 12);
+  EXPECT_EQ(first.Get("DV").Text(), "none");
+  EXPECT_EQ(first.Get("TU").Text(), "Tip");
+  EXPECT_TRUE(first.Get("Subtype").IsName("Widget")) << "field and widget remain one object";
+  EXPECT_EQ(copy.Field("group").Get("Ff").IntegerOr(0), 4096);
+  EXPECT_FALSE(copy.Field("group.a").Has("FT")) << "what is inherited stays where it is";
+  EXPECT_EQ(copy.Text(copy.Field("radio").Get("Opt")), "[(x)(y)]");
+  EXPECT_EQ(copy.form().Get("DA").Text(), "/Helv 0 Tf 0 g");
+  const Object font = copy.Follow(copy.Follow(copy.form().Get("DR").Get("Font")).Get("Helv"));
+  EXPECT_TRUE(font.Get("BaseFont").IsName("Helvetica"));
+  EXPECT_FALSE(copy.form().Has("NeedAppearances"));
+}
+
+TEST(FormFields, ComeWithSomePagesOnly) {
+  CopiedForm copy({{TwoPages(), {1}}});
+  EXPECT_EQ(copy.fields(), (Names{"second=two @0", "group.b=four @0", "radio=Two @0"}));
+  EXPECT_EQ(copy.Field("radio").Get("Kids").Items().size(), 1U);
+  EXPECT_EQ(copy.Count([](const Object& object) {
+    return object.IsDictionary() && object.Get("V").Text() == "one";
+  }),
+            0)
+      << "nothing of the other page is in the file";
+}
+
+TEST(FormFields, KeepTheFormsOrderWhateverOrderThePagesHave) {
+  CopiedForm copy({{TwoPages(), {1, 0}}});
+  EXPECT_EQ(copy.fields(), (Names{"first=one @1", "second=two @0", "group.a=three @1",
+                                  "group.b=four @0", "radio=Two @1@0"}));
+}
+
+TEST(FormFields, KeepTheOrderOfCalculation) {
+  CopiedForm whole({{TwoPages(), {0, 1}}});
+  EXPECT_EQ(whole.Calculations(), (Names{"second", "b", "first"}));
+  CopiedForm part({{TwoPages(), {1}}});
+  EXPECT_EQ(part.Calculations(), (Names{"second", "b"}));
+  CopiedForm merged({{TwoPages(), {0}}, {TwoPages(), {1}}});
+  EXPECT_EQ(merged.Calculations(), (Names{"first", "second", "b"}));
+}
+
+TEST(FormFields, LeaveNoFormWhereThereIsNoField) {
+  const std::string bytes =
+      FormPdf("/Fields[10 0 R]", {"10 0 R", ""}).Widget(10, "/FT/Tx/T(a)").Bytes();
+  CopiedForm copy({{bytes, {1}}});
+  EXPECT_FALSE(copy.Catalog().Has("AcroForm"));
+  EXPECT_EQ(ReportOf({{bytes, {1}}}), (Names{"1 field dropped"}));
+}
+
+TEST(FormFields, OfTwoSourcesStayIndependent) {
+  CopiedForm copy({{TwoPages(), {0}}, {TwoPages("", "other"), {0}}, {TwoPages("", "third"), {0}}});
+  EXPECT_EQ(copy.fields(), (Names{"first=one @0", "group.a=three @0", "radio=Two @0",
+                                  "first_2=other @1", "group_2.a=three @1", "radio_2=Two @1",
+                                  "first_3=third @2", "group_3.a=three @2", "radio_3=Two @2"}));
+  EXPECT_EQ(ReportOf({{TwoPages(), {0, 1}}, {TwoPages(), {0}}}),
+            (Names{"8 field kept", "3 field renamed", "2 field dropped"}));
+}
+
+TEST(FormFields, TakeTheNextNameThatNobodyHas) {
+  const std::string one = FormPdf("/Fields[10 0 R]", {"10 0 R"}).Widget(10, "/FT/Tx/T(a)").Bytes();
+  const std::string two = FormPdf("/Fields[10 0 R 11 0 R]", {"10 0 R 11 0 R"})
+                              .Widget(10, "/FT/Tx/T(a)")
+                              .Widget(11, "/FT/Tx/T(a_2)")
+                              .Bytes();
+  CopiedForm copy({{one, {0}}, {two, {0}}});
+  EXPECT_EQ(copy.fields(), (Names{"a= @0", "a_3= @1", "a_2= @1"}));
+}
+
+TEST(FormFields, CompareNamesAsTextAndKeepTheirEncoding) {
+  const std::string latin =
+      FormPdf("/Fields[10 0 R]", {"10 0 R"}).Widget(10, "/FT/Tx/T<61>").Bytes();
+  const std::string wide =
+      FormPdf("/Fields[10 0 R]", {"10 0 R"}).Widget(10, "/FT/Tx/T<FEFF0061>").Bytes();
+  CopiedForm copy({{latin, {0}}, {wide, {0}}});
+  EXPECT_EQ(copy.Text(copy.Annotations(1)[0].Get("T")), "<FEFF0061005F0032>");
+}
+
+TEST(FormFields, OfOneSourceWithOneNameKeepIt) {
+  const std::string bytes = FormPdf("/Fields[10 0 R 11 0 R]", {"10 0 R", "11 0 R"})
+                                .Widget(10, "/FT/Tx/T(a)/V(x)")
+                                .Widget(11, "/FT/Tx/T(a)/V(x)")
+                                .Bytes();
+  CopiedForm alone({{bytes, {0, 1}}});
+  EXPECT_EQ(alone.fields(), (Names{"a=x @0", "a=x @1"}));
+  CopiedForm second({{bytes, {0}}, {bytes, {0, 1}}});
+  EXPECT_EQ(second.fields(), (Names{"a=x @0", "a_2=x @1", "a_2=x @2"}));
+}
+
+TEST(FormFields, OfAPageCopiedTwiceGetMoreWidgets) {
+  CopiedForm copy({{TwoPages(), {0, 0}}});
+  EXPECT_EQ(copy.fields(), (Names{"first=one @0@1", "group.a=three @0@1", "radio=Two @0@1"}));
+  const Object first = copy.Field("first");
+  EXPECT_FALSE(first.Has("Subtype"));
+  EXPECT_FALSE(first.Has("Rect"));
+  EXPECT_EQ(first.Get("MaxLen").IntegerOr(0), 12);
+  const Object widget = copy.Follow(first.Get("Kids").Items()[1]);
+  EXPECT_TRUE(widget.Get("Subtype").IsName("Widget"));
+  EXPECT_EQ(copy.Text(widget.Get("Rect")), "[0 0 9 9]");
+  EXPECT_FALSE(widget.Has("V"));
+}
+
+TEST(FormFields, ShareTheirActionsWithTheirWidgetsWhenSplit) {
+  const std::string bytes = FormPdf("/Fields[10 0 R]", {"10 0 R"})
+                                .Widget(10,
+                                        "/FT/Tx/T(a)/A<</S/JavaScript/JS(a)>>"
+                                        "/AA<</K<</S/JavaScript/JS(k)>>/E<</S/JavaScript/JS(e)>>>>")
+                                .Bytes();
+  CopiedForm one({{bytes, {0}}});
+  EXPECT_EQ(one.Field("a").Get("AA").Entries().size(), 2U);
+  CopiedForm two({{bytes, {0, 0}}});
+  EXPECT_TRUE(two.Field("a").Get("AA").Has("K"));
+  EXPECT_FALSE(two.Field("a").Get("AA").Has("E"));
+  EXPECT_FALSE(two.Field("a").Has("A"));
+  EXPECT_TRUE(two.Annotations(1)[0].Get("AA").Has("E"));
+  EXPECT_FALSE(two.Annotations(1)[0].Get("AA").Has("K"));
+  EXPECT_TRUE(two.Annotations(1)[0].Has("A"));
+}
+
+TEST(FormFields, OneWidgetOnTwoPages) {
+  const std::string bytes = FormPdf("/Fields[10 0 R]", {"10 0 R", "10 0 R 10 0 R"})
+                                .Widget(10, "/FT/Tx/T(a)/V(x)")
+                                .Bytes();
+  CopiedForm both({{bytes, {0, 1}}});
+  EXPECT_EQ(both.fields(), (Names{"a=x @0@1"}));
+  CopiedForm second({{bytes, {1}}});
+  EXPECT_EQ(second.fields(), (Names{"a=x @0"}));
+  EXPECT_TRUE(second.Field("a").Get("Subtype").IsName("Widget"));
+}
+
+TEST(FormFields, LoseSignaturesButKeepTheirLook) {
+  const std::string bytes =
+      FormPdf("/Fields[10 0 R]/SigFlags 3", {"10 0 R"})
+          .Widget(10, "/FT/Sig/T(sig)/V 11 0 R/Lock 12 0 R/SV<</Type/SV>>/AP<</N 13 0 R>>/F 132")
+          .Object(11, "/Type/Sig/Filter/Adobe.PPKLite/ByteRange[0 1 2 3]/Contents<00>")
+          .Object(12, "/Type/SigFieldLock/Action/All")
+          .Stream(13, "/Subtype/Form/BBox[0 0 9 9]", "1 0 0 rg 0 0 9 9 re f")
+          .Bytes();
+  CopiedForm copy({{bytes, {0}}});
+  EXPECT_EQ(copy.fields(), (Names{"sig= @0"}));
+  const Object field = copy.Field("sig");
+  EXPECT_FALSE(field.Has("V"));
+  EXPECT_FALSE(field.Has("Lock"));
+  EXPECT_FALSE(field.Has("SV"));
+  EXPECT_EQ(field.Get("F").IntegerOr(0), 132);
+  EXPECT_EQ(copy.document().DecodeStream(field.Get("AP").Get("N").AsReference().number)->data,
+            "1 0 0 rg 0 0 9 9 re f");
+  EXPECT_FALSE(copy.form().Has("SigFlags"));
+  EXPECT_EQ(copy.Count([](const Object& o) { return o.Has("ByteRange"); }), 0);
+  EXPECT_EQ(ReportOf({{bytes, {0}}}), (Names{"1 signature dropped", "1 field kept"}));
+}
+
+TEST(FormFields, LeaveXfaBehind) {
+  const std::string bytes = FormPdf("/Fields[10 0 R]/XFA 11 0 R", {"10 0 R"})
+                                .Widget(10, "/FT/Tx/T(a)")
+                                .Stream(11, "", "<xdp/>")
+                                .Bytes();
+  CopiedForm copy({{bytes, {0}}});
+  EXPECT_FALSE(copy.form().Has("XFA"));
+  EXPECT_EQ(copy.fields(), (Names{"a= @0"}));
+  EXPECT_EQ(ReportOf({{bytes, {0}}}), (Names{"1 xfa dropped", "1 field kept"}));
+}
+
+std::string WithFont(const std::string& base_font, const std::string& form = "",
+                     const std::string& descriptor = "") {
+  return FormPdf("/Fields[10 0 R 11 0 R]/DR<</Font<</F1 12 0 R>>>>" + form, {"10 0 R 11 0 R"})
+      .Widget(10, "/FT/Tx/T(a)/DA(0 g /F1 12 Tf)")
+      .Widget(11, "/FT/Tx/T(b)")
+      .Object(12, "/Type/Font/Subtype/Type1/BaseFont/" + base_font + descriptor)
+      .Object(13, "/Type/FontDescriptor/FontFile 14 0 R")
+      .Stream(14, "", "font")
+      .Bytes();
+}
+
+Names FontsOf(CopiedForm& copy) {
+  Names fonts;
+  for (const auto& entry : copy.Follow(copy.form().Get("DR").Get("Font")).Entries()) {
+    fonts.push_back(std::string(entry.Key()) + "=" +
+                    std::string(copy.Follow(entry.value).Get("BaseFont").Text()));
+  }
+  return fonts;
+}
+
+TEST(FormFields, RenameResourcesThatClash) {
+  CopiedForm copy({{WithFont("Helvetica", "/DA(/F1 8 Tf)"), {0}},
+                   {WithFont("Courier", "/DA(/F1 8 Tf)/Q 1"), {0}}});
+  EXPECT_EQ(FontsOf(copy), (Names{"F1=Helvetica", "F1_2=Courier"}));
+  EXPECT_EQ(copy.form().Get("DA").Text(), "/F1 8 Tf");
+  EXPECT_EQ(copy.Field("a").Get("DA").Text(), "0 g /F1 12 Tf");
+  EXPECT_FALSE(copy.Field("b").Has("DA"));
+  EXPECT_FALSE(copy.Field("b").Has("Q"));
+  EXPECT_EQ(copy.Field("a_2").Get("DA").Text(), "0 g /F1_2 12 Tf");
+  EXPECT_EQ(copy.Field("b_2").Get("DA").Text(), "/F1_2 8 Tf");
+  EXPECT_EQ(copy.Field("b_2").Get("Q").IntegerOr(0), 1);
+}
+
+TEST(FormFields, ShareResourcesThatAreTheSame) {
+  CopiedForm copy({{WithFont("Helvetica"), {0}},
+                   {WithFont("Courier"), {0}},
+                   {WithFont("Helvetica"), {0}},
+                   {WithFont("Courier"), {0}}});
+  EXPECT_EQ(FontsOf(copy), (Names{"F1=Helvetica", "F1_2=Courier"}));
+  EXPECT_EQ(copy.Field("a_3").Get("DA").Text(), "0 g /F1 12 Tf");
+  EXPECT_EQ(copy.Field("a_4").Get("DA").Text(), "0 g /F1_2 12 Tf");
+}
+
+TEST(FormFields, DoNotShareEmbeddedFonts) {
+  const std::string embedded = WithFont("Own", "", "/FontDescriptor 13 0 R");
+  CopiedForm copy({{embedded, {0}}, {embedded, {0}}});
+  EXPECT_EQ(FontsOf(copy), (Names{"F1=Own", "F1_2=Own"}));
+  EXPECT_EQ(copy.Field("a_2").Get("DA").Text(), "0 g /F1_2 12 Tf");
+}
+
+TEST(FormFields, AreShownByTheViewerWhenOneSourceWantsThat) {
+  CopiedForm copy({{TwoPages(), {0}}, {TwoPages("/NeedAppearances true"), {0}}});
+  EXPECT_TRUE(copy.form().Get("NeedAppearances").BooleanOr(false));
+  CopiedForm without({{TwoPages(), {0}}, {WithFont("Courier"), {0}}});
+  EXPECT_FALSE(without.form().Has("NeedAppearances"));
+}
+
+TEST(FormFields, WithoutWidgetsStayInWholeDocuments) {
+  const std::string bytes = FormPdf("/Fields[10 0 R 11 0 R 12 0 R]", {"10 0 R", ""})
+                                .Widget(10, "/FT/Tx/T(a)")
+                                .Object(11, "/FT/Tx/T(total)/V(5)")
+                                .Widget(12, "/FT/Tx/T(lost)/V(6)")
+                                .Bytes();
+  CopiedForm whole({{bytes, {0, 1}}});
+  EXPECT_EQ(whole.fields(), (Names{"a= @0", "total=5", "lost=6"}));
+  EXPECT_FALSE(whole.Field("lost").Has("Subtype"));
+  CopiedForm part({{bytes, {0}}});
+  EXPECT_EQ(part.fields(), (Names{"a= @0"}));
+}
+
+TEST(FormFields, ThatTheFormDoesNotListAreAdopted) {
+  const std::string bytes =
+      FormPdf("/Fields[10 0 R 15 0 R]", {"11 0 R 12 0 R 13 0 R 16 0 R 10 0 R"})
+          .Widget(10, "/FT/Tx/T(listed)")
+          .Widget(11, "/FT/Tx/T(alone)/V(x)")
+          .Widget(12, "/Parent 14 0 R")
+          .Widget(13, "/Parent 14 0 R")
+          .Object(14, "/FT/Btn/T(parent)/V/On/Kids[13 0 R]")
+          .Object(15, "/FT/Tx/T(forgetful)/Kids[]")
+          .Widget(16, "/Parent 15 0 R")
+          .Bytes();
+  CopiedForm copy({{bytes, {0}}});
+  EXPECT_EQ(copy.fields(), (Names{"listed= @0", "forgetful= @0", "alone=x @0", "parent=On @0@0"}));
+  CopiedForm twice({{bytes, {0, 0}}});
+  EXPECT_EQ(twice.fields(),
+            (Names{"listed= @0@1", "forgetful= @0@1", "alone=x @0@1", "parent=On @0@1@0@1"}));
+}
+
+TEST(FormFields, OfADocumentWithoutFormAreAdopted) {
+  RawPdf file;
+  file.Pages(1)
+      .Object(3, "<</Type/Page/Parent 2 0 R/Annots[10 0 R]>>")
+      .Object(10, "<</Subtype/Widget/Rect[0 0 9 9]/FT/Tx/T(a)/V(x)>>");
+  CopiedForm copy({{file.Table(), {0}}});
+  EXPECT_EQ(copy.fields(), (Names{"a=x @0"}));
+}
+
+TEST(FormFields, OfWidgetsThatAreNoObjects) {
+  const std::string direct = "<</Subtype/Widget/Rect[0 0 9 9]/FT/Tx/T(direct)/V(x)>>";
+  const std::string kid = "<</Subtype/Widget/Rect[0 0 9 9]/Parent 10 0 R>>";
+  const std::string bytes =
+      FormPdf("/Fields[10 0 R]", {direct + kid}).Object(10, "/FT/Tx/T(parent)/V(y)").Bytes();
+  CopiedForm copy({{bytes, {0}}});
+  EXPECT_EQ(copy.fields(), (Names{"parent=y @0", "direct=x @0"}));
+}
+
+TEST(FormFields, WithoutTypeOrNameArePlainAnnotations) {
+  const std::string bytes = FormPdf("/Fields[12 0 R]", {"10 0 R 11 0 R 12 0 R"})
+                                .Widget(10, "/T(untyped)/AP<<>>")
+                                .Widget(11, "/FT/Tx")
+                                .Widget(12, "/T(listed)")
+                                .Bytes();
+  CopiedForm copy({{bytes, {0}}});
+  EXPECT_FALSE(copy.Catalog().Has("AcroForm"));
+  EXPECT_EQ(copy.Annotations(0).size(), 3U);
+}
+
+TEST(FormFields, ListedTwiceOrBesideTheirParentAreOne) {
+  const std::string bytes = FormPdf("/Fields[11 0 R 10 0 R 10 0 R 12 0 R]", {"11 0 R 12 0 R"})
+                                .Object(10, "/FT/Tx/T(group)/Kids[11 0 R 12 0 R 11 0 R]")
+                                .Widget(11, "/T(a)/Parent 10 0 R")
+                                .Widget(12, "/T(b)/Parent 10 0 R")
+                                .Bytes();
+  CopiedForm copy({{bytes, {0}}});
+  const std::set<std::string> fields(copy.fields().begin(), copy.fields().end());
+  EXPECT_EQ(fields, (std::set<std::string>{"group.a= @0", "group.b= @0"}));
+  EXPECT_EQ(copy.fields().size(), 2U);
+}
+
+TEST(FormFields, WithLoopsComeOutAllTheSame) {
+  const std::string bytes =
+      FormPdf("/Fields[10 0 R 12 0 R 2 0 R 3 0 R 1 0 R 99 0 R 7 (x)]", {"11 0 R 14 0 R"})
+          .Object(10, "/FT/Tx/T(a)/Parent 12 0 R/Kids[11 0 R 12 0 R 10 0 R]")
+          .Widget(11, "/Parent 10 0 R")
+          .Object(12, "/T(b)/Parent 10 0 R/Kids[10 0 R 2 0 R]")
+          .Object(13, "/T(c)/FT/Tx/Parent 13 0 R")
+          .Widget(14, "/Parent 13 0 R")
+          .Bytes();
+  CopiedForm copy({{bytes, {0}}});
+  EXPECT_EQ(copy.PageCount(), 1U);
+  EXPECT_EQ(copy.Annotations(0).size(), 2U);
+  EXPECT_EQ(copy.fields().size(), 2U);
+}
+
+TEST(FormFields, WithWrongTypesComeOutAllTheSame) {
+  for (const char* form : {"/Fields 5/CO 6/DR 7/DA 8/Q(x)/NeedAppearances 1", "/Fields<<>>",
+                           "/Fields[10 0 R]/CO[(x) 77 0 R 10 0 R]/DR<</Font 5/XObject[1]>>/DA 7",
+                           "/Fields[10 0 R]/DR<</Font<</F 77 0 R/G 5/H null/I<<>>>>>>"}) {
+    const std::string bytes =
+        FormPdf(form, {"10 0 R"}).Widget(10, "/FT/Tx/T(a)/Kids 5/DA 7/AA 5/A(x)/V 99 0 R").Bytes();
+    CopiedForm copy({{bytes, {0}}, {bytes, {0}}});
+    EXPECT_EQ(copy.fields(), (Names{"a= @0", "a_2= @1"})) << form;
+  }
+}
+
+TEST(FormFields, NestedTooDeeplyAreLeftOut) {
+  FormPdf file("/Fields[10 0 R]", {"3000 0 R 11 0 R", ""});
+  file.Object(10, "/FT/Tx/T(t)/Kids[11 0 R 12 0 R]").Widget(11, "/Parent 10 0 R/T(w)");
+  for (int i = 12; i < 3000; ++i) {
+    const std::string above = i == 12 ? "10" : std::to_string(i - 1);
+    file.Object(i, "/T(t)/Parent " + above + " 0 R/Kids[" + std::to_string(i + 1) + " 0 R]");
+  }
+  file.Widget(3000, "/Parent 2999 0 R");
+  CopiedForm copy({{file.Bytes(), {0}}});
+  EXPECT_EQ(copy.fields(), (Names{"t.w= @0"}));
+  EXPECT_EQ(copy.Annotations(0).size(), 2U);
+}
+
+TEST(FormFields, AreNotWantedWithoutTheirOption) {
+  CopiedForm copy({{TwoPages(), {0}}}, 11);
+  EXPECT_FALSE(copy.Catalog().Has("AcroForm"));
+  EXPECT_TRUE(copy.Annotations(0).empty());
+}
+
+TEST(FormFields, OfCopiesMadeTwiceAreTheSame) {
+  const std::vector<PagesOf> parts = {{TwoPages(), {0, 1, 0}}, {WithFont("Courier"), {0}}};
+  EXPECT_EQ(CopyAll(parts), CopyAll(parts));
+}
+
+TEST(FormFields, AreThereForAnotherReader) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  const ::TarnixTools::testing::TempDir directory;
+  const std::string path = directory.Path("form.pdf");
+  const std::string bytes = CopyAll({{TwoPages(), {0, 1}}, {TwoPages("", "other"), {1, 0}}});
+  std::FILE* file = std::fopen(path.c_str(), "wb");
+  ASSERT_NE(file, nullptr);
+  std::fwrite(bytes.data(), 1, bytes.size(), file);
+  std::fclose(file);
+  EXPECT_EQ(::TarnixTools::testing::QpdfComplaints(path), "");
+  const std::string json = ::TarnixTools::testing::QpdfJson(path);
+  for (const char* name :
+       {"\"first\"", "\"group.b\"", "\"first_2\"", "\"group_2.b\"", "\"radio_2\"", "\"u:other\""}) {
+    EXPECT_NE(json.find(name), std::string::npos) << name;
+  }
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines
