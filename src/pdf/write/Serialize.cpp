@@ -8,7 +8,9 @@
 namespace TarnixTools::pdf {
 
 void AppendToken(std::string& out, std::string_view token) {
-  if (!out.empty() && !token.empty() && IsRegular(out.back()) && IsRegular(token.front())) {
+  // A slash at the end is an empty name.
+  const bool may_run_on = !out.empty() && (IsRegular(out.back()) || out.back() == '/');
+  if (may_run_on && !token.empty() && IsRegular(token.front())) {
     out += ' ';
   }
   out += token;

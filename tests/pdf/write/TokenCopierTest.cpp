@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "pdf/Limits.h"
+#include "pdf/write/Serialize.h"
 #include "pdf/write/TokenCopier.h"
 
 namespace TarnixTools::pdf {
@@ -31,6 +32,14 @@ TEST(TokenCopier, ChangesReferencesOnly) {
       Copy("<< /A [ 1 2 3 0 R 4 5 ] /B 7 0 R /C 12 /D (1 0 R) /E <1F> % note\n /F /G#20H /I -.5 >>")
           .text,
       "<</A[1 2 103 0 R 4 5]/B 107 0 R/C 12/D(1 0 R)/E<1F>/F/G#20H/I -.5>>");
+}
+
+TEST(TokenCopier, KeepsEmptyNamesEmpty) {
+  EXPECT_EQ(Copy("<</ 6 0 R/A/ /B[/ 1/ true/ null]>>").text, "<</ 106 0 R/A//B[/ 1/ true/ null]>>");
+  std::string text = "[";
+  AppendName(text, "");
+  AppendInteger(text, 7);
+  EXPECT_EQ(text, "[/ 7");
 }
 
 TEST(TokenCopier, WritesNullForWhatIsNotCopied) {
