@@ -14,6 +14,9 @@ using pdf::Object;
 namespace {
 
 constexpr std::uint32_t kNone = SourceOutline::kNoParent;
+// Each piece of a document repeats an item's ancestors; what is nested deeper stands one beside the
+// other.
+constexpr int kMaxLevels = 100;
 
 }  // namespace
 
@@ -37,13 +40,14 @@ void SourceOutline::Read(SourceDocument& source, const Object& outlines) {
   struct Step {
     std::uint32_t number;
     std::uint32_t parent;
+    int level;
   };
 
   pdf::Document& document = source.document();
   SourceDestinations& destinations = source.parts().destinations();
   pdf::Arena arena;
   std::unordered_set<std::uint32_t> visited;
-  std::vector<Step> steps = {{outlines.Get("First").AsReference().number, kNone}};
+  std::vector<Step> steps = {{outlines.Get("First").AsReference().number, kNone, 1}};
   while (!steps.empty()) {
     const Step step = steps.back();
     steps.pop_back();
@@ -63,8 +67,10 @@ void SourceOutline::Read(SourceDocument& source, const Object& outlines) {
     const auto index = static_cast<std::uint32_t>(items_.size());
     const bool is_open = document.Resolve(item.Get("Count"), arena).IntegerOr(0) > 0;
     items_.push_back({step.number, step.parent, destinations.PageOf(destination), is_open});
-    steps.push_back({item.Get("Next").AsReference().number, step.parent});
-    steps.push_back({item.Get("First").AsReference().number, index});
+    const bool may_have_kids = step.level < kMaxLevels;
+    steps.push_back({item.Get("Next").AsReference().number, step.parent, step.level});
+    steps.push_back({item.Get("First").AsReference().number, may_have_kids ? index : step.parent,
+                     may_have_kids ? step.level + 1 : step.level});
   }
 }
 
