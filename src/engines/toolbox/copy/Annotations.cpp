@@ -153,7 +153,7 @@ void AnnotationCopier::CopyAnnotation(Annotation& annotation) {
                                    annotation.target_number);
   } else {
     if (!AppendTarget(text, dictionary) && is_link) {
-      ++page_.dropped_links;
+      ++(LeadsToPage(dictionary) ? page_.links_to_others : page_.dead_links);
       Drop(annotation);
       return;
     }
@@ -184,6 +184,13 @@ bool AnnotationCopier::AppendTarget(std::string& out, const Object& dictionary) 
     destinations.AppendActionEntry(out, "PA", dictionary.Get("PA"));
   }
   return is_left;
+}
+
+// Whether a link leads to any page of the source.
+bool AnnotationCopier::LeadsToPage(const Object& dictionary) {
+  SourceDestinations& destinations = context_->source().parts().destinations();
+  const Object action = context_->document().Resolve(dictionary.Get("A"), arena_);
+  return destinations.PageOf(dictionary.Get("Dest")) || destinations.PageOf(action.Get("D"));
 }
 
 // Its popup, and the annotation that it replies to.
@@ -287,8 +294,11 @@ void AnnotationCopier::Report() {
   CopyReport& report = context_->report();
   report.Kept(CopiedKind::kLink, page_.kept_links);
   report.Kept(CopiedKind::kAnnotation, page_.kept_annotations);
+  const std::uint32_t page_number = page_.request->target_position + 1;
   report.Add(CopiedKind::kLink, CopyOutcome::kDropped, "leads to a page that is not copied",
-             page_.dropped_links, page_.request->target_position + 1);
+             page_.links_to_others, page_number);
+  report.Add(CopiedKind::kLink, CopyOutcome::kDropped, "leads nowhere", page_.dead_links,
+             page_number);
 }
 
 }  // namespace TarnixTools::engines

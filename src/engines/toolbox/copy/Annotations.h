@@ -64,7 +64,8 @@ class AnnotationCopier {
     // Target numbers of the annotations that have popups, by the popup's source number.
     std::unordered_map<std::uint32_t, std::uint32_t> popup_parents;
     std::uint64_t kept_links = 0;
-    std::uint64_t dropped_links = 0;
+    std::uint64_t links_to_others = 0;  // to pages that are not copied
+    std::uint64_t dead_links = 0;       // to nothing in the source already
     std::uint64_t kept_annotations = 0;
   };
 
@@ -73,6 +74,7 @@ class AnnotationCopier {
   void Drop(Annotation& annotation);
   void CopyAnnotation(Annotation& annotation);
   bool AppendTarget(std::string& out, const pdf::Object& dictionary);
+  bool LeadsToPage(const pdf::Object& dictionary);
   void AppendRelations(std::string& out, const pdf::Object& dictionary,
                        std::uint32_t target_number);
   std::uint32_t PopupFor(const pdf::Object& popup, std::uint32_t parent_number);

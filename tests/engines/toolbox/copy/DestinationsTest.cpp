@@ -82,6 +82,16 @@ std::string Chapter(const std::string& place) {
       .Bytes();
 }
 
+// Two pages with a name each; a link leads from the first to the second.
+std::string Part() {
+  return TestPdf()
+      .Page("a")
+      .Annotation(Link("/Dest(b)"))
+      .Page("b")
+      .CatalogEntry("/Dests<</a[{{page 1}}/Fit]/b[{{page 2}}/Fit]>>")
+      .Bytes();
+}
+
 TEST(Destinations, RenamesNamesThatClash) {
   CopiedDocument copy({{Chapter("Fit"), {0}}, {Chapter("FitB"), {0}}, {Chapter("Fit"), {0}}});
   EXPECT_EQ(NamesOf(copy),
@@ -129,6 +139,15 @@ TEST(Destinations, DoNotClashWithinOneCopy) {
   CopiedDocument copy({{Chapter("Fit"), {0, 0}}});
   EXPECT_EQ(NamesOf(copy), (Names{{"chapter", "0/Fit"}}));
   EXPECT_EQ(copy.Annotations(1)[0].Get("Dest").Text(), "chapter");
+}
+
+TEST(Destinations, AreReported) {
+  CopiedDocument copy({{Chapter("Fit"), {0}}, {Chapter("FitB"), {0}}, {Part(), {0}}});
+  EXPECT_EQ(copy.Reported(TPdfCopiedKind::kNamedDestination, TPdfCopyOutcome::kKept), 2U);
+  EXPECT_EQ(copy.Reported(TPdfCopiedKind::kNamedDestination, TPdfCopyOutcome::kRenamed), 1U);
+  EXPECT_EQ(copy.Reported(TPdfCopiedKind::kNamedDestination, TPdfCopyOutcome::kDropped), 1U);
+  EXPECT_EQ(copy.Reported(TPdfCopiedKind::kLink, TPdfCopyOutcome::kKept), 4U);
+  EXPECT_EQ(copy.Reported(TPdfCopiedKind::kLink, TPdfCopyOutcome::kDropped), 1U);
 }
 
 TEST(Destinations, WritesManyNamesAsABalancedTree) {
@@ -188,7 +207,6 @@ TEST(Destinations, SharesActionsThatAreShared) {
 }
 
 TEST(Destinations, SurvivesNonsense) {
-  std::string loops = "10 0 R";
   RawPdf file;
   file.Object(1,
               "<</Type/Catalog/Pages 2 0 R/Names<</Dests 10 0 R>>/Dests<</a 1/b[]/c[9]"

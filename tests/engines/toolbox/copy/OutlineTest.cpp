@@ -105,6 +105,8 @@ TEST(Outline, KeepsItemsOfCopiedPagesAndTheirAncestors) {
   EXPECT_FALSE(outline.Item("A").Has("Dest")) << "only its descendant is here";
   EXPECT_FALSE(outline.Item("A2").Has("Dest"));
   EXPECT_TRUE(outline.Item("A2x").Has("Dest"));
+  EXPECT_EQ(copy.Reported(TPdfCopiedKind::kOutlineItem, TPdfCopyOutcome::kKept), 3U);
+  EXPECT_EQ(copy.Reported(TPdfCopiedKind::kOutlineItem, TPdfCopyOutcome::kDropped), 2U);
 }
 
 TEST(Outline, FollowsThatOfTheDocumentBefore) {
