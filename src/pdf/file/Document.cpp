@@ -324,7 +324,7 @@ CryptMethod Document::MethodOfStream(const Object& dictionary, Arena& arena) {
   return MethodOfType(dictionary.Get("Type").Text());
 }
 
-std::optional<Decoded> Document::DecodeStream(std::uint32_t number) {
+std::optional<Decoded> Document::DecodeStream(std::uint32_t number, std::size_t max_bytes) {
   const std::optional<RawObject> raw = Locate(number);
   if (!raw || raw->holder != nullptr) {
     return std::nullopt;
@@ -336,6 +336,9 @@ std::optional<Decoded> Document::DecodeStream(std::uint32_t number) {
                           : std::nullopt;
   if (!extent) {
     return std::nullopt;
+  }
+  if (extent->length > max_bytes) {
+    throw Error(ErrorCode::kLimitExceeded, "stream data is too long");
   }
   std::string bytes = reader_.ReadBytes(extent->offset, extent->length);
   const CryptMethod method = MethodOfStream(value.value, arena);
@@ -349,8 +352,7 @@ std::optional<Decoded> Document::DecodeStream(std::uint32_t number) {
   std::vector<FilterStep> steps =
       FilterStepsOf(value.value, [&](const Object& v) { return Resolve(v, arena); });
   std::erase_if(steps, [](const FilterStep& step) { return step.kind == FilterKind::kCrypt; });
-  return steps.empty() ? Decoded{std::move(bytes), true}
-                       : Decode(steps, bytes, limits::kMaxHeldStream);
+  return steps.empty() ? Decoded{std::move(bytes), true} : Decode(steps, bytes, max_bytes);
 }
 
 }  // namespace TarnixTools::pdf

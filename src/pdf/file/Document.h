@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "pdf/Findings.h"
+#include "pdf/Limits.h"
 #include "pdf/crypt/Security.h"
 #include "pdf/file/BlockReader.h"
 #include "pdf/file/EncryptionDictionary.h"
@@ -92,8 +93,10 @@ class Document {
   CryptMethod MethodOfType(std::string_view type) const;
   // The same from its dictionary, crypt filters included.
   CryptMethod MethodOfStream(const Object& dictionary, Arena& arena);
-  // Stream data, decrypted and decoded. nullopt when the object has none.
-  std::optional<Decoded> DecodeStream(std::uint32_t number);
+  // Stream data, decrypted and decoded. nullopt when the object has none. Throws Error:
+  // kFilterFailed, kLimitExceeded for more than max_bytes.
+  std::optional<Decoded> DecodeStream(std::uint32_t number,
+                                      std::size_t max_bytes = limits::kMaxHeldStream);
 
   // Reads the whole file for objects, once; what the cross-reference says and the file confirms is
   // kept.

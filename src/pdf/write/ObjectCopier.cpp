@@ -98,14 +98,18 @@ void ObjectCopier::Append(std::string& out, const Object& value) {
 }
 
 // An entry of an object's own dictionary.
-void ObjectCopier::AppendEntry(std::string& out, const DictionaryEntry& entry,
-                               const SerializeHooks& hooks) {
+void ObjectCopier::AppendEntry(std::string& out, const Subject& subject,
+                               const DictionaryEntry& entry, const SerializeHooks& hooks) {
   if (IsStructureKey(entry.Key())) {
     tokens_.AppendStructureKey(out, entry.Key(), entry.value.IntegerOr(-1));
     return;
   }
   AppendName(out, entry.Key());
-  AppendObject(out, entry.value, hooks);
+  if (resource_filter_ == nullptr || entry.Key() != "Resources" ||
+      !resource_filter_->AppendResources(out, subject.number, subject.dictionary,
+                                         subject.is_stream)) {
+    AppendObject(out, entry.value, hooks);
+  }
 }
 
 void ObjectCopier::AppendStructureKey(std::string& out, std::uint32_t number, std::string_view name,
@@ -121,20 +125,35 @@ void ObjectCopier::NoteStructureKey(std::uint32_t number) {
 }
 
 // A whole object that is no stream.
-void ObjectCopier::AppendParsed(std::string& out, const Object& value) {
-  if (!value.IsDictionary()) {
-    Append(out, value);
-    return;
+void ObjectCopier::WriteParsed(const Object& value, const Promise& promise) {
+  text_.clear();
+  if (resource_filter_ != nullptr && IsPageType(value.Get("Type").Text())) {
+    ForgetPromises();
+    text_ = "null";
+  } else if (value.IsDictionary()) {
+    SerializeHooks hooks;
+    hooks.reference = [this](std::string& text, Reference reference) {
+      AppendMapped(text, reference);
+    };
+    const Subject subject{promise.number, value, false};
+    text_ += "<<";
+    for (const DictionaryEntry& entry : value.Entries()) {
+      AppendEntry(text_, subject, entry, hooks);
+    }
+    text_ += ">>";
+  } else {
+    Append(text_, value);
   }
-  SerializeHooks hooks;
-  hooks.reference = [this](std::string& text, Reference reference) {
-    AppendMapped(text, reference);
-  };
-  out += "<<";
-  for (const DictionaryEntry& entry : value.Entries()) {
-    AppendEntry(out, entry, hooks);
+  target_->WriteObject(promise.target_number, text_);
+}
+
+// What the present object's text has promised before it turned out that the object is left out.
+void ObjectCopier::ForgetPromises() {
+  tokens_.TakeStructureKey();
+  for (std::size_t i = older_promises_; i < pending_.size(); ++i) {
+    numbers_->Set(pending_[i].number, 0);
   }
-  out += ">>";
+  pending_.resize(older_promises_);
 }
 
 void ObjectCopier::AppendMapped(std::string& out, Reference reference) {
@@ -156,6 +175,7 @@ void ObjectCopier::CopyPending() {
 
 void ObjectCopier::CopyObject(const Promise& promise) {
   const std::optional<RawObject> raw = source_->Locate(promise.number);
+  older_promises_ = pending_.size();
   if (!raw) {
     target_->WriteObject(promise.target_number, "null");
   } else if (!CopyText(*raw, promise)) {
@@ -244,9 +264,7 @@ void ObjectCopier::RestoreLength() {
 void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise) {
   Arena arena;
   if (raw.holder != nullptr) {
-    text_.clear();
-    AppendParsed(text_, source_->Load({promise.number, 0}, arena));
-    target_->WriteObject(promise.target_number, text_);
+    WriteParsed(source_->Load({promise.number, 0}, arena), promise);
     return;
   }
   const auto decrypt = source_->StringsOf(raw.reference);
@@ -255,9 +273,7 @@ void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise) {
                           ? source_->StreamAt(value.end, value.value.Get("Length"), promise.number)
                           : std::nullopt;
   if (!extent) {
-    text_.clear();
-    AppendParsed(text_, value.value);
-    target_->WriteObject(promise.target_number, text_);
+    WriteParsed(value.value, promise);
     return;
   }
   Passage passage;
@@ -265,11 +281,12 @@ void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise) {
   passage.target_number = promise.target_number;
   passage.extent = *extent;
   passage.method = source_->MethodOfStream(value.value, arena);
-  CopyParsedStream(value.value, std::move(passage));
+  CopyParsedStream({promise.number, value.value, true}, std::move(passage));
 }
 
-void ObjectCopier::CopyParsedStream(const Object& dictionary, Passage passage) {
+void ObjectCopier::CopyParsedStream(const Subject& subject, Passage passage) {
   Arena arena;
+  const Object& dictionary = subject.dictionary;
   const std::size_t dropped = TakeFiltersOff(dictionary, passage, arena);
   SerializeHooks hooks;
   hooks.strings = target_->StreamStrings();
@@ -289,7 +306,7 @@ void ObjectCopier::CopyParsedStream(const Object& dictionary, Passage passage) {
       }
       copied.value = Object::Array(all.subspan(dropped));
     }
-    AppendEntry(text_, copied, hooks);
+    AppendEntry(text_, subject, copied, hooks);
   }
   passage.open_dictionary = text_;
   CopyStream(passage);
@@ -320,6 +337,8 @@ std::size_t ObjectCopier::TakeFiltersOff(const Object& dictionary, Passage& pass
     ++end;
   }
   if (end == crypt || passage.extent.length > kHeldStream) {
+    passage.may_deflate = !dictionary.Has("Filter") && !dictionary.Has("DecodeParms") &&
+                          !dictionary.Get("Type").IsName("Metadata");
     return crypt;
   }
   try {

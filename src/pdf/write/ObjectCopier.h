@@ -41,6 +41,17 @@ class NumberMap {
   std::vector<std::uint32_t> set_;
 };
 
+// Decides what a copied object keeps of its /Resources.
+class ResourceFilter {
+ public:
+  virtual ~ResourceFilter() = default;
+  // Appends what becomes of the resources; false: they are copied as they are.
+  //   number     - of the object in the source
+  //   dictionary - the whole object's, with /Resources
+  virtual bool AppendResources(std::string& out, std::uint32_t number, const Object& dictionary,
+                               bool is_stream) = 0;
+};
+
 class ObjectCopier : public ReferenceMap {
  public:
   // Objects that `is_barred` names are not copied: references to them become null, unless Assign
@@ -82,6 +93,13 @@ class ObjectCopier : public ReferenceMap {
   void AppendStructureKey(std::string& out, std::uint32_t number, std::string_view name,
                           const Object& key);
 
+  // From now on the filter is asked about every object with /Resources, and pages outside the page
+  // tree become null. It outlives the copier.
+  void set_resource_filter(ResourceFilter& filter) {
+    resource_filter_ = &filter;
+    tokens_.set_leaves_resources(true);
+  }
+
   // Appends a value of the source, its references mapped.
   void Append(std::string& out, const Object& value);
 
@@ -109,16 +127,25 @@ class ObjectCopier : public ReferenceMap {
     std::optional<std::string> data;   // plain data to be written in place of the source's
   };
 
-  void AppendEntry(std::string& out, const DictionaryEntry& entry, const SerializeHooks& hooks);
+  // The object whose own entries are being appended.
+  struct Subject {
+    std::uint32_t number;
+    Object dictionary;
+    bool is_stream;
+  };
+
+  void AppendEntry(std::string& out, const Subject& subject, const DictionaryEntry& entry,
+                   const SerializeHooks& hooks);
   void NoteStructureKey(std::uint32_t number);
-  void AppendParsed(std::string& out, const Object& value);
+  void WriteParsed(const Object& value, const Promise& promise);
+  void ForgetPromises();
   void AppendMapped(std::string& out, Reference reference);
   void CopyObject(const Promise& promise);
   TokenCopier::Status CopyTokens(const RawObject& raw, StringTransform* strings,
                                  std::uint64_t& end);
   bool CopyText(const RawObject& raw, const Promise& promise);
   void CopyParsed(const RawObject& raw, const Promise& promise);
-  void CopyParsedStream(const Object& dictionary, Passage passage);
+  void CopyParsedStream(const Subject& subject, Passage passage);
   std::vector<FilterStep> FiltersOf(const Object& dictionary, Arena& arena);
   std::size_t TakeFiltersOff(const Object& dictionary, Passage& passage, Arena& arena);
   void RestoreLength();
@@ -132,8 +159,10 @@ class ObjectCopier : public ReferenceMap {
   NumberMap* numbers_;
   std::function<bool(std::uint32_t)> is_barred_;
   TokenCopier tokens_;
+  ResourceFilter* resource_filter_ = nullptr;
   std::vector<Promise> pending_;
   std::vector<KeyedObject> keyed_objects_;
+  std::size_t older_promises_ = 0;  // how many were pending before the present object
   std::string text_;
 };
 

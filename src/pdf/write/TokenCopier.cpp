@@ -89,6 +89,9 @@ TokenCopier::Status TokenCopier::Copy(Lexer& lexer, StringTransform* strings, st
       case Token::Kind::kName:
         if (next_is_type_) {
           type_ = token.text.substr(1);
+          if (leaves_resources_ && IsPageType(type_)) {
+            return Status::kIrregular;
+          }
         }
         out += token.text;
         break;
@@ -119,6 +122,11 @@ bool TokenCopier::TakeKey(const Token& token, std::string& out) {
   const bool is_outermost = frames_.size() == 1;
   if (is_outermost && (token.text == "/Length" || IsStructureKey(token.text.substr(1)))) {
     return true;  // CopyLength or CopyStructureKey goes on
+  }
+  // Names with escapes are rare, and may be anything.
+  if (leaves_resources_ && is_outermost &&
+      (token.text == "/Resources" || token.text.find('#') != std::string_view::npos)) {
+    return false;
   }
   has_filter_ = has_filter_ || (is_outermost && token.text == "/Filter");
   next_is_type_ = is_outermost && token.text == "/Type";

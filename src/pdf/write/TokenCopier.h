@@ -27,6 +27,11 @@ struct StructureKey {
   bool is_plural = false;  // /StructParents: of the marked content in a stream
 };
 
+// Whether a /Type is that of a node or a leaf of a page tree.
+constexpr bool IsPageType(std::string_view type) {
+  return type == "Page" || type == "Pages";
+}
+
 // Says what a reference becomes in the copy.
 class ReferenceMap {
  public:
@@ -59,6 +64,10 @@ class TokenCopier {
 
   // Appends the entry as it becomes, if it stays.
   void AppendStructureKey(std::string& out, std::string_view name, std::int64_t key);
+
+  // From now on dictionaries that only the parser can do justice to are irregular: those with
+  // /Resources of their own, and page tree nodes.
+  void set_leaves_resources(bool leaves) { leaves_resources_ = leaves; }
 
   // Of the last value copied, where it is a dictionary:
   const Object& length() const {
@@ -98,6 +107,7 @@ class TokenCopier {
   std::int64_t structure_key_count_ = 0;
   std::optional<StructureKey> structure_key_;
   Object length_;
+  bool leaves_resources_ = false;
   bool has_filter_ = false;
   bool is_dictionary_ = false;
   bool next_is_type_ = false;

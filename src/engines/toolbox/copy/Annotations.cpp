@@ -149,6 +149,7 @@ void AnnotationCopier::CopyAnnotation(Annotation& annotation) {
   }
   std::string text = "<<";
   if (is_widget) {
+    parts_->resources.NoteWidget(dictionary);
     parts_->form_fields.CopyWidget(text, dictionary, annotation.item.AsReference().number,
                                    annotation.target_number);
   } else {

@@ -1,40 +1,301 @@
 #include "engines/toolbox/copy/PageResources.h"
 
+#include <algorithm>
+#include <array>
+
 #include "engines/toolbox/copy/CopyContext.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines {
 
+using pdf::DictionaryEntry;
 using pdf::Object;
 
-void PageResourceCopier::Prepare() {}
+namespace {
+
+// Of the keys of resources: which kind of place they stand in, above a number.
+constexpr std::uint64_t kNodeKey = std::uint64_t{1} << 32;
+constexpr std::uint64_t kPageKey = std::uint64_t{2} << 32;
+
+constexpr std::string_view kNoResources = "<<>>";
+
+}  // namespace
+
+void PageResourceCopier::Prepare() {
+  if (context_->is_whole()) {
+    return;
+  }
+  context_->objects().set_resource_filter(*this);
+  context_->source().parts().resources().Trim();
+  const auto& pages = context_->source().pages().pages();
+  for (const PageRequest& request : context_->requests()) {
+    Look(pages[request.page_index]);
+  }
+}
+
+PageResourceCopier::Place PageResourceCopier::PlaceOf(const pdf::PageTree::Page& page,
+                                                      const Object& dictionary) const {
+  const pdf::PageTree& tree = context_->source().pages();
+  Place place;
+  if (dictionary.Has("Resources")) {
+    place.value = dictionary.Get("Resources");
+    place.key = kPageKey | static_cast<std::uint64_t>(&page - tree.pages().data());
+  } else {
+    const auto inherited = tree.InheritedBy(page, pdf::InheritableKey::kResources);
+    place.value = inherited.value;
+    place.key = kNodeKey | inherited.node;
+    place.is_shared = !inherited.value.IsNull();
+  }
+  if (place.value.IsReference()) {
+    place.key = place.value.AsReference().number;
+    place.is_shared = true;
+  }
+  return place;
+}
+
+std::shared_ptr<const ResourceDictionary> PageResourceCopier::Read(const Place& place) {
+  SourceResources& resources = context_->source().parts().resources();
+  return place.is_shared ? resources.ReadShared(place.value, place.key)
+                         : resources.Read(place.value);
+}
+
+// Notes what a page uses of its resources, as far as that is not settled already.
+void PageResourceCopier::Look(const pdf::PageTree::Page& page) {
+  arena_.Reset();
+  const Object dictionary = context_->source().pages().Load(page, arena_);
+  const Place place = PlaceOf(page, dictionary);
+  const auto resources = Read(place);
+  if (resources == nullptr) {
+    return;
+  }
+  Use& use = uses_[place.key];
+  if (!IsSettled(*resources, use)) {
+    Apply(context_->source().parts().resources().OfPage(dictionary), *resources, use);
+  }
+}
+
+// Whether all entries stay, whatever else is used.
+bool PageResourceCopier::IsSettled(const ResourceDictionary& resources, Use& use) const {
+  while (use.settled_entries < resources.entries.size() &&
+         IsKept(resources, use, use.settled_entries)) {
+    ++use.settled_entries;
+  }
+  return use.settled_entries == resources.entries.size();
+}
+
+// An entry stays when it is named, and also when all that it holds comes along anyway.
+bool PageResourceCopier::IsKept(const ResourceDictionary& resources, const Use& use,
+                                std::size_t entry) const {
+  const NamedResource& resource = resources.entries[entry];
+  if (use.keeps_all || resource.is_implied || (!use.is_used.empty() && use.is_used[entry])) {
+    return true;
+  }
+  const auto first = resources.objects.begin() + resource.first_object;
+  return resource.object_count > 0 &&
+         std::all_of(first, first + resource.object_count,
+                     [this](std::uint32_t number) { return proven_.contains(number); });
+}
+
+void PageResourceCopier::Apply(const ResourceUse& names, const ResourceDictionary& resources,
+                               Use& use) {
+  use.is_used.resize(resources.entries.size());
+  std::vector<std::size_t> found;
+  AddUsed(names, resources, use, found);
+  // What is used may look up names in turn.
+  while (!found.empty() && !use.keeps_all) {
+    const Object& value = resources.entries[found.back()].value;
+    found.pop_back();
+    AddUsed(context_->source().parts().resources().NeedsOf(value), resources, use, found);
+  }
+  if (use.keeps_all) {
+    proven_.insert(resources.objects.begin(), resources.objects.end());
+  }
+}
+
+void PageResourceCopier::AddUsed(const ResourceUse& names, const ResourceDictionary& resources,
+                                 Use& use, std::vector<std::size_t>& found) {
+  const auto add = [&](std::size_t entry) {
+    if (!use.is_used[entry]) {
+      use.is_used[entry] = true;
+      found.push_back(entry);
+      const NamedResource& resource = resources.entries[entry];
+      const auto first = resources.objects.begin() + resource.first_object;
+      proven_.insert(first, first + resource.object_count);
+    }
+  };
+  use.keeps_all = use.keeps_all || !names.is_known;
+  if (names.names.size() < resources.entries.size()) {
+    for (const ResourceNameId id : names.names) {
+      if (const std::ptrdiff_t entry = resources.Find(id); entry >= 0) {
+        add(static_cast<std::size_t>(entry));
+      }
+    }
+    return;
+  }
+  for (std::size_t entry = 0; entry < resources.entries.size(); ++entry) {
+    if (std::binary_search(names.names.begin(), names.names.end(), resources.entries[entry].id)) {
+      add(entry);
+    }
+  }
+}
+
+bool PageResourceCopier::IsWhole(const ResourceDictionary& resources, const Use& use) const {
+  for (std::size_t entry = 0; entry < resources.entries.size(); ++entry) {
+    if (!IsKept(resources, use, entry)) {
+      return false;
+    }
+  }
+  return !resources.has_foreign_entries;
+}
 
 void PageResourceCopier::Copy(std::string& page, const pdf::PageTree::Page& source_page,
                               const Object& dictionary) {
+  const Place place = PlaceOf(source_page, dictionary);
   page += "/Resources";
-  if (dictionary.Has("Resources")) {
-    context_->objects().Append(page, dictionary.Get("Resources"));
+  if (place.value.IsNull()) {
+    page += kNoResources;
     return;
   }
-  const auto inherited =
-      context_->source().pages().InheritedBy(source_page, pdf::InheritableKey::kResources);
-  if (inherited.value.IsNull()) {
-    page += "<<>>";
+  Use& use = uses_[place.key];
+  if (use.target_number != 0) {
+    pdf::AppendReference(page, use.target_number);
     return;
   }
-  if (inherited.value.IsReference()) {
-    context_->objects().Append(page, inherited.value);
+  const auto resources =
+      context_->is_whole() || use.is_whole.value_or(false) ? nullptr : Read(place);
+  if (!use.is_whole) {
+    use.is_whole = resources == nullptr || IsWhole(*resources, use);
+  }
+  const bool is_object = place.value.IsReference();
+  std::string text;
+  if (*use.is_whole) {
+    context_->objects().Append(text, place.value);
+  } else {
+    text = Pruned(*resources, use);
+  }
+  // Pruned resources, and those from a node of the page tree, become an object that all their pages
+  // refer to.
+  if (place.is_shared && !(is_object && *use.is_whole)) {
+    use.target_number = context_->writer().Reserve();
+    context_->writer().WriteObject(use.target_number, text);
+    text.clear();
+    pdf::AppendReference(text, use.target_number);
+  }
+  pdf::AppendToken(page, text);
+}
+
+void PageResourceCopier::NoteWidget(const Object& widget) {
+  if (context_->is_whole()) {
     return;
   }
-  // Resources that stand in a node of the page tree become one object that all its pages refer to.
-  std::uint32_t& number = inherited_[inherited.node];
-  if (number == 0) {
-    number = context_->writer().Reserve();
-    std::string text;
-    context_->objects().Append(text, inherited.value);
-    context_->writer().WriteObject(number, text);
+  pdf::Arena arena;
+  pdf::Document& document = context_->document();
+  const Object appearances = document.Resolve(widget.Get("AP"), arena);
+  if (appearances.Entries().empty()) {
+    return;
   }
-  pdf::AppendReference(page, number);
+  const ResourceNameId font = context_->source().parts().resources().FontOfWidget(widget);
+  for (const DictionaryEntry& entry : appearances.Entries()) {
+    widget_fonts_[entry.value.AsReference().number] = font;
+  }
+}
+
+bool PageResourceCopier::AppendResources(std::string& out, std::uint32_t number,
+                                         const Object& dictionary, bool is_stream) {
+  const Object type = dictionary.Get("Type");
+  if (is_stream ? type.IsName("3D") : !dictionary.Has("CharProcs")) {
+    return false;
+  }
+  SourceResources& source = context_->source().parts().resources();
+  const Object value = dictionary.Get("Resources");
+  const auto resources = value.IsReference() ? source.ReadShared(value, value.AsReference().number)
+                                             : source.Read(value);
+  if (resources == nullptr) {
+    pdf::AppendToken(out, "null");
+    return true;
+  }
+  Use use;
+  if (!IsSettled(*resources, use)) {
+    Apply(is_stream ? source.OfForm(dictionary, number) : source.OfGlyphs(dictionary), *resources,
+          use);
+    if (const auto font = widget_fonts_.find(number); font != widget_fonts_.end()) {
+      Apply({{font->second}, true}, *resources, use);
+    }
+  }
+  if (IsWhole(*resources, use)) {
+    return false;
+  }
+  const std::string text = Pruned(*resources, use);
+  if (text == kNoResources) {
+    out += text;
+  } else {
+    // An object of its own: strings in a stream's dictionary would have to be encrypted here.
+    pdf::AppendReference(out, Write(text));
+  }
+  return true;
+}
+
+std::uint32_t PageResourceCopier::Write(const std::string& text) {
+  const auto [place, is_new] = written_.emplace(text, 0);
+  if (is_new) {
+    place->second = context_->writer().Reserve();
+    context_->writer().WriteObject(place->second, text);
+  }
+  return place->second;
+}
+
+// The resources as text, without what is not used.
+std::string PageResourceCopier::Pruned(const ResourceDictionary& resources, const Use& use) {
+  std::vector<bool> is_kept(resources.entries.size());
+  for (std::size_t entry = 0; entry < is_kept.size(); ++entry) {
+    is_kept[entry] = IsKept(resources, use, entry);
+  }
+  const auto dropped = std::count(is_kept.begin(), is_kept.end(), false);
+  if (dropped > 0) {
+    context_->report().Add(CopiedKind::kResource, CopyOutcome::kDropped,
+                           "not used by the pages copied", static_cast<std::uint64_t>(dropped));
+  }
+  std::string text = "<<";
+  const auto& entries = resources.entries;
+  for (std::size_t first = 0; first < entries.size();) {
+    std::size_t end = first;
+    while (end < entries.size() && entries[end].category == entries[first].category) {
+      ++end;
+    }
+    AppendCategory(text, resources, is_kept, first, end);
+    first = end;
+  }
+  if (resources.object.Has("ProcSet")) {
+    text += "/ProcSet";
+    context_->objects().Append(text, resources.object.Get("ProcSet"));
+  }
+  return text + ">>";
+}
+
+// Entries from `first` to before `end`, all of one category.
+void PageResourceCopier::AppendCategory(std::string& out, const ResourceDictionary& resources,
+                                        const std::vector<bool>& is_kept, std::size_t first,
+                                        std::size_t end) {
+  const auto kept_begin = is_kept.begin() + static_cast<std::ptrdiff_t>(first);
+  const auto kept_end = is_kept.begin() + static_cast<std::ptrdiff_t>(end);
+  const std::string_view key =
+      pdf::kResourceCategoryKeys[static_cast<std::size_t>(resources.entries[first].category)];
+  if (std::find(kept_begin, kept_end, true) == kept_end) {
+    return;
+  }
+  pdf::AppendName(out, key);
+  if (std::find(kept_begin, kept_end, false) == kept_end) {
+    context_->objects().Append(out, resources.object.Get(key));
+    return;
+  }
+  out += "<<";
+  for (std::size_t entry = first; entry < end; ++entry) {
+    if (is_kept[entry]) {
+      pdf::AppendName(out, resources.entries[entry].name);
+      context_->objects().Append(out, resources.entries[entry].value);
+    }
+  }
+  out += ">>";
 }
 
 }  // namespace TarnixTools::engines

@@ -1,20 +1,30 @@
 // Resources of copied pages: shared ones once. When only some pages of a source are copied, what
-// the others alone use stays behind.
+// none of them uses stays behind, name by name: also in resources of forms, patterns, fonts and
+// appearances, which often are those of pages that are not copied.
+//
+// A page's contents are read only while its resources name objects of which it is not known yet
+// that another copied page uses them.
 #ifndef TARNIX_ENGINES_TOOLBOX_COPY_PAGERESOURCES_H_
 #define TARNIX_ENGINES_TOOLBOX_COPY_PAGERESOURCES_H_
 
 #include <cstdint>
-#include <map>
+#include <memory>
+#include <optional>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
 
+#include "engines/toolbox/copy/ResourceUse.h"
 #include "pdf/syntax/Object.h"
 #include "pdf/tree/PageTree.h"
+#include "pdf/write/ObjectCopier.h"
 
 namespace TarnixTools::engines {
 
 class CopyContext;
 
-class PageResourceCopier {
+class PageResourceCopier : public pdf::ResourceFilter {
  public:
   explicit PageResourceCopier(CopyContext& context) : context_(&context) {}
 
@@ -23,11 +33,49 @@ class PageResourceCopier {
   // Appends the page's /Resources entry.
   void Copy(std::string& page, const pdf::PageTree::Page& source_page,
             const pdf::Object& dictionary);
+  // Before a widget's appearances are copied: they keep the font of its text.
+  void NoteWidget(const pdf::Object& widget);
+
+  bool AppendResources(std::string& out, std::uint32_t number, const pdf::Object& dictionary,
+                       bool is_stream) override;
 
  private:
+  // Where a page's resources stand: pages that share them have the same key.
+  struct Place {
+    pdf::Object value;
+    std::uint64_t key = 0;
+    bool is_shared = false;
+  };
+
+  // What is known of the use of one resource dictionary.
+  struct Use {
+    std::vector<bool> is_used;          // by entry
+    std::uint32_t settled_entries = 0;  // how many entries from the first need no more thought
+    bool keeps_all = false;
+    std::optional<bool> is_whole;     // decided when the first page is copied
+    std::uint32_t target_number = 0;  // of the copy, for resources that are an object
+  };
+
+  Place PlaceOf(const pdf::PageTree::Page& page, const pdf::Object& dictionary) const;
+  std::shared_ptr<const ResourceDictionary> Read(const Place& place);
+  void Look(const pdf::PageTree::Page& page);
+  bool IsSettled(const ResourceDictionary& resources, Use& use) const;
+  bool IsKept(const ResourceDictionary& resources, const Use& use, std::size_t entry) const;
+  void Apply(const ResourceUse& names, const ResourceDictionary& resources, Use& use);
+  void AddUsed(const ResourceUse& names, const ResourceDictionary& resources, Use& use,
+               std::vector<std::size_t>& found);
+  bool IsWhole(const ResourceDictionary& resources, const Use& use) const;
+  std::string Pruned(const ResourceDictionary& resources, const Use& use);
+  void AppendCategory(std::string& out, const ResourceDictionary& resources,
+                      const std::vector<bool>& is_kept, std::size_t first, std::size_t end);
+  std::uint32_t Write(const std::string& text);
+
   CopyContext* context_;
-  std::map<std::uint32_t, std::uint32_t>
-      inherited_;  // target numbers by page tree node of the source
+  pdf::Arena arena_;
+  std::unordered_map<std::uint64_t, Use> uses_;  // of pages' resources, by key
+  std::unordered_set<std::uint32_t> proven_;     // source objects that a copied page uses
+  std::unordered_map<std::string, std::uint32_t> written_;  // pruned resources of forms, by text
+  std::unordered_map<std::uint32_t, ResourceNameId> widget_fonts_;  // by appearance
 };
 
 }  // namespace TarnixTools::engines

@@ -11,6 +11,7 @@
 #include "engines/toolbox/copy/Layers.h"
 #include "engines/toolbox/copy/Outline.h"
 #include "engines/toolbox/copy/PageLabels.h"
+#include "engines/toolbox/copy/ResourceUse.h"
 #include "engines/toolbox/copy/Structure.h"
 
 namespace TarnixTools::engines {
@@ -33,6 +34,8 @@ class SourceParts {
 
   SourceStructure& structure() { return Once(structure_); }
 
+  SourceResources& resources() { return Once(resources_); }
+
   SourceDocumentSettings& settings() { return Once(settings_); }
 
  private:
@@ -52,6 +55,7 @@ class SourceParts {
   std::unique_ptr<SourceFormFields> form_fields_;
   std::unique_ptr<SourceLayers> layers_;
   std::unique_ptr<SourceStructure> structure_;
+  std::unique_ptr<SourceResources> resources_;
   std::unique_ptr<SourceDocumentSettings> settings_;
 };
 

@@ -376,8 +376,8 @@ TEST(Structure, LeadsAnnotationsToTheirElements) {
 TEST(Structure, LeadsContentOfFormsToItsElements) {
   const std::string bytes =
       TaggedPdf(3, "/K 21 0 R/ParentTree<</Nums[0[22 0 R]5[23 0 R 24 0 R]6 25 0 R]>>")
-          .Page(0, "/Resources<</XObject<</F 40 0 R/I 41 0 R>>>>")
-          .Page(1, "/Resources<</XObject<</F 40 0 R>>>>")
+          .Page(0, "/Contents 42 0 R/Resources<</XObject<</F 40 0 R/I 41 0 R>>>>")
+          .Page(1, "/Contents 43 0 R/Resources<</XObject<</F 40 0 R>>>>")
           .Element(21, 20, "Document", "/K[22 0 R 23 0 R 24 0 R 25 0 R]")
           .Element(22, 21, "P", "/Pg 3 0 R/K 0")
           .Element(23, 21, "H1", "/K<</Type/MCR/Pg 3 0 R/Stm 40 0 R/MCID 0>>")
@@ -385,6 +385,8 @@ TEST(Structure, LeadsContentOfFormsToItsElements) {
           .Element(25, 21, "Figure", "/Pg 3 0 R/K<</Type/OBJR/Obj 41 0 R>>")
           .Stream(40, "/Type/XObject/Subtype/Form/BBox[0 0 1 1]/StructParents 5", "q Q")
           .Stream(41, "/Type/XObject/Subtype/Image/Width 1/Height 1/StructParent 6", "x")
+          .Stream(42, "", "/F Do/I Do")
+          .Stream(43, "", "/F Do")
           .Bytes();
   const auto form_of = [](CopiedDocument& copy, std::size_t page) {
     return copy.Follow(copy.Page(page).Get("Resources")).Get("XObject");

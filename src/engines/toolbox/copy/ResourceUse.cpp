@@ -1,0 +1,516 @@
+#include "engines/toolbox/copy/ResourceUse.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <utility>
+
+#include "engines/toolbox/SourceDocument.h"
+#include "pdf/Error.h"
+
+namespace TarnixTools::engines {
+
+using pdf::Arena;
+using pdf::DictionaryEntry;
+using pdf::Object;
+using pdf::ResourceCategory;
+
+namespace {
+
+constexpr std::size_t kMaxContent = std::size_t{64} << 20;  // decoded, of one page or form
+// Of all contents together: this much, and this many times the size of the file.
+constexpr std::uint64_t kDecodeAllowance = std::uint64_t{64} << 20;
+constexpr std::uint64_t kDecodeRatio = 64;
+constexpr std::uint64_t kBytesPerItem = 64;  // what an item of a list counts for
+constexpr std::size_t kMaxNames = 16384;     // used by one page or form
+constexpr std::size_t kMaxNameLength = 255;
+constexpr std::size_t kMaxIds = std::size_t{1} << 19;
+constexpr std::size_t kMaxKeptNames = std::size_t{4} << 20;
+constexpr std::size_t kTrimmedIds = std::size_t{1} << 17;
+constexpr std::size_t kTrimmedNames = std::size_t{1} << 20;
+constexpr std::size_t kKeptDictionaries = 64;
+constexpr int kMaxHops = 32;  // from reference to reference, or from a field to its parent
+
+void Settle(ResourceUse& use) {
+  std::sort(use.names.begin(), use.names.end());
+  use.names.erase(std::unique(use.names.begin(), use.names.end()), use.names.end());
+  if (use.names.size() > kMaxNames) {
+    use.names.clear();
+    use.is_known = false;
+  }
+}
+
+void AddAll(ResourceUse& use, const ResourceUse& other) {
+  use.is_known = use.is_known && other.is_known;
+  use.names.insert(use.names.end(), other.names.begin(), other.names.end());
+  if (use.names.size() > 2 * kMaxNames) {
+    Settle(use);
+  }
+}
+
+// Replaces a device colour space without being named (ISO 32000-2, 8.6.5.6).
+bool IsDefaultColorSpace(std::string_view name) {
+  return name == "DefaultGray" || name == "DefaultRGB" || name == "DefaultCMYK";
+}
+
+void CollectObjects(const Object& value, std::vector<std::uint32_t>& objects) {
+  std::vector<Object> waiting = {value};
+  while (!waiting.empty()) {
+    const Object next = waiting.back();
+    waiting.pop_back();
+    if (next.IsReference()) {
+      objects.push_back(next.AsReference().number);
+    }
+    waiting.insert(waiting.end(), next.Items().begin(), next.Items().end());
+    for (const DictionaryEntry& entry : next.Entries()) {
+      waiting.push_back(entry.value);
+    }
+  }
+}
+
+std::optional<ResourceCategory> CategoryOfKey(std::string_view key) {
+  const auto& keys = pdf::kResourceCategoryKeys;
+  const auto found = std::find(keys.begin(), keys.end(), key);
+  return found == keys.end()
+             ? std::nullopt
+             : std::optional(static_cast<ResourceCategory>(std::distance(keys.begin(), found)));
+}
+
+}  // namespace
+
+std::ptrdiff_t ResourceDictionary::Find(ResourceNameId id) const {
+  const auto after = std::upper_bound(
+      by_id.begin(), by_id.end(), id,
+      [this](ResourceNameId wanted, std::uint32_t index) { return wanted < entries[index].id; });
+  const bool is_there = after != by_id.begin() && entries[*std::prev(after)].id == id;
+  return is_there ? static_cast<std::ptrdiff_t>(*std::prev(after)) : -1;
+}
+
+SourceResources::SourceResources(SourceDocument& source)
+    : source_(&source),
+      budget_(kDecodeAllowance + kDecodeRatio * source.document().reader().size()) {}
+
+void SourceResources::Trim() {
+  if (ids_.size() > kTrimmedIds || kept_names_ > kTrimmedNames) {
+    ids_.clear();
+    streams_.clear();
+    needs_.clear();
+    dictionaries_.clear();
+    kept_names_ = 0;
+  }
+}
+
+ResourceNameId SourceResources::IdOf(ResourceCategory category, std::string_view name) {
+  if (name.size() > kMaxNameLength) {
+    return 0;
+  }
+  key_.assign(1, static_cast<char>(category));
+  key_ += name;
+  const auto found = ids_.find(key_);
+  if (found != ids_.end()) {
+    return found->second;
+  }
+  if (ids_.size() >= kMaxIds) {
+    return 0;
+  }
+  return ids_.emplace(key_, static_cast<ResourceNameId>(ids_.size() + 1)).first->second;
+}
+
+pdf::ResourceNameSink SourceResources::AddTo(ResourceUse& use) {
+  return [this, &use](ResourceCategory category, std::string_view name) {
+    const ResourceNameId id = IdOf(category, name);
+    use.is_known = use.is_known && id != 0;
+    if (!use.names.empty() && use.names.back() == id) {
+      return;
+    }
+    use.names.push_back(id);
+    if (use.names.size() > 2 * kMaxNames) {
+      Settle(use);
+    }
+  };
+}
+
+ResourceUse SourceResources::OfPage(const Object& page) {
+  ResourceUse use;
+  Arena arena;
+  AddContents(use, page.Get("Contents"), arena);
+  AddAppearances(use, Resolve(page.Get("Annots"), arena), arena);
+  AddColorSpace(use, Resolve(page.Get("Group"), arena).Get("CS"), arena);
+  Settle(use);
+  return use;
+}
+
+ResourceUse SourceResources::OfForm(const Object& form, std::uint32_t number) {
+  ResourceUse use;
+  Arena arena;
+  AddForm(use, form, number, arena);
+  Settle(use);
+  return use;
+}
+
+ResourceUse SourceResources::OfGlyphs(const Object& font) {
+  ResourceUse use;
+  Arena arena;
+  AddGlyphs(use, font, arena);
+  Settle(use);
+  return use;
+}
+
+ResourceUse SourceResources::NeedsOf(const Object& resource) {
+  const std::uint32_t number = resource.AsReference().number;
+  if (const auto known = needs_.find(number); number != 0 && known != needs_.end()) {
+    return known->second;
+  }
+  ResourceUse use;
+  if (kept_names_ > kMaxKeptNames) {
+    use.is_known = false;
+  } else {
+    Arena arena;
+    std::uint32_t followed = 0;
+    const Object value = Follow(resource, followed, arena);
+    AddNeeds(use, value, followed, arena);
+    Settle(use);
+  }
+  if (number != 0) {
+    Count(use);
+    needs_.emplace(number, use);
+  }
+  return use;
+}
+
+ResourceNameId SourceResources::FontOfWidget(const Object& widget) {
+  Arena arena;
+  Object field = widget;
+  Object appearance = Resolve(field.Get("DA"), arena);
+  for (int hop = 0; hop < kMaxHops && !appearance.IsString() && field.Has("Parent"); ++hop) {
+    field = Resolve(field.Get("Parent"), arena);
+    appearance = Resolve(field.Get("DA"), arena);
+  }
+  if (!appearance.IsString()) {
+    const Object catalog = source_->document().Load(source_->document().root(), arena);
+    appearance = Resolve(Resolve(catalog.Get("AcroForm"), arena).Get("DA"), arena);
+  }
+  ResourceNameId font = 0;
+  pdf::CollectResourceNames(
+      appearance.Text(), [&](ResourceCategory category, std::string_view name) {
+        font = category == ResourceCategory::kFont ? IdOf(category, name) : font;
+      });
+  return font;
+}
+
+// False once too much has been read: what is not known then stays in copies.
+bool SourceResources::Spend(std::uint64_t bytes) {
+  const bool is_enough = budget_ > 0;
+  budget_ -= std::min(budget_, bytes);
+  return is_enough;
+}
+
+// Keeps the number of names that are held within bounds.
+void SourceResources::Count(ResourceUse& use) {
+  if (kept_names_ > kMaxKeptNames) {
+    use = {{}, false};
+  }
+  use.names.shrink_to_fit();
+  kept_names_ += use.names.size();
+}
+
+const SourceResources::StreamUse& SourceResources::ReadStream(std::uint32_t number) {
+  if (const auto known = streams_.find(number); known != streams_.end()) {
+    return known->second;
+  }
+  StreamUse stream;
+  std::string content;
+  stream.use.is_known = DecodeInto(content, number);
+  const pdf::ContentNames names = pdf::CollectResourceNames(content, AddTo(stream.use));
+  stream.use.is_known = stream.use.is_known && names.is_complete;
+  stream.has_operands_left = names.has_operands_left;
+  Settle(stream.use);
+  Count(stream.use);
+  return streams_.emplace(number, std::move(stream)).first->second;
+}
+
+// Appends a stream's content; false when not all of it can be read. An object that is no stream has
+// none.
+bool SourceResources::DecodeInto(std::string& content, std::uint32_t number) {
+  const std::size_t room = kMaxContent - std::min(content.size(), kMaxContent);
+  if (number == 0) {
+    return true;
+  }
+  if (!Spend(1)) {
+    return false;
+  }
+  try {
+    const std::optional<pdf::Decoded> decoded = source_->document().DecodeStream(number, room);
+    if (!decoded) {
+      return true;
+    }
+    Spend(decoded->data.size());
+    content += decoded->data;
+    return decoded->complete;
+  } catch (const pdf::Error& error) {
+    if (error.code() != pdf::ErrorCode::kFilterFailed &&
+        error.code() != pdf::ErrorCode::kLimitExceeded) {
+      throw;
+    }
+    if (error.code() == pdf::ErrorCode::kLimitExceeded) {
+      Spend(room);
+    }
+    return false;
+  }
+}
+
+void SourceResources::AddContents(ResourceUse& use, const Object& contents, Arena& arena) {
+  std::uint32_t number = contents.AsReference().number;
+  if (number != 0 && streams_.contains(number)) {
+    AddAll(use, OfStream(number));
+    return;
+  }
+  const Object value = Follow(contents, number, arena);
+  if (!value.IsArray()) {
+    AddAll(use, OfStream(number));
+    return;
+  }
+  StreamUse all;
+  AddStreamArray(all.use, value, arena);
+  Settle(all.use);
+  AddAll(use, all.use);
+  if (number != 0) {
+    Count(all.use);
+    streams_.emplace(number, std::move(all));
+  }
+}
+
+// Contents may be cut anywhere between two tokens (table 31). Mostly they are cut between
+// operations; then each stream is read for itself, and once for all pages that share it.
+void SourceResources::AddStreamArray(ResourceUse& use, const Object& array, Arena& arena) {
+  if (!Spend(array.Items().size() * kBytesPerItem)) {
+    use.is_known = false;
+    return;
+  }
+  std::vector<std::uint32_t> streams;
+  for (const Object& item : array.Items()) {
+    std::uint32_t number = 0;
+    use.is_known = use.is_known && !Follow(item, number, arena).IsArray();
+    streams.push_back(number);
+  }
+  std::erase(streams, 0U);
+  const bool are_whole = std::all_of(streams.begin(), streams.end(), [&](std::uint32_t number) {
+    const StreamUse& stream = ReadStream(number);
+    return stream.use.is_known && !stream.has_operands_left;
+  });
+  if (are_whole || streams.size() == 1) {
+    AddStreams(use, std::move(streams));
+  } else {
+    AddJoined(use, streams);
+  }
+}
+
+void SourceResources::AddStreams(ResourceUse& use, std::vector<std::uint32_t> streams) {
+  std::sort(streams.begin(), streams.end());
+  streams.erase(std::unique(streams.begin(), streams.end()), streams.end());
+  for (const std::uint32_t number : streams) {
+    AddAll(use, OfStream(number));
+  }
+}
+
+void SourceResources::AddJoined(ResourceUse& use, const std::vector<std::uint32_t>& streams) {
+  std::string content;
+  for (const std::uint32_t number : streams) {
+    use.is_known = use.is_known && DecodeInto(content, number);
+    content += '\n';
+    if (!use.is_known) {
+      return;
+    }
+  }
+  const pdf::ContentNames names = pdf::CollectResourceNames(content, AddTo(use));
+  use.is_known = use.is_known && names.is_complete;
+}
+
+// Appearances without resources of their own take the page's in some readers.
+void SourceResources::AddAppearances(ResourceUse& use, const Object& annotations, Arena& arena) {
+  if (!Spend(annotations.Items().size() * kBytesPerItem)) {
+    use.is_known = false;
+    return;
+  }
+  for (const Object& item : annotations.Items()) {
+    const Object appearances = Resolve(Resolve(item, arena).Get("AP"), arena);
+    for (const DictionaryEntry& entry : appearances.Entries()) {
+      std::uint32_t number = 0;
+      const Object appearance = Follow(entry.value, number, arena);
+      AddAll(use, NeedsOf(entry.value));
+      if (appearance.Has("Subtype") || appearance.Has("BBox")) {
+        continue;
+      }
+      for (const DictionaryEntry& state : appearance.Entries()) {
+        if (state.value.IsReference()) {
+          AddAll(use, NeedsOf(state.value));
+        }
+      }
+    }
+  }
+}
+
+// number: of the resource, 0 for one that is no object of its own.
+void SourceResources::AddNeeds(ResourceUse& use, const Object& resource, std::uint32_t number,
+                               Arena& arena) {
+  if (resource.IsName() || resource.IsArray()) {
+    AddColorSpace(use, resource, arena);
+    return;
+  }
+  if (!resource.IsDictionary()) {
+    return;
+  }
+  // An image, a shading, or a pattern of one.
+  AddColorSpace(use, resource.Get("ColorSpace"), arena);
+  AddColorSpace(use, Resolve(resource.Get("Shading"), arena).Get("ColorSpace"), arena);
+  // A graphics state.
+  std::uint32_t group_number = 0;
+  const Object group = Follow(Resolve(resource.Get("SMask"), arena).Get("G"), group_number, arena);
+  if (group.IsDictionary()) {
+    AddFormNeeds(use, group, group_number, arena);
+  }
+  const Object font = Resolve(resource.Get("Font"), arena);
+  if (!font.Items().empty()) {
+    AddFontNeeds(use, Resolve(font.Items()[0], arena), arena);
+  }
+  AddFontNeeds(use, resource, arena);
+  const Object subtype = Resolve(resource.Get("Subtype"), arena);
+  const std::int64_t pattern_type = Resolve(resource.Get("PatternType"), arena).IntegerOr(0);
+  const bool may_be_form = subtype.IsNull() && pattern_type == 0 && !resource.Has("ShadingType") &&
+                           !resource.Get("Type").IsName("ExtGState");
+  if (subtype.IsName("Form") || pattern_type == 1 || may_be_form) {
+    AddFormNeeds(use, resource, number, arena);
+  }
+}
+
+void SourceResources::AddFormNeeds(ResourceUse& use, const Object& form, std::uint32_t number,
+                                   Arena& arena) {
+  if (number != 0 && !Resolve(form.Get("Resources"), arena).IsDictionary()) {
+    AddForm(use, form, number, arena);
+  }
+}
+
+void SourceResources::AddForm(ResourceUse& use, const Object& form, std::uint32_t number,
+                              Arena& arena) {
+  if (form.Get("Subtype").IsName("Image")) {
+    return;  // its data is no content
+  }
+  AddAll(use, OfStream(number));
+  AddColorSpace(use, Resolve(form.Get("Group"), arena).Get("CS"), arena);
+}
+
+// Old Type 3 fonts have no resources of their own.
+void SourceResources::AddFontNeeds(ResourceUse& use, const Object& font, Arena& arena) {
+  if (font.Has("CharProcs") && !Resolve(font.Get("Resources"), arena).IsDictionary()) {
+    AddGlyphs(use, font, arena);
+  }
+}
+
+void SourceResources::AddGlyphs(ResourceUse& use, const Object& font, Arena& arena) {
+  const Object glyphs = Resolve(font.Get("CharProcs"), arena);
+  if (!Spend(glyphs.Entries().size() * kBytesPerItem)) {
+    use.is_known = false;
+    return;
+  }
+  std::vector<std::uint32_t> streams;
+  for (const DictionaryEntry& glyph : glyphs.Entries()) {
+    streams.push_back(glyph.value.AsReference().number);
+  }
+  AddStreams(use, std::move(streams));
+}
+
+void SourceResources::AddColorSpace(ResourceUse& use, const Object& color_space, Arena& arena) {
+  const Object value = Resolve(color_space, arena);
+  if (value.IsName()) {
+    pdf::CollectColorSpaceNames(value, AddTo(use));
+    return;
+  }
+  // The first item names the family; a base or an alternate may be named by its place.
+  for (const Object& item : value.Items()) {
+    pdf::CollectColorSpaceNames(item.IsReference() ? Resolve(item, arena) : item, AddTo(use));
+  }
+}
+
+// What references lead to, and the number of the last of them (0 for a value that is none).
+Object SourceResources::Follow(const Object& value, std::uint32_t& number, Arena& arena) {
+  number = 0;
+  Object followed = value;
+  for (int hop = 0; followed.IsReference(); ++hop) {
+    if (hop == kMaxHops) {
+      return {};
+    }
+    number = followed.AsReference().number;
+    followed = source_->document().Load(followed.AsReference(), arena);
+  }
+  return followed;
+}
+
+Object SourceResources::Resolve(const Object& value, Arena& arena) {
+  return value.IsReference() ? source_->document().Resolve(value, arena) : value;
+}
+
+std::shared_ptr<const ResourceDictionary> SourceResources::Read(const Object& resources) {
+  return Index(resources);
+}
+
+std::shared_ptr<const ResourceDictionary> SourceResources::ReadShared(const Object& resources,
+                                                                      std::uint64_t key) {
+  if (const auto known = dictionaries_.find(key); known != dictionaries_.end()) {
+    return known->second;
+  }
+  if (dictionaries_.size() >= kKeptDictionaries) {
+    dictionaries_.clear();
+  }
+  return dictionaries_.emplace(key, Index(resources)).first->second;
+}
+
+std::shared_ptr<ResourceDictionary> SourceResources::Index(const Object& resources) {
+  auto dictionary = std::make_shared<ResourceDictionary>();
+  dictionary->object = Resolve(resources, dictionary->arena);
+  if (!dictionary->object.IsDictionary()) {
+    return nullptr;
+  }
+  for (std::size_t i = 0; i < pdf::kResourceCategoryKeys.size(); ++i) {
+    const Object named =
+        Resolve(dictionary->object.Get(pdf::kResourceCategoryKeys[i]), dictionary->arena);
+    for (const DictionaryEntry& entry : named.Entries()) {
+      AddEntry(*dictionary, static_cast<ResourceCategory>(i), entry);
+    }
+  }
+  std::vector<std::uint32_t> foreign;
+  for (const DictionaryEntry& entry : dictionary->object.Entries()) {
+    if (!CategoryOfKey(entry.Key()) && entry.Key() != "ProcSet") {
+      CollectObjects(entry.value, foreign);
+    }
+  }
+  dictionary->has_foreign_entries = !foreign.empty();
+  auto& by_id = dictionary->by_id;
+  by_id.resize(dictionary->entries.size());
+  for (std::uint32_t i = 0; i < by_id.size(); ++i) {
+    by_id[i] = i;
+  }
+  std::sort(by_id.begin(), by_id.end(), [&](std::uint32_t a, std::uint32_t b) {
+    return std::pair(dictionary->entries[a].id, a) < std::pair(dictionary->entries[b].id, b);
+  });
+  return dictionary;
+}
+
+void SourceResources::AddEntry(ResourceDictionary& dictionary, ResourceCategory category,
+                               const DictionaryEntry& entry) {
+  NamedResource resource;
+  resource.category = category;
+  resource.name = entry.Key();
+  resource.value = entry.value;
+  resource.id = IdOf(category, entry.Key());
+  resource.first_object = static_cast<std::uint32_t>(dictionary.objects.size());
+  CollectObjects(entry.value, dictionary.objects);
+  resource.object_count =
+      static_cast<std::uint32_t>(dictionary.objects.size()) - resource.first_object;
+  // A plain name holds nothing, so that its use need not be found out.
+  resource.is_implied =
+      resource.id == 0 || entry.value.IsName() || entry.value.IsNull() ||
+      (category == ResourceCategory::kColorSpace && IsDefaultColorSpace(entry.Key()));
+  dictionary.entries.push_back(resource);
+}
+
+}  // namespace TarnixTools::engines

@@ -1,0 +1,125 @@
+// Which names of its resources each page, form, pattern and glyph of a source uses: what their
+// contents say, read once however many copies are made of them.
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_RESOURCEUSE_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_RESOURCEUSE_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "pdf/content/ResourceNames.h"
+#include "pdf/syntax/Arena.h"
+#include "pdf/syntax/Object.h"
+
+namespace TarnixTools::engines {
+
+class SourceDocument;
+
+// Stands for a name in a category; 0 when there are too many to tell them apart.
+using ResourceNameId = std::uint32_t;
+
+struct ResourceUse {
+  std::vector<ResourceNameId> names;  // ascending
+  bool is_known = true;               // false: any other name may be used as well
+};
+
+struct NamedResource {
+  pdf::ResourceCategory category = pdf::ResourceCategory::kFont;
+  ResourceNameId id = 0;
+  std::string_view name;
+  pdf::Object value;
+  std::uint32_t first_object = 0;  // in ResourceDictionary::objects
+  std::uint32_t object_count = 0;  // objects that the value names, however deep in it
+  bool is_implied = false;         // may be used without being named
+};
+
+// A resource dictionary, its names looked up.
+struct ResourceDictionary {
+  pdf::Object object;
+  std::vector<NamedResource> entries;  // by category
+  std::vector<std::uint32_t> by_id;    // indexes of entries, by ascending id
+  std::vector<std::uint32_t> objects;
+  bool has_foreign_entries = false;  // others that lead to objects: no operator ever names them
+  pdf::Arena arena;
+
+  // The entry's index, or -1. Of entries with the same name it is the last, as for readers.
+  std::ptrdiff_t Find(ResourceNameId id) const;
+};
+
+class SourceResources {
+ public:
+  explicit SourceResources(SourceDocument& source);
+
+  // Forgets what it knows once that is much; between copies, for the ids change.
+  void Trim();
+
+  // What a page's contents use, and what appears on the page without resources of its own.
+  ResourceUse OfPage(const pdf::Object& page);
+  // What a form, a pattern or another stream that paints uses; number: its object's.
+  ResourceUse OfForm(const pdf::Object& form, std::uint32_t number);
+  // What the glyphs of a Type 3 font use.
+  ResourceUse OfGlyphs(const pdf::Object& font);
+  // What a resource uses of the resources of whoever uses it: a form that has none itself, or an
+  // image whose colour space has a name.
+  ResourceUse NeedsOf(const pdf::Object& resource);
+  // The font that variable text of a widget is set in: it has to stay even while there is no text.
+  ResourceNameId FontOfWidget(const pdf::Object& widget);
+
+  // Looks through a resource dictionary; null when it is none. It must not outlive the object.
+  std::shared_ptr<const ResourceDictionary> Read(const pdf::Object& resources);
+  // The same for one that is an object, or stands in a node of the page tree; the last ones asked
+  // for are kept, each under its key.
+  std::shared_ptr<const ResourceDictionary> ReadShared(const pdf::Object& resources,
+                                                       std::uint64_t key);
+
+ private:
+  struct StreamUse {
+    ResourceUse use;
+    bool has_operands_left = false;
+  };
+
+  ResourceNameId IdOf(pdf::ResourceCategory category, std::string_view name);
+  pdf::ResourceNameSink AddTo(ResourceUse& use);
+  const StreamUse& ReadStream(std::uint32_t number);
+  bool DecodeInto(std::string& content, std::uint32_t number);
+  bool Spend(std::uint64_t bytes);
+  void Count(ResourceUse& use);
+
+  const ResourceUse& OfStream(std::uint32_t number) { return ReadStream(number).use; }
+
+  void AddContents(ResourceUse& use, const pdf::Object& contents, pdf::Arena& arena);
+  void AddStreamArray(ResourceUse& use, const pdf::Object& array, pdf::Arena& arena);
+  void AddStreams(ResourceUse& use, std::vector<std::uint32_t> streams);
+  void AddJoined(ResourceUse& use, const std::vector<std::uint32_t>& streams);
+  void AddAppearances(ResourceUse& use, const pdf::Object& annotations, pdf::Arena& arena);
+  void AddNeeds(ResourceUse& use, const pdf::Object& resource, std::uint32_t number,
+                pdf::Arena& arena);
+  void AddForm(ResourceUse& use, const pdf::Object& form, std::uint32_t number, pdf::Arena& arena);
+  void AddFormNeeds(ResourceUse& use, const pdf::Object& form, std::uint32_t number,
+                    pdf::Arena& arena);
+  void AddFontNeeds(ResourceUse& use, const pdf::Object& font, pdf::Arena& arena);
+  void AddGlyphs(ResourceUse& use, const pdf::Object& font, pdf::Arena& arena);
+  void AddColorSpace(ResourceUse& use, const pdf::Object& color_space, pdf::Arena& arena);
+  pdf::Object Follow(const pdf::Object& value, std::uint32_t& number, pdf::Arena& arena);
+  pdf::Object Resolve(const pdf::Object& value, pdf::Arena& arena);
+  std::shared_ptr<ResourceDictionary> Index(const pdf::Object& resources);
+  void AddEntry(ResourceDictionary& dictionary, pdf::ResourceCategory category,
+                const pdf::DictionaryEntry& entry);
+
+  SourceDocument* source_;
+  std::unordered_map<std::string, ResourceNameId> ids_;
+  std::unordered_map<std::uint32_t, StreamUse> streams_;
+  std::unordered_map<std::uint32_t, ResourceUse> needs_;
+  std::unordered_map<std::uint64_t, std::shared_ptr<const ResourceDictionary>> dictionaries_;
+  std::size_t kept_names_ = 0;  // in streams_ and needs_
+  std::uint64_t budget_ = 0;    // bytes that may still be read, roughly
+  std::string key_;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_RESOURCEUSE_H_

@@ -1,0 +1,112 @@
+#include "pdf/content/ResourceNames.h"
+
+#include <optional>
+#include <string>
+
+#include "pdf/content/ContentReader.h"
+
+namespace TarnixTools::pdf {
+
+namespace {
+
+// What an operator's name operands stand for.
+std::optional<ResourceCategory> CategoryOf(std::uint32_t code) {
+  switch (code) {
+    case OperatorCode("Tf"):
+      return ResourceCategory::kFont;
+    case OperatorCode("Do"):
+      return ResourceCategory::kXObject;
+    case OperatorCode("gs"):
+      return ResourceCategory::kExtGState;
+    case OperatorCode("cs"):
+    case OperatorCode("CS"):
+      return ResourceCategory::kColorSpace;
+    case OperatorCode("scn"):
+    case OperatorCode("SCN"):
+    case OperatorCode("sc"):
+    case OperatorCode("SC"):
+      return ResourceCategory::kPattern;
+    case OperatorCode("sh"):
+      return ResourceCategory::kShading;
+    case OperatorCode("BDC"):
+    case OperatorCode("DP"):
+      return ResourceCategory::kProperties;
+    default:
+      return std::nullopt;
+  }
+}
+
+// Operands that are names. An operator with too many is taken differently by different readers, so
+// all of them count.
+void CollectOperandNames(std::string_view operands, ResourceCategory category,
+                         const ResourceNameSink& sink, std::string& name) {
+  if (operands.find('/') == std::string_view::npos) {
+    return;
+  }
+  Lexer lexer(operands, true);
+  int depth = 0;
+  for (;;) {
+    const Token token = lexer.Next();
+    switch (token.kind) {
+      case Token::Kind::kEnd:
+      case Token::Kind::kMore:
+        return;
+      case Token::Kind::kArrayOpen:
+      case Token::Kind::kDictionaryOpen:
+        ++depth;
+        break;
+      case Token::Kind::kArrayClose:
+      case Token::Kind::kDictionaryClose:
+        --depth;
+        break;
+      case Token::Kind::kName:
+        if (depth <= 0) {
+          name.clear();
+          DecodeName(token.text, name);
+          sink(category, name);
+        }
+        break;
+      default:
+        break;
+    }
+  }
+}
+
+}  // namespace
+
+ContentNames CollectResourceNames(std::string_view content, const ResourceNameSink& sink) {
+  ContentReader reader(content);
+  ContentNames result;
+  Operation operation;
+  Arena arena;
+  std::string name;
+  while (reader.Next(operation)) {
+    if (const auto category = CategoryOf(operation.code)) {
+      CollectOperandNames(operation.operands, *category, sink, name);
+    } else if (operation.code == OperatorCode("BI")) {
+      arena.Reset();
+      const Object entries = ParseInlineEntries(operation.image_entries, arena);
+      CollectColorSpaceNames(entries.Get("CS"), sink);
+      CollectColorSpaceNames(entries.Get("ColorSpace"), sink);
+    } else if (!IsOperator(operation.code)) {
+      result.is_complete = false;
+    }
+  }
+  result.is_complete = result.is_complete && !reader.is_damaged();
+  result.has_operands_left = reader.has_operands_left();
+  return result;
+}
+
+void CollectColorSpaceNames(const Object& color_space, const ResourceNameSink& sink) {
+  std::vector<Object> waiting = {color_space};
+  while (!waiting.empty()) {
+    const Object value = waiting.back();
+    waiting.pop_back();
+    if (value.IsName()) {
+      sink(ResourceCategory::kColorSpace, value.Text());
+    }
+    waiting.insert(waiting.end(), value.Items().begin(), value.Items().end());
+  }
+}
+
+}  // namespace TarnixTools::pdf

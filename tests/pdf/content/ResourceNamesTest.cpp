@@ -1,0 +1,60 @@
+#include <set>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "pdf/content/ResourceNames.h"
+
+namespace TarnixTools::pdf {
+namespace {
+
+// "Category/name ..." in order, each once, and "?" where it may not be all.
+std::string Names(const std::string& content) {
+  std::set<std::string> names;
+  const ContentNames result =
+      CollectResourceNames(content, [&](ResourceCategory category, std::string_view name) {
+        names.insert(std::string(kResourceCategoryKeys[static_cast<std::size_t>(category)]) + "/" +
+                     std::string(name));
+      });
+  std::string text;
+  for (const std::string& name : names) {
+    text += (text.empty() ? "" : " ") + name;
+  }
+  return result.is_complete ? text : text + "?";
+}
+
+TEST(ResourceNames, AreThoseThatOperatorsLookUp) {
+  EXPECT_EQ(Names("/F1 12 Tf"), "Font/F1");
+  EXPECT_EQ(Names("/Im#301 Do"), "XObject/Im01");
+  EXPECT_EQ(Names("/G gs"), "ExtGState/G");
+  EXPECT_EQ(Names("/A cs /B CS"), "ColorSpace/A ColorSpace/B");
+  EXPECT_EQ(Names("/P scn 1 0 0 /Q SCN"), "Pattern/P Pattern/Q");
+  EXPECT_EQ(Names("/S sh"), "Shading/S");
+  EXPECT_EQ(Names("/OC /M BDC EMC /T /D DP"),
+            "Properties/D Properties/M Properties/OC Properties/T");
+}
+
+TEST(ResourceNames, AreNotThoseOfOtherOperators) {
+  EXPECT_EQ(Names("/Perceptual ri /Tag BMC EMC /Tag MP 1 0 scn (/F1 1 Tf) Tj"), "");
+  EXPECT_EQ(Names("/Span <</Lang/En/K[/L]>> BDC"), "Properties/Span");
+}
+
+TEST(ResourceNames, IncludeColorSpacesOfInlineImages) {
+  EXPECT_EQ(Names("BI/W 1/H 1/BPC 8/CS/Cs1 ID a EI"), "ColorSpace/Cs1");
+  EXPECT_EQ(Names("BI/W 1/H 1/BPC 8/ColorSpace[/Indexed/Cs2 0<00>]ID a EI"),
+            "ColorSpace/Cs2 ColorSpace/Indexed");
+}
+
+TEST(ResourceNames, AreDoubtfulAfterDamage) {
+  EXPECT_EQ(Names("/F1 1 Tf (open"), "Font/F1?");
+  EXPECT_EQ(Names("/F1 1 Tf /F2 1 Tfx"), "Font/F1?");
+  EXPECT_EQ(Names("BX /X new EX /F1 1 Tf"), "Font/F1?");
+  EXPECT_EQ(Names("BI/W 1/F/Fl ID a"), "?");
+}
+
+TEST(ResourceNames, CountSurplusOperandsToo) {
+  EXPECT_EQ(Names("/F1 /F2 12 Tf"), "Font/F1 Font/F2");
+}
+
+}  // namespace
+}  // namespace TarnixTools::pdf
