@@ -1,6 +1,5 @@
 // Document information through the contract.
 #include <algorithm>
-#include <cstring>
 
 #include "engines/toolbox/Guard.h"
 #include "engines/toolbox/Handles.h"
@@ -27,7 +26,7 @@ int Get(const TPdfMetadata* metadata, Value value, char* buffer, std::int32_t si
          (static_cast<unsigned char>(text[count]) & 0xC0U) == 0x80U) {
     --count;
   }
-  std::memcpy(buffer, text.data(), count);
+  text.copy(buffer, count);
   buffer[count] = '\0';
   return 1;
 }
