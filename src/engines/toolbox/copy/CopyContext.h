@@ -46,6 +46,9 @@ class CopyContext {
   // Every part that meets a destination or an action has it led to the copied pages by this.
   DestinationCopier& destinations() { return destinations_; }
 
+  // Names of the source's fields that actions need to know.
+  FieldRenames& field_renames() { return field_renames_; }
+
   CopyReport& report() { return parts_->report; }
 
   const std::vector<PageRequest>& requests() const { return *requests_; }
@@ -65,6 +68,7 @@ class CopyContext {
   const std::vector<PageRequest>* requests_;
   pdf::ObjectCopier objects_;
   DestinationCopier destinations_{*this};
+  FieldRenames field_renames_;
   bool is_whole_ = false;
   std::unordered_map<std::uint32_t, const PageRequest*> by_number_;
   std::unordered_map<std::uint32_t, const PageRequest*> by_index_;

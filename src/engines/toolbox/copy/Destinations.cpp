@@ -282,6 +282,12 @@ bool IsPlain(const Object& action) {
   return !type.IsName("GoTo") && !type.IsName("Thread") && !type.IsName("GoToDp");
 }
 
+bool NamesFields(const Object& action, std::string_view key) {
+  const Object type = action.Get("S");
+  return (key == "Fields" && (type.IsName("ResetForm") || type.IsName("SubmitForm"))) ||
+         (key == "T" && type.IsName("Hide"));
+}
+
 ActionChain ChainOf(const Object& first, SourceDocument& source, pdf::Arena& arena) {
   pdf::Document& document = source.document();
   ActionChain chain;
@@ -341,7 +347,7 @@ std::optional<std::string> DestinationCopier::CopyChain(const Object& first) {
     return std::nullopt;
   }
   std::string text;
-  if (chain.is_plain) {
+  if (chain.is_plain && context_->field_renames().empty()) {
     context_->objects().Append(text, chain.actions.front());
     return text;
   }
@@ -386,10 +392,39 @@ std::optional<std::string> DestinationCopier::CopyOneAction(const Object& action
     const bool is_done = is_goto && (entry.Key() == "D" || entry.Key() == "SD");
     if (!is_done && entry.Key() != "Next") {
       pdf::AppendName(text, entry.Key());
-      context_->objects().Append(text, entry.value);
+      AppendActionValue(text, action, entry);
     }
   }
   return text;
+}
+
+// Actions that name fields name them as the target does.
+void DestinationCopier::AppendActionValue(std::string& out, const Object& action,
+                                          const pdf::DictionaryEntry& entry) {
+  const FieldRenames& renames = context_->field_renames();
+  if (renames.empty() || !NamesFields(action, entry.Key())) {
+    context_->objects().Append(out, entry.value);
+    return;
+  }
+  pdf::Arena arena;
+  const auto append = [&](const Object& item) {
+    const Object value = context_->document().Resolve(item, arena);
+    if (value.IsString()) {
+      pdf::AppendString(out, renames.Apply(value.Text()), value.is_hex());
+    } else {
+      context_->objects().Append(out, item);
+    }
+  };
+  const Object fields = context_->document().Resolve(entry.value, arena);
+  if (!fields.IsArray()) {
+    append(entry.value);
+    return;
+  }
+  out += '[';
+  for (const Object& item : fields.Items()) {
+    append(item);
+  }
+  out += ']';
 }
 
 bool DestinationCopier::AppendActionEntry(std::string& out, std::string_view key,

@@ -141,6 +141,8 @@ class DestinationCopier {
   std::string_view NameInTarget(std::uint32_t index, std::uint32_t page_number);
   std::optional<std::string> CopyChain(const pdf::Object& first);
   std::optional<std::string> CopyOneAction(const pdf::Object& action);
+  void AppendActionValue(std::string& out, const pdf::Object& action,
+                         const pdf::DictionaryEntry& entry);
 
   CopyContext* context_;
   std::unordered_map<std::uint32_t, std::string_view> target_names_;  // by index of the source's

@@ -38,12 +38,12 @@ std::string_view CategoryNamedBy(std::string_view operation) {
 
 }  // namespace
 
-const std::string* ResourceRenames::Find(std::string_view category, std::string_view name) const {
-  const auto found = names_.find({std::string(category), std::string(name)});
-  return found == names_.end() ? nullptr : &found->second;
+ResourceNames::Entry* ResourceNames::Find(std::string_view category, std::string_view name) {
+  const auto found = entries_.find({std::string(category), std::string(name)});
+  return found == entries_.end() ? nullptr : &found->second;
 }
 
-std::string ResourceRenames::Apply(std::string_view appearance) const {
+std::string ResourceNames::Apply(std::string_view appearance) {
   std::string result;
   pdf::Lexer lexer(appearance, true);
   std::size_t copied = 0;  // bytes of the appearance that are in the result
@@ -58,10 +58,11 @@ std::string ResourceRenames::Apply(std::string_view appearance) const {
     }
     std::string decoded;
     pdf::DecodeName(name, decoded);
-    if (const std::string* renamed = Find(CategoryNamedBy(token.text), decoded)) {
+    if (Entry* entry = Find(CategoryNamedBy(token.text), decoded)) {
+      entry->is_used = true;
       const auto start = static_cast<std::size_t>(name.data() - appearance.data());
       result += appearance.substr(copied, start - copied);
-      pdf::AppendName(result, *renamed);
+      pdf::AppendName(result, entry->name);
       copied = start + name.size();
     }
     name = {};
@@ -131,22 +132,16 @@ bool SourceFieldDefaults::AppendContent(std::string& out, const Object& value, i
 }
 
 TargetFieldDefaults::Differences TargetFieldDefaults::Add(SourceFieldDefaults& source,
-                                                          pdf::ObjectCopier& objects) {
+                                                          pdf::ObjectCopier& objects,
+                                                          bool is_whole) {
   Differences differences;
   source.ReadContents();
   for (const SourceFieldDefaults::Category& category : source.categories()) {
-    Category& target = CategoryOf(category.name);
-    std::unordered_set<std::string> source_names;
-    for (const SourceFieldDefaults::Resource& resource : category.resources) {
-      source_names.emplace(resource.name);
-    }
-    for (const SourceFieldDefaults::Resource& resource : category.resources) {
-      AddResource(target, resource, source_names, objects, differences.renames);
-    }
+    AddCategory(category, objects, is_whole, differences.names);
   }
   std::optional<std::string> appearance;
   if (source.appearance()) {
-    appearance = differences.renames.Apply(*source.appearance());
+    appearance = differences.names.Apply(*source.appearance());
   }
   if (is_empty_) {
     appearance_ = appearance;
@@ -163,6 +158,77 @@ TargetFieldDefaults::Differences TargetFieldDefaults::Add(SourceFieldDefaults& s
   return differences;
 }
 
+void TargetFieldDefaults::AddCategory(const SourceFieldDefaults::Category& source,
+                                      pdf::ObjectCopier& objects, bool is_whole,
+                                      ResourceNames& names) {
+  Category& target = CategoryOf(source.name);
+  std::unordered_set<std::string> source_names;
+  for (const SourceFieldDefaults::Resource& resource : source.resources) {
+    source_names.emplace(resource.name);
+  }
+  for (const SourceFieldDefaults::Resource& resource : source.resources) {
+    std::string name(resource.name);
+    const bool is_taken = target.names.Contains(name);
+    if (const auto shared = is_taken ? SharedName(target, resource) : std::nullopt) {
+      if (*shared != name) {
+        names.Add(source.name, name, *shared);
+      }
+      continue;
+    }
+    if (is_taken) {
+      name += target.names.SuffixFor(
+          name, [&](const std::string& other) { return source_names.contains(other); });
+    }
+    target.names.Add(name);
+    if (resource.content.empty() && !is_whole) {
+      names.Add(source.name, resource.name, name, resource.value);
+      continue;
+    }
+    if (is_taken) {
+      names.Add(source.name, resource.name, name);
+    }
+    AddEntry(target, name, resource.value, objects);
+    if (!resource.content.empty()) {
+      target.contents.emplace(name, resource.content);
+      target.names_by_content.emplace(resource.content, name);
+    }
+  }
+}
+
+// The name under which the very same resource is there already.
+std::optional<std::string> TargetFieldDefaults::SharedName(
+    const Category& category, const SourceFieldDefaults::Resource& resource) {
+  if (resource.content.empty()) {
+    return std::nullopt;
+  }
+  const auto own = category.contents.find(std::string(resource.name));
+  if (own != category.contents.end() && own->second == resource.content) {
+    return own->first;
+  }
+  const auto other = category.names_by_content.find(resource.content);
+  if (other == category.names_by_content.end()) {
+    return std::nullopt;
+  }
+  return other->second;
+}
+
+void TargetFieldDefaults::AddEntry(Category& category, const std::string& name, const Object& value,
+                                   pdf::ObjectCopier& objects) {
+  if (value.IsReference() && objects.Map(value.AsReference().number) == 0) {
+    return;  // it is not there
+  }
+  pdf::AppendName(category.entries, name);
+  objects.Append(category.entries, value);
+}
+
+void TargetFieldDefaults::AddUsed(const Differences& differences, pdf::ObjectCopier& objects) {
+  for (const auto& [key, entry] : differences.names.entries()) {
+    if (entry.is_used && !entry.value.IsNull()) {
+      AddEntry(CategoryOf(key.first), entry.name, entry.value, objects);
+    }
+  }
+}
+
 TargetFieldDefaults::Category& TargetFieldDefaults::CategoryOf(std::string_view name) {
   const auto found = std::find_if(categories_.begin(), categories_.end(),
                                   [name](const Category& c) { return c.name == name; });
@@ -174,44 +240,16 @@ TargetFieldDefaults::Category& TargetFieldDefaults::CategoryOf(std::string_view 
   return category;
 }
 
-void TargetFieldDefaults::AddResource(Category& category,
-                                      const SourceFieldDefaults::Resource& resource,
-                                      const std::unordered_set<std::string>& source_names,
-                                      pdf::ObjectCopier& objects, ResourceRenames& renames) {
-  std::string name(resource.name);
-  if (category.names.Contains(name)) {
-    const auto same = category.names_by_content.find(resource.content);
-    if (category.contents[name] == resource.content && !resource.content.empty()) {
-      return;
-    }
-    if (same != category.names_by_content.end()) {
-      renames.Add(category.name, name, same->second);
-      return;
-    }
-    name += category.names.SuffixFor(
-        name, [&](const std::string& other) { return source_names.contains(other); });
-    renames.Add(category.name, resource.name, name);
-  }
-  if (resource.value.IsReference() && objects.Map(resource.value.AsReference().number) == 0) {
-    return;  // it is not there
-  }
-  pdf::AppendName(category.entries, name);
-  objects.Append(category.entries, resource.value);
-  category.names.Add(name);
-  if (!resource.content.empty()) {
-    category.contents.emplace(name, resource.content);
-    category.names_by_content.emplace(resource.content, name);
-  }
-}
-
 void TargetFieldDefaults::AppendTo(std::string& form) const {
-  if (!categories_.empty()) {
-    form += "/DR<<";
-    for (const Category& category : categories_) {
-      pdf::AppendName(form, category.name);
-      form += "<<" + category.entries + ">>";
+  std::string resources;
+  for (const Category& category : categories_) {
+    if (!category.entries.empty()) {
+      pdf::AppendName(resources, category.name);
+      resources += "<<" + category.entries + ">>";
     }
-    form += ">>";
+  }
+  if (!resources.empty()) {
+    form += "/DR<<" + resources + ">>";
   }
   if (appearance_) {
     form += "/DA";

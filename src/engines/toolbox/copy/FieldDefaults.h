@@ -24,22 +24,33 @@ class ObjectCopier;
 
 namespace TarnixTools::engines {
 
-// Resources that have another name in the target.
-class ResourceRenames {
+// Resources of a source that have another name in the target, or that come along only when they are
+// used.
+class ResourceNames {
  public:
-  bool empty() const { return names_.empty(); }
+  struct Entry {
+    std::string name;   // in the target
+    pdf::Object value;  // null for one that is in the target already
+    bool is_used = false;
+  };
 
-  void Add(std::string_view category, std::string_view from, const std::string& to) {
-    names_[{std::string(category), std::string(from)}] = to;
+  bool empty() const { return entries_.empty(); }
+
+  void Add(std::string_view category, std::string_view from, const std::string& to,
+           const pdf::Object& value = {}) {
+    entries_[{std::string(category), std::string(from)}] = {to, value, false};
   }
 
-  // A default appearance string (12.7.4.3) with the new names in it.
-  std::string Apply(std::string_view appearance) const;
+  // A default appearance string (12.7.4.3) with the target's names in it. Notes what it uses.
+  std::string Apply(std::string_view appearance);
+
+  // By category and name in the source.
+  const std::map<std::pair<std::string, std::string>, Entry>& entries() const { return entries_; }
 
  private:
-  const std::string* Find(std::string_view category, std::string_view name) const;
+  Entry* Find(std::string_view category, std::string_view name);
 
-  std::map<std::pair<std::string, std::string>, std::string> names_;
+  std::map<std::pair<std::string, std::string>, Entry> entries_;
 };
 
 // Of a source; read once.
@@ -87,14 +98,17 @@ class TargetFieldDefaults {
  public:
   // What the fields of one source must say for themselves.
   struct Differences {
-    ResourceRenames renames;
+    ResourceNames names;
     std::optional<std::string> appearance;  // for those without one of their own
     std::optional<std::int64_t> alignment;
   };
 
   // Brings a source's defaults in. Where the same name stands for another resource already, the new
-  // one gets a new name.
-  Differences Add(SourceFieldDefaults& source, pdf::ObjectCopier& objects);
+  // one gets a new name. Large ones, such as embedded fonts, wait for AddUsed unless all is to
+  // come.
+  Differences Add(SourceFieldDefaults& source, pdf::ObjectCopier& objects, bool is_whole);
+  // Brings in what was waiting and is used.
+  void AddUsed(const Differences& differences, pdf::ObjectCopier& objects);
 
   // The form dictionary's entries.
   void AppendTo(std::string& form) const;
@@ -109,9 +123,12 @@ class TargetFieldDefaults {
   };
 
   Category& CategoryOf(std::string_view name);
-  void AddResource(Category& category, const SourceFieldDefaults::Resource& resource,
-                   const std::unordered_set<std::string>& source_names, pdf::ObjectCopier& objects,
-                   ResourceRenames& renames);
+  void AddCategory(const SourceFieldDefaults::Category& source, pdf::ObjectCopier& objects,
+                   bool is_whole, ResourceNames& names);
+  static std::optional<std::string> SharedName(const Category& category,
+                                               const SourceFieldDefaults::Resource& resource);
+  static void AddEntry(Category& category, const std::string& name, const pdf::Object& value,
+                       pdf::ObjectCopier& objects);
 
   bool is_empty_ = true;  // nothing was added yet
   std::vector<Category> categories_;

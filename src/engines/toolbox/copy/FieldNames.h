@@ -33,6 +33,23 @@ class TakenNames {
   std::unordered_map<std::string, std::uint32_t> next_;  // number to try, by name
 };
 
+// Root fields of one source that have another name in the target.
+class FieldRenames {
+ public:
+  bool empty() const { return suffixes_.empty(); }
+
+  // name: UTF-8.
+  void Add(const std::string& name, const std::string& suffix) { suffixes_[name] = suffix; }
+
+  // What follows the name; null for one that was not renamed.
+  const std::string* SuffixOf(const std::string& name) const;
+  // A text string that is a field's full name ("root.kid.kid"), as the target says it.
+  std::string Apply(std::string_view full_name) const;
+
+ private:
+  std::unordered_map<std::string, std::string> suffixes_;
+};
+
 // A text string (ISO 32000-2, 7.9.2.2) with ASCII characters added, in its own encoding.
 std::string TextStringWith(std::string_view text_string, std::string_view suffix);
 

@@ -22,10 +22,6 @@ std::uint32_t FieldTree::Find(std::uint32_t number) const {
   return found == by_number_.end() ? kNone : found->second;
 }
 
-std::uint32_t FieldTree::CountTerminal() const {
-  return static_cast<std::uint32_t>(std::count_if(nodes_.begin(), nodes_.end(), IsTerminal));
-}
-
 // A field may stand in the list beside its parent: the climb leads to the topmost one.
 void FieldTree::AddRoots(const Object& fields) {
   for (const Object& item : fields.Items()) {
@@ -125,6 +121,7 @@ void FieldTree::AddNode(const Waiting& place, const Object& dictionary) {
   node.is_signature = type.IsName("Sig");
   if (place.parent != kNone) {
     Node& parent = nodes_[place.parent];
+    terminal_count_ -= IsTerminal(parent) ? 1 : 0;
     node.depth = parent.depth + 1;
     if (!type.IsName()) {
       node.has_type = parent.has_type;
@@ -132,7 +129,9 @@ void FieldTree::AddNode(const Waiting& place, const Object& dictionary) {
     }
     parent.is_field = parent.has_kids = 1;
     parent.has_field_kids = parent.has_field_kids || node.is_field;
+    terminal_count_ += IsTerminal(parent) ? 1 : 0;
   }
+  terminal_count_ += IsTerminal(node) ? 1 : 0;
   nodes_.push_back(node);
   by_number_[place.number] = index;
   for (auto kid = kids.rbegin(); kid != kids.rend(); ++kid) {

@@ -62,7 +62,7 @@ class FieldTree {
   }
 
   // How many such there are.
-  std::uint32_t CountTerminal() const;
+  std::uint32_t terminal_count() const { return terminal_count_; }
 
  private:
   struct Waiting {
@@ -91,6 +91,7 @@ class FieldTree {
   pdf::Document* document_;
   pdf::Arena arena_;
   std::vector<Node> nodes_;
+  std::uint32_t terminal_count_ = 0;
   std::unordered_map<std::uint32_t, std::uint32_t> by_number_;  // kNone: looked at, but no node
   std::unordered_set<std::uint32_t> lists_;        // objects of /Kids that have been read
   std::unordered_set<std::uint32_t> passed_over_;  // parents that lead to no field

@@ -111,7 +111,7 @@ void FormFieldCopier::Prepare() {
   if (context_->is_whole()) {
     KeepFieldsWithoutWidgets();
   }
-  NoteOwnNames();
+  SettleNames();
 }
 
 // They were never on a page, so none of their pages is missing.
@@ -150,7 +150,8 @@ void FormFieldCopier::Begin() {
   has_begun_ = true;
   SourceFormFields& source = Source();
   TargetFormFields& target = context_->parts().form_fields;
-  differences_ = target.defaults().Add(source.defaults(), context_->objects());
+  differences_ =
+      target.defaults().Add(source.defaults(), context_->objects(), context_->is_whole());
   if (source.needs_appearances()) {
     target.RequireAppearances();
   }
@@ -198,41 +199,66 @@ bool FormFieldCopier::KeepOne(std::uint32_t index) {
 }
 
 // Where an earlier source's names are in the way, all names of this one count before the first of
-// them is changed.
-void FormFieldCopier::NoteOwnNames() {
+// them is changed; and all are changed before the first action that may name them is copied.
+void FormFieldCopier::SettleNames() {
   if (context_->parts().form_fields.names().empty()) {
     return;
   }
   const auto& nodes = Source().tree().nodes();
-  for (const auto& [index, kept] : kept_) {
-    if (nodes[index].parent == FieldTree::kNone) {
+  std::vector<std::string> names;
+  for (const std::uint32_t node : KeptNodes()) {
+    if (nodes[node].parent == FieldTree::kNone) {
       arena_.Reset();
       pdf::Document& document = context_->document();
-      const Object dictionary = document.Load({nodes[index].number, 0}, arena_);
+      const Object dictionary = document.Load({nodes[node].number, 0}, arena_);
       const Object name = document.Resolve(dictionary.Get("T"), arena_);
-      own_names_.insert(pdf::TextStringToUtf8(name.Text()));
+      names.push_back(pdf::TextStringToUtf8(name.Text()));
     }
+  }
+  own_names_.insert(names.begin(), names.end());
+  for (const std::string& name : names) {
+    SettleName(name);
   }
 }
 
-// A root field's name in the target. Several roots of one name in one source keep having one name.
-std::string FormFieldCopier::NameFor(std::string_view name) {
+// Several roots of one name in one source keep having one name. Returns what follows it in the
+// target, or null.
+const std::string* FormFieldCopier::SettleName(const std::string& name) {
   TakenNames& taken = context_->parts().form_fields.names();
-  const std::string key = pdf::TextStringToUtf8(name);
-  own_names_.insert(key);
-  if (!taken.Contains(key)) {
-    new_names_.insert(key);
+  FieldRenames& renames = context_->field_renames();
+  own_names_.insert(name);
+  if (const std::string* suffix = renames.SuffixOf(name)) {
+    return suffix;
+  }
+  if (!taken.Contains(name) || name.empty()) {
+    new_names_.insert(name);
+    return nullptr;
+  }
+  const std::string suffix = taken.SuffixFor(name, [this](const std::string& numbered) {
+    return own_names_.contains(numbered) || new_names_.contains(numbered);
+  });
+  new_names_.insert(name + suffix);
+  renames.Add(name, suffix);
+  return renames.SuffixOf(name);
+}
+
+// A root field's name in the target.
+std::string FormFieldCopier::NameFor(std::string_view name) {
+  const std::string* suffix = SettleName(pdf::TextStringToUtf8(name));
+  if (suffix == nullptr) {
     return std::string(name);
   }
-  std::string& suffix = suffixes_[key];
-  if (suffix.empty()) {
-    suffix = taken.SuffixFor(key, [this](const std::string& numbered) {
-      return own_names_.contains(numbered) || new_names_.contains(numbered);
-    });
-    new_names_.insert(key + suffix);
-  }
   ++renamed_count_;
-  return TextStringWith(name, suffix);
+  return TextStringWith(name, *suffix);
+}
+
+std::vector<std::uint32_t> FormFieldCopier::KeptNodes() const {
+  std::vector<std::uint32_t> nodes;
+  for (const auto& [node, kept] : kept_) {
+    nodes.push_back(node);
+  }
+  std::sort(nodes.begin(), nodes.end());
+  return nodes;
 }
 
 void FormFieldCopier::CopyWidget(std::string& out, const Object& dictionary,
@@ -340,12 +366,12 @@ void FormFieldCopier::AppendEntry(std::string& out, const DictionaryEntry& entry
     return;
   }
   const bool is_name = key == "T" && written.is_root;
-  if (is_name || (key == "DA" && !differences_.renames.empty())) {
+  if (is_name || (key == "DA" && !differences_.names.empty())) {
     const Object value = context_->document().Resolve(entry.value, arena_);
     if (value.IsString()) {
       pdf::AppendName(out, key);
       pdf::AppendString(out,
-                        is_name ? NameFor(value.Text()) : differences_.renames.Apply(value.Text()),
+                        is_name ? NameFor(value.Text()) : differences_.names.Apply(value.Text()),
                         value.is_hex());
       return;
     }
@@ -393,11 +419,7 @@ void FormFieldCopier::AppendMissingDefaults(std::string& out, const Object& dict
 void FormFieldCopier::Copy() {
   const auto& tree = Source().tree().nodes();
   TargetFormFields& target = context_->parts().form_fields;
-  std::vector<std::uint32_t> nodes;
-  for (const auto& [node, kept] : kept_) {
-    nodes.push_back(node);
-  }
-  std::sort(nodes.begin(), nodes.end());
+  const std::vector<std::uint32_t> nodes = KeptNodes();
   std::unordered_map<std::uint32_t, std::vector<std::uint32_t>> kids;  // by node
   for (const std::uint32_t node : nodes) {
     const Kept& kept = kept_[node];
@@ -427,6 +449,7 @@ void FormFieldCopier::Copy() {
     }
   }
   AddCalculations(nodes);
+  target.defaults().AddUsed(differences_, context_->objects());
   target.names().Add(new_names_);
   Report(nodes);
 }
@@ -482,7 +505,7 @@ void FormFieldCopier::Report(const std::vector<std::uint32_t>& nodes) {
   report.Add(CopiedKind::kFormField, CopyOutcome::kRenamed, "another document has that name",
              renamed_count_);
   report.Add(CopiedKind::kFormField, CopyOutcome::kDropped, "on none of the copied pages",
-             tree.CountTerminal() - kept);
+             tree.terminal_count() - kept);
 }
 
 }  // namespace TarnixTools::engines

@@ -132,8 +132,10 @@ class FormFieldCopier {
   Kept* Keep(std::uint32_t node);
   bool KeepOne(std::uint32_t node);
   void KeepFieldsWithoutWidgets();
-  void NoteOwnNames();
+  void SettleNames();
+  const std::string* SettleName(const std::string& name);
   std::string NameFor(std::string_view name);
+  std::vector<std::uint32_t> KeptNodes() const;
 
   void CopyPlain(std::string& out, const pdf::Object& dictionary);
   void CopyUnnumbered(std::string& out, const pdf::Object& dictionary, std::uint32_t target_number);
@@ -159,7 +161,6 @@ class FormFieldCopier {
   TargetFieldDefaults::Differences differences_;
   std::unordered_set<std::string> own_names_;  // of this copy's root fields, as they were
   std::unordered_set<std::string> new_names_;  // as they are now
-  std::unordered_map<std::string, std::string> suffixes_;  // by name, of those renamed
   std::uint64_t renamed_count_ = 0;
 };
 

@@ -16,7 +16,7 @@ SourceStructure::SourceStructure(SourceDocument& source) : document_(&source.doc
   const auto says = [&](const char* key) {
     return document_->Resolve(marks.Get(key), arena).BooleanOr(false);
   };
-  mark_info_ = {says("Marked"), says("UserProperties"), says("Suspects")};
+  mark_info_ = {marks.IsDictionary(), says("Marked"), says("UserProperties"), says("Suspects")};
   if (catalog.Has("StructTreeRoot")) {
     StructureReader(source, *this).Read(catalog.Get("StructTreeRoot"));
   }

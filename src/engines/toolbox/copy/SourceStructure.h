@@ -28,6 +28,7 @@ class SourceDocument;
 
 // What the catalog's /MarkInfo says.
 struct MarkInfo {
+  bool is_there = false;
   bool is_marked = false;
   bool has_user_properties = false;
   bool has_suspects = false;

@@ -36,6 +36,7 @@ void StructureCopier::Prepare() {
   SourceStructure& source = context_->source().parts().structure();
   target_ = &context_->parts().structure;
   target_->AddSource(source.mark_info(), source.is_tagged());
+  CopyMarkInfo(source.mark_info());
   if (!source.is_tagged()) {
     return;
   }
@@ -51,6 +52,19 @@ void StructureCopier::Prepare() {
   if (context_->is_whole()) {
     KeepRange(1, static_cast<std::uint32_t>(source.elements().size()));
   }
+}
+
+// A document that is one whole source says of itself what that said.
+void StructureCopier::CopyMarkInfo(const MarkInfo& marks) {
+  if (!marks.is_there || !context_->is_whole()) {
+    return;
+  }
+  arena_.Reset();
+  pdf::Document& document = context_->document();
+  const Object catalog = document.Load(document.root(), arena_);
+  std::string text;
+  context_->objects().Append(text, document.Resolve(catalog.Get("MarkInfo"), arena_));
+  target_->SetWholeMarkInfo(text);
 }
 
 // The element's number in the target; its ancestors come with it.

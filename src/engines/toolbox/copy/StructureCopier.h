@@ -53,6 +53,7 @@ class StructureCopier {
     std::uint32_t item_count;  // kept of what it and its descendants hold
   };
 
+  void CopyMarkInfo(const MarkInfo& marks);
   std::uint32_t Keep(std::uint32_t index);
   void KeepRange(std::uint32_t first, std::uint32_t end);
   void KeepItem(const Item& item);

@@ -108,6 +108,10 @@ void TargetStructure::Finish(pdf::FileWriter& writer, std::string& catalog) {
 
 // A document counts as tagged when all that it was made of does.
 void TargetStructure::AppendMarkInfo(std::string& catalog) const {
+  if (sources_ == 1 && !has_untagged_content_ && !whole_mark_info_.empty()) {
+    catalog += "/MarkInfo" + whole_mark_info_;
+    return;
+  }
   const bool is_marked = sources_ > 0 && marked_sources_ == sources_ && !has_untagged_content_;
   if (!is_marked && !has_user_properties_ && !has_suspects_) {
     return;

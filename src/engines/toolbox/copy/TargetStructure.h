@@ -44,6 +44,9 @@ class TargetStructure {
   // One more source's pages come; is_tagged: it has a structure tree.
   void AddSource(const MarkInfo& marks, bool is_tagged);
 
+  // The /MarkInfo of a source all of whose pages come, which holds as it is when no other does.
+  void SetWholeMarkInfo(std::string dictionary) { whole_mark_info_ = std::move(dictionary); }
+
   // Content of a page that was tagged is not any more.
   void NoteUntaggedContent() { has_untagged_content_ = true; }
 
@@ -94,6 +97,7 @@ class TargetStructure {
   bool has_user_properties_ = false;
   bool has_suspects_ = false;
   bool has_untagged_content_ = false;
+  std::string whole_mark_info_;
   std::uint32_t top_ = 0;
   std::uint32_t top_namespace_ = 0;
   std::size_t ended_kids_ = 0;  // kids that were there when a source ended

@@ -409,6 +409,52 @@ TEST(FormFields, DoNotShareEmbeddedFonts) {
   EXPECT_EQ(copy.Field("a_2").Get("DA").Text(), "0 g /F1_2 12 Tf");
 }
 
+TEST(FormFields, LeaveEmbeddedFontsOfOthersBehind) {
+  const std::string bytes =
+      FormPdf(
+          "/Fields[10 0 R 11 0 R]/DA(/F1 0 Tf)/DR<</Font<</F1 12 0 R/F2 13 0 R/F3 14 0 R"
+          "/F4 15 0 R>>>>",
+          {"10 0 R", "11 0 R"})
+          .Widget(10, "/FT/Tx/T(a)/DA(/F2 12 Tf)")
+          .Widget(11, "/FT/Tx/T(b)/DA(/F3 12 Tf)")
+          .Object(12, "/Type/Font/BaseFont/One/FontDescriptor 16 0 R")
+          .Object(13, "/Type/Font/BaseFont/Two/FontDescriptor 16 0 R")
+          .Object(14, "/Type/Font/BaseFont/Three/FontDescriptor 16 0 R")
+          .Object(15, "/Type/Font/BaseFont/Four")
+          .Object(16, "/Type/FontDescriptor/FontFile 17 0 R")
+          .Stream(17, "", "font")
+          .Bytes();
+  CopiedForm part({{bytes, {1}}});
+  EXPECT_EQ(FontsOf(part), (Names{"F4=Four", "F1=One", "F3=Three"}));
+  CopiedForm whole({{bytes, {0, 1}}});
+  EXPECT_EQ(FontsOf(whole), (Names{"F1=One", "F2=Two", "F3=Three", "F4=Four"}));
+  CopiedForm two({{bytes, {0}}, {bytes, {1}}});
+  EXPECT_EQ(FontsOf(two), (Names{"F4=Four", "F1=One", "F2=Two", "F1_2=One", "F3_2=Three"}));
+  EXPECT_EQ(two.Field("b").Get("DA").Text(), "/F3_2 12 Tf");
+}
+
+TEST(FormFields, AreNamedByActionsAsTheyAreInTheTarget) {
+  const std::string bytes =
+      FormPdf("/Fields[10 0 R 11 0 R]", {"10 0 R 12 0 R 13 0 R"})
+          .Widget(10, "/FT/Tx/T(a)")
+          .Object(11, "/T<FEFF0067>/FT/Tx/Kids[12 0 R]")
+          .Widget(12, "/Parent 11 0 R/T(kid)")
+          .Widget(13,
+                  "/A<</S/ResetForm/Fields[(a) 12 0 R <FEFF0067002E006B> (other) 7]/Next"
+                  "<</S/Hide/T(g.kid)/H true>>>>")
+          .Bytes();
+  CopiedForm copy({{bytes, {0}}, {bytes, {0}}});
+  EXPECT_EQ(copy.Text(copy.Annotations(0)[2].Get("A").Get("Fields")).substr(0, 4), "[(a)");
+  const Object action = copy.Annotations(1)[2].Get("A");
+  const auto fields = action.Get("Fields").Items();
+  ASSERT_EQ(fields.size(), 5U);
+  EXPECT_EQ(fields[0].Text(), "a_2");
+  EXPECT_EQ(copy.Follow(fields[1]).Get("T").Text(), "kid");
+  EXPECT_EQ(copy.Text(fields[2]), "<FEFF0067005F0032002E006B>");
+  EXPECT_EQ(fields[3].Text(), "other");
+  EXPECT_EQ(copy.Follow(action.Get("Next")).Get("T").Text(), "g_2.kid");
+}
+
 TEST(FormFields, AreShownByTheViewerWhenOneSourceWantsThat) {
   CopiedForm copy({{TwoPages(), {0}}, {TwoPages("/NeedAppearances true"), {0}}});
   EXPECT_TRUE(copy.form().Get("NeedAppearances").BooleanOr(false));

@@ -343,6 +343,16 @@ TEST(Structure, CountsAsTaggedOnlyWhenAllSourcesAre) {
   EXPECT_FALSE(none.Catalog().Has("StructTreeRoot"));
 }
 
+TEST(Structure, SaysOfAWholeDocumentWhatItSaidOfItself) {
+  RawPdf pdf;
+  pdf.Pages(2).Object(1, "<</Type/Catalog/Pages 2 0 R/MarkInfo<</Marked false/Own 1>>>>");
+  const std::string bytes = pdf.Table();
+  EXPECT_EQ(CopiedDocument::Text(CopiedDocument({{bytes, {1, 0}}}).Catalog().Get("MarkInfo")),
+            "<</Marked false/Own 1>>");
+  EXPECT_FALSE(CopiedDocument({{bytes, {1}}}).Catalog().Has("MarkInfo"));
+  EXPECT_FALSE(CopiedDocument({{bytes, {0, 1}}, {bytes, {0, 1}}}).Catalog().Has("MarkInfo"));
+}
+
 TEST(Structure, LeadsAnnotationsToTheirElements) {
   const std::string bytes =
       TaggedPdf(2, "/K 21 0 R/ParentTree<</Nums[0[22 0 R]1[23 0 R]2 22 0 R 3 23 0 R]>>")
