@@ -1,4 +1,5 @@
-// The document engine's contract: documents, page lists, page copies and document information.
+// The document engine's contract: documents, page lists, page copies, document information, and
+// what is painted onto copied pages.
 //
 // Every operation returns a handle, or a non-zero value on success. A null handle or a zero result
 // means failure; the reason is PdfGetLastError() of the same thread, read right after the failing
@@ -30,11 +31,33 @@ struct TPdfDocument;
 struct TPdfPageList;
 struct TPdfPage;
 struct TPdfMetadata;
+struct TPdfFont;
+struct TPdfColorSpace;
+struct TPdfPaint;
+struct TPdfText;
+struct TPdfTextGenerator;
+struct TPdfContent;
+struct TPdfContentGenerator;
+struct TPdfImage;
+struct TPdfTransformation;
 
 // A page's size in points (1/72 inch).
 struct TPdfSize {
   double width = 0;
   double height = 0;
+};
+
+// In points, from the lower-left corner of the page as it is seen, y upwards.
+struct TPdfPoint {
+  double x = 0;
+  double y = 0;
+};
+
+struct TPdfRectangle {
+  double left = 0;
+  double bottom = 0;
+  double right = 0;
+  double top = 0;
 };
 
 // How the engine reaches a file. The engine calls nothing else of the file; `release` is called
@@ -182,6 +205,91 @@ TPdfMetadata* PdfDocumentCopyMetadata(TPdfDocument* target, TPdfMetadata* metada
 // Gives a created document this information as it is now. Without it the document is written
 // without any.
 int PdfDocumentSetMetadata(TPdfDocument* target, TPdfMetadata* metadata);
+
+// What is painted onto pages. The handles below belong to one created document, except the
+// transformation, which belongs to none; they may be closed as soon as what they were used for is
+// painted. Coordinates are in points, from the lower-left corner of the page as a viewer shows it:
+// crop box, rotation and user unit are taken into account.
+
+// A face installed on this system, found by family name and style words such as "Bold Italic".
+// options: 1, embed. Null when no such face is installed, or when it may not be embedded. The parts
+// of it that are used are embedded once per document.
+TPdfFont* PdfDocumentCreateSystemFontA(TPdfDocument* target, const char* name, const char* style,
+                                       std::int32_t options);
+
+// Of the face, for a font size of 1 (points). The descent is negative. 0 for a null font.
+double PdfFontGetAscent(TPdfFont* font);
+double PdfFontGetDescent(TPdfFont* font);
+
+// kind: 2, the device's red, green and blue. Null for any other.
+TPdfColorSpace* PdfDocumentCreateDeviceColorSpace(TPdfDocument* target, std::int32_t kind);
+
+// A colour with an opacity. alpha and values are from 0 to 1; count is the space's number of
+// components.
+TPdfPaint* PdfDocumentCreateAlphaPaint(TPdfDocument* target, TPdfColorSpace* space, double alpha,
+                                       const double* values, std::int32_t count);
+
+// An empty text object, filled by text generators.
+TPdfText* PdfDocumentCreateText(TPdfDocument* target);
+
+// Writes into a text object. size is in points; options: 0.
+TPdfTextGenerator* PdfNewTextGenerator(TPdfText* text, TPdfFont* font, double size,
+                                       std::int32_t options);
+
+// Glyphs shown from here on are filled. stroke: null; options: 1.
+int PdfTextGeneratorSetRendering(TPdfTextGenerator* generator, TPdfPaint* fill, TPdfPaint* stroke,
+                                 std::int32_t options);
+
+// Advance width of a line in points, as it would be shown. What cannot be shown counts as nothing.
+double PdfTextGeneratorGetWidthW(TPdfTextGenerator* generator, const std::wstring& text);
+double PdfTextGeneratorGetWidthA(TPdfTextGenerator* generator, const char* text);  // UTF-8
+
+// The left end of the baseline of the next shown line.
+int PdfTextGeneratorMoveTo(TPdfTextGenerator* generator, const TPdfPoint* point);
+
+// Adds a line's glyphs: shaped, in reading order from left to right, with glyphs of another
+// installed face where the font has none. Fails, and adds nothing, when no installed face has a
+// character.
+int PdfTextGeneratorShowW(TPdfTextGenerator* generator, const std::wstring& text);
+
+// Content of a page made by PdfDocumentCopyPage that is not appended yet.
+TPdfContent* PdfPageGetContent(TPdfPage* page);
+
+// Adds to the end of the content, or to its start with `prepend`. What was added comes into the
+// page when the generator is closed.
+TPdfContentGenerator* PdfNewContentGenerator(TPdfContent* content, bool prepend);
+int PdfContentGeneratorPaintText(TPdfContentGenerator* generator, TPdfText* text);
+int PdfContentGeneratorPaintImage(TPdfContentGenerator* generator, TPdfImage* image,
+                                  const TPdfRectangle* rectangle);
+int PdfContentGeneratorSave(TPdfContentGenerator* generator);
+int PdfContentGeneratorRestore(TPdfContentGenerator* generator);
+// Applies to what follows until the matching restore.
+int PdfContentGeneratorTransform(TPdfContentGenerator* generator,
+                                 TPdfTransformation* transformation);
+
+// A matrix; each operation is applied before those already in it, as operators in a content stream
+// are (8.3.4). angle is in degrees, counter-clockwise.
+TPdfTransformation* PdfNewTransformationIdentity();
+int PdfTransformationTranslate(TPdfTransformation* transformation, double dx, double dy);
+int PdfTransformationRotate(TPdfTransformation* transformation, double angle);
+
+// A picture from the bytes of an image file, found by content: JPEG, JPEG 2000, PNG, TIFF, GIF,
+// BMP, WebP; of several pictures the first. The stream is read until the image is closed, which
+// calls its release; after a failure it is still the caller's. The same bytes are stored once per
+// document.
+TPdfImage* PdfDocumentCreateImage(TPdfDocument* target, const TPdfStream* stream);
+std::int32_t PdfImageGetWidth(TPdfImage* image);  // pixels, as the picture is seen upright
+std::int32_t PdfImageGetHeight(TPdfImage* image);
+
+int PdfClose(TPdfFont* font);
+int PdfClose(TPdfColorSpace* space);
+int PdfClose(TPdfPaint* paint);
+int PdfClose(TPdfText* text);
+int PdfClose(TPdfTextGenerator* generator);
+int PdfClose(TPdfContent* content);
+int PdfClose(TPdfContentGenerator* generator);
+int PdfClose(TPdfImage* image);
+int PdfClose(TPdfTransformation* transformation);
 
 }  // namespace TarnixTools::engines
 
