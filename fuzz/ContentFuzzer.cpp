@@ -1,0 +1,69 @@
+// Content streams: the input is one. Its operators are walked, the operands of each are parsed and
+// written out again, and the names of resources that it uses are collected. What is told lies
+// within the content and in its order, whatever the content is.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "pdf/Error.h"
+#include "pdf/content/ContentReader.h"
+#include "pdf/content/ResourceNames.h"
+#include "pdf/write/Serialize.h"
+
+namespace {
+
+using TarnixTools::pdf::Arena;
+using TarnixTools::pdf::ContentReader;
+using TarnixTools::pdf::Object;
+using TarnixTools::pdf::Operation;
+using TarnixTools::pdf::ParseOperands;
+using TarnixTools::pdf::ResourceCategory;
+
+constexpr std::size_t kMaxBytes = std::size_t{1} << 20;
+
+void Require(bool holds) {
+  if (!holds) {
+    std::abort();
+  }
+}
+
+bool IsWithin(std::string_view part, std::string_view whole) {
+  return part.empty() ||
+         (part.data() >= whole.data() && part.data() + part.size() <= whole.data() + whole.size());
+}
+
+void Walk(std::string_view content) {
+  ContentReader reader(content);
+  Operation operation;
+  Arena arena;
+  const char* last = content.data();
+  while (reader.Next(operation)) {
+    Require(IsWithin(operation.name, content) && IsWithin(operation.operands, content));
+    Require(IsWithin(operation.image_entries, content) && IsWithin(operation.image_data, content));
+    Require(!operation.name.empty() && operation.name.data() >= last);
+    last = operation.name.data();
+    arena.Reset();
+    std::string text;
+    for (const Object& operand : ParseOperands(operation.operands, arena)) {
+      TarnixTools::pdf::AppendObject(text, operand);
+    }
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::string_view content(reinterpret_cast<const char*>(data),
+                                 size < kMaxBytes ? size : kMaxBytes);
+  try {
+    Walk(content);
+    std::size_t names = 0;
+    TarnixTools::pdf::CollectResourceNames(
+        content, [&](ResourceCategory, std::string_view name) { names += name.size(); });
+    Require(names <= 2 * content.size() + content.size());
+  } catch (const TarnixTools::pdf::Error&) {
+  }
+  return 0;
+}
