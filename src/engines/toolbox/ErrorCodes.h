@@ -23,7 +23,12 @@ enum ToolboxError : std::int32_t {
   kSourceChangedError = 10,
   kArgumentError = 11,
   kMemoryError = 12,
+  kFontNotFoundError = 13,
+  kFontEmbeddingError = 14,
+  kCharacterError = 15,
+  kImageError = 16,
   kPasswordError = 17,
+  kLibraryError = 18,
 };
 
 constexpr ToolboxError CodeOf(pdf::ErrorCode code) {

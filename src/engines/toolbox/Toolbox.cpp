@@ -10,6 +10,7 @@ namespace TarnixTools::engines {
 namespace {
 
 thread_local ToolboxError last_error = kNoError;
+thread_local std::uint32_t last_error_character = 0;
 
 // 0 with an argument error.
 int Refuse() {
@@ -23,10 +24,18 @@ void SetLastError(ToolboxError code) noexcept {
   last_error = code;
 }
 
+void SetLastErrorCharacter(std::uint32_t code_point) noexcept {
+  last_error_character = code_point;
+}
+
 void PdfInitialize() {}
 
 std::int32_t PdfGetLastError() {
   return last_error;
+}
+
+std::uint32_t PdfGetLastErrorCharacter() {
+  return last_error_character;
 }
 
 TPdfDocument* PdfDocumentOpenA(const TPdfStream* stream, const char* password) {

@@ -132,6 +132,10 @@ void PdfInitialize();
 // Error code (ErrorCodes.h) of the last failed call on this thread; 0 when none failed.
 std::int32_t PdfGetLastError();
 
+// The code point that this thread's last PdfTextGeneratorShowW to fail for want of a character
+// could not show; 0 when none did.
+std::uint32_t PdfGetLastErrorCharacter();
+
 // Opens a document for reading. password is UTF-8, "" for none. Null on failure, with 17 for a
 // missing or wrong password. The stream descriptor is copied; the stream is read on demand until
 // the document is closed.
@@ -248,8 +252,8 @@ double PdfTextGeneratorGetWidthA(TPdfTextGenerator* generator, const char* text)
 int PdfTextGeneratorMoveTo(TPdfTextGenerator* generator, const TPdfPoint* point);
 
 // Adds a line's glyphs: shaped, in reading order from left to right, with glyphs of another
-// installed face where the font has none. Fails, and adds nothing, when no installed face has a
-// character.
+// installed face where the font has none. Fails with 15, and adds nothing, when no installed face
+// has a character; PdfGetLastErrorCharacter tells which.
 int PdfTextGeneratorShowW(TPdfTextGenerator* generator, const std::wstring& text);
 
 // Content of a page made by PdfDocumentCopyPage that is not appended yet.
