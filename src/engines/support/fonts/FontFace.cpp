@@ -1,0 +1,224 @@
+#include "engines/support/fonts/FontFace.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "engines/support/fonts/CffCharset.h"
+#include "engines/support/fonts/FontLibraries.h"
+
+namespace TarnixTools::engines::fonts {
+
+namespace {
+
+// Bits of fsType in the OS/2 table.
+constexpr int kRestricted = 0x0002;
+constexpr int kPreviewAndPrint = 0x0004;
+constexpr int kEditable = 0x0008;
+constexpr int kNoSubsetting = 0x0100;
+constexpr int kBitmapOnly = 0x0200;
+
+constexpr std::size_t kMaxNameLength = 63;
+
+int Unsigned16(std::string_view table, std::size_t offset) {
+  return offset + 2 <= table.size() ? static_cast<unsigned char>(table[offset]) << 8 |
+                                          static_cast<unsigned char>(table[offset + 1])
+                                    : 0;
+}
+
+int Signed16(std::string_view table, std::size_t offset) {
+  return static_cast<std::int16_t>(Unsigned16(table, offset));
+}
+
+constexpr hb_tag_t TagOf(const char (&tag)[5]) {
+  return HB_TAG(tag[0], tag[1], tag[2], tag[3]);
+}
+
+// Bytes that HarfBuzz keeps.
+class Blob {
+ public:
+  explicit Blob(hb_blob_t* blob) : blob_(blob) {}
+
+  Blob(hb_face_t* face, const char (&tag)[5])
+      : Blob(HarfBuzz::Get().hb_face_reference_table(face, TagOf(tag))) {}
+
+  ~Blob() { HarfBuzz::Get().hb_blob_destroy(blob_); }
+
+  Blob(const Blob&) = delete;
+  Blob& operator=(const Blob&) = delete;
+
+  std::string_view bytes() const {
+    unsigned length = 0;
+    const char* data = HarfBuzz::Get().hb_blob_get_data(blob_, &length);
+    return data == nullptr ? std::string_view() : std::string_view(data, length);
+  }
+
+ private:
+  hb_blob_t* blob_;
+};
+
+}  // namespace
+
+std::unique_ptr<FontFace> FontFace::Load(const std::string& file, int index) {
+  const HarfBuzz& hb = HarfBuzz::Get();
+  hb_blob_t* blob = hb.hb_blob_create_from_file_or_fail(file.c_str());
+  if (blob == nullptr) {
+    return nullptr;
+  }
+  const bool has_face = index >= 0 && static_cast<unsigned>(index) < hb.hb_face_count(blob);
+  hb_face_t* face = has_face ? hb.hb_face_create(blob, static_cast<unsigned>(index)) : nullptr;
+  hb.hb_blob_destroy(blob);
+  if (face == nullptr) {
+    return nullptr;
+  }
+  std::unique_ptr<FontFace> loaded(new FontFace(face, hb.hb_font_create(face)));
+  return loaded->ReadTables() ? std::move(loaded) : nullptr;
+}
+
+FontFace::FontFace(hb_face_t* face, hb_font_t* font) : face_(face), font_(font) {}
+
+FontFace::~FontFace() {
+  const HarfBuzz& hb = HarfBuzz::Get();
+  hb.hb_font_destroy(font_);
+  hb.hb_face_destroy(face_);
+}
+
+bool FontFace::ReadTables() {
+  const HarfBuzz& hb = HarfBuzz::Get();
+  const Blob head_table(face_, "head");
+  const Blob os2_table(face_, "OS/2");
+  const Blob post_table(face_, "post");
+  const Blob cff(face_, "CFF ");
+  const std::string_view head = head_table.bytes();
+  const std::string_view os2 = os2_table.bytes();
+  const std::string_view post = post_table.bytes();
+  const bool is_true_type = !Blob(face_, "glyf").bytes().empty();
+  if (head.size() < 54 || glyph_count() == 0 || (!is_true_type && cff.bytes().empty())) {
+    return false;
+  }
+  units_per_em_ = static_cast<int>(hb.hb_face_get_upem(face_));
+  if (!is_true_type) {
+    CffCharset charset = ReadCffCharset(cff.bytes(), glyph_count());
+    outline_kind_ = charset.is_cid_keyed ? OutlineKind::kCffByCid : OutlineKind::kCff;
+    cids_ = std::move(charset.cids);
+  }
+  bounds_ = {Signed16(head, 36), Signed16(head, 38), Signed16(head, 40), Signed16(head, 42)};
+  hb_font_extents_t extents{};
+  if (hb.hb_font_get_h_extents(font_, &extents) != 0) {
+    ascent_ = extents.ascender;
+    descent_ = extents.descender;
+  } else {
+    ascent_ = bounds_.top;
+    descent_ = bounds_.bottom;
+  }
+  weight_class_ = os2.size() >= 6 ? Unsigned16(os2, 4) : 400;
+  cap_height_ = os2.size() >= 90 && Unsigned16(os2, 0) >= 2 ? Signed16(os2, 88) : ascent_;
+  italic_angle_ = Signed16(post, 4) + Unsigned16(post, 6) / 65536.0;
+  is_fixed_pitch_ = Unsigned16(post, 12) != 0 || Unsigned16(post, 14) != 0;
+  ReadLicence(os2);
+  ReadName();
+  return true;
+}
+
+// Where several bits are set, which old versions of the table allow, the one counts that allows
+// most.
+void FontFace::ReadLicence(std::string_view os2) {
+  const int type = Unsigned16(os2, 8);
+  const bool is_restricted =
+      (type & kRestricted) != 0 && (type & (kPreviewAndPrint | kEditable)) == 0;
+  if (is_restricted || (type & kBitmapOnly) != 0) {
+    embedding_right_ = EmbeddingRight::kNone;
+  } else if ((type & kNoSubsetting) != 0) {
+    embedding_right_ = EmbeddingRight::kWholeOnly;
+  }
+}
+
+void FontFace::ReadName() {
+  std::array<char, 256> buffer{};
+  auto size = static_cast<unsigned>(buffer.size());
+  HarfBuzz::Get().hb_ot_name_get_utf8(face_, HB_OT_NAME_ID_POSTSCRIPT_NAME, HB_LANGUAGE_INVALID,
+                                      &size, buffer.data());
+  for (unsigned i = 0; i < std::min<unsigned>(size, buffer.size() - 1); ++i) {
+    const char c = buffer[i];
+    const bool is_plain =
+        (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-';
+    if (is_plain && name_.size() < kMaxNameLength) {
+      name_ += c;
+    }
+  }
+  if (name_.empty()) {
+    name_ = "Font";
+  }
+}
+
+std::uint32_t FontFace::glyph_count() const {
+  return HarfBuzz::Get().hb_face_get_glyph_count(face_);
+}
+
+std::uint32_t FontFace::GlyphOf(char32_t character) const {
+  hb_codepoint_t glyph = 0;
+  return HarfBuzz::Get().hb_font_get_nominal_glyph(font_, character, &glyph) != 0 ? glyph : 0;
+}
+
+int FontFace::Advance(std::uint32_t glyph) const {
+  return HarfBuzz::Get().hb_font_get_glyph_h_advance(font_, glyph);
+}
+
+std::uint32_t FontFace::CidOf(std::uint32_t glyph) const {
+  return glyph < cids_.size() ? cids_[glyph] : glyph;
+}
+
+// Without tables of variations, what is left is the default instance.
+bool FontFace::IsKept(std::uint32_t tag, OutlineKind kind) {
+  constexpr std::array kTrueTypeTables = {TagOf("glyf"), TagOf("head"), TagOf("hhea"),
+                                          TagOf("hmtx"), TagOf("loca"), TagOf("maxp")};
+  constexpr std::array kCffTables = {TagOf("CFF "), TagOf("head"), TagOf("hhea"), TagOf("hmtx"),
+                                     TagOf("maxp")};
+  return kind == OutlineKind::kTrueType
+             ? std::find(kTrueTypeTables.begin(), kTrueTypeTables.end(), tag) !=
+                   kTrueTypeTables.end()
+             : std::find(kCffTables.begin(), kCffTables.end(), tag) != kCffTables.end();
+}
+
+std::string FontFace::Subset(const std::set<std::uint32_t>& glyphs) const {
+  const HarfBuzz& hb = HarfBuzz::Get();
+  const HarfBuzzSubset& subset = HarfBuzzSubset::Get();
+  hb_subset_input_t* input = subset.hb_subset_input_create_or_fail();
+  if (input == nullptr) {
+    return {};
+  }
+  hb_set_t* kept = subset.hb_subset_input_glyph_set(input);
+  if (embedding_right_ == EmbeddingRight::kWholeOnly) {
+    hb.hb_set_add_range(kept, 0, glyph_count() - 1);
+  }
+  for (const std::uint32_t glyph : glyphs) {
+    hb.hb_set_add(kept, glyph);
+  }
+  hb_set_t* dropped = subset.hb_subset_input_set(input, HB_SUBSET_SETS_DROP_TABLE_TAG);
+  std::array<hb_tag_t, 64> tags{};
+  auto count = static_cast<unsigned>(tags.size());
+  for (unsigned first = 0; count == tags.size(); first += count) {
+    hb.hb_face_get_table_tags(face_, first, &count, tags.data());
+    for (unsigned i = 0; i < count; ++i) {
+      if (!IsKept(tags[i], outline_kind_)) {
+        hb.hb_set_add(dropped, tags[i]);
+      }
+    }
+  }
+  // Character identifiers stay what they are when glyphs move; glyph numbers have to be kept.
+  const unsigned keeps_numbers =
+      outline_kind_ == OutlineKind::kCffByCid ? 0U : unsigned{HB_SUBSET_FLAGS_RETAIN_GIDS};
+  subset.hb_subset_input_set_flags(input, HB_SUBSET_FLAGS_NO_HINTING | keeps_numbers);
+  hb_face_t* made = subset.hb_subset_or_fail(face_, input);
+  subset.hb_subset_input_destroy(input);
+  if (made == nullptr) {
+    return {};
+  }
+  const Blob program(outline_kind_ == OutlineKind::kTrueType
+                         ? hb.hb_face_reference_blob(made)
+                         : hb.hb_face_reference_table(made, TagOf("CFF ")));
+  hb.hb_face_destroy(made);
+  return std::string(program.bytes());
+}
+
+}  // namespace TarnixTools::engines::fonts
