@@ -1,0 +1,16 @@
+// Whether what a file gives as its colour profile can be one (ICC.1:2022, 7.2 and 7.3).
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_ICCPROFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_ICCPROFILE_H_
+
+#include <string>
+#include <string_view>
+
+namespace TarnixTools::engines::images {
+
+// The profile, cut to the size that it states; empty when it is damaged, no profile of an input,
+// display, output or colour space device, or one of another number of components.
+std::string UsableProfile(std::string_view profile, int components);
+
+}  // namespace TarnixTools::engines::images
+
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_ICCPROFILE_H_

@@ -1,0 +1,57 @@
+// JPEG files (ITU-T T.81, JFIF 1.02, Exif 2.32): their data goes into a document as it is.
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_JPEGFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_JPEGFILE_H_
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "engines/support/images/ByteReader.h"
+#include "engines/support/images/Exif.h"
+#include "engines/support/images/ImageFile.h"
+
+namespace TarnixTools::engines::images {
+
+class JpegFile : public ImageFile {
+ public:
+  static bool Recognises(ByteReader& reader);
+
+  explicit JpegFile(pdf::ByteSource& source);
+
+  PdfImage Embed(std::size_t frame) override;
+
+ private:
+  void ReadSegments();
+  void ReadSegment(std::uint8_t marker, std::uint64_t start, std::size_t length);
+  void ReadFrameHeader(std::uint8_t marker, std::uint64_t start, std::size_t length);
+  void ReadApplicationData(std::uint8_t marker, std::uint64_t start, std::size_t length);
+  std::string Profile();
+  std::vector<DataPiece> Data();
+  std::uint64_t FindEnd();
+
+  struct ProfilePart {
+    std::uint64_t offset;
+    std::size_t length;
+    unsigned number;
+  };
+
+  ByteReader reader_;
+  Frame frame_;
+  int frame_marker_ = 0;  // SOFn
+  int components_ = 0;
+  std::array<std::uint8_t, 4> component_ids_{};
+  bool has_jfif_ = false;
+  bool has_adobe_ = false;
+  bool has_more_pictures_ = false;  // after the end of this one
+  double jfif_dpi_x_ = 0;
+  double jfif_dpi_y_ = 0;
+  ExifFacts exif_;
+  std::vector<ProfilePart> profile_parts_;
+  std::uint64_t scan_start_ = 0;  // of the first scan's header
+};
+
+}  // namespace TarnixTools::engines::images
+
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_JPEGFILE_H_

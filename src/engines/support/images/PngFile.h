@@ -1,0 +1,65 @@
+// PNG files (PNG, third edition). The data of pictures without interlacing and without an alpha
+// channel goes into a document as it is: /FlateDecode with predictor 15 is what PNG stores.
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_PNGFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_PNGFILE_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "engines/support/images/ByteReader.h"
+#include "engines/support/images/ImageFile.h"
+#include "engines/support/images/Raster.h"
+
+namespace TarnixTools::engines::images {
+
+class PngFile : public ImageFile {
+ public:
+  static bool Recognises(ByteReader& reader);
+
+  explicit PngFile(pdf::ByteSource& source);
+
+  PdfImage Embed(std::size_t frame) override;
+
+ private:
+  void ReadChunks();
+  void ReadHeader(std::uint64_t start, std::size_t length);
+  void ReadChunk(std::uint32_t type, std::uint64_t start, std::size_t length);
+  void ReadProfile(std::uint64_t start, std::size_t length);
+  void ReadTransparency();
+
+  bool IsPalette() const { return color_type_ == 3; }
+
+  bool HasAlphaChannel() const { return color_type_ >= 4; }
+
+  int Channels() const;
+
+  int ColorComponents() const { return color_type_ == 0 || color_type_ == 4 ? 1 : 3; }
+
+  std::size_t RowBytes(std::uint32_t width) const;
+  std::size_t PixelBytes() const;
+  ImageStream PassThrough();
+  Plane Decode();
+  void Inflate(unsigned char* out, std::size_t size);
+  void Deinterlace(Plane& plane);
+  Raster MakeRaster(Plane&& samples) const;
+  Plane PaletteAlpha(const Plane& indices) const;
+
+  ByteReader reader_;
+  Frame frame_;
+  int bits_ = 0;
+  int color_type_ = -1;
+  bool is_interlaced_ = false;
+  bool is_complete_ = false;
+  std::string palette_;
+  std::string transparency_;  // tRNS
+  std::string color_key_;     // the same as /Mask, where it can be that
+  bool has_palette_alpha_ = false;
+  std::string profile_;
+  std::vector<DataPiece> data_;
+};
+
+}  // namespace TarnixTools::engines::images
+
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_PNGFILE_H_

@@ -1,0 +1,35 @@
+// A decoded picture, and how it becomes an image of a PDF document without losing anything.
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_RASTER_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_RASTER_H_
+
+#include <string>
+
+#include "engines/support/images/PdfImage.h"
+#include "engines/support/images/Plane.h"
+
+namespace TarnixTools::engines::images {
+
+struct Raster {
+  ColorSpace space = ColorSpace::kGray;
+  Plane color;
+  std::string palette;            // of an indexed picture, as in ImageStream
+  std::string profile;            // a usable one, or none
+  bool is_inverted = false;       // gray of which 0 is white, CMYK of which 0 is all ink
+  bool is_premultiplied = false;  // colours have been multiplied by the alpha
+  std::string color_key;          // as in ImageStream
+  Plane alpha;                    // one channel; empty when all is opaque
+};
+
+// Takes samples apart whose last channel is the alpha: sets color and alpha.
+void SplitAlpha(const Plane& samples, Raster& raster);
+
+// Stores a picture losslessly, in the smallest of a few ways: without colour where there is none,
+// in fewer bits, with a palette, and with the PNG predictor that suits it.
+PdfImage Encode(Raster&& raster);
+
+// The soft mask for an alpha channel.
+ImageStream EncodeMask(Plane&& alpha);
+
+}  // namespace TarnixTools::engines::images
+
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_RASTER_H_

@@ -1,0 +1,12 @@
+// Units of the resolutions in image files.
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_UNITS_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_UNITS_H_
+
+namespace TarnixTools::engines::images {
+
+inline constexpr double kCentimetresPerInch = 2.54;
+inline constexpr double kMetresPerInch = 0.0254;
+
+}  // namespace TarnixTools::engines::images
+
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_UNITS_H_
