@@ -57,6 +57,9 @@ ProgramResult RunProgram(const std::vector<std::string>& command) {
 }
 
 bool HasProgram(const std::string& name) {
+  if (name.find('/') != std::string::npos) {
+    return access(name.c_str(), X_OK) == 0;
+  }
   const char* path = std::getenv("PATH");
   std::istringstream directories(path != nullptr ? path : "");
   for (std::string directory; std::getline(directories, directory, ':');) {

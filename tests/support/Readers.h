@@ -20,6 +20,7 @@ struct ProgramResult {
 // Runs a program, found by PATH, without a shell: arguments are passed as they are.
 ProgramResult RunProgram(const std::vector<std::string>& command);
 
+// By name, or by path.
 bool HasProgram(const std::string& name);
 
 // Ends the test as skipped when the program is not installed.

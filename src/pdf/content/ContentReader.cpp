@@ -8,6 +8,10 @@ namespace TarnixTools::pdf {
 
 namespace {
 
+bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
 bool IsValueKeyword(std::string_view text) {
   return text == "true" || text == "false" || text == "null";
 }
@@ -49,41 +53,78 @@ bool ContentReader::Next(Operation& operation) {
   open_.clear();
   lexer_.SkipSpace();
   const std::size_t start = lexer_.position();
-  while (lexer_.SkipSpace()) {
-    if (SkipNumber()) {
-      CountOperand(operation);
-      continue;
-    }
+  do {
+    SkipNumbers(operation);
     const std::size_t position = lexer_.position();
-    const Token token = lexer_.Next();
-    if (TakeToken(token, operation)) {
-      operation.name = token.text;
-      operation.code = OperatorCode(token.text);
+    if (TakeOperator(operation)) {
       operation.operands = content_.substr(start, position - start);
       if (operation.code == OperatorCode("BI")) {
         ReadInlineImage(operation);
       }
       return true;
     }
-  }
+  } while (lexer_.SkipSpace());
   is_damaged_ = is_damaged_ || !open_.empty();
   has_operands_left_ = has_operands_left_ || operation.operand_count > 0;
   return false;
 }
 
+// False for any other token, which is passed over.
+bool ContentReader::TakeOperator(Operation& operation) {
+  operation.name = ShortWord();
+  if (!operation.name.empty()) {
+    is_damaged_ = is_damaged_ || !open_.empty();
+  } else {
+    const Token token = lexer_.Next();
+    if (token.kind == Token::Kind::kEnd || !TakeToken(token, operation)) {
+      return false;
+    }
+    operation.name = token.text;
+  }
+  operation.code = OperatorCode(operation.name);
+  return true;
+}
+
 // Most of a content stream is numbers, whose values do not matter here.
-bool ContentReader::SkipNumber() {
+void ContentReader::SkipNumbers(Operation& operation) {
   const std::string_view rest = lexer_.rest();
-  std::size_t size = !rest.empty() && rest[0] == '-' ? 1 : 0;
-  const std::size_t first = size;
-  while (size < rest.size() && (IsDigit(rest[size]) || rest[size] == '.')) {
+  const char* at = rest.data();
+  const char* const end = at + rest.size();
+  const char* passed = at;
+  std::size_t count = 0;
+  for (;; ++count) {
+    while (at != end && IsSpace(*at)) {
+      ++at;
+    }
+    passed = at;
+    if (at != end && *at == '-') {
+      ++at;
+    }
+    const char* const first = at;
+    while (at != end && (IsDigit(*at) || *at == '.')) {
+      ++at;
+    }
+    if (at == first || (at != end && IsRegular(*at))) {
+      break;
+    }
+  }
+  operation.operand_count += open_.empty() ? count : 0;
+  lexer_.set_position(lexer_.position() + static_cast<std::size_t>(passed - rest.data()));
+}
+
+// Passes over a word of at most three letters, which cannot be but an operator. Empty for anything
+// else.
+std::string_view ContentReader::ShortWord() {
+  const std::string_view rest = lexer_.rest();
+  std::size_t size = 0;
+  while (size < rest.size() && IsRegular(rest[size])) {
+    if (!IsLetter(rest[size]) || size == 3) {
+      return {};
+    }
     ++size;
   }
-  if (size == first || (size < rest.size() && IsRegular(rest[size]))) {
-    return false;
-  }
   lexer_.set_position(lexer_.position() + size);
-  return true;
+  return rest.substr(0, size);
 }
 
 // True for an operator.

@@ -56,7 +56,9 @@ class ContentReader {
   bool has_operands_left() const { return has_operands_left_; }
 
  private:
-  bool SkipNumber();
+  bool TakeOperator(Operation& operation);
+  void SkipNumbers(Operation& operation);
+  std::string_view ShortWord();
   bool TakeToken(const Token& token, Operation& operation);
   void Open(char kind, Operation& operation);
   void Close(char kind);

@@ -1,40 +1,14 @@
 #include "pdf/content/ResourceNames.h"
 
-#include <optional>
 #include <string>
+#include <vector>
 
 #include "pdf/content/ContentReader.h"
+#include "pdf/content/NameScan.h"
 
 namespace TarnixTools::pdf {
 
 namespace {
-
-// What an operator's name operands stand for.
-std::optional<ResourceCategory> CategoryOf(std::uint32_t code) {
-  switch (code) {
-    case OperatorCode("Tf"):
-      return ResourceCategory::kFont;
-    case OperatorCode("Do"):
-      return ResourceCategory::kXObject;
-    case OperatorCode("gs"):
-      return ResourceCategory::kExtGState;
-    case OperatorCode("cs"):
-    case OperatorCode("CS"):
-      return ResourceCategory::kColorSpace;
-    case OperatorCode("scn"):
-    case OperatorCode("SCN"):
-    case OperatorCode("sc"):
-    case OperatorCode("SC"):
-      return ResourceCategory::kPattern;
-    case OperatorCode("sh"):
-      return ResourceCategory::kShading;
-    case OperatorCode("BDC"):
-    case OperatorCode("DP"):
-      return ResourceCategory::kProperties;
-    default:
-      return std::nullopt;
-  }
-}
 
 // Operands that are names. An operator with too many is taken differently by different readers, so
 // all of them count.
@@ -75,6 +49,20 @@ void CollectOperandNames(std::string_view operands, ResourceCategory category,
 }  // namespace
 
 ContentNames CollectResourceNames(std::string_view content, const ResourceNameSink& sink) {
+  std::vector<ScannedName> names;
+  if (!ScanNames(content, names)) {
+    return ReadResourceNames(content, sink);
+  }
+  std::string name;
+  for (const auto& [category, text] : names) {
+    name.clear();
+    DecodeName(text, name);
+    sink(category, name);
+  }
+  return {};
+}
+
+ContentNames ReadResourceNames(std::string_view content, const ResourceNameSink& sink) {
   ContentReader reader(content);
   ContentNames result;
   Operation operation;

@@ -39,6 +39,9 @@ struct ContentNames {
 // name too many, and the same one often.
 ContentNames CollectResourceNames(std::string_view content, const ResourceNameSink& sink);
 
+// The same, operator by operator: for content that is not as usual.
+ContentNames ReadResourceNames(std::string_view content, const ResourceNameSink& sink);
+
 // Names within a colour space, or instead of one, that a reader may look up: also those of the
 // device colour spaces.
 void CollectColorSpaceNames(const Object& color_space, const ResourceNameSink& sink);

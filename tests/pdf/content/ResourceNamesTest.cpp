@@ -52,6 +52,16 @@ TEST(ResourceNames, AreDoubtfulAfterDamage) {
   EXPECT_EQ(Names("BI/W 1/F/Fl ID a"), "?");
 }
 
+// Each of these is read the slow way, or passed over the quick way, to the same end.
+TEST(ResourceNames, AreNotThoseWithinOtherTokens) {
+  EXPECT_EQ(Names("(/A Do \\) /B Do (/C Do)) Tj /D Do"), "XObject/D");
+  EXPECT_EQ(Names("<(> Tj /D Do"), "XObject/D");
+  EXPECT_EQ(Names("% (/A Do\n/D Do"), "XObject/D");
+  EXPECT_EQ(Names("/P <</MCID 0/Lang (/A Do)>> BDC /D Do EMC"), "Properties/P XObject/D");
+  EXPECT_EQ(Names("BI/W 1/H 1/BPC 8/CS/G ID ( EI /D Do"), "ColorSpace/G XObject/D");
+  EXPECT_EQ(Names("[(a) -1 <62>] TJ /D Do"), "XObject/D");
+}
+
 TEST(ResourceNames, CountSurplusOperandsToo) {
   EXPECT_EQ(Names("/F1 /F2 12 Tf"), "Font/F1 Font/F2");
 }
