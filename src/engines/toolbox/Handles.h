@@ -5,11 +5,17 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "engines/toolbox/DocumentInfo.h"
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/TargetDocument.h"
 #include "engines/toolbox/Toolbox.h"
+#include "engines/toolbox/content/Matrix.h"
+#include "engines/toolbox/content/PageContent.h"
+#include "engines/toolbox/content/PageGeometry.h"
+#include "engines/toolbox/content/TargetContent.h"
+#include "engines/toolbox/content/TextPainter.h"
 
 namespace TarnixTools::engines {
 
@@ -30,11 +36,54 @@ struct TPdfPage {
   std::uint32_t index = 0;  // zero-based
   TargetDocument* target = nullptr;
   int rotation = 0;
-  std::int32_t options = 0;  // PdfCopyOption bits, of a copy
+  std::int32_t options = 0;              // PdfCopyOption bits, of a copy
+  std::shared_ptr<PageContent> content;  // what was painted onto a copy; null: nothing yet
 };
 
 struct TPdfMetadata {
   DocumentInfo info;
+};
+
+struct TPdfFont {
+  TargetContent* target = nullptr;
+  const fonts::InstalledFace* face = nullptr;
+};
+
+struct TPdfColorSpace {};
+
+struct TPdfPaint {
+  Paint paint;
+};
+
+struct TPdfText {
+  TargetContent* target = nullptr;
+  std::vector<PaintedLine> lines;
+};
+
+struct TPdfTextGenerator {
+  TPdfText* text = nullptr;
+  const fonts::InstalledFace* face = nullptr;
+  double size = 0;  // points
+  Paint paint;      // opaque black until it is set
+  TPdfPoint point;
+};
+
+struct TPdfContent {
+  TargetContent* target = nullptr;
+  PageGeometry geometry;
+  std::shared_ptr<PageContent> page;
+};
+
+struct TPdfContentGenerator {
+  TPdfContent content;
+  bool prepends = false;
+  std::string operators;
+  PageContent used;  // its resources only
+  int open_saves = 0;
+};
+
+struct TPdfTransformation {
+  Matrix matrix;
 };
 
 }  // namespace TarnixTools::engines

@@ -29,7 +29,9 @@ std::optional<pdf::Security> MakeSecurity(const TPdfEncryption* encryption) {
 TargetDocument::TargetDocument(const TPdfStream& stream, const TPdfEncryption* encryption)
     : sink_(stream),
       security_(MakeSecurity(encryption)),
-      writer_(sink_, security_ ? &*security_ : nullptr) {}
+      writer_(sink_, security_ ? &*security_ : nullptr) {
+  parts_.content = &content_;
+}
 
 TargetDocument::~TargetDocument() {
   for (const Requests& requests : requests_) {
@@ -38,12 +40,14 @@ TargetDocument::~TargetDocument() {
 }
 
 void TargetDocument::AppendPage(SourceDocument& source, std::uint32_t page_index, int rotation,
-                                std::int32_t options) {
+                                std::int32_t options, std::shared_ptr<const PageContent> painted) {
   const std::uint32_t number = writer_.Reserve();
   const auto position = static_cast<std::uint32_t>(page_numbers_.size());
   const std::uint32_t parent = LeafFor(position);
   page_numbers_.push_back(number);
-  RequestsOf(source).pages.push_back({page_index, number, parent, position, rotation, options});
+  const bool is_painted = painted != nullptr && !painted->is_empty();
+  RequestsOf(source).pages.push_back({page_index, number, parent, position, rotation, options,
+                                      is_painted ? std::move(painted) : nullptr});
 }
 
 TargetDocument::Requests& TargetDocument::RequestsOf(SourceDocument& source) {
@@ -93,6 +97,7 @@ void TargetDocument::Finish() {
   if (failure_) {
     throw pdf::Error(failure_->code, failure_->message);
   }
+  content_.Finish();
   const std::uint32_t info = WriteDocumentInfo(writer_, info_);
   writer_.Finish(WriteCatalog(), info);
 }

@@ -13,6 +13,7 @@
 #include "engines/toolbox/ErrorCodes.h"
 #include "engines/toolbox/StreamBridge.h"
 #include "engines/toolbox/Toolbox.h"
+#include "engines/toolbox/content/TargetContent.h"
 #include "engines/toolbox/copy/CopyContext.h"
 #include "engines/toolbox/copy/TargetParts.h"
 #include "pdf/crypt/Security.h"
@@ -42,10 +43,13 @@ class TargetDocument {
 
   std::int32_t page_count() const { return static_cast<std::int32_t>(page_numbers_.size()); }
 
+  // What is painted onto its pages.
+  TargetContent& content() { return content_; }
+
   // Appends a copy of a page: page_index is zero-based, rotation in degrees clockwise is added to
-  // the page's own.
+  // the page's own; painted may be null.
   void AppendPage(SourceDocument& source, std::uint32_t page_index, int rotation,
-                  std::int32_t options);
+                  std::int32_t options, std::shared_ptr<const PageContent> painted = nullptr);
 
   // Writes the noted pages of one source. A failure is kept, and reported by Finish.
   void WritePagesOf(SourceDocument& source) noexcept;
@@ -80,6 +84,7 @@ class TargetDocument {
   std::vector<std::uint32_t> page_numbers_;  // in page order
   std::vector<std::uint32_t> leaves_;        // lowest nodes of the page tree
   std::vector<Requests> requests_;           // in the order in which their sources came
+  TargetContent content_{writer_};
   TargetParts parts_;
   DocumentInfo info_;
   TPdfReportCallback report_callback_ = nullptr;

@@ -173,7 +173,7 @@ int PdfPageListAppend(TPdfPageList* page_list, TPdfPage* page) {
     if (target == nullptr || page->target != target) {
       return Refuse();
     }
-    target->AppendPage(*page->source, page->index, page->rotation, page->options);
+    target->AppendPage(*page->source, page->index, page->rotation, page->options, page->content);
     return 1;
   });
 }

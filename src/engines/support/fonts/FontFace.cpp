@@ -164,6 +164,33 @@ int FontFace::Advance(std::uint32_t glyph) const {
   return HarfBuzz::Get().hb_font_get_glyph_h_advance(font_, glyph);
 }
 
+bool FontFace::IsBlank(std::uint32_t glyph) const {
+  hb_glyph_extents_t extents{};
+  return Advance(glyph) == 0 &&
+         HarfBuzz::Get().hb_font_get_glyph_extents(font_, glyph, &extents) != 0 &&
+         extents.width == 0 && extents.height == 0;
+}
+
+std::uint32_t FontFace::BlankGlyph() {
+  if (blank_glyph_) {
+    return *blank_glyph_;
+  }
+  blank_glyph_ = 0;
+  for (const char32_t c : {0x200CU, 0x200DU, 0x200BU, 0x2060U, 0xFEFFU}) {
+    if (const std::uint32_t glyph = GlyphOf(c); glyph != 0 && IsBlank(glyph)) {
+      blank_glyph_ = glyph;
+      return glyph;
+    }
+  }
+  for (std::uint32_t glyph = 1; glyph < glyph_count(); ++glyph) {
+    if (IsBlank(glyph)) {
+      blank_glyph_ = glyph;
+      break;
+    }
+  }
+  return *blank_glyph_;
+}
+
 std::uint32_t FontFace::CidOf(std::uint32_t glyph) const {
   return glyph < cids_.size() ? cids_[glyph] : glyph;
 }

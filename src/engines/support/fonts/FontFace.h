@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -73,6 +74,9 @@ class FontFace {
 
   int Advance(std::uint32_t glyph) const;
 
+  // A glyph that takes no room and shows nothing; 0 when there is none. Looked for once.
+  std::uint32_t BlankGlyph();
+
   // The number under which the glyph is found in an embedded font program (ISO 32000-2, 9.7.4.2).
   std::uint32_t CidOf(std::uint32_t glyph) const;
 
@@ -88,6 +92,7 @@ class FontFace {
   bool ReadTables();
   void ReadLicence(std::string_view os2);
   void ReadName();
+  bool IsBlank(std::uint32_t glyph) const;
   static bool IsKept(std::uint32_t tag, OutlineKind kind);
 
   hb_face_t* face_;
@@ -104,6 +109,7 @@ class FontFace {
   Box bounds_;
   std::string name_;
   std::vector<std::uint16_t> cids_;  // by glyph, of a CID-keyed font
+  std::optional<std::uint32_t> blank_glyph_;
 };
 
 }  // namespace TarnixTools::engines::fonts

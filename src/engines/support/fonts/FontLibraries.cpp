@@ -1,5 +1,7 @@
 #include "engines/support/fonts/FontLibraries.h"
 
+#include <string>
+
 #include <dlfcn.h>
 
 namespace TarnixTools::engines::fonts {
@@ -81,6 +83,7 @@ HarfBuzz LoadHarfBuzz() {
   TARNIX_RESOLVE(hb_face_reference_table);
   TARNIX_RESOLVE(hb_font_create);
   TARNIX_RESOLVE(hb_font_destroy);
+  TARNIX_RESOLVE(hb_font_get_glyph_extents);
   TARNIX_RESOLVE(hb_font_get_glyph_h_advance);
   TARNIX_RESOLVE(hb_font_get_h_extents);
   TARNIX_RESOLVE(hb_font_get_nominal_glyph);

@@ -9,21 +9,15 @@
 #ifndef TARNIX_ENGINES_SUPPORT_FONTS_FONTLIBRARIES_H_
 #define TARNIX_ENGINES_SUPPORT_FONTS_FONTLIBRARIES_H_
 
-#include <stdexcept>
-#include <string>
-
 #include <fontconfig/fontconfig.h>
 #include <fribidi.h>
 #include <hb-ot.h>
 #include <hb-subset.h>
 #include <hb.h>
 
-namespace TarnixTools::engines::fonts {
+#include "engines/support/fonts/LibraryMissing.h"
 
-class LibraryMissing : public std::runtime_error {
- public:
-  explicit LibraryMissing(const std::string& name) : std::runtime_error(name) {}
-};
+namespace TarnixTools::engines::fonts {
 
 // A function of a library: the same name, called through a pointer.
 #define TARNIX_FUNCTION(name) decltype(&::name) name = nullptr
@@ -78,6 +72,7 @@ struct HarfBuzz {
   TARNIX_FUNCTION(hb_face_reference_table);
   TARNIX_FUNCTION(hb_font_create);
   TARNIX_FUNCTION(hb_font_destroy);
+  TARNIX_FUNCTION(hb_font_get_glyph_extents);
   TARNIX_FUNCTION(hb_font_get_glyph_h_advance);
   TARNIX_FUNCTION(hb_font_get_h_extents);
   TARNIX_FUNCTION(hb_font_get_nominal_glyph);

@@ -140,6 +140,12 @@ class Cutter {
 
   // A character with the marks on it: together where one face has them all.
   void Place(std::size_t first, std::size_t end) {
+    // A space goes with what stands before it, so that it does not bring in another font.
+    if (end - first == 1 && characters_.IsSpace(text_[first]) && !result_.items.empty() &&
+        result_.items.back().face->GlyphOf(text_[first]) != 0) {
+      Add(result_.items.back().face, first, end);
+      return;
+    }
     if (FontFace* face = FaceFor(first, end)) {
       Add(face, first, end);
       return;

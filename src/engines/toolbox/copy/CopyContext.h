@@ -4,10 +4,12 @@
 #define TARNIX_ENGINES_TOOLBOX_COPY_COPYCONTEXT_H_
 
 #include <cstdint>
+#include <memory>
 #include <unordered_map>
 #include <vector>
 
 #include "engines/toolbox/SourceDocument.h"
+#include "engines/toolbox/content/PageContent.h"
 #include "engines/toolbox/copy/CopyReport.h"
 #include "engines/toolbox/copy/TargetParts.h"
 #include "pdf/write/FileWriter.h"
@@ -16,12 +18,13 @@
 namespace TarnixTools::engines {
 
 struct PageRequest {
-  std::uint32_t page_index = 0;       // in the source, zero-based
-  std::uint32_t target_number = 0;    // object number of the page in the target
-  std::uint32_t parent_number = 0;    // of its page tree node in the target
-  std::uint32_t target_position = 0;  // in the target's page order, zero-based
-  int rotation = 0;                   // degrees clockwise, added to the page's own
-  std::int32_t options = 0;           // PdfCopyOption bits
+  std::uint32_t page_index = 0;                // in the source, zero-based
+  std::uint32_t target_number = 0;             // object number of the page in the target
+  std::uint32_t parent_number = 0;             // of its page tree node in the target
+  std::uint32_t target_position = 0;           // in the target's page order, zero-based
+  int rotation = 0;                            // degrees clockwise, added to the page's own
+  std::int32_t options = 0;                    // PdfCopyOption bits
+  std::shared_ptr<const PageContent> painted;  // onto it; may be null
 };
 
 class CopyContext {

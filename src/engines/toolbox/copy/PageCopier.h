@@ -8,6 +8,7 @@
 
 #include "engines/toolbox/copy/CopyContext.h"
 #include "engines/toolbox/copy/CopyParts.h"
+#include "engines/toolbox/copy/PaintedContents.h"
 #include "pdf/syntax/Object.h"
 #include "pdf/tree/PageTree.h"
 
@@ -17,7 +18,7 @@ class PageCopier {
  public:
   PageCopier(SourceDocument& source, pdf::FileWriter& target, TargetParts& parts,
              const std::vector<PageRequest>& requests)
-      : context_(source, target, parts, requests), parts_(context_) {}
+      : context_(source, target, parts, requests), parts_(context_), painted_(context_) {}
 
   // Once.
   void Write();
@@ -25,6 +26,8 @@ class PageCopier {
  private:
   void WritePage(const PageRequest& request);
   void AppendContents(std::string& out, const pdf::Object& contents);
+  void AppendPainted(std::string& out, const PageRequest& request, const pdf::PageTree::Page& page,
+                     const pdf::Object& dictionary);
   bool IsLostStream(const pdf::Object& item);
   void AppendRotation(std::string& out, const pdf::PageTree::Page& page,
                       const pdf::Object& dictionary, int rotation);
@@ -32,6 +35,7 @@ class PageCopier {
 
   CopyContext context_;
   CopyParts parts_;
+  PaintedContents painted_;
   pdf::Arena arena_;
   std::unordered_set<std::uint32_t> written_pages_;  // page indexes
 };

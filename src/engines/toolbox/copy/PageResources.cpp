@@ -18,6 +18,8 @@ constexpr std::uint64_t kNodeKey = std::uint64_t{1} << 32;
 constexpr std::uint64_t kPageKey = std::uint64_t{2} << 32;
 
 constexpr std::string_view kNoResources = "<<>>";
+// Names of resources that are added to a page's own begin with this.
+constexpr std::string_view kFirstPrefix = "Tx";
 
 }  // namespace
 
@@ -244,17 +246,117 @@ std::uint32_t PageResourceCopier::Write(const std::string& text) {
   return place->second;
 }
 
+namespace {
+
+// A beginning of names that makes all that are added differ from those that are there.
+std::string FreePrefix(const ResourceDictionary& resources,
+                       const std::vector<AddedResource>& added) {
+  std::unordered_set<std::string> taken;
+  for (const NamedResource& resource : resources.entries) {
+    if (resource.name.starts_with(kFirstPrefix)) {
+      taken.insert(static_cast<char>(resource.category) + std::string(resource.name));
+    }
+  }
+  std::string prefix(kFirstPrefix);
+  const auto is_taken = [&](const AddedResource& resource) {
+    return taken.contains(static_cast<char>(resource.category) + prefix + resource.name);
+  };
+  for (int i = 0; std::any_of(added.begin(), added.end(), is_taken); ++i) {
+    prefix = std::string(kFirstPrefix) + std::to_string(i) + '.';
+  }
+  return prefix;
+}
+
+void AppendAdded(std::string& out, pdf::ResourceCategory category,
+                 const std::vector<AddedResource>& added, const std::string& prefix) {
+  for (const AddedResource& resource : added) {
+    if (resource.category == category) {
+      pdf::AppendName(out, prefix + resource.name);
+      pdf::AppendReference(out, resource.number);
+    }
+  }
+}
+
+std::string AddedOnly(const std::vector<AddedResource>& added, const std::string& prefix) {
+  std::string text = "<<";
+  for (std::size_t i = 0; i < pdf::kResourceCategoryKeys.size(); ++i) {
+    std::string names;
+    AppendAdded(names, static_cast<pdf::ResourceCategory>(i), added, prefix);
+    if (!names.empty()) {
+      pdf::AppendName(text, pdf::kResourceCategoryKeys[i]);
+      text += "<<" + names + ">>";
+    }
+  }
+  return text + ">>";
+}
+
+}  // namespace
+
+std::string PageResourceCopier::CopyWith(std::string& page, const pdf::PageTree::Page& source_page,
+                                         const Object& dictionary,
+                                         const std::vector<AddedResource>& added) {
+  const Place place = PlaceOf(source_page, dictionary);
+  const auto resources = place.value.IsNull() ? nullptr : Read(place);
+  page += "/Resources";
+  if (resources == nullptr) {
+    page += AddedOnly(added, std::string(kFirstPrefix));
+    return std::string(kFirstPrefix);
+  }
+  const std::string prefix = FreePrefix(*resources, added);
+  if (!place.is_shared) {
+    page += Merged(place, *resources, added, prefix);
+    return prefix;
+  }
+  const auto [known, is_new] =
+      merged_.try_emplace(std::to_string(place.key) + AddedOnly(added, prefix), 0);
+  if (is_new) {
+    const std::string text = Merged(place, *resources, added, prefix);
+    known->second = Write(text);
+  }
+  pdf::AppendReference(page, known->second);
+  return prefix;
+}
+
+std::string PageResourceCopier::Merged(const Place& place, const ResourceDictionary& resources,
+                                       const std::vector<AddedResource>& added,
+                                       const std::string& prefix) {
+  const Use& use = uses_[place.key];
+  const bool is_whole = context_->is_whole() || IsWhole(resources, use);
+  const std::vector<bool> is_kept =
+      is_whole ? std::vector<bool>(resources.entries.size(), true) : KeptOf(resources, use);
+  std::string text = "<<";
+  std::size_t entry = 0;
+  for (std::size_t i = 0; i < pdf::kResourceCategoryKeys.size(); ++i) {
+    const auto category = static_cast<pdf::ResourceCategory>(i);
+    std::string names;
+    for (; entry < resources.entries.size() && resources.entries[entry].category == category;
+         ++entry) {
+      if (is_kept[entry]) {
+        pdf::AppendName(names, resources.entries[entry].name);
+        context_->objects().Append(names, resources.entries[entry].value);
+      }
+    }
+    AppendAdded(names, category, added, prefix);
+    if (!names.empty()) {
+      pdf::AppendName(text, pdf::kResourceCategoryKeys[i]);
+      text += "<<" + names + ">>";
+    }
+  }
+  for (const DictionaryEntry& other : resources.object.Entries()) {
+    const bool is_category =
+        std::find(pdf::kResourceCategoryKeys.begin(), pdf::kResourceCategoryKeys.end(),
+                  other.Key()) != pdf::kResourceCategoryKeys.end();
+    if (!is_category && (is_whole || other.Key() == "ProcSet")) {
+      pdf::AppendName(text, other.Key());
+      context_->objects().Append(text, other.value);
+    }
+  }
+  return text + ">>";
+}
+
 // The resources as text, without what is not used.
 std::string PageResourceCopier::Pruned(const ResourceDictionary& resources, const Use& use) {
-  std::vector<bool> is_kept(resources.entries.size());
-  for (std::size_t entry = 0; entry < is_kept.size(); ++entry) {
-    is_kept[entry] = IsKept(resources, use, entry);
-  }
-  const auto dropped = std::count(is_kept.begin(), is_kept.end(), false);
-  if (dropped > 0) {
-    context_->report().Add(CopiedKind::kResource, CopyOutcome::kDropped,
-                           "not used by the pages copied", static_cast<std::uint64_t>(dropped));
-  }
+  const std::vector<bool> is_kept = KeptOf(resources, use);
   std::string text = "<<";
   const auto& entries = resources.entries;
   for (std::size_t first = 0; first < entries.size();) {
@@ -270,6 +372,20 @@ std::string PageResourceCopier::Pruned(const ResourceDictionary& resources, cons
     context_->objects().Append(text, resources.object.Get("ProcSet"));
   }
   return text + ">>";
+}
+
+// Which entries stay; the report is told of the others.
+std::vector<bool> PageResourceCopier::KeptOf(const ResourceDictionary& resources, const Use& use) {
+  std::vector<bool> is_kept(resources.entries.size());
+  for (std::size_t entry = 0; entry < is_kept.size(); ++entry) {
+    is_kept[entry] = IsKept(resources, use, entry);
+  }
+  const auto dropped = std::count(is_kept.begin(), is_kept.end(), false);
+  if (dropped > 0) {
+    context_->report().Add(CopiedKind::kResource, CopyOutcome::kDropped,
+                           "not used by the pages copied", static_cast<std::uint64_t>(dropped));
+  }
+  return is_kept;
 }
 
 // Entries from `first` to before `end`, all of one category.

@@ -15,6 +15,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "engines/toolbox/content/PageContent.h"
 #include "engines/toolbox/copy/ResourceUse.h"
 #include "pdf/syntax/Object.h"
 #include "pdf/tree/PageTree.h"
@@ -33,6 +34,10 @@ class PageResourceCopier : public pdf::ResourceFilter {
   // Appends the page's /Resources entry.
   void Copy(std::string& page, const pdf::PageTree::Page& source_page,
             const pdf::Object& dictionary);
+  // The same with more resources. Returns what their names begin with, so that none of them is one
+  // of the page's own.
+  std::string CopyWith(std::string& page, const pdf::PageTree::Page& source_page,
+                       const pdf::Object& dictionary, const std::vector<AddedResource>& added);
   // Before a widget's appearances are copied: they keep the font of its text.
   void NoteWidget(const pdf::Object& widget);
 
@@ -66,6 +71,9 @@ class PageResourceCopier : public pdf::ResourceFilter {
                std::vector<std::size_t>& found);
   bool IsWhole(const ResourceDictionary& resources, const Use& use) const;
   std::string Pruned(const ResourceDictionary& resources, const Use& use);
+  std::vector<bool> KeptOf(const ResourceDictionary& resources, const Use& use);
+  std::string Merged(const Place& place, const ResourceDictionary& resources,
+                     const std::vector<AddedResource>& added, const std::string& prefix);
   void AppendCategory(std::string& out, const ResourceDictionary& resources,
                       const std::vector<bool>& is_kept, std::size_t first, std::size_t end);
   std::uint32_t Write(const std::string& text);
@@ -75,6 +83,7 @@ class PageResourceCopier : public pdf::ResourceFilter {
   std::unordered_map<std::uint64_t, Use> uses_;  // of pages' resources, by key
   std::unordered_set<std::uint32_t> proven_;     // source objects that a copied page uses
   std::unordered_map<std::string, std::uint32_t> written_;  // pruned resources of forms, by text
+  std::unordered_map<std::string, std::uint32_t> merged_;   // by place and what was added
   std::unordered_map<std::uint32_t, ResourceNameId> widget_fonts_;  // by appearance
 };
 

@@ -13,6 +13,8 @@
 
 namespace TarnixTools::engines {
 
+class TargetContent;
+
 struct TargetParts {
   TargetDestinations destinations;
   TargetOutline outline;
@@ -22,6 +24,7 @@ struct TargetParts {
   TargetStructure structure;
   TargetDocumentSettings settings;
   CopyReport report;
+  TargetContent* content = nullptr;  // what is painted onto pages; not owned
 };
 
 }  // namespace TarnixTools::engines

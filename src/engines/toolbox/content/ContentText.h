@@ -1,0 +1,34 @@
+// Writes content streams (ISO 32000-2, 7.8.2), in few bytes.
+#ifndef TARNIX_ENGINES_TOOLBOX_CONTENT_CONTENTTEXT_H_
+#define TARNIX_ENGINES_TOOLBOX_CONTENT_CONTENTTEXT_H_
+
+#include <string>
+#include <string_view>
+
+#include "engines/toolbox/content/Matrix.h"
+
+namespace TarnixTools::engines {
+
+// Stands in names of resources for a beginning that the page's own names do not have; it becomes
+// known when the page is written.
+inline constexpr char kNamePrefix = '\x01';
+
+// With up to `decimals` digits after the point. Numbers beyond what readers take are cut down to
+// it.
+void AppendNumber(std::string& out, double value, int decimals = 3);
+
+// The number with a space before it where it would run into what is there.
+void AppendOperand(std::string& out, double value, int decimals = 3);
+
+// "a b c d e f cm".
+void AppendTransform(std::string& out, const Matrix& matrix);
+
+// UTF-16BE in hexadecimal digits.
+void AppendUtf16Hex(std::string& out, std::u32string_view text);
+
+// A four-digit code.
+void AppendCode(std::string& out, unsigned code);
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_CONTENTTEXT_H_

@@ -1,0 +1,32 @@
+// Transformation matrices (ISO 32000-2, 8.3.3).
+#ifndef TARNIX_ENGINES_TOOLBOX_CONTENT_MATRIX_H_
+#define TARNIX_ENGINES_TOOLBOX_CONTENT_MATRIX_H_
+
+namespace TarnixTools::engines {
+
+// (x, y) becomes (a x + c y + e, b x + d y + f).
+struct Matrix {
+  double a = 1;
+  double b = 0;
+  double c = 0;
+  double d = 1;
+  double e = 0;
+  double f = 0;
+
+  static Matrix Translation(double dx, double dy) { return {1, 0, 0, 1, dx, dy}; }
+
+  // Counter-clockwise; exact for multiples of 90 degrees.
+  static Matrix Rotation(double degrees);
+
+  // As far as it can be seen on a page.
+  bool IsIdentity() const;
+  // Whether every number is one.
+  bool IsFinite() const;
+};
+
+// First `inner`, then `outer`: what the operator cm does with the matrix in force as `outer`.
+Matrix operator*(const Matrix& inner, const Matrix& outer);
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_MATRIX_H_

@@ -1,0 +1,115 @@
+#include "engines/toolbox/content/TargetContent.h"
+
+#include "engines/support/fonts/LibraryMissing.h"
+#include "engines/toolbox/Guard.h"
+#include "engines/toolbox/content/ContentText.h"
+#include "engines/toolbox/content/StreamText.h"
+#include "pdf/write/Serialize.h"
+
+namespace TarnixTools::engines {
+
+using fonts::EmbeddingRight;
+using fonts::FontCatalog;
+using fonts::FontFace;
+using fonts::InstalledFace;
+using fonts::ShapedLine;
+
+namespace {
+
+constexpr std::size_t kMaxKeptLines = 256;
+constexpr std::size_t kMaxKeptStreams = 256;
+constexpr std::size_t kMaxKeptStream = std::size_t{16} << 10;
+
+// Runs what needs the font libraries.
+template <typename Operation>
+auto WithLibraries(Operation&& operation) {
+  try {
+    return operation();
+  } catch (const fonts::LibraryMissing&) {
+    throw ToolboxException(kLibraryError);
+  }
+}
+
+}  // namespace
+
+const InstalledFace& TargetContent::FindFace(const std::string& family, const std::string& style) {
+  const InstalledFace*& found = found_faces_[{family, style}];
+  if (found != nullptr) {
+    return *found;
+  }
+  const InstalledFace* face = WithLibraries([&] { return FontCatalog::Get().Find(family, style); });
+  if (face == nullptr) {
+    throw ToolboxException(kFontNotFoundError);
+  }
+  const FontFace* loaded = WithLibraries([&] { return faces_.Load(*face); });
+  if (loaded == nullptr || loaded->embedding_right() == EmbeddingRight::kNone) {
+    throw ToolboxException(kFontEmbeddingError);
+  }
+  found = face;
+  return *face;
+}
+
+std::shared_ptr<const ShapedLine> TargetContent::Shape(const InstalledFace& face,
+                                                       const std::u32string& text) {
+  // The face's address as one more character or two: no text has such characters.
+  const auto address = reinterpret_cast<std::uintptr_t>(&face);
+  std::u32string key = text;
+  key += static_cast<char32_t>(address);
+  key += static_cast<char32_t>(static_cast<std::uint64_t>(address) >> 32);
+  if (const auto known = lines_.find(key); known != lines_.end()) {
+    return known->second;
+  }
+  if (lines_.size() >= kMaxKeptLines) {
+    lines_.clear();
+  }
+  const auto line = WithLibraries(
+      [&] { return std::make_shared<const ShapedLine>(ShapeLine(faces_, face, text)); });
+  lines_.emplace(std::move(key), line);
+  return line;
+}
+
+EmbeddedFont& TargetContent::FontOf(FontFace& face) {
+  std::unique_ptr<EmbeddedFont>& font = fonts_by_face_[&face];
+  if (font == nullptr) {
+    AddedResource resource{pdf::ResourceCategory::kFont, "F" + std::to_string(fonts_.size()),
+                           writer_->Reserve()};
+    font = std::make_unique<EmbeddedFont>(face, std::move(resource));
+    fonts_.push_back(font.get());
+  }
+  return *font;
+}
+
+AddedResource TargetContent::GraphicsStateOf(double alpha) {
+  const auto [place, is_new] = graphics_states_.try_emplace(alpha);
+  AddedResource& resource = place->second;
+  if (is_new) {
+    resource = {pdf::ResourceCategory::kExtGState,
+                "G" + std::to_string(graphics_states_.size() - 1), writer_->Reserve()};
+    std::string text = "<</Type/ExtGState/ca";
+    AppendOperand(text, alpha, 4);
+    writer_->WriteObject(resource.number, text + ">>");
+  }
+  return resource;
+}
+
+std::uint32_t TargetContent::StreamOf(const std::string& text) {
+  if (text.size() > kMaxKeptStream) {
+    return WriteStreamText(*writer_, "", text);
+  }
+  if (const auto known = streams_.find(text); known != streams_.end()) {
+    return known->second;
+  }
+  const std::uint32_t number = WriteStreamText(*writer_, "", text);
+  if (streams_.size() < kMaxKeptStreams) {
+    streams_.emplace(text, number);
+  }
+  return number;
+}
+
+void TargetContent::Finish() {
+  for (const EmbeddedFont* font : fonts_) {
+    WithLibraries([&] { font->Write(*writer_); });
+  }
+}
+
+}  // namespace TarnixTools::engines

@@ -1,0 +1,62 @@
+// What is painted onto the pages of one document being made: fonts, graphics states and streams,
+// each written once however many pages use it.
+#ifndef TARNIX_ENGINES_TOOLBOX_CONTENT_TARGETCONTENT_H_
+#define TARNIX_ENGINES_TOOLBOX_CONTENT_TARGETCONTENT_H_
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "engines/support/fonts/TextShaper.h"
+#include "engines/toolbox/content/EmbeddedFont.h"
+#include "engines/toolbox/content/PageContent.h"
+#include "pdf/write/FileWriter.h"
+
+namespace TarnixTools::engines {
+
+class TargetContent {
+ public:
+  // The writer outlives this.
+  explicit TargetContent(pdf::FileWriter& writer) : writer_(&writer) {}
+
+  // A face that may be embedded, by family and style. Throws ToolboxException: kFontNotFoundError,
+  // kFontEmbeddingError, kLibraryError.
+  const fonts::InstalledFace& FindFace(const std::string& family, const std::string& style);
+
+  // Loaded; never null for a face that FindFace gave.
+  fonts::FontFace* Load(const fonts::InstalledFace& face) { return faces_.Load(face); }
+
+  // A line of text in the face, shaped. Throws ToolboxException: kLibraryError.
+  std::shared_ptr<const fonts::ShapedLine> Shape(const fonts::InstalledFace& face,
+                                                 const std::u32string& text);
+
+  // The font by which glyphs of the face are painted.
+  EmbeddedFont& FontOf(fonts::FontFace& face);
+
+  // A graphics state with this opacity.
+  AddedResource GraphicsStateOf(double alpha);
+
+  // The number of a stream with this text; short ones that come again are written once.
+  std::uint32_t StreamOf(const std::string& text);
+
+  // Writes what all pages share.
+  void Finish();
+
+ private:
+  pdf::FileWriter* writer_;
+  fonts::FaceStore faces_;
+  std::map<std::pair<std::string, std::string>, const fonts::InstalledFace*> found_faces_;
+  std::unordered_map<std::u32string, std::shared_ptr<const fonts::ShapedLine>> lines_;
+  std::map<const fonts::FontFace*, std::unique_ptr<EmbeddedFont>> fonts_by_face_;
+  std::vector<EmbeddedFont*> fonts_;  // in the order of their use
+  std::map<double, AddedResource> graphics_states_;
+  std::unordered_map<std::string, std::uint32_t> streams_;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_TARGETCONTENT_H_
