@@ -9,6 +9,7 @@
 
 #include "engines/toolbox/DocumentInfo.h"
 #include "engines/toolbox/SourceDocument.h"
+#include "engines/toolbox/StreamBridge.h"
 #include "engines/toolbox/TargetDocument.h"
 #include "engines/toolbox/Toolbox.h"
 #include "engines/toolbox/content/Matrix.h"
@@ -80,6 +81,13 @@ struct TPdfContentGenerator {
   std::string operators;
   PageContent used;  // its resources only
   int open_saves = 0;
+};
+
+struct TPdfImage {
+  TargetContent* target = nullptr;
+  std::unique_ptr<StreamSource> file;
+  std::shared_ptr<StoredImage> stored;
+  TPdfStream stream;  // released when the handle goes
 };
 
 struct TPdfTransformation {

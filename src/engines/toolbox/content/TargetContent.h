@@ -14,6 +14,7 @@
 #include "engines/support/fonts/TextShaper.h"
 #include "engines/toolbox/content/EmbeddedFont.h"
 #include "engines/toolbox/content/PageContent.h"
+#include "engines/toolbox/content/TargetImages.h"
 #include "pdf/write/FileWriter.h"
 
 namespace TarnixTools::engines {
@@ -21,7 +22,7 @@ namespace TarnixTools::engines {
 class TargetContent {
  public:
   // The writer outlives this.
-  explicit TargetContent(pdf::FileWriter& writer) : writer_(&writer) {}
+  explicit TargetContent(pdf::FileWriter& writer) : writer_(&writer), images_(writer) {}
 
   // A face that may be embedded, by family and style. Throws ToolboxException: kFontNotFoundError,
   // kFontEmbeddingError, kLibraryError.
@@ -37,6 +38,8 @@ class TargetContent {
   // The font by which glyphs of the face are painted.
   EmbeddedFont& FontOf(fonts::FontFace& face);
 
+  TargetImages& images() { return images_; }
+
   // A graphics state with this opacity.
   AddedResource GraphicsStateOf(double alpha);
 
@@ -48,6 +51,7 @@ class TargetContent {
 
  private:
   pdf::FileWriter* writer_;
+  TargetImages images_;
   fonts::FaceStore faces_;
   std::map<std::pair<std::string, std::string>, const fonts::InstalledFace*> found_faces_;
   std::unordered_map<std::u32string, std::shared_ptr<const fonts::ShapedLine>> lines_;

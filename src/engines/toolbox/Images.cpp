@@ -1,0 +1,69 @@
+// Pictures through the contract.
+#include <cmath>
+
+#include "engines/toolbox/Guard.h"
+#include "engines/toolbox/Handles.h"
+#include "engines/toolbox/content/ContentText.h"
+
+namespace TarnixTools::engines {
+
+TPdfImage* PdfDocumentCreateImage(TPdfDocument* target, const TPdfStream* stream) {
+  if (target == nullptr || stream == nullptr) {
+    return nullptr;
+  }
+  return Guarded([&]() -> TPdfImage* {
+    if (target->target == nullptr) {
+      throw ToolboxException(kArgumentError);
+    }
+    auto image = std::make_unique<TPdfImage>();
+    image->target = &target->target->content();
+    image->file = std::make_unique<StreamSource>(*stream);
+    image->stored = image->target->images().Open(*image->file);
+    image->stream = *stream;
+    return image.release();
+  });
+}
+
+std::int32_t PdfImageGetWidth(TPdfImage* image) {
+  return image == nullptr ? 0 : static_cast<std::int32_t>(image->stored->width);
+}
+
+std::int32_t PdfImageGetHeight(TPdfImage* image) {
+  return image == nullptr ? 0 : static_cast<std::int32_t>(image->stored->height);
+}
+
+int PdfContentGeneratorPaintImage(TPdfContentGenerator* generator, TPdfImage* image,
+                                  const TPdfRectangle* rectangle) {
+  if (generator == nullptr || image == nullptr || rectangle == nullptr) {
+    return 0;
+  }
+  return Guarded([&]() -> int {
+    const double width = rectangle->right - rectangle->left;
+    const double height = rectangle->top - rectangle->bottom;
+    const Matrix place = {width, 0, 0, height, rectangle->left, rectangle->bottom};
+    if (image->target != generator->content.target || !place.IsFinite() || width == 0 ||
+        height == 0) {
+      throw ToolboxException(kArgumentError);
+    }
+    const AddedResource resource = image->target->images().ResourceOf(*image->stored, *image->file);
+    generator->used.Add(resource);
+    std::string& out = generator->operators;
+    out += 'q';
+    AppendTransform(out, image->stored->orientation * place);
+    out += '/';
+    out += kNamePrefix;
+    out += resource.name + " Do Q\n";
+    return 1;
+  });
+}
+
+int PdfClose(TPdfImage* image) {
+  if (image == nullptr) {
+    return 0;
+  }
+  const std::unique_ptr<TPdfImage> owned(image);
+  owned->stream.release(owned->stream.handle);
+  return 1;
+}
+
+}  // namespace TarnixTools::engines
