@@ -1,7 +1,8 @@
 // Content streams: the input is one. Its operators are walked, the operands of each are parsed and
 // written out again, and the names of resources that it uses are collected. What is told lies
 // within the content and in its order, whatever the content is; the quick way to the names misses
-// none that reading operator by operator finds.
+// none that reading operator by operator finds. What a content leaves open is closed by what is
+// said to close it.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -12,6 +13,7 @@
 #include <utility>
 
 #include "pdf/Error.h"
+#include "pdf/content/ContentBalance.h"
 #include "pdf/content/ContentReader.h"
 #include "pdf/content/ResourceNames.h"
 #include "pdf/write/Serialize.h"
@@ -72,6 +74,22 @@ void CompareNames(std::string_view content) {
           std::includes(quick.begin(), quick.end(), read.begin(), read.end()));
 }
 
+void CloseWhatIsOpen(std::string_view content) {
+  const auto balance = TarnixTools::pdf::MeasureBalance(content);
+  for (const std::size_t position : balance.restore_positions()) {
+    Require(content[position] == 'Q');
+  }
+  std::string closed(content);
+  for (const std::size_t position : balance.restore_positions()) {
+    closed[position] = ' ';
+  }
+  closed += '\n' + balance.closing() + '\n';
+  const auto again = TarnixTools::pdf::MeasureBalance(closed);
+  // Where the data of an inline image ends may depend on what follows.
+  Require(content.find("BI") != std::string_view::npos ||
+          (!again.is_cut() && again.surplus_restores() == 0 && again.closing().empty()));
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -80,6 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   try {
     Walk(content);
     CompareNames(content);
+    CloseWhatIsOpen(content);
   } catch (const TarnixTools::pdf::Error&) {
   }
   return 0;

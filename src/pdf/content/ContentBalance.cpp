@@ -64,6 +64,9 @@ class BalanceScanner {
     for (; !open_.empty(); open_.pop_back()) {
       cut += open_.back() == '[' ? "]" : ">>";
     }
+    if (lacks_image_data_) {
+      cut += "\nID\nEI";
+    }
   }
 
   std::vector<std::size_t> surplus_restores;
@@ -118,6 +121,9 @@ class BalanceScanner {
         break;
       case OperatorCode("BI"):
         TakeInlineImage();
+        break;
+      case OperatorCode("ID"):
+        lacks_image_data_ = false;
         break;
       case OperatorCode("m"):
       case OperatorCode("re"):
@@ -203,9 +209,6 @@ class BalanceScanner {
     while (position_ < content_.size()) {
       const char c = content_[position_++];
       if (c == '\\') {
-        if (position_ == content_.size()) {
-          cut += '\\';  // of a pair with what closes the string
-        }
         position_ += position_ < content_.size() ? 1 : 0;
       } else if (c == '(') {
         ++depth;
@@ -238,7 +241,7 @@ class BalanceScanner {
       const Token token = lexer.Next();
       if (token.kind == Token::Kind::kEnd) {
         position_ = content_.size();
-        cut += "\nID\nEI";
+        lacks_image_data_ = true;
         return;
       }
       if (token.kind != Token::Kind::kKeyword || token.text == "true" || token.text == "false" ||
@@ -246,7 +249,9 @@ class BalanceScanner {
         continue;
       }
       if (token.text != "ID") {
-        position_ = before;  // no image
+        // No image, though some readers go on looking for one.
+        position_ = before;
+        lacks_image_data_ = true;
         return;
       }
       arena_.Reset();
@@ -264,6 +269,7 @@ class BalanceScanner {
   std::string_view content_;
   std::size_t position_ = 0;
   std::string open_;
+  bool lacks_image_data_ = false;  // a BI had no ID so far
   InlineImageMeasure images_;
   Arena arena_;
 };

@@ -2,7 +2,7 @@
 // content, paths, and tokens that are not complete (ISO 32000-2, 8.4.2, 9.4.1, 14.6).
 //
 //   ContentBalance balance = MeasureBalance(content);
-//   content += balance.closing();       // from here on nothing of it is in force any more
+//   content += '\n' + balance.closing();  // from here on nothing of it is in force any more
 //
 // A page's contents may be several streams. Each can be measured for itself, and so once for all
 // pages that share it, as long as none ends within a token:
@@ -36,7 +36,7 @@ class ContentBalance {
   // Whether the content ends within a string, an array, a dictionary or an inline image.
   bool is_cut() const { return !cut_.empty(); }
 
-  // What closes everything that is open, to be put after the content and white space. Empty when
+  // What closes everything that is open, to be put after the content and a line feed. Empty when
   // nothing is.
   std::string closing() const;
 

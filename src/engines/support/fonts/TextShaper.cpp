@@ -41,6 +41,12 @@ void AddClusters(GlyphRun& run, const std::vector<std::size_t>& starts, const Te
   } else {
     std::for_each(run.clusters.rbegin(), run.clusters.rend(), close);
   }
+  // What is not seen at the start of the text goes with what follows it.
+  if (!run.clusters.empty()) {
+    GlyphCluster& first = run.is_right_to_left ? run.clusters.back() : run.clusters.front();
+    first.character_count += first.first_character - item.first;
+    first.first_character = item.first;
+  }
 }
 
 GlyphRun ShapeItem(const std::u32string& shown, const TextItem& item) {

@@ -1,0 +1,107 @@
+#include <gtest/gtest.h>
+
+#include "engines/support/fonts/FontCatalog.h"
+#include "engines/support/fonts/FontFace.h"
+#include "engines/support/fonts/FontStyle.h"
+
+namespace TarnixTools::engines::fonts {
+namespace {
+
+std::string Found(const char* family, const char* style = "") {
+  const InstalledFace* face = FontCatalog::Get().Find(family, style);
+  return face == nullptr ? "" : face->file.substr(face->file.rfind('/') + 1);
+}
+
+class Catalog : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (Found("Liberation Sans").empty()) {
+      GTEST_SKIP() << "needs the fonts Liberation";
+    }
+  }
+};
+
+TEST_F(Catalog, FindsFamiliesAndStyles) {
+  EXPECT_EQ(Found("Liberation Sans"), "LiberationSans-Regular.ttf");
+  EXPECT_EQ(Found("liberation SANS", "Bold"), "LiberationSans-Bold.ttf");
+  EXPECT_EQ(Found("Liberation Serif", "Italic"), "LiberationSerif-Italic.ttf");
+  EXPECT_EQ(Found("Liberation Mono", "Bold Italic"), "LiberationMono-BoldItalic.ttf");
+  EXPECT_EQ(Found("Liberation Mono", "bold oblique"), "LiberationMono-BoldItalic.ttf");
+  EXPECT_EQ(Found("Liberation Sans", "Regular"), "LiberationSans-Regular.ttf");
+  EXPECT_EQ(Found("Liberation Sans", "Semi-Bold"), "LiberationSans-Bold.ttf");
+  EXPECT_EQ(Found("Liberation Sans", "no such words"), "LiberationSans-Regular.ttf");
+}
+
+TEST_F(Catalog, FindsFamiliesWithTheSameMetrics) {
+  for (const char* name : {"Arial", "Times New Roman", "Courier New"}) {
+    EXPECT_NE(Found(name), "") << name;
+    EXPECT_NE(Found(name, "Bold"), Found(name)) << name;
+  }
+  EXPECT_NE(Found("Helvetica"), "");
+}
+
+TEST_F(Catalog, FindsGenericFamiliesAndWholeNames) {
+  EXPECT_NE(Found("sans-serif"), "");
+  EXPECT_NE(Found("monospace", "Bold"), "");
+  EXPECT_EQ(Found("LiberationSans-Bold"), "LiberationSans-Bold.ttf");
+  EXPECT_EQ(Found("Liberation Sans Bold Italic"), "LiberationSans-BoldItalic.ttf");
+}
+
+TEST_F(Catalog, TakesNamesLiterally) {
+  for (const char* name : {"", "No Such Font", "Liberation Sans:bold", "Liberation Sans-12", "*",
+                           "Liberation Sans,Arial", "Liberation\\ Sans", ":lang=ja", "\xff\xfe"}) {
+    EXPECT_EQ(Found(name), "") << name;
+  }
+}
+
+TEST_F(Catalog, OffersFacesForOtherCharacters) {
+  const FontCatalog& catalog = FontCatalog::Get();
+  const InstalledFace& face = *catalog.Find("Liberation Sans", "");
+  EXPECT_TRUE(catalog.Has(face, U'A'));
+  EXPECT_FALSE(catalog.Has(face, U'\u3042'));
+  EXPECT_FALSE(catalog.Substitutes(face, "").empty());
+}
+
+TEST(FontStyle, ReadsWords) {
+  const auto expect = [](const char* words, int weight, int slant, int width) {
+    const FontStyle style = ParseFontStyle(words);
+    EXPECT_EQ(style.weight, weight) << words;
+    EXPECT_EQ(style.slant, slant) << words;
+    EXPECT_EQ(style.width, width) << words;
+  };
+  expect("", 80, 0, 100);
+  expect("Regular", 80, 0, 100);
+  expect("Bold", 200, 0, 100);
+  expect("bold italic", 200, 100, 100);
+  expect("BoldOblique", 200, 110, 100);
+  expect("Semi-Bold", 180, 0, 100);
+  expect("ExtraLight Condensed", 40, 0, 75);
+  expect("Light Semi Condensed Italic", 50, 100, 87);
+  expect("nonsense", 80, 0, 100);
+}
+
+TEST(FontFace, IsNotMadeOfOtherFiles) {
+  EXPECT_EQ(FontFace::Load("/no/such/file", 0), nullptr);
+  EXPECT_EQ(FontFace::Load(TARNIX_SOURCE_DIR "/README.md", 0), nullptr);
+}
+
+TEST_F(Catalog, GivesFacesThatCanBeMeasuredAndCutDown) {
+  const InstalledFace& installed = *FontCatalog::Get().Find("Liberation Sans", "");
+  EXPECT_EQ(FontFace::Load(installed.file, 1), nullptr);
+  EXPECT_EQ(FontFace::Load(installed.file, -1), nullptr);
+  const auto face = FontFace::Load(installed.file, installed.index);
+  ASSERT_NE(face, nullptr);
+  EXPECT_EQ(face->name(), "LiberationSans");
+  EXPECT_EQ(face->outline_kind(), OutlineKind::kTrueType);
+  EXPECT_EQ(face->embedding_right(), EmbeddingRight::kSubset);
+  EXPECT_EQ(face->units_per_em(), 2048);
+  EXPECT_EQ(face->Advance(face->GlyphOf(U'A')), 1366);
+  EXPECT_EQ(face->GlyphOf(U'\u3042'), 0U);
+  const std::string program = face->Subset({face->GlyphOf(U'A')});
+  EXPECT_LT(program.size(), 2000U);
+  EXPECT_EQ(program.substr(0, 4), std::string("\0\1\0\0", 4));
+  EXPECT_EQ(program, face->Subset({face->GlyphOf(U'A')}));
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::fonts

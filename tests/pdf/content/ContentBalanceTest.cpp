@@ -1,0 +1,65 @@
+#include <gtest/gtest.h>
+
+#include "pdf/content/ContentBalance.h"
+
+namespace TarnixTools::pdf {
+namespace {
+
+std::string ClosingOf(std::string_view content) {
+  return MeasureBalance(content).closing();
+}
+
+TEST(ContentBalance, FindsNothingOpenInBalancedContent) {
+  EXPECT_EQ(ClosingOf(""), "");
+  EXPECT_EQ(ClosingOf("q 1 0 0 1 5 5 cm BT /F1 12 Tf (q BT) Tj ET 0 0 9 9 re f Q"), "");
+  EXPECT_EQ(ClosingOf("/P <</MCID 0>> BDC [<51> -5 (\\)Q)] TJ EMC % q q q"), "");
+}
+
+TEST(ContentBalance, ClosesWhatIsOpen) {
+  EXPECT_EQ(ClosingOf("q q 5 w Q q"), "Q Q");
+  EXPECT_EQ(ClosingOf("BT /F1 12 Tf"), "ET");
+  EXPECT_EQ(ClosingOf("/OC /L1 BDC /Span BMC"), "EMC EMC");
+  EXPECT_EQ(ClosingOf("0 0 m 5 5 l"), "n");
+  EXPECT_EQ(ClosingOf("q 0 0 9 9 re W BT /A BMC"), "n ET EMC Q");
+}
+
+TEST(ContentBalance, CompletesTheLastToken) {
+  EXPECT_EQ(ClosingOf("(a (b"), "))");
+  EXPECT_EQ(ClosingOf("(a\\"), ")");  // what follows is a line feed
+  EXPECT_EQ(ClosingOf("<41"), ">");
+  EXPECT_EQ(ClosingOf("q [(a) <</K [1"), "]>>] Q");
+  EXPECT_EQ(ClosingOf("/P <</A (x"), ")>>");
+  EXPECT_EQ(ClosingOf("BI /W 1 /H 1 /BPC 8 /CS /G"), "\nID\nEI");
+  EXPECT_EQ(ClosingOf("BI /W 9 /H 9 /BPC 8 /CS /G ID abc"), "\nEI");
+}
+
+TEST(ContentBalance, DoesNotLookIntoDataOfInlineImages) {
+  EXPECT_EQ(ClosingOf("q BI /W 4 /H 1 /BPC 8 /CS /G ID q (q\nEI Q"), "");
+}
+
+TEST(ContentBalance, FindsRestoresWithoutSave) {
+  const ContentBalance balance = MeasureBalance("Q q Q Q q");
+  EXPECT_EQ(balance.restore_positions(), (std::vector<std::size_t>{0, 6}));
+  EXPECT_EQ(balance.open_saves(), 1U);
+}
+
+TEST(ContentBalance, SeparatesOperatorsFromNumbersBeforeThem) {
+  EXPECT_EQ(ClosingOf("1 0 0 1 0 0cm 2 J 5wq"), "");
+  EXPECT_EQ(ClosingOf("5 w 0q"), "Q");
+}
+
+TEST(ContentBalance, JoinsStreams) {
+  ContentBalance all;
+  all.Append(MeasureBalance("q BT"));
+  all.Append(MeasureBalance("Q Q /A BMC"));
+  EXPECT_EQ(all.surplus_restores(), 1U);
+  all.Append(MeasureBalance("EMC EMC ET q q"));
+  EXPECT_EQ(all.closing(), "Q Q");
+  all.Append(MeasureBalance("Q Q 0 0 m"));
+  EXPECT_EQ(all.closing(), "n");
+  all.Append(MeasureBalance("S (x"));
+  EXPECT_TRUE(all.is_cut());
+}
+
+}  // namespace
+}  // namespace TarnixTools::pdf
