@@ -33,6 +33,7 @@
 #include <cstdint>
 #include <list>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -50,7 +51,10 @@ struct TPdfDocument;
 struct TPdfPageList;
 }  // namespace engines
 
+class DecorationHandleStore;
 class OpenDocument;
+class PdfTransformation;
+struct DecorationMessages;
 
 // The unit of PdfDoc::GetPageSize's result.
 enum class PdfSizeUnits : std::int32_t {
@@ -196,6 +200,18 @@ class TARNIX_EXPORT PdfDoc {
   // is not used.
   void UnLock(const std::string& password, const std::string& output_path);
 
+  // Writes a copy with a decoration on the pages that it targets, or with several, of which each
+  // page gets its own in their order. What drawing rewrites in a transformation stays rewritten.
+  //   password - protects the output; empty for none.
+  // Throws what is wrong with the settings of a text (InvalidParameter), FileNotFound for an image
+  // file that cannot be opened, EngineError for one that is no image, for a font when neither it
+  // nor Arial can be used, and for characters that no font of this system has. Conversion to PDF/A
+  // is not available yet: EngineError from the first form, InternalError from the second.
+  void Transform(PdfTransformation& transformation, const std::string& output_path,
+                 const std::string& password);
+  void Transform(std::vector<PdfTransformation>& transformations, const std::string& output_path,
+                 const std::string& password);
+
   // Writes each range to a file of its own: DIRECTORY + NAME "-" START "-" END ".pdf", or "-" START
   // ".pdf" for one page.
   //   output_dir  - ends in a separator: it is put before the name as it stands.
@@ -282,6 +298,22 @@ class TARNIX_EXPORT PdfDoc {
   void AppendOpenPages(engines::TPdfDocument* target, int first, int last);
   void CopyPages(const CopyRoute& route, int first, int last, PdfRotationAngle angle) const;
   [[noreturn]] void ThrowCannotCopy(int page_index) const;
+
+  // One decoration. Font and paint, or the image, are made before the first page is copied.
+  void AddPageNumbersToDoc(PdfTransformation& transformation, const std::string& output_path,
+                           const std::string& password);
+  void StampTextsInDoc(PdfTransformation& transformation, const std::string& output_path,
+                       const std::string& password);
+  void StampImagesInDoc(PdfTransformation& transformation, const std::string& output_path,
+                        const std::string& password);
+  void DecorateDoc(PdfTransformation& transformation, const DecorationMessages& messages,
+                   const std::string& output_path, const std::string& password);
+  [[noreturn]] void ConvertDocToPdfA(PdfTransformation& transformation,
+                                     const std::string& output_path, const std::string& password);
+
+  // Copies all pages of this open document to the end of the target, each decorated on the way.
+  void AppendPages(engines::TPdfDocument* target, std::span<PdfTransformation> transformations,
+                   DecorationHandleStore& handles, PdfReport& report);
 
   std::string path_;
   std::string name_with_extension_;

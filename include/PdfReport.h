@@ -1,4 +1,5 @@
-// What a job kept of its inputs beside the pages themselves, what it renamed and what it dropped.
+// What a job kept of its inputs beside the pages themselves, what it renamed and what it dropped;
+// and what it added to the pages.
 //
 //   task.Execute();
 //   for (const PdfReportEntry& entry : task.GetReport().GetEntries()) {
@@ -35,12 +36,18 @@ enum class PdfReportKind : std::int32_t {
   Resource = 16,
   Damage = 17,  // of an input: Kept when everything could be read all the same, Dropped when
                 // something is lost
+  PageNumber = 18,
+  TextStamp = 19,
+  ImageStamp = 20,
+  Font = 21,
 };
 
 enum class PdfReportOutcome : std::int32_t {
   Kept = 0,
   Renamed = 1,
   Dropped = 2,
+  Added = 3,
+  Replaced = 4,
 };
 
 struct PdfReportEntry {
@@ -76,7 +83,7 @@ class TARNIX_EXPORT PdfReport {
   // "outline item", "damage", ...; "thing" for a value that is none. The text is static.
   static const char* GetKindName(PdfReportKind kind);
 
-  // "kept", "renamed" or "dropped".
+  // "kept", "renamed", "dropped", "added" or "replaced".
   static const char* GetOutcomeName(PdfReportOutcome outcome);
 
   // An entry as a line: "12 outline items kept", "1 signature dropped: REASON", "damage: REASON (3

@@ -71,6 +71,14 @@ const char* PdfReport::GetKindName(PdfReportKind kind) {
       return "resource";
     case PdfReportKind::Damage:
       return "damage";
+    case PdfReportKind::PageNumber:
+      return "page number";
+    case PdfReportKind::TextStamp:
+      return "text stamp";
+    case PdfReportKind::ImageStamp:
+      return "image stamp";
+    case PdfReportKind::Font:
+      return "font";
   }
   return "thing";
 }
@@ -81,6 +89,10 @@ const char* PdfReport::GetOutcomeName(PdfReportOutcome outcome) {
       return "kept";
     case PdfReportOutcome::Renamed:
       return "renamed";
+    case PdfReportOutcome::Added:
+      return "added";
+    case PdfReportOutcome::Replaced:
+      return "replaced";
     case PdfReportOutcome::Dropped:
       break;
   }

@@ -1,0 +1,136 @@
+// PageDecorator: images.
+#include "PdfException.h"
+#include "document/PageDecorator.h"
+
+namespace TarnixTools {
+namespace {
+
+[[noreturn]] void ThrowEngineError(const char* message) {
+  throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(), "%s", message);
+}
+
+[[noreturn]] void ThrowPaintingError(const char* what) {
+  const std::int32_t error = engines::PdfGetLastError();
+  throw PdfException(PdfExceptionCode::EngineError, error, "%s. ERROR [%d]", what, error);
+}
+
+// About the image's centre.
+TransformationPtr RotationOf(const PdfTransformation& transformation,
+                             const engines::TPdfRectangle& rectangle,
+                             const engines::TPdfSize& image_size) {
+  TransformationPtr rotation(engines::PdfNewTransformationIdentity());
+  if (rotation == nullptr) {
+    ThrowEngineError("Unable to create PDF transformation");
+  }
+  const double x = rectangle.left + image_size.width * 0.5;
+  const double y = rectangle.bottom + image_size.height * 0.5;
+  engines::PdfTransformationTranslate(rotation.get(), x, y);
+  if (engines::PdfTransformationRotate(rotation.get(), transformation.GetRotation()) == 0) {
+    ThrowPaintingError("Img rotation definition failed");
+  }
+  engines::PdfTransformationTranslate(rotation.get(), -x, -y);
+  return rotation;
+}
+
+void PaintRotated(engines::TPdfContentGenerator* generator, engines::TPdfImage* image,
+                  const engines::TPdfRectangle& rectangle, TransformationPtr rotation) {
+  if (engines::PdfContentGeneratorTransform(generator, rotation.get()) == 0) {
+    ThrowPaintingError("Img rotation execution failed");
+  }
+  if (engines::PdfContentGeneratorPaintImage(generator, image, &rectangle) == 0) {
+    ThrowPaintingError("Could not paint rotated image");
+  }
+}
+
+}  // namespace
+
+void PageDecorator::StampImageIntoPage(const DecoratedPage& page, PdfTransformation& transformation,
+                                       const DecorationHandles& handles) const {
+  const engines::TPdfSize page_size = PageSizeOf(page);
+  if (transformation.GetMosaic()) {
+    PaintImgMosaicOnPage(page, page_size, transformation, handles);
+  } else {
+    PaintImageOnPage(page, page_size, transformation, handles);
+  }
+}
+
+void PageDecorator::PaintImgMosaicOnPage(const DecoratedPage& page,
+                                         const engines::TPdfSize& page_size,
+                                         PdfTransformation& transformation,
+                                         const DecorationHandles& handles) const {
+  ForEachTile(transformation, [&] { PaintImageOnPage(page, page_size, transformation, handles); });
+}
+
+void PageDecorator::PaintImageOnPage(const DecoratedPage& page, const engines::TPdfSize& page_size,
+                                     const PdfTransformation& transformation,
+                                     const DecorationHandles& handles) const {
+  const ContentPtr content(engines::PdfPageGetContent(page.page));
+  ContentGeneratorPtr generator(
+      engines::PdfNewContentGenerator(content.get(), IsPrepended(transformation)));
+  if (generator == nullptr) {
+    ThrowEngineError("Unable to create stamp image generator");
+  }
+  engines::TPdfRectangle rectangle;
+  engines::TPdfSize image_size;
+  CalculateImgRectangle(transformation, page_size, handles.image.get(), rectangle, image_size);
+  const bool is_rotated = transformation.GetRotation() != 0.0;
+  if (is_rotated) {
+    engines::PdfContentGeneratorSave(generator.get());
+    PaintRotated(generator.get(), handles.image.get(), rectangle,
+                 RotationOf(transformation, rectangle, image_size));
+    engines::PdfContentGeneratorRestore(generator.get());
+  } else if (engines::PdfContentGeneratorPaintImage(generator.get(), handles.image.get(),
+                                                    &rectangle) == 0) {
+    ThrowPaintingError("Could not paint image on page without rotation");
+  }
+  if (engines::PdfClose(generator.release()) == 0) {
+    ThrowPaintingError(is_rotated ? "Could not paint rotated image"
+                                  : "Could not paint image on page without rotation");
+  }
+}
+
+// An absolute position is taken crosswise, y from the point's x and x from its y, and has no
+// margins; pages do not face each other: as intended.
+void CalculateImgRectangle(const PdfTransformation& transformation,
+                           const engines::TPdfSize& page_size, engines::TPdfImage* image,
+                           engines::TPdfRectangle& rectangle, engines::TPdfSize& image_size) {
+  const double points_per_pixel = 1 / transformation.GetPixelsPerPoint();
+  const double width = engines::PdfImageGetWidth(image) * points_per_pixel;
+  const double height = engines::PdfImageGetHeight(image) * points_per_pixel;
+  double x = page_size.width * 0.5 - width * 0.5;
+  double y = page_size.height * 0.5 - height * 0.5;
+  const double to_margin_x = x - transformation.GetMarginX();
+  const double to_margin_y = y - transformation.GetMarginY();
+  switch (transformation.GetVerticalPosition()) {
+    case PdfTransformVerticalPos::Top:
+      y += to_margin_y;
+      break;
+    case PdfTransformVerticalPos::Bottom:
+      y -= to_margin_y;
+      break;
+    case PdfTransformVerticalPos::Middle:
+      break;
+    case PdfTransformVerticalPos::Absolute:
+      y = transformation.GetAbsolutePositionX();
+      break;
+  }
+  y += transformation.GetVerticalAdjustment();
+  switch (transformation.GetHorizontalPosition()) {
+    case PdfTransformHorizontalPos::Left:
+      x -= to_margin_x;
+      break;
+    case PdfTransformHorizontalPos::Center:
+      break;
+    case PdfTransformHorizontalPos::Right:
+      x += to_margin_x;
+      break;
+    case PdfTransformHorizontalPos::Absolute:
+      x = transformation.GetAbsolutePositionY();
+      break;
+  }
+  x += transformation.GetHorizontalAdjustment();
+  rectangle = {x, y, x + width, y + height};
+  image_size = {width, height};
+}
+
+}  // namespace TarnixTools
