@@ -106,10 +106,26 @@ void Parse(CLI::App& app, const std::vector<std::string>& words) {
   }
 }
 
+// What the kind of the row asks for, when the value is not of that kind.
+std::string_view KindMismatch(const OptionRow& row, const std::string& value) {
+  switch (row.kind) {
+    case ValueKind::Integer:
+      return ToInteger(value) ? "" : "is not a whole number";
+    case ValueKind::Number:
+      return ToNumber(value) ? "" : "is not a number";
+    case ValueKind::IntegerPair:
+      return ToIntegerPair(value) ? "" : "is not two whole numbers such as 10,20";
+    case ValueKind::NumberPair:
+      return ToNumberPair(value) ? "" : "is not two numbers such as 10,20.5";
+    default:
+      return "";
+  }
+}
+
 void CheckValue(const OptionRow& row, const std::string& value) {
   const std::string option = "--" + std::string(row.name);
-  if (row.kind == ValueKind::Integer && !ToInteger(value)) {
-    throw UsageError(option + ": '" + value + "' is not a whole number");
+  if (const std::string_view mismatch = KindMismatch(row, value); !mismatch.empty()) {
+    throw UsageError(option + ": '" + value + "' " + std::string(mismatch));
   }
   if (row.kind == ValueKind::Choice) {
     const auto choices = Choices(row);
@@ -119,20 +135,6 @@ void CheckValue(const OptionRow& row, const std::string& value) {
   }
   if ((row.kind == ValueKind::File || row.kind == ValueKind::Directory) && value.empty()) {
     throw UsageError(option + ": the path is empty");
-  }
-}
-
-void CheckRow(const OptionRow& row, const OptionValues& values) {
-  if (!values.Has(row.name)) {
-    return;
-  }
-  CheckValue(row, values.Text(row.name));
-  const std::string option = "--" + std::string(row.name);
-  if (!row.excludes.empty() && values.Has(row.excludes)) {
-    throw UsageError(option + " and --" + std::string(row.excludes) + " exclude each other");
-  }
-  if (!row.needs.empty() && !values.Has(row.needs)) {
-    throw UsageError(option + " needs --" + std::string(row.needs));
   }
 }
 
@@ -155,6 +157,20 @@ void CheckInputs(const Command& command) {
 }
 
 }  // namespace
+
+void CheckOption(const OptionRow& row, const OptionValues& values) {
+  if (!values.Has(row.name)) {
+    return;
+  }
+  CheckValue(row, values.Text(row.name));
+  const std::string option = "--" + std::string(row.name);
+  if (!row.excludes.empty() && values.Has(row.excludes)) {
+    throw UsageError(option + " and --" + std::string(row.excludes) + " exclude each other");
+  }
+  if (!row.needs.empty() && !values.Has(row.needs)) {
+    throw UsageError(option + " needs --" + std::string(row.needs));
+  }
+}
 
 Command ParseCommand(const Job& job, const std::vector<std::string>& words) {
   const auto rows = AcceptedOptions(job);
@@ -180,7 +196,7 @@ Command ParseCommand(const Job& job, const std::vector<std::string>& words) {
     return command;
   }
   for (const OptionRow* row : rows) {
-    CheckRow(*row, command.values);
+    CheckOption(*row, command.values);
   }
   CheckInputs(command);
   return command;

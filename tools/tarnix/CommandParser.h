@@ -21,6 +21,9 @@ struct Command {
 // nothing beyond the syntax is checked.
 Command ParseCommand(const Job& job, const std::vector<std::string>& words);
 
+// Throws UsageError when the row's value is not of its kind, or does not go with the other values.
+void CheckOption(const OptionRow& row, const OptionValues& values);
+
 }  // namespace TarnixTools::cli
 
 #endif  // TARNIX_CLI_COMMAND_PARSER_H_

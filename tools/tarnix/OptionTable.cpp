@@ -1,6 +1,7 @@
 #include "OptionTable.h"
 
 #include <charconv>
+#include <cmath>
 #include <stdexcept>
 
 namespace TarnixTools::cli {
@@ -64,6 +65,21 @@ constexpr OptionRow kCommonOptions[] = {
     {.name = "version", .help = "show the version and exit"},
 };
 
+template <typename Value>
+std::optional<PairOf<Value>> ToPair(std::string_view text,
+                                    std::optional<Value> (*convert)(std::string_view)) {
+  const std::size_t comma = text.find(',');
+  if (comma == std::string_view::npos) {
+    return std::nullopt;
+  }
+  const std::optional<Value> x = convert(text.substr(0, comma));
+  const std::optional<Value> y = convert(text.substr(comma + 1));
+  if (!x || !y) {
+    return std::nullopt;
+  }
+  return PairOf<Value>{*x, *y};
+}
+
 }  // namespace
 
 std::span<const OptionRow> CommonOptions() {
@@ -91,6 +107,24 @@ std::optional<int> ToInteger(std::string_view text) {
   return value;
 }
 
+std::optional<double> ToNumber(std::string_view text) {
+  double value = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, value);
+  if (error != std::errc() || stop != end || !std::isfinite(value)) {
+    return std::nullopt;
+  }
+  return value;
+}
+
+std::optional<PairOf<int>> ToIntegerPair(std::string_view text) {
+  return ToPair(text, &ToInteger);
+}
+
+std::optional<PairOf<double>> ToNumberPair(std::string_view text) {
+  return ToPair(text, &ToNumber);
+}
+
 void OptionValues::Declare(const OptionRow& row) {
   values_.emplace(row.name, std::nullopt);
 }
@@ -110,6 +144,19 @@ std::string OptionValues::Text(std::string_view name, std::string_view default_v
 int OptionValues::Integer(std::string_view name, int default_value) const {
   const auto& text = At(name);
   return text ? ToInteger(*text).value_or(default_value) : default_value;
+}
+
+double OptionValues::Number(std::string_view name, double default_value) const {
+  const auto& text = At(name);
+  return text ? ToNumber(*text).value_or(default_value) : default_value;
+}
+
+PairOf<int> OptionValues::IntegerPair(std::string_view name) const {
+  return ToIntegerPair(Text(name)).value_or(PairOf<int>{});
+}
+
+PairOf<double> OptionValues::NumberPair(std::string_view name) const {
+  return ToNumberPair(Text(name)).value_or(PairOf<double>{});
 }
 
 const std::optional<std::string>& OptionValues::At(std::string_view name) const {

@@ -17,8 +17,18 @@
 namespace TarnixTools::cli {
 
 // What follows an option on the command line. Text, File and Directory differ only in what the
-// shell completes.
-enum class ValueKind { Flag, Text, Integer, Choice, File, Directory };
+// shell completes; a pair is two numbers with a comma between them.
+enum class ValueKind {
+  Flag,
+  Text,
+  Integer,
+  Number,
+  IntegerPair,
+  NumberPair,
+  Choice,
+  File,
+  Directory,
+};
 
 // Which jobs an option belongs to.
 enum class AppliesTo {
@@ -49,6 +59,19 @@ std::vector<std::string_view> Choices(const OptionRow& row);
 // The value of an Integer; nothing when the text is not a whole number that fits an int.
 std::optional<int> ToInteger(std::string_view text);
 
+// The value of a Number; nothing when the text is not a finite decimal number.
+std::optional<double> ToNumber(std::string_view text);
+
+template <typename Value>
+struct PairOf {
+  Value x{};
+  Value y{};
+};
+
+// The value of a pair; nothing when the text is none.
+std::optional<PairOf<int>> ToIntegerPair(std::string_view text);
+std::optional<PairOf<double>> ToNumberPair(std::string_view text);
+
 // What was given on the command line for the rows a job accepts. A row given several times keeps
 // its last value. Asking for a name that no row declares is a mistake in the program and throws
 // std::logic_error.
@@ -62,6 +85,10 @@ class OptionValues {
   std::string Text(std::string_view name, std::string_view default_value = {}) const;
   // The value of an Integer row, which parsing has checked.
   int Integer(std::string_view name, int default_value) const;
+  // The same of the other kinds; zeros for a pair that was not given.
+  double Number(std::string_view name, double default_value) const;
+  PairOf<int> IntegerPair(std::string_view name) const;
+  PairOf<double> NumberPair(std::string_view name) const;
 
  private:
   const std::optional<std::string>& At(std::string_view name) const;

@@ -1,0 +1,197 @@
+// The options of page numbers and stamps, shared by their jobs and by the entries of a recipe: the
+// rows that describe them, and how their values reach the settings, those of a task or of a
+// PdfTransformation.
+#ifndef TARNIX_CLI_DECORATION_OPTIONS_H_
+#define TARNIX_CLI_DECORATION_OPTIONS_H_
+
+#include <string>
+#include <string_view>
+
+#include "OptionTable.h"
+#include "PdfTransformation.h"
+
+namespace TarnixTools::cli {
+
+// ---- rows
+// ----------------------------------------------------------------------------------------
+
+inline constexpr OptionRow kPagesRow = {
+    .name = "pages",
+    .kind = ValueKind::Text,
+    .argument = "PATTERN",
+    .help = "pages and ranges of pages, as in 1,3-5,10 (default: all pages)"};
+
+inline constexpr OptionRow kPositionRow = {
+    .name = "position",
+    .kind = ValueKind::Choice,
+    .argument =
+        "top-left|top-center|top-right|middle-left|middle-center|middle-right|bottom-left|"
+        "bottom-center|bottom-right",
+    .help = "place on the page"};
+
+inline constexpr OptionRow kAtRow = {
+    .name = "at",
+    .kind = ValueKind::NumberPair,
+    .argument = "X,Y",
+    .help =
+        "left and lower end of the text in points from the lower left corner of the page, "
+        "margins not counted",
+    .excludes = "position"};
+
+inline constexpr OptionRow kAdjustRow = {
+    .name = "adjust",
+    .kind = ValueKind::IntegerPair,
+    .argument = "DX,DY",
+    .help = "move it by DX points to the right and DY points upwards"};
+
+inline constexpr OptionRow kMarginRow = {
+    .name = "margin",
+    .kind = ValueKind::IntegerPair,
+    .argument = "X,Y",
+    .help = "points from the edges of the page (default: 15,15)"};
+
+inline constexpr OptionRow kUnderRow = {.name = "under",
+                                        .help = "put it beneath what the page shows"};
+
+inline constexpr OptionRow kRotateRow = {.name = "rotate",
+                                         .kind = ValueKind::Number,
+                                         .argument = "DEG",
+                                         .help = "turn it counter-clockwise by DEG degrees"};
+
+inline constexpr OptionRow kMosaicRow = {
+    .name = "mosaic", .help = "put it nine times on the page, at every position"};
+
+inline constexpr OptionRow kFontRow = {
+    .name = "font",
+    .kind = ValueKind::Text,
+    .argument = "NAME",
+    .help = "an installed font (default: Arial, which also replaces one that is not installed)"};
+
+inline constexpr OptionRow kFontStyleRow = {.name = "font-style",
+                                            .kind = ValueKind::Text,
+                                            .argument = "S",
+                                            .help = "style of the font, as in \"Bold Italic\""};
+
+inline constexpr OptionRow kFontSizeRow = {.name = "font-size",
+                                           .kind = ValueKind::Integer,
+                                           .argument = "N",
+                                           .help = "size of the font in points (default: 24)"};
+
+inline constexpr OptionRow kColorRow = {.name = "color",
+                                        .kind = ValueKind::Text,
+                                        .argument = "#RRGGBB",
+                                        .help = "colour of the text (default: #000000)"};
+
+inline constexpr OptionRow kOpacityRow = {
+    .name = "opacity",
+    .kind = ValueKind::Integer,
+    .argument = "PCT",
+    .help = "opacity of the text in percent, 1 to 100 (default: 100)"};
+
+inline constexpr OptionRow kAlignRow = {
+    .name = "align",
+    .kind = ValueKind::Choice,
+    .argument = "left|center|right",
+    .help = "alignment of the lines of a text of several lines"};
+
+// ---- values
+// --------------------------------------------------------------------------------------
+
+PdfTransformVerticalPos VerticalPosition(std::string_view position);
+PdfTransformHorizontalPos HorizontalPosition(std::string_view position);
+PdfTransformTextAlignment TextAlignment(std::string_view alignment);
+
+// The text of an option in which "\n" stands for a line break and "\\" for a backslash.
+std::string Unescaped(std::string_view text);
+
+// Throws UsageError for a value that is not above 0.
+double PixelsPerPoint(const OptionValues& options, double default_value);
+
+// What every decoration has: pages, position, adjustment, layer.
+template <typename Settings>
+void SetPlacement(const OptionValues& options, Settings& settings) {
+  if (options.Has("pages")) {
+    settings.AddTargetPattern(options.Text("pages"));
+  }
+  if (options.Has("position")) {
+    settings.SetVerticalPosition(VerticalPosition(options.Text("position")));
+    settings.SetHorizontalPosition(HorizontalPosition(options.Text("position")));
+  }
+  if (options.Has("adjust")) {
+    const auto [dx, dy] = options.IntegerPair("adjust");
+    settings.SetHorizontalAdjustment(dx);
+    settings.SetVerticalAdjustment(dy);
+  }
+  if (options.Has("under")) {
+    settings.SetLayerPosition(PdfTransformLayerPos::Under);
+  }
+}
+
+// The look of text, and where it is placed absolutely.
+template <typename Settings>
+void SetTextLook(const OptionValues& options, Settings& settings) {
+  settings.SetFontName(options.Text("font", settings.GetFontName()));
+  settings.SetFontStyle(options.Text("font-style", settings.GetFontStyle()));
+  if (options.Has("font-size")) {
+    settings.SetFontSize(options.Integer("font-size", 0));
+  }
+  if (options.Has("color")) {
+    settings.SetFontColor(options.Text("color"));
+  }
+  if (options.Has("opacity")) {
+    settings.SetTextOpacity(options.Integer("opacity", 0));
+  }
+  if (options.Has("align")) {
+    settings.SetTextAlignment(TextAlignment(options.Text("align")));
+  }
+  if (options.Has("at")) {
+    const auto [x, y] = options.NumberPair("at");
+    settings.SetAbsolutePositionX(x);
+    settings.SetAbsolutePositionY(y);
+  }
+}
+
+// What stamps have: margins, rotation, mosaic.
+template <typename Settings>
+void SetStampLook(const OptionValues& options, Settings& settings) {
+  if (options.Has("margin")) {
+    const auto [x, y] = options.IntegerPair("margin");
+    settings.SetMarginX(x);
+    settings.SetMarginY(y);
+  }
+  settings.SetRotation(options.Number("rotate", settings.GetRotation()));
+  settings.SetMosaic(options.Has("mosaic"));
+}
+
+// All options of the three jobs. The settings are a task's or a PdfTransformation's of that type.
+template <typename Settings>
+void SetNumberOptions(const OptionValues& options, Settings& settings) {
+  SetPlacement(options, settings);
+  SetTextLook(options, settings);
+  if (options.Has("template")) {
+    settings.SetPageNumberTextTemplate(options.Text("template"));
+  }
+  settings.SetStartingPageNum(options.Integer("start", settings.GetStartingPageNum()));
+  settings.SetDoFacingPages(options.Has("facing-pages"));
+  settings.SetFirstCoverPage(options.Has("cover-page"));
+}
+
+template <typename Settings>
+void SetStampTextOptions(const OptionValues& options, Settings& settings) {
+  SetPlacement(options, settings);
+  SetTextLook(options, settings);
+  SetStampLook(options, settings);
+  settings.SetInputText(Unescaped(options.Text("text")));
+}
+
+template <typename Settings>
+void SetStampImageOptions(const OptionValues& options, Settings& settings) {
+  SetPlacement(options, settings);
+  SetStampLook(options, settings);
+  settings.SetInputImage(options.Text("image"));
+  settings.SetPixelsPerPoint(PixelsPerPoint(options, settings.GetPixelsPerPoint()));
+}
+
+}  // namespace TarnixTools::cli
+
+#endif  // TARNIX_CLI_DECORATION_OPTIONS_H_

@@ -1,0 +1,58 @@
+#include <string>
+
+#include "DecorationOptions.h"
+#include "Job.h"
+#include "JobContext.h"
+#include "PdfPageNumberTask.h"
+
+namespace TarnixTools::cli {
+namespace {
+
+constexpr OptionRow kOptions[] = {
+    {.name = "template",
+     .kind = ValueKind::Text,
+     .argument = "T",
+     .help = "text in which {n} stands for the number of the page and {p} for the number of pages "
+             "(default: {n})"},
+    {.name = "start",
+     .kind = ValueKind::Integer,
+     .argument = "N",
+     .help = "number of the first page (default: 1)"},
+    kPagesRow,
+    kPositionRow,
+    kAtRow,
+    kAdjustRow,
+    kFontRow,
+    kFontStyleRow,
+    kFontSizeRow,
+    kColorRow,
+    kOpacityRow,
+    kAlignRow,
+    kUnderRow,
+    {.name = "facing-pages", .help = "left and right change sides on odd pages"},
+    {.name = "cover-page",
+     .help = "the first page is a cover: sides change on even pages instead",
+     .needs = "facing-pages"},
+};
+
+JobResult Number(JobContext& context) {
+  PdfPageNumberTask task(context.Documents().front(), context.Options().Text("name"));
+  SetNumberOptions(context.Options(), task);
+  context.SetOutput(task);
+  task.Execute();
+  return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};
+}
+
+const JobRegistration kRegistration({
+    .name = "number",
+    .summary = "put page numbers on pages",
+    .description = "Writes the input with page numbers, centred at the bottom when nothing else is "
+                   "asked for (default name: document_with_page_numbers.pdf).",
+    .inputs = {.min = 1, .max = 1},
+    .output = OutputKind::OneFile,
+    .options = kOptions,
+    .run = Number,
+});
+
+}  // namespace
+}  // namespace TarnixTools::cli

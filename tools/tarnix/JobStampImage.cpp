@@ -1,0 +1,50 @@
+#include <string>
+
+#include "DecorationOptions.h"
+#include "Job.h"
+#include "JobContext.h"
+#include "PdfStampImageTask.h"
+
+namespace TarnixTools::cli {
+namespace {
+
+constexpr OptionRow kOptions[] = {
+    {.name = "image",
+     .kind = ValueKind::File,
+     .argument = "FILE",
+     .help = "the image: JPEG, JPEG 2000, PNG, TIFF, GIF, BMP or WebP; of several in a file the "
+             "first"},
+    {.name = "pixels-per-point",
+     .kind = ValueKind::Number,
+     .argument = "F",
+     .help = "pixels of the image that come to a point of the page (default: 1.33)"},
+    kPagesRow,
+    kPositionRow,
+    kAdjustRow,
+    kMarginRow,
+    kRotateRow,
+    kMosaicRow,
+    kUnderRow,
+};
+
+JobResult StampImage(JobContext& context) {
+  PdfStampImageTask task(context.Documents().front(), context.Options().Text("name"));
+  SetStampImageOptions(context.Options(), task);
+  context.SetOutput(task);
+  task.Execute();
+  return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};
+}
+
+const JobRegistration kRegistration({
+    .name = "stamp-image",
+    .summary = "put an image on pages",
+    .description = "Writes the input with an image on its pages, in their middle when nothing else "
+                   "is asked for (default name: document_after_image_stamp.pdf).",
+    .inputs = {.min = 1, .max = 1},
+    .output = OutputKind::OneFile,
+    .options = kOptions,
+    .run = StampImage,
+});
+
+}  // namespace
+}  // namespace TarnixTools::cli
