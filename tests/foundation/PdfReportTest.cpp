@@ -49,14 +49,18 @@ TEST(PdfReport, TellsEntriesAsLines) {
             "damage: page count wrong");
   EXPECT_EQ(PdfReport::GetText({Kind::Damage, Outcome::Dropped, 3, 0, "object missing"}),
             "damage: object missing (3 times)");
+  EXPECT_EQ(PdfReport::GetText({Kind::PageNumber, Outcome::Added, 12, 1, ""}),
+            "12 page numbers added");
+  EXPECT_EQ(PdfReport::GetText({Kind::Font, Outcome::Replaced, 1, 0, "not installed"}),
+            "1 font replaced: not installed");
 }
 
 TEST(PdfReport, NamesEveryKindDifferently) {
   std::set<std::string> names;
-  for (int kind = 0; kind <= static_cast<int>(Kind::Damage); ++kind) {
+  for (int kind = 0; kind <= static_cast<int>(Kind::Font); ++kind) {
     names.insert(PdfReport::GetKindName(static_cast<Kind>(kind)));
   }
-  EXPECT_EQ(names.size(), static_cast<std::size_t>(Kind::Damage) + 1);
+  EXPECT_EQ(names.size(), static_cast<std::size_t>(Kind::Font) + 1);
   EXPECT_EQ(names.count("thing"), 0U);
   EXPECT_STREQ(PdfReport::GetKindName(static_cast<Kind>(1000)), "thing");
 }
