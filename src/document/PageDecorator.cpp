@@ -7,6 +7,7 @@
 
 #include "PdfException.h"
 #include "PdfText.h"
+#include "engines/toolbox/ErrorCodes.h"
 #include "foundation/Unicode.h"
 
 namespace TarnixTools {
@@ -43,15 +44,27 @@ double LineOffset(PdfTransformTextAlignment alignment, double block_width, doubl
   return 0;
 }
 
+[[noreturn]] void ThrowCannotShow(const DecoratedPage& page,
+                                  const PdfTransformation& transformation) {
+  const std::int32_t error = engines::PdfGetLastError();
+  const std::uint32_t character = engines::PdfGetLastErrorCharacter();
+  if (error == engines::kCharacterError && character != 0) {
+    throw PdfException(PdfExceptionCode::EngineError, error,
+                       "Unable to show text on page [%d]: no installed font has the character "
+                       "[U+%04X]",
+                       page.number, static_cast<unsigned>(character));
+  }
+  throw PdfException(PdfExceptionCode::EngineError, error,
+                     "Unable to show text in font <%s> on page [%d]. ERROR [%d]",
+                     transformation.GetFontName().c_str(), page.number, error);
+}
+
 void ShowLine(engines::TPdfTextGenerator* generator, const std::string& line,
               const engines::TPdfPoint& point, const DecoratedPage& page,
               const PdfTransformation& transformation) {
   if (engines::PdfTextGeneratorMoveTo(generator, &point) == 0 ||
       engines::PdfTextGeneratorShowW(generator, Utf8ToWide(line)) == 0) {
-    const std::int32_t error = engines::PdfGetLastError();
-    throw PdfException(PdfExceptionCode::EngineError, error,
-                       "Unable to show text in font <%s> on page [%d]. ERROR [%d]",
-                       transformation.GetFontName().c_str(), page.number, error);
+    ThrowCannotShow(page, transformation);
   }
 }
 

@@ -1,10 +1,13 @@
 // What every job reports.
 #include "PdfMergeTask.h"
+#include "PdfPageNumberTask.h"
 #include "PdfProtectTask.h"
 #include "PdfRemovePagesTask.h"
 #include "PdfRotateTask.h"
 #include "PdfSetMetaDataTask.h"
 #include "PdfSplitTask.h"
+#include "PdfStampTextTask.h"
+#include "PdfTransformTask.h"
 #include "PdfUnlockTask.h"
 #include "support/DocumentTest.h"
 
@@ -67,6 +70,11 @@ TEST_F(TaskReportTest, IsThatOfTheLastRun) {
   PdfSetMetaDataTask metadata(document);
   metadata.SetMetaParam(PdfMetadataParam::Author, "Ada");
   ExpectThumbs(metadata, 3);
+  ExpectThumbs(PdfPageNumberTask(document), 3);
+  PdfStampTextTask stamp(document);
+  stamp.SetInputText("Draft");
+  ExpectThumbs(stamp, 3);
+  ExpectThumbs(PdfTransformTask(document, {PdfTransformation(PdfTransformType::AddPageNumber)}), 3);
   PdfSplitTask ranges(document);
   ranges.SetSplitMode(PdfSplitMode::Ranges);
   ranges.AddSplitRange(PdfPageRange(2, 3));

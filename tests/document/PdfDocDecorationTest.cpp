@@ -1,0 +1,530 @@
+// PdfDoc::Transform: what is drawn, on which pages, and what goes wrong.
+#include <cstdlib>
+#include <limits>
+#include <map>
+#include <optional>
+
+#include "PdfTransformation.h"
+#include "support/DocumentTest.h"
+#include "support/PageViews.h"
+#include "support/TestImage.h"
+
+namespace TarnixTools {
+namespace {
+
+using testing::Backslashes;
+using testing::Box;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using testing::Failure;
+using testing::FailureOf;
+using ::testing::IsEmpty;
+using testing::Picture;
+using testing::TestPdf;
+
+constexpr int kDpi = 72;
+
+class PdfDocDecorationTest : public testing::DocumentTest {
+ protected:
+  PdfDocDecorationTest() {
+    number_.SetFontSize(12);
+    text_.SetInputText("Draft");
+    testing::WriteBytes(Path("magenta.png"), testing::PngOf(100, 50, {255, 0, 255}));
+    image_.SetInputImage(Path("magenta.png"));
+    image_.SetPixelsPerPoint(1);
+  }
+
+  void SetUp() override {
+    TARNIX_NEED_PROGRAM("pdftotext");
+    TARNIX_NEED_PROGRAM("pdftoppm");
+    TARNIX_NEED_PROGRAM("qpdf");
+  }
+
+  // Applies the transformation, or the vector of them, to doc.pdf and checks the output's
+  // structure.
+  template <typename Transformation>
+  PdfReport Decorate(Transformation& transformation) {
+    PdfDoc document = Doc("doc.pdf");
+    document.Transform(transformation, Path("out.pdf"), "");
+    EXPECT_EQ(testing::QpdfComplaints(Path("out.pdf")), "");
+    return document.GetReport();
+  }
+
+  template <typename Transformation>
+  Failure FailureToDecorate(Transformation& transformation) {
+    const Failure failure = FailureOf([&] {
+      PdfDoc document = Doc("doc.pdf");
+      document.Transform(transformation, Path("out.pdf"), "");
+    });
+    EXPECT_FALSE(testing::Exists(Path("out.pdf")));
+    return failure;
+  }
+
+  // What was added to each page, by page number, in points.
+  std::vector<std::optional<Box>> Differences() const {
+    const std::vector<Picture> before = testing::Pictures(Path("doc.pdf"), kDpi);
+    const std::vector<Picture> after = testing::Pictures(Path("out.pdf"), kDpi);
+    EXPECT_EQ(before.size(), after.size());
+    std::vector<std::optional<Box>> differences;
+    for (std::size_t i = 0; i < before.size() && i < after.size(); ++i) {
+      differences.push_back(testing::DifferenceOf(before[i], after[i], kDpi));
+    }
+    return differences;
+  }
+
+  static PdfReportEntry Added(PdfReportKind kind, std::int64_t count, std::int32_t page = 1) {
+    return {kind, PdfReportOutcome::Added, count, page, ""};
+  }
+
+  PdfTransformation number_{PdfTransformType::AddPageNumber};
+  PdfTransformation text_{PdfTransformType::StampText};
+  PdfTransformation image_{PdfTransformType::StampImage};
+};
+
+TEST_F(PdfDocDecorationTest, NumbersEveryPage) {
+  MakePdf("doc.pdf", 10);
+  number_.SetPageNumberTextTemplate("{n}/{p}");
+  number_.SetStartingPageNum(5);
+  const PdfReport report = Decorate(number_);
+  const auto texts = Texts("out.pdf");
+  ASSERT_EQ(texts.size(), 10U);
+  for (int i = 0; i < 10; ++i) {
+    EXPECT_EQ(texts[static_cast<std::size_t>(i)],
+              "Page " + std::to_string(i + 1) + "\n\n" + std::to_string(i + 5) + "/10");
+  }
+  EXPECT_THAT(report.GetEntries(), ElementsAre(Added(PdfReportKind::PageNumber, 10)));
+  EXPECT_EQ(number_.GetPageNumberText(1, 1), "1/1");
+}
+
+TEST_F(PdfDocDecorationTest, DrawsOnTargetPagesOnlyAndOnlyWhereTheDecorationIs) {
+  MakePdf("doc.pdf", 4);
+  text_.AddTargetPattern("2,4,99");
+  Decorate(text_);
+  const auto differences = Differences();
+  const auto words = testing::WordBoxes(Path("out.pdf"));
+  for (const std::size_t page : {0U, 2U}) {
+    EXPECT_FALSE(differences[page].has_value());
+    EXPECT_EQ(words[page].size(), 2U);
+  }
+  for (const std::size_t page : {1U, 3U}) {
+    ASSERT_TRUE(differences[page].has_value());
+    ASSERT_EQ(words[page].back().text, "Draft");
+    const Box& word = words[page].back().box;
+    EXPECT_GE(differences[page]->left, word.left - 1);
+    EXPECT_LE(differences[page]->right, word.right + 1);
+    EXPECT_GE(differences[page]->bottom, word.bottom - 1);
+    EXPECT_LE(differences[page]->top, word.top + 1);
+    EXPECT_GT(differences[page]->right - differences[page]->left, 40);
+  }
+}
+
+TEST_F(PdfDocDecorationTest, CopiesADocumentThatHasNoTargetPage) {
+  MakePdf("doc.pdf", 2);
+  text_.AddTargetPage(3);
+  EXPECT_THAT(Decorate(text_).GetEntries(), IsEmpty());
+  EXPECT_THAT(Differences(), Each(std::optional<Box>()));
+}
+
+TEST_F(PdfDocDecorationTest, NumbersADocumentWithoutPages) {
+  PdfDoc::Merge({}, Path("doc.pdf"), "");
+  Decorate(number_);
+  EXPECT_EQ(Doc("out.pdf").GetPagesNum(), 0);
+}
+
+TEST_F(PdfDocDecorationTest, GivesTextBackAsItWasTyped) {
+  TestPdf().Page("").Write(Path("doc.pdf"));
+  const std::string typed = "Grüße, Ελλάδα, Привет: “fine” — 50 € ½";
+  text_.SetInputText(typed);
+  Decorate(text_);
+  EXPECT_THAT(Texts("out.pdf"), ElementsAre(typed));
+  text_.SetInputText("tab\there\r\nand there");
+  Decorate(text_);
+  EXPECT_THAT(Texts("out.pdf"), ElementsAre("tab here\nand there"));
+}
+
+TEST_F(PdfDocDecorationTest, AlignsTheLinesOfABlock) {
+  TestPdf().Page("").Write(Path("doc.pdf"));
+  text_.SetInputText("short\nthelongestline\nmiddling");
+  using Alignment = PdfTransformTextAlignment;
+  for (const auto alignment : {Alignment::Left, Alignment::Center, Alignment::Right}) {
+    text_.SetTextAlignment(alignment);
+    Decorate(text_);
+    const auto words = testing::WordBoxes(Path("out.pdf")).at(0);
+    ASSERT_EQ(words.size(), 3U);
+    const Box& longest = words[1].box;
+    for (const testing::WordBox& word : words) {
+      const double line_at = alignment == Alignment::Left    ? word.box.left
+                             : alignment == Alignment::Right ? word.box.right
+                                                             : (word.box.left + word.box.right) / 2;
+      const double block_at = alignment == Alignment::Left    ? longest.left
+                              : alignment == Alignment::Right ? longest.right
+                                                              : (longest.left + longest.right) / 2;
+      EXPECT_NEAR(line_at, block_at, 0.1) << word.text;
+    }
+    EXPECT_NEAR(words[0].box.top - words[1].box.top, 28.8, 0.01);
+    EXPECT_NEAR(words[1].box.top - words[2].box.top, 28.8, 0.01);
+    EXPECT_NEAR((longest.left + longest.right) / 2, TestPdf::kDefaultWidth / 2, 0.1);
+  }
+}
+
+TEST_F(PdfDocDecorationTest, TurnsTextAboutTheStartOfItsFirstLine) {
+  TestPdf().Page("").Write(Path("doc.pdf"));
+  text_.SetAbsolutePosition(PdfPagePoint(200, 300));
+  Decorate(text_);
+  const Box upright = testing::WordBoxes(Path("out.pdf")).at(0).at(0).box;
+  text_.SetRotation(90);
+  Decorate(text_);
+  const Box turned = testing::WordBoxes(Path("out.pdf")).at(0).at(0).box;
+  const double descent = 24 * 0.212;  // of the font that Arial is here
+  const double base = upright.bottom + descent;
+  EXPECT_NEAR(turned.bottom, base, 0.5);
+  EXPECT_NEAR(turned.top, base + (upright.right - upright.left), 0.5);
+  EXPECT_NEAR(turned.right, upright.left + descent, 0.5);
+  EXPECT_NEAR(turned.left, upright.left - (upright.top - upright.bottom - descent), 0.5);
+}
+
+TEST_F(PdfDocDecorationTest, StampsAMosaicOfNine) {
+  TestPdf().Page("").Page("").Write(Path("doc.pdf"));
+  text_.SetMosaic(true);
+  text_.SetVerticalAdjustment(40);
+  text_.SetHorizontalAdjustment(-40);
+  text_.SetInputText("Tile");
+  const PdfReport report = Decorate(text_);
+  for (const auto& words : testing::WordBoxes(Path("out.pdf"))) {
+    ASSERT_EQ(words.size(), 9U);
+    std::map<int, int> rows;
+    for (const testing::WordBox& word : words) {
+      ++rows[static_cast<int>(word.box.bottom)];
+    }
+    EXPECT_EQ(rows.size(), 3U);
+    EXPECT_EQ(rows.begin()->second, 3);
+    EXPECT_NEAR(rows.begin()->first, 15, 1);
+  }
+  EXPECT_EQ(text_.GetVerticalPosition(), PdfTransformVerticalPos::Middle);
+  EXPECT_EQ(text_.GetHorizontalPosition(), PdfTransformHorizontalPos::Right);
+  EXPECT_EQ(text_.GetBaseHorizontalPosition(), PdfTransformHorizontalPos::Right);
+  EXPECT_EQ(text_.GetVerticalAdjustment(), 0);
+  EXPECT_EQ(text_.GetHorizontalAdjustment(), 0);
+  EXPECT_EQ(text_.GetBaseHorizontalAdjustment(), 0);
+  EXPECT_THAT(report.GetEntries(), ElementsAre(Added(PdfReportKind::TextStamp, 2)));
+}
+
+TEST_F(PdfDocDecorationTest, PaintsOverOrUnderThePage) {
+  TestPdf().Page("").Content("0 1 0 rg 0 0 612 792 re f").Write(Path("doc.pdf"));
+  for (PdfTransformation* transformation : {&number_, &text_, &image_}) {
+    transformation->SetLayerPosition(PdfTransformLayerPos::Under);
+    Decorate(*transformation);
+    EXPECT_FALSE(Differences().at(0).has_value());
+    transformation->SetLayerPosition(PdfTransformLayerPos::Over);
+    Decorate(*transformation);
+    EXPECT_TRUE(Differences().at(0).has_value());
+  }
+}
+
+TEST_F(PdfDocDecorationTest, IsNotDisturbedByWhatThePageLeavesBehind) {
+  // A page whose content ends with another matrix, colour, clip and an unclosed text.
+  TestPdf()
+      .Page("")
+      .Content("q 0.1 0 0 0.1 300 300 cm 1 0 0 rg 0 0 5 5 re W n q BT /F1 5 Tf 3 Tr")
+      .Write(Path("doc.pdf"));
+  Decorate(image_);
+  const auto difference = Differences().at(0);
+  ASSERT_TRUE(difference.has_value());
+  EXPECT_NEAR(difference->left, 256, 1);
+  EXPECT_NEAR(difference->top, 421, 1);
+}
+
+TEST_F(PdfDocDecorationTest, AppliesColourAndOpacityOfText) {
+  TestPdf().Page("").Write(Path("doc.pdf"));
+  text_.SetInputText("\u2588\u2588\u2588");  // full blocks
+  text_.SetFontColor("#FF0000");
+  text_.SetTextOpacity(50);
+  Decorate(text_);
+  const Picture page = testing::Pictures(Path("out.pdf"), kDpi).at(0);
+  const auto red = testing::BoxOf(page, kDpi, [&](int x, int y) {
+    const testing::Pixel pixel = page.At(x, y);
+    return pixel[0] > 250 && std::abs(pixel[1] - 128) < 3 && std::abs(pixel[2] - 128) < 3;
+  });
+  ASSERT_TRUE(red.has_value());
+  EXPECT_GT(red->right - red->left, 30);
+}
+
+TEST_F(PdfDocDecorationTest, PaintsImagesOpaqueWhateverTheirOpacity) {
+  MakePdf("doc.pdf", 1);
+  Decorate(image_);
+  const std::string opaque = testing::ReadBytes(Path("out.pdf"));
+  image_.SetOpacity(10);
+  Decorate(image_);
+  EXPECT_EQ(testing::ReadBytes(Path("out.pdf")), opaque);
+}
+
+TEST_F(PdfDocDecorationTest, PlacesImages) {
+  TestPdf().Page("").Write(Path("doc.pdf"));
+  const auto expect_at = [&](double left, double bottom, double width = 100, double height = 50) {
+    Decorate(image_);
+    const auto box = Differences().at(0);
+    ASSERT_TRUE(box.has_value());
+    EXPECT_NEAR(box->left, left, 1);
+    EXPECT_NEAR(box->bottom, bottom, 1);
+    EXPECT_NEAR(box->right, left + width, 1);
+    EXPECT_NEAR(box->top, bottom + height, 1);
+  };
+  expect_at(256, 371);
+  image_.SetVerticalPosition(PdfTransformVerticalPos::Top);
+  image_.SetHorizontalPosition(PdfTransformHorizontalPos::Left);
+  expect_at(15, 792 - 15 - 50);
+  image_.SetVerticalPosition(PdfTransformVerticalPos::Bottom);
+  image_.SetHorizontalPosition(PdfTransformHorizontalPos::Right);
+  image_.SetMarginX(20);
+  image_.SetMarginY(30);
+  image_.SetVerticalAdjustment(7);
+  image_.SetHorizontalAdjustment(-9);
+  expect_at(612 - 20 - 100 - 9, 30 + 7);
+  image_.SetPixelsPerPoint(2);
+  expect_at(612 - 20 - 50 - 9, 30 + 7, 50, 25);
+  image_.SetPixelsPerPoint(1);
+  image_.SetAbsolutePosition(PdfPagePoint(300, 100));  // crosswise, and no margins
+  expect_at(100 - 9, 300 + 7);
+  image_.SetRotation(90);  // about its centre
+  expect_at(100 - 9 + 25, 300 + 7 - 25, 50, 100);
+}
+
+TEST_F(PdfDocDecorationTest, PlacesAMosaicOfImages) {
+  TestPdf().Page("").Size(400, 300).Write(Path("doc.pdf"));
+  image_.SetMosaic(true);
+  image_.SetVerticalAdjustment(5);
+  EXPECT_THAT(Decorate(image_).GetEntries(), ElementsAre(Added(PdfReportKind::ImageStamp, 1)));
+  const Picture page = testing::Pictures(Path("out.pdf"), kDpi).at(0);
+  int filled = 0;
+  for (const int x : {20, 200, 380}) {
+    for (const int y : {20, 150, 280}) {
+      filled += page.At(x, y) == testing::Pixel{255, 0, 255} ? 1 : 0;
+      EXPECT_EQ(page.At(x, y == 150 ? 200 : 90), (testing::Pixel{255, 255, 255}));
+    }
+  }
+  EXPECT_EQ(filled, 9);
+  EXPECT_EQ(image_.GetVerticalPosition(), PdfTransformVerticalPos::Middle);
+  EXPECT_EQ(image_.GetHorizontalPosition(), PdfTransformHorizontalPos::Right);
+  EXPECT_EQ(image_.GetVerticalAdjustment(), 0);
+}
+
+TEST_F(PdfDocDecorationTest, AppliesSeveralInTheirOrder) {
+  MakePdf("doc.pdf", 3);
+  PdfTransformation cover = image_;
+  cover.SetPixelsPerPoint(0.25);  // 400 by 200 points, over the text
+  cover.AddTargetPattern("2-3");
+  text_.SetVerticalAdjustment(24);
+  text_.AddTargetPattern("1-2");
+  std::vector<PdfTransformation> text_last = {cover, text_};
+  const PdfReport report = Decorate(text_last);
+  EXPECT_THAT(report.GetEntries(), ElementsAre(Added(PdfReportKind::TextStamp, 2),
+                                               Added(PdfReportKind::ImageStamp, 2, 2)));
+  const auto dark = [&](int page) {
+    const Picture picture =
+        testing::Pictures(Path("out.pdf"), kDpi).at(static_cast<std::size_t>(page));
+    return testing::BoxOf(
+               picture, kDpi,
+               [&](int x, int y) { return y > 350 && y < 440 && picture.At(x, y)[0] < 60; })
+        .has_value();
+  };
+  EXPECT_TRUE(dark(0));
+  EXPECT_TRUE(dark(1));
+  EXPECT_FALSE(dark(2));
+  std::vector<PdfTransformation> image_last = {text_, cover};
+  Decorate(image_last);
+  EXPECT_TRUE(dark(0));
+  EXPECT_FALSE(dark(1));
+  EXPECT_THAT(Texts("out.pdf"), ElementsAre("Page 1\n\nDraft", "Page 2\n\nDraft", "Page 3"));
+}
+
+TEST_F(PdfDocDecorationTest, CopiesPagesThatNoneOfSeveralTargets) {
+  MakePdf("doc.pdf", 2);
+  text_.AddTargetPage(2);
+  number_.AddTargetPage(2);
+  std::vector<PdfTransformation> both = {text_, number_};
+  Decorate(both);
+  const auto differences = Differences();
+  EXPECT_FALSE(differences.at(0).has_value());
+  EXPECT_TRUE(differences.at(1).has_value());
+  std::vector<PdfTransformation> none;
+  Decorate(none);
+  EXPECT_THAT(Differences(), Each(std::optional<Box>()));
+}
+
+TEST_F(PdfDocDecorationTest, TakesHundredsOfTransformations) {
+  MakePdf("doc.pdf", 2);
+  std::vector<PdfTransformation> many;
+  for (int i = 0; i < 500; ++i) {
+    PdfTransformation& text = many.emplace_back(PdfTransformType::StampText);
+    text.SetInputText("w" + std::to_string(i));
+    text.SetFontSize(4);
+    text.SetAbsolutePosition(PdfPagePoint(20 + i % 20 * 28, 20 + i / 20 * 28));
+  }
+  Decorate(many);
+  for (const auto& words : testing::WordBoxes(Path("out.pdf"))) {
+    EXPECT_EQ(words.size(), 502U);
+  }
+}
+
+TEST_F(PdfDocDecorationTest, TakesMoreImagesThanFilesMayBeOpen) {
+  MakePdf("doc.pdf", 2);
+  std::vector<PdfTransformation> many;
+  for (int i = 0; i < 150; ++i) {
+    const std::string path = Path("i" + std::to_string(i) + ".png");
+    const auto shade = static_cast<std::uint8_t>(i);
+    testing::WriteBytes(path, testing::PngOf(2, 2, {shade, 0, 0}));
+    many.push_back(image_);
+    many.back().SetInputImage(path);
+  }
+  const PdfReport report = Decorate(many);
+  EXPECT_THAT(report.GetEntries(), ElementsAre(Added(PdfReportKind::ImageStamp, 300)));
+}
+
+TEST_F(PdfDocDecorationTest, TakesALongTemplate) {
+  MakePdf("doc.pdf", 2);
+  std::string text;
+  while (text.size() < 10'000) {
+    text += text.size() % 70 < 3 ? "{n} of\n" : "{p}{n} ";
+  }
+  number_.SetPageNumberTextTemplate(text);
+  number_.SetFontSize(4);
+  Decorate(number_);
+  EXPECT_GT(testing::WordBoxes(Path("out.pdf")).at(1).size(), 1000U);
+}
+
+TEST_F(PdfDocDecorationTest, ReplacesAFontThatIsNotInstalled) {
+  MakePdf("doc.pdf", 1);
+  Decorate(text_);
+  const Picture arial = testing::Pictures(Path("out.pdf"), kDpi).at(0);
+  text_.SetFontName("No Such Font At All");
+  text_.SetFontStyle("Bold");
+  const PdfReport report = Decorate(text_);
+  EXPECT_EQ(testing::Pictures(Path("out.pdf"), kDpi).at(0), arial);
+  EXPECT_THAT(report.GetEntries(),
+              ElementsAre(PdfReportEntry{PdfReportKind::Font, PdfReportOutcome::Replaced, 1, 0,
+                                         "No Such Font At All Bold cannot be used, Arial is used "
+                                         "instead"},
+                          Added(PdfReportKind::TextStamp, 1)));
+}
+
+TEST_F(PdfDocDecorationTest, ReportsCharactersThatNoFontHas) {
+  MakePdf("doc.pdf", 2);
+  text_.AddTargetPage(2);
+  text_.SetInputText("a\n\U0010FF77");
+  EXPECT_EQ(FailureToDecorate(text_),
+            Failure(PdfExceptionCode::EngineError,
+                    "Unable to show text on page [2]: no installed font has the character "
+                    "[U+10FF77]",
+                    15));
+}
+
+TEST_F(PdfDocDecorationTest, ChecksTheFontSize) {
+  MakePdf("doc.pdf", 1);
+  for (const double size : {0.0, -2.0}) {
+    number_.SetFontSize(size);
+    EXPECT_EQ(
+        FailureToDecorate(number_),
+        Failure(PdfExceptionCode::InvalidParameter,
+                "Invalid pdf text font size [" + std::to_string(static_cast<int>(size)) + "]"));
+  }
+  for (const double size :
+       {1e30, std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
+    text_.SetFontSize(size);
+    EXPECT_NE(FailureToDecorate(text_), Failure());
+  }
+}
+
+TEST_F(PdfDocDecorationTest, ReportsImagesThatCannotBeOpened) {
+  MakePdf("doc.pdf", 1);
+  for (const std::string& path : {Path("no.png"), Path(""), std::string()}) {
+    image_.SetInputImage(path);
+    const Failure expected(PdfExceptionCode::FileNotFound,
+                           "Unable to open image file [" + path + "]");
+    EXPECT_EQ(FailureToDecorate(image_), expected);
+    std::vector<PdfTransformation> several = {text_, image_};
+    EXPECT_EQ(FailureToDecorate(several), expected);
+  }
+}
+
+TEST_F(PdfDocDecorationTest, ReportsFilesThatAreNoImages) {
+  MakePdf("doc.pdf", 1);
+  const std::string png = testing::PngOf(200, 200, {1, 2, 3});
+  for (const std::string& bytes : {std::string(), std::string("not an image at all"),
+                                   png.substr(0, 30), png.substr(0, png.size() / 2)}) {
+    testing::WriteBytes(Path("bad.png"), bytes);
+    image_.SetInputImage(Path("bad.png"));
+    const Failure failure = FailureToDecorate(image_);
+    EXPECT_EQ(failure.code, PdfExceptionCode::EngineError) << bytes.size();
+    EXPECT_EQ(failure.message, "Unable to create image object from file [" + Path("bad.png") +
+                                   "]. ERROR [" + std::to_string(failure.engine_code) + "]");
+    EXPECT_NE(failure.engine_code, 0);
+  }
+}
+
+TEST_F(PdfDocDecorationTest, RejectsAnImageWithoutASize) {
+  MakePdf("doc.pdf", 1);
+  image_.SetPixelsPerPoint(0);
+  EXPECT_EQ(FailureToDecorate(image_).code, PdfExceptionCode::EngineError);
+}
+
+TEST_F(PdfDocDecorationTest, DoesNotConvertToPdfA) {
+  MakePdf("doc.pdf", 1);
+  PdfTransformation pdfa(PdfTransformType::PdfA);
+  EXPECT_EQ(FailureToDecorate(pdfa),
+            Failure(PdfExceptionCode::EngineError,
+                    "Conversion to PDF/A is not available in this version [" +
+                        Backslashes(Path("doc.pdf")) + "]"));
+  std::vector<PdfTransformation> several = {text_, pdfa};
+  EXPECT_EQ(FailureToDecorate(several),
+            Failure(PdfExceptionCode::InternalError, "Invalid PDF doc transformation type [3]"));
+}
+
+TEST_F(PdfDocDecorationTest, ProtectsTheOutput) {
+  MakePdf("doc.pdf", 2);
+  Doc("doc.pdf").Lock("in", Path("locked.pdf"));
+  PdfDoc document = Doc("locked.pdf", "in");
+  document.Transform(text_, Path("out.pdf"), "out");
+  EXPECT_THAT(Texts("out.pdf", "out"), ElementsAre("Page 1\n\nDraft", "Page 2\n\nDraft"));
+  EXPECT_EQ(testing::QpdfComplaints(Path("out.pdf"), "out"), "");
+  EXPECT_TRUE(PdfDoc::HasPassword(Path("out.pdf")));
+}
+
+TEST_F(PdfDocDecorationTest, ReportsDocumentsThatCannotBeRead) {
+  EXPECT_EQ(FailureOf([&] {
+              PdfDoc(Path("no.pdf"), "", false).Transform(text_, Path("o.pdf"), "");
+            }).code,
+            PdfExceptionCode::FileNotFound);
+  testing::WriteBytes(Path("doc.pdf"), "nothing");
+  const Failure failure = FailureToDecorate(text_);
+  EXPECT_EQ(failure.code, PdfExceptionCode::EngineError);
+  EXPECT_EQ(failure.message, "NULL pages object at PDF doc");
+  std::vector<PdfTransformation> several = {text_};
+  EXPECT_EQ(FailureToDecorate(several), failure);
+  MakePdf("doc.pdf", 1);
+  Doc("doc.pdf").Lock("in", Path("locked.pdf"));
+  EXPECT_EQ(FailureOf([&] { Doc("locked.pdf").Transform(text_, Path("o.pdf"), ""); }).code,
+            PdfExceptionCode::PasswordError);
+  EXPECT_EQ(FailureOf([&] { Doc("doc.pdf").Transform(text_, "", ""); }),
+            Failure(PdfExceptionCode::InvalidParameter, "Empty path received at PDF doc"));
+  EXPECT_FALSE(testing::Exists(Path("o.pdf")));
+}
+
+TEST_F(PdfDocDecorationTest, WritesTheSameBytesAgain) {
+  MakePdf("doc.pdf", 3);
+  std::vector<PdfTransformation> all = {text_, number_, image_};
+  Decorate(all);
+  const std::string bytes = testing::ReadBytes(Path("out.pdf"));
+  Decorate(all);
+  EXPECT_EQ(testing::ReadBytes(Path("out.pdf")), bytes);
+}
+
+TEST_F(PdfDocDecorationTest, MayReplaceItsInput) {
+  MakePdf("doc.pdf", 2);
+  PdfDoc document = Doc("doc.pdf");
+  document.Transform(text_, Path("doc.pdf"), "");
+  document.Transform(number_, Path("doc.pdf"), "");
+  EXPECT_THAT(Texts("doc.pdf"), ElementsAre("Page 1\n\nDraft\n\n1", "Page 2\n\nDraft\n\n2"));
+}
+
+}  // namespace
+}  // namespace TarnixTools

@@ -1,0 +1,95 @@
+#include "PdfTransformTask.h"
+#include "support/DocumentTest.h"
+
+namespace TarnixTools {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::Failure;
+using testing::FailureOf;
+
+class PdfTransformTaskTest : public testing::DocumentTest {
+ protected:
+  PdfTransformTaskTest() {
+    MakePdf("doc.pdf", 3);
+    stamp_.SetInputText("Draft");
+    stamp_.SetVerticalPosition(PdfTransformVerticalPos::Top);
+    stamp_.AddTargetPage(2);
+  }
+
+  static Failure NoTransformation(int index, int count) {
+    return {PdfExceptionCode::InvalidParameter,
+            "Unexpected transformation ID [" + std::to_string(index) + "], only [" +
+                std::to_string(count) + "] transformations defined"};
+  }
+
+  PdfTransformation number_{PdfTransformType::AddPageNumber};
+  PdfTransformation stamp_{PdfTransformType::StampText};
+};
+
+TEST_F(PdfTransformTaskTest, AppliesAllOfThem) {
+  TARNIX_NEED_PROGRAM("pdftotext");
+  PdfTransformTask task(Doc("doc.pdf"));
+  task.AddTransformation(number_);
+  task.AddTransformation(stamp_);
+  task.SetOutputPath(directory_.MakeDir("out"));
+  task.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("document_after_transformations.pdf"));
+  EXPECT_THAT(Texts("out/document_after_transformations.pdf"),
+              ElementsAre("Page 1\n\n1", "Draft\nPage 2\n\n2", "Page 3\n\n3"));
+  task.SetOutName("");
+  task.SetOutName("named.pdf");
+  task.SetOutPassword("pw");
+  task.Execute();
+  EXPECT_EQ(Doc("out/named.pdf", "pw").GetPagesNum(), 3);
+}
+
+TEST_F(PdfTransformTaskTest, WritesBesideTheDocument) {
+  PdfTransformTask task(Doc("doc.pdf"), {number_});
+  task.Execute();
+  EXPECT_THAT(directory_.Names(), ElementsAre("doc.pdf", "document_after_transformations.pdf"));
+}
+
+TEST_F(PdfTransformTaskTest, HoldsCopies) {
+  PdfTransformTask task(Doc("doc.pdf"), {number_, stamp_});
+  stamp_.SetInputText("changed");
+  EXPECT_EQ(task.GetTransformationsNum(), 2);
+  EXPECT_EQ(task.GetTransformation(0).GetType(), PdfTransformType::AddPageNumber);
+  EXPECT_EQ(task.GetTransformation(1).GetInputText(), "Draft");
+  task.GetTransformation(1).SetInputText("own");
+  PdfTransformTask copy(task);
+  PdfTransformTask moved(std::move(task));
+  EXPECT_EQ(copy.GetTransformation(1).GetInputText(), "own");
+  EXPECT_EQ(moved.GetTransformation(1).GetInputText(), "own");
+  copy.ResetTransformations();
+  EXPECT_EQ(copy.GetTransformationsNum(), 0);
+}
+
+TEST_F(PdfTransformTaskTest, KnowsNoOtherTransformations) {
+  PdfTransformTask task(Doc("doc.pdf"), {number_, stamp_});
+  EXPECT_EQ(FailureOf([&] { task.GetTransformation(-1); }), NoTransformation(-1, 2));
+  EXPECT_EQ(FailureOf([&] { task.GetTransformation(2); }), NoTransformation(2, 2));
+  task.ResetTransformations();
+  EXPECT_EQ(FailureOf([&] { task.GetTransformation(0); }), NoTransformation(0, 0));
+}
+
+TEST_F(PdfTransformTaskTest, NeedsOneDocumentAndATransformation) {
+  PdfTransformTask task(Doc("doc.pdf"));
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter,
+                    "Unexpected PDF transformations number [0], expected at least one"));
+  task.AddPdfDoc(Doc("doc.pdf"));
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter,
+                    "Unexpected PDF docs number [2], expected single doc at task"));
+}
+
+TEST_F(PdfTransformTaskTest, LeavesImagesToTheDocument) {
+  PdfTransformation image(PdfTransformType::StampImage);
+  PdfTransformTask task(Doc("doc.pdf"), {image});
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::FileNotFound, "Unable to open image file []"));
+}
+
+}  // namespace
+}  // namespace TarnixTools
