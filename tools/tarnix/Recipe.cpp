@@ -52,7 +52,7 @@ std::string ReadFile(const std::string& path) {
 }
 
 // The parser's message without the tag at its front.
-std::string Untagged(std::string message) {
+std::string Untagged(const std::string& message) {
   const std::size_t end = message.find("] ");
   return message.starts_with('[') && end != std::string::npos ? message.substr(end + 2) : message;
 }
