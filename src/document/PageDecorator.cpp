@@ -189,13 +189,14 @@ PageDecorator::PlacedText PageDecorator::PlaceText(const DecoratedPage& page,
   TextPtr text(engines::PdfDocumentCreateText(target_));
   const engines::TPdfSize page_size = PageSizeOf(page);
   const double font_size = transformation.GetFontSize();
+  // Before the generator, which the engine refuses for a size that PdfText has a message for.
+  PdfText block(string, handles.font.get(), font_size);
   const TextGeneratorPtr generator(
       engines::PdfNewTextGenerator(text.get(), handles.font.get(), font_size, 0));
   if (generator == nullptr) {
     ThrowNoTextGenerator(transformation);
   }
   engines::PdfTextGeneratorSetRendering(generator.get(), handles.paint.get(), nullptr, kFill);
-  PdfText block(string, handles.font.get(), font_size);
   const double block_width =
       engines::PdfTextGeneratorGetWidthW(generator.get(), Utf8ToWide(block.GetLongestLine()));
   const engines::TPdfPoint base = transformation.GetTextPosition(

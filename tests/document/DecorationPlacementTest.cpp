@@ -142,7 +142,7 @@ TEST_F(DecorationPlacementTest, OfTextIsAsTheFormulaSays) {
         ASSERT_EQ(words[i].size(), 1U);
         const Box& box = words[i][0].box;
         EXPECT_NEAR(box.top - box.bottom, 18 * 1.117, kTolerance);
-        EXPECT_NEAR(box.right - box.left, 82, 2);
+        EXPECT_NEAR(box.right - box.left, 18 * 4.724, kTolerance);
         EXPECT_NEAR(box.bottom, TextBottom(vertical, pages_[i].height, box.top - box.bottom),
                     kTolerance);
         EXPECT_NEAR(box.left, TextLeft(horizontal, pages_[i].width, box.right - box.left),

@@ -108,8 +108,8 @@ TEST_F(PdfDocDecorationTest, DrawsOnTargetPagesOnlyAndOnlyWhereTheDecorationIs) 
   }
   for (const std::size_t page : {1U, 3U}) {
     ASSERT_TRUE(differences[page].has_value());
-    ASSERT_EQ(words[page].back().text, "Draft");
-    const Box& word = words[page].back().box;
+    ASSERT_EQ(words[page].front().text, "Draft");
+    const Box& word = words[page].front().box;
     EXPECT_GE(differences[page]->left, word.left - 1);
     EXPECT_LE(differences[page]->right, word.right + 1);
     EXPECT_GE(differences[page]->bottom, word.bottom - 1);
@@ -334,7 +334,7 @@ TEST_F(PdfDocDecorationTest, AppliesSeveralInTheirOrder) {
   Decorate(image_last);
   EXPECT_TRUE(dark(0));
   EXPECT_FALSE(dark(1));
-  EXPECT_THAT(Texts("out.pdf"), ElementsAre("Page 1\n\nDraft", "Page 2\n\nDraft", "Page 3"));
+  EXPECT_THAT(Texts("out.pdf"), ElementsAre("Draft\n\nPage 1", "Draft\n\nPage 2", "Page 3"));
 }
 
 TEST_F(PdfDocDecorationTest, CopiesPagesThatNoneOfSeveralTargets) {
@@ -428,7 +428,7 @@ TEST_F(PdfDocDecorationTest, ChecksTheFontSize) {
                 "Invalid pdf text font size [" + std::to_string(static_cast<int>(size)) + "]"));
   }
   for (const double size :
-       {1e30, std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
+       {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
     text_.SetFontSize(size);
     EXPECT_NE(FailureToDecorate(text_), Failure());
   }
@@ -484,7 +484,7 @@ TEST_F(PdfDocDecorationTest, ProtectsTheOutput) {
   Doc("doc.pdf").Lock("in", Path("locked.pdf"));
   PdfDoc document = Doc("locked.pdf", "in");
   document.Transform(text_, Path("out.pdf"), "out");
-  EXPECT_THAT(Texts("out.pdf", "out"), ElementsAre("Page 1\n\nDraft", "Page 2\n\nDraft"));
+  EXPECT_THAT(Texts("out.pdf", "out"), ElementsAre("Draft\n\nPage 1", "Draft\n\nPage 2"));
   EXPECT_EQ(testing::QpdfComplaints(Path("out.pdf"), "out"), "");
   EXPECT_TRUE(PdfDoc::HasPassword(Path("out.pdf")));
 }
@@ -523,7 +523,7 @@ TEST_F(PdfDocDecorationTest, MayReplaceItsInput) {
   PdfDoc document = Doc("doc.pdf");
   document.Transform(text_, Path("doc.pdf"), "");
   document.Transform(number_, Path("doc.pdf"), "");
-  EXPECT_THAT(Texts("doc.pdf"), ElementsAre("Page 1\n\nDraft\n\n1", "Page 2\n\nDraft\n\n2"));
+  EXPECT_THAT(Texts("doc.pdf"), ElementsAre("Draft\n\nPage 1\n\n1", "Draft\n\nPage 2\n\n2"));
 }
 
 }  // namespace

@@ -34,14 +34,16 @@ std::vector<std::vector<WordBox>> WordBoxes(const std::string& path) {
   static const std::regex page_line(R"re(<page width="([0-9.]+)" height="([0-9.]+)">)re");
   static const std::regex word_line(
       R"re(<word xMin="([-0-9.]+)" yMin="([-0-9.]+)" xMax="([-0-9.]+)" yMax="([-0-9.]+)">(.*)</word>)re");
+  const std::vector<PageFacts> facts = PageFactsOf(path);  // page sizes come without the rotation
   std::vector<std::vector<WordBox>> pages;
   double height = 0;
   std::istringstream lines(result.output);
   for (std::string line; std::getline(lines, line);) {
     std::smatch match;
     if (std::regex_search(line, match, page_line)) {
+      const bool is_lying = facts.at(pages.size()).rotation % 180 != 0;
+      height = std::stod(match[is_lying ? 1 : 2]);
       pages.emplace_back();
-      height = std::stod(match[2]);
     } else if (std::regex_search(line, match, word_line)) {
       pages.back().push_back({match[5],
                               {std::stod(match[1]), height - std::stod(match[4]),

@@ -36,7 +36,7 @@ TEST_F(PdfTransformTaskTest, AppliesAllOfThem) {
   task.Execute();
   EXPECT_THAT(directory_.Names("out"), ElementsAre("document_after_transformations.pdf"));
   EXPECT_THAT(Texts("out/document_after_transformations.pdf"),
-              ElementsAre("Page 1\n\n1", "Draft\nPage 2\n\n2", "Page 3\n\n3"));
+              ElementsAre("Page 1\n\n1", "Draft\n\nPage 2\n\n2", "Page 3\n\n3"));
   task.SetOutName("");
   task.SetOutName("named.pdf");
   task.SetOutPassword("pw");
