@@ -448,17 +448,29 @@ TEST_F(PdfDocDecorationTest, ReportsImagesThatCannotBeOpened) {
 
 TEST_F(PdfDocDecorationTest, ReportsFilesThatAreNoImages) {
   MakePdf("doc.pdf", 1);
-  const std::string png = testing::PngOf(200, 200, {1, 2, 3});
-  for (const std::string& bytes : {std::string(), std::string("not an image at all"),
-                                   png.substr(0, 30), png.substr(0, png.size() / 2)}) {
+  const std::string header_only = testing::PngOf(200, 200, {1, 2, 3}).substr(0, 30);
+  for (const std::string& bytes :
+       {std::string(), std::string("not an image at all"), header_only}) {
     testing::WriteBytes(Path("bad.png"), bytes);
     image_.SetInputImage(Path("bad.png"));
     const Failure failure = FailureToDecorate(image_);
     EXPECT_EQ(failure.code, PdfExceptionCode::EngineError) << bytes.size();
     EXPECT_EQ(failure.message, "Unable to create image object from file [" + Path("bad.png") +
                                    "]. ERROR [" + std::to_string(failure.engine_code) + "]");
-    EXPECT_NE(failure.engine_code, 0);
+    EXPECT_EQ(failure.engine_code, 16);
   }
+}
+
+TEST_F(PdfDocDecorationTest, PaintsACutImageAsFarAsItGoes) {
+  TestPdf().Page("").Write(Path("doc.pdf"));
+  const std::string png = testing::PngOf(100, 50, {255, 0, 255});
+  testing::WriteBytes(Path("cut.png"), png.substr(0, png.size() - 40));
+  image_.SetInputImage(Path("cut.png"));
+  Decorate(image_);
+  const auto box = Differences().at(0);
+  ASSERT_TRUE(box.has_value());
+  EXPECT_NEAR(box->top, 421, 1);
+  EXPECT_NEAR(box->bottom, 371, 1);
 }
 
 TEST_F(PdfDocDecorationTest, RejectsAnImageWithoutASize) {

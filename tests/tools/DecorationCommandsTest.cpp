@@ -152,7 +152,7 @@ TEST_F(DecorationCommands, CheckTheirValues) {
 TEST_F(DecorationCommands, FollowARecipe) {
   WriteFile("recipe.json", R"([
     {"type": "number", "template": "no. {n}", "font-size": 10, "start": 5, "color": "#333333"},
-    {"type": "stamp-text", "text": "Draft\nonly", "pages": 2, "at": [50, 60.5], "rotate": 30},
+    {"type": "stamp-text", "text": "Draft\nonly", "pages": 2, "at": [50, 60.5], "rotate": 0.0},
     {"type": "stamp-text", "text": "Top\\nsecret", "position": "top-right", "fontsize": "12",
      "under": true, "mosaic": false, "margin": "5,5", "pages": "3"},
     {"type": "stamp-image", "image": "logo.png", "margin": [20, 20], "pixels-per-point": 2.5}])");
