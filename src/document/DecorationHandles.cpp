@@ -144,9 +144,8 @@ const DecorationHandles& DecorationHandleStore::Get(std::size_t index,
   const std::string key = KeyOf(transformation);
   auto found = handles_.find(key);
   if (found == handles_.end()) {
-    if (handles_.size() >= kMaxKept) {
-      handles_.clear();
-      of_decoration_.assign(of_decoration_.size(), nullptr);
+    if (IsImage(transformation) && image_count_++ == kMaxImages) {
+      DropImages();
     }
     found =
         handles_.emplace(key, MakeDecorationHandles(target_, transformation, messages_, report_))
@@ -154,6 +153,12 @@ const DecorationHandles& DecorationHandleStore::Get(std::size_t index,
   }
   handles = &found->second;
   return *handles;
+}
+
+void DecorationHandleStore::DropImages() {
+  std::erase_if(handles_, [](const auto& entry) { return entry.second.image != nullptr; });
+  of_decoration_.assign(of_decoration_.size(), nullptr);
+  image_count_ = 1;  // the one that takes their place
 }
 
 }  // namespace TarnixTools

@@ -55,14 +55,18 @@ class DecorationHandleStore {
   const DecorationHandles& Get(std::size_t index, const PdfTransformation& transformation);
 
  private:
-  // More are dropped, so that a job of many images does not run out of open files.
-  static constexpr std::size_t kMaxKept = 64;
+  // Every image keeps its file open. When there are more of them, they are dropped, so that a job
+  // of many images does not run out of files.
+  static constexpr std::size_t kMaxImages = 64;
+
+  void DropImages();
 
   engines::TPdfDocument* target_;
   const DecorationMessages& messages_;
   PdfReport& report_;
   std::map<std::string, DecorationHandles> handles_;     // by what they are made from
   std::vector<const DecorationHandles*> of_decoration_;  // null where not looked up yet
+  std::size_t image_count_ = 0;
 };
 
 }  // namespace TarnixTools
