@@ -124,6 +124,18 @@ TEST_F(DecorationCommands, ReportWhatIsMissing) {
                 "FileNotFound: Unable to open recipe [.]");
 }
 
+TEST_F(DecorationCommands, ReportThatNoFontCanBeHad) {
+  WriteFile("fonts.conf", "<fontconfig><dir>/nowhere</dir></fontconfig>");
+  const RunSetup no_fonts = {.environment = {{"FONTCONFIG_FILE", Path("fonts.conf")}}};
+  ExpectFailure(Run({"number", "doc.pdf"}, no_fonts), 23,
+                "EngineError: Unable to get system font from [Arial] [] (error [13])");
+  ExpectFailure(
+      Run({"stamp-text", "--text", "x", "--font", "Ours", "--font-style", "Bold", "doc.pdf"},
+          no_fonts),
+      23, "EngineError: Unable to get system font from [Ours] [Bold] (error [13])");
+  EXPECT_FALSE(HasFile("document_with_page_numbers.pdf"));
+}
+
 TEST_F(DecorationCommands, CheckTheirValues) {
   ExpectUsageError(Run({"number", "--at", "1", "doc.pdf"}),
                    "--at: '1' is not two numbers such as 10,20.5", "tarnix number");
