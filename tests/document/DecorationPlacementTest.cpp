@@ -180,6 +180,32 @@ TEST_F(DecorationPlacementTest, OfImagesIsAsTheFormulaSays) {
   }
 }
 
+// The reader of the boxes takes a user unit for a point: its coordinates are the seen ones over the
+// unit.
+TEST_F(DecorationPlacementTest, CountsInPointsWhateverTheUserUnit) {
+  TestPdf pdf;
+  for (const std::string unit : {"2", "0.5", "10"}) {
+    pdf.Page("").PageEntry("/UserUnit " + unit).PageEntry("/CropBox [100 100 500 600]");
+  }
+  pdf.Write(Path("doc.pdf"));
+  PdfTransformation text(PdfTransformType::StampText);
+  text.SetInputText("Placement");
+  text.SetFontSize(18);
+  SetPlace(text, Vertical::Top, Horizontal::Right);
+  Decorate(text);
+  const auto words = testing::WordBoxes(Path("out.pdf"));
+  ASSERT_EQ(words.size(), 3U);
+  const double units[] = {2, 0.5, 10};
+  for (std::size_t i = 0; i < 3; ++i) {
+    ASSERT_EQ(words[i].size(), 1U);
+    const Box& box = words[i][0].box;
+    const double unit = units[i];
+    EXPECT_NEAR((box.top - box.bottom) * unit, 18 * 1.117, kTolerance);
+    EXPECT_NEAR(box.right * unit, 400 * unit - kMarginX + kAdjustX, kTolerance);
+    EXPECT_NEAR(box.top * unit, 500 * unit - kMarginY + kAdjustY, kTolerance);
+  }
+}
+
 TEST_F(DecorationPlacementTest, OfNumbersChangesSidesOnFacingPages) {
   PdfTransformation number(PdfTransformType::AddPageNumber);
   number.SetFontSize(18);

@@ -13,7 +13,9 @@
 #include "PdfException.h"
 #include "PdfMergeTask.h"
 #include "PdfSplitTask.h"
+#include "PdfTransformTask.h"
 #include "support/TempDir.h"
+#include "support/TestImage.h"
 
 namespace TarnixTools::testing {
 namespace {
@@ -43,6 +45,22 @@ std::vector<std::string> SplitTo(const TempDir& directory, const std::string& na
     pieces.push_back(ReadBytes(output + "/" + piece));
   }
   return pieces;
+}
+
+// A document with a page number, a text in several scripts and an image on every page.
+std::string DecorateTo(const TempDir& directory, const std::string& name) {
+  PdfTransformation text(PdfTransformType::StampText);
+  text.SetInputText("Entwurf \u2014 \u0447\u0435\u0440\u043d\u043e\u0432\u0438\u043a");
+  text.SetFontName("Times New Roman");
+  text.SetRotation(30);
+  PdfTransformation image(PdfTransformType::StampImage);
+  image.SetInputImage(directory.Path("image.png"));
+  PdfTransformTask task(PdfDoc(kReport, "", true),
+                        {PdfTransformation(PdfTransformType::AddPageNumber), text, image});
+  task.SetOutputPath(directory.Path());
+  task.SetOutName(name);
+  task.Execute();
+  return ReadBytes(directory.Path(name));
 }
 
 // What each thread got, in their order. An exception would end the program: the work catches those
@@ -84,6 +102,25 @@ TEST(Threads, SplitsOfOneDocumentAtOnceGiveTheSamePieces) {
   const auto split = OnEveryThread<std::vector<std::string>>(
       [&](int thread) { return SplitTo(directory, std::to_string(thread)); });
   EXPECT_THAT(split, ::testing::Each(::testing::Eq(alone)));
+}
+
+// Fonts are looked up through one configuration of the system.
+TEST(Threads, DecorationsAtOnceGiveTheBytesOfOneAlone) {
+  const TempDir directory;
+  WriteBytes(directory.Path("image.png"), PngOf(30, 20, {200, 10, 10}));
+  const auto decorated = OnEveryThread<std::vector<std::string>>([&](int thread) {
+    std::vector<std::string> results;
+    for (int round = 0; round < kRounds; ++round) {
+      const std::string name = std::to_string(thread) + "-" + std::to_string(round) + ".pdf";
+      results.push_back(DecorateTo(directory, name));
+    }
+    return results;
+  });
+  const std::string alone = DecorateTo(directory, "alone.pdf");
+  ASSERT_FALSE(alone.empty());
+  for (const auto& results : decorated) {
+    EXPECT_THAT(results, ::testing::Each(::testing::Eq(alone)));
+  }
 }
 
 // The engine's error code belongs to the thread: a failure beside a success must not change it.
