@@ -2,6 +2,7 @@
 #ifndef TARNIX_TARNIX_TOOLS_H_
 #define TARNIX_TARNIX_TOOLS_H_
 
+#include "Img2PdfTask.h"
 #include "Logger.h"
 #include "PdfCommonUtils.h"
 #include "PdfCompliance.h"

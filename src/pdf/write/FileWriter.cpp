@@ -165,15 +165,15 @@ void FileWriter::EndStream() {
   Put("\nendstream\nendobj\n");
 }
 
+// The sink gets whole buffers: at offsets that are multiples of their size, file systems have the
+// least work with them.
 void FileWriter::Put(std::string_view bytes) {
   offset_ += bytes.size();
-  if (buffer_.size() + bytes.size() > kBufferSize) {
+  while (buffer_.size() + bytes.size() >= kBufferSize) {
+    const std::size_t count = kBufferSize - buffer_.size();
+    buffer_ += bytes.substr(0, count);
+    bytes.remove_prefix(count);
     Flush();
-    if (bytes.size() >= kBufferSize) {
-      digest_->Add(bytes);
-      sink_->Write(bytes);
-      return;
-    }
   }
   buffer_ += bytes;
 }

@@ -1,0 +1,135 @@
+// Makes PDF documents of image files: one for each image, and by default one of all of them.
+//
+//   Img2PdfTask task(std::list<std::string>{"front.jpg", "back.jpg"});
+//   task.SetPageSize(Img2PdfPageSize::Img2PdfPageA4);
+//   task.SetOutputPath("/data/out");
+//   task.SetOutPrefix("card");
+//   task.Execute();                              // card.pdf, of two pages
+#ifndef TARNIX_IMG2PDF_TASK_H_
+#define TARNIX_IMG2PDF_TASK_H_
+
+#include <cstdint>
+#include <list>
+#include <string>
+
+#include "PdfTask.h"
+#include "TarnixExport.h"
+
+namespace TarnixTools {
+
+// Of pages of a fixed size.
+enum class Img2PdfOrientation : std::int32_t {
+  Img2PdfPortrait = 0,
+  Img2PdfLandscape = 1,  // A4 landscape, whichever size is set
+};
+
+enum class Img2PdfPageSize : std::int32_t {
+  Img2PdfPageFit = 0,     // each page as large as its image
+  Img2PdfPageA4 = 1,      // 595 x 842 points
+  Img2PdfPageLetter = 2,  // 612 x 792 points
+};
+
+// Clockwise, besides what the image file itself says is needed to see it upright.
+enum class Img2PdfImgRotation : std::int32_t {
+  Img2PdfRotNone = 0,
+  Img2PdfRot180 = 1,
+  Img2PdfRot90 = 2,
+  Img2PdfRot270 = 3,
+};
+
+class TARNIX_EXPORT Img2PdfTask : public PdfTask {
+ public:
+  Img2PdfTask();
+
+  // As SetInputImage and SetInputImages; throw what AddInputImage throws.
+  explicit Img2PdfTask(const std::string& image_path);
+  explicit Img2PdfTask(const std::list<std::string>& image_paths);
+
+  Img2PdfTask(const Img2PdfTask& other);
+  Img2PdfTask(Img2PdfTask&& other) noexcept;
+  Img2PdfTask& operator=(const Img2PdfTask& other);
+  Img2PdfTask& operator=(Img2PdfTask&& other) noexcept;
+  ~Img2PdfTask();
+
+  // Adds an image file: JPEG, JPEG 2000, PNG, TIFF, GIF, BMP, PNM or WebP, which is found out by
+  // its content when it is converted. Throws FileNotFound when it cannot be opened,
+  // InvalidParameter when it is in the task already. Slashes are stored as backslashes, and the
+  // path is compared as it is given, letter by letter, with those stored.
+  void AddInputImage(const std::string& path);
+
+  // The task then holds this image only.
+  void SetInputImage(const std::string& path);
+
+  // The task then holds these images; the first that cannot be added ends it, with those before it
+  // in the task.
+  void SetInputImages(const std::list<std::string>& paths);
+
+  std::list<std::string>& GetInputImages() { return input_images_; }
+
+  int GetImagesNum() const;
+
+  // Img2PdfPageFit at first. On a fixed size, images are centred and enlarged or reduced to fit.
+  void SetPageSize(Img2PdfPageSize page_size) { page_size_ = page_size; }
+
+  Img2PdfPageSize GetPageSize() const { return page_size_; }
+
+  // Img2PdfPortrait at first; of no effect with Img2PdfPageFit.
+  void SetOrientation(Img2PdfOrientation orientation) { orientation_ = orientation; }
+
+  Img2PdfOrientation GetOrientation() const { return orientation_; }
+
+  // Img2PdfRotNone at first. Img2PdfRotNone after another value does not take that one back: images
+  // are still turned by it.
+  void SetImgRotation(Img2PdfImgRotation rotation);
+
+  Img2PdfImgRotation GetImgRotation() const { return image_rotation_; }
+
+  // Points on all four sides of each image, 0 at first.
+  void SetMargin(float margin) { margin_ = margin; }
+
+  float GetMargin() const { return margin_; }
+
+  // Whether the documents of the single images are joined into one and deleted; true at first.
+  void SetMergeAfter(bool merge_after) { merge_after_ = merge_after; }
+
+  // The joined file's name is the prefix + ".pdf", "_merged_images.pdf" at first, unless it has a
+  // name of its own. An empty prefix is ignored; an empty name goes back to the prefix.
+  void SetOutPrefix(const std::string& prefix);
+
+  std::string& GetOutPrefix() { return out_prefix_; }
+
+  void SetOutPdfName(const std::string& name);
+
+  std::string& GetOutPdfName() { return out_pdf_name_; }
+
+  // Converts each image to a document: the image's path + ".pdf" when no output directory was set,
+  // else the image's name with ".pdf" in place of its extension, in that directory. Then joins
+  // them, in the output directory or the first document's, and deletes them. With an output
+  // password all of them are encrypted.
+  //
+  // Throws InvalidParameter without images, EngineError for an image that cannot be converted, and
+  // what PdfDoc::Merge and PdfDoc::Delete throw. Documents that were complete by then stay. A task
+  // keeps its documents: executed once more, it joins those of the earlier run too.
+  void Execute();
+
+ private:
+  void SetDefaults();
+  void ConvertImg2Pdf(const std::string& image_path);
+  std::string DocumentPath(const std::string& image_path) const;
+  std::string MergedPath() const;
+
+  Img2PdfOrientation orientation_;
+  Img2PdfPageSize page_size_;
+  Img2PdfImgRotation image_rotation_;
+  std::int32_t engine_orientation_;  // value of the Orientation tag
+  std::list<std::string> input_images_;
+  std::list<PdfDoc> converted_docs_;
+  std::string out_prefix_;
+  std::string out_pdf_name_;
+  float margin_;
+  bool merge_after_;
+};
+
+}  // namespace TarnixTools
+
+#endif  // TARNIX_IMG2PDF_TASK_H_

@@ -1,0 +1,204 @@
+#include "Img2PdfTask.h"
+
+#include <algorithm>
+
+#include "PdfException.h"
+#include "conversions/Img2PdfHandle.h"
+#include "foundation/Platform.h"
+#include "foundation/Unicode.h"
+
+namespace TarnixTools {
+namespace {
+
+constexpr std::uint32_t kAllPermissions = 0xFFFFFFFF;
+
+[[noreturn]] void ThrowConversionFailed(engines::TImg2Pdf* object, const std::string& image_path) {
+  const std::int32_t code = engines::Img2PdfGetErrorCode(object);
+  throw PdfException(PdfExceptionCode::EngineError, code,
+                     "Error 0x%08X while creating PDF document from img [%s]",
+                     static_cast<unsigned>(code), image_path.c_str());
+}
+
+void SetUpPage(engines::TImg2Pdf* object, Img2PdfPageSize size, Img2PdfOrientation orientation) {
+  if (size == Img2PdfPageSize::Img2PdfPageFit) {
+    engines::Img2PdfSetAdjustPage(object, 1);
+    return;
+  }
+  if (size == Img2PdfPageSize::Img2PdfPageA4) {
+    engines::Img2PdfSetPageSize(object, 595.0, 842.0);
+  } else if (size == Img2PdfPageSize::Img2PdfPageLetter) {
+    engines::Img2PdfSetPageSize(object, 612.0, 792.0);
+  }
+  if (orientation == Img2PdfOrientation::Img2PdfLandscape) {
+    engines::Img2PdfSetPageSize(object, 842.0, 595.0);
+  }
+  engines::Img2PdfSetCenterImage(object, 1);
+  engines::Img2PdfSetFitImage(object, 1);
+}
+
+}  // namespace
+
+Img2PdfTask::Img2PdfTask() {
+  SetDefaults();
+}
+
+Img2PdfTask::Img2PdfTask(const std::string& image_path) {
+  SetDefaults();
+  SetInputImage(image_path);
+}
+
+Img2PdfTask::Img2PdfTask(const std::list<std::string>& image_paths) {
+  SetDefaults();
+  SetInputImages(image_paths);
+}
+
+Img2PdfTask::Img2PdfTask(const Img2PdfTask& other) = default;
+Img2PdfTask::Img2PdfTask(Img2PdfTask&& other) noexcept = default;
+Img2PdfTask& Img2PdfTask::operator=(const Img2PdfTask& other) = default;
+Img2PdfTask& Img2PdfTask::operator=(Img2PdfTask&& other) noexcept = default;
+Img2PdfTask::~Img2PdfTask() = default;
+
+void Img2PdfTask::AddInputImage(const std::string& path) {
+  if (platform::OpenForReading(path) == nullptr) {
+    throw PdfException(PdfExceptionCode::FileNotFound, 0, "File not found: %s", path.c_str());
+  }
+  // Compared before slashes are replaced: a path with slashes is no duplicate of itself.
+  if (std::find(input_images_.begin(), input_images_.end(), path) != input_images_.end()) {
+    throw PdfException(PdfExceptionCode::InvalidParameter, 0, "Duplicated file in task: %s",
+                       path.c_str());
+  }
+  std::string& stored = input_images_.emplace_back(path);
+  std::replace(stored.begin(), stored.end(), '/', '\\');
+}
+
+void Img2PdfTask::SetInputImage(const std::string& path) {
+  input_images_.clear();
+  AddInputImage(path);
+}
+
+void Img2PdfTask::SetInputImages(const std::list<std::string>& paths) {
+  const std::list<std::string> copies = paths;  // they may be the task's own
+  input_images_.clear();
+  for (const std::string& path : copies) {
+    AddInputImage(path);
+  }
+}
+
+int Img2PdfTask::GetImagesNum() const {
+  return static_cast<int>(input_images_.size());
+}
+
+void Img2PdfTask::SetImgRotation(Img2PdfImgRotation rotation) {
+  image_rotation_ = rotation;
+  switch (rotation) {
+    case Img2PdfImgRotation::Img2PdfRot180:
+      engine_orientation_ = 3;
+      break;
+    case Img2PdfImgRotation::Img2PdfRot90:
+      engine_orientation_ = 6;
+      break;
+    case Img2PdfImgRotation::Img2PdfRot270:
+      engine_orientation_ = 8;
+      break;
+    default:
+      break;  // the turn set before carries over
+  }
+}
+
+void Img2PdfTask::SetOutPrefix(const std::string& prefix) {
+  if (!prefix.empty()) {
+    out_prefix_ = prefix;
+  }
+}
+
+void Img2PdfTask::SetOutPdfName(const std::string& name) {
+  out_pdf_name_ = name;
+}
+
+void Img2PdfTask::Execute() {
+  report_.Clear();
+  if (input_images_.empty()) {
+    throw PdfException(PdfExceptionCode::InvalidParameter, 0,
+                       "None image defined to convert to PDF");
+  }
+  for (const std::string& image_path : input_images_) {
+    ConvertImg2Pdf(image_path);
+  }
+  if (!merge_after_) {
+    return;
+  }
+  if (converted_docs_.empty()) {
+    throw PdfException(PdfExceptionCode::InternalError, 0,
+                       "None PDF doc obtained from input images");
+  }
+  PdfDoc::Merge(converted_docs_, MergedPath(), out_password_, &report_);
+  for (PdfDoc& document : converted_docs_) {
+    PdfDoc::Delete(document);
+  }
+}
+
+void Img2PdfTask::ConvertImg2Pdf(const std::string& image_path) {
+  if (image_path.empty()) {
+    throw PdfException(PdfExceptionCode::FileNotFound, 0,
+                       "Could not convert image to PDF, empty image path");
+  }
+  const std::string document_path = DocumentPath(image_path);
+  {
+    const Img2PdfHandle handle;
+    engines::TImg2Pdf* object = handle.Get();
+    if (object == nullptr) {
+      throw PdfException(PdfExceptionCode::EngineError, engines::Img2PdfGetErrorCode(nullptr),
+                         "NULL IMG2PDF object");
+    }
+    const std::wstring password = Utf8ToWide(out_password_);
+    if (engines::Img2PdfCreateW(object, Utf8ToWide(document_path), password, password,
+                                kAllPermissions) == 0) {
+      ThrowConversionFailed(object, image_path);
+    }
+    SetUpPage(object, page_size_, orientation_);
+    engines::Img2PdfSetOrientation(object, engine_orientation_);
+    if (margin_ != 0.0F) {
+      engines::Img2PdfSetBorderSize(object, margin_);
+    }
+    if (engines::Img2PdfCreatePageFromImageW(object, Utf8ToWide(image_path)) == 0 ||
+        engines::Img2PdfClose(object) == 0) {
+      ThrowConversionFailed(object, image_path);
+    }
+  }
+  converted_docs_.emplace_back(document_path, out_password_, true);
+}
+
+void Img2PdfTask::SetDefaults() {
+  orientation_ = Img2PdfOrientation::Img2PdfPortrait;
+  page_size_ = Img2PdfPageSize::Img2PdfPageFit;
+  image_rotation_ = Img2PdfImgRotation::Img2PdfRotNone;
+  engine_orientation_ = 1;
+  input_images_.clear();
+  converted_docs_.clear();
+  out_prefix_.clear();
+  out_pdf_name_.clear();
+  margin_ = 0.0F;
+  merge_after_ = true;
+  output_path_.clear();
+}
+
+std::string Img2PdfTask::DocumentPath(const std::string& image_path) const {
+  if (output_path_.empty()) {
+    return image_path + ".pdf";
+  }
+  const std::size_t separator = image_path.rfind('\\');
+  const std::string name =
+      separator == std::string::npos ? image_path : image_path.substr(separator + 1);
+  return output_path_ + name.substr(0, name.rfind('.')) + ".pdf";
+}
+
+std::string Img2PdfTask::MergedPath() const {
+  const std::string directory =
+      output_path_.empty() ? converted_docs_.front().GetDocDirectory() : output_path_;
+  if (!out_pdf_name_.empty()) {
+    return directory + out_pdf_name_;
+  }
+  return directory + (out_prefix_.empty() ? "_merged_images" : out_prefix_) + ".pdf";
+}
+
+}  // namespace TarnixTools

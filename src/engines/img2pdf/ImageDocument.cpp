@@ -1,0 +1,131 @@
+#include "engines/img2pdf/ImageDocument.h"
+
+#include <charconv>
+#include <cstdio>
+#include <utility>
+
+#include "pdf/Error.h"
+#include "pdf/write/Serialize.h"
+
+namespace TarnixTools::engines {
+
+namespace {
+
+// Five decimals are finer than any device shows.
+void AppendNumber(std::string& out, double value) {
+  char digits[400];
+  char* end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 5).ptr;
+  while (end[-1] == '0') {
+    --end;
+  }
+  if (end[-1] == '.') {
+    --end;
+  }
+  std::string_view text(digits, static_cast<std::size_t>(end - digits));
+  out += text == "-0" ? "0" : text;
+}
+
+}  // namespace
+
+void FileSink::Write(std::string_view bytes) {
+  if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size()) {
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be written");
+  }
+}
+
+void FileSink::Close() {
+  if (std::fclose(file_.release()) != 0) {
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed");
+  }
+}
+
+FileSource::FileSource(platform::FilePtr file) : file_(std::move(file)) {
+  const std::int64_t length = platform::SeekToEnd(file_.get()) ? platform::Tell(file_.get()) : -1;
+  if (length < 0) {
+    throw pdf::Error(pdf::ErrorCode::kReadFailed, "the length of the file cannot be had");
+  }
+  size_ = static_cast<std::uint64_t>(length);
+}
+
+std::size_t FileSource::ReadAt(std::uint64_t offset, char* buffer, std::size_t size) {
+  if (!platform::Seek(file_.get(), static_cast<std::int64_t>(offset))) {
+    throw pdf::Error(pdf::ErrorCode::kReadFailed, "the file cannot be positioned");
+  }
+  const std::size_t count = std::fread(buffer, 1, size, file_.get());
+  if (count < size && std::ferror(file_.get()) != 0) {
+    throw pdf::Error(pdf::ErrorCode::kReadFailed, "the file cannot be read");
+  }
+  std::clearerr(file_.get());
+  return count;
+}
+
+ImageDocument::ImageDocument(platform::OutputFile output, std::optional<pdf::Security> security)
+    : output_(std::move(output)),
+      sink_(output_.TakeStream()),
+      security_(std::move(security)),
+      writer_(sink_, security_ ? &*security_ : nullptr),
+      pages_(writer_),
+      images_(writer_) {}
+
+bool ImageDocument::AddPages(images::ImageFile& file, pdf::ByteSource& source,
+                             const PageSettings& settings) {
+  for (std::size_t i = 0; i < file.frame_count(); ++i) {
+    const std::optional<PageLayout> layout = LayOut(file.frame(i), settings);
+    if (!layout) {
+      return false;
+    }
+    AddPage(file.Embed(i), source, *layout);
+  }
+  return true;
+}
+
+void ImageDocument::AddPage(const images::PdfImage& image, pdf::ByteSource& source,
+                            const PageLayout& layout) {
+  const std::uint32_t picture = images_.Write(image, source);
+  const std::uint32_t content = WriteContent(layout.matrix);
+  const pdf::PageTreeWriter::Leaf leaf = pages_.AddPage();
+  std::string text = "<</Type/Page/Parent";
+  pdf::AppendReference(text, leaf.parent);
+  text += "/MediaBox[0 0 ";
+  AppendNumber(text, layout.width);
+  text += ' ';
+  AppendNumber(text, layout.height);
+  text += ']';
+  if (layout.user_unit != 1) {
+    text += "/UserUnit";
+    pdf::AppendInteger(text, layout.user_unit);
+  }
+  text += "/Resources<</XObject<</Im0";
+  pdf::AppendReference(text, picture);
+  text += ">>>>/Contents";
+  pdf::AppendReference(text, content);
+  writer_.WriteObject(leaf.page, text + ">>");
+}
+
+std::uint32_t ImageDocument::WriteContent(const images::Matrix& matrix) {
+  std::string text = "q ";
+  for (const double value : {matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f}) {
+    AppendNumber(text, value);
+    text += ' ';
+  }
+  text += "cm /Im0 Do Q";
+  const std::uint32_t number = writer_.Reserve();
+  writer_.BeginStream(number, "<<", text.size());
+  writer_.AppendStream(text);
+  writer_.EndStream();
+  return number;
+}
+
+void ImageDocument::Close() {
+  const std::uint32_t catalog = writer_.Reserve();
+  std::string text = "<</Type/Catalog/Pages";
+  pdf::AppendReference(text, pages_.Finish());
+  writer_.WriteObject(catalog, text + ">>");
+  writer_.Finish(catalog, 0);
+  sink_.Close();
+  if (!output_.Commit()) {
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be put under its name");
+  }
+}
+
+}  // namespace TarnixTools::engines

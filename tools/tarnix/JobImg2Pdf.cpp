@@ -1,0 +1,113 @@
+#include <charconv>
+#include <cmath>
+#include <list>
+#include <string>
+#include <vector>
+
+#include "Failure.h"
+#include "Img2PdfTask.h"
+#include "Job.h"
+#include "JobContext.h"
+
+namespace TarnixTools::cli {
+namespace {
+
+constexpr OptionRow kOptions[] = {
+    {.name = "page",
+     .kind = ValueKind::Choice,
+     .argument = "fit|a4|letter",
+     .help = "size of the pages: that of each image (fit, the default), or a fixed one on which "
+             "images are centred and fitted"},
+    {.name = "landscape", .help = "fixed pages are A4 landscape"},
+    {.name = "rotate",
+     .kind = ValueKind::Choice,
+     .argument = "0|90|180|270",
+     .help = "degrees by which every image is turned clockwise (default: 0)"},
+    {.name = "margin",
+     .kind = ValueKind::Text,
+     .argument = "POINTS",
+     .help = "space around every image, in points (default: 0)"},
+    {.name = "no-merge", .help = "write one document for each image instead of one of all"},
+};
+
+Img2PdfPageSize PageSizeOf(const std::string& word) {
+  return word == "a4"       ? Img2PdfPageSize::Img2PdfPageA4
+         : word == "letter" ? Img2PdfPageSize::Img2PdfPageLetter
+                            : Img2PdfPageSize::Img2PdfPageFit;
+}
+
+Img2PdfImgRotation RotationOf(const std::string& degrees) {
+  return degrees == "90"    ? Img2PdfImgRotation::Img2PdfRot90
+         : degrees == "180" ? Img2PdfImgRotation::Img2PdfRot180
+         : degrees == "270" ? Img2PdfImgRotation::Img2PdfRot270
+                            : Img2PdfImgRotation::Img2PdfRotNone;
+}
+
+float ParseMargin(const std::string& text) {
+  float margin = 0;
+  const char* end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, margin);
+  if (result.ec != std::errc() || result.ptr != end || !std::isfinite(margin)) {
+    throw UsageError("--margin: '" + text + "' is not a number");
+  }
+  return margin;
+}
+
+// The library names the documents after the images; here are the same rules.
+std::string DocumentOf(const std::string& image, const std::string& directory) {
+  if (directory.empty()) {
+    return image + ".pdf";
+  }
+  const std::string name = image.substr(image.find_last_of("\\/") + 1);
+  return directory + name.substr(0, name.rfind('.')) + ".pdf";
+}
+
+std::vector<std::string> OutputsOf(Img2PdfTask& task, bool is_merged) {
+  std::vector<std::string> documents;
+  for (const std::string& image : task.GetInputImages()) {
+    documents.push_back(DocumentOf(image, task.GetOutputPath()));
+  }
+  if (!is_merged) {
+    return documents;
+  }
+  const std::string& first = documents.front();
+  const std::string prefix = task.GetOutPrefix().empty() ? "_merged_images" : task.GetOutPrefix();
+  return {first.substr(0, first.find_last_of("\\/") + 1) +
+          (task.GetOutPdfName().empty() ? prefix + ".pdf" : task.GetOutPdfName())};
+}
+
+JobResult ConvertImages(JobContext& context) {
+  const OptionValues& options = context.Options();
+  const float margin = ParseMargin(options.Text("margin", "0"));
+  const std::vector<std::string>& inputs = context.Inputs();
+  Img2PdfTask task(std::list<std::string>(inputs.begin(), inputs.end()));
+  task.SetPageSize(PageSizeOf(options.Text("page")));
+  task.SetOrientation(options.Has("landscape") ? Img2PdfOrientation::Img2PdfLandscape
+                                               : Img2PdfOrientation::Img2PdfPortrait);
+  task.SetImgRotation(RotationOf(options.Text("rotate")));
+  task.SetMargin(margin);
+  task.SetMergeAfter(!options.Has("no-merge"));
+  task.SetOutPrefix(options.Text("prefix"));
+  task.SetOutPdfName(options.Text("name"));
+  context.SetOutput(task);
+  task.Execute();
+  return {.outputs = OutputsOf(task, !options.Has("no-merge")), .report = task.GetReport()};
+}
+
+const JobRegistration kRegistration({
+    .name = "img2pdf",
+    .summary = "make a document of images",
+    .description =
+        "Makes one page of every image (JPEG, JPEG 2000, PNG, TIFF, GIF, BMP, PNM, WebP; every "
+        "page "
+        "of a TIFF), without loss and upright, in one document (default name: _merged_images.pdf; "
+        "default directory: the first image's).",
+    .inputs = {.min = 1, .pattern = "*"},
+    .output = OutputKind::OneFile,
+    .has_prefix = true,
+    .options = kOptions,
+    .run = ConvertImages,
+});
+
+}  // namespace
+}  // namespace TarnixTools::cli
