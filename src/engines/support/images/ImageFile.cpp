@@ -5,6 +5,7 @@
 #include "engines/support/images/ImageLimits.h"
 #include "engines/support/images/JpegFile.h"
 #include "engines/support/images/PngFile.h"
+#include "engines/support/images/TiffFile.h"
 
 namespace TarnixTools::engines::images {
 
@@ -23,6 +24,7 @@ struct Format {
 constexpr Format kFormats[] = {
     {&JpegFile::Recognises, &OpenAs<JpegFile>},
     {&PngFile::Recognises, &OpenAs<PngFile>},
+    {&TiffFile::Recognises, &OpenAs<TiffFile>},
 };
 
 bool IsBelievable(double dpi) {

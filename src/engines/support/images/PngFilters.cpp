@@ -100,36 +100,6 @@ std::uint32_t Cost(const unsigned char* bytes, std::size_t size) {
   return sum;
 }
 
-void FilterRowBest(const unsigned char* row, const unsigned char* above, std::size_t row_bytes,
-                   std::size_t pixel_bytes, unsigned char* best, unsigned char* trial) {
-  std::uint32_t lowest = std::numeric_limits<std::uint32_t>::max();
-  unsigned char* const out = best;
-  for (const RowFilter filter : {RowFilter::kPaeth, RowFilter::kSub, RowFilter::kUp,
-                                 RowFilter::kAverage, RowFilter::kNone}) {
-    FilterRow(row, above, row_bytes, pixel_bytes, filter, trial);
-    const std::uint32_t cost = Cost(trial + 1, row_bytes);
-    if (cost < lowest) {
-      lowest = cost;
-      std::swap(best, trial);
-    }
-  }
-  if (best != out) {
-    std::memcpy(out, best, row_bytes + 1);
-  }
-}
-
-}  // namespace
-
-void Unfilter(unsigned char* data, std::size_t rows, std::size_t stride, std::size_t pixel_bytes) {
-  const std::vector<unsigned char> zeros(stride, 0);
-  const unsigned char* above = zeros.data();
-  for (std::size_t y = 0; y < rows; ++y) {
-    unsigned char* row = data + y * stride;
-    UnfilterRow(row + 1, above, stride - 1, pixel_bytes, row[0]);
-    above = row + 1;
-  }
-}
-
 void FilterRow(const unsigned char* row, const unsigned char* above, std::size_t row_bytes,
                std::size_t pixel_bytes, RowFilter filter, unsigned char* out) {
   *out++ = static_cast<unsigned char>(filter);
@@ -169,21 +139,58 @@ void FilterRow(const unsigned char* row, const unsigned char* above, std::size_t
   }
 }
 
-// From the last row up, so that the row above is still what it was.
-void Filter(Plane& plane, RowFilter filter) {
+void FilterRowBest(const unsigned char* row, const unsigned char* above, std::size_t row_bytes,
+                   std::size_t pixel_bytes, unsigned char* best, unsigned char* trial) {
+  std::uint32_t lowest = std::numeric_limits<std::uint32_t>::max();
+  unsigned char* const out = best;
+  for (const RowFilter filter : {RowFilter::kPaeth, RowFilter::kSub, RowFilter::kUp,
+                                 RowFilter::kAverage, RowFilter::kNone}) {
+    FilterRow(row, above, row_bytes, pixel_bytes, filter, trial);
+    const std::uint32_t cost = Cost(trial + 1, row_bytes);
+    if (cost < lowest) {
+      lowest = cost;
+      std::swap(best, trial);
+    }
+  }
+  if (best != out) {
+    std::memcpy(out, best, row_bytes + 1);
+  }
+}
+
+}  // namespace
+
+void Unfilter(unsigned char* data, std::size_t rows, std::size_t stride, std::size_t pixel_bytes) {
+  const std::vector<unsigned char> zeros(stride, 0);
+  const unsigned char* above = zeros.data();
+  for (std::size_t y = 0; y < rows; ++y) {
+    unsigned char* row = data + y * stride;
+    UnfilterRow(row + 1, above, stride - 1, pixel_bytes, row[0]);
+    above = row + 1;
+  }
+}
+
+void FilterRows(const Plane& plane, std::uint32_t first, std::uint32_t count, RowFilter filter,
+                unsigned char* out) {
   const std::size_t row_bytes = plane.row_bytes();
   const std::size_t pixel_bytes = PixelBytes(plane);
-  std::vector<unsigned char> zeros(row_bytes, 0);
-  std::vector<unsigned char> best(plane.stride());
-  std::vector<unsigned char> trial(plane.stride());
-  for (std::uint32_t y = plane.height(); y-- > 0;) {
+  const std::vector<unsigned char> zeros(row_bytes, 0);
+  std::vector<unsigned char> trial(filter == RowFilter::kBest ? plane.stride() : 0);
+  for (std::uint32_t y = first; y < first + count; ++y, out += plane.stride()) {
     const unsigned char* above = y == 0 ? zeros.data() : plane.row(y - 1);
     if (filter == RowFilter::kBest) {
-      FilterRowBest(plane.row(y), above, row_bytes, pixel_bytes, best.data(), trial.data());
+      FilterRowBest(plane.row(y), above, row_bytes, pixel_bytes, out, trial.data());
     } else {
-      FilterRow(plane.row(y), above, row_bytes, pixel_bytes, filter, best.data());
+      FilterRow(plane.row(y), above, row_bytes, pixel_bytes, filter, out);
     }
-    std::memcpy(plane.row(y) - 1, best.data(), plane.stride());
+  }
+}
+
+// From the last row up, so that the row above is still what it was.
+void Filter(Plane& plane, RowFilter filter) {
+  std::vector<unsigned char> row(plane.stride());
+  for (std::uint32_t y = plane.height(); y-- > 0;) {
+    FilterRows(plane, y, 1, filter, row.data());
+    std::memcpy(plane.row(y) - 1, row.data(), row.size());
   }
 }
 

@@ -27,9 +27,9 @@ enum class RowFilter : std::uint8_t {
 // absolute values.
 void Filter(Plane& plane, RowFilter filter);
 
-// Filters one row into `out` (stride bytes, the type first). above: the row before, or zeros.
-void FilterRow(const unsigned char* row, const unsigned char* above, std::size_t row_bytes,
-               std::size_t pixel_bytes, RowFilter filter, unsigned char* out);
+// The same for some of the rows, which go to `out`: rows of plane.stride() bytes.
+void FilterRows(const Plane& plane, std::uint32_t first, std::uint32_t count, RowFilter filter,
+                unsigned char* out);
 
 }  // namespace TarnixTools::engines::images
 

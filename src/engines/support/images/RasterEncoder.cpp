@@ -3,12 +3,15 @@
 #include <cstring>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include <libdeflate.h>
 
 #include "engines/support/images/ColorCount.h"
+#include "engines/support/images/HuffmanDeflate.h"
 #include "engines/support/images/PngFilters.h"
 #include "engines/support/images/Raster.h"
+#include "engines/support/images/TiffCodec.h"
 
 namespace TarnixTools::engines::images {
 
@@ -16,8 +19,12 @@ namespace {
 
 constexpr int kLevel = 6;
 // Rows that are compressed on trial, and how.
-constexpr std::size_t kTrialBytes = std::size_t{192} << 10;
+constexpr std::size_t kTrialBytes = std::size_t{96} << 10;
 constexpr int kTrialLevel = 1;
+constexpr std::uint32_t kBandRows = 8;
+// How much larger a picture may become when repetitions are not looked for, which takes a tenth of
+// the time.
+constexpr std::size_t kToleratedPercent = 2;
 
 struct CompressorDeleter {
   void operator()(libdeflate_compressor* compressor) const noexcept {
@@ -38,46 +45,73 @@ HeldBytes Deflate(const unsigned char* data, std::size_t size, int level) {
   return packed;
 }
 
-// A few bands of rows from all over the picture.
-Plane Sample(const Plane& plane) {
-  const std::size_t rows = std::clamp<std::size_t>(kTrialBytes / plane.stride(), 1, plane.height());
-  if (rows * 2 >= plane.height()) {
-    Plane all(plane.width(), plane.height(), plane.channels(), plane.bits());
-    std::memcpy(all.data(), plane.data(), plane.size());
-    return all;
-  }
-  const std::size_t bands = std::clamp<std::size_t>(rows / 8, 1, 4);
-  Plane sample(plane.width(), static_cast<std::uint32_t>(rows), plane.channels(), plane.bits());
-  std::size_t done = 0;
-  for (std::size_t band = 0; band < bands; ++band) {
-    const std::size_t count = (rows - done) / (bands - band);
-    const std::size_t start = (plane.height() - count) * (2 * band + 1) / (2 * bands);
-    std::memcpy(sample.data() + done * plane.stride(), plane.data() + start * plane.stride(),
-                count * plane.stride());
-    done += count;
+// Bands of rows from all over a picture.
+struct Sample {
+  std::vector<std::uint32_t> starts;
+  std::uint32_t rows = 0;  // of a band
+};
+
+Sample ChooseSample(const Plane& plane) {
+  Sample sample;
+  const std::uint32_t height = plane.height();
+  const auto rows =
+      static_cast<std::uint32_t>(std::clamp<std::size_t>(kTrialBytes / plane.stride(), 1, height));
+  sample.rows = std::min(rows, kBandRows);
+  const std::uint32_t bands = rows / sample.rows;
+  for (std::uint32_t band = 0; band < bands; ++band) {
+    sample.starts.push_back(static_cast<std::uint32_t>(std::uint64_t{height - sample.rows} *
+                                                       (2 * band + 1) / (2 * bands)));
   }
   return sample;
 }
 
-// Pictures of few bits or of a palette have no gradients that a filter could follow.
-RowFilter ChooseFilter(const Plane& plane, ColorSpace space) {
-  if (plane.bits() < 8 || space == ColorSpace::kIndexed) {
-    return RowFilter::kNone;
+std::vector<unsigned char> FilterSample(const Plane& plane, const Sample& sample,
+                                        RowFilter filter) {
+  const std::size_t band_bytes = plane.stride() * sample.rows;
+  std::vector<unsigned char> out(band_bytes * sample.starts.size());
+  for (std::size_t band = 0; band < sample.starts.size(); ++band) {
+    FilterRows(plane, sample.starts[band], sample.rows, filter, out.data() + band * band_bytes);
   }
-  const Plane sample = Sample(plane);
-  RowFilter best = RowFilter::kNone;
-  std::size_t smallest = 0;
-  for (const RowFilter filter : {RowFilter::kBest, RowFilter::kPaeth, RowFilter::kNone}) {
-    Plane trial(sample.width(), sample.height(), sample.channels(), sample.bits());
-    std::memcpy(trial.data(), sample.data(), sample.size());
-    Filter(trial, filter);
-    const std::size_t size = Deflate(trial.data(), trial.size(), kTrialLevel).size;
-    if (smallest == 0 || size < smallest) {
-      best = filter;
-      smallest = size;
+  return out;
+}
+
+// How the rows of a picture are stored best.
+struct Coding {
+  RowFilter filter = RowFilter::kNone;
+  bool has_repetitions = true;  // worth to be looked for
+};
+
+// Tries all filters on a sample. Pictures of few bits or of a palette have no gradients that a
+// filter could follow.
+Coding ChooseCoding(const Plane& plane, ColorSpace space) {
+  Coding coding;
+  if (plane.bits() < 8 || space == ColorSpace::kIndexed) {
+    return coding;
+  }
+  const Sample sample = ChooseSample(plane);
+  RowFilter best_literal = RowFilter::kNone;
+  std::size_t smallest = ~std::size_t{0};
+  std::size_t smallest_literal = ~std::size_t{0};
+  for (const RowFilter filter : {RowFilter::kNone, RowFilter::kSub, RowFilter::kUp,
+                                 RowFilter::kAverage, RowFilter::kPaeth, RowFilter::kBest}) {
+    const std::vector<unsigned char> trial = FilterSample(plane, sample, filter);
+    const std::size_t literal = HuffmanSize(trial.data(), trial.size());
+    if (literal < smallest_literal) {
+      smallest_literal = literal;
+      best_literal = filter;
+    }
+    if (filter == RowFilter::kNone || filter == RowFilter::kBest) {
+      const std::size_t size = Deflate(trial.data(), trial.size(), kTrialLevel).size;
+      if (size < smallest) {
+        smallest = size;
+        coding.filter = filter;
+      }
     }
   }
-  return best;
+  if (smallest_literal <= smallest + smallest / 100 * kToleratedPercent) {
+    return {best_literal, false};
+  }
+  return coding;
 }
 
 ImageStream Describe(const Raster& raster) {
@@ -96,15 +130,49 @@ ImageStream Describe(const Raster& raster) {
 }
 
 void StoreFlate(ImageStream& image, Plane&& plane) {
-  const RowFilter filter = ChooseFilter(plane, image.space);
-  Filter(plane, filter);
+  const Coding coding = ChooseCoding(plane, image.space);
+  Filter(plane, coding.filter);
   DataPiece piece;
-  piece.held = Deflate(plane.data(), plane.size(), kLevel);
+  piece.held = coding.has_repetitions ? Deflate(plane.data(), plane.size(), kLevel)
+                                      : DeflateByHuffman(plane.data(), plane.size());
   image.filter = "FlateDecode";
   image.parameters = "/Predictor 15/Colors " + std::to_string(plane.channels()) +
                      "/BitsPerComponent " + std::to_string(plane.bits()) + "/Columns " +
                      std::to_string(plane.width());
   image.data.push_back(std::move(piece));
+}
+
+void Invert(Plane& plane) {
+  for (std::uint32_t y = 0; y < plane.height(); ++y) {
+    unsigned char* row = plane.row(y);
+    std::transform(row, row + plane.row_bytes(), row,
+                   [](unsigned char byte) { return static_cast<unsigned char>(~byte); });
+  }
+}
+
+// Black and white, coded for fax where that is smaller: text is, halftones are not.
+void StoreBitonal(ImageStream& image, Plane&& plane) {
+  if (!image.decode.empty()) {  // fax codes take it that most of a page is white
+    Invert(plane);
+    image.decode.clear();
+  }
+  std::optional<HeldBytes> fax = EncodeFax(plane);
+  StoreFlate(image, std::move(plane));
+  if (!fax || fax->size > image.data.front().held.size) {
+    return;
+  }
+  image.filter = "CCITTFaxDecode";
+  image.parameters =
+      "/K -1/Columns " + std::to_string(image.width) + "/Rows " + std::to_string(image.height);
+  image.data.front().held = std::move(*fax);
+}
+
+void Store(ImageStream& image, Plane&& plane) {
+  if (plane.bits() == 1 && image.space == ColorSpace::kGray) {
+    StoreBitonal(image, std::move(plane));
+  } else {
+    StoreFlate(image, std::move(plane));
+  }
 }
 
 bool IsOpaque(const Plane& alpha) {
@@ -172,7 +240,7 @@ ImageStream EncodeMask(Plane&& alpha) {
   raster.color = std::move(alpha);
   ReduceGray(raster);
   ImageStream mask = Describe(raster);
-  StoreFlate(mask, std::move(raster.color));
+  Store(mask, std::move(raster.color));
   return mask;
 }
 
@@ -193,7 +261,7 @@ PdfImage Encode(Raster&& raster) {
     ReduceColors(raster);
   }
   result.image = Describe(raster);
-  StoreFlate(result.image, std::move(raster.color));
+  Store(result.image, std::move(raster.color));
   return result;
 }
 

@@ -1,0 +1,299 @@
+#include "engines/support/images/TiffFile.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <utility>
+
+#include "engines/support/images/IccProfile.h"
+#include "engines/support/images/ImageError.h"
+#include "engines/support/images/ImageLimits.h"
+#include "engines/support/images/TiffCodec.h"
+#include "engines/support/images/Units.h"
+
+namespace TarnixTools::engines::images {
+
+namespace {
+
+enum Compression : std::uint64_t { kFax4 = 4, kJpeg = 7 };
+
+enum Photometric : std::uint64_t {
+  kMinIsWhite = 0,
+  kMinIsBlack = 1,
+  kRgbColor = 2,
+  kPalette = 3,
+  kSeparated = 5,
+  kYCbCr = 6,
+};
+
+enum ExtraSample : std::uint64_t { kUnspecified = 0, kAssociated = 1, kUnassociated = 2 };
+
+constexpr std::size_t kMaxTables = std::size_t{64} << 10;
+constexpr int kMaxSamples = 64;
+
+int ColorsOf(std::uint64_t photometric, int samples) {
+  switch (photometric) {
+    case kRgbColor:
+    case kYCbCr:
+      return 3;
+    case kSeparated:
+      return std::min(samples, 4);
+    default:
+      return 1;
+  }
+}
+
+std::string ReverseBits(std::string bytes) {
+  for (char& byte : bytes) {
+    unsigned value = static_cast<unsigned char>(byte);
+    value = (value & 0xF0) >> 4 | (value & 0x0F) << 4;
+    value = (value & 0xCC) >> 2 | (value & 0x33) << 2;
+    byte = static_cast<char>((value & 0xAA) >> 1 | (value & 0x55) << 1);
+  }
+  return bytes;
+}
+
+// Drops channels after the first `count`.
+Plane FirstChannels(const Plane& plane, int count) {
+  Plane kept(plane.width(), plane.height(), count, plane.bits());
+  const std::size_t sample = static_cast<std::size_t>(plane.bits()) / 8;
+  const std::size_t from_step = sample * static_cast<std::size_t>(plane.channels());
+  const std::size_t to_step = sample * static_cast<std::size_t>(count);
+  for (std::uint32_t y = 0; y < plane.height(); ++y) {
+    for (std::uint32_t x = 0; x < plane.width(); ++x) {
+      std::memcpy(kept.row(y) + x * to_step, plane.row(y) + x * from_step, to_step);
+    }
+  }
+  return kept;
+}
+
+ColorSpace SpaceOf(int colors) {
+  return colors == 1 ? ColorSpace::kGray : colors == 3 ? ColorSpace::kRgb : ColorSpace::kCmyk;
+}
+
+}  // namespace
+
+TiffFile::TiffFile(pdf::ByteSource& source)
+    : reader_(source), directories_(TiffStructure::Read(reader_)) {
+  for (const TiffDirectory& directory : directories_) {
+    Frame frame;
+    const auto side = [&](TiffTag tag) {
+      return static_cast<std::uint32_t>(
+          std::min<std::uint64_t>(directory.Number(reader_, tag, 0), limits::kMaxSide + 1));
+    };
+    frame.width = side(TiffTag::kImageWidth);
+    frame.height = side(TiffTag::kImageLength);
+    const std::uint64_t unit = directory.Number(reader_, TiffTag::kResolutionUnit, 2);
+    const double factor = unit == 2 ? 1 : unit == 3 ? kCentimetresPerInch : 0;
+    frame.dpi_x = factor * directory.Ratio(reader_, TiffTag::kXResolution);
+    frame.dpi_y = factor * directory.Ratio(reader_, TiffTag::kYResolution);
+    frame.orientation = ValidOrientation(static_cast<long>(
+        std::min<std::uint64_t>(directory.Number(reader_, TiffTag::kOrientation, 1), 9)));
+    AddFrame(frame);
+  }
+  if (directories_.empty()) {
+    throw ImageError(ImageErrorCode::kDamaged, "the TIFF file has no picture");
+  }
+}
+
+TiffFile::Picture TiffFile::Describe(std::size_t index) {
+  Picture picture;
+  const TiffDirectory& directory = directories_[index];
+  picture.directory = &directory;
+  picture.width = frame(index).width;
+  picture.height = frame(index).height;
+  picture.compression = directory.Number(reader_, TiffTag::kCompression, 1);
+  picture.photometric = directory.Number(reader_, TiffTag::kPhotometric, kMinIsBlack);
+  const std::uint64_t samples = directory.Number(reader_, TiffTag::kSamplesPerPixel, 1);
+  if (samples == 0 || samples > kMaxSamples) {
+    throw ImageError(ImageErrorCode::kUnsupported, "a TIFF picture of too many samples per pixel");
+  }
+  picture.samples = static_cast<int>(samples);
+  picture.colors = ColorsOf(picture.photometric, picture.samples);
+  const std::vector<std::uint64_t> bits =
+      directory.Numbers(reader_, TiffTag::kBitsPerSample, kMaxSamples);
+  picture.bits = bits.empty() ? 1 : static_cast<int>(std::min<std::uint64_t>(bits[0], 64));
+  picture.is_plain =
+      std::all_of(bits.begin(), bits.end(), [&](std::uint64_t b) { return b == bits[0]; }) &&
+      directory.Number(reader_, TiffTag::kSampleFormat, 1) == 1;
+  const std::vector<std::uint64_t> extra =
+      directory.Numbers(reader_, TiffTag::kExtraSamples, kMaxSamples);
+  picture.extra_sample = extra.empty() ? kUnspecified : extra[0];
+  picture.has_alpha =
+      picture.samples == picture.colors + 1 &&
+      (picture.extra_sample == kAssociated || picture.extra_sample == kUnassociated);
+  picture.is_separate =
+      picture.samples > 1 && directory.Number(reader_, TiffTag::kPlanarConfiguration, 1) == 2;
+  picture.profile =
+      UsableProfile(directory.Bytes(reader_, TiffTag::kIccProfile, limits::kMaxProfileBytes),
+                    picture.photometric == kPalette ? 3 : picture.colors);
+  return picture;
+}
+
+PdfImage TiffFile::Embed(std::size_t index) {
+  const Picture picture = Describe(index);
+  if (std::optional<PdfImage> fax = PassFax(picture)) {
+    return std::move(*fax);
+  }
+  if (std::optional<PdfImage> jpeg = PassJpeg(picture)) {
+    return std::move(*jpeg);
+  }
+  std::optional<Raster> raster = DecodeSamples(picture);
+  return Encode(raster ? std::move(*raster) : DecodeAny(picture));
+}
+
+// The picture's data, when it is all in one strip; cut at the end of the file.
+std::optional<TiffFile::Strip> TiffFile::OnlyStrip(const Picture& picture) {
+  const TiffDirectory& directory = *picture.directory;
+  if (directory.Has(TiffTag::kTileWidth) ||
+      directory.Number(reader_, TiffTag::kRowsPerStrip, picture.height) < picture.height) {
+    return std::nullopt;
+  }
+  const std::uint64_t offset = directory.Number(reader_, TiffTag::kStripOffsets, 0);
+  const std::uint64_t length = directory.Number(reader_, TiffTag::kStripByteCounts, 0);
+  if (offset == 0 || offset >= reader_.size() || length == 0) {
+    return std::nullopt;
+  }
+  return Strip{offset, std::min(length, reader_.size() - offset)};
+}
+
+std::optional<PdfImage> TiffFile::PassFax(const Picture& picture) {
+  if (picture.compression != kFax4 || picture.bits != 1 || picture.samples != 1 ||
+      picture.photometric > kMinIsBlack) {
+    return std::nullopt;
+  }
+  const std::optional<Strip> strip = OnlyStrip(picture);
+  if (!strip) {
+    return std::nullopt;
+  }
+  PdfImage result;
+  ImageStream& image = result.image;
+  image.width = picture.width;
+  image.height = picture.height;
+  image.bits = 1;
+  image.profile = picture.profile;
+  image.filter = "CCITTFaxDecode";
+  image.parameters =
+      "/K -1/Columns " + std::to_string(picture.width) + "/Rows " + std::to_string(picture.height);
+  if (picture.photometric == kMinIsBlack) {
+    image.parameters += "/BlackIs1 true";
+  }
+  if (picture.directory->Number(reader_, TiffTag::kFillOrder, 1) == 2) {
+    if (strip->length > limits::kMaxHeldBytes) {
+      return std::nullopt;
+    }
+    image.data.push_back(
+        Hold(ReverseBits(reader_.Read(strip->offset, static_cast<std::size_t>(strip->length)))));
+  } else {
+    image.data.push_back({strip->offset, strip->length, {}});
+  }
+  return result;
+}
+
+// The tables, which the file has once for all strips, go before the strip's own.
+std::optional<PdfImage> TiffFile::PassJpeg(const Picture& picture) {
+  const bool is_gray = picture.samples == 1 && picture.photometric == kMinIsBlack;
+  const bool is_color =
+      picture.samples == 3 && (picture.photometric == kRgbColor || picture.photometric == kYCbCr);
+  if (picture.compression != kJpeg || picture.bits != 8 || !(is_gray || is_color) ||
+      picture.is_separate) {
+    return std::nullopt;
+  }
+  const std::optional<Strip> strip = OnlyStrip(picture);
+  if (!strip || strip->length < 4 || reader_.View(strip->offset, 2) != "\xFF\xD8" ||
+      reader_.View(strip->offset + strip->length - 2, 2) != "\xFF\xD9") {
+    return std::nullopt;
+  }
+  PdfImage result;
+  ImageStream& image = result.image;
+  image.width = picture.width;
+  image.height = picture.height;
+  image.space = SpaceOf(picture.samples);
+  image.profile = picture.profile;
+  image.filter = "DCTDecode";
+  if (is_color) {
+    image.parameters = picture.photometric == kRgbColor ? "/ColorTransform 0" : "/ColorTransform 1";
+  }
+  const std::string tables = picture.directory->Bytes(reader_, TiffTag::kJpegTables, kMaxTables);
+  if (tables.size() > 4 && tables.starts_with("\xFF\xD8") && tables.ends_with("\xFF\xD9")) {
+    image.data.push_back(Hold(std::string_view(tables).substr(0, tables.size() - 2)));
+    image.data.push_back({strip->offset + 2, strip->length - 2, {}});
+  } else {
+    image.data.push_back({strip->offset, strip->length, {}});
+  }
+  return result;
+}
+
+// Samples that a document can hold as they are; nothing for those that it cannot.
+std::optional<Raster> TiffFile::DecodeSamples(const Picture& picture) {
+  const bool is_packed =
+      picture.samples == 1 && (picture.bits == 1 || picture.bits == 2 || picture.bits == 4);
+  const bool is_jpeg_color = picture.compression == kJpeg && picture.photometric == kYCbCr;
+  const bool is_known =
+      picture.photometric <= kRgbColor ||
+      (picture.photometric == kPalette && picture.bits <= 8 && picture.samples == 1) ||
+      (picture.photometric == kSeparated && picture.colors == 4) || is_jpeg_color;
+  if (!picture.is_plain || !is_known || !(is_packed || picture.bits == 8 || picture.bits == 16) ||
+      picture.samples < picture.colors || picture.compression == 6) {
+    return std::nullopt;
+  }
+  Plane plane(picture.width, picture.height, picture.samples, picture.bits);
+  TiffDecoder decoder(reader_.source(), picture.directory->offset());
+  if (is_jpeg_color) {
+    decoder.DecodeJpegToRgb();
+  }
+  if (!decoder.ReadSamples(plane, picture.is_separate)) {
+    return std::nullopt;
+  }
+  Raster raster;
+  raster.profile = picture.profile;
+  raster.space = SpaceOf(picture.colors);
+  raster.is_inverted = picture.photometric == kMinIsWhite;
+  raster.is_premultiplied = picture.extra_sample == kAssociated;
+  if (picture.photometric == kPalette) {
+    raster.space = ColorSpace::kIndexed;
+    raster.palette = Palette(picture);
+  }
+  if (picture.has_alpha) {
+    SplitAlpha(plane, raster);
+  } else if (picture.samples > picture.colors) {
+    raster.color = FirstChannels(plane, picture.colors);
+  } else {
+    raster.color = std::move(plane);
+  }
+  return raster;
+}
+
+// Three bytes for each index, of the 16-bit values that the file has; some programs wrote 8-bit
+// ones.
+std::string TiffFile::Palette(const Picture& picture) {
+  const std::size_t count = std::size_t{1} << picture.bits;
+  const std::vector<std::uint64_t> map =
+      picture.directory->Numbers(reader_, TiffTag::kColorMap, 3 * count);
+  if (map.size() < 3 * count) {
+    throw ImageError(ImageErrorCode::kDamaged, "the palette is missing");
+  }
+  const bool is_wide = std::any_of(map.begin(), map.end(), [](std::uint64_t v) { return v > 255; });
+  std::string palette;
+  for (std::size_t i = 0; i < count; ++i) {
+    for (std::size_t c = 0; c < 3; ++c) {
+      palette += static_cast<char>(map[c * count + i] >> (is_wide ? 8 : 0));
+    }
+  }
+  return palette;
+}
+
+Raster TiffFile::DecodeAny(const Picture& picture) {
+  Plane plane(picture.width, picture.height, 4, 8);
+  TiffDecoder decoder(reader_.source(), picture.directory->offset());
+  if (!decoder.ReadRgba(plane)) {
+    throw ImageError(ImageErrorCode::kUnsupported, "the TIFF picture cannot be decoded");
+  }
+  Raster raster;
+  raster.space = ColorSpace::kRgb;
+  raster.is_premultiplied = true;  // libtiff does that to every alpha
+  SplitAlpha(plane, raster);
+  return raster;
+}
+
+}  // namespace TarnixTools::engines::images

@@ -1,0 +1,64 @@
+// TIFF files: a page for each directory. Group 4 fax data of one strip and JPEG data of one strip
+// go into a document as they are; everything else is decoded by libtiff and stored losslessly.
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_TIFFFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_TIFFFILE_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engines/support/images/ByteReader.h"
+#include "engines/support/images/ImageFile.h"
+#include "engines/support/images/Raster.h"
+#include "engines/support/images/TiffDirectory.h"
+
+namespace TarnixTools::engines::images {
+
+class TiffFile : public ImageFile {
+ public:
+  static bool Recognises(ByteReader& reader) { return TiffStructure::Recognises(reader); }
+
+  explicit TiffFile(pdf::ByteSource& source);
+
+  PdfImage Embed(std::size_t frame) override;
+
+ private:
+  // What the fields say of a picture.
+  struct Picture {
+    const TiffDirectory* directory = nullptr;
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    int bits = 1;
+    int samples = 1;
+    int colors = 1;
+    std::uint64_t compression = 1;
+    std::uint64_t photometric = 0;
+    std::uint64_t extra_sample = 0;  // kind of the first sample that is no colour
+    bool has_alpha = false;
+    bool is_separate = false;
+    bool is_plain = false;  // whole numbers, all of the same size
+    std::string profile;
+  };
+
+  struct Strip {
+    std::uint64_t offset;
+    std::uint64_t length;
+  };
+
+  Picture Describe(std::size_t frame);
+  std::optional<Strip> OnlyStrip(const Picture& picture);
+  std::optional<PdfImage> PassFax(const Picture& picture);
+  std::optional<PdfImage> PassJpeg(const Picture& picture);
+  std::optional<Raster> DecodeSamples(const Picture& picture);
+  Raster DecodeAny(const Picture& picture);
+  std::string Palette(const Picture& picture);
+
+  ByteReader reader_;
+  std::vector<TiffDirectory> directories_;
+};
+
+}  // namespace TarnixTools::engines::images
+
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_TIFFFILE_H_
