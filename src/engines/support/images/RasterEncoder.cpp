@@ -21,6 +21,9 @@ constexpr int kLevel = 6;
 // Rows that are compressed on trial, and how.
 constexpr std::size_t kTrialBytes = std::size_t{96} << 10;
 constexpr int kTrialLevel = 1;
+// Fax coding that makes a page this much smaller has text or drawings before it, which nothing else
+// codes better.
+constexpr std::size_t kTextRatio = 10;
 constexpr std::uint32_t kBandRows = 8;
 // How much larger a picture may become when repetitions are not looked for, which takes a tenth of
 // the time.
@@ -157,14 +160,19 @@ void StoreBitonal(ImageStream& image, Plane&& plane) {
     image.decode.clear();
   }
   std::optional<HeldBytes> fax = EncodeFax(plane);
-  StoreFlate(image, std::move(plane));
-  if (!fax || fax->size > image.data.front().held.size) {
-    return;
+  if (!fax || fax->size > plane.size() / kTextRatio) {
+    StoreFlate(image, std::move(plane));
+    if (!fax || fax->size > image.data.front().held.size) {
+      return;
+    }
+    image.data.clear();
   }
   image.filter = "CCITTFaxDecode";
-  image.parameters =
-      "/K -1/Columns " + std::to_string(image.width) + "/Rows " + std::to_string(image.height);
-  image.data.front().held = std::move(*fax);
+  image.parameters = "/K -1/Columns " + std::to_string(image.width) + "/Rows " +
+                     std::to_string(image.height);
+  DataPiece piece;
+  piece.held = std::move(*fax);
+  image.data.push_back(std::move(piece));
 }
 
 void Store(ImageStream& image, Plane&& plane) {
