@@ -46,6 +46,20 @@ std::string ByteReader::Read(std::uint64_t offset, std::size_t count) {
   return bytes;
 }
 
+// Small pieces come through the window.
+std::size_t ByteReader::ReadInto(std::uint64_t offset, unsigned char* buffer, std::size_t count) {
+  if (offset >= size_) {
+    return 0;
+  }
+  count = static_cast<std::size_t>(std::min<std::uint64_t>(count, size_ - offset));
+  if (count <= kWindow / 4) {
+    const std::string_view view = View(offset, count);
+    std::copy(view.begin(), view.end(), buffer);
+    return view.size();
+  }
+  return source_->ReadAt(offset, reinterpret_cast<char*>(buffer), count);
+}
+
 std::uint8_t ByteReader::Byte(std::uint64_t offset) {
   return static_cast<std::uint8_t>(Number(offset, 1, ByteOrder::kBig));
 }

@@ -39,6 +39,9 @@ class ByteReader {
   // Up to `count` bytes, of any number.
   std::string Read(std::uint64_t offset, std::size_t count);
 
+  // The same into memory of the caller's; returns how many there were.
+  std::size_t ReadInto(std::uint64_t offset, unsigned char* buffer, std::size_t count);
+
   std::uint8_t Byte(std::uint64_t offset);
   std::uint16_t Number16(std::uint64_t offset, ByteOrder order = ByteOrder::kBig);
   std::uint32_t Number32(std::uint64_t offset, ByteOrder order = ByteOrder::kBig);

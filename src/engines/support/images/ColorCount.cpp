@@ -1,8 +1,11 @@
 #include "engines/support/images/ColorCount.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -20,13 +23,14 @@ bool CanBeReduced(const Raster& raster, ColorSpace space) {
 Plane Pack(const Plane& plane, int bits, const std::array<std::uint8_t, 256>& value_of) {
   Plane packed(plane.width(), plane.height(), 1, bits);
   const auto width = static_cast<unsigned>(bits);
+  const unsigned mask = (1U << width) - 1;
   for (std::uint32_t y = 0; y < plane.height(); ++y) {
     const unsigned char* from = plane.row(y);
     unsigned char* to = packed.row(y);
     unsigned byte = 0;
     unsigned filled = 0;
     for (std::uint32_t x = 0; x < plane.width(); ++x) {
-      byte = byte << width | value_of[from[x]];
+      byte = byte << width | (value_of[from[x]] & mask);
       filled += width;
       if (filled == 8) {
         *to++ = static_cast<unsigned char>(byte);
@@ -38,6 +42,15 @@ Plane Pack(const Plane& plane, int bits, const std::array<std::uint8_t, 256>& va
     }
   }
   return packed;
+}
+
+// For indices that stay what they are. Those too large for the palette are wrong anyway.
+std::array<std::uint8_t, 256> Same() {
+  std::array<std::uint8_t, 256> same{};
+  for (unsigned value = 0; value < same.size(); ++value) {
+    same[value] = static_cast<std::uint8_t>(value);
+  }
+  return same;
 }
 
 int BitsFor(std::size_t colors) {
@@ -185,14 +198,52 @@ void ReduceToPalette(Raster& raster) {
   raster.palette = std::move(table.palette());
   raster.space = ColorSpace::kIndexed;
   const int bits = BitsFor(raster.palette.size() / 3);
-  std::array<std::uint8_t, 256> same{};
-  for (unsigned value = 0; value < same.size(); ++value) {
-    same[value] = static_cast<std::uint8_t>(value);
+  raster.color = bits == 8 ? std::move(indices) : Pack(indices, bits, Same());
+}
+
+// Whether the indices are, or have been made, what a picture without palette has: values of gray in
+// equal steps, from black or from white on, or any gray of 8 bits.
+bool PaletteIsGray(Raster& raster) {
+  std::array<std::uint8_t, 256> value_of{};
+  const std::size_t colors = raster.palette.size() / 3;
+  bool ascends = true;
+  bool descends = true;
+  for (std::size_t i = 0; i < colors; ++i) {
+    const auto* rgb = reinterpret_cast<const unsigned char*>(raster.palette.data()) + 3 * i;
+    if (rgb[0] != rgb[1] || rgb[1] != rgb[2]) {
+      return false;
+    }
+    value_of[i] = rgb[0];
+    ascends &= rgb[0] == i * 255 / (colors - 1);
+    descends &= rgb[0] == 255 - i * 255 / (colors - 1);
   }
-  raster.color = bits == 8 ? std::move(indices) : Pack(indices, bits, same);
+  if (descends && !ascends) {
+    raster.is_inverted = true;
+  } else if (!ascends && colors == kMaxPalette) {
+    raster.color = Pack(raster.color, 8, value_of);
+    ascends = true;
+  }
+  return ascends || descends;
 }
 
 }  // namespace
+
+void ApplyPalette(Raster& raster, Plane&& indices, const std::string& palette, int transparent) {
+  raster.palette = palette;
+  raster.palette.resize(std::min<std::size_t>(palette.size() / 3, kMaxPalette) * 3);
+  const int bits = BitsFor(raster.palette.size() / 3);
+  raster.palette.resize((std::size_t{3} << bits), '\0');
+  raster.color = indices.bits() == 8 && bits < 8 ? Pack(indices, bits, Same()) : std::move(indices);
+  if (transparent < 0 && raster.color.bits() == bits && PaletteIsGray(raster)) {
+    raster.palette.clear();
+    raster.space = ColorSpace::kGray;
+    return;
+  }
+  raster.space = ColorSpace::kIndexed;
+  if (transparent >= 0) {
+    raster.color_key = std::to_string(transparent) + ' ' + std::to_string(transparent);
+  }
+}
 
 void ReduceGray(Raster& raster) {
   if (CanBeReduced(raster, ColorSpace::kGray)) {

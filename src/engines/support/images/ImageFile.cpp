@@ -1,11 +1,16 @@
 #include "engines/support/images/ImageFile.h"
 
+#include "engines/support/images/BmpFile.h"
 #include "engines/support/images/ByteReader.h"
+#include "engines/support/images/GifFile.h"
 #include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
+#include "engines/support/images/Jpeg2000File.h"
 #include "engines/support/images/JpegFile.h"
 #include "engines/support/images/PngFile.h"
+#include "engines/support/images/PnmFile.h"
 #include "engines/support/images/TiffFile.h"
+#include "engines/support/images/WebpFile.h"
 
 namespace TarnixTools::engines::images {
 
@@ -22,9 +27,10 @@ struct Format {
 };
 
 constexpr Format kFormats[] = {
-    {&JpegFile::Recognises, &OpenAs<JpegFile>},
-    {&PngFile::Recognises, &OpenAs<PngFile>},
-    {&TiffFile::Recognises, &OpenAs<TiffFile>},
+    {&JpegFile::Recognises, &OpenAs<JpegFile>}, {&PngFile::Recognises, &OpenAs<PngFile>},
+    {&TiffFile::Recognises, &OpenAs<TiffFile>}, {&Jpeg2000File::Recognises, &OpenAs<Jpeg2000File>},
+    {&GifFile::Recognises, &OpenAs<GifFile>},   {&WebpFile::Recognises, &OpenAs<WebpFile>},
+    {&BmpFile::Recognises, &OpenAs<BmpFile>},   {&PnmFile::Recognises, &OpenAs<PnmFile>},
 };
 
 bool IsBelievable(double dpi) {

@@ -23,6 +23,12 @@ struct Raster {
 // Takes samples apart whose last channel is the alpha: sets color and alpha.
 void SplitAlpha(const Plane& samples, Raster& raster);
 
+// Makes a picture of indices of 1, 2, 4 or 8 bits and a palette of three bytes for each index: gray
+// where the palette is black and white, with as few bits as the palette needs. transparent: an
+// index that is not painted, or -1.
+void ApplyPalette(Raster& raster, Plane&& indices, const std::string& palette,
+                  int transparent = -1);
+
 // Stores a picture losslessly, in the smallest of a few ways: without colour where there is none,
 // in fewer bits, with a palette, and with the PNG predictor that suits it.
 PdfImage Encode(Raster&& raster);

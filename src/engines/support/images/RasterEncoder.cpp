@@ -168,8 +168,8 @@ void StoreBitonal(ImageStream& image, Plane&& plane) {
     image.data.clear();
   }
   image.filter = "CCITTFaxDecode";
-  image.parameters = "/K -1/Columns " + std::to_string(image.width) + "/Rows " +
-                     std::to_string(image.height);
+  image.parameters =
+      "/K -1/Columns " + std::to_string(image.width) + "/Rows " + std::to_string(image.height);
   DataPiece piece;
   piece.held = std::move(*fax);
   image.data.push_back(std::move(piece));

@@ -5,7 +5,7 @@
 #include "engines/support/images/ImageFile.h"
 #include "engines/support/images/ImageWriter.h"
 #include "engines/support/images/OpenedImage.h"
-#include "engines/support/images/TestImages.h"
+#include "support/TestImages.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines::images {

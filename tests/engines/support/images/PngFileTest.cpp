@@ -3,7 +3,7 @@
 
 #include "engines/support/images/ImageError.h"
 #include "engines/support/images/OpenedImage.h"
-#include "engines/support/images/TestImages.h"
+#include "support/TestImages.h"
 
 namespace TarnixTools::engines::images {
 

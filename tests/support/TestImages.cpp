@@ -1,4 +1,4 @@
-#include "engines/support/images/TestImages.h"
+#include "support/TestImages.h"
 
 #include <zlib.h>
 

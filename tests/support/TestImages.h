@@ -1,6 +1,6 @@
 // Small image files, made byte by byte.
-#ifndef TARNIX_TESTS_ENGINES_SUPPORT_IMAGES_TESTIMAGES_H_
-#define TARNIX_TESTS_ENGINES_SUPPORT_IMAGES_TESTIMAGES_H_
+#ifndef TARNIX_TESTS_SUPPORT_TESTIMAGES_H_
+#define TARNIX_TESTS_SUPPORT_TESTIMAGES_H_
 
 #include <cstdint>
 #include <string>
@@ -45,4 +45,4 @@ std::string TestProfile(std::string_view space);
 
 }  // namespace TarnixTools::testing
 
-#endif  // TARNIX_TESTS_ENGINES_SUPPORT_IMAGES_TESTIMAGES_H_
+#endif  // TARNIX_TESTS_SUPPORT_TESTIMAGES_H_

@@ -1,0 +1,50 @@
+// Windows and OS/2 bitmaps: 1 to 32 bits per pixel, with palettes, colour masks and run lengths.
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_BMPFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_BMPFILE_H_
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "engines/support/images/ByteReader.h"
+#include "engines/support/images/ImageFile.h"
+#include "engines/support/images/Raster.h"
+
+namespace TarnixTools::engines::images {
+
+class BmpFile : public ImageFile {
+ public:
+  static bool Recognises(ByteReader& reader);
+
+  explicit BmpFile(pdf::ByteSource& source);
+
+  PdfImage Embed(std::size_t frame) override;
+
+ private:
+  void ReadHeader();
+  void ReadMasks();
+  void ReadPalette(unsigned entry_size);
+
+  std::uint32_t StoredRow(std::uint32_t y) const {
+    return is_top_down_ ? y : frame_.height - 1 - y;
+  }
+
+  Plane DecodeIndices();
+  Plane DecodeRuns();
+  void DecodeColors(Raster& raster);
+
+  ByteReader reader_;
+  Frame frame_;
+  std::uint32_t header_size_ = 0;
+  unsigned bits_ = 0;
+  std::uint32_t compression_ = 0;
+  bool is_top_down_ = false;
+  std::uint64_t pixels_ = 0;              // where they start
+  std::array<std::uint32_t, 4> masks_{};  // red, green, blue, alpha
+  std::string palette_;
+};
+
+}  // namespace TarnixTools::engines::images
+
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_BMPFILE_H_

@@ -1,0 +1,43 @@
+// WebP files (RFC 9649), decoded by libwebp: the first picture, on the whole of its canvas.
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_WEBPFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_WEBPFILE_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "engines/support/images/ByteReader.h"
+#include "engines/support/images/ImageFile.h"
+#include "engines/support/images/Plane.h"
+
+namespace TarnixTools::engines::images {
+
+class WebpFile : public ImageFile {
+ public:
+  static bool Recognises(ByteReader& reader);
+
+  explicit WebpFile(pdf::ByteSource& source);
+
+  PdfImage Embed(std::size_t frame) override;
+
+ private:
+  void ReadChunks(std::uint64_t start, std::uint64_t end, bool is_animation_frame);
+  void ReadChunk(std::uint32_t type, std::uint64_t start, std::uint64_t length);
+  void ReadSize(std::uint32_t type, std::uint64_t start);
+  std::string PictureFile();
+
+  ByteReader reader_;
+  Frame frame_;  // the canvas
+  std::uint32_t left_ = 0;
+  std::uint32_t top_ = 0;
+  std::uint32_t width_ = 0;  // of the picture
+  std::uint32_t height_ = 0;
+  bool has_alpha_ = false;
+  std::uint64_t parts_ = 0;  // where the chunks of an animation's first picture start; 0: none
+  std::uint64_t parts_end_ = 0;
+  std::string profile_;
+};
+
+}  // namespace TarnixTools::engines::images
+
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_WEBPFILE_H_

@@ -1,0 +1,320 @@
+#include <filesystem>
+#include <limits>
+
+#include "Img2PdfTask.h"
+#include "support/DocumentTest.h"
+#include "support/TestImages.h"
+
+namespace TarnixTools {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::ExifJpegSegment;
+using testing::Exists;
+using testing::Failure;
+using testing::FailureOf;
+using ::testing::IsEmpty;
+using testing::QpdfComplaints;
+using testing::TestJpeg;
+using testing::WriteBytes;
+
+class Img2PdfTaskTest : public testing::DocumentTest {
+ protected:
+  // 16 x 8 pixels, of 12 x 6 points at 96 pixels per inch.
+  std::string MakeImage(const std::string& name, int components = 3,
+                        const std::string& segments = {}) const {
+    WriteBytes(Path(name), TestJpeg(components, segments));
+    return Path(name);
+  }
+
+  static std::string Stored(std::string path) {
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return path;
+  }
+
+  std::vector<double> SizeOf(const std::string& name, int page = 1) const {
+    const PdfSize size = Doc(name).GetPageSize(page, PdfSizeUnits::Points, 72, 1);
+    return {size.GetWidth(), size.GetHeight()};
+  }
+
+  int PagesOf(const std::string& name, const std::string& password = "") const {
+    return Doc(name, password).GetPagesNum();
+  }
+
+  // A task of one image that writes out/a.pdf.
+  Img2PdfTask TaskFor(const std::string& image) const {
+    Img2PdfTask task(image);
+    task.SetOutputPath(directory_.MakeDir("out"));
+    task.SetMergeAfter(false);
+    return task;
+  }
+};
+
+TEST_F(Img2PdfTaskTest, HasDefaults) {
+  Img2PdfTask task;
+  EXPECT_EQ(task.GetPageSize(), Img2PdfPageSize::Img2PdfPageFit);
+  EXPECT_EQ(task.GetOrientation(), Img2PdfOrientation::Img2PdfPortrait);
+  EXPECT_EQ(task.GetImgRotation(), Img2PdfImgRotation::Img2PdfRotNone);
+  EXPECT_EQ(task.GetMargin(), 0.0F);
+  EXPECT_EQ(task.GetOutPrefix(), "");
+  EXPECT_EQ(task.GetOutPdfName(), "");
+  EXPECT_EQ(task.GetOutputPath(), "");
+  EXPECT_EQ(task.GetImagesNum(), 0);
+  EXPECT_THAT(task.GetInputImages(), IsEmpty());
+}
+
+TEST_F(Img2PdfTaskTest, NeedsAnImage) {
+  Img2PdfTask task;
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            (Failure{PdfExceptionCode::InvalidParameter, "None image defined to convert to PDF"}));
+}
+
+TEST_F(Img2PdfTaskTest, RejectsMissingImages) {
+  const std::string path = Path("missing.jpg");
+  const Failure missing = {PdfExceptionCode::FileNotFound, "File not found: " + path};
+  Img2PdfTask task;
+  EXPECT_EQ(FailureOf([&] { task.AddInputImage(path); }), missing);
+  EXPECT_EQ(FailureOf([&] { Img2PdfTask{path}; }), missing);
+  EXPECT_EQ(task.GetImagesNum(), 0);
+  EXPECT_EQ(FailureOf([&] { task.AddInputImage(""); }),
+            (Failure{PdfExceptionCode::FileNotFound, "File not found: "}));
+}
+
+TEST_F(Img2PdfTaskTest, ComparesPathsAsTheyAreGiven) {
+  const std::string path = MakeImage("a.jpg");
+  Img2PdfTask task;
+  task.AddInputImage(path);
+  task.AddInputImage(path);  // with slashes, no duplicate of what is stored with backslashes
+  EXPECT_EQ(task.GetImagesNum(), 2);
+  EXPECT_THAT(task.GetInputImages(), ElementsAre(Stored(path), Stored(path)));
+  EXPECT_EQ(
+      FailureOf([&] { task.AddInputImage(Stored(path)); }),
+      (Failure{PdfExceptionCode::InvalidParameter, "Duplicated file in task: " + Stored(path)}));
+  EXPECT_EQ(task.GetImagesNum(), 2);
+}
+
+TEST_F(Img2PdfTaskTest, ComparesPathsLetterByLetter) {
+  MakeImage("a.jpg");
+  MakeImage("A.jpg");
+  Img2PdfTask task;
+  task.AddInputImage(Stored(Path("a.jpg")));
+  task.AddInputImage(Stored(Path("A.jpg")));
+  EXPECT_EQ(task.GetImagesNum(), 2);
+}
+
+TEST_F(Img2PdfTaskTest, SettingImagesReplacesThem) {
+  const std::string a = MakeImage("a.jpg");
+  const std::string b = MakeImage("b.jpg");
+  Img2PdfTask task(std::list<std::string>{a, b});
+  EXPECT_EQ(task.GetImagesNum(), 2);
+  task.SetInputImage(b);
+  EXPECT_THAT(task.GetInputImages(), ElementsAre(Stored(b)));
+  EXPECT_THROW(task.SetInputImages({a, Path("missing"), b}), PdfException);
+  EXPECT_THAT(task.GetInputImages(), ElementsAre(Stored(a)));
+  task.SetInputImages(task.GetInputImages());
+  EXPECT_THAT(task.GetInputImages(), ElementsAre(Stored(a)));
+}
+
+TEST_F(Img2PdfTaskTest, JoinsAndRemovesTheDocumentsOfTheImages) {
+  Img2PdfTask task(std::list<std::string>{MakeImage("a.jpg"), MakeImage("b.jpg", 1)});
+  task.Execute();
+  EXPECT_THAT(directory_.Names(), ElementsAre("_merged_images.pdf", "a.jpg", "b.jpg"));
+  EXPECT_EQ(PagesOf("_merged_images.pdf"), 2);
+  EXPECT_EQ(QpdfComplaints(Path("_merged_images.pdf")), "");
+}
+
+TEST_F(Img2PdfTaskTest, NamesTheDocumentsOfTheImages) {
+  Img2PdfTask task(MakeImage("photo.jpeg"));
+  task.SetMergeAfter(false);
+  task.Execute();
+  EXPECT_TRUE(Exists(Path("photo.jpeg.pdf")));
+  task.SetInputImages({Path("photo.jpeg"), MakeImage("archive.tar.gz"), MakeImage("bare")});
+  task.SetOutputPath(directory_.MakeDir("out"));
+  task.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("archive.tar.pdf", "bare.pdf", "photo.pdf"));
+}
+
+TEST_F(Img2PdfTaskTest, NamesTheJoinedDocument) {
+  const std::string image = MakeImage("a.jpg");
+  const auto run = [&](const std::string& prefix, const std::string& name) {
+    Img2PdfTask task(image);
+    task.SetOutputPath(directory_.MakeDir("out"));
+    task.SetOutPrefix(prefix);
+    task.SetOutPrefix("");  // ignored
+    task.SetOutPdfName(name);
+    task.Execute();
+  };
+  run("", "");
+  run("x", "");
+  run("x", "all");
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("_merged_images.pdf", "all", "x.pdf"));
+}
+
+TEST_F(Img2PdfTaskTest, PagesTakeTheSizeOfTheImage) {
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
+  task.SetOrientation(Img2PdfOrientation::Img2PdfLandscape);  // of no effect
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(12, 6));
+}
+
+TEST_F(Img2PdfTaskTest, PagesHaveFixedSizes) {
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
+  task.SetPageSize(Img2PdfPageSize::Img2PdfPageA4);
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(595, 842));
+  task.SetPageSize(Img2PdfPageSize::Img2PdfPageLetter);
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(612, 792));
+}
+
+TEST_F(Img2PdfTaskTest, LandscapeIsA4Landscape) {
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
+  task.SetOrientation(Img2PdfOrientation::Img2PdfLandscape);
+  for (const auto size : {Img2PdfPageSize::Img2PdfPageA4, Img2PdfPageSize::Img2PdfPageLetter}) {
+    task.SetPageSize(size);
+    task.Execute();
+    EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(842, 595));
+  }
+}
+
+TEST_F(Img2PdfTaskTest, UnknownPageSizeLeavesTheEnginesOwn) {
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
+  task.SetPageSize(static_cast<Img2PdfPageSize>(7));
+  EXPECT_EQ(task.GetPageSize(), static_cast<Img2PdfPageSize>(7));
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(595, 842));
+}
+
+TEST_F(Img2PdfTaskTest, RotationTurnsPagesThatFit) {
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
+  task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot180);
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(12, 6));
+  for (const auto turn : {Img2PdfImgRotation::Img2PdfRot90, Img2PdfImgRotation::Img2PdfRot270}) {
+    task.SetImgRotation(turn);
+    EXPECT_EQ(task.GetImgRotation(), turn);
+    task.Execute();
+    EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(6, 12));
+  }
+}
+
+TEST_F(Img2PdfTaskTest, NoRotationCarriesTheOneBeforeOver) {
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
+  task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot90);
+  task.SetImgRotation(Img2PdfImgRotation::Img2PdfRotNone);
+  EXPECT_EQ(task.GetImgRotation(), Img2PdfImgRotation::Img2PdfRotNone);
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(6, 12));
+}
+
+TEST_F(Img2PdfTaskTest, RotationAddsToWhatTheFileNeeds) {
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg", 3, ExifJpegSegment(6)));
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(6, 12));
+  task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot90);
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(12, 6));
+}
+
+TEST_F(Img2PdfTaskTest, MarginsSurroundTheImage) {
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
+  task.SetMargin(10.5F);
+  EXPECT_EQ(task.GetMargin(), 10.5F);
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(33, 27));
+  task.SetMargin(-1);
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(10, 4));
+  task.SetMargin(std::numeric_limits<float>::quiet_NaN());  // the engine refuses it
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(12, 6));
+}
+
+TEST_F(Img2PdfTaskTest, ProtectsWithThePassword) {
+  Img2PdfTask task(std::list<std::string>{MakeImage("a.jpg"), MakeImage("b.jpg")});
+  task.SetOutPassword("secret");
+  task.Execute();
+  EXPECT_TRUE(PdfDoc::HasPassword(Path("_merged_images.pdf")));
+  EXPECT_EQ(PagesOf("_merged_images.pdf", "secret"), 2);
+  task.SetMergeAfter(false);
+  task.Execute();
+  EXPECT_TRUE(PdfDoc::HasPassword(Path("a.jpg.pdf")));
+}
+
+TEST_F(Img2PdfTaskTest, FirstFailureEndsIt) {
+  const std::string a = MakeImage("a.jpg");
+  const std::string text = Path("b.jpg");
+  WriteBytes(text, "not an image at all");
+  Img2PdfTask task(std::list<std::string>{a, text, MakeImage("c.jpg")});
+  EXPECT_EQ(
+      FailureOf([&] { task.Execute(); }),
+      (Failure{PdfExceptionCode::EngineError,
+               "Error 0x00000004 while creating PDF document from img [" + Stored(text) + "]", 4}));
+  EXPECT_THAT(directory_.Names(), ElementsAre("a.jpg", "a.jpg.pdf", "b.jpg", "c.jpg"));
+  try {
+    task.SetInputImage(text);
+    task.Execute();
+    FAIL();
+  } catch (PdfException& error) {
+    EXPECT_EQ(error.GetErrorCode(), 4);
+  }
+}
+
+TEST_F(Img2PdfTaskTest, FailsWithoutItsOutputDirectory) {
+  const std::string image = MakeImage("a.jpg");
+  Img2PdfTask task(image);
+  task.SetOutputPath(Path("missing"));
+  EXPECT_EQ(
+      FailureOf([&] { task.Execute(); }),
+      (Failure{PdfExceptionCode::EngineError,
+               "Error 0x0000000E while creating PDF document from img [" + Stored(image) + "]", 14}));
+}
+
+TEST_F(Img2PdfTaskTest, JoinsWhatAnEarlierRunConvertedToo) {
+  Img2PdfTask task(MakeImage("a.jpg"));
+  task.SetMergeAfter(false);
+  task.Execute();
+  task.SetInputImage(MakeImage("b.jpg"));
+  task.SetMergeAfter(true);
+  task.Execute();
+  EXPECT_EQ(PagesOf("_merged_images.pdf"), 2);
+  EXPECT_FALSE(Exists(Path("a.jpg.pdf")));
+}
+
+TEST_F(Img2PdfTaskTest, EmptyPathsFail) {
+  Img2PdfTask task;
+  task.GetInputImages().push_back("");
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            (Failure{PdfExceptionCode::FileNotFound,
+                     "Could not convert image to PDF, empty image path"}));
+}
+
+TEST_F(Img2PdfTaskTest, ReplacesDocumentsOfTheSameName) {
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
+  WriteBytes(Path("out/a.pdf"), "old");
+  task.Execute();
+  EXPECT_EQ(QpdfComplaints(Path("out/a.pdf")), "");
+}
+
+TEST_F(Img2PdfTaskTest, LargePagesStayLargeWhenJoined) {
+  testing::TestPng strip{.width = 60'000, .height = 1, .bits = 8, .color_type = 0};
+  strip.rows.assign(60'001, '\0');
+  WriteBytes(Path("strip.png"), strip.Bytes());
+  Img2PdfTask task(Path("strip.png"));
+  task.Execute();
+  EXPECT_THAT(SizeOf("_merged_images.pdf"), ElementsAre(45'000, 0.75));
+}
+
+TEST_F(Img2PdfTaskTest, IsAValue) {
+  Img2PdfTask task(MakeImage("a.jpg"));
+  task.SetOutPrefix("x");
+  task.SetMargin(2);
+  Img2PdfTask copy = task;
+  EXPECT_EQ(copy.GetImagesNum(), 1);
+  EXPECT_EQ(copy.GetMargin(), 2);
+  const Img2PdfTask moved = std::move(copy);
+  EXPECT_EQ(moved.GetImagesNum(), 1);
+}
+
+}  // namespace
+}  // namespace TarnixTools

@@ -1,0 +1,155 @@
+#include <limits>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "engines/img2pdf/ErrorCodes.h"
+#include "engines/img2pdf/Img2Pdf.h"
+#include "support/Readers.h"
+#include "support/TempDir.h"
+#include "support/TestImages.h"
+
+namespace TarnixTools::engines {
+
+namespace {
+
+using ::testing::ElementsAre;
+using testing::Exists;
+using testing::QpdfComplaints;
+using testing::ReadBytes;
+using testing::TestJpeg;
+using testing::WriteBytes;
+
+class Img2PdfTest : public ::testing::Test {
+ protected:
+  Img2PdfTest() : object_(Img2PdfCreateObject()) { Img2PdfInitialize(); }
+
+  ~Img2PdfTest() override {
+    Img2PdfDestroyObject(object_);
+    Img2PdfUnInitialize();
+  }
+
+  std::wstring Path(const std::string& name) const {
+    const std::string path = directory_.Path(name);
+    return {path.begin(), path.end()};
+  }
+
+  std::wstring MakeImage(const std::string& name, const std::string& bytes) const {
+    WriteBytes(directory_.Path(name), bytes);
+    return Path(name);
+  }
+
+  int Create(const std::string& name, const std::wstring& password = L"") {
+    return Img2PdfCreateW(object_, Path(name), password, password, 0xFFFFFFFF);
+  }
+
+  // The code with which a page of these bytes fails.
+  std::int32_t CodeOf(const std::string& bytes) {
+    EXPECT_EQ(Create("out.pdf"), 1);
+    EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("image", bytes)), 0);
+    const std::int32_t code = Img2PdfGetErrorCode(object_);
+    Img2PdfDestroyObject(object_);
+    object_ = Img2PdfCreateObject();
+    EXPECT_FALSE(Exists(directory_.Path("out.pdf")));
+    return code;
+  }
+
+  testing::TempDir directory_;
+  TImg2Pdf* object_;
+};
+
+TEST_F(Img2PdfTest, MakesADocument) {
+  ASSERT_EQ(Create("out.pdf"), 1);
+  Img2PdfSetAdjustPage(object_, 1);
+  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", TestJpeg(3))), 1);
+  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("b.jpg", TestJpeg(1))), 1);
+  EXPECT_FALSE(Exists(directory_.Path("out.pdf")));  // not before it is complete
+  EXPECT_EQ(Img2PdfClose(object_), 1);
+  EXPECT_EQ(Img2PdfGetErrorCode(object_), 0);
+  EXPECT_EQ(QpdfComplaints(directory_.Path("out.pdf")), "");
+  EXPECT_THAT(directory_.Names(), ElementsAre("a.jpg", "b.jpg", "out.pdf"));
+}
+
+TEST_F(Img2PdfTest, WritesTheSameBytesAgain) {
+  for (const char* name : {"1.pdf", "2.pdf"}) {
+    ASSERT_EQ(Create(name), 1);
+    EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", TestJpeg(3))), 1);
+    EXPECT_EQ(Img2PdfClose(object_), 1);
+  }
+  EXPECT_EQ(ReadBytes(directory_.Path("1.pdf")), ReadBytes(directory_.Path("2.pdf")));
+}
+
+TEST_F(Img2PdfTest, EncryptsWithAPassword) {
+  ASSERT_EQ(Create("out.pdf", L"secret"), 1);
+  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", TestJpeg(3))), 1);
+  EXPECT_EQ(Img2PdfClose(object_), 1);
+  EXPECT_EQ(QpdfComplaints(directory_.Path("out.pdf"), "secret"), "");
+  EXPECT_NE(QpdfComplaints(directory_.Path("out.pdf"), "wrong"), "");
+}
+
+TEST_F(Img2PdfTest, KeepsTheOldFileWhenItFails) {
+  WriteBytes(directory_.Path("out.pdf"), "old");
+  ASSERT_EQ(Create("out.pdf"), 1);
+  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", "nonsense")), 0);
+  Img2PdfDestroyObject(object_);
+  object_ = Img2PdfCreateObject();
+  EXPECT_EQ(ReadBytes(directory_.Path("out.pdf")), "old");
+}
+
+TEST_F(Img2PdfTest, TellsWhyAPageFailed) {
+  const std::string jpeg = TestJpeg(1);
+  EXPECT_EQ(CodeOf(""), kImg2PdfUnknownFormatError);
+  EXPECT_EQ(CodeOf("text"), kImg2PdfUnknownFormatError);
+  EXPECT_EQ(CodeOf(jpeg.substr(0, 30)), kImg2PdfDamagedError);
+  std::string lossless = jpeg;
+  lossless[jpeg.find("\xFF\xC0") + 1] = '\xC3';
+  EXPECT_EQ(CodeOf(lossless), kImg2PdfUnsupportedError);
+  testing::TestPng huge{.width = 999'999, .height = 999'999, .color_type = 6};
+  EXPECT_EQ(CodeOf(huge.Bytes()), kImg2PdfLimitError);
+  ASSERT_EQ(Create("out.pdf"), 1);
+  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, Path("missing.jpg")), 0);
+  EXPECT_EQ(Img2PdfGetErrorCode(object_), kImg2PdfOpenError);
+}
+
+TEST_F(Img2PdfTest, TellsThatTheOutputCannotBeMade) {
+  EXPECT_EQ(Create("missing/out.pdf"), 0);
+  EXPECT_EQ(Img2PdfGetErrorCode(object_), kImg2PdfCreateError);
+}
+
+TEST_F(Img2PdfTest, TellsThatTheDiskIsFull) {
+  if (!Exists("/dev/full")) {
+    GTEST_SKIP();
+  }
+  ASSERT_EQ(Img2PdfCreateW(object_, L"/dev/full", L"", L"", 0), 1);
+  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", TestJpeg(3))), 1);
+  EXPECT_EQ(Img2PdfClose(object_), 0);
+  EXPECT_EQ(Img2PdfGetErrorCode(object_), kImg2PdfWriteError);
+}
+
+TEST_F(Img2PdfTest, RefusesCallsThatMakeNoSense) {
+  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", TestJpeg(3))), 0);
+  EXPECT_EQ(Img2PdfGetErrorCode(object_), kImg2PdfArgumentError);
+  EXPECT_EQ(Img2PdfClose(object_), 0);
+  EXPECT_EQ(Create("1.pdf"), 1);
+  EXPECT_EQ(Create("2.pdf"), 0);
+  EXPECT_EQ(Img2PdfSetPageSize(object_, 0, 100), 0);
+  EXPECT_EQ(Img2PdfSetPageSize(object_, 100, std::numeric_limits<double>::quiet_NaN()), 0);
+  EXPECT_EQ(Img2PdfSetOrientation(object_, 0), 0);
+  EXPECT_EQ(Img2PdfSetOrientation(object_, 9), 0);
+  EXPECT_EQ(Img2PdfSetBorderSize(object_, std::numeric_limits<float>::quiet_NaN()), 0);
+  EXPECT_EQ(Img2PdfSetBorderSize(object_, std::numeric_limits<float>::infinity()), 0);
+  EXPECT_EQ(Img2PdfSetBorderSize(object_, 300), 1);
+  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, Path("a.jpg")), 0);  // no space on A4
+  EXPECT_EQ(Img2PdfGetErrorCode(object_), kImg2PdfArgumentError);
+}
+
+TEST_F(Img2PdfTest, RefusesNullObjects) {
+  EXPECT_EQ(Img2PdfClose(nullptr), 0);
+  EXPECT_EQ(Img2PdfDestroyObject(nullptr), 0);
+  EXPECT_EQ(Img2PdfSetAdjustPage(nullptr, 1), 0);
+  EXPECT_EQ(Img2PdfGetErrorCode(nullptr), 0);
+}
+
+}  // namespace
+
+}  // namespace TarnixTools::engines
