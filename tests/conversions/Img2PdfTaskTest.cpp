@@ -267,7 +267,8 @@ TEST_F(Img2PdfTaskTest, FailsWithoutItsOutputDirectory) {
   EXPECT_EQ(
       FailureOf([&] { task.Execute(); }),
       (Failure{PdfExceptionCode::EngineError,
-               "Error 0x0000000E while creating PDF document from img [" + Stored(image) + "]", 14}));
+               "Error 0x0000000E while creating PDF document from img [" + Stored(image) + "]",
+               14}));
 }
 
 TEST_F(Img2PdfTaskTest, JoinsWhatAnEarlierRunConvertedToo) {

@@ -173,6 +173,44 @@ void SwapBytes(Plane& plane) {
   }
 }
 
+std::optional<HeldBytes> EncodeFax(const LibTiff& tiff, const Plane& plane) {
+  Stream stream;
+  const TiffPtr handle = OpenTiff(tiff, stream, "wm");
+  if (handle == nullptr) {
+    return std::nullopt;
+  }
+  // Written as a strip of a TIFF, from which it is taken again.
+  tiff.SetField(handle.get(), TIFFTAG_IMAGEWIDTH, plane.width());
+  tiff.SetField(handle.get(), TIFFTAG_IMAGELENGTH, plane.height());
+  tiff.SetField(handle.get(), TIFFTAG_ROWSPERSTRIP, plane.height());
+  tiff.SetField(handle.get(), TIFFTAG_BITSPERSAMPLE, 1);
+  tiff.SetField(handle.get(), TIFFTAG_SAMPLESPERPIXEL, 1);
+  tiff.SetField(handle.get(), TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE);
+  tiff.SetField(handle.get(), TIFFTAG_COMPRESSION, COMPRESSION_CCITTFAX4);
+  std::vector<unsigned char> rows(plane.row_bytes() * plane.height());
+  for (std::uint32_t y = 0; y < plane.height(); ++y) {
+    const unsigned char* row = plane.row(y);
+    std::transform(row, row + plane.row_bytes(),
+                   rows.begin() + static_cast<std::ptrdiff_t>(y * plane.row_bytes()),
+                   [](unsigned char byte) { return static_cast<unsigned char>(~byte); });
+  }
+  if (tiff.WriteStrip(handle.get(), 0, rows.data(), static_cast<tmsize_t>(rows.size())) < 0) {
+    return std::nullopt;
+  }
+  std::uint64_t* offsets = nullptr;
+  std::uint64_t* counts = nullptr;
+  if (tiff.GetField(handle.get(), TIFFTAG_STRIPOFFSETS, &offsets) == 0 ||
+      tiff.GetField(handle.get(), TIFFTAG_STRIPBYTECOUNTS, &counts) == 0 || offsets == nullptr ||
+      counts == nullptr || offsets[0] > stream.written.size() ||
+      counts[0] > stream.written.size() - offsets[0]) {
+    return std::nullopt;
+  }
+  return Hold(
+             std::string_view(stream.written)
+                 .substr(static_cast<std::size_t>(offsets[0]), static_cast<std::size_t>(counts[0])))
+      .held;
+}
+
 }  // namespace
 
 struct TiffDecoder::State {
@@ -317,46 +355,12 @@ bool TiffDecoder::ReadRgba(Plane& plane) {
   return true;
 }
 
-std::optional<HeldBytes> EncodeFax(const Plane& plane) try {
-  const LibTiff& tiff = LibTiff::Get();
-  Stream stream;
-  const TiffPtr handle = OpenTiff(tiff, stream, "wm");
-  if (handle == nullptr) {
-    return std::nullopt;
+std::optional<HeldBytes> EncodeFax(const Plane& plane) {
+  try {
+    return EncodeFax(LibTiff::Get(), plane);
+  } catch (const ImageError&) {
+    return std::nullopt;  // libtiff is not there
   }
-  // Written as a strip of a TIFF, from which it is taken again.
-  tiff.SetField(handle.get(), TIFFTAG_IMAGEWIDTH, plane.width());
-  tiff.SetField(handle.get(), TIFFTAG_IMAGELENGTH, plane.height());
-  tiff.SetField(handle.get(), TIFFTAG_ROWSPERSTRIP, plane.height());
-  tiff.SetField(handle.get(), TIFFTAG_BITSPERSAMPLE, 1);
-  tiff.SetField(handle.get(), TIFFTAG_SAMPLESPERPIXEL, 1);
-  tiff.SetField(handle.get(), TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE);
-  tiff.SetField(handle.get(), TIFFTAG_COMPRESSION, COMPRESSION_CCITTFAX4);
-  std::vector<unsigned char> rows(plane.row_bytes() * plane.height());
-  for (std::uint32_t y = 0; y < plane.height(); ++y) {
-    const unsigned char* row = plane.row(y);
-    std::transform(row, row + plane.row_bytes(),
-                   rows.begin() + static_cast<std::ptrdiff_t>(y * plane.row_bytes()),
-                   [](unsigned char byte) { return static_cast<unsigned char>(~byte); });
-  }
-  if (tiff.WriteStrip(handle.get(), 0, rows.data(), static_cast<tmsize_t>(rows.size())) < 0) {
-    return std::nullopt;
-  }
-  std::uint64_t* offsets = nullptr;
-  std::uint64_t* counts = nullptr;
-  if (tiff.GetField(handle.get(), TIFFTAG_STRIPOFFSETS, &offsets) == 0 ||
-      tiff.GetField(handle.get(), TIFFTAG_STRIPBYTECOUNTS, &counts) == 0 || offsets == nullptr ||
-      counts == nullptr || offsets[0] > stream.written.size() ||
-      counts[0] > stream.written.size() - offsets[0]) {
-    return std::nullopt;
-  }
-  return Hold(
-             std::string_view(stream.written)
-                 .substr(static_cast<std::size_t>(offsets[0]), static_cast<std::size_t>(counts[0])))
-      .held;
-
-} catch (const ImageError&) {
-  return std::nullopt;  // libtiff is not there
 }
 
 }  // namespace TarnixTools::engines::images

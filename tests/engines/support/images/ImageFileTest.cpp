@@ -5,8 +5,8 @@
 #include "engines/support/images/ImageFile.h"
 #include "engines/support/images/ImageWriter.h"
 #include "engines/support/images/OpenedImage.h"
-#include "support/TestImages.h"
 #include "pdf/Error.h"
+#include "support/TestImages.h"
 
 namespace TarnixTools::engines::images {
 

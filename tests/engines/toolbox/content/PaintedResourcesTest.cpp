@@ -5,9 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engines/support/images/TestImages.h"
 #include "engines/toolbox/content/Painted.h"
 #include "support/RawPdf.h"
+#include "support/TestImages.h"
 #include "support/TestPdf.h"
 
 namespace TarnixTools::engines {

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "engines/support/images/TestImages.h"
 #include "engines/toolbox/content/Painted.h"
+#include "support/TestImages.h"
 #include "support/TestPdf.h"
 
 namespace TarnixTools::engines {
