@@ -7,6 +7,8 @@ namespace TarnixTools {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
+constexpr char32_t kHighSurrogates = 0xD800;
+constexpr char32_t kLowSurrogates = 0xDC00;
 
 struct Decoded {
   char32_t character;
@@ -69,6 +71,33 @@ void AppendWide(std::wstring& out, char32_t character) {
   out.push_back(static_cast<wchar_t>(0xDC00 + (offset & 0x3FFU)));
 }
 
+bool IsSurrogate(char32_t unit, char32_t first) {
+  return unit >= first && unit < first + 0x400;
+}
+
+// Surrogates and values beyond U+10FFFF become U+FFFD.
+void AppendUtf8(std::string& out, char32_t character) {
+  if (character > 0x10FFFF || (character >= kHighSurrogates && character < 0xE000)) {
+    character = kReplacement;
+  }
+  const auto put = [&](char32_t byte) { out += static_cast<char>(byte); };
+  if (character < 0x80) {
+    put(character);
+    return;
+  }
+  if (character < 0x800) {
+    put(0xC0 | (character >> 6U));
+  } else if (character < 0x10000) {
+    put(0xE0 | (character >> 12U));
+    put(0x80 | ((character >> 6U) & 0x3FU));
+  } else {
+    put(0xF0 | (character >> 18U));
+    put(0x80 | ((character >> 12U) & 0x3FU));
+    put(0x80 | ((character >> 6U) & 0x3FU));
+  }
+  put(0x80 | (character & 0x3FU));
+}
+
 }  // namespace
 
 std::wstring Utf8ToWide(std::string_view text) {
@@ -81,6 +110,43 @@ std::wstring Utf8ToWide(std::string_view text) {
     text.remove_prefix(decoded.length);
   }
   return wide;
+}
+
+std::wstring PathToWide(std::string_view path) {
+  path = path.substr(0, path.find('\0'));
+  std::wstring wide;
+  wide.reserve(path.size());
+  while (!path.empty()) {
+    const Decoded decoded = DecodeFirst(path);
+    const bool is_malformed =
+        decoded.character == kReplacement && path.substr(0, 3) != "\xEF\xBF\xBD";
+    for (std::size_t i = 0; is_malformed && i < decoded.length; ++i) {
+      wide.push_back(static_cast<wchar_t>(kLowSurrogates + static_cast<std::uint8_t>(path[i])));
+    }
+    if (!is_malformed) {
+      AppendWide(wide, decoded.character);
+    }
+    path.remove_prefix(decoded.length);
+  }
+  return wide;
+}
+
+std::string WideToPath(std::wstring_view path) {
+  std::string text;
+  text.reserve(path.size());
+  for (std::size_t i = 0; i < path.size(); ++i) {
+    const auto unit = static_cast<char32_t>(path[i]);
+    const auto next = i + 1 < path.size() ? static_cast<char32_t>(path[i + 1]) : U'\0';
+    if (IsSurrogate(unit, kHighSurrogates) && IsSurrogate(next, kLowSurrogates)) {
+      AppendUtf8(text, 0x10000 + ((unit - kHighSurrogates) << 10U) + (next - kLowSurrogates));
+      ++i;
+    } else if (unit > kLowSurrogates && unit <= kLowSurrogates + 0xFF) {
+      text += static_cast<char>(unit - kLowSurrogates);
+    } else {
+      AppendUtf8(text, unit);
+    }
+  }
+  return text;
 }
 
 }  // namespace TarnixTools

@@ -12,6 +12,13 @@ namespace TarnixTools {
 // of a malformed sequence becomes one U+FFFD.
 std::wstring Utf8ToWide(std::string_view text);
 
+// The same for paths, losslessly: each byte of a malformed sequence becomes a low surrogate of its
+// own, U+DC00 plus the byte, which no well-formed text has.
+std::wstring PathToWide(std::string_view path);
+
+// What PathToWide has taken.
+std::string WideToPath(std::wstring_view path);
+
 }  // namespace TarnixTools
 
 #endif  // TARNIX_FOUNDATION_UNICODE_H_

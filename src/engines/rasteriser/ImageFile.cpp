@@ -1,0 +1,32 @@
+#include "engines/rasteriser/ImageFile.h"
+
+#include <utility>
+
+#include "engines/rasteriser/RasterError.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+platform::OutputFile Create(const std::string& path) {
+  std::optional<platform::OutputFile> output = platform::OutputFile::Create(path);
+  if (!output) {
+    throw RasterError(kPdf2ImgCreateError);
+  }
+  return *std::move(output);
+}
+
+}  // namespace
+
+ImageFile::ImageFile(const std::string& path)
+    : output_(Create(path)), stream_(output_.TakeStream()), sink_(DiskSink(stream_.get())) {}
+
+void ImageFile::Finish() {
+  writer_->Finish();
+  writer_.reset();
+  sink_.reset();
+  if (std::fclose(stream_.release()) != 0 || !output_.Commit()) {
+    throw RasterError(kPdf2ImgWriteError);
+  }
+}
+
+}  // namespace TarnixTools::engines

@@ -1,0 +1,27 @@
+// Bounds of the rasteriser.
+#ifndef TARNIX_ENGINES_RASTERISER_LIMITS_H_
+#define TARNIX_ENGINES_RASTERISER_LIMITS_H_
+
+#include <cstddef>
+#include <cstdint>
+
+namespace TarnixTools::engines::limits {
+
+// Bytes of the pixels that are drawn at once. An image is drawn in up to eight bands of that size,
+// and in more when it is larger still; while one is drawn, the one before is encoded.
+inline constexpr std::size_t kMinBandBytes = std::size_t{2} << 20;
+inline constexpr std::size_t kMaxBandBytes = std::size_t{48} << 20;
+inline constexpr std::size_t kBands = 8;
+
+// Bytes of a document that PDFium may hold in memory before the document is opened anew.
+inline constexpr std::uint64_t kMaxHeldBytes = std::uint64_t{4} << 20;
+
+// Pixels of images on a page up to which the page is kept for the fonts it shares with the next.
+inline constexpr std::int64_t kMaxKeptImagePixels = 1'000'000;
+
+// Images of a page that are looked at to find that out.
+inline constexpr std::size_t kMaxImagesLookedAt = 100;
+
+}  // namespace TarnixTools::engines::limits
+
+#endif  // TARNIX_ENGINES_RASTERISER_LIMITS_H_

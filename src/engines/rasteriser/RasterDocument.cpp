@@ -1,0 +1,241 @@
+#include "engines/rasteriser/RasterDocument.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "engines/rasteriser/Limits.h"
+#include "engines/rasteriser/RasterError.h"
+#include "engines/support/files/DiskFile.h"
+#include "engines/support/pdfium/RepairedCopy.h"
+#include "pdf/Error.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+using pdf::Object;
+
+constexpr int kDrawingFlags =
+    pdfium::kDrawAnnotations | pdfium::kForPrinting | pdfium::kLimitImageCache;
+
+int CountOf(const pdf::PageTree& pages) {
+  return static_cast<int>(pages.pages().size());
+}
+
+}  // namespace
+
+RasterDocument::RasterDocument(const std::string& path, std::string password)
+    : file_(OpenShared(path)), password_(std::move(password)) {
+  if (file_ == nullptr) {
+    throw RasterError(kPdf2ImgFileError);
+  }
+  OpenCore();
+  OpenPdfium();
+}
+
+RasterDocument::~RasterDocument() {
+  const PdfiumLock pdfium;
+  ClosePages();
+  pdfium_file_.reset();
+}
+
+// What the core cannot read, PDFium may; except that neither can do without the password.
+void RasterDocument::OpenCore() {
+  try {
+    core_ = pdf::Document::Open(std::make_unique<DiskSource>(file_), password_);
+    pages_ = std::make_unique<pdf::PageTree>(*core_);
+  } catch (const pdf::Error& error) {
+    if (error.code() == pdf::ErrorCode::kPasswordRequired ||
+        error.code() == pdf::ErrorCode::kReadFailed) {
+      throw;
+    }
+    pages_.reset();
+    core_.reset();
+  }
+}
+
+void RasterDocument::OpenPdfium() {
+  PdfiumLock pdfium;
+  if (!pdfium.is_available()) {
+    throw RasterError(kPdf2ImgNoRendererError);
+  }
+  bool needs_password = false;
+  pdfium_file_ = OpenFile(pdfium, needs_password);
+  const bool is_usable = pdfium_file_ != nullptr &&
+                         (pages_ == nullptr || pdfium_file_->page_count() == CountOf(*pages_));
+  if (!is_usable && pages_ != nullptr && CountOf(*pages_) > 0) {
+    TryRepairedCopy(pdfium);
+  }
+  if (pdfium_file_ != nullptr) {
+    page_count_ = pdfium_file_->page_count();
+  } else if (pages_ == nullptr) {
+    throw RasterError(needs_password ? kPdf2ImgPasswordError : kPdf2ImgNotAPdfError);
+  }
+}
+
+std::unique_ptr<PdfiumFile> RasterDocument::OpenFile(PdfiumLock& pdfium, bool& needs_password) {
+  std::unique_ptr<PdfiumFile> file = PdfiumFile::Open(
+      pdfium, std::make_unique<DiskSource>(file_), is_repaired_ ? "" : password_, needs_password);
+  if (file != nullptr && HasForm()) {
+    file->OpenForm();
+  }
+  return file;
+}
+
+// Where no copy can be made, the original stays.
+void RasterDocument::TryRepairedCopy(PdfiumLock& pdfium) {
+  try {
+    UseRepairedCopy(pdfium);
+  } catch (...) {
+    if (pdfium_file_ == nullptr) {
+      throw;
+    }
+  }
+}
+
+void RasterDocument::UseRepairedCopy(PdfiumLock& pdfium) {
+  std::shared_ptr<std::FILE> copy = OpenScratchFile();
+  DiskSink sink(copy.get());
+  WriteRepairedCopy(*core_, *pages_, sink);
+  if (std::fflush(copy.get()) != 0) {
+    throw RasterError(kPdf2ImgWriteError);
+  }
+  ClosePages();
+  pdfium_file_.reset();
+  file_ = std::move(copy);
+  is_repaired_ = true;
+  bool needs_password = false;
+  pdfium_file_ = OpenFile(pdfium, needs_password);
+}
+
+void RasterDocument::ClosePages() {
+  for (pdfium::Page** page : {&page_, &kept_page_}) {
+    if (*page != nullptr) {
+      pdfium_file_->ClosePage(std::exchange(*page, nullptr));
+    }
+  }
+}
+
+void RasterDocument::LoadPage(int page_index) {
+  if (page_index < 0 || page_index >= page_count_) {
+    throw RasterError(kPdf2ImgPageError);
+  }
+  PdfiumLock pdfium;
+  if (pdfium_file_->bytes_read() >
+      std::max(limits::kMaxHeldBytes, 4 * pdfium_file_->bytes_of_opening())) {
+    bool needs_password = false;
+    ClosePages();
+    pdfium_file_.reset();
+    pdfium_file_ = OpenFile(pdfium, needs_password);
+  }
+  page_ = pdfium_file_ != nullptr ? pdfium_file_->LoadPage(page_index) : nullptr;
+  if (page_ == nullptr && pages_ != nullptr && !is_repaired_) {
+    TryRepairedCopy(pdfium);
+    page_ = pdfium_file_ != nullptr ? pdfium_file_->LoadPage(page_index) : nullptr;
+  }
+  if (page_ == nullptr) {
+    throw RasterError(kPdf2ImgPageError);
+  }
+  page_index_ = page_index;
+  const double unit = UserUnitOf(page_index);
+  width_points_ = pdfium->FPDF_GetPageWidth(page_) * unit;
+  height_points_ = pdfium->FPDF_GetPageHeight(page_) * unit;
+  if (!(width_points_ > 0) || !(height_points_ > 0)) {
+    ReleasePage();
+    throw RasterError(kPdf2ImgPageError);
+  }
+}
+
+void RasterDocument::Draw(std::uint8_t* pixels, int width, int height, const Placement& placement) {
+  PdfiumLock pdfium;
+  const PdfiumBitmapPtr bitmap(
+      pdfium->FPDFBitmap_CreateEx(width, height, pdfium::kBgrx, pixels, width * 4),
+      {pdfium.operator->()});
+  if (bitmap == nullptr) {
+    throw RasterError(kPdf2ImgMemoryError);
+  }
+  pdfium_file_->Draw(bitmap.get(), page_, placement.left, placement.top, placement.width,
+                     placement.height, kDrawingFlags);
+}
+
+// Fonts live as long as a page that uses them: with the last page kept open, those that the next
+// one shares with it are not read and their glyphs not drawn again.
+void RasterDocument::ReleasePage() {
+  if (page_ == nullptr) {
+    return;
+  }
+  const bool keeps = !HoldsLargeImages(page_index_);
+  const PdfiumLock pdfium;
+  if (kept_page_ != nullptr) {
+    pdfium_file_->ClosePage(std::exchange(kept_page_, nullptr));
+  }
+  if (keeps) {
+    std::swap(kept_page_, page_);
+  } else {
+    pdfium_file_->ClosePage(std::exchange(page_, nullptr));
+  }
+}
+
+// In doubt, it does.
+bool RasterDocument::HoldsLargeImages(int page_index) {
+  if (pages_ == nullptr) {
+    return true;
+  }
+  try {
+    const pdf::PageTree::Page& page = pages_->pages()[static_cast<std::size_t>(page_index)];
+    pdf::Arena arena;
+    const auto resolve = [&](const Object& value) { return core_->Resolve(value, arena); };
+    Object resources = resolve(pages_->Load(page, arena).Get("Resources"));
+    if (resources.IsNull()) {
+      resources = resolve(pages_->InheritedBy(page, pdf::InheritableKey::kResources).value);
+    }
+    const auto entries = resolve(resources.Get("XObject")).Entries();
+    if (entries.size() > limits::kMaxImagesLookedAt) {
+      return true;
+    }
+    std::int64_t pixels = 0;
+    for (const pdf::DictionaryEntry& entry : entries) {
+      const Object object = resolve(entry.value);
+      const std::int64_t width = resolve(object.Get("Width")).IntegerOr(0);
+      const std::int64_t height = resolve(object.Get("Height")).IntegerOr(0);
+      constexpr std::int64_t kMost = limits::kMaxKeptImagePixels;
+      pixels +=
+          std::clamp<std::int64_t>(width, 0, kMost) * std::clamp<std::int64_t>(height, 0, kMost);
+      if (pixels > kMost || object.Has("Resources")) {
+        return true;
+      }
+    }
+    return false;
+  } catch (const pdf::Error&) {
+    return true;
+  }
+}
+
+// In doubt, it has not: PDFium alone reads the document then.
+bool RasterDocument::HasForm() {
+  if (core_ == nullptr) {
+    return false;
+  }
+  try {
+    pdf::Arena arena;
+    return core_->Resolve(core_->Catalog(arena).Get("AcroForm"), arena).IsDictionary();
+  } catch (const pdf::Error&) {
+    return false;
+  }
+}
+
+double RasterDocument::UserUnitOf(int page_index) {
+  if (pages_ == nullptr) {
+    return 1;
+  }
+  try {
+    pdf::Arena arena;
+    const Object page = pages_->Load(pages_->pages()[static_cast<std::size_t>(page_index)], arena);
+    const double unit = core_->Resolve(page.Get("UserUnit"), arena).NumberOr(1);
+    return unit > 0 && std::isfinite(unit) ? unit : 1;
+  } catch (const pdf::Error&) {
+    return 1;
+  }
+}
+
+}  // namespace TarnixTools::engines

@@ -1,0 +1,79 @@
+// A document whose pages PDFium draws. What PDFium cannot read but the core can is handed to it
+// anew, written well.
+#ifndef TARNIX_ENGINES_RASTERISER_RASTERDOCUMENT_H_
+#define TARNIX_ENGINES_RASTERISER_RASTERDOCUMENT_H_
+
+#include <cstdint>
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "engines/support/pdfium/PdfiumFile.h"
+#include "pdf/file/Document.h"
+#include "pdf/tree/PageTree.h"
+
+namespace TarnixTools::engines {
+
+// Where on a bitmap a page goes, in pixels; it may reach beyond the bitmap on every side.
+struct Placement {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+};
+
+class RasterDocument {
+ public:
+  // path: UTF-8; password: UTF-8. Throws RasterError and pdf::Error.
+  RasterDocument(const std::string& path, std::string password);
+  ~RasterDocument();
+  RasterDocument(const RasterDocument&) = delete;
+  RasterDocument& operator=(const RasterDocument&) = delete;
+
+  int page_count() const { return page_count_; }
+
+  // The page that the other members are about. Throws RasterError(kPdf2ImgPageError).
+  //   page_index - zero-based
+  void LoadPage(int page_index);
+
+  // As it is seen: the crop box, turned, in points. More than 0.
+  double width_points() const { return width_points_; }
+
+  double height_points() const { return height_points_; }
+
+  // Draws on the pixels (four bytes each: blue, green, red and one that does not matter), which are
+  // white.
+  void Draw(std::uint8_t* pixels, int width, int height, const Placement& placement);
+
+  // Done with the page; it may be kept for a while, since the next one may share fonts with it.
+  void ReleasePage();
+
+ private:
+  void OpenCore();
+  void OpenPdfium();
+  void TryRepairedCopy(PdfiumLock& pdfium);
+  void UseRepairedCopy(PdfiumLock& pdfium);
+  std::unique_ptr<PdfiumFile> OpenFile(PdfiumLock& pdfium, bool& needs_password);
+  void ClosePages();
+  bool HasForm();
+  bool HoldsLargeImages(int page_index);
+  double UserUnitOf(int page_index);
+
+  std::shared_ptr<std::FILE> file_;  // the original, or the repaired copy
+  std::string password_;
+  std::unique_ptr<pdf::Document> core_;  // null when the core cannot read it
+  std::unique_ptr<pdf::PageTree> pages_;
+  std::unique_ptr<PdfiumFile> pdfium_file_;  // null when there are no pages
+  bool is_repaired_ = false;
+  int page_count_ = 0;
+  int page_index_ = -1;
+  pdfium::Page* page_ = nullptr;
+  pdfium::Page* kept_page_ = nullptr;  // the one before
+  double width_points_ = 0;
+  double height_points_ = 0;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_RASTERISER_RASTERDOCUMENT_H_

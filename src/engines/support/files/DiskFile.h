@@ -1,0 +1,52 @@
+// Files as the core's byte sources and sinks.
+#ifndef TARNIX_ENGINES_SUPPORT_FILES_DISKFILE_H_
+#define TARNIX_ENGINES_SUPPORT_FILES_DISKFILE_H_
+
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "foundation/Platform.h"
+#include "pdf/file/ByteSource.h"
+#include "pdf/write/ByteSink.h"
+
+namespace TarnixTools::engines {
+
+// Reads a file, whatever its position: several may share one.
+class DiskSource : public pdf::ByteSource {
+ public:
+  // Throws pdf::Error(kReadFailed) when the size cannot be had.
+  explicit DiskSource(std::shared_ptr<std::FILE> file);
+
+  std::uint64_t Size() const override { return size_; }
+
+  std::size_t ReadAt(std::uint64_t offset, char* buffer, std::size_t size) override;
+
+ private:
+  std::shared_ptr<std::FILE> file_;
+  std::uint64_t size_ = 0;
+};
+
+// Null, with errno, when the file cannot be opened.
+std::shared_ptr<std::FILE> OpenShared(const std::string& path);
+
+// Writes to a file that somebody else keeps open, from its position on.
+class DiskSink : public pdf::ByteSink {
+ public:
+  explicit DiskSink(std::FILE* file) : file_(file) {}
+
+  void Write(std::string_view bytes) override;
+
+ private:
+  std::FILE* file_;
+};
+
+// A file without a name in the system's directory for such files, gone when the last user closes
+// it. Throws pdf::Error(kWriteFailed).
+std::shared_ptr<std::FILE> OpenScratchFile();
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_SUPPORT_FILES_DISKFILE_H_

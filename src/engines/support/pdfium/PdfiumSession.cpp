@@ -1,0 +1,50 @@
+#include "engines/support/pdfium/PdfiumSession.h"
+
+#include "engines/support/DynamicLibrary.h"
+
+#ifndef TARNIX_PDFIUM_LIBRARY
+#define TARNIX_PDFIUM_LIBRARY ""
+#endif
+
+namespace TarnixTools::engines {
+namespace {
+
+// The one found when this was built, then those of the system and of LibreOffice.
+DynamicLibrary LoadLibrary() {
+  return DynamicLibrary(
+      {TARNIX_PDFIUM_LIBRARY, "libpdfium.so", "/usr/lib/libreoffice/program/libpdfiumlo.so",
+       "/usr/lib64/libreoffice/program/libpdfiumlo.so", "/opt/libreoffice/program/libpdfiumlo.so"});
+}
+
+struct Session {
+  Session() {
+    const DynamicLibrary library = LoadLibrary();
+    is_complete = library.is_loaded();
+#define TARNIX_PDFIUM_RESOLVE(result, name, parameters) \
+  is_complete = library.Resolve(#name, api.name) && is_complete;
+    TARNIX_PDFIUM_FUNCTIONS(TARNIX_PDFIUM_RESOLVE)
+#undef TARNIX_PDFIUM_RESOLVE
+    if (is_complete) {
+      const pdfium::LibraryConfig config{2, nullptr, nullptr, 0};
+      api.FPDF_InitLibraryWithConfig(&config);
+    }
+  }
+
+  pdfium::Api api;
+  bool is_complete = false;
+};
+
+std::mutex& SessionMutex() {
+  static std::mutex mutex;
+  return mutex;
+}
+
+}  // namespace
+
+PdfiumLock::PdfiumLock() : lock_(SessionMutex()) {
+  // Never destroyed: documents may be closed while static objects go.
+  static const Session* const session = new Session;
+  api_ = session->is_complete ? &session->api : nullptr;
+}
+
+}  // namespace TarnixTools::engines

@@ -1,0 +1,110 @@
+#include "engines/support/pdfium/RepairedCopy.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "pdf/write/FileWriter.h"
+#include "pdf/write/ObjectCopier.h"
+#include "pdf/write/Serialize.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+using pdf::Object;
+
+constexpr std::array<std::string_view, 2> kCatalogKeys = {"AcroForm", "OCProperties"};
+
+class Copy {
+ public:
+  Copy(pdf::Document& document, const pdf::PageTree& pages, pdf::ByteSink& sink)
+      : document_(&document),
+        pages_(&pages),
+        writer_(sink, nullptr),
+        objects_(document, writer_, numbers_, [&pages](std::uint32_t number) {
+          return pages.IsPage(number) || pages.IsNode(number);
+        }) {}
+
+  void Write() {
+    const std::uint32_t catalog = writer_.Reserve();
+    const std::uint32_t root = writer_.Reserve();
+    const std::string kids = ReservePages();
+    WriteCatalog(catalog, root);
+    writer_.WriteObject(root, "<</Type/Pages/Count " + std::to_string(page_numbers_.size()) +
+                                  "/Kids[" + kids + "]>>");
+    for (std::size_t i = 0; i < page_numbers_.size(); ++i) {
+      WritePage(i, root);
+      objects_.CopyPending();
+    }
+    writer_.Finish(catalog, 0);
+  }
+
+ private:
+  // All of them first: annotations refer to pages that come later.
+  std::string ReservePages() {
+    std::string kids;
+    for (const pdf::PageTree::Page& page : pages_->pages()) {
+      const std::uint32_t number = writer_.Reserve();
+      page_numbers_.push_back(number);
+      if (page.number != 0 && !objects_.IsMapped(page.number)) {
+        objects_.Assign(page.number, number);
+      }
+      pdf::AppendReference(kids, number);
+    }
+    return kids;
+  }
+
+  void WriteCatalog(std::uint32_t number, std::uint32_t root) {
+    pdf::Arena arena;
+    const Object catalog = document_->Catalog(arena);
+    std::string text = "<</Type/Catalog/Pages";
+    pdf::AppendReference(text, root);
+    for (const std::string_view key : kCatalogKeys) {
+      AppendEntry(text, key, catalog.Get(key));
+    }
+    writer_.WriteObject(number, text + ">>");
+    objects_.CopyPending();
+  }
+
+  void WritePage(std::size_t index, std::uint32_t root) {
+    const pdf::PageTree::Page& page = pages_->pages()[index];
+    pdf::Arena arena;
+    const Object dictionary = pages_->Load(page, arena);
+    std::string text = "<</Type/Page/Parent";
+    pdf::AppendReference(text, root);
+    for (std::size_t i = 0; i < pdf::kInheritablePageKeys.size(); ++i) {
+      const std::string_view key = pdf::kInheritablePageKeys[i];
+      const Object own = dictionary.Get(key);
+      AppendEntry(text, key,
+                  document_->Resolve(own, arena).IsNull()
+                      ? pages_->InheritedBy(page, static_cast<pdf::InheritableKey>(i)).value
+                      : own);
+    }
+    for (const std::string_view key : {"Contents", "Annots", "Group", "UserUnit"}) {
+      AppendEntry(text, key, dictionary.Get(key));
+    }
+    writer_.WriteObject(page_numbers_[index], text + ">>");
+  }
+
+  void AppendEntry(std::string& text, std::string_view key, const Object& value) {
+    if (!value.IsNull()) {
+      pdf::AppendName(text, key);
+      objects_.Append(text, value);
+    }
+  }
+
+  pdf::Document* document_;
+  const pdf::PageTree* pages_;
+  pdf::FileWriter writer_;
+  pdf::NumberMap numbers_;
+  pdf::ObjectCopier objects_;
+  std::vector<std::uint32_t> page_numbers_;
+};
+
+}  // namespace
+
+void WriteRepairedCopy(pdf::Document& document, const pdf::PageTree& pages, pdf::ByteSink& sink) {
+  Copy(document, pages, sink).Write();
+}
+
+}  // namespace TarnixTools::engines

@@ -1,0 +1,465 @@
+#include <cmath>
+#include <limits>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "engines/rasteriser/ErrorCodes.h"
+#include "engines/rasteriser/Rasteriser.h"
+#include "engines/support/pdfium/PdfiumSession.h"
+#include "foundation/Unicode.h"
+#include "support/JpegImage.h"
+#include "support/RawPdf.h"
+#include "support/Readers.h"
+#include "support/TempDir.h"
+#include "support/TestPdf.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::Exists;
+using testing::JpegImage;
+using testing::RawPdf;
+using testing::ReadJpeg;
+using testing::TestPdf;
+
+constexpr testing::Rgb kRed = {255, 0, 0};
+constexpr testing::Rgb kGreen = {0, 255, 0};
+constexpr testing::Rgb kBlue = {0, 0, 255};
+constexpr testing::Rgb kWhite = {255, 255, 255};
+
+class Rasteriser : public ::testing::Test {
+ protected:
+  Rasteriser() : object_(Pdf2ImgCreateObject()) {}
+
+  ~Rasteriser() override { Pdf2ImgDestroyObject(object_); }
+
+  void SetUp() override {
+    const PdfiumLock pdfium;
+    if (!pdfium.is_available()) {
+      GTEST_SKIP() << "needs PDFium";
+    }
+  }
+
+  std::string Path(const std::string& name) const { return directory_.Path(name); }
+
+  bool Open(const std::string& path, const std::wstring& password = L"") {
+    return Pdf2ImgOpenW(object_, PathToWide(path), password) != 0;
+  }
+
+  bool Open(const TestPdf& document) { return Open(document.Write(Path("in.pdf"))); }
+
+  // The image of one page; width 0 when there is none.
+  JpegImage Render(int page_number, const std::string& name = "page.jpg") {
+    EXPECT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path(name))), 1);
+    Pdf2ImgRenderPage(object_, page_number);
+    Pdf2ImgCloseImage(object_);
+    EXPECT_EQ(Pdf2ImgClose(object_), 1);
+    return ReadJpeg(Path(name));
+  }
+
+  JpegImage RenderOnly(const TestPdf& document) {
+    EXPECT_TRUE(Open(document));
+    return Render(1);
+  }
+
+  // Notes what is reported.
+  void Listen() {
+    Pdf2ImgSetReport(
+        object_,
+        [](void* handle, std::int32_t page, std::uint32_t code) {
+          static_cast<Rasteriser*>(handle)->reports_.emplace_back(page, code);
+        },
+        this);
+  }
+
+  std::uint32_t Error() const { return Pdf2ImgGetErrorCode(object_); }
+
+  testing::TempDir directory_;
+  TPdf2Img* object_;
+  std::vector<std::pair<int, std::uint32_t>> reports_;
+};
+
+TestPdf Painted(const std::string& content, double width = 144, double height = 72) {
+  TestPdf document;
+  document.Page().Size(width, height).Content(content);
+  return document;
+}
+
+TEST_F(Rasteriser, DrawsAPageAtTheResolution) {
+  ASSERT_TRUE(Open(Painted("1 0 0 rg 0 0 72 72 re f")));
+  EXPECT_EQ(Pdf2ImgGetPageCount(object_), 1);
+  EXPECT_EQ(Pdf2ImgSetDPI(object_, 150), 1);
+  const JpegImage image = Render(1);
+  EXPECT_EQ(image.width, 300);
+  EXPECT_EQ(image.height, 150);
+  EXPECT_TRUE(image.IsNear(10, 75, kRed));
+  EXPECT_TRUE(image.IsNear(290, 75, kWhite));
+}
+
+TEST_F(Rasteriser, TellsTheResolutionInTheFile) {
+  ASSERT_TRUE(Open(Painted("")));
+  Pdf2ImgSetDPI(object_, 149.6F);
+  const JpegImage image = Render(1);
+  EXPECT_EQ(image.density_unit, 1);
+  EXPECT_EQ(image.density_x, 150);
+}
+
+TEST_F(Rasteriser, DoesNotSubsampleColorsAtTheBestQuality) {
+  ASSERT_TRUE(Open(Painted("1 0 0 rg 0 0 72 72 re f")));
+  Pdf2ImgSetImageQuality(object_, 100);
+  EXPECT_FALSE(Render(1).is_subsampled);
+  ASSERT_TRUE(Open(Path("in.pdf")));
+  Pdf2ImgSetImageQuality(object_, 60);
+  EXPECT_TRUE(Render(1).is_subsampled);
+}
+
+TEST_F(Rasteriser, RefusesValuesOutOfRange) {
+  for (const float dpi : {0.0F, -100.0F, 1e9F, std::numeric_limits<float>::infinity(),
+                          std::numeric_limits<float>::quiet_NaN()}) {
+    EXPECT_EQ(Pdf2ImgSetDPI(object_, dpi), 0) << dpi;
+    EXPECT_EQ(Error(), kPdf2ImgArgumentError);
+  }
+  EXPECT_EQ(Pdf2ImgSetImageQuality(object_, 0), 0);
+  EXPECT_EQ(Pdf2ImgSetImageQuality(object_, 101), 0);
+  EXPECT_EQ(Pdf2ImgSetCompression(object_, 2), 0);
+  EXPECT_EQ(Pdf2ImgSetCompression(object_, 3), 1);
+  EXPECT_EQ(Pdf2ImgSetBitmapDimensions(object_, 0, 10), 0);
+  EXPECT_EQ(Pdf2ImgSetPageSize(object_, 10, -1), 0);
+}
+
+TEST_F(Rasteriser, MakesNoImageAfterABadResolution) {
+  ASSERT_TRUE(Open(Painted("")));
+  Pdf2ImgSetDPI(object_, 0);
+  EXPECT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path("page.jpg"))), 0);
+  EXPECT_EQ(Error(), kPdf2ImgArgumentError);
+  Pdf2ImgSetDPI(object_, 72);
+  EXPECT_EQ(Render(1).width, 144);
+}
+
+TEST_F(Rasteriser, FitsThePageIntoAnImageOfGivenPixels) {
+  ASSERT_TRUE(Open(Painted("0 0 1 rg 0 0 144 72 re f")));
+  Pdf2ImgSetBitmapDimensions(object_, 200, 300);
+  Pdf2ImgSetFitPage(object_, 1);
+  const JpegImage image = Render(1);
+  EXPECT_EQ(image.width, 200);
+  EXPECT_EQ(image.height, 300);
+  EXPECT_THAT(image.Ink(), ElementsAre(0, 100, 200, 200));
+}
+
+TEST_F(Rasteriser, PutsThePageInTheMiddleWhenItIsNotFitted) {
+  ASSERT_TRUE(Open(Painted("0 0 1 rg 0 0 144 72 re f")));
+  Pdf2ImgSetDPI(object_, 72);
+  Pdf2ImgSetBitmapDimensions(object_, 200, 50);
+  const JpegImage image = Render(1);
+  EXPECT_EQ(image.height, 50);
+  EXPECT_THAT(image.Ink(), ElementsAre(28, 0, 172, 50));
+}
+
+TEST_F(Rasteriser, TakesTheSizeOfAPageInPoints) {
+  ASSERT_TRUE(Open(Painted("0 0 1 rg 0 0 144 72 re f")));
+  Pdf2ImgSetDPI(object_, 36);
+  Pdf2ImgSetPageSize(object_, 288, 288);
+  Pdf2ImgSetFitPage(object_, 1);
+  const JpegImage image = Render(1);
+  EXPECT_EQ(image.width, 144);
+  EXPECT_EQ(image.height, 144);
+  EXPECT_THAT(image.Ink(), ElementsAre(0, 36, 144, 108));
+}
+
+TEST_F(Rasteriser, DrawsTurnedPagesAsTheyAreSeen) {
+  Pdf2ImgSetDPI(object_, 72);
+  const JpegImage image = RenderOnly(Painted("1 0 0 rg 0 0 72 72 re f").Rotate(90));
+  EXPECT_EQ(image.width, 72);
+  EXPECT_EQ(image.height, 144);
+  EXPECT_TRUE(image.IsNear(36, 20, kRed));  // what was on the left is at the top
+  EXPECT_TRUE(image.IsNear(36, 120, kWhite));
+}
+
+TEST_F(Rasteriser, DrawsTheCropBoxOnly) {
+  Pdf2ImgSetDPI(object_, 72);
+  const JpegImage image = RenderOnly(Painted("1 0 0 rg 0 0 72 72 re f 0 1 0 rg 72 0 72 72 re f")
+                                         .PageEntry("/CropBox [62 10 102 50]"));
+  EXPECT_EQ(image.width, 40);
+  EXPECT_EQ(image.height, 40);
+  EXPECT_TRUE(image.IsNear(2, 20, kRed));
+  EXPECT_TRUE(image.IsNear(30, 20, kGreen));
+}
+
+TEST_F(Rasteriser, TakesTheUserUnitIntoAccount) {
+  Pdf2ImgSetDPI(object_, 72);
+  EXPECT_EQ(RenderOnly(Painted("").PageEntry("/UserUnit 2")).width, 288);
+}
+
+TEST_F(Rasteriser, PutsWhiteBehindWhatIsTransparent) {
+  Pdf2ImgSetDPI(object_, 72);
+  const JpegImage image =
+      RenderOnly(Painted("/G gs 1 0 0 rg 0 0 72 72 re f")
+                     .PageEntry("/Resources << /ExtGState << /G << /ca 0.5 >> >> >>"));
+  EXPECT_TRUE(image.IsNear(36, 36, {255, 128, 128}));
+  EXPECT_TRUE(image.IsNear(120, 36, kWhite));
+}
+
+constexpr const char* kGreenForm =
+    "<< /Type /XObject /Subtype /Form /BBox [0 0 10 10] /Length 21 >>\nstream\n"
+    "0 1 0 rg 0 0 9 9 re f\nendstream";
+
+TEST_F(Rasteriser, DrawsAnnotationsThatAreToBePrinted) {
+  Pdf2ImgSetDPI(object_, 72);
+  const JpegImage image =
+      RenderOnly(Painted("")
+                     .Object("form", kGreenForm)
+                     .Annotation("/Subtype /Stamp /F 4 /Rect [0 0 60 60] /AP << /N {{form}} >>")
+                     .Annotation("/Subtype /Stamp /F 6 /Rect [80 0 140 60] /AP << /N {{form}} >>"));
+  EXPECT_TRUE(image.IsNear(30, 40, kGreen));
+  EXPECT_TRUE(image.IsNear(110, 40, kWhite));  // hidden
+}
+
+TEST_F(Rasteriser, DrawsFormFields) {
+  Pdf2ImgSetDPI(object_, 72);
+  const JpegImage image = RenderOnly(
+      Painted("")
+          .Object("form", kGreenForm)
+          .CatalogEntry("/AcroForm << /Fields [] >>")
+          .Annotation(
+              "/Subtype /Widget /FT /Tx /T (a) /F 4 /Rect [0 0 60 60] /AP << /N {{form}} >>"));
+  EXPECT_TRUE(image.IsNear(30, 40, kGreen));
+}
+
+TEST_F(Rasteriser, DrawsPagesInAnyOrderAndMoreThanOnce) {
+  TestPdf document;
+  document.Page().Size(72, 72).Content("1 0 0 rg 0 0 72 72 re f");
+  document.Page().Size(36, 36).Content("0 0 1 rg 0 0 72 72 re f");
+  ASSERT_TRUE(Open(document));
+  Pdf2ImgSetDPI(object_, 72);
+  for (const auto& [page, name] : {std::pair(2, "a"), std::pair(1, "b"), std::pair(2, "c")}) {
+    ASSERT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path(name))), 1);
+    EXPECT_EQ(Pdf2ImgRenderPage(object_, page), 1);
+    EXPECT_EQ(Pdf2ImgCloseImage(object_), 1);
+  }
+  EXPECT_EQ(Pdf2ImgClose(object_), 1);
+  EXPECT_TRUE(ReadJpeg(Path("a")).IsNear(9, 9, kBlue));
+  EXPECT_TRUE(ReadJpeg(Path("b")).IsNear(50, 50, kRed));
+  EXPECT_EQ(testing::ReadBytes(Path("a")), testing::ReadBytes(Path("c")));
+}
+
+TEST_F(Rasteriser, GivesTheSameBytesEveryTime) {
+  TestPdf document;
+  document.Pages(3);
+  document.Write(Path("in.pdf"));
+  for (const std::string name : {"a", "b"}) {
+    ASSERT_TRUE(Open(Path("in.pdf")));
+    Render(2, name);
+  }
+  EXPECT_EQ(testing::ReadBytes(Path("a")), testing::ReadBytes(Path("b")));
+}
+
+TEST_F(Rasteriser, KnowsAMissingOrWrongPassword) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  Painted("").Write(Path("plain.pdf"));
+  testing::EncryptWithQpdf(Path("plain.pdf"), Path("in.pdf"), "pw\xC3\xA9", "owner");
+  EXPECT_FALSE(Open(Path("in.pdf")));
+  EXPECT_EQ(Error(), 0x80410112U);
+  EXPECT_FALSE(Open(Path("in.pdf"), L"wrong"));
+  EXPECT_EQ(Error(), 0x80410112U);
+  EXPECT_EQ(Pdf2ImgGetPageCount(object_), -1);
+  EXPECT_TRUE(Open(Path("in.pdf"), L"pw\xE9"));
+  EXPECT_EQ(Render(1).width, 200);
+  EXPECT_TRUE(Open(Path("in.pdf"), L"owner"));
+  EXPECT_EQ(Render(1).width, 200);
+}
+
+TEST_F(Rasteriser, TellsFilesApartThatCannotBeOpened) {
+  EXPECT_FALSE(Open(Path("missing.pdf")));
+  EXPECT_EQ(Error(), kPdf2ImgFileError);
+  testing::WriteBytes(Path("text.pdf"), "no document");
+  EXPECT_FALSE(Open(Path("text.pdf")));
+  EXPECT_EQ(Error(), kPdf2ImgNotAPdfError);
+  testing::WriteBytes(Path("empty.pdf"), "");
+  EXPECT_FALSE(Open(Path("empty.pdf")));
+  EXPECT_EQ(Error(), kPdf2ImgNotAPdfError);
+}
+
+TEST_F(Rasteriser, DrawsWhatOnlyTheCoreCanRepair) {
+  // Three kids, though the root claims one page, and the pages' parent is wrong.
+  RawPdf file;
+  file.Object(1, "<</Type/Catalog/Pages 2 0 R>>");
+  file.Object(2, "<</Type/Pages/Count 1/Kids[3 0 R 4 0 R 5 0 R]>>");
+  for (int number = 3; number <= 5; ++number) {
+    file.Object(number, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 72 72]/Contents 6 0 R>>");
+  }
+  file.Stream(6, "", "1 0 0 rg 0 0 72 72 re f");
+  testing::WriteBytes(Path("in.pdf"), file.Table());
+  ASSERT_TRUE(Open(Path("in.pdf")));
+  EXPECT_EQ(Pdf2ImgGetPageCount(object_), 3);
+  Pdf2ImgSetDPI(object_, 72);
+  EXPECT_TRUE(Render(3).IsNear(36, 36, kRed));
+}
+
+TEST_F(Rasteriser, OpensDocumentsWithoutPages) {
+  RawPdf file;
+  file.Object(1, "<</Type/Catalog/Pages 2 0 R>>").Object(2, "<</Type/Pages/Count 0/Kids[]>>");
+  testing::WriteBytes(Path("in.pdf"), file.Table());
+  ASSERT_TRUE(Open(Path("in.pdf")));
+  EXPECT_EQ(Pdf2ImgGetPageCount(object_), 0);
+}
+
+TEST_F(Rasteriser, ReportsPagesThatAreNotThere) {
+  ASSERT_TRUE(Open(Painted("")));
+  Listen();
+  for (const int page : {0, -1, 2, std::numeric_limits<int>::min()}) {
+    ASSERT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path("page.jpg"))), 1);
+    EXPECT_EQ(Pdf2ImgRenderPage(object_, page), 0);
+    EXPECT_EQ(Error(), kPdf2ImgPageError);
+    EXPECT_EQ(Pdf2ImgCloseImage(object_), 0);
+  }
+  EXPECT_EQ(reports_.size(), 4U);
+  EXPECT_EQ(reports_[2], std::pair(2, static_cast<std::uint32_t>(kPdf2ImgPageError)));
+  EXPECT_EQ(Pdf2ImgClose(object_), 1);
+  EXPECT_FALSE(Exists(Path("page.jpg")));
+}
+
+TEST_F(Rasteriser, RefusesImagesThatTheFormatCannotHold) {
+  ASSERT_TRUE(Open(Painted("", 14400, 14400)));
+  Listen();
+  Pdf2ImgSetDPI(object_, 10000);
+  EXPECT_EQ(Render(1).width, 0);
+  EXPECT_THAT(reports_,
+              ElementsAre(std::pair(1, static_cast<std::uint32_t>(kPdf2ImgImageSizeError))));
+  EXPECT_FALSE(Exists(Path("page.jpg")));
+  ASSERT_TRUE(Open(Path("in.pdf")));  // and goes on
+  Pdf2ImgSetDPI(object_, 2);
+  EXPECT_EQ(Render(1).width, 400);
+}
+
+TEST_F(Rasteriser, DrawsLargePagesInBandsThatFitTogether) {
+  std::string diagonals;
+  for (int i = 0; i < 20; ++i) {
+    diagonals += std::to_string(i * 20) + " 0 m 0 " + std::to_string(i * 20) + " l S ";
+  }
+  ASSERT_TRUE(Open(Painted("5 w " + diagonals, 200, 400)));
+  Pdf2ImgSetDPI(object_, 576);
+  const JpegImage large = Render(1, "large.jpg");
+  ASSERT_EQ(large.height, 3200);
+  ASSERT_TRUE(Open(Path("in.pdf")));
+  Pdf2ImgSetDPI(object_, 72);
+  const JpegImage small = Render(1, "small.jpg");
+  for (int y = 4; y < 400; y += 3) {
+    for (int x = 4; x < 200; x += 7) {
+      const int gray = large.At(x * 8 + 4, y * 8 + 4)[0];
+      const int expected = small.At(x, y)[0];
+      if (expected < 5 || expected > 250) {  // not at an edge
+        EXPECT_NEAR(gray, expected, 30) << x << " " << y;
+      }
+    }
+  }
+}
+
+TEST_F(Rasteriser, DrawsHugePagesWithBoundedMemory) {
+  ASSERT_TRUE(Open(Painted("1 0 0 rg 0 0 14400 14400 re f", 14400, 200)));
+  Pdf2ImgSetDPI(object_, 300);
+  const JpegImage image = Render(1);
+  EXPECT_EQ(image.width, 60000);
+  EXPECT_TRUE(image.IsNear(59000, 800, kRed));
+}
+
+TEST_F(Rasteriser, DrawsPagesWithoutASizeAsLetters) {
+  Pdf2ImgSetDPI(object_, 72);
+  const JpegImage image = RenderOnly(Painted("", 0, 0));
+  EXPECT_EQ(image.width, 612);
+  EXPECT_EQ(image.height, 792);
+}
+
+TEST_F(Rasteriser, GivesTinyPagesAPixel) {
+  Pdf2ImgSetDPI(object_, 72);
+  const JpegImage image = RenderOnly(Painted("", 0.01, 100));
+  EXPECT_EQ(image.width, 1);
+  EXPECT_EQ(image.height, 100);
+}
+
+TEST_F(Rasteriser, LeavesNoFileUnlessThePageIsDrawn) {
+  testing::WriteBytes(Path("old.jpg"), "old");
+  ASSERT_TRUE(Open(Painted("")));
+  ASSERT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path("old.jpg"))), 1);
+  EXPECT_EQ(Pdf2ImgCloseImage(object_), 0);
+  ASSERT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path("new.jpg"))), 1);
+  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 1);
+  EXPECT_EQ(Pdf2ImgClose(object_), 1);  // without CloseImage
+  EXPECT_EQ(testing::ReadBytes(Path("old.jpg")), "old");
+  EXPECT_THAT(directory_.Names(), ElementsAre("in.pdf", "old.jpg"));
+}
+
+TEST_F(Rasteriser, TellsWhenAnImageCannotBeCreated) {
+  ASSERT_TRUE(Open(Painted("")));
+  EXPECT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path("missing/page.jpg"))), 0);
+  EXPECT_EQ(Error(), kPdf2ImgCreateError);
+  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
+  EXPECT_EQ(Error(), kPdf2ImgArgumentError);
+}
+
+TEST_F(Rasteriser, TellsWhenAnImageCannotBeWritten) {
+  if (!Exists("/dev/full")) {
+    GTEST_SKIP() << "needs /dev/full";
+  }
+  ASSERT_TRUE(Open(Painted("")));
+  Listen();
+  ASSERT_EQ(Pdf2ImgCreateImageW(object_, PathToWide("/dev/full")), 1);
+  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 1);
+  Pdf2ImgCloseImage(object_);
+  EXPECT_EQ(Pdf2ImgClose(object_), 0);
+  EXPECT_EQ(Error(), kPdf2ImgWriteError);
+  EXPECT_THAT(reports_, ElementsAre(std::pair(1, static_cast<std::uint32_t>(kPdf2ImgWriteError))));
+}
+
+TEST_F(Rasteriser, AcceptsPathsThatAreNoUtf8) {
+  Painted("").Write(Path("\xE9.pdf"));
+  ASSERT_TRUE(Open(Path("\xE9.pdf")));
+  EXPECT_GT(Render(1, "\xFF\xE9.jpg").width, 0);
+}
+
+TEST_F(Rasteriser, FailsWithoutADocument) {
+  EXPECT_EQ(Pdf2ImgGetPageCount(object_), -1);
+  EXPECT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path("page.jpg"))), 0);
+  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
+  EXPECT_EQ(Pdf2ImgCloseImage(object_), 0);
+  EXPECT_EQ(Pdf2ImgClose(object_), 1);
+  EXPECT_EQ(Pdf2ImgOpenW(nullptr, L"a", L""), 0);
+  EXPECT_EQ(Pdf2ImgGetErrorCode(nullptr), kPdf2ImgArgumentError);
+}
+
+TEST_F(Rasteriser, OpensALargeDocumentAnewOnTheWay) {
+  TestPdf document;  // 24 pages with an incompressible megabyte each
+  unsigned state = 1;
+  for (int page = 0; page < 24; ++page) {
+    std::string noise;
+    for (int i = 0; i < 500'000; ++i) {
+      state = state * 1664525 + 1013904223;
+      noise += "0123456789ABCDEF"[state >> 28];
+    }
+    const std::string name = "image" + std::to_string(page);
+    document.Object(name,
+                    "<</Subtype/Image/Width 500/Height 500/BitsPerComponent 8/ColorSpace"
+                    "/DeviceGray/Filter/ASCIIHexDecode/Length 500001>>\nstream\n" +
+                        noise + ">\nendstream");
+    document.Page()
+        .Size(72, 72)
+        .Content("q 72 0 0 72 0 0 cm /I Do Q 1 0 0 rg 0 0 9 9 re f")
+        .PageEntry("/Resources <</XObject <</I {{" + name + "}}>>>>");
+  }
+  ASSERT_TRUE(Open(document));
+  Pdf2ImgSetDPI(object_, 72);
+  for (int page = 1; page <= 24; ++page) {
+    const std::string name = std::to_string(page) + ".jpg";
+    ASSERT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path(name))), 1);
+    EXPECT_EQ(Pdf2ImgRenderPage(object_, page), 1);
+    EXPECT_EQ(Pdf2ImgCloseImage(object_), 1);
+  }
+  EXPECT_EQ(Pdf2ImgClose(object_), 1);
+  EXPECT_TRUE(ReadJpeg(Path("24.jpg")).IsNear(4, 68, kRed, 20));
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines
