@@ -1,0 +1,203 @@
+#include "engines/parser/ImageStore.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "engines/parser/ExpaFailure.h"
+#include "engines/parser/Limits.h"
+#include "engines/support/files/DiskFile.h"
+#include "engines/support/pixels/ColorSpace.h"
+#include "engines/support/pixels/JpegReader.h"
+#include "engines/support/pixels/JpegWriter.h"
+#include "engines/support/pixels/Picture.h"
+#include "engines/support/pixels/PixelLimits.h"
+#include "foundation/Platform.h"
+#include "pdf/Error.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+constexpr std::uint64_t kFirstHeaderPiece = 4096;
+
+// A file under way, with a copy of what goes into it as long as that is short enough to be kept.
+class StoredFile : public pdf::ByteSink {
+ public:
+  explicit StoredFile(const std::string& path) : output_(platform::OutputFile::Create(path)) {
+    if (!output_) {
+      throw ExpaFailure(kExpaCreateError);
+    }
+    stream_ = output_->TakeStream();
+  }
+
+  void Write(std::string_view bytes) override {
+    DiskSink(stream_.get()).Write(bytes);
+    if (is_kept_ && copy_.size() + bytes.size() > limits::kMaxKeptImage) {
+      is_kept_ = false;
+      copy_ = std::string();
+    }
+    if (is_kept_) {
+      copy_ += bytes;
+    }
+  }
+
+  void KeepNoCopy() { is_kept_ = false; }
+
+  void Finish() {
+    if (std::fclose(stream_.release()) != 0 || !output_->Commit()) {
+      throw ExpaFailure(kExpaWriteError);
+    }
+  }
+
+  // Null when it was too long.
+  std::shared_ptr<const std::string> TakeCopy() {
+    return is_kept_ ? std::make_shared<const std::string>(std::move(copy_)) : nullptr;
+  }
+
+ private:
+  std::optional<platform::OutputFile> output_;
+  platform::FilePtr stream_;
+  bool is_kept_ = true;
+  std::string copy_;
+};
+
+std::optional<JpegHeader> HeaderOf(const PdfImage& image) {
+  std::optional<JpegHeader> header;
+  for (std::uint64_t most = kFirstHeaderPiece; !header && most <= limits::kMaxJpegHeader;
+       most *= 16) {
+    pdf::StringSink start;
+    CopyEncoded(image, start, most);
+    header = ReadJpegHeader(start.bytes());
+    if (start.bytes().size() < most) {
+      break;
+    }
+  }
+  return header;
+}
+
+// Whether the data is a JPEG file that shows, as it is, what is drawn.
+bool IsReadyJpeg(const PdfImage& image, const ImageFacts& facts, int orientation) {
+  if (facts.filter != ImageFilter::kDct || !facts.steps.empty() || orientation != 1 ||
+      facts.is_mask || facts.soft_mask != 0 || facts.stencil_mask != 0 ||
+      !facts.color_key.empty() || !facts.decode.empty()) {
+    return false;
+  }
+  const std::optional<JpegHeader> header = HeaderOf(image);
+  if (!header || !header->is_common || header->bits != 8 || header->exif_orientation != 1 ||
+      header->width == 0 || header->height == 0 ||
+      (header->components != 1 && header->components != 3)) {
+    return false;
+  }
+  pdf::Arena arena;
+  const std::int64_t transform =
+      image.document->Resolve(facts.filter_parameters.Get("ColorTransform"), arena).IntegerOr(-1);
+  if (header->components == 3 && header->adobe_transform < 0 && transform == 0) {
+    return false;
+  }
+  if (facts.color_space.IsNull()) {
+    return true;
+  }
+  const std::optional<ColorSpace> space = ColorSpaceOf(*image.document, facts.color_space, arena);
+  return space && space->components == header->components &&
+         (space->kind == ColorKind::kGray || space->kind == ColorKind::kRgb ||
+          space->kind == ColorKind::kIcc);
+}
+
+// Whether all of it was there.
+bool Encode(RowSource& picture, pdf::ByteSink& sink) {
+  JpegWriter writer(sink, {.width = picture.width(),
+                           .height = picture.height(),
+                           .layout = picture.layout(),
+                           .quality = 100});
+  constexpr std::size_t kRowsAtOnce = 16;
+  const std::size_t stride = picture.row_bytes();
+  std::vector<std::uint8_t> rows(stride * kRowsAtOnce);
+  bool is_complete = true;
+  for (std::uint32_t y = 0; y < picture.height();) {
+    std::size_t count = 0;
+    for (; count < kRowsAtOnce && y < picture.height(); ++count, ++y) {
+      is_complete = picture.ReadRow(rows.data() + count * stride) && is_complete;
+    }
+    writer.WriteRows(rows.data(), stride, count);
+  }
+  writer.Finish();
+  return is_complete;
+}
+
+}  // namespace
+
+std::optional<PreparedImage> ImageStore::Prepare(const PdfImage& image, const ImageFacts& facts,
+                                                 int orientation) {
+  PreparedImage prepared{.image = image, .facts = &facts, .orientation = orientation};
+  if (Find(image.number, orientation) != nullptr) {
+    return prepared;
+  }
+  try {
+    prepared.is_ready_jpeg = IsReadyJpeg(image, facts, orientation);
+    if (prepared.is_ready_jpeg) {
+      return prepared;
+    }
+    RowSourcePtr picture = OpenPicture(image, facts);
+    if (picture == nullptr || picture->width() > kMaxJpegSide || picture->height() > kMaxJpegSide) {
+      return std::nullopt;
+    }
+    prepared.picture = MakeUpright(std::move(picture), orientation);
+    return prepared;
+  } catch (const pdf::Error& error) {
+    if (error.code() == pdf::ErrorCode::kFilterFailed ||
+        error.code() == pdf::ErrorCode::kLimitExceeded) {
+      return std::nullopt;
+    }
+    throw;
+  }
+}
+
+ImageStore::Outcome ImageStore::Store(PreparedImage& prepared, const std::string& path) {
+  StoredFile file(path);
+  Outcome outcome = Outcome::kComplete;
+  if (prepared.is_ready_jpeg) {
+    file.KeepNoCopy();  // it is as easily read again
+    CopyEncoded(prepared.image, file);
+  } else if (prepared.picture != nullptr) {
+    outcome = Encode(*prepared.picture, file) ? Outcome::kComplete : Outcome::kPartial;
+    prepared.picture.reset();  // its rows are gone
+  } else if (const Kept* kept = Find(prepared.image.number, prepared.orientation)) {
+    file.KeepNoCopy();
+    file.Write(*kept->bytes);
+    outcome = kept->outcome;
+  } else {
+    throw ExpaFailure(kExpaArgumentError);
+  }
+  file.Finish();
+  if (prepared.image.number != 0) {
+    Keep({prepared.image.number, prepared.orientation, outcome, file.TakeCopy()});
+  }
+  return outcome;
+}
+
+const ImageStore::Kept* ImageStore::Find(std::uint32_t number, int orientation) {
+  const auto found = std::find_if(kept_.begin(), kept_.end(), [&](const Kept& kept) {
+    return kept.number == number && kept.orientation == orientation;
+  });
+  if (number == 0 || found == kept_.end()) {
+    return nullptr;
+  }
+  kept_.splice(kept_.begin(), kept_, found);
+  return &kept_.front();
+}
+
+void ImageStore::Keep(Kept kept) {
+  if (kept.bytes == nullptr || Find(kept.number, kept.orientation) != nullptr) {
+    return;
+  }
+  kept_bytes_ += kept.bytes->size();
+  kept_.push_front(std::move(kept));
+  while (kept_bytes_ > limits::kMaxKeptImages) {
+    kept_bytes_ -= kept_.back().bytes->size();
+    kept_.pop_back();
+  }
+}
+
+}  // namespace TarnixTools::engines

@@ -1,0 +1,61 @@
+// Puts images into JPEG files.
+#ifndef TARNIX_ENGINES_PARSER_IMAGESTORE_H_
+#define TARNIX_ENGINES_PARSER_IMAGESTORE_H_
+
+#include <cstdint>
+#include <list>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "engines/support/pixels/PdfImage.h"
+#include "engines/support/pixels/RowSource.h"
+
+namespace TarnixTools::engines {
+
+// An image that can be stored.
+struct PreparedImage {
+  PdfImage image;
+  const ImageFacts* facts = nullptr;
+  int orientation = 1;
+  bool is_ready_jpeg = false;  // its data is the file
+  RowSourcePtr picture;        // upright; null when it has been stored before
+};
+
+class ImageStore {
+ public:
+  enum class Outcome : std::uint8_t {
+    kComplete,
+    kPartial,  // some of it could not be read and is white
+  };
+
+  // Nothing for an image of which nothing can be read, or that is too large for a file. Throws
+  // pdf::Error for a document that cannot be read any more.
+  //   facts       - outlive what is returned
+  //   orientation - as in EXIF: how the image is drawn
+  std::optional<PreparedImage> Prepare(const PdfImage& image, const ImageFacts& facts,
+                                       int orientation);
+
+  // Writes the image to a file. Throws ExpaFailure and pdf::Error.
+  //   path - UTF-8
+  Outcome Store(PreparedImage& prepared, const std::string& path);
+
+ private:
+  // What a file was made of, for when the same image comes again.
+  struct Kept {
+    std::uint32_t number = 0;
+    int orientation = 1;
+    Outcome outcome = Outcome::kComplete;
+    std::shared_ptr<const std::string> bytes;
+  };
+
+  const Kept* Find(std::uint32_t number, int orientation);
+  void Keep(Kept kept);
+
+  std::list<Kept> kept_;  // last used first
+  std::size_t kept_bytes_ = 0;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_PARSER_IMAGESTORE_H_

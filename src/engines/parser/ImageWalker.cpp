@@ -1,0 +1,454 @@
+#include "engines/parser/ImageWalker.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "engines/parser/Limits.h"
+#include "pdf/Error.h"
+#include "pdf/content/InlineImage.h"
+#include "pdf/content/Operators.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+using pdf::Object;
+using pdf::OperatorCode;
+
+constexpr std::int64_t kHiddenAnnotation = 2;
+constexpr std::int64_t kNoViewAnnotation = 32;
+
+struct State {
+  DrawingMatrix matrix;
+  std::string fill_pattern;  // its name, empty for none
+  std::string stroke_pattern;
+};
+
+std::optional<DrawingMatrix> MatrixOf(pdf::Document& document, const Object& array,
+                                      pdf::Arena& arena) {
+  const auto items = array.Items();
+  if (items.size() < 6) {
+    return std::nullopt;
+  }
+  std::array<double, 6> value{};
+  for (std::size_t i = 0; i < 6; ++i) {
+    value[i] = document.Resolve(items[i], arena).NumberOr(0);
+  }
+  return DrawingMatrix{value[0], value[1], value[2], value[3], value[4], value[5]};
+}
+
+struct Box {
+  double left = 0;
+  double bottom = 0;
+  double right = 0;
+  double top = 0;
+
+  bool IsEmpty() const { return !(right > left) || !(top > bottom); }
+};
+
+std::optional<Box> BoxOf(pdf::Document& document, const Object& array, pdf::Arena& arena) {
+  const auto items = array.Items();
+  if (items.size() < 4) {
+    return std::nullopt;
+  }
+  std::array<double, 4> value{};
+  for (std::size_t i = 0; i < 4; ++i) {
+    value[i] = document.Resolve(items[i], arena).NumberOr(0);
+  }
+  return Box{std::min(value[0], value[2]), std::min(value[1], value[3]),
+             std::max(value[0], value[2]), std::max(value[1], value[3])};
+}
+
+// Around the box after the transformation.
+Box Around(const Box& box, const DrawingMatrix& matrix) {
+  Box around{1e300, 1e300, -1e300, -1e300};
+  for (const auto& [x, y] : {std::pair{box.left, box.bottom}, std::pair{box.right, box.bottom},
+                             std::pair{box.left, box.top}, std::pair{box.right, box.top}}) {
+    const double new_x = matrix.a * x + matrix.c * y + matrix.e;
+    const double new_y = matrix.b * x + matrix.d * y + matrix.f;
+    around = {std::min(around.left, new_x), std::min(around.bottom, new_y),
+              std::max(around.right, new_x), std::max(around.top, new_y)};
+  }
+  return around;
+}
+
+}  // namespace
+
+// One content stream on its way.
+struct ImageWalker::Frame {
+  explicit Frame(std::string bytes) : content(std::move(bytes)), reader(content) {}
+
+  std::string content;
+  pdf::ContentReader reader;
+  pdf::Arena arena;    // of what lives as long as the frame
+  pdf::Arena scratch;  // of one operation
+  Object resources;
+  std::optional<Object> objects;  // /XObject of the resources, once it was asked for
+  std::uint32_t number = 0;       // of the stream; 0 for a page's content
+  DrawingMatrix base;             // of the content's own space
+  State state;
+  std::vector<State> saved;
+  std::vector<bool> marked;  // open marked content: whether it hides
+  int hidden = 0;            // how many of it do
+};
+
+ImageWalker::ImageWalker(pdf::Document& document, const pdf::PageTree& pages, const Layers& layers,
+                         std::size_t page_index, bool with_forms)
+    : document_(&document),
+      pages_(&pages),
+      layers_(&layers),
+      page_index_(page_index),
+      with_forms_(with_forms),
+      page_(pages.Load(pages.pages()[page_index], page_arena_)) {
+  PushPage();
+}
+
+ImageWalker::~ImageWalker() = default;
+
+bool ImageWalker::PushPage() {
+  const auto attribute = [this](std::string_view key, pdf::InheritableKey inherited) {
+    const Object own = document_->Resolve(page_.Get(key), page_arena_);
+    return own.IsNull() ? document_->Resolve(
+                              pages_->InheritedBy(pages_->pages()[page_index_], inherited).value,
+                              page_arena_)
+                        : own;
+  };
+  const Box letter{0, 0, 612, 792};
+  Box box = BoxOf(*document_, attribute("MediaBox", pdf::InheritableKey::kMediaBox), page_arena_)
+                .value_or(letter);
+  box = BoxOf(*document_, attribute("CropBox", pdf::InheritableKey::kCropBox), page_arena_)
+            .value_or(box);
+  const std::int64_t turns =
+      attribute("Rotate", pdf::InheritableKey::kRotate).IntegerOr(0) / 90 % 4;
+  switch ((turns + 4) % 4) {
+    case 1:
+      page_matrix_ = {0, -1, 1, 0, -box.bottom, box.right};
+      break;
+    case 2:
+      page_matrix_ = {-1, 0, 0, -1, box.right, box.top};
+      break;
+    case 3:
+      page_matrix_ = {0, 1, -1, 0, box.top, -box.left};
+      break;
+    default:
+      page_matrix_ = {1, 0, 0, 1, -box.left, -box.bottom};
+  }
+  if (with_forms_) {
+    const auto annotations = document_->Resolve(page_.Get("Annots"), page_arena_).Items();
+    annotations_.assign(annotations.begin(), annotations.end());
+  }
+  return PushContent(PageContent(page_.Get("Contents")),
+                     attribute("Resources", pdf::InheritableKey::kResources), page_matrix_, 0);
+}
+
+std::string ImageWalker::PageContent(const Object& contents) {
+  if (contents.IsReference()) {
+    if (std::optional<std::string> content = ContentOf(contents.AsReference().number)) {
+      return *std::move(content);
+    }
+  }
+  std::string all;
+  for (const Object& part : document_->Resolve(contents, page_arena_).Items()) {
+    const std::optional<std::string> content = ContentOf(part.AsReference().number);
+    if (content && all.size() + content->size() <= limits::kMaxContentBytes) {
+      all += *content;
+      all += '\n';  // no token goes on in the next stream
+    }
+  }
+  return all;
+}
+
+// What can be decoded of it; nothing for what is no stream.
+std::optional<std::string> ImageWalker::ContentOf(std::uint32_t number) {
+  try {
+    std::optional<pdf::Decoded> decoded = document_->DecodeStream(number, limits::kMaxContentBytes);
+    return decoded ? std::optional(std::move(decoded->data)) : std::nullopt;
+  } catch (const pdf::Error& error) {
+    if (error.code() == pdf::ErrorCode::kFilterFailed ||
+        error.code() == pdf::ErrorCode::kLimitExceeded) {
+      return std::nullopt;
+    }
+    throw;
+  }
+}
+
+bool ImageWalker::PushContent(std::string content, const Object& resources,
+                              const DrawingMatrix& matrix, std::uint32_t number) {
+  if (frames_.size() >= limits::kMaxContentDepth || contents_run_ >= limits::kMaxContentsOfPage ||
+      bytes_run_ >= limits::kMaxContentBytesOfPage) {
+    return false;
+  }
+  ++contents_run_;
+  bytes_run_ += content.size();
+  auto frame = std::make_unique<Frame>(std::move(content));
+  frame->resources = resources;
+  frame->number = number;
+  frame->base = matrix;
+  frame->state.matrix = matrix;
+  frames_.push_back(std::move(frame));
+  return true;
+}
+
+// A form or a pattern; not within itself.
+bool ImageWalker::PushForm(std::uint32_t number, const Object& dictionary,
+                           const DrawingMatrix& matrix) {
+  const bool is_open = std::any_of(frames_.begin(), frames_.end(),
+                                   [&](const auto& frame) { return frame->number == number; });
+  if (!with_forms_ || number == 0 || is_open) {
+    return false;
+  }
+  std::optional<std::string> content = ContentOf(number);
+  if (!content) {
+    return false;
+  }
+  const Object inherited = frames_.empty() ? Object() : frames_.back()->resources;
+  if (!PushContent(*std::move(content), inherited, matrix, number)) {
+    return false;
+  }
+  Frame& frame = *frames_.back();
+  const Object own = document_->Resolve(dictionary.Get("Resources"), frame.arena);
+  if (own.IsDictionary()) {
+    // Once more, into the arena that lives as long as the frame.
+    const Object again = document_->Load({.number = number, .generation = 0}, frame.arena);
+    frame.resources = document_->Resolve(again.Get("Resources"), frame.arena);
+  }
+  return true;
+}
+
+const DrawnImage* ImageWalker::Next() {
+  image_arena_.Reset();
+  while (true) {
+    if (frames_.empty()) {
+      if (!PushNextAnnotation()) {
+        return nullptr;
+      }
+      continue;
+    }
+    Frame& frame = *frames_.back();
+    pdf::Operation operation;
+    if (!frame.reader.Next(operation)) {
+      frames_.pop_back();
+      continue;
+    }
+    frame.scratch.Reset();
+    if (const DrawnImage* image = Run(frame, operation)) {
+      if (++images_found_ > limits::kMaxImagesOfPage) {
+        return nullptr;
+      }
+      return image;
+    }
+  }
+}
+
+const DrawnImage* ImageWalker::Run(Frame& frame, const pdf::Operation& operation) {
+  State& state = frame.state;
+  switch (operation.code) {
+    case OperatorCode("q"):
+      if (frame.saved.size() < limits::kMaxSavedStates) {
+        frame.saved.push_back(state);
+      }
+      break;
+    case OperatorCode("Q"):
+      if (!frame.saved.empty()) {
+        state = std::move(frame.saved.back());
+        frame.saved.pop_back();
+      }
+      break;
+    case OperatorCode("cm"): {
+      const auto operands = pdf::ParseOperands(operation.operands, frame.scratch);
+      if (operands.size() >= 6) {
+        const auto number = [&](std::size_t i) {
+          return operands[operands.size() - 6 + i].NumberOr(0);
+        };
+        const DrawingMatrix matrix{number(0), number(1), number(2),
+                                   number(3), number(4), number(5)};
+        state.matrix = matrix.Then(state.matrix);
+      }
+      break;
+    }
+    case OperatorCode("Do"):
+      return frame.hidden == 0 ? DrawObject(frame, operation) : nullptr;
+    case OperatorCode("BI"):
+      return frame.hidden == 0 ? DrawInline(frame, operation) : nullptr;
+    case OperatorCode("BDC"):
+    case OperatorCode("BMC"):
+      BeginMarked(frame, operation);
+      break;
+    case OperatorCode("EMC"):
+      if (!frame.marked.empty()) {
+        frame.hidden -= frame.marked.back() ? 1 : 0;
+        frame.marked.pop_back();
+      }
+      break;
+    case OperatorCode("scn"):
+    case OperatorCode("SCN"): {
+      const auto operands = pdf::ParseOperands(operation.operands, frame.scratch);
+      std::string& pattern =
+          operation.code == OperatorCode("scn") ? state.fill_pattern : state.stroke_pattern;
+      pattern = !operands.empty() && operands.back().IsName() ? std::string(operands.back().Text())
+                                                              : std::string();
+      break;
+    }
+    case OperatorCode("g"):
+    case OperatorCode("rg"):
+    case OperatorCode("k"):
+    case OperatorCode("cs"):
+    case OperatorCode("sc"):
+      state.fill_pattern.clear();
+      break;
+    case OperatorCode("G"):
+    case OperatorCode("RG"):
+    case OperatorCode("K"):
+    case OperatorCode("CS"):
+    case OperatorCode("SC"):
+      state.stroke_pattern.clear();
+      break;
+    case OperatorCode("f"):
+    case OperatorCode("F"):
+    case OperatorCode("f*"):
+    case OperatorCode("Tj"):
+    case OperatorCode("TJ"):
+    case OperatorCode("'"):
+    case OperatorCode("\""):
+      PaintPattern(frame, state.fill_pattern);
+      break;
+    case OperatorCode("S"):
+    case OperatorCode("s"):
+      PaintPattern(frame, state.stroke_pattern);
+      break;
+    case OperatorCode("B"):
+    case OperatorCode("B*"):
+    case OperatorCode("b"):
+    case OperatorCode("b*"):
+      PaintPattern(frame, state.fill_pattern.empty() ? state.stroke_pattern : state.fill_pattern);
+      break;
+    default:
+      break;
+  }
+  return nullptr;
+}
+
+const DrawnImage* ImageWalker::DrawObject(Frame& frame, const pdf::Operation& operation) {
+  const auto operands = pdf::ParseOperands(operation.operands, frame.scratch);
+  if (operands.empty() || !operands.back().IsName()) {
+    return nullptr;
+  }
+  if (!frame.objects) {
+    frame.objects = document_->Resolve(frame.resources.Get("XObject"), frame.arena);
+  }
+  const std::uint32_t number = frame.objects->Get(operands.back().Text()).AsReference().number;
+  if (number == 0) {
+    return nullptr;
+  }
+  image_arena_.Reset();
+  const Object dictionary = document_->Load({.number = number, .generation = 0}, image_arena_);
+  if (!layers_->IsSeen(dictionary.Get("OC"))) {
+    return nullptr;
+  }
+  const Object subtype = document_->Resolve(dictionary.Get("Subtype"), image_arena_);
+  if (subtype.IsName("Image")) {
+    drawn_ = {{document_, number, dictionary, {}}, frame.state.matrix};
+    return &drawn_;
+  }
+  if (subtype.IsName("Form")) {
+    const DrawingMatrix own =
+        MatrixOf(*document_, document_->Resolve(dictionary.Get("Matrix"), image_arena_),
+                 image_arena_)
+            .value_or(DrawingMatrix{});
+    PushForm(number, dictionary, own.Then(frame.state.matrix));
+  }
+  return nullptr;
+}
+
+const DrawnImage* ImageWalker::DrawInline(Frame& frame, const pdf::Operation& operation) {
+  image_arena_.Reset();
+  const Object entries = pdf::ParseInlineEntries(operation.image_entries, image_arena_);
+  const Object dictionary =
+      FullInlineDictionary(*document_, entries, frame.resources, image_arena_);
+  drawn_ = {{document_, 0, dictionary, operation.image_data}, frame.state.matrix};
+  return &drawn_;
+}
+
+// A tiling pattern that something is painted with: its cell, once, however often it is repeated.
+void ImageWalker::PaintPattern(Frame& frame, const std::string& name) {
+  if (name.empty() || frame.hidden > 0 || !with_forms_) {
+    return;
+  }
+  const Object patterns = document_->Resolve(frame.resources.Get("Pattern"), frame.scratch);
+  const std::uint32_t number = patterns.Get(name).AsReference().number;
+  pdf::Arena arena;
+  const Object dictionary = document_->Load({.number = number, .generation = 0}, arena);
+  if (document_->Resolve(dictionary.Get("PatternType"), arena).IntegerOr(0) != 1) {
+    return;
+  }
+  const DrawingMatrix own =
+      MatrixOf(*document_, document_->Resolve(dictionary.Get("Matrix"), arena), arena)
+          .value_or(DrawingMatrix{});
+  PushForm(number, dictionary, own.Then(frame.base));
+}
+
+void ImageWalker::BeginMarked(Frame& frame, const pdf::Operation& operation) {
+  bool is_hidden = false;
+  if (operation.code == OperatorCode("BDC")) {
+    const auto operands = pdf::ParseOperands(operation.operands, frame.scratch);
+    if (operands.size() >= 2 && operands[0].IsName("OC") && operands[1].IsName()) {
+      const Object properties =
+          document_->Resolve(frame.resources.Get("Properties"), frame.scratch);
+      is_hidden = !layers_->IsSeen(properties.Get(operands[1].Text()));
+    }
+  }
+  if (frame.marked.size() < limits::kMaxSavedStates) {
+    frame.marked.push_back(is_hidden);
+    frame.hidden += is_hidden ? 1 : 0;
+  }
+}
+
+// Appearance streams are drawn over the page (ISO 32000-2, 12.5.5).
+bool ImageWalker::PushNextAnnotation() {
+  while (next_annotation_ < annotations_.size()) {
+    pdf::Arena arena;
+    const Object annotation = document_->Resolve(annotations_[next_annotation_++], arena);
+    const std::int64_t flags = document_->Resolve(annotation.Get("F"), arena).IntegerOr(0);
+    if ((flags & (kHiddenAnnotation | kNoViewAnnotation)) != 0 ||
+        document_->Resolve(annotation.Get("Subtype"), arena).IsName("Popup") ||
+        !layers_->IsSeen(annotation.Get("OC"))) {
+      continue;
+    }
+    Object appearance = document_->Resolve(annotation.Get("AP"), arena).Get("N");
+    if (!document_->IsStream(appearance.AsReference().number)) {
+      const std::string_view chosen = document_->Resolve(annotation.Get("AS"), arena).Text();
+      appearance = document_->Resolve(appearance, arena).Get(chosen);
+    }
+    const std::uint32_t number = appearance.AsReference().number;
+    const Object form = document_->Load({.number = number, .generation = 0}, arena);
+    if (PushForm(number, form, AnnotationMatrix(annotation, form))) {
+      return true;
+    }
+  }
+  return false;
+}
+
+DrawingMatrix ImageWalker::AnnotationMatrix(const Object& annotation, const Object& form) {
+  pdf::Arena arena;
+  const auto resolve = [&](const Object& owner, std::string_view key) {
+    return document_->Resolve(owner.Get(key), arena);
+  };
+  const DrawingMatrix own =
+      MatrixOf(*document_, resolve(form, "Matrix"), arena).value_or(DrawingMatrix{});
+  const auto rectangle = BoxOf(*document_, resolve(annotation, "Rect"), arena);
+  const auto box = BoxOf(*document_, resolve(form, "BBox"), arena);
+  if (!rectangle || !box) {
+    return own.Then(page_matrix_);
+  }
+  const Box drawn = Around(*box, own);
+  if (drawn.IsEmpty()) {
+    return own.Then(page_matrix_);
+  }
+  const double x = (rectangle->right - rectangle->left) / (drawn.right - drawn.left);
+  const double y = (rectangle->top - rectangle->bottom) / (drawn.top - drawn.bottom);
+  const DrawingMatrix placing{
+      x, 0, 0, y, rectangle->left - drawn.left * x, rectangle->bottom - drawn.bottom * y};
+  return own.Then(placing).Then(page_matrix_);
+}
+
+}  // namespace TarnixTools::engines

@@ -1,0 +1,277 @@
+#include "engines/parser/Parser.h"
+
+#include <memory>
+#include <new>
+#include <optional>
+#include <utility>
+
+#include "engines/parser/ExpaFailure.h"
+#include "engines/parser/ImageStore.h"
+#include "engines/parser/ImageWalker.h"
+#include "engines/parser/Layers.h"
+#include "engines/support/files/DiskFile.h"
+#include "foundation/Unicode.h"
+#include "pdf/Error.h"
+#include "pdf/tree/WideText.h"
+
+namespace TarnixTools::engines {
+
+namespace {
+thread_local ExpaError last_error_without_document = kExpaNoError;
+}  // namespace
+
+struct TExpaGraphicsState {
+  TExpaMatrix matrix;
+};
+
+struct TExpaImage {
+  TExpaDoc* document = nullptr;
+  PdfImage image;
+  pdf::Arena arena;
+  ImageFacts facts;
+  std::optional<PreparedImage> prepared;
+  int orientation = 1;
+};
+
+struct TExpaContent {
+  TExpaDoc* document = nullptr;
+  std::size_t page_index = 0;
+  std::optional<ImageWalker> walker;
+  std::optional<TExpaImage> image;
+  TExpaGraphicsState state;
+};
+
+struct TExpaPage {
+  TExpaDoc* document = nullptr;
+  TExpaContent content;
+};
+
+struct TExpaDoc {
+  ExpaError last_error = kExpaNoError;
+  TExpaReport report = nullptr;
+  void* report_handle = nullptr;
+  std::unique_ptr<pdf::Document> document;
+  std::unique_ptr<pdf::PageTree> pages;
+  std::optional<Layers> layers;
+  std::optional<TExpaPage> page;
+  ImageStore store;
+
+  void Open(const std::wstring& path, const std::wstring& password) {
+    const std::shared_ptr<std::FILE> file = OpenShared(WideToPath(path));
+    if (file == nullptr) {
+      throw ExpaFailure(kExpaFileError);
+    }
+    document = pdf::Document::Open(std::make_unique<DiskSource>(file), pdf::Utf8OfWide(password));
+    pages = std::make_unique<pdf::PageTree>(*document);
+    layers.emplace(*document);
+  }
+
+  void Close() {
+    page.reset();
+    layers.reset();
+    pages.reset();
+    document.reset();
+    store = ImageStore();
+  }
+
+  void Tell(std::size_t page_index, TExpaTrouble trouble) const {
+    if (report != nullptr) {
+      report(report_handle, static_cast<std::int32_t>(page_index) + 1, trouble);
+    }
+  }
+};
+
+namespace {
+
+// Runs one operation; a null or zero result and an error code when it throws, or when there is no
+// document.
+template <typename Operation>
+auto Guarded(TExpaDoc* document, Operation&& operation) noexcept -> decltype(operation()) {
+  if (document == nullptr) {
+    last_error_without_document = kExpaArgumentError;
+    return {};
+  }
+  try {
+    return operation();
+  } catch (...) {
+    document->last_error = ExpaCodeOfCurrentException();
+  }
+  return {};
+}
+
+void Require(bool condition) {
+  if (!condition) {
+    throw ExpaFailure(kExpaArgumentError);
+  }
+}
+
+TExpaMatrix ToContract(const DrawingMatrix& matrix) {
+  return {matrix.a,
+          matrix.b,
+          matrix.c,
+          matrix.d,
+          matrix.e,
+          matrix.f,
+          IsSkewed(matrix) ? 1 : 0,
+          OrientationOf(matrix)};
+}
+
+// Takes the image when something of it can be drawn.
+bool TakeImage(TExpaContent& content, const DrawnImage& drawn) {
+  TExpaImage& image = content.image.emplace();
+  image.document = content.document;
+  image.image = drawn.image;
+  image.facts = FactsOf(image.image, image.arena);
+  content.state.matrix = ToContract(drawn.matrix);
+  if (image.facts.width == 0 || image.facts.height == 0 ||
+      image.facts.filter == ImageFilter::kUnknown) {
+    return false;
+  }
+  image.prepared =
+      content.document->store.Prepare(image.image, image.facts, content.state.matrix.orientation);
+  return image.prepared.has_value();
+}
+
+}  // namespace
+
+void ExpaInitialize() {}
+
+void ExpaUnInitialize() {}
+
+TExpaDoc* ExpaDocCreateObject() {
+  try {
+    return new TExpaDoc;
+  } catch (...) {
+    last_error_without_document = ExpaCodeOfCurrentException();
+    return nullptr;
+  }
+}
+
+void ExpaDocDestroyObject(TExpaDoc* document) {
+  delete document;
+}
+
+std::int32_t ExpaDocGetLastError(const TExpaDoc* document) {
+  return document != nullptr ? document->last_error : last_error_without_document;
+}
+
+int ExpaDocOpenW(TExpaDoc* document, const std::wstring& path, const std::wstring& password) {
+  return Guarded(document, [&] {
+    document->Close();
+    try {
+      document->Open(path, password);
+    } catch (...) {
+      document->Close();
+      throw;
+    }
+    return 1;
+  });
+}
+
+int ExpaDocClose(TExpaDoc* document) {
+  return Guarded(document, [&] {
+    document->Close();
+    return 1;
+  });
+}
+
+int ExpaDocSetReport(TExpaDoc* document, TExpaReport report, void* handle) {
+  return Guarded(document, [&] {
+    document->report = report;
+    document->report_handle = handle;
+    return 1;
+  });
+}
+
+std::int32_t ExpaDocGetPageCount(const TExpaDoc* document) {
+  return document != nullptr && document->pages != nullptr
+             ? static_cast<std::int32_t>(document->pages->pages().size())
+             : 0;
+}
+
+int ExpaDocSetPageNo(TExpaDoc* document, std::int32_t page_number) {
+  return Guarded(document, [&] {
+    Require(page_number >= 1 && page_number <= ExpaDocGetPageCount(document));
+    TExpaPage& page = document->page.emplace();
+    page.document = document;
+    page.content.document = document;
+    page.content.page_index = static_cast<std::size_t>(page_number) - 1;
+    return 1;
+  });
+}
+
+TExpaPage* ExpaDocGetPage(TExpaDoc* document) {
+  return Guarded(document, [&] {
+    Require(document->page.has_value());
+    return &*document->page;
+  });
+}
+
+TExpaContent* ExpaPageGetContent(TExpaPage* page) {
+  return page != nullptr ? &page->content : nullptr;
+}
+
+int ExpaContentResetContent(TExpaContent* content, int with_forms) {
+  return content == nullptr ? 0 : Guarded(content->document, [&] {
+    TExpaDoc& document = *content->document;
+    content->image.reset();
+    content->walker.emplace(*document.document, *document.pages, *document.layers,
+                            content->page_index, with_forms != 0);
+    return 1;
+  });
+}
+
+int ExpaContentGetNextImage(TExpaContent* content) {
+  return content == nullptr ? 0 : Guarded(content->document, [&] {
+    content->image.reset();
+    Require(content->walker.has_value());
+    while (const DrawnImage* drawn = content->walker->Next()) {
+      if (TakeImage(*content, *drawn)) {
+        return 1;
+      }
+      content->image.reset();
+      content->document->Tell(content->page_index, kExpaImageLost);
+    }
+    return 0;
+  });
+}
+
+TExpaImage* ExpaContentGetImage(TExpaContent* content) {
+  return content != nullptr && content->image ? &*content->image : nullptr;
+}
+
+const TExpaGraphicsState* ExpaContentGetGraphicsState(TExpaContent* content) {
+  return content != nullptr && content->image ? &content->state : nullptr;
+}
+
+const TExpaMatrix* ExpaGSGetCTM(const TExpaGraphicsState* state) {
+  return state != nullptr ? &state->matrix : nullptr;
+}
+
+int ExpaImageChangeOrientation(TExpaImage* image, std::int32_t orientation) {
+  return image == nullptr ? 0 : Guarded(image->document, [&] {
+    Require(orientation >= 1 && orientation <= 8);
+    image->orientation = orientation;
+    return 1;
+  });
+}
+
+int ExpaImageStoreW(TExpaImage* image, const std::wstring& path, std::int32_t format) {
+  return image == nullptr ? 0 : Guarded(image->document, [&] {
+    Require(format == kExpaJpeg);
+    ImageStore& store = image->document->store;
+    if (!image->prepared || image->prepared->orientation != image->orientation) {
+      image->prepared = store.Prepare(image->image, image->facts, image->orientation);
+    }
+    if (!image->prepared) {
+      throw ExpaFailure(kExpaImageError);
+    }
+    const auto outcome = store.Store(*image->prepared, WideToPath(path));
+    if (outcome == ImageStore::Outcome::kPartial) {
+      image->document->Tell(image->document->page->content.page_index, kExpaImagePartial);
+    }
+    return 1;
+  });
+}
+
+}  // namespace TarnixTools::engines

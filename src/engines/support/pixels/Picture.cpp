@@ -1,0 +1,338 @@
+#include "engines/support/pixels/Picture.h"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "engines/support/pixels/ColorSpace.h"
+#include "engines/support/pixels/JpegReader.h"
+#include "engines/support/pixels/PdfiumPicture.h"
+#include "engines/support/pixels/PixelLimits.h"
+#include "engines/support/pixels/RowConverter.h"
+#include "pdf/Error.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+// Samples that no image filter is left on.
+class SampleRows : public RowSource {
+ public:
+  SampleRows(RowConverter converter, std::uint32_t width, std::uint32_t height, std::string samples)
+      : RowSource(width, height, converter.layout()),
+        converter_(std::move(converter)),
+        samples_(std::move(samples)) {}
+
+  bool ReadRow(std::uint8_t* row) override {
+    const std::size_t size = converter_.packed_bytes();
+    const std::size_t left = samples_.size() - std::min(samples_.size(), next_);
+    if (left < size) {
+      return ReadRest(row, left);
+    }
+    converter_.Convert(Bytes(next_), row);
+    next_ += size;
+    return true;
+  }
+
+ private:
+  const std::uint8_t* Bytes(std::size_t at) const {
+    return reinterpret_cast<const std::uint8_t*>(samples_.data()) + at;
+  }
+
+  // A row of which only the start is there.
+  bool ReadRest(std::uint8_t* row, std::size_t left) {
+    std::memset(row, 0xFF, row_bytes());
+    if (left == 0) {
+      return false;
+    }
+    std::vector<std::uint8_t> packed(converter_.packed_bytes());
+    std::copy_n(Bytes(next_), left, packed.begin());
+    std::vector<std::uint8_t> pixels(row_bytes());
+    converter_.Convert(packed.data(), pixels.data());
+    const std::size_t there =
+        row_bytes() * left / packed.size() / BytesPerPixel(layout()) * BytesPerPixel(layout());
+    std::copy_n(pixels.begin(), there, row);
+    next_ = samples_.size();
+    return false;
+  }
+
+  RowConverter converter_;
+  std::string samples_;
+  std::size_t next_ = 0;
+};
+
+class JpegRows : public RowSource {
+ public:
+  JpegRows(RowConverter converter, std::unique_ptr<JpegReader> reader,
+           std::unique_ptr<const std::string> encoded)
+      : RowSource(reader->width(), reader->height(), converter.layout()),
+        converter_(std::move(converter)),
+        encoded_(std::move(encoded)),
+        reader_(std::move(reader)),
+        samples_(converter_.packed_bytes()) {}
+
+  bool ReadRow(std::uint8_t* row) override {
+    if (!reader_->ReadRow(samples_.data())) {
+      std::memset(row, 0xFF, row_bytes());
+      return false;
+    }
+    converter_.Convert(samples_.data(), row);
+    return true;
+  }
+
+ private:
+  RowConverter converter_;
+  std::unique_ptr<const std::string> encoded_;  // outlives the reader
+  std::unique_ptr<JpegReader> reader_;
+  std::vector<std::uint8_t> samples_;
+};
+
+// A picture through a mask, on white. Masks may have a size of their own.
+class MaskedRows : public RowSource {
+ public:
+  // inverted: the mask's white is what is left out.
+  MaskedRows(RowSourcePtr picture, RowSourcePtr mask, bool inverted)
+      : RowSource(picture->width(), picture->height(), picture->layout()),
+        picture_(std::move(picture)),
+        mask_(std::move(mask)),
+        inverted_(inverted),
+        mask_row_(mask_->row_bytes()),
+        alpha_(width()) {}
+
+  bool ReadRow(std::uint8_t* row) override {
+    const bool is_there = picture_->ReadRow(row);
+    ReadAlpha();
+    const std::size_t bytes = BytesPerPixel(layout());
+    for (std::size_t x = 0; x < width(); ++x) {
+      const unsigned alpha = alpha_[x];
+      for (std::size_t c = 0; c < bytes; ++c) {
+        std::uint8_t& value = row[bytes * x + c];
+        value = static_cast<std::uint8_t>((value * alpha + 255 * (255 - alpha) + 127) / 255);
+      }
+    }
+    ++next_;
+    return is_there;
+  }
+
+ private:
+  // The nearest sample of the mask for each pixel.
+  void ReadAlpha() {
+    const std::uint64_t wanted = (2 * static_cast<std::uint64_t>(next_) + 1) * mask_->height() /
+                                 (2 * std::uint64_t{height()});
+    bool is_new = false;
+    while (mask_rows_read_ <= wanted && mask_rows_read_ < mask_->height()) {
+      mask_->ReadRow(mask_row_.data());
+      ++mask_rows_read_;
+      is_new = true;
+    }
+    const std::size_t bytes = BytesPerPixel(mask_->layout());
+    for (std::size_t x = 0; is_new && x < width(); ++x) {
+      const std::size_t at =
+          (2 * static_cast<std::uint64_t>(x) + 1) * mask_->width() / (2 * std::uint64_t{width()});
+      const std::uint8_t value = mask_row_[at * bytes];
+      alpha_[x] = inverted_ ? static_cast<std::uint8_t>(255 - value) : value;
+    }
+  }
+
+  RowSourcePtr picture_;
+  RowSourcePtr mask_;
+  bool inverted_;
+  std::vector<std::uint8_t> mask_row_;
+  std::vector<std::uint8_t> alpha_;
+  std::uint64_t mask_rows_read_ = 0;
+  std::uint32_t next_ = 0;
+};
+
+class TurnedRows : public RowSource {
+ public:
+  TurnedRows(RowSource& picture, int orientation)
+      : RowSource(orientation > 4 ? picture.height() : picture.width(),
+                  orientation > 4 ? picture.width() : picture.height(), picture.layout()),
+        orientation_(orientation),
+        source_width_(picture.width()),
+        source_height_(picture.height()),
+        pixels_(picture.row_bytes() * picture.height()) {
+    for (std::size_t y = 0; y < source_height_; ++y) {
+      is_complete_ = picture.ReadRow(pixels_.data() + y * picture.row_bytes()) && is_complete_;
+    }
+  }
+
+  bool ReadRow(std::uint8_t* row) override {
+    const std::size_t bytes = BytesPerPixel(layout());
+    for (std::size_t x = 0; x < width(); ++x) {
+      std::memcpy(row + x * bytes, pixels_.data() + SourceOf(x, next_) * bytes, bytes);
+    }
+    ++next_;
+    return is_complete_;
+  }
+
+ private:
+  // Which stored pixel is shown at a place.
+  std::size_t SourceOf(std::size_t x, std::size_t y) const {
+    const std::size_t right = source_width_ - 1;
+    const std::size_t bottom = source_height_ - 1;
+    switch (orientation_) {
+      case 2:
+        return y * source_width_ + (right - x);
+      case 3:
+        return (bottom - y) * source_width_ + (right - x);
+      case 4:
+        return (bottom - y) * source_width_ + x;
+      case 5:
+        return x * source_width_ + y;
+      case 6:
+        return (bottom - x) * source_width_ + y;
+      case 7:
+        return (bottom - x) * source_width_ + (right - y);
+      default:  // 8
+        return x * source_width_ + (right - y);
+    }
+  }
+
+  int orientation_;
+  std::size_t source_width_;
+  std::size_t source_height_;
+  std::vector<std::uint8_t> pixels_;
+  bool is_complete_ = true;
+  std::size_t next_ = 0;
+};
+
+class PictureOpener {
+ public:
+  PictureOpener(const PdfImage& image, const ImageFacts& facts) : image_(image), facts_(facts) {}
+
+  RowSourcePtr Open() {
+    if (facts_.filter == ImageFilter::kNone) {
+      return OpenSamples();
+    }
+    return facts_.filter == ImageFilter::kDct ? OpenJpeg() : OpenOther();
+  }
+
+  // Whether what Open gave is masked already.
+  bool is_masked() const { return is_masked_; }
+
+ private:
+  std::optional<ColorSpace> Space() {
+    if (facts_.is_mask) {
+      return DeviceSpace(1);
+    }
+    return ColorSpaceOf(*image_.document, facts_.color_space, arena_);
+  }
+
+  RowSourcePtr OpenSamples() {
+    const std::optional<ColorSpace> space = Space();
+    if (!space) {
+      return OpenOther();
+    }
+    RowConverter converter(*space, facts_, facts_.bits, facts_.width);
+    const std::uint64_t row = converter.packed_bytes();
+    std::string samples = DecodeToImageFilter(image_, facts_, limits::kMaxSampleBytes);
+    const std::uint64_t height =
+        HeightFor(samples.size() / row + (samples.size() % row != 0 ? 1 : 0));
+    return std::make_unique<SampleRows>(std::move(converter), facts_.width,
+                                        static_cast<std::uint32_t>(height), std::move(samples));
+  }
+
+  // Images may claim a size that their data is far from having.
+  std::uint64_t HeightFor(std::uint64_t rows_with_data) const {
+    const std::uint64_t empty = limits::kMaxPixelsWithoutData / facts_.width;
+    return std::clamp<std::uint64_t>(std::max(rows_with_data, empty), 1, facts_.height);
+  }
+
+  RowSourcePtr OpenJpeg() {
+    auto encoded = std::make_unique<const std::string>(
+        DecodeToImageFilter(image_, facts_, limits::kMaxSampleBytes));
+    const auto transform = static_cast<int>(
+        image_.document->Resolve(facts_.filter_parameters.Get("ColorTransform"), arena_)
+            .IntegerOr(-1));
+    std::unique_ptr<JpegReader> reader = JpegReader::Open(*encoded, transform);
+    if (reader == nullptr) {
+      return nullptr;
+    }
+    std::optional<ColorSpace> space = Space();
+    if (!space && !facts_.color_space.IsNull()) {
+      return OpenOther();
+    }
+    if (!space || space->components != reader->components()) {
+      space = DeviceSpace(reader->components());
+    }
+    RowConverter converter(*std::move(space), facts_, 8, reader->width());
+    return std::make_unique<JpegRows>(std::move(converter), std::move(reader), std::move(encoded));
+  }
+
+  RowSourcePtr OpenOther() {
+    is_masked_ = true;
+    return facts_.filter == ImageFilter::kUnknown ? nullptr
+                                                  : OpenWithPdfium(image_, facts_, IsGray());
+  }
+
+  bool IsGray() {
+    if (facts_.is_mask) {
+      return true;
+    }
+    if (facts_.filter == ImageFilter::kJpx && facts_.color_space.IsNull()) {
+      return false;
+    }
+    const std::optional<ColorSpace> space = Space();
+    return space && space->kind == ColorKind::kGray;
+  }
+
+  const PdfImage& image_;
+  const ImageFacts& facts_;
+  pdf::Arena arena_;
+  bool is_masked_ = false;
+};
+
+RowSourcePtr OpenMask(const PdfImage& image, std::uint32_t number) {
+  pdf::Arena arena;
+  PdfImage mask{.document = image.document, .number = number, .dictionary = {}, .data = {}};
+  mask.dictionary = image.document->Load({.number = number, .generation = 0}, arena);
+  ImageFacts facts = FactsOf(mask, arena);
+  facts.soft_mask = 0;  // masks have none themselves
+  facts.stencil_mask = 0;
+  facts.color_key.clear();
+  if (facts.width == 0 || facts.height == 0) {
+    return nullptr;
+  }
+  try {
+    return PictureOpener(mask, facts).Open();
+  } catch (const pdf::Error& error) {
+    if (error.code() == pdf::ErrorCode::kReadFailed) {
+      throw;
+    }
+    return nullptr;  // a picture without its mask is better than none
+  }
+}
+
+}  // namespace
+
+RowSourcePtr OpenPicture(const PdfImage& image, const ImageFacts& facts) {
+  if (facts.width == 0 || facts.height == 0) {
+    return nullptr;
+  }
+  PictureOpener opener(image, facts);
+  RowSourcePtr picture = opener.Open();
+  const std::uint32_t mask_number = facts.soft_mask != 0 ? facts.soft_mask : facts.stencil_mask;
+  if (picture == nullptr || mask_number == 0 || opener.is_masked()) {
+    return picture;
+  }
+  RowSourcePtr mask = OpenMask(image, mask_number);
+  if (mask == nullptr) {
+    return picture;
+  }
+  return std::make_unique<MaskedRows>(std::move(picture), std::move(mask), facts.soft_mask == 0);
+}
+
+RowSourcePtr MakeUpright(RowSourcePtr picture, int orientation) {
+  if (orientation <= 1 || orientation > 8) {
+    return picture;
+  }
+  if (picture->row_bytes() > limits::kMaxTurnedBytes / picture->height()) {
+    throw pdf::Error(pdf::ErrorCode::kLimitExceeded, "the picture is too large to be turned");
+  }
+  return std::make_unique<TurnedRows>(*picture, orientation);
+}
+
+}  // namespace TarnixTools::engines

@@ -1,0 +1,21 @@
+// Images of documents as pictures: decoded, in sRGB or gray, what is transparent on white.
+#ifndef TARNIX_ENGINES_SUPPORT_PIXELS_PICTURE_H_
+#define TARNIX_ENGINES_SUPPORT_PIXELS_PICTURE_H_
+
+#include "engines/support/pixels/PdfImage.h"
+#include "engines/support/pixels/RowSource.h"
+
+namespace TarnixTools::engines {
+
+// An image mask is the black picture that it paints. Null for an image of which nothing can be
+// read. The image is used until the picture is done. Throws pdf::Error.
+RowSourcePtr OpenPicture(const PdfImage& image, const ImageFacts& facts);
+
+// Turns and mirrors a picture that is stored as an EXIF orientation says (1 to 8), so that it is
+// upright. All of it is held in memory, unless the orientation is 1. Throws
+// pdf::Error(kLimitExceeded) for a picture that is too large for that.
+RowSourcePtr MakeUpright(RowSourcePtr picture, int orientation);
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_SUPPORT_PIXELS_PICTURE_H_

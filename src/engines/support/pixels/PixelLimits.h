@@ -1,0 +1,25 @@
+// Bounds on what an image of a document may make us do.
+#ifndef TARNIX_ENGINES_SUPPORT_PIXELS_PIXELLIMITS_H_
+#define TARNIX_ENGINES_SUPPORT_PIXELS_PIXELLIMITS_H_
+
+#include <cstddef>
+#include <cstdint>
+
+namespace TarnixTools::engines::limits {
+
+// Bytes of an image's decoded samples, and of its encoded data where they have to be held.
+inline constexpr std::size_t kMaxSampleBytes = std::size_t{512} << 20;
+
+// Pixels that an image may have without data for them; of a larger one only the rows that have data
+// come out.
+inline constexpr std::uint64_t kMaxPixelsWithoutData = std::uint64_t{64} << 20;
+
+// Bytes of an image that is turned, as pixels.
+inline constexpr std::size_t kMaxTurnedBytes = std::size_t{512} << 20;
+
+// Bytes at the start of a JPEG file in which its frame header is looked for.
+inline constexpr std::uint64_t kMaxJpegHeader = std::uint64_t{1} << 20;
+
+}  // namespace TarnixTools::engines::limits
+
+#endif  // TARNIX_ENGINES_SUPPORT_PIXELS_PIXELLIMITS_H_
