@@ -4,6 +4,7 @@
 
 #include "Img2PdfTask.h"
 #include "Logger.h"
+#include "Pdf2ImgTask.h"
 #include "PdfCommonUtils.h"
 #include "PdfCompliance.h"
 #include "PdfDecorationTask.h"

@@ -1,0 +1,129 @@
+// Makes images of a document's pages, or takes out the images that they hold.
+//
+//   Pdf2ImgTask task(report);                    // of report.pdf
+//   task.SetOutputPath("/data/out");
+//   task.SetDpi(150);
+//   task.SetPagesToExport({1, 2});
+//   task.Execute();                              // report-page-0001.jpg, report-page-0002.jpg
+//
+//   Pdf2ImgTask extraction(documents, Pdf2ImgExtractImages);
+//   extraction.Execute();                        // img0001.jpg, img0002.jpg, ... beside the first
+//                                                // document
+#ifndef TARNIX_PDF_2_IMG_TASK_H_
+#define TARNIX_PDF_2_IMG_TASK_H_
+
+#include <cstdint>
+#include <list>
+#include <string>
+
+#include "PdfTask.h"
+#include "TarnixExport.h"
+
+namespace TarnixTools {
+
+enum Pdf2ImgMode : std::uint32_t {
+  Pdf2ImgRenderPages = 0,    // one image of each page
+  Pdf2ImgExtractImages = 1,  // every image that is drawn on the pages
+};
+
+// The unit of the size of rendered images.
+enum Pdf2ImgSizeUnits : std::uint32_t {
+  Pdf2ImgPixels = 0,
+  Pdf2ImgPageUnits = 1,  // points, 1/72 inch
+};
+
+class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
+ public:
+  Pdf2ImgTask();
+  explicit Pdf2ImgTask(const PdfDoc& document);
+  explicit Pdf2ImgTask(const std::list<PdfDoc>& documents);
+
+  // Throws as SetMode does.
+  Pdf2ImgTask(const std::list<PdfDoc>& documents, Pdf2ImgMode mode);
+
+  Pdf2ImgTask(const Pdf2ImgTask& other);
+  Pdf2ImgTask(Pdf2ImgTask&& other) noexcept;
+  Pdf2ImgTask& operator=(const Pdf2ImgTask& other);
+  Pdf2ImgTask& operator=(Pdf2ImgTask&& other) noexcept;
+  ~Pdf2ImgTask();
+
+  // Rendering at first. Throws InvalidParameter for a value that is no mode; the old one stays.
+  void SetMode(Pdf2ImgMode mode);
+
+  Pdf2ImgMode GetMode() const { return mode_; }
+
+  // Resolution of rendered images in pixels per inch; 100 at first. Looked at by Execute: from 0.5
+  // to 65535.
+  void SetDpi(float dpi) { dpi_ = dpi; }
+
+  float GetDpi() const { return dpi_; }
+
+  // Rendered images are named [PREFIX-][NAME-]page-NNNN.jpg, with the document's name. There is no
+  // prefix at first, and an empty one is ignored.
+  void SetImgPrefix(const std::string& prefix);
+
+  std::string& GetImgPrefix() { return img_prefix_; }
+
+  // Whether the document's name is part of those names, as it is at first. Without it, documents
+  // overwrite each other's pages.
+  void SetDocNameInImg(bool in_name) { doc_name_in_img_ = in_name; }
+
+  void SetImgSizeUnits(Pdf2ImgSizeUnits units) { img_size_units_ = units; }
+
+  Pdf2ImgSizeUnits GetImgSizeUnits() const { return img_size_units_; }
+
+  // The size of rendered images, into which pages are scaled to fit, their proportions kept;
+  // without it an image has its page's size. Looked at by Execute.
+  void SetOutImgSize(int width, int height);
+
+  // One-based numbers of the pages to render or to look for images on; empty, as at first, means
+  // all. Pages that a document lacks are passed over.
+  void SetPagesToExport(const std::list<int>& pages) { pages_to_export_ = pages; }
+
+  // Writes the images to the output directory, or beside the first document when none was set.
+  // Files appear complete or not at all; those that were written before a failure stay. Pages and
+  // images that could not be read in full are told by GetReport().
+  //
+  // Extracted images are named img0001.jpg, img0002.jpg, ... for each document: those of a second
+  // one replace those of the first. The path of each is also written to std::cout, after
+  // "Generating image: " and without a line end.
+  //
+  // Throws
+  //   InvalidParameter  without a document, or for an output size that is not positive
+  //   PasswordError     for a missing or wrong password (rendering)
+  //   NoPages           for a document without pages (rendering)
+  //   NoImagesFound     for a document without images (extraction)
+  //   InternalError     for a unit that is none
+  //   EngineError       for a document that cannot be read and an image that cannot be written
+  //   std::length_error for the image of page 10,000 and later: names have four digits (rendering)
+  void Execute();
+
+  // The paths of the images that the last Execute has written, in order; one that was written twice
+  // is there twice.
+  const std::list<std::string>& GetImages() const { return images_; }
+
+ private:
+  class Rendering;
+  class Extraction;
+
+  void SetDefaults();
+  void ConvertPages2Img();
+  std::string GetNextImgName(const std::string& doc_name, int page_number) const;
+  bool IsPageExported(int page_number) const;
+  void ExtractImages();
+
+  Pdf2ImgMode mode_{};
+  std::string img_prefix_;
+  bool doc_name_in_img_ = true;
+  std::list<int> pages_to_export_;
+  float dpi_ = 0;
+  Pdf2ImgSizeUnits img_size_units_{};
+  bool out_img_size_set_ = false;
+  std::int32_t out_img_width_ = 0;
+  std::int32_t out_img_height_ = 0;
+  std::list<std::string> images_;
+};
+
+}  // namespace TarnixTools
+
+#endif  // TARNIX_PDF_2_IMG_TASK_H_

@@ -1,0 +1,116 @@
+// Pdf2ImgTask: images that pages hold.
+#include <cstdint>
+#include <iostream>
+#include <string>
+
+#include "Pdf2ImgTask.h"
+#include "PdfException.h"
+#include "PdfReport.h"
+#include "conversions/ParserHandles.h"
+#include "engines/parser/Parser.h"
+#include "foundation/Unicode.h"
+
+namespace TarnixTools {
+namespace {
+
+constexpr std::size_t kImageNumberDigits = 4;
+
+std::string ImageName(int number) {
+  const std::string digits = std::to_string(number);
+  const std::size_t missing =
+      digits.size() < kImageNumberDigits ? kImageNumberDigits - digits.size() : 0;
+  return "img" + std::string(missing, '0') + digits + ".jpg";
+}
+
+void NoteTrouble(void* handle, std::int32_t page_number, engines::TExpaTrouble trouble) {
+  const bool is_lost = trouble == engines::kExpaImageLost;
+  static_cast<PdfReport*>(handle)->Add(
+      {.kind = PdfReportKind::Damage,
+       .outcome = is_lost ? PdfReportOutcome::Dropped : PdfReportOutcome::Kept,
+       .count = 1,
+       .page = page_number,
+       .reason = is_lost ? "nothing of an image can be read"
+                         : "part of an image cannot be read and is white"});
+}
+
+}  // namespace
+
+// The images of one document.
+class Pdf2ImgTask::Extraction {
+ public:
+  Extraction(Pdf2ImgTask& task, const PdfDoc& document)
+      : task_(&task), document_(&document), handle_(engines::ExpaDocCreateObject()) {}
+
+  void Run() {
+    Open();
+    engines::ExpaDocSetReport(handle_.get(), &NoteTrouble, &task_->report_);
+    for (int page_number = 1; page_number <= engines::ExpaDocGetPageCount(handle_.get());
+         ++page_number) {
+      if (task_->IsPageExported(page_number)) {
+        ExtractFromPage(page_number);
+      }
+    }
+    handle_.reset();
+    if (image_count_ == 0) {
+      throw PdfException(PdfExceptionCode::NoImagesFound, 0, "No images found at PDF file [%s]",
+                         document_->GetPath().c_str());
+    }
+  }
+
+ private:
+  void Open() const {
+    if (handle_ == nullptr) {
+      throw PdfException(PdfExceptionCode::EngineError, engines::ExpaDocGetLastError(nullptr),
+                         "Unable to create PDF expa handler");
+    }
+    if (engines::ExpaDocOpenW(handle_.get(), PathToWide(document_->GetPath()),
+                              Utf8ToWide(document_->GetPassword())) == 0) {
+      throw PdfException(PdfExceptionCode::EngineError, engines::ExpaDocGetLastError(handle_.get()),
+                         "Unable to open PDF file for images extraction");
+    }
+  }
+
+  void ExtractFromPage(int page_number) {
+    engines::ExpaDocSetPageNo(handle_.get(), page_number);
+    engines::TExpaPage* page = engines::ExpaDocGetPage(handle_.get());
+    engines::TExpaContent* content = engines::ExpaPageGetContent(page);
+    engines::ExpaContentResetContent(content, 1);
+    while (engines::ExpaContentGetNextImage(content) != 0) {
+      engines::TExpaImage* image = engines::ExpaContentGetImage(content);
+      const engines::TExpaMatrix* matrix =
+          engines::ExpaGSGetCTM(engines::ExpaContentGetGraphicsState(content));
+      engines::ExpaImageChangeOrientation(image, matrix->orientation);
+      Save(image);
+    }
+  }
+
+  void Save(engines::TExpaImage* image) {
+    if (task_->output_path_.empty()) {
+      task_->output_path_ = document_->GetDocDirectory();
+    }
+    ++image_count_;
+    const std::string name = task_->output_path_ + ImageName(image_count_);
+    std::cout << "Generating image: " << name;
+    if (engines::ExpaImageStoreW(image, PathToWide(name), engines::kExpaJpeg) == 0) {
+      throw PdfException(PdfExceptionCode::EngineError, engines::ExpaDocGetLastError(handle_.get()),
+                         "Unable to save img from PDF [%s] into [%s]", document_->GetPath().c_str(),
+                         name.c_str());
+    }
+    task_->images_.push_back(name);
+  }
+
+  Pdf2ImgTask* task_;
+  const PdfDoc* document_;
+  ExpaDocPtr handle_;
+  int image_count_ = 0;
+};
+
+void Pdf2ImgTask::ExtractImages() {
+  const ParserSession session;
+  for (const PdfDoc& document : documents_) {
+    const PdfDoc copy(document);
+    Extraction(*this, copy).Run();
+  }
+}
+
+}  // namespace TarnixTools

@@ -1,0 +1,340 @@
+#include <iostream>
+#include <sstream>
+#include <stdexcept>
+
+#include "Pdf2ImgTask.h"
+#include "support/DocumentTest.h"
+#include "support/JpegImage.h"
+
+namespace TarnixTools {
+namespace {
+
+using testing::Backslashes;
+using ::testing::ElementsAre;
+using testing::Failure;
+using testing::FailureOf;
+using testing::ReadJpeg;
+using testing::TestPdf;
+
+// What is written to std::cout meanwhile.
+class CapturedOutput {
+ public:
+  CapturedOutput() : before_(std::cout.rdbuf(text_.rdbuf())) {}
+
+  ~CapturedOutput() { std::cout.rdbuf(before_); }
+
+  std::string Text() const { return text_.str(); }
+
+ private:
+  std::ostringstream text_;
+  std::streambuf* before_;
+};
+
+class Pdf2ImgTaskTest : public testing::DocumentTest {
+ protected:
+  Pdf2ImgTaskTest() { directory_.MakeDir("out"); }
+
+  Pdf2ImgTask TaskFor(const std::string& name, Pdf2ImgMode mode = Pdf2ImgRenderPages) const {
+    Pdf2ImgTask task({Doc(name)}, mode);
+    task.SetOutputPath(Path("out"));
+    return task;
+  }
+
+  // A page that draws so many small gray images.
+  std::string MakeWithImages(const std::string& name, int count) const {
+    std::string content;
+    for (int i = 0; i < count; ++i) {
+      content += "BI /W 8 /H 8 /BPC 1 /CS /G /F /AHx ID 00FF00FF00FF00FF> EI ";
+    }
+    return TestPdf().Page().Content(content).Page().Content(content).Write(Path(name));
+  }
+
+  std::vector<std::string> Outputs() const { return directory_.Names("out"); }
+};
+
+TEST_F(Pdf2ImgTaskTest, HasDefaults) {
+  Pdf2ImgTask task;
+  EXPECT_EQ(task.GetMode(), Pdf2ImgRenderPages);
+  EXPECT_EQ(task.GetDpi(), 100.0F);
+  EXPECT_EQ(task.GetImgPrefix(), "");
+  EXPECT_EQ(task.GetImgSizeUnits(), Pdf2ImgPixels);
+  EXPECT_EQ(task.GetOutputPath(), "");
+  EXPECT_EQ(task.GetPdfDocsNum(), 0);
+}
+
+TEST_F(Pdf2ImgTaskTest, RefusesUnknownModes) {
+  const Failure refused(PdfExceptionCode::InvalidParameter,
+                        "Invalid pdf2img mode [2] (expected [0] or [1])");
+  Pdf2ImgTask task;
+  task.SetMode(Pdf2ImgExtractImages);
+  EXPECT_EQ(FailureOf([&] { task.SetMode(static_cast<Pdf2ImgMode>(2)); }), refused);
+  EXPECT_EQ(task.GetMode(), Pdf2ImgExtractImages);
+  EXPECT_EQ(FailureOf([] { Pdf2ImgTask(std::list<PdfDoc>(), static_cast<Pdf2ImgMode>(2)); }),
+            refused);
+}
+
+TEST_F(Pdf2ImgTaskTest, KeepsItsOptionsWhenCopiedAndMoved) {
+  Pdf2ImgTask task;
+  task.SetDpi(33);
+  task.SetImgPrefix("scan");
+  task.SetImgPrefix("");  // ignored
+  const Pdf2ImgTask copy(task);
+  EXPECT_EQ(copy.GetDpi(), 33.0F);
+  Pdf2ImgTask moved(std::move(task));
+  EXPECT_EQ(moved.GetImgPrefix(), "scan");
+}
+
+TEST_F(Pdf2ImgTaskTest, NeedsADocument) {
+  EXPECT_EQ(FailureOf([] { Pdf2ImgTask().Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter, "None file defined at task"));
+}
+
+TEST_F(Pdf2ImgTaskTest, DrawsEveryPage) {
+  MakePdf("report.pdf", 3);
+  Pdf2ImgTask task = TaskFor("report.pdf");
+  task.SetDpi(36);
+  task.Execute();
+  EXPECT_THAT(Outputs(),
+              ElementsAre("report-page-0001.jpg", "report-page-0002.jpg", "report-page-0003.jpg"));
+  EXPECT_THAT(task.GetImages(), ElementsAre(Backslashes(Path("out")) + "\\\\report-page-0001.jpg",
+                                            Backslashes(Path("out")) + "\\\\report-page-0002.jpg",
+                                            Backslashes(Path("out")) + "\\\\report-page-0003.jpg"));
+  const auto image = ReadJpeg(Path("out/report-page-0002.jpg"));
+  EXPECT_EQ(image.width, 306);
+  EXPECT_EQ(image.density_x, 36);
+  EXPECT_TRUE(task.GetReport().GetEntries().empty());
+}
+
+TEST_F(Pdf2ImgTaskTest, NamesImages) {
+  MakePdf("a.b.pdf", 1);
+  Pdf2ImgTask task = TaskFor("a.b.pdf");
+  task.SetDpi(9);
+  task.SetImgPrefix("scan");
+  task.Execute();
+  task.SetDocNameInImg(false);
+  task.Execute();
+  Pdf2ImgTask plain = TaskFor("a.b.pdf");
+  plain.SetDpi(9);
+  plain.SetDocNameInImg(false);
+  plain.Execute();
+  EXPECT_THAT(Outputs(),
+              ElementsAre("page-0001.jpg", "scan-a.b-page-0001.jpg", "scan-page-0001.jpg"));
+}
+
+TEST_F(Pdf2ImgTaskTest, PassesOverPagesThatADocumentLacks) {
+  MakePdf("report.pdf", 3);
+  Pdf2ImgTask task = TaskFor("report.pdf");
+  task.SetDpi(9);
+  task.SetPagesToExport({2, 50, -1});
+  task.Execute();
+  EXPECT_THAT(Outputs(), ElementsAre("report-page-0002.jpg"));
+}
+
+TEST_F(Pdf2ImgTaskTest, WritesBesideTheFirstDocumentWithoutAnOutputPath) {
+  directory_.MakeDir("first");
+  directory_.MakeDir("second");
+  MakePdf("first/a.pdf", 1);
+  MakePdf("second/b.pdf", 1);
+  Pdf2ImgTask task({Doc("first/a.pdf"), Doc("second/b.pdf")});
+  task.SetDpi(9);
+  task.Execute();
+  EXPECT_EQ(task.GetOutputPath(), Backslashes(Path("first")) + "\\");
+  EXPECT_THAT(directory_.Names("first"),
+              ElementsAre("a-page-0001.jpg", "a.pdf", "b-page-0001.jpg"));
+}
+
+TEST_F(Pdf2ImgTaskTest, LetsDocumentsWithTheSameNamesOverwriteEachOther) {
+  MakePdf("a.pdf", 2);
+  TestPdf().Page().Size(72, 72).Write(Path("b.pdf"));
+  Pdf2ImgTask task({Doc("a.pdf"), Doc("b.pdf")});
+  task.SetOutputPath(Path("out"));
+  task.SetDpi(72);
+  task.SetDocNameInImg(false);
+  task.Execute();
+  EXPECT_THAT(Outputs(), ElementsAre("page-0001.jpg", "page-0002.jpg"));
+  EXPECT_EQ(ReadJpeg(Path("out/page-0001.jpg")).width, 72);
+  EXPECT_EQ(task.GetImages().size(), 3U);
+}
+
+TEST_F(Pdf2ImgTaskTest, ScalesPagesIntoTheGivenSize) {
+  MakePdf("a.pdf", 1);
+  Pdf2ImgTask task = TaskFor("a.pdf");
+  task.SetOutImgSize(200, 100);
+  task.Execute();
+  EXPECT_EQ(ReadJpeg(Path("out/a-page-0001.jpg")).width, 200);
+  task.SetImgSizeUnits(Pdf2ImgPageUnits);
+  task.SetDpi(36);
+  task.Execute();
+  EXPECT_EQ(ReadJpeg(Path("out/a-page-0001.jpg")).width, 100);
+  EXPECT_EQ(ReadJpeg(Path("out/a-page-0001.jpg")).height, 50);
+}
+
+TEST_F(Pdf2ImgTaskTest, RefusesSizesWhenItExecutes) {
+  MakePdf("a.pdf", 1);
+  Pdf2ImgTask task = TaskFor("a.pdf");
+  task.SetOutImgSize(0, 600);
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter, "Invalid img dimensions [0 x 600]"));
+  task.SetOutImgSize(10, -1);
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter, "Invalid img dimensions [10 x -1]"));
+  task.SetOutImgSize(10, 10);
+  task.SetImgSizeUnits(static_cast<Pdf2ImgSizeUnits>(7));
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InternalError, "Invalid img size units [7]"));
+  EXPECT_THAT(Outputs(), ElementsAre());
+}
+
+TEST_F(Pdf2ImgTaskTest, TellsAWrongPassword) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  MakePdf("plain.pdf", 1);
+  testing::EncryptWithQpdf(Path("plain.pdf"), Path("secret.pdf"), "pw", "owner");
+  Pdf2ImgTask task({Doc("secret.pdf", "wrong")});
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::PasswordError, "Invalid password [wrong] for PDF file [" +
+                                                         Backslashes(Path("secret.pdf")) + "]"));
+  task.SetMode(Pdf2ImgExtractImages);
+  EXPECT_EQ(
+      FailureOf([&] { task.Execute(); }),
+      Failure(PdfExceptionCode::EngineError, "Unable to open PDF file for images extraction", 17));
+  Pdf2ImgTask right({Doc("secret.pdf", "pw")});
+  right.SetDpi(9);
+  right.Execute();
+  EXPECT_EQ(right.GetImages().size(), 1U);
+}
+
+TEST_F(Pdf2ImgTaskTest, TellsWhatCannotBeOpened) {
+  testing::WriteBytes(Path("text.pdf"), "no document");
+  EXPECT_EQ(FailureOf([&] { TaskFor("text.pdf").Execute(); }),
+            Failure(PdfExceptionCode::EngineError,
+                    "Unable to open PDF file [" + Backslashes(Path("text.pdf")) +
+                        "] (error [0x80410111])",
+                    static_cast<std::int32_t>(0x80410111)));
+}
+
+TEST_F(Pdf2ImgTaskTest, NeedsPages) {
+  TestPdf().Write(Path("empty.pdf"));
+  EXPECT_EQ(FailureOf([&] { TaskFor("empty.pdf").Execute(); }),
+            Failure(PdfExceptionCode::NoPages, "None page found at PDF"));
+}
+
+TEST_F(Pdf2ImgTaskTest, TellsWhereAnImageCannotBeMade) {
+  MakePdf("a.pdf", 1);
+  Pdf2ImgTask task = TaskFor("a.pdf");
+  task.SetOutputPath(Path("missing"));
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::EngineError,
+                    "Unable to create image at path [" + Backslashes(Path("missing")) +
+                        "\\\\a-page-0001.jpg] object. Error: [0x80410130]",
+                    static_cast<std::int32_t>(0x80410130)));
+}
+
+TEST_F(Pdf2ImgTaskTest, RefusesAResolutionThatIsNone) {
+  MakePdf("a.pdf", 1);
+  for (const float dpi : {0.0F, -5.0F, 1e30F}) {
+    Pdf2ImgTask task = TaskFor("a.pdf");
+    task.SetDpi(dpi);
+    EXPECT_EQ(FailureOf([&] { task.Execute(); }).code, PdfExceptionCode::EngineError) << dpi;
+  }
+  EXPECT_THAT(Outputs(), ElementsAre());
+}
+
+TEST_F(Pdf2ImgTaskTest, ReportsPagesThatAreTooLargeAndGoesOn) {
+  TestPdf().Page().Size(14400, 14400).Page().Size(72, 72).Write(Path("a.pdf"));
+  Pdf2ImgTask task = TaskFor("a.pdf");
+  task.SetDpi(400);
+  task.Execute();
+  EXPECT_THAT(Outputs(), ElementsAre("a-page-0002.jpg"));
+  EXPECT_EQ(task.GetImages().size(), 1U);
+  EXPECT_THAT(task.GetReport().GetEntries(),
+              ElementsAre(PdfReportEntry{.kind = PdfReportKind::Damage,
+                                         .outcome = PdfReportOutcome::Dropped,
+                                         .count = 1,
+                                         .page = 1,
+                                         .reason = "a page cannot be drawn (error 0x80410121)"}));
+}
+
+TEST_F(Pdf2ImgTaskTest, HasNamesForFewerThanTenThousandPages) {
+  TestPdf().Pages(10'000, "").Write(Path("long.pdf"));
+  Pdf2ImgTask task = TaskFor("long.pdf");
+  task.SetDpi(1);
+  task.SetPagesToExport({9'999, 10'000});
+  EXPECT_THROW(task.Execute(), std::length_error);
+  EXPECT_THAT(Outputs(), ElementsAre("long-page-9999.jpg"));
+}
+
+TEST_F(Pdf2ImgTaskTest, ExtractsImages) {
+  MakeWithImages("a.pdf", 2);
+  Pdf2ImgTask task = TaskFor("a.pdf", Pdf2ImgExtractImages);
+  task.SetImgPrefix("ignored");
+  const CapturedOutput output;
+  task.Execute();
+  EXPECT_THAT(Outputs(), ElementsAre("img0001.jpg", "img0002.jpg", "img0003.jpg", "img0004.jpg"));
+  std::string expected;
+  for (int i = 1; i <= 4; ++i) {
+    expected +=
+        "Generating image: " + Backslashes(Path("out")) + "\\img000" + std::to_string(i) + ".jpg";
+  }
+  EXPECT_EQ(output.Text(), expected);
+  EXPECT_EQ(task.GetImages().size(), 4U);
+  EXPECT_EQ(ReadJpeg(Path("out/img0001.jpg")).width, 8);
+}
+
+TEST_F(Pdf2ImgTaskTest, ExtractsFromTheExportedPagesOnly) {
+  MakeWithImages("a.pdf", 2);
+  Pdf2ImgTask task = TaskFor("a.pdf", Pdf2ImgExtractImages);
+  task.SetPagesToExport({2, 7});
+  const CapturedOutput output;
+  task.Execute();
+  EXPECT_THAT(Outputs(), ElementsAre("img0001.jpg", "img0002.jpg"));
+}
+
+TEST_F(Pdf2ImgTaskTest, StopsAtTheFirstDocumentWithoutImages) {
+  MakeWithImages("a.pdf", 1);
+  MakePdf("b.pdf", 1);
+  MakeWithImages("c.pdf", 5);
+  Pdf2ImgTask task({Doc("a.pdf"), Doc("b.pdf"), Doc("c.pdf")}, Pdf2ImgExtractImages);
+  task.SetOutputPath(Path("out"));
+  const CapturedOutput output;
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::NoImagesFound,
+                    "No images found at PDF file [" + Backslashes(Path("b.pdf")) + "]"));
+  EXPECT_THAT(Outputs(), ElementsAre("img0001.jpg", "img0002.jpg"));
+}
+
+TEST_F(Pdf2ImgTaskTest, ExtractsBesideTheFirstDocumentWithoutAnOutputPath) {
+  directory_.MakeDir("first");
+  MakeWithImages("first/a.pdf", 1);
+  MakeWithImages("b.pdf", 2);
+  Pdf2ImgTask task({Doc("first/a.pdf"), Doc("b.pdf")}, Pdf2ImgExtractImages);
+  const CapturedOutput output;
+  task.Execute();
+  EXPECT_EQ(task.GetOutputPath(), Backslashes(Path("first")) + "\\");
+  EXPECT_THAT(directory_.Names("first"),  // each document starts anew
+              ElementsAre("a.pdf", "img0001.jpg", "img0002.jpg", "img0003.jpg", "img0004.jpg"));
+}
+
+TEST_F(Pdf2ImgTaskTest, TellsWhereAnImageCannotBeSaved) {
+  MakeWithImages("a.pdf", 1);
+  Pdf2ImgTask task = TaskFor("a.pdf", Pdf2ImgExtractImages);
+  task.SetOutputPath(Path("missing"));
+  const CapturedOutput output;
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::EngineError,
+                    "Unable to save img from PDF [" + Backslashes(Path("a.pdf")) + "] into [" +
+                        Backslashes(Path("missing")) + "\\img0001.jpg]",
+                    10));
+}
+
+TEST_F(Pdf2ImgTaskTest, ReportsImagesThatAreNotAllThere) {
+  TestPdf().Page().Content("BI /W 8 /H 8 /BPC 8 /CS /G /F /AHx ID 0000> EI").Write(Path("a.pdf"));
+  Pdf2ImgTask task = TaskFor("a.pdf", Pdf2ImgExtractImages);
+  const CapturedOutput output;
+  task.Execute();
+  ASSERT_EQ(task.GetReport().GetEntries().size(), 1U);
+  EXPECT_EQ(task.GetReport().GetEntries()[0].reason,
+            "part of an image cannot be read and is white");
+}
+
+}  // namespace
+}  // namespace TarnixTools

@@ -1,0 +1,78 @@
+#include "support/JpegImage.h"
+#include "tools/CliTest.h"
+
+namespace TarnixTools::testing {
+namespace {
+
+class Pdf2ImgCommand : public CliTest {
+ protected:
+  Pdf2ImgCommand() { WritePdf("book.pdf", 3); }
+
+  // A document with one image on each of two pages.
+  void WriteImages(const std::string& name) const {
+    const std::string content = "BI /W 8 /H 8 /BPC 1 /CS /G /F /AHx ID 00FF00FF00FF00FF> EI ";
+    TestPdf().Page().Content(content).Page().Content(content).Write(Path(name));
+  }
+};
+
+TEST_F(Pdf2ImgCommand, DrawsPagesBesideTheInput) {
+  EXPECT_EQ(Run({"pdf2img", "--dpi", "9.5", "book.pdf"}).out,
+            "book-page-0001.jpg\nbook-page-0002.jpg\nbook-page-0003.jpg\n");
+}
+
+TEST_F(Pdf2ImgCommand, PutsOneSeparatorBetweenDirectoryAndName) {
+  EXPECT_EQ(Run({"pdf2img", "--dpi", "9", "--pages", "1", "./book.pdf"}).out,
+            "./book-page-0001.jpg\n");
+}
+
+TEST_F(Pdf2ImgCommand, TakesItsOptions) {
+  const Json json = RunJson({"pdf2img", "-o", "out", "--pages", "2-7", "--size", "50x60", "--units",
+                             "page", "--dpi", "144", "--prefix", "p", "--no-doc-name", "book.pdf"});
+  EXPECT_EQ(json["outputs"], Json({"out/p-page-0002.jpg", "out/p-page-0003.jpg"}));
+  const JpegImage image = ReadJpeg(Path("out/p-page-0003.jpg"));
+  EXPECT_EQ(image.width, 100);
+  EXPECT_EQ(image.height, 120);
+}
+
+TEST_F(Pdf2ImgCommand, NamesEachOutputOnce) {
+  WritePdf("other.pdf", 1);
+  EXPECT_EQ(Run({"pdf2img", "-o", "out", "--dpi", "9", "--pages", "1", "--no-doc-name", "book.pdf",
+                 "other.pdf"})
+                .out,
+            "out/page-0001.jpg\n");
+}
+
+TEST_F(Pdf2ImgCommand, RefusesWrongUsage) {
+  const std::string command = "tarnix pdf2img";
+  for (const std::string dpi : {"0", "-3", "nan", "inf", "1e9", "x", ""}) {
+    ExpectUsageError(Run({"pdf2img", "--dpi=" + dpi, "book.pdf"}),
+                     "--dpi: '" + dpi + "' is not a number from 0.5 to 65535", command);
+  }
+  for (const std::string size : {"5", "5x", "x5", "5x5x5", "ax5"}) {
+    ExpectUsageError(Run({"pdf2img", "--size", size, "book.pdf"}),
+                     "--size: '" + size + "' is not a size such as 800x600", command);
+  }
+  for (const std::string pages : {"0", "1,,2", "a", "1-", "-2"}) {
+    ExpectUsageError(Run({"pdf2img", "--pages=" + pages, "book.pdf"}),
+                     "--pages: '" + pages + "' is not a list of pages and ranges such as 1-3,5",
+                     command);
+  }
+}
+
+TEST_F(Pdf2ImgCommand, TellsAFailureOfTheTask) {
+  const RunResult result = Run({"pdf2img", "--size", "0x5", "book.pdf"});
+  ExpectFailure(result, 14, "InvalidParameter: Invalid img dimensions [0 x 5]");
+}
+
+TEST_F(Pdf2ImgCommand, ExtractsImagesAndPrintsTheirNamesOnly) {
+  WriteImages("scan.pdf");
+  EXPECT_EQ(Run({"extract-images", "-o", "out", "scan.pdf"}).out,
+            "out/img0001.jpg\nout/img0002.jpg\n");
+  EXPECT_EQ(RunJson({"extract-images", "-o", "out", "--pages", "2", "scan.pdf"})["outputs"],
+            Json::array({"out/img0001.jpg"}));
+  ExpectFailure(Run({"extract-images", "book.pdf"}), 18,
+                "NoImagesFound: No images found at PDF file [book.pdf]");
+}
+
+}  // namespace
+}  // namespace TarnixTools::testing

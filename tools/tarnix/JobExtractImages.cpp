@@ -1,0 +1,74 @@
+#include <iostream>
+#include <set>
+#include <streambuf>
+#include <string>
+
+#include "Job.h"
+#include "JobContext.h"
+#include "PageList.h"
+#include "Pdf2ImgTask.h"
+
+namespace TarnixTools::cli {
+namespace {
+
+constexpr OptionRow kOptions[] = {
+    {.name = "pages",
+     .kind = ValueKind::Text,
+     .argument = "PATTERN",
+     .help = "pages and ranges of pages to look at, as in 1,3-5,10 (default: all)"},
+};
+
+// Standard output is for the names alone: what the library writes there goes nowhere.
+class SilentOutput : public std::streambuf {
+ public:
+  SilentOutput() : before_(std::cout.rdbuf(this)) {}
+
+  ~SilentOutput() override { std::cout.rdbuf(before_); }
+
+  SilentOutput(const SilentOutput&) = delete;
+  SilentOutput& operator=(const SilentOutput&) = delete;
+
+ protected:
+  int_type overflow(int_type character) override { return traits_type::not_eof(character); }
+
+  std::streamsize xsputn(const char* /*text*/, std::streamsize count) override { return count; }
+
+ private:
+  std::streambuf* before_;
+};
+
+JobResult ExtractImages(JobContext& context) {
+  Pdf2ImgTask task;
+  task.SetMode(Pdf2ImgExtractImages);
+  task.SetPagesToExport(
+      ParsePageList("pages", context.Options().Text("pages"), context.Documents()));
+  context.AddDocuments(task);
+  context.SetOutput(task);
+  {
+    const SilentOutput silent;
+    task.Execute();
+  }
+  JobResult result{.report = task.GetReport()};
+  std::set<std::string> seen;  // those of a second document replace those of the first
+  for (const std::string& image : task.GetImages()) {
+    if (seen.insert(image).second) {
+      result.outputs.push_back(image);
+    }
+  }
+  return result;
+}
+
+const JobRegistration kRegistration({
+    .name = "extract-images",
+    .summary = "take out the images on the pages",
+    .description = "Writes every image that is drawn on the pages of the inputs as a JPEG file, "
+                   "img0001.jpg and so on (default directory: the first input's). Each input "
+                   "starts at 1 and replaces images of the one before.",
+    .inputs = {.min = 1},
+    .output = OutputKind::ManyFiles,
+    .options = kOptions,
+    .run = ExtractImages,
+});
+
+}  // namespace
+}  // namespace TarnixTools::cli

@@ -1,0 +1,114 @@
+#include <charconv>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Failure.h"
+#include "Job.h"
+#include "JobContext.h"
+#include "PageList.h"
+#include "Pdf2ImgTask.h"
+
+namespace TarnixTools::cli {
+namespace {
+
+constexpr OptionRow kOptions[] = {
+    {.name = "dpi",
+     .kind = ValueKind::Text,
+     .argument = "F",
+     .help = "resolution in pixels per inch (default: 100)"},
+    {.name = "pages",
+     .kind = ValueKind::Text,
+     .argument = "PATTERN",
+     .help = "pages and ranges of pages, as in 1,3-5,10 (default: all)"},
+    {.name = "size",
+     .kind = ValueKind::Text,
+     .argument = "WxH",
+     .help = "size of the images, into which pages are scaled to fit (default: that of the page)"},
+    {.name = "units",
+     .kind = ValueKind::Choice,
+     .argument = "pixels|page",
+     .help = "unit of --size: pixels (default) or points of 1/72 inch",
+     .needs = "size"},
+    {.name = "no-doc-name", .help = "leave the document's name out of the names of images"},
+};
+
+template <typename Number>
+std::optional<Number> ToNumber(std::string_view text) {
+  Number number{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() && end == text.data() + text.size() ? std::optional(number)
+                                                                  : std::nullopt;
+}
+
+float ParseDpi(const std::string& text) {
+  const std::optional<float> dpi = ToNumber<float>(text);
+  if (!dpi || !(*dpi >= 0.5F && *dpi <= 65535.0F)) {
+    throw UsageError("--dpi: '" + text + "' is not a number from 0.5 to 65535");
+  }
+  return *dpi;
+}
+
+// Whether the numbers make sense is for the task to say.
+void SetSize(Pdf2ImgTask& task, const std::string& text) {
+  const std::size_t times = text.find('x');
+  const auto width = ToNumber<int>(std::string_view(text).substr(0, times));
+  const auto height = times != std::string::npos
+                          ? ToNumber<int>(std::string_view(text).substr(times + 1))
+                          : std::nullopt;
+  if (!width || !height) {
+    throw UsageError("--size: '" + text + "' is not a size such as 800x600");
+  }
+  task.SetOutImgSize(*width, *height);
+}
+
+// The library puts a separator of its own after the directory's.
+std::string WithoutDoubleSeparator(std::string path) {
+  const std::size_t at = path.find("\\\\", 1);
+  return at != std::string::npos ? path.erase(at, 1) : path;
+}
+
+JobResult Pdf2Img(JobContext& context) {
+  const OptionValues& options = context.Options();
+  Pdf2ImgTask task;
+  if (options.Has("dpi")) {
+    task.SetDpi(ParseDpi(options.Text("dpi")));
+  }
+  if (options.Has("size")) {
+    SetSize(task, options.Text("size"));
+  }
+  task.SetImgSizeUnits(options.Text("units", "pixels") == "page" ? Pdf2ImgPageUnits
+                                                                 : Pdf2ImgPixels);
+  task.SetDocNameInImg(!options.Has("no-doc-name"));
+  task.SetImgPrefix(options.Text("prefix"));
+  task.SetPagesToExport(ParsePageList("pages", options.Text("pages"), context.Documents()));
+  context.AddDocuments(task);
+  context.SetOutput(task);
+  task.Execute();
+  JobResult result{.report = task.GetReport()};
+  std::set<std::string> seen;  // documents may overwrite each other's images
+  for (const std::string& image : task.GetImages()) {
+    if (seen.insert(image).second) {
+      result.outputs.push_back(WithoutDoubleSeparator(image));
+    }
+  }
+  return result;
+}
+
+const JobRegistration kRegistration({
+    .name = "pdf2img",
+    .summary = "make images of pages",
+    .description =
+        "Draws every page of the inputs as a JPEG file, NAME-page-0001.jpg and so on, "
+        "with --prefix PREFIX-NAME-page-0001.jpg (default directory: the first input's).",
+    .inputs = {.min = 1},
+    .output = OutputKind::ManyFiles,
+    .has_prefix = true,
+    .options = kOptions,
+    .run = Pdf2Img,
+});
+
+}  // namespace
+}  // namespace TarnixTools::cli
