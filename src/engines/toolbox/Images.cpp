@@ -45,7 +45,8 @@ int PdfContentGeneratorPaintImage(TPdfContentGenerator* generator, TPdfImage* im
         height == 0) {
       throw ToolboxException(kArgumentError);
     }
-    const AddedResource resource = image->target->images().ResourceOf(*image->stored, *image->file);
+    const AddedResource resource = image->target->Write(
+        [&] { return image->target->images().ResourceOf(*image->stored, *image->file); });
     generator->used.Add(resource);
     std::string& out = generator->operators;
     out += 'q';

@@ -69,7 +69,7 @@ class BalanceScanner {
     }
   }
 
-  std::vector<std::size_t> surplus_restores;
+  std::vector<std::size_t> restore_positions;
   std::size_t open_saves = 0;
   std::size_t surplus_ends = 0;
   std::size_t open_marks = 0;
@@ -149,8 +149,8 @@ class BalanceScanner {
   void Restore(std::size_t begin) {
     if (open_saves > 0) {
       --open_saves;
-    } else if (surplus_restores.size() < kMaxCounted) {
-      surplus_restores.push_back(begin);
+    } else if (restore_positions.size() < ContentBalance::kMaxRestores) {
+      restore_positions.push_back(begin);
     }
   }
 
@@ -298,10 +298,9 @@ std::string ContentBalance::closing() const {
 }
 
 void ContentBalance::Append(const ContentBalance& next) {
-  const std::size_t restored = std::min(open_saves_, next.surplus_restores_.size());
-  surplus_restores_.insert(surplus_restores_.end(),
-                           next.surplus_restores_.begin() + static_cast<std::ptrdiff_t>(restored),
-                           next.surplus_restores_.end());
+  const std::size_t restored = std::min(open_saves_, next.surplus_restores_);
+  surplus_restores_ += next.surplus_restores_ - restored;
+  restore_positions_.clear();
   open_saves_ = open_saves_ - restored + next.open_saves_;
   const std::size_t ended = std::min(open_marks_, next.surplus_ends_);
   surplus_ends_ += next.surplus_ends_ - ended;
@@ -315,7 +314,8 @@ ContentBalance MeasureBalance(std::string_view content) {
   BalanceScanner scanner(content);
   scanner.Scan();
   ContentBalance balance;
-  balance.surplus_restores_ = std::move(scanner.surplus_restores);
+  balance.restore_positions_ = std::move(scanner.restore_positions);
+  balance.surplus_restores_ = balance.restore_positions_.size();
   balance.open_saves_ = scanner.open_saves;
   balance.surplus_ends_ = scanner.surplus_ends;
   balance.open_marks_ = scanner.open_marks;

@@ -23,13 +23,16 @@ namespace TarnixTools::pdf {
 
 class ContentBalance {
  public:
+  static constexpr std::size_t kMaxRestores = 10'000;
+
   enum class State : std::uint8_t { kAsBefore, kOpen, kClosed };
 
   // How many Q find no state that the content has saved.
-  std::size_t surplus_restores() const { return surplus_restores_.size(); }
+  std::size_t surplus_restores() const { return surplus_restores_; }
 
-  // Where they are, in a content that was measured as one. Readers ignore them.
-  const std::vector<std::size_t>& restore_positions() const { return surplus_restores_; }
+  // Where they are, in a content that was measured as one: the first kMaxRestores of them. Readers
+  // ignore them.
+  const std::vector<std::size_t>& restore_positions() const { return restore_positions_; }
 
   std::size_t open_saves() const { return open_saves_; }
 
@@ -40,13 +43,14 @@ class ContentBalance {
   // nothing is.
   std::string closing() const;
 
-  // Goes on with content that follows. Positions are then those of neither.
+  // Goes on with content that follows. There are no positions then.
   void Append(const ContentBalance& next);
 
  private:
   friend ContentBalance MeasureBalance(std::string_view content);
 
-  std::vector<std::size_t> surplus_restores_;
+  std::vector<std::size_t> restore_positions_;
+  std::size_t surplus_restores_ = 0;
   std::size_t open_saves_ = 0;
   std::size_t surplus_ends_ = 0;  // EMC without a beginning
   std::size_t open_marks_ = 0;

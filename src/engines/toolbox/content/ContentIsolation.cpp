@@ -12,35 +12,59 @@ namespace {
 
 constexpr std::size_t kMaxContent = std::size_t{256} << 20;
 constexpr std::size_t kMaxKept = 4096;
+constexpr std::size_t kMaxKeptPositions = 200'000;
+// What one copy may decode altogether; sound pages need their own contents once.
+constexpr std::uint64_t kDecodeAllowance = std::uint64_t{512} << 20;
+constexpr std::uint64_t kDecodeRatio = 200;
+constexpr std::uint64_t kBytesPerStream = 8;  // that naming one costs
 
 }  // namespace
+
+ContentIsolation::ContentIsolation(SourceDocument& source, pdf::FileWriter& target)
+    : source_(&source),
+      target_(&target),
+      budget_(kDecodeAllowance + kDecodeRatio * source.document().reader().size()) {}
+
+void ContentIsolation::Spend(std::uint64_t bytes) {
+  if (bytes > budget_) {
+    throw pdf::Error(pdf::ErrorCode::kLimitExceeded, "the contents of pages are too large");
+  }
+  budget_ -= bytes;
+}
 
 // What readers can show of it: nothing of data that cannot be decoded, all before the damage of
 // damaged data.
 std::string ContentIsolation::Decode(std::uint32_t number) {
+  std::string content;
   try {
-    auto decoded = source_->document().DecodeStream(number, kMaxContent);
-    return decoded ? std::move(decoded->data) : std::string();
+    if (auto decoded = source_->document().DecodeStream(number, kMaxContent)) {
+      content = std::move(decoded->data);
+    }
   } catch (const pdf::Error& error) {
-    if (error.code() != pdf::ErrorCode::kFilterFailed &&
-        error.code() != pdf::ErrorCode::kLimitExceeded) {
+    if (error.code() != pdf::ErrorCode::kFilterFailed) {
       throw;
     }
-    return {};
   }
+  Spend(content.size());
+  return content;
 }
 
 const pdf::ContentBalance& ContentIsolation::BalanceOf(std::uint32_t number) {
   if (const auto known = balances_.find(number); known != balances_.end()) {
     return known->second;
   }
-  if (balances_.size() >= kMaxKept) {
+  if (balances_.size() >= kMaxKept || kept_positions_ >= kMaxKeptPositions) {
     balances_.clear();
+    kept_positions_ = 0;
   }
-  return balances_.emplace(number, pdf::MeasureBalance(Decode(number))).first->second;
+  const auto& balance =
+      balances_.emplace(number, pdf::MeasureBalance(Decode(number))).first->second;
+  kept_positions_ += balance.restore_positions().size();
+  return balance;
 }
 
 IsolatedContent ContentIsolation::Isolate(const std::vector<std::uint32_t>& streams) {
+  Spend(streams.size() * kBytesPerStream);
   IsolatedContent isolated;
   pdf::ContentBalance all;
   for (const std::uint32_t number : streams) {
@@ -50,21 +74,24 @@ IsolatedContent ContentIsolation::Isolate(const std::vector<std::uint32_t>& stre
     const pdf::ContentBalance& balance = BalanceOf(number);
     ContentStream stream{number, 0};
     if (balance.surplus_restores() > all.open_saves()) {
-      const std::size_t matched = all.open_saves();
-      std::uint32_t* known = matched == 0 ? &repaired_[number] : nullptr;
-      stream.target_number = known != nullptr ? *known : 0;
-      if (stream.target_number == 0) {
-        stream.target_number = WriteWithout(Decode(number), balance.restore_positions(), matched);
-      }
-      if (known != nullptr) {
-        *known = stream.target_number;
-      }
+      stream.target_number = RepairedStream(number, balance, all.open_saves());
     }
     isolated.streams.push_back(stream);
     all.Append(balance);
   }
   isolated.closing = all.closing();
   return isolated;
+}
+
+// matched: how many of its first restores belong to streams before it.
+std::uint32_t ContentIsolation::RepairedStream(std::uint32_t number,
+                                               const pdf::ContentBalance& balance,
+                                               std::size_t matched) {
+  std::uint32_t& repaired = repaired_[{number, matched}];
+  if (repaired == 0) {
+    repaired = WriteWithout(Decode(number), balance.restore_positions(), matched);
+  }
+  return repaired;
 }
 
 // A token that goes on from one stream to the next.

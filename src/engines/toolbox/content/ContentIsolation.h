@@ -4,8 +4,10 @@
 #define TARNIX_ENGINES_TOOLBOX_CONTENT_CONTENTISOLATION_H_
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "pdf/content/ContentBalance.h"
@@ -29,24 +31,30 @@ struct IsolatedContent {
 class ContentIsolation {
  public:
   // Both outlive this.
-  ContentIsolation(SourceDocument& source, pdf::FileWriter& target)
-      : source_(&source), target_(&target) {}
+  ContentIsolation(SourceDocument& source, pdf::FileWriter& target);
 
   // streams: numbers of a page's content streams in the source. Once a q stands before them, and
-  // the closing and a Q after them, the graphics state is the page's first again.
+  // the closing and a Q after them, the graphics state is the page's first again. Throws
+  // pdf::Error: kLimitExceeded when pages have streams beyond reason.
   IsolatedContent Isolate(const std::vector<std::uint32_t>& streams);
 
  private:
   std::string Decode(std::uint32_t number);
   const pdf::ContentBalance& BalanceOf(std::uint32_t number);
   IsolatedContent IsolateJoined(const std::vector<std::uint32_t>& streams);
+  void Spend(std::uint64_t bytes);
+  std::uint32_t RepairedStream(std::uint32_t number, const pdf::ContentBalance& balance,
+                               std::size_t matched);
   std::uint32_t WriteWithout(std::string content, const std::vector<std::size_t>& restores,
                              std::size_t first);
 
   SourceDocument* source_;
   pdf::FileWriter* target_;
   std::unordered_map<std::uint32_t, pdf::ContentBalance> balances_;  // by number in the source
-  std::unordered_map<std::uint32_t, std::uint32_t> repaired_;        // whole streams, likewise
+  std::size_t kept_positions_ = 0;                                   // in balances_
+  // Streams that replace others, by number in the source and how many restores they keep.
+  std::map<std::pair<std::uint32_t, std::size_t>, std::uint32_t> repaired_;
+  std::uint64_t budget_;  // bytes that may still be decoded
 };
 
 }  // namespace TarnixTools::engines

@@ -87,7 +87,7 @@ AddedResource TargetContent::GraphicsStateOf(double alpha) {
                 "G" + std::to_string(graphics_states_.size() - 1), writer_->Reserve()};
     std::string text = "<</Type/ExtGState/ca";
     AppendOperand(text, alpha, 4);
-    writer_->WriteObject(resource.number, text + ">>");
+    Write([&] { writer_->WriteObject(resource.number, text + ">>"); });
   }
   return resource;
 }
@@ -107,6 +107,9 @@ std::uint32_t TargetContent::StreamOf(const std::string& text) {
 }
 
 void TargetContent::Finish() {
+  if (failure_) {
+    std::rethrow_exception(failure_);
+  }
   for (const EmbeddedFont* font : fonts_) {
     WithLibraries([&] { font->Write(*writer_); });
   }

@@ -4,12 +4,14 @@
 #define TARNIX_ENGINES_TOOLBOX_CONTENT_TARGETCONTENT_H_
 
 #include <cstdint>
+#include <exception>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
+#include <vector>
 
 #include "engines/support/fonts/TextShaper.h"
 #include "engines/toolbox/content/EmbeddedFont.h"
@@ -46,7 +48,19 @@ class TargetContent {
   // The number of a stream with this text; short ones that come again are written once.
   std::uint32_t StreamOf(const std::string& text);
 
-  // Writes what all pages share.
+  // Runs what writes into the document while its pages are painted onto. A failure, which may leave
+  // half an object behind, is kept for Finish.
+  template <typename Operation>
+  auto Write(Operation&& operation) {
+    try {
+      return operation();
+    } catch (...) {
+      failure_ = failure_ ? failure_ : std::current_exception();
+      throw;
+    }
+  }
+
+  // Writes what all pages share. Throws what Write has kept.
   void Finish();
 
  private:
@@ -59,6 +73,7 @@ class TargetContent {
   std::vector<EmbeddedFont*> fonts_;  // in the order of their use
   std::map<double, AddedResource> graphics_states_;
   std::unordered_map<std::string, std::uint32_t> streams_;
+  std::exception_ptr failure_;
 };
 
 }  // namespace TarnixTools::engines

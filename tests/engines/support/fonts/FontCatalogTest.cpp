@@ -3,6 +3,7 @@
 #include "engines/support/fonts/FontCatalog.h"
 #include "engines/support/fonts/FontFace.h"
 #include "engines/support/fonts/FontStyle.h"
+#include "support/TempDir.h"
 
 namespace TarnixTools::engines::fonts {
 namespace {
@@ -101,6 +102,32 @@ TEST_F(Catalog, GivesFacesThatCanBeMeasuredAndCutDown) {
   EXPECT_LT(program.size(), 2000U);
   EXPECT_EQ(program.substr(0, 4), std::string("\0\1\0\0", 4));
   EXPECT_EQ(program, face->Subset({face->GlyphOf(U'A')}));
+}
+
+// The face with other licence bits.
+EmbeddingRight RightWith(int bits) {
+  const InstalledFace& installed = *FontCatalog::Get().Find("Liberation Sans", "");
+  std::string bytes = TarnixTools::testing::ReadBytes(installed.file);
+  const std::size_t entry = bytes.find("OS/2");
+  std::size_t table = 0;
+  for (std::size_t i = 0; i < 4; ++i) {
+    table = table << 8 | static_cast<unsigned char>(bytes[entry + 8 + i]);
+  }
+  bytes[table + 8] = static_cast<char>(bits >> 8);
+  bytes[table + 9] = static_cast<char>(bits);
+  const TarnixTools::testing::TempDir directory;
+  const auto face =
+      FontFace::Load(TarnixTools::testing::WriteBytes(directory.Path("font.ttf"), bytes), 0);
+  return face == nullptr ? EmbeddingRight::kNone : face->embedding_right();
+}
+
+TEST_F(Catalog, HeedsLicences) {
+  EXPECT_EQ(RightWith(0), EmbeddingRight::kSubset);
+  EXPECT_EQ(RightWith(0x0002), EmbeddingRight::kNone);
+  EXPECT_EQ(RightWith(0x0004), EmbeddingRight::kSubset);
+  EXPECT_EQ(RightWith(0x000A), EmbeddingRight::kSubset);  // the bit that allows most counts
+  EXPECT_EQ(RightWith(0x0100), EmbeddingRight::kWholeOnly);
+  EXPECT_EQ(RightWith(0x0200), EmbeddingRight::kNone);
 }
 
 }  // namespace

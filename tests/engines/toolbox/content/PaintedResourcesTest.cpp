@@ -183,6 +183,43 @@ TEST_F(PaintedResources, RefuseWhatIsNoPicture) {
   });
 }
 
+TEST_F(PaintedResources, FailTheDocumentWhenTheyCannotBeWritten) {
+  TestPng png;
+  png.width = 400;
+  png.height = 400;
+  png.color_type = 0;
+  std::uint32_t noise = 1;
+  for (int i = 0; i < 400 * 401; ++i) {
+    noise = noise * 1664525 + 1013904223;
+    png.rows += i % 401 == 0 ? '\0' : static_cast<char>(noise >> 24);
+  }
+  MemoryFile input{TestPdf().Page("x").Bytes()};
+  MemoryFile output;
+  output.room = 100;
+  const TPdfStream input_stream = input.Descriptor();
+  const TPdfStream output_stream = output.Descriptor();
+  TPdfDocument* source = PdfDocumentOpenA(&input_stream, "");
+  TPdfDocument* target = PdfDocumentCreateW(&output_stream, 0, nullptr);
+  TPdfPageList* pages = PdfDocumentGetPages(source);
+  TPdfPage* page = PdfPageListGet(pages, 0);
+  TPdfPage* copy = PdfDocumentCopyPage(target, page, 15);
+  Canvas canvas(target, copy, 0);
+  int painted = 1;
+  for (int i = 0; i < 8 && painted == 1; ++i) {
+    png.rows[1] = static_cast<char>(i);
+    painted = canvas.Image(png.Bytes(), {0, 0, 9, 9});
+  }
+  EXPECT_EQ(painted, 0);
+  EXPECT_EQ(PdfGetLastError(), kWriteError);
+  output.room = 1'000'000'000;
+  PdfClose(copy);
+  PdfClose(page);
+  PdfClose(pages);
+  EXPECT_EQ(PdfClose(source), 1);
+  EXPECT_EQ(PdfClose(target), 0);
+  EXPECT_EQ(PdfGetLastError(), kWriteError);
+}
+
 // Of a document of which some pages are copied, what none of them uses stays behind.
 TEST_F(PaintedResources, DoNotBringWhatOtherPagesUse) {
   RawPdf pdf;
