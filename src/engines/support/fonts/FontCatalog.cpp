@@ -229,7 +229,7 @@ class FontCatalog::Lists {
                        [&](const std::string& name) { return IsSame(style, name.c_str()); });
   }
 
-  FcConfig* config_;  // never released: what it holds is used until the process ends
+  FcConfig* config_;  // never released, as the catalog is not
   std::vector<Entry> found_;
   std::map<std::pair<std::string, int>, const Entry*> patterns_;
   mutable std::mutex mutex_;  // around what may change the configuration's caches
@@ -240,8 +240,9 @@ FontCatalog::FontCatalog() : lists_(std::make_unique<Lists>()) {}
 FontCatalog::~FontCatalog() = default;
 
 const FontCatalog& FontCatalog::Get() {
-  static const FontCatalog catalog;
-  return catalog;
+  // Never destroyed: threads may still use it while the process ends.
+  static const FontCatalog* const catalog = new FontCatalog;
+  return *catalog;
 }
 
 const InstalledFace* FontCatalog::Find(std::string_view family, std::string_view style) const {
