@@ -157,23 +157,37 @@ void Document::SetUpSecurity() {
 }
 
 Object Document::Load(Reference reference, Arena& arena) {
+  if (const Object* kept = large_objects_.Find(reference.number)) {
+    return *kept;
+  }
   const std::optional<RawObject> raw = Locate(reference.number);
   if (!raw) {
     return {};
   }
-  if (raw->holder != nullptr) {
+  Object value;
+  const std::uint64_t size = Parse(*raw, arena, value);
+  if (large_objects_.IsDue(reference.number, size)) {
+    Parse(*raw, large_objects_.arena(), value);
+    large_objects_.Keep(reference.number, value);
+  }
+  return value;
+}
+
+// Returns how many bytes the object's text has.
+std::uint64_t Document::Parse(const RawObject& raw, Arena& arena, Object& value) {
+  if (raw.holder != nullptr) {
     Parser parser(arena);
-    Lexer lexer(raw->text, true);
-    Object value;
+    Lexer lexer(raw.text, true);
     parser.Parse(lexer, nullptr, value);
-    return value;
+    return lexer.position();
   }
-  const auto strings = StringsOf(raw->reference);
-  const ValueAt value = reader_.ReadValue(raw->offset, arena, strings.get());
-  if (!value.is_regular) {
-    findings_.Add(FindingCode::kObjectDamaged, reference.number, raw->offset);
+  const auto strings = StringsOf(raw.reference);
+  const ValueAt read = reader_.ReadValue(raw.offset, arena, strings.get());
+  if (!read.is_regular) {
+    findings_.Add(FindingCode::kObjectDamaged, raw.reference.number, raw.offset);
   }
-  return value.value;
+  value = read.value;
+  return read.end - raw.offset;
 }
 
 std::unique_ptr<StringTransform> Document::StringsOf(Reference reference) {

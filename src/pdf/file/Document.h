@@ -22,6 +22,7 @@
 #include "pdf/file/BlockReader.h"
 #include "pdf/file/EncryptionDictionary.h"
 #include "pdf/file/FileScan.h"
+#include "pdf/file/LargeObjects.h"
 #include "pdf/file/ObjectReader.h"
 #include "pdf/file/ObjectStream.h"
 #include "pdf/file/Xref.h"
@@ -130,6 +131,7 @@ class Document {
   void MakeCatalogOfPageTree(const FileScan& scan);
   std::shared_ptr<const ObjectStream> OpenObjectStream(std::uint32_t number);
   std::optional<RawObject> LocateOnce(std::uint32_t number);
+  std::uint64_t Parse(const RawObject& raw, Arena& arena, Object& value);
 
   BlockReader blocks_;
   ObjectReader reader_;
@@ -146,6 +148,7 @@ class Document {
   EncryptionDictionary encryption_;
   std::optional<Security> security_;
   ObjectStreamCache object_streams_;
+  LargeObjects large_objects_;
   std::vector<std::uint32_t> opening_;  // object streams being opened, against loops
   std::vector<ScannedPage> scanned_pages_;
   bool is_rebuilt_ = false;

@@ -19,6 +19,7 @@ void Document::Rebuild() {
   ForgetUnconfirmed(scan);
   AddScanned(scan);
   object_streams_.Clear();
+  large_objects_.Clear();
   if (!root_ || !security_) {
     // Newest trailer first; its encryption is needed before any object stream can be read.
     const std::vector<Object> newest_first(scan.trailers.rbegin(), scan.trailers.rend());

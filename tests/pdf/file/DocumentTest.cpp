@@ -303,5 +303,36 @@ TEST(Document, ReadsAnObjectLargerThanAnyWindow) {
   EXPECT_EQ(document.Text(4).size(), text.size() + 2);
 }
 
+TEST(Document, KeepsLargeObjectsThatAreAskedForAgain) {
+  std::string large = "[(first)";
+  for (int i = 0; i < 1000; ++i) {
+    large += " 1 0 R";
+  }
+  testing::RawPdf file;
+  file.Pages(1).Object(10, large + "]").Object(11, "[(small)]");
+  const auto document =
+      Document::Open(std::make_unique<MemorySource>(file.Table()), std::string_view());
+  const auto items_of = [&](std::uint32_t number, Arena& arena) {
+    return document->Load({number, 0}, arena).Items();
+  };
+  Arena first;
+  Arena second;
+  const auto fresh = items_of(10, first);
+  EXPECT_NE(fresh.data(), items_of(10, second).data());
+  for (int i = 0; i < 5; ++i) {
+    items_of(10, second);
+    items_of(11, second);
+  }
+  const auto kept = items_of(10, first);
+  EXPECT_EQ(kept.data(), items_of(10, second).data());
+  EXPECT_NE(items_of(11, first).data(), items_of(11, second).data());
+  second.Reset();
+  EXPECT_EQ(kept.size(), 1001U);
+  EXPECT_EQ(kept[0].Text(), "first");
+  document->Rebuild();
+  EXPECT_EQ(items_of(10, second).size(), 1001U);
+  EXPECT_EQ(kept[0].Text(), "first");
+}
+
 }  // namespace
 }  // namespace TarnixTools::pdf
