@@ -69,6 +69,12 @@ class ObjectCopier : public ReferenceMap {
     numbers_->Set(number, target_number);
   }
 
+  // Has CopyPending write an object under a number that was assigned to it, when its caller does
+  // not.
+  void CopyAs(std::uint32_t number, std::uint32_t target_number) {
+    pending_.push_back({number, target_number});
+  }
+
   bool IsMapped(std::uint32_t number) const { return numbers_->Get(number) != 0; }
 
   // Source objects that have a number in the target.

@@ -17,6 +17,23 @@ namespace {
 constexpr std::array<std::string_view, 10> kKeysOfOtherMeans = {
     "P", "Parent", "StructParent", "Popup", "IRT", "RT", "Dest", "A", "AA", "PA"};
 
+// Annotations that pages list, all together.
+constexpr std::size_t kMaxListed = std::size_t{8} << 20;
+
+// Of copies of annotations beyond the first of each: this much, and this many times the size of the
+// file.
+constexpr std::uint64_t kRepeatAllowance = std::uint64_t{32} << 20;
+constexpr std::uint64_t kRepeatRatio = 16;
+constexpr std::uint64_t kBytesPerObject = 64;  // what an object counts for, beside its text
+
+// Whether what a page lists is one at all, rather than its contents, a font, ...
+bool IsAnnotation(pdf::Document& document, std::uint32_t number, const Object& dictionary) {
+  const Object type = dictionary.Get("Type");
+  return dictionary.IsDictionary() && (!type.IsName() || type.IsName("Annot")) &&
+         (dictionary.Has("Subtype") || dictionary.Has("Rect")) &&
+         !(dictionary.Has("Length") && document.IsStream(number));
+}
+
 bool IsWrittenByOtherMeans(std::string_view key) {
   return std::find(kKeysOfOtherMeans.begin(), kKeysOfOtherMeans.end(), key) !=
          kKeysOfOtherMeans.end();
@@ -24,7 +41,7 @@ bool IsWrittenByOtherMeans(std::string_view key) {
 
 }  // namespace
 
-SourceAnnotations::SourceAnnotations(SourceDocument& source) {
+SourceAnnotations::SourceAnnotations(SourceDocument& source) : document_(&source.document()) {
   const pdf::PageTree& tree = source.pages();
   pdf::Document& document = source.document();
   pdf::Arena arena;
@@ -38,7 +55,8 @@ SourceAnnotations::SourceAnnotations(SourceDocument& source) {
     starts_.resize(index + 1, static_cast<std::uint32_t>(numbers_.size()));
     for (const Object& item : annotations.Items()) {
       const std::uint32_t number = item.AsReference().number;
-      if (number != 0 && !tree.IsPage(number) && !tree.IsNode(number)) {
+      if (number != 0 && numbers_.size() < kMaxListed && !tree.IsPage(number) &&
+          !tree.IsNode(number)) {
         numbers_.push_back(number);
       }
     }
@@ -50,8 +68,16 @@ SourceAnnotations::SourceAnnotations(SourceDocument& source) {
   std::sort(sorted_.begin(), sorted_.end());
 }
 
-bool SourceAnnotations::Contains(std::uint32_t number) const {
-  return std::binary_search(sorted_.begin(), sorted_.end(), number);
+bool SourceAnnotations::Contains(std::uint32_t number) {
+  if (!std::binary_search(sorted_.begin(), sorted_.end(), number)) {
+    return false;
+  }
+  const auto [known, is_new] = are_annotations_.try_emplace(number, false);
+  if (is_new) {
+    pdf::Arena arena;
+    known->second = IsAnnotation(*document_, number, document_->Load({number, 0}, arena));
+  }
+  return known->second;
 }
 
 std::span<const std::uint32_t> SourceAnnotations::OfPage(std::uint32_t page_index) const {
@@ -61,6 +87,11 @@ std::span<const std::uint32_t> SourceAnnotations::OfPage(std::uint32_t page_inde
   return std::span(numbers_).subspan(starts_[page_index],
                                      starts_[page_index + 1] - starts_[page_index]);
 }
+
+AnnotationCopier::AnnotationCopier(CopyContext& context, CopyParts& parts)
+    : context_(&context),
+      parts_(&parts),
+      budget_(kRepeatAllowance + kRepeatRatio * context.document().reader().size()) {}
 
 void AnnotationCopier::Prepare() {
   const SourceAnnotations& annotations = context_->source().parts().annotations();
@@ -106,23 +137,36 @@ void AnnotationCopier::NumberAnnotations(const Object& annotations) {
         (tree.IsPage(number) || tree.IsNode(number) || !page_.numbers.insert(number).second)) {
       continue;
     }
-    page_.annotations.push_back({item, NumberFor(number)});
+    Annotation annotation;
+    annotation.item = item;
+    if (GiveNumber(annotation)) {
+      page_.annotations.push_back(annotation);
+    } else {
+      ++page_.too_many;
+    }
   }
 }
 
 // The number that was promised for an annotation or, for one that was copied before, a new one, by
-// which it is known while this page is written.
-std::uint32_t AnnotationCopier::NumberFor(std::uint32_t number) {
+// which it is known while this page is written. False when it was copied often enough.
+bool AnnotationCopier::GiveNumber(Annotation& annotation) {
   pdf::ObjectCopier& objects = context_->objects();
+  const std::uint32_t number = annotation.item.AsReference().number;
   if (promised_.erase(number) != 0) {
-    return objects.Map(number);
+    annotation.is_promised = true;
+    annotation.target_number = objects.Map(number);
+    return true;
   }
-  const std::uint32_t target_number = context_->writer().Reserve();
+  if (budget_ == 0) {
+    return false;
+  }
+  annotation.target_number = context_->writer().Reserve();
   if (number != 0) {
-    page_.earlier.emplace_back(number, objects.Map(number));
-    objects.Assign(number, target_number);
+    annotation.earlier_number = objects.Map(number);
+    page_.earlier.emplace_back(number, annotation.earlier_number);
+    objects.Assign(number, annotation.target_number);
   }
-  return target_number;
+  return true;
 }
 
 void AnnotationCopier::Drop(Annotation& annotation) {
@@ -132,14 +176,33 @@ void AnnotationCopier::Drop(Annotation& annotation) {
   annotation.target_number = 0;
 }
 
+// What is no annotation stays what it is where others refer to it.
+void AnnotationCopier::LeaveOut(Annotation& annotation) {
+  const std::uint32_t number = annotation.item.AsReference().number;
+  if (number == 0 || context_->source().IsBarred(number)) {
+    Drop(annotation);
+    return;
+  }
+  if (annotation.is_promised) {
+    context_->objects().CopyAs(number, annotation.target_number);
+  } else {
+    context_->objects().Assign(number, annotation.earlier_number);
+  }
+  annotation.target_number = 0;
+}
+
 void AnnotationCopier::CopyAnnotation(Annotation& annotation) {
   arena_.Reset();
   const Object dictionary = context_->document().Resolve(annotation.item, arena_);
+  if (!IsAnnotation(context_->document(), annotation.item.AsReference().number, dictionary)) {
+    LeaveOut(annotation);
+    return;
+  }
   const Object subtype = dictionary.Get("Subtype");
   const bool is_widget = subtype.IsName("Widget");
   const bool is_link = subtype.IsName("Link");
   const int wanted = is_widget ? kCopyFormFields : is_link ? kCopyLinks : kCopyAnnotations;
-  if (!dictionary.IsDictionary() || (page_.request->options & wanted) == 0) {
+  if ((page_.request->options & wanted) == 0) {
     Drop(annotation);
     return;
   }
@@ -223,7 +286,7 @@ std::uint32_t AnnotationCopier::PopupFor(const Object& popup, std::uint32_t pare
   }
   pdf::Arena arena;
   const Object dictionary = context_->document().Resolve(popup, arena);
-  if (!dictionary.Get("Subtype").IsName("Popup")) {
+  if (!dictionary.Get("Subtype").IsName("Popup") || budget_ == 0) {
     return 0;
   }
   const std::uint32_t target_number = context_->writer().Reserve();
@@ -277,6 +340,9 @@ void AnnotationCopier::Write(std::uint32_t source_number, std::uint32_t target_n
   text += "/P";
   pdf::AppendReference(text, page_.request->target_number);
   context_->writer().WriteObject(target_number, text + ">>");
+  if (source_number == 0 || !written_.insert(source_number).second) {
+    budget_ -= std::min(budget_, text.size() + kBytesPerObject);
+  }
 }
 
 void AnnotationCopier::AppendList(std::string& page) const {
@@ -298,6 +364,8 @@ void AnnotationCopier::Report() {
   const std::uint32_t page_number = page_.request->target_position + 1;
   report.Add(CopiedKind::kLink, CopyOutcome::kDropped, "leads to a page that is not copied",
              page_.links_to_others, page_number);
+  report.Add(CopiedKind::kAnnotation, CopyOutcome::kDropped, "shared by too many pages",
+             page_.too_many, page_number);
   report.Add(CopiedKind::kLink, CopyOutcome::kDropped, "leads nowhere", page_.dead_links,
              page_number);
 }

@@ -13,6 +13,10 @@
 #include "pdf/syntax/Arena.h"
 #include "pdf/syntax/Object.h"
 
+namespace TarnixTools::pdf {
+class Document;
+}  // namespace TarnixTools::pdf
+
 namespace TarnixTools::engines {
 
 class CopyContext;
@@ -26,19 +30,22 @@ class SourceAnnotations {
   explicit SourceAnnotations(SourceDocument& source);
 
   // Whether the object is an annotation of any page.
-  bool Contains(std::uint32_t number) const;
-  // Annotations of a page, by zero-based index, in order: those that are objects of their own.
+  bool Contains(std::uint32_t number);
+  // What a page, by zero-based index, lists as its annotations, in order: objects of their own, of
+  // which damaged lists may hold some that are no annotations.
   std::span<const std::uint32_t> OfPage(std::uint32_t page_index) const;
 
  private:
+  pdf::Document* document_;
   std::vector<std::uint32_t> numbers_;  // page by page
   std::vector<std::uint32_t> starts_;   // of each page in numbers_, and the end; empty for none
   std::vector<std::uint32_t> sorted_;
+  std::unordered_map<std::uint32_t, bool> are_annotations_;  // as far as it was asked
 };
 
 class AnnotationCopier {
  public:
-  AnnotationCopier(CopyContext& context, CopyParts& parts) : context_(&context), parts_(&parts) {}
+  AnnotationCopier(CopyContext& context, CopyParts& parts);
 
   // Before any page is written: gives the annotations of the copied pages their numbers in the
   // target, so that references to them hold in either direction.
@@ -49,8 +56,10 @@ class AnnotationCopier {
 
  private:
   struct Annotation {
-    pdf::Object item;                 // as it stands in the page's list
-    std::uint32_t target_number = 0;  // 0: it does not come along
+    pdf::Object item;                  // as it stands in the page's list
+    std::uint32_t target_number = 0;   // 0: it does not come along
+    bool is_promised = false;          // under this number, before any page was written
+    std::uint32_t earlier_number = 0;  // in the target, of the copy before this one
     bool is_popup = false;
   };
 
@@ -67,11 +76,13 @@ class AnnotationCopier {
     std::uint64_t links_to_others = 0;  // to pages that are not copied
     std::uint64_t dead_links = 0;       // to nothing in the source already
     std::uint64_t kept_annotations = 0;
+    std::uint64_t too_many = 0;  // shared by more pages than it is copied for
   };
 
   void NumberAnnotations(const pdf::Object& annotations);
-  std::uint32_t NumberFor(std::uint32_t number);
+  bool GiveNumber(Annotation& annotation);
   void Drop(Annotation& annotation);
+  void LeaveOut(Annotation& annotation);
   void CopyAnnotation(Annotation& annotation);
   bool AppendTarget(std::string& out, const pdf::Object& dictionary);
   bool LeadsToPage(const pdf::Object& dictionary);
@@ -91,6 +102,8 @@ class AnnotationCopier {
   CopyParts* parts_;
   pdf::Arena arena_;
   std::unordered_set<std::uint32_t> promised_;  // source numbers of annotations still to come
+  std::unordered_set<std::uint32_t> written_;   // source numbers
+  std::uint64_t budget_;  // bytes that may still be written of annotations beyond their first copy
   Page page_;
 };
 

@@ -185,5 +185,42 @@ TEST(Annotations, SurvivesNonsense) {
   EXPECT_EQ(copy.Count([](const Object& o) { return o.Get("Type").IsName("Page"); }), 3);
 }
 
+TEST(Annotations, LeaveOutWhatIsNone) {
+  RawPdf file;
+  file.Pages(2)
+      .Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 9 9]/Contents 10 0 R/Resources 11 0 R>>")
+      .Object(4,
+              "<</Type/Page/Parent 2 0 R/MediaBox[0 0 9 9]/Contents 10 0 R/Resources 11 0 R"
+              "/Annots[1 0 R 10 0 R 11 0 R 12 0 R 13 0 R 99 0 R]>>")
+      .Stream(10, "", "0 0 m")
+      .Object(11, "<</Font<</F 12 0 R>>>>")
+      .Object(12, "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>")
+      .Object(13, "<</Type/Annot/Subtype/Text/Rect[0 0 9 9]>>");
+  for (const std::vector<int>& pages : {std::vector<int>{0, 1}, {1}, {1, 1}, {0}}) {
+    CopiedDocument copy({{file.Table(), pages}});
+    for (std::size_t page = 0; page < pages.size(); ++page) {
+      EXPECT_EQ(copy.Annotations(page).size(), pages[page] == 0 ? 0U : 1U);
+      EXPECT_EQ(copy.Data(copy.Page(page).Get("Contents")), "0 0 m");
+      if (pages.size() == 2 && pages[0] != pages[1]) {  // else it is left out, being unused
+        const Object fonts = copy.Get(copy.Page(page).Get("Resources"), "Font");
+        EXPECT_EQ(copy.Get(copy.Get(fonts, "F"), "BaseFont").Text(), "Helvetica");
+      }
+    }
+  }
+}
+
+TEST(Annotations, AreNotCopiedWithoutEnd) {
+  constexpr int kPages = 80;
+  RawPdf file;
+  file.Pages(kPages, "/MediaBox[0 0 9 9]/Annots[1000 0 R]");
+  file.Object(1000, "<</Subtype/Text/Contents(" + std::string(1 << 20, 'x') + ")>>");
+  CopiedDocument copy({{file.Table()}});
+  ASSERT_EQ(copy.PageCount(), static_cast<std::size_t>(kPages));
+  EXPECT_EQ(copy.Annotations(0).size(), 1U);
+  EXPECT_EQ(copy.Annotations(1).size(), 1U);
+  EXPECT_EQ(copy.Annotations(kPages - 1).size(), 0U);
+  EXPECT_GT(copy.Reported(TPdfCopiedKind::kAnnotation, TPdfCopyOutcome::kDropped), 0U);
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines
