@@ -17,6 +17,7 @@ namespace {
 
 constexpr std::size_t kMaxViewItems = 8;  // a destination has five at most after the page
 constexpr std::size_t kMaxChain = 100;    // actions that follow one another
+constexpr std::size_t kMaxEvents = 64;    // of an /AA; the standard has 22 (tables 197 to 200)
 
 // The explicit destination itself, where the value is one, or a dictionary that holds one.
 Object ExplicitOf(const Object& value, pdf::Document& document, pdf::Arena& arena) {
@@ -305,7 +306,9 @@ ActionChain ChainOf(const Object& first, SourceDocument& source, pdf::Arena& are
     }
     const Object action = document.Resolve(value, arena);
     if (action.IsArray()) {
-      waiting.insert(waiting.end(), action.Items().rbegin(), action.Items().rend());
+      const auto items = action.Items().first(std::min(action.Items().size(), kMaxChain));
+      chain.is_plain = chain.is_plain && items.size() == action.Items().size();
+      waiting.insert(waiting.end(), items.rbegin(), items.rend());
     } else if (action.IsDictionary()) {
       chain.is_plain = chain.is_plain && IsPlain(action);
       chain.actions.push_back(action);
@@ -439,7 +442,8 @@ bool DestinationCopier::AppendActionEntry(std::string& out, std::string_view key
   }
   pdf::Arena arena;
   std::string actions;
-  for (const pdf::DictionaryEntry& event : context_->document().Resolve(value, arena).Entries()) {
+  const auto events = context_->document().Resolve(value, arena).Entries();
+  for (const pdf::DictionaryEntry& event : events.first(std::min(events.size(), kMaxEvents))) {
     if (const std::optional<std::string> action = CopyAction(event.value)) {
       pdf::AppendName(actions, event.Key());
       pdf::AppendToken(actions, *action);

@@ -10,6 +10,19 @@ namespace TarnixTools::engines {
 
 using pdf::Object;
 
+namespace {
+
+// Items of a list that an element shares with others, perhaps with all.
+constexpr std::size_t kMaxClasses = 256;  // and as many revision numbers
+constexpr std::size_t kMaxAttributes = 1024;
+constexpr std::size_t kMaxRelated = 4096;
+
+std::span<const Object> FirstOf(const Object& list, std::size_t count) {
+  return list.Items().first(std::min(list.Items().size(), count));
+}
+
+}  // namespace
+
 ElementWriter::ElementWriter(CopyContext& context, SourceStructure& source,
                              const std::unordered_map<std::uint32_t, std::uint32_t>& annotations,
                              const std::unordered_map<std::uint32_t, std::uint32_t>& stream_pages)
@@ -107,7 +120,7 @@ void ElementWriter::AppendClasses(std::string& out, const Object& classes) {
     return;
   }
   out += '[';
-  for (const Object& item : classes.Items()) {
+  for (const Object& item : FirstOf(classes, 2 * kMaxClasses)) {
     if (item.IsName()) {
       pdf::AppendName(out, ClassOf(item.Text()));
     } else if (item.IsInteger()) {
@@ -125,6 +138,10 @@ void ElementWriter::AppendAttributes(std::string& out, const Object& attributes)
     return;
   }
   const Object resolved = context_->document().Resolve(attributes, arena_);
+  if (resolved.Items().size() > kMaxAttributes) {
+    context_->objects().Append(out, attributes);
+    return;
+  }
   if (!resolved.IsArray()) {
     AppendAttributesRenamed(out, attributes);
     return;
@@ -169,7 +186,7 @@ void ElementWriter::AppendId(std::string& out, const Object& id) {
 
 void ElementWriter::AppendRelated(std::string& out, const Object& elements) {
   std::string kept;
-  for (const Object& item : elements.Items()) {
+  for (const Object& item : FirstOf(elements, kMaxRelated)) {
     const std::uint32_t number = item.AsReference().number;
     if (number != 0 && context_->objects().IsMapped(number)) {
       pdf::AppendReference(kept, context_->objects().Map(number));

@@ -230,14 +230,11 @@ void TargetFieldDefaults::AddUsed(const Differences& differences, pdf::ObjectCop
 }
 
 TargetFieldDefaults::Category& TargetFieldDefaults::CategoryOf(std::string_view name) {
-  const auto found = std::find_if(categories_.begin(), categories_.end(),
-                                  [name](const Category& c) { return c.name == name; });
-  if (found != categories_.end()) {
-    return *found;
+  const auto [found, is_new] = category_places_.try_emplace(std::string(name), categories_.size());
+  if (is_new) {
+    categories_.emplace_back().name = name;
   }
-  Category& category = categories_.emplace_back();
-  category.name = name;
-  return category;
+  return categories_[found->second];
 }
 
 void TargetFieldDefaults::AppendTo(std::string& form) const {

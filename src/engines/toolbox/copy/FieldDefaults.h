@@ -132,6 +132,7 @@ class TargetFieldDefaults {
 
   bool is_empty_ = true;  // nothing was added yet
   std::vector<Category> categories_;
+  std::unordered_map<std::string, std::size_t> category_places_;  // in categories_, by name
   std::optional<std::string> appearance_;
   std::int64_t alignment_ = 0;
 };

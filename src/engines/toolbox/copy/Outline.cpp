@@ -17,6 +17,7 @@ constexpr std::uint32_t kNone = SourceOutline::kNoParent;
 // Each piece of a document repeats an item's ancestors; what is nested deeper stands one beside the
 // other.
 constexpr int kMaxLevels = 100;
+constexpr std::size_t kLongTitle = 1024;  // bytes
 
 }  // namespace
 
@@ -245,7 +246,11 @@ void OutlineCopier::AppendLook(std::string& out, const Object& item) {
   pdf::Document& document = context_->document();
   const Object title = document.Resolve(item.Get("Title"), arena_);
   out += "/Title";
-  pdf::AppendObject(out, title.IsString() ? title : Object::String(""));
+  if (title.IsString() && title.Text().size() > kLongTitle) {
+    context_->objects().Append(out, item.Get("Title"));  // one that is shared stays so
+  } else {
+    pdf::AppendObject(out, title.IsString() ? title : Object::String(""));
+  }
   const Object colour = document.Resolve(item.Get("C"), arena_);
   const auto is_number = [](const Object& component) { return component.IsNumber(); };
   if (colour.Items().size() == 3 &&

@@ -341,6 +341,10 @@ void SourceResources::AddAppearances(ResourceUse& use, const Object& annotations
       if (appearance.Has("Subtype") || appearance.Has("BBox")) {
         continue;
       }
+      if (!Spend(appearance.Entries().size() * kBytesPerItem)) {
+        use.is_known = false;
+        return;
+      }
       for (const DictionaryEntry& state : appearance.Entries()) {
         if (state.value.IsReference()) {
           AddAll(use, NeedsOf(state.value));

@@ -226,5 +226,24 @@ TEST(Destinations, SurvivesNonsense) {
   EXPECT_EQ(copy.Annotations(0).size(), 1U);
 }
 
+TEST(Destinations, KeepABoundedNumberOfActionsAndEvents) {
+  std::string next = "[";
+  std::string events = "<<";
+  for (int i = 0; i < 1000; ++i) {
+    next += "<</S/URI/URI(next)>>";
+    events += "/E" + std::to_string(i) + "<</S/JavaScript/JS(x)>>";
+  }
+  testing::RawPdf file;
+  file.Pages(1, "/MediaBox[0 0 9 9]/Annots[10 0 R]")
+      .Object(10, "<</Subtype/Link/Rect[0 0 9 9]/A<</S/URI/URI(a)/Next 11 0 R>>/AA 12 0 R>>")
+      .Object(11, next + "]")
+      .Object(12, events + ">>");
+  CopiedDocument copy({{file.Table()}});
+  const pdf::Object link = copy.Annotations(0).at(0);
+  EXPECT_EQ(copy.Get(link.Get("A"), "URI").Text(), "a");
+  EXPECT_EQ(copy.Get(link.Get("A"), "Next").Items().size(), 99U);
+  EXPECT_EQ(link.Get("AA").Entries().size(), 64U);
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines

@@ -149,5 +149,21 @@ TEST(Outline, TakesAnyDepthAndLength) {
   EXPECT_EQ(copy.Follow(copy.Catalog().Get("Outlines")).Get("Count").IntegerOr(0), kItems + 1);
 }
 
+TEST(Outline, SharesLongTitlesAsTheSourceDid) {
+  const std::string title(5000, 'x');
+  testing::RawPdf file;
+  file.Pages(1).Object(1, "<</Type/Catalog/Pages 2 0 R/Outlines 10 0 R>>");
+  file.Object(10, "<</First 11 0 R/Last 12 0 R>>")
+      .Object(11, "<</Title 13 0 R/Parent 10 0 R/Next 12 0 R/Dest[3 0 R/Fit]>>")
+      .Object(12, "<</Title 13 0 R/Parent 10 0 R/Prev 11 0 R/Dest[3 0 R/Fit]>>")
+      .Object(13, "(" + title + ")");
+  CopiedDocument copy({{file.Table()}});
+  const pdf::Object first = copy.Get(copy.Get(copy.Catalog(), "Outlines"), "First");
+  const pdf::Object second = copy.Get(first, "Next");
+  EXPECT_EQ(copy.Get(first, "Title").Text(), title);
+  EXPECT_NE(first.Get("Title").AsReference().number, 0U);
+  EXPECT_EQ(first.Get("Title").AsReference().number, second.Get("Title").AsReference().number);
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines
