@@ -12,7 +12,8 @@ constexpr OptionRow kOptions[] = {
     {.name = "image",
      .kind = ValueKind::File,
      .argument = "FILE",
-     .help = "the image file, such as JPEG or PNG; of several pictures in it the first"},
+     .help = "the image: JPEG, JPEG 2000, PNG, TIFF, GIF, BMP, PNM or WebP; of several in a file "
+             "the first"},
     {.name = "pixels-per-point",
      .kind = ValueKind::Number,
      .argument = "F",
