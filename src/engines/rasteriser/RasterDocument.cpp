@@ -120,6 +120,7 @@ void RasterDocument::LoadPage(int page_index) {
   if (page_index < 0 || page_index >= page_count_) {
     throw RasterError(kPdf2ImgPageError);
   }
+  RequireBounded(page_index);
   PdfiumLock pdfium;
   if (pdfium_file_->bytes_read() >
       std::max(limits::kMaxHeldBytes, 4 * pdfium_file_->bytes_of_opening())) {
@@ -176,19 +177,37 @@ void RasterDocument::ReleasePage() {
   }
 }
 
+pdf::Object RasterDocument::ResourcesOf(int page_index, pdf::Arena& arena) {
+  const pdf::PageTree::Page& page = pages_->pages()[static_cast<std::size_t>(page_index)];
+  const Object own = core_->Resolve(pages_->Load(page, arena).Get("Resources"), arena);
+  return own.IsNull() ? core_->Resolve(
+                            pages_->InheritedBy(page, pdf::InheritableKey::kResources).value, arena)
+                      : own;
+}
+
+// PDFium would draw forms within forms until there is no memory left.
+void RasterDocument::RequireBounded(int page_index) {
+  if (pages_ == nullptr) {
+    return;
+  }
+  if (nesting_ == nullptr) {
+    nesting_ = std::make_unique<FormNesting>(*core_);
+  }
+  pdf::Arena arena;
+  if (!nesting_->IsBounded(ResourcesOf(page_index, arena))) {
+    throw RasterError(kPdf2ImgPageError);
+  }
+}
+
 // In doubt, it does.
 bool RasterDocument::HoldsLargeImages(int page_index) {
   if (pages_ == nullptr) {
     return true;
   }
   try {
-    const pdf::PageTree::Page& page = pages_->pages()[static_cast<std::size_t>(page_index)];
     pdf::Arena arena;
     const auto resolve = [&](const Object& value) { return core_->Resolve(value, arena); };
-    Object resources = resolve(pages_->Load(page, arena).Get("Resources"));
-    if (resources.IsNull()) {
-      resources = resolve(pages_->InheritedBy(page, pdf::InheritableKey::kResources).value);
-    }
+    const Object resources = ResourcesOf(page_index, arena);
     const auto entries = resolve(resources.Get("XObject")).Entries();
     if (entries.size() > limits::kMaxImagesLookedAt) {
       return true;

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 
+#include "engines/support/pdfium/FormNesting.h"
 #include "engines/support/pdfium/PdfiumFile.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
@@ -57,6 +58,8 @@ class RasterDocument {
   std::unique_ptr<PdfiumFile> OpenFile(PdfiumLock& pdfium, bool& needs_password);
   void ClosePages();
   bool HasForm();
+  pdf::Object ResourcesOf(int page_index, pdf::Arena& arena);
+  void RequireBounded(int page_index);
   bool HoldsLargeImages(int page_index);
   double UserUnitOf(int page_index);
 
@@ -64,6 +67,7 @@ class RasterDocument {
   std::string password_;
   std::unique_ptr<pdf::Document> core_;  // null when the core cannot read it
   std::unique_ptr<pdf::PageTree> pages_;
+  std::unique_ptr<FormNesting> nesting_;
   std::unique_ptr<PdfiumFile> pdfium_file_;  // null when there are no pages
   bool is_repaired_ = false;
   int page_count_ = 0;

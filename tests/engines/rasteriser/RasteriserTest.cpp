@@ -430,6 +430,22 @@ TEST_F(Rasteriser, FailsWithoutADocument) {
   EXPECT_EQ(Pdf2ImgGetErrorCode(nullptr), kPdf2ImgArgumentError);
 }
 
+TEST_F(Rasteriser, DrawsNoPageWhoseFormsDrawThemselves) {
+  TestPdf document = Painted("/F Do");
+  document
+      .Object("form",
+              "<< /Type /XObject /Subtype /Form /BBox [0 0 9 9] /Resources << /XObject << /F "
+              "{{form}} >> >> /Length 11 >>\nstream\n/F Do /F Do\nendstream")
+      .PageEntry("/Resources << /XObject << /F {{form}} >> >>");
+  document.Page().Size(72, 72);
+  ASSERT_TRUE(Open(document));
+  Listen();
+  EXPECT_EQ(Render(1).width, 0);
+  EXPECT_THAT(reports_, ElementsAre(std::pair(1, static_cast<std::uint32_t>(kPdf2ImgPageError))));
+  ASSERT_TRUE(Open(Path("in.pdf")));
+  EXPECT_EQ(Render(2).width, 100);
+}
+
 TEST_F(Rasteriser, OpensALargeDocumentAnewOnTheWay) {
   TestPdf document;  // 24 pages with an incompressible megabyte each
   unsigned state = 1;
