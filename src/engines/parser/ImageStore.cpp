@@ -9,6 +9,7 @@
 #include "engines/parser/ExpaFailure.h"
 #include "engines/parser/Limits.h"
 #include "engines/support/files/DiskFile.h"
+#include "engines/support/pixels/BilevelJpegWriter.h"
 #include "engines/support/pixels/ColorSpace.h"
 #include "engines/support/pixels/JpegReader.h"
 #include "engines/support/pixels/JpegWriter.h"
@@ -105,8 +106,23 @@ bool IsReadyJpeg(const PdfImage& image, const ImageFacts& facts, int orientation
           space->kind == ColorKind::kIcc);
 }
 
+bool EncodeBilevel(RowSource& picture, pdf::ByteSink& sink) {
+  BilevelJpegWriter writer(sink, picture.width(), picture.height());
+  std::vector<std::uint8_t> row((picture.width() + 7) / 8);
+  bool is_complete = true;
+  for (std::uint32_t y = 0; y < picture.height(); ++y) {
+    is_complete = picture.ReadBits(row.data()) && is_complete;
+    writer.WriteRow(row.data());
+  }
+  writer.Finish();
+  return is_complete;
+}
+
 // Whether all of it was there.
 bool Encode(RowSource& picture, pdf::ByteSink& sink) {
+  if (picture.is_bilevel()) {
+    return EncodeBilevel(picture, sink);
+  }
   JpegWriter writer(sink, {.width = picture.width(),
                            .height = picture.height(),
                            .layout = picture.layout(),

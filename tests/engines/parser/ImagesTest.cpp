@@ -236,6 +236,66 @@ TEST_F(Images, AreTheBlackPictureThatAMaskPaints) {
                   .IsNear(3, 3, kWhite));
 }
 
+// A fax image of eight columns, in hexadecimal.
+std::string FaxImage(int height, const std::string& parameters, const std::string& hex) {
+  return Stream(
+      "/Type/XObject/Subtype/Image/ColorSpace/DeviceGray/BitsPerComponent 1/Width 8/Height " +
+          std::to_string(height) + "/Filter[/ASCIIHexDecode/CCITTFaxDecode]/DecodeParms[null<<" +
+          "/Columns 8" + parameters + ">>]",
+      hex + ">");
+}
+
+TEST_F(Images, AreDecodedFromTwoDimensionalFaxData) {
+  // A white row, one with four columns of each colour, the same again, the end of the block.
+  const JpegImage image = ExtractImage(FaxImage(3, "/K -1", "9B78008008"));
+  EXPECT_EQ(image.components, 1);
+  for (int x = 0; x < 8; ++x) {
+    EXPECT_TRUE(image.IsNear(x, 0, kWhite));
+    EXPECT_TRUE(image.IsNear(x, 1, x < 4 ? kWhite : kBlack));
+    EXPECT_TRUE(image.IsNear(x, 2, x < 4 ? kWhite : kBlack));
+  }
+  EXPECT_TRUE(troubles_.empty());
+  EXPECT_TRUE(ExtractImage(FaxImage(3, "/K -1/BlackIs1 true", "9B78008008")).IsNear(1, 1, kBlack));
+}
+
+TEST_F(Images, AreDecodedFromOneDimensionalFaxData) {
+  const JpegImage image = ExtractImage(FaxImage(8, "", "B76EDDBB76EDDB"));
+  for (int y = 0; y < 8; ++y) {
+    EXPECT_TRUE(image.IsNear(3, y, kWhite));
+    EXPECT_TRUE(image.IsNear(4, y, kBlack));
+  }
+}
+
+TEST_F(Images, StayWhiteWhereFaxDataIsCutOrDamaged) {
+  for (const std::string hex : {"9B", "", "00", "FF000000", "9B78008008"}) {
+    const JpegImage image = ExtractImage(FaxImage(64, "/K -1", hex));
+    EXPECT_EQ(image.height, 64);
+    EXPECT_TRUE(image.IsNear(7, 63, kWhite)) << hex;
+  }
+  EXPECT_EQ(troubles_.size(), 5U);
+}
+
+TEST_F(Images, AreExactInBlackAndWhite) {
+  std::string hex;
+  unsigned state = 7;
+  for (int i = 0; i < 3 * 13; ++i) {
+    state = state * 1664525 + 1013904223;
+    hex += "0123456789ABCDEF"[state >> 28];
+    hex += "0123456789ABCDEF"[state >> 24 & 15U];
+  }
+  const JpegImage image =
+      ExtractImage(HexImage(21, 13, "/ColorSpace/DeviceGray/BitsPerComponent 1", hex));
+  ASSERT_EQ(image.width, 21);
+  for (int y = 0; y < 13; ++y) {
+    for (int x = 0; x < 21; ++x) {
+      const auto digit = static_cast<std::size_t>(y * 6 + x / 4);
+      const int bits = std::stoi(hex.substr(digit, 1), nullptr, 16);
+      const bool is_white = (bits >> (3 - x % 4) & 1) != 0;
+      EXPECT_TRUE(image.IsNear(x, y, is_white ? kWhite : kBlack, 3)) << x << " " << y;
+    }
+  }
+}
+
 TEST_F(Images, AreOnWhiteBehindASoftMask) {
   TestPdf file = Page(RedBlue("/SMask {{mask}}"));
   file.Object("mask", HexImage(2, 1, "/ColorSpace/DeviceGray/BitsPerComponent 8", "80FF"));

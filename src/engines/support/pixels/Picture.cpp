@@ -4,9 +4,11 @@
 #include <cstring>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "engines/support/pixels/CcittDecoder.h"
 #include "engines/support/pixels/ColorSpace.h"
 #include "engines/support/pixels/JpegReader.h"
 #include "engines/support/pixels/PdfiumPicture.h"
@@ -16,6 +18,8 @@
 
 namespace TarnixTools::engines {
 namespace {
+
+constexpr std::int64_t kMaxColumns = 1'000'000;
 
 // Samples that no image filter is left on.
 class SampleRows : public RowSource {
@@ -32,6 +36,20 @@ class SampleRows : public RowSource {
       return ReadRest(row, left);
     }
     converter_.Convert(Bytes(next_), row);
+    next_ += size;
+    return true;
+  }
+
+  bool is_bilevel() const override { return converter_.is_bilevel(); }
+
+  bool ReadBits(std::uint8_t* bits) override {
+    const std::size_t size = converter_.packed_bytes();
+    const std::size_t left = samples_.size() - std::min(samples_.size(), next_);
+    if (left < size) {
+      std::memset(bits, 0xFF, size);
+      return false;
+    }
+    converter_.ConvertToBits(Bytes(next_), bits);
     next_ += size;
     return true;
   }
@@ -61,6 +79,45 @@ class SampleRows : public RowSource {
   RowConverter converter_;
   std::string samples_;
   std::size_t next_ = 0;
+};
+
+// Fax data, decoded row by row.
+class CcittRows : public RowSource {
+ public:
+  // converter: for rows of the decoder.
+  CcittRows(RowConverter converter, const CcittParameters& parameters, std::uint32_t width,
+            std::uint32_t height, std::unique_ptr<const std::string> encoded)
+      : RowSource(width, height, converter.layout()),
+        converter_(std::move(converter)),
+        encoded_(std::move(encoded)),
+        decoder_(*encoded_, parameters),
+        packed_(std::max(decoder_.row_bytes(), converter_.packed_bytes())) {}
+
+  bool ReadRow(std::uint8_t* row) override {
+    if (!decoder_.ReadRow(packed_.data())) {
+      std::memset(row, 0xFF, row_bytes());
+      return false;
+    }
+    converter_.Convert(packed_.data(), row);
+    return true;
+  }
+
+  bool is_bilevel() const override { return converter_.is_bilevel(); }
+
+  bool ReadBits(std::uint8_t* bits) override {
+    if (!decoder_.ReadRow(packed_.data())) {
+      std::memset(bits, 0xFF, converter_.packed_bytes());
+      return false;
+    }
+    converter_.ConvertToBits(packed_.data(), bits);
+    return true;
+  }
+
+ private:
+  RowConverter converter_;
+  std::unique_ptr<const std::string> encoded_;  // outlives the decoder
+  CcittDecoder decoder_;
+  std::vector<std::uint8_t> packed_;
 };
 
 class JpegRows : public RowSource {
@@ -207,6 +264,9 @@ class PictureOpener {
     if (facts_.filter == ImageFilter::kNone) {
       return OpenSamples();
     }
+    if (facts_.filter == ImageFilter::kCcitt) {
+      return OpenCcitt();
+    }
     return facts_.filter == ImageFilter::kDct ? OpenJpeg() : OpenOther();
   }
 
@@ -260,6 +320,26 @@ class PictureOpener {
     }
     RowConverter converter(*std::move(space), facts_, 8, reader->width());
     return std::make_unique<JpegRows>(std::move(converter), std::move(reader), std::move(encoded));
+  }
+
+  RowSourcePtr OpenCcitt() {
+    const auto value = [&](std::string_view key) {
+      return image_.document->Resolve(facts_.filter_parameters.Get(key), arena_);
+    };
+    CcittParameters parameters;
+    parameters.k = value("K").IntegerOr(0);
+    parameters.is_byte_aligned = value("EncodedByteAlign").BooleanOr(false);
+    parameters.black_is_1 = value("BlackIs1").BooleanOr(false);
+    const std::int64_t columns = value("Columns").IntegerOr(1728);
+    const std::optional<ColorSpace> space = Space();
+    if (!space || space->components != 1 || columns < 1 || columns > kMaxColumns) {
+      return OpenOther();
+    }
+    parameters.columns = static_cast<std::uint32_t>(columns);
+    auto encoded = std::make_unique<const std::string>(
+        DecodeToImageFilter(image_, facts_, limits::kMaxSampleBytes));
+    return std::make_unique<CcittRows>(RowConverter(*space, facts_, 1, facts_.width), parameters,
+                                       facts_.width, facts_.height, std::move(encoded));
   }
 
   RowSourcePtr OpenOther() {

@@ -70,11 +70,19 @@ void RowConverter::BuildGrayBits() {
       gray[bit] = static_cast<std::uint8_t>(value);
     }
   }
+  is_bilevel_ = (gray[0] == 0 && gray[1] == 255) || (gray[0] == 255 && gray[1] == 0);
+  bits_to_turn_ = gray[0] == 255 ? 0xFF : 0;
   gray_bits_.resize(256);
   for (std::size_t byte = 0; byte < 256; ++byte) {
     for (std::size_t i = 0; i < 8; ++i) {
       gray_bits_[byte][i] = gray[(byte >> (7 - i)) & 1U];
     }
+  }
+}
+
+void RowConverter::ConvertToBits(const std::uint8_t* packed, std::uint8_t* bits) const {
+  for (std::size_t i = 0; i < packed_bytes_; ++i) {
+    bits[i] = packed[i] ^ bits_to_turn_;
   }
 }
 

@@ -26,6 +26,11 @@ class RowConverter {
 
   void Convert(const std::uint8_t* packed, std::uint8_t* pixels);
 
+  // Whether the picture is in black and white, a bit for each pixel; then this gives 1 for white.
+  bool is_bilevel() const { return is_bilevel_; }
+
+  void ConvertToBits(const std::uint8_t* packed, std::uint8_t* bits) const;
+
  private:
   void BuildTables(const std::vector<double>& decode);
   void BuildGrayBits();
@@ -43,6 +48,8 @@ class RowConverter {
   PixelLayout layout_ = PixelLayout::kRgb;
   std::size_t packed_bytes_ = 0;
   bool has_plain_decode_ = false;
+  bool is_bilevel_ = false;
+  std::uint8_t bits_to_turn_ = 0;  // of every byte, where 0 is white
   // By component and sample (its upper eight bits): the component's value from 0 to 255, or the
   // index of a palette.
   std::array<std::array<std::uint8_t, 256>, 4> values_{};

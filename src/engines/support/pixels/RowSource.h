@@ -31,6 +31,12 @@ class RowSource {
   // is white then.
   virtual bool ReadRow(std::uint8_t* row) = 0;
 
+  // Of a picture in black and white, ReadBits may be called instead, for every row: a bit for each
+  // pixel, 1 for white.
+  virtual bool is_bilevel() const { return false; }
+
+  virtual bool ReadBits(std::uint8_t* /*bits*/) { return false; }
+
  private:
   std::uint32_t width_;
   std::uint32_t height_;
