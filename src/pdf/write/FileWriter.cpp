@@ -1,7 +1,9 @@
 #include "pdf/write/FileWriter.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <cstring>
 
 #include <libdeflate.h>
 #include <nettle/md5.h>
@@ -69,7 +71,7 @@ FileWriter::FileWriter(ByteSink& sink, const Security* security)
   if (security != nullptr) {
     string_encryptor_ = std::make_unique<StringEncryptor>(*security);
   }
-  buffer_.reserve(kBufferSize);
+  buffer_ = std::make_unique_for_overwrite<char[]>(kBufferSize);
   Put(is_pdf_2() ? "%PDF-2.0\n%\xE2\xE3\xCF\xD3\n" : "%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
 }
 
@@ -168,14 +170,33 @@ void FileWriter::EndStream() {
 // The sink gets whole buffers: at offsets that are multiples of their size, file systems have the
 // least work with them.
 void FileWriter::Put(std::string_view bytes) {
-  offset_ += bytes.size();
-  while (buffer_.size() + bytes.size() >= kBufferSize) {
-    const std::size_t count = kBufferSize - buffer_.size();
-    buffer_ += bytes.substr(0, count);
+  while (!bytes.empty()) {
+    const std::size_t count = std::min(kBufferSize - buffered_, bytes.size());
+    std::memcpy(buffer_.get() + buffered_, bytes.data(), count);
     bytes.remove_prefix(count);
+    Advance(count);
+  }
+}
+
+// Counts bytes that have been put into the buffer.
+void FileWriter::Advance(std::size_t count) {
+  offset_ += count;
+  buffered_ += count;
+  if (buffered_ == kBufferSize) {
     Flush();
   }
-  buffer_ += bytes;
+}
+
+std::span<char> FileWriter::StreamRoom() {
+  return {buffer_.get() + buffered_, kBufferSize - buffered_};
+}
+
+void FileWriter::CommitStream(std::size_t count) {
+  if (count > stream_left_ || stream_cipher_ != nullptr) {
+    throw Error(ErrorCode::kInternal, "a stream is longer than announced");
+  }
+  stream_left_ -= count;
+  Advance(count);
 }
 
 void FileWriter::PutNumber(std::uint64_t number) {
@@ -185,10 +206,11 @@ void FileWriter::PutNumber(std::uint64_t number) {
 }
 
 void FileWriter::Flush() {
-  if (!buffer_.empty()) {
-    digest_->Add(buffer_);
-    sink_->Write(buffer_);
-    buffer_.clear();
+  if (buffered_ != 0) {
+    const std::string_view bytes(buffer_.get(), buffered_);
+    digest_->Add(bytes);
+    sink_->Write(bytes);
+    buffered_ = 0;
   }
 }
 

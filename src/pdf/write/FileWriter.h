@@ -11,6 +11,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,7 +43,14 @@ class FileWriter {
   // dictionary have gone through StreamStrings().
   void BeginStream(std::uint32_t number, std::string_view open_dictionary, std::uint64_t length);
   void AppendStream(std::string_view bytes);
+  // The same without a copy on the way: memory, not empty, to be filled by the caller from its
+  // start; then CommitStream with the number of bytes that are there. Only where
+  // StoresPlainStreams().
+  std::span<char> StreamRoom();
+  void CommitStream(std::size_t count);
   void EndStream();
+
+  bool StoresPlainStreams() const { return security_ == nullptr; }
 
   // What the strings of a stream's dictionary must go through; null when nothing is encrypted.
   StringTransform* StreamStrings();
@@ -61,6 +69,7 @@ class FileWriter {
   class StringEncryptor;
 
   void Put(std::string_view bytes);
+  void Advance(std::size_t count);
   void PutNumber(std::uint64_t number);
   void PutObjectStart(std::uint32_t number);
   void Flush();
@@ -72,7 +81,8 @@ class FileWriter {
   const Security* security_;
   std::unique_ptr<Digest> digest_;
   std::unique_ptr<StringEncryptor> string_encryptor_;
-  std::string buffer_;
+  std::unique_ptr<char[]> buffer_;
+  std::size_t buffered_ = 0;  // bytes of the buffer that are waiting
   std::uint64_t offset_ = 0;  // of the buffer's end in the file
   // By object number: 0 free; offset << 1; or (object stream << 20 | index) << 1 | 1.
   std::vector<std::uint64_t> places_;

@@ -400,6 +400,10 @@ void ObjectCopier::CopyBlocks(const Passage& passage, std::uint64_t plain_length
                                                               passage.source.generation);
   std::string plain;
   std::uint64_t done = 0;
+  if (cipher == nullptr && target_->StoresPlainStreams() && passage.extent.length > kSmallStream) {
+    CopyUnchanged(passage.extent);
+    done = passage.extent.length;
+  }
   while (done < passage.extent.length) {
     const std::uint64_t left = passage.extent.length - done;
     std::string_view bytes;
@@ -426,6 +430,22 @@ void ObjectCopier::CopyBlocks(const Passage& passage, std::uint64_t plain_length
     target_->AppendStream(plain);
   }
   target_->EndStream();
+}
+
+// From file to file, through the writer's own memory only.
+void ObjectCopier::CopyUnchanged(const StreamExtent& extent) {
+  BlockReader& blocks = source_->reader().blocks();
+  for (std::uint64_t done = 0; done < extent.length;) {
+    const std::span<char> room = target_->StreamRoom();
+    const std::size_t count = blocks.Read(
+        extent.offset + done, room.data(),
+        static_cast<std::size_t>(std::min<std::uint64_t>(room.size(), extent.length - done)));
+    if (count == 0) {
+      throw Error(ErrorCode::kSourceChanged, "the file became shorter while it was read");
+    }
+    target_->CommitStream(count);
+    done += count;
+  }
 }
 
 // Data that is short enough, or must be, to be held as a whole: decrypted and, where nothing

@@ -157,6 +157,7 @@ class ObjectCopier : public ReferenceMap {
   void RestoreLength();
   void CopyStream(const Passage& passage);
   void CopyBlocks(const Passage& passage, std::uint64_t plain_length);
+  void CopyUnchanged(const StreamExtent& extent);
   void CopyHeld(const Passage& passage);
   std::string ReadPlain(const Passage& passage);
 

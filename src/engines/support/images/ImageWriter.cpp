@@ -1,7 +1,7 @@
 #include "engines/support/images/ImageWriter.h"
 
 #include <algorithm>
-#include <cstring>
+#include <span>
 
 #include "pdf/Error.h"
 #include "pdf/filters/Filters.h"
@@ -46,6 +46,10 @@ void AppendEntry(std::string& text, const char* key, std::int64_t value) {
 void AppendReferenceEntry(std::string& text, const char* key, std::uint32_t number) {
   text += key;
   pdf::AppendReference(text, number);
+}
+
+[[noreturn]] void ThrowShorter() {
+  throw pdf::Error(pdf::ErrorCode::kSourceChanged, "the image file has become shorter");
 }
 
 void AppendArray(std::string& text, const char* key, const std::string& numbers) {
@@ -147,12 +151,32 @@ std::uint32_t ImageWriter::WriteProfile(const std::string& profile, int componen
   return number;
 }
 
-// Pieces are often small and close to each other: one read serves many of them.
 void ImageWriter::CopyPiece(const DataPiece& piece, pdf::ByteSource& source) {
   if (piece.held.data != nullptr) {
     writer_->AppendStream(piece.held.view());
-    return;
+  } else if (piece.length >= kBlock && writer_->StoresPlainStreams()) {
+    CopyLarge(piece, source);
+  } else {
+    CopySmall(piece, source);
   }
+}
+
+void ImageWriter::CopyLarge(const DataPiece& piece, pdf::ByteSource& source) {
+  for (std::uint64_t done = 0; done < piece.length;) {
+    const std::span<char> room = writer_->StreamRoom();
+    const std::size_t count = source.ReadAt(
+        piece.offset + done, room.data(),
+        static_cast<std::size_t>(std::min<std::uint64_t>(room.size(), piece.length - done)));
+    if (count == 0) {
+      ThrowShorter();
+    }
+    writer_->CommitStream(count);
+    done += count;
+  }
+}
+
+// Small pieces are close to each other: one read serves many of them.
+void ImageWriter::CopySmall(const DataPiece& piece, pdf::ByteSource& source) {
   if (block_ == nullptr) {
     block_ = std::make_unique_for_overwrite<char[]>(kBlock);
   }
@@ -164,7 +188,7 @@ void ImageWriter::CopyPiece(const DataPiece& piece, pdf::ByteSource& source) {
       block_size_ = source.ReadAt(offset, block_.get(), kBlock);
       block_start_ = offset;
       if (block_size_ == 0) {
-        throw pdf::Error(pdf::ErrorCode::kSourceChanged, "the image file has become shorter");
+        ThrowShorter();
       }
     }
     const auto start = static_cast<std::size_t>(offset - block_start_);

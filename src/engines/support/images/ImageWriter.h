@@ -30,6 +30,8 @@ class ImageWriter {
   std::string ColorSpaceText(const ImageStream& stream);
   std::uint32_t WriteProfile(const std::string& profile, int components);
   void CopyPiece(const DataPiece& piece, pdf::ByteSource& source);
+  void CopyLarge(const DataPiece& piece, pdf::ByteSource& source);
+  void CopySmall(const DataPiece& piece, pdf::ByteSource& source);
 
   pdf::FileWriter* writer_;
   std::unordered_map<std::string, std::uint32_t> profiles_;  // by content
