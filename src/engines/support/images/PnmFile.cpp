@@ -35,6 +35,7 @@ PnmFile::PnmFile(pdf::ByteSource& source) : reader_(source) {
   if (highest_ == 0 || highest_ > 65535 || channels_ < 1 || channels_ > 4) {
     ThrowBadHeader();
   }
+  data_ = place_;
   AddFrame(frame_);
 }
 
@@ -166,6 +167,7 @@ void PnmFile::DecodeRaw(Plane& plane) {
 }
 
 PdfImage PnmFile::Embed(std::size_t) {
+  place_ = data_;
   Raster raster;
   if (kind_ == 4) {
     raster.is_inverted = true;

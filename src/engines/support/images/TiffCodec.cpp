@@ -39,6 +39,7 @@ struct LibTiff {
     library.Resolve(ReadTile, "TIFFReadEncodedTile");
     library.Resolve(ReadRgba, "TIFFReadRGBAImageOriented");
     library.Resolve(WriteStrip, "TIFFWriteEncodedStrip");
+    library.Resolve(IsCodecConfigured, "TIFFIsCODECConfigured");
   }
 
   // Throws each time when the library is not there.
@@ -68,6 +69,7 @@ struct LibTiff {
   decltype(TIFFReadEncodedTile)* ReadTile = nullptr;
   decltype(TIFFReadRGBAImageOriented)* ReadRgba = nullptr;
   decltype(TIFFWriteEncodedStrip)* WriteStrip = nullptr;
+  decltype(TIFFIsCODECConfigured)* IsCodecConfigured = nullptr;
 };
 
 // What libtiff reads from or writes to. Its functions are called from C: nothing may be thrown.
@@ -230,6 +232,11 @@ TiffDecoder::TiffDecoder(pdf::ByteSource& source, std::uint64_t directory)
 
 TiffDecoder::~TiffDecoder() = default;
 
+bool TiffDecoder::Knows(std::uint64_t compression) {
+  return compression <= std::numeric_limits<std::uint16_t>::max() &&
+         LibTiff::Get().IsCodecConfigured(static_cast<std::uint16_t>(compression)) != 0;
+}
+
 void TiffDecoder::DecodeJpegToRgb() {
   LibTiff::Get().SetField(state_->tiff.get(), TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB);
 }
@@ -340,6 +347,10 @@ bool TiffDecoder::ReadRgba(Plane& plane) {
   tiff.SetField(handle, TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT);
   if (tiff.ReadRgba(handle, plane.width(), plane.height(), raster.get(), ORIENTATION_TOPLEFT, 0) ==
       0) {
+    return false;
+  }
+  // What was decoded is not all zero: it has an alpha.
+  if (std::all_of(raster.get(), raster.get() + pixels, [](std::uint32_t p) { return p == 0; })) {
     return false;
   }
   for (std::uint32_t y = 0; y < plane.height(); ++y) {

@@ -21,6 +21,9 @@ class TiffDecoder {
   TiffDecoder(const TiffDecoder&) = delete;
   TiffDecoder& operator=(const TiffDecoder&) = delete;
 
+  // Whether data of that compression can be decoded.
+  static bool Knows(std::uint64_t compression);
+
   // Has JPEG data given as RGB.
   void DecodeJpegToRgb();
 
@@ -29,7 +32,7 @@ class TiffDecoder {
   // False when nothing could be decoded.
   bool ReadSamples(Plane& plane, bool is_separate);
 
-  // What libtiff makes of any picture: RGB and alpha of 8 bits. False when it cannot.
+  // What libtiff makes of any picture: RGB and alpha of 8 bits. False when it can make nothing of it.
   bool ReadRgba(Plane& plane);
 
  private:

@@ -138,6 +138,9 @@ PdfImage TiffFile::Embed(std::size_t index) {
   if (std::optional<PdfImage> jpeg = PassJpeg(picture)) {
     return std::move(*jpeg);
   }
+  if (!TiffDecoder::Knows(picture.compression)) {
+    throw ImageError(ImageErrorCode::kUnsupported, "a compression of TIFF that cannot be decoded");
+  }
   std::optional<Raster> raster = DecodeSamples(picture);
   return Encode(raster ? std::move(*raster) : DecodeAny(picture));
 }
@@ -243,7 +246,7 @@ std::optional<Raster> TiffFile::DecodeSamples(const Picture& picture) {
     decoder.DecodeJpegToRgb();
   }
   if (!decoder.ReadSamples(plane, picture.is_separate)) {
-    return std::nullopt;
+    throw ImageError(ImageErrorCode::kDamaged, "nothing of the TIFF picture can be decoded");
   }
   Raster raster;
   raster.profile = picture.profile;

@@ -163,7 +163,7 @@ PdfImage WebpFile::Embed(std::size_t) {
   }
   Raster raster;
   raster.space = ColorSpace::kRgb;
-  raster.profile = std::move(profile_);
+  raster.profile = profile_;
   const bool covers_canvas = width_ == frame_.width && height_ == frame_.height;
   if (!covers_canvas) {  // beside the picture nothing is painted
     Plane canvas(frame_.width, frame_.height, 4, 8);

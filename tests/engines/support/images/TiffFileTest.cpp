@@ -1,0 +1,257 @@
+#include <map>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "engines/support/images/ImageError.h"
+#include "engines/support/images/OpenedImage.h"
+#include "support/TestImages.h"
+
+namespace TarnixTools::engines::images {
+
+namespace {
+
+using testing::Big16;
+using testing::Big32;
+using testing::ImageCodeOf;
+using testing::Little16;
+using testing::Little32;
+using testing::OpenedImage;
+
+// A TIFF directory by its fields, whole numbers only, with data at its end. The fields that tell
+// where the data is are put in.
+class TestTiff {
+ public:
+  TestTiff& Set(int tag, std::vector<std::uint32_t> values) {
+    fields_[tag] = std::move(values);
+    return *this;
+  }
+
+  TestTiff& Sides(std::uint32_t width, std::uint32_t height) {
+    return Set(256, {width}).Set(257, {height});
+  }
+
+  // One strip or tile each.
+  TestTiff& Data(std::vector<std::string> parts, bool tiled = false) {
+    parts_ = std::move(parts);
+    tiled_ = tiled;
+    return *this;
+  }
+
+  // The directory as it stands at `start` of the file, the next one after it or none.
+  std::string Directory(std::uint32_t start, bool has_next) const {
+    auto fields = fields_;
+    std::uint32_t place = start + DirectorySize();
+    for (const std::string& part : parts_) {
+      fields[tiled_ ? 324 : 273].push_back(place);
+      fields[tiled_ ? 325 : 279].push_back(static_cast<std::uint32_t>(part.size()));
+      place += static_cast<std::uint32_t>(part.size());
+    }
+    std::string head = Little16(static_cast<std::uint32_t>(fields.size()));
+    std::string values;
+    const auto values_start = start + 2 + 12 * static_cast<std::uint32_t>(fields.size()) + 4;
+    for (const auto& [tag, numbers] : fields) {
+      head += Little16(static_cast<std::uint32_t>(tag)) + Little16(4) +
+              Little32(static_cast<std::uint32_t>(numbers.size()));
+      if (numbers.size() == 1) {
+        head += Little32(numbers[0]);
+      } else {
+        head += Little32(values_start + static_cast<std::uint32_t>(values.size()));
+        for (const std::uint32_t number : numbers) {
+          values += Little32(number);
+        }
+      }
+    }
+    std::string all = head + Little32(has_next ? place : 0) + values;
+    for (const std::string& part : parts_) {
+      all += part;
+    }
+    return all;
+  }
+
+  std::string Bytes() const { return Join({*this}); }
+
+  static std::string Join(const std::vector<TestTiff>& pictures) {
+    std::string file = std::string("II*\0", 4) + Little32(8);
+    for (std::size_t i = 0; i < pictures.size(); ++i) {
+      file +=
+          pictures[i].Directory(static_cast<std::uint32_t>(file.size()), i + 1 < pictures.size());
+    }
+    return file;
+  }
+
+ private:
+  std::uint32_t DirectorySize() const {
+    std::size_t size = 2 + 12 * (fields_.size() + (parts_.empty() ? 0 : 2)) + 4;
+    for (const auto& [tag, numbers] : fields_) {
+      size += numbers.size() > 1 ? 4 * numbers.size() : 0;
+    }
+    size += parts_.size() > 1 ? 8 * parts_.size() : 0;
+    return static_cast<std::uint32_t>(size);
+  }
+
+  std::map<int, std::vector<std::uint32_t>> fields_;
+  std::vector<std::string> parts_;
+  bool tiled_ = false;
+};
+
+TestTiff Gray(std::uint32_t width, std::uint32_t height) {
+  return TestTiff().Sides(width, height).Set(258, {8}).Set(259, {1}).Set(262, {1}).Set(277, {1});
+}
+
+// 18 different grays, so that no palette is made of them.
+std::string Grays(int count) {
+  std::string values;
+  for (int i = 0; i < count; ++i) {
+    values += static_cast<char>(i * 13 + 1);
+  }
+  return values;
+}
+
+TEST(TiffFile, DecodesStrips) {
+  const std::string all = Grays(20);
+  const std::string file =
+      Gray(5, 4).Set(278, {2}).Data({all.substr(0, 10), all.substr(10)}).Bytes();
+  OpenedImage image(file);
+  EXPECT_EQ(image.frame().width, 5U);
+  EXPECT_EQ(image.frame().height, 4U);
+  EXPECT_EQ(image.SamplesOf(image.Embed().image), all);
+}
+
+TEST(TiffFile, DecodesTiles) {
+  std::vector<std::string> tiles;
+  for (int tile = 0; tile < 4; ++tile) {
+    std::string samples;
+    for (int y = 0; y < 16; ++y) {
+      for (int x = 0; x < 16; ++x) {
+        samples += static_cast<char>((tile / 2 * 16 + y) * 7 + tile % 2 * 16 + x);
+      }
+    }
+    tiles.push_back(samples);
+  }
+  OpenedImage image(Gray(20, 18).Set(322, {16}).Set(323, {16}).Data(tiles, true).Bytes());
+  std::string expected;
+  for (int y = 0; y < 18; ++y) {
+    for (int x = 0; x < 20; ++x) {
+      expected += static_cast<char>(y * 7 + x);
+    }
+  }
+  EXPECT_EQ(image.SamplesOf(image.Embed().image), expected);
+}
+
+TEST(TiffFile, PutsSeparatePlanesTogether) {
+  TestTiff tiff;
+  tiff.Sides(2, 1).Set(258, {8, 8, 8}).Set(259, {1}).Set(262, {2}).Set(277, {3});
+  tiff.Set(278, {1}).Set(284, {2}).Data({"ad", "be", "cf"});
+  OpenedImage image(tiff.Bytes());
+  const PdfImage embedded = image.Embed();
+  EXPECT_EQ(embedded.image.space, ColorSpace::kIndexed);  // two colours
+  EXPECT_EQ(embedded.image.palette, "abcdef");
+}
+
+TEST(TiffFile, KeepsSixteenBits) {
+  TestTiff tiff = Gray(2, 1).Set(258, {16}).Data({std::string("\x01\x02\x03\x04", 4)});
+  OpenedImage image(tiff.Bytes());
+  const PdfImage embedded = image.Embed();
+  EXPECT_EQ(embedded.image.bits, 16);
+  EXPECT_EQ(image.SamplesOf(embedded.image), "\x02\x01\x04\x03");  // high byte first
+}
+
+TEST(TiffFile, WhiteMayBeZero) {
+  TestTiff tiff = Gray(5, 4).Set(262, {0}).Data({Grays(20)});
+  OpenedImage image(tiff.Bytes());
+  const PdfImage embedded = image.Embed();
+  EXPECT_EQ(embedded.image.decode, "1 0");
+  EXPECT_EQ(image.SamplesOf(embedded.image), Grays(20));
+}
+
+TEST(TiffFile, AlphaIsAMaskAndMultipliedColorsHaveAMatte) {
+  for (const std::uint32_t kind : {1U, 2U}) {
+    TestTiff tiff;
+    tiff.Sides(1, 1).Set(258, {8, 8, 8, 8}).Set(259, {1}).Set(262, {2}).Set(277, {4});
+    OpenedImage image(tiff.Set(338, {kind}).Data({"abc\x80"}).Bytes());
+    const PdfImage embedded = image.Embed();
+    ASSERT_TRUE(embedded.soft_mask);
+    EXPECT_EQ(image.SamplesOf(*embedded.soft_mask), "\x80");
+    EXPECT_EQ(embedded.soft_mask->entries, kind == 1 ? "/Matte[0 0 0]" : "");
+  }
+}
+
+TEST(TiffFile, FaxDataOfOneStripIsPassedThrough) {
+  TestTiff tiff;
+  tiff.Sides(8, 2).Set(258, {1}).Set(259, {4}).Set(262, {0}).Set(277, {1}).Set(278, {2});
+  tiff.Data({"\x26\xA0\x01"});
+  OpenedImage image(tiff.Bytes());
+  EXPECT_EQ(image.DataOf(image.Embed().image), "\x26\xA0\x01");
+  EXPECT_EQ(image.Embed().image.parameters, "/K -1/Columns 8/Rows 2");
+  OpenedImage black(tiff.Set(262, {1}).Bytes());
+  EXPECT_EQ(black.Embed().image.parameters, "/K -1/Columns 8/Rows 2/BlackIs1 true");
+  OpenedImage reversed(tiff.Set(266, {2}).Bytes());
+  EXPECT_EQ(reversed.DataOf(reversed.Embed().image), "\x64\x05\x80");
+}
+
+TEST(TiffFile, JpegDataOfOneStripIsPassedThrough) {
+  const std::string jpeg = testing::TestJpeg(3);
+  const std::size_t frame = jpeg.find("\xFF\xC0");
+  const std::size_t tables_end = jpeg.find("\xFF\xC4");
+  // Quantization tables once for all, the rest in the strip.
+  const std::string tables = jpeg.substr(0, frame) + "\xFF\xD9";
+  const std::string strip = "\xFF\xD8" + jpeg.substr(frame);
+  ASSERT_NE(tables_end, std::string::npos);
+  TestTiff tiff;
+  tiff.Sides(16, 8).Set(258, {8, 8, 8}).Set(259, {7}).Set(262, {6}).Set(277, {3}).Set(278, {8});
+  tiff.Data({strip});
+  OpenedImage image(tiff.Bytes());
+  EXPECT_EQ(image.Embed().image.filter, "DCTDecode");
+  EXPECT_EQ(image.Embed().image.parameters, "/ColorTransform 1");
+  EXPECT_EQ(image.DataOf(image.Embed().image), strip);
+}
+
+TEST(TiffFile, EveryDirectoryIsAFrame) {
+  const std::string file = TestTiff::Join({Gray(5, 4).Data({Grays(20)}).Set(274, {6}),
+                                           Gray(4, 5).Data({Grays(20)}).Set(274, {0}),
+                                           Gray(20, 1).Data({Grays(20)}).Set(274, {9})});
+  OpenedImage image(file);
+  ASSERT_EQ(image.file().frame_count(), 3U);
+  EXPECT_EQ(image.frame(0).orientation, 6);
+  EXPECT_EQ(image.frame(1).orientation, 1);
+  EXPECT_EQ(image.frame(2).orientation, 1);
+  EXPECT_EQ(image.frame(2).width, 20U);
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(image.SamplesOf(image.Embed(i).image), Grays(20));
+  }
+}
+
+TEST(TiffFile, DirectoriesInACircleEnd) {
+  std::string file = Gray(5, 4).Data({Grays(20)}).Bytes();
+  const std::size_t fields = static_cast<unsigned char>(file[8]);
+  file.replace(8 + 2 + 12 * fields, 4, Little32(8));
+  EXPECT_EQ(OpenedImage(file).file().frame_count(), 1U);
+}
+
+TEST(TiffFile, CutDataGivesWhatIsThere) {
+  const std::string all = Grays(20);
+  TestTiff tiff = Gray(10, 3).Set(278, {1});
+  tiff.Data({all.substr(0, 10), all.substr(10), all.substr(0, 10)});
+  const std::string file = tiff.Bytes();
+  OpenedImage image(file.substr(0, file.size() - 10));
+  EXPECT_EQ(image.SamplesOf(image.Embed().image), all + std::string(10, '\0'));
+  EXPECT_EQ(ImageCodeOf(file.substr(0, file.size() - 30)), ImageErrorCode::kDamaged);
+}
+
+TEST(TiffFile, RejectsWhatHasNoPicture) {
+  EXPECT_EQ(ImageCodeOf(std::string("II*\0\x08\0\0\0", 8)), ImageErrorCode::kDamaged);
+  EXPECT_EQ(ImageCodeOf(std::string("MM\0*\0\0\0\0", 8)), ImageErrorCode::kDamaged);
+  EXPECT_EQ(ImageCodeOf(Gray(0, 4).Data({"a"}).Bytes()), ImageErrorCode::kDamaged);
+  EXPECT_EQ(ImageCodeOf(Gray(900'000, 900'000).Data({"a"}).Bytes()), ImageErrorCode::kLimit);
+  EXPECT_EQ(ImageCodeOf(Gray(4, 4).Set(277, {1000}).Data({"a"}).Bytes()),
+            ImageErrorCode::kUnsupported);
+  EXPECT_EQ(ImageCodeOf(Gray(4, 4).Set(259, {12345}).Data({"a"}).Bytes()),
+            ImageErrorCode::kUnsupported);
+}
+
+}  // namespace
+
+}  // namespace TarnixTools::engines::images
