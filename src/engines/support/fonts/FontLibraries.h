@@ -20,6 +20,7 @@
 namespace TarnixTools::engines::fonts {
 
 // A function of a library: the same name, called through a pointer.
+// NOLINTNEXTLINE(bugprone-macro-parentheses): it declares the name
 #define TARNIX_FUNCTION(name) decltype(&::name) name = nullptr
 
 struct Fontconfig {
