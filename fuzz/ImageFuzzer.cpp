@@ -1,5 +1,5 @@
-// Opens any bytes as an image file and puts its pictures into a document. Nothing worse may come of it
-// than an ImageError or an Error.
+// Opens any bytes as an image file and puts its pictures into a document. Nothing worse may come of
+// it than an ImageError or an Error.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>

@@ -37,8 +37,8 @@ class PnmFile : public ImageFile {
   int kind_ = 0;  // the digit after the P
   int channels_ = 1;
   std::uint32_t highest_ = 1;  // value of a sample
-  std::uint64_t place_ = 2;  // where reading goes on
-  std::uint64_t data_ = 0;   // where the samples start
+  std::uint64_t place_ = 2;    // where reading goes on
+  std::uint64_t data_ = 0;     // where the samples start
 };
 
 }  // namespace TarnixTools::engines::images

@@ -32,7 +32,8 @@ class TiffDecoder {
   // False when nothing could be decoded.
   bool ReadSamples(Plane& plane, bool is_separate);
 
-  // What libtiff makes of any picture: RGB and alpha of 8 bits. False when it can make nothing of it.
+  // What libtiff makes of any picture: RGB and alpha of 8 bits. False when it can make nothing of
+  // it.
   bool ReadRgba(Plane& plane);
 
  private:
