@@ -40,14 +40,18 @@ TargetDocument::~TargetDocument() {
 }
 
 void TargetDocument::AppendPage(SourceDocument& source, std::uint32_t page_index, int rotation,
-                                std::int32_t options, std::shared_ptr<const PageContent> painted) {
+                                std::int32_t options, const PageContent* painted) {
   const std::uint32_t number = writer_.Reserve();
   const auto position = static_cast<std::uint32_t>(page_numbers_.size());
   const std::uint32_t parent = LeafFor(position);
   page_numbers_.push_back(number);
-  const bool is_painted = painted != nullptr && !painted->is_empty();
-  RequestsOf(source).pages.push_back({page_index, number, parent, position, rotation, options,
-                                      is_painted ? std::move(painted) : nullptr});
+  std::shared_ptr<PageContent> waiting;
+  if (painted != nullptr && !painted->is_empty()) {
+    waiting = std::make_shared<PageContent>(*painted);
+    waiting->Pack();
+  }
+  RequestsOf(source).pages.push_back(
+      {page_index, number, parent, position, rotation, options, std::move(waiting)});
 }
 
 TargetDocument::Requests& TargetDocument::RequestsOf(SourceDocument& source) {

@@ -47,9 +47,9 @@ class TargetDocument {
   TargetContent& content() { return content_; }
 
   // Appends a copy of a page: page_index is zero-based, rotation in degrees clockwise is added to
-  // the page's own; painted may be null.
+  // the page's own. painted, which may be null, is copied.
   void AppendPage(SourceDocument& source, std::uint32_t page_index, int rotation,
-                  std::int32_t options, std::shared_ptr<const PageContent> painted = nullptr);
+                  std::int32_t options, const PageContent* painted = nullptr);
 
   // Writes the noted pages of one source. A failure is kept, and reported by Finish.
   void WritePagesOf(SourceDocument& source) noexcept;

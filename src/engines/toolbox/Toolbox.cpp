@@ -173,7 +173,8 @@ int PdfPageListAppend(TPdfPageList* page_list, TPdfPage* page) {
     if (target == nullptr || page->target != target) {
       return Refuse();
     }
-    target->AppendPage(*page->source, page->index, page->rotation, page->options, page->content);
+    target->AppendPage(*page->source, page->index, page->rotation, page->options,
+                       page->content.get());
     return 1;
   });
 }

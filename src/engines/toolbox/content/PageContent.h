@@ -25,7 +25,14 @@ struct PageContent {
   std::string over;
   std::vector<AddedResource> resources;  // by category, then in the order of their use
 
+  bool is_packed = false;
+
   bool is_empty() const { return under.empty() && over.empty(); }
+
+  // Deflates what is long, as nothing is added any more while the page waits to be written.
+  void Pack();
+  // `under` or `over` as it was before.
+  std::string Plain(const std::string& part) const;
 
   void Add(const AddedResource& resource) {
     if (std::find(resources.begin(), resources.end(), resource) == resources.end()) {

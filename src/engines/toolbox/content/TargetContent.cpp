@@ -16,7 +16,7 @@ using fonts::ShapedLine;
 
 namespace {
 
-constexpr std::size_t kMaxKeptLines = 256;
+constexpr std::size_t kMaxKeptCharacters = std::size_t{32} << 10;
 constexpr std::size_t kMaxKeptStreams = 256;
 constexpr std::size_t kMaxKeptStream = std::size_t{16} << 10;
 
@@ -59,8 +59,10 @@ std::shared_ptr<const ShapedLine> TargetContent::Shape(const InstalledFace& face
   if (const auto known = lines_.find(key); known != lines_.end()) {
     return known->second;
   }
-  if (lines_.size() >= kMaxKeptLines) {
+  kept_characters_ += key.size();
+  if (kept_characters_ > kMaxKeptCharacters) {
     lines_.clear();
+    kept_characters_ = key.size();
   }
   const auto line = WithLibraries(
       [&] { return std::make_shared<const ShapedLine>(ShapeLine(faces_, face, text)); });

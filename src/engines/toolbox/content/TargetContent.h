@@ -69,6 +69,7 @@ class TargetContent {
   fonts::FaceStore faces_;
   std::map<std::pair<std::string, std::string>, const fonts::InstalledFace*> found_faces_;
   std::unordered_map<std::u32string, std::shared_ptr<const fonts::ShapedLine>> lines_;
+  std::size_t kept_characters_ = 0;  // in the keys of lines_
   std::map<const fonts::FontFace*, std::unique_ptr<EmbeddedFont>> fonts_by_face_;
   std::vector<EmbeddedFont*> fonts_;  // in the order of their use
   std::map<double, AddedResource> graphics_states_;

@@ -32,17 +32,17 @@ void PaintedContents::Append(std::string& out, const std::vector<std::uint32_t>&
   TargetContent& target = *context_->parts().content;
   out += "/Contents[";
   if (!painted.under.empty()) {
-    pdf::AppendReference(out, target.StreamOf(WithPrefix(painted.under, prefix)));
+    pdf::AppendReference(out, target.StreamOf(WithPrefix(painted.Plain(painted.under), prefix)));
   }
   if (painted.over.empty() || streams.empty()) {
     for (const std::uint32_t stream : streams) {
       AppendStream(out, stream);
     }
     if (!painted.over.empty()) {
-      pdf::AppendReference(out, target.StreamOf(WithPrefix(painted.over, prefix)));
+      pdf::AppendReference(out, target.StreamOf(WithPrefix(painted.Plain(painted.over), prefix)));
     }
   } else {
-    AppendIsolated(out, streams, WithPrefix(painted.over, prefix));
+    AppendIsolated(out, streams, WithPrefix(painted.Plain(painted.over), prefix));
   }
   out += ']';
 }
