@@ -77,7 +77,8 @@ void Img2PdfTask::SetInputImage(const std::string& path) {
 }
 
 void Img2PdfTask::SetInputImages(const std::list<std::string>& paths) {
-  const std::list<std::string> copies = paths;  // they may be the task's own
+  // They may be the task's own. NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+  const std::list<std::string> copies = paths;
   input_images_.clear();
   for (const std::string& path : copies) {
     AddInputImage(path);

@@ -117,6 +117,7 @@ void RasterDocument::ClosePages() {
 }
 
 void RasterDocument::LoadPage(int page_index) {
+  ReleasePage();  // one that could not be drawn
   if (page_index < 0 || page_index >= page_count_) {
     throw RasterError(kPdf2ImgPageError);
   }

@@ -42,6 +42,9 @@ struct TPdf2Img {
       throw RasterError(kPdf2ImgArgumentError);
     }
     try {
+      if (page_number < 1) {
+        throw RasterError(kPdf2ImgPageError);
+      }
       document->LoadPage(page_number - 1);
       DrawPage();
       document->ReleasePage();

@@ -12,7 +12,7 @@ class DynamicLibrary {
  public:
   // The first of the names, file names or paths, that can be loaded. Empty and null names are
   // passed over.
-  explicit DynamicLibrary(std::initializer_list<const char*> names) noexcept;
+  DynamicLibrary(std::initializer_list<const char*> names) noexcept;
 
   bool is_loaded() const { return handle_ != nullptr; }
 

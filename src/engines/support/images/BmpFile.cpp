@@ -198,7 +198,7 @@ Plane BmpFile::DecodeRuns() {
         put(value_at(place, i));
       }
       const unsigned bytes = bits_ == 8 ? value : (value + 1) / 2;
-      place += (bytes + 1) / 2 * 2;
+      place += (std::size_t{bytes} + 1) / 2 * 2;
     }
   }
   return plane;

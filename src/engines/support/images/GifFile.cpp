@@ -252,7 +252,7 @@ Plane GifFile::Decode() {
 
 PdfImage GifFile::Embed(std::size_t) {
   if (!CoversScreen() && transparent_ < 0) {
-    if (palette_.size() < 3 * 256) {
+    if (palette_.size() < std::size_t{3} * 256) {
       transparent_ = static_cast<int>(palette_.size() / 3);
       palette_.append(3, '\0');
     }

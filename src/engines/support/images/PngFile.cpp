@@ -286,7 +286,7 @@ void PngFile::Inflate(unsigned char* out, std::size_t size) {
   const pdf::Decoded decoded =
       pdf::Decode({{pdf::FilterKind::kFlate, {}}}, packed, limits::kMaxDecodedBytes);
   const std::size_t there = std::min(decoded.data.size(), size);
-  std::memcpy(out, decoded.data.data(), there);
+  std::copy_n(decoded.data.data(), there, out);
   std::memset(out + there, 0, size - there);
 }
 

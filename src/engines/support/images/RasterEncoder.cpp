@@ -63,7 +63,8 @@ Sample ChooseSample(const Plane& plane) {
   const std::uint32_t bands = rows / sample.rows;
   for (std::uint32_t band = 0; band < bands; ++band) {
     sample.starts.push_back(static_cast<std::uint32_t>(std::uint64_t{height - sample.rows} *
-                                                       (2 * band + 1) / (2 * bands)));
+                                                       (std::uint64_t{2} * band + 1) /
+                                                       (std::uint64_t{2} * bands)));
   }
   return sample;
 }

@@ -49,6 +49,7 @@ struct LibTiff {
   }
 
   DynamicLibrary library;
+  // NOLINTBEGIN(readability-identifier-naming): named as the functions that they are
   decltype(TIFFOpenOptionsAlloc)* OptionsAlloc = nullptr;
   decltype(TIFFOpenOptionsFree)* OptionsFree = nullptr;
   decltype(TIFFOpenOptionsSetMaxSingleMemAlloc)* SetMaxAlloc = nullptr;
@@ -70,6 +71,7 @@ struct LibTiff {
   decltype(TIFFReadRGBAImageOriented)* ReadRgba = nullptr;
   decltype(TIFFWriteEncodedStrip)* WriteStrip = nullptr;
   decltype(TIFFIsCODECConfigured)* IsCodecConfigured = nullptr;
+  // NOLINTEND(readability-identifier-naming)
 };
 
 // What libtiff reads from or writes to. Its functions are called from C: nothing may be thrown.

@@ -42,9 +42,11 @@ struct LibWebp {
   }
 
   DynamicLibrary library;
+  // NOLINTBEGIN(readability-identifier-naming): named as the functions that they are
   decltype(WebPINewRGB)* NewRgb = nullptr;
   decltype(WebPIUpdate)* Update = nullptr;
   decltype(WebPIDelete)* Delete = nullptr;
+  // NOLINTEND(readability-identifier-naming)
 };
 
 // Fills the plane as far as the data goes; false when it is no picture of that size.

@@ -68,6 +68,7 @@ inline constexpr unsigned long kPasswordError = 4;
 
 // A pointer for each function.
 struct Api {
+// NOLINTNEXTLINE(bugprone-macro-parentheses): it declares the name
 #define TARNIX_PDFIUM_POINTER(result, name, parameters) result(*name) parameters = nullptr;
   TARNIX_PDFIUM_FUNCTIONS(TARNIX_PDFIUM_POINTER)
 #undef TARNIX_PDFIUM_POINTER
