@@ -14,7 +14,7 @@ namespace {
 using pdf::Object;
 
 constexpr std::size_t kMaxProfileBytes = std::size_t{16} << 20;
-constexpr std::size_t kMaxPaletteBytes = 256 * 4;
+constexpr std::size_t kMaxPaletteBytes = std::size_t{256} * 4;
 constexpr int kMaxSteps = 8;  // colour spaces within colour spaces
 
 // What process inks of offset printing look like on coated paper, in sRGB: the corners between

@@ -69,11 +69,14 @@ bool IccTransform::IsSrgb(std::string_view profile) {
 }
 
 IccTransform::~IccTransform() {
+  // There are none unless the library is complete.
+  // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage)
   Lcms::Get().delete_transform(transform_);
 }
 
 void IccTransform::Convert(const std::uint8_t* components, std::uint8_t* rgb,
                            std::size_t pixel_count) const {
+  // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage)
   Lcms::Get().do_transform(transform_, components, rgb, static_cast<cmsUInt32Number>(pixel_count));
 }
 
