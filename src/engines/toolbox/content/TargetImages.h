@@ -31,7 +31,7 @@ struct StoredImage {
 class TargetImages {
  public:
   // The writer outlives this.
-  explicit TargetImages(pdf::FileWriter& writer) : writer_(&writer), images_(writer) {}
+  explicit TargetImages(pdf::FileWriter& writer) : images_(writer) {}
 
   // Throws ToolboxException: kImageError; pdf::Error when the file cannot be read.
   std::shared_ptr<StoredImage> Open(pdf::ByteSource& file);
@@ -42,7 +42,6 @@ class TargetImages {
  private:
   std::string IdentityOf(pdf::ByteSource& file);
 
-  pdf::FileWriter* writer_;
   images::ImageWriter images_;
   std::unordered_map<std::string, std::shared_ptr<StoredImage>> by_identity_;
   std::size_t kept_bytes_ = 0;  // of small files, which are their own identity
