@@ -90,7 +90,7 @@ void ContentReader::SkipNumbers(Operation& operation) {
   const std::string_view rest = lexer_.rest();
   const char* at = rest.data();
   const char* const end = at + rest.size();
-  const char* passed = at;
+  const char* passed = nullptr;
   std::size_t count = 0;
   for (;; ++count) {
     while (at != end && IsSpace(*at)) {
