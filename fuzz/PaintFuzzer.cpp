@@ -9,45 +9,12 @@
 #include <string>
 
 #include "engines/toolbox/Toolbox.h"
+#include "support/MemoryFile.h"
 
 namespace engines = TarnixTools::engines;
+using engines::MemoryFile;
 
 namespace {
-
-// A file in memory behind a stream descriptor.
-struct MemoryFile {
-  std::string bytes;
-  std::size_t position = 0;
-
-  engines::TPdfStream Descriptor() {
-    engines::TPdfStream stream;
-    stream.handle = this;
-    stream.get_length = [](void* handle) {
-      return static_cast<std::int64_t>(Self(handle).bytes.size());
-    };
-    stream.seek = [](void* handle, std::int64_t to) {
-      Self(handle).position = static_cast<std::size_t>(to);
-      return 1;
-    };
-    stream.tell = [](void* handle) { return static_cast<std::int64_t>(Self(handle).position); };
-    stream.read = [](void* handle, void* buffer, std::int64_t size) {
-      MemoryFile& file = Self(handle);
-      const std::size_t left = file.bytes.size() - std::min(file.position, file.bytes.size());
-      const std::size_t count = std::min(left, static_cast<std::size_t>(size));
-      std::memcpy(buffer, file.bytes.data() + file.position, count);
-      file.position += count;
-      return static_cast<std::int64_t>(count);
-    };
-    stream.write = [](void* handle, const void* buffer, std::int64_t size) {
-      Self(handle).bytes.append(static_cast<const char*>(buffer), static_cast<std::size_t>(size));
-      return size;
-    };
-    stream.release = [](void*) {};
-    return stream;
-  }
-
-  static MemoryFile& Self(void* handle) { return *static_cast<MemoryFile*>(handle); }
-};
 
 // One black pixel.
 constexpr unsigned char kPicture[] = {

@@ -9,7 +9,7 @@
 
 #include <tiffio.h>
 
-#include "engines/support/images/DynamicLibrary.h"
+#include "engines/support/images/CodecLibrary.h"
 #include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
 
@@ -48,7 +48,7 @@ struct LibTiff {
     return tiff;
   }
 
-  DynamicLibrary library;
+  CodecLibrary library;
   // NOLINTBEGIN(readability-identifier-naming): named as the functions that they are
   decltype(TIFFOpenOptionsAlloc)* OptionsAlloc = nullptr;
   decltype(TIFFOpenOptionsFree)* OptionsFree = nullptr;

@@ -7,7 +7,7 @@
 
 #include <webp/decode.h>
 
-#include "engines/support/images/DynamicLibrary.h"
+#include "engines/support/images/CodecLibrary.h"
 #include "engines/support/images/Exif.h"
 #include "engines/support/images/IccProfile.h"
 #include "engines/support/images/ImageError.h"
@@ -41,7 +41,7 @@ struct LibWebp {
     return webp;
   }
 
-  DynamicLibrary library;
+  CodecLibrary library;
   // NOLINTBEGIN(readability-identifier-naming): named as the functions that they are
   decltype(WebPINewRGB)* NewRgb = nullptr;
   decltype(WebPIUpdate)* Update = nullptr;
