@@ -13,8 +13,6 @@ namespace TarnixTools::engines {
 
 namespace {
 
-constexpr std::size_t kTreeFanOut = 64;
-
 std::optional<pdf::Security> MakeSecurity(const TPdfEncryption* encryption) {
   if (encryption == nullptr) {
     return std::nullopt;
@@ -41,17 +39,15 @@ TargetDocument::~TargetDocument() {
 
 void TargetDocument::AppendPage(SourceDocument& source, std::uint32_t page_index, int rotation,
                                 std::int32_t options, const PageContent* painted) {
-  const std::uint32_t number = writer_.Reserve();
-  const auto position = static_cast<std::uint32_t>(page_numbers_.size());
-  const std::uint32_t parent = LeafFor(position);
-  page_numbers_.push_back(number);
+  const auto position = static_cast<std::uint32_t>(pages_.page_count());
+  const pdf::PageTreeWriter::Leaf leaf = pages_.AddPage();
   std::shared_ptr<PageContent> waiting;
   if (painted != nullptr && !painted->is_empty()) {
     waiting = std::make_shared<PageContent>(*painted);
     waiting->Pack();
   }
   RequestsOf(source).pages.push_back(
-      {page_index, number, parent, position, rotation, options, std::move(waiting)});
+      {page_index, leaf.page, leaf.parent, position, rotation, options, std::move(waiting)});
 }
 
 TargetDocument::Requests& TargetDocument::RequestsOf(SourceDocument& source) {
@@ -62,14 +58,6 @@ TargetDocument::Requests& TargetDocument::RequestsOf(SourceDocument& source) {
   }
   source.AddWaiting(*this);
   return requests_.emplace_back(Requests{&source, {}});
-}
-
-std::uint32_t TargetDocument::LeafFor(std::size_t page_position) {
-  const std::size_t leaf = page_position / kTreeFanOut;
-  while (leaves_.size() <= leaf) {
-    leaves_.push_back(writer_.Reserve());
-  }
-  return leaves_[leaf];
 }
 
 void TargetDocument::WritePagesOf(SourceDocument& source) noexcept {
@@ -120,7 +108,7 @@ void TargetDocument::TellReport() const {
 std::uint32_t TargetDocument::WriteCatalog() {
   const std::uint32_t catalog = writer_.Reserve();
   std::string text = "<</Type/Catalog/Pages";
-  pdf::AppendReference(text, WritePageTree());
+  pdf::AppendReference(text, pages_.Finish());
   std::string names;
   parts_.destinations.Finish(writer_, text, names);
   parts_.outline.Finish(writer_, text);
@@ -134,51 +122,6 @@ std::uint32_t TargetDocument::WriteCatalog() {
   }
   writer_.WriteObject(catalog, text + ">>");
   return catalog;
-}
-
-// Level by level from the leaves up; returns the root.
-std::uint32_t TargetDocument::WritePageTree() {
-  LeafFor(0);
-  std::vector<std::uint32_t> nodes = leaves_;
-  std::vector<std::uint32_t> kids = page_numbers_;
-  std::size_t pages_per_node = kTreeFanOut;
-  for (;;) {
-    std::vector<std::uint32_t> parents;
-    if (nodes.size() > 1) {
-      parents.resize((nodes.size() + kTreeFanOut - 1) / kTreeFanOut);
-      std::generate(parents.begin(), parents.end(), [this] { return writer_.Reserve(); });
-    }
-    for (std::size_t i = 0; i < nodes.size(); ++i) {
-      const std::size_t first_kid = std::min(i * kTreeFanOut, kids.size());
-      const std::size_t first_page = std::min(i * pages_per_node, page_numbers_.size());
-      WriteTreeNode(nodes[i], parents.empty() ? 0 : parents[i / kTreeFanOut],
-                    kids.data() + first_kid, std::min(kTreeFanOut, kids.size() - first_kid),
-                    std::min(pages_per_node, page_numbers_.size() - first_page));
-    }
-    if (parents.empty()) {
-      return nodes.front();
-    }
-    kids = std::move(nodes);
-    nodes = std::move(parents);
-    pages_per_node *= kTreeFanOut;
-  }
-}
-
-void TargetDocument::WriteTreeNode(std::uint32_t number, std::uint32_t parent,
-                                   const std::uint32_t* kids, std::size_t kid_count,
-                                   std::size_t page_count) {
-  std::string text = "<</Type/Pages";
-  if (parent != 0) {
-    text += "/Parent";
-    pdf::AppendReference(text, parent);
-  }
-  text += "/Kids[";
-  for (std::size_t i = 0; i < kid_count; ++i) {
-    pdf::AppendReference(text, kids[i]);
-  }
-  text += "]/Count";
-  pdf::AppendInteger(text, static_cast<std::int64_t>(page_count));
-  writer_.WriteObject(number, text + ">>");
 }
 
 }  // namespace TarnixTools::engines

@@ -18,6 +18,7 @@
 #include "engines/toolbox/copy/TargetParts.h"
 #include "pdf/crypt/Security.h"
 #include "pdf/write/FileWriter.h"
+#include "pdf/write/PageTreeWriter.h"
 
 namespace TarnixTools::engines {
 
@@ -41,7 +42,7 @@ class TargetDocument {
     report_context_ = context;
   }
 
-  std::int32_t page_count() const { return static_cast<std::int32_t>(page_numbers_.size()); }
+  std::int32_t page_count() const { return static_cast<std::int32_t>(pages_.page_count()); }
 
   // What is painted onto its pages.
   TargetContent& content() { return content_; }
@@ -72,18 +73,13 @@ class TargetDocument {
   };
 
   Requests& RequestsOf(SourceDocument& source);
-  std::uint32_t LeafFor(std::size_t page_position);
   std::uint32_t WriteCatalog();
-  std::uint32_t WritePageTree();
-  void WriteTreeNode(std::uint32_t number, std::uint32_t parent, const std::uint32_t* kids,
-                     std::size_t kid_count, std::size_t page_count);
 
   StreamSink sink_;
   std::optional<pdf::Security> security_;
   pdf::FileWriter writer_;
-  std::vector<std::uint32_t> page_numbers_;  // in page order
-  std::vector<std::uint32_t> leaves_;        // lowest nodes of the page tree
-  std::vector<Requests> requests_;           // in the order in which their sources came
+  pdf::PageTreeWriter pages_{writer_};
+  std::vector<Requests> requests_;  // in the order in which their sources came
   TargetContent content_{writer_};
   TargetParts parts_;
   DocumentInfo info_;
