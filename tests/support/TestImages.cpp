@@ -1,5 +1,9 @@
 #include "support/TestImages.h"
 
+#include <cmath>
+#include <utility>
+#include <vector>
+
 #include <zlib.h>
 
 namespace TarnixTools::testing {
@@ -120,6 +124,41 @@ std::string TestProfile(std::string_view space) {
   profile += "acsp";
   profile.resize(128, '\0');
   return profile + Big32(1) + "desc" + Big32(144) + Big32(0);
+}
+
+std::string TestRgbProfile(double gamma) {
+  const auto fixed = [](double value) {
+    return Big32(static_cast<std::uint32_t>(std::lround(value * 65536)));
+  };
+  const auto colorant = [&](double x, double y, double z) {
+    return "XYZ " + std::string(4, '\0') + fixed(x) + fixed(y) + fixed(z);
+  };
+  const auto gamma_8_8 = static_cast<std::uint32_t>(std::lround(gamma * 256));
+  const std::string curve = "curv" + std::string(4, '\0') + Big32(1) + Big32(gamma_8_8 << 16);
+  const std::vector<std::pair<std::string, std::string>> tags = {
+      {"wtpt", colorant(0.9642, 1, 0.8249)},
+      {"rXYZ", colorant(0.4361, 0.2225, 0.0139)},
+      {"gXYZ", colorant(0.3851, 0.7169, 0.0971)},
+      {"bXYZ", colorant(0.1431, 0.0606, 0.7141)},
+      {"rTRC", curve},
+      {"gTRC", curve},
+      {"bTRC", curve}};
+  std::string table = Big32(static_cast<std::uint32_t>(tags.size()));
+  std::string data;
+  const std::size_t data_start = 128 + 4 + 12 * tags.size();
+  for (const auto& [name, value] : tags) {
+    table += name + Big32(static_cast<std::uint32_t>(data_start + data.size())) +
+             Big32(static_cast<std::uint32_t>(value.size()));
+    data += value;
+  }
+  std::string header = Big32(static_cast<std::uint32_t>(data_start + data.size())) +
+                       std::string(4, '\0') + Big32(0x02100000) + "mntrRGB XYZ ";
+  header.resize(36, '\0');
+  header += "acsp";
+  header.resize(68, '\0');
+  header += fixed(0.9642) + fixed(1) + fixed(0.8249);
+  header.resize(128, '\0');
+  return header + table + data;
 }
 
 }  // namespace TarnixTools::testing

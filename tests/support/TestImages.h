@@ -43,6 +43,9 @@ std::string PngChunk(std::string_view type, std::string_view data);
 // The smallest thing that looks like a profile of that colour space ("RGB ").
 std::string TestProfile(std::string_view space);
 
+// A profile with the primaries of sRGB and a power for a tone curve.
+std::string TestRgbProfile(double gamma);
+
 }  // namespace TarnixTools::testing
 
 #endif  // TARNIX_TESTS_SUPPORT_TESTIMAGES_H_

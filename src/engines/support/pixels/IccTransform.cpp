@@ -1,5 +1,11 @@
 #include "engines/support/pixels/IccTransform.h"
 
+#include <algorithm>
+#include <list>
+#include <mutex>
+#include <string>
+#include <utility>
+
 #include <lcms2.h>
 
 #include "engines/support/DynamicLibrary.h"
@@ -41,9 +47,68 @@ struct ProfileCloser {
 
 using ProfilePtr = std::unique_ptr<void, ProfileCloser>;
 
+// The transforms used last: a document has many images of few profiles, and a transform takes
+// longer to make than a small image to convert.
+class RecentTransforms {
+ public:
+  std::shared_ptr<const IccTransform> Find(std::string_view profile, int components) {
+    const std::lock_guard lock(mutex_);
+    const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) {
+      return entry.components == components && entry.profile == profile;
+    });
+    if (found == entries_.end()) {
+      return nullptr;
+    }
+    entries_.splice(entries_.begin(), entries_, found);
+    return found->transform;
+  }
+
+  void Add(std::string_view profile, int components,
+           std::shared_ptr<const IccTransform> transform) {
+    if (profile.size() > kMaxProfileBytes) {
+      return;
+    }
+    const std::lock_guard lock(mutex_);
+    entries_.push_front({std::string(profile), components, std::move(transform)});
+    if (entries_.size() > kMaxCount) {
+      entries_.pop_back();
+    }
+  }
+
+ private:
+  static constexpr std::size_t kMaxCount = 4;
+  static constexpr std::size_t kMaxProfileBytes = std::size_t{1} << 20;
+
+  struct Entry {
+    std::string profile;
+    int components;
+    std::shared_ptr<const IccTransform> transform;
+  };
+
+  std::mutex mutex_;
+  std::list<Entry> entries_;  // last used first
+};
+
+RecentTransforms& Recent() {
+  static RecentTransforms recent;
+  return recent;
+}
+
 }  // namespace
 
 std::shared_ptr<const IccTransform> IccTransform::Make(std::string_view profile, int components) {
+  std::shared_ptr<const IccTransform> transform = Recent().Find(profile, components);
+  if (transform == nullptr) {
+    transform = MakeAnew(profile, components);
+    if (transform != nullptr) {
+      Recent().Add(profile, components, transform);
+    }
+  }
+  return transform;
+}
+
+std::shared_ptr<const IccTransform> IccTransform::MakeAnew(std::string_view profile,
+                                                           int components) {
   const Lcms& lcms = Lcms::Get();
   if (!lcms.is_complete) {
     return nullptr;

@@ -12,7 +12,7 @@ namespace TarnixTools::engines {
 class IccTransform {
  public:
   // components: 3 or 4, of RGB or CMYK. Null for a profile that cannot be used, and where the
-  // library that reads profiles is not installed.
+  // library that reads profiles is not installed. May be shared with others, threads too.
   static std::shared_ptr<const IccTransform> Make(std::string_view profile, int components);
 
   // Whether the profile says that it is sRGB, so that nothing needs to be computed.
@@ -26,6 +26,8 @@ class IccTransform {
   void Convert(const std::uint8_t* components, std::uint8_t* rgb, std::size_t pixel_count) const;
 
  private:
+  static std::shared_ptr<const IccTransform> MakeAnew(std::string_view profile, int components);
+
   explicit IccTransform(void* transform) : transform_(transform) {}
 
   void* transform_;
