@@ -242,12 +242,11 @@ void ElementWriter::AppendContent(std::string& out, const Object& kid) {
   out += ">>";
 }
 
-const std::string& ElementWriter::RoleOf(std::string_view name) {
-  const auto [found, is_new] = roles_.try_emplace(std::string(name));
-  if (is_new) {
-    found->second = target_->roles().Join(source_->roles(), name, target_->is_first());
-  }
-  return found->second;
+std::string ElementWriter::RoleOf(std::string_view name) {
+  const auto found = roles_.find(std::string(name));
+  return found != roles_.end()
+             ? found->second
+             : target_->roles().Join(source_->roles(), name, target_->is_first(), roles_);
 }
 
 const std::string& ElementWriter::ClassOf(std::string_view name) {

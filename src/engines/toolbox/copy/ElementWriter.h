@@ -58,7 +58,7 @@ class ElementWriter {
   void AppendRelated(std::string& out, const pdf::Object& elements);
   void AppendKids(std::string& out, std::span<const pdf::Object> all, std::span<const Kid> kids);
   void AppendContent(std::string& out, const pdf::Object& kid);
-  const std::string& RoleOf(std::string_view name);
+  std::string RoleOf(std::string_view name);
   const std::string& ClassOf(std::string_view name);
 
   CopyContext* context_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "pdf/tree/KeyedTree.h"
 #include "pdf/write/Serialize.h"
@@ -118,9 +119,10 @@ std::string_view MeaningOf(const NamedValues& roles, std::string_view name) {
   return name;
 }
 
-std::string TargetRoles::Join(const NamedValues& source, std::string_view name, bool is_first) {
+std::string TargetRoles::Join(const NamedValues& source, std::string_view name, bool is_first,
+                              JoinedNames& joined_before) {
   std::vector<std::string_view> chain = {name};
-  while (chain.size() <= kMaxRoleSteps) {
+  while (chain.size() <= kMaxRoleSteps && !joined_before.contains(std::string(chain.back()))) {
     const Object next = source.Get(chain.back());
     if (!next.IsName() || std::find(chain.begin(), chain.end(), next.Text()) != chain.end()) {
       break;
@@ -128,15 +130,20 @@ std::string TargetRoles::Join(const NamedValues& source, std::string_view name, 
     chain.push_back(next.Text());
   }
   // From the end, so that each name's own value is settled before it.
-  std::string joined(chain.back());
-  const Object last = source.Get(joined);
-  if (last.IsName()) {
-    joined = JoinOne(source, chain.back(), std::string(last.Text()), is_first);
+  std::optional<std::string> joined;
+  if (const auto known = joined_before.find(std::string(chain.back()));
+      known != joined_before.end()) {
+    joined = known->second;
+    chain.pop_back();
+  } else if (const Object last = source.Get(chain.back()); last.IsName()) {
+    joined = std::string(last.Text());
   }
-  for (auto i = chain.size() - 1; i-- > 0;) {
-    joined = JoinOne(source, chain[i], joined, is_first);
+  for (; !chain.empty(); chain.pop_back()) {
+    const std::string_view next = chain.back();
+    joined = joined ? JoinOne(source, next, *joined, is_first) : std::string(next);
+    joined_before.emplace(next, *joined);
   }
-  return joined;
+  return *std::move(joined);
 }
 
 std::string TargetRoles::JoinOne(const NamedValues& source, std::string_view name,

@@ -43,9 +43,15 @@ std::string_view MeaningOf(const NamedValues& roles, std::string_view name);
 // The role map of a document being made.
 class TargetRoles {
  public:
+  // Types of one source, by the names by which they are known in the target.
+  using JoinedNames = std::unordered_map<std::string, std::string>;
+
   // The name by which a source's type is known in the target, with all that it needs in the role
-  // map. is_first: no element of another source is in the target.
-  std::string Join(const NamedValues& source, std::string_view name, bool is_first);
+  // map.
+  //   is_first      - no element of another source is in the target
+  //   joined_before - what earlier calls for this source gave; gets what this one gives
+  std::string Join(const NamedValues& source, std::string_view name, bool is_first,
+                   JoinedNames& joined_before);
 
   // "<</Name/Type...>>"; empty when there are none.
   std::string Text() const;
