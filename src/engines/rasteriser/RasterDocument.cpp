@@ -7,6 +7,7 @@
 #include "engines/rasteriser/Limits.h"
 #include "engines/rasteriser/RasterError.h"
 #include "engines/support/files/DiskFile.h"
+#include "engines/support/pdfium/FieldNesting.h"
 #include "engines/support/pdfium/RepairedCopy.h"
 #include "pdf/Error.h"
 
@@ -122,6 +123,14 @@ void RasterDocument::LoadPage(int page_index) {
     throw RasterError(kPdf2ImgPageError);
   }
   RequireBounded(page_index);
+  OpenPage(page_index);
+  if (!(width_points_ > 0) || !(height_points_ > 0)) {
+    ReleasePage();
+    throw RasterError(kPdf2ImgPageError);
+  }
+}
+
+void RasterDocument::OpenPage(int page_index) {
   PdfiumLock pdfium;
   if (pdfium_file_->bytes_read() >
       std::max(limits::kMaxHeldBytes, 4 * pdfium_file_->bytes_of_opening())) {
@@ -130,21 +139,27 @@ void RasterDocument::LoadPage(int page_index) {
     pdfium_file_.reset();
     pdfium_file_ = OpenFile(pdfium, needs_password);
   }
+  page_index_ = page_index;
   page_ = pdfium_file_ != nullptr ? pdfium_file_->LoadPage(page_index) : nullptr;
-  if (page_ == nullptr && pages_ != nullptr && !is_repaired_) {
+  MeasurePage(pdfium);
+  const bool is_usable = page_ != nullptr && width_points_ > 0 && height_points_ > 0;
+  if (!is_usable && pages_ != nullptr && !is_repaired_) {
     TryRepairedCopy(pdfium);
-    page_ = pdfium_file_ != nullptr ? pdfium_file_->LoadPage(page_index) : nullptr;
+    if (page_ == nullptr && pdfium_file_ != nullptr) {
+      page_ = pdfium_file_->LoadPage(page_index);
+    }
+    MeasurePage(pdfium);
   }
   if (page_ == nullptr) {
     throw RasterError(kPdf2ImgPageError);
   }
-  page_index_ = page_index;
-  const double unit = UserUnitOf(page_index);
-  width_points_ = pdfium->FPDF_GetPageWidth(page_) * unit;
-  height_points_ = pdfium->FPDF_GetPageHeight(page_) * unit;
-  if (!(width_points_ > 0) || !(height_points_ > 0)) {
-    ReleasePage();
-    throw RasterError(kPdf2ImgPageError);
+}
+
+void RasterDocument::MeasurePage(PdfiumLock& pdfium) {
+  if (page_ != nullptr) {
+    const double unit = UserUnitOf(page_index_);
+    width_points_ = pdfium->FPDF_GetPageWidth(page_) * unit;
+    height_points_ = pdfium->FPDF_GetPageHeight(page_) * unit;
   }
 }
 
@@ -231,17 +246,23 @@ bool RasterDocument::HoldsLargeImages(int page_index) {
   }
 }
 
-// In doubt, it has not: PDFium alone reads the document then.
+// In doubt, it has not: PDFium alone reads the document then. It would go through fields that lead
+// to each other for hours.
 bool RasterDocument::HasForm() {
   if (core_ == nullptr) {
     return false;
   }
-  try {
-    pdf::Arena arena;
-    return core_->Resolve(core_->Catalog(arena).Get("AcroForm"), arena).IsDictionary();
-  } catch (const pdf::Error&) {
-    return false;
+  if (!has_form_) {
+    has_form_ = false;
+    try {
+      pdf::Arena arena;
+      const Object form = core_->Resolve(core_->Catalog(arena).Get("AcroForm"), arena);
+      has_form_ = form.IsDictionary() && FieldNesting(*core_).IsBounded(form);
+    } catch (const pdf::Error&) {
+      return false;
+    }
   }
+  return *has_form_;
 }
 
 double RasterDocument::UserUnitOf(int page_index) {

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "engines/support/pdfium/FormNesting.h"
@@ -57,6 +58,8 @@ class RasterDocument {
   void UseRepairedCopy(PdfiumLock& pdfium);
   std::unique_ptr<PdfiumFile> OpenFile(PdfiumLock& pdfium, bool& needs_password);
   void ClosePages();
+  void OpenPage(int page_index);
+  void MeasurePage(PdfiumLock& pdfium);
   bool HasForm();
   pdf::Object ResourcesOf(int page_index, pdf::Arena& arena);
   void RequireBounded(int page_index);
@@ -69,6 +72,7 @@ class RasterDocument {
   std::unique_ptr<pdf::PageTree> pages_;
   std::unique_ptr<FormNesting> nesting_;
   std::unique_ptr<PdfiumFile> pdfium_file_;  // null when there are no pages
+  std::optional<bool> has_form_;             // once it was asked for
   bool is_repaired_ = false;
   int page_count_ = 0;
   int page_index_ = -1;

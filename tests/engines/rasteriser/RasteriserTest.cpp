@@ -373,6 +373,23 @@ TEST_F(Rasteriser, DrawsPagesWithoutASizeAsLetters) {
   EXPECT_EQ(image.height, 792);
 }
 
+TEST_F(Rasteriser, ShowsTheMediaBoxWhereTheCropBoxLiesBesideIt) {
+  const std::string path = Path("in.pdf");
+  testing::WriteBytes(path, RawPdf()
+                                .Pages(2,
+                                       "/MediaBox[0 0 72 72]/CropBox[300 300 400 400]"
+                                       "/Contents 5 0 R")
+                                .Stream(5, "", "1 0 0 rg 0 0 72 72 re f")
+                                .Table());
+  ASSERT_TRUE(Open(path));
+  Pdf2ImgSetDPI(object_, 72);
+  const JpegImage image = Render(1);
+  EXPECT_EQ(image.width, 72);
+  EXPECT_TRUE(image.IsNear(30, 30, kRed));
+  ASSERT_TRUE(Open(path));
+  EXPECT_EQ(Render(2).width, 72);
+}
+
 TEST_F(Rasteriser, GivesTinyPagesAPixel) {
   Pdf2ImgSetDPI(object_, 72);
   const JpegImage image = RenderOnly(Painted("", 0.01, 100));
@@ -444,6 +461,22 @@ TEST_F(Rasteriser, DrawsNoPageWhoseFormsDrawThemselves) {
   EXPECT_THAT(reports_, ElementsAre(std::pair(1, static_cast<std::uint32_t>(kPdf2ImgPageError))));
   ASSERT_TRUE(Open(Path("in.pdf")));
   EXPECT_EQ(Render(2).width, 100);
+}
+
+// A field with the same kid twice, and so on: 2 to the power of 30 of them.
+TEST_F(Rasteriser, DrawsPagesOfADocumentWhoseFieldsUnfold) {
+  RawPdf file;
+  file.Object(1, "<</Type/Catalog/Pages 2 0 R/AcroForm<</Fields[4 0 R]>>>>")
+      .Object(2, "<</Type/Pages/Count 1/Kids[3 0 R]>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 72 72]/Contents 40 0 R>>");
+  for (int number = 4; number < 34; ++number) {
+    const std::string kid = std::to_string(number + 1) + " 0 R ";
+    file.Object(number, "<</Kids[" + kid + kid + "]>>");
+  }
+  file.Object(34, "<</T(a)/FT/Tx>>").Stream(40, "", "1 0 0 rg 0 0 72 72 re f");
+  testing::WriteBytes(Path("in.pdf"), file.Table());
+  ASSERT_TRUE(Open(Path("in.pdf")));
+  EXPECT_TRUE(Render(1).IsNear(30, 30, kRed));
 }
 
 TEST_F(Rasteriser, OpensALargeDocumentAnewOnTheWay) {

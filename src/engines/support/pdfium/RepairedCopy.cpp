@@ -1,6 +1,8 @@
 #include "engines/support/pdfium/RepairedCopy.h"
 
+#include <algorithm>
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -72,18 +74,57 @@ class Copy {
     const Object dictionary = pages_->Load(page, arena);
     std::string text = "<</Type/Page/Parent";
     pdf::AppendReference(text, root);
+    const auto attribute = [&](pdf::InheritableKey key) {
+      const Object own = dictionary.Get(pdf::kInheritablePageKeys[static_cast<std::size_t>(key)]);
+      return document_->Resolve(own, arena).IsNull() ? pages_->InheritedBy(page, key).value : own;
+    };
+    const bool shows_nothing = !Overlap(BoxOf(attribute(pdf::InheritableKey::kMediaBox)),
+                                        BoxOf(attribute(pdf::InheritableKey::kCropBox)));
     for (std::size_t i = 0; i < pdf::kInheritablePageKeys.size(); ++i) {
-      const std::string_view key = pdf::kInheritablePageKeys[i];
-      const Object own = dictionary.Get(key);
-      AppendEntry(text, key,
-                  document_->Resolve(own, arena).IsNull()
-                      ? pages_->InheritedBy(page, static_cast<pdf::InheritableKey>(i)).value
-                      : own);
+      const auto key = static_cast<pdf::InheritableKey>(i);
+      if (key != pdf::InheritableKey::kCropBox || !shows_nothing) {
+        AppendEntry(text, pdf::kInheritablePageKeys[i], attribute(key));
+      }
     }
     for (const std::string_view key : {"Contents", "Annots", "Group", "UserUnit"}) {
       AppendEntry(text, key, dictionary.Get(key));
     }
     writer_.WriteObject(page_numbers_[index], text + ">>");
+  }
+
+  struct Box {
+    std::array<double, 2> least{};
+    std::array<double, 2> most{};
+  };
+
+  std::optional<Box> BoxOf(const Object& value) {
+    pdf::Arena arena;
+    const auto items = document_->Resolve(value, arena).Items();
+    if (items.size() < 4) {
+      return std::nullopt;
+    }
+    Box box;
+    for (std::size_t i = 0; i < 2; ++i) {
+      const double first = document_->Resolve(items[i], arena).NumberOr(0);
+      const double second = document_->Resolve(items[i + 2], arena).NumberOr(0);
+      box.least[i] = std::min(first, second);
+      box.most[i] = std::max(first, second);
+    }
+    return box;
+  }
+
+  // In doubt, they do.
+  static bool Overlap(const std::optional<Box>& first, const std::optional<Box>& second) {
+    if (!first || !second) {
+      return true;
+    }
+    for (std::size_t i = 0; i < 2; ++i) {
+      if (std::max(first->least[i], second->least[i]) >=
+          std::min(first->most[i], second->most[i])) {
+        return false;
+      }
+    }
+    return true;
   }
 
   void AppendEntry(std::string& text, std::string_view key, const Object& value) {
