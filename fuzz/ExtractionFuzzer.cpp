@@ -1,0 +1,126 @@
+// Opens any bytes as a document and reads the images that its pages draw, as they are stored in
+// files. Nothing worse may come of it than an Error. What PDFium would decode is passed over:
+// it is fuzzed elsewhere.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "engines/parser/DrawingMatrix.h"
+#include "engines/parser/ImageWalker.h"
+#include "engines/parser/Layers.h"
+#include "engines/support/pixels/ColorSpace.h"
+#include "engines/support/pixels/JpegReader.h"
+#include "engines/support/pixels/PdfImage.h"
+#include "engines/support/pixels/Picture.h"
+#include "pdf/Error.h"
+#include "pdf/file/ByteSource.h"
+#include "pdf/file/Document.h"
+#include "pdf/tree/PageTree.h"
+
+namespace {
+
+using namespace TarnixTools;
+using engines::ImageFacts;
+using engines::ImageFilter;
+using engines::PdfImage;
+
+// Larger or more is slow, not different.
+constexpr std::size_t kMaxPages = 4;
+constexpr int kMaxImages = 16;
+constexpr std::uint64_t kMaxPixels = std::uint64_t{1} << 20;
+constexpr std::uint32_t kMaxRows = 4096;
+constexpr std::int64_t kMaxFaxColumns = 10'000;
+
+bool NeedsPdfium(const PdfImage& image, const ImageFacts& facts) {
+  if (facts.filter == ImageFilter::kJpx || facts.filter == ImageFilter::kJbig2) {
+    return true;
+  }
+  pdf::Arena arena;
+  const auto space = facts.is_mask
+                         ? std::optional(engines::DeviceSpace(1))
+                         : engines::ColorSpaceOf(*image.document, facts.color_space, arena);
+  const bool is_fax = facts.filter == ImageFilter::kCcitt;
+  const std::int64_t columns =
+      image.document->Resolve(facts.filter_parameters.Get("Columns"), arena).IntegerOr(1728);
+  return !space || (is_fax && (space->components != 1 || columns < 1 || columns > kMaxFaxColumns));
+}
+
+bool IsSmall(const ImageFacts& facts) {
+  return std::uint64_t{facts.width} * facts.height <= kMaxPixels;
+}
+
+bool IsOfInterest(const PdfImage& image, const ImageFacts& facts) {
+  return IsSmall(facts) && !NeedsPdfium(image, facts);
+}
+
+bool IsMaskOfInterest(pdf::Document& document, std::uint32_t number) {
+  if (number == 0) {
+    return true;
+  }
+  pdf::Arena arena;
+  PdfImage mask{.document = &document, .number = number, .dictionary = {}, .data = {}};
+  mask.dictionary = document.Load({.number = number, .generation = 0}, arena);
+  return IsOfInterest(mask, FactsOf(mask, arena));
+}
+
+void ReadPixels(engines::RowSource& picture) {
+  std::vector<std::uint8_t> row(picture.row_bytes());
+  const std::uint32_t rows = std::min(picture.height(), kMaxRows);
+  for (std::uint32_t y = 0; y < rows; ++y) {
+    if (picture.is_bilevel()) {
+      picture.ReadBits(row.data());
+    } else {
+      picture.ReadRow(row.data());
+    }
+  }
+}
+
+void ReadImage(const engines::DrawnImage& drawn) {
+  pdf::Arena arena;
+  const PdfImage& image = drawn.image;
+  const ImageFacts facts = FactsOf(image, arena);
+  if (!IsOfInterest(image, facts) || !IsMaskOfInterest(*image.document, facts.soft_mask) ||
+      !IsMaskOfInterest(*image.document, facts.stencil_mask)) {
+    return;
+  }
+  try {
+    engines::RowSourcePtr picture = OpenPicture(image, facts);
+    if (picture != nullptr && std::uint64_t{picture->width()} * picture->height() <= kMaxPixels) {
+      picture = MakeUpright(std::move(picture), OrientationOf(drawn.matrix));
+      ReadPixels(*picture);
+    }
+  } catch (const pdf::Error&) {
+  }
+}
+
+void ReadImages(std::string_view bytes) {
+  const auto document = pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes), "");
+  const pdf::PageTree pages(*document);
+  const engines::Layers layers(*document);
+  for (std::size_t i = 0; i < std::min(pages.pages().size(), kMaxPages); ++i) {
+    engines::ImageWalker walker(*document, pages, layers, i, true);
+    for (int found = 0; found < kMaxImages; ++found) {
+      const engines::DrawnImage* drawn = walker.Next();
+      if (drawn == nullptr) {
+        break;
+      }
+      ReadImage(*drawn);
+    }
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  engines::ReadJpegHeader({reinterpret_cast<const char*>(data), size});
+  try {
+    ReadImages({reinterpret_cast<const char*>(data), size});
+  } catch (const pdf::Error&) {
+  }
+  return 0;
+}
