@@ -103,18 +103,24 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   std::string& GetOutPdfName() { return out_pdf_name_; }
 
   // Converts each image to a document: the image's path + ".pdf" when no output directory was set,
-  // else the image's name with ".pdf" in place of its extension, in that directory. Then joins
-  // them, in the output directory or the first document's, and deletes them. With an output
-  // password all of them are encrypted.
+  // else the image's name with ".pdf" in place of its extension, in that directory; with a number
+  // ("a-2.pdf") where another image of the run has that name, or, when the documents are joined
+  // and deleted, a file that is not the task's. Then joins them, in the output directory or the
+  // first document's, and deletes them. With an output password all of them are encrypted.
   //
   // Throws InvalidParameter without images, EngineError for an image that cannot be converted, and
   // what PdfDoc::Merge and PdfDoc::Delete throw. Documents that were complete by then stay. A task
   // keeps its documents: executed once more, it joins those of the earlier run too.
   void Execute();
 
+  // What the last Execute has written and left there, as full paths: the joined document, or one
+  // for each image.
+  const std::list<std::string>& GetWrittenDocuments() const { return written_documents_; }
+
  private:
   void SetDefaults();
-  void ConvertImg2Pdf(const std::string& image_path);
+  void ConvertImages();
+  void ConvertImg2Pdf(const std::string& image_path, const std::string& document_path);
   std::string DocumentPath(const std::string& image_path) const;
   std::string MergedPath() const;
 
@@ -124,6 +130,7 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   std::int32_t engine_orientation_;  // value of the Orientation tag
   std::list<std::string> input_images_;
   std::list<PdfDoc> converted_docs_;
+  std::list<std::string> written_documents_;
   std::string out_prefix_;
   std::string out_pdf_name_;
   float margin_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "PdfException.h"
+#include "conversions/DocumentNames.h"
 #include "conversions/Img2PdfHandle.h"
 #include "foundation/Platform.h"
 #include "foundation/Unicode.h"
@@ -122,9 +123,8 @@ void Img2PdfTask::Execute() {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "None image defined to convert to PDF");
   }
-  for (const std::string& image_path : input_images_) {
-    ConvertImg2Pdf(image_path);
-  }
+  written_documents_.clear();
+  ConvertImages();
   if (!merge_after_) {
     return;
   }
@@ -132,18 +132,34 @@ void Img2PdfTask::Execute() {
     throw PdfException(PdfExceptionCode::InternalError, 0,
                        "None PDF doc obtained from input images");
   }
-  PdfDoc::Merge(converted_docs_, MergedPath(), out_password_, &report_);
+  const PdfDoc merged(MergedPath(), out_password_, false);
+  PdfDoc::Merge(converted_docs_, merged.GetPath(), out_password_, &report_);
+  written_documents_ = {merged.GetPath()};
   for (PdfDoc& document : converted_docs_) {
-    PdfDoc::Delete(document);
+    if (document.GetPath() != merged.GetPath()) {
+      PdfDoc::Delete(document);
+    }
   }
 }
 
-void Img2PdfTask::ConvertImg2Pdf(const std::string& image_path) {
+// Documents that are deleted after the merge must not take the place of others meanwhile.
+void Img2PdfTask::ConvertImages() {
+  DocumentNames names(merge_after_);
+  for (const PdfDoc& document : converted_docs_) {
+    names.AllowReplacing(document.GetPath());
+  }
+  for (const std::string& image_path : input_images_) {
+    const std::string path = names.Take(DocumentPath(image_path), image_path);
+    ConvertImg2Pdf(image_path, path);
+    written_documents_.push_back(path);
+  }
+}
+
+void Img2PdfTask::ConvertImg2Pdf(const std::string& image_path, const std::string& document_path) {
   if (image_path.empty()) {
     throw PdfException(PdfExceptionCode::FileNotFound, 0,
                        "Could not convert image to PDF, empty image path");
   }
-  const std::string document_path = DocumentPath(image_path);
   {
     const Img2PdfHandle handle;
     engines::TImg2Pdf* object = handle.Get();

@@ -109,6 +109,12 @@ bool IsDirectory(const std::string& path) {
   return stat(NativePath(path).c_str(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
+bool Exists(const std::string& path) {
+  struct stat info {};
+
+  return lstat(NativePath(path).c_str(), &info) == 0;
+}
+
 FilePtr OpenForReading(const std::string& path) {
   const int descriptor = open(NativePath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (descriptor < 0) {

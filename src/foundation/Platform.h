@@ -32,6 +32,9 @@ std::string ErrorText(int error);
 
 bool IsDirectory(const std::string& path);
 
+// Whether there is anything of that name, be it a link to nothing.
+bool Exists(const std::string& path);
+
 // Opens for reading, unbuffered: the engines have buffers of their own. Null for a directory too.
 // Never waits for the other end of a pipe.
 FilePtr OpenForReading(const std::string& path);

@@ -150,6 +150,57 @@ TEST_F(Img2PdfTaskTest, NamesTheJoinedDocument) {
   EXPECT_THAT(directory_.Names("out"), ElementsAre("_merged_images.pdf", "all", "x.pdf"));
 }
 
+TEST_F(Img2PdfTaskTest, ImagesOfOneStemDoNotTakeEachOthersPlace) {
+  directory_.MakeDir("more");
+  MakeImage("a.jpg");
+  MakeImage("a.jpeg", 1);
+  MakeImage("more/a.jpg", 3, ExifJpegSegment(6));
+  Img2PdfTask task(std::list<std::string>{Path("a.jpg"), Path("a.jpeg"), Path("more/a.jpg")});
+  task.SetOutputPath(directory_.MakeDir("out"));
+  task.SetMergeAfter(false);
+  task.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("a-2.pdf", "a-3.pdf", "a.pdf"));
+  EXPECT_EQ(task.GetWrittenDocuments().size(), 3U);
+  EXPECT_THAT(SizeOf("out/a-3.pdf"), ElementsAre(6, 12));
+  Img2PdfTask merging(std::list<std::string>{Path("a.jpg"), Path("more/a.jpg")});
+  merging.SetOutputPath(directory_.MakeDir("merged"));
+  merging.Execute();
+  EXPECT_THAT(directory_.Names("merged"), ElementsAre("_merged_images.pdf"));
+  EXPECT_THAT(SizeOf("merged/_merged_images.pdf", 1), ElementsAre(12, 6));
+  EXPECT_THAT(SizeOf("merged/_merged_images.pdf", 2), ElementsAre(6, 12));
+}
+
+TEST_F(Img2PdfTaskTest, AnImageThatComesAgainKeepsItsDocument) {
+  const std::string image = MakeImage("a.jpg");
+  Img2PdfTask task(std::list<std::string>{image, image});
+  task.SetOutputPath(directory_.MakeDir("out"));
+  task.SetMergeAfter(false);
+  task.Execute();
+  task.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("a.pdf"));
+}
+
+TEST_F(Img2PdfTaskTest, DocumentsThatAreDeletedSpareOthers) {
+  const std::string image = MakeImage("a.jpg");
+  directory_.MakeDir("out");
+  WriteBytes(Path("out/a.pdf"), "somebody's");
+  Img2PdfTask task(image);
+  task.SetOutputPath(Path("out"));
+  task.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("_merged_images.pdf", "a.pdf"));
+  EXPECT_EQ(testing::ReadBytes(Path("out/a.pdf")), "somebody's");
+}
+
+TEST_F(Img2PdfTaskTest, TheMergedDocumentMayHaveTheNameOfASingleOne) {
+  Img2PdfTask task(std::list<std::string>{MakeImage("a.jpg"), MakeImage("b.jpg")});
+  task.SetOutputPath(directory_.MakeDir("out"));
+  task.SetOutPdfName("a.pdf");
+  task.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("a.pdf"));
+  EXPECT_EQ(PagesOf("out/a.pdf"), 2);
+  EXPECT_THAT(task.GetWrittenDocuments(), ElementsAre(Stored(Path("out/a.pdf"))));
+}
+
 TEST_F(Img2PdfTaskTest, PagesTakeTheSizeOfTheImage) {
   Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
   task.SetOrientation(Img2PdfOrientation::Img2PdfLandscape);  // of no effect

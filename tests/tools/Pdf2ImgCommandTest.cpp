@@ -34,12 +34,15 @@ TEST_F(Pdf2ImgCommand, TakesItsOptions) {
   EXPECT_EQ(image.height, 120);
 }
 
-TEST_F(Pdf2ImgCommand, NamesEachOutputOnce) {
+TEST_F(Pdf2ImgCommand, NamesEachOutputOnceAndTellsWhatWasReplaced) {
   WritePdf("other.pdf", 1);
-  EXPECT_EQ(Run({"pdf2img", "-o", "out", "--dpi", "9", "--pages", "1", "--no-doc-name", "book.pdf",
-                 "other.pdf"})
-                .out,
-            "out/page-0001.jpg\n");
+  std::vector<std::string> words = {"pdf2img", "-o", "out",           "--dpi",    "9",
+                                    "--pages", "1",  "--no-doc-name", "book.pdf", "other.pdf"};
+  const RunResult result = Run(words);
+  EXPECT_EQ(result.out, "out/page-0001.jpg\n");
+  EXPECT_EQ(result.err, "tarnix: 1 image was replaced by later ones of the same name\n");
+  words.emplace_back("-q");
+  EXPECT_EQ(Run(words).err, "");
 }
 
 TEST_F(Pdf2ImgCommand, RefusesWrongUsage) {
@@ -68,6 +71,9 @@ TEST_F(Pdf2ImgCommand, ExtractsImagesAndPrintsTheirNamesOnly) {
   WriteImages("scan.pdf");
   EXPECT_EQ(Run({"extract-images", "-o", "out", "scan.pdf"}).out,
             "out/img0001.jpg\nout/img0002.jpg\n");
+  WriteImages("other.pdf");
+  EXPECT_EQ(Run({"extract-images", "-o", "out", "scan.pdf", "other.pdf"}).err,
+            "tarnix: 2 images were replaced by later ones of the same name\n");
   EXPECT_EQ(RunJson({"extract-images", "-o", "out", "--pages", "2", "scan.pdf"})["outputs"],
             Json::array({"out/img0001.jpg"}));
   ExpectFailure(Run({"extract-images", "book.pdf"}), 18,

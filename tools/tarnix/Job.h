@@ -68,6 +68,7 @@ struct JobResult {
   Json fields = Json::object();           // the job's own fields of the JSON object
   std::string text = {};  // printed instead of the outputs when not empty (no --json)
   PdfReport report = {};  // of the task, for --verbose
+  std::vector<std::string> warnings = {};  // a line each, without a full stop; not with --quiet
   int exit_status = kExitDone;
 };
 

@@ -1,8 +1,8 @@
 #include <iostream>
-#include <set>
 #include <streambuf>
 #include <string>
 
+#include "ImageOutputs.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "PageList.h"
@@ -48,14 +48,7 @@ JobResult ExtractImages(JobContext& context) {
     const SilentOutput silent;
     task.Execute();
   }
-  JobResult result{.report = task.GetReport()};
-  std::set<std::string> seen;  // those of a second document replace those of the first
-  for (const std::string& image : task.GetImages()) {
-    if (seen.insert(image).second) {
-      result.outputs.push_back(image);
-    }
-  }
-  return result;
+  return ResultOf(task);
 }
 
 const JobRegistration kRegistration({

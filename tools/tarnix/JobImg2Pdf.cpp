@@ -53,29 +53,6 @@ float ParseMargin(const std::string& text) {
   return margin;
 }
 
-// The library names the documents after the images; here are the same rules.
-std::string DocumentOf(const std::string& image, const std::string& directory) {
-  if (directory.empty()) {
-    return image + ".pdf";
-  }
-  const std::string name = image.substr(image.find_last_of("\\/") + 1);
-  return directory + name.substr(0, name.rfind('.')) + ".pdf";
-}
-
-std::vector<std::string> OutputsOf(Img2PdfTask& task, bool is_merged) {
-  std::vector<std::string> documents;
-  for (const std::string& image : task.GetInputImages()) {
-    documents.push_back(DocumentOf(image, task.GetOutputPath()));
-  }
-  if (!is_merged) {
-    return documents;
-  }
-  const std::string& first = documents.front();
-  const std::string prefix = task.GetOutPrefix().empty() ? "_merged_images" : task.GetOutPrefix();
-  return {first.substr(0, first.find_last_of("\\/") + 1) +
-          (task.GetOutPdfName().empty() ? prefix + ".pdf" : task.GetOutPdfName())};
-}
-
 JobResult ConvertImages(JobContext& context) {
   const OptionValues& options = context.Options();
   const float margin = ParseMargin(options.Text("margin", "0"));
@@ -91,7 +68,8 @@ JobResult ConvertImages(JobContext& context) {
   task.SetOutPdfName(options.Text("name"));
   context.SetOutput(task);
   task.Execute();
-  return {.outputs = OutputsOf(task, !options.Has("no-merge")), .report = task.GetReport()};
+  const std::list<std::string>& documents = task.GetWrittenDocuments();
+  return {.outputs = {documents.begin(), documents.end()}, .report = task.GetReport()};
 }
 
 const JobRegistration kRegistration({

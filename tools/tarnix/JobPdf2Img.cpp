@@ -1,11 +1,11 @@
 #include <charconv>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "Failure.h"
+#include "ImageOutputs.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "PageList.h"
@@ -64,12 +64,6 @@ void SetSize(Pdf2ImgTask& task, const std::string& text) {
   task.SetOutImgSize(*width, *height);
 }
 
-// The library puts a separator of its own after the directory's.
-std::string WithoutDoubleSeparator(std::string path) {
-  const std::size_t at = path.find("\\\\", 1);
-  return at != std::string::npos ? path.erase(at, 1) : path;
-}
-
 JobResult Pdf2Img(JobContext& context) {
   const OptionValues& options = context.Options();
   Pdf2ImgTask task;
@@ -87,14 +81,7 @@ JobResult Pdf2Img(JobContext& context) {
   context.AddDocuments(task);
   context.SetOutput(task);
   task.Execute();
-  JobResult result{.report = task.GetReport()};
-  std::set<std::string> seen;  // documents may overwrite each other's images
-  for (const std::string& image : task.GetImages()) {
-    if (seen.insert(image).second) {
-      result.outputs.push_back(WithoutDoubleSeparator(image));
-    }
-  }
-  return result;
+  return ResultOf(task);
 }
 
 const JobRegistration kRegistration({

@@ -107,7 +107,16 @@ void PrintText(const Command& command, const DoneJob& done) {
   }
 }
 
+void PrintWarnings(const JobResult& result) {
+  for (const std::string& warning : result.warnings) {
+    WriteError(OneLine("tarnix: " + warning) + "\n");
+  }
+}
+
 void PrintResult(const Command& command, const DoneJob& done) {
+  if (!command.values.Has("quiet")) {
+    PrintWarnings(done.result);
+  }
   if (command.values.Has("json")) {
     PrintJson(command, done.result);
   } else {
