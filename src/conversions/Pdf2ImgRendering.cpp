@@ -25,9 +25,11 @@ struct PageTroubles {
     if (error == engines::kPdf2ImgWriteError && troubles.unwritten_page == 0) {
       troubles.unwritten_page = page_number;
     }
+    const char* const what = error == engines::kPdf2ImgPartialPageError
+                                 ? "a part of a page cannot be drawn"
+                                 : "a page cannot be drawn";
     char reason[64];
-    std::snprintf(reason, sizeof reason, "a page cannot be drawn (error 0x%08X)",
-                  static_cast<unsigned>(error));
+    std::snprintf(reason, sizeof reason, "%s (error 0x%08X)", what, static_cast<unsigned>(error));
     troubles.report.Add({.kind = PdfReportKind::Damage,
                          .outcome = PdfReportOutcome::Dropped,
                          .count = 1,

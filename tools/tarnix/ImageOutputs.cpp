@@ -13,6 +13,17 @@ std::string WithoutDoubleSeparator(std::string path) {
   return at != std::string::npos ? path.erase(at, 1) : path;
 }
 
+std::string WarningOf(const PdfReportEntry& entry) {
+  std::string text = entry.reason;
+  if (entry.page > 0) {
+    text += ": page " + std::to_string(entry.page);
+  }
+  if (entry.count > 1) {
+    text += " and " + std::to_string(entry.count - 1) + " more";
+  }
+  return text;
+}
+
 }  // namespace
 
 JobResult ResultOf(const Pdf2ImgTask& task) {
@@ -28,6 +39,11 @@ JobResult ResultOf(const Pdf2ImgTask& task) {
     result.warnings.push_back(std::to_string(replaced) +
                               (replaced == 1 ? " image was" : " images were") +
                               " replaced by later ones of the same name");
+  }
+  for (const PdfReportEntry& entry : result.report.GetEntries()) {
+    if (entry.kind == PdfReportKind::Damage && entry.outcome == PdfReportOutcome::Dropped) {
+      result.warnings.push_back(WarningOf(entry));
+    }
   }
   return result;
 }

@@ -122,7 +122,14 @@ void RasterDocument::LoadPage(int page_index) {
   if (page_index < 0 || page_index >= page_count_) {
     throw RasterError(kPdf2ImgPageError);
   }
-  RequireBounded(page_index);
+  is_page_partial_ = DrawsTooMuch(page_index);
+  if (is_page_partial_ && !is_repaired_) {
+    PdfiumLock pdfium;
+    UseRepairedCopy(pdfium);
+    if (pdfium_file_ == nullptr) {
+      throw RasterError(kPdf2ImgPageError);
+    }
+  }
   OpenPage(page_index);
   if (!(width_points_ > 0) || !(height_points_ > 0)) {
     ReleasePage();
@@ -201,18 +208,23 @@ pdf::Object RasterDocument::ResourcesOf(int page_index, pdf::Arena& arena) {
                       : own;
 }
 
-// PDFium would draw forms within forms until there is no memory left.
-void RasterDocument::RequireBounded(int page_index) {
+// PDFium would go on until there is no memory left.
+bool RasterDocument::DrawsTooMuch(int page_index) {
   if (pages_ == nullptr) {
-    return;
+    return false;
   }
-  if (nesting_ == nullptr) {
-    nesting_ = std::make_unique<FormNesting>(*core_);
+  if (cost_ == nullptr) {
+    cost_ = std::make_unique<DrawingCost>(*core_);
   }
   pdf::Arena arena;
-  if (!nesting_->IsBounded(ResourcesOf(page_index, arena))) {
-    throw RasterError(kPdf2ImgPageError);
-  }
+  const pdf::PageTree::Page& entry = pages_->pages()[static_cast<std::size_t>(page_index)];
+  const Object page = pages_->Load(entry, arena);
+  return !cost_
+              ->ExcessOf({.number = core_->object_limit() + static_cast<std::uint32_t>(page_index),
+                          .contents = page.Get("Contents"),
+                          .resources = ResourcesOf(page_index, arena),
+                          .annotations = page.Get("Annots")})
+              .empty();
 }
 
 // In doubt, it does.

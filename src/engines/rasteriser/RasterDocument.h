@@ -10,7 +10,7 @@
 #include <optional>
 #include <string>
 
-#include "engines/support/pdfium/FormNesting.h"
+#include "engines/support/pdfium/DrawingCost.h"
 #include "engines/support/pdfium/PdfiumFile.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
@@ -44,6 +44,9 @@ class RasterDocument {
 
   double height_points() const { return height_points_; }
 
+  // Whether something of the page is not drawn, because it would be without end.
+  bool is_page_partial() const { return is_page_partial_; }
+
   // Draws on the pixels (four bytes each: blue, green, red and one that does not matter), which are
   // white.
   void Draw(std::uint8_t* pixels, int width, int height, const Placement& placement);
@@ -62,7 +65,7 @@ class RasterDocument {
   void MeasurePage(PdfiumLock& pdfium);
   bool HasForm();
   pdf::Object ResourcesOf(int page_index, pdf::Arena& arena);
-  void RequireBounded(int page_index);
+  bool DrawsTooMuch(int page_index);
   bool HoldsLargeImages(int page_index);
   double UserUnitOf(int page_index);
 
@@ -70,12 +73,13 @@ class RasterDocument {
   std::string password_;
   std::unique_ptr<pdf::Document> core_;  // null when the core cannot read it
   std::unique_ptr<pdf::PageTree> pages_;
-  std::unique_ptr<FormNesting> nesting_;
+  std::unique_ptr<DrawingCost> cost_;
   std::unique_ptr<PdfiumFile> pdfium_file_;  // null when there are no pages
   std::optional<bool> has_form_;             // once it was asked for
   bool is_repaired_ = false;
   int page_count_ = 0;
   int page_index_ = -1;
+  bool is_page_partial_ = false;
   pdfium::Page* page_ = nullptr;
   pdfium::Page* kept_page_ = nullptr;  // the one before
   double width_points_ = 0;

@@ -49,6 +49,9 @@ struct TPdf2Img {
       DrawPage();
       document->ReleasePage();
       image_page_number = page_number;
+      if (document->is_page_partial()) {
+        Report({page_number, kPdf2ImgPartialPageError});
+      }
     } catch (...) {
       image.reset();
       const Pdf2ImgError error = CodeOfCurrentException();

@@ -30,7 +30,8 @@ struct TPdf2Img;
 // The only compression there is: JPEG.
 inline constexpr std::int32_t kPdf2ImgJpeg = 3;
 
-// Tells that no image came out for a page, and why.
+// Tells that no image came out for a page, and why; or, with kPdf2ImgPartialPageError, that the
+// image shows a part of the page only.
 //   page_number - one-based
 using TPdf2ImgReport = void (*)(void* handle, std::int32_t page_number, std::uint32_t error_code);
 

@@ -447,20 +447,25 @@ TEST_F(Rasteriser, FailsWithoutADocument) {
   EXPECT_EQ(Pdf2ImgGetErrorCode(nullptr), kPdf2ImgArgumentError);
 }
 
-TEST_F(Rasteriser, DrawsNoPageWhoseFormsDrawThemselves) {
-  TestPdf document = Painted("/F Do");
+TEST_F(Rasteriser, LeavesOutFormsThatDrawThemselves) {
+  TestPdf document = Painted("/F Do 1 0 0 rg 0 0 72 72 re f");
   document
       .Object("form",
               "<< /Type /XObject /Subtype /Form /BBox [0 0 9 9] /Resources << /XObject << /F "
               "{{form}} >> >> /Length 11 >>\nstream\n/F Do /F Do\nendstream")
-      .PageEntry("/Resources << /XObject << /F {{form}} >> >>");
+      .PageEntry("/Resources << /XObject << /F {{form}} >> >>")
+      .Annotation("/Subtype /Stamp /F 4 /Rect [72 0 144 72] /AP << /N {{form}} >>");
   document.Page().Size(72, 72);
   ASSERT_TRUE(Open(document));
   Listen();
-  EXPECT_EQ(Render(1).width, 0);
-  EXPECT_THAT(reports_, ElementsAre(std::pair(1, static_cast<std::uint32_t>(kPdf2ImgPageError))));
+  const JpegImage image = Render(1);
+  EXPECT_TRUE(image.IsNear(10, 50, kRed));
+  EXPECT_TRUE(image.IsNear(150, 50, kWhite));
+  EXPECT_THAT(reports_,
+              ElementsAre(std::pair(1, static_cast<std::uint32_t>(kPdf2ImgPartialPageError))));
   ASSERT_TRUE(Open(Path("in.pdf")));
   EXPECT_EQ(Render(2).width, 100);
+  EXPECT_EQ(reports_.size(), 1U);
 }
 
 // A field with the same kid twice, and so on: 2 to the power of 30 of them.

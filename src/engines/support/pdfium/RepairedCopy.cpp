@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "engines/support/pdfium/DrawingCost.h"
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/ObjectCopier.h"
 #include "pdf/write/Serialize.h"
@@ -22,6 +23,7 @@ class Copy {
   Copy(pdf::Document& document, const pdf::PageTree& pages, pdf::ByteSink& sink)
       : document_(&document),
         pages_(&pages),
+        cost_(document),
         writer_(sink, nullptr),
         objects_(document, writer_, numbers_, [&pages](std::uint32_t number) {
           return pages.IsPage(number) || pages.IsNode(number);
@@ -80,16 +82,81 @@ class Copy {
     };
     const bool shows_nothing = !Overlap(BoxOf(attribute(pdf::InheritableKey::kMediaBox)),
                                         BoxOf(attribute(pdf::InheritableKey::kCropBox)));
-    for (std::size_t i = 0; i < pdf::kInheritablePageKeys.size(); ++i) {
-      const auto key = static_cast<pdf::InheritableKey>(i);
+    for (const pdf::InheritableKey key :
+         {pdf::InheritableKey::kMediaBox, pdf::InheritableKey::kCropBox,
+          pdf::InheritableKey::kRotate}) {
       if (key != pdf::InheritableKey::kCropBox || !shows_nothing) {
-        AppendEntry(text, pdf::kInheritablePageKeys[i], attribute(key));
+        AppendEntry(text, pdf::kInheritablePageKeys[static_cast<std::size_t>(key)], attribute(key));
       }
     }
-    for (const std::string_view key : {"Contents", "Annots", "Group", "UserUnit"}) {
+    const Object resources = attribute(pdf::InheritableKey::kResources);
+    AppendDrawn(
+        text, dictionary, resources,
+        cost_.ExcessOf({.number = document_->object_limit() + static_cast<std::uint32_t>(index),
+                        .contents = dictionary.Get("Contents"),
+                        .resources = document_->Resolve(resources, arena),
+                        .annotations = dictionary.Get("Annots")}));
+    for (const std::string_view key : {"Group", "UserUnit"}) {
       AppendEntry(text, key, dictionary.Get(key));
     }
     writer_.WriteObject(page_numbers_[index], text + ">>");
+  }
+
+  // What the page draws, without what is too much.
+  void AppendDrawn(std::string& text, const Object& page, const Object& resources,
+                   const DrawingCost::Excess& excess) {
+    if (!excess.contents) {
+      AppendEntry(text, "Contents", page.Get("Contents"));
+    }
+    if (excess.resources.empty()) {
+      AppendEntry(text, "Resources", resources);
+    } else {
+      AppendResources(text, resources, excess.resources);
+    }
+    if (excess.annotations.empty()) {
+      AppendEntry(text, "Annots", page.Get("Annots"));
+    } else {
+      AppendAnnotations(text, page.Get("Annots"), excess.annotations);
+    }
+  }
+
+  void AppendResources(std::string& text, const Object& resources,
+                       const std::vector<DrawingCost::ResourceName>& left_out) {
+    pdf::Arena arena;
+    text += "/Resources<<";
+    for (const pdf::DictionaryEntry& category : document_->Resolve(resources, arena).Entries()) {
+      const Object named = document_->Resolve(category.value, arena);
+      if (!named.IsDictionary()) {
+        AppendEntry(text, category.Key(), category.value);
+        continue;
+      }
+      pdf::AppendName(text, category.Key());
+      text += "<<";
+      for (const pdf::DictionaryEntry& entry : named.Entries()) {
+        const bool is_left_out =
+            std::any_of(left_out.begin(), left_out.end(), [&](const auto& name) {
+              return name.category == category.Key() && name.name == entry.Key();
+            });
+        if (!is_left_out) {
+          AppendEntry(text, entry.Key(), entry.value);
+        }
+      }
+      text += ">>";
+    }
+    text += ">>";
+  }
+
+  void AppendAnnotations(std::string& text, const Object& annotations,
+                         const std::vector<std::size_t>& left_out) {
+    pdf::Arena arena;
+    const auto items = document_->Resolve(annotations, arena).Items();
+    text += "/Annots[";
+    for (std::size_t i = 0; i < items.size(); ++i) {
+      if (!std::binary_search(left_out.begin(), left_out.end(), i)) {
+        objects_.Append(text, items[i]);
+      }
+    }
+    text += "]";
   }
 
   struct Box {
@@ -136,6 +203,7 @@ class Copy {
 
   pdf::Document* document_;
   const pdf::PageTree* pages_;
+  DrawingCost cost_;
   pdf::FileWriter writer_;
   pdf::NumberMap numbers_;
   pdf::ObjectCopier objects_;

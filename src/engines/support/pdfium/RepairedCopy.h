@@ -10,8 +10,8 @@
 namespace TarnixTools::engines {
 
 // Writes all pages with what they need to be drawn: resources, annotations, the form's settings and
-// the layers. Not encrypted, whatever the source is. Streams go through block by block. Throws
-// pdf::Error.
+// the layers; without what DrawingCost says is too much. Not encrypted, whatever the source is.
+// Streams go through block by block. Throws pdf::Error.
 void WriteRepairedCopy(pdf::Document& document, const pdf::PageTree& pages, pdf::ByteSink& sink);
 
 }  // namespace TarnixTools::engines
