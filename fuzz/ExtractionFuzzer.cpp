@@ -63,7 +63,8 @@ bool IsMaskOfInterest(pdf::Document& document, std::uint32_t number) {
     return true;
   }
   pdf::Arena arena;
-  PdfImage mask{.document = &document, .number = number, .dictionary = {}, .data = {}};
+  PdfImage mask{
+      .document = &document, .number = number, .dictionary = {}, .data = {}, .color_spaces = {}};
   mask.dictionary = document.Load({.number = number, .generation = 0}, arena);
   return IsOfInterest(mask, FactsOf(mask, arena));
 }

@@ -83,9 +83,10 @@ struct ImageWalker::Frame {
   pdf::Arena arena;    // of what lives as long as the frame
   pdf::Arena scratch;  // of one operation
   Object resources;
-  std::optional<Object> objects;  // /XObject of the resources, once it was asked for
-  std::uint32_t number = 0;       // of the stream; 0 for a page's content
-  DrawingMatrix base;             // of the content's own space
+  std::optional<Object> objects;       // /XObject of the resources, once it was asked for
+  std::optional<Object> color_spaces;  // /ColorSpace, likewise
+  std::uint32_t number = 0;            // of the stream; 0 for a page's content
+  DrawingMatrix base;                  // of the content's own space
   State state;
   std::vector<State> saved;
   std::vector<bool> marked;  // open marked content: whether it hides
@@ -347,8 +348,7 @@ const DrawnImage* ImageWalker::DrawObject(Frame& frame, const pdf::Operation& op
   }
   const Object subtype = document_->Resolve(dictionary.Get("Subtype"), image_arena_);
   if (subtype.IsName("Image")) {
-    drawn_ = {{document_, number, dictionary, {}}, frame.state.matrix};
-    return &drawn_;
+    return Draw(frame, {document_, number, dictionary, {}, {}});
   }
   if (subtype.IsName("Form")) {
     const DrawingMatrix own =
@@ -365,7 +365,15 @@ const DrawnImage* ImageWalker::DrawInline(Frame& frame, const pdf::Operation& op
   const Object entries = pdf::ParseInlineEntries(operation.image_entries, image_arena_);
   const Object dictionary =
       FullInlineDictionary(*document_, entries, frame.resources, image_arena_);
-  drawn_ = {{document_, 0, dictionary, operation.image_data}, frame.state.matrix};
+  return Draw(frame, {document_, 0, dictionary, operation.image_data, {}});
+}
+
+const DrawnImage* ImageWalker::Draw(Frame& frame, const PdfImage& image) {
+  if (!frame.color_spaces) {
+    frame.color_spaces = document_->Resolve(frame.resources.Get("ColorSpace"), frame.arena);
+  }
+  drawn_ = {image, frame.state.matrix};
+  drawn_.image.color_spaces = *frame.color_spaces;
   return &drawn_;
 }
 

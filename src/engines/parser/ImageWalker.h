@@ -45,6 +45,7 @@ class ImageWalker {
   const DrawnImage* Run(Frame& frame, const pdf::Operation& operation);
   const DrawnImage* DrawObject(Frame& frame, const pdf::Operation& operation);
   const DrawnImage* DrawInline(Frame& frame, const pdf::Operation& operation);
+  const DrawnImage* Draw(Frame& frame, const PdfImage& image);
   void PaintPattern(Frame& frame, const std::string& name);
   void BeginMarked(Frame& frame, const pdf::Operation& operation);
   std::string PageContent(const pdf::Object& contents);

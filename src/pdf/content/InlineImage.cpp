@@ -56,6 +56,14 @@ std::optional<std::size_t> PlainLength(const Object& entries, std::size_t availa
   return row <= available / rows ? std::optional(row * rows) : std::nullopt;
 }
 
+// Whether a line end is no beginning of the data.
+bool HasMagicNumber(const Object& entries) {
+  const Object filter = Either(entries, "F", "Filter");
+  const Object first = filter.IsArray() && !filter.Items().empty() ? filter.Items()[0] : filter;
+  return first.IsName("DCT") || first.IsName("DCTDecode") || first.IsName("Fl") ||
+         first.IsName("FlateDecode");
+}
+
 }  // namespace
 
 Object ParseInlineEntries(std::string_view text, Arena& arena) {
@@ -90,7 +98,8 @@ std::optional<InlineImageMeasure::Extent> InlineImageMeasure::Measure(const Obje
   if (!extent) {
     extent = ByEndMark(entries, begin);
   }
-  return extent ? extent : BySearch(begin);
+  const bool starts_later = content_.substr(after_id, 2) == "\r\n" && HasMagicNumber(entries);
+  return extent ? extent : BySearch(begin + (starts_later ? 1 : 0));
 }
 
 // The extent when EI stands at `end`, white space before it allowed.

@@ -20,6 +20,11 @@ inline bool IsWhiteSpace(char c) {
 // fit costs nothing.
 Decoded DecodeFlate(std::string_view encoded, std::size_t limit);
 
+constexpr std::size_t kZlibHeaderBytes = 2;
+
+// RFC 1950, 2.2: method 8, a window of at most 32 KiB, the check bits, no preset dictionary.
+bool StartsWithZlibHeader(std::string_view data);
+
 // `early_change`: 1 when codes grow one code early (the standard's default), else 0.
 Decoded DecodeLzw(std::string_view encoded, int early_change, std::size_t limit);
 
@@ -29,6 +34,10 @@ Decoded DecodeRunLength(std::string_view encoded, std::size_t limit);
 
 // Throws kFilterFailed for parameters that no data fits.
 void CheckPredictor(const FilterParameters& parameters);
+
+// Of a row as it is encoded, with the tag of a PNG row; 1 without a predictor. The parameters have
+// passed CheckPredictor.
+std::size_t RowBytes(const FilterParameters& parameters);
 
 // Undoes the predictor that `parameters` name; they have passed CheckPredictor. Rows that are cut
 // are kept; a row tag that the PNG standard lacks counts as "none". Either makes the result

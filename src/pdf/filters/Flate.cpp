@@ -17,6 +17,7 @@
 namespace TarnixTools::pdf {
 namespace {
 
+using filters::kZlibHeaderBytes;
 using filters::LimitedOutput;
 
 struct DecompressorFreer {
@@ -39,7 +40,6 @@ struct BufferFreer {
 // reach cost nothing.
 using RawBuffer = std::unique_ptr<char[], BufferFreer>;
 
-constexpr std::size_t kZlibHeaderBytes = 2;
 constexpr std::size_t kFirstGuessRatio =
     6;  // text and object streams rarely shrink to less than a sixth
 constexpr std::size_t kSmallestGuess = 4096;
@@ -139,17 +139,6 @@ Decoded Inflate(std::string_view deflated, std::size_t limit) {
   return InflatePiecewise(deflated, limit);
 }
 
-// RFC 1950, 2.2: method 8, a window of at most 32 KiB, the check bits, no preset dictionary.
-bool StartsWithZlibHeader(std::string_view data) {
-  if (data.size() < kZlibHeaderBytes) {
-    return false;
-  }
-  const unsigned cmf = static_cast<unsigned char>(data[0]);
-  const unsigned flags = static_cast<unsigned char>(data[1]);
-  return (cmf & 0x0F) == 8 && (cmf >> 4) <= 7 && (cmf * 256 + flags) % 31 == 0 &&
-         (flags & 0x20) == 0;
-}
-
 std::string_view WithoutLeadingSpace(std::string_view data) {
   const auto first = std::find_if_not(data.begin(), data.end(), filters::IsWhiteSpace);
   return data.substr(static_cast<std::size_t>(first - data.begin()));
@@ -182,9 +171,19 @@ libdeflate_compressor* ThreadCompressor(int level) {
 
 }  // namespace
 
+bool filters::StartsWithZlibHeader(std::string_view data) {
+  if (data.size() < kZlibHeaderBytes) {
+    return false;
+  }
+  const unsigned cmf = static_cast<unsigned char>(data[0]);
+  const unsigned flags = static_cast<unsigned char>(data[1]);
+  return (cmf & 0x0F) == 8 && (cmf >> 4) <= 7 && (cmf * 256 + flags) % 31 == 0 &&
+         (flags & 0x20) == 0;
+}
+
 Decoded filters::DecodeFlate(std::string_view encoded, std::size_t limit) {
   const std::string_view trimmed = WithoutLeadingSpace(encoded);
-  if (!StartsWithZlibHeader(trimmed)) {
+  if (!filters::StartsWithZlibHeader(trimmed)) {
     return InflateWithoutHeader(encoded, limit);
   }
   Decoded decoded = Inflate(trimmed.substr(kZlibHeaderBytes), limit);

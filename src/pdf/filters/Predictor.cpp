@@ -268,6 +268,13 @@ void filters::CheckPredictor(const FilterParameters& parameters) {
   ShapeOf(parameters);
 }
 
+std::size_t filters::RowBytes(const FilterParameters& parameters) {
+  if (parameters.predictor == kNoPredictor) {
+    return 1;
+  }
+  return ShapeOf(parameters).bytes + (parameters.predictor == kTiffPredictor ? 0 : 1);
+}
+
 Decoded filters::UndoPredictor(std::string data, const FilterParameters& parameters) {
   if (parameters.predictor == kNoPredictor) {
     return {std::move(data), true};

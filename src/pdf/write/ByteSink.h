@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace TarnixTools::pdf {
 
@@ -19,6 +20,9 @@ class StringSink : public ByteSink {
   void Write(std::string_view bytes) override { bytes_ += bytes; }
 
   const std::string& bytes() const { return bytes_; }
+
+  // All bytes; the sink is empty then.
+  std::string Take() { return std::exchange(bytes_, {}); }
 
  private:
   std::string bytes_;

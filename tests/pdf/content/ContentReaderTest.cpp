@@ -116,6 +116,8 @@ TEST(InlineImages, MayStateTheirLength) {
 TEST(InlineImages, TakeTwoBytesOfSpaceForOne) {
   EXPECT_EQ(Images("BI/W 3/H 1/BPC 8/CS/G ID\r\nabc EI Q"), "[abc]Q");
   EXPECT_EQ(Images("BI/W 4/H 1/BPC 8/CS/G ID\r\nabc EI Q"), "[\nabc]Q");
+  EXPECT_EQ(Images("BI/W 4/H 1/F/DCT ID\r\nabc EI Q"), "[abc]Q");
+  EXPECT_EQ(Images("BI/W 4/H 1/F/CCF ID\r\nabc EI Q"), "[\nabc]Q");
 }
 
 TEST(InlineImages, EndAtTheMarkOfAsciiFilters) {

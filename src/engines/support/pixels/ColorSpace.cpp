@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "pdf/Error.h"
 
@@ -118,10 +119,13 @@ class Reader {
       return alternate.IsNull() ? std::nullopt : Read(alternate, steps + 1);
     }
     ColorSpace space = DeviceSpace(static_cast<int>(components));
-    const std::string profile = components == 1 ? "" : ProfileOf(number);
+    std::string profile = components == 1 ? "" : ProfileOf(number);
     if (!profile.empty() && !IccTransform::IsSrgb(profile)) {
       space.icc = IccTransform::Make(profile, space.components);
-      space.kind = space.icc != nullptr ? ColorKind::kIcc : space.kind;
+      if (space.icc != nullptr) {
+        space.kind = ColorKind::kIcc;
+        space.profile = std::make_shared<const std::string>(std::move(profile));
+      }
     }
     return space;
   }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "engines/support/pixels/IccTransform.h"
@@ -19,7 +20,8 @@ enum class ColorKind : std::uint8_t { kGray, kRgb, kCmyk, kLab, kIcc, kIndexed }
 struct ColorSpace {
   ColorKind kind = ColorKind::kGray;
   int components = 1;
-  std::shared_ptr<const IccTransform> icc;  // kIcc
+  std::shared_ptr<const IccTransform> icc;     // kIcc
+  std::shared_ptr<const std::string> profile;  // kIcc: what icc was made of
   std::array<double, 4> lab_range{-100, 100, -100, 100};
   std::vector<std::uint8_t> palette;  // kIndexed: red, green, blue of each index
 };

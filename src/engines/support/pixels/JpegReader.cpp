@@ -7,6 +7,8 @@
 
 #include <jpeglib.h>
 
+#include "engines/support/pixels/PixelLimits.h"
+
 namespace TarnixTools::engines {
 namespace {
 
@@ -83,6 +85,9 @@ class MarkerReader {
     if (marker == 0xEE && segment.starts_with("Adobe") && segment.size() >= 12) {
       header_.adobe_transform = static_cast<int>(ByteOf(segment, 11));
     }
+    if (marker == 0xE2 && segment.starts_with("ICC_PROFILE")) {
+      header_.has_profile = true;
+    }
     if (marker == 0xE1 && segment.starts_with(std::string_view("Exif\0\0", 6))) {
       TakeExif(segment.substr(6));
     }
@@ -154,7 +159,8 @@ class JpegReader::Decompressor {
         return false;
       }
       ChooseColors(color_transform);
-      return (state_.num_components == 1 || state_.num_components == 3 ||
+      return HasBoundedCoefficients() &&
+             (state_.num_components == 1 || state_.num_components == 3 ||
               state_.num_components == 4) &&
              jpeg_start_decompress(&state_) != FALSE;
     });
@@ -177,6 +183,19 @@ class JpegReader::Decompressor {
       return false;
     }
     return operation();
+  }
+
+  bool HasBoundedCoefficients() {
+    if (jpeg_has_multiple_scans(&state_) == FALSE) {
+      return true;
+    }
+    std::uint64_t bytes = 0;
+    for (int i = 0; i < state_.num_components; ++i) {
+      const jpeg_component_info& component = state_.comp_info[i];
+      bytes +=
+          std::uint64_t{component.width_in_blocks} * component.height_in_blocks * sizeof(JBLOCK);
+    }
+    return bytes <= limits::kMaxCoefficientBytes;
   }
 
   // The Adobe marker goes before /ColorTransform (ISO 32000-2, table 13).

@@ -38,6 +38,16 @@ constexpr std::array kFilters = {
     Abbreviation{"RL", "RunLengthDecode"}, Abbreviation{"CCF", "CCITTFaxDecode"},
     Abbreviation{"DCT", "DCTDecode"}};
 
+struct DeviceSpaceDefault {
+  std::string_view name;
+  std::string_view default_name;
+  std::int64_t components;
+};
+
+constexpr std::array kDeviceSpaces = {DeviceSpaceDefault{"DeviceGray", "DefaultGray", 1},
+                                      DeviceSpaceDefault{"DeviceRGB", "DefaultRGB", 3},
+                                      DeviceSpaceDefault{"DeviceCMYK", "DefaultCMYK", 4}};
+
 template <typename Table>
 std::string_view FullName(const Table& table, std::string_view name) {
   const auto* const found =
@@ -115,8 +125,11 @@ class FactsReader {
     facts_.is_mask = Value("ImageMask").BooleanOr(false);
     facts_.bits = facts_.is_mask ? 1 : Bits();
     if (!facts_.is_mask) {
-      facts_.color_space = Value("ColorSpace");
+      facts_.color_space = WithDefaults(Value("ColorSpace"));
       ReadMasks();
+      for (const Object& item : Value("Matte").Items()) {
+        facts_.matte.push_back(document_->Resolve(item, *arena_).NumberOr(0));
+      }
     }
     ReadFilters();
     ReadDecode();
@@ -136,6 +149,47 @@ class FactsReader {
   int Bits() {
     const std::int64_t bits = Value("BitsPerComponent").IntegerOr(8);
     return bits == 1 || bits == 2 || bits == 4 || bits == 16 ? static_cast<int>(bits) : 8;
+  }
+
+  // Device colour spaces may stand for others.
+  Object WithDefaults(const Object& space) {
+    if (space.IsName()) {
+      const Object found = DefaultOf(space.Text());
+      facts_.has_default_space = !found.IsNull();
+      return found.IsNull() ? space : found;
+    }
+    std::vector<Object> items(space.Items().begin(), space.Items().end());
+    if (items.size() > 1 && items[0].IsName("Indexed")) {
+      const Object found = DefaultOf(document_->Resolve(items[1], *arena_).Text());
+      if (!found.IsNull()) {
+        facts_.has_default_space = true;
+        items[1] = found;
+        return Object::Array(arena_->CopyItems(std::span<const Object>(items)));
+      }
+    }
+    return space;
+  }
+
+  Object DefaultOf(std::string_view name) {
+    for (const DeviceSpaceDefault& device : kDeviceSpaces) {
+      if (device.name == name) {
+        const Object found =
+            document_->Resolve(image_->color_spaces.Get(device.default_name), *arena_);
+        return ComponentsOf(found) == device.components ? found : Object();
+      }
+    }
+    return {};
+  }
+
+  // 0 for what does not stand for a device colour space.
+  std::int64_t ComponentsOf(const Object& space) {
+    const auto items = space.Items();
+    const Object family = items.empty() ? Object() : document_->Resolve(items[0], *arena_);
+    if (family.IsName("ICCBased") && items.size() > 1) {
+      const Object profile = document_->Resolve(items[1], *arena_);
+      return document_->Resolve(profile.Get("N"), *arena_).IntegerOr(0);
+    }
+    return family.IsName("CalGray") ? 1 : family.IsName("CalRGB") ? 3 : 0;
   }
 
   // A dictionary's own reference would do as well, but only a stream has samples.
@@ -171,15 +225,16 @@ class FactsReader {
       return;
     }
     const bool is_last = odd + 1 == facts_.steps.end();
-    const Object filter = Value("Filter");
-    const Object name =
-        filter.IsName() ? filter : document_->Resolve(filter.Items().back(), *arena_);
-    facts_.filter = is_last ? ImageFilterOf(name.Text()) : ImageFilter::kUnknown;
+    facts_.filter = is_last ? ImageFilterOf(LastOf(Value("Filter")).Text()) : ImageFilter::kUnknown;
     facts_.steps.erase(odd, facts_.steps.end());
-    const Object parameters = Value("DecodeParms");
-    facts_.filter_parameters = parameters.IsArray() && !parameters.Items().empty()
-                                   ? document_->Resolve(parameters.Items().back(), *arena_)
-                                   : parameters;
+    facts_.filter_parameters = LastOf(Value("DecodeParms"));
+  }
+
+  // Of an array the last item, anything else as it is.
+  Object LastOf(const Object& value) {
+    return value.IsArray() && !value.Items().empty()
+               ? document_->Resolve(value.Items().back(), *arena_)
+               : value;
   }
 
   void ReadDecode() {
@@ -266,8 +321,7 @@ void CopyEncoded(const PdfImage& image, pdf::ByteSink& sink, std::uint64_t most)
   }
 }
 
-std::string DecodeToImageFilter(const PdfImage& image, const ImageFacts& facts,
-                                std::size_t max_bytes) {
+std::string EncodedData(const PdfImage& image, std::size_t max_bytes) {
   if (image.number != 0) {
     const std::optional<pdf::StreamExtent> extent = image.document->StreamOf(image.number);
     if (extent && extent->length > max_bytes) {
@@ -276,10 +330,14 @@ std::string DecodeToImageFilter(const PdfImage& image, const ImageFacts& facts,
   }
   pdf::StringSink encoded;
   CopyEncoded(image, encoded);
-  if (facts.steps.empty()) {
-    return encoded.bytes();
-  }
-  return pdf::Decode(facts.steps, encoded.bytes(), max_bytes).data;
+  return encoded.Take();
+}
+
+std::string DecodeToImageFilter(const PdfImage& image, const ImageFacts& facts,
+                                std::size_t max_bytes) {
+  std::string encoded = EncodedData(image, max_bytes);
+  return facts.steps.empty() ? std::move(encoded)
+                             : pdf::Decode(facts.steps, encoded, max_bytes).data;
 }
 
 }  // namespace TarnixTools::engines

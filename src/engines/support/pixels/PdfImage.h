@@ -22,6 +22,7 @@ struct PdfImage {
   std::uint32_t number = 0;  // of its stream; 0 for an inline image
   pdf::Object dictionary;    // an inline image's with full names
   std::string_view data;     // an inline image's, encoded
+  pdf::Object color_spaces;  // /ColorSpace of the resources it is drawn with; null for a mask
 };
 
 // The dictionary of an inline image with the names that an image XObject would have; named colour
@@ -39,6 +40,7 @@ struct ImageFacts {
   int bits = 8;  // per component; 1, 2, 4, 8 or 16
   bool is_mask = false;
   pdf::Object color_space;             // resolved; null for none
+  bool has_default_space = false;      // it depends on the resources (ISO 32000-2, 8.6.5.6)
   std::vector<double> decode;          // empty for none, or one that changes nothing
   std::vector<pdf::FilterStep> steps;  // before the image filter
   ImageFilter filter = ImageFilter::kNone;
@@ -46,6 +48,7 @@ struct ImageFacts {
   std::uint32_t soft_mask = 0;          // number of a stream
   std::uint32_t stencil_mask = 0;       // the same
   std::vector<std::int64_t> color_key;  // pairs of least and most
+  std::vector<double> matte;            // of a soft mask: what its picture is mixed with
 };
 
 // Throws pdf::Error for a document that cannot be read any more, never for odd values.
@@ -55,6 +58,9 @@ ImageFacts FactsOf(const PdfImage& image, pdf::Arena& arena);
 // pdf::Error.
 void CopyEncoded(const PdfImage& image, pdf::ByteSink& sink,
                  std::uint64_t most = ~std::uint64_t{0});
+
+// The same in memory. Throws pdf::Error(kLimitExceeded) for more than max_bytes.
+std::string EncodedData(const PdfImage& image, std::size_t max_bytes);
 
 // The data behind the filters before the image filter. What cannot be decoded is missing at the
 // end. Throws pdf::Error(kLimitExceeded) for more than max_bytes.

@@ -1,6 +1,8 @@
 #include "engines/support/pixels/Picture.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -15,11 +17,17 @@
 #include "engines/support/pixels/PixelLimits.h"
 #include "engines/support/pixels/RowConverter.h"
 #include "pdf/Error.h"
+#include "pdf/filters/FlateReader.h"
 
 namespace TarnixTools::engines {
 namespace {
 
 constexpr std::int64_t kMaxColumns = 1'000'000;
+
+// Bytes that a byte of deflated data may become (RFC 1951: a match of 258 bytes in two bits).
+constexpr std::uint64_t kMaxDeflation = 1032;
+
+using Rgb = std::array<std::uint8_t, 3>;
 
 // Samples that no image filter is left on.
 class SampleRows : public RowSource {
@@ -79,6 +87,48 @@ class SampleRows : public RowSource {
   RowConverter converter_;
   std::string samples_;
   std::size_t next_ = 0;
+};
+
+// Deflated samples, decoded row by row.
+class FlateRows : public RowSource {
+ public:
+  FlateRows(RowConverter converter, std::uint32_t width, std::uint32_t height,
+            std::unique_ptr<const std::string> encoded, std::unique_ptr<pdf::FlateReader> reader)
+      : RowSource(width, height, converter.layout()),
+        converter_(std::move(converter)),
+        encoded_(std::move(encoded)),
+        reader_(std::move(reader)),
+        packed_(converter_.packed_bytes()) {}
+
+  bool ReadRow(std::uint8_t* row) override {
+    if (!ReadPacked()) {
+      std::memset(row, 0xFF, row_bytes());
+      return false;
+    }
+    converter_.Convert(packed_.data(), row);
+    return true;
+  }
+
+  bool is_bilevel() const override { return converter_.is_bilevel(); }
+
+  bool ReadBits(std::uint8_t* bits) override {
+    if (!ReadPacked()) {
+      std::memset(bits, 0xFF, packed_.size());
+      return false;
+    }
+    converter_.ConvertToBits(packed_.data(), bits);
+    return true;
+  }
+
+ private:
+  bool ReadPacked() {
+    return reader_->Read(reinterpret_cast<char*>(packed_.data()), packed_.size()) == packed_.size();
+  }
+
+  RowConverter converter_;
+  std::unique_ptr<const std::string> encoded_;  // outlives the reader
+  std::unique_ptr<pdf::FlateReader> reader_;
+  std::vector<std::uint8_t> packed_;
 };
 
 // Fax data, decoded row by row.
@@ -150,11 +200,14 @@ class JpegRows : public RowSource {
 class MaskedRows : public RowSource {
  public:
   // inverted: the mask's white is what is left out.
-  MaskedRows(RowSourcePtr picture, RowSourcePtr mask, bool inverted)
+  // matte: what the picture is mixed with already, as the mask says; in its colours.
+  MaskedRows(RowSourcePtr picture, RowSourcePtr mask, bool inverted,
+             const std::optional<Rgb>& matte)
       : RowSource(picture->width(), picture->height(), picture->layout()),
         picture_(std::move(picture)),
         mask_(std::move(mask)),
         inverted_(inverted),
+        matte_(matte),
         mask_row_(mask_->row_bytes()),
         alpha_(width()) {}
 
@@ -166,7 +219,9 @@ class MaskedRows : public RowSource {
       const unsigned alpha = alpha_[x];
       for (std::size_t c = 0; c < bytes; ++c) {
         std::uint8_t& value = row[bytes * x + c];
-        value = static_cast<std::uint8_t>((value * alpha + 255 * (255 - alpha) + 127) / 255);
+        value = matte_
+                    ? FromMatteToWhite(value, (*matte_)[c], alpha)
+                    : static_cast<std::uint8_t>((value * alpha + 255 * (255 - alpha) + 127) / 255);
       }
     }
     ++next_;
@@ -174,6 +229,13 @@ class MaskedRows : public RowSource {
   }
 
  private:
+  // What lies between a value and the matte is the transparent part (ISO 32000-2, 11.6.5.2): it
+  // becomes white.
+  static std::uint8_t FromMatteToWhite(unsigned value, unsigned matte, unsigned alpha) {
+    return static_cast<std::uint8_t>(
+        std::min(255U, value + ((255 - matte) * (255 - alpha) + 127) / 255));
+  }
+
   // The nearest sample of the mask for each pixel.
   void ReadAlpha() {
     const std::uint64_t wanted = (2 * static_cast<std::uint64_t>(next_) + 1) * mask_->height() /
@@ -196,6 +258,7 @@ class MaskedRows : public RowSource {
   RowSourcePtr picture_;
   RowSourcePtr mask_;
   bool inverted_;
+  std::optional<Rgb> matte_;
   std::vector<std::uint8_t> mask_row_;
   std::vector<std::uint8_t> alpha_;
   std::uint64_t mask_rows_read_ = 0;
@@ -288,11 +351,31 @@ class PictureOpener {
     }
     RowConverter converter(*space, facts_, facts_.bits, facts_.width);
     const std::uint64_t row = converter.packed_bytes();
+    if (facts_.steps.size() == 1 && facts_.steps[0].kind == pdf::FilterKind::kFlate &&
+        row * facts_.height > limits::kMaxSamplesAtOnce) {
+      if (RowSourcePtr rows = OpenFlate(converter)) {
+        return rows;
+      }
+    }
     std::string samples = DecodeToImageFilter(image_, facts_, limits::kMaxSampleBytes);
     const std::uint64_t height =
         HeightFor(samples.size() / row + (samples.size() % row != 0 ? 1 : 0));
     return std::make_unique<SampleRows>(std::move(converter), facts_.width,
                                         static_cast<std::uint32_t>(height), std::move(samples));
+  }
+
+  // Null where it has to be decoded at once to know what there is.
+  RowSourcePtr OpenFlate(const RowConverter& converter) {
+    auto encoded =
+        std::make_unique<const std::string>(EncodedData(image_, limits::kMaxSampleBytes));
+    auto reader = pdf::FlateReader::Open(*encoded, facts_.steps[0].parameters);
+    if (reader == nullptr) {
+      return nullptr;
+    }
+    const std::uint64_t most_rows = kMaxDeflation * encoded->size() / converter.packed_bytes() + 1;
+    return std::make_unique<FlateRows>(converter, facts_.width,
+                                       static_cast<std::uint32_t>(HeightFor(most_rows)),
+                                       std::move(encoded), std::move(reader));
   }
 
   // Images may claim a size that their data is far from having.
@@ -365,11 +448,17 @@ class PictureOpener {
   bool is_masked_ = false;
 };
 
-RowSourcePtr OpenMask(const PdfImage& image, std::uint32_t number) {
+// matte: gets what the mask says.
+RowSourcePtr OpenMask(const PdfImage& image, std::uint32_t number, std::vector<double>& matte) {
   pdf::Arena arena;
-  PdfImage mask{.document = image.document, .number = number, .dictionary = {}, .data = {}};
+  PdfImage mask{.document = image.document,
+                .number = number,
+                .dictionary = {},
+                .data = {},
+                .color_spaces = {}};
   mask.dictionary = image.document->Load({.number = number, .generation = 0}, arena);
   ImageFacts facts = FactsOf(mask, arena);
+  matte = facts.matte;
   facts.soft_mask = 0;  // masks have none themselves
   facts.stencil_mask = 0;
   facts.color_key.clear();
@@ -386,6 +475,26 @@ RowSourcePtr OpenMask(const PdfImage& image, std::uint32_t number) {
   }
 }
 
+// The colour that a matte is in the colour space of its picture; nothing for colour spaces in which
+// mixing is not what it is in sRGB.
+std::optional<Rgb> ColorOfMatte(const PdfImage& image, const ImageFacts& facts,
+                                const std::vector<double>& matte) {
+  pdf::Arena arena;
+  const auto space = ColorSpaceOf(*image.document, facts.color_space, arena);
+  if (!space || matte.size() != static_cast<std::size_t>(space->components) ||
+      space->kind == ColorKind::kLab || space->kind == ColorKind::kIndexed) {
+    return std::nullopt;
+  }
+  std::vector<std::uint8_t> components;
+  components.reserve(matte.size());
+  for (const double value : matte) {
+    components.push_back(static_cast<std::uint8_t>(std::lround(std::clamp(value, 0.0, 1.0) * 255)));
+  }
+  Rgb color{};
+  ToRgb(*space, components.data(), color.data(), 1);
+  return color;
+}
+
 }  // namespace
 
 RowSourcePtr OpenPicture(const PdfImage& image, const ImageFacts& facts) {
@@ -398,11 +507,15 @@ RowSourcePtr OpenPicture(const PdfImage& image, const ImageFacts& facts) {
   if (picture == nullptr || mask_number == 0 || opener.is_masked()) {
     return picture;
   }
-  RowSourcePtr mask = OpenMask(image, mask_number);
+  std::vector<double> matte;
+  RowSourcePtr mask = OpenMask(image, mask_number, matte);
   if (mask == nullptr) {
     return picture;
   }
-  return std::make_unique<MaskedRows>(std::move(picture), std::move(mask), facts.soft_mask == 0);
+  const bool is_stencil = facts.soft_mask == 0;
+  return std::make_unique<MaskedRows>(
+      std::move(picture), std::move(mask), is_stencil,
+      is_stencil || matte.empty() ? std::nullopt : ColorOfMatte(image, facts, matte));
 }
 
 RowSourcePtr MakeUpright(RowSourcePtr picture, int orientation) {

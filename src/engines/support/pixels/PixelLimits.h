@@ -10,6 +10,12 @@ namespace TarnixTools::engines::limits {
 // Bytes of an image's decoded samples, and of its encoded data where they have to be held.
 inline constexpr std::size_t kMaxSampleBytes = std::size_t{512} << 20;
 
+// Samples that are decoded at once, where that is faster than row by row.
+inline constexpr std::size_t kMaxSamplesAtOnce = std::size_t{64} << 20;
+
+// Coefficients of a progressive JPEG image, which are held until its last scan.
+inline constexpr std::size_t kMaxCoefficientBytes = std::size_t{1} << 30;
+
 // Pixels that an image may have without data for them; of a larger one only the rows that have data
 // come out.
 inline constexpr std::uint64_t kMaxPixelsWithoutData = std::uint64_t{64} << 20;

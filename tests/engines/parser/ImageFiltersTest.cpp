@@ -1,0 +1,138 @@
+// Images behind the filters of images: fax and JPEG data.
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "engines/parser/ImagesFixture.h"
+#include "support/Readers.h"
+#include "support/TestProfile.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+using testing::MakeJpeg;
+using testing::ReadBytes;
+
+// A fax image of eight columns, in hexadecimal.
+std::string FaxImage(int height, const std::string& parameters, const std::string& hex) {
+  return Stream(
+      "/Type/XObject/Subtype/Image/ColorSpace/DeviceGray/BitsPerComponent 1/Width 8/Height " +
+          std::to_string(height) + "/Filter[/ASCIIHexDecode/CCITTFaxDecode]/DecodeParms[null<<" +
+          "/Columns 8" + parameters + ">>]",
+      hex + ">");
+}
+
+TEST_F(Images, AreDecodedFromTwoDimensionalFaxData) {
+  // A white row, one with four columns of each colour, the same again, the end of the block.
+  const JpegImage image = ExtractImage(FaxImage(3, "/K -1", "9B78008008"));
+  EXPECT_EQ(image.components, 1);
+  for (int x = 0; x < 8; ++x) {
+    EXPECT_TRUE(image.IsNear(x, 0, kWhite));
+    EXPECT_TRUE(image.IsNear(x, 1, x < 4 ? kWhite : kBlack));
+    EXPECT_TRUE(image.IsNear(x, 2, x < 4 ? kWhite : kBlack));
+  }
+  EXPECT_TRUE(troubles_.empty());
+  EXPECT_TRUE(ExtractImage(FaxImage(3, "/K -1/BlackIs1 true", "9B78008008")).IsNear(1, 1, kBlack));
+}
+
+TEST_F(Images, AreDecodedFromOneDimensionalFaxData) {
+  const JpegImage image = ExtractImage(FaxImage(8, "", "B76EDDBB76EDDB"));
+  for (int y = 0; y < 8; ++y) {
+    EXPECT_TRUE(image.IsNear(3, y, kWhite));
+    EXPECT_TRUE(image.IsNear(4, y, kBlack));
+  }
+}
+
+TEST_F(Images, StayWhiteWhereFaxDataIsCutOrDamaged) {
+  for (const std::string hex : {"9B", "", "00", "FF000000", "9B78008008"}) {
+    const JpegImage image = ExtractImage(FaxImage(64, "/K -1", hex));
+    EXPECT_EQ(image.height, 64);
+    EXPECT_TRUE(image.IsNear(7, 63, kWhite)) << hex;
+  }
+  EXPECT_EQ(troubles_.size(), 5U);
+}
+
+TEST_F(Images, StayAsTheyAreWhenTheyAreJpegFilesAlready) {
+  for (const auto& [color, space] : {std::pair(std::vector<int>{200, 10, 10}, "/DeviceRGB"),
+                                     std::pair(std::vector<int>{90}, "/DeviceGray"),
+                                     std::pair(std::vector<int>{90}, "/CalGray")}) {
+    const std::string jpeg = MakeJpeg(16, 8, color);
+    ASSERT_TRUE(Open(Page(JpegImageObject(jpeg, std::string("/ColorSpace") + space),
+                          "q 50 0 0 50 9 9 cm /I Do Q")));
+    const auto files = Extract();
+    ASSERT_EQ(files.size(), 1U);
+    EXPECT_EQ(ReadBytes(files[0]), jpeg);
+  }
+}
+
+TEST_F(Images, StayAsTheyAreInAnEncryptedDocument) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  const std::string jpeg = MakeJpeg(16, 8, {200, 10, 10});
+  Page(JpegImageObject(jpeg, "/ColorSpace/DeviceRGB")).Write(Path("plain.pdf"));
+  testing::EncryptWithQpdf(Path("plain.pdf"), Path("secret.pdf"), "pw", "owner");
+  EXPECT_EQ(ExpaDocOpenW(document_, PathToWide(Path("secret.pdf")), L""), 0);
+  EXPECT_EQ(ExpaDocGetLastError(document_), kExpaPasswordError);
+  ASSERT_EQ(ExpaDocOpenW(document_, PathToWide(Path("secret.pdf")), L"pw"), 1);
+  const auto files = Extract();
+  ASSERT_EQ(files.size(), 1U);
+  EXPECT_EQ(ReadBytes(files[0]), jpeg);
+}
+
+TEST_F(Images, AreDecodedFromJpegDataThatIsNotAPictureByItself) {
+  const std::string jpeg = MakeJpeg(16, 8, {255, 0, 0}, {0, 0, 255});
+  EXPECT_TRUE(ExtractImage(JpegImageObject(jpeg, "/ColorSpace/DeviceRGB/Decode[1 0 1 0 1 0]"))
+                  .IsNear(3, 3, {0, 255, 255}));
+  EXPECT_TRUE(ExtractImage(JpegImageObject(MakeJpeg(16, 8, {0}),
+                                           "/ColorSpace[/Indexed/DeviceRGB 0<00FF00>]"))
+                  .IsNear(3, 3, kGreen));
+  TestPdf masked = Page(JpegImageObject(jpeg, "/ColorSpace/DeviceRGB/SMask {{mask}}"));
+  masked.Object("mask", HexImage(1, 1, "/ColorSpace/DeviceGray/BitsPerComponent 8", "00"));
+  EXPECT_TRUE(ExtractOne(masked).IsNear(3, 3, kWhite));
+}
+
+TEST_F(Images, AreDecodedFromCmykJpegDataAsItIsStored) {
+  const std::string jpeg = MakeJpeg(16, 8, {255, 0, 0, 0});
+  EXPECT_TRUE(
+      ExtractImage(JpegImageObject(jpeg, "/ColorSpace/DeviceCMYK")).IsNear(3, 3, {0, 174, 239}));
+  EXPECT_TRUE(ExtractImage(JpegImageObject(jpeg, "/ColorSpace/DeviceCMYK/Decode[1 0 1 0 1 0 1 0]"))
+                  .IsNear(3, 3, {0, 0, 0}, 40));
+}
+
+TEST_F(Images, StayWhiteWhereJpegDataIsCut) {
+  const std::string jpeg = MakeJpeg(64, 640, {10, 10, 10}, {200, 200, 200});
+  const JpegImage image = ExtractImage(
+      JpegImageObject(jpeg.substr(0, jpeg.size() / 2),
+                      "/ColorSpace/DeviceGray/Decode[0 1]/SMask 999 0 R", "/Width 64/Height 640"));
+  EXPECT_EQ(image.height, 640);
+}
+
+TEST_F(Images, ThatAreJpegFilesCarryTheirProfile) {
+  const std::string jpeg = MakeJpeg(16, 8, {200, 10, 10});
+  const std::string profile = testing::SwappingProfile::Bytes();
+  TestPdf file = Page(JpegImageObject(jpeg, "/ColorSpace[/ICCBased {{profile}}]"));
+  file.Object("profile", Stream("/N 3", profile));
+  ASSERT_TRUE(Open(file));
+  const auto files = Extract();
+  ASSERT_EQ(files.size(), 1U);
+  const std::string stored = ReadBytes(files[0]);
+  const std::size_t at = stored.find(std::string("ICC_PROFILE\0\1\1", 14) + profile);
+  ASSERT_NE(at, std::string::npos);
+  // Nothing else is changed, and what must come first still does.
+  std::string without = stored;
+  without.erase(at - 4, 4 + 14 + profile.size());
+  EXPECT_EQ(without, jpeg);
+  EXPECT_EQ(stored.substr(0, 4), std::string("\xFF\xD8\xFF\xE0"));
+  EXPECT_EQ(ReadJpeg(files[0]).width, 16);
+}
+
+TEST_F(Images, AreReadInlineAfterTwoBytesOfLineEnd) {
+  const std::string jpeg = MakeJpeg(16, 8, {255, 0, 0});
+  const JpegImage image =
+      ExtractOne(Page(RedBlue(), "BI /W 16 /H 8 /BPC 8 /CS /RGB /F /DCT ID\r\n" + jpeg + "\nEI"));
+  EXPECT_TRUE(image.IsNear(3, 3, kRed));
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines

@@ -1,0 +1,62 @@
+// The content parser's contract: what its calls tell, and how they fail.
+#include <gtest/gtest.h>
+
+#include "engines/parser/ImagesFixture.h"
+#include "support/Readers.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+TEST_F(Images, TellTheirMatrix) {
+  ASSERT_TRUE(Open(Page(RedBlue(), "q 2 0 0 3 10 20 cm 1 0 0 1 1 1 cm /I Do Q")));
+  ExpaDocSetPageNo(document_, 1);
+  TExpaContent* content = ExpaPageGetContent(ExpaDocGetPage(document_));
+  EXPECT_EQ(ExpaContentGetNextImage(content), 0);  // not reset yet
+  EXPECT_EQ(ExpaDocGetLastError(document_), kExpaArgumentError);
+  ExpaContentResetContent(content, 1);
+  EXPECT_EQ(ExpaContentGetImage(content), nullptr);
+  ASSERT_EQ(ExpaContentGetNextImage(content), 1);
+  const TExpaMatrix* matrix = ExpaGSGetCTM(ExpaContentGetGraphicsState(content));
+  EXPECT_EQ(matrix->a, 2);
+  EXPECT_EQ(matrix->d, 3);
+  EXPECT_EQ(matrix->e, 12);
+  EXPECT_EQ(matrix->f, 23);
+  EXPECT_EQ(matrix->is_skewed, 0);
+  EXPECT_EQ(ExpaContentGetNextImage(content), 0);
+  EXPECT_EQ(ExpaGSGetCTM(ExpaContentGetGraphicsState(content)), nullptr);
+}
+
+TEST_F(Images, TellWhyTheyCannotBeStored) {
+  ASSERT_TRUE(Open(Page(RedBlue())));
+  ExpaDocSetPageNo(document_, 1);
+  TExpaContent* content = ExpaPageGetContent(ExpaDocGetPage(document_));
+  ExpaContentResetContent(content, 1);
+  ASSERT_EQ(ExpaContentGetNextImage(content), 1);
+  TExpaImage* image = ExpaContentGetImage(content);
+  EXPECT_EQ(ExpaImageStoreW(image, PathToWide(Path("missing/a.jpg")), kExpaJpeg), 0);
+  EXPECT_EQ(ExpaDocGetLastError(document_), kExpaCreateError);
+  EXPECT_EQ(ExpaImageStoreW(image, PathToWide(Path("a.png")), 12), 0);
+  EXPECT_EQ(ExpaDocGetLastError(document_), kExpaArgumentError);
+  EXPECT_EQ(ExpaImageChangeOrientation(image, 9), 0);
+  if (testing::Exists("/dev/full")) {
+    EXPECT_EQ(ExpaImageStoreW(image, PathToWide("/dev/full"), kExpaJpeg), 0);
+    EXPECT_EQ(ExpaDocGetLastError(document_), kExpaWriteError);
+  }
+}
+
+TEST_F(Images, NeedADocument) {
+  EXPECT_EQ(ExpaDocOpenW(document_, PathToWide(Path("missing.pdf")), L""), 0);
+  EXPECT_EQ(ExpaDocGetLastError(document_), kExpaFileError);
+  testing::WriteBytes(Path("text.pdf"), "no document");
+  EXPECT_EQ(ExpaDocOpenW(document_, PathToWide(Path("text.pdf")), L""), 0);
+  EXPECT_EQ(ExpaDocGetLastError(document_), kExpaNotAPdfError);
+  EXPECT_EQ(ExpaDocGetPageCount(document_), 0);
+  EXPECT_EQ(ExpaDocSetPageNo(document_, 1), 0);
+  EXPECT_EQ(ExpaDocGetPage(document_), nullptr);
+  EXPECT_EQ(ExpaPageGetContent(nullptr), nullptr);
+  EXPECT_EQ(ExpaDocOpenW(nullptr, L"", L""), 0);
+  EXPECT_EQ(ExpaDocGetLastError(nullptr), kExpaArgumentError);
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines
