@@ -123,12 +123,15 @@ void RasterDocument::LoadPage(int page_index) {
     throw RasterError(kPdf2ImgPageError);
   }
   is_page_partial_ = DrawsTooMuch(page_index);
-  if (is_page_partial_ && !is_repaired_) {
+  if (!is_repaired_ && is_page_partial_) {
     PdfiumLock pdfium;
     UseRepairedCopy(pdfium);
     if (pdfium_file_ == nullptr) {
       throw RasterError(kPdf2ImgPageError);
     }
+  } else if (!is_repaired_ && HasOddProfiles(page_index)) {
+    PdfiumLock pdfium;
+    TryRepairedCopy(pdfium);
   }
   OpenPage(page_index);
   if (!(width_points_ > 0) || !(height_points_ > 0)) {
@@ -225,6 +228,23 @@ bool RasterDocument::DrawsTooMuch(int page_index) {
                           .resources = ResourcesOf(page_index, arena),
                           .annotations = page.Get("Annots")})
               .empty();
+}
+
+// In doubt, it has none.
+bool RasterDocument::HasOddProfiles(int page_index) {
+  if (pages_ == nullptr) {
+    return false;
+  }
+  if (profiles_ == nullptr) {
+    profiles_ = std::make_unique<OddProfiles>(*core_);
+  }
+  try {
+    pdf::Arena arena;
+    profiles_->Find(ResourcesOf(page_index, arena));
+    return !profiles_->numbers().empty();
+  } catch (const pdf::Error&) {
+    return false;
+  }
 }
 
 // In doubt, it does.

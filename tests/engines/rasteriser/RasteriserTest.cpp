@@ -15,6 +15,7 @@
 #include "support/Readers.h"
 #include "support/TempDir.h"
 #include "support/TestPdf.h"
+#include "support/TestProfile.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -388,6 +389,19 @@ TEST_F(Rasteriser, ShowsTheMediaBoxWhereTheCropBoxLiesBesideIt) {
   EXPECT_TRUE(image.IsNear(30, 30, kRed));
   ASSERT_TRUE(Open(path));
   EXPECT_EQ(Render(2).width, 72);
+}
+
+// A gray image with a profile of RGB, as some programs write it.
+TEST_F(Rasteriser, DrawsImagesWhoseProfileIsOfOtherColors) {
+  TestPdf file = Painted("144 0 0 72 0 0 cm /I Do");
+  const std::string profile = testing::SwappingProfile::Bytes();
+  file.Object("image",
+              "<</Subtype/Image/Width 1/Height 1/BitsPerComponent 8/ColorSpace[/ICCBased "
+              "{{profile}}]/Filter/ASCIIHexDecode/Length 3>>\nstream\n80>\nendstream")
+      .Object("profile", "<</N 1/Length " + std::to_string(profile.size()) + ">>\nstream\n" +
+                             profile + "\nendstream")
+      .PageEntry("/Resources<</XObject<</I {{image}}>>>>");
+  EXPECT_TRUE(RenderOnly(file).IsNear(36, 36, {128, 128, 128}));
 }
 
 TEST_F(Rasteriser, GivesTinyPagesAPixel) {

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "engines/support/pdfium/DrawingCost.h"
+#include "engines/support/pdfium/OddProfiles.h"
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/ObjectCopier.h"
 #include "pdf/write/Serialize.h"
@@ -33,6 +34,7 @@ class Copy {
     const std::uint32_t catalog = writer_.Reserve();
     const std::uint32_t root = writer_.Reserve();
     const std::string kids = ReservePages();
+    ReplaceOddProfiles();
     WriteCatalog(catalog, root);
     writer_.WriteObject(root, "<</Type/Pages/Count " + std::to_string(page_numbers_.size()) +
                                   "/Kids[" + kids + "]>>");
@@ -56,6 +58,35 @@ class Copy {
       pdf::AppendReference(kids, number);
     }
     return kids;
+  }
+
+  // By empty ones: then the alternate colour space is used.
+  void ReplaceOddProfiles() {
+    OddProfiles profiles(*document_);
+    for (const pdf::PageTree::Page& page : pages_->pages()) {
+      pdf::Arena arena;
+      const Object own = document_->Resolve(pages_->Load(page, arena).Get("Resources"), arena);
+      profiles.Find(own.IsNull() ? document_->Resolve(ResourcesAbove(page), arena) : own);
+    }
+    for (const std::uint32_t profile : profiles.numbers()) {
+      if (objects_.IsMapped(profile)) {
+        continue;
+      }
+      const std::uint32_t number = writer_.Reserve();
+      objects_.Assign(profile, number);
+      pdf::Arena arena;
+      const Object dictionary = document_->Load({.number = profile, .generation = 0}, arena);
+      std::string text = "<<";
+      for (const std::string_view key : {"N", "Alternate", "Range"}) {
+        AppendEntry(text, key, dictionary.Get(key));
+      }
+      writer_.BeginStream(number, text, 0);
+      writer_.EndStream();
+    }
+  }
+
+  Object ResourcesAbove(const pdf::PageTree::Page& page) {
+    return pages_->InheritedBy(page, pdf::InheritableKey::kResources).value;
   }
 
   void WriteCatalog(std::uint32_t number, std::uint32_t root) {
