@@ -1,6 +1,6 @@
 // Opens any bytes as a document and reads the images that its pages draw, as they are stored in
-// files. Nothing worse may come of it than an Error. What PDFium would decode is passed over:
-// it is fuzzed elsewhere.
+// files. Nothing worse may come of it than an Error. What PDFium or OpenJPEG would decode is passed
+// over: they are fuzzed elsewhere.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -15,6 +15,7 @@
 #include "engines/parser/Layers.h"
 #include "engines/support/pixels/ColorSpace.h"
 #include "engines/support/pixels/JpegReader.h"
+#include "engines/support/pixels/JpxDecoder.h"
 #include "engines/support/pixels/PdfImage.h"
 #include "engines/support/pixels/Picture.h"
 #include "pdf/Error.h"
@@ -36,7 +37,7 @@ constexpr std::uint64_t kMaxPixels = std::uint64_t{1} << 20;
 constexpr std::uint32_t kMaxRows = 4096;
 constexpr std::int64_t kMaxFaxColumns = 10'000;
 
-bool NeedsPdfium(const PdfImage& image, const ImageFacts& facts) {
+bool NeedsOthers(const PdfImage& image, const ImageFacts& facts) {
   if (facts.filter == ImageFilter::kJpx || facts.filter == ImageFilter::kJbig2) {
     return true;
   }
@@ -55,7 +56,7 @@ bool IsSmall(const ImageFacts& facts) {
 }
 
 bool IsOfInterest(const PdfImage& image, const ImageFacts& facts) {
-  return IsSmall(facts) && !NeedsPdfium(image, facts);
+  return IsSmall(facts) && !NeedsOthers(image, facts);
 }
 
 bool IsMaskOfInterest(pdf::Document& document, std::uint32_t number) {
@@ -119,6 +120,7 @@ void ReadImages(std::string_view bytes) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   engines::ReadJpegHeader({reinterpret_cast<const char*>(data), size});
+  engines::ReadJpxHeader({reinterpret_cast<const char*>(data), size});
   try {
     ReadImages({reinterpret_cast<const char*>(data), size});
   } catch (const pdf::Error&) {

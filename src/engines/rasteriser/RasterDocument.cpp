@@ -129,7 +129,7 @@ void RasterDocument::LoadPage(int page_index) {
     if (pdfium_file_ == nullptr) {
       throw RasterError(kPdf2ImgPageError);
     }
-  } else if (!is_repaired_ && HasOddProfiles(page_index)) {
+  } else if (!is_repaired_ && HasUndrawnObjects(page_index)) {
     PdfiumLock pdfium;
     TryRepairedCopy(pdfium);
   }
@@ -231,17 +231,17 @@ bool RasterDocument::DrawsTooMuch(int page_index) {
 }
 
 // In doubt, it has none.
-bool RasterDocument::HasOddProfiles(int page_index) {
+bool RasterDocument::HasUndrawnObjects(int page_index) {
   if (pages_ == nullptr) {
     return false;
   }
-  if (profiles_ == nullptr) {
-    profiles_ = std::make_unique<OddProfiles>(*core_);
+  if (undrawn_ == nullptr) {
+    undrawn_ = std::make_unique<UndrawnObjects>(*core_);
   }
   try {
     pdf::Arena arena;
-    profiles_->Find(ResourcesOf(page_index, arena));
-    return !profiles_->numbers().empty();
+    undrawn_->Find(ResourcesOf(page_index, arena));
+    return !undrawn_->empty();
   } catch (const pdf::Error&) {
     return false;
   }

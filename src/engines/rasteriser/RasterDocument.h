@@ -11,8 +11,8 @@
 #include <string>
 
 #include "engines/support/pdfium/DrawingCost.h"
-#include "engines/support/pdfium/OddProfiles.h"
 #include "engines/support/pdfium/PdfiumFile.h"
+#include "engines/support/pdfium/UndrawnObjects.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
 
@@ -67,7 +67,7 @@ class RasterDocument {
   bool HasForm();
   pdf::Object ResourcesOf(int page_index, pdf::Arena& arena);
   bool DrawsTooMuch(int page_index);
-  bool HasOddProfiles(int page_index);
+  bool HasUndrawnObjects(int page_index);
   bool HoldsLargeImages(int page_index);
   double UserUnitOf(int page_index);
 
@@ -76,7 +76,7 @@ class RasterDocument {
   std::unique_ptr<pdf::Document> core_;  // null when the core cannot read it
   std::unique_ptr<pdf::PageTree> pages_;
   std::unique_ptr<DrawingCost> cost_;
-  std::unique_ptr<OddProfiles> profiles_;
+  std::unique_ptr<UndrawnObjects> undrawn_;
   std::unique_ptr<PdfiumFile> pdfium_file_;  // null when there are no pages
   std::optional<bool> has_form_;             // once it was asked for
   bool is_repaired_ = false;

@@ -7,6 +7,7 @@
 
 #include "engines/parser/ImagesFixture.h"
 #include "support/Readers.h"
+#include "support/TestJpx.h"
 #include "support/TestProfile.h"
 
 namespace TarnixTools::engines {
@@ -132,6 +133,51 @@ TEST_F(Images, AreReadInlineAfterTwoBytesOfLineEnd) {
   const JpegImage image =
       ExtractOne(Page(RedBlue(), "BI /W 16 /H 8 /BPC 8 /CS /RGB /F /DCT ID\r\n" + jpeg + "\nEI"));
   EXPECT_TRUE(image.IsNear(3, 3, kRed));
+}
+
+// A JPEG 2000 image, in hexadecimal.
+std::string JpxImage(const std::string& hex, const std::string& entries = "") {
+  return Stream(
+      "/Type/XObject/Subtype/Image/Width 16/Height 8/Filter[/ASCIIHexDecode/JPXDecode]" + entries,
+      hex + ">");
+}
+
+TEST_F(Images, AreDecodedFromJpeg2000Data) {
+  for (const char* space : {"", "/ColorSpace/DeviceRGB", "/ColorSpace/DeviceGray"}) {
+    const JpegImage image = ExtractImage(JpxImage(testing::kRedBlueJpx, space));
+    EXPECT_EQ(image.width, 16) << space;
+    EXPECT_TRUE(image.IsNear(3, 3, kRed)) << space;
+    EXPECT_TRUE(image.IsNear(12, 3, kBlue)) << space;
+  }
+}
+
+TEST_F(Images, UseTheAlphaOfJpeg2000DataWhereTheyAreToldTo) {
+  const JpegImage plain =
+      ExtractImage(JpxImage(testing::kGrayAlphaJpx, "/ColorSpace/DeviceGray/Decode[1 0]"));
+  EXPECT_EQ(plain.components, 1);
+  EXPECT_TRUE(plain.IsNear(3, 3, kBlack));
+  EXPECT_TRUE(plain.IsNear(12, 3, {80, 80, 80}));
+  const JpegImage seen = ExtractImage(JpxImage(testing::kGrayAlphaJpx, "/SMaskInData 1"));
+  EXPECT_TRUE(seen.IsNear(3, 3, kBlack));
+  EXPECT_TRUE(seen.IsNear(12, 3, {167, 167, 167}));
+}
+
+TEST_F(Images, TakeJpeg2000SamplesAsIndices) {
+  const JpegImage image =
+      ExtractImage(JpxImage(testing::kGrayAlphaJpx, "/ColorSpace[/Indexed/DeviceRGB 80<" +
+                                                        Repeat("00FF00", 80) + "0000FF>]"));
+  EXPECT_TRUE(image.IsNear(3, 3, kGreen));
+  EXPECT_TRUE(image.IsNear(12, 3, kBlue));
+}
+
+TEST_F(Images, ArePassedOverWhereJpeg2000DataIsNone) {
+  const std::string hex = testing::kRedBlueJpx;
+  for (const std::string& data : {std::string("00"), hex.substr(0, 100), hex.substr(0, 220)}) {
+    ASSERT_TRUE(Open(Page(JpxImage(data))));
+    for (const std::string& file : Extract()) {
+      EXPECT_EQ(ReadJpeg(file).width, 16);  // white: what can be had of it is nothing
+    }
+  }
 }
 
 }  // namespace

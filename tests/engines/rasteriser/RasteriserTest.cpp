@@ -14,6 +14,7 @@
 #include "support/RawPdf.h"
 #include "support/Readers.h"
 #include "support/TempDir.h"
+#include "support/TestJpx.h"
 #include "support/TestPdf.h"
 #include "support/TestProfile.h"
 
@@ -402,6 +403,23 @@ TEST_F(Rasteriser, DrawsImagesWhoseProfileIsOfOtherColors) {
                              profile + "\nendstream")
       .PageEntry("/Resources<</XObject<</I {{image}}>>>>");
   EXPECT_TRUE(RenderOnly(file).IsNear(36, 36, {128, 128, 128}));
+}
+
+TEST_F(Rasteriser, DrawsJpeg2000ImagesWithAlpha) {
+  const std::string hex = testing::kGrayAlphaJpx;
+  std::string jpx;
+  for (std::size_t i = 0; i < hex.size(); i += 2) {
+    jpx += static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16));
+  }
+  TestPdf file = Painted("144 0 0 72 0 0 cm /I Do");
+  file.Object("image",
+              "<</Subtype/Image/Width 16/Height 8/BitsPerComponent 8/ColorSpace/DeviceGray"
+              "/Filter/JPXDecode/Length " +
+                  std::to_string(jpx.size()) + ">>\nstream\n" + jpx + "\nendstream")
+      .PageEntry("/Resources<</XObject<</I {{image}}>>>>");
+  const JpegImage image = RenderOnly(file);
+  EXPECT_TRUE(image.IsNear(36, 36, {0, 0, 0}));
+  EXPECT_TRUE(image.IsNear(150, 36, {80, 80, 80}));
 }
 
 TEST_F(Rasteriser, GivesTinyPagesAPixel) {

@@ -7,7 +7,10 @@
 #include <string_view>
 
 #include "engines/support/pdfium/DrawingCost.h"
-#include "engines/support/pdfium/OddProfiles.h"
+#include "engines/support/pdfium/UndrawnObjects.h"
+#include "engines/support/pixels/PdfImage.h"
+#include "engines/support/pixels/Picture.h"
+#include "pdf/filters/Filters.h"
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/ObjectCopier.h"
 #include "pdf/write/Serialize.h"
@@ -18,6 +21,8 @@ namespace {
 using pdf::Object;
 
 constexpr std::array<std::string_view, 2> kCatalogKeys = {"AcroForm", "OCProperties"};
+
+constexpr int kFastDeflate = 1;
 
 class Copy {
  public:
@@ -34,7 +39,7 @@ class Copy {
     const std::uint32_t catalog = writer_.Reserve();
     const std::uint32_t root = writer_.Reserve();
     const std::string kids = ReservePages();
-    ReplaceOddProfiles();
+    ReplaceUndrawn();
     WriteCatalog(catalog, root);
     writer_.WriteObject(root, "<</Type/Pages/Count " + std::to_string(page_numbers_.size()) +
                                   "/Kids[" + kids + "]>>");
@@ -60,29 +65,85 @@ class Copy {
     return kids;
   }
 
-  // By empty ones: then the alternate colour space is used.
-  void ReplaceOddProfiles() {
-    OddProfiles profiles(*document_);
+  void ReplaceUndrawn() {
+    UndrawnObjects undrawn(*document_);
     for (const pdf::PageTree::Page& page : pages_->pages()) {
       pdf::Arena arena;
       const Object own = document_->Resolve(pages_->Load(page, arena).Get("Resources"), arena);
-      profiles.Find(own.IsNull() ? document_->Resolve(ResourcesAbove(page), arena) : own);
+      undrawn.Find(own.IsNull() ? document_->Resolve(ResourcesAbove(page), arena) : own);
     }
-    for (const std::uint32_t profile : profiles.numbers()) {
-      if (objects_.IsMapped(profile)) {
-        continue;
-      }
-      const std::uint32_t number = writer_.Reserve();
-      objects_.Assign(profile, number);
-      pdf::Arena arena;
-      const Object dictionary = document_->Load({.number = profile, .generation = 0}, arena);
-      std::string text = "<<";
-      for (const std::string_view key : {"N", "Alternate", "Range"}) {
-        AppendEntry(text, key, dictionary.Get(key));
-      }
-      writer_.BeginStream(number, text, 0);
-      writer_.EndStream();
+    for (const std::uint32_t profile : undrawn.profiles()) {
+      ReplaceProfile(profile);
     }
+    for (const std::uint32_t image : undrawn.images()) {
+      ReplaceImage(image);
+    }
+  }
+
+  // By an empty one: then the alternate colour space is used.
+  void ReplaceProfile(std::uint32_t original) {
+    if (objects_.IsMapped(original)) {
+      return;
+    }
+    const std::uint32_t number = writer_.Reserve();
+    objects_.Assign(original, number);
+    pdf::Arena arena;
+    const Object dictionary = document_->Load({.number = original, .generation = 0}, arena);
+    std::string text = "<<";
+    for (const std::string_view key : {"N", "Alternate", "Range"}) {
+      AppendEntry(text, key, dictionary.Get(key));
+    }
+    writer_.BeginStream(number, text, 0);
+    writer_.EndStream();
+  }
+
+  // By what is decoded here; its masks stay.
+  void ReplaceImage(std::uint32_t original) {
+    if (objects_.IsMapped(original)) {
+      return;
+    }
+    pdf::Arena arena;
+    const Object dictionary = document_->Load({.number = original, .generation = 0}, arena);
+    const PdfImage image{.document = document_,
+                         .number = original,
+                         .dictionary = dictionary,
+                         .data = {},
+                         .color_spaces = {}};
+    ImageFacts facts = FactsOf(image, arena);
+    facts.soft_mask = 0;
+    facts.stencil_mask = 0;
+    const RowSourcePtr picture = OpenPicture(image, facts);
+    if (picture == nullptr) {
+      return;
+    }
+    const std::string deflated = Deflated(*picture);
+    const std::uint32_t number = writer_.Reserve();
+    objects_.Assign(original, number);
+    std::string text = "<</Subtype/Image/BitsPerComponent 8/Filter/FlateDecode/Width " +
+                       std::to_string(picture->width()) + "/Height " +
+                       std::to_string(picture->height()) + "/ColorSpace/" +
+                       (picture->layout() == PixelLayout::kGray ? "DeviceGray" : "DeviceRGB");
+    for (const std::string_view key : {"SMask", "Interpolate", "OC"}) {
+      AppendEntry(text, key, dictionary.Get(key));
+    }
+    if (document_->IsStream(dictionary.Get("Mask").AsReference().number)) {
+      AppendEntry(text, "Mask", dictionary.Get("Mask"));
+    }
+    writer_.BeginStream(number, text, deflated.size());
+    writer_.AppendStream(deflated);
+    writer_.EndStream();
+  }
+
+  static std::string Deflated(RowSource& picture) {
+    const std::size_t row_bytes = picture.row_bytes();
+    std::string samples(row_bytes * picture.height(), '\0');
+    auto* const rows = reinterpret_cast<std::uint8_t*>(samples.data());
+    for (std::size_t y = 0; y < picture.height(); ++y) {
+      picture.ReadRow(rows + y * row_bytes);
+    }
+    std::string deflated;
+    pdf::DeflateTo(deflated, samples, kFastDeflate);
+    return deflated;
   }
 
   Object ResourcesAbove(const pdf::PageTree::Page& page) {

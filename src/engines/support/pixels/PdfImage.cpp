@@ -202,6 +202,7 @@ class FactsReader {
 
   void ReadMasks() {
     facts_.soft_mask = StreamNumber("SMask");
+    facts_.uses_jpx_alpha = Value("SMaskInData").IntegerOr(0) > 0;
     if (facts_.soft_mask != 0) {
       return;  // it overrides /Mask (ISO 32000-2, 11.6.5.2)
     }

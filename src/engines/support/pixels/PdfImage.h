@@ -49,6 +49,7 @@ struct ImageFacts {
   std::uint32_t stencil_mask = 0;       // the same
   std::vector<std::int64_t> color_key;  // pairs of least and most
   std::vector<double> matte;            // of a soft mask: what its picture is mixed with
+  bool uses_jpx_alpha = false;          // the alpha channel of JPEG 2000 data is its soft mask
 };
 
 // Throws pdf::Error for a document that cannot be read any more, never for odd values.

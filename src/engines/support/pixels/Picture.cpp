@@ -13,6 +13,7 @@
 #include "engines/support/pixels/CcittDecoder.h"
 #include "engines/support/pixels/ColorSpace.h"
 #include "engines/support/pixels/JpegReader.h"
+#include "engines/support/pixels/JpxDecoder.h"
 #include "engines/support/pixels/PdfiumPicture.h"
 #include "engines/support/pixels/PixelLimits.h"
 #include "engines/support/pixels/RowConverter.h"
@@ -168,6 +169,48 @@ class CcittRows : public RowSource {
   std::unique_ptr<const std::string> encoded_;  // outlives the decoder
   CcittDecoder decoder_;
   std::vector<std::uint8_t> packed_;
+};
+
+// JPEG 2000 data, decoded at once.
+class JpxRows : public RowSource {
+ public:
+  // alpha: whether its own is used.
+  JpxRows(RowConverter converter, JpxSamples samples, bool alpha)
+      : RowSource(samples.width, samples.height, converter.layout()),
+        converter_(std::move(converter)),
+        samples_(std::move(samples)) {
+    if (!alpha) {
+      samples_.alpha.clear();
+    }
+  }
+
+  bool ReadRow(std::uint8_t* row) override {
+    converter_.Convert(samples_.samples.data() + std::size_t{next_} * converter_.packed_bytes(),
+                       row);
+    if (!samples_.alpha.empty()) {
+      PutOnWhite(row);
+    }
+    ++next_;
+    return true;
+  }
+
+ private:
+  void PutOnWhite(std::uint8_t* row) const {
+    const std::size_t bytes = BytesPerPixel(layout());
+    const std::uint8_t* alphas = samples_.alpha.data() + std::size_t{next_} * width();
+    for (std::size_t x = 0; x < width(); ++x) {
+      const unsigned alpha = alphas[x];
+      for (std::size_t c = 0; c < bytes; ++c) {
+        std::uint8_t& value = row[bytes * x + c];
+        const unsigned color = samples_.is_alpha_mixed_in ? value : (value * alpha + 127) / 255;
+        value = static_cast<std::uint8_t>(std::min(255U, color + 255 - alpha));
+      }
+    }
+  }
+
+  RowConverter converter_;
+  JpxSamples samples_;
+  std::uint32_t next_ = 0;
 };
 
 class JpegRows : public RowSource {
@@ -330,6 +373,9 @@ class PictureOpener {
     if (facts_.filter == ImageFilter::kCcitt) {
       return OpenCcitt();
     }
+    if (facts_.filter == ImageFilter::kJpx) {
+      return OpenJpx();
+    }
     return facts_.filter == ImageFilter::kDct ? OpenJpeg() : OpenOther();
   }
 
@@ -403,6 +449,63 @@ class PictureOpener {
     }
     RowConverter converter(*std::move(space), facts_, 8, reader->width());
     return std::make_unique<JpegRows>(std::move(converter), std::move(reader), std::move(encoded));
+  }
+
+  // Without a colour space in the dictionary that of the data counts; with one, its colours do.
+  RowSourcePtr OpenJpx() {
+    const bool has_space = facts_.is_mask || !facts_.color_space.IsNull();
+    std::optional<ColorSpace> space = has_space ? Space() : std::nullopt;
+    if (has_space && !space) {
+      return OpenOther();
+    }
+    const bool is_index = space && space->kind == ColorKind::kIndexed;
+    std::optional<JpxSamples> samples =
+        DecodeJpx(DecodeToImageFilter(image_, facts_, limits::kMaxSampleBytes),
+                  is_index ? JpxDepth::kIndex : JpxDepth::kScaled);
+    if (!samples) {
+      return OpenOther();
+    }
+    const auto wanted = space ? static_cast<std::size_t>(space->components) : 0;
+    if (wanted == 0 || samples->components < wanted ||
+        (samples->colors != 0 && samples->colors != wanted && !is_index && !facts_.is_mask)) {
+      space = SpaceOfJpx(*samples);
+    }
+    const auto components = static_cast<std::size_t>(space->components);
+    KeepComponents(*samples, components);
+    ImageFacts facts = facts_;
+    if (!facts_.is_mask) {
+      facts.decode.clear();  // it is for other data (ISO 32000-2, table 87)
+    }
+    RowConverter converter(*std::move(space), facts, 8, samples->width);
+    return std::make_unique<JpxRows>(std::move(converter), *std::move(samples),
+                                     facts_.uses_jpx_alpha && facts_.soft_mask == 0);
+  }
+
+  static ColorSpace SpaceOfJpx(const JpxSamples& samples) {
+    const std::size_t known = std::min(samples.colors, samples.components);
+    const std::size_t colors = known != 0 && known != 2 ? known : samples.components;
+    const int components = colors >= 4 ? 4 : colors == 3 ? 3 : 1;
+    ColorSpace space = DeviceSpace(components);
+    if (components > 1 && !samples.profile.empty() && !IccTransform::IsSrgb(samples.profile)) {
+      space.icc = IccTransform::Make(samples.profile, components);
+      space.kind = space.icc != nullptr ? ColorKind::kIcc : space.kind;
+    }
+    return space;
+  }
+
+  // The first of every pixel.
+  static void KeepComponents(JpxSamples& samples, std::size_t components) {
+    if (samples.components == components) {
+      return;
+    }
+    const std::size_t pixels = std::size_t{samples.width} * samples.height;
+    for (std::size_t i = 0; i < pixels; ++i) {
+      for (std::size_t c = 0; c < components; ++c) {
+        samples.samples[i * components + c] = samples.samples[i * samples.components + c];
+      }
+    }
+    samples.components = components;
+    samples.samples.resize(pixels * components);
   }
 
   RowSourcePtr OpenCcitt() {

@@ -16,6 +16,9 @@ inline constexpr std::size_t kMaxSamplesAtOnce = std::size_t{64} << 20;
 // Coefficients of a progressive JPEG image, which are held until its last scan.
 inline constexpr std::size_t kMaxCoefficientBytes = std::size_t{1} << 30;
 
+// What JPEG 2000 data is decoded into, four bytes a sample.
+inline constexpr std::size_t kMaxJpxBytes = std::size_t{1} << 30;
+
 // Pixels that an image may have without data for them; of a larger one only the rows that have data
 // come out.
 inline constexpr std::uint64_t kMaxPixelsWithoutData = std::uint64_t{64} << 20;

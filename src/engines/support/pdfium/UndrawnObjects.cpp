@@ -1,10 +1,14 @@
-#include "engines/support/pdfium/OddProfiles.h"
+#include "engines/support/pdfium/UndrawnObjects.h"
 
 #include <array>
 #include <string>
 #include <utility>
 
+#include "engines/support/pixels/ColorSpace.h"
+#include "engines/support/pixels/JpxDecoder.h"
+#include "engines/support/pixels/PdfImage.h"
 #include "pdf/Error.h"
+#include "pdf/write/ByteSink.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -14,6 +18,7 @@ using pdf::Object;
 constexpr int kMaxDepth = 32;
 constexpr std::size_t kMaxProfileBytes = std::size_t{16} << 20;
 constexpr std::size_t kHeaderBytes = 128;
+constexpr std::uint64_t kJpxHeaderBytes = 4096;
 constexpr std::size_t kSpaceAt = 16;  // in the header (ICC.1:2001-04, 6.1)
 
 // 0 for a colour space that images do not have.
@@ -31,7 +36,7 @@ std::int64_t ComponentsOf(std::string_view signature) {
 
 }  // namespace
 
-void OddProfiles::FindInResources(const Object& resources, int depth) {
+void UndrawnObjects::FindInResources(const Object& resources, int depth) {
   if (depth > kMaxDepth) {
     return;
   }
@@ -49,18 +54,52 @@ void OddProfiles::FindInResources(const Object& resources, int depth) {
 }
 
 // An image, a form, a pattern or a shading.
-void OddProfiles::FindInObject(const Object& entry, int depth) {
+void UndrawnObjects::FindInObject(const Object& entry, int depth) {
   if (!IsNew(entry)) {
     return;
   }
   pdf::Arena arena;
   const Object object = document_->Resolve(entry, arena);
+  if (IsOddImage(entry.AsReference().number, object)) {
+    images_.push_back(entry.AsReference().number);
+  }
   FindInSpace(object.Get("ColorSpace"), depth + 1);
   FindInSpace(document_->Resolve(object.Get("Shading"), arena).Get("ColorSpace"), depth + 1);
   FindInResources(document_->Resolve(object.Get("Resources"), arena), depth + 1);
 }
 
-void OddProfiles::FindInSpace(const Object& space, int depth) {
+bool UndrawnObjects::IsOddImage(std::uint32_t number, const Object& dictionary) {
+  pdf::Arena arena;
+  const Object filter = document_->Resolve(dictionary.Get("Filter"), arena);
+  const Object only =
+      filter.Items().size() == 1 ? document_->Resolve(filter.Items()[0], arena) : filter;
+  if (number == 0 || !only.IsName("JPXDecode")) {
+    return false;
+  }
+  const PdfImage image{.document = document_,
+                       .number = number,
+                       .dictionary = dictionary,
+                       .data = {},
+                       .color_spaces = {}};
+  pdf::StringSink start;
+  CopyEncoded(image, start, kJpxHeaderBytes);
+  const std::optional<JpxHeader> header = ReadJpxHeader(start.bytes());
+  if (!header) {
+    return false;
+  }
+  const Object value = document_->Resolve(dictionary.Get("ColorSpace"), arena);
+  if (value.IsNull()) {
+    return header->components == 2 || (header->components == 4 && header->colors == 3);
+  }
+  const auto space = ColorSpaceOf(*document_, value, arena);
+  if (!space) {
+    return false;
+  }
+  const auto components = static_cast<std::size_t>(space->components);
+  return header->components != components && !(header->components == 4 && components == 3);
+}
+
+void UndrawnObjects::FindInSpace(const Object& space, int depth) {
   if (depth > kMaxDepth || !IsNew(space)) {
     return;
   }
@@ -79,13 +118,13 @@ void OddProfiles::FindInSpace(const Object& space, int depth) {
   }
 }
 
-void OddProfiles::Check(std::uint32_t number) {
+void UndrawnObjects::Check(std::uint32_t number) {
   if (number != 0 && seen_.insert(number).second && IsOdd(number)) {
-    numbers_.push_back(number);
+    profiles_.push_back(number);
   }
 }
 
-bool OddProfiles::IsOdd(std::uint32_t number) {
+bool UndrawnObjects::IsOdd(std::uint32_t number) {
   pdf::Arena arena;
   const Object dictionary = document_->Load({.number = number, .generation = 0}, arena);
   const std::int64_t components = document_->Resolve(dictionary.Get("N"), arena).IntegerOr(0);
@@ -107,7 +146,7 @@ bool OddProfiles::IsOdd(std::uint32_t number) {
 }
 
 // What is written in place belongs to one object and is looked at with that.
-bool OddProfiles::IsNew(const Object& entry) {
+bool UndrawnObjects::IsNew(const Object& entry) {
   const std::uint32_t number = entry.AsReference().number;
   return number == 0 || seen_.insert(number).second;
 }

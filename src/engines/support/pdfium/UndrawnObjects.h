@@ -1,0 +1,51 @@
+// Images that PDFium draws nothing of, though they can be drawn: those whose colour space has an
+// ICC profile of other colours, as that of RGB in gray images, which other programs do without; and
+// JPEG 2000 images with other components than their colour space has, alpha most often.
+#ifndef TARNIX_ENGINES_SUPPORT_PDFIUM_UNDRAWNOBJECTS_H_
+#define TARNIX_ENGINES_SUPPORT_PDFIUM_UNDRAWNOBJECTS_H_
+
+#include <cstdint>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+#include "pdf/file/Document.h"
+#include "pdf/syntax/Object.h"
+
+namespace TarnixTools::engines {
+
+class UndrawnObjects {
+ public:
+  // The document outlives this.
+  explicit UndrawnObjects(pdf::Document& document) : document_(&document) {}
+
+  // Looks at the colour spaces of these resources, and at those of the images, forms and patterns
+  // in there. Every object is looked at once. Throws pdf::Error for a document that cannot be read
+  // any more.
+  void Find(const pdf::Object& resources) { FindInResources(resources, 0); }
+
+  // Numbers of the objects found so far.
+  const std::vector<std::uint32_t>& profiles() const { return profiles_; }
+
+  const std::vector<std::uint32_t>& images() const { return images_; }
+
+  bool empty() const { return profiles_.empty() && images_.empty(); }
+
+ private:
+  void FindInResources(const pdf::Object& resources, int depth);
+  void FindInObject(const pdf::Object& entry, int depth);
+  void FindInSpace(const pdf::Object& space, int depth);
+  void Check(std::uint32_t number);
+  bool IsOdd(std::uint32_t number);
+  bool IsOddImage(std::uint32_t number, const pdf::Object& dictionary);
+  bool IsNew(const pdf::Object& entry);
+
+  pdf::Document* document_;
+  std::unordered_set<std::uint32_t> seen_;
+  std::vector<std::uint32_t> profiles_;
+  std::vector<std::uint32_t> images_;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_SUPPORT_PDFIUM_UNDRAWNOBJECTS_H_
