@@ -73,6 +73,7 @@ class FileWriter {
   void PutNumber(std::uint64_t number);
   void PutObjectStart(std::uint32_t number);
   void Flush();
+  void DigestPending();
   void FlushObjectStream();
   std::string EncryptionDictionaryText() const;
   std::string CrossReferenceData(std::uint32_t self, unsigned offset_width) const;
@@ -83,6 +84,7 @@ class FileWriter {
   std::unique_ptr<StringEncryptor> string_encryptor_;
   std::unique_ptr<char[]> buffer_;
   std::size_t buffered_ = 0;  // bytes of the buffer that are waiting
+  std::size_t digested_ = 0;  // of those
   std::uint64_t offset_ = 0;  // of the buffer's end in the file
   // By object number: 0 free; offset << 1; or (object stream << 20 | index) << 1 | 1.
   std::vector<std::uint64_t> places_;
