@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kLevel = 6;
 // Rows that are compressed on trial, and how.
-constexpr std::size_t kTrialBytes = std::size_t{96} << 10;
+constexpr std::size_t kTrialBytes = std::size_t{256} << 10;
 constexpr int kTrialLevel = 1;
 // Fax coding that makes a page this much smaller has text or drawings before it, which nothing else
 // codes better.
@@ -27,7 +27,7 @@ constexpr std::size_t kTextRatio = 10;
 constexpr std::uint32_t kBandRows = 8;
 // How much larger a picture may become when repetitions are not looked for, which takes a tenth of
 // the time.
-constexpr std::size_t kToleratedPercent = 2;
+constexpr std::size_t kToleratedPercent = 1;
 
 struct CompressorDeleter {
   void operator()(libdeflate_compressor* compressor) const noexcept {

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <utility>
 
+#include "engines/support/images/FaxJoiner.h"
 #include "engines/support/images/IccProfile.h"
 #include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
@@ -165,8 +166,8 @@ std::optional<PdfImage> TiffFile::PassFax(const Picture& picture) {
       picture.photometric > kMinIsBlack) {
     return std::nullopt;
   }
-  const std::optional<Strip> strip = OnlyStrip(picture);
-  if (!strip) {
+  std::optional<DataPiece> data = FaxData(picture);
+  if (!data) {
     return std::nullopt;
   }
   PdfImage result;
@@ -181,16 +182,60 @@ std::optional<PdfImage> TiffFile::PassFax(const Picture& picture) {
   if (picture.photometric == kMinIsBlack) {
     image.parameters += "/BlackIs1 true";
   }
-  if (picture.directory->Number(reader_, TiffTag::kFillOrder, 1) == 2) {
-    if (strip->length > limits::kMaxHeldBytes) {
+  image.data.push_back(*std::move(data));
+  return result;
+}
+
+// Nothing for data that must be decoded.
+std::optional<DataPiece> TiffFile::FaxData(const Picture& picture) {
+  const bool is_reversed = picture.directory->Number(reader_, TiffTag::kFillOrder, 1) == 2;
+  const std::optional<Strip> strip = OnlyStrip(picture);
+  if (!strip) {
+    return JoinFax(picture, is_reversed);
+  }
+  if (!is_reversed) {
+    return DataPiece{strip->offset, strip->length, {}};
+  }
+  if (strip->length > limits::kMaxHeldBytes) {
+    return std::nullopt;
+  }
+  return Hold(ReverseBits(reader_.Read(strip->offset, static_cast<std::size_t>(strip->length))));
+}
+
+std::optional<DataPiece> TiffFile::JoinFax(const Picture& picture, bool is_reversed) {
+  const TiffDirectory& directory = *picture.directory;
+  const std::uint64_t rows = directory.Number(reader_, TiffTag::kRowsPerStrip, picture.height);
+  if (directory.Has(TiffTag::kTileWidth) || rows == 0 || picture.height == 0) {
+    return std::nullopt;
+  }
+  const std::uint64_t count = (picture.height + rows - 1) / rows;
+  const auto numbers = [&](TiffTag tag) {
+    return directory.Numbers(reader_, tag, static_cast<std::size_t>(count));
+  };
+  const std::vector<std::uint64_t> offsets = numbers(TiffTag::kStripOffsets);
+  const std::vector<std::uint64_t> lengths = numbers(TiffTag::kStripByteCounts);
+  if (offsets.size() != count || lengths.size() != count) {
+    return std::nullopt;
+  }
+  FaxJoiner joiner(picture.width);
+  std::uint64_t total = 0;
+  std::uint64_t left = picture.height;
+  for (std::size_t i = 0; i < offsets.size(); ++i) {
+    total += std::min<std::uint64_t>(lengths[i], limits::kMaxHeldBytes);
+    if (total > limits::kMaxHeldBytes) {
       return std::nullopt;
     }
-    image.data.push_back(
-        Hold(ReverseBits(reader_.Read(strip->offset, static_cast<std::size_t>(strip->length)))));
-  } else {
-    image.data.push_back({strip->offset, strip->length, {}});
+    std::string strip = reader_.Read(offsets[i], static_cast<std::size_t>(lengths[i]));
+    if (is_reversed) {
+      strip = ReverseBits(std::move(strip));
+    }
+    const std::uint64_t strip_rows = std::min(rows, left);
+    if (strip.size() != lengths[i] || !joiner.Add(strip, static_cast<std::uint32_t>(strip_rows))) {
+      return std::nullopt;
+    }
+    left -= strip_rows;
   }
-  return result;
+  return Hold(joiner.Take());
 }
 
 // The tables, which the file has once for all strips, go before the strip's own.

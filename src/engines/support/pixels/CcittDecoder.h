@@ -29,6 +29,19 @@ class CcittDecoder {
   // not written then. A row that is damaged keeps what was read of it.
   bool ReadRow(std::uint8_t* row);
 
+  // The same without the pixels.
+  bool PassRow();
+
+  // Of the last row: where the colour changes, in columns, ascending, white first; ends with the
+  // number of columns.
+  const std::vector<std::int64_t>& changes() const { return reference_; }
+
+  // Whether the last row, or what came after it, could not be read.
+  bool is_broken() const { return is_broken_; }
+
+  // Bits read so far.
+  std::size_t position() const { return bit_; }
+
  private:
   std::uint32_t Peek(unsigned count) const;
 
@@ -50,7 +63,7 @@ class CcittDecoder {
   std::size_t bit_ = 0;
   bool is_two_dimensional_ = false;  // the next row
   bool is_broken_ = false;
-  // Where the colour changes, in columns, white first; at the end the number of columns.
+  // Changes of the last row and of the one being read.
   std::vector<std::int64_t> reference_;
   std::vector<std::int64_t> current_;
 };

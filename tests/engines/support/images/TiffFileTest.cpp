@@ -7,6 +7,7 @@
 
 #include "engines/support/images/ImageError.h"
 #include "engines/support/images/OpenedImage.h"
+#include "engines/support/images/TiffCodec.h"
 #include "support/TestImages.h"
 
 namespace TarnixTools::engines::images {
@@ -190,6 +191,27 @@ TEST(TiffFile, FaxDataOfOneStripIsPassedThrough) {
   EXPECT_EQ(black.Embed().image.parameters, "/K -1/Columns 8/Rows 2/BlackIs1 true");
   OpenedImage reversed(tiff.Set(266, {2}).Bytes());
   EXPECT_EQ(reversed.DataOf(reversed.Embed().image), "\x64\x05\x80");
+}
+
+TEST(TiffFile, FaxDataOfSeveralStripsIsJoined) {
+  Plane plane(8, 4, 1, 1);
+  plane.Fill(0xC3);
+  Plane half(8, 2, 1, 1);
+  half.Fill(0xC3);
+  if (!EncodeFax(plane)) {
+    GTEST_SKIP() << "needs libtiff";
+  }
+  const std::string whole(EncodeFax(plane)->view());
+  const std::string strip(EncodeFax(half)->view());
+  TestTiff tiff;
+  tiff.Sides(8, 4).Set(258, {1}).Set(259, {4}).Set(262, {0}).Set(277, {1}).Set(278, {2});
+  OpenedImage image(tiff.Data({strip, strip}).Bytes());
+  EXPECT_EQ(image.Embed().image.parameters, "/K -1/Columns 8/Rows 4");
+  EXPECT_EQ(image.DataOf(image.Embed().image), whole);
+  // Where a strip is damaged, what can be decoded is stored.
+  OpenedImage damaged(tiff.Data({strip, std::string(6, '\0')}).Bytes());
+  EXPECT_NE(damaged.DataOf(damaged.Embed().image), whole);
+  EXPECT_EQ(damaged.Embed().image.height, 4U);
 }
 
 TEST(TiffFile, JpegDataOfOneStripIsPassedThrough) {
