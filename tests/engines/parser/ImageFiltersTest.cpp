@@ -46,6 +46,19 @@ TEST_F(Images, AreDecodedFromOneDimensionalFaxData) {
   }
 }
 
+// Each row ends with zeros and an end of line, which ends with a byte.
+TEST_F(Images, AreDecodedFromFaxDataWithAlignedEndsOfLine) {
+  for (const char* parameters :
+       {"/EncodedByteAlign true/EndOfLine true", "/EndOfLine true", "/EncodedByteAlign false"}) {
+    const JpegImage image = ExtractImage(FaxImage(8, parameters, "0001" + Repeat("B60001", 8)));
+    for (int y = 0; y < 8; ++y) {
+      EXPECT_TRUE(image.IsNear(3, y, kWhite)) << parameters;
+      EXPECT_TRUE(image.IsNear(4, y, kBlack)) << parameters;
+    }
+  }
+  EXPECT_TRUE(troubles_.empty());
+}
+
 TEST_F(Images, StayWhiteWhereFaxDataIsCutOrDamaged) {
   for (const std::string hex : {"9B", "", "00", "FF000000", "9B78008008"}) {
     const JpegImage image = ExtractImage(FaxImage(64, "/K -1", hex));

@@ -105,7 +105,7 @@ bool CcittDecoder::PassRow() {
   if (is_broken_) {
     return false;
   }
-  if (parameters_.is_byte_aligned) {
+  if (parameters_.is_byte_aligned && !IsBeforeEndOfLine()) {
     bit_ = (bit_ + 7) / 8 * 8;
   }
   if (!ReadTagOfRow() || IsAtEnd()) {
@@ -124,6 +124,18 @@ bool CcittDecoder::PassRow() {
   Add(parameters_.columns);
   std::swap(reference_, current_);
   return true;
+}
+
+// Zeros may have been put in front of an end of line, so that it ends with a byte: then it is not
+// the row that starts with one.
+bool CcittDecoder::IsBeforeEndOfLine() {
+  if (parameters_.k < 0) {
+    return false;
+  }
+  const std::size_t start = bit_;
+  const bool is_before = parameters_.has_ends_of_line ? SkipEndOfLine() : Peek(12) == 1;
+  bit_ = start;
+  return is_before;
 }
 
 // Skips an end of line with the zeros in front of it.

@@ -13,6 +13,7 @@ namespace TarnixTools::engines {
 struct CcittParameters {
   std::int64_t k = 0;  // below 0 two-dimensional (group 4), 0 one-dimensional, above 0 mixed
   bool is_byte_aligned = false;
+  bool has_ends_of_line = false;  // they are recognised without this too
   std::uint32_t columns = 1728;
   bool black_is_1 = false;
 };
@@ -50,6 +51,7 @@ class CcittDecoder {
   bool IsAtEnd() const { return bit_ >= data_.size() * 8; }
 
   bool SkipEndOfLine();
+  bool IsBeforeEndOfLine();
   bool ReadTagOfRow();
   bool ReadOneDimensional();
   bool ReadTwoDimensional();

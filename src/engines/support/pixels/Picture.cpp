@@ -418,9 +418,12 @@ class PictureOpener {
     if (reader == nullptr) {
       return nullptr;
     }
-    const std::uint64_t most_rows = kMaxDeflation * encoded->size() / converter.packed_bytes() + 1;
-    return std::make_unique<FlateRows>(converter, facts_.width,
-                                       static_cast<std::uint32_t>(HeightFor(most_rows)),
+    const std::uint64_t height =
+        HeightFor(kMaxDeflation * encoded->size() / converter.packed_bytes() + 1);
+    if (height * converter.packed_bytes() > limits::kMaxStreamedSamples) {
+      throw pdf::Error(pdf::ErrorCode::kLimitExceeded, "the image has too many samples");
+    }
+    return std::make_unique<FlateRows>(converter, facts_.width, static_cast<std::uint32_t>(height),
                                        std::move(encoded), std::move(reader));
   }
 
@@ -515,6 +518,7 @@ class PictureOpener {
     CcittParameters parameters;
     parameters.k = value("K").IntegerOr(0);
     parameters.is_byte_aligned = value("EncodedByteAlign").BooleanOr(false);
+    parameters.has_ends_of_line = value("EndOfLine").BooleanOr(false);
     parameters.black_is_1 = value("BlackIs1").BooleanOr(false);
     const std::int64_t columns = value("Columns").IntegerOr(1728);
     const std::optional<ColorSpace> space = Space();

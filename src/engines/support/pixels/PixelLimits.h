@@ -13,6 +13,9 @@ inline constexpr std::size_t kMaxSampleBytes = std::size_t{512} << 20;
 // Samples that are decoded at once, where that is faster than row by row.
 inline constexpr std::size_t kMaxSamplesAtOnce = std::size_t{64} << 20;
 
+// Samples of an image that is decoded row by row: a matter of time.
+inline constexpr std::uint64_t kMaxStreamedSamples = std::uint64_t{4} << 30;
+
 // Coefficients of a progressive JPEG image, which are held until its last scan.
 inline constexpr std::size_t kMaxCoefficientBytes = std::size_t{1} << 30;
 
