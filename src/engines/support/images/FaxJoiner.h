@@ -1,38 +1,42 @@
-// Joins strips of group 4 fax data (ITU-T T.6) to one picture. Each strip is coded as if a white
-// row were above it; so its first row is coded anew, below the last row of the strip before, and
-// all other bits stay as they are.
+// Fax data that a TIFF has in strips becomes one block of group 4 (ITU-T T.6): every strip starts
+// as if the row above were white, so strips cannot be put one behind the other. Rows are coded anew
+// by where their colour changes, without being painted.
 #ifndef TARNIX_ENGINES_SUPPORT_IMAGES_FAXJOINER_H_
 #define TARNIX_ENGINES_SUPPORT_IMAGES_FAXJOINER_H_
 
+#include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
+
+#include "engines/support/images/PdfImage.h"
+#include "engines/support/pixels/CcittDecoder.h"
+#include "engines/support/pixels/CcittEncoder.h"
 
 namespace TarnixTools::engines::images {
 
 class FaxJoiner {
  public:
-  explicit FaxJoiner(std::uint32_t columns);
+  // coding: of the strips.
+  // is_inverted: what they code as white is black, which the result does not repeat.
+  FaxJoiner(const CcittParameters& coding, bool is_inverted)
+      : coding_(coding), is_inverted_(is_inverted), encoder_(coding.columns) {}
 
-  // False for a strip that is damaged or shorter than it says, or that is coded in a way that is
-  // not known here; nothing can be made of what was joined then.
+  // Adds this many rows of a strip. False where they are not all there, exactly as the standard has
+  // them, in which case there is no result.
   bool Add(std::string_view strip, std::uint32_t rows);
 
-  // The joined data, with its end mark. Once, at the end.
-  std::string Take();
+  // Bytes that there are so far, up to a few.
+  std::size_t size() const { return encoder_.data().size(); }
+
+  // Data for /CCITTFaxDecode with /K -1 and /BlackIs1 false. To be called once.
+  HeldBytes Finish();
 
  private:
-  void PutBit(bool bit);
-  void PutCode(std::string_view code);
-  void PutBits(std::string_view data, std::size_t from, std::size_t to);
-  void PutRun(std::int64_t columns, bool is_black);
-  void PutRow(const std::vector<std::int64_t>& row, const std::vector<std::int64_t>& above);
-
-  std::uint32_t columns_;
-  std::vector<std::int64_t> last_row_;  // where its colour changes
-  std::string data_;
-  unsigned free_bits_ = 0;  // of the last byte
+  CcittParameters coding_;
+  bool is_inverted_;
+  CcittEncoder encoder_;
+  std::vector<std::uint32_t> changes_;
 };
 
 }  // namespace TarnixTools::engines::images

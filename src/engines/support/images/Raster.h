@@ -2,6 +2,7 @@
 #ifndef TARNIX_ENGINES_SUPPORT_IMAGES_RASTER_H_
 #define TARNIX_ENGINES_SUPPORT_IMAGES_RASTER_H_
 
+#include <cstdint>
 #include <string>
 
 #include "engines/support/images/PdfImage.h"
@@ -32,6 +33,10 @@ void ApplyPalette(Raster& raster, Plane&& indices, const std::string& palette,
 // Stores a picture losslessly, in the smallest of a few ways: without colour where there is none,
 // in fewer bits, with a palette, and with the PNG predictor that suits it.
 PdfImage Encode(Raster&& raster);
+
+// Whether black and white in this many bytes of fax data has text or drawings before it, which no
+// other coding makes smaller: none needs to be tried.
+bool IsBestAsFax(std::uint64_t fax_bytes, std::uint32_t width, std::uint32_t height);
 
 // The soft mask for an alpha channel.
 ImageStream EncodeMask(Plane&& alpha);

@@ -11,7 +11,7 @@
 #include "engines/support/images/HuffmanDeflate.h"
 #include "engines/support/images/PngFilters.h"
 #include "engines/support/images/Raster.h"
-#include "engines/support/images/TiffCodec.h"
+#include "engines/support/pixels/CcittEncoder.h"
 
 namespace TarnixTools::engines::images {
 
@@ -21,8 +21,7 @@ constexpr int kLevel = 6;
 // Rows that are compressed on trial, and how.
 constexpr std::size_t kTrialBytes = std::size_t{256} << 10;
 constexpr int kTrialLevel = 1;
-// Fax coding that makes a page this much smaller has text or drawings before it, which nothing else
-// codes better.
+// Fax coding that makes a page this much smaller has text or drawings before it.
 constexpr std::size_t kTextRatio = 10;
 constexpr std::uint32_t kBandRows = 8;
 // How much larger a picture may become when repetitions are not looked for, which takes a tenth of
@@ -154,6 +153,20 @@ void Invert(Plane& plane) {
   }
 }
 
+// Group 4 data of a plane of which 0 is black, for /CCITTFaxDecode with /K -1; nothing where it
+// would be larger than the plane, as of halftones.
+std::optional<HeldBytes> EncodeFax(const Plane& plane) {
+  CcittEncoder encoder(plane.width());
+  for (std::uint32_t y = 0; y < plane.height(); ++y) {
+    encoder.AddRow(plane.row(y), 0);
+    if (encoder.data().size() > plane.size()) {
+      return std::nullopt;
+    }
+  }
+  encoder.Finish();
+  return Hold(encoder.data()).held;
+}
+
 // Black and white, coded for fax where that is smaller: text is, halftones are not.
 void StoreBitonal(ImageStream& image, Plane&& plane) {
   if (!image.decode.empty()) {  // fax codes take it that most of a page is white
@@ -161,7 +174,7 @@ void StoreBitonal(ImageStream& image, Plane&& plane) {
     image.decode.clear();
   }
   std::optional<HeldBytes> fax = EncodeFax(plane);
-  if (!fax || fax->size > plane.size() / kTextRatio) {
+  if (!fax || !IsBestAsFax(fax->size, image.width, image.height)) {
     StoreFlate(image, std::move(plane));
     if (!fax || fax->size > image.data.front().held.size) {
       return;
@@ -241,6 +254,10 @@ void SplitAlpha(const Plane& samples, Raster& raster) {
     CopyChannels(row, raster.color.row(y), samples.width(), step, color_bytes);
     CopyChannels(row + color_bytes, raster.alpha.row(y), samples.width(), step, alpha_bytes);
   }
+}
+
+bool IsBestAsFax(std::uint64_t fax_bytes, std::uint32_t width, std::uint32_t height) {
+  return fax_bytes <= ((std::uint64_t{width} + 7) / 8 + 1) * height / kTextRatio;
 }
 
 ImageStream EncodeMask(Plane&& alpha) {

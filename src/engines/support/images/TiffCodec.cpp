@@ -38,7 +38,6 @@ struct LibTiff {
     library.Resolve(ReadStrip, "TIFFReadEncodedStrip");
     library.Resolve(ReadTile, "TIFFReadEncodedTile");
     library.Resolve(ReadRgba, "TIFFReadRGBAImageOriented");
-    library.Resolve(WriteStrip, "TIFFWriteEncodedStrip");
     library.Resolve(IsCodecConfigured, "TIFFIsCODECConfigured");
   }
 
@@ -69,24 +68,20 @@ struct LibTiff {
   decltype(TIFFReadEncodedStrip)* ReadStrip = nullptr;
   decltype(TIFFReadEncodedTile)* ReadTile = nullptr;
   decltype(TIFFReadRGBAImageOriented)* ReadRgba = nullptr;
-  decltype(TIFFWriteEncodedStrip)* WriteStrip = nullptr;
   decltype(TIFFIsCODECConfigured)* IsCodecConfigured = nullptr;
   // NOLINTEND(readability-identifier-naming)
 };
 
-// What libtiff reads from or writes to. Its functions are called from C: nothing may be thrown.
+// What libtiff reads from. Its functions are called from C: nothing may be thrown.
 struct Stream {
-  pdf::ByteSource* source = nullptr;  // null: writes to `written`
-  std::string written;
+  pdf::ByteSource* source = nullptr;
   std::uint64_t position = 0;
   bool has_failed = false;
-
-  std::uint64_t Size() const { return source != nullptr ? source->Size() : written.size(); }
 };
 
 tmsize_t ReadProc(thandle_t handle, void* buffer, tmsize_t size) {
   auto& stream = *static_cast<Stream*>(handle);
-  if (stream.source == nullptr || size <= 0) {
+  if (size <= 0) {
     return 0;
   }
   try {
@@ -100,30 +95,16 @@ tmsize_t ReadProc(thandle_t handle, void* buffer, tmsize_t size) {
   }
 }
 
-tmsize_t WriteProc(thandle_t handle, void* buffer, tmsize_t size) {
-  auto& stream = *static_cast<Stream*>(handle);
-  if (stream.source != nullptr || size <= 0 || stream.position > limits::kMaxHeldBytes) {
-    return -1;
-  }
-  try {
-    const std::size_t place = static_cast<std::size_t>(stream.position);
-    const std::size_t end = place + static_cast<std::size_t>(size);
-    if (stream.written.size() < end) {
-      stream.written.resize(end);
-    }
-    std::memcpy(stream.written.data() + place, buffer, static_cast<std::size_t>(size));
-    stream.position = end;
-    return size;
-  } catch (...) {
-    return -1;
-  }
+// Nothing is ever written.
+tmsize_t WriteProc(thandle_t, void*, tmsize_t) {
+  return -1;
 }
 
 toff_t SeekProc(thandle_t handle, toff_t offset, int whence) {
   auto& stream = *static_cast<Stream*>(handle);
   stream.position = whence == SEEK_SET   ? offset
                     : whence == SEEK_CUR ? stream.position + offset
-                                         : stream.Size() + offset;
+                                         : stream.source->Size() + offset;
   return stream.position;
 }
 
@@ -132,7 +113,7 @@ int CloseProc(thandle_t) {
 }
 
 toff_t SizeProc(thandle_t handle) {
-  return static_cast<Stream*>(handle)->Size();
+  return static_cast<Stream*>(handle)->source->Size();
 }
 
 // Nothing is printed: what counts is what the calls return.
@@ -147,7 +128,7 @@ struct TiffCloser {
 using TiffPtr = std::unique_ptr<TIFF, TiffCloser>;
 
 // "O" keeps libtiff from reading the first directory, which need not be the one that is wanted.
-TiffPtr OpenTiff(const LibTiff& tiff, Stream& stream, const char* mode) {
+TiffPtr OpenTiff(const LibTiff& tiff, Stream& stream) {
   const std::unique_ptr<TIFFOpenOptions, decltype(tiff.OptionsFree)> options(tiff.OptionsAlloc(),
                                                                              tiff.OptionsFree);
   if (options == nullptr) {
@@ -156,7 +137,7 @@ TiffPtr OpenTiff(const LibTiff& tiff, Stream& stream, const char* mode) {
   tiff.SetMaxAlloc(options.get(), static_cast<tmsize_t>(limits::kMaxDecodedBytes));
   tiff.SetErrorHandler(options.get(), &Ignore, nullptr);
   tiff.SetWarningHandler(options.get(), &Ignore, nullptr);
-  return TiffPtr(tiff.ClientOpen("image", mode, &stream, &ReadProc, &WriteProc, &SeekProc,
+  return TiffPtr(tiff.ClientOpen("image", "rmOC", &stream, &ReadProc, &WriteProc, &SeekProc,
                                  &CloseProc, &SizeProc, nullptr, nullptr, options.get()));
 }
 
@@ -177,44 +158,6 @@ void SwapBytes(Plane& plane) {
   }
 }
 
-std::optional<HeldBytes> EncodeFax(const LibTiff& tiff, const Plane& plane) {
-  Stream stream;
-  const TiffPtr handle = OpenTiff(tiff, stream, "wm");
-  if (handle == nullptr) {
-    return std::nullopt;
-  }
-  // Written as a strip of a TIFF, from which it is taken again.
-  tiff.SetField(handle.get(), TIFFTAG_IMAGEWIDTH, plane.width());
-  tiff.SetField(handle.get(), TIFFTAG_IMAGELENGTH, plane.height());
-  tiff.SetField(handle.get(), TIFFTAG_ROWSPERSTRIP, plane.height());
-  tiff.SetField(handle.get(), TIFFTAG_BITSPERSAMPLE, 1);
-  tiff.SetField(handle.get(), TIFFTAG_SAMPLESPERPIXEL, 1);
-  tiff.SetField(handle.get(), TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISWHITE);
-  tiff.SetField(handle.get(), TIFFTAG_COMPRESSION, COMPRESSION_CCITTFAX4);
-  std::vector<unsigned char> rows(plane.row_bytes() * plane.height());
-  for (std::uint32_t y = 0; y < plane.height(); ++y) {
-    const unsigned char* row = plane.row(y);
-    std::transform(row, row + plane.row_bytes(),
-                   rows.begin() + static_cast<std::ptrdiff_t>(y * plane.row_bytes()),
-                   [](unsigned char byte) { return static_cast<unsigned char>(~byte); });
-  }
-  if (tiff.WriteStrip(handle.get(), 0, rows.data(), static_cast<tmsize_t>(rows.size())) < 0) {
-    return std::nullopt;
-  }
-  std::uint64_t* offsets = nullptr;
-  std::uint64_t* counts = nullptr;
-  if (tiff.GetField(handle.get(), TIFFTAG_STRIPOFFSETS, &offsets) == 0 ||
-      tiff.GetField(handle.get(), TIFFTAG_STRIPBYTECOUNTS, &counts) == 0 || offsets == nullptr ||
-      counts == nullptr || offsets[0] > stream.written.size() ||
-      counts[0] > stream.written.size() - offsets[0]) {
-    return std::nullopt;
-  }
-  return Hold(
-             std::string_view(stream.written)
-                 .substr(static_cast<std::size_t>(offsets[0]), static_cast<std::size_t>(counts[0])))
-      .held;
-}
-
 }  // namespace
 
 struct TiffDecoder::State {
@@ -226,7 +169,7 @@ TiffDecoder::TiffDecoder(pdf::ByteSource& source, std::uint64_t directory)
     : state_(std::make_unique<State>()) {
   const LibTiff& tiff = LibTiff::Get();
   state_->stream.source = &source;
-  state_->tiff = OpenTiff(tiff, state_->stream, "rmOC");
+  state_->tiff = OpenTiff(tiff, state_->stream);
   if (state_->tiff == nullptr || tiff.SetSubDirectory(state_->tiff.get(), directory) == 0) {
     throw ImageError(ImageErrorCode::kDamaged, "the TIFF picture cannot be read");
   }
@@ -366,14 +309,6 @@ bool TiffDecoder::ReadRgba(Plane& plane) {
     }
   }
   return true;
-}
-
-std::optional<HeldBytes> EncodeFax(const Plane& plane) {
-  try {
-    return EncodeFax(LibTiff::Get(), plane);
-  } catch (const ImageError&) {
-    return std::nullopt;  // libtiff is not there
-  }
 }
 
 }  // namespace TarnixTools::engines::images

@@ -1,13 +1,10 @@
-// libtiff, loaded on first use: decodes what a document cannot take as it is, and codes black and
-// white for fax (ITU-T T.6).
+// libtiff, loaded on first use: decodes what a document cannot take as it is.
 #ifndef TARNIX_ENGINES_SUPPORT_IMAGES_TIFFCODEC_H_
 #define TARNIX_ENGINES_SUPPORT_IMAGES_TIFFCODEC_H_
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 
-#include "engines/support/images/PdfImage.h"
 #include "engines/support/images/Plane.h"
 #include "pdf/file/ByteSource.h"
 
@@ -43,10 +40,6 @@ class TiffDecoder {
 
   std::unique_ptr<State> state_;
 };
-
-// Group 4 data of a plane of 1 bit per pixel of which 0 is black, for /CCITTFaxDecode with /K -1
-// and /BlackIs1 false. Nothing when it cannot be had.
-std::optional<HeldBytes> EncodeFax(const Plane& plane);
 
 }  // namespace TarnixTools::engines::images
 

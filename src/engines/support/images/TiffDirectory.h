@@ -27,6 +27,8 @@ enum class TiffTag : std::uint16_t {
   kXResolution = 282,
   kYResolution = 283,
   kPlanarConfiguration = 284,
+  kT4Options = 292,
+  kT6Options = 293,
   kResolutionUnit = 296,
   kPredictor = 317,
   kColorMap = 320,

@@ -16,7 +16,10 @@ namespace TarnixTools::engines::images {
 
 namespace {
 
-enum Compression : std::uint64_t { kFax4 = 4, kJpeg = 7 };
+enum Compression : std::uint64_t { kFaxRows = 2, kFax3 = 3, kFax4 = 4, kJpeg = 7 };
+
+// Bits of the fields for options of fax data.
+enum FaxOption : std::uint64_t { kTwoDimensional = 1, kUncompressed = 2 };
 
 enum Photometric : std::uint64_t {
   kMinIsWhite = 0,
@@ -136,6 +139,9 @@ PdfImage TiffFile::Embed(std::size_t index) {
   if (std::optional<PdfImage> fax = PassFax(picture)) {
     return std::move(*fax);
   }
+  if (std::optional<PdfImage> fax = JoinFax(picture)) {
+    return std::move(*fax);
+  }
   if (std::optional<PdfImage> jpeg = PassJpeg(picture)) {
     return std::move(*jpeg);
   }
@@ -161,17 +167,43 @@ std::optional<TiffFile::Strip> TiffFile::OnlyStrip(const Picture& picture) {
   return Strip{offset, std::min(length, reader_.size() - offset)};
 }
 
-std::optional<PdfImage> TiffFile::PassFax(const Picture& picture) {
-  if (picture.compression != kFax4 || picture.bits != 1 || picture.samples != 1 ||
-      picture.photometric > kMinIsBlack) {
-    return std::nullopt;
+// The picture's data, in the order of its rows; nothing when not all of it is there or strips
+// share parts of the file.
+std::vector<TiffFile::Strip> TiffFile::Strips(const Picture& picture, std::uint32_t count) {
+  const TiffDirectory& directory = *picture.directory;
+  const std::vector<std::uint64_t> offsets =
+      directory.Numbers(reader_, TiffTag::kStripOffsets, count);
+  const std::vector<std::uint64_t> lengths =
+      directory.Numbers(reader_, TiffTag::kStripByteCounts, count);
+  std::vector<Strip> strips;
+  if (offsets.size() != count || lengths.size() != count) {
+    return strips;
   }
-  std::optional<DataPiece> data = FaxData(picture);
-  if (!data) {
-    return std::nullopt;
+  std::uint64_t left = std::min(reader_.size(), limits::kMaxHeldBytes);
+  for (std::size_t i = 0; i < offsets.size(); ++i) {
+    if (lengths[i] > left || !reader_.Has(offsets[i], lengths[i])) {
+      return {};
+    }
+    left -= lengths[i];
+    strips.push_back({offsets[i], lengths[i]});
   }
-  PdfImage result;
-  ImageStream& image = result.image;
+  return strips;
+}
+
+bool TiffFile::IsFax(const Picture& picture) {
+  return picture.compression >= kFaxRows && picture.compression <= kFax4 && picture.bits == 1 &&
+         picture.samples == 1 && picture.photometric <= kMinIsBlack;
+}
+
+// The codes of a strip, the first bit in the highest of a byte.
+std::string TiffFile::ReadFax(const Picture& picture, Strip strip) {
+  std::string data = reader_.Read(strip.offset, static_cast<std::size_t>(strip.length));
+  const bool is_reversed = picture.directory->Number(reader_, TiffTag::kFillOrder, 1) == 2;
+  return is_reversed ? ReverseBits(std::move(data)) : data;
+}
+
+ImageStream TiffFile::DescribeFax(const Picture& picture) {
+  ImageStream image;
   image.width = picture.width;
   image.height = picture.height;
   image.bits = 1;
@@ -179,63 +211,71 @@ std::optional<PdfImage> TiffFile::PassFax(const Picture& picture) {
   image.filter = "CCITTFaxDecode";
   image.parameters =
       "/K -1/Columns " + std::to_string(picture.width) + "/Rows " + std::to_string(picture.height);
+  return image;
+}
+
+std::optional<PdfImage> TiffFile::PassFax(const Picture& picture) {
+  if (picture.compression != kFax4 || !IsFax(picture)) {
+    return std::nullopt;
+  }
+  const std::optional<Strip> strip = OnlyStrip(picture);
+  if (!strip) {
+    return std::nullopt;
+  }
+  PdfImage result;
+  result.image = DescribeFax(picture);
+  ImageStream& image = result.image;
   if (picture.photometric == kMinIsBlack) {
     image.parameters += "/BlackIs1 true";
   }
-  image.data.push_back(*std::move(data));
+  if (picture.directory->Number(reader_, TiffTag::kFillOrder, 1) == 2) {
+    if (strip->length > limits::kMaxHeldBytes) {
+      return std::nullopt;
+    }
+    image.data.push_back(Hold(ReadFax(picture, *strip)));
+  } else {
+    image.data.push_back({strip->offset, strip->length, {}});
+  }
   return result;
 }
 
-// Nothing for data that must be decoded.
-std::optional<DataPiece> TiffFile::FaxData(const Picture& picture) {
-  const bool is_reversed = picture.directory->Number(reader_, TiffTag::kFillOrder, 1) == 2;
-  const std::optional<Strip> strip = OnlyStrip(picture);
-  if (!strip) {
-    return JoinFax(picture, is_reversed);
-  }
-  if (!is_reversed) {
-    return DataPiece{strip->offset, strip->length, {}};
-  }
-  if (strip->length > limits::kMaxHeldBytes) {
+// Fax data of several strips, or of group 3, which takes more room, as one block of group 4.
+// Nothing where it has errors, or where another coding may be smaller.
+std::optional<PdfImage> TiffFile::JoinFax(const Picture& picture) {
+  if (!IsFax(picture) || picture.directory->Has(TiffTag::kTileWidth)) {
     return std::nullopt;
   }
-  return Hold(ReverseBits(reader_.Read(strip->offset, static_cast<std::size_t>(strip->length))));
-}
-
-std::optional<DataPiece> TiffFile::JoinFax(const Picture& picture, bool is_reversed) {
-  const TiffDirectory& directory = *picture.directory;
-  const std::uint64_t rows = directory.Number(reader_, TiffTag::kRowsPerStrip, picture.height);
-  if (directory.Has(TiffTag::kTileWidth) || rows == 0 || picture.height == 0) {
+  const std::uint64_t options = picture.directory->Number(
+      reader_, picture.compression == kFax4 ? TiffTag::kT6Options : TiffTag::kT4Options, 0);
+  if ((options & kUncompressed) != 0) {
     return std::nullopt;
   }
-  const std::uint64_t count = (picture.height + rows - 1) / rows;
-  const auto numbers = [&](TiffTag tag) {
-    return directory.Numbers(reader_, tag, static_cast<std::size_t>(count));
-  };
-  const std::vector<std::uint64_t> offsets = numbers(TiffTag::kStripOffsets);
-  const std::vector<std::uint64_t> lengths = numbers(TiffTag::kStripByteCounts);
-  if (offsets.size() != count || lengths.size() != count) {
-    return std::nullopt;
-  }
-  FaxJoiner joiner(picture.width);
-  std::uint64_t total = 0;
-  std::uint64_t left = picture.height;
-  for (std::size_t i = 0; i < offsets.size(); ++i) {
-    total += std::min<std::uint64_t>(lengths[i], limits::kMaxHeldBytes);
-    if (total > limits::kMaxHeldBytes) {
+  CcittParameters coding;
+  coding.columns = picture.width;
+  coding.is_byte_aligned = picture.compression == kFaxRows;
+  coding.k = picture.compression == kFax4                                       ? -1
+             : picture.compression == kFax3 && (options & kTwoDimensional) != 0 ? 1
+                                                                                : 0;
+  const auto rows_per_strip = static_cast<std::uint32_t>(std::clamp<std::uint64_t>(
+      picture.directory->Number(reader_, TiffTag::kRowsPerStrip, picture.height), 1,
+      picture.height));
+  FaxJoiner joiner(coding, picture.photometric == kMinIsBlack);
+  std::uint32_t rows_left = picture.height;
+  for (const Strip& strip : Strips(picture, (picture.height - 1) / rows_per_strip + 1)) {
+    const std::uint32_t rows = std::min(rows_per_strip, rows_left);
+    if (!joiner.Add(ReadFax(picture, strip), rows) ||
+        !IsBestAsFax(joiner.size(), picture.width, picture.height)) {
       return std::nullopt;
     }
-    std::string strip = reader_.Read(offsets[i], static_cast<std::size_t>(lengths[i]));
-    if (is_reversed) {
-      strip = ReverseBits(std::move(strip));
-    }
-    const std::uint64_t strip_rows = std::min(rows, left);
-    if (strip.size() != lengths[i] || !joiner.Add(strip, static_cast<std::uint32_t>(strip_rows))) {
-      return std::nullopt;
-    }
-    left -= strip_rows;
+    rows_left -= rows;
   }
-  return Hold(joiner.Take());
+  if (rows_left > 0) {
+    return std::nullopt;
+  }
+  PdfImage result;
+  result.image = DescribeFax(picture);
+  result.image.data.emplace_back().held = joiner.Finish();
+  return result;
 }
 
 // The tables, which the file has once for all strips, go before the strip's own.

@@ -1,6 +1,6 @@
-// TIFF files: a page for each directory. Group 4 fax data and JPEG data of one strip go into a
-// document as they are, fax data of several strips is joined; everything else is decoded by libtiff
-// and stored losslessly.
+// TIFF files: a page for each directory. Group 4 fax data of one strip and JPEG data of one strip
+// go into a document as they are; other fax data is coded anew, row by row; everything else is
+// decoded by libtiff and stored losslessly.
 #ifndef TARNIX_ENGINES_SUPPORT_IMAGES_TIFFFILE_H_
 #define TARNIX_ENGINES_SUPPORT_IMAGES_TIFFFILE_H_
 
@@ -49,10 +49,13 @@ class TiffFile : public ImageFile {
   };
 
   Picture Describe(std::size_t frame);
+  static bool IsFax(const Picture& picture);
+  static ImageStream DescribeFax(const Picture& picture);
   std::optional<Strip> OnlyStrip(const Picture& picture);
+  std::vector<Strip> Strips(const Picture& picture, std::uint32_t count);
+  std::string ReadFax(const Picture& picture, Strip strip);
   std::optional<PdfImage> PassFax(const Picture& picture);
-  std::optional<DataPiece> FaxData(const Picture& picture);
-  std::optional<DataPiece> JoinFax(const Picture& picture, bool is_reversed);
+  std::optional<PdfImage> JoinFax(const Picture& picture);
   std::optional<PdfImage> PassJpeg(const Picture& picture);
   std::optional<Raster> DecodeSamples(const Picture& picture);
   Raster DecodeAny(const Picture& picture);

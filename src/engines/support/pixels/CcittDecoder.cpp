@@ -101,6 +101,24 @@ bool CcittDecoder::ReadRow(std::uint8_t* row) {
   return true;
 }
 
+bool CcittDecoder::ReadChanges(std::vector<std::uint32_t>& changes) {
+  if (!PassRow() || !is_exact_) {
+    return false;
+  }
+  changes.clear();
+  for (const std::int64_t position : reference_) {
+    if (position == parameters_.columns) {
+      break;
+    }
+    if (!changes.empty() && changes.back() == position) {
+      return false;
+    }
+    changes.push_back(static_cast<std::uint32_t>(position));
+  }
+  return true;
+}
+
+// Reads the next row: what is in `reference_` then.
 bool CcittDecoder::PassRow() {
   if (is_broken_) {
     return false;
@@ -121,6 +139,7 @@ bool CcittDecoder::PassRow() {
       return false;
     }
   }
+  is_exact_ &= is_whole && bit_ <= data_.size() * 8;
   Add(parameters_.columns);
   std::swap(reference_, current_);
   return true;
@@ -183,10 +202,6 @@ std::int64_t CcittDecoder::ReadRun(bool is_black) {
       return run;
     }
   }
-}
-
-void CcittDecoder::Add(std::int64_t position) {
-  current_.push_back(std::min<std::int64_t>(position, parameters_.columns));
 }
 
 bool CcittDecoder::ReadOneDimensional() {

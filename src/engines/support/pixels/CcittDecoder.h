@@ -2,6 +2,7 @@
 #ifndef TARNIX_ENGINES_SUPPORT_PIXELS_CCITTDECODER_H_
 #define TARNIX_ENGINES_SUPPORT_PIXELS_CCITTDECODER_H_
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -30,18 +31,10 @@ class CcittDecoder {
   // not written then. A row that is damaged keeps what was read of it.
   bool ReadRow(std::uint8_t* row);
 
-  // The same without the pixels.
-  bool PassRow();
-
-  // Of the last row: where the colour changes, in columns, ascending, white first; ends with the
-  // number of columns.
-  const std::vector<std::int64_t>& changes() const { return reference_; }
-
-  // Whether the last row, or what came after it, could not be read.
-  bool is_broken() const { return is_broken_; }
-
-  // Bits read so far.
-  std::size_t position() const { return bit_; }
+  // The next row as the columns where its colour changes, the first time from white to black:
+  // ascending, none twice, all below the number of columns. False also from the first row on that
+  // is not exactly as the standard has it.
+  bool ReadChanges(std::vector<std::uint32_t>& changes);
 
  private:
   std::uint32_t Peek(unsigned count) const;
@@ -50,6 +43,7 @@ class CcittDecoder {
 
   bool IsAtEnd() const { return bit_ >= data_.size() * 8; }
 
+  bool PassRow();
   bool SkipEndOfLine();
   bool IsBeforeEndOfLine();
   bool ReadTagOfRow();
@@ -57,7 +51,12 @@ class CcittDecoder {
   bool ReadTwoDimensional();
   bool ReadHorizontal(std::int64_t& position);
   std::int64_t ReadRun(bool is_black);
-  void Add(std::int64_t position);
+
+  void Add(std::int64_t position) {
+    is_exact_ &= position <= parameters_.columns;
+    current_.push_back(std::min<std::int64_t>(position, parameters_.columns));
+  }
+
   void Paint(std::uint8_t* row) const;
 
   std::string_view data_;
@@ -65,6 +64,7 @@ class CcittDecoder {
   std::size_t bit_ = 0;
   bool is_two_dimensional_ = false;  // the next row
   bool is_broken_ = false;
+  bool is_exact_ = true;  // no row so far was cut, damaged or too long
   // Changes of the last row and of the one being read.
   std::vector<std::int64_t> reference_;
   std::vector<std::int64_t> current_;

@@ -1,4 +1,6 @@
+#include <cstring>
 #include <map>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -8,6 +10,8 @@
 #include "engines/support/images/ImageError.h"
 #include "engines/support/images/OpenedImage.h"
 #include "engines/support/images/TiffCodec.h"
+#include "engines/support/pixels/CcittDecoder.h"
+#include "engines/support/pixels/CcittEncoder.h"
 #include "support/TestImages.h"
 
 namespace TarnixTools::engines::images {
@@ -193,25 +197,136 @@ TEST(TiffFile, FaxDataOfOneStripIsPassedThrough) {
   EXPECT_EQ(reversed.DataOf(reversed.Embed().image), "\x64\x05\x80");
 }
 
-TEST(TiffFile, FaxDataOfSeveralStripsIsJoined) {
-  Plane plane(8, 4, 1, 1);
-  plane.Fill(0xC3);
-  Plane half(8, 2, 1, 1);
-  half.Fill(0xC3);
-  if (!EncodeFax(plane)) {
-    GTEST_SKIP() << "needs libtiff";
+// A page of 200 x 30 pixels with a frame of black on it; rows from `first` on, coded as a strip.
+std::string FaxStrip(std::uint32_t first, std::uint32_t count, bool is_inverted = false) {
+  CcittEncoder encoder(200);
+  for (std::uint32_t y = first; y < first + count; ++y) {
+    std::vector<std::uint32_t> changes;
+    if (y >= 5 && y < 25) {
+      changes = y < 7 || y >= 23 ? std::vector<std::uint32_t>{20, 180}
+                                 : std::vector<std::uint32_t>{20, 22, 178, 180};
+    }
+    if (is_inverted) {
+      changes.insert(changes.begin(), 0);
+    }
+    encoder.AddRow(changes);
   }
-  const std::string whole(EncodeFax(plane)->view());
-  const std::string strip(EncodeFax(half)->view());
+  encoder.Finish();
+  return std::string(encoder.data());
+}
+
+TestTiff Fax(std::uint32_t compression, std::uint32_t photometric) {
+  return TestTiff()
+      .Sides(200, 30)
+      .Set(258, {1})
+      .Set(259, {compression})
+      .Set(262, {photometric})
+      .Set(277, {1});
+}
+
+TEST(TiffFile, FaxDataOfSeveralStripsIsJoined) {
+  TestTiff tiff = Fax(4, 0).Set(278, {12});
+  OpenedImage image(tiff.Data({FaxStrip(0, 12), FaxStrip(12, 12), FaxStrip(24, 6)}).Bytes());
+  const PdfImage joined = image.Embed();
+  EXPECT_EQ(joined.image.filter, "CCITTFaxDecode");
+  EXPECT_EQ(joined.image.parameters, "/K -1/Columns 200/Rows 30");
+  EXPECT_EQ(joined.image.decode, "");
+  EXPECT_EQ(image.DataOf(joined.image), FaxStrip(0, 30));
+}
+
+TEST(TiffFile, WhatIsCodedForFaxIsWhatLibtiffDecodes) {
+  // Noise of several densities, whose rows are like those above.
+  std::mt19937 random(3);
+  for (const std::uint32_t width : {1U, 9U, 64U, 200U, 6000U}) {
+    for (const unsigned share : {1U, 10U, 50U}) {
+      Plane noise(width, 30, 1, 1);
+      CcittEncoder encoder(width);
+      for (std::uint32_t y = 0; y < 30; ++y) {
+        for (std::size_t i = 0; i < noise.row_bytes(); ++i) {
+          const unsigned above = y > 0 ? noise.row(y - 1)[i] : 0U;
+          noise.row(y)[i] =
+              static_cast<unsigned char>(random() % 100 < share ? random() & 0xFFU : above);
+        }
+        const unsigned unused = (8 - width % 8) % 8;
+        noise.row(y)[noise.row_bytes() - 1] &= static_cast<unsigned char>(0xFFU << unused);
+        encoder.AddRow(noise.row(y), 1);
+      }
+      encoder.Finish();
+      TestTiff tiff = Fax(4, 0).Sides(width, 30).Set(278, {30});
+      const std::string file = tiff.Data({std::string(encoder.data())}).Bytes();
+      pdf::MemorySource source(file);
+      TiffDecoder decoder(source, 8);
+      Plane decoded(width, 30, 1, 1);
+      ASSERT_TRUE(decoder.ReadSamples(decoded, false));
+      for (std::uint32_t y = 0; y < 30; ++y) {
+        EXPECT_EQ(std::memcmp(decoded.row(y), noise.row(y), noise.row_bytes()), 0)
+            << width << " columns, row " << y;
+      }
+    }
+  }
+}
+
+TEST(TiffFile, InvertedFaxDataIsJoinedTheRightWayRound) {
+  TestTiff tiff = Fax(4, 1).Set(278, {20});
+  OpenedImage image(tiff.Data({FaxStrip(0, 20, true), FaxStrip(20, 10, true)}).Bytes());
+  EXPECT_EQ(image.DataOf(image.Embed().image), FaxStrip(0, 30));
+  EXPECT_EQ(image.Embed().image.parameters, "/K -1/Columns 200/Rows 30");
+}
+
+TEST(TiffFile, FaxDataIsJoinedInFewerBytesOrNotAtAll) {
+  // Rows that have nothing to do with each other take more room as fax data.
+  std::vector<std::string> strips;
+  for (int y = 0; y < 30; ++y) {
+    CcittEncoder encoder(200);
+    std::vector<std::uint32_t> changes;
+    for (std::uint32_t x = static_cast<std::uint32_t>(y % 3); x < 200; x += 2) {
+      changes.push_back(x);
+    }
+    encoder.AddRow(changes);
+    encoder.Finish();
+    strips.emplace_back(encoder.data());
+  }
+  OpenedImage image(Fax(4, 0).Set(278, {1}).Data(strips).Bytes());
+  EXPECT_EQ(image.Embed().image.filter, "FlateDecode");
+}
+
+TEST(TiffFile, DamagedFaxDataGivesTheRowsBeforeTheDamage) {
+  const std::string second = FaxStrip(15, 15);
+  for (const std::string& damaged : {std::string("\0\0\0", 3), second.substr(0, 1)}) {
+    OpenedImage image(Fax(4, 0).Set(278, {15}).Data({FaxStrip(0, 15), damaged}).Bytes());
+    const std::string data = image.DataOf(image.Embed().image);
+    CcittParameters parameters;
+    parameters.k = -1;
+    parameters.columns = 200;
+    CcittDecoder decoder(data, parameters);
+    std::vector<std::uint32_t> changes;
+    for (int y = 0; y < 6; ++y) {
+      ASSERT_TRUE(decoder.ReadChanges(changes));
+    }
+    EXPECT_EQ(changes, (std::vector<std::uint32_t>{20, 180}));
+  }
+}
+
+TEST(TiffFile, FaxDataOfGroupThreeBecomesGroupFour) {
+  // Rows of a white run of 16 columns, with and without bytes of their own and ends of line.
+  const std::string row = "\xA8";  // 101010, the code, and filling
   TestTiff tiff;
-  tiff.Sides(8, 4).Set(258, {1}).Set(259, {4}).Set(262, {0}).Set(277, {1}).Set(278, {2});
-  OpenedImage image(tiff.Data({strip, strip}).Bytes());
-  EXPECT_EQ(image.Embed().image.parameters, "/K -1/Columns 8/Rows 4");
-  EXPECT_EQ(image.DataOf(image.Embed().image), whole);
-  // Where a strip is damaged, what can be decoded is stored.
-  OpenedImage damaged(tiff.Data({strip, std::string(6, '\0')}).Bytes());
-  EXPECT_NE(damaged.DataOf(damaged.Embed().image), whole);
-  EXPECT_EQ(damaged.Embed().image.height, 4U);
+  tiff.Sides(16, 40).Set(258, {1}).Set(262, {0}).Set(277, {1}).Set(278, {40});
+  std::string rows;
+  std::string lines;
+  for (int y = 0; y < 40; ++y) {
+    rows += row;
+    lines += std::string("\x00\x01", 2) + row;
+  }
+  CcittEncoder encoder(16);
+  for (int y = 0; y < 40; ++y) {
+    encoder.AddRow(std::vector<std::uint32_t>{});
+  }
+  encoder.Finish();
+  OpenedImage aligned(tiff.Set(259, {2}).Data({rows}).Bytes());
+  EXPECT_EQ(aligned.DataOf(aligned.Embed().image), encoder.data());
+  OpenedImage with_ends(tiff.Set(259, {3}).Data({lines}).Bytes());
+  EXPECT_EQ(with_ends.DataOf(with_ends.Embed().image), encoder.data());
 }
 
 TEST(TiffFile, JpegDataOfOneStripIsPassedThrough) {
