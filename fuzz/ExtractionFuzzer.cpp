@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "engines/parser/DrawingMatrix.h"
-#include "engines/parser/ImageWalker.h"
-#include "engines/parser/Layers.h"
+#include "engines/support/content/DrawingMatrix.h"
+#include "engines/support/content/ImageWalker.h"
+#include "engines/support/content/Layers.h"
 #include "engines/support/pixels/ColorSpace.h"
 #include "engines/support/pixels/JpegReader.h"
 #include "engines/support/pixels/JpxDecoder.h"

@@ -7,8 +7,8 @@
 
 #include "engines/parser/ExpaFailure.h"
 #include "engines/parser/ImageStore.h"
-#include "engines/parser/ImageWalker.h"
-#include "engines/parser/Layers.h"
+#include "engines/support/content/ImageWalker.h"
+#include "engines/support/content/Layers.h"
 #include "engines/support/files/DiskFile.h"
 #include "foundation/Unicode.h"
 #include "pdf/Error.h"

@@ -1,6 +1,6 @@
 // Transformation matrices (ISO 32000-2, 8.3.4).
-#ifndef TARNIX_ENGINES_PARSER_DRAWINGMATRIX_H_
-#define TARNIX_ENGINES_PARSER_DRAWINGMATRIX_H_
+#ifndef TARNIX_ENGINES_SUPPORT_CONTENT_DRAWINGMATRIX_H_
+#define TARNIX_ENGINES_SUPPORT_CONTENT_DRAWINGMATRIX_H_
 
 #include <cstdint>
 
@@ -27,4 +27,4 @@ bool IsSkewed(const DrawingMatrix& matrix);
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_PARSER_DRAWINGMATRIX_H_
+#endif  // TARNIX_ENGINES_SUPPORT_CONTENT_DRAWINGMATRIX_H_

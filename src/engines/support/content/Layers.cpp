@@ -1,4 +1,4 @@
-#include "engines/parser/Layers.h"
+#include "engines/support/content/Layers.h"
 
 #include <algorithm>
 #include <string_view>

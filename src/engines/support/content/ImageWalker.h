@@ -1,7 +1,7 @@
 // Goes through the content of a page and what it draws by way of forms, patterns and annotations,
 // and stops at every image. No recursion: contents within contents are a stack of a bounded depth.
-#ifndef TARNIX_ENGINES_PARSER_IMAGEWALKER_H_
-#define TARNIX_ENGINES_PARSER_IMAGEWALKER_H_
+#ifndef TARNIX_ENGINES_SUPPORT_CONTENT_IMAGEWALKER_H_
+#define TARNIX_ENGINES_SUPPORT_CONTENT_IMAGEWALKER_H_
 
 #include <cstdint>
 #include <memory>
@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "engines/parser/DrawingMatrix.h"
-#include "engines/parser/Layers.h"
+#include "engines/support/content/DrawingMatrix.h"
+#include "engines/support/content/Layers.h"
 #include "engines/support/pixels/PdfImage.h"
 #include "pdf/content/ContentReader.h"
 #include "pdf/file/Document.h"
@@ -21,11 +21,13 @@ namespace TarnixTools::engines {
 struct DrawnImage {
   PdfImage image;
   DrawingMatrix matrix;  // of the unit square that the image fills, to the page as it is seen
+  bool is_clipped_by_text = false;
 };
 
 class ImageWalker {
  public:
-  // All outlive the walker. with_forms: see ExpaContentResetContent.
+  // All outlive the walker.
+  //   with_forms - also what forms, patterns and annotations draw
   ImageWalker(pdf::Document& document, const pdf::PageTree& pages, const Layers& layers,
               std::size_t page_index, bool with_forms);
   ~ImageWalker();
@@ -72,4 +74,4 @@ class ImageWalker {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_PARSER_IMAGEWALKER_H_
+#endif  // TARNIX_ENGINES_SUPPORT_CONTENT_IMAGEWALKER_H_

@@ -1,6 +1,6 @@
 // Which layers of a document are seen (ISO 32000-2, 8.11), in its default configuration.
-#ifndef TARNIX_ENGINES_PARSER_LAYERS_H_
-#define TARNIX_ENGINES_PARSER_LAYERS_H_
+#ifndef TARNIX_ENGINES_SUPPORT_CONTENT_LAYERS_H_
+#define TARNIX_ENGINES_SUPPORT_CONTENT_LAYERS_H_
 
 #include <cstdint>
 #include <unordered_set>
@@ -30,4 +30,4 @@ class Layers {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_PARSER_LAYERS_H_
+#endif  // TARNIX_ENGINES_SUPPORT_CONTENT_LAYERS_H_

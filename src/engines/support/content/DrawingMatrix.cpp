@@ -1,4 +1,4 @@
-#include "engines/parser/DrawingMatrix.h"
+#include "engines/support/content/DrawingMatrix.h"
 
 #include <algorithm>
 #include <cmath>

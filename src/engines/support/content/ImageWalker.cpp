@@ -1,10 +1,10 @@
-#include "engines/parser/ImageWalker.h"
+#include "engines/support/content/ImageWalker.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
-#include "engines/parser/Limits.h"
+#include "engines/support/content/ContentLimits.h"
 #include "pdf/Error.h"
 #include "pdf/content/InlineImage.h"
 #include "pdf/content/Operators.h"
@@ -17,11 +17,14 @@ using pdf::OperatorCode;
 
 constexpr std::int64_t kHiddenAnnotation = 2;
 constexpr std::int64_t kNoViewAnnotation = 32;
+constexpr std::int64_t kFirstClippingMode = 4;  // of text (ISO 32000-2, table 104)
 
 struct State {
   DrawingMatrix matrix;
   std::string fill_pattern;  // its name, empty for none
   std::string stroke_pattern;
+  bool has_clipping_text = false;  // text that is shown clips (ISO 32000-2, 9.3.6)
+  bool is_clipped_by_text = false;
 };
 
 std::optional<DrawingMatrix> MatrixOf(pdf::Document& document, const Object& array,
@@ -304,13 +307,22 @@ const DrawnImage* ImageWalker::Run(Frame& frame, const pdf::Operation& operation
     case OperatorCode("SC"):
       state.stroke_pattern.clear();
       break;
+    case OperatorCode("Tr"): {
+      const auto operands = pdf::ParseOperands(operation.operands, frame.scratch);
+      state.has_clipping_text =
+          !operands.empty() && operands.back().IntegerOr(0) >= kFirstClippingMode;
+      break;
+    }
     case OperatorCode("f"):
     case OperatorCode("F"):
     case OperatorCode("f*"):
+      PaintPattern(frame, state.fill_pattern);
+      break;
     case OperatorCode("Tj"):
     case OperatorCode("TJ"):
     case OperatorCode("'"):
     case OperatorCode("\""):
+      state.is_clipped_by_text = state.is_clipped_by_text || state.has_clipping_text;
       PaintPattern(frame, state.fill_pattern);
       break;
     case OperatorCode("S"):
@@ -372,7 +384,7 @@ const DrawnImage* ImageWalker::Draw(Frame& frame, const PdfImage& image) {
   if (!frame.color_spaces) {
     frame.color_spaces = document_->Resolve(frame.resources.Get("ColorSpace"), frame.arena);
   }
-  drawn_ = {image, frame.state.matrix};
+  drawn_ = {image, frame.state.matrix, frame.state.is_clipped_by_text};
   drawn_.image.color_spaces = *frame.color_spaces;
   return &drawn_;
 }
