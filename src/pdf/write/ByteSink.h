@@ -19,6 +19,9 @@ class StringSink : public ByteSink {
  public:
   void Write(std::string_view bytes) override { bytes_ += bytes; }
 
+  // Makes room for so many bytes.
+  void Reserve(std::size_t size) { bytes_.reserve(size); }
+
   const std::string& bytes() const { return bytes_; }
 
   // All bytes; the sink is empty then.

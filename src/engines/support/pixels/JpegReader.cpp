@@ -149,7 +149,7 @@ class JpegReader::Decompressor {
   Decompressor(const Decompressor&) = delete;
   Decompressor& operator=(const Decompressor&) = delete;
 
-  bool Start(std::string_view bytes, int color_transform) {
+  bool Start(std::string_view bytes, int color_transform, const PictureSize& least) {
     return Try([&] {
       jpeg_create_decompress(&state_);
       state_.progress = &progress_;
@@ -159,6 +159,7 @@ class JpegReader::Decompressor {
         return false;
       }
       ChooseColors(color_transform);
+      ChooseScale(least);
       return HasBoundedCoefficients() &&
              (state_.num_components == 1 || state_.num_components == 3 ||
               state_.num_components == 4) &&
@@ -176,6 +177,8 @@ class JpegReader::Decompressor {
 
   const jpeg_decompress_struct& state() const { return state_; }
 
+  std::uint64_t coefficient_bytes() const { return coefficient_bytes_; }
+
  private:
   template <typename Operation>
   bool Try(Operation&& operation) {
@@ -189,13 +192,12 @@ class JpegReader::Decompressor {
     if (jpeg_has_multiple_scans(&state_) == FALSE) {
       return true;
     }
-    std::uint64_t bytes = 0;
     for (int i = 0; i < state_.num_components; ++i) {
       const jpeg_component_info& component = state_.comp_info[i];
-      bytes +=
+      coefficient_bytes_ +=
           std::uint64_t{component.width_in_blocks} * component.height_in_blocks * sizeof(JBLOCK);
     }
-    return bytes <= limits::kMaxCoefficientBytes;
+    return coefficient_bytes_ <= limits::kMaxCoefficientBytes;
   }
 
   // The Adobe marker goes before /ColorTransform (ISO 32000-2, table 13).
@@ -214,10 +216,26 @@ class JpegReader::Decompressor {
     }
   }
 
+  // Blocks of eight by eight samples come out with 4, 2 or 1 on a side.
+  void ChooseScale(const PictureSize& least) {
+    unsigned samples = DCTSIZE;
+    while (samples > 1 && IsEnough(state_.image_width, samples / 2, least.width) &&
+           IsEnough(state_.image_height, samples / 2, least.height)) {
+      samples /= 2;
+    }
+    state_.scale_num = samples;
+    state_.scale_denom = DCTSIZE;
+  }
+
+  static bool IsEnough(std::uint64_t whole, unsigned samples, std::uint32_t least) {
+    return whole * samples / DCTSIZE >= least;
+  }
+
   jpeg_decompress_struct state_{};
   jpeg_error_mgr errors_{};
   jpeg_progress_mgr progress_{};
   std::jmp_buf return_point_{};
+  std::uint64_t coefficient_bytes_ = 0;  // all of them, where they have to be held
   bool is_broken_ = false;
 };
 
@@ -226,9 +244,10 @@ JpegReader::JpegReader(std::unique_ptr<Decompressor> decompressor)
 
 JpegReader::~JpegReader() = default;
 
-std::unique_ptr<JpegReader> JpegReader::Open(std::string_view bytes, int color_transform) {
+std::unique_ptr<JpegReader> JpegReader::Open(std::string_view bytes, int color_transform,
+                                             PictureSize least) {
   auto decompressor = std::make_unique<Decompressor>();
-  if (!decompressor->Start(bytes, color_transform)) {
+  if (!decompressor->Start(bytes, color_transform, least)) {
     return nullptr;
   }
   return std::unique_ptr<JpegReader>(new JpegReader(std::move(decompressor)));
@@ -244,6 +263,10 @@ std::uint32_t JpegReader::height() const {
 
 int JpegReader::components() const {
   return decompressor_->state().output_components;
+}
+
+std::uint64_t JpegReader::held_bytes() const {
+  return decompressor_->coefficient_bytes();
 }
 
 bool JpegReader::ReadRow(std::uint8_t* samples) {

@@ -323,13 +323,14 @@ void CopyEncoded(const PdfImage& image, pdf::ByteSink& sink, std::uint64_t most)
 }
 
 std::string EncodedData(const PdfImage& image, std::size_t max_bytes) {
+  pdf::StringSink encoded;
   if (image.number != 0) {
     const std::optional<pdf::StreamExtent> extent = image.document->StreamOf(image.number);
     if (extent && extent->length > max_bytes) {
       throw pdf::Error(pdf::ErrorCode::kLimitExceeded, "image data is too long");
     }
+    encoded.Reserve(extent ? static_cast<std::size_t>(extent->length) : 0);
   }
-  pdf::StringSink encoded;
   CopyEncoded(image, encoded);
   return encoded.Take();
 }

@@ -124,6 +124,8 @@ class PdfiumRows : public RowSource {
     return true;
   }
 
+  std::uint64_t held_bytes() const override { return bytes_.size() + band_.size(); }
+
  private:
   static constexpr std::size_t kBandBytes = std::size_t{16} << 20;
 

@@ -63,6 +63,8 @@ class SampleRows : public RowSource {
     return true;
   }
 
+  std::uint64_t held_bytes() const override { return samples_.size(); }
+
  private:
   const std::uint8_t* Bytes(std::size_t at) const {
     return reinterpret_cast<const std::uint8_t*>(samples_.data()) + at;
@@ -121,6 +123,8 @@ class FlateRows : public RowSource {
     return true;
   }
 
+  std::uint64_t held_bytes() const override { return encoded_->size(); }
+
  private:
   bool ReadPacked() {
     return reader_->Read(reinterpret_cast<char*>(packed_.data()), packed_.size()) == packed_.size();
@@ -164,6 +168,8 @@ class CcittRows : public RowSource {
     return true;
   }
 
+  std::uint64_t held_bytes() const override { return encoded_->size(); }
+
  private:
   RowConverter converter_;
   std::unique_ptr<const std::string> encoded_;  // outlives the decoder
@@ -192,6 +198,10 @@ class JpxRows : public RowSource {
     }
     ++next_;
     return true;
+  }
+
+  std::uint64_t held_bytes() const override {
+    return samples_.samples.size() + samples_.alpha.size();
   }
 
  private:
@@ -232,6 +242,8 @@ class JpegRows : public RowSource {
     return true;
   }
 
+  std::uint64_t held_bytes() const override { return encoded_->size() + reader_->held_bytes(); }
+
  private:
   RowConverter converter_;
   std::unique_ptr<const std::string> encoded_;  // outlives the reader
@@ -270,6 +282,8 @@ class MaskedRows : public RowSource {
     ++next_;
     return is_there;
   }
+
+  std::uint64_t held_bytes() const override { return picture_->held_bytes() + mask_->held_bytes(); }
 
  private:
   // What lies between a value and the matte is the transparent part (ISO 32000-2, 11.6.5.2): it
@@ -331,6 +345,8 @@ class TurnedRows : public RowSource {
     return is_complete_;
   }
 
+  std::uint64_t held_bytes() const override { return pixels_.size(); }
+
  private:
   // Which stored pixel is shown at a place.
   std::size_t SourceOf(std::size_t x, std::size_t y) const {
@@ -364,7 +380,8 @@ class TurnedRows : public RowSource {
 
 class PictureOpener {
  public:
-  PictureOpener(const PdfImage& image, const ImageFacts& facts) : image_(image), facts_(facts) {}
+  PictureOpener(const PdfImage& image, const ImageFacts& facts, PictureSize least)
+      : image_(image), facts_(facts), least_(least) {}
 
   RowSourcePtr Open() {
     if (facts_.filter == ImageFilter::kNone) {
@@ -398,7 +415,7 @@ class PictureOpener {
     RowConverter converter(*space, facts_, facts_.bits, facts_.width);
     const std::uint64_t row = converter.packed_bytes();
     if (facts_.steps.size() == 1 && facts_.steps[0].kind == pdf::FilterKind::kFlate &&
-        row * facts_.height > limits::kMaxSamplesAtOnce) {
+        row * facts_.height > MostAtOnce()) {
       if (RowSourcePtr rows = OpenFlate(converter)) {
         return rows;
       }
@@ -408,6 +425,12 @@ class PictureOpener {
         HeightFor(samples.size() / row + (samples.size() % row != 0 ? 1 : 0));
     return std::make_unique<SampleRows>(std::move(converter), facts_.width,
                                         static_cast<std::uint32_t>(height), std::move(samples));
+  }
+
+  // Bytes. A picture that becomes a small one is not to take more memory than that.
+  std::uint64_t MostAtOnce() const {
+    return least_.width <= facts_.width ? limits::kMaxSamplesAtOnceForLess
+                                        : limits::kMaxSamplesAtOnce;
   }
 
   // Null where it has to be decoded at once to know what there is.
@@ -439,7 +462,7 @@ class PictureOpener {
     const auto transform = static_cast<int>(
         image_.document->Resolve(facts_.filter_parameters.Get("ColorTransform"), arena_)
             .IntegerOr(-1));
-    std::unique_ptr<JpegReader> reader = JpegReader::Open(*encoded, transform);
+    std::unique_ptr<JpegReader> reader = JpegReader::Open(*encoded, transform, least_);
     if (reader == nullptr) {
       return nullptr;
     }
@@ -551,6 +574,7 @@ class PictureOpener {
 
   const PdfImage& image_;
   const ImageFacts& facts_;
+  PictureSize least_;
   pdf::Arena arena_;
   bool is_masked_ = false;
 };
@@ -573,7 +597,7 @@ RowSourcePtr OpenMask(const PdfImage& image, std::uint32_t number, std::vector<d
     return nullptr;
   }
   try {
-    return PictureOpener(mask, facts).Open();
+    return PictureOpener(mask, facts, kWholePicture).Open();
   } catch (const pdf::Error& error) {
     if (error.code() == pdf::ErrorCode::kReadFailed) {
       throw;
@@ -604,11 +628,11 @@ std::optional<Rgb> ColorOfMatte(const PdfImage& image, const ImageFacts& facts,
 
 }  // namespace
 
-RowSourcePtr OpenPicture(const PdfImage& image, const ImageFacts& facts) {
+RowSourcePtr OpenPicture(const PdfImage& image, const ImageFacts& facts, PictureSize least) {
   if (facts.width == 0 || facts.height == 0) {
     return nullptr;
   }
-  PictureOpener opener(image, facts);
+  PictureOpener opener(image, facts, least);
   RowSourcePtr picture = opener.Open();
   const std::uint32_t mask_number = facts.soft_mask != 0 ? facts.soft_mask : facts.stencil_mask;
   if (picture == nullptr || mask_number == 0 || opener.is_masked()) {

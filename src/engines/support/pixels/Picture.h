@@ -2,6 +2,7 @@
 #ifndef TARNIX_ENGINES_SUPPORT_PIXELS_PICTURE_H_
 #define TARNIX_ENGINES_SUPPORT_PIXELS_PICTURE_H_
 
+#include "engines/support/pixels/JpegReader.h"
 #include "engines/support/pixels/PdfImage.h"
 #include "engines/support/pixels/RowSource.h"
 
@@ -9,7 +10,9 @@ namespace TarnixTools::engines {
 
 // An image mask is the black picture that it paints. Null for an image of which nothing can be
 // read. The image is used until the picture is done. Throws pdf::Error.
-RowSourcePtr OpenPicture(const PdfImage& image, const ImageFacts& facts);
+//   least - it may come out smaller, where that saves time, but with that many pixels at least
+RowSourcePtr OpenPicture(const PdfImage& image, const ImageFacts& facts,
+                         PictureSize least = kWholePicture);
 
 // Turns and mirrors a picture that is stored as an EXIF orientation says (1 to 8), so that it is
 // upright. All of it is held in memory, unless the orientation is 1. Throws

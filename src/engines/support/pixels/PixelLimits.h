@@ -16,6 +16,9 @@ inline constexpr std::size_t kMaxSamplesAtOnce = std::size_t{64} << 20;
 // Samples of an image that is decoded row by row: a matter of time.
 inline constexpr std::uint64_t kMaxStreamedSamples = std::uint64_t{4} << 30;
 
+// The same for a picture of which only a reduced one is wanted.
+inline constexpr std::size_t kMaxSamplesAtOnceForLess = std::size_t{2} << 20;
+
 // Coefficients of a progressive JPEG image, which are held until its last scan.
 inline constexpr std::size_t kMaxCoefficientBytes = std::size_t{1} << 30;
 

@@ -31,6 +31,9 @@ class RowSource {
   // is white then.
   virtual bool ReadRow(std::uint8_t* row) = 0;
 
+  // Memory that it takes until it is destroyed, as far as that depends on the picture's size.
+  virtual std::uint64_t held_bytes() const = 0;
+
   // Of a picture in black and white, ReadBits may be called instead, for every row: a bit for each
   // pixel, 1 for white.
   virtual bool is_bilevel() const { return false; }
