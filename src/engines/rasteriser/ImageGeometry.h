@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "engines/rasteriser/RasterDocument.h"
+#include "engines/rasteriser/Placement.h"
 
 namespace TarnixTools::engines {
 

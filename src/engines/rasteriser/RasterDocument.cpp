@@ -173,7 +173,49 @@ void RasterDocument::MeasurePage(PdfiumLock& pdfium) {
   }
 }
 
-void RasterDocument::Draw(std::uint8_t* pixels, int width, int height, const Placement& placement) {
+void RasterDocument::Place(const Placement& placement) {
+  placement_ = placement;
+  pictures_.reset();
+  if (pages_ != nullptr && page_count_ == CountOf(*pages_) && !is_page_partial_) {
+    ChoosePictures();
+  }
+}
+
+// Without them, PDFium draws all there is.
+void RasterDocument::ChoosePictures() {
+  PageObjects objects;
+  {
+    const PdfiumLock pdfium;
+    objects = ObjectsOf(pdfium, page_, placement_);
+  }
+  if (objects.images.empty()) {
+    return;
+  }
+  try {
+    pdf::Arena arena;
+    auto pictures = std::make_unique<PagePictures>();
+    pictures->Choose(*core_, *pages_, static_cast<std::size_t>(page_index_),
+                     ResourcesOf(page_index_, arena), objects);
+    RemoveObjects(pictures->objects());
+    pictures_ = std::move(pictures);
+  } catch (const pdf::Error&) {
+    pictures_.reset();
+  }
+}
+
+void RasterDocument::RemoveObjects(const std::vector<pdfium::PageObject*>& objects) {
+  const PdfiumLock pdfium;
+  for (pdfium::PageObject* object : objects) {
+    if (pdfium->FPDFPage_RemoveObject(page_, object) != 0) {
+      pdfium->FPDFPageObj_Destroy(object);
+    }
+  }
+}
+
+void RasterDocument::Draw(std::uint8_t* pixels, int width, int top, int height) {
+  if (pictures_ != nullptr) {
+    pictures_->Draw(pixels, width, top, height);
+  }
   PdfiumLock pdfium;
   const PdfiumBitmapPtr bitmap(
       pdfium->FPDFBitmap_CreateEx(width, height, pdfium::kBgrx, pixels, width * 4),
@@ -181,13 +223,14 @@ void RasterDocument::Draw(std::uint8_t* pixels, int width, int height, const Pla
   if (bitmap == nullptr) {
     throw RasterError(kPdf2ImgMemoryError);
   }
-  pdfium_file_->Draw(bitmap.get(), page_, placement.left, placement.top, placement.width,
-                     placement.height, kDrawingFlags);
+  pdfium_file_->Draw(bitmap.get(), page_, placement_.left, placement_.top - top, placement_.width,
+                     placement_.height, kDrawingFlags);
 }
 
 // Fonts live as long as a page that uses them: with the last page kept open, those that the next
 // one shares with it are not read and their glyphs not drawn again.
 void RasterDocument::ReleasePage() {
+  pictures_.reset();
   if (page_ == nullptr) {
     return;
   }

@@ -10,6 +10,8 @@
 #include <optional>
 #include <string>
 
+#include "engines/rasteriser/PagePictures.h"
+#include "engines/rasteriser/Placement.h"
 #include "engines/support/pdfium/DrawingCost.h"
 #include "engines/support/pdfium/PdfiumFile.h"
 #include "engines/support/pdfium/UndrawnObjects.h"
@@ -17,14 +19,6 @@
 #include "pdf/tree/PageTree.h"
 
 namespace TarnixTools::engines {
-
-// Where on a bitmap a page goes, in pixels; it may reach beyond the bitmap on every side.
-struct Placement {
-  int left = 0;
-  int top = 0;
-  int width = 0;
-  int height = 0;
-};
 
 class RasterDocument {
  public:
@@ -48,9 +42,12 @@ class RasterDocument {
   // Whether something of the page is not drawn, because it would be without end.
   bool is_page_partial() const { return is_page_partial_; }
 
-  // Draws on the pixels (four bytes each: blue, green, red and one that does not matter), which are
-  // white.
-  void Draw(std::uint8_t* pixels, int width, int height, const Placement& placement);
+  // Says where on the bitmap the page goes, before it is drawn.
+  void Place(const Placement& placement);
+
+  // Draws rows of the bitmap, `height` of them from `top` on; each once, and from top to bottom.
+  //   pixels - of these rows, white: four bytes each, blue, green, red and one that does not matter
+  void Draw(std::uint8_t* pixels, int width, int top, int height);
 
   // Done with the page; it may be kept for a while, since the next one may share fonts with it.
   void ReleasePage();
@@ -63,6 +60,8 @@ class RasterDocument {
   std::unique_ptr<PdfiumFile> OpenFile(PdfiumLock& pdfium, bool& needs_password);
   void ClosePages();
   void OpenPage(int page_index);
+  void ChoosePictures();
+  void RemoveObjects(const std::vector<pdfium::PageObject*>& objects);
   void MeasurePage(PdfiumLock& pdfium);
   bool HasForm();
   pdf::Object ResourcesOf(int page_index, pdf::Arena& arena);
@@ -85,6 +84,8 @@ class RasterDocument {
   bool is_page_partial_ = false;
   pdfium::Page* page_ = nullptr;
   pdfium::Page* kept_page_ = nullptr;  // the one before
+  Placement placement_;
+  std::unique_ptr<PagePictures> pictures_;  // null for none
   double width_points_ = 0;
   double height_points_ = 0;
 };

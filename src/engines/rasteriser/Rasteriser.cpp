@@ -68,6 +68,7 @@ struct TPdf2Img {
                   .layout = PixelLayout::kBgrx,
                   .quality = settings.quality,
                   .dpi = static_cast<int>(std::lround(settings.dpi))});
+    document->Place(geometry.page);
     const std::size_t stride = static_cast<std::size_t>(geometry.image_width) * 4;
     const std::size_t band_bytes =
         std::clamp(stride * static_cast<std::size_t>(geometry.image_height) / limits::kBands,
@@ -81,10 +82,8 @@ struct TPdf2Img {
 
   void DrawBand(const ImageGeometry& geometry, int top, int height, std::size_t stride) {
     PixelBuffer& buffer = queue.TakeBuffer(stride * static_cast<std::size_t>(height));
-    Placement placement = geometry.page;
-    placement.top -= top;
     try {
-      document->Draw(buffer.data(), geometry.image_width, height, placement);
+      document->Draw(buffer.data(), geometry.image_width, top, height);
     } catch (...) {
       queue.ReturnBuffer(buffer);
       throw;

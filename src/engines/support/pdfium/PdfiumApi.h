@@ -9,6 +9,10 @@ struct Document;
 struct Page;
 struct Bitmap;
 struct Form;
+struct PageObject;
+struct Mark;
+struct ClipPath;
+struct PathSegment;
 
 // Reads `size` bytes at `position`, and answers with a value other than 0 when it has them all.
 struct FileAccess {
@@ -66,12 +70,66 @@ inline constexpr unsigned long kPasswordError = 4;
     (Form * form, Bitmap * bitmap, Page * page, int left, int top, int width, int height,       \
      int turns, int flags))
 
+// Kinds of page objects and of the segments of a path.
+inline constexpr int kTextObject = 1;
+inline constexpr int kImageObject = 3;
+inline constexpr int kLineSegment = 0;
+inline constexpr int kMoveSegment = 2;
+
+// The text rendering mode that shows nothing.
+inline constexpr int kInvisibleText = 3;
+
+struct ImageMetadata {
+  unsigned width;  // pixels
+  unsigned height;
+  float horizontal_dpi;
+  float vertical_dpi;
+  unsigned bits_per_pixel;
+  int color_space;
+  int marked_content_id;
+};
+
+// From the unit square to the page.
+struct Matrix {
+  float a, b, c, d, e, f;
+};
+
+// Functions about what is on a page. Not every PDFium has them.
+#define TARNIX_PDFIUM_OBJECT_FUNCTIONS(X)                                                 \
+  X(int, FPDF_DeviceToPage,                                                               \
+    (Page * page, int left, int top, int width, int height, int turns, int x, int y,      \
+     double* page_x, double* page_y))                                                     \
+  X(int, FPDFPage_CountObjects, (Page * page))                                            \
+  X(PageObject*, FPDFPage_GetObject, (Page * page, int index))                            \
+  X(int, FPDFPage_RemoveObject, (Page * page, PageObject * object))                       \
+  X(void, FPDFPageObj_Destroy, (PageObject * object))                                     \
+  X(int, FPDFPageObj_GetType, (PageObject * object))                                      \
+  X(int, FPDFPageObj_GetBounds,                                                           \
+    (PageObject * object, float* left, float* bottom, float* right, float* top))          \
+  X(int, FPDFPageObj_GetMatrix, (PageObject * object, Matrix * matrix))                   \
+  X(int, FPDFPageObj_HasTransparency, (PageObject * object))                              \
+  X(int, FPDFPageObj_CountMarks, (PageObject * object))                                   \
+  X(Mark*, FPDFPageObj_GetMark, (PageObject * object, unsigned long index))               \
+  X(int, FPDFPageObjMark_GetName,                                                         \
+    (Mark * mark, void* utf16, unsigned long size, unsigned long* needed_size))           \
+  X(ClipPath*, FPDFPageObj_GetClipPath, (PageObject * object))                            \
+  X(int, FPDFClipPath_CountPaths, (ClipPath * path))                                      \
+  X(int, FPDFClipPath_CountPathSegments, (ClipPath * path, int index))                    \
+  X(PathSegment*, FPDFClipPath_GetPathSegment, (ClipPath * path, int index, int segment)) \
+  X(int, FPDFPathSegment_GetPoint, (PathSegment * segment, float* x, float* y))           \
+  X(int, FPDFPathSegment_GetType, (PathSegment * segment))                                \
+  X(int, FPDFTextObj_GetTextRenderMode, (PageObject * text))                              \
+  X(int, FPDFImageObj_GetImageMetadata, (PageObject * image, Page * page, ImageMetadata * metadata))
+
 // A pointer for each function.
 struct Api {
 // NOLINTNEXTLINE(bugprone-macro-parentheses): it declares the name
 #define TARNIX_PDFIUM_POINTER(result, name, parameters) result(*name) parameters = nullptr;
   TARNIX_PDFIUM_FUNCTIONS(TARNIX_PDFIUM_POINTER)
+  TARNIX_PDFIUM_OBJECT_FUNCTIONS(TARNIX_PDFIUM_POINTER)
 #undef TARNIX_PDFIUM_POINTER
+
+  bool has_object_functions = false;
 };
 
 }  // namespace TarnixTools::engines::pdfium

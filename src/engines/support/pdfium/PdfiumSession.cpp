@@ -24,6 +24,11 @@ struct Session {
   is_complete = library.Resolve(#name, api.name) && is_complete;
     TARNIX_PDFIUM_FUNCTIONS(TARNIX_PDFIUM_RESOLVE)
 #undef TARNIX_PDFIUM_RESOLVE
+    api.has_object_functions = is_complete;
+#define TARNIX_PDFIUM_RESOLVE(result, name, parameters) \
+  api.has_object_functions = library.Resolve(#name, api.name) && api.has_object_functions;
+    TARNIX_PDFIUM_OBJECT_FUNCTIONS(TARNIX_PDFIUM_RESOLVE)
+#undef TARNIX_PDFIUM_RESOLVE
     if (is_complete) {
       const pdfium::LibraryConfig config{2, nullptr, nullptr, 0};
       api.FPDF_InitLibraryWithConfig(&config);
