@@ -1,0 +1,73 @@
+// Opens any bytes as a document and does with its pages what is done before they are drawn: looking
+// for what would not come to an end, or would not be drawn, and writing a copy that can be drawn.
+// Nothing worse may come of it than an Error. PDFium itself has no part in this.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "engines/support/pdfium/DrawingCost.h"
+#include "engines/support/pdfium/FieldNesting.h"
+#include "engines/support/pdfium/RepairedCopy.h"
+#include "engines/support/pdfium/UndrawnObjects.h"
+#include "pdf/Error.h"
+#include "pdf/file/ByteSource.h"
+#include "pdf/file/Document.h"
+#include "pdf/tree/PageTree.h"
+#include "pdf/write/ByteSink.h"
+
+namespace {
+
+using namespace TarnixTools;
+using pdf::Object;
+
+constexpr std::size_t kMaxPages = 16;  // more are slow, not different
+
+class NoSink : public pdf::ByteSink {
+ public:
+  void Write(std::string_view /*bytes*/) override {}
+};
+
+void LookAt(pdf::Document& document, const pdf::PageTree& pages) {
+  engines::DrawingCost cost(document);
+  engines::UndrawnObjects undrawn(document);
+  for (std::size_t i = 0; i < std::min(pages.pages().size(), kMaxPages); ++i) {
+    pdf::Arena arena;
+    const pdf::PageTree::Page& entry = pages.pages()[i];
+    const Object page = pages.Load(entry, arena);
+    const Object own = document.Resolve(page.Get("Resources"), arena);
+    const Object resources =
+        own.IsNull() ? document.Resolve(
+                           pages.InheritedBy(entry, pdf::InheritableKey::kResources).value, arena)
+                     : own;
+    cost.ExcessOf({.number = document.object_limit() + static_cast<std::uint32_t>(i),
+                   .contents = page.Get("Contents"),
+                   .resources = resources,
+                   .annotations = page.Get("Annots")});
+    undrawn.Find(resources);
+  }
+  pdf::Arena arena;
+  const Object catalog = document.Catalog(arena);
+  engines::FieldNesting(document).IsBounded(document.Resolve(catalog.Get("AcroForm"), arena));
+}
+
+void Prepare(std::string_view bytes) {
+  const auto document = pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes), "");
+  const pdf::PageTree pages(*document);
+  LookAt(*document, pages);
+  if (pages.pages().size() <= kMaxPages) {
+    NoSink sink;
+    engines::WriteRepairedCopy(*document, pages, sink);
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  try {
+    Prepare({reinterpret_cast<const char*>(data), size});
+  } catch (const pdf::Error&) {
+  }
+  return 0;
+}
