@@ -267,6 +267,9 @@ std::optional<JpxSamples> SamplesOf(const opj_image_t& image, JpxDepth depth) {
       alpha = &component;
     }
   }
+  if (colors.empty()) {
+    return std::nullopt;
+  }
   result.components = colors.size();
   result.colors = ColorsOf(image.color_space);
   result.samples.resize(pixels * colors.size());
