@@ -210,6 +210,10 @@ void PngFile::ReadTransparency() {
   if (transparency_.size() < 2 * components) {
     return;
   }
+  if (bits_ == 16) {
+    has_deep_key_ = true;
+    return;
+  }
   for (std::size_t i = 0; i < components; ++i) {
     const unsigned value = (bytes[2 * i] << 8 | bytes[2 * i + 1]) & ((1U << bits_) - 1);
     const std::string text = std::to_string(value);
@@ -234,6 +238,10 @@ PdfImage PngFile::Embed(std::size_t) {
     PdfImage result;
     if (has_palette_alpha_) {
       result.soft_mask = EncodeMask(PaletteAlpha(Decode()));
+    } else if (has_deep_key_) {
+      if (Plane alpha = KeyAlpha(Decode()); !alpha.empty()) {
+        result.soft_mask = EncodeMask(std::move(alpha));
+      }
     }
     result.image = PassThrough();
     return result;
@@ -349,6 +357,8 @@ Raster PngFile::MakeRaster(Plane&& samples) const {
   if (!HasAlphaChannel()) {
     if (has_palette_alpha_) {
       raster.alpha = PaletteAlpha(samples);
+    } else if (has_deep_key_) {
+      raster.alpha = KeyAlpha(samples);
     }
     raster.color = std::move(samples);
     return raster;
@@ -372,6 +382,23 @@ Plane PngFile::PaletteAlpha(const Plane& indices) const {
     }
   }
   return mask;
+}
+
+// What is not the transparent colour; empty when that is all.
+Plane PngFile::KeyAlpha(const Plane& samples) const {
+  const std::size_t pixel = PixelBytes();
+  Plane mask(samples.width(), samples.height(), 1, 8);
+  bool has_any = false;
+  for (std::uint32_t y = 0; y < samples.height(); ++y) {
+    const unsigned char* from = samples.row(y);
+    unsigned char* to = mask.row(y);
+    for (std::uint32_t x = 0; x < samples.width(); ++x, from += pixel) {
+      const bool is_key = std::memcmp(from, transparency_.data(), pixel) == 0;
+      to[x] = is_key ? 0 : 255;
+      has_any |= is_key;
+    }
+  }
+  return has_any ? std::move(mask) : Plane();
 }
 
 }  // namespace TarnixTools::engines::images

@@ -45,6 +45,7 @@ class PngFile : public ImageFile {
   void Deinterlace(Plane& plane);
   Raster MakeRaster(Plane&& samples) const;
   Plane PaletteAlpha(const Plane& indices) const;
+  Plane KeyAlpha(const Plane& samples) const;
 
   ByteReader reader_;
   Frame frame_;
@@ -56,6 +57,7 @@ class PngFile : public ImageFile {
   std::string transparency_;  // tRNS
   std::string color_key_;     // the same as /Mask, where it can be that
   bool has_palette_alpha_ = false;
+  bool has_deep_key_ = false;  // a transparent colour of 16 bits, which few viewers know as /Mask
   std::string profile_;
   std::vector<DataPiece> data_;
 };

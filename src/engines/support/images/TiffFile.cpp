@@ -71,6 +71,48 @@ Plane FirstChannels(const Plane& plane, int count) {
   return kept;
 }
 
+// Samples of a number of bits that a document does not have, in as many bytes as they need: 0 stays
+// 0, the largest value the largest.
+Plane WidenSamples(const Plane& packed) {
+  const auto bits = static_cast<unsigned>(packed.bits());
+  const unsigned sample_bytes = bits < 8 ? 1 : 2;
+  const unsigned most = (1U << bits) - 1;
+  const unsigned most_wide = (1U << 8 * sample_bytes) - 1;
+  Plane wide(packed.width(), packed.height(), packed.channels(),
+             static_cast<int>(8 * sample_bytes));
+  const std::size_t count = wide.row_bytes() / sample_bytes;
+  for (std::uint32_t y = 0; y < packed.height(); ++y) {
+    const unsigned char* from = packed.row(y);
+    unsigned char* to = wide.row(y);
+    std::uint32_t held = 0;
+    unsigned held_bits = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+      for (; held_bits < bits; held_bits += 8) {
+        held = held << 8 | *from++;
+      }
+      held_bits -= bits;
+      const std::uint32_t value = held >> held_bits & most;
+      const std::uint32_t widened = (value * most_wide + most / 2) / most;
+      if (sample_bytes == 2) {
+        *to++ = static_cast<unsigned char>(widened >> 8);
+      }
+      *to++ = static_cast<unsigned char>(widened);
+    }
+  }
+  return wide;
+}
+
+// Makes signed numbers, of 8 or 16 bits, unsigned ones: the lowest becomes 0.
+void CountFromZero(Plane& plane) {
+  const std::size_t step = static_cast<std::size_t>(plane.bits()) / 8;
+  for (std::uint32_t y = 0; y < plane.height(); ++y) {
+    unsigned char* row = plane.row(y);
+    for (std::size_t i = 0; i < plane.row_bytes(); i += step) {
+      row[i] ^= 0x80;
+    }
+  }
+}
+
 ColorSpace SpaceOf(int colors) {
   return colors == 1 ? ColorSpace::kGray : colors == 3 ? ColorSpace::kRgb : ColorSpace::kCmyk;
 }
@@ -117,9 +159,11 @@ TiffFile::Picture TiffFile::Describe(std::size_t index) {
   const std::vector<std::uint64_t> bits =
       directory.Numbers(reader_, TiffTag::kBitsPerSample, kMaxSamples);
   picture.bits = bits.empty() ? 1 : static_cast<int>(std::min<std::uint64_t>(bits[0], 64));
+  const std::uint64_t format = directory.Number(reader_, TiffTag::kSampleFormat, 1);
+  picture.is_signed = format == 2;
   picture.is_plain =
       std::all_of(bits.begin(), bits.end(), [&](std::uint64_t b) { return b == bits[0]; }) &&
-      directory.Number(reader_, TiffTag::kSampleFormat, 1) == 1;
+      (format == 1 || format == 2);
   const std::vector<std::uint64_t> extra =
       directory.Numbers(reader_, TiffTag::kExtraSamples, kMaxSamples);
   picture.extra_sample = extra.empty() ? kUnspecified : extra[0];
@@ -317,12 +361,16 @@ std::optional<Raster> TiffFile::DecodeSamples(const Picture& picture) {
   const bool is_packed =
       picture.samples == 1 && (picture.bits == 1 || picture.bits == 2 || picture.bits == 4);
   const bool is_jpeg_color = picture.compression == kJpeg && picture.photometric == kYCbCr;
-  const bool is_known =
-      picture.photometric <= kRgbColor ||
-      (picture.photometric == kPalette && picture.bits <= 8 && picture.samples == 1) ||
-      (picture.photometric == kSeparated && picture.colors == 4) || is_jpeg_color;
-  if (!picture.is_plain || !is_known || !(is_packed || picture.bits == 8 || picture.bits == 16) ||
-      picture.samples < picture.colors || picture.compression == 6) {
+  const bool is_palette = picture.photometric == kPalette && picture.bits <= 8 &&
+                          (picture.samples == 1 || picture.bits == 8);
+  const bool is_known = picture.photometric <= kRgbColor || is_palette ||
+                        (picture.photometric == kSeparated && picture.colors == 4) || is_jpeg_color;
+  const bool is_whole = picture.bits == 8 || picture.bits == 16;
+  const bool is_odd = !is_packed && !is_whole && picture.bits >= 1 && picture.bits < 16 &&
+                      !is_palette && !picture.is_separate && picture.compression != kJpeg;
+  if (!picture.is_plain || !is_known || !(is_packed || is_whole || is_odd) ||
+      (picture.is_signed && !is_whole) || picture.samples < picture.colors ||
+      picture.compression == 6) {
     return std::nullopt;
   }
   Plane plane(picture.width, picture.height, picture.samples, picture.bits);
@@ -333,11 +381,17 @@ std::optional<Raster> TiffFile::DecodeSamples(const Picture& picture) {
   if (!decoder.ReadSamples(plane, picture.is_separate)) {
     throw ImageError(ImageErrorCode::kDamaged, "nothing of the TIFF picture can be decoded");
   }
+  if (is_odd) {
+    plane = WidenSamples(plane);
+  }
+  if (picture.is_signed) {
+    CountFromZero(plane);
+  }
   Raster raster;
   raster.profile = picture.profile;
   raster.space = SpaceOf(picture.colors);
   raster.is_inverted = picture.photometric == kMinIsWhite;
-  raster.is_premultiplied = picture.extra_sample == kAssociated;
+  raster.is_premultiplied = picture.extra_sample == kAssociated && picture.photometric != kPalette;
   if (picture.photometric == kPalette) {
     raster.space = ColorSpace::kIndexed;
     raster.palette = Palette(picture);

@@ -39,7 +39,8 @@ class TiffFile : public ImageFile {
     std::uint64_t extra_sample = 0;  // kind of the first sample that is no colour
     bool has_alpha = false;
     bool is_separate = false;
-    bool is_plain = false;  // whole numbers, all of the same size
+    bool is_plain = false;   // whole numbers, all of the same size
+    bool is_signed = false;  // which may be below zero
     std::string profile;
   };
 

@@ -3,6 +3,7 @@
 
 #include "engines/support/images/ImageError.h"
 #include "engines/support/images/OpenedImage.h"
+#include "engines/support/pixels/CcittDecoder.h"
 #include "support/TestImages.h"
 
 namespace TarnixTools::engines::images {
@@ -100,9 +101,29 @@ TEST(PngFile, OneTransparentColorIsAColorKey) {
   TestPng png = Noise(8, 2, 3);
   png.chunks = PngChunk("tRNS", Big16(1) + Big16(2) + Big16(255));
   EXPECT_EQ(OpenedImage(png.Bytes()).Embed().image.color_key, "1 1 2 2 255 255");
-  png = Noise(16, 0, 1);
-  png.chunks = PngChunk("tRNS", Big16(515));
-  EXPECT_EQ(OpenedImage(png.Bytes()).Embed().image.color_key, "515 515");
+}
+
+TEST(PngFile, ATransparentColorOfSixteenBitsIsASoftMask) {
+  for (const bool interlaced : {false, true}) {
+    TestPng png{.width = 2, .height = 1, .bits = 16, .color_type = 0, .interlaced = interlaced};
+    png.rows =
+        interlaced ? std::string("\0\x02\x03\0\x02\x04", 6) : std::string("\0\x02\x03\x02\x04", 5);
+    png.chunks = PngChunk("tRNS", Big16(0x0203));
+    OpenedImage image(png.Bytes());
+    const PdfImage embedded = image.Embed();
+    EXPECT_EQ(embedded.image.color_key, "");
+    EXPECT_EQ(image.SamplesOf(embedded.image), "\x02\x03\x02\x04");
+    ASSERT_TRUE(embedded.soft_mask);
+    EXPECT_EQ(embedded.soft_mask->bits, 1);
+    EXPECT_EQ(embedded.soft_mask->filter, "CCITTFaxDecode");
+    const std::string mask = image.DataOf(*embedded.soft_mask);
+    CcittDecoder decoder(mask, {.k = -1, .columns = 2});
+    std::vector<std::uint32_t> changes;
+    ASSERT_TRUE(decoder.ReadChanges(changes));
+    EXPECT_EQ(changes, (std::vector<std::uint32_t>{0, 1}));  // the first pixel is black, clear
+    png.chunks = PngChunk("tRNS", Big16(0x0204 + 1));
+    EXPECT_FALSE(OpenedImage(png.Bytes()).Embed().soft_mask);
+  }
 }
 
 TEST(PngFile, TransparentPaletteEntriesAreAColorKeyOrAMask) {

@@ -164,6 +164,44 @@ TEST(TiffFile, KeepsSixteenBits) {
   EXPECT_EQ(image.SamplesOf(embedded.image), "\x02\x01\x04\x03");  // high byte first
 }
 
+TEST(TiffFile, OddNumbersOfBitsAreWidened) {
+  // 12 bits: 0x123, 0xFFF. 4 bits of RGB: 0x1, 0x2, 0xF.
+  OpenedImage gray(Gray(2, 1).Set(258, {12}).Data({std::string("\x12\x3F\xFF", 3)}).Bytes());
+  EXPECT_EQ(gray.Embed().image.bits, 16);
+  EXPECT_EQ(gray.SamplesOf(gray.Embed().image), "\x12\x31\xFF\xFF");
+  TestTiff color;
+  color.Sides(1, 1).Set(258, {4, 4, 4}).Set(259, {1}).Set(262, {2}).Set(277, {3});
+  OpenedImage image(color.Data({"\x12\xF0"}).Bytes());
+  EXPECT_EQ(image.Embed().image.palette, "\x11\x22\xFF");
+}
+
+TEST(TiffFile, SignedNumbersKeepTheirOrder) {
+  std::string values = Grays(20);
+  for (char& value : values) {
+    value = static_cast<char>(value ^ 0x80);
+  }
+  OpenedImage small(Gray(5, 4).Set(339, {2}).Data({values}).Bytes());
+  EXPECT_EQ(small.SamplesOf(small.Embed().image), Grays(20));
+  TestTiff tiff = Gray(2, 1).Set(258, {16}).Set(339, {2});
+  OpenedImage large(tiff.Data({"\x34\x82\x56\x12"}).Bytes());
+  EXPECT_EQ(large.SamplesOf(large.Embed().image), "\x02\x34\x92\x56");
+}
+
+TEST(TiffFile, APaletteMayHaveAnAlpha) {
+  std::vector<std::uint32_t> map(768);
+  for (std::size_t i = 0; i < map.size(); ++i) {
+    map[i] = static_cast<std::uint32_t>(i % 256 * 257);
+  }
+  TestTiff tiff;
+  tiff.Sides(2, 1).Set(258, {8, 8}).Set(259, {1}).Set(262, {3}).Set(277, {2}).Set(320, map);
+  OpenedImage image(tiff.Set(338, {2}).Data({"\x05\x80\x09\xFF"}).Bytes());
+  const PdfImage embedded = image.Embed();
+  ASSERT_TRUE(embedded.soft_mask);
+  EXPECT_EQ(image.SamplesOf(*embedded.soft_mask), "\x80\xFF");
+  EXPECT_EQ(embedded.image.space, ColorSpace::kIndexed);
+  EXPECT_EQ(image.SamplesOf(embedded.image), "\x05\x09");
+}
+
 TEST(TiffFile, WhiteMayBeZero) {
   TestTiff tiff = Gray(5, 4).Set(262, {0}).Data({Grays(20)});
   OpenedImage image(tiff.Bytes());
