@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cstring>
+#include <optional>
 
 #include "engines/support/images/IccProfile.h"
 #include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
 #include "engines/support/images/Units.h"
+#include "engines/support/pixels/JpegTranscoder.h"
 
 namespace TarnixTools::engines::images {
 
@@ -36,6 +38,11 @@ constexpr bool StandsAlone(std::uint8_t marker) {
 // coding.
 constexpr bool IsCommon(int frame_marker) {
   return frame_marker >= 0xC0 && frame_marker <= 0xC2;
+}
+
+// Extended and progressive arithmetic coding.
+constexpr bool IsArithmetic(int frame_marker) {
+  return frame_marker == 0xC9 || frame_marker == 0xCA;
 }
 
 }  // namespace
@@ -104,7 +111,7 @@ void JpegFile::ReadFrameHeader(std::uint8_t marker, std::uint64_t start, std::si
   if (length < 6 + std::size_t{3} * static_cast<std::size_t>(components_)) {
     throw ImageError(ImageErrorCode::kDamaged, "the JPEG frame header is too short");
   }
-  if (!IsCommon(marker) || precision != 8 ||
+  if (!(IsCommon(marker) || IsArithmetic(marker)) || precision != 8 ||
       (components_ != 1 && components_ != 3 && components_ != 4)) {
     throw ImageError(ImageErrorCode::kUnsupported, "a kind of JPEG that PDF does not have");
   }
@@ -167,8 +174,22 @@ PdfImage JpegFile::Embed(std::size_t) {
   if (components_ == 3 && is_named_rgb && !has_jfif_ && !has_adobe_) {
     image.parameters = "/ColorTransform 0";
   }
-  image.data = Data();
+  image.data = IsArithmetic(frame_marker_) ? RecodedData() : Data();
   return result;
+}
+
+std::vector<DataPiece> JpegFile::RecodedData() {
+  if (reader_.size() > limits::kMaxHeldBytes) {
+    throw ImageError(ImageErrorCode::kLimit, "the JPEG file is too large to be coded anew");
+  }
+  const std::optional<std::string> recoded =
+      CodeByHuffman(reader_.Read(0, static_cast<std::size_t>(reader_.size())));
+  if (!recoded) {
+    throw ImageError(ImageErrorCode::kUnsupported, "a kind of JPEG that PDF does not have");
+  }
+  std::vector<DataPiece> pieces;
+  pieces.push_back(Hold(*recoded));
+  return pieces;
 }
 
 // The file, but for what follows the end of the picture. Data that was cut gets the end it lacks.

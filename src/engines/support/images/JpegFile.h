@@ -1,4 +1,5 @@
-// JPEG files (ITU-T T.81, JFIF 1.02, Exif 2.32): their data goes into a document as it is.
+// JPEG files (ITU-T T.81, JFIF 1.02, Exif 2.32): their data goes into a document as it is, but for
+// arithmetic codes, which become Huffman codes of the same coefficients.
 #ifndef TARNIX_ENGINES_SUPPORT_IMAGES_JPEGFILE_H_
 #define TARNIX_ENGINES_SUPPORT_IMAGES_JPEGFILE_H_
 
@@ -29,6 +30,7 @@ class JpegFile : public ImageFile {
   void ReadApplicationData(std::uint8_t marker, std::uint64_t start, std::size_t length);
   std::string Profile();
   std::vector<DataPiece> Data();
+  std::vector<DataPiece> RecodedData();
   std::uint64_t FindEnd();
 
   struct ProfilePart {

@@ -22,6 +22,9 @@ inline constexpr std::size_t kMaxSamplesAtOnceForLess = std::size_t{2} << 20;
 // Coefficients of a progressive JPEG image, which are held until its last scan.
 inline constexpr std::size_t kMaxCoefficientBytes = std::size_t{1} << 30;
 
+// The same of a JPEG image that is coded anew, which may take as much again.
+inline constexpr std::size_t kMaxTranscodedBytes = std::size_t{512} << 20;
+
 // What JPEG 2000 data is decoded into, four bytes a sample.
 inline constexpr std::size_t kMaxJpxBytes = std::size_t{1} << 30;
 
