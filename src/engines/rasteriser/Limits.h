@@ -7,11 +7,11 @@
 
 namespace TarnixTools::engines::limits {
 
-// Bytes of the pixels that are drawn at once. An image is drawn in up to eight bands of that size,
+// Bytes of the pixels that are drawn at once. An image is drawn in up to 16 bands of that size,
 // and in more when it is larger still; while one is drawn, the one before is encoded.
-inline constexpr std::size_t kMinBandBytes = std::size_t{2} << 20;
+inline constexpr std::size_t kMinBandBytes = std::size_t{1} << 20;
 inline constexpr std::size_t kMaxBandBytes = std::size_t{48} << 20;
-inline constexpr std::size_t kBands = 8;
+inline constexpr std::size_t kBands = 16;
 
 // Bytes of a document that PDFium may hold in memory before the document is opened anew.
 inline constexpr std::uint64_t kMaxHeldBytes = std::uint64_t{4} << 20;
