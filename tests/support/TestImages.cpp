@@ -126,7 +126,7 @@ std::string TestProfile(std::string_view space) {
   return profile + Big32(1) + "desc" + Big32(144) + Big32(0);
 }
 
-std::string TestRgbProfile(double gamma) {
+std::string TestRgbProfile(double gamma, bool is_swapped) {
   const auto fixed = [](double value) {
     return Big32(static_cast<std::uint32_t>(std::lround(value * 65536)));
   };
@@ -135,11 +135,13 @@ std::string TestRgbProfile(double gamma) {
   };
   const auto gamma_8_8 = static_cast<std::uint32_t>(std::lround(gamma * 256));
   const std::string curve = "curv" + std::string(4, '\0') + Big32(1) + Big32(gamma_8_8 << 16);
+  const std::string red = colorant(0.4361, 0.2225, 0.0139);
+  const std::string blue = colorant(0.1431, 0.0606, 0.7141);
   const std::vector<std::pair<std::string, std::string>> tags = {
       {"wtpt", colorant(0.9642, 1, 0.8249)},
-      {"rXYZ", colorant(0.4361, 0.2225, 0.0139)},
+      {"rXYZ", is_swapped ? blue : red},
       {"gXYZ", colorant(0.3851, 0.7169, 0.0971)},
-      {"bXYZ", colorant(0.1431, 0.0606, 0.7141)},
+      {"bXYZ", is_swapped ? red : blue},
       {"rTRC", curve},
       {"gTRC", curve},
       {"bTRC", curve}};

@@ -44,7 +44,8 @@ std::string PngChunk(std::string_view type, std::string_view data);
 std::string TestProfile(std::string_view space);
 
 // A profile with the primaries of sRGB and a power for a tone curve.
-std::string TestRgbProfile(double gamma);
+//   is_swapped - its red is blue, and its blue is red
+std::string TestRgbProfile(double gamma, bool is_swapped = false);
 
 }  // namespace TarnixTools::testing
 

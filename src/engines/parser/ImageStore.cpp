@@ -22,7 +22,6 @@ namespace TarnixTools::engines {
 namespace {
 
 constexpr std::uint64_t kFirstHeaderPiece = 4096;
-constexpr std::size_t kMaxProfileInFile = std::size_t{255} * 65'519;
 
 // A file under way, with a copy of what goes into it as long as that is short enough to be kept.
 class StoredFile : public pdf::ByteSink {
@@ -79,63 +78,8 @@ std::optional<JpegHeader> HeaderOf(const PdfImage& image) {
   return header;
 }
 
-// A JPEG file with an ICC profile put in, after the JFIF marker, which must come first.
-class ProfileInserter : public pdf::ByteSink {
- public:
-  ProfileInserter(pdf::ByteSink& file, std::string_view profile)
-      : file_(&file), profile_(profile) {}
-
-  void Write(std::string_view bytes) override {
-    if (is_done_) {
-      file_->Write(bytes);
-      return;
-    }
-    start_ += bytes;
-    if (const std::size_t at = PlaceOf(start_); at <= start_.size()) {
-      file_->Write(std::string_view(start_).substr(0, at));
-      WriteProfile();
-      file_->Write(std::string_view(start_).substr(at));
-      start_ = std::string();
-      is_done_ = true;
-    }
-  }
-
- private:
-  static constexpr std::size_t kMaxChunk = 65'519;  // of a segment, less what stands before
-
-  static std::size_t PlaceOf(std::string_view start) {
-    if (start.size() < 6 || start.substr(2, 2) != "\xFF\xE0") {
-      return start.size() < 6 ? std::string_view::npos : 2;
-    }
-    return 4 + (static_cast<unsigned char>(start[4]) << 8U | static_cast<unsigned char>(start[5]));
-  }
-
-  void WriteProfile() {
-    const std::size_t count = (profile_.size() + kMaxChunk - 1) / kMaxChunk;
-    for (std::size_t i = 0; i < count; ++i) {
-      const std::string_view chunk = profile_.substr(i * kMaxChunk, kMaxChunk);
-      const std::size_t length = chunk.size() + 16;
-      std::string segment = "\xFF\xE2";
-      segment += static_cast<char>(length >> 8U);
-      segment += static_cast<char>(length & 0xFFU);
-      segment += std::string_view("ICC_PROFILE\0", 12);
-      segment += static_cast<char>(i + 1);
-      segment += static_cast<char>(count);
-      file_->Write(segment);
-      file_->Write(chunk);
-    }
-  }
-
-  pdf::ByteSink* file_;
-  std::string_view profile_;
-  std::string start_;
-  bool is_done_ = false;
-};
-
 // Whether the data is a JPEG file that shows, as it is, what is drawn.
-//   profile - gets what must be added to it
-bool IsReadyJpeg(const PdfImage& image, const ImageFacts& facts, int orientation,
-                 std::shared_ptr<const std::string>& profile) {
+bool IsReadyJpeg(const PdfImage& image, const ImageFacts& facts, int orientation) {
   if (facts.filter != ImageFilter::kDct || !facts.steps.empty() || orientation != 1 ||
       facts.is_mask || facts.soft_mask != 0 || facts.stencil_mask != 0 ||
       !facts.color_key.empty() || !facts.decode.empty()) {
@@ -157,16 +101,9 @@ bool IsReadyJpeg(const PdfImage& image, const ImageFacts& facts, int orientation
     return true;
   }
   const std::optional<ColorSpace> space = ColorSpaceOf(*image.document, facts.color_space, arena);
-  if (!space || space->components != header->components ||
-      (space->kind != ColorKind::kGray && space->kind != ColorKind::kRgb &&
-       space->kind != ColorKind::kIcc)) {
-    return false;
-  }
-  if (!header->has_profile && space->profile != nullptr &&
-      space->profile->size() <= kMaxProfileInFile) {
-    profile = space->profile;
-  }
-  return true;
+  return space && space->components == header->components &&
+         (space->kind == ColorKind::kGray || space->kind == ColorKind::kRgb ||
+          space->kind == ColorKind::kIcc);
 }
 
 bool EncodeBilevel(RowSource& picture, pdf::ByteSink& sink) {
@@ -214,7 +151,7 @@ std::optional<PreparedImage> ImageStore::Prepare(const PdfImage& image, const Im
     return prepared;
   }
   try {
-    prepared.is_ready_jpeg = IsReadyJpeg(image, facts, orientation, prepared.profile);
+    prepared.is_ready_jpeg = IsReadyJpeg(image, facts, orientation);
     if (prepared.is_ready_jpeg) {
       return prepared;
     }
@@ -238,12 +175,7 @@ ImageStore::Outcome ImageStore::Store(PreparedImage& prepared, const std::string
   Outcome outcome = Outcome::kComplete;
   if (prepared.is_ready_jpeg) {
     file.KeepNoCopy();  // it is as easily read again
-    if (prepared.profile != nullptr) {
-      ProfileInserter inserter(file, *prepared.profile);
-      CopyEncoded(prepared.image, inserter);
-    } else {
-      CopyEncoded(prepared.image, file);
-    }
+    CopyEncoded(prepared.image, file);
   } else if (prepared.picture != nullptr) {
     outcome = Encode(*prepared.picture, file) ? Outcome::kComplete : Outcome::kPartial;
     prepared.picture.reset();  // its rows are gone

@@ -19,9 +19,7 @@ struct PreparedImage {
   const ImageFacts* facts = nullptr;
   int orientation = 1;
   bool is_ready_jpeg = false;  // its data is the file
-  // What that file needs besides to show its colours; null for nothing.
-  std::shared_ptr<const std::string> profile;
-  RowSourcePtr picture;  // upright; null when it has been stored before
+  RowSourcePtr picture;        // upright; null when it has been stored before
 };
 
 class ImageStore {

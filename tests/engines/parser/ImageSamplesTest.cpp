@@ -8,7 +8,7 @@
 
 #include "engines/parser/ImagesFixture.h"
 #include "pdf/filters/Filters.h"
-#include "support/TestProfile.h"
+#include "support/TestImages.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -150,7 +150,7 @@ TEST_F(Images, AreCutWhenTheyClaimFarMoreThanTheyHave) {
 TEST_F(Images, AreDecodedWithAnIccProfile) {
   TestPdf file = Page(HexImage(16, 8, "/ColorSpace[/ICCBased {{profile}}]/BitsPerComponent 8",
                                Repeat("FF0000", 128)));
-  file.Object("profile", Stream("/N 3", testing::SwappingProfile::Bytes()));
+  file.Object("profile", Stream("/N 3", testing::TestRgbProfile(2.2, true)));
   EXPECT_TRUE(ExtractOne(file).IsNear(3, 3, kBlue, 12));
 }
 
@@ -164,7 +164,7 @@ TEST_F(Images, TakeTheDefaultColorSpacesOfTheResources) {
     file.Page()
         .Content("/I Do")
         .Object("image", image)
-        .Object("profile", Stream("/N 3", testing::SwappingProfile::Bytes()))
+        .Object("profile", Stream("/N 3", testing::TestRgbProfile(2.2, true)))
         .PageEntry(
             "/Resources<</XObject<</I {{image}}>>/ColorSpace<</DefaultRGB[/ICCBased {{profile}}]"
             "/DefaultGray[/ICCBased {{profile}}]>>>>");
@@ -178,7 +178,7 @@ TEST_F(Images, OverlookDefaultColorSpacesOfOtherComponents) {
       .Content("/I Do")
       .Object("image",
               HexImage(8, 8, "/ColorSpace/DeviceGray/BitsPerComponent 8", Repeat("00", 64)))
-      .Object("profile", Stream("/N 3", testing::SwappingProfile::Bytes()))
+      .Object("profile", Stream("/N 3", testing::TestRgbProfile(2.2, true)))
       .PageEntry(
           "/Resources<</XObject<</I {{image}}>>/ColorSpace<</DefaultGray[/ICCBased "
           "{{profile}}]>>>>");

@@ -14,9 +14,9 @@
 #include "support/RawPdf.h"
 #include "support/Readers.h"
 #include "support/TempDir.h"
+#include "support/TestImages.h"
 #include "support/TestJpx.h"
 #include "support/TestPdf.h"
-#include "support/TestProfile.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -395,7 +395,7 @@ TEST_F(Rasteriser, ShowsTheMediaBoxWhereTheCropBoxLiesBesideIt) {
 // A gray image with a profile of RGB, as some programs write it.
 TEST_F(Rasteriser, DrawsImagesWhoseProfileIsOfOtherColors) {
   TestPdf file = Painted("144 0 0 72 0 0 cm /I Do");
-  const std::string profile = testing::SwappingProfile::Bytes();
+  const std::string profile = testing::TestRgbProfile(2.2, true);
   file.Object("image",
               "<</Subtype/Image/Width 1/Height 1/BitsPerComponent 8/ColorSpace[/ICCBased "
               "{{profile}}]/Filter/ASCIIHexDecode/Length 3>>\nstream\n80>\nendstream")

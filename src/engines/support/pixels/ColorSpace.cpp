@@ -119,13 +119,10 @@ class Reader {
       return alternate.IsNull() ? std::nullopt : Read(alternate, steps + 1);
     }
     ColorSpace space = DeviceSpace(static_cast<int>(components));
-    std::string profile = components == 1 ? "" : ProfileOf(number);
+    const std::string profile = components == 1 ? "" : ProfileOf(number);
     if (!profile.empty() && !IccTransform::IsSrgb(profile)) {
       space.icc = IccTransform::Make(profile, space.components);
-      if (space.icc != nullptr) {
-        space.kind = ColorKind::kIcc;
-        space.profile = std::make_shared<const std::string>(std::move(profile));
-      }
+      space.kind = space.icc != nullptr ? ColorKind::kIcc : space.kind;
     }
     return space;
   }

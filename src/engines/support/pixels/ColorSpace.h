@@ -20,8 +20,7 @@ enum class ColorKind : std::uint8_t { kGray, kRgb, kCmyk, kLab, kIcc, kIndexed }
 struct ColorSpace {
   ColorKind kind = ColorKind::kGray;
   int components = 1;
-  std::shared_ptr<const IccTransform> icc;     // kIcc
-  std::shared_ptr<const std::string> profile;  // kIcc: what icc was made of
+  std::shared_ptr<const IccTransform> icc;  // kIcc
   std::array<double, 4> lab_range{-100, 100, -100, 100};
   std::vector<std::uint8_t> palette;  // kIndexed: red, green, blue of each index
 };

@@ -85,9 +85,6 @@ class MarkerReader {
     if (marker == 0xEE && segment.starts_with("Adobe") && segment.size() >= 12) {
       header_.adobe_transform = static_cast<int>(ByteOf(segment, 11));
     }
-    if (marker == 0xE2 && segment.starts_with("ICC_PROFILE")) {
-      header_.has_profile = true;
-    }
     if (marker == 0xE1 && segment.starts_with(std::string_view("Exif\0\0", 6))) {
       TakeExif(segment.substr(6));
     }

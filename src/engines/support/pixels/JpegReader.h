@@ -18,7 +18,6 @@ struct JpegHeader {
   bool is_common = false;    // baseline, extended or progressive Huffman coding
   int adobe_transform = -1;  // of the Adobe marker; -1 when there is none
   int exif_orientation = 1;  // 1 to 8
-  bool has_profile = false;  // an ICC profile
 };
 
 // Nothing when there is no frame header in the bytes.
