@@ -15,6 +15,7 @@
 #include "support/Readers.h"
 #include "support/TempDir.h"
 #include "support/TestImages.h"
+#include "support/TestJbig2.h"
 #include "support/TestJpx.h"
 #include "support/TestPdf.h"
 
@@ -420,6 +421,25 @@ TEST_F(Rasteriser, DrawsJpeg2000ImagesWithAlpha) {
   const JpegImage image = RenderOnly(file);
   EXPECT_TRUE(image.IsNear(36, 36, {0, 0, 0}));
   EXPECT_TRUE(image.IsNear(150, 36, {80, 80, 80}));
+}
+
+// Ten pixels for each of the image's: its second cross is at (90, 20).
+TEST_F(Rasteriser, DrawsJbig2ImagesWithRefinedSymbols) {
+  const std::string hex = std::string(testing::kRefinedJbig2) + ">";
+  const std::string entries =
+      "<</Subtype/Image/Width 120/Height 12/BitsPerComponent 1"
+      "/Filter[/ASCIIHexDecode/JBIG2Decode]/Length " +
+      std::to_string(hex.size());
+  TestPdf file =
+      Painted("q 864 0 0 86.4 0 0 cm /I Do Q 1 0 0 rg 864 0 0 86.4 0 86.4 cm /M Do", 864, 172.8);
+  file.Object("image", entries + "/ColorSpace/DeviceGray>>\nstream\n" + hex + "\nendstream")
+      .Object("mask", entries + "/ImageMask true>>\nstream\n" + hex + "\nendstream")
+      .PageEntry("/Resources<</XObject<</I {{image}}/M {{mask}}>>>>");
+  const JpegImage image = RenderOnly(file);
+  EXPECT_TRUE(image.IsNear(115, 45, kRed));
+  EXPECT_TRUE(image.IsNear(92, 22, kWhite));
+  EXPECT_TRUE(image.IsNear(115, 165, {0, 0, 0}));
+  EXPECT_TRUE(image.IsNear(92, 142, kWhite));
 }
 
 TEST_F(Rasteriser, GivesTinyPagesAPixel) {

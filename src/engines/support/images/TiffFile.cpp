@@ -76,7 +76,7 @@ Plane FirstChannels(const Plane& plane, int count) {
 Plane WidenSamples(const Plane& packed) {
   const auto bits = static_cast<unsigned>(packed.bits());
   const unsigned sample_bytes = bits < 8 ? 1 : 2;
-  const unsigned most = (1U << bits) - 1;
+  const unsigned most = std::max(1U, (1U << bits) - 1);
   const unsigned most_wide = (1U << 8 * sample_bytes) - 1;
   Plane wide(packed.width(), packed.height(), packed.channels(),
              static_cast<int>(8 * sample_bytes));

@@ -8,6 +8,7 @@
 
 #include "engines/support/pdfium/DrawingCost.h"
 #include "engines/support/pdfium/UndrawnObjects.h"
+#include "engines/support/pixels/Jbig2Image.h"
 #include "engines/support/pixels/PdfImage.h"
 #include "engines/support/pixels/Picture.h"
 #include "pdf/filters/Filters.h"
@@ -110,6 +111,9 @@ class Copy {
                          .data = {},
                          .color_spaces = {}};
     ImageFacts facts = FactsOf(image, arena);
+    if (facts.filter == ImageFilter::kJbig2) {
+      return ReplaceJbig2(image, facts);
+    }
     facts.soft_mask = 0;
     facts.stencil_mask = 0;
     const RowSourcePtr picture = OpenPicture(image, facts);
@@ -129,6 +133,27 @@ class Copy {
     if (document_->IsStream(dictionary.Get("Mask").AsReference().number)) {
       AppendEntry(text, "Mask", dictionary.Get("Mask"));
     }
+    writer_.BeginStream(number, text, deflated.size());
+    writer_.AppendStream(deflated);
+    writer_.EndStream();
+  }
+
+  // All but the coding stays.
+  void ReplaceJbig2(const PdfImage& image, const ImageFacts& facts) {
+    const std::optional<std::string> samples = DecodeOwnJbig2(image, facts);
+    if (!samples) {
+      return;
+    }
+    const std::uint32_t number = writer_.Reserve();
+    objects_.Assign(image.number, number);
+    std::string text = "<</Filter/FlateDecode";
+    for (const pdf::DictionaryEntry& entry : image.dictionary.Entries()) {
+      if (entry.Key() != "Length" && entry.Key() != "Filter" && entry.Key() != "DecodeParms") {
+        AppendEntry(text, entry.Key(), entry.value);
+      }
+    }
+    std::string deflated;
+    pdf::DeflateTo(deflated, *samples, kFastDeflate);
     writer_.BeginStream(number, text, deflated.size());
     writer_.AppendStream(deflated);
     writer_.EndStream();

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "engines/support/pixels/ColorSpace.h"
+#include "engines/support/pixels/Jbig2Image.h"
 #include "engines/support/pixels/JpxDecoder.h"
 #include "engines/support/pixels/PdfImage.h"
 #include "pdf/Error.h"
@@ -63,6 +64,11 @@ void UndrawnObjects::FindInObject(const Object& entry, int depth) {
   if (IsOddImage(entry.AsReference().number, object)) {
     images_.push_back(entry.AsReference().number);
   }
+  for (const std::string_view mask : {"SMask", "Mask"}) {
+    if (depth < kMaxDepth && object.Get(mask).AsReference().number != 0) {
+      FindInObject(object.Get(mask), depth + 1);
+    }
+  }
   FindInSpace(object.Get("ColorSpace"), depth + 1);
   FindInSpace(document_->Resolve(object.Get("Shading"), arena).Get("ColorSpace"), depth + 1);
   FindInResources(document_->Resolve(object.Get("Resources"), arena), depth + 1);
@@ -71,9 +77,12 @@ void UndrawnObjects::FindInObject(const Object& entry, int depth) {
 bool UndrawnObjects::IsOddImage(std::uint32_t number, const Object& dictionary) {
   pdf::Arena arena;
   const Object filter = document_->Resolve(dictionary.Get("Filter"), arena);
-  const Object only =
-      filter.Items().size() == 1 ? document_->Resolve(filter.Items()[0], arena) : filter;
-  if (number == 0 || !only.IsName("JPXDecode")) {
+  const Object last =
+      filter.Items().empty() ? filter : document_->Resolve(filter.Items().back(), arena);
+  if (number != 0 && last.IsName("JBIG2Decode")) {
+    return IsOddJbig2(number, dictionary);
+  }
+  if (number == 0 || filter.Items().size() > 1 || !last.IsName("JPXDecode")) {
     return false;
   }
   const PdfImage image{.document = document_,
@@ -97,6 +106,16 @@ bool UndrawnObjects::IsOddImage(std::uint32_t number, const Object& dictionary) 
   }
   const auto components = static_cast<std::size_t>(space->components);
   return header->components != components && !(header->components == 4 && components == 3);
+}
+
+bool UndrawnObjects::IsOddJbig2(std::uint32_t number, const Object& dictionary) {
+  const PdfImage image{.document = document_,
+                       .number = number,
+                       .dictionary = dictionary,
+                       .data = {},
+                       .color_spaces = {}};
+  pdf::Arena arena;
+  return IsOwnJbig2(image, FactsOf(image, arena));
 }
 
 void UndrawnObjects::FindInSpace(const Object& space, int depth) {

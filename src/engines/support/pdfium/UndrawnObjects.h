@@ -1,6 +1,7 @@
 // Images that PDFium draws nothing of, though they can be drawn: those whose colour space has an
 // ICC profile of other colours, as that of RGB in gray images, which other programs do without; and
-// JPEG 2000 images with other components than their colour space has, alpha most often.
+// JPEG 2000 images with other components than their colour space has, alpha most often; and JBIG2
+// images with symbols that are refined.
 #ifndef TARNIX_ENGINES_SUPPORT_PDFIUM_UNDRAWNOBJECTS_H_
 #define TARNIX_ENGINES_SUPPORT_PDFIUM_UNDRAWNOBJECTS_H_
 
@@ -38,6 +39,7 @@ class UndrawnObjects {
   void Check(std::uint32_t number);
   bool IsOdd(std::uint32_t number);
   bool IsOddImage(std::uint32_t number, const pdf::Object& dictionary);
+  bool IsOddJbig2(std::uint32_t number, const pdf::Object& dictionary);
   bool IsNew(const pdf::Object& entry);
 
   pdf::Document* document_;

@@ -12,6 +12,7 @@
 
 #include "engines/support/pixels/CcittDecoder.h"
 #include "engines/support/pixels/ColorSpace.h"
+#include "engines/support/pixels/Jbig2Image.h"
 #include "engines/support/pixels/JpegReader.h"
 #include "engines/support/pixels/JpxDecoder.h"
 #include "engines/support/pixels/PdfiumPicture.h"
@@ -393,6 +394,9 @@ class PictureOpener {
     if (facts_.filter == ImageFilter::kJpx) {
       return OpenJpx();
     }
+    if (facts_.filter == ImageFilter::kJbig2) {
+      return OpenJbig2();
+    }
     return facts_.filter == ImageFilter::kDct ? OpenJpeg() : OpenOther();
   }
 
@@ -475,6 +479,20 @@ class PictureOpener {
     }
     RowConverter converter(*std::move(space), facts_, 8, reader->width());
     return std::make_unique<JpegRows>(std::move(converter), std::move(reader), std::move(encoded));
+  }
+
+  RowSourcePtr OpenJbig2() {
+    const std::optional<ColorSpace> space = Space();
+    const std::uint64_t row_bytes = (std::uint64_t{facts_.width} + 7) / 8;
+    if (!space || space->components != 1 || row_bytes * facts_.height > limits::kMaxSampleBytes) {
+      return OpenOther();
+    }
+    std::optional<std::string> samples = DecodeOwnJbig2(image_, facts_);
+    if (!samples) {
+      return OpenOther();
+    }
+    return std::make_unique<SampleRows>(RowConverter(*space, facts_, 1, facts_.width), facts_.width,
+                                        facts_.height, *std::move(samples));
   }
 
   // Without a colour space in the dictionary that of the data counts; with one, its colours do.
