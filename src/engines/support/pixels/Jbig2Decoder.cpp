@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -60,11 +61,10 @@ class Fields {
     return bytes == 1 ? static_cast<std::int8_t>(value) : static_cast<std::int32_t>(value);
   }
 
-  template <std::size_t kCount>
-  void TakeOffsets(std::array<Offset, kCount>& offsets, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i) {
-      offsets[i].x = TakeSigned(1);
-      offsets[i].y = TakeSigned(1);
+  void TakeOffsets(std::span<Offset> offsets) {
+    for (Offset& offset : offsets) {
+      offset.x = TakeSigned(1);
+      offset.y = TakeSigned(1);
     }
   }
 
@@ -251,9 +251,9 @@ class PageDecoder {
     dictionary.refines = (flags & 2U) != 0;
     dictionary.pattern = static_cast<int>(flags >> 10U & 3U);
     dictionary.refinement_pattern = static_cast<int>(flags >> 12U & 1U);
-    fields.TakeOffsets(dictionary.adaptive, dictionary.pattern == 0 ? 4 : 1);
+    fields.TakeOffsets(std::span(dictionary.adaptive).first(dictionary.pattern == 0 ? 4 : 1));
     if (dictionary.refines && dictionary.refinement_pattern == 0) {
-      fields.TakeOffsets(dictionary.refinement_adaptive, 2);
+      fields.TakeOffsets(dictionary.refinement_adaptive);
     }
     dictionary.exported = fields.Take(4);
     dictionary.added = fields.Take(4);
@@ -307,7 +307,7 @@ class PageDecoder {
     region.offset = offset >= 16 ? offset - 32 : offset;
     region.refinement_pattern = static_cast<int>(flags >> 15U & 1U);
     if (region.refines && region.refinement_pattern == 0) {
-      fields.TakeOffsets(region.refinement_adaptive, 2);
+      fields.TakeOffsets(region.refinement_adaptive);
     }
     region.instances = fields.Take(4);
     const Symbols symbols = SymbolsFor(segment);
@@ -352,7 +352,7 @@ class PageDecoder {
     region.height = info.height;
     region.pattern = static_cast<int>(flags >> 1U & 3U);
     region.predicts_rows = (flags & 8U) != 0;
-    fields.TakeOffsets(region.adaptive, region.pattern == 0 ? 4 : 1);
+    fields.TakeOffsets(std::span(region.adaptive).first(region.pattern == 0 ? 4 : 1));
     ArithmeticDecoder decoder(fields.rest(), budget_);
     Contexts contexts = GenericContexts();
     return DecodeGeneric(region, decoder, contexts);
@@ -383,7 +383,7 @@ class PageDecoder {
     region.pattern = static_cast<int>(flags & 1U);
     region.predicts_pixels = (flags & 2U) != 0;
     if (region.pattern == 0) {
-      fields.TakeOffsets(region.adaptive, 2);
+      fields.TakeOffsets(region.adaptive);
     }
     const auto refined = segment.referred.empty() ? intermediate_.end()
                                                   : intermediate_.find(segment.referred.back());
