@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "engines/support/content/DrawingMatrix.h"
+#include "engines/support/content/DrawnOrientation.h"
 #include "engines/support/content/ImageWalker.h"
 #include "engines/support/content/Layers.h"
 #include "engines/support/pixels/ColorSpace.h"

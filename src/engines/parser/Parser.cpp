@@ -105,7 +105,7 @@ void Require(bool condition) {
   }
 }
 
-TExpaMatrix ToContract(const DrawingMatrix& matrix) {
+TExpaMatrix ToContract(const Matrix& matrix) {
   return {matrix.a,
           matrix.b,
           matrix.c,

@@ -23,7 +23,7 @@ struct Point {
   double y = 0;
 };
 
-Point Apply(const DrawingMatrix& matrix, double x, double y) {
+Point Apply(const Matrix& matrix, double x, double y) {
   return {matrix.a * x + matrix.c * y + matrix.e, matrix.b * x + matrix.d * y + matrix.f};
 }
 
@@ -156,9 +156,9 @@ class ObjectReader {
         Api().FPDFPageObj_GetMatrix(object, &matrix) != 0) {
       image.width = metadata.width;
       image.height = metadata.height;
-      image.matrix = DrawingMatrix{matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f}.Then(
-          to_bitmap_);
-      image.to_page = image.matrix.Then(ToPoints());
+      image.matrix =
+          Matrix{matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f} * to_bitmap_;
+      image.to_page = image.matrix * ToPoints();
       const std::optional<PixelBox> clip = ClipOf(object);
       image.is_opaque =
           clip && Api().FPDFPageObj_HasTransparency(object) == 0 && !IsInLayer(object);
@@ -168,7 +168,7 @@ class ObjectReader {
   }
 
   // From the bitmap to the page as it is seen.
-  DrawingMatrix ToPoints() const {
+  Matrix ToPoints() const {
     const double x = Api().FPDF_GetPageWidth(page_) / placement_.width;
     const double y = Api().FPDF_GetPageHeight(page_) / placement_.height;
     return {x, 0, 0, -y, -placement_.left * x, (placement_.top + placement_.height) * y};
@@ -226,7 +226,7 @@ class ObjectReader {
   const PdfiumLock* pdfium_;
   pdfium::Page* page_;
   Placement placement_;
-  DrawingMatrix to_bitmap_;
+  Matrix to_bitmap_;
   PageObjects found_;
 };
 

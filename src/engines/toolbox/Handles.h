@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "engines/support/Matrix.h"
 #include "engines/toolbox/DocumentInfo.h"
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/StreamBridge.h"
 #include "engines/toolbox/TargetDocument.h"
 #include "engines/toolbox/Toolbox.h"
-#include "engines/toolbox/content/Matrix.h"
 #include "engines/toolbox/content/PageContent.h"
 #include "engines/toolbox/content/PageGeometry.h"
 #include "engines/toolbox/content/TargetContent.h"

@@ -10,7 +10,6 @@ namespace TarnixTools::engines {
 namespace {
 
 using images::Frame;
-using images::Matrix;
 
 struct Box {
   double left, bottom, right, top;

@@ -442,6 +442,24 @@ TEST_F(Rasteriser, DrawsJbig2ImagesWithRefinedSymbols) {
   EXPECT_TRUE(image.IsNear(92, 142, kWhite));
 }
 
+// A scan whose text is a JBIG2 mask.
+TEST_F(Rasteriser, DrawsTheTextOfAScanThatIsAMask) {
+  const std::string scan = TARNIX_CORPUS_DIR "/compress/jbig2--test_3863.pdf";
+  if (!Exists(scan)) {
+    GTEST_SKIP() << "needs ../shared/corpus";
+  }
+  ASSERT_TRUE(Open(scan));
+  const JpegImage image = Render(1);
+  // The title, a tenth from the top.
+  int dark = 0;
+  for (int y = image.height / 16; y < image.height / 9; ++y) {
+    for (int x = image.width / 9; x < image.width / 3; ++x) {
+      dark += image.IsNear(x, y, {30, 30, 30}, 60) ? 1 : 0;
+    }
+  }
+  EXPECT_GT(dark, 300);
+}
+
 TEST_F(Rasteriser, GivesTinyPagesAPixel) {
   Pdf2ImgSetDPI(object_, 72);
   const JpegImage image = RenderOnly(Painted("", 0.01, 100));

@@ -20,15 +20,14 @@ constexpr std::int64_t kNoViewAnnotation = 32;
 constexpr std::int64_t kFirstClippingMode = 4;  // of text (ISO 32000-2, table 104)
 
 struct State {
-  DrawingMatrix matrix;
+  Matrix matrix;
   std::string fill_pattern;  // its name, empty for none
   std::string stroke_pattern;
   bool has_clipping_text = false;  // text that is shown clips (ISO 32000-2, 9.3.6)
   bool is_clipped_by_text = false;
 };
 
-std::optional<DrawingMatrix> MatrixOf(pdf::Document& document, const Object& array,
-                                      pdf::Arena& arena) {
+std::optional<Matrix> MatrixOf(pdf::Document& document, const Object& array, pdf::Arena& arena) {
   const auto items = array.Items();
   if (items.size() < 6) {
     return std::nullopt;
@@ -37,7 +36,7 @@ std::optional<DrawingMatrix> MatrixOf(pdf::Document& document, const Object& arr
   for (std::size_t i = 0; i < 6; ++i) {
     value[i] = document.Resolve(items[i], arena).NumberOr(0);
   }
-  return DrawingMatrix{value[0], value[1], value[2], value[3], value[4], value[5]};
+  return Matrix{value[0], value[1], value[2], value[3], value[4], value[5]};
 }
 
 struct Box {
@@ -63,7 +62,7 @@ std::optional<Box> BoxOf(pdf::Document& document, const Object& array, pdf::Aren
 }
 
 // Around the box after the transformation.
-Box Around(const Box& box, const DrawingMatrix& matrix) {
+Box Around(const Box& box, const Matrix& matrix) {
   Box around{1e300, 1e300, -1e300, -1e300};
   for (const auto& [x, y] : {std::pair{box.left, box.bottom}, std::pair{box.right, box.bottom},
                              std::pair{box.left, box.top}, std::pair{box.right, box.top}}) {
@@ -89,7 +88,7 @@ struct ImageWalker::Frame {
   std::optional<Object> objects;       // /XObject of the resources, once it was asked for
   std::optional<Object> color_spaces;  // /ColorSpace, likewise
   std::uint32_t number = 0;            // of the stream; 0 for a page's content
-  DrawingMatrix base;                  // of the content's own space
+  Matrix base;                         // of the content's own space
   State state;
   std::vector<State> saved;
   std::vector<bool> marked;  // open marked content: whether it hides
@@ -176,8 +175,8 @@ std::optional<std::string> ImageWalker::ContentOf(std::uint32_t number) {
   }
 }
 
-bool ImageWalker::PushContent(std::string content, const Object& resources,
-                              const DrawingMatrix& matrix, std::uint32_t number) {
+bool ImageWalker::PushContent(std::string content, const Object& resources, const Matrix& matrix,
+                              std::uint32_t number) {
   if (frames_.size() >= limits::kMaxContentDepth || contents_run_ >= limits::kMaxContentsOfPage ||
       bytes_run_ >= limits::kMaxContentBytesOfPage) {
     return false;
@@ -194,8 +193,7 @@ bool ImageWalker::PushContent(std::string content, const Object& resources,
 }
 
 // A form or a pattern; not within itself.
-bool ImageWalker::PushForm(std::uint32_t number, const Object& dictionary,
-                           const DrawingMatrix& matrix) {
+bool ImageWalker::PushForm(std::uint32_t number, const Object& dictionary, const Matrix& matrix) {
   const bool is_open = std::any_of(frames_.begin(), frames_.end(),
                                    [&](const auto& frame) { return frame->number == number; });
   if (!with_forms_ || number == 0 || is_open) {
@@ -264,9 +262,8 @@ const DrawnImage* ImageWalker::Run(Frame& frame, const pdf::Operation& operation
         const auto number = [&](std::size_t i) {
           return operands[operands.size() - 6 + i].NumberOr(0);
         };
-        const DrawingMatrix matrix{number(0), number(1), number(2),
-                                   number(3), number(4), number(5)};
-        state.matrix = matrix.Then(state.matrix);
+        const Matrix matrix{number(0), number(1), number(2), number(3), number(4), number(5)};
+        state.matrix = matrix * state.matrix;
       }
       break;
     }
@@ -363,11 +360,11 @@ const DrawnImage* ImageWalker::DrawObject(Frame& frame, const pdf::Operation& op
     return Draw(frame, {document_, number, dictionary, {}, {}});
   }
   if (subtype.IsName("Form")) {
-    const DrawingMatrix own =
+    const Matrix own =
         MatrixOf(*document_, document_->Resolve(dictionary.Get("Matrix"), image_arena_),
                  image_arena_)
-            .value_or(DrawingMatrix{});
-    PushForm(number, dictionary, own.Then(frame.state.matrix));
+            .value_or(Matrix{});
+    PushForm(number, dictionary, own * frame.state.matrix);
   }
   return nullptr;
 }
@@ -401,10 +398,10 @@ void ImageWalker::PaintPattern(Frame& frame, const std::string& name) {
   if (document_->Resolve(dictionary.Get("PatternType"), arena).IntegerOr(0) != 1) {
     return;
   }
-  const DrawingMatrix own =
+  const Matrix own =
       MatrixOf(*document_, document_->Resolve(dictionary.Get("Matrix"), arena), arena)
-          .value_or(DrawingMatrix{});
-  PushForm(number, dictionary, own.Then(frame.base));
+          .value_or(Matrix{});
+  PushForm(number, dictionary, own * frame.base);
 }
 
 void ImageWalker::BeginMarked(Frame& frame, const pdf::Operation& operation) {
@@ -448,27 +445,26 @@ bool ImageWalker::PushNextAnnotation() {
   return false;
 }
 
-DrawingMatrix ImageWalker::AnnotationMatrix(const Object& annotation, const Object& form) {
+Matrix ImageWalker::AnnotationMatrix(const Object& annotation, const Object& form) {
   pdf::Arena arena;
   const auto resolve = [&](const Object& owner, std::string_view key) {
     return document_->Resolve(owner.Get(key), arena);
   };
-  const DrawingMatrix own =
-      MatrixOf(*document_, resolve(form, "Matrix"), arena).value_or(DrawingMatrix{});
+  const Matrix own = MatrixOf(*document_, resolve(form, "Matrix"), arena).value_or(Matrix{});
   const auto rectangle = BoxOf(*document_, resolve(annotation, "Rect"), arena);
   const auto box = BoxOf(*document_, resolve(form, "BBox"), arena);
   if (!rectangle || !box) {
-    return own.Then(page_matrix_);
+    return own * page_matrix_;
   }
   const Box drawn = Around(*box, own);
   if (drawn.IsEmpty()) {
-    return own.Then(page_matrix_);
+    return own * page_matrix_;
   }
   const double x = (rectangle->right - rectangle->left) / (drawn.right - drawn.left);
   const double y = (rectangle->top - rectangle->bottom) / (drawn.top - drawn.bottom);
-  const DrawingMatrix placing{
+  const Matrix placing{
       x, 0, 0, y, rectangle->left - drawn.left * x, rectangle->bottom - drawn.bottom * y};
-  return own.Then(placing).Then(page_matrix_);
+  return own * placing * page_matrix_;
 }
 
 }  // namespace TarnixTools::engines

@@ -3,6 +3,8 @@
 #ifndef TARNIX_ENGINES_SUPPORT_IMAGES_ORIENTATION_H_
 #define TARNIX_ENGINES_SUPPORT_IMAGES_ORIENTATION_H_
 
+#include "engines/support/Matrix.h"
+
 namespace TarnixTools::engines::images {
 
 // 1 as stored, 2 mirrored left to right, 3 turned by 180 degrees, 4 mirrored top to bottom, 5
@@ -23,16 +25,6 @@ constexpr bool SwapsSides(int orientation) {
 
 // The orientation that has the effect of first `inner`, then `outer`.
 int Compose(int inner, int outer);
-
-// A PDF transformation matrix (ISO 32000-2, 8.3.3).
-struct Matrix {
-  double a = 1;
-  double b = 0;
-  double c = 0;
-  double d = 1;
-  double e = 0;
-  double f = 0;
-};
 
 // Puts the unit square of an image (8.9.5.1) onto the unit square so that the picture is seen as
 // the orientation demands.

@@ -1,5 +1,6 @@
 // JBIG2 data of images (JBIG2Decode, ISO 32000-2, 7.4.7; ITU-T T.88), as far as it is coded
-// arithmetically. PDFium decodes the rest, and much of this; symbols that are refined it does not.
+// arithmetically. PDFium decodes the rest, and much of this; of many pictures with refined symbols
+// it draws nothing.
 #ifndef TARNIX_ENGINES_SUPPORT_PIXELS_JBIG2DECODER_H_
 #define TARNIX_ENGINES_SUPPORT_PIXELS_JBIG2DECODER_H_
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "engines/toolbox/content/Matrix.h"
+#include "engines/support/Matrix.h"
 
 namespace TarnixTools::engines {
 

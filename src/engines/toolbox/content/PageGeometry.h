@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
+#include "engines/support/Matrix.h"
 #include "engines/toolbox/Toolbox.h"
-#include "engines/toolbox/content/Matrix.h"
 
 namespace TarnixTools::engines {
 

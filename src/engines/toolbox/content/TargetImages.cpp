@@ -58,7 +58,7 @@ std::string DigestOf(pdf::ByteSource& file) {
 }
 
 Matrix OrientationOf(const images::Frame& frame) {
-  const images::Matrix matrix = images::OrientationMatrix(frame.orientation);
+  const Matrix matrix = images::OrientationMatrix(frame.orientation);
   return {matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f};
 }
 

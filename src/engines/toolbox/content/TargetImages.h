@@ -8,10 +8,10 @@
 #include <string>
 #include <unordered_map>
 
+#include "engines/support/Matrix.h"
 #include "engines/support/images/ImageFile.h"
 #include "engines/support/images/ImageWriter.h"
 #include "engines/support/images/PdfImage.h"
-#include "engines/toolbox/content/Matrix.h"
 #include "engines/toolbox/content/PageContent.h"
 #include "pdf/file/ByteSource.h"
 #include "pdf/write/FileWriter.h"

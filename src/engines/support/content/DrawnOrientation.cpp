@@ -1,17 +1,11 @@
-#include "engines/support/content/DrawingMatrix.h"
+#include "engines/support/content/DrawnOrientation.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace TarnixTools::engines {
 
-DrawingMatrix DrawingMatrix::Then(const DrawingMatrix& next) const {
-  return {a * next.a + b * next.c,          a * next.b + b * next.d,
-          c * next.a + d * next.c,          c * next.b + d * next.d,
-          e * next.a + f * next.c + next.e, e * next.b + f * next.d + next.f};
-}
-
-std::int32_t OrientationOf(const DrawingMatrix& matrix) {
+std::int32_t OrientationOf(const Matrix& matrix) {
   // The image's own directions, to the right and up, as vectors of length one.
   const double right = std::hypot(matrix.a, matrix.b);
   const double up = std::hypot(matrix.c, matrix.d);
@@ -29,7 +23,7 @@ std::int32_t OrientationOf(const DrawingMatrix& matrix) {
   return right_goes_up ? (up_goes_right ? 7 : 8) : (up_goes_right ? 6 : 5);
 }
 
-bool IsSkewed(const DrawingMatrix& matrix) {
+bool IsSkewed(const Matrix& matrix) {
   constexpr double kTolerance = 1e-3;
   const double size =
       std::max({std::abs(matrix.a), std::abs(matrix.b), std::abs(matrix.c), std::abs(matrix.d)});

@@ -1,4 +1,4 @@
-#include "engines/toolbox/content/Matrix.h"
+#include "engines/support/Matrix.h"
 
 #include <cmath>
 #include <numbers>

@@ -1,6 +1,6 @@
 // Transformation matrices (ISO 32000-2, 8.3.3).
-#ifndef TARNIX_ENGINES_TOOLBOX_CONTENT_MATRIX_H_
-#define TARNIX_ENGINES_TOOLBOX_CONTENT_MATRIX_H_
+#ifndef TARNIX_ENGINES_SUPPORT_MATRIX_H_
+#define TARNIX_ENGINES_SUPPORT_MATRIX_H_
 
 namespace TarnixTools::engines {
 
@@ -29,4 +29,4 @@ Matrix operator*(const Matrix& inner, const Matrix& outer);
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_MATRIX_H_
+#endif  // TARNIX_ENGINES_SUPPORT_MATRIX_H_

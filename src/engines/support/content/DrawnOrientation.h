@@ -1,0 +1,20 @@
+// How a matrix turns and mirrors the image that it draws.
+#ifndef TARNIX_ENGINES_SUPPORT_CONTENT_DRAWNORIENTATION_H_
+#define TARNIX_ENGINES_SUPPORT_CONTENT_DRAWNORIENTATION_H_
+
+#include <cstdint>
+
+#include "engines/support/Matrix.h"
+
+namespace TarnixTools::engines {
+
+// EXIF orientation of an image that the matrix draws, the nearest: 1 upright, 6 turned by 90
+// degrees clockwise, ...
+std::int32_t OrientationOf(const Matrix& matrix);
+
+// Neither upright nor turned by a multiple of 90 degrees.
+bool IsSkewed(const Matrix& matrix);
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_SUPPORT_CONTENT_DRAWNORIENTATION_H_
