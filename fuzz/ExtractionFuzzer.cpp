@@ -93,7 +93,7 @@ void ReadImage(const engines::DrawnImage& drawn) {
   try {
     engines::RowSourcePtr picture = OpenPicture(image, facts);
     if (picture != nullptr && std::uint64_t{picture->width()} * picture->height() <= kMaxPixels) {
-      picture = MakeUpright(std::move(picture), OrientationOf(drawn.matrix));
+      picture = MakeUpright(std::move(picture), engines::OrientationOf(drawn.matrix));
       ReadPixels(*picture);
     }
   } catch (const pdf::Error&) {

@@ -102,7 +102,7 @@ void ImageDocument::AddPage(const images::PdfImage& image, pdf::ByteSource& sour
   writer_.WriteObject(leaf.page, text + ">>");
 }
 
-std::uint32_t ImageDocument::WriteContent(const Matrix& matrix) {
+std::uint32_t ImageDocument::WriteContent(const pdf::Matrix& matrix) {
   std::string text = "q ";
   for (const double value : {matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f}) {
     AppendNumber(text, value);

@@ -62,7 +62,7 @@ class ImageDocument {
 
  private:
   void AddPage(const images::PdfImage& image, pdf::ByteSource& source, const PageLayout& layout);
-  std::uint32_t WriteContent(const Matrix& matrix);
+  std::uint32_t WriteContent(const pdf::Matrix& matrix);
 
   platform::OutputFile output_;
   FileSink sink_;

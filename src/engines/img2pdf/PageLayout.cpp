@@ -20,8 +20,8 @@ double Points(std::uint32_t pixels, double dpi) {
 }
 
 // Puts the turned unit square onto a rectangle.
-Matrix Place(int orientation, double left, double bottom, Size size) {
-  Matrix m = images::OrientationMatrix(orientation);
+pdf::Matrix Place(int orientation, double left, double bottom, Size size) {
+  pdf::Matrix m = images::OrientationMatrix(orientation);
   m.a *= size.width;
   m.c *= size.width;
   m.e = m.e * size.width + left;

@@ -28,8 +28,8 @@ struct PageSettings {
 struct PageLayout {
   double width = 0;  // of the page, in its units
   double height = 0;
-  int user_unit = 1;  // points in a unit (ISO 32000-2, table 31)
-  Matrix matrix;      // of the unit square of the image
+  int user_unit = 1;   // points in a unit (ISO 32000-2, table 31)
+  pdf::Matrix matrix;  // of the unit square of the image
 };
 
 // Nothing when the border leaves no space.

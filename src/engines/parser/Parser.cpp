@@ -105,7 +105,7 @@ void Require(bool condition) {
   }
 }
 
-TExpaMatrix ToContract(const Matrix& matrix) {
+TExpaMatrix ToContract(const pdf::Matrix& matrix) {
   return {matrix.a,
           matrix.b,
           matrix.c,

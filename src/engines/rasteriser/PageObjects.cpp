@@ -23,7 +23,7 @@ struct Point {
   double y = 0;
 };
 
-Point Apply(const Matrix& matrix, double x, double y) {
+Point Apply(const pdf::Matrix& matrix, double x, double y) {
   return {matrix.a * x + matrix.c * y + matrix.e, matrix.b * x + matrix.d * y + matrix.f};
 }
 
@@ -157,7 +157,7 @@ class ObjectReader {
       image.width = metadata.width;
       image.height = metadata.height;
       image.matrix =
-          Matrix{matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f} * to_bitmap_;
+          pdf::Matrix{matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f} * to_bitmap_;
       image.to_page = image.matrix * ToPoints();
       const std::optional<PixelBox> clip = ClipOf(object);
       image.is_opaque =
@@ -168,7 +168,7 @@ class ObjectReader {
   }
 
   // From the bitmap to the page as it is seen.
-  Matrix ToPoints() const {
+  pdf::Matrix ToPoints() const {
     const double x = Api().FPDF_GetPageWidth(page_) / placement_.width;
     const double y = Api().FPDF_GetPageHeight(page_) / placement_.height;
     return {x, 0, 0, -y, -placement_.left * x, (placement_.top + placement_.height) * y};
@@ -226,7 +226,7 @@ class ObjectReader {
   const PdfiumLock* pdfium_;
   pdfium::Page* page_;
   Placement placement_;
-  Matrix to_bitmap_;
+  pdf::Matrix to_bitmap_;
   PageObjects found_;
 };
 

@@ -17,8 +17,8 @@ struct ImageObject {
   std::size_t objects_before = 0;  // how many of PageObjects::boxes were painted before it
   std::uint32_t width = 0;         // pixels that it has
   std::uint32_t height = 0;
-  Matrix matrix;           // from the unit square to the bitmap: pixels, rows downwards
-  Matrix to_page;          // to the page as it is seen, in points
+  pdf::Matrix matrix;      // from the unit square to the bitmap: pixels, rows downwards
+  pdf::Matrix to_page;     // to the page as it is seen, in points
   PixelBox clip;           // of the bitmap, outside of which it is not seen
   bool is_opaque = false;  // painted as it is, within the clip, and in no layer
 };

@@ -23,7 +23,7 @@ using pdf::Object;
 // An image that the content draws.
 struct ContentImage {
   std::uint32_t number = 0;
-  Matrix matrix;
+  pdf::Matrix matrix;
   bool is_clipped_by_text = false;
 };
 

@@ -28,7 +28,7 @@ constexpr double kMostSkew = 0.5;
 // Entries of a resource dictionary that are looked at.
 constexpr std::size_t kMaxEntries = 200;
 
-PixelBox BoxOf(const Matrix& matrix) {
+PixelBox BoxOf(const pdf::Matrix& matrix) {
   const auto [left, right] = std::minmax({0.0, matrix.a, matrix.c, matrix.a + matrix.c});
   const auto [top, bottom] = std::minmax({0.0, matrix.b, matrix.d, matrix.b + matrix.d});
   return {static_cast<int>(std::floor(matrix.e + left + kTolerance)),
@@ -37,7 +37,7 @@ PixelBox BoxOf(const Matrix& matrix) {
           static_cast<int>(std::ceil(matrix.f + bottom - kTolerance))};
 }
 
-bool IsModerate(const Matrix& matrix) {
+bool IsModerate(const pdf::Matrix& matrix) {
   constexpr double kMost = 1'000'000;
   const auto fits = [](double value) { return std::abs(value) < kMost; };
   return fits(matrix.a) && fits(matrix.b) && fits(matrix.c) && fits(matrix.d) && fits(matrix.e) &&
@@ -129,7 +129,7 @@ std::pair<int, int> PictureFit::SourceOf(int x, int y) const {
 }
 
 std::optional<PictureFit> FitOf(const ImageObject& image) {
-  const Matrix& matrix = image.matrix;
+  const pdf::Matrix& matrix = image.matrix;
   if (!image.is_opaque || !IsModerate(matrix)) {
     return std::nullopt;
   }
@@ -157,7 +157,7 @@ std::optional<PictureFit> FitOf(const ImageObject& image) {
   return fit;
 }
 
-bool IsSamePlace(const Matrix& first, const Matrix& second) {
+bool IsSamePlace(const pdf::Matrix& first, const pdf::Matrix& second) {
   constexpr double kMost = 0.5;  // points
   const std::array<double, 6> differences = {first.a - second.a, first.b - second.b,
                                              first.c - second.c, first.d - second.d,

@@ -34,7 +34,7 @@ struct PictureFit {
 std::optional<PictureFit> FitOf(const ImageObject& image);
 
 // Whether both put the unit square into the same place, in points.
-bool IsSamePlace(const Matrix& first, const Matrix& second);
+bool IsSamePlace(const pdf::Matrix& first, const pdf::Matrix& second);
 
 // Whether a page with these resources may show images in other colours than the images say: by
 // default colour spaces (ISO 32000-2, 8.6.5.6) or transfer functions (10.5).

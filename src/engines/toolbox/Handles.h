@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "engines/support/Matrix.h"
 #include "engines/toolbox/DocumentInfo.h"
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/StreamBridge.h"
@@ -17,6 +16,7 @@
 #include "engines/toolbox/content/PageGeometry.h"
 #include "engines/toolbox/content/TargetContent.h"
 #include "engines/toolbox/content/TextPainter.h"
+#include "pdf/Matrix.h"
 
 namespace TarnixTools::engines {
 
@@ -91,7 +91,7 @@ struct TPdfImage {
 };
 
 struct TPdfTransformation {
-  Matrix matrix;
+  pdf::Matrix matrix;
 };
 
 }  // namespace TarnixTools::engines

@@ -40,7 +40,7 @@ int PdfContentGeneratorPaintImage(TPdfContentGenerator* generator, TPdfImage* im
   return Guarded([&]() -> int {
     const double width = rectangle->right - rectangle->left;
     const double height = rectangle->top - rectangle->bottom;
-    const Matrix place = {width, 0, 0, height, rectangle->left, rectangle->bottom};
+    const pdf::Matrix place = {width, 0, 0, height, rectangle->left, rectangle->bottom};
     if (image->target != generator->content.target || !place.IsFinite() || width == 0 ||
         height == 0) {
       throw ToolboxException(kArgumentError);

@@ -16,7 +16,7 @@ constexpr std::string_view kArtifactEnd = "EMC\n";
 // What the generator has gathered, as a piece of content that leaves nothing behind.
 std::string PieceOf(const TPdfContentGenerator& generator) {
   std::string piece(kArtifactStart);
-  const Matrix matrix = generator.content.geometry.FromVisible();
+  const pdf::Matrix matrix = generator.content.geometry.FromVisible();
   piece += "q ";
   if (!matrix.IsIdentity()) {
     AppendTransform(piece, matrix);
@@ -144,7 +144,7 @@ int PdfTransformationTranslate(TPdfTransformation* transformation, double dx, do
     SetLastError(kArgumentError);
     return 0;
   }
-  transformation->matrix = Matrix::Translation(dx, dy) * transformation->matrix;
+  transformation->matrix = pdf::Matrix::Translation(dx, dy) * transformation->matrix;
   return 1;
 }
 
@@ -156,7 +156,7 @@ int PdfTransformationRotate(TPdfTransformation* transformation, double angle) {
     SetLastError(kArgumentError);
     return 0;
   }
-  transformation->matrix = Matrix::Rotation(angle) * transformation->matrix;
+  transformation->matrix = pdf::Matrix::Rotation(angle) * transformation->matrix;
   return 1;
 }
 

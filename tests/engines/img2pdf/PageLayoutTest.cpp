@@ -16,7 +16,7 @@ struct Box {
 };
 
 // Where the unit square of the image goes.
-Box BoxOf(const Matrix& m) {
+Box BoxOf(const pdf::Matrix& m) {
   const std::array<double, 4> xs = {m.e, m.e + m.a, m.e + m.c, m.e + m.a + m.c};
   const std::array<double, 4> ys = {m.f, m.f + m.b, m.f + m.d, m.f + m.b + m.d};
   return {*std::min_element(xs.begin(), xs.end()), *std::min_element(ys.begin(), ys.end()),

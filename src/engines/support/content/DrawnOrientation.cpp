@@ -5,7 +5,7 @@
 
 namespace TarnixTools::engines {
 
-std::int32_t OrientationOf(const Matrix& matrix) {
+std::int32_t OrientationOf(const pdf::Matrix& matrix) {
   // The image's own directions, to the right and up, as vectors of length one.
   const double right = std::hypot(matrix.a, matrix.b);
   const double up = std::hypot(matrix.c, matrix.d);
@@ -23,7 +23,7 @@ std::int32_t OrientationOf(const Matrix& matrix) {
   return right_goes_up ? (up_goes_right ? 7 : 8) : (up_goes_right ? 6 : 5);
 }
 
-bool IsSkewed(const Matrix& matrix) {
+bool IsSkewed(const pdf::Matrix& matrix) {
   constexpr double kTolerance = 1e-3;
   const double size =
       std::max({std::abs(matrix.a), std::abs(matrix.b), std::abs(matrix.c), std::abs(matrix.d)});

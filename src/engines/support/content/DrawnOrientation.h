@@ -4,16 +4,16 @@
 
 #include <cstdint>
 
-#include "engines/support/Matrix.h"
+#include "pdf/Matrix.h"
 
 namespace TarnixTools::engines {
 
 // EXIF orientation of an image that the matrix draws, the nearest: 1 upright, 6 turned by 90
 // degrees clockwise, ...
-std::int32_t OrientationOf(const Matrix& matrix);
+std::int32_t OrientationOf(const pdf::Matrix& matrix);
 
 // Neither upright nor turned by a multiple of 90 degrees.
-bool IsSkewed(const Matrix& matrix);
+bool IsSkewed(const pdf::Matrix& matrix);
 
 }  // namespace TarnixTools::engines
 

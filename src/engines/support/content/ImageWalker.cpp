@@ -20,14 +20,15 @@ constexpr std::int64_t kNoViewAnnotation = 32;
 constexpr std::int64_t kFirstClippingMode = 4;  // of text (ISO 32000-2, table 104)
 
 struct State {
-  Matrix matrix;
+  pdf::Matrix matrix;
   std::string fill_pattern;  // its name, empty for none
   std::string stroke_pattern;
   bool has_clipping_text = false;  // text that is shown clips (ISO 32000-2, 9.3.6)
   bool is_clipped_by_text = false;
 };
 
-std::optional<Matrix> MatrixOf(pdf::Document& document, const Object& array, pdf::Arena& arena) {
+std::optional<pdf::Matrix> MatrixOf(pdf::Document& document, const Object& array,
+                                    pdf::Arena& arena) {
   const auto items = array.Items();
   if (items.size() < 6) {
     return std::nullopt;
@@ -36,7 +37,7 @@ std::optional<Matrix> MatrixOf(pdf::Document& document, const Object& array, pdf
   for (std::size_t i = 0; i < 6; ++i) {
     value[i] = document.Resolve(items[i], arena).NumberOr(0);
   }
-  return Matrix{value[0], value[1], value[2], value[3], value[4], value[5]};
+  return pdf::Matrix{value[0], value[1], value[2], value[3], value[4], value[5]};
 }
 
 struct Box {
@@ -62,7 +63,7 @@ std::optional<Box> BoxOf(pdf::Document& document, const Object& array, pdf::Aren
 }
 
 // Around the box after the transformation.
-Box Around(const Box& box, const Matrix& matrix) {
+Box Around(const Box& box, const pdf::Matrix& matrix) {
   Box around{1e300, 1e300, -1e300, -1e300};
   for (const auto& [x, y] : {std::pair{box.left, box.bottom}, std::pair{box.right, box.bottom},
                              std::pair{box.left, box.top}, std::pair{box.right, box.top}}) {
@@ -88,7 +89,7 @@ struct ImageWalker::Frame {
   std::optional<Object> objects;       // /XObject of the resources, once it was asked for
   std::optional<Object> color_spaces;  // /ColorSpace, likewise
   std::uint32_t number = 0;            // of the stream; 0 for a page's content
-  Matrix base;                         // of the content's own space
+  pdf::Matrix base;                    // of the content's own space
   State state;
   std::vector<State> saved;
   std::vector<bool> marked;  // open marked content: whether it hides
@@ -175,8 +176,8 @@ std::optional<std::string> ImageWalker::ContentOf(std::uint32_t number) {
   }
 }
 
-bool ImageWalker::PushContent(std::string content, const Object& resources, const Matrix& matrix,
-                              std::uint32_t number) {
+bool ImageWalker::PushContent(std::string content, const Object& resources,
+                              const pdf::Matrix& matrix, std::uint32_t number) {
   if (frames_.size() >= limits::kMaxContentDepth || contents_run_ >= limits::kMaxContentsOfPage ||
       bytes_run_ >= limits::kMaxContentBytesOfPage) {
     return false;
@@ -193,7 +194,8 @@ bool ImageWalker::PushContent(std::string content, const Object& resources, cons
 }
 
 // A form or a pattern; not within itself.
-bool ImageWalker::PushForm(std::uint32_t number, const Object& dictionary, const Matrix& matrix) {
+bool ImageWalker::PushForm(std::uint32_t number, const Object& dictionary,
+                           const pdf::Matrix& matrix) {
   const bool is_open = std::any_of(frames_.begin(), frames_.end(),
                                    [&](const auto& frame) { return frame->number == number; });
   if (!with_forms_ || number == 0 || is_open) {
@@ -262,7 +264,7 @@ const DrawnImage* ImageWalker::Run(Frame& frame, const pdf::Operation& operation
         const auto number = [&](std::size_t i) {
           return operands[operands.size() - 6 + i].NumberOr(0);
         };
-        const Matrix matrix{number(0), number(1), number(2), number(3), number(4), number(5)};
+        const pdf::Matrix matrix{number(0), number(1), number(2), number(3), number(4), number(5)};
         state.matrix = matrix * state.matrix;
       }
       break;
@@ -360,10 +362,10 @@ const DrawnImage* ImageWalker::DrawObject(Frame& frame, const pdf::Operation& op
     return Draw(frame, {document_, number, dictionary, {}, {}});
   }
   if (subtype.IsName("Form")) {
-    const Matrix own =
+    const pdf::Matrix own =
         MatrixOf(*document_, document_->Resolve(dictionary.Get("Matrix"), image_arena_),
                  image_arena_)
-            .value_or(Matrix{});
+            .value_or(pdf::Matrix{});
     PushForm(number, dictionary, own * frame.state.matrix);
   }
   return nullptr;
@@ -398,9 +400,9 @@ void ImageWalker::PaintPattern(Frame& frame, const std::string& name) {
   if (document_->Resolve(dictionary.Get("PatternType"), arena).IntegerOr(0) != 1) {
     return;
   }
-  const Matrix own =
+  const pdf::Matrix own =
       MatrixOf(*document_, document_->Resolve(dictionary.Get("Matrix"), arena), arena)
-          .value_or(Matrix{});
+          .value_or(pdf::Matrix{});
   PushForm(number, dictionary, own * frame.base);
 }
 
@@ -445,12 +447,13 @@ bool ImageWalker::PushNextAnnotation() {
   return false;
 }
 
-Matrix ImageWalker::AnnotationMatrix(const Object& annotation, const Object& form) {
+pdf::Matrix ImageWalker::AnnotationMatrix(const Object& annotation, const Object& form) {
   pdf::Arena arena;
   const auto resolve = [&](const Object& owner, std::string_view key) {
     return document_->Resolve(owner.Get(key), arena);
   };
-  const Matrix own = MatrixOf(*document_, resolve(form, "Matrix"), arena).value_or(Matrix{});
+  const pdf::Matrix own =
+      MatrixOf(*document_, resolve(form, "Matrix"), arena).value_or(pdf::Matrix{});
   const auto rectangle = BoxOf(*document_, resolve(annotation, "Rect"), arena);
   const auto box = BoxOf(*document_, resolve(form, "BBox"), arena);
   if (!rectangle || !box) {
@@ -462,7 +465,7 @@ Matrix ImageWalker::AnnotationMatrix(const Object& annotation, const Object& for
   }
   const double x = (rectangle->right - rectangle->left) / (drawn.right - drawn.left);
   const double y = (rectangle->top - rectangle->bottom) / (drawn.top - drawn.bottom);
-  const Matrix placing{
+  const pdf::Matrix placing{
       x, 0, 0, y, rectangle->left - drawn.left * x, rectangle->bottom - drawn.bottom * y};
   return own * placing * page_matrix_;
 }

@@ -20,7 +20,7 @@ namespace TarnixTools::engines {
 
 struct DrawnImage {
   PdfImage image;
-  Matrix matrix;  // of the unit square that the image fills, to the page as it is seen
+  pdf::Matrix matrix;  // of the unit square that the image fills, to the page as it is seen
   bool is_clipped_by_text = false;
 };
 
@@ -41,9 +41,9 @@ class ImageWalker {
 
   bool PushPage();
   bool PushNextAnnotation();
-  bool PushContent(std::string content, const pdf::Object& resources, const Matrix& matrix,
+  bool PushContent(std::string content, const pdf::Object& resources, const pdf::Matrix& matrix,
                    std::uint32_t number);
-  bool PushForm(std::uint32_t number, const pdf::Object& dictionary, const Matrix& matrix);
+  bool PushForm(std::uint32_t number, const pdf::Object& dictionary, const pdf::Matrix& matrix);
   const DrawnImage* Run(Frame& frame, const pdf::Operation& operation);
   const DrawnImage* DrawObject(Frame& frame, const pdf::Operation& operation);
   const DrawnImage* DrawInline(Frame& frame, const pdf::Operation& operation);
@@ -52,7 +52,7 @@ class ImageWalker {
   void BeginMarked(Frame& frame, const pdf::Operation& operation);
   std::string PageContent(const pdf::Object& contents);
   std::optional<std::string> ContentOf(std::uint32_t number);
-  Matrix AnnotationMatrix(const pdf::Object& annotation, const pdf::Object& form);
+  pdf::Matrix AnnotationMatrix(const pdf::Object& annotation, const pdf::Object& form);
 
   pdf::Document* document_;
   const pdf::PageTree* pages_;
@@ -61,7 +61,7 @@ class ImageWalker {
   bool with_forms_;
   pdf::Arena page_arena_;
   pdf::Object page_;
-  Matrix page_matrix_;
+  pdf::Matrix page_matrix_;
   std::vector<pdf::Object> annotations_;
   std::size_t next_annotation_ = 0;
   std::vector<std::unique_ptr<Frame>> frames_;

@@ -46,10 +46,10 @@ int Compose(int inner, int outer) {
   return kUpright;
 }
 
-Matrix OrientationMatrix(int orientation) {
+pdf::Matrix OrientationMatrix(int orientation) {
   // The image's y axis points up and the picture's down, on both sides.
   const Turn turn = TurnOf(orientation);
-  Matrix matrix;
+  pdf::Matrix matrix;
   matrix.a = turn.xx;
   matrix.b = -turn.xy;
   matrix.c = -turn.yx;

@@ -3,7 +3,7 @@
 #ifndef TARNIX_ENGINES_SUPPORT_IMAGES_ORIENTATION_H_
 #define TARNIX_ENGINES_SUPPORT_IMAGES_ORIENTATION_H_
 
-#include "engines/support/Matrix.h"
+#include "pdf/Matrix.h"
 
 namespace TarnixTools::engines::images {
 
@@ -28,7 +28,7 @@ int Compose(int inner, int outer);
 
 // Puts the unit square of an image (8.9.5.1) onto the unit square so that the picture is seen as
 // the orientation demands.
-Matrix OrientationMatrix(int orientation);
+pdf::Matrix OrientationMatrix(int orientation);
 
 }  // namespace TarnixTools::engines::images
 

@@ -44,7 +44,7 @@ void AppendOperand(std::string& out, double value, int decimals) {
   AppendNumber(out, value, decimals);
 }
 
-void AppendTransform(std::string& out, const Matrix& matrix) {
+void AppendTransform(std::string& out, const pdf::Matrix& matrix) {
   for (const double value : {matrix.a, matrix.b, matrix.c, matrix.d}) {
     AppendOperand(out, value, kMatrixDecimals);
   }

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "engines/support/Matrix.h"
+#include "pdf/Matrix.h"
 
 namespace TarnixTools::engines {
 
@@ -21,7 +21,7 @@ void AppendNumber(std::string& out, double value, int decimals = 3);
 void AppendOperand(std::string& out, double value, int decimals = 3);
 
 // "a b c d e f cm".
-void AppendTransform(std::string& out, const Matrix& matrix);
+void AppendTransform(std::string& out, const pdf::Matrix& matrix);
 
 // UTF-16BE in hexadecimal digits.
 void AppendUtf16Hex(std::string& out, std::u32string_view text);

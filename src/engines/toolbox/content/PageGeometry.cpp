@@ -96,7 +96,7 @@ TPdfSize PageGeometry::VisibleSize() const {
   return size;
 }
 
-Matrix PageGeometry::FromVisible() const {
+pdf::Matrix PageGeometry::FromVisible() const {
   const double scale = 1 / unit;
   switch (rotation) {
     case 90:

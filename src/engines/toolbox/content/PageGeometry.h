@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "engines/support/Matrix.h"
 #include "engines/toolbox/Toolbox.h"
+#include "pdf/Matrix.h"
 
 namespace TarnixTools::engines {
 
@@ -24,7 +24,7 @@ struct PageGeometry {
   TPdfSize VisibleSize() const;
   // From points on the page as it is shown, counted from its lower-left corner, to the page's own
   // units.
-  Matrix FromVisible() const;
+  pdf::Matrix FromVisible() const;
 };
 
 // Of a page of a source, by its zero-based index, turned further by `rotation` degrees. Boxes that

@@ -57,8 +57,8 @@ std::string DigestOf(pdf::ByteSource& file) {
   return digest;
 }
 
-Matrix OrientationOf(const images::Frame& frame) {
-  const Matrix matrix = images::OrientationMatrix(frame.orientation);
+pdf::Matrix OrientationOf(const images::Frame& frame) {
+  const pdf::Matrix matrix = images::OrientationMatrix(frame.orientation);
   return {matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f};
 }
 

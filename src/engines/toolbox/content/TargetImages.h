@@ -8,11 +8,11 @@
 #include <string>
 #include <unordered_map>
 
-#include "engines/support/Matrix.h"
 #include "engines/support/images/ImageFile.h"
 #include "engines/support/images/ImageWriter.h"
 #include "engines/support/images/PdfImage.h"
 #include "engines/toolbox/content/PageContent.h"
+#include "pdf/Matrix.h"
 #include "pdf/file/ByteSource.h"
 #include "pdf/write/FileWriter.h"
 
@@ -22,7 +22,7 @@ namespace TarnixTools::engines {
 struct StoredImage {
   std::uint32_t width = 0;  // pixels, as the picture is seen upright
   std::uint32_t height = 0;
-  Matrix orientation;                     // puts the stored picture upright into the unit square
+  pdf::Matrix orientation;                // puts the stored picture upright into the unit square
   std::optional<AddedResource> resource;  // once it is written
   // Until then: what will be written. Parts of it may lie in the file.
   std::optional<images::PdfImage> picture;

@@ -13,7 +13,7 @@ using Point = std::pair<double, double>;
 
 // Where a point of the stored picture, x to the right and y downwards, is seen.
 Point Seen(int orientation, Point stored) {
-  const Matrix m = OrientationMatrix(orientation);
+  const pdf::Matrix m = OrientationMatrix(orientation);
   const double x = stored.first;
   const double y = 1 - stored.second;
   return {m.a * x + m.c * y + m.e, 1 - (m.b * x + m.d * y + m.f)};

@@ -1,8 +1,8 @@
 // Transformation matrices (ISO 32000-2, 8.3.3).
-#ifndef TARNIX_ENGINES_SUPPORT_MATRIX_H_
-#define TARNIX_ENGINES_SUPPORT_MATRIX_H_
+#ifndef TARNIX_PDF_MATRIX_H_
+#define TARNIX_PDF_MATRIX_H_
 
-namespace TarnixTools::engines {
+namespace TarnixTools::pdf {
 
 // (x, y) becomes (a x + c y + e, b x + d y + f).
 struct Matrix {
@@ -27,6 +27,6 @@ struct Matrix {
 // First `inner`, then `outer`: what the operator cm does with the matrix in force as `outer`.
 Matrix operator*(const Matrix& inner, const Matrix& outer);
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::pdf
 
-#endif  // TARNIX_ENGINES_SUPPORT_MATRIX_H_
+#endif  // TARNIX_PDF_MATRIX_H_

@@ -1,9 +1,9 @@
-#include "engines/support/Matrix.h"
+#include "pdf/Matrix.h"
 
 #include <cmath>
 #include <numbers>
 
-namespace TarnixTools::engines {
+namespace TarnixTools::pdf {
 
 namespace {
 
@@ -48,4 +48,4 @@ Matrix operator*(const Matrix& inner, const Matrix& outer) {
           inner.e * outer.b + inner.f * outer.d + outer.f};
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::pdf
