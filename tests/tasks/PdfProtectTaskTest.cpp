@@ -1,5 +1,6 @@
 #include "PdfProtectTask.h"
 #include "support/DocumentTest.h"
+#include "support/Surroundings.h"
 
 namespace TarnixTools {
 namespace {
@@ -107,7 +108,7 @@ TEST_F(PdfProtectTaskTest, IsReadByOthersWithThePasswordOnly) {
   task_.Execute();
   const std::string path = Path("out/locked_report.pdf");
 
-  const std::string draw_pdfium = TARNIX_SOURCE_DIR "/tests/scripts/draw_pdfium";
+  const std::string draw_pdfium = testing::SourceDir() + "/tests/scripts/draw_pdfium";
 
   struct Reader {
     std::string program;

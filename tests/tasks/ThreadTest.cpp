@@ -14,6 +14,7 @@
 #include "PdfMergeTask.h"
 #include "PdfSplitTask.h"
 #include "PdfTransformTask.h"
+#include "support/Surroundings.h"
 #include "support/TempDir.h"
 #include "support/TestImage.h"
 
@@ -23,8 +24,8 @@ namespace {
 constexpr int kThreads = 4;
 constexpr int kRounds = 5;
 
-const std::string kLetter = TARNIX_EXAMPLES_DIR "/letter.pdf";
-const std::string kReport = TARNIX_EXAMPLES_DIR "/report.pdf";
+const std::string kLetter = testing::ExamplesDir() + "/letter.pdf";
+const std::string kReport = testing::ExamplesDir() + "/report.pdf";
 
 std::string MergeTo(const TempDir& directory, const std::string& name, const std::string& first,
                     const std::string& second) {

@@ -11,6 +11,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "support/Surroundings.h"
+
 namespace TarnixTools::testing {
 namespace {
 
@@ -93,7 +95,7 @@ void RedirectOutput(const std::string& output, int usual) {
 
 std::string TarnixPath() {
   const char* path = std::getenv("TARNIX_CLI");
-  return path != nullptr ? path : TARNIX_CLI_PATH;
+  return path != nullptr ? std::string(path) : testing::BuiltTarnix();
 }
 
 RunResult RunTarnix(const std::vector<std::string>& arguments, const RunSetup& setup) {

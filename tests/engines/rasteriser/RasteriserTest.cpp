@@ -13,6 +13,7 @@
 #include "support/JpegImage.h"
 #include "support/RawPdf.h"
 #include "support/Readers.h"
+#include "support/Surroundings.h"
 #include "support/TempDir.h"
 #include "support/TestImages.h"
 #include "support/TestJbig2.h"
@@ -444,11 +445,9 @@ TEST_F(Rasteriser, DrawsJbig2ImagesWithRefinedSymbols) {
 
 // A scan whose text is a JBIG2 mask.
 TEST_F(Rasteriser, DrawsTheTextOfAScanThatIsAMask) {
-  const std::string scan = TARNIX_CORPUS_DIR "/compress/jbig2--test_3863.pdf";
-  if (!Exists(scan)) {
-    GTEST_SKIP() << "needs ../shared/corpus";
-  }
-  ASSERT_TRUE(Open(scan));
+  const std::string scan = "/compress/jbig2--test_3863.pdf";
+  TARNIX_NEED_CORPUS(scan);
+  ASSERT_TRUE(Open(testing::CorpusDir() + scan));
   const JpegImage image = Render(1);
   // The title, a tenth from the top.
   int dark = 0;

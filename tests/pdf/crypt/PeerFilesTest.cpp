@@ -12,6 +12,7 @@
 #include "pdf/crypt/Security.h"
 #include "pdf/filters/Filters.h"
 #include "support/Readers.h"
+#include "support/Surroundings.h"
 #include "support/TempDir.h"
 #include "support/TestPdf.h"
 
@@ -158,7 +159,7 @@ struct CorpusCase {
 
 std::vector<CorpusCase> CorpusCases() {
   std::vector<CorpusCase> cases;
-  std::ifstream manifest(TARNIX_CORPUS_DIR "/general/manifest.tsv");
+  std::ifstream manifest(testing::CorpusDir() + "/general/manifest.tsv");
   std::string line;
   while (std::getline(manifest, line)) {
     std::vector<std::string> fields(1);
@@ -177,13 +178,12 @@ std::vector<CorpusCase> CorpusCases() {
 }
 
 TEST(CorpusFiles, OpenWithTheirPasswords) {
+  TARNIX_NEED_CORPUS("general");
   const std::vector<CorpusCase> cases = CorpusCases();
-  if (cases.empty()) {
-    GTEST_SKIP() << "no corpus";
-  }
+  ASSERT_FALSE(cases.empty());
   for (const CorpusCase& one : cases) {
     SCOPED_TRACE(one.file);
-    const EncryptedFile file(ReadBytes(TARNIX_CORPUS_DIR "/general/" + one.file));
+    const EncryptedFile file(ReadBytes(testing::CorpusDir() + "/general/" + one.file));
     const EncryptionFacts facts = file.Facts();
     ExpectSoundStreams(file, Security::Open(facts, one.password));
     EXPECT_THROW(Security::Open(facts, one.password + "x"), Error);

@@ -3,6 +3,7 @@
 #include "engines/support/fonts/FontCatalog.h"
 #include "engines/support/fonts/FontFace.h"
 #include "engines/support/fonts/FontStyle.h"
+#include "support/Surroundings.h"
 #include "support/TempDir.h"
 
 namespace TarnixTools::engines::fonts {
@@ -83,7 +84,7 @@ TEST(FontStyle, ReadsWords) {
 
 TEST(FontFace, IsNotMadeOfOtherFiles) {
   EXPECT_EQ(FontFace::Load("/no/such/file", 0), nullptr);
-  EXPECT_EQ(FontFace::Load(TARNIX_SOURCE_DIR "/README.md", 0), nullptr);
+  EXPECT_EQ(FontFace::Load(testing::SourceDir() + "/README.md", 0), nullptr);
 }
 
 TEST_F(Catalog, GivesFacesThatCanBeMeasuredAndCutDown) {
