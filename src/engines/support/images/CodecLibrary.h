@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "engines/support/DynamicLibrary.h"
+#include "engines/support/files/DynamicLibrary.h"
 #include "engines/support/images/ImageError.h"
 
 namespace TarnixTools::engines::images {

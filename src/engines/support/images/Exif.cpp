@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "engines/support/images/ByteReader.h"
+#include "engines/support/files/ByteReader.h"
 #include "engines/support/images/Units.h"
 
 namespace TarnixTools::engines::images {

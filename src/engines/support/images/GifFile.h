@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "engines/support/images/ByteReader.h"
+#include "engines/support/files/ByteReader.h"
 #include "engines/support/images/ImageFile.h"
 #include "engines/support/images/Plane.h"
 

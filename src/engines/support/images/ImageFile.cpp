@@ -1,7 +1,7 @@
 #include "engines/support/images/ImageFile.h"
 
+#include "engines/support/files/ByteReader.h"
 #include "engines/support/images/BmpFile.h"
-#include "engines/support/images/ByteReader.h"
 #include "engines/support/images/GifFile.h"
 #include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "engines/support/images/ByteReader.h"
+#include "engines/support/files/ByteReader.h"
 #include "engines/support/images/ImageFile.h"
 
 namespace TarnixTools::engines::images {

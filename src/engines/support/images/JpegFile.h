@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "engines/support/images/ByteReader.h"
+#include "engines/support/files/ByteReader.h"
 #include "engines/support/images/Exif.h"
 #include "engines/support/images/ImageFile.h"
 

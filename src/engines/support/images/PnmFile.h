@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "engines/support/images/ByteReader.h"
+#include "engines/support/files/ByteReader.h"
 #include "engines/support/images/ImageFile.h"
 #include "engines/support/images/Raster.h"
 

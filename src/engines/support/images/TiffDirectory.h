@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "engines/support/images/ByteReader.h"
+#include "engines/support/files/ByteReader.h"
 
 namespace TarnixTools::engines::images {
 

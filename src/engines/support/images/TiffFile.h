@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "engines/support/images/ByteReader.h"
+#include "engines/support/files/ByteReader.h"
 #include "engines/support/images/ImageFile.h"
 #include "engines/support/images/Raster.h"
 #include "engines/support/images/TiffDirectory.h"

@@ -1,6 +1,6 @@
 #include "engines/support/pdfium/PdfiumSession.h"
 
-#include "engines/support/DynamicLibrary.h"
+#include "engines/support/files/DynamicLibrary.h"
 
 #ifndef TARNIX_PDFIUM_LIBRARY
 #define TARNIX_PDFIUM_LIBRARY ""

@@ -8,7 +8,7 @@
 
 #include <lcms2.h>
 
-#include "engines/support/DynamicLibrary.h"
+#include "engines/support/files/DynamicLibrary.h"
 
 namespace TarnixTools::engines {
 namespace {

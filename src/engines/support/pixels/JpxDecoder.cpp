@@ -8,7 +8,7 @@
 
 #include <openjpeg.h>
 
-#include "engines/support/DynamicLibrary.h"
+#include "engines/support/files/DynamicLibrary.h"
 #include "engines/support/pixels/PixelLimits.h"
 
 namespace TarnixTools::engines {

@@ -1,7 +1,7 @@
 // Libraries that are loaded when they are first needed, so that the jobs that do without them start
 // without them.
-#ifndef TARNIX_ENGINES_SUPPORT_DYNAMICLIBRARY_H_
-#define TARNIX_ENGINES_SUPPORT_DYNAMICLIBRARY_H_
+#ifndef TARNIX_ENGINES_SUPPORT_FILES_DYNAMICLIBRARY_H_
+#define TARNIX_ENGINES_SUPPORT_FILES_DYNAMICLIBRARY_H_
 
 #include <initializer_list>
 
@@ -31,4 +31,4 @@ class DynamicLibrary {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_DYNAMICLIBRARY_H_
+#endif  // TARNIX_ENGINES_SUPPORT_FILES_DYNAMICLIBRARY_H_

@@ -1,4 +1,4 @@
-#include "engines/support/DynamicLibrary.h"
+#include "engines/support/files/DynamicLibrary.h"
 
 #include <dlfcn.h>
 

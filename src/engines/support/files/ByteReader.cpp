@@ -1,4 +1,4 @@
-#include "engines/support/images/ByteReader.h"
+#include "engines/support/files/ByteReader.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // Reads numbers and bytes anywhere in a byte source, through a window of what was read last.
 // Nothing beyond the end is an error: what is not there reads as zeros, and Has() tells.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_BYTEREADER_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_BYTEREADER_H_
+#ifndef TARNIX_ENGINES_SUPPORT_FILES_BYTEREADER_H_
+#define TARNIX_ENGINES_SUPPORT_FILES_BYTEREADER_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -62,4 +62,4 @@ class ByteReader {
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_BYTEREADER_H_
+#endif  // TARNIX_ENGINES_SUPPORT_FILES_BYTEREADER_H_
