@@ -7,10 +7,10 @@
 #include <memory>
 #include <string_view>
 
-#include "engines/support/pdfium/DrawingCost.h"
-#include "engines/support/pdfium/FieldNesting.h"
-#include "engines/support/pdfium/RepairedCopy.h"
-#include "engines/support/pdfium/UndrawnObjects.h"
+#include "engines/support/drawing/DrawingCost.h"
+#include "engines/support/drawing/FieldNesting.h"
+#include "engines/support/drawing/RepairedCopy.h"
+#include "engines/support/drawing/UndrawnObjects.h"
 #include "pdf/Error.h"
 #include "pdf/file/ByteSource.h"
 #include "pdf/file/Document.h"

@@ -6,9 +6,9 @@
 
 #include "engines/rasteriser/Limits.h"
 #include "engines/rasteriser/RasterError.h"
+#include "engines/support/drawing/FieldNesting.h"
+#include "engines/support/drawing/RepairedCopy.h"
 #include "engines/support/files/DiskFile.h"
-#include "engines/support/pdfium/FieldNesting.h"
-#include "engines/support/pdfium/RepairedCopy.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines {

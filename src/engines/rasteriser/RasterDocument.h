@@ -12,9 +12,9 @@
 
 #include "engines/rasteriser/PagePictures.h"
 #include "engines/rasteriser/Placement.h"
-#include "engines/support/pdfium/DrawingCost.h"
+#include "engines/support/drawing/DrawingCost.h"
+#include "engines/support/drawing/UndrawnObjects.h"
 #include "engines/support/pdfium/PdfiumFile.h"
-#include "engines/support/pdfium/UndrawnObjects.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
 

@@ -1,7 +1,7 @@
 // A document as its pages show it, written anew: for a reader that cannot make sense of the
 // original.
-#ifndef TARNIX_ENGINES_SUPPORT_PDFIUM_REPAIREDCOPY_H_
-#define TARNIX_ENGINES_SUPPORT_PDFIUM_REPAIREDCOPY_H_
+#ifndef TARNIX_ENGINES_SUPPORT_DRAWING_REPAIREDCOPY_H_
+#define TARNIX_ENGINES_SUPPORT_DRAWING_REPAIREDCOPY_H_
 
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
@@ -16,4 +16,4 @@ void WriteRepairedCopy(pdf::Document& document, const pdf::PageTree& pages, pdf:
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PDFIUM_REPAIREDCOPY_H_
+#endif  // TARNIX_ENGINES_SUPPORT_DRAWING_REPAIREDCOPY_H_

@@ -1,4 +1,4 @@
-#include "engines/support/pdfium/RepairedCopy.h"
+#include "engines/support/drawing/RepairedCopy.h"
 
 #include <algorithm>
 #include <array>
@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "engines/support/pdfium/DrawingCost.h"
-#include "engines/support/pdfium/UndrawnObjects.h"
+#include "engines/support/drawing/DrawingCost.h"
+#include "engines/support/drawing/UndrawnObjects.h"
 #include "engines/support/pixels/Jbig2Image.h"
 #include "engines/support/pixels/PdfImage.h"
 #include "engines/support/pixels/Picture.h"

@@ -2,8 +2,8 @@
 // ICC profile of other colours, as that of RGB in gray images, which other programs do without; and
 // JPEG 2000 images with other components than their colour space has, alpha most often; and JBIG2
 // images with symbols that are refined.
-#ifndef TARNIX_ENGINES_SUPPORT_PDFIUM_UNDRAWNOBJECTS_H_
-#define TARNIX_ENGINES_SUPPORT_PDFIUM_UNDRAWNOBJECTS_H_
+#ifndef TARNIX_ENGINES_SUPPORT_DRAWING_UNDRAWNOBJECTS_H_
+#define TARNIX_ENGINES_SUPPORT_DRAWING_UNDRAWNOBJECTS_H_
 
 #include <cstdint>
 #include <string_view>
@@ -50,4 +50,4 @@ class UndrawnObjects {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PDFIUM_UNDRAWNOBJECTS_H_
+#endif  // TARNIX_ENGINES_SUPPORT_DRAWING_UNDRAWNOBJECTS_H_

@@ -1,4 +1,4 @@
-#include "engines/support/pdfium/FieldNesting.h"
+#include "engines/support/drawing/FieldNesting.h"
 
 #include <algorithm>
 

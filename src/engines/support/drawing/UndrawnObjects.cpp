@@ -1,4 +1,4 @@
-#include "engines/support/pdfium/UndrawnObjects.h"
+#include "engines/support/drawing/UndrawnObjects.h"
 
 #include <array>
 #include <string>

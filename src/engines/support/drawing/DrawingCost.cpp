@@ -1,4 +1,4 @@
-#include "engines/support/pdfium/DrawingCost.h"
+#include "engines/support/drawing/DrawingCost.h"
 
 #include <algorithm>
 #include <optional>

@@ -1,6 +1,6 @@
 // How often the form fields of a document lead to the same ones.
-#ifndef TARNIX_ENGINES_SUPPORT_PDFIUM_FIELDNESTING_H_
-#define TARNIX_ENGINES_SUPPORT_PDFIUM_FIELDNESTING_H_
+#ifndef TARNIX_ENGINES_SUPPORT_DRAWING_FIELDNESTING_H_
+#define TARNIX_ENGINES_SUPPORT_DRAWING_FIELDNESTING_H_
 
 #include <cstdint>
 #include <unordered_map>
@@ -29,4 +29,4 @@ class FieldNesting {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PDFIUM_FIELDNESTING_H_
+#endif  // TARNIX_ENGINES_SUPPORT_DRAWING_FIELDNESTING_H_

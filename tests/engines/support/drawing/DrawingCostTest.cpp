@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
-#include "engines/support/pdfium/DrawingCost.h"
+#include "engines/support/drawing/DrawingCost.h"
 #include "pdf/file/ByteSource.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"

@@ -1,7 +1,7 @@
 // How much content is read to draw a page. Forms draw forms, as often as they like and in circles
 // too, and PDFium follows them until there is no memory left; so pages are looked at before.
-#ifndef TARNIX_ENGINES_SUPPORT_PDFIUM_DRAWINGCOST_H_
-#define TARNIX_ENGINES_SUPPORT_PDFIUM_DRAWINGCOST_H_
+#ifndef TARNIX_ENGINES_SUPPORT_DRAWING_DRAWINGCOST_H_
+#define TARNIX_ENGINES_SUPPORT_DRAWING_DRAWINGCOST_H_
 
 #include <cstdint>
 #include <string>
@@ -78,4 +78,4 @@ class DrawingCost {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PDFIUM_DRAWINGCOST_H_
+#endif  // TARNIX_ENGINES_SUPPORT_DRAWING_DRAWINGCOST_H_
