@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "engines/support/content/DrawnOrientation.h"
 #include "engines/support/content/ImageWalker.h"
 #include "engines/support/content/Layers.h"
+#include "engines/support/pictures/DrawnOrientation.h"
 #include "engines/support/pixels/ColorSpace.h"
 #include "engines/support/pixels/JpegReader.h"
 #include "engines/support/pixels/JpxDecoder.h"

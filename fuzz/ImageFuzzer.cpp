@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageFile.h"
 #include "engines/support/images/ImageWriter.h"
+#include "engines/support/pictures/ImageError.h"
 #include "pdf/Error.h"
 #include "pdf/write/FileWriter.h"
 

@@ -8,7 +8,7 @@
 
 #include "engines/img2pdf/ErrorCodes.h"
 #include "engines/img2pdf/ImageDocument.h"
-#include "engines/support/images/ImageError.h"
+#include "engines/support/pictures/ImageError.h"
 #include "pdf/Error.h"
 #include "pdf/tree/WideText.h"
 

@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "engines/support/images/ImageFile.h"
-#include "engines/support/images/Orientation.h"
+#include "engines/support/pictures/Orientation.h"
 
 namespace TarnixTools::engines {
 

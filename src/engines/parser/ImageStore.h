@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
+#include "engines/support/pictures/RowSource.h"
 #include "engines/support/pixels/PdfImage.h"
-#include "engines/support/pixels/RowSource.h"
 
 namespace TarnixTools::engines {
 

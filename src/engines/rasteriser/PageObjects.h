@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "engines/rasteriser/Placement.h"
-#include "engines/support/content/DrawnOrientation.h"
 #include "engines/support/pdfium/PdfiumSession.h"
+#include "engines/support/pictures/DrawnOrientation.h"
 
 namespace TarnixTools::engines {
 

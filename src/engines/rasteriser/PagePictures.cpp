@@ -11,8 +11,8 @@
 #include "engines/rasteriser/PictureChoice.h"
 #include "engines/support/content/ImageWalker.h"
 #include "engines/support/content/Layers.h"
+#include "engines/support/pictures/ReducedPicture.h"
 #include "engines/support/pixels/Picture.h"
-#include "engines/support/pixels/ReducedPicture.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines {

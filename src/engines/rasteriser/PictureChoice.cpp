@@ -6,11 +6,11 @@
 #include <string_view>
 
 #include "engines/rasteriser/Limits.h"
+#include "engines/support/pictures/ReducedPicture.h"
 #include "engines/support/pixels/JpegReader.h"
 #include "engines/support/pixels/PdfImage.h"
 #include "engines/support/pixels/Picture.h"
 #include "engines/support/pixels/PixelLimits.h"
-#include "engines/support/pixels/ReducedPicture.h"
 #include "pdf/Error.h"
 #include "pdf/write/ByteSink.h"
 

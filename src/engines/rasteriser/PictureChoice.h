@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "engines/rasteriser/PageObjects.h"
-#include "engines/support/pixels/RowSource.h"
+#include "engines/support/pictures/RowSource.h"
 #include "pdf/file/Document.h"
 
 namespace TarnixTools::engines {

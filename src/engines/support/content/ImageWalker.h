@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "engines/support/content/DrawnOrientation.h"
 #include "engines/support/content/Layers.h"
+#include "engines/support/pictures/DrawnOrientation.h"
 #include "engines/support/pixels/PdfImage.h"
 #include "pdf/content/ContentReader.h"
 #include "pdf/file/Document.h"

@@ -4,9 +4,9 @@
 #include <bit>
 #include <cstring>
 
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
-#include "engines/support/images/Units.h"
+#include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/Units.h"
 
 namespace TarnixTools::engines::images {
 

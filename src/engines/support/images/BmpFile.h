@@ -9,7 +9,7 @@
 
 #include "engines/support/files/ByteReader.h"
 #include "engines/support/images/ImageFile.h"
-#include "engines/support/images/Raster.h"
+#include "engines/support/pictures/Raster.h"
 
 namespace TarnixTools::engines::images {
 

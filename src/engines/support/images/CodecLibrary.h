@@ -5,7 +5,7 @@
 #include <string>
 
 #include "engines/support/files/DynamicLibrary.h"
-#include "engines/support/images/ImageError.h"
+#include "engines/support/pictures/ImageError.h"
 
 namespace TarnixTools::engines::images {
 

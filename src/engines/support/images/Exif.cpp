@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "engines/support/files/ByteReader.h"
-#include "engines/support/images/Units.h"
+#include "engines/support/pictures/Units.h"
 
 namespace TarnixTools::engines::images {
 

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-#include "engines/support/images/Orientation.h"
+#include "engines/support/pictures/Orientation.h"
 
 namespace TarnixTools::engines::images {
 

@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
-#include "engines/support/images/Raster.h"
+#include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/Raster.h"
 
 namespace TarnixTools::engines::images {
 

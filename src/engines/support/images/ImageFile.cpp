@@ -3,7 +3,6 @@
 #include "engines/support/files/ByteReader.h"
 #include "engines/support/images/BmpFile.h"
 #include "engines/support/images/GifFile.h"
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
 #include "engines/support/images/Jpeg2000File.h"
 #include "engines/support/images/JpegFile.h"
@@ -11,6 +10,7 @@
 #include "engines/support/images/PnmFile.h"
 #include "engines/support/images/TiffFile.h"
 #include "engines/support/images/WebpFile.h"
+#include "engines/support/pictures/ImageError.h"
 
 namespace TarnixTools::engines::images {
 

@@ -14,8 +14,8 @@
 #include <utility>
 #include <vector>
 
-#include "engines/support/images/Orientation.h"
 #include "engines/support/images/PdfImage.h"
+#include "engines/support/pictures/Orientation.h"
 #include "pdf/file/ByteSource.h"
 
 namespace TarnixTools::engines::images {

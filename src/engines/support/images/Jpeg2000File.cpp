@@ -3,9 +3,9 @@
 #include <cmath>
 #include <string_view>
 
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
-#include "engines/support/images/Units.h"
+#include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/Units.h"
 
 namespace TarnixTools::engines::images {
 

@@ -4,10 +4,10 @@
 #include <cstring>
 #include <optional>
 
-#include "engines/support/images/IccProfile.h"
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
-#include "engines/support/images/Units.h"
+#include "engines/support/pictures/IccProfile.h"
+#include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/Units.h"
 #include "engines/support/pixels/JpegTranscoder.h"
 
 namespace TarnixTools::engines::images {

@@ -9,11 +9,11 @@
 #include <libdeflate.h>
 
 #include "engines/support/images/Exif.h"
-#include "engines/support/images/IccProfile.h"
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
 #include "engines/support/images/PngFilters.h"
-#include "engines/support/images/Units.h"
+#include "engines/support/pictures/IccProfile.h"
+#include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/Units.h"
 #include "pdf/Error.h"
 #include "pdf/filters/Filters.h"
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "engines/support/images/Plane.h"
+#include "engines/support/pictures/Plane.h"
 
 namespace TarnixTools::engines::images {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
+#include "engines/support/pictures/ImageError.h"
 
 namespace TarnixTools::engines::images {
 

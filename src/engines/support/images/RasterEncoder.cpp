@@ -7,10 +7,10 @@
 
 #include <libdeflate.h>
 
-#include "engines/support/images/ColorCount.h"
 #include "engines/support/images/HuffmanDeflate.h"
 #include "engines/support/images/PngFilters.h"
-#include "engines/support/images/Raster.h"
+#include "engines/support/pictures/ColorCount.h"
+#include "engines/support/pictures/Raster.h"
 #include "engines/support/pixels/CcittEncoder.h"
 
 namespace TarnixTools::engines::images {

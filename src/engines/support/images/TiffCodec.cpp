@@ -10,8 +10,8 @@
 #include <tiffio.h>
 
 #include "engines/support/images/CodecLibrary.h"
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
+#include "engines/support/pictures/ImageError.h"
 
 namespace TarnixTools::engines::images {
 

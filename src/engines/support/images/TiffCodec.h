@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "engines/support/images/Plane.h"
+#include "engines/support/pictures/Plane.h"
 #include "pdf/file/ByteSource.h"
 
 namespace TarnixTools::engines::images {

@@ -6,11 +6,11 @@
 #include <utility>
 
 #include "engines/support/images/FaxJoiner.h"
-#include "engines/support/images/IccProfile.h"
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
 #include "engines/support/images/TiffCodec.h"
-#include "engines/support/images/Units.h"
+#include "engines/support/pictures/IccProfile.h"
+#include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/Units.h"
 
 namespace TarnixTools::engines::images {
 

@@ -12,8 +12,8 @@
 
 #include "engines/support/files/ByteReader.h"
 #include "engines/support/images/ImageFile.h"
-#include "engines/support/images/Raster.h"
 #include "engines/support/images/TiffDirectory.h"
+#include "engines/support/pictures/Raster.h"
 
 namespace TarnixTools::engines::images {
 

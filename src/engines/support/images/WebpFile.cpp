@@ -9,10 +9,10 @@
 
 #include "engines/support/images/CodecLibrary.h"
 #include "engines/support/images/Exif.h"
-#include "engines/support/images/IccProfile.h"
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
-#include "engines/support/images/Raster.h"
+#include "engines/support/pictures/IccProfile.h"
+#include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/Raster.h"
 
 namespace TarnixTools::engines::images {
 

@@ -8,7 +8,7 @@
 
 #include "engines/support/files/ByteReader.h"
 #include "engines/support/images/ImageFile.h"
-#include "engines/support/images/Plane.h"
+#include "engines/support/pictures/Plane.h"
 
 namespace TarnixTools::engines::images {
 

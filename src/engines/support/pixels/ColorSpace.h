@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "engines/support/pixels/IccTransform.h"
+#include "engines/support/pictures/IccTransform.h"
 #include "pdf/file/Document.h"
 #include "pdf/syntax/Object.h"
 

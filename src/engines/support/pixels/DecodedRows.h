@@ -9,11 +9,11 @@
 #include <utility>
 #include <vector>
 
+#include "engines/support/pictures/RowSource.h"
 #include "engines/support/pixels/CcittDecoder.h"
 #include "engines/support/pixels/JpegReader.h"
 #include "engines/support/pixels/JpxDecoder.h"
 #include "engines/support/pixels/RowConverter.h"
-#include "engines/support/pixels/RowSource.h"
 #include "pdf/filters/FlateReader.h"
 
 namespace TarnixTools::engines {

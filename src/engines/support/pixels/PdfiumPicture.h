@@ -3,8 +3,8 @@
 #ifndef TARNIX_ENGINES_SUPPORT_PIXELS_PDFIUMPICTURE_H_
 #define TARNIX_ENGINES_SUPPORT_PIXELS_PDFIUMPICTURE_H_
 
+#include "engines/support/pictures/RowSource.h"
 #include "engines/support/pixels/PdfImage.h"
-#include "engines/support/pixels/RowSource.h"
 
 namespace TarnixTools::engines {
 

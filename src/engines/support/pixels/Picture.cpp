@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
+#include "engines/support/pictures/ComposedRows.h"
 #include "engines/support/pixels/CcittDecoder.h"
 #include "engines/support/pixels/ColorSpace.h"
-#include "engines/support/pixels/ComposedRows.h"
 #include "engines/support/pixels/DecodedRows.h"
 #include "engines/support/pixels/Jbig2Image.h"
 #include "engines/support/pixels/JpegReader.h"

@@ -2,9 +2,9 @@
 #ifndef TARNIX_ENGINES_SUPPORT_PIXELS_PICTURE_H_
 #define TARNIX_ENGINES_SUPPORT_PIXELS_PICTURE_H_
 
+#include "engines/support/pictures/RowSource.h"
 #include "engines/support/pixels/JpegReader.h"
 #include "engines/support/pixels/PdfImage.h"
-#include "engines/support/pixels/RowSource.h"
 
 namespace TarnixTools::engines {
 

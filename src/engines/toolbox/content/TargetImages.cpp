@@ -4,7 +4,7 @@
 
 #include <nettle/sha2.h>
 
-#include "engines/support/images/ImageError.h"
+#include "engines/support/pictures/ImageError.h"
 #include "engines/toolbox/Guard.h"
 #include "pdf/Error.h"
 

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "engines/support/images/FaxJoiner.h"
-#include "engines/support/images/Plane.h"
+#include "engines/support/pictures/Plane.h"
 #include "engines/support/pixels/CcittEncoder.h"
 
 namespace TarnixTools::engines::images {

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageFile.h"
+#include "engines/support/pictures/ImageError.h"
 #include "pdf/filters/Filters.h"
 
 namespace TarnixTools::testing {

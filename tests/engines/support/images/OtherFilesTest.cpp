@@ -5,8 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/OpenedImage.h"
+#include "engines/support/pictures/ImageError.h"
 #include "support/TestImages.h"
 
 namespace TarnixTools::engines::images {

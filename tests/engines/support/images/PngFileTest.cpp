@@ -1,8 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/OpenedImage.h"
+#include "engines/support/pictures/ImageError.h"
 #include "engines/support/pixels/CcittDecoder.h"
 #include "support/TestImages.h"
 

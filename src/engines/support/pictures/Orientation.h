@@ -1,7 +1,7 @@
 // How a stored picture is turned and mirrored to be seen upright: the eight values of the
 // Orientation tag (TIFF 6.0, section 8; Exif 2.32, 4.6.4), and how they go together.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_ORIENTATION_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_ORIENTATION_H_
+#ifndef TARNIX_ENGINES_SUPPORT_PICTURES_ORIENTATION_H_
+#define TARNIX_ENGINES_SUPPORT_PICTURES_ORIENTATION_H_
 
 #include "pdf/Matrix.h"
 
@@ -32,4 +32,4 @@ pdf::Matrix OrientationMatrix(int orientation);
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_ORIENTATION_H_
+#endif  // TARNIX_ENGINES_SUPPORT_PICTURES_ORIENTATION_H_

@@ -1,4 +1,4 @@
-#include "engines/support/images/Orientation.h"
+#include "engines/support/pictures/Orientation.h"
 
 #include <array>
 #include <cstddef>

@@ -1,6 +1,6 @@
 // Pictures made of other pictures: seen through a mask, and turned.
-#ifndef TARNIX_ENGINES_SUPPORT_PIXELS_COMPOSEDROWS_H_
-#define TARNIX_ENGINES_SUPPORT_PIXELS_COMPOSEDROWS_H_
+#ifndef TARNIX_ENGINES_SUPPORT_PICTURES_COMPOSEDROWS_H_
+#define TARNIX_ENGINES_SUPPORT_PICTURES_COMPOSEDROWS_H_
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "engines/support/pixels/RowSource.h"
+#include "engines/support/pictures/RowSource.h"
 
 namespace TarnixTools::engines {
 
@@ -145,4 +145,4 @@ class TurnedRows : public RowSource {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PIXELS_COMPOSEDROWS_H_
+#endif  // TARNIX_ENGINES_SUPPORT_PICTURES_COMPOSEDROWS_H_

@@ -1,4 +1,4 @@
-#include "engines/support/pixels/ReducedPicture.h"
+#include "engines/support/pictures/ReducedPicture.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,6 +1,6 @@
 // A picture as rows of pixels, read once from top to bottom.
-#ifndef TARNIX_ENGINES_SUPPORT_PIXELS_ROWSOURCE_H_
-#define TARNIX_ENGINES_SUPPORT_PIXELS_ROWSOURCE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_PICTURES_ROWSOURCE_H_
+#define TARNIX_ENGINES_SUPPORT_PICTURES_ROWSOURCE_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -50,4 +50,4 @@ using RowSourcePtr = std::unique_ptr<RowSource>;
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PIXELS_ROWSOURCE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_PICTURES_ROWSOURCE_H_

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "engines/support/images/Orientation.h"
+#include "engines/support/pictures/Orientation.h"
 
 namespace TarnixTools::engines::images {
 

@@ -1,7 +1,7 @@
 // What the image code throws when a file cannot be turned into an image of a PDF document. A source
 // that cannot be read is a pdf::Error.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_IMAGEERROR_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_IMAGEERROR_H_
+#ifndef TARNIX_ENGINES_SUPPORT_PICTURES_IMAGEERROR_H_
+#define TARNIX_ENGINES_SUPPORT_PICTURES_IMAGEERROR_H_
 
 #include <stdexcept>
 #include <string>
@@ -28,4 +28,4 @@ class ImageError : public std::runtime_error {
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_IMAGEERROR_H_
+#endif  // TARNIX_ENGINES_SUPPORT_PICTURES_IMAGEERROR_H_

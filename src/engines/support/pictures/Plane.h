@@ -1,7 +1,7 @@
 // Decoded samples in memory: rows as PNG has them (PNG, 7.2), each behind one byte for its filter
 // type, so that the same memory can be filtered in place and compressed.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_PLANE_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_PLANE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_PICTURES_PLANE_H_
+#define TARNIX_ENGINES_SUPPORT_PICTURES_PLANE_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -61,4 +61,4 @@ class Plane {
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_PLANE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_PICTURES_PLANE_H_

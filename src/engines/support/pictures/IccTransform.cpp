@@ -1,4 +1,4 @@
-#include "engines/support/pixels/IccTransform.h"
+#include "engines/support/pictures/IccTransform.h"
 
 #include <algorithm>
 #include <list>

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "engines/support/pixels/IccTransform.h"
+#include "engines/support/pictures/IccTransform.h"
 #include "support/TestImages.h"
 
 namespace TarnixTools::engines {

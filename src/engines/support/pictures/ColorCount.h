@@ -1,8 +1,8 @@
 // Finds pictures that need fewer bits than they have.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_COLORCOUNT_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_COLORCOUNT_H_
+#ifndef TARNIX_ENGINES_SUPPORT_PICTURES_COLORCOUNT_H_
+#define TARNIX_ENGINES_SUPPORT_PICTURES_COLORCOUNT_H_
 
-#include "engines/support/images/Raster.h"
+#include "engines/support/pictures/Raster.h"
 
 namespace TarnixTools::engines::images {
 
@@ -16,4 +16,4 @@ void ReduceColors(Raster& raster);
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_COLORCOUNT_H_
+#endif  // TARNIX_ENGINES_SUPPORT_PICTURES_COLORCOUNT_H_

@@ -1,4 +1,4 @@
-#include "engines/support/images/IccProfile.h"
+#include "engines/support/pictures/IccProfile.h"
 
 #include <cstdint>
 

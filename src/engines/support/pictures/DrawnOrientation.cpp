@@ -1,4 +1,4 @@
-#include "engines/support/content/DrawnOrientation.h"
+#include "engines/support/pictures/DrawnOrientation.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // How a matrix turns and mirrors the image that it draws.
-#ifndef TARNIX_ENGINES_SUPPORT_CONTENT_DRAWNORIENTATION_H_
-#define TARNIX_ENGINES_SUPPORT_CONTENT_DRAWNORIENTATION_H_
+#ifndef TARNIX_ENGINES_SUPPORT_PICTURES_DRAWNORIENTATION_H_
+#define TARNIX_ENGINES_SUPPORT_PICTURES_DRAWNORIENTATION_H_
 
 #include <cstdint>
 
@@ -17,4 +17,4 @@ bool IsSkewed(const pdf::Matrix& matrix);
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_CONTENT_DRAWNORIENTATION_H_
+#endif  // TARNIX_ENGINES_SUPPORT_PICTURES_DRAWNORIENTATION_H_

@@ -1,12 +1,12 @@
 // A decoded picture, and how it becomes an image of a PDF document without losing anything.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_RASTER_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_RASTER_H_
+#ifndef TARNIX_ENGINES_SUPPORT_PICTURES_RASTER_H_
+#define TARNIX_ENGINES_SUPPORT_PICTURES_RASTER_H_
 
 #include <cstdint>
 #include <string>
 
 #include "engines/support/images/PdfImage.h"
-#include "engines/support/images/Plane.h"
+#include "engines/support/pictures/Plane.h"
 
 namespace TarnixTools::engines::images {
 
@@ -43,4 +43,4 @@ ImageStream EncodeMask(Plane&& alpha);
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_RASTER_H_
+#endif  // TARNIX_ENGINES_SUPPORT_PICTURES_RASTER_H_

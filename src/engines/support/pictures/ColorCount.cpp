@@ -1,4 +1,4 @@
-#include "engines/support/images/ColorCount.h"
+#include "engines/support/pictures/ColorCount.h"
 
 #include <algorithm>
 #include <array>

@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engines/support/pixels/ReducedPicture.h"
+#include "engines/support/pictures/ReducedPicture.h"
 
 namespace TarnixTools::engines {
 namespace {

@@ -1,9 +1,9 @@
-#include "engines/support/images/Plane.h"
+#include "engines/support/pictures/Plane.h"
 
 #include <cstring>
 
-#include "engines/support/images/ImageError.h"
 #include "engines/support/images/ImageLimits.h"
+#include "engines/support/pictures/ImageError.h"
 
 namespace TarnixTools::engines::images {
 

@@ -1,12 +1,12 @@
 // Pictures made smaller: every pixel is the mean of the area that it covers.
 //
 //   RowSourcePtr small = ReducePicture(std::move(picture), 850, 1100);
-#ifndef TARNIX_ENGINES_SUPPORT_PIXELS_REDUCEDPICTURE_H_
-#define TARNIX_ENGINES_SUPPORT_PIXELS_REDUCEDPICTURE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_PICTURES_REDUCEDPICTURE_H_
+#define TARNIX_ENGINES_SUPPORT_PICTURES_REDUCEDPICTURE_H_
 
 #include <cstdint>
 
-#include "engines/support/pixels/RowSource.h"
+#include "engines/support/pictures/RowSource.h"
 
 namespace TarnixTools::engines {
 
@@ -17,4 +17,4 @@ RowSourcePtr ReducePicture(RowSourcePtr source, std::uint32_t width, std::uint32
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PIXELS_REDUCEDPICTURE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_PICTURES_REDUCEDPICTURE_H_

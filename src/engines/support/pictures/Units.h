@@ -1,6 +1,6 @@
 // Units of the resolutions in image files.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_UNITS_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_UNITS_H_
+#ifndef TARNIX_ENGINES_SUPPORT_PICTURES_UNITS_H_
+#define TARNIX_ENGINES_SUPPORT_PICTURES_UNITS_H_
 
 namespace TarnixTools::engines::images {
 
@@ -9,4 +9,4 @@ inline constexpr double kMetresPerInch = 0.0254;
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_UNITS_H_
+#endif  // TARNIX_ENGINES_SUPPORT_PICTURES_UNITS_H_

@@ -1,6 +1,6 @@
 // Whether what a file gives as its colour profile can be one (ICC.1:2022, 7.2 and 7.3).
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_ICCPROFILE_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_ICCPROFILE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_PICTURES_ICCPROFILE_H_
+#define TARNIX_ENGINES_SUPPORT_PICTURES_ICCPROFILE_H_
 
 #include <string>
 #include <string_view>
@@ -13,4 +13,4 @@ std::string UsableProfile(std::string_view profile, int components);
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_ICCPROFILE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_PICTURES_ICCPROFILE_H_
