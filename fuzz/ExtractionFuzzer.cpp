@@ -10,12 +10,12 @@
 #include <utility>
 #include <vector>
 
+#include "engines/support/codecs/JpegReader.h"
+#include "engines/support/codecs/JpxDecoder.h"
 #include "engines/support/content/ImageWalker.h"
 #include "engines/support/content/Layers.h"
 #include "engines/support/pictures/DrawnOrientation.h"
 #include "engines/support/pixels/ColorSpace.h"
-#include "engines/support/pixels/JpegReader.h"
-#include "engines/support/pixels/JpxDecoder.h"
 #include "engines/support/pixels/PdfImage.h"
 #include "engines/support/pixels/Picture.h"
 #include "pdf/Error.h"

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "engines/support/pixels/Jbig2Decoder.h"
+#include "engines/support/codecs/Jbig2Decoder.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   constexpr std::size_t kHeader = 3;

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "engines/rasteriser/ErrorCodes.h"
+#include "engines/support/codecs/JpegWriter.h"
 #include "engines/support/files/DiskFile.h"
-#include "engines/support/pixels/JpegWriter.h"
 #include "foundation/Platform.h"
 
 namespace TarnixTools::engines {

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "engines/rasteriser/RasterError.h"
-#include "engines/support/pixels/JpegWriter.h"
+#include "engines/support/codecs/JpegWriter.h"
 
 namespace TarnixTools::engines {
 namespace {

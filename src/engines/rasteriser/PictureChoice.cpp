@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "engines/rasteriser/Limits.h"
+#include "engines/support/codecs/JpegReader.h"
 #include "engines/support/pictures/ReducedPicture.h"
-#include "engines/support/pixels/JpegReader.h"
 #include "engines/support/pixels/PdfImage.h"
 #include "engines/support/pixels/Picture.h"
 #include "engines/support/pixels/PixelLimits.h"

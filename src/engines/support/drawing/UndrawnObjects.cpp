@@ -4,9 +4,9 @@
 #include <string>
 #include <utility>
 
+#include "engines/support/codecs/JpxDecoder.h"
 #include "engines/support/pixels/ColorSpace.h"
 #include "engines/support/pixels/Jbig2Image.h"
-#include "engines/support/pixels/JpxDecoder.h"
 #include "engines/support/pixels/PdfImage.h"
 #include "pdf/Error.h"
 #include "pdf/write/ByteSink.h"

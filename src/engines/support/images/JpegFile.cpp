@@ -4,11 +4,11 @@
 #include <cstring>
 #include <optional>
 
+#include "engines/support/codecs/JpegTranscoder.h"
 #include "engines/support/images/ImageLimits.h"
 #include "engines/support/pictures/IccProfile.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"
-#include "engines/support/pixels/JpegTranscoder.h"
 
 namespace TarnixTools::engines::images {
 

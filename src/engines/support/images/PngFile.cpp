@@ -8,9 +8,9 @@
 
 #include <libdeflate.h>
 
+#include "engines/support/codecs/PngFilters.h"
 #include "engines/support/images/Exif.h"
 #include "engines/support/images/ImageLimits.h"
-#include "engines/support/images/PngFilters.h"
 #include "engines/support/pictures/IccProfile.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"

@@ -7,11 +7,11 @@
 
 #include <libdeflate.h>
 
-#include "engines/support/images/HuffmanDeflate.h"
-#include "engines/support/images/PngFilters.h"
+#include "engines/support/codecs/CcittEncoder.h"
+#include "engines/support/codecs/HuffmanDeflate.h"
+#include "engines/support/codecs/PngFilters.h"
 #include "engines/support/pictures/ColorCount.h"
 #include "engines/support/pictures/Raster.h"
-#include "engines/support/pixels/CcittEncoder.h"
 
 namespace TarnixTools::engines::images {
 

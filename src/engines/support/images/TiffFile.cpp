@@ -5,9 +5,9 @@
 #include <cstring>
 #include <utility>
 
-#include "engines/support/images/FaxJoiner.h"
+#include "engines/support/codecs/FaxJoiner.h"
+#include "engines/support/codecs/TiffCodec.h"
 #include "engines/support/images/ImageLimits.h"
-#include "engines/support/images/TiffCodec.h"
 #include "engines/support/pictures/IccProfile.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"

@@ -7,7 +7,7 @@
 
 #include <webp/decode.h>
 
-#include "engines/support/images/CodecLibrary.h"
+#include "engines/support/codecs/CodecLibrary.h"
 #include "engines/support/images/Exif.h"
 #include "engines/support/images/ImageLimits.h"
 #include "engines/support/pictures/IccProfile.h"

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "engines/support/pixels/JpegWriter.h"
+#include "engines/support/codecs/JpegWriter.h"
 
 namespace TarnixTools::engines {
 

@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
+#include "engines/support/codecs/CcittDecoder.h"
+#include "engines/support/codecs/JpegReader.h"
+#include "engines/support/codecs/JpxDecoder.h"
 #include "engines/support/pictures/RowSource.h"
-#include "engines/support/pixels/CcittDecoder.h"
-#include "engines/support/pixels/JpegReader.h"
-#include "engines/support/pixels/JpxDecoder.h"
 #include "engines/support/pixels/RowConverter.h"
 #include "pdf/filters/FlateReader.h"
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "engines/support/pixels/Jbig2Decoder.h"
+#include "engines/support/codecs/Jbig2Decoder.h"
 #include "engines/support/pixels/PixelLimits.h"
 #include "pdf/Error.h"
 

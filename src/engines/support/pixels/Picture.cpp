@@ -10,13 +10,13 @@
 #include <utility>
 #include <vector>
 
+#include "engines/support/codecs/CcittDecoder.h"
+#include "engines/support/codecs/JpegReader.h"
+#include "engines/support/codecs/JpxDecoder.h"
 #include "engines/support/pictures/ComposedRows.h"
-#include "engines/support/pixels/CcittDecoder.h"
 #include "engines/support/pixels/ColorSpace.h"
 #include "engines/support/pixels/DecodedRows.h"
 #include "engines/support/pixels/Jbig2Image.h"
-#include "engines/support/pixels/JpegReader.h"
-#include "engines/support/pixels/JpxDecoder.h"
 #include "engines/support/pixels/PdfiumPicture.h"
 #include "engines/support/pixels/PixelLimits.h"
 #include "engines/support/pixels/RowConverter.h"

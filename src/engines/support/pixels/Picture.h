@@ -2,8 +2,8 @@
 #ifndef TARNIX_ENGINES_SUPPORT_PIXELS_PICTURE_H_
 #define TARNIX_ENGINES_SUPPORT_PIXELS_PICTURE_H_
 
+#include "engines/support/codecs/JpegReader.h"
 #include "engines/support/pictures/RowSource.h"
-#include "engines/support/pixels/JpegReader.h"
 #include "engines/support/pixels/PdfImage.h"
 
 namespace TarnixTools::engines {

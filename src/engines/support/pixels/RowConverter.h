@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "engines/support/codecs/JpegWriter.h"
 #include "engines/support/pixels/ColorSpace.h"
-#include "engines/support/pixels/JpegWriter.h"
 #include "engines/support/pixels/PdfImage.h"
 
 namespace TarnixTools::engines {

@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "engines/support/codecs/CcittDecoder.h"
 #include "engines/support/images/OpenedImage.h"
 #include "engines/support/pictures/ImageError.h"
-#include "engines/support/pixels/CcittDecoder.h"
 #include "support/TestImages.h"
 
 namespace TarnixTools::engines::images {

@@ -7,11 +7,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "engines/support/codecs/CcittDecoder.h"
+#include "engines/support/codecs/CcittEncoder.h"
+#include "engines/support/codecs/TiffCodec.h"
 #include "engines/support/images/OpenedImage.h"
-#include "engines/support/images/TiffCodec.h"
 #include "engines/support/pictures/ImageError.h"
-#include "engines/support/pixels/CcittDecoder.h"
-#include "engines/support/pixels/CcittEncoder.h"
 #include "support/TestImages.h"
 
 namespace TarnixTools::engines::images {

@@ -1,0 +1,285 @@
+#include "engines/support/codecs/BilevelJpegWriter.h"
+
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <initializer_list>
+
+namespace TarnixTools::engines {
+namespace {
+
+constexpr std::size_t kBufferSize = std::size_t{64} << 10;
+constexpr int kZeroRun = 0xF0;  // sixteen zeros
+
+// Where each coefficient of the zigzag order stands in a block (ITU-T T.81, figure A.6).
+constexpr std::array<std::uint8_t, 64> kZigzag = {
+    0,  1,  8,  16, 9,  2,  3,  10, 17, 24, 32, 25, 18, 11, 4,  5,  12, 19, 26, 33, 40, 48,
+    41, 34, 27, 20, 13, 6,  7,  14, 21, 28, 35, 42, 49, 56, 57, 50, 43, 36, 29, 22, 15, 23,
+    30, 37, 44, 51, 58, 59, 52, 45, 38, 31, 39, 46, 53, 60, 61, 54, 47, 55, 62, 63};
+
+// The Huffman codes that the standard suggests for luminance (T.81, tables K.3 and K.5): how many
+// there are of each length, and their values.
+constexpr std::array<std::uint8_t, 16> kDirectCounts = {0, 1, 5, 1, 1, 1, 1, 1,
+                                                        1, 0, 0, 0, 0, 0, 0, 0};
+constexpr std::array<std::uint8_t, 12> kDirectValues = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
+constexpr std::array<std::uint8_t, 16> kOtherCounts = {0, 2, 1, 3, 3, 2, 4, 3,
+                                                       5, 5, 4, 4, 0, 0, 1, 125};
+constexpr std::array<std::uint8_t, 162> kOtherValues = {
+    0x01, 0x02, 0x03, 0x00, 0x04, 0x11, 0x05, 0x12, 0x21, 0x31, 0x41, 0x06, 0x13, 0x51, 0x61,
+    0x07, 0x22, 0x71, 0x14, 0x32, 0x81, 0x91, 0xA1, 0x08, 0x23, 0x42, 0xB1, 0xC1, 0x15, 0x52,
+    0xD1, 0xF0, 0x24, 0x33, 0x62, 0x72, 0x82, 0x09, 0x0A, 0x16, 0x17, 0x18, 0x19, 0x1A, 0x25,
+    0x26, 0x27, 0x28, 0x29, 0x2A, 0x34, 0x35, 0x36, 0x37, 0x38, 0x39, 0x3A, 0x43, 0x44, 0x45,
+    0x46, 0x47, 0x48, 0x49, 0x4A, 0x53, 0x54, 0x55, 0x56, 0x57, 0x58, 0x59, 0x5A, 0x63, 0x64,
+    0x65, 0x66, 0x67, 0x68, 0x69, 0x6A, 0x73, 0x74, 0x75, 0x76, 0x77, 0x78, 0x79, 0x7A, 0x83,
+    0x84, 0x85, 0x86, 0x87, 0x88, 0x89, 0x8A, 0x92, 0x93, 0x94, 0x95, 0x96, 0x97, 0x98, 0x99,
+    0x9A, 0xA2, 0xA3, 0xA4, 0xA5, 0xA6, 0xA7, 0xA8, 0xA9, 0xAA, 0xB2, 0xB3, 0xB4, 0xB5, 0xB6,
+    0xB7, 0xB8, 0xB9, 0xBA, 0xC2, 0xC3, 0xC4, 0xC5, 0xC6, 0xC7, 0xC8, 0xC9, 0xCA, 0xD2, 0xD3,
+    0xD4, 0xD5, 0xD6, 0xD7, 0xD8, 0xD9, 0xDA, 0xE1, 0xE2, 0xE3, 0xE4, 0xE5, 0xE6, 0xE7, 0xE8,
+    0xE9, 0xEA, 0xF1, 0xF2, 0xF3, 0xF4, 0xF5, 0xF6, 0xF7, 0xF8, 0xF9, 0xFA};
+
+struct HuffmanCode {
+  std::uint16_t code = 0;
+  std::uint8_t length = 0;
+};
+
+using HuffmanTable = std::array<HuffmanCode, 256>;
+
+template <typename Values>
+HuffmanTable MakeTable(const std::array<std::uint8_t, 16>& counts, const Values& values) {
+  HuffmanTable table{};
+  std::uint16_t code = 0;
+  std::size_t next = 0;
+  for (std::size_t length = 1; length <= 16;
+       ++length, code = static_cast<std::uint16_t>(code << 1U)) {
+    for (std::size_t i = 0; i < counts[length - 1]; ++i) {
+      table[values[next++]] = {code++, static_cast<std::uint8_t>(length)};
+    }
+  }
+  return table;
+}
+
+// What the transform needs, computed once.
+struct Tables {
+  Tables()
+      : direct(MakeTable(kDirectCounts, kDirectValues)),
+        other(MakeTable(kOtherCounts, kOtherValues)) {
+    const double pi = std::acos(-1.0);
+    for (std::size_t u = 0; u < 8; ++u) {
+      for (std::size_t x = 0; x < 8; ++x) {
+        const double scale = u == 0 ? std::sqrt(0.125) : 0.5;
+        basis[u][x] = static_cast<float>(
+            scale * std::cos((2 * static_cast<double>(x) + 1) * static_cast<double>(u) * pi / 16));
+      }
+    }
+    for (std::size_t byte = 0; byte < 256; ++byte) {
+      for (std::size_t u = 0; u < 8; ++u) {
+        float sum = 0;
+        for (std::size_t x = 0; x < 8; ++x) {
+          sum += basis[u][x] * ((byte >> (7 - x) & 1U) != 0 ? 127.0F : -128.0F);
+        }
+        row[byte][u] = sum;
+      }
+    }
+  }
+
+  static const Tables& Get() {
+    static const Tables tables;
+    return tables;
+  }
+
+  HuffmanTable direct;
+  HuffmanTable other;
+  std::array<std::array<float, 8>, 8> basis{};  // by frequency and place
+  std::array<std::array<float, 8>, 256> row{};  // the transform of a row of eight pixels
+};
+
+// The 64 coefficients of a block, quantised by 1, in rows of equal vertical frequency.
+void Transform(std::uint64_t block, std::array<int, 64>& coefficients) {
+  const Tables& tables = Tables::Get();
+  for (std::size_t v = 0; v < 8; ++v) {
+    std::array<float, 8> sums{};
+    for (std::size_t y = 0; y < 8; ++y) {
+      const float factor = tables.basis[v][y];
+      const auto& row = tables.row[block >> (56 - 8 * y) & 0xFFU];
+      for (std::size_t u = 0; u < 8; ++u) {
+        sums[u] += factor * row[u];
+      }
+    }
+    for (std::size_t u = 0; u < 8; ++u) {
+      const float sum = sums[u];
+      coefficients[8 * v + u] = static_cast<int>(sum + (sum < 0 ? -0.5F : 0.5F));
+    }
+  }
+}
+
+unsigned BitsOf(int value) {
+  return static_cast<unsigned>(std::bit_width(static_cast<unsigned>(value < 0 ? -value : value)));
+}
+
+// The bits that follow a size (T.81, F.1.2.1).
+std::uint32_t MagnitudeBits(int value, unsigned size) {
+  return static_cast<std::uint32_t>(value < 0 ? value - 1 : value) & ((1U << size) - 1);
+}
+
+}  // namespace
+
+BilevelJpegWriter::BilevelJpegWriter(pdf::ByteSink& sink, std::uint32_t width, std::uint32_t height)
+    : sink_(&sink), width_(width), blocks_in_row_((width + 7) / 8), rows_(8 * blocks_in_row_) {
+  buffer_.reserve(kBufferSize + 1024);
+  WriteHeader(height);
+}
+
+void BilevelJpegWriter::WriteHeader(std::uint32_t height) {
+  const auto segment = [this](unsigned marker, std::size_t size) {
+    PutByte(0xFF);
+    PutByte(marker);
+    PutByte(static_cast<unsigned>((size + 2) >> 8U));
+    PutByte(static_cast<unsigned>((size + 2) & 0xFFU));
+  };
+  const auto put = [this](std::initializer_list<unsigned> bytes) {
+    for (const unsigned byte : bytes) {
+      PutByte(byte);
+    }
+  };
+  put({0xFF, 0xD8});
+  segment(0xE0, 14);
+  put({'J', 'F', 'I', 'F', 0, 1, 1, 0, 0, 1, 0, 1, 0, 0});
+  segment(0xDB, 65);
+  PutByte(0);
+  for (int i = 0; i < 64; ++i) {
+    PutByte(1);
+  }
+  segment(0xC0, 9);
+  put({8, height >> 8U, height & 0xFFU, width_ >> 8U, width_ & 0xFFU, 1, 1, 0x11, 0});
+  const auto put_table = [&](unsigned kind, const auto& counts, const auto& values) {
+    segment(0xC4, 1 + counts.size() + values.size());
+    PutByte(kind);
+    for (const std::uint8_t count : counts) {
+      PutByte(count);
+    }
+    for (const std::uint8_t value : values) {
+      PutByte(value);
+    }
+  };
+  put_table(0x00, kDirectCounts, kDirectValues);
+  put_table(0x10, kOtherCounts, kOtherValues);
+  segment(0xDA, 6);
+  put({1, 1, 0, 0, 63, 0});
+}
+
+void BilevelJpegWriter::WriteRow(const std::uint8_t* bits) {
+  std::uint8_t* row = rows_.data() + row_count_ * blocks_in_row_;
+  std::memcpy(row, bits, blocks_in_row_);
+  if (const unsigned used = width_ % 8; used != 0) {
+    // The last pixel goes on to the edge of its block.
+    const unsigned filling = 0xFFU >> used;
+    const bool is_white = (row[blocks_in_row_ - 1] >> (8 - used) & 1U) != 0;
+    row[blocks_in_row_ - 1] = static_cast<std::uint8_t>(
+        is_white ? row[blocks_in_row_ - 1] | filling : row[blocks_in_row_ - 1] & ~filling);
+  }
+  if (++row_count_ == 8) {
+    WriteBlocks();
+  }
+}
+
+void BilevelJpegWriter::WriteBlocks() {
+  for (std::size_t x = 0; x < blocks_in_row_; ++x) {
+    std::uint64_t block = 0;
+    for (std::size_t y = 0; y < 8; ++y) {
+      block = block << 8U | rows_[y * blocks_in_row_ + x];
+    }
+    WriteBlock(block);
+  }
+  row_count_ = 0;
+  if (buffer_.size() >= kBufferSize) {
+    Flush();
+  }
+}
+
+void BilevelJpegWriter::WriteBlock(std::uint64_t block) {
+  if (block == 0 || block == ~std::uint64_t{0}) {
+    PutDifference(block == 0 ? -1024 : 1016);
+    const HuffmanCode end = Tables::Get().other[0];
+    PutBits(end.code, end.length);
+  } else {
+    PutCoefficients(block);
+  }
+}
+
+void BilevelJpegWriter::PutDifference(int direct) {
+  const int difference = direct - last_direct_;
+  last_direct_ = direct;
+  const unsigned size = BitsOf(difference);
+  const HuffmanCode code = Tables::Get().direct[size];
+  PutBits(code.code, code.length);
+  PutBits(MagnitudeBits(difference, size), size);
+}
+
+void BilevelJpegWriter::PutCoefficients(std::uint64_t block) {
+  std::array<int, 64> coefficients;
+  Transform(block, coefficients);
+  PutDifference(coefficients[0]);
+  const HuffmanTable& table = Tables::Get().other;
+  unsigned zeros = 0;
+  for (std::size_t i = 1; i < 64; ++i) {
+    const int value = coefficients[kZigzag[i]];
+    if (value == 0) {
+      ++zeros;
+      continue;
+    }
+    for (; zeros > 15; zeros -= 16) {
+      PutBits(table[kZeroRun].code, table[kZeroRun].length);
+    }
+    const unsigned size = BitsOf(value);
+    const HuffmanCode code = table[zeros << 4U | size];
+    PutBits(static_cast<std::uint32_t>(code.code) << size | MagnitudeBits(value, size),
+            code.length + size);
+    zeros = 0;
+  }
+  if (zeros > 0) {
+    PutBits(table[0].code, table[0].length);
+  }
+}
+
+// At most 32 at a time.
+void BilevelJpegWriter::PutBits(std::uint32_t bits, unsigned count) {
+  bits_ = bits_ << count | bits;
+  bit_count_ += count;
+  while (bit_count_ >= 8) {
+    bit_count_ -= 8;
+    const auto byte = static_cast<unsigned>(bits_ >> bit_count_ & 0xFFU);
+    PutByte(byte);
+    if (byte == 0xFF) {
+      PutByte(0);  // no marker
+    }
+  }
+}
+
+void BilevelJpegWriter::PutByte(unsigned byte) {
+  buffer_ += static_cast<char>(byte);
+}
+
+void BilevelJpegWriter::Flush() {
+  sink_->Write(buffer_);
+  buffer_.clear();
+}
+
+void BilevelJpegWriter::Finish() {
+  if (row_count_ > 0) {
+    // The last row goes on to the edge of its blocks.
+    const std::vector<std::uint8_t> last(
+        rows_.begin() + static_cast<std::ptrdiff_t>((row_count_ - 1) * blocks_in_row_),
+        rows_.begin() + static_cast<std::ptrdiff_t>(row_count_ * blocks_in_row_));
+    while (row_count_ > 0) {
+      WriteRow(last.data());
+    }
+  }
+  PutBits(0x7F, 7);
+  bit_count_ = 0;
+  PutByte(0xFF);
+  PutByte(0xD9);
+  Flush();
+}
+
+}  // namespace TarnixTools::engines

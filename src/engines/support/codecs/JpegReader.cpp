@@ -1,0 +1,273 @@
+#include "engines/support/codecs/JpegReader.h"
+
+#include <algorithm>
+#include <csetjmp>
+#include <cstdio>
+#include <utility>
+
+#include <jpeglib.h>
+
+#include "engines/support/pixels/PixelLimits.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+// Scans of a progressive file that are decoded; hostile ones have thousands.
+constexpr int kMaxScans = 500;
+
+class MarkerReader {
+ public:
+  explicit MarkerReader(std::string_view bytes) : bytes_(bytes) {}
+
+  std::optional<JpegHeader> Read() {
+    if (!bytes_.starts_with("\xFF\xD8")) {
+      return std::nullopt;
+    }
+    std::size_t at = 2;
+    while (at + 4 <= bytes_.size()) {
+      if (Byte(at) != 0xFF) {
+        ++at;  // bytes between segments
+        continue;
+      }
+      const unsigned marker = Byte(at + 1);
+      if (marker == 0xFF) {
+        ++at;
+        continue;
+      }
+      at += 2;
+      if (marker == 0 || marker == 1 || (marker >= 0xD0 && marker <= 0xD8)) {
+        continue;  // no segment follows
+      }
+      if (marker == 0xD9 || marker == 0xDA) {
+        return std::nullopt;
+      }
+      const std::size_t length = Word(at);
+      if (length < 2) {
+        return std::nullopt;
+      }
+      const std::string_view segment =
+          bytes_.substr(at + 2, std::min(length - 2, bytes_.size() - at - 2));
+      if (IsFrame(marker)) {
+        return TakeFrame(marker, segment);
+      }
+      TakeSegment(marker, segment);
+      at += length;
+    }
+    return std::nullopt;
+  }
+
+ private:
+  unsigned Byte(std::size_t at) const { return static_cast<unsigned char>(bytes_[at]); }
+
+  std::size_t Word(std::size_t at) const { return Byte(at) << 8U | Byte(at + 1); }
+
+  static unsigned ByteOf(std::string_view text, std::size_t at) {
+    return static_cast<unsigned char>(text[at]);
+  }
+
+  static bool IsFrame(unsigned marker) {
+    return marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+  }
+
+  std::optional<JpegHeader> TakeFrame(unsigned marker, std::string_view segment) {
+    if (segment.size() < 6) {
+      return std::nullopt;
+    }
+    header_.is_common = marker <= 0xC2;
+    header_.bits = static_cast<int>(ByteOf(segment, 0));
+    header_.height = ByteOf(segment, 1) << 8U | ByteOf(segment, 2);
+    header_.width = ByteOf(segment, 3) << 8U | ByteOf(segment, 4);
+    header_.components = static_cast<int>(ByteOf(segment, 5));
+    return header_;
+  }
+
+  void TakeSegment(unsigned marker, std::string_view segment) {
+    if (marker == 0xEE && segment.starts_with("Adobe") && segment.size() >= 12) {
+      header_.adobe_transform = static_cast<int>(ByteOf(segment, 11));
+    }
+    if (marker == 0xE1 && segment.starts_with(std::string_view("Exif\0\0", 6))) {
+      TakeExif(segment.substr(6));
+    }
+  }
+
+  // The orientation tag of the first directory.
+  void TakeExif(std::string_view tiff) {
+    const bool is_little = tiff.starts_with("II");
+    const auto word = [&](std::size_t at) -> unsigned {
+      if (at + 2 > tiff.size()) {
+        return 0;
+      }
+      return is_little ? ByteOf(tiff, at) | ByteOf(tiff, at + 1) << 8U
+                       : ByteOf(tiff, at) << 8U | ByteOf(tiff, at + 1);
+    };
+    const std::size_t directory = is_little ? word(4) | static_cast<std::size_t>(word(6)) << 16U
+                                            : static_cast<std::size_t>(word(4)) << 16U | word(6);
+    const unsigned count = word(directory);
+    for (std::size_t i = 0; i < count && directory + 2 + 12 * i < tiff.size(); ++i) {
+      const std::size_t entry = directory + 2 + 12 * i;
+      const unsigned value = word(entry + 8);
+      if (word(entry) == 0x0112 && value >= 1 && value <= 8) {
+        header_.exif_orientation = static_cast<int>(value);
+      }
+    }
+  }
+
+  std::string_view bytes_;
+  JpegHeader header_;
+};
+
+}  // namespace
+
+std::optional<JpegHeader> ReadJpegHeader(std::string_view bytes) {
+  return MarkerReader(bytes).Read();
+}
+
+// The library leaves by longjmp when it cannot go on: what is called between setjmp and there has
+// nothing to destroy.
+class JpegReader::Decompressor {
+ public:
+  Decompressor() {
+    state_.err = jpeg_std_error(&errors_);
+    state_.client_data = this;
+    errors_.error_exit = [](j_common_ptr state) {
+      std::longjmp(static_cast<Decompressor*>(state->client_data)->return_point_, 1);
+    };
+    errors_.output_message = [](j_common_ptr) {};
+    errors_.emit_message = [](j_common_ptr, int) {};
+    progress_.progress_monitor = [](j_common_ptr state) {
+      if (reinterpret_cast<j_decompress_ptr>(state)->input_scan_number > kMaxScans) {
+        state->err->error_exit(state);
+      }
+    };
+  }
+
+  ~Decompressor() { jpeg_destroy_decompress(&state_); }
+
+  Decompressor(const Decompressor&) = delete;
+  Decompressor& operator=(const Decompressor&) = delete;
+
+  bool Start(std::string_view bytes, int color_transform, const PictureSize& least) {
+    return Try([&] {
+      jpeg_create_decompress(&state_);
+      state_.progress = &progress_;
+      jpeg_mem_src(&state_, reinterpret_cast<const unsigned char*>(bytes.data()),
+                   static_cast<unsigned long>(bytes.size()));
+      if (jpeg_read_header(&state_, TRUE) != JPEG_HEADER_OK) {
+        return false;
+      }
+      ChooseColors(color_transform);
+      ChooseScale(least);
+      return HasBoundedCoefficients() &&
+             (state_.num_components == 1 || state_.num_components == 3 ||
+              state_.num_components == 4) &&
+             jpeg_start_decompress(&state_) != FALSE;
+    });
+  }
+
+  bool ReadRow(JSAMPROW row) {
+    if (is_broken_ || state_.output_scanline >= state_.output_height) {
+      return false;
+    }
+    is_broken_ = !Try([&] { return jpeg_read_scanlines(&state_, &row, 1) == 1; });
+    return !is_broken_;
+  }
+
+  const jpeg_decompress_struct& state() const { return state_; }
+
+  std::uint64_t coefficient_bytes() const { return coefficient_bytes_; }
+
+ private:
+  template <typename Operation>
+  bool Try(Operation&& operation) {
+    if (setjmp(return_point_) != 0) {
+      return false;
+    }
+    return operation();
+  }
+
+  bool HasBoundedCoefficients() {
+    if (jpeg_has_multiple_scans(&state_) == FALSE) {
+      return true;
+    }
+    for (int i = 0; i < state_.num_components; ++i) {
+      const jpeg_component_info& component = state_.comp_info[i];
+      coefficient_bytes_ +=
+          std::uint64_t{component.width_in_blocks} * component.height_in_blocks * sizeof(JBLOCK);
+    }
+    return coefficient_bytes_ <= limits::kMaxCoefficientBytes;
+  }
+
+  // The Adobe marker goes before /ColorTransform (ISO 32000-2, table 13).
+  void ChooseColors(int color_transform) {
+    if (!state_.saw_Adobe_marker && color_transform >= 0) {
+      if (state_.num_components == 3) {
+        state_.jpeg_color_space = color_transform != 0 ? JCS_YCbCr : JCS_RGB;
+      } else if (state_.num_components == 4) {
+        state_.jpeg_color_space = color_transform != 0 ? JCS_YCCK : JCS_CMYK;
+      }
+    }
+    if (state_.num_components == 3) {
+      state_.out_color_space = JCS_RGB;
+    } else if (state_.num_components == 4) {
+      state_.out_color_space = JCS_CMYK;
+    }
+  }
+
+  // Blocks of eight by eight samples come out with 4, 2 or 1 on a side.
+  void ChooseScale(const PictureSize& least) {
+    unsigned samples = DCTSIZE;
+    while (samples > 1 && IsEnough(state_.image_width, samples / 2, least.width) &&
+           IsEnough(state_.image_height, samples / 2, least.height)) {
+      samples /= 2;
+    }
+    state_.scale_num = samples;
+    state_.scale_denom = DCTSIZE;
+  }
+
+  static bool IsEnough(std::uint64_t whole, unsigned samples, std::uint32_t least) {
+    return whole * samples / DCTSIZE >= least;
+  }
+
+  jpeg_decompress_struct state_{};
+  jpeg_error_mgr errors_{};
+  jpeg_progress_mgr progress_{};
+  std::jmp_buf return_point_{};
+  std::uint64_t coefficient_bytes_ = 0;  // all of them, where they have to be held
+  bool is_broken_ = false;
+};
+
+JpegReader::JpegReader(std::unique_ptr<Decompressor> decompressor)
+    : decompressor_(std::move(decompressor)) {}
+
+JpegReader::~JpegReader() = default;
+
+std::unique_ptr<JpegReader> JpegReader::Open(std::string_view bytes, int color_transform,
+                                             PictureSize least) {
+  auto decompressor = std::make_unique<Decompressor>();
+  if (!decompressor->Start(bytes, color_transform, least)) {
+    return nullptr;
+  }
+  return std::unique_ptr<JpegReader>(new JpegReader(std::move(decompressor)));
+}
+
+std::uint32_t JpegReader::width() const {
+  return decompressor_->state().output_width;
+}
+
+std::uint32_t JpegReader::height() const {
+  return decompressor_->state().output_height;
+}
+
+int JpegReader::components() const {
+  return decompressor_->state().output_components;
+}
+
+std::uint64_t JpegReader::held_bytes() const {
+  return decompressor_->coefficient_bytes();
+}
+
+bool JpegReader::ReadRow(std::uint8_t* samples) {
+  return decompressor_->ReadRow(samples);
+}
+
+}  // namespace TarnixTools::engines

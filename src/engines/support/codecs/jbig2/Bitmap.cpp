@@ -1,0 +1,59 @@
+#include "engines/support/codecs/jbig2/Bitmap.h"
+
+#include <algorithm>
+
+#include "engines/support/codecs/jbig2/Arithmetic.h"
+
+namespace TarnixTools::engines::jbig2 {
+namespace {
+
+constexpr std::uint64_t kMaxPixels = std::uint64_t{160} << 20;
+
+std::uint8_t Combined(std::uint8_t below, std::uint8_t above, Combination combination) {
+  switch (combination) {
+    case Combination::kOr:
+      return below | above;
+    case Combination::kAnd:
+      return below & above;
+    case Combination::kXor:
+      return below ^ above;
+    case Combination::kXnor:
+      return below == above ? 1 : 0;
+    default:
+      return above;
+  }
+}
+
+}  // namespace
+
+Bitmap::Bitmap(std::uint32_t width, std::uint32_t height, std::uint8_t value)
+    : width_(width), height_(height) {
+  if (std::uint64_t{width} * height > kMaxPixels) {
+    throw Failure();
+  }
+  pixels_.assign(std::size_t{width} * height, value);
+}
+
+void Bitmap::Combine(const Bitmap& other, std::int64_t left, std::int64_t top,
+                     Combination combination) {
+  const std::int64_t first_x = std::max<std::int64_t>(0, -left);
+  const std::int64_t first_y = std::max<std::int64_t>(0, -top);
+  const std::int64_t end_x = std::min(other.width_, width_ - left);
+  const std::int64_t end_y = std::min(other.height_, height_ - top);
+  for (std::int64_t y = first_y; y < end_y; ++y) {
+    for (std::int64_t x = first_x; x < end_x; ++x) {
+      std::uint8_t& pixel = pixels_[static_cast<std::size_t>((top + y) * width_ + left + x)];
+      pixel = Combined(pixel, other.pixels_[static_cast<std::size_t>(y * other.width_ + x)],
+                       combination);
+    }
+  }
+}
+
+Bitmap Bitmap::Part(std::int64_t left, std::int64_t top, std::uint32_t width,
+                    std::uint32_t height) const {
+  Bitmap part(width, height);
+  part.Combine(*this, -left, -top, Combination::kReplace);
+  return part;
+}
+
+}  // namespace TarnixTools::engines::jbig2
