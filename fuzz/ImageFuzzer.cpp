@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "engines/support/images/ImageFile.h"
+#include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/images/ImageWriter.h"
 #include "engines/support/pictures/ImageError.h"
 #include "pdf/Error.h"

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "engines/img2pdf/PageLayout.h"
-#include "engines/support/images/ImageFile.h"
+#include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/images/ImageWriter.h"
 #include "foundation/Platform.h"
 #include "pdf/crypt/Security.h"

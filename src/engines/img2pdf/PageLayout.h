@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "engines/support/images/ImageFile.h"
+#include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/pictures/Orientation.h"
 
 namespace TarnixTools::engines {

@@ -10,7 +10,7 @@
 #include <tiffio.h>
 
 #include "engines/support/codecs/CodecLibrary.h"
-#include "engines/support/images/ImageLimits.h"
+#include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/ImageError.h"
 
 namespace TarnixTools::engines::images {

@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "engines/support/files/ByteReader.h"
-#include "engines/support/images/ImageLimits.h"
+#include "engines/support/imagefiles/ImageFileLimits.h"
 
 namespace TarnixTools::engines::images {
 

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "engines/support/images/ImageLimits.h"
+#include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/ImageError.h"
 
 namespace TarnixTools::engines::images {

@@ -8,7 +8,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "engines/support/images/ImageFile.h"
+#include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/images/ImageWriter.h"
 #include "engines/support/images/PdfImage.h"
 #include "engines/toolbox/content/PageContent.h"

@@ -9,7 +9,7 @@
 
 #include "engines/support/codecs/JpegReader.h"
 #include "engines/support/codecs/JpegTranscoder.h"
-#include "engines/support/images/OpenedImage.h"
+#include "engines/support/imagefiles/OpenedImage.h"
 
 namespace TarnixTools::engines {
 

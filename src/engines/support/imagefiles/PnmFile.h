@@ -1,6 +1,6 @@
 // Portable bitmaps, graymaps, pixmaps and arbitrary maps (Netpbm P1 to P7).
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_PNMFILE_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_PNMFILE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_PNMFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGEFILES_PNMFILE_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -8,7 +8,7 @@
 #include <string>
 
 #include "engines/support/files/ByteReader.h"
-#include "engines/support/images/ImageFile.h"
+#include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/pictures/Raster.h"
 
 namespace TarnixTools::engines::images {
@@ -43,4 +43,4 @@ class PnmFile : public ImageFile {
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_PNMFILE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_PNMFILE_H_

@@ -1,4 +1,4 @@
-#include "engines/support/images/GifFile.h"
+#include "engines/support/imagefiles/GifFile.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "engines/support/images/ImageLimits.h"
+#include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Raster.h"
 

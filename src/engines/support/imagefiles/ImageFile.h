@@ -5,8 +5,8 @@
 //   const Frame& frame = file->frame(0);
 //   ImageWriter images(writer);
 //   const std::uint32_t number = images.Write(file->Embed(0), source);
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_IMAGEFILE_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_IMAGEFILE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_IMAGEFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGEFILES_IMAGEFILE_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -62,4 +62,4 @@ class ImageFile {
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_IMAGEFILE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_IMAGEFILE_H_

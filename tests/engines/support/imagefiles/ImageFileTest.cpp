@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engines/support/images/ImageFile.h"
+#include "engines/support/imagefiles/ImageFile.h"
+#include "engines/support/imagefiles/OpenedImage.h"
 #include "engines/support/images/ImageWriter.h"
-#include "engines/support/images/OpenedImage.h"
 #include "engines/support/pictures/ImageError.h"
 #include "pdf/Error.h"
 #include "support/TestImages.h"

@@ -1,10 +1,10 @@
-#include "engines/support/images/BmpFile.h"
+#include "engines/support/imagefiles/BmpFile.h"
 
 #include <algorithm>
 #include <bit>
 #include <cstring>
 
-#include "engines/support/images/ImageLimits.h"
+#include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"
 

@@ -1,6 +1,6 @@
 // Bounds on what an image file may make us do.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_IMAGELIMITS_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_IMAGELIMITS_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_IMAGEFILELIMITS_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGEFILES_IMAGEFILELIMITS_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -25,4 +25,4 @@ inline constexpr double kMaxDpi = 100'000;
 
 }  // namespace TarnixTools::engines::images::limits
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_IMAGELIMITS_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_IMAGEFILELIMITS_H_

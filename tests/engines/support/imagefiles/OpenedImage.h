@@ -1,12 +1,12 @@
 // An image file in memory, opened, and what it gives.
-#ifndef TARNIX_TESTS_ENGINES_SUPPORT_IMAGES_OPENEDIMAGE_H_
-#define TARNIX_TESTS_ENGINES_SUPPORT_IMAGES_OPENEDIMAGE_H_
+#ifndef TARNIX_TESTS_ENGINES_SUPPORT_IMAGEFILES_OPENEDIMAGE_H_
+#define TARNIX_TESTS_ENGINES_SUPPORT_IMAGEFILES_OPENEDIMAGE_H_
 
 #include <memory>
 #include <optional>
 #include <string>
 
-#include "engines/support/images/ImageFile.h"
+#include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/pictures/ImageError.h"
 #include "pdf/filters/Filters.h"
 
@@ -68,4 +68,4 @@ inline std::optional<engines::images::ImageErrorCode> ImageCodeOf(const std::str
 
 }  // namespace TarnixTools::testing
 
-#endif  // TARNIX_TESTS_ENGINES_SUPPORT_IMAGES_OPENEDIMAGE_H_
+#endif  // TARNIX_TESTS_ENGINES_SUPPORT_IMAGEFILES_OPENEDIMAGE_H_

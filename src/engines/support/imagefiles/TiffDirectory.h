@@ -1,7 +1,7 @@
 // The structure of TIFF files (TIFF 6.0; BigTIFF): directories and their fields, read without
 // decoding anything.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_TIFFDIRECTORY_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_TIFFDIRECTORY_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_TIFFDIRECTORY_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGEFILES_TIFFDIRECTORY_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -85,4 +85,4 @@ class TiffStructure {
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_TIFFDIRECTORY_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_TIFFDIRECTORY_H_

@@ -1,9 +1,9 @@
-#include "engines/support/images/PnmFile.h"
+#include "engines/support/imagefiles/PnmFile.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "engines/support/images/ImageLimits.h"
+#include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/ImageError.h"
 
 namespace TarnixTools::engines::images {

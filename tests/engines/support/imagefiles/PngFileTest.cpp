@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "engines/support/codecs/CcittDecoder.h"
-#include "engines/support/images/OpenedImage.h"
+#include "engines/support/imagefiles/OpenedImage.h"
 #include "engines/support/pictures/ImageError.h"
 #include "support/TestImages.h"
 

@@ -1,9 +1,9 @@
-#include "engines/support/images/TiffDirectory.h"
+#include "engines/support/imagefiles/TiffDirectory.h"
 
 #include <algorithm>
 #include <unordered_set>
 
-#include "engines/support/images/ImageLimits.h"
+#include "engines/support/imagefiles/ImageFileLimits.h"
 
 namespace TarnixTools::engines::images {
 

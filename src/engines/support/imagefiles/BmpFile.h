@@ -1,6 +1,6 @@
 // Windows and OS/2 bitmaps: 1 to 32 bits per pixel, with palettes, colour masks and run lengths.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_BMPFILE_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_BMPFILE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_BMPFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGEFILES_BMPFILE_H_
 
 #include <array>
 #include <cstddef>
@@ -8,7 +8,7 @@
 #include <string>
 
 #include "engines/support/files/ByteReader.h"
-#include "engines/support/images/ImageFile.h"
+#include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/pictures/Raster.h"
 
 namespace TarnixTools::engines::images {
@@ -47,4 +47,4 @@ class BmpFile : public ImageFile {
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_BMPFILE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_BMPFILE_H_

@@ -1,4 +1,4 @@
-#include "engines/support/images/WebpFile.h"
+#include "engines/support/imagefiles/WebpFile.h"
 
 #include <algorithm>
 #include <cstring>
@@ -8,8 +8,8 @@
 #include <webp/decode.h>
 
 #include "engines/support/codecs/CodecLibrary.h"
-#include "engines/support/images/Exif.h"
-#include "engines/support/images/ImageLimits.h"
+#include "engines/support/imagefiles/Exif.h"
+#include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/IccProfile.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Raster.h"

@@ -1,13 +1,13 @@
 // GIF files (87a, 89a): the first picture, on the whole of its screen.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_GIFFILE_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_GIFFILE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_GIFFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGEFILES_GIFFILE_H_
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
 #include "engines/support/files/ByteReader.h"
-#include "engines/support/images/ImageFile.h"
+#include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/pictures/Plane.h"
 
 namespace TarnixTools::engines::images {
@@ -43,4 +43,4 @@ class GifFile : public ImageFile {
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_GIFFILE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_GIFFILE_H_

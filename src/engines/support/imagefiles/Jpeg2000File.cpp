@@ -1,9 +1,9 @@
-#include "engines/support/images/Jpeg2000File.h"
+#include "engines/support/imagefiles/Jpeg2000File.h"
 
 #include <cmath>
 #include <string_view>
 
-#include "engines/support/images/ImageLimits.h"
+#include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"
 

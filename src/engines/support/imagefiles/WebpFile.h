@@ -1,13 +1,13 @@
 // WebP files (RFC 9649), decoded by libwebp: the first picture, on the whole of its canvas.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_WEBPFILE_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_WEBPFILE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_WEBPFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGEFILES_WEBPFILE_H_
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 
 #include "engines/support/files/ByteReader.h"
-#include "engines/support/images/ImageFile.h"
+#include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/pictures/Plane.h"
 
 namespace TarnixTools::engines::images {
@@ -40,4 +40,4 @@ class WebpFile : public ImageFile {
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_WEBPFILE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_WEBPFILE_H_

@@ -10,7 +10,7 @@
 #include "engines/support/codecs/CcittDecoder.h"
 #include "engines/support/codecs/CcittEncoder.h"
 #include "engines/support/codecs/TiffCodec.h"
-#include "engines/support/images/OpenedImage.h"
+#include "engines/support/imagefiles/OpenedImage.h"
 #include "engines/support/pictures/ImageError.h"
 #include "support/TestImages.h"
 

@@ -1,4 +1,4 @@
-#include "engines/support/images/Exif.h"
+#include "engines/support/imagefiles/Exif.h"
 
 #include <cstdint>
 

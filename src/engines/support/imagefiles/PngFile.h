@@ -1,7 +1,7 @@
 // PNG files (PNG, third edition). The data of pictures without interlacing and without an alpha
 // channel goes into a document as it is: /FlateDecode with predictor 15 is what PNG stores.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_PNGFILE_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_PNGFILE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_PNGFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGEFILES_PNGFILE_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "engines/support/files/ByteReader.h"
-#include "engines/support/images/ImageFile.h"
+#include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/pictures/Raster.h"
 
 namespace TarnixTools::engines::images {
@@ -64,4 +64,4 @@ class PngFile : public ImageFile {
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_PNGFILE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_PNGFILE_H_

@@ -1,11 +1,11 @@
-#include "engines/support/images/JpegFile.h"
+#include "engines/support/imagefiles/JpegFile.h"
 
 #include <algorithm>
 #include <cstring>
 #include <optional>
 
 #include "engines/support/codecs/JpegTranscoder.h"
-#include "engines/support/images/ImageLimits.h"
+#include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/IccProfile.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"

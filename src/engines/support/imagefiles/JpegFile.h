@@ -1,7 +1,7 @@
 // JPEG files (ITU-T T.81, JFIF 1.02, Exif 2.32): their data goes into a document as it is, but for
 // arithmetic codes, which become Huffman codes of the same coefficients.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_JPEGFILE_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_JPEGFILE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_JPEGFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGEFILES_JPEGFILE_H_
 
 #include <array>
 #include <cstddef>
@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "engines/support/files/ByteReader.h"
-#include "engines/support/images/Exif.h"
-#include "engines/support/images/ImageFile.h"
+#include "engines/support/imagefiles/Exif.h"
+#include "engines/support/imagefiles/ImageFile.h"
 
 namespace TarnixTools::engines::images {
 
@@ -56,4 +56,4 @@ class JpegFile : public ImageFile {
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_JPEGFILE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_JPEGFILE_H_

@@ -1,8 +1,8 @@
 // TIFF files: a page for each directory. Group 4 fax data of one strip and JPEG data of one strip
 // go into a document as they are; other fax data is coded anew, row by row; everything else is
 // decoded by libtiff and stored losslessly.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_TIFFFILE_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_TIFFFILE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_TIFFFILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGEFILES_TIFFFILE_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "engines/support/files/ByteReader.h"
-#include "engines/support/images/ImageFile.h"
-#include "engines/support/images/TiffDirectory.h"
+#include "engines/support/imagefiles/ImageFile.h"
+#include "engines/support/imagefiles/TiffDirectory.h"
 #include "engines/support/pictures/Raster.h"
 
 namespace TarnixTools::engines::images {
@@ -68,4 +68,4 @@ class TiffFile : public ImageFile {
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_TIFFFILE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_TIFFFILE_H_

@@ -1,4 +1,4 @@
-#include "engines/support/images/TiffFile.h"
+#include "engines/support/imagefiles/TiffFile.h"
 
 #include <algorithm>
 #include <array>
@@ -7,7 +7,7 @@
 
 #include "engines/support/codecs/FaxJoiner.h"
 #include "engines/support/codecs/TiffCodec.h"
-#include "engines/support/images/ImageLimits.h"
+#include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/IccProfile.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"

@@ -1,13 +1,13 @@
 // JPEG 2000 files and code streams (ITU-T T.800, annexes A and I): their data goes into a document
 // as it is.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_JPEG2000FILE_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_JPEG2000FILE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_JPEG2000FILE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGEFILES_JPEG2000FILE_H_
 
 #include <cstddef>
 #include <cstdint>
 
 #include "engines/support/files/ByteReader.h"
-#include "engines/support/images/ImageFile.h"
+#include "engines/support/imagefiles/ImageFile.h"
 
 namespace TarnixTools::engines::images {
 
@@ -36,4 +36,4 @@ class Jpeg2000File : public ImageFile {
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_JPEG2000FILE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_JPEG2000FILE_H_

@@ -1,4 +1,4 @@
-#include "engines/support/images/PngFile.h"
+#include "engines/support/imagefiles/PngFile.h"
 
 #include <algorithm>
 #include <array>
@@ -9,8 +9,8 @@
 #include <libdeflate.h>
 
 #include "engines/support/codecs/PngFilters.h"
-#include "engines/support/images/Exif.h"
-#include "engines/support/images/ImageLimits.h"
+#include "engines/support/imagefiles/Exif.h"
+#include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/IccProfile.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"

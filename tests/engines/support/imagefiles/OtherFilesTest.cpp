@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engines/support/images/OpenedImage.h"
+#include "engines/support/imagefiles/OpenedImage.h"
 #include "engines/support/pictures/ImageError.h"
 #include "support/TestImages.h"
 
