@@ -12,9 +12,9 @@
 #include "engines/support/codecs/JpegReader.h"
 #include "engines/support/codecs/JpegWriter.h"
 #include "engines/support/files/DiskFile.h"
-#include "engines/support/pixels/ColorSpace.h"
-#include "engines/support/pixels/Picture.h"
-#include "engines/support/pixels/PixelLimits.h"
+#include "engines/support/images/ColorSpace.h"
+#include "engines/support/images/ImageLimits.h"
+#include "engines/support/images/Picture.h"
 #include "foundation/Platform.h"
 #include "pdf/Error.h"
 

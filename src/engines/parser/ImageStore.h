@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
+#include "engines/support/images/DocumentImage.h"
 #include "engines/support/pictures/RowSource.h"
-#include "engines/support/pixels/PdfImage.h"
 
 namespace TarnixTools::engines {
 

@@ -7,9 +7,9 @@
 
 #include "engines/parser/ExpaFailure.h"
 #include "engines/parser/ImageStore.h"
-#include "engines/support/content/ImageWalker.h"
 #include "engines/support/content/Layers.h"
 #include "engines/support/files/DiskFile.h"
+#include "engines/support/images/ImageWalker.h"
 #include "foundation/Unicode.h"
 #include "pdf/Error.h"
 #include "pdf/tree/WideText.h"

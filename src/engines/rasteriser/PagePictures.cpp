@@ -9,10 +9,10 @@
 
 #include "engines/rasteriser/Limits.h"
 #include "engines/rasteriser/PictureChoice.h"
-#include "engines/support/content/ImageWalker.h"
 #include "engines/support/content/Layers.h"
+#include "engines/support/images/ImageWalker.h"
+#include "engines/support/images/Picture.h"
 #include "engines/support/pictures/ReducedPicture.h"
-#include "engines/support/pixels/Picture.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines {

@@ -7,10 +7,10 @@
 
 #include "engines/rasteriser/Limits.h"
 #include "engines/support/codecs/JpegReader.h"
+#include "engines/support/images/DocumentImage.h"
+#include "engines/support/images/ImageLimits.h"
+#include "engines/support/images/Picture.h"
 #include "engines/support/pictures/ReducedPicture.h"
-#include "engines/support/pixels/PdfImage.h"
-#include "engines/support/pixels/Picture.h"
-#include "engines/support/pixels/PixelLimits.h"
 #include "pdf/Error.h"
 #include "pdf/write/ByteSink.h"
 

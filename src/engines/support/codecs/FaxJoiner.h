@@ -11,7 +11,7 @@
 
 #include "engines/support/codecs/CcittDecoder.h"
 #include "engines/support/codecs/CcittEncoder.h"
-#include "engines/support/images/PdfImage.h"
+#include "engines/support/images/EncodedImage.h"
 
 namespace TarnixTools::engines::images {
 

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "engines/support/images/PdfImage.h"
+#include "engines/support/images/EncodedImage.h"
 
 namespace TarnixTools::engines::images {
 

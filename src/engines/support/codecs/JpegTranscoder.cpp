@@ -7,7 +7,7 @@
 
 #include <jpeglib.h>
 
-#include "engines/support/pixels/PixelLimits.h"
+#include "engines/support/images/ImageLimits.h"
 
 namespace TarnixTools::engines {
 

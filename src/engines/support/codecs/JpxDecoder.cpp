@@ -9,7 +9,7 @@
 #include <openjpeg.h>
 
 #include "engines/support/files/DynamicLibrary.h"
-#include "engines/support/pixels/PixelLimits.h"
+#include "engines/support/images/ImageLimits.h"
 
 namespace TarnixTools::engines {
 namespace {

@@ -8,9 +8,9 @@
 
 #include "engines/support/drawing/DrawingCost.h"
 #include "engines/support/drawing/UndrawnObjects.h"
-#include "engines/support/pixels/Jbig2Image.h"
-#include "engines/support/pixels/PdfImage.h"
-#include "engines/support/pixels/Picture.h"
+#include "engines/support/images/DocumentImage.h"
+#include "engines/support/images/Jbig2Image.h"
+#include "engines/support/images/Picture.h"
 #include "pdf/filters/Filters.h"
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/ObjectCopier.h"

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "engines/support/codecs/JpxDecoder.h"
-#include "engines/support/pixels/ColorSpace.h"
-#include "engines/support/pixels/Jbig2Image.h"
-#include "engines/support/pixels/PdfImage.h"
+#include "engines/support/images/ColorSpace.h"
+#include "engines/support/images/DocumentImage.h"
+#include "engines/support/images/Jbig2Image.h"
 #include "pdf/Error.h"
 #include "pdf/write/ByteSink.h"
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "engines/support/images/PdfImage.h"
+#include "engines/support/images/EncodedImage.h"
 #include "pdf/file/ByteSource.h"
 #include "pdf/write/FileWriter.h"
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "engines/support/images/PdfImage.h"
+#include "engines/support/images/EncodedImage.h"
 #include "engines/support/pictures/Plane.h"
 
 namespace TarnixTools::engines::images {

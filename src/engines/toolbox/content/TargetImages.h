@@ -9,8 +9,8 @@
 #include <unordered_map>
 
 #include "engines/support/imagefiles/ImageFile.h"
+#include "engines/support/images/EncodedImage.h"
 #include "engines/support/images/ImageWriter.h"
-#include "engines/support/images/PdfImage.h"
 #include "engines/toolbox/content/PageContent.h"
 #include "pdf/Matrix.h"
 #include "pdf/file/ByteSource.h"

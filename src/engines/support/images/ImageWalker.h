@@ -1,7 +1,7 @@
 // Goes through the content of a page and what it draws by way of forms, patterns and annotations,
 // and stops at every image. No recursion: contents within contents are a stack of a bounded depth.
-#ifndef TARNIX_ENGINES_SUPPORT_CONTENT_IMAGEWALKER_H_
-#define TARNIX_ENGINES_SUPPORT_CONTENT_IMAGEWALKER_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_IMAGEWALKER_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_IMAGEWALKER_H_
 
 #include <cstdint>
 #include <memory>
@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "engines/support/content/Layers.h"
+#include "engines/support/images/DocumentImage.h"
 #include "engines/support/pictures/DrawnOrientation.h"
-#include "engines/support/pixels/PdfImage.h"
 #include "pdf/content/ContentReader.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
@@ -74,4 +74,4 @@ class ImageWalker {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_CONTENT_IMAGEWALKER_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_IMAGEWALKER_H_

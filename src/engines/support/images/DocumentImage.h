@@ -1,6 +1,6 @@
 // An image of a document: what its dictionary says, and its data (ISO 32000-2, 8.9.5).
-#ifndef TARNIX_ENGINES_SUPPORT_PIXELS_PDFIMAGE_H_
-#define TARNIX_ENGINES_SUPPORT_PIXELS_PDFIMAGE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_DOCUMENTIMAGE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_DOCUMENTIMAGE_H_
 
 #include <cstdint>
 #include <optional>
@@ -70,4 +70,4 @@ std::string DecodeToImageFilter(const PdfImage& image, const ImageFacts& facts,
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PIXELS_PDFIMAGE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_DOCUMENTIMAGE_H_

@@ -1,4 +1,4 @@
-#include "engines/support/pixels/PdfiumPicture.h"
+#include "engines/support/images/PdfiumPicture.h"
 
 #include <algorithm>
 #include <cstring>
@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
+#include "engines/support/images/ImageLimits.h"
 #include "engines/support/pdfium/PdfiumFile.h"
 #include "engines/support/pdfium/PdfiumSession.h"
-#include "engines/support/pixels/PixelLimits.h"
 #include "pdf/file/ByteSource.h"
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/ObjectCopier.h"

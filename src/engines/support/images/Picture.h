@@ -1,10 +1,10 @@
 // Images of documents as pictures: decoded, in sRGB or gray, what is transparent on white.
-#ifndef TARNIX_ENGINES_SUPPORT_PIXELS_PICTURE_H_
-#define TARNIX_ENGINES_SUPPORT_PIXELS_PICTURE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_PICTURE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_PICTURE_H_
 
 #include "engines/support/codecs/JpegReader.h"
+#include "engines/support/images/DocumentImage.h"
 #include "engines/support/pictures/RowSource.h"
-#include "engines/support/pixels/PdfImage.h"
 
 namespace TarnixTools::engines {
 
@@ -21,4 +21,4 @@ RowSourcePtr MakeUpright(RowSourcePtr picture, int orientation);
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PIXELS_PICTURE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_PICTURE_H_

@@ -1,10 +1,10 @@
 // Images that are decoded by PDFium: those with filters or colour spaces that are not computed
 // here, as JBIG2, Separation and DeviceN.
-#ifndef TARNIX_ENGINES_SUPPORT_PIXELS_PDFIUMPICTURE_H_
-#define TARNIX_ENGINES_SUPPORT_PIXELS_PDFIUMPICTURE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_PDFIUMPICTURE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_PDFIUMPICTURE_H_
 
+#include "engines/support/images/DocumentImage.h"
 #include "engines/support/pictures/RowSource.h"
-#include "engines/support/pixels/PdfImage.h"
 
 namespace TarnixTools::engines {
 
@@ -15,4 +15,4 @@ RowSourcePtr OpenWithPdfium(const PdfImage& image, const ImageFacts& facts, bool
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PIXELS_PDFIUMPICTURE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_PDFIUMPICTURE_H_

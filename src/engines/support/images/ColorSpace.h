@@ -1,6 +1,6 @@
 // Colour spaces of images (ISO 32000-2, 8.6), as far as their colours are computed here.
-#ifndef TARNIX_ENGINES_SUPPORT_PIXELS_COLORSPACE_H_
-#define TARNIX_ENGINES_SUPPORT_PIXELS_COLORSPACE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_COLORSPACE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_COLORSPACE_H_
 
 #include <array>
 #include <cstdint>
@@ -43,4 +43,4 @@ std::array<std::uint8_t, 3> LabToRgb(double lightness, double a, double b);
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PIXELS_COLORSPACE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_COLORSPACE_H_

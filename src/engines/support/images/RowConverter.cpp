@@ -1,4 +1,4 @@
-#include "engines/support/pixels/RowConverter.h"
+#include "engines/support/images/RowConverter.h"
 
 #include <algorithm>
 #include <cmath>

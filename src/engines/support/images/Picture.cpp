@@ -1,4 +1,4 @@
-#include "engines/support/pixels/Picture.h"
+#include "engines/support/images/Picture.h"
 
 #include <algorithm>
 #include <array>
@@ -13,13 +13,13 @@
 #include "engines/support/codecs/CcittDecoder.h"
 #include "engines/support/codecs/JpegReader.h"
 #include "engines/support/codecs/JpxDecoder.h"
+#include "engines/support/images/ColorSpace.h"
+#include "engines/support/images/DecodedRows.h"
+#include "engines/support/images/ImageLimits.h"
+#include "engines/support/images/Jbig2Image.h"
+#include "engines/support/images/PdfiumPicture.h"
+#include "engines/support/images/RowConverter.h"
 #include "engines/support/pictures/ComposedRows.h"
-#include "engines/support/pixels/ColorSpace.h"
-#include "engines/support/pixels/DecodedRows.h"
-#include "engines/support/pixels/Jbig2Image.h"
-#include "engines/support/pixels/PdfiumPicture.h"
-#include "engines/support/pixels/PixelLimits.h"
-#include "engines/support/pixels/RowConverter.h"
 #include "pdf/Error.h"
 #include "pdf/filters/FlateReader.h"
 

@@ -1,11 +1,11 @@
 // JBIG2 images of documents that are decoded here rather than by PDFium.
-#ifndef TARNIX_ENGINES_SUPPORT_PIXELS_JBIG2IMAGE_H_
-#define TARNIX_ENGINES_SUPPORT_PIXELS_JBIG2IMAGE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_JBIG2IMAGE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_JBIG2IMAGE_H_
 
 #include <optional>
 #include <string>
 
-#include "engines/support/pixels/PdfImage.h"
+#include "engines/support/images/DocumentImage.h"
 
 namespace TarnixTools::engines {
 
@@ -19,4 +19,4 @@ std::optional<std::string> DecodeOwnJbig2(const PdfImage& image, const ImageFact
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PIXELS_JBIG2IMAGE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_JBIG2IMAGE_H_

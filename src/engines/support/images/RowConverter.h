@@ -1,6 +1,6 @@
 // Samples as the PDF standard packs them (ISO 32000-2, 8.9.5.2) as rows of pixels.
-#ifndef TARNIX_ENGINES_SUPPORT_PIXELS_ROWCONVERTER_H_
-#define TARNIX_ENGINES_SUPPORT_PIXELS_ROWCONVERTER_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_ROWCONVERTER_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_ROWCONVERTER_H_
 
 #include <array>
 #include <cstddef>
@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "engines/support/codecs/JpegWriter.h"
-#include "engines/support/pixels/ColorSpace.h"
-#include "engines/support/pixels/PdfImage.h"
+#include "engines/support/images/ColorSpace.h"
+#include "engines/support/images/DocumentImage.h"
 
 namespace TarnixTools::engines {
 
@@ -61,4 +61,4 @@ class RowConverter {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PIXELS_ROWCONVERTER_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_ROWCONVERTER_H_

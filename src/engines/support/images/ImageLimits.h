@@ -1,6 +1,6 @@
 // Bounds on what an image of a document may make us do.
-#ifndef TARNIX_ENGINES_SUPPORT_PIXELS_PIXELLIMITS_H_
-#define TARNIX_ENGINES_SUPPORT_PIXELS_PIXELLIMITS_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_IMAGELIMITS_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_IMAGELIMITS_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -40,4 +40,4 @@ inline constexpr std::uint64_t kMaxJpegHeader = std::uint64_t{1} << 20;
 
 }  // namespace TarnixTools::engines::limits
 
-#endif  // TARNIX_ENGINES_SUPPORT_PIXELS_PIXELLIMITS_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_IMAGELIMITS_H_

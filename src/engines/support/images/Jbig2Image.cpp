@@ -1,9 +1,9 @@
-#include "engines/support/pixels/Jbig2Image.h"
+#include "engines/support/images/Jbig2Image.h"
 
 #include <utility>
 
 #include "engines/support/codecs/Jbig2Decoder.h"
-#include "engines/support/pixels/PixelLimits.h"
+#include "engines/support/images/ImageLimits.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines {

@@ -1,10 +1,10 @@
-#include "engines/support/content/ImageWalker.h"
+#include "engines/support/images/ImageWalker.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
-#include "engines/support/content/ContentLimits.h"
+#include "engines/support/images/ContentLimits.h"
 #include "pdf/Error.h"
 #include "pdf/content/InlineImage.h"
 #include "pdf/content/Operators.h"

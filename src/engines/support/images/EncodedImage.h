@@ -1,7 +1,7 @@
 // A picture as a PDF document stores it: one image XObject, perhaps with a soft mask (ISO 32000-2,
 // 8.9.5 and 11.6.5.2). A value: ImageWriter puts it into a file.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_PDFIMAGE_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGES_PDFIMAGE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_ENCODEDIMAGE_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_ENCODEDIMAGE_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -64,4 +64,4 @@ DataPiece Hold(std::string_view bytes);
 
 }  // namespace TarnixTools::engines::images
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_PDFIMAGE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_ENCODEDIMAGE_H_

@@ -1,6 +1,6 @@
 // Bounds of going through the content of pages.
-#ifndef TARNIX_ENGINES_SUPPORT_CONTENT_CONTENTLIMITS_H_
-#define TARNIX_ENGINES_SUPPORT_CONTENT_CONTENTLIMITS_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_CONTENTLIMITS_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_CONTENTLIMITS_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -27,4 +27,4 @@ inline constexpr std::size_t kMaxImagesOfPage = 1'000'000;
 
 }  // namespace TarnixTools::engines::limits
 
-#endif  // TARNIX_ENGINES_SUPPORT_CONTENT_CONTENTLIMITS_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_CONTENTLIMITS_H_

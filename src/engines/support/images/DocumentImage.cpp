@@ -1,4 +1,4 @@
-#include "engines/support/pixels/PdfImage.h"
+#include "engines/support/images/DocumentImage.h"
 
 #include <algorithm>
 #include <array>

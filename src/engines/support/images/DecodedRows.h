@@ -1,6 +1,6 @@
 // Pictures by how their data is coded: what OpenPicture puts together.
-#ifndef TARNIX_ENGINES_SUPPORT_PIXELS_DECODEDROWS_H_
-#define TARNIX_ENGINES_SUPPORT_PIXELS_DECODEDROWS_H_
+#ifndef TARNIX_ENGINES_SUPPORT_IMAGES_DECODEDROWS_H_
+#define TARNIX_ENGINES_SUPPORT_IMAGES_DECODEDROWS_H_
 
 #include <algorithm>
 #include <cstring>
@@ -12,8 +12,8 @@
 #include "engines/support/codecs/CcittDecoder.h"
 #include "engines/support/codecs/JpegReader.h"
 #include "engines/support/codecs/JpxDecoder.h"
+#include "engines/support/images/RowConverter.h"
 #include "engines/support/pictures/RowSource.h"
-#include "engines/support/pixels/RowConverter.h"
 #include "pdf/filters/FlateReader.h"
 
 namespace TarnixTools::engines {
@@ -241,4 +241,4 @@ class JpegRows : public RowSource {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_PIXELS_DECODEDROWS_H_
+#endif  // TARNIX_ENGINES_SUPPORT_IMAGES_DECODEDROWS_H_

@@ -1,4 +1,4 @@
-#include "engines/support/pixels/ColorSpace.h"
+#include "engines/support/images/ColorSpace.h"
 
 #include <algorithm>
 #include <cmath>
