@@ -28,7 +28,7 @@ namespace {
 using namespace TarnixTools;
 using engines::ImageFacts;
 using engines::ImageFilter;
-using engines::PdfImage;
+using engines::DocumentImage;
 
 // Larger or more is slow, not different.
 constexpr std::size_t kMaxPages = 4;
@@ -37,7 +37,7 @@ constexpr std::uint64_t kMaxPixels = std::uint64_t{1} << 20;
 constexpr std::uint32_t kMaxRows = 4096;
 constexpr std::int64_t kMaxFaxColumns = 10'000;
 
-bool NeedsOthers(const PdfImage& image, const ImageFacts& facts) {
+bool NeedsOthers(const DocumentImage& image, const ImageFacts& facts) {
   if (facts.filter == ImageFilter::kJpx || facts.filter == ImageFilter::kJbig2) {
     return true;
   }
@@ -55,7 +55,7 @@ bool IsSmall(const ImageFacts& facts) {
   return std::uint64_t{facts.width} * facts.height <= kMaxPixels;
 }
 
-bool IsOfInterest(const PdfImage& image, const ImageFacts& facts) {
+bool IsOfInterest(const DocumentImage& image, const ImageFacts& facts) {
   return IsSmall(facts) && !NeedsOthers(image, facts);
 }
 
@@ -64,7 +64,7 @@ bool IsMaskOfInterest(pdf::Document& document, std::uint32_t number) {
     return true;
   }
   pdf::Arena arena;
-  PdfImage mask{
+  DocumentImage mask{
       .document = &document, .number = number, .dictionary = {}, .data = {}, .color_spaces = {}};
   mask.dictionary = document.Load({.number = number, .generation = 0}, arena);
   return IsOfInterest(mask, FactsOf(mask, arena));
@@ -84,7 +84,7 @@ void ReadPixels(engines::RowSource& picture) {
 
 void ReadImage(const engines::DrawnImage& drawn) {
   pdf::Arena arena;
-  const PdfImage& image = drawn.image;
+  const DocumentImage& image = drawn.image;
   const ImageFacts facts = FactsOf(image, arena);
   if (!IsOfInterest(image, facts) || !IsMaskOfInterest(*image.document, facts.soft_mask) ||
       !IsMaskOfInterest(*image.document, facts.stencil_mask)) {

@@ -26,12 +26,12 @@ class NoSink : public pdf::ByteSink {
 
 void Embed(std::string_view bytes) {
   pdf::MemorySource source(bytes);
-  const auto file = engines::images::ImageFile::Open(source);
+  const auto file = engines::ImageFile::Open(source);
   NoSink sink;
   pdf::FileWriter writer(sink, nullptr);
-  engines::images::ImageWriter images(writer);
+  engines::ImageWriter images(writer);
   for (std::size_t i = 0; i < std::min(file->frame_count(), kMaxFrames); ++i) {
-    const engines::images::Frame& frame = file->frame(i);
+    const engines::ImageFrame& frame = file->frame(i);
     if (std::uint64_t{frame.width} * frame.height <= kMaxPixels) {
       images.Write(file->Embed(i), source);
     }
@@ -43,7 +43,7 @@ void Embed(std::string_view bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   try {
     Embed({reinterpret_cast<const char*>(data), size});
-  } catch (const engines::images::ImageError&) {
+  } catch (const engines::ImageError&) {
   } catch (const pdf::Error&) {
   }
   return 0;

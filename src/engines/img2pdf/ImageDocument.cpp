@@ -67,7 +67,7 @@ ImageDocument::ImageDocument(platform::OutputFile output, std::optional<pdf::Sec
       pages_(writer_),
       images_(writer_) {}
 
-bool ImageDocument::AddPages(images::ImageFile& file, pdf::ByteSource& source,
+bool ImageDocument::AddPages(ImageFile& file, pdf::ByteSource& source,
                              const PageSettings& settings) {
   for (std::size_t i = 0; i < file.frame_count(); ++i) {
     const std::optional<PageLayout> layout = LayOut(file.frame(i), settings);
@@ -79,7 +79,7 @@ bool ImageDocument::AddPages(images::ImageFile& file, pdf::ByteSource& source,
   return true;
 }
 
-void ImageDocument::AddPage(const images::PdfImage& image, pdf::ByteSource& source,
+void ImageDocument::AddPage(const EncodedImage& image, pdf::ByteSource& source,
                             const PageLayout& layout) {
   const std::uint32_t picture = images_.Write(image, source);
   const std::uint32_t content = WriteContent(layout.matrix);

@@ -55,13 +55,13 @@ class ImageDocument {
 
   // A page for each picture of the file. Throws pdf::Error and ImageError, and afterwards the
   // document is good for nothing; false when the settings leave no space for a picture.
-  bool AddPages(images::ImageFile& file, pdf::ByteSource& source, const PageSettings& settings);
+  bool AddPages(ImageFile& file, pdf::ByteSource& source, const PageSettings& settings);
 
   // Throws pdf::Error; nothing is left of the document then.
   void Close();
 
  private:
-  void AddPage(const images::PdfImage& image, pdf::ByteSource& source, const PageLayout& layout);
+  void AddPage(const EncodedImage& image, pdf::ByteSource& source, const PageLayout& layout);
   std::uint32_t WriteContent(const pdf::Matrix& matrix);
 
   platform::OutputFile output_;
@@ -69,7 +69,7 @@ class ImageDocument {
   std::optional<pdf::Security> security_;
   pdf::FileWriter writer_;
   pdf::PageTreeWriter pages_;
-  images::ImageWriter images_;
+  ImageWriter images_;
 };
 
 }  // namespace TarnixTools::engines

@@ -41,15 +41,15 @@ Img2PdfError CodeOf(pdf::ErrorCode code) {
   }
 }
 
-Img2PdfError CodeOf(images::ImageErrorCode code) {
+Img2PdfError CodeOf(ImageErrorCode code) {
   switch (code) {
-    case images::ImageErrorCode::kUnknownFormat:
+    case ImageErrorCode::kUnknownFormat:
       return kImg2PdfUnknownFormatError;
-    case images::ImageErrorCode::kUnsupported:
+    case ImageErrorCode::kUnsupported:
       return kImg2PdfUnsupportedError;
-    case images::ImageErrorCode::kDamaged:
+    case ImageErrorCode::kDamaged:
       return kImg2PdfDamagedError;
-    case images::ImageErrorCode::kLimit:
+    case ImageErrorCode::kLimit:
       return kImg2PdfLimitError;
   }
   return kImg2PdfInternalError;
@@ -66,7 +66,7 @@ int Guarded(TImg2Pdf* object, Operation&& operation) noexcept {
     object->error = operation();
   } catch (const pdf::Error& error) {
     object->error = CodeOf(error.code());
-  } catch (const images::ImageError& error) {
+  } catch (const ImageError& error) {
     object->error = CodeOf(error.code());
   } catch (const std::bad_alloc&) {
     object->error = kImg2PdfMemoryError;
@@ -109,7 +109,7 @@ Img2PdfError AddPages(TImg2Pdf& object, const std::wstring& path) {
     return kImg2PdfOpenError;
   }
   FileSource source(std::move(file));
-  const std::unique_ptr<images::ImageFile> image = images::ImageFile::Open(source);
+  const std::unique_ptr<ImageFile> image = ImageFile::Open(source);
   return object.document->AddPages(*image, source, object.settings) ? kImg2PdfNoError
                                                                     : kImg2PdfArgumentError;
 }
@@ -179,7 +179,7 @@ int Img2PdfSetFitImage(TImg2Pdf* object, int fit) {
 
 int Img2PdfSetOrientation(TImg2Pdf* object, std::int32_t orientation) {
   return Guarded(object, [&] {
-    if (images::ValidOrientation(orientation) != orientation) {
+    if (ValidOrientation(orientation) != orientation) {
       return kImg2PdfArgumentError;
     }
     object->settings.orientation = orientation;

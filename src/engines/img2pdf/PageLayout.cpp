@@ -21,7 +21,7 @@ double Points(std::uint32_t pixels, double dpi) {
 
 // Puts the turned unit square onto a rectangle.
 pdf::Matrix Place(int orientation, double left, double bottom, Size size) {
-  pdf::Matrix m = images::OrientationMatrix(orientation);
+  pdf::Matrix m = OrientationMatrix(orientation);
   m.a *= size.width;
   m.c *= size.width;
   m.e = m.e * size.width + left;
@@ -45,10 +45,10 @@ void UseLargerUnits(PageLayout& layout) {
 
 }  // namespace
 
-std::optional<PageLayout> LayOut(const images::Frame& frame, const PageSettings& settings) {
-  const int orientation = images::Compose(frame.orientation, settings.orientation);
+std::optional<PageLayout> LayOut(const ImageFrame& frame, const PageSettings& settings) {
+  const int orientation = Compose(frame.orientation, settings.orientation);
   Size size = {Points(frame.width, frame.dpi_x), Points(frame.height, frame.dpi_y)};
-  if (images::SwapsSides(orientation)) {
+  if (SwapsSides(orientation)) {
     std::swap(size.width, size.height);
   }
   PageLayout layout;

@@ -21,7 +21,7 @@ struct PageSettings {
   double height = 842;
   bool is_centered = false;
   bool is_fitted = false;
-  int orientation = images::kUpright;
+  int orientation = kUpright;
   double border = 0;  // points
 };
 
@@ -33,7 +33,7 @@ struct PageLayout {
 };
 
 // Nothing when the border leaves no space.
-std::optional<PageLayout> LayOut(const images::Frame& frame, const PageSettings& settings);
+std::optional<PageLayout> LayOut(const ImageFrame& frame, const PageSettings& settings);
 
 }  // namespace TarnixTools::engines
 

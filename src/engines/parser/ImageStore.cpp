@@ -64,7 +64,7 @@ class StoredFile : public pdf::ByteSink {
   std::string copy_;
 };
 
-std::optional<JpegHeader> HeaderOf(const PdfImage& image) {
+std::optional<JpegHeader> HeaderOf(const DocumentImage& image) {
   std::optional<JpegHeader> header;
   for (std::uint64_t most = kFirstHeaderPiece; !header && most <= limits::kMaxJpegHeader;
        most *= 16) {
@@ -79,7 +79,7 @@ std::optional<JpegHeader> HeaderOf(const PdfImage& image) {
 }
 
 // Whether the data is a JPEG file that shows, as it is, what is drawn.
-bool IsReadyJpeg(const PdfImage& image, const ImageFacts& facts, int orientation) {
+bool IsReadyJpeg(const DocumentImage& image, const ImageFacts& facts, int orientation) {
   if (facts.filter != ImageFilter::kDct || !facts.steps.empty() || orientation != 1 ||
       facts.is_mask || facts.soft_mask != 0 || facts.stencil_mask != 0 ||
       !facts.color_key.empty() || !facts.decode.empty()) {
@@ -144,7 +144,7 @@ bool Encode(RowSource& picture, pdf::ByteSink& sink) {
 
 }  // namespace
 
-std::optional<PreparedImage> ImageStore::Prepare(const PdfImage& image, const ImageFacts& facts,
+std::optional<PreparedImage> ImageStore::Prepare(const DocumentImage& image, const ImageFacts& facts,
                                                  int orientation) {
   PreparedImage prepared{.image = image, .facts = &facts, .orientation = orientation};
   if (!facts.has_default_space && Find(image.number, orientation) != nullptr) {

@@ -15,7 +15,7 @@ namespace TarnixTools::engines {
 
 // An image that can be stored.
 struct PreparedImage {
-  PdfImage image;
+  DocumentImage image;
   const ImageFacts* facts = nullptr;
   int orientation = 1;
   bool is_ready_jpeg = false;  // its data is the file
@@ -33,7 +33,7 @@ class ImageStore {
   // pdf::Error for a document that cannot be read any more.
   //   facts       - outlive what is returned
   //   orientation - as in EXIF: how the image is drawn
-  std::optional<PreparedImage> Prepare(const PdfImage& image, const ImageFacts& facts,
+  std::optional<PreparedImage> Prepare(const DocumentImage& image, const ImageFacts& facts,
                                        int orientation);
 
   // Writes the image to a file. Throws ExpaFailure and pdf::Error.

@@ -26,7 +26,7 @@ struct TExpaGraphicsState {
 
 struct TExpaImage {
   TExpaDoc* document = nullptr;
-  PdfImage image;
+  DocumentImage image;
   pdf::Arena arena;
   ImageFacts facts;
   std::optional<PreparedImage> prepared;

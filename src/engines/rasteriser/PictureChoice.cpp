@@ -89,7 +89,7 @@ class PlainSpace {
 };
 
 // Whether the JPEG data is what the dictionary says.
-bool IsConsistent(const PdfImage& image, const ImageFacts& facts, int components) {
+bool IsConsistent(const DocumentImage& image, const ImageFacts& facts, int components) {
   if (!facts.steps.empty()) {
     return false;
   }
@@ -100,7 +100,7 @@ bool IsConsistent(const PdfImage& image, const ImageFacts& facts, int components
          header->width == facts.width && header->height == facts.height;
 }
 
-bool IsPlain(const PdfImage& image, const ImageFacts& facts, pdf::Arena& arena) {
+bool IsPlain(const DocumentImage& image, const ImageFacts& facts, pdf::Arena& arena) {
   const bool is_opaque = !facts.is_mask && facts.soft_mask == 0 && facts.stencil_mask == 0 &&
                          facts.color_key.empty() && image.dictionary.Get("OC").IsNull() &&
                          image.dictionary.Get("SMaskInData").IsNull();
@@ -183,7 +183,7 @@ bool ChangesColors(pdf::Document& document, const Object& resources) {
 RowSourcePtr OpenReduced(pdf::Document& document, std::uint32_t number, const ImageObject& object,
                          const PictureFit& fit) {
   pdf::Arena arena;
-  PdfImage image{
+  DocumentImage image{
       .document = &document, .number = number, .dictionary = {}, .data = {}, .color_spaces = {}};
   image.dictionary = document.Load({.number = number, .generation = 0}, arena);
   const ImageFacts facts = FactsOf(image, arena);

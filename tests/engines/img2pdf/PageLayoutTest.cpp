@@ -9,7 +9,6 @@ namespace TarnixTools::engines {
 
 namespace {
 
-using images::Frame;
 
 struct Box {
   double left, bottom, right, top;

@@ -7,7 +7,7 @@
 #include "engines/support/files/DynamicLibrary.h"
 #include "engines/support/pictures/ImageError.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 class CodecLibrary {
  public:
@@ -31,6 +31,6 @@ class CodecLibrary {
   DynamicLibrary library_;
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_CODECS_CODECLIBRARY_H_

@@ -2,7 +2,7 @@
 
 #include <span>
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 bool FaxJoiner::Add(std::string_view strip, std::uint32_t rows) {
   CcittDecoder decoder(strip, coding_);
@@ -27,4 +27,4 @@ HeldBytes FaxJoiner::Finish() {
   return Hold(encoder_.data()).held;
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -13,7 +13,7 @@
 #include "engines/support/codecs/CcittEncoder.h"
 #include "engines/support/images/EncodedImage.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 class FaxJoiner {
  public:
@@ -39,6 +39,6 @@ class FaxJoiner {
   std::vector<std::uint32_t> changes_;
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_CODECS_FAXJOINER_H_

@@ -10,7 +10,7 @@
 
 #include <libdeflate.h>
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -358,4 +358,4 @@ std::size_t HuffmanSize(const unsigned char* data, std::size_t size) {
   return static_cast<std::size_t>(IdealBits(Count(data, size), size) / 8);
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -8,7 +8,7 @@
 
 #include "engines/support/images/EncodedImage.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 // zlib-wrapped (RFC 1950). There is at least one byte.
 HeldBytes DeflateByHuffman(const unsigned char* data, std::size_t size);
@@ -16,6 +16,6 @@ HeldBytes DeflateByHuffman(const unsigned char* data, std::size_t size);
 // About how many bytes that would give.
 std::size_t HuffmanSize(const unsigned char* data, std::size_t size);
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_CODECS_HUFFMANDEFLATE_H_

@@ -6,7 +6,7 @@
 #include <limits>
 #include <vector>
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -194,4 +194,4 @@ void Filter(Plane& plane, RowFilter filter) {
   }
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -7,7 +7,7 @@
 
 #include "engines/support/pictures/Plane.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 // Turns filtered rows into samples: what each row's first byte says; unknown types count as none.
 //   data        - rows of stride bytes
@@ -31,6 +31,6 @@ void Filter(Plane& plane, RowFilter filter);
 void FilterRows(const Plane& plane, std::uint32_t first, std::uint32_t count, RowFilter filter,
                 unsigned char* out);
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_CODECS_PNGFILTERS_H_

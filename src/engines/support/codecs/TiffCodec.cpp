@@ -13,7 +13,7 @@
 #include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/ImageError.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -311,4 +311,4 @@ bool TiffDecoder::ReadRgba(Plane& plane) {
   return true;
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

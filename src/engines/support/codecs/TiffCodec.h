@@ -8,7 +8,7 @@
 #include "engines/support/pictures/Plane.h"
 #include "pdf/file/ByteSource.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 class TiffDecoder {
  public:
@@ -41,6 +41,6 @@ class TiffDecoder {
   std::unique_ptr<State> state_;
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_CODECS_TIFFCODEC_H_

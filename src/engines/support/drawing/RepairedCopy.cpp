@@ -105,7 +105,7 @@ class Copy {
     }
     pdf::Arena arena;
     const Object dictionary = document_->Load({.number = original, .generation = 0}, arena);
-    const PdfImage image{.document = document_,
+    const DocumentImage image{.document = document_,
                          .number = original,
                          .dictionary = dictionary,
                          .data = {},
@@ -139,7 +139,7 @@ class Copy {
   }
 
   // All but the coding stays.
-  void ReplaceJbig2(const PdfImage& image, const ImageFacts& facts) {
+  void ReplaceJbig2(const DocumentImage& image, const ImageFacts& facts) {
     const std::optional<std::string> samples = DecodeOwnJbig2(image, facts);
     if (!samples) {
       return;

@@ -85,7 +85,7 @@ bool UndrawnObjects::IsOddImage(std::uint32_t number, const Object& dictionary) 
   if (number == 0 || filter.Items().size() > 1 || !last.IsName("JPXDecode")) {
     return false;
   }
-  const PdfImage image{.document = document_,
+  const DocumentImage image{.document = document_,
                        .number = number,
                        .dictionary = dictionary,
                        .data = {},
@@ -109,7 +109,7 @@ bool UndrawnObjects::IsOddImage(std::uint32_t number, const Object& dictionary) 
 }
 
 bool UndrawnObjects::IsOddJbig2(std::uint32_t number, const Object& dictionary) {
-  const PdfImage image{.document = document_,
+  const DocumentImage image{.document = document_,
                        .number = number,
                        .dictionary = dictionary,
                        .data = {},

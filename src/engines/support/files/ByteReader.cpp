@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 std::string_view ByteReader::View(std::uint64_t offset, std::size_t count) {
   if (offset >= size_) {
@@ -86,4 +86,4 @@ std::uint64_t ByteReader::Number(std::uint64_t offset, std::size_t bytes, ByteOr
   return number;
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

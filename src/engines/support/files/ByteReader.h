@@ -11,7 +11,7 @@
 
 #include "pdf/file/ByteSource.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 enum class ByteOrder : std::uint8_t { kBig, kLittle };
 
@@ -60,6 +60,6 @@ class ByteReader {
   std::size_t window_size_ = 0;
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_FILES_BYTEREADER_H_

@@ -8,7 +8,7 @@
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -130,16 +130,16 @@ void BmpFile::ReadPalette(unsigned entry_size) {
   }
 }
 
-PdfImage BmpFile::Embed(std::size_t) {
+EncodedImage BmpFile::Embed(std::size_t) {
   Raster raster;
   if (bits_ > 8) {
-    raster.space = ColorSpace::kRgb;
+    raster.space = PictureSpace::kRgb;
     DecodeColors(raster);
-    return Encode(std::move(raster));
+    return EncodeRaster(std::move(raster));
   }
   Plane indices = compression_ == kNone ? DecodeIndices() : DecodeRuns();
   ApplyPalette(raster, std::move(indices), palette_);
-  return Encode(std::move(raster));
+  return EncodeRaster(std::move(raster));
 }
 
 Plane BmpFile::DecodeIndices() {
@@ -242,4 +242,4 @@ void BmpFile::DecodeColors(Raster& raster) {
   }
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

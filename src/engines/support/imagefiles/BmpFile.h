@@ -11,7 +11,7 @@
 #include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/pictures/Raster.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 class BmpFile : public ImageFile {
  public:
@@ -19,7 +19,7 @@ class BmpFile : public ImageFile {
 
   explicit BmpFile(pdf::ByteSource& source);
 
-  PdfImage Embed(std::size_t frame) override;
+  EncodedImage Embed(std::size_t frame) override;
 
  private:
   void ReadHeader();
@@ -35,7 +35,7 @@ class BmpFile : public ImageFile {
   void DecodeColors(Raster& raster);
 
   ByteReader reader_;
-  Frame frame_;
+  ImageFrame frame_;
   std::uint32_t header_size_ = 0;
   unsigned bits_ = 0;
   std::uint32_t compression_ = 0;
@@ -45,6 +45,6 @@ class BmpFile : public ImageFile {
   std::string palette_;
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_BMPFILE_H_

@@ -5,7 +5,7 @@
 #include "engines/support/files/ByteReader.h"
 #include "engines/support/pictures/Units.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -73,4 +73,4 @@ ExifFacts ReadExifSegment(std::string_view segment) {
   return ReadExif(segment.starts_with(kPrefix) ? segment.substr(kPrefix.size()) : segment);
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -6,7 +6,7 @@
 
 #include "engines/support/pictures/Orientation.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 struct ExifFacts {
   int orientation = kUpright;  // 1 to 8; other values in the block count as 1
@@ -20,6 +20,6 @@ ExifFacts ReadExif(std::string_view block);
 // The same with "Exif\0\0" before it, which is not needed.
 ExifFacts ReadExifSegment(std::string_view segment);
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_EXIF_H_

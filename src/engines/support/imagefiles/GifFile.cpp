@@ -10,7 +10,7 @@
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Raster.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -250,7 +250,7 @@ Plane GifFile::Decode() {
   return screen;
 }
 
-PdfImage GifFile::Embed(std::size_t) {
+EncodedImage GifFile::Embed(std::size_t) {
   if (!CoversScreen() && transparent_ < 0) {
     if (palette_.size() < std::size_t{3} * 256) {
       transparent_ = static_cast<int>(palette_.size() / 3);
@@ -259,7 +259,7 @@ PdfImage GifFile::Embed(std::size_t) {
   }
   Raster raster;
   ApplyPalette(raster, Decode(), palette_, transparent_);
-  return Encode(std::move(raster));
+  return EncodeRaster(std::move(raster));
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

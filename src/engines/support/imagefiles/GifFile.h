@@ -10,7 +10,7 @@
 #include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/pictures/Plane.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 class GifFile : public ImageFile {
  public:
@@ -18,7 +18,7 @@ class GifFile : public ImageFile {
 
   explicit GifFile(pdf::ByteSource& source);
 
-  PdfImage Embed(std::size_t frame) override;
+  EncodedImage Embed(std::size_t frame) override;
 
  private:
   void ReadBlocks(std::uint64_t place);
@@ -30,7 +30,7 @@ class GifFile : public ImageFile {
   Plane Decode();
 
   ByteReader reader_;
-  Frame frame_;           // the screen
+  ImageFrame frame_;           // the screen
   std::string palette_;   // of the screen, then of the picture
   int transparent_ = -1;  // index
   std::uint32_t left_ = 0;
@@ -41,6 +41,6 @@ class GifFile : public ImageFile {
   std::uint64_t data_ = 0;  // where it starts; 0: no picture
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_GIFFILE_H_

@@ -12,7 +12,7 @@
 #include "engines/support/imagefiles/WebpFile.h"
 #include "engines/support/pictures/ImageError.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -49,7 +49,7 @@ std::unique_ptr<ImageFile> ImageFile::Open(pdf::ByteSource& source) {
   throw ImageError(ImageErrorCode::kUnknownFormat, "the file is no image of a known kind");
 }
 
-void ImageFile::AddFrame(Frame frame) {
+void ImageFile::AddFrame(ImageFrame frame) {
   if (frame.width == 0 || frame.height == 0) {
     throw ImageError(ImageErrorCode::kDamaged, "the picture has no pixels");
   }
@@ -63,4 +63,4 @@ void ImageFile::AddFrame(Frame frame) {
   frames_.push_back(frame);
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

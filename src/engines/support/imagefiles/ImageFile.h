@@ -2,7 +2,7 @@
 // them goes into a PDF document. Nothing is decoded unless it has to be.
 //
 //   const std::unique_ptr<ImageFile> file = ImageFile::Open(source);
-//   const Frame& frame = file->frame(0);
+//   const ImageFrame& frame = file->frame(0);
 //   ImageWriter images(writer);
 //   const std::uint32_t number = images.Write(file->Embed(0), source);
 #ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_IMAGEFILE_H_
@@ -18,10 +18,10 @@
 #include "engines/support/pictures/Orientation.h"
 #include "pdf/file/ByteSource.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 // One picture as it is stored.
-struct Frame {
+struct ImageFrame {
   std::uint32_t width = 0;   // pixels, 1 to limits::kMaxSide
   std::uint32_t height = 0;  // pixels
   double dpi_x = 0;          // pixels per inch along the width; 0: the file does not say
@@ -44,22 +44,22 @@ class ImageFile {
   // first picture.
   std::size_t frame_count() const { return frames_.size(); }
 
-  const Frame& frame(std::size_t index) const { return frames_[index]; }
+  const ImageFrame& frame(std::size_t index) const { return frames_[index]; }
 
   // The picture for a PDF document, pixel by pixel what the file has, in the orientation in which
   // it is stored. Its data may lie in the source. Throws as Open does.
-  virtual PdfImage Embed(std::size_t frame) = 0;
+  virtual EncodedImage Embed(std::size_t frame) = 0;
 
  protected:
   ImageFile() = default;
 
   // Checks the size, and drops a resolution that cannot be meant.
-  void AddFrame(Frame frame);
+  void AddFrame(ImageFrame frame);
 
  private:
-  std::vector<Frame> frames_;
+  std::vector<ImageFrame> frames_;
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_IMAGEFILE_H_

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace TarnixTools::engines::images::limits {
+namespace TarnixTools::engines::limits {
 
 // Pixels in one direction.
 inline constexpr std::uint32_t kMaxSide = 1'000'000;
@@ -23,6 +23,6 @@ inline constexpr std::size_t kMaxParts = 4'000'000;
 inline constexpr double kMinDpi = 1;
 inline constexpr double kMaxDpi = 100'000;
 
-}  // namespace TarnixTools::engines::images::limits
+}  // namespace TarnixTools::engines::limits
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_IMAGEFILELIMITS_H_

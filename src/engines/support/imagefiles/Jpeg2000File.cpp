@@ -7,7 +7,7 @@
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -144,18 +144,18 @@ void Jpeg2000File::ReadCodeStream(std::uint64_t start) {
   components_ = reader_.Number16(size + 36);
 }
 
-PdfImage Jpeg2000File::Embed(std::size_t) {
-  PdfImage result;
+EncodedImage Jpeg2000File::Embed(std::size_t) {
+  EncodedImage result;
   ImageStream& image = result.image;
   image.width = frame_.width;
   image.height = frame_.height;
   image.bits = 0;
-  image.space = ColorSpace::kNone;
+  image.space = PictureSpace::kNone;
   image.filter = "JPXDecode";
   if (is_code_stream_) {  // which does not say what its components are
-    image.space = components_ <= 2   ? ColorSpace::kGray
-                  : components_ == 3 ? ColorSpace::kRgb
-                                     : ColorSpace::kCmyk;
+    image.space = components_ <= 2   ? PictureSpace::kGray
+                  : components_ == 3 ? PictureSpace::kRgb
+                                     : PictureSpace::kCmyk;
   }
   if (has_alpha_) {
     image.entries = is_premultiplied_ ? "/SMaskInData 2" : "/SMaskInData 1";
@@ -164,4 +164,4 @@ PdfImage Jpeg2000File::Embed(std::size_t) {
   return result;
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -9,7 +9,7 @@
 #include "engines/support/files/ByteReader.h"
 #include "engines/support/imagefiles/ImageFile.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 class Jpeg2000File : public ImageFile {
  public:
@@ -17,7 +17,7 @@ class Jpeg2000File : public ImageFile {
 
   explicit Jpeg2000File(pdf::ByteSource& source);
 
-  PdfImage Embed(std::size_t frame) override;
+  EncodedImage Embed(std::size_t frame) override;
 
  private:
   void ReadBoxes(std::uint64_t start, std::uint64_t end);
@@ -26,7 +26,7 @@ class Jpeg2000File : public ImageFile {
   void ReadCodeStream(std::uint64_t start);
 
   ByteReader reader_;
-  Frame frame_;
+  ImageFrame frame_;
   bool is_code_stream_ = false;  // without boxes around it
   int components_ = 0;
   bool has_alpha_ = false;
@@ -34,6 +34,6 @@ class Jpeg2000File : public ImageFile {
   bool has_captured_resolution_ = false;
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_JPEG2000FILE_H_

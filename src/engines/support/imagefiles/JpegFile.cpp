@@ -10,7 +10,7 @@
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -156,14 +156,14 @@ std::string JpegFile::Profile() {
   return UsableProfile(profile, components_);
 }
 
-PdfImage JpegFile::Embed(std::size_t) {
-  PdfImage result;
+EncodedImage JpegFile::Embed(std::size_t) {
+  EncodedImage result;
   ImageStream& image = result.image;
   image.width = frame_.width;
   image.height = frame_.height;
-  image.space = components_ == 1   ? ColorSpace::kGray
-                : components_ == 3 ? ColorSpace::kRgb
-                                   : ColorSpace::kCmyk;
+  image.space = components_ == 1   ? PictureSpace::kGray
+                : components_ == 3 ? PictureSpace::kRgb
+                                   : PictureSpace::kCmyk;
   image.filter = "DCTDecode";
   image.profile = Profile();
   if (components_ == 4 && has_adobe_) {
@@ -236,4 +236,4 @@ std::uint64_t JpegFile::FindEnd() {
   return 0;
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

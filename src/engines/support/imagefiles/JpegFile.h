@@ -13,7 +13,7 @@
 #include "engines/support/imagefiles/Exif.h"
 #include "engines/support/imagefiles/ImageFile.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 class JpegFile : public ImageFile {
  public:
@@ -21,7 +21,7 @@ class JpegFile : public ImageFile {
 
   explicit JpegFile(pdf::ByteSource& source);
 
-  PdfImage Embed(std::size_t frame) override;
+  EncodedImage Embed(std::size_t frame) override;
 
  private:
   void ReadSegments();
@@ -40,7 +40,7 @@ class JpegFile : public ImageFile {
   };
 
   ByteReader reader_;
-  Frame frame_;
+  ImageFrame frame_;
   int frame_marker_ = 0;  // SOFn
   int components_ = 0;
   std::array<std::uint8_t, 4> component_ids_{};
@@ -54,6 +54,6 @@ class JpegFile : public ImageFile {
   std::uint64_t scan_start_ = 0;  // of the first scan's header
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_JPEGFILE_H_

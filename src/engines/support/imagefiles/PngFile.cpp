@@ -17,7 +17,7 @@
 #include "pdf/Error.h"
 #include "pdf/filters/Filters.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -233,9 +233,9 @@ std::size_t PngFile::PixelBytes() const {
   return std::max<std::size_t>(1, static_cast<std::size_t>(Channels() * bits_) / 8);
 }
 
-PdfImage PngFile::Embed(std::size_t) {
+EncodedImage PngFile::Embed(std::size_t) {
   if (is_complete_ && !is_interlaced_ && !HasAlphaChannel()) {
-    PdfImage result;
+    EncodedImage result;
     if (has_palette_alpha_) {
       result.soft_mask = EncodeMask(PaletteAlpha(Decode()));
     } else if (has_deep_key_) {
@@ -246,7 +246,7 @@ PdfImage PngFile::Embed(std::size_t) {
     result.image = PassThrough();
     return result;
   }
-  return Encode(MakeRaster(Decode()));
+  return EncodeRaster(MakeRaster(Decode()));
 }
 
 ImageStream PngFile::PassThrough() {
@@ -254,9 +254,9 @@ ImageStream PngFile::PassThrough() {
   image.width = frame_.width;
   image.height = frame_.height;
   image.bits = bits_;
-  image.space = IsPalette()              ? ColorSpace::kIndexed
-                : ColorComponents() == 1 ? ColorSpace::kGray
-                                         : ColorSpace::kRgb;
+  image.space = IsPalette()              ? PictureSpace::kIndexed
+                : ColorComponents() == 1 ? PictureSpace::kGray
+                                         : PictureSpace::kRgb;
   image.palette = palette_;
   image.profile = profile_;
   image.filter = "FlateDecode";
@@ -348,9 +348,9 @@ void PngFile::Deinterlace(Plane& plane) {
 
 Raster PngFile::MakeRaster(Plane&& samples) const {
   Raster raster;
-  raster.space = IsPalette()              ? ColorSpace::kIndexed
-                 : ColorComponents() == 1 ? ColorSpace::kGray
-                                          : ColorSpace::kRgb;
+  raster.space = IsPalette()              ? PictureSpace::kIndexed
+                 : ColorComponents() == 1 ? PictureSpace::kGray
+                                          : PictureSpace::kRgb;
   raster.palette = palette_;
   raster.profile = profile_;
   raster.color_key = color_key_;
@@ -401,4 +401,4 @@ Plane PngFile::KeyAlpha(const Plane& samples) const {
   return has_any ? std::move(mask) : Plane();
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

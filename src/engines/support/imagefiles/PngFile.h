@@ -12,7 +12,7 @@
 #include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/pictures/Raster.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 class PngFile : public ImageFile {
  public:
@@ -20,7 +20,7 @@ class PngFile : public ImageFile {
 
   explicit PngFile(pdf::ByteSource& source);
 
-  PdfImage Embed(std::size_t frame) override;
+  EncodedImage Embed(std::size_t frame) override;
 
  private:
   void ReadChunks();
@@ -48,7 +48,7 @@ class PngFile : public ImageFile {
   Plane KeyAlpha(const Plane& samples) const;
 
   ByteReader reader_;
-  Frame frame_;
+  ImageFrame frame_;
   int bits_ = 0;
   int color_type_ = -1;
   bool is_interlaced_ = false;
@@ -62,6 +62,6 @@ class PngFile : public ImageFile {
   std::vector<DataPiece> data_;
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_PNGFILE_H_

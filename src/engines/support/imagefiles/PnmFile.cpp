@@ -6,7 +6,7 @@
 #include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/ImageError.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -166,7 +166,7 @@ void PnmFile::DecodeRaw(Plane& plane) {
   }
 }
 
-PdfImage PnmFile::Embed(std::size_t) {
+EncodedImage PnmFile::Embed(std::size_t) {
   place_ = data_;
   Raster raster;
   if (kind_ == 4) {
@@ -179,7 +179,7 @@ PdfImage PnmFile::Embed(std::size_t) {
         reader_.ReadInto(place, raster.color.row(y), raster.color.row_bytes());
       }
     }
-    return Encode(std::move(raster));
+    return EncodeRaster(std::move(raster));
   }
   Plane plane(frame_.width, frame_.height, channels_, highest_ > 255 ? 16 : 8);
   plane.Fill(0);
@@ -188,13 +188,13 @@ PdfImage PnmFile::Embed(std::size_t) {
   } else {
     DecodeRaw(plane);
   }
-  raster.space = channels_ <= 2 ? ColorSpace::kGray : ColorSpace::kRgb;
+  raster.space = channels_ <= 2 ? PictureSpace::kGray : PictureSpace::kRgb;
   if (channels_ % 2 == 0) {
     SplitAlpha(plane, raster);
   } else {
     raster.color = std::move(plane);
   }
-  return Encode(std::move(raster));
+  return EncodeRaster(std::move(raster));
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

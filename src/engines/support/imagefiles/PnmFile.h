@@ -11,7 +11,7 @@
 #include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/pictures/Raster.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 class PnmFile : public ImageFile {
  public:
@@ -19,7 +19,7 @@ class PnmFile : public ImageFile {
 
   explicit PnmFile(pdf::ByteSource& source);
 
-  PdfImage Embed(std::size_t frame) override;
+  EncodedImage Embed(std::size_t frame) override;
 
  private:
   void ReadHeader();
@@ -33,7 +33,7 @@ class PnmFile : public ImageFile {
   bool IsBitmap() const { return kind_ == 1 || kind_ == 4; }
 
   ByteReader reader_;
-  Frame frame_;
+  ImageFrame frame_;
   int kind_ = 0;  // the digit after the P
   int channels_ = 1;
   std::uint32_t highest_ = 1;  // value of a sample
@@ -41,6 +41,6 @@ class PnmFile : public ImageFile {
   std::uint64_t data_ = 0;     // where the samples start
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_PNMFILE_H_

@@ -5,7 +5,7 @@
 
 #include "engines/support/imagefiles/ImageFileLimits.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -190,4 +190,4 @@ std::vector<TiffDirectory> TiffStructure::Read(ByteReader& reader) {
   return directories;
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -10,7 +10,7 @@
 
 #include "engines/support/files/ByteReader.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 enum class TiffTag : std::uint16_t {
   kImageWidth = 256,
@@ -83,6 +83,6 @@ class TiffStructure {
   static std::vector<TiffDirectory> Read(ByteReader& reader);
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_TIFFDIRECTORY_H_

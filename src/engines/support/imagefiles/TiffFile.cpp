@@ -12,7 +12,7 @@
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -113,8 +113,8 @@ void CountFromZero(Plane& plane) {
   }
 }
 
-ColorSpace SpaceOf(int colors) {
-  return colors == 1 ? ColorSpace::kGray : colors == 3 ? ColorSpace::kRgb : ColorSpace::kCmyk;
+PictureSpace SpaceOf(int colors) {
+  return colors == 1 ? PictureSpace::kGray : colors == 3 ? PictureSpace::kRgb : PictureSpace::kCmyk;
 }
 
 }  // namespace
@@ -122,7 +122,7 @@ ColorSpace SpaceOf(int colors) {
 TiffFile::TiffFile(pdf::ByteSource& source)
     : reader_(source), directories_(TiffStructure::Read(reader_)) {
   for (const TiffDirectory& directory : directories_) {
-    Frame frame;
+    ImageFrame frame;
     const auto side = [&](TiffTag tag) {
       return static_cast<std::uint32_t>(
           std::min<std::uint64_t>(directory.Number(reader_, tag, 0), limits::kMaxSide + 1));
@@ -178,22 +178,22 @@ TiffFile::Picture TiffFile::Describe(std::size_t index) {
   return picture;
 }
 
-PdfImage TiffFile::Embed(std::size_t index) {
+EncodedImage TiffFile::Embed(std::size_t index) {
   const Picture picture = Describe(index);
-  if (std::optional<PdfImage> fax = PassFax(picture)) {
+  if (std::optional<EncodedImage> fax = PassFax(picture)) {
     return std::move(*fax);
   }
-  if (std::optional<PdfImage> fax = JoinFax(picture)) {
+  if (std::optional<EncodedImage> fax = JoinFax(picture)) {
     return std::move(*fax);
   }
-  if (std::optional<PdfImage> jpeg = PassJpeg(picture)) {
+  if (std::optional<EncodedImage> jpeg = PassJpeg(picture)) {
     return std::move(*jpeg);
   }
   if (!TiffDecoder::Knows(picture.compression)) {
     throw ImageError(ImageErrorCode::kUnsupported, "a compression of TIFF that cannot be decoded");
   }
   std::optional<Raster> raster = DecodeSamples(picture);
-  return Encode(raster ? std::move(*raster) : DecodeAny(picture));
+  return EncodeRaster(raster ? std::move(*raster) : DecodeAny(picture));
 }
 
 // The picture's data, when it is all in one strip; cut at the end of the file.
@@ -258,7 +258,7 @@ ImageStream TiffFile::DescribeFax(const Picture& picture) {
   return image;
 }
 
-std::optional<PdfImage> TiffFile::PassFax(const Picture& picture) {
+std::optional<EncodedImage> TiffFile::PassFax(const Picture& picture) {
   if (picture.compression != kFax4 || !IsFax(picture)) {
     return std::nullopt;
   }
@@ -266,7 +266,7 @@ std::optional<PdfImage> TiffFile::PassFax(const Picture& picture) {
   if (!strip) {
     return std::nullopt;
   }
-  PdfImage result;
+  EncodedImage result;
   result.image = DescribeFax(picture);
   ImageStream& image = result.image;
   if (picture.photometric == kMinIsBlack) {
@@ -285,7 +285,7 @@ std::optional<PdfImage> TiffFile::PassFax(const Picture& picture) {
 
 // Fax data of several strips, or of group 3, which takes more room, as one block of group 4.
 // Nothing where it has errors, or where another coding may be smaller.
-std::optional<PdfImage> TiffFile::JoinFax(const Picture& picture) {
+std::optional<EncodedImage> TiffFile::JoinFax(const Picture& picture) {
   if (!IsFax(picture) || picture.directory->Has(TiffTag::kTileWidth)) {
     return std::nullopt;
   }
@@ -316,14 +316,14 @@ std::optional<PdfImage> TiffFile::JoinFax(const Picture& picture) {
   if (rows_left > 0) {
     return std::nullopt;
   }
-  PdfImage result;
+  EncodedImage result;
   result.image = DescribeFax(picture);
   result.image.data.emplace_back().held = joiner.Finish();
   return result;
 }
 
 // The tables, which the file has once for all strips, go before the strip's own.
-std::optional<PdfImage> TiffFile::PassJpeg(const Picture& picture) {
+std::optional<EncodedImage> TiffFile::PassJpeg(const Picture& picture) {
   const bool is_gray = picture.samples == 1 && picture.photometric == kMinIsBlack;
   const bool is_color =
       picture.samples == 3 && (picture.photometric == kRgbColor || picture.photometric == kYCbCr);
@@ -336,7 +336,7 @@ std::optional<PdfImage> TiffFile::PassJpeg(const Picture& picture) {
       reader_.View(strip->offset + strip->length - 2, 2) != "\xFF\xD9") {
     return std::nullopt;
   }
-  PdfImage result;
+  EncodedImage result;
   ImageStream& image = result.image;
   image.width = picture.width;
   image.height = picture.height;
@@ -393,7 +393,7 @@ std::optional<Raster> TiffFile::DecodeSamples(const Picture& picture) {
   raster.is_inverted = picture.photometric == kMinIsWhite;
   raster.is_premultiplied = picture.extra_sample == kAssociated && picture.photometric != kPalette;
   if (picture.photometric == kPalette) {
-    raster.space = ColorSpace::kIndexed;
+    raster.space = PictureSpace::kIndexed;
     raster.palette = Palette(picture);
   }
   if (picture.has_alpha) {
@@ -432,10 +432,10 @@ Raster TiffFile::DecodeAny(const Picture& picture) {
     throw ImageError(ImageErrorCode::kUnsupported, "the TIFF picture cannot be decoded");
   }
   Raster raster;
-  raster.space = ColorSpace::kRgb;
+  raster.space = PictureSpace::kRgb;
   raster.is_premultiplied = true;  // libtiff does that to every alpha
   SplitAlpha(plane, raster);
   return raster;
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -15,7 +15,7 @@
 #include "engines/support/imagefiles/TiffDirectory.h"
 #include "engines/support/pictures/Raster.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 class TiffFile : public ImageFile {
  public:
@@ -23,7 +23,7 @@ class TiffFile : public ImageFile {
 
   explicit TiffFile(pdf::ByteSource& source);
 
-  PdfImage Embed(std::size_t frame) override;
+  EncodedImage Embed(std::size_t frame) override;
 
  private:
   // What the fields say of a picture.
@@ -55,9 +55,9 @@ class TiffFile : public ImageFile {
   std::optional<Strip> OnlyStrip(const Picture& picture);
   std::vector<Strip> Strips(const Picture& picture, std::uint32_t count);
   std::string ReadFax(const Picture& picture, Strip strip);
-  std::optional<PdfImage> PassFax(const Picture& picture);
-  std::optional<PdfImage> JoinFax(const Picture& picture);
-  std::optional<PdfImage> PassJpeg(const Picture& picture);
+  std::optional<EncodedImage> PassFax(const Picture& picture);
+  std::optional<EncodedImage> JoinFax(const Picture& picture);
+  std::optional<EncodedImage> PassJpeg(const Picture& picture);
   std::optional<Raster> DecodeSamples(const Picture& picture);
   Raster DecodeAny(const Picture& picture);
   std::string Palette(const Picture& picture);
@@ -66,6 +66,6 @@ class TiffFile : public ImageFile {
   std::vector<TiffDirectory> directories_;
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_TIFFFILE_H_

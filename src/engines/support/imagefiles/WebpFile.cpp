@@ -14,7 +14,7 @@
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Raster.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -158,13 +158,13 @@ std::string WebpFile::PictureFile() {
   return "RIFF" + Little32(4 + header.size() + parts.size()) + "WEBP" + header + parts;
 }
 
-PdfImage WebpFile::Embed(std::size_t) {
+EncodedImage WebpFile::Embed(std::size_t) {
   Plane picture(width_, height_, has_alpha_ ? 4 : 3, 8);
   if (!Decode(PictureFile(), picture)) {
     throw ImageError(ImageErrorCode::kDamaged, "the WebP picture cannot be decoded");
   }
   Raster raster;
-  raster.space = ColorSpace::kRgb;
+  raster.space = PictureSpace::kRgb;
   raster.profile = profile_;
   const bool covers_canvas = width_ == frame_.width && height_ == frame_.height;
   if (!covers_canvas) {  // beside the picture nothing is painted
@@ -186,7 +186,7 @@ PdfImage WebpFile::Embed(std::size_t) {
   } else {
     raster.color = std::move(picture);
   }
-  return Encode(std::move(raster));
+  return EncodeRaster(std::move(raster));
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

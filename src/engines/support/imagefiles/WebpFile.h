@@ -10,7 +10,7 @@
 #include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/pictures/Plane.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 class WebpFile : public ImageFile {
  public:
@@ -18,7 +18,7 @@ class WebpFile : public ImageFile {
 
   explicit WebpFile(pdf::ByteSource& source);
 
-  PdfImage Embed(std::size_t frame) override;
+  EncodedImage Embed(std::size_t frame) override;
 
  private:
   void ReadChunks(std::uint64_t start, std::uint64_t end, bool is_animation_frame);
@@ -27,7 +27,7 @@ class WebpFile : public ImageFile {
   std::string PictureFile();
 
   ByteReader reader_;
-  Frame frame_;  // the canvas
+  ImageFrame frame_;  // the canvas
   std::uint32_t left_ = 0;
   std::uint32_t top_ = 0;
   std::uint32_t width_ = 0;  // of the picture
@@ -38,6 +38,6 @@ class WebpFile : public ImageFile {
   std::string profile_;
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_WEBPFILE_H_

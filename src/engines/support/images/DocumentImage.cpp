@@ -116,7 +116,7 @@ ImageFilter ImageFilterOf(std::string_view name) {
 
 class FactsReader {
  public:
-  FactsReader(const PdfImage& image, pdf::Arena& arena)
+  FactsReader(const DocumentImage& image, pdf::Arena& arena)
       : image_(&image), document_(image.document), arena_(&arena) {}
 
   ImageFacts Read() {
@@ -253,7 +253,7 @@ class FactsReader {
     }
   }
 
-  const PdfImage* image_;
+  const DocumentImage* image_;
   pdf::Document* document_;
   pdf::Arena* arena_;
   ImageFacts facts_;
@@ -278,11 +278,11 @@ Object FullInlineDictionary(pdf::Document& document, const Object& entries, cons
   return Object::Dictionary(arena.CopyItems(std::span<const pdf::DictionaryEntry>(full)));
 }
 
-ImageFacts FactsOf(const PdfImage& image, pdf::Arena& arena) {
+ImageFacts FactsOf(const DocumentImage& image, pdf::Arena& arena) {
   return FactsReader(image, arena).Read();
 }
 
-void CopyEncoded(const PdfImage& image, pdf::ByteSink& sink, std::uint64_t most) {
+void CopyEncoded(const DocumentImage& image, pdf::ByteSink& sink, std::uint64_t most) {
   if (image.number == 0) {
     sink.Write(image.data.substr(
         0, static_cast<std::size_t>(std::min<std::uint64_t>(most, image.data.size()))));
@@ -322,7 +322,7 @@ void CopyEncoded(const PdfImage& image, pdf::ByteSink& sink, std::uint64_t most)
   }
 }
 
-std::string EncodedData(const PdfImage& image, std::size_t max_bytes) {
+std::string EncodedData(const DocumentImage& image, std::size_t max_bytes) {
   pdf::StringSink encoded;
   if (image.number != 0) {
     const std::optional<pdf::StreamExtent> extent = image.document->StreamOf(image.number);
@@ -335,7 +335,7 @@ std::string EncodedData(const PdfImage& image, std::size_t max_bytes) {
   return encoded.Take();
 }
 
-std::string DecodeToImageFilter(const PdfImage& image, const ImageFacts& facts,
+std::string DecodeToImageFilter(const DocumentImage& image, const ImageFacts& facts,
                                 std::size_t max_bytes) {
   std::string encoded = EncodedData(image, max_bytes);
   return facts.steps.empty() ? std::move(encoded)

@@ -17,7 +17,7 @@
 namespace TarnixTools::engines {
 
 // Where the image is.
-struct PdfImage {
+struct DocumentImage {
   pdf::Document* document = nullptr;
   std::uint32_t number = 0;  // of its stream; 0 for an inline image
   pdf::Object dictionary;    // an inline image's with full names
@@ -53,19 +53,19 @@ struct ImageFacts {
 };
 
 // Throws pdf::Error for a document that cannot be read any more, never for odd values.
-ImageFacts FactsOf(const PdfImage& image, pdf::Arena& arena);
+ImageFacts FactsOf(const DocumentImage& image, pdf::Arena& arena);
 
 // Hands the data to the sink, decrypted and otherwise as it stands. At most `most` bytes. Throws
 // pdf::Error.
-void CopyEncoded(const PdfImage& image, pdf::ByteSink& sink,
+void CopyEncoded(const DocumentImage& image, pdf::ByteSink& sink,
                  std::uint64_t most = ~std::uint64_t{0});
 
 // The same in memory. Throws pdf::Error(kLimitExceeded) for more than max_bytes.
-std::string EncodedData(const PdfImage& image, std::size_t max_bytes);
+std::string EncodedData(const DocumentImage& image, std::size_t max_bytes);
 
 // The data behind the filters before the image filter. What cannot be decoded is missing at the
 // end. Throws pdf::Error(kLimitExceeded) for more than max_bytes.
-std::string DecodeToImageFilter(const PdfImage& image, const ImageFacts& facts,
+std::string DecodeToImageFilter(const DocumentImage& image, const ImageFacts& facts,
                                 std::size_t max_bytes);
 
 }  // namespace TarnixTools::engines

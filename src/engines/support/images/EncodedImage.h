@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 // Bytes of our own, never filled with zeros first.
 struct HeldBytes {
@@ -30,7 +30,7 @@ struct DataPiece {
   std::uint64_t size() const { return held.data != nullptr ? held.size : length; }
 };
 
-enum class ColorSpace : std::uint8_t {
+enum class PictureSpace : std::uint8_t {
   kNone,  // the data tells (JPEG 2000)
   kGray,
   kRgb,
@@ -43,7 +43,7 @@ struct ImageStream {
   std::uint32_t width = 0;   // pixels
   std::uint32_t height = 0;  // pixels
   int bits = 8;              // per component; 0: the data tells
-  ColorSpace space = ColorSpace::kGray;
+  PictureSpace space = PictureSpace::kGray;
   std::string palette;     // of an indexed image: three bytes for each index
   std::string profile;     // ICC profile of the colours (of the palette's, when there is one)
   std::string filter;      // "DCTDecode"
@@ -54,7 +54,7 @@ struct ImageStream {
   std::vector<DataPiece> data;
 };
 
-struct PdfImage {
+struct EncodedImage {
   ImageStream image;
   std::optional<ImageStream> soft_mask;
 };
@@ -62,6 +62,6 @@ struct PdfImage {
 // One held piece of a copy of these bytes.
 DataPiece Hold(std::string_view bytes);
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGES_ENCODEDIMAGE_H_

@@ -379,7 +379,7 @@ const DrawnImage* ImageWalker::DrawInline(Frame& frame, const pdf::Operation& op
   return Draw(frame, {document_, 0, dictionary, operation.image_data, {}});
 }
 
-const DrawnImage* ImageWalker::Draw(Frame& frame, const PdfImage& image) {
+const DrawnImage* ImageWalker::Draw(Frame& frame, const DocumentImage& image) {
   if (!frame.color_spaces) {
     frame.color_spaces = document_->Resolve(frame.resources.Get("ColorSpace"), frame.arena);
   }

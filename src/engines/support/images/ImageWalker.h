@@ -19,7 +19,7 @@
 namespace TarnixTools::engines {
 
 struct DrawnImage {
-  PdfImage image;
+  DocumentImage image;
   pdf::Matrix matrix;  // of the unit square that the image fills, to the page as it is seen
   bool is_clipped_by_text = false;
 };
@@ -47,7 +47,7 @@ class ImageWalker {
   const DrawnImage* Run(Frame& frame, const pdf::Operation& operation);
   const DrawnImage* DrawObject(Frame& frame, const pdf::Operation& operation);
   const DrawnImage* DrawInline(Frame& frame, const pdf::Operation& operation);
-  const DrawnImage* Draw(Frame& frame, const PdfImage& image);
+  const DrawnImage* Draw(Frame& frame, const DocumentImage& image);
   void PaintPattern(Frame& frame, const std::string& name);
   void BeginMarked(Frame& frame, const pdf::Operation& operation);
   std::string PageContent(const pdf::Object& contents);

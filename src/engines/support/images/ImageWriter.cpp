@@ -7,31 +7,31 @@
 #include "pdf/filters/Filters.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
 constexpr std::size_t kBlock = std::size_t{256} << 10;
 constexpr int kProfileLevel = 9;
 
-int ComponentsOf(ColorSpace space) {
+int ComponentsOf(PictureSpace space) {
   switch (space) {
-    case ColorSpace::kGray:
+    case PictureSpace::kGray:
       return 1;
-    case ColorSpace::kCmyk:
+    case PictureSpace::kCmyk:
       return 4;
     default:
       return 3;
   }
 }
 
-const char* DeviceSpace(ColorSpace space) {
+const char* DeviceSpace(PictureSpace space) {
   switch (space) {
-    case ColorSpace::kGray:
+    case PictureSpace::kGray:
       return "/DeviceGray";
-    case ColorSpace::kCmyk:
+    case PictureSpace::kCmyk:
       return "/DeviceCMYK";
-    case ColorSpace::kLab:
+    case PictureSpace::kLab:
       return "[/Lab<</WhitePoint[.9642 1 .8249]/Range[-128 127 -128 127]>>]";
     default:
       return "/DeviceRGB";
@@ -69,7 +69,7 @@ DataPiece Hold(std::string_view bytes) {
   return piece;
 }
 
-std::uint32_t ImageWriter::Write(const PdfImage& image, pdf::ByteSource& source) {
+std::uint32_t ImageWriter::Write(const EncodedImage& image, pdf::ByteSource& source) {
   block_size_ = 0;
   const std::uint32_t mask = image.soft_mask ? WriteStream(*image.soft_mask, 0, source) : 0;
   return WriteStream(image.image, mask, source);
@@ -83,7 +83,7 @@ std::uint32_t ImageWriter::WriteStream(const ImageStream& stream, std::uint32_t 
   if (stream.bits != 0) {
     AppendEntry(text, "/BitsPerComponent", stream.bits);
   }
-  if (stream.space != ColorSpace::kNone) {
+  if (stream.space != PictureSpace::kNone) {
     text += "/ColorSpace" + ColorSpaceText(stream);
   }
   text += "/Filter/" + stream.filter;
@@ -112,7 +112,7 @@ std::uint32_t ImageWriter::WriteStream(const ImageStream& stream, std::uint32_t 
 // A name, or a reference to an array; strings of palettes are better off outside of the stream's
 // dictionary, where they are compressed.
 std::string ImageWriter::ColorSpaceText(const ImageStream& stream) {
-  const bool is_indexed = stream.space == ColorSpace::kIndexed;
+  const bool is_indexed = stream.space == PictureSpace::kIndexed;
   std::string base = DeviceSpace(stream.space);
   if (!stream.profile.empty()) {
     const std::uint32_t profile = WriteProfile(stream.profile, ComponentsOf(stream.space));
@@ -199,4 +199,4 @@ void ImageWriter::CopySmall(const DataPiece& piece, pdf::ByteSource& source) {
   }
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -12,7 +12,7 @@
 #include "pdf/file/ByteSource.h"
 #include "pdf/write/FileWriter.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 class ImageWriter {
  public:
@@ -22,7 +22,7 @@ class ImageWriter {
   // Writes the image and all it refers to, and returns its object number. source: the image file
   // that the picture's data may lie in. Throws pdf::Error, kSourceChanged when the file has become
   // shorter.
-  std::uint32_t Write(const PdfImage& image, pdf::ByteSource& source);
+  std::uint32_t Write(const EncodedImage& image, pdf::ByteSource& source);
 
  private:
   std::uint32_t WriteStream(const ImageStream& stream, std::uint32_t soft_mask,
@@ -41,6 +41,6 @@ class ImageWriter {
   std::size_t block_size_ = 0;
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGES_IMAGEWRITER_H_

@@ -14,7 +14,7 @@ struct Jbig2Data {
   std::string data;
 };
 
-std::optional<Jbig2Data> DataOf(const PdfImage& image, const ImageFacts& facts) {
+std::optional<Jbig2Data> DataOf(const DocumentImage& image, const ImageFacts& facts) {
   if (facts.filter != ImageFilter::kJbig2) {
     return std::nullopt;
   }
@@ -38,12 +38,12 @@ std::optional<Jbig2Data> DataOf(const PdfImage& image, const ImageFacts& facts) 
 
 }  // namespace
 
-bool IsOwnJbig2(const PdfImage& image, const ImageFacts& facts) {
+bool IsOwnJbig2(const DocumentImage& image, const ImageFacts& facts) {
   const std::optional<Jbig2Data> jbig2 = DataOf(image, facts);
   return jbig2 && NeedsOwnJbig2(jbig2->globals, jbig2->data);
 }
 
-std::optional<std::string> DecodeOwnJbig2(const PdfImage& image, const ImageFacts& facts) {
+std::optional<std::string> DecodeOwnJbig2(const DocumentImage& image, const ImageFacts& facts) {
   const std::optional<Jbig2Data> jbig2 = DataOf(image, facts);
   if (!jbig2 || !NeedsOwnJbig2(jbig2->globals, jbig2->data)) {
     return std::nullopt;

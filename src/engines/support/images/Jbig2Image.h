@@ -11,11 +11,11 @@ namespace TarnixTools::engines {
 
 // Whether it is a JBIG2 image that PDFium cannot be trusted with (Jbig2Decoder.h). Throws
 // pdf::Error for a document that cannot be read any more.
-bool IsOwnJbig2(const PdfImage& image, const ImageFacts& facts);
+bool IsOwnJbig2(const DocumentImage& image, const ImageFacts& facts);
 
 // Its rows, as the filter gives them; nothing for an image that is PDFium's or cannot be decoded.
 // Throws pdf::Error.
-std::optional<std::string> DecodeOwnJbig2(const PdfImage& image, const ImageFacts& facts);
+std::optional<std::string> DecodeOwnJbig2(const DocumentImage& image, const ImageFacts& facts);
 
 }  // namespace TarnixTools::engines
 

@@ -19,7 +19,7 @@ namespace {
 // A document with one page, which the image fills, one pixel to a unit.
 class OneImageDocument {
  public:
-  OneImageDocument(const PdfImage& image, const ImageFacts& facts)
+  OneImageDocument(const DocumentImage& image, const ImageFacts& facts)
       : image_(&image),
         writer_(sink_, nullptr),
         objects_(*image.document, writer_, numbers_, [](std::uint32_t) { return false; }) {
@@ -68,7 +68,7 @@ class OneImageDocument {
     writer_.EndStream();
   }
 
-  const PdfImage* image_;
+  const DocumentImage* image_;
   pdf::StringSink sink_;
   pdf::FileWriter writer_;
   pdf::NumberMap numbers_;
@@ -156,7 +156,7 @@ class PdfiumRows : public RowSource {
 
 }  // namespace
 
-RowSourcePtr OpenWithPdfium(const PdfImage& image, const ImageFacts& facts, bool is_gray) {
+RowSourcePtr OpenWithPdfium(const DocumentImage& image, const ImageFacts& facts, bool is_gray) {
   if (static_cast<std::uint64_t>(facts.width) * facts.height * 3 > limits::kMaxSampleBytes) {
     return nullptr;
   }

@@ -11,7 +11,7 @@ namespace TarnixTools::engines {
 // The picture with its masks, on white. Null when PDFium is not installed or cannot make sense of
 // it. The image is copied, so the document may be closed before.
 //   is_gray - the picture has no colours
-RowSourcePtr OpenWithPdfium(const PdfImage& image, const ImageFacts& facts, bool is_gray);
+RowSourcePtr OpenWithPdfium(const DocumentImage& image, const ImageFacts& facts, bool is_gray);
 
 }  // namespace TarnixTools::engines
 

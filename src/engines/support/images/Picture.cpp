@@ -33,7 +33,7 @@ constexpr std::uint64_t kMaxDeflation = 1032;
 
 class PictureOpener {
  public:
-  PictureOpener(const PdfImage& image, const ImageFacts& facts, PictureSize least)
+  PictureOpener(const DocumentImage& image, const ImageFacts& facts, PictureSize least)
       : image_(image), facts_(facts), least_(least) {}
 
   RowSourcePtr Open() {
@@ -242,7 +242,7 @@ class PictureOpener {
     return space && space->kind == ColorKind::kGray;
   }
 
-  const PdfImage& image_;
+  const DocumentImage& image_;
   const ImageFacts& facts_;
   PictureSize least_;
   pdf::Arena arena_;
@@ -250,9 +250,9 @@ class PictureOpener {
 };
 
 // matte: gets what the mask says.
-RowSourcePtr OpenMask(const PdfImage& image, std::uint32_t number, std::vector<double>& matte) {
+RowSourcePtr OpenMask(const DocumentImage& image, std::uint32_t number, std::vector<double>& matte) {
   pdf::Arena arena;
-  PdfImage mask{.document = image.document,
+  DocumentImage mask{.document = image.document,
                 .number = number,
                 .dictionary = {},
                 .data = {},
@@ -278,7 +278,7 @@ RowSourcePtr OpenMask(const PdfImage& image, std::uint32_t number, std::vector<d
 
 // The colour that a matte is in the colour space of its picture; nothing for colour spaces in which
 // mixing is not what it is in sRGB.
-std::optional<Rgb> ColorOfMatte(const PdfImage& image, const ImageFacts& facts,
+std::optional<Rgb> ColorOfMatte(const DocumentImage& image, const ImageFacts& facts,
                                 const std::vector<double>& matte) {
   pdf::Arena arena;
   const auto space = ColorSpaceOf(*image.document, facts.color_space, arena);
@@ -298,7 +298,7 @@ std::optional<Rgb> ColorOfMatte(const PdfImage& image, const ImageFacts& facts,
 
 }  // namespace
 
-RowSourcePtr OpenPicture(const PdfImage& image, const ImageFacts& facts, PictureSize least) {
+RowSourcePtr OpenPicture(const DocumentImage& image, const ImageFacts& facts, PictureSize least) {
   if (facts.width == 0 || facts.height == 0) {
     return nullptr;
   }

@@ -11,7 +11,7 @@ namespace TarnixTools::engines {
 // An image mask is the black picture that it paints. Null for an image of which nothing can be
 // read. The image is used until the picture is done. Throws pdf::Error.
 //   least - it may come out smaller, where that saves time, but with that many pixels at least
-RowSourcePtr OpenPicture(const PdfImage& image, const ImageFacts& facts,
+RowSourcePtr OpenPicture(const DocumentImage& image, const ImageFacts& facts,
                          PictureSize least = kWholePicture);
 
 // Turns and mirrors a picture that is stored as an EXIF orientation says (1 to 8), so that it is

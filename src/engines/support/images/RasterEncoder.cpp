@@ -13,7 +13,7 @@
 #include "engines/support/pictures/ColorCount.h"
 #include "engines/support/pictures/Raster.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -86,9 +86,9 @@ struct Coding {
 
 // Tries all filters on a sample. Pictures of few bits or of a palette have no gradients that a
 // filter could follow.
-Coding ChooseCoding(const Plane& plane, ColorSpace space) {
+Coding ChooseCoding(const Plane& plane, PictureSpace space) {
   Coding coding;
-  if (plane.bits() < 8 || space == ColorSpace::kIndexed) {
+  if (plane.bits() < 8 || space == PictureSpace::kIndexed) {
     return coding;
   }
   const Sample sample = ChooseSample(plane);
@@ -127,7 +127,7 @@ ImageStream Describe(const Raster& raster) {
   image.profile = raster.profile;
   image.color_key = raster.color_key;
   if (raster.is_inverted) {
-    image.decode = raster.space == ColorSpace::kCmyk ? "1 0 1 0 1 0 1 0" : "1 0";
+    image.decode = raster.space == PictureSpace::kCmyk ? "1 0 1 0 1 0 1 0" : "1 0";
   }
   return image;
 }
@@ -190,7 +190,7 @@ void StoreBitonal(ImageStream& image, Plane&& plane) {
 }
 
 void Store(ImageStream& image, Plane&& plane) {
-  if (plane.bits() == 1 && image.space == ColorSpace::kGray) {
+  if (plane.bits() == 1 && image.space == PictureSpace::kGray) {
     StoreBitonal(image, std::move(plane));
   } else {
     StoreFlate(image, std::move(plane));
@@ -270,13 +270,13 @@ ImageStream EncodeMask(Plane&& alpha) {
   return mask;
 }
 
-PdfImage Encode(Raster&& raster) {
-  PdfImage result;
+EncodedImage EncodeRaster(Raster&& raster) {
+  EncodedImage result;
   if (!raster.alpha.empty() && !IsOpaque(raster.alpha)) {
     result.soft_mask = EncodeMask(std::move(raster.alpha));
     if (raster.is_premultiplied) {
-      result.soft_mask->entries = raster.space == ColorSpace::kGray   ? "/Matte[0]"
-                                  : raster.space == ColorSpace::kCmyk ? "/Matte[0 0 0 0]"
+      result.soft_mask->entries = raster.space == PictureSpace::kGray   ? "/Matte[0]"
+                                  : raster.space == PictureSpace::kCmyk ? "/Matte[0 0 0 0]"
                                                                       : "/Matte[0 0 0]";
     }
   }
@@ -291,4 +291,4 @@ PdfImage Encode(Raster&& raster) {
   return result;
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -9,13 +9,13 @@
 #include <utility>
 #include <vector>
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
 constexpr std::size_t kMaxPalette = 256;
 
-bool CanBeReduced(const Raster& raster, ColorSpace space) {
+bool CanBeReduced(const Raster& raster, PictureSpace space) {
   return raster.color.bits() == 8 && raster.space == space && raster.color_key.empty();
 }
 
@@ -106,7 +106,7 @@ void ReduceGrayToPalette(Raster& raster, const std::array<bool, 256>& used) {
   }
   raster.color = Pack(raster.color, BitsFor(colors), value_of);
   raster.palette = std::move(palette);
-  raster.space = ColorSpace::kIndexed;
+  raster.space = PictureSpace::kIndexed;
   raster.is_inverted = false;
 }
 
@@ -196,7 +196,7 @@ void ReduceToPalette(Raster& raster) {
     }
   }
   raster.palette = std::move(table.palette());
-  raster.space = ColorSpace::kIndexed;
+  raster.space = PictureSpace::kIndexed;
   const int bits = BitsFor(raster.palette.size() / 3);
   raster.color = bits == 8 ? std::move(indices) : Pack(indices, bits, Same());
 }
@@ -236,31 +236,31 @@ void ApplyPalette(Raster& raster, Plane&& indices, const std::string& palette, i
   raster.color = indices.bits() == 8 && bits < 8 ? Pack(indices, bits, Same()) : std::move(indices);
   if (transparent < 0 && raster.color.bits() == bits && PaletteIsGray(raster)) {
     raster.palette.clear();
-    raster.space = ColorSpace::kGray;
+    raster.space = PictureSpace::kGray;
     return;
   }
-  raster.space = ColorSpace::kIndexed;
+  raster.space = PictureSpace::kIndexed;
   if (transparent >= 0) {
     raster.color_key = std::to_string(transparent) + ' ' + std::to_string(transparent);
   }
 }
 
 void ReduceGray(Raster& raster) {
-  if (CanBeReduced(raster, ColorSpace::kGray)) {
+  if (CanBeReduced(raster, PictureSpace::kGray)) {
     ReduceToLevels(raster, UsedValues(raster.color));
   }
 }
 
 void ReduceColors(Raster& raster) {
-  if (CanBeReduced(raster, ColorSpace::kRgb)) {
+  if (CanBeReduced(raster, PictureSpace::kRgb)) {
     if (raster.profile.empty() && HasNoColor(raster.color)) {
       raster.color = GrayOf(raster.color);
-      raster.space = ColorSpace::kGray;
+      raster.space = PictureSpace::kGray;
     } else if (CountsUpToPalette(raster.color)) {
       ReduceToPalette(raster);
     }
   }
-  if (CanBeReduced(raster, ColorSpace::kGray)) {
+  if (CanBeReduced(raster, PictureSpace::kGray)) {
     const std::array<bool, 256> used = UsedValues(raster.color);
     if (!ReduceToLevels(raster, used)) {
       ReduceGrayToPalette(raster, used);
@@ -268,4 +268,4 @@ void ReduceColors(Raster& raster) {
   }
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

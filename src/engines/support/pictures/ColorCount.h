@@ -4,7 +4,7 @@
 
 #include "engines/support/pictures/Raster.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 // Stores gray of 8 bits in 1, 2 or 4 bits where its values are all among those that these can say.
 // Nothing happens to a picture with a colour key.
@@ -14,6 +14,6 @@ void ReduceGray(Raster& raster);
 // to 256 colours, and gray of up to 16, get a palette.
 void ReduceColors(Raster& raster);
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_PICTURES_COLORCOUNT_H_

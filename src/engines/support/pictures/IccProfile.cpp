@@ -5,7 +5,7 @@
 #include "engines/support/files/ByteReader.h"
 #include "engines/support/imagefiles/ImageFileLimits.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -56,4 +56,4 @@ std::string UsableProfile(std::string_view profile, int components) {
   return std::string(profile.substr(0, static_cast<std::size_t>(size)));
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

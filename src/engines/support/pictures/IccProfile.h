@@ -5,12 +5,12 @@
 #include <string>
 #include <string_view>
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 // The profile, cut to the size that it states; empty when it is damaged, no profile of an input,
 // display, output or colour space device, or one of another number of components.
 std::string UsableProfile(std::string_view profile, int components);
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_PICTURES_ICCPROFILE_H_

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 enum class ImageErrorCode {
   kUnknownFormat,  // the content is no image of a kind we know
@@ -26,6 +26,6 @@ class ImageError : public std::runtime_error {
   ImageErrorCode code_;
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_PICTURES_IMAGEERROR_H_

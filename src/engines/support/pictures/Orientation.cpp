@@ -3,7 +3,7 @@
 #include <array>
 #include <cstddef>
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -59,4 +59,4 @@ pdf::Matrix OrientationMatrix(int orientation) {
   return matrix;
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

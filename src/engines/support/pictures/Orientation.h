@@ -5,7 +5,7 @@
 
 #include "pdf/Matrix.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 // 1 as stored, 2 mirrored left to right, 3 turned by 180 degrees, 4 mirrored top to bottom, 5
 // mirrored at the diagonal from the upper left, 6 turned by 90 degrees clockwise, 7 mirrored at the
@@ -30,6 +30,6 @@ int Compose(int inner, int outer);
 // the orientation demands.
 pdf::Matrix OrientationMatrix(int orientation);
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_PICTURES_ORIENTATION_H_

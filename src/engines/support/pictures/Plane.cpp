@@ -5,7 +5,7 @@
 #include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/ImageError.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 Plane::Plane(std::uint32_t width, std::uint32_t height, int channels, int bits)
     : width_(width), height_(height), channels_(channels), bits_(bits) {
@@ -24,4 +24,4 @@ void Plane::Fill(unsigned char value, std::uint32_t first) {
   }
 }
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

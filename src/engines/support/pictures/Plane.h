@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <memory>
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 class Plane {
  public:
@@ -59,6 +59,6 @@ class Plane {
   std::unique_ptr<unsigned char[]> data_;
 };
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_PICTURES_PLANE_H_

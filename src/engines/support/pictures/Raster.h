@@ -8,10 +8,10 @@
 #include "engines/support/images/EncodedImage.h"
 #include "engines/support/pictures/Plane.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 struct Raster {
-  ColorSpace space = ColorSpace::kGray;
+  PictureSpace space = PictureSpace::kGray;
   Plane color;
   std::string palette;            // of an indexed picture, as in ImageStream
   std::string profile;            // a usable one, or none
@@ -32,7 +32,7 @@ void ApplyPalette(Raster& raster, Plane&& indices, const std::string& palette,
 
 // Stores a picture losslessly, in the smallest of a few ways: without colour where there is none,
 // in fewer bits, with a palette, and with the PNG predictor that suits it.
-PdfImage Encode(Raster&& raster);
+EncodedImage EncodeRaster(Raster&& raster);
 
 // Whether black and white in this many bytes of fax data has text or drawings before it, which no
 // other coding makes smaller: none needs to be tried.
@@ -41,6 +41,6 @@ bool IsBestAsFax(std::uint64_t fax_bytes, std::uint32_t width, std::uint32_t hei
 // The soft mask for an alpha channel.
 ImageStream EncodeMask(Plane&& alpha);
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_PICTURES_RASTER_H_

@@ -21,8 +21,8 @@ template <typename Operation>
 auto WithImages(Operation&& operation) {
   try {
     return operation();
-  } catch (const images::ImageError& error) {
-    throw ToolboxException(error.code() == images::ImageErrorCode::kLimit ? kLimitError
+  } catch (const ImageError& error) {
+    throw ToolboxException(error.code() == ImageErrorCode::kLimit ? kLimitError
                                                                           : kImageError);
   }
 }
@@ -57,8 +57,8 @@ std::string DigestOf(pdf::ByteSource& file) {
   return digest;
 }
 
-pdf::Matrix OrientationOf(const images::Frame& frame) {
-  const pdf::Matrix matrix = images::OrientationMatrix(frame.orientation);
+pdf::Matrix OrientationOf(const ImageFrame& frame) {
+  const pdf::Matrix matrix = OrientationMatrix(frame.orientation);
   return {matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f};
 }
 
@@ -80,11 +80,11 @@ std::shared_ptr<StoredImage> TargetImages::Open(pdf::ByteSource& file) {
   }
   auto image = std::make_shared<StoredImage>();
   WithImages([&] {
-    const std::unique_ptr<images::ImageFile> opened = images::ImageFile::Open(file);
-    const images::Frame& frame = opened->frame(0);
+    const std::unique_ptr<ImageFile> opened = ImageFile::Open(file);
+    const ImageFrame& frame = opened->frame(0);
     image->width = frame.width;
     image->height = frame.height;
-    if (images::SwapsSides(frame.orientation)) {
+    if (SwapsSides(frame.orientation)) {
       std::swap(image->width, image->height);
     }
     image->orientation = OrientationOf(frame);

@@ -25,7 +25,7 @@ struct StoredImage {
   pdf::Matrix orientation;                // puts the stored picture upright into the unit square
   std::optional<AddedResource> resource;  // once it is written
   // Until then: what will be written. Parts of it may lie in the file.
-  std::optional<images::PdfImage> picture;
+  std::optional<EncodedImage> picture;
 };
 
 class TargetImages {
@@ -42,7 +42,7 @@ class TargetImages {
  private:
   std::string IdentityOf(pdf::ByteSource& file);
 
-  images::ImageWriter images_;
+  ImageWriter images_;
   std::unordered_map<std::string, std::shared_ptr<StoredImage>> by_identity_;
   std::size_t kept_bytes_ = 0;  // of small files, which are their own identity
   std::size_t written_ = 0;

@@ -9,7 +9,7 @@
 #include "engines/support/codecs/FaxJoiner.h"
 #include "engines/support/pictures/Plane.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 namespace {
 
 using Paint = std::function<bool(std::uint32_t x, std::uint32_t y)>;
@@ -102,4 +102,4 @@ TEST(FaxJoiner, RefusesStripsThatAreDamagedOrTooShort) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -5,7 +5,7 @@
 #include "engines/support/codecs/HuffmanDeflate.h"
 #include "pdf/filters/Filters.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -58,4 +58,4 @@ TEST(HuffmanDeflate, BlocksFollowTheData) {
 
 }  // namespace
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -90,7 +90,7 @@ TEST(JpegTranscoder, MakesImagesThatDocumentsCanHold) {
   const std::string arithmetic = Encoded(JCS_RGB, 3, Coding::kArithmetic);
   testing::OpenedImage image(arithmetic);
   EXPECT_EQ(image.frame().width, 40U);
-  const images::PdfImage embedded = image.Embed();
+  const EncodedImage embedded = image.Embed();
   EXPECT_EQ(embedded.image.filter, "DCTDecode");
   const std::string data = image.DataOf(embedded.image);
   EXPECT_NE(data, arithmetic);
@@ -113,7 +113,7 @@ TEST(JpegTranscoder, RefusesWhatItCannotRead) {
   ASSERT_NE(frame, std::string::npos);
   const std::string lossless = std::string(huge).replace(frame + 1, 1, "\xCB");
   EXPECT_FALSE(CodeByHuffman(lossless));
-  EXPECT_EQ(testing::ImageCodeOf(lossless), images::ImageErrorCode::kUnsupported);
+  EXPECT_EQ(testing::ImageCodeOf(lossless), ImageErrorCode::kUnsupported);
   huge.replace(frame + 5, 4, "\xFF\xDC\xFF\xDC");  // 65500 x 65500 pixels
   EXPECT_FALSE(CodeByHuffman(huge));
 }

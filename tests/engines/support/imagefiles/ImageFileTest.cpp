@@ -8,7 +8,7 @@
 #include "pdf/Error.h"
 #include "support/TestImages.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -46,17 +46,17 @@ TEST(JpegFile, GoesIntoTheDocumentAsItIs) {
   EXPECT_EQ(image.frame().height, 8U);
   EXPECT_EQ(image.frame().dpi_x, 0);
   EXPECT_EQ(image.frame().orientation, 1);
-  const PdfImage embedded = image.Embed();
+  const EncodedImage embedded = image.Embed();
   EXPECT_EQ(embedded.image.filter, "DCTDecode");
-  EXPECT_EQ(embedded.image.space, ColorSpace::kRgb);
+  EXPECT_EQ(embedded.image.space, PictureSpace::kRgb);
   EXPECT_EQ(embedded.image.decode, "");
   EXPECT_FALSE(embedded.soft_mask);
   EXPECT_EQ(image.DataOf(embedded.image), jpeg);
 }
 
 TEST(JpegFile, TellsColorSpaceByComponents) {
-  EXPECT_EQ(OpenedImage(TestJpeg(1)).Embed().image.space, ColorSpace::kGray);
-  EXPECT_EQ(OpenedImage(TestJpeg(4)).Embed().image.space, ColorSpace::kCmyk);
+  EXPECT_EQ(OpenedImage(TestJpeg(1)).Embed().image.space, PictureSpace::kGray);
+  EXPECT_EQ(OpenedImage(TestJpeg(4)).Embed().image.space, PictureSpace::kCmyk);
 }
 
 TEST(JpegFile, InvertsCmykWithAdobeMarkerOnly) {
@@ -160,4 +160,4 @@ TEST(ImageWriter, WritesAProfileOnce) {
 
 }  // namespace
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

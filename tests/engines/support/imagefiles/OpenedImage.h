@@ -17,18 +17,18 @@ class OpenedImage {
   explicit OpenedImage(std::string bytes)
       : bytes_(std::move(bytes)),
         source_(bytes_),
-        file_(engines::images::ImageFile::Open(source_)) {}
+        file_(engines::ImageFile::Open(source_)) {}
 
-  engines::images::ImageFile& file() { return *file_; }
+  engines::ImageFile& file() { return *file_; }
 
   pdf::ByteSource& source() { return source_; }
 
-  const engines::images::Frame& frame(std::size_t index = 0) const { return file_->frame(index); }
+  const engines::ImageFrame& frame(std::size_t index = 0) const { return file_->frame(index); }
 
-  engines::images::PdfImage Embed(std::size_t index = 0) { return file_->Embed(index); }
+  engines::EncodedImage Embed(std::size_t index = 0) { return file_->Embed(index); }
 
   // The stream's data as it is to be written.
-  std::string DataOf(const engines::images::ImageStream& stream) const {
+  std::string DataOf(const engines::ImageStream& stream) const {
     std::string data;
     for (const auto& piece : stream.data) {
       data += piece.held.data != nullptr ? std::string(piece.held.view())
@@ -39,13 +39,13 @@ class OpenedImage {
   }
 
   // The rows that flate-coded data stands for.
-  std::string SamplesOf(const engines::images::ImageStream& stream) const {
+  std::string SamplesOf(const engines::ImageStream& stream) const {
     pdf::FilterStep step{pdf::FilterKind::kFlate, {}};
     step.parameters.predictor = 15;
     step.parameters.bits_per_component = stream.bits;
     step.parameters.columns = stream.width;
-    step.parameters.colors = stream.space == engines::images::ColorSpace::kRgb    ? 3
-                             : stream.space == engines::images::ColorSpace::kCmyk ? 4
+    step.parameters.colors = stream.space == engines::PictureSpace::kRgb    ? 3
+                             : stream.space == engines::PictureSpace::kCmyk ? 4
                                                                                   : 1;
     return pdf::Decode({step}, DataOf(stream), std::size_t{1} << 28).data;
   }
@@ -53,14 +53,14 @@ class OpenedImage {
  private:
   std::string bytes_;
   pdf::MemorySource source_;
-  std::unique_ptr<engines::images::ImageFile> file_;
+  std::unique_ptr<engines::ImageFile> file_;
 };
 
 // Why a file cannot be opened or embedded; nothing when it can.
-inline std::optional<engines::images::ImageErrorCode> ImageCodeOf(const std::string& bytes) {
+inline std::optional<engines::ImageErrorCode> ImageCodeOf(const std::string& bytes) {
   try {
     OpenedImage(bytes).Embed();
-  } catch (const engines::images::ImageError& error) {
+  } catch (const engines::ImageError& error) {
     return error.code();
   }
   return std::nullopt;

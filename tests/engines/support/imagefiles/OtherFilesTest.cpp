@@ -9,7 +9,7 @@
 #include "engines/support/pictures/ImageError.h"
 #include "support/TestImages.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -58,8 +58,8 @@ std::string GifPicture(std::uint32_t left, std::uint32_t top, std::uint32_t widt
 
 TEST(GifFile, IsIndexed) {
   OpenedImage image(Gif(4, 1, GifPicture(0, 0, 4, 1, "0123") + ";"));
-  const PdfImage embedded = image.Embed();
-  EXPECT_EQ(embedded.image.space, ColorSpace::kIndexed);
+  const EncodedImage embedded = image.Embed();
+  EXPECT_EQ(embedded.image.space, PictureSpace::kIndexed);
   EXPECT_EQ(embedded.image.bits, 2);
   EXPECT_EQ(embedded.image.palette, "abcdefghijkl");
   EXPECT_EQ(image.SamplesOf(embedded.image), "\x1B");
@@ -74,7 +74,7 @@ TEST(GifFile, TransparentColorIsAColorKey) {
 TEST(GifFile, PictureStandsOnItsScreen) {
   OpenedImage image(Gif(4, 2, GifPicture(1, 1, 2, 1, "31")));
   EXPECT_EQ(image.frame().width, 4U);
-  const PdfImage embedded = image.Embed();
+  const EncodedImage embedded = image.Embed();
   EXPECT_EQ(embedded.image.color_key, "4 4");  // a colour of its own for what is not painted
   EXPECT_EQ(image.SamplesOf(embedded.image), "\x44\x44\x43\x14");
 }
@@ -118,7 +118,7 @@ TEST(BmpFile, DecodesRuns) {
   const std::string palette("a\0\0\0b\0\0\0c\0\0\0", 12);
   const std::string runs("\x03\x01\0\0\0\x03\x02\x01\0\0\0\x01", 12);
   OpenedImage image(Bmp(3, 2, 8, 1, palette, runs));
-  const PdfImage embedded = image.Embed();
+  const EncodedImage embedded = image.Embed();
   EXPECT_EQ(image.SamplesOf(embedded.image), std::string("\x02\x01\0\x01\x01\x01", 6));
   const std::string pairs("\x03\x12\0\x01", 4);
   OpenedImage four(Bmp(3, 1, 4, 2, palette, pairs));
@@ -146,7 +146,7 @@ TEST(BmpFile, RejectsWhatHasNoPicture) {
 
 TEST(PnmFile, ReadsAllKinds) {
   OpenedImage bits("P1 # comment\n3 1\n1 0 1");
-  EXPECT_EQ(bits.Embed().image.space, ColorSpace::kGray);
+  EXPECT_EQ(bits.Embed().image.space, PictureSpace::kGray);
   OpenedImage gray("P2\n2 1\n10\n0 5");
   EXPECT_EQ(gray.Embed().image.palette, std::string("\0\0\0\x80\x80\x80", 6));
   OpenedImage color("P6 1 1 255\nabc");
@@ -190,11 +190,11 @@ TEST(Jpeg2000File, GoesIntoTheDocumentAsItIs) {
   OpenedImage image(file);
   EXPECT_EQ(image.frame().width, 7U);
   EXPECT_EQ(image.frame().height, 5U);
-  const PdfImage embedded = image.Embed();
+  const EncodedImage embedded = image.Embed();
   EXPECT_EQ(embedded.image.filter, "JPXDecode");
-  EXPECT_EQ(embedded.image.space, ColorSpace::kNone);
+  EXPECT_EQ(embedded.image.space, PictureSpace::kNone);
   EXPECT_EQ(image.DataOf(embedded.image), file);
-  EXPECT_EQ(OpenedImage(CodeStream(7, 5, 1)).Embed().image.space, ColorSpace::kGray);
+  EXPECT_EQ(OpenedImage(CodeStream(7, 5, 1)).Embed().image.space, PictureSpace::kGray);
 }
 
 TEST(Jpeg2000File, ReadsAlphaAndResolution) {
@@ -223,4 +223,4 @@ TEST(WebpFile, RejectsWhatHasNoPicture) {
 
 }  // namespace
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -6,7 +6,7 @@
 #include "engines/support/pictures/ImageError.h"
 #include "support/TestImages.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -53,7 +53,7 @@ TEST(PngFile, DataGoesIntoTheDocumentAsItIs) {
   TestPng png = Noise(8, 2, 3);
   png.data_chunk = 100;
   OpenedImage image(png.Bytes());
-  const PdfImage embedded = image.Embed();
+  const EncodedImage embedded = image.Embed();
   EXPECT_EQ(embedded.image.filter, "FlateDecode");
   EXPECT_EQ(embedded.image.parameters, "/Predictor 15/Colors 3/BitsPerComponent 8/Columns 37");
   EXPECT_GT(embedded.image.data.size(), 10U);
@@ -76,8 +76,8 @@ TEST(PngFile, KeepsEveryOpaqueDepth) {
 TEST(PngFile, KeepsPalettes) {
   TestPng png{.width = 2, .height = 1, .bits = 1, .color_type = 3, .rows = Rows({"\x40"})};
   png.chunks = PngChunk("PLTE", "abcdef");
-  const PdfImage embedded = OpenedImage(png.Bytes()).Embed();
-  EXPECT_EQ(embedded.image.space, ColorSpace::kIndexed);
+  const EncodedImage embedded = OpenedImage(png.Bytes()).Embed();
+  EXPECT_EQ(embedded.image.space, PictureSpace::kIndexed);
   EXPECT_EQ(embedded.image.palette, "abcdef");
   EXPECT_EQ(embedded.image.bits, 1);
 }
@@ -110,7 +110,7 @@ TEST(PngFile, ATransparentColorOfSixteenBitsIsASoftMask) {
         interlaced ? std::string("\0\x02\x03\0\x02\x04", 6) : std::string("\0\x02\x03\x02\x04", 5);
     png.chunks = PngChunk("tRNS", Big16(0x0203));
     OpenedImage image(png.Bytes());
-    const PdfImage embedded = image.Embed();
+    const EncodedImage embedded = image.Embed();
     EXPECT_EQ(embedded.image.color_key, "");
     EXPECT_EQ(image.SamplesOf(embedded.image), "\x02\x03\x02\x04");
     ASSERT_TRUE(embedded.soft_mask);
@@ -133,7 +133,7 @@ TEST(PngFile, TransparentPaletteEntriesAreAColorKeyOrAMask) {
   EXPECT_EQ(OpenedImage(png.Bytes()).Embed().image.color_key, "1 2");
   png.chunks = palette + PngChunk("tRNS", std::string("\xFF\x80\0", 3));
   OpenedImage image(png.Bytes());
-  const PdfImage embedded = image.Embed();
+  const EncodedImage embedded = image.Embed();
   EXPECT_EQ(embedded.image.color_key, "");
   EXPECT_EQ(embedded.image.data.front().held.data, nullptr);  // still as it is
   ASSERT_TRUE(embedded.soft_mask);
@@ -145,14 +145,14 @@ TEST(PngFile, AlphaBecomesASoftMaskOfItsDepth) {
       std::string("\x01\x02\x03\x80", 4) + std::string("\x04\x05\x06\x81", 4);
   TestPng png{.width = 2, .height = 1, .bits = 8, .color_type = 6, .rows = Rows({pixels})};
   OpenedImage image(png.Bytes());
-  const PdfImage embedded = image.Embed();
+  const EncodedImage embedded = image.Embed();
   ASSERT_TRUE(embedded.soft_mask);
-  EXPECT_EQ(embedded.soft_mask->space, ColorSpace::kGray);
+  EXPECT_EQ(embedded.soft_mask->space, PictureSpace::kGray);
   EXPECT_EQ(image.SamplesOf(*embedded.soft_mask), "\x80\x81");
 
   png = {.width = 1, .height = 1, .bits = 16, .color_type = 4, .rows = Rows({"abcd"})};
   OpenedImage deep(png.Bytes());
-  const PdfImage deep_image = deep.Embed();
+  const EncodedImage deep_image = deep.Embed();
   EXPECT_EQ(deep_image.image.bits, 16);
   EXPECT_EQ(deep.SamplesOf(deep_image.image), "ab");
   ASSERT_TRUE(deep_image.soft_mask);
@@ -170,8 +170,8 @@ TEST(PngFile, Deinterlaces) {
   TestPng png{.width = 3, .height = 3, .bits = 8, .color_type = 0, .interlaced = true};
   png.rows = Rows({"\x10", "\x12", "\x30\x32", "\x11", "\x31", "\x20\x21\x22"});
   OpenedImage image(png.Bytes());
-  const PdfImage embedded = image.Embed();
-  EXPECT_EQ(embedded.image.space, ColorSpace::kIndexed);  // nine grays
+  const EncodedImage embedded = image.Embed();
+  EXPECT_EQ(embedded.image.space, PictureSpace::kIndexed);  // nine grays
   EXPECT_EQ(image.SamplesOf(embedded.image), std::string("\x01\x20\x34\x50\x67\x80", 6));
   EXPECT_EQ(embedded.image.palette.substr(0, 9), "\x10\x10\x10\x11\x11\x11\x12\x12\x12");
 }
@@ -180,7 +180,7 @@ TEST(PngFile, CutDataGivesWhatCanBeDecoded) {
   const TestPng png = Noise(8, 2, 3);
   const std::string bytes = png.Bytes();
   OpenedImage image(bytes.substr(0, bytes.size() / 2));
-  const PdfImage embedded = image.Embed();
+  const EncodedImage embedded = image.Embed();
   const std::string samples = image.SamplesOf(embedded.image);
   const std::string whole = WithoutFilterBytes(png);
   ASSERT_EQ(samples.size(), whole.size());
@@ -208,4 +208,4 @@ TEST(PngFile, RejectsPicturesMuchLargerThanTheirData) {
 
 }  // namespace
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -14,7 +14,7 @@
 #include "engines/support/pictures/ImageError.h"
 #include "support/TestImages.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -151,15 +151,15 @@ TEST(TiffFile, PutsSeparatePlanesTogether) {
   tiff.Sides(2, 1).Set(258, {8, 8, 8}).Set(259, {1}).Set(262, {2}).Set(277, {3});
   tiff.Set(278, {1}).Set(284, {2}).Data({"ad", "be", "cf"});
   OpenedImage image(tiff.Bytes());
-  const PdfImage embedded = image.Embed();
-  EXPECT_EQ(embedded.image.space, ColorSpace::kIndexed);  // two colours
+  const EncodedImage embedded = image.Embed();
+  EXPECT_EQ(embedded.image.space, PictureSpace::kIndexed);  // two colours
   EXPECT_EQ(embedded.image.palette, "abcdef");
 }
 
 TEST(TiffFile, KeepsSixteenBits) {
   TestTiff tiff = Gray(2, 1).Set(258, {16}).Data({std::string("\x01\x02\x03\x04", 4)});
   OpenedImage image(tiff.Bytes());
-  const PdfImage embedded = image.Embed();
+  const EncodedImage embedded = image.Embed();
   EXPECT_EQ(embedded.image.bits, 16);
   EXPECT_EQ(image.SamplesOf(embedded.image), "\x02\x01\x04\x03");  // high byte first
 }
@@ -195,17 +195,17 @@ TEST(TiffFile, APaletteMayHaveAnAlpha) {
   TestTiff tiff;
   tiff.Sides(2, 1).Set(258, {8, 8}).Set(259, {1}).Set(262, {3}).Set(277, {2}).Set(320, map);
   OpenedImage image(tiff.Set(338, {2}).Data({"\x05\x80\x09\xFF"}).Bytes());
-  const PdfImage embedded = image.Embed();
+  const EncodedImage embedded = image.Embed();
   ASSERT_TRUE(embedded.soft_mask);
   EXPECT_EQ(image.SamplesOf(*embedded.soft_mask), "\x80\xFF");
-  EXPECT_EQ(embedded.image.space, ColorSpace::kIndexed);
+  EXPECT_EQ(embedded.image.space, PictureSpace::kIndexed);
   EXPECT_EQ(image.SamplesOf(embedded.image), "\x05\x09");
 }
 
 TEST(TiffFile, WhiteMayBeZero) {
   TestTiff tiff = Gray(5, 4).Set(262, {0}).Data({Grays(20)});
   OpenedImage image(tiff.Bytes());
-  const PdfImage embedded = image.Embed();
+  const EncodedImage embedded = image.Embed();
   EXPECT_EQ(embedded.image.decode, "1 0");
   EXPECT_EQ(image.SamplesOf(embedded.image), Grays(20));
 }
@@ -215,7 +215,7 @@ TEST(TiffFile, AlphaIsAMaskAndMultipliedColorsHaveAMatte) {
     TestTiff tiff;
     tiff.Sides(1, 1).Set(258, {8, 8, 8, 8}).Set(259, {1}).Set(262, {2}).Set(277, {4});
     OpenedImage image(tiff.Set(338, {kind}).Data({"abc\x80"}).Bytes());
-    const PdfImage embedded = image.Embed();
+    const EncodedImage embedded = image.Embed();
     ASSERT_TRUE(embedded.soft_mask);
     EXPECT_EQ(image.SamplesOf(*embedded.soft_mask), "\x80");
     EXPECT_EQ(embedded.soft_mask->entries, kind == 1 ? "/Matte[0 0 0]" : "");
@@ -265,7 +265,7 @@ TestTiff Fax(std::uint32_t compression, std::uint32_t photometric) {
 TEST(TiffFile, FaxDataOfSeveralStripsIsJoined) {
   TestTiff tiff = Fax(4, 0).Set(278, {12});
   OpenedImage image(tiff.Data({FaxStrip(0, 12), FaxStrip(12, 12), FaxStrip(24, 6)}).Bytes());
-  const PdfImage joined = image.Embed();
+  const EncodedImage joined = image.Embed();
   EXPECT_EQ(joined.image.filter, "CCITTFaxDecode");
   EXPECT_EQ(joined.image.parameters, "/K -1/Columns 200/Rows 30");
   EXPECT_EQ(joined.image.decode, "");
@@ -429,4 +429,4 @@ TEST(TiffFile, RejectsWhatHasNoPicture) {
 
 }  // namespace
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines

@@ -5,7 +5,7 @@
 
 #include "engines/support/pictures/Orientation.h"
 
-namespace TarnixTools::engines::images {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -55,4 +55,4 @@ TEST(Orientation, TurnsAddUp) {
 
 }  // namespace
 
-}  // namespace TarnixTools::engines::images
+}  // namespace TarnixTools::engines
