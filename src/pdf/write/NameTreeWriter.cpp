@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "pdf/tree/KeyedTree.h"
 #include "pdf/write/Serialize.h"
+#include "pdf/write/TreeWriter.h"
 
 namespace TarnixTools::pdf {
 

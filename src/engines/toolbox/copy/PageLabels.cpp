@@ -5,6 +5,7 @@
 #include "engines/toolbox/copy/CopyContext.h"
 #include "pdf/tree/KeyedTree.h"
 #include "pdf/write/Serialize.h"
+#include "pdf/write/TreeWriter.h"
 
 namespace TarnixTools::engines {
 

@@ -4,8 +4,8 @@
 #include <array>
 #include <optional>
 
-#include "pdf/tree/KeyedTree.h"
 #include "pdf/write/Serialize.h"
+#include "pdf/write/TreeWriter.h"
 
 namespace TarnixTools::engines {
 

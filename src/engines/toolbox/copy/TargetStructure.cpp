@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "pdf/tree/KeyedTree.h"
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/Serialize.h"
+#include "pdf/write/TreeWriter.h"
 
 namespace TarnixTools::engines {
 
