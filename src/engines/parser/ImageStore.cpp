@@ -9,11 +9,11 @@
 #include "engines/parser/ExpaFailure.h"
 #include "engines/parser/Limits.h"
 #include "engines/support/codecs/BilevelJpegWriter.h"
+#include "engines/support/codecs/CodecLimits.h"
 #include "engines/support/codecs/JpegReader.h"
 #include "engines/support/codecs/JpegWriter.h"
 #include "engines/support/files/DiskFile.h"
 #include "engines/support/images/ColorSpace.h"
-#include "engines/support/images/ImageLimits.h"
 #include "engines/support/images/Picture.h"
 #include "foundation/Platform.h"
 #include "pdf/Error.h"
@@ -144,8 +144,8 @@ bool Encode(RowSource& picture, pdf::ByteSink& sink) {
 
 }  // namespace
 
-std::optional<PreparedImage> ImageStore::Prepare(const DocumentImage& image, const ImageFacts& facts,
-                                                 int orientation) {
+std::optional<PreparedImage> ImageStore::Prepare(const DocumentImage& image,
+                                                 const ImageFacts& facts, int orientation) {
   PreparedImage prepared{.image = image, .facts = &facts, .orientation = orientation};
   if (!facts.has_default_space && Find(image.number, orientation) != nullptr) {
     return prepared;

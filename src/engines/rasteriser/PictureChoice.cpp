@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "engines/rasteriser/Limits.h"
+#include "engines/support/codecs/CodecLimits.h"
 #include "engines/support/codecs/JpegReader.h"
 #include "engines/support/images/DocumentImage.h"
-#include "engines/support/images/ImageLimits.h"
 #include "engines/support/images/Picture.h"
 #include "engines/support/pictures/ReducedPicture.h"
 #include "pdf/Error.h"

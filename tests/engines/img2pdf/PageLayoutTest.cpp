@@ -30,7 +30,7 @@ void ExpectBox(const PageLayout& layout, Box expected) {
   EXPECT_NEAR(box.top, expected.top, 1e-9);
 }
 
-constexpr Frame kFrame = {.width = 300, .height = 150, .dpi_x = 72, .dpi_y = 72};
+constexpr ImageFrame kFrame = {.width = 300, .height = 150, .dpi_x = 72, .dpi_y = 72};
 constexpr PageSettings kAdjusted = {.is_adjusted = true};
 constexpr PageSettings kFitted = {
     .width = 600, .height = 800, .is_centered = true, .is_fitted = true};
@@ -45,7 +45,7 @@ TEST(PageLayout, PageTakesTheSizeOfThePicture) {
 }
 
 TEST(PageLayout, ResolutionsCountAndAreKeptApart) {
-  Frame frame = kFrame;
+  ImageFrame frame = kFrame;
   frame.dpi_x = 144;
   EXPECT_EQ(LayOut(frame, kAdjusted)->width, 150);
   EXPECT_EQ(LayOut(frame, kAdjusted)->height, 150);
@@ -87,7 +87,7 @@ TEST(PageLayout, PictureIsFittedAndCentered) {
 }
 
 TEST(PageLayout, LargePictureIsReduced) {
-  Frame frame = kFrame;
+  ImageFrame frame = kFrame;
   frame.width = 3000;
   frame.height = 6000;
   ExpectBox(*LayOut(frame, kFitted), {100, 0, 500, 800});
@@ -101,7 +101,7 @@ TEST(PageLayout, WithoutFittingAndCenteringItIsAtTheUpperLeft) {
 }
 
 TEST(PageLayout, TurnsAddToTheOrientationOfTheFile) {
-  Frame frame = kFrame;
+  ImageFrame frame = kFrame;
   frame.orientation = 6;
   PageSettings settings = kAdjusted;
   settings.orientation = 6;  // upside down together
@@ -115,7 +115,7 @@ TEST(PageLayout, TurnsAddToTheOrientationOfTheFile) {
 }
 
 TEST(PageLayout, HugePagesHaveLargerUnits) {
-  const Frame frame = {.width = 60000, .height = 1, .dpi_x = 72, .dpi_y = 72};
+  const ImageFrame frame = {.width = 60000, .height = 1, .dpi_x = 72, .dpi_y = 72};
   const auto layout = LayOut(frame, kAdjusted);
   EXPECT_EQ(layout->user_unit, 5);
   EXPECT_EQ(layout->width, 12000);

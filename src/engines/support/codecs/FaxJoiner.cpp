@@ -24,7 +24,7 @@ bool FaxJoiner::Add(std::string_view strip, std::uint32_t rows) {
 
 HeldBytes FaxJoiner::Finish() {
   encoder_.Finish();
-  return Hold(encoder_.data()).held;
+  return HoldCopy(encoder_.data());
 }
 
 }  // namespace TarnixTools::engines

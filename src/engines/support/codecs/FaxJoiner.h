@@ -11,7 +11,7 @@
 
 #include "engines/support/codecs/CcittDecoder.h"
 #include "engines/support/codecs/CcittEncoder.h"
-#include "engines/support/images/EncodedImage.h"
+#include "engines/support/pictures/HeldBytes.h"
 
 namespace TarnixTools::engines {
 

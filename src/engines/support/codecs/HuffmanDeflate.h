@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "engines/support/images/EncodedImage.h"
+#include "engines/support/pictures/HeldBytes.h"
 
 namespace TarnixTools::engines {
 

@@ -7,7 +7,7 @@
 
 #include <jpeglib.h>
 
-#include "engines/support/images/ImageLimits.h"
+#include "engines/support/codecs/CodecLimits.h"
 
 namespace TarnixTools::engines {
 namespace {

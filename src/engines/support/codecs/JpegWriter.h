@@ -10,19 +10,13 @@
 #include <cstdint>
 #include <memory>
 
+#include "engines/support/pictures/PixelLayout.h"
 #include "pdf/write/ByteSink.h"
 
 namespace TarnixTools::engines {
 
 // Pixels or more a side are beyond what the format's common implementations read and write.
 inline constexpr std::uint32_t kMaxJpegSide = 65500;
-
-// Eight bits a component. kBgrx has a fourth byte that does not matter.
-enum class PixelLayout : std::uint8_t { kGray, kRgb, kBgrx };
-
-constexpr std::size_t BytesPerPixel(PixelLayout layout) {
-  return layout == PixelLayout::kGray ? 1 : layout == PixelLayout::kRgb ? 3 : 4;
-}
 
 struct JpegSettings {
   std::uint32_t width = 0;   // pixels, 1 to kMaxJpegSide

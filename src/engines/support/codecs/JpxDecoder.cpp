@@ -8,8 +8,8 @@
 
 #include <openjpeg.h>
 
+#include "engines/support/codecs/CodecLimits.h"
 #include "engines/support/files/DynamicLibrary.h"
-#include "engines/support/images/ImageLimits.h"
 
 namespace TarnixTools::engines {
 namespace {

@@ -10,8 +10,8 @@
 #include <tiffio.h>
 
 #include "engines/support/codecs/CodecLibrary.h"
-#include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/PictureLimits.h"
 
 namespace TarnixTools::engines {
 

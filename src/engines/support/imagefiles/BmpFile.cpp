@@ -4,7 +4,8 @@
 #include <bit>
 #include <cstring>
 
-#include "engines/support/imagefiles/ImageFileLimits.h"
+#include "engines/support/images/RasterEncoder.h"
+#include "engines/support/pictures/ColorCount.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"
 

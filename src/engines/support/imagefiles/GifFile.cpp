@@ -7,6 +7,8 @@
 #include <vector>
 
 #include "engines/support/imagefiles/ImageFileLimits.h"
+#include "engines/support/images/RasterEncoder.h"
+#include "engines/support/pictures/ColorCount.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Raster.h"
 
@@ -223,7 +225,7 @@ std::string GifFile::ReadSubBlocks(std::uint64_t place) {
     const std::size_t length = reader_.Byte(place);
     data += reader_.View(place + 1, length);
     place += 1 + length;
-    if (data.size() > limits::kMaxHeldBytes) {
+    if (data.size() > limits::kMaxHeldFileBytes) {
       throw ImageError(ImageErrorCode::kLimit, "the picture is too large to be decoded");
     }
   }

@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/images/EncodedImage.h"
 #include "engines/support/pictures/Orientation.h"
 #include "pdf/file/ByteSource.h"

@@ -9,14 +9,10 @@ namespace TarnixTools::engines::limits {
 
 // Pixels in one direction.
 inline constexpr std::uint32_t kMaxSide = 1'000'000;
-// Bytes of an image that has to be decoded.
-inline constexpr std::uint64_t kMaxDecodedBytes = std::uint64_t{1} << 30;
 // Bytes of an image file, or of the part of it that has to be held in memory to be decoded.
-inline constexpr std::uint64_t kMaxHeldBytes = std::uint64_t{1} << 30;
+inline constexpr std::uint64_t kMaxHeldFileBytes = std::uint64_t{1} << 30;
 // Pictures in one file.
 inline constexpr std::size_t kMaxFrames = 100'000;
-// Bytes of a colour profile; larger ones are left out.
-inline constexpr std::size_t kMaxProfileBytes = std::size_t{16} << 20;
 // Segments, chunks or boxes in one file.
 inline constexpr std::size_t kMaxParts = 4'000'000;
 // Resolutions, in pixels per inch, that are taken for what they say.

@@ -8,6 +8,7 @@
 #include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/IccProfile.h"
 #include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/PictureLimits.h"
 #include "engines/support/pictures/Units.h"
 
 namespace TarnixTools::engines {
@@ -179,7 +180,7 @@ EncodedImage JpegFile::Embed(std::size_t) {
 }
 
 std::vector<DataPiece> JpegFile::RecodedData() {
-  if (reader_.size() > limits::kMaxHeldBytes) {
+  if (reader_.size() > limits::kMaxHeldFileBytes) {
     throw ImageError(ImageErrorCode::kLimit, "the JPEG file is too large to be coded anew");
   }
   const std::optional<std::string> recoded =

@@ -11,8 +11,10 @@
 #include "engines/support/codecs/PngFilters.h"
 #include "engines/support/imagefiles/Exif.h"
 #include "engines/support/imagefiles/ImageFileLimits.h"
+#include "engines/support/images/RasterEncoder.h"
 #include "engines/support/pictures/IccProfile.h"
 #include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/PictureLimits.h"
 #include "engines/support/pictures/Units.h"
 #include "pdf/Error.h"
 #include "pdf/filters/Filters.h"
@@ -273,7 +275,7 @@ ImageStream PngFile::PassThrough() {
 void PngFile::Inflate(unsigned char* out, std::size_t size) {
   std::string packed;
   for (const DataPiece& piece : data_) {
-    if (packed.size() + piece.length > limits::kMaxHeldBytes) {
+    if (packed.size() + piece.length > limits::kMaxHeldFileBytes) {
       throw ImageError(ImageErrorCode::kLimit, "the picture is too large to be decoded");
     }
     packed += reader_.Read(piece.offset, static_cast<std::size_t>(piece.length));

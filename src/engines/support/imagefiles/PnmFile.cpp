@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "engines/support/imagefiles/ImageFileLimits.h"
+#include "engines/support/images/RasterEncoder.h"
 #include "engines/support/pictures/ImageError.h"
 
 namespace TarnixTools::engines {

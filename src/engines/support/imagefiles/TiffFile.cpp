@@ -8,8 +8,10 @@
 #include "engines/support/codecs/FaxJoiner.h"
 #include "engines/support/codecs/TiffCodec.h"
 #include "engines/support/imagefiles/ImageFileLimits.h"
+#include "engines/support/images/RasterEncoder.h"
 #include "engines/support/pictures/IccProfile.h"
 #include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/PictureLimits.h"
 #include "engines/support/pictures/Units.h"
 
 namespace TarnixTools::engines {
@@ -223,7 +225,7 @@ std::vector<TiffFile::Strip> TiffFile::Strips(const Picture& picture, std::uint3
   if (offsets.size() != count || lengths.size() != count) {
     return strips;
   }
-  std::uint64_t left = std::min(reader_.size(), limits::kMaxHeldBytes);
+  std::uint64_t left = std::min(reader_.size(), limits::kMaxHeldFileBytes);
   for (std::size_t i = 0; i < offsets.size(); ++i) {
     if (lengths[i] > left || !reader_.Has(offsets[i], lengths[i])) {
       return {};
@@ -273,7 +275,7 @@ std::optional<EncodedImage> TiffFile::PassFax(const Picture& picture) {
     image.parameters += "/BlackIs1 true";
   }
   if (picture.directory->Number(reader_, TiffTag::kFillOrder, 1) == 2) {
-    if (strip->length > limits::kMaxHeldBytes) {
+    if (strip->length > limits::kMaxHeldFileBytes) {
       return std::nullopt;
     }
     image.data.push_back(Hold(ReadFax(picture, *strip)));

@@ -10,8 +10,10 @@
 #include "engines/support/codecs/CodecLibrary.h"
 #include "engines/support/imagefiles/Exif.h"
 #include "engines/support/imagefiles/ImageFileLimits.h"
+#include "engines/support/images/RasterEncoder.h"
 #include "engines/support/pictures/IccProfile.h"
 #include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/PictureLimits.h"
 #include "engines/support/pictures/Raster.h"
 
 namespace TarnixTools::engines {
@@ -146,7 +148,7 @@ void WebpFile::ReadSize(std::uint32_t type, std::uint64_t start) {
 
 // The file, or one made of an animation's first picture.
 std::string WebpFile::PictureFile() {
-  if (reader_.size() > limits::kMaxHeldBytes) {
+  if (reader_.size() > limits::kMaxHeldFileBytes) {
     throw ImageError(ImageErrorCode::kLimit, "the picture is too large to be decoded");
   }
   if (parts_ == 0) {

@@ -11,15 +11,10 @@
 #include <string_view>
 #include <vector>
 
+#include "engines/support/pictures/HeldBytes.h"
+#include "engines/support/pictures/PictureSpace.h"
+
 namespace TarnixTools::engines {
-
-// Bytes of our own, never filled with zeros first.
-struct HeldBytes {
-  std::unique_ptr<char[]> data;
-  std::size_t size = 0;
-
-  std::string_view view() const { return {data.get(), size}; }
-};
 
 // A part of a stream's data: bytes of the image file, or bytes that are held here.
 struct DataPiece {
@@ -28,15 +23,6 @@ struct DataPiece {
   HeldBytes held;  // when its data is not null, instead
 
   std::uint64_t size() const { return held.data != nullptr ? held.size : length; }
-};
-
-enum class PictureSpace : std::uint8_t {
-  kNone,  // the data tells (JPEG 2000)
-  kGray,
-  kRgb,
-  kCmyk,
-  kLab,      // CIE L*a*b* with a white point of D50
-  kIndexed,  // palette of RGB
 };
 
 struct ImageStream {

@@ -16,27 +16,12 @@ inline constexpr std::size_t kMaxSamplesAtOnce = std::size_t{64} << 20;
 // Samples of an image that is decoded row by row: a matter of time.
 inline constexpr std::uint64_t kMaxStreamedSamples = std::uint64_t{4} << 30;
 
-// The same for a picture of which only a reduced one is wanted.
+// Samples that are decoded at once where only a reduced picture is wanted.
 inline constexpr std::size_t kMaxSamplesAtOnceForLess = std::size_t{2} << 20;
-
-// Coefficients of a progressive JPEG image, which are held until its last scan.
-inline constexpr std::size_t kMaxCoefficientBytes = std::size_t{1} << 30;
-
-// The same of a JPEG image that is coded anew, which may take as much again.
-inline constexpr std::size_t kMaxTranscodedBytes = std::size_t{512} << 20;
-
-// What JPEG 2000 data is decoded into, four bytes a sample.
-inline constexpr std::size_t kMaxJpxBytes = std::size_t{1} << 30;
 
 // Pixels that an image may have without data for them; of a larger one only the rows that have data
 // come out.
 inline constexpr std::uint64_t kMaxPixelsWithoutData = std::uint64_t{64} << 20;
-
-// Bytes of an image that is turned, as pixels.
-inline constexpr std::size_t kMaxTurnedBytes = std::size_t{512} << 20;
-
-// Bytes at the start of a JPEG file in which its frame header is looked for.
-inline constexpr std::uint64_t kMaxJpegHeader = std::uint64_t{1} << 20;
 
 }  // namespace TarnixTools::engines::limits
 

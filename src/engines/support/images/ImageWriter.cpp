@@ -63,9 +63,7 @@ void AppendArray(std::string& text, const char* key, const std::string& numbers)
 
 DataPiece Hold(std::string_view bytes) {
   DataPiece piece;
-  piece.held.data = std::make_unique_for_overwrite<char[]>(bytes.size());
-  piece.held.size = bytes.size();
-  std::copy(bytes.begin(), bytes.end(), piece.held.data.get());
+  piece.held = HoldCopy(bytes);
   return piece;
 }
 

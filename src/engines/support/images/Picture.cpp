@@ -20,6 +20,7 @@
 #include "engines/support/images/PdfiumPicture.h"
 #include "engines/support/images/RowConverter.h"
 #include "engines/support/pictures/ComposedRows.h"
+#include "engines/support/pictures/PictureLimits.h"
 #include "pdf/Error.h"
 #include "pdf/filters/FlateReader.h"
 
@@ -250,13 +251,14 @@ class PictureOpener {
 };
 
 // matte: gets what the mask says.
-RowSourcePtr OpenMask(const DocumentImage& image, std::uint32_t number, std::vector<double>& matte) {
+RowSourcePtr OpenMask(const DocumentImage& image, std::uint32_t number,
+                      std::vector<double>& matte) {
   pdf::Arena arena;
   DocumentImage mask{.document = image.document,
-                .number = number,
-                .dictionary = {},
-                .data = {},
-                .color_spaces = {}};
+                     .number = number,
+                     .dictionary = {},
+                     .data = {},
+                     .color_spaces = {}};
   mask.dictionary = image.document->Load({.number = number, .generation = 0}, arena);
   ImageFacts facts = FactsOf(mask, arena);
   matte = facts.matte;

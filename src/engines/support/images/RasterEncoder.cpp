@@ -1,3 +1,5 @@
+#include "engines/support/images/RasterEncoder.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -11,7 +13,6 @@
 #include "engines/support/codecs/HuffmanDeflate.h"
 #include "engines/support/codecs/PngFilters.h"
 #include "engines/support/pictures/ColorCount.h"
-#include "engines/support/pictures/Raster.h"
 
 namespace TarnixTools::engines {
 
@@ -164,7 +165,7 @@ std::optional<HeldBytes> EncodeFax(const Plane& plane) {
     }
   }
   encoder.Finish();
-  return Hold(encoder.data()).held;
+  return HoldCopy(encoder.data());
 }
 
 // Black and white, coded for fax where that is smaller: text is, halftones are not.
@@ -231,30 +232,7 @@ void ReduceDepth(Plane& plane) {
   plane = std::move(reduced);
 }
 
-void CopyChannels(const unsigned char* from, unsigned char* to, std::uint32_t width,
-                  std::size_t from_step, std::size_t bytes) {
-  for (std::uint32_t x = 0; x < width; ++x, from += from_step, to += bytes) {
-    for (std::size_t i = 0; i < bytes; ++i) {
-      to[i] = from[i];
-    }
-  }
-}
-
 }  // namespace
-
-void SplitAlpha(const Plane& samples, Raster& raster) {
-  const int colors = samples.channels() - 1;
-  const std::size_t alpha_bytes = static_cast<std::size_t>(samples.bits()) / 8;
-  const std::size_t color_bytes = alpha_bytes * static_cast<std::size_t>(colors);
-  const std::size_t step = color_bytes + alpha_bytes;
-  raster.color = Plane(samples.width(), samples.height(), colors, samples.bits());
-  raster.alpha = Plane(samples.width(), samples.height(), 1, samples.bits());
-  for (std::uint32_t y = 0; y < samples.height(); ++y) {
-    const unsigned char* row = samples.row(y);
-    CopyChannels(row, raster.color.row(y), samples.width(), step, color_bytes);
-    CopyChannels(row + color_bytes, raster.alpha.row(y), samples.width(), step, alpha_bytes);
-  }
-}
 
 bool IsBestAsFax(std::uint64_t fax_bytes, std::uint32_t width, std::uint32_t height) {
   return fax_bytes <= ((std::uint64_t{width} + 7) / 8 + 1) * height / kTextRatio;
@@ -277,7 +255,7 @@ EncodedImage EncodeRaster(Raster&& raster) {
     if (raster.is_premultiplied) {
       result.soft_mask->entries = raster.space == PictureSpace::kGray   ? "/Matte[0]"
                                   : raster.space == PictureSpace::kCmyk ? "/Matte[0 0 0 0]"
-                                                                      : "/Matte[0 0 0]";
+                                                                        : "/Matte[0 0 0]";
     }
   }
   raster.alpha = Plane();

@@ -7,9 +7,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "engines/support/codecs/JpegWriter.h"
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/images/DocumentImage.h"
+#include "engines/support/pictures/PixelLayout.h"
 
 namespace TarnixTools::engines {
 

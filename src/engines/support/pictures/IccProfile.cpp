@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "engines/support/files/ByteReader.h"
-#include "engines/support/imagefiles/ImageFileLimits.h"
+#include "engines/support/pictures/PictureLimits.h"
 
 namespace TarnixTools::engines {
 

@@ -12,7 +12,7 @@ enum class ImageErrorCode {
   kUnknownFormat,  // the content is no image of a kind we know
   kUnsupported,    // a variant of a known format that cannot be read here
   kDamaged,        // nothing of the picture can be had
-  kLimit,          // a bound of ImageLimits.h was passed
+  kLimit,          // a bound of a Limits.h was passed
 };
 
 class ImageError : public std::runtime_error {

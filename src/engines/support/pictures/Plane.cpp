@@ -2,8 +2,8 @@
 
 #include <cstring>
 
-#include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/PictureLimits.h"
 
 namespace TarnixTools::engines {
 

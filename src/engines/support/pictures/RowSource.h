@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "engines/support/codecs/JpegWriter.h"
+#include "engines/support/pictures/PixelLayout.h"
 
 namespace TarnixTools::engines {
 
