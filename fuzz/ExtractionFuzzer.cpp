@@ -26,9 +26,9 @@
 namespace {
 
 using namespace TarnixTools;
+using engines::DocumentImage;
 using engines::ImageFacts;
 using engines::ImageFilter;
-using engines::DocumentImage;
 
 // Larger or more is slow, not different.
 constexpr std::size_t kMaxPages = 4;

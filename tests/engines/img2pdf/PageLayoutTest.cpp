@@ -9,7 +9,6 @@ namespace TarnixTools::engines {
 
 namespace {
 
-
 struct Box {
   double left, bottom, right, top;
 };

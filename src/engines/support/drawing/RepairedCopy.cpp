@@ -106,10 +106,10 @@ class Copy {
     pdf::Arena arena;
     const Object dictionary = document_->Load({.number = original, .generation = 0}, arena);
     const DocumentImage image{.document = document_,
-                         .number = original,
-                         .dictionary = dictionary,
-                         .data = {},
-                         .color_spaces = {}};
+                              .number = original,
+                              .dictionary = dictionary,
+                              .data = {},
+                              .color_spaces = {}};
     ImageFacts facts = FactsOf(image, arena);
     if (facts.filter == ImageFilter::kJbig2) {
       return ReplaceJbig2(image, facts);

@@ -86,10 +86,10 @@ bool UndrawnObjects::IsOddImage(std::uint32_t number, const Object& dictionary) 
     return false;
   }
   const DocumentImage image{.document = document_,
-                       .number = number,
-                       .dictionary = dictionary,
-                       .data = {},
-                       .color_spaces = {}};
+                            .number = number,
+                            .dictionary = dictionary,
+                            .data = {},
+                            .color_spaces = {}};
   pdf::StringSink start;
   CopyEncoded(image, start, kJpxHeaderBytes);
   const std::optional<JpxHeader> header = ReadJpxHeader(start.bytes());
@@ -110,10 +110,10 @@ bool UndrawnObjects::IsOddImage(std::uint32_t number, const Object& dictionary) 
 
 bool UndrawnObjects::IsOddJbig2(std::uint32_t number, const Object& dictionary) {
   const DocumentImage image{.document = document_,
-                       .number = number,
-                       .dictionary = dictionary,
-                       .data = {},
-                       .color_spaces = {}};
+                            .number = number,
+                            .dictionary = dictionary,
+                            .data = {},
+                            .color_spaces = {}};
   pdf::Arena arena;
   return IsOwnJbig2(image, FactsOf(image, arena));
 }

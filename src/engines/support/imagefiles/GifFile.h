@@ -30,7 +30,7 @@ class GifFile : public ImageFile {
   Plane Decode();
 
   ByteReader reader_;
-  ImageFrame frame_;           // the screen
+  ImageFrame frame_;      // the screen
   std::string palette_;   // of the screen, then of the picture
   int transparent_ = -1;  // index
   std::uint32_t left_ = 0;

@@ -22,8 +22,7 @@ auto WithImages(Operation&& operation) {
   try {
     return operation();
   } catch (const ImageError& error) {
-    throw ToolboxException(error.code() == ImageErrorCode::kLimit ? kLimitError
-                                                                          : kImageError);
+    throw ToolboxException(error.code() == ImageErrorCode::kLimit ? kLimitError : kImageError);
   }
 }
 

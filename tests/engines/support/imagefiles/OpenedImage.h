@@ -15,9 +15,7 @@ namespace TarnixTools::testing {
 class OpenedImage {
  public:
   explicit OpenedImage(std::string bytes)
-      : bytes_(std::move(bytes)),
-        source_(bytes_),
-        file_(engines::ImageFile::Open(source_)) {}
+      : bytes_(std::move(bytes)), source_(bytes_), file_(engines::ImageFile::Open(source_)) {}
 
   engines::ImageFile& file() { return *file_; }
 
@@ -46,7 +44,7 @@ class OpenedImage {
     step.parameters.columns = stream.width;
     step.parameters.colors = stream.space == engines::PictureSpace::kRgb    ? 3
                              : stream.space == engines::PictureSpace::kCmyk ? 4
-                                                                                  : 1;
+                                                                            : 1;
     return pdf::Decode({step}, DataOf(stream), std::size_t{1} << 28).data;
   }
 
