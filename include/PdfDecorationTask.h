@@ -15,8 +15,7 @@ namespace TarnixTools {
 // The settings are those of PdfTransformation, where they are described.
 class TARNIX_EXPORT PdfDecorationTask : public PdfTask {
  public:
-  // ---- which pages: all of them, until the first of these calls chooses others
-  // --------------------
+  // ---- which pages: all of them, until the first of these calls chooses others -----------------
 
   // Counts the document's pages, for which it is opened: throws what PdfDoc::GetPagesNum throws,
   // and InvalidParameter unless there is exactly one document.
@@ -29,8 +28,7 @@ class TARNIX_EXPORT PdfDecorationTask : public PdfTask {
   void ClearTargetPages();
   int GetTargetPagesNum() const;
 
-  // ---- settings
-  // ----------------------------------------------------------------------------------
+  // ---- settings --------------------------------------------------------------------------------
 
   std::string& GetFontName() { return transformation_.GetFontName(); }
 

@@ -20,11 +20,11 @@
 // Every failure is a PdfException. Beside what each member names, all that read the file throw
 //   FileNotFound   the file cannot be opened,
 //   PasswordError  it needs a password, or another one than GetPassword(),
-//   EngineError    the file is not a PDF document or is damaged beyond reading, with the engine's
-//   code,
+//   EngineError    the file is not a PDF document or is damaged beyond reading (with the engine's
+//                  code),
 // and all that write one throw
 //   FileNotFound   the output cannot be created, or not be put in its place,
-//   EngineError    the output could not be written to its end, with the engine's code.
+//   EngineError    the output could not be written to its end (with the engine's code).
 //
 // A PdfDoc is used by one thread at a time; different ones may be used on different threads.
 #ifndef TARNIX_PDF_DOC_H_
@@ -119,8 +119,7 @@ class TARNIX_EXPORT PdfDoc {
   // there already stays as it is until then. The symbolic links of the path are followed; a device
   // or a pipe is written to directly.
   //   encrypt - with the password as user and owner password (it may be empty), all permissions
-  //   granted; when false, the
-  //             password is cleared.
+  //             granted; when false, the password is cleared.
   // Throws InternalError when this document is open already and FileNotFound when the file cannot
   // be created.
   void Create(bool encrypt);
@@ -145,7 +144,8 @@ class TARNIX_EXPORT PdfDoc {
   // The visible size of a page, its rotation taken into account.
   //   page_number - one-based.
   //   resolution  - points per inch, 72: the size in points is divided by it for Centimeters,
-  //   Millimeters and Inches. divisor     - what the size in points is divided by for Custom.
+  //                 Millimeters and Inches.
+  //   divisor     - what the size in points is divided by for Custom.
   // Throws InvalidParameter for a page the document lacks and for an unknown unit.
   PdfSize GetPageSize(int page_number, PdfSizeUnits units, double resolution, double divisor);
 
@@ -160,8 +160,7 @@ class TARNIX_EXPORT PdfDoc {
   // Writes a copy of the pages with new document information; nothing of this document's own
   // information comes along.
   //   values   - UTF-8, in the order of PdfMetadataParam; values left out at the end are not set.
-  //   An
-  //              empty producer is written as a carriage return, other empty values as empty.
+  //              An empty producer is written as a carriage return, other empty values as empty.
   //   password - protects the output; empty for none.
   // Throws InternalError for a fifth value; no file is written then.
   void SetMetaData(const std::vector<std::string>& values, const std::string& output_path,

@@ -24,8 +24,8 @@ enum class PdfExceptionCode : std::int32_t {
   FileNotFound = 6,      // a file or directory is missing, cannot be created or cannot be deleted
   InternalError = 7,     // an operation failed or an object is in an unexpected state
   NoImagesFound = 8,     // an extraction found no images
-  AllPagesScanned =
-      10,  // every page to be converted is a scanned image, and text recognition is off
+  // Every page to be converted is a scanned image, and text recognition is off.
+  AllPagesScanned = 10,
   ConversionTimeout = 11,  // an Office conversion ran past its time limit
   NoTablesFound = 12,      // a table extraction found no tables
   EngineError = 13,        // an engine reported failure; GetErrorCode() is the engine's own code

@@ -34,8 +34,8 @@ enum class PdfReportKind : std::int32_t {
   OutputIntent = 14,
   ViewerSetting = 15,
   Resource = 16,
-  Damage = 17,  // of an input: Kept when everything could be read all the same, Dropped when
-                // something is lost
+  // Of an input: Kept when everything could be read all the same, Dropped when something is lost.
+  Damage = 17,
   PageNumber = 18,
   TextStamp = 19,
   ImageStamp = 20,
@@ -56,8 +56,8 @@ struct PdfReportEntry {
   PdfReportKind kind{};
   PdfReportOutcome outcome{};
   std::int64_t count = 0;  // of things with this kind, outcome and reason
-  std::int32_t page =
-      0;               // one-based page of the output that the first is on; 0: none in particular
+  // The one-based page of the output that the first of them is on; 0 for none in particular.
+  std::int32_t page = 0;
   std::string reason;  // in a few words; empty where there is nothing to explain
 };
 
