@@ -1,8 +1,10 @@
 // PDF files put together object by object, for tests of the core: what is written is exactly what
 // is given.
 //
-//   const std::string bytes = RawPdf().Object(1, "<</Type/Catalog/Pages 2 0 R>>").Object(2,
-//   "...").Table("/Root 1 0 R");
+//   const std::string bytes = RawPdf()
+//                                 .Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+//                                 .Object(2, "...")
+//                                 .Table("/Root 1 0 R");
 #ifndef TARNIX_TESTS_SUPPORT_RAW_PDF_H_
 #define TARNIX_TESTS_SUPPORT_RAW_PDF_H_
 

@@ -4,8 +4,8 @@
 //                                .Page("First page")
 //                                .Page("Second page").Size(595.28, 841.89).Rotate(90)
 //                                .PageEntry("/CropBox [10 10 200 200]")
-//                                .Annotation("/Subtype /Link /Rect [0 0 9 9] /Dest [{{page 1}}
-//                                /Fit]") .Write(directory.Path("a.pdf"));
+//                                .Annotation("/Subtype /Link /Dest [{{page 1}} /Fit]")
+//                                .Write(directory.Path("a.pdf"));
 //
 // Every entry is raw PDF text, in which {{page N}} (one-based) and {{NAME}}, an object added with
 // Object, become references.
