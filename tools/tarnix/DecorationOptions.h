@@ -12,8 +12,7 @@
 
 namespace TarnixTools::cli {
 
-// ---- rows
-// ----------------------------------------------------------------------------------------
+// ---- rows --------------------------------------------------------------------------------------
 
 inline constexpr OptionRow kPagesRow = {
     .name = "pages",
@@ -94,8 +93,7 @@ inline constexpr OptionRow kAlignRow = {
     .argument = "left|center|right",
     .help = "alignment of the lines of a text of several lines"};
 
-// ---- values
-// --------------------------------------------------------------------------------------
+// ---- values ------------------------------------------------------------------------------------
 
 PdfTransformVerticalPos VerticalPosition(std::string_view position);
 PdfTransformHorizontalPos HorizontalPosition(std::string_view position);

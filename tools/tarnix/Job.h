@@ -55,8 +55,8 @@ struct InputRule {
 
   int min = 1;
   int max = kNoLimit;
-  std::string_view pattern =
-      "*.[pP][dD][fF]";  // shell pattern of the names that the completion offers
+  // Shell pattern of the names that the completion offers.
+  std::string_view pattern = "*.[pP][dD][fF]";
 };
 
 enum class OutputKind { None, OneFile, ManyFiles };

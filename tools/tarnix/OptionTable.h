@@ -42,8 +42,8 @@ struct OptionRow {
   std::string_view name;  // long form, without the dashes
   char letter = 0;        // short form, 0 for none
   ValueKind kind = ValueKind::Flag;
-  std::string_view argument =
-      {};  // what help shows; the allowed words, joined by '|', for a Choice
+  // What help shows; the allowed words, joined by '|', for a Choice.
+  std::string_view argument = {};
   std::string_view help = {};
   AppliesTo applies_to = AppliesTo::EveryJob;
   std::string_view excludes = {};  // name of an option that cannot be given together with this one

@@ -99,8 +99,8 @@ TExpaPage* ExpaDocGetPage(TExpaDoc* document);
 TExpaContent* ExpaPageGetContent(TExpaPage* page);
 
 // Goes back to the start of the content.
-//   with_forms - 1: what is drawn by way of form XObjects, patterns and annotations counts too; 0:
-//   only what the page's own content draws
+//   with_forms - 1: what is drawn by way of form XObjects, patterns and annotations counts too;
+//                0: only what the page's own content draws
 int ExpaContentResetContent(TExpaContent* content, int with_forms);
 
 // Goes on to the next image, in the order in which they are drawn; one that is drawn twice counts

@@ -109,8 +109,8 @@ enum class TPdfCopiedKind : std::int32_t {
   kOutputIntent,
   kViewerSettings,
   kResource,
-  kDamage,  // of a source: kept where all of it could be read all the same, dropped where something
-            // is lost
+  // Of a source: kept where all of it could be read all the same, dropped where something is lost.
+  kDamage,
 };
 
 enum class TPdfCopyOutcome : std::int32_t { kKept, kRenamed, kDropped };

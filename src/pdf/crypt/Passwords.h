@@ -12,7 +12,7 @@ namespace TarnixTools::pdf::crypt {
 // revision looks at.
 //   revisions 5 and 6 - prepared, then as given.
 //   revisions 2 to 4  - PDFDocEncoding, as given, Latin-1; an encoding that lacks one of the
-//   characters is left out.
+//                       characters is left out.
 std::vector<std::string> PasswordCandidates(std::string_view password, int revision);
 
 }  // namespace TarnixTools::pdf::crypt

@@ -40,8 +40,8 @@ struct BufferFreer {
 // reach cost nothing.
 using RawBuffer = std::unique_ptr<char[], BufferFreer>;
 
-constexpr std::size_t kFirstGuessRatio =
-    6;  // text and object streams rarely shrink to less than a sixth
+// Text and object streams rarely shrink to less than a sixth.
+constexpr std::size_t kFirstGuessRatio = 6;
 constexpr std::size_t kSmallestGuess = 4096;
 constexpr std::size_t kGuessGrowth = 4;
 // Beyond this the data is inflated piece by piece, so that it is never held twice.

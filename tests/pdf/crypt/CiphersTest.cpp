@@ -135,8 +135,8 @@ TEST(AesDecryptor, DropsStrayBytesAndStillThePadding) {
 
 TEST(AesDecryptor, KeepsWholeBlocksOfCutData) {
   const std::string plain = SomeBytes(64);
-  const std::string encrypted =
-      Encrypted(plain);  // the vector, four blocks of data, one of padding
+  // The vector, four blocks of data, one of padding.
+  const std::string encrypted = Encrypted(plain);
   EXPECT_EQ(DecryptAes(kKey256, encrypted.substr(0, 16 + 3 * 16)),
             (Result{plain.substr(0, 48), false}));
   EXPECT_EQ(DecryptAes(kKey256, encrypted.substr(0, 16 + 3 * 16 + 5)),

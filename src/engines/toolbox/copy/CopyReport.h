@@ -20,8 +20,8 @@ struct CopyEntry {
   CopyOutcome outcome;
   std::string reason;  // why it was renamed or dropped, in a few words; empty for what was kept
   std::uint64_t count = 0;
-  std::uint32_t page =
-      0;  // one-based page of the output that the first of them is on; 0: none in particular
+  // The one-based page of the output that the first of them is on; 0 for none in particular.
+  std::uint32_t page = 0;
 };
 
 class CopyReport {
