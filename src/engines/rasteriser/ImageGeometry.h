@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "engines/rasteriser/Placement.h"
+#include "engines/support/drawing/Placement.h"
 
 namespace TarnixTools::engines {
 

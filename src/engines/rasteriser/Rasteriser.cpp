@@ -10,8 +10,8 @@
 #include "engines/rasteriser/EncodingQueue.h"
 #include "engines/rasteriser/ImageGeometry.h"
 #include "engines/rasteriser/Limits.h"
-#include "engines/rasteriser/RasterDocument.h"
 #include "engines/rasteriser/RasterError.h"
+#include "engines/support/drawing/DrawnDocument.h"
 #include "foundation/Unicode.h"
 #include "pdf/tree/WideText.h"
 

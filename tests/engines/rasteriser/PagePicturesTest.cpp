@@ -7,8 +7,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engines/rasteriser/PagePictures.h"
 #include "engines/rasteriser/Rasteriser.h"
+#include "engines/support/drawing/PagePictures.h"
 #include "engines/support/pdfium/PdfiumFile.h"
 #include "engines/support/pdfium/PdfiumSession.h"
 #include "foundation/Unicode.h"

@@ -1,6 +1,6 @@
 // Places on a bitmap, in pixels; rows go downwards.
-#ifndef TARNIX_ENGINES_RASTERISER_PLACEMENT_H_
-#define TARNIX_ENGINES_RASTERISER_PLACEMENT_H_
+#ifndef TARNIX_ENGINES_SUPPORT_DRAWING_PLACEMENT_H_
+#define TARNIX_ENGINES_SUPPORT_DRAWING_PLACEMENT_H_
 
 #include <algorithm>
 
@@ -35,4 +35,4 @@ struct PixelBox {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_RASTERISER_PLACEMENT_H_
+#endif  // TARNIX_ENGINES_SUPPORT_DRAWING_PLACEMENT_H_

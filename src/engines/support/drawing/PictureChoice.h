@@ -1,12 +1,12 @@
 // Which images of a page can be reduced before they are drawn, and how they become rows.
-#ifndef TARNIX_ENGINES_RASTERISER_PICTURECHOICE_H_
-#define TARNIX_ENGINES_RASTERISER_PICTURECHOICE_H_
+#ifndef TARNIX_ENGINES_SUPPORT_DRAWING_PICTURECHOICE_H_
+#define TARNIX_ENGINES_SUPPORT_DRAWING_PICTURECHOICE_H_
 
 #include <cstdint>
 #include <optional>
 #include <utility>
 
-#include "engines/rasteriser/PageObjects.h"
+#include "engines/support/drawing/PageObjects.h"
 #include "engines/support/pictures/RowSource.h"
 #include "pdf/file/Document.h"
 
@@ -48,4 +48,4 @@ RowSourcePtr OpenReduced(pdf::Document& document, std::uint32_t number, const Im
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_RASTERISER_PICTURECHOICE_H_
+#endif  // TARNIX_ENGINES_SUPPORT_DRAWING_PICTURECHOICE_H_

@@ -1,11 +1,11 @@
 // What PDFium found on a page: where its images go, and what is painted before them.
-#ifndef TARNIX_ENGINES_RASTERISER_PAGEOBJECTS_H_
-#define TARNIX_ENGINES_RASTERISER_PAGEOBJECTS_H_
+#ifndef TARNIX_ENGINES_SUPPORT_DRAWING_PAGEOBJECTS_H_
+#define TARNIX_ENGINES_SUPPORT_DRAWING_PAGEOBJECTS_H_
 
 #include <cstdint>
 #include <vector>
 
-#include "engines/rasteriser/Placement.h"
+#include "engines/support/drawing/Placement.h"
 #include "engines/support/pdfium/PdfiumSession.h"
 #include "engines/support/pictures/DrawnOrientation.h"
 
@@ -36,4 +36,4 @@ PageObjects ObjectsOf(const PdfiumLock& pdfium, pdfium::Page* page, const Placem
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_RASTERISER_PAGEOBJECTS_H_
+#endif  // TARNIX_ENGINES_SUPPORT_DRAWING_PAGEOBJECTS_H_

@@ -1,4 +1,4 @@
-#include "engines/rasteriser/PagePictures.h"
+#include "engines/support/drawing/PagePictures.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "engines/rasteriser/Limits.h"
-#include "engines/rasteriser/PictureChoice.h"
 #include "engines/support/content/Layers.h"
+#include "engines/support/drawing/PictureChoice.h"
 #include "engines/support/images/ImageWalker.h"
 #include "engines/support/images/Picture.h"
 #include "engines/support/pictures/ReducedPicture.h"

@@ -1,4 +1,4 @@
-#include "engines/rasteriser/PageObjects.h"
+#include "engines/support/drawing/PageObjects.h"
 
 #include <algorithm>
 #include <array>

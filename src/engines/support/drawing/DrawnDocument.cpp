@@ -1,4 +1,4 @@
-#include "engines/rasteriser/RasterDocument.h"
+#include "engines/support/drawing/DrawnDocument.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // A document whose pages PDFium draws. What PDFium cannot read but the core can is handed to it
 // anew, written well.
-#ifndef TARNIX_ENGINES_RASTERISER_RASTERDOCUMENT_H_
-#define TARNIX_ENGINES_RASTERISER_RASTERDOCUMENT_H_
+#ifndef TARNIX_ENGINES_SUPPORT_DRAWING_DRAWNDOCUMENT_H_
+#define TARNIX_ENGINES_SUPPORT_DRAWING_DRAWNDOCUMENT_H_
 
 #include <cstdint>
 #include <cstdio>
@@ -10,9 +10,9 @@
 #include <optional>
 #include <string>
 
-#include "engines/rasteriser/PagePictures.h"
-#include "engines/rasteriser/Placement.h"
 #include "engines/support/drawing/DrawingCost.h"
+#include "engines/support/drawing/PagePictures.h"
+#include "engines/support/drawing/Placement.h"
 #include "engines/support/drawing/UndrawnObjects.h"
 #include "engines/support/pdfium/PdfiumFile.h"
 #include "pdf/file/Document.h"
@@ -92,4 +92,4 @@ class RasterDocument {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_RASTERISER_RASTERDOCUMENT_H_
+#endif  // TARNIX_ENGINES_SUPPORT_DRAWING_DRAWNDOCUMENT_H_

@@ -1,4 +1,4 @@
-#include "engines/rasteriser/PictureChoice.h"
+#include "engines/support/drawing/PictureChoice.h"
 
 #include <algorithm>
 #include <array>

@@ -6,15 +6,15 @@
 //   pictures.Choose(document, pages, page_index, objects);
 //   for (pdfium::PageObject* object : pictures.objects()) ...  // PDFium is not to draw these
 //   pictures.Draw(pixels, width, top, height);                 // band by band, top to bottom
-#ifndef TARNIX_ENGINES_RASTERISER_PAGEPICTURES_H_
-#define TARNIX_ENGINES_RASTERISER_PAGEPICTURES_H_
+#ifndef TARNIX_ENGINES_SUPPORT_DRAWING_PAGEPICTURES_H_
+#define TARNIX_ENGINES_SUPPORT_DRAWING_PAGEPICTURES_H_
 
 #include <cstdint>
 #include <memory>
 #include <vector>
 
-#include "engines/rasteriser/PageObjects.h"
-#include "engines/rasteriser/PictureChoice.h"
+#include "engines/support/drawing/PageObjects.h"
+#include "engines/support/drawing/PictureChoice.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
 
@@ -53,4 +53,4 @@ class PagePictures {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_RASTERISER_PAGEPICTURES_H_
+#endif  // TARNIX_ENGINES_SUPPORT_DRAWING_PAGEPICTURES_H_
