@@ -13,33 +13,6 @@ inline constexpr std::size_t kMinBandBytes = std::size_t{1} << 20;
 inline constexpr std::size_t kMaxBandBytes = std::size_t{48} << 20;
 inline constexpr std::size_t kBands = 16;
 
-// Bytes of a document that PDFium may hold in memory before the document is opened anew.
-inline constexpr std::uint64_t kMaxHeldBytes = std::uint64_t{4} << 20;
-
-// Pixels of images on a page up to which the page is kept for the fonts it shares with the next.
-inline constexpr std::int64_t kMaxKeptImagePixels = 1'000'000;
-
-// Images of a page that are looked at to find that out.
-inline constexpr std::size_t kMaxImagesLookedAt = 100;
-
-// Objects of a page up to which it is asked for images that can be reduced before they are drawn.
-inline constexpr int kMaxObjectsLookedAt = 20'000;
-
-// Images of a page that are reduced, and bytes that more than one of them may take together; the
-// others PDFium draws.
-inline constexpr std::size_t kMaxReducedImages = 64;
-inline constexpr std::uint64_t kMaxReducedImageBytes = std::uint64_t{64} << 20;
-
-// How often a page may draw an image for that it is decoded each time.
-inline constexpr std::ptrdiff_t kMaxTimesReduced = 4;
-
-// Pixels of an image that is worth the trouble, and of the largest that is reduced.
-inline constexpr std::uint64_t kMinReducedPixels = 20'000;
-inline constexpr std::uint64_t kMaxReducedPixels = std::uint64_t{1} << 29;
-
-// Bytes of a reduced image that has to be held, since its rows do not come from top to bottom.
-inline constexpr std::size_t kMaxHeldImageBytes = std::size_t{32} << 20;
-
 }  // namespace TarnixTools::engines::limits
 
 #endif  // TARNIX_ENGINES_RASTERISER_LIMITS_H_

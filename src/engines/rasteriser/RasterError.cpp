@@ -2,6 +2,8 @@
 
 #include <new>
 
+#include "engines/support/drawing/DrawingError.h"
+
 namespace TarnixTools::engines {
 namespace {
 
@@ -21,6 +23,26 @@ Pdf2ImgError CodeOf(pdf::ErrorCode code) {
   }
 }
 
+Pdf2ImgError CodeOf(DrawingErrorCode code) {
+  switch (code) {
+    case DrawingErrorCode::kFile:
+      return kPdf2ImgFileError;
+    case DrawingErrorCode::kPassword:
+      return kPdf2ImgPasswordError;
+    case DrawingErrorCode::kNotAPdf:
+      return kPdf2ImgNotAPdfError;
+    case DrawingErrorCode::kNoRenderer:
+      return kPdf2ImgNoRendererError;
+    case DrawingErrorCode::kScratch:
+      return kPdf2ImgWriteError;
+    case DrawingErrorCode::kPage:
+      return kPdf2ImgPageError;
+    case DrawingErrorCode::kMemory:
+      return kPdf2ImgMemoryError;
+  }
+  return kPdf2ImgInternalError;
+}
+
 }  // namespace
 
 Pdf2ImgError CodeOfCurrentException() noexcept {
@@ -28,6 +50,8 @@ Pdf2ImgError CodeOfCurrentException() noexcept {
     throw;
   } catch (const RasterError& error) {
     return error.code();
+  } catch (const DrawingError& error) {
+    return CodeOf(error.code());
   } catch (const pdf::Error& error) {
     return CodeOf(error.code());
   } catch (const std::bad_alloc&) {

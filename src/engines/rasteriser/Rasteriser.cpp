@@ -26,7 +26,7 @@ thread_local Pdf2ImgError last_error_without_object = kPdf2ImgNoError;
 
 struct TPdf2Img {
   void Open(const std::wstring& path, const std::wstring& password) {
-    document = std::make_unique<RasterDocument>(WideToPath(path), pdf::Utf8OfWide(password));
+    document = std::make_unique<DrawnDocument>(WideToPath(path), pdf::Utf8OfWide(password));
   }
 
   void CreateImage(const std::wstring& path) {
@@ -123,7 +123,7 @@ struct TPdf2Img {
   bool has_valid_dpi = true;
   TPdf2ImgReport report = nullptr;
   void* report_handle = nullptr;
-  std::unique_ptr<RasterDocument> document;
+  std::unique_ptr<DrawnDocument> document;
   EncodingQueue queue;
   std::shared_ptr<ImageFile> image;
   std::int32_t image_page_number = 0;

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <utility>
 
-#include "engines/rasteriser/Limits.h"
-#include "engines/rasteriser/RasterError.h"
+#include "engines/support/drawing/DrawingError.h"
+#include "engines/support/drawing/DrawingLimits.h"
 #include "engines/support/drawing/FieldNesting.h"
 #include "engines/support/drawing/RepairedCopy.h"
 #include "engines/support/files/DiskFile.h"
@@ -25,23 +25,23 @@ int CountOf(const pdf::PageTree& pages) {
 
 }  // namespace
 
-RasterDocument::RasterDocument(const std::string& path, std::string password)
+DrawnDocument::DrawnDocument(const std::string& path, std::string password)
     : file_(OpenShared(path)), password_(std::move(password)) {
   if (file_ == nullptr) {
-    throw RasterError(kPdf2ImgFileError);
+    throw DrawingError(DrawingErrorCode::kFile);
   }
   OpenCore();
   OpenPdfium();
 }
 
-RasterDocument::~RasterDocument() {
+DrawnDocument::~DrawnDocument() {
   const PdfiumLock pdfium;
   ClosePages();
   pdfium_file_.reset();
 }
 
 // What the core cannot read, PDFium may; except that neither can do without the password.
-void RasterDocument::OpenCore() {
+void DrawnDocument::OpenCore() {
   try {
     core_ = pdf::Document::Open(std::make_unique<DiskSource>(file_), password_);
     pages_ = std::make_unique<pdf::PageTree>(*core_);
@@ -55,10 +55,10 @@ void RasterDocument::OpenCore() {
   }
 }
 
-void RasterDocument::OpenPdfium() {
+void DrawnDocument::OpenPdfium() {
   PdfiumLock pdfium;
   if (!pdfium.is_available()) {
-    throw RasterError(kPdf2ImgNoRendererError);
+    throw DrawingError(DrawingErrorCode::kNoRenderer);
   }
   bool needs_password = false;
   pdfium_file_ = OpenFile(pdfium, needs_password);
@@ -70,11 +70,11 @@ void RasterDocument::OpenPdfium() {
   if (pdfium_file_ != nullptr) {
     page_count_ = pdfium_file_->page_count();
   } else if (pages_ == nullptr) {
-    throw RasterError(needs_password ? kPdf2ImgPasswordError : kPdf2ImgNotAPdfError);
+    throw DrawingError(needs_password ? DrawingErrorCode::kPassword : DrawingErrorCode::kNotAPdf);
   }
 }
 
-std::unique_ptr<PdfiumFile> RasterDocument::OpenFile(PdfiumLock& pdfium, bool& needs_password) {
+std::unique_ptr<PdfiumFile> DrawnDocument::OpenFile(PdfiumLock& pdfium, bool& needs_password) {
   std::unique_ptr<PdfiumFile> file = PdfiumFile::Open(
       pdfium, std::make_unique<DiskSource>(file_), is_repaired_ ? "" : password_, needs_password);
   if (file != nullptr && HasForm()) {
@@ -84,7 +84,7 @@ std::unique_ptr<PdfiumFile> RasterDocument::OpenFile(PdfiumLock& pdfium, bool& n
 }
 
 // Where no copy can be made, the original stays.
-void RasterDocument::TryRepairedCopy(PdfiumLock& pdfium) {
+void DrawnDocument::TryRepairedCopy(PdfiumLock& pdfium) {
   try {
     UseRepairedCopy(pdfium);
   } catch (...) {
@@ -94,12 +94,12 @@ void RasterDocument::TryRepairedCopy(PdfiumLock& pdfium) {
   }
 }
 
-void RasterDocument::UseRepairedCopy(PdfiumLock& pdfium) {
+void DrawnDocument::UseRepairedCopy(PdfiumLock& pdfium) {
   std::shared_ptr<std::FILE> copy = OpenScratchFile();
   DiskSink sink(copy.get());
   WriteRepairedCopy(*core_, *pages_, sink);
   if (std::fflush(copy.get()) != 0) {
-    throw RasterError(kPdf2ImgWriteError);
+    throw DrawingError(DrawingErrorCode::kScratch);
   }
   ClosePages();
   pdfium_file_.reset();
@@ -109,7 +109,7 @@ void RasterDocument::UseRepairedCopy(PdfiumLock& pdfium) {
   pdfium_file_ = OpenFile(pdfium, needs_password);
 }
 
-void RasterDocument::ClosePages() {
+void DrawnDocument::ClosePages() {
   for (pdfium::Page** page : {&page_, &kept_page_}) {
     if (*page != nullptr) {
       pdfium_file_->ClosePage(std::exchange(*page, nullptr));
@@ -117,17 +117,17 @@ void RasterDocument::ClosePages() {
   }
 }
 
-void RasterDocument::LoadPage(int page_index) {
+void DrawnDocument::LoadPage(int page_index) {
   ReleasePage();  // one that could not be drawn
   if (page_index < 0 || page_index >= page_count_) {
-    throw RasterError(kPdf2ImgPageError);
+    throw DrawingError(DrawingErrorCode::kPage);
   }
   is_page_partial_ = DrawsTooMuch(page_index);
   if (!is_repaired_ && is_page_partial_) {
     PdfiumLock pdfium;
     UseRepairedCopy(pdfium);
     if (pdfium_file_ == nullptr) {
-      throw RasterError(kPdf2ImgPageError);
+      throw DrawingError(DrawingErrorCode::kPage);
     }
   } else if (!is_repaired_ && HasUndrawnObjects(page_index)) {
     PdfiumLock pdfium;
@@ -136,14 +136,14 @@ void RasterDocument::LoadPage(int page_index) {
   OpenPage(page_index);
   if (!(width_points_ > 0) || !(height_points_ > 0)) {
     ReleasePage();
-    throw RasterError(kPdf2ImgPageError);
+    throw DrawingError(DrawingErrorCode::kPage);
   }
 }
 
-void RasterDocument::OpenPage(int page_index) {
+void DrawnDocument::OpenPage(int page_index) {
   PdfiumLock pdfium;
   if (pdfium_file_->bytes_read() >
-      std::max(limits::kMaxHeldBytes, 4 * pdfium_file_->bytes_of_opening())) {
+      std::max(limits::kMaxPdfiumBytes, 4 * pdfium_file_->bytes_of_opening())) {
     bool needs_password = false;
     ClosePages();
     pdfium_file_.reset();
@@ -161,11 +161,11 @@ void RasterDocument::OpenPage(int page_index) {
     MeasurePage(pdfium);
   }
   if (page_ == nullptr) {
-    throw RasterError(kPdf2ImgPageError);
+    throw DrawingError(DrawingErrorCode::kPage);
   }
 }
 
-void RasterDocument::MeasurePage(PdfiumLock& pdfium) {
+void DrawnDocument::MeasurePage(PdfiumLock& pdfium) {
   if (page_ != nullptr) {
     const double unit = UserUnitOf(page_index_);
     width_points_ = pdfium->FPDF_GetPageWidth(page_) * unit;
@@ -173,7 +173,7 @@ void RasterDocument::MeasurePage(PdfiumLock& pdfium) {
   }
 }
 
-void RasterDocument::Place(const Placement& placement) {
+void DrawnDocument::Place(const Placement& placement) {
   placement_ = placement;
   pictures_.reset();
   if (pages_ != nullptr && page_count_ == CountOf(*pages_) && !is_page_partial_) {
@@ -182,7 +182,7 @@ void RasterDocument::Place(const Placement& placement) {
 }
 
 // Without them, PDFium draws all there is.
-void RasterDocument::ChoosePictures() {
+void DrawnDocument::ChoosePictures() {
   PageObjects objects;
   {
     const PdfiumLock pdfium;
@@ -203,7 +203,7 @@ void RasterDocument::ChoosePictures() {
   }
 }
 
-void RasterDocument::RemoveObjects(const std::vector<pdfium::PageObject*>& objects) {
+void DrawnDocument::RemoveObjects(const std::vector<pdfium::PageObject*>& objects) {
   const PdfiumLock pdfium;
   for (pdfium::PageObject* object : objects) {
     if (pdfium->FPDFPage_RemoveObject(page_, object) != 0) {
@@ -212,7 +212,7 @@ void RasterDocument::RemoveObjects(const std::vector<pdfium::PageObject*>& objec
   }
 }
 
-void RasterDocument::Draw(std::uint8_t* pixels, int width, int top, int height) {
+void DrawnDocument::Draw(std::uint8_t* pixels, int width, int top, int height) {
   if (pictures_ != nullptr) {
     pictures_->Draw(pixels, width, top, height);
   }
@@ -221,7 +221,7 @@ void RasterDocument::Draw(std::uint8_t* pixels, int width, int top, int height) 
       pdfium->FPDFBitmap_CreateEx(width, height, pdfium::kBgrx, pixels, width * 4),
       {pdfium.operator->()});
   if (bitmap == nullptr) {
-    throw RasterError(kPdf2ImgMemoryError);
+    throw DrawingError(DrawingErrorCode::kMemory);
   }
   pdfium_file_->Draw(bitmap.get(), page_, placement_.left, placement_.top - top, placement_.width,
                      placement_.height, kDrawingFlags);
@@ -229,7 +229,7 @@ void RasterDocument::Draw(std::uint8_t* pixels, int width, int top, int height) 
 
 // Fonts live as long as a page that uses them: with the last page kept open, those that the next
 // one shares with it are not read and their glyphs not drawn again.
-void RasterDocument::ReleasePage() {
+void DrawnDocument::ReleasePage() {
   pictures_.reset();
   if (page_ == nullptr) {
     return;
@@ -246,7 +246,7 @@ void RasterDocument::ReleasePage() {
   }
 }
 
-pdf::Object RasterDocument::ResourcesOf(int page_index, pdf::Arena& arena) {
+pdf::Object DrawnDocument::ResourcesOf(int page_index, pdf::Arena& arena) {
   const pdf::PageTree::Page& page = pages_->pages()[static_cast<std::size_t>(page_index)];
   const Object own = core_->Resolve(pages_->Load(page, arena).Get("Resources"), arena);
   return own.IsNull() ? core_->Resolve(
@@ -255,7 +255,7 @@ pdf::Object RasterDocument::ResourcesOf(int page_index, pdf::Arena& arena) {
 }
 
 // PDFium would go on until there is no memory left.
-bool RasterDocument::DrawsTooMuch(int page_index) {
+bool DrawnDocument::DrawsTooMuch(int page_index) {
   if (pages_ == nullptr) {
     return false;
   }
@@ -274,7 +274,7 @@ bool RasterDocument::DrawsTooMuch(int page_index) {
 }
 
 // In doubt, it has none.
-bool RasterDocument::HasUndrawnObjects(int page_index) {
+bool DrawnDocument::HasUndrawnObjects(int page_index) {
   if (pages_ == nullptr) {
     return false;
   }
@@ -291,7 +291,7 @@ bool RasterDocument::HasUndrawnObjects(int page_index) {
 }
 
 // In doubt, it does.
-bool RasterDocument::HoldsLargeImages(int page_index) {
+bool DrawnDocument::HoldsLargeImages(int page_index) {
   if (pages_ == nullptr) {
     return true;
   }
@@ -323,7 +323,7 @@ bool RasterDocument::HoldsLargeImages(int page_index) {
 
 // In doubt, it has not: PDFium alone reads the document then. It would go through fields that lead
 // to each other for hours.
-bool RasterDocument::HasForm() {
+bool DrawnDocument::HasForm() {
   if (core_ == nullptr) {
     return false;
   }
@@ -340,7 +340,7 @@ bool RasterDocument::HasForm() {
   return *has_form_;
 }
 
-double RasterDocument::UserUnitOf(int page_index) {
+double DrawnDocument::UserUnitOf(int page_index) {
   if (pages_ == nullptr) {
     return 1;
   }

@@ -20,17 +20,17 @@
 
 namespace TarnixTools::engines {
 
-class RasterDocument {
+class DrawnDocument {
  public:
-  // path: UTF-8; password: UTF-8. Throws RasterError and pdf::Error.
-  RasterDocument(const std::string& path, std::string password);
-  ~RasterDocument();
-  RasterDocument(const RasterDocument&) = delete;
-  RasterDocument& operator=(const RasterDocument&) = delete;
+  // path: UTF-8; password: UTF-8. Throws DrawingError and pdf::Error.
+  DrawnDocument(const std::string& path, std::string password);
+  ~DrawnDocument();
+  DrawnDocument(const DrawnDocument&) = delete;
+  DrawnDocument& operator=(const DrawnDocument&) = delete;
 
   int page_count() const { return page_count_; }
 
-  // The page that the other members are about. Throws RasterError(kPdf2ImgPageError).
+  // The page that the other members are about. Throws DrawingError(kPage).
   //   page_index - zero-based
   void LoadPage(int page_index);
 

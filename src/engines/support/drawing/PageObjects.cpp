@@ -5,7 +5,7 @@
 #include <cmath>
 #include <optional>
 
-#include "engines/rasteriser/Limits.h"
+#include "engines/support/drawing/DrawingLimits.h"
 
 namespace TarnixTools::engines {
 namespace {

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <utility>
 
-#include "engines/rasteriser/Limits.h"
 #include "engines/support/content/Layers.h"
+#include "engines/support/drawing/DrawingLimits.h"
 #include "engines/support/drawing/PictureChoice.h"
 #include "engines/support/images/ImageWalker.h"
 #include "engines/support/images/Picture.h"

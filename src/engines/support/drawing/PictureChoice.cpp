@@ -5,9 +5,9 @@
 #include <cmath>
 #include <string_view>
 
-#include "engines/rasteriser/Limits.h"
 #include "engines/support/codecs/CodecLimits.h"
 #include "engines/support/codecs/JpegReader.h"
+#include "engines/support/drawing/DrawingLimits.h"
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/images/Picture.h"
 #include "engines/support/pictures/ReducedPicture.h"
