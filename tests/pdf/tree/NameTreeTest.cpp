@@ -119,7 +119,7 @@ TEST(NameTreeWriter, WritesWhatIsReadBackInOrder) {
     const std::string bytes = FileWithTree(count);
     const auto document = Document::Open(std::make_unique<MemorySource>(bytes), "");
     Arena arena;
-    const Object root = document->Load(document->root(), arena).Get("Tree");
+    const Object root = document->Catalog(arena).Get("Tree");
     int next = 0;
     ReadNameTree(*document, root, [&](std::string_view name, const Object& value) {
       EXPECT_EQ(std::stoi(std::string(name)), next);
@@ -134,7 +134,7 @@ TEST(NameTreeWriter, LimitsEveryNodeButTheRoot) {
   const std::string bytes = FileWithTree(65);
   const auto document = Document::Open(std::make_unique<MemorySource>(bytes), "");
   Arena arena;
-  const Object root = document->Resolve(document->Load(document->root(), arena).Get("Tree"), arena);
+  const Object root = document->Resolve(document->Catalog(arena).Get("Tree"), arena);
   EXPECT_FALSE(root.Has("Limits"));
   ASSERT_EQ(root.Get("Kids").Items().size(), 2U);
   const Object limits = document->Resolve(root.Get("Kids").Items()[0], arena).Get("Limits");

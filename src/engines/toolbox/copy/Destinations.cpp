@@ -78,7 +78,7 @@ const PageRequest* PageKey::CopyIn(const CopyContext& context) const {
 SourceDestinations::SourceDestinations(SourceDocument& source) : source_(&source) {
   pdf::Document& document = source.document();
   pdf::Arena arena;
-  const Object catalog = document.Load(document.root(), arena);
+  const Object catalog = document.Catalog(arena);
   const Object names = document.Resolve(catalog.Get("Names"), arena);
   pdf::ForEachInTree(
       document, names.Get("Dests"), "Names",

@@ -91,7 +91,7 @@ SourceDocumentSettings::SourceDocumentSettings(SourceDocument& source) {
   pdf::Document& document = source.document();
   pdf::Arena arena;
   const auto resolve = [&](const Object& value) { return document.Resolve(value, arena); };
-  const Object catalog = document.Load(document.root(), arena);
+  const Object catalog = document.Catalog(arena);
   language_ = StringText(resolve(catalog.Get("Lang")));
   base_address_ = StringText(resolve(resolve(catalog.Get("URI")).Get("Base")));
   ReadVersion(source, resolve(catalog.Get("Version")));
@@ -215,7 +215,7 @@ Object DocumentSettingsCopier::Resolve(const Object& value) {
 }
 
 void DocumentSettingsCopier::CopyWhole() {
-  const Object catalog = context_->document().Load(context_->document().root(), arena_);
+  const Object catalog = context_->document().Catalog(arena_);
   CopyAttachments(catalog);
   CopyAssociatedFiles(catalog);
   CopyExtensions(catalog);

@@ -89,8 +89,7 @@ void AppendWithState(std::string& items, const LayerContribution& contribution,
 SourceLayers::SourceLayers(SourceDocument& source) : index_(source) {
   pdf::Arena arena;
   pdf::Document& document = source.document();
-  const Object properties =
-      document.Resolve(document.Load(document.root(), arena).Get("OCProperties"), arena);
+  const Object properties = document.Resolve(document.Catalog(arena).Get("OCProperties"), arena);
   if (!properties.IsDictionary()) {
     return;
   }

@@ -23,7 +23,7 @@ constexpr std::size_t kLongTitle = 1024;  // bytes
 
 SourceOutline::SourceOutline(SourceDocument& source) {
   pdf::Arena arena;
-  const Object catalog = source.document().Load(source.document().root(), arena);
+  const Object catalog = source.document().Catalog(arena);
   const Object outlines = source.document().Resolve(catalog.Get("Outlines"), arena);
   Read(source, outlines);
   for (std::uint32_t index = 0; index < items_.size(); ++index) {

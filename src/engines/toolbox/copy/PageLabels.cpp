@@ -53,7 +53,7 @@ SourcePageLabels::SourcePageLabels(SourceDocument& source) {
   pdf::Document& document = source.document();
   const auto page_count = static_cast<std::int64_t>(source.pages().pages().size());
   pdf::Arena arena;
-  const Object catalog = document.Load(document.root(), arena);
+  const Object catalog = document.Catalog(arena);
   const auto add = [&](const Object& key, const Object& value) {
     pdf::Arena scratch;
     const Object dictionary = document.Resolve(value, scratch);

@@ -187,7 +187,7 @@ ResourceNameId SourceResources::FontOfWidget(const Object& widget) {
     appearance = Resolve(field.Get("DA"), arena);
   }
   if (!appearance.IsString()) {
-    const Object catalog = source_->document().Load(source_->document().root(), arena);
+    const Object catalog = source_->document().Catalog(arena);
     appearance = Resolve(Resolve(catalog.Get("AcroForm"), arena).Get("DA"), arena);
   }
   ResourceNameId font = 0;

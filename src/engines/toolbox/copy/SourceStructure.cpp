@@ -11,7 +11,7 @@ using pdf::Object;
 
 SourceStructure::SourceStructure(SourceDocument& source) : document_(&source.document()) {
   pdf::Arena arena;
-  const Object catalog = document_->Load(document_->root(), arena);
+  const Object catalog = document_->Catalog(arena);
   const Object marks = document_->Resolve(catalog.Get("MarkInfo"), arena);
   const auto says = [&](const char* key) {
     return document_->Resolve(marks.Get(key), arena).BooleanOr(false);

@@ -61,7 +61,7 @@ void StructureCopier::CopyMarkInfo(const MarkInfo& marks) {
   }
   arena_.Reset();
   pdf::Document& document = context_->document();
-  const Object catalog = document.Load(document.root(), arena_);
+  const Object catalog = document.Catalog(arena_);
   std::string text;
   context_->objects().Append(text, document.Resolve(catalog.Get("MarkInfo"), arena_));
   target_->SetWholeMarkInfo(text);

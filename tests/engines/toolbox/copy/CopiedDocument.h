@@ -95,7 +95,7 @@ class CopiedDocument {
 
   std::uint32_t PageNumber(std::size_t index) { return tree_.pages().at(index).number; }
 
-  pdf::Object Catalog() { return document_->Load(document_->root(), arena_); }
+  pdf::Object Catalog() { return document_->Catalog(arena_); }
 
   pdf::Object Follow(const pdf::Object& value) { return document_->Resolve(value, arena_); }
 

@@ -146,7 +146,7 @@ TEST(DocumentSettings, NeedNoVersionWhereTheHeaderSaysIt) {
   EXPECT_TRUE(bytes.starts_with("%PDF-2.0"));
   const auto document = pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes), "");
   pdf::Arena arena;
-  EXPECT_FALSE(document->Load(document->root(), arena).Has("Version"));
+  EXPECT_FALSE(document->Catalog(arena).Has("Version"));
 }
 
 TEST(DocumentSettings, LeaveScriptsAndPrivateDataBehind) {
