@@ -17,6 +17,7 @@ enum class FindingCode : std::uint8_t {
   kXrefLoop,             // /Prev leads back
   kXrefRebuilt,          // objects were found by reading the whole file
   kTrailerRebuilt,       // the document's root was found by looking for it
+  kCatalogInTrailer,     // the catalog stands in the trailer and is no object of its own
   kObjectMissing,        // the cross-reference names an object that is not there
   kObjectDamaged,        // an object that is not regular syntax
   kObjectStreamDamaged,  // an object stream that cannot be read to its end

@@ -20,9 +20,8 @@ const pdf::PageTree& SourceDocument::pages() {
 }
 
 void SourceDocument::BarDocumentTrees() {
-  Bar(document_->root().number);
   pdf::Arena arena;
-  const pdf::Object catalog = document_->Load(document_->root(), arena);
+  const pdf::Object catalog = document_->Catalog(arena);
   for (const char* key :
        {"AcroForm", "Dests", "Names", "OCProperties", "Outlines", "StructTreeRoot", "Threads"}) {
     if (const pdf::Reference tree = catalog.Get(key).AsReference()) {
@@ -39,7 +38,7 @@ void SourceDocument::Bar(std::uint32_t number) {
 }
 
 bool SourceDocument::IsBarred(std::uint32_t number) {
-  return pages().IsPage(number) || pages().IsNode(number) ||
+  return pages().IsPage(number) || pages().IsNode(number) || document_->IsCatalogObject(number) ||
          (number < barred_.size() && barred_[number]) || parts_.annotations().Contains(number) ||
          parts_.form_fields().Contains(number);
 }

@@ -110,28 +110,39 @@ bool Document::ReadXref() {
   return false;
 }
 
-// Takes the first trailer whose root is a catalog.
+// Takes the first trailer whose root is a catalog, or refers to one.
 bool Document::ChooseTrailer(const std::vector<Object>& candidates) {
   for (const Object& candidate : candidates) {
-    if (!candidate.Get("Root").IsReference()) {
+    const Object root = candidate.Get("Root");
+    if (!root.IsReference() && !root.IsDictionary()) {
       continue;
     }
     trailer_ = candidate;
     if (!is_encrypted_) {
       SetUpSecurity();
     }
-    if (IsCatalog(candidate.Get("Root").AsReference())) {
-      root_ = candidate.Get("Root").AsReference();
+    if (IsCatalog(root)) {
+      SetCatalog(root);
       return true;
     }
   }
   return false;
 }
 
-bool Document::IsCatalog(Reference reference) {
+bool Document::IsCatalog(const Object& root) {
   Arena arena;
-  const Object catalog = Load(reference, arena);
+  const Object catalog = root.IsReference() ? Load(root.AsReference(), arena) : root;
   return catalog.IsDictionary() && Resolve(catalog.Get("Pages"), arena).IsDictionary();
+}
+
+// The catalog shall be an object of its own (7.5.5), but readers take one that stands in the
+// trailer.
+void Document::SetCatalog(const Object& root) {
+  root_ = root.AsReference();
+  catalog_ = root_ ? Object() : root;
+  if (!root_) {
+    findings_.Add(FindingCode::kCatalogInTrailer);
+  }
 }
 
 void Document::SetUpSecurity() {

@@ -2,7 +2,7 @@
 //
 //   auto document = Document::Open(std::make_unique<MemorySource>(bytes), "");
 //   Arena arena;
-//   Object catalog = document->Load(document->root(), arena);
+//   Object catalog = document->Catalog(arena);
 //
 // A document that disagrees with its cross-reference is read all the same: objects are then found
 // by reading the whole file once, and findings() says so. Not for use by several threads at once.
@@ -48,10 +48,12 @@ class Document {
 
   const Object& trailer() const { return trailer_; }
 
-  // The catalog's number; none in a damaged document whose catalog is no object of its own.
-  Reference root() const { return root_; }
-
+  // The catalog, wherever it is: an object of its own, or, in a damaged document, one that stands
+  // in the trailer or was made for a page tree that was found without one.
   Object Catalog(Arena& arena) { return root_ ? Load(root_, arena) : catalog_; }
+
+  // Whether the object with this number is the catalog; of no object where the catalog has none.
+  bool IsCatalogObject(std::uint32_t number) const { return root_ && root_.number == number; }
 
   bool is_encrypted() const { return is_encrypted_; }
 
@@ -121,13 +123,16 @@ class Document {
   std::optional<std::uint64_t> FindStartXref();
   bool ReadXref();
   bool ChooseTrailer(const std::vector<Object>& candidates);
-  bool IsCatalog(Reference reference);
+  bool IsCatalog(const Object& root);
+  void SetCatalog(const Object& root);
+
+  bool has_catalog() const { return root_ || catalog_.IsDictionary(); }
+
   void SetUpSecurity();
   void ForgetUnconfirmed(const FileScan& scan);
   void AddScanned(const FileScan& scan);
   void AddStreamMembers(const FileScan& scan);
   void FindRoot(const FileScan& scan);
-  bool TakeCatalogOfTrailer(const FileScan& scan);
   void MakeCatalogOfPageTree(const FileScan& scan);
   std::shared_ptr<const ObjectStream> OpenObjectStream(std::uint32_t number);
   std::optional<RawObject> LocateOnce(std::uint32_t number);
@@ -140,8 +145,8 @@ class Document {
   Arena trailer_arena_;
   XrefTable xref_;
   Object trailer_;
-  Reference root_;
-  Object catalog_;  // where there is no root_
+  Reference root_;  // none where the catalog is no object of its own
+  Object catalog_;  // where there is no root_; in trailer_arena_
   std::uint64_t header_offset_ = 0;
   bool is_encrypted_ = false;
   std::uint32_t encryption_object_ = 0;

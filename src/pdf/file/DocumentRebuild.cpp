@@ -20,10 +20,10 @@ void Document::Rebuild() {
   AddScanned(scan);
   object_streams_.Clear();
   large_objects_.Clear();
-  if (!root_ || !security_) {
+  if (!has_catalog() || !security_) {
     // Newest trailer first; its encryption is needed before any object stream can be read.
     const std::vector<Object> newest_first(scan.trailers.rbegin(), scan.trailers.rend());
-    if (!root_ && !is_encrypted_) {
+    if (!has_catalog() && !is_encrypted_) {
       for (const Object& candidate : newest_first) {
         if (candidate.Has("Encrypt")) {
           trailer_ = candidate;
@@ -33,7 +33,7 @@ void Document::Rebuild() {
       }
     }
     AddStreamMembers(scan);
-    if (!root_) {
+    if (!has_catalog()) {
       ChooseTrailer(newest_first);
     }
   } else {
@@ -44,10 +44,10 @@ void Document::Rebuild() {
       scanned_pages_.push_back({found.offset, 0, found.number});
     }
   }
-  if (!root_) {
+  if (!has_catalog()) {
     FindRoot(scan);
   }
-  if (scan.objects.empty() && !root_) {
+  if (scan.objects.empty() && !has_catalog()) {
     throw Error(ErrorCode::kNotAPdf, "no PDF object in the file");
   }
 }
@@ -110,18 +110,19 @@ void Document::AddStreamMembers(const FileScan& scan) {
   }
 }
 
-// Without a trailer that helps: the last catalog in the file, one that stands in a trailer, or else
-// the page tree's own root.
+// Without a trailer that helps: the last catalog in the file, or else one made for the page tree.
 void Document::FindRoot(const FileScan& scan) {
   findings_.Add(FindingCode::kTrailerRebuilt);
   for (auto found = scan.objects.rbegin(); found != scan.objects.rend(); ++found) {
-    if (found->kind == FoundKind::kCatalog && IsCatalog({found->number, found->generation})) {
+    if (found->kind == FoundKind::kCatalog &&
+        IsCatalog(Object::Ref({found->number, found->generation}))) {
       root_ = {found->number, found->generation};
       return;
     }
   }
   for (std::uint32_t number = xref_.limit(); number-- > 1;) {
-    if (xref_.Find(number).kind == XrefEntry::Kind::kInStream && IsCatalog({number, 0})) {
+    if (xref_.Find(number).kind == XrefEntry::Kind::kInStream &&
+        IsCatalog(Object::Ref({number, 0}))) {
       Arena arena;
       if (FoundKindOf(Load({number, 0}, arena)) == FoundKind::kCatalog) {
         root_ = {number, 0};
@@ -129,22 +130,7 @@ void Document::FindRoot(const FileScan& scan) {
       }
     }
   }
-  if (!TakeCatalogOfTrailer(scan)) {
-    MakeCatalogOfPageTree(scan);
-  }
-}
-
-bool Document::TakeCatalogOfTrailer(const FileScan& scan) {
-  Arena arena;
-  for (auto trailer = scan.trailers.rbegin(); trailer != scan.trailers.rend(); ++trailer) {
-    const Object root = trailer->Get("Root");
-    if (Resolve(root.Get("Pages"), arena).IsDictionary()) {
-      trailer_ = *trailer;
-      catalog_ = root;
-      return true;
-    }
-  }
-  return false;
+  MakeCatalogOfPageTree(scan);
 }
 
 // Of several page trees without a parent the one that claims the most pages.

@@ -46,7 +46,7 @@ ErrorCode OpenError(const std::string& bytes) {
 
 TEST(Document, ReadsAClassicTable) {
   Opened document(RawPdf().Pages(1).Object(4, "(text)").Table());
-  EXPECT_EQ(document->root().number, 1U);
+  EXPECT_TRUE(document->IsCatalogObject(1));
   EXPECT_EQ(document.Text(4), "(text)");
   EXPECT_EQ(document.Text(99), "null");
   EXPECT_EQ(document->findings().count(), 0U);
@@ -147,7 +147,7 @@ TEST(Document, FindsObjectsWhenNothingPointsToTheTable) {
         plain.substr(plain.find('\n') + 1)}) {
     Opened document(bytes);
     EXPECT_EQ(document.Text(4), "(text)");
-    EXPECT_EQ(document->root().number, 1U);
+    EXPECT_TRUE(document->IsCatalogObject(1));
   }
 }
 
@@ -179,8 +179,31 @@ TEST(Document, TakesACatalogThatStandsInTheTrailer) {
   pdf.Object(2, "<</Type/Pages/Kids[]/Count 0>>").Raw("trailer<</Root<</Pages 2 0 R>>>>");
   Opened document(pdf.bytes());
   Arena arena;
-  EXPECT_FALSE(document->root());
+  EXPECT_FALSE(document->IsCatalogObject(0));
+  EXPECT_FALSE(document->IsCatalogObject(2));
   EXPECT_EQ(document->Catalog(arena).Get("Pages").AsReference().number, 2U);
+  EXPECT_TRUE(document.Found(FindingCode::kCatalogInTrailer));
+}
+
+TEST(Document, ReadsNoMoreForACatalogThatStandsInTheTrailer) {
+  RawPdf pdf;
+  pdf.Object(2, "<</Type/Pages/Kids[]/Count 0>>").Object(3, "<</Type/Catalog/Pages 2 0 R>>");
+  Opened document(pdf.Table("/Root<</Pages 2 0 R/Lang(de)>>"));
+  Arena arena;
+  EXPECT_EQ(document->Catalog(arena).Get("Lang").Text(), "de");
+  EXPECT_FALSE(document->is_rebuilt());
+  document->Rebuild();
+  EXPECT_EQ(document->Catalog(arena).Get("Lang").Text(), "de");
+}
+
+TEST(Document, PassesOverARootThatIsNoCatalog) {
+  for (const char* root : {"<</Pages 4 0 R>>", "<<>>", "7", "4 0 R", "99 0 R", "null"}) {
+    RawPdf pdf;
+    pdf.Pages(1).Object(4, "(text)");
+    Opened document(pdf.Table(std::string("/Root ") + root));
+    EXPECT_TRUE(document->IsCatalogObject(1)) << root;
+    EXPECT_FALSE(document.Found(FindingCode::kCatalogInTrailer)) << root;
+  }
 }
 
 TEST(Document, TakesThePageTreeWhereTheCatalogIsLost) {

@@ -46,6 +46,8 @@ std::string_view NameOf(FindingCode code) {
       return "XrefRebuilt";
     case FindingCode::kTrailerRebuilt:
       return "TrailerRebuilt";
+    case FindingCode::kCatalogInTrailer:
+      return "CatalogInTrailer";
     case FindingCode::kObjectMissing:
       return "ObjectMissing";
     case FindingCode::kObjectDamaged:

@@ -20,6 +20,8 @@ const char* ReasonOf(pdf::FindingCode code) {
       return "cross-reference rebuilt from the objects found";
     case pdf::FindingCode::kTrailerRebuilt:
       return "document catalog found by searching";
+    case pdf::FindingCode::kCatalogInTrailer:
+      return "document catalog no object of its own";
     case pdf::FindingCode::kObjectMissing:
       return "object missing";
     case pdf::FindingCode::kObjectDamaged:

@@ -146,7 +146,7 @@ void FieldTree::AddNode(const Waiting& place, const Object& dictionary) {
 bool FieldTree::IsNode(std::uint32_t number, const Object& dictionary) const {
   const pdf::PageTree& pages = source_->pages();
   if (!dictionary.IsDictionary() || pages.IsPage(number) || pages.IsNode(number) ||
-      number == document_->root().number) {
+      document_->IsCatalogObject(number)) {
     return false;
   }
   const Object subtype = dictionary.Get("Subtype");
