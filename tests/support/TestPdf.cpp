@@ -107,6 +107,11 @@ TestPdf& TestPdf::InfoEntry(const std::string& entry) {
   return *this;
 }
 
+TestPdf& TestPdf::CatalogInTrailer() {
+  is_catalog_in_trailer_ = true;
+  return *this;
+}
+
 TestPdf& TestPdf::Object(const std::string& name, const std::string& body) {
   object_indices_[name] = static_cast<int>(objects_.size());
   objects_.push_back(body);
@@ -118,15 +123,20 @@ std::string TestPdf::Bytes() const {
   std::string file = "%PDF-1.7\n%\xE2\xE3\xCF\xD3\n";
   std::string table = "xref\n0 " + std::to_string(bodies.size() + 1) + "\n0000000000 65535 f \n";
   for (std::size_t i = 0; i < bodies.size(); ++i) {
+    if (is_catalog_in_trailer_ && i + 1 == kCatalog) {
+      table += "0000000000 00001 f \n";
+      continue;
+    }
     char row[32];
     std::snprintf(row, sizeof(row), "%010zu 00000 n \n", file.size());
     table += row;
     file += std::to_string(i + 1) + " 0 obj\n" + bodies[i] + "\nendobj\n";
   }
   const std::size_t start = file.size();
+  const std::string root = is_catalog_in_trailer_ ? bodies[kCatalog - 1] : Reference(kCatalog);
   return file + table + "trailer\n<< /Size " + std::to_string(bodies.size() + 1) + " /Root " +
-         Reference(kCatalog) + " /Info " + Reference(kInfo) + " >>\nstartxref\n" +
-         std::to_string(start) + "\n%%EOF\n";
+         root + " /Info " + Reference(kInfo) + " >>\nstartxref\n" + std::to_string(start) +
+         "\n%%EOF\n";
 }
 
 std::string TestPdf::Write(const std::string& path) const {

@@ -43,6 +43,9 @@ class TestPdf {
   TestPdf& CatalogEntry(const std::string& entry);
   TestPdf& InfoEntry(const std::string& entry);
 
+  // The catalog stands in the trailer and is no object of its own.
+  TestPdf& CatalogInTrailer();
+
   // An indirect object that entries can refer to by {{name}}.
   TestPdf& Object(const std::string& name, const std::string& body);
 
@@ -70,6 +73,7 @@ class TestPdf {
   std::string inherited_entries_;
   std::string catalog_entries_;
   std::string info_entries_;
+  bool is_catalog_in_trailer_ = false;
   std::vector<std::string> objects_;
   std::map<std::string, int> object_indices_;  // by name, into objects_
 };
