@@ -6,7 +6,7 @@
 #include "conversions/DocumentNames.h"
 #include "conversions/Img2PdfHandle.h"
 #include "foundation/Platform.h"
-#include "foundation/Unicode.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools {
 namespace {

@@ -8,7 +8,7 @@
 #include "PdfReport.h"
 #include "conversions/ParserHandles.h"
 #include "engines/parser/Parser.h"
-#include "foundation/Unicode.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools {
 namespace {

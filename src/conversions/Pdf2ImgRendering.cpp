@@ -9,7 +9,7 @@
 #include "conversions/RasteriserHandles.h"
 #include "engines/rasteriser/ErrorCodes.h"
 #include "engines/rasteriser/Rasteriser.h"
-#include "foundation/Unicode.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools {
 namespace {

@@ -8,7 +8,7 @@
 #include "PdfException.h"
 #include "PdfText.h"
 #include "engines/toolbox/ErrorCodes.h"
-#include "foundation/Unicode.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools {
 namespace {

@@ -10,7 +10,7 @@
 #include "document/OpenDocument.h"
 #include "engines/toolbox/Toolbox.h"
 #include "foundation/Platform.h"
-#include "foundation/Unicode.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools {
 namespace {

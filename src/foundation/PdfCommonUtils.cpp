@@ -4,7 +4,7 @@
 
 #include "PdfException.h"
 #include "foundation/Platform.h"
-#include "foundation/Unicode.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools {
 

@@ -1,7 +1,7 @@
 // Paths as wide strings and back; what the contract of an engine is given.
 #include <gtest/gtest.h>
 
-#include "foundation/Unicode.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools {
 namespace {

@@ -10,7 +10,7 @@
 #include "engines/support/content/Layers.h"
 #include "engines/support/files/DiskFile.h"
 #include "engines/support/images/ImageWalker.h"
-#include "foundation/Unicode.h"
+#include "foundation/Utf8.h"
 #include "pdf/Error.h"
 #include "pdf/tree/WideText.h"
 

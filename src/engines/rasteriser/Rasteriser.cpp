@@ -12,7 +12,7 @@
 #include "engines/rasteriser/Limits.h"
 #include "engines/rasteriser/RasterError.h"
 #include "engines/support/drawing/DrawnDocument.h"
-#include "foundation/Unicode.h"
+#include "foundation/Utf8.h"
 #include "pdf/tree/WideText.h"
 
 namespace TarnixTools::engines {

@@ -12,7 +12,7 @@
 #include "engines/parser/ErrorCodes.h"
 #include "engines/parser/Parser.h"
 #include "engines/support/pdfium/PdfiumSession.h"
-#include "foundation/Unicode.h"
+#include "foundation/Utf8.h"
 #include "support/JpegImage.h"
 #include "support/TempDir.h"
 #include "support/TestPdf.h"

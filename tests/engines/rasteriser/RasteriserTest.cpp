@@ -9,7 +9,7 @@
 #include "engines/rasteriser/ErrorCodes.h"
 #include "engines/rasteriser/Rasteriser.h"
 #include "engines/support/pdfium/PdfiumSession.h"
-#include "foundation/Unicode.h"
+#include "foundation/Utf8.h"
 #include "support/JpegImage.h"
 #include "support/RawPdf.h"
 #include "support/Readers.h"

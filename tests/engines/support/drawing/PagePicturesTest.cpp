@@ -11,7 +11,7 @@
 #include "engines/support/drawing/PagePictures.h"
 #include "engines/support/pdfium/PdfiumFile.h"
 #include "engines/support/pdfium/PdfiumSession.h"
-#include "foundation/Unicode.h"
+#include "foundation/Utf8.h"
 #include "pdf/file/ByteSource.h"
 #include "pdf/filters/Filters.h"
 #include "support/JpegImage.h"

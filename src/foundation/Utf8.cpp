@@ -1,4 +1,4 @@
-#include "foundation/Unicode.h"
+#include "foundation/Utf8.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 // UTF-8 and the wide strings of the engines' interfaces: UTF-16 units, one in each wchar_t,
 // whatever wchar_t can hold.
-#ifndef TARNIX_FOUNDATION_UNICODE_H_
-#define TARNIX_FOUNDATION_UNICODE_H_
+#ifndef TARNIX_FOUNDATION_UTF8_H_
+#define TARNIX_FOUNDATION_UTF8_H_
 
 #include <string>
 #include <string_view>
@@ -21,4 +21,4 @@ std::string WideToPath(std::wstring_view path);
 
 }  // namespace TarnixTools
 
-#endif  // TARNIX_FOUNDATION_UNICODE_H_
+#endif  // TARNIX_FOUNDATION_UTF8_H_
