@@ -168,7 +168,7 @@ void Img2PdfTask::ConvertImg2Pdf(const std::string& image_path, const std::strin
                          "NULL IMG2PDF object");
     }
     const std::wstring password = Utf8ToWide(out_password_);
-    if (engines::Img2PdfCreateW(object, Utf8ToWide(document_path), password, password,
+    if (engines::Img2PdfCreateW(object, platform::WidePath(document_path), password, password,
                                 kAllPermissions) == 0) {
       ThrowConversionFailed(object, image_path);
     }
@@ -177,7 +177,7 @@ void Img2PdfTask::ConvertImg2Pdf(const std::string& image_path, const std::strin
     if (margin_ != 0.0F) {
       engines::Img2PdfSetBorderSize(object, margin_);
     }
-    if (engines::Img2PdfCreatePageFromImageW(object, Utf8ToWide(image_path)) == 0 ||
+    if (engines::Img2PdfCreatePageFromImageW(object, platform::WidePath(image_path)) == 0 ||
         engines::Img2PdfClose(object) == 0) {
       ThrowConversionFailed(object, image_path);
     }

@@ -8,6 +8,7 @@
 #include "PdfReport.h"
 #include "conversions/ParserHandles.h"
 #include "engines/parser/Parser.h"
+#include "foundation/Platform.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools {
@@ -63,7 +64,7 @@ class Pdf2ImgTask::Extraction {
       throw PdfException(PdfExceptionCode::EngineError, engines::ExpaDocGetLastError(nullptr),
                          "Unable to create PDF expa handler");
     }
-    if (engines::ExpaDocOpenW(handle_.get(), PathToWide(document_->GetPath()),
+    if (engines::ExpaDocOpenW(handle_.get(), platform::WidePath(document_->GetPath()),
                               Utf8ToWide(document_->GetPassword())) == 0) {
       throw PdfException(PdfExceptionCode::EngineError, engines::ExpaDocGetLastError(handle_.get()),
                          "Unable to open PDF file for images extraction");
@@ -91,7 +92,7 @@ class Pdf2ImgTask::Extraction {
     ++image_count_;
     const std::string name = task_->output_path_ + ImageName(image_count_);
     std::cout << "Generating image: " << name;
-    if (engines::ExpaImageStoreW(image, PathToWide(name), engines::kExpaJpeg) == 0) {
+    if (engines::ExpaImageStoreW(image, platform::WidePath(name), engines::kExpaJpeg) == 0) {
       throw PdfException(PdfExceptionCode::EngineError, engines::ExpaDocGetLastError(handle_.get()),
                          "Unable to save img from PDF [%s] into [%s]", document_->GetPath().c_str(),
                          name.c_str());

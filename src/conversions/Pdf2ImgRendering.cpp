@@ -9,6 +9,7 @@
 #include "conversions/RasteriserHandles.h"
 #include "engines/rasteriser/ErrorCodes.h"
 #include "engines/rasteriser/Rasteriser.h"
+#include "foundation/Platform.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools {
@@ -78,7 +79,7 @@ class Pdf2ImgTask::Rendering {
     }
     const std::string& path = document_->GetPath();
     const std::string& password = document_->GetPassword();
-    if (engines::Pdf2ImgOpenW(object_.get(), PathToWide(path), Utf8ToWide(password)) != 0) {
+    if (engines::Pdf2ImgOpenW(object_.get(), platform::WidePath(path), Utf8ToWide(password)) != 0) {
       return;
     }
     const std::uint32_t code = engines::Pdf2ImgGetErrorCode(object_.get());
@@ -125,7 +126,7 @@ class Pdf2ImgTask::Rendering {
 
   void ConvertPage(int page_number) const {
     const std::string name = task_->GetNextImgName(document_->GetDocName(false), page_number);
-    if (engines::Pdf2ImgCreateImageW(object_.get(), PathToWide(name)) == 0) {
+    if (engines::Pdf2ImgCreateImageW(object_.get(), platform::WidePath(name)) == 0) {
       const std::uint32_t code = engines::Pdf2ImgGetErrorCode(object_.get());
       throw PdfException(PdfExceptionCode::EngineError, static_cast<std::int32_t>(code),
                          "Unable to create image at path [%s] object. Error: [0x%08X]",

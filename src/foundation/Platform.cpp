@@ -12,6 +12,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "foundation/Utf8.h"
+
 namespace TarnixTools::platform {
 namespace {
 
@@ -20,6 +22,11 @@ static_assert(sizeof(off_t) == 8, "files beyond 2 GiB need 64-bit positions");
 constexpr int kMaxLinkHops = 40;  // as many as Linux itself follows
 constexpr int kMaxSiblingAttempts = 1000;
 constexpr mode_t kPermissionBits = 0777;
+
+// A byte of a path that is not UTF-8, in its wide form.
+constexpr char32_t kWideBytes = 0xDC00;
+constexpr char32_t kFirstWideByte = kWideBytes + 0x80;
+constexpr char32_t kLastWideByte = kWideBytes + 0xFF;
 
 #ifdef O_PATH
 // A handle on a directory that need not be readable.
@@ -93,10 +100,43 @@ void TakeOverAttributes(int descriptor, const struct stat& replaced) {
 
 }  // namespace
 
+WidePath::WidePath(std::string_view path) {
+  path = path.substr(0, path.find('\0'));
+  units_.reserve(path.size());
+  while (!path.empty()) {
+    const DecodedCharacter decoded = DecodeUtf8(path);
+    if (decoded.is_well_formed) {
+      AppendWide(units_, decoded.character);
+    } else {
+      for (const char byte : path.substr(0, decoded.length)) {
+        units_ += static_cast<wchar_t>(kWideBytes + static_cast<unsigned char>(byte));
+      }
+    }
+    path.remove_prefix(decoded.length);
+  }
+}
+
 std::string NativePath(const std::string& path) {
   std::string native = path.substr(0, path.find('\0'));
   std::replace(native.begin(), native.end(), '\\', '/');
   return native;
+}
+
+std::string NativePath(const WidePath& path) {
+  std::string narrow;
+  narrow.reserve(path.units().size());
+  std::wstring_view rest = path.units();
+  while (!rest.empty()) {
+    const auto unit = static_cast<char32_t>(rest[0]);
+    const DecodedCharacter decoded = DecodeUtf16(rest);
+    if (!decoded.is_well_formed && unit >= kFirstWideByte && unit <= kLastWideByte) {
+      narrow += static_cast<char>(unit - kWideBytes);
+    } else {
+      AppendUtf8(narrow, decoded.character);
+    }
+    rest.remove_prefix(decoded.length);
+  }
+  return NativePath(narrow);
 }
 
 std::string ErrorText(int error) {
@@ -136,6 +176,10 @@ FilePtr OpenForReading(const std::string& path) {
   }
   std::setvbuf(file, nullptr, _IONBF, 0);
   return FilePtr(file);
+}
+
+FilePtr OpenForReading(const WidePath& path) {
+  return OpenForReading(NativePath(path));
 }
 
 bool RemoveFile(const std::string& path) {
@@ -198,6 +242,10 @@ std::optional<OutputFile> OutputFile::Create(const std::string& path) {
     return std::nullopt;
   }
   return CreateSibling(*target, exists ? &info : nullptr);
+}
+
+std::optional<OutputFile> OutputFile::Create(const WidePath& path) {
+  return Create(NativePath(path));
 }
 
 std::optional<OutputFile> OutputFile::OpenDirectly(const std::string& native_path) {

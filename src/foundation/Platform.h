@@ -2,8 +2,9 @@
 // functions are called. A port to another system is another Platform.cpp.
 //
 // Paths come as the interface has them: UTF-8 with backslashes or slashes, ending at their first
-// NUL. Their bytes reach the system as they are, backslashes turned into slashes, so names that are
-// not valid UTF-8 work like any other. What fails leaves the reason in errno.
+// NUL; or wide, as the engines' contracts take them. Their bytes reach the system as they are,
+// backslashes turned into slashes, so names that are not valid UTF-8 work like any other. Nobody
+// else converts. What fails leaves the reason in errno.
 #ifndef TARNIX_FOUNDATION_PLATFORM_H_
 #define TARNIX_FOUNDATION_PLATFORM_H_
 
@@ -12,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include <sys/types.h>
 
@@ -25,7 +27,22 @@ struct FileCloser {
 
 using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 
+// A path as the contracts of engines take it: UTF-16, one unit in each wchar_t, ready for a system
+// whose file functions are wide. It is no text and cannot be made of one by mistake: text turns
+// what is not UTF-8 into U+FFFD, a path keeps each such byte as a low surrogate of its own, U+DC00
+// plus the byte, which no well-formed text has. So every path comes back as it was.
+class WidePath {
+ public:
+  explicit WidePath(std::string_view path);
+
+  const std::wstring& units() const { return units_; }
+
+ private:
+  std::wstring units_;
+};
+
 std::string NativePath(const std::string& path);
+std::string NativePath(const WidePath& path);
 
 // The system's text for an errno value.
 std::string ErrorText(int error);
@@ -38,6 +55,7 @@ bool Exists(const std::string& path);
 // Opens for reading, unbuffered: the engines have buffers of their own. Null for a directory too.
 // Never waits for the other end of a pipe.
 FilePtr OpenForReading(const std::string& path);
+FilePtr OpenForReading(const WidePath& path);
 
 // False when the file cannot be deleted; a missing one counts as failed, with ENOENT. Directories
 // are not deleted.
@@ -67,6 +85,7 @@ class OutputFile {
   // Nothing when the output cannot be made: no such directory, no permission, a directory of that
   // name, an existing file that may not be written, a pipe that nobody reads, ...
   static std::optional<OutputFile> Create(const std::string& path);
+  static std::optional<OutputFile> Create(const WidePath& path);
 
   OutputFile(OutputFile&& other) noexcept;
   OutputFile& operator=(OutputFile&& other) noexcept;

@@ -175,37 +175,4 @@ std::size_t Utf8LengthWithin(std::string_view text, std::size_t size) {
   return length;
 }
 
-std::wstring PathToWide(std::string_view path) {
-  path = path.substr(0, path.find('\0'));
-  std::wstring wide;
-  wide.reserve(path.size());
-  while (!path.empty()) {
-    const DecodedCharacter decoded = DecodeUtf8(path);
-    for (std::size_t i = 0; !decoded.is_well_formed && i < decoded.length; ++i) {
-      wide.push_back(static_cast<wchar_t>(kLowSurrogates + static_cast<std::uint8_t>(path[i])));
-    }
-    if (decoded.is_well_formed) {
-      AppendWide(wide, decoded.character);
-    }
-    path.remove_prefix(decoded.length);
-  }
-  return wide;
-}
-
-std::string WideToPath(std::wstring_view path) {
-  std::string text;
-  text.reserve(path.size());
-  while (!path.empty()) {
-    const auto unit = static_cast<char32_t>(path[0]);
-    const DecodedCharacter decoded = DecodeUtf16(path);
-    if (!decoded.is_well_formed && unit > kLowSurrogates && unit <= kLowSurrogates + 0xFF) {
-      text += static_cast<char>(unit - kLowSurrogates);
-    } else {
-      AppendUtf8(text, decoded.character);
-    }
-    path.remove_prefix(decoded.length);
-  }
-  return text;
-}
-
 }  // namespace TarnixTools

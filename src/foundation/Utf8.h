@@ -3,6 +3,8 @@
 // What is malformed becomes U+FFFD: one for each maximal part of a malformed sequence of UTF-8 (The
 // Unicode Standard, 3.9), one for each surrogate without its other half. Wide strings are those of
 // the engines' interfaces: UTF-16 units, one in each wchar_t, whatever wchar_t can hold.
+//
+// Paths are no text, for they may hold any bytes: platform::WidePath is their wide form.
 #ifndef TARNIX_FOUNDATION_UTF8_H_
 #define TARNIX_FOUNDATION_UTF8_H_
 
@@ -49,13 +51,6 @@ std::wstring Utf8ToWide(std::string_view text);
 std::string WideToUtf8(std::wstring_view text);
 std::u32string Utf8ToUtf32(std::string_view text);
 std::u32string WideToUtf32(std::wstring_view text);
-
-// The same for paths, losslessly: each byte of a malformed sequence becomes a low surrogate of its
-// own, U+DC00 plus the byte, which no well-formed text has.
-std::wstring PathToWide(std::string_view path);
-
-// What PathToWide has taken.
-std::string WideToPath(std::wstring_view path);
 
 // How many bytes of the text can be kept, at most `size`, so that no character is cut.
 std::size_t Utf8LengthWithin(std::string_view text, std::size_t size);

@@ -9,8 +9,8 @@
 #include "engines/img2pdf/ErrorCodes.h"
 #include "engines/img2pdf/ImageDocument.h"
 #include "engines/support/pictures/ImageError.h"
+#include "foundation/Utf8.h"
 #include "pdf/Error.h"
-#include "pdf/tree/WideText.h"
 
 namespace TarnixTools::engines {
 
@@ -82,16 +82,17 @@ std::optional<pdf::Security> MakeSecurity(const std::wstring& user_password,
   if (user_password.empty() && owner_password.empty()) {
     return std::nullopt;
   }
-  return pdf::Security::Create(pdf::Utf8OfWide(user_password), pdf::Utf8OfWide(owner_password),
+  return pdf::Security::Create(WideToUtf8(user_password), WideToUtf8(owner_password),
                                static_cast<std::int32_t>(permissions));
 }
 
-Img2PdfError Create(TImg2Pdf& object, const std::wstring& path, const std::wstring& user_password,
-                    const std::wstring& owner_password, std::uint32_t permissions) {
+Img2PdfError Create(TImg2Pdf& object, const platform::WidePath& path,
+                    const std::wstring& user_password, const std::wstring& owner_password,
+                    std::uint32_t permissions) {
   if (object.document != nullptr) {
     return kImg2PdfArgumentError;
   }
-  std::optional<platform::OutputFile> output = platform::OutputFile::Create(pdf::Utf8OfWide(path));
+  std::optional<platform::OutputFile> output = platform::OutputFile::Create(path);
   if (!output) {
     return kImg2PdfCreateError;
   }
@@ -100,11 +101,11 @@ Img2PdfError Create(TImg2Pdf& object, const std::wstring& path, const std::wstri
   return kImg2PdfNoError;
 }
 
-Img2PdfError AddPages(TImg2Pdf& object, const std::wstring& path) {
+Img2PdfError AddPages(TImg2Pdf& object, const platform::WidePath& path) {
   if (object.document == nullptr) {
     return kImg2PdfArgumentError;
   }
-  platform::FilePtr file = platform::OpenForReading(pdf::Utf8OfWide(path));
+  platform::FilePtr file = platform::OpenForReading(path);
   if (file == nullptr) {
     return kImg2PdfOpenError;
   }
@@ -138,8 +139,9 @@ std::int32_t Img2PdfGetErrorCode(TImg2Pdf* object) {
   return object != nullptr ? object->error : creation_error;
 }
 
-int Img2PdfCreateW(TImg2Pdf* object, const std::wstring& path, const std::wstring& user_password,
-                   const std::wstring& owner_password, std::uint32_t permissions) {
+int Img2PdfCreateW(TImg2Pdf* object, const platform::WidePath& path,
+                   const std::wstring& user_password, const std::wstring& owner_password,
+                   std::uint32_t permissions) {
   return Guarded(object,
                  [&] { return Create(*object, path, user_password, owner_password, permissions); });
 }
@@ -197,7 +199,7 @@ int Img2PdfSetBorderSize(TImg2Pdf* object, float border) {
   });
 }
 
-int Img2PdfCreatePageFromImageW(TImg2Pdf* object, const std::wstring& path) {
+int Img2PdfCreatePageFromImageW(TImg2Pdf* object, const platform::WidePath& path) {
   return Guarded(object, [&] { return AddPages(*object, path); });
 }
 

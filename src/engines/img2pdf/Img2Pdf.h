@@ -3,9 +3,9 @@
 //
 //   Img2PdfInitialize();
 //   TImg2Pdf* object = Img2PdfCreateObject();
-//   Img2PdfCreateW(object, L"photo.pdf", L"", L"", 0xFFFFFFFF);
+//   Img2PdfCreateW(object, WidePath("photo.pdf"), L"", L"", 0xFFFFFFFF);
 //   Img2PdfSetAdjustPage(object, 1);
-//   Img2PdfCreatePageFromImageW(object, L"photo.jpg");
+//   Img2PdfCreatePageFromImageW(object, WidePath("photo.jpg"));
 //   Img2PdfClose(object);
 //   Img2PdfDestroyObject(object);
 //   Img2PdfUnInitialize();
@@ -16,6 +16,8 @@
 
 #include <cstdint>
 #include <string>
+
+#include "foundation/Platform.h"
 
 namespace TarnixTools::engines {
 
@@ -36,8 +38,9 @@ std::int32_t Img2PdfGetErrorCode(TImg2Pdf* object);
 // Starts a document, which appears under its name when it is closed. It is encrypted when one of
 // the passwords is not empty; an empty owner password means the user's. permissions: /P (ISO
 // 32000-2, table 22). One document at a time.
-int Img2PdfCreateW(TImg2Pdf* object, const std::wstring& path, const std::wstring& user_password,
-                   const std::wstring& owner_password, std::uint32_t permissions);
+int Img2PdfCreateW(TImg2Pdf* object, const platform::WidePath& path,
+                   const std::wstring& user_password, const std::wstring& owner_password,
+                   std::uint32_t permissions);
 
 // How pages are made that are created from here on. Sizes are in points (1/72 inch).
 //
@@ -62,7 +65,7 @@ int Img2PdfSetBorderSize(TImg2Pdf* object, float border);
 
 // Adds a page for each picture of an image file: JPEG, JPEG 2000, PNG, TIFF, GIF, BMP, PNM, WebP,
 // known by their content. Of an animation it is the first picture.
-int Img2PdfCreatePageFromImageW(TImg2Pdf* object, const std::wstring& path);
+int Img2PdfCreatePageFromImageW(TImg2Pdf* object, const platform::WidePath& path);
 
 // Completes the document. After a failure nothing is left of it.
 int Img2PdfClose(TImg2Pdf* object);

@@ -26,7 +26,8 @@ constexpr std::uint64_t kFirstHeaderPiece = 4096;
 // A file under way, with a copy of what goes into it as long as that is short enough to be kept.
 class StoredFile : public pdf::ByteSink {
  public:
-  explicit StoredFile(const std::string& path) : output_(platform::OutputFile::Create(path)) {
+  explicit StoredFile(const platform::WidePath& path)
+      : output_(platform::OutputFile::Create(path)) {
     if (!output_) {
       throw ExpaFailure(kExpaCreateError);
     }
@@ -170,7 +171,7 @@ std::optional<PreparedImage> ImageStore::Prepare(const DocumentImage& image,
   }
 }
 
-ImageStore::Outcome ImageStore::Store(PreparedImage& prepared, const std::string& path) {
+ImageStore::Outcome ImageStore::Store(PreparedImage& prepared, const platform::WidePath& path) {
   StoredFile file(path);
   Outcome outcome = Outcome::kComplete;
   if (prepared.is_ready_jpeg) {

@@ -10,6 +10,7 @@
 
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/pictures/RowSource.h"
+#include "foundation/Platform.h"
 
 namespace TarnixTools::engines {
 
@@ -37,8 +38,7 @@ class ImageStore {
                                        int orientation);
 
   // Writes the image to a file. Throws ExpaFailure and pdf::Error.
-  //   path - UTF-8
-  Outcome Store(PreparedImage& prepared, const std::string& path);
+  Outcome Store(PreparedImage& prepared, const platform::WidePath& path);
 
  private:
   // What a file was made of, for when the same image comes again.

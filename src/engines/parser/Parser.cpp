@@ -12,7 +12,6 @@
 #include "engines/support/images/ImageWalker.h"
 #include "foundation/Utf8.h"
 #include "pdf/Error.h"
-#include "pdf/tree/WideText.h"
 
 namespace TarnixTools::engines {
 
@@ -56,12 +55,12 @@ struct TExpaDoc {
   std::optional<TExpaPage> page;
   ImageStore store;
 
-  void Open(const std::wstring& path, const std::wstring& password) {
-    const std::shared_ptr<std::FILE> file = OpenShared(WideToPath(path));
+  void Open(const platform::WidePath& path, const std::wstring& password) {
+    const std::shared_ptr<std::FILE> file = OpenShared(path);
     if (file == nullptr) {
       throw ExpaFailure(kExpaFileError);
     }
-    document = pdf::Document::Open(std::make_unique<DiskSource>(file), pdf::Utf8OfWide(password));
+    document = pdf::Document::Open(std::make_unique<DiskSource>(file), WideToUtf8(password));
     pages = std::make_unique<pdf::PageTree>(*document);
     layers.emplace(*document);
   }
@@ -155,7 +154,7 @@ std::int32_t ExpaDocGetLastError(const TExpaDoc* document) {
   return document != nullptr ? document->last_error : last_error_without_document;
 }
 
-int ExpaDocOpenW(TExpaDoc* document, const std::wstring& path, const std::wstring& password) {
+int ExpaDocOpenW(TExpaDoc* document, const platform::WidePath& path, const std::wstring& password) {
   return Guarded(document, [&] {
     document->Close();
     try {
@@ -256,7 +255,7 @@ int ExpaImageChangeOrientation(TExpaImage* image, std::int32_t orientation) {
   });
 }
 
-int ExpaImageStoreW(TExpaImage* image, const std::wstring& path, std::int32_t format) {
+int ExpaImageStoreW(TExpaImage* image, const platform::WidePath& path, std::int32_t format) {
   return image == nullptr ? 0 : Guarded(image->document, [&] {
     Require(format == kExpaJpeg);
     ImageStore& store = image->document->store;
@@ -266,7 +265,7 @@ int ExpaImageStoreW(TExpaImage* image, const std::wstring& path, std::int32_t fo
     if (!image->prepared) {
       throw ExpaFailure(kExpaImageError);
     }
-    const auto outcome = store.Store(*image->prepared, WideToPath(path));
+    const auto outcome = store.Store(*image->prepared, path);
     if (outcome == ImageStore::Outcome::kPartial) {
       image->document->Tell(image->document->page->content.page_index, kExpaImagePartial);
     }

@@ -2,8 +2,7 @@
 //
 // Every operation returns a handle, a count, or a non-zero value on success. A null handle or a
 // zero result means failure; ExpaDocGetLastError tells the reason, one of ErrorCodes.h. No
-// exception crosses this header. Wide strings are UTF-16, one unit in each wchar_t; paths as
-// PathToWide makes them.
+// exception crosses this header. Wide strings are text in UTF-16, one unit in each wchar_t.
 //
 // A document is used by one thread at a time; different ones may be used on different threads. The
 // document owns everything that is had from it: a page is valid until another page number is set,
@@ -12,7 +11,7 @@
 //
 //   ExpaInitialize();
 //   TExpaDoc* document = ExpaDocCreateObject();
-//   ExpaDocOpenW(document, L"report.pdf", L"");
+//   ExpaDocOpenW(document, WidePath("report.pdf"), L"");
 //   ExpaDocSetPageNo(document, 1);
 //   TExpaContent* content = ExpaPageGetContent(ExpaDocGetPage(document));
 //   ExpaContentResetContent(content, 1);
@@ -20,7 +19,7 @@
 //     TExpaImage* image = ExpaContentGetImage(content);
 //     ExpaImageChangeOrientation(
 //         image, ExpaGSGetCTM(ExpaContentGetGraphicsState(content))->orientation);
-//     ExpaImageStoreW(image, L"img0001.jpg", kExpaJpeg);
+//     ExpaImageStoreW(image, WidePath("img0001.jpg"), kExpaJpeg);
 //   }
 //   ExpaDocClose(document);
 //   ExpaDocDestroyObject(document);
@@ -31,6 +30,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+
+#include "foundation/Platform.h"
 
 namespace TarnixTools::engines {
 
@@ -83,7 +84,7 @@ std::int32_t ExpaDocGetLastError(const TExpaDoc* document);
 
 // Opens a document; one that was open is closed.
 //   password - empty for none
-int ExpaDocOpenW(TExpaDoc* document, const std::wstring& path, const std::wstring& password);
+int ExpaDocOpenW(TExpaDoc* document, const platform::WidePath& path, const std::wstring& password);
 int ExpaDocClose(TExpaDoc* document);
 
 // Names a callback for images that did not come out as they should. Null for none.
@@ -122,7 +123,7 @@ int ExpaImageChangeOrientation(TExpaImage* image, std::int32_t orientation);
 // others at the best quality, with what is transparent on white. An image mask is the black picture
 // that it paints. Data that is cut or damaged gives a picture that is white where there is none.
 //   format - kExpaJpeg
-int ExpaImageStoreW(TExpaImage* image, const std::wstring& path, std::int32_t format);
+int ExpaImageStoreW(TExpaImage* image, const platform::WidePath& path, std::int32_t format);
 
 }  // namespace TarnixTools::engines
 

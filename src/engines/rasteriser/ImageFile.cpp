@@ -7,7 +7,7 @@
 namespace TarnixTools::engines {
 namespace {
 
-platform::OutputFile Create(const std::string& path) {
+platform::OutputFile Create(const platform::WidePath& path) {
   std::optional<platform::OutputFile> output = platform::OutputFile::Create(path);
   if (!output) {
     throw RasterError(kPdf2ImgCreateError);
@@ -17,7 +17,7 @@ platform::OutputFile Create(const std::string& path) {
 
 }  // namespace
 
-ImageFile::ImageFile(const std::string& path)
+ImageFile::ImageFile(const platform::WidePath& path)
     : output_(Create(path)), stream_(output_.TakeStream()), sink_(DiskSink(stream_.get())) {}
 
 void ImageFile::Finish() {

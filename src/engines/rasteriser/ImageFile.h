@@ -15,9 +15,9 @@ namespace TarnixTools::engines {
 
 class ImageFile {
  public:
-  // path: UTF-8. Throws RasterError(kPdf2ImgCreateError). Nothing has the name until Finish; what
+  // Throws RasterError(kPdf2ImgCreateError). Nothing has the name until Finish; what
   // was there before stays until then.
-  explicit ImageFile(const std::string& path);
+  explicit ImageFile(const platform::WidePath& path);
 
   // Once, before the rows. Throws pdf::Error.
   void Start(const JpegSettings& settings) { writer_.emplace(*sink_, settings); }

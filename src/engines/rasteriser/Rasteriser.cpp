@@ -13,7 +13,6 @@
 #include "engines/rasteriser/RasterError.h"
 #include "engines/support/drawing/DrawnDocument.h"
 #include "foundation/Utf8.h"
-#include "pdf/tree/WideText.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -25,16 +24,16 @@ thread_local Pdf2ImgError last_error_without_object = kPdf2ImgNoError;
 }  // namespace
 
 struct TPdf2Img {
-  void Open(const std::wstring& path, const std::wstring& password) {
-    document = std::make_unique<DrawnDocument>(WideToPath(path), pdf::Utf8OfWide(password));
+  void Open(const platform::WidePath& path, const std::wstring& password) {
+    document = std::make_unique<DrawnDocument>(path, WideToUtf8(password));
   }
 
-  void CreateImage(const std::wstring& path) {
+  void CreateImage(const platform::WidePath& path) {
     image.reset();
     if (document == nullptr || !has_valid_dpi) {
       throw RasterError(kPdf2ImgArgumentError);
     }
-    image = std::make_shared<ImageFile>(WideToPath(path));
+    image = std::make_shared<ImageFile>(path);
   }
 
   void RenderPage(std::int32_t page_number) {
@@ -176,7 +175,7 @@ std::uint32_t Pdf2ImgGetErrorCode(const TPdf2Img* object) {
   return object != nullptr ? object->last_error : last_error_without_object;
 }
 
-int Pdf2ImgOpenW(TPdf2Img* object, const std::wstring& path, const std::wstring& password) {
+int Pdf2ImgOpenW(TPdf2Img* object, const platform::WidePath& path, const std::wstring& password) {
   return Guarded(object, [&] {
     object->Close();
     object->Open(path, password);
@@ -239,7 +238,7 @@ int Pdf2ImgSetReport(TPdf2Img* object, TPdf2ImgReport report, void* handle) {
   });
 }
 
-int Pdf2ImgCreateImageW(TPdf2Img* object, const std::wstring& path) {
+int Pdf2ImgCreateImageW(TPdf2Img* object, const platform::WidePath& path) {
   return Guarded(object, [&] { object->CreateImage(path); });
 }
 

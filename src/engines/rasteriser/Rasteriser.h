@@ -2,16 +2,15 @@
 //
 // Every operation returns a handle, a count, or a non-zero value on success. A null handle or a
 // zero result means failure; Pdf2ImgGetErrorCode tells the reason, one of ErrorCodes.h. No
-// exception crosses this header. Wide strings are UTF-16, one unit in each wchar_t; paths as
-// PathToWide makes them.
+// exception crosses this header. Wide strings are text in UTF-16, one unit in each wchar_t.
 //
 // An object is used by one thread at a time; different ones may be used on different threads.
 //
 //   Pdf2ImgInitialize();
 //   TPdf2Img* object = Pdf2ImgCreateObject();
-//   Pdf2ImgOpenW(object, L"report.pdf", L"");
+//   Pdf2ImgOpenW(object, WidePath("report.pdf"), L"");
 //   Pdf2ImgSetDPI(object, 100);
-//   Pdf2ImgCreateImageW(object, L"page-1.jpg");
+//   Pdf2ImgCreateImageW(object, WidePath("page-1.jpg"));
 //   Pdf2ImgRenderPage(object, 1);
 //   Pdf2ImgCloseImage(object);
 //   int written = Pdf2ImgClose(object);
@@ -22,6 +21,8 @@
 
 #include <cstdint>
 #include <string>
+
+#include "foundation/Platform.h"
 
 namespace TarnixTools::engines {
 
@@ -50,7 +51,7 @@ std::uint32_t Pdf2ImgGetErrorCode(const TPdf2Img* object);
 
 // Opens a document; one that was open is closed.
 //   password - empty for none
-int Pdf2ImgOpenW(TPdf2Img* object, const std::wstring& path, const std::wstring& password);
+int Pdf2ImgOpenW(TPdf2Img* object, const platform::WidePath& path, const std::wstring& password);
 
 // Waits until all images are under their names. Zero when one of them could not be written; the
 // document is closed in any case.
@@ -84,7 +85,7 @@ int Pdf2ImgSetReport(TPdf2Img* object, TPdf2ImgReport report, void* handle);
 
 // Starts an image file, which has its name only when it is complete: at the latest when the
 // document is closed. An image that was not closed is dropped.
-int Pdf2ImgCreateImageW(TPdf2Img* object, const std::wstring& path);
+int Pdf2ImgCreateImageW(TPdf2Img* object, const platform::WidePath& path);
 
 // Draws a page, as a viewer prints it, into the image that was created; once for each image.
 //   page_number - one-based

@@ -13,6 +13,7 @@ namespace TarnixTools::engines {
 
 namespace {
 
+using platform::WidePath;
 using ::testing::ElementsAre;
 using testing::Exists;
 using testing::QpdfComplaints;
@@ -29,12 +30,9 @@ class Img2PdfTest : public ::testing::Test {
     Img2PdfUnInitialize();
   }
 
-  std::wstring Path(const std::string& name) const {
-    const std::string path = directory_.Path(name);
-    return {path.begin(), path.end()};
-  }
+  WidePath Path(const std::string& name) const { return WidePath(directory_.Path(name)); }
 
-  std::wstring MakeImage(const std::string& name, const std::string& bytes) const {
+  WidePath MakeImage(const std::string& name, const std::string& bytes) const {
     WriteBytes(directory_.Path(name), bytes);
     return Path(name);
   }
@@ -87,6 +85,13 @@ TEST_F(Img2PdfTest, EncryptsWithAPassword) {
   EXPECT_NE(QpdfComplaints(directory_.Path("out.pdf"), "wrong"), "");
 }
 
+TEST_F(Img2PdfTest, TakesPathsThatAreNoUtf8) {
+  ASSERT_EQ(Create("\xFF\xE9.pdf"), 1);
+  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("J\xF6rg.jpg", TestJpeg(3))), 1);
+  EXPECT_EQ(Img2PdfClose(object_), 1);
+  EXPECT_EQ(QpdfComplaints(directory_.Path("\xFF\xE9.pdf")), "");
+}
+
 TEST_F(Img2PdfTest, KeepsTheOldFileWhenItFails) {
   WriteBytes(directory_.Path("out.pdf"), "old");
   ASSERT_EQ(Create("out.pdf"), 1);
@@ -120,7 +125,7 @@ TEST_F(Img2PdfTest, TellsThatTheDiskIsFull) {
   if (!Exists("/dev/full")) {
     GTEST_SKIP();
   }
-  ASSERT_EQ(Img2PdfCreateW(object_, L"/dev/full", L"", L"", 0), 1);
+  ASSERT_EQ(Img2PdfCreateW(object_, WidePath("/dev/full"), L"", L"", 0), 1);
   EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", TestJpeg(3))), 1);
   EXPECT_EQ(Img2PdfClose(object_), 0);
   EXPECT_EQ(Img2PdfGetErrorCode(object_), kImg2PdfWriteError);

@@ -86,9 +86,9 @@ TEST_F(Images, StayAsTheyAreInAnEncryptedDocument) {
   const std::string jpeg = MakeJpeg(16, 8, {200, 10, 10});
   Page(JpegImageObject(jpeg, "/ColorSpace/DeviceRGB")).Write(Path("plain.pdf"));
   testing::EncryptWithQpdf(Path("plain.pdf"), Path("secret.pdf"), "pw", "owner");
-  EXPECT_EQ(ExpaDocOpenW(document_, PathToWide(Path("secret.pdf")), L""), 0);
+  EXPECT_EQ(ExpaDocOpenW(document_, WidePath(Path("secret.pdf")), L""), 0);
   EXPECT_EQ(ExpaDocGetLastError(document_), kExpaPasswordError);
-  ASSERT_EQ(ExpaDocOpenW(document_, PathToWide(Path("secret.pdf")), L"pw"), 1);
+  ASSERT_EQ(ExpaDocOpenW(document_, WidePath(Path("secret.pdf")), L"pw"), 1);
   const auto files = Extract();
   ASSERT_EQ(files.size(), 1U);
   EXPECT_EQ(ReadBytes(files[0]), jpeg);

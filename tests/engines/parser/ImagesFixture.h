@@ -12,13 +12,14 @@
 #include "engines/parser/ErrorCodes.h"
 #include "engines/parser/Parser.h"
 #include "engines/support/pdfium/PdfiumSession.h"
-#include "foundation/Utf8.h"
+#include "foundation/Platform.h"
 #include "support/JpegImage.h"
 #include "support/TempDir.h"
 #include "support/TestPdf.h"
 
 namespace TarnixTools::engines {
 
+using platform::WidePath;
 using testing::JpegImage;
 using testing::ReadJpeg;
 using testing::Rgb;
@@ -81,7 +82,7 @@ class Images : public ::testing::Test {
   std::string Path(const std::string& name) const { return directory_.Path(name); }
 
   bool Open(const TestPdf& file, const std::wstring& password = L"") {
-    return ExpaDocOpenW(document_, PathToWide(file.Write(Path("in.pdf"))), password) != 0;
+    return ExpaDocOpenW(document_, WidePath(file.Write(Path("in.pdf"))), password) != 0;
   }
 
   // Stores all images of a page, upright; returns their files.
@@ -97,7 +98,7 @@ class Images : public ::testing::Test {
       orientations_.push_back(matrix->orientation);
       ExpaImageChangeOrientation(image, matrix->orientation);
       files.push_back(Path(std::to_string(files.size()) + ".jpg"));
-      EXPECT_EQ(ExpaImageStoreW(image, PathToWide(files.back()), kExpaJpeg), 1)
+      EXPECT_EQ(ExpaImageStoreW(image, WidePath(files.back()), kExpaJpeg), 1)
           << ExpaDocGetLastError(document_);
     }
     return files;

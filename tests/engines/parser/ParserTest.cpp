@@ -33,28 +33,40 @@ TEST_F(Images, TellWhyTheyCannotBeStored) {
   ExpaContentResetContent(content, 1);
   ASSERT_EQ(ExpaContentGetNextImage(content), 1);
   TExpaImage* image = ExpaContentGetImage(content);
-  EXPECT_EQ(ExpaImageStoreW(image, PathToWide(Path("missing/a.jpg")), kExpaJpeg), 0);
+  EXPECT_EQ(ExpaImageStoreW(image, WidePath(Path("missing/a.jpg")), kExpaJpeg), 0);
   EXPECT_EQ(ExpaDocGetLastError(document_), kExpaCreateError);
-  EXPECT_EQ(ExpaImageStoreW(image, PathToWide(Path("a.png")), 12), 0);
+  EXPECT_EQ(ExpaImageStoreW(image, WidePath(Path("a.png")), 12), 0);
   EXPECT_EQ(ExpaDocGetLastError(document_), kExpaArgumentError);
   EXPECT_EQ(ExpaImageChangeOrientation(image, 9), 0);
   if (testing::Exists("/dev/full")) {
-    EXPECT_EQ(ExpaImageStoreW(image, PathToWide("/dev/full"), kExpaJpeg), 0);
+    EXPECT_EQ(ExpaImageStoreW(image, WidePath("/dev/full"), kExpaJpeg), 0);
     EXPECT_EQ(ExpaDocGetLastError(document_), kExpaWriteError);
   }
 }
 
+TEST_F(Images, ComeFromAndGoToPathsThatAreNoUtf8) {
+  const std::string path = Page(RedBlue()).Write(Path("J\xF6rg.pdf"));
+  ASSERT_EQ(ExpaDocOpenW(document_, WidePath(path), L""), 1);
+  ExpaDocSetPageNo(document_, 1);
+  TExpaContent* content = ExpaPageGetContent(ExpaDocGetPage(document_));
+  ExpaContentResetContent(content, 1);
+  ASSERT_EQ(ExpaContentGetNextImage(content), 1);
+  EXPECT_EQ(
+      ExpaImageStoreW(ExpaContentGetImage(content), WidePath(Path("\xFF\xE9.jpg")), kExpaJpeg), 1);
+  EXPECT_EQ(ReadJpeg(Path("\xFF\xE9.jpg")).width, 16);
+}
+
 TEST_F(Images, NeedADocument) {
-  EXPECT_EQ(ExpaDocOpenW(document_, PathToWide(Path("missing.pdf")), L""), 0);
+  EXPECT_EQ(ExpaDocOpenW(document_, WidePath(Path("missing.pdf")), L""), 0);
   EXPECT_EQ(ExpaDocGetLastError(document_), kExpaFileError);
   testing::WriteBytes(Path("text.pdf"), "no document");
-  EXPECT_EQ(ExpaDocOpenW(document_, PathToWide(Path("text.pdf")), L""), 0);
+  EXPECT_EQ(ExpaDocOpenW(document_, WidePath(Path("text.pdf")), L""), 0);
   EXPECT_EQ(ExpaDocGetLastError(document_), kExpaNotAPdfError);
   EXPECT_EQ(ExpaDocGetPageCount(document_), 0);
   EXPECT_EQ(ExpaDocSetPageNo(document_, 1), 0);
   EXPECT_EQ(ExpaDocGetPage(document_), nullptr);
   EXPECT_EQ(ExpaPageGetContent(nullptr), nullptr);
-  EXPECT_EQ(ExpaDocOpenW(nullptr, L"", L""), 0);
+  EXPECT_EQ(ExpaDocOpenW(nullptr, WidePath(""), L""), 0);
   EXPECT_EQ(ExpaDocGetLastError(nullptr), kExpaArgumentError);
 }
 

@@ -9,7 +9,7 @@
 #include "engines/rasteriser/ErrorCodes.h"
 #include "engines/rasteriser/Rasteriser.h"
 #include "engines/support/pdfium/PdfiumSession.h"
-#include "foundation/Utf8.h"
+#include "foundation/Platform.h"
 #include "support/JpegImage.h"
 #include "support/RawPdf.h"
 #include "support/Readers.h"
@@ -23,6 +23,7 @@
 namespace TarnixTools::engines {
 namespace {
 
+using platform::WidePath;
 using ::testing::ElementsAre;
 using testing::Exists;
 using testing::JpegImage;
@@ -51,14 +52,14 @@ class Rasteriser : public ::testing::Test {
   std::string Path(const std::string& name) const { return directory_.Path(name); }
 
   bool Open(const std::string& path, const std::wstring& password = L"") {
-    return Pdf2ImgOpenW(object_, PathToWide(path), password) != 0;
+    return Pdf2ImgOpenW(object_, WidePath(path), password) != 0;
   }
 
   bool Open(const TestPdf& document) { return Open(document.Write(Path("in.pdf"))); }
 
   // The image of one page; width 0 when there is none.
   JpegImage Render(int page_number, const std::string& name = "page.jpg") {
-    EXPECT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path(name))), 1);
+    EXPECT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path(name))), 1);
     Pdf2ImgRenderPage(object_, page_number);
     Pdf2ImgCloseImage(object_);
     EXPECT_EQ(Pdf2ImgClose(object_), 1);
@@ -138,7 +139,7 @@ TEST_F(Rasteriser, RefusesValuesOutOfRange) {
 TEST_F(Rasteriser, MakesNoImageAfterABadResolution) {
   ASSERT_TRUE(Open(Painted("")));
   Pdf2ImgSetDPI(object_, 0);
-  EXPECT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path("page.jpg"))), 0);
+  EXPECT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path("page.jpg"))), 0);
   EXPECT_EQ(Error(), kPdf2ImgArgumentError);
   Pdf2ImgSetDPI(object_, 72);
   EXPECT_EQ(Render(1).width, 144);
@@ -240,7 +241,7 @@ TEST_F(Rasteriser, DrawsPagesInAnyOrderAndMoreThanOnce) {
   ASSERT_TRUE(Open(document));
   Pdf2ImgSetDPI(object_, 72);
   for (const auto& [page, name] : {std::pair(2, "a"), std::pair(1, "b"), std::pair(2, "c")}) {
-    ASSERT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path(name))), 1);
+    ASSERT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path(name))), 1);
     EXPECT_EQ(Pdf2ImgRenderPage(object_, page), 1);
     EXPECT_EQ(Pdf2ImgCloseImage(object_), 1);
   }
@@ -315,7 +316,7 @@ TEST_F(Rasteriser, ReportsPagesThatAreNotThere) {
   ASSERT_TRUE(Open(Painted("")));
   Listen();
   for (const int page : {0, -1, 2, std::numeric_limits<int>::min()}) {
-    ASSERT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path("page.jpg"))), 1);
+    ASSERT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path("page.jpg"))), 1);
     EXPECT_EQ(Pdf2ImgRenderPage(object_, page), 0);
     EXPECT_EQ(Error(), kPdf2ImgPageError);
     EXPECT_EQ(Pdf2ImgCloseImage(object_), 0);
@@ -469,9 +470,9 @@ TEST_F(Rasteriser, GivesTinyPagesAPixel) {
 TEST_F(Rasteriser, LeavesNoFileUnlessThePageIsDrawn) {
   testing::WriteBytes(Path("old.jpg"), "old");
   ASSERT_TRUE(Open(Painted("")));
-  ASSERT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path("old.jpg"))), 1);
+  ASSERT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path("old.jpg"))), 1);
   EXPECT_EQ(Pdf2ImgCloseImage(object_), 0);
-  ASSERT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path("new.jpg"))), 1);
+  ASSERT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path("new.jpg"))), 1);
   EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 1);
   EXPECT_EQ(Pdf2ImgClose(object_), 1);  // without CloseImage
   EXPECT_EQ(testing::ReadBytes(Path("old.jpg")), "old");
@@ -480,7 +481,7 @@ TEST_F(Rasteriser, LeavesNoFileUnlessThePageIsDrawn) {
 
 TEST_F(Rasteriser, TellsWhenAnImageCannotBeCreated) {
   ASSERT_TRUE(Open(Painted("")));
-  EXPECT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path("missing/page.jpg"))), 0);
+  EXPECT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path("missing/page.jpg"))), 0);
   EXPECT_EQ(Error(), kPdf2ImgCreateError);
   EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
   EXPECT_EQ(Error(), kPdf2ImgArgumentError);
@@ -492,7 +493,7 @@ TEST_F(Rasteriser, TellsWhenAnImageCannotBeWritten) {
   }
   ASSERT_TRUE(Open(Painted("")));
   Listen();
-  ASSERT_EQ(Pdf2ImgCreateImageW(object_, PathToWide("/dev/full")), 1);
+  ASSERT_EQ(Pdf2ImgCreateImageW(object_, WidePath("/dev/full")), 1);
   EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 1);
   Pdf2ImgCloseImage(object_);
   EXPECT_EQ(Pdf2ImgClose(object_), 0);
@@ -508,11 +509,11 @@ TEST_F(Rasteriser, AcceptsPathsThatAreNoUtf8) {
 
 TEST_F(Rasteriser, FailsWithoutADocument) {
   EXPECT_EQ(Pdf2ImgGetPageCount(object_), -1);
-  EXPECT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path("page.jpg"))), 0);
+  EXPECT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path("page.jpg"))), 0);
   EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
   EXPECT_EQ(Pdf2ImgCloseImage(object_), 0);
   EXPECT_EQ(Pdf2ImgClose(object_), 1);
-  EXPECT_EQ(Pdf2ImgOpenW(nullptr, L"a", L""), 0);
+  EXPECT_EQ(Pdf2ImgOpenW(nullptr, WidePath("a"), L""), 0);
   EXPECT_EQ(Pdf2ImgGetErrorCode(nullptr), kPdf2ImgArgumentError);
 }
 
@@ -576,7 +577,7 @@ TEST_F(Rasteriser, OpensALargeDocumentAnewOnTheWay) {
   Pdf2ImgSetDPI(object_, 72);
   for (int page = 1; page <= 24; ++page) {
     const std::string name = std::to_string(page) + ".jpg";
-    ASSERT_EQ(Pdf2ImgCreateImageW(object_, PathToWide(Path(name))), 1);
+    ASSERT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path(name))), 1);
     EXPECT_EQ(Pdf2ImgRenderPage(object_, page), 1);
     EXPECT_EQ(Pdf2ImgCloseImage(object_), 1);
   }

@@ -25,7 +25,7 @@ int CountOf(const pdf::PageTree& pages) {
 
 }  // namespace
 
-DrawnDocument::DrawnDocument(const std::string& path, std::string password)
+DrawnDocument::DrawnDocument(const platform::WidePath& path, std::string password)
     : file_(OpenShared(path)), password_(std::move(password)) {
   if (file_ == nullptr) {
     throw DrawingError(DrawingErrorCode::kFile);

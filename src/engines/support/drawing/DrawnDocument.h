@@ -15,6 +15,7 @@
 #include "engines/support/drawing/Placement.h"
 #include "engines/support/drawing/UndrawnObjects.h"
 #include "engines/support/pdfium/PdfiumFile.h"
+#include "foundation/Platform.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
 
@@ -22,8 +23,8 @@ namespace TarnixTools::engines {
 
 class DrawnDocument {
  public:
-  // path: UTF-8; password: UTF-8. Throws DrawingError and pdf::Error.
-  DrawnDocument(const std::string& path, std::string password);
+  // password: UTF-8. Throws DrawingError and pdf::Error.
+  DrawnDocument(const platform::WidePath& path, std::string password);
   ~DrawnDocument();
   DrawnDocument(const DrawnDocument&) = delete;
   DrawnDocument& operator=(const DrawnDocument&) = delete;

@@ -37,7 +37,7 @@ std::size_t DiskSource::ReadAt(std::uint64_t offset, char* buffer, std::size_t s
   return done;
 }
 
-std::shared_ptr<std::FILE> OpenShared(const std::string& path) {
+std::shared_ptr<std::FILE> OpenShared(const platform::WidePath& path) {
   platform::FilePtr file = platform::OpenForReading(path);
   return file != nullptr ? std::shared_ptr<std::FILE>(std::move(file)) : nullptr;
 }

@@ -30,7 +30,7 @@ class DiskSource : public pdf::ByteSource {
 };
 
 // Null, with errno, when the file cannot be opened.
-std::shared_ptr<std::FILE> OpenShared(const std::string& path);
+std::shared_ptr<std::FILE> OpenShared(const platform::WidePath& path);
 
 // Writes to a file that somebody else keeps open, from its position on.
 class DiskSink : public pdf::ByteSink {

@@ -11,7 +11,7 @@
 #include "engines/support/drawing/PagePictures.h"
 #include "engines/support/pdfium/PdfiumFile.h"
 #include "engines/support/pdfium/PdfiumSession.h"
-#include "foundation/Utf8.h"
+#include "foundation/Platform.h"
 #include "pdf/file/ByteSource.h"
 #include "pdf/filters/Filters.h"
 #include "support/JpegImage.h"
@@ -21,6 +21,7 @@
 namespace TarnixTools::engines {
 namespace {
 
+using platform::WidePath;
 using ::testing::ElementsAre;
 using testing::JpegImage;
 using testing::Rgb;
@@ -110,10 +111,10 @@ class PagePicturesTest : public ::testing::Test {
 
   JpegImage Render(const TestPdf& file, int page = 1, float dpi = 72) const {
     TPdf2Img* object = Pdf2ImgCreateObject();
-    EXPECT_EQ(Pdf2ImgOpenW(object, PathToWide(file.Write(directory_.Path("in.pdf"))), L""), 1);
+    EXPECT_EQ(Pdf2ImgOpenW(object, WidePath(file.Write(directory_.Path("in.pdf"))), L""), 1);
     Pdf2ImgSetDPI(object, dpi);
     for (int i = 1; i <= page; ++i) {  // the pages before may have left something
-      Pdf2ImgCreateImageW(object, PathToWide(directory_.Path("page.jpg")));
+      Pdf2ImgCreateImageW(object, WidePath(directory_.Path("page.jpg")));
       EXPECT_EQ(Pdf2ImgRenderPage(object, i), 1);
       Pdf2ImgCloseImage(object);
     }
