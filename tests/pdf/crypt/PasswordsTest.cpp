@@ -66,6 +66,8 @@ TEST(PasswordCandidates, AreEncodingsForOldRevisions) {
               ElementsAre("\xA0\x9B", "\xE2\x82\xAC\xC5\x82"));
   // A no-break space is in Latin-1 only.
   EXPECT_THAT(PasswordCandidates("\xC2\xA0", 4), ElementsAre("\xC2\xA0", "\xA0"));
+  // A control character is in Latin-1 only.
+  EXPECT_THAT(PasswordCandidates("\x01\xC3\xA9", 4), ElementsAre("\x01\xC3\xA9", "\x01\xE9"));
   // Cyrillic is in neither.
   EXPECT_THAT(PasswordCandidates("\xD0\xBF", 4), ElementsAre("\xD0\xBF"));
 }

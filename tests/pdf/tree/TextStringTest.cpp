@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "foundation/Utf8.h"
 #include "pdf/tree/TextString.h"
-#include "pdf/tree/WideText.h"
 
 namespace TarnixTools::pdf {
 namespace {
@@ -24,14 +24,18 @@ TEST(TextString, ReadsUtf16OfEitherOrder) {
 TEST(TextString, LeavesLanguageEscapesOut) {
   EXPECT_EQ(TextStringToUtf8("\xFE\xFF\x00\x1B\x00\x65\x00\x6E\x00\x1B\x00\x41"sv), "A");
   EXPECT_EQ(TextStringToUtf8("\xFE\xFF\x00\x41\x00\x1B\x00\x65"sv), "A");
+  EXPECT_EQ(TextStringToUtf8("\xFF\xFE\x1B\x00\x65\x00\x1B\x00\x41\x00"sv), "A");
+  EXPECT_EQ(TextStringToUtf8("\xFE\xFF\x00\x1B\x01\x1B\x00\x1B\x00\x41"sv), "A");
 }
 
 TEST(TextString, ReadsUtf8AndMarksWhatIsNot) {
   EXPECT_EQ(TextStringToUtf8("\xEF\xBB\xBF\xC3\xA9"sv), "\u00E9");
   EXPECT_EQ(TextStringToUtf8("\xEF\xBB\xBF\xC3"
-                             "A\xC0\x80\xED\xA0\x80"sv),
+                             "A\xC0\x80\xE6\x96"sv),
             "\uFFFD"
             "A\uFFFD\uFFFD\uFFFD");
+  // A surrogate: no byte of it continues the first.
+  EXPECT_EQ(TextStringToUtf8("\xEF\xBB\xBF\xED\xA0\x80"sv), "\uFFFD\uFFFD\uFFFD");
 }
 
 TEST(TextString, WritesPdfDocEncodingWhereThatHasAllCharacters) {
@@ -70,12 +74,29 @@ TEST(TextString, WritesAReplacementForWhatIsNoText) {
             "a\uFFFD"
             "b");
   EXPECT_EQ(round_trip("\xC3"sv), "\uFFFD");
-  EXPECT_EQ(round_trip("\xED\xA0\x80"sv), "\uFFFD");      // a surrogate
-  EXPECT_EQ(round_trip("\xF4\x90\x80\x80"sv), "\uFFFD");  // beyond the last code point
+  EXPECT_EQ(round_trip("\xED\xA0\x80"sv), "\uFFFD\uFFFD\uFFFD");  // a surrogate
   EXPECT_EQ(round_trip("a\x1B"
                        "b"sv),
             "a\uFFFD"
             "b");  // would start a language escape
+}
+
+TEST(TextString, TellsItsEncoding) {
+  EXPECT_EQ(EncodingOf("\xFE\xFF"sv), TextEncoding::kUtf16BigEndian);
+  EXPECT_EQ(EncodingOf("\xFF\xFE\x41\x00"sv), TextEncoding::kUtf16LittleEndian);
+  EXPECT_EQ(EncodingOf("\xEF\xBB\xBFz"sv), TextEncoding::kUtf8);
+  for (const std::string_view text : {""sv, "a"sv, "\xFE"sv, "\xEF\xBB"sv, "\x00\xFE\xFF"sv}) {
+    EXPECT_EQ(EncodingOf(text), TextEncoding::kPdfDoc) << text;
+  }
+}
+
+TEST(TextString, GrowsInItsOwnEncoding) {
+  EXPECT_EQ(TextStringWith("a\xE4"sv, "_2"), "a\xE4_2"sv);
+  EXPECT_EQ(TextStringWith("\xEF\xBB\xBF\xC3\xA4"sv, "_2"), "\xEF\xBB\xBF\xC3\xA4_2"sv);
+  EXPECT_EQ(TextStringWith("\xFE\xFF\x00\xE4"sv, "_2"), "\xFE\xFF\x00\xE4\x00_\x00\x32"sv);
+  EXPECT_EQ(TextStringWith("\xFF\xFE\xE4\x00"sv, "_2"), "\xFF\xFE\xE4\x00_\x00\x32\x00"sv);
+  EXPECT_EQ(TextStringWith("\xFE\xFF\x00\xE4\x00"sv, "_"), "\xFE\xFF\x00\xE4\x00_"sv);
+  EXPECT_EQ(TextStringWith(""sv, "_"), "_"sv);
 }
 
 TEST(TextString, ReadsBackEveryCodePointItWrites) {
