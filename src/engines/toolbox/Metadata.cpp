@@ -1,8 +1,7 @@
 // Document information through the contract.
-#include <algorithm>
-
 #include "engines/toolbox/Guard.h"
 #include "engines/toolbox/Handles.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools::engines {
 
@@ -21,11 +20,7 @@ int Get(const TPdfMetadata* metadata, Value value, char* buffer, std::int32_t si
   }
   const auto& set = metadata->info.*value;
   const std::string_view text = set ? std::string_view(*set) : std::string_view();
-  std::size_t count = std::min(text.size(), static_cast<std::size_t>(size) - 1);
-  while (count > 0 && count < text.size() &&
-         (static_cast<unsigned char>(text[count]) & 0xC0U) == 0x80U) {
-    --count;
-  }
+  const std::size_t count = Utf8LengthWithin(text, static_cast<std::size_t>(size) - 1);
   text.copy(buffer, count);
   buffer[count] = '\0';
   return 1;

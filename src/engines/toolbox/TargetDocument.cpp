@@ -5,8 +5,8 @@
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/copy/DamageReport.h"
 #include "engines/toolbox/copy/PageCopier.h"
+#include "foundation/Utf8.h"
 #include "pdf/Error.h"
-#include "pdf/tree/WideText.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines {
@@ -17,8 +17,8 @@ std::optional<pdf::Security> MakeSecurity(const TPdfEncryption* encryption) {
   if (encryption == nullptr) {
     return std::nullopt;
   }
-  return pdf::Security::Create(pdf::Utf8OfWide(encryption->user_password),
-                               pdf::Utf8OfWide(encryption->owner_password),
+  return pdf::Security::Create(WideToUtf8(encryption->user_password),
+                               WideToUtf8(encryption->owner_password),
                                static_cast<std::int32_t>(encryption->permissions));
 }
 

@@ -3,7 +3,7 @@
 
 #include "engines/toolbox/Guard.h"
 #include "engines/toolbox/Handles.h"
-#include "pdf/tree/WideText.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools::engines {
 
@@ -14,33 +14,6 @@ constexpr std::size_t kRgbComponents = 3;
 
 bool IsShare(double value) {
   return value >= 0 && value <= 1;
-}
-
-// What is no character becomes U+FFFD.
-std::u32string CharactersOf(std::string_view utf8) {
-  std::u32string text;
-  for (std::size_t i = 0; i < utf8.size();) {
-    const auto lead = static_cast<unsigned char>(utf8[i]);
-    const std::size_t size = lead < 0x80   ? 1
-                             : lead < 0xC2 ? 0
-                             : lead < 0xE0 ? 2
-                             : lead < 0xF0 ? 3
-                             : lead < 0xF5 ? 4
-                                           : 0;
-    char32_t c = size == 1 ? lead : size == 0 ? 0xFFFD : lead & (0xFFU >> (size + 1));
-    std::size_t used = 1;
-    for (; used < size && i + used < utf8.size() &&
-           (static_cast<unsigned char>(utf8[i + used]) & 0xC0U) == 0x80U;
-         ++used) {
-      c = c << 6 | (static_cast<unsigned char>(utf8[i + used]) & 0x3FU);
-    }
-    constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    const bool is_sound = size > 0 && used == size && c >= kSmallest[size] && c <= 0x10FFFF &&
-                          (c < 0xD800 || c > 0xDFFF);
-    text += is_sound ? c : U'\xFFFD';
-    i += used;
-  }
-  return text;
 }
 
 double WidthOf(TPdfTextGenerator* generator, const std::u32string& text) {
@@ -152,14 +125,14 @@ double PdfTextGeneratorGetWidthW(TPdfTextGenerator* generator, const std::wstrin
   if (generator == nullptr) {
     return 0;
   }
-  return Guarded([&] { return WidthOf(generator, CharactersOf(pdf::Utf8OfWide(text))); });
+  return Guarded([&] { return WidthOf(generator, WideToUtf32(text)); });
 }
 
 double PdfTextGeneratorGetWidthA(TPdfTextGenerator* generator, const char* text) {
   if (generator == nullptr || text == nullptr) {
     return 0;
   }
-  return Guarded([&] { return WidthOf(generator, CharactersOf(text)); });
+  return Guarded([&] { return WidthOf(generator, Utf8ToUtf32(text)); });
 }
 
 int PdfTextGeneratorMoveTo(TPdfTextGenerator* generator, const TPdfPoint* point) {
@@ -179,8 +152,7 @@ int PdfTextGeneratorShowW(TPdfTextGenerator* generator, const std::wstring& text
     return 0;
   }
   return Guarded([&]() -> int {
-    const auto line =
-        generator->text->target->Shape(*generator->face, CharactersOf(pdf::Utf8OfWide(text)));
+    const auto line = generator->text->target->Shape(*generator->face, WideToUtf32(text));
     if (line->missing != 0) {
       SetLastErrorCharacter(line->missing);
       throw ToolboxException(kCharacterError);

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "foundation/Utf8.h"
 #include "pdf/syntax/Chars.h"
 
 namespace TarnixTools::engines {
@@ -61,11 +62,8 @@ void AppendCode(std::string& out, unsigned code) {
 
 void AppendUtf16Hex(std::string& out, std::u32string_view text) {
   for (const char32_t c : text) {
-    if (c >= 0x10000) {
-      AppendCode(out, 0xD800 + ((c - 0x10000) >> 10));
-      AppendCode(out, 0xDC00 + ((c - 0x10000) & 0x3FF));
-    } else {
-      AppendCode(out, c);
+    for (const char16_t unit : EncodeUtf16(c)) {
+      AppendCode(out, unit);
     }
   }
 }
