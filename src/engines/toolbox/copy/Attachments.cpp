@@ -21,14 +21,14 @@ bool IsFileNameKey(std::string_view key) {
   return std::find(kFileKeys.begin(), kFileKeys.end(), key) != kFileKeys.end();
 }
 
-// Position of the last character in `wanted`, each `width` bytes wide with the character at
-// `offset` and zeros beside it; npos for none.
-std::size_t LastOf(std::string_view text, std::string_view wanted, std::size_t width,
-                   std::size_t offset) {
+// Where the last of these ASCII characters is in a text; npos for none.
+std::size_t LastOf(std::string_view text, std::string_view wanted, pdf::TextEncoding encoding) {
+  const std::size_t width = pdf::AsciiIn(encoding, " ").size();
   for (std::size_t i = text.size() / width; i-- > 0;) {
     const std::string_view unit = text.substr(i * width, width);
-    if (wanted.find(unit[offset]) != std::string_view::npos &&
-        (width == 1 || unit[1 - offset] == '\0')) {
+    if (std::any_of(wanted.begin(), wanted.end(), [&](char c) {
+          return unit == pdf::AsciiIn(encoding, {&c, 1});
+        })) {
       return i * width;
     }
   }
@@ -38,25 +38,19 @@ std::size_t LastOf(std::string_view text, std::string_view wanted, std::size_t w
 }  // namespace
 
 std::string NumberedName(std::string_view name, std::uint32_t count) {
-  const bool is_big_endian = name.starts_with("\xFE\xFF");
-  const std::size_t width = is_big_endian || name.starts_with("\xFF\xFE") ? 2 : 1;
-  const std::size_t offset = is_big_endian ? 1 : 0;
-  const std::size_t mark = width == 2 ? 2 : name.starts_with("\xEF\xBB\xBF") ? 3 : 0;
+  const pdf::TextEncoding encoding = pdf::EncodingOf(name);
+  const std::size_t mark = pdf::MarkOf(encoding).size();
   const std::string_view text = name.substr(mark);
-  const std::size_t folder = LastOf(text, "/\\", width, offset);
+  const std::size_t width = pdf::AsciiIn(encoding, " ").size();
+  const std::size_t folder = LastOf(text, "/\\", encoding);
   const std::size_t start = folder == std::string_view::npos ? 0 : folder + width;
-  const std::size_t dot = LastOf(text.substr(start), ".", width, offset);
+  const std::size_t dot = LastOf(text.substr(start), ".", encoding);
   // A dot in front belongs to the name.
   const bool has_extension = dot != std::string_view::npos && dot != 0;
   const std::size_t end = mark + (has_extension ? start + dot : text.size() / width * width);
   std::string numbered(name.substr(0, end));
-  for (const char c : " (" + std::to_string(count) + ")") {
-    numbered.append(width == 2 && is_big_endian ? 1 : 0, '\0');
-    numbered += c;
-    numbered.append(width == 2 && !is_big_endian ? 1 : 0, '\0');
-  }
-  numbered += name.substr(end);
-  return numbered;
+  numbered += pdf::AsciiIn(encoding, " (" + std::to_string(count) + ")");
+  return numbered += name.substr(end);
 }
 
 bool TargetAttachments::HasFileName(const std::string& file_name) const {

@@ -7,6 +7,7 @@
 
 #include "engines/toolbox/copy/CopyContext.h"
 #include "pdf/tree/KeyedTree.h"
+#include "pdf/tree/TextString.h"
 #include "pdf/write/Serialize.h"
 #include "pdf/write/TreeWriter.h"
 
@@ -43,21 +44,6 @@ std::string ExplicitText(std::uint32_t page_number, std::string_view view) {
   pdf::AppendReference(text, page_number);
   pdf::AppendToken(text, view);
   return text + ']';
-}
-
-bool IsUtf16(std::string_view name) {
-  return name.starts_with("\xFE\xFF");
-}
-
-std::string WithSuffix(std::string_view name, std::uint32_t suffix) {
-  std::string text(name);
-  for (const char c : '_' + std::to_string(suffix)) {
-    if (IsUtf16(name)) {
-      text += '\0';
-    }
-    text += c;
-  }
-  return text;
 }
 
 }  // namespace
@@ -178,7 +164,7 @@ std::string_view TargetDestinations::Add(std::string_view name, const Place& pla
   }
   std::string other;
   do {
-    other = WithSuffix(name, found->second.next_suffix++);
+    other = pdf::TextStringWith(name, '_' + std::to_string(found->second.next_suffix++));
   } while (names_.contains(other));
   return take(other);
 }

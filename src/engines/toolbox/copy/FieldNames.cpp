@@ -1,7 +1,5 @@
 #include "engines/toolbox/copy/FieldNames.h"
 
-#include <algorithm>
-
 #include "pdf/tree/TextString.h"
 
 namespace TarnixTools::engines {
@@ -10,17 +8,13 @@ namespace {
 
 // Where the first partial name of a full name ends.
 std::size_t RootLength(std::string_view full_name) {
-  const bool is_big_endian = full_name.starts_with("\xFE\xFF");
-  const bool is_little_endian = full_name.starts_with("\xFF\xFE");
-  if (!is_big_endian && !is_little_endian) {
-    return std::min(full_name.find('.'), full_name.size());
+  const pdf::TextEncoding encoding = pdf::EncodingOf(full_name);
+  const std::string dot = pdf::AsciiIn(encoding, ".");
+  std::size_t at = pdf::MarkOf(encoding).size();
+  while (at + dot.size() <= full_name.size() && full_name.substr(at, dot.size()) != dot) {
+    at += dot.size();
   }
-  std::size_t at = 2;
-  while (at + 1 < full_name.size() && (full_name[at] != (is_big_endian ? '\0' : '.') ||
-                                       full_name[at + 1] != (is_big_endian ? '.' : '\0'))) {
-    at += 2;
-  }
-  return std::min(at, full_name.size());
+  return at;
 }
 
 }  // namespace
@@ -36,7 +30,7 @@ std::string FieldRenames::Apply(std::string_view full_name) const {
   if (suffix == nullptr) {
     return std::string(full_name);
   }
-  return TextStringWith(root, *suffix).append(full_name.substr(root.size()));
+  return pdf::TextStringWith(root, *suffix).append(full_name.substr(root.size()));
 }
 
 std::string TakenNames::SuffixFor(const std::string& name,
@@ -49,25 +43,6 @@ std::string TakenNames::SuffixFor(const std::string& name,
       return suffix;
     }
   }
-}
-
-std::string TextStringWith(std::string_view text_string, std::string_view suffix) {
-  std::string result(text_string);
-  const bool is_big_endian = text_string.starts_with("\xFE\xFF");
-  const bool is_little_endian = text_string.starts_with("\xFF\xFE");
-  if ((is_big_endian || is_little_endian) && result.size() % 2 != 0) {
-    result.pop_back();
-  }
-  for (const char character : suffix) {
-    if (is_big_endian) {
-      result += '\0';
-    }
-    result += character;
-    if (is_little_endian) {
-      result += '\0';
-    }
-  }
-  return result;
 }
 
 }  // namespace TarnixTools::engines

@@ -50,9 +50,6 @@ class FieldRenames {
   std::unordered_map<std::string, std::string> suffixes_;
 };
 
-// A text string (ISO 32000-2, 7.9.2.2) with ASCII characters added, in its own encoding.
-std::string TextStringWith(std::string_view text_string, std::string_view suffix);
-
 }  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_FIELDNAMES_H_

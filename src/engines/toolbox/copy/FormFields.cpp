@@ -254,7 +254,7 @@ std::string FormFieldCopier::NameFor(std::string_view name) {
     return std::string(name);
   }
   ++renamed_count_;
-  return TextStringWith(name, *suffix);
+  return pdf::TextStringWith(name, *suffix);
 }
 
 std::vector<std::uint32_t> FormFieldCopier::KeptNodes() const {
