@@ -43,8 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const pdf::PageTree pages(*document);
     for (const pdf::PageTree::Page& page : pages.pages()) {
       pdf::Arena arena;
-      pages.Load(page, arena);
-      pages.InheritedBy(page, pdf::InheritableKey::kResources);
+      pages.Attribute(page, pdf::InheritableKey::kResources, arena);
     }
   } catch (const pdf::Error&) {
     // The document cannot be read, and says so.

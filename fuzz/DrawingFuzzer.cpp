@@ -36,11 +36,7 @@ void LookAt(pdf::Document& document, const pdf::PageTree& pages) {
     pdf::Arena arena;
     const pdf::PageTree::Page& entry = pages.pages()[i];
     const Object page = pages.Load(entry, arena);
-    const Object own = document.Resolve(page.Get("Resources"), arena);
-    const Object resources =
-        own.IsNull() ? document.Resolve(
-                           pages.InheritedBy(entry, pdf::InheritableKey::kResources).value, arena)
-                     : own;
+    const Object resources = pages.Attribute(entry, page, pdf::InheritableKey::kResources, arena);
     cost.ExcessOf({.number = document.object_limit() + static_cast<std::uint32_t>(i),
                    .contents = page.Get("Contents"),
                    .resources = resources,

@@ -124,15 +124,18 @@ void PageTree::WalkBelow(const Object& root, std::uint32_t root_number) {
 
 PageTree::Level PageTree::OpenNode(const Object& dictionary, std::uint32_t parent,
                                    std::uint32_t number) {
-  Node node;
-  node.parent = parent;
+  const auto index = static_cast<std::uint32_t>(nodes_.size());
+  Node node = nodes_[parent];
   node.number = number;
   for (std::size_t i = 0; i < kInheritablePageKeys.size(); ++i) {
-    node.attributes[i] = KeepValue(dictionary.Get(kInheritablePageKeys[i]), arena_);
+    const Object own = dictionary.Get(kInheritablePageKeys[i]);
+    if (!IsAbsent(own)) {
+      node.attributes[i] = {KeepValue(own, arena_), index};
+    }
   }
   nodes_.push_back(node);
   Level level;
-  level.node = static_cast<std::uint32_t>(nodes_.size() - 1);
+  level.node = index;
   Arena scratch;
   for (const Object& kid : document_->Resolve(dictionary.Get("Kids"), scratch).Items()) {
     level.kids.push_back(KeepValue(kid, arena_));
@@ -220,14 +223,30 @@ Object PageTree::Load(const Page& page, Arena& arena) const {
   return page.number == 0 ? page.direct : document_->Resolve(Object::Ref({page.number, 0}), arena);
 }
 
-PageTree::Inherited PageTree::InheritedBy(const Page& page, InheritableKey key) const {
-  for (std::uint32_t node = page.node; node != 0; node = nodes_[node].parent) {
-    const Object& value = nodes_[node].attributes[static_cast<std::size_t>(key)];
-    if (!value.IsNull()) {
-      return {value, node};
-    }
+bool PageTree::IsAbsent(const Object& value) const {
+  if (!value.IsReference()) {
+    return value.IsNull();
   }
-  return {};
+  Arena scratch;
+  return document_->Resolve(value, scratch).IsNull();
+}
+
+Object PageTree::Attribute(const Page& page, InheritableKey key, Arena& arena) const {
+  return Attribute(page, Load(page, arena), key, arena);
+}
+
+Object PageTree::Attribute(const Page& page, const Object& dictionary, InheritableKey key,
+                           Arena& arena) const {
+  const auto i = static_cast<std::size_t>(key);
+  const Object own = document_->Resolve(dictionary.Get(kInheritablePageKeys[i]), arena);
+  return own.IsNull() ? document_->Resolve(nodes_[page.node].attributes[i].value, arena) : own;
+}
+
+PageTree::Given PageTree::FindAttribute(const Page& page, const Object& dictionary,
+                                        InheritableKey key) const {
+  const auto i = static_cast<std::size_t>(key);
+  const Object own = dictionary.Get(kInheritablePageKeys[i]);
+  return IsAbsent(own) ? nodes_[page.node].attributes[i] : Given{own, 0};
 }
 
 }  // namespace TarnixTools::pdf

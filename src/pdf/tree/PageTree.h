@@ -21,15 +21,15 @@ class PageTree {
  public:
   struct Page {
     std::uint32_t number = 0;     // 0: the page is no object of its own
-    std::uint32_t node = 0;       // its parent, for Inherited()
+    std::uint32_t node = 0;       // its parent, which gives what it lacks
     bool has_annotations = true;  // its dictionary has /Annots, or was not looked at yet
     Object direct;                // the dictionary of a page that is no object of its own
   };
 
-  // An attribute and the node that gives it.
-  struct Inherited {
-    Object value;
-    std::uint32_t node = 0;
+  // An attribute as it is written, which may be a reference, and what gives it.
+  struct Given {
+    Object value;            // null: nothing does
+    std::uint32_t node = 0;  // 0: the page itself
   };
 
   // Walks the tree, tolerantly: nodes that cannot be used are passed over, with findings. A tree
@@ -44,8 +44,16 @@ class PageTree {
 
   // Loads the dictionary of a page.
   Object Load(const Page& page, Arena& arena) const;
-  // The attribute as the page's ancestors give it; a null value when none does.
-  Inherited InheritedBy(const Page& page, InheritableKey key) const;
+  // The attribute that holds for the page: its own, or else that of its nearest ancestor that has
+  // one (7.7.3.4); null for none. A value that leads to null counts as none, one of the wrong kind
+  // hides what the ancestors have.
+  Object Attribute(const Page& page, InheritableKey key, Arena& arena) const;
+  // For a page whose dictionary is loaded already.
+  Object Attribute(const Page& page, const Object& dictionary, InheritableKey key,
+                   Arena& arena) const;
+  // The attribute for those who copy it or ask where it stands. It lives as long as the dictionary
+  // and the tree.
+  Given FindAttribute(const Page& page, const Object& dictionary, InheritableKey key) const;
 
   // Whether the object is a page or a node of the tree, which a copied page must not drag along.
   bool IsPage(std::uint32_t number) const { return page_numbers_.contains(number); }
@@ -54,9 +62,8 @@ class PageTree {
 
  private:
   struct Node {
-    std::uint32_t parent = 0;
-    std::uint32_t number = 0;  // 0: no object of its own
-    std::array<Object, 4> attributes;
+    std::uint32_t number = 0;         // 0: no object of its own
+    std::array<Given, 4> attributes;  // that hold for its kids
   };
 
   // A kid that cannot be used.
@@ -74,6 +81,7 @@ class PageTree {
   };
 
   void Walk();
+  bool IsAbsent(const Object& value) const;
   void WalkBelow(const Object& root, std::uint32_t root_number);
   Level OpenNode(const Object& dictionary, std::uint32_t parent, std::uint32_t number);
   void AddPage(const Object& dictionary, std::uint32_t parent, std::uint32_t number);

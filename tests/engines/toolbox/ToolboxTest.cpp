@@ -187,8 +187,8 @@ TEST(Toolbox, LeavesBoxesOutThatAreNoRectangles) {
           .Bytes();
   Result result(Copied(bytes, {0}));
   const Object page = result.Page(0);
-  EXPECT_EQ(result.Text(page.Get("MediaBox")), "[0 0 30 40]");
-  EXPECT_EQ(result.Text(page.Get("CropBox")), "[1 1 9 9]");
+  EXPECT_EQ(result.Text(page.Get("MediaBox")), "[0 0 612 792]");
+  EXPECT_FALSE(page.Has("CropBox"));
   EXPECT_FALSE(page.Has("TrimBox"));
   EXPECT_EQ(result.Text(page.Get("ArtBox")), "[1 2 3 4]");
 }

@@ -42,15 +42,59 @@ TEST(PageTree, GivesPagesInOrder) {
   Tree tree(pdf.Table());
   EXPECT_EQ(tree.Numbers(), (Numbers{4, 5, 6}));
   const auto& pages = tree.pages.pages();
+  Arena arena;
   EXPECT_EQ(
-      tree.pages.InheritedBy(pages[0], InheritableKey::kMediaBox).value.Items()[2].IntegerOr(0), 2);
+      tree.pages.Attribute(pages[0], InheritableKey::kMediaBox, arena).Items()[2].IntegerOr(0), 2);
   EXPECT_EQ(
-      tree.pages.InheritedBy(pages[2], InheritableKey::kMediaBox).value.Items()[2].IntegerOr(0), 1);
-  EXPECT_EQ(tree.pages.InheritedBy(pages[0], InheritableKey::kRotate).value.IntegerOr(0), 90);
-  EXPECT_TRUE(tree.pages.InheritedBy(pages[0], InheritableKey::kResources).value.IsNull());
+      tree.pages.Attribute(pages[2], InheritableKey::kMediaBox, arena).Items()[2].IntegerOr(0), 1);
+  EXPECT_EQ(tree.pages.Attribute(pages[0], InheritableKey::kRotate, arena).IntegerOr(0), 90);
+  EXPECT_TRUE(tree.pages.Attribute(pages[0], InheritableKey::kResources, arena).IsNull());
   EXPECT_TRUE(tree.pages.IsPage(4));
   EXPECT_TRUE(tree.pages.IsNode(3));
   EXPECT_FALSE(tree.pages.IsPage(3));
+}
+
+TEST(PageTree, TakesTheNearestValueThatIsNotNull) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[3 0 R]/Count 5/Rotate 90>>")
+      .Object(3, "<</Type/Pages/Parent 2 0 R/Kids[4 0 R 5 0 R 6 0 R 7 0 R 8 0 R]/Rotate 9 0 R>>")
+      .Object(4, "<</Type/Page/Parent 3 0 R>>")
+      .Object(5, "<</Type/Page/Parent 3 0 R/Rotate null>>")
+      .Object(6, "<</Type/Page/Parent 3 0 R/Rotate 99 0 R>>")
+      .Object(7, "<</Type/Page/Parent 3 0 R/Rotate 10 0 R>>")
+      .Object(8, "<</Type/Page/Parent 3 0 R/Rotate/Left>>")
+      .Object(9, "null")
+      .Object(10, "180");
+  Tree tree(pdf.Table());
+  std::vector<std::int64_t> values;
+  Arena arena;
+  for (const PageTree::Page& page : tree.pages.pages()) {
+    values.push_back(tree.pages.Attribute(page, InheritableKey::kRotate, arena).IntegerOr(-1));
+  }
+  EXPECT_EQ(values, (std::vector<std::int64_t>{90, 90, 90, 180, -1}));
+}
+
+TEST(PageTree, TellsWhatGivesAnAttribute) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[3 0 R 4 0 R 5 0 R]/Count 3/Resources 6 0 R>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R/Resources 6 0 R>>")
+      .Object(4, "<</Type/Page/Parent 2 0 R>>")
+      .Object(5, "<</Type/Page/Parent 2 0 R/Resources 99 0 R>>")
+      .Object(6, "<</Font<<>>>>");
+  Tree tree(pdf.Table());
+  Arena arena;
+  const auto given = [&](std::size_t index) {
+    const PageTree::Page& page = tree.pages.pages()[index];
+    return tree.pages.FindAttribute(page, tree.pages.Load(page, arena), InheritableKey::kResources);
+  };
+  EXPECT_EQ(given(0).node, 0U);
+  EXPECT_NE(given(1).node, 0U);
+  EXPECT_EQ(given(2).node, given(1).node);
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(given(i).value.AsReference().number, 6U) << i;
+  }
 }
 
 TEST(PageTree, PassesOverKidsThatAreNoPages) {
@@ -122,7 +166,7 @@ TEST(PageTree, PutsEmptyPagesWhereOthersAreLost) {
   Arena arena;
   const PageTree::Page& blank = tree.pages.pages()[0];
   EXPECT_TRUE(tree.pages.Load(blank, arena).IsDictionary());
-  EXPECT_EQ(tree.pages.InheritedBy(blank, InheritableKey::kRotate).value.IntegerOr(0), 90);
+  EXPECT_EQ(tree.pages.Attribute(blank, InheritableKey::kRotate, arena).IntegerOr(0), 90);
 }
 
 TEST(PageTree, DoesNotBelieveTheCount) {

@@ -248,10 +248,7 @@ void DrawnDocument::ReleasePage() {
 
 pdf::Object DrawnDocument::ResourcesOf(int page_index, pdf::Arena& arena) {
   const pdf::PageTree::Page& page = pages_->pages()[static_cast<std::size_t>(page_index)];
-  const Object own = core_->Resolve(pages_->Load(page, arena).Get("Resources"), arena);
-  return own.IsNull() ? core_->Resolve(
-                            pages_->InheritedBy(page, pdf::InheritableKey::kResources).value, arena)
-                      : own;
+  return pages_->Attribute(page, pdf::InheritableKey::kResources, arena);
 }
 
 // PDFium would go on until there is no memory left.

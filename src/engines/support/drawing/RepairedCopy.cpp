@@ -70,8 +70,7 @@ class Copy {
     UndrawnObjects undrawn(*document_);
     for (const pdf::PageTree::Page& page : pages_->pages()) {
       pdf::Arena arena;
-      const Object own = document_->Resolve(pages_->Load(page, arena).Get("Resources"), arena);
-      undrawn.Find(own.IsNull() ? document_->Resolve(ResourcesAbove(page), arena) : own);
+      undrawn.Find(pages_->Attribute(page, pdf::InheritableKey::kResources, arena));
     }
     for (const std::uint32_t profile : undrawn.profiles()) {
       ReplaceProfile(profile);
@@ -171,10 +170,6 @@ class Copy {
     return deflated;
   }
 
-  Object ResourcesAbove(const pdf::PageTree::Page& page) {
-    return pages_->InheritedBy(page, pdf::InheritableKey::kResources).value;
-  }
-
   void WriteCatalog(std::uint32_t number, std::uint32_t root) {
     pdf::Arena arena;
     const Object catalog = document_->Catalog(arena);
@@ -194,8 +189,7 @@ class Copy {
     std::string text = "<</Type/Page/Parent";
     pdf::AppendReference(text, root);
     const auto attribute = [&](pdf::InheritableKey key) {
-      const Object own = dictionary.Get(pdf::kInheritablePageKeys[static_cast<std::size_t>(key)]);
-      return document_->Resolve(own, arena).IsNull() ? pages_->InheritedBy(page, key).value : own;
+      return pages_->FindAttribute(page, dictionary, key).value;
     };
     const bool shows_nothing = !Overlap(BoxOf(attribute(pdf::InheritableKey::kMediaBox)),
                                         BoxOf(attribute(pdf::InheritableKey::kCropBox)));

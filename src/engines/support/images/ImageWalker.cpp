@@ -110,20 +110,14 @@ ImageWalker::ImageWalker(pdf::Document& document, const pdf::PageTree& pages, co
 ImageWalker::~ImageWalker() = default;
 
 bool ImageWalker::PushPage() {
-  const auto attribute = [this](std::string_view key, pdf::InheritableKey inherited) {
-    const Object own = document_->Resolve(page_.Get(key), page_arena_);
-    return own.IsNull() ? document_->Resolve(
-                              pages_->InheritedBy(pages_->pages()[page_index_], inherited).value,
-                              page_arena_)
-                        : own;
+  const auto attribute = [this](pdf::InheritableKey key) {
+    return pages_->Attribute(pages_->pages()[page_index_], page_, key, page_arena_);
   };
   const Box letter{0, 0, 612, 792};
-  Box box = BoxOf(*document_, attribute("MediaBox", pdf::InheritableKey::kMediaBox), page_arena_)
-                .value_or(letter);
-  box = BoxOf(*document_, attribute("CropBox", pdf::InheritableKey::kCropBox), page_arena_)
-            .value_or(box);
-  const std::int64_t turns =
-      attribute("Rotate", pdf::InheritableKey::kRotate).IntegerOr(0) / 90 % 4;
+  Box box =
+      BoxOf(*document_, attribute(pdf::InheritableKey::kMediaBox), page_arena_).value_or(letter);
+  box = BoxOf(*document_, attribute(pdf::InheritableKey::kCropBox), page_arena_).value_or(box);
+  const std::int64_t turns = attribute(pdf::InheritableKey::kRotate).IntegerOr(0) / 90 % 4;
   switch ((turns + 4) % 4) {
     case 1:
       page_matrix_ = {0, -1, 1, 0, -box.bottom, box.right};
@@ -141,8 +135,8 @@ bool ImageWalker::PushPage() {
     const auto annotations = document_->Resolve(page_.Get("Annots"), page_arena_).Items();
     annotations_.assign(annotations.begin(), annotations.end());
   }
-  return PushContent(PageContent(page_.Get("Contents")),
-                     attribute("Resources", pdf::InheritableKey::kResources), page_matrix_, 0);
+  return PushContent(PageContent(page_.Get("Contents")), attribute(pdf::InheritableKey::kResources),
+                     page_matrix_, 0);
 }
 
 std::string ImageWalker::PageContent(const Object& contents) {

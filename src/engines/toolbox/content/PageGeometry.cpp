@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <optional>
-#include <string_view>
 #include <utility>
 
 #include "engines/toolbox/SourceDocument.h"
@@ -29,8 +28,8 @@ class PageReader {
         dictionary_(source.pages().Load(*page_, arena_)) {}
 
   Box VisibleBox() {
-    const Box media = BoxOf("MediaBox", InheritableKey::kMediaBox).value_or(kLetter);
-    const Box crop = BoxOf("CropBox", InheritableKey::kCropBox).value_or(media);
+    const Box media = BoxOf(InheritableKey::kMediaBox).value_or(kLetter);
+    const Box crop = BoxOf(InheritableKey::kCropBox).value_or(media);
     const Box visible = {std::max(crop.left, media.left), std::max(crop.bottom, media.bottom),
                          std::min(crop.right, media.right), std::min(crop.top, media.top)};
     return visible.right > visible.left && visible.top > visible.bottom ? visible : media;
@@ -42,21 +41,20 @@ class PageReader {
   }
 
   int Rotation() {
-    const std::int64_t angle = Attribute("Rotate", InheritableKey::kRotate).IntegerOr(0) % 360;
+    const std::int64_t angle = Attribute(InheritableKey::kRotate).IntegerOr(0) % 360;
     return angle % 90 == 0 ? static_cast<int>(angle) : 0;
   }
 
  private:
   Object Resolve(const Object& value) { return source_->document().Resolve(value, arena_); }
 
-  Object Attribute(std::string_view name, InheritableKey key) {
-    const Object own = Resolve(dictionary_.Get(name));
-    return own.IsNull() ? Resolve(source_->pages().InheritedBy(*page_, key).value) : own;
+  Object Attribute(InheritableKey key) {
+    return source_->pages().Attribute(*page_, dictionary_, key, arena_);
   }
 
   // The rectangle with its corners in order; none for what is no rectangle with an area.
-  std::optional<Box> BoxOf(std::string_view name, InheritableKey key) {
-    const auto items = Attribute(name, key).Items();
+  std::optional<Box> BoxOf(InheritableKey key) {
+    const auto items = Attribute(key).Items();
     if (items.size() < 4) {
       return std::nullopt;
     }

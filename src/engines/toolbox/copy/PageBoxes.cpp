@@ -41,8 +41,7 @@ void AppendPageBoxes(std::string& out, CopyContext& context, const pdf::PageTree
     return true;
   };
   const auto append_inheritable = [&](std::string_view key, InheritableKey inherited) {
-    return append(key, dictionary.Get(key)) ||
-           append(key, context.source().pages().InheritedBy(page, inherited).value);
+    return append(key, context.source().pages().FindAttribute(page, dictionary, inherited).value);
   };
   if (!append_inheritable("MediaBox", InheritableKey::kMediaBox)) {
     out += "/MediaBox";

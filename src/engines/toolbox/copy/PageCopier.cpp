@@ -11,7 +11,6 @@
 
 namespace TarnixTools::engines {
 
-using pdf::InheritableKey;
 using pdf::Object;
 
 namespace {
@@ -139,11 +138,11 @@ bool PageCopier::IsLostStream(const Object& item) {
 
 void PageCopier::AppendRotation(std::string& out, const pdf::PageTree::Page& page,
                                 const Object& dictionary, int rotation) {
-  pdf::Document& document = context_.document();
-  const Object own = document.Resolve(dictionary.Get("Rotate"), arena_);
-  const Object inherited = document.Resolve(
-      context_.source().pages().InheritedBy(page, InheritableKey::kRotate).value, arena_);
-  const std::int64_t angle = (own.IsNull() ? inherited : own).IntegerOr(0) % 360;
+  const std::int64_t angle = context_.source()
+                                 .pages()
+                                 .Attribute(page, dictionary, pdf::InheritableKey::kRotate, arena_)
+                                 .IntegerOr(0) %
+                             360;
   // An angle that is no multiple of 90 is not allowed and is drawn as 0.
   const std::int64_t total = ((angle % 90 == 0 ? angle : 0) + rotation + 720) % 360;
   if (total != 0) {

@@ -38,16 +38,12 @@ void PageResourceCopier::Prepare() {
 PageResourceCopier::Place PageResourceCopier::PlaceOf(const pdf::PageTree::Page& page,
                                                       const Object& dictionary) const {
   const pdf::PageTree& tree = context_->source().pages();
+  const auto given = tree.FindAttribute(page, dictionary, pdf::InheritableKey::kResources);
   Place place;
-  if (dictionary.Has("Resources")) {
-    place.value = dictionary.Get("Resources");
-    place.key = kPageKey | static_cast<std::uint64_t>(&page - tree.pages().data());
-  } else {
-    const auto inherited = tree.InheritedBy(page, pdf::InheritableKey::kResources);
-    place.value = inherited.value;
-    place.key = kNodeKey | inherited.node;
-    place.is_shared = !inherited.value.IsNull();
-  }
+  place.value = given.value;
+  place.key = given.node != 0 ? kNodeKey | given.node
+                              : kPageKey | static_cast<std::uint64_t>(&page - tree.pages().data());
+  place.is_shared = given.node != 0;
   if (place.value.IsReference()) {
     place.key = place.value.AsReference().number;
     place.is_shared = true;
