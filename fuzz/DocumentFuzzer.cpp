@@ -7,6 +7,7 @@
 
 #include "pdf/Error.h"
 #include "pdf/file/Document.h"
+#include "pdf/tree/PageGeometry.h"
 #include "pdf/tree/PageTree.h"
 #include "pdf/tree/TextString.h"
 #include "pdf/write/Serialize.h"
@@ -44,6 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const pdf::PageTree::Page& page : pages.pages()) {
       pdf::Arena arena;
       pages.Attribute(page, pdf::InheritableKey::kResources, arena);
+      pdf::ReadPageGeometry(*document, pages, page);
     }
   } catch (const pdf::Error&) {
     // The document cannot be read, and says so.

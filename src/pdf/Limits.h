@@ -32,6 +32,11 @@ inline constexpr std::size_t kHeaderSearch = 4096;
 inline constexpr std::size_t kTrailerSearch = 32768;
 // Pages of one document.
 inline constexpr std::size_t kMaxPages = 2'000'000;
+// How far a page may reach, in its own units.
+inline constexpr double kMaxPageCoordinate = 2'147'483'647;
+// Points in one of a page's own units.
+inline constexpr double kMinUserUnit = 0.001;
+inline constexpr double kMaxUserUnit = 75'000;
 // Findings kept per document; later ones are only counted.
 inline constexpr std::size_t kMaxFindings = 200;
 
