@@ -10,8 +10,8 @@
 #include <gtest/gtest.h>
 
 #include "engines/support/codecs/Jbig2Decoder.h"
-#include "engines/support/codecs/jbig2/Arithmetic.h"
-#include "engines/support/codecs/jbig2/Estimates.h"
+#include "engines/support/codecs/jbig2/ArithmeticDecoder.h"
+#include "engines/support/codecs/jbig2/QeTable.h"
 #include "support/TestImages.h"
 
 namespace TarnixTools::engines {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "engines/support/codecs/jbig2/Arithmetic.h"
+#include "engines/support/codecs/jbig2/ArithmeticDecoder.h"
 
 namespace TarnixTools::engines::jbig2 {
 namespace {

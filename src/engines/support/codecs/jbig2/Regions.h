@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-#include "engines/support/codecs/jbig2/Arithmetic.h"
+#include "engines/support/codecs/jbig2/ArithmeticDecoder.h"
 #include "engines/support/codecs/jbig2/Bitmap.h"
 
 namespace TarnixTools::engines::jbig2 {

@@ -1,6 +1,6 @@
-#include "engines/support/codecs/jbig2/Arithmetic.h"
+#include "engines/support/codecs/jbig2/ArithmeticDecoder.h"
 
-#include "engines/support/codecs/jbig2/Estimates.h"
+#include "engines/support/codecs/jbig2/QeTable.h"
 
 namespace TarnixTools::engines::jbig2 {
 namespace {

@@ -1,7 +1,7 @@
 // The adaptive binary arithmetic decoder of JBIG2 and the numbers coded with it (ITU-T T.88,
 // annexes A and E).
-#ifndef TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_ARITHMETIC_H_
-#define TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_ARITHMETIC_H_
+#ifndef TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_ARITHMETICDECODER_H_
+#define TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_ARITHMETICDECODER_H_
 
 #include <array>
 #include <cstddef>
@@ -92,4 +92,4 @@ class IdContexts {
 
 }  // namespace TarnixTools::engines::jbig2
 
-#endif  // TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_ARITHMETIC_H_
+#endif  // TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_ARITHMETICDECODER_H_

@@ -1,6 +1,6 @@
 // What a context expects (ITU-T T.88, table E.1).
-#ifndef TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_ESTIMATES_H_
-#define TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_ESTIMATES_H_
+#ifndef TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_QETABLE_H_
+#define TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_QETABLE_H_
 
 #include <array>
 #include <cstdint>
@@ -34,4 +34,4 @@ inline constexpr std::array<Estimate, 47> kEstimates = {
 
 }  // namespace TarnixTools::engines::jbig2
 
-#endif  // TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_ESTIMATES_H_
+#endif  // TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_QETABLE_H_
