@@ -41,34 +41,34 @@ Picture Painted(int width, int height, const std::function<bool(int, int)>& is_b
   return picture;
 }
 
-// The coder to the decoder (ITU-T T.88, annex E). Contexts have names of the test's own.
+// The coder to the decoder (ISO/IEC 14492, annex E). Contexts have names of the test's own.
 class Coder {
  public:
   void Put(const std::string& name, int value) {
     jbig2::Context& context = contexts_[name];
-    const jbig2::Estimate& estimate = jbig2::kEstimates[context.state];
-    interval_ -= estimate.probability;
-    if (value == context.likely) {
+    const jbig2::QeRow& row = jbig2::kQeTable[context.index];
+    interval_ -= row.qe;
+    if (value == context.mps) {
       if ((interval_ & 0x8000U) != 0) {
-        code_ += estimate.probability;
+        code_ += row.qe;
         return;
       }
-      if (interval_ < estimate.probability) {
-        interval_ = estimate.probability;
+      if (interval_ < row.qe) {
+        interval_ = row.qe;
       } else {
-        code_ += estimate.probability;
+        code_ += row.qe;
       }
-      context.state = estimate.after_likely;
+      context.index = row.nmps;
     } else {
-      if (interval_ < estimate.probability) {
-        code_ += estimate.probability;
+      if (interval_ < row.qe) {
+        code_ += row.qe;
       } else {
-        interval_ = estimate.probability;
+        interval_ = row.qe;
       }
-      if (estimate.switches) {
-        context.likely = static_cast<std::uint8_t>(1 - context.likely);
+      if (row.switches) {
+        context.mps = static_cast<std::uint8_t>(1 - context.mps);
       }
-      context.state = estimate.after_unlikely;
+      context.index = row.nlps;
     }
     do {
       interval_ <<= 1U;
@@ -79,7 +79,7 @@ class Coder {
     } while ((interval_ & 0x8000U) == 0);
   }
 
-  // Annex A; nothing is the value out of band.
+  // Annex A; nothing is the value OOB.
   void PutInteger(const std::string& name, std::optional<int> value) {
     const unsigned size = static_cast<unsigned>(std::abs(value.value_or(0)));
 
@@ -91,12 +91,12 @@ class Coder {
         {{0, 2, 0b0, 1}, {4, 4, 0b10, 2}, {20, 6, 0b110, 3}, {84, 8, 0b1110, 4}}};
     const Range& range = *std::find_if(kRanges.rbegin(), kRanges.rend(),
                                        [&](const Range& r) { return size >= r.first; });
-    unsigned before = 1;
+    unsigned prev = 1;
     const auto put = [&](unsigned bits, unsigned count) {
       for (unsigned i = count; i-- > 0;) {
         const unsigned bit = bits >> i & 1U;
-        Put(name + std::to_string(before), static_cast<int>(bit));
-        before = before < 256 ? before << 1U | bit : ((before << 1U | bit) & 511U) | 256U;
+        Put(name + std::to_string(prev), static_cast<int>(bit));
+        prev = prev < 256 ? prev << 1U | bit : ((prev << 1U | bit) & 511U) | 256U;
       }
     };
     put(!value || *value < 0 ? 1 : 0, 1);
@@ -105,10 +105,10 @@ class Coder {
   }
 
   void PutId(unsigned id, unsigned bits) {
-    unsigned before = 1;
+    unsigned prev = 1;
     for (unsigned i = bits; i-- > 0;) {
-      Put("id" + std::to_string(before), static_cast<int>(id >> i & 1U));
-      before = before << 1U | (id >> i & 1U);
+      Put("id" + std::to_string(prev), static_cast<int>(id >> i & 1U));
+      prev = prev << 1U | (id >> i & 1U);
     }
   }
 

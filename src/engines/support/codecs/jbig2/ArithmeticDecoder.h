@@ -1,5 +1,9 @@
-// The adaptive binary arithmetic decoder of JBIG2 and the numbers coded with it (ITU-T T.88,
-// annexes A and E).
+// The arithmetic entropy decoder of JBIG2 (ISO/IEC 14492, annex E) and the integer decoding
+// procedures that are built on it (annex A).
+//
+//   ArithmeticDecoder decoder(data, budget);
+//   IntegerDecoder iadh;                                // one for each kind of integer
+//   std::optional<std::int32_t> height = iadh.Decode(decoder);
 #ifndef TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_ARITHMETICDECODER_H_
 #define TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_ARITHMETICDECODER_H_
 
@@ -32,61 +36,68 @@ class Budget {
   std::uint64_t left_;
 };
 
-// What has been learnt about a decision; all zero at first.
+// What has been learnt about the decisions of one context, CX in the standard; all zero at first.
 struct Context {
-  std::uint8_t state = 0;
-  std::uint8_t likely = 0;  // the more probable value
+  std::uint8_t index = 0;  // of a row of kQeTable, I(CX)
+  std::uint8_t mps = 0;    // the more probable symbol, MPS(CX): 0 or 1
 };
 
 using Contexts = std::vector<Context>;
 
+// The MQ decoder: one for all that the data of a segment holds, whatever contexts it is asked for.
 class ArithmeticDecoder {
  public:
   // The data and the budget outlive the decoder.
   ArithmeticDecoder(std::string_view data, Budget& budget);
 
-  // Before pixels are decoded or painted.
+  // To be called before pixels are decoded or painted. Throws Failure when the budget is used up.
   void Spend(std::uint64_t pixels) { budget_->Spend(pixels); }
 
-  // The next decision. Throws Failure far behind the end of the data.
+  // The next decision, 0 or 1: the procedure DECODE. Throws Failure far behind the end of the data.
   int Decode(Context& context);
 
  private:
   unsigned ByteAt(std::size_t at) const;
-  void TakeByte();
+
+  // The procedures BYTEIN and RENORMD.
+  void ByteIn();
   void Renormalize();
 
   std::string_view data_;
   Budget* budget_;
   std::size_t at_ = 0;
-  std::uint32_t code_ = 0;
-  std::uint32_t interval_ = 0x8000;
-  int bits_left_ = 0;
+  std::uint32_t code_ = 0;           // the register C
+  std::uint32_t interval_ = 0x8000;  // the register A
+  int shifts_left_ = 0;              // before the next byte is needed, CT
   int bytes_behind_end_ = 0;
 };
 
-// Contexts of one kind of number.
-class IntegerContexts {
+// One of the arithmetic integer decoding procedures IADH, IADW, IAFS and so on, with the contexts
+// that it learns in (A.2).
+class IntegerDecoder {
  public:
-  // Nothing for the value out of band.
+  // Nothing for the value OOB, which stands for no integer. Throws Failure for an integer beyond 32
+  // bits.
   std::optional<std::int32_t> Decode(ArithmeticDecoder& decoder);
 
-  // The same where there must be a number. Throws Failure.
+  // An integer where OOB makes no sense. Throws Failure.
   std::int32_t Need(ArithmeticDecoder& decoder);
 
  private:
   std::array<Context, 512> contexts_{};
 };
 
-// Contexts of symbol numbers, of so many bits.
-class IdContexts {
+// The procedure IAID, which decodes symbol IDs (A.3).
+class SymbolIdDecoder {
  public:
-  explicit IdContexts(unsigned bits) : bits_(bits), contexts_(std::size_t{1} << bits) {}
+  //   code_length - bits of an ID, SBSYMCODELEN in the standard
+  explicit SymbolIdDecoder(unsigned code_length)
+      : code_length_(code_length), contexts_(std::size_t{1} << code_length) {}
 
   std::uint32_t Decode(ArithmeticDecoder& decoder);
 
  private:
-  unsigned bits_;
+  unsigned code_length_;
   Contexts contexts_;
 };
 

@@ -1,4 +1,5 @@
-// What a context expects (ITU-T T.88, table E.1).
+// How a context's estimate of the probability of its next decision changes (ISO/IEC 14492, table
+// E.1).
 #ifndef TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_QETABLE_H_
 #define TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_QETABLE_H_
 
@@ -7,14 +8,15 @@
 
 namespace TarnixTools::engines::jbig2 {
 
-struct Estimate {
-  std::uint16_t probability;  // of the less probable value
-  std::uint8_t after_likely;
-  std::uint8_t after_unlikely;
-  bool switches;
+// One row of the table.
+struct QeRow {
+  std::uint16_t qe;   // the probability of the less probable symbol
+  std::uint8_t nmps;  // the row after the more probable symbol
+  std::uint8_t nlps;  // the row after the less probable one
+  bool switches;      // whether the two change places then
 };
 
-inline constexpr std::array<Estimate, 47> kEstimates = {
+inline constexpr std::array<QeRow, 47> kQeTable = {
     {{0x5601, 1, 1, true},    {0x3401, 2, 6, false},   {0x1801, 3, 9, false},
      {0x0AC1, 4, 12, false},  {0x0521, 5, 29, false},  {0x0221, 38, 33, false},
      {0x5601, 7, 6, true},    {0x5401, 8, 14, false},  {0x4801, 9, 14, false},

@@ -77,8 +77,8 @@ struct TextRegion {
 struct TextContexts {
   explicit TextContexts(unsigned id_bits) : id(id_bits) {}
 
-  IntegerContexts dt, fs, ds, it, ri, rdw, rdh, rdx, rdy;
-  IdContexts id;
+  IntegerDecoder dt, fs, ds, it, ri, rdw, rdh, rdx, rdy;
+  SymbolIdDecoder id;
 };
 
 // refinement: contexts for refined symbols

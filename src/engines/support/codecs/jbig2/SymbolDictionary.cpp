@@ -120,7 +120,7 @@ class SymbolDecoder {
   ArithmeticDecoder decoder_;
   LearntContexts& learnt_;
   TextContexts text_;
-  IntegerContexts class_height_, width_, instances_, runs_;
+  IntegerDecoder class_height_, width_, instances_, runs_;
 };
 
 }  // namespace
