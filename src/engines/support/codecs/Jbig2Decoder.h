@@ -1,6 +1,6 @@
-// JBIG2 data of images (JBIG2Decode, ISO 32000-2, 7.4.7; ITU-T T.88), as far as it is coded
-// arithmetically. PDFium decodes the rest, and much of this; of many pictures with refined symbols
-// it draws nothing.
+// JBIG2 data of images (JBIG2Decode, ISO 32000-2, 7.4.7; ISO/IEC 14492, which is ITU-T T.88), as far
+// as it is coded arithmetically. PDFium decodes the rest, and much of this; of many pictures with
+// refined symbols it draws nothing.
 #ifndef TARNIX_ENGINES_SUPPORT_CODECS_JBIG2DECODER_H_
 #define TARNIX_ENGINES_SUPPORT_CODECS_JBIG2DECODER_H_
 
@@ -12,12 +12,12 @@
 namespace TarnixTools::engines {
 
 // Whether the data holds what PDFium draws wrongly or not at all: symbols or regions that are
-// refined, and halftones.
+// refined, and halftones. False for data whose segments cannot be told apart.
 bool NeedsOwnJbig2(std::string_view globals, std::string_view data);
 
 // Rows of the picture, a bit for each pixel, 0 for black, padded to whole bytes. Nothing for data
 // that cannot be decoded here, and where nothing of it can be.
-//   globals - segments that stand before the data; may be empty
+//   globals - /JBIG2Globals: segments that stand before the data; may be empty
 std::optional<std::string> DecodeJbig2(std::string_view globals, std::string_view data,
                                        std::uint32_t width, std::uint32_t height);
 

@@ -9,15 +9,16 @@ namespace {
 
 constexpr std::uint64_t kMaxPixels = std::uint64_t{160} << 20;
 
-std::uint8_t Combined(std::uint8_t below, std::uint8_t above, Combination combination) {
-  switch (combination) {
-    case Combination::kOr:
+std::uint8_t Combined(std::uint8_t below, std::uint8_t above,
+                      CombinationOperator combination_operator) {
+  switch (combination_operator) {
+    case CombinationOperator::kOr:
       return below | above;
-    case Combination::kAnd:
+    case CombinationOperator::kAnd:
       return below & above;
-    case Combination::kXor:
+    case CombinationOperator::kXor:
       return below ^ above;
-    case Combination::kXnor:
+    case CombinationOperator::kXnor:
       return below == above ? 1 : 0;
     default:
       return above;
@@ -35,7 +36,7 @@ Bitmap::Bitmap(std::uint32_t width, std::uint32_t height, std::uint8_t value)
 }
 
 void Bitmap::Combine(const Bitmap& other, std::int64_t left, std::int64_t top,
-                     Combination combination) {
+                     CombinationOperator combination_operator) {
   const std::int64_t first_x = std::max<std::int64_t>(0, -left);
   const std::int64_t first_y = std::max<std::int64_t>(0, -top);
   const std::int64_t end_x = std::min(other.width_, width_ - left);
@@ -44,7 +45,7 @@ void Bitmap::Combine(const Bitmap& other, std::int64_t left, std::int64_t top,
     for (std::int64_t x = first_x; x < end_x; ++x) {
       std::uint8_t& pixel = pixels_[static_cast<std::size_t>((top + y) * width_ + left + x)];
       pixel = Combined(pixel, other.pixels_[static_cast<std::size_t>(y * other.width_ + x)],
-                       combination);
+                       combination_operator);
     }
   }
 }
@@ -52,7 +53,7 @@ void Bitmap::Combine(const Bitmap& other, std::int64_t left, std::int64_t top,
 Bitmap Bitmap::Part(std::int64_t left, std::int64_t top, std::uint32_t width,
                     std::uint32_t height) const {
   Bitmap part(width, height);
-  part.Combine(*this, -left, -top, Combination::kReplace);
+  part.Combine(*this, -left, -top, CombinationOperator::kReplace);
   return part;
 }
 

@@ -1,5 +1,11 @@
-// The regions of JBIG2 (ITU-T T.88, clause 6): how pixels, symbols and halftones are coded, all of
-// them arithmetically.
+// The region decoding procedures of JBIG2 (ISO/IEC 14492, clause 6), as far as regions are coded
+// arithmetically. Names in capitals in comments are the standard's.
+//
+//   ArithmeticDecoder decoder(data, budget);
+//   Contexts contexts = GenericContexts();
+//   Bitmap bitmap = DecodeGenericRegion({.width = 64, .height = 56}, decoder, contexts);
+//
+// All throw Failure for parameters and data that make no sense, and when the budget is used up.
 #ifndef TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_REGIONS_H_
 #define TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_REGIONS_H_
 
@@ -13,96 +19,110 @@
 
 namespace TarnixTools::engines::jbig2 {
 
-// A pixel by its distance from the one that is decoded.
-struct Offset {
+// A pixel of a template, by its distance from the pixel that is decoded.
+struct TemplatePixel {
   std::int32_t x = 0;
   std::int32_t y = 0;
 };
 
-// 6.2.
+// Where the adaptive template pixels (AT) of a generic region and of a refinement stand.
+using AdaptivePixels = std::array<TemplatePixel, 4>;
+using RefinementAdaptivePixels = std::array<TemplatePixel, 2>;
+
+// The parameters of the generic region decoding procedure (6.2).
 struct GenericRegion {
-  std::uint32_t width = 0;
-  std::uint32_t height = 0;
-  int pattern = 0;                  // 0 to 3: which pixels around tell what to expect
-  std::array<Offset, 4> adaptive;   // of the pattern; one but for pattern 0
-  bool predicts_rows = false;       // rows like the one above are told by one decision
-  const Bitmap* skipped = nullptr;  // pixels that are not coded; null for none
+  std::uint32_t width = 0;          // GBW
+  std::uint32_t height = 0;         // GBH
+  int template_number = 0;          // GBTEMPLATE: 0 to 3
+  AdaptivePixels adaptive;          // GBAT: four for template 0, one for the others
+  bool typical_prediction = false;  // TPGDON: a row like the one above is told by one decision
+  const Bitmap* skip = nullptr;     // SKIP: pixels that are not coded, and are 0; null for none
 };
 
-// As many as a region of any pattern needs.
+// Contexts for generic regions of any template.
 Contexts GenericContexts();
 
-Bitmap DecodeGeneric(const GenericRegion& region, ArithmeticDecoder& decoder, Contexts& contexts);
+Bitmap DecodeGenericRegion(const GenericRegion& region, ArithmeticDecoder& decoder,
+                           Contexts& contexts);
 
-// 6.3: a picture coded by what it is like.
+// The parameters of the generic refinement region decoding procedure (6.3): a bitmap coded by how it
+// differs from another.
 struct RefinementRegion {
-  std::uint32_t width = 0;
-  std::uint32_t height = 0;
-  int pattern = 0;                 // 0 or 1
-  std::array<Offset, 2> adaptive;  // of pattern 0
-  bool predicts_pixels = false;
-  const Bitmap* reference = nullptr;
-  std::int64_t dx = 0;  // of the reference
-  std::int64_t dy = 0;
+  std::uint32_t width = 0;            // GRW
+  std::uint32_t height = 0;           // GRH
+  int template_number = 0;            // GRTEMPLATE: 0 or 1
+  RefinementAdaptivePixels adaptive;  // GRAT, of template 0
+  bool typical_prediction = false;    // TPGRON: pixels amid others of one colour are not coded
+  const Bitmap* reference = nullptr;  // GRREFERENCE
+  std::int64_t reference_dx = 0;      // GRREFERENCEDX
+  std::int64_t reference_dy = 0;      // GRREFERENCEDY
 };
 
+// Contexts for generic refinement regions of both templates.
 Contexts RefinementContexts();
 
-Bitmap DecodeRefinement(const RefinementRegion& region, ArithmeticDecoder& decoder,
-                        Contexts& contexts);
+Bitmap DecodeRefinementRegion(const RefinementRegion& region, ArithmeticDecoder& decoder,
+                              Contexts& contexts);
 
+// Bitmaps of symbols, by ID, or of the patterns of a halftone, by gray value.
 using Symbols = std::vector<std::shared_ptr<const Bitmap>>;
 
-// Bits of a number below `count`.
-unsigned BitsFor(std::uint64_t count);
+// The bits of a number below `count`: the length of a symbol ID, and of a gray value.
+unsigned CodeLength(std::uint64_t count);
 
-enum class Corner : std::uint8_t { kBottomLeft, kTopLeft, kBottomRight, kTopRight };
+// The corner of a symbol instance that its coordinates are those of. The values are those of
+// REFCORNER.
+enum class ReferenceCorner : std::uint8_t { kBottomLeft, kTopLeft, kBottomRight, kTopRight };
 
-// 6.4.
+// The parameters of the text region decoding procedure (6.4): instances of symbols in strips, each
+// by S, its place along the strip, and T, that across it.
 struct TextRegion {
-  std::uint32_t width = 0;
-  std::uint32_t height = 0;
-  std::uint32_t instances = 0;
-  std::int32_t strip_size = 1;
-  Corner corner = Corner::kTopLeft;
-  bool is_transposed = false;
-  Combination combination = Combination::kOr;
-  std::uint8_t default_pixel = 0;
-  std::int32_t offset = 0;
-  bool refines = false;
-  int refinement_pattern = 0;
-  std::array<Offset, 2> refinement_adaptive;
+  std::uint32_t width = 0;      // SBW
+  std::uint32_t height = 0;     // SBH
+  std::uint32_t instances = 0;  // SBNUMINSTANCES
+  std::int32_t strip_size = 1;  // SBSTRIPS: how many values of T a strip has
+  ReferenceCorner reference_corner = ReferenceCorner::kTopLeft;
+  bool is_transposed = false;                                           // S runs downwards
+  CombinationOperator combination_operator = CombinationOperator::kOr;  // SBCOMBOP
+  std::uint8_t default_pixel = 0;                                       // SBDEFPIXEL
+  std::int32_t s_offset = 0;                                            // SBDSOFFSET
+  bool uses_refinement = false;                                         // SBREFINE
+  int refinement_template = 0;                                          // SBRTEMPLATE
+  RefinementAdaptivePixels refinement_adaptive;                         // SBRAT
 };
 
-struct TextContexts {
-  explicit TextContexts(unsigned id_bits) : id(id_bits) {}
+// The integer decoding procedures of text regions.
+struct TextDecoders {
+  explicit TextDecoders(unsigned code_length) : iaid(code_length) {}
 
-  IntegerDecoder dt, fs, ds, it, ri, rdw, rdh, rdx, rdy;
-  SymbolIdDecoder id;
+  IntegerDecoder iadt, iafs, iads, iait, iari, iardw, iardh, iardx, iardy;
+  SymbolIdDecoder iaid;
 };
 
-// refinement: contexts for refined symbols
-Bitmap DecodeText(const TextRegion& region, const Symbols& symbols, ArithmeticDecoder& decoder,
-                  TextContexts& contexts, Contexts& refinement);
+//   refinement_contexts - for instances that refine their symbol
+Bitmap DecodeTextRegion(const TextRegion& region, const Symbols& symbols,
+                        ArithmeticDecoder& decoder, TextDecoders& decoders,
+                        Contexts& refinement_contexts);
 
-// 6.6.
+// The parameters of the halftone region decoding procedure (6.6): a grid of gray values, each of
+// which paints its pattern.
 struct HalftoneRegion {
-  std::uint32_t width = 0;
-  std::uint32_t height = 0;
-  int pattern = 0;
-  bool skips = false;
-  Combination combination = Combination::kOr;
-  std::uint8_t default_pixel = 0;
-  std::uint32_t grid_width = 0;
-  std::uint32_t grid_height = 0;
-  std::int32_t grid_x = 0;  // in 1/256 pixels
-  std::int32_t grid_y = 0;
-  std::uint32_t step_x = 0;
-  std::uint32_t step_y = 0;
+  std::uint32_t width = 0;                                              // HBW
+  std::uint32_t height = 0;                                             // HBH
+  int template_number = 0;                                              // HTEMPLATE
+  bool enables_skip = false;                                            // HENABLESKIP
+  CombinationOperator combination_operator = CombinationOperator::kOr;  // HCOMBOP
+  std::uint8_t default_pixel = 0;                                       // HDEFPIXEL
+  std::uint32_t grid_width = 0;                                         // HGW
+  std::uint32_t grid_height = 0;                                        // HGH
+  std::int32_t grid_x = 0;                                              // HGX, in 1/256 pixels
+  std::int32_t grid_y = 0;                                              // HGY, in 1/256 pixels
+  std::uint32_t grid_vector_x = 0;                                      // HRX, in 1/256 pixels
+  std::uint32_t grid_vector_y = 0;                                      // HRY, in 1/256 pixels
 };
 
-Bitmap DecodeHalftone(const HalftoneRegion& region, const Symbols& patterns,
-                      ArithmeticDecoder& decoder);
+Bitmap DecodeHalftoneRegion(const HalftoneRegion& region, const Symbols& patterns,
+                            ArithmeticDecoder& decoder);
 
 }  // namespace TarnixTools::engines::jbig2
 

@@ -10,37 +10,34 @@ constexpr std::uint32_t kMaxSymbols = 65'536;
 constexpr std::uint64_t kSymbolCost = 256;
 constexpr std::uint64_t kListingCost = 64;
 constexpr std::int64_t kMaxSide = 65'535;
+constexpr int kMaxEmptyRuns = 4;  // of export flags, one after the other
 
 class SymbolDecoder {
  public:
-  SymbolDecoder(const SymbolDictionary& dictionary, const Symbols& symbols, std::string_view data,
-                Budget& budget, LearntContexts& learnt)
+  SymbolDecoder(const SymbolDictionary& dictionary, const Symbols& input_symbols,
+                std::string_view data, Budget& budget, BitmapContexts& contexts)
       : dictionary_(dictionary),
-        symbols_(symbols),
+        symbols_(input_symbols),
         decoder_(data, budget),
-        learnt_(learnt),
-        text_(BitsFor(symbols.size() + dictionary.added)) {}
+        contexts_(contexts),
+        text_(CodeLength(input_symbols.size() + dictionary.new_symbols)) {}
 
   Symbols Decode() {
-    const std::size_t wanted = symbols_.size() + dictionary_.added;
+    const std::size_t wanted = symbols_.size() + dictionary_.new_symbols;
     std::int64_t height = 0;
     while (symbols_.size() < wanted) {
-      height += class_height_.Need(decoder_);
-      DecodeClass(height, wanted);
+      height += iadh_.Need(decoder_);
+      DecodeHeightClass(height, wanted);
     }
     return Exported();
   }
 
  private:
-  // Symbols of one height.
-  void DecodeClass(std::int64_t height, std::size_t wanted) {
+  // Symbols of one height, up to OOB.
+  void DecodeHeightClass(std::int64_t height, std::size_t wanted) {
     std::int64_t width = 0;
-    for (;;) {
-      const std::optional<std::int32_t> more = width_.Decode(decoder_);
-      if (!more) {
-        return;
-      }
-      width += *more;
+    while (const std::optional<std::int32_t> difference = iadw_.Decode(decoder_)) {
+      width += *difference;
       if (symbols_.size() >= wanted || width < 0 || width > kMaxSide || height < 0 ||
           height > kMaxSide) {
         throw Failure();
@@ -52,111 +49,93 @@ class SymbolDecoder {
   }
 
   Bitmap DecodeSymbol(std::uint32_t width, std::uint32_t height) {
-    if (!dictionary_.refines) {
-      return DecodeGeneric({.width = width,
-                            .height = height,
-                            .pattern = dictionary_.pattern,
-                            .adaptive = dictionary_.adaptive},
-                           decoder_, learnt_.generic);
+    if (!dictionary_.uses_refinement_and_aggregation) {
+      return DecodeGenericRegion({.width = width,
+                                  .height = height,
+                                  .template_number = dictionary_.template_number,
+                                  .adaptive = dictionary_.adaptive},
+                                 decoder_, contexts_.generic);
     }
-    const std::int32_t instances = instances_.Need(decoder_);
+    const std::int32_t instances = iaai_.Need(decoder_);
     if (instances < 1) {
       throw Failure();
     }
-    return instances == 1 ? DecodeRefined(width, height)
-                          : DecodeText({.width = width,
-                                        .height = height,
-                                        .instances = static_cast<std::uint32_t>(instances),
-                                        .refines = true,
-                                        .refinement_pattern = dictionary_.refinement_pattern,
-                                        .refinement_adaptive = dictionary_.refinement_adaptive},
-                                       symbols_, decoder_, text_, learnt_.refinement);
+    return instances == 1 ? DecodeRefinement(width, height)
+                          : DecodeAggregation(width, height, static_cast<std::uint32_t>(instances));
   }
 
-  Bitmap DecodeRefined(std::uint32_t width, std::uint32_t height) {
-    const std::uint32_t id = text_.id.Decode(decoder_);
-    const std::int32_t dx = text_.rdx.Need(decoder_);
-    const std::int32_t dy = text_.rdy.Need(decoder_);
+  // A symbol that is made of several instances of others (6.5.8.2).
+  Bitmap DecodeAggregation(std::uint32_t width, std::uint32_t height, std::uint32_t instances) {
+    return DecodeTextRegion({.width = width,
+                             .height = height,
+                             .instances = instances,
+                             .uses_refinement = true,
+                             .refinement_template = dictionary_.refinement_template,
+                             .refinement_adaptive = dictionary_.refinement_adaptive},
+                            symbols_, decoder_, text_, contexts_.refinement);
+  }
+
+  // A symbol that refines another (6.5.8.2.2).
+  Bitmap DecodeRefinement(std::uint32_t width, std::uint32_t height) {
+    const std::uint32_t id = text_.iaid.Decode(decoder_);
+    const std::int32_t dx = text_.iardx.Need(decoder_);
+    const std::int32_t dy = text_.iardy.Need(decoder_);
     if (id >= symbols_.size()) {
       throw Failure();
     }
-    return DecodeRefinement({.width = width,
-                             .height = height,
-                             .pattern = dictionary_.refinement_pattern,
-                             .adaptive = dictionary_.refinement_adaptive,
-                             .reference = symbols_[id].get(),
-                             .dx = dx,
-                             .dy = dy},
-                            decoder_, learnt_.refinement);
+    return DecodeRefinementRegion({.width = width,
+                                   .height = height,
+                                   .template_number = dictionary_.refinement_template,
+                                   .adaptive = dictionary_.refinement_adaptive,
+                                   .reference = symbols_[id].get(),
+                                   .reference_dx = dx,
+                                   .reference_dy = dy},
+                                  decoder_, contexts_.refinement);
   }
 
-  // 6.5.10: runs of symbols that are left out and that are exported, in turn.
+  // EXFLAGS: runs of symbols that are not exported and that are, in turn (6.5.10).
   Symbols Exported() {
     Symbols exported;
     bool is_exported = false;
     std::size_t next = 0;
     int empty_runs = 0;
     while (next < symbols_.size()) {
-      const std::int32_t run = runs_.Need(decoder_);
+      const std::int32_t run = iaex_.Need(decoder_);
       empty_runs = run == 0 ? empty_runs + 1 : 0;
-      if (run < 0 || static_cast<std::size_t>(run) > symbols_.size() - next || empty_runs > 4) {
+      if (run < 0 || static_cast<std::size_t>(run) > symbols_.size() - next ||
+          empty_runs > kMaxEmptyRuns) {
         throw Failure();
       }
-      for (const std::size_t end = next + static_cast<std::size_t>(run); next < end; ++next) {
-        if (is_exported) {
-          exported.push_back(symbols_[next]);
-        }
+      const auto first = symbols_.begin() + static_cast<std::ptrdiff_t>(next);
+      if (is_exported) {
+        exported.insert(exported.end(), first, first + run);
       }
+      next += static_cast<std::size_t>(run);
       is_exported = !is_exported;
     }
-    if (exported.size() != dictionary_.exported) {
+    if (exported.size() != dictionary_.exported_symbols) {
       throw Failure();
     }
     return exported;
   }
 
   const SymbolDictionary& dictionary_;
-  Symbols symbols_;
+  Symbols symbols_;  // SDINSYMS, and behind them SDNEWSYMS
   ArithmeticDecoder decoder_;
-  LearntContexts& learnt_;
-  TextContexts text_;
-  IntegerDecoder class_height_, width_, instances_, runs_;
+  BitmapContexts& contexts_;
+  TextDecoders text_;  // of aggregations
+  IntegerDecoder iadh_, iadw_, iaai_, iaex_;
 };
 
 }  // namespace
 
-Symbols DecodeSymbols(const SymbolDictionary& dictionary, const Symbols& symbols,
-                      std::string_view data, Budget& budget, LearntContexts& learnt) {
-  if (dictionary.added > kMaxSymbols || symbols.size() > kMaxSymbols) {
+Symbols DecodeSymbolDictionary(const SymbolDictionary& dictionary, const Symbols& input_symbols,
+                               std::string_view data, Budget& budget, BitmapContexts& contexts) {
+  if (dictionary.new_symbols > kMaxSymbols || input_symbols.size() > kMaxSymbols) {
     throw Failure();
   }
-  budget.Spend(kListingCost * (symbols.size() + dictionary.added));
-  return SymbolDecoder(dictionary, symbols, data, budget, learnt).Decode();
-}
-
-Symbols DecodePatterns(const PatternDictionary& dictionary, std::string_view data, Budget& budget) {
-  if (dictionary.last >= kMaxSymbols || dictionary.width == 0 || dictionary.height == 0) {
-    throw Failure();
-  }
-  const std::uint32_t count = dictionary.last + 1;
-  budget.Spend(std::uint64_t{count} *
-               (kSymbolCost + std::uint64_t{dictionary.width} * dictionary.height));
-  ArithmeticDecoder decoder(data, budget);
-  Contexts contexts = GenericContexts();
-  // All in one picture, side by side.
-  const Bitmap all = DecodeGeneric(
-      {.width = count * dictionary.width,
-       .height = dictionary.height,
-       .pattern = dictionary.pattern,
-       .adaptive =
-           {{{-static_cast<std::int32_t>(dictionary.width), 0}, {-3, -1}, {2, -2}, {-2, -2}}}},
-      decoder, contexts);
-  Symbols patterns;
-  for (std::uint32_t i = 0; i < count; ++i) {
-    patterns.push_back(std::make_shared<const Bitmap>(
-        all.Part(std::int64_t{i} * dictionary.width, 0, dictionary.width, dictionary.height)));
-  }
-  return patterns;
+  budget.Spend(kListingCost * (input_symbols.size() + dictionary.new_symbols));
+  return SymbolDecoder(dictionary, input_symbols, data, budget, contexts).Decode();
 }
 
 }  // namespace TarnixTools::engines::jbig2

@@ -1,4 +1,4 @@
-// Dictionaries of symbols and of halftone patterns (ITU-T T.88, 6.5 and 6.7).
+// Symbol dictionaries of JBIG2 (ISO/IEC 14492, 6.5), as far as they are coded arithmetically.
 #ifndef TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_SYMBOLDICTIONARY_H_
 #define TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_SYMBOLDICTIONARY_H_
 
@@ -11,36 +11,28 @@
 
 namespace TarnixTools::engines::jbig2 {
 
-// What may go on in the next dictionary.
-struct LearntContexts {
+// The contexts that a dictionary may retain for one that goes on with them (7.4.2.2).
+struct BitmapContexts {
   Contexts generic;
   Contexts refinement;
 };
 
+// The parameters of the symbol dictionary decoding procedure.
 struct SymbolDictionary {
-  int pattern = 0;
-  std::array<Offset, 4> adaptive;
-  bool refines = false;  // symbols are made of others
-  int refinement_pattern = 0;
-  std::array<Offset, 2> refinement_adaptive;
-  std::uint32_t exported = 0;
-  std::uint32_t added = 0;
+  int template_number = 0;                       // SDTEMPLATE
+  AdaptivePixels adaptive;                       // SDAT
+  bool uses_refinement_and_aggregation = false;  // SDREFAGG: symbols are made of others
+  int refinement_template = 0;                   // SDRTEMPLATE
+  RefinementAdaptivePixels refinement_adaptive;  // SDRAT
+  std::uint32_t exported_symbols = 0;            // SDNUMEXSYMS
+  std::uint32_t new_symbols = 0;                 // SDNUMNEWSYMS
 };
 
-// The symbols that it exports.
-//   symbols - of the dictionaries that it refers to
-//   learnt  - what to begin with; gets what has been learnt
-Symbols DecodeSymbols(const SymbolDictionary& dictionary, const Symbols& symbols,
-                      std::string_view data, Budget& budget, LearntContexts& learnt);
-
-struct PatternDictionary {
-  int pattern = 0;
-  std::uint32_t width = 0;
-  std::uint32_t height = 0;
-  std::uint32_t last = 0;  // number of the last one
-};
-
-Symbols DecodePatterns(const PatternDictionary& dictionary, std::string_view data, Budget& budget);
+// The symbols that the dictionary exports. Throws Failure.
+//   input_symbols - SDINSYMS: those that the dictionaries export that it refers to
+//   contexts      - what to begin with; gets what has been learnt
+Symbols DecodeSymbolDictionary(const SymbolDictionary& dictionary, const Symbols& input_symbols,
+                               std::string_view data, Budget& budget, BitmapContexts& contexts);
 
 }  // namespace TarnixTools::engines::jbig2
 

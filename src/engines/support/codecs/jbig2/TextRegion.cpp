@@ -8,42 +8,42 @@ namespace {
 
 constexpr std::int64_t kFarthest = std::int64_t{1} << 32U;
 
-class Text {
+class TextDecoder {
  public:
-  Text(const TextRegion& region, const Symbols& symbols, ArithmeticDecoder& decoder,
-       TextContexts& contexts, Contexts& refinement)
+  TextDecoder(const TextRegion& region, const Symbols& symbols, ArithmeticDecoder& decoder,
+              TextDecoders& decoders, Contexts& refinement_contexts)
       : region_(region),
         symbols_(symbols),
         decoder_(decoder),
-        contexts_(contexts),
-        refinement_(refinement),
+        decoders_(decoders),
+        refinement_contexts_(refinement_contexts),
         bitmap_(region.width, region.height, region.default_pixel) {}
 
   Bitmap Decode() {
-    std::int64_t strip = -StripDistance();
-    std::int64_t first = 0;
-    std::uint32_t done = 0;
-    while (done < region_.instances) {
-      strip = Bounded(strip + StripDistance());
-      first = Bounded(first + contexts_.fs.Need(decoder_));
-      std::int64_t place = first;
-      for (;;) {
-        place = DecodeInstance(place, strip);
-        ++done;
-        const std::optional<std::int32_t> distance = contexts_.ds.Decode(decoder_);
-        if (!distance) {
-          break;
-        }
-        if (done >= region_.instances) {
-          return std::move(bitmap_);
-        }
-        place = Bounded(place + *distance + region_.offset);
-      }
+    std::int64_t strip_t = -DecodeStripDistance();
+    std::int64_t first_s = 0;
+    while (decoded_ < region_.instances) {
+      strip_t = Bounded(strip_t + DecodeStripDistance());
+      first_s = Bounded(first_s + decoders_.iafs.Need(decoder_));
+      DecodeStrip(first_s, strip_t);
     }
     return std::move(bitmap_);
   }
 
  private:
+  // Instances of a strip up to OOB, or to the last one that the region has.
+  void DecodeStrip(std::int64_t s, std::int64_t strip_t) {
+    for (;;) {
+      s = DecodeInstance(s, strip_t);
+      ++decoded_;
+      const std::optional<std::int32_t> distance = decoders_.iads.Decode(decoder_);
+      if (!distance || decoded_ >= region_.instances) {
+        return;
+      }
+      s = Bounded(s + *distance + region_.s_offset);
+    }
+  }
+
   static std::int64_t Bounded(std::int64_t value) {
     if (value > kFarthest || value < -kFarthest) {
       throw Failure();
@@ -51,74 +51,73 @@ class Text {
     return value;
   }
 
-  std::int64_t StripDistance() {
-    return std::int64_t{contexts_.dt.Need(decoder_)} * region_.strip_size;
+  std::int64_t DecodeStripDistance() {
+    return std::int64_t{decoders_.iadt.Need(decoder_)} * region_.strip_size;
   }
 
-  // Paints a symbol and returns where along the strip it ends.
-  std::int64_t DecodeInstance(std::int64_t place, std::int64_t strip) {
-    const std::int64_t across = strip + (region_.strip_size == 1 ? 0 : contexts_.it.Need(decoder_));
-    const std::uint32_t id = contexts_.id.Decode(decoder_);
+  // Paints a symbol instance and returns where it ends (6.4.5, from step 3 c on).
+  std::int64_t DecodeInstance(std::int64_t s, std::int64_t strip_t) {
+    const std::int64_t t = strip_t + (region_.strip_size == 1 ? 0 : decoders_.iait.Need(decoder_));
+    const std::uint32_t id = decoders_.iaid.Decode(decoder_);
     if (id >= symbols_.size()) {
       throw Failure();
     }
-    const bool is_refined = region_.refines && contexts_.ri.Need(decoder_) != 0;
-    if (!is_refined) {
-      return Paint(*symbols_[id], place, across);
-    }
-    return Paint(Refined(*symbols_[id]), place, across);
+    const bool is_refined = region_.uses_refinement && decoders_.iari.Need(decoder_) != 0;
+    return is_refined ? Paint(Refined(*symbols_[id]), s, t) : Paint(*symbols_[id], s, t);
   }
 
+  // The bitmap of an instance that refines its symbol (6.4.11).
   Bitmap Refined(const Bitmap& symbol) {
-    const std::int32_t dw = contexts_.rdw.Need(decoder_);
-    const std::int32_t dh = contexts_.rdh.Need(decoder_);
-    const std::int32_t dx = contexts_.rdx.Need(decoder_);
-    const std::int32_t dy = contexts_.rdy.Need(decoder_);
+    const std::int32_t dw = decoders_.iardw.Need(decoder_);
+    const std::int32_t dh = decoders_.iardh.Need(decoder_);
+    const std::int32_t dx = decoders_.iardx.Need(decoder_);
+    const std::int32_t dy = decoders_.iardy.Need(decoder_);
     const std::int64_t width = symbol.width() + dw;
     const std::int64_t height = symbol.height() + dh;
     if (width < 0 || height < 0 || width > kFarthest || height > kFarthest) {
       throw Failure();
     }
-    return DecodeRefinement({.width = static_cast<std::uint32_t>(width),
-                             .height = static_cast<std::uint32_t>(height),
-                             .pattern = region_.refinement_pattern,
-                             .adaptive = region_.refinement_adaptive,
-                             .reference = &symbol,
-                             .dx = (dw >> 1) + std::int64_t{dx},
-                             .dy = (dh >> 1) + std::int64_t{dy}},
-                            decoder_, refinement_);
+    return DecodeRefinementRegion({.width = static_cast<std::uint32_t>(width),
+                                   .height = static_cast<std::uint32_t>(height),
+                                   .template_number = region_.refinement_template,
+                                   .adaptive = region_.refinement_adaptive,
+                                   .reference = &symbol,
+                                   .reference_dx = (dw >> 1) + std::int64_t{dx},
+                                   .reference_dy = (dh >> 1) + std::int64_t{dy}},
+                                  decoder_, refinement_contexts_);
   }
 
-  std::int64_t Paint(const Bitmap& symbol, std::int64_t place, std::int64_t across) {
+  // S goes on by the instance's length before it is painted where the reference corner is at the far
+  // end of it, and afterwards otherwise (6.4.5, step 3 c).
+  std::int64_t Paint(const Bitmap& instance, std::int64_t s, std::int64_t t) {
+    const ReferenceCorner corner = region_.reference_corner;
     const bool is_right =
-        region_.corner == Corner::kTopRight || region_.corner == Corner::kBottomRight;
+        corner == ReferenceCorner::kTopRight || corner == ReferenceCorner::kBottomRight;
     const bool is_bottom =
-        region_.corner == Corner::kBottomLeft || region_.corner == Corner::kBottomRight;
-    const std::int64_t along = (region_.is_transposed ? symbol.height() : symbol.width()) - 1;
+        corner == ReferenceCorner::kBottomLeft || corner == ReferenceCorner::kBottomRight;
+    const std::int64_t length = (region_.is_transposed ? instance.height() : instance.width()) - 1;
     const bool moves_before = region_.is_transposed ? is_bottom : is_right;
-    if (moves_before) {
-      place += along;
-    }
-    std::int64_t x = region_.is_transposed ? across : place;
-    std::int64_t y = region_.is_transposed ? place : across;
-    x -= is_right ? symbol.width() - 1 : 0;
-    y -= is_bottom ? symbol.height() - 1 : 0;
-    decoder_.Spend(static_cast<std::uint64_t>(symbol.width() * symbol.height()) + 1);
-    bitmap_.Combine(symbol, x, y, region_.combination);
-    return Bounded(moves_before ? place : place + along);
+    const std::int64_t corner_s = moves_before ? s + length : s;
+    const std::int64_t x = region_.is_transposed ? t : corner_s;
+    const std::int64_t y = region_.is_transposed ? corner_s : t;
+    decoder_.Spend(static_cast<std::uint64_t>(instance.width() * instance.height()) + 1);
+    bitmap_.Combine(instance, is_right ? x - (instance.width() - 1) : x,
+                    is_bottom ? y - (instance.height() - 1) : y, region_.combination_operator);
+    return Bounded(s + length);
   }
 
   const TextRegion& region_;
   const Symbols& symbols_;
   ArithmeticDecoder& decoder_;
-  TextContexts& contexts_;
-  Contexts& refinement_;
+  TextDecoders& decoders_;
+  Contexts& refinement_contexts_;
   Bitmap bitmap_;
+  std::uint32_t decoded_ = 0;  // instances, NINSTANCES
 };
 
 }  // namespace
 
-unsigned BitsFor(std::uint64_t count) {
+unsigned CodeLength(std::uint64_t count) {
   unsigned bits = 0;
   while ((std::uint64_t{1} << bits) < count) {
     ++bits;
@@ -126,9 +125,10 @@ unsigned BitsFor(std::uint64_t count) {
   return bits;
 }
 
-Bitmap DecodeText(const TextRegion& region, const Symbols& symbols, ArithmeticDecoder& decoder,
-                  TextContexts& contexts, Contexts& refinement) {
-  return Text(region, symbols, decoder, contexts, refinement).Decode();
+Bitmap DecodeTextRegion(const TextRegion& region, const Symbols& symbols,
+                        ArithmeticDecoder& decoder, TextDecoders& decoders,
+                        Contexts& refinement_contexts) {
+  return TextDecoder(region, symbols, decoder, decoders, refinement_contexts).Decode();
 }
 
 }  // namespace TarnixTools::engines::jbig2
