@@ -41,7 +41,8 @@ Picture Painted(int width, int height, const std::function<bool(int, int)>& is_b
   return picture;
 }
 
-// The coder to the decoder (ISO/IEC 14492, annex E). Contexts have names of the test's own.
+// The arithmetic encoder (ISO/IEC 14492, annex E). Contexts have names: those of the integer decoding
+// procedures begin with the procedure's.
 class Coder {
  public:
   void Put(const std::string& name, int value) {
@@ -107,22 +108,22 @@ class Coder {
   void PutId(unsigned id, unsigned bits) {
     unsigned prev = 1;
     for (unsigned i = bits; i-- > 0;) {
-      Put("id" + std::to_string(prev), static_cast<int>(id >> i & 1U));
+      Put("IAID" + std::to_string(prev), static_cast<int>(id >> i & 1U));
       prev = prev << 1U | (id >> i & 1U);
     }
   }
 
-  // Pattern 3 of generic regions, its pixel that adapts at (2, -1).
-  void PutGeneric(const Picture& picture, bool predicts_rows = false) {
-    bool was_like_above = false;
+  // A generic region of template 3, its adaptive template pixel at (2, -1).
+  void PutGeneric(const Picture& picture, bool typical_prediction = false) {
+    bool was_typical = false;
     for (int y = 0; y < static_cast<int>(picture.size()); ++y) {
-      if (predicts_rows) {
-        const bool is_like_above =
+      if (typical_prediction) {
+        const bool is_typical =
             y > 0 ? picture[static_cast<std::size_t>(y)] == picture[static_cast<std::size_t>(y - 1)]
                   : picture[0].find('#') == std::string::npos;
-        Put("generic" + std::to_string(0x0195), is_like_above != was_like_above ? 1 : 0);
-        was_like_above = is_like_above;
-        if (is_like_above) {
+        Put("generic" + std::to_string(0x0195), is_typical != was_typical ? 1 : 0);
+        was_typical = is_typical;
+        if (is_typical) {
           continue;
         }
       }
@@ -145,8 +146,8 @@ class Coder {
     }
   }
 
-  // Pattern 1 of refinements.
-  void PutRefined(const Picture& picture, const Picture& reference, int dx, int dy) {
+  // A generic refinement region of template 1.
+  void PutRefinement(const Picture& picture, const Picture& reference, int dx, int dy) {
     for (int y = 0; y < static_cast<int>(picture.size()); ++y) {
       for (int x = 0; x < static_cast<int>(picture[0].size()); ++x) {
         std::string context = "refinement";
@@ -215,7 +216,7 @@ std::string Page(int width, int height) {
                      std::string(3, '\0'));
 }
 
-std::string RegionInfo(int width, int height, int left = 0, int top = 0) {
+std::string RegionInformation(int width, int height, int left = 0, int top = 0) {
   std::string info;
   for (const int value : {width, height, left, top}) {
     info += Big32(static_cast<std::uint32_t>(value));
@@ -223,7 +224,7 @@ std::string RegionInfo(int width, int height, int left = 0, int top = 0) {
   return info + '\0';
 }
 
-constexpr char kPattern3 = 3 << 1;
+constexpr char kTemplate3 = 3 << 1;
 const std::string kAdaptive("\x02\xFF", 2);
 
 Picture Decoded(const std::string& data, int width, int height, const std::string& globals = {}) {
@@ -248,8 +249,9 @@ TEST(Jbig2Decoder, DecodesPixels) {
   const Picture disc = Painted(41, 25, IsInDisc);
   Coder coder;
   coder.PutGeneric(disc);
-  EXPECT_EQ(Decoded(Page(41, 25) +
-                        Segment(1, 38, RegionInfo(41, 25) + kPattern3 + kAdaptive + coder.Finish()),
+  EXPECT_EQ(Decoded(Page(41, 25) + Segment(1, 38,
+                                           RegionInformation(41, 25) + kTemplate3 + kAdaptive +
+                                               coder.Finish()),
                     41, 25),
             disc);
 }
@@ -258,11 +260,12 @@ TEST(Jbig2Decoder, DecodesRowsThatAreLikeTheOneAbove) {
   const Picture bars = Painted(70, 40, [](int x, int y) { return y / 6 % 2 == 1 && x % 9 < 4; });
   Coder coder;
   coder.PutGeneric(bars, true);
-  const std::string flags(1, static_cast<char>(kPattern3 | 8));
-  EXPECT_EQ(Decoded(Page(70, 40) +
-                        Segment(1, 39, RegionInfo(70, 40) + flags + kAdaptive + coder.Finish()),
-                    70, 40),
-            bars);
+  const std::string flags(1, static_cast<char>(kTemplate3 | 8));
+  EXPECT_EQ(
+      Decoded(Page(70, 40) +
+                  Segment(1, 39, RegionInformation(70, 40) + flags + kAdaptive + coder.Finish()),
+              70, 40),
+      bars);
 }
 
 TEST(Jbig2Decoder, PutsRegionsWhereTheyBelong) {
@@ -271,7 +274,7 @@ TEST(Jbig2Decoder, PutsRegionsWhereTheyBelong) {
   coder.PutGeneric(disc);
   const std::string data =
       Page(60, 40) +
-      Segment(1, 38, RegionInfo(41, 25, 30, -5) + kPattern3 + kAdaptive + coder.Finish());
+      Segment(1, 38, RegionInformation(41, 25, 30, -5) + kTemplate3 + kAdaptive + coder.Finish());
   EXPECT_EQ(Decoded(data, 60, 40),
             Painted(60, 40, [](int x, int y) { return x >= 30 && IsInDisc(x - 30, y + 5); }));
 }
@@ -282,25 +285,25 @@ const Picture kThickCross = {".###.", ".###.", "#####", ".###.", "..#.."};
 // Two symbols, the second of which is the first one refined.
 std::string RefinedSymbols() {
   Coder coder;
-  coder.PutInteger("height", 5);
-  coder.PutInteger("width", 5);
+  coder.PutInteger("IADH", 5);
+  coder.PutInteger("IADW", 5);
   coder.PutGeneric(kCross);
-  coder.PutInteger("width", std::nullopt);
-  coder.PutInteger("run", 0);
-  coder.PutInteger("run", 1);
+  coder.PutInteger("IADW", std::nullopt);
+  coder.PutInteger("IAEX", 0);
+  coder.PutInteger("IAEX", 1);
   const std::string first =
       Segment(1, 0, Big16(3 << 10) + kAdaptive + Big32(1) + Big32(1) + coder.Finish());
   Coder refining;
-  refining.PutInteger("height", 5);
-  refining.PutInteger("width", 5);
-  refining.PutInteger("instances", 1);
+  refining.PutInteger("IADH", 5);
+  refining.PutInteger("IADW", 5);
+  refining.PutInteger("IAAI", 1);
   refining.PutId(0, 1);
-  refining.PutInteger("rdx", 0);
-  refining.PutInteger("rdy", 0);
-  refining.PutRefined(kThickCross, kCross, 0, 0);
-  refining.PutInteger("width", std::nullopt);
-  refining.PutInteger("run", 0);
-  refining.PutInteger("run", 2);
+  refining.PutInteger("IARDX", 0);
+  refining.PutInteger("IARDY", 0);
+  refining.PutRefinement(kThickCross, kCross, 0, 0);
+  refining.PutInteger("IADW", std::nullopt);
+  refining.PutInteger("IAEX", 0);
+  refining.PutInteger("IAEX", 2);
   return first +
          Segment(2, 0,
                  Big16(1 << 12 | 3 << 10 | 2) + kAdaptive + Big32(2) + Big32(1) + refining.Finish(),
@@ -310,25 +313,25 @@ std::string RefinedSymbols() {
 // The cross and the thick one, and the cross refined in place.
 std::string TextOfSymbols() {
   Coder coder;
-  coder.PutInteger("dt", 0);
-  coder.PutInteger("dt", 2);
-  coder.PutInteger("fs", 1);
+  coder.PutInteger("IADT", 0);
+  coder.PutInteger("IADT", 2);
+  coder.PutInteger("IAFS", 1);
   coder.PutId(0, 1);
-  coder.PutInteger("ri", 0);
-  coder.PutInteger("ds", 4);
+  coder.PutInteger("IARI", 0);
+  coder.PutInteger("IADS", 4);
   coder.PutId(1, 1);
-  coder.PutInteger("ri", 0);
-  coder.PutInteger("ds", 90);
+  coder.PutInteger("IARI", 0);
+  coder.PutInteger("IADS", 90);
   coder.PutId(0, 1);
-  coder.PutInteger("ri", 1);
-  for (const char* const name : {"rdw", "rdh", "rdx", "rdy"}) {
+  coder.PutInteger("IARI", 1);
+  for (const char* const name : {"IARDW", "IARDH", "IARDX", "IARDY"}) {
     coder.PutInteger(name, 0);
   }
-  coder.PutRefined(kThickCross, kCross, 0, 0);
-  coder.PutInteger("ds", std::nullopt);
-  // Refined, the upper left corner counts, pattern 1.
+  coder.PutRefinement(kThickCross, kCross, 0, 0);
+  coder.PutInteger("IADS", std::nullopt);
+  // SBREFINE, REFCORNER top left, SBRTEMPLATE 1.
   const std::string flags = Big16(1 << 15 | 1 << 4 | 2);
-  return Segment(3, 6, RegionInfo(120, 12) + flags + Big32(3) + coder.Finish(), "\2");
+  return Segment(3, 6, RegionInformation(120, 12) + flags + Big32(3) + coder.Finish(), "\2");
 }
 
 Picture ExpectedText() {
@@ -351,7 +354,8 @@ TEST(Jbig2Decoder, FindsSymbolsInTheGlobalSegments) {
 TEST(Jbig2Decoder, TellsWhatIsItsOwn) {
   EXPECT_TRUE(NeedsOwnJbig2(RefinedSymbols(), Page(9, 9)));
   EXPECT_TRUE(NeedsOwnJbig2("", Page(9, 9) + TextOfSymbols()));
-  EXPECT_FALSE(NeedsOwnJbig2("", Page(9, 9) + Segment(1, 38, RegionInfo(9, 9) + kPattern3)));
+  EXPECT_FALSE(
+      NeedsOwnJbig2("", Page(9, 9) + Segment(1, 38, RegionInformation(9, 9) + kTemplate3)));
   EXPECT_FALSE(NeedsOwnJbig2("", "not JBIG2 at all, but long enough"));
 }
 
@@ -360,19 +364,20 @@ TEST(Jbig2Decoder, KeepsWhatComesBeforeDamage) {
   Coder coder;
   coder.PutGeneric(disc);
   const std::string good =
-      Page(41, 25) + Segment(1, 38, RegionInfo(41, 25) + kPattern3 + kAdaptive + coder.Finish());
+      Page(41, 25) +
+      Segment(1, 38, RegionInformation(41, 25) + kTemplate3 + kAdaptive + coder.Finish());
   EXPECT_EQ(Decoded(good + Segment(2, 6, "text without anything", "\1"), 41, 25), disc);
 }
 
 TEST(Jbig2Decoder, RefusesWhatCannotBe) {
   EXPECT_EQ(Decoded("", 8, 8), Picture(8, "........"));
   // Huge regions, endless symbols, pixels that are not decoded yet.
-  const std::string huge = RegionInfo(0x7FFFFFFF, 0x7FFFFFFF) + kPattern3 + kAdaptive;
+  const std::string huge = RegionInformation(0x7FFFFFFF, 0x7FFFFFFF) + kTemplate3 + kAdaptive;
   EXPECT_EQ(Decoded(Page(8, 8) + Segment(1, 38, huge), 8, 8), Picture());
   const std::string endless = Big16(3 << 10) + kAdaptive + Big32(900'000) + Big32(900'000);
   EXPECT_EQ(Decoded(Page(8, 8) + Segment(1, 0, endless + std::string(40, '\x5A')), 8, 8),
             Picture());
-  const std::string later = RegionInfo(8, 8) + kPattern3 + std::string("\1\0", 2);
+  const std::string later = RegionInformation(8, 8) + kTemplate3 + std::string("\1\0", 2);
   EXPECT_EQ(Decoded(Page(8, 8) + Segment(1, 38, later), 8, 8), Picture());
 }
 
