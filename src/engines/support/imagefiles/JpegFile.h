@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "engines/support/files/ByteReader.h"
-#include "engines/support/imagefiles/Exif.h"
+#include "engines/support/codecs/Exif.h"
 #include "engines/support/imagefiles/ImageFile.h"
 
 namespace TarnixTools::engines {

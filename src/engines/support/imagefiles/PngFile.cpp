@@ -9,7 +9,7 @@
 #include <libdeflate.h>
 
 #include "engines/support/codecs/PngFilters.h"
-#include "engines/support/imagefiles/Exif.h"
+#include "engines/support/codecs/Exif.h"
 #include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/images/RasterEncoder.h"
 #include "engines/support/pictures/IccProfile.h"

@@ -122,7 +122,7 @@ PictureSpace SpaceOf(int colors) {
 }  // namespace
 
 TiffFile::TiffFile(pdf::ByteSource& source)
-    : reader_(source), directories_(TiffStructure::Read(reader_)) {
+    : reader_(source), directories_(TiffStructure::Read(reader_, limits::kMaxFrames)) {
   for (const TiffDirectory& directory : directories_) {
     ImageFrame frame;
     const auto side = [&](TiffTag tag) {

@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "engines/support/codecs/TiffDirectory.h"
 #include "engines/support/files/ByteReader.h"
 #include "engines/support/imagefiles/ImageFile.h"
-#include "engines/support/imagefiles/TiffDirectory.h"
 #include "engines/support/pictures/Raster.h"
 
 namespace TarnixTools::engines {

@@ -1,6 +1,6 @@
 // What an Exif block says about seeing the picture (Exif 2.32, 4.6): orientation and resolution.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_EXIF_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGEFILES_EXIF_H_
+#ifndef TARNIX_ENGINES_SUPPORT_CODECS_EXIF_H_
+#define TARNIX_ENGINES_SUPPORT_CODECS_EXIF_H_
 
 #include <string_view>
 
@@ -22,4 +22,4 @@ ExifFacts ReadExifSegment(std::string_view segment);
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_EXIF_H_
+#endif  // TARNIX_ENGINES_SUPPORT_CODECS_EXIF_H_

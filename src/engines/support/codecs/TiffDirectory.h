@@ -1,7 +1,7 @@
 // The structure of TIFF files (TIFF 6.0; BigTIFF): directories and their fields, read without
 // decoding anything.
-#ifndef TARNIX_ENGINES_SUPPORT_IMAGEFILES_TIFFDIRECTORY_H_
-#define TARNIX_ENGINES_SUPPORT_IMAGEFILES_TIFFDIRECTORY_H_
+#ifndef TARNIX_ENGINES_SUPPORT_CODECS_TIFFDIRECTORY_H_
+#define TARNIX_ENGINES_SUPPORT_CODECS_TIFFDIRECTORY_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -79,10 +79,10 @@ class TiffStructure {
  public:
   static bool Recognises(ByteReader& reader);
 
-  // Follows the chain of directories, as far as it is sound.
-  static std::vector<TiffDirectory> Read(ByteReader& reader);
+  // Follows the chain of directories, as far as it is sound and to `most` of them.
+  static std::vector<TiffDirectory> Read(ByteReader& reader, std::size_t most);
 };
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_IMAGEFILES_TIFFDIRECTORY_H_
+#endif  // TARNIX_ENGINES_SUPPORT_CODECS_TIFFDIRECTORY_H_

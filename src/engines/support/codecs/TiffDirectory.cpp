@@ -1,9 +1,7 @@
-#include "engines/support/imagefiles/TiffDirectory.h"
+#include "engines/support/codecs/TiffDirectory.h"
 
 #include <algorithm>
 #include <unordered_set>
-
-#include "engines/support/imagefiles/ImageFileLimits.h"
 
 namespace TarnixTools::engines {
 
@@ -154,13 +152,13 @@ bool TiffStructure::Recognises(ByteReader& reader) {
          head == std::string_view("II+\0", 4) || head == std::string_view("MM\0+", 4);
 }
 
-std::vector<TiffDirectory> TiffStructure::Read(ByteReader& reader) {
+std::vector<TiffDirectory> TiffStructure::Read(ByteReader& reader, std::size_t most) {
   std::vector<TiffDirectory> directories;
   const Layout layout = LayoutOf(reader);
   std::unordered_set<std::uint64_t> seen;
   std::uint64_t place = layout.Offset(reader, layout.is_big ? 8 : 4);
   while (place != 0 && seen.insert(place).second && reader.Has(place, layout.CountSize()) &&
-         directories.size() < limits::kMaxFrames) {
+         directories.size() < most) {
     TiffDirectory directory;
     directory.offset_ = place;
     directory.order_ = layout.order;

@@ -1,4 +1,4 @@
-#include "engines/support/imagefiles/Exif.h"
+#include "engines/support/codecs/Exif.h"
 
 #include <cstdint>
 
