@@ -19,6 +19,9 @@ inline constexpr std::size_t kMaxJpxBytes = std::size_t{1} << 30;
 // Bytes at the start of a JPEG file in which its frame header is looked for.
 inline constexpr std::uint64_t kMaxJpegHeader = std::uint64_t{1} << 20;
 
+// Segments, chunks or boxes of a file that are gone through.
+inline constexpr std::size_t kMaxParts = 4'000'000;
+
 }  // namespace TarnixTools::engines::limits
 
 #endif  // TARNIX_ENGINES_SUPPORT_CODECS_CODECLIMITS_H_

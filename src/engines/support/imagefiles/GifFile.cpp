@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "engines/support/codecs/CodecLimits.h"
 #include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/images/RasterEncoder.h"
 #include "engines/support/pictures/ColorCount.h"

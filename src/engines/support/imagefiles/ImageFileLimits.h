@@ -13,8 +13,6 @@ inline constexpr std::uint32_t kMaxSide = 1'000'000;
 inline constexpr std::uint64_t kMaxHeldFileBytes = std::uint64_t{1} << 30;
 // Pictures in one file.
 inline constexpr std::size_t kMaxFrames = 100'000;
-// Segments, chunks or boxes in one file.
-inline constexpr std::size_t kMaxParts = 4'000'000;
 // Resolutions, in pixels per inch, that are taken for what they say.
 inline constexpr double kMinDpi = 1;
 inline constexpr double kMaxDpi = 100'000;

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <string_view>
 
-#include "engines/support/imagefiles/ImageFileLimits.h"
+#include "engines/support/codecs/CodecLimits.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/Units.h"
 

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <optional>
 
+#include "engines/support/codecs/CodecLimits.h"
 #include "engines/support/codecs/JpegTranscoder.h"
 #include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/pictures/IccProfile.h"

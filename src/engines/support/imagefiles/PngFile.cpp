@@ -8,8 +8,9 @@
 
 #include <libdeflate.h>
 
-#include "engines/support/codecs/PngFilters.h"
+#include "engines/support/codecs/CodecLimits.h"
 #include "engines/support/codecs/Exif.h"
+#include "engines/support/codecs/PngFilters.h"
 #include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/images/RasterEncoder.h"
 #include "engines/support/pictures/IccProfile.h"

@@ -8,6 +8,7 @@
 #include <webp/decode.h>
 
 #include "engines/support/codecs/CodecLibrary.h"
+#include "engines/support/codecs/CodecLimits.h"
 #include "engines/support/codecs/Exif.h"
 #include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/images/RasterEncoder.h"
