@@ -156,6 +156,8 @@ std::vector<TiffDirectory> TiffStructure::Read(ByteReader& reader, std::size_t m
   std::vector<TiffDirectory> directories;
   const Layout layout = LayoutOf(reader);
   std::unordered_set<std::uint64_t> seen;
+  // Directories that do not share bytes have no more than this.
+  std::uint64_t fields_left = reader.size() / layout.FieldSize();
   std::uint64_t place = layout.Offset(reader, layout.is_big ? 8 : 4);
   while (place != 0 && seen.insert(place).second && reader.Has(place, layout.CountSize()) &&
          directories.size() < most) {
@@ -164,10 +166,13 @@ std::vector<TiffDirectory> TiffStructure::Read(ByteReader& reader, std::size_t m
     directory.order_ = layout.order;
     const std::uint64_t count = layout.Count(reader, place);
     place += layout.CountSize();
-    if (count == 0 || count > kMaxFields || !reader.Has(place, count * layout.FieldSize())) {
+    if (count == 0 || count > kMaxFields || fields_left == 0) {
       break;
     }
-    for (std::uint64_t i = 0; i < count; ++i, place += layout.FieldSize()) {
+    directory.is_cut_ = !reader.Has(place, count * layout.FieldSize());
+    fields_left -= std::min(count, fields_left);
+    for (std::uint64_t i = 0; i < count && reader.Has(place, layout.FieldSize());
+         ++i, place += layout.FieldSize()) {
       TiffDirectory::Field field{};
       field.tag = reader.Number16(place, layout.order);
       field.type = reader.Number16(place + 2, layout.order);

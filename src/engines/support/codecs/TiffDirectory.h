@@ -44,6 +44,9 @@ class TiffDirectory {
  public:
   std::uint64_t offset() const { return offset_; }
 
+  // Whether the data ends before its last field.
+  bool is_cut() const { return is_cut_; }
+
   bool Has(TiffTag tag) const { return Find(tag) != nullptr; }
 
   // The first value of a field of whole numbers, or the default where it is missing.
@@ -71,6 +74,7 @@ class TiffDirectory {
   const Field* Find(TiffTag tag) const;
 
   std::uint64_t offset_ = 0;
+  bool is_cut_ = false;
   ByteOrder order_ = ByteOrder::kBig;
   std::vector<Field> fields_;
 };

@@ -135,7 +135,7 @@ void JpegFile::ReadApplicationData(std::uint8_t marker, std::uint64_t start, std
     jfif_dpi_x_ = factor * reader_.Number16(start + 8);
     jfif_dpi_y_ = factor * reader_.Number16(start + 10);
   } else if (marker == kApp1 && head.starts_with(std::string_view("Exif\0\0", 6))) {
-    exif_ = ReadExifSegment(reader_.Read(start, length));
+    exif_ = ReadExif(reader_.Read(start, length));
   } else if (marker == kApp2 && head.starts_with(kProfilePrefix) && length > 14) {
     profile_parts_.push_back({start + 14, length - 14, reader_.Byte(start + 12)});
   } else if (marker == kApp2 && head.starts_with(std::string_view("MPF\0", 4))) {

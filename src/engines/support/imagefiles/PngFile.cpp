@@ -151,7 +151,7 @@ void PngFile::ReadChunk(std::uint32_t type, std::uint64_t start, std::size_t len
   } else if (type == Type("iCCP")) {
     ReadProfile(start, length);
   } else if (type == Type("eXIf") && is_small) {
-    const ExifFacts facts = ReadExifSegment(reader_.Read(start, length));
+    const ExifFacts facts = ReadExif(reader_.Read(start, length));
     frame_.orientation = facts.orientation;
     if (frame_.dpi_x <= 0) {
       frame_.dpi_x = facts.dpi_x;

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <utility>
 
+#include "engines/support/codecs/Exif.h"
 #include "engines/support/codecs/FaxJoiner.h"
 #include "engines/support/codecs/TiffCodec.h"
 #include "engines/support/imagefiles/ImageFileLimits.h"
@@ -12,7 +13,6 @@
 #include "engines/support/pictures/IccProfile.h"
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/PictureLimits.h"
-#include "engines/support/pictures/Units.h"
 
 namespace TarnixTools::engines {
 
@@ -123,6 +123,7 @@ PictureSpace SpaceOf(int colors) {
 
 TiffFile::TiffFile(pdf::ByteSource& source)
     : reader_(source), directories_(TiffStructure::Read(reader_, limits::kMaxFrames)) {
+  std::erase_if(directories_, [](const TiffDirectory& directory) { return directory.is_cut(); });
   for (const TiffDirectory& directory : directories_) {
     ImageFrame frame;
     const auto side = [&](TiffTag tag) {
@@ -131,12 +132,10 @@ TiffFile::TiffFile(pdf::ByteSource& source)
     };
     frame.width = side(TiffTag::kImageWidth);
     frame.height = side(TiffTag::kImageLength);
-    const std::uint64_t unit = directory.Number(reader_, TiffTag::kResolutionUnit, 2);
-    const double factor = unit == 2 ? 1 : unit == 3 ? kCentimetresPerInch : 0;
-    frame.dpi_x = factor * directory.Ratio(reader_, TiffTag::kXResolution);
-    frame.dpi_y = factor * directory.Ratio(reader_, TiffTag::kYResolution);
-    frame.orientation = ValidOrientation(static_cast<long>(
-        std::min<std::uint64_t>(directory.Number(reader_, TiffTag::kOrientation, 1), 9)));
+    const ExifFacts facts = ExifFactsOf(directory, reader_);
+    frame.dpi_x = facts.dpi_x;
+    frame.dpi_y = facts.dpi_y;
+    frame.orientation = facts.orientation;
     AddFrame(frame);
   }
   if (directories_.empty()) {
@@ -351,7 +350,8 @@ std::optional<EncodedImage> TiffFile::PassJpeg(const Picture& picture) {
   const std::string tables = picture.directory->Bytes(reader_, TiffTag::kJpegTables, kMaxTables);
   if (tables.size() > 4 && tables.starts_with("\xFF\xD8") && tables.ends_with("\xFF\xD9")) {
     image.data.push_back(Hold(std::string_view(tables).substr(0, tables.size() - 2)));
-    image.data.push_back({strip->offset + 2, strip->length - 2, {}});
+    image.data.push_back(
+        {strip->offset + 2, strip->length - 2, {}});
   } else {
     image.data.push_back({strip->offset, strip->length, {}});
   }

@@ -128,7 +128,7 @@ void WebpFile::ReadChunk(std::uint32_t type, std::uint64_t start, std::uint64_t 
   } else if (type == Type("ICCP") && length <= limits::kMaxProfileBytes) {
     profile_ = UsableProfile(reader_.Read(start, static_cast<std::size_t>(length)), 3);
   } else if (type == Type("EXIF") && length <= kMaxExif) {
-    const ExifFacts facts = ReadExifSegment(reader_.Read(start, static_cast<std::size_t>(length)));
+    const ExifFacts facts = ReadExif(reader_.Read(start, static_cast<std::size_t>(length)));
     frame_.orientation = facts.orientation;
     frame_.dpi_x = facts.dpi_x;
     frame_.dpi_y = facts.dpi_y;
