@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "engines/support/codecs/JpegReader.h"
+#include "engines/support/codecs/JpegMarkers.h"
 #include "engines/support/codecs/JpxDecoder.h"
 #include "engines/support/content/Layers.h"
 #include "engines/support/images/ColorSpace.h"

@@ -9,19 +9,16 @@
 #include "engines/parser/ExpaFailure.h"
 #include "engines/parser/Limits.h"
 #include "engines/support/codecs/BilevelJpegWriter.h"
-#include "engines/support/codecs/CodecLimits.h"
-#include "engines/support/codecs/JpegReader.h"
 #include "engines/support/codecs/JpegWriter.h"
 #include "engines/support/files/DiskFile.h"
 #include "engines/support/images/ColorSpace.h"
+#include "engines/support/images/ImageHeaders.h"
 #include "engines/support/images/Picture.h"
 #include "foundation/Platform.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines {
 namespace {
-
-constexpr std::uint64_t kFirstHeaderPiece = 4096;
 
 // A file under way, with a copy of what goes into it as long as that is short enough to be kept.
 class StoredFile : public pdf::ByteSink {
@@ -65,20 +62,6 @@ class StoredFile : public pdf::ByteSink {
   std::string copy_;
 };
 
-std::optional<JpegHeader> HeaderOf(const DocumentImage& image) {
-  std::optional<JpegHeader> header;
-  for (std::uint64_t most = kFirstHeaderPiece; !header && most <= limits::kMaxJpegHeader;
-       most *= 16) {
-    pdf::StringSink start;
-    CopyEncoded(image, start, most);
-    header = ReadJpegHeader(start.bytes());
-    if (start.bytes().size() < most) {
-      break;
-    }
-  }
-  return header;
-}
-
 // Whether the data is a JPEG file that shows, as it is, what is drawn.
 bool IsReadyJpeg(const DocumentImage& image, const ImageFacts& facts, int orientation) {
   if (facts.filter != ImageFilter::kDct || !facts.steps.empty() || orientation != 1 ||
@@ -86,9 +69,9 @@ bool IsReadyJpeg(const DocumentImage& image, const ImageFacts& facts, int orient
       !facts.color_key.empty() || !facts.decode.empty()) {
     return false;
   }
-  const std::optional<JpegHeader> header = HeaderOf(image);
-  if (!header || !header->is_common || header->bits != 8 || header->exif_orientation != 1 ||
-      header->width == 0 || header->height == 0 ||
+  const std::optional<JpegHeader> header = JpegHeaderOf(image);
+  if (!header || header->coding != JpegCoding::kHuffman || header->bits != 8 ||
+      header->exif.orientation != 1 || header->width == 0 || header->height == 0 ||
       (header->components != 1 && header->components != 3)) {
     return false;
   }

@@ -16,11 +16,11 @@ inline constexpr std::size_t kMaxTranscodedBytes = std::size_t{512} << 20;
 // What JPEG 2000 data is decoded into, four bytes a sample.
 inline constexpr std::size_t kMaxJpxBytes = std::size_t{1} << 30;
 
-// Bytes at the start of a JPEG file in which its frame header is looked for.
-inline constexpr std::uint64_t kMaxJpegHeader = std::uint64_t{1} << 20;
-
 // Segments, chunks or boxes of a file that are gone through.
 inline constexpr std::size_t kMaxParts = 4'000'000;
+
+// Bytes that are passed over between two segments of a JPEG file.
+inline constexpr std::uint64_t kMaxBetweenSegments = std::uint64_t{4} << 20;
 
 }  // namespace TarnixTools::engines::limits
 

@@ -1,27 +1,12 @@
-// Reads JPEG data: its header, and its samples row by row.
+// Decodes JPEG data row by row.
 #ifndef TARNIX_ENGINES_SUPPORT_CODECS_JPEGREADER_H_
 #define TARNIX_ENGINES_SUPPORT_CODECS_JPEGREADER_H_
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string_view>
 
 namespace TarnixTools::engines {
-
-// From the markers up to the frame header.
-struct JpegHeader {
-  std::uint32_t width = 0;
-  std::uint32_t height = 0;
-  int components = 0;
-  int bits = 0;
-  bool is_common = false;    // baseline, extended or progressive Huffman coding
-  int adobe_transform = -1;  // of the Adobe marker; -1 when there is none
-  int exif_orientation = 1;  // 1 to 8
-};
-
-// Nothing when there is no frame header in the bytes.
-std::optional<JpegHeader> ReadJpegHeader(std::string_view bytes);
 
 struct PictureSize {
   std::uint32_t width = 0;  // pixels

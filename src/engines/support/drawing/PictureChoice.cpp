@@ -5,14 +5,12 @@
 #include <cmath>
 #include <string_view>
 
-#include "engines/support/codecs/CodecLimits.h"
-#include "engines/support/codecs/JpegReader.h"
 #include "engines/support/drawing/DrawingLimits.h"
 #include "engines/support/images/DocumentImage.h"
+#include "engines/support/images/ImageHeaders.h"
 #include "engines/support/images/Picture.h"
 #include "engines/support/pictures/ReducedPicture.h"
 #include "pdf/Error.h"
-#include "pdf/write/ByteSink.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -93,11 +91,10 @@ bool IsConsistent(const DocumentImage& image, const ImageFacts& facts, int compo
   if (!facts.steps.empty()) {
     return false;
   }
-  pdf::StringSink start;
-  CopyEncoded(image, start, limits::kMaxJpegHeader);
-  const std::optional<JpegHeader> header = ReadJpegHeader(start.bytes());
-  return header && header->is_common && header->bits == 8 && header->components == components &&
-         header->width == facts.width && header->height == facts.height;
+  const std::optional<JpegHeader> header = JpegHeaderOf(image);
+  return header && header->coding == JpegCoding::kHuffman && header->bits == 8 &&
+         header->components == components && header->width == facts.width &&
+         header->height == facts.height;
 }
 
 bool IsPlain(const DocumentImage& image, const ImageFacts& facts, pdf::Arena& arena) {

@@ -10,6 +10,9 @@ namespace TarnixTools::engines::limits {
 // Bytes of an image's decoded samples, and of its encoded data where they have to be held.
 inline constexpr std::size_t kMaxSampleBytes = std::size_t{512} << 20;
 
+// Bytes at the start of an image's encoded data in which its header is looked for.
+inline constexpr std::uint64_t kMaxHeaderBytes = std::uint64_t{1} << 20;
+
 // Samples that are decoded at once, where that is faster than row by row.
 inline constexpr std::size_t kMaxSamplesAtOnce = std::size_t{64} << 20;
 

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <jpeglib.h>
 
+#include "engines/support/codecs/JpegMarkers.h"
 #include "engines/support/codecs/JpegReader.h"
 #include "engines/support/codecs/JpegTranscoder.h"
 #include "engines/support/imagefiles/OpenedImage.h"
@@ -78,7 +79,7 @@ TEST(JpegTranscoder, KeepsEveryPixelOfArithmeticCoding) {
       const std::optional<std::string> recoded =
           CodeByHuffman(Encoded(kind.space, kind.components, coding));
       ASSERT_TRUE(recoded);
-      EXPECT_EQ(ReadJpegHeader(*recoded)->is_common, true);
+      EXPECT_EQ(ReadJpegHeader(*recoded)->coding, JpegCoding::kHuffman);
       EXPECT_EQ(ReadJpegHeader(*recoded)->adobe_transform,
                 ReadJpegHeader(huffman)->adobe_transform);
       EXPECT_EQ(PixelsOf(*recoded), PixelsOf(huffman)) << kind.components;

@@ -1,0 +1,42 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "engines/support/images/ImageHeaders.h"
+#include "support/TestImages.h"
+
+namespace TarnixTools::engines {
+
+namespace {
+
+using testing::JpegSegment;
+using testing::TestJpeg;
+
+// An image of nothing but its data.
+DocumentImage ImageOf(const std::string& data) {
+  return {.document = nullptr, .number = 0, .dictionary = {}, .data = data, .color_spaces = {}};
+}
+
+TEST(ImageHeaders, AreReadFromTheStartOfTheData) {
+  EXPECT_EQ(JpegHeaderOf(ImageOf(TestJpeg(3)))->components, 3);
+  EXPECT_FALSE(JpegHeaderOf(ImageOf("")));
+  EXPECT_FALSE(JpegHeaderOf(ImageOf(std::string(100'000, 'x'))));
+}
+
+TEST(ImageHeaders, MayStandBehindMuchElse) {
+  const std::string photo = JpegSegment(0xE1, std::string(60'000, 'x'));
+  EXPECT_TRUE(JpegHeaderOf(ImageOf(TestJpeg(1, photo + photo))));
+}
+
+// What follows the frame header tells of the colours too.
+TEST(ImageHeaders, AreReadUpToTheScan) {
+  const std::string adobe = JpegSegment(0xEE, std::string("Adobe\0\x64\0\0\0\0\0", 12));
+  std::string jpeg = TestJpeg(3, JpegSegment(0xFE, std::string(4000, 'x')));
+  const std::size_t tables = jpeg.find("\xFF\xC4");
+  jpeg.insert(tables, JpegSegment(0xFE, std::string(4000, 'x')) + adobe);
+  EXPECT_EQ(JpegHeaderOf(ImageOf(jpeg))->adobe_transform, 0);
+}
+
+}  // namespace
+
+}  // namespace TarnixTools::engines
