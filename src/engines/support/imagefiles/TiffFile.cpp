@@ -7,6 +7,7 @@
 
 #include "engines/support/codecs/Exif.h"
 #include "engines/support/codecs/FaxJoiner.h"
+#include "engines/support/codecs/JpegMarkers.h"
 #include "engines/support/codecs/TiffCodec.h"
 #include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/images/RasterEncoder.h"
@@ -333,8 +334,8 @@ std::optional<EncodedImage> TiffFile::PassJpeg(const Picture& picture) {
     return std::nullopt;
   }
   const std::optional<Strip> strip = OnlyStrip(picture);
-  if (!strip || strip->length < 4 || reader_.View(strip->offset, 2) != "\xFF\xD8" ||
-      reader_.View(strip->offset + strip->length - 2, 2) != "\xFF\xD9") {
+  if (!strip || strip->length < 4 || reader_.View(strip->offset, 2) != kJpegStart ||
+      reader_.View(strip->offset + strip->length - 2, 2) != kJpegEnd) {
     return std::nullopt;
   }
   EncodedImage result;
@@ -348,10 +349,10 @@ std::optional<EncodedImage> TiffFile::PassJpeg(const Picture& picture) {
     image.parameters = picture.photometric == kRgbColor ? "/ColorTransform 0" : "/ColorTransform 1";
   }
   const std::string tables = picture.directory->Bytes(reader_, TiffTag::kJpegTables, kMaxTables);
-  if (tables.size() > 4 && tables.starts_with("\xFF\xD8") && tables.ends_with("\xFF\xD9")) {
-    image.data.push_back(Hold(std::string_view(tables).substr(0, tables.size() - 2)));
+  if (tables.size() > 4 && tables.starts_with(kJpegStart) && tables.ends_with(kJpegEnd)) {
+    image.data.push_back(Hold(std::string_view(tables).substr(0, tables.size() - kJpegEnd.size())));
     image.data.push_back(
-        {strip->offset + 2, strip->length - 2, {}});
+        {strip->offset + kJpegStart.size(), strip->length - kJpegStart.size(), {}});
   } else {
     image.data.push_back({strip->offset, strip->length, {}});
   }
