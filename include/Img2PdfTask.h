@@ -84,6 +84,13 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
 
   Img2PdfImgRotation GetImgRotation() const { return image_rotation_; }
 
+  // Whether each image is first turned and mirrored as its file says is needed to see it upright
+  // (the Orientation tag of Exif and TIFF); false at first: images are taken as they are stored,
+  // and only SetImgRotation turns them.
+  void SetMakeUpright(bool make_upright) { make_upright_ = make_upright; }
+
+  bool GetMakeUpright() const { return make_upright_; }
+
   // Points on all four sides of each image, 0 at first.
   void SetMargin(float margin) { margin_ = margin; }
 
@@ -135,6 +142,7 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   std::string out_pdf_name_;
   float margin_;
   bool merge_after_;
+  bool make_upright_;
 };
 
 }  // namespace TarnixTools

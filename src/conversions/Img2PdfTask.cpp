@@ -174,6 +174,7 @@ void Img2PdfTask::ConvertImg2Pdf(const std::string& image_path, const std::strin
     }
     SetUpPage(object, page_size_, orientation_);
     engines::Img2PdfSetOrientation(object, engine_orientation_);
+    engines::Img2PdfSetUpright(object, make_upright_ ? 1 : 0);
     if (margin_ != 0.0F) {
       engines::Img2PdfSetBorderSize(object, margin_);
     }
@@ -196,6 +197,7 @@ void Img2PdfTask::SetDefaults() {
   out_pdf_name_.clear();
   margin_ = 0.0F;
   merge_after_ = true;
+  make_upright_ = false;
   output_path_.clear();
 }
 

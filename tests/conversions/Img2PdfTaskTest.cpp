@@ -158,12 +158,14 @@ TEST_F(Img2PdfTaskTest, ImagesOfOneStemDoNotTakeEachOthersPlace) {
   Img2PdfTask task(std::list<std::string>{Path("a.jpg"), Path("a.jpeg"), Path("more/a.jpg")});
   task.SetOutputPath(directory_.MakeDir("out"));
   task.SetMergeAfter(false);
+  task.SetMakeUpright(true);
   task.Execute();
   EXPECT_THAT(directory_.Names("out"), ElementsAre("a-2.pdf", "a-3.pdf", "a.pdf"));
   EXPECT_EQ(task.GetWrittenDocuments().size(), 3U);
   EXPECT_THAT(SizeOf("out/a-3.pdf"), ElementsAre(6, 12));
   Img2PdfTask merging(std::list<std::string>{Path("a.jpg"), Path("more/a.jpg")});
   merging.SetOutputPath(directory_.MakeDir("merged"));
+  merging.SetMakeUpright(true);
   merging.Execute();
   EXPECT_THAT(directory_.Names("merged"), ElementsAre("_merged_images.pdf"));
   EXPECT_THAT(SizeOf("merged/_merged_images.pdf", 1), ElementsAre(12, 6));
@@ -258,8 +260,20 @@ TEST_F(Img2PdfTaskTest, NoRotationCarriesTheOneBeforeOver) {
   EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(6, 12));
 }
 
+TEST_F(Img2PdfTaskTest, ImagesAreTakenAsTheyAreStored) {
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg", 3, ExifJpegSegment(6)));
+  EXPECT_FALSE(task.GetMakeUpright());
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(12, 6));
+  task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot90);
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(6, 12));
+}
+
 TEST_F(Img2PdfTaskTest, RotationAddsToWhatTheFileNeeds) {
   Img2PdfTask task = TaskFor(MakeImage("a.jpg", 3, ExifJpegSegment(6)));
+  task.SetMakeUpright(true);
+  EXPECT_TRUE(task.GetMakeUpright());
   task.Execute();
   EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(6, 12));
   task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot90);

@@ -62,6 +62,7 @@ JobResult ConvertImages(JobContext& context) {
   task.SetOrientation(options.Has("landscape") ? Img2PdfOrientation::Img2PdfLandscape
                                                : Img2PdfOrientation::Img2PdfPortrait);
   task.SetImgRotation(RotationOf(options.Text("rotate")));
+  task.SetMakeUpright(true);
   task.SetMargin(margin);
   task.SetMergeAfter(!options.Has("no-merge"));
   task.SetOutPrefix(options.Text("prefix"));

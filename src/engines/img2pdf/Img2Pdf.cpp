@@ -189,6 +189,13 @@ int Img2PdfSetOrientation(TImg2Pdf* object, std::int32_t orientation) {
   });
 }
 
+int Img2PdfSetUpright(TImg2Pdf* object, int upright) {
+  return Guarded(object, [&] {
+    object->settings.makes_upright = upright != 0;
+    return kImg2PdfNoError;
+  });
+}
+
 int Img2PdfSetBorderSize(TImg2Pdf* object, float border) {
   return Guarded(object, [&] {
     if (!(std::abs(border) <= kMaxBorder)) {

@@ -55,10 +55,12 @@ int Img2PdfSetCenterImage(TImg2Pdf* object, int center);
 // On a fixed page: enlarged or reduced to fill the space within the border (1) or in its own size
 // (0, at first). Width and height keep their ratio.
 int Img2PdfSetFitImage(TImg2Pdf* object, int fit);
-// How pictures are turned, besides what their files say is needed to see them upright: a value of
-// the Orientation tag, 1 (not at all) at first, 3, 6 (90 degrees clockwise), 8, or one of the
-// mirrored ones.
+// How pictures are turned: a value of the Orientation tag, 1 (as stored) at first, 3, 6 (90 degrees
+// clockwise), 8, or one of the mirrored ones.
 int Img2PdfSetOrientation(TImg2Pdf* object, std::int32_t orientation);
+// Whether pictures are first turned as their files say is needed to see them upright (1) or taken
+// as they are stored (0, at first).
+int Img2PdfSetUpright(TImg2Pdf* object, int upright);
 // Points on all four sides, 0 at first. A fitted page grows by them. A negative border lets the
 // picture go beyond the page. More than a million points, or no number, is refused.
 int Img2PdfSetBorderSize(TImg2Pdf* object, float border);

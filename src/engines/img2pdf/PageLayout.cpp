@@ -46,7 +46,8 @@ void UseLargerUnits(PageLayout& layout) {
 }  // namespace
 
 std::optional<PageLayout> LayOut(const ImageFrame& frame, const PageSettings& settings) {
-  const int orientation = Compose(frame.orientation, settings.orientation);
+  const int stored = settings.makes_upright ? frame.orientation : kUpright;
+  const int orientation = Compose(stored, settings.orientation);
   Size size = {Points(frame.width, frame.dpi_x), Points(frame.height, frame.dpi_y)};
   if (SwapsSides(orientation)) {
     std::swap(size.width, size.height);

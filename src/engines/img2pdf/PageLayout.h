@@ -22,7 +22,8 @@ struct PageSettings {
   bool is_centered = false;
   bool is_fitted = false;
   int orientation = kUpright;
-  double border = 0;  // points
+  bool makes_upright = false;  // turns pictures as their files ask, too
+  double border = 0;           // points
 };
 
 struct PageLayout {

@@ -51,7 +51,9 @@ TEST(PageLayout, ResolutionsCountAndAreKeptApart) {
   frame.dpi_x = frame.dpi_y = 0;  // 96
   EXPECT_EQ(LayOut(frame, kAdjusted)->width, 225);
   frame.orientation = 6;
-  EXPECT_EQ(LayOut(frame, kAdjusted)->height, 225);
+  PageSettings upright = kAdjusted;
+  upright.makes_upright = true;
+  EXPECT_EQ(LayOut(frame, upright)->height, 225);
 }
 
 TEST(PageLayout, BorderSurroundsThePicture) {
@@ -99,10 +101,19 @@ TEST(PageLayout, WithoutFittingAndCenteringItIsAtTheUpperLeft) {
   ExpectBox(*LayOut(kFrame, settings), {150, 325, 450, 475});
 }
 
+TEST(PageLayout, PicturesAreTakenAsTheyAreStored) {
+  ImageFrame frame = kFrame;
+  frame.orientation = 6;
+  const auto layout = LayOut(frame, kAdjusted);
+  EXPECT_EQ(layout->width, 300);
+  EXPECT_EQ(layout->matrix.a, 300);
+}
+
 TEST(PageLayout, TurnsAddToTheOrientationOfTheFile) {
   ImageFrame frame = kFrame;
   frame.orientation = 6;
   PageSettings settings = kAdjusted;
+  settings.makes_upright = true;
   settings.orientation = 6;  // upside down together
   const auto layout = LayOut(frame, settings);
   EXPECT_EQ(layout->width, 300);
