@@ -39,7 +39,8 @@ SecretKey CreateRevision6(EncryptionFacts& facts, std::string_view user_password
 // Whether /Perms of revision 5 or 6 says the same as /P and /EncryptMetadata.
 bool PermissionsAgree(const EncryptionFacts& facts, const SecretKey& file_key);
 
-// Algorithm 1: the key of one object for RC4, or for AES-128 with `aes`.
+// Algorithm 1: the key of one object for RC4, or for AES-128 with `aes`: 16 bytes then, those beyond
+// the length of the file key and five zero.
 SecretKey ObjectKey(const SecretKey& file_key, std::uint32_t number, std::uint16_t generation,
                     bool aes);
 

@@ -120,11 +120,15 @@ SecretKey ObjectKey(const SecretKey& file_key, std::uint32_t number, std::uint16
                     bool aes) {
   const Block<4> number_bytes = LittleEndian(number);
   const Block<4> generation_bytes = LittleEndian(generation);
-  const Block<16> digest = Md5({file_key.view(), View(number_bytes).substr(0, 3),
-                                View(generation_bytes).substr(0, 2), aes ? "sAlT" : ""});
-  // AES-128 has keys of 16 bytes, whatever a dictionary says of the file key.
-  return SecretKey(
-      View(digest).substr(0, aes ? digest.size() : std::min(file_key.size() + 5, digest.size())));
+  Block<16> digest = Md5({file_key.view(), View(number_bytes).substr(0, 3),
+                          View(generation_bytes).substr(0, 2), aes ? "sAlT" : ""});
+  const std::size_t key_bytes = std::min(file_key.size() + 5, digest.size());
+  if (!aes) {
+    return SecretKey(View(digest).substr(0, key_bytes));
+  }
+  // AES-128 takes 16 bytes. Writers that use it with a shorter file key fill up with zeros.
+  std::fill(digest.begin() + static_cast<std::ptrdiff_t>(key_bytes), digest.end(), std::uint8_t{0});
+  return SecretKey(View(digest));
 }
 
 }  // namespace TarnixTools::pdf::crypt
