@@ -1,6 +1,7 @@
 #include "PdfProtectTask.h"
 
 #include "PdfException.h"
+#include "engines/toolbox/Toolbox.h"
 
 namespace TarnixTools {
 
@@ -40,7 +41,8 @@ void PdfProtectTask::Execute() {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Invalid number of PDF docs [%d] (1 expected)", GetPdfDocsNum());
   }
-  if (password_.empty()) {
+  // A password of characters that its preparation drops would protect nothing.
+  if (engines::PdfPasswordProtectsW(PdfDoc::Utf8ToWs(password_)) == 0) {
     throw PdfException(PdfExceptionCode::PasswordError, 0,
                        "No password provided to protect PDF doc");
   }

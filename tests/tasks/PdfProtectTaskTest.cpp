@@ -153,6 +153,27 @@ TEST_F(PdfProtectTaskTest, TakesUnicodePasswords) {
   EXPECT_EQ(Texts("out/locked_report.pdf", task_.GetPassword()), Labels(1, 2, "Secret"));
 }
 
+// Who types it the same way once more gets in; for other programs it is "caf" and U+FFFD.
+TEST_F(PdfProtectTaskTest, DoesNotLockOutWhosePasswordIsNotUtf8) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  task_.SetPassword("caf\xE9");
+  task_.Execute();
+  const std::string path = Path("out/locked_report.pdf");
+  EXPECT_EQ(Doc("out/locked_report.pdf", "caf\xE9").GetPagesNum(), 2);
+  EXPECT_FALSE(PdfDoc::IsValidPassword(path, "caf"));
+  EXPECT_FALSE(PdfDoc::IsValidPassword(path, "\xE9"));
+  EXPECT_EQ(QpdfComplaints(path, "caf\xEF\xBF\xBD"), "");
+}
+
+// Soft hyphens are dropped when a password is prepared: nothing would be left.
+TEST_F(PdfProtectTaskTest, RefusesPasswordsThatProtectNothing) {
+  for (const std::string password : {"", "\xC2\xAD", "\xC2\xAD\xC2\xAD"}) {
+    task_.SetPassword(password);
+    EXPECT_EQ(FailureOf([this] { task_.Execute(); }), NoPassword());
+  }
+  EXPECT_TRUE(directory_.Names("out").empty());
+}
+
 TEST_F(PdfProtectTaskTest, TakesLongPasswords) {
   TARNIX_NEED_PROGRAM("qpdf");
   const std::string password(200, 'x');

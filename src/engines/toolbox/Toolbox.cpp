@@ -4,6 +4,7 @@
 
 #include "engines/toolbox/Guard.h"
 #include "engines/toolbox/Handles.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools::engines {
 
@@ -46,6 +47,10 @@ TPdfDocument* PdfDocumentOpenA(const TPdfStream* stream, const char* password) {
     document->stream = *stream;
     return document.release();
   });
+}
+
+int PdfPasswordProtectsW(const std::wstring& password) {
+  return Guarded([&] { return pdf::Security::Protects(WideToUtf8(password)) ? 1 : 0; });
 }
 
 TPdfDocument* PdfDocumentCreateW(const TPdfStream* stream, std::int32_t,

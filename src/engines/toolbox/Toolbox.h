@@ -141,6 +141,10 @@ std::uint32_t PdfGetLastErrorCharacter();
 // the document is closed.
 TPdfDocument* PdfDocumentOpenA(const TPdfStream* stream, const char* password);
 
+// 1 when a document created with this user password needs one to be opened; 0 when nothing is left
+// of the password once it is prepared (RFC 4013), and on failure.
+int PdfPasswordProtectsW(const std::wstring& password);
+
 // Makes a new, empty document that is written to the stream from its start, forward only, and
 // completed by PdfClose. conformance 0 is the engine's default (PDF 1.7; 2.0 when encrypted);
 // encryption may be null.

@@ -44,6 +44,7 @@ std::vector<std::string> PasswordCandidates(std::string_view password, int revis
   if (revision >= 5) {
     add(PreparePassword(password));
     add(std::string(password));
+    add(WideToUtf8(Utf8ToWide(password)));
   } else {
     add(Encode(password, PdfDocByte));
     add(std::string(password));

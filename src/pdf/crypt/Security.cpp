@@ -167,6 +167,10 @@ Security Security::Create(std::string_view user_password, std::string_view owner
   return Security(std::move(state));
 }
 
+bool Security::Protects(std::string_view password) {
+  return !Prepared(password).empty();
+}
+
 const EncryptionFacts& Security::facts() const {
   return state_->facts;
 }

@@ -68,6 +68,11 @@ class Security {
   static Security Create(std::string_view user_password, std::string_view owner_password,
                          std::int32_t permissions);
 
+  // Whether something is left of a password (UTF-8) once it is prepared as Create does: characters
+  // such as the soft hyphen are dropped, and an empty password opens the document to everyone.
+  // Throws like Create.
+  static bool Protects(std::string_view password);
+
   Security(Security&&) noexcept;
   Security& operator=(Security&&) noexcept;
   ~Security();

@@ -176,6 +176,36 @@ TEST(Security, KeysObjectsApart) {
   EXPECT_EQ(Pass(security.DecryptorFor(CryptTarget::kString, 1, 0), zeros), first);
 }
 
+// Made with hashlib and openssl: a file key of 40 bits, and object keys filled up with zeros.
+TEST(Security, ReadsAesWithAShortFileKey) {
+  EncryptionFacts facts;
+  facts.version = 4;
+  facts.revision = 4;
+  facts.key_bits = 40;
+  facts.permissions = -4;
+  facts.owner = FromHex("3c482162008fafcb228b7db3c43a1090bc5b56e9b1556e89fc0656fd291f4908");
+  facts.user = FromHex("d3b1553015c7d57ed4c8a35b0f084ee900000000000000000000000000000000");
+  facts.file_id = FromHex("31415926535897932384626433832795");
+  facts.string_method = facts.stream_method = CryptMethod::kAes128;
+  const std::string encrypted =
+      FromHex("000102030405060708090a0b0c0d0e0fd66981d5ffa2cbeabfb803bc36905485");
+  for (const std::string password : {"user", "owner"}) {
+    const Security security = Security::Open(facts, password);
+    EXPECT_EQ(Pass(security.DecryptorFor(CryptTarget::kStream, 7, 0), encrypted), "plain words");
+  }
+}
+
+TEST(Security, KnowsPasswordsThatProtectNothing) {
+  EXPECT_FALSE(Security::Protects(""));
+  EXPECT_FALSE(Security::Protects("\xC2\xAD"));
+  EXPECT_FALSE(Security::Protects("\xC2\xAD\xE2\x80\x8D"));
+  EXPECT_TRUE(Security::Protects("a"));
+  EXPECT_TRUE(
+      Security::Protects("\xC2\xAD"
+                         "a"));
+  EXPECT_TRUE(Security::Protects("\xE9"));  // not UTF-8
+}
+
 TEST(Security, RefusesACipherThatTheKeyDoesNotFit) {
   const Security security = Security::Open(Revision2Facts(), "user");
   EXPECT_THROW(security.DecryptorFor(CryptMethod::kAes256, 1, 0), Error);
