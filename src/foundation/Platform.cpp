@@ -12,6 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "foundation/FileCopy.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools::platform {
@@ -241,7 +242,9 @@ std::optional<OutputFile> OutputFile::Create(const std::string& path) {
   if (!target) {
     return std::nullopt;
   }
-  return CreateSibling(*target, exists ? &info : nullptr);
+  std::optional<OutputFile> output = CreateSibling(*target, exists ? &info : nullptr);
+  const bool takes_no_files = errno == EACCES || errno == EPERM || errno == EROFS;
+  return !output && exists && takes_no_files ? CreateElsewhere(*target) : std::move(output);
 }
 
 std::optional<OutputFile> OutputFile::Create(const WidePath& path) {
@@ -288,6 +291,22 @@ std::optional<OutputFile> OutputFile::CreateSibling(const std::string& native_pa
     TakeOverAttributes(fileno(output.stream_.get()), *replaced);
   }
   return output;
+}
+
+// In the system's directory for temporary files, without a name.
+std::optional<OutputFile> OutputFile::CreateElsewhere(const std::string& native_path) {
+  OutputFile output;
+  output.copied_over_ = Descriptor(open(native_path.c_str(), O_RDWR | O_CLOEXEC));
+  if (!output.copied_over_.IsOpen()) {
+    return std::nullopt;
+  }
+  output.stream_.reset(std::tmpfile());
+  if (output.stream_ == nullptr) {
+    return std::nullopt;
+  }
+  std::setvbuf(output.stream_.get(), nullptr, _IONBF, 0);
+  output.unnamed_ = Descriptor(fcntl(fileno(output.stream_.get()), F_DUPFD_CLOEXEC, 0));
+  return output.unnamed_.IsOpen() ? std::optional(std::move(output)) : std::nullopt;
 }
 
 // Not every file system can do it, and it can be given a name only where /proc is there.
@@ -358,6 +377,7 @@ OutputFile::OutputFile(OutputFile&& other) noexcept
     : directory_(std::move(other.directory_)),
       temporary_name_(std::exchange(other.temporary_name_, {})),
       final_name_(std::move(other.final_name_)),
+      copied_over_(std::move(other.copied_over_)),
       unnamed_(std::move(other.unnamed_)),
       stream_(std::move(other.stream_)) {}
 
@@ -365,6 +385,7 @@ OutputFile& OutputFile::operator=(OutputFile&& other) noexcept {
   std::swap(directory_, other.directory_);
   std::swap(temporary_name_, other.temporary_name_);
   std::swap(final_name_, other.final_name_);
+  std::swap(copied_over_, other.copied_over_);
   std::swap(unnamed_, other.unnamed_);
   std::swap(stream_, other.stream_);
   return *this;
@@ -378,7 +399,25 @@ FilePtr OutputFile::TakeStream() {
   return std::move(stream_);
 }
 
+// A mount point, under which the finished file lies ready beside it.
+bool OutputFile::CopyOverTarget() {
+  unnamed_ = Descriptor(openat(directory_.Get(), temporary_name_.c_str(), O_RDONLY | O_CLOEXEC));
+  copied_over_ = Descriptor(openat(directory_.Get(), final_name_.c_str(), O_RDWR | O_CLOEXEC));
+  return unnamed_.IsOpen() && copied_over_.IsOpen() && CopyContent();
+}
+
+bool OutputFile::CopyContent() {
+  if (IsOpenElsewhere(copied_over_.Get())) {
+    errno = EBUSY;
+    return false;
+  }
+  return CopyOver(unnamed_.Get(), copied_over_.Get());
+}
+
 bool OutputFile::Commit() {
+  if (copied_over_.IsOpen()) {
+    return CopyContent();
+  }
   if (unnamed_.IsOpen()) {
     const bool is_named = GiveName();
     unnamed_ = Descriptor();
@@ -389,20 +428,23 @@ bool OutputFile::Commit() {
   if (temporary_name_.empty()) {
     return true;
   }
-  if (renameat(directory_.Get(), temporary_name_.c_str(), directory_.Get(), final_name_.c_str()) !=
-      0) {
-    const int error = errno;
-    Discard();
-    errno = error;
-    return false;
+  const bool is_renamed = renameat(directory_.Get(), temporary_name_.c_str(), directory_.Get(),
+                                   final_name_.c_str()) == 0;
+  if (is_renamed) {
+    temporary_name_.clear();
+    return true;
   }
-  temporary_name_.clear();
-  return true;
+  const bool is_copied = errno == EBUSY && CopyOverTarget();
+  const int error = errno;
+  Discard();
+  errno = error;
+  return is_copied;
 }
 
 void OutputFile::Discard() noexcept {
   stream_.reset();
   unnamed_ = Descriptor();
+  copied_over_ = Descriptor();
   if (!temporary_name_.empty()) {
     const int error = errno;
     unlinkat(directory_.Get(), temporary_name_.c_str(), 0);

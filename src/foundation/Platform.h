@@ -80,6 +80,11 @@ std::int64_t Tell(std::FILE* file);
 // file that is replaced hands down its permissions, and its owner where the system allows it. What
 // is neither a file nor a directory (a device, a pipe) is written to directly, and Commit has
 // nothing to do.
+//
+// An existing file in a directory that takes no new ones, and one that is a mount point, cannot be
+// replaced: Commit copies the finished content over it instead, once there is space for all of it.
+// A process that ends during this copy leaves a part. A file that this process has open elsewhere,
+// as one that the content is read from, is refused then, with EBUSY.
 class OutputFile {
  public:
   // Nothing when the output cannot be made: no such directory, no permission, a directory of that
@@ -127,6 +132,9 @@ class OutputFile {
   static std::optional<OutputFile> OpenDirectly(const std::string& native_path);
   static std::optional<OutputFile> CreateSibling(const std::string& native_path,
                                                  const struct ::stat* replaced);
+  static std::optional<OutputFile> CreateElsewhere(const std::string& native_path);
+  bool CopyOverTarget();
+  bool CopyContent();
   bool CreateUnnamed(mode_t mode);
   bool CreateHidden(mode_t mode);
   bool GiveName();
@@ -136,7 +144,8 @@ class OutputFile {
   Descriptor directory_;
   std::string temporary_name_;  // empty when there is nothing to rename or to remove
   std::string final_name_;
-  Descriptor unnamed_;  // keeps a file without a name from vanishing when its stream is closed
+  Descriptor copied_over_;  // the file that gets the finished content; else not open
+  Descriptor unnamed_;      // keeps a file without a name from vanishing when its stream is closed
   FilePtr stream_;
 };
 
