@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cstring>
+#include <utility>
 
 #include <libdeflate.h>
 #include <nettle/md5.h>
@@ -23,6 +24,14 @@ constexpr std::size_t kMaxMemberText = std::size_t{64} << 10;
 // levels.
 constexpr int kObjectStreamLevel = 1;
 constexpr int kCrossReferenceLevel = 6;
+constexpr std::uint64_t kMaxTableOffset = 9'999'999'999;  // ten digits
+
+// An entry of a cross-reference table.
+std::string TableLine(std::uint64_t place, bool is_free, bool is_first) {
+  std::string line = std::to_string(place);
+  line.insert(0, line.size() < 10 ? 10 - line.size() : 0, '0');
+  return line + (is_first ? " 65535 " : " 00000 ") + (is_free ? "f \n" : "n \n");
+}
 
 }  // namespace
 
@@ -77,13 +86,20 @@ class FileWriter::StringEncryptor : public StringTransform {
   const Security* security_;
 };
 
-FileWriter::FileWriter(ByteSink& sink, const Security* security)
-    : sink_(&sink), security_(security), digest_(std::make_unique<Digest>()), places_(1, 0) {
+FileWriter::FileWriter(ByteSink& sink, const Security* security, const FileFormat& format)
+    : sink_(&sink),
+      security_(security),
+      layout_(format.layout),
+      is_pdf_2_(security != nullptr || format.version.starts_with("2.")),
+      digest_(std::make_unique<Digest>()),
+      places_(1, 0) {
   if (security != nullptr) {
     string_encryptor_ = std::make_unique<StringEncryptor>(*security);
   }
   buffer_ = std::make_unique_for_overwrite<char[]>(kBufferSize);
-  Put(is_pdf_2() ? "%PDF-2.0\n%\xE2\xE3\xCF\xD3\n" : "%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
+  Put("%PDF-");
+  Put(is_pdf_2_ ? "2.0" : format.version);
+  Put("\n%\xE2\xE3\xCF\xD3\n");
 }
 
 FileWriter::~FileWriter() = default;
@@ -98,6 +114,14 @@ StringTransform* FileWriter::StreamStrings() {
 }
 
 void FileWriter::WriteObject(std::uint32_t number, std::string_view body) {
+  if (layout_ == FileLayout::kTable) {
+    if (security_ == nullptr) {
+      PutObject(number, body);
+    } else {
+      PutObject(number, WithEncryptedStrings(body));
+    }
+    return;
+  }
   AppendInteger(member_table_, number);
   AppendInteger(member_table_, static_cast<std::int64_t>(member_text_.size()));
   member_text_ += body;
@@ -106,6 +130,18 @@ void FileWriter::WriteObject(std::uint32_t number, std::string_view body) {
   if (members_.size() >= kMaxMembers || member_text_.size() >= kMaxMemberText) {
     FlushObjectStream();
   }
+}
+
+// Strings in object streams are encrypted with the whole; others each by itself.
+std::string FileWriter::WithEncryptedStrings(std::string_view body) {
+  Arena arena;
+  Parser parser(arena);
+  Lexer lexer(body, true);
+  Object value;
+  parser.Parse(lexer, string_encryptor_.get(), value);
+  std::string text;
+  AppendObject(text, value);
+  return text;
 }
 
 void FileWriter::FlushObjectStream() {
@@ -138,6 +174,12 @@ void FileWriter::PutObjectStart(std::uint32_t number) {
   places_[number] = offset_ << 1;
   PutNumber(number);
   Put(" 0 obj\n");
+}
+
+void FileWriter::PutObject(std::uint32_t number, std::string_view body) {
+  PutObjectStart(number);
+  Put(body);
+  Put("\nendobj\n");
 }
 
 void FileWriter::BeginStream(std::uint32_t number, std::string_view open_dictionary,
@@ -282,54 +324,98 @@ std::string FileWriter::CrossReferenceData(std::uint32_t self, unsigned offset_w
   return data;
 }
 
-void FileWriter::Finish(std::uint32_t catalog, std::uint32_t info) {
+void FileWriter::Finish(const FileTrailer& trailer) {
   FlushObjectStream();
-  std::uint32_t encrypt = 0;
-  if (security_ != nullptr) {
-    encrypt = Reserve();
-    PutObjectStart(encrypt);
-    Put(EncryptionDictionaryText());
-    Put("\nendobj\n");
-  }
-  const std::uint32_t self = Reserve();
+  const std::uint32_t encrypt = WriteEncryptionDictionary();
+  Flush();
   const std::uint64_t start = offset_;
+  if (layout_ == FileLayout::kTable) {
+    WriteTable(trailer, encrypt);
+  } else {
+    WriteCrossReferenceStream(trailer, encrypt);
+  }
+  Put("startxref\n");
+  PutNumber(start);
+  Put("\n%%EOF\n");
+  Flush();
+}
+
+std::uint32_t FileWriter::WriteEncryptionDictionary() {
+  if (security_ == nullptr) {
+    return 0;
+  }
+  const std::uint32_t number = Reserve();
+  PutObject(number, EncryptionDictionaryText());
+  return number;
+}
+
+// What a trailer and the dictionary of a cross-reference stream both have.
+std::string FileWriter::TrailerEntries(const FileTrailer& trailer, std::uint32_t encrypt) {
+  std::string text = "/Size";
+  AppendInteger(text, static_cast<std::int64_t>(places_.size()));
+  const std::pair<const char*, std::uint32_t> references[] = {
+      {"/Root", trailer.catalog}, {"/Info", trailer.info}, {"/Encrypt", encrypt}};
+  for (const auto& [key, number] : references) {
+    if (number != 0) {
+      text += key;
+      AppendReference(text, number);
+    }
+  }
+  const std::string id = digest_->Take();
+  text += "/ID[";
+  AppendString(text, trailer.first_id.empty() ? id : trailer.first_id, true);
+  AppendString(text, id, true);
+  return text + "]" + trailer.entries;
+}
+
+// The free objects are a chain (7.5.4), each naming the next one.
+void FileWriter::WriteTable(const FileTrailer& trailer, std::uint32_t encrypt) {
+  std::vector<std::uint32_t> next_free(places_.size(), 0);
+  std::uint32_t next = 0;
+  for (std::size_t number = places_.size(); number-- > 0;) {
+    if (places_[number] == 0) {
+      next_free[number] = next;
+      next = static_cast<std::uint32_t>(number);
+    }
+  }
+  Put("xref\n0 ");
+  PutNumber(places_.size());
+  Put("\n");
+  for (std::size_t number = 0; number < places_.size(); ++number) {
+    const bool is_free = places_[number] == 0;
+    const std::uint64_t place = is_free ? next_free[number] : places_[number] >> 1;
+    if (place > kMaxTableOffset) {
+      throw Error(ErrorCode::kLimitExceeded, "the file is too long for a cross-reference table");
+    }
+    Put(TableLine(place, is_free, number == 0));
+  }
+  Put("trailer\n<<");
+  Put(TrailerEntries(trailer, encrypt));
+  Put(">>\n");
+}
+
+void FileWriter::WriteCrossReferenceStream(const FileTrailer& trailer, std::uint32_t encrypt) {
+  const std::uint32_t self = Reserve();
   unsigned offset_width = 1;
   while (offset_width < 8 &&
-         (std::max<std::uint64_t>(start, places_.size()) >> (8 * offset_width)) != 0) {
+         (std::max<std::uint64_t>(offset_, places_.size()) >> (8 * offset_width)) != 0) {
     ++offset_width;
   }
   std::string data;
   DeflateTo(data, CrossReferenceData(self, offset_width), kCrossReferenceLevel);
-  Flush();
-  const std::string id = digest_->Take();
-  std::string dictionary = "<</Type/XRef/Size";
-  AppendInteger(dictionary, static_cast<std::int64_t>(places_.size()));
-  dictionary += "/W[1 " + std::to_string(offset_width) + " 2]/Root";
-  AppendReference(dictionary, catalog);
-  if (info != 0) {
-    dictionary += "/Info";
-    AppendReference(dictionary, info);
-  }
-  if (encrypt != 0) {
-    dictionary += "/Encrypt";
-    AppendReference(dictionary, encrypt);
-  }
-  dictionary += "/ID[";
-  AppendString(dictionary, id, true);
-  AppendString(dictionary, id, true);
-  dictionary += "]/Filter/FlateDecode/DecodeParms<</Predictor 12/Columns " +
-                std::to_string(3 + offset_width) + ">>";
   // The cross-reference itself is never encrypted.
   PutObjectStart(self);
-  Put(dictionary);
-  Put("/Length ");
+  Put("<</Type/XRef");
+  Put(TrailerEntries(trailer, encrypt));
+  Put("/W[1 ");
+  PutNumber(offset_width);
+  Put(" 2]/Filter/FlateDecode/DecodeParms<</Predictor 12/Columns ");
+  PutNumber(3 + offset_width);
+  Put(">>/Length ");
   PutNumber(data.size());
   Put(">>\nstream\n");
   Put(data);
-  Put("\nendstream\nendobj\nstartxref\n");
-  PutNumber(start);
-  Put("\n%%EOF\n");
-  Flush();
+  Put("\nendstream\nendobj\n");
 }
 
 }  // namespace TarnixTools::pdf

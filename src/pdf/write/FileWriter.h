@@ -1,5 +1,6 @@
 // Writes a whole PDF file in one forward pass: objects in compressed object streams, stream data in
-// blocks, a cross-reference stream at the end (ISO 32000-2, 7.5.7 and 7.5.8).
+// blocks, a cross-reference stream at the end (ISO 32000-2, 7.5.7 and 7.5.8); or, for readers of
+// every version, each object by itself and a cross-reference table (7.5.4).
 //
 //   FileWriter writer(sink, nullptr);
 //   const std::uint32_t catalog = writer.Reserve();
@@ -22,11 +23,27 @@
 
 namespace TarnixTools::pdf {
 
+enum class FileLayout : std::uint8_t { kObjectStreams, kTable };
+
+struct FileFormat {
+  FileLayout layout = FileLayout::kObjectStreams;  // part of PDF since version 1.5
+  // What the header says; 2.0 in any case for what is encrypted.
+  std::string version = "1.7";
+};
+
+// What the file says about itself at its end.
+struct FileTrailer {
+  std::uint32_t catalog = 0;
+  std::uint32_t info = 0;  // number of the document information; 0 for none
+  std::string first_id;  // the identifier that all versions of the document have; empty: a new one
+  std::string entries;   // others, as text
+};
+
 class FileWriter {
  public:
-  // Both outlive the writer. security, when not null, was made by Security::Create, and everything
-  // is encrypted with it.
-  FileWriter(ByteSink& sink, const Security* security);
+  // Sink and security outlive the writer. security, when not null, was made by Security::Create,
+  // and everything is encrypted with it.
+  FileWriter(ByteSink& sink, const Security* security, const FileFormat& format = {});
   ~FileWriter();
   FileWriter(const FileWriter&) = delete;
   FileWriter& operator=(const FileWriter&) = delete;
@@ -55,12 +72,16 @@ class FileWriter {
   // What the strings of a stream's dictionary must go through; null when nothing is encrypted.
   StringTransform* StreamStrings();
 
-  // Writes what is left, the cross-reference and the trailer. info: number of the document
-  // information, or 0.
-  void Finish(std::uint32_t catalog, std::uint32_t info);
+  // Writes what is left, the cross-reference and the trailer.
+  void Finish(const FileTrailer& trailer);
 
-  // Whether the header says 2.0 rather than 1.7: what is encrypted with AES-256 of revision 6.
-  bool is_pdf_2() const { return security_ != nullptr; }
+  // info: number of the document information, or 0.
+  void Finish(std::uint32_t catalog, std::uint32_t info) {
+    Finish({.catalog = catalog, .info = info, .first_id = {}, .entries = {}});
+  }
+
+  // Whether the header says 2.0: what is encrypted with AES-256 of revision 6 does.
+  bool is_pdf_2() const { return is_pdf_2_; }
 
   std::uint64_t bytes_written() const { return offset_; }
 
@@ -72,14 +93,22 @@ class FileWriter {
   void Advance(std::size_t count);
   void PutNumber(std::uint64_t number);
   void PutObjectStart(std::uint32_t number);
+  void PutObject(std::uint32_t number, std::string_view body);
   void Flush();
   void DigestPending();
   void FlushObjectStream();
+  std::string WithEncryptedStrings(std::string_view body);
   std::string EncryptionDictionaryText() const;
+  std::uint32_t WriteEncryptionDictionary();
+  std::string TrailerEntries(const FileTrailer& trailer, std::uint32_t encrypt);
+  void WriteTable(const FileTrailer& trailer, std::uint32_t encrypt);
+  void WriteCrossReferenceStream(const FileTrailer& trailer, std::uint32_t encrypt);
   std::string CrossReferenceData(std::uint32_t self, unsigned offset_width) const;
 
   ByteSink* sink_;
   const Security* security_;
+  FileLayout layout_;
+  bool is_pdf_2_;
   std::unique_ptr<Digest> digest_;
   std::unique_ptr<StringEncryptor> string_encryptor_;
   std::unique_ptr<char[]> buffer_;

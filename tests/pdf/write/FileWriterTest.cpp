@@ -4,6 +4,8 @@
 #include "pdf/file/Document.h"
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/Serialize.h"
+#include "support/Readers.h"
+#include "support/TempDir.h"
 
 namespace TarnixTools::pdf {
 namespace {
@@ -14,12 +16,14 @@ struct Written {
   std::uint32_t stream = 0;
 };
 
+const FileFormat kTable = {.layout = FileLayout::kTable, .version = "1.4"};
+
 // A document with a text object, `fillers` more of them and a stream.
-Written Write(const Security* security, int fillers) {
+Written Write(const Security* security, int fillers, const FileFormat& format = {}) {
   StringSink sink;
   Written written;
   {
-    FileWriter writer(sink, security);
+    FileWriter writer(sink, security, format);
     const std::uint32_t catalog = writer.Reserve();
     const std::uint32_t pages = writer.Reserve();
     writer.Reserve();  // never written
@@ -82,8 +86,59 @@ TEST(FileWriter, EncryptsEverything) {
   EXPECT_THROW(Document::Open(std::make_unique<MemorySource>(written.bytes), ""), Error);
 }
 
+TEST(FileWriter, WritesTables) {
+  const Written written = Write(nullptr, 300, kTable);
+  EXPECT_TRUE(written.bytes.starts_with("%PDF-1.4\n"));
+  EXPECT_EQ(written.bytes.find("/ObjStm"), std::string::npos);
+  EXPECT_NE(written.bytes.find("\ntrailer\n<</Size 306/Root 1 0 R/ID["), std::string::npos);
+  EXPECT_NE(written.bytes.find("\nxref\n0 306\n0000000003 65535 f \n"), std::string::npos);
+  ExpectReadable(written, "", 300);
+}
+
+TEST(FileWriter, EncryptsWhatATableLeadsTo) {
+  const Security security = Security::Create("user", "owner", 3900);
+  const Written written = Write(&security, 300, kTable);
+  EXPECT_TRUE(written.bytes.starts_with("%PDF-2.0\n"));
+  EXPECT_EQ(written.bytes.find("some text"), std::string::npos);
+  ExpectReadable(written, "user", 300);
+}
+
+TEST(FileWriter, WritesWhatQpdfReads) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  const testing::TempDir directory;
+  const Security security = Security::Create("user", "owner", 3900);
+  for (const FileFormat& format : {FileFormat(), kTable}) {
+    for (const Security* secret : {static_cast<const Security*>(nullptr), &security}) {
+      const std::string path = directory.Path("written.pdf");
+      testing::WriteBytes(path, Write(secret, 300, format).bytes);
+      EXPECT_EQ(testing::QpdfComplaints(path, secret == nullptr ? "" : "user"), "");
+    }
+  }
+}
+
+TEST(FileWriter, SaysInTheTrailerWhatItIsTold) {
+  for (const FileFormat& format : {FileFormat(), kTable}) {
+    StringSink sink;
+    FileWriter writer(sink, nullptr, format);
+    const std::uint32_t catalog = writer.Reserve();
+    const std::uint32_t info = writer.Reserve();
+    writer.WriteObject(catalog, "<</Type/Catalog/Pages<</Kids[]/Count 0>>>>");
+    writer.WriteObject(info, "<</Title(T)>>");
+    writer.Finish({.catalog = catalog, .info = info, .first_id = "first", .entries = "/Own 17"});
+    const std::string bytes = sink.Take();
+    const auto document = Document::Open(std::make_unique<MemorySource>(bytes), "");
+    EXPECT_EQ(document->trailer().Get("Own").IntegerOr(0), 17);
+    EXPECT_EQ(document->trailer().Get("Info").AsReference().number, info);
+    const auto ids = document->trailer().Get("ID").Items();
+    ASSERT_EQ(ids.size(), 2U);
+    EXPECT_EQ(ids[0].Text(), "first");
+    EXPECT_EQ(ids[1].Text().size(), 16U);
+  }
+}
+
 TEST(FileWriter, WritesTheSameBytesForTheSameInput) {
   EXPECT_EQ(Write(nullptr, 1000).bytes, Write(nullptr, 1000).bytes);
+  EXPECT_EQ(Write(nullptr, 1000, kTable).bytes, Write(nullptr, 1000, kTable).bytes);
 }
 
 TEST(FileWriter, IdentifiesFilesByTheirContent) {
