@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cstring>
+#include <limits>
 #include <utility>
 
 #include <libdeflate.h>
@@ -25,6 +26,7 @@ constexpr std::size_t kMaxMemberText = std::size_t{64} << 10;
 constexpr int kObjectStreamLevel = 1;
 constexpr int kCrossReferenceLevel = 6;
 constexpr std::uint64_t kMaxTableOffset = 9'999'999'999;  // ten digits
+constexpr std::uint64_t kUnknownLength = std::numeric_limits<std::uint64_t>::max();
 
 // An entry of a cross-reference table.
 std::string TableLine(std::uint64_t place, bool is_free, bool is_first) {
@@ -193,6 +195,18 @@ void FileWriter::BeginStream(std::uint32_t number, std::string_view open_diction
   stream_left_ = length;
 }
 
+void FileWriter::BeginStream(std::uint32_t number, std::string_view open_dictionary) {
+  length_number_ = Reserve();
+  PutObjectStart(number);
+  Put(open_dictionary);
+  Put("/Length ");
+  PutNumber(length_number_);
+  Put(" 0 R>>\nstream\n");
+  stream_cipher_ = security_ != nullptr ? security_->Encryptor() : nullptr;
+  stream_start_ = offset_;
+  stream_left_ = kUnknownLength;
+}
+
 void FileWriter::AppendStream(std::string_view bytes) {
   if (bytes.size() > stream_left_) {
     throw Error(ErrorCode::kInternal, "a stream is longer than announced");
@@ -208,7 +222,7 @@ void FileWriter::AppendStream(std::string_view bytes) {
 }
 
 void FileWriter::EndStream() {
-  if (stream_left_ != 0) {
+  if (stream_left_ != 0 && length_number_ == 0) {
     throw Error(ErrorCode::kInternal, "a stream is shorter than announced");
   }
   if (stream_cipher_ != nullptr) {
@@ -217,7 +231,12 @@ void FileWriter::EndStream() {
     Put(encrypted_);
     stream_cipher_.reset();
   }
+  const std::uint64_t length = offset_ - stream_start_;
   Put("\nendstream\nendobj\n");
+  if (length_number_ != 0) {  // in the file itself, where the most simple of readers find it
+    PutObject(std::exchange(length_number_, 0), std::to_string(length));
+    stream_left_ = 0;
+  }
 }
 
 // The sink gets whole buffers: at offsets that are multiples of their size, file systems have the

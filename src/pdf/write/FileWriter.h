@@ -59,6 +59,8 @@ class FileWriter {
   // `length` bytes of data by any number of AppendStream calls, then EndStream. Strings in the
   // dictionary have gone through StreamStrings().
   void BeginStream(std::uint32_t number, std::string_view open_dictionary, std::uint64_t length);
+  // For data whose length shows when it ends: it becomes an object of its own.
+  void BeginStream(std::uint32_t number, std::string_view open_dictionary);
   void AppendStream(std::string_view bytes);
   // The same without a copy on the way: memory, not empty, to be filled by the caller from its
   // start; then CommitStream with the number of bytes that are there. Only where
@@ -123,6 +125,8 @@ class FileWriter {
   std::unique_ptr<Cipher> stream_cipher_;
   std::string encrypted_;
   std::uint64_t stream_left_ = 0;
+  std::uint64_t stream_start_ = 0;   // offset of the data
+  std::uint32_t length_number_ = 0;  // of the object with its length; 0: the dictionary has it
 };
 
 }  // namespace TarnixTools::pdf

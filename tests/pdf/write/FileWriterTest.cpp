@@ -116,6 +116,36 @@ TEST(FileWriter, WritesWhatQpdfReads) {
   }
 }
 
+// A stream of this many bytes, whose length is not said before.
+std::string WithLongStream(std::size_t size, const Security* security) {
+  StringSink sink;
+  FileWriter writer(sink, security);
+  const std::uint32_t number = writer.Reserve();
+  writer.BeginStream(number, "<<");
+  for (std::size_t done = 0; done < size; done += 1000) {
+    writer.AppendStream(std::string(1000, 'x'));
+  }
+  writer.EndStream();
+  const std::uint32_t pages = writer.Reserve();
+  const std::uint32_t catalog = writer.Reserve();
+  writer.WriteObject(pages, "<</Type/Pages/Kids[]/Count 0>>");
+  writer.WriteObject(catalog, "<</Type/Catalog/Pages 3 0 R/Data 1 0 R>>");
+  writer.Finish(catalog, 0);
+  return sink.Take();
+}
+
+TEST(FileWriter, WritesStreamsWhoseLengthShowsAtTheirEnd) {
+  const Security security = Security::Create("", "owner", 3900);
+  for (const Security* secret : {static_cast<const Security*>(nullptr), &security}) {
+    for (const std::size_t size : {0, 1000, 700'000}) {
+      const std::string bytes = WithLongStream(size, secret);
+      const auto document = Document::Open(std::make_unique<MemorySource>(bytes), "");
+      EXPECT_EQ(document->DecodeStream(1)->data, std::string(size, 'x'));
+      EXPECT_EQ(document->findings().count(), 0U);
+    }
+  }
+}
+
 TEST(FileWriter, SaysInTheTrailerWhatItIsTold) {
   for (const FileFormat& format : {FileFormat(), kTable}) {
     StringSink sink;
