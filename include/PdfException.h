@@ -6,6 +6,11 @@
 //     std::cerr << error.what() << " (" << error.GetErrorCode() << ")\n";
 //     return static_cast<int>(error.GetCode());
 //   }
+//
+// Where a header says that something throws InvalidParameter, or another of the codes below, it is
+// always a PdfException with that code. Beside it, what the standard library throws may pass
+// through: std::bad_alloc when there is no memory. A call that throws leaves no half-written file
+// behind.
 #ifndef TARNIX_PDF_EXCEPTION_H_
 #define TARNIX_PDF_EXCEPTION_H_
 
@@ -17,6 +22,9 @@
 namespace TarnixTools {
 
 // What kind of failure it was. Hosts branch on this, never on the message.
+//
+// AllPagesScanned, ConversionTimeout and NoTablesFound belong to conversions to Office formats,
+// which this version does not have: no job throws them yet.
 enum class PdfExceptionCode : std::int32_t {
   PasswordError = 1,     // a document needs a password: none was given, or the one given is wrong
   NoPages = 3,           // no page would be left, or a document has no page at all
@@ -39,11 +47,14 @@ class TARNIX_EXPORT PdfExceptionBase : public std::exception {
   PdfExceptionBase& operator=(const PdfExceptionBase&) noexcept = default;
   ~PdfExceptionBase() override;
 
+  // "Unknown exception", always; the text is static.
   const char* what() const noexcept override;
 };
 
 // A failure: a category, the code of the engine call that failed (0 when no engine was involved)
-// and a message.
+// and a message in English, for people, which later versions may word otherwise. No password and no
+// text of a document is part of it, with one exception: the one for a wrong password of a document
+// to be rendered shows that password.
 //
 // The message is read through a non-const PdfException only: catch it as `PdfException&`. Through
 // std::exception, or through a const reference, what() answers "Unknown exception".
@@ -57,10 +68,11 @@ class TARNIX_EXPORT PdfException : public PdfExceptionBase {
   PdfException(PdfExceptionCode code, std::int32_t error_code, const char* format, ...)
       __attribute__((format(printf, 4, 5)));
 
-  // A message only: GetCode() and GetErrorCode() have no meaning then. The library itself always
+  // A message only: GetCode() is no enumerator and GetErrorCode() 0 then. The library itself always
   // gives a code.
   explicit PdfException(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
+  // Copies have a message of their own; neither copying nor destroying one throws.
   PdfException(const PdfException&) noexcept = default;
   PdfException& operator=(const PdfException&) noexcept = default;
   ~PdfException() override;
@@ -69,8 +81,11 @@ class TARNIX_EXPORT PdfException : public PdfExceptionBase {
   // The formatted message, NUL-terminated; it lives as long as the exception.
   virtual const char* what() noexcept;
 
+  // What a host decides by.
   PdfExceptionCode GetCode() const noexcept { return code_; }
 
+  // The engine's own code, whose meaning depends on the engine: docs/engines.md lists them. 0 when
+  // no engine was involved; seldom of use beyond a line in a log.
   long GetErrorCode() const noexcept { return error_code_; }
 
  private:

@@ -1,10 +1,15 @@
 // What a job kept of its inputs beside the pages themselves, what it renamed and what it dropped;
-// and what it added to the pages.
+// and what it added to the pages. A job that throws nothing may still have had to leave something
+// out: this is where it says so.
 //
 //   task.Execute();
 //   for (const PdfReportEntry& entry : task.GetReport().GetEntries()) {
 //     std::cerr << PdfReport::GetText(entry) << '\n';      // "12 outline items kept"
 //   }
+//
+// What a host may want to show a person is what has been Dropped or Renamed:
+//
+//   if (entry.outcome == PdfReportOutcome::Dropped) { ... entry.reason ... }
 #ifndef TARNIX_PDF_REPORT_H_
 #define TARNIX_PDF_REPORT_H_
 
@@ -16,41 +21,66 @@
 
 namespace TarnixTools {
 
+// What an entry is about. A host had better pass over values that it does not know: later versions
+// may tell of more kinds.
 enum class PdfReportKind : std::int32_t {
+  // An annotation that leads to a page, a file or a web address.
   Link = 0,
+  // Every other annotation: notes, highlights, stamps.
   Annotation = 1,
+  // A place in the document that links know by name.
   NamedDestination = 2,
+  // A bookmark.
   OutlineItem = 3,
+  // A page's number as viewers show it, such as "iv".
   PageLabel = 4,
+  // A field of a form that is filled in, its widgets on the pages included.
   FormField = 5,
+  // A digital signature. It does not hold for a file that has been written anew.
   Signature = 6,
+  // A form in XML (XFA) beside the fields of the document.
   XfaForm = 7,
+  // JavaScript that the document runs when it is opened.
   Script = 8,
+  // Optional content, with what is shown and hidden at first.
   Layer = 9,
+  // A file within the file.
   Attachment = 10,
+  // A tag that tells what the content is: heading, table, figure.
   StructureElement = 11,
+  // A text that runs over several columns and pages, to be followed by a viewer.
   ArticleThread = 12,
+  // A small picture of a page, made by the program that wrote the document.
   Thumbnail = 13,
+  // The printing condition that the document was made for.
   OutputIntent = 14,
+  // How the document is opened: page layout, mode, preferences of the viewer.
   ViewerSetting = 15,
+  // A font, an image or another thing that pages draw with.
   Resource = 16,
   // Of an input: Kept when everything could be read all the same, Dropped when something is lost.
   Damage = 17,
+  // What PdfPageNumberTask puts onto pages: Dropped where it could not be painted.
   PageNumber = 18,
+  // What PdfStampTextTask puts onto pages; a mosaic counts once for each page.
   TextStamp = 19,
+  // What PdfStampImageTask puts onto pages; a mosaic counts once for each page.
   ImageStamp = 20,
+  // A font that was asked for: Replaced when it cannot be used.
   Font = 21,
 };
 
 enum class PdfReportOutcome : std::int32_t {
-  Kept = 0,
-  Renamed = 1,
-  Dropped = 2,
-  Added = 3,
-  Replaced = 4,
+  Kept = 0,      // it is in the output, and does what it did
+  Renamed = 1,   // it is in the output under another name, for its own was taken
+  Dropped = 2,   // it is not in the output
+  Added = 3,     // no input had it: the job put it there
+  Replaced = 4,  // something else is used in its place
 };
 
+// Things of one kind that had the same outcome for the same reason.
 struct PdfReportEntry {
+  // Whether all five are alike.
   bool operator==(const PdfReportEntry&) const = default;
 
   PdfReportKind kind{};
@@ -61,8 +91,8 @@ struct PdfReportEntry {
   std::string reason;  // in a few words; empty where there is nothing to explain
 };
 
-// A plain value. There is one entry for each kind, outcome and reason, whatever the number of
-// inputs and outputs of the job.
+// A plain value, independent of the job that it came from. There is one entry for each kind,
+// outcome and reason, whatever the number of inputs and outputs of the job.
 class TARNIX_EXPORT PdfReport {
  public:
   PdfReport();
@@ -72,25 +102,34 @@ class TARNIX_EXPORT PdfReport {
   PdfReport& operator=(PdfReport&& other) noexcept;
   ~PdfReport();
 
-  // In the order in which they came up.
+  // In the order in which they came up; empty when there is nothing to tell. Valid until the report
+  // is changed or destroyed.
   const std::vector<PdfReportEntry>& GetEntries() const { return entries_; }
 
-  // Counts it to the entry of the same kind, outcome and reason, or appends it.
+  // Counts it to the entry of the same kind, outcome and reason, which keeps its page, or appends
+  // it. Of a report, every entry in its order; a report may be added to itself.
   void Add(const PdfReportEntry& entry);
   void Add(const PdfReport& report);
+
+  // Leaves no entry.
   void Clear();
 
-  // "outline item", "damage", ...; "thing" for a value that is none. The text is static.
+  // In English, singular: "outline item", "damage", ...; "thing" for a value that is none. The text
+  // is static.
   static const char* GetKindName(PdfReportKind kind);
 
-  // "kept", "renamed", "dropped", "added" or "replaced".
+  // In English: "kept", "renamed", "dropped", "added" or "replaced"; "dropped" for a value that is
+  // none. The text is static.
   static const char* GetOutcomeName(PdfReportOutcome outcome);
 
-  // An entry as a line: "12 outline items kept", "1 signature dropped: REASON", "damage: REASON (3
-  // times)".
+  // An entry as a line in English, without a line end and without its page:
+  //   12 outline items kept
+  //   1 signature dropped: REASON
+  //   damage: REASON (3 times)
   static std::string GetText(const PdfReportEntry& entry);
 
  private:
+  // No two with the same kind, outcome and reason.
   std::vector<PdfReportEntry> entries_;
 };
 

@@ -1,4 +1,10 @@
-// The measures of a block of text: its lines, and how high they are in one font at one size.
+// The measures of a block of text: its lines, and how high they are in one font at one size. This
+// is what positions of stamps and page numbers are computed from; a host that only decorates
+// documents has no use for it.
+//
+//   PdfText block("First line\nSecond line", font, 24);   // font: of the document engine
+//   block.GetLinesNum();                                  // 2
+//   block.GetTextHeight();                                // 28.8 more than that of one line
 #ifndef TARNIX_PDF_TEXT_H_
 #define TARNIX_PDF_TEXT_H_
 
@@ -13,7 +19,16 @@ namespace engines {
 struct TPdfFont;
 }  // namespace engines
 
-// Lengths are points. Nothing is drawn, and nothing changes after the construction.
+// A block looks like this:
+//
+//   +-----------------+  top: the ascent above the first baseline
+//   | First line      |
+//   | Second line     |  one leading below the first
+//   +-----------------+  bottom: the descent below the last baseline
+//
+// Lengths are points (1/72 inch). Nothing is drawn, and nothing changes after the construction.
+// Copies are plain values; the font is asked for its measures by the constructor only, and need not
+// live longer than that.
 class TARNIX_EXPORT PdfText {
  public:
   //   text - UTF-8. Line feeds separate the lines: one at the end starts no further line, and two
@@ -30,33 +45,44 @@ class TARNIX_EXPORT PdfText {
   PdfText& operator=(PdfText&& other) noexcept;
   ~PdfText();
 
+  // At least one, without their line feeds, top to bottom; each may be empty. The object's own
+  // list, which a host may change: none of the measures follow.
   std::vector<std::string>& GetTextLines() { return lines_; }
 
+  // At least 1.
   int GetLinesNum() const { return static_cast<int>(lines_.size()); }
 
   // The first line of the greatest length in bytes. How wide it is depends on its characters, too:
   // another line may take more room on the page.
+  // The object's own text: changing it changes none of the measures. Empty for an empty text.
   std::string& GetLongestLine() { return longest_line_; }
 
-  // From the top of the first line's ascent to the bottom of the last line's descent.
+  // From the top of the first line's ascent to the bottom of the last line's descent: one leading
+  // for each further line, and the height of the font.
   double GetTextHeight() const { return text_height_; }
 
+  // From the baseline up to the top of the font's letters, at this size.
   double GetAscent() const { return ascent_; }
 
-  // Negative: below the baseline.
+  // From the baseline down to the bottom of the font's letters, at this size; negative, for it is
+  // below.
   double GetDescent() const { return descent_; }
 
-  // From one baseline to the next.
+  // From one baseline to the next: 1.2 times the size.
   double GetLeading() const { return leading_; }
 
+  // As given.
   double GetFontSize() const { return font_size_; }
 
  private:
+  // Empties everything, as before a construction.
   void SetDefaults();
+
+  // Fills lines_ and longest_line_ from text_.
   void SplitLines();
   void AddLine(const std::string& line);
 
-  std::string text_;
+  std::string text_;  // as given
   std::vector<std::string> lines_;
   engines::TPdfFont* font_ = nullptr;  // not owned
   double font_size_ = 0;
