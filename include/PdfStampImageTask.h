@@ -6,6 +6,12 @@
 //   task.SetHorizontalPosition(PdfTransformHorizontalPos::Right);
 //   task.SetOutputPath("/data/out");
 //   task.Execute();                               // document_after_image_stamp.pdf
+//
+//   PdfStampImageTask paper(report, "on_paper.pdf");
+//   paper.SetInputImage("/data/letterhead.png");
+//   paper.SetPixelsPerPoint(300.0 / 72);          // of 300 pixels per inch
+//   paper.SetLayerPosition(PdfTransformLayerPos::Under);
+//   paper.Execute();                              // on_paper.pdf beside the report
 #ifndef TARNIX_PDF_STAMP_IMAGE_TASK_H_
 #define TARNIX_PDF_STAMP_IMAGE_TASK_H_
 
@@ -16,11 +22,14 @@
 
 namespace TarnixTools {
 
-// The settings of text are kept, and have no effect on an image.
+// The image is in the middle of the page, not turned, 1.33 pixels to a point, unless something else
+// is set; what is not described here is described in PdfDecorationTask. The settings of text are
+// kept, and have no effect on an image.
 class TARNIX_EXPORT PdfStampImageTask : public PdfDecorationTask {
  public:
-  // Targets all pages: throws what TargetAllPages throws. An empty output name keeps the default
-  // one.
+  // The task owns a copy of the document and targets all its pages, for which the document is
+  // opened once: throws what TargetAllPages throws. An empty output name keeps the default one,
+  // "document_after_image_stamp.pdf".
   explicit PdfStampImageTask(const PdfDoc& document);
   PdfStampImageTask(const PdfDoc& document, const std::string& out_name);
 
@@ -30,18 +39,28 @@ class TARNIX_EXPORT PdfStampImageTask : public PdfDecorationTask {
   PdfStampImageTask& operator=(PdfStampImageTask&& other) noexcept;
   ~PdfStampImageTask();
 
+  // Path of the image file, UTF-8; empty at first, which Execute refuses. JPEG, JPEG 2000, PNG,
+  // TIFF, GIF, BMP, PNM or WebP, told by its content; of several pictures it is the first. It is
+  // read by Execute, and stored once in the output however many pages show it.
   std::string& GetInputImage() { return transformation_.GetInputImage(); }
 
   void SetInputImage(const std::string& path) { transformation_.SetInputImage(path); }
 
+  // In percent, from 1 to 100, as at first; beyond that the setter throws InvalidParameter. Kept,
+  // and not applied: the image is painted opaque, but for what the file itself says is transparent.
   int GetOpacity() const { return transformation_.GetOpacity(); }
 
   void SetOpacity(int percent) { transformation_.SetOpacity(percent); }
 
+  // How large the image is: its width and height in pixels, seen upright, are divided by this. 1.33
+  // at first; 1 makes each pixel a point, 300.0 / 72 gives an image of 300 pixels per inch its own
+  // size.
   double GetPixelsPerPoint() const { return transformation_.GetPixelsPerPoint(); }
 
   void SetPixelsPerPoint(double pixels) { transformation_.SetPixelsPerPoint(pixels); }
 
+  // The template and the first number of page numbers, as PdfPageNumberTask has them; of no effect
+  // on an image.
   std::string& GetPageNumberTextTemplate() { return transformation_.GetPageNumberTextTemplate(); }
 
   void SetPageNumberTextTemplate(const std::string& text) {
@@ -52,26 +71,41 @@ class TARNIX_EXPORT PdfStampImageTask : public PdfDecorationTask {
 
   void SetStartingPageNum(int number) { transformation_.SetStartingPageNum(number); }
 
+  // The distance from the left or the right edge of the page, in points, 15 at first. Of no effect
+  // on what is centred.
   int GetMarginX() const { return transformation_.GetMarginX(); }
 
   void SetMarginX(int margin) { transformation_.SetMarginX(margin); }
 
+  // The distance from the top or the bottom edge of the page, in points, 15 at first. Of no effect
+  // on what is in the middle.
   int GetMarginY() const { return transformation_.GetMarginY(); }
 
   void SetMarginY(int margin) { transformation_.SetMarginY(margin); }
 
+  // Whether the stamp is drawn nine times on each page: at the top, in the middle and at the
+  // bottom, each on the left, centred and on the right. Positions and adjustments that were set do
+  // not count then. False at first.
   bool GetMosaic() const { return transformation_.GetMosaic(); }
 
   void SetMosaic(bool mosaic) { transformation_.SetMosaic(mosaic); }
 
+  // Degrees counter-clockwise about the centre of the image, 0 at first.
   double GetRotation() const { return transformation_.GetRotation(); }
 
   void SetRotation(double degrees) { transformation_.SetRotation(degrees); }
 
-  // Writes the copy to the output directory, the document's own when none was set. Throws
-  // InvalidParameter unless there is exactly one document and an image path, FileNotFound when the
-  // image cannot be opened, and what PdfDoc::Transform throws. A mosaic leaves its last position,
-  // and no adjustments, in the settings.
+  // Writes the copy to the output directory, the document's own when none was set. The document
+  // itself is not changed. A mosaic leaves its last position, and no adjustments, in the settings.
+  //
+  // Throws
+  //   InvalidParameter  unless there is exactly one document and an image path, before a file is
+  //                     touched
+  //   FileNotFound      when the image or the document cannot be opened, or the output cannot be
+  //                     created
+  //   PasswordError     when the document's own password is missing or wrong
+  //   EngineError       when the file is no image, the document cannot be read, or the output
+  //                     cannot be written to its end
   void Execute();
 
  private:
