@@ -5,6 +5,11 @@
 //   task.SetOutputPath("/data/out");
 //   task.SetOutPrefix("card");
 //   task.Execute();                              // card.pdf, of two pages
+//
+//   Img2PdfTask single(std::string("/data/scan.tif"));
+//   single.SetMergeAfter(false);
+//   single.Execute();                            // /data/scan.tif.pdf, a page for each picture
+//   single.GetWrittenDocuments().front();
 #ifndef TARNIX_IMG2PDF_TASK_H_
 #define TARNIX_IMG2PDF_TASK_H_
 
@@ -17,12 +22,13 @@
 
 namespace TarnixTools {
 
-// Of pages of a fixed size.
+// Which way up pages of a fixed size are.
 enum class Img2PdfOrientation : std::int32_t {
   Img2PdfPortrait = 0,
   Img2PdfLandscape = 1,  // A4 landscape, whichever size is set
 };
 
+// How large the pages are.
 enum class Img2PdfPageSize : std::int32_t {
   Img2PdfPageFit = 0,     // each page as large as its image
   Img2PdfPageA4 = 1,      // 595 x 842 points
@@ -32,19 +38,25 @@ enum class Img2PdfPageSize : std::int32_t {
 // Clockwise, besides what the image file itself says is needed to see it upright.
 enum class Img2PdfImgRotation : std::int32_t {
   Img2PdfRotNone = 0,
-  Img2PdfRot180 = 1,
-  Img2PdfRot90 = 2,
-  Img2PdfRot270 = 3,
+  Img2PdfRot180 = 1,  // upside down
+  Img2PdfRot90 = 2,   // to the right
+  Img2PdfRot270 = 3,  // to the left
 };
 
+// Nothing of the images is lost: what a PDF document can hold as it is goes into it undecoded, and
+// everything else is stored so that every pixel keeps its value. Every picture of a TIFF file
+// becomes a page; of other files of several pictures it is the first.
 class TARNIX_EXPORT Img2PdfTask : public PdfTask {
  public:
+  // Without images: those of Execute are added first.
   Img2PdfTask();
 
-  // As SetInputImage and SetInputImages; throw what AddInputImage throws.
+  // With the images that SetInputImage and SetInputImages would give the task; throw what
+  // AddInputImage throws.
   explicit Img2PdfTask(const std::string& image_path);
   explicit Img2PdfTask(const std::list<std::string>& image_paths);
 
+  // A copy has images and options of its own, and knows the documents of earlier runs, too.
   Img2PdfTask(const Img2PdfTask& other);
   Img2PdfTask(Img2PdfTask&& other) noexcept;
   Img2PdfTask& operator=(const Img2PdfTask& other);
@@ -57,23 +69,30 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   // path is compared as it is given, letter by letter, with those stored.
   void AddInputImage(const std::string& path);
 
-  // The task then holds this image only.
+  // The task then holds this image only. Throws what AddInputImage throws, and the task then holds
+  // none.
   void SetInputImage(const std::string& path);
 
   // The task then holds these images; the first that cannot be added ends it, with those before it
   // in the task.
   void SetInputImages(const std::list<std::string>& paths);
 
+  // The task's own list, which the host may change; nothing that is put into it is looked at before
+  // Execute.
   std::list<std::string>& GetInputImages() { return input_images_; }
 
+  // How many images the task holds.
   int GetImagesNum() const;
 
-  // Img2PdfPageFit at first. On a fixed size, images are centred and enlarged or reduced to fit.
+  // Img2PdfPageFit at first: a page is as large as its image is at the resolution that the file
+  // names, or at 96 pixels per inch where it names none. On a fixed size, images are centred and
+  // enlarged or reduced to fit, their proportions kept.
   void SetPageSize(Img2PdfPageSize page_size) { page_size_ = page_size; }
 
   Img2PdfPageSize GetPageSize() const { return page_size_; }
 
-  // Img2PdfPortrait at first; of no effect with Img2PdfPageFit.
+  // Img2PdfPortrait at first; of no effect with Img2PdfPageFit, where a page is as wide and as high
+  // as its image.
   void SetOrientation(Img2PdfOrientation orientation) { orientation_ = orientation; }
 
   Img2PdfOrientation GetOrientation() const { return orientation_; }
@@ -91,22 +110,28 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
 
   bool GetMakeUpright() const { return make_upright_; }
 
-  // Points on all four sides of each image, 0 at first.
+  // Points (1/72 inch) on all four sides of each image, 0 at first. With Img2PdfPageFit pages
+  // become larger by it, on a fixed size images become smaller. Looked at by Execute.
   void SetMargin(float margin) { margin_ = margin; }
 
   float GetMargin() const { return margin_; }
 
-  // Whether the documents of the single images are joined into one and deleted; true at first.
+  // Whether the documents of the single images are joined into one and deleted; true at first. When
+  // false, one document for each image stays.
   void SetMergeAfter(bool merge_after) { merge_after_ = merge_after; }
 
   // The joined file's name is the prefix + ".pdf", "_merged_images.pdf" at first, unless it has a
-  // name of its own. An empty prefix is ignored; an empty name goes back to the prefix.
+  // name of its own. An empty prefix is ignored. Of no effect when nothing is joined.
   void SetOutPrefix(const std::string& prefix);
 
+  // As it was set; empty at first, which stands for "_merged_images".
   std::string& GetOutPrefix() { return out_prefix_; }
 
+  // The joined file's name, put behind the output directory as it stands: no extension is added. An
+  // empty one goes back to the name made of the prefix.
   void SetOutPdfName(const std::string& name);
 
+  // As it was set; empty, as at first, for the name made of the prefix.
   std::string& GetOutPdfName() { return out_pdf_name_; }
 
   // Converts each image to a document: the image's path + ".pdf" when no output directory was set,
@@ -115,19 +140,28 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   // and deleted, a file that is not the task's. Then joins them, in the output directory or the
   // first document's, and deletes them. With an output password all of them are encrypted.
   //
-  // Throws InvalidParameter without images, EngineError for an image that cannot be converted, and
-  // what PdfDoc::Merge and PdfDoc::Delete throw. Documents that were complete by then stay. A task
-  // keeps its documents: executed once more, it joins those of the earlier run too.
+  // Throws
+  //   InvalidParameter  without images
+  //   FileNotFound      for an empty path among the images, when the joined document cannot be
+  //                     created, or one of the single ones not be deleted
+  //   EngineError       for an image that cannot be converted, and for a document that cannot be
+  //                     created or not be written to its end
+  // Documents that were complete by then stay. A task keeps its documents: executed once more, it
+  // joins those of the earlier run too.
   void Execute();
 
   // What the last Execute has written and left there, as full paths: the joined document, or one
-  // for each image.
+  // for each image. After a failure, the documents that were complete by then. Valid until the next
+  // Execute.
   const std::list<std::string>& GetWrittenDocuments() const { return written_documents_; }
 
  private:
   void SetDefaults();
+  // Writes a document for each image; those that were complete before a failure are noted.
   void ConvertImages();
   void ConvertImg2Pdf(const std::string& image_path, const std::string& document_path);
+
+  // Where an image's document goes, unless another image of the run has that path already.
   std::string DocumentPath(const std::string& image_path) const;
   std::string MergedPath() const;
 
@@ -136,6 +170,8 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   Img2PdfImgRotation image_rotation_;
   std::int32_t engine_orientation_;  // value of the Orientation tag
   std::list<std::string> input_images_;
+
+  // The documents of single images, of earlier runs too, and what the last run has left.
   std::list<PdfDoc> converted_docs_;
   std::list<std::string> written_documents_;
   std::string out_prefix_;

@@ -21,6 +21,7 @@
 
 namespace TarnixTools {
 
+// What the images are made of.
 enum Pdf2ImgMode : std::uint32_t {
   Pdf2ImgRenderPages = 0,    // one image of each page
   Pdf2ImgExtractImages = 1,  // every image that is drawn on the pages
@@ -28,17 +29,22 @@ enum Pdf2ImgMode : std::uint32_t {
 
 // The unit of the size of rendered images.
 enum Pdf2ImgSizeUnits : std::uint32_t {
-  Pdf2ImgPixels = 0,
-  Pdf2ImgPageUnits = 1,  // points, 1/72 inch
+  Pdf2ImgPixels = 0,     // whatever the resolution is
+  Pdf2ImgPageUnits = 1,  // points, 1/72 inch: the resolution makes pixels of them
 };
 
+// Rendered images are JPEG files of the best quality, the page on white as it is printed. Extracted
+// ones are JPEG files, too: one that is stored as such is taken out byte for byte where nothing has
+// to be changed, others are encoded anew. Rendering needs PDFium, which is loaded on first use.
 class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
  public:
+  // The task owns copies of the documents; none is opened before Execute, each then with its own
+  // password.
   Pdf2ImgTask();
   explicit Pdf2ImgTask(const PdfDoc& document);
   explicit Pdf2ImgTask(const std::list<PdfDoc>& documents);
 
-  // Throws as SetMode does.
+  //   mode - throws InvalidParameter for a value that is no mode.
   Pdf2ImgTask(const std::list<PdfDoc>& documents, Pdf2ImgMode mode);
 
   Pdf2ImgTask(const Pdf2ImgTask& other);
@@ -53,31 +59,37 @@ class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
   Pdf2ImgMode GetMode() const { return mode_; }
 
   // Resolution of rendered images in pixels per inch; 100 at first. Looked at by Execute: from 0.5
-  // to 65535.
+  // to 65535. It also decides how large an image is, unless a size in pixels was set: at 72 a point
+  // is a pixel. Of no effect on extracted images.
   void SetDpi(float dpi) { dpi_ = dpi; }
 
   float GetDpi() const { return dpi_; }
 
   // Rendered images are named [PREFIX-][NAME-]page-NNNN.jpg, with the document's name. There is no
-  // prefix at first, and an empty one is ignored.
+  // prefix at first, and an empty one is ignored. Of no effect on extracted images.
   void SetImgPrefix(const std::string& prefix);
 
   std::string& GetImgPrefix() { return img_prefix_; }
 
-  // Whether the document's name is part of those names, as it is at first. Without it, documents
-  // overwrite each other's pages.
+  // Whether the document's name (without directory and extension) is part of those names, as it is
+  // at first. Without it, documents overwrite each other's pages; with it, those that have one name
+  // in different directories do.
   void SetDocNameInImg(bool in_name) { doc_name_in_img_ = in_name; }
 
+  // What the numbers of SetOutImgSize are: pixels, at first, or points. Looked at by Execute, and
+  // only when a size was set.
   void SetImgSizeUnits(Pdf2ImgSizeUnits units) { img_size_units_ = units; }
 
   Pdf2ImgSizeUnits GetImgSizeUnits() const { return img_size_units_; }
 
   // The size of rendered images, into which pages are scaled to fit, their proportions kept;
-  // without it an image has its page's size. Looked at by Execute.
+  // without it an image has its page's size. Both numbers must be above 0, which Execute looks at.
+  // What was set cannot be taken back.
   void SetOutImgSize(int width, int height);
 
   // One-based numbers of the pages to render or to look for images on; empty, as at first, means
-  // all. Pages that a document lacks are passed over.
+  // all. Pages that a document lacks are passed over, and so is the order of the list: images come
+  // in the order of the pages, each once.
   void SetPagesToExport(const std::list<int>& pages) { pages_to_export_ = pages; }
 
   // Writes the images to the output directory, or beside the first document when none was set.
@@ -98,16 +110,19 @@ class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
   //   std::length_error for the image of page 10,000 and later: names have four digits (rendering)
   void Execute();
 
-  // The paths of the images that the last Execute has written, in order; one that was written twice
-  // is there twice.
+  // The paths of the images that the last Execute has written, also before it threw, in order; one
+  // that was written twice is there twice. Valid until the next Execute.
   const std::list<std::string>& GetImages() const { return images_; }
 
  private:
+  // What each mode does to one document.
   class Rendering;
   class Extraction;
 
   void SetDefaults();
   void ConvertPages2Img();
+
+  // The path of a page's image. Throws std::length_error for a number of more than four digits.
   std::string GetNextImgName(const std::string& doc_name, int page_number) const;
   bool IsPageExported(int page_number) const;
   void ExtractImages();
@@ -116,9 +131,10 @@ class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
   std::string img_prefix_;
   bool doc_name_in_img_ = true;
   std::list<int> pages_to_export_;
-  float dpi_ = 0;
+  float dpi_ = 0;  // pixels per inch
   Pdf2ImgSizeUnits img_size_units_{};
   bool out_img_size_set_ = false;
+  // In img_size_units_; of no meaning unless a size was set.
   std::int32_t out_img_width_ = 0;
   std::int32_t out_img_height_ = 0;
   std::list<std::string> images_;

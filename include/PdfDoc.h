@@ -65,6 +65,18 @@ enum class PdfSizeUnits : std::int32_t {
   Points = 4,
 };
 
+// What there is to do:
+//
+//   questions               HasPassword, IsValidPassword, IsEncrypted, GetPagesNum, GetPageSize,
+//                           GetPageSizes, GetMetaData, IsValidRange
+//   one file of several     Merge; Create and Append
+//   several files of one    Split
+//   a copy that is changed  Rotate, SetMetaData, Lock, UnLock, Transform
+//   no file any more        Delete
+//
+// The object itself is small: a path, a password, ranges and a report. It knows nothing of what is
+// in the file but the page count, so that a file that is changed by others between two operations
+// is simply read as it is then.
 class TARNIX_EXPORT PdfDoc {
  public:
   // What a page copy brings along: links, annotations, form fields and outline items.
@@ -92,6 +104,7 @@ class TARNIX_EXPORT PdfDoc {
   // nothing is written.
   ~PdfDoc();
 
+  // As it was given, slashes turned into backslashes; empty when none was.
   const std::string& GetPath() const { return path_; }
 
   // The part of the path after the last backslash: all of it, or without its extension (what
@@ -101,6 +114,7 @@ class TARNIX_EXPORT PdfDoc {
   // The path up to and including the last backslash; empty when there is none.
   const std::string& GetDocDirectory() const { return directory_; }
 
+  // As it was given, or empty after Create without encryption. Kept in memory as plain text.
   const std::string& GetPassword() const { return password_; }
 
   // The engine's code of the last open or create that failed; 0 when none did. A later success does
@@ -111,7 +125,9 @@ class TARNIX_EXPORT PdfDoc {
   // one, that of the files that were completed before.
   const PdfReport& GetReport() const { return report_; }
 
-  // Both do nothing while the file is open.
+  // Both do nothing while the file is open, which it is between Create and Append. Neither looks at
+  // the file. After a wrong password, an object stays refused also when it is given the right one:
+  // a new object is needed.
   void SetPath(const std::string& path);
   void SetPassword(const std::string& password);
 
@@ -128,17 +144,20 @@ class TARNIX_EXPORT PdfDoc {
   static void Delete(PdfDoc& doc);
 
   // True when the file cannot be opened without a password, false too when it cannot be opened for
-  // another reason.
+  // another reason. Throws FileNotFound for a file that is not there or not readable and
+  // InvalidParameter for an empty path; so does IsValidPassword.
   static bool HasPassword(const std::string& path);
 
   // True when the file can be opened with this password: as user or as owner password, or because
-  // it needs none.
+  // it needs none. False for a file that cannot be opened for another reason than its password,
+  // too.
   static bool IsValidPassword(const std::string& path, const std::string& password);
 
   // True when the file is encrypted, whatever its passwords are: also when it opens without one, or
   // cannot be opened with this document's.
   bool IsEncrypted();
 
+  // The number of pages, counted anew by every call; 0 for a document without any.
   int GetPagesNum();
 
   // The visible size of a page, its rotation taken into account.
@@ -166,17 +185,19 @@ class TARNIX_EXPORT PdfDoc {
   void SetMetaData(const std::vector<std::string>& values, const std::string& output_path,
                    const std::string& password);
 
-  // The ranges that a host keeps with the document. Nothing is checked.
+  // The ranges that a host keeps with the document: no operation looks at them, and nothing is
+  // checked.
   void AddRange(const PdfPageRange& range);
   void ClearRanges();
   int GetRangesNum() const;
 
-  // True when the document has all pages of the range.
+  // True when the document has all pages of the range. The file is opened for that: throws what
+  // GetPagesNum throws.
   bool IsValidRange(const PdfPageRange& range);
 
   // Appends all pages of the listed documents, each opened with its own password, to this one,
   // which was made by Create; then closes it, which writes the file. When it throws, nothing is
-  // written.
+  // written. Throws InvalidParameter for a document that is this one, opened.
   void Append(const std::list<PdfDoc>& documents);
   void Append(const PdfDoc& document);
 
@@ -187,7 +208,8 @@ class TARNIX_EXPORT PdfDoc {
   static void Merge(const std::list<PdfDoc>& documents, const std::string& output_path,
                     const std::string& password, PdfReport* report = nullptr);
 
-  // Writes a copy with every page turned by the angle.
+  // Writes a copy with every page turned by the angle, clockwise, on top of what it is turned by
+  // already. Throws EngineError for an angle that is no multiple of 90 degrees.
   //   password - protects the output; empty for none.
   void Rotate(PdfRotationAngle angle, const std::string& output_path, const std::string& password);
 
@@ -232,8 +254,8 @@ class TARNIX_EXPORT PdfDoc {
   void Split(int size, const std::string& output_dir, const std::string& prefix,
              const std::string& password);
 
-  // The UTF-16 units of a UTF-8 text, which ends at its first NUL. Malformed sequences become
-  // U+FFFD.
+  // The UTF-16 units of a UTF-8 text, one in each wchar_t; the text ends at its first NUL.
+  // Malformed sequences become U+FFFD. Throws nothing but std::bad_alloc.
   static std::wstring Utf8ToWs(const std::string& text);
 
  private:
@@ -260,12 +282,19 @@ class TARNIX_EXPORT PdfDoc {
   };
 
   bool IsOpen() const;
+
+  // The engine's document while the file is open, null otherwise. It belongs to open_.
   engines::TPdfDocument* Document() const;
 
   // Opens the file for reading, unless it is open. What the engine refuses is no exception: it
   // leaves the document closed and the code in last_error_.
   void Open();
+
+  // Opens as Open does, then throws PasswordError when this opening or an earlier one was refused
+  // for its password.
   void OpenCheckPassword();
+
+  // Opens, and throws for every reason that the document cannot be read; sets pages_num_.
   void OpenAndCountPages();
   void RequirePasswordAccepted();
   void RequireOpened() const;
@@ -280,11 +309,15 @@ class TARNIX_EXPORT PdfDoc {
   static bool IsValidRange(const PdfPageRange& range, int pages_num);
   void RequireRange(const PdfPageRange& range) const;
 
+  // A created document, to be filled and then given to Complete.
   static PdfDoc CreateOutput(const std::string& output_path, const std::string& password,
                              bool encrypt);
   void AppendDocuments(const std::list<PdfDoc>& documents);
   void CopyAllTo(PdfDoc output, PdfRotationAngle angle);
   void Complete(PdfDoc& output);
+
+  // One file of a split: the pages with the zero-based indices from first up to but not including
+  // last.
   void WritePiece(const std::string& output_path, const std::string& password, int first, int last);
   void WriteMerged(const std::vector<PdfPageRange>& ranges, const std::string& output_path,
                    const std::string& password);

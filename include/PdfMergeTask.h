@@ -4,6 +4,7 @@
 //   task.SetOutDocName("all.pdf");
 //   task.Execute();
 //   std::cout << task.GetMergedDocPath();
+//   for (const PdfReportEntry& entry : task.GetReport().GetEntries()) { ... }   // what came along
 #ifndef TARNIX_PDF_MERGE_TASK_H_
 #define TARNIX_PDF_MERGE_TASK_H_
 
@@ -16,8 +17,13 @@
 
 namespace TarnixTools {
 
+// What belongs to the pages comes along: bookmarks, links between them, forms that stay fillable,
+// with fields and destinations renamed where two documents use one name. GetReport() tells what was
+// kept, renamed and dropped.
 class TARNIX_EXPORT PdfMergeTask : public PdfTask {
  public:
+  // The task owns copies of the documents; none is opened before Execute, each then with its own
+  // password. Of one document alone, a second is to be added by AddPdfDoc.
   PdfMergeTask();
   explicit PdfMergeTask(const PdfDoc& document);
   explicit PdfMergeTask(const std::list<PdfDoc>& documents);
@@ -28,9 +34,11 @@ class TARNIX_EXPORT PdfMergeTask : public PdfTask {
   PdfMergeTask& operator=(PdfMergeTask&& other) noexcept;
   ~PdfMergeTask();
 
-  // The output's file name, "merged_doc.pdf" at first. An empty name is ignored.
+  // The output's file name, "merged_doc.pdf" at first; no extension is added. An empty name is
+  // ignored.
   void SetOutDocName(const std::string& name);
 
+  // As it was set. The task's own text: what a host puts into it directly is taken as it stands.
   std::string& GetOutDocName() { return out_doc_name_; }
 
   // Where the last Execute wrote to; after a failed one, where it was to write. Empty before the
@@ -38,14 +46,23 @@ class TARNIX_EXPORT PdfMergeTask : public PdfTask {
   std::string& GetMergedDocPath() { return merged_doc_path_; }
 
   // Writes all documents, in their order, to the output name in the output directory, which is the
-  // first document's when none was set. Throws InvalidParameter for fewer than two documents,
-  // FileNotFound for an output directory that does not exist (both before a file is touched), and
-  // what PdfDoc::Merge throws.
+  // first document's when none was set. A document may be in the task twice; one of them may also
+  // be the file that is written, which is replaced when all is done. With an output password the
+  // output is encrypted, whatever the documents are.
+  //
+  // Throws
+  //   InvalidParameter  for fewer than two documents, before a file is touched
+  //   FileNotFound      for an output directory that does not exist, before a file is touched; when
+  //                     a document cannot be opened or the output cannot be created
+  //   PasswordError     when a document's own password is missing or wrong
+  //   EngineError       when a document cannot be read or the output not be written to its end
+  // Nothing is written then, not even the documents before the one that failed.
   void Execute();
 
  private:
   void SetDefaults();
   void RequireDocuments();
+  // Makes sure of an output directory that exists.
   void ResolveOutputPath();
 
   std::string out_doc_name_;

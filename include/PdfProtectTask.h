@@ -3,6 +3,9 @@
 //   PdfProtectTask task(report, "secret");       // of report.pdf
 //   task.SetOutputPath("/data/out");
 //   task.Execute();                              // locked_report.pdf
+//
+//   report.SetPassword("old");                   // of one that is protected already:
+//   PdfProtectTask change(report, "new");        // the copy has the new password only
 #ifndef TARNIX_PDF_PROTECT_TASK_H_
 #define TARNIX_PDF_PROTECT_TASK_H_
 
@@ -14,8 +17,14 @@
 
 namespace TarnixTools {
 
+// Encryption is that of PDF 2.0 (ISO 32000-2, 7.6: AES with 256 bits). The one password is both the
+// user's and the owner's: whoever knows it may do everything with the document, and whoever does
+// not cannot open it.
 class TARNIX_EXPORT PdfProtectTask : public PdfTask {
  public:
+  // The task owns a copy of the document, which is not opened before Execute. One that is encrypted
+  // already is opened with its own password, PdfDoc::SetPassword.
+  //   password - as SetPassword; empty when it is left out.
   explicit PdfProtectTask(const PdfDoc& document);
   PdfProtectTask(const PdfDoc& document, const std::string& password);
 
@@ -25,29 +34,40 @@ class TARNIX_EXPORT PdfProtectTask : public PdfTask {
   PdfProtectTask& operator=(PdfProtectTask&& other) noexcept;
   ~PdfProtectTask();
 
-  // The password to put on the output, UTF-8. The output password of PdfTask is not used.
+  // The password to put on the output, UTF-8; must not be empty when Execute is called. Bytes
+  // beyond the 127th, after preparation (ISO 32000-2, 7.6.4), do not count. The output password
+  // of PdfTask is not used.
   void SetPassword(const std::string& password);
 
+  // As it was set. Kept in memory as plain text.
   std::string& GetPassword() { return password_; }
 
   // The output's file name is prefix + "_" + the document's name + ".pdf", unless it has a name of
-  // its own. The prefix is "locked" at first and an empty one is ignored; an empty name goes back
-  // to the prefix.
+  // its own. The prefix is "locked" at first, and an empty one is ignored.
   void SetOutPrefix(const std::string& prefix);
 
   std::string& GetOutPrefix() { return out_prefix_; }
 
+  // A file name to be put behind the output directory as it stands: no extension is added. An empty
+  // one goes back to the name made of the prefix.
   void SetOutPdfName(const std::string& name);
 
   std::string& GetOutPdfName() { return out_pdf_name_; }
 
   // Writes the encrypted copy to the output directory, or to the current directory when none was
-  // set. Throws InvalidParameter unless there is exactly one document, PasswordError without a
-  // password, and what PdfDoc::Lock throws.
+  // set. The document itself is not changed; the copy takes the place of a file that has its name.
+  //
+  // Throws
+  //   InvalidParameter  unless there is exactly one document; no file is touched before
+  //   PasswordError     without a password to put on the output, before a file is touched; and when
+  //                     the document's own password is missing or wrong
+  //   FileNotFound      when the document cannot be opened or the output cannot be created
+  //   EngineError       when the document cannot be read or the output not be written to its end
   void Execute();
 
  private:
   void SetDefaults();
+  // The full path of the output.
   std::string OutputFile() const;
 
   std::string out_prefix_;

@@ -4,6 +4,8 @@
 //   task.SetRotationAngle(PdfRotationAngle::Rotate90);
 //   task.SetOutputPath("/data/out");
 //   task.Execute();                              // rotated_file.pdf
+//
+// It turns all pages or none: to turn some of them, split the document, turn a part and merge.
 #ifndef TARNIX_PDF_ROTATE_TASK_H_
 #define TARNIX_PDF_ROTATE_TASK_H_
 
@@ -15,8 +17,10 @@
 
 namespace TarnixTools {
 
+// Pages are turned by an entry of theirs that viewers obey; what is drawn on them is not touched.
 class TARNIX_EXPORT PdfRotateTask : public PdfTask {
  public:
+  // The task owns a copy of the document, which is not opened before Execute.
   PdfRotateTask();
   explicit PdfRotateTask(const PdfDoc& document);
 
@@ -26,25 +30,36 @@ class TARNIX_EXPORT PdfRotateTask : public PdfTask {
   PdfRotateTask& operator=(PdfRotateTask&& other) noexcept;
   ~PdfRotateTask();
 
-  // The task then holds exactly this document.
+  // The task then holds a copy of exactly this document, whatever it held before.
   void SetInputDoc(const PdfDoc& document);
 
-  // Clockwise, Rotate0 at first. Checked by Execute, not here.
+  // Clockwise, and on top of what a page is turned by already; Rotate0 at first, which leaves the
+  // pages as they are seen. Checked by Execute, not here.
   void SetRotationAngle(PdfRotationAngle angle);
 
   PdfRotationAngle GetRotationAngle() const { return rotation_angle_; }
 
-  // The output's file name, "rotated_file.pdf" at first. An empty name is ignored.
+  // The output's file name, "rotated_file.pdf" at first; no extension is added. An empty name is
+  // ignored.
   void SetOutName(const std::string& name);
 
+  // As it was set. The task's own text: what a host puts into it directly is taken as it stands.
   std::string& GetOutName() { return out_name_; }
 
   // Writes the turned copy to the output name in the output directory, or in the current directory
-  // when none was set. Throws InvalidParameter unless there is exactly one document and for an
-  // angle that is none of the four, and what PdfDoc::Rotate throws.
+  // when none was set. The document itself is not changed; the copy takes the place of a file that
+  // has its name. With an output password it is encrypted.
+  //
+  // Throws
+  //   InvalidParameter  unless there is exactly one document, and for an angle that is none of the
+  //                     four; no file is touched before
+  //   FileNotFound      when the document cannot be opened or the output cannot be created
+  //   PasswordError     when the document's own password is missing or wrong
+  //   EngineError       when the document cannot be read or the output not be written to its end
   void Execute();
 
  private:
+  // What the comments above call "at first".
   void SetDefaults();
 
   PdfRotationAngle rotation_angle_ = PdfRotationAngle::Rotate0;

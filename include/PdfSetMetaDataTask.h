@@ -4,6 +4,11 @@
 //   task.SetMetaParam(PdfMetadataParam::Author, "Ada Lovelace");
 //   task.SetOutputPath("/data/out");
 //   task.Execute();                              // document_with_meta_params_set.pdf
+//
+//   PdfSetMetaDataTask clean(document);
+//   clean.SetAllowEmptyMetaValues(true);         // every value is empty
+//   clean.SetOutName("clean.pdf");
+//   clean.Execute();                             // beside the document
 #ifndef TARNIX_PDF_SET_META_DATA_TASK_H_
 #define TARNIX_PDF_SET_META_DATA_TASK_H_
 
@@ -16,8 +21,11 @@
 
 namespace TarnixTools {
 
+// The new information takes the place of the old one as a whole: a host that wants to change one
+// value reads the others from the document (PdfDoc::GetMetaData) and sets them, too.
 class TARNIX_EXPORT PdfSetMetaDataTask : public PdfTask {
  public:
+  // The task owns a copy of the document, which is not opened before Execute.
   PdfSetMetaDataTask();
   explicit PdfSetMetaDataTask(const PdfDoc& document);
 
@@ -27,34 +35,46 @@ class TARNIX_EXPORT PdfSetMetaDataTask : public PdfTask {
   PdfSetMetaDataTask& operator=(PdfSetMetaDataTask&& other) noexcept;
   ~PdfSetMetaDataTask();
 
-  // The task then holds exactly this document.
+  // The task then holds a copy of exactly this document, whatever it held before.
   void SetInputDoc(const PdfDoc& document);
 
-  // The values to write in UTF-8, all empty at first. Both throw InvalidParameter for a value that
-  // is no PdfMetadataParam.
+  // The values to write in UTF-8, all empty at first; nothing of the document's own is read. The
+  // reference is to the task's own text, which a host may change. Both throw InvalidParameter for a
+  // value that is no PdfMetadataParam.
   void SetMetaParam(PdfMetadataParam param, const std::string& value);
   std::string& GetMetaParam(PdfMetadataParam param);
 
-  // Empties all values.
+  // Empties all values, so that they are as in a task that was just made.
   void ResetMetaParam();
 
-  // Whether Execute may write four empty values; false at first.
+  // Whether Execute may write four empty values, so that a document loses its information; false at
+  // first, which makes that an error.
   void SetAllowEmptyMetaValues(bool allow);
 
   bool GetAllowEmptyMetaValues() const { return allow_empty_meta_values_; }
 
-  // The output's file name, "document_with_meta_params_set.pdf" at first. An empty name is ignored.
+  // The output's file name, "document_with_meta_params_set.pdf" at first; no extension is added. An
+  // empty name is ignored.
   void SetOutName(const std::string& name);
 
+  // As it was set. The task's own text: what a host puts into it directly is taken as it stands.
   std::string& GetOutName() { return out_name_; }
 
   // Writes the copy, with all four values, to the output name in the output directory, which is the
-  // document's own when none was set. Throws InvalidParameter unless there is exactly one document
-  // and when all values are empty but must not be, and what PdfDoc::SetMetaData throws.
+  // document's own when none was set. The document itself is not changed; the copy takes the place
+  // of a file that has its name. With an output password it is encrypted.
+  //
+  // Throws
+  //   InvalidParameter  unless there is exactly one document, and when all values are empty but
+  //                     must not be; no file is touched before
+  //   FileNotFound      when the document cannot be opened or the output cannot be created
+  //   PasswordError     when the document's own password is missing or wrong
+  //   EngineError       when the document cannot be read or the output not be written to its end
   void Execute();
 
  private:
   void SetDefaults();
+  // Whether one of the values is not empty.
   bool HasMetaParameters() const;
 
   std::string out_name_;

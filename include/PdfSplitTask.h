@@ -5,6 +5,11 @@
 //   task.AddSplitRange(PdfPageRange(1, 3));
 //   task.AddSplitRange(PdfPageRange(5, 5));
 //   task.Execute();                              // NAME-1-3.pdf and NAME-5.pdf
+//
+//   PdfSplitTask pieces(document);
+//   pieces.SetFixedSplitInterval(10);
+//   pieces.SetOutputPath("/data/parts");
+//   pieces.Execute();                            // NAME-001.pdf, NAME-002.pdf, ... of ten pages
 #ifndef TARNIX_PDF_SPLIT_TASK_H_
 #define TARNIX_PDF_SPLIT_TASK_H_
 
@@ -18,13 +23,17 @@
 
 namespace TarnixTools {
 
+// How the pieces are chosen.
 enum class PdfSplitMode : std::int32_t {
   Ranges = 0,         // the ranges added to the task
   FixedInterval = 1,  // pieces of a fixed number of pages
 };
 
+// Every piece is a complete document with what belongs to its pages: bookmarks, links, form fields
+// that lead to other pieces are left out, which GetReport() tells.
 class TARNIX_EXPORT PdfSplitTask : public PdfTask {
  public:
+  // The task owns a copy of the document, which is not opened before Execute.
   PdfSplitTask();
   explicit PdfSplitTask(const PdfDoc& document);
 
@@ -34,17 +43,21 @@ class TARNIX_EXPORT PdfSplitTask : public PdfTask {
   PdfSplitTask& operator=(PdfSplitTask&& other) noexcept;
   ~PdfSplitTask();
 
-  // FixedInterval at first. Options are checked by Execute, not here.
+  // FixedInterval at first. Options are checked by Execute, not here: a value that is no mode is
+  // taken, and refused there.
   void SetSplitMode(PdfSplitMode mode);
 
   PdfSplitMode GetSplitMode() const { return split_mode_; }
 
-  // Pages per piece of FixedInterval, 1 at first.
+  // Pages per piece of FixedInterval, 1 at first; the last piece may have fewer. Execute refuses
+  // what is below 1 or above the page count. Not looked at for Ranges.
   void SetFixedSplitInterval(int interval);
 
   int GetFixedSplitInterval() const { return fixed_split_interval_; }
 
-  // Whether Ranges writes one file of all ranges instead of one each; false at first.
+  // Whether Ranges writes one file of all ranges, one after the other, instead of one file each; it
+  // is called after the document, NAME_split-merge_.pdf. False at first; not looked at for
+  // FixedInterval.
   void SetMergeAfter(bool merge_after);
 
   bool GetMergeAfter() const { return merge_after_; }
@@ -55,17 +68,31 @@ class TARNIX_EXPORT PdfSplitTask : public PdfTask {
 
   std::string& GetOutPrefix() { return out_prefix_; }
 
-  // The ranges of Ranges, in the order added; they may overlap.
+  // The ranges of Ranges, in the order added; they may overlap. Whether the document has them is
+  // looked at by Execute.
   void AddSplitRange(const PdfPageRange& range);
+
+  // Forgets all ranges that were added.
   void ClearSplitRanges();
 
   // Writes the pieces to the output directory, which is the document's own when none was set; the
-  // names are those of PdfDoc::Split. Throws InvalidParameter unless there is exactly one document,
-  // for an unknown mode and for Ranges without a range, and what PdfDoc::Split throws.
+  // names are those of PdfDoc::Split. The document itself is not changed; pieces take the place of
+  // files that have their names. With an output password all of them are encrypted.
+  //
+  // Throws
+  //   InvalidParameter  unless there is exactly one document, for an unknown mode and for Ranges
+  //                     without a range, before a file is touched; for a range that the document
+  //                     lacks and for an interval that is below 1 or above the page count
+  //   FileNotFound      when the document cannot be opened or a piece cannot be created
+  //   PasswordError     when the document's own password is missing or wrong
+  //   EngineError       when the document cannot be read or a piece not be written to its end
+  // Pieces that were written before stay.
   void Execute();
 
  private:
   void SetDefaults();
+
+  // One for each mode; what they throw is what Execute throws.
   void SplitRanges();
   void SplitFixedRange();
 

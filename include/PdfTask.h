@@ -26,61 +26,75 @@ namespace TarnixTools {
 // A value class without virtual members: call Execute on the job's own type.
 class TARNIX_EXPORT PdfTask {
  public:
+  // Without documents and without an output path.
   PdfTask();
 
   // The task owns copies of the documents, in their order: later changes to the host's do not reach
-  // it. An output path is stored as SetOutputPath does.
+  // it. No document is opened here. An output path is stored as SetOutputPath does.
   explicit PdfTask(const PdfDoc& document);
   PdfTask(const PdfDoc& document, const std::string& output_path);
   explicit PdfTask(const std::list<PdfDoc>& documents);
   PdfTask(const std::list<PdfDoc>& documents, const std::string& output_path);
 
-  // Moving leaves the source without documents, path and password.
+  // A copy has documents, options and report of its own. Moving leaves the source without
+  // documents, path and password.
   PdfTask(const PdfTask& other);
   PdfTask(PdfTask&& other) noexcept;
   PdfTask& operator=(const PdfTask& other);
   PdfTask& operator=(PdfTask&& other) noexcept;
   ~PdfTask();
 
-  // Appends a copy. Neither duplicates nor missing files are looked for.
+  // Appends a copy. Neither duplicates nor missing files are looked for, nor whether the job takes
+  // that many documents: Execute does that.
   void AddPdfDoc(const PdfDoc& document);
+
+  // The task then holds no document; options and output path stay.
   void ClearPdfDocs();
+
+  // The task then holds copies of these documents, which may be its own list.
   void SetPdfDocs(const std::list<PdfDoc>& documents);
 
   // The task's own list, which the host may change.
   std::list<PdfDoc>& GetPdfDocs() { return documents_; }
 
+  // How many documents the task holds.
   int GetPdfDocsNum() const;
 
   // The output directory: UTF-8, slashes become backslashes, and one is put at its end when there
   // is none. An empty path is therefore stored as a single backslash, the root; a task for which
-  // this was never called writes beside its first document. Whether the directory exists is not
-  // looked at here.
+  // this was never called writes beside its first document or, where its class says so, to the
+  // current directory. Whether the directory exists is not looked at here, and none is ever made.
   void SetOutputPath(const std::string& path);
 
+  // The output directory with a separator at its end; empty when none was set, until an Execute
+  // fills it in. The task's own text: what a host puts into it directly is taken as it stands.
   std::string& GetOutputPath() { return output_path_; }
 
-  // The password to put on what is written; empty for none.
+  // The password to put on what is written, UTF-8; empty, as at first, for none. It opens the
+  // output and allows everything. The passwords of the documents are their own,
+  // PdfDoc::SetPassword.
   void SetOutPassword(const std::string& password);
 
+  // As it was set. The task's own text, kept in memory as it is.
   std::string& GetOutPassword() { return out_password_; }
 
   // What the last Execute of the job kept, renamed and dropped beside the pages. Empty after a
-  // failed one.
+  // failed one, and before the first. Valid until the next Execute.
   const PdfReport& GetReport() const { return report_; }
 
-  // Does nothing: every job has its own.
+  // Does nothing: every job has its own, which hides this one. Not virtual, so that a job called
+  // through a reference to PdfTask is not executed.
   void Execute();
 
  protected:
   // An output path that is still empty becomes the first document's directory, for this run and
-  // later ones.
+  // later ones. There must be a document.
   void FillOutputPath();
 
   std::list<PdfDoc> documents_;
-  std::string output_path_;
+  std::string output_path_;  // empty, or ends in a backslash
   std::string out_password_;
-  PdfReport report_;
+  PdfReport report_;  // each Execute clears it first
 };
 
 }  // namespace TarnixTools
