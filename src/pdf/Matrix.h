@@ -18,7 +18,7 @@ struct Matrix {
   // Counter-clockwise; exact for multiples of 90 degrees.
   static Matrix Rotation(double degrees);
 
-  // As far as it can be seen on a page.
+  // Whether nothing moves, as far as that can be seen on a page.
   bool IsIdentity() const;
   // Whether every number is one.
   bool IsFinite() const;

@@ -26,8 +26,8 @@ class BlockReader {
   // Reads past the cache, for data that is used once.
   std::size_t Read(std::uint64_t offset, char* buffer, std::size_t size);
 
-  // The same in one large piece: up to `wanted` bytes, fewer when there are many, none at the end.
-  // Valid until the next call of ReadPiece.
+  // Reads past the cache in one large piece: up to `wanted` bytes from `offset` on, fewer when
+  // there are many, none at the end. Valid until the next call of ReadPiece.
   std::string_view ReadPiece(std::uint64_t offset, std::uint64_t wanted);
 
  private:

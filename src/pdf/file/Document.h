@@ -84,7 +84,7 @@ class Document {
   // dictionary.
   std::optional<StreamExtent> StreamAt(std::uint64_t end, const Object& length,
                                        std::uint32_t number);
-  // The same for an object by number.
+  // The extent of the stream data of the object with this number.
   std::optional<StreamExtent> StreamOf(std::uint32_t number);
 
   bool IsStream(std::uint32_t number) { return StreamOf(number).has_value(); }
@@ -94,7 +94,7 @@ class Document {
   // How a stream's data is encrypted, from its /Type, for a stream without a crypt filter of its
   // own.
   CryptMethod MethodOfType(std::string_view type) const;
-  // The same from its dictionary, crypt filters included.
+  // How a stream's data is encrypted, from its dictionary, crypt filters included.
   CryptMethod MethodOfStream(const Object& dictionary, Arena& arena);
   // Stream data, decrypted and decoded. nullopt when the object has none. Throws Error:
   // kFilterFailed, kLimitExceeded for more than max_bytes.

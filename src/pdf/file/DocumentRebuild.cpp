@@ -110,7 +110,8 @@ void Document::AddStreamMembers(const FileScan& scan) {
   }
 }
 
-// Without a trailer that helps: the last catalog in the file, or else one made for the page tree.
+// Where no trailer helps, the root is the last catalog in the file, or else one made for the page
+// tree.
 void Document::FindRoot(const FileScan& scan) {
   findings_.Add(FindingCode::kTrailerRebuilt);
   for (auto found = scan.objects.rbegin(); found != scan.objects.rend(); ++found) {
@@ -133,7 +134,7 @@ void Document::FindRoot(const FileScan& scan) {
   MakeCatalogOfPageTree(scan);
 }
 
-// Of several page trees without a parent the one that claims the most pages.
+// Where several page trees have no parent, the one that claims the most pages is taken.
 void Document::MakeCatalogOfPageTree(const FileScan& scan) {
   std::int64_t most = -1;
   const auto consider = [&](std::uint32_t number) {

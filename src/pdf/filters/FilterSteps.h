@@ -35,8 +35,8 @@ Decoded DecodeRunLength(std::string_view encoded, std::size_t limit);
 // Throws kFilterFailed for parameters that no data fits.
 void CheckPredictor(const FilterParameters& parameters);
 
-// Of a row as it is encoded, with the tag of a PNG row; 1 without a predictor. The parameters have
-// passed CheckPredictor.
+// The bytes of a row as it is encoded, with the tag of a PNG row; 1 without a predictor. The
+// parameters have passed CheckPredictor.
 std::size_t RowBytes(const FilterParameters& parameters);
 
 // Undoes the predictor that `parameters` name; they have passed CheckPredictor. Rows that are cut

@@ -37,7 +37,7 @@ class FlateReader::Inflater {
   Inflater(const Inflater&) = delete;
   Inflater& operator=(const Inflater&) = delete;
 
-  // As many bytes as there are, `size` at most; less than 4 GiB.
+  // Reads as many bytes as there are, `size` at most; less than 4 GiB.
   std::size_t Read(char* bytes, std::size_t size) {
     stream_.next_out = reinterpret_cast<Bytef*>(bytes);
     stream_.avail_out = static_cast<uInt>(size);

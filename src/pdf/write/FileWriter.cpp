@@ -51,7 +51,7 @@ class FileWriter::Digest {
     md5_update(&state_, sizeof sums, reinterpret_cast<const std::uint8_t*>(sums.data()));
   }
 
-  // Of a stream's data.
+  // Counts in a block of a stream's data.
   void AddSamples(std::string_view block) {
     constexpr std::size_t kStep = 16384;
     constexpr std::size_t kSample = 1024;

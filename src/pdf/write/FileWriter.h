@@ -62,8 +62,8 @@ class FileWriter {
   // For data whose length shows when it ends: it becomes an object of its own.
   void BeginStream(std::uint32_t number, std::string_view open_dictionary);
   void AppendStream(std::string_view bytes);
-  // The same without a copy on the way: memory, not empty, to be filled by the caller from its
-  // start; then CommitStream with the number of bytes that are there. Only where
+  // What AppendStream does without a copy on the way: StreamRoom gives memory, not empty, which the
+  // caller fills from its start, and CommitStream is told how many bytes are there. Only where
   // StoresPlainStreams().
   std::span<char> StreamRoom();
   void CommitStream(std::size_t count);

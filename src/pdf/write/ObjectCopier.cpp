@@ -432,7 +432,7 @@ void ObjectCopier::CopyBlocks(const Passage& passage, std::uint64_t plain_length
   target_->EndStream();
 }
 
-// From file to file, through the writer's own memory only.
+// Copies the data from file to file, through the writer's own memory only.
 void ObjectCopier::CopyUnchanged(const StreamExtent& extent) {
   BlockReader& blocks = source_->reader().blocks();
   for (std::uint64_t done = 0; done < extent.length;) {

@@ -33,7 +33,7 @@ class NumberMap {
   void Set(std::uint32_t number, std::uint32_t target);
   void Clear();
 
-  // Those that have a number, in the order in which they got it.
+  // The source's numbers that have one in the target, in the order in which they got it.
   const std::vector<std::uint32_t>& mapped() const { return set_; }
 
  private:
@@ -92,10 +92,10 @@ class ObjectCopier : public ReferenceMap {
     StructureKey key;      // as the source has it
   };
 
-  // In the order in which they were written.
+  // Objects with a structure key, in the order in which they were written.
   const std::vector<KeyedObject>& keyed_objects() const { return keyed_objects_; }
 
-  // For a caller that writes such an object itself: appends its key's entry as it becomes.
+  // Serves a caller that writes such an object itself: appends its key's entry as it becomes.
   void AppendStructureKey(std::string& out, std::uint32_t number, std::string_view name,
                           const Object& key);
 

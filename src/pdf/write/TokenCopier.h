@@ -69,7 +69,7 @@ class TokenCopier {
   // /Resources of their own, and page tree nodes.
   void set_leaves_resources(bool leaves) { leaves_resources_ = leaves; }
 
-  // Of the last value copied, where it is a dictionary:
+  // What the last value copied says, where it is a dictionary:
   const Object& length() const {
     return length_;
   }  // /Length as it stands: an integer or a reference
