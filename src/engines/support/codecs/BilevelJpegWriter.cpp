@@ -242,7 +242,7 @@ void BilevelJpegWriter::PutCoefficients(std::uint64_t block) {
   }
 }
 
-// At most 32 at a time.
+// Appends bits, at most 32 at a time.
 void BilevelJpegWriter::PutBits(std::uint32_t bits, unsigned count) {
   bits_ = bits_ << count | bits;
   bit_count_ += count;

@@ -7,7 +7,7 @@
 
 namespace TarnixTools::engines {
 
-// Of 0 to 63 columns, then of 64 to 1728 in steps of 64.
+// The codes of white runs of 0 to 63 columns, then of 64 to 1728 in steps of 64.
 inline constexpr std::array<std::string_view, 91> kWhiteRunCodes = {
     "00110101",  "000111",    "0111",      "1000",      "1011",      "1100",      "1110",
     "1111",      "10011",     "10100",     "00111",     "01000",     "001000",    "000011",
@@ -115,7 +115,7 @@ inline constexpr std::array<std::string_view, 91> kBlackRunCodes = {"0000110111"
                                                                     "0000001100100",
                                                                     "0000001100101"};
 
-// Of either colour: of 1792 to 2560 columns in steps of 64.
+// The codes of runs of either colour of 1792 to 2560 columns, in steps of 64.
 inline constexpr std::array<std::string_view, 13> kLongRunCodes = {
     "00000001000",  "00000001100",  "00000001101",  "000000010010", "000000010011",
     "000000010100", "000000010101", "000000010110", "000000010111", "000000011100",

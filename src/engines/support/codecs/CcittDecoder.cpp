@@ -17,7 +17,7 @@ struct RunCode {
   std::uint8_t bits = 0;
 };
 
-// By the next 13 bits of the data.
+// The run that the data goes on with, by its next 13 bits.
 using RunTable = std::array<RunCode, 1U << kMaxCodeBits>;
 
 void AddCode(RunTable& table, std::string_view code, std::size_t run) {
@@ -231,7 +231,8 @@ bool CcittDecoder::ReadHorizontal(std::int64_t& position) {
 
 // T.4, 4.2: positions are told relative to where the row above changes.
 bool CcittDecoder::ReadTwoDimensional() {
-  // By the next seven bits: how far the change is from that above, and the bits of the code.
+  // What a code of vertical mode says, by the next seven bits: how far the change is from that
+  // above, and how many bits the code has.
   struct Vertical {
     std::uint32_t code;
     unsigned bits;

@@ -27,7 +27,7 @@ constexpr Code Read(std::string_view text) {
 
 constexpr std::uint32_t kLongestRun = 2560;
 
-// By the run below 64, then by 63 and the number of times that 64 fits.
+// The codes of runs: by the run below 64, then by 63 and the number of times that 64 fits.
 using Codes = std::array<Code, 64 + kLongestRun / 64>;
 
 constexpr Codes Collect(const std::array<std::string_view, 91>& short_codes) {
@@ -47,7 +47,8 @@ constexpr Codes kBlackRuns = Collect(kBlackRunCodes);
 constexpr Code kPass = Read("0001");
 constexpr Code kHorizontal = Read("001");
 constexpr Code kEndOfLine = Read("000000000001");
-// By how far to the right of the change above the change is, from -3 on.
+// The codes of vertical mode, by how far to the right of the change above the change is, from -3
+// on.
 constexpr int kFarthest = 3;
 constexpr std::array<Code, 7> kVertical = {Read("0000010"), Read("000010"), Read("010"),
                                            Read("1"),       Read("011"),    Read("000011"),

@@ -18,7 +18,7 @@ class CodecLibrary {
     }
   }
 
-  // Throws as above when the library has no such function.
+  // Throws ImageError(kUnsupported) when the library has no such function.
   template <typename Function>
   void Resolve(Function*& function, const char* name) const {
     if (!library_.Resolve(name, function)) {

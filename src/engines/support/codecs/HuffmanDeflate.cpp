@@ -147,7 +147,7 @@ class BitWriter {
  public:
   explicit BitWriter(unsigned char* out) : out_(out) {}
 
-  // At most 32 bits.
+  // Appends bits, at most 32 at a time.
   void Put(std::uint64_t bits, unsigned count) {
     bits_ |= bits << filled_;
     filled_ += count;
@@ -156,7 +156,7 @@ class BitWriter {
     }
   }
 
-  // To the next whole byte.
+  // Goes on at the next whole byte.
   void Align() {
     while (filled_ > 0) {
       *out_++ = static_cast<unsigned char>(bits_);

@@ -20,7 +20,7 @@ inline constexpr std::uint32_t kMaxJpegSide = 65500;
 
 struct JpegSettings {
   std::uint32_t width = 0;   // pixels, 1 to kMaxJpegSide
-  std::uint32_t height = 0;  // the same
+  std::uint32_t height = 0;  // pixels, 1 to kMaxJpegSide
   PixelLayout layout = PixelLayout::kRgb;
   int quality = 100;  // 1 to 100; from 90 on colour is not subsampled
   int dpi = 0;        // pixels per inch for the header, 1 to 65535; 0: none

@@ -185,7 +185,7 @@ void FilterRows(const Plane& plane, std::uint32_t first, std::uint32_t count, Ro
   }
 }
 
-// From the last row up, so that the row above is still what it was.
+// The rows are filtered from the last one up, so that the row above is still what it was.
 void Filter(Plane& plane, RowFilter filter) {
   std::vector<unsigned char> row(plane.stride());
   for (std::uint32_t y = plane.height(); y-- > 0;) {

@@ -27,7 +27,8 @@ enum class RowFilter : std::uint8_t {
 // absolute values.
 void Filter(Plane& plane, RowFilter filter);
 
-// The same for some of the rows, which go to `out`: rows of plane.stride() bytes.
+// Filters `count` rows from `first` on; they go to `out`, rows of plane.stride() bytes, and the
+// plane stays as it is.
 void FilterRows(const Plane& plane, std::uint32_t first, std::uint32_t count, RowFilter filter,
                 unsigned char* out);
 

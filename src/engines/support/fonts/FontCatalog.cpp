@@ -123,7 +123,7 @@ class FontCatalog::Lists {
     return best;
   }
 
-  // By a whole name, "Liberation Sans Narrow Bold" or "LiberationSans-Bold".
+  // Finds a face by its whole name, "Liberation Sans Narrow Bold" or "LiberationSans-Bold".
   const InstalledFace* FindByWholeName(const std::string& name) const {
     for (const Entry& entry : found_) {
       for (const char* property : {FC_FULLNAME, FC_POSTSCRIPT_NAME}) {

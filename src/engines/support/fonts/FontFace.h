@@ -46,7 +46,7 @@ class FontFace {
 
   std::uint32_t glyph_count() const;
 
-  // In units of the em, as all measures here; the descent is negative.
+  // Ascent and descent in units of the em, as all measures here; the descent is negative.
   int ascent() const { return ascent_; }
 
   int descent() const { return descent_; }

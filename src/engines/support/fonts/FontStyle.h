@@ -6,7 +6,7 @@
 
 namespace TarnixTools::engines::fonts {
 
-// On fontconfig's scales.
+// A style on fontconfig's scales.
 struct FontStyle {
   int weight = 80;  // 0 thin, 80 regular, 200 bold, 210 black
   int slant = 0;    // 0 upright, 100 italic, 110 oblique

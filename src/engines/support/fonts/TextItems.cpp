@@ -228,7 +228,7 @@ class Cutter {
     return true;
   }
 
-  // Also of a character that HarfBuzz makes from others.
+  // Whether the face has the character, or HarfBuzz makes it from others that the face has.
   bool HasGlyphs(const FontFace& face, char32_t c) const {
     if (face.GlyphOf(c) != 0 || characters_.IsControl(c) || characters_.IsInvisible(c)) {
       return true;

@@ -34,7 +34,7 @@ class FaceStore {
       substitutes_;
 };
 
-// In units of the face's em.
+// A glyph and where it goes; lengths are in units of the face's em.
 struct ShapedGlyph {
   std::uint32_t glyph = 0;
   int advance = 0;
@@ -54,7 +54,7 @@ struct GlyphRun {
   FontFace* face = nullptr;
   bool is_right_to_left = false;       // clusters are then in reverse order of their characters
   std::vector<ShapedGlyph> glyphs;     // from left to right
-  std::vector<GlyphCluster> clusters;  // likewise
+  std::vector<GlyphCluster> clusters;  // from left to right
 };
 
 struct ShapedLine {
