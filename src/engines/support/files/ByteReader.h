@@ -39,7 +39,7 @@ class ByteReader {
   // Up to `count` bytes, of any number.
   std::string Read(std::uint64_t offset, std::size_t count);
 
-  // The same into memory of the caller's; returns how many there were.
+  // Reads up to `count` bytes into memory of the caller's; returns how many there were.
   std::size_t ReadInto(std::uint64_t offset, unsigned char* buffer, std::size_t count);
 
   std::uint8_t Byte(std::uint64_t offset);

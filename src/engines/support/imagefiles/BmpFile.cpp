@@ -101,7 +101,7 @@ void BmpFile::ReadMasks() {
   if (compression_ != kMasks && compression_ != kAlphaMasks) {
     return;
   }
-  // Behind the header, or in it where it has room for them: the same place.
+  // The masks stand behind a short header, and in a long one: that is one place.
   const std::uint64_t start = kFileHeader + kInfoHeader;
   const bool has_alpha = compression_ == kAlphaMasks || header_size_ >= kInfoHeader + 16;
   for (std::size_t i = 0; i < (has_alpha ? 4 : 3); ++i) {

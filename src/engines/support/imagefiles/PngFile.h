@@ -55,7 +55,7 @@ class PngFile : public ImageFile {
   bool is_complete_ = false;
   std::string palette_;
   std::string transparency_;  // tRNS
-  std::string color_key_;     // the same as /Mask, where it can be that
+  std::string color_key_;     // what tRNS says as a /Mask, where it can be one
   bool has_palette_alpha_ = false;
   bool has_deep_key_ = false;  // a transparent colour of 16 bits, which few viewers know as /Mask
   std::string profile_;

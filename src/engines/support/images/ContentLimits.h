@@ -13,7 +13,7 @@ inline constexpr std::size_t kMaxContentDepth = 32;
 // Streams of content that are gone through for one page, those of forms each time they are drawn.
 inline constexpr std::size_t kMaxContentsOfPage = 100'000;
 
-// Bytes of content that are gone through for one page, likewise.
+// Bytes of content that are gone through for one page, those of forms each time they are drawn.
 inline constexpr std::uint64_t kMaxContentBytesOfPage = std::uint64_t{4} << 30;
 
 // Bytes of one content stream, decoded.

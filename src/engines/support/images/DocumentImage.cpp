@@ -231,7 +231,7 @@ class FactsReader {
     facts_.filter_parameters = LastOf(Value("DecodeParms"));
   }
 
-  // Of an array the last item, anything else as it is.
+  // The last item of an array; anything else as it is.
   Object LastOf(const Object& value) {
     return value.IsArray() && !value.Items().empty()
                ? document_->Resolve(value.Items().back(), *arena_)

@@ -46,7 +46,7 @@ struct ImageFacts {
   ImageFilter filter = ImageFilter::kNone;
   pdf::Object filter_parameters;        // resolved
   std::uint32_t soft_mask = 0;          // number of a stream
-  std::uint32_t stencil_mask = 0;       // the same
+  std::uint32_t stencil_mask = 0;       // number of a stream
   std::vector<std::int64_t> color_key;  // pairs of least and most
   std::vector<double> matte;            // of a soft mask: what its picture is mixed with
   bool uses_jpx_alpha = false;          // the alpha channel of JPEG 2000 data is its soft mask
@@ -60,7 +60,8 @@ ImageFacts FactsOf(const DocumentImage& image, pdf::Arena& arena);
 void CopyEncoded(const DocumentImage& image, pdf::ByteSink& sink,
                  std::uint64_t most = ~std::uint64_t{0});
 
-// The same in memory. Throws pdf::Error(kLimitExceeded) for more than max_bytes.
+// The data in memory, decrypted and otherwise as it stands. Throws pdf::Error(kLimitExceeded) for
+// more than max_bytes.
 std::string EncodedData(const DocumentImage& image, std::size_t max_bytes);
 
 // The data behind the filters before the image filter. What cannot be decoded is missing at the

@@ -44,7 +44,7 @@ Plane Pack(const Plane& plane, int bits, const std::array<std::uint8_t, 256>& va
   return packed;
 }
 
-// For indices that stay what they are. Those too large for the palette are wrong anyway.
+// A table for indices that stay what they are. Those too large for the palette are wrong anyway.
 std::array<std::uint8_t, 256> Same() {
   std::array<std::uint8_t, 256> same{};
   for (unsigned value = 0; value < same.size(); ++value) {

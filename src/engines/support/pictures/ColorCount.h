@@ -19,8 +19,9 @@ void ApplyPalette(Raster& raster, Plane&& indices, const std::string& palette,
 // Nothing happens to a picture with a colour key.
 void ReduceGray(Raster& raster);
 
-// The same, and besides: RGB without colour becomes gray, unless a profile speaks of RGB; RGB of up
-// to 256 colours, and gray of up to 16, get a palette.
+// Stores a picture with as few colours and bits as it needs: gray as ReduceGray does; RGB without
+// colour becomes gray, unless a profile speaks of RGB; RGB of up to 256 colours, and gray of up to
+// 16, get a palette.
 void ReduceColors(Raster& raster);
 
 }  // namespace TarnixTools::engines
