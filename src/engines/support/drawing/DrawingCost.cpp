@@ -150,7 +150,7 @@ std::uint64_t DrawingCost::CostOfChild(const Child& child, const Scope& scope) {
                                        : CostOfStream(child.number, scope);
 }
 
-// With all that is drawn from there.
+// The cost of a stream's content with that of all it draws.
 std::uint64_t DrawingCost::CostOfStream(std::uint32_t number, const Scope& scope) {
   if (number == 0 || scope.depth > kMaxDepth) {
     return number == 0 ? 0 : kEndless;
@@ -198,7 +198,7 @@ std::uint64_t DrawingCost::CostOfFont(std::uint32_t number, const Scope& scope) 
   return cost;
 }
 
-// Of the stream alone. Counts how often it uses the children.
+// The cost of a stream's content alone. Counts how often it uses the children.
 std::uint64_t DrawingCost::CostOfContent(std::uint32_t number, std::vector<Child>& children) {
   const std::optional<pdf::StreamExtent> extent = document_->StreamOf(number);
   if (!extent) {
@@ -235,7 +235,7 @@ std::uint64_t DrawingCost::CostOfContent(std::uint32_t number, std::vector<Child
   return content.size();
 }
 
-// Of all its appearances.
+// The cost of all appearances of an annotation.
 std::uint64_t DrawingCost::CostOfAnnotation(const Object& annotation, const Scope& scope) {
   pdf::Arena arena;
   const auto get = [&](const Object& value, std::string_view key) {

@@ -72,7 +72,7 @@ class DrawingCost {
 
   pdf::Document* document_;
   std::unordered_map<std::uint64_t, std::uint64_t> costs_;  // by number and owner; 0: under way
-  // By number of a resource: that of the object with its content, 0 for none.
+  // The number of the object with a resource's content, 0 for none, by the resource's own.
   std::unordered_map<std::uint32_t, std::uint32_t> contents_;
 };
 

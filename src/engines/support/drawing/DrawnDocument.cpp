@@ -83,7 +83,7 @@ std::unique_ptr<PdfiumFile> DrawnDocument::OpenFile(PdfiumLock& pdfium, bool& ne
   return file;
 }
 
-// Where no copy can be made, the original stays.
+// Lets PDFium draw a repaired copy; where none can be made, the original stays.
 void DrawnDocument::TryRepairedCopy(PdfiumLock& pdfium) {
   try {
     UseRepairedCopy(pdfium);
@@ -181,7 +181,7 @@ void DrawnDocument::Place(const Placement& placement) {
   }
 }
 
-// Without them, PDFium draws all there is.
+// Chooses the images that are reduced before PDFium draws; without them, it draws all there is.
 void DrawnDocument::ChoosePictures() {
   PageObjects objects;
   {
@@ -270,7 +270,7 @@ bool DrawnDocument::DrawsTooMuch(int page_index) {
               .empty();
 }
 
-// In doubt, it has none.
+// A page that cannot be looked at has no objects that PDFium is not to draw.
 bool DrawnDocument::HasUndrawnObjects(int page_index) {
   if (pages_ == nullptr) {
     return false;
@@ -287,7 +287,7 @@ bool DrawnDocument::HasUndrawnObjects(int page_index) {
   }
 }
 
-// In doubt, it does.
+// A page that cannot be looked at is taken to hold large images.
 bool DrawnDocument::HoldsLargeImages(int page_index) {
   if (pages_ == nullptr) {
     return true;
@@ -318,8 +318,8 @@ bool DrawnDocument::HoldsLargeImages(int page_index) {
   }
 }
 
-// In doubt, it has not: PDFium alone reads the document then. It would go through fields that lead
-// to each other for hours.
+// A document that only PDFium can read is taken to have no form: PDFium would go through fields
+// that lead to each other for hours.
 bool DrawnDocument::HasForm() {
   if (core_ == nullptr) {
     return false;

@@ -35,7 +35,7 @@ class DrawnDocument {
   //   page_index - zero-based
   void LoadPage(int page_index);
 
-  // As it is seen: the crop box, turned, in points. More than 0.
+  // The size of the page as it is seen: the crop box, turned, in points. More than 0.
   double width_points() const { return width_points_; }
 
   double height_points() const { return height_points_; }

@@ -41,7 +41,7 @@ bool IsNear(double a, double b) {
   return std::abs(a - b) < kTolerance;
 }
 
-// Of an object's clip path, when it is a rectangle along the pixels.
+// The rectangle that an object's clip path is, when its sides go along the pixels.
 std::optional<PixelBox> RectangleOf(const std::vector<Point>& points) {
   if (points.size() < 4 || points.size() > 5) {
     return std::nullopt;
@@ -167,7 +167,7 @@ class ObjectReader {
     found_.images.push_back(image);
   }
 
-  // From the bitmap to the page as it is seen.
+  // The matrix from the bitmap to the page as it is seen.
   pdf::Matrix ToPoints() const {
     const double x = Api().FPDF_GetPageWidth(page_) / placement_.width;
     const double y = Api().FPDF_GetPageHeight(page_) / placement_.height;
@@ -207,7 +207,7 @@ class ObjectReader {
     return points;
   }
 
-  // In doubt, it is.
+  // Whether the object belongs to a layer, or may.
   bool IsInLayer(PageObject* object) const {
     const int count = Api().FPDFPageObj_CountMarks(object);
     for (int i = 0; i < count; ++i) {

@@ -24,7 +24,7 @@ struct ImageObject {
 };
 
 struct PageObjects {
-  // In the order of painting. PDFium owns them; they live as long as the page.
+  // The images in the order of painting. PDFium owns them; they live as long as the page.
   std::vector<ImageObject> images;
   // Around everything that is painted, with a margin; empty for what is not seen.
   std::vector<PixelBox> boxes;

@@ -80,7 +80,7 @@ class Copy {
     }
   }
 
-  // By an empty one: then the alternate colour space is used.
+  // Puts an empty profile in the place of one, so that the alternate colour space is used.
   void ReplaceProfile(std::uint32_t original) {
     if (objects_.IsMapped(original)) {
       return;
@@ -97,7 +97,7 @@ class Copy {
     writer_.EndStream();
   }
 
-  // By what is decoded here; its masks stay.
+  // Puts what is decoded here in the place of an image; its masks stay.
   void ReplaceImage(std::uint32_t original) {
     if (objects_.IsMapped(original)) {
       return;
@@ -291,7 +291,7 @@ class Copy {
     return box;
   }
 
-  // In doubt, they do.
+  // Whether the boxes overlap, or may: one that is not known may be anywhere.
   static bool Overlap(const std::optional<Box>& first, const std::optional<Box>& second) {
     if (!first || !second) {
       return true;
