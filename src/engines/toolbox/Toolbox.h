@@ -47,7 +47,7 @@ struct TPdfSize {
   double height = 0;
 };
 
-// In points, from the lower-left corner of the page as it is seen, y upwards.
+// A place in points, from the lower-left corner of the page as it is seen, y upwards.
 struct TPdfPoint {
   double x = 0;
   double y = 0;
@@ -225,7 +225,8 @@ int PdfDocumentSetMetadata(TPdfDocument* target, TPdfMetadata* metadata);
 TPdfFont* PdfDocumentCreateSystemFontA(TPdfDocument* target, const char* name, const char* style,
                                        std::int32_t options);
 
-// Of the face, for a font size of 1 (points). The descent is negative. 0 for a null font.
+// Ascent and descent of the face for a font size of 1 (points). The descent is negative. 0 for a
+// null font.
 double PdfFontGetAscent(TPdfFont* font);
 double PdfFontGetDescent(TPdfFont* font);
 

@@ -13,8 +13,8 @@ namespace TarnixTools::engines {
 // known when the page is written.
 inline constexpr char kNamePrefix = '\x01';
 
-// With up to `decimals` digits after the point. Numbers beyond what readers take are cut down to
-// it.
+// Appends a number with up to `decimals` digits after the point. Numbers beyond what readers take
+// are cut down to it.
 void AppendNumber(std::string& out, double value, int decimals = 3);
 
 // The number with a space before it where it would run into what is there.

@@ -28,7 +28,8 @@ constexpr int kFixedPitchFlag = 1 << 0;
 constexpr int kSymbolicFlag = 1 << 2;
 constexpr int kItalicFlag = 1 << 6;
 
-// From the face's weight, as no table says it: 80 for regular, 165 for bold faces or so.
+// The width of stems, from the face's weight, as no table says it: 80 for regular, 165 for bold
+// faces or so.
 int StemWidthOf(int weight_class) {
   const double weight = weight_class / 65.0;
   return static_cast<int>(50 + weight * weight);

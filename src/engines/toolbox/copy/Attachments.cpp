@@ -93,7 +93,7 @@ void AttachmentCopier::Copy(const Object& tree) {
 void AttachmentCopier::CopyOne(const std::string& name, const Object& value) {
   const std::uint32_t source_number = value.AsReference().number;
   if (source_number != 0 && !seen_.insert(name + '/' + std::to_string(source_number)).second) {
-    return;  // the same again
+    return;  // one that has been copied under this name already
   }
   TargetAttachments& target = context_->parts().settings.attachments();
   std::uint32_t count = 0;  // that makes names new; 0: none needed yet

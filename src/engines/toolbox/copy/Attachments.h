@@ -18,8 +18,8 @@ namespace TarnixTools::engines {
 
 class CopyContext;
 
-// Of a document being made. Names are those of the tree; file names are what people see, and what
-// files are saved under.
+// The attachments of a document being made. Names are those of the tree; file names are what people
+// see, and what files are saved under.
 class TargetAttachments {
  public:
   bool is_empty() const { return objects_.empty(); }

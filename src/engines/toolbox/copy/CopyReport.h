@@ -32,7 +32,7 @@ class CopyReport {
 
   void Kept(CopiedKind kind, std::uint64_t count = 1) { Add(kind, CopyOutcome::kKept, {}, count); }
 
-  // In the order in which they were first added.
+  // The entries in the order in which they were first added.
   const std::vector<CopyEntry>& entries() const { return entries_; }
 
  private:

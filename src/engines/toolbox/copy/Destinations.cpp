@@ -89,7 +89,7 @@ void SourceDestinations::Add(std::string_view name, const Object& value, bool is
   }
 }
 
-// Of several equal names the first one counts.
+// Where names are equal the first one counts.
 void SourceDestinations::Sort() {
   const auto key = [](const Named& named) { return std::tie(named.name, named.is_old_style); };
   std::stable_sort(names_.begin(), names_.end(),
@@ -364,7 +364,7 @@ std::optional<std::string> DestinationCopier::CopyChain(const Object& first) {
   return text + ">>";
 }
 
-// Without its /Next and the closing ">>".
+// The action's text without its /Next and the closing ">>".
 std::optional<std::string> DestinationCopier::CopyOneAction(const Object& action) {
   std::string text = "<<";
   const bool is_goto = action.Get("S").IsName("GoTo");

@@ -36,7 +36,7 @@ class PageKey {
 
   static PageKey OfIndex(std::uint32_t index) { return PageKey(index | kIndexFlag); }
 
-  // Of a page by its zero-based index.
+  // The key of a page by its zero-based index.
   static PageKey OfPage(SourceDocument& source, std::uint32_t page_index);
 
   explicit operator bool() const { return value_ != 0; }

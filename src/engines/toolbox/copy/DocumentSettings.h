@@ -30,7 +30,7 @@ class SourceDocumentSettings {
 
   const std::string& language() const { return language_; }
 
-  // Of the links that lead into the web.
+  // The base address of the links that lead into the web.
   const std::string& base_address() const { return base_address_; }
 
   bool is_pdf_2() const { return is_pdf_2_; }
@@ -59,7 +59,7 @@ class SourceDocumentSettings {
   std::uint64_t thread_count_ = 0;
 };
 
-// Of a document being made.
+// The settings of a document being made.
 class TargetDocumentSettings {
  public:
   // What the viewer is told, from one source: PDF text, empty where there is none.
@@ -117,7 +117,7 @@ class DocumentSettingsCopier {
  public:
   explicit DocumentSettingsCopier(CopyContext& context) : context_(&context) {}
 
-  // After the pages have been written.
+  // To be called after the pages have been written.
   void Copy();
 
  private:

@@ -44,7 +44,7 @@ class ResourceNames {
   // A default appearance string (12.7.4.3) with the target's names in it. Notes what it uses.
   std::string Apply(std::string_view appearance);
 
-  // By category and name in the source.
+  // The entries by category and name in the source.
   const std::map<std::pair<std::string, std::string>, Entry>& entries() const { return entries_; }
 
  private:
@@ -53,7 +53,7 @@ class ResourceNames {
   std::map<std::pair<std::string, std::string>, Entry> entries_;
 };
 
-// Of a source; read once.
+// The defaults of form fields of a source; read once.
 class SourceFieldDefaults {
  public:
   struct Resource {
@@ -93,7 +93,7 @@ class SourceFieldDefaults {
   std::uint32_t loads_left_;  // objects that may still be read for contents
 };
 
-// Of a document being made.
+// The defaults of form fields of a document being made.
 class TargetFieldDefaults {
  public:
   // What the fields of one source must say for themselves.

@@ -145,7 +145,7 @@ std::uint32_t FormFieldCopier::CopiesOf(std::uint32_t number) {
   return found == copies_.end() ? 0 : found->second.count;
 }
 
-// Before the first field is kept.
+// What has to be done before the first field is kept.
 void FormFieldCopier::Begin() {
   if (has_begun_) {
     return;

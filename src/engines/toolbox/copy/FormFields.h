@@ -57,7 +57,7 @@ class SourceFormFields {
   SourceFieldDefaults defaults_;
 };
 
-// Of a document being made.
+// The form of a document being made.
 class TargetFormFields {
  public:
   TakenNames& names() { return names_; }  // of root fields, as UTF-8
@@ -85,14 +85,14 @@ class FormFieldCopier {
  public:
   explicit FormFieldCopier(CopyContext& context) : context_(&context) {}
 
-  // Before any page is written: looks at the fields of the copied pages' widgets.
+  // Looks at the fields of the copied pages' widgets; to be called before any page is written.
   void Prepare();
   // Appends a widget's entries to its annotation dictionary, without << and >>: its own, save those
   // that the annotation copier writes (P, StructParent), and those of its field where the two are
   // one object.
   void CopyWidget(std::string& out, const pdf::Object& dictionary, std::uint32_t source_number,
                   std::uint32_t target_number);
-  // After the pages have been written.
+  // To be called after the pages have been written.
   void Copy();
 
  private:

@@ -25,13 +25,13 @@ enum LayerMark : std::uint8_t { kMarkedOn = 1, kMarkedOff = 2, kMarkedLocked = 4
 // What a configuration says of itself.
 struct LayerConfigurationFacts {
   LayerState base_state = LayerState::kOn;
-  std::string name;     // PDF strings; empty for none
-  std::string creator;  // the same
+  std::string name;     // a PDF string; empty for none
+  std::string creator;  // a PDF string; empty for none
   std::vector<std::string> intents = {"View"};
   bool lists_visible_pages_only = false;
 };
 
-// As a source has it.
+// A configuration as a source has it.
 struct SourceLayerConfiguration {
   LayerConfigurationFacts facts;
   std::vector<std::uint8_t> marks;  // by index of the layer; it may be shorter
@@ -60,7 +60,7 @@ class LayerIndex {
 
   // Index of an object of the source that is a layer, noted when it is new; kNone for others.
   std::uint32_t Note(std::uint32_t number);
-  // The same for those known already.
+  // Index of a layer that has been noted; kNone for all other objects.
   std::uint32_t Find(std::uint32_t number) const;
 
   std::vector<Layer>& layers() { return layers_; }

@@ -57,7 +57,7 @@ struct LayerContribution {
   std::vector<Configuration> configurations;
 };
 
-// Of a document being made.
+// The layers of a document being made.
 class TargetLayers {
  public:
   void Add(LayerContribution contribution) { contributions_.push_back(std::move(contribution)); }
@@ -80,7 +80,8 @@ class LayerCopier {
  public:
   explicit LayerCopier(CopyContext& context) : context_(&context) {}
 
-  // After all else has been written: what has been copied by then tells which layers came along.
+  // To be called after all else has been written: what has been copied by then tells which layers
+  // came along.
   void Copy();
 
  private:

@@ -36,7 +36,7 @@ SourceOutline::SourceOutline(SourceDocument& source) {
   });
 }
 
-// By /First and /Next alone: each item is taken once, wherever it is met first.
+// Goes by /First and /Next alone: each item is taken once, wherever it is met first.
 void SourceOutline::Read(SourceDocument& source, const Object& outlines) {
   struct Step {
     std::uint32_t number;
@@ -207,7 +207,8 @@ void OutlineCopier::CountVisible() {
   }
 }
 
-// Of a top-level item without what TargetOutline adds, of others without the closing ">>".
+// The text of an item: without what TargetOutline adds for one of the top level, without the
+// closing ">>" for others.
 std::string OutlineCopier::ItemText(const Chosen& chosen) {
   arena_.Reset();
   const Object item = context_->document().Load({chosen.item->number, 0}, arena_);

@@ -78,7 +78,7 @@ class OutlineCopier {
  public:
   explicit OutlineCopier(CopyContext& context) : context_(&context) {}
 
-  // After the pages have been written.
+  // To be called after the pages have been written.
   void Copy();
 
  private:

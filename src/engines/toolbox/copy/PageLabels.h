@@ -36,7 +36,7 @@ class SourcePageLabels {
 
   bool empty() const { return ranges_.empty(); }
 
-  // Of a page by its zero-based index; its plain number where the source gives no label.
+  // The label of a page by its zero-based index; its plain number where the source gives no label.
   PageLabel Of(std::uint32_t page_index) const;
 
  private:
@@ -48,7 +48,7 @@ class SourcePageLabels {
   std::vector<Range> ranges_;  // by start
 };
 
-// Of a document being made.
+// The page labels of a document being made.
 class TargetPageLabels {
  public:
   // The label of a page by its zero-based position. is_given: the source says so, it is not only
@@ -73,7 +73,7 @@ class PageLabelCopier {
  public:
   explicit PageLabelCopier(CopyContext& context) : context_(&context) {}
 
-  // After the pages have been written.
+  // To be called after the pages have been written.
   void Copy();
 
  private:

@@ -13,7 +13,7 @@ using pdf::Object;
 
 namespace {
 
-// Of the keys of resources: which kind of place they stand in, above a number.
+// A bit in the keys of resources: which kind of place they stand in, above a number.
 constexpr std::uint64_t kNodeKey = std::uint64_t{1} << 32;
 constexpr std::uint64_t kPageKey = std::uint64_t{2} << 32;
 

@@ -29,16 +29,16 @@ class PageResourceCopier : public pdf::ResourceFilter {
  public:
   explicit PageResourceCopier(CopyContext& context) : context_(&context) {}
 
-  // Before any page is written: looks at what the copied pages use.
+  // Looks at what the copied pages use; to be called before any page is written.
   void Prepare();
   // Appends the page's /Resources entry.
   void Copy(std::string& page, const pdf::PageTree::Page& source_page,
             const pdf::Object& dictionary);
-  // The same with more resources. Returns what their names begin with, so that none of them is one
-  // of the page's own.
+  // Appends the page's /Resources entry with more resources. Returns what their names begin with,
+  // so that none of them is one of the page's own.
   std::string CopyWith(std::string& page, const pdf::PageTree::Page& source_page,
                        const pdf::Object& dictionary, const std::vector<AddedResource>& added);
-  // Before a widget's appearances are copied: they keep the font of its text.
+  // To be called before a widget's appearances are copied, which keep the font of its text.
   void NoteWidget(const pdf::Object& widget);
 
   bool AppendResources(std::string& out, std::uint32_t number, const pdf::Object& dictionary,

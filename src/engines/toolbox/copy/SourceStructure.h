@@ -36,7 +36,7 @@ struct MarkInfo {
 
 class SourceStructure {
  public:
-  // In document order, so that an element's descendants follow it. The first stands for the root of
+  // Elements stand in document order, so that descendants follow. The first stands for the root of
   // the tree.
   struct Element {
     std::uint32_t number = 0;      // 0: no object of its own
@@ -78,13 +78,13 @@ class SourceStructure {
 
   const std::vector<Item>& items() const { return items_; }
 
-  // By the page's object number, in document order.
+  // The items of a page by its object number, in document order.
   std::span<const Item> ItemsOfPage(std::uint32_t page_number) const;
-  // Those that are in a stream, or that are the object itself, as indexes of items().
+  // The items that are in this stream, or that are the object itself, as indexes of items().
   std::span<const std::uint32_t> ItemsOfObject(std::uint32_t number) const;
 
-  // By index; the first gives the root's dictionary. The result lives as long as the arena and
-  // this.
+  // An element by its index; the first gives the root's dictionary. The result lives as long as the
+  // arena and this.
   Loaded Load(std::uint32_t index, pdf::Arena& arena) const;
 
   // The page that an element's content takes from an ancestor, as an object number; 0 when it names

@@ -40,7 +40,7 @@ class StructureCopier {
   // that is written.
   void CopyAnnotationKey(std::string& out, const pdf::Object& dictionary,
                          std::uint32_t source_number, std::uint32_t target_number);
-  // After the pages have been written.
+  // To be called after the pages have been written.
   void Copy();
 
  private:

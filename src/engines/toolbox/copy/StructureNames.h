@@ -29,7 +29,7 @@ class NamedValues {
   // Null for none.
   pdf::Object Get(std::string_view name) const;
 
-  // In the dictionary's order.
+  // The names in the dictionary's order.
   const std::vector<std::string_view>& names() const { return names_; }
 
  private:

@@ -38,7 +38,7 @@ class StructureReader {
     bool is_all;  // the /K itself, which may lead to an array of kids
   };
 
-  // Which an element gives to what it holds.
+  // The page that an element gives to what it holds.
   struct Page {
     std::uint32_t number = 0;  // of the page's object; 0 for none
     bool is_own = false;       // rather than an ancestor's

@@ -20,7 +20,7 @@ class FileWriter;
 
 namespace TarnixTools::engines {
 
-// From numbers of pages, streams and annotations to the elements of their content.
+// The way from numbers of pages, streams and annotations to the elements of their content.
 class TargetParentTree {
  public:
   // `count` keys that follow each other, free for the caller's use; returns the first.
@@ -59,8 +59,8 @@ class TargetStructure {
   // Adds a kid of that.
   void AddKid(std::uint32_t number) { kids_.push_back(number); }
 
-  // After a source's elements. top_namespace: number of the namespace of all its topmost elements,
-  // or 0.
+  // To be called after a source's elements. top_namespace: number of the namespace of all its
+  // topmost elements, or 0.
   void EndSource(std::uint32_t top_namespace);
 
   TargetParentTree& parent_tree() { return parent_tree_; }
