@@ -9,7 +9,7 @@
 
 namespace TarnixTools {
 
-// For one run over the images.
+// The names of the documents that one run over the images makes.
 class DocumentNames {
  public:
   // spares_files: files that are there already are not replaced, unless they were allowed.

@@ -225,7 +225,7 @@ engines::TPdfPoint PdfTransformation::GetTextPosition(int page_number,
   return {TextX(page_size, text_size), TextY(page_size, text_size, text)};
 }
 
-// In the middle, the block is one ascent lower than in the middle of the page: as intended.
+// In the middle, the top of the block is half its height below the middle of the page: as intended.
 double PdfTransformation::TextY(const engines::TPdfSize& page_size,
                                 const engines::TPdfSize& text_size, const PdfText& text) const {
   const double ascent = text.GetAscent();

@@ -41,9 +41,9 @@ DecorationHandles MakeDecorationHandles(engines::TPdfDocument* target,
                                         const PdfTransformation& transformation,
                                         const DecorationMessages& messages, PdfReport& report);
 
-// The handles of several decorations, each made when it is first asked for. Decorations that need
-// the same ones share them, and they are kept from page to page: making them afresh for each page
-// would draw the same, and read every image as often as there are pages.
+// The handles of several decorations, each made when it is first asked for. Decorations whose
+// handles would be equal share them, and they are kept from page to page: made afresh for each page
+// they would draw no better, and every image would be read as often as there are pages.
 class DecorationHandleStore {
  public:
   DecorationHandleStore(engines::TPdfDocument* target, const DecorationMessages& messages,

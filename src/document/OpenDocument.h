@@ -30,8 +30,8 @@ class OpenDocument {
   static std::shared_ptr<OpenDocument> Read(platform::FilePtr file, const std::string& password,
                                             std::int32_t& error);
 
-  // Makes a new one, which Close completes. encryption may be null. Null as above; nothing is left
-  // of the output then.
+  // Makes a new document, which Close completes. encryption may be null. Null when the engine
+  // cannot, with its code in error; nothing is left of the output then.
   static std::shared_ptr<OpenDocument> Create(platform::OutputFile output,
                                               const engines::TPdfEncryption* encryption,
                                               std::int32_t& error);
@@ -43,7 +43,7 @@ class OpenDocument {
   // Null once closed.
   engines::TPdfDocument* Document() const { return document_; }
 
-  // Of a created document, complete once Close has succeeded; else empty.
+  // The report of a created document, complete once Close has succeeded; empty for others.
   const PdfReport& Report() const { return report_; }
 
   // Closes; a created document is written to its end and put under its name. Nothing is returned

@@ -31,7 +31,7 @@ bool IsStamp(const PdfTransformation& transformation) {
                      transformation.GetFontName().c_str(), transformation.GetFontSize());
 }
 
-// From the left end of the block.
+// How far a line starts from the left end of the block.
 double LineOffset(PdfTransformTextAlignment alignment, double block_width, double line_width) {
   switch (alignment) {
     case PdfTransformTextAlignment::Left:
@@ -189,7 +189,7 @@ PageDecorator::PlacedText PageDecorator::PlaceText(const DecoratedPage& page,
   TextPtr text(engines::PdfDocumentCreateText(target_));
   const engines::TPdfSize page_size = PageSizeOf(page);
   const double font_size = transformation.GetFontSize();
-  // Before the generator, which the engine refuses for a size that PdfText has a message for.
+  // Made before the generator, which the engine refuses for a size that PdfText has a message for.
   PdfText block(string, handles.font.get(), font_size);
   const TextGeneratorPtr generator(
       engines::PdfNewTextGenerator(text.get(), handles.font.get(), font_size, 0));

@@ -30,7 +30,7 @@ enum class ValueKind {
   Directory,
 };
 
-// Which jobs an option belongs to.
+// Says which jobs an option belongs to.
 enum class AppliesTo {
   EveryJob,
   JobsThatWrite,  // described for jobs that write files; the others accept it without effect
@@ -85,7 +85,8 @@ class OptionValues {
   std::string Text(std::string_view name, std::string_view default_value = {}) const;
   // The value of an Integer row, which parsing has checked.
   int Integer(std::string_view name, int default_value) const;
-  // The same of the other kinds; zeros for a pair that was not given.
+  // The value of a Number row, and of a pair, as parsing has checked them; zeros for a pair that
+  // was not given.
   double Number(std::string_view name, double default_value) const;
   PairOf<int> IntegerPair(std::string_view name) const;
   PairOf<double> NumberPair(std::string_view name) const;
