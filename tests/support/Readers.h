@@ -20,7 +20,7 @@ struct ProgramResult {
 // Runs a program, found by PATH, without a shell: arguments are passed as they are.
 ProgramResult RunProgram(const std::vector<std::string>& command);
 
-// By name, or by path.
+// Whether a program is installed, by name or by path.
 bool HasProgram(const std::string& name);
 
 // Ends the test as skipped when the program is not installed.
@@ -53,7 +53,7 @@ struct PageFacts {
   int rotation = 0;
 };
 
-// Of each page in order, by pdfinfo.
+// The facts of each page in order, by pdfinfo.
 std::vector<PageFacts> PageFactsOf(const std::string& path, const std::string& password = "");
 
 // Writes an encrypted copy (AES, 256 bits) with qpdf, and returns its path.

@@ -62,7 +62,7 @@ int StatusOf(pid_t process) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-// In the child only.
+// Called in the child only.
 void RedirectOutput(const std::string& output, int usual) {
   if (output.empty()) {
     dup2(usual, STDOUT_FILENO);

@@ -26,7 +26,7 @@ std::string FaxImage(int height, const std::string& parameters, const std::strin
 }
 
 TEST_F(Images, AreDecodedFromTwoDimensionalFaxData) {
-  // A white row, one with four columns of each colour, the same again, the end of the block.
+  // A white row, one with four columns of each colour, another of that kind, the end of the block.
   const JpegImage image = ExtractImage(FaxImage(3, "/K -1", "9B78008008"));
   EXPECT_EQ(image.components, 1);
   for (int x = 0; x < 8; ++x) {

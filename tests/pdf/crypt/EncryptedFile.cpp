@@ -61,7 +61,7 @@ std::string_view NextToken(std::string_view text, std::size_t& at) {
   return text.substr(start, at - start);
 }
 
-// From the "<<" at `start` to its ">>".
+// The text from the "<<" at `start` to its ">>".
 std::string_view DictionaryAt(std::string_view text, std::size_t start) {
   std::size_t at = start;
   int depth = 0;

@@ -17,7 +17,7 @@ Decoded Inflate(std::string_view encoded, std::size_t max_bytes = kAmple) {
   return Decode({{FilterKind::kFlate, {}}}, encoded, max_bytes);
 }
 
-// By zlib, so that what is tested does not only fit itself.
+// Deflated by zlib, so that what is tested does not only fit itself.
 std::string ZlibDeflated(const std::string& data, int level = 6) {
   uLongf size = compressBound(data.size());
   std::string out(size, '\0');

@@ -415,7 +415,7 @@ TEST(Structure, LeadsContentOfFormsToItsElements) {
   EXPECT_THAT(other_tags.paths(), ElementsAre("Document", "Document/H1", "Document/H2"));
   EXPECT_EQ(other_tags.Element("Document/H1").Get("K").Get("Pg").AsReference().number,
             other.PageNumber(0));
-  // And neither.
+  // A page that neither of them is on.
   CopiedDocument none({{bytes, {2}}});
   EXPECT_THAT(Tags(none).paths(), IsEmpty());
 }
