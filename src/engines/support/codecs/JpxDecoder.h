@@ -34,7 +34,7 @@ std::optional<JpxSamples> DecodeJpx(std::string_view bytes, JpxDepth depth);
 
 struct JpxHeader {
   std::size_t components = 0;  // of the code stream, alpha included
-  std::size_t colors = 0;      // of its colour space, without alpha
+  std::size_t colors = 0;      // of these, as the file says: 1, 3 or 4; 0 where it does not
 };
 
 // Nothing where the header of the code stream is not in these bytes from the start of the data.
