@@ -12,7 +12,6 @@
 
 #include "engines/support/codecs/JpegMarkers.h"
 #include "engines/support/codecs/JpxDecoder.h"
-#include "engines/support/content/Layers.h"
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/images/ImageWalker.h"
@@ -22,6 +21,7 @@
 #include "pdf/file/ByteSource.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
+#include "pdf/tree/VisibleLayers.h"
 
 namespace {
 
@@ -103,7 +103,7 @@ void ReadImage(const engines::DrawnImage& drawn) {
 void ReadImages(std::string_view bytes) {
   const auto document = pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes), "");
   const pdf::PageTree pages(*document);
-  const engines::Layers layers(*document);
+  const pdf::VisibleLayers layers(*document);
   for (std::size_t i = 0; i < std::min(pages.pages().size(), kMaxPages); ++i) {
     engines::ImageWalker walker(*document, pages, layers, i, true);
     for (int found = 0; found < kMaxImages; ++found) {

@@ -37,6 +37,28 @@ inline constexpr double kMaxPageCoordinate = 2'147'483'647;
 // Points in one of a page's own units.
 inline constexpr double kMinUserUnit = 0.001;
 inline constexpr double kMaxUserUnit = 75'000;
+// Forms, patterns and other content within each other.
+inline constexpr std::size_t kMaxContentDepth = 32;
+// Bytes of one content stream, decoded, or of all that make up the content of a page.
+inline constexpr std::size_t kMaxContentBytes = std::size_t{256} << 20;
+// Streams that make up the content of a page.
+inline constexpr std::size_t kMaxContentStreams = 100'000;
+// Streams of content that are gone through for one page, those of forms each time they are drawn,
+// and the bytes in them.
+inline constexpr std::size_t kMaxContentsOfPage = 100'000;
+inline constexpr std::uint64_t kMaxContentBytesOfPage = std::uint64_t{4} << 30;
+// Saved graphics states, and open marked content.
+inline constexpr std::size_t kMaxSavedStates = 100'000;
+// Segments of one path that are kept.
+inline constexpr std::size_t kMaxPathSegments = 500'000;
+// Type 3 fonts whose glyphs are gone into on one page.
+inline constexpr std::size_t kMaxType3Fonts = 1'000;
+// Resources that a page leads to, and how deep in each other they are looked for.
+inline constexpr std::size_t kMaxResourcesOfPage = 1'000'000;
+inline constexpr int kMaxResourceDepth = 64;
+// Nesting of a visibility expression of layers, and how much of it is looked at.
+inline constexpr std::size_t kMaxLayerNesting = 64;
+inline constexpr std::size_t kMaxLayerTerms = 10'000;
 // Findings kept per document; later ones are only counted.
 inline constexpr std::size_t kMaxFindings = 200;
 

@@ -4,6 +4,13 @@
 
 namespace TarnixTools::pdf {
 
+struct Point {
+  double x = 0;
+  double y = 0;
+
+  friend bool operator==(const Point&, const Point&) = default;
+};
+
 // (x, y) becomes (a x + c y + e, b x + d y + f).
 struct Matrix {
   double a = 1;
@@ -17,6 +24,8 @@ struct Matrix {
 
   // Counter-clockwise; exact for multiples of 90 degrees.
   static Matrix Rotation(double degrees);
+
+  Point Apply(double x, double y) const { return {a * x + c * y + e, b * x + d * y + f}; }
 
   // Whether nothing moves, as far as that can be seen on a page.
   bool IsIdentity() const;

@@ -7,11 +7,11 @@
 
 #include "engines/parser/ExpaFailure.h"
 #include "engines/parser/ImageStore.h"
-#include "engines/support/content/Layers.h"
 #include "engines/support/files/DiskFile.h"
 #include "engines/support/images/ImageWalker.h"
 #include "foundation/Utf8.h"
 #include "pdf/Error.h"
+#include "pdf/tree/VisibleLayers.h"
 
 namespace TarnixTools::engines {
 
@@ -51,7 +51,7 @@ struct TExpaDoc {
   void* report_handle = nullptr;
   std::unique_ptr<pdf::Document> document;
   std::unique_ptr<pdf::PageTree> pages;
-  std::optional<Layers> layers;
+  std::optional<pdf::VisibleLayers> layers;
   std::optional<TExpaPage> page;
   ImageStore store;
 

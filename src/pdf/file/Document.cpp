@@ -210,14 +210,19 @@ std::unique_ptr<StringTransform> Document::StringsOf(Reference reference) {
 }
 
 Object Document::Resolve(const Object& value, Arena& arena) {
-  Object current = value;
-  for (int hops = 0; current.IsReference(); ++hops) {
+  return Follow(value, arena).value;
+}
+
+Followed Document::Follow(const Object& value, Arena& arena) {
+  Followed followed{value, 0};
+  for (int hops = 0; followed.value.IsReference(); ++hops) {
     if (hops == kMaxHops) {
       return {};
     }
-    current = Load(current.AsReference(), arena);
+    followed.number = followed.value.AsReference().number;
+    followed.value = Load(followed.value.AsReference(), arena);
   }
-  return current;
+  return followed;
 }
 
 std::optional<RawObject> Document::Locate(std::uint32_t number) {

@@ -39,6 +39,12 @@ struct RawObject {
   std::string_view text;                       // in the holder; more may follow the object
 };
 
+// What references lead to.
+struct Followed {
+  Object value;
+  std::uint32_t number = 0;  // of the object that the value is; 0 for one written in place
+};
+
 class Document {
  public:
   // password is UTF-8, "" for none. Throws Error: kPasswordRequired, kUnsupportedSecurity,
@@ -76,6 +82,8 @@ class Document {
   Object Load(Reference reference, Arena& arena);
   // The value itself, or what its references lead to; null when they lead in a circle.
   Object Resolve(const Object& value, Arena& arena);
+  // Resolves, and tells the last of the references.
+  Followed Follow(const Object& value, Arena& arena);
 
   // Finds an object's text, checked against the file. nullopt for one that is not there.
   std::optional<RawObject> Locate(std::uint32_t number);

@@ -7,13 +7,13 @@
 #include <string_view>
 #include <utility>
 
-#include "engines/support/content/Layers.h"
 #include "engines/support/drawing/DrawingLimits.h"
 #include "engines/support/drawing/PictureChoice.h"
 #include "engines/support/images/ImageWalker.h"
 #include "engines/support/images/Picture.h"
 #include "engines/support/pictures/ReducedPicture.h"
 #include "pdf/Error.h"
+#include "pdf/tree/VisibleLayers.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -29,7 +29,7 @@ struct ContentImage {
 
 std::vector<ContentImage> ImagesOfContent(pdf::Document& document, const pdf::PageTree& pages,
                                           std::size_t page_index, std::size_t most) {
-  const Layers layers(document);
+  const pdf::VisibleLayers layers(document);
   ImageWalker walker(document, pages, layers, page_index, false);
   std::vector<ContentImage> images;
   while (const DrawnImage* drawn = walker.Next()) {

@@ -96,8 +96,8 @@ struct ImageWalker::Frame {
   int hidden = 0;            // how many of it do
 };
 
-ImageWalker::ImageWalker(pdf::Document& document, const pdf::PageTree& pages, const Layers& layers,
-                         std::size_t page_index, bool with_forms)
+ImageWalker::ImageWalker(pdf::Document& document, const pdf::PageTree& pages,
+                         const pdf::VisibleLayers& layers, std::size_t page_index, bool with_forms)
     : document_(&document),
       pages_(&pages),
       layers_(&layers),

@@ -9,12 +9,12 @@
 #include <string>
 #include <vector>
 
-#include "engines/support/content/Layers.h"
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/pictures/DrawnOrientation.h"
 #include "pdf/content/ContentReader.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
+#include "pdf/tree/VisibleLayers.h"
 
 namespace TarnixTools::engines {
 
@@ -28,7 +28,7 @@ class ImageWalker {
  public:
   // All outlive the walker.
   //   with_forms - also what forms, patterns and annotations draw
-  ImageWalker(pdf::Document& document, const pdf::PageTree& pages, const Layers& layers,
+  ImageWalker(pdf::Document& document, const pdf::PageTree& pages, const pdf::VisibleLayers& layers,
               std::size_t page_index, bool with_forms);
   ~ImageWalker();
 
@@ -56,7 +56,7 @@ class ImageWalker {
 
   pdf::Document* document_;
   const pdf::PageTree* pages_;
-  const Layers* layers_;
+  const pdf::VisibleLayers* layers_;
   std::size_t page_index_;
   bool with_forms_;
   pdf::Arena page_arena_;
