@@ -6,6 +6,7 @@
 #ifndef TARNIX_PDF_CONTENT_OPERATORS_H_
 #define TARNIX_PDF_CONTENT_OPERATORS_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -23,84 +24,123 @@ constexpr std::uint32_t OperatorCode(std::string_view name) {
   return code;
 }
 
-// Whether the standard has such an operator. ID and EI do not count: they are parts of BI.
-constexpr bool IsOperator(std::uint32_t code) {
+// Operators by what they are about (ISO 32000-2, annex A).
+enum class OperatorGroup : std::uint8_t {
+  kNone,   // not in the standard, or a part of another one, as ID and EI are of BI
+  kSpace,  // what the graphics state is kept in, and the matrix: q Q cm
+  kState,  // other parameters of it
+  kColor,
+  kPath,  // construction of paths
+  kPaint,
+  kClip,      // of paths
+  kText,      // text objects, state and position
+  kTextMode,  // Tr
+  kShowText,
+  kMark,    // marked content
+  kObject,  // Do
+  kInlineImage,
+  kShading,
+  kGlyph,          // d0 d1
+  kCompatibility,  // BX EX
+};
+inline constexpr std::size_t kOperatorGroups = 16;
+
+constexpr OperatorGroup GroupOf(std::uint32_t code) {
   switch (code) {
-    case OperatorCode("b"):
-    case OperatorCode("B"):
-    case OperatorCode("b*"):
-    case OperatorCode("B*"):
-    case OperatorCode("BDC"):
-    case OperatorCode("BI"):
-    case OperatorCode("BMC"):
-    case OperatorCode("BT"):
-    case OperatorCode("BX"):
-    case OperatorCode("c"):
-    case OperatorCode("cm"):
-    case OperatorCode("CS"):
-    case OperatorCode("cs"):
-    case OperatorCode("d"):
-    case OperatorCode("d0"):
-    case OperatorCode("d1"):
-    case OperatorCode("Do"):
-    case OperatorCode("DP"):
-    case OperatorCode("EMC"):
-    case OperatorCode("ET"):
-    case OperatorCode("EX"):
-    case OperatorCode("f"):
-    case OperatorCode("F"):
-    case OperatorCode("f*"):
-    case OperatorCode("G"):
-    case OperatorCode("g"):
-    case OperatorCode("gs"):
-    case OperatorCode("h"):
-    case OperatorCode("i"):
-    case OperatorCode("j"):
-    case OperatorCode("J"):
-    case OperatorCode("K"):
-    case OperatorCode("k"):
-    case OperatorCode("l"):
-    case OperatorCode("m"):
-    case OperatorCode("M"):
-    case OperatorCode("MP"):
-    case OperatorCode("n"):
     case OperatorCode("q"):
     case OperatorCode("Q"):
-    case OperatorCode("re"):
-    case OperatorCode("RG"):
-    case OperatorCode("rg"):
+    case OperatorCode("cm"):
+      return OperatorGroup::kSpace;
+    case OperatorCode("w"):
+    case OperatorCode("J"):
+    case OperatorCode("j"):
+    case OperatorCode("M"):
+    case OperatorCode("d"):
     case OperatorCode("ri"):
-    case OperatorCode("s"):
-    case OperatorCode("S"):
+    case OperatorCode("i"):
+    case OperatorCode("gs"):
+      return OperatorGroup::kState;
+    case OperatorCode("CS"):
+    case OperatorCode("cs"):
     case OperatorCode("SC"):
     case OperatorCode("sc"):
     case OperatorCode("SCN"):
     case OperatorCode("scn"):
-    case OperatorCode("sh"):
-    case OperatorCode("T*"):
-    case OperatorCode("Tc"):
-    case OperatorCode("Td"):
-    case OperatorCode("TD"):
-    case OperatorCode("Tf"):
-    case OperatorCode("Tj"):
-    case OperatorCode("TJ"):
-    case OperatorCode("TL"):
-    case OperatorCode("Tm"):
-    case OperatorCode("Tr"):
-    case OperatorCode("Ts"):
-    case OperatorCode("Tw"):
-    case OperatorCode("Tz"):
+    case OperatorCode("G"):
+    case OperatorCode("g"):
+    case OperatorCode("RG"):
+    case OperatorCode("rg"):
+    case OperatorCode("K"):
+    case OperatorCode("k"):
+      return OperatorGroup::kColor;
+    case OperatorCode("m"):
+    case OperatorCode("l"):
+    case OperatorCode("c"):
     case OperatorCode("v"):
-    case OperatorCode("w"):
+    case OperatorCode("y"):
+    case OperatorCode("h"):
+    case OperatorCode("re"):
+      return OperatorGroup::kPath;
+    case OperatorCode("S"):
+    case OperatorCode("s"):
+    case OperatorCode("f"):
+    case OperatorCode("F"):
+    case OperatorCode("f*"):
+    case OperatorCode("B"):
+    case OperatorCode("B*"):
+    case OperatorCode("b"):
+    case OperatorCode("b*"):
+    case OperatorCode("n"):
+      return OperatorGroup::kPaint;
     case OperatorCode("W"):
     case OperatorCode("W*"):
-    case OperatorCode("y"):
+      return OperatorGroup::kClip;
+    case OperatorCode("BT"):
+    case OperatorCode("ET"):
+    case OperatorCode("Tc"):
+    case OperatorCode("Tw"):
+    case OperatorCode("Tz"):
+    case OperatorCode("TL"):
+    case OperatorCode("Tf"):
+    case OperatorCode("Ts"):
+    case OperatorCode("Td"):
+    case OperatorCode("TD"):
+    case OperatorCode("Tm"):
+    case OperatorCode("T*"):
+      return OperatorGroup::kText;
+    case OperatorCode("Tr"):
+      return OperatorGroup::kTextMode;
+    case OperatorCode("Tj"):
+    case OperatorCode("TJ"):
     case OperatorCode("'"):
     case OperatorCode("\""):
-      return true;
+      return OperatorGroup::kShowText;
+    case OperatorCode("BMC"):
+    case OperatorCode("BDC"):
+    case OperatorCode("EMC"):
+    case OperatorCode("MP"):
+    case OperatorCode("DP"):
+      return OperatorGroup::kMark;
+    case OperatorCode("Do"):
+      return OperatorGroup::kObject;
+    case OperatorCode("BI"):
+      return OperatorGroup::kInlineImage;
+    case OperatorCode("sh"):
+      return OperatorGroup::kShading;
+    case OperatorCode("d0"):
+    case OperatorCode("d1"):
+      return OperatorGroup::kGlyph;
+    case OperatorCode("BX"):
+    case OperatorCode("EX"):
+      return OperatorGroup::kCompatibility;
     default:
-      return false;
+      return OperatorGroup::kNone;
   }
+}
+
+// Whether the standard has such an operator.
+constexpr bool IsOperator(std::uint32_t code) {
+  return GroupOf(code) != OperatorGroup::kNone;
 }
 
 }  // namespace TarnixTools::pdf
