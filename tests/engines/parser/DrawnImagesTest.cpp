@@ -44,6 +44,16 @@ TEST_F(Images, AreUprightOnTurnedPages) {
   EXPECT_TRUE(image.IsNear(3, 13, kBlue));
 }
 
+TEST_F(Images, TurnWithOddAnglesOfThePage) {
+  for (const auto& [angle, orientation] :
+       {std::pair{100, 6}, std::pair{45, 1}, std::pair{-90, 8}, std::pair{450, 6}}) {
+    TestPdf file = Page(RedBlue(), "9 0 0 9 0 0 cm /I Do");
+    file.Rotate(angle);
+    ExtractOne(file);
+    EXPECT_THAT(orientations_, ElementsAre(orientation)) << angle;
+  }
+}
+
 TEST_F(Images, KeepTheirUpperEdgeWhenTurned) {
   const std::string image = HexImage(8, 16, "/ColorSpace/DeviceRGB/BitsPerComponent 8",
                                      Repeat("00FF00", 64) + Repeat("0000FF", 64));

@@ -26,6 +26,21 @@ TEST_F(Images, TellTheirMatrix) {
   EXPECT_EQ(ExpaGSGetCTM(ExpaContentGetGraphicsState(content)), nullptr);
 }
 
+TEST_F(Images, TellTheirMatrixInPointsOfWhatIsSeen) {
+  TestPdf file = Page(RedBlue(), "2 0 0 3 60 70 cm /I Do");
+  file.NoMediaBox().PageEntry("/MediaBox[0 0 200 100]/CropBox[50 50 900 900]/UserUnit 2");
+  ASSERT_TRUE(Open(file));
+  ExpaDocSetPageNo(document_, 1);
+  TExpaContent* content = ExpaPageGetContent(ExpaDocGetPage(document_));
+  ExpaContentResetContent(content, 1);
+  ASSERT_EQ(ExpaContentGetNextImage(content), 1);
+  const TExpaMatrix* matrix = ExpaGSGetCTM(ExpaContentGetGraphicsState(content));
+  EXPECT_EQ(matrix->a, 4);
+  EXPECT_EQ(matrix->d, 6);
+  EXPECT_EQ(matrix->e, 20);
+  EXPECT_EQ(matrix->f, 40);
+}
+
 TEST_F(Images, TellWhyTheyCannotBeStored) {
   ASSERT_TRUE(Open(Page(RedBlue())));
   ExpaDocSetPageNo(document_, 1);

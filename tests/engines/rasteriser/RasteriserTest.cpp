@@ -184,6 +184,13 @@ TEST_F(Rasteriser, DrawsTurnedPagesAsTheyAreSeen) {
   EXPECT_TRUE(image.IsNear(36, 120, kWhite));
 }
 
+TEST_F(Rasteriser, CutsOffWhatTurnsMoreThanWholeQuarters) {
+  Pdf2ImgSetDPI(object_, 72);
+  EXPECT_EQ(RenderOnly(Painted("").Rotate(100)).width, 72);
+  EXPECT_EQ(RenderOnly(Painted("").Rotate(45)).width, 144);
+  EXPECT_EQ(RenderOnly(Painted("").PageEntry("/Rotate 90.0")).width, 72);
+}
+
 TEST_F(Rasteriser, DrawsTheCropBoxOnly) {
   Pdf2ImgSetDPI(object_, 72);
   const JpegImage image = RenderOnly(Painted("1 0 0 rg 0 0 72 72 re f 0 1 0 rg 72 0 72 72 re f")

@@ -1,13 +1,14 @@
 #include "engines/support/images/ImageWalker.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "engines/support/images/ContentLimits.h"
 #include "pdf/Error.h"
 #include "pdf/content/InlineImage.h"
 #include "pdf/content/Operators.h"
+#include "pdf/file/NumberArrays.h"
+#include "pdf/tree/PageGeometry.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -26,54 +27,6 @@ struct State {
   bool has_clipping_text = false;  // text that is shown clips (ISO 32000-2, 9.3.6)
   bool is_clipped_by_text = false;
 };
-
-std::optional<pdf::Matrix> MatrixOf(pdf::Document& document, const Object& array,
-                                    pdf::Arena& arena) {
-  const auto items = array.Items();
-  if (items.size() < 6) {
-    return std::nullopt;
-  }
-  std::array<double, 6> value{};
-  for (std::size_t i = 0; i < 6; ++i) {
-    value[i] = document.Resolve(items[i], arena).NumberOr(0);
-  }
-  return pdf::Matrix{value[0], value[1], value[2], value[3], value[4], value[5]};
-}
-
-struct Box {
-  double left = 0;
-  double bottom = 0;
-  double right = 0;
-  double top = 0;
-
-  bool IsEmpty() const { return !(right > left) || !(top > bottom); }
-};
-
-std::optional<Box> BoxOf(pdf::Document& document, const Object& array, pdf::Arena& arena) {
-  const auto items = array.Items();
-  if (items.size() < 4) {
-    return std::nullopt;
-  }
-  std::array<double, 4> value{};
-  for (std::size_t i = 0; i < 4; ++i) {
-    value[i] = document.Resolve(items[i], arena).NumberOr(0);
-  }
-  return Box{std::min(value[0], value[2]), std::min(value[1], value[3]),
-             std::max(value[0], value[2]), std::max(value[1], value[3])};
-}
-
-// Around the box after the transformation.
-Box Around(const Box& box, const pdf::Matrix& matrix) {
-  Box around{1e300, 1e300, -1e300, -1e300};
-  for (const auto& [x, y] : {std::pair{box.left, box.bottom}, std::pair{box.right, box.bottom},
-                             std::pair{box.left, box.top}, std::pair{box.right, box.top}}) {
-    const double new_x = matrix.a * x + matrix.c * y + matrix.e;
-    const double new_y = matrix.b * x + matrix.d * y + matrix.f;
-    around = {std::min(around.left, new_x), std::min(around.bottom, new_y),
-              std::max(around.right, new_x), std::max(around.top, new_y)};
-  }
-  return around;
-}
 
 }  // namespace
 
@@ -110,32 +63,14 @@ ImageWalker::ImageWalker(pdf::Document& document, const pdf::PageTree& pages,
 ImageWalker::~ImageWalker() = default;
 
 bool ImageWalker::PushPage() {
-  const auto attribute = [this](pdf::InheritableKey key) {
-    return pages_->Attribute(pages_->pages()[page_index_], page_, key, page_arena_);
-  };
-  const Box letter{0, 0, 612, 792};
-  Box box =
-      BoxOf(*document_, attribute(pdf::InheritableKey::kMediaBox), page_arena_).value_or(letter);
-  box = BoxOf(*document_, attribute(pdf::InheritableKey::kCropBox), page_arena_).value_or(box);
-  const std::int64_t turns = attribute(pdf::InheritableKey::kRotate).IntegerOr(0) / 90 % 4;
-  switch ((turns + 4) % 4) {
-    case 1:
-      page_matrix_ = {0, -1, 1, 0, -box.bottom, box.right};
-      break;
-    case 2:
-      page_matrix_ = {-1, 0, 0, -1, box.right, box.top};
-      break;
-    case 3:
-      page_matrix_ = {0, 1, -1, 0, box.top, -box.left};
-      break;
-    default:
-      page_matrix_ = {1, 0, 0, 1, -box.left, -box.bottom};
-  }
+  const pdf::PageTree::Page& page = pages_->pages()[page_index_];
+  page_matrix_ = pdf::ReadPageGeometry(*document_, *pages_, page, page_).ToSeenPoints();
   if (with_forms_) {
     const auto annotations = document_->Resolve(page_.Get("Annots"), page_arena_).Items();
     annotations_.assign(annotations.begin(), annotations.end());
   }
-  return PushContent(PageContent(page_.Get("Contents")), attribute(pdf::InheritableKey::kResources),
+  return PushContent(PageContent(page_.Get("Contents")),
+                     pages_->Attribute(page, page_, pdf::InheritableKey::kResources, page_arena_),
                      page_matrix_, 0);
 }
 
@@ -357,9 +292,7 @@ const DrawnImage* ImageWalker::DrawObject(Frame& frame, const pdf::Operation& op
   }
   if (subtype.IsName("Form")) {
     const pdf::Matrix own =
-        MatrixOf(*document_, document_->Resolve(dictionary.Get("Matrix"), image_arena_),
-                 image_arena_)
-            .value_or(pdf::Matrix{});
+        pdf::ReadMatrix(*document_, dictionary.Get("Matrix")).value_or(pdf::Matrix{});
     PushForm(number, dictionary, own * frame.state.matrix);
   }
   return nullptr;
@@ -395,8 +328,7 @@ void ImageWalker::PaintPattern(Frame& frame, const std::string& name) {
     return;
   }
   const pdf::Matrix own =
-      MatrixOf(*document_, document_->Resolve(dictionary.Get("Matrix"), arena), arena)
-          .value_or(pdf::Matrix{});
+      pdf::ReadMatrix(*document_, dictionary.Get("Matrix")).value_or(pdf::Matrix{});
   PushForm(number, dictionary, own * frame.base);
 }
 
@@ -442,18 +374,13 @@ bool ImageWalker::PushNextAnnotation() {
 }
 
 pdf::Matrix ImageWalker::AnnotationMatrix(const Object& annotation, const Object& form) {
-  pdf::Arena arena;
-  const auto resolve = [&](const Object& owner, std::string_view key) {
-    return document_->Resolve(owner.Get(key), arena);
-  };
-  const pdf::Matrix own =
-      MatrixOf(*document_, resolve(form, "Matrix"), arena).value_or(pdf::Matrix{});
-  const auto rectangle = BoxOf(*document_, resolve(annotation, "Rect"), arena);
-  const auto box = BoxOf(*document_, resolve(form, "BBox"), arena);
+  const pdf::Matrix own = pdf::ReadMatrix(*document_, form.Get("Matrix")).value_or(pdf::Matrix{});
+  const auto rectangle = pdf::ReadBox(*document_, annotation.Get("Rect"));
+  const auto box = pdf::ReadBox(*document_, form.Get("BBox"));
   if (!rectangle || !box) {
     return own * page_matrix_;
   }
-  const Box drawn = Around(*box, own);
+  const pdf::Box drawn = box->Through(own);
   if (drawn.IsEmpty()) {
     return own * page_matrix_;
   }
