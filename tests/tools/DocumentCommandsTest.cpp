@@ -30,6 +30,15 @@ TEST_F(RotateCommand, WritesToTheCurrentDirectoryByDefault) {
   EXPECT_EQ(sizes[0]["height"], 612);
 }
 
+TEST_F(RotateCommand, TurnsFromHowPagesAreSeen) {
+  for (const auto& [angle, width] : {std::pair{100, 200.0}, std::pair{45, 100.0}}) {
+    TestPdf().Page().Size(200, 100).Rotate(angle).Write(Path("odd.pdf"));
+    EXPECT_EQ(Run({"rotate", "odd.pdf", "--angle", "90", "--name", "turned.pdf"}).status, 0);
+    auto sizes = RunJson({"info", "turned.pdf"})["files"][0]["pageSizes"];
+    EXPECT_EQ(sizes[0]["width"], width) << angle;
+  }
+}
+
 TEST_F(RotateCommand, NamesItsOutput) {
   const Json expected = {{"job", "rotate"}, {"outputs", {"out/x.pdf"}}, {"report", Json::array()}};
   EXPECT_EQ(RunJson({"rotate", "doc.pdf", "-o", "out", "--name", "x.pdf", "--out-password", "pw"}),

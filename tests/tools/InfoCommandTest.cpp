@@ -50,6 +50,13 @@ TEST_F(InfoCommand, PrintsATextPerFile) {
       << result.err;
 }
 
+TEST_F(InfoCommand, TellsSizesOfPagesWithOddAnglesAsTheyAreDrawn) {
+  TestPdf().Page().Size(200, 100).Rotate(100).Page().Size(200, 100).Rotate(45).Write(Path("a.pdf"));
+  auto sizes = RunJson({"info", "a.pdf"})["files"][0]["pageSizes"];
+  EXPECT_EQ(sizes, (Json{{{"width", 100.0}, {"height", 200.0}, {"pages", "1"}},
+                         {{"width", 200.0}, {"height", 100.0}, {"pages", "2"}}}));
+}
+
 TEST_F(InfoCommand, ConvertsSizes) {
   TestPdf().Page().Size(595.276, 841.89).Write(Path("a4.pdf"));
   const auto size_in = [this](const std::string& unit) {

@@ -13,10 +13,10 @@
 #include "engines/toolbox/TargetDocument.h"
 #include "engines/toolbox/Toolbox.h"
 #include "engines/toolbox/content/PageContent.h"
-#include "engines/toolbox/content/PageGeometry.h"
 #include "engines/toolbox/content/TargetContent.h"
 #include "engines/toolbox/content/TextPainter.h"
 #include "pdf/Matrix.h"
+#include "pdf/tree/PageGeometry.h"
 
 namespace TarnixTools::engines {
 
@@ -39,6 +39,8 @@ struct TPdfPage {
   int rotation = 0;
   std::int32_t options = 0;              // PdfCopyOption bits, of a copy
   std::shared_ptr<PageContent> content;  // what was painted onto a copy; null: nothing yet
+
+  pdf::PageGeometry Geometry() const { return source->GeometryOf(index).Turned(rotation); }
 };
 
 struct TPdfMetadata {
@@ -71,7 +73,7 @@ struct TPdfTextGenerator {
 
 struct TPdfContent {
   TargetContent* target = nullptr;
-  PageGeometry geometry;
+  pdf::PageGeometry geometry;
   std::shared_ptr<PageContent> page;
 };
 

@@ -1,7 +1,6 @@
 // How large a page is on the screen.
 #include "engines/toolbox/Guard.h"
 #include "engines/toolbox/Handles.h"
-#include "engines/toolbox/content/PageGeometry.h"
 
 namespace TarnixTools::engines {
 
@@ -10,7 +9,8 @@ int PdfPageGetSize(TPdfPage* page, TPdfSize* size) {
     return 0;
   }
   return Guarded([&]() -> int {
-    *size = ReadPageGeometry(*page->source, page->index, page->rotation).VisibleSize();
+    const pdf::PageGeometry geometry = page->Geometry();
+    *size = {geometry.SeenWidth(), geometry.SeenHeight()};
     return 1;
   });
 }

@@ -16,7 +16,7 @@ constexpr std::string_view kArtifactEnd = "EMC\n";
 // What the generator has gathered, as a piece of content that leaves nothing behind.
 std::string PieceOf(const TPdfContentGenerator& generator) {
   std::string piece(kArtifactStart);
-  const pdf::Matrix matrix = generator.content.geometry.FromVisible();
+  const pdf::Matrix matrix = generator.content.geometry.FromSeenPoints();
   piece += "q ";
   if (!matrix.IsIdentity()) {
     AppendTransform(piece, matrix);
@@ -57,9 +57,7 @@ TPdfContent* PdfPageGetContent(TPdfPage* page) {
       page->content = std::make_shared<PageContent>();
     }
     return std::make_unique<TPdfContent>(
-               TPdfContent{&page->target->content(),
-                           ReadPageGeometry(*page->source, page->index, page->rotation),
-                           page->content})
+               TPdfContent{&page->target->content(), page->Geometry(), page->content})
         .release();
   });
 }

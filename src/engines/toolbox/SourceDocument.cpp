@@ -19,6 +19,10 @@ const pdf::PageTree& SourceDocument::pages() {
   return *pages_;
 }
 
+pdf::PageGeometry SourceDocument::GeometryOf(std::uint32_t page_index) {
+  return pdf::ReadPageGeometry(*document_, pages(), pages().pages()[page_index]);
+}
+
 void SourceDocument::BarDocumentTrees() {
   pdf::Arena arena;
   const pdf::Object catalog = document_->Catalog(arena);

@@ -10,6 +10,7 @@
 #include "engines/toolbox/Toolbox.h"
 #include "engines/toolbox/copy/SourceParts.h"
 #include "pdf/file/Document.h"
+#include "pdf/tree/PageGeometry.h"
 #include "pdf/tree/PageTree.h"
 #include "pdf/write/ObjectCopier.h"
 
@@ -26,6 +27,8 @@ class SourceDocument {
 
   // Read on first use, once. Throws pdf::Error.
   const pdf::PageTree& pages();
+  // Of a page, by its zero-based index.
+  pdf::PageGeometry GeometryOf(std::uint32_t page_index);
 
   SourceParts& parts() { return parts_; }
 

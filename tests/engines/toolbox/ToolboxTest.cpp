@@ -194,13 +194,23 @@ TEST(Toolbox, LeavesBoxesOutThatAreNoRectangles) {
 }
 
 TEST(Toolbox, TurnsPages) {
-  const std::string bytes =
-      TestPdf().Page("a").Page("b").Rotate(270).Page("c").Rotate(-90).Page("d").Rotate(45).Bytes();
-  Result result(Copied(bytes, {0, 1, 2, 3}, 180));
+  const std::string bytes = TestPdf()
+                                .Page("a")
+                                .Page("b")
+                                .Rotate(270)
+                                .Page("c")
+                                .Rotate(-90)
+                                .Page("d")
+                                .Rotate(45)
+                                .Page("e")
+                                .Rotate(100)
+                                .Bytes();
+  Result result(Copied(bytes, {0, 1, 2, 3, 4}, 180));
   EXPECT_EQ(result.Page(0).Get("Rotate").IntegerOr(0), 180);
   EXPECT_EQ(result.Page(1).Get("Rotate").IntegerOr(0), 90);
   EXPECT_EQ(result.Page(2).Get("Rotate").IntegerOr(0), 90);
   EXPECT_EQ(result.Page(3).Get("Rotate").IntegerOr(0), 180);
+  EXPECT_EQ(result.Page(4).Get("Rotate").IntegerOr(0), 270);
 }
 
 TEST(Toolbox, BringsAnnotationsAndLeadsLinksToCopies) {
@@ -392,6 +402,9 @@ TEST(Toolbox, MeasuresThePageAsItIsSeen) {
   EXPECT_EQ(size_of("/MediaBox[0 0 200 100]/CropBox[10 10 60 90]"), "50x80");
   EXPECT_EQ(size_of("/MediaBox[0 0 200 100]/CropBox[-50 -50 60 900]"), "60x100");
   EXPECT_EQ(size_of("/MediaBox[0 0 200 100]/CropBox[500 500 600 600]"), "200x100");
+  EXPECT_EQ(size_of("/MediaBox[0 0 200 100]/Rotate 100"), "100x200");
+  EXPECT_EQ(size_of("/MediaBox[0 0 200 100]/Rotate 45"), "200x100");
+  EXPECT_EQ(size_of("/MediaBox[0 0 200 100]/Rotate 90.0"), "100x200");
   EXPECT_EQ(size_of("/MediaBox[0 0 200 100]/UserUnit 2"), "400x200");
   EXPECT_EQ(size_of("/MediaBox[(a)null 3]"), "612x792");
   EXPECT_EQ(size_of("/MediaBox 7"), "612x792");

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "engines/toolbox/copy/PageBoxes.h"
+#include "pdf/tree/PageGeometry.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines {
@@ -138,13 +139,10 @@ bool PageCopier::IsLostStream(const Object& item) {
 
 void PageCopier::AppendRotation(std::string& out, const pdf::PageTree::Page& page,
                                 const Object& dictionary, int rotation) {
-  const std::int64_t angle = context_.source()
-                                 .pages()
-                                 .Attribute(page, dictionary, pdf::InheritableKey::kRotate, arena_)
-                                 .IntegerOr(0) %
-                             360;
-  // An angle that is no multiple of 90 is not allowed and is drawn as 0.
-  const std::int64_t total = ((angle % 90 == 0 ? angle : 0) + rotation + 720) % 360;
+  const pdf::PageTree& tree = context_.source().pages();
+  const int own =
+      pdf::RotationOf(tree.Attribute(page, dictionary, pdf::InheritableKey::kRotate, arena_));
+  const int total = ((own + rotation) % 360 + 360) % 360;
   if (total != 0) {
     out += "/Rotate";
     pdf::AppendInteger(out, total);

@@ -51,8 +51,8 @@ TEST_P(Placement, IsOnThePageAsItIsSeen) {
                         .Rotate(rotation)
                         .PageEntry("/UserUnit " + std::to_string(unit))
                         .Bytes());
-    // An angle that is no multiple of 90 is not allowed, and counts as 0.
-    const bool is_on_side = ((rotation % 90 == 0 ? rotation : 0) + turn) % 180 != 0;
+    // Of an angle that is no multiple of 90, whole quarters count.
+    const bool is_on_side = (rotation / 90 * 90 + turn) % 180 != 0;
     const double width = (is_on_side ? seen.height : seen.width) * unit;
     const double height = (is_on_side ? seen.width : seen.height) * unit;
     const TPdfRectangle wanted = {width - 50, 20, width - 10, 30};
@@ -78,7 +78,7 @@ INSTANTIATE_TEST_SUITE_P(
             Seen{"Cropped", "/MediaBox[0 0 300 300]/CropBox[40 60 240 180]", 200, 120},
             Seen{"CropBeyondMedia", "/MediaBox[10 20 210 140]/CropBox[-90 -90 900 900]", 200, 120},
             Seen{"CornersSwapped", "/MediaBox[300 300 0 0]/CropBox[240 180 40 60]", 200, 120}),
-        ::testing::Values(0, 90, 180, 270, -90, 450, 45), ::testing::Values(0, 90)),
+        ::testing::Values(0, 90, 180, 270, -90, 450, 45, 100), ::testing::Values(0, 90)),
     [](const auto& test) {
       const int rotation = std::get<1>(test.param);
       return std::string(std::get<0>(test.param).name) + (rotation < 0 ? "Minus" : "") +
