@@ -41,7 +41,7 @@ void LookAt(pdf::Document& document, const pdf::PageTree& pages) {
                    .contents = page.Get("Contents"),
                    .resources = resources,
                    .annotations = page.Get("Annots")});
-    undrawn.Find(resources);
+    undrawn.FindOnPage(pages, i);
   }
   pdf::Arena arena;
   const Object catalog = document.Catalog(arena);

@@ -415,6 +415,22 @@ TEST_F(Rasteriser, DrawsImagesWhoseProfileIsOfOtherColors) {
   EXPECT_TRUE(RenderOnly(file).IsNear(36, 36, {128, 128, 128}));
 }
 
+// The odd image is a stamp's, which the page's own resources do not name.
+TEST_F(Rasteriser, DrawsOddImagesOfAppearances) {
+  TestPdf file = Painted("0 0 m");
+  const std::string profile = testing::TestRgbProfile(2.2, true);
+  file.Object("image",
+              "<</Subtype/Image/Width 1/Height 1/BitsPerComponent 8/ColorSpace[/ICCBased "
+              "{{profile}}]/Filter/ASCIIHexDecode/Length 3>>\nstream\n80>\nendstream")
+      .Object("profile", "<</N 1/Length " + std::to_string(profile.size()) + ">>\nstream\n" +
+                             profile + "\nendstream")
+      .Object("form",
+              "<</Subtype/Form/BBox[0 0 1 1]/Resources<</XObject<</I {{image}}>>>>/Length 5>>\n"
+              "stream\n/I Do\nendstream")
+      .PageEntry("/Annots[<</Subtype/Stamp/F 4/Rect[0 0 144 72]/AP<</N {{form}}>>>>]");
+  EXPECT_TRUE(RenderOnly(file).IsNear(36, 36, {128, 128, 128}));
+}
+
 TEST_F(Rasteriser, DrawsJpeg2000ImagesWithAlpha) {
   const std::string hex = testing::kGrayAlphaJpx;
   std::string jpx;

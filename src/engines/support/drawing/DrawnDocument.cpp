@@ -279,8 +279,7 @@ bool DrawnDocument::HasUndrawnObjects(int page_index) {
     undrawn_ = std::make_unique<UndrawnObjects>(*core_);
   }
   try {
-    pdf::Arena arena;
-    undrawn_->Find(ResourcesOf(page_index, arena));
+    undrawn_->FindOnPage(*pages_, static_cast<std::size_t>(page_index));
     return !undrawn_->empty();
   } catch (const pdf::Error&) {
     return false;

@@ -68,9 +68,8 @@ class Copy {
 
   void ReplaceUndrawn() {
     UndrawnObjects undrawn(*document_);
-    for (const pdf::PageTree::Page& page : pages_->pages()) {
-      pdf::Arena arena;
-      undrawn.Find(pages_->Attribute(page, pdf::InheritableKey::kResources, arena));
+    for (std::size_t i = 0; i < pages_->pages().size(); ++i) {
+      undrawn.FindOnPage(*pages_, i);
     }
     for (const std::uint32_t profile : undrawn.profiles()) {
       ReplaceProfile(profile);

@@ -16,7 +16,6 @@ namespace {
 
 using pdf::Object;
 
-constexpr int kMaxDepth = 32;
 constexpr std::size_t kMaxProfileBytes = std::size_t{16} << 20;
 constexpr std::size_t kHeaderBytes = 128;
 constexpr std::uint64_t kJpxHeaderBytes = 4096;
@@ -37,41 +36,17 @@ std::int64_t ComponentsOf(std::string_view signature) {
 
 }  // namespace
 
-void UndrawnObjects::FindInResources(const Object& resources, int depth) {
-  if (depth > kMaxDepth) {
-    return;
-  }
-  pdf::Arena arena;
-  for (const std::string_view category : {"XObject", "Pattern", "Shading"}) {
-    for (const pdf::DictionaryEntry& entry :
-         document_->Resolve(resources.Get(category), arena).Entries()) {
-      FindInObject(entry.value, depth);
+void UndrawnObjects::FindOnPage(const pdf::PageTree& pages, std::size_t page_index) {
+  graph_.AddPage(pages, page_index);
+  while (const pdf::ResourceNode* node = graph_.Next()) {
+    if (node->kind == pdf::ResourceKind::kColorSpace) {
+      CheckSpace(node->value);
+    } else if ((node->kind == pdf::ResourceKind::kImage ||
+                node->kind == pdf::ResourceKind::kImageMask) &&
+               IsOddImage(node->number, node->value)) {
+      images_.push_back(node->number);
     }
   }
-  for (const pdf::DictionaryEntry& entry :
-       document_->Resolve(resources.Get("ColorSpace"), arena).Entries()) {
-    FindInSpace(entry.value, depth);
-  }
-}
-
-// An image, a form, a pattern or a shading.
-void UndrawnObjects::FindInObject(const Object& entry, int depth) {
-  if (!IsNew(entry)) {
-    return;
-  }
-  pdf::Arena arena;
-  const Object object = document_->Resolve(entry, arena);
-  if (IsOddImage(entry.AsReference().number, object)) {
-    images_.push_back(entry.AsReference().number);
-  }
-  for (const std::string_view mask : {"SMask", "Mask"}) {
-    if (depth < kMaxDepth && object.Get(mask).AsReference().number != 0) {
-      FindInObject(object.Get(mask), depth + 1);
-    }
-  }
-  FindInSpace(object.Get("ColorSpace"), depth + 1);
-  FindInSpace(document_->Resolve(object.Get("Shading"), arena).Get("ColorSpace"), depth + 1);
-  FindInResources(document_->Resolve(object.Get("Resources"), arena), depth + 1);
 }
 
 bool UndrawnObjects::IsOddImage(std::uint32_t number, const Object& dictionary) {
@@ -118,27 +93,16 @@ bool UndrawnObjects::IsOddJbig2(std::uint32_t number, const Object& dictionary) 
   return IsOwnJbig2(image, FactsOf(image, arena));
 }
 
-void UndrawnObjects::FindInSpace(const Object& space, int depth) {
-  if (depth > kMaxDepth || !IsNew(space)) {
-    return;
-  }
+void UndrawnObjects::CheckSpace(const Object& space) {
   pdf::Arena arena;
-  const auto items = document_->Resolve(space, arena).Items();
-  if (items.size() < 2) {
-    return;
-  }
-  const Object family = document_->Resolve(items[0], arena);
-  if (family.IsName("ICCBased")) {
+  const auto items = space.Items();
+  if (items.size() > 1 && document_->Resolve(items[0], arena).IsName("ICCBased")) {
     Check(items[1].AsReference().number);
-  } else if (family.IsName("Indexed") || family.IsName("Pattern")) {
-    FindInSpace(items[1], depth + 1);
-  } else if ((family.IsName("Separation") || family.IsName("DeviceN")) && items.size() > 2) {
-    FindInSpace(items[2], depth + 1);
   }
 }
 
 void UndrawnObjects::Check(std::uint32_t number) {
-  if (number != 0 && seen_.insert(number).second && IsOdd(number)) {
+  if (number != 0 && seen_profiles_.insert(number).second && IsOdd(number)) {
     profiles_.push_back(number);
   }
 }
@@ -162,12 +126,6 @@ bool UndrawnObjects::IsOdd(std::uint32_t number) {
   }
   const std::int64_t found = ComponentsOf(std::string_view(profile).substr(kSpaceAt, 4));
   return found != 0 && found != components;
-}
-
-// What is written in place belongs to one object and is looked at with that.
-bool UndrawnObjects::IsNew(const Object& entry) {
-  const std::uint32_t number = entry.AsReference().number;
-  return number == 0 || seen_.insert(number).second;
 }
 
 }  // namespace TarnixTools::engines

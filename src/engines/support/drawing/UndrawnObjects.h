@@ -5,25 +5,28 @@
 #ifndef TARNIX_ENGINES_SUPPORT_DRAWING_UNDRAWNOBJECTS_H_
 #define TARNIX_ENGINES_SUPPORT_DRAWING_UNDRAWNOBJECTS_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
 
+#include "pdf/content/ResourceGraph.h"
 #include "pdf/file/Document.h"
 #include "pdf/syntax/Object.h"
+#include "pdf/tree/PageTree.h"
 
 namespace TarnixTools::engines {
 
 class UndrawnObjects {
  public:
   // The document outlives this.
-  explicit UndrawnObjects(pdf::Document& document) : document_(&document) {}
+  explicit UndrawnObjects(pdf::Document& document) : document_(&document), graph_(document) {}
 
-  // Looks at the colour spaces of these resources, and at those of the images, forms and patterns
-  // in there. Every object is looked at once. Throws pdf::Error for a document that cannot be read
-  // any more.
-  void Find(const pdf::Object& resources) { FindInResources(resources, 0); }
+  // Looks at all that the page leads to: images and colour spaces of its resources, and those of
+  // forms, patterns, soft masks, glyphs and appearances in there. Every object is looked at once.
+  // Throws pdf::Error for a document that cannot be read any more.
+  void FindOnPage(const pdf::PageTree& pages, std::size_t page_index);
 
   // Numbers of the objects found so far.
   const std::vector<std::uint32_t>& profiles() const { return profiles_; }
@@ -33,17 +36,15 @@ class UndrawnObjects {
   bool empty() const { return profiles_.empty() && images_.empty(); }
 
  private:
-  void FindInResources(const pdf::Object& resources, int depth);
-  void FindInObject(const pdf::Object& entry, int depth);
-  void FindInSpace(const pdf::Object& space, int depth);
+  void CheckSpace(const pdf::Object& space);
   void Check(std::uint32_t number);
   bool IsOdd(std::uint32_t number);
   bool IsOddImage(std::uint32_t number, const pdf::Object& dictionary);
   bool IsOddJbig2(std::uint32_t number, const pdf::Object& dictionary);
-  bool IsNew(const pdf::Object& entry);
 
   pdf::Document* document_;
-  std::unordered_set<std::uint32_t> seen_;
+  pdf::ResourceGraph graph_;
+  std::unordered_set<std::uint32_t> seen_profiles_;
   std::vector<std::uint32_t> profiles_;
   std::vector<std::uint32_t> images_;
 };
