@@ -18,7 +18,9 @@ struct HeldBytes {
 };
 
 inline HeldBytes HoldCopy(std::string_view bytes) {
-  HeldBytes held{std::make_unique_for_overwrite<char[]>(bytes.size()), bytes.size()};
+  HeldBytes held;
+  held.data = std::make_unique_for_overwrite<char[]>(bytes.size());
+  held.size = bytes.size();
   std::copy(bytes.begin(), bytes.end(), held.data.get());
   return held;
 }
