@@ -42,7 +42,7 @@ void PdfProtectTask::Execute() {
                        "Invalid number of PDF docs [%d] (1 expected)", GetPdfDocsNum());
   }
   // A password of characters that its preparation drops would protect nothing.
-  if (engines::PdfPasswordProtectsW(PdfDoc::Utf8ToWs(password_)) == 0) {
+  if (engines::PdfIsPasswordEmptyW(PdfDoc::Utf8ToWs(password_)) != 0) {
     throw PdfException(PdfExceptionCode::PasswordError, 0,
                        "No password provided to protect PDF doc");
   }

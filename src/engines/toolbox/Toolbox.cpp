@@ -49,8 +49,8 @@ TPdfDocument* PdfDocumentOpenA(const TPdfStream* stream, const char* password) {
   });
 }
 
-int PdfPasswordProtectsW(const std::wstring& password) {
-  return Guarded([&] { return pdf::Security::Protects(WideToUtf8(password)) ? 1 : 0; });
+int PdfIsPasswordEmptyW(const std::wstring& password) {
+  return Guarded([&] { return pdf::Security::Protects(WideToUtf8(password)) ? 0 : 1; });
 }
 
 TPdfDocument* PdfDocumentCreateW(const TPdfStream* stream, std::int32_t,

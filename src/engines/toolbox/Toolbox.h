@@ -141,9 +141,10 @@ std::uint32_t PdfGetLastErrorCharacter();
 // the document is closed.
 TPdfDocument* PdfDocumentOpenA(const TPdfStream* stream, const char* password);
 
-// 1 when a document created with this user password needs one to be opened; 0 when nothing is left
-// of the password once it is prepared (RFC 4013), and on failure.
-int PdfPasswordProtectsW(const std::wstring& password);
+// 1 when nothing is left of a user password once it is prepared (RFC 4013), so that a document
+// created with it would open without one; 0 otherwise, and on failure, which PdfDocumentCreateW then
+// meets, too.
+int PdfIsPasswordEmptyW(const std::wstring& password);
 
 // Makes a new, empty document that is written to the stream from its start, forward only, and
 // completed by PdfClose. conformance 0 is the engine's default (PDF 1.7; 2.0 when encrypted);
