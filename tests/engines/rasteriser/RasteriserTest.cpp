@@ -415,37 +415,53 @@ TEST_F(Rasteriser, DrawsImagesWhoseProfileIsOfOtherColors) {
   EXPECT_TRUE(RenderOnly(file).IsNear(36, 36, {128, 128, 128}));
 }
 
-// The odd image is a stamp's, which the page's own resources do not name.
-TEST_F(Rasteriser, DrawsOddImagesOfAppearances) {
+// Has the stamp of a page draw {{image}}, which the page's own resources do not name.
+void DrawInStamp(TestPdf& file) {
+  file.Object("form",
+              "<</Subtype/Form/BBox[0 0 1 1]/Resources<</XObject<</I {{image}}>>>>/Length 5>>\n"
+              "stream\n/I Do\nendstream")
+      .PageEntry("/Annots[<</Subtype/Stamp/F 4/Rect[0 0 144 72]/AP<</N {{form}}>>>>]");
+}
+
+TEST_F(Rasteriser, DrawsImagesOfStampsWhoseProfileIsOfOtherColors) {
   TestPdf file = Painted("0 0 m");
   const std::string profile = testing::TestRgbProfile(2.2, true);
   file.Object("image",
               "<</Subtype/Image/Width 1/Height 1/BitsPerComponent 8/ColorSpace[/ICCBased "
               "{{profile}}]/Filter/ASCIIHexDecode/Length 3>>\nstream\n80>\nendstream")
       .Object("profile", "<</N 1/Length " + std::to_string(profile.size()) + ">>\nstream\n" +
-                             profile + "\nendstream")
-      .Object("form",
-              "<</Subtype/Form/BBox[0 0 1 1]/Resources<</XObject<</I {{image}}>>>>/Length 5>>\n"
-              "stream\n/I Do\nendstream")
-      .PageEntry("/Annots[<</Subtype/Stamp/F 4/Rect[0 0 144 72]/AP<</N {{form}}>>>>]");
+                             profile + "\nendstream");
+  DrawInStamp(file);
   EXPECT_TRUE(RenderOnly(file).IsNear(36, 36, {128, 128, 128}));
 }
 
-TEST_F(Rasteriser, DrawsJpeg2000ImagesWithAlpha) {
+// A picture of 16 by 8 pixels, gray with alpha.
+void AddJpeg2000Image(TestPdf& file) {
   const std::string hex = testing::kGrayAlphaJpx;
   std::string jpx;
   for (std::size_t i = 0; i < hex.size(); i += 2) {
     jpx += static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16));
   }
-  TestPdf file = Painted("144 0 0 72 0 0 cm /I Do");
   file.Object("image",
               "<</Subtype/Image/Width 16/Height 8/BitsPerComponent 8/ColorSpace/DeviceGray"
               "/Filter/JPXDecode/Length " +
-                  std::to_string(jpx.size()) + ">>\nstream\n" + jpx + "\nendstream")
-      .PageEntry("/Resources<</XObject<</I {{image}}>>>>");
+                  std::to_string(jpx.size()) + ">>\nstream\n" + jpx + "\nendstream");
+}
+
+TEST_F(Rasteriser, DrawsJpeg2000ImagesWithAlpha) {
+  TestPdf file = Painted("144 0 0 72 0 0 cm /I Do");
+  AddJpeg2000Image(file);
+  file.PageEntry("/Resources<</XObject<</I {{image}}>>>>");
   const JpegImage image = RenderOnly(file);
   EXPECT_TRUE(image.IsNear(36, 36, {0, 0, 0}));
   EXPECT_TRUE(image.IsNear(150, 36, {80, 80, 80}));
+}
+
+TEST_F(Rasteriser, DrawsJpeg2000ImagesOfStampsWithAlpha) {
+  TestPdf file = Painted("0 0 m");
+  AddJpeg2000Image(file);
+  DrawInStamp(file);
+  EXPECT_TRUE(RenderOnly(file).IsNear(36, 36, {0, 0, 0}));
 }
 
 // Ten pixels for each of the image's: its second cross is at (90, 20).
