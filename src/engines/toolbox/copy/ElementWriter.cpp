@@ -88,9 +88,12 @@ void ElementWriter::AppendEntry(std::string& out, const pdf::DictionaryEntry& en
   }
   if (key == "Pg") {
     AppendPage(out, entry.value);
-  } else if (key == "S" && entry.value.IsName() && !has_namespace) {
+  } else if (key == "S" && entry.value.IsName()) {
+    if (has_namespace) {
+      KeepRole(entry.value.Text());
+    }
     out += "/S";
-    pdf::AppendName(out, RoleOf(entry.value.Text()));
+    pdf::AppendName(out, has_namespace ? entry.value.Text() : RoleOf(entry.value.Text()));
   } else if (key == "C") {
     AppendClasses(out, context_->document().Resolve(entry.value, arena_));
   } else if (key == "A") {
@@ -242,6 +245,17 @@ void ElementWriter::AppendContent(std::string& out, const Object& kid) {
   out += ">>";
 }
 
+// What the role map says of a type that has its meaning from a namespace is for readers that know no
+// namespaces. The type keeps its name, so another source's entry for the name stands.
+void ElementWriter::KeepRole(std::string_view name) {
+  if (target_->roles().HasRoomFor(name, target_->is_first())) {
+    RoleOf(name);
+  } else if (const Object role = source_->roles().Get(name);
+             role.IsName() && target_->roles().Meaning(name) != MeaningOf(source_->roles(), name)) {
+    lost_roles_.emplace(name);
+  }
+}
+
 std::string ElementWriter::RoleOf(std::string_view name) {
   const auto found = roles_.find(std::string(name));
   return found != roles_.end()
@@ -279,6 +293,9 @@ void ElementWriter::Report() {
     context_->report().Add(CopiedKind::kStructureElement, CopyOutcome::kRenamed, what,
                            static_cast<std::uint64_t>(count));
   }
+  context_->report().Add(CopiedKind::kStructureElement, CopyOutcome::kDropped,
+                         "role of a type that has another one in another document",
+                         lost_roles_.size());
 }
 
 }  // namespace TarnixTools::engines

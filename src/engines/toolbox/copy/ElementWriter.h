@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "engines/toolbox/copy/SourceStructure.h"
 #include "pdf/syntax/Arena.h"
@@ -58,6 +59,7 @@ class ElementWriter {
   void AppendRelated(std::string& out, const pdf::Object& elements);
   void AppendKids(std::string& out, std::span<const pdf::Object> all, std::span<const Kid> kids);
   void AppendContent(std::string& out, const pdf::Object& kid);
+  void KeepRole(std::string_view name);
   std::string RoleOf(std::string_view name);
   const std::string& ClassOf(std::string_view name);
 
@@ -71,6 +73,7 @@ class ElementWriter {
   Names ids_;  // that change
   Names roles_;
   Names classes_;
+  std::unordered_set<std::string> lost_roles_;
 };
 
 }  // namespace TarnixTools::engines

@@ -146,12 +146,21 @@ std::string TargetRoles::Join(const NamedValues& source, std::string_view name, 
   return *std::move(joined);
 }
 
+// Elements of other sources use a standard type without asking the role map.
+bool TargetRoles::HasRoomFor(std::string_view name, bool is_first) const {
+  return !roles_.contains(name) && (is_first || !IsStandardType(name));
+}
+
+std::string_view TargetRoles::Meaning(std::string_view name) const {
+  const auto known = roles_.find(name);
+  return known == roles_.end() ? name : std::string_view(known->second.meaning);
+}
+
 std::string TargetRoles::JoinOne(const NamedValues& source, std::string_view name,
                                  const std::string& value, bool is_first) {
   const std::string meaning(MeaningOf(source, name));
   const auto known = roles_.find(name);
-  // Elements of other sources use a standard type without asking the role map.
-  const bool is_free = known == roles_.end() && (is_first || !IsStandardType(name));
+  const bool is_free = HasRoomFor(name, is_first);
   if (known != roles_.end() ? known->second.meaning == meaning : !is_free && meaning == name) {
     return std::string(name);
   }

@@ -53,6 +53,12 @@ class TargetRoles {
   std::string Join(const NamedValues& source, std::string_view name, bool is_first,
                    JoinedNames& joined_before);
 
+  // Whether a type that is not in the role map yet can come into it under its own name.
+  bool HasRoomFor(std::string_view name, bool is_first) const;
+
+  // What a type is in the end.
+  std::string_view Meaning(std::string_view name) const;
+
   // "<</Name/Type...>>"; empty when there are none.
   std::string Text() const;
 

@@ -566,6 +566,36 @@ TEST(Structure, GivesPagesWithTheSameKeyTheirOwn) {
   EXPECT_THAT(tags.Keys(), ElementsAre(1, 2));
 }
 
+// A page with an element whose type a namespace explains, and the role map for readers without.
+std::string WithNamespace(const std::string& role) {
+  return TaggedPdf(2, "/K 21 0 R/ParentTree<</Nums[0[22 0 R]]>>/Namespaces[40 0 R]/RoleMap<</Own/" +
+                          role + "/Inner/Span/Unused/P>>")
+      .Element(21, 20, "Document", "/K 22 0 R")
+      .Element(22, 21, "Own", "/Pg 3 0 R/K 0/NS 40 0 R")
+      .Object(40, "<</Type/Namespace/NS(urn:own)/RoleMapNS<</Own[/P 41 0 R]>>>>")
+      .Object(41, "<</Type/Namespace/NS(http://iso.org/pdf2/ssn)>>")
+      .Bytes();
+}
+
+TEST(Structure, KeepsRolesOfTypesThatANamespaceExplains) {
+  CopiedDocument piece({{WithNamespace("Inner"), {0}}});
+  Tags tags(piece);
+  EXPECT_THAT(tags.paths(), ElementsAre("Document", "Document/Own"));
+  EXPECT_EQ(piece.Text(tags.root().Get("RoleMap")), "<</Inner/Span/Own/Inner>>");
+}
+
+TEST(Structure, ReportsARoleThatAnotherDocumentHasTaken) {
+  CopiedDocument copy({{WithNamespace("P"), {0}}, {WithNamespace("P"), {0}}});
+  EXPECT_EQ(copy.Text(Tags(copy).root().Get("RoleMap")), "<</Own/P>>");
+  EXPECT_EQ(copy.Reported(TPdfCopiedKind::kStructureElement, TPdfCopyOutcome::kDropped), 0U);
+  CopiedDocument clash({{WithNamespace("P"), {0}}, {WithNamespace("H1"), {0}}});
+  Tags tags(clash);
+  EXPECT_THAT(tags.paths(), ElementsAre("Document", "Document/Document", "Document/Document/Own",
+                                        "Document/Document", "Document/Document/Own"));
+  EXPECT_EQ(clash.Text(tags.root().Get("RoleMap")), "<</Own/P>>");
+  EXPECT_EQ(clash.Reported(TPdfCopiedKind::kStructureElement, TPdfCopyOutcome::kDropped), 1U);
+}
+
 TEST(Structure, ReadsElementsInEveryForm) {
   const std::string bytes =
       TaggedPdf(1, "/K 40 0 R/ParentTree<</Nums[0[]]>>")
