@@ -68,6 +68,7 @@ enum class PdfReportKind : std::int32_t {
   ImageStamp = 20,
   // A font that was asked for: Replaced when it cannot be used.
   Font = 21,
+  Language = 22,
 };
 
 enum class PdfReportOutcome : std::int32_t {

@@ -44,6 +44,8 @@ PdfReportKind KindOf(TPdfCopiedKind kind) {
       return PdfReportKind::ViewerSetting;
     case TPdfCopiedKind::kResource:
       return PdfReportKind::Resource;
+    case TPdfCopiedKind::kLanguage:
+      return PdfReportKind::Language;
     case TPdfCopiedKind::kDamage:
       break;
   }

@@ -79,6 +79,8 @@ const char* PdfReport::GetKindName(PdfReportKind kind) {
       return "image stamp";
     case PdfReportKind::Font:
       return "font";
+    case PdfReportKind::Language:
+      return "language";
   }
   return "thing";
 }

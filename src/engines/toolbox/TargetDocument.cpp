@@ -116,6 +116,7 @@ std::uint32_t TargetDocument::WriteCatalog() {
   parts_.form_fields.Finish(writer_, text);
   parts_.layers.Finish(writer_, text);
   parts_.structure.Finish(writer_, text);
+  parts_.language.Finish(writer_, text, parts_.report);
   parts_.settings.Finish(writer_, text, names);
   if (!names.empty()) {
     text += "/Names<<" + names + ">>";

@@ -111,6 +111,7 @@ enum class TPdfCopiedKind : std::int32_t {
   kResource,
   // Of a source: kept where all of it could be read all the same, dropped where something is lost.
   kDamage,
+  kLanguage,
 };
 
 enum class TPdfCopyOutcome : std::int32_t { kKept, kRenamed, kDropped };

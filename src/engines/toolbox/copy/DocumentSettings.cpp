@@ -50,11 +50,12 @@ std::string NameText(const Object& value) {
   return text;
 }
 
-// Empty for what is no string, and for an empty one.
+// Empty for what is no string, and for an empty one. One string has one text, in whatever form the
+// source writes it.
 std::string StringText(const Object& value) {
   std::string text;
   if (value.IsString() && !value.Text().empty()) {
-    pdf::AppendString(text, value.Text(), value.is_hex());
+    pdf::AppendString(text, value.Text(), false);
   }
   return text;
 }
@@ -130,10 +131,6 @@ void TargetDocumentSettings::NoteSource(const SourceDocumentSettings& source, bo
   } else if (base_address_ != source.base_address()) {
     base_address_.clear();
   }
-  if (!source.language().empty()) {
-    has_whole_language_ |= is_whole;
-    language_ = !language_ || *language_ == source.language() ? source.language() : std::string();
-  }
 }
 
 void TargetDocumentSettings::AddAssociatedFiles(std::string_view items) {
@@ -143,7 +140,6 @@ void TargetDocumentSettings::AddAssociatedFiles(std::string_view items) {
 void TargetDocumentSettings::Finish(pdf::FileWriter& writer, std::string& catalog,
                                     std::string& names) {
   AppendViewer(catalog);
-  AppendEntry(catalog, "Lang", has_whole_language_ ? *language_ : std::string());
   AppendEntry(catalog, "URI", base_address_.empty() ? "" : "<</Base" + base_address_ + ">>");
   catalog += is_pdf_2_ && !writer.is_pdf_2() ? "/Version/2.0" : "";
   if (!extensions_.empty()) {

@@ -1,11 +1,10 @@
-// What belongs to a document as a whole: language, viewer settings, attachments, output intents.
-// It goes into a target that gets every page of the source.
+// What belongs to a document as a whole: viewer settings, attachments, output intents. It goes into
+// a target that gets every page of the source.
 #ifndef TARNIX_ENGINES_TOOLBOX_COPY_DOCUMENTSETTINGS_H_
 #define TARNIX_ENGINES_TOOLBOX_COPY_DOCUMENTSETTINGS_H_
 
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -102,8 +101,6 @@ class TargetDocumentSettings {
 
   std::size_t source_count_ = 0;
   std::size_t whole_count_ = 0;
-  std::optional<std::string> language_;  // empty: the sources do not agree
-  bool has_whole_language_ = false;
   std::string base_address_;
   bool is_pdf_2_ = false;
   TargetAttachments attachments_;

@@ -70,8 +70,12 @@ void ElementWriter::Write(std::uint32_t index, std::uint32_t target_number,
   text_ += "/P";
   pdf::AppendReference(text_, parent_number);
   AppendKids(text_, loaded.kids, kids);
-  text_ += ">>";
-  context_->writer().WriteObject(target_number, text_);
+  if (source_->elements()[index].parent == 0) {
+    context_->parts().language.WriteTopElement(context_->writer(), target_number, text_,
+                                               loaded.dictionary.Has("Lang"));
+  } else {
+    context_->writer().WriteObject(target_number, text_ + ">>");
+  }
   if (const Object id = context_->document().Resolve(loaded.dictionary.Get("ID"), arena_);
       id.IsString()) {
     const auto renamed = ids_.find(std::string(id.Text()));

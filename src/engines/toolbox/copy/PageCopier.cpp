@@ -38,6 +38,7 @@ bool IsLeftOut(std::string_view key) {
 }  // namespace
 
 void PageCopier::Write() {
+  context_.parts().language.AddSource(context_.source().parts().settings().language());
   parts_.annotations.Prepare();
   parts_.resources.Prepare();
   parts_.form_fields.Prepare();

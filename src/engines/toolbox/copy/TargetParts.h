@@ -6,6 +6,7 @@
 #include "engines/toolbox/copy/Destinations.h"
 #include "engines/toolbox/copy/DocumentSettings.h"
 #include "engines/toolbox/copy/FormFields.h"
+#include "engines/toolbox/copy/Language.h"
 #include "engines/toolbox/copy/Layers.h"
 #include "engines/toolbox/copy/Outline.h"
 #include "engines/toolbox/copy/PageLabels.h"
@@ -22,6 +23,7 @@ struct TargetParts {
   TargetFormFields form_fields;
   TargetLayers layers;
   TargetStructure structure;
+  TargetLanguage language;
   TargetDocumentSettings settings;
   CopyReport report;
   TargetContent* content = nullptr;  // what is painted onto pages; not owned

