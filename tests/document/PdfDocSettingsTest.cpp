@@ -67,5 +67,13 @@ TEST_F(PdfDocSettingsTest, ReportsALanguageThatHasNoPlace) {
             "2 languages dropped: of untagged text, next to text in others");
 }
 
+TEST_F(PdfDocSettingsTest, NoOutputIsOfALowerVersionThanItsSources) {
+  MakePdf("a.pdf", 1);
+  const PdfDoc newer(TestPdf().Pages(2).CatalogEntry("/Version/2.0").Write(Path("b.pdf")), "",
+                     true);
+  PdfDoc::Merge({Doc("a.pdf"), newer}, Path("out.pdf"), "");
+  EXPECT_EQ(QpdfDocument(Path("out.pdf")).Catalog()["/Version"], "/2.0");
+}
+
 }  // namespace
 }  // namespace TarnixTools

@@ -86,6 +86,24 @@ void AppendArray(std::string& out, std::string_view key, const std::string& item
   AppendEntry(out, key, items.empty() ? items : "[" + items + "]");
 }
 
+// 17 for a text that starts with "1.7"; 0 for one that starts with no version. There is none from
+// 1.8 to 1.9.
+int VersionOf(std::string_view text) {
+  if (text.size() < 3 || (text[0] != '1' && text[0] != '2') || text[1] != '.' || text[2] < '0' ||
+      text[2] > '9') {
+    return 0;
+  }
+  const int minor = text[2] - '0';
+  return text[0] == '1' ? 10 + std::min(minor, 7) : 20 + minor;
+}
+
+// What the header does not say.
+void AppendVersion(std::string& catalog, int version, bool is_header_2) {
+  if (version > (is_header_2 ? 20 : 17)) {
+    catalog += "/Version/" + std::to_string(version / 10) + "." + std::to_string(version % 10);
+  }
+}
+
 }  // namespace
 
 SourceDocumentSettings::SourceDocumentSettings(SourceDocument& source) {
@@ -104,15 +122,14 @@ SourceDocumentSettings::SourceDocumentSettings(SourceDocument& source) {
   thread_count_ = resolve(catalog.Get("Threads")).Items().size();
 }
 
-// The later of what the header and the catalog say.
 void SourceDocumentSettings::ReadVersion(SourceDocument& source, const Object& version) {
   constexpr std::string_view kMark = "%PDF-";
   const std::string_view start =
       source.document().reader().blocks().Window(0, pdf::limits::kHeaderSearch);
   const std::size_t at = start.find(kMark);
-  const bool header_says_2 =
-      at != std::string_view::npos && start.substr(at + kMark.size()).starts_with("2.");
-  is_pdf_2_ = header_says_2 || (version.IsName() && version.Text().starts_with("2."));
+  const int in_header =
+      at == std::string_view::npos ? 0 : VersionOf(start.substr(at + kMark.size()));
+  version_ = std::max(in_header, version.IsName() ? VersionOf(version.Text()) : 0);
 }
 
 void SourceDocumentSettings::ReadOpening(const Object& opening) {
@@ -125,11 +142,18 @@ void SourceDocumentSettings::ReadOpening(const Object& opening) {
 void TargetDocumentSettings::NoteSource(const SourceDocumentSettings& source, bool is_whole) {
   ++source_count_;
   whole_count_ += is_whole ? 1 : 0;
-  is_pdf_2_ |= source.is_pdf_2();
+  version_ = std::max(version_, source.version());
   if (source_count_ == 1) {
     base_address_ = source.base_address();
   } else if (base_address_ != source.base_address()) {
     base_address_.clear();
+  }
+}
+
+void TargetDocumentSettings::AddExtension(std::string_view name, Extension extension) {
+  const auto [known, is_new] = extensions_.try_emplace(std::string(name), extension);
+  if (!is_new && known->second.rank < extension.rank) {
+    known->second = std::move(extension);
   }
 }
 
@@ -141,11 +165,11 @@ void TargetDocumentSettings::Finish(pdf::FileWriter& writer, std::string& catalo
                                     std::string& names) {
   AppendViewer(catalog);
   AppendEntry(catalog, "URI", base_address_.empty() ? "" : "<</Base" + base_address_ + ">>");
-  catalog += is_pdf_2_ && !writer.is_pdf_2() ? "/Version/2.0" : "";
+  AppendVersion(catalog, version_, writer.is_pdf_2());
   if (!extensions_.empty()) {
     catalog += "/Extensions<<";
-    for (const auto& [name, text] : extensions_) {
-      AppendEntry(catalog, name, text);
+    for (const auto& [name, extension] : extensions_) {
+      AppendEntry(catalog, name, extension.text);
     }
     catalog += ">>";
   }
@@ -187,8 +211,10 @@ void DocumentSettingsCopier::Copy() {
   const SourceDocumentSettings& source = context_->source().parts().settings();
   context_->parts().settings.NoteSource(source, context_->is_whole());
   ReportLeftOut(source);
+  const Object catalog = context_->document().Catalog(arena_);
+  CopyExtensions(catalog);
   if (context_->is_whole()) {
-    CopyWhole();
+    CopyWhole(catalog);
   }
 }
 
@@ -206,15 +232,27 @@ void DocumentSettingsCopier::ReportLeftOut(const SourceDocumentSettings& source)
   }
 }
 
+// By base version, then by level; several in an array count as the highest of them.
+std::int64_t DocumentSettingsCopier::RankOf(const Object& extension) {
+  constexpr std::int64_t kMaxLevel = 99'999;
+  std::int64_t rank = 0;
+  for (const Object& item :
+       extension.IsArray() ? extension.Items() : std::span<const Object>(&extension, 1)) {
+    const Object version = Resolve(item);
+    const std::int64_t level = Resolve(version.Get("ExtensionLevel")).IntegerOr(0);
+    rank = std::max(rank, VersionOf(Resolve(version.Get("BaseVersion")).Text()) * (kMaxLevel + 1) +
+                              std::clamp<std::int64_t>(level, 0, kMaxLevel));
+  }
+  return rank;
+}
+
 Object DocumentSettingsCopier::Resolve(const Object& value) {
   return context_->document().Resolve(value, arena_);
 }
 
-void DocumentSettingsCopier::CopyWhole() {
-  const Object catalog = context_->document().Catalog(arena_);
+void DocumentSettingsCopier::CopyWhole(const Object& catalog) {
   CopyAttachments(catalog);
   CopyAssociatedFiles(catalog);
-  CopyExtensions(catalog);
   if (context_->parts().settings.is_first_whole()) {
     CopyOutputIntents(catalog);
     CopyViewer(catalog);
@@ -319,13 +357,14 @@ std::string DocumentSettingsCopier::CopyCollection(const Object& value) {
   return text;
 }
 
+// Of the versions and levels that sources name for an extension, the latest.
 void DocumentSettingsCopier::CopyExtensions(const Object& catalog) {
   for (const pdf::DictionaryEntry& entry : Resolve(catalog.Get("Extensions")).Entries()) {
     const Object extension = Resolve(entry.value);
     if (entry.Key() != "Type" && (extension.IsDictionary() || extension.IsArray())) {
       std::string text;
       context_->objects().Append(text, extension);
-      context_->parts().settings.AddExtension(entry.Key(), std::move(text));
+      context_->parts().settings.AddExtension(entry.Key(), {RankOf(extension), std::move(text)});
     }
   }
 }

@@ -32,7 +32,8 @@ class SourceDocumentSettings {
   // The base address of the links that lead into the web.
   const std::string& base_address() const { return base_address_; }
 
-  bool is_pdf_2() const { return is_pdf_2_; }
+  // Of PDF, the later of what the header and the catalog say: 17 for 1.7.
+  int version() const { return version_; }
 
   std::uint64_t attachment_count() const { return attachment_count_; }
 
@@ -51,7 +52,7 @@ class SourceDocumentSettings {
 
   std::string language_;
   std::string base_address_;
-  bool is_pdf_2_ = false;
+  int version_ = 0;
   std::uint64_t attachment_count_ = 0;
   std::uint64_t script_count_ = 0;
   bool has_opening_view_ = false;
@@ -86,10 +87,13 @@ class TargetDocumentSettings {
 
   void AddAssociatedFiles(std::string_view items);
 
-  // The first of a name counts.
-  void AddExtension(std::string_view name, std::string text) {
-    extensions_.emplace(name, std::move(text));
-  }
+  // A developer's extension of the standard. Of several with one name the highest rank counts.
+  struct Extension {
+    std::int64_t rank = 0;
+    std::string text;
+  };
+
+  void AddExtension(std::string_view name, Extension extension);
 
   // Writes what there is and appends the entries for it, of the catalog and of its /Names
   // dictionary.
@@ -102,12 +106,12 @@ class TargetDocumentSettings {
   std::size_t source_count_ = 0;
   std::size_t whole_count_ = 0;
   std::string base_address_;
-  bool is_pdf_2_ = false;
+  int version_ = 0;
   TargetAttachments attachments_;
   ViewerSettings viewer_;
   std::string output_intents_;
   std::string associated_files_;
-  std::map<std::string, std::string, std::less<>> extensions_;
+  std::map<std::string, Extension, std::less<>> extensions_;
 };
 
 class DocumentSettingsCopier {
@@ -119,7 +123,7 @@ class DocumentSettingsCopier {
 
  private:
   void ReportLeftOut(const SourceDocumentSettings& source);
-  void CopyWhole();
+  void CopyWhole(const pdf::Object& catalog);
   void CopyAttachments(const pdf::Object& catalog);
   void CopyAssociatedFiles(const pdf::Object& catalog);
   void CopyOutputIntents(const pdf::Object& catalog);
@@ -128,6 +132,7 @@ class DocumentSettingsCopier {
                        const pdf::Object& dictionary);
   std::string CopyCollection(const pdf::Object& value);
   void CopyExtensions(const pdf::Object& catalog);
+  std::int64_t RankOf(const pdf::Object& extension);
   std::string CopyDictionaries(const pdf::Object& value, std::uint64_t& count);
   bool KeepsPageOrder() const;
   pdf::Object Resolve(const pdf::Object& value);

@@ -42,11 +42,12 @@ TEST(DocumentSettings, ComeWithAWholeDocument) {
 
 TEST(DocumentSettings, StayBehindWhenAPageDoes) {
   Settings copy({{FileWith(kEverything), {0}}});
-  for (const char* key : {"PageMode", "PageLayout", "ViewerPreferences", "Extensions"}) {
+  for (const char* key : {"PageMode", "PageLayout", "ViewerPreferences"}) {
     EXPECT_FALSE(copy.Catalog().Has(key)) << key;
   }
   EXPECT_EQ(copy.InCatalog("URI"), "<</Base(http://x/)>>");  // the page's links need it
   EXPECT_EQ(copy.InCatalog("Lang"), "(de)");                 // its text has it
+  EXPECT_EQ(copy.InCatalog("Extensions"), "<</ADBE<</BaseVersion/1.7/ExtensionLevel 3>>>>");
 }
 
 TEST(DocumentSettings, DropPrintRangesThatCountOtherPages) {
@@ -77,6 +78,17 @@ TEST(DocumentSettings, KeepALanguageThatNoSourceContradicts) {
   EXPECT_EQ(language_of({"de", "fr", "de"}), "null");
   EXPECT_EQ(language_of({"de", "fr", "fr"}), "null");
   EXPECT_EQ(language_of({"", ""}), "null");
+}
+
+TEST(DocumentSettings, KeepTheHighestLevelOfAnExtension) {
+  const auto file = [](const std::string& version, const std::string& level) {
+    return FileWith("/Extensions<</ADBE<</BaseVersion/" + version + "/ExtensionLevel " + level +
+                    ">>/ISO_[<</BaseVersion/" + version + "/ExtensionLevel " + level + ">>7]>>");
+  };
+  Settings copy({{file("1.7", "3"), {0}}, {file("1.7", "8"), {1}}, {file("1.6", "9")}});
+  EXPECT_EQ(copy.InCatalog("Extensions"),
+            "<</ADBE<</BaseVersion/1.7/ExtensionLevel 8>>"
+            "/ISO_[<</BaseVersion/1.7/ExtensionLevel 8>>7]>>");
 }
 
 TEST(DocumentSettings, KeepABaseAddressThatAllSourcesShare) {
@@ -137,6 +149,8 @@ TEST(DocumentSettings, SayWhenASourceIsPdf2) {
   EXPECT_EQ(Settings({{FileWith("")}, {header, {0}}}).InCatalog("Version"), "/2.0");
   EXPECT_EQ(Settings({{FileWith("/Version/2.0")}}).InCatalog("Version"), "/2.0");
   EXPECT_EQ(Settings({{FileWith("/Version/1.5")}}).InCatalog("Version"), "null");
+  EXPECT_EQ(Settings({{FileWith("/Version/1.9")}}).InCatalog("Version"), "null");
+  EXPECT_EQ(Settings({{FileWith("/Version/2.1")}, {header}}).InCatalog("Version"), "/2.1");
 }
 
 TEST(DocumentSettings, NeedNoVersionWhereTheHeaderSaysIt) {
