@@ -67,6 +67,25 @@ TEST_F(PdfDocSettingsTest, ReportsALanguageThatHasNoPlace) {
             "2 languages dropped: of untagged text, next to text in others");
 }
 
+TEST_F(PdfDocSettingsTest, AWholeDocumentOpensWhereItDid) {
+  const std::string path = TestPdf()
+                               .Pages(3)
+                               .CatalogEntry("/OpenAction<</S/GoTo/D[{{page 2}}/FitH 99]>>")
+                               .Write(Path("doc.pdf"));
+  PdfDoc doc(path, "", true);
+  doc.Rotate(PdfRotationAngle::Rotate90, Path("turned.pdf"), "");
+  const QpdfDocument turned(Path("turned.pdf"));
+  const auto action = turned.Follow(turned.Catalog()["/OpenAction"]);
+  EXPECT_EQ(action["/S"], "/GoTo");
+  EXPECT_EQ(action["/D"][0], turned.Page(2));
+  MakePdf("other.pdf", 1);
+  PdfDoc::Merge({doc, Doc("other.pdf")}, Path("merged.pdf"), "");
+  const QpdfDocument merged(Path("merged.pdf"));
+  EXPECT_EQ(merged.Follow(merged.Catalog()["/OpenAction"])["/D"][0], merged.Page(2));
+  PdfDoc::Merge({Doc("other.pdf"), doc}, Path("merged.pdf"), "");
+  EXPECT_FALSE(QpdfDocument(Path("merged.pdf")).Catalog().contains("/OpenAction"));
+}
+
 TEST_F(PdfDocSettingsTest, NoOutputIsOfALowerVersionThanItsSources) {
   MakePdf("a.pdf", 1);
   const PdfDoc newer(TestPdf().Pages(2).CatalogEntry("/Version/2.0").Write(Path("b.pdf")), "",

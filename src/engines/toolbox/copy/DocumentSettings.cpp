@@ -86,6 +86,12 @@ void AppendArray(std::string& out, std::string_view key, const std::string& item
   AppendEntry(out, key, items.empty() ? items : "[" + items + "]");
 }
 
+// Whether a value of /OpenAction is, or leads to, a place in the document.
+bool IsPlace(const Object& opening) {
+  return opening.IsArray() || opening.IsString() || opening.IsName() ||
+         (opening.IsDictionary() && (opening.Get("S").IsName("GoTo") || !opening.Has("S")));
+}
+
 // 17 for a text that starts with "1.7"; 0 for one that starts with no version. There is none from
 // 1.8 to 1.9.
 int VersionOf(std::string_view text) {
@@ -133,10 +139,8 @@ void SourceDocumentSettings::ReadVersion(SourceDocument& source, const Object& v
 }
 
 void SourceDocumentSettings::ReadOpening(const Object& opening) {
-  const bool is_script =
-      opening.IsDictionary() && !opening.Get("D").IsArray() && !opening.Get("S").IsName("GoTo");
-  script_count_ += is_script ? 1 : 0;
-  has_opening_view_ = !is_script && !opening.IsNull();
+  has_opening_view_ = IsPlace(opening);
+  script_count_ += opening.IsDictionary() && (!has_opening_view_ || opening.Has("Next")) ? 1 : 0;
 }
 
 void TargetDocumentSettings::NoteSource(const SourceDocumentSettings& source, bool is_whole) {
@@ -173,6 +177,7 @@ void TargetDocumentSettings::Finish(pdf::FileWriter& writer, std::string& catalo
     }
     catalog += ">>";
   }
+  AppendEntry(catalog, "OpenAction", opening_);
   AppendArray(catalog, "OutputIntents", output_intents_);
   AppendArray(catalog, "AF", associated_files_);
   attachments_.Finish(writer, names);
@@ -216,6 +221,10 @@ void DocumentSettingsCopier::Copy() {
   if (context_->is_whole()) {
     CopyWhole(catalog);
   }
+  const bool opens_there = context_->is_whole() && CopyOpening(catalog);
+  context_->report().Add(
+      CopiedKind::kViewerSettings, opens_there ? CopyOutcome::kKept : CopyOutcome::kDropped,
+      opens_there ? "" : "where the document opens", source.has_opening_view() ? 1 : 0);
 }
 
 void DocumentSettingsCopier::ReportLeftOut(const SourceDocumentSettings& source) {
@@ -224,8 +233,6 @@ void DocumentSettingsCopier::ReportLeftOut(const SourceDocumentSettings& source)
              source.script_count());
   report.Add(CopiedKind::kArticleThread, CopyOutcome::kDropped, "leads through the whole document",
              source.thread_count());
-  report.Add(CopiedKind::kViewerSettings, CopyOutcome::kDropped, "where the document opens",
-             source.has_opening_view() ? 1 : 0);
   if (!context_->is_whole()) {
     report.Add(CopiedKind::kAttachment, CopyOutcome::kDropped, "belongs to the whole document",
                source.attachment_count());
@@ -355,6 +362,21 @@ std::string DocumentSettingsCopier::CopyCollection(const Object& value) {
     context_->objects().Append(text, dictionary);
   }
   return text;
+}
+
+// A place in the first source. It is an array, or a dictionary that leads there.
+bool DocumentSettingsCopier::CopyOpening(const Object& catalog) {
+  if (context_->parts().settings.has_several_sources()) {
+    return false;
+  }
+  const Object opening = Resolve(catalog.Get("OpenAction"));
+  const auto place = IsPlace(opening) ? context_->destinations().Copy(opening) : std::nullopt;
+  if (!place) {
+    return false;
+  }
+  const bool is_array = opening.IsArray();
+  context_->parts().settings.set_opening(is_array ? *place : "<</S/GoTo/D" + *place + ">>");
+  return true;
 }
 
 // Of the versions and levels that sources name for an extension, the latest.

@@ -1,5 +1,5 @@
-// What belongs to a document as a whole: viewer settings, attachments, output intents. It goes into
-// a target that gets every page of the source.
+// What belongs to a document as a whole: viewer settings, where it opens, attachments, output
+// intents. It goes into a target that gets every page of the source.
 #ifndef TARNIX_ENGINES_TOOLBOX_COPY_DOCUMENTSETTINGS_H_
 #define TARNIX_ENGINES_TOOLBOX_COPY_DOCUMENTSETTINGS_H_
 
@@ -87,6 +87,9 @@ class TargetDocumentSettings {
 
   void AddAssociatedFiles(std::string_view items);
 
+  // Where the document opens.
+  void set_opening(std::string action) { opening_ = std::move(action); }
+
   // A developer's extension of the standard. Of several with one name the highest rank counts.
   struct Extension {
     std::int64_t rank = 0;
@@ -111,6 +114,7 @@ class TargetDocumentSettings {
   ViewerSettings viewer_;
   std::string output_intents_;
   std::string associated_files_;
+  std::string opening_;
   std::map<std::string, Extension, std::less<>> extensions_;
 };
 
@@ -131,6 +135,7 @@ class DocumentSettingsCopier {
   void CopyPreferences(TargetDocumentSettings::ViewerSettings& viewer,
                        const pdf::Object& dictionary);
   std::string CopyCollection(const pdf::Object& value);
+  bool CopyOpening(const pdf::Object& catalog);
   void CopyExtensions(const pdf::Object& catalog);
   std::int64_t RankOf(const pdf::Object& extension);
   std::string CopyDictionaries(const pdf::Object& value, std::uint64_t& count);

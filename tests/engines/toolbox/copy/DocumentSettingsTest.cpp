@@ -177,9 +177,48 @@ TEST(DocumentSettings, LeaveScriptsAndPrivateDataBehind) {
   EXPECT_EQ(copy.Reported(TPdfCopiedKind::kArticleThread, TPdfCopyOutcome::kDropped), 2U);
 }
 
-TEST(DocumentSettings, ReportAnOpeningViewThatIsLeftBehind) {
-  for (const char* opening : {"[{{page 1}}/Fit]", "<</S/GoTo/D(x)>>", "(name)"}) {
-    Settings copy({{FileWith(std::string("/OpenAction ") + opening)}});
+// An action that names a place, of a document whose second page has the name "there".
+std::string OpensAt(const std::string& action) {
+  return FileWith("/OpenAction " + action +
+                  "/Names<</Dests<</Names[(there)[{{page 2}}/FitH 7]]>>>>/Dests<</there 5>>");
+}
+
+TEST(DocumentSettings, OpenWhereAWholeDocumentDoes) {
+  const auto opening = [](const std::string& action) {
+    Settings copy({{OpensAt(action), {1, 0}}});
+    EXPECT_EQ(copy.Reported(TPdfCopiedKind::kViewerSettings, TPdfCopyOutcome::kKept), 1U) << action;
+    EXPECT_EQ(copy.Reported(TPdfCopiedKind::kViewerSettings, TPdfCopyOutcome::kDropped), 0U);
+    const Object value = copy.Get(copy.Catalog(), "OpenAction");
+    const Object place = copy.Follow(value.IsDictionary() ? value.Get("D") : value);
+    EXPECT_EQ(value.Get("S").IsName("GoTo"), value.IsDictionary());
+    return place.IsString() ? std::string(place.Text()) : copy.Place(place);
+  };
+  EXPECT_EQ(opening("[{{page 2}}/XYZ 1 2 null]"), "0/XYZ 1 2 null");
+  EXPECT_EQ(opening("[0/Fit]"), "1/Fit");
+  EXPECT_EQ(opening("<</S/GoTo/D[{{page 1}}/FitB]>>"), "1/FitB");
+  EXPECT_EQ(opening("<</Type/Action/S/GoTo/D(there)>>"), "there");
+  EXPECT_EQ(opening("(there)"), "there");
+}
+
+TEST(DocumentSettings, OpenAtThePlaceWithoutWhatFollows) {
+  Settings copy({{OpensAt("<</S/GoTo/D[1/Fit]/Next<</S/JavaScript/JS(x)>>>>")}});
+  EXPECT_EQ(copy.Place(copy.Get(copy.Catalog(), "OpenAction").Get("D")), "1/Fit");
+  EXPECT_EQ(copy.bytes().find("/JS"), std::string::npos);
+  EXPECT_EQ(copy.Reported(TPdfCopiedKind::kScript, TPdfCopyOutcome::kDropped), 1U);
+}
+
+TEST(DocumentSettings, OpenWhereTheFirstDocumentDoes) {
+  Settings merged({{OpensAt("[1/Fit]")}, {OpensAt("[0/Fit]")}});
+  EXPECT_EQ(merged.Place(merged.Catalog().Get("OpenAction")), "1/Fit");
+  EXPECT_EQ(merged.Reported(TPdfCopiedKind::kViewerSettings, TPdfCopyOutcome::kDropped), 1U);
+  EXPECT_FALSE(Settings({{FileWith("")}, {OpensAt("[0/Fit]")}}).Catalog().Has("OpenAction"));
+  EXPECT_FALSE(Settings({{OpensAt("[0/Fit]"), {0}}}).Catalog().Has("OpenAction"));
+}
+
+TEST(DocumentSettings, ReportAnOpeningViewThatLeadsNowhere) {
+  for (const char* opening : {"[9/Fit]", "<</S/GoTo/D(x)>>", "(name)", "[]", "<<>>"}) {
+    Settings copy({{OpensAt(opening)}});
+    EXPECT_FALSE(copy.Catalog().Has("OpenAction")) << opening;
     EXPECT_EQ(copy.Reported(TPdfCopiedKind::kViewerSettings, TPdfCopyOutcome::kDropped), 1U);
     EXPECT_EQ(copy.Reported(TPdfCopiedKind::kScript, TPdfCopyOutcome::kDropped), 0U);
   }
