@@ -236,6 +236,7 @@ std::optional<RawObject> Document::Locate(std::uint32_t number) {
   }
   if (!raw && xref_.Exists(number)) {
     findings_.Add(FindingCode::kObjectMissing, number);
+    NoteLost(number);
     if (opening_.empty()) {
       xref_.Set(number, {0, 0, 0, XrefEntry::Kind::kFree});  // not looked for again
     }

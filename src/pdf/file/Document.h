@@ -71,6 +71,9 @@ class Document {
 
   bool Exists(std::uint32_t number) const { return xref_.Exists(number); }
 
+  // Whether the file's cross-reference names an object that is not where it says.
+  bool IsLost(std::uint32_t number) const { return number < lost_.size() && lost_[number]; }
+
   std::uint16_t GenerationOf(std::uint32_t number) const { return xref_.Find(number).generation; }
 
   Findings& findings() { return findings_; }
@@ -137,6 +140,7 @@ class Document {
   bool has_catalog() const { return root_ || catalog_.IsDictionary(); }
 
   void SetUpSecurity();
+  void NoteLost(std::uint32_t number);
   void ForgetUnconfirmed(const FileScan& scan);
   void AddScanned(const FileScan& scan);
   void AddStreamMembers(const FileScan& scan);
@@ -164,6 +168,7 @@ class Document {
   LargeObjects large_objects_;
   std::vector<std::uint32_t> opening_;  // object streams being opened, against loops
   std::vector<ScannedPage> scanned_pages_;
+  std::vector<bool> lost_;  // by object number
   bool is_rebuilt_ = false;
 };
 

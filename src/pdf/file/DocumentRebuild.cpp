@@ -52,6 +52,13 @@ void Document::Rebuild() {
   }
 }
 
+void Document::NoteLost(std::uint32_t number) {
+  if (number >= lost_.size()) {
+    lost_.resize(std::max<std::size_t>(number + 1, xref_.limit()));
+  }
+  lost_[number] = true;
+}
+
 // Drops entries that the file does not bear out.
 void Document::ForgetUnconfirmed(const FileScan& scan) {
   std::unordered_set<std::uint32_t> holders;
@@ -70,6 +77,9 @@ void Document::ForgetUnconfirmed(const FileScan& scan) {
       is_confirmed = holders.contains(static_cast<std::uint32_t>(entry.position));
     }
     if (!is_confirmed) {
+      if (xref_.Exists(number)) {
+        NoteLost(number);
+      }
       xref_.Set(number, XrefEntry());
     }
   }
