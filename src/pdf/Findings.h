@@ -29,6 +29,7 @@ enum class FindingCode : std::uint8_t {
   kPagesSalvaged,        // pages were gathered without a page tree
   kPageAdopted,          // a page was found that the page tree has lost
   kPageBlank,            // a page that is lost stands as an empty one
+  kPagesMissing,         // the page tree claims more pages than could be found
   kStringUndecryptable,  // encrypted data that is not whole
 };
 

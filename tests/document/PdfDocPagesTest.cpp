@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include "support/DocumentTest.h"
+#include "support/RawPdf.h"
 
 namespace TarnixTools {
 namespace {
@@ -12,6 +13,7 @@ using testing::Backslashes;
 using testing::EncryptWithQpdf;
 using testing::Failure;
 using testing::FailureOf;
+using testing::RawPdf;
 using ::testing::StartsWith;
 using testing::TestPdf;
 using testing::WriteBytes;
@@ -33,6 +35,29 @@ class PdfDocPagesTest : public testing::DocumentTest {
 TEST_F(PdfDocPagesTest, CountsPages) {
   EXPECT_EQ(PdfDoc(MakePdf("a.pdf", 3), "", true).GetPagesNum(), 3);
   EXPECT_EQ(PdfDoc(MakePdf("none.pdf", 0), "", true).GetPagesNum(), 0);
+}
+
+// Of four pages two cannot be read, and the page tree's count is as damaged as they are.
+TEST_F(PdfDocPagesTest, CountsPagesThatAreLostLikeEveryJob) {
+  RawPdf pdf;
+  pdf.Pages(4).Object(2, "<</Type/Pages/Kids[3 0 R 4 0 R 5 0 R 6 0 R null]/Count x>>");
+  std::string bytes = pdf.Table();
+  bytes[bytes.find("\n4 0 obj") + 5] = '?';
+  bytes[bytes.find("\n6 0 obj") + 5] = '?';
+  WriteBytes(Path("a.pdf"), bytes);
+  PdfDoc doc(Path("a.pdf"), "", true);
+  EXPECT_EQ(doc.GetPagesNum(), 4);
+  EXPECT_EQ(doc.GetPageSizes().size(), 4U);
+  doc.Split(3, Path(""), "", "");
+  EXPECT_EQ(PdfDoc(Path("a-01.pdf"), "", true).GetPagesNum(), 3);
+  EXPECT_EQ(PdfDoc(Path("a-02.pdf"), "", true).GetPagesNum(), 1);
+  doc.Rotate(PdfRotationAngle::Rotate90, Path("turned.pdf"), "");
+  EXPECT_EQ(PdfDoc(Path("turned.pdf"), "", true).GetPagesNum(), 4);
+  std::int64_t lost = 0;
+  for (const PdfReportEntry& entry : doc.GetReport().GetEntries()) {
+    lost += entry.reason == "page lost, an empty one stands for it" ? entry.count : 0;
+  }
+  EXPECT_EQ(lost, 2);
 }
 
 TEST_F(PdfDocPagesTest, OpensTheFileForEachQuestion) {

@@ -1,25 +1,50 @@
 #include "pdf/tree/PageTree.h"
 
 #include <algorithm>
+#include <optional>
+#include <string_view>
 #include <unordered_map>
 
 #include "pdf/Error.h"
 #include "pdf/Limits.h"
+#include "pdf/syntax/Lexer.h"
 
 namespace TarnixTools::pdf {
 
-PageTree::PageTree(Document& document) : document_(&document) {
+namespace {
+
+// Pages that are lost and stand as empty ones, whatever the tree claims.
+constexpr std::size_t kMaxBlankPages = 10'000;
+// Bytes in which an object that is null says so.
+constexpr std::size_t kMaxNull = 64;
+
+}  // namespace
+
+PageTree::PageTree(Document& document)
+    : document_(&document), is_xref_known_(!document.is_rebuilt()) {
   Walk();
-  const bool was_rebuilt = document.is_rebuilt();
-  if ((has_holes_ || (pages_.empty() && document.findings().count() > 0)) && !was_rebuilt) {
+  if (!document.is_rebuilt() && IsWorthRebuilding()) {
     document.Rebuild();
     Walk();
   }
   if (pages_.empty() && (has_holes_ || document.findings().count() > 0)) {
     Salvage();
-  } else if (pages_.size() < claimed_count_ && (!holes_.empty() || document.is_rebuilt())) {
+  } else if (LostCount() > 0 ||
+             (pages_.size() < claimed_count_ && (!holes_.empty() || document.is_rebuilt()))) {
     FillHoles();
   }
+}
+
+// A kid that is null, or an object that the cross-reference knows nothing of, is no page, unless
+// the tree claims to have one more.
+bool PageTree::IsWorthRebuilding() const {
+  return !has_root_ || LostCount() > 0 || (has_holes_ && pages_.size() < claimed_count_) ||
+         (pages_.empty() && document_->findings().count() > 0);
+}
+
+std::size_t PageTree::LostCount() const {
+  return static_cast<std::size_t>(std::count_if(
+      holes_.begin(), holes_.end(), [](const Hole& hole) { return hole.loss == Loss::kCertain; }));
 }
 
 namespace {
@@ -67,12 +92,14 @@ void PageTree::Walk() {
   node_numbers_.clear();
   holes_.clear();
   claimed_count_ = 0;
+  has_root_ = true;
   has_holes_ = false;
   nodes_.emplace_back();  // node 0: above the root
   Arena scratch;
   const Object root_value = document_->Catalog(scratch).Get("Pages");
   const Object root = document_->Resolve(root_value, scratch);
   if (!root.IsDictionary()) {
+    has_root_ = false;
     has_holes_ = true;
     return;
   }
@@ -106,20 +133,43 @@ void PageTree::WalkBelow(const Object& root, std::uint32_t root_number) {
     scratch.Reset();
     const Object dictionary = document_->Resolve(kid, scratch);
     if (!dictionary.IsDictionary()) {
-      document_->findings().Add(FindingCode::kPageTreeDamaged, number);
-      has_holes_ = true;
-      AddHole(kid, level.node);
+      AddHole({pages_.size(), level.node, LossOf(kid)}, number);
     } else if (dictionary.Has("Kids")) {
       if (number != 0 && !node_numbers_.insert(number).second) {
         document_->findings().Add(FindingCode::kPageTreeLoop, number);
-        AddHole(kid, level.node);
+        holes_.push_back({pages_.size(), level.node, Loss::kNone});
       } else {
         levels.push_back(OpenNode(dictionary, level.node, number));
       }
-    } else if (!dictionary.Get("Type").IsName("Pages")) {  // else an empty node
+    } else if (!dictionary.Get("Type").IsName("Pages")) {
       AddPage(dictionary, level.node, number);
+    } else if (document_->Resolve(dictionary.Get("Count"), scratch).IntegerOr(0) > 0) {
+      levels.push_back(OpenNode(dictionary, level.node, number));  // a node without its kids
+      AddHole({pages_.size(), levels.back().node, Loss::kNone, true}, number);
     }
   }
+}
+
+// Of a kid that is no dictionary. One that is null is no page, and neither is one that a readable
+// cross-reference does not know.
+PageTree::Loss PageTree::LossOf(const Object& kid) {
+  const std::uint32_t number = kid.AsReference().number;
+  if (number == 0) {
+    return Loss::kNone;
+  }
+  if (const std::optional<RawObject> raw = document_->Locate(number)) {
+    const std::string_view text = raw->holder != nullptr
+                                      ? raw->text
+                                      : document_->reader().blocks().Window(raw->offset, kMaxNull);
+    const Token first = Lexer(text, true).Next();
+    const bool is_null =
+        first.kind == Token::Kind::kKeyword && (first.text == "null" || first.text == "endobj");
+    return is_null ? Loss::kNone : Loss::kCertain;
+  }
+  if (document_->IsLost(number)) {
+    return Loss::kCertain;
+  }
+  return is_xref_known_ ? Loss::kNone : Loss::kPossible;
 }
 
 PageTree::Level PageTree::OpenNode(const Object& dictionary, std::uint32_t parent,
@@ -154,8 +204,12 @@ void PageTree::AddPage(const Object& dictionary, std::uint32_t parent, std::uint
   }
 }
 
-void PageTree::AddHole(const Object& kid, std::uint32_t node) {
-  holes_.push_back({pages_.size(), node, kid.IsReference()});
+void PageTree::AddHole(const Hole& hole, std::uint32_t number) {
+  if (hole.loss != Loss::kCertain) {  // else the page that stands for it is the finding
+    document_->findings().Add(FindingCode::kPageTreeDamaged, number);
+  }
+  has_holes_ = true;
+  holes_.push_back(hole);
 }
 
 // Pages outside the tree whose parent belongs to it, in file order.
@@ -177,34 +231,59 @@ std::vector<PageTree::Page> PageTree::FindLostPages() {
   return lost;
 }
 
-// Puts pages in the places of kids that could not be used, until there are as many as claimed.
-void PageTree::FillHoles() {
-  std::vector<Page> lost = FindLostPages();
-  lost.resize(std::min(lost.size(), claimed_count_ - pages_.size()));
-  std::size_t blanks = claimed_count_ - pages_.size() - lost.size();
+// Of those as many as are missing.
+std::vector<PageTree::Page> PageTree::AdoptLostPages(std::size_t missing) {
+  std::vector<Page> lost = missing > 0 ? FindLostPages() : std::vector<Page>();
+  lost.resize(std::min(lost.size(), missing));
   for (const Page& page : lost) {
     page_numbers_.insert(page.number);
     document_->findings().Add(FindingCode::kPageAdopted, page.number);
   }
+  return lost;
+}
+
+// Puts pages in the places of kids that could not be used: lost ones that are found as long as more
+// are claimed, empty ones for those that are certainly lost, and, if still more are claimed, for
+// those that may be.
+void PageTree::FillHoles() {
+  const std::size_t missing = claimed_count_ - std::min(claimed_count_, pages_.size());
+  const std::vector<Page> lost = AdoptLostPages(missing);
+  const std::size_t certain = LostCount();
+  const std::size_t unfound = missing - lost.size();
+  Filling filling{lost, unfound - std::min(unfound, certain - std::min(certain, lost.size())),
+                  kMaxBlankPages};
   const std::vector<Page> walked = std::move(pages_);
   pages_.clear();
   auto hole = holes_.begin();
-  auto adopted = lost.begin();
   for (std::size_t i = 0; i <= walked.size(); ++i) {
     for (; hole != holes_.end() && hole->position == i; ++hole) {
-      if (adopted != lost.end() && adopted->node == hole->node) {
-        pages_.push_back(*adopted++);
-      } else if (hole->is_lost_object && blanks > 0) {
-        --blanks;
-        pages_.push_back({0, hole->node, false, Object::Dictionary({})});
-        document_->findings().Add(FindingCode::kPageBlank);
-      }
+      FillHole(*hole, filling);
     }
     if (i < walked.size()) {
       pages_.push_back(walked[i]);
     }
   }
-  pages_.insert(pages_.end(), adopted, lost.end());  // those whose place is not known
+  pages_.insert(pages_.end(), filling.adopted.begin(), filling.adopted.end());  // no known place
+  if (!holes_.empty() && pages_.size() < claimed_count_) {
+    document_->findings().Add(FindingCode::kPagesMissing);
+  }
+}
+
+void PageTree::FillHole(const Hole& hole, Filling& filling) {
+  bool is_filled = false;
+  while (!filling.adopted.empty() && filling.adopted.front().node == hole.node &&
+         (hole.is_node || !is_filled)) {
+    pages_.push_back(filling.adopted.front());
+    filling.adopted = filling.adopted.subspan(1);
+    is_filled = true;
+  }
+  const bool is_possible = hole.loss == Loss::kPossible && filling.possible > 0;
+  if (!is_filled && filling.blanks > 0 && (hole.loss == Loss::kCertain || is_possible)) {
+    --filling.blanks;
+    filling.possible -= is_possible ? 1 : 0;
+    pages_.push_back({0, hole.node, false, Object::Dictionary({})});
+    document_->findings().Add(FindingCode::kPageBlank);
+  }
 }
 
 // The last resort: every page object in the file, in the order they stand there.
@@ -217,6 +296,9 @@ void PageTree::Salvage() {
     throw Error(ErrorCode::kNoPages, "no page can be found");
   }
   document_->findings().Add(FindingCode::kPagesSalvaged);
+  if (pages_.size() < claimed_count_) {
+    document_->findings().Add(FindingCode::kPagesMissing);
+  }
 }
 
 Object PageTree::Load(const Page& page, Arena& arena) const {

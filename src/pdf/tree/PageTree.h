@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
@@ -33,10 +34,10 @@ class PageTree {
   };
 
   // Walks the tree, tolerantly: nodes that cannot be used are passed over, with findings. A tree
-  // that leads to no page, or that has holes, is looked for again by reading the whole file. Where
-  // its /Count says that pages are still missing, pages whose parent belongs to the tree take their
-  // places; a lost page for which there is none stands as an empty page, so that the others keep
-  // their numbers. Throws Error(kNoPages) for a damaged document in which no page can be found,
+  // that leads to no page, or that has lost some, is looked for again by reading the whole file.
+  // Where its /Count says that pages are still missing, pages whose parent belongs to the tree take
+  // their places. A kid that the cross-reference calls in use and that cannot be read stands as an
+  // empty page, so that the others keep their numbers; a kid that is null or free is none. Throws Error(kNoPages) for a damaged document in which no page can be found,
   // kLimitExceeded for more than limits::kMaxPages.
   explicit PageTree(Document& document);
 
@@ -66,11 +67,22 @@ class PageTree {
     std::array<Given, 4> attributes;  // that hold for its kids
   };
 
+  // Whether a kid that cannot be used was a page. kPossible: no cross-reference is left to tell.
+  enum class Loss : std::uint8_t { kNone, kPossible, kCertain };
+
   // A kid that cannot be used.
   struct Hole {
     std::size_t position = 0;  // in pages_, of the page that follows
     std::uint32_t node = 0;
-    bool is_lost_object = false;  // rather than a kid that never was an object
+    Loss loss = Loss::kNone;
+    bool is_node = false;  // all kids of a node
+  };
+
+  // What holes are filled with.
+  struct Filling {
+    std::span<const Page> adopted;
+    std::size_t possible = 0;  // empty pages that the tree claims beside those certainly lost
+    std::size_t blanks = 0;    // empty pages that may still be made
   };
 
   // A node that is being walked: its kids, some of them still to come.
@@ -85,9 +97,14 @@ class PageTree {
   void WalkBelow(const Object& root, std::uint32_t root_number);
   Level OpenNode(const Object& dictionary, std::uint32_t parent, std::uint32_t number);
   void AddPage(const Object& dictionary, std::uint32_t parent, std::uint32_t number);
-  void AddHole(const Object& kid, std::uint32_t node);
+  Loss LossOf(const Object& kid);
+  void AddHole(const Hole& hole, std::uint32_t number);
+  bool IsWorthRebuilding() const;
+  std::size_t LostCount() const;
   void FillHoles();
+  void FillHole(const Hole& hole, Filling& filling);
   std::vector<Page> FindLostPages();
+  std::vector<Page> AdoptLostPages(std::size_t missing);
   void Salvage();
 
   Document* document_;
@@ -98,7 +115,9 @@ class PageTree {
   std::unordered_set<std::uint32_t> node_numbers_;
   std::vector<Hole> holes_;
   std::size_t claimed_count_ = 0;  // the root's /Count
-  bool has_holes_ = false;
+  bool is_xref_known_;             // as the file has it
+  bool has_root_ = false;
+  bool has_holes_ = false;  // kids that are no pages and lead to none
 };
 
 }  // namespace TarnixTools::pdf

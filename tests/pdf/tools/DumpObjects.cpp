@@ -70,6 +70,8 @@ std::string_view NameOf(FindingCode code) {
       return "PageAdopted";
     case FindingCode::kPageBlank:
       return "PageBlank";
+    case FindingCode::kPagesMissing:
+      return "PagesMissing";
     case FindingCode::kStringUndecryptable:
       return "StringUndecryptable";
   }

@@ -154,19 +154,97 @@ TEST(PageTree, LeavesDeletedPagesOfASoundTreeAlone) {
   EXPECT_EQ(Tree(damaged.Raw("startxref\n7\n%%EOF").bytes()).Numbers(), (Numbers{3}));
 }
 
+// The file with a character of the text in place of another, wherever it stands.
+std::string Spoilt(std::string bytes, const std::string& text, std::size_t index, char character) {
+  for (std::size_t at = bytes.find(text); at != std::string::npos; at = bytes.find(text, at + 1)) {
+    bytes[at + index] = character;
+  }
+  return bytes;
+}
+
 TEST(PageTree, PutsEmptyPagesWhereOthersAreLost) {
+  for (const char* count : {"5", "2", "0", "x"}) {
+    RawPdf pdf;
+    pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+        .Object(2, std::string("<</Type/Pages/Kids[7 0 R 3 0 R 8 0 R 4 0 R 9 0 R]/Count ") + count +
+                       "/Rotate 90>>")
+        .Object(3, "<</Type/Page/Parent 2 0 R>>")
+        .Object(4, "<</Type/Page/Parent 2 0 R>>")
+        .Object(7, "<</Type/Page/Parent 2 0 R>>")
+        .Object(8, "<</Type/Page/Parent 2 0 R>>")
+        .Object(9, "<</Type/Page/Parent 2 0 R>>");
+    std::string bytes = Spoilt(pdf.Table(), "\n7 0 obj", 3, '?');
+    bytes = Spoilt(bytes, "\n8 0 obj\n<</Type", 9, '?');
+    Tree tree(Spoilt(bytes, "\n9 0 obj", 5, '?'));
+    EXPECT_EQ(tree.Numbers(), (Numbers{0, 3, 0, 4, 0})) << count;
+    EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPageBlank));
+    EXPECT_FALSE(tree.document->findings().Has(FindingCode::kPagesMissing));
+    Arena arena;
+    const PageTree::Page& blank = tree.pages.pages()[0];
+    EXPECT_TRUE(tree.pages.Load(blank, arena).IsDictionary());
+    EXPECT_EQ(tree.pages.Attribute(blank, InheritableKey::kRotate, arena).IntegerOr(0), 90);
+  }
+}
+
+TEST(PageTree, TakesNothingForAPageThatIsNone) {
   RawPdf pdf;
   pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
-      .Object(2, "<</Type/Pages/Kids[7 0 R 3 0 R null 8 0 R 4 0 R 9 0 R]/Count 4/Rotate 90>>")
+      .Object(2, "<</Type/Pages/Kids[3 0 R 5 0 R 99 0 R null 6 0 R 7 0 R 2 0 R 17]/Count 9>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R>>")
+      .Object(5, "null")
+      .Object(6, "")
+      .Object(7, "<</Type/Pages/Parent 2 0 R/Kids[2 0 R 7 0 R]/Count 4>>");
+  Tree tree(pdf.Table());
+  EXPECT_EQ(tree.Numbers(), (Numbers{3}));
+  EXPECT_FALSE(tree.document->findings().Has(FindingCode::kPageBlank));
+  EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPagesMissing));
+}
+
+TEST(PageTree, BelievesTheCountWhereNoCrossReferenceIsLeft) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[7 0 R 3 0 R null 8 0 R 4 0 R 9 0 R]/Count 4>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R>>")
+      .Object(4, "<</Type/Page/Parent 2 0 R>>");
+  Tree tree(pdf.Raw("trailer\n<</Root 1 0 R>>\nstartxref\n7\n%%EOF").bytes());
+  EXPECT_EQ(tree.Numbers(), (Numbers{0, 3, 0, 4}));  // no more than /Count
+}
+
+TEST(PageTree, MakesNoEmptyPagesWithoutEnd) {
+  std::string kids;
+  for (int i = 0; i < 20'000; ++i) {
+    kids += "4 0 R ";
+  }
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[3 0 R " + kids + "]/Count 20001>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R>>")
+      .Object(4, "<</Type/Page/Parent 2 0 R>>");
+  Tree tree(Spoilt(pdf.Table(), "\n4 0 obj", 3, '?'));
+  EXPECT_EQ(tree.Numbers().size(), 10'001U);
+  EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPageBlank));
+}
+
+TEST(PageTree, AdoptsThePagesOfANodeWithoutKids) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[3 0 R 4 0 R]/Count 3>>")
+      .Object(3, "<</Type/Pages/Parent 2 0 R/Count 2/Kidz[5 0 R 6 0 R]>>")
+      .Object(4, "<</Type/Page/Parent 2 0 R>>")
+      .Object(5, "<</Type/Page/Parent 3 0 R>>")
+      .Object(6, "<</Type/Page/Parent 3 0 R>>");
+  EXPECT_EQ(Tree(pdf.Table()).Numbers(), (Numbers{5, 6, 4}));
+}
+
+TEST(PageTree, TellsThatItFoundFewerPagesThanClaimed) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kidz[3 0 R 4 0 R]/Count 3>>")
       .Object(3, "<</Type/Page/Parent 2 0 R>>")
       .Object(4, "<</Type/Page/Parent 2 0 R>>");
   Tree tree(pdf.Table());
-  EXPECT_EQ(tree.Numbers(), (Numbers{0, 3, 0, 4}));  // no more than /Count
-  EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPageBlank));
-  Arena arena;
-  const PageTree::Page& blank = tree.pages.pages()[0];
-  EXPECT_TRUE(tree.pages.Load(blank, arena).IsDictionary());
-  EXPECT_EQ(tree.pages.Attribute(blank, InheritableKey::kRotate, arena).IntegerOr(0), 90);
+  EXPECT_EQ(tree.Numbers(), (Numbers{3, 4}));
+  EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPagesMissing));
 }
 
 TEST(PageTree, DoesNotBelieveTheCount) {

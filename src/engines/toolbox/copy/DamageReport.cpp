@@ -44,6 +44,8 @@ const char* ReasonOf(pdf::FindingCode code) {
       return "page found that the page tree had lost";
     case pdf::FindingCode::kPageBlank:
       return "page lost, an empty one stands for it";
+    case pdf::FindingCode::kPagesMissing:
+      return "fewer pages found than the document says it has";
     case pdf::FindingCode::kStringUndecryptable:
       return "encrypted data incomplete";
   }
@@ -56,6 +58,7 @@ bool IsLoss(pdf::FindingCode code) {
     case pdf::FindingCode::kObjectDamaged:
     case pdf::FindingCode::kObjectStreamDamaged:
     case pdf::FindingCode::kPageBlank:
+    case pdf::FindingCode::kPagesMissing:
     case pdf::FindingCode::kStringUndecryptable:
       return true;
     default:
