@@ -165,7 +165,8 @@ class TARNIX_EXPORT PdfDoc {
   //   resolution  - points per inch, 72: the size in points is divided by it for Centimeters,
   //                 Millimeters and Inches.
   //   divisor     - what the size in points is divided by for Custom.
-  // Throws InvalidParameter for a page the document lacks and for an unknown unit.
+  // Throws InvalidParameter for a page the document lacks, for an unknown unit, and for a file that
+  // is not a PDF document or is damaged beyond reading.
   PdfSize GetPageSize(int page_number, PdfSizeUnits units, double resolution, double divisor);
 
   // The visible sizes of all pages in points, their rotation taken into account; the file is opened

@@ -40,7 +40,6 @@ int PdfDoc::GetPagesNum() {
 PdfSize PdfDoc::GetPageSize(int page_number, PdfSizeUnits units, double resolution,
                             double divisor) {
   OpenCheckPassword();
-  RequireOpened();
   engines::TPdfSize points;
   {
     const PageListPtr pages(engines::PdfDocumentGetPages(Document()));

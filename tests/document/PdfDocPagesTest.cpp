@@ -180,7 +180,7 @@ TEST_F(PdfDocPagesTest, WhatIsNoPdfIsAnEngineError) {
     PdfDoc doc(path, "", true);
     const std::vector<std::function<void()>> operations = {
         [&] { doc.GetPagesNum(); },
-        [&] { doc.GetPageSize(1, PdfSizeUnits::Points, 72, 1); },
+        [&] { doc.GetPageSizes(); },
         [&] { doc.IsValidRange(PdfPageRange(1, 1)); },
         [&] { doc.IsEncrypted(); },
         [&] { doc.Split(1, directory_.Path() + "/", "", ""); },
@@ -196,6 +196,8 @@ TEST_F(PdfDocPagesTest, WhatIsNoPdfIsAnEngineError) {
                 "Unable to open PDF [" + Backslashes(path) + "] (engine error [" + code + "])");
       EXPECT_EQ(doc.GetLastError(), failure.engine_code);
     }
+    EXPECT_EQ(FailureOf([&] { doc.GetPageSize(1, PdfSizeUnits::Points, 72, 1); }),
+              Failure(PdfExceptionCode::InvalidParameter, "Unable to obtain current doc pages"));
     EXPECT_FALSE(PdfDoc::HasPassword(path));
     EXPECT_FALSE(PdfDoc::IsValidPassword(path, ""));
   }
