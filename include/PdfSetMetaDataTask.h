@@ -40,7 +40,8 @@ class TARNIX_EXPORT PdfSetMetaDataTask : public PdfTask {
 
   // The values to write in UTF-8, all empty at first; nothing of the document's own is read. The
   // reference is to the task's own text, which a host may change. Both throw InvalidParameter for a
-  // value that is no PdfMetadataParam.
+  // value that is no PdfMetadataParam, and for every value of a task that was moved from, which has
+  // none until ResetMetaParam.
   void SetMetaParam(PdfMetadataParam param, const std::string& value);
   std::string& GetMetaParam(PdfMetadataParam param);
 

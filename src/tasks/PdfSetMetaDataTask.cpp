@@ -9,9 +9,10 @@ namespace {
 
 constexpr std::size_t kMetaValues = 4;
 
-std::size_t IndexOf(PdfMetadataParam param) {
+// Of `count` values.
+std::size_t IndexOf(PdfMetadataParam param, std::size_t count) {
   const auto index = static_cast<std::size_t>(param);  // what is below 0 becomes huge
-  if (index >= kMetaValues) {
+  if (index >= count) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0, "Invalid PDF META param [%d]",
                        static_cast<int>(param));
   }
@@ -43,7 +44,7 @@ void PdfSetMetaDataTask::SetMetaParam(PdfMetadataParam param, const std::string&
 }
 
 std::string& PdfSetMetaDataTask::GetMetaParam(PdfMetadataParam param) {
-  return meta_values_.at(IndexOf(param));
+  return meta_values_[IndexOf(param, meta_values_.size())];
 }
 
 void PdfSetMetaDataTask::ResetMetaParam() {

@@ -140,5 +140,18 @@ TEST_F(PdfSetMetaDataTaskTest, IsCopiedAndMovedWithAllItHolds) {
   }
 }
 
+TEST_F(PdfSetMetaDataTaskTest, HasNoValuesAfterItWasMovedFrom) {
+  PdfSetMetaDataTask task = Task();
+  const PdfSetMetaDataTask moved(std::move(task));
+  const Failure expected(PdfExceptionCode::InvalidParameter, "Invalid PDF META param [0]");
+  // NOLINTBEGIN(bugprone-use-after-move)
+  EXPECT_EQ(FailureOf([&] { task.GetMetaParam(PdfMetadataParam::Author); }), expected);
+  EXPECT_EQ(FailureOf([&] { task.SetMetaParam(PdfMetadataParam::Author, "Ada"); }), expected);
+  task.ResetMetaParam();
+  task.SetMetaParam(PdfMetadataParam::Author, "Ada");
+  EXPECT_EQ(task.GetMetaParam(PdfMetadataParam::Author), "Ada");
+  // NOLINTEND(bugprone-use-after-move)
+}
+
 }  // namespace
 }  // namespace TarnixTools
