@@ -242,7 +242,8 @@ class TARNIX_EXPORT PdfDoc {
   //   merged_name - that file's name, used as it stands; when empty it is NAME "_split-merge_.pdf".
   //   password    - protects the output; empty for none.
   // Throws InvalidParameter for a range that the document lacks, before a file is made for it;
-  // files of the ranges before it stay.
+  // files of the ranges before it stay. With merge_after no range has a file of its own: when it
+  // throws, nothing is written.
   void Split(const std::vector<PdfPageRange>& ranges, const std::string& output_dir,
              const std::string& prefix, bool merge_after, const std::string& merged_name,
              const std::string& password);
