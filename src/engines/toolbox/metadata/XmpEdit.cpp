@@ -1,0 +1,299 @@
+#include "engines/toolbox/metadata/XmpEdit.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "engines/toolbox/metadata/XmlScanner.h"
+#include "foundation/Utf8.h"
+
+namespace TarnixTools::engines {
+
+namespace {
+
+constexpr std::string_view kRdf = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+constexpr std::size_t kMaxDepth = 256;
+// Namespaces that are declared at one place.
+constexpr std::size_t kMaxNamespaces = 256;
+
+// Without a mark at its start, and without a declaration of the encoding that it had.
+std::optional<std::string> Utf16ToUtf8(std::string_view bytes, bool is_big_endian) {
+  if (bytes.size() % 2 != 0) {
+    return std::nullopt;
+  }
+  std::wstring units;
+  for (std::size_t i = 0; i < bytes.size(); i += 2) {
+    const auto high = static_cast<unsigned char>(bytes[is_big_endian ? i : i + 1]);
+    const auto low = static_cast<unsigned char>(bytes[is_big_endian ? i + 1 : i]);
+    units += static_cast<wchar_t>(high << 8U | low);
+  }
+  std::string text = WideToUtf8(units);
+  if (text.starts_with(kUtf8Mark)) {
+    text.erase(0, kUtf8Mark.size());
+  }
+  const std::size_t declared = text.starts_with("<?xml ") ? text.find("?>") : std::string::npos;
+  return declared == std::string::npos ? text : text.substr(declared + 2);
+}
+
+std::optional<std::string> ToUtf8(std::string_view packet) {
+  if (packet.starts_with(std::string_view("\xFE\xFF", 2)) ||
+      packet.starts_with(std::string_view("\0<", 2))) {
+    return Utf16ToUtf8(packet, true);
+  }
+  if (packet.starts_with(std::string_view("\xFF\xFE", 2)) ||
+      packet.starts_with(std::string_view("<\0", 2))) {
+    return Utf16ToUtf8(packet, false);
+  }
+  return std::string(packet);
+}
+
+std::string_view PrefixOf(std::string_view name) {
+  const std::size_t colon = name.find(':');
+  return colon == std::string_view::npos ? std::string_view() : name.substr(0, colon);
+}
+
+std::string_view LocalPart(std::string_view name) {
+  return name.substr(name.find(':') + 1);
+}
+
+std::string_view Unquoted(std::string_view value) {
+  return value.substr(1, value.size() - 2);
+}
+
+// Finds the properties in a packet: the children and the attributes of the descriptions in it.
+class PacketReader {
+ public:
+  PacketReader(std::string_view text, std::span<const XmpChange> changes)
+      : text_(text), changes_(changes), scanner_(text), found_(changes.size()) {}
+
+  // False for what EditXmp refuses.
+  bool Read();
+  std::string Cut() const;
+
+  bool has_found() const { return !cuts_.empty(); }
+
+  const std::vector<std::size_t>& found() const { return found_; }
+
+ private:
+  struct Open {
+    std::string_view name;
+    std::size_t namespace_count;        // that held before it
+    std::optional<std::size_t> cut_at;  // it goes, from there on
+  };
+
+  struct Namespace {
+    std::string_view prefix;
+    std::string_view name;
+  };
+
+  // How far below the descriptions' parent an element is.
+  std::size_t LevelOf(std::size_t depth) const { return rdf_depth_ ? depth - *rdf_depth_ : 0; }
+
+  bool ReadStart();
+  bool ReadEnd();
+  bool Declare();
+  void LookAtDescription();
+  bool IsWanted(std::string_view name_space, std::string_view local);
+  std::string_view NamespaceOf(std::string_view prefix) const;
+  std::size_t WithSpaceBefore(std::size_t position) const;
+  std::string NewValues() const;
+
+  std::string_view text_;
+  std::span<const XmpChange> changes_;
+  XmlScanner scanner_;
+  std::vector<Open> open_;
+  std::vector<Namespace> namespaces_;
+  bool has_rdf_ = false;
+  std::optional<std::size_t> rdf_depth_;  // of the open rdf:RDF
+  std::optional<std::size_t> rdf_end_;    // where the end tag of the first one stands
+  std::string_view about_ = "\"\"";       // with its quotes
+  bool has_about_ = false;
+  std::vector<std::pair<std::size_t, std::size_t>> cuts_;
+  std::vector<std::size_t> found_;
+};
+
+bool PacketReader::Read() {
+  while (scanner_.Next()) {
+    const bool is_fine = scanner_.tag().kind == XmlTag::Kind::kEnd ? ReadEnd() : ReadStart();
+    if (!is_fine) {
+      return false;
+    }
+  }
+  return !scanner_.is_malformed() && open_.empty() && has_rdf_;
+}
+
+bool PacketReader::ReadStart() {
+  const XmlTag& tag = scanner_.tag();
+  const std::size_t depth = open_.size();
+  const std::size_t level = LevelOf(depth);
+  Open element{tag.name, namespaces_.size(), std::nullopt};
+  if (depth == kMaxDepth || (level <= 2 && !Declare())) {
+    return false;
+  }
+  if (!rdf_depth_) {
+    if (NamespaceOf(PrefixOf(tag.name)) == kRdf && LocalPart(tag.name) == "RDF") {
+      rdf_depth_ = depth;
+      has_rdf_ = true;
+    }
+  } else if (level == 1) {
+    LookAtDescription();
+  } else if (level == 2 && IsWanted(NamespaceOf(PrefixOf(tag.name)), LocalPart(tag.name))) {
+    element.cut_at = WithSpaceBefore(tag.begin);
+  }
+  open_.push_back(element);
+  return tag.kind == XmlTag::Kind::kStart || ReadEnd();
+}
+
+// Of an empty element, too.
+bool PacketReader::ReadEnd() {
+  const XmlTag& tag = scanner_.tag();
+  if (open_.empty() || open_.back().name != tag.name) {
+    return false;
+  }
+  const Open element = open_.back();
+  open_.pop_back();
+  namespaces_.resize(element.namespace_count);
+  if (element.cut_at) {
+    cuts_.emplace_back(*element.cut_at, tag.end);
+  }
+  if (rdf_depth_ == open_.size()) {
+    rdf_depth_.reset();
+    if (!rdf_end_ && tag.kind == XmlTag::Kind::kEnd) {
+      rdf_end_ = tag.begin;
+    }
+  }
+  return true;
+}
+
+// The namespaces of the current tag. A name that needs expanding could be any.
+bool PacketReader::Declare() {
+  for (const XmlAttribute& attribute : scanner_.attributes()) {
+    if (attribute.name != "xmlns" && PrefixOf(attribute.name) != "xmlns") {
+      continue;
+    }
+    const std::string_view prefix =
+        attribute.name == "xmlns" ? std::string_view() : LocalPart(attribute.name);
+    namespaces_.push_back({prefix, Unquoted(attribute.value)});
+    if (namespaces_.size() > kMaxNamespaces ||
+        attribute.value.find('&') != std::string_view::npos) {
+      return false;
+    }
+  }
+  return true;
+}
+
+void PacketReader::LookAtDescription() {
+  for (const XmlAttribute& attribute : scanner_.attributes()) {
+    const std::string_view prefix = PrefixOf(attribute.name);
+    if (prefix.empty()) {
+      continue;
+    }
+    const std::string_view name_space = NamespaceOf(prefix);
+    const std::string_view local = LocalPart(attribute.name);
+    if (IsWanted(name_space, local)) {
+      cuts_.emplace_back(attribute.begin, attribute.end);
+    } else if (!has_about_ && name_space == kRdf && local == "about") {
+      about_ = attribute.value;
+      has_about_ = true;
+    }
+  }
+}
+
+bool PacketReader::IsWanted(std::string_view name_space, std::string_view local) {
+  bool is_wanted = false;
+  for (std::size_t i = 0; i < changes_.size(); ++i) {
+    const XmpChange& change = changes_[i];
+    if (change.name_space == name_space && (change.name.empty() || change.name == local)) {
+      ++found_[i];
+      is_wanted = true;
+    }
+  }
+  return is_wanted;
+}
+
+std::string_view PacketReader::NamespaceOf(std::string_view prefix) const {
+  const auto found = std::find_if(namespaces_.rbegin(), namespaces_.rend(),
+                                  [&](const Namespace& known) { return known.prefix == prefix; });
+  return found == namespaces_.rend() ? std::string_view() : found->name;
+}
+
+std::size_t PacketReader::WithSpaceBefore(std::size_t position) const {
+  const std::size_t last = text_.substr(0, position).find_last_not_of(" \t\r\n");
+  return last != std::string_view::npos && text_[last] == '>' ? last + 1 : position;
+}
+
+std::string PacketReader::Cut() const {
+  const std::string values = NewValues();
+  std::string text;
+  std::size_t at = 0;
+  bool is_inserted = false;
+  const auto copy_to = [&](std::size_t end) {
+    if (!is_inserted && rdf_end_ && *rdf_end_ < end) {
+      text += text_.substr(at, *rdf_end_ - at);
+      text += values;
+      at = *rdf_end_;
+      is_inserted = true;
+    }
+    text += text_.substr(at, end - at);
+  };
+  for (const auto& [begin, end] : cuts_) {
+    copy_to(begin);
+    at = end;
+  }
+  copy_to(text_.size());
+  return text;
+}
+
+// A description of its own, so that no prefix of the packet's matters.
+std::string PacketReader::NewValues() const {
+  std::string values;
+  for (std::size_t i = 0; i < changes_.size(); ++i) {
+    const XmpChange& change = changes_[i];
+    if (found_[i] > 0 && !change.value.empty()) {
+      const std::string name = std::string(change.prefix) + ":" + std::string(change.name);
+      values += "<" + name + " xmlns:" + std::string(change.prefix) + "=\"" +
+                std::string(change.name_space) + "\">" + change.value + "</" + name + ">";
+    }
+  }
+  if (values.empty()) {
+    return values;
+  }
+  return "<rdf:Description xmlns:rdf=\"" + std::string(kRdf) +
+         "\" rdf:about=" + std::string(about_) + ">" + values + "</rdf:Description>\n";
+}
+
+}  // namespace
+
+std::optional<EditedXmp> EditXmp(std::string_view packet, std::span<const XmpChange> changes) {
+  const std::optional<std::string> text = ToUtf8(packet);
+  if (!text) {
+    return std::nullopt;
+  }
+  PacketReader reader(*text, changes);
+  if (!reader.Read()) {
+    return std::nullopt;
+  }
+  return EditedXmp{reader.has_found() ? reader.Cut() : std::string(packet), reader.found()};
+}
+
+std::string XmlText(std::string_view utf8) {
+  std::string text;
+  for (const char32_t character : Utf8ToUtf32(utf8)) {
+    if (character == U'&') {
+      text += "&amp;";
+    } else if (character == U'<') {
+      text += "&lt;";
+    } else if (character == U'>') {
+      text += "&gt;";
+    } else if (character == U'\r') {
+      text += "&#xD;";
+    } else if ((character >= 0x20 || character == U'\t' || character == U'\n') &&
+               character != 0xFFFE && character != 0xFFFF) {
+      AppendUtf8(text, character);
+    }
+  }
+  return text;
+}
+
+}  // namespace TarnixTools::engines
