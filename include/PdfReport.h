@@ -69,6 +69,9 @@ enum class PdfReportKind : std::int32_t {
   // A font that was asked for: Replaced when it cannot be used.
   Font = 21,
   Language = 22,
+  MetadataValue = 23,  // of the document information
+  XmpPacket = 24,
+  PdfAClaim = 25,
 };
 
 enum class PdfReportOutcome : std::int32_t {

@@ -46,6 +46,12 @@ PdfReportKind KindOf(TPdfCopiedKind kind) {
       return PdfReportKind::Resource;
     case TPdfCopiedKind::kLanguage:
       return PdfReportKind::Language;
+    case TPdfCopiedKind::kMetadataValue:
+      return PdfReportKind::MetadataValue;
+    case TPdfCopiedKind::kXmpPacket:
+      return PdfReportKind::XmpPacket;
+    case TPdfCopiedKind::kPdfAClaim:
+      return PdfReportKind::PdfAClaim;
     case TPdfCopiedKind::kDamage:
       break;
   }

@@ -81,6 +81,12 @@ const char* PdfReport::GetKindName(PdfReportKind kind) {
       return "font";
     case PdfReportKind::Language:
       return "language";
+    case PdfReportKind::MetadataValue:
+      return "metadata value";
+    case PdfReportKind::XmpPacket:
+      return "XMP packet";
+    case PdfReportKind::PdfAClaim:
+      return "PDF/A claim";
   }
   return "thing";
 }

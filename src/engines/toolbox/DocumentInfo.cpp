@@ -1,5 +1,10 @@
 #include "engines/toolbox/DocumentInfo.h"
 
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+#include <unordered_set>
+
 #include "pdf/tree/TextString.h"
 #include "pdf/write/Serialize.h"
 
@@ -34,10 +39,36 @@ DocumentInfo ReadDocumentInfo(pdf::Document& document) {
   return info;
 }
 
-std::uint32_t WriteDocumentInfo(pdf::FileWriter& writer, const DocumentInfo& info) {
+std::vector<InfoEntry> ReadInfoEntries(pdf::Document& document) {
+  std::vector<InfoEntry> entries;
+  std::unordered_set<std::string_view> seen;
+  pdf::Arena arena;
+  const pdf::Object dictionary = document.Resolve(document.trailer().Get("Info"), arena);
+  for (const pdf::DictionaryEntry& entry : dictionary.Entries()) {
+    const pdf::Object value = document.Resolve(entry.value, arena);
+    if ((value.IsString() || value.IsName() || value.IsNumber() || value.IsBoolean()) &&
+        seen.insert(entry.Key()).second) {
+      InfoEntry& kept = entries.emplace_back(InfoEntry{std::string(entry.Key()), {}});
+      pdf::AppendObject(kept.value, value);
+    }
+  }
+  return entries;
+}
+
+std::uint32_t WriteDocumentInfo(pdf::FileWriter& writer, const DocumentInfo& info,
+                                const DocumentInfo& before, std::span<const InfoEntry> entries) {
   std::string text;
+  for (const InfoEntry& entry : entries) {
+    const auto field = std::find_if(std::begin(kFields), std::end(kFields),
+                                    [&](const Field& f) { return entry.key == f.key; });
+    if (field == std::end(kFields) || info.*field->value == before.*field->value) {
+      pdf::AppendName(text, entry.key);
+      pdf::AppendToken(text, entry.value);
+    }
+  }
   for (const Field& field : kFields) {
-    if (const auto& value = info.*field.value) {
+    const auto& value = info.*field.value;
+    if (value && value != before.*field.value) {
       pdf::AppendName(text, field.key);
       pdf::AppendString(text, pdf::Utf8ToTextString(*value), false);
     }

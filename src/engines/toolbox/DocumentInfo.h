@@ -4,7 +4,9 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "pdf/file/Document.h"
 #include "pdf/write/FileWriter.h"
@@ -19,10 +21,21 @@ struct DocumentInfo {
   std::optional<std::string> producer;
 };
 
+// An entry of the dictionary, its value as PDF text.
+struct InfoEntry {
+  std::string key;
+  std::string value;
+};
+
 DocumentInfo ReadDocumentInfo(pdf::Document& document);
 
-// Number of the object written; 0 when there is no value.
-std::uint32_t WriteDocumentInfo(pdf::FileWriter& writer, const DocumentInfo& info);
+// All entries whose value is a string, a name, a number or a boolean.
+std::vector<InfoEntry> ReadInfoEntries(pdf::Document& document);
+
+// Writes the values, and the entries but for those in which the values differ from what they were.
+// Number of the object written; 0 when there is nothing to write.
+std::uint32_t WriteDocumentInfo(pdf::FileWriter& writer, const DocumentInfo& info,
+                                const DocumentInfo& before, std::span<const InfoEntry> entries);
 
 }  // namespace TarnixTools::engines
 

@@ -81,6 +81,20 @@ int PdfDocumentSetMetadata(TPdfDocument* target, TPdfMetadata* metadata) {
   });
 }
 
+int PdfDocumentKeepMetadata(TPdfDocument* target, TPdfDocument* source) {
+  if (target == nullptr || source == nullptr) {
+    return 0;
+  }
+  return Guarded([&]() -> int {
+    if (target->target == nullptr || source->source == nullptr) {
+      SetLastError(kArgumentError);
+      return 0;
+    }
+    target->target->KeepMetadata(*source->source);
+    return 1;
+  });
+}
+
 int PdfMetadataGetAuthorA(TPdfMetadata* metadata, char* buffer, std::int32_t size) {
   return Get(metadata, &DocumentInfo::author, buffer, size);
 }

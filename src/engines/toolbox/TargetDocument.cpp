@@ -50,6 +50,12 @@ void TargetDocument::AppendPage(SourceDocument& source, std::uint32_t page_index
       {page_index, leaf.page, leaf.parent, position, rotation, options, std::move(waiting)});
 }
 
+void TargetDocument::KeepMetadata(SourceDocument& source) {
+  const std::shared_ptr<const KeptMetadata>& kept = source.parts().metadata().Kept();
+  info_ = kept->info;
+  parts_.metadata.Keep(kept);
+}
+
 TargetDocument::Requests& TargetDocument::RequestsOf(SourceDocument& source) {
   const auto found = std::find_if(requests_.rbegin(), requests_.rend(),
                                   [&](const Requests& r) { return r.source == &source; });
@@ -90,7 +96,7 @@ void TargetDocument::Finish() {
     throw pdf::Error(failure_->code, failure_->message);
   }
   content_.Finish();
-  const std::uint32_t info = WriteDocumentInfo(writer_, info_);
+  const std::uint32_t info = parts_.metadata.WriteInfo(writer_, info_);
   writer_.Finish(WriteCatalog(), info);
 }
 
@@ -118,6 +124,7 @@ std::uint32_t TargetDocument::WriteCatalog() {
   parts_.structure.Finish(writer_, text);
   parts_.language.Finish(writer_, text, parts_.report);
   parts_.settings.Finish(writer_, text, names);
+  parts_.metadata.WritePacket(writer_, info_, text);
   if (!names.empty()) {
     text += "/Names<<" + names + ">>";
   }

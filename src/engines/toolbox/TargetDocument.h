@@ -37,6 +37,9 @@ class TargetDocument {
 
   void SetInfo(const DocumentInfo& info) { info_ = info; }
 
+  // Keeps what the source says of itself.
+  void KeepMetadata(SourceDocument& source);
+
   void SetReportCallback(TPdfReportCallback callback, void* context) {
     report_callback_ = callback;
     report_context_ = context;

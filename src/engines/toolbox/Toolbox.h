@@ -112,6 +112,9 @@ enum class TPdfCopiedKind : std::int32_t {
   // Of a source: kept where all of it could be read all the same, dropped where something is lost.
   kDamage,
   kLanguage,
+  kMetadataValue,  // of the document information
+  kXmpPacket,
+  kPdfAClaim,
 };
 
 enum class TPdfCopyOutcome : std::int32_t { kKept, kRenamed, kDropped };
@@ -215,6 +218,13 @@ TPdfMetadata* PdfDocumentCopyMetadata(TPdfDocument* target, TPdfMetadata* metada
 // Gives a created document this information as it is now. Without it the document is written
 // without any.
 int PdfDocumentSetMetadata(TPdfDocument* target, TPdfMetadata* metadata);
+
+// Has a created document keep what an opened one says of itself, also where only some of its pages
+// are copied: all of its document information and its XMP packet, without its claim of PDF/A, which
+// nobody has proved of the new document. The target's metadata is then the source's. What
+// PdfDocumentSetMetadata changes in it is changed in the packet, too. The last call for a target
+// counts.
+int PdfDocumentKeepMetadata(TPdfDocument* target, TPdfDocument* source);
 
 // What is painted onto pages. The handles below belong to one created document, except the
 // transformation, which belongs to none; they may be closed as soon as what they were used for is

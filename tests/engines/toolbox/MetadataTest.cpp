@@ -163,6 +163,23 @@ TEST(DocumentInformation, OfATargetIsWhatWasSetSoFar) {
   PdfClose(metadata);
 }
 
+TEST(DocumentInformation, IsKeptWhole) {
+  Source source(TestPdf().Pages(1).InfoEntry("/Author(Ada)/Title(t)/Own(o)").Bytes());
+  Target target;
+  EXPECT_EQ(PdfDocumentKeepMetadata(target.document, source.document), 1);
+  target.Copy(source);
+  TPdfMetadata* metadata = PdfDocumentGetMetadata(target.document);
+  EXPECT_EQ(Values(metadata), Texts({"Ada", "", "", ""}));
+  SetValue(metadata, PdfMetadataSetAuthorA, "Bea");
+  EXPECT_EQ(PdfDocumentSetMetadata(target.document, metadata), 1);
+  PdfClose(metadata);
+  EXPECT_EQ(target.Close(), 1);
+  EXPECT_EQ(ValuesIn(target.file.bytes), Texts({"Bea", "", "", ""}));
+  EXPECT_EQ(PdfDocumentKeepMetadata(nullptr, source.document), 0);
+  EXPECT_EQ(PdfDocumentKeepMetadata(source.document, source.document), 0);
+  EXPECT_EQ(PdfGetLastError(), kArgumentError);
+}
+
 TEST(DocumentInformation, KeepsWhatFollowsANulAndWhatIsLong) {
   Target target;
   TPdfMetadata* metadata = PdfDocumentGetMetadata(target.document);

@@ -233,6 +233,7 @@ void DocumentSettingsCopier::ReportLeftOut(const SourceDocumentSettings& source)
              source.script_count());
   report.Add(CopiedKind::kArticleThread, CopyOutcome::kDropped, "leads through the whole document",
              source.thread_count());
+  context_->parts().metadata.Report(context_->source().parts().metadata(), report);
   if (!context_->is_whole()) {
     report.Add(CopiedKind::kAttachment, CopyOutcome::kDropped, "belongs to the whole document",
                source.attachment_count());

@@ -13,6 +13,7 @@
 #include "engines/toolbox/copy/PageLabels.h"
 #include "engines/toolbox/copy/ResourceUse.h"
 #include "engines/toolbox/copy/Structure.h"
+#include "engines/toolbox/metadata/Metadata.h"
 
 namespace TarnixTools::engines {
 
@@ -38,6 +39,8 @@ class SourceParts {
 
   SourceDocumentSettings& settings() { return Once(settings_); }
 
+  SourceMetadata& metadata() { return Once(metadata_); }
+
  private:
   template <typename Part>
   Part& Once(std::unique_ptr<Part>& part) {
@@ -57,6 +60,7 @@ class SourceParts {
   std::unique_ptr<SourceStructure> structure_;
   std::unique_ptr<SourceResources> resources_;
   std::unique_ptr<SourceDocumentSettings> settings_;
+  std::unique_ptr<SourceMetadata> metadata_;
 };
 
 }  // namespace TarnixTools::engines

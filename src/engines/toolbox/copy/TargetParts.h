@@ -11,6 +11,7 @@
 #include "engines/toolbox/copy/Outline.h"
 #include "engines/toolbox/copy/PageLabels.h"
 #include "engines/toolbox/copy/Structure.h"
+#include "engines/toolbox/metadata/Metadata.h"
 
 namespace TarnixTools::engines {
 
@@ -25,6 +26,7 @@ struct TargetParts {
   TargetStructure structure;
   TargetLanguage language;
   TargetDocumentSettings settings;
+  TargetMetadata metadata;
   CopyReport report;
   TargetContent* content = nullptr;  // what is painted onto pages; not owned
 };
