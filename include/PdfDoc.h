@@ -121,6 +121,15 @@ class TARNIX_EXPORT PdfDoc {
   // not reset it.
   std::int32_t GetLastError() const { return last_error_; }
 
+  // Whether Rotate, Lock, UnLock, Transform and both Splits keep what this document says of itself:
+  // all of its document information and its XMP packet; false at first. A claim of PDF/A in the
+  // packet is taken out, for nothing has proved it of the new file; the report says so. SetMetaData
+  // then changes the given values, in the packet too, and keeps the others. Without it, and in what
+  // is appended or merged, all of that stays behind.
+  void SetKeepMetadata(bool keep) { keep_metadata_ = keep; }
+
+  bool GetKeepMetadata() const { return keep_metadata_; }
+
   // What the last operation that writes kept, renamed and dropped beside the pages. After a failed
   // one, that of the files that were completed before.
   const PdfReport& GetReport() const { return report_; }
@@ -178,7 +187,7 @@ class TARNIX_EXPORT PdfDoc {
   std::string GetMetaData(PdfMetadataParam param);
 
   // Writes a copy of the pages with new document information; nothing of this document's own
-  // information comes along.
+  // information comes along, unless it is to be kept.
   //   values   - UTF-8, in the order of PdfMetadataParam; values left out at the end are not set.
   //              An empty producer is written as a carriage return, other empty values as empty.
   //   password - protects the output; empty for none.
@@ -316,6 +325,7 @@ class TARNIX_EXPORT PdfDoc {
                              bool encrypt);
   void AppendDocuments(const std::list<PdfDoc>& documents);
   void CopyAllTo(PdfDoc output, PdfRotationAngle angle);
+  void KeepMetadataIn(const PdfDoc& output) const;
   void Complete(PdfDoc& output);
 
   // One file of a split: the pages with the zero-based indices from first up to but not including
@@ -357,6 +367,7 @@ class TARNIX_EXPORT PdfDoc {
   std::shared_ptr<OpenDocument> open_;  // stream, file and engine document; null or closed at rest
   std::int32_t last_error_ = 0;
   std::int32_t pages_num_ = 0;  // as of the last operation that counted them
+  bool keep_metadata_ = false;
   std::vector<PdfPageRange> ranges_;
   PdfReport report_;
 };

@@ -22,7 +22,9 @@
 namespace TarnixTools {
 
 // The new information takes the place of the old one as a whole: a host that wants to change one
-// value reads the others from the document (PdfDoc::GetMetaData) and sets them, too.
+// value reads the others from the document (PdfDoc::GetMetaData) and sets them, too. With
+// SetKeepMetadata only the four values are replaced, and what else the document says of itself
+// stays.
 class TARNIX_EXPORT PdfSetMetaDataTask : public PdfTask {
  public:
   // The task owns a copy of the document, which is not opened before Execute.

@@ -78,6 +78,12 @@ class TARNIX_EXPORT PdfTask {
   // As it was set. The task's own text, kept in memory as it is.
   std::string& GetOutPassword() { return out_password_; }
 
+  // Whether the output of a job on a single document keeps what that says of itself, as
+  // PdfDoc::SetKeepMetadata tells; false at first. A merge has nothing to keep.
+  void SetKeepMetadata(bool keep);
+
+  bool GetKeepMetadata() const { return keep_metadata_; }
+
   // What the last Execute of the job kept, renamed and dropped beside the pages. Empty after a
   // failed one, and before the first. Valid until the next Execute.
   const PdfReport& GetReport() const { return report_; }
@@ -91,9 +97,13 @@ class TARNIX_EXPORT PdfTask {
   // later ones. There must be a document.
   void FillOutputPath();
 
+  // The first of the documents, as the job works on it.
+  PdfDoc InputDocument() const;
+
   std::list<PdfDoc> documents_;
   std::string output_path_;  // empty, or ends in a backslash
   std::string out_password_;
+  bool keep_metadata_ = false;
   PdfReport report_;  // each Execute clears it first
 };
 

@@ -123,8 +123,20 @@ PdfDoc PdfDoc::CreateOutput(const std::string& output_path, const std::string& p
 }
 
 void PdfDoc::CopyAllTo(PdfDoc output, PdfRotationAngle angle) {
+  OpenCheckPassword();
+  const DiscardGuard closing(*this);
+  KeepMetadataIn(output);
   AppendPages(output.Document(), angle);
   Complete(output);
+}
+
+// This document is open. What could not be opened or created is told by what copies the pages.
+void PdfDoc::KeepMetadataIn(const PdfDoc& output) const {
+  if (keep_metadata_ && IsOpen() && output.IsOpen() &&
+      engines::PdfDocumentKeepMetadata(output.Document(), Document()) == 0) {
+    throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
+                       "Unable to keep metadata of doc [%s]", path_.c_str());
+  }
 }
 
 // Closes an output of this document, which writes it.
@@ -224,6 +236,7 @@ void PdfDoc::RequireRange(const PdfPageRange& range) const {
 void PdfDoc::WritePiece(const std::string& output_path, const std::string& password, int first,
                         int last) {
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
+  KeepMetadataIn(output);
   AppendOpenPages(output.Document(), first, last);
   Complete(output);
 }
@@ -237,6 +250,7 @@ void PdfDoc::WriteMerged(const std::vector<PdfPageRange>& ranges, const std::str
     RequireRange(range);
   }
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
+  KeepMetadataIn(output);
   for (const PdfPageRange& range : ranges) {
     AppendOpenPages(output.Document(), range.GetStartPageNum() - 1, range.GetEndPageNum());
   }

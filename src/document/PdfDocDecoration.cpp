@@ -46,6 +46,7 @@ void PdfDoc::Transform(std::vector<PdfTransformation>& transformations,
   OpenCheckPassword();
   const DiscardGuard closing(*this);
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
+  KeepMetadataIn(output);
   PdfReport report;
   {
     DecorationHandleStore handles(output.Document(), kPageNumberMessages, report);
@@ -75,6 +76,7 @@ void PdfDoc::DecorateDoc(PdfTransformation& transformation, const DecorationMess
   OpenCheckPassword();
   const DiscardGuard closing(*this);
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
+  KeepMetadataIn(output);
   PdfReport report;
   {
     DecorationHandleStore handles(output.Document(), messages, report);

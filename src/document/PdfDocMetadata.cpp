@@ -84,9 +84,10 @@ void PdfDoc::SetMetaData(const std::vector<std::string>& values, const std::stri
   OpenCheckPassword();
   const DiscardGuard closing(*this);
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
+  KeepMetadataIn(output);
   AppendPages(output.Document(), PdfRotationAngle::Rotate0);
   // This document is closed by now and has no information to give: what the output starts from is
-  // its own, which is empty.
+  // its own, which is empty unless this document's is kept.
   const MetadataPtr own(engines::PdfDocumentGetMetadata(Document()));
   MetadataPtr metadata(own != nullptr
                            ? engines::PdfDocumentCopyMetadata(output.Document(), own.get())

@@ -65,7 +65,7 @@ void PdfDecorationTask::RequireSingleDocument() const {
 }
 
 void PdfDecorationTask::Decorate() {
-  PdfDoc document = documents_.front();
+  PdfDoc document = InputDocument();
   FillOutputPath();
   document.Transform(transformation_, output_path_ + out_name_, out_password_);
   report_ = document.GetReport();

@@ -46,7 +46,7 @@ void PdfProtectTask::Execute() {
     throw PdfException(PdfExceptionCode::PasswordError, 0,
                        "No password provided to protect PDF doc");
   }
-  PdfDoc document = documents_.front();
+  PdfDoc document = InputDocument();
   document.Lock(password_, OutputFile());
   report_ = document.GetReport();
 }

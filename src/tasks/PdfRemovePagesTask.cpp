@@ -122,7 +122,7 @@ PdfDoc PdfRemovePagesTask::FirstDocument() const {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "None PDF doc defined to remove pages from");
   }
-  return documents_.front();
+  return InputDocument();
 }
 
 // An item is a page or a range: digits and hyphens, and not empty.

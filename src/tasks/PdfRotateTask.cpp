@@ -55,7 +55,7 @@ void PdfRotateTask::Execute() {
                        GetPdfDocsNum());
   }
   RequireAngle(rotation_angle_);
-  PdfDoc document = documents_.front();
+  PdfDoc document = InputDocument();
   document.Rotate(rotation_angle_, output_path_ + out_name_, out_password_);
   report_ = document.GetReport();
 }

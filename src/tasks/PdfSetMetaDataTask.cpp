@@ -72,7 +72,7 @@ void PdfSetMetaDataTask::Execute() {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "None META parameter defined at task, empty values setting disabled");
   }
-  PdfDoc document = documents_.front();
+  PdfDoc document = InputDocument();
   FillOutputPath();
   document.SetMetaData(meta_values_, output_path_ + out_name_, out_password_);
   report_ = document.GetReport();

@@ -74,14 +74,14 @@ void PdfSplitTask::SplitRanges() {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "None range defined to split the document");
   }
-  PdfDoc document = documents_.front();
+  PdfDoc document = InputDocument();
   FillOutputPath();
   document.Split(split_ranges_, output_path_, out_prefix_, merge_after_, "", out_password_);
   report_ = document.GetReport();
 }
 
 void PdfSplitTask::SplitFixedRange() {
-  PdfDoc document = documents_.front();
+  PdfDoc document = InputDocument();
   FillOutputPath();
   document.Split(fixed_split_interval_, output_path_, out_prefix_, out_password_);
   report_ = document.GetReport();

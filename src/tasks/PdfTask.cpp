@@ -55,12 +55,22 @@ void PdfTask::SetOutPassword(const std::string& password) {
   out_password_ = password;
 }
 
+void PdfTask::SetKeepMetadata(bool keep) {
+  keep_metadata_ = keep;
+}
+
 void PdfTask::Execute() {}
 
 void PdfTask::FillOutputPath() {
   if (output_path_.empty()) {
     output_path_ = documents_.front().GetDocDirectory();
   }
+}
+
+PdfDoc PdfTask::InputDocument() const {
+  PdfDoc document = documents_.front();
+  document.SetKeepMetadata(keep_metadata_ || document.GetKeepMetadata());
+  return document;
 }
 
 }  // namespace TarnixTools

@@ -60,7 +60,7 @@ void PdfTransformTask::Execute() {
                        "Unexpected PDF transformations number [%d], expected at least one",
                        GetTransformationsNum());
   }
-  PdfDoc document = documents_.front();
+  PdfDoc document = InputDocument();
   FillOutputPath();
   document.Transform(transformations_, output_path_ + out_name_, out_password_);
   report_ = document.GetReport();

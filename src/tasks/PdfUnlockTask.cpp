@@ -44,7 +44,7 @@ void PdfUnlockTask::Execute() {
     throw PdfException(PdfExceptionCode::PasswordError, 0,
                        "PDF password required to unlock PDF doc");
   }
-  PdfDoc document = documents_.front();
+  PdfDoc document = InputDocument();
   document.UnLock(password_, OutputFile());
   report_ = document.GetReport();
 }
