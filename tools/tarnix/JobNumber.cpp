@@ -38,6 +38,7 @@ constexpr OptionRow kOptions[] = {
 JobResult Number(JobContext& context) {
   PdfPageNumberTask task(context.Documents().front(), context.Options().Text("name"));
   SetNumberOptions(context.Options(), task);
+  task.SetKeepMetadata(true);
   context.SetOutput(task);
   task.Execute();
   return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};

@@ -25,6 +25,7 @@ JobResult Protect(JobContext& context) {
   PdfProtectTask task(document, context.ReadOutPassword("new-password"));
   task.SetOutPrefix(context.Options().Text("prefix"));
   task.SetOutPdfName(context.Options().Text("name"));
+  task.SetKeepMetadata(true);
   context.SetOutput(task);
   task.Execute();
   const std::string name = task.GetOutPdfName().empty()

@@ -19,6 +19,7 @@ JobResult RemovePages(JobContext& context) {
   task.AddRemovedPattern(context.Options().Text("pages"));
   task.SetOutPrefix(context.Options().Text("prefix"));
   task.SetOutPdfName(context.Options().Text("name"));
+  task.SetKeepMetadata(true);
   context.SetOutput(task);
   task.Execute();
   const std::string name =

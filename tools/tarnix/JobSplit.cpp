@@ -101,6 +101,7 @@ JobResult Split(JobContext& context) {
   task.SetFixedSplitInterval(options.Integer("every", 1));
   PdfDoc document = context.Documents().front();
   task.AddPdfDoc(document);
+  task.SetKeepMetadata(true);
   context.SetOutput(task);
   task.Execute();
 

@@ -30,6 +30,7 @@ constexpr OptionRow kOptions[] = {
 JobResult StampImage(JobContext& context) {
   PdfStampImageTask task(context.Documents().front(), context.Options().Text("name"));
   SetStampImageOptions(context.Options(), task);
+  task.SetKeepMetadata(true);
   context.SetOutput(task);
   task.Execute();
   return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};

@@ -32,6 +32,7 @@ constexpr OptionRow kOptions[] = {
 JobResult StampText(JobContext& context) {
   PdfStampTextTask task(context.Documents().front(), context.Options().Text("name"));
   SetStampTextOptions(context.Options(), task);
+  task.SetKeepMetadata(true);
   context.SetOutput(task);
   task.Execute();
   return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};

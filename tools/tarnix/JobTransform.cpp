@@ -25,6 +25,7 @@ JobResult Transform(JobContext& context) {
     }
   }
   task.SetOutName(context.Options().Text("name"));
+  task.SetKeepMetadata(true);
   context.SetOutput(task);
   task.Execute();
   return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};

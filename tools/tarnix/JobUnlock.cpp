@@ -12,6 +12,7 @@ JobResult Unlock(JobContext& context) {
   PdfUnlockTask task(document, context.Password());
   task.SetOutPrefix(context.Options().Text("prefix"));
   task.SetOutPdfName(context.Options().Text("name"));
+  task.SetKeepMetadata(true);
   context.SetOutput(task);
   task.Execute();
   const std::string name = task.GetOutPdfName().empty()
