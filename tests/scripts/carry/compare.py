@@ -180,14 +180,17 @@ def outline_faults(after):
 
 
 def document_faults(sources, after):
-    if after.dictionary(after.catalog.get("/Metadata")):
-        yield "the catalog has metadata"
     info = after.dictionary(after.trailer.get("/Info"))
-    for source in sources:
-        before = source.document.dictionary(source.document.trailer.get("/Info"))
+    befores = [source.document.dictionary(source.document.trailer.get("/Info")) for source in sources]
+    for source, before in zip(sources, befores):
         for key, value in info.items():
-            if after.resolve(value) == source.document.get(before, key):
+            was_copied = after.resolve(value) == source.document.get(before, key)
+            if len(sources) > 1 and was_copied:
                 yield f"document information {key} was copied"
+            if len(sources) == 1 and not was_copied:
+                yield f"document information {key} was changed"
+    if len(sources) > 1 and after.dictionary(after.catalog.get("/Metadata")):
+        yield "the catalog has metadata"
     if after.names("/JavaScript"):
         yield "document scripts were copied"
     if after.get(after.dictionary(after.catalog.get("/OpenAction")), "/S") == "/JavaScript" or "/AA" in after.catalog:

@@ -18,8 +18,7 @@ Item = collections.namedtuple("Item", "feature on to any_of unless scope name de
 FREE_KEYS = {"/P", "/Parent", "/StructParent", "/Dest", "/A", "/PA", "/AA", "/Popup", "/IRT", "/Kids", "/T", "/FT", "/V", "/DV",
              "/Ff", "/DA", "/Q", "/TU", "/TM", "/Opt", "/MaxLen", "/Type", "/M", "/Lock", "/SV", "/TI", "/I", "/DR"}
 FIELD_KEYS = ("/Ff", "/V", "/DV", "/MaxLen", "/Opt", "/Q", "/TU", "/TM", "/TI", "/I")
-SETTINGS = {  # ISO 32000-2, table 29; None: any value
-    "/Lang": None,
+SETTINGS = {  # ISO 32000-2, table 29
     "/PageMode": {"/UseNone", "/UseOutlines", "/UseThumbs", "/FullScreen", "/UseOC", "/UseAttachments"},
     "/PageLayout": {"/SinglePage", "/OneColumn", "/TwoColumnLeft", "/TwoColumnRight", "/TwoPageLeft", "/TwoPageRight"}}
 KEYED_SETTINGS = {  # ISO 32000-2, tables 147 and 353
@@ -276,7 +275,7 @@ def setting_items(document):
     for key, known in SETTINGS.items():
         value = document.plain(document.catalog.get(key))
         shows_nothing = value == "/UseOutlines" and not walk_outline(document)[0]
-        if value is not None and (known is None or value in known) and not shows_nothing:
+        if value in known and not shows_nothing:
             yield Item("settings", scope="single", detail=(key, value))
     for key, known in KEYED_SETTINGS.items():
         for inner, value in document.dictionary(document.catalog.get(key)).items():

@@ -5,7 +5,7 @@ from carry.document import destination_value, text_of
 
 Element = collections.namedtuple("Element", "reference parent dictionary contents objects")
 Content = collections.namedtuple("Content", "page stream mcid")  # stream: None for that of the page itself
-DESCRIBED = ("/Alt", "/ActualText", "/E", "/Lang", "/T")
+DESCRIBED = ("/Alt", "/ActualText", "/E", "/T")
 
 
 class StructureTree:
@@ -102,9 +102,15 @@ def structure_items(document):
     """Arguments of an Item for each element and each piece of content that it holds."""
     tree = StructureTree(document)
     types = [tree.type_of(element) for element in tree.elements]
-    for element, (own, mapped), pages in zip(tree.elements, types, tree.pages_of_elements()):
+    catalog_language = language_in(document, document.catalog)
+    languages = languages_of(tree, catalog_language)
+    tagged = {content.page for element in tree.elements for content in element.contents}
+    for index in range(len(document.pages) if catalog_language else 0):
+        if index not in tagged:
+            yield {"feature": "language of untagged pages", "on": index, "detail": catalog_language}
+    for element, (own, mapped), language, pages in zip(tree.elements, types, languages, tree.pages_of_elements()):
         if pages:
-            detail = element_detail(tree, element, own, mapped)
+            detail = (*element_detail(tree, element, own, mapped), language)
             yield {"feature": "tagged elements", "any_of": frozenset(pages), "detail": detail}
         for content in element.contents:
             if tree.parent_of(content) == element.reference:
@@ -122,6 +128,21 @@ def structure_items(document):
     for element, (own, _) in zip(tree.elements, types):
         paths.append((*paths[element.parent], own) if element.parent is not None else (own,))
         yield {"feature": "tag tree", "scope": "single", "detail": paths[-1]}
+
+
+def language_in(document, dictionary):
+    """What a dictionary says of the language; None for nothing, and where it says that the language isn't known."""
+    language = document.get(dictionary, "/Lang")
+    return text_of(language).lower() or None if isinstance(language, str) else None
+
+
+def languages_of(tree, catalog_language):
+    """The language that holds for each element, from whatever is above it."""
+    languages = []
+    for element in tree.elements:
+        above = catalog_language if element.parent is None else languages[element.parent]
+        languages.append(language_in(tree.document, element.dictionary) if "/Lang" in element.dictionary else above)
+    return languages
 
 
 def element_detail(tree, element, own, mapped):
