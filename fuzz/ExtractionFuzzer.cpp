@@ -1,6 +1,6 @@
-// Opens any bytes as a document and reads the images that its pages draw, as they are stored in
-// files. Nothing worse may come of it than an Error. What PDFium or OpenJPEG would decode is passed
-// over: they are fuzzed elsewhere.
+// Opens any bytes as a document, goes through what its pages lead to and paint, and reads the
+// images that they draw, as they are stored in files. Nothing worse may come of it than an Error.
+// What PDFium or OpenJPEG would decode is passed over: they are fuzzed elsewhere.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -10,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "ContentProbe.h"
 #include "engines/support/codecs/JpegMarkers.h"
 #include "engines/support/codecs/JpxDecoder.h"
 #include "engines/support/images/ColorSpace.h"
@@ -104,7 +105,10 @@ void ReadImages(std::string_view bytes) {
   const auto document = pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes), "");
   const pdf::PageTree pages(*document);
   const pdf::VisibleLayers layers(*document);
+  pdf::ResourceGraph graph(*document);
   for (std::size_t i = 0; i < std::min(pages.pages().size(), kMaxPages); ++i) {
+    pdf::ProbeResources(*document, pages, i, graph);
+    pdf::ProbePage(*document, pages, i);
     engines::ImageWalker walker(*document, pages, layers, i, true);
     for (int found = 0; found < kMaxImages; ++found) {
       const engines::DrawnImage* drawn = walker.Next();
