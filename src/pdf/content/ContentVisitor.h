@@ -65,6 +65,7 @@ struct ImageUse {
   std::uint32_t number = 0;  // of an XObject; 0 for an inline image
   Object dictionary;         // of an inline image: keys and values as they stand
   std::string_view data;     // of an inline image, encoded
+  Object color_spaces;       // of the resources, by name
   const GraphicsState& state;
   const ResourceScope& scope;
 };

@@ -34,10 +34,12 @@ void RunObjectOperator(ContentFrame& frame, const Operation& operation) {
   switch (KindOf(*walk.document, ResourceCategory::kXObject, object.value)) {
     case ResourceKind::kImage:
       if (walk.options.images && object.number != 0) {
-        walk.visitor->DrawImage({.number = object.number,
-                                 .dictionary = object.value,
-                                 .state = frame.state,
-                                 .scope = frame.entry.scope});
+        walk.visitor->DrawImage(
+            {.number = object.number,
+             .dictionary = object.value,
+             .color_spaces = frame.names.Category(ResourceCategory::kColorSpace),
+             .state = frame.state,
+             .scope = frame.entry.scope});
       }
       break;
     case ResourceKind::kForm:
@@ -62,6 +64,7 @@ void RunInlineImageOperator(ContentFrame& frame, const Operation& operation) {
   if (walk.options.images && frame.hidden_marks == 0) {
     walk.visitor->DrawImage({.dictionary = entries,
                              .data = operation.image_data,
+                             .color_spaces = frame.names.Category(ResourceCategory::kColorSpace),
                              .state = frame.state,
                              .scope = frame.entry.scope});
   }

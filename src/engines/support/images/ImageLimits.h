@@ -26,6 +26,9 @@ inline constexpr std::size_t kMaxSamplesAtOnceForLess = std::size_t{2} << 20;
 // come out.
 inline constexpr std::uint64_t kMaxPixelsWithoutData = std::uint64_t{64} << 20;
 
+// Images drawn on one page.
+inline constexpr std::size_t kMaxImagesOfPage = 1'000'000;
+
 }  // namespace TarnixTools::engines::limits
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGES_IMAGELIMITS_H_
