@@ -33,14 +33,7 @@ void LookAt(pdf::Document& document, const pdf::PageTree& pages) {
   engines::DrawingCost cost(document);
   engines::UndrawnObjects undrawn(document);
   for (std::size_t i = 0; i < std::min(pages.pages().size(), kMaxPages); ++i) {
-    pdf::Arena arena;
-    const pdf::PageTree::Page& entry = pages.pages()[i];
-    const Object page = pages.Load(entry, arena);
-    const Object resources = pages.Attribute(entry, page, pdf::InheritableKey::kResources, arena);
-    cost.ExcessOf({.number = document.object_limit() + static_cast<std::uint32_t>(i),
-                   .contents = page.Get("Contents"),
-                   .resources = resources,
-                   .annotations = page.Get("Annots")});
+    cost.ExcessOf(pages, i);
     undrawn.FindOnPage(pages, i);
   }
   pdf::Arena arena;

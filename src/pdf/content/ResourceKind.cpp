@@ -66,6 +66,17 @@ ContentPlace SoftMaskOf(Document& document, const Object& graphics_state, Arena&
   return number == 0 ? ContentPlace{} : ContentPlace{ResourceKind::kSoftMaskGroup, number};
 }
 
+std::vector<std::uint32_t> GlyphsOf(Document& document, const Object& font) {
+  Arena arena;
+  std::vector<std::uint32_t> numbers;
+  for (const DictionaryEntry& glyph : document.Resolve(font.Get("CharProcs"), arena).Entries()) {
+    if (glyph.value.IsReference()) {
+      numbers.push_back(glyph.value.AsReference().number);
+    }
+  }
+  return numbers;
+}
+
 ResourceScope ScopeOf(Document& document, const Object& dictionary, std::uint32_t number,
                       const ResourceScope& user, Arena& arena) {
   const Followed own = document.Follow(dictionary.Get("Resources"), arena);

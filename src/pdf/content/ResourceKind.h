@@ -5,6 +5,7 @@
 #define TARNIX_PDF_CONTENT_RESOURCEKIND_H_
 
 #include <cstdint>
+#include <vector>
 
 #include "pdf/content/ResourceNames.h"
 #include "pdf/file/Document.h"
@@ -53,6 +54,9 @@ ContentPlace ContentOf(Document& document, ResourceCategory category, const Obje
 
 // The group of a graphics state's soft mask; kUnknown for one without.
 ContentPlace SoftMaskOf(Document& document, const Object& graphics_state, Arena& arena);
+
+// Numbers of the glyphs of a Type 3 font.
+std::vector<std::uint32_t> GlyphsOf(Document& document, const Object& font);
 
 // Where the names in some content are looked up.
 struct ResourceScope {

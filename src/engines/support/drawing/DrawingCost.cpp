@@ -1,10 +1,14 @@
 #include "engines/support/drawing/DrawingCost.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 
+#include "engines/support/drawing/DrawingLimits.h"
 #include "pdf/Error.h"
 #include "pdf/Limits.h"
+#include "pdf/content/Appearances.h"
+#include "pdf/content/PageContents.h"
 #include "pdf/syntax/Chars.h"
 #include "pdf/syntax/Lexer.h"
 
@@ -13,16 +17,15 @@ namespace {
 
 using pdf::Object;
 
-// Bytes of decoded content: PDFium holds several times as much for what it finds in there.
-constexpr std::uint64_t kMaxPageBytes = std::uint64_t{256} << 20;
-constexpr std::size_t kMaxStreamBytes = std::size_t{128} << 20;
-constexpr std::uint64_t kEndless = std::uint64_t{1} << 40;
+constexpr std::array kCategoriesWithContent = {
+    pdf::ResourceCategory::kXObject, pdf::ResourceCategory::kPattern,
+    pdf::ResourceCategory::kExtGState, pdf::ResourceCategory::kFont};
 
 // Encoded data up to this size cannot become too much.
-constexpr std::uint64_t kHarmlessBytes = kMaxStreamBytes / pdf::limits::kMaxExpansion / 4;
+constexpr std::uint64_t kHarmlessBytes =
+    limits::kMaxDrawnStreamBytes / pdf::limits::kMaxExpansion / 4;
 
-constexpr int kMaxDepth = 64;
-constexpr std::size_t kMaxContentStreams = 100'000;
+constexpr std::uint64_t kEndless = DrawingCost::kEndless;
 
 std::uint64_t Sum(std::uint64_t a, std::uint64_t b) {
   return std::min(kEndless, a + b);
@@ -56,116 +59,111 @@ void ForEachName(std::string_view content, Function&& function) {
 
 }  // namespace
 
-DrawingCost::Excess DrawingCost::ExcessOf(const Page& page) {
-  Excess excess;
-  const Scope scope{.resources = &page.resources, .owner = page.number, .depth = 0};
-  std::vector<Child> children = ChildrenOf(page.resources);
-  std::uint64_t total = 0;
-  for (const std::uint32_t number : StreamsOf(page.contents)) {
-    total = Sum(total, CostOfContent(number, children));
+DrawingCost::PageCost DrawingCost::CostOf(const pdf::PageTree& pages, std::size_t page_index) {
+  pdf::Arena arena;
+  const Object page = pages.Load(pages.pages()[page_index], arena);
+  const Scope scope{.names = pdf::ScopeOfPage(*document_, pages, page_index, arena)};
+  PageCost cost;
+  std::vector<Child> children = ChildrenOf(scope, arena);
+  for (const std::uint32_t number :
+       pdf::StreamsOfContents(*document_, page.Get("Contents")).numbers) {
+    cost.contents = Sum(cost.contents, CostOfContent(number, children));
   }
-  if (total > kMaxPageBytes) {
-    excess.contents = true;
-    return excess;
+  if (cost.contents > limits::kMaxDrawnBytes) {
+    return cost;
   }
-  const auto fits = [&total](std::uint64_t cost) {
-    const bool does = total + cost <= kMaxPageBytes;
-    total += does ? cost : 0;
-    return does;
-  };
   for (const Child& child : children) {
-    if (child.uses > 0 && !fits(Product(child.uses, CostOfChild(child, scope)))) {
-      excess.resources.push_back(child.name);
+    if (child.uses > 0) {
+      cost.resources.emplace_back(child.name, Product(child.uses, CostOfChild(child, scope)));
     }
   }
-  pdf::Arena arena;
-  const auto annotations = document_->Resolve(page.annotations, arena).Items();
-  for (std::size_t i = 0; i < annotations.size(); ++i) {
-    if (!fits(CostOfAnnotation(annotations[i], scope))) {
+  for (const Object& annotation : document_->Resolve(page.Get("Annots"), arena).Items()) {
+    cost.annotations.push_back(CostOfAnnotation(annotation, scope));
+  }
+  return cost;
+}
+
+DrawingCost::Excess DrawingCost::ExcessOf(const pdf::PageTree& pages, std::size_t page_index) {
+  const PageCost cost = CostOf(pages, page_index);
+  Excess excess;
+  excess.contents = cost.contents > limits::kMaxDrawnBytes;
+  std::uint64_t total = cost.contents;
+  const auto fits = [&total](std::uint64_t bytes) {
+    const bool does = total + bytes <= limits::kMaxDrawnBytes;
+    total += does ? bytes : 0;
+    return does;
+  };
+  for (const auto& [name, bytes] : cost.resources) {
+    if (!fits(bytes)) {
+      excess.resources.push_back(name);
+    }
+  }
+  for (std::size_t i = 0; i < cost.annotations.size(); ++i) {
+    if (!fits(cost.annotations[i])) {
       excess.annotations.push_back(i);
     }
   }
   return excess;
 }
 
-std::vector<std::uint32_t> DrawingCost::StreamsOf(const Object& contents) {
-  pdf::Arena arena;
-  const Object resolved = document_->Resolve(contents, arena);
-  std::vector<std::uint32_t> numbers;
-  for (const Object& item : resolved.Items()) {
-    if (item.AsReference().number != 0 && numbers.size() < kMaxContentStreams) {
-      numbers.push_back(item.AsReference().number);
-    }
-  }
-  if (resolved.IsDictionary() && contents.AsReference().number != 0) {
-    numbers.push_back(contents.AsReference().number);
-  }
-  return numbers;
-}
-
-std::vector<DrawingCost::Child> DrawingCost::ChildrenOf(const Object& resources) {
+std::vector<DrawingCost::Child> DrawingCost::ChildrenOf(const Scope& scope, pdf::Arena& arena) {
   std::vector<Child> children;
-  for (const std::string_view category : {"XObject", "Pattern", "ExtGState", "Font"}) {
-    pdf::Arena arena;
+  for (const pdf::ResourceCategory category : kCategoriesWithContent) {
+    const std::string_view key = pdf::kResourceCategoryKeys[static_cast<std::size_t>(category)];
     for (const pdf::DictionaryEntry& entry :
-         document_->Resolve(resources.Get(category), arena).Entries()) {
-      if (const std::uint32_t number = ContentOf(category, entry.value); number != 0) {
-        children.push_back({.name = {category, std::string(entry.Key())}, .number = number});
+         document_->Resolve(scope.names.resources.Get(key), arena).Entries()) {
+      const pdf::ContentPlace content = ContentOf(category, entry.value);
+      if (content.kind != pdf::ResourceKind::kUnknown) {
+        children.push_back(
+            {.name = {key, std::string(entry.Key())}, .content = content, .entry = entry.value});
       }
     }
   }
   return children;
 }
 
-// The object with the content of a resource; 0 for one without.
-std::uint32_t DrawingCost::ContentOf(std::string_view category, const Object& entry) {
+pdf::ContentPlace DrawingCost::ContentOf(pdf::ResourceCategory category, const Object& entry) {
   const std::uint32_t number = entry.AsReference().number;
   if (number == 0) {
-    return FindContent(category, entry);
+    return pdf::ContentOf(*document_, category, entry);
   }
-  const auto [found, is_new] = contents_.emplace(number, 0);
+  const std::uint64_t key = std::uint64_t{number} << 8 | static_cast<std::uint64_t>(category);
+  const auto [found, is_new] = contents_.try_emplace(key);
   if (is_new) {
-    found->second = FindContent(category, entry);
+    found->second = pdf::ContentOf(*document_, category, entry);
   }
   return found->second;
 }
 
-std::uint32_t DrawingCost::FindContent(std::string_view category, const Object& entry) {
-  pdf::Arena arena;
-  const Object value = document_->Resolve(entry, arena);
-  const auto get = [&](const Object& dictionary, std::string_view key) {
-    return document_->Resolve(dictionary.Get(key), arena);
-  };
-  if (category == "ExtGState") {
-    return get(value, "SMask").Get("G").AsReference().number;
-  }
-  const bool has_content = category == "XObject"   ? get(value, "Subtype").Text() == "Form"
-                           : category == "Pattern" ? get(value, "PatternType").IntegerOr(0) == 1
-                                                   : get(value, "Subtype").Text() == "Type3";
-  return has_content ? entry.AsReference().number : 0;
+std::uint64_t DrawingCost::CostOfChild(const Child& child, const Scope& scope) {
+  return child.content.kind == pdf::ResourceKind::kType3Font
+             ? CostOfFont(child.entry, scope)
+             : CostOfStream(child.content.number, scope);
 }
 
-std::uint64_t DrawingCost::CostOfChild(const Child& child, const Scope& scope) {
-  return child.name.category == "Font" ? CostOfFont(child.number, scope)
-                                       : CostOfStream(child.number, scope);
+// The cost that is known; nothing for one that is new, which is under way from now on.
+std::optional<std::uint64_t> DrawingCost::KnownCost(std::uint64_t key) {
+  const auto [found, is_new] = costs_.emplace(key, 0);
+  if (is_new) {
+    return std::nullopt;
+  }
+  return found->second == 0 ? kEndless : found->second;
 }
 
 // The cost of a stream's content with that of all it draws.
 std::uint64_t DrawingCost::CostOfStream(std::uint32_t number, const Scope& scope) {
-  if (number == 0 || scope.depth > kMaxDepth) {
+  if (number == 0 || scope.depth > limits::kMaxDrawingDepth) {
     return number == 0 ? 0 : kEndless;
   }
   pdf::Arena arena;
   const Object dictionary = document_->Load({.number = number, .generation = 0}, arena);
-  const Object own = document_->Resolve(dictionary.Get("Resources"), arena);
-  const Scope inner{.resources = own.IsDictionary() ? &own : scope.resources,
-                    .owner = own.IsDictionary() ? number : scope.owner,
+  const Scope inner{.names = pdf::ScopeOf(*document_, dictionary, number, scope.names, arena),
                     .depth = scope.depth + 1};
-  const std::uint64_t key = std::uint64_t{number} << 32 | inner.owner;
-  if (const auto [found, is_new] = costs_.emplace(key, 0); !is_new) {
-    return found->second == 0 ? kEndless : found->second;
+  const std::uint64_t key = std::uint64_t{number} << 32 | inner.names.owner;
+  if (const auto known = KnownCost(key)) {
+    return *known;
   }
-  std::vector<Child> children = ChildrenOf(*inner.resources);
+  std::vector<Child> children = ChildrenOf(inner, arena);
   std::uint64_t cost = Sum(1, CostOfContent(number, children));
   for (const Child& child : children) {
     cost = child.uses == 0 ? cost : Sum(cost, Product(child.uses, CostOfChild(child, inner)));
@@ -175,26 +173,26 @@ std::uint64_t DrawingCost::CostOfStream(std::uint32_t number, const Scope& scope
 }
 
 // PDFium reads each glyph once.
-std::uint64_t DrawingCost::CostOfFont(std::uint32_t number, const Scope& scope) {
-  if (number == 0 || scope.depth > kMaxDepth) {
-    return number == 0 ? 0 : kEndless;
-  }
-  const std::uint64_t key = std::uint64_t{number} << 32 | number;
-  if (const auto [found, is_new] = costs_.emplace(key, 0); !is_new) {
-    return found->second == 0 ? kEndless : found->second;
+std::uint64_t DrawingCost::CostOfFont(const Object& font, const Scope& scope) {
+  if (scope.depth > limits::kMaxDrawingDepth) {
+    return kEndless;
   }
   pdf::Arena arena;
-  const Object font = document_->Load({.number = number, .generation = 0}, arena);
-  const Object own = document_->Resolve(font.Get("Resources"), arena);
-  const Scope inner{.resources = own.IsDictionary() ? &own : scope.resources,
-                    .owner = number,
-                    .depth = scope.depth + 1};
-  std::uint64_t cost = 1;
-  for (const pdf::DictionaryEntry& glyph :
-       document_->Resolve(font.Get("CharProcs"), arena).Entries()) {
-    cost = Sum(cost, CostOfStream(glyph.value.AsReference().number, inner));
+  const pdf::Followed found = document_->Follow(font, arena);
+  const Scope inner{
+      .names = pdf::ScopeOf(*document_, found.value, found.number, scope.names, arena),
+      .depth = scope.depth + 1};
+  const std::uint64_t key = std::uint64_t{found.number} << 32 | inner.names.owner;
+  if (const auto known = found.number != 0 ? KnownCost(key) : std::nullopt) {
+    return *known;
   }
-  costs_[key] = cost;
+  std::uint64_t cost = 1;
+  for (const std::uint32_t glyph : pdf::GlyphsOf(*document_, found.value)) {
+    cost = Sum(cost, CostOfStream(glyph, inner));
+  }
+  if (found.number != 0) {
+    costs_[key] = cost;
+  }
   return cost;
 }
 
@@ -213,7 +211,7 @@ std::uint64_t DrawingCost::CostOfContent(std::uint32_t number, std::vector<Child
   }
   std::string content;
   try {
-    if (auto decoded = document_->DecodeStream(number, kMaxStreamBytes)) {
+    if (auto decoded = document_->DecodeStream(number, limits::kMaxDrawnStreamBytes)) {
       content = std::move(decoded->data);
     }
   } catch (const pdf::Error& error) {
@@ -238,21 +236,10 @@ std::uint64_t DrawingCost::CostOfContent(std::uint32_t number, std::vector<Child
 // The cost of all appearances of an annotation.
 std::uint64_t DrawingCost::CostOfAnnotation(const Object& annotation, const Scope& scope) {
   pdf::Arena arena;
-  const auto get = [&](const Object& value, std::string_view key) {
-    return document_->Resolve(value, arena).Get(key);
-  };
-  const Object appearances = get(annotation, "AP");
+  const Object dictionary = document_->Resolve(annotation, arena);
   std::uint64_t cost = 0;
-  for (const std::string_view key : {"N", "D", "R"}) {
-    const Object appearance = get(appearances, key);
-    const Object resolved = document_->Resolve(appearance, arena);
-    if (appearance.AsReference().number != 0 && resolved.Has("BBox")) {
-      cost = Sum(cost, CostOfStream(appearance.AsReference().number, scope));
-      continue;
-    }
-    for (const pdf::DictionaryEntry& state : resolved.Entries()) {
-      cost = Sum(cost, CostOfStream(state.value.AsReference().number, scope));
-    }
+  for (const std::uint32_t number : pdf::AppearancesOf(*document_, dictionary)) {
+    cost = Sum(cost, CostOfStream(number, scope));
   }
   return cost;
 }

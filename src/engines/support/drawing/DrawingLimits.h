@@ -34,6 +34,14 @@ inline constexpr std::uint64_t kMaxReducedPixels = std::uint64_t{1} << 29;
 // Bytes of a reduced image that has to be held, since its rows do not come from top to bottom.
 inline constexpr std::size_t kMaxHeldImageBytes = std::size_t{32} << 20;
 
+// Bytes of decoded content that a page may draw, and that one stream of it may have: PDFium holds
+// several times as much for what it finds in there.
+inline constexpr std::uint64_t kMaxDrawnBytes = std::uint64_t{256} << 20;
+inline constexpr std::size_t kMaxDrawnStreamBytes = std::size_t{128} << 20;
+
+// Content within each other that is followed to find that out.
+inline constexpr int kMaxDrawingDepth = 64;
+
 }  // namespace TarnixTools::engines::limits
 
 #endif  // TARNIX_ENGINES_SUPPORT_DRAWING_DRAWINGLIMITS_H_

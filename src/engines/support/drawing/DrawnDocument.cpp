@@ -259,15 +259,7 @@ bool DrawnDocument::DrawsTooMuch(int page_index) {
   if (cost_ == nullptr) {
     cost_ = std::make_unique<DrawingCost>(*core_);
   }
-  pdf::Arena arena;
-  const pdf::PageTree::Page& entry = pages_->pages()[static_cast<std::size_t>(page_index)];
-  const Object page = pages_->Load(entry, arena);
-  return !cost_
-              ->ExcessOf({.number = core_->object_limit() + static_cast<std::uint32_t>(page_index),
-                          .contents = page.Get("Contents"),
-                          .resources = ResourcesOf(page_index, arena),
-                          .annotations = page.Get("Annots")})
-              .empty();
+  return !cost_->ExcessOf(*pages_, static_cast<std::size_t>(page_index)).empty();
 }
 
 // A page that cannot be looked at has no objects that PDFium is not to draw.

@@ -199,13 +199,8 @@ class Copy {
         AppendEntry(text, pdf::kInheritablePageKeys[static_cast<std::size_t>(key)], attribute(key));
       }
     }
-    const Object resources = attribute(pdf::InheritableKey::kResources);
-    AppendDrawn(
-        text, dictionary, resources,
-        cost_.ExcessOf({.number = document_->object_limit() + static_cast<std::uint32_t>(index),
-                        .contents = dictionary.Get("Contents"),
-                        .resources = document_->Resolve(resources, arena),
-                        .annotations = dictionary.Get("Annots")}));
+    AppendDrawn(text, dictionary, attribute(pdf::InheritableKey::kResources),
+                cost_.ExcessOf(*pages_, index));
     for (const std::string_view key : {"Group", "UserUnit"}) {
       AppendEntry(text, key, dictionary.Get(key));
     }

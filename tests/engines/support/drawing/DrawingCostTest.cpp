@@ -14,7 +14,6 @@
 namespace TarnixTools::engines {
 namespace {
 
-using pdf::Object;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using testing::RawPdf;
@@ -36,13 +35,8 @@ class DrawingCostTest : public ::testing::Test {
   DrawingCost::Excess ExcessOfPage() {
     const std::string bytes = file_.Table("/Root 1 0 R");
     const auto document = pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes), "");
-    pdf::Arena arena;
-    const Object page = document->Load({.number = 3, .generation = 0}, arena);
-    DrawingCost cost(*document);
-    return cost.ExcessOf({.number = document->object_limit(),
-                          .contents = page.Get("Contents"),
-                          .resources = document->Resolve(page.Get("Resources"), arena),
-                          .annotations = page.Get("Annots")});
+    const pdf::PageTree pages(*document);
+    return DrawingCost(*document).ExcessOf(pages, 0);
   }
 
   static std::vector<std::string> NamesOf(const DrawingCost::Excess& excess) {
@@ -127,6 +121,22 @@ TEST_F(DrawingCostTest, PatternsSoftMasksAndGlyphsThatDrawThemselves) {
                                "/Font<</T 8 0 R>>>>",
                                "/P scn /G gs /D gs BT /T 9 Tf (a) Tj ET")),
               ElementsAre("Pattern/P", "ExtGState/G", "Font/T"));
+}
+
+TEST_F(DrawingCostTest, AFontThatIsNoObject) {
+  file_.Object(5, "<</Font<</T<</Subtype/Type3/CharProcs<</a 6 0 R/b 7 0 R>>>>>>>>");
+  file_.Stream(6, "", "0 0 5 5 re f");
+  file_.Stream(7, "", "/T 9 Tf (b) Tj");
+  EXPECT_THAT(NamesOf(ExcessOf("/Resources 5 0 R", "BT /T 9 Tf (a) Tj ET")), ElementsAre("Font/T"));
+}
+
+// The same object, once as a form that draws nothing, once as a graphics state.
+TEST_F(DrawingCostTest, AFormThatIsAGraphicsStateToo) {
+  file_.Stream(5, kForm + "/SMask<</S/Alpha/G 6 0 R>>", "");
+  file_.Stream(6, kForm + "/Resources<</XObject<</F 6 0 R>>>>", "/F Do");
+  EXPECT_THAT(
+      NamesOf(ExcessOf("/Resources<</XObject<</F 5 0 R>>/ExtGState<</G 5 0 R>>>>", "/F Do /G gs")),
+      ElementsAre("ExtGState/G"));
 }
 
 TEST_F(DrawingCostTest, AnAppearanceThatDrawsItself) {
