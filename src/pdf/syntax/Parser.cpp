@@ -197,7 +197,7 @@ void Parser::MakeReference() {
   values_.pop_back();
   const std::int64_t number = values_.back().IntegerOr(0);
   const bool is_usable =
-      number >= 1 && number <= limits::kMaxObjectNumber && generation >= 0 && generation <= 65535;
+      number >= 1 && number <= max_reference_ && generation >= 0 && generation <= 65535;
   values_.back() = is_usable ? Object::Ref({static_cast<std::uint32_t>(number),
                                             static_cast<std::uint16_t>(generation)})
                              : Object();

@@ -4,9 +4,11 @@
 #ifndef TARNIX_PDF_SYNTAX_PARSER_H_
 #define TARNIX_PDF_SYNTAX_PARSER_H_
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "pdf/Limits.h"
 #include "pdf/syntax/Arena.h"
 #include "pdf/syntax/Lexer.h"
 #include "pdf/syntax/Object.h"
@@ -32,6 +34,10 @@ class Parser {
 
   // Where the values read from now on live. A parser that is kept saves its working storage.
   void set_arena(Arena& arena) { arena_ = &arena; }
+
+  // The highest number of an object that a reference may have; others are null. At first that of an
+  // object in a file.
+  void set_max_reference(std::uint32_t number) { max_reference_ = number; }
 
   // Reads one value. The object and all it holds live in the arena. transform may be null; it is
   // not applied to the /Contents of a signature, which are never encrypted (7.6.2).
@@ -66,6 +72,7 @@ class Parser {
   std::vector<std::size_t> untransformed_;  // strings in values_ that may be a signature's contents
   StringTransform* transform_ = nullptr;
   std::string text_;
+  std::uint32_t max_reference_ = limits::kMaxObjectNumber;
   int skipped_depth_ = 0;  // containers opened beyond the nesting limit
   bool is_regular_ = true;
 };

@@ -120,6 +120,17 @@ TEST(Parser, RefusesReferencesOutOfRange) {
   EXPECT_EQ(Reparse("[0 0 R -1 0 R 99999999999 0 R 1 70000 R]").text, "[null null null null]");
 }
 
+TEST(Parser, TakesReferencesBeyondFilesWhenAsked) {
+  Arena arena;
+  Parser parser(arena);
+  parser.set_max_reference(9'000'000);
+  Lexer lexer("[9000000 0 R 9000001 0 R]", true);
+  Object value;
+  parser.Parse(lexer, nullptr, value);
+  EXPECT_EQ(value.Items()[0].AsReference().number, 9'000'000U);
+  EXPECT_TRUE(value.Items()[1].IsNull());
+}
+
 TEST(Parser, BoundsNesting) {
   const int depth = 200000;
   const Parsed parsed = Reparse(std::string(depth, '[') + std::string(depth, ']') + " 1");
