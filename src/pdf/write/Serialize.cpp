@@ -116,6 +116,10 @@ void AppendScalar(std::string& out, const Object& value, const SerializeHooks& h
   }
 }
 
+bool IsLeftOut(const Object& value, const SerializeHooks& hooks) {
+  return hooks.leaves_out && value.IsReference() && hooks.leaves_out(value.AsReference());
+}
+
 }  // namespace
 
 void AppendObject(std::string& out, const Object& value, const SerializeHooks& hooks) {
@@ -140,16 +144,18 @@ void AppendObject(std::string& out, const Object& value, const SerializeHooks& h
       if (top.next == top.container.Items().size()) {
         out += ']';
         open.pop_back();
-      } else {
-        begin(top.container.Items()[top.next++]);
+      } else if (const Object& item = top.container.Items()[top.next++]; !IsLeftOut(item, hooks)) {
+        begin(item);
       }
     } else if (top.next == top.container.Entries().size()) {
       out += ">>";
       open.pop_back();
     } else {
       const DictionaryEntry& entry = top.container.Entries()[top.next++];
-      AppendName(out, entry.Key());
-      begin(entry.value);
+      if (!IsLeftOut(entry.value, hooks)) {
+        AppendName(out, entry.Key());
+        begin(entry.value);
+      }
     }
   }
 }

@@ -25,6 +25,8 @@ void AppendString(std::string& out, std::string_view bytes, bool as_hex);
 struct SerializeHooks {
   // Writes what stands for the reference; without it the reference is written as it is.
   std::function<void(std::string& out, Reference reference)> reference;
+  // Whether the entry of a dictionary or the item of an array that is this reference is left out.
+  std::function<bool(Reference reference)> leaves_out;
   StringTransform* strings = nullptr;
 };
 

@@ -41,7 +41,7 @@ TokenCopier::Status TokenCopier::Copy(Lexer& lexer, StringTransform* strings, st
       Status status = Status::kDone;
       if (frames_.size() == 1 && token.text == "/Length") {
         status = CopyLength(lexer);
-      } else if (frames_.size() == 1 && IsStructureKey(token.text.substr(1))) {
+      } else if (frames_.size() == 1 && ChangesKey(token.text.substr(1))) {
         status = CopyStructureKey(lexer, token.text, out);
       }
       if (status != Status::kDone) {
@@ -120,7 +120,7 @@ bool TokenCopier::TakeKey(const Token& token, std::string& out) {
     return false;
   }
   const bool is_outermost = frames_.size() == 1;
-  if (is_outermost && (token.text == "/Length" || IsStructureKey(token.text.substr(1)))) {
+  if (is_outermost && (token.text == "/Length" || ChangesKey(token.text.substr(1)))) {
     return true;  // CopyLength or CopyStructureKey goes on
   }
   // Names with escapes are rare, and may be anything.
@@ -130,6 +130,7 @@ bool TokenCopier::TakeKey(const Token& token, std::string& out) {
   }
   has_filter_ = has_filter_ || (is_outermost && token.text == "/Filter");
   next_is_type_ = is_outermost && token.text == "/Type";
+  frames_.back().entry_start = out.size();
   out += token.text;
   frames_.back().wants_key = false;
   return true;
@@ -213,7 +214,11 @@ TokenCopier::Status TokenCopier::CopyInteger(Lexer& lexer, const Token& token, s
     return Status::kIrregular;
   }
   const std::uint32_t mapped = references_->Map(static_cast<std::uint32_t>(token.integer));
-  if (mapped == 0) {
+  if (mapped == ReferenceMap::kLeftOut) {
+    if (frames_.back().is_dictionary) {
+      out.resize(frames_.back().entry_start);
+    }
+  } else if (mapped == 0) {
     AppendToken(out, "null");
   } else {
     AppendReference(out, mapped);

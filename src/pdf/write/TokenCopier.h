@@ -36,6 +36,10 @@ constexpr bool IsPageType(std::string_view type) {
 class ReferenceMap {
  public:
   virtual ~ReferenceMap() = default;
+  // What Map answers for a reference that vanishes with the entry of a dictionary or the item of an
+  // array that it is.
+  static constexpr std::uint32_t kLeftOut = ~std::uint32_t{0};
+
   // The number in the target, or 0 for a reference that becomes null.
   virtual std::uint32_t Map(std::uint32_t number) = 0;
 };
@@ -60,6 +64,14 @@ class TokenCopier {
   void set_structure_keys(std::int64_t shift, std::int64_t count) {
     structure_key_shift_ = shift;
     structure_key_count_ = count;
+  }
+
+  // From now on /StructParent and /StructParents are entries like others.
+  void set_keeps_structure_keys(bool keeps) { keeps_structure_keys_ = keeps; }
+
+  // Whether the key is one that AppendStructureKey deals with.
+  bool ChangesKey(std::string_view key) const {
+    return !keeps_structure_keys_ && IsStructureKey(key);
   }
 
   // Appends the entry as it becomes, if it stays.
@@ -90,6 +102,7 @@ class TokenCopier {
   struct Frame {
     bool is_dictionary;
     bool wants_key;
+    std::size_t entry_start = 0;  // in the output, of the last entry
   };
 
   Token Fetch(Lexer& lexer);
@@ -107,6 +120,7 @@ class TokenCopier {
   std::int64_t structure_key_count_ = 0;
   std::optional<StructureKey> structure_key_;
   Object length_;
+  bool keeps_structure_keys_ = false;
   bool leaves_resources_ = false;
   bool has_filter_ = false;
   bool is_dictionary_ = false;

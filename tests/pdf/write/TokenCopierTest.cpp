@@ -7,10 +7,12 @@
 namespace TarnixTools::pdf {
 namespace {
 
-// Object N becomes 100 + N; object 9 is not copied.
+// Object N becomes 100 + N; object 9 is not copied, object 8 vanishes.
 class Shifted : public ReferenceMap {
  public:
-  std::uint32_t Map(std::uint32_t number) override { return number == 9 ? 0 : number + 100; }
+  std::uint32_t Map(std::uint32_t number) override {
+    return number == 9 ? 0 : number == 8 ? kLeftOut : number + 100;
+  }
 };
 
 struct Copied {
@@ -44,6 +46,24 @@ TEST(TokenCopier, KeepsEmptyNamesEmpty) {
 
 TEST(TokenCopier, WritesNullForWhatIsNotCopied) {
   EXPECT_EQ(Copy("<</A 9 0 R/B[9 0 R 9 0 R]>>").text, "<</A null/B[null null]>>");
+}
+
+TEST(TokenCopier, LeavesOutEntriesAndItems) {
+  EXPECT_EQ(Copy("<</A 8 0 R/B[8 0 R 1 8 0 R 2 8 0 R]/C 3 /D<</E 8 0 R>>/F 8 0 R>>").text,
+            "<</B[1 2]/C 3/D<<>>>>");
+  EXPECT_EQ(Copy("[8 0 R 8 0 R 4 5]").text, "[4 5]");
+  EXPECT_EQ(Copy("<</A 1 8 0 R>>").status, TokenCopier::Status::kIrregular);
+}
+
+TEST(TokenCopier, KeepsStructureKeysWhenAsked) {
+  Shifted map;
+  TokenCopier copier(map);
+  copier.set_keeps_structure_keys(true);
+  std::string out;
+  Lexer lexer("<</StructParent -1/StructParents 5 0 R>>", true);
+  EXPECT_EQ(copier.Copy(lexer, nullptr, out), TokenCopier::Status::kDone);
+  EXPECT_EQ(out, "<</StructParent -1/StructParents 105 0 R>>");
+  EXPECT_FALSE(copier.TakeStructureKey());
 }
 
 TEST(TokenCopier, HoldsTheLengthBack) {
