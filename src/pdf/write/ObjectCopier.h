@@ -17,29 +17,11 @@
 #include "pdf/file/Document.h"
 #include "pdf/filters/Filters.h"
 #include "pdf/write/FileWriter.h"
+#include "pdf/write/NumberMap.h"
 #include "pdf/write/Serialize.h"
 #include "pdf/write/TokenCopier.h"
 
 namespace TarnixTools::pdf {
-
-// Which number each source object has in the target. Clearing costs what was set, not what could
-// be.
-class NumberMap {
- public:
-  std::uint32_t Get(std::uint32_t number) const {
-    return number < numbers_.size() ? numbers_[number] : 0;
-  }
-
-  void Set(std::uint32_t number, std::uint32_t target);
-  void Clear();
-
-  // The source's numbers that have one in the target, in the order in which they got it.
-  const std::vector<std::uint32_t>& mapped() const { return set_; }
-
- private:
-  std::vector<std::uint32_t> numbers_;
-  std::vector<std::uint32_t> set_;
-};
 
 // Decides what a copied object keeps of its /Resources.
 class ResourceFilter {
