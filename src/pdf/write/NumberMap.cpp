@@ -5,18 +5,20 @@
 namespace TarnixTools::pdf {
 
 void NumberMap::Set(std::uint32_t number, std::uint32_t target) {
-  if (number >= numbers_.size()) {
-    numbers_.resize(std::max<std::size_t>(number + 1, numbers_.size() * 2));
+  std::vector<std::uint32_t>& numbers = IsAddedObject(number) ? added_ : numbers_;
+  const std::size_t index = IndexOf(number);
+  if (index >= numbers.size()) {
+    numbers.resize(std::max(index + 1, numbers.size() * 2));
   }
-  if (numbers_[number] == 0) {
+  if (numbers[index] == 0) {
     set_.push_back(number);
   }
-  numbers_[number] = target;
+  numbers[index] = target;
 }
 
 void NumberMap::Clear() {
   for (const std::uint32_t number : set_) {
-    numbers_[number] = 0;
+    (IsAddedObject(number) ? added_ : numbers_)[IndexOf(number)] = 0;
   }
   set_.clear();
 }

@@ -31,6 +31,12 @@ bool MayWaste(std::string_view dictionary) {
          dictionary.find("/LZW") != std::string_view::npos;
 }
 
+// Whether nothing compresses a stream's data and nothing forbids to.
+bool MayDeflate(const Object& dictionary) {
+  return !dictionary.Has("Filter") && !dictionary.Has("DecodeParms") &&
+         !dictionary.Get("Type").IsName("Metadata");
+}
+
 // Strings that are decrypted for the source and encrypted for the target.
 class ChainedStrings : public StringTransform {
  public:
@@ -60,10 +66,16 @@ ObjectCopier::ObjectCopier(Document& source, FileWriter& target, NumberMap& numb
       tokens_(*this) {}
 
 std::uint32_t ObjectCopier::Map(std::uint32_t number) {
+  if (changes_ != nullptr) {
+    number = changes_->StandIn(number);
+    if (number == 0 || number == kLeftOut) {
+      return number;
+    }
+  }
   if (const std::uint32_t known = numbers_->Get(number); known != 0) {
     return known;
   }
-  if (!source_->Exists(number) || is_barred_(number)) {
+  if (!IsAddedObject(number) && (!source_->Exists(number) || is_barred_(number))) {
     return 0;
   }
   const std::uint32_t target_number = target_->Reserve();
@@ -72,18 +84,31 @@ std::uint32_t ObjectCopier::Map(std::uint32_t number) {
   return target_number;
 }
 
-void ObjectCopier::Append(std::string& out, const Object& value) {
+SerializeHooks ObjectCopier::MappingHooks() {
   SerializeHooks hooks;
   hooks.reference = [this](std::string& text, Reference reference) {
     AppendMapped(text, reference);
   };
-  AppendObject(out, value, hooks);
+  if (changes_ != nullptr) {
+    hooks.leaves_out = [this](Reference reference) {
+      return changes_->StandIn(reference.number) == kLeftOut;
+    };
+  }
+  return hooks;
+}
+
+void ObjectCopier::Append(std::string& out, const Object& value) {
+  AppendObject(out, value, MappingHooks());
 }
 
 // An entry of an object's own dictionary.
 void ObjectCopier::AppendEntry(std::string& out, const Subject& subject,
                                const DictionaryEntry& entry, const SerializeHooks& hooks) {
-  if (IsStructureKey(entry.Key())) {
+  if (hooks.leaves_out && entry.value.IsReference() &&
+      hooks.leaves_out(entry.value.AsReference())) {
+    return;
+  }
+  if (tokens_.ChangesKey(entry.Key())) {
     tokens_.AppendStructureKey(out, entry.Key(), entry.value.IntegerOr(-1));
     return;
   }
@@ -114,10 +139,7 @@ void ObjectCopier::WriteParsed(const Object& value, const Promise& promise) {
     ForgetPromises();
     text_ = "null";
   } else if (value.IsDictionary()) {
-    SerializeHooks hooks;
-    hooks.reference = [this](std::string& text, Reference reference) {
-      AppendMapped(text, reference);
-    };
+    const SerializeHooks hooks = MappingHooks();
     const Subject subject{promise.number, value, false};
     text_ += "<<";
     for (const DictionaryEntry& entry : value.Entries()) {
@@ -141,7 +163,7 @@ void ObjectCopier::ForgetPromises() {
 
 void ObjectCopier::AppendMapped(std::string& out, Reference reference) {
   const std::uint32_t mapped = Map(reference.number);
-  if (mapped == 0) {
+  if (mapped == 0 || mapped == kLeftOut) {
     AppendToken(out, "null");
   } else {
     AppendReference(out, mapped);
@@ -152,13 +174,18 @@ void ObjectCopier::CopyPending() {
   while (!pending_.empty()) {
     const Promise promise = pending_.back();
     pending_.pop_back();
+    older_promises_ = pending_.size();
     CopyObject(promise);
+    // What an object refers to first comes first.
+    std::reverse(pending_.begin() + static_cast<std::ptrdiff_t>(older_promises_), pending_.end());
   }
 }
 
 void ObjectCopier::CopyObject(const Promise& promise) {
+  if (changes_ != nullptr && changes_->Write(promise.number, promise.target_number)) {
+    return;
+  }
   const std::optional<RawObject> raw = source_->Locate(promise.number);
-  older_promises_ = pending_.size();
   if (!raw) {
     target_->WriteObject(promise.target_number, "null");
   } else if (!CopyText(*raw, promise)) {
@@ -243,11 +270,13 @@ void ObjectCopier::RestoreLength() {
   text_ += ">>";
 }
 
-// Irregular syntax, and streams whose filters change.
-void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise) {
+// Irregular syntax, streams whose filters change, and objects with another dictionary.
+void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise,
+                              const Object* dictionary) {
   Arena arena;
   if (raw.holder != nullptr) {
-    WriteParsed(source_->Load({promise.number, 0}, arena), promise);
+    WriteParsed(dictionary != nullptr ? *dictionary : source_->Load({promise.number, 0}, arena),
+                promise);
     return;
   }
   const auto decrypt = source_->StringsOf(raw.reference);
@@ -255,8 +284,12 @@ void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise) {
   const auto extent = value.value.IsDictionary()
                           ? source_->StreamAt(value.end, value.value.Get("Length"), promise.number)
                           : std::nullopt;
+  if (!value.is_regular && value.value.IsNull()) {
+    source_->findings().Add(FindingCode::kObjectDamaged, promise.number, raw.offset);
+  }
+  const Object& written = dictionary != nullptr ? *dictionary : value.value;
   if (!extent) {
-    WriteParsed(value.value, promise);
+    WriteParsed(written, promise);
     return;
   }
   Passage passage;
@@ -264,35 +297,66 @@ void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise) {
   passage.target_number = promise.target_number;
   passage.extent = *extent;
   passage.method = source_->MethodOfStream(value.value, arena);
-  CopyParsedStream({promise.number, value.value, true}, std::move(passage));
+  CopyParsedStream({promise.number, written, true}, std::move(passage));
+}
+
+void ObjectCopier::CopyWithDictionary(std::uint32_t number, std::uint32_t target_number,
+                                      const Object& dictionary) {
+  const Promise promise{number, target_number};
+  if (const std::optional<RawObject> raw = source_->Locate(number)) {
+    CopyParsed(*raw, promise, &dictionary);
+  } else {
+    WriteParsed(dictionary, promise);
+  }
+}
+
+void ObjectCopier::WriteValue(std::uint32_t target_number, const Object& value) {
+  WriteParsed(value, {0, target_number});
+}
+
+void ObjectCopier::WriteStream(std::uint32_t target_number, const Object& dictionary,
+                               std::string data) {
+  const std::string open_dictionary = StreamDictionary(dictionary);
+  Passage passage;
+  passage.target_number = target_number;
+  passage.open_dictionary = open_dictionary;
+  passage.may_deflate = MayDeflate(dictionary);
+  passage.data = std::move(data);
+  CopyStream(passage);
+}
+
+std::string ObjectCopier::StreamDictionary(const Object& dictionary) {
+  return StreamDictionary({0, dictionary, true}, 0);
 }
 
 void ObjectCopier::CopyParsedStream(const Subject& subject, Passage passage) {
   Arena arena;
-  const Object& dictionary = subject.dictionary;
-  const std::size_t dropped = TakeFiltersOff(dictionary, passage, arena);
-  SerializeHooks hooks;
+  const std::size_t dropped = TakeFiltersOff(subject.dictionary, passage, arena);
+  const std::string open_dictionary = StreamDictionary(subject, dropped);
+  passage.open_dictionary = open_dictionary;
+  CopyStream(passage);
+}
+
+std::string ObjectCopier::StreamDictionary(const Subject& subject, std::size_t dropped_filters) {
+  Arena arena;
+  SerializeHooks hooks = MappingHooks();
   hooks.strings = target_->StreamStrings();
-  hooks.reference = [this](std::string& text, Reference reference) {
-    AppendMapped(text, reference);
-  };
-  text_ = "<<";
-  for (const DictionaryEntry& entry : dictionary.Entries()) {
+  std::string text = "<<";
+  for (const DictionaryEntry& entry : subject.dictionary.Entries()) {
     DictionaryEntry copied = entry;
     if (entry.Key() == "Length") {
       continue;
     }
-    if (dropped > 0 && (entry.Key() == "Filter" || entry.Key() == "DecodeParms")) {
+    if (dropped_filters > 0 && (entry.Key() == "Filter" || entry.Key() == "DecodeParms")) {
       const auto all = source_->Resolve(entry.value, arena).Items();
-      if (all.size() <= dropped) {
+      if (all.size() <= dropped_filters) {
         continue;
       }
-      copied.value = Object::Array(all.subspan(dropped));
+      copied.value = Object::Array(all.subspan(dropped_filters));
     }
-    AppendEntry(text_, subject, copied, hooks);
+    AppendEntry(text, subject, copied, hooks);
   }
-  passage.open_dictionary = text_;
-  CopyStream(passage);
+  return text;
 }
 
 // None where they are too many: such a stream is copied as it is.
@@ -320,8 +384,7 @@ std::size_t ObjectCopier::TakeFiltersOff(const Object& dictionary, Passage& pass
     ++end;
   }
   if (end == crypt || passage.extent.length > kHeldStream) {
-    passage.may_deflate = !dictionary.Has("Filter") && !dictionary.Has("DecodeParms") &&
-                          !dictionary.Get("Type").IsName("Metadata");
+    passage.may_deflate = MayDeflate(dictionary);
     return crypt;
   }
   try {

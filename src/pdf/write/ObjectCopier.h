@@ -34,6 +34,18 @@ class ResourceFilter {
                                bool is_stream) = 0;
 };
 
+// What a copy has in place of some objects.
+class CopyChanges {
+ public:
+  virtual ~CopyChanges() = default;
+  // The object that a reference to this one leads to in the copy: itself, another one, or an added
+  // one; 0 when the reference becomes null; ReferenceMap::kLeftOut.
+  virtual std::uint32_t StandIn(std::uint32_t number) = 0;
+  // Writes what the copy has in place of the object. False: nothing was written, and the object is
+  // copied as it is.
+  virtual bool Write(std::uint32_t number, std::uint32_t target_number) = 0;
+};
+
 class ObjectCopier : public ReferenceMap {
  public:
   // Objects that `is_barred` names are not copied: references to them become null, unless Assign
@@ -42,8 +54,8 @@ class ObjectCopier : public ReferenceMap {
   ObjectCopier(Document& source, FileWriter& target, NumberMap& numbers,
                std::function<bool(std::uint32_t)> is_barred);
 
-  // The target's number of a source object, which is written by CopyPending when it is new; 0 for
-  // one that is barred or not there.
+  // The target's number of an object, which is written by CopyPending when it is new; 0 for one
+  // that is barred or not there, kLeftOut where the changes say so.
   std::uint32_t Map(std::uint32_t number) override;
 
   // Declares that the caller writes the object itself, under this number.
@@ -68,6 +80,9 @@ class ObjectCopier : public ReferenceMap {
     tokens_.set_structure_keys(shift, count);
   }
 
+  // Copied objects keep those keys as they are.
+  void KeepStructureKeys() { tokens_.set_keeps_structure_keys(true); }
+
   // An object that was copied with such a key.
   struct KeyedObject {
     std::uint32_t number;  // in the source
@@ -88,8 +103,25 @@ class ObjectCopier : public ReferenceMap {
     tokens_.set_leaves_resources(true);
   }
 
+  // From now on the changes are asked about every reference and every object. They outlive the
+  // copier.
+  void set_changes(CopyChanges& changes) { changes_ = &changes; }
+
   // Appends a value of the source, its references mapped.
   void Append(std::string& out, const Object& value);
+
+  // What follows is for changes that write objects. References in all of it are mapped.
+
+  // Writes an object of the source with this dictionary in place of its own; a stream keeps its
+  // data.
+  void CopyWithDictionary(std::uint32_t number, std::uint32_t target_number,
+                          const Object& dictionary);
+  // Writes an object that is not a stream.
+  void WriteValue(std::uint32_t target_number, const Object& value);
+  // Writes a stream with this data, deflated where no filter is named and nothing forbids it.
+  void WriteStream(std::uint32_t target_number, const Object& dictionary, std::string data);
+  // The dictionary as FileWriter::BeginStream takes it.
+  std::string StreamDictionary(const Object& dictionary);
 
   // Writes every object that Map has promised.
   void CopyPending();
@@ -125,6 +157,7 @@ class ObjectCopier : public ReferenceMap {
   void AppendEntry(std::string& out, const Subject& subject, const DictionaryEntry& entry,
                    const SerializeHooks& hooks);
   void NoteStructureKey(std::uint32_t number);
+  SerializeHooks MappingHooks();
   void WriteParsed(const Object& value, const Promise& promise);
   void ForgetPromises();
   void AppendMapped(std::string& out, Reference reference);
@@ -132,8 +165,9 @@ class ObjectCopier : public ReferenceMap {
   TokenCopier::Status CopyTokens(const RawObject& raw, StringTransform* strings,
                                  std::uint64_t& end);
   bool CopyText(const RawObject& raw, const Promise& promise);
-  void CopyParsed(const RawObject& raw, const Promise& promise);
+  void CopyParsed(const RawObject& raw, const Promise& promise, const Object* dictionary = nullptr);
   void CopyParsedStream(const Subject& subject, Passage passage);
+  std::string StreamDictionary(const Subject& subject, std::size_t dropped_filters);
   std::vector<FilterStep> FiltersOf(const Object& dictionary, Arena& arena);
   std::size_t TakeFiltersOff(const Object& dictionary, Passage& passage, Arena& arena);
   void RestoreLength();
@@ -149,6 +183,7 @@ class ObjectCopier : public ReferenceMap {
   std::function<bool(std::uint32_t)> is_barred_;
   TokenCopier tokens_;
   ResourceFilter* resource_filter_ = nullptr;
+  CopyChanges* changes_ = nullptr;
   std::vector<Promise> pending_;
   std::vector<KeyedObject> keyed_objects_;
   std::size_t older_promises_ = 0;  // how many were pending before the present object
