@@ -234,10 +234,10 @@ std::optional<RawObject> Document::Locate(std::uint32_t number) {
     Rebuild();
     raw = LocateOnce(number);
   }
-  if (!raw && xref_.Exists(number)) {
+  if (!raw) {
     findings_.Add(FindingCode::kObjectMissing, number);
     NoteLost(number);
-    if (opening_.empty()) {
+    if (opening_.empty() && xref_.Exists(number)) {
       xref_.Set(number, {0, 0, 0, XrefEntry::Kind::kFree});  // not looked for again
     }
   }
