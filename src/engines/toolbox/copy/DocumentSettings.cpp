@@ -4,8 +4,8 @@
 #include <array>
 
 #include "engines/toolbox/copy/CopyContext.h"
-#include "pdf/Limits.h"
 #include "pdf/syntax/Parser.h"
+#include "pdf/tree/DocumentVersion.h"
 #include "pdf/tree/NameTree.h"
 #include "pdf/write/Serialize.h"
 
@@ -92,17 +92,6 @@ bool IsPlace(const Object& opening) {
          (opening.IsDictionary() && (opening.Get("S").IsName("GoTo") || !opening.Has("S")));
 }
 
-// 17 for a text that starts with "1.7"; 0 for one that starts with no version. There is none from
-// 1.8 to 1.9.
-int VersionOf(std::string_view text) {
-  if (text.size() < 3 || (text[0] != '1' && text[0] != '2') || text[1] != '.' || text[2] < '0' ||
-      text[2] > '9') {
-    return 0;
-  }
-  const int minor = text[2] - '0';
-  return text[0] == '1' ? 10 + std::min(minor, 7) : 20 + minor;
-}
-
 // What the header does not say.
 void AppendVersion(std::string& catalog, int version, bool is_header_2) {
   if (version > (is_header_2 ? 20 : 17)) {
@@ -119,23 +108,13 @@ SourceDocumentSettings::SourceDocumentSettings(SourceDocument& source) {
   const Object catalog = document.Catalog(arena);
   language_ = StringText(resolve(catalog.Get("Lang")));
   base_address_ = StringText(resolve(resolve(catalog.Get("URI")).Get("Base")));
-  ReadVersion(source, resolve(catalog.Get("Version")));
+  version_ = pdf::DocumentVersion(document);
   const Object names = resolve(catalog.Get("Names"));
   attachment_count_ = CountNames(document, names.Get("EmbeddedFiles"));
   ReadOpening(resolve(catalog.Get("OpenAction")));
   script_count_ +=
       CountNames(document, names.Get("JavaScript")) + resolve(catalog.Get("AA")).Entries().size();
   thread_count_ = resolve(catalog.Get("Threads")).Items().size();
-}
-
-void SourceDocumentSettings::ReadVersion(SourceDocument& source, const Object& version) {
-  constexpr std::string_view kMark = "%PDF-";
-  const std::string_view start =
-      source.document().reader().blocks().Window(0, pdf::limits::kHeaderSearch);
-  const std::size_t at = start.find(kMark);
-  const int in_header =
-      at == std::string_view::npos ? 0 : VersionOf(start.substr(at + kMark.size()));
-  version_ = std::max(in_header, version.IsName() ? VersionOf(version.Text()) : 0);
 }
 
 void SourceDocumentSettings::ReadOpening(const Object& opening) {
@@ -248,7 +227,7 @@ std::int64_t DocumentSettingsCopier::RankOf(const Object& extension) {
        extension.IsArray() ? extension.Items() : std::span<const Object>(&extension, 1)) {
     const Object version = Resolve(item);
     const std::int64_t level = Resolve(version.Get("ExtensionLevel")).IntegerOr(0);
-    rank = std::max(rank, VersionOf(Resolve(version.Get("BaseVersion")).Text()) * (kMaxLevel + 1) +
+    rank = std::max(rank, pdf::VersionOf(Resolve(version.Get("BaseVersion")).Text()) * (kMaxLevel + 1) +
                               std::clamp<std::int64_t>(level, 0, kMaxLevel));
   }
   return rank;

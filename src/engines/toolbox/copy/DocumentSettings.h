@@ -47,7 +47,6 @@ class SourceDocumentSettings {
   std::uint64_t thread_count() const { return thread_count_; }
 
  private:
-  void ReadVersion(SourceDocument& source, const pdf::Object& version);
   void ReadOpening(const pdf::Object& opening);
 
   std::string language_;
