@@ -5,6 +5,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
+#include <utility>
+#include <vector>
 
 #include "engines/support/drawing/DrawingCost.h"
 #include "engines/support/drawing/UndrawnObjects.h"
@@ -12,58 +15,63 @@
 #include "engines/support/images/Jbig2Image.h"
 #include "engines/support/images/Picture.h"
 #include "pdf/filters/Filters.h"
-#include "pdf/write/FileWriter.h"
-#include "pdf/write/ObjectCopier.h"
+#include "pdf/tree/PageGeometry.h"
+#include "pdf/write/DocumentRewriter.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines {
 namespace {
 
 using pdf::Object;
+using pdf::ObjectChange;
 
 constexpr std::array<std::string_view, 2> kCatalogKeys = {"AcroForm", "OCProperties"};
 
 constexpr int kFastDeflate = 1;
 
+void AppendEntry(std::string& text, std::string_view key, const Object& value) {
+  if (!value.IsNull()) {
+    pdf::AppendName(text, key);
+    pdf::AppendObject(text, value);
+  }
+}
+
+std::string Deflated(RowSource& picture) {
+  const std::size_t row_bytes = picture.row_bytes();
+  std::string samples(row_bytes * picture.height(), '\0');
+  auto* const rows = reinterpret_cast<std::uint8_t*>(samples.data());
+  for (std::size_t y = 0; y < picture.height(); ++y) {
+    picture.ReadRow(rows + y * row_bytes);
+  }
+  std::string deflated;
+  pdf::DeflateTo(deflated, samples, kFastDeflate);
+  return deflated;
+}
+
 class Copy {
  public:
-  Copy(pdf::Document& document, const pdf::PageTree& pages, pdf::ByteSink& sink)
-      : document_(&document),
-        pages_(&pages),
-        cost_(document),
-        writer_(sink, nullptr),
-        objects_(document, writer_, numbers_, [&pages](std::uint32_t number) {
-          return pages.IsPage(number) || pages.IsNode(number);
-        }) {}
+  Copy(pdf::Document& document, const pdf::PageTree& pages)
+      : document_(&document), pages_(&pages), cost_(document), rewriter_(document) {}
 
-  void Write() {
-    const std::uint32_t catalog = writer_.Reserve();
-    const std::uint32_t root = writer_.Reserve();
-    const std::string kids = ReservePages();
+  void Write(pdf::ByteSink& sink) {
+    TakeOverSettings();
     ReplaceUndrawn();
-    WriteCatalog(catalog, root);
-    writer_.WriteObject(root, "<</Type/Pages/Count " + std::to_string(page_numbers_.size()) +
-                                  "/Kids[" + kids + "]>>");
-    for (std::size_t i = 0; i < page_numbers_.size(); ++i) {
-      WritePage(i, root);
-      objects_.CopyPending();
-    }
-    writer_.Finish(catalog, 0);
+    ReplacePages();
+    rewriter_.Write(sink);
   }
 
  private:
-  // All of them first: annotations refer to pages that come later.
-  std::string ReservePages() {
-    std::string kids;
-    for (const pdf::PageTree::Page& page : pages_->pages()) {
-      const std::uint32_t number = writer_.Reserve();
-      page_numbers_.push_back(number);
-      if (page.number != 0 && !objects_.IsMapped(page.number)) {
-        objects_.Assign(page.number, number);
-      }
-      pdf::AppendReference(kids, number);
+  void TakeOverSettings() {
+    pdf::Arena arena;
+    const Object catalog = document_->Catalog(arena);
+    std::string text = "<</Type/Catalog";
+    for (const std::string_view key : kCatalogKeys) {
+      AppendEntry(text, key, catalog.Get(key));
     }
-    return kids;
+    rewriter_.Change(rewriter_.catalog(), ObjectChange::Value(text + ">>"));
+    for (const pdf::DictionaryEntry& entry : document_->trailer().Entries()) {
+      rewriter_.RemoveTrailerEntry(entry.Key());
+    }
   }
 
   void ReplaceUndrawn() {
@@ -72,55 +80,43 @@ class Copy {
       undrawn.FindOnPage(*pages_, i);
     }
     for (const std::uint32_t profile : undrawn.profiles()) {
-      ReplaceProfile(profile);
+      rewriter_.ChangeLater(profile, [this, profile] { return EmptyProfile(profile); });
     }
     for (const std::uint32_t image : undrawn.images()) {
-      ReplaceImage(image);
+      rewriter_.ChangeLater(image, [this, image] { return DecodedImage(image); });
     }
   }
 
-  // Puts an empty profile in the place of one, so that the alternate colour space is used.
-  void ReplaceProfile(std::uint32_t original) {
-    if (objects_.IsMapped(original)) {
-      return;
-    }
-    const std::uint32_t number = writer_.Reserve();
-    objects_.Assign(original, number);
+  // What stands in the place of a profile, so that the alternate colour space is used.
+  ObjectChange EmptyProfile(std::uint32_t number) {
     pdf::Arena arena;
-    const Object dictionary = document_->Load({.number = original, .generation = 0}, arena);
+    const Object dictionary = document_->Load({.number = number, .generation = 0}, arena);
     std::string text = "<<";
     for (const std::string_view key : {"N", "Alternate", "Range"}) {
       AppendEntry(text, key, dictionary.Get(key));
     }
-    writer_.BeginStream(number, text, 0);
-    writer_.EndStream();
+    return ObjectChange::Stream(text + ">>", "");
   }
 
-  // Puts what is decoded here in the place of an image; its masks stay.
-  void ReplaceImage(std::uint32_t original) {
-    if (objects_.IsMapped(original)) {
-      return;
-    }
+  // What is decoded here stands in the place of an image; its masks stay.
+  ObjectChange DecodedImage(std::uint32_t number) {
     pdf::Arena arena;
-    const Object dictionary = document_->Load({.number = original, .generation = 0}, arena);
+    const Object dictionary = document_->Load({.number = number, .generation = 0}, arena);
     const DocumentImage image{.document = document_,
-                              .number = original,
+                              .number = number,
                               .dictionary = dictionary,
                               .data = {},
                               .color_spaces = {}};
     ImageFacts facts = FactsOf(image, arena);
     if (facts.filter == ImageFilter::kJbig2) {
-      return ReplaceJbig2(image, facts);
+      return DecodedJbig2(image, facts);
     }
     facts.soft_mask = 0;
     facts.stencil_mask = 0;
     const RowSourcePtr picture = OpenPicture(image, facts);
     if (picture == nullptr) {
-      return;
+      return ObjectChange::Keep();
     }
-    const std::string deflated = Deflated(*picture);
-    const std::uint32_t number = writer_.Reserve();
-    objects_.Assign(original, number);
     std::string text = "<</Subtype/Image/BitsPerComponent 8/Filter/FlateDecode/Width " +
                        std::to_string(picture->width()) + "/Height " +
                        std::to_string(picture->height()) + "/ColorSpace/" +
@@ -131,87 +127,72 @@ class Copy {
     if (document_->IsStream(dictionary.Get("Mask").AsReference().number)) {
       AppendEntry(text, "Mask", dictionary.Get("Mask"));
     }
-    writer_.BeginStream(number, text, deflated.size());
-    writer_.AppendStream(deflated);
-    writer_.EndStream();
+    return ObjectChange::Stream(text + ">>", Deflated(*picture));
   }
 
   // All but the coding stays.
-  void ReplaceJbig2(const DocumentImage& image, const ImageFacts& facts) {
+  static ObjectChange DecodedJbig2(const DocumentImage& image, const ImageFacts& facts) {
     const std::optional<std::string> samples = DecodeOwnJbig2(image, facts);
     if (!samples) {
-      return;
+      return ObjectChange::Keep();
     }
-    const std::uint32_t number = writer_.Reserve();
-    objects_.Assign(image.number, number);
     std::string text = "<</Filter/FlateDecode";
     for (const pdf::DictionaryEntry& entry : image.dictionary.Entries()) {
-      if (entry.Key() != "Length" && entry.Key() != "Filter" && entry.Key() != "DecodeParms") {
+      if (entry.Key() != "Filter" && entry.Key() != "DecodeParms") {
         AppendEntry(text, entry.Key(), entry.value);
       }
     }
     std::string deflated;
     pdf::DeflateTo(deflated, *samples, kFastDeflate);
-    writer_.BeginStream(number, text, deflated.size());
-    writer_.AppendStream(deflated);
-    writer_.EndStream();
+    return ObjectChange::Stream(text + ">>", std::move(deflated));
   }
 
-  static std::string Deflated(RowSource& picture) {
-    const std::size_t row_bytes = picture.row_bytes();
-    std::string samples(row_bytes * picture.height(), '\0');
-    auto* const rows = reinterpret_cast<std::uint8_t*>(samples.data());
-    for (std::size_t y = 0; y < picture.height(); ++y) {
-      picture.ReadRow(rows + y * row_bytes);
+  // What refers to a page that stands twice means the first of the two.
+  void ReplacePages() {
+    std::vector<pdf::RewrittenPage> pages;
+    std::unordered_set<std::uint32_t> seen;
+    for (std::size_t i = 0; i < pages_->pages().size(); ++i) {
+      const std::uint32_t added =
+          rewriter_.AddLater([this, i] { return ObjectChange::Value(PageText(i)); });
+      pages.push_back({.index = i, .added = added});
+      const std::uint32_t number = pages_->pages()[i].number;
+      if (number != 0 && seen.insert(number).second) {
+        rewriter_.Merge(number, added);
+      }
     }
-    std::string deflated;
-    pdf::DeflateTo(deflated, samples, kFastDeflate);
-    return deflated;
+    rewriter_.SetPages(*pages_, std::move(pages));
   }
 
-  void WriteCatalog(std::uint32_t number, std::uint32_t root) {
-    pdf::Arena arena;
-    const Object catalog = document_->Catalog(arena);
-    std::string text = "<</Type/Catalog/Pages";
-    pdf::AppendReference(text, root);
-    for (const std::string_view key : kCatalogKeys) {
-      AppendEntry(text, key, catalog.Get(key));
-    }
-    writer_.WriteObject(number, text + ">>");
-    objects_.CopyPending();
-  }
-
-  void WritePage(std::size_t index, std::uint32_t root) {
+  std::string PageText(std::size_t index) {
     const pdf::PageTree::Page& page = pages_->pages()[index];
     pdf::Arena arena;
     const Object dictionary = pages_->Load(page, arena);
-    std::string text = "<</Type/Page/Parent";
-    pdf::AppendReference(text, root);
-    const auto attribute = [&](pdf::InheritableKey key) {
-      return pages_->FindAttribute(page, dictionary, key).value;
+    std::string text = "<<";
+    const auto append_attribute = [&](pdf::InheritableKey key) {
+      AppendEntry(text, pdf::kInheritablePageKeys[static_cast<std::size_t>(key)],
+                  pages_->FindAttribute(page, dictionary, key).value);
     };
-    const bool shows_nothing = !Overlap(BoxOf(attribute(pdf::InheritableKey::kMediaBox)),
-                                        BoxOf(attribute(pdf::InheritableKey::kCropBox)));
-    for (const pdf::InheritableKey key :
-         {pdf::InheritableKey::kMediaBox, pdf::InheritableKey::kCropBox,
-          pdf::InheritableKey::kRotate}) {
-      if (key != pdf::InheritableKey::kCropBox || !shows_nothing) {
-        AppendEntry(text, pdf::kInheritablePageKeys[static_cast<std::size_t>(key)], attribute(key));
-      }
+    append_attribute(pdf::InheritableKey::kMediaBox);
+    append_attribute(pdf::InheritableKey::kRotate);
+    const pdf::PageGeometry geometry = pdf::ReadPageGeometry(*document_, *pages_, page, dictionary);
+    if (geometry.crop_box != geometry.media_box) {  // else PDFium may see an empty page
+      append_attribute(pdf::InheritableKey::kCropBox);
     }
-    AppendDrawn(text, dictionary, attribute(pdf::InheritableKey::kResources),
-                cost_.ExcessOf(*pages_, index));
+    AppendDrawn(text, index, dictionary);
     for (const std::string_view key : {"Group", "UserUnit"}) {
       AppendEntry(text, key, dictionary.Get(key));
     }
-    writer_.WriteObject(page_numbers_[index], text + ">>");
+    return text + ">>";
   }
 
   // What the page draws, without what is too much.
-  void AppendDrawn(std::string& text, const Object& page, const Object& resources,
-                   const DrawingCost::Excess& excess) {
+  void AppendDrawn(std::string& text, std::size_t index, const Object& dictionary) {
+    const Object resources =
+        pages_->FindAttribute(pages_->pages()[index], dictionary, pdf::InheritableKey::kResources)
+            .value;
+    const DrawingCost::Excess excess = cost_.ExcessOf(*pages_, index);
     if (!excess.contents) {
-      AppendEntry(text, "Contents", page.Get("Contents"));
+      AppendEntry(text, "Contents", dictionary.Get("Contents"));
     }
     if (excess.resources.empty()) {
       AppendEntry(text, "Resources", resources);
@@ -219,9 +200,9 @@ class Copy {
       AppendResources(text, resources, excess.resources);
     }
     if (excess.annotations.empty()) {
-      AppendEntry(text, "Annots", page.Get("Annots"));
+      AppendEntry(text, "Annots", dictionary.Get("Annots"));
     } else {
-      AppendAnnotations(text, page.Get("Annots"), excess.annotations);
+      AppendAnnotations(text, dictionary.Get("Annots"), excess.annotations);
     }
   }
 
@@ -258,67 +239,22 @@ class Copy {
     text += "/Annots[";
     for (std::size_t i = 0; i < items.size(); ++i) {
       if (!std::binary_search(left_out.begin(), left_out.end(), i)) {
-        objects_.Append(text, items[i]);
+        pdf::AppendObject(text, items[i]);
       }
     }
     text += "]";
   }
 
-  struct Box {
-    std::array<double, 2> least{};
-    std::array<double, 2> most{};
-  };
-
-  std::optional<Box> BoxOf(const Object& value) {
-    pdf::Arena arena;
-    const auto items = document_->Resolve(value, arena).Items();
-    if (items.size() < 4) {
-      return std::nullopt;
-    }
-    Box box;
-    for (std::size_t i = 0; i < 2; ++i) {
-      const double first = document_->Resolve(items[i], arena).NumberOr(0);
-      const double second = document_->Resolve(items[i + 2], arena).NumberOr(0);
-      box.least[i] = std::min(first, second);
-      box.most[i] = std::max(first, second);
-    }
-    return box;
-  }
-
-  // Whether the boxes overlap, or may: one that is not known may be anywhere.
-  static bool Overlap(const std::optional<Box>& first, const std::optional<Box>& second) {
-    if (!first || !second) {
-      return true;
-    }
-    for (std::size_t i = 0; i < 2; ++i) {
-      if (std::max(first->least[i], second->least[i]) >=
-          std::min(first->most[i], second->most[i])) {
-        return false;
-      }
-    }
-    return true;
-  }
-
-  void AppendEntry(std::string& text, std::string_view key, const Object& value) {
-    if (!value.IsNull()) {
-      pdf::AppendName(text, key);
-      objects_.Append(text, value);
-    }
-  }
-
   pdf::Document* document_;
   const pdf::PageTree* pages_;
   DrawingCost cost_;
-  pdf::FileWriter writer_;
-  pdf::NumberMap numbers_;
-  pdf::ObjectCopier objects_;
-  std::vector<std::uint32_t> page_numbers_;
+  pdf::DocumentRewriter rewriter_;
 };
 
 }  // namespace
 
 void WriteRepairedCopy(pdf::Document& document, const pdf::PageTree& pages, pdf::ByteSink& sink) {
-  Copy(document, pages, sink).Write();
+  Copy(document, pages).Write(sink);
 }
 
 }  // namespace TarnixTools::engines
