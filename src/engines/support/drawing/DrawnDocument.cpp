@@ -56,16 +56,18 @@ void DrawnDocument::OpenCore() {
 }
 
 void DrawnDocument::OpenPdfium() {
-  PdfiumLock pdfium;
-  if (!pdfium.is_available()) {
-    throw DrawingError(DrawingErrorCode::kNoRenderer);
-  }
   bool needs_password = false;
-  pdfium_file_ = OpenFile(pdfium, needs_password);
+  {
+    PdfiumLock pdfium;
+    if (!pdfium.is_available()) {
+      throw DrawingError(DrawingErrorCode::kNoRenderer);
+    }
+    pdfium_file_ = OpenFile(pdfium, needs_password);
+  }
   const bool is_usable = pdfium_file_ != nullptr &&
                          (pages_ == nullptr || pdfium_file_->page_count() == CountOf(*pages_));
   if (!is_usable && pages_ != nullptr && CountOf(*pages_) > 0) {
-    TryRepairedCopy(pdfium);
+    TryRepairedCopy();
   }
   if (pdfium_file_ != nullptr) {
     page_count_ = pdfium_file_->page_count();
@@ -84,9 +86,9 @@ std::unique_ptr<PdfiumFile> DrawnDocument::OpenFile(PdfiumLock& pdfium, bool& ne
 }
 
 // Lets PDFium draw a repaired copy; where none can be made, the original stays.
-void DrawnDocument::TryRepairedCopy(PdfiumLock& pdfium) {
+void DrawnDocument::TryRepairedCopy() {
   try {
-    UseRepairedCopy(pdfium);
+    UseRepairedCopy();
   } catch (...) {
     if (pdfium_file_ == nullptr) {
       throw;
@@ -94,13 +96,15 @@ void DrawnDocument::TryRepairedCopy(PdfiumLock& pdfium) {
   }
 }
 
-void DrawnDocument::UseRepairedCopy(PdfiumLock& pdfium) {
+// The copy is written without the lock: PDFium may be needed for an image in it.
+void DrawnDocument::UseRepairedCopy() {
   std::shared_ptr<std::FILE> copy = OpenScratchFile();
   DiskSink sink(copy.get());
   WriteRepairedCopy(*core_, *pages_, sink);
   if (std::fflush(copy.get()) != 0) {
     throw DrawingError(DrawingErrorCode::kScratch);
   }
+  PdfiumLock pdfium;
   ClosePages();
   pdfium_file_.reset();
   file_ = std::move(copy);
@@ -124,14 +128,12 @@ void DrawnDocument::LoadPage(int page_index) {
   }
   is_page_partial_ = DrawsTooMuch(page_index);
   if (!is_repaired_ && is_page_partial_) {
-    PdfiumLock pdfium;
-    UseRepairedCopy(pdfium);
+    UseRepairedCopy();
     if (pdfium_file_ == nullptr) {
       throw DrawingError(DrawingErrorCode::kPage);
     }
   } else if (!is_repaired_ && HasUndrawnObjects(page_index)) {
-    PdfiumLock pdfium;
-    TryRepairedCopy(pdfium);
+    TryRepairedCopy();
   }
   OpenPage(page_index);
   if (!(width_points_ > 0) || !(height_points_ > 0)) {
@@ -141,31 +143,31 @@ void DrawnDocument::LoadPage(int page_index) {
 }
 
 void DrawnDocument::OpenPage(int page_index) {
-  PdfiumLock pdfium;
-  if (pdfium_file_->bytes_read() >
-      std::max(limits::kMaxPdfiumBytes, 4 * pdfium_file_->bytes_of_opening())) {
-    bool needs_password = false;
-    ClosePages();
-    pdfium_file_.reset();
-    pdfium_file_ = OpenFile(pdfium, needs_password);
-  }
   page_index_ = page_index;
-  page_ = pdfium_file_ != nullptr ? pdfium_file_->LoadPage(page_index) : nullptr;
-  MeasurePage(pdfium);
+  OpenPdfiumPage();
   const bool is_usable = page_ != nullptr && width_points_ > 0 && height_points_ > 0;
   if (!is_usable && pages_ != nullptr && !is_repaired_) {
-    TryRepairedCopy(pdfium);
-    if (page_ == nullptr && pdfium_file_ != nullptr) {
-      page_ = pdfium_file_->LoadPage(page_index);
+    TryRepairedCopy();
+    if (page_ == nullptr) {
+      OpenPdfiumPage();
     }
-    MeasurePage(pdfium);
   }
   if (page_ == nullptr) {
     throw DrawingError(DrawingErrorCode::kPage);
   }
 }
 
-void DrawnDocument::MeasurePage(PdfiumLock& pdfium) {
+void DrawnDocument::OpenPdfiumPage() {
+  PdfiumLock pdfium;
+  if (pdfium_file_ != nullptr &&
+      pdfium_file_->bytes_read() >
+          std::max(limits::kMaxPdfiumBytes, 4 * pdfium_file_->bytes_of_opening())) {
+    bool needs_password = false;
+    ClosePages();
+    pdfium_file_.reset();
+    pdfium_file_ = OpenFile(pdfium, needs_password);
+  }
+  page_ = pdfium_file_ != nullptr ? pdfium_file_->LoadPage(page_index_) : nullptr;
   if (page_ != nullptr) {
     const double unit = UserUnitOf(page_index_);
     width_points_ = pdfium->FPDF_GetPageWidth(page_) * unit;

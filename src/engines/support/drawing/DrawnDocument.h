@@ -56,14 +56,14 @@ class DrawnDocument {
  private:
   void OpenCore();
   void OpenPdfium();
-  void TryRepairedCopy(PdfiumLock& pdfium);
-  void UseRepairedCopy(PdfiumLock& pdfium);
+  void TryRepairedCopy();
+  void UseRepairedCopy();
   std::unique_ptr<PdfiumFile> OpenFile(PdfiumLock& pdfium, bool& needs_password);
   void ClosePages();
   void OpenPage(int page_index);
+  void OpenPdfiumPage();
   void ChoosePictures();
   void RemoveObjects(const std::vector<pdfium::PageObject*>& objects);
-  void MeasurePage(PdfiumLock& pdfium);
   bool HasForm();
   pdf::Object ResourcesOf(int page_index, pdf::Arena& arena);
   bool DrawsTooMuch(int page_index);
