@@ -2,10 +2,15 @@
 #ifndef TARNIX_ENGINES_SUPPORT_DRAWING_DRAWINGLIMITS_H_
 #define TARNIX_ENGINES_SUPPORT_DRAWING_DRAWINGLIMITS_H_
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 
 namespace TarnixTools::engines::limits {
+
+// Time of the processor that a page may take to be drawn. A page of text takes some milliseconds, a
+// path of 200,000 dashed lines ten seconds; a page that takes twice that may as well take hours.
+inline constexpr std::chrono::seconds kMaxPageTime{20};
 
 // Bytes of a document that PDFium may hold in memory before the document is opened anew.
 inline constexpr std::uint64_t kMaxPdfiumBytes = std::uint64_t{4} << 20;

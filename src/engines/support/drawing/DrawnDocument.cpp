@@ -126,6 +126,7 @@ void DrawnDocument::LoadPage(int page_index) {
   if (page_index < 0 || page_index >= page_count_) {
     throw DrawingError(DrawingErrorCode::kPage);
   }
+  time_.Restart();
   is_page_partial_ = DrawsTooMuch(page_index);
   if (!is_repaired_ && is_page_partial_) {
     UseRepairedCopy();
@@ -215,6 +216,11 @@ void DrawnDocument::RemoveObjects(const std::vector<pdfium::PageObject*>& object
 }
 
 void DrawnDocument::Draw(std::uint8_t* pixels, int width, int top, int height) {
+  const DrawingTime::Counting counting(time_);
+  if (time_.IsOver()) {
+    is_page_partial_ = true;
+    return;
+  }
   if (pictures_ != nullptr) {
     pictures_->Draw(pixels, width, top, height);
   }
@@ -225,8 +231,10 @@ void DrawnDocument::Draw(std::uint8_t* pixels, int width, int top, int height) {
   if (bitmap == nullptr) {
     throw DrawingError(DrawingErrorCode::kMemory);
   }
-  pdfium_file_->Draw(bitmap.get(), page_, placement_.left, placement_.top - top, placement_.width,
-                     placement_.height, kDrawingFlags);
+  const bool is_done = pdfium_file_->Draw(bitmap.get(), page_, placement_.left,
+                                          placement_.top - top, placement_.width, placement_.height,
+                                          kDrawingFlags, [this] { return time_.IsOver(); });
+  is_page_partial_ = is_page_partial_ || !is_done;
 }
 
 // Fonts live as long as a page that uses them: with the last page kept open, those that the next

@@ -1,5 +1,19 @@
-// A document whose pages PDFium draws. What PDFium cannot read but the core can is handed to it
-// anew, written well.
+// A document whose pages are drawn, whoever wants them as pixels. PDFium draws, and is kept from what
+// it would not survive: a document that it cannot read, but the core can, is handed to it anew,
+// written well; content without end is left out; large images are reduced before; a page gets a
+// bounded time.
+//
+//   DrawnDocument document(path, "");
+//   document.LoadPage(0);
+//   document.Place({.left = 0, .top = 0, .width = 850, .height = 1100});
+//   std::vector<std::uint8_t> band(850 * 4 * 100, 0xFF);   // white
+//   for (int top = 0; top < 1100; top += 100) {
+//     document.Draw(band.data(), 850, top, 100);           // then do something with it
+//   }
+//   document.ReleasePage();
+//
+// A document is used by one thread at a time;
+// PDFium works for one of all threads at a time.
 #ifndef TARNIX_ENGINES_SUPPORT_DRAWING_DRAWNDOCUMENT_H_
 #define TARNIX_ENGINES_SUPPORT_DRAWING_DRAWNDOCUMENT_H_
 
@@ -11,6 +25,7 @@
 #include <string>
 
 #include "engines/support/drawing/DrawingCost.h"
+#include "engines/support/drawing/DrawingTime.h"
 #include "engines/support/drawing/PagePictures.h"
 #include "engines/support/drawing/Placement.h"
 #include "engines/support/drawing/UndrawnObjects.h"
@@ -40,13 +55,18 @@ class DrawnDocument {
 
   double height_points() const { return height_points_; }
 
-  // Whether something of the page is not drawn, because it would be without end.
+  // Whether something of the page is not drawn: because it would be without end, or because the time
+  // was over by then; known when the page has been drawn.
   bool is_page_partial() const { return is_page_partial_; }
+
+  // How long drawing may take, and who may end it.
+  DrawingTime& time() { return time_; }
 
   // Says where on the bitmap the page goes, before it is drawn.
   void Place(const Placement& placement);
 
-  // Draws rows of the bitmap, `height` of them from `top` on; each once, and from top to bottom.
+  // Draws rows of the bitmap, `height` of them from `top` on; each once, and from top to bottom. When
+  // the time is over, what is not drawn by then stays white.
   //   pixels - of these rows, white: four bytes each, blue, green, red and one that does not matter
   void Draw(std::uint8_t* pixels, int width, int top, int height);
 
@@ -85,6 +105,7 @@ class DrawnDocument {
   bool is_page_partial_ = false;
   pdfium::Page* page_ = nullptr;
   pdfium::Page* kept_page_ = nullptr;  // the one before
+  DrawingTime time_;
   Placement placement_;
   std::unique_ptr<PagePictures> pictures_;  // null for none
   double width_points_ = 0;

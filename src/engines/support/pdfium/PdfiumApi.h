@@ -35,6 +35,21 @@ struct FormHost {
   void* callbacks[40];
 };
 
+// Asked by PDFium while it draws whether it is to stop for now: 0 for no.
+struct Pause {
+  int version;
+  int (*needs_to_pause_now)(Pause* self);
+  void* handle;
+};
+
+// What drawing that may pause answers.
+enum RenderStatus : int {
+  kRenderReady = 0,
+  kRenderToBeContinued = 1,
+  kRenderDone = 2,
+  kRenderFailed = 3
+};
+
 enum BitmapFormat : int { kGray = 1, kBgr = 2, kBgrx = 3, kBgra = 4 };
 
 // Flags of RenderPageBitmap.
@@ -46,28 +61,32 @@ inline constexpr int kForPrinting = 0x800;
 inline constexpr unsigned long kPasswordError = 4;
 
 // Functions of the interface: result, name, parameters.
-#define TARNIX_PDFIUM_FUNCTIONS(X)                                                              \
-  X(void, FPDF_InitLibraryWithConfig, (const LibraryConfig* config))                            \
-  X(unsigned long, FPDF_GetLastError, ())                                                       \
-  X(Document*, FPDF_LoadCustomDocument, (FileAccess * file, const char* password))              \
-  X(void, FPDF_CloseDocument, (Document * document))                                            \
-  X(int, FPDF_GetPageCount, (Document * document))                                              \
-  X(Page*, FPDF_LoadPage, (Document * document, int page_index))                                \
-  X(void, FPDF_ClosePage, (Page * page))                                                        \
-  X(double, FPDF_GetPageWidth, (Page * page))                                                   \
-  X(double, FPDF_GetPageHeight, (Page * page))                                                  \
-  X(Bitmap*, FPDFBitmap_CreateEx, (int width, int height, int format, void* first, int stride)) \
-  X(void, FPDFBitmap_Destroy, (Bitmap * bitmap))                                                \
-  X(void, FPDF_RenderPageBitmap,                                                                \
-    (Bitmap * bitmap, Page * page, int left, int top, int width, int height, int turns,         \
-     int flags))                                                                                \
-  X(Form*, FPDFDOC_InitFormFillEnvironment, (Document * document, FormHost * host))             \
-  X(void, FPDFDOC_ExitFormFillEnvironment, (Form * form))                                       \
-  X(void, FPDF_SetFormFieldHighlightAlpha, (Form * form, unsigned char alpha))                  \
-  X(void, FORM_OnAfterLoadPage, (Page * page, Form * form))                                     \
-  X(void, FORM_OnBeforeClosePage, (Page * page, Form * form))                                   \
-  X(void, FPDF_FFLDraw,                                                                         \
-    (Form * form, Bitmap * bitmap, Page * page, int left, int top, int width, int height,       \
+#define TARNIX_PDFIUM_FUNCTIONS(X)                                                                 \
+  X(void, FPDF_InitLibraryWithConfig, (const LibraryConfig* config))                               \
+  X(unsigned long, FPDF_GetLastError, ())                                                          \
+  X(Document*, FPDF_LoadCustomDocument, (FileAccess * file, const char* password))                 \
+  X(void, FPDF_CloseDocument, (Document * document))                                               \
+  X(int, FPDF_GetPageCount, (Document * document))                                                 \
+  X(Page*, FPDF_LoadPage, (Document * document, int page_index))                                   \
+  X(void, FPDF_ClosePage, (Page * page))                                                           \
+  X(double, FPDF_GetPageWidth, (Page * page))                                                      \
+  X(double, FPDF_GetPageHeight, (Page * page))                                                     \
+  X(Bitmap*, FPDFBitmap_CreateEx, (int width, int height, int format, void* first, int stride))    \
+  X(void, FPDFBitmap_Destroy, (Bitmap * bitmap))                                                   \
+  X(void, FPDF_RenderPageBitmap,                                                                   \
+    (Bitmap * bitmap, Page * page, int left, int top, int width, int height, int turns,            \
+     int flags))                                                                                   \
+  X(int, FPDF_RenderPageBitmap_Start,                                                              \
+    (Bitmap * bitmap, Page * page, int left, int top, int width, int height, int turns, int flags, \
+     Pause* pause))                                                                                \
+  X(void, FPDF_RenderPage_Close, (Page * page))                                                    \
+  X(Form*, FPDFDOC_InitFormFillEnvironment, (Document * document, FormHost * host))                \
+  X(void, FPDFDOC_ExitFormFillEnvironment, (Form * form))                                          \
+  X(void, FPDF_SetFormFieldHighlightAlpha, (Form * form, unsigned char alpha))                     \
+  X(void, FORM_OnAfterLoadPage, (Page * page, Form * form))                                        \
+  X(void, FORM_OnBeforeClosePage, (Page * page, Form * form))                                      \
+  X(void, FPDF_FFLDraw,                                                                            \
+    (Form * form, Bitmap * bitmap, Page * page, int left, int top, int width, int height,          \
      int turns, int flags))
 
 // Kinds of page objects and of the segments of a path.

@@ -65,12 +65,23 @@ void PdfiumFile::ClosePage(pdfium::Page* page) {
   api_->FPDF_ClosePage(page);
 }
 
-void PdfiumFile::Draw(pdfium::Bitmap* bitmap, pdfium::Page* page, int left, int top, int width,
-                      int height, int flags) {
-  api_->FPDF_RenderPageBitmap(bitmap, page, left, top, width, height, 0, flags);
+bool PdfiumFile::Draw(pdfium::Bitmap* bitmap, pdfium::Page* page, int left, int top, int width,
+                      int height, int flags, const std::function<bool()>& stops) {
+  // Called from C code, which nothing may be thrown through; what is asked throws nothing.
+  const auto ask = [](pdfium::Pause* pause) noexcept {
+    return (*static_cast<const std::function<bool()>*>(pause->handle))() ? 1 : 0;
+  };
+  pdfium::Pause pause{1, ask, const_cast<std::function<bool()>*>(&stops)};
+  const int status =
+      api_->FPDF_RenderPageBitmap_Start(bitmap, page, left, top, width, height, 0, flags, &pause);
+  api_->FPDF_RenderPage_Close(page);
+  if (status == pdfium::kRenderToBeContinued) {
+    return false;
+  }
   if (form_ != nullptr) {
     api_->FPDF_FFLDraw(form_, bitmap, page, left, top, width, height, 0, flags);
   }
+  return true;
 }
 
 int PdfiumFile::GetBlock(void* handle, unsigned long position, unsigned char* buffer,

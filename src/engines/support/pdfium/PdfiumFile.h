@@ -3,6 +3,7 @@
 #define TARNIX_ENGINES_SUPPORT_PDFIUM_PDFIUMFILE_H_
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -34,8 +35,12 @@ class PdfiumFile {
   void ClosePage(pdfium::Page* page);
 
   // Draws the page, and the form fields on it, where its upper left corner is at `left` and `top`.
-  void Draw(pdfium::Bitmap* bitmap, pdfium::Page* page, int left, int top, int width, int height,
-            int flags);
+  // False when it was stopped before it was done: the bitmap has what was drawn by then.
+  //   stops - asked again and again: every few milliseconds on ordinary pages, but only between the
+  //           objects that the page's own content and its annotations paint and while an image is
+  //           drawn; a form with all in it, or one path, pattern or shading, is drawn to its end
+  bool Draw(pdfium::Bitmap* bitmap, pdfium::Page* page, int left, int top, int width, int height,
+            int flags, const std::function<bool()>& stops);
 
   // Bytes that PDFium has asked for: to open the document, and since then. It keeps what it has
   // read of streams as long as the document is open.
