@@ -9,9 +9,9 @@
 
 #include "engines/rasteriser/EncodingQueue.h"
 #include "engines/rasteriser/ImageGeometry.h"
-#include "engines/rasteriser/Limits.h"
 #include "engines/rasteriser/RasterError.h"
 #include "engines/support/drawing/DrawnDocument.h"
+#include "engines/support/drawing/PageBitmap.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools::engines {
@@ -69,11 +69,7 @@ struct TPdf2Img {
                   .dpi = static_cast<int>(std::lround(settings.dpi))});
     document->Place(geometry.page);
     const std::size_t stride = static_cast<std::size_t>(geometry.image_width) * 4;
-    const std::size_t band_bytes =
-        std::clamp(stride * static_cast<std::size_t>(geometry.image_height) / limits::kBands,
-                   limits::kMinBandBytes, limits::kMaxBandBytes);
-    const int band_height =
-        std::clamp(static_cast<int>(band_bytes / stride), 1, geometry.image_height);
+    const int band_height = BandHeightOf(geometry.image_width, geometry.image_height);
     for (int top = 0; top < geometry.image_height; top += band_height) {
       DrawBand(geometry, top, std::min(band_height, geometry.image_height - top), stride);
     }

@@ -12,6 +12,15 @@ namespace TarnixTools::engines::limits {
 // path of 200,000 dashed lines ten seconds; a page that takes twice that may as well take hours.
 inline constexpr std::chrono::seconds kMaxPageTime{20};
 
+// Bytes of the pixels that are drawn at once. A bitmap is drawn in up to 16 bands of that size, and
+// in more when it is larger still.
+inline constexpr std::size_t kMinBandBytes = std::size_t{1} << 20;
+inline constexpr std::size_t kMaxBandBytes = std::size_t{48} << 20;
+inline constexpr std::size_t kBands = 16;
+
+// Bytes of a bitmap that is held whole.
+inline constexpr std::size_t kMaxBitmapBytes = std::size_t{1} << 30;
+
 // Bytes of a document that PDFium may hold in memory before the document is opened anew.
 inline constexpr std::uint64_t kMaxPdfiumBytes = std::uint64_t{4} << 20;
 

@@ -12,7 +12,7 @@
 //   }
 //   document.ReleasePage();
 //
-// A document is used by one thread at a time;
+// PageBitmap.h draws a whole page at a resolution. A document is used by one thread at a time;
 // PDFium works for one of all threads at a time.
 #ifndef TARNIX_ENGINES_SUPPORT_DRAWING_DRAWNDOCUMENT_H_
 #define TARNIX_ENGINES_SUPPORT_DRAWING_DRAWNDOCUMENT_H_

@@ -1,0 +1,86 @@
+#include "engines/support/drawing/PageBitmap.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "engines/support/drawing/DrawingError.h"
+#include "engines/support/drawing/DrawingLimits.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+constexpr double kPointsPerInch = 72;
+constexpr double kMaxSide = 1'000'000;  // PDFium computes with 32 bits
+
+std::size_t RowBytes(int width) {
+  return std::size_t{4} * static_cast<std::size_t>(width);
+}
+
+int ToPixels(double points, double dpi) {
+  const double pixels = points * dpi / kPointsPerInch;
+  if (!(pixels <= kMaxSide)) {
+    throw DrawingError(DrawingErrorCode::kMemory);
+  }
+  return std::max(1, static_cast<int>(std::lround(pixels)));
+}
+
+// Has the loaded page placed on a bitmap of the size that it has at that resolution.
+PageBand PlaceAt(DrawnDocument& document, double dpi) {
+  const PageBand whole = {.width = ToPixels(document.width_points(), dpi),
+                          .height = ToPixels(document.height_points(), dpi),
+                          .top = 0,
+                          .row_count = 0,
+                          .pixels = {}};
+  document.Place({.left = 0, .top = 0, .width = whole.width, .height = whole.height});
+  return whole;
+}
+
+}  // namespace
+
+int BandHeightOf(int width, int height) {
+  const std::size_t row_bytes = RowBytes(width);
+  const std::size_t bytes =
+      std::clamp(row_bytes * static_cast<std::size_t>(height) / limits::kBands,
+                 limits::kMinBandBytes, limits::kMaxBandBytes);
+  return static_cast<int>(
+      std::clamp<std::size_t>(bytes / row_bytes, 1, static_cast<std::size_t>(height)));
+}
+
+PageBitmap DrawPage(DrawnDocument& document, int page_index, double dpi) {
+  document.LoadPage(page_index);
+  const PageBand whole = PlaceAt(document, dpi);
+  const std::size_t row_bytes = RowBytes(whole.width);
+  if (row_bytes * static_cast<std::size_t>(whole.height) > limits::kMaxBitmapBytes) {
+    throw DrawingError(DrawingErrorCode::kMemory);
+  }
+  PageBitmap bitmap{
+      .width = whole.width, .height = whole.height, .pixels = {}, .is_partial = false};
+  bitmap.pixels.assign(row_bytes * static_cast<std::size_t>(whole.height), 0xFF);
+  const int step = BandHeightOf(whole.width, whole.height);
+  for (int top = 0; top < whole.height; top += step) {
+    document.Draw(bitmap.pixels.data() + row_bytes * static_cast<std::size_t>(top), whole.width,
+                  top, std::min(step, whole.height - top));
+  }
+  document.ReleasePage();
+  bitmap.is_partial = document.is_page_partial();
+  return bitmap;
+}
+
+bool DrawPageInBands(DrawnDocument& document, int page_index, double dpi,
+                     const std::function<void(const PageBand& band)>& take) {
+  document.LoadPage(page_index);
+  PageBand band = PlaceAt(document, dpi);
+  const int step = BandHeightOf(band.width, band.height);
+  std::vector<std::uint8_t> pixels;
+  for (band.top = 0; band.top < band.height; band.top += step) {
+    band.row_count = std::min(step, band.height - band.top);
+    pixels.assign(RowBytes(band.width) * static_cast<std::size_t>(band.row_count), 0xFF);
+    document.Draw(pixels.data(), band.width, band.top, band.row_count);
+    band.pixels = pixels;
+    take(band);
+  }
+  document.ReleasePage();
+  return !document.is_page_partial();
+}
+
+}  // namespace TarnixTools::engines
