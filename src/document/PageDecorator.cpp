@@ -48,7 +48,7 @@ double LineOffset(PdfTransformTextAlignment alignment, double block_width, doubl
                                   const PdfTransformation& transformation) {
   const std::int32_t error = engines::PdfGetLastError();
   const std::uint32_t character = engines::PdfGetLastErrorCharacter();
-  if (error == engines::kCharacterError && character != 0) {
+  if (error == engines::kToolboxCharacterError && character != 0) {
     throw PdfException(PdfExceptionCode::EngineError, error,
                        "Unable to show text on page [%d]: no installed font has the character "
                        "[U+%04X]",

@@ -8,14 +8,13 @@
 #include "PdfDoc.h"
 #include "PdfException.h"
 #include "document/OpenDocument.h"
+#include "engines/toolbox/ErrorCodes.h"
 #include "engines/toolbox/Toolbox.h"
 #include "foundation/Platform.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools {
 namespace {
-
-constexpr std::int32_t kPasswordError = 17;  // the engine's code for a missing or wrong password
 
 // Print, modify, copy, annotate, fill forms, extract for accessibility, assemble, print at high
 // quality.
@@ -108,7 +107,7 @@ void PdfDoc::Delete(PdfDoc& doc) {
 bool PdfDoc::HasPassword(const std::string& path) {
   PdfDoc doc(path, "", true);
   doc.Open();
-  return doc.last_error_ == kPasswordError;
+  return doc.last_error_ == engines::kToolboxPasswordError;
 }
 
 bool PdfDoc::IsValidPassword(const std::string& path, const std::string& password) {
@@ -124,7 +123,7 @@ bool PdfDoc::IsEncrypted() {
     Close();
     return is_encrypted;
   }
-  if (last_error_ != kPasswordError) {
+  if (last_error_ != engines::kToolboxPasswordError) {
     RequireOpened();
   }
   return true;
@@ -158,7 +157,7 @@ void PdfDoc::OpenCheckPassword() {
 }
 
 void PdfDoc::RequirePasswordAccepted() {
-  if (last_error_ == kPasswordError) {
+  if (last_error_ == engines::kToolboxPasswordError) {
     Discard();
     throw PdfException(PdfExceptionCode::PasswordError, last_error_,
                        "Invalid password for PDF [%s]", path_.c_str());

@@ -1,48 +1,39 @@
-// Keeps exceptions inside the engine: what an operation throws becomes the thread's last error
-// code.
+// The guard around the document engine's contract. Its last error is the thread's, for a failure may
+// leave no object that could be asked.
 #ifndef TARNIX_ENGINES_TOOLBOX_GUARD_H_
 #define TARNIX_ENGINES_TOOLBOX_GUARD_H_
 
+#include <algorithm>
 #include <cstdint>
-#include <exception>
-#include <new>
+#include <initializer_list>
 
-#include "engines/toolbox/ErrorCodes.h"
-#include "pdf/Error.h"
+#include "engines/toolbox/ToolboxFailure.h"
 
 namespace TarnixTools::engines {
 
 void SetLastError(ToolboxError code) noexcept;
 void SetLastErrorCharacter(std::uint32_t code_point) noexcept;
 
-// A failure that is not the core's.
-class ToolboxException : public std::exception {
- public:
-  explicit ToolboxException(ToolboxError code) : code_(code) {}
-
-  ToolboxError code() const { return code_; }
-
-  const char* what() const noexcept override { return "the document engine failed"; }
-
- private:
-  ToolboxError code_;
-};
-
 // Runs one contract operation; a null or zero result when it throws.
 template <typename Operation>
-auto Guarded(Operation&& operation) noexcept -> decltype(operation()) {
-  try {
-    return operation();
-  } catch (const pdf::Error& error) {
-    SetLastError(CodeOf(error.code()));
-  } catch (const ToolboxException& error) {
-    SetLastError(error.code());
-  } catch (const std::bad_alloc&) {
-    SetLastError(kMemoryError);
-  } catch (...) {
-    SetLastError(kInternalError);
+GuardedResult<Operation> Guarded(Operation&& operation) noexcept {
+  return GuardedBy<ToolboxErrors>(SetLastError, operation);
+}
+
+// Runs one contract operation on handles. When one of them is null, it fails and leaves the last
+// error as it was.
+template <typename Operation>
+GuardedResult<Operation> Guarded(std::initializer_list<const void*> handles,
+                                 Operation&& operation) noexcept {
+  if (std::find(handles.begin(), handles.end(), nullptr) != handles.end()) {
+    return {};
   }
-  return {};
+  return Guarded(operation);
+}
+
+// Throws the argument error unless the condition holds.
+inline void Require(bool condition) {
+  engines::Require<ToolboxErrors>(condition);
 }
 
 }  // namespace TarnixTools::engines

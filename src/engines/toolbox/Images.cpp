@@ -8,13 +8,8 @@
 namespace TarnixTools::engines {
 
 TPdfImage* PdfDocumentCreateImage(TPdfDocument* target, const TPdfStream* stream) {
-  if (target == nullptr || stream == nullptr) {
-    return nullptr;
-  }
-  return Guarded([&]() -> TPdfImage* {
-    if (target->target == nullptr) {
-      throw ToolboxException(kArgumentError);
-    }
+  return Guarded({target, stream}, [&] {
+    Require(target->target != nullptr);
     auto image = std::make_unique<TPdfImage>();
     image->target = &target->target->content();
     image->file = std::make_unique<StreamSource>(*stream);
@@ -34,17 +29,12 @@ std::int32_t PdfImageGetHeight(TPdfImage* image) {
 
 int PdfContentGeneratorPaintImage(TPdfContentGenerator* generator, TPdfImage* image,
                                   const TPdfRectangle* rectangle) {
-  if (generator == nullptr || image == nullptr || rectangle == nullptr) {
-    return 0;
-  }
-  return Guarded([&]() -> int {
+  return Guarded({generator, image, rectangle}, [&] {
     const double width = rectangle->right - rectangle->left;
     const double height = rectangle->top - rectangle->bottom;
     const pdf::Matrix place = {width, 0, 0, height, rectangle->left, rectangle->bottom};
-    if (image->target != generator->content.target || !place.IsFinite() || width == 0 ||
-        height == 0) {
-      throw ToolboxException(kArgumentError);
-    }
+    Require(image->target == generator->content.target && place.IsFinite() && width != 0 &&
+            height != 0);
     const AddedResource resource = image->target->Write(
         [&] { return image->target->images().ResourceOf(*image->stored, *image->file); });
     generator->used.Add(resource);
@@ -54,17 +44,14 @@ int PdfContentGeneratorPaintImage(TPdfContentGenerator* generator, TPdfImage* im
     out += '/';
     out += kNamePrefix;
     out += resource.name + " Do Q\n";
-    return 1;
   });
 }
 
 int PdfClose(TPdfImage* image) {
-  if (image == nullptr) {
-    return 0;
-  }
-  const std::unique_ptr<TPdfImage> owned(image);
-  owned->stream.release(owned->stream.handle);
-  return 1;
+  return Guarded({image}, [&] {
+    const std::unique_ptr<TPdfImage> owned(image);
+    owned->stream.release(owned->stream.handle);
+  });
 }
 
 }  // namespace TarnixTools::engines

@@ -11,42 +11,27 @@ using Value = std::optional<std::string> DocumentInfo::*;
 
 // Fills the buffer with as much of the value as fits, never half a character.
 int Get(const TPdfMetadata* metadata, Value value, char* buffer, std::int32_t size) {
-  if (metadata == nullptr) {
-    return 0;
-  }
-  if (buffer == nullptr || size <= 0) {
-    SetLastError(kArgumentError);
-    return 0;
-  }
-  const auto& set = metadata->info.*value;
-  const std::string_view text = set ? std::string_view(*set) : std::string_view();
-  const std::size_t count = Utf8LengthWithin(text, static_cast<std::size_t>(size) - 1);
-  text.copy(buffer, count);
-  buffer[count] = '\0';
-  return 1;
+  return Guarded({metadata}, [&] {
+    Require(buffer != nullptr && size > 0);
+    const auto& set = metadata->info.*value;
+    const std::string_view text = set ? std::string_view(*set) : std::string_view();
+    const std::size_t count = Utf8LengthWithin(text, static_cast<std::size_t>(size) - 1);
+    text.copy(buffer, count);
+    buffer[count] = '\0';
+  });
 }
 
 int Set(TPdfMetadata* metadata, Value value, const char* bytes, std::int64_t size) {
-  if (metadata == nullptr) {
-    return 0;
-  }
-  return Guarded([&]() -> int {
-    if (bytes == nullptr || size < 0) {
-      SetLastError(kArgumentError);
-      return 0;
-    }
+  return Guarded({metadata}, [&] {
+    Require(bytes != nullptr && size >= 0);
     metadata->info.*value = std::string(bytes, static_cast<std::size_t>(size));
-    return 1;
   });
 }
 
 }  // namespace
 
 TPdfMetadata* PdfDocumentGetMetadata(TPdfDocument* document) {
-  if (document == nullptr) {
-    return nullptr;
-  }
-  return Guarded([&]() -> TPdfMetadata* {
+  return Guarded({document}, [&] {
     auto metadata = std::make_unique<TPdfMetadata>();
     metadata->info = document->source != nullptr ? ReadDocumentInfo(document->source->document())
                                                  : document->target->info();
@@ -55,43 +40,23 @@ TPdfMetadata* PdfDocumentGetMetadata(TPdfDocument* document) {
 }
 
 TPdfMetadata* PdfDocumentCopyMetadata(TPdfDocument* target, TPdfMetadata* metadata) {
-  if (target == nullptr || metadata == nullptr) {
-    return nullptr;
-  }
-  return Guarded([&]() -> TPdfMetadata* {
-    if (target->target == nullptr) {
-      SetLastError(kArgumentError);
-      return nullptr;
-    }
+  return Guarded({target, metadata}, [&] {
+    Require(target->target != nullptr);
     return std::make_unique<TPdfMetadata>(*metadata).release();
   });
 }
 
 int PdfDocumentSetMetadata(TPdfDocument* target, TPdfMetadata* metadata) {
-  if (target == nullptr || metadata == nullptr) {
-    return 0;
-  }
-  return Guarded([&]() -> int {
-    if (target->target == nullptr) {
-      SetLastError(kArgumentError);
-      return 0;
-    }
+  return Guarded({target, metadata}, [&] {
+    Require(target->target != nullptr);
     target->target->SetInfo(metadata->info);
-    return 1;
   });
 }
 
 int PdfDocumentKeepMetadata(TPdfDocument* target, TPdfDocument* source) {
-  if (target == nullptr || source == nullptr) {
-    return 0;
-  }
-  return Guarded([&]() -> int {
-    if (target->target == nullptr || source->source == nullptr) {
-      SetLastError(kArgumentError);
-      return 0;
-    }
+  return Guarded({target, source}, [&] {
+    Require(target->target != nullptr && source->source != nullptr);
     target->target->KeepMetadata(*source->source);
-    return 1;
   });
 }
 

@@ -5,13 +5,9 @@
 namespace TarnixTools::engines {
 
 int PdfPageGetSize(TPdfPage* page, TPdfSize* size) {
-  if (page == nullptr || size == nullptr) {
-    return 0;
-  }
-  return Guarded([&]() -> int {
+  return Guarded({page, size}, [&] {
     const pdf::PageGeometry geometry = page->Geometry();
     *size = {geometry.SeenWidth(), geometry.SeenHeight()};
-    return 1;
   });
 }
 

@@ -46,13 +46,8 @@ void AddToPage(const TPdfContentGenerator& generator) {
 }  // namespace
 
 TPdfContent* PdfPageGetContent(TPdfPage* page) {
-  if (page == nullptr) {
-    return nullptr;
-  }
-  return Guarded([&]() -> TPdfContent* {
-    if (page->target == nullptr) {
-      throw ToolboxException(kArgumentError);
-    }
+  return Guarded({page}, [&] {
+    Require(page->target != nullptr);
     if (page->content == nullptr) {
       page->content = std::make_shared<PageContent>();
     }
@@ -63,10 +58,7 @@ TPdfContent* PdfPageGetContent(TPdfPage* page) {
 }
 
 TPdfContentGenerator* PdfNewContentGenerator(TPdfContent* content, bool prepend) {
-  if (content == nullptr) {
-    return nullptr;
-  }
-  return Guarded([&]() -> TPdfContentGenerator* {
+  return Guarded({content}, [&] {
     auto generator = std::make_unique<TPdfContentGenerator>();
     generator->content = *content;
     generator->prepends = prepend;
@@ -75,87 +67,54 @@ TPdfContentGenerator* PdfNewContentGenerator(TPdfContent* content, bool prepend)
 }
 
 int PdfContentGeneratorPaintText(TPdfContentGenerator* generator, TPdfText* text) {
-  if (generator == nullptr || text == nullptr) {
-    return 0;
-  }
-  return Guarded([&]() -> int {
-    if (text->target != generator->content.target) {
-      throw ToolboxException(kArgumentError);
-    }
+  return Guarded({generator, text}, [&] {
+    Require(text->target == generator->content.target);
     PaintLines(text->lines, *text->target, generator->operators, generator->used);
-    return 1;
   });
 }
 
 int PdfContentGeneratorSave(TPdfContentGenerator* generator) {
-  if (generator == nullptr) {
-    return 0;
-  }
-  return Guarded([&]() -> int {
+  return Guarded({generator}, [&] {
     generator->operators += "q ";
     ++generator->open_saves;
-    return 1;
   });
 }
 
 int PdfContentGeneratorRestore(TPdfContentGenerator* generator) {
-  if (generator == nullptr) {
-    return 0;
-  }
-  return Guarded([&]() -> int {
-    if (generator->open_saves == 0) {
-      throw ToolboxException(kArgumentError);
-    }
+  return Guarded({generator}, [&] {
+    Require(generator->open_saves > 0);
     generator->operators += "Q ";
     --generator->open_saves;
-    return 1;
   });
 }
 
 int PdfContentGeneratorTransform(TPdfContentGenerator* generator,
                                  TPdfTransformation* transformation) {
-  if (generator == nullptr || transformation == nullptr) {
-    return 0;
-  }
-  return Guarded([&]() -> int {
-    if (!transformation->matrix.IsFinite()) {
-      throw ToolboxException(kArgumentError);
-    }
+  return Guarded({generator, transformation}, [&] {
+    Require(transformation->matrix.IsFinite());
     if (!transformation->matrix.IsIdentity()) {
       AppendTransform(generator->operators, transformation->matrix);
       generator->operators += '\n';
     }
-    return 1;
   });
 }
 
 TPdfTransformation* PdfNewTransformationIdentity() {
-  return Guarded(
-      []() -> TPdfTransformation* { return std::make_unique<TPdfTransformation>().release(); });
+  return Guarded([] { return std::make_unique<TPdfTransformation>().release(); });
 }
 
 int PdfTransformationTranslate(TPdfTransformation* transformation, double dx, double dy) {
-  if (transformation == nullptr) {
-    return 0;
-  }
-  if (!std::isfinite(dx) || !std::isfinite(dy)) {
-    SetLastError(kArgumentError);
-    return 0;
-  }
-  transformation->matrix = pdf::Matrix::Translation(dx, dy) * transformation->matrix;
-  return 1;
+  return Guarded({transformation}, [&] {
+    Require(std::isfinite(dx) && std::isfinite(dy));
+    transformation->matrix = pdf::Matrix::Translation(dx, dy) * transformation->matrix;
+  });
 }
 
 int PdfTransformationRotate(TPdfTransformation* transformation, double angle) {
-  if (transformation == nullptr) {
-    return 0;
-  }
-  if (!std::isfinite(angle)) {
-    SetLastError(kArgumentError);
-    return 0;
-  }
-  transformation->matrix = pdf::Matrix::Rotation(angle) * transformation->matrix;
-  return 1;
+  return Guarded({transformation}, [&] {
+    Require(std::isfinite(angle));
+    transformation->matrix = pdf::Matrix::Rotation(angle) * transformation->matrix;
+  });
 }
 
 int PdfClose(TPdfContent* content) {
@@ -164,15 +123,11 @@ int PdfClose(TPdfContent* content) {
 }
 
 int PdfClose(TPdfContentGenerator* generator) {
-  if (generator == nullptr) {
-    return 0;
-  }
-  const std::unique_ptr<TPdfContentGenerator> owned(generator);
-  return Guarded([&]() -> int {
+  return Guarded({generator}, [&] {
+    const std::unique_ptr<TPdfContentGenerator> owned(generator);
     if (!owned->used.resources.empty()) {
       AddToPage(*owned);
     }
-    return 1;
   });
 }
 

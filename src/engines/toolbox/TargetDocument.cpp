@@ -81,10 +81,8 @@ void TargetDocument::WritePagesOf(SourceDocument& source) noexcept {
   try {
     PageCopier(source, writer_, parts_, requests).Write();
     ReportDamage(source, parts_.report);
-  } catch (const pdf::Error& error) {
-    failure_ = Failure{error.code(), error.what()};
-  } catch (const std::exception& error) {
-    failure_ = Failure{pdf::ErrorCode::kInternal, error.what()};
+  } catch (...) {
+    failure_ = std::current_exception();
   }
 }
 
@@ -93,7 +91,7 @@ void TargetDocument::Finish() {
     WritePagesOf(*requests_.front().source);
   }
   if (failure_) {
-    throw pdf::Error(failure_->code, failure_->message);
+    std::rethrow_exception(failure_);
   }
   content_.Finish();
   const std::uint32_t info = parts_.metadata.WriteInfo(writer_, info_);

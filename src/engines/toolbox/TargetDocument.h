@@ -5,6 +5,7 @@
 #define TARNIX_ENGINES_TOOLBOX_TARGETDOCUMENT_H_
 
 #include <cstdint>
+#include <exception>
 #include <optional>
 #include <string>
 #include <vector>
@@ -58,7 +59,7 @@ class TargetDocument {
   // Writes the noted pages of one source. A failure is kept, and reported by Finish.
   void WritePagesOf(SourceDocument& source) noexcept;
 
-  // Writes all that is left. Throws pdf::Error, also for a failure of an earlier WritePagesOf.
+  // Writes all that is left. Throws pdf::Error, and what an earlier WritePagesOf failed with.
   void Finish();
 
   // Tells the callback what the report holds; to be called when all is written.
@@ -68,11 +69,6 @@ class TargetDocument {
   struct Requests {
     SourceDocument* source;
     std::vector<PageRequest> pages;
-  };
-
-  struct Failure {
-    pdf::ErrorCode code;
-    std::string message;
   };
 
   Requests& RequestsOf(SourceDocument& source);
@@ -88,7 +84,7 @@ class TargetDocument {
   DocumentInfo info_;
   TPdfReportCallback report_callback_ = nullptr;
   void* report_context_ = nullptr;
-  std::optional<Failure> failure_;
+  std::exception_ptr failure_;
 };
 
 }  // namespace TarnixTools::engines

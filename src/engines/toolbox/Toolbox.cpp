@@ -10,14 +10,8 @@ namespace TarnixTools::engines {
 
 namespace {
 
-thread_local ToolboxError last_error = kNoError;
+thread_local ToolboxError last_error = kToolboxNoError;
 thread_local std::uint32_t last_error_character = 0;
-
-// 0 with an argument error.
-int Refuse() {
-  SetLastError(kArgumentError);
-  return 0;
-}
 
 }  // namespace
 
@@ -40,7 +34,8 @@ std::uint32_t PdfGetLastErrorCharacter() {
 }
 
 TPdfDocument* PdfDocumentOpenA(const TPdfStream* stream, const char* password) {
-  return Guarded([&]() -> TPdfDocument* {
+  return Guarded([&] {
+    Require(stream != nullptr);
     auto document = std::make_unique<TPdfDocument>();
     document->source =
         std::make_unique<SourceDocument>(*stream, password == nullptr ? "" : password);
@@ -55,7 +50,8 @@ int PdfIsPasswordEmptyW(const std::wstring& password) {
 
 TPdfDocument* PdfDocumentCreateW(const TPdfStream* stream, std::int32_t,
                                  const TPdfEncryption* encryption) {
-  return Guarded([&]() -> TPdfDocument* {
+  return Guarded([&] {
+    Require(stream != nullptr);
     auto document = std::make_unique<TPdfDocument>();
     document->target = std::make_unique<TargetDocument>(*stream, encryption);
     document->stream = *stream;
@@ -68,7 +64,7 @@ int PdfClose(TPdfDocument* document) {
     return 0;
   }
   const std::unique_ptr<TPdfDocument> owned(document);
-  const int result = Guarded([&]() -> int {
+  const int result = Guarded([&] {
     if (owned->source != nullptr) {
       owned->source->ServeWaiting();
     }
@@ -76,7 +72,6 @@ int PdfClose(TPdfDocument* document) {
       owned->target->Finish();
       owned->target->TellReport();
     }
-    return 1;
   });
   owned->source.reset();
   owned->target.reset();
@@ -111,14 +106,10 @@ int PdfClose(TPdfMetadata* metadata) {
 }
 
 int PdfDocumentSetReport(TPdfDocument* target, TPdfReportCallback callback, void* context) {
-  if (target == nullptr) {
-    return 0;
-  }
-  if (target->target == nullptr) {
-    return Refuse();
-  }
-  target->target->SetReportCallback(callback, context);
-  return 1;
+  return Guarded({target}, [&] {
+    Require(target->target != nullptr);
+    target->target->SetReportCallback(callback, context);
+  });
 }
 
 int PdfDocumentIsEncrypted(TPdfDocument* document) {
@@ -129,10 +120,7 @@ int PdfDocumentIsEncrypted(TPdfDocument* document) {
 }
 
 TPdfPageList* PdfDocumentGetPages(TPdfDocument* document) {
-  if (document == nullptr) {
-    return nullptr;
-  }
-  return Guarded([&]() -> TPdfPageList* {
+  return Guarded({document}, [&] {
     if (document->source != nullptr) {
       document->source->pages();
     }
@@ -141,10 +129,7 @@ TPdfPageList* PdfDocumentGetPages(TPdfDocument* document) {
 }
 
 std::int32_t PdfPageListGetCount(TPdfPageList* page_list) {
-  if (page_list == nullptr) {
-    return 0;
-  }
-  return Guarded([&]() -> std::int32_t {
+  return Guarded({page_list}, [&] {
     const TPdfDocument& document = *page_list->document;
     return document.target != nullptr
                ? document.target->page_count()
@@ -153,16 +138,10 @@ std::int32_t PdfPageListGetCount(TPdfPageList* page_list) {
 }
 
 TPdfPage* PdfPageListGet(TPdfPageList* page_list, std::int32_t index) {
-  if (page_list == nullptr) {
-    return nullptr;
-  }
-  return Guarded([&]() -> TPdfPage* {
+  return Guarded({page_list}, [&] {
     SourceDocument* source = page_list->document->source.get();
-    if (source == nullptr || index < 0 ||
-        static_cast<std::size_t>(index) >= source->pages().pages().size()) {
-      SetLastError(kArgumentError);
-      return nullptr;
-    }
+    Require(source != nullptr && index >= 0 &&
+            static_cast<std::size_t>(index) < source->pages().pages().size());
     return std::make_unique<TPdfPage>(
                TPdfPage{source, static_cast<std::uint32_t>(index), nullptr, 0, 0})
         .release();
@@ -170,29 +149,17 @@ TPdfPage* PdfPageListGet(TPdfPageList* page_list, std::int32_t index) {
 }
 
 int PdfPageListAppend(TPdfPageList* page_list, TPdfPage* page) {
-  if (page_list == nullptr || page == nullptr) {
-    return 0;
-  }
-  return Guarded([&]() -> int {
+  return Guarded({page_list, page}, [&] {
     TargetDocument* target = page_list->document->target.get();
-    if (target == nullptr || page->target != target) {
-      return Refuse();
-    }
+    Require(target != nullptr && page->target == target);
     target->AppendPage(*page->source, page->index, page->rotation, page->options,
                        page->content.get());
-    return 1;
   });
 }
 
 TPdfPage* PdfDocumentCopyPage(TPdfDocument* target, TPdfPage* page, std::int32_t options) {
-  if (target == nullptr || page == nullptr) {
-    return nullptr;
-  }
-  return Guarded([&]() -> TPdfPage* {
-    if (target->target == nullptr) {
-      SetLastError(kArgumentError);
-      return nullptr;
-    }
+  return Guarded({target, page}, [&] {
+    Require(target->target != nullptr);
     return std::make_unique<TPdfPage>(
                TPdfPage{page->source, page->index, target->target.get(), page->rotation, options})
         .release();
@@ -200,14 +167,10 @@ TPdfPage* PdfDocumentCopyPage(TPdfDocument* target, TPdfPage* page, std::int32_t
 }
 
 int PdfPageRotate(TPdfPage* page, std::int32_t angle) {
-  if (page == nullptr) {
-    return 0;
-  }
-  if (page->target == nullptr || angle % 90 != 0) {
-    return Refuse();
-  }
-  page->rotation = (page->rotation + angle % 360) % 360;
-  return 1;
+  return Guarded({page}, [&] {
+    Require(page->target != nullptr && angle % 90 == 0);
+    page->rotation = (page->rotation + angle % 360) % 360;
+  });
 }
 
 }  // namespace TarnixTools::engines

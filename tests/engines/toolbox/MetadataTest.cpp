@@ -177,7 +177,7 @@ TEST(DocumentInformation, IsKeptWhole) {
   EXPECT_EQ(ValuesIn(target.file.bytes), Texts({"Bea", "", "", ""}));
   EXPECT_EQ(PdfDocumentKeepMetadata(nullptr, source.document), 0);
   EXPECT_EQ(PdfDocumentKeepMetadata(source.document, source.document), 0);
-  EXPECT_EQ(PdfGetLastError(), kArgumentError);
+  EXPECT_EQ(PdfGetLastError(), kToolboxArgumentError);
 }
 
 TEST(DocumentInformation, KeepsWhatFollowsANulAndWhatIsLong) {
@@ -210,7 +210,7 @@ TEST(DocumentInformation, IsLeftAloneByCallsThatMakeNoSense) {
   EXPECT_EQ(PdfDocumentCopyMetadata(target.document, nullptr), nullptr);
   EXPECT_EQ(PdfMetadataSetAuthorA(nullptr, "x", 1), 0);
   EXPECT_EQ(PdfDocumentSetMetadata(source.document, metadata), 0);
-  EXPECT_EQ(PdfGetLastError(), kArgumentError);
+  EXPECT_EQ(PdfGetLastError(), kToolboxArgumentError);
   EXPECT_EQ(PdfDocumentCopyMetadata(source.document, metadata), nullptr);
   EXPECT_EQ(PdfMetadataSetAuthorA(metadata, nullptr, 1), 0);
   EXPECT_EQ(PdfMetadataSetAuthorA(metadata, "x", -1), 0);

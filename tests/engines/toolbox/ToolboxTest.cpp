@@ -302,7 +302,7 @@ TEST(Toolbox, ReportsThatTheTargetCannotBeWritten) {
     CopyPages(source, target, {0, 1});
     PdfClose(source);
     EXPECT_EQ(PdfClose(target), 0) << room;
-    EXPECT_EQ(PdfGetLastError(), kWriteError) << room;
+    EXPECT_EQ(PdfGetLastError(), kToolboxWriteError) << room;
     EXPECT_EQ(output.releases, 1);
   }
 }
@@ -319,16 +319,16 @@ TEST(Toolbox, ReportsThatTheSourceCannotBeReadAnyMore) {
   input.reads_fail = true;
   PdfClose(source);
   EXPECT_EQ(PdfClose(target), 0);
-  EXPECT_EQ(PdfGetLastError(), kReadError);
+  EXPECT_EQ(PdfGetLastError(), kToolboxReadError);
 }
 
 TEST(Toolbox, TellsWhyADocumentDoesNotOpen) {
   MemoryFile empty;
   EXPECT_EQ(Open(empty), nullptr);
-  EXPECT_EQ(PdfGetLastError(), kNotAPdfError);
+  EXPECT_EQ(PdfGetLastError(), kToolboxNotAPdfError);
   EXPECT_EQ(empty.releases, 0) << "the file is still the caller's";
   EXPECT_EQ(PdfDocumentGetPages(nullptr), nullptr);
-  EXPECT_EQ(PdfGetLastError(), kNotAPdfError) << "a null handle leaves the cause readable";
+  EXPECT_EQ(PdfGetLastError(), kToolboxNotAPdfError) << "a null handle leaves the cause readable";
 }
 
 TEST(Toolbox, EncryptsAndAsksForThePassword) {
@@ -369,7 +369,7 @@ TEST(Toolbox, RefusesCallsThatMakeNoSense) {
   TPdfPage* copy = PdfDocumentCopyPage(target, page, 15);
   EXPECT_EQ(PdfPageRotate(copy, 45), 0);
   EXPECT_EQ(PdfPageListAppend(pages, copy), 0) << "a list of another document";
-  EXPECT_EQ(PdfGetLastError(), kArgumentError);
+  EXPECT_EQ(PdfGetLastError(), kToolboxArgumentError);
   PdfClose(copy);
   PdfClose(page);
   PdfClose(pages);

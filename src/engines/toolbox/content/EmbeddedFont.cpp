@@ -6,7 +6,7 @@
 #include <set>
 #include <vector>
 
-#include "engines/toolbox/Guard.h"
+#include "engines/toolbox/ToolboxFailure.h"
 #include "engines/toolbox/content/ContentText.h"
 #include "engines/toolbox/content/StreamText.h"
 #include "pdf/write/Serialize.h"
@@ -118,7 +118,7 @@ std::uint32_t EmbeddedFont::WriteProgram(pdf::FileWriter& writer) const {
   }
   const std::string program = face_->Subset(glyphs);
   if (program.empty()) {
-    throw ToolboxException(kFontEmbeddingError);
+    throw ToolboxFailure(kToolboxFontEmbeddingError);
   }
   std::string entries;
   if (face_->outline_kind() == OutlineKind::kTrueType) {

@@ -44,7 +44,7 @@ class EmbeddedFont {
   // Advance width as the font states it, in thousandths of the font size.
   double WidthOf(std::uint32_t glyph) const;
 
-  // Writes the font, all glyphs now known. Throws ToolboxException when it cannot be embedded.
+  // Writes the font, all glyphs now known. Throws ToolboxFailure when it cannot be embedded.
   void Write(pdf::FileWriter& writer) const;
 
  private:

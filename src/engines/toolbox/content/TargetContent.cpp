@@ -1,7 +1,6 @@
 #include "engines/toolbox/content/TargetContent.h"
 
-#include "engines/support/fonts/LibraryMissing.h"
-#include "engines/toolbox/Guard.h"
+#include "engines/toolbox/ToolboxFailure.h"
 #include "engines/toolbox/content/ContentText.h"
 #include "engines/toolbox/content/StreamText.h"
 #include "pdf/write/Serialize.h"
@@ -20,16 +19,6 @@ constexpr std::size_t kMaxKeptCharacters = std::size_t{32} << 10;
 constexpr std::size_t kMaxKeptStreams = 256;
 constexpr std::size_t kMaxKeptStream = std::size_t{16} << 10;
 
-// Runs what needs the font libraries.
-template <typename Operation>
-auto WithLibraries(Operation&& operation) {
-  try {
-    return operation();
-  } catch (const fonts::LibraryMissing&) {
-    throw ToolboxException(kLibraryError);
-  }
-}
-
 }  // namespace
 
 const InstalledFace& TargetContent::FindFace(const std::string& family, const std::string& style) {
@@ -37,13 +26,13 @@ const InstalledFace& TargetContent::FindFace(const std::string& family, const st
   if (found != nullptr) {
     return *found;
   }
-  const InstalledFace* face = WithLibraries([&] { return FontCatalog::Get().Find(family, style); });
+  const InstalledFace* face = FontCatalog::Get().Find(family, style);
   if (face == nullptr) {
-    throw ToolboxException(kFontNotFoundError);
+    throw ToolboxFailure(kToolboxFontNotFoundError);
   }
-  const FontFace* loaded = WithLibraries([&] { return faces_.Load(*face); });
+  const FontFace* loaded = faces_.Load(*face);
   if (loaded == nullptr || loaded->embedding_right() == EmbeddingRight::kNone) {
-    throw ToolboxException(kFontEmbeddingError);
+    throw ToolboxFailure(kToolboxFontEmbeddingError);
   }
   found = face;
   return *face;
@@ -64,8 +53,7 @@ std::shared_ptr<const ShapedLine> TargetContent::Shape(const InstalledFace& face
     lines_.clear();
     kept_characters_ = key.size();
   }
-  const auto line = WithLibraries(
-      [&] { return std::make_shared<const ShapedLine>(ShapeLine(faces_, face, text)); });
+  const auto line = std::make_shared<const ShapedLine>(ShapeLine(faces_, face, text));
   lines_.emplace(std::move(key), line);
   return line;
 }
@@ -113,7 +101,7 @@ void TargetContent::Finish() {
     std::rethrow_exception(failure_);
   }
   for (const EmbeddedFont* font : fonts_) {
-    WithLibraries([&] { font->Write(*writer_); });
+    font->Write(*writer_);
   }
 }
 

@@ -26,14 +26,14 @@ class TargetContent {
   // The writer outlives this.
   explicit TargetContent(pdf::FileWriter& writer) : writer_(&writer), images_(writer) {}
 
-  // A face that may be embedded, by family and style. Throws ToolboxException: kFontNotFoundError,
-  // kFontEmbeddingError, kLibraryError.
+  // A face that may be embedded, by family and style. Throws ToolboxFailure: kToolboxFontNotFoundError,
+  // kToolboxFontEmbeddingError, kToolboxLibraryError.
   const fonts::InstalledFace& FindFace(const std::string& family, const std::string& style);
 
   // Loaded; never null for a face that FindFace gave.
   fonts::FontFace* Load(const fonts::InstalledFace& face) { return faces_.Load(face); }
 
-  // A line of text in the face, shaped. Throws ToolboxException: kLibraryError.
+  // A line of text in the face, shaped. Throws fonts::LibraryMissing.
   std::shared_ptr<const fonts::ShapedLine> Shape(const fonts::InstalledFace& face,
                                                  const std::u32string& text);
 

@@ -4,8 +4,6 @@
 
 #include <nettle/sha2.h>
 
-#include "engines/support/pictures/ImageError.h"
-#include "engines/toolbox/Guard.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines {
@@ -15,16 +13,6 @@ namespace {
 constexpr std::uint64_t kSmallFile = std::uint64_t{1} << 20;
 constexpr std::size_t kMaxKept = std::size_t{8} << 20;
 constexpr std::size_t kBlock = std::size_t{256} << 10;
-
-// Runs what reads an image file.
-template <typename Operation>
-auto WithImages(Operation&& operation) {
-  try {
-    return operation();
-  } catch (const ImageError& error) {
-    throw ToolboxException(error.code() == ImageErrorCode::kLimit ? kLimitError : kImageError);
-  }
-}
 
 std::string ReadWhole(pdf::ByteSource& file) {
   std::string bytes(static_cast<std::size_t>(file.Size()), '\0');
@@ -78,17 +66,15 @@ std::shared_ptr<StoredImage> TargetImages::Open(pdf::ByteSource& file) {
     return known->second;
   }
   auto image = std::make_shared<StoredImage>();
-  WithImages([&] {
-    const std::unique_ptr<ImageFile> opened = ImageFile::Open(file);
-    const ImageFrame& frame = opened->frame(0);
-    image->width = frame.width;
-    image->height = frame.height;
-    if (SwapsSides(frame.orientation)) {
-      std::swap(image->width, image->height);
-    }
-    image->orientation = OrientationOf(frame);
-    image->picture = opened->Embed(0);
-  });
+  const std::unique_ptr<ImageFile> opened = ImageFile::Open(file);
+  const ImageFrame& frame = opened->frame(0);
+  image->width = frame.width;
+  image->height = frame.height;
+  if (SwapsSides(frame.orientation)) {
+    std::swap(image->width, image->height);
+  }
+  image->orientation = OrientationOf(frame);
+  image->picture = opened->Embed(0);
   kept_bytes_ += identity.size();
   by_identity_.emplace(std::move(identity), image);
   return image;
@@ -96,7 +82,7 @@ std::shared_ptr<StoredImage> TargetImages::Open(pdf::ByteSource& file) {
 
 AddedResource TargetImages::ResourceOf(StoredImage& image, pdf::ByteSource& file) {
   if (!image.resource) {
-    const std::uint32_t number = WithImages([&] { return images_.Write(*image.picture, file); });
+    const std::uint32_t number = images_.Write(*image.picture, file);
     image.picture.reset();
     image.resource = {pdf::ResourceCategory::kXObject, "I" + std::to_string(written_), number};
     ++written_;

@@ -33,7 +33,7 @@ class TargetImages {
   // The writer outlives this.
   explicit TargetImages(pdf::FileWriter& writer) : images_(writer) {}
 
-  // Throws ToolboxException: kImageError; pdf::Error when the file cannot be read.
+  // Throws ImageError; pdf::Error when the file cannot be read.
   std::shared_ptr<StoredImage> Open(pdf::ByteSource& file);
 
   // The image's resource, written when it is first asked for. file: the image's.

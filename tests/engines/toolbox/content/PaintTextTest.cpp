@@ -195,7 +195,7 @@ TEST_F(PaintText, NamesACharacterThatNoFontHas) {
   Painted painted(TestPdf().Page("").Bytes());
   painted.Paint([](Canvas& page) {
     EXPECT_EQ(page.Text(U"ab\U0010FFFD"), 0);
-    EXPECT_EQ(PdfGetLastError(), kCharacterError);
+    EXPECT_EQ(PdfGetLastError(), kToolboxCharacterError);
     EXPECT_EQ(PdfGetLastErrorCharacter(), 0x10FFFDU);
     EXPECT_EQ(page.Text(U"fine"), 1);
   });
@@ -208,7 +208,7 @@ TEST_F(PaintText, RefusesFontsThatAreNotInstalled) {
     for (const char* name : {"No Such Font", "", "Liberation Sans:bold", "Liberation Sans,Arial",
                              "Liberation Sans-12", "Liberation*"}) {
       EXPECT_EQ(PdfDocumentCreateSystemFontA(page.target(), name, "", 1), nullptr) << name;
-      EXPECT_EQ(PdfGetLastError(), kFontNotFoundError);
+      EXPECT_EQ(PdfGetLastError(), kToolboxFontNotFoundError);
     }
   });
 }
@@ -238,7 +238,7 @@ TEST_F(PaintText, RefusesWhatMakesNoSense) {
     TPdfContent* content = PdfPageGetContent(page.page());
     TPdfContentGenerator* generator = PdfNewContentGenerator(content, false);
     EXPECT_EQ(PdfContentGeneratorRestore(generator), 0);
-    EXPECT_EQ(PdfGetLastError(), kArgumentError);
+    EXPECT_EQ(PdfGetLastError(), kToolboxArgumentError);
     PdfClose(generator);
     PdfClose(content);
     PdfClose(text);

@@ -172,14 +172,14 @@ TEST_F(PaintedResources, RefuseWhatIsNoPicture) {
       MemoryFile file{bytes};
       const TPdfStream stream = file.Descriptor();
       EXPECT_EQ(PdfDocumentCreateImage(page.target(), &stream), nullptr);
-      EXPECT_EQ(PdfGetLastError(), kImageError) << bytes;
+      EXPECT_EQ(PdfGetLastError(), kToolboxImageError) << bytes;
       EXPECT_EQ(file.releases, 0);
     }
     MemoryFile file{Picture('\0')};
     file.reads_fail = true;
     const TPdfStream stream = file.Descriptor();
     EXPECT_EQ(PdfDocumentCreateImage(page.target(), &stream), nullptr);
-    EXPECT_EQ(PdfGetLastError(), kReadError);
+    EXPECT_EQ(PdfGetLastError(), kToolboxReadError);
   });
 }
 
@@ -210,14 +210,14 @@ TEST_F(PaintedResources, FailTheDocumentWhenTheyCannotBeWritten) {
     painted = canvas.Image(png.Bytes(), {0, 0, 9, 9});
   }
   EXPECT_EQ(painted, 0);
-  EXPECT_EQ(PdfGetLastError(), kWriteError);
+  EXPECT_EQ(PdfGetLastError(), kToolboxWriteError);
   output.room = 1'000'000'000;
   PdfClose(copy);
   PdfClose(page);
   PdfClose(pages);
   EXPECT_EQ(PdfClose(source), 1);
   EXPECT_EQ(PdfClose(target), 0);
-  EXPECT_EQ(PdfGetLastError(), kWriteError);
+  EXPECT_EQ(PdfGetLastError(), kToolboxWriteError);
 }
 
 // Of a document of which some pages are copied, what none of them uses stays behind.
