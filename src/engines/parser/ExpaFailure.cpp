@@ -1,14 +1,9 @@
 #include "engines/parser/ExpaFailure.h"
 
-#include <new>
-
-#include "pdf/Error.h"
-
 namespace TarnixTools::engines {
-namespace {
 
-ExpaError CodeOf(pdf::ErrorCode code) {
-  switch (code) {
+ExpaError ExpaErrors::Of(const pdf::Error& error) {
+  switch (error.code()) {
     case pdf::ErrorCode::kReadFailed:
     case pdf::ErrorCode::kSourceChanged:
       return kExpaFileError;
@@ -31,22 +26,6 @@ ExpaError CodeOf(pdf::ErrorCode code) {
       break;
   }
   return kExpaInternalError;
-}
-
-}  // namespace
-
-ExpaError ExpaCodeOfCurrentException() noexcept {
-  try {
-    throw;
-  } catch (const ExpaFailure& failure) {
-    return failure.code();
-  } catch (const pdf::Error& error) {
-    return CodeOf(error.code());
-  } catch (const std::bad_alloc&) {
-    return kExpaMemoryError;
-  } catch (...) {
-    return kExpaInternalError;
-  }
 }
 
 }  // namespace TarnixTools::engines

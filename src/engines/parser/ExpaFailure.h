@@ -1,27 +1,24 @@
-// What the content parser throws inside.
+// What the content parser throws inside, and the codes that its contract makes of what is thrown.
 #ifndef TARNIX_ENGINES_PARSER_EXPAFAILURE_H_
 #define TARNIX_ENGINES_PARSER_EXPAFAILURE_H_
 
-#include <exception>
-
 #include "engines/parser/ErrorCodes.h"
+#include "engines/support/contract/Guard.h"
+#include "pdf/Error.h"
 
 namespace TarnixTools::engines {
 
-class ExpaFailure : public std::exception {
- public:
-  explicit ExpaFailure(ExpaError code) : code_(code) {}
+using ExpaFailure = EngineFailure<ExpaError>;
 
-  ExpaError code() const { return code_; }
-
-  const char* what() const noexcept override { return "content parser error"; }
-
- private:
-  ExpaError code_;
+// For the guard.
+struct ExpaErrors {
+  using Code = ExpaError;
+  using Known = KnownErrors<pdf::Error>;
+  static constexpr Code kInternal = kExpaInternalError;
+  static constexpr Code kMemory = kExpaMemoryError;
+  static constexpr Code kArgument = kExpaArgumentError;
+  static Code Of(const pdf::Error& error);
 };
-
-// The code for the exception that is being handled.
-ExpaError ExpaCodeOfCurrentException() noexcept;
 
 }  // namespace TarnixTools::engines
 

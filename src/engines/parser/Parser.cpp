@@ -1,12 +1,12 @@
 #include "engines/parser/Parser.h"
 
 #include <memory>
-#include <new>
 #include <optional>
 #include <utility>
 
 #include "engines/parser/ExpaFailure.h"
 #include "engines/parser/ImageStore.h"
+#include "engines/support/contract/Registry.h"
 #include "engines/support/files/DiskFile.h"
 #include "engines/support/images/ImageWalker.h"
 #include "foundation/Utf8.h"
@@ -14,10 +14,6 @@
 #include "pdf/tree/VisibleLayers.h"
 
 namespace TarnixTools::engines {
-
-namespace {
-thread_local ExpaError last_error_without_document = kExpaNoError;
-}  // namespace
 
 struct TExpaGraphicsState {
   TExpaMatrix matrix;
@@ -82,26 +78,16 @@ struct TExpaDoc {
 
 namespace {
 
-// Runs one operation; a null or zero result and an error code when it throws, or when there is no
-// document.
-template <typename Operation>
-auto Guarded(TExpaDoc* document, Operation&& operation) noexcept -> decltype(operation()) {
-  if (document == nullptr) {
-    last_error_without_document = kExpaArgumentError;
-    return {};
-  }
-  try {
-    return operation();
-  } catch (...) {
-    document->last_error = ExpaCodeOfCurrentException();
-  }
-  return {};
+using Documents = Registry<TExpaDoc>;
+
+// For what is had from a document.
+template <typename Part, typename Operation>
+GuardedResult<Operation> GuardedPart(Part* part, Operation&& operation) noexcept {
+  return Guarded<ExpaErrors>(part != nullptr ? part->document : nullptr, operation);
 }
 
 void Require(bool condition) {
-  if (!condition) {
-    throw ExpaFailure(kExpaArgumentError);
-  }
+  engines::Require<ExpaErrors>(condition);
 }
 
 TExpaMatrix ToContract(const pdf::Matrix& matrix) {
@@ -133,29 +119,29 @@ bool TakeImage(TExpaContent& content, const DrawnImage& drawn) {
 
 }  // namespace
 
-void ExpaInitialize() {}
+void ExpaInitialize() {
+  Documents::BeginSession();
+}
 
-void ExpaUnInitialize() {}
+void ExpaUnInitialize() {
+  Documents::EndSession();
+}
 
 TExpaDoc* ExpaDocCreateObject() {
-  try {
-    return new TExpaDoc;
-  } catch (...) {
-    last_error_without_document = ExpaCodeOfCurrentException();
-    return nullptr;
-  }
+  return GuardedWithoutObject<ExpaErrors>(
+      [] { return Documents::Add(std::make_unique<TExpaDoc>()); });
 }
 
 void ExpaDocDestroyObject(TExpaDoc* document) {
-  delete document;
+  Documents::Destroy(document);
 }
 
 std::int32_t ExpaDocGetLastError(const TExpaDoc* document) {
-  return document != nullptr ? document->last_error : last_error_without_document;
+  return LastErrorOf<ExpaErrors>(document);
 }
 
 int ExpaDocOpenW(TExpaDoc* document, const platform::WidePath& path, const std::wstring& password) {
-  return Guarded(document, [&] {
+  return Guarded<ExpaErrors>(document, [&] {
     document->Close();
     try {
       document->Open(path, password);
@@ -163,22 +149,17 @@ int ExpaDocOpenW(TExpaDoc* document, const platform::WidePath& path, const std::
       document->Close();
       throw;
     }
-    return 1;
   });
 }
 
 int ExpaDocClose(TExpaDoc* document) {
-  return Guarded(document, [&] {
-    document->Close();
-    return 1;
-  });
+  return Guarded<ExpaErrors>(document, [&] { document->Close(); });
 }
 
 int ExpaDocSetReport(TExpaDoc* document, TExpaReport report, void* handle) {
-  return Guarded(document, [&] {
+  return Guarded<ExpaErrors>(document, [&] {
     document->report = report;
     document->report_handle = handle;
-    return 1;
   });
 }
 
@@ -189,39 +170,37 @@ std::int32_t ExpaDocGetPageCount(const TExpaDoc* document) {
 }
 
 int ExpaDocSetPageNo(TExpaDoc* document, std::int32_t page_number) {
-  return Guarded(document, [&] {
+  return Guarded<ExpaErrors>(document, [&] {
     Require(page_number >= 1 && page_number <= ExpaDocGetPageCount(document));
     TExpaPage& page = document->page.emplace();
     page.document = document;
     page.content.document = document;
     page.content.page_index = static_cast<std::size_t>(page_number) - 1;
-    return 1;
   });
 }
 
 TExpaPage* ExpaDocGetPage(TExpaDoc* document) {
-  return Guarded(document, [&] {
+  return Guarded<ExpaErrors>(document, [&] {
     Require(document->page.has_value());
     return &*document->page;
   });
 }
 
 TExpaContent* ExpaPageGetContent(TExpaPage* page) {
-  return page != nullptr ? &page->content : nullptr;
+  return GuardedPart(page, [&] { return &page->content; });
 }
 
 int ExpaContentResetContent(TExpaContent* content, int with_forms) {
-  return content == nullptr ? 0 : Guarded(content->document, [&] {
+  return GuardedPart(content, [&] {
     TExpaDoc& document = *content->document;
     content->image.reset();
     content->walker.emplace(*document.document, *document.pages, *document.layers,
                             content->page_index, with_forms != 0);
-    return 1;
   });
 }
 
 int ExpaContentGetNextImage(TExpaContent* content) {
-  return content == nullptr ? 0 : Guarded(content->document, [&] {
+  return GuardedPart(content, [&] {
     content->image.reset();
     Require(content->walker.has_value());
     while (const DrawnImage* drawn = content->walker->Next()) {
@@ -236,11 +215,13 @@ int ExpaContentGetNextImage(TExpaContent* content) {
 }
 
 TExpaImage* ExpaContentGetImage(TExpaContent* content) {
-  return content != nullptr && content->image ? &*content->image : nullptr;
+  return GuardedPart(content, [&] { return content->image ? &*content->image : nullptr; });
 }
 
 const TExpaGraphicsState* ExpaContentGetGraphicsState(TExpaContent* content) {
-  return content != nullptr && content->image ? &content->state : nullptr;
+  return GuardedPart(content, [&]() -> const TExpaGraphicsState* {
+    return content->image ? &content->state : nullptr;
+  });
 }
 
 const TExpaMatrix* ExpaGSGetCTM(const TExpaGraphicsState* state) {
@@ -248,15 +229,14 @@ const TExpaMatrix* ExpaGSGetCTM(const TExpaGraphicsState* state) {
 }
 
 int ExpaImageChangeOrientation(TExpaImage* image, std::int32_t orientation) {
-  return image == nullptr ? 0 : Guarded(image->document, [&] {
+  return GuardedPart(image, [&] {
     Require(orientation >= 1 && orientation <= 8);
     image->orientation = orientation;
-    return 1;
   });
 }
 
 int ExpaImageStoreW(TExpaImage* image, const platform::WidePath& path, std::int32_t format) {
-  return image == nullptr ? 0 : Guarded(image->document, [&] {
+  return GuardedPart(image, [&] {
     Require(format == kExpaJpeg);
     ImageStore& store = image->document->store;
     if (!image->prepared || image->prepared->orientation != image->orientation) {
@@ -269,7 +249,6 @@ int ExpaImageStoreW(TExpaImage* image, const platform::WidePath& path, std::int3
     if (outcome == ImageStore::Outcome::kPartial) {
       image->document->Tell(image->document->page->content.page_index, kExpaImagePartial);
     }
-    return 1;
   });
 }
 

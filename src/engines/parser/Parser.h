@@ -68,7 +68,9 @@ enum TExpaTrouble : std::int32_t {
 //   page_number - one-based
 using TExpaReport = void (*)(void* handle, std::int32_t page_number, TExpaTrouble trouble);
 
-// Nothing needs to be set up; calls may nest.
+// A session, on one thread; sessions may nest. A document that is not destroyed when the outermost
+// one ends is left behind: it can still be asked for its error, closed and destroyed, until the
+// thread starts another session or ends.
 void ExpaInitialize();
 void ExpaUnInitialize();
 

@@ -81,6 +81,17 @@ TEST_F(Images, NeedADocument) {
   EXPECT_EQ(ExpaDocSetPageNo(document_, 1), 0);
   EXPECT_EQ(ExpaDocGetPage(document_), nullptr);
   EXPECT_EQ(ExpaPageGetContent(nullptr), nullptr);
+  EXPECT_EQ(ExpaContentResetContent(nullptr, 1), 0);
+  EXPECT_EQ(ExpaContentGetNextImage(nullptr), 0);
+  EXPECT_EQ(ExpaContentGetImage(nullptr), nullptr);
+  EXPECT_EQ(ExpaContentGetGraphicsState(nullptr), nullptr);
+  EXPECT_EQ(ExpaGSGetCTM(nullptr), nullptr);
+  EXPECT_EQ(ExpaImageChangeOrientation(nullptr, 1), 0);
+  EXPECT_EQ(ExpaImageStoreW(nullptr, WidePath(""), kExpaJpeg), 0);
+  EXPECT_EQ(ExpaDocSetPageNo(nullptr, 1), 0);
+  EXPECT_EQ(ExpaDocGetPage(nullptr), nullptr);
+  EXPECT_EQ(ExpaDocSetReport(nullptr, nullptr, nullptr), 0);
+  EXPECT_EQ(ExpaDocGetPageCount(nullptr), 0);
   EXPECT_EQ(ExpaDocOpenW(nullptr, WidePath(""), L""), 0);
   EXPECT_EQ(ExpaDocGetLastError(nullptr), kExpaArgumentError);
 }
