@@ -4,7 +4,7 @@
 #include <system_error>
 #include <utility>
 
-#include "engines/rasteriser/RasterError.h"
+#include "engines/rasteriser/Pdf2ImgFailure.h"
 
 namespace TarnixTools::engines {
 
@@ -114,15 +114,14 @@ void EncodingQueue::Do(const Work& work) noexcept {
   if (work.image->error != kPdf2ImgNoError) {
     return;
   }
-  try {
+  const auto note = [&](Pdf2ImgError code) { work.image->error = code; };
+  GuardedBy<Pdf2ImgErrors>(note, [&] {
     if (work.buffer != nullptr) {
       work.image->WriteRows(work.buffer->data(), work.stride, work.row_count);
     } else {
       work.image->Finish();
     }
-  } catch (...) {
-    work.image->error = CodeOfCurrentException();
-  }
+  });
 }
 
 std::vector<FailedImage> EncodingQueue::Drain() {

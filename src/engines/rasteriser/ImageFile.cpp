@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "engines/rasteriser/RasterError.h"
+#include "engines/rasteriser/Pdf2ImgFailure.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -10,7 +10,7 @@ namespace {
 platform::OutputFile Create(const platform::WidePath& path) {
   std::optional<platform::OutputFile> output = platform::OutputFile::Create(path);
   if (!output) {
-    throw RasterError(kPdf2ImgCreateError);
+    throw Pdf2ImgFailure(kPdf2ImgCreateError);
   }
   return *std::move(output);
 }
@@ -25,7 +25,7 @@ void ImageFile::Finish() {
   writer_.reset();
   sink_.reset();
   if (std::fclose(stream_.release()) != 0 || !output_.Commit()) {
-    throw RasterError(kPdf2ImgWriteError);
+    throw Pdf2ImgFailure(kPdf2ImgWriteError);
   }
 }
 

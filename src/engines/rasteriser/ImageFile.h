@@ -15,7 +15,7 @@ namespace TarnixTools::engines {
 
 class ImageFile {
  public:
-  // Throws RasterError(kPdf2ImgCreateError). Nothing has the name until Finish; what
+  // Throws Pdf2ImgFailure(kPdf2ImgCreateError). Nothing has the name until Finish; what
   // was there before stays until then.
   explicit ImageFile(const platform::WidePath& path);
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "engines/rasteriser/RasterError.h"
+#include "engines/rasteriser/Pdf2ImgFailure.h"
 #include "engines/support/codecs/JpegWriter.h"
 
 namespace TarnixTools::engines {
@@ -18,7 +18,7 @@ constexpr double kMaxPageSide = 1'000'000;
 // Nearest whole number of pixels, at least one.
 int ToPixels(double length, double most) {
   if (!(length <= most)) {
-    throw RasterError(kPdf2ImgImageSizeError);
+    throw Pdf2ImgFailure(kPdf2ImgImageSizeError);
   }
   return std::max(1, static_cast<int>(std::lround(length)));
 }

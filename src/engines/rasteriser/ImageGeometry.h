@@ -26,7 +26,7 @@ struct ImageGeometry {
   Placement page;
 };
 
-// Throws RasterError(kPdf2ImgImageSizeError) for an image that the format cannot hold.
+// Throws Pdf2ImgFailure(kPdf2ImgImageSizeError) for an image that the format cannot hold.
 ImageGeometry GeometryOf(const ImageSettings& settings, double width_points, double height_points);
 
 }  // namespace TarnixTools::engines

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
-#include <new>
 #include <optional>
 #include <utility>
 
 #include "engines/rasteriser/EncodingQueue.h"
 #include "engines/rasteriser/ImageGeometry.h"
-#include "engines/rasteriser/RasterError.h"
+#include "engines/rasteriser/Pdf2ImgFailure.h"
+#include "engines/support/contract/Registry.h"
 #include "engines/support/drawing/DrawnDocument.h"
 #include "engines/support/drawing/PageBitmap.h"
 #include "foundation/Utf8.h"
@@ -19,7 +19,9 @@ namespace {
 
 constexpr double kMaxDpi = 65535;  // of the header of JPEG files
 
-thread_local Pdf2ImgError last_error_without_object = kPdf2ImgNoError;
+void Require(bool condition) {
+  engines::Require<Pdf2ImgErrors>(condition);
+}
 
 }  // namespace
 
@@ -30,19 +32,15 @@ struct TPdf2Img {
 
   void CreateImage(const platform::WidePath& path) {
     image.reset();
-    if (document == nullptr || !has_valid_dpi) {
-      throw RasterError(kPdf2ImgArgumentError);
-    }
+    Require(document != nullptr && has_valid_dpi);
     image = std::make_shared<ImageFile>(path);
   }
 
   void RenderPage(std::int32_t page_number) {
-    if (document == nullptr || image == nullptr || image->is_started()) {
-      throw RasterError(kPdf2ImgArgumentError);
-    }
+    Require(document != nullptr && image != nullptr && !image->is_started());
     try {
       if (page_number < 1) {
-        throw RasterError(kPdf2ImgPageError);
+        throw Pdf2ImgFailure(kPdf2ImgPageError);
       }
       document->LoadPage(page_number - 1);
       DrawPage();
@@ -53,9 +51,9 @@ struct TPdf2Img {
       }
     } catch (...) {
       image.reset();
-      const Pdf2ImgError error = CodeOfCurrentException();
+      const Pdf2ImgError error = CodeOfCurrentException<Pdf2ImgErrors>();
       Report({page_number, error});
-      throw RasterError(error);
+      throw Pdf2ImgFailure(error);
     }
   }
 
@@ -89,7 +87,7 @@ struct TPdf2Img {
   void CloseImage() {
     if (image == nullptr || !image->is_started()) {
       image.reset();
-      throw RasterError(kPdf2ImgArgumentError);
+      throw Pdf2ImgFailure(kPdf2ImgArgumentError);
     }
     queue.Finish(std::exchange(image, nullptr), image_page_number);
   }
@@ -103,7 +101,7 @@ struct TPdf2Img {
       Report(failed);
     }
     if (error != kPdf2ImgNoError) {
-      throw RasterError(error);
+      throw Pdf2ImgFailure(error);
     }
   }
 
@@ -126,60 +124,40 @@ struct TPdf2Img {
 
 namespace {
 
-// Runs one operation; 0 and an error code when it throws, or when there is no object.
-template <typename Operation>
-int Guarded(TPdf2Img* object, Operation&& operation) noexcept {
-  if (object == nullptr) {
-    last_error_without_object = kPdf2ImgArgumentError;
-    return 0;
-  }
-  try {
-    operation();
-    return 1;
-  } catch (...) {
-    object->last_error = CodeOfCurrentException();
-    return 0;
-  }
-}
-
-void Require(bool condition) {
-  if (!condition) {
-    throw RasterError(kPdf2ImgArgumentError);
-  }
-}
+using Objects = Registry<TPdf2Img>;
 
 }  // namespace
 
-void Pdf2ImgInitialize() {}
+void Pdf2ImgInitialize() {
+  Objects::BeginSession();
+}
 
-void Pdf2ImgUnInitialize() {}
+void Pdf2ImgUnInitialize() {
+  Objects::EndSession();
+}
 
 TPdf2Img* Pdf2ImgCreateObject() {
-  try {
-    return new TPdf2Img;
-  } catch (...) {
-    last_error_without_object = CodeOfCurrentException();
-    return nullptr;
-  }
+  return GuardedWithoutObject<Pdf2ImgErrors>(
+      [] { return Objects::Add(std::make_unique<TPdf2Img>()); });
 }
 
 void Pdf2ImgDestroyObject(TPdf2Img* object) {
-  delete object;
+  Objects::Destroy(object);
 }
 
 std::uint32_t Pdf2ImgGetErrorCode(const TPdf2Img* object) {
-  return object != nullptr ? object->last_error : last_error_without_object;
+  return LastErrorOf<Pdf2ImgErrors>(object);
 }
 
 int Pdf2ImgOpenW(TPdf2Img* object, const platform::WidePath& path, const std::wstring& password) {
-  return Guarded(object, [&] {
+  return Guarded<Pdf2ImgErrors>(object, [&] {
     object->Close();
     object->Open(path, password);
   });
 }
 
 int Pdf2ImgClose(TPdf2Img* object) {
-  return Guarded(object, [&] { object->Close(); });
+  return Guarded<Pdf2ImgErrors>(object, [&] { object->Close(); });
 }
 
 std::int32_t Pdf2ImgGetPageCount(const TPdf2Img* object) {
@@ -187,7 +165,7 @@ std::int32_t Pdf2ImgGetPageCount(const TPdf2Img* object) {
 }
 
 int Pdf2ImgSetDPI(TPdf2Img* object, float dpi) {
-  return Guarded(object, [&] {
+  return Guarded<Pdf2ImgErrors>(object, [&] {
     object->has_valid_dpi = dpi >= 0.5F && dpi <= kMaxDpi;
     Require(object->has_valid_dpi);
     object->settings.dpi = dpi;
@@ -195,18 +173,18 @@ int Pdf2ImgSetDPI(TPdf2Img* object, float dpi) {
 }
 
 int Pdf2ImgSetImageQuality(TPdf2Img* object, std::int32_t quality) {
-  return Guarded(object, [&] {
+  return Guarded<Pdf2ImgErrors>(object, [&] {
     Require(quality >= 1 && quality <= 100);
     object->settings.quality = quality;
   });
 }
 
 int Pdf2ImgSetCompression(TPdf2Img* object, std::int32_t compression) {
-  return Guarded(object, [&] { Require(compression == kPdf2ImgJpeg); });
+  return Guarded<Pdf2ImgErrors>(object, [&] { Require(compression == kPdf2ImgJpeg); });
 }
 
 int Pdf2ImgSetBitmapDimensions(TPdf2Img* object, std::int32_t width, std::int32_t height) {
-  return Guarded(object, [&] {
+  return Guarded<Pdf2ImgErrors>(object, [&] {
     Require(width > 0 && height > 0);
     object->settings.size_kind = SizeKind::kPixels;
     object->settings.width = width;
@@ -215,7 +193,7 @@ int Pdf2ImgSetBitmapDimensions(TPdf2Img* object, std::int32_t width, std::int32_
 }
 
 int Pdf2ImgSetPageSize(TPdf2Img* object, float width_points, float height_points) {
-  return Guarded(object, [&] {
+  return Guarded<Pdf2ImgErrors>(object, [&] {
     Require(width_points > 0 && height_points > 0);
     object->settings.size_kind = SizeKind::kPoints;
     object->settings.width = width_points;
@@ -224,26 +202,26 @@ int Pdf2ImgSetPageSize(TPdf2Img* object, float width_points, float height_points
 }
 
 int Pdf2ImgSetFitPage(TPdf2Img* object, int fit) {
-  return Guarded(object, [&] { object->settings.fits_page = fit != 0; });
+  return Guarded<Pdf2ImgErrors>(object, [&] { object->settings.fits_page = fit != 0; });
 }
 
 int Pdf2ImgSetReport(TPdf2Img* object, TPdf2ImgReport report, void* handle) {
-  return Guarded(object, [&] {
+  return Guarded<Pdf2ImgErrors>(object, [&] {
     object->report = report;
     object->report_handle = handle;
   });
 }
 
 int Pdf2ImgCreateImageW(TPdf2Img* object, const platform::WidePath& path) {
-  return Guarded(object, [&] { object->CreateImage(path); });
+  return Guarded<Pdf2ImgErrors>(object, [&] { object->CreateImage(path); });
 }
 
 int Pdf2ImgRenderPage(TPdf2Img* object, std::int32_t page_number) {
-  return Guarded(object, [&] { object->RenderPage(page_number); });
+  return Guarded<Pdf2ImgErrors>(object, [&] { object->RenderPage(page_number); });
 }
 
 int Pdf2ImgCloseImage(TPdf2Img* object) {
-  return Guarded(object, [&] { object->CloseImage(); });
+  return Guarded<Pdf2ImgErrors>(object, [&] { object->CloseImage(); });
 }
 
 }  // namespace TarnixTools::engines

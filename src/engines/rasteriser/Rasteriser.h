@@ -36,7 +36,9 @@ inline constexpr std::int32_t kPdf2ImgJpeg = 3;
 //   page_number - one-based
 using TPdf2ImgReport = void (*)(void* handle, std::int32_t page_number, std::uint32_t error_code);
 
-// Nothing needs to be set up; calls may nest.
+// A session, on one thread; sessions may nest. An object that is not destroyed when the outermost
+// one ends is left behind: it can still be asked for its error, closed and destroyed, until the
+// thread starts another session or ends.
 void Pdf2ImgInitialize();
 void Pdf2ImgUnInitialize();
 

@@ -552,7 +552,21 @@ TEST_F(Rasteriser, FailsWithoutADocument) {
   EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
   EXPECT_EQ(Pdf2ImgCloseImage(object_), 0);
   EXPECT_EQ(Pdf2ImgClose(object_), 1);
+}
+
+TEST_F(Rasteriser, RefusesNullObjects) {
   EXPECT_EQ(Pdf2ImgOpenW(nullptr, WidePath("a"), L""), 0);
+  EXPECT_EQ(Pdf2ImgGetPageCount(nullptr), -1);
+  EXPECT_EQ(Pdf2ImgSetDPI(nullptr, 72), 0);
+  EXPECT_EQ(Pdf2ImgSetImageQuality(nullptr, 90), 0);
+  EXPECT_EQ(Pdf2ImgSetCompression(nullptr, kPdf2ImgJpeg), 0);
+  EXPECT_EQ(Pdf2ImgSetBitmapDimensions(nullptr, 1, 1), 0);
+  EXPECT_EQ(Pdf2ImgSetPageSize(nullptr, 1, 1), 0);
+  EXPECT_EQ(Pdf2ImgSetFitPage(nullptr, 1), 0);
+  EXPECT_EQ(Pdf2ImgSetReport(nullptr, nullptr, nullptr), 0);
+  EXPECT_EQ(Pdf2ImgCreateImageW(nullptr, WidePath("a")), 0);
+  EXPECT_EQ(Pdf2ImgRenderPage(nullptr, 1), 0);
+  EXPECT_EQ(Pdf2ImgCloseImage(nullptr), 0);
   EXPECT_EQ(Pdf2ImgGetErrorCode(nullptr), kPdf2ImgArgumentError);
 }
 

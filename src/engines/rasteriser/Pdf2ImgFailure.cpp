@@ -1,14 +1,9 @@
-#include "engines/rasteriser/RasterError.h"
-
-#include <new>
-
-#include "engines/support/drawing/DrawingError.h"
+#include "engines/rasteriser/Pdf2ImgFailure.h"
 
 namespace TarnixTools::engines {
-namespace {
 
-Pdf2ImgError CodeOf(pdf::ErrorCode code) {
-  switch (code) {
+Pdf2ImgError Pdf2ImgErrors::Of(const pdf::Error& error) {
+  switch (error.code()) {
     case pdf::ErrorCode::kPasswordRequired:
       return kPdf2ImgPasswordError;
     case pdf::ErrorCode::kReadFailed:
@@ -23,8 +18,8 @@ Pdf2ImgError CodeOf(pdf::ErrorCode code) {
   }
 }
 
-Pdf2ImgError CodeOf(DrawingErrorCode code) {
-  switch (code) {
+Pdf2ImgError Pdf2ImgErrors::Of(const DrawingError& error) {
+  switch (error.code()) {
     case DrawingErrorCode::kFile:
       return kPdf2ImgFileError;
     case DrawingErrorCode::kPassword:
@@ -41,24 +36,6 @@ Pdf2ImgError CodeOf(DrawingErrorCode code) {
       return kPdf2ImgMemoryError;
   }
   return kPdf2ImgInternalError;
-}
-
-}  // namespace
-
-Pdf2ImgError CodeOfCurrentException() noexcept {
-  try {
-    throw;
-  } catch (const RasterError& error) {
-    return error.code();
-  } catch (const DrawingError& error) {
-    return CodeOf(error.code());
-  } catch (const pdf::Error& error) {
-    return CodeOf(error.code());
-  } catch (const std::bad_alloc&) {
-    return kPdf2ImgMemoryError;
-  } catch (...) {
-    return kPdf2ImgInternalError;
-  }
 }
 
 }  // namespace TarnixTools::engines
