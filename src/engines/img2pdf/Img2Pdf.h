@@ -23,6 +23,9 @@ namespace TarnixTools::engines {
 
 struct TImg2Pdf;
 
+// A session, on one thread; sessions may nest. An object that is not destroyed when the outermost
+// one ends is left behind: it can still be asked for its error, closed and destroyed, until the
+// thread starts another session or ends.
 void Img2PdfInitialize();
 void Img2PdfUnInitialize();
 
@@ -31,8 +34,7 @@ TImg2Pdf* Img2PdfCreateObject();
 // A document that was not closed is given up: nothing is left of it.
 int Img2PdfDestroyObject(TImg2Pdf* object);
 
-// Why the object's last call failed; of a null object, why the thread's last Img2PdfCreateObject
-// did.
+// The code of the last call that failed on the object, or on this thread for the null object.
 std::int32_t Img2PdfGetErrorCode(TImg2Pdf* object);
 
 // Starts a document, which appears under its name when it is closed. It is encrypted when one of

@@ -23,7 +23,10 @@ using testing::WriteBytes;
 
 class Img2PdfTest : public ::testing::Test {
  protected:
-  Img2PdfTest() : object_(Img2PdfCreateObject()) { Img2PdfInitialize(); }
+  Img2PdfTest() {
+    Img2PdfInitialize();
+    object_ = Img2PdfCreateObject();
+  }
 
   ~Img2PdfTest() override {
     Img2PdfDestroyObject(object_);
@@ -53,7 +56,7 @@ class Img2PdfTest : public ::testing::Test {
   }
 
   testing::TempDir directory_;
-  TImg2Pdf* object_;
+  TImg2Pdf* object_ = nullptr;
 };
 
 TEST_F(Img2PdfTest, MakesADocument) {
@@ -151,8 +154,15 @@ TEST_F(Img2PdfTest, RefusesCallsThatMakeNoSense) {
 TEST_F(Img2PdfTest, RefusesNullObjects) {
   EXPECT_EQ(Img2PdfClose(nullptr), 0);
   EXPECT_EQ(Img2PdfDestroyObject(nullptr), 0);
+  EXPECT_EQ(Img2PdfCreateW(nullptr, WidePath("a.pdf"), L"", L"", 0), 0);
+  EXPECT_EQ(Img2PdfCreatePageFromImageW(nullptr, WidePath("a.jpg")), 0);
   EXPECT_EQ(Img2PdfSetAdjustPage(nullptr, 1), 0);
-  EXPECT_EQ(Img2PdfGetErrorCode(nullptr), 0);
+  EXPECT_EQ(Img2PdfSetPageSize(nullptr, 1, 1), 0);
+  EXPECT_EQ(Img2PdfSetCenterImage(nullptr, 1), 0);
+  EXPECT_EQ(Img2PdfSetFitImage(nullptr, 1), 0);
+  EXPECT_EQ(Img2PdfSetOrientation(nullptr, 1), 0);
+  EXPECT_EQ(Img2PdfSetBorderSize(nullptr, 1), 0);
+  EXPECT_EQ(Img2PdfGetErrorCode(nullptr), kImg2PdfArgumentError);
 }
 
 }  // namespace
