@@ -12,10 +12,10 @@
 #include "engines/support/drawing/RepairedCopy.h"
 #include "engines/support/drawing/UndrawnObjects.h"
 #include "pdf/Error.h"
+#include "pdf/file/ByteSink.h"
 #include "pdf/file/ByteSource.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
-#include "pdf/write/ByteSink.h"
 
 namespace {
 

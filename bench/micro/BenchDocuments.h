@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "pdf/file/ByteSink.h"
 #include "pdf/file/Document.h"
-#include "pdf/write/ByteSink.h"
 
 namespace TarnixTools::bench {
 

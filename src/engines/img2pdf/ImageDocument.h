@@ -13,7 +13,7 @@
 #include "engines/support/images/ImageWriter.h"
 #include "foundation/Platform.h"
 #include "pdf/crypt/Security.h"
-#include "pdf/write/ByteSink.h"
+#include "pdf/file/ByteSink.h"
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/PageTreeWriter.h"
 

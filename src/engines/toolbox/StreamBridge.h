@@ -5,8 +5,8 @@
 #include <cstdint>
 
 #include "engines/toolbox/Toolbox.h"
+#include "pdf/file/ByteSink.h"
 #include "pdf/file/ByteSource.h"
-#include "pdf/write/ByteSink.h"
 
 namespace TarnixTools::engines {
 

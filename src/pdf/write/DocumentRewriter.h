@@ -27,9 +27,9 @@
 #include <vector>
 
 #include "pdf/crypt/Security.h"
+#include "pdf/file/ByteSink.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
-#include "pdf/write/ByteSink.h"
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/ObjectChange.h"
 #include "pdf/write/RewritePlan.h"

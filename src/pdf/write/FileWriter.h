@@ -18,8 +18,8 @@
 #include <vector>
 
 #include "pdf/crypt/Security.h"
+#include "pdf/file/ByteSink.h"
 #include "pdf/syntax/Parser.h"
-#include "pdf/write/ByteSink.h"
 
 namespace TarnixTools::pdf {
 

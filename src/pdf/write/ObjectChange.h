@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "pdf/write/ByteSink.h"
+#include "pdf/file/ByteSink.h"
 
 namespace TarnixTools::pdf {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "pdf/write/ByteSink.h"
+#include "pdf/file/ByteSink.h"
 
 namespace TarnixTools::engines {
 

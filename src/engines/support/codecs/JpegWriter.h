@@ -11,7 +11,7 @@
 #include <memory>
 
 #include "engines/support/pictures/PixelLayout.h"
-#include "pdf/write/ByteSink.h"
+#include "pdf/file/ByteSink.h"
 
 namespace TarnixTools::engines {
 

@@ -3,9 +3,9 @@
 #ifndef TARNIX_ENGINES_SUPPORT_DRAWING_REPAIREDCOPY_H_
 #define TARNIX_ENGINES_SUPPORT_DRAWING_REPAIREDCOPY_H_
 
+#include "pdf/file/ByteSink.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
-#include "pdf/write/ByteSink.h"
 
 namespace TarnixTools::engines {
 

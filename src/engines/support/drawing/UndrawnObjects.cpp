@@ -9,7 +9,7 @@
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/images/Jbig2Image.h"
 #include "pdf/Error.h"
-#include "pdf/write/ByteSink.h"
+#include "pdf/file/ByteSink.h"
 
 namespace TarnixTools::engines {
 namespace {

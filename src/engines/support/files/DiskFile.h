@@ -9,8 +9,8 @@
 #include <string_view>
 
 #include "foundation/Platform.h"
+#include "pdf/file/ByteSink.h"
 #include "pdf/file/ByteSource.h"
-#include "pdf/write/ByteSink.h"
 
 namespace TarnixTools::engines {
 

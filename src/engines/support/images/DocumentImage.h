@@ -8,11 +8,11 @@
 #include <string_view>
 #include <vector>
 
+#include "pdf/file/ByteSink.h"
 #include "pdf/file/Document.h"
 #include "pdf/filters/Filters.h"
 #include "pdf/syntax/Arena.h"
 #include "pdf/syntax/Object.h"
-#include "pdf/write/ByteSink.h"
 
 namespace TarnixTools::engines {
 

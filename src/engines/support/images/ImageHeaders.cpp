@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "engines/support/images/ImageLimits.h"
-#include "pdf/write/ByteSink.h"
+#include "pdf/file/ByteSink.h"
 
 namespace TarnixTools::engines {
 namespace {

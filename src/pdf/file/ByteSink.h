@@ -1,6 +1,6 @@
 // Where a written document's bytes go, from first to last.
-#ifndef TARNIX_PDF_WRITE_BYTESINK_H_
-#define TARNIX_PDF_WRITE_BYTESINK_H_
+#ifndef TARNIX_PDF_FILE_BYTESINK_H_
+#define TARNIX_PDF_FILE_BYTESINK_H_
 
 #include <string>
 #include <string_view>
@@ -33,4 +33,4 @@ class StringSink : public ByteSink {
 
 }  // namespace TarnixTools::pdf
 
-#endif  // TARNIX_PDF_WRITE_BYTESINK_H_
+#endif  // TARNIX_PDF_FILE_BYTESINK_H_
