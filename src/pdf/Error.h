@@ -27,6 +27,21 @@ class Error : public std::runtime_error {
 
   ErrorCode code() const { return code_; }
 
+  // Whether the document's own content is the cause, and neither what it is read from, what is
+  // written to, a password nor our own fault: who can do without the part in question goes on.
+  bool is_damage() const {
+    switch (code_) {
+      case ErrorCode::kInternal:
+      case ErrorCode::kReadFailed:
+      case ErrorCode::kWriteFailed:
+      case ErrorCode::kSourceChanged:
+      case ErrorCode::kPasswordRequired:
+        return false;
+      default:
+        return true;
+    }
+  }
+
  private:
   ErrorCode code_;
 };

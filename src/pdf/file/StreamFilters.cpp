@@ -1,6 +1,7 @@
 #include "pdf/file/StreamFilters.h"
 
-#include "pdf/Error.h"
+#include <algorithm>
+
 #include "pdf/Limits.h"
 
 namespace TarnixTools::pdf {
@@ -43,10 +44,8 @@ std::vector<FilterStep> FilterStepsOf(const Object& dictionary, const Resolver& 
         parameters.IsArray() && !parameters.Items().empty() ? parameters.Items()[0] : parameters);
   }
   const auto names = filter.Items();
-  if (names.size() > static_cast<std::size_t>(limits::kMaxFilters)) {
-    throw Error(ErrorCode::kFilterFailed, "a stream has too many filters");
-  }
-  for (std::size_t i = 0; i < names.size(); ++i) {
+  constexpr std::size_t kTooMany = static_cast<std::size_t>(limits::kMaxFilters) + 1;
+  for (std::size_t i = 0; i < std::min(names.size(), kTooMany); ++i) {
     const auto all = parameters.Items();
     const Object own = i < all.size()                                   ? all[i]
                        : names.size() == 1 && parameters.IsDictionary() ? parameters

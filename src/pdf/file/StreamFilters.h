@@ -13,8 +13,8 @@ namespace TarnixTools::pdf {
 using Resolver = std::function<Object(const Object&)>;
 
 // /Filter and /DecodeParms (also under their abbreviated names). References are followed through
-// `resolve`; without it they count as null. Throws Error(kFilterFailed) for more than
-// limits::kMaxFilters filters.
+// `resolve`; without it they count as null. Of more than limits::kMaxFilters filters one too many is
+// given, so that Decode refuses them.
 std::vector<FilterStep> FilterStepsOf(const Object& dictionary, const Resolver& resolve = nullptr);
 
 }  // namespace TarnixTools::pdf

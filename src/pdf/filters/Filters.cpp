@@ -130,4 +130,21 @@ Decoded Decode(const std::vector<FilterStep>& steps, std::string_view encoded,
   return result;
 }
 
+Decoded TryDecode(const std::vector<FilterStep>& steps, std::string_view encoded,
+                  std::size_t max_bytes) {
+  try {
+    return Decode(steps, encoded, max_bytes);
+  } catch (const Error& error) {
+    return LostTo(error);
+  }
+}
+
+Decoded LostTo(const Error& error) {
+  if (!error.is_damage()) {
+    throw error;
+  }
+  const bool is_too_long = error.code() == ErrorCode::kLimitExceeded;
+  return {.data = {}, .complete = false, .is_too_long = is_too_long};
+}
+
 }  // namespace TarnixTools::pdf

@@ -13,6 +13,8 @@
 #include <string_view>
 #include <vector>
 
+#include "pdf/Error.h"
+
 namespace TarnixTools::pdf {
 
 enum class FilterKind : std::uint8_t {
@@ -49,6 +51,9 @@ struct Decoded {
   std::string data;
   // False: the encoded data is damaged, cut or lacks its end mark; `data` is what came before that.
   bool complete = true;
+  // The data would be longer than allowed, and nothing of it is there. Told by TryDecode; Decode
+  // throws.
+  bool is_too_long = false;
 };
 
 // Decodes `encoded` through the steps, first to last. Damaged input gives what was decoded before
@@ -60,6 +65,15 @@ struct Decoded {
 // or kUnknown, for unusable parameters, and for more than limits::kMaxFilters steps.
 Decoded Decode(const std::vector<FilterStep>& steps, std::string_view encoded,
                std::size_t max_bytes);
+
+// Decodes as Decode does, but data that it refuses counts as damaged before its first byte: the
+// result is empty and incomplete.
+Decoded TryDecode(const std::vector<FilterStep>& steps, std::string_view encoded,
+                  std::size_t max_bytes);
+
+// What is left of data that could not be read because of the error: an empty, incomplete result.
+// Throws the error when it is no damage.
+Decoded LostTo(const Error& error);
 
 // zlib-wrapped deflate of `data` appended to `out`. level: 1 (fastest) to 12 (smallest).
 void DeflateTo(std::string& out, std::string_view data, int level);

@@ -97,6 +97,28 @@ TEST(Filters, BoundsTheOutputOfEveryStep) {
             ErrorCode::kLimitExceeded);
 }
 
+TEST(Filters, GiveWhatCanBeHadWhereDamageMayNotThrow) {
+  const FilterStep hex{FilterKind::kAsciiHex, {}};
+  const Decoded sound = TryDecode({hex}, "6162>", kAmple);
+  EXPECT_EQ(sound.data, "ab");
+  EXPECT_TRUE(sound.complete);
+  const Decoded cut = TryDecode({hex}, "6162", kAmple);
+  EXPECT_EQ(cut.data, "ab");
+  EXPECT_FALSE(cut.complete);
+  EXPECT_FALSE(cut.is_too_long);
+}
+
+TEST(Filters, GiveNothingOfWhatIsRefusedWhereDamageMayNotThrow) {
+  const Decoded unknown = TryDecode({{FilterKind::kUnknown, {}}}, "x", kAmple);
+  EXPECT_EQ(unknown.data, "");
+  EXPECT_FALSE(unknown.complete);
+  EXPECT_FALSE(unknown.is_too_long);
+  const Decoded long_data = TryDecode({{FilterKind::kAsciiHex, {}}}, "616263>", 2);
+  EXPECT_EQ(long_data.data, "");
+  EXPECT_FALSE(long_data.complete);
+  EXPECT_TRUE(long_data.is_too_long);
+}
+
 TEST(Filters, StopsBombsOfSeveralLayers) {
   // 200 MB of zeros deflate to 200 KB and these to 1 KB: within max_bytes, but not within any sane
   // expansion.

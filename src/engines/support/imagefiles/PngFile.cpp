@@ -17,7 +17,6 @@
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/PictureLimits.h"
 #include "engines/support/pictures/Units.h"
-#include "pdf/Error.h"
 #include "pdf/filters/Filters.h"
 
 namespace TarnixTools::engines {
@@ -172,14 +171,10 @@ void PngFile::ReadProfile(std::uint64_t start, std::size_t length) {
   if (name_end == std::string::npos || name_end + 2 > chunk.size()) {
     return;
   }
-  try {
-    const pdf::Decoded decoded =
-        pdf::Decode({{pdf::FilterKind::kFlate, {}}}, std::string_view(chunk).substr(name_end + 2),
-                    limits::kMaxProfileBytes);
-    profile_ = UsableProfile(decoded.data, ColorComponents());
-  } catch (const pdf::Error&) {
-    profile_.clear();  // a bomb is no profile
-  }
+  const pdf::Decoded decoded =
+      pdf::TryDecode({{pdf::FilterKind::kFlate, {}}}, std::string_view(chunk).substr(name_end + 2),
+                     limits::kMaxProfileBytes);
+  profile_ = UsableProfile(decoded.data, ColorComponents());
 }
 
 // A single transparent colour, or palette entries that are each either opaque or transparent with
