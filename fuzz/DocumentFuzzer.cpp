@@ -25,7 +25,7 @@ void LookAtObject(pdf::Document& document, std::uint32_t number) {
   pdf::AppendObject(text, object);
   pdf::TextStringToUtf8(object.Text());
   try {
-    document.DecodeStream(number);
+    document.TryDecodeStream(number);
   } catch (const pdf::Error&) {
     // A filter that the core does not have, or a bound: the next object may still be read.
   }

@@ -204,7 +204,7 @@ std::string ContentsOf(const std::string& bytes) {
   const auto document = OpenDocument(bytes);
   std::string contents;
   for (std::uint32_t number = 1; number < document->object_limit(); ++number) {
-    const std::optional<pdf::Decoded> stream = document->DecodeStream(number);
+    const std::optional<pdf::Decoded> stream = document->TryDecodeStream(number);
     if (stream && stream->complete && stream->data.find("\nBT") != std::string::npos) {
       contents += stream->data + "\n";
     }

@@ -168,7 +168,8 @@ void ContentWalker::Enter(const PendingContent& content) {
   if (!walk_->visitor->EnterContent(frame->entry)) {
     return;
   }
-  std::optional<Decoded> decoded = ReadContent(*walk_->document, content.number);
+  std::optional<Decoded> decoded =
+      walk_->document->TryDecodeStream(content.number, limits::kMaxContentBytes);
   if (!decoded || !decoded->complete) {
     walk_->visitor->Trouble(ContentTrouble::kUnreadable, 0);
   }

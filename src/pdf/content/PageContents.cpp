@@ -32,26 +32,14 @@ ContentStreams StreamsOfContents(Document& document, const Object& contents) {
   return streams;
 }
 
-std::optional<Decoded> ReadContent(Document& document, std::uint32_t number,
-                                   std::size_t max_bytes) {
-  try {
-    return document.DecodeStream(number, max_bytes);
-  } catch (const Error& error) {
-    if (error.code() == ErrorCode::kFilterFailed || error.code() == ErrorCode::kLimitExceeded) {
-      return std::nullopt;
-    }
-    throw;
-  }
-}
-
 PageContents ReadPageContents(Document& document, const Object& contents) {
   const ContentStreams streams = StreamsOfContents(document, contents);
   PageContents all;
   all.is_whole = streams.is_regular;
   for (const std::uint32_t number : streams.numbers) {
     const std::size_t room = limits::kMaxContentBytes - all.bytes.size();
-    std::optional<Decoded> part = ReadContent(document, number, room);
-    if (!part || part->data.size() == room) {
+    std::optional<Decoded> part = document.TryDecodeStream(number, room);
+    if (!part || part->is_lost() || part->data.size() == room) {
       all.is_whole = false;
       continue;
     }

@@ -23,11 +23,6 @@ struct ContentStreams {
 // Arrays within the array are passed over, as by all readers that were tried.
 ContentStreams StreamsOfContents(Document& document, const Object& contents);
 
-// Decoded data of a stream, as far as it can be decoded. nullopt for what is no stream and for data
-// of which nothing can be had. Throws Error for a document that cannot be read any more.
-std::optional<Decoded> ReadContent(Document& document, std::uint32_t number,
-                                   std::size_t max_bytes = limits::kMaxContentBytes);
-
 // The content as a whole.
 struct PageContents {
   struct Part {

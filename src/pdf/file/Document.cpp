@@ -4,7 +4,6 @@
 
 #include "pdf/Error.h"
 #include "pdf/Limits.h"
-#include "pdf/file/StreamFilters.h"
 
 namespace TarnixTools::pdf {
 
@@ -264,6 +263,42 @@ std::optional<RawObject> Document::LocateOnce(std::uint32_t number) {
   return RawObject{{number, 0}, 0, holder, *text};
 }
 
+namespace {
+
+// Notes an object stream that is being opened, as long as that takes.
+class Opening {
+ public:
+  Opening(std::vector<std::uint32_t>& all, std::uint32_t number) : all_(&all) {
+    all_->push_back(number);
+  }
+
+  Opening(const Opening&) = delete;
+  Opening& operator=(const Opening&) = delete;
+
+  ~Opening() { all_->pop_back(); }
+
+ private:
+  std::vector<std::uint32_t>* all_;
+};
+
+}  // namespace
+
+std::shared_ptr<const ObjectStream> Document::ReadObjectStream(std::uint32_t number) {
+  const Opening opening(opening_, number);
+  std::optional<Decoded> decoded = TryDecodeStream(number);
+  if (decoded && !decoded->complete) {
+    findings_.Add(FindingCode::kObjectStreamDamaged, number);
+  }
+  if (!decoded || (decoded->data.empty() && !decoded->complete)) {
+    return nullptr;
+  }
+  Arena arena;
+  const Object dictionary = Load({number, 0}, arena);
+  return std::make_shared<ObjectStream>(std::move(decoded->data),
+                                        Resolve(dictionary.Get("First"), arena).IntegerOr(-1),
+                                        Resolve(dictionary.Get("N"), arena).IntegerOr(0));
+}
+
 std::shared_ptr<const ObjectStream> Document::OpenObjectStream(std::uint32_t number) {
   if (auto cached = object_streams_.Find(number)) {
     return cached;
@@ -273,117 +308,11 @@ std::shared_ptr<const ObjectStream> Document::OpenObjectStream(std::uint32_t num
       std::find(opening_.begin(), opening_.end(), number) != opening_.end()) {
     return nullptr;
   }
-  opening_.push_back(number);
-  std::shared_ptr<const ObjectStream> stream;
-  try {
-    Arena arena;
-    const Object dictionary = Load({number, 0}, arena);
-    const std::optional<Decoded> decoded = DecodeStream(number);
-    if (decoded) {
-      if (!decoded->complete) {
-        findings_.Add(FindingCode::kObjectStreamDamaged, number);
-      }
-      stream = std::make_shared<ObjectStream>(decoded->data,
-                                              Resolve(dictionary.Get("First"), arena).IntegerOr(-1),
-                                              Resolve(dictionary.Get("N"), arena).IntegerOr(0));
-    }
-  } catch (const Error& error) {
-    if (error.code() != ErrorCode::kFilterFailed && error.code() != ErrorCode::kLimitExceeded) {
-      opening_.pop_back();
-      throw;
-    }
-    findings_.Add(FindingCode::kObjectStreamDamaged, number);
-  }
-  opening_.pop_back();
+  std::shared_ptr<const ObjectStream> stream = ReadObjectStream(number);
   if (stream) {
     object_streams_.Put(number, stream);
   }
   return stream;
-}
-
-std::optional<StreamExtent> Document::StreamAt(std::uint64_t end, const Object& length,
-                                               std::uint32_t number) {
-  const std::optional<std::uint64_t> data = reader_.StreamDataAt(end);
-  if (!data) {
-    return std::nullopt;
-  }
-  Arena arena;
-  const Object claimed = Resolve(length, arena);
-  const StreamExtent extent = reader_.MeasureStream(
-      *data, claimed.IsNumber() ? std::optional(claimed.IntegerOr(-1)) : std::nullopt);
-  if (extent.length_was_wrong) {
-    findings_.Add(FindingCode::kStreamLengthWrong, number, *data);
-  }
-  if (extent.end_was_missing) {
-    findings_.Add(FindingCode::kStreamEndMissing, number, *data);
-  }
-  return extent;
-}
-
-std::optional<StreamExtent> Document::StreamOf(std::uint32_t number) {
-  const std::optional<RawObject> raw = Locate(number);
-  if (!raw || raw->holder != nullptr) {
-    return std::nullopt;
-  }
-  Arena arena;
-  const ValueAt value = reader_.ReadValue(raw->offset, arena, nullptr);
-  return value.value.IsDictionary() ? StreamAt(value.end, value.value.Get("Length"), number)
-                                    : std::nullopt;
-}
-
-CryptMethod Document::MethodOfType(std::string_view type) const {
-  if (!security_ || type == "XRef" || (type == "Metadata" && !encryption_.facts.encrypt_metadata)) {
-    return CryptMethod::kIdentity;
-  }
-  return security_->MethodFor(type == "EmbeddedFile" ? CryptTarget::kEmbeddedFile
-                                                     : CryptTarget::kStream);
-}
-
-CryptMethod Document::MethodOfStream(const Object& dictionary, Arena& arena) {
-  if (!security_) {
-    return CryptMethod::kIdentity;
-  }
-  const Object filter = Resolve(dictionary.Get("Filter"), arena);
-  const Object first =
-      filter.IsArray() && !filter.Items().empty() ? Resolve(filter.Items()[0], arena) : filter;
-  if (first.IsName("Crypt")) {
-    const Object all = Resolve(dictionary.Get("DecodeParms"), arena);
-    const Object own = all.IsArray() && !all.Items().empty() ? Resolve(all.Items()[0], arena) : all;
-    const auto found = encryption_.crypt_filters.find(own.Get("Name").Text());
-    return found == encryption_.crypt_filters.end() ? CryptMethod::kIdentity : found->second;
-  }
-  return MethodOfType(dictionary.Get("Type").Text());
-}
-
-std::optional<Decoded> Document::DecodeStream(std::uint32_t number, std::size_t max_bytes) {
-  const std::optional<RawObject> raw = Locate(number);
-  if (!raw || raw->holder != nullptr) {
-    return std::nullopt;
-  }
-  Arena arena;
-  const ValueAt value = reader_.ReadValue(raw->offset, arena, nullptr);
-  const auto extent = value.value.IsDictionary()
-                          ? StreamAt(value.end, value.value.Get("Length"), number)
-                          : std::nullopt;
-  if (!extent) {
-    return std::nullopt;
-  }
-  if (extent->length > max_bytes) {
-    throw Error(ErrorCode::kLimitExceeded, "stream data is too long");
-  }
-  std::string bytes = reader_.ReadBytes(extent->offset, extent->length);
-  const CryptMethod method = MethodOfStream(value.value, arena);
-  if (security_ && method != CryptMethod::kIdentity) {
-    std::string plain;
-    const auto cipher = security_->DecryptorFor(method, number, raw->reference.generation);
-    cipher->Update(bytes, plain);
-    cipher->Finish(plain);
-    bytes = std::move(plain);
-  }
-  std::vector<FilterStep> steps =
-      FilterStepsOf(value.value, [&](const Object& v) { return Resolve(v, arena); });
-  std::erase_if(steps, [](const FilterStep& step) { return step.kind == FilterKind::kCrypt; });
-  return steps.empty() ? Decoded{std::move(bytes), true} : Decode(steps, bytes, max_bytes);
 }
 
 }  // namespace TarnixTools::pdf

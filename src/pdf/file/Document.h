@@ -20,6 +20,7 @@
 #include "pdf/Limits.h"
 #include "pdf/crypt/Security.h"
 #include "pdf/file/BlockReader.h"
+#include "pdf/file/ByteSink.h"
 #include "pdf/file/EncryptionDictionary.h"
 #include "pdf/file/FileScan.h"
 #include "pdf/file/LargeObjects.h"
@@ -43,6 +44,13 @@ struct RawObject {
 struct Followed {
   Object value;
   std::uint32_t number = 0;  // of the object that the value is; 0 for one written in place
+};
+
+// A stream's data in the file.
+struct StreamData {
+  Reference reference;
+  StreamExtent extent;
+  CryptMethod method = CryptMethod::kIdentity;  // how it is encrypted
 };
 
 class Document {
@@ -95,8 +103,8 @@ class Document {
   // dictionary.
   std::optional<StreamExtent> StreamAt(std::uint64_t end, const Object& length,
                                        std::uint32_t number);
-  // The extent of the stream data of the object with this number.
-  std::optional<StreamExtent> StreamOf(std::uint32_t number);
+  // An object's stream data; nullopt when it has none.
+  std::optional<StreamData> StreamOf(std::uint32_t number);
 
   bool IsStream(std::uint32_t number) { return StreamOf(number).has_value(); }
 
@@ -107,10 +115,27 @@ class Document {
   CryptMethod MethodOfType(std::string_view type) const;
   // How a stream's data is encrypted, from its dictionary, crypt filters included.
   CryptMethod MethodOfStream(const Object& dictionary, Arena& arena);
-  // Stream data, decrypted and decoded. nullopt when the object has none. Throws Error:
-  // kFilterFailed, kLimitExceeded for more than max_bytes.
-  std::optional<Decoded> DecodeStream(std::uint32_t number,
-                                      std::size_t max_bytes = limits::kMaxHeldStream);
+
+  // Everyone gets the bytes of a stream here, by one rule. What is wrong with the data never throws;
+  // a source that fails does: Error kReadFailed, kSourceChanged.
+
+  // Decrypted and decoded. nullopt for an object that has no stream data. Of damaged data what can be
+  // decoded, and nothing of data with a filter that is not decoded here or of more than max_bytes:
+  // in all three cases it is not complete.
+  std::optional<Decoded> TryDecodeStream(std::uint32_t number,
+                                         std::size_t max_bytes = limits::kMaxHeldStream);
+  // Hands the data to the sink, decrypted and otherwise as it stands, in pieces: long data is never
+  // held as a whole. Of the bytes in the file at most the first `most`. False for an object that has
+  // no stream data. Throws what the sink throws, too.
+  bool CopyStreamData(std::uint32_t number, ByteSink& sink, std::uint64_t most = ~std::uint64_t{0});
+  void CopyStreamData(const StreamData& stream, ByteSink& sink,
+                      std::uint64_t most = ~std::uint64_t{0});
+  // The data in memory, decrypted and otherwise as it stands. Throws Error(kLimitExceeded) for more
+  // than max_bytes in the file.
+  std::string ReadStreamData(const StreamData& stream,
+                             std::size_t max_bytes = limits::kMaxHeldStream);
+  // How many bytes CopyStreamData gives of all the data.
+  std::uint64_t PlainLength(const StreamData& stream);
 
   // Reads the whole file for objects, once; what the cross-reference says and the file confirms is
   // kept.
@@ -147,8 +172,14 @@ class Document {
   void FindRoot(const FileScan& scan);
   void MakeCatalogOfPageTree(const FileScan& scan);
   std::shared_ptr<const ObjectStream> OpenObjectStream(std::uint32_t number);
+  std::shared_ptr<const ObjectStream> ReadObjectStream(std::uint32_t number);
   std::optional<RawObject> LocateOnce(std::uint32_t number);
   std::uint64_t Parse(const RawObject& raw, Arena& arena, Object& value);
+  std::optional<StreamData> FindStream(std::uint32_t number, Arena& arena, Object& dictionary);
+  std::optional<Decoded> DecodeStream(std::uint32_t number, std::size_t max_bytes);
+  std::unique_ptr<Cipher> DecryptorOf(const StreamData& stream) const;
+  void CopyPlain(const StreamExtent& extent, ByteSink& sink);
+  std::string_view PieceOf(const StreamExtent& extent, std::uint64_t done);
 
   BlockReader blocks_;
   ObjectReader reader_;

@@ -1,6 +1,5 @@
 #include "pdf/file/Xref.h"
 
-#include "pdf/Error.h"
 #include "pdf/file/StreamFilters.h"
 #include "pdf/filters/Filters.h"
 #include "pdf/syntax/Chars.h"
@@ -207,18 +206,20 @@ std::optional<Object> XrefReader::ReadStream(std::uint64_t offset) {
   const Object length = dictionary.Get("Length");
   const StreamExtent extent = reader_->MeasureStream(
       *data, length.IsInteger() ? std::optional(length.IntegerOr(0)) : std::nullopt);
-  try {
-    const Decoded decoded =
-        Decode(FilterStepsOf(dictionary), reader_->ReadBytes(extent.offset, extent.length),
-               limits::kMaxHeldStream);
-    if (!decoded.complete) {
-      findings_->Add(FindingCode::kXrefDamaged, header->number, offset);
-      is_complete_ = false;
-    }
-    return ReadStreamEntries(dictionary, decoded.data) ? std::optional(dictionary) : std::nullopt;
-  } catch (const Error&) {
+  if (extent.length > limits::kMaxHeldStream) {
     return std::nullopt;
   }
+  const Decoded decoded =
+      TryDecode(FilterStepsOf(dictionary), reader_->ReadBytes(extent.offset, extent.length),
+                limits::kMaxHeldStream);
+  if (!decoded.complete && decoded.data.empty()) {
+    return std::nullopt;
+  }
+  if (!decoded.complete) {
+    findings_->Add(FindingCode::kXrefDamaged, header->number, offset);
+    is_complete_ = false;
+  }
+  return ReadStreamEntries(dictionary, decoded.data) ? std::optional(dictionary) : std::nullopt;
 }
 
 namespace {

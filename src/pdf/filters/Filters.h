@@ -54,6 +54,9 @@ struct Decoded {
   // The data would be longer than allowed, and nothing of it is there. Told by TryDecode; Decode
   // throws.
   bool is_too_long = false;
+
+  // Whether there was data of which nothing can be had.
+  bool is_lost() const { return data.empty() && !complete; }
 };
 
 // Decodes `encoded` through the steps, first to last. Damaged input gives what was decoded before

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "pdf/Error.h"
 #include "pdf/Limits.h"
 #include "pdf/file/StreamFilters.h"
 #include "pdf/filters/Filters.h"
@@ -13,7 +12,6 @@ namespace TarnixTools::pdf {
 namespace {
 
 constexpr std::size_t kFirstWindow = 1024;
-constexpr std::uint64_t kSmallStream = std::uint64_t{32} << 10;  // read through the block cache
 constexpr std::uint64_t kHeldStream = std::uint64_t{4} << 20;  // decrypted or deflated in one piece
 constexpr std::uint64_t kWorthDeflating = 96;
 constexpr std::size_t kMaxTakenOff = std::size_t{64}
@@ -36,6 +34,23 @@ bool MayDeflate(const Object& dictionary) {
   return !dictionary.Has("Filter") && !dictionary.Has("DecodeParms") &&
          !dictionary.Get("Type").IsName("Metadata");
 }
+
+// The data of a stream that is being written.
+class StreamSink : public ByteSink {
+ public:
+  explicit StreamSink(FileWriter& target) : target_(&target) {}
+
+  void Write(std::string_view bytes) override { target_->AppendStream(bytes); }
+
+  std::span<char> Room() override {
+    return target_->StoresPlainStreams() ? target_->StreamRoom() : std::span<char>();
+  }
+
+  void Commit(std::size_t count) override { target_->CommitStream(count); }
+
+ private:
+  FileWriter* target_;
+};
 
 // Strings that are decrypted for the source and encrypted for the target.
 class ChainedStrings : public StringTransform {
@@ -247,10 +262,8 @@ bool ObjectCopier::CopyText(const RawObject& raw, const Promise& promise) {
   }
   text_.resize(text_.size() - 2);  // the closing ">>"
   Passage passage;
-  passage.source = raw.reference;
+  passage.source = {raw.reference, *extent, source_->MethodOfType(tokens_.type())};
   passage.target_number = promise.target_number;
-  passage.extent = *extent;
-  passage.method = source_->MethodOfType(tokens_.type());
   passage.open_dictionary = text_;
   passage.may_deflate = !tokens_.has_filter() && tokens_.type() != "Metadata" &&
                         text_.find("/DecodeParms") == std::string::npos;
@@ -293,10 +306,8 @@ void ObjectCopier::CopyParsed(const RawObject& raw, const Promise& promise,
     return;
   }
   Passage passage;
-  passage.source = raw.reference;
+  passage.source = {raw.reference, *extent, source_->MethodOfStream(value.value, arena)};
   passage.target_number = promise.target_number;
-  passage.extent = *extent;
-  passage.method = source_->MethodOfStream(value.value, arena);
   CopyParsedStream({promise.number, written, true}, std::move(passage));
 }
 
@@ -359,145 +370,52 @@ std::string ObjectCopier::StreamDictionary(const Subject& subject, std::size_t d
   return text;
 }
 
-// None where they are too many: such a stream is copied as it is.
-std::vector<FilterStep> ObjectCopier::FiltersOf(const Object& dictionary, Arena& arena) {
-  try {
-    return FilterStepsOf(dictionary,
-                         [&](const Object& value) { return source_->Resolve(value, arena); });
-  } catch (const Error& error) {
-    if (error.code() != ErrorCode::kFilterFailed) {
-      throw;
-    }
-    return {};
-  }
-}
-
 // How many leading filters the copy does without: the crypt filter that decryption has dealt with,
 // and those that make data larger, or less small than deflate does; their data is then in
 // passage.data. Damaged data is left as it is.
 std::size_t ObjectCopier::TakeFiltersOff(const Object& dictionary, Passage& passage, Arena& arena) {
-  const std::vector<FilterStep> steps = FiltersOf(dictionary, arena);
+  const std::vector<FilterStep> steps = FilterStepsOf(
+      dictionary, [&](const Object& value) { return source_->Resolve(value, arena); });
   const std::size_t crypt =
       !steps.empty() && steps[0].kind == FilterKind::kCrypt && source_->is_encrypted() ? 1 : 0;
   std::size_t end = crypt;
   while (end < steps.size() && IsWasteful(steps[end].kind)) {
     ++end;
   }
-  if (end == crypt || passage.extent.length > kHeldStream) {
+  if (end == crypt || passage.source.extent.length > kHeldStream) {
     passage.may_deflate = MayDeflate(dictionary);
     return crypt;
   }
-  try {
-    const std::vector<FilterStep> wasteful(steps.begin() + static_cast<std::ptrdiff_t>(crypt),
-                                           steps.begin() + static_cast<std::ptrdiff_t>(end));
-    Decoded decoded = Decode(wasteful, ReadPlain(passage), kMaxTakenOff);
-    if (!decoded.complete) {
-      return crypt;
-    }
-    passage.data = std::move(decoded.data);
-  } catch (const Error& error) {
-    if (error.code() != ErrorCode::kFilterFailed && error.code() != ErrorCode::kLimitExceeded) {
-      throw;
-    }
+  const std::vector<FilterStep> wasteful(steps.begin() + static_cast<std::ptrdiff_t>(crypt),
+                                         steps.begin() + static_cast<std::ptrdiff_t>(end));
+  Decoded decoded = TryDecode(wasteful, source_->ReadStreamData(passage.source), kMaxTakenOff);
+  if (!decoded.complete) {
     return crypt;
   }
+  passage.data = std::move(decoded.data);
   passage.may_deflate = end == steps.size() && !dictionary.Get("Type").IsName("Metadata");
   return end;
 }
 
 void ObjectCopier::CopyStream(const Passage& passage) {
-  if (passage.data) {
+  const std::uint64_t length = passage.source.extent.length;
+  const bool is_plain = passage.source.method == CryptMethod::kIdentity;
+  const bool deflates = passage.may_deflate && length >= kWorthDeflating;
+  if (passage.data || (length <= kHeldStream && (deflates || !is_plain))) {
     CopyHeld(passage);
     return;
   }
-  const bool is_plain = passage.method == CryptMethod::kIdentity;
-  const bool deflates = passage.may_deflate && passage.extent.length >= kWorthDeflating;
-  if (passage.extent.length <= kHeldStream && (deflates || !is_plain)) {
-    CopyHeld(passage);
-    return;
-  }
-  if (is_plain || passage.method == CryptMethod::kRc4) {
-    CopyBlocks(passage, passage.extent.length);
-    return;
-  }
-  // The padding in the last block tells how long the plain data is; the block before it serves as
-  // its vector.
-  if (passage.extent.length % 16 != 0) {
-    CopyHeld(passage);
-    return;
-  }
-  std::string tail(32, '\0');
-  tail.resize(source_->reader().blocks().Read(passage.extent.offset + passage.extent.length - 32,
-                                              tail.data(), 32));
-  std::string last;
-  const auto cipher = source_->security()->DecryptorFor(passage.method, passage.source.number,
-                                                        passage.source.generation);
-  cipher->Update(tail, last);
-  cipher->Finish(last);
-  CopyBlocks(passage, passage.extent.length - 32 + last.size());
-}
-
-void ObjectCopier::CopyBlocks(const Passage& passage, std::uint64_t plain_length) {
-  BlockReader& blocks = source_->reader().blocks();
-  target_->BeginStream(passage.target_number, passage.open_dictionary, plain_length);
-  const auto cipher = passage.method == CryptMethod::kIdentity
-                          ? nullptr
-                          : source_->security()->DecryptorFor(passage.method, passage.source.number,
-                                                              passage.source.generation);
-  std::string plain;
-  std::uint64_t done = 0;
-  if (cipher == nullptr && target_->StoresPlainStreams() && passage.extent.length > kSmallStream) {
-    CopyUnchanged(passage.extent);
-    done = passage.extent.length;
-  }
-  while (done < passage.extent.length) {
-    const std::uint64_t left = passage.extent.length - done;
-    std::string_view bytes;
-    if (left <= kSmallStream) {
-      bytes = blocks.Window(passage.extent.offset + done, static_cast<std::size_t>(left));
-      bytes = bytes.substr(0, static_cast<std::size_t>(left));
-    } else {
-      bytes = blocks.ReadPiece(passage.extent.offset + done, left);
-    }
-    if (bytes.empty()) {
-      throw Error(ErrorCode::kSourceChanged, "the file became shorter while it was read");
-    }
-    done += bytes.size();
-    if (cipher != nullptr) {
-      plain.clear();
-      cipher->Update(bytes, plain);
-      bytes = plain;
-    }
-    target_->AppendStream(bytes);
-  }
-  if (cipher != nullptr) {
-    plain.clear();
-    cipher->Finish(plain);
-    target_->AppendStream(plain);
-  }
+  target_->BeginStream(passage.target_number, passage.open_dictionary,
+                       source_->PlainLength(passage.source));
+  StreamSink sink(*target_);
+  source_->CopyStreamData(passage.source, sink);
   target_->EndStream();
-}
-
-// Copies the data from file to file, through the writer's own memory only.
-void ObjectCopier::CopyUnchanged(const StreamExtent& extent) {
-  BlockReader& blocks = source_->reader().blocks();
-  for (std::uint64_t done = 0; done < extent.length;) {
-    const std::span<char> room = target_->StreamRoom();
-    const std::size_t count = blocks.Read(
-        extent.offset + done, room.data(),
-        static_cast<std::size_t>(std::min<std::uint64_t>(room.size(), extent.length - done)));
-    if (count == 0) {
-      throw Error(ErrorCode::kSourceChanged, "the file became shorter while it was read");
-    }
-    target_->CommitStream(count);
-    done += count;
-  }
 }
 
 // Data that is short enough, or must be, to be held as a whole: decrypted and, where nothing
 // compresses it yet, deflated.
 void ObjectCopier::CopyHeld(const Passage& passage) {
-  const std::string plain = passage.data ? *passage.data : ReadPlain(passage);
+  const std::string plain = passage.data ? *passage.data : source_->ReadStreamData(passage.source);
   if (passage.may_deflate && plain.size() >= kWorthDeflating) {
     std::string deflated;
     DeflateTo(deflated, plain, kDeflateLevel);
@@ -513,22 +431,6 @@ void ObjectCopier::CopyHeld(const Passage& passage) {
   target_->BeginStream(passage.target_number, passage.open_dictionary, plain.size());
   target_->AppendStream(plain);
   target_->EndStream();
-}
-
-std::string ObjectCopier::ReadPlain(const Passage& passage) {
-  std::string bytes = source_->reader().ReadBytes(passage.extent.offset, passage.extent.length);
-  if (bytes.size() != passage.extent.length) {
-    throw Error(ErrorCode::kSourceChanged, "the file became shorter while it was read");
-  }
-  if (passage.method == CryptMethod::kIdentity) {
-    return bytes;
-  }
-  std::string plain;
-  const auto cipher = source_->security()->DecryptorFor(passage.method, passage.source.number,
-                                                        passage.source.generation);
-  cipher->Update(bytes, plain);
-  cipher->Finish(plain);
-  return plain;
 }
 
 }  // namespace TarnixTools::pdf

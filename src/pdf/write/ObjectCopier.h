@@ -138,10 +138,8 @@ class ObjectCopier : public ReferenceMap {
 
   // A stream of the source on its way to the target.
   struct Passage {
-    Reference source;
+    StreamData source;
     std::uint32_t target_number = 0;
-    StreamExtent extent;
-    CryptMethod method = CryptMethod::kIdentity;
     std::string_view open_dictionary;  // without /Length and the closing ">>"
     bool may_deflate = false;          // plain data that nothing forbids to compress
     std::optional<std::string> data;   // plain data to be written in place of the source's
@@ -168,14 +166,10 @@ class ObjectCopier : public ReferenceMap {
   void CopyParsed(const RawObject& raw, const Promise& promise, const Object* dictionary = nullptr);
   void CopyParsedStream(const Subject& subject, Passage passage);
   std::string StreamDictionary(const Subject& subject, std::size_t dropped_filters);
-  std::vector<FilterStep> FiltersOf(const Object& dictionary, Arena& arena);
   std::size_t TakeFiltersOff(const Object& dictionary, Passage& passage, Arena& arena);
   void RestoreLength();
   void CopyStream(const Passage& passage);
-  void CopyBlocks(const Passage& passage, std::uint64_t plain_length);
-  void CopyUnchanged(const StreamExtent& extent);
   void CopyHeld(const Passage& passage);
-  std::string ReadPlain(const Passage& passage);
 
   Document* source_;
   FileWriter* target_;

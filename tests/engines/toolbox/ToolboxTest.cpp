@@ -88,7 +88,7 @@ class Result {
   Object Follow(const Object& value) { return document_->Resolve(value, arena_); }
 
   std::string Data(const Object& reference) {
-    return document_->DecodeStream(reference.AsReference().number)->data;
+    return document_->TryDecodeStream(reference.AsReference().number)->data;
   }
 
   std::string Text(const Object& value) {

@@ -94,14 +94,5 @@ TEST_F(PageContentsTest, TheSameStreamMayStandTwice) {
   EXPECT_EQ(Read("[5 0 R 5 0 R]").bytes, "a\na\n");
 }
 
-TEST_F(PageContentsTest, ReadContentKeepsToItsBound) {
-  file_.Page("");
-  Document& document = file_.Open();
-  EXPECT_EQ(ReadContent(document, 5)->data, "a");
-  EXPECT_FALSE(ReadContent(document, 5, 0));
-  EXPECT_FALSE(ReadContent(document, 12));
-  EXPECT_FALSE(ReadContent(document, 3));
-}
-
 }  // namespace
 }  // namespace TarnixTools::pdf

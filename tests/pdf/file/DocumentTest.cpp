@@ -240,7 +240,7 @@ TEST(Document, MeasuresStreamsWithAWrongLength) {
     pdf.Pages(1).Object(4,
                         std::string("<</Length ") + length + ">>\nstream\ndata of it\nendstream");
     Opened document(pdf.Table());
-    const auto decoded = document->DecodeStream(4);
+    const auto decoded = document->TryDecodeStream(4);
     ASSERT_TRUE(decoded) << length;
     EXPECT_EQ(decoded->data, "data of it") << length;
     EXPECT_TRUE(document.Found(FindingCode::kStreamLengthWrong)) << length;
@@ -251,14 +251,14 @@ TEST(Document, TakesTheDataAsLongAsTheLengthSays) {
   RawPdf pdf;
   pdf.Pages(1).Stream(4, "", "endstream in the data endstream");
   Opened document(pdf.Table());
-  EXPECT_EQ(document->DecodeStream(4)->data, "endstream in the data endstream");
+  EXPECT_EQ(document->TryDecodeStream(4)->data, "endstream in the data endstream");
 }
 
 TEST(Document, DecodesThroughFiltersInIndirectObjects) {
   RawPdf pdf;
   pdf.Pages(1).Object(5, "[/ASCIIHexDecode]").Stream(4, "/Filter 5 0 R", "48 69>");
   Opened document(pdf.Table());
-  EXPECT_EQ(document->DecodeStream(4)->data, "Hi");
+  EXPECT_EQ(document->TryDecodeStream(4)->data, "Hi");
 }
 
 TEST(Document, GivesNullForReferencesInACircle) {

@@ -171,13 +171,13 @@ void AppendJson(std::string& out, const Object& value) {
 
 void AppendObjectMember(std::string& out, Document& document, std::uint32_t number, Arena& arena) {
   const Object value = document.Load({number, 0}, arena);
-  const auto extent =
-      value.IsDictionary() ? document.StreamOf(number) : std::optional<StreamExtent>();
+  const auto stream =
+      value.IsDictionary() ? document.StreamOf(number) : std::optional<StreamData>();
   out += "\"obj:" + ReferenceText(number, document.GenerationOf(number)) + "\":";
-  out += extent ? "{\"stream\":{\"dict\":" : "{\"value\":";
+  out += stream ? "{\"stream\":{\"dict\":" : "{\"value\":";
   AppendJson(out, value);
-  if (extent) {
-    out += extent->length_was_wrong ? ",\"lengthWasWrong\":true}" : "}";
+  if (stream) {
+    out += stream->extent.length_was_wrong ? ",\"lengthWasWrong\":true}" : "}";
   }
   out += "},\n";
 }

@@ -37,7 +37,7 @@ class CopyOf {
   Object Follow(const Object& value) { return target_->Resolve(value, arena_); }
 
   std::string Data(const Object& reference) {
-    return target_->DecodeStream(reference.AsReference().number)->data;
+    return target_->TryDecodeStream(reference.AsReference().number)->data;
   }
 
   std::string RootText() {

@@ -17,18 +17,14 @@ namespace {
 
 // Decoded where it can be; else as it is encoded. The first character tells which.
 std::string DataOf(Document& document, std::uint32_t number) {
-  try {
-    const auto decoded = document.DecodeStream(number);
-    if (decoded && decoded->complete) {
-      return "d" + decoded->data;
-    }
-  } catch (const pdf::Error&) {
-    // It has a filter that the core does not decode.
+  const auto decoded = document.TryDecodeStream(number);
+  if (decoded && decoded->complete) {
+    return "d" + decoded->data;
   }
-  const auto extent = document.StreamOf(number);
+  const auto stream = document.StreamOf(number);
   return "e" + (document.is_encrypted()
                     ? ""
-                    : document.reader().ReadBytes(extent->offset, extent->length));
+                    : document.reader().ReadBytes(stream->extent.offset, stream->extent.length));
 }
 
 // Walks through both documents at once.

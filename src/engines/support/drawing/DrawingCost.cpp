@@ -5,7 +5,6 @@
 #include <optional>
 
 #include "engines/support/drawing/DrawingLimits.h"
-#include "pdf/Error.h"
 #include "pdf/Limits.h"
 #include "pdf/content/Appearances.h"
 #include "pdf/content/PageContents.h"
@@ -198,28 +197,23 @@ std::uint64_t DrawingCost::CostOfFont(const Object& font, const Scope& scope) {
 
 // The cost of a stream's content alone. Counts how often it uses the children.
 std::uint64_t DrawingCost::CostOfContent(std::uint32_t number, std::vector<Child>& children) {
-  const std::optional<pdf::StreamExtent> extent = document_->StreamOf(number);
-  if (!extent) {
+  const std::optional<pdf::StreamData> stream = document_->StreamOf(number);
+  if (!stream) {
     return 0;
   }
+  const std::uint64_t length = stream->extent.length;
   pdf::Arena arena;
   const Object dictionary = document_->Load({.number = number, .generation = 0}, arena);
   const bool has_many_filters =
       document_->Resolve(dictionary.Get("Filter"), arena).Items().size() > 1;
-  if (children.empty() && !has_many_filters && extent->length <= kHarmlessBytes) {
-    return extent->length;
+  if (children.empty() && !has_many_filters && length <= kHarmlessBytes) {
+    return length;
   }
-  std::string content;
-  try {
-    if (auto decoded = document_->DecodeStream(number, limits::kMaxDrawnStreamBytes)) {
-      content = std::move(decoded->data);
-    }
-  } catch (const pdf::Error& error) {
-    if (error.code() == pdf::ErrorCode::kReadFailed) {
-      throw;
-    }
-    return error.code() == pdf::ErrorCode::kLimitExceeded ? kEndless : extent->length;
+  auto decoded = document_->TryDecodeStream(number, limits::kMaxDrawnStreamBytes);
+  if (decoded && decoded->is_lost()) {
+    return decoded->is_too_long ? kEndless : length;
   }
+  const std::string content = decoded ? std::move(decoded->data) : std::string();
   if (!children.empty()) {
     std::unordered_multimap<std::string_view, Child*> by_name;
     for (Child& child : children) {

@@ -8,7 +8,6 @@
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/images/Jbig2Image.h"
-#include "pdf/Error.h"
 #include "pdf/file/ByteSink.h"
 
 namespace TarnixTools::engines {
@@ -111,20 +110,11 @@ bool UndrawnObjects::IsOdd(std::uint32_t number) {
   pdf::Arena arena;
   const Object dictionary = document_->Load({.number = number, .generation = 0}, arena);
   const std::int64_t components = document_->Resolve(dictionary.Get("N"), arena).IntegerOr(0);
-  std::string profile;
-  try {
-    if (auto decoded = document_->DecodeStream(number, kMaxProfileBytes)) {
-      profile = std::move(decoded->data);
-    }
-  } catch (const pdf::Error& error) {
-    if (error.code() == pdf::ErrorCode::kReadFailed) {
-      throw;
-    }
-  }
-  if (profile.size() < kHeaderBytes) {
+  const std::optional<pdf::Decoded> profile = document_->TryDecodeStream(number, kMaxProfileBytes);
+  if (!profile || profile->data.size() < kHeaderBytes) {
     return false;
   }
-  const std::int64_t found = ComponentsOf(std::string_view(profile).substr(kSpaceAt, 4));
+  const std::int64_t found = ComponentsOf(std::string_view(profile->data).substr(kSpaceAt, 4));
   return found != 0 && found != components;
 }
 

@@ -7,8 +7,6 @@
 #include <string_view>
 #include <utility>
 
-#include "pdf/Error.h"
-
 namespace TarnixTools::engines {
 namespace {
 
@@ -128,15 +126,8 @@ class Reader {
   }
 
   std::string ProfileOf(std::uint32_t number) {
-    try {
-      const auto decoded = document_->DecodeStream(number, kMaxProfileBytes);
-      return decoded ? decoded->data : "";
-    } catch (const pdf::Error& error) {
-      if (error.code() == pdf::ErrorCode::kReadFailed) {
-        throw;
-      }
-      return "";
-    }
+    std::optional<pdf::Decoded> decoded = document_->TryDecodeStream(number, kMaxProfileBytes);
+    return decoded ? std::move(decoded->data) : std::string();
   }
 
   std::optional<ColorSpace> ReadLab(const Object& value) {

@@ -4,7 +4,6 @@
 #include <array>
 #include <utility>
 
-#include "pdf/Error.h"
 #include "pdf/file/StreamFilters.h"
 
 namespace TarnixTools::engines {
@@ -288,51 +287,15 @@ void CopyEncoded(const DocumentImage& image, pdf::ByteSink& sink, std::uint64_t 
         0, static_cast<std::size_t>(std::min<std::uint64_t>(most, image.data.size()))));
     return;
   }
-  pdf::Document& document = *image.document;
-  const std::optional<pdf::StreamExtent> extent = document.StreamOf(image.number);
-  if (!extent) {
-    return;
-  }
-  pdf::Arena arena;
-  const pdf::CryptMethod method = document.MethodOfStream(image.dictionary, arena);
-  const auto cipher = document.security() == nullptr || method == pdf::CryptMethod::kIdentity
-                          ? nullptr
-                          : document.security()->DecryptorFor(method, image.number,
-                                                              document.GenerationOf(image.number));
-  pdf::BlockReader& blocks = document.reader().blocks();
-  const std::uint64_t length = std::min(extent->length, most);
-  std::string plain;
-  for (std::uint64_t done = 0; done < length;) {
-    std::string_view bytes = blocks.ReadPiece(extent->offset + done, length - done);
-    if (bytes.empty()) {
-      throw pdf::Error(pdf::ErrorCode::kSourceChanged, "the file became shorter while it was read");
-    }
-    done += bytes.size();
-    if (cipher != nullptr) {
-      plain.clear();
-      cipher->Update(bytes, plain);
-      bytes = plain;
-    }
-    sink.Write(bytes);
-  }
-  if (cipher != nullptr && length == extent->length) {
-    plain.clear();
-    cipher->Finish(plain);
-    sink.Write(plain);
-  }
+  image.document->CopyStreamData(image.number, sink, most);
 }
 
 std::string EncodedData(const DocumentImage& image, std::size_t max_bytes) {
-  pdf::StringSink encoded;
-  if (image.number != 0) {
-    const std::optional<pdf::StreamExtent> extent = image.document->StreamOf(image.number);
-    if (extent && extent->length > max_bytes) {
-      throw pdf::Error(pdf::ErrorCode::kLimitExceeded, "image data is too long");
-    }
-    encoded.Reserve(extent ? static_cast<std::size_t>(extent->length) : 0);
+  if (image.number == 0) {
+    return std::string(image.data);
   }
-  CopyEncoded(image, encoded);
-  return encoded.Take();
+  const std::optional<pdf::StreamData> stream = image.document->StreamOf(image.number);
+  return stream ? image.document->ReadStreamData(*stream, max_bytes) : std::string();
 }
 
 std::string DecodeToImageFilter(const DocumentImage& image, const ImageFacts& facts,

@@ -22,14 +22,16 @@ std::optional<Jbig2Data> DataOf(const DocumentImage& image, const ImageFacts& fa
     Jbig2Data jbig2;
     const std::uint32_t globals = facts.filter_parameters.Get("JBIG2Globals").AsReference().number;
     if (globals != 0) {
-      if (auto decoded = image.document->DecodeStream(globals, limits::kMaxSampleBytes)) {
-        jbig2.globals = std::move(decoded->data);
+      auto decoded = image.document->TryDecodeStream(globals, limits::kMaxSampleBytes);
+      if (decoded && decoded->is_lost()) {
+        return std::nullopt;
       }
+      jbig2.globals = decoded ? std::move(decoded->data) : std::string();
     }
     jbig2.data = DecodeToImageFilter(image, facts, limits::kMaxSampleBytes);
     return jbig2;
   } catch (const pdf::Error& error) {
-    if (error.code() == pdf::ErrorCode::kReadFailed) {
+    if (!error.is_damage()) {
       throw;
     }
     return std::nullopt;

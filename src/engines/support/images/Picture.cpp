@@ -271,7 +271,7 @@ RowSourcePtr OpenMask(const DocumentImage& image, std::uint32_t number,
   try {
     return PictureOpener(mask, facts, kWholePicture).Open();
   } catch (const pdf::Error& error) {
-    if (error.code() == pdf::ErrorCode::kReadFailed) {
+    if (!error.is_damage()) {
       throw;
     }
     return nullptr;  // a picture without its mask is better than none

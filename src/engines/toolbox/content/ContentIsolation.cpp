@@ -18,6 +18,10 @@ constexpr std::uint64_t kDecodeAllowance = std::uint64_t{512} << 20;
 constexpr std::uint64_t kDecodeRatio = 200;
 constexpr std::uint64_t kBytesPerStream = 8;  // that naming one costs
 
+[[noreturn]] void ThrowTooLarge() {
+  throw pdf::Error(pdf::ErrorCode::kLimitExceeded, "the contents of pages are too large");
+}
+
 }  // namespace
 
 ContentIsolation::ContentIsolation(SourceDocument& source, pdf::FileWriter& target)
@@ -27,7 +31,7 @@ ContentIsolation::ContentIsolation(SourceDocument& source, pdf::FileWriter& targ
 
 void ContentIsolation::Spend(std::uint64_t bytes) {
   if (bytes > budget_) {
-    throw pdf::Error(pdf::ErrorCode::kLimitExceeded, "the contents of pages are too large");
+    ThrowTooLarge();
   }
   budget_ -= bytes;
 }
@@ -35,18 +39,15 @@ void ContentIsolation::Spend(std::uint64_t bytes) {
 // What readers can show of it: nothing of data that cannot be decoded, all before the damage of
 // damaged data.
 std::string ContentIsolation::Decode(std::uint32_t number) {
-  std::string content;
-  try {
-    if (auto decoded = source_->document().DecodeStream(number, kMaxContent)) {
-      content = std::move(decoded->data);
-    }
-  } catch (const pdf::Error& error) {
-    if (error.code() != pdf::ErrorCode::kFilterFailed) {
-      throw;
-    }
+  auto decoded = source_->document().TryDecodeStream(number, kMaxContent);
+  if (!decoded) {
+    return {};
   }
-  Spend(content.size());
-  return content;
+  if (decoded->is_too_long) {
+    ThrowTooLarge();
+  }
+  Spend(decoded->data.size());
+  return std::move(decoded->data);
 }
 
 const pdf::ContentBalance& ContentIsolation::BalanceOf(std::uint32_t number) {
@@ -101,7 +102,7 @@ IsolatedContent ContentIsolation::IsolateJoined(const std::vector<std::uint32_t>
     content += Decode(number);
     content += '\n';
     if (content.size() > kMaxContent) {
-      throw pdf::Error(pdf::ErrorCode::kLimitExceeded, "the contents of a page are too large");
+      ThrowTooLarge();
     }
   }
   const pdf::ContentBalance balance = pdf::MeasureBalance(content);

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "engines/toolbox/SourceDocument.h"
-#include "pdf/Error.h"
 
 namespace TarnixTools::engines {
 
@@ -239,24 +238,13 @@ bool SourceResources::DecodeInto(std::string& content, std::uint32_t number) {
   if (!Spend(1)) {
     return false;
   }
-  try {
-    const std::optional<pdf::Decoded> decoded = source_->document().DecodeStream(number, room);
-    if (!decoded) {
-      return true;
-    }
-    Spend(decoded->data.size());
-    content += decoded->data;
-    return decoded->complete;
-  } catch (const pdf::Error& error) {
-    if (error.code() != pdf::ErrorCode::kFilterFailed &&
-        error.code() != pdf::ErrorCode::kLimitExceeded) {
-      throw;
-    }
-    if (error.code() == pdf::ErrorCode::kLimitExceeded) {
-      Spend(room);
-    }
-    return false;
+  const std::optional<pdf::Decoded> decoded = source_->document().TryDecodeStream(number, room);
+  if (!decoded) {
+    return true;
   }
+  Spend(decoded->is_too_long ? room : decoded->data.size());
+  content += decoded->data;
+  return decoded->complete;
 }
 
 void SourceResources::AddContents(ResourceUse& use, const Object& contents, Arena& arena) {

@@ -67,19 +67,12 @@ std::string SourceMetadata::ReadPacket() {
   if (packet_number_ == 0) {
     return {};
   }
-  try {
-    const std::optional<pdf::Decoded> stream = document_->DecodeStream(packet_number_, kMaxPacket);
-    const XmpChange no_claim = {kPdfA, {}, {}, {}};
-    std::optional<EditedXmp> edited = stream ? EditXmp(stream->data, {&no_claim, 1}) : std::nullopt;
-    if (edited) {
-      has_claim_ = edited->found[0] > 0;
-      return std::move(edited->bytes);
-    }
-  } catch (const pdf::Error& error) {
-    if (error.code() != pdf::ErrorCode::kFilterFailed &&
-        error.code() != pdf::ErrorCode::kLimitExceeded) {
-      throw;
-    }
+  const std::optional<pdf::Decoded> stream = document_->TryDecodeStream(packet_number_, kMaxPacket);
+  const XmpChange no_claim = {kPdfA, {}, {}, {}};
+  std::optional<EditedXmp> edited = stream ? EditXmp(stream->data, {&no_claim, 1}) : std::nullopt;
+  if (edited) {
+    has_claim_ = edited->found[0] > 0;
+    return std::move(edited->bytes);
   }
   packet_trouble_ = "cannot be read";
   return {};

@@ -56,10 +56,11 @@ class ByteCounter : public pdf::ContentVisitor {
   std::uint64_t SizeOf(std::uint32_t number) {
     const auto [place, is_new] = sizes_.emplace(number, 0);
     if (is_new) {
-      const auto content = pdf::ReadContent(*document_, number);
-      const auto extent = document_->StreamOf(number);
-      place->second =
-          content && extent ? std::min<std::uint64_t>(content->data.size(), extent->length) : 0;
+      const auto content = document_->TryDecodeStream(number, pdf::limits::kMaxContentBytes);
+      const auto stream = document_->StreamOf(number);
+      place->second = content && stream
+                          ? std::min<std::uint64_t>(content->data.size(), stream->extent.length)
+                          : 0;
     }
     return place->second;
   }

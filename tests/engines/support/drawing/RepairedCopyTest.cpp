@@ -53,7 +53,7 @@ class CopyOf {
 
   std::string ImageData() {
     Image();
-    return document_->DecodeStream(image_)->data;
+    return document_->TryDecodeStream(image_)->data;
   }
 
  private:

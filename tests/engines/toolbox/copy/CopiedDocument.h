@@ -106,7 +106,7 @@ class CopiedDocument {
 
   // A stream's data.
   std::string Data(const pdf::Object& reference) {
-    return document_->DecodeStream(reference.AsReference().number)->data;
+    return document_->TryDecodeStream(reference.AsReference().number)->data;
   }
 
   const std::string& bytes() const { return bytes_; }

@@ -341,7 +341,7 @@ TEST(FormFields, LoseSignaturesButKeepTheirLook) {
   EXPECT_FALSE(field.Has("Lock"));
   EXPECT_FALSE(field.Has("SV"));
   EXPECT_EQ(field.Get("F").IntegerOr(0), 132);
-  EXPECT_EQ(copy.document().DecodeStream(field.Get("AP").Get("N").AsReference().number)->data,
+  EXPECT_EQ(copy.document().TryDecodeStream(field.Get("AP").Get("N").AsReference().number)->data,
             "1 0 0 rg 0 0 9 9 re f");
   EXPECT_FALSE(copy.form().Has("SigFlags"));
   EXPECT_EQ(copy.Count([](const Object& o) { return o.Has("ByteRange"); }), 0);
