@@ -146,11 +146,10 @@ std::optional<PreparedImage> ImageStore::Prepare(const DocumentImage& image,
     prepared.picture = MakeUpright(std::move(picture), orientation);
     return prepared;
   } catch (const pdf::Error& error) {
-    if (error.code() == pdf::ErrorCode::kFilterFailed ||
-        error.code() == pdf::ErrorCode::kLimitExceeded) {
-      return std::nullopt;
+    if (!error.is_damage()) {
+      throw;
     }
-    throw;
+    return std::nullopt;
   }
 }
 

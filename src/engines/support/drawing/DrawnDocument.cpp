@@ -46,8 +46,7 @@ void DrawnDocument::OpenCore() {
     core_ = pdf::Document::Open(std::make_unique<DiskSource>(file_), password_);
     pages_ = std::make_unique<pdf::PageTree>(*core_);
   } catch (const pdf::Error& error) {
-    if (error.code() == pdf::ErrorCode::kPasswordRequired ||
-        error.code() == pdf::ErrorCode::kReadFailed) {
+    if (!error.is_damage()) {
       throw;
     }
     pages_.reset();
@@ -201,7 +200,10 @@ void DrawnDocument::ChoosePictures() {
                      ResourcesOf(page_index_, arena), objects);
     RemoveObjects(pictures->objects());
     pictures_ = std::move(pictures);
-  } catch (const pdf::Error&) {
+  } catch (const pdf::Error& error) {
+    if (!error.is_damage()) {
+      throw;
+    }
     pictures_.reset();
   }
 }
@@ -283,7 +285,10 @@ bool DrawnDocument::HasUndrawnObjects(int page_index) {
   try {
     undrawn_->FindOnPage(*pages_, static_cast<std::size_t>(page_index));
     return !undrawn_->empty();
-  } catch (const pdf::Error&) {
+  } catch (const pdf::Error& error) {
+    if (!error.is_damage()) {
+      throw;
+    }
     return false;
   }
 }
@@ -314,7 +319,10 @@ bool DrawnDocument::HoldsLargeImages(int page_index) {
       }
     }
     return false;
-  } catch (const pdf::Error&) {
+  } catch (const pdf::Error& error) {
+    if (!error.is_damage()) {
+      throw;
+    }
     return true;
   }
 }
@@ -331,7 +339,10 @@ bool DrawnDocument::HasForm() {
       pdf::Arena arena;
       const Object form = core_->Resolve(core_->Catalog(arena).Get("AcroForm"), arena);
       has_form_ = form.IsDictionary() && FieldNesting(*core_).IsBounded(form);
-    } catch (const pdf::Error&) {
+    } catch (const pdf::Error& error) {
+      if (!error.is_damage()) {
+        throw;
+      }
       return false;
     }
   }
@@ -347,7 +358,10 @@ double DrawnDocument::UserUnitOf(int page_index) {
     const Object page = pages_->Load(pages_->pages()[static_cast<std::size_t>(page_index)], arena);
     const double unit = core_->Resolve(page.Get("UserUnit"), arena).NumberOr(1);
     return unit > 0 && std::isfinite(unit) ? unit : 1;
-  } catch (const pdf::Error&) {
+  } catch (const pdf::Error& error) {
+    if (!error.is_damage()) {
+      throw;
+    }
     return 1;
   }
 }

@@ -198,7 +198,7 @@ RowSourcePtr OpenReduced(pdf::Document& document, std::uint32_t number, const Im
     }
     return ReducePicture(std::move(picture), width, height);
   } catch (const pdf::Error& error) {
-    if (error.code() == pdf::ErrorCode::kReadFailed) {
+    if (!error.is_damage()) {
       throw;
     }
     return nullptr;  // PDFium may make more of it
