@@ -24,11 +24,7 @@ void LookAtObject(pdf::Document& document, std::uint32_t number) {
   std::string text;
   pdf::AppendObject(text, object);
   pdf::TextStringToUtf8(object.Text());
-  try {
-    document.TryDecodeStream(number);
-  } catch (const pdf::Error&) {
-    // A filter that the core does not have, or a bound: the next object may still be read.
-  }
+  document.TryDecodeStream(number);
 }
 
 }  // namespace
