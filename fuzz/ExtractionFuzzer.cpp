@@ -12,7 +12,7 @@
 
 #include "ContentProbe.h"
 #include "engines/support/codecs/JpegMarkers.h"
-#include "engines/support/codecs/JpxDecoder.h"
+#include "engines/support/codecs/JpxHeader.h"
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/images/ImageWalker.h"

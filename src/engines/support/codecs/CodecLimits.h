@@ -13,6 +13,10 @@ inline constexpr std::size_t kMaxCoefficientBytes = std::size_t{1} << 30;
 // Coefficients of a JPEG image that is coded anew, which may take as much again.
 inline constexpr std::size_t kMaxTranscodedBytes = std::size_t{512} << 20;
 
+// Boxes of JPEG 2000 data that tell its colour space, and channels that are told of.
+inline constexpr std::size_t kMaxJpxColors = 100;
+inline constexpr std::size_t kMaxJpxChannels = std::size_t{64} << 10;
+
 // What JPEG 2000 data is decoded into, four bytes a sample.
 inline constexpr std::size_t kMaxJpxBytes = std::size_t{1} << 30;
 

@@ -9,25 +9,14 @@
 #include <openjpeg.h>
 
 #include "engines/support/codecs/CodecLimits.h"
+#include "engines/support/codecs/JpxHeader.h"
 #include "engines/support/files/DynamicLibrary.h"
 
 namespace TarnixTools::engines {
 namespace {
 
-constexpr std::string_view kCodeStreamStart("\xFF\x4F\xFF\x51", 4);  // SOC, SIZ
-constexpr std::size_t kComponentCountAt = 40;                        // from there (A.5.1)
-constexpr std::size_t kMaxComponents = 5;                            // CMYK and alpha
-
-// Of the box that tells the colour space (I.5.3.3): method, and some of the values for it.
-constexpr std::size_t kEnumerated = 1;
-constexpr std::size_t kCmyk = 12;
-constexpr std::size_t kSrgb = 16;
-constexpr std::size_t kGray = 17;
-constexpr std::size_t kSycc = 18;
-
-std::size_t ColorsOfNumber(std::size_t space) {
-  return space == kGray ? 1 : space == kSrgb || space == kSycc ? 3 : space == kCmyk ? 4 : 0;
-}
+constexpr std::string_view kCodeStreamStart = "\xFF\x4F";  // SOC
+constexpr std::size_t kMaxComponents = 5;                  // CMYK and alpha
 
 // OpenJPEG, loaded when the first image of its kind is met.
 struct OpenJpeg {
@@ -154,7 +143,7 @@ bool IsBounded(const opj_image_t& image) {
 // Null when it cannot be read.
 ImagePtr Decode(std::string_view bytes, JpxDepth depth) {
   const OpenJpeg& library = OpenJpeg::Get();
-  const bool is_bare = bytes.starts_with(kCodeStreamStart.substr(0, 2));
+  const bool is_bare = bytes.starts_with(kCodeStreamStart);
   const CodecPtr codec(library.create_decompress(is_bare ? OPJ_CODEC_J2K : OPJ_CODEC_JP2));
   Cursor cursor{.bytes = bytes};
   const StreamPtr stream = StreamOver(cursor);
@@ -235,21 +224,8 @@ void FromYcc(std::vector<std::uint8_t>& samples) {
   }
 }
 
-std::size_t ColorsOf(OPJ_COLOR_SPACE space) {
-  switch (space) {
-    case OPJ_CLRSPC_GRAY:
-      return 1;
-    case OPJ_CLRSPC_SRGB:
-    case OPJ_CLRSPC_SYCC:
-      return 3;
-    case OPJ_CLRSPC_CMYK:
-      return 4;
-    default:
-      return 0;
-  }
-}
-
-std::optional<JpxSamples> SamplesOf(const opj_image_t& image, JpxDepth depth) {
+std::optional<JpxSamples> SamplesOf(const opj_image_t& image, const JpxHeader& header,
+                                    JpxDepth depth) {
   JpxSamples result;
   result.width = image.x1 - image.x0;
   result.height = image.y1 - image.y0;
@@ -271,7 +247,7 @@ std::optional<JpxSamples> SamplesOf(const opj_image_t& image, JpxDepth depth) {
     return std::nullopt;
   }
   result.components = colors.size();
-  result.colors = ColorsOf(image.color_space);
+  result.colors = header.CountColors();
   result.samples.resize(pixels * colors.size());
   for (std::size_t i = 0; i < colors.size(); ++i) {
     Plane(image, *colors[i], depth).CopyTo(result.samples.data() + i, colors.size());
@@ -281,7 +257,7 @@ std::optional<JpxSamples> SamplesOf(const opj_image_t& image, JpxDepth depth) {
     Plane(image, *alpha, JpxDepth::kScaled).CopyTo(result.alpha.data(), 1);
     result.is_alpha_mixed_in = alpha->alpha == 2;
   }
-  if (image.color_space == OPJ_CLRSPC_SYCC && result.components == 3) {
+  if (header.IsYcc() && result.components == 3) {
     FromYcc(result.samples);
   }
   if (image.icc_profile_buf != nullptr) {
@@ -297,25 +273,9 @@ std::optional<JpxSamples> DecodeJpx(std::string_view bytes, JpxDepth depth) {
   if (!OpenJpeg::Get().is_complete) {
     return std::nullopt;
   }
+  const std::optional<JpxHeader> header = ReadJpxHeader(bytes);
   const ImagePtr image = Decode(bytes, depth);
-  return image != nullptr ? SamplesOf(*image, depth) : std::nullopt;
-}
-
-std::optional<JpxHeader> ReadJpxHeader(std::string_view start) {
-  const std::size_t at = start.find(kCodeStreamStart);
-  if (at == std::string_view::npos || start.size() - at < kComponentCountAt + 2) {
-    return std::nullopt;
-  }
-  const auto byte = [&](std::size_t i) {
-    return static_cast<std::size_t>(static_cast<unsigned char>(start[i]));
-  };
-  JpxHeader header;
-  header.components = byte(at + kComponentCountAt) << 8U | byte(at + kComponentCountAt + 1);
-  const std::size_t box = start.substr(0, at).find("colr");
-  if (box != std::string_view::npos && box + 11 <= at && byte(box + 4) == kEnumerated) {
-    header.colors = ColorsOfNumber(byte(box + 9) << 8U | byte(box + 10));
-  }
-  return header;
+  return image != nullptr ? SamplesOf(*image, header.value_or(JpxHeader()), depth) : std::nullopt;
 }
 
 }  // namespace TarnixTools::engines

@@ -32,14 +32,6 @@ enum class JpxDepth : std::uint8_t {
 // library is not installed. What is cut may come out as far as it goes.
 std::optional<JpxSamples> DecodeJpx(std::string_view bytes, JpxDepth depth);
 
-struct JpxHeader {
-  std::size_t components = 0;  // of the code stream, alpha included
-  std::size_t colors = 0;      // of these, as the file says: 1, 3 or 4; 0 where it does not
-};
-
-// Nothing where the header of the code stream is not in these bytes from the start of the data.
-std::optional<JpxHeader> ReadJpxHeader(std::string_view start);
-
 }  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_CODECS_JPXDECODER_H_

@@ -4,9 +4,9 @@
 #include <string>
 #include <utility>
 
-#include "engines/support/codecs/JpxDecoder.h"
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/images/DocumentImage.h"
+#include "engines/support/images/ImageHeaders.h"
 #include "engines/support/images/Jbig2Image.h"
 #include "pdf/file/ByteSink.h"
 
@@ -17,7 +17,6 @@ using pdf::Object;
 
 constexpr std::size_t kMaxProfileBytes = std::size_t{16} << 20;
 constexpr std::size_t kHeaderBytes = 128;
-constexpr std::uint64_t kJpxHeaderBytes = 4096;
 constexpr std::size_t kSpaceAt = 16;  // in the header (ICC.1:2001-04, 6.1)
 
 // 0 for a colour space that images do not have.
@@ -64,22 +63,21 @@ bool UndrawnObjects::IsOddImage(std::uint32_t number, const Object& dictionary) 
                             .dictionary = dictionary,
                             .data = {},
                             .color_spaces = {}};
-  pdf::StringSink start;
-  CopyEncoded(image, start, kJpxHeaderBytes);
-  const std::optional<JpxHeader> header = ReadJpxHeader(start.bytes());
+  const std::optional<JpxHeader> header = JpxHeaderOf(image);
   if (!header) {
     return false;
   }
+  const std::size_t found = header->components.size();
   const Object value = document_->Resolve(dictionary.Get("ColorSpace"), arena);
   if (value.IsNull()) {
-    return header->components == 2 || (header->components == 4 && header->colors == 3);
+    return found == 2 || (found == 4 && header->CountColors() == 3);
   }
   const auto space = ColorSpaceOf(*document_, value, arena);
   if (!space) {
     return false;
   }
   const auto components = static_cast<std::size_t>(space->components);
-  return header->components != components && !(header->components == 4 && components == 3);
+  return found != components && !(found == 4 && components == 3);
 }
 
 bool UndrawnObjects::IsOddJbig2(std::uint32_t number, const Object& dictionary) {

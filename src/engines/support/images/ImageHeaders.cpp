@@ -38,4 +38,8 @@ std::optional<JpegHeader> JpegHeaderOf(const DocumentImage& image) {
                                 [](const JpegHeader& header) { return header.scan_start != 0; });
 }
 
+std::optional<JpxHeader> JpxHeaderOf(const DocumentImage& image) {
+  return ReadHeader<JpxHeader>(image, &ReadJpxHeader, [](const JpxHeader&) { return true; });
+}
+
 }  // namespace TarnixTools::engines

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "engines/support/codecs/JpegMarkers.h"
+#include "engines/support/codecs/JpxHeader.h"
 #include "engines/support/images/DocumentImage.h"
 
 namespace TarnixTools::engines {
@@ -12,6 +13,10 @@ namespace TarnixTools::engines {
 // Of an image whose only filter is /DCTDecode. Nothing when there is no frame header in the first
 // limits::kMaxHeaderBytes. Throws pdf::Error.
 std::optional<JpegHeader> JpegHeaderOf(const DocumentImage& image);
+
+// Of an image whose only filter is /JPXDecode. Nothing when there is no code stream in the first
+// limits::kMaxHeaderBytes. Throws pdf::Error.
+std::optional<JpxHeader> JpxHeaderOf(const DocumentImage& image);
 
 }  // namespace TarnixTools::engines
 

@@ -28,6 +28,17 @@ TEST(ImageHeaders, MayStandBehindMuchElse) {
   EXPECT_TRUE(JpegHeaderOf(ImageOf(TestJpeg(1, photo + photo))));
 }
 
+TEST(ImageHeaders, AreThoseOfJpeg2000Too) {
+  const std::string size = testing::Big16(41) + testing::Big16(0) + testing::Big32(7) +
+                           testing::Big32(5) + std::string(24, '\0') + testing::Big16(1);
+  const std::string stream = "\xFF\x4F\xFF\x51" + size + std::string("\7\1\1");
+  EXPECT_EQ(JpxHeaderOf(ImageOf(stream))->width, 7U);
+  const std::string profile = testing::Big32(50'008) + "free" + std::string(50'000, 'x');
+  const std::string box = testing::Big32(static_cast<std::uint32_t>(stream.size() + 8)) + "jp2c";
+  EXPECT_EQ(JpxHeaderOf(ImageOf(profile + box + stream))->height, 5U);
+  EXPECT_FALSE(JpxHeaderOf(ImageOf("")));
+}
+
 // What follows the frame header tells of the colours too.
 TEST(ImageHeaders, AreReadUpToTheScan) {
   const std::string adobe = JpegSegment(0xEE, std::string("Adobe\0\x64\0\0\0\0\0", 12));
