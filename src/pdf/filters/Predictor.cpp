@@ -1,12 +1,13 @@
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <utility>
+#include <vector>
 
 #include "pdf/Error.h"
 #include "pdf/filters/FilterSteps.h"
+#include "pdf/filters/PngRows.h"
 
 namespace TarnixTools::pdf {
 namespace {
@@ -15,9 +16,6 @@ constexpr std::int64_t kNoPredictor = 1;
 constexpr std::int64_t kTiffPredictor = 2;
 constexpr std::int64_t kFirstPngPredictor = 10;
 constexpr std::int64_t kLastPngPredictor = 15;
-
-// Row tags of the PNG standard (ISO/IEC 15948, 9.2).
-enum PngFilter : unsigned char { kNone = 0, kSub = 1, kUp = 2, kAverage = 3, kPaeth = 4 };
 
 struct RowShape {
   std::size_t samples = 0;      // in one row
@@ -76,100 +74,6 @@ void AddRow(const unsigned char* raw, const unsigned char* above, unsigned char*
   }
 }
 
-unsigned char PaethPredictor(int left, int above, int above_left) {
-  const int estimate = left + above - above_left;
-  const int to_left = std::abs(estimate - left);
-  const int to_above = std::abs(estimate - above);
-  const int to_above_left = std::abs(estimate - above_left);
-  if (to_left <= to_above && to_left <= to_above_left) {
-    return static_cast<unsigned char>(left);
-  }
-  return static_cast<unsigned char>(to_above <= to_above_left ? above : above_left);
-}
-
-// Undoes the filter of single PNG rows. The row above the first is all zeros (above == nullptr
-// here).
-class PngRow {
- public:
-  PngRow(const unsigned char* raw, const unsigned char* above, unsigned char* row,
-         std::size_t length, std::size_t pixel_bytes)
-      : raw_(raw),
-        above_(above),
-        row_(row),
-        length_(length),
-        pixel_bytes_(std::min(pixel_bytes, length)) {}
-
-  // False for an unknown filter; the row is then taken as it is.
-  bool Undo(unsigned char filter) const {
-    switch (filter) {
-      case kNone:
-        Copy();
-        return true;
-      case kSub:
-        Sub();
-        return true;
-      case kUp:
-        Up();
-        return true;
-      case kAverage:
-        Average();
-        return true;
-      case kPaeth:
-        Paeth();
-        return true;
-      default:
-        Copy();
-        return false;
-    }
-  }
-
- private:
-  void Copy() const { std::memcpy(row_, raw_, length_); }
-
-  void Sub() const {
-    std::memcpy(row_, raw_, pixel_bytes_);
-    for (std::size_t i = pixel_bytes_; i < length_; ++i) {
-      row_[i] = static_cast<unsigned char>(raw_[i] + row_[i - pixel_bytes_]);
-    }
-  }
-
-  void Up() const {
-    if (above_ == nullptr) {
-      Copy();
-      return;
-    }
-    for (std::size_t i = 0; i < length_; ++i) {
-      row_[i] = static_cast<unsigned char>(raw_[i] + above_[i]);
-    }
-  }
-
-  void Average() const {
-    for (std::size_t i = 0; i < length_; ++i) {
-      const int left = i < pixel_bytes_ ? 0 : row_[i - pixel_bytes_];
-      row_[i] = static_cast<unsigned char>(raw_[i] + (left + Above(i)) / 2);
-    }
-  }
-
-  void Paeth() const {
-    for (std::size_t i = 0; i < pixel_bytes_; ++i) {
-      row_[i] = static_cast<unsigned char>(raw_[i] + Above(i));
-    }
-    for (std::size_t i = pixel_bytes_; i < length_; ++i) {
-      const unsigned char predicted =
-          PaethPredictor(row_[i - pixel_bytes_], Above(i), Above(i - pixel_bytes_));
-      row_[i] = static_cast<unsigned char>(raw_[i] + predicted);
-    }
-  }
-
-  int Above(std::size_t i) const { return above_ == nullptr ? 0 : above_[i]; }
-
-  const unsigned char* raw_;
-  const unsigned char* above_;
-  unsigned char* row_;
-  std::size_t length_;
-  std::size_t pixel_bytes_;
-};
-
 Decoded UndoPng(const std::string& data, const RowShape& shape) {
   const std::size_t tagged_bytes = shape.bytes + 1;
   const std::size_t whole_rows = data.size() / tagged_bytes;
@@ -182,16 +86,18 @@ Decoded UndoPng(const std::string& data, const RowShape& shape) {
   const unsigned char* const raw_end = raw + data.size();
   auto* row = reinterpret_cast<unsigned char*>(decoded.data.data());
   unsigned char* const row_end = row + decoded.data.size();
-  const unsigned char* above = nullptr;
+  const std::vector<unsigned char> zeros(std::min(shape.bytes, decoded.data.size()) + kRowSlack, 0);
+  const unsigned char* above = zeros.data();
   while (row < row_end) {
     const unsigned char filter = *raw++;
     const std::size_t length = std::min(shape.bytes, static_cast<std::size_t>(row_end - row));
     const std::size_t reach = length + kRowSlack;
-    if (filter == kUp && above != nullptr && static_cast<std::size_t>(raw_end - raw) >= reach &&
+    if (filter == kUp && static_cast<std::size_t>(raw_end - raw) >= reach &&
         static_cast<std::size_t>(row_end - row) >= reach) {
       AddRow(raw, above, row, length);
     } else {
-      decoded.complete &= PngRow(raw, above, row, length, shape.pixel_bytes).Undo(filter);
+      std::memcpy(row, raw, length);
+      decoded.complete &= UnfilterPngRow(filter, row, above, length, shape.pixel_bytes);
     }
     above = row;
     raw += length;

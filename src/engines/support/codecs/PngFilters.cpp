@@ -1,90 +1,15 @@
 #include "engines/support/codecs/PngFilters.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <vector>
 
+#include "pdf/filters/PngRows.h"
+
 namespace TarnixTools::engines {
 
 namespace {
-
-// The neighbour (left, above, upper left) that is nearest to left + above - upper left; without
-// branches, so that compilers make vector code of it.
-inline int Paeth(int left, int above, int corner) {
-  const int to_left = std::abs(above - corner);
-  const int to_above = std::abs(left - corner);
-  const int to_corner = std::abs(left + above - 2 * corner);
-  const int upper = to_above <= to_corner ? above : corner;
-  return to_left <= to_above && to_left <= to_corner ? left : upper;
-}
-
-void UnfilterAverage(unsigned char* row, const unsigned char* above, std::size_t size,
-                     std::size_t step) {
-  for (std::size_t i = 0; i < std::min(step, size); ++i) {
-    row[i] = static_cast<unsigned char>(row[i] + above[i] / 2);
-  }
-  for (std::size_t i = step; i < size; ++i) {
-    row[i] = static_cast<unsigned char>(row[i] + (row[i - step] + above[i]) / 2);
-  }
-}
-
-template <std::size_t step>
-void UnfilterPaethBy(unsigned char* row, const unsigned char* above, std::size_t size) {
-  int left[step] = {};
-  int corner[step] = {};
-  for (std::size_t i = 0; i + step <= size; i += step) {
-    for (std::size_t k = 0; k < step; ++k) {
-      const int up = above[i + k];
-      left[k] = static_cast<unsigned char>(row[i + k] + Paeth(left[k], up, corner[k]));
-      row[i + k] = static_cast<unsigned char>(left[k]);
-      corner[k] = up;
-    }
-  }
-}
-
-void UnfilterPaeth(unsigned char* row, const unsigned char* above, std::size_t size,
-                   std::size_t step) {
-  switch (step) {
-    case 1:
-      return UnfilterPaethBy<1>(row, above, size);
-    case 2:
-      return UnfilterPaethBy<2>(row, above, size);
-    case 3:
-      return UnfilterPaethBy<3>(row, above, size);
-    case 4:
-      return UnfilterPaethBy<4>(row, above, size);
-    case 6:
-      return UnfilterPaethBy<6>(row, above, size);
-    default:
-      return UnfilterPaethBy<8>(row, above, size);
-  }
-}
-
-void UnfilterRow(unsigned char* row, const unsigned char* above, std::size_t size, std::size_t step,
-                 unsigned type) {
-  switch (type) {
-    case 1:
-      for (std::size_t i = step; i < size; ++i) {
-        row[i] = static_cast<unsigned char>(row[i] + row[i - step]);
-      }
-      break;
-    case 2:
-      for (std::size_t i = 0; i < size; ++i) {
-        row[i] = static_cast<unsigned char>(row[i] + above[i]);
-      }
-      break;
-    case 3:
-      UnfilterAverage(row, above, size, step);
-      break;
-    case 4:
-      UnfilterPaeth(row, above, size, step);
-      break;
-    default:
-      break;
-  }
-}
 
 std::size_t PixelBytes(const Plane& plane) {
   return std::max<std::size_t>(1, static_cast<std::size_t>(plane.channels() * plane.bits()) / 8);
@@ -129,8 +54,8 @@ void FilterRow(const unsigned char* row, const unsigned char* above, std::size_t
         out[i] = static_cast<unsigned char>(row[i] - above[i]);
       }
       for (std::size_t i = first; i < row_bytes; ++i) {
-        out[i] =
-            static_cast<unsigned char>(row[i] - Paeth(row[i - first], above[i], above[i - first]));
+        out[i] = static_cast<unsigned char>(
+            row[i] - pdf::NearestNeighbour(row[i - first], above[i], above[i - first]));
       }
       break;
     default:
@@ -164,7 +89,7 @@ void Unfilter(unsigned char* data, std::size_t rows, std::size_t stride, std::si
   const unsigned char* above = zeros.data();
   for (std::size_t y = 0; y < rows; ++y) {
     unsigned char* row = data + y * stride;
-    UnfilterRow(row + 1, above, stride - 1, pixel_bytes, row[0]);
+    pdf::UnfilterPngRow(row[0], row + 1, above, stride - 1, pixel_bytes);
     above = row + 1;
   }
 }
