@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "engines/toolbox/SourceDocument.h"
-#include "engines/toolbox/copy/DamageReport.h"
 #include "engines/toolbox/copy/PageCopier.h"
+#include "engines/toolbox/copy/report/DamageReport.h"
 #include "foundation/Utf8.h"
 #include "pdf/Error.h"
 #include "pdf/write/Serialize.h"

@@ -10,8 +10,8 @@
 
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/content/PageContent.h"
-#include "engines/toolbox/copy/CopyReport.h"
 #include "engines/toolbox/copy/TargetParts.h"
+#include "engines/toolbox/copy/report/CopyReport.h"
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/ObjectCopier.h"
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "engines/toolbox/copy/CopyReport.h"
+#include "engines/toolbox/copy/report/CopyReport.h"
 #include "pdf/write/FileWriter.h"
 
 namespace TarnixTools::engines {

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "engines/toolbox/SourceDocument.h"
-#include "engines/toolbox/copy/CopyReport.h"
+#include "engines/toolbox/copy/report/CopyReport.h"
 #include "engines/toolbox/metadata/XmpEdit.h"
 #include "pdf/Error.h"
 #include "pdf/write/Serialize.h"

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/DamageReport.h"
+#include "engines/toolbox/copy/report/DamageReport.h"
 
 namespace TarnixTools::engines {
 

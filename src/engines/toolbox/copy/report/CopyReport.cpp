@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/CopyReport.h"
+#include "engines/toolbox/copy/report/CopyReport.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // What a copy kept, renamed and dropped, and why: counted by kind, so that it stays small however
 // large the documents are.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_COPYREPORT_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_COPYREPORT_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_REPORT_COPYREPORT_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_REPORT_COPYREPORT_H_
 
 #include <cstdint>
 #include <string>
@@ -41,4 +41,4 @@ class CopyReport {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_COPYREPORT_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_REPORT_COPYREPORT_H_

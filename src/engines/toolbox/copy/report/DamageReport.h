@@ -1,9 +1,9 @@
 // What was wrong with a source, as entries of a copy's report.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_DAMAGEREPORT_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_DAMAGEREPORT_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_REPORT_DAMAGEREPORT_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_REPORT_DAMAGEREPORT_H_
 
 #include "engines/toolbox/SourceDocument.h"
-#include "engines/toolbox/copy/CopyReport.h"
+#include "engines/toolbox/copy/report/CopyReport.h"
 
 namespace TarnixTools::engines {
 
@@ -12,4 +12,4 @@ void ReportDamage(SourceDocument& source, CopyReport& report);
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_DAMAGEREPORT_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_REPORT_DAMAGEREPORT_H_
