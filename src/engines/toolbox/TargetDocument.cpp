@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "engines/toolbox/SourceDocument.h"
-#include "engines/toolbox/copy/PageCopier.h"
+#include "engines/toolbox/copy/pages/PageCopier.h"
 #include "engines/toolbox/copy/report/DamageReport.h"
 #include "foundation/Utf8.h"
 #include "pdf/Error.h"

@@ -11,8 +11,8 @@
 #include "engines/toolbox/copy/Layers.h"
 #include "engines/toolbox/copy/Outline.h"
 #include "engines/toolbox/copy/PageLabels.h"
-#include "engines/toolbox/copy/ResourceUse.h"
 #include "engines/toolbox/copy/Structure.h"
+#include "engines/toolbox/copy/pages/ResourceUse.h"
 #include "engines/toolbox/metadata/Metadata.h"
 
 namespace TarnixTools::engines {

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/PageBoxes.h"
+#include "engines/toolbox/copy/pages/PageBoxes.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 // The boxes of a copied page (ISO 32000-2, 14.11.2), inherited ones included.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_PAGEBOXES_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_PAGEBOXES_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAGEBOXES_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAGEBOXES_H_
 
 #include <string>
 #include <string_view>
@@ -23,4 +23,4 @@ void AppendPageBoxes(std::string& out, CopyContext& context, const pdf::PageTree
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGEBOXES_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAGEBOXES_H_

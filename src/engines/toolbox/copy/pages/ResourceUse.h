@@ -1,7 +1,7 @@
 // Which names of its resources each page, form, pattern and glyph of a source uses: what their
 // contents say, read once however many copies are made of them.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_RESOURCEUSE_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_RESOURCEUSE_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_PAGES_RESOURCEUSE_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_PAGES_RESOURCEUSE_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -122,4 +122,4 @@ class SourceResources {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_RESOURCEUSE_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGES_RESOURCEUSE_H_

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/PageCopier.h"
+#include "engines/toolbox/copy/pages/PageCopier.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "engines/toolbox/copy/PageBoxes.h"
+#include "engines/toolbox/copy/pages/PageBoxes.h"
 #include "pdf/tree/PageGeometry.h"
 #include "pdf/write/Serialize.h"
 

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/ResourceUse.h"
+#include "engines/toolbox/copy/pages/ResourceUse.h"
 
 #include <algorithm>
 #include <iterator>

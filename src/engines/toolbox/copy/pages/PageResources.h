@@ -4,8 +4,8 @@
 //
 // A page's contents are read only while its resources name objects of which it is not known yet
 // that another copied page uses them.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_PAGERESOURCES_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_PAGERESOURCES_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAGERESOURCES_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAGERESOURCES_H_
 
 #include <cstdint>
 #include <memory>
@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "engines/toolbox/content/PageContent.h"
-#include "engines/toolbox/copy/ResourceUse.h"
+#include "engines/toolbox/copy/pages/ResourceUse.h"
 #include "pdf/syntax/Object.h"
 #include "pdf/tree/PageTree.h"
 #include "pdf/write/ObjectCopier.h"
@@ -89,4 +89,4 @@ class PageResourceCopier : public pdf::ResourceFilter {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGERESOURCES_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAGERESOURCES_H_

@@ -1,6 +1,6 @@
 // Writes copies of a source's pages into a file, each with what belongs to it.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_PAGECOPIER_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_PAGECOPIER_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAGECOPIER_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAGECOPIER_H_
 
 #include <string>
 #include <unordered_set>
@@ -8,7 +8,7 @@
 
 #include "engines/toolbox/copy/CopyContext.h"
 #include "engines/toolbox/copy/CopyParts.h"
-#include "engines/toolbox/copy/PaintedContents.h"
+#include "engines/toolbox/copy/pages/PaintedContents.h"
 #include "pdf/syntax/Object.h"
 #include "pdf/tree/PageTree.h"
 
@@ -42,4 +42,4 @@ class PageCopier {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGECOPIER_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAGECOPIER_H_

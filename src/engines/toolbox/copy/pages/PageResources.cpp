@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/PageResources.h"
+#include "engines/toolbox/copy/pages/PageResources.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 // The contents of a copied page that something is painted onto: its own streams between ours.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_PAINTEDCONTENTS_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_PAINTEDCONTENTS_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAINTEDCONTENTS_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAINTEDCONTENTS_H_
 
 #include <cstdint>
 #include <string>
@@ -34,4 +34,4 @@ class PaintedContents {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAINTEDCONTENTS_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAINTEDCONTENTS_H_

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/PaintedContents.h"
+#include "engines/toolbox/copy/pages/PaintedContents.h"
 
 #include "engines/toolbox/content/ContentText.h"
 #include "engines/toolbox/content/TargetContent.h"
