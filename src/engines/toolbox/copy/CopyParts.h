@@ -3,7 +3,6 @@
 #ifndef TARNIX_ENGINES_TOOLBOX_COPY_COPYPARTS_H_
 #define TARNIX_ENGINES_TOOLBOX_COPY_COPYPARTS_H_
 
-#include "engines/toolbox/copy/Annotations.h"
 #include "engines/toolbox/copy/CopyContext.h"
 #include "engines/toolbox/copy/Destinations.h"
 #include "engines/toolbox/copy/DocumentSettings.h"
@@ -12,6 +11,7 @@
 #include "engines/toolbox/copy/Outline.h"
 #include "engines/toolbox/copy/PageLabels.h"
 #include "engines/toolbox/copy/Structure.h"
+#include "engines/toolbox/copy/annotations/Annotations.h"
 #include "engines/toolbox/copy/pages/PageResources.h"
 
 namespace TarnixTools::engines {

@@ -4,7 +4,6 @@
 
 #include <memory>
 
-#include "engines/toolbox/copy/Annotations.h"
 #include "engines/toolbox/copy/Destinations.h"
 #include "engines/toolbox/copy/DocumentSettings.h"
 #include "engines/toolbox/copy/FormFields.h"
@@ -12,6 +11,7 @@
 #include "engines/toolbox/copy/Outline.h"
 #include "engines/toolbox/copy/PageLabels.h"
 #include "engines/toolbox/copy/Structure.h"
+#include "engines/toolbox/copy/annotations/Annotations.h"
 #include "engines/toolbox/copy/pages/ResourceUse.h"
 #include "engines/toolbox/metadata/Metadata.h"
 

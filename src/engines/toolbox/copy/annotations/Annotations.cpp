@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/Annotations.h"
+#include "engines/toolbox/copy/annotations/Annotations.h"
 
 #include <algorithm>
 #include <array>
