@@ -1,7 +1,7 @@
 // What a form's fields take from the form dictionary: resources, appearance, alignment (ISO
 // 32000-2, 12.7.3).
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_FIELDDEFAULTS_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_FIELDDEFAULTS_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FIELDDEFAULTS_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FIELDDEFAULTS_H_
 
 #include <cstdint>
 #include <map>
@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "engines/toolbox/copy/FieldNames.h"
+#include "engines/toolbox/copy/fields/FieldNames.h"
 #include "pdf/syntax/Arena.h"
 #include "pdf/syntax/Object.h"
 
@@ -139,4 +139,4 @@ class TargetFieldDefaults {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_FIELDDEFAULTS_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FIELDDEFAULTS_H_

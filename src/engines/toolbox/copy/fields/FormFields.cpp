@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/FormFields.h"
+#include "engines/toolbox/copy/fields/FormFields.h"
 
 #include <algorithm>
 #include <array>

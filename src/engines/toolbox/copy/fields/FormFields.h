@@ -2,8 +2,8 @@
 //
 // A field and its only widget may be one object, and stay one. Where such a widget is copied
 // several times, its field becomes an object of its own, with the widgets below it.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_FORMFIELDS_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_FORMFIELDS_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FORMFIELDS_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FORMFIELDS_H_
 
 #include <cstdint>
 #include <optional>
@@ -15,9 +15,9 @@
 #include <utility>
 #include <vector>
 
-#include "engines/toolbox/copy/FieldDefaults.h"
-#include "engines/toolbox/copy/FieldNames.h"
-#include "engines/toolbox/copy/FieldTree.h"
+#include "engines/toolbox/copy/fields/FieldDefaults.h"
+#include "engines/toolbox/copy/fields/FieldNames.h"
+#include "engines/toolbox/copy/fields/FieldTree.h"
 #include "pdf/syntax/Arena.h"
 #include "pdf/syntax/Object.h"
 
@@ -166,4 +166,4 @@ class FormFieldCopier {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_FORMFIELDS_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FORMFIELDS_H_

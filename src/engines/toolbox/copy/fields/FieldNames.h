@@ -1,6 +1,6 @@
 // Names that several sources share, and numbered ones for those that come second.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_FIELDNAMES_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_FIELDNAMES_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FIELDNAMES_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FIELDNAMES_H_
 
 #include <cstdint>
 #include <functional>
@@ -52,4 +52,4 @@ class FieldRenames {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_FIELDNAMES_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FIELDNAMES_H_

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/FieldTree.h"
+#include "engines/toolbox/copy/fields/FieldTree.h"
 
 #include <algorithm>
 

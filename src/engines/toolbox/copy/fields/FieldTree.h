@@ -4,8 +4,8 @@
 // Fields and their widgets are nodes alike. What stands twice is taken once, where it comes first;
 // what is no field is passed over. Fields that only a widget's /Parent leads to are adopted when a
 // copy meets that widget.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_FIELDTREE_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_FIELDTREE_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FIELDTREE_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FIELDTREE_H_
 
 #include <cstdint>
 #include <unordered_map>
@@ -100,4 +100,4 @@ class FieldTree {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_FIELDTREE_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FIELDTREE_H_

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/FieldDefaults.h"
+#include "engines/toolbox/copy/fields/FieldDefaults.h"
 
 #include <algorithm>
 

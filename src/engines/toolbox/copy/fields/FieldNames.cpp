@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/FieldNames.h"
+#include "engines/toolbox/copy/fields/FieldNames.h"
 
 #include "pdf/tree/TextString.h"
 
