@@ -6,12 +6,12 @@
 #include "engines/toolbox/copy/CopyContext.h"
 #include "engines/toolbox/copy/Destinations.h"
 #include "engines/toolbox/copy/DocumentSettings.h"
-#include "engines/toolbox/copy/Layers.h"
 #include "engines/toolbox/copy/Outline.h"
 #include "engines/toolbox/copy/PageLabels.h"
 #include "engines/toolbox/copy/Structure.h"
 #include "engines/toolbox/copy/annotations/Annotations.h"
 #include "engines/toolbox/copy/fields/FormFields.h"
+#include "engines/toolbox/copy/layers/Layers.h"
 #include "engines/toolbox/copy/pages/PageResources.h"
 
 namespace TarnixTools::engines {

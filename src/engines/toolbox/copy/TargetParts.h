@@ -5,11 +5,11 @@
 #include "engines/toolbox/copy/Destinations.h"
 #include "engines/toolbox/copy/DocumentSettings.h"
 #include "engines/toolbox/copy/Language.h"
-#include "engines/toolbox/copy/Layers.h"
 #include "engines/toolbox/copy/Outline.h"
 #include "engines/toolbox/copy/PageLabels.h"
 #include "engines/toolbox/copy/Structure.h"
 #include "engines/toolbox/copy/fields/FormFields.h"
+#include "engines/toolbox/copy/layers/Layers.h"
 #include "engines/toolbox/copy/report/CopyReport.h"
 #include "engines/toolbox/metadata/Metadata.h"
 

@@ -1,7 +1,7 @@
 // Lists that name layers, nested as they may be, of which a copy keeps the layers that came along:
 // what leads to none of them goes.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_LAYERTREE_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_LAYERTREE_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_LAYERTREE_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_LAYERTREE_H_
 
 #include <cstdint>
 #include <span>
@@ -77,4 +77,4 @@ class LayerTree {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_LAYERTREE_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_LAYERTREE_H_

@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "engines/toolbox/copy/CopiedDocument.h"
-#include "engines/toolbox/copy/LayerTree.h"
-#include "engines/toolbox/copy/Layers.h"
+#include "engines/toolbox/copy/layers/LayerTree.h"
+#include "engines/toolbox/copy/layers/Layers.h"
 #include "support/RawPdf.h"
 #include "support/Readers.h"
 #include "support/TempDir.h"

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/Layers.h"
+#include "engines/toolbox/copy/layers/Layers.h"
 
 #include <algorithm>
 

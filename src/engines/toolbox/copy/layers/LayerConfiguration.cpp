@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/LayerConfiguration.h"
+#include "engines/toolbox/copy/layers/LayerConfiguration.h"
 
 #include <algorithm>
 #include <span>

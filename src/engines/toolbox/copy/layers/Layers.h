@@ -1,14 +1,14 @@
 // Layers: optional content of copied pages (ISO 32000-2, 8.11). Those that the pages use come along
 // with them; here goes what the document says of them, so that what was hidden stays hidden.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_LAYERS_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_LAYERS_H_
 
 #include <cstdint>
 #include <string>
 #include <vector>
 
-#include "engines/toolbox/copy/LayerConfiguration.h"
-#include "engines/toolbox/copy/LayerTree.h"
+#include "engines/toolbox/copy/layers/LayerConfiguration.h"
+#include "engines/toolbox/copy/layers/LayerTree.h"
 
 namespace TarnixTools::pdf {
 class FileWriter;
@@ -92,4 +92,4 @@ class LayerCopier {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_LAYERS_H_

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/LayerTree.h"
+#include "engines/toolbox/copy/layers/LayerTree.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // Configurations of optional content: which layers are on, and how a viewer lists and links them
 // (ISO 32000-2, 8.11.4.3).
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_LAYERCONFIGURATION_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_LAYERCONFIGURATION_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_LAYERCONFIGURATION_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_LAYERCONFIGURATION_H_
 
 #include <cstdint>
 #include <string>
@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "engines/toolbox/copy/BoundedReader.h"
-#include "engines/toolbox/copy/LayerTree.h"
+#include "engines/toolbox/copy/layers/LayerTree.h"
 #include "pdf/file/Document.h"
 #include "pdf/syntax/Object.h"
 
@@ -82,4 +82,4 @@ std::vector<std::string> LayerIntents(const pdf::Object& intent);
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_LAYERCONFIGURATION_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_LAYERCONFIGURATION_H_
