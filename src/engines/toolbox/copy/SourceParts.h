@@ -4,14 +4,14 @@
 
 #include <memory>
 
-#include "engines/toolbox/copy/Destinations.h"
 #include "engines/toolbox/copy/DocumentSettings.h"
-#include "engines/toolbox/copy/Outline.h"
-#include "engines/toolbox/copy/PageLabels.h"
 #include "engines/toolbox/copy/Structure.h"
 #include "engines/toolbox/copy/annotations/Annotations.h"
 #include "engines/toolbox/copy/fields/FormFields.h"
 #include "engines/toolbox/copy/layers/Layers.h"
+#include "engines/toolbox/copy/navigation/Destinations.h"
+#include "engines/toolbox/copy/navigation/Outline.h"
+#include "engines/toolbox/copy/navigation/PageLabels.h"
 #include "engines/toolbox/copy/pages/ResourceUse.h"
 #include "engines/toolbox/metadata/Metadata.h"
 

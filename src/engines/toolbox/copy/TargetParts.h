@@ -2,14 +2,14 @@
 #ifndef TARNIX_ENGINES_TOOLBOX_COPY_TARGETPARTS_H_
 #define TARNIX_ENGINES_TOOLBOX_COPY_TARGETPARTS_H_
 
-#include "engines/toolbox/copy/Destinations.h"
 #include "engines/toolbox/copy/DocumentSettings.h"
 #include "engines/toolbox/copy/Language.h"
-#include "engines/toolbox/copy/Outline.h"
-#include "engines/toolbox/copy/PageLabels.h"
 #include "engines/toolbox/copy/Structure.h"
 #include "engines/toolbox/copy/fields/FormFields.h"
 #include "engines/toolbox/copy/layers/Layers.h"
+#include "engines/toolbox/copy/navigation/Destinations.h"
+#include "engines/toolbox/copy/navigation/Outline.h"
+#include "engines/toolbox/copy/navigation/PageLabels.h"
 #include "engines/toolbox/copy/report/CopyReport.h"
 #include "engines/toolbox/metadata/Metadata.h"
 

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/PageLabels.h"
+#include "engines/toolbox/copy/navigation/PageLabels.h"
 
 #include <algorithm>
 

@@ -1,13 +1,13 @@
 // Outline items (bookmarks) that lead to copied pages, with their ancestors (ISO 32000-2, 12.3.3).
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_OUTLINE_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_OUTLINE_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_NAVIGATION_OUTLINE_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_NAVIGATION_OUTLINE_H_
 
 #include <cstdint>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "engines/toolbox/copy/Destinations.h"
+#include "engines/toolbox/copy/navigation/Destinations.h"
 #include "pdf/syntax/Arena.h"
 #include "pdf/syntax/Object.h"
 
@@ -109,4 +109,4 @@ class OutlineCopier {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_OUTLINE_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_NAVIGATION_OUTLINE_H_

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/Outline.h"
+#include "engines/toolbox/copy/navigation/Outline.h"
 
 #include <algorithm>
 #include <unordered_map>

@@ -1,7 +1,7 @@
 // Destinations: explicit ones, and those that have a name in the document (ISO 32000-2, 12.3.2);
 // and actions, which lead to them.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_DESTINATIONS_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_DESTINATIONS_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_NAVIGATION_DESTINATIONS_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_NAVIGATION_DESTINATIONS_H_
 
 #include <compare>
 #include <cstdint>
@@ -151,4 +151,4 @@ class DestinationCopier {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_DESTINATIONS_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_NAVIGATION_DESTINATIONS_H_

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/Destinations.h"
+#include "engines/toolbox/copy/navigation/Destinations.h"
 
 #include <algorithm>
 #include <numeric>

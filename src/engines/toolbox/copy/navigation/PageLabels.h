@@ -1,6 +1,6 @@
 // Page labels of copied pages (ISO 32000-2, 12.4.2).
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_PAGELABELS_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_PAGELABELS_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_NAVIGATION_PAGELABELS_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_NAVIGATION_PAGELABELS_H_
 
 #include <cstdint>
 #include <string>
@@ -82,4 +82,4 @@ class PageLabelCopier {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGELABELS_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_NAVIGATION_PAGELABELS_H_
