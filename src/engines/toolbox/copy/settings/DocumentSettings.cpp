@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/DocumentSettings.h"
+#include "engines/toolbox/copy/settings/DocumentSettings.h"
 
 #include <algorithm>
 #include <array>
@@ -227,8 +227,9 @@ std::int64_t DocumentSettingsCopier::RankOf(const Object& extension) {
        extension.IsArray() ? extension.Items() : std::span<const Object>(&extension, 1)) {
     const Object version = Resolve(item);
     const std::int64_t level = Resolve(version.Get("ExtensionLevel")).IntegerOr(0);
-    rank = std::max(rank, pdf::VersionOf(Resolve(version.Get("BaseVersion")).Text()) * (kMaxLevel + 1) +
-                              std::clamp<std::int64_t>(level, 0, kMaxLevel));
+    rank = std::max(rank,
+                    pdf::VersionOf(Resolve(version.Get("BaseVersion")).Text()) * (kMaxLevel + 1) +
+                        std::clamp<std::int64_t>(level, 0, kMaxLevel));
   }
   return rank;
 }

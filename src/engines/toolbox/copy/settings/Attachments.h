@@ -1,6 +1,6 @@
 // Files attached to a document as a whole (ISO 32000-2, 7.11.4): its tree of embedded files.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_ATTACHMENTS_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_ATTACHMENTS_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_SETTINGS_ATTACHMENTS_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_SETTINGS_ATTACHMENTS_H_
 
 #include <cstdint>
 #include <string>
@@ -85,4 +85,4 @@ std::string NumberedName(std::string_view name, std::uint32_t count);
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_ATTACHMENTS_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_SETTINGS_ATTACHMENTS_H_

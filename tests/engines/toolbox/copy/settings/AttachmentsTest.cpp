@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "engines/toolbox/copy/Attachments.h"
 #include "engines/toolbox/copy/CopiedDocument.h"
+#include "engines/toolbox/copy/settings/Attachments.h"
 #include "pdf/tree/NameTree.h"
 #include "pdf/tree/TextString.h"
 #include "support/Readers.h"

@@ -1,14 +1,14 @@
 // What belongs to a document as a whole: viewer settings, where it opens, attachments, output
 // intents. It goes into a target that gets every page of the source.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_DOCUMENTSETTINGS_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_DOCUMENTSETTINGS_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_SETTINGS_DOCUMENTSETTINGS_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_SETTINGS_DOCUMENTSETTINGS_H_
 
 #include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
 
-#include "engines/toolbox/copy/Attachments.h"
+#include "engines/toolbox/copy/settings/Attachments.h"
 #include "pdf/syntax/Arena.h"
 #include "pdf/syntax/Object.h"
 
@@ -147,4 +147,4 @@ class DocumentSettingsCopier {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_DOCUMENTSETTINGS_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_SETTINGS_DOCUMENTSETTINGS_H_

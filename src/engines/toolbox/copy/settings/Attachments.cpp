@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/Attachments.h"
+#include "engines/toolbox/copy/settings/Attachments.h"
 
 #include <algorithm>
 #include <array>

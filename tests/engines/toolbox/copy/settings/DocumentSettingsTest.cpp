@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "engines/toolbox/copy/CopiedDocument.h"
-#include "engines/toolbox/copy/DocumentSettings.h"
+#include "engines/toolbox/copy/settings/DocumentSettings.h"
 #include "support/TestPdf.h"
 
 namespace TarnixTools::engines {
