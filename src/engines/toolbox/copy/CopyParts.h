@@ -4,7 +4,6 @@
 #define TARNIX_ENGINES_TOOLBOX_COPY_COPYPARTS_H_
 
 #include "engines/toolbox/copy/CopyContext.h"
-#include "engines/toolbox/copy/Structure.h"
 #include "engines/toolbox/copy/annotations/Annotations.h"
 #include "engines/toolbox/copy/fields/FormFields.h"
 #include "engines/toolbox/copy/layers/Layers.h"
@@ -13,6 +12,7 @@
 #include "engines/toolbox/copy/navigation/PageLabels.h"
 #include "engines/toolbox/copy/pages/PageResources.h"
 #include "engines/toolbox/copy/settings/DocumentSettings.h"
+#include "engines/toolbox/copy/structure/Structure.h"
 
 namespace TarnixTools::engines {
 

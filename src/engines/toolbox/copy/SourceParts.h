@@ -4,7 +4,6 @@
 
 #include <memory>
 
-#include "engines/toolbox/copy/Structure.h"
 #include "engines/toolbox/copy/annotations/Annotations.h"
 #include "engines/toolbox/copy/fields/FormFields.h"
 #include "engines/toolbox/copy/layers/Layers.h"
@@ -13,6 +12,7 @@
 #include "engines/toolbox/copy/navigation/PageLabels.h"
 #include "engines/toolbox/copy/pages/ResourceUse.h"
 #include "engines/toolbox/copy/settings/DocumentSettings.h"
+#include "engines/toolbox/copy/structure/Structure.h"
 #include "engines/toolbox/metadata/Metadata.h"
 
 namespace TarnixTools::engines {

@@ -2,8 +2,6 @@
 #ifndef TARNIX_ENGINES_TOOLBOX_COPY_TARGETPARTS_H_
 #define TARNIX_ENGINES_TOOLBOX_COPY_TARGETPARTS_H_
 
-#include "engines/toolbox/copy/Language.h"
-#include "engines/toolbox/copy/Structure.h"
 #include "engines/toolbox/copy/fields/FormFields.h"
 #include "engines/toolbox/copy/layers/Layers.h"
 #include "engines/toolbox/copy/navigation/Destinations.h"
@@ -11,6 +9,8 @@
 #include "engines/toolbox/copy/navigation/PageLabels.h"
 #include "engines/toolbox/copy/report/CopyReport.h"
 #include "engines/toolbox/copy/settings/DocumentSettings.h"
+#include "engines/toolbox/copy/structure/Language.h"
+#include "engines/toolbox/copy/structure/Structure.h"
 #include "engines/toolbox/metadata/Metadata.h"
 
 namespace TarnixTools::engines {

@@ -1,9 +1,9 @@
-#include "engines/toolbox/copy/ElementWriter.h"
+#include "engines/toolbox/copy/structure/ElementWriter.h"
 
 #include <algorithm>
 
 #include "engines/toolbox/copy/CopyContext.h"
-#include "engines/toolbox/copy/StructureReader.h"
+#include "engines/toolbox/copy/structure/StructureReader.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines {

@@ -1,8 +1,8 @@
 // Names that structure elements use and the root of the tree explains: element types by the role
 // map, attribute classes by the class map (ISO 32000-2, 14.7.3 and 14.7.6.2), and the elements'
 // ids. Where sources that are joined use one name for different things, the later gets a new one.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURENAMES_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURENAMES_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_STRUCTURENAMES_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_STRUCTURENAMES_H_
 
 #include <cstdint>
 #include <map>
@@ -105,4 +105,4 @@ class TargetIds {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURENAMES_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_STRUCTURENAMES_H_

@@ -1,7 +1,7 @@
 // The language of text (ISO 32000-2, 14.9.2). A document's catalog gives it for all text that says
 // nothing else. Where sources that are joined differ in it, each one's structure elements do.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_LANGUAGE_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_LANGUAGE_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_LANGUAGE_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_LANGUAGE_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -55,4 +55,4 @@ class TargetLanguage {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_LANGUAGE_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_LANGUAGE_H_

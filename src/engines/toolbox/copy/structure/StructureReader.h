@@ -1,6 +1,6 @@
 // Reads a source's structure tree: once, element by element, whatever is wrong with it.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_STRUCTUREREADER_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_STRUCTUREREADER_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_STRUCTUREREADER_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_STRUCTUREREADER_H_
 
 #include <cstdint>
 #include <span>
@@ -8,7 +8,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "engines/toolbox/copy/SourceStructure.h"
+#include "engines/toolbox/copy/structure/SourceStructure.h"
 
 namespace TarnixTools::engines {
 
@@ -67,4 +67,4 @@ class StructureReader {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTUREREADER_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_STRUCTUREREADER_H_

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/StructureCopier.h"
+#include "engines/toolbox/copy/structure/StructureCopier.h"
 
 #include <algorithm>
 #include <optional>

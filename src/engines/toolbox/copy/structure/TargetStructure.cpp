@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/TargetStructure.h"
+#include "engines/toolbox/copy/structure/TargetStructure.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/Language.h"
+#include "engines/toolbox/copy/structure/Language.h"
 
 #include <algorithm>
 #include <string_view>

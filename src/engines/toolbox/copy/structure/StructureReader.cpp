@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/StructureReader.h"
+#include "engines/toolbox/copy/structure/StructureReader.h"
 
 #include <algorithm>
 #include <limits>

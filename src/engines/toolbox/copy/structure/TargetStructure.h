@@ -1,7 +1,7 @@
 // The structure tree of a document being made: elements are written by the copies, as they come;
 // here is what joins them.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_TARGETSTRUCTURE_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_TARGETSTRUCTURE_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_TARGETSTRUCTURE_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_TARGETSTRUCTURE_H_
 
 #include <cstdint>
 #include <map>
@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "engines/toolbox/copy/SourceStructure.h"
-#include "engines/toolbox/copy/StructureNames.h"
+#include "engines/toolbox/copy/structure/SourceStructure.h"
+#include "engines/toolbox/copy/structure/StructureNames.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::pdf {
@@ -114,4 +114,4 @@ class TargetStructure {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_TARGETSTRUCTURE_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_TARGETSTRUCTURE_H_

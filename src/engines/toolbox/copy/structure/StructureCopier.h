@@ -1,7 +1,7 @@
 // Which structure elements come along with copied pages, and under which keys their content finds
 // them.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURECOPIER_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURECOPIER_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_STRUCTURECOPIER_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_STRUCTURECOPIER_H_
 
 #include <cstdint>
 #include <string>
@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "engines/toolbox/copy/ElementWriter.h"
-#include "engines/toolbox/copy/SourceStructure.h"
+#include "engines/toolbox/copy/structure/ElementWriter.h"
+#include "engines/toolbox/copy/structure/SourceStructure.h"
 #include "pdf/syntax/Object.h"
 #include "pdf/write/TokenCopier.h"
 
@@ -87,4 +87,4 @@ class StructureCopier {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURECOPIER_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_STRUCTURECOPIER_H_

@@ -1,9 +1,9 @@
-#include "engines/toolbox/copy/SourceStructure.h"
+#include "engines/toolbox/copy/structure/SourceStructure.h"
 
 #include <algorithm>
 
 #include "engines/toolbox/SourceDocument.h"
-#include "engines/toolbox/copy/StructureReader.h"
+#include "engines/toolbox/copy/structure/StructureReader.h"
 
 namespace TarnixTools::engines {
 

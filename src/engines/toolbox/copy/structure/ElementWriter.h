@@ -1,6 +1,6 @@
 // Writes copies of structure elements (ISO 32000-2, 14.7.2).
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_ELEMENTWRITER_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_ELEMENTWRITER_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_ELEMENTWRITER_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_ELEMENTWRITER_H_
 
 #include <cstdint>
 #include <functional>
@@ -10,7 +10,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "engines/toolbox/copy/SourceStructure.h"
+#include "engines/toolbox/copy/structure/SourceStructure.h"
 #include "pdf/syntax/Arena.h"
 #include "pdf/syntax/Object.h"
 
@@ -78,4 +78,4 @@ class ElementWriter {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_ELEMENTWRITER_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_ELEMENTWRITER_H_

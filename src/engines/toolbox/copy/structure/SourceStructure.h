@@ -4,8 +4,8 @@
 // What the tree says is taken as the truth: the parent tree, which says it the other way round, is
 // made anew for each target. So content keeps its tags where the source's parent tree is missing,
 // wrong or incomplete.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_SOURCESTRUCTURE_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_SOURCESTRUCTURE_H_
+#ifndef TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_SOURCESTRUCTURE_H_
+#define TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_SOURCESTRUCTURE_H_
 
 #include <cstdint>
 #include <span>
@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "engines/toolbox/copy/StructureNames.h"
+#include "engines/toolbox/copy/structure/StructureNames.h"
 #include "pdf/syntax/Arena.h"
 #include "pdf/syntax/Object.h"
 #include "pdf/write/ObjectCopier.h"
@@ -134,4 +134,4 @@ class SourceStructure {
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_SOURCESTRUCTURE_H_
+#endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_SOURCESTRUCTURE_H_

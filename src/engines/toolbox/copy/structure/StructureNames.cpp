@@ -1,4 +1,4 @@
-#include "engines/toolbox/copy/StructureNames.h"
+#include "engines/toolbox/copy/structure/StructureNames.h"
 
 #include <algorithm>
 #include <array>
