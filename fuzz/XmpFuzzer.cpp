@@ -11,8 +11,8 @@
 
 namespace {
 
-using TarnixTools::engines::EditXmp;
-using TarnixTools::engines::XmpChange;
+using TarnixTools::engines::toolbox::EditXmp;
+using TarnixTools::engines::toolbox::XmpChange;
 
 void Require(bool holds) {
   if (!holds) {

@@ -7,7 +7,7 @@
 #include "pdf/Error.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::img2pdf {
 
 namespace {
 
@@ -128,4 +128,4 @@ void ImageDocument::Close() {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::img2pdf

@@ -17,7 +17,7 @@
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/PageTreeWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::img2pdf {
 
 // Writes to a file of the system.
 class FileSink : public pdf::ByteSink {
@@ -72,6 +72,6 @@ class ImageDocument {
   ImageWriter images_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::img2pdf
 
 #endif  // TARNIX_ENGINES_IMG2PDF_IMAGEDOCUMENT_H_

@@ -12,6 +12,8 @@
 
 namespace TarnixTools::engines {
 
+using namespace img2pdf;
+
 struct TImg2Pdf {
   PageSettings settings;
   std::unique_ptr<ImageDocument> document;

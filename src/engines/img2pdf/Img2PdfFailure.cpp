@@ -1,6 +1,6 @@
 #include "engines/img2pdf/Img2PdfFailure.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::img2pdf {
 
 Img2PdfError Img2PdfErrors::Of(const pdf::Error& error) {
   switch (error.code()) {
@@ -31,4 +31,4 @@ Img2PdfError Img2PdfErrors::Of(const ImageError& error) {
   return kImg2PdfInternalError;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::img2pdf

@@ -8,7 +8,7 @@
 #include "engines/support/pictures/ImageError.h"
 #include "pdf/Error.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::img2pdf {
 
 using Img2PdfFailure = EngineFailure<Img2PdfError>;
 
@@ -23,6 +23,6 @@ struct Img2PdfErrors {
   static Code Of(const ImageError& error);
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::img2pdf
 
 #endif  // TARNIX_ENGINES_IMG2PDF_IMG2PDFFAILURE_H_

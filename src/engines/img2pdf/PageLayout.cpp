@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::img2pdf {
 
 namespace {
 
@@ -74,4 +74,4 @@ std::optional<PageLayout> LayOut(const ImageFrame& frame, const PageSettings& se
   return layout;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::img2pdf

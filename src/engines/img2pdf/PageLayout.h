@@ -7,7 +7,7 @@
 #include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/pictures/Orientation.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::img2pdf {
 
 // Pixels per inch of a picture whose file does not tell.
 inline constexpr double kDefaultDpi = 96;
@@ -36,6 +36,6 @@ struct PageLayout {
 // Nothing when the border leaves no space.
 std::optional<PageLayout> LayOut(const ImageFrame& frame, const PageSettings& settings);
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::img2pdf
 
 #endif  // TARNIX_ENGINES_IMG2PDF_PAGELAYOUT_H_

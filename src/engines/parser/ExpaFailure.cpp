@@ -1,6 +1,6 @@
 #include "engines/parser/ExpaFailure.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::parser {
 
 ExpaError ExpaErrors::Of(const pdf::Error& error) {
   switch (error.code()) {
@@ -28,4 +28,4 @@ ExpaError ExpaErrors::Of(const pdf::Error& error) {
   return kExpaInternalError;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::parser

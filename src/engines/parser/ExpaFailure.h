@@ -6,7 +6,7 @@
 #include "engines/support/contract/Guard.h"
 #include "pdf/Error.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::parser {
 
 using ExpaFailure = EngineFailure<ExpaError>;
 
@@ -20,6 +20,6 @@ struct ExpaErrors {
   static Code Of(const pdf::Error& error);
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::parser
 
 #endif  // TARNIX_ENGINES_PARSER_EXPAFAILURE_H_

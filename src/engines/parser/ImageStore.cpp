@@ -17,7 +17,7 @@
 #include "foundation/Platform.h"
 #include "pdf/Error.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::parser {
 namespace {
 
 // A file under way, with a copy of what goes into it as long as that is short enough to be kept.
@@ -199,4 +199,4 @@ void ImageStore::Keep(Kept kept) {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::parser

@@ -12,7 +12,7 @@
 #include "engines/support/pictures/RowSource.h"
 #include "foundation/Platform.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::parser {
 
 // An image that can be stored.
 struct PreparedImage {
@@ -56,6 +56,6 @@ class ImageStore {
   std::size_t kept_bytes_ = 0;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::parser
 
 #endif  // TARNIX_ENGINES_PARSER_IMAGESTORE_H_

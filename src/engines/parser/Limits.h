@@ -4,12 +4,12 @@
 
 #include <cstddef>
 
-namespace TarnixTools::engines::limits {
+namespace TarnixTools::engines::parser::limits {
 
 // Bytes of stored images that are kept in case the same is drawn again: of one, and of all.
 inline constexpr std::size_t kMaxKeptImage = std::size_t{4} << 20;
 inline constexpr std::size_t kMaxKeptImages = std::size_t{16} << 20;
 
-}  // namespace TarnixTools::engines::limits
+}  // namespace TarnixTools::engines::parser::limits
 
 #endif  // TARNIX_ENGINES_PARSER_LIMITS_H_

@@ -15,6 +15,8 @@
 
 namespace TarnixTools::engines {
 
+using namespace parser;
+
 struct TExpaGraphicsState {
   TExpaMatrix matrix;
 };

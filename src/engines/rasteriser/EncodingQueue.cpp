@@ -6,7 +6,7 @@
 
 #include "engines/rasteriser/Pdf2ImgFailure.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::rasteriser {
 
 void PixelBuffer::Whiten(std::size_t size) {
   if (size > capacity_) {
@@ -130,4 +130,4 @@ std::vector<FailedImage> EncodingQueue::Drain() {
   return std::exchange(failed_, {});
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::rasteriser

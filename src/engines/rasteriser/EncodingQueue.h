@@ -22,7 +22,7 @@
 #include "engines/rasteriser/ErrorCodes.h"
 #include "engines/rasteriser/ImageFile.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::rasteriser {
 
 // Memory for pixels that is used over and over.
 class PixelBuffer {
@@ -92,6 +92,6 @@ class EncodingQueue {
   bool has_no_thread_ = false;  // there is none to be had
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::rasteriser
 
 #endif  // TARNIX_ENGINES_RASTERISER_ENCODINGQUEUE_H_

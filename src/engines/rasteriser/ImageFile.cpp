@@ -4,7 +4,7 @@
 
 #include "engines/rasteriser/Pdf2ImgFailure.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::rasteriser {
 namespace {
 
 platform::OutputFile Create(const platform::WidePath& path) {
@@ -29,4 +29,4 @@ void ImageFile::Finish() {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::rasteriser

@@ -11,7 +11,7 @@
 #include "engines/support/files/DiskFile.h"
 #include "foundation/Platform.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::rasteriser {
 
 class ImageFile {
  public:
@@ -41,6 +41,6 @@ class ImageFile {
   std::optional<JpegWriter> writer_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::rasteriser
 
 #endif  // TARNIX_ENGINES_RASTERISER_IMAGEFILE_H_

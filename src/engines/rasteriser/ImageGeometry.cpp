@@ -6,7 +6,7 @@
 #include "engines/rasteriser/Pdf2ImgFailure.h"
 #include "engines/support/codecs/JpegWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::rasteriser {
 namespace {
 
 constexpr double kPointsPerInch = 72;
@@ -52,4 +52,4 @@ ImageGeometry GeometryOf(const ImageSettings& settings, double width_points, dou
   return geometry;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::rasteriser

@@ -6,7 +6,7 @@
 
 #include "engines/support/drawing/Placement.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::rasteriser {
 
 enum class SizeKind : std::uint8_t { kOfPage, kPixels, kPoints };
 
@@ -29,6 +29,6 @@ struct ImageGeometry {
 // Throws Pdf2ImgFailure(kPdf2ImgImageSizeError) for an image that the format cannot hold.
 ImageGeometry GeometryOf(const ImageSettings& settings, double width_points, double height_points);
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::rasteriser
 
 #endif  // TARNIX_ENGINES_RASTERISER_IMAGEGEOMETRY_H_

@@ -1,6 +1,6 @@
 #include "engines/rasteriser/Pdf2ImgFailure.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::rasteriser {
 
 Pdf2ImgError Pdf2ImgErrors::Of(const pdf::Error& error) {
   switch (error.code()) {
@@ -38,4 +38,4 @@ Pdf2ImgError Pdf2ImgErrors::Of(const DrawingError& error) {
   return kPdf2ImgInternalError;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::rasteriser

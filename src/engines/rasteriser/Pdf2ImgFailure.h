@@ -7,7 +7,7 @@
 #include "engines/support/drawing/DrawingError.h"
 #include "pdf/Error.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::rasteriser {
 
 using Pdf2ImgFailure = EngineFailure<Pdf2ImgError>;
 
@@ -22,6 +22,6 @@ struct Pdf2ImgErrors {
   static Code Of(const DrawingError& error);
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::rasteriser
 
 #endif  // TARNIX_ENGINES_RASTERISER_PDF2IMGFAILURE_H_

@@ -15,6 +15,9 @@
 #include "foundation/Utf8.h"
 
 namespace TarnixTools::engines {
+
+using namespace rasteriser;
+
 namespace {
 
 constexpr double kMaxDpi = 65535;  // of the header of JPEG files

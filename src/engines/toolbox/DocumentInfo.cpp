@@ -8,7 +8,7 @@
 #include "pdf/tree/TextString.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 
@@ -81,4 +81,4 @@ std::uint32_t WriteDocumentInfo(pdf::FileWriter& writer, const DocumentInfo& inf
   return number;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -11,7 +11,7 @@
 #include "pdf/file/Document.h"
 #include "pdf/write/FileWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // Values in UTF-8; one that is not there is not written.
 struct DocumentInfo {
@@ -37,6 +37,6 @@ std::vector<InfoEntry> ReadInfoEntries(pdf::Document& document);
 std::uint32_t WriteDocumentInfo(pdf::FileWriter& writer, const DocumentInfo& info,
                                 const DocumentInfo& before, std::span<const InfoEntry> entries);
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_DOCUMENTINFO_H_

@@ -9,7 +9,7 @@
 
 #include "engines/toolbox/ToolboxFailure.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 void SetLastError(ToolboxError code) noexcept;
 void SetLastErrorCharacter(std::uint32_t code_point) noexcept;
@@ -36,6 +36,6 @@ inline void Require(bool condition) {
   engines::Require<ToolboxErrors>(condition);
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_GUARD_H_

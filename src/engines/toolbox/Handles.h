@@ -23,8 +23,8 @@ namespace TarnixTools::engines {
 // Either a source or a target. The stream is released when the handle goes.
 struct TPdfDocument {
   TPdfStream stream;
-  std::unique_ptr<SourceDocument> source;
-  std::unique_ptr<TargetDocument> target;
+  std::unique_ptr<toolbox::SourceDocument> source;
+  std::unique_ptr<toolbox::TargetDocument> target;
 };
 
 struct TPdfPageList {
@@ -33,62 +33,62 @@ struct TPdfPageList {
 
 // A page of a source, or a copy of one on its way into a target's page list.
 struct TPdfPage {
-  SourceDocument* source = nullptr;
+  toolbox::SourceDocument* source = nullptr;
   std::uint32_t index = 0;  // zero-based
-  TargetDocument* target = nullptr;
+  toolbox::TargetDocument* target = nullptr;
   int rotation = 0;
-  std::int32_t options = 0;              // PdfCopyOption bits, of a copy
-  std::shared_ptr<PageContent> content;  // what was painted onto a copy; null: nothing yet
+  std::int32_t options = 0;                       // PdfCopyOption bits, of a copy
+  std::shared_ptr<toolbox::PageContent> content;  // what was painted onto a copy; null: nothing yet
 
   pdf::PageGeometry Geometry() const { return source->GeometryOf(index).Turned(rotation); }
 };
 
 struct TPdfMetadata {
-  DocumentInfo info;
+  toolbox::DocumentInfo info;
 };
 
 struct TPdfFont {
-  TargetContent* target = nullptr;
+  toolbox::TargetContent* target = nullptr;
   const fonts::InstalledFace* face = nullptr;
 };
 
 struct TPdfColorSpace {};
 
 struct TPdfPaint {
-  Paint paint;
+  toolbox::Paint paint;
 };
 
 struct TPdfText {
-  TargetContent* target = nullptr;
-  std::vector<PaintedLine> lines;
+  toolbox::TargetContent* target = nullptr;
+  std::vector<toolbox::PaintedLine> lines;
 };
 
 struct TPdfTextGenerator {
   TPdfText* text = nullptr;
   const fonts::InstalledFace* face = nullptr;
-  double size = 0;  // points
-  Paint paint;      // opaque black until it is set
+  double size = 0;       // points
+  toolbox::Paint paint;  // opaque black until it is set
   TPdfPoint point;
 };
 
 struct TPdfContent {
-  TargetContent* target = nullptr;
+  toolbox::TargetContent* target = nullptr;
   pdf::PageGeometry geometry;
-  std::shared_ptr<PageContent> page;
+  std::shared_ptr<toolbox::PageContent> page;
 };
 
 struct TPdfContentGenerator {
   TPdfContent content;
   bool prepends = false;
   std::string operators;
-  PageContent used;  // its resources only
+  toolbox::PageContent used;  // its resources only
   int open_saves = 0;
 };
 
 struct TPdfImage {
-  TargetContent* target = nullptr;
-  std::unique_ptr<StreamSource> file;
-  std::shared_ptr<StoredImage> stored;
+  toolbox::TargetContent* target = nullptr;
+  std::unique_ptr<toolbox::StreamSource> file;
+  std::shared_ptr<toolbox::StoredImage> stored;
   TPdfStream stream;  // released when the handle goes
 };
 

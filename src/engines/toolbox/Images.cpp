@@ -7,6 +7,8 @@
 
 namespace TarnixTools::engines {
 
+using namespace toolbox;
+
 TPdfImage* PdfDocumentCreateImage(TPdfDocument* target, const TPdfStream* stream) {
   return Guarded({target, stream}, [&] {
     Require(target->target != nullptr);

@@ -5,6 +5,8 @@
 
 namespace TarnixTools::engines {
 
+using namespace toolbox;
+
 namespace {
 
 using Value = std::optional<std::string> DocumentInfo::*;

@@ -4,6 +4,8 @@
 
 namespace TarnixTools::engines {
 
+using namespace toolbox;
+
 int PdfPageGetSize(TPdfPage* page, TPdfSize* size) {
   return Guarded({page, size}, [&] {
     const pdf::PageGeometry geometry = page->Geometry();

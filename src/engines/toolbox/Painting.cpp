@@ -7,6 +7,8 @@
 
 namespace TarnixTools::engines {
 
+using namespace toolbox;
+
 namespace {
 
 // What is painted is no part of what tagged documents say (ISO 32000-2, 14.8.2.2).

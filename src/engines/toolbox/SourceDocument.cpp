@@ -6,7 +6,7 @@
 #include "engines/toolbox/StreamBridge.h"
 #include "engines/toolbox/TargetDocument.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 SourceDocument::SourceDocument(const TPdfStream& stream, std::string_view password)
     : document_(pdf::Document::Open(std::make_unique<StreamSource>(stream), password)) {}
@@ -70,4 +70,4 @@ void SourceDocument::ServeWaiting() {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

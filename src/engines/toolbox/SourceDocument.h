@@ -14,7 +14,7 @@
 #include "pdf/tree/PageTree.h"
 #include "pdf/write/ObjectCopier.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class TargetDocument;
 
@@ -61,6 +61,6 @@ class SourceDocument {
   std::vector<TargetDocument*> waiting_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_SOURCEDOCUMENT_H_

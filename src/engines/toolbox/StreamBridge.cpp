@@ -2,7 +2,7 @@
 
 #include "pdf/Error.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 constexpr std::uint64_t kUnknownPosition = ~std::uint64_t{0};
@@ -38,4 +38,4 @@ void StreamSink::Write(std::string_view bytes) {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -8,7 +8,7 @@
 #include "pdf/file/ByteSink.h"
 #include "pdf/file/ByteSource.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // Reads through the callbacks. Does not release the stream.
 class StreamSource : public pdf::ByteSource {
@@ -37,6 +37,6 @@ class StreamSink : public pdf::ByteSink {
   TPdfStream stream_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_STREAMBRIDGE_H_

@@ -9,7 +9,7 @@
 #include "pdf/Error.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 
@@ -130,4 +130,4 @@ std::uint32_t TargetDocument::WriteCatalog() {
   return catalog;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -21,7 +21,7 @@
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/PageTreeWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class SourceDocument;
 
@@ -87,6 +87,6 @@ class TargetDocument {
   std::exception_ptr failure_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_TARGETDOCUMENT_H_

@@ -7,6 +7,8 @@
 
 namespace TarnixTools::engines {
 
+using namespace toolbox;
+
 namespace {
 
 constexpr std::int32_t kRgb = 2;

@@ -8,6 +8,8 @@
 
 namespace TarnixTools::engines {
 
+using namespace toolbox;
+
 namespace {
 
 thread_local ToolboxError last_error = kToolboxNoError;
@@ -15,11 +17,11 @@ thread_local std::uint32_t last_error_character = 0;
 
 }  // namespace
 
-void SetLastError(ToolboxError code) noexcept {
+void toolbox::SetLastError(ToolboxError code) noexcept {
   last_error = code;
 }
 
-void SetLastErrorCharacter(std::uint32_t code_point) noexcept {
+void toolbox::SetLastErrorCharacter(std::uint32_t code_point) noexcept {
   last_error_character = code_point;
 }
 

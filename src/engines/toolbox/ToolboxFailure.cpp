@@ -1,6 +1,6 @@
 #include "engines/toolbox/ToolboxFailure.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 ToolboxError ToolboxErrors::Of(const pdf::Error& error) {
   switch (error.code()) {
@@ -38,4 +38,4 @@ ToolboxError ToolboxErrors::Of(const fonts::LibraryMissing&) {
   return kToolboxLibraryError;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -8,7 +8,7 @@
 #include "engines/toolbox/ErrorCodes.h"
 #include "pdf/Error.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using ToolboxFailure = EngineFailure<ToolboxError>;
 
@@ -24,6 +24,6 @@ struct ToolboxErrors {
   static Code Of(const fonts::LibraryMissing& error);
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_TOOLBOXFAILURE_H_

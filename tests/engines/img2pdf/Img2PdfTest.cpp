@@ -9,7 +9,7 @@
 #include "support/TempDir.h"
 #include "support/TestImages.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::img2pdf {
 
 namespace {
 
@@ -167,4 +167,4 @@ TEST_F(Img2PdfTest, RefusesNullObjects) {
 
 }  // namespace
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::img2pdf

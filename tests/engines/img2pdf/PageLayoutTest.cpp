@@ -5,7 +5,7 @@
 
 #include "engines/img2pdf/PageLayout.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::img2pdf {
 
 namespace {
 
@@ -135,4 +135,4 @@ TEST(PageLayout, HugePagesHaveLargerUnits) {
 
 }  // namespace
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::img2pdf

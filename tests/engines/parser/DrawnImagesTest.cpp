@@ -7,7 +7,7 @@
 #include "engines/parser/ImagesFixture.h"
 #include "support/Readers.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::parser {
 namespace {
 
 using ::testing::ElementsAre;
@@ -215,4 +215,4 @@ TEST_F(Images, ThatCannotBeReadArePassedOver) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::parser

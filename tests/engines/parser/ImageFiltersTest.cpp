@@ -10,7 +10,7 @@
 #include "support/TestImages.h"
 #include "support/TestJpx.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::parser {
 namespace {
 
 using testing::MakeJpeg;
@@ -185,4 +185,4 @@ TEST_F(Images, ArePassedOverWhereJpeg2000DataIsNone) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::parser

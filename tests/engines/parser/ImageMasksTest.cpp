@@ -3,7 +3,7 @@
 
 #include "engines/parser/ImagesFixture.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::parser {
 namespace {
 
 TEST_F(Images, AreTheBlackPictureThatAMaskPaints) {
@@ -56,4 +56,4 @@ TEST_F(Images, OverlookAMatteThatFitsNoColor) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::parser

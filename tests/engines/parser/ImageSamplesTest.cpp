@@ -10,7 +10,7 @@
 #include "pdf/filters/Filters.h"
 #include "support/TestImages.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::parser {
 namespace {
 
 using ::testing::ElementsAre;
@@ -211,4 +211,4 @@ TEST_F(Images, AreDecodedFromDeflatedDataRowByRow) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::parser

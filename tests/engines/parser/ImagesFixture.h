@@ -17,7 +17,7 @@
 #include "support/TempDir.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::parser {
 
 using platform::WidePath;
 using testing::JpegImage;
@@ -132,6 +132,6 @@ class Images : public ::testing::Test {
   std::vector<std::pair<int, int>> troubles_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::parser
 
 #endif  // TARNIX_TESTS_ENGINES_PARSER_IMAGESFIXTURE_H_

@@ -4,7 +4,7 @@
 #include "engines/parser/ImagesFixture.h"
 #include "support/Readers.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::parser {
 namespace {
 
 TEST_F(Images, TellTheirMatrix) {
@@ -97,4 +97,4 @@ TEST_F(Images, NeedADocument) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::parser

@@ -15,7 +15,7 @@
 #include "support/TestJpx.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::rasteriser {
 namespace {
 
 using testing::JpegImage;
@@ -170,4 +170,4 @@ TEST_P(OddImagesOfTheCorpus, LookTheSameInAnAppearance) {
 INSTANTIATE_TEST_SUITE_P(Once, OddImagesOfTheCorpus, ::testing::Values(OnThePage));
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::rasteriser

@@ -20,7 +20,7 @@
 #include "support/TestJpx.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::rasteriser {
 namespace {
 
 using platform::WidePath;
@@ -639,4 +639,4 @@ TEST_F(Rasteriser, OpensALargeDocumentAnewOnTheWay) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::rasteriser

@@ -10,7 +10,7 @@
 #include "support/MemoryFile.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using namespace std::string_view_literals;
@@ -310,4 +310,4 @@ TEST_F(CopyReports, TellTheDamageOfASourceOnce) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

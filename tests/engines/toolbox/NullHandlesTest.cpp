@@ -5,7 +5,7 @@
 #include "engines/toolbox/ErrorCodes.h"
 #include "engines/toolbox/Toolbox.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 class NullHandles : public ::testing::Test {
@@ -95,4 +95,4 @@ TEST_F(NullHandles, Closed) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

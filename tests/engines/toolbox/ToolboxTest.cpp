@@ -11,7 +11,7 @@
 #include "support/RawPdf.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using pdf::Object;
@@ -428,4 +428,4 @@ TEST(Toolbox, ReadsDocumentInformation) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using fonts::GlyphCluster;
 using fonts::GlyphRun;
@@ -123,4 +123,4 @@ void ClusterPainter::ArrangeWithText(std::vector<PaintedGlyph>& glyphs) {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -17,7 +17,7 @@
 #include "engines/support/fonts/TextShaper.h"
 #include "engines/toolbox/content/EmbeddedFont.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // What is said beside a glyph: nothing, the cluster's characters, or that it has no text.
 enum class Span : std::uint8_t { kNone, kText, kEmpty };
@@ -64,6 +64,6 @@ class ClusterPainter {
   double width_ = 0;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_CLUSTERPAINTER_H_

@@ -6,7 +6,7 @@
 #include "engines/toolbox/content/StreamText.h"
 #include "pdf/Error.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 
@@ -129,4 +129,4 @@ std::uint32_t ContentIsolation::WriteWithout(std::string content,
   return WriteStreamText(*target_, "", content);
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

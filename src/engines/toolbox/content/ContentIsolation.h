@@ -13,7 +13,7 @@
 #include "pdf/content/ContentBalance.h"
 #include "pdf/write/FileWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class SourceDocument;
 
@@ -57,6 +57,6 @@ class ContentIsolation {
   std::uint64_t budget_;  // bytes that may still be decoded
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_CONTENTISOLATION_H_

@@ -7,7 +7,7 @@
 #include "foundation/Utf8.h"
 #include "pdf/syntax/Chars.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 
@@ -68,4 +68,4 @@ void AppendUtf16Hex(std::string& out, std::u32string_view text) {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -7,7 +7,7 @@
 
 #include "pdf/Matrix.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // Stands in names of resources for a beginning that the page's own names do not have; it becomes
 // known when the page is written.
@@ -29,6 +29,6 @@ void AppendUtf16Hex(std::string& out, std::u32string_view text);
 // A four-digit code.
 void AppendCode(std::string& out, unsigned code);
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_CONTENTTEXT_H_

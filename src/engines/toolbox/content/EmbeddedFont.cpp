@@ -11,7 +11,7 @@
 #include "engines/toolbox/content/StreamText.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using fonts::OutlineKind;
 
@@ -246,4 +246,4 @@ void EmbeddedFont::Write(pdf::FileWriter& writer) const {
   writer.WriteObject(resource_.number, text + ">>");
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

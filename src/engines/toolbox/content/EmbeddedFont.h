@@ -14,7 +14,7 @@
 #include "engines/toolbox/content/PageContent.h"
 #include "pdf/write/FileWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class EmbeddedFont {
  public:
@@ -68,6 +68,6 @@ class EmbeddedFont {
   std::map<std::pair<std::uint32_t, std::u32string>, unsigned> more_codes_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_EMBEDDEDFONT_H_

@@ -5,7 +5,7 @@
 #include "pdf/Limits.h"
 #include "pdf/filters/Filters.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 
@@ -37,4 +37,4 @@ std::string PageContent::Plain(const std::string& part) const {
   return pdf::Decode({{pdf::FilterKind::kFlate, {}}}, part, pdf::limits::kMaxHeldStream).data;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

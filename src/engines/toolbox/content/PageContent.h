@@ -9,7 +9,7 @@
 
 #include "pdf/content/ResourceNames.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 struct AddedResource {
   pdf::ResourceCategory category = pdf::ResourceCategory::kFont;
@@ -44,6 +44,6 @@ struct PageContent {
   }
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_PAGECONTENT_H_

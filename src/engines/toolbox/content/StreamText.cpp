@@ -2,7 +2,7 @@
 
 #include "pdf/filters/Filters.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 
@@ -30,4 +30,4 @@ std::uint32_t WriteStreamText(pdf::FileWriter& writer, const std::string& entrie
   return number;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

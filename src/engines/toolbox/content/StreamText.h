@@ -8,13 +8,13 @@
 
 #include "pdf/write/FileWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // Writes a new stream, deflated where that makes it smaller, and returns its number. entries: of
 // its dictionary, without strings.
 std::uint32_t WriteStreamText(pdf::FileWriter& writer, const std::string& entries,
                               std::string_view data);
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_STREAMTEXT_H_

@@ -5,7 +5,7 @@
 #include "engines/toolbox/content/StreamText.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using fonts::EmbeddingRight;
 using fonts::FontCatalog;
@@ -105,4 +105,4 @@ void TargetContent::Finish() {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -19,7 +19,7 @@
 #include "engines/toolbox/content/TargetImages.h"
 #include "pdf/write/FileWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class TargetContent {
  public:
@@ -77,6 +77,6 @@ class TargetContent {
   std::exception_ptr failure_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_TARGETCONTENT_H_

@@ -6,7 +6,7 @@
 
 #include "pdf/Error.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 
@@ -90,4 +90,4 @@ AddedResource TargetImages::ResourceOf(StoredImage& image, pdf::ByteSource& file
   return *image.resource;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -16,7 +16,7 @@
 #include "pdf/file/ByteSource.h"
 #include "pdf/write/FileWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // What is known of an image file by its bytes.
 struct StoredImage {
@@ -48,6 +48,6 @@ class TargetImages {
   std::size_t written_ = 0;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_TARGETIMAGES_H_

@@ -8,7 +8,7 @@
 #include "engines/toolbox/content/ContentText.h"
 #include "engines/toolbox/content/TargetContent.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using fonts::GlyphCluster;
 using fonts::GlyphRun;
@@ -203,4 +203,4 @@ void PaintLines(const std::vector<PaintedLine>& lines, TargetContent& target, st
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

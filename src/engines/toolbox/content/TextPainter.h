@@ -11,7 +11,7 @@
 #include "engines/toolbox/Toolbox.h"
 #include "engines/toolbox/content/PageContent.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class TargetContent;
 
@@ -34,6 +34,6 @@ struct PaintedLine {
 void PaintLines(const std::vector<PaintedLine>& lines, TargetContent& target, std::string& out,
                 PageContent& resources);
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_TEXTPAINTER_H_

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -39,4 +39,4 @@ Object BoundedReader::Look(const Object& value, pdf::Arena& arena) {
   return found;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -8,7 +8,7 @@
 #include "pdf/file/Document.h"
 #include "pdf/syntax/Object.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class BoundedReader {
  public:
@@ -22,6 +22,6 @@ class BoundedReader {
   std::size_t budget_ = std::size_t{16} << 20;  // bytes that may still be looked at, about
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_BOUNDEDREADER_H_

@@ -1,6 +1,6 @@
 #include "engines/toolbox/copy/CopyContext.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 CopyContext::CopyContext(SourceDocument& source, pdf::FileWriter& target, TargetParts& parts,
                          const std::vector<PageRequest>& requests)
@@ -35,4 +35,4 @@ const PageRequest* CopyContext::CopyOfPageIndex(std::uint32_t page_index) const 
   return found == by_index_.end() ? nullptr : found->second;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

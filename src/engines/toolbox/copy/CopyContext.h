@@ -15,7 +15,7 @@
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/ObjectCopier.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 struct PageRequest {
   std::uint32_t page_index = 0;                // in the source, zero-based
@@ -77,6 +77,6 @@ class CopyContext {
   std::unordered_map<std::uint32_t, const PageRequest*> by_index_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_COPYCONTEXT_H_

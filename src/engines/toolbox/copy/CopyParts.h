@@ -14,7 +14,7 @@
 #include "engines/toolbox/copy/settings/DocumentSettings.h"
 #include "engines/toolbox/copy/structure/Structure.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 struct CopyParts {
   explicit CopyParts(CopyContext& context)
@@ -37,6 +37,6 @@ struct CopyParts {
   AnnotationCopier annotations;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_COPYPARTS_H_

@@ -15,7 +15,7 @@
 #include "engines/toolbox/copy/structure/Structure.h"
 #include "engines/toolbox/metadata/Metadata.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class SourceParts {
  public:
@@ -63,6 +63,6 @@ class SourceParts {
   std::unique_ptr<SourceMetadata> metadata_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_SOURCEPARTS_H_

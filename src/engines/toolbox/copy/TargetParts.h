@@ -13,7 +13,7 @@
 #include "engines/toolbox/copy/structure/Structure.h"
 #include "engines/toolbox/metadata/Metadata.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class TargetContent;
 
@@ -31,6 +31,6 @@ struct TargetParts {
   TargetContent* content = nullptr;  // what is painted onto pages; not owned
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_TARGETPARTS_H_

@@ -10,7 +10,7 @@
 #include "pdf/Error.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -133,4 +133,4 @@ void TargetMetadata::WritePacket(pdf::FileWriter& writer, const DocumentInfo& in
   pdf::AppendReference(catalog, number);
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

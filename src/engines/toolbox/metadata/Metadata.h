@@ -12,7 +12,7 @@
 #include "pdf/file/Document.h"
 #include "pdf/write/FileWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyReport;
 class SourceDocument;
@@ -69,6 +69,6 @@ class TargetMetadata {
   std::shared_ptr<const KeptMetadata> kept_;  // null: nothing
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_METADATA_METADATA_H_

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 
@@ -122,4 +122,4 @@ bool XmlScanner::Fail() {
   return false;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

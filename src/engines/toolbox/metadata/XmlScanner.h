@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 struct XmlAttribute {
   std::string_view name;   // with its prefix
@@ -57,6 +57,6 @@ class XmlScanner {
   bool is_malformed_ = false;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_METADATA_XMLSCANNER_H_

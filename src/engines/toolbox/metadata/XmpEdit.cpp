@@ -6,7 +6,7 @@
 #include "engines/toolbox/metadata/XmlScanner.h"
 #include "foundation/Utf8.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 
@@ -296,4 +296,4 @@ std::string XmlText(std::string_view utf8) {
   return text;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

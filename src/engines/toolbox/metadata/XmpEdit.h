@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // Takes a property out, and puts another value in its place if it was there.
 struct XmpChange {
@@ -36,6 +36,6 @@ std::optional<EditedXmp> EditXmp(std::string_view packet, std::span<const XmpCha
 // A text as XML content; characters that XML cannot have are left out.
 std::string XmlText(std::string_view utf8);
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_METADATA_XMPEDIT_H_

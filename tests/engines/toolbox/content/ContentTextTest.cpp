@@ -4,7 +4,7 @@
 
 #include "engines/toolbox/content/ContentText.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 std::string Number(double value, int decimals = 3) {
@@ -64,4 +64,4 @@ TEST(Matrix, AppliesTheInnerFirst) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -10,7 +10,7 @@
 #include "support/TestImages.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using TarnixTools::testing::QpdfComplaints;
@@ -172,4 +172,4 @@ TEST(Isolation, PaintsOntoEachCopyOfAPageForItself) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

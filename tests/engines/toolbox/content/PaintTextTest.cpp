@@ -7,7 +7,7 @@
 #include "engines/toolbox/content/Painted.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using TarnixTools::testing::ProgramResult;
@@ -336,4 +336,4 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& script) { return script.param.name; });
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -5,7 +5,7 @@
 #include "engines/toolbox/content/Painted.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using TarnixTools::testing::TestPdf;
@@ -35,4 +35,4 @@ TEST(PaintThread, PaintsOntoDifferentDocumentsAtOnce) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

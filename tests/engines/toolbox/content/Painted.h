@@ -22,7 +22,7 @@
 #include "support/Readers.h"
 #include "support/TempDir.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 inline std::wstring WideOf(const std::u32string& text) {
   return {text.begin(), text.end()};
@@ -175,11 +175,11 @@ inline bool HasFont(const std::string& name) {
   return font != nullptr;
 }
 
-#define TARNIX_NEED_FONT(name)                     \
-  do {                                             \
-    if (!::TarnixTools::engines::HasFont(name)) {  \
-      GTEST_SKIP() << "needs the font " << (name); \
-    }                                              \
+#define TARNIX_NEED_FONT(name)                             \
+  do {                                                     \
+    if (!::TarnixTools::engines::toolbox::HasFont(name)) { \
+      GTEST_SKIP() << "needs the font " << (name);         \
+    }                                                      \
   } while (false)
 
 // Where there is ink on a page, as a viewer shows it, in points from the lower left.
@@ -221,6 +221,6 @@ inline Ink DarkInk(const std::string& path, int page_number = 1) {
   return ink;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_TESTS_ENGINES_TOOLBOX_CONTENT_PAINTED_H_

@@ -10,7 +10,7 @@
 #include "support/TestImages.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using TarnixTools::testing::QpdfComplaints;
@@ -236,4 +236,4 @@ TEST_F(PaintedResources, DoNotBringWhatOtherPagesUse) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

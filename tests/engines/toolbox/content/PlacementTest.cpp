@@ -7,7 +7,7 @@
 #include "support/TestImages.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using TarnixTools::testing::QpdfComplaints;
@@ -139,4 +139,4 @@ TEST(PlacementOnPages, PutsPicturesUpright) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -20,7 +20,7 @@
 #include "pdf/write/Serialize.h"
 #include "support/MemoryFile.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // Pages of one document, by zero-based index, in the order in which they are copied; none: all of
 // them.
@@ -171,6 +171,6 @@ class CopiedDocument {
   pdf::Arena arena_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_TESTS_ENGINES_TOOLBOX_COPY_COPIEDDOCUMENT_H_

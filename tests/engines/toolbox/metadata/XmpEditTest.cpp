@@ -5,7 +5,7 @@
 
 #include "engines/toolbox/metadata/XmpEdit.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using namespace std::string_literals;
@@ -145,4 +145,4 @@ TEST(XmpEdit, WritesTextAsXml) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -8,7 +8,7 @@
 #include "engines/toolbox/copy/CopyParts.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -370,4 +370,4 @@ void AnnotationCopier::Report() {
              page_number);
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

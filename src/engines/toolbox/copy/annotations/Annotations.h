@@ -17,7 +17,7 @@ namespace TarnixTools::pdf {
 class Document;
 }  // namespace TarnixTools::pdf
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 struct CopyParts;
@@ -107,6 +107,6 @@ class AnnotationCopier {
   Page page_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_ANNOTATIONS_ANNOTATIONS_H_

@@ -7,7 +7,7 @@
 #include "pdf/write/ObjectCopier.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 using pdf::Token;
@@ -258,4 +258,4 @@ void TargetFieldDefaults::AppendTo(std::string& form) const {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -22,7 +22,7 @@ class Document;
 class ObjectCopier;
 }  // namespace TarnixTools::pdf
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // Resources of a source that have another name in the target, or that come along only when they are
 // used.
@@ -137,6 +137,6 @@ class TargetFieldDefaults {
   std::int64_t alignment_ = 0;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FIELDDEFAULTS_H_

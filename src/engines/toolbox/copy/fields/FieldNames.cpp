@@ -2,7 +2,7 @@
 
 #include "pdf/tree/TextString.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 
@@ -45,4 +45,4 @@ std::string TakenNames::SuffixFor(const std::string& name,
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

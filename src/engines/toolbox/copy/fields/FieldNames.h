@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class TakenNames {
  public:
@@ -50,6 +50,6 @@ class FieldRenames {
   std::unordered_map<std::string, std::string> suffixes_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FIELDNAMES_H_

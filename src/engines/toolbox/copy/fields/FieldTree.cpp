@@ -4,7 +4,7 @@
 
 #include "engines/toolbox/SourceDocument.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -179,4 +179,4 @@ void FieldTree::RankCalculations(const Object& order) {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

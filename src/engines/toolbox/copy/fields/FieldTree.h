@@ -19,7 +19,7 @@ namespace TarnixTools::pdf {
 class Document;
 }  // namespace TarnixTools::pdf
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class SourceDocument;
 
@@ -98,6 +98,6 @@ class FieldTree {
   std::vector<Waiting> waiting_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FIELDTREE_H_

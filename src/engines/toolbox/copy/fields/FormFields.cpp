@@ -7,7 +7,7 @@
 #include "pdf/tree/TextString.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::DictionaryEntry;
 using pdf::Object;
@@ -513,4 +513,4 @@ void FormFieldCopier::Report(const std::vector<std::uint32_t>& nodes) {
              tree.terminal_count() - kept);
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -25,7 +25,7 @@ namespace TarnixTools::pdf {
 class FileWriter;
 }  // namespace TarnixTools::pdf
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 struct PageRequest;
@@ -164,6 +164,6 @@ class FormFieldCopier {
   std::uint64_t renamed_count_ = 0;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_FIELDS_FORMFIELDS_H_

@@ -6,7 +6,7 @@
 #include "engines/toolbox/SourceDocument.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -196,4 +196,4 @@ SourceLayerConfiguration ReadLayerConfiguration(const Object& dictionary, LayerI
   return Reading(index).Read(dictionary);
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

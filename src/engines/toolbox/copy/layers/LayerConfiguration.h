@@ -13,7 +13,7 @@
 #include "pdf/file/Document.h"
 #include "pdf/syntax/Object.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class SourceDocument;
 
@@ -80,6 +80,6 @@ SourceLayerConfiguration ReadLayerConfiguration(const pdf::Object& dictionary, L
 // The names of an intent entry: a name, or an array of names.
 std::vector<std::string> LayerIntents(const pdf::Object& intent);
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_LAYERCONFIGURATION_H_

@@ -4,7 +4,7 @@
 
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 
@@ -129,4 +129,4 @@ void LayerTree::AppendKept(std::string& out, std::span<const KeptLayer> kept) co
   close_before(kNone);
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // A layer that came along: its index among those of the source, and its number in the target.
 struct KeptLayer {
@@ -75,6 +75,6 @@ class LayerTree {
   std::vector<std::pair<std::uint32_t, std::uint32_t>> places_;  // layer and node, sorted
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_LAYERTREE_H_

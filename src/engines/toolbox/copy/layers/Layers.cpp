@@ -5,7 +5,7 @@
 #include "engines/toolbox/copy/CopyContext.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -302,4 +302,4 @@ std::vector<KeptLayer> LayerCopier::FindKept(const LayerIndex& index) {
   return kept;
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

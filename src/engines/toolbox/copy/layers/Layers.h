@@ -14,7 +14,7 @@ namespace TarnixTools::pdf {
 class FileWriter;
 }  // namespace TarnixTools::pdf
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 class SourceDocument;
@@ -90,6 +90,6 @@ class LayerCopier {
   CopyContext* context_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_LAYERS_LAYERS_H_

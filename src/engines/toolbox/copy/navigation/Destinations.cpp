@@ -11,7 +11,7 @@
 #include "pdf/write/Serialize.h"
 #include "pdf/write/TreeWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -442,4 +442,4 @@ bool DestinationCopier::AppendActionEntry(std::string& out, std::string_view key
   return !actions.empty();
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -20,7 +20,7 @@ class Document;
 class FileWriter;
 }  // namespace TarnixTools::pdf
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 struct PageRequest;
@@ -149,6 +149,6 @@ class DestinationCopier {
   std::unordered_map<std::uint32_t, std::uint32_t> actions_;  // target numbers, 0: nothing is left
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_NAVIGATION_DESTINATIONS_H_

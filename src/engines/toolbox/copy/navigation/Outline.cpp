@@ -7,7 +7,7 @@
 #include "engines/toolbox/copy/CopyContext.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -279,4 +279,4 @@ void OutlineCopier::AppendTarget(std::string& out, const Object& item) {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

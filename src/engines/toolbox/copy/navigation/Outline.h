@@ -15,7 +15,7 @@ namespace TarnixTools::pdf {
 class FileWriter;
 }  // namespace TarnixTools::pdf
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 class SourceDocument;
@@ -107,6 +107,6 @@ class OutlineCopier {
   pdf::Arena arena_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_NAVIGATION_OUTLINE_H_

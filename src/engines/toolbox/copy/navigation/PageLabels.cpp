@@ -7,7 +7,7 @@
 #include "pdf/write/Serialize.h"
 #include "pdf/write/TreeWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -124,4 +124,4 @@ void PageLabelCopier::Copy() {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

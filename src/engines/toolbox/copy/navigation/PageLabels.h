@@ -10,7 +10,7 @@ namespace TarnixTools::pdf {
 class FileWriter;
 }  // namespace TarnixTools::pdf
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 class SourceDocument;
@@ -80,6 +80,6 @@ class PageLabelCopier {
   CopyContext* context_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_NAVIGATION_PAGELABELS_H_

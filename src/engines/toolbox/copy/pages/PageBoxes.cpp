@@ -6,7 +6,7 @@
 #include "engines/toolbox/copy/CopyContext.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::InheritableKey;
 using pdf::Object;
@@ -53,4 +53,4 @@ void AppendPageBoxes(std::string& out, CopyContext& context, const pdf::PageTree
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -9,7 +9,7 @@
 #include "pdf/syntax/Object.h"
 #include "pdf/tree/PageTree.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 
@@ -21,6 +21,6 @@ bool IsPageBox(std::string_view key);
 void AppendPageBoxes(std::string& out, CopyContext& context, const pdf::PageTree::Page& page,
                      const pdf::Object& dictionary, pdf::Arena& arena);
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAGEBOXES_H_

@@ -10,7 +10,7 @@
 #include "pdf/tree/PageGeometry.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -163,4 +163,4 @@ void PageCopier::ReportLeftOut(const Object& dictionary) {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

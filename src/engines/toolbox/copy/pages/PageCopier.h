@@ -12,7 +12,7 @@
 #include "pdf/syntax/Object.h"
 #include "pdf/tree/PageTree.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class PageCopier {
  public:
@@ -40,6 +40,6 @@ class PageCopier {
   std::unordered_set<std::uint32_t> written_pages_;  // page indexes
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAGECOPIER_H_

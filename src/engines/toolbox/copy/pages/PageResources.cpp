@@ -6,7 +6,7 @@
 #include "engines/toolbox/copy/CopyContext.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::DictionaryEntry;
 using pdf::Object;
@@ -410,4 +410,4 @@ void PageResourceCopier::AppendCategory(std::string& out, const ResourceDictiona
   out += ">>";
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -21,7 +21,7 @@
 #include "pdf/tree/PageTree.h"
 #include "pdf/write/ObjectCopier.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 
@@ -87,6 +87,6 @@ class PageResourceCopier : public pdf::ResourceFilter {
   std::unordered_map<std::uint32_t, ResourceNameId> widget_fonts_;  // by appearance
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAGERESOURCES_H_

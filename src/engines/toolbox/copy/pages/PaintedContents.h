@@ -9,7 +9,7 @@
 #include "engines/toolbox/content/ContentIsolation.h"
 #include "engines/toolbox/content/PageContent.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 
@@ -32,6 +32,6 @@ class PaintedContents {
   ContentIsolation isolation_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGES_PAINTEDCONTENTS_H_

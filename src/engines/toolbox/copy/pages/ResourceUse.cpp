@@ -7,7 +7,7 @@
 
 #include "engines/toolbox/SourceDocument.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Arena;
 using pdf::DictionaryEntry;
@@ -505,4 +505,4 @@ void SourceResources::AddEntry(ResourceDictionary& dictionary, ResourceCategory 
   dictionary.entries.push_back(resource);
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

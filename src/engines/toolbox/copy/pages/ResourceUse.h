@@ -15,7 +15,7 @@
 #include "pdf/syntax/Arena.h"
 #include "pdf/syntax/Object.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class SourceDocument;
 
@@ -120,6 +120,6 @@ class SourceResources {
   std::string key_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGES_RESOURCEUSE_H_

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 void CopyReport::Add(CopiedKind kind, CopyOutcome outcome, std::string_view reason,
                      std::uint64_t count, std::uint32_t page) {
@@ -19,4 +19,4 @@ void CopyReport::Add(CopiedKind kind, CopyOutcome outcome, std::string_view reas
   entries_.push_back({kind, outcome, std::string(reason), count, page});
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -10,7 +10,7 @@
 
 #include "engines/toolbox/Toolbox.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using CopiedKind = TPdfCopiedKind;
 using CopyOutcome = TPdfCopyOutcome;
@@ -39,6 +39,6 @@ class CopyReport {
   std::vector<CopyEntry> entries_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_REPORT_COPYREPORT_H_

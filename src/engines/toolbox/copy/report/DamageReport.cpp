@@ -1,6 +1,6 @@
 #include "engines/toolbox/copy/report/DamageReport.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 
@@ -76,4 +76,4 @@ void ReportDamage(SourceDocument& source, CopyReport& report) {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

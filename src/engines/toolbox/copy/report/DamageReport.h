@@ -5,11 +5,11 @@
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/copy/report/CopyReport.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // Adds what the core found in the source and no report has had yet.
 void ReportDamage(SourceDocument& source, CopyReport& report);
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_REPORT_DAMAGEREPORT_H_

@@ -8,7 +8,7 @@
 #include "pdf/tree/TextString.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -189,4 +189,4 @@ std::string AttachmentCopier::FileNameOf(const Object& specification) {
   return {};
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

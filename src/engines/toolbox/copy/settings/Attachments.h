@@ -14,7 +14,7 @@
 #include "pdf/syntax/Object.h"
 #include "pdf/write/NameTreeWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 
@@ -83,6 +83,6 @@ class AttachmentCopier {
 // A name with " (count)" in front of its extension, in the encoding of the text string that it is.
 std::string NumberedName(std::string_view name, std::uint32_t count);
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_SETTINGS_ATTACHMENTS_H_

@@ -9,7 +9,7 @@
 #include "pdf/tree/NameTree.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -372,4 +372,4 @@ void DocumentSettingsCopier::CopyExtensions(const Object& catalog) {
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

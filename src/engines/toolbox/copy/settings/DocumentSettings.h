@@ -16,7 +16,7 @@ namespace TarnixTools::pdf {
 class FileWriter;
 }  // namespace TarnixTools::pdf
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 class SourceDocument;
@@ -145,6 +145,6 @@ class DocumentSettingsCopier {
   pdf::Arena arena_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_SETTINGS_DOCUMENTSETTINGS_H_

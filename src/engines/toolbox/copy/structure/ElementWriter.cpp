@@ -6,7 +6,7 @@
 #include "engines/toolbox/copy/structure/StructureReader.h"
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -302,4 +302,4 @@ void ElementWriter::Report() {
                          lost_roles_.size());
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

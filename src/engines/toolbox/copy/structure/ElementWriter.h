@@ -14,7 +14,7 @@
 #include "pdf/syntax/Arena.h"
 #include "pdf/syntax/Object.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 class TargetStructure;
@@ -76,6 +76,6 @@ class ElementWriter {
   std::unordered_set<std::string> lost_roles_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_ELEMENTWRITER_H_

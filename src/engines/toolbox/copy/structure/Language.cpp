@@ -7,7 +7,7 @@
 #include "engines/toolbox/copy/report/CopyReport.h"
 #include "pdf/write/FileWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 namespace {
 
@@ -99,4 +99,4 @@ void TargetLanguage::Report(CopyReport& report, const std::string& in_catalog) c
   }
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

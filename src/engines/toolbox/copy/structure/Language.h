@@ -12,7 +12,7 @@ namespace TarnixTools::pdf {
 class FileWriter;
 }  // namespace TarnixTools::pdf
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyReport;
 
@@ -53,6 +53,6 @@ class TargetLanguage {
   std::size_t held_size_ = 0;  // bytes
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_LANGUAGE_H_

@@ -5,7 +5,7 @@
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/copy/structure/StructureReader.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -64,4 +64,4 @@ SourceStructure::Loaded SourceStructure::Load(std::uint32_t index, pdf::Arena& a
   return {dictionary, KidsOf(dictionary, arena)};
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

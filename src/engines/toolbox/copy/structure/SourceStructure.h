@@ -22,7 +22,7 @@ namespace TarnixTools::pdf {
 class Document;
 }  // namespace TarnixTools::pdf
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class SourceDocument;
 
@@ -132,6 +132,6 @@ class SourceStructure {
   pdf::NumberMap slots_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_SOURCESTRUCTURE_H_

@@ -15,7 +15,7 @@
 #include "pdf/syntax/Object.h"
 #include "pdf/write/TokenCopier.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 struct PageRequest;
@@ -85,6 +85,6 @@ class StructureCopier {
   std::vector<ElementWriter::Kid> kids_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_STRUCTURECOPIER_H_

@@ -7,7 +7,7 @@
 #include "pdf/write/Serialize.h"
 #include "pdf/write/TreeWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -230,4 +230,4 @@ std::string TargetIds::Write(pdf::FileWriter& writer) const {
   return tree.Finish();
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -17,7 +17,7 @@ namespace TarnixTools::pdf {
 class FileWriter;
 }  // namespace TarnixTools::pdf
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // A dictionary that may be large, by name.
 class NamedValues {
@@ -103,6 +103,6 @@ class TargetIds {
   std::unordered_map<std::string, std::uint32_t> numbers_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_STRUCTURENAMES_H_

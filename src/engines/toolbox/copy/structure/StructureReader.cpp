@@ -7,7 +7,7 @@
 #include "engines/toolbox/SourceDocument.h"
 #include "pdf/tree/KeyedTree.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 using pdf::Object;
 
@@ -244,4 +244,4 @@ void StructureReader::Sort() {
   });
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -10,7 +10,7 @@
 
 #include "engines/toolbox/copy/structure/SourceStructure.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // The kids that stand in an element's dictionary: one, or those of an array in it.
 std::span<const pdf::Object> KidsOf(const pdf::Object& dictionary, pdf::Arena& arena);
@@ -65,6 +65,6 @@ class StructureReader {
   std::unordered_set<std::string_view> rows_;  // names of element types that are table rows
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_STRUCTUREREADER_H_

@@ -6,7 +6,7 @@
 #include "pdf/write/Serialize.h"
 #include "pdf/write/TreeWriter.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 std::int64_t TargetParentTree::Take(std::int64_t count) {
   const std::int64_t first = next_key_;
@@ -145,4 +145,4 @@ void TargetStructure::AppendKids(std::string& out) const {
   out += kids_.size() == 1 ? "" : "]";
 }
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

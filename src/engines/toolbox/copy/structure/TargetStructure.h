@@ -18,7 +18,7 @@ namespace TarnixTools::pdf {
 class FileWriter;
 }  // namespace TarnixTools::pdf
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 
 // The way from numbers of pages, streams and annotations to the elements of their content.
 class TargetParentTree {
@@ -112,6 +112,6 @@ class TargetStructure {
   std::string files_;
 };
 
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_COPY_STRUCTURE_TARGETSTRUCTURE_H_

@@ -4,7 +4,7 @@
 #include "support/RawPdf.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using pdf::Object;
@@ -223,4 +223,4 @@ TEST(Annotations, AreNotCopiedWithoutEnd) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

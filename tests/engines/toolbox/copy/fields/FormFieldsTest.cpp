@@ -8,7 +8,7 @@
 #include "support/Readers.h"
 #include "support/TempDir.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using pdf::Object;
@@ -602,4 +602,4 @@ TEST(FormFields, AreThereForAnotherReader) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -12,7 +12,7 @@
 #include "support/TempDir.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using pdf::Object;
@@ -350,4 +350,4 @@ TEST(Layers, StayHiddenForAnIndependentReader) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -7,7 +7,7 @@
 #include "support/RawPdf.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using pdf::Object;
@@ -246,4 +246,4 @@ TEST(Destinations, KeepABoundedNumberOfActionsAndEvents) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -4,7 +4,7 @@
 #include "support/RawPdf.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using pdf::Object;
@@ -166,4 +166,4 @@ TEST(Outline, SharesLongTitlesAsTheSourceDid) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

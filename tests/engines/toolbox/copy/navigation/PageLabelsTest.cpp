@@ -5,7 +5,7 @@
 #include "support/RawPdf.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using pdf::Object;
@@ -68,4 +68,4 @@ TEST(PageLabels, SurvivesNonsense) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

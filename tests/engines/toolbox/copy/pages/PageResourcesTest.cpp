@@ -5,7 +5,7 @@
 #include "engines/toolbox/copy/CopiedDocument.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using pdf::Object;
@@ -165,4 +165,4 @@ TEST(PageResources, ThatAreMissingOrOfAWrongTypeAreLeftOut) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

@@ -12,7 +12,7 @@
 #include "support/TempDir.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using pdf::Object;
@@ -260,4 +260,4 @@ TEST(NumberedName, KeepsTheEncoding) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

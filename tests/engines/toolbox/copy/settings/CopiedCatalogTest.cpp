@@ -7,7 +7,7 @@
 #include "pdf/tree/KeyedTree.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using pdf::Object;
@@ -89,4 +89,4 @@ TEST(CopiedCatalog, IsReportedWhereItStandsInTheTrailer) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

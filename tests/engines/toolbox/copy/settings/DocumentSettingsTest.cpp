@@ -7,7 +7,7 @@
 #include "engines/toolbox/copy/settings/DocumentSettings.h"
 #include "support/TestPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using pdf::Object;
@@ -239,4 +239,4 @@ TEST(DocumentSettings, SurviveValuesOfAnyType) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

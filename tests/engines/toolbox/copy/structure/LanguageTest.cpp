@@ -8,7 +8,7 @@
 #include "engines/toolbox/copy/CopiedDocument.h"
 #include "support/RawPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using pdf::Object;
@@ -136,4 +136,4 @@ TEST(Language, OfManyTopmostElementsNeedsNoMemoryForAllOfThem) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox

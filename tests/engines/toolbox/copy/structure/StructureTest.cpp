@@ -10,7 +10,7 @@
 #include "engines/toolbox/copy/CopiedDocument.h"
 #include "support/RawPdf.h"
 
-namespace TarnixTools::engines {
+namespace TarnixTools::engines::toolbox {
 namespace {
 
 using pdf::Object;
@@ -688,4 +688,4 @@ TEST(Structure, WritesTheSameBytesAgain) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines
+}  // namespace TarnixTools::engines::toolbox
