@@ -1,18 +1,14 @@
 // PdfTransformation: which pages are decorated.
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <iterator>
-#include <limits>
 
 #include "PdfException.h"
 #include "PdfTransformation.h"
+#include "foundation/PageNumber.h"
 
 namespace TarnixTools {
 namespace {
-
-constexpr const char* kDigits = "0123456789";
-constexpr const char* kPatternCharacters = "0123456789,-";
 
 [[noreturn]] void ThrowBadPattern(const std::string& pattern) {
   throw PdfException(PdfExceptionCode::InvalidParameter, 0, "Invalid target pages pattern [%s]",
@@ -22,14 +18,6 @@ constexpr const char* kPatternCharacters = "0123456789,-";
 [[noreturn]] void ThrowBadItem(const std::string& item) {
   throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                      "Invalid page number pages pattern [%s]", item.c_str());
-}
-
-// The number that the text begins with, 0 when it begins with none. One that is too large for any
-// document becomes the largest there is.
-int LeadingNumber(const std::string& text) {
-  int number = 0;
-  const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-  return result.ec == std::errc::result_out_of_range ? std::numeric_limits<int>::max() : number;
 }
 
 }  // namespace
@@ -66,7 +54,7 @@ void PdfTransformation::AddTargetRange(const PdfPageRange& range) {
 }
 
 void PdfTransformation::AddTargetPattern(const std::string& pattern) {
-  if (pattern.find_first_not_of(kPatternCharacters) != std::string::npos) {
+  if (pattern.find_first_not_of(kPagePatternCharacters) != std::string::npos) {
     ThrowBadPattern(pattern);
   }
   std::size_t start = 0;
@@ -84,9 +72,9 @@ void PdfTransformation::AddTargetPattern(const std::string& pattern) {
 }
 
 void PdfTransformation::PatternToRange(const std::string& item) {
-  const std::size_t separator = item.find_first_not_of(kDigits);
+  const std::size_t separator = item.find_first_not_of(kPageDigits);
   if (separator == std::string::npos) {
-    AddTargetPage(LeadingNumber(item));
+    AddTargetPage(LeadingPageNumber(item));
     return;
   }
   const std::string left = item.substr(0, separator);
@@ -94,7 +82,7 @@ void PdfTransformation::PatternToRange(const std::string& item) {
   if (left.empty() || right.empty() || std::count(item.begin(), item.end(), '-') > 1) {
     ThrowBadItem(item);
   }
-  AddTargetRange(PdfPageRange(LeadingNumber(left), LeadingNumber(right)));
+  AddTargetRange(PdfPageRange(LeadingPageNumber(left), LeadingPageNumber(right)));
 }
 
 void PdfTransformation::ClearTargetPages() {

@@ -1,28 +1,16 @@
 #include "PdfRemovePagesTask.h"
 
 #include <algorithm>
-#include <charconv>
-#include <limits>
-#include <string_view>
 
 #include "PdfException.h"
+#include "foundation/PageNumber.h"
 
 namespace TarnixTools {
 namespace {
 
-constexpr const char* kDigits = "0123456789";
-constexpr const char* kPatternCharacters = "0123456789,-";
-
 [[noreturn]] void ThrowBadPattern(const std::string& pattern) {
   throw PdfException(PdfExceptionCode::InvalidParameter, 0, "Invalid remove pages pattern [%s]",
                      pattern.c_str());
-}
-
-// A number that is too large for any document becomes the largest there is.
-int PageNumber(std::string_view digits) {
-  int number = 0;
-  const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-  return result.ec == std::errc() ? number : std::numeric_limits<int>::max();
 }
 
 }  // namespace
@@ -61,7 +49,7 @@ void PdfRemovePagesTask::AddRange(const PdfPageRange& range, std::optional<int>&
 }
 
 void PdfRemovePagesTask::AddRemovedPattern(const std::string& pattern) {
-  if (pattern.find_first_not_of(kPatternCharacters) != std::string::npos) {
+  if (pattern.find_first_not_of(kPagePatternCharacters) != std::string::npos) {
     ThrowBadPattern(pattern);
   }
   std::optional<int> pages_num;
@@ -127,17 +115,17 @@ PdfDoc PdfRemovePagesTask::FirstDocument() const {
 
 // An item is a page or a range: digits and hyphens, and not empty.
 void PdfRemovePagesTask::PatternToRange(const std::string& item, std::optional<int>& pages_num) {
-  const std::size_t hyphen = item.find_first_not_of(kDigits);
+  const std::size_t hyphen = item.find_first_not_of(kPageDigits);
   if (hyphen == std::string::npos) {
-    AddRange(PdfPageRange(PageNumber(item), PageNumber(item)), pages_num);
+    AddRange(PdfPageRange(LeadingPageNumber(item), LeadingPageNumber(item)), pages_num);
     return;
   }
   const std::string left = item.substr(0, hyphen);
   const std::string right = item.substr(hyphen + 1);
-  if (left.empty() || right.empty() || right.find_first_not_of(kDigits) != std::string::npos) {
+  if (left.empty() || right.empty() || right.find_first_not_of(kPageDigits) != std::string::npos) {
     ThrowBadPattern(item);
   }
-  AddRange(PdfPageRange(PageNumber(left), PageNumber(right)), pages_num);
+  AddRange(PdfPageRange(LeadingPageNumber(left), LeadingPageNumber(right)), pages_num);
 }
 
 // The runs of pages that are in no removed range.
