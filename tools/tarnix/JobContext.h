@@ -51,6 +51,34 @@ class JobContext {
     task.SetOutPassword(OutPassword());
   }
 
+  // Runs a task on one document. Its output keeps what the document says of itself.
+  template <typename Task>
+  void Run(Task& task) const {
+    task.SetKeepMetadata(true);
+    SetOutput(task);
+    task.Execute();
+  }
+
+  // Runs a task on one document whose output has the name that the task was given.
+  template <typename Task>
+  JobResult RunNamed(Task& task) const {
+    Run(task);
+    return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};
+  }
+
+  // Runs a task on one document whose output has the name that the task was given, or else one made
+  // of the task's prefix and the document's name.
+  template <typename Task>
+  JobResult RunPrefixed(Task& task, const PdfDoc& document) const {
+    task.SetOutPrefix(Options().Text("prefix"));
+    task.SetOutPdfName(Options().Text("name"));
+    Run(task);
+    const std::string name = task.GetOutPdfName().empty()
+                                 ? task.GetOutPrefix() + "_" + document.GetDocName(false) + ".pdf"
+                                 : task.GetOutPdfName();
+    return {.outputs = {task.GetOutputPath() + name}, .report = task.GetReport()};
+  }
+
  private:
   std::string MakeOutputDirectory() const;
 

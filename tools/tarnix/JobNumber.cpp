@@ -1,5 +1,3 @@
-#include <string>
-
 #include "DecorationOptions.h"
 #include "Job.h"
 #include "JobContext.h"
@@ -38,10 +36,7 @@ constexpr OptionRow kOptions[] = {
 JobResult Number(JobContext& context) {
   PdfPageNumberTask task(context.Documents().front(), context.Options().Text("name"));
   SetNumberOptions(context.Options(), task);
-  task.SetKeepMetadata(true);
-  context.SetOutput(task);
-  task.Execute();
-  return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};
+  return context.RunNamed(task);
 }
 
 const JobRegistration kRegistration({

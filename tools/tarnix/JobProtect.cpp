@@ -1,5 +1,3 @@
-#include <string>
-
 #include "Job.h"
 #include "JobContext.h"
 #include "PdfProtectTask.h"
@@ -23,15 +21,7 @@ constexpr OptionRow kOptions[] = {
 JobResult Protect(JobContext& context) {
   const PdfDoc document = context.Documents().front();
   PdfProtectTask task(document, context.ReadOutPassword("new-password"));
-  task.SetOutPrefix(context.Options().Text("prefix"));
-  task.SetOutPdfName(context.Options().Text("name"));
-  task.SetKeepMetadata(true);
-  context.SetOutput(task);
-  task.Execute();
-  const std::string name = task.GetOutPdfName().empty()
-                               ? task.GetOutPrefix() + "_" + document.GetDocName(false) + ".pdf"
-                               : task.GetOutPdfName();
-  return {.outputs = {task.GetOutputPath() + name}, .report = task.GetReport()};
+  return context.RunPrefixed(task, document);
 }
 
 const JobRegistration kRegistration({

@@ -19,9 +19,7 @@ JobResult RemovePages(JobContext& context) {
   task.AddRemovedPattern(context.Options().Text("pages"));
   task.SetOutPrefix(context.Options().Text("prefix"));
   task.SetOutPdfName(context.Options().Text("name"));
-  task.SetKeepMetadata(true);
-  context.SetOutput(task);
-  task.Execute();
+  context.Run(task);
   const std::string name =
       task.GetOutPdfName().empty() ? task.GetOutPrefix() + ".pdf" : task.GetOutPdfName();
   return {.outputs = {task.GetOutputPath() + name}, .report = task.GetReport()};

@@ -1,5 +1,3 @@
-#include <string>
-
 #include "Job.h"
 #include "JobContext.h"
 #include "PdfRotateTask.h"
@@ -20,10 +18,7 @@ JobResult Rotate(JobContext& context) {
   task.SetRotationAngle(
       static_cast<PdfRotationAngle>(ToInteger(context.Options().Text("angle", "0")).value_or(0)));
   task.SetOutName(context.Options().Text("name"));
-  task.SetKeepMetadata(true);
-  context.SetOutput(task);
-  task.Execute();
-  return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};
+  return context.RunNamed(task);
 }
 
 const JobRegistration kRegistration({

@@ -101,9 +101,7 @@ JobResult Split(JobContext& context) {
   task.SetFixedSplitInterval(options.Integer("every", 1));
   PdfDoc document = context.Documents().front();
   task.AddPdfDoc(document);
-  task.SetKeepMetadata(true);
-  context.SetOutput(task);
-  task.Execute();
+  context.Run(task);
 
   const std::string stem = task.GetOutputPath() + document.GetDocName(false);
   JobResult result{.report = task.GetReport()};

@@ -1,5 +1,3 @@
-#include <string>
-
 #include "DecorationOptions.h"
 #include "Job.h"
 #include "JobContext.h"
@@ -30,10 +28,7 @@ constexpr OptionRow kOptions[] = {
 JobResult StampImage(JobContext& context) {
   PdfStampImageTask task(context.Documents().front(), context.Options().Text("name"));
   SetStampImageOptions(context.Options(), task);
-  task.SetKeepMetadata(true);
-  context.SetOutput(task);
-  task.Execute();
-  return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};
+  return context.RunNamed(task);
 }
 
 const JobRegistration kRegistration({

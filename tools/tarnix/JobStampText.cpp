@@ -1,5 +1,3 @@
-#include <string>
-
 #include "DecorationOptions.h"
 #include "Job.h"
 #include "JobContext.h"
@@ -32,10 +30,7 @@ constexpr OptionRow kOptions[] = {
 JobResult StampText(JobContext& context) {
   PdfStampTextTask task(context.Documents().front(), context.Options().Text("name"));
   SetStampTextOptions(context.Options(), task);
-  task.SetKeepMetadata(true);
-  context.SetOutput(task);
-  task.Execute();
-  return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};
+  return context.RunNamed(task);
 }
 
 const JobRegistration kRegistration({

@@ -1,5 +1,3 @@
-#include <string>
-
 #include "Job.h"
 #include "JobContext.h"
 #include "PdfTransformTask.h"
@@ -25,10 +23,7 @@ JobResult Transform(JobContext& context) {
     }
   }
   task.SetOutName(context.Options().Text("name"));
-  task.SetKeepMetadata(true);
-  context.SetOutput(task);
-  task.Execute();
-  return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};
+  return context.RunNamed(task);
 }
 
 const JobRegistration kRegistration({

@@ -1,5 +1,3 @@
-#include <string>
-
 #include "Job.h"
 #include "JobContext.h"
 #include "PdfUnlockTask.h"
@@ -10,15 +8,7 @@ namespace {
 JobResult Unlock(JobContext& context) {
   const PdfDoc document = context.Documents().front();
   PdfUnlockTask task(document, context.Password());
-  task.SetOutPrefix(context.Options().Text("prefix"));
-  task.SetOutPdfName(context.Options().Text("name"));
-  task.SetKeepMetadata(true);
-  context.SetOutput(task);
-  task.Execute();
-  const std::string name = task.GetOutPdfName().empty()
-                               ? task.GetOutPrefix() + "_" + document.GetDocName(false) + ".pdf"
-                               : task.GetOutPdfName();
-  return {.outputs = {task.GetOutputPath() + name}, .report = task.GetReport()};
+  return context.RunPrefixed(task, document);
 }
 
 const JobRegistration kRegistration({
