@@ -96,6 +96,14 @@ struct TPdfTransformation {
   pdf::Matrix matrix;
 };
 
+// Destroys what stands behind a handle; 0 for a null handle, else 1.
+template <typename Handle>
+int Release(const Handle* handle) {
+  const int result = handle != nullptr ? 1 : 0;
+  delete handle;
+  return result;
+}
+
 }  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_TOOLBOX_HANDLES_H_

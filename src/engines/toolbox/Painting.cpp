@@ -120,8 +120,7 @@ int PdfTransformationRotate(TPdfTransformation* transformation, double angle) {
 }
 
 int PdfClose(TPdfContent* content) {
-  delete content;
-  return content != nullptr ? 1 : 0;
+  return Release(content);
 }
 
 int PdfClose(TPdfContentGenerator* generator) {
@@ -134,8 +133,7 @@ int PdfClose(TPdfContentGenerator* generator) {
 }
 
 int PdfClose(TPdfTransformation* transformation) {
-  delete transformation;
-  return transformation != nullptr ? 1 : 0;
+  return Release(transformation);
 }
 
 }  // namespace TarnixTools::engines

@@ -120,28 +120,23 @@ int PdfTextGeneratorShowW(TPdfTextGenerator* generator, const std::wstring& text
 }
 
 int PdfClose(TPdfFont* font) {
-  delete font;
-  return font != nullptr ? 1 : 0;
+  return Release(font);
 }
 
 int PdfClose(TPdfColorSpace* space) {
-  delete space;
-  return space != nullptr ? 1 : 0;
+  return Release(space);
 }
 
 int PdfClose(TPdfPaint* paint) {
-  delete paint;
-  return paint != nullptr ? 1 : 0;
+  return Release(paint);
 }
 
 int PdfClose(TPdfText* text) {
-  delete text;
-  return text != nullptr ? 1 : 0;
+  return Release(text);
 }
 
 int PdfClose(TPdfTextGenerator* generator) {
-  delete generator;
-  return generator != nullptr ? 1 : 0;
+  return Release(generator);
 }
 
 }  // namespace TarnixTools::engines

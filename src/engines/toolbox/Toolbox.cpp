@@ -93,18 +93,15 @@ int PdfDocumentDiscard(TPdfDocument* document) {
 }
 
 int PdfClose(TPdfPageList* page_list) {
-  delete page_list;
-  return page_list != nullptr ? 1 : 0;
+  return Release(page_list);
 }
 
 int PdfClose(TPdfPage* page) {
-  delete page;
-  return page != nullptr ? 1 : 0;
+  return Release(page);
 }
 
 int PdfClose(TPdfMetadata* metadata) {
-  delete metadata;
-  return metadata != nullptr ? 1 : 0;
+  return Release(metadata);
 }
 
 int PdfDocumentSetReport(TPdfDocument* target, TPdfReportCallback callback, void* context) {
