@@ -4,9 +4,8 @@
 
 #include "engines/toolbox/ErrorCodes.h"
 #include "engines/toolbox/Toolbox.h"
+#include "engines/toolbox/WrittenDocument.h"
 #include "pdf/file/Document.h"
-#include "pdf/tree/PageTree.h"
-#include "pdf/write/Serialize.h"
 #include "support/MemoryFile.h"
 #include "support/RawPdf.h"
 #include "support/TestPdf.h"
@@ -69,54 +68,8 @@ std::string Copied(const std::string& bytes, const std::vector<int>& indexes, in
   return output.bytes;
 }
 
-// A written document, looked at with the core.
-class Result {
- public:
-  explicit Result(std::string bytes)
-      : bytes_(std::move(bytes)),
-        document_(pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes_), "")),
-        tree_(*document_) {
-    EXPECT_EQ(document_->findings().count(), 0U);
-  }
-
-  std::size_t PageCount() const { return tree_.pages().size(); }
-
-  Object Page(std::size_t index) { return tree_.Load(tree_.pages().at(index), arena_); }
-
-  std::uint32_t PageNumber(std::size_t index) { return tree_.pages().at(index).number; }
-
-  Object Follow(const Object& value) { return document_->Resolve(value, arena_); }
-
-  std::string Data(const Object& reference) {
-    return document_->TryDecodeStream(reference.AsReference().number)->data;
-  }
-
-  std::string Text(const Object& value) {
-    std::string text;
-    pdf::AppendObject(text, value);
-    return text;
-  }
-
-  // Objects in the file that satisfy the predicate.
-  template <typename Predicate>
-  int Count(Predicate is_wanted) {
-    int count = 0;
-    for (std::uint32_t number = 1; number < document_->object_limit(); ++number) {
-      pdf::Arena arena;
-      count += is_wanted(document_->Load({number, 0}, arena)) ? 1 : 0;
-    }
-    return count;
-  }
-
- private:
-  std::string bytes_;
-  std::unique_ptr<pdf::Document> document_;
-  pdf::PageTree tree_;
-  pdf::Arena arena_;
-};
-
 TEST(Toolbox, CopiesPagesInTheOrderAskedFor) {
-  Result result(Copied(TestPdf().Pages(3).Bytes(), {2, 0, 1}));
+  WrittenDocument result(Copied(TestPdf().Pages(3).Bytes(), {2, 0, 1}));
   ASSERT_EQ(result.PageCount(), 3U);
   EXPECT_NE(result.Data(result.Page(0).Get("Contents")).find("Page 3"), std::string::npos);
   EXPECT_NE(result.Data(result.Page(1).Get("Contents")).find("Page 1"), std::string::npos);
@@ -133,13 +86,13 @@ TEST(Toolbox, LeavesLostContentsOut) {
   const std::string sound = pdf.Table();
   const std::string damaged = sound.substr(0, sound.find("xref"));
   for (const std::string& bytes : {sound, damaged}) {
-    Result result(Copied(bytes, {0, 1, 2}));
+    WrittenDocument result(Copied(bytes, {0, 1, 2}));
     const Object contents = result.Page(0).Get("Contents");
     ASSERT_EQ(contents.Items().size(), 1U);
     EXPECT_EQ(result.Data(contents.Items()[0]), "q Q");
     EXPECT_TRUE(result.Page(1).Get("Contents").IsNull());
   }
-  Result result(Copied(damaged, {2}));
+  WrittenDocument result(Copied(damaged, {2}));
   EXPECT_EQ(result.Page(0).Get("Contents").Items().size(), 1U);
 }
 
@@ -147,7 +100,7 @@ TEST(Toolbox, BringsSharedResourcesOnce) {
   RawPdf pdf;
   pdf.Pages(3, "/MediaBox[0 0 9 9]/Resources<</Font<</F 20 0 R>>>>")
       .Object(20, "<</Type/Font/BaseFont/Shared>>");
-  Result result(Copied(pdf.Table(), {0, 1, 2}));
+  WrittenDocument result(Copied(pdf.Table(), {0, 1, 2}));
   EXPECT_EQ(result.Count([](const Object& o) { return o.Get("BaseFont").IsName("Shared"); }), 1);
 }
 
@@ -161,7 +114,7 @@ TEST(Toolbox, ResolvesWhatPagesInherit) {
       .Object(3, "<</Type/Page/Parent 2 0 R>>")
       .Object(4, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 7 7]/Rotate 0>>")
       .Object(5, "<</Type/Font/BaseFont/Shared>>");
-  Result result(Copied(pdf.Table(), {0, 1}));
+  WrittenDocument result(Copied(pdf.Table(), {0, 1}));
   const Object first = result.Page(0);
   const Object second = result.Page(1);
   EXPECT_EQ(result.Text(first.Get("MediaBox")), "[0 0 30 40]");
@@ -173,7 +126,7 @@ TEST(Toolbox, ResolvesWhatPagesInherit) {
 }
 
 TEST(Toolbox, GivesAMediaBoxToPagesWithoutOne) {
-  Result result(Copied(TestPdf().Page("x").NoMediaBox().Bytes(), {0}));
+  WrittenDocument result(Copied(TestPdf().Page("x").NoMediaBox().Bytes(), {0}));
   EXPECT_EQ(result.Text(result.Page(0).Get("MediaBox")), "[0 0 612 792]");
 }
 
@@ -185,7 +138,7 @@ TEST(Toolbox, LeavesBoxesOutThatAreNoRectangles) {
           .NoMediaBox()
           .PageEntry("/MediaBox[(a)null 3]/CropBox 7/TrimBox[1 2 3]/ArtBox[1 2 3 4]")
           .Bytes();
-  Result result(Copied(bytes, {0}));
+  WrittenDocument result(Copied(bytes, {0}));
   const Object page = result.Page(0);
   EXPECT_EQ(result.Text(page.Get("MediaBox")), "[0 0 612 792]");
   EXPECT_FALSE(page.Has("CropBox"));
@@ -205,7 +158,7 @@ TEST(Toolbox, TurnsPages) {
                                 .Page("e")
                                 .Rotate(100)
                                 .Bytes();
-  Result result(Copied(bytes, {0, 1, 2, 3, 4}, 180));
+  WrittenDocument result(Copied(bytes, {0, 1, 2, 3, 4}, 180));
   EXPECT_EQ(result.Page(0).Get("Rotate").IntegerOr(0), 180);
   EXPECT_EQ(result.Page(1).Get("Rotate").IntegerOr(0), 90);
   EXPECT_EQ(result.Page(2).Get("Rotate").IntegerOr(0), 90);
@@ -220,7 +173,7 @@ TEST(Toolbox, BringsAnnotationsAndLeadsLinksToCopies) {
           .Annotation("/Type/Annot/Subtype/Link/Rect[0 0 9 9]/Dest[{{page 2}}/Fit]/P {{page 1}}")
           .Page("b")
           .Bytes();
-  Result result(Copied(bytes, {1, 0}));
+  WrittenDocument result(Copied(bytes, {1, 0}));
   const Object annotation = result.Follow(result.Page(1).Get("Annots").Items()[0]);
   EXPECT_EQ(annotation.Get("Dest").Items()[0].AsReference().number, result.PageNumber(0));
   EXPECT_EQ(annotation.Get("P").AsReference().number, result.PageNumber(1));
@@ -234,7 +187,7 @@ TEST(Toolbox, DoesNotDragOtherPagesAlong) {
           .PageEntry("/B[{{page 2}}]/Thumb {{page 2}}/StructParents 4/PieceInfo<</X {{page 2}}>>")
           .Page("b")
           .Bytes();
-  Result result(Copied(bytes, {0}));
+  WrittenDocument result(Copied(bytes, {0}));
   EXPECT_EQ(result.Count([](const Object& o) { return o.Get("Type").IsName("Page"); }), 1);
   EXPECT_FALSE(result.Page(0).Has("StructParents"));
 }
@@ -242,7 +195,7 @@ TEST(Toolbox, DoesNotDragOtherPagesAlong) {
 TEST(Toolbox, CopiesAPageTwiceWithAnnotationsOfItsOwn) {
   const std::string bytes =
       TestPdf().Page("a").Annotation("/Type/Annot/Subtype/Text/Rect[0 0 9 9]").Bytes();
-  Result result(Copied(bytes, {0, 0}));
+  WrittenDocument result(Copied(bytes, {0, 0}));
   ASSERT_EQ(result.PageCount(), 2U);
   EXPECT_NE(result.Page(0).Get("Annots").Items()[0].AsReference(),
             result.Page(1).Get("Annots").Items()[0].AsReference());
@@ -256,7 +209,7 @@ TEST(Toolbox, BuildsABalancedTreeOfManyPages) {
   for (int i = 0; i < kPages; ++i) {
     all[static_cast<std::size_t>(i)] = i;
   }
-  Result result(Copied(RawPdf().Pages(kPages).Table(), all));
+  WrittenDocument result(Copied(RawPdf().Pages(kPages).Table(), all));
   EXPECT_EQ(result.PageCount(), static_cast<std::size_t>(kPages));
 }
 
@@ -271,8 +224,8 @@ TEST(Toolbox, WritesSeveralTargetsFromOneSource) {
   EXPECT_EQ(PdfClose(targets[0]), 1);
   EXPECT_EQ(PdfClose(source), 1);
   EXPECT_EQ(PdfClose(targets[1]), 1);
-  EXPECT_EQ(Result(outputs[0].bytes).PageCount(), 3U);
-  EXPECT_EQ(Result(outputs[1].bytes).PageCount(), 1U);
+  EXPECT_EQ(WrittenDocument(outputs[0].bytes).PageCount(), 3U);
+  EXPECT_EQ(WrittenDocument(outputs[1].bytes).PageCount(), 1U);
 }
 
 TEST(Toolbox, ForgetsATargetThatIsDiscarded) {
@@ -289,7 +242,7 @@ TEST(Toolbox, ForgetsATargetThatIsDiscarded) {
 TEST(Toolbox, WritesADocumentWithoutPages) {
   MemoryFile output;
   EXPECT_EQ(PdfClose(Create(output)), 1);
-  EXPECT_EQ(Result(output.bytes).PageCount(), 0U);
+  EXPECT_EQ(WrittenDocument(output.bytes).PageCount(), 0U);
 }
 
 TEST(Toolbox, ReportsThatTheTargetCannotBeWritten) {

@@ -6,17 +6,13 @@
 #define TARNIX_TESTS_ENGINES_TOOLBOX_COPY_COPIEDDOCUMENT_H_
 
 #include <cstdint>
-#include <memory>
 #include <string>
-#include <string_view>
-#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "engines/toolbox/Toolbox.h"
-#include "pdf/file/Document.h"
-#include "pdf/tree/PageTree.h"
+#include "engines/toolbox/WrittenDocument.h"
 #include "pdf/write/Serialize.h"
 #include "support/MemoryFile.h"
 
@@ -80,41 +76,20 @@ inline std::string CopyAll(const std::vector<PagesOf>& parts, int options = 15,
   return output.bytes;
 }
 
-class CopiedDocument {
+// What copies reported. A base, since it has to be there before the document is.
+struct CopyReportEntries {
+  std::vector<ReportedEntry> entries;
+};
+
+class CopiedDocument : private CopyReportEntries, public WrittenDocument {
  public:
   explicit CopiedDocument(const std::vector<PagesOf>& parts, int options = 15)
-      : bytes_(CopyAll(parts, options, &report_)),
-        document_(pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes_), "")),
-        tree_(*document_) {
-    EXPECT_EQ(document_->findings().count(), 0U);
-  }
-
-  std::size_t PageCount() const { return tree_.pages().size(); }
-
-  pdf::Object Page(std::size_t index) { return tree_.Load(tree_.pages().at(index), arena_); }
-
-  std::uint32_t PageNumber(std::size_t index) { return tree_.pages().at(index).number; }
-
-  pdf::Object Catalog() { return document_->Catalog(arena_); }
-
-  pdf::Object Follow(const pdf::Object& value) { return document_->Resolve(value, arena_); }
-
-  // The value of a key, both followed.
-  pdf::Object Get(const pdf::Object& dictionary, std::string_view key) {
-    return Follow(Follow(dictionary).Get(key));
-  }
-
-  // A stream's data.
-  std::string Data(const pdf::Object& reference) {
-    return document_->TryDecodeStream(reference.AsReference().number)->data;
-  }
-
-  const std::string& bytes() const { return bytes_; }
+      : WrittenDocument(CopyAll(parts, options, &entries)) {}
 
   // How many things of this kind had this outcome.
   std::uint64_t Reported(TPdfCopiedKind kind, TPdfCopyOutcome outcome) const {
     std::uint64_t count = 0;
-    for (const ReportedEntry& entry : report_) {
+    for (const ReportedEntry& entry : entries) {
       count += entry.kind == kind && entry.outcome == outcome ? entry.count : 0;
     }
     return count;
@@ -143,32 +118,6 @@ class CopiedDocument {
     }
     return "";
   }
-
-  static std::string Text(const pdf::Object& value) {
-    std::string text;
-    pdf::AppendObject(text, value);
-    return text;
-  }
-
-  pdf::Document& document() { return *document_; }
-
-  // Objects in the file that satisfy the predicate.
-  template <typename Predicate>
-  int Count(Predicate is_wanted) {
-    int count = 0;
-    for (std::uint32_t number = 1; number < document_->object_limit(); ++number) {
-      pdf::Arena arena;
-      count += is_wanted(document_->Load({number, 0}, arena)) ? 1 : 0;
-    }
-    return count;
-  }
-
- private:
-  std::vector<ReportedEntry> report_;
-  std::string bytes_;
-  std::unique_ptr<pdf::Document> document_;
-  pdf::PageTree tree_;
-  pdf::Arena arena_;
 };
 
 }  // namespace TarnixTools::engines::toolbox
