@@ -137,7 +137,8 @@ void PageTree::WalkBelow(const Object& root, std::uint32_t root_number) {
     } else if (dictionary.Has("Kids")) {
       if (number != 0 && !node_numbers_.insert(number).second) {
         document_->findings().Add(FindingCode::kPageTreeLoop, number);
-        holes_.push_back({pages_.size(), level.node, Loss::kNone});
+        const Loss loss = is_xref_known_ ? Loss::kNone : Loss::kPossible;
+        holes_.push_back({pages_.size(), level.node, loss});
       } else {
         levels.push_back(OpenNode(dictionary, level.node, number));
       }

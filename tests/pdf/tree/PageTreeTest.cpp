@@ -210,6 +210,19 @@ TEST(PageTree, BelievesTheCountWhereNoCrossReferenceIsLeft) {
   EXPECT_EQ(tree.Numbers(), (Numbers{0, 3, 0, 4}));  // no more than /Count
 }
 
+// A page that stands for the node that leads back to itself, since the root counts one.
+TEST(PageTree, BelievesTheCountOfALoopWhereNoCrossReferenceIsLeft) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[3 0 R 4 0 R]/Count 2>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R>>")
+      .Object(4, "<</Type/Pages/Parent 2 0 R/Kids[5 0 R]/Count 1>>")
+      .Object(5, "<</Type/Pages/Parent 4 0 R/Kids[4 0 R]/Count 1>>");
+  Tree lost(pdf.Raw("trailer\n<</Root 1 0 R>>\nstartxref\n7\n%%EOF").bytes());
+  EXPECT_EQ(lost.Numbers(), (Numbers{3, 0}));
+  EXPECT_TRUE(lost.document->findings().Has(FindingCode::kPageTreeLoop));
+}
+
 TEST(PageTree, MakesNoEmptyPagesWithoutEnd) {
   std::string kids;
   for (int i = 0; i < 20'000; ++i) {
