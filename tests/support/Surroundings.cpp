@@ -1,5 +1,8 @@
 #include "support/Surroundings.h"
 
+#include <algorithm>
+#include <filesystem>
+
 namespace TarnixTools::testing {
 
 std::string SourceDir() {
@@ -12,6 +15,17 @@ std::string ExamplesDir() {
 
 std::string CorpusDir() {
   return TARNIX_CORPUS_DIR;
+}
+
+std::vector<std::string> DocumentsIn(const std::string& directory) {
+  std::vector<std::string> paths;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(directory)) {
+    if (entry.path().extension() == ".pdf") {
+      paths.push_back(entry.path().string());
+    }
+  }
+  std::sort(paths.begin(), paths.end());
+  return paths;
 }
 
 std::string BuiltTarnix() {

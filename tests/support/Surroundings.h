@@ -7,6 +7,7 @@
 #define TARNIX_TESTS_SUPPORT_SURROUNDINGS_H_
 
 #include <string>
+#include <vector>
 
 #include "support/TempDir.h"
 
@@ -18,6 +19,9 @@ std::string ExamplesDir();
 
 // The documents to compare on, as CMake was told by TARNIX_CORPUS_DIR; empty when it was not.
 std::string CorpusDir();
+
+// Paths of the PDF documents in a folder and the folders in it, sorted.
+std::vector<std::string> DocumentsIn(const std::string& directory);
 
 // The program `tarnix` of this build; empty when the build has none.
 std::string BuiltTarnix();

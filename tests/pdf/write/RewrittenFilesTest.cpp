@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <filesystem>
-
 #include <gtest/gtest.h>
 
 #include "pdf/Error.h"
@@ -15,20 +12,10 @@ namespace TarnixTools::pdf {
 namespace {
 
 using testing::DifferenceOf;
+using testing::DocumentsIn;
 using testing::OpenBytes;
 using testing::ReadBytes;
 using testing::RewrittenBytes;
-
-std::vector<std::string> DocumentsIn(const std::string& directory) {
-  std::vector<std::string> paths;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(directory)) {
-    if (entry.path().extension() == ".pdf") {
-      paths.push_back(entry.path().string());
-    }
-  }
-  std::sort(paths.begin(), paths.end());
-  return paths;
-}
 
 // The identifier is a digest of how the file was written as well as of what.
 std::string WithoutId(std::string bytes) {
