@@ -59,6 +59,12 @@ inline constexpr int kMaxResourceDepth = 64;
 // Nesting of a visibility expression of layers, and how much of it is looked at.
 inline constexpr std::size_t kMaxLayerNesting = 64;
 inline constexpr std::size_t kMaxLayerTerms = 10'000;
+// Bytes of spacing, and of what follows a file's end, that a syntax observer is shown.
+inline constexpr std::size_t kMaxSpacing = 64;
+// Bytes in which a file's first two lines are looked for, and those after a value in which the
+// keyword is that ends its stream or object.
+inline constexpr std::size_t kMaxHeaderLines = 1024;
+inline constexpr std::size_t kObjectEndSearch = 1024;
 // Findings kept per document; later ones are only counted.
 inline constexpr std::size_t kMaxFindings = 200;
 
