@@ -1,6 +1,7 @@
 #include "pdf/file/Xref.h"
 
 #include "pdf/file/StreamFilters.h"
+#include "pdf/file/SyntaxTeller.h"
 #include "pdf/filters/Filters.h"
 #include "pdf/syntax/Chars.h"
 
@@ -67,6 +68,9 @@ std::optional<Object> XrefReader::ReadSection(std::uint64_t offset) {
     return std::nullopt;
   }
   freed_.clear();
+  if (teller_ != nullptr) {
+    teller_->TellXrefTable(tokens.offset() - first.text.size());
+  }
   const std::optional<Object> trailer = ReadTable(tokens);
   if (trailer) {
     // A hybrid file's stream comes before what this section declares free (7.5.8.4).
@@ -91,14 +95,21 @@ std::optional<Object> XrefReader::ReadTable(TokenStream& tokens) {
     const Token token = tokens.Next();
     if (token.kind == Token::Kind::kKeyword && token.text == "trailer") {
       const ValueAt trailer = reader_->ReadValue(tokens.offset(), *arena_, nullptr);
+      if (teller_ != nullptr) {
+        teller_->TellTrailer(tokens.offset(), trailer);
+      }
       return trailer.value.IsDictionary() ? std::optional(trailer.value) : std::nullopt;
     }
     if (token.kind != Token::Kind::kInteger || token.integer < 0) {
       return std::nullopt;
     }
+    const std::uint64_t start = tokens.offset() - token.text.size();
     const Token count = tokens.Next();
     if (count.kind != Token::Kind::kInteger || count.integer < 0) {
       return std::nullopt;
+    }
+    if (teller_ != nullptr) {
+      teller_->TellXrefSubsection(start, token.integer, count.integer);
     }
     if (!ReadSubsection(tokens, token.integer, count.integer)) {
       return std::nullopt;
@@ -168,7 +179,9 @@ bool XrefReader::ReadSubsection(TokenStream& tokens, std::int64_t first, std::in
       return true;
     }
     TableEntry entry;
-    if (line.size() >= 20 && ReadFixedEntry(line, entry)) {
+    const std::uint64_t start = tokens.offset() + blank;
+    const bool is_fixed = line.size() >= 20 && ReadFixedEntry(line, entry);
+    if (is_fixed) {
       tokens.Skip(blank + 19);  // the twentieth byte, if it is one, is white space
     } else if (!ReadLooseEntry(tokens, entry)) {
       return false;
@@ -177,6 +190,9 @@ bool XrefReader::ReadSubsection(TokenStream& tokens, std::int64_t first, std::in
       first = 0;  // a section numbered from 1 whose first entry is that of object 0
     }
     const std::int64_t number = first + i;
+    if (teller_ != nullptr) {
+      teller_->TellXrefEntry(start, number, is_fixed);
+    }
     if (number < 1 || number > limits::kMaxObjectNumber) {
       continue;
     }
@@ -202,6 +218,9 @@ std::optional<Object> XrefReader::ReadStream(std::uint64_t offset) {
   const auto data = dictionary.IsDictionary() ? reader_->StreamDataAt(value.end) : std::nullopt;
   if (!data || !(dictionary.Get("Type").IsName("XRef") || dictionary.Get("W").IsArray())) {
     return std::nullopt;
+  }
+  if (teller_ != nullptr) {
+    teller_->TellXrefStream(offset, dictionary);
   }
   const Object length = dictionary.Get("Length");
   const StreamExtent extent = reader_->MeasureStream(

@@ -12,6 +12,8 @@
 
 namespace TarnixTools::pdf {
 
+class SyntaxTeller;
+
 struct XrefEntry {
   enum class Kind : std::uint8_t { kUnknown, kFree, kInFile, kInStream };
 
@@ -54,6 +56,9 @@ class XrefReader {
   XrefReader(ObjectReader& reader, XrefTable& table, Findings& findings, Arena& arena)
       : reader_(&reader), table_(&table), findings_(&findings), arena_(&arena) {}
 
+  // Tells from now on how tables, their entries and trailers are written; outlives the reader.
+  void set_teller(SyntaxTeller& teller) { teller_ = &teller; }
+
   // Reads the section at `offset` and all that it leads to; every offset in the file counts from
   // `base`. False when the first section cannot be read; a later one that cannot be read is a
   // finding, and is_complete() is false.
@@ -75,6 +80,7 @@ class XrefReader {
   XrefTable* table_;
   Findings* findings_;
   Arena* arena_;
+  SyntaxTeller* teller_ = nullptr;  // null: nobody listens
   std::uint64_t base_ = 0;
   std::vector<Object> trailers_;
   std::vector<std::uint32_t>
