@@ -29,6 +29,12 @@ class RawPdf {
                               ">>\nstream\n" + data + "\nendstream");
   }
 
+  // What comes next is the object, whatever it is.
+  RawPdf& Mark(int number) {
+    offsets_[number] = bytes_.size();
+    return *this;
+  }
+
   RawPdf& Raw(const std::string& text) {
     bytes_ += text;
     return *this;

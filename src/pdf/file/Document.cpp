@@ -4,6 +4,7 @@
 
 #include "pdf/Error.h"
 #include "pdf/Limits.h"
+#include "pdf/syntax/Chars.h"
 
 namespace TarnixTools::pdf {
 
@@ -68,43 +69,55 @@ void Document::FindHeader() {
   }
 }
 
-std::optional<std::uint64_t> Document::FindStartXref() {
+std::optional<StartXrefSyntax> Document::FindStartXref() {
+  constexpr std::string_view kKeyword = "startxref";
   const std::uint64_t start =
       reader_.size() - std::min<std::uint64_t>(reader_.size(), limits::kTrailerSearch);
   const std::string_view tail = blocks_.Window(start, limits::kTrailerSearch);
-  const std::size_t at = tail.rfind("startxref");
+  const std::size_t at = tail.rfind(kKeyword);
   if (at == std::string_view::npos) {
     return std::nullopt;
   }
-  Lexer lexer(tail.substr(at + 9), true);
-  const Token offset = lexer.Next();
-  if (offset.kind != Token::Kind::kInteger || offset.integer < 0) {
-    return std::nullopt;
+  const std::string_view rest = tail.substr(at + kKeyword.size());
+  Lexer lexer(rest, true);
+  lexer.SkipSpace();
+  StartXrefSyntax found;
+  found.offset = start + at;
+  found.after_keyword = rest.substr(0, std::min(limits::kMaxSpacing, lexer.position()));
+  const Token value = lexer.Next();
+  if (value.kind == Token::Kind::kInteger && value.integer >= 0) {
+    found.value = value.integer;
+    const std::string_view after = lexer.rest().substr(0, limits::kMaxSpacing);
+    const auto end = std::find_if_not(after.begin(), after.end(), IsSpace);
+    found.after_value = after.substr(0, static_cast<std::size_t>(end - after.begin()));
   }
-  return static_cast<std::uint64_t>(offset.integer);
+  return found;
 }
 
 // The regular way in. False when it does not lead to a catalog.
 bool Document::ReadXref() {
-  const std::optional<std::uint64_t> start = FindStartXref();
-  if (!start) {
+  const std::optional<StartXrefSyntax> found = FindStartXref();
+  if (!found || found->value < 0) {
     findings_.Add(FindingCode::kStartXrefMissing);
     return false;
   }
+  const auto start = static_cast<std::uint64_t>(found->value);
   for (const std::uint64_t base : {std::uint64_t{0}, header_offset_}) {
-    if (*start + base >= reader_.size()) {
+    if (start + base >= reader_.size()) {
       continue;
     }
     xref_.Clear();
     XrefReader sections(reader_, xref_, findings_, trailer_arena_);
-    if (sections.ReadChain(*start + base, base)) {
+    if (sections.ReadChain(start + base, base)) {
+      xref_start_ = start + base;
+      xref_base_ = base;
       return ChooseTrailer(sections.trailers()) && sections.is_complete();
     }
     if (header_offset_ == 0) {
       break;
     }
   }
-  findings_.Add(FindingCode::kXrefDamaged, 0, *start);
+  findings_.Add(FindingCode::kXrefDamaged, 0, start);
   xref_.Clear();
   return false;
 }
@@ -174,30 +187,27 @@ Object Document::Load(Reference reference, Arena& arena) {
   if (!raw) {
     return {};
   }
-  Object value;
-  const std::uint64_t size = Parse(*raw, arena, value);
-  if (large_objects_.IsDue(reference.number, size)) {
-    Parse(*raw, large_objects_.arena(), value);
-    large_objects_.Keep(reference.number, value);
+  const Parsed parsed = Parse(*raw, arena);
+  if (large_objects_.IsDue(reference.number, parsed.size)) {
+    large_objects_.Keep(reference.number, Parse(*raw, large_objects_.arena()).value);
   }
-  return value;
+  return parsed.value;
 }
 
-// Returns how many bytes the object's text has.
-std::uint64_t Document::Parse(const RawObject& raw, Arena& arena, Object& value) {
+Document::Parsed Document::Parse(const RawObject& raw, Arena& arena) {
   if (raw.holder != nullptr) {
     Parser parser(arena);
     Lexer lexer(raw.text, true);
-    parser.Parse(lexer, nullptr, value);
-    return lexer.position();
+    Object value;
+    const bool has_value = parser.Parse(lexer, nullptr, value) == Parser::Status::kDone;
+    return {value, lexer.position(), has_value && parser.is_regular()};
   }
   const auto strings = StringsOf(raw.reference);
   const ValueAt read = reader_.ReadValue(raw.offset, arena, strings.get());
   if (!read.is_regular) {
     findings_.Add(FindingCode::kObjectDamaged, raw.reference.number, raw.offset);
   }
-  value = read.value;
-  return read.end - raw.offset;
+  return {read.value, read.end - raw.offset, read.has_value && read.is_regular};
 }
 
 std::unique_ptr<StringTransform> Document::StringsOf(Reference reference) {

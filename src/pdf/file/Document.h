@@ -29,8 +29,11 @@
 #include "pdf/file/Xref.h"
 #include "pdf/filters/Filters.h"
 #include "pdf/syntax/Object.h"
+#include "pdf/syntax/SyntaxObserver.h"
 
 namespace TarnixTools::pdf {
+
+class SyntaxTeller;
 
 // Where an object's text is: in the file, or in a decoded object stream that is kept alive.
 struct RawObject {
@@ -91,6 +94,12 @@ class Document {
   // The object; null for one that is not there. A stream gives its dictionary. References name
   // objects by number: their generation does not matter.
   Object Load(Reference reference, Arena& arena);
+  // Tells the observer how the object is written, too; of one that is not there nothing.
+  Object Load(Reference reference, Arena& arena, SyntaxObserver& observer);
+  // Tells the observer how the whole file is written: header, end and cross-reference, then each
+  // object that the cross-reference names, in file order, members of an object stream after it.
+  // Of a damaged file it is objects that reading the whole file finds.
+  void Observe(SyntaxObserver& observer);
   // The value itself, or what its references lead to; null when they lead in a circle.
   Object Resolve(const Object& value, Arena& arena);
   // Resolves, and tells the last of the references.
@@ -153,10 +162,17 @@ class Document {
     std::uint32_t number = 0;
   };
 
+  struct Parsed {
+    Object value;
+    std::uint64_t size = 0;  // bytes of the object's text, up to the end of its value
+    bool is_regular = true;  // there is a value, in regular syntax
+  };
+
   Document(std::unique_ptr<ByteSource> source, std::string_view password);
 
   void FindHeader();
-  std::optional<std::uint64_t> FindStartXref();
+  // Valid until more of the file is read.
+  std::optional<StartXrefSyntax> FindStartXref();
   bool ReadXref();
   bool ChooseTrailer(const std::vector<Object>& candidates);
   bool IsCatalog(const Object& root);
@@ -174,7 +190,13 @@ class Document {
   std::shared_ptr<const ObjectStream> OpenObjectStream(std::uint32_t number);
   std::shared_ptr<const ObjectStream> ReadObjectStream(std::uint32_t number);
   std::optional<RawObject> LocateOnce(std::uint32_t number);
-  std::uint64_t Parse(const RawObject& raw, Arena& arena, Object& value);
+  Parsed Parse(const RawObject& raw, Arena& arena);
+  void ObserveXref(SyntaxTeller& teller);
+  void ObserveLinearization(SyntaxObserver& observer);
+  void ObserveObjects(SyntaxObserver& observer);
+  std::vector<std::uint32_t> NumbersInFileOrder() const;
+  void TellMember(const RawObject& raw, const Parsed& parsed, SyntaxObserver& observer);
+  void TellInFile(const RawObject& raw, const Parsed& parsed, SyntaxObserver& observer);
   std::optional<StreamData> FindStream(std::uint32_t number, Arena& arena, Object& dictionary);
   std::optional<Decoded> DecodeStream(std::uint32_t number, std::size_t max_bytes);
   std::unique_ptr<Cipher> DecryptorOf(const StreamData& stream) const;
@@ -187,6 +209,8 @@ class Document {
   std::string password_;
   Arena trailer_arena_;
   XrefTable xref_;
+  std::optional<std::uint64_t> xref_start_;  // of the newest section, where it could be read
+  std::uint64_t xref_base_ = 0;              // from which its offsets count
   Object trailer_;
   Reference root_;  // none where the catalog is no object of its own
   Object catalog_;  // where there is no root_; in trailer_arena_
