@@ -12,8 +12,14 @@ namespace TarnixTools::pdf::limits {
 inline constexpr std::uint32_t kMaxObjectNumber = 8'388'607;
 // Nesting of arrays and dictionaries in one object; deeper values are read as null.
 inline constexpr int kMaxNesting = 500;
+// References that lead from one to the next.
+inline constexpr int kMaxReferenceSteps = 32;
 // Bytes of one object without its stream data.
 inline constexpr std::size_t kMaxObjectBytes = std::size_t{256} << 20;
+// Bytes that are read again, in ever larger windows, for objects that are longer than a first look:
+// this much, and this many times the size of the file.
+inline constexpr std::uint64_t kWindowAllowance = std::uint64_t{16} << 20;
+inline constexpr std::uint64_t kWindowRatio = 8;
 // Values in one object (elements, keys and values together).
 inline constexpr std::size_t kMaxObjectValues = std::size_t{8} << 20;
 // Decoded bytes of a stream that the core itself has to hold (object streams, cross-reference
@@ -56,7 +62,7 @@ inline constexpr std::size_t kMaxType3Fonts = 1'000;
 // Resources that a page leads to, and how deep in each other they are looked for.
 inline constexpr std::size_t kMaxResourcesOfPage = 1'000'000;
 inline constexpr int kMaxResourceDepth = 64;
-// Nesting of a visibility expression of layers, and how much of it is looked at.
+// Nesting of layers in lists and in a visibility expression, and how much of that is looked at.
 inline constexpr std::size_t kMaxLayerNesting = 64;
 inline constexpr std::size_t kMaxLayerTerms = 10'000;
 // Bytes of spacing, and of what follows a file's end, that a syntax observer is shown.

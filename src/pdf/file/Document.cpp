@@ -10,8 +10,6 @@ namespace TarnixTools::pdf {
 
 namespace {
 
-constexpr int kMaxHops = 32;
-
 // Decrypts the strings of one object.
 class StringDecryptor : public StringTransform {
  public:
@@ -225,7 +223,7 @@ Object Document::Resolve(const Object& value, Arena& arena) {
 Followed Document::Follow(const Object& value, Arena& arena) {
   Followed followed{value, 0};
   for (int hops = 0; followed.value.IsReference(); ++hops) {
-    if (hops == kMaxHops) {
+    if (hops == limits::kMaxReferenceSteps) {
       return {};
     }
     followed.number = followed.value.AsReference().number;

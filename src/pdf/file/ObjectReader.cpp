@@ -17,7 +17,8 @@ constexpr std::size_t kSearchChunk = std::size_t{64} << 10;
 }  // namespace
 
 ObjectReader::ObjectReader(BlockReader& blocks)
-    : blocks_(&blocks), window_budget_((std::uint64_t{16} << 20) + 8 * blocks.size()) {}
+    : blocks_(&blocks),
+      window_budget_(limits::kWindowAllowance + limits::kWindowRatio * blocks.size()) {}
 
 std::size_t ObjectReader::LargerWindow(std::size_t size) {
   const std::size_t larger = std::max(size, kFirstWindow) * 4;
