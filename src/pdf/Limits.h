@@ -29,6 +29,10 @@ inline constexpr std::size_t kMaxHeldStream = std::size_t{512} << 20;
 // cannot pass 1032 per filter).
 inline constexpr std::size_t kMaxExpansion = 1100;
 inline constexpr std::size_t kExpansionAllowance = std::size_t{1} << 20;
+// Bytes of a row of deflated data that is decoded row by row.
+inline constexpr std::size_t kMaxStreamedRow = std::size_t{16} << 20;
+// Decoded bytes of a stream that is written without the filters that only make it longer.
+inline constexpr std::size_t kMaxTakenOff = std::size_t{64} << 20;
 // Filters in one chain.
 inline constexpr int kMaxFilters = 16;
 // Cross-reference sections followed through /Prev.

@@ -9,13 +9,13 @@
 #include <zlib.h>
 
 #include "pdf/Error.h"
+#include "pdf/Limits.h"
 #include "pdf/filters/FilterSteps.h"
 
 namespace TarnixTools::pdf {
 namespace {
 
 constexpr std::size_t kBlockBytes = std::size_t{64} << 10;
-constexpr std::size_t kMaxRowBytes = std::size_t{16} << 20;
 constexpr std::int64_t kFirstPngPredictor = 10;
 
 }  // namespace
@@ -74,7 +74,7 @@ std::unique_ptr<FlateReader> FlateReader::Open(std::string_view encoded,
   }
   filters::CheckPredictor(parameters);
   const std::size_t row_bytes = filters::RowBytes(parameters);
-  if (row_bytes > kMaxRowBytes) {
+  if (row_bytes > limits::kMaxStreamedRow) {
     return nullptr;
   }
   return std::unique_ptr<FlateReader>(

@@ -14,8 +14,6 @@ namespace {
 constexpr std::size_t kFirstWindow = 1024;
 constexpr std::uint64_t kHeldStream = std::uint64_t{4} << 20;  // decrypted or deflated in one piece
 constexpr std::uint64_t kWorthDeflating = 96;
-constexpr std::size_t kMaxTakenOff = std::size_t{64}
-                                     << 20;  // decoded from filters that are taken off
 constexpr int kDeflateLevel = 6;
 
 // Filters that are replaced by deflate, or by nothing.
@@ -388,7 +386,8 @@ std::size_t ObjectCopier::TakeFiltersOff(const Object& dictionary, Passage& pass
   }
   const std::vector<FilterStep> wasteful(steps.begin() + static_cast<std::ptrdiff_t>(crypt),
                                          steps.begin() + static_cast<std::ptrdiff_t>(end));
-  Decoded decoded = TryDecode(wasteful, source_->ReadStreamData(passage.source), kMaxTakenOff);
+  Decoded decoded =
+      TryDecode(wasteful, source_->ReadStreamData(passage.source), limits::kMaxTakenOff);
   if (!decoded.complete) {
     return crypt;
   }
