@@ -42,6 +42,10 @@ inline constexpr std::size_t kHeaderSearch = 4096;
 inline constexpr std::size_t kTrailerSearch = 32768;
 // Pages of one document.
 inline constexpr std::size_t kMaxPages = 2'000'000;
+// Pages that are lost and stand as empty ones, whatever the tree claims.
+inline constexpr std::size_t kMaxBlankPages = 10'000;
+// Bytes in which an object that is null says so.
+inline constexpr std::size_t kMaxNullBytes = 64;
 // How far a page may reach, in its own units.
 inline constexpr double kMaxPageCoordinate = 2'147'483'647;
 // Points in one of a page's own units.

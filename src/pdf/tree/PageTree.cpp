@@ -11,15 +11,6 @@
 
 namespace TarnixTools::pdf {
 
-namespace {
-
-// Pages that are lost and stand as empty ones, whatever the tree claims.
-constexpr std::size_t kMaxBlankPages = 10'000;
-// Bytes in which an object that is null says so.
-constexpr std::size_t kMaxNull = 64;
-
-}  // namespace
-
 PageTree::PageTree(Document& document)
     : document_(&document), is_xref_known_(!document.is_rebuilt()) {
   Walk();
@@ -159,9 +150,9 @@ PageTree::Loss PageTree::LossOf(const Object& kid) {
     return Loss::kNone;
   }
   if (const std::optional<RawObject> raw = document_->Locate(number)) {
-    const std::string_view text = raw->holder != nullptr
-                                      ? raw->text
-                                      : document_->reader().blocks().Window(raw->offset, kMaxNull);
+    BlockReader& blocks = document_->reader().blocks();
+    const std::string_view text =
+        raw->holder != nullptr ? raw->text : blocks.Window(raw->offset, limits::kMaxNullBytes);
     const Token first = Lexer(text, true).Next();
     const bool is_null =
         first.kind == Token::Kind::kKeyword && (first.text == "null" || first.text == "endobj");
@@ -252,7 +243,7 @@ void PageTree::FillHoles() {
   const std::size_t certain = LostCount();
   const std::size_t unfound = missing - lost.size();
   Filling filling{lost, unfound - std::min(unfound, certain - std::min(certain, lost.size())),
-                  kMaxBlankPages};
+                  limits::kMaxBlankPages};
   const std::vector<Page> walked = std::move(pages_);
   pages_.clear();
   auto hole = holes_.begin();
