@@ -63,6 +63,12 @@ inline constexpr std::size_t kMaxContentsOfPage = 100'000;
 inline constexpr std::uint64_t kMaxContentBytesOfPage = std::uint64_t{4} << 30;
 // Saved graphics states, and open marked content.
 inline constexpr std::size_t kMaxSavedStates = 100'000;
+// Saved states and open marked content that are counted where none is kept, and surplus Q whose
+// places are remembered.
+inline constexpr std::size_t kMaxCountedStates = 1'000'000;
+inline constexpr std::size_t kMaxSurplusRestores = 10'000;
+// Pixels of an inline image in one direction.
+inline constexpr std::int64_t kMaxInlineImageSide = std::int64_t{1} << 31;
 // Segments of one path that are kept.
 inline constexpr std::size_t kMaxPathSegments = 500'000;
 // Type 3 fonts whose glyphs are gone into on one page.

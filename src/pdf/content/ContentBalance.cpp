@@ -14,9 +14,6 @@ namespace TarnixTools::pdf {
 
 namespace {
 
-// More of either kind than any reader would keep are not told apart.
-constexpr std::size_t kMaxCounted = 1'000'000;
-
 // What begins with a byte.
 enum class Start : std::uint8_t { kOther, kSpace, kNumber, kOperator };
 
@@ -97,7 +94,7 @@ class BalanceScanner {
   void Count(std::uint32_t code, std::size_t begin) {
     switch (code) {
       case OperatorCode("q"):
-        open_saves += open_saves < kMaxCounted ? 1 : 0;
+        open_saves += open_saves < limits::kMaxCountedStates ? 1 : 0;
         break;
       case OperatorCode("Q"):
         Restore(begin);
@@ -110,7 +107,7 @@ class BalanceScanner {
         break;
       case OperatorCode("BMC"):
       case OperatorCode("BDC"):
-        open_marks += open_marks < kMaxCounted ? 1 : 0;
+        open_marks += open_marks < limits::kMaxCountedStates ? 1 : 0;
         break;
       case OperatorCode("EMC"):
         if (open_marks > 0) {
@@ -149,7 +146,7 @@ class BalanceScanner {
   void Restore(std::size_t begin) {
     if (open_saves > 0) {
       --open_saves;
-    } else if (restore_positions.size() < ContentBalance::kMaxRestores) {
+    } else if (restore_positions.size() < limits::kMaxSurplusRestores) {
       restore_positions.push_back(begin);
     }
   }
@@ -216,7 +213,7 @@ class BalanceScanner {
         return;
       }
     }
-    cut.append(std::min(depth, kMaxCounted), ')');
+    cut.append(std::min(depth, limits::kMaxCountedStates), ')');
   }
 
   void SkipHexString() {

@@ -23,15 +23,13 @@ namespace TarnixTools::pdf {
 
 class ContentBalance {
  public:
-  static constexpr std::size_t kMaxRestores = 10'000;
-
   enum class State : std::uint8_t { kAsBefore, kOpen, kClosed };
 
   // How many Q find no state that the content has saved.
   std::size_t surplus_restores() const { return surplus_restores_; }
 
-  // Where they are, in a content that was measured as one: the first kMaxRestores of them. Readers
-  // ignore them.
+  // Where they are, in a content that was measured as one: the first limits::kMaxSurplusRestores of
+  // them. Readers ignore them.
   const std::vector<std::size_t>& restore_positions() const { return restore_positions_; }
 
   std::size_t open_saves() const { return open_saves_; }

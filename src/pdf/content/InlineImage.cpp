@@ -5,6 +5,7 @@
 #include <span>
 #include <vector>
 
+#include "pdf/Limits.h"
 #include "pdf/content/Operators.h"
 #include "pdf/filters/Filters.h"
 #include "pdf/syntax/Chars.h"
@@ -17,7 +18,6 @@ namespace {
 
 constexpr std::size_t kPlausibleWindow = 256;
 constexpr int kPlausibleTokens = 12;
-constexpr std::int64_t kMaxSide = std::int64_t{1} << 31;
 
 Object Either(const Object& entries, std::string_view short_key, std::string_view key) {
   return entries.Has(short_key) ? entries.Get(short_key) : entries.Get(key);
@@ -47,8 +47,8 @@ std::optional<std::size_t> PlainLength(const Object& entries, std::size_t availa
   const std::int64_t height = Either(entries, "H", "Height").IntegerOr(-1);
   const std::int64_t bits = is_mask ? 1 : Either(entries, "BPC", "BitsPerComponent").IntegerOr(-1);
   const std::int64_t components = is_mask ? 1 : ComponentsOf(Either(entries, "CS", "ColorSpace"));
-  if (width < 1 || width > kMaxSide || height < 1 || height > kMaxSide || bits < 1 || bits > 16 ||
-      components == 0) {
+  if (width < 1 || width > limits::kMaxInlineImageSide || height < 1 ||
+      height > limits::kMaxInlineImageSide || bits < 1 || bits > 16 || components == 0) {
     return std::nullopt;
   }
   const auto row = static_cast<std::size_t>((width * components * bits + 7) / 8);
