@@ -76,6 +76,8 @@ inline constexpr std::size_t kMaxType3Fonts = 1'000;
 // Resources that a page leads to, and how deep in each other they are looked for.
 inline constexpr std::size_t kMaxResourcesOfPage = 1'000'000;
 inline constexpr int kMaxResourceDepth = 64;
+// Nesting of form fields.
+inline constexpr std::uint32_t kMaxFieldNesting = 100;
 // Nesting of layers in lists and in a visibility expression, and how much of that is looked at.
 inline constexpr std::size_t kMaxLayerNesting = 64;
 inline constexpr std::size_t kMaxLayerTerms = 10'000;

@@ -56,6 +56,9 @@ inline constexpr std::size_t kMaxDrawnStreamBytes = std::size_t{128} << 20;
 // Content within each other that is followed to find that out.
 inline constexpr int kMaxDrawingDepth = 64;
 
+// Form fields that may be met again, beside those that are met once.
+inline constexpr std::uint64_t kMaxRepeatedFields = 100'000;
+
 }  // namespace TarnixTools::engines::limits
 
 #endif  // TARNIX_ENGINES_SUPPORT_DRAWING_DRAWINGLIMITS_H_

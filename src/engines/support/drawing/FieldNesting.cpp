@@ -2,25 +2,24 @@
 
 #include <algorithm>
 
+#include "engines/support/drawing/DrawingLimits.h"
+#include "pdf/Limits.h"
+
 namespace TarnixTools::engines {
 namespace {
 
-constexpr int kMaxDepth = 64;
 constexpr std::uint64_t kTooMany = std::uint64_t{1} << 40;
-
-// Fields that may be met again, beside those that are met once.
-constexpr std::uint64_t kMaxRepeated = 100'000;
 
 }  // namespace
 
 bool FieldNesting::IsBounded(const pdf::Object& form) {
   pdf::Arena arena;
   const std::uint64_t size = SizeOfAll(document_->Resolve(form.Get("Fields"), arena), 0);
-  return size < 2 * sizes_.size() + kMaxRepeated;
+  return size < 2 * sizes_.size() + limits::kMaxRepeatedFields;
 }
 
-std::uint64_t FieldNesting::SizeOfAll(const pdf::Object& fields, int depth) {
-  if (depth > kMaxDepth) {
+std::uint64_t FieldNesting::SizeOfAll(const pdf::Object& fields, std::uint32_t depth) {
+  if (depth > pdf::limits::kMaxFieldNesting) {
     return kTooMany;
   }
   std::uint64_t size = 1;
@@ -30,7 +29,7 @@ std::uint64_t FieldNesting::SizeOfAll(const pdf::Object& fields, int depth) {
   return size;
 }
 
-std::uint64_t FieldNesting::SizeOf(const pdf::Object& field, int depth) {
+std::uint64_t FieldNesting::SizeOf(const pdf::Object& field, std::uint32_t depth) {
   const std::uint32_t number = field.AsReference().number;
   if (number != 0) {
     const auto [found, is_new] = sizes_.emplace(number, 0);

@@ -20,8 +20,8 @@ class FieldNesting {
   bool IsBounded(const pdf::Object& form);
 
  private:
-  std::uint64_t SizeOfAll(const pdf::Object& fields, int depth);
-  std::uint64_t SizeOf(const pdf::Object& field, int depth);
+  std::uint64_t SizeOfAll(const pdf::Object& fields, std::uint32_t depth);
+  std::uint64_t SizeOf(const pdf::Object& field, std::uint32_t depth);
 
   pdf::Document* document_;
   std::unordered_map<std::uint32_t, std::uint64_t> sizes_;  // 0: being looked at

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engines/toolbox/SourceDocument.h"
+#include "pdf/Limits.h"
 
 namespace TarnixTools::engines::toolbox {
 
@@ -64,7 +65,7 @@ FieldTree::Climb FieldTree::ClimbFrom(std::uint32_t number, const Object& dictio
     const bool is_loop =
         std::find(climb.numbers.begin(), climb.numbers.end(), number) != climb.numbers.end();
     if (number == 0 || climb.above != kNone || is_loop || passed_over_.contains(number) ||
-        climb.numbers.size() > kMaxDepth) {
+        climb.numbers.size() > pdf::limits::kMaxFieldNesting) {
       return climb;
     }
     current = document_->Load({number, 0}, arena);
@@ -96,7 +97,7 @@ void FieldTree::AddSubtree(std::uint32_t number, std::uint32_t parent) {
   while (!waiting_.empty()) {
     const Waiting place = waiting_.back();
     waiting_.pop_back();
-    if (place.parent != kNone && nodes_[place.parent].depth >= kMaxDepth) {
+    if (place.parent != kNone && nodes_[place.parent].depth >= pdf::limits::kMaxFieldNesting) {
       continue;
     }
     arena_.Reset();

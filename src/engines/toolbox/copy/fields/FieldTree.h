@@ -26,8 +26,6 @@ class SourceDocument;
 class FieldTree {
  public:
   static constexpr std::uint32_t kNone = 0xFFFFFFFF;
-  // Fields nested deeper are passed over.
-  static constexpr std::uint32_t kMaxDepth = 100;
 
   struct Node {
     std::uint32_t number = 0;                // of the object
