@@ -151,7 +151,7 @@ std::optional<std::uint64_t> DrawingCost::KnownCost(std::uint64_t key) {
 
 // The cost of a stream's content with that of all it draws.
 std::uint64_t DrawingCost::CostOfStream(std::uint32_t number, const Scope& scope) {
-  if (number == 0 || scope.depth > limits::kMaxDrawingDepth) {
+  if (number == 0 || scope.depth > pdf::limits::kMaxResourceDepth) {
     return number == 0 ? 0 : kEndless;
   }
   pdf::Arena arena;
@@ -173,7 +173,7 @@ std::uint64_t DrawingCost::CostOfStream(std::uint32_t number, const Scope& scope
 
 // PDFium reads each glyph once.
 std::uint64_t DrawingCost::CostOfFont(const Object& font, const Scope& scope) {
-  if (scope.depth > limits::kMaxDrawingDepth) {
+  if (scope.depth > pdf::limits::kMaxResourceDepth) {
     return kEndless;
   }
   pdf::Arena arena;

@@ -53,8 +53,8 @@ inline constexpr std::size_t kMaxHeldImageBytes = std::size_t{32} << 20;
 inline constexpr std::uint64_t kMaxDrawnBytes = std::uint64_t{256} << 20;
 inline constexpr std::size_t kMaxDrawnStreamBytes = std::size_t{128} << 20;
 
-// Content within each other that is followed to find that out.
-inline constexpr int kMaxDrawingDepth = 64;
+// Graphics states of a page that are looked at for what changes colours.
+inline constexpr std::size_t kMaxStatesLookedAt = 200;
 
 // Form fields that may be met again, beside those that are met once.
 inline constexpr std::uint64_t kMaxRepeatedFields = 100'000;

@@ -23,9 +23,6 @@ constexpr double kTolerance = 0.02;
 // A matrix is along the pixels when nothing is moved by more than this, in pixels.
 constexpr double kMostSkew = 0.5;
 
-// Entries of a resource dictionary that are looked at.
-constexpr std::size_t kMaxEntries = 200;
-
 PixelBox BoxOf(const pdf::Matrix& matrix) {
   const auto [left, right] = std::minmax({0.0, matrix.a, matrix.c, matrix.a + matrix.c});
   const auto [top, bottom] = std::minmax({0.0, matrix.b, matrix.d, matrix.b + matrix.d});
@@ -170,7 +167,7 @@ bool ChangesColors(pdf::Document& document, const Object& resources) {
     return true;
   }
   const auto states = document.Resolve(resources.Get("ExtGState"), arena).Entries();
-  return states.size() > kMaxEntries ||
+  return states.size() > limits::kMaxStatesLookedAt ||
          std::any_of(states.begin(), states.end(), [&](const pdf::DictionaryEntry& entry) {
            const Object state = document.Resolve(entry.value, arena);
            return state.Has("TR") || state.Has("TR2");
