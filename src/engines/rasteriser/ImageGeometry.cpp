@@ -5,15 +5,12 @@
 
 #include "engines/rasteriser/Pdf2ImgFailure.h"
 #include "engines/support/codecs/JpegWriter.h"
+#include "engines/support/pictures/PictureLimits.h"
 
 namespace TarnixTools::engines::rasteriser {
 namespace {
 
 constexpr double kPointsPerInch = 72;
-
-// A page larger than this, in pixels, is no sensible request, and its numbers must stay within the
-// range of what PDFium computes with.
-constexpr double kMaxPageSide = 1'000'000;
 
 // Nearest whole number of pixels, at least one.
 int ToPixels(double length, double most) {
@@ -45,8 +42,8 @@ ImageGeometry GeometryOf(const ImageSettings& settings, double width_points, dou
     width = width_points * scale;
     height = height_points * scale;
   }
-  geometry.page.width = ToPixels(width, kMaxPageSide);
-  geometry.page.height = ToPixels(height, kMaxPageSide);
+  geometry.page.width = ToPixels(width, engines::limits::kMaxSide);
+  geometry.page.height = ToPixels(height, engines::limits::kMaxSide);
   geometry.page.left = (geometry.image_width - geometry.page.width) / 2;
   geometry.page.top = (geometry.image_height - geometry.page.height) / 2;
   return geometry;

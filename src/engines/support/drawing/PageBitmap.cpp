@@ -5,12 +5,12 @@
 
 #include "engines/support/drawing/DrawingError.h"
 #include "engines/support/drawing/DrawingLimits.h"
+#include "engines/support/pictures/PictureLimits.h"
 
 namespace TarnixTools::engines {
 namespace {
 
 constexpr double kPointsPerInch = 72;
-constexpr double kMaxSide = 1'000'000;  // PDFium computes with 32 bits
 
 std::size_t RowBytes(int width) {
   return std::size_t{4} * static_cast<std::size_t>(width);
@@ -18,7 +18,7 @@ std::size_t RowBytes(int width) {
 
 int ToPixels(double points, double dpi) {
   const double pixels = points * dpi / kPointsPerInch;
-  if (!(pixels <= kMaxSide)) {
+  if (!(pixels <= limits::kMaxSide)) {
     throw DrawingError(DrawingErrorCode::kMemory);
   }
   return std::max(1, static_cast<int>(std::lround(pixels)));

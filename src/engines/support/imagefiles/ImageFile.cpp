@@ -11,6 +11,7 @@
 #include "engines/support/imagefiles/TiffFile.h"
 #include "engines/support/imagefiles/WebpFile.h"
 #include "engines/support/pictures/ImageError.h"
+#include "engines/support/pictures/PictureLimits.h"
 
 namespace TarnixTools::engines {
 

@@ -7,8 +7,6 @@
 
 namespace TarnixTools::engines::limits {
 
-// Pixels in one direction.
-inline constexpr std::uint32_t kMaxSide = 1'000'000;
 // Bytes of an image file, or of the part of it that has to be held in memory to be decoded.
 inline constexpr std::uint64_t kMaxHeldFileBytes = std::uint64_t{1} << 30;
 // Pictures in one file.

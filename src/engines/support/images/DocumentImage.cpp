@@ -4,14 +4,13 @@
 #include <array>
 #include <utility>
 
+#include "engines/support/pictures/PictureLimits.h"
 #include "pdf/file/StreamFilters.h"
 
 namespace TarnixTools::engines {
 namespace {
 
 using pdf::Object;
-
-constexpr std::int64_t kMaxSide = 1'000'000;
 
 struct Abbreviation {
   std::string_view short_name;
@@ -142,7 +141,7 @@ class FactsReader {
 
   std::uint32_t Side(std::string_view key) {
     const std::int64_t side = Value(key).IntegerOr(0);
-    return side >= 1 && side <= kMaxSide ? static_cast<std::uint32_t>(side) : 0;
+    return side >= 1 && side <= limits::kMaxSide ? static_cast<std::uint32_t>(side) : 0;
   }
 
   int Bits() {

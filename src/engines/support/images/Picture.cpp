@@ -22,15 +22,11 @@
 #include "engines/support/pictures/ComposedRows.h"
 #include "engines/support/pictures/PictureLimits.h"
 #include "pdf/Error.h"
+#include "pdf/Limits.h"
 #include "pdf/filters/FlateReader.h"
 
 namespace TarnixTools::engines {
 namespace {
-
-constexpr std::int64_t kMaxColumns = 1'000'000;
-
-// Bytes that a byte of deflated data may become (RFC 1951: a match of 258 bytes in two bits).
-constexpr std::uint64_t kMaxDeflation = 1032;
 
 class PictureOpener {
  public:
@@ -99,7 +95,7 @@ class PictureOpener {
       return nullptr;
     }
     const std::uint64_t height =
-        HeightFor(kMaxDeflation * encoded->size() / converter.packed_bytes() + 1);
+        HeightFor(pdf::limits::kMaxExpansion * encoded->size() / converter.packed_bytes() + 1);
     if (height * converter.packed_bytes() > limits::kMaxStreamedSamples) {
       throw pdf::Error(pdf::ErrorCode::kLimitExceeded, "the image has too many samples");
     }
@@ -216,7 +212,7 @@ class PictureOpener {
     parameters.black_is_1 = value("BlackIs1").BooleanOr(false);
     const std::int64_t columns = value("Columns").IntegerOr(1728);
     const std::optional<ColorSpace> space = Space();
-    if (!space || space->components != 1 || columns < 1 || columns > kMaxColumns) {
+    if (!space || space->components != 1 || columns < 1 || columns > limits::kMaxSide) {
       return OpenOther();
     }
     parameters.columns = static_cast<std::uint32_t>(columns);

@@ -7,6 +7,10 @@
 
 namespace TarnixTools::engines::limits {
 
+// Pixels of a picture in one direction, be it in a file, in a document or drawn: PDFium computes
+// with 32 bits.
+inline constexpr std::uint32_t kMaxSide = 1'000'000;
+
 // Bytes of a picture that has to be decoded.
 inline constexpr std::uint64_t kMaxDecodedBytes = std::uint64_t{1} << 30;
 
