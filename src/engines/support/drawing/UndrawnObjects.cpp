@@ -8,6 +8,7 @@
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/images/ImageHeaders.h"
 #include "engines/support/images/Jbig2Image.h"
+#include "engines/support/pictures/PictureLimits.h"
 #include "pdf/file/ByteSink.h"
 
 namespace TarnixTools::engines {
@@ -15,7 +16,6 @@ namespace {
 
 using pdf::Object;
 
-constexpr std::size_t kMaxProfileBytes = std::size_t{16} << 20;
 constexpr std::size_t kHeaderBytes = 128;
 constexpr std::size_t kSpaceAt = 16;  // in the header (ICC.1:2001-04, 6.1)
 
@@ -108,7 +108,8 @@ bool UndrawnObjects::IsOdd(std::uint32_t number) {
   pdf::Arena arena;
   const Object dictionary = document_->Load({.number = number, .generation = 0}, arena);
   const std::int64_t components = document_->Resolve(dictionary.Get("N"), arena).IntegerOr(0);
-  const std::optional<pdf::Decoded> profile = document_->TryDecodeStream(number, kMaxProfileBytes);
+  const std::optional<pdf::Decoded> profile =
+      document_->TryDecodeStream(number, limits::kMaxProfileBytes);
   if (!profile || profile->data.size() < kHeaderBytes) {
     return false;
   }

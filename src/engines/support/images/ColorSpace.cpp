@@ -7,14 +7,13 @@
 #include <string_view>
 #include <utility>
 
+#include "engines/support/images/ImageLimits.h"
+#include "engines/support/pictures/PictureLimits.h"
+
 namespace TarnixTools::engines {
 namespace {
 
 using pdf::Object;
-
-constexpr std::size_t kMaxProfileBytes = std::size_t{16} << 20;
-constexpr std::size_t kMaxPaletteBytes = std::size_t{256} * 4;
-constexpr int kMaxSteps = 8;  // colour spaces within colour spaces
 
 // What process inks of offset printing look like on coated paper, in sRGB: the corners between
 // which colours are interpolated. Index: cyan 1, magenta 2, yellow 4, black 8.
@@ -75,7 +74,7 @@ class Reader {
   Reader(pdf::Document& document, pdf::Arena& arena) : document_(&document), arena_(&arena) {}
 
   std::optional<ColorSpace> Read(const Object& value, int steps) {
-    if (steps > kMaxSteps) {
+    if (steps > limits::kMaxColorSpaceSteps) {
       return std::nullopt;
     }
     if (value.IsNull()) {
@@ -126,7 +125,8 @@ class Reader {
   }
 
   std::string ProfileOf(std::uint32_t number) {
-    std::optional<pdf::Decoded> decoded = document_->TryDecodeStream(number, kMaxProfileBytes);
+    std::optional<pdf::Decoded> decoded =
+        document_->TryDecodeStream(number, limits::kMaxProfileBytes);
     return decoded ? std::move(decoded->data) : std::string();
   }
 
@@ -188,7 +188,7 @@ class Reader {
     const std::uint32_t number =
         value.Items().size() > 3 ? value.Items()[3].AsReference().number : 0;
     std::string bytes = number != 0 ? ProfileOf(number) : "";
-    bytes.resize(std::min(bytes.size(), kMaxPaletteBytes));
+    bytes.resize(std::min(bytes.size(), limits::kMaxPaletteBytes));
     return bytes;
   }
 

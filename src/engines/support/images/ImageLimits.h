@@ -29,6 +29,12 @@ inline constexpr std::uint64_t kMaxPixelsWithoutData = std::uint64_t{64} << 20;
 // Images drawn on one page.
 inline constexpr std::size_t kMaxImagesOfPage = 1'000'000;
 
+// Colour spaces within colour spaces.
+inline constexpr int kMaxColorSpaceSteps = 8;
+
+// Bytes of an indexed colour space's table: 256 colours of four components.
+inline constexpr std::size_t kMaxPaletteBytes = std::size_t{256} * 4;
+
 }  // namespace TarnixTools::engines::limits
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGES_IMAGELIMITS_H_

@@ -11,7 +11,6 @@ namespace {
 
 constexpr std::uint64_t kHeaderSize = 128;
 constexpr std::uint64_t kTagSize = 12;
-constexpr std::uint32_t kMaxTags = 1000;
 
 std::string_view SpaceOf(int components) {
   switch (components) {
@@ -43,7 +42,7 @@ std::string UsableProfile(std::string_view profile, int components) {
     return {};
   }
   const std::uint32_t tags = reader.Number32(kHeaderSize);
-  if (tags == 0 || tags > kMaxTags) {
+  if (tags == 0 || tags > limits::kMaxProfileTags) {
     return {};
   }
   for (std::uint32_t i = 0; i < tags; ++i) {

@@ -65,7 +65,7 @@ class RecentTransforms {
 
   void Add(std::string_view profile, int components,
            std::shared_ptr<const IccTransform> transform) {
-    if (profile.size() > kMaxProfileBytes) {
+    if (profile.size() > kMaxKeptBytes) {
       return;
     }
     const std::lock_guard lock(mutex_);
@@ -77,7 +77,7 @@ class RecentTransforms {
 
  private:
   static constexpr std::size_t kMaxCount = 4;
-  static constexpr std::size_t kMaxProfileBytes = std::size_t{1} << 20;
+  static constexpr std::size_t kMaxKeptBytes = std::size_t{1} << 20;
 
   struct Entry {
     std::string profile;

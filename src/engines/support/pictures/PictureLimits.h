@@ -20,6 +20,9 @@ inline constexpr std::size_t kMaxTurnedBytes = std::size_t{512} << 20;
 // Bytes of a colour profile; larger ones are left out.
 inline constexpr std::size_t kMaxProfileBytes = std::size_t{16} << 20;
 
+// Tags of a colour profile.
+inline constexpr std::uint32_t kMaxProfileTags = 1000;
+
 }  // namespace TarnixTools::engines::limits
 
 #endif  // TARNIX_ENGINES_SUPPORT_PICTURES_PICTURELIMITS_H_
