@@ -13,9 +13,15 @@ inline constexpr std::size_t kMaxCoefficientBytes = std::size_t{1} << 30;
 // Coefficients of a JPEG image that is coded anew, which may take as much again.
 inline constexpr std::size_t kMaxTranscodedBytes = std::size_t{512} << 20;
 
+// Scans of a progressive JPEG image; hostile ones have thousands.
+inline constexpr int kMaxJpegScans = 500;
+
 // Boxes of JPEG 2000 data that tell its colour space, and channels that are told of.
 inline constexpr std::size_t kMaxJpxColors = 100;
 inline constexpr std::size_t kMaxJpxChannels = std::size_t{64} << 10;
+
+// Components of JPEG 2000 data that is decoded: CMYK and alpha.
+inline constexpr std::size_t kMaxJpxComponents = 5;
 
 // What JPEG 2000 data is decoded into, four bytes a sample.
 inline constexpr std::size_t kMaxJpxBytes = std::size_t{1} << 30;
@@ -25,6 +31,9 @@ inline constexpr std::size_t kMaxParts = 4'000'000;
 
 // Bytes that are passed over between two segments of a JPEG file.
 inline constexpr std::uint64_t kMaxBetweenSegments = std::uint64_t{4} << 20;
+
+// Entries of a TIFF directory.
+inline constexpr std::uint64_t kMaxTiffFields = 4096;
 
 }  // namespace TarnixTools::engines::limits
 

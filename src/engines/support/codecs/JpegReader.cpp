@@ -10,12 +10,6 @@
 #include "engines/support/codecs/CodecLimits.h"
 
 namespace TarnixTools::engines {
-namespace {
-
-// Scans of a progressive file that are decoded; hostile ones have thousands.
-constexpr int kMaxScans = 500;
-
-}  // namespace
 
 // The library leaves by longjmp when it cannot go on: what is called between setjmp and there has
 // nothing to destroy.
@@ -30,7 +24,7 @@ class JpegReader::Decompressor {
     errors_.output_message = [](j_common_ptr) {};
     errors_.emit_message = [](j_common_ptr, int) {};
     progress_.progress_monitor = [](j_common_ptr state) {
-      if (reinterpret_cast<j_decompress_ptr>(state)->input_scan_number > kMaxScans) {
+      if (reinterpret_cast<j_decompress_ptr>(state)->input_scan_number > limits::kMaxJpegScans) {
         state->err->error_exit(state);
       }
     };

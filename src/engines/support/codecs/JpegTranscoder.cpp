@@ -13,9 +13,6 @@ namespace TarnixTools::engines {
 
 namespace {
 
-// Scans that are read; hostile data has thousands.
-constexpr int kMaxScans = 500;
-
 // The library leaves by longjmp when it cannot go on: what is called between setjmp and there has
 // nothing to destroy.
 class Transcoder {
@@ -29,7 +26,7 @@ class Transcoder {
     errors_.output_message = [](j_common_ptr) {};
     errors_.emit_message = [](j_common_ptr, int) {};
     progress_.progress_monitor = [](j_common_ptr state) {
-      if (reinterpret_cast<j_decompress_ptr>(state)->input_scan_number > kMaxScans) {
+      if (reinterpret_cast<j_decompress_ptr>(state)->input_scan_number > limits::kMaxJpegScans) {
         state->err->error_exit(state);
       }
     };

@@ -16,7 +16,6 @@ namespace TarnixTools::engines {
 namespace {
 
 constexpr std::string_view kCodeStreamStart = "\xFF\x4F";  // SOC
-constexpr std::size_t kMaxComponents = 5;                  // CMYK and alpha
 
 // OpenJPEG, loaded when the first image of its kind is met.
 struct OpenJpeg {
@@ -131,7 +130,7 @@ StreamPtr StreamOver(Cursor& cursor) {
 }
 
 bool IsBounded(const opj_image_t& image) {
-  if (image.numcomps < 1 || image.numcomps > kMaxComponents || image.x1 <= image.x0 ||
+  if (image.numcomps < 1 || image.numcomps > limits::kMaxJpxComponents || image.x1 <= image.x0 ||
       image.y1 <= image.y0) {
     return false;
   }

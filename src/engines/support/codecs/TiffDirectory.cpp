@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "engines/support/codecs/CodecLimits.h"
+
 namespace TarnixTools::engines {
 
 namespace {
-
-constexpr std::uint64_t kMaxFields = 4096;
 
 enum FieldType : std::uint16_t {
   kByte = 1,
@@ -166,7 +166,7 @@ std::vector<TiffDirectory> TiffStructure::Read(ByteReader& reader, std::size_t m
     directory.order_ = layout.order;
     const std::uint64_t count = layout.Count(reader, place);
     place += layout.CountSize();
-    if (count == 0 || count > kMaxFields || fields_left == 0) {
+    if (count == 0 || count > limits::kMaxTiffFields || fields_left == 0) {
       break;
     }
     directory.is_cut_ = !reader.Has(place, count * layout.FieldSize());
