@@ -2,13 +2,11 @@
 
 #include <limits>
 
+#include "engines/support/codecs/jbig2/Jbig2Limits.h"
 #include "engines/support/codecs/jbig2/QeTable.h"
 
 namespace TarnixTools::engines::jbig2 {
 namespace {
-
-// Coders leave trailing bytes out; much more than that is missing data.
-constexpr int kMaxBytesBehindEnd = 1024;
 
 // Integers from `first` on, of so many bits (table A.1).
 struct Range {
@@ -37,7 +35,7 @@ void ArithmeticDecoder::ByteIn() {
   const unsigned byte = ByteAt(at_);
   const unsigned next = ByteAt(at_ + 1);
   if (byte == 0xFF && next > 0x8F) {  // a marker, or the end
-    if (++bytes_behind_end_ > kMaxBytesBehindEnd) {
+    if (++bytes_behind_end_ > limits::kMaxBytesBehindEnd) {
       throw Failure();
     }
     code_ += 0xFF00;

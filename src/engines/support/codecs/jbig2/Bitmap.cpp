@@ -3,11 +3,10 @@
 #include <algorithm>
 
 #include "engines/support/codecs/jbig2/ArithmeticDecoder.h"
+#include "engines/support/codecs/jbig2/Jbig2Limits.h"
 
 namespace TarnixTools::engines::jbig2 {
 namespace {
-
-constexpr std::uint64_t kMaxPixels = std::uint64_t{160} << 20;
 
 std::uint8_t Combined(std::uint8_t below, std::uint8_t above,
                       CombinationOperator combination_operator) {
@@ -29,7 +28,7 @@ std::uint8_t Combined(std::uint8_t below, std::uint8_t above,
 
 Bitmap::Bitmap(std::uint32_t width, std::uint32_t height, std::uint8_t value)
     : width_(width), height_(height) {
-  if (std::uint64_t{width} * height > kMaxPixels) {
+  if (std::uint64_t{width} * height > limits::kMaxPixels) {
     throw Failure();
   }
   pixels_.assign(std::size_t{width} * height, value);

@@ -1,11 +1,10 @@
 #include <algorithm>
 
+#include "engines/support/codecs/jbig2/Jbig2Limits.h"
 #include "engines/support/codecs/jbig2/Regions.h"
 
 namespace TarnixTools::engines::jbig2 {
 namespace {
-
-constexpr std::uint64_t kMaxGrid = std::uint64_t{64} << 20U;
 
 struct Position {
   std::int64_t x;
@@ -60,7 +59,7 @@ std::vector<std::uint32_t> DecodeGrayValues(const HalftoneRegion& region, unsign
 Bitmap DecodeHalftoneRegion(const HalftoneRegion& region, const Symbols& patterns,
                             ArithmeticDecoder& decoder) {
   const std::uint64_t grid = std::uint64_t{region.grid_width} * region.grid_height;
-  if (patterns.empty() || grid > kMaxGrid) {
+  if (patterns.empty() || grid > limits::kMaxGrid) {
     throw Failure();
   }
   const Bitmap& first = *patterns.front();

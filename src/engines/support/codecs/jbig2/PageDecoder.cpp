@@ -5,16 +5,12 @@
 #include <vector>
 
 #include "engines/support/codecs/CcittDecoder.h"
+#include "engines/support/codecs/jbig2/Jbig2Limits.h"
 #include "engines/support/codecs/jbig2/PatternDictionary.h"
+#include "engines/support/pictures/PictureLimits.h"
 
 namespace TarnixTools::engines::jbig2 {
 namespace {
-
-// What decoding may cost, in pixels: some for any picture, and some for each pixel of it.
-constexpr std::uint64_t kLeastBudget = std::uint64_t{8} << 20U;
-constexpr std::uint64_t kBudgetOfPixel = 8;
-constexpr std::uint64_t kRetainingCost = std::uint64_t{1} << 20U;
-constexpr std::uint64_t kReferringCost = 64;
 
 // Huffman codes, and MMR in dictionaries and halftones, are left to others.
 void RequireArithmetic(std::uint32_t flags) {
@@ -104,8 +100,7 @@ HalftoneRegion TakeHalftoneRegion(const RegionInformation& information, std::uin
 
 // A generic region coded as fax, group 4 (6.2.6).
 Bitmap DecodeMmr(const RegionInformation& information, std::string_view data) {
-  constexpr std::uint32_t kMaxColumns = 1'000'000;
-  if (information.width == 0 || information.width > kMaxColumns) {
+  if (information.width == 0 || information.width > engines::limits::kMaxSide) {
     throw Failure();
   }
   Bitmap bitmap(information.width, information.height);
@@ -122,7 +117,8 @@ Bitmap DecodeMmr(const RegionInformation& information, std::string_view data) {
 }  // namespace
 
 PageDecoder::PageDecoder(std::uint32_t width, std::uint32_t height)
-    : budget_(kLeastBudget + kBudgetOfPixel * width * height), page_(width, height) {}
+    : budget_(limits::kLeastBudget + limits::kBudgetOfPixel * width * height),
+      page_(width, height) {}
 
 void PageDecoder::Decode(const Segment& segment) {
   SegmentFields fields(segment.data);
@@ -188,7 +184,7 @@ void PageDecoder::DecodeSymbolDictionarySegment(const Segment& segment, SegmentF
   symbols_[segment.number] =
       DecodeSymbolDictionary(dictionary, SymbolsFor(segment), fields.rest(), budget_, contexts);
   if (retains) {
-    budget_.Spend(kRetainingCost);
+    budget_.Spend(limits::kRetainingCost);
     retained_[segment.number] = std::move(contexts);
   }
 }
@@ -225,7 +221,7 @@ Bitmap PageDecoder::DecodeText(const Segment& segment, const RegionInformation& 
   RequireArithmetic(flags);
   const TextRegion region = TakeTextRegion(information, flags, fields);
   const Symbols symbols = SymbolsFor(segment);
-  budget_.Spend(kReferringCost * symbols.size());
+  budget_.Spend(limits::kReferringCost * symbols.size());
   ArithmeticDecoder decoder(fields.rest(), budget_);
   TextDecoders decoders(CodeLength(symbols.size()));
   Contexts refinement_contexts = RefinementContexts();

@@ -2,22 +2,19 @@
 
 #include <memory>
 
+#include "engines/support/codecs/jbig2/Jbig2Limits.h"
+
 namespace TarnixTools::engines::jbig2 {
-namespace {
-
-constexpr std::uint32_t kMaxPatterns = 65'536;
-constexpr std::uint64_t kPatternCost = 256;  // pixels, be the pattern empty
-
-}  // namespace
 
 Symbols DecodePatternDictionary(const PatternDictionary& dictionary, std::string_view data,
                                 Budget& budget) {
-  if (dictionary.largest_value >= kMaxPatterns || dictionary.width == 0 || dictionary.height == 0) {
+  if (dictionary.largest_value >= limits::kMaxPatterns || dictionary.width == 0 ||
+      dictionary.height == 0) {
     throw Failure();
   }
   const std::uint32_t count = dictionary.largest_value + 1;
   budget.Spend(std::uint64_t{count} *
-               (kPatternCost + std::uint64_t{dictionary.width} * dictionary.height));
+               (limits::kPatternCost + std::uint64_t{dictionary.width} * dictionary.height));
   ArithmeticDecoder decoder(data, budget);
   Contexts contexts = GenericContexts();
   const auto width = static_cast<std::int32_t>(dictionary.width);

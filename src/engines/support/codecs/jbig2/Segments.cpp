@@ -4,10 +4,11 @@
 #include <optional>
 #include <utility>
 
+#include "engines/support/codecs/jbig2/Jbig2Limits.h"
+
 namespace TarnixTools::engines::jbig2 {
 namespace {
 
-constexpr std::size_t kMaxSegments = 100'000;
 constexpr std::size_t kLeastHeaderBytes = 11;
 
 // The count of referred-to segments, with the retention flags behind it (7.2.4).
@@ -49,7 +50,7 @@ std::vector<Segment> SegmentsOf(std::string_view data) {
   SegmentFields fields(data);
   while (std::optional<Segment> segment = TakeSegment(fields)) {
     segments.push_back(*std::move(segment));
-    if (segments.size() > kMaxSegments) {
+    if (segments.size() > limits::kMaxSegments) {
       throw Failure();
     }
   }

@@ -2,15 +2,10 @@
 
 #include <utility>
 
+#include "engines/support/codecs/jbig2/Jbig2Limits.h"
+
 namespace TarnixTools::engines::jbig2 {
 namespace {
-
-constexpr std::uint32_t kMaxSymbols = 65'536;
-// What a symbol costs, be it empty, and what it costs to list one, in pixels.
-constexpr std::uint64_t kSymbolCost = 256;
-constexpr std::uint64_t kListingCost = 64;
-constexpr std::int64_t kMaxSide = 65'535;
-constexpr int kMaxEmptyRuns = 4;  // of export flags, one after the other
 
 class SymbolDecoder {
  public:
@@ -38,11 +33,11 @@ class SymbolDecoder {
     std::int64_t width = 0;
     while (const std::optional<std::int32_t> difference = iadw_.Decode(decoder_)) {
       width += *difference;
-      if (symbols_.size() >= wanted || width < 0 || width > kMaxSide || height < 0 ||
-          height > kMaxSide) {
+      if (symbols_.size() >= wanted || width < 0 || width > limits::kMaxSymbolSide || height < 0 ||
+          height > limits::kMaxSymbolSide) {
         throw Failure();
       }
-      decoder_.Spend(kSymbolCost);
+      decoder_.Spend(limits::kSymbolCost);
       symbols_.push_back(std::make_shared<const Bitmap>(
           DecodeSymbol(static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height))));
     }
@@ -103,7 +98,7 @@ class SymbolDecoder {
       const std::int32_t run = iaex_.Need(decoder_);
       empty_runs = run == 0 ? empty_runs + 1 : 0;
       if (run < 0 || static_cast<std::size_t>(run) > symbols_.size() - next ||
-          empty_runs > kMaxEmptyRuns) {
+          empty_runs > limits::kMaxEmptyRuns) {
         throw Failure();
       }
       const auto first = symbols_.begin() + static_cast<std::ptrdiff_t>(next);
@@ -131,10 +126,10 @@ class SymbolDecoder {
 
 Symbols DecodeSymbolDictionary(const SymbolDictionary& dictionary, const Symbols& input_symbols,
                                std::string_view data, Budget& budget, BitmapContexts& contexts) {
-  if (dictionary.new_symbols > kMaxSymbols || input_symbols.size() > kMaxSymbols) {
+  if (dictionary.new_symbols > limits::kMaxSymbols || input_symbols.size() > limits::kMaxSymbols) {
     throw Failure();
   }
-  budget.Spend(kListingCost * (input_symbols.size() + dictionary.new_symbols));
+  budget.Spend(limits::kListingCost * (input_symbols.size() + dictionary.new_symbols));
   return SymbolDecoder(dictionary, input_symbols, data, budget, contexts).Decode();
 }
 

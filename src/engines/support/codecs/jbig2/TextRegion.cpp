@@ -1,12 +1,11 @@
 #include <optional>
 #include <utility>
 
+#include "engines/support/codecs/jbig2/Jbig2Limits.h"
 #include "engines/support/codecs/jbig2/Regions.h"
 
 namespace TarnixTools::engines::jbig2 {
 namespace {
-
-constexpr std::int64_t kFarthest = std::int64_t{1} << 32U;
 
 class TextDecoder {
  public:
@@ -45,7 +44,7 @@ class TextDecoder {
   }
 
   static std::int64_t Bounded(std::int64_t value) {
-    if (value > kFarthest || value < -kFarthest) {
+    if (value > limits::kFarthest || value < -limits::kFarthest) {
       throw Failure();
     }
     return value;
@@ -74,7 +73,7 @@ class TextDecoder {
     const std::int32_t dy = decoders_.iardy.Need(decoder_);
     const std::int64_t width = symbol.width() + dw;
     const std::int64_t height = symbol.height() + dh;
-    if (width < 0 || height < 0 || width > kFarthest || height > kFarthest) {
+    if (width < 0 || height < 0 || width > limits::kFarthest || height > limits::kFarthest) {
       throw Failure();
     }
     return DecodeRefinementRegion({.width = static_cast<std::uint32_t>(width),
