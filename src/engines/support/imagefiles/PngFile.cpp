@@ -17,6 +17,7 @@
 #include "engines/support/pictures/ImageError.h"
 #include "engines/support/pictures/PictureLimits.h"
 #include "engines/support/pictures/Units.h"
+#include "pdf/Limits.h"
 #include "pdf/filters/Filters.h"
 
 namespace TarnixTools::engines {
@@ -28,18 +29,11 @@ constexpr std::uint32_t Type(const char (&name)[5]) {
          static_cast<std::uint32_t>(name[2]) << 8 | static_cast<std::uint32_t>(name[3]);
 }
 
-// Pictures of up to this size are filled up when their data is cut, whatever is there of it; larger
-// ones only when the data can hold a good part of them (deflate cannot pass 1032).
-constexpr std::size_t kAlwaysInflated = std::size_t{64} << 20;
-constexpr std::size_t kMaxExpansion = 1100;
-
 struct DecompressorDeleter {
   void operator()(libdeflate_decompressor* decompressor) const noexcept {
     libdeflate_free_decompressor(decompressor);
   }
 };
-
-constexpr std::size_t kMaxSmallChunk = std::size_t{1} << 16;
 
 // Where the seven passes of an interlaced picture start and how far apart their pixels are (8.2).
 struct Pass {
@@ -140,7 +134,7 @@ void PngFile::ReadHeader(std::uint64_t start, std::size_t length) {
 }
 
 void PngFile::ReadChunk(std::uint32_t type, std::uint64_t start, std::size_t length) {
-  const bool is_small = length <= kMaxSmallChunk;
+  const bool is_small = length <= limits::kMaxSmallChunk;
   if (type == Type("IHDR")) {
     ReadHeader(start, length);
   } else if (type == Type("PLTE") && IsPalette() && is_small) {
@@ -276,7 +270,7 @@ void PngFile::Inflate(unsigned char* out, std::size_t size) {
     }
     packed += reader_.Read(piece.offset, static_cast<std::size_t>(piece.length));
   }
-  if (size > kAlwaysInflated && size / kMaxExpansion > packed.size()) {
+  if (size > limits::kAlwaysInflated && size / pdf::limits::kMaxExpansion > packed.size()) {
     throw ImageError(ImageErrorCode::kDamaged, "most of the picture is missing");
   }
   const std::unique_ptr<libdeflate_decompressor, DecompressorDeleter> decompressor(

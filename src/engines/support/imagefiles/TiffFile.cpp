@@ -35,9 +35,6 @@ enum Photometric : std::uint64_t {
 
 enum ExtraSample : std::uint64_t { kUnspecified = 0, kAssociated = 1, kUnassociated = 2 };
 
-constexpr std::size_t kMaxTables = std::size_t{64} << 10;
-constexpr int kMaxSamples = 64;
-
 int ColorsOf(std::uint64_t photometric, int samples) {
   switch (photometric) {
     case kRgbColor:
@@ -153,13 +150,13 @@ TiffFile::Picture TiffFile::Describe(std::size_t index) {
   picture.compression = directory.Number(reader_, TiffTag::kCompression, 1);
   picture.photometric = directory.Number(reader_, TiffTag::kPhotometric, kMinIsBlack);
   const std::uint64_t samples = directory.Number(reader_, TiffTag::kSamplesPerPixel, 1);
-  if (samples == 0 || samples > kMaxSamples) {
+  if (samples == 0 || samples > limits::kMaxTiffSamples) {
     throw ImageError(ImageErrorCode::kUnsupported, "a TIFF picture of too many samples per pixel");
   }
   picture.samples = static_cast<int>(samples);
   picture.colors = ColorsOf(picture.photometric, picture.samples);
   const std::vector<std::uint64_t> bits =
-      directory.Numbers(reader_, TiffTag::kBitsPerSample, kMaxSamples);
+      directory.Numbers(reader_, TiffTag::kBitsPerSample, limits::kMaxTiffSamples);
   picture.bits = bits.empty() ? 1 : static_cast<int>(std::min<std::uint64_t>(bits[0], 64));
   const std::uint64_t format = directory.Number(reader_, TiffTag::kSampleFormat, 1);
   picture.is_signed = format == 2;
@@ -167,7 +164,7 @@ TiffFile::Picture TiffFile::Describe(std::size_t index) {
       std::all_of(bits.begin(), bits.end(), [&](std::uint64_t b) { return b == bits[0]; }) &&
       (format == 1 || format == 2);
   const std::vector<std::uint64_t> extra =
-      directory.Numbers(reader_, TiffTag::kExtraSamples, kMaxSamples);
+      directory.Numbers(reader_, TiffTag::kExtraSamples, limits::kMaxTiffSamples);
   picture.extra_sample = extra.empty() ? kUnspecified : extra[0];
   picture.has_alpha =
       picture.samples == picture.colors + 1 &&
@@ -348,7 +345,8 @@ std::optional<EncodedImage> TiffFile::PassJpeg(const Picture& picture) {
   if (is_color) {
     image.parameters = picture.photometric == kRgbColor ? "/ColorTransform 0" : "/ColorTransform 1";
   }
-  const std::string tables = picture.directory->Bytes(reader_, TiffTag::kJpegTables, kMaxTables);
+  const std::string tables =
+      picture.directory->Bytes(reader_, TiffTag::kJpegTables, limits::kMaxTiffTables);
   if (tables.size() > 4 && tables.starts_with(kJpegStart) && tables.ends_with(kJpegEnd)) {
     image.data.push_back(Hold(std::string_view(tables).substr(0, tables.size() - kJpegEnd.size())));
     image.data.push_back(

@@ -30,7 +30,6 @@ constexpr std::uint64_t kFileHeader = 12;
 constexpr std::uint64_t kChunkHeader = 8;
 constexpr std::uint64_t kFrameHeader = 16;  // of an animation's frame
 constexpr std::uint32_t kHasAlpha = 0x10;
-constexpr std::uint64_t kMaxExif = std::uint64_t{1} << 20;
 
 struct LibWebp {
   LibWebp() : library("libwebp.so.7") {
@@ -127,7 +126,7 @@ void WebpFile::ReadChunk(std::uint32_t type, std::uint64_t start, std::uint64_t 
     ReadSize(type, start);
   } else if (type == Type("ICCP") && length <= limits::kMaxProfileBytes) {
     profile_ = UsableProfile(reader_.Read(start, static_cast<std::size_t>(length)), 3);
-  } else if (type == Type("EXIF") && length <= kMaxExif) {
+  } else if (type == Type("EXIF") && length <= limits::kMaxExifBytes) {
     const ExifFacts facts = ReadExif(reader_.Read(start, static_cast<std::size_t>(length)));
     frame_.orientation = facts.orientation;
     frame_.dpi_x = facts.dpi_x;
