@@ -7,6 +7,7 @@
 
 #include "engines/img2pdf/ImageDocument.h"
 #include "engines/img2pdf/Img2PdfFailure.h"
+#include "engines/img2pdf/Limits.h"
 #include "engines/support/contract/Registry.h"
 #include "foundation/Utf8.h"
 
@@ -21,8 +22,6 @@ struct TImg2Pdf {
 };
 
 namespace {
-
-constexpr float kMaxBorder = 1e6F;  // points
 
 using Objects = Registry<TImg2Pdf>;
 
@@ -126,7 +125,7 @@ int Img2PdfSetUpright(TImg2Pdf* object, int upright) {
 
 int Img2PdfSetBorderSize(TImg2Pdf* object, float border) {
   return Guarded<Img2PdfErrors>(object, [&] {
-    Require(std::abs(border) <= kMaxBorder);
+    Require(std::abs(border) <= img2pdf::limits::kMaxBorder);
     object->settings.border = border;
   });
 }

@@ -8,6 +8,7 @@
 
 #include "engines/rasteriser/EncodingQueue.h"
 #include "engines/rasteriser/ImageGeometry.h"
+#include "engines/rasteriser/Limits.h"
 #include "engines/rasteriser/Pdf2ImgFailure.h"
 #include "engines/support/contract/Registry.h"
 #include "engines/support/drawing/DrawnDocument.h"
@@ -19,8 +20,6 @@ namespace TarnixTools::engines {
 using namespace rasteriser;
 
 namespace {
-
-constexpr double kMaxDpi = 65535;  // of the header of JPEG files
 
 void Require(bool condition) {
   engines::Require<Pdf2ImgErrors>(condition);
@@ -169,7 +168,7 @@ std::int32_t Pdf2ImgGetPageCount(const TPdf2Img* object) {
 
 int Pdf2ImgSetDPI(TPdf2Img* object, float dpi) {
   return Guarded<Pdf2ImgErrors>(object, [&] {
-    object->has_valid_dpi = dpi >= 0.5F && dpi <= kMaxDpi;
+    object->has_valid_dpi = dpi >= 0.5F && dpi <= rasteriser::limits::kMaxDpi;
     Require(object->has_valid_dpi);
     object->settings.dpi = dpi;
   });
