@@ -4,6 +4,7 @@
 #include <span>
 #include <string_view>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/copy/report/CopyReport.h"
 #include "engines/toolbox/metadata/XmpEdit.h"
@@ -15,8 +16,6 @@ namespace TarnixTools::engines::toolbox {
 using pdf::Object;
 
 namespace {
-
-constexpr std::size_t kMaxPacket = std::size_t{16} << 20;
 
 constexpr std::string_view kPdfA = "http://www.aiim.org/pdfa/ns/id/";
 
@@ -67,7 +66,8 @@ std::string SourceMetadata::ReadPacket() {
   if (packet_number_ == 0) {
     return {};
   }
-  const std::optional<pdf::Decoded> stream = document_->TryDecodeStream(packet_number_, kMaxPacket);
+  const std::optional<pdf::Decoded> stream =
+      document_->TryDecodeStream(packet_number_, limits::kMaxMetadataBytes);
   const XmpChange no_claim = {kPdfA, {}, {}, {}};
   std::optional<EditedXmp> edited = stream ? EditXmp(stream->data, {&no_claim, 1}) : std::nullopt;
   if (edited) {

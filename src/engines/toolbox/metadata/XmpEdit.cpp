@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/metadata/XmlScanner.h"
 #include "foundation/Utf8.h"
 
@@ -12,10 +13,6 @@ namespace {
 
 constexpr std::string_view kRdf = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-
-constexpr std::size_t kMaxDepth = 256;
-// Namespaces that are declared at one place.
-constexpr std::size_t kMaxNamespaces = 256;
 
 // Without a mark at its start, and without a declaration of the encoding that it had.
 std::optional<std::string> Utf16ToUtf8(std::string_view bytes, bool is_big_endian) {
@@ -128,7 +125,7 @@ bool PacketReader::ReadStart() {
   const std::size_t depth = open_.size();
   const std::size_t level = LevelOf(depth);
   Open element{tag.name, namespaces_.size(), std::nullopt};
-  if (depth == kMaxDepth || (level <= 2 && !Declare())) {
+  if (depth == limits::kMaxXmlNesting || (level <= 2 && !Declare())) {
     return false;
   }
   if (!rdf_depth_) {
@@ -175,7 +172,7 @@ bool PacketReader::Declare() {
     const std::string_view prefix =
         attribute.name == "xmlns" ? std::string_view() : LocalPart(attribute.name);
     namespaces_.push_back({prefix, Unquoted(attribute.value)});
-    if (namespaces_.size() > kMaxNamespaces ||
+    if (namespaces_.size() > limits::kMaxXmlNamespaces ||
         attribute.value.find('&') != std::string_view::npos) {
       return false;
     }

@@ -1,0 +1,18 @@
+// Bounds on what a document may make the document engine do, beside those of the core. What is
+// beyond one is left out or stays as it is, unless it is said here that the job fails.
+#ifndef TARNIX_ENGINES_TOOLBOX_LIMITS_H_
+#define TARNIX_ENGINES_TOOLBOX_LIMITS_H_
+
+#include <cstddef>
+#include <cstdint>
+
+namespace TarnixTools::engines::toolbox::limits {
+
+// Bytes of metadata, decoded; nesting of its elements; namespaces that are declared at one place.
+inline constexpr std::size_t kMaxMetadataBytes = std::size_t{16} << 20;
+inline constexpr std::size_t kMaxXmlNesting = 256;
+inline constexpr std::size_t kMaxXmlNamespaces = 256;
+
+}  // namespace TarnixTools::engines::toolbox::limits
+
+#endif  // TARNIX_ENGINES_TOOLBOX_LIMITS_H_
