@@ -13,6 +13,16 @@ inline constexpr std::size_t kMaxMetadataBytes = std::size_t{16} << 20;
 inline constexpr std::size_t kMaxXmlNesting = 256;
 inline constexpr std::size_t kMaxXmlNamespaces = 256;
 
+// What one copy decodes of contents to paint on them: this much, and this many times the size of
+// the file; sound pages need their own contents once. Beyond it the job fails. Naming a stream
+// counts for some bytes.
+inline constexpr std::uint64_t kPaintedAllowance = std::uint64_t{512} << 20;
+inline constexpr std::uint64_t kPaintedRatio = 200;
+inline constexpr std::uint64_t kBytesPerPaintedStream = 8;
+// Contents whose balance is remembered, and places in them.
+inline constexpr std::size_t kMaxKeptBalances = 4096;
+inline constexpr std::size_t kMaxKeptPositions = 200'000;
+
 }  // namespace TarnixTools::engines::toolbox::limits
 
 #endif  // TARNIX_ENGINES_TOOLBOX_LIMITS_H_

@@ -2,21 +2,15 @@
 
 #include <algorithm>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/content/StreamText.h"
 #include "pdf/Error.h"
+#include "pdf/Limits.h"
 
 namespace TarnixTools::engines::toolbox {
 
 namespace {
-
-constexpr std::size_t kMaxContent = std::size_t{256} << 20;
-constexpr std::size_t kMaxKept = 4096;
-constexpr std::size_t kMaxKeptPositions = 200'000;
-// What one copy may decode altogether; sound pages need their own contents once.
-constexpr std::uint64_t kDecodeAllowance = std::uint64_t{512} << 20;
-constexpr std::uint64_t kDecodeRatio = 200;
-constexpr std::uint64_t kBytesPerStream = 8;  // that naming one costs
 
 [[noreturn]] void ThrowTooLarge() {
   throw pdf::Error(pdf::ErrorCode::kLimitExceeded, "the contents of pages are too large");
@@ -27,7 +21,8 @@ constexpr std::uint64_t kBytesPerStream = 8;  // that naming one costs
 ContentIsolation::ContentIsolation(SourceDocument& source, pdf::FileWriter& target)
     : source_(&source),
       target_(&target),
-      budget_(kDecodeAllowance + kDecodeRatio * source.document().reader().size()) {}
+      budget_(limits::kPaintedAllowance +
+              limits::kPaintedRatio * source.document().reader().size()) {}
 
 void ContentIsolation::Spend(std::uint64_t bytes) {
   if (bytes > budget_) {
@@ -39,7 +34,7 @@ void ContentIsolation::Spend(std::uint64_t bytes) {
 // What readers can show of it: nothing of data that cannot be decoded, all before the damage of
 // damaged data.
 std::string ContentIsolation::Decode(std::uint32_t number) {
-  auto decoded = source_->document().TryDecodeStream(number, kMaxContent);
+  auto decoded = source_->document().TryDecodeStream(number, pdf::limits::kMaxContentBytes);
   if (!decoded) {
     return {};
   }
@@ -54,7 +49,8 @@ const pdf::ContentBalance& ContentIsolation::BalanceOf(std::uint32_t number) {
   if (const auto known = balances_.find(number); known != balances_.end()) {
     return known->second;
   }
-  if (balances_.size() >= kMaxKept || kept_positions_ >= kMaxKeptPositions) {
+  if (balances_.size() >= limits::kMaxKeptBalances ||
+      kept_positions_ >= limits::kMaxKeptPositions) {
     balances_.clear();
     kept_positions_ = 0;
   }
@@ -65,7 +61,7 @@ const pdf::ContentBalance& ContentIsolation::BalanceOf(std::uint32_t number) {
 }
 
 IsolatedContent ContentIsolation::Isolate(const std::vector<std::uint32_t>& streams) {
-  Spend(streams.size() * kBytesPerStream);
+  Spend(streams.size() * limits::kBytesPerPaintedStream);
   IsolatedContent isolated;
   pdf::ContentBalance all;
   for (const std::uint32_t number : streams) {
@@ -101,7 +97,7 @@ IsolatedContent ContentIsolation::IsolateJoined(const std::vector<std::uint32_t>
   for (const std::uint32_t number : streams) {
     content += Decode(number);
     content += '\n';
-    if (content.size() > kMaxContent) {
+    if (content.size() > pdf::limits::kMaxContentBytes) {
       ThrowTooLarge();
     }
   }
