@@ -5,7 +5,9 @@
 #include <optional>
 #include <utility>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/SourceDocument.h"
+#include "pdf/Limits.h"
 
 namespace TarnixTools::engines::toolbox {
 
@@ -16,24 +18,14 @@ using pdf::ResourceCategory;
 
 namespace {
 
-constexpr std::size_t kMaxContent = std::size_t{64} << 20;  // decoded, of one page or form
-// Of all contents together: this much, and this many times the size of the file.
-constexpr std::uint64_t kDecodeAllowance = std::uint64_t{64} << 20;
-constexpr std::uint64_t kDecodeRatio = 64;
-constexpr std::uint64_t kBytesPerItem = 64;  // what an item of a list counts for
-constexpr std::size_t kMaxNames = 16384;     // used by one page or form
-constexpr std::size_t kMaxNameLength = 255;
-constexpr std::size_t kMaxIds = std::size_t{1} << 19;
-constexpr std::size_t kMaxKeptNames = std::size_t{4} << 20;
 constexpr std::size_t kTrimmedIds = std::size_t{1} << 17;
 constexpr std::size_t kTrimmedNames = std::size_t{1} << 20;
 constexpr std::size_t kKeptDictionaries = 64;
-constexpr int kMaxHops = 32;  // from reference to reference, or from a field to its parent
 
 void Settle(ResourceUse& use) {
   std::sort(use.names.begin(), use.names.end());
   use.names.erase(std::unique(use.names.begin(), use.names.end()), use.names.end());
-  if (use.names.size() > kMaxNames) {
+  if (use.names.size() > limits::kMaxUsedNames) {
     use.names.clear();
     use.is_known = false;
   }
@@ -42,7 +34,7 @@ void Settle(ResourceUse& use) {
 void AddAll(ResourceUse& use, const ResourceUse& other) {
   use.is_known = use.is_known && other.is_known;
   use.names.insert(use.names.end(), other.names.begin(), other.names.end());
-  if (use.names.size() > 2 * kMaxNames) {
+  if (use.names.size() > 2 * limits::kMaxUsedNames) {
     Settle(use);
   }
 }
@@ -87,7 +79,8 @@ std::ptrdiff_t ResourceDictionary::Find(ResourceNameId id) const {
 
 SourceResources::SourceResources(SourceDocument& source)
     : source_(&source),
-      budget_(kDecodeAllowance + kDecodeRatio * source.document().reader().size()) {}
+      budget_(limits::kScannedAllowance +
+              limits::kScannedRatio * source.document().reader().size()) {}
 
 void SourceResources::Trim() {
   if (ids_.size() > kTrimmedIds || kept_names_ > kTrimmedNames) {
@@ -100,7 +93,7 @@ void SourceResources::Trim() {
 }
 
 ResourceNameId SourceResources::IdOf(ResourceCategory category, std::string_view name) {
-  if (name.size() > kMaxNameLength) {
+  if (name.size() > limits::kMaxNameBytes) {
     return 0;
   }
   key_.assign(1, static_cast<char>(category));
@@ -109,7 +102,7 @@ ResourceNameId SourceResources::IdOf(ResourceCategory category, std::string_view
   if (found != ids_.end()) {
     return found->second;
   }
-  if (ids_.size() >= kMaxIds) {
+  if (ids_.size() >= limits::kMaxNameIds) {
     return 0;
   }
   return ids_.emplace(key_, static_cast<ResourceNameId>(ids_.size() + 1)).first->second;
@@ -123,7 +116,7 @@ pdf::ResourceNameSink SourceResources::AddTo(ResourceUse& use) {
       return;
     }
     use.names.push_back(id);
-    if (use.names.size() > 2 * kMaxNames) {
+    if (use.names.size() > 2 * limits::kMaxUsedNames) {
       Settle(use);
     }
   };
@@ -161,7 +154,7 @@ ResourceUse SourceResources::NeedsOf(const Object& resource) {
     return known->second;
   }
   ResourceUse use;
-  if (kept_names_ > kMaxKeptNames) {
+  if (kept_names_ > limits::kMaxKeptNames) {
     use.is_known = false;
   } else {
     Arena arena;
@@ -181,7 +174,9 @@ ResourceNameId SourceResources::FontOfWidget(const Object& widget) {
   Arena arena;
   Object field = widget;
   Object appearance = Resolve(field.Get("DA"), arena);
-  for (int hop = 0; hop < kMaxHops && !appearance.IsString() && field.Has("Parent"); ++hop) {
+  for (std::uint32_t level = 0;
+       level < pdf::limits::kMaxFieldNesting && !appearance.IsString() && field.Has("Parent");
+       ++level) {
     field = Resolve(field.Get("Parent"), arena);
     appearance = Resolve(field.Get("DA"), arena);
   }
@@ -206,7 +201,7 @@ bool SourceResources::Spend(std::uint64_t bytes) {
 
 // Keeps the number of names that are held within bounds.
 void SourceResources::Count(ResourceUse& use) {
-  if (kept_names_ > kMaxKeptNames) {
+  if (kept_names_ > limits::kMaxKeptNames) {
     use = {{}, false};
   }
   use.names.shrink_to_fit();
@@ -231,7 +226,8 @@ const SourceResources::StreamUse& SourceResources::ReadStream(std::uint32_t numb
 // Appends a stream's content; false when not all of it can be read. An object that is no stream has
 // none.
 bool SourceResources::DecodeInto(std::string& content, std::uint32_t number) {
-  const std::size_t room = kMaxContent - std::min(content.size(), kMaxContent);
+  const std::size_t room =
+      limits::kMaxScannedContent - std::min(content.size(), limits::kMaxScannedContent);
   if (number == 0) {
     return true;
   }
@@ -271,7 +267,7 @@ void SourceResources::AddContents(ResourceUse& use, const Object& contents, Aren
 // Contents may be cut anywhere between two tokens (table 31). Mostly they are cut between
 // operations; then each stream is read for itself, and once for all pages that share it.
 void SourceResources::AddStreamArray(ResourceUse& use, const Object& array, Arena& arena) {
-  if (!Spend(array.Items().size() * kBytesPerItem)) {
+  if (!Spend(array.Items().size() * limits::kBytesPerScannedItem)) {
     use.is_known = false;
     return;
   }
@@ -316,7 +312,7 @@ void SourceResources::AddJoined(ResourceUse& use, const std::vector<std::uint32_
 
 // Appearances without resources of their own take the page's in some readers.
 void SourceResources::AddAppearances(ResourceUse& use, const Object& annotations, Arena& arena) {
-  if (!Spend(annotations.Items().size() * kBytesPerItem)) {
+  if (!Spend(annotations.Items().size() * limits::kBytesPerScannedItem)) {
     use.is_known = false;
     return;
   }
@@ -329,7 +325,7 @@ void SourceResources::AddAppearances(ResourceUse& use, const Object& annotations
       if (appearance.Has("Subtype") || appearance.Has("BBox")) {
         continue;
       }
-      if (!Spend(appearance.Entries().size() * kBytesPerItem)) {
+      if (!Spend(appearance.Entries().size() * limits::kBytesPerScannedItem)) {
         use.is_known = false;
         return;
       }
@@ -400,7 +396,7 @@ void SourceResources::AddFontNeeds(ResourceUse& use, const Object& font, Arena& 
 
 void SourceResources::AddGlyphs(ResourceUse& use, const Object& font, Arena& arena) {
   const Object glyphs = Resolve(font.Get("CharProcs"), arena);
-  if (!Spend(glyphs.Entries().size() * kBytesPerItem)) {
+  if (!Spend(glyphs.Entries().size() * limits::kBytesPerScannedItem)) {
     use.is_known = false;
     return;
   }
@@ -428,7 +424,7 @@ Object SourceResources::Follow(const Object& value, std::uint32_t& number, Arena
   number = 0;
   Object followed = value;
   for (int hop = 0; followed.IsReference(); ++hop) {
-    if (hop == kMaxHops) {
+    if (hop == pdf::limits::kMaxReferenceSteps) {
       return {};
     }
     number = followed.AsReference().number;
