@@ -36,6 +36,14 @@ inline constexpr std::size_t kMaxNameBytes = 255;
 inline constexpr std::size_t kMaxNameIds = std::size_t{1} << 19;
 inline constexpr std::size_t kMaxKeptNames = std::size_t{4} << 20;
 
+// Annotations that pages list, all together.
+inline constexpr std::size_t kMaxListedAnnotations = std::size_t{8} << 20;
+// Bytes of copies of annotations beyond the first of each: this much, and this many times the size
+// of the file. An object counts for some bytes beside its text.
+inline constexpr std::uint64_t kRepeatAllowance = std::uint64_t{32} << 20;
+inline constexpr std::uint64_t kRepeatRatio = 16;
+inline constexpr std::uint64_t kBytesPerRepeatedObject = 64;
+
 }  // namespace TarnixTools::engines::toolbox::limits
 
 #endif  // TARNIX_ENGINES_TOOLBOX_LIMITS_H_

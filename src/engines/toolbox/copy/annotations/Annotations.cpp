@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/copy/CopyContext.h"
 #include "engines/toolbox/copy/CopyParts.h"
 #include "pdf/write/Serialize.h"
@@ -16,15 +17,6 @@ namespace {
 
 constexpr std::array<std::string_view, 10> kKeysOfOtherMeans = {
     "P", "Parent", "StructParent", "Popup", "IRT", "RT", "Dest", "A", "AA", "PA"};
-
-// Annotations that pages list, all together.
-constexpr std::size_t kMaxListed = std::size_t{8} << 20;
-
-// Of copies of annotations beyond the first of each: this much, and this many times the size of the
-// file.
-constexpr std::uint64_t kRepeatAllowance = std::uint64_t{32} << 20;
-constexpr std::uint64_t kRepeatRatio = 16;
-constexpr std::uint64_t kBytesPerObject = 64;  // what an object counts for, beside its text
 
 // Whether what a page lists is one at all, rather than its contents, a font, ...
 bool IsAnnotation(pdf::Document& document, std::uint32_t number, const Object& dictionary) {
@@ -55,7 +47,7 @@ SourceAnnotations::SourceAnnotations(SourceDocument& source) : document_(&source
     starts_.resize(index + 1, static_cast<std::uint32_t>(numbers_.size()));
     for (const Object& item : annotations.Items()) {
       const std::uint32_t number = item.AsReference().number;
-      if (number != 0 && numbers_.size() < kMaxListed && !tree.IsPage(number) &&
+      if (number != 0 && numbers_.size() < limits::kMaxListedAnnotations && !tree.IsPage(number) &&
           !tree.IsNode(number)) {
         numbers_.push_back(number);
       }
@@ -91,7 +83,8 @@ std::span<const std::uint32_t> SourceAnnotations::OfPage(std::uint32_t page_inde
 AnnotationCopier::AnnotationCopier(CopyContext& context, CopyParts& parts)
     : context_(&context),
       parts_(&parts),
-      budget_(kRepeatAllowance + kRepeatRatio * context.document().reader().size()) {}
+      budget_(limits::kRepeatAllowance +
+              limits::kRepeatRatio * context.document().reader().size()) {}
 
 void AnnotationCopier::Prepare() {
   const SourceAnnotations& annotations = context_->source().parts().annotations();
@@ -341,7 +334,7 @@ void AnnotationCopier::Write(std::uint32_t source_number, std::uint32_t target_n
   pdf::AppendReference(text, page_.request->target_number);
   context_->writer().WriteObject(target_number, text + ">>");
   if (source_number == 0 || !written_.insert(source_number).second) {
-    budget_ -= std::min(budget_, text.size() + kBytesPerObject);
+    budget_ -= std::min(budget_, text.size() + limits::kBytesPerRepeatedObject);
   }
 }
 
