@@ -44,6 +44,15 @@ inline constexpr std::uint64_t kRepeatAllowance = std::uint64_t{32} << 20;
 inline constexpr std::uint64_t kRepeatRatio = 16;
 inline constexpr std::uint64_t kBytesPerRepeatedObject = 64;
 
+// Bytes of a field's name, and of its default appearance, that is changed; longer ones stay as they
+// are.
+inline constexpr std::size_t kMaxFieldText = 4096;
+// Resources of the forms of two sources that are compared: bytes of one, objects in each other, and
+// objects of a source. Larger ones count as different.
+inline constexpr std::size_t kMaxComparedBytes = 4096;
+inline constexpr int kMaxComparedDepth = 8;
+inline constexpr std::uint32_t kMaxComparedObjects = 20'000;
+
 }  // namespace TarnixTools::engines::toolbox::limits
 
 #endif  // TARNIX_ENGINES_TOOLBOX_LIMITS_H_

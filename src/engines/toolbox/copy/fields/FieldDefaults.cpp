@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engines/toolbox/Limits.h"
 #include "pdf/file/Document.h"
 #include "pdf/syntax/Lexer.h"
 #include "pdf/write/ObjectCopier.h"
@@ -13,11 +14,6 @@ using pdf::Object;
 using pdf::Token;
 
 namespace {
-
-// Bounds on comparing resources of two sources: those that are larger count as different.
-constexpr std::size_t kMaxContent = 4096;
-constexpr int kMaxContentDepth = 8;
-constexpr std::uint32_t kMaxContentLoads = 20'000;
 
 // The category of the resource that an operator's name operand names; empty for other operators.
 std::string_view CategoryNamedBy(std::string_view operation) {
@@ -72,7 +68,7 @@ std::string ResourceNames::Apply(std::string_view appearance) {
 
 SourceFieldDefaults::SourceFieldDefaults(pdf::Document& document, const Object& form,
                                          pdf::Arena& arena)
-    : document_(&document), loads_left_(kMaxContentLoads) {
+    : document_(&document), loads_left_(limits::kMaxComparedObjects) {
   const Object appearance = document_->Resolve(form.Get("DA"), arena);
   if (appearance.IsString()) {
     appearance_ = appearance.Text();
@@ -112,15 +108,17 @@ void SourceFieldDefaults::ReadContents() {
 
 std::string SourceFieldDefaults::ContentOf(const Object& value) {
   std::string content;
-  return AppendContent(content, value, 0) && content.size() <= kMaxContent ? content : "";
+  return AppendContent(content, value, 0) && content.size() <= limits::kMaxComparedBytes ? content
+                                                                                         : "";
 }
 
 bool SourceFieldDefaults::AppendContent(std::string& out, const Object& value, int depth) {
   bool is_whole = true;
   pdf::SerializeHooks hooks;
   hooks.reference = [&](std::string& text, pdf::Reference reference) {
-    is_whole = is_whole && depth < kMaxContentDepth && text.size() <= kMaxContent &&
-               loads_left_ > 0 && !document_->IsStream(reference.number);
+    is_whole = is_whole && depth < limits::kMaxComparedDepth &&
+               text.size() <= limits::kMaxComparedBytes && loads_left_ > 0 &&
+               !document_->IsStream(reference.number);
     if (is_whole) {
       --loads_left_;
       pdf::Arena arena;

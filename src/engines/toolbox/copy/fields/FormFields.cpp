@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/copy/CopyContext.h"
 #include "pdf/tree/TextString.h"
 #include "pdf/write/Serialize.h"
@@ -32,9 +33,6 @@ constexpr std::array<std::string_view, 4> kFieldEvents = {"K", "F", "V", "C"};
 
 // What a signature field loses: its signature does not hold in another file.
 constexpr std::array<std::string_view, 3> kSignatureKeys = {"V", "Lock", "SV"};
-
-// Bytes; longer names and appearances stay as they are.
-constexpr std::size_t kMaxText = 4096;
 
 template <std::size_t Size>
 bool IsOneOf(const std::array<std::string_view, Size>& keys, std::string_view key) {
@@ -215,7 +213,7 @@ void FormFieldCopier::SettleNames() {
       pdf::Document& document = context_->document();
       const Object dictionary = document.Load({nodes[node].number, 0}, arena_);
       const Object name = document.Resolve(dictionary.Get("T"), arena_);
-      if (name.Text().size() <= kMaxText) {
+      if (name.Text().size() <= limits::kMaxFieldText) {
         names.push_back(pdf::TextStringToUtf8(name.Text()));
       }
     }
@@ -373,7 +371,7 @@ void FormFieldCopier::AppendEntry(std::string& out, const DictionaryEntry& entry
   const bool is_name = key == "T" && written.is_root;
   if (is_name || (key == "DA" && !differences_.names.empty())) {
     const Object value = context_->document().Resolve(entry.value, arena_);
-    if (value.IsString() && value.Text().size() <= kMaxText) {
+    if (value.IsString() && value.Text().size() <= limits::kMaxFieldText) {
       pdf::AppendName(out, key);
       pdf::AppendString(out,
                         is_name ? NameFor(value.Text()) : differences_.names.Apply(value.Text()),
