@@ -53,6 +53,10 @@ inline constexpr std::size_t kMaxComparedBytes = 4096;
 inline constexpr int kMaxComparedDepth = 8;
 inline constexpr std::uint32_t kMaxComparedObjects = 20'000;
 
+// Configurations of layers beside the first, and what one is intended for.
+inline constexpr std::size_t kMaxAlternateConfigurations = 256;
+inline constexpr std::size_t kMaxLayerIntents = 16;
+
 }  // namespace TarnixTools::engines::toolbox::limits
 
 #endif  // TARNIX_ENGINES_TOOLBOX_LIMITS_H_

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <span>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/SourceDocument.h"
+#include "pdf/Limits.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::toolbox {
@@ -11,9 +13,6 @@ namespace TarnixTools::engines::toolbox {
 using pdf::Object;
 
 namespace {
-
-constexpr std::size_t kMaxDepth = 64;  // of nested lists; what is deeper is left out
-constexpr std::size_t kMaxIntents = 16;
 
 std::string StringText(const Object& value) {
   std::string text;
@@ -100,7 +99,7 @@ class Reading {
     const Object value = Look(item);
     if (value.IsString()) {
       tree.AddLabel(StringText(value));
-    } else if (value.IsArray() && open_.size() < kMaxDepth && !IsOpen(item)) {
+    } else if (value.IsArray() && open_.size() < pdf::limits::kMaxLayerNesting && !IsOpen(item)) {
       tree.Open();
       open_.push_back({value.Items(), 0, item.AsReference().number});
     }
@@ -158,7 +157,7 @@ std::vector<std::string> LayerIntents(const Object& intent) {
     names.emplace_back(intent.Text());
   }
   for (const Object& item : intent.Items()) {
-    if (item.IsName() && names.size() < kMaxIntents) {
+    if (item.IsName() && names.size() < limits::kMaxLayerIntents) {
       names.emplace_back(item.Text());
     }
   }

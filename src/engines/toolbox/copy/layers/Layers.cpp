@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/copy/CopyContext.h"
 #include "pdf/write/Serialize.h"
 
@@ -10,8 +11,6 @@ namespace TarnixTools::engines::toolbox {
 using pdf::Object;
 
 namespace {
-
-constexpr std::size_t kMaxAlternates = 256;
 
 using Configuration = LayerContribution::Configuration;
 
@@ -108,7 +107,7 @@ void SourceLayers::ReadConfigurations(const Object& properties, pdf::Arena& aren
       ReadLayerConfiguration(index_.Look(properties.Get("D"), arena), index_));
   for (const Object& item : index_.Look(properties.Get("Configs"), arena).Items()) {
     const Object alternate = index_.Look(item, arena);
-    if (alternate.IsDictionary() && configurations_.size() <= kMaxAlternates) {
+    if (alternate.IsDictionary() && configurations_.size() <= limits::kMaxAlternateConfigurations) {
       configurations_.push_back(ReadLayerConfiguration(alternate, index_));
     }
   }
