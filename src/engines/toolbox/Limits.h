@@ -57,6 +57,18 @@ inline constexpr std::uint32_t kMaxComparedObjects = 20'000;
 inline constexpr std::size_t kMaxAlternateConfigurations = 256;
 inline constexpr std::size_t kMaxLayerIntents = 16;
 
+// Bytes of a page label's prefix; a label with a longer one has none.
+inline constexpr std::size_t kMaxLabelPrefix = 4096;
+// Items of a destination; the standard has five after the page.
+inline constexpr std::size_t kMaxViewItems = 8;
+// Actions that follow one another.
+inline constexpr std::size_t kMaxActionChain = 100;
+// Events in an /AA; the standard has 22 (ISO 32000-2, tables 197 to 200).
+inline constexpr std::size_t kMaxActionEvents = 64;
+// Nesting of the outline: each piece of a document repeats an item's ancestors, and what is nested
+// deeper stands one beside the other.
+inline constexpr int kMaxOutlineLevels = 100;
+
 }  // namespace TarnixTools::engines::toolbox::limits
 
 #endif  // TARNIX_ENGINES_TOOLBOX_LIMITS_H_

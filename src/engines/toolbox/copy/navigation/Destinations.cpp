@@ -5,6 +5,7 @@
 #include <tuple>
 #include <unordered_set>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/copy/CopyContext.h"
 #include "pdf/tree/KeyedTree.h"
 #include "pdf/tree/TextString.h"
@@ -17,10 +18,6 @@ using pdf::Object;
 
 namespace {
 
-constexpr std::size_t kMaxViewItems = 8;  // a destination has five at most after the page
-constexpr std::size_t kMaxChain = 100;    // actions that follow one another
-constexpr std::size_t kMaxEvents = 64;    // of an /AA; the standard has 22 (tables 197 to 200)
-
 // The explicit destination itself, where the value is one, or a dictionary that holds one.
 Object ExplicitOf(const Object& value, pdf::Document& document, pdf::Arena& arena) {
   const Object resolved = document.Resolve(value, arena);
@@ -32,7 +29,7 @@ std::string ViewOf(const Object& destination, pdf::Document& document) {
   std::string text;
   pdf::Arena arena;
   const auto items = destination.Items();
-  for (std::size_t i = 1; i < std::min(items.size(), kMaxViewItems); ++i) {
+  for (std::size_t i = 1; i < std::min(items.size(), limits::kMaxViewItems); ++i) {
     const Object item = document.Resolve(items[i], arena);
     pdf::AppendObject(text, item.IsNumber() || item.IsName() ? item : Object());
   }
@@ -287,13 +284,14 @@ ActionChain ChainOf(const Object& first, SourceDocument& source, pdf::Arena& are
     const std::uint32_t number = value.AsReference().number;
     const bool is_unfit =
         number != 0 && (source.IsBarred(number) || !visited.insert(number).second);
-    if (is_unfit || chain.actions.size() == kMaxChain) {
+    if (is_unfit || chain.actions.size() == limits::kMaxActionChain) {
       chain.is_plain = false;
       continue;
     }
     const Object action = document.Resolve(value, arena);
     if (action.IsArray()) {
-      const auto items = action.Items().first(std::min(action.Items().size(), kMaxChain));
+      const auto items =
+          action.Items().first(std::min(action.Items().size(), limits::kMaxActionChain));
       chain.is_plain = chain.is_plain && items.size() == action.Items().size();
       waiting.insert(waiting.end(), items.rbegin(), items.rend());
     } else if (action.IsDictionary()) {
@@ -430,7 +428,8 @@ bool DestinationCopier::AppendActionEntry(std::string& out, std::string_view key
   pdf::Arena arena;
   std::string actions;
   const auto events = context_->document().Resolve(value, arena).Entries();
-  for (const pdf::DictionaryEntry& event : events.first(std::min(events.size(), kMaxEvents))) {
+  for (const pdf::DictionaryEntry& event :
+       events.first(std::min(events.size(), limits::kMaxActionEvents))) {
     if (const std::optional<std::string> action = CopyAction(event.value)) {
       pdf::AppendName(actions, event.Key());
       pdf::AppendToken(actions, *action);

@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/copy/CopyContext.h"
 #include "pdf/write/Serialize.h"
 
@@ -14,9 +15,6 @@ using pdf::Object;
 namespace {
 
 constexpr std::uint32_t kNone = SourceOutline::kNoParent;
-// Each piece of a document repeats an item's ancestors; what is nested deeper stands one beside the
-// other.
-constexpr int kMaxLevels = 100;
 constexpr std::size_t kLongTitle = 1024;  // bytes
 
 }  // namespace
@@ -68,7 +66,7 @@ void SourceOutline::Read(SourceDocument& source, const Object& outlines) {
     const auto index = static_cast<std::uint32_t>(items_.size());
     const bool is_open = document.Resolve(item.Get("Count"), arena).IntegerOr(0) > 0;
     items_.push_back({step.number, step.parent, destinations.PageOf(destination), is_open});
-    const bool may_have_kids = step.level < kMaxLevels;
+    const bool may_have_kids = step.level < limits::kMaxOutlineLevels;
     steps.push_back({item.Get("Next").AsReference().number, step.parent, step.level});
     steps.push_back({item.Get("First").AsReference().number, may_have_kids ? index : step.parent,
                      may_have_kids ? step.level + 1 : step.level});

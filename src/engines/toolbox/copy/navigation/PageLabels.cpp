@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/copy/CopyContext.h"
 #include "pdf/tree/KeyedTree.h"
 #include "pdf/write/Serialize.h"
@@ -14,7 +15,6 @@ using pdf::Object;
 namespace {
 
 constexpr std::int64_t kHighestNumber = 0x7FFFFFFF;
-constexpr std::size_t kMaxPrefix = 4096;  // bytes; no label at all has a longer one
 
 PageLabel LabelOf(const Object& dictionary, pdf::Document& document, pdf::Arena& arena) {
   PageLabel label;
@@ -25,8 +25,9 @@ PageLabel LabelOf(const Object& dictionary, pdf::Document& document, pdf::Arena&
   label.number = std::clamp<std::int64_t>(
       document.Resolve(dictionary.Get("St"), arena).IntegerOr(1), 1, kHighestNumber);
   const Object prefix = document.Resolve(dictionary.Get("P"), arena);
-  label.prefix =
-      prefix.Text().size() <= kMaxPrefix && prefix.IsString() ? prefix.Text() : std::string_view();
+  label.prefix = prefix.Text().size() <= limits::kMaxLabelPrefix && prefix.IsString()
+                     ? prefix.Text()
+                     : std::string_view();
   return label;
 }
 
