@@ -69,6 +69,25 @@ inline constexpr std::size_t kMaxActionEvents = 64;
 // deeper stands one beside the other.
 inline constexpr int kMaxOutlineLevels = 100;
 
+// Elements and pieces of content in the structure of one document.
+inline constexpr std::size_t kMaxStructureItems = std::size_t{16} << 20;
+// Items of a list that an element shares with others, perhaps with all: classes, and as many
+// revision numbers; attributes; related elements.
+inline constexpr std::size_t kMaxElementClasses = 256;
+inline constexpr std::size_t kMaxElementAttributes = 1024;
+inline constexpr std::size_t kMaxRelatedElements = 4096;
+// Steps that are followed in a role map.
+inline constexpr std::size_t kMaxRoleSteps = 64;
+// Descendants of a table row that is looked through for empty cells.
+inline constexpr std::uint32_t kMaxRowElements = 4096;
+// Marked-content ids should count up from 0 on every page, and are indexes of an array that is
+// written. One is believed up to this, and this many times the number of items on the page.
+inline constexpr std::size_t kMarkedIdAllowance = 1024;
+inline constexpr std::size_t kMarkedIdRatio = 64;
+// Bytes of elements that wait until it is known what the catalog says of the language. Those of
+// larger trees name their language although the catalog may turn out to do so.
+inline constexpr std::size_t kMaxWaitingElementBytes = std::size_t{8} << 20;
+
 }  // namespace TarnixTools::engines::toolbox::limits
 
 #endif  // TARNIX_ENGINES_TOOLBOX_LIMITS_H_

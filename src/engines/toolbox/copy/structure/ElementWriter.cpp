@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/copy/CopyContext.h"
 #include "engines/toolbox/copy/structure/StructureReader.h"
 #include "pdf/write/Serialize.h"
@@ -11,11 +12,6 @@ namespace TarnixTools::engines::toolbox {
 using pdf::Object;
 
 namespace {
-
-// Items of a list that an element shares with others, perhaps with all.
-constexpr std::size_t kMaxClasses = 256;  // and as many revision numbers
-constexpr std::size_t kMaxAttributes = 1024;
-constexpr std::size_t kMaxRelated = 4096;
 
 std::span<const Object> FirstOf(const Object& list, std::size_t count) {
   return list.Items().first(std::min(list.Items().size(), count));
@@ -127,7 +123,7 @@ void ElementWriter::AppendClasses(std::string& out, const Object& classes) {
     return;
   }
   out += '[';
-  for (const Object& item : FirstOf(classes, 2 * kMaxClasses)) {
+  for (const Object& item : FirstOf(classes, 2 * limits::kMaxElementClasses)) {
     if (item.IsName()) {
       pdf::AppendName(out, ClassOf(item.Text()));
     } else if (item.IsInteger()) {
@@ -145,7 +141,7 @@ void ElementWriter::AppendAttributes(std::string& out, const Object& attributes)
     return;
   }
   const Object resolved = context_->document().Resolve(attributes, arena_);
-  if (resolved.Items().size() > kMaxAttributes) {
+  if (resolved.Items().size() > limits::kMaxElementAttributes) {
     context_->objects().Append(out, attributes);
     return;
   }
@@ -193,7 +189,7 @@ void ElementWriter::AppendId(std::string& out, const Object& id) {
 
 void ElementWriter::AppendRelated(std::string& out, const Object& elements) {
   std::string kept;
-  for (const Object& item : FirstOf(elements, kMaxRelated)) {
+  for (const Object& item : FirstOf(elements, limits::kMaxRelatedElements)) {
     const std::uint32_t number = item.AsReference().number;
     if (number != 0 && context_->objects().IsMapped(number)) {
       pdf::AppendReference(kept, context_->objects().Map(number));

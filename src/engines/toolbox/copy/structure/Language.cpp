@@ -4,16 +4,13 @@
 #include <string_view>
 #include <utility>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/copy/report/CopyReport.h"
 #include "pdf/write/FileWriter.h"
 
 namespace TarnixTools::engines::toolbox {
 
 namespace {
-
-// Bytes of elements that wait. Those of larger trees name their language although the catalog may
-// turn out to do so.
-constexpr std::size_t kMaxHeld = std::size_t{8} << 20;
 
 // Says that the language is not known.
 constexpr const char* kUnknown = "()";
@@ -39,7 +36,7 @@ void TargetLanguage::WriteTopElement(pdf::FileWriter& writer, std::uint32_t numb
   }
   held_size_ += text.size();
   held_.push_back({number, sources_.size() - 1, std::move(text)});
-  if (held_size_ > kMaxHeld) {
+  if (held_size_ > limits::kMaxWaitingElementBytes) {
     WriteHeld(writer, {});
   }
 }

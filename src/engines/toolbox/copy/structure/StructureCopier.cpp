@@ -4,6 +4,7 @@
 #include <optional>
 #include <tuple>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/copy/CopyContext.h"
 #include "pdf/write/Serialize.h"
 
@@ -15,14 +16,10 @@ using Kid = ElementWriter::Kid;
 
 namespace {
 
-// Marked-content ids should count up from 0 on every page. They are indexes of an array that is
-// written, so one that is far from that is not believed.
+// Marked-content ids of a page that are believed.
 std::size_t MaxIds(std::size_t item_count) {
-  return 1024 + 64 * item_count;
+  return limits::kMarkedIdAllowance + limits::kMarkedIdRatio * item_count;
 }
-
-// Descendants of a table row that is looked through for empty cells.
-constexpr std::uint32_t kMaxRow = 4096;
 
 }  // namespace
 
@@ -288,7 +285,7 @@ void StructureCopier::KeepEmptyElements() {
     if (kept.item_count == element.item_count) {
       complete_end = element.end;
       KeepRange(kept.index, element.end);
-    } else if (element.is_row && element.end - kept.index <= kMaxRow) {
+    } else if (element.is_row && element.end - kept.index <= limits::kMaxRowElements) {
       for (std::uint32_t cell = kept.index + 1; cell < element.end; cell = elements[cell].end) {
         if (elements[cell].item_count == 0) {
           KeepRange(cell, elements[cell].end);

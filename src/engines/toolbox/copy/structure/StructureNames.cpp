@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 
+#include "engines/toolbox/Limits.h"
 #include "pdf/write/Serialize.h"
 #include "pdf/write/TreeWriter.h"
 
@@ -12,9 +13,6 @@ namespace TarnixTools::engines::toolbox {
 using pdf::Object;
 
 namespace {
-
-// Steps followed in a role map.
-constexpr std::size_t kMaxRoleSteps = 64;
 
 // The standard structure types (14.8.4), in alphabetic order. A role map may give them another
 // meaning, but most documents use them as they are.
@@ -109,7 +107,7 @@ Object NamedValues::Get(std::string_view name) const {
 }
 
 std::string_view MeaningOf(const NamedValues& roles, std::string_view name) {
-  for (std::size_t i = 0; i < kMaxRoleSteps; ++i) {
+  for (std::size_t i = 0; i < limits::kMaxRoleSteps; ++i) {
     const Object next = roles.Get(name);
     if (!next.IsName() || next.Text() == name) {
       break;
@@ -122,7 +120,8 @@ std::string_view MeaningOf(const NamedValues& roles, std::string_view name) {
 std::string TargetRoles::Join(const NamedValues& source, std::string_view name, bool is_first,
                               JoinedNames& joined_before) {
   std::vector<std::string_view> chain = {name};
-  while (chain.size() <= kMaxRoleSteps && !joined_before.contains(std::string(chain.back()))) {
+  while (chain.size() <= limits::kMaxRoleSteps &&
+         !joined_before.contains(std::string(chain.back()))) {
     const Object next = source.Get(chain.back());
     if (!next.IsName() || std::find(chain.begin(), chain.end(), next.Text()) != chain.end()) {
       break;

@@ -4,6 +4,7 @@
 #include <limits>
 #include <tuple>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/SourceDocument.h"
 #include "pdf/tree/KeyedTree.h"
 
@@ -15,8 +16,6 @@ namespace {
 
 // From here on an element's kids are kept in memory.
 constexpr std::size_t kManyKids = 128;
-// Elements and pieces of content read of one document.
-constexpr std::size_t kMaxStructure = std::size_t{16} << 20;
 constexpr std::int64_t kMaxKey = std::numeric_limits<std::int32_t>::max();
 
 bool IsElement(const Object& value) {
@@ -118,7 +117,7 @@ void StructureReader::ReadKid(const Kid& kid) {
 
 void StructureReader::AddElement(const Kid& kid, Object dictionary) {
   std::vector<Element>& elements = structure_->elements_;
-  if (elements.size() + structure_->items_.size() >= kMaxStructure) {
+  if (elements.size() + structure_->items_.size() >= limits::kMaxStructureItems) {
     return;
   }
   Element element;
@@ -176,7 +175,7 @@ void StructureReader::AddKidsApart(std::uint32_t index, std::uint32_t array_numb
 
 void StructureReader::AddItem(std::uint32_t index, std::uint32_t position, const Object& kid) {
   std::vector<Item>& items = structure_->items_;
-  if (index == 0 || structure_->elements_.size() + items.size() >= kMaxStructure) {
+  if (index == 0 || structure_->elements_.size() + items.size() >= limits::kMaxStructureItems) {
     return;  // the root holds elements only
   }
   Item item{pages_[index].number, index, position, 0, 0};
