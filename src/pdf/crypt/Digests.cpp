@@ -5,44 +5,39 @@
 
 namespace TarnixTools::pdf::crypt {
 
-Block<16> Md5(std::initializer_list<std::string_view> pieces) {
-  md5_ctx context;
-  md5_init(&context);
+namespace {
+
+// By the functions that nettle has for a digest.
+template <std::size_t Size, typename Context>
+Block<Size> DigestOf(std::initializer_list<std::string_view> pieces, void (*init)(Context*),
+                     void (*update)(Context*, std::size_t, const std::uint8_t*),
+                     void (*finish)(Context*, std::size_t, std::uint8_t*)) {
+  Context context;
+  init(&context);
   for (const std::string_view piece : pieces) {
-    md5_update(&context, piece.size(), Octets(piece));
+    update(&context, piece.size(), Octets(piece));
   }
-  Block<16> digest;
-  md5_digest(&context, digest.size(), digest.data());
+  Block<Size> digest;
+  finish(&context, digest.size(), digest.data());
   return digest;
+}
+
+}  // namespace
+
+Block<16> Md5(std::initializer_list<std::string_view> pieces) {
+  return DigestOf<16>(pieces, md5_init, md5_update, md5_digest);
 }
 
 Block<32> Sha256(std::initializer_list<std::string_view> pieces) {
-  sha256_ctx context;
-  sha256_init(&context);
-  for (const std::string_view piece : pieces) {
-    sha256_update(&context, piece.size(), Octets(piece));
-  }
-  Block<32> digest;
-  sha256_digest(&context, digest.size(), digest.data());
-  return digest;
+  return DigestOf<32>(pieces, sha256_init, sha256_update, sha256_digest);
 }
 
 Block<48> Sha384(std::string_view data) {
-  sha384_ctx context;
-  sha384_init(&context);
-  sha384_update(&context, data.size(), Octets(data));
-  Block<48> digest;
-  sha384_digest(&context, digest.size(), digest.data());
-  return digest;
+  return DigestOf<48>({data}, sha384_init, sha384_update, sha384_digest);
 }
 
 Block<64> Sha512(std::string_view data) {
-  sha512_ctx context;
-  sha512_init(&context);
-  sha512_update(&context, data.size(), Octets(data));
-  Block<64> digest;
-  sha512_digest(&context, digest.size(), digest.data());
-  return digest;
+  return DigestOf<64>({data}, sha512_init, sha512_update, sha512_digest);
 }
 
 }  // namespace TarnixTools::pdf::crypt
