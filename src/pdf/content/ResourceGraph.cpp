@@ -32,8 +32,27 @@ constexpr bool HasScope(ResourceKind kind) {
 void ResourceGraph::AddPage(const PageTree& pages, std::size_t page_index) {
   pages_ = &pages;
   page_index_ = page_index;
+  Begin({}, {.kind = ResourceKind::kPage, .category = {}}, {});
+}
+
+void ResourceGraph::AddResource(ResourceCategory category, const Object& entry,
+                                const ResourceScope& user) {
+  Begin(entry, {.kind = ResourceKind::kUnknown, .category = category}, user);
+}
+
+void ResourceGraph::AddContent(const ContentPlace& content, const ResourceScope& user) {
+  Begin(Object::Ref({.number = content.number, .generation = 0}),
+        {.kind = content.kind, .category = {}}, user);
+}
+
+void ResourceGraph::Begin(const Object& value, const Role& role, const ResourceScope& user) {
   waiting_.assign(1, {});
-  waiting_.back().role.kind = ResourceKind::kPage;
+  Item& first = waiting_.back();
+  first.value = value;
+  first.role = role;
+  first.scope = user;
+  first.arena = std::make_shared<Arena>();
+  first.scope_arena = first.arena;
   added_ = 0;
   is_expanded_ = true;
 }

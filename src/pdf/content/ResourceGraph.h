@@ -46,6 +46,12 @@ class ResourceGraph {
   // added before and not asked for is forgotten. The page tree outlives the asking.
   void AddPage(const PageTree& pages, std::size_t page_index);
 
+  // What Next tells of from now on: an entry of resources, or content that is no page's, then what
+  // it leads to and was not told yet. What is written in place outlives the asking.
+  //   user - where names are looked up by what has no resources of its own
+  void AddResource(ResourceCategory category, const Object& entry, const ResourceScope& user);
+  void AddContent(const ContentPlace& content, const ResourceScope& user);
+
   // The next one, valid until the next call; null at the end. Throws Error for a document that
   // cannot be read any more.
   const ResourceNode* Next();
@@ -78,6 +84,7 @@ class ResourceGraph {
     SharedArena scope_arena;  // of the scope
   };
 
+  void Begin(const Object& value, const Role& role, const ResourceScope& user);
   static std::uint64_t KeyOf(const Role& role, std::uint32_t number);
 
   void TakePage();

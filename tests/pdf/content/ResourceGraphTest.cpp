@@ -262,5 +262,30 @@ TEST_F(ResourceGraphTest, DeepNestingComesToAnEnd) {
   EXPECT_FALSE(graph.is_complete());
 }
 
+TEST_F(ResourceGraphTest, BeginsAtAnEntryOfResources) {
+  file_.Page("/Resources<<>>")
+      .Object(5, "<</SMask<</S/Alpha/G 6 0 R>>>>")
+      .Stream(6, kFormEntries, "")
+      .Stream(7, kFormEntries + "/Resources<</XObject<</I 8 0 R>>>>", "")
+      .Stream(8, kImageEntries, "");
+  ResourceGraph graph(file_.Open());
+  constexpr std::uint32_t kUser = 99;
+  graph.AddResource(ResourceCategory::kExtGState, Object::Ref({5, 0}), {{}, kUser});
+  EXPECT_EQ(graph.Next()->number, 5U);
+  const ResourceNode* group = graph.Next();
+  ASSERT_NE(group, nullptr);
+  EXPECT_EQ(group->kind, ResourceKind::kSoftMaskGroup);
+  EXPECT_EQ(group->scope.owner, kUser);
+  EXPECT_EQ(graph.Next(), nullptr);
+
+  graph.AddContent({ResourceKind::kAppearance, 7}, {{}, kUser});
+  const ResourceNode* appearance = graph.Next();
+  ASSERT_NE(appearance, nullptr);
+  EXPECT_EQ(appearance->kind, ResourceKind::kAppearance);
+  EXPECT_EQ(appearance->scope.owner, 7U);
+  EXPECT_EQ(graph.Next()->number, 8U);
+  EXPECT_EQ(graph.Next(), nullptr);
+}
+
 }  // namespace
 }  // namespace TarnixTools::pdf
