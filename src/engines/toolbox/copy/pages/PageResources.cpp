@@ -101,9 +101,10 @@ void PageResourceCopier::Apply(const ResourceUse& names, const ResourceDictionar
   AddUsed(names, resources, use, found);
   // What is used may look up names in turn.
   while (!found.empty() && !use.keeps_all) {
-    const Object& value = resources.entries[found.back()].value;
+    const NamedResource& entry = resources.entries[found.back()];
     found.pop_back();
-    AddUsed(context_->source().parts().resources().NeedsOf(value), resources, use, found);
+    AddUsed(context_->source().parts().resources().NeedsOf(entry.category, entry.value), resources,
+            use, found);
   }
   if (use.keeps_all) {
     proven_.insert(resources.objects.begin(), resources.objects.end());

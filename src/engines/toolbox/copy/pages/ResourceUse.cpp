@@ -8,6 +8,8 @@
 #include "engines/toolbox/Limits.h"
 #include "engines/toolbox/SourceDocument.h"
 #include "pdf/Limits.h"
+#include "pdf/content/Appearances.h"
+#include "pdf/content/PageContents.h"
 
 namespace TarnixTools::engines::toolbox {
 
@@ -21,6 +23,19 @@ namespace {
 constexpr std::size_t kTrimmedIds = std::size_t{1} << 17;
 constexpr std::size_t kTrimmedNames = std::size_t{1} << 20;
 constexpr std::size_t kKeptDictionaries = 64;
+
+// Stands for whoever uses a resource, whose own resources are not looked at.
+constexpr std::uint32_t kUser = ~std::uint32_t{0};
+// As what an object's needs are kept, above its number: a category of resources, or this.
+constexpr std::uint64_t kAppearanceKey = pdf::kResourceCategoryKeys.size();
+
+constexpr std::uint64_t KeyOf(std::uint64_t role, std::uint32_t number) {
+  return role << 32U | number;
+}
+
+pdf::ResourceScope UserScope() {
+  return {.resources = {}, .owner = kUser};
+}
 
 void Settle(ResourceUse& use) {
   std::sort(use.names.begin(), use.names.end());
@@ -125,7 +140,7 @@ pdf::ResourceNameSink SourceResources::AddTo(ResourceUse& use) {
 ResourceUse SourceResources::OfPage(const Object& page) {
   ResourceUse use;
   Arena arena;
-  AddContents(use, page.Get("Contents"), arena);
+  AddContents(use, page.Get("Contents"));
   AddAppearances(use, Resolve(page.Get("Annots"), arena), arena);
   AddColorSpace(use, Resolve(page.Get("Group"), arena).Get("CS"), arena);
   Settle(use);
@@ -142,31 +157,66 @@ ResourceUse SourceResources::OfForm(const Object& form, std::uint32_t number) {
 
 ResourceUse SourceResources::OfGlyphs(const Object& font) {
   ResourceUse use;
-  Arena arena;
-  AddGlyphs(use, font, arena);
+  std::vector<std::uint32_t> glyphs = pdf::GlyphsOf(source_->document(), font);
+  if (Spend(glyphs.size() * limits::kBytesPerScannedItem)) {
+    AddStreams(use, std::move(glyphs));
+  } else {
+    use.is_known = false;
+  }
   Settle(use);
   return use;
 }
 
-ResourceUse SourceResources::NeedsOf(const Object& resource) {
-  const std::uint32_t number = resource.AsReference().number;
-  if (const auto known = needs_.find(number); number != 0 && known != needs_.end()) {
+ResourceUse SourceResources::NeedsOf(ResourceCategory category, const Object& entry) {
+  const std::uint32_t number = entry.AsReference().number;
+  const std::uint64_t key = KeyOf(static_cast<std::uint64_t>(category), number);
+  if (const auto known = needs_.find(key); number != 0 && known != needs_.end()) {
     return known->second;
   }
-  ResourceUse use;
-  if (kept_names_ > limits::kMaxKeptNames) {
-    use.is_known = false;
-  } else {
+  pdf::ResourceGraph graph(source_->document());
+  graph.AddResource(category, entry, UserScope());
+  ResourceUse use = NeedsBelow(graph);
+  if (category == ResourceCategory::kColorSpace) {  // a name leads nowhere
     Arena arena;
-    std::uint32_t followed = 0;
-    const Object value = Follow(resource, followed, arena);
-    AddNeeds(use, value, followed, arena);
+    AddColorSpace(use, entry, arena);
     Settle(use);
   }
-  if (number != 0) {
-    Count(use);
-    needs_.emplace(number, use);
+  return number == 0 ? use : Keep(key, std::move(use));
+}
+
+ResourceUse SourceResources::NeedsOfAppearance(std::uint32_t number) {
+  const std::uint64_t key = KeyOf(kAppearanceKey, number);
+  if (const auto known = needs_.find(key); known != needs_.end()) {
+    return known->second;
   }
+  pdf::ResourceGraph graph(source_->document());
+  graph.AddContent({pdf::ResourceKind::kAppearance, number}, UserScope());
+  return Keep(key, NeedsBelow(graph));
+}
+
+const ResourceUse& SourceResources::Keep(std::uint64_t key, ResourceUse use) {
+  Count(use);
+  return needs_.emplace(key, std::move(use)).first->second;
+}
+
+// What has resources of its own looks up nothing elsewhere.
+ResourceUse SourceResources::NeedsBelow(pdf::ResourceGraph& graph) {
+  ResourceUse use;
+  use.is_known = kept_names_ <= limits::kMaxKeptNames;
+  Arena arena;
+  while (const pdf::ResourceNode* node = use.is_known ? graph.Next() : nullptr) {
+    use.is_known = Spend(limits::kBytesPerScannedItem);
+    if (node->scope.owner != kUser) {
+      graph.SkipBelow();
+    } else if (pdf::HasContent(node->kind)) {
+      AddForm(use, node->value, node->number, arena);
+    } else {
+      AddColorSpace(use, node->value.IsArray() ? node->value : node->value.Get("ColorSpace"),
+                    arena);
+    }
+  }
+  use.is_known = use.is_known && graph.is_complete();
+  Settle(use);
   return use;
 }
 
@@ -243,41 +293,39 @@ bool SourceResources::DecodeInto(std::string& content, std::uint32_t number) {
   return decoded->complete;
 }
 
-void SourceResources::AddContents(ResourceUse& use, const Object& contents, Arena& arena) {
-  std::uint32_t number = contents.AsReference().number;
+void SourceResources::AddContents(ResourceUse& use, const Object& contents) {
+  const std::uint32_t number = contents.AsReference().number;
   if (number != 0 && streams_.contains(number)) {
     AddAll(use, OfStream(number));
     return;
   }
-  const Object value = Follow(contents, number, arena);
-  if (!value.IsArray()) {
-    AddAll(use, OfStream(number));
+  if (!Spend(1)) {
+    use.is_known = false;
+    return;
+  }
+  pdf::ContentStreams streams = pdf::StreamsOfContents(source_->document(), contents);
+  if (!streams.is_array) {
+    AddStreams(use, std::move(streams.numbers));
     return;
   }
   StreamUse all;
-  AddStreamArray(all.use, value, arena);
+  all.use.is_known = streams.is_regular;
+  AddStreamArray(all.use, std::move(streams.numbers));
   Settle(all.use);
   AddAll(use, all.use);
-  if (number != 0) {
+  if (streams.array != 0) {
     Count(all.use);
-    streams_.emplace(number, std::move(all));
+    streams_.emplace(streams.array, std::move(all));
   }
 }
 
 // Contents may be cut anywhere between two tokens (table 31). Mostly they are cut between
 // operations; then each stream is read for itself, and once for all pages that share it.
-void SourceResources::AddStreamArray(ResourceUse& use, const Object& array, Arena& arena) {
-  if (!Spend(array.Items().size() * limits::kBytesPerScannedItem)) {
+void SourceResources::AddStreamArray(ResourceUse& use, std::vector<std::uint32_t> streams) {
+  if (!Spend(streams.size() * limits::kBytesPerScannedItem)) {
     use.is_known = false;
     return;
   }
-  std::vector<std::uint32_t> streams;
-  for (const Object& item : array.Items()) {
-    std::uint32_t number = 0;
-    use.is_known = use.is_known && !Follow(item, number, arena).IsArray();
-    streams.push_back(number);
-  }
-  std::erase(streams, 0U);
   const bool are_whole = std::all_of(streams.begin(), streams.end(), [&](std::uint32_t number) {
     const StreamUse& stream = ReadStream(number);
     return stream.use.is_known && !stream.has_operands_left;
@@ -312,99 +360,28 @@ void SourceResources::AddJoined(ResourceUse& use, const std::vector<std::uint32_
 
 // Appearances without resources of their own take the page's in some readers.
 void SourceResources::AddAppearances(ResourceUse& use, const Object& annotations, Arena& arena) {
-  if (!Spend(annotations.Items().size() * limits::kBytesPerScannedItem)) {
-    use.is_known = false;
-    return;
-  }
   for (const Object& item : annotations.Items()) {
-    const Object appearances = Resolve(Resolve(item, arena).Get("AP"), arena);
-    for (const DictionaryEntry& entry : appearances.Entries()) {
-      std::uint32_t number = 0;
-      const Object appearance = Follow(entry.value, number, arena);
-      AddAll(use, NeedsOf(entry.value));
-      if (appearance.Has("Subtype") || appearance.Has("BBox")) {
-        continue;
-      }
-      if (!Spend(appearance.Entries().size() * limits::kBytesPerScannedItem)) {
-        use.is_known = false;
-        return;
-      }
-      for (const DictionaryEntry& state : appearance.Entries()) {
-        if (state.value.IsReference()) {
-          AddAll(use, NeedsOf(state.value));
-        }
-      }
+    const std::vector<std::uint32_t> appearances =
+        pdf::AppearancesOf(source_->document(), Resolve(item, arena));
+    if (!Spend((appearances.size() + 1) * limits::kBytesPerScannedItem)) {
+      use.is_known = false;
+      return;
+    }
+    for (const std::uint32_t number : appearances) {
+      AddAll(use, NeedsOfAppearance(number));
     }
   }
 }
 
-// number: of the resource, 0 for one that is no object of its own.
-void SourceResources::AddNeeds(ResourceUse& use, const Object& resource, std::uint32_t number,
-                               Arena& arena) {
-  if (resource.IsName() || resource.IsArray()) {
-    AddColorSpace(use, resource, arena);
-    return;
-  }
-  if (!resource.IsDictionary()) {
-    return;
-  }
-  // An image, a shading, or a pattern of one.
-  AddColorSpace(use, resource.Get("ColorSpace"), arena);
-  AddColorSpace(use, Resolve(resource.Get("Shading"), arena).Get("ColorSpace"), arena);
-  // A graphics state.
-  std::uint32_t group_number = 0;
-  const Object group = Follow(Resolve(resource.Get("SMask"), arena).Get("G"), group_number, arena);
-  if (group.IsDictionary()) {
-    AddFormNeeds(use, group, group_number, arena);
-  }
-  const Object font = Resolve(resource.Get("Font"), arena);
-  if (!font.Items().empty()) {
-    AddFontNeeds(use, Resolve(font.Items()[0], arena), arena);
-  }
-  AddFontNeeds(use, resource, arena);
-  const Object subtype = Resolve(resource.Get("Subtype"), arena);
-  const std::int64_t pattern_type = Resolve(resource.Get("PatternType"), arena).IntegerOr(0);
-  const bool may_be_form = subtype.IsNull() && pattern_type == 0 && !resource.Has("ShadingType") &&
-                           !resource.Get("Type").IsName("ExtGState");
-  if (subtype.IsName("Form") || pattern_type == 1 || may_be_form) {
-    AddFormNeeds(use, resource, number, arena);
-  }
-}
-
-void SourceResources::AddFormNeeds(ResourceUse& use, const Object& form, std::uint32_t number,
-                                   Arena& arena) {
-  if (number != 0 && !Resolve(form.Get("Resources"), arena).IsDictionary()) {
-    AddForm(use, form, number, arena);
-  }
-}
-
+// number: 0 for what is no object of its own, and so has no content.
 void SourceResources::AddForm(ResourceUse& use, const Object& form, std::uint32_t number,
                               Arena& arena) {
-  if (form.Get("Subtype").IsName("Image")) {
+  const auto kind = pdf::KindOf(source_->document(), ResourceCategory::kXObject, form);
+  if (kind == pdf::ResourceKind::kImage) {
     return;  // its data is no content
   }
   AddAll(use, OfStream(number));
   AddColorSpace(use, Resolve(form.Get("Group"), arena).Get("CS"), arena);
-}
-
-// Old Type 3 fonts have no resources of their own.
-void SourceResources::AddFontNeeds(ResourceUse& use, const Object& font, Arena& arena) {
-  if (font.Has("CharProcs") && !Resolve(font.Get("Resources"), arena).IsDictionary()) {
-    AddGlyphs(use, font, arena);
-  }
-}
-
-void SourceResources::AddGlyphs(ResourceUse& use, const Object& font, Arena& arena) {
-  const Object glyphs = Resolve(font.Get("CharProcs"), arena);
-  if (!Spend(glyphs.Entries().size() * limits::kBytesPerScannedItem)) {
-    use.is_known = false;
-    return;
-  }
-  std::vector<std::uint32_t> streams;
-  for (const DictionaryEntry& glyph : glyphs.Entries()) {
-    streams.push_back(glyph.value.AsReference().number);
-  }
-  AddStreams(use, std::move(streams));
 }
 
 void SourceResources::AddColorSpace(ResourceUse& use, const Object& color_space, Arena& arena) {
@@ -417,20 +394,6 @@ void SourceResources::AddColorSpace(ResourceUse& use, const Object& color_space,
   for (const Object& item : value.Items()) {
     pdf::CollectColorSpaceNames(item.IsReference() ? Resolve(item, arena) : item, AddTo(use));
   }
-}
-
-// What references lead to, and the number of the last of them (0 for a value that is none).
-Object SourceResources::Follow(const Object& value, std::uint32_t& number, Arena& arena) {
-  number = 0;
-  Object followed = value;
-  for (int hop = 0; followed.IsReference(); ++hop) {
-    if (hop == pdf::limits::kMaxReferenceSteps) {
-      return {};
-    }
-    number = followed.AsReference().number;
-    followed = source_->document().Load(followed.AsReference(), arena);
-  }
-  return followed;
 }
 
 Object SourceResources::Resolve(const Object& value, Arena& arena) {

@@ -11,6 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "pdf/content/ResourceGraph.h"
 #include "pdf/content/ResourceNames.h"
 #include "pdf/syntax/Arena.h"
 #include "pdf/syntax/Object.h"
@@ -63,9 +64,9 @@ class SourceResources {
   ResourceUse OfForm(const pdf::Object& form, std::uint32_t number);
   // What the glyphs of a Type 3 font use.
   ResourceUse OfGlyphs(const pdf::Object& font);
-  // What a resource uses of the resources of whoever uses it: a form that has none itself, or an
-  // image whose colour space has a name.
-  ResourceUse NeedsOf(const pdf::Object& resource);
+  // What an entry of resources uses of the resources of whoever uses it: a form that has none
+  // itself, or an image whose colour space has a name.
+  ResourceUse NeedsOf(pdf::ResourceCategory category, const pdf::Object& entry);
   // The font that variable text of a widget is set in: it has to stay even while there is no text.
   ResourceNameId FontOfWidget(const pdf::Object& widget);
 
@@ -91,20 +92,16 @@ class SourceResources {
 
   const ResourceUse& OfStream(std::uint32_t number) { return ReadStream(number).use; }
 
-  void AddContents(ResourceUse& use, const pdf::Object& contents, pdf::Arena& arena);
-  void AddStreamArray(ResourceUse& use, const pdf::Object& array, pdf::Arena& arena);
+  void AddContents(ResourceUse& use, const pdf::Object& contents);
+  void AddStreamArray(ResourceUse& use, std::vector<std::uint32_t> streams);
   void AddStreams(ResourceUse& use, std::vector<std::uint32_t> streams);
   void AddJoined(ResourceUse& use, const std::vector<std::uint32_t>& streams);
   void AddAppearances(ResourceUse& use, const pdf::Object& annotations, pdf::Arena& arena);
-  void AddNeeds(ResourceUse& use, const pdf::Object& resource, std::uint32_t number,
-                pdf::Arena& arena);
+  ResourceUse NeedsOfAppearance(std::uint32_t number);
+  ResourceUse NeedsBelow(pdf::ResourceGraph& graph);
+  const ResourceUse& Keep(std::uint64_t key, ResourceUse use);
   void AddForm(ResourceUse& use, const pdf::Object& form, std::uint32_t number, pdf::Arena& arena);
-  void AddFormNeeds(ResourceUse& use, const pdf::Object& form, std::uint32_t number,
-                    pdf::Arena& arena);
-  void AddFontNeeds(ResourceUse& use, const pdf::Object& font, pdf::Arena& arena);
-  void AddGlyphs(ResourceUse& use, const pdf::Object& font, pdf::Arena& arena);
   void AddColorSpace(ResourceUse& use, const pdf::Object& color_space, pdf::Arena& arena);
-  pdf::Object Follow(const pdf::Object& value, std::uint32_t& number, pdf::Arena& arena);
   pdf::Object Resolve(const pdf::Object& value, pdf::Arena& arena);
   std::shared_ptr<ResourceDictionary> Index(const pdf::Object& resources);
   void AddEntry(ResourceDictionary& dictionary, pdf::ResourceCategory category,
@@ -113,7 +110,7 @@ class SourceResources {
   SourceDocument* source_;
   std::unordered_map<std::string, ResourceNameId> ids_;
   std::unordered_map<std::uint32_t, StreamUse> streams_;
-  std::unordered_map<std::uint32_t, ResourceUse> needs_;
+  std::unordered_map<std::uint64_t, ResourceUse> needs_;  // by number and what it is looked at as
   std::unordered_map<std::uint64_t, std::shared_ptr<const ResourceDictionary>> dictionaries_;
   std::size_t kept_names_ = 0;  // in streams_ and needs_
   std::uint64_t budget_ = 0;    // bytes that may still be read, roughly
