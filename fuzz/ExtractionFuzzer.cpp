@@ -49,7 +49,8 @@ bool NeedsOthers(const DocumentImage& image, const ImageFacts& facts) {
   const bool is_fax = facts.filter == ImageFilter::kCcitt;
   const std::int64_t columns =
       image.document->Resolve(facts.filter_parameters.Get("Columns"), arena).IntegerOr(1728);
-  return !space || (is_fax && (space->components != 1 || columns < 1 || columns > kMaxFaxColumns));
+  return !space || !space->is_computed() ||
+         (is_fax && (space->components != 1 || columns < 1 || columns > kMaxFaxColumns));
 }
 
 bool IsSmall(const ImageFacts& facts) {

@@ -73,7 +73,7 @@ bool UndrawnObjects::IsOddImage(std::uint32_t number, const Object& dictionary) 
     return found == 2 || (found == 4 && header->CountColors() == 3);
   }
   const auto space = ColorSpaceOf(*document_, value, arena);
-  if (!space) {
+  if (!space || !space->is_computed()) {
     return false;
   }
   const auto components = static_cast<std::size_t>(space->components);

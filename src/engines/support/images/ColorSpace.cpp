@@ -96,6 +96,12 @@ class Reader {
     if (name == "Lab") {
       return ReadLab(value);
     }
+    if (name == "Separation") {
+      return InkSpace(1);
+    }
+    if (name == "DeviceN") {
+      return InkSpace(Item(value, 1).Items().size());
+    }
     return name == "Indexed" || name == "I" ? ReadIndexed(value, steps) : std::nullopt;
   }
 
@@ -104,6 +110,16 @@ class Reader {
 
   Object Item(const Object& array, std::size_t index) {
     return index < array.Items().size() ? Resolve(array.Items()[index]) : Object();
+  }
+
+  static std::optional<ColorSpace> InkSpace(std::size_t inks) {
+    if (inks < 1 || inks > limits::kMaxInks) {
+      return std::nullopt;
+    }
+    ColorSpace space;
+    space.kind = ColorKind::kInks;
+    space.components = static_cast<int>(inks);
+    return space;
   }
 
   std::optional<ColorSpace> ReadIcc(const Object& value, int steps) {
@@ -153,12 +169,15 @@ class Reader {
     if (!base || base->kind == ColorKind::kIndexed) {
       return std::nullopt;
     }
+    ColorSpace space;
+    space.kind = ColorKind::kIndexed;
+    if (!base->is_computed()) {
+      return space;
+    }
     const auto count =
         static_cast<std::size_t>(std::clamp<std::int64_t>(Item(value, 2).IntegerOr(0), 0, 255) + 1);
     std::string table = TableOf(value);
     table.resize(count * static_cast<std::size_t>(base->components));
-    ColorSpace space;
-    space.kind = ColorKind::kIndexed;
     space.palette.resize(count * 3);
     const auto* entries = reinterpret_cast<const std::uint8_t*>(table.data());
     if (base->kind == ColorKind::kLab) {

@@ -1,4 +1,5 @@
-// Colour spaces of images (ISO 32000-2, 8.6), as far as their colours are computed here.
+// Colour spaces of images (ISO 32000-2, 8.6): how many components they have, and their colours as
+// far as they are computed here.
 #ifndef TARNIX_ENGINES_SUPPORT_IMAGES_COLORSPACE_H_
 #define TARNIX_ENGINES_SUPPORT_IMAGES_COLORSPACE_H_
 
@@ -15,21 +16,35 @@
 
 namespace TarnixTools::engines {
 
-enum class ColorKind : std::uint8_t { kGray, kRgb, kCmyk, kLab, kIcc, kIndexed };
+enum class ColorKind : std::uint8_t {
+  kGray,
+  kRgb,
+  kCmyk,
+  kLab,
+  kIcc,
+  kIndexed,
+  kInks,  // Separation and DeviceN
+};
 
 struct ColorSpace {
   ColorKind kind = ColorKind::kGray;
-  int components = 1;
+  int components = 1;                       // 1 to 32
   std::shared_ptr<const IccTransform> icc;  // kIcc
   std::array<double, 4> lab_range{-100, 100, -100, 100};
-  std::vector<std::uint8_t> palette;  // kIndexed: red, green, blue of each index
+  // kIndexed: red, green, blue of each index; empty when those of the base are not computed.
+  std::vector<std::uint8_t> palette;
+
+  // Whether its colours are computed here.
+  bool is_computed() const {
+    return kind != ColorKind::kInks && (kind != ColorKind::kIndexed || !palette.empty());
+  }
 };
 
 // The device colour space of so many components.
 ColorSpace DeviceSpace(int components);
 
-// value: resolved; null counts as gray. Nothing for a colour space that is not computed here, as
-// Separation and DeviceN. Throws pdf::Error for a document that cannot be read any more.
+// value: resolved; null counts as gray. Nothing for what is no colour space that images may have.
+// Throws pdf::Error for a document that cannot be read any more.
 std::optional<ColorSpace> ColorSpaceOf(pdf::Document& document, const pdf::Object& value,
                                        pdf::Arena& arena);
 

@@ -32,6 +32,9 @@ inline constexpr std::size_t kMaxImagesOfPage = 1'000'000;
 // Colour spaces within colour spaces.
 inline constexpr int kMaxColorSpaceSteps = 8;
 
+// Inks of a DeviceN colour space (ISO 32000-1, annex C).
+inline constexpr std::size_t kMaxInks = 32;
+
 // Bytes of an indexed colour space's table: 256 colours of four components.
 inline constexpr std::size_t kMaxPaletteBytes = std::size_t{256} * 4;
 

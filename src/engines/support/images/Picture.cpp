@@ -53,11 +53,13 @@ class PictureOpener {
   bool is_masked() const { return is_masked_; }
 
  private:
+  // Nothing for one that is not computed here.
   std::optional<ColorSpace> Space() {
     if (facts_.is_mask) {
       return DeviceSpace(1);
     }
-    return ColorSpaceOf(*image_.document, facts_.color_space, arena_);
+    auto space = ColorSpaceOf(*image_.document, facts_.color_space, arena_);
+    return space && space->is_computed() ? std::move(space) : std::nullopt;
   }
 
   RowSourcePtr OpenSamples() {
@@ -281,7 +283,8 @@ std::optional<Rgb> ColorOfMatte(const DocumentImage& image, const ImageFacts& fa
   pdf::Arena arena;
   const auto space = ColorSpaceOf(*image.document, facts.color_space, arena);
   if (!space || matte.size() != static_cast<std::size_t>(space->components) ||
-      space->kind == ColorKind::kLab || space->kind == ColorKind::kIndexed) {
+      !space->is_computed() || space->kind == ColorKind::kLab ||
+      space->kind == ColorKind::kIndexed) {
     return std::nullopt;
   }
   std::vector<std::uint8_t> components;
