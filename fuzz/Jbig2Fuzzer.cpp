@@ -16,9 +16,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::uint32_t height = 1U + data[2];
   const std::string_view segments(reinterpret_cast<const char*>(data) + kHeader, size - kHeader);
   const std::size_t split = segments.size() * data[0] / 256;
-  const auto rows = TarnixTools::engines::DecodeJbig2(segments.substr(0, split),
-                                                      segments.substr(split), width, height);
-  if (rows && rows->size() != std::size_t{(width + 7) / 8} * height) {
+  const auto decoded = TarnixTools::engines::DecodeJbig2(segments.substr(0, split),
+                                                         segments.substr(split), width, height);
+  if (decoded && decoded->rows.size() != std::size_t{(width + 7) / 8} * height) {
     std::abort();
   }
   TarnixTools::engines::NeedsOwnJbig2(segments.substr(0, split), segments.substr(split));

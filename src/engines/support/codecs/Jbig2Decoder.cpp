@@ -51,9 +51,10 @@ bool NeedsOwnJbig2(std::string_view globals, std::string_view data) {
   }
 }
 
-std::optional<std::string> DecodeJbig2(std::string_view globals, std::string_view data,
-                                       std::uint32_t width, std::uint32_t height) {
+std::optional<Jbig2Rows> DecodeJbig2(std::string_view globals, std::string_view data,
+                                     std::uint32_t width, std::uint32_t height) {
   try {
+    bool is_complete = true;
     jbig2::PageDecoder page(width, height);
     try {
       for (const std::string_view part : {globals, data}) {
@@ -65,8 +66,9 @@ std::optional<std::string> DecodeJbig2(std::string_view globals, std::string_vie
       if (!page.has_regions()) {
         return std::nullopt;
       }
+      is_complete = false;
     }
-    return page.Packed();
+    return Jbig2Rows{.rows = page.Packed(), .is_complete = is_complete};
   } catch (const jbig2::Failure&) {
     return std::nullopt;
   }

@@ -15,11 +15,15 @@ namespace TarnixTools::engines {
 // refined, and halftones. False for data whose segments cannot be told apart.
 bool NeedsOwnJbig2(std::string_view globals, std::string_view data);
 
-// Rows of the picture, a bit for each pixel, 0 for black, padded to whole bytes. Nothing for data
-// that cannot be decoded here, and where nothing of it can be.
+struct Jbig2Rows {
+  std::string rows;         // a bit for each pixel, 0 for black; rows are padded to whole bytes
+  bool is_complete = true;  // false where a segment could not be decoded, and what follows it
+};
+
+// Nothing for data that cannot be decoded here, and where nothing of it can be.
 //   globals - /JBIG2Globals: segments that stand before the data; may be empty
-std::optional<std::string> DecodeJbig2(std::string_view globals, std::string_view data,
-                                       std::uint32_t width, std::uint32_t height);
+std::optional<Jbig2Rows> DecodeJbig2(std::string_view globals, std::string_view data,
+                                     std::uint32_t width, std::uint32_t height);
 
 }  // namespace TarnixTools::engines
 

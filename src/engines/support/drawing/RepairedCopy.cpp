@@ -132,8 +132,8 @@ class Copy {
 
   // All but the coding stays.
   static ObjectChange DecodedJbig2(const DocumentImage& image, const ImageFacts& facts) {
-    const std::optional<std::string> samples = DecodeOwnJbig2(image, facts);
-    if (!samples) {
+    const std::optional<Jbig2Rows> decoded = DecodeJbig2Image(image, facts);
+    if (!decoded) {
       return ObjectChange::Keep();
     }
     std::string text = "<</Filter/FlateDecode";
@@ -143,7 +143,7 @@ class Copy {
       }
     }
     std::string deflated;
-    pdf::DeflateTo(deflated, *samples, kFastDeflate);
+    pdf::DeflateTo(deflated, decoded->rows, kFastDeflate);
     return ObjectChange::Stream(text + ">>", std::move(deflated));
   }
 

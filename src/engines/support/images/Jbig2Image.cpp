@@ -1,8 +1,8 @@
 #include "engines/support/images/Jbig2Image.h"
 
+#include <string>
 #include <utility>
 
-#include "engines/support/codecs/Jbig2Decoder.h"
 #include "engines/support/images/ImageLimits.h"
 #include "pdf/Error.h"
 
@@ -45,12 +45,9 @@ bool IsOwnJbig2(const DocumentImage& image, const ImageFacts& facts) {
   return jbig2 && NeedsOwnJbig2(jbig2->globals, jbig2->data);
 }
 
-std::optional<std::string> DecodeOwnJbig2(const DocumentImage& image, const ImageFacts& facts) {
+std::optional<Jbig2Rows> DecodeJbig2Image(const DocumentImage& image, const ImageFacts& facts) {
   const std::optional<Jbig2Data> jbig2 = DataOf(image, facts);
-  if (!jbig2 || !NeedsOwnJbig2(jbig2->globals, jbig2->data)) {
-    return std::nullopt;
-  }
-  return DecodeJbig2(jbig2->globals, jbig2->data, facts.width, facts.height);
+  return jbig2 ? DecodeJbig2(jbig2->globals, jbig2->data, facts.width, facts.height) : std::nullopt;
 }
 
 }  // namespace TarnixTools::engines

@@ -138,12 +138,13 @@ class PictureOpener {
     if (!space || space->components != 1 || row_bytes * facts_.height > limits::kMaxSampleBytes) {
       return OpenOther();
     }
-    std::optional<std::string> samples = DecodeOwnJbig2(image_, facts_);
-    if (!samples) {
+    std::optional<Jbig2Rows> decoded =
+        IsOwnJbig2(image_, facts_) ? DecodeJbig2Image(image_, facts_) : std::nullopt;
+    if (!decoded) {
       return OpenOther();
     }
     return std::make_unique<SampleRows>(RowConverter(*space, facts_, 1, facts_.width), facts_.width,
-                                        facts_.height, *std::move(samples));
+                                        facts_.height, std::move(decoded->rows));
   }
 
   // Without a colour space in the dictionary that of the data counts; with one, its colours do.

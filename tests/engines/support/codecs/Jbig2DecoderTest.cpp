@@ -228,16 +228,16 @@ constexpr char kTemplate3 = 3 << 1;
 const std::string kAdaptive("\x02\xFF", 2);
 
 Picture Decoded(const std::string& data, int width, int height, const std::string& globals = {}) {
-  const auto rows = DecodeJbig2(globals, data, static_cast<std::uint32_t>(width),
-                                static_cast<std::uint32_t>(height));
-  if (!rows) {
+  const auto decoded = DecodeJbig2(globals, data, static_cast<std::uint32_t>(width),
+                                   static_cast<std::uint32_t>(height));
+  if (!decoded) {
     return {};
   }
   const auto row_bytes = static_cast<std::size_t>((width + 7) / 8);
   return Painted(width, height, [&](int x, int y) {
     const std::size_t at =
         row_bytes * static_cast<std::size_t>(y) + static_cast<std::size_t>(x / 8);
-    return (static_cast<unsigned char>((*rows)[at]) >> (7 - x % 8) & 1) == 0;
+    return (static_cast<unsigned char>(decoded->rows[at]) >> (7 - x % 8) & 1) == 0;
   });
 }
 
@@ -366,7 +366,10 @@ TEST(Jbig2Decoder, KeepsWhatComesBeforeDamage) {
   const std::string good =
       Page(41, 25) +
       Segment(1, 38, RegionInformation(41, 25) + kTemplate3 + kAdaptive + coder.Finish());
-  EXPECT_EQ(Decoded(good + Segment(2, 6, "text without anything", "\1"), 41, 25), disc);
+  const std::string cut = good + Segment(2, 6, "text without anything", "\1");
+  EXPECT_EQ(Decoded(cut, 41, 25), disc);
+  EXPECT_TRUE(DecodeJbig2("", good, 41, 25)->is_complete);
+  EXPECT_FALSE(DecodeJbig2("", cut, 41, 25)->is_complete);
 }
 
 TEST(Jbig2Decoder, RefusesWhatCannotBe) {
