@@ -18,6 +18,7 @@
 #include "engines/support/images/ImageWalker.h"
 #include "engines/support/images/Picture.h"
 #include "engines/support/pictures/DrawnOrientation.h"
+#include "engines/support/pictures/UprightPicture.h"
 #include "pdf/Error.h"
 #include "pdf/file/ByteSource.h"
 #include "pdf/file/Document.h"

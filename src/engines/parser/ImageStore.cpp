@@ -14,6 +14,7 @@
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/images/ImageHeaders.h"
 #include "engines/support/images/Picture.h"
+#include "engines/support/pictures/UprightPicture.h"
 #include "foundation/Platform.h"
 #include "pdf/Error.h"
 

@@ -20,7 +20,6 @@
 #include "engines/support/images/PdfiumPicture.h"
 #include "engines/support/images/RowConverter.h"
 #include "engines/support/pictures/ComposedRows.h"
-#include "engines/support/pictures/PictureLimits.h"
 #include "pdf/Error.h"
 #include "pdf/Limits.h"
 #include "pdf/filters/FlateReader.h"
@@ -319,16 +318,6 @@ RowSourcePtr OpenPicture(const DocumentImage& image, const ImageFacts& facts, Pi
   return std::make_unique<MaskedRows>(
       std::move(picture), std::move(mask), is_stencil,
       is_stencil || matte.empty() ? std::nullopt : ColorOfMatte(image, facts, matte));
-}
-
-RowSourcePtr MakeUpright(RowSourcePtr picture, int orientation) {
-  if (orientation <= 1 || orientation > 8) {
-    return picture;
-  }
-  if (picture->row_bytes() > limits::kMaxTurnedBytes / picture->height()) {
-    throw pdf::Error(pdf::ErrorCode::kLimitExceeded, "the picture is too large to be turned");
-  }
-  return std::make_unique<TurnedRows>(*picture, orientation);
 }
 
 }  // namespace TarnixTools::engines

@@ -14,11 +14,6 @@ namespace TarnixTools::engines {
 RowSourcePtr OpenPicture(const DocumentImage& image, const ImageFacts& facts,
                          PictureSize least = kWholePicture);
 
-// Turns and mirrors a picture that is stored as an EXIF orientation says (1 to 8), so that it is
-// upright. All of it is held in memory, unless the orientation is 1. Throws
-// pdf::Error(kLimitExceeded) for a picture that is too large for that.
-RowSourcePtr MakeUpright(RowSourcePtr picture, int orientation);
-
 }  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_IMAGES_PICTURE_H_
