@@ -1,4 +1,7 @@
-// Images of documents as pictures: decoded, in sRGB or gray, what is transparent on white.
+// Images of documents as they are seen: decoded, in sRGB or gray, what is transparent on white.
+//
+// ImageSamples.h has the samples as they are, ImageColors.h the colours without the masks, and
+// ImageAlpha.h the masks alone.
 #ifndef TARNIX_ENGINES_SUPPORT_IMAGES_PICTURE_H_
 #define TARNIX_ENGINES_SUPPORT_IMAGES_PICTURE_H_
 

@@ -8,22 +8,21 @@
 #include <vector>
 
 #include "engines/support/images/ColorSpace.h"
-#include "engines/support/images/DocumentImage.h"
+#include "engines/support/images/SampleRows.h"
 #include "engines/support/pictures/PixelLayout.h"
 
 namespace TarnixTools::engines {
 
 class RowConverter {
  public:
-  // bits: of a component, 1, 2, 4, 8 or 16. Of facts, /Decode and the colour key are used.
-  RowConverter(ColorSpace space, const ImageFacts& facts, int bits, std::uint32_t width);
+  //   space  - of the samples, one that is computed
+  //   decode - /Decode; what is too short for the components counts as none
+  RowConverter(const SampleFormat& format, ColorSpace space, const std::vector<double>& decode);
 
   // kGray for pictures in one grey, kRgb for others.
-  PixelLayout layout() const { return layout_; }
+  static PixelLayout LayoutOf(const ColorSpace& space);
 
-  // Bytes of a row of samples.
-  std::size_t packed_bytes() const { return packed_bytes_; }
-
+  // A whole row of samples, and as many pixels as the format has.
   void Convert(const std::uint8_t* packed, std::uint8_t* pixels);
 
   // Whether the picture is in black and white, a bit for each pixel; then this gives 1 for white.
@@ -35,18 +34,13 @@ class RowConverter {
   void BuildTables(const std::vector<double>& decode);
   void BuildGrayBits();
   bool IsCopy() const;
-  void Unpack(const std::uint8_t* packed);
   void ConvertUnpacked(std::uint8_t* pixels);
   void ConvertLab(std::uint8_t* pixels) const;
-  void WhitenKeyed(std::uint8_t* pixels) const;
 
+  SampleFormat format_;
   ColorSpace space_;
   std::vector<double> decode_;
-  std::vector<std::int64_t> color_key_;
-  int bits_;
-  std::uint32_t width_;
   PixelLayout layout_ = PixelLayout::kRgb;
-  std::size_t packed_bytes_ = 0;
   bool has_plain_decode_ = false;
   bool is_bilevel_ = false;
   std::uint8_t bits_to_turn_ = 0;  // of every byte, where 0 is white
