@@ -67,9 +67,7 @@ bool IsMaskOfInterest(pdf::Document& document, std::uint32_t number) {
     return true;
   }
   pdf::Arena arena;
-  DocumentImage mask{
-      .document = &document, .number = number, .dictionary = {}, .data = {}, .color_spaces = {}};
-  mask.dictionary = document.Load({.number = number, .generation = 0}, arena);
+  const DocumentImage mask = engines::ImageObjectOf(document, number, arena);
   return IsOfInterest(mask, FactsOf(mask, arena));
 }
 

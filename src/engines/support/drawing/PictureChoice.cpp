@@ -177,9 +177,7 @@ bool ChangesColors(pdf::Document& document, const Object& resources) {
 RowSourcePtr OpenReduced(pdf::Document& document, std::uint32_t number, const ImageObject& object,
                          const PictureFit& fit) {
   pdf::Arena arena;
-  DocumentImage image{
-      .document = &document, .number = number, .dictionary = {}, .data = {}, .color_spaces = {}};
-  image.dictionary = document.Load({.number = number, .generation = 0}, arena);
+  const DocumentImage image = ImageObjectOf(document, number, arena);
   const ImageFacts facts = FactsOf(image, arena);
   if (facts.width != object.width || facts.height != object.height ||
       !IsPlain(image, facts, arena)) {

@@ -101,12 +101,7 @@ class Copy {
   // What is decoded here stands in the place of an image; its masks stay.
   ObjectChange DecodedImage(std::uint32_t number) {
     pdf::Arena arena;
-    const Object dictionary = document_->Load({.number = number, .generation = 0}, arena);
-    const DocumentImage image{.document = document_,
-                              .number = number,
-                              .dictionary = dictionary,
-                              .data = {},
-                              .color_spaces = {}};
+    const DocumentImage image = ImageObjectOf(*document_, number, arena);
     ImageFacts facts = FactsOf(image, arena);
     if (facts.filter == ImageFilter::kJbig2) {
       return DecodedJbig2(image, facts);
@@ -122,10 +117,10 @@ class Copy {
                        std::to_string(picture->height()) + "/ColorSpace/" +
                        (picture->layout() == PixelLayout::kGray ? "DeviceGray" : "DeviceRGB");
     for (const std::string_view key : {"SMask", "Interpolate", "OC"}) {
-      AppendEntry(text, key, dictionary.Get(key));
+      AppendEntry(text, key, image.dictionary.Get(key));
     }
-    if (document_->IsStream(dictionary.Get("Mask").AsReference().number)) {
-      AppendEntry(text, "Mask", dictionary.Get("Mask"));
+    if (document_->IsStream(image.dictionary.Get("Mask").AsReference().number)) {
+      AppendEntry(text, "Mask", image.dictionary.Get("Mask"));
     }
     return ObjectChange::Stream(text + ">>", Deflated(*picture));
   }

@@ -259,6 +259,14 @@ class FactsReader {
 
 }  // namespace
 
+DocumentImage ImageObjectOf(pdf::Document& document, std::uint32_t number, pdf::Arena& arena) {
+  return {.document = &document,
+          .number = number,
+          .dictionary = document.Load({.number = number, .generation = 0}, arena),
+          .data = {},
+          .color_spaces = {}};
+}
+
 Object FullInlineDictionary(pdf::Document& document, const Object& entries, const Object& resources,
                             pdf::Arena& arena) {
   const InlineNames names(document, resources, arena);

@@ -25,6 +25,9 @@ struct DocumentImage {
   pdf::Object color_spaces;  // /ColorSpace of the resources it is drawn with; null for a mask
 };
 
+// An image XObject. Its dictionary lives in the arena. Throws pdf::Error.
+DocumentImage ImageObjectOf(pdf::Document& document, std::uint32_t number, pdf::Arena& arena);
+
 // The dictionary of an inline image with the names that an image XObject would have; named colour
 // spaces are looked up in the resources. Everything lives in the arena.
 pdf::Object FullInlineDictionary(pdf::Document& document, const pdf::Object& entries,

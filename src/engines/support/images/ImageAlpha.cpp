@@ -145,12 +145,7 @@ std::optional<ImageAlpha> OpenMask(const DocumentImage& image, const ImageFacts&
     return std::nullopt;
   }
   pdf::Arena arena;
-  DocumentImage mask{.document = image.document,
-                     .number = number,
-                     .dictionary = {},
-                     .data = {},
-                     .color_spaces = {}};
-  mask.dictionary = image.document->Load({.number = number, .generation = 0}, arena);
+  const DocumentImage mask = ImageObjectOf(*image.document, number, arena);
   const ImageFacts facts_of_mask = FactsOf(mask, arena);
   RowSourcePtr picture = OpenPictureOfMask(mask, facts_of_mask);
   if (picture == nullptr) {

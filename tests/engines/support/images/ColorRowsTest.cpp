@@ -127,12 +127,7 @@ TEST_P(RealColors, AreWhatPdfimagesWrites) {
   int alike = 0;
   for (std::uint32_t number = 1; number < document->object_limit(); ++number) {
     pdf::Arena arena;
-    const DocumentImage image{
-        .document = document.get(),
-        .number = number,
-        .dictionary = document->Load({.number = number, .generation = 0}, arena),
-        .data = {},
-        .color_spaces = {}};
+    const DocumentImage image = ImageObjectOf(*document, number, arena);
     const ImageFacts facts = FactsOf(image, arena);
     if (!image.dictionary.Get("Subtype").IsName("Image") || facts.width != expected.width ||
         facts.height != expected.height) {

@@ -223,12 +223,7 @@ TEST_P(RealSamples, AreWhatMutoolDecodes) {
   int compared = 0;
   for (std::uint32_t number = 1; number < document->object_limit() && compared < 12; ++number) {
     pdf::Arena arena;
-    const DocumentImage image{
-        .document = document.get(),
-        .number = number,
-        .dictionary = document->Load({.number = number, .generation = 0}, arena),
-        .data = {},
-        .color_spaces = {}};
+    const DocumentImage image = ImageObjectOf(*document, number, arena);
     if (!image.dictionary.Get("Subtype").IsName("Image")) {
       continue;
     }

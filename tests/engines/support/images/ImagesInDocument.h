@@ -57,13 +57,7 @@ class ImagesInDocument {
     return *document_;
   }
 
-  DocumentImage Image(std::uint32_t number) {
-    return {.document = &document(),
-            .number = number,
-            .dictionary = document().Load({.number = number, .generation = 0}, arena_),
-            .data = {},
-            .color_spaces = {}};
-  }
+  DocumentImage Image(std::uint32_t number) { return ImageObjectOf(document(), number, arena_); }
 
   ImageFacts Facts(std::uint32_t number) { return FactsOf(Image(number), arena_); }
 
