@@ -4,12 +4,16 @@
 #include <bit>
 #include <cmath>
 #include <cstring>
-#include <initializer_list>
 
 namespace TarnixTools::engines {
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{64} << 10;
+
+// More than a block can need: 64 coefficients of 27 bits, each byte followed by a zero. The header
+// needs less than that after all, and both fit behind a full buffer.
+constexpr std::size_t kMostAtOnce = 1024;
+
 constexpr int kZeroRun = 0xF0;  // sixteen zeros
 
 // Where each coefficient of the zigzag order stands in a block (ITU-T T.81, figure A.6).
@@ -125,41 +129,39 @@ std::uint32_t MagnitudeBits(int value, unsigned size) {
 }  // namespace
 
 BilevelJpegWriter::BilevelJpegWriter(pdf::ByteSink& sink, std::uint32_t width, std::uint32_t height)
-    : sink_(&sink), width_(width), blocks_in_row_((width + 7) / 8), rows_(8 * blocks_in_row_) {
-  buffer_.reserve(kBufferSize + 1024);
+    : sink_(&sink),
+      width_(width),
+      blocks_in_row_((width + 7) / 8),
+      rows_(8 * blocks_in_row_),
+      buffer_(std::make_unique_for_overwrite<char[]>(kBufferSize + kMostAtOnce)) {
+  output_.end = buffer_.get();
   WriteHeader(height);
 }
 
 void BilevelJpegWriter::WriteHeader(std::uint32_t height) {
-  const auto segment = [this](unsigned marker, std::size_t size) {
-    PutByte(0xFF);
-    PutByte(marker);
-    PutByte(static_cast<unsigned>((size + 2) >> 8U));
-    PutByte(static_cast<unsigned>((size + 2) & 0xFFU));
-  };
-  const auto put = [this](std::initializer_list<unsigned> bytes) {
-    for (const unsigned byte : bytes) {
-      PutByte(byte);
-    }
+  const auto put = [this](std::initializer_list<unsigned> bytes) { output_.PutBytes(bytes); };
+  const auto segment = [&](unsigned marker, std::size_t size) {
+    const auto length = static_cast<unsigned>(size + 2);
+    put({0xFF, marker, length >> 8U, length & 0xFFU});
   };
   put({0xFF, 0xD8});
   segment(0xE0, 14);
   put({'J', 'F', 'I', 'F', 0, 1, 1, 0, 0, 1, 0, 1, 0, 0});
   segment(0xDB, 65);
-  PutByte(0);
+  put({0});
   for (int i = 0; i < 64; ++i) {
-    PutByte(1);
+    put({1});
   }
   segment(0xC0, 9);
   put({8, height >> 8U, height & 0xFFU, width_ >> 8U, width_ & 0xFFU, 1, 1, 0x11, 0});
   const auto put_table = [&](unsigned kind, const auto& counts, const auto& values) {
     segment(0xC4, 1 + counts.size() + values.size());
-    PutByte(kind);
+    put({kind});
     for (const std::uint8_t count : counts) {
-      PutByte(count);
+      put({count});
     }
     for (const std::uint8_t value : values) {
-      PutByte(value);
+      put({value});
     }
   };
   put_table(0x00, kDirectCounts, kDirectValues);
@@ -192,34 +194,35 @@ void BilevelJpegWriter::WriteBlocks() {
     WriteBlock(block);
   }
   row_count_ = 0;
-  if (buffer_.size() >= kBufferSize) {
-    Flush();
-  }
 }
 
 void BilevelJpegWriter::WriteBlock(std::uint64_t block) {
   if (block == 0 || block == ~std::uint64_t{0}) {
-    PutDifference(block == 0 ? -1024 : 1016);
+    PutDifference(output_, block == 0 ? -1024 : 1016);
     const HuffmanCode end = Tables::Get().other[0];
-    PutBits(end.code, end.length);
+    output_.PutBits(end.code, end.length);
   } else {
     PutCoefficients(block);
   }
+  if (output_.end - buffer_.get() >= static_cast<std::ptrdiff_t>(kBufferSize)) {
+    Flush();
+  }
 }
 
-void BilevelJpegWriter::PutDifference(int direct) {
+void BilevelJpegWriter::PutDifference(Output& output, int direct) {
   const int difference = direct - last_direct_;
   last_direct_ = direct;
   const unsigned size = BitsOf(difference);
   const HuffmanCode code = Tables::Get().direct[size];
-  PutBits(code.code, code.length);
-  PutBits(MagnitudeBits(difference, size), size);
+  output.PutBits(code.code, code.length);
+  output.PutBits(MagnitudeBits(difference, size), size);
 }
 
 void BilevelJpegWriter::PutCoefficients(std::uint64_t block) {
   std::array<int, 64> coefficients;
   Transform(block, coefficients);
-  PutDifference(coefficients[0]);
+  Output output = output_;  // of its own, so that it can stay in registers
+  PutDifference(output, coefficients[0]);
   const HuffmanTable& table = Tables::Get().other;
   unsigned zeros = 0;
   for (std::size_t i = 1; i < 64; ++i) {
@@ -229,40 +232,40 @@ void BilevelJpegWriter::PutCoefficients(std::uint64_t block) {
       continue;
     }
     for (; zeros > 15; zeros -= 16) {
-      PutBits(table[kZeroRun].code, table[kZeroRun].length);
+      output.PutBits(table[kZeroRun].code, table[kZeroRun].length);
     }
     const unsigned size = BitsOf(value);
     const HuffmanCode code = table[zeros << 4U | size];
-    PutBits(static_cast<std::uint32_t>(code.code) << size | MagnitudeBits(value, size),
-            code.length + size);
+    output.PutBits(static_cast<std::uint32_t>(code.code) << size | MagnitudeBits(value, size),
+                   code.length + size);
     zeros = 0;
   }
   if (zeros > 0) {
-    PutBits(table[0].code, table[0].length);
+    output.PutBits(table[0].code, table[0].length);
   }
+  output_ = output;
 }
 
-// Appends bits, at most 32 at a time.
-void BilevelJpegWriter::PutBits(std::uint32_t bits, unsigned count) {
-  bits_ = bits_ << count | bits;
-  bit_count_ += count;
-  while (bit_count_ >= 8) {
-    bit_count_ -= 8;
-    const auto byte = static_cast<unsigned>(bits_ >> bit_count_ & 0xFFU);
-    PutByte(byte);
+void BilevelJpegWriter::Output::PutCodedBytes(unsigned count) {
+  for (unsigned i = 0; i < count; ++i) {
+    bit_count -= 8;
+    const auto byte = static_cast<unsigned>(bits >> bit_count & 0xFFU);
+    PutBytes({byte});
     if (byte == 0xFF) {
-      PutByte(0);  // no marker
+      PutBytes({0});
     }
   }
 }
 
-void BilevelJpegWriter::PutByte(unsigned byte) {
-  buffer_ += static_cast<char>(byte);
+void BilevelJpegWriter::Output::PutBytes(std::initializer_list<unsigned> bytes) {
+  for (const unsigned byte : bytes) {
+    *end++ = static_cast<char>(byte);
+  }
 }
 
 void BilevelJpegWriter::Flush() {
-  sink_->Write(buffer_);
-  buffer_.clear();
+  sink_->Write({buffer_.get(), static_cast<std::size_t>(output_.end - buffer_.get())});
+  output_.end = buffer_.get();
 }
 
 void BilevelJpegWriter::Finish() {
@@ -275,10 +278,9 @@ void BilevelJpegWriter::Finish() {
       WriteRow(last.data());
     }
   }
-  PutBits(0x7F, 7);
-  bit_count_ = 0;
-  PutByte(0xFF);
-  PutByte(0xD9);
+  output_.PutBits(0x7F, 7);
+  output_.PutCodedBytes(output_.bit_count / 8);
+  output_.PutBytes({0xFF, 0xD9});
   Flush();
 }
 
