@@ -39,7 +39,7 @@ class HeldSamples : public SampleRows {
   std::size_t next_ = 0;
 };
 
-// Deflated samples, decoded row by row. A row that is not there as a whole counts as none.
+// Deflated samples, decoded row by row.
 class FlateSamples : public SampleRows {
  public:
   FlateSamples(const SampleFormat& format, std::unique_ptr<const std::string> encoded,
@@ -50,10 +50,7 @@ class FlateSamples : public SampleRows {
         row_(format.row_bytes()) {}
 
   std::span<const std::uint8_t> ReadRow() override {
-    if (reader_->Read(reinterpret_cast<char*>(row_.data()), row_.size()) != row_.size()) {
-      return {};
-    }
-    return row_;
+    return {row_.data(), reader_->Read(reinterpret_cast<char*>(row_.data()), row_.size())};
   }
 
   std::uint64_t held_bytes() const override { return encoded_->size(); }

@@ -13,8 +13,9 @@ inline constexpr std::size_t kMaxSampleBytes = std::size_t{512} << 20;
 // Bytes at the start of an image's encoded data in which its header is looked for.
 inline constexpr std::uint64_t kMaxHeaderBytes = std::uint64_t{1} << 20;
 
-// Samples that are decoded at once, where that is faster than row by row.
-inline constexpr std::size_t kMaxSamplesAtOnce = std::size_t{64} << 20;
+// Samples that are decoded at once, where that is faster than row by row. A page scanned in gray has
+// twice as many, and takes several times its size when it is decoded at once.
+inline constexpr std::size_t kMaxSamplesAtOnce = std::size_t{4} << 20;
 
 // Samples of an image that is decoded row by row: a matter of time.
 inline constexpr std::uint64_t kMaxStreamedSamples = std::uint64_t{4} << 30;

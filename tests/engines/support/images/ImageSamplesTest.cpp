@@ -111,7 +111,8 @@ TEST(ImageSamples, AreDeflatedRowByRowWhenTheyAreMany) {
     const auto row = samples->rows->ReadRow();
     ASSERT_EQ(Bytes(row.begin(), row.end()), Bytes(width, static_cast<std::uint8_t>(y)));
   }
-  EXPECT_THAT(samples->rows->ReadRow(), IsEmpty());  // it is not there as a whole
+  EXPECT_EQ(samples->rows->ReadRow().size(), width - 1);
+  EXPECT_THAT(samples->rows->ReadRow(), IsEmpty());
 }
 
 TEST(ImageSamples, OfFaxDataArePackedBits) {
