@@ -24,8 +24,9 @@ namespace {
 // A file under way, with a copy of what goes into it as long as that is short enough to be kept.
 class StoredFile : public pdf::ByteSink {
  public:
-  explicit StoredFile(const platform::WidePath& path)
-      : output_(platform::OutputFile::Create(path)) {
+  // most_kept: bytes.
+  StoredFile(const platform::WidePath& path, std::size_t most_kept)
+      : output_(platform::OutputFile::Create(path)), most_kept_(most_kept) {
     if (!output_) {
       throw ExpaFailure(kExpaCreateError);
     }
@@ -34,7 +35,7 @@ class StoredFile : public pdf::ByteSink {
 
   void Write(std::string_view bytes) override {
     DiskSink(stream_.get()).Write(bytes);
-    if (is_kept_ && copy_.size() + bytes.size() > limits::kMaxKeptImage) {
+    if (is_kept_ && copy_.size() + bytes.size() > most_kept_) {
       is_kept_ = false;
       copy_ = std::string();
     }
@@ -59,6 +60,7 @@ class StoredFile : public pdf::ByteSink {
  private:
   std::optional<platform::OutputFile> output_;
   platform::FilePtr stream_;
+  std::size_t most_kept_;
   bool is_kept_ = true;
   std::string copy_;
 };
@@ -132,7 +134,7 @@ bool Encode(RowSource& picture, pdf::ByteSink& sink) {
 std::optional<PreparedImage> ImageStore::Prepare(const DocumentImage& image,
                                                  const ImageFacts& facts, int orientation) {
   PreparedImage prepared{.image = image, .facts = &facts, .orientation = orientation};
-  if (!facts.has_default_space && Find(image.number, orientation) != nullptr) {
+  if (!facts.has_default_space && Find(KeyOf(image, orientation)) != nullptr) {
     return prepared;
   }
   try {
@@ -155,7 +157,8 @@ std::optional<PreparedImage> ImageStore::Prepare(const DocumentImage& image,
 }
 
 ImageStore::Outcome ImageStore::Store(PreparedImage& prepared, const platform::WidePath& path) {
-  StoredFile file(path);
+  const std::uint64_t key = KeyOf(prepared.image, prepared.orientation);
+  StoredFile file(path, stored_.contains(key) ? limits::kMaxKeptImage : limits::kMaxKeptOnce);
   Outcome outcome = Outcome::kComplete;
   if (prepared.is_ready_jpeg) {
     file.KeepNoCopy();  // it is as easily read again
@@ -163,7 +166,7 @@ ImageStore::Outcome ImageStore::Store(PreparedImage& prepared, const platform::W
   } else if (prepared.picture != nullptr) {
     outcome = Encode(*prepared.picture, file) ? Outcome::kComplete : Outcome::kPartial;
     prepared.picture.reset();  // its rows are gone
-  } else if (const Kept* kept = Find(prepared.image.number, prepared.orientation)) {
+  } else if (const Kept* kept = Find(key)) {
     file.KeepNoCopy();
     file.Write(*kept->bytes);
     outcome = kept->outcome;
@@ -172,30 +175,38 @@ ImageStore::Outcome ImageStore::Store(PreparedImage& prepared, const platform::W
   }
   file.Finish();
   if (prepared.image.number != 0 && !prepared.facts->has_default_space) {
-    Keep({prepared.image.number, prepared.orientation, outcome, file.TakeCopy()});
+    Keep({key, outcome, file.TakeCopy()});
   }
   return outcome;
 }
 
-const ImageStore::Kept* ImageStore::Find(std::uint32_t number, int orientation) {
-  const auto found = std::find_if(kept_.begin(), kept_.end(), [&](const Kept& kept) {
-    return kept.number == number && kept.orientation == orientation;
-  });
-  if (number == 0 || found == kept_.end()) {
+// 0 for an inline image, of which nobody can tell whether it comes again.
+std::uint64_t ImageStore::KeyOf(const DocumentImage& image, int orientation) {
+  return image.number == 0
+             ? 0
+             : std::uint64_t{image.number} << 8U | static_cast<std::uint8_t>(orientation);
+}
+
+const ImageStore::Kept* ImageStore::Find(std::uint64_t key) {
+  const auto found = stored_.find(key);
+  if (found == stored_.end() || !found->second) {
     return nullptr;
   }
-  kept_.splice(kept_.begin(), kept_, found);
+  kept_.splice(kept_.begin(), kept_, *found->second);
   return &kept_.front();
 }
 
 void ImageStore::Keep(Kept kept) {
-  if (kept.bytes == nullptr || Find(kept.number, kept.orientation) != nullptr) {
+  auto& place = stored_[kept.key];
+  if (kept.bytes == nullptr || place) {
     return;
   }
   kept_bytes_ += kept.bytes->size();
   kept_.push_front(std::move(kept));
+  place = kept_.begin();
   while (kept_bytes_ > limits::kMaxKeptImages) {
     kept_bytes_ -= kept_.back().bytes->size();
+    stored_[kept_.back().key].reset();
     kept_.pop_back();
   }
 }

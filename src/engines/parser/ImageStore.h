@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/pictures/RowSource.h"
@@ -43,17 +44,20 @@ class ImageStore {
  private:
   // What a file was made of, for when the same image comes again.
   struct Kept {
-    std::uint32_t number = 0;
-    int orientation = 1;
+    std::uint64_t key = 0;
     Outcome outcome = Outcome::kComplete;
     std::shared_ptr<const std::string> bytes;
   };
 
-  const Kept* Find(std::uint32_t number, int orientation);
+  static std::uint64_t KeyOf(const DocumentImage& image, int orientation);
+  const Kept* Find(std::uint64_t key);
   void Keep(Kept kept);
 
   std::list<Kept> kept_;  // last used first
   std::size_t kept_bytes_ = 0;
+
+  // What has been stored, and where it is kept, if it is.
+  std::unordered_map<std::uint64_t, std::optional<std::list<Kept>::iterator>> stored_;
 };
 
 }  // namespace TarnixTools::engines::parser

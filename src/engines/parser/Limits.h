@@ -6,7 +6,9 @@
 
 namespace TarnixTools::engines::parser::limits {
 
-// Bytes of stored images that are kept in case the same is drawn again: of one, and of all.
+// Bytes of stored images that are kept in case the same is drawn again: of one that has been drawn
+// once, of one that has been drawn before, and of all.
+inline constexpr std::size_t kMaxKeptOnce = std::size_t{256} << 10;
 inline constexpr std::size_t kMaxKeptImage = std::size_t{4} << 20;
 inline constexpr std::size_t kMaxKeptImages = std::size_t{16} << 20;
 

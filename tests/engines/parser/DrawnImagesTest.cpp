@@ -1,10 +1,13 @@
 // Which images a page draws, how often and which way up.
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "engines/parser/ImagesFixture.h"
+#include "engines/parser/Limits.h"
 #include "support/Readers.h"
 
 namespace TarnixTools::engines::parser {
@@ -69,6 +72,35 @@ TEST_F(Images, CountEachTimeTheyAreDrawn) {
   EXPECT_THAT(orientations_, ElementsAre(1, 2, 1));
   EXPECT_EQ(ReadBytes(files[0]), ReadBytes(files[2]));
   EXPECT_TRUE(ReadJpeg(files[1]).IsNear(3, 3, kBlue));
+}
+
+// Small ones are kept in memory, large ones when they come again, and both turned or not.
+TEST_F(Images, AreAlikeHoweverOftenTheyAreDrawn) {
+  constexpr int kSide = 640;
+  std::string noise;
+  std::uint32_t state = 1;
+  for (int i = 0; i < kSide * kSide; ++i) {
+    state = state * 1664525 + 1013904223;
+    noise += static_cast<char>(state >> 24);
+  }
+  TestPdf file;
+  const std::string size = "/Width 640/Height 640/ColorSpace/DeviceGray/BitsPerComponent 8";
+  file.Page()
+      .Content("/L Do /S Do /L Do q 0 9 -9 0 0 0 cm /L Do Q /S Do /L Do /S Do")
+      .Object("large", Stream("/Type/XObject/Subtype/Image" + size, noise))
+      .Object("small", RedBlue())
+      .PageEntry("/Resources <</XObject <</L {{large}}/S {{small}}>>>>");
+  ASSERT_TRUE(Open(file));
+  const std::vector<std::string> files = Extract();
+  ASSERT_EQ(files.size(), 7U);
+  const std::string large = ReadBytes(files[0]);
+  EXPECT_GT(large.size(), limits::kMaxKeptOnce);
+  EXPECT_EQ(ReadBytes(files[2]), large);
+  EXPECT_NE(ReadBytes(files[3]), large);
+  EXPECT_EQ(ReadBytes(files[5]), large);
+  const std::string small = ReadBytes(files[1]);
+  EXPECT_EQ(ReadBytes(files[4]), small);
+  EXPECT_EQ(ReadBytes(files[6]), small);
 }
 
 TEST_F(Images, AreFoundInForms) {
