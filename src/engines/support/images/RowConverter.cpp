@@ -32,8 +32,9 @@ PixelLayout RowConverter::LayoutOf(const ColorSpace& space) {
 RowConverter::RowConverter(const SampleFormat& format, ColorSpace space,
                            const std::vector<double>& decode)
     : format_(format), space_(std::move(space)), layout_(LayoutOf(space_)) {
-  has_plain_decode_ = decode.size() < 2 * static_cast<std::size_t>(format_.components);
-  BuildTables(has_plain_decode_ ? std::vector<double>() : decode);
+  const bool is_plain = decode.size() < 2 * static_cast<std::size_t>(format_.components);
+  is_mapped_ = !is_plain || format_.bits < 8;
+  BuildTables(is_plain ? std::vector<double>() : decode);
   if (format_.bits == 1 && layout_ == PixelLayout::kGray) {
     BuildGrayBits();
   }
@@ -48,7 +49,7 @@ void RowConverter::BuildTables(const std::vector<double>& decode) {
     const auto& range = space_.lab_range;
     decode_ = {0, 100, range[0], range[1], range[2], range[3]};
   }
-  for (std::size_t c = 0; c < static_cast<std::size_t>(format_.components); ++c) {
+  for (std::size_t c = 0; is_mapped_ && c < static_cast<std::size_t>(format_.components); ++c) {
     const double low = decode.empty() ? 0 : decode[2 * c];
     const double high = decode.empty() ? (is_indexed ? most : 1) : decode[2 * c + 1];
     for (int sample = 0; sample <= static_cast<int>(most); ++sample) {
@@ -84,16 +85,7 @@ void RowConverter::ConvertToBits(const std::uint8_t* packed, std::uint8_t* bits)
   }
 }
 
-bool RowConverter::IsCopy() const {
-  return format_.bits == 8 && has_plain_decode_ &&
-         (space_.kind == ColorKind::kGray || space_.kind == ColorKind::kRgb);
-}
-
 void RowConverter::Convert(const std::uint8_t* packed, std::uint8_t* pixels) {
-  if (IsCopy()) {
-    std::memcpy(pixels, packed, format_.row_bytes());
-    return;
-  }
   const std::size_t width = format_.width;
   if (!gray_bits_.empty()) {
     const std::size_t whole = width / 8;
@@ -105,34 +97,42 @@ void RowConverter::Convert(const std::uint8_t* packed, std::uint8_t* pixels) {
     }
     return;
   }
-  samples_.resize(format_.samples_in_row());
-  UnpackSamples(packed, format_.bits, samples_.size(), samples_.data());
-  ConvertUnpacked(pixels);
+  const std::uint8_t* samples = packed;
+  if (format_.bits != 8) {
+    samples_.resize(format_.samples_in_row());
+    UnpackSamples(packed, format_.bits, samples_.size(), samples_.data());
+    samples = samples_.data();
+  }
+  if (space_.kind == ColorKind::kLab) {
+    ConvertLab(samples, pixels);
+  } else if (space_.kind == ColorKind::kIndexed) {
+    LookUp(Mapped(samples), pixels);
+  } else if (layout_ == PixelLayout::kGray) {
+    std::memcpy(pixels, Mapped(samples), width);
+  } else {
+    ToRgb(space_, Mapped(samples), pixels, width);
+  }
 }
 
-void RowConverter::ConvertUnpacked(std::uint8_t* pixels) {
+// Components from 0 to 255, or indices.
+const std::uint8_t* RowConverter::Mapped(const std::uint8_t* samples) {
+  if (!is_mapped_) {
+    return samples;
+  }
   const auto components = static_cast<std::size_t>(format_.components);
-  if (space_.kind == ColorKind::kLab) {
-    ConvertLab(pixels);
-    return;
-  }
-  mapped_.resize(samples_.size());
-  for (std::size_t i = 0; i < samples_.size(); i += components) {
+  mapped_.resize(format_.samples_in_row());
+  for (std::size_t i = 0; i < mapped_.size(); i += components) {
     for (std::size_t c = 0; c < components; ++c) {
-      mapped_[i + c] = values_[c][samples_[i + c]];
+      mapped_[i + c] = values_[c][samples[i + c]];
     }
   }
-  if (space_.kind != ColorKind::kIndexed) {
-    if (layout_ == PixelLayout::kGray) {
-      std::memcpy(pixels, mapped_.data(), format_.width);
-    } else {
-      ToRgb(space_, mapped_.data(), pixels, format_.width);
-    }
-    return;
-  }
+  return mapped_.data();
+}
+
+void RowConverter::LookUp(const std::uint8_t* indices, std::uint8_t* pixels) const {
   const std::size_t bytes = BytesPerPixel(layout_);
   for (std::size_t x = 0; x < format_.width; ++x) {
-    const std::size_t at = 3 * static_cast<std::size_t>(mapped_[x]);
+    const std::size_t at = 3 * static_cast<std::size_t>(indices[x]);
     if (at < space_.palette.size()) {
       std::memcpy(pixels + bytes * x, space_.palette.data() + at, bytes);
     } else {
@@ -141,11 +141,11 @@ void RowConverter::ConvertUnpacked(std::uint8_t* pixels) {
   }
 }
 
-void RowConverter::ConvertLab(std::uint8_t* pixels) const {
+void RowConverter::ConvertLab(const std::uint8_t* samples, std::uint8_t* pixels) const {
   const double most = (1 << std::min(format_.bits, 8)) - 1;
   const auto value = [&](std::size_t x, std::size_t c) {
     const double low = decode_[2 * c];
-    return low + samples_[3 * x + c] * (decode_[2 * c + 1] - low) / most;
+    return low + samples[3 * x + c] * (decode_[2 * c + 1] - low) / most;
   };
   for (std::size_t x = 0; x < format_.width; ++x) {
     const auto rgb = LabToRgb(value(x, 0), value(x, 1), value(x, 2));

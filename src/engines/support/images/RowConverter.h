@@ -33,15 +33,15 @@ class RowConverter {
  private:
   void BuildTables(const std::vector<double>& decode);
   void BuildGrayBits();
-  bool IsCopy() const;
-  void ConvertUnpacked(std::uint8_t* pixels);
-  void ConvertLab(std::uint8_t* pixels) const;
+  const std::uint8_t* Mapped(const std::uint8_t* samples);
+  void LookUp(const std::uint8_t* indices, std::uint8_t* pixels) const;
+  void ConvertLab(const std::uint8_t* samples, std::uint8_t* pixels) const;
 
   SampleFormat format_;
   ColorSpace space_;
   std::vector<double> decode_;
   PixelLayout layout_ = PixelLayout::kRgb;
-  bool has_plain_decode_ = false;
+  bool is_mapped_ = true;  // samples are not yet what values_ says
   bool is_bilevel_ = false;
   std::uint8_t bits_to_turn_ = 0;  // of every byte, where 0 is white
   // By component and sample (its upper eight bits): the component's value from 0 to 255, or the
