@@ -9,27 +9,11 @@
 
 namespace TarnixTools::engines {
 
-class CodecLibrary {
- public:
-  // Throws ImageError(kUnsupported) when it is not installed.
-  explicit CodecLibrary(const char* name) : library_({name}) {
-    if (!library_.is_loaded()) {
-      throw ImageError(ImageErrorCode::kUnsupported, std::string(name) + " is not installed");
-    }
-  }
+[[noreturn]] inline void ThrowUnsupported(const std::string& text) {
+  throw ImageError(ImageErrorCode::kUnsupported, text);
+}
 
-  // Throws ImageError(kUnsupported) when the library has no such function.
-  template <typename Function>
-  void Resolve(Function*& function, const char* name) const {
-    if (!library_.Resolve(name, function)) {
-      throw ImageError(ImageErrorCode::kUnsupported,
-                       std::string("a library for images has no ") + name);
-    }
-  }
-
- private:
-  DynamicLibrary library_;
-};
+using CodecLibrary = RequiredLibrary<ThrowUnsupported>;
 
 }  // namespace TarnixTools::engines
 

@@ -2,33 +2,17 @@
 
 #include <string>
 
-#include <dlfcn.h>
+#include "engines/support/files/DynamicLibrary.h"
 
 namespace TarnixTools::engines::fonts {
 
 namespace {
 
-// A shared library that stays loaded.
-class Library {
- public:
-  explicit Library(const char* name) : name_(name), handle_(dlopen(name, RTLD_NOW | RTLD_LOCAL)) {
-    if (handle_ == nullptr) {
-      throw LibraryMissing(name);
-    }
-  }
+void ThrowMissing(const std::string& text) {
+  throw LibraryMissing(text);
+}
 
-  template <typename Function>
-  void Resolve(Function& function, const char* symbol) const {
-    function = reinterpret_cast<Function>(dlsym(handle_, symbol));
-    if (function == nullptr) {
-      throw LibraryMissing(std::string(name_) + ": " + symbol);
-    }
-  }
-
- private:
-  const char* name_;
-  void* handle_;
-};
+using Library = RequiredLibrary<ThrowMissing>;
 
 #define TARNIX_RESOLVE(name) library.Resolve(table.name, #name)
 
