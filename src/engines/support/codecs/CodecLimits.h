@@ -10,11 +10,11 @@ namespace TarnixTools::engines::limits {
 // Coefficients of a progressive JPEG image, which are held until its last scan.
 inline constexpr std::size_t kMaxCoefficientBytes = std::size_t{1} << 30;
 
+// Scans of a progressive JPEG image that are read; hostile ones have thousands.
+inline constexpr int kMaxJpegScans = 500;
+
 // Coefficients of a JPEG image that is coded anew, which may take as much again.
 inline constexpr std::size_t kMaxTranscodedBytes = std::size_t{512} << 20;
-
-// Scans of a progressive JPEG image; hostile ones have thousands.
-inline constexpr int kMaxJpegScans = 500;
 
 // Boxes of JPEG 2000 data that tell its colour space, and channels that are told of.
 inline constexpr std::size_t kMaxJpxColors = 100;

@@ -1,44 +1,23 @@
 #include "engines/support/codecs/JpegReader.h"
 
 #include <algorithm>
-#include <csetjmp>
-#include <cstdio>
 #include <utility>
 
-#include <jpeglib.h>
-
 #include "engines/support/codecs/CodecLimits.h"
+#include "engines/support/codecs/LibjpegCalls.h"
 
 namespace TarnixTools::engines {
 
-// The library leaves by longjmp when it cannot go on: what is called between setjmp and there has
-// nothing to destroy.
-class JpegReader::Decompressor {
+class JpegReader::Decompressor : private LibjpegCalls {
  public:
-  Decompressor() {
-    state_.err = jpeg_std_error(&errors_);
-    state_.client_data = this;
-    errors_.error_exit = [](j_common_ptr state) {
-      std::longjmp(static_cast<Decompressor*>(state->client_data)->return_point_, 1);
-    };
-    errors_.output_message = [](j_common_ptr) {};
-    errors_.emit_message = [](j_common_ptr, int) {};
-    progress_.progress_monitor = [](j_common_ptr state) {
-      if (reinterpret_cast<j_decompress_ptr>(state)->input_scan_number > limits::kMaxJpegScans) {
-        state->err->error_exit(state);
-      }
-    };
-  }
+  Decompressor() { Watch(state_); }
 
   ~Decompressor() { jpeg_destroy_decompress(&state_); }
-
-  Decompressor(const Decompressor&) = delete;
-  Decompressor& operator=(const Decompressor&) = delete;
 
   bool Start(std::string_view bytes, int color_transform, const PictureSize& least) {
     return Try([&] {
       jpeg_create_decompress(&state_);
-      state_.progress = &progress_;
+      BoundScans(state_);
       jpeg_mem_src(&state_, reinterpret_cast<const unsigned char*>(bytes.data()),
                    static_cast<unsigned long>(bytes.size()));
       if (jpeg_read_header(&state_, TRUE) != JPEG_HEADER_OK) {
@@ -66,23 +45,11 @@ class JpegReader::Decompressor {
   std::uint64_t coefficient_bytes() const { return coefficient_bytes_; }
 
  private:
-  template <typename Operation>
-  bool Try(Operation&& operation) {
-    if (setjmp(return_point_) != 0) {
-      return false;
-    }
-    return operation();
-  }
-
   bool HasBoundedCoefficients() {
     if (jpeg_has_multiple_scans(&state_) == FALSE) {
       return true;
     }
-    for (int i = 0; i < state_.num_components; ++i) {
-      const jpeg_component_info& component = state_.comp_info[i];
-      coefficient_bytes_ +=
-          std::uint64_t{component.width_in_blocks} * component.height_in_blocks * sizeof(JBLOCK);
-    }
+    coefficient_bytes_ = CoefficientBytes(state_);
     return coefficient_bytes_ <= limits::kMaxCoefficientBytes;
   }
 
@@ -118,9 +85,6 @@ class JpegReader::Decompressor {
   }
 
   jpeg_decompress_struct state_{};
-  jpeg_error_mgr errors_{};
-  jpeg_progress_mgr progress_{};
-  std::jmp_buf return_point_{};
   std::uint64_t coefficient_bytes_ = 0;  // all of them, where they have to be held
   bool is_broken_ = false;
 };

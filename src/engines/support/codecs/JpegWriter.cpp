@@ -2,27 +2,20 @@
 
 #include <algorithm>
 #include <array>
-#include <csetjmp>
-#include <cstdio>
 #include <exception>
 #include <string_view>
 #include <utility>
 
-#include <jpeglib.h>
-
+#include "engines/support/codecs/LibjpegCalls.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines {
 
-// The library leaves by longjmp when it cannot go on: what is called between setjmp and there has
-// nothing to destroy. Exceptions of the sink wait in failure_ meanwhile.
-class JpegWriter::Compressor {
+// Exceptions of the sink wait in failure_ until the library has been left.
+class JpegWriter::Compressor : private LibjpegCalls {
  public:
   Compressor(pdf::ByteSink& sink, const JpegSettings& settings) : sink_(&sink) {
-    state_.err = jpeg_std_error(&errors_);
-    errors_.error_exit = &Compressor::GiveUp;
-    errors_.output_message = [](j_common_ptr) {};
-    state_.client_data = this;
+    Watch(state_);
     destination_.init_destination = &Compressor::Empty;
     destination_.empty_output_buffer = &Compressor::Flush;
     destination_.term_destination = &Compressor::FlushRest;
@@ -30,6 +23,7 @@ class JpegWriter::Compressor {
       jpeg_create_compress(&state_);
       state_.dest = &destination_;
       Start(settings);
+      return true;
     });
     if (!is_started) {
       jpeg_destroy_compress(&state_);
@@ -39,9 +33,6 @@ class JpegWriter::Compressor {
 
   ~Compressor() { jpeg_destroy_compress(&state_); }
 
-  Compressor(const Compressor&) = delete;
-  Compressor& operator=(const Compressor&) = delete;
-
   void WriteRows(const std::uint8_t* pixels, std::size_t stride, std::size_t row_count) {
     constexpr std::size_t kRowsAtOnce = 16;
     std::array<JSAMPROW, kRowsAtOnce> rows{};
@@ -50,7 +41,7 @@ class JpegWriter::Compressor {
       for (std::size_t i = 0; i < count; ++i) {
         rows[i] = const_cast<JSAMPROW>(pixels + i * stride);  // the library only reads them
       }
-      if (!Try([&] { WriteAll(rows.data(), count); })) {
+      if (!Try([&] { return WriteAll(rows.data(), count); })) {
         Throw();
       }
       pixels += count * stride;
@@ -59,21 +50,16 @@ class JpegWriter::Compressor {
   }
 
   void Finish() {
-    if (!Try([&] { jpeg_finish_compress(&state_); })) {
+    const bool is_finished = Try([&] {
+      jpeg_finish_compress(&state_);
+      return true;
+    });
+    if (!is_finished) {
       Throw();
     }
   }
 
  private:
-  template <typename Operation>
-  bool Try(Operation&& operation) {
-    if (setjmp(return_point_) != 0) {
-      return false;
-    }
-    operation();
-    return true;
-  }
-
   void Start(const JpegSettings& settings) {
     state_.image_width = settings.width;
     state_.image_height = settings.height;
@@ -95,11 +81,12 @@ class JpegWriter::Compressor {
     jpeg_start_compress(&state_, TRUE);
   }
 
-  void WriteAll(JSAMPROW* rows, std::size_t count) {
+  bool WriteAll(JSAMPROW* rows, std::size_t count) {
     std::size_t done = 0;
     while (done < count && state_.next_scanline < state_.image_height) {
       done += jpeg_write_scanlines(&state_, rows + done, static_cast<JDIMENSION>(count - done));
     }
+    return true;
   }
 
   [[noreturn]] void Throw() {
@@ -125,18 +112,14 @@ class JpegWriter::Compressor {
     destination_.free_in_buffer = buffer_.size();
   }
 
-  static Compressor& Of(j_compress_ptr state) {
-    return *static_cast<Compressor*>(state->client_data);
+  static Compressor& Self(j_compress_ptr state) {
+    return *static_cast<Compressor*>(Of(reinterpret_cast<j_common_ptr>(state)));
   }
 
-  static void GiveUp(j_common_ptr state) {
-    std::longjmp(static_cast<Compressor*>(state->client_data)->return_point_, 1);
-  }
-
-  static void Empty(j_compress_ptr state) { Of(state).EmptyBuffer(); }
+  static void Empty(j_compress_ptr state) { Self(state).EmptyBuffer(); }
 
   static boolean Flush(j_compress_ptr state) {
-    Compressor& self = Of(state);
+    Compressor& self = Self(state);
     if (!self.Put(self.buffer_.size())) {
       GiveUp(reinterpret_cast<j_common_ptr>(state));
     }
@@ -145,7 +128,7 @@ class JpegWriter::Compressor {
   }
 
   static void FlushRest(j_compress_ptr state) {
-    Compressor& self = Of(state);
+    Compressor& self = Self(state);
     if (!self.Put(self.buffer_.size() - self.destination_.free_in_buffer)) {
       GiveUp(reinterpret_cast<j_common_ptr>(state));
     }
@@ -153,9 +136,7 @@ class JpegWriter::Compressor {
 
   pdf::ByteSink* sink_;
   jpeg_compress_struct state_{};
-  jpeg_error_mgr errors_{};
   jpeg_destination_mgr destination_{};
-  std::jmp_buf return_point_{};
   std::exception_ptr failure_;
   std::array<JOCTET, std::size_t{64} << 10> buffer_;
 };
