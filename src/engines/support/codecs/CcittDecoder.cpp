@@ -204,29 +204,27 @@ std::int64_t CcittDecoder::ReadRun(bool is_black) {
   }
 }
 
-bool CcittDecoder::ReadOneDimensional() {
-  std::int64_t position = 0;
-  while (position < parameters_.columns) {
-    const std::int64_t run = ReadRun(current_.size() % 2 == 1);
-    if (run == kNoRun) {
-      return false;
-    }
-    position += run;
-    Add(position);
+bool CcittDecoder::AddRun(std::int64_t& position) {
+  const std::int64_t run = ReadRun(current_.size() % 2 == 1);
+  if (run == kNoRun) {
+    return false;
   }
+  position += run;
+  Add(position);
   return true;
 }
 
-bool CcittDecoder::ReadHorizontal(std::int64_t& position) {
-  for (int i = 0; i < 2; ++i) {
-    const std::int64_t run = ReadRun(current_.size() % 2 == 1);
-    if (run == kNoRun) {
-      return false;
-    }
-    position += run;
-    Add(position);
+bool CcittDecoder::ReadOneDimensional() {
+  std::int64_t position = 0;
+  bool is_sound = true;
+  while (is_sound && position < parameters_.columns) {
+    is_sound = AddRun(position);
   }
-  return true;
+  return is_sound;
+}
+
+bool CcittDecoder::ReadHorizontal(std::int64_t& position) {
+  return AddRun(position) && AddRun(position);
 }
 
 // T.4, 4.2: positions are told relative to where the row above changes.

@@ -50,6 +50,7 @@ class CcittDecoder {
   bool ReadOneDimensional();
   bool ReadTwoDimensional();
   bool ReadHorizontal(std::int64_t& position);
+  bool AddRun(std::int64_t& position);
   std::int64_t ReadRun(bool is_black);
 
   void Add(std::int64_t position) {
