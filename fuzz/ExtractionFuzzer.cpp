@@ -15,6 +15,8 @@
 #include "engines/support/codecs/JpxHeader.h"
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/images/DocumentImage.h"
+#include "engines/support/images/ImageAlpha.h"
+#include "engines/support/images/ImageSamples.h"
 #include "engines/support/images/ImageWalker.h"
 #include "engines/support/images/Picture.h"
 #include "engines/support/pictures/DrawnOrientation.h"
@@ -83,15 +85,36 @@ void ReadPixels(engines::RowSource& picture) {
   }
 }
 
+// Samples of any colour space, as they are.
+void ReadSamples(const DocumentImage& image, const ImageFacts& facts) {
+  std::optional<engines::ImageSamples> samples = OpenSamples(image, facts);
+  const std::uint32_t rows = samples ? std::min(samples->rows->format().height, kMaxRows) : 0;
+  std::vector<std::uint8_t> row;
+  for (std::uint32_t y = 0; y < rows; ++y) {
+    const auto packed = samples->rows->ReadRow();
+    row.assign(packed.begin(), packed.end());
+  }
+}
+
 void ReadImage(const engines::DrawnImage& drawn) {
   pdf::Arena arena;
   const DocumentImage& image = drawn.image;
   const ImageFacts facts = FactsOf(image, arena);
+  if (IsSmall(facts) && facts.filter == ImageFilter::kNone) {
+    try {
+      ReadSamples(image, facts);
+    } catch (const pdf::Error&) {
+    }
+  }
   if (!IsOfInterest(image, facts) || !IsMaskOfInterest(*image.document, facts.soft_mask) ||
       !IsMaskOfInterest(*image.document, facts.stencil_mask)) {
     return;
   }
   try {
+    if (std::optional<engines::ImageAlpha> alpha = OpenAlpha(image, facts);
+        alpha && std::uint64_t{alpha->rows->width()} * alpha->rows->height() <= kMaxPixels) {
+      ReadPixels(*alpha->rows);
+    }
     engines::RowSourcePtr picture = OpenPicture(image, facts);
     if (picture != nullptr && std::uint64_t{picture->width()} * picture->height() <= kMaxPixels) {
       picture = MakeUpright(std::move(picture), engines::OrientationOf(drawn.matrix));
