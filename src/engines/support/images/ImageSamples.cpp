@@ -10,15 +10,12 @@
 #include "engines/support/images/DecodedSamples.h"
 #include "engines/support/images/ImageLimits.h"
 #include "engines/support/images/Jbig2Image.h"
+#include "engines/support/pictures/PictureLimits.h"
 #include "pdf/Error.h"
+#include "pdf/Limits.h"
 
 namespace TarnixTools::engines {
 namespace {
-
-constexpr std::int64_t kMaxColumns = 1'000'000;
-
-// Bytes that a byte of deflated data may become (RFC 1951: a match of 258 bytes in two bits).
-constexpr std::uint64_t kMaxDeflation = 1032;
 
 using Opened = std::optional<ImageSamples>;
 
@@ -90,7 +87,7 @@ class SampleOpener {
     if (reader == nullptr) {
       return nullptr;
     }
-    const std::uint64_t height = HeightFor(kMaxDeflation * encoded->size() / row + 1);
+    const std::uint64_t height = HeightFor(pdf::limits::kMaxExpansion * encoded->size() / row + 1);
     if (height * row > limits::kMaxStreamedSamples) {
       throw pdf::Error(pdf::ErrorCode::kLimitExceeded, "the image has too many samples");
     }
@@ -114,7 +111,7 @@ class SampleOpener {
     parameters.has_ends_of_line = value("EndOfLine").BooleanOr(false);
     parameters.black_is_1 = value("BlackIs1").BooleanOr(false);
     const std::int64_t columns = value("Columns").IntegerOr(1728);
-    if (columns < 1 || columns > kMaxColumns) {
+    if (columns < 1 || columns > limits::kMaxSide) {
       return std::nullopt;
     }
     parameters.columns = static_cast<std::uint32_t>(columns);
