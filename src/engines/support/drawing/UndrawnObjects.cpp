@@ -1,38 +1,18 @@
 #include "engines/support/drawing/UndrawnObjects.h"
 
-#include <array>
 #include <string>
-#include <utility>
 
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/images/ImageHeaders.h"
 #include "engines/support/images/Jbig2Image.h"
+#include "engines/support/pictures/IccProfile.h"
 #include "engines/support/pictures/PictureLimits.h"
 #include "pdf/file/ByteSink.h"
 
 namespace TarnixTools::engines {
-namespace {
 
 using pdf::Object;
-
-constexpr std::size_t kHeaderBytes = 128;
-constexpr std::size_t kSpaceAt = 16;  // in the header (ICC.1:2001-04, 6.1)
-
-// 0 for a colour space that images do not have.
-std::int64_t ComponentsOf(std::string_view signature) {
-  constexpr std::array kSpaces = {
-      std::pair{std::string_view("GRAY"), 1}, std::pair{std::string_view("RGB "), 3},
-      std::pair{std::string_view("Lab "), 3}, std::pair{std::string_view("CMYK"), 4}};
-  for (const auto& [name, components] : kSpaces) {
-    if (name == signature) {
-      return components;
-    }
-  }
-  return 0;
-}
-
-}  // namespace
 
 void UndrawnObjects::FindOnPage(const pdf::PageTree& pages, std::size_t page_index) {
   graph_.AddPage(pages, page_index);
@@ -110,10 +90,7 @@ bool UndrawnObjects::IsOdd(std::uint32_t number) {
   const std::int64_t components = document_->Resolve(dictionary.Get("N"), arena).IntegerOr(0);
   const std::optional<pdf::Decoded> profile =
       document_->TryDecodeStream(number, limits::kMaxProfileBytes);
-  if (!profile || profile->data.size() < kHeaderBytes) {
-    return false;
-  }
-  const std::int64_t found = ComponentsOf(std::string_view(profile->data).substr(kSpaceAt, 4));
+  const int found = profile ? ComponentsOfProfile(profile->data) : 0;
   return found != 0 && found != components;
 }
 

@@ -1,5 +1,7 @@
 #include "engines/support/pictures/IccProfile.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 
 #include "engines/support/files/ByteReader.h"
@@ -12,18 +14,16 @@ namespace {
 constexpr std::uint64_t kHeaderSize = 128;
 constexpr std::uint64_t kTagSize = 12;
 
-std::string_view SpaceOf(int components) {
-  switch (components) {
-    case 1:
-      return "GRAY";
-    case 3:
-      return "RGB ";
-    case 4:
-      return "CMYK";
-    default:
-      return "";
-  }
-}
+constexpr std::size_t kSpaceAt = 16;
+
+struct ProfileSpace {
+  std::string_view signature;
+  int components;
+};
+
+constexpr std::string_view kLab = "Lab ";
+constexpr std::array kSpaces = {ProfileSpace{"GRAY", 1}, ProfileSpace{"RGB ", 3},
+                                ProfileSpace{kLab, 3}, ProfileSpace{"CMYK", 4}};
 
 bool IsDevice(std::string_view device_class) {
   return device_class == "scnr" || device_class == "mntr" || device_class == "prtr" ||
@@ -32,12 +32,24 @@ bool IsDevice(std::string_view device_class) {
 
 }  // namespace
 
+int ComponentsOfProfile(std::string_view profile) {
+  if (profile.size() < kHeaderSize) {
+    return 0;
+  }
+  const auto* const space =
+      std::find_if(kSpaces.begin(), kSpaces.end(), [&](const ProfileSpace& candidate) {
+        return candidate.signature == profile.substr(kSpaceAt, 4);
+      });
+  return space != kSpaces.end() ? space->components : 0;
+}
+
 std::string UsableProfile(std::string_view profile, int components) {
   pdf::MemorySource source(profile);
   ByteReader reader(source);
   const std::uint64_t size = reader.Number32(0);
   if (size < kHeaderSize + 4 || size > profile.size() || size > limits::kMaxProfileBytes ||
-      profile.substr(36, 4) != "acsp" || profile.substr(16, 4) != SpaceOf(components) ||
+      profile.substr(36, 4) != "acsp" || components < 1 ||
+      ComponentsOfProfile(profile) != components || profile.substr(kSpaceAt, 4) == kLab ||
       !IsDevice(profile.substr(12, 4))) {
     return {};
   }
