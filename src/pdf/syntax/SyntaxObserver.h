@@ -74,7 +74,8 @@ struct StreamSyntax {
 
 // A string, name, number or any other token of an object, or of a trailer. ISO 19005-1, 6.1.6 and
 // 6.1.12; -2 and -3, 6.1.6, 6.1.8 and 6.1.13: hexadecimal digits come in pairs, strings, names and
-// numbers are no larger than an implementation must bear.
+// numbers are no larger than an implementation must bear. DecodeString and DecodeName give the bytes
+// that count.
 struct TokenSyntax {
   std::uint64_t offset = 0;  // of a member in the decoded data of its object stream
   Token token;               // as it stands: encrypted, with its escapes
