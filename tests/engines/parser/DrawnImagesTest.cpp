@@ -81,7 +81,7 @@ TEST_F(Images, AreAlikeHoweverOftenTheyAreDrawn) {
   std::uint32_t state = 1;
   for (int i = 0; i < kSide * kSide; ++i) {
     state = state * 1664525 + 1013904223;
-    noise += static_cast<char>(state >> 24);
+    noise += static_cast<char>(state >> 24 | 0x80U);  // no braces, which stand for names
   }
   TestPdf file;
   const std::string size = "/Width 640/Height 640/ColorSpace/DeviceGray/BitsPerComponent 8";
