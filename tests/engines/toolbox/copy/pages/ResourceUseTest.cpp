@@ -9,6 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "engines/toolbox/Limits.h"
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/copy/pages/ResourceUse.h"
 #include "pdf/Error.h"
@@ -208,7 +209,7 @@ TEST(ResourceUse, IsWhatColorSpacesName) {
 }
 
 TEST(ResourceUse, IsAllWhereContentIsNotKnown) {
-  Pages pages(Made(kAll, "/Own Do 1 2 unheard"));
+  Pages pages(Made(kAll, "/Own Do /" + std::string(limits::kMaxNameBytes + 1, 'n') + " Do"));
   EXPECT_EQ(pages.Used(0).size(), 14U);
   EXPECT_THAT(pages.Missed(0), IsEmpty());
 }
