@@ -46,8 +46,8 @@ inline constexpr std::size_t kMaxPages = 2'000'000;
 inline constexpr std::size_t kMaxBlankPages = 10'000;
 // Bytes in which an object that is null says so.
 inline constexpr std::size_t kMaxNullBytes = 64;
-// How far a page may reach, in its own units.
-inline constexpr double kMaxPageCoordinate = 2'147'483'647;
+// How far from the origin a page may reach, or something may be drawn, in units of user space.
+inline constexpr double kMaxCoordinate = 2'147'483'647;
 // Points in one of a page's own units.
 inline constexpr double kMinUserUnit = 0.001;
 inline constexpr double kMaxUserUnit = 75'000;

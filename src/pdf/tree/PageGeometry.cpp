@@ -19,7 +19,7 @@ bool HasArea(const Box& box) {
 }
 
 bool IsUsable(const Box& box) {
-  constexpr double kMost = limits::kMaxPageCoordinate;
+  constexpr double kMost = limits::kMaxCoordinate;
   return HasArea(box) && box.left >= -kMost && box.bottom >= -kMost && box.right <= kMost &&
          box.top <= kMost;
 }
@@ -95,6 +95,11 @@ int RotationOf(const Object& rotate) {
   return static_cast<int>((quarters + 4) % 4) * 90;
 }
 
+std::optional<Box> ReadPageBox(Document& document, const Object& value) {
+  const std::optional<Box> box = ReadBox(document, value);
+  return box && IsUsable(*box) ? box : std::nullopt;
+}
+
 PageGeometry ReadPageGeometry(Document& document, const PageTree& pages,
                               const PageTree::Page& page) {
   Arena arena;
@@ -104,10 +109,7 @@ PageGeometry ReadPageGeometry(Document& document, const PageTree& pages,
 PageGeometry ReadPageGeometry(Document& document, const PageTree& pages, const PageTree::Page& page,
                               const Object& dictionary) {
   Arena arena;
-  const auto box_of = [&](const Object& value) {
-    const std::optional<Box> box = ReadBox(document, value);
-    return box && IsUsable(*box) ? box : std::nullopt;
-  };
+  const auto box_of = [&](const Object& value) { return ReadPageBox(document, value); };
   const auto inheritable = [&](InheritableKey key) {
     return pages.Attribute(page, dictionary, key, arena);
   };

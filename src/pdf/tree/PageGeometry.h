@@ -8,6 +8,8 @@
 #ifndef TARNIX_PDF_TREE_PAGEGEOMETRY_H_
 #define TARNIX_PDF_TREE_PAGEGEOMETRY_H_
 
+#include <optional>
+
 #include "pdf/Box.h"
 #include "pdf/Matrix.h"
 #include "pdf/file/Document.h"
@@ -49,12 +51,16 @@ struct PageGeometry {
 // no number, or none of 32 bits, does not turn.
 int RotationOf(const Object& rotate);
 
+// A box as a page may have it: none for a value that leads to no array of four, is empty, or
+// reaches beyond limits::kMaxCoordinate. What is no number among the four counts as 0.
+std::optional<Box> ReadPageBox(Document& document, const Object& value);
+
 // The geometry of a page. Throws Error for a document that cannot be read any more. What is
 // unusable counts as readers have it:
-//  - a media box that is missing, no array of four, empty, or larger than
-//    limits::kMaxPageCoordinate is US Letter;
-//  - a crop box that is no such rectangle, or lies beside the media box, is the media box;
-//  - a bleed, trim or art box of that kind is the crop box;
+//  - a media box that ReadPageBox takes for none is US Letter;
+//  - a crop box that it takes for none, or that lies beside the media box, is the media box;
+//  - a bleed, trim or art box that it takes for none, or that lies beside the media box, is the
+//    crop box;
 //  - a unit that is no number from limits::kMinUserUnit to limits::kMaxUserUnit is 1.
 PageGeometry ReadPageGeometry(Document& document, const PageTree& pages,
                               const PageTree::Page& page);
