@@ -1,6 +1,5 @@
 #include "engines/img2pdf/ImageDocument.h"
 
-#include <charconv>
 #include <cstdio>
 #include <utility>
 
@@ -11,19 +10,7 @@ namespace TarnixTools::engines::img2pdf {
 
 namespace {
 
-// Five decimals are finer than any device shows.
-void AppendNumber(std::string& out, double value) {
-  char digits[400];
-  char* end = std::to_chars(digits, digits + sizeof digits, value, std::chars_format::fixed, 5).ptr;
-  while (end[-1] == '0') {
-    --end;
-  }
-  if (end[-1] == '.') {
-    --end;
-  }
-  std::string_view text(digits, static_cast<std::size_t>(end - digits));
-  out += text == "-0" ? "0" : text;
-}
+constexpr int kDecimals = 5;  // finer than any device shows
 
 }  // namespace
 
@@ -86,11 +73,8 @@ void ImageDocument::AddPage(const EncodedImage& image, pdf::ByteSource& source,
   const pdf::PageTreeWriter::Leaf leaf = pages_.AddPage();
   std::string text = "<</Type/Page/Parent";
   pdf::AppendReference(text, leaf.parent);
-  text += "/MediaBox[0 0 ";
-  AppendNumber(text, layout.width);
-  text += ' ';
-  AppendNumber(text, layout.height);
-  text += ']';
+  text += "/MediaBox";
+  pdf::AppendBox(text, {0, 0, layout.width, layout.height});
   if (layout.user_unit != 1) {
     text += "/UserUnit";
     pdf::AppendInteger(text, layout.user_unit);
@@ -103,12 +87,11 @@ void ImageDocument::AddPage(const EncodedImage& image, pdf::ByteSource& source,
 }
 
 std::uint32_t ImageDocument::WriteContent(const pdf::Matrix& matrix) {
-  std::string text = "q ";
+  std::string text = "q";
   for (const double value : {matrix.a, matrix.b, matrix.c, matrix.d, matrix.e, matrix.f}) {
-    AppendNumber(text, value);
-    text += ' ';
+    pdf::AppendNumber(text, value, kDecimals);
   }
-  text += "cm /Im0 Do Q";
+  text += " cm/Im0 Do Q";
   const std::uint32_t number = writer_.Reserve();
   writer_.BeginStream(number, "<<", text.size());
   writer_.AppendStream(text);

@@ -1,11 +1,20 @@
 #include "pdf/write/Serialize.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <vector>
 
+#include "pdf/Limits.h"
 #include "pdf/syntax/Chars.h"
 
 namespace TarnixTools::pdf {
+
+namespace {
+
+constexpr int kBoxDecimals = 6;  // finer than readers keep
+
+}  // namespace
 
 void AppendToken(std::string& out, std::string_view token) {
   // A slash at the end is an empty name.
@@ -20,6 +29,32 @@ void AppendInteger(std::string& out, std::int64_t value) {
   char digits[24];
   const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
   AppendToken(out, {digits, static_cast<std::size_t>(end - digits)});
+}
+
+void AppendNumber(std::string& out, double value, int decimals) {
+  constexpr double kMost = limits::kMaxCoordinate;
+  const double bounded = std::isfinite(value) ? std::clamp(value, -kMost, kMost) : 0;
+  char digits[32];
+  const auto end =
+      std::to_chars(digits, digits + sizeof digits, bounded, std::chars_format::fixed, decimals)
+          .ptr;
+  std::string_view text(digits, static_cast<std::size_t>(end - digits));
+  if (text.find('.') != std::string_view::npos) {
+    text = text.substr(0, text.find_last_not_of('0') + 1);
+    text.remove_suffix(text.back() == '.' ? 1 : 0);
+  }
+  std::string number = text.starts_with('-') && text != "-0" ? "-" : "";
+  text.remove_prefix(text.starts_with('-') ? 1 : 0);
+  number += text.starts_with("0.") ? text.substr(1) : text;
+  AppendToken(out, number);
+}
+
+void AppendBox(std::string& out, const Box& box) {
+  out += '[';
+  for (const double value : {box.left, box.bottom, box.right, box.top}) {
+    AppendNumber(out, value, kBoxDecimals);
+  }
+  out += ']';
 }
 
 void AppendReference(std::string& out, std::uint32_t number, std::uint16_t generation) {

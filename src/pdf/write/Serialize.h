@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "pdf/Box.h"
 #include "pdf/syntax/Object.h"
 #include "pdf/syntax/Parser.h"
 
@@ -16,6 +17,11 @@ namespace TarnixTools::pdf {
 // Each appends to `out`, with a space first where the text before it would run into it.
 void AppendToken(std::string& out, std::string_view token);
 void AppendInteger(std::string& out, std::int64_t value);
+// With up to `decimals` digits after the point. A number beyond limits::kMaxCoordinate is cut down
+// to it; what is not finite is written as 0.
+void AppendNumber(std::string& out, double value, int decimals = 3);
+// An array of four numbers.
+void AppendBox(std::string& out, const Box& box);
 void AppendReference(std::string& out, std::uint32_t number, std::uint16_t generation = 0);
 void AppendName(std::string& out, std::string_view name);
 // Literal or hexadecimal, whichever is shorter; hexadecimal when asked for.

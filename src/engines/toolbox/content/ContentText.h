@@ -13,14 +13,7 @@ namespace TarnixTools::engines::toolbox {
 // known when the page is written.
 inline constexpr char kNamePrefix = '\x01';
 
-// Appends a number with up to `decimals` digits after the point. Numbers beyond what readers take
-// are cut down to it.
-void AppendNumber(std::string& out, double value, int decimals = 3);
-
-// The number with a space before it where it would run into what is there.
-void AppendOperand(std::string& out, double value, int decimals = 3);
-
-// "a b c d e f cm".
+// Appends "a b c d e f cm".
 void AppendTransform(std::string& out, const pdf::Matrix& matrix);
 
 // UTF-16BE in hexadecimal digits.

@@ -149,7 +149,7 @@ std::uint32_t EmbeddedFont::WriteDescriptor(pdf::FileWriter& writer,
     pdf::AppendInteger(text, scaled(side));
   }
   text += "]/ItalicAngle";
-  AppendOperand(text, face_->italic_angle(), kWidthDecimals);
+  pdf::AppendNumber(text, face_->italic_angle(), kWidthDecimals);
   text += "/Ascent";
   pdf::AppendInteger(text, scaled(face_->ascent()));
   text += "/Descent";
@@ -210,7 +210,7 @@ std::string EmbeddedFont::WidthsText() const {
       pdf::AppendInteger(text, code);
       text += '[';
     }
-    AppendOperand(text, WidthOf(use.glyph), kWidthDecimals);
+    pdf::AppendNumber(text, WidthOf(use.glyph), kWidthDecimals);
     next = code + 1;
   }
   return text.empty() ? text : text + "]";

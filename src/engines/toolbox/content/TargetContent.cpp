@@ -76,7 +76,7 @@ AddedResource TargetContent::GraphicsStateOf(double alpha) {
     resource = {pdf::ResourceCategory::kExtGState,
                 "G" + std::to_string(graphics_states_.size() - 1), writer_->Reserve()};
     std::string text = "<</Type/ExtGState/ca";
-    AppendOperand(text, alpha, 4);
+    pdf::AppendNumber(text, alpha, 4);
     Write([&] { writer_->WriteObject(resource.number, text + ">>"); });
   }
   return resource;

@@ -7,6 +7,7 @@
 #include "engines/toolbox/content/ClusterPainter.h"
 #include "engines/toolbox/content/ContentText.h"
 #include "engines/toolbox/content/TargetContent.h"
+#include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::toolbox {
 
@@ -29,7 +30,7 @@ class ShownGlyphs {
   void Add(unsigned code) {
     if (std::abs(pending_) >= kSeenAdjustment) {
       CloseCodes();
-      AppendOperand(items_, -pending_, kAdjustmentDecimals);
+      pdf::AppendNumber(items_, -pending_, kAdjustmentDecimals);
       has_adjustments_ = true;
       pending_ = 0;
     }
@@ -96,13 +97,13 @@ class LinePainter {
     *out_ += '/';
     *out_ += kNamePrefix;
     *out_ += font.resource().name;
-    AppendOperand(*out_, size);
+    pdf::AppendNumber(*out_, size);
     *out_ += " Tf";
   }
 
   void SetStart() {
-    AppendOperand(*out_, start_.x - origin_.x);
-    AppendOperand(*out_, start_.y - origin_.y);
+    pdf::AppendNumber(*out_, start_.x - origin_.x);
+    pdf::AppendNumber(*out_, start_.y - origin_.y);
     *out_ += " Td";
     origin_ = start_;
     has_start_ = true;
@@ -114,7 +115,7 @@ class LinePainter {
       return;
     }
     glyphs.Flush();
-    AppendOperand(*out_, rise * size_ / 1000, 3);
+    pdf::AppendNumber(*out_, rise * size_ / 1000, 3);
     *out_ += " Ts";
     rise_ = rise;
   }
@@ -176,7 +177,7 @@ void SetPaint(const Paint& paint, TargetContent& target, std::string& out, PageC
     out += state.name + " gs";
   }
   for (const double component : paint.rgb) {
-    AppendOperand(out, component, 4);
+    pdf::AppendNumber(out, component, 4);
   }
   out += " rg";
 }

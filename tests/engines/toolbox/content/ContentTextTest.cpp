@@ -1,43 +1,9 @@
-#include <limits>
-
 #include <gtest/gtest.h>
 
 #include "engines/toolbox/content/ContentText.h"
 
 namespace TarnixTools::engines::toolbox {
 namespace {
-
-std::string Number(double value, int decimals = 3) {
-  std::string text;
-  AppendNumber(text, value, decimals);
-  return text;
-}
-
-TEST(ContentText, WritesNumbersInFewBytes) {
-  EXPECT_EQ(Number(0), "0");
-  EXPECT_EQ(Number(-0.0001), "0");
-  EXPECT_EQ(Number(12), "12");
-  EXPECT_EQ(Number(100), "100");
-  EXPECT_EQ(Number(0.5), ".5");
-  EXPECT_EQ(Number(-0.5), "-.5");
-  EXPECT_EQ(Number(1.23456), "1.235");
-  EXPECT_EQ(Number(1.5, 0), "2");
-}
-
-TEST(ContentText, WritesNoNumberThatReadersDoNotTake) {
-  EXPECT_EQ(Number(1e300), "1000000000");
-  EXPECT_EQ(Number(std::numeric_limits<double>::quiet_NaN()), "0");
-  EXPECT_EQ(Number(std::numeric_limits<double>::infinity()), "0");
-}
-
-TEST(ContentText, SeparatesOperands) {
-  std::string text = "Td";
-  AppendOperand(text, 5);
-  AppendOperand(text, -5);
-  text += '[';
-  AppendOperand(text, 7);
-  EXPECT_EQ(text, "Td 5 -5[7");
-}
 
 TEST(ContentText, WritesTextInUtf16) {
   std::string text;
