@@ -6,6 +6,9 @@
 #include "engines/toolbox/Toolbox.h"
 #include "engines/toolbox/WrittenDocument.h"
 #include "pdf/file/Document.h"
+#include "pdf/tree/PageGeometry.h"
+#include "pdf/tree/PageTree.h"
+#include "pdf/write/Serialize.h"
 #include "support/MemoryFile.h"
 #include "support/RawPdf.h"
 #include "support/TestPdf.h"
@@ -144,6 +147,34 @@ TEST(Toolbox, LeavesBoxesOutThatAreNoRectangles) {
   EXPECT_FALSE(page.Has("CropBox"));
   EXPECT_FALSE(page.Has("TrimBox"));
   EXPECT_EQ(result.Text(page.Get("ArtBox")), "[1 2 3 4]");
+}
+
+// What the only page of a document measures.
+std::string GeometryText(const std::string& bytes) {
+  const auto document = pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes), "");
+  const pdf::PageTree pages(*document);
+  const pdf::PageGeometry geometry = pdf::ReadPageGeometry(*document, pages, pages.pages().at(0));
+  std::string text = std::to_string(geometry.rotation) + " " + std::to_string(geometry.user_unit);
+  for (const pdf::Box& box : {geometry.media_box, geometry.crop_box, geometry.bleed_box,
+                              geometry.trim_box, geometry.art_box}) {
+    pdf::AppendBox(text, box);
+  }
+  return text;
+}
+
+// Whatever the boxes are written as, the copy measures what the page does.
+TEST(Toolbox, KeepsTheGeometryOfPages) {
+  for (const char* entries :
+       {"/MediaBox[0 0 200 100]", "/MediaBox[200 100 0 0]/CropBox[150 50 400 400]",
+        "/MediaBox[/a 0 200 100]/CropBox[null 99 0 R 200 50]", "/MediaBox[0 0 200 100 7]",
+        "/MediaBox[0 0 200 0]/CropBox[10 10 50 60]", "/CropBox[900 900 950 950]",
+        "/MediaBox[0 0 99999999999999 100]", "/MediaBox[0 0 200 100]/CropBox[300 300 400 400]",
+        "/MediaBox[0 0 200 100]/TrimBox[(a) 10 20 30]/BleedBox[5 5 300 95]/ArtBox[0 0 0 0]",
+        "/MediaBox[-10.5 -20 .25 80]/Rotate -90/UserUnit 2.5", "/Rotate 463/UserUnit/Large",
+        "/Rotate 99999999999"}) {
+    const std::string source = TestPdf().Page("x").NoMediaBox().PageEntry(entries).Bytes();
+    EXPECT_EQ(GeometryText(Copied(source, {0})), GeometryText(source)) << entries;
+  }
 }
 
 TEST(Toolbox, TurnsPages) {

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "engines/toolbox/copy/CopyContext.h"
+#include "pdf/tree/PageGeometry.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::toolbox {
@@ -13,14 +15,28 @@ using pdf::Object;
 
 namespace {
 
-constexpr std::string_view kUsLetter = "[0 0 612 792]";
 constexpr std::array<std::string_view, 3> kOwnBoxes = {"BleedBox", "TrimBox", "ArtBox"};
 
-bool IsRectangle(pdf::Document& document, const Object& value, pdf::Arena& arena) {
+bool HoldsOnlyNumbers(pdf::Document& document, const Object& value, pdf::Arena& arena) {
   const auto items = document.Resolve(value, arena).Items();
-  return items.size() >= 4 &&
-         std::all_of(items.begin(), items.begin() + 4,
+  return std::all_of(items.begin(), items.end(),
                      [&](const Object& item) { return document.Resolve(item, arena).IsNumber(); });
+}
+
+// Returns false for what is no box.
+bool AppendBox(std::string& out, CopyContext& context, std::string_view key, const Object& value,
+               pdf::Arena& arena) {
+  const std::optional<pdf::Box> box = pdf::ReadPageBox(context.document(), value);
+  if (!box) {
+    return false;
+  }
+  pdf::AppendName(out, key);
+  if (HoldsOnlyNumbers(context.document(), value, arena)) {
+    context.objects().Append(out, value);
+  } else {
+    pdf::AppendBox(out, *box);
+  }
+  return true;
 }
 
 }  // namespace
@@ -32,24 +48,16 @@ bool IsPageBox(std::string_view key) {
 
 void AppendPageBoxes(std::string& out, CopyContext& context, const pdf::PageTree::Page& page,
                      const Object& dictionary, pdf::Arena& arena) {
-  const auto append = [&](std::string_view key, const Object& box) {
-    if (!IsRectangle(context.document(), box, arena)) {
-      return false;
-    }
-    pdf::AppendName(out, key);
-    context.objects().Append(out, box);
-    return true;
+  const auto inherited = [&](InheritableKey key) {
+    return context.source().pages().FindAttribute(page, dictionary, key).value;
   };
-  const auto append_inheritable = [&](std::string_view key, InheritableKey inherited) {
-    return append(key, context.source().pages().FindAttribute(page, dictionary, inherited).value);
-  };
-  if (!append_inheritable("MediaBox", InheritableKey::kMediaBox)) {
+  if (!AppendBox(out, context, "MediaBox", inherited(InheritableKey::kMediaBox), arena)) {
     out += "/MediaBox";
-    out += kUsLetter;
+    pdf::AppendBox(out, pdf::kDefaultMediaBox);
   }
-  append_inheritable("CropBox", InheritableKey::kCropBox);
+  AppendBox(out, context, "CropBox", inherited(InheritableKey::kCropBox), arena);
   for (const std::string_view key : kOwnBoxes) {
-    append(key, dictionary.Get(key));
+    AppendBox(out, context, key, dictionary.Get(key), arena);
   }
 }
 

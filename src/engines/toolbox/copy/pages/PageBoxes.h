@@ -16,8 +16,9 @@ class CopyContext;
 // Whether the key of a page dictionary names a box.
 bool IsPageBox(std::string_view key);
 
-// Appends the page's boxes as they are. One that is no rectangle is left out; a page without a
-// media box gets US Letter, as which every reader takes it.
+// Appends the page's boxes as they are. Among four numbers, something else is written as the 0 that
+// it counts as; what pdf::ReadPageBox takes for no box is left out. A page without a media box gets
+// US Letter, as which every reader takes it.
 void AppendPageBoxes(std::string& out, CopyContext& context, const pdf::PageTree::Page& page,
                      const pdf::Object& dictionary, pdf::Arena& arena);
 
