@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 namespace TarnixTools::pdf {
 
@@ -45,6 +46,22 @@ class Error : public std::runtime_error {
  private:
   ErrorCode code_;
 };
+
+// What the function gives; where the document is damaged, what stands in for it. Every other error
+// goes through.
+//
+//   return UnlessDamaged(0.0, [&] { return document.Resolve(value, arena).NumberOr(0); });
+template <typename Value, typename Function>
+Value UnlessDamaged(Value otherwise, Function&& function) {
+  try {
+    return std::forward<Function>(function)();
+  } catch (const Error& error) {
+    if (!error.is_damage()) {
+      throw;
+    }
+    return otherwise;
+  }
+}
 
 }  // namespace TarnixTools::pdf
 

@@ -185,19 +185,15 @@ RowSourcePtr OpenReduced(pdf::Document& document, std::uint32_t number, const Im
   }
   const auto width = static_cast<std::uint32_t>(fit.width());
   const auto height = static_cast<std::uint32_t>(fit.height());
-  try {
+  // PDFium may make more of a damaged one.
+  return pdf::UnlessDamaged(RowSourcePtr(), [&]() -> RowSourcePtr {
     RowSourcePtr picture = OpenPicture(image, facts, {width, height});
     if (picture == nullptr || picture->width() < width || picture->height() < height ||
         (facts.filter != ImageFilter::kDct && picture->height() != facts.height)) {
       return nullptr;
     }
     return ReducePicture(std::move(picture), width, height);
-  } catch (const pdf::Error& error) {
-    if (!error.is_damage()) {
-      throw;
-    }
-    return nullptr;  // PDFium may make more of it
-  }
+  });
 }
 
 }  // namespace TarnixTools::engines

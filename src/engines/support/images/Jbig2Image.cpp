@@ -18,7 +18,7 @@ std::optional<Jbig2Data> DataOf(const DocumentImage& image, const ImageFacts& fa
   if (facts.filter != ImageFilter::kJbig2) {
     return std::nullopt;
   }
-  try {
+  return pdf::UnlessDamaged(std::optional<Jbig2Data>(), [&]() -> std::optional<Jbig2Data> {
     Jbig2Data jbig2;
     const std::uint32_t globals = facts.filter_parameters.Get("JBIG2Globals").AsReference().number;
     if (globals != 0) {
@@ -30,12 +30,7 @@ std::optional<Jbig2Data> DataOf(const DocumentImage& image, const ImageFacts& fa
     }
     jbig2.data = DecodeToImageFilter(image, facts, limits::kMaxSampleBytes);
     return jbig2;
-  } catch (const pdf::Error& error) {
-    if (!error.is_damage()) {
-      throw;
-    }
-    return std::nullopt;
-  }
+  });
 }
 
 }  // namespace
