@@ -102,6 +102,20 @@ class SampleOpener {
   }
 
   Opened OpenCcitt() {
+    const std::optional<CcittParameters> parameters = ReadCcittParameters();
+    if (!parameters) {
+      return std::nullopt;
+    }
+    auto encoded = std::make_unique<const std::string>(
+        DecodeToImageFilter(image_, facts_, limits::kMaxSampleBytes));
+    // A row takes a bit at least.
+    const std::uint64_t height = HeightFor(8 * std::uint64_t{encoded->size()});
+    return Made(
+        std::make_unique<CcittSamples>(FormatOf(1, height), *parameters, std::move(encoded)));
+  }
+
+  // Nothing for a number of columns that cannot be.
+  std::optional<CcittParameters> ReadCcittParameters() {
     const auto value = [&](std::string_view key) {
       return image_.document->Resolve(facts_.filter_parameters.Get(key), arena_);
     };
@@ -115,10 +129,7 @@ class SampleOpener {
       return std::nullopt;
     }
     parameters.columns = static_cast<std::uint32_t>(columns);
-    auto encoded = std::make_unique<const std::string>(
-        DecodeToImageFilter(image_, facts_, limits::kMaxSampleBytes));
-    return Made(
-        std::make_unique<CcittSamples>(FormatOf(1, facts_.height), parameters, std::move(encoded)));
+    return parameters;
   }
 
   Opened OpenJbig2() const {
