@@ -23,6 +23,39 @@ int CountOf(const pdf::PageTree& pages) {
   return static_cast<int>(pages.pages().size());
 }
 
+// Whether a side that PDFium finds, in 32 bits, is what it should be.
+bool IsAlike(double found, double side) {
+  constexpr double kTolerance = 0.001;
+  return std::abs(found - side) <= kTolerance * side;
+}
+
+// No more than kMaxKeptImagePixels to a side; 0 for what has no sides.
+std::int64_t CountPixels(pdf::Document& document, const Object& image, pdf::Arena& arena) {
+  const auto side = [&](std::string_view key) {
+    return std::clamp<std::int64_t>(document.Resolve(image.Get(key), arena).IntegerOr(0), 0,
+                                    limits::kMaxKeptImagePixels);
+  };
+  return side("Width") * side("Height");
+}
+
+// Whether the resources name images of many pixels, or what may draw some.
+bool NamesLargeImages(pdf::Document& document, const Object& resources) {
+  pdf::Arena arena;
+  const auto entries = document.Resolve(resources.Get("XObject"), arena).Entries();
+  if (entries.size() > limits::kMaxImagesLookedAt) {
+    return true;
+  }
+  std::int64_t pixels = 0;
+  for (const pdf::DictionaryEntry& entry : entries) {
+    const Object object = document.Resolve(entry.value, arena);
+    pixels += CountPixels(document, object, arena);
+    if (pixels > limits::kMaxKeptImagePixels || object.Has("Resources")) {
+      return true;
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 DrawnDocument::DrawnDocument(const platform::WidePath& path, std::string password)
@@ -144,9 +177,7 @@ void DrawnDocument::LoadPage(int page_index) {
 
 void DrawnDocument::OpenPage(int page_index) {
   page_index_ = page_index;
-  OpenPdfiumPage();
-  const bool is_usable = page_ != nullptr && width_points_ > 0 && height_points_ > 0;
-  if (!is_usable && pages_ != nullptr && !is_repaired_) {
+  if (!OpenPdfiumPage() && pages_ != nullptr && !is_repaired_) {
     TryRepairedCopy();
     if (page_ == nullptr) {
       OpenPdfiumPage();
@@ -157,22 +188,38 @@ void DrawnDocument::OpenPage(int page_index) {
   }
 }
 
-void DrawnDocument::OpenPdfiumPage() {
+// Returns false for a page that PDFium cannot open, or does not see as it is.
+bool DrawnDocument::OpenPdfiumPage() {
+  const std::optional<pdf::PageGeometry> geometry = GeometryOf(page_index_);
   PdfiumLock pdfium;
-  if (pdfium_file_ != nullptr &&
-      pdfium_file_->bytes_read() >
-          std::max(limits::kMaxPdfiumBytes, 4 * pdfium_file_->bytes_of_opening())) {
-    bool needs_password = false;
-    ClosePages();
-    pdfium_file_.reset();
-    pdfium_file_ = OpenFile(pdfium, needs_password);
-  }
+  ForgetOldPages(pdfium);
   page_ = pdfium_file_ != nullptr ? pdfium_file_->LoadPage(page_index_) : nullptr;
-  if (page_ != nullptr) {
-    const double unit = UserUnitOf(page_index_);
-    width_points_ = pdfium->FPDF_GetPageWidth(page_) * unit;
-    height_points_ = pdfium->FPDF_GetPageHeight(page_) * unit;
+  if (page_ == nullptr) {
+    return false;
   }
+  width_points_ = pdfium->FPDF_GetPageWidth(page_);
+  height_points_ = pdfium->FPDF_GetPageHeight(page_);
+  if (!geometry || !(width_points_ > 0) || !(height_points_ > 0)) {
+    return width_points_ > 0 && height_points_ > 0;
+  }
+  const bool is_seen = IsAlike(width_points_ * geometry->user_unit, geometry->SeenWidth()) &&
+                       IsAlike(height_points_ * geometry->user_unit, geometry->SeenHeight());
+  width_points_ = geometry->SeenWidth();
+  height_points_ = geometry->SeenHeight();
+  return is_seen;
+}
+
+// PDFium keeps what it has read: a document that has become large is opened anew.
+void DrawnDocument::ForgetOldPages(PdfiumLock& pdfium) {
+  if (pdfium_file_ == nullptr ||
+      pdfium_file_->bytes_read() <=
+          std::max(limits::kMaxPdfiumBytes, 4 * pdfium_file_->bytes_of_opening())) {
+    return;
+  }
+  bool needs_password = false;
+  ClosePages();
+  pdfium_file_.reset();
+  pdfium_file_ = OpenFile(pdfium, needs_password);
 }
 
 void DrawnDocument::Place(const Placement& placement) {
@@ -193,19 +240,14 @@ void DrawnDocument::ChoosePictures() {
   if (objects.images.empty()) {
     return;
   }
-  try {
+  pictures_ = pdf::UnlessDamaged(std::unique_ptr<PagePictures>(), [&] {
     pdf::Arena arena;
     auto pictures = std::make_unique<PagePictures>();
     pictures->Choose(*core_, *pages_, static_cast<std::size_t>(page_index_),
                      ResourcesOf(page_index_, arena), objects);
     RemoveObjects(pictures->objects());
-    pictures_ = std::move(pictures);
-  } catch (const pdf::Error& error) {
-    if (!error.is_damage()) {
-      throw;
-    }
-    pictures_.reset();
-  }
+    return pictures;
+  });
 }
 
 void DrawnDocument::RemoveObjects(const std::vector<pdfium::PageObject*>& objects) {
@@ -258,14 +300,32 @@ void DrawnDocument::ReleasePage() {
   }
 }
 
+// PDFium may find pages that the core does not.
+bool DrawnDocument::IsKnown(int page_index) const {
+  return pages_ != nullptr && page_index < CountOf(*pages_);
+}
+
+const pdf::PageTree::Page& DrawnDocument::PageOf(int page_index) const {
+  return pages_->pages()[static_cast<std::size_t>(page_index)];
+}
+
+// None for a page that the core cannot read.
+std::optional<pdf::PageGeometry> DrawnDocument::GeometryOf(int page_index) {
+  if (!IsKnown(page_index)) {
+    return std::nullopt;
+  }
+  return pdf::UnlessDamaged(std::optional<pdf::PageGeometry>(), [&] {
+    return pdf::ReadPageGeometry(*core_, *pages_, PageOf(page_index));
+  });
+}
+
 pdf::Object DrawnDocument::ResourcesOf(int page_index, pdf::Arena& arena) {
-  const pdf::PageTree::Page& page = pages_->pages()[static_cast<std::size_t>(page_index)];
-  return pages_->Attribute(page, pdf::InheritableKey::kResources, arena);
+  return pages_->Attribute(PageOf(page_index), pdf::InheritableKey::kResources, arena);
 }
 
 // PDFium would go on until there is no memory left.
 bool DrawnDocument::DrawsTooMuch(int page_index) {
-  if (pages_ == nullptr) {
+  if (!IsKnown(page_index)) {
     return false;
   }
   if (cost_ == nullptr) {
@@ -276,55 +336,27 @@ bool DrawnDocument::DrawsTooMuch(int page_index) {
 
 // A page that cannot be looked at has no objects that PDFium is not to draw.
 bool DrawnDocument::HasUndrawnObjects(int page_index) {
-  if (pages_ == nullptr) {
+  if (!IsKnown(page_index)) {
     return false;
   }
   if (undrawn_ == nullptr) {
     undrawn_ = std::make_unique<UndrawnObjects>(*core_);
   }
-  try {
+  return pdf::UnlessDamaged(false, [&] {
     undrawn_->FindOnPage(*pages_, static_cast<std::size_t>(page_index));
     return !undrawn_->empty();
-  } catch (const pdf::Error& error) {
-    if (!error.is_damage()) {
-      throw;
-    }
-    return false;
-  }
+  });
 }
 
 // A page that cannot be looked at is taken to hold large images.
 bool DrawnDocument::HoldsLargeImages(int page_index) {
-  if (pages_ == nullptr) {
+  if (!IsKnown(page_index)) {
     return true;
   }
-  try {
+  return pdf::UnlessDamaged(true, [&] {
     pdf::Arena arena;
-    const auto resolve = [&](const Object& value) { return core_->Resolve(value, arena); };
-    const Object resources = ResourcesOf(page_index, arena);
-    const auto entries = resolve(resources.Get("XObject")).Entries();
-    if (entries.size() > limits::kMaxImagesLookedAt) {
-      return true;
-    }
-    std::int64_t pixels = 0;
-    for (const pdf::DictionaryEntry& entry : entries) {
-      const Object object = resolve(entry.value);
-      const std::int64_t width = resolve(object.Get("Width")).IntegerOr(0);
-      const std::int64_t height = resolve(object.Get("Height")).IntegerOr(0);
-      constexpr std::int64_t kMost = limits::kMaxKeptImagePixels;
-      pixels +=
-          std::clamp<std::int64_t>(width, 0, kMost) * std::clamp<std::int64_t>(height, 0, kMost);
-      if (pixels > kMost || object.Has("Resources")) {
-        return true;
-      }
-    }
-    return false;
-  } catch (const pdf::Error& error) {
-    if (!error.is_damage()) {
-      throw;
-    }
-    return true;
-  }
+    return NamesLargeImages(*core_, ResourcesOf(page_index, arena));
+  });
 }
 
 // A document that only PDFium can read is taken to have no form: PDFium would go through fields
@@ -334,36 +366,13 @@ bool DrawnDocument::HasForm() {
     return false;
   }
   if (!has_form_) {
-    has_form_ = false;
-    try {
+    has_form_ = pdf::UnlessDamaged(false, [&] {
       pdf::Arena arena;
       const Object form = core_->Resolve(core_->Catalog(arena).Get("AcroForm"), arena);
-      has_form_ = form.IsDictionary() && FieldNesting(*core_).IsBounded(form);
-    } catch (const pdf::Error& error) {
-      if (!error.is_damage()) {
-        throw;
-      }
-      return false;
-    }
+      return form.IsDictionary() && FieldNesting(*core_).IsBounded(form);
+    });
   }
   return *has_form_;
-}
-
-double DrawnDocument::UserUnitOf(int page_index) {
-  if (pages_ == nullptr) {
-    return 1;
-  }
-  try {
-    pdf::Arena arena;
-    const Object page = pages_->Load(pages_->pages()[static_cast<std::size_t>(page_index)], arena);
-    const double unit = core_->Resolve(page.Get("UserUnit"), arena).NumberOr(1);
-    return unit > 0 && std::isfinite(unit) ? unit : 1;
-  } catch (const pdf::Error& error) {
-    if (!error.is_damage()) {
-      throw;
-    }
-    return 1;
-  }
 }
 
 }  // namespace TarnixTools::engines

@@ -32,6 +32,7 @@
 #include "engines/support/pdfium/PdfiumFile.h"
 #include "foundation/Platform.h"
 #include "pdf/file/Document.h"
+#include "pdf/tree/PageGeometry.h"
 #include "pdf/tree/PageTree.h"
 
 namespace TarnixTools::engines {
@@ -81,15 +82,18 @@ class DrawnDocument {
   std::unique_ptr<PdfiumFile> OpenFile(PdfiumLock& pdfium, bool& needs_password);
   void ClosePages();
   void OpenPage(int page_index);
-  void OpenPdfiumPage();
+  bool OpenPdfiumPage();
+  void ForgetOldPages(PdfiumLock& pdfium);
   void ChoosePictures();
   void RemoveObjects(const std::vector<pdfium::PageObject*>& objects);
   bool HasForm();
+  bool IsKnown(int page_index) const;
+  const pdf::PageTree::Page& PageOf(int page_index) const;
+  std::optional<pdf::PageGeometry> GeometryOf(int page_index);
   pdf::Object ResourcesOf(int page_index, pdf::Arena& arena);
   bool DrawsTooMuch(int page_index);
   bool HasUndrawnObjects(int page_index);
   bool HoldsLargeImages(int page_index);
-  double UserUnitOf(int page_index);
 
   std::shared_ptr<std::FILE> file_;  // the original, or the repaired copy
   std::string password_;

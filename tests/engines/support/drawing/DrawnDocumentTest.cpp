@@ -92,6 +92,33 @@ TEST_F(DrawnDocumentTest, DrawsPagesAsTheyAreSeen) {
   EXPECT_EQ(ColorAt(page, 36, 60), kWhite);
 }
 
+TEST_F(DrawnDocumentTest, OverlooksUnitsThatCannotBe) {
+  for (const char* unit : {"0", "-2", "/Large", "99999999", "0.00001"}) {
+    TestPdf file = HalfRed();
+    file.PageEntry(std::string("/UserUnit ") + unit);
+    EXPECT_EQ(DrawnAt72(Write(file)).width, 72) << unit;
+  }
+}
+
+// PDFium counts pages by what the tree says, the core by what it has.
+TEST_F(DrawnDocumentTest, RefusesPagesThatOnlyACountTellsOf) {
+  const std::string bytes = RawPdf()
+                                .Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+                                .Object(2, "<</Type/Pages/Kids[3 0 R]/Count 9>>")
+                                .Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 72 36]>>")
+                                .Table();
+  DrawnDocument document(WidePath(Write(bytes)), "");
+  EXPECT_EQ(DrawPage(document, 0, 72).width, 72);
+  for (int index = 1; index < document.page_count(); ++index) {
+    try {
+      EXPECT_GT(DrawPage(document, index, 72).width, 0);
+    } catch (const DrawingError& error) {
+      EXPECT_EQ(error.code(), DrawingErrorCode::kPage) << index;
+    }
+  }
+  EXPECT_THROW(document.LoadPage(document.page_count()), DrawingError);
+}
+
 TEST_F(DrawnDocumentTest, DrawsWhatPopplerDraws) {
   TARNIX_NEED_PROGRAM("pdftoppm");
   for (const char* name : {"letter.pdf", "plan.pdf", "report.pdf"}) {
