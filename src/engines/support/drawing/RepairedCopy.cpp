@@ -28,11 +28,29 @@ using pdf::ObjectChange;
 constexpr std::array<std::string_view, 2> kCatalogKeys = {"AcroForm", "OCProperties"};
 
 constexpr int kFastDeflate = 1;
+constexpr int kUnitDecimals = 6;
 
 void AppendEntry(std::string& text, std::string_view key, const Object& value) {
   if (!value.IsNull()) {
     pdf::AppendName(text, key);
     pdf::AppendObject(text, value);
+  }
+}
+
+void AppendGeometry(std::string& text, const pdf::PageGeometry& geometry) {
+  text += "/MediaBox";
+  pdf::AppendBox(text, geometry.media_box);
+  if (geometry.crop_box != geometry.media_box) {
+    text += "/CropBox";
+    pdf::AppendBox(text, geometry.crop_box);
+  }
+  if (geometry.rotation != 0) {
+    text += "/Rotate";
+    pdf::AppendInteger(text, geometry.rotation);
+  }
+  if (geometry.user_unit != 1) {
+    text += "/UserUnit";
+    pdf::AppendNumber(text, geometry.user_unit, kUnitDecimals);
   }
 }
 
@@ -163,20 +181,9 @@ class Copy {
     pdf::Arena arena;
     const Object dictionary = pages_->Load(page, arena);
     std::string text = "<<";
-    const auto append_attribute = [&](pdf::InheritableKey key) {
-      AppendEntry(text, pdf::kInheritablePageKeys[static_cast<std::size_t>(key)],
-                  pages_->FindAttribute(page, dictionary, key).value);
-    };
-    append_attribute(pdf::InheritableKey::kMediaBox);
-    append_attribute(pdf::InheritableKey::kRotate);
-    const pdf::PageGeometry geometry = pdf::ReadPageGeometry(*document_, *pages_, page, dictionary);
-    if (geometry.crop_box != geometry.media_box) {  // else PDFium may see an empty page
-      append_attribute(pdf::InheritableKey::kCropBox);
-    }
+    AppendGeometry(text, pdf::ReadPageGeometry(*document_, *pages_, page, dictionary));
     AppendDrawn(text, index, dictionary);
-    for (const std::string_view key : {"Group", "UserUnit"}) {
-      AppendEntry(text, key, dictionary.Get(key));
-    }
+    AppendEntry(text, "Group", dictionary.Get("Group"));
     return text + ">>";
   }
 

@@ -122,9 +122,15 @@ TEST(RepairedCopy, HasWhatPagesInherit) {
   }
 }
 
-TEST(RepairedCopy, LeavesOutCropBoxesBesideTheMediaBox) {
+TEST(RepairedCopy, HasTheGeometryThatPagesAreSeenWith) {
   EXPECT_EQ(CopyOf(OnePage("/CropBox[20 20 30 30]")).Entry("CropBox"), "null");
-  EXPECT_EQ(CopyOf(OnePage("/CropBox[5 5 30 30]")).Entry("CropBox"), "[5 5 30 30]");
+  EXPECT_EQ(CopyOf(OnePage("/CropBox[5 5 30 30]")).Entry("CropBox"), "[5 5 9 9]");
+  EXPECT_EQ(CopyOf(OnePage("/CropBox[8.5 7 null -.25]")).Entry("CropBox"), "[0 0 8.5 7]");
+  EXPECT_EQ(CopyOf(OnePage("/Rotate -90")).Entry("Rotate"), "270");
+  EXPECT_EQ(CopyOf(OnePage("/Rotate 100")).Entry("Rotate"), "90");
+  EXPECT_EQ(CopyOf(OnePage("/Rotate/Left")).Entry("Rotate"), "null");
+  EXPECT_EQ(CopyOf(OnePage("/UserUnit 0")).Entry("UserUnit"), "null");
+  EXPECT_EQ(CopyOf(OnePage("/UserUnit 1.25")).Entry("UserUnit"), "1.25");
 }
 
 TEST(RepairedCopy, LeavesOutWhatIsTooMuch) {
