@@ -50,6 +50,30 @@ const RunTable& TableOf(bool is_black) {
   return is_black ? black : white;
 }
 
+// What a code of vertical mode says (T.4, table 4): how far the change is from that above, and how
+// many bits the code has.
+struct VerticalCode {
+  std::uint32_t code;
+  unsigned bits;
+  int shift;
+};
+
+constexpr std::array<VerticalCode, 7> kVerticalCodes = {{{0b1, 1, 0},
+                                                         {0b011, 3, 1},
+                                                         {0b010, 3, -1},
+                                                         {0b000011, 6, 2},
+                                                         {0b000010, 6, -2},
+                                                         {0b0000011, 7, 3},
+                                                         {0b0000010, 7, -3}}};
+
+// The code that seven bits begin with; null for none.
+const VerticalCode* FindVerticalCode(std::uint32_t bits) {
+  const auto* const found = std::find_if(
+      kVerticalCodes.begin(), kVerticalCodes.end(),
+      [&](const VerticalCode& vertical) { return bits >> (7 - vertical.bits) == vertical.code; });
+  return found != kVerticalCodes.end() ? found : nullptr;
+}
+
 // Sets the bits [from, to) of a row.
 void SetBits(std::uint8_t* row, std::size_t from, std::size_t to) {
   if (from >= to) {
@@ -229,36 +253,11 @@ bool CcittDecoder::ReadHorizontal(std::int64_t& position) {
 
 // T.4, 4.2: positions are told relative to where the row above changes.
 bool CcittDecoder::ReadTwoDimensional() {
-  // What a code of vertical mode says, by the next seven bits: how far the change is from that
-  // above, and how many bits the code has.
-  struct Vertical {
-    std::uint32_t code;
-    unsigned bits;
-    int shift;
-  };
-
-  constexpr std::array<Vertical, 7> kVertical = {{{0b1, 1, 0},
-                                                  {0b011, 3, 1},
-                                                  {0b010, 3, -1},
-                                                  {0b000011, 6, 2},
-                                                  {0b000010, 6, -2},
-                                                  {0b0000011, 7, 3},
-                                                  {0b0000010, 7, -3}}};
   std::int64_t position = 0;
   bool is_at_start = true;
-  std::size_t above = 0;  // the first change above, to the right, to the other colour
+  std::size_t above = 0;
   while (position < parameters_.columns) {
-    const bool is_black = current_.size() % 2 == 1;
-    above = above > 1 ? above - 2 : 0;
-    while (above < reference_.size() &&
-           (reference_[above] < position || (reference_[above] == position && !is_at_start) ||
-            (above % 2 == 1) != is_black)) {
-      ++above;
-    }
-    const auto change = [&](std::size_t index) {
-      return index < reference_.size() ? reference_[index]
-                                       : static_cast<std::int64_t>(parameters_.columns);
-    };
+    above = ChangeAbove(above, position, is_at_start);
     const std::uint32_t next = Peek(7);
     if (next >> 4U == 0b001) {  // horizontal
       Skip(3);
@@ -267,27 +266,46 @@ bool CcittDecoder::ReadTwoDimensional() {
       }
     } else if (next >> 3U == 0b0001) {  // pass
       Skip(4);
-      position = change(above + 1);
-    } else {
-      const auto* const found = std::find_if(
-          kVertical.begin(), kVertical.end(),
-          [&](const Vertical& vertical) { return next >> (7 - vertical.bits) == vertical.code; });
-      if (found == kVertical.end()) {
-        return false;
-      }
-      Skip(found->bits);
-      const std::int64_t target = change(above) + found->shift;
-      if (target < position) {
-        return false;
-      }
-      position = target;
-      Add(position);
+      position = ReferenceAt(above + 1);
+    } else if (!ReadVertical(next, ReferenceAt(above), position)) {
+      return false;
     }
     is_at_start = false;
     if (IsAtEnd() && position < parameters_.columns) {
       return false;
     }
   }
+  return true;
+}
+
+// The first change above, to the right of the position, to the other colour. `above` is the one
+// that was found last.
+std::size_t CcittDecoder::ChangeAbove(std::size_t above, std::int64_t position,
+                                      bool is_at_start) const {
+  const bool is_black = current_.size() % 2 == 1;
+  above = above > 1 ? above - 2 : 0;
+  while (above < reference_.size() &&
+         (reference_[above] < position || (reference_[above] == position && !is_at_start) ||
+          (above % 2 == 1) != is_black)) {
+    ++above;
+  }
+  return above;
+}
+
+// bits: the next seven; reference: where the row above changes.
+bool CcittDecoder::ReadVertical(std::uint32_t bits, std::int64_t reference,
+                                std::int64_t& position) {
+  const VerticalCode* const code = FindVerticalCode(bits);
+  if (code == nullptr) {
+    return false;
+  }
+  Skip(code->bits);
+  const std::int64_t target = reference + code->shift;
+  if (target < position) {
+    return false;
+  }
+  position = target;
+  Add(position);
   return true;
 }
 

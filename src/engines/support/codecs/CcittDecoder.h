@@ -51,6 +51,15 @@ class CcittDecoder {
   bool ReadTwoDimensional();
   bool ReadHorizontal(std::int64_t& position);
   bool AddRun(std::int64_t& position);
+  bool ReadVertical(std::uint32_t bits, std::int64_t reference, std::int64_t& position);
+  std::size_t ChangeAbove(std::size_t above, std::int64_t position, bool is_at_start) const;
+
+  // Where the row above changes; its end beyond its last change.
+  std::int64_t ReferenceAt(std::size_t index) const {
+    return index < reference_.size() ? reference_[index]
+                                     : static_cast<std::int64_t>(parameters_.columns);
+  }
+
   std::int64_t ReadRun(bool is_black);
 
   void Add(std::int64_t position) {
