@@ -6,6 +6,7 @@
 #include <cstring>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <libdeflate.h>
@@ -50,33 +51,13 @@ Histogram Count(const unsigned char* data, std::size_t size) {
   return sum;
 }
 
-// Lengths of the codes of an optimal prefix code, none longer than max_bits; 0 for what does not
-// occur. One symbol alone gets a code of 1 bit.
-template <std::size_t n>
-std::array<std::uint8_t, n> CodeLengths(const std::array<std::uint32_t, n>& counts,
-                                        unsigned max_bits) {
-  std::array<std::uint8_t, n> lengths{};
-  std::vector<std::uint16_t> symbols;
-  for (std::size_t i = 0; i < n; ++i) {
-    if (counts[i] != 0) {
-      symbols.push_back(static_cast<std::uint16_t>(i));
-    }
-  }
-  const std::size_t used = symbols.size();
-  if (used < 2) {
-    for (const std::uint16_t symbol : symbols) {
-      lengths[symbol] = 1;
-    }
-    return lengths;
-  }
-  std::stable_sort(symbols.begin(), symbols.end(),
-                   [&](std::uint16_t a, std::uint16_t b) { return counts[a] < counts[b]; });
+// How many codes of an optimal prefix code have each length, those beyond max_bits counted there.
+//   weights - of the symbols, ascending, two of them at least
+std::vector<std::size_t> CountLengths(std::vector<std::uint64_t> weights, unsigned max_bits) {
+  const std::size_t used = weights.size();
   // Leaves and inner nodes are both found in ascending order of their weights.
-  std::vector<std::uint64_t> weights(2 * used - 1);
+  weights.resize(2 * used - 1);
   std::vector<std::size_t> parents(2 * used - 1);
-  for (std::size_t i = 0; i < used; ++i) {
-    weights[i] = counts[symbols[i]];
-  }
   std::size_t leaf = 0;
   std::size_t inner = used;
   for (std::size_t node = used; node < 2 * used - 1; ++node) {
@@ -88,32 +69,70 @@ std::array<std::uint8_t, n> CodeLengths(const std::array<std::uint32_t, n>& coun
     }
   }
   std::vector<unsigned> depths(2 * used - 1, 0);
-  std::vector<std::size_t> at_depth(max_bits + 1, 0);
+  std::vector<std::size_t> with_length(max_bits + 1, 0);
   for (std::size_t node = 2 * used - 2; node-- > 0;) {
     depths[node] = depths[parents[node]] + 1;
     if (node < used) {
-      ++at_depth[std::min(depths[node], max_bits)];
+      ++with_length[std::min(depths[node], max_bits)];
     }
   }
-  // Where codes were cut to max_bits there are too many: one moves down for each two that this
-  // makes room for.
+  return with_length;
+}
+
+// Where codes were cut to max_bits there are too many: one moves down for each two that this makes
+// room for.
+void MakeRoom(std::vector<std::size_t>& with_length, unsigned max_bits) {
   std::size_t space = 0;
   for (unsigned bits = 1; bits <= max_bits; ++bits) {
-    space += at_depth[bits] << (max_bits - bits);
+    space += with_length[bits] << (max_bits - bits);
   }
-  while (space > std::size_t{1} << max_bits) {
+  for (; space > std::size_t{1} << max_bits; --space) {
     unsigned bits = max_bits - 1;
-    while (at_depth[bits] == 0) {
+    while (with_length[bits] == 0) {
       --bits;
     }
-    --at_depth[bits];
-    at_depth[bits + 1] += 2;
-    --at_depth[max_bits];
-    --space;
+    --with_length[bits];
+    with_length[bits + 1] += 2;
+    --with_length[max_bits];
   }
+}
+
+// The symbols that occur, the rarest first.
+template <std::size_t n>
+std::vector<std::uint16_t> SymbolsByCount(const std::array<std::uint32_t, n>& counts) {
+  std::vector<std::uint16_t> symbols;
+  for (std::size_t i = 0; i < n; ++i) {
+    if (counts[i] != 0) {
+      symbols.push_back(static_cast<std::uint16_t>(i));
+    }
+  }
+  std::stable_sort(symbols.begin(), symbols.end(),
+                   [&](std::uint16_t a, std::uint16_t b) { return counts[a] < counts[b]; });
+  return symbols;
+}
+
+// Lengths of the codes of an optimal prefix code, none longer than max_bits; 0 for what does not
+// occur. One symbol alone gets a code of 1 bit.
+template <std::size_t n>
+std::array<std::uint8_t, n> CodeLengths(const std::array<std::uint32_t, n>& counts,
+                                        unsigned max_bits) {
+  std::array<std::uint8_t, n> lengths{};
+  const std::vector<std::uint16_t> symbols = SymbolsByCount(counts);
+  if (symbols.size() < 2) {
+    for (const std::uint16_t symbol : symbols) {
+      lengths[symbol] = 1;
+    }
+    return lengths;
+  }
+  std::vector<std::uint64_t> weights;
+  for (const std::uint16_t symbol : symbols) {
+    weights.push_back(counts[symbol]);
+  }
+  std::vector<std::size_t> with_length = CountLengths(std::move(weights), max_bits);
+  MakeRoom(with_length, max_bits);
   std::size_t next = 0;
   for (unsigned bits = max_bits; bits >= 1; --bits) {
-    for (std::size_t i = 0; i < at_depth[bits]; ++i) {
+    for (std::size_t i = 0; i < with_length[bits]; ++i) {
       lengths[symbols[next++]] = static_cast<std::uint8_t>(bits);
     }
   }
@@ -312,6 +331,33 @@ void PutBlock(BitWriter& out, const unsigned char* data, std::size_t size, Histo
   out.Put(codes[kEndOfBlock], lengths[kEndOfBlock]);
 }
 
+// A block at the start of the data: pieces that one code suits about as well as each its own.
+struct Block {
+  std::size_t size = 0;
+  Histogram counts{};
+};
+
+Block FirstBlock(const unsigned char* data, std::size_t size) {
+  Block block;
+  block.size = std::min(kPiece, size);
+  block.counts = Count(data, block.size);
+  float bits = IdealBits(block.counts, block.size);
+  while (block.size < size) {
+    const std::size_t next = std::min(kPiece, size - block.size);
+    const Histogram more = Count(data + block.size, next);
+    Histogram both;
+    std::transform(block.counts.begin(), block.counts.end(), more.begin(), both.begin(),
+                   std::plus<>());
+    const float together = IdealBits(both, block.size + next);
+    if (together > bits + IdealBits(more, next) + kTableBits) {
+      break;
+    }
+    block = {block.size + next, both};
+    bits = together;
+  }
+  return block;
+}
+
 }  // namespace
 
 HeldBytes DeflateByHuffman(const unsigned char* data, std::size_t size) {
@@ -323,26 +369,10 @@ HeldBytes DeflateByHuffman(const unsigned char* data, std::size_t size) {
   start[0] = 0x78;
   start[1] = 0x9C;
   BitWriter out(start + 2);
-  std::size_t done = 0;
-  while (done < size) {
-    std::size_t count = std::min(kPiece, size - done);
-    Histogram counts = Count(data + done, count);
-    float bits = IdealBits(counts, count);
-    while (done + count < size) {
-      const std::size_t next = std::min(kPiece, size - done - count);
-      const Histogram more = Count(data + done + count, next);
-      Histogram both;
-      std::transform(counts.begin(), counts.end(), more.begin(), both.begin(), std::plus<>());
-      const float together = IdealBits(both, count + next);
-      if (together > bits + IdealBits(more, next) + kTableBits) {
-        break;
-      }
-      counts = both;
-      bits = together;
-      count += next;
-    }
-    PutBlock(out, data + done, count, counts, done + count == size);
-    done += count;
+  for (std::size_t done = 0; done < size;) {
+    const Block block = FirstBlock(data + done, size - done);
+    PutBlock(out, data + done, block.size, block.counts, done + block.size == size);
+    done += block.size;
   }
   out.Align();
   const std::uint32_t checksum = libdeflate_adler32(1, data, size);

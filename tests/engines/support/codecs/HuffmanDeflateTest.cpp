@@ -29,6 +29,20 @@ TEST(HuffmanDeflate, ComesBack) {
   ExpectComesBack(skewed);
 }
 
+// Codes as rare as the numbers of Fibonacci are common would have one bit more each.
+TEST(HuffmanDeflate, BoundsTheLengthOfCodes) {
+  std::string data;
+  std::size_t count = 1;
+  std::size_t next = 1;
+  for (int i = 0; i < 19; ++i) {
+    data += std::string(count, static_cast<char>('a' + i));
+    next += count;
+    count = next - count;
+  }
+  ASSERT_LT(data.size(), std::size_t{16} << 10);
+  ExpectComesBack(data);
+}
+
 TEST(HuffmanDeflate, StoresNoise) {
   std::string noise;
   std::uint32_t state = 7;
