@@ -223,28 +223,38 @@ void FromYcc(std::vector<std::uint8_t>& samples) {
   }
 }
 
+struct Channels {
+  std::vector<const opj_image_comp_t*> colors;
+  const opj_image_comp_t* alpha = nullptr;  // null for none
+};
+
+// Without colours where a component cannot be used.
+Channels ChannelsOf(const opj_image_t& image) {
+  Channels channels;
+  for (std::size_t i = 0; i < image.numcomps; ++i) {
+    const opj_image_comp_t& component = image.comps[i];
+    if (!Plane::IsUsable(component)) {
+      return {};
+    }
+    if (component.alpha == 0) {
+      channels.colors.push_back(&component);
+    } else {
+      channels.alpha = &component;
+    }
+  }
+  return channels;
+}
+
 std::optional<JpxSamples> SamplesOf(const opj_image_t& image, const JpxHeader& header,
                                     JpxDepth depth) {
+  const auto [colors, alpha] = ChannelsOf(image);
+  if (colors.empty()) {
+    return std::nullopt;
+  }
   JpxSamples result;
   result.width = image.x1 - image.x0;
   result.height = image.y1 - image.y0;
   const std::size_t pixels = std::size_t{result.width} * result.height;
-  std::vector<const opj_image_comp_t*> colors;
-  const opj_image_comp_t* alpha = nullptr;
-  for (std::size_t i = 0; i < image.numcomps; ++i) {
-    const opj_image_comp_t& component = image.comps[i];
-    if (!Plane::IsUsable(component)) {
-      return std::nullopt;
-    }
-    if (component.alpha == 0) {
-      colors.push_back(&component);
-    } else {
-      alpha = &component;
-    }
-  }
-  if (colors.empty()) {
-    return std::nullopt;
-  }
   result.components = colors.size();
   result.colors = header.CountColors();
   result.samples.resize(pixels * colors.size());
