@@ -149,6 +149,33 @@ void SpreadChannel(const unsigned char* from, unsigned char* to, std::size_t pix
   }
 }
 
+// Samples of a part of the picture, as they are stored.
+struct Part {
+  const unsigned char* samples = nullptr;
+  std::size_t stride = 0;  // bytes from one row to the next
+  std::uint32_t x = 0;
+  std::uint32_t y = 0;
+  std::uint32_t width = 0;
+  std::uint32_t height = 0;
+};
+
+// channel: the only one that the part has, -1 when samples are stored side by side.
+void PutPart(Plane& plane, const Part& part, int channel) {
+  const auto channels = static_cast<std::size_t>(plane.channels());
+  const std::size_t sample_bytes = static_cast<std::size_t>(plane.bits()) / 8;
+  const std::size_t pixel_bits = static_cast<std::size_t>(plane.bits()) * channels;
+  for (std::uint32_t i = 0; i < part.height; ++i) {
+    const unsigned char* from = part.samples + i * part.stride;
+    unsigned char* to = plane.row(part.y + i);
+    if (channel < 0) {
+      std::memcpy(to + part.x * pixel_bits / 8, from, (part.width * pixel_bits + 7) / 8);
+    } else {
+      to += (part.x * channels + static_cast<std::size_t>(channel)) * sample_bytes;
+      SpreadChannel(from, to, part.width, sample_bytes, sample_bytes * channels);
+    }
+  }
+}
+
 void SwapBytes(Plane& plane) {
   for (std::uint32_t y = 0; y < plane.height(); ++y) {
     unsigned char* row = plane.row(y);
@@ -224,16 +251,14 @@ bool TiffDecoder::ReadStrips(Plane& plane, int channel) {
     const std::uint32_t number =
         tiff.ComputeStrip(handle, y, static_cast<std::uint16_t>(std::max(channel, 0)));
     has_any |= tiff.ReadStrip(handle, number, strip.get(), static_cast<tmsize_t>(size)) > 0;
-    for (std::uint32_t i = 0; i < rows; ++i) {
-      const unsigned char* from = strip.get() + i * row_bytes;
-      if (channel < 0) {
-        std::memcpy(plane.row(y + i), from, row_bytes);
-      } else {
-        SpreadChannel(from, plane.row(y + i) + static_cast<std::size_t>(channel) * sample_bytes,
-                      plane.width(), sample_bytes,
-                      sample_bytes * static_cast<std::size_t>(plane.channels()));
-      }
-    }
+    PutPart(plane,
+            {.samples = strip.get(),
+             .stride = row_bytes,
+             .x = 0,
+             .y = y,
+             .width = plane.width(),
+             .height = rows},
+            channel);
   }
   return has_any;
 }
@@ -255,8 +280,6 @@ bool TiffDecoder::ReadTiles(Plane& plane, int channel) {
     return false;
   }
   const auto tile = std::make_unique_for_overwrite<unsigned char[]>(static_cast<std::size_t>(size));
-  const std::size_t sample_bytes = static_cast<std::size_t>(plane.bits()) / 8;
-  const std::size_t pixel_bytes = sample_bytes * static_cast<std::size_t>(plane.channels());
   bool has_any = false;
   for (std::uint32_t y = 0; y < plane.height(); y += std::min(tile_height, plane.height() - y)) {
     for (std::uint32_t x = 0; x < plane.width(); x += std::min(tile_width, plane.width() - x)) {
@@ -264,19 +287,14 @@ bool TiffDecoder::ReadTiles(Plane& plane, int channel) {
       const std::uint32_t number =
           tiff.ComputeTile(handle, x, y, 0, static_cast<std::uint16_t>(std::max(channel, 0)));
       has_any |= tiff.ReadTile(handle, number, tile.get(), static_cast<tmsize_t>(size)) > 0;
-      const std::uint32_t rows = std::min(tile_height, plane.height() - y);
-      const std::size_t pixels = std::min(tile_width, plane.width() - x);
-      for (std::uint32_t i = 0; i < rows; ++i) {
-        const unsigned char* from = tile.get() + i * tile_row;
-        if (channel < 0) {
-          std::memcpy(plane.row(y + i) + x * pixel_bits / 8, from, (pixels * pixel_bits + 7) / 8);
-        } else {
-          SpreadChannel(
-              from,
-              plane.row(y + i) + x * pixel_bytes + static_cast<std::size_t>(channel) * sample_bytes,
-              pixels, sample_bytes, pixel_bytes);
-        }
-      }
+      PutPart(plane,
+              {.samples = tile.get(),
+               .stride = static_cast<std::size_t>(tile_row),
+               .x = x,
+               .y = y,
+               .width = std::min(tile_width, plane.width() - x),
+               .height = std::min(tile_height, plane.height() - y)},
+              channel);
     }
   }
   return has_any;
