@@ -18,8 +18,15 @@ bool RefinesSymbols(const Segment& segment, std::size_t flags_at) {
          (static_cast<unsigned char>(segment.data[flags_at + 1]) & 2U) != 0;
 }
 
+constexpr std::size_t kRegionInformationBytes = 17;
+
+// Whether a generic region is coded as fax (7.4.6.2).
+bool IsMmr(const Segment& segment) {
+  return segment.data.size() > kRegionInformationBytes &&
+         (static_cast<unsigned char>(segment.data[kRegionInformationBytes]) & 1U) != 0;
+}
+
 bool NeedsOwn(const Segment& segment) {
-  constexpr std::size_t kRegionInformationBytes = 17;
   switch (segment.type) {
     case SegmentType::kSymbolDictionary:
       return RefinesSymbols(segment, 0);
@@ -27,6 +34,10 @@ bool NeedsOwn(const Segment& segment) {
     case SegmentType::kImmediateTextRegion:
     case SegmentType::kImmediateLosslessTextRegion:
       return RefinesSymbols(segment, kRegionInformationBytes);
+    case SegmentType::kIntermediateGenericRegion:
+    case SegmentType::kImmediateGenericRegion:
+    case SegmentType::kImmediateLosslessGenericRegion:
+      return IsMmr(segment);
     case SegmentType::kImmediateHalftoneRegion:
     case SegmentType::kImmediateLosslessHalftoneRegion:
     case SegmentType::kIntermediateRefinementRegion:

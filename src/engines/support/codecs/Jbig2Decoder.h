@@ -12,7 +12,8 @@
 namespace TarnixTools::engines {
 
 // Whether the data holds what PDFium draws wrongly or not at all: symbols or regions that are
-// refined, and halftones. False for data whose segments cannot be told apart.
+// refined, halftones, and regions that are coded as fax (MMR). False for data whose segments cannot
+// be told apart.
 bool NeedsOwnJbig2(std::string_view globals, std::string_view data);
 
 struct Jbig2Rows {
