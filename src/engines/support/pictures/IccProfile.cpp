@@ -30,6 +30,22 @@ bool IsDevice(std::string_view device_class) {
          device_class == "spac";
 }
 
+// Whether all tags lie within the profile, of which the header says its size.
+bool HasItsTags(ByteReader& reader, std::uint64_t size) {
+  const std::uint32_t tags = reader.Number32(kHeaderSize);
+  if (tags == 0 || tags > limits::kMaxProfileTags) {
+    return false;
+  }
+  for (std::uint32_t i = 0; i < tags; ++i) {
+    const std::uint64_t tag = kHeaderSize + 4 + kTagSize * i;
+    const std::uint64_t offset = reader.Number32(tag + 4);
+    if (tag + kTagSize > size || offset > size || reader.Number32(tag + 8) > size - offset) {
+      return false;
+    }
+  }
+  return true;
+}
+
 }  // namespace
 
 int ComponentsOfProfile(std::string_view profile) {
@@ -50,19 +66,8 @@ std::string UsableProfile(std::string_view profile, int components) {
   if (size < kHeaderSize + 4 || size > profile.size() || size > limits::kMaxProfileBytes ||
       profile.substr(36, 4) != "acsp" || components < 1 ||
       ComponentsOfProfile(profile) != components || profile.substr(kSpaceAt, 4) == kLab ||
-      !IsDevice(profile.substr(12, 4))) {
+      !IsDevice(profile.substr(12, 4)) || !HasItsTags(reader, size)) {
     return {};
-  }
-  const std::uint32_t tags = reader.Number32(kHeaderSize);
-  if (tags == 0 || tags > limits::kMaxProfileTags) {
-    return {};
-  }
-  for (std::uint32_t i = 0; i < tags; ++i) {
-    const std::uint64_t tag = kHeaderSize + 4 + kTagSize * i;
-    const std::uint64_t offset = reader.Number32(tag + 4);
-    if (tag + kTagSize > size || offset > size || reader.Number32(tag + 8) > size - offset) {
-      return {};
-    }
   }
   return std::string(profile.substr(0, static_cast<std::size_t>(size)));
 }
