@@ -73,8 +73,8 @@ std::uint32_t ImageWriter::Write(const EncodedImage& image, pdf::ByteSource& sou
   return WriteStream(image.image, mask, source);
 }
 
-std::uint32_t ImageWriter::WriteStream(const ImageStream& stream, std::uint32_t soft_mask,
-                                       pdf::ByteSource& source) {
+// The dictionary up to its end.
+std::string ImageWriter::DictionaryText(const ImageStream& stream, std::uint32_t soft_mask) {
   std::string text = "<</Type/XObject/Subtype/Image";
   AppendEntry(text, "/Width", stream.width);
   AppendEntry(text, "/Height", stream.height);
@@ -93,7 +93,12 @@ std::uint32_t ImageWriter::WriteStream(const ImageStream& stream, std::uint32_t 
   if (soft_mask != 0) {
     AppendReferenceEntry(text, "/SMask", soft_mask);
   }
-  text += stream.entries;
+  return text + stream.entries;
+}
+
+std::uint32_t ImageWriter::WriteStream(const ImageStream& stream, std::uint32_t soft_mask,
+                                       pdf::ByteSource& source) {
+  const std::string text = DictionaryText(stream, soft_mask);
   std::uint64_t length = 0;
   for (const DataPiece& piece : stream.data) {
     length += piece.size();

@@ -27,6 +27,7 @@ class ImageWriter {
  private:
   std::uint32_t WriteStream(const ImageStream& stream, std::uint32_t soft_mask,
                             pdf::ByteSource& source);
+  std::string DictionaryText(const ImageStream& stream, std::uint32_t soft_mask);
   std::string ColorSpaceText(const ImageStream& stream);
   std::uint32_t WriteProfile(const std::string& profile, int components);
   void CopyPiece(const DataPiece& piece, pdf::ByteSource& source);

@@ -209,17 +209,21 @@ bool IsOpaque(const Plane& alpha) {
 }
 
 // 16 bits whose two bytes are the same say what 8 bits say.
-void ReduceDepth(Plane& plane) {
-  if (plane.bits() != 16) {
-    return;
-  }
+bool SaysWhat8BitsSay(const Plane& plane) {
   for (std::uint32_t y = 0; y < plane.height(); ++y) {
     const unsigned char* row = plane.row(y);
     for (std::size_t i = 0; i < plane.row_bytes(); i += 2) {
       if (row[i] != row[i + 1]) {
-        return;
+        return false;
       }
     }
+  }
+  return true;
+}
+
+void ReduceDepth(Plane& plane) {
+  if (plane.bits() != 16 || !SaysWhat8BitsSay(plane)) {
+    return;
   }
   Plane reduced(plane.width(), plane.height(), plane.channels(), 8);
   for (std::uint32_t y = 0; y < plane.height(); ++y) {
