@@ -3,9 +3,7 @@
 
 #include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/imagefiles/OpenedImage.h"
-#include "engines/support/images/ImageWriter.h"
 #include "engines/support/pictures/ImageError.h"
-#include "pdf/Error.h"
 #include "support/TestImages.h"
 
 namespace TarnixTools::engines {
@@ -13,7 +11,6 @@ namespace TarnixTools::engines {
 namespace {
 
 using testing::ExifJpegSegment;
-using ::testing::HasSubstr;
 using testing::ImageCodeOf;
 using testing::JpegSegment;
 using testing::OpenedImage;
@@ -128,34 +125,6 @@ TEST(JpegFile, RejectsHeadersWithoutPicture) {
   std::string lossless = jpeg;
   lossless[jpeg.find("\xFF\xC0") + 1] = '\xC3';
   EXPECT_EQ(ImageCodeOf(lossless), ImageErrorCode::kUnsupported);
-}
-
-TEST(ImageWriter, FailsWhenTheFileHasBecomeShorter) {
-  const std::string jpeg = TestJpeg(1);
-  OpenedImage image(jpeg);
-  pdf::StringSink sink;
-  pdf::FileWriter writer(sink, nullptr);
-  pdf::MemorySource shorter(std::string_view(jpeg).substr(0, 10));
-  EXPECT_THROW(ImageWriter(writer).Write(image.Embed(), shorter), pdf::Error);
-}
-
-TEST(ImageWriter, WritesAProfileOnce) {
-  const std::string jpeg = TestJpeg(3, ProfileSegment(TestProfile("RGB ")));
-  pdf::StringSink sink;
-  pdf::FileWriter writer(sink, nullptr);
-  ImageWriter images(writer);
-  for (int i = 0; i < 2; ++i) {
-    OpenedImage image(jpeg);
-    images.Write(image.Embed(), image.source());
-  }
-  const std::uint32_t catalog = writer.Reserve();
-  writer.WriteObject(catalog, "<</Type/Catalog>>");
-  writer.Finish(catalog, 0);
-  const std::string& file = sink.bytes();
-  const std::size_t first = file.find("/N 3");
-  ASSERT_NE(first, std::string::npos);
-  EXPECT_EQ(file.find("/N 3", first + 1), std::string::npos);
-  EXPECT_THAT(file, HasSubstr("/ColorSpace[/ICCBased 1 0 R]"));
 }
 
 }  // namespace
