@@ -73,14 +73,7 @@ void BmpFile::ReadHeader() {
     frame_.dpi_x = static_cast<std::int32_t>(number32(38)) * kMetresPerInch;
     frame_.dpi_y = static_cast<std::int32_t>(number32(42)) * kMetresPerInch;
   }
-  const bool has_runs =
-      (compression_ == kRuns8 && bits_ == 8) || (compression_ == kRuns4 && bits_ == 4);
-  const bool has_masks =
-      (compression_ == kMasks || compression_ == kAlphaMasks) && (bits_ == 16 || bits_ == 32);
-  const bool is_plain =
-      compression_ == kNone && (bits_ == 1 || bits_ == 2 || bits_ == 4 || bits_ == 8 ||
-                                bits_ == 16 || bits_ == 24 || bits_ == 32);
-  if (!has_runs && !has_masks && !is_plain) {
+  if (!IsKnownKind()) {
     throw ImageError(ImageErrorCode::kUnsupported, "a kind of bitmap that cannot be read");
   }
   if (bits_ <= 8) {
@@ -90,6 +83,23 @@ void BmpFile::ReadHeader() {
   }
   if (pixels_ >= reader_.size()) {
     throw ImageError(ImageErrorCode::kDamaged, "the bitmap ends before the picture starts");
+  }
+}
+
+bool BmpFile::IsKnownKind() const {
+  switch (compression_) {
+    case kNone:
+      return bits_ == 1 || bits_ == 2 || bits_ == 4 || bits_ == 8 || bits_ == 16 || bits_ == 24 ||
+             bits_ == 32;
+    case kRuns8:
+      return bits_ == 8;
+    case kRuns4:
+      return bits_ == 4;
+    case kMasks:
+    case kAlphaMasks:
+      return bits_ == 16 || bits_ == 32;
+    default:
+      return false;
   }
 }
 
@@ -219,26 +229,30 @@ void BmpFile::DecodeColors(Raster& raster) {
     if (reader_.Has(place, 1)) {
       reader_.ReadInto(place, reinterpret_cast<unsigned char*>(row.data()), row.size());
     }
-    const auto* from = reinterpret_cast<const unsigned char*>(row.data());
-    unsigned char* to = raster.color.row(y);
-    for (std::uint32_t x = 0; x < frame_.width; ++x, from += pixel, to += 3) {
-      if (bits_ == 24) {
-        to[0] = from[2];
-        to[1] = from[1];
-        to[2] = from[0];
-        continue;
-      }
-      std::uint32_t value = from[0] | from[1] << 8;
-      if (bits_ == 32) {
-        value |= static_cast<std::uint32_t>(from[2]) << 16 | static_cast<std::uint32_t>(from[3])
-                                                                 << 24;
-      }
-      for (std::size_t c = 0; c < 3; ++c) {
-        to[c] = Channel(value, masks_[c]);
-      }
-      if (masks_[3] != 0) {
-        raster.alpha.row(y)[x] = Channel(value, masks_[3]);
-      }
+    DecodeColorRow(reinterpret_cast<const unsigned char*>(row.data()), raster, y);
+  }
+}
+
+void BmpFile::DecodeColorRow(const unsigned char* from, Raster& raster, std::uint32_t y) const {
+  const std::size_t pixel = bits_ / 8;
+  unsigned char* to = raster.color.row(y);
+  for (std::uint32_t x = 0; x < frame_.width; ++x, from += pixel, to += 3) {
+    if (bits_ == 24) {
+      to[0] = from[2];
+      to[1] = from[1];
+      to[2] = from[0];
+      continue;
+    }
+    std::uint32_t value = from[0] | from[1] << 8;
+    if (bits_ == 32) {
+      value |= static_cast<std::uint32_t>(from[2]) << 16 | static_cast<std::uint32_t>(from[3])
+                                                               << 24;
+    }
+    for (std::size_t c = 0; c < 3; ++c) {
+      to[c] = Channel(value, masks_[c]);
+    }
+    if (masks_[3] != 0) {
+      raster.alpha.row(y)[x] = Channel(value, masks_[3]);
     }
   }
 }

@@ -23,6 +23,7 @@ class BmpFile : public ImageFile {
 
  private:
   void ReadHeader();
+  bool IsKnownKind() const;
   void ReadMasks();
   void ReadPalette(unsigned entry_size);
 
@@ -33,6 +34,7 @@ class BmpFile : public ImageFile {
   Plane DecodeIndices();
   Plane DecodeRuns();
   void DecodeColors(Raster& raster);
+  void DecodeColorRow(const unsigned char* from, Raster& raster, std::uint32_t y) const;
 
   ByteReader reader_;
   ImageFrame frame_;

@@ -78,6 +78,19 @@ void CopyBits(const unsigned char* from, std::uint32_t from_x, unsigned char* to
   target = static_cast<unsigned char>((target & ~(mask << to_shift)) | value << to_shift);
 }
 
+// Spreads the pixels of a row of a pass over the row that they belong to.
+void PutPassRow(const unsigned char* from, std::uint32_t width, const Pass& pass, unsigned char* to,
+                int bits, std::size_t pixel_bytes) {
+  for (std::uint32_t x = 0; x < width; ++x) {
+    const std::uint32_t to_x = pass.x + x * pass.dx;
+    if (bits < 8) {
+      CopyBits(from, x, to, to_x, static_cast<unsigned>(bits));
+    } else {
+      std::memcpy(to + to_x * pixel_bytes, from + x * pixel_bytes, pixel_bytes);
+    }
+  }
+}
+
 }  // namespace
 
 bool PngFile::Recognises(ByteReader& reader) {
@@ -171,31 +184,13 @@ void PngFile::ReadProfile(std::uint64_t start, std::size_t length) {
   profile_ = UsableProfile(decoded.data, ColorComponents());
 }
 
-// A single transparent colour, or palette entries that are each either opaque or transparent with
-// the transparent ones side by side, are what /Mask says.
+// A single transparent colour is what /Mask says.
 void PngFile::ReadTransparency() {
   if (transparency_.empty() || HasAlphaChannel()) {
     return;
   }
-  const auto bytes = reinterpret_cast<const unsigned char*>(transparency_.data());
   if (IsPalette()) {
-    const std::size_t count = std::min(transparency_.size(), palette_.size() / 3);
-    std::size_t first = 0;
-    while (first < count && bytes[first] == 255) {
-      ++first;
-    }
-    std::size_t last = count;
-    while (last > first && bytes[last - 1] == 255) {
-      --last;
-    }
-    if (first == last) {
-      return;
-    }
-    if (std::all_of(bytes + first, bytes + last, [](unsigned char b) { return b == 0; })) {
-      color_key_ = std::to_string(first) + ' ' + std::to_string(last - 1);
-    } else {
-      has_palette_alpha_ = true;
-    }
+    ReadPaletteTransparency();
     return;
   }
   const std::size_t components = static_cast<std::size_t>(ColorComponents());
@@ -206,10 +201,34 @@ void PngFile::ReadTransparency() {
     has_deep_key_ = true;
     return;
   }
+  const auto* bytes = reinterpret_cast<const unsigned char*>(transparency_.data());
   for (std::size_t i = 0; i < components; ++i) {
     const unsigned value = (bytes[2 * i] << 8 | bytes[2 * i + 1]) & ((1U << bits_) - 1);
     const std::string text = std::to_string(value);
     color_key_ += (i == 0 ? "" : " ") + text + ' ' + text;
+  }
+}
+
+// Entries that are each either opaque or transparent, with the transparent ones side by side, are
+// what /Mask says.
+void PngFile::ReadPaletteTransparency() {
+  const auto* bytes = reinterpret_cast<const unsigned char*>(transparency_.data());
+  const std::size_t count = std::min(transparency_.size(), palette_.size() / 3);
+  std::size_t first = 0;
+  while (first < count && bytes[first] == 255) {
+    ++first;
+  }
+  std::size_t last = count;
+  while (last > first && bytes[last - 1] == 255) {
+    --last;
+  }
+  if (first == last) {
+    return;
+  }
+  if (std::all_of(bytes + first, bytes + last, [](unsigned char b) { return b == 0; })) {
+    color_key_ = std::to_string(first) + ' ' + std::to_string(last - 1);
+  } else {
+    has_palette_alpha_ = true;
   }
 }
 
@@ -323,16 +342,8 @@ void PngFile::Deinterlace(Plane& plane) {
     unsigned char* rows = data.get() + place;
     Unfilter(rows, height, stride, PixelBytes());
     for (std::uint32_t y = 0; y < height; ++y) {
-      const unsigned char* from = rows + y * stride + 1;
-      unsigned char* to = plane.row(pass.y + y * pass.dy);
-      for (std::uint32_t x = 0; x < width; ++x) {
-        const std::uint32_t to_x = pass.x + x * pass.dx;
-        if (bits_ < 8) {
-          CopyBits(from, x, to, to_x, static_cast<unsigned>(bits_));
-        } else {
-          std::memcpy(to + to_x * PixelBytes(), from + x * PixelBytes(), PixelBytes());
-        }
-      }
+      PutPassRow(rows + y * stride + 1, width, pass, plane.row(pass.y + y * pass.dy), bits_,
+                 PixelBytes());
     }
     place += stride * height;
   }

@@ -28,6 +28,7 @@ class PngFile : public ImageFile {
   void ReadChunk(std::uint32_t type, std::uint64_t start, std::size_t length);
   void ReadProfile(std::uint64_t start, std::size_t length);
   void ReadTransparency();
+  void ReadPaletteTransparency();
 
   bool IsPalette() const { return color_type_ == 3; }
 

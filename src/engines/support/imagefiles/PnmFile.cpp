@@ -166,19 +166,24 @@ void PnmFile::DecodeRaw(Plane& plane) {
   }
 }
 
+Plane PnmFile::DecodeBits() {
+  Plane plane(frame_.width, frame_.height, 1, 1);
+  plane.Fill(0);
+  for (std::uint32_t y = 0; y < frame_.height; ++y) {
+    const std::uint64_t place = place_ + std::uint64_t{plane.row_bytes()} * y;
+    if (reader_.Has(place, 1)) {
+      reader_.ReadInto(place, plane.row(y), plane.row_bytes());
+    }
+  }
+  return plane;
+}
+
 EncodedImage PnmFile::Embed(std::size_t) {
   place_ = data_;
   Raster raster;
   if (kind_ == 4) {
     raster.is_inverted = true;
-    raster.color = Plane(frame_.width, frame_.height, 1, 1);
-    raster.color.Fill(0);
-    for (std::uint32_t y = 0; y < frame_.height; ++y) {
-      const std::uint64_t place = place_ + std::uint64_t{raster.color.row_bytes()} * y;
-      if (reader_.Has(place, 1)) {
-        reader_.ReadInto(place, raster.color.row(y), raster.color.row_bytes());
-      }
-    }
+    raster.color = DecodeBits();
     return EncodeRaster(std::move(raster));
   }
   Plane plane(frame_.width, frame_.height, channels_, highest_ > 255 ? 16 : 8);

@@ -27,6 +27,7 @@ class PnmFile : public ImageFile {
   std::optional<std::uint32_t> NextNumber();
   std::string NextWord();
   void DecodePlain(Plane& plane);
+  Plane DecodeBits();
   void DecodeRaw(Plane& plane);
   void PutSample(Plane& plane, std::uint32_t y, std::size_t index, std::uint32_t value) const;
 

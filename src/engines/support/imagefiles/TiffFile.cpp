@@ -19,7 +19,7 @@ namespace TarnixTools::engines {
 
 namespace {
 
-enum Compression : std::uint64_t { kFaxRows = 2, kFax3 = 3, kFax4 = 4, kJpeg = 7 };
+enum Compression : std::uint64_t { kFaxRows = 2, kFax3 = 3, kFax4 = 4, kOldJpeg = 6, kJpeg = 7 };
 
 // Bits of the fields for options of fax data.
 enum FaxOption : std::uint64_t { kTwoDimensional = 1, kUncompressed = 2 };
@@ -282,9 +282,8 @@ std::optional<EncodedImage> TiffFile::PassFax(const Picture& picture) {
   return result;
 }
 
-// Fax data of several strips, or of group 3, which takes more room, as one block of group 4.
-// Nothing where it has errors, or where another coding may be smaller.
-std::optional<EncodedImage> TiffFile::JoinFax(const Picture& picture) {
+// How fax data is coded; nothing for other data, for tiles, and where parts of it are not coded.
+std::optional<CcittParameters> TiffFile::FaxCoding(const Picture& picture) {
   if (!IsFax(picture) || picture.directory->Has(TiffTag::kTileWidth)) {
     return std::nullopt;
   }
@@ -299,10 +298,20 @@ std::optional<EncodedImage> TiffFile::JoinFax(const Picture& picture) {
   coding.k = picture.compression == kFax4                                       ? -1
              : picture.compression == kFax3 && (options & kTwoDimensional) != 0 ? 1
                                                                                 : 0;
+  return coding;
+}
+
+// Fax data of several strips, or of group 3, which takes more room, as one block of group 4.
+// Nothing where it has errors, or where another coding may be smaller.
+std::optional<EncodedImage> TiffFile::JoinFax(const Picture& picture) {
+  const std::optional<CcittParameters> coding = FaxCoding(picture);
+  if (!coding) {
+    return std::nullopt;
+  }
   const auto rows_per_strip = static_cast<std::uint32_t>(std::clamp<std::uint64_t>(
       picture.directory->Number(reader_, TiffTag::kRowsPerStrip, picture.height), 1,
       picture.height));
-  FaxJoiner joiner(coding, picture.photometric == kMinIsBlack);
+  FaxJoiner joiner(*coding, picture.photometric == kMinIsBlack);
   std::uint32_t rows_left = picture.height;
   for (const Strip& strip : Strips(picture, (picture.height - 1) / rows_per_strip + 1)) {
     const std::uint32_t rows = std::min(rows_per_strip, rows_left);
@@ -321,8 +330,8 @@ std::optional<EncodedImage> TiffFile::JoinFax(const Picture& picture) {
   return result;
 }
 
-// The tables, which the file has once for all strips, go before the strip's own.
-std::optional<EncodedImage> TiffFile::PassJpeg(const Picture& picture) {
+// The only strip, where it is JPEG data such as documents have.
+std::optional<TiffFile::Strip> TiffFile::JpegStrip(const Picture& picture) {
   const bool is_gray = picture.samples == 1 && picture.photometric == kMinIsBlack;
   const bool is_color =
       picture.samples == 3 && (picture.photometric == kRgbColor || picture.photometric == kYCbCr);
@@ -331,8 +340,16 @@ std::optional<EncodedImage> TiffFile::PassJpeg(const Picture& picture) {
     return std::nullopt;
   }
   const std::optional<Strip> strip = OnlyStrip(picture);
-  if (!strip || strip->length < 4 || reader_.View(strip->offset, 2) != kJpegStart ||
-      reader_.View(strip->offset + strip->length - 2, 2) != kJpegEnd) {
+  const bool is_whole = strip && strip->length >= 4 &&
+                        reader_.View(strip->offset, 2) == kJpegStart &&
+                        reader_.View(strip->offset + strip->length - 2, 2) == kJpegEnd;
+  return is_whole ? strip : std::nullopt;
+}
+
+// The tables, which the file has once for all strips, go before the strip's own.
+std::optional<EncodedImage> TiffFile::PassJpeg(const Picture& picture) {
+  const std::optional<Strip> strip = JpegStrip(picture);
+  if (!strip) {
     return std::nullopt;
   }
   EncodedImage result;
@@ -342,7 +359,7 @@ std::optional<EncodedImage> TiffFile::PassJpeg(const Picture& picture) {
   image.space = SpaceOf(picture.samples);
   image.profile = picture.profile;
   image.filter = "DCTDecode";
-  if (is_color) {
+  if (picture.samples == 3) {
     image.parameters = picture.photometric == kRgbColor ? "/ColorTransform 0" : "/ColorTransform 1";
   }
   const std::string tables =
@@ -357,37 +374,56 @@ std::optional<EncodedImage> TiffFile::PassJpeg(const Picture& picture) {
   return result;
 }
 
-// Samples that a document can hold as they are; nothing for those that it cannot.
-std::optional<Raster> TiffFile::DecodeSamples(const Picture& picture) {
-  const bool is_packed =
-      picture.samples == 1 && (picture.bits == 1 || picture.bits == 2 || picture.bits == 4);
-  const bool is_jpeg_color = picture.compression == kJpeg && picture.photometric == kYCbCr;
+bool TiffFile::IsPacked(const Picture& picture) {
+  return picture.samples == 1 && (picture.bits == 1 || picture.bits == 2 || picture.bits == 4);
+}
+
+bool TiffFile::IsJpegInColor(const Picture& picture) {
+  return picture.compression == kJpeg && picture.photometric == kYCbCr;
+}
+
+// Samples of a number of bits that has to become another one.
+bool TiffFile::HasOddDepth(const Picture& picture) {
+  return picture.bits >= 1 && picture.bits < 16 && picture.bits != 8 && !IsPacked(picture) &&
+         picture.photometric != kPalette && !picture.is_separate && picture.compression != kJpeg;
+}
+
+// Whether a document can hold the samples as they are decoded, or widened.
+bool TiffFile::CanBeHeld(const Picture& picture) {
   const bool is_palette = picture.photometric == kPalette && picture.bits <= 8 &&
                           (picture.samples == 1 || picture.bits == 8);
   const bool is_known = picture.photometric <= kRgbColor || is_palette ||
-                        (picture.photometric == kSeparated && picture.colors == 4) || is_jpeg_color;
+                        (picture.photometric == kSeparated && picture.colors == 4) ||
+                        IsJpegInColor(picture);
   const bool is_whole = picture.bits == 8 || picture.bits == 16;
-  const bool is_odd = !is_packed && !is_whole && picture.bits >= 1 && picture.bits < 16 &&
-                      !is_palette && !picture.is_separate && picture.compression != kJpeg;
-  if (!picture.is_plain || !is_known || !(is_packed || is_whole || is_odd) ||
-      (picture.is_signed && !is_whole) || picture.samples < picture.colors ||
-      picture.compression == 6) {
+  return picture.is_plain && is_known && (is_whole || IsPacked(picture) || HasOddDepth(picture)) &&
+         (is_whole || !picture.is_signed) && picture.samples >= picture.colors &&
+         picture.compression != kOldJpeg;
+}
+
+// Nothing for samples that a document cannot hold.
+std::optional<Raster> TiffFile::DecodeSamples(const Picture& picture) {
+  if (!CanBeHeld(picture)) {
     return std::nullopt;
   }
   Plane plane(picture.width, picture.height, picture.samples, picture.bits);
   TiffDecoder decoder(reader_.source(), picture.directory->offset());
-  if (is_jpeg_color) {
+  if (IsJpegInColor(picture)) {
     decoder.DecodeJpegToRgb();
   }
   if (!decoder.ReadSamples(plane, picture.is_separate)) {
     throw ImageError(ImageErrorCode::kDamaged, "nothing of the TIFF picture can be decoded");
   }
-  if (is_odd) {
+  if (HasOddDepth(picture)) {
     plane = WidenSamples(plane);
   }
   if (picture.is_signed) {
     CountFromZero(plane);
   }
+  return RasterOf(picture, std::move(plane));
+}
+
+Raster TiffFile::RasterOf(const Picture& picture, Plane&& plane) {
   Raster raster;
   raster.profile = picture.profile;
   raster.space = SpaceOf(picture.colors);

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "engines/support/codecs/CcittDecoder.h"
 #include "engines/support/codecs/TiffDirectory.h"
 #include "engines/support/files/ByteReader.h"
 #include "engines/support/imagefiles/ImageFile.h"
@@ -51,14 +52,21 @@ class TiffFile : public ImageFile {
 
   Picture Describe(std::size_t frame);
   static bool IsFax(const Picture& picture);
+  static bool IsPacked(const Picture& picture);
+  static bool IsJpegInColor(const Picture& picture);
+  static bool HasOddDepth(const Picture& picture);
+  static bool CanBeHeld(const Picture& picture);
   static ImageStream DescribeFax(const Picture& picture);
   std::optional<Strip> OnlyStrip(const Picture& picture);
   std::vector<Strip> Strips(const Picture& picture, std::uint32_t count);
   std::string ReadFax(const Picture& picture, Strip strip);
   std::optional<EncodedImage> PassFax(const Picture& picture);
+  std::optional<CcittParameters> FaxCoding(const Picture& picture);
   std::optional<EncodedImage> JoinFax(const Picture& picture);
+  std::optional<Strip> JpegStrip(const Picture& picture);
   std::optional<EncodedImage> PassJpeg(const Picture& picture);
   std::optional<Raster> DecodeSamples(const Picture& picture);
+  Raster RasterOf(const Picture& picture, Plane&& plane);
   Raster DecodeAny(const Picture& picture);
   std::string Palette(const Picture& picture);
 

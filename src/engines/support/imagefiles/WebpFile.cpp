@@ -160,6 +160,22 @@ std::string WebpFile::PictureFile() {
   return "RIFF" + Little32(4 + header.size() + parts.size()) + "WEBP" + header + parts;
 }
 
+// Beside the picture nothing is painted.
+Plane WebpFile::OnCanvas(const Plane& picture) const {
+  Plane canvas(frame_.width, frame_.height, 4, 8);
+  canvas.Fill(0);
+  const auto channels = static_cast<std::size_t>(picture.channels());
+  for (std::uint32_t y = 0; y < height_; ++y) {
+    const unsigned char* from = picture.row(y);
+    unsigned char* to = canvas.row(top_ + y) + std::size_t{4} * left_;
+    for (std::uint32_t x = 0; x < width_; ++x, from += channels, to += 4) {
+      std::memcpy(to, from, 3);
+      to[3] = has_alpha_ ? from[3] : 255;
+    }
+  }
+  return canvas;
+}
+
 EncodedImage WebpFile::Embed(std::size_t) {
   Plane picture(width_, height_, has_alpha_ ? 4 : 3, 8);
   if (!Decode(PictureFile(), picture)) {
@@ -168,20 +184,8 @@ EncodedImage WebpFile::Embed(std::size_t) {
   Raster raster;
   raster.space = PictureSpace::kRgb;
   raster.profile = profile_;
-  const bool covers_canvas = width_ == frame_.width && height_ == frame_.height;
-  if (!covers_canvas) {  // beside the picture nothing is painted
-    Plane canvas(frame_.width, frame_.height, 4, 8);
-    canvas.Fill(0);
-    for (std::uint32_t y = 0; y < height_; ++y) {
-      const unsigned char* from = picture.row(y);
-      unsigned char* to = canvas.row(top_ + y) + std::size_t{4} * left_;
-      const auto channels = static_cast<std::size_t>(picture.channels());
-      for (std::uint32_t x = 0; x < width_; ++x, from += channels, to += 4) {
-        std::memcpy(to, from, 3);
-        to[3] = has_alpha_ ? from[3] : 255;
-      }
-    }
-    picture = std::move(canvas);
+  if (width_ != frame_.width || height_ != frame_.height) {
+    picture = OnCanvas(picture);
   }
   if (picture.channels() == 4) {
     SplitAlpha(picture, raster);

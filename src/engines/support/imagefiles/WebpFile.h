@@ -25,6 +25,7 @@ class WebpFile : public ImageFile {
   void ReadChunk(std::uint32_t type, std::uint64_t start, std::uint64_t length);
   void ReadSize(std::uint32_t type, std::uint64_t start);
   std::string PictureFile();
+  Plane OnCanvas(const Plane& picture) const;
 
   ByteReader reader_;
   ImageFrame frame_;  // the canvas
