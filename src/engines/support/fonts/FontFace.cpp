@@ -57,6 +57,33 @@ class Blob {
   hb_blob_t* blob_;
 };
 
+// Without tables of variations, what is left is the default instance.
+bool IsKept(std::uint32_t tag, OutlineKind kind) {
+  constexpr std::array kTrueTypeTables = {TagOf("glyf"), TagOf("head"), TagOf("hhea"),
+                                          TagOf("hmtx"), TagOf("loca"), TagOf("maxp")};
+  constexpr std::array kCffTables = {TagOf("CFF "), TagOf("head"), TagOf("hhea"), TagOf("hmtx"),
+                                     TagOf("maxp")};
+  return kind == OutlineKind::kTrueType
+             ? std::find(kTrueTypeTables.begin(), kTrueTypeTables.end(), tag) !=
+                   kTrueTypeTables.end()
+             : std::find(kCffTables.begin(), kCffTables.end(), tag) != kCffTables.end();
+}
+
+// Adds the tables that a subset does without to the set.
+void DropTables(hb_face_t* face, OutlineKind kind, hb_set_t* dropped) {
+  const HarfBuzz& hb = HarfBuzz::Get();
+  std::array<hb_tag_t, 64> tags{};
+  auto count = static_cast<unsigned>(tags.size());
+  for (unsigned first = 0; count == tags.size(); first += count) {
+    hb.hb_face_get_table_tags(face, first, &count, tags.data());
+    for (unsigned i = 0; i < count; ++i) {
+      if (!IsKept(tags[i], kind)) {
+        hb.hb_set_add(dropped, tags[i]);
+      }
+    }
+  }
+}
+
 }  // namespace
 
 std::unique_ptr<FontFace> FontFace::Load(const std::string& file, int index) {
@@ -195,18 +222,6 @@ std::uint32_t FontFace::CidOf(std::uint32_t glyph) const {
   return glyph < cids_.size() ? cids_[glyph] : glyph;
 }
 
-// Without tables of variations, what is left is the default instance.
-bool FontFace::IsKept(std::uint32_t tag, OutlineKind kind) {
-  constexpr std::array kTrueTypeTables = {TagOf("glyf"), TagOf("head"), TagOf("hhea"),
-                                          TagOf("hmtx"), TagOf("loca"), TagOf("maxp")};
-  constexpr std::array kCffTables = {TagOf("CFF "), TagOf("head"), TagOf("hhea"), TagOf("hmtx"),
-                                     TagOf("maxp")};
-  return kind == OutlineKind::kTrueType
-             ? std::find(kTrueTypeTables.begin(), kTrueTypeTables.end(), tag) !=
-                   kTrueTypeTables.end()
-             : std::find(kCffTables.begin(), kCffTables.end(), tag) != kCffTables.end();
-}
-
 std::string FontFace::Subset(const std::set<std::uint32_t>& glyphs) const {
   const HarfBuzz& hb = HarfBuzz::Get();
   const HarfBuzzSubset& subset = HarfBuzzSubset::Get();
@@ -221,17 +236,8 @@ std::string FontFace::Subset(const std::set<std::uint32_t>& glyphs) const {
   for (const std::uint32_t glyph : glyphs) {
     hb.hb_set_add(kept, glyph);
   }
-  hb_set_t* dropped = subset.hb_subset_input_set(input, HB_SUBSET_SETS_DROP_TABLE_TAG);
-  std::array<hb_tag_t, 64> tags{};
-  auto count = static_cast<unsigned>(tags.size());
-  for (unsigned first = 0; count == tags.size(); first += count) {
-    hb.hb_face_get_table_tags(face_, first, &count, tags.data());
-    for (unsigned i = 0; i < count; ++i) {
-      if (!IsKept(tags[i], outline_kind_)) {
-        hb.hb_set_add(dropped, tags[i]);
-      }
-    }
-  }
+  DropTables(face_, outline_kind_,
+             subset.hb_subset_input_set(input, HB_SUBSET_SETS_DROP_TABLE_TAG));
   // Character identifiers stay what they are when glyphs move; glyph numbers have to be kept.
   const unsigned keeps_numbers =
       outline_kind_ == OutlineKind::kCffByCid ? 0U : unsigned{HB_SUBSET_FLAGS_RETAIN_GIDS};

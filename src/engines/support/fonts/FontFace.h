@@ -93,7 +93,6 @@ class FontFace {
   void ReadLicence(std::string_view os2);
   void ReadName();
   bool IsBlank(std::uint32_t glyph) const;
-  static bool IsKept(std::uint32_t tag, OutlineKind kind);
 
   hb_face_t* face_;
   hb_font_t* font_;
