@@ -1,9 +1,12 @@
 #include <set>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "pdf/content/NameScan.h"
 #include "pdf/content/ResourceNames.h"
+#include "pdf/syntax/Lexer.h"
 
 namespace TarnixTools::pdf {
 namespace {
@@ -60,6 +63,73 @@ TEST(ResourceNames, AreNotThoseWithinOtherTokens) {
   EXPECT_EQ(Names("/P <</MCID 0/Lang (/A Do)>> BDC /D Do EMC"), "Properties/P XObject/D");
   EXPECT_EQ(Names("BI/W 1/H 1/BPC 8/CS/G ID ( EI /D Do"), "ColorSpace/G XObject/D");
   EXPECT_EQ(Names("[(a) -1 <62>] TJ /D Do"), "XObject/D");
+}
+
+// Words of content, of which some are names and some hold what looks like one.
+std::string RandomContent(unsigned& state) {
+  static const std::vector<std::string> kWords = {"/A",
+                                                  "/B#41",
+                                                  "/C",
+                                                  "1",
+                                                  "-.5",
+                                                  "Tf",
+                                                  "Do",
+                                                  "gs",
+                                                  "cs",
+                                                  "scn",
+                                                  "SCN",
+                                                  "sh",
+                                                  "BDC",
+                                                  "BMC",
+                                                  "EMC",
+                                                  "MP",
+                                                  "DP",
+                                                  "ri",
+                                                  "q",
+                                                  "Q",
+                                                  "(/A Do)",
+                                                  "(\\) (/C))",
+                                                  "<2F41>",
+                                                  "<</K/V>>",
+                                                  "[/A 1]",
+                                                  "% /A\n",
+                                                  "re",
+                                                  "f*",
+                                                  "<</L(>>)/M<</N 1>>>>",
+                                                  "BI /W 1 /H 1 /BPC 8 /CS /G ID x EI"};
+  std::string content;
+  for (int i = 0; i < 12; ++i) {
+    state = state * 1664525 + 1013904223;
+    content += kWords[(state >> 8) % kWords.size()] + ((state >> 30) == 0 ? "\n" : " ");
+  }
+  return content;
+}
+
+// The names that reading operator by operator finds, and those that the quick way finds.
+TEST(ResourceNames, AreFoundTheQuickWayTooWhereItSucceeds) {
+  unsigned state = 1;
+  int quick = 0;
+  for (int i = 0; i < 20'000; ++i) {
+    const std::string content = RandomContent(state);
+    std::set<std::string> read;
+    const ContentNames result =
+        ReadResourceNames(content, [&](ResourceCategory category, std::string_view name) {
+          read.insert(std::to_string(static_cast<int>(category)) + std::string(name));
+        });
+    std::vector<ScannedName> scanned;
+    if (!ScanNames(content, scanned) || !result.is_complete) {
+      continue;
+    }
+    ++quick;
+    std::set<std::string> found;
+    for (const auto& [category, text] : scanned) {
+      std::string name;
+      DecodeName(text, name);
+      found.insert(std::to_string(static_cast<int>(category)) + name);
+    }
+    EXPECT_EQ(found, read) << content;
+  }
+  EXPECT_GT(quick, 100);
 }
 
 TEST(ResourceNames, CountSurplusOperandsToo) {
