@@ -287,16 +287,16 @@ inline const std::string kAdaptive("\x02\xFF", 2);
 // What the library decodes; nothing where it does not.
 inline Picture Decoded(const std::string& data, int width, int height,
                        const std::string& globals = {}) {
-  const auto rows = engines::DecodeJbig2(globals, data, static_cast<std::uint32_t>(width),
-                                         static_cast<std::uint32_t>(height));
-  if (!rows) {
+  const auto decoded = engines::DecodeJbig2(globals, data, static_cast<std::uint32_t>(width),
+                                            static_cast<std::uint32_t>(height));
+  if (!decoded) {
     return {};
   }
   const auto row_bytes = static_cast<std::size_t>((width + 7) / 8);
   return Painted(width, height, [&](int x, int y) {
     const std::size_t at =
         row_bytes * static_cast<std::size_t>(y) + static_cast<std::size_t>(x / 8);
-    return (static_cast<unsigned char>((*rows)[at]) >> (7 - x % 8) & 1) == 0;
+    return (static_cast<unsigned char>(decoded->rows[at]) >> (7 - x % 8) & 1) == 0;
   });
 }
 

@@ -140,7 +140,10 @@ TEST(Jbig2Decoder, KeepsWhatComesBeforeDamage) {
   const std::string good =
       Page(41, 25) +
       Segment(1, 38, RegionInformation(41, 25) + kTemplate3 + kAdaptive + coder.Finish());
-  EXPECT_EQ(Decoded(good + Segment(2, 6, "text without anything", "\1"), 41, 25), disc);
+  const std::string cut = good + Segment(2, 6, "text without anything", "\1");
+  EXPECT_EQ(Decoded(cut, 41, 25), disc);
+  EXPECT_TRUE(DecodeJbig2("", good, 41, 25)->is_complete);
+  EXPECT_FALSE(DecodeJbig2("", cut, 41, 25)->is_complete);
 }
 
 TEST(Jbig2Decoder, RefusesWhatCannotBe) {

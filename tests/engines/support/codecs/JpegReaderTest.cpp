@@ -1,7 +1,10 @@
+#include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <jpeglib.h>
 
 #include "engines/support/codecs/JpegReader.h"
 #include "support/JpegImage.h"
@@ -39,6 +42,126 @@ TEST(JpegReader, ReadsTheSameColorsAtAFraction) {
     EXPECT_NEAR(row[119], 255, 6);
   }
   EXPECT_EQ(rows, 20);
+}
+
+// The first pixel of a picture; empty for one that cannot be read.
+std::vector<int> FirstPixel(const std::string& jpeg, int color_transform) {
+  const auto reader = JpegReader::Open(jpeg, color_transform);
+  if (reader == nullptr) {
+    return {};
+  }
+  const auto components = static_cast<std::size_t>(reader->components());
+  std::vector<std::uint8_t> row(reader->width() * components);
+  EXPECT_TRUE(reader->ReadRow(row.data()));
+  return {row.begin(), row.begin() + static_cast<std::ptrdiff_t>(components)};
+}
+
+void ExpectNear(const std::vector<int>& found, const std::vector<int>& wanted) {
+  ASSERT_EQ(found.size(), wanted.size());
+  for (std::size_t i = 0; i < wanted.size(); ++i) {
+    EXPECT_NEAR(found[i], wanted[i], 3) << i;
+  }
+}
+
+// The file without the marker segments that tell of its colours.
+std::string WithoutMarkers(std::string jpeg) {
+  for (const char* marker : {"\xFF\xE0", "\xFF\xEE"}) {
+    const std::size_t at = jpeg.find(marker);
+    if (at != std::string::npos) {
+      const auto length = static_cast<std::size_t>(static_cast<unsigned char>(jpeg[at + 2]) << 8 |
+                                                   static_cast<unsigned char>(jpeg[at + 3]));
+      jpeg.erase(at, 2 + length);
+    }
+  }
+  return jpeg;
+}
+
+TEST(JpegReader, ReadsAnyNumberOfComponents) {
+  ExpectNear(FirstPixel(testing::MakeJpeg(16, 8, {90}), -1), {90});
+  ExpectNear(FirstPixel(testing::MakeJpeg(16, 8, {200, 40, 90}), -1), {200, 40, 90});
+  // Inks as they are stored.
+  ExpectNear(FirstPixel(testing::MakeJpeg(16, 8, {200, 40, 90, 7}), -1), {200, 40, 90, 7});
+}
+
+// Where no marker of the data tells, the dictionary does.
+TEST(JpegReader, ConvertsColorsAsItIsTold) {
+  const std::string gray = WithoutMarkers(testing::MakeJpeg(16, 8, {90, 90, 90}));
+  ExpectNear(FirstPixel(gray, 1), {90, 90, 90});
+  ExpectNear(FirstPixel(gray, 0), {90, 128, 128});
+  const std::string inks = WithoutMarkers(testing::MakeJpeg(16, 8, {90, 128, 128, 7}));
+  ExpectNear(FirstPixel(inks, 0), {90, 128, 128, 7});
+  ExpectNear(FirstPixel(inks, 1), {165, 165, 165, 7});
+  // A marker goes before that.
+  ExpectNear(FirstPixel(testing::MakeJpeg(16, 8, {200, 40, 90, 7}), 1), {200, 40, 90, 7});
+}
+
+// A gray picture of several scans.
+std::string Progressive(int width, int height) {
+  jpeg_compress_struct state{};
+  jpeg_error_mgr errors{};
+  state.err = jpeg_std_error(&errors);
+  jpeg_create_compress(&state);
+  unsigned char* out = nullptr;
+  unsigned long size = 0;
+  jpeg_mem_dest(&state, &out, &size);
+  state.image_width = static_cast<JDIMENSION>(width);
+  state.image_height = static_cast<JDIMENSION>(height);
+  state.input_components = 1;
+  state.in_color_space = JCS_GRAYSCALE;
+  jpeg_set_defaults(&state);
+  jpeg_simple_progression(&state);
+  jpeg_start_compress(&state, TRUE);
+  std::vector<JSAMPLE> samples(static_cast<std::size_t>(width), 77);
+  while (state.next_scanline < state.image_height) {
+    JSAMPROW row = samples.data();
+    jpeg_write_scanlines(&state, &row, 1);
+  }
+  jpeg_finish_compress(&state);
+  std::string jpeg(reinterpret_cast<const char*>(out), size);
+  jpeg_destroy_compress(&state);
+  std::free(out);
+  return jpeg;
+}
+
+TEST(JpegReader, HoldsPicturesOfSeveralScans) {
+  const std::string jpeg = Progressive(64, 40);
+  EXPECT_EQ(JpegReader::Open(jpeg, -1)->held_bytes(), std::uint64_t{64} * 40 * 2);
+  ExpectNear(FirstPixel(jpeg, -1), {77});
+  EXPECT_EQ(JpegReader::Open(testing::MakeJpeg(64, 40, {77}), -1)->held_bytes(), 0U);
+}
+
+// A scan again and again, which would be decoded for hours.
+TEST(JpegReader, RefusesScansWithoutEnd) {
+  const std::string jpeg = Progressive(64, 40);
+  const std::size_t last = jpeg.rfind("\xFF\xDA");
+  const std::string scan = jpeg.substr(last, jpeg.size() - 2 - last);
+  std::string many = jpeg.substr(0, last);
+  for (int i = 0; i < 2'000; ++i) {
+    many += scan;
+  }
+  EXPECT_EQ(JpegReader::Open(many + "\xFF\xD9", -1), nullptr);
+}
+
+// The frame header says how large all is.
+TEST(JpegReader, RefusesMoreCoefficientsThanItMayHold) {
+  std::string jpeg = Progressive(64, 40);
+  const std::size_t frame = jpeg.find("\xFF\xC2");
+  jpeg.replace(frame + 5, 4, "\xFF\x00\xFF\x00", 4);
+  EXPECT_EQ(JpegReader::Open(jpeg, -1), nullptr);
+}
+
+TEST(JpegReader, RefusesWhatIsNoPicture) {
+  const std::string jpeg = testing::MakeJpeg(16, 8, {90});
+  EXPECT_EQ(JpegReader::Open("", -1), nullptr);
+  EXPECT_EQ(JpegReader::Open("no picture", -1), nullptr);
+  EXPECT_EQ(JpegReader::Open(jpeg.substr(0, 30), -1), nullptr);
+  // Two components.
+  std::string two = testing::MakeJpeg(16, 8, {90, 90, 90});
+  const std::size_t frame = two.find("\xFF\xC0");
+  two[frame + 9] = 2;
+  two.erase(frame + 16, 3);
+  two[frame + 3] = static_cast<char>(two[frame + 3] - 3);
+  EXPECT_EQ(JpegReader::Open(two, -1), nullptr);
 }
 
 }  // namespace
