@@ -138,7 +138,9 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   // else the image's name with ".pdf" in place of its extension, in that directory; with a number
   // ("a-2.pdf") where another image of the run has that name, or, when the documents are joined
   // and deleted, a file that is not the task's. Then joins them, in the output directory or the
-  // first document's, and deletes them. With an output password all of them are encrypted.
+  // first document's, and deletes them. With an output password all of them are encrypted. Where
+  // nothing can tell the difference, pages go straight into the joined document; the single ones
+  // are then made only when that fails.
   //
   // Throws
   //   InvalidParameter  without images
@@ -157,9 +159,14 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
 
  private:
   void SetDefaults();
+  // Writes the joined document without those of the single images; false when that is no way, or
+  // failed.
+  bool WriteJoined();
   // Writes a document for each image; those that were complete before a failure are noted.
   void ConvertImages();
   void ConvertImg2Pdf(const std::string& image_path, const std::string& document_path);
+  // Writes a document of the pages of these images, of which there is one at least.
+  void Convert(const std::list<std::string>& image_paths, const std::string& document_path) const;
 
   // Where an image's document goes, unless another image of the run has that path already.
   std::string DocumentPath(const std::string& image_path) const;

@@ -1,6 +1,7 @@
 #include "Img2PdfTask.h"
 
 #include <algorithm>
+#include <set>
 
 #include "PdfException.h"
 #include "conversions/DocumentNames.h"
@@ -124,6 +125,9 @@ void Img2PdfTask::Execute() {
                        "None image defined to convert to PDF");
   }
   written_documents_.clear();
+  if (merge_after_ && WriteJoined()) {
+    return;
+  }
   ConvertImages();
   if (!merge_after_) {
     return;
@@ -140,6 +144,30 @@ void Img2PdfTask::Execute() {
       PdfDoc::Delete(document);
     }
   }
+}
+
+// The pages go straight into the joined document. They are those that documents of the single images
+// would have, but every picture is written once, and not twice and read in between. After a failure
+// there is nothing, and documents of the single images show how far they come.
+bool Img2PdfTask::WriteJoined() {
+  const std::set<std::string> different(input_images_.begin(), input_images_.end());
+  if (!converted_docs_.empty() || different.size() != input_images_.size() ||
+      different.contains("") || !out_password_.empty()) {
+    return false;
+  }
+  DocumentNames names(true);
+  for (const std::string& image_path : input_images_) {
+    converted_docs_.emplace_back(names.Take(DocumentPath(image_path), image_path), "", false);
+  }
+  const PdfDoc merged(MergedPath(), "", false);
+  try {
+    Convert(input_images_, merged.GetPath());
+  } catch (PdfException&) {
+    converted_docs_.clear();
+    return false;
+  }
+  written_documents_ = {merged.GetPath()};
+  return true;
 }
 
 // Documents that are deleted after the merge must not take the place of others meanwhile.
@@ -160,30 +188,37 @@ void Img2PdfTask::ConvertImg2Pdf(const std::string& image_path, const std::strin
     throw PdfException(PdfExceptionCode::FileNotFound, 0,
                        "Could not convert image to PDF, empty image path");
   }
-  {
-    const Img2PdfHandle handle;
-    engines::TImg2Pdf* object = handle.Get();
-    if (object == nullptr) {
-      throw PdfException(PdfExceptionCode::EngineError, engines::Img2PdfGetErrorCode(nullptr),
-                         "NULL IMG2PDF object");
-    }
-    const std::wstring password = Utf8ToWide(out_password_);
-    if (engines::Img2PdfCreateW(object, platform::WidePath(document_path), password, password,
-                                kAllPermissions) == 0) {
-      ThrowConversionFailed(object, image_path);
-    }
-    SetUpPage(object, page_size_, orientation_);
-    engines::Img2PdfSetOrientation(object, engine_orientation_);
-    engines::Img2PdfSetUpright(object, make_upright_ ? 1 : 0);
-    if (margin_ != 0.0F) {
-      engines::Img2PdfSetBorderSize(object, margin_);
-    }
-    if (engines::Img2PdfCreatePageFromImageW(object, platform::WidePath(image_path)) == 0 ||
-        engines::Img2PdfClose(object) == 0) {
+  Convert({image_path}, document_path);
+  converted_docs_.emplace_back(document_path, out_password_, true);
+}
+
+void Img2PdfTask::Convert(const std::list<std::string>& image_paths,
+                          const std::string& document_path) const {
+  const Img2PdfHandle handle;
+  engines::TImg2Pdf* object = handle.Get();
+  if (object == nullptr) {
+    throw PdfException(PdfExceptionCode::EngineError, engines::Img2PdfGetErrorCode(nullptr),
+                       "NULL IMG2PDF object");
+  }
+  const std::wstring password = Utf8ToWide(out_password_);
+  if (engines::Img2PdfCreateW(object, platform::WidePath(document_path), password, password,
+                              kAllPermissions) == 0) {
+    ThrowConversionFailed(object, image_paths.front());
+  }
+  SetUpPage(object, page_size_, orientation_);
+  engines::Img2PdfSetOrientation(object, engine_orientation_);
+  engines::Img2PdfSetUpright(object, make_upright_ ? 1 : 0);
+  if (margin_ != 0.0F) {
+    engines::Img2PdfSetBorderSize(object, margin_);
+  }
+  for (const std::string& image_path : image_paths) {
+    if (engines::Img2PdfCreatePageFromImageW(object, platform::WidePath(image_path)) == 0) {
       ThrowConversionFailed(object, image_path);
     }
   }
-  converted_docs_.emplace_back(document_path, out_password_, true);
+  if (engines::Img2PdfClose(object) == 0) {
+    ThrowConversionFailed(object, image_paths.back());
+  }
 }
 
 void Img2PdfTask::SetDefaults() {

@@ -3,6 +3,8 @@
 
 #include "Img2PdfTask.h"
 #include "support/DocumentTest.h"
+#include "support/PageViews.h"
+#include "support/Readers.h"
 #include "support/TestImages.h"
 
 namespace TarnixTools {
@@ -121,6 +123,35 @@ TEST_F(Img2PdfTaskTest, JoinsAndRemovesTheDocumentsOfTheImages) {
   EXPECT_THAT(directory_.Names(), ElementsAre("_merged_images.pdf", "a.jpg", "b.jpg"));
   EXPECT_EQ(PagesOf("_merged_images.pdf"), 2);
   EXPECT_EQ(QpdfComplaints(Path("_merged_images.pdf")), "");
+}
+
+TEST_F(Img2PdfTaskTest, JoinsThePagesThatSingleDocumentsHave) {
+  TARNIX_NEED_PROGRAM("pdftoppm");
+  const std::list<std::string> images = {MakeImage("a.jpg"),
+                                         MakeImage("b.jpg", 1, ExifJpegSegment(6))};
+  Img2PdfTask task(images);
+  task.SetMakeUpright(true);
+  task.SetMargin(5);
+  Img2PdfTask single = task;
+  single.SetMergeAfter(false);
+  single.Execute();
+  PdfDoc::Merge({Doc("a.jpg.pdf"), Doc("b.jpg.pdf")}, Path("of singles.pdf"), "");
+  task.Execute();
+  const auto pages = testing::Pictures(Path("_merged_images.pdf"), 72);
+  EXPECT_EQ(pages.size(), 2U);
+  EXPECT_EQ(pages, testing::Pictures(Path("of singles.pdf"), 72));
+  EXPECT_NE(testing::ReadBytes(Path("_merged_images.pdf")).find(TestJpeg(3)), std::string::npos);
+}
+
+TEST_F(Img2PdfTaskTest, NeedsNoNamesForSingleDocumentsToJoinThem) {
+  const std::string image = MakeImage(std::string(253, 'a'));  // too long for ".pdf" behind it
+  Img2PdfTask task(image);
+  task.SetOutPrefix("joined");
+  task.Execute();
+  EXPECT_EQ(PagesOf("joined.pdf"), 1);
+  EXPECT_EQ(task.GetWrittenDocuments(), std::list<std::string>{Stored(Path("joined.pdf"))});
+  task.SetMergeAfter(false);
+  EXPECT_THROW(task.Execute(), PdfException);
 }
 
 TEST_F(Img2PdfTaskTest, NamesTheDocumentsOfTheImages) {
