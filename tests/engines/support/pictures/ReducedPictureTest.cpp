@@ -5,52 +5,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "engines/support/pictures/GivenRows.h"
 #include "engines/support/pictures/ReducedPicture.h"
 
 namespace TarnixTools::engines {
 namespace {
 
+using testing::Bytes;
 using ::testing::Each;
 using ::testing::ElementsAre;
-
-using Bytes = std::vector<std::uint8_t>;
-
-// Rows that are given; there are none beyond them.
-class GivenRows : public RowSource {
- public:
-  GivenRows(std::uint32_t width, std::uint32_t height, PixelLayout layout, std::vector<Bytes> rows)
-      : RowSource(width, height, layout), rows_(std::move(rows)) {}
-
-  bool ReadRow(std::uint8_t* row) override {
-    EXPECT_LE(next_, rows_.size()) << "asked again after the end";
-    const bool is_there = next_ < rows_.size();
-    const Bytes white(row_bytes(), 255);
-    const Bytes& given = is_there ? rows_[next_] : white;
-    std::copy(given.begin(), given.end(), row);
-    ++next_;
-    return is_there;
-  }
-
-  std::uint64_t held_bytes() const override { return 0; }
-
- private:
-  std::vector<Bytes> rows_;
-  std::size_t next_ = 0;
-};
-
-RowSourcePtr Gray(const std::vector<Bytes>& rows, std::uint32_t height = 0) {
-  return std::make_unique<GivenRows>(static_cast<std::uint32_t>(rows[0].size()),
-                                     height != 0 ? height : static_cast<std::uint32_t>(rows.size()),
-                                     PixelLayout::kGray, rows);
-}
-
-std::vector<Bytes> RowsOf(RowSourcePtr picture) {
-  std::vector<Bytes> rows(picture->height(), Bytes(picture->row_bytes()));
-  for (Bytes& row : rows) {
-    picture->ReadRow(row.data());
-  }
-  return rows;
-}
+using testing::GivenRows;
+using testing::Gray;
+using testing::RowsOf;
 
 TEST(ReducedPicture, HasTheMeanOfWhatAPixelCovers) {
   const auto rows = RowsOf(
