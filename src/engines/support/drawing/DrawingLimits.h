@@ -30,22 +30,26 @@ inline constexpr std::int64_t kMaxKeptImagePixels = 1'000'000;
 // Images of a page that are looked at to find that out.
 inline constexpr std::size_t kMaxImagesLookedAt = 100;
 
-// Objects of a page up to which it is asked for images that can be reduced before they are drawn.
+// Objects of a page up to which it is asked for images that can be fitted before it is drawn.
 inline constexpr int kMaxObjectsLookedAt = 20'000;
 
-// Images of a page that are reduced, and bytes that more than one of them may take together; the
+// Images of a page that are fitted, and bytes that more than one of them may take together; the
 // others PDFium draws.
-inline constexpr std::size_t kMaxReducedImages = 64;
-inline constexpr std::uint64_t kMaxReducedImageBytes = std::uint64_t{64} << 20;
+inline constexpr std::size_t kMaxFittedImages = 64;
+inline constexpr std::uint64_t kMaxFittedImageBytes = std::uint64_t{64} << 20;
 
 // How often a page may draw an image for that it is decoded each time.
-inline constexpr std::ptrdiff_t kMaxTimesReduced = 4;
+inline constexpr std::ptrdiff_t kMaxTimesFitted = 4;
 
-// Pixels of an image that is worth the trouble, and of the largest that is reduced.
-inline constexpr std::uint64_t kMinReducedPixels = 20'000;
-inline constexpr std::uint64_t kMaxReducedPixels = std::uint64_t{1} << 29;
+// Pixels that an image may become for each that it has. PDFium mixes the nearest pixels, too, up to
+// twice that.
+inline constexpr std::uint64_t kMaxEnlargement = 4;
 
-// Bytes of a reduced image that has to be held, since its rows do not come from top to bottom.
+// Pixels of an image that is worth the trouble, and of the largest that is fitted.
+inline constexpr std::uint64_t kMinFittedPixels = 20'000;
+inline constexpr std::uint64_t kMaxFittedPixels = std::uint64_t{1} << 29;
+
+// Bytes of a fitted image that has to be held, since its rows do not come from top to bottom.
 inline constexpr std::size_t kMaxHeldImageBytes = std::size_t{32} << 20;
 
 // Bytes of decoded content that a page may draw, and that one stream of it may have: PDFium holds

@@ -230,7 +230,7 @@ void DrawnDocument::Place(const Placement& placement) {
   }
 }
 
-// Chooses the images that are reduced before PDFium draws; without them, it draws all there is.
+// Chooses the images that are fitted before PDFium draws; without them, it draws all there is.
 void DrawnDocument::ChoosePictures() {
   PageObjects objects;
   {

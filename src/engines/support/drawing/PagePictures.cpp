@@ -45,7 +45,7 @@ std::vector<ContentImage> ImagesOfContent(pdf::Document& document, const pdf::Pa
 bool IsDrawnOften(const std::vector<ContentImage>& content, std::uint32_t number) {
   return std::count_if(content.begin(), content.end(), [number](const ContentImage& image) {
            return image.number == number;
-         }) > limits::kMaxTimesReduced;
+         }) > limits::kMaxTimesFitted;
 }
 
 void PaintRow(const std::uint8_t* row, PixelLayout layout, std::uint8_t* pixels,
@@ -170,17 +170,17 @@ void PagePictures::Choose(pdf::Document& document, const pdf::PageTree& pages,
 
 bool PagePictures::Add(pdf::Document& document, std::uint32_t number, const ImageObject& object,
                        const PictureFit& fit) {
-  if (pictures_.size() >= limits::kMaxReducedImages) {
+  if (pictures_.size() >= limits::kMaxFittedImages) {
     return false;
   }
-  RowSourcePtr picture = OpenReduced(document, number, object, fit);
+  RowSourcePtr picture = OpenFitted(document, number, object, fit);
   if (picture == nullptr) {
     return false;
   }
   const std::uint64_t turned =
       fit.comes_in_order ? 0 : picture->row_bytes() * std::uint64_t{picture->height()};
   const std::uint64_t held = picture->held_bytes() + turned;
-  if (!pictures_.empty() && held_bytes_ + held > limits::kMaxReducedImageBytes) {
+  if (!pictures_.empty() && held_bytes_ + held > limits::kMaxFittedImageBytes) {
     return false;
   }
   held_bytes_ += held;

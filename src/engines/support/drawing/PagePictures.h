@@ -1,5 +1,5 @@
-// The large images of a page, made as small as they are seen: PDFium would decode them in full
-// before it makes them small. They are painted first, and what PDFium draws goes over them; so only
+// The large images of a page, made as small or as large as they are seen: PDFium would decode them
+// in full before it makes them small, and takes long to make them large. They are painted first, and what PDFium draws goes over them; so only
 // images that nothing lies under are taken.
 //
 //   PagePictures pictures;

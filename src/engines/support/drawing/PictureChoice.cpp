@@ -9,6 +9,7 @@
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/images/ImageHeaders.h"
 #include "engines/support/images/Picture.h"
+#include "engines/support/pictures/EnlargedPicture.h"
 #include "engines/support/pictures/ReducedPicture.h"
 #include "pdf/Error.h"
 
@@ -37,6 +38,19 @@ bool IsModerate(const pdf::Matrix& matrix) {
   const auto fits = [](double value) { return std::abs(value) < kMost; };
   return fits(matrix.a) && fits(matrix.b) && fits(matrix.c) && fits(matrix.d) && fits(matrix.e) &&
          fits(matrix.f);
+}
+
+// Whether an image becomes smaller, or a little larger, and has neither too few pixels for that nor
+// too many.
+bool IsWorthFitting(const ImageObject& image, const PictureFit& fit) {
+  const auto width = static_cast<std::uint64_t>(fit.width());
+  const auto height = static_cast<std::uint64_t>(fit.height());
+  const std::uint64_t pixels = std::uint64_t{image.width} * image.height;
+  const bool is_reduced = image.width >= width && image.height >= height;
+  const bool is_enlarged = image.width <= width && image.height <= height &&
+                           width * height <= limits::kMaxEnlargement * pixels;
+  return (is_reduced || is_enlarged) && pixels >= limits::kMinFittedPixels &&
+         pixels <= limits::kMaxFittedPixels;
 }
 
 // What a colour space is made of, as far as both compute the same: the components, 0 for others.
@@ -138,14 +152,9 @@ std::optional<PictureFit> FitOf(const ImageObject& image) {
   fit.goes_left = (fit.is_across ? matrix.b : matrix.a) < 0;
   fit.goes_up = (fit.is_across ? matrix.c : matrix.d) > 0;
   fit.comes_in_order = is_along && !fit.goes_left && !fit.goes_up;
-  const std::uint64_t pixels = std::uint64_t{image.width} * image.height;
-  const bool is_reduced = image.width >= static_cast<std::uint32_t>(fit.width()) &&
-                          image.height >= static_cast<std::uint32_t>(fit.height()) &&
-                          pixels >= limits::kMinReducedPixels &&
-                          pixels <= limits::kMaxReducedPixels;
   const std::uint64_t held = std::uint64_t{3} * static_cast<std::uint64_t>(fit.box.width()) *
                              static_cast<std::uint64_t>(fit.box.height());
-  if (!is_reduced || (!fit.comes_in_order && held > limits::kMaxHeldImageBytes)) {
+  if (!IsWorthFitting(image, fit) || (!fit.comes_in_order && held > limits::kMaxHeldImageBytes)) {
     return std::nullopt;
   }
   return fit;
@@ -174,8 +183,8 @@ bool ChangesColors(pdf::Document& document, const Object& resources) {
          });
 }
 
-RowSourcePtr OpenReduced(pdf::Document& document, std::uint32_t number, const ImageObject& object,
-                         const PictureFit& fit) {
+RowSourcePtr OpenFitted(pdf::Document& document, std::uint32_t number, const ImageObject& object,
+                        const PictureFit& fit) {
   pdf::Arena arena;
   const DocumentImage image = ImageObjectOf(document, number, arena);
   const ImageFacts facts = FactsOf(image, arena);
@@ -188,11 +197,16 @@ RowSourcePtr OpenReduced(pdf::Document& document, std::uint32_t number, const Im
   // PDFium may make more of a damaged one.
   return pdf::UnlessDamaged(RowSourcePtr(), [&]() -> RowSourcePtr {
     RowSourcePtr picture = OpenPicture(image, facts, {width, height});
-    if (picture == nullptr || picture->width() < width || picture->height() < height ||
+    if (picture == nullptr ||
         (facts.filter != ImageFilter::kDct && picture->height() != facts.height)) {
       return nullptr;
     }
-    return ReducePicture(std::move(picture), width, height);
+    if (picture->width() <= width && picture->height() <= height) {
+      return EnlargePicture(std::move(picture), width, height);
+    }
+    return picture->width() < width || picture->height() < height
+               ? nullptr
+               : ReducePicture(std::move(picture), width, height);
   });
 }
 

@@ -1,4 +1,4 @@
-// Which images of a page can be reduced before they are drawn, and how they become rows.
+// Which images of a page can be painted before it is drawn, and how they become rows.
 #ifndef TARNIX_ENGINES_SUPPORT_DRAWING_PICTURECHOICE_H_
 #define TARNIX_ENGINES_SUPPORT_DRAWING_PICTURECHOICE_H_
 
@@ -20,17 +20,17 @@ struct PictureFit {
   bool goes_up = false;         // what is below in the image is above, or to the left
   bool comes_in_order = false;  // row for row
 
-  // The size of the reduced image before it is turned.
+  // The size that the image gets before it is turned.
   int width() const { return is_across ? box.height() : box.width(); }
 
   int height() const { return is_across ? box.width() : box.height(); }
 
-  // Column and row of the reduced image that are seen at a place in the box.
+  // Column and row of the fitted image that are seen at a place in the box.
   std::pair<int, int> SourceOf(int x, int y) const;
 };
 
-// Nothing for an image that is not plainly painted, that is skewed, or that has not more pixels
-// than it covers.
+// Nothing for an image that is not plainly painted, that is skewed, that becomes larger in one
+// direction and smaller in the other, or that becomes much larger.
 std::optional<PictureFit> FitOf(const ImageObject& image);
 
 // Whether both put the unit square into the same place, in points.
@@ -43,8 +43,8 @@ bool ChangesColors(pdf::Document& document, const pdf::Object& resources);
 // The image as it fits, not turned. Null for one that is transparent somewhere, whose colours
 // PDFium computes in its own way, or which cannot be read. Throws pdf::Error for a document that
 // cannot be read any more.
-RowSourcePtr OpenReduced(pdf::Document& document, std::uint32_t number, const ImageObject& object,
-                         const PictureFit& fit);
+RowSourcePtr OpenFitted(pdf::Document& document, std::uint32_t number, const ImageObject& object,
+                        const PictureFit& fit);
 
 }  // namespace TarnixTools::engines
 

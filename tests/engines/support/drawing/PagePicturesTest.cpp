@@ -1,4 +1,4 @@
-// Images that are reduced before a page is drawn: which are, and that they look the same.
+// Images that are fitted before a page is drawn: which are, and that they look the same.
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
@@ -14,6 +14,7 @@
 #include "foundation/Platform.h"
 #include "pdf/file/ByteSource.h"
 #include "pdf/filters/Filters.h"
+#include "pdf/syntax/Chars.h"
 #include "support/JpegImage.h"
 #include "support/TempDir.h"
 #include "support/TestPdf.h"
@@ -90,8 +91,8 @@ class PagePicturesTest : public ::testing::Test {
     }
   }
 
-  // How many images of the first page are reduced at 72 dpi.
-  static std::size_t CountReduced(const TestPdf& file, int side = 100) {
+  // How many images of the first page are fitted at 72 dpi.
+  static std::size_t CountFitted(const TestPdf& file, int side = 100) {
     const std::string bytes = file.Bytes();
     const auto document = pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes), "");
     const pdf::PageTree pages(*document);
@@ -157,15 +158,56 @@ class PagePicturesTest : public ::testing::Test {
 
 TEST_F(PagePicturesTest, ReducesAnImage) {
   const TestPdf file = Page("q 80 0 0 60 10 20 cm /I Do Q");
-  EXPECT_EQ(CountReduced(file), 1U);
+  EXPECT_EQ(CountFitted(file), 1U);
   const JpegImage image = Render(file);
   EXPECT_THAT(image.Ink(), ElementsAre(10, 20, 90, 80));
   EXPECT_THAT(QuartersOf(image, 10, 20, 90, 80), ElementsAre(kRed, kGreen, kBlue, kBlack));
 }
 
-TEST_F(PagePicturesTest, LeavesWhatIsNotReducedToPdfium) {
-  EXPECT_EQ(CountReduced(Page("100 0 0 100 0 0 cm /I Do"), 400), 1U);
-  EXPECT_EQ(CountReduced(Page("100 0 0 100 0 0 cm /I Do"), 401), 0U);
+TEST_F(PagePicturesTest, EnlargesAnImage) {
+  const TestPdf file = Page("q 80 0 0 60 10 20 cm /I Do Q");
+  EXPECT_EQ(CountFitted(file, 700), 1U);
+  const JpegImage image = Render(file, 1, 504);
+  EXPECT_THAT(image.Ink(), ElementsAre(70, 140, 630, 560));
+  EXPECT_THAT(QuartersOf(image, 70, 140, 630, 560), ElementsAre(kRed, kGreen, kBlue, kBlack));
+}
+
+TEST_F(PagePicturesTest, EnlargesAsPdfiumDoes) {
+  std::string pixels;
+  for (int y = 0; y < kSide; ++y) {
+    for (int x = 0; x < kSide; ++x) {
+      for (const int sample : {(x * 7 + y * 3) % 256, x * 255 / kSide, (x ^ y) & 8 ? 240 : 20}) {
+        pixels += pdf::kHexDigits[sample / 16];
+        pixels += pdf::kHexDigits[sample % 16];
+      }
+    }
+  }
+  const std::string object = ImageObject(kRgb8 + "/Filter/ASCIIHexDecode", pixels);
+  const TestPdf ours = Page("q 100 0 0 100 0 0 cm /I Do Q", object);
+  const TestPdf pdfiums =
+      Page("q /G gs 100 0 0 100 0 0 cm /I Do Q", object, "/ExtGState<</G<</TR/Identity>>>>");
+  ASSERT_EQ(CountFitted(ours, 450), 1U);
+  ASSERT_EQ(CountFitted(pdfiums, 450), 0U);
+  const JpegImage fitted = Render(ours, 1, 324);
+  const JpegImage drawn = Render(pdfiums, 1, 324);
+  ASSERT_EQ(fitted.width, 450);
+  ASSERT_EQ(fitted.pixels.size(), drawn.pixels.size());
+  double difference = 0;
+  for (std::size_t i = 0; i < drawn.pixels.size(); ++i) {
+    difference += std::abs(fitted.pixels[i] - drawn.pixels[i]);
+  }
+  EXPECT_LE(difference / static_cast<double>(drawn.pixels.size()), 3);  // PDFium rounds down
+}
+
+TEST_F(PagePicturesTest, LeavesMuchLargerImagesToPdfium) {
+  EXPECT_EQ(CountFitted(Page("100 0 0 100 0 0 cm /I Do"), 400), 1U);
+  EXPECT_EQ(CountFitted(Page("100 0 0 100 0 0 cm /I Do"), 401), 1U);
+  EXPECT_EQ(CountFitted(Page("100 0 0 100 0 0 cm /I Do"), 800), 1U);
+  EXPECT_EQ(CountFitted(Page("100 0 0 100 0 0 cm /I Do"), 801), 0U);
+}
+
+TEST_F(PagePicturesTest, LeavesStretchedImagesToPdfium) {
+  EXPECT_EQ(CountFitted(Page("100 0 0 50 0 0 cm /I Do"), 600), 0U);
 }
 
 TEST_F(PagePicturesTest, TurnsAndMirrors) {
@@ -180,7 +222,7 @@ TEST_F(PagePicturesTest, TurnsAndMirrors) {
       {"0 -100 -100 0 100 100", {kRed, kBlue, kGreen, kBlack}}};
   for (const auto& [matrix, colors] : cases) {
     const TestPdf file = Page("q " + matrix + " cm /I Do Q");
-    EXPECT_EQ(CountReduced(file), 1U) << matrix;
+    EXPECT_EQ(CountFitted(file), 1U) << matrix;
     EXPECT_EQ(QuartersOfPage(file), colors) << matrix;
   }
 }
@@ -193,19 +235,19 @@ TEST_F(PagePicturesTest, TurnsWithThePage) {
   for (std::size_t turns = 0; turns < 4; ++turns) {
     TestPdf file = Page("q 100 0 0 100 0 0 cm /I Do Q");
     file.Rotate(90 * static_cast<int>(turns));
-    EXPECT_EQ(CountReduced(file), 1U) << turns;
+    EXPECT_EQ(CountFitted(file), 1U) << turns;
     EXPECT_EQ(QuartersOfPage(file), turned[turns]) << turns;
   }
 }
 
 TEST_F(PagePicturesTest, LeavesSlantedImagesToPdfium) {
-  EXPECT_EQ(CountReduced(Page("90 5 -5 90 5 0 cm /I Do")), 0U);
-  EXPECT_EQ(CountReduced(Page("90 0 20 90 0 0 cm /I Do")), 0U);
+  EXPECT_EQ(CountFitted(Page("90 5 -5 90 5 0 cm /I Do")), 0U);
+  EXPECT_EQ(CountFitted(Page("90 0 20 90 0 0 cm /I Do")), 0U);
 }
 
 TEST_F(PagePicturesTest, StaysWithinARectangularClip) {
   const TestPdf file = Page("q 20 30 40 50 re W n 100 0 0 100 0 0 cm /I Do Q");
-  EXPECT_EQ(CountReduced(file), 1U);
+  EXPECT_EQ(CountFitted(file), 1U);
   const JpegImage image = Render(file);
   EXPECT_THAT(image.Ink(), ElementsAre(20, 20, 60, 70));
   EXPECT_TRUE(image.IsNear(30, 30, kRed));
@@ -213,10 +255,10 @@ TEST_F(PagePicturesTest, StaysWithinARectangularClip) {
 }
 
 TEST_F(PagePicturesTest, LeavesOtherClipsToPdfium) {
-  EXPECT_EQ(CountReduced(Page("q 50 0 m 100 100 l 0 100 l h W n 100 0 0 100 0 0 cm /I Do Q")), 0U);
-  EXPECT_EQ(CountReduced(Page("BT /F 40 Tf 7 Tr 10 30 Td (HH) Tj ET 100 0 0 100 0 0 cm /I Do",
-                              QuartersObject(),
-                              "/Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>>>")),
+  EXPECT_EQ(CountFitted(Page("q 50 0 m 100 100 l 0 100 l h W n 100 0 0 100 0 0 cm /I Do Q")), 0U);
+  EXPECT_EQ(CountFitted(Page("BT /F 40 Tf 7 Tr 10 30 Td (HH) Tj ET 100 0 0 100 0 0 cm /I Do",
+                             QuartersObject(),
+                             "/Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>>>")),
             0U);
 }
 
@@ -230,24 +272,24 @@ TEST_F(PagePicturesTest, StaysWithinTheCropBox) {
 
 TEST_F(PagePicturesTest, IsDrawnOverByWhatComesLater) {
   const TestPdf file = Page("q 100 0 0 100 0 0 cm /I Do Q 0 0 1 rg 0 50 50 50 re f");
-  EXPECT_EQ(CountReduced(file), 1U);
+  EXPECT_EQ(CountFitted(file), 1U);
   EXPECT_THAT(QuartersOfPage(file), ElementsAre(kBlue, kGreen, kBlue, kBlack));
 }
 
 TEST_F(PagePicturesTest, IsNotPaintedUnderWhatCameBefore) {
   const TestPdf file = Page("0 0 1 rg 0 0 100 100 re f q 100 0 0 100 0 0 cm /I Do Q");
-  EXPECT_EQ(CountReduced(file), 0U);
+  EXPECT_EQ(CountFitted(file), 0U);
   EXPECT_THAT(QuartersOfPage(file), ElementsAre(kRed, kGreen, kBlue, kBlack));
   // Elsewhere on the page it does not matter.
   const TestPdf beside = Page("0 0 1 rg 0 0 20 100 re f q 70 0 0 100 30 0 cm /I Do Q");
-  EXPECT_EQ(CountReduced(beside), 1U);
+  EXPECT_EQ(CountFitted(beside), 1U);
   EXPECT_TRUE(Render(beside).IsNear(10, 50, kBlue));
 }
 
 TEST_F(PagePicturesTest, KeepsTheOrderOfImages) {
   const TestPdf file =
       Page("q 100 0 0 100 0 0 cm /I Do Q q 50 0 0 50 0 50 cm /I Do Q q 20 0 0 20 80 0 cm /I Do Q");
-  EXPECT_EQ(CountReduced(file), 3U);
+  EXPECT_EQ(CountFitted(file), 3U);
   const JpegImage image = Render(file);
   EXPECT_THAT(QuartersOf(image, 0, 0, 50, 50), ElementsAre(kRed, kGreen, kBlue, kBlack));
   EXPECT_THAT(QuartersOf(image, 80, 80, 100, 100), ElementsAre(kRed, kGreen, kBlue, kBlack));
@@ -255,7 +297,7 @@ TEST_F(PagePicturesTest, KeepsTheOrderOfImages) {
   // One that PDFium draws is not painted over.
   const TestPdf mixed =
       Page("q 90 5 -5 90 5 0 cm /I Do Q q 50 0 0 50 0 50 cm /I Do Q q 9 0 0 9 91 91 cm /I Do Q");
-  EXPECT_EQ(CountReduced(mixed), 0U);
+  EXPECT_EQ(CountFitted(mixed), 0U);
 }
 
 TEST_F(PagePicturesTest, LeavesImagesThatAreDrawnOftenToPdfium) {
@@ -266,8 +308,8 @@ TEST_F(PagePicturesTest, LeavesImagesThatAreDrawnOftenToPdfium) {
     }
     return Page(content);
   };
-  EXPECT_EQ(CountReduced(drawn(4)), 4U);
-  EXPECT_EQ(CountReduced(drawn(5)), 0U);
+  EXPECT_EQ(CountFitted(drawn(4)), 4U);
+  EXPECT_EQ(CountFitted(drawn(5)), 0U);
 }
 
 TEST_F(PagePicturesTest, ShowsAnImageOfSeveralPagesOnEach) {
@@ -300,7 +342,7 @@ TEST_F(PagePicturesTest, GoesOnFromBandToBand) {
                              "/DeviceGray/BitsPerComponent 8/Filter/FlateDecode",
                              encoded));
   file.Size(2000, 4000);
-  EXPECT_EQ(CountReduced(file, 1000), 1U);
+  EXPECT_EQ(CountFitted(file, 1000), 1U);
   const JpegImage image = Render(file);
   ASSERT_EQ(image.height, 4000);
   for (int y = 8; y < 4000; y += 16) {
@@ -314,16 +356,16 @@ TEST_F(PagePicturesTest, LeavesTransparencyToPdfium) {
   const auto with_state = [&](const std::string& state) {
     return Page(draw, QuartersObject(), "/ExtGState<</G<<" + state + ">>>>");
   };
-  EXPECT_EQ(CountReduced(with_state("/ca 1")), 1U);
-  EXPECT_EQ(CountReduced(with_state("/ca .5")), 0U);
-  EXPECT_EQ(CountReduced(with_state("/BM/Multiply")), 0U);
-  EXPECT_EQ(CountReduced(with_state("/TR/Identity")), 0U);
+  EXPECT_EQ(CountFitted(with_state("/ca 1")), 1U);
+  EXPECT_EQ(CountFitted(with_state("/ca .5")), 0U);
+  EXPECT_EQ(CountFitted(with_state("/BM/Multiply")), 0U);
+  EXPECT_EQ(CountFitted(with_state("/TR/Identity")), 0U);
   TestPdf masked = Page("q 100 0 0 100 0 0 cm /I Do Q", QuartersObject("/SMask {{M}}"));
   masked.Object("M", ImageObject("/ColorSpace/DeviceGray/BitsPerComponent 8",
                                  std::string(std::size_t{kSide} * kSide, '\x80')));
-  EXPECT_EQ(CountReduced(masked), 0U);
-  EXPECT_EQ(
-      CountReduced(Page("q 100 0 0 100 0 0 cm /I Do Q", QuartersObject("/Mask[0 0 0 0 0 0]"))), 0U);
+  EXPECT_EQ(CountFitted(masked), 0U);
+  EXPECT_EQ(CountFitted(Page("q 100 0 0 100 0 0 cm /I Do Q", QuartersObject("/Mask[0 0 0 0 0 0]"))),
+            0U);
 }
 
 TEST_F(PagePicturesTest, LeavesLayersToPdfium) {
@@ -331,16 +373,16 @@ TEST_F(PagePicturesTest, LeavesLayersToPdfium) {
                       "/Properties<</L {{L}}>>");
   file.Object("L", "<</Type/OCG/Name(off)>>")
       .CatalogEntry("/OCProperties<</OCGs[{{L}}]/D<</OFF[{{L}}]>>>>");
-  EXPECT_EQ(CountReduced(file), 0U);
+  EXPECT_EQ(CountFitted(file), 0U);
   EXPECT_THAT(QuartersOfPage(file), ElementsAre(kWhite, kWhite, kWhite, kWhite));
-  EXPECT_EQ(CountReduced(Page("/P <</MCID 0>> BDC q 100 0 0 100 0 0 cm /I Do Q EMC")), 1U);
+  EXPECT_EQ(CountFitted(Page("/P <</MCID 0>> BDC q 100 0 0 100 0 0 cm /I Do Q EMC")), 1U);
 }
 
 TEST_F(PagePicturesTest, LeavesColorsToPdfiumThatItComputesItself) {
   const std::string draw = "q 100 0 0 100 0 0 cm /I Do Q";
   const std::string bytes(std::size_t{kSide} * kSide * 4, '\x40');
   const auto count = [&](const std::string& space) {
-    return CountReduced(Page(draw, ImageObject(space + "/BitsPerComponent 8", bytes)));
+    return CountFitted(Page(draw, ImageObject(space + "/BitsPerComponent 8", bytes)));
   };
   EXPECT_EQ(count("/ColorSpace/DeviceGray"), 1U);
   EXPECT_EQ(count("/ColorSpace[/CalRGB<</WhitePoint[.95 1 1.09]>>]"), 1U);
@@ -348,8 +390,8 @@ TEST_F(PagePicturesTest, LeavesColorsToPdfiumThatItComputesItself) {
   EXPECT_EQ(count("/ColorSpace/DeviceCMYK"), 0U);
   EXPECT_EQ(count("/ColorSpace[/Indexed/DeviceCMYK 255<" + std::string(2048, 'a') + ">]"), 0U);
   EXPECT_EQ(count("/ColorSpace[/Lab<</WhitePoint[.95 1 1.09]>>]"), 0U);
-  EXPECT_EQ(CountReduced(Page(draw, QuartersObject(),
-                              "/ColorSpace<</DefaultRGB[/CalRGB<</WhitePoint[.95 1 1.09]>>]>>")),
+  EXPECT_EQ(CountFitted(Page(draw, QuartersObject(),
+                             "/ColorSpace<</DefaultRGB[/CalRGB<</WhitePoint[.95 1 1.09]>>]>>")),
             0U);
 }
 
@@ -357,19 +399,19 @@ TEST_F(PagePicturesTest, ReducesJpegThatIsWhatTheDictionarySays) {
   const std::string draw = "q 100 0 0 100 0 0 cm /I Do Q";
   const std::string jpeg = testing::MakeJpeg(kSide, kSide, {255, 0, 0}, {0, 0, 255});
   const TestPdf file = Page(draw, ImageObject(kRgb8 + "/Filter/DCTDecode", jpeg));
-  EXPECT_EQ(CountReduced(file), 1U);
+  EXPECT_EQ(CountFitted(file), 1U);
   EXPECT_THAT(QuartersOfPage(file), ElementsAre(kRed, kBlue, kRed, kBlue));
   const std::string other = testing::MakeJpeg(kSide, kSide / 2, {255, 0, 0});
-  EXPECT_EQ(CountReduced(Page(draw, ImageObject(kRgb8 + "/Filter/DCTDecode", other))), 0U);
+  EXPECT_EQ(CountFitted(Page(draw, ImageObject(kRgb8 + "/Filter/DCTDecode", other))), 0U);
   const std::string gray = testing::MakeJpeg(kSide, kSide, {100});
-  EXPECT_EQ(CountReduced(Page(draw, ImageObject(kRgb8 + "/Filter/DCTDecode", gray))), 0U);
+  EXPECT_EQ(CountFitted(Page(draw, ImageObject(kRgb8 + "/Filter/DCTDecode", gray))), 0U);
 }
 
 TEST_F(PagePicturesTest, ShowsWhatThereIsOfADamagedImage) {
   const std::string pixels = Quarters();
   const TestPdf file = Page("q 100 0 0 100 0 0 cm /I Do Q",
                             ImageObject(kRgb8, pixels.substr(0, pixels.size() * 3 / 5)));
-  EXPECT_EQ(CountReduced(file), 1U);
+  EXPECT_EQ(CountFitted(file), 1U);
   const JpegImage image = Render(file);
   EXPECT_TRUE(image.IsNear(25, 25, kRed));
   EXPECT_TRUE(image.IsNear(25, 55, kBlue));
@@ -380,7 +422,7 @@ TEST_F(PagePicturesTest, LeavesImagesThatLieAboutTheirSizeToPdfium) {
   const TestPdf file =
       Page("q 100 0 0 100 0 0 cm /I Do Q",
            Stream("/Type/XObject/Subtype/Image/Width 60000/Height 60000" + kRgb8, Quarters()));
-  EXPECT_EQ(CountReduced(file), 0U);
+  EXPECT_EQ(CountFitted(file), 0U);
 }
 
 TEST_F(PagePicturesTest, LeavesInlineImagesAndFormsToPdfium) {
@@ -389,7 +431,7 @@ TEST_F(PagePicturesTest, LeavesInlineImagesAndFormsToPdfium) {
                              "{{J}}>>>>",
                              "/J Do"));
   file.Object("J", QuartersObject());
-  EXPECT_EQ(CountReduced(file), 0U);
+  EXPECT_EQ(CountFitted(file), 0U);
   EXPECT_THAT(QuartersOfPage(file), ElementsAre(kRed, kGreen, kBlue, kBlack));
 }
 
