@@ -8,6 +8,10 @@ namespace TarnixTools::pdf {
 
 namespace {
 
+// Digits of an integer that fits 63 bits whatever they are, and of the longest real number.
+constexpr std::size_t kMaxIntegerDigits = 18;
+constexpr std::size_t kMaxRealDigits = 60;
+
 Token::Kind ClassifyNumber(std::string_view text, std::int64_t& integer) {
   std::size_t i = 0;
   const bool is_negative = text[0] == '-';
@@ -17,9 +21,9 @@ Token::Kind ClassifyNumber(std::string_view text, std::int64_t& integer) {
   std::int64_t value = 0;
   std::size_t digits = 0;
   for (; i < text.size() && IsDigit(text[i]); ++i, ++digits) {
-    value = digits < 18 ? value * 10 + (text[i] - '0') : value;
+    value = digits < kMaxIntegerDigits ? value * 10 + (text[i] - '0') : value;
   }
-  if (i == text.size() && digits > 0 && digits <= 18) {
+  if (i == text.size() && digits > 0 && digits <= kMaxIntegerDigits) {
     integer = is_negative ? -value : value;
     return Token::Kind::kInteger;
   }
@@ -27,7 +31,7 @@ Token::Kind ClassifyNumber(std::string_view text, std::int64_t& integer) {
     for (++i; i < text.size() && IsDigit(text[i]); ++i) {
       ++digits;
     }
-    if (i == text.size() && digits > 0 && digits <= 60) {
+    if (i == text.size() && digits > 0 && digits <= kMaxRealDigits) {
       return Token::Kind::kReal;
     }
   }
@@ -81,7 +85,7 @@ bool Lexer::SkipSpace() {
 }
 
 Token Lexer::Next() {
-  if (!SkipSpace()) {
+  if ((at_ == end_ || IsSpace(*at_) || *at_ == '%') && !SkipSpace()) {
     return Ended();
   }
   const char* start = at_++;
@@ -115,7 +119,46 @@ Token Lexer::Next() {
   }
 }
 
+// The numbers that make up most of a file, in one go: regular ones, with some digits before a point,
+// that end within the window. False for all else.
+bool Lexer::TakeNumber(const char* start, Token& token) {
+  const char* at = start + (*start == '-' || *start == '+' ? 1 : 0);
+  const char* const digits = at;
+  const char* const last =
+      end_ - at > static_cast<std::ptrdiff_t>(kMaxIntegerDigits) ? at + kMaxIntegerDigits : end_;
+  std::int64_t value = 0;
+  for (; at != last && IsDigit(*at); ++at) {
+    value = value * 10 + (*at - '0');
+  }
+  if (at == end_ || at == digits) {
+    return false;
+  }
+  token.kind = Token::Kind::kInteger;
+  if (*at == '.') {
+    token.kind = Token::Kind::kReal;
+    do {
+      ++at;
+    } while (at != end_ && IsDigit(*at));
+    if (at == end_ || at - digits > static_cast<std::ptrdiff_t>(kMaxRealDigits)) {
+      return false;
+    }
+  }
+  if (IsRegular(*at)) {
+    return false;
+  }
+  at_ = at;
+  token.text = {start, static_cast<std::size_t>(at - start)};
+  token.integer = token.kind != Token::Kind::kInteger ? 0 : *start == '-' ? -value : value;
+  return true;
+}
+
 Token Lexer::NextRegular(const char* start) {
+  const char first = *start;
+  const bool may_be_number = IsDigit(first) || first == '-' || first == '+' || first == '.';
+  Token token;
+  if (may_be_number && TakeNumber(start, token)) {
+    return token;
+  }
   while (at_ != end_ && IsRegular(*at_)) {
     ++at_;
   }
@@ -123,9 +166,8 @@ Token Lexer::NextRegular(const char* start) {
     at_ = start;
     return Ended();
   }
-  Token token = Make(Token::Kind::kKeyword, start);
-  const char first = *start;
-  if (IsDigit(first) || first == '-' || first == '+' || first == '.') {
+  token = Make(Token::Kind::kKeyword, start);
+  if (may_be_number) {
     if (LooksLikeNumber(token.text)) {
       token.kind = ClassifyNumber(token.text, token.integer);
     } else if (const std::size_t size = NumberBeforeKeyword(token.text); size != 0) {

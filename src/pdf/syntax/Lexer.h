@@ -60,6 +60,7 @@ class Lexer {
   Token NextString(const char* start);
   Token NextHexString(const char* start);
   Token NextName(const char* start);
+  bool TakeNumber(const char* start, Token& token);
   Token NextRegular(const char* start);
 
   const char* begin_;
