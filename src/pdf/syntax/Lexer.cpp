@@ -277,7 +277,12 @@ void DecodeLiteral(std::string_view text, std::string& out) {
       out += '\n';
       i += i + 1 < text.size() && text[i + 1] == '\n' ? 2 : 1;
     } else {
-      out += text[i++];
+      std::size_t end = i + 1;
+      while (end < text.size() && text[end] != '\\' && text[end] != '\r') {
+        ++end;
+      }
+      out.append(text, i, end - i);
+      i = end;
     }
   }
 }

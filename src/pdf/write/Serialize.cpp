@@ -65,14 +65,17 @@ void AppendReference(std::string& out, std::uint32_t number, std::uint16_t gener
 
 void AppendName(std::string& out, std::string_view name) {
   out += '/';
-  for (const char c : name) {
-    const bool is_plain = IsRegular(c) && c != '#' && c > 0x20 && c < 0x7f;
-    if (is_plain) {
-      out += c;
-    } else {
+  const auto is_plain = [](char c) { return IsRegular(c) && c != '#' && c > 0x20 && c < 0x7f; };
+  while (!name.empty()) {
+    const auto end = std::find_if_not(name.begin(), name.end(), is_plain);
+    const auto count = static_cast<std::size_t>(end - name.begin());
+    out += name.substr(0, count);
+    name.remove_prefix(count);
+    if (!name.empty()) {
       out += '#';
-      out += kHexDigits[static_cast<unsigned char>(c) >> 4];
-      out += kHexDigits[static_cast<unsigned char>(c) & 15];
+      out += kHexDigits[static_cast<unsigned char>(name.front()) >> 4];
+      out += kHexDigits[static_cast<unsigned char>(name.front()) & 15];
+      name.remove_prefix(1);
     }
   }
 }
@@ -100,15 +103,17 @@ void AppendString(std::string& out, std::string_view bytes, bool as_hex) {
     return;
   }
   out += '(';
-  for (const char c : bytes) {
-    if (c == '\r') {  // as it is, it would be read as a line feed
-      out += "\\r";
-      continue;
-    }
-    if (c == '(' || c == ')' || c == '\\') {
+  const auto is_plain = [](char c) { return c != '(' && c != ')' && c != '\\' && c != '\r'; };
+  while (!bytes.empty()) {
+    const auto end = std::find_if_not(bytes.begin(), bytes.end(), is_plain);
+    const auto count = static_cast<std::size_t>(end - bytes.begin());
+    out += bytes.substr(0, count);
+    bytes.remove_prefix(count);
+    if (!bytes.empty()) {
       out += '\\';
+      out += bytes.front() == '\r' ? 'r' : bytes.front();  // as it is, it would be a line feed
+      bytes.remove_prefix(1);
     }
-    out += c;
   }
   out += ')';
 }
