@@ -116,6 +116,87 @@ struct DictionaryEntry {
   std::string_view Key() const { return key.Text(); }
 };
 
+// Here, and not in a source file, because parsing is made of these.
+inline Object Object::Boolean(bool value) {
+  Object object;
+  object.kind_ = Kind::kBoolean;
+  object.value_.integer = value ? 1 : 0;
+  return object;
+}
+
+inline Object Object::Integer(std::int64_t value) {
+  Object object;
+  object.kind_ = Kind::kInteger;
+  object.value_.integer = value;
+  return object;
+}
+
+inline Object Object::Real(std::string_view text) {
+  Object object;
+  object.kind_ = Kind::kReal;
+  object.size_ = static_cast<std::uint32_t>(text.size());
+  object.value_.text = text.data();
+  return object;
+}
+
+inline Object Object::String(std::string_view bytes, bool is_hex) {
+  Object object = Real(bytes);
+  object.kind_ = Kind::kString;
+  object.flag_ = is_hex ? 1 : 0;
+  return object;
+}
+
+inline Object Object::Name(std::string_view name) {
+  Object object = Real(name);
+  object.kind_ = Kind::kName;
+  return object;
+}
+
+inline Object Object::Array(std::span<const Object> items) {
+  Object object;
+  object.kind_ = Kind::kArray;
+  object.size_ = static_cast<std::uint32_t>(items.size());
+  object.value_.items = items.data();
+  return object;
+}
+
+inline Object Object::Dictionary(std::span<const DictionaryEntry> entries) {
+  Object object;
+  object.kind_ = Kind::kDictionary;
+  object.size_ = static_cast<std::uint32_t>(entries.size());
+  object.value_.entries = entries.data();
+  return object;
+}
+
+inline Object Object::Ref(Reference reference) {
+  Object object;
+  object.kind_ = Kind::kReference;
+  object.generation_ = reference.generation;
+  object.value_.integer = reference.number;
+  return object;
+}
+
+inline std::string_view Object::Text() const {
+  if (kind_ == Kind::kString || kind_ == Kind::kName || kind_ == Kind::kReal) {
+    return {value_.text, size_};
+  }
+  return {};
+}
+
+inline std::span<const Object> Object::Items() const {
+  return IsArray() ? std::span<const Object>(value_.items, size_) : std::span<const Object>();
+}
+
+inline std::span<const DictionaryEntry> Object::Entries() const {
+  return IsDictionary() ? std::span<const DictionaryEntry>(value_.entries, size_)
+                        : std::span<const DictionaryEntry>();
+}
+
+inline Reference Object::AsReference() const {
+  return IsReference() ? Reference{static_cast<std::uint32_t>(value_.integer), generation_}
+                       : Reference{};
+}
+
 }  // namespace TarnixTools::pdf
 
 #endif  // TARNIX_PDF_SYNTAX_OBJECT_H_
