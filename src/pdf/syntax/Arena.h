@@ -9,6 +9,7 @@
 #include <span>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 namespace TarnixTools::pdf {
@@ -52,17 +53,23 @@ class Arena {
     return chunks_.back().get() + start;
   }
 
-  // Forgets everything; the first chunk is kept for the next use.
+  // Forgets everything; a chunk is kept for the next use, unless it is large.
   void Reset() {
-    if (chunks_.size() > 1 || capacity_ > kFirstChunk) {
+    if (capacity_ > kMaxKept) {
       chunks_.clear();
       capacity_ = 0;
+    } else if (chunks_.size() > 1) {
+      chunks_.front() = std::move(chunks_.back());
+      chunks_.resize(1);
     }
     used_ = 0;
   }
 
  private:
-  static constexpr std::size_t kFirstChunk = 8192;
+  // Most arenas hold one object. Allocators hand out sizes up to some 1,000 bytes at once, and look
+  // for larger ones.
+  static constexpr std::size_t kFirstChunk = 1024;
+  static constexpr std::size_t kMaxKept = 8192;
 
   void AddChunk(std::size_t at_least) {
     const std::size_t grown =
