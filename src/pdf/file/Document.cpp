@@ -194,11 +194,8 @@ Object Document::Load(Reference reference, Arena& arena) {
 
 Document::Parsed Document::Parse(const RawObject& raw, Arena& arena) {
   if (raw.holder != nullptr) {
-    Parser parser(arena);
-    Lexer lexer(raw.text, true);
-    Object value;
-    const bool has_value = parser.Parse(lexer, nullptr, value) == Parser::Status::kDone;
-    return {value, lexer.position(), has_value && parser.is_regular()};
+    const ValueAt held = reader_.ReadHeldValue(raw.text, arena);
+    return {held.value, held.end, held.has_value && held.is_regular};
   }
   const auto strings = StringsOf(raw.reference);
   const ValueAt read = reader_.ReadValue(raw.offset, arena, strings.get());

@@ -72,6 +72,16 @@ ValueAt ObjectReader::ReadValue(std::uint64_t offset, Arena& arena, StringTransf
   return {Object(), offset, false, false};
 }
 
+ValueAt ObjectReader::ReadHeldValue(std::string_view text, Arena& arena) {
+  parser_.set_arena(arena);
+  ValueAt result;
+  Lexer lexer(text, true);
+  result.has_value = parser_.Parse(lexer, nullptr, result.value) == Parser::Status::kDone;
+  result.end = lexer.position();
+  result.is_regular = parser_.is_regular();
+  return result;
+}
+
 std::optional<std::uint64_t> ObjectReader::StreamDataAt(std::uint64_t offset) {
   std::string_view window = blocks_->Window(offset, kHeaderWindow);
   std::size_t at = 0;

@@ -50,6 +50,10 @@ class ObjectReader {
   // One value at `offset`, in the arena. transform may be null.
   ValueAt ReadValue(std::uint64_t offset, Arena& arena, StringTransform* transform);
 
+  // One value at the start of a text that is no part of the file, such as an object stream's; `end`
+  // is the place in the text after it.
+  ValueAt ReadHeldValue(std::string_view text, Arena& arena);
+
   // Offset of the data when the keyword "stream" stands at `offset`, white space before it allowed.
   std::optional<std::uint64_t> StreamDataAt(std::uint64_t offset);
 
