@@ -40,11 +40,16 @@ Picture DecodedByPoppler(const std::string& data, int width, int height) {
              : Painted(width, height, [&](int x, int y) { return image.At(x, y)[0] == 0; });
 }
 
-void ExpectDecoded(const std::string& data, const Picture& picture) {
+// Where poppler is no judge: it takes another context for the typical prediction of refinements
+// than MuPDF, which reads what stands here for template 0, and draws nothing where places are
+// skipped.
+enum class Judge : std::uint8_t { kPoppler, kNone };
+
+void ExpectDecoded(const std::string& data, const Picture& picture, Judge judge = Judge::kPoppler) {
   const int width = static_cast<int>(picture[0].size());
   const int height = static_cast<int>(picture.size());
   EXPECT_EQ(Decoded(data, width, height), picture);
-  if (testing::HasProgram("pdfimages")) {
+  if (judge == Judge::kPoppler && testing::HasProgram("pdfimages")) {
     EXPECT_EQ(DecodedByPoppler(data, width, height), picture) << "by poppler";
   }
 }
@@ -83,7 +88,8 @@ std::string Refinement(const Picture& picture, const Picture& reference, int fla
 TEST(Jbig2Regions, RefineWhatThePageHas) {
   for (int flags = 0; flags < 4; ++flags) {
     SCOPED_TRACE(flags);
-    ExpectDecoded(Page(41, 25) + Generic(kDisc) + Refinement(kOther, kDisc, flags), kOther);
+    ExpectDecoded(Page(41, 25) + Generic(kDisc) + Refinement(kOther, kDisc, flags), kOther,
+                  flags < 2 ? Judge::kPoppler : Judge::kNone);
   }
 }
 
@@ -92,7 +98,7 @@ TEST(Jbig2Regions, RefineAnotherThatIsNotSeenItself) {
     SCOPED_TRACE(flags);
     ExpectDecoded(Page(41, 25) + Generic(kDisc, 1, kIntermediateGenericRegion) +
                       Refinement(kOther, kDisc, flags, "\1"),
-                  kOther);
+                  kOther, flags < 2 ? Judge::kPoppler : Judge::kNone);
   }
 }
 
@@ -215,11 +221,14 @@ TEST(Jbig2Regions, SkipPlacesOutsideOfThem) {
       Segment(2, kHalftoneRegion,
               RegionInformation(24, 9) + flags + Grid(8, 4, -4, -4, 4, 0) + GrayPlanes(8, 4, skip),
               "\1");
-  ExpectDecoded(data, Painted(24, 9, [](int x, int y) {
-                  const int column = x / 4 + 1;
-                  const int row = y / 4 + 1;
-                  return y % 4 < 3 && IsPatternBlack(GrayOf(column, row), x % 4, y % 4);
-                }));
+  ExpectDecoded(data,
+                Painted(24, 9,
+                        [](int x, int y) {
+                          const int column = x / 4 + 1;
+                          const int row = y / 4 + 1;
+                          return y % 4 < 3 && IsPatternBlack(GrayOf(column, row), x % 4, y % 4);
+                        }),
+                Judge::kNone);
 }
 
 TEST(Jbig2Regions, RefuseHalftonesThatCannotBe) {

@@ -239,7 +239,7 @@ TEST(Jbig2Picture, IsNotDecodedHereWhenItsGlobalsAreLost) {
   ImageInDocument image(Jbig2("/DecodeParms<</JBIG2Globals 11 0 R>>"),
                         FromHex(testing::kRefinedJbig2),
                         RawPdf().Stream(11, "/Filter/NoFilter", "x"));
-  EXPECT_FALSE(DecodeOwnJbig2(image.Image(), image.Facts()));
+  EXPECT_FALSE(DecodeJbig2Image(image.Image(), image.Facts()));
 }
 
 class PdfiumJbig2 : public NeedsPdfium {};

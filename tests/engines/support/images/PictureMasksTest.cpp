@@ -93,48 +93,6 @@ TEST(PictureMasks, ReplaceTheAlphaOfJpeg2000Data) {
   EXPECT_EQ(image.Read().At(12, 3), (testing::Rgb{80, 80, 80}));
 }
 
-class NoRows : public RowSource {
- public:
-  NoRows(std::uint32_t width, std::uint32_t height) : RowSource(width, height, PixelLayout::kRgb) {}
-
-  bool ReadRow(std::uint8_t* /*row*/) override { return false; }
-
-  std::uint64_t held_bytes() const override { return 0; }
-};
-
-std::string Upright(int orientation) {
-  ImageInDocument image("/Width 3/Height 2/ColorSpace/DeviceGray/BitsPerComponent 8",
-                        FromHex("010203040506"));
-  image.Open();
-  const DocumentImage source = image.Image();
-  const ImageFacts facts = image.Facts();
-  return ReadAll(*MakeUpright(OpenPicture(source, facts), orientation)).Text();
-}
-
-TEST(UprightPicture, IsTurnedAndMirrored) {
-  EXPECT_EQ(Upright(1), "01 02 03\n04 05 06\n");
-  EXPECT_EQ(Upright(2), "03 02 01\n06 05 04\n");
-  EXPECT_EQ(Upright(3), "06 05 04\n03 02 01\n");
-  EXPECT_EQ(Upright(4), "04 05 06\n01 02 03\n");
-  EXPECT_EQ(Upright(5), "01 04\n02 05\n03 06\n");
-  EXPECT_EQ(Upright(6), "04 01\n05 02\n06 03\n");
-  EXPECT_EQ(Upright(7), "06 03\n05 02\n04 01\n");
-  EXPECT_EQ(Upright(8), "03 06\n02 05\n01 04\n");
-  EXPECT_EQ(Upright(0), Upright(1));
-  EXPECT_EQ(Upright(9), Upright(1));
-}
-
-TEST(UprightPicture, TellsThatRowsWereMissing) {
-  const RowSourcePtr turned = MakeUpright(std::make_unique<NoRows>(2, 3), 6);
-  EXPECT_EQ(turned->held_bytes(), 18U);
-  EXPECT_EQ(ReadAll(*turned).rows_with_data, 0U);
-}
-
-TEST(UprightPicture, IsNotHeldWhereItIsTooLarge) {
-  EXPECT_NE(MakeUpright(std::make_unique<NoRows>(1'000'000, 1'000'000), 1), nullptr);
-  EXPECT_THROW(MakeUpright(std::make_unique<NoRows>(1'000'000, 1'000'000), 6), pdf::Error);
-}
-
 TEST(EmptyPicture, IsNone) {
   EXPECT_EQ(ImageInDocument("/Width 0/Height 4", "x").Open(), nullptr);
   EXPECT_EQ(ImageInDocument("/Width 4", "x").Open(), nullptr);

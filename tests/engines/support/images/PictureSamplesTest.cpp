@@ -119,7 +119,8 @@ TEST(PictureSamples, AreThoseThatPopplerSees) {
        {"/ColorSpace/DeviceRGB/BitsPerComponent 8", "/ColorSpace/DeviceRGB/BitsPerComponent 2",
         "/ColorSpace/DeviceGray/BitsPerComponent 8", "/ColorSpace/DeviceGray/BitsPerComponent 1",
         "/ColorSpace/DeviceRGB/BitsPerComponent 8/Decode[1 0 0 1 .2 .8]",
-        "/ColorSpace[/Indexed/DeviceRGB 255(abcdefghijklmnopqrstuvwxyz)]/BitsPerComponent 4"}) {
+        "/ColorSpace[/Indexed/DeviceRGB 15(abcdefghijklmnopqrstuvwxyzabcdefghijklmnopqrstuv)]"
+        "/BitsPerComponent 4"}) {
     ImageInDocument image(Size(14, 14) + entries, samples);
     const Pixels ours = image.Read();
     const testing::PnmImage theirs = image.ReadByPoppler();

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "engines/support/pictures/GivenRows.h"
 #include "engines/support/pictures/PictureLimits.h"
 #include "engines/support/pictures/UprightPicture.h"
 #include "pdf/Error.h"
@@ -57,6 +58,14 @@ TEST(UprightPicture, IsTurnedAndMirrored) {
 TEST(UprightPicture, StaysAsItIsForOtherValues) {
   EXPECT_THAT(Turned(0), ElementsAre(Bytes{0, 1, 2}, Bytes{3, 4, 5}));
   EXPECT_THAT(Turned(9), ElementsAre(Bytes{0, 1, 2}, Bytes{3, 4, 5}));
+}
+
+TEST(UprightPicture, TellsThatRowsWereMissing) {
+  const RowSourcePtr turned = MakeUpright(testing::Gray({testing::Bytes{1}}, 2), 3);
+  std::uint8_t pixel = 0;
+  EXPECT_FALSE(turned->ReadRow(&pixel));
+  EXPECT_EQ(pixel, 255);
+  EXPECT_EQ(turned->held_bytes(), 2U);
 }
 
 TEST(UprightPicture, HasABoundOnItsSize) {
