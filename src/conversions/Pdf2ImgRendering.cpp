@@ -16,6 +16,8 @@ namespace TarnixTools {
 namespace {
 
 constexpr std::int32_t kBestQuality = 100;
+constexpr double kMinDpi = 0.5;
+constexpr double kMaxDpi = 65535;  // of the header of JPEG files
 constexpr std::size_t kPageNumberDigits = 4;
 
 // Images that could not be written are a failure of the job; pages that could not be drawn are
@@ -92,11 +94,20 @@ class Pdf2ImgTask::Rendering {
   }
 
   void SetOptions() {
-    engines::Pdf2ImgSetDPI(object_.get(), task_->dpi_);
+    SetResolution();
     engines::Pdf2ImgSetImageQuality(object_.get(), kBestQuality);
     engines::Pdf2ImgSetCompression(object_.get(), engines::kPdf2ImgJpeg);
     SetImageSize();
     engines::Pdf2ImgSetReport(object_.get(), &PageTroubles::Note, &troubles_);
+  }
+
+  // The engine would say so of the first image only, as if that could not be made.
+  void SetResolution() const {
+    if (engines::Pdf2ImgSetDPI(object_.get(), task_->dpi_) == 0) {
+      throw PdfException(PdfExceptionCode::InvalidParameter, 0,
+                         "Invalid img resolution [%g] (expected [%g-%g] value)",
+                         static_cast<double>(task_->dpi_), kMinDpi, kMaxDpi);
+    }
   }
 
   void SetImageSize() const {

@@ -1,6 +1,9 @@
+#include <cmath>
 #include <iostream>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 #include "Pdf2ImgTask.h"
 #include "support/DocumentTest.h"
@@ -231,10 +234,14 @@ TEST_F(Pdf2ImgTaskTest, TellsWhereAnImageCannotBeMade) {
 
 TEST_F(Pdf2ImgTaskTest, RefusesAResolutionThatIsNone) {
   MakePdf("a.pdf", 1);
-  for (const float dpi : {0.0F, -5.0F, 1e30F}) {
+  const std::vector<std::pair<float, std::string>> refused = {
+      {0.0F, "0"}, {0.4F, "0.4"}, {-5.0F, "-5"}, {65536.0F, "65536"}, {std::nanf(""), "nan"}};
+  for (const auto& [dpi, shown] : refused) {
     Pdf2ImgTask task = TaskFor("a.pdf");
     task.SetDpi(dpi);
-    EXPECT_EQ(FailureOf([&] { task.Execute(); }).code, PdfExceptionCode::EngineError) << dpi;
+    EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+              Failure(PdfExceptionCode::InvalidParameter,
+                      "Invalid img resolution [" + shown + "] (expected [0.5-65535] value)"));
   }
   EXPECT_THAT(Outputs(), ElementsAre());
 }
