@@ -320,7 +320,8 @@ class TARNIX_EXPORT PdfTransformation {
 
   // How many of the image's pixels come to a point, 1.33 at first: the image is its width and
   // height in pixels, seen upright, divided by this. Whatever resolution the file names is not
-  // looked at.
+  // looked at. One that gives an image no size, or an infinite one, is refused with
+  // InvalidParameter when a page is drawn.
   double GetPixelsPerPoint() const { return pixels_per_point_; }
 
   void SetPixelsPerPoint(double pixels) { pixels_per_point_ = pixels; }

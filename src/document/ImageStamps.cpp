@@ -1,4 +1,6 @@
 // PageDecorator: images.
+#include <cmath>
+
 #include "PdfException.h"
 #include "document/PageDecorator.h"
 
@@ -12,6 +14,16 @@ namespace {
 [[noreturn]] void ThrowPaintingError(const char* what) {
   const std::int32_t error = engines::PdfGetLastError();
   throw PdfException(PdfExceptionCode::EngineError, error, "%s. ERROR [%d]", what, error);
+}
+
+// An image of no size, or of one without end, cannot be painted.
+void RequirePixelsPerPoint(const PdfTransformation& transformation) {
+  const double pixels = transformation.GetPixelsPerPoint();
+  if (!std::isfinite(pixels) || !std::isfinite(1 / pixels)) {
+    throw PdfException(PdfExceptionCode::InvalidParameter, 0,
+                       "Invalid image resolution [%g] (expected a number of pixels per point)",
+                       pixels);
+  }
 }
 
 // About the image's centre.
@@ -46,6 +58,7 @@ void PaintRotated(engines::TPdfContentGenerator* generator, engines::TPdfImage* 
 
 void PageDecorator::StampImageIntoPage(const DecoratedPage& page, PdfTransformation& transformation,
                                        const DecorationHandles& handles) const {
+  RequirePixelsPerPoint(transformation);
   const engines::TPdfSize page_size = PageSizeOf(page);
   if (transformation.GetMosaic()) {
     PaintImgMosaicOnPage(page, page_size, transformation, handles);

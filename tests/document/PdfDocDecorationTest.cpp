@@ -473,10 +473,16 @@ TEST_F(PdfDocDecorationTest, PaintsACutImageAsFarAsItGoes) {
   EXPECT_NEAR(box->bottom, 371, 1);
 }
 
-TEST_F(PdfDocDecorationTest, RejectsAnImageWithoutASize) {
+TEST_F(PdfDocDecorationTest, RejectsAResolutionThatGivesAnImageNoSize) {
   MakePdf("doc.pdf", 1);
-  image_.SetPixelsPerPoint(0);
-  EXPECT_EQ(FailureToDecorate(image_).code, PdfExceptionCode::EngineError);
+  const double infinite = std::numeric_limits<double>::infinity();
+  for (const auto& [pixels, shown] :
+       {std::pair(0.0, "0"), std::pair(infinite, "inf"), std::pair(1e-310, "1e-310")}) {
+    image_.SetPixelsPerPoint(pixels);
+    EXPECT_EQ(FailureToDecorate(image_), Failure(PdfExceptionCode::InvalidParameter,
+                                                 "Invalid image resolution [" + std::string(shown) +
+                                                     "] (expected a number of pixels per point)"));
+  }
 }
 
 TEST_F(PdfDocDecorationTest, DoesNotConvertToPdfA) {
