@@ -143,6 +143,92 @@ constexpr bool IsOperator(std::uint32_t code) {
   return GroupOf(code) != OperatorGroup::kNone;
 }
 
+// How many operands an operator has (ISO 32000-2, annex A), and the fewest of those that take a
+// number of them; -1 for what is no operator.
+constexpr int OperandsOf(std::uint32_t code) {
+  switch (code) {
+    case OperatorCode("q"):
+    case OperatorCode("Q"):
+    case OperatorCode("h"):
+    case OperatorCode("S"):
+    case OperatorCode("s"):
+    case OperatorCode("f"):
+    case OperatorCode("F"):
+    case OperatorCode("f*"):
+    case OperatorCode("B"):
+    case OperatorCode("B*"):
+    case OperatorCode("b"):
+    case OperatorCode("b*"):
+    case OperatorCode("n"):
+    case OperatorCode("W"):
+    case OperatorCode("W*"):
+    case OperatorCode("BT"):
+    case OperatorCode("ET"):
+    case OperatorCode("T*"):
+    case OperatorCode("EMC"):
+    case OperatorCode("BI"):
+    case OperatorCode("BX"):
+    case OperatorCode("EX"):
+      return 0;
+    case OperatorCode("w"):
+    case OperatorCode("J"):
+    case OperatorCode("j"):
+    case OperatorCode("M"):
+    case OperatorCode("ri"):
+    case OperatorCode("i"):
+    case OperatorCode("gs"):
+    case OperatorCode("CS"):
+    case OperatorCode("cs"):
+    case OperatorCode("SC"):
+    case OperatorCode("sc"):
+    case OperatorCode("SCN"):
+    case OperatorCode("scn"):
+    case OperatorCode("G"):
+    case OperatorCode("g"):
+    case OperatorCode("Tc"):
+    case OperatorCode("Tw"):
+    case OperatorCode("Tz"):
+    case OperatorCode("TL"):
+    case OperatorCode("Tr"):
+    case OperatorCode("Ts"):
+    case OperatorCode("Tj"):
+    case OperatorCode("TJ"):
+    case OperatorCode("'"):
+    case OperatorCode("BMC"):
+    case OperatorCode("MP"):
+    case OperatorCode("Do"):
+    case OperatorCode("sh"):
+      return 1;
+    case OperatorCode("d"):
+    case OperatorCode("m"):
+    case OperatorCode("l"):
+    case OperatorCode("Tf"):
+    case OperatorCode("Td"):
+    case OperatorCode("TD"):
+    case OperatorCode("BDC"):
+    case OperatorCode("DP"):
+    case OperatorCode("d0"):
+      return 2;
+    case OperatorCode("RG"):
+    case OperatorCode("rg"):
+    case OperatorCode("\""):
+      return 3;
+    case OperatorCode("K"):
+    case OperatorCode("k"):
+    case OperatorCode("v"):
+    case OperatorCode("y"):
+    case OperatorCode("re"):
+      return 4;
+    case OperatorCode("c"):
+    case OperatorCode("cm"):
+    case OperatorCode("Tm"):
+    case OperatorCode("d1"):
+      return 6;
+    default:
+      return -1;
+  }
+}
+
 }  // namespace TarnixTools::pdf
 
 #endif  // TARNIX_PDF_CONTENT_OPERATORS_H_

@@ -13,26 +13,12 @@ namespace {
 
 using Kind = PathSegment::Kind;
 
-// Numbers that an operator takes.
-std::size_t OperandsOf(std::uint32_t code) {
-  switch (code) {
-    case OperatorCode("m"):
-    case OperatorCode("l"):
-      return 2;
-    case OperatorCode("c"):
-      return 6;
-    case OperatorCode("h"):
-      return 0;
-    default:
-      return 4;
-  }
-}
-
 }  // namespace
 
 bool PathBuilder::Run(const Operation& operation, const Matrix& matrix) {
   std::array<double, 6> number{};
-  if (!LastNumbers(operation, std::span(number).first(OperandsOf(operation.code)))) {
+  const auto count = static_cast<std::size_t>(std::max(OperandsOf(operation.code), 0));
+  if (!LastNumbers(operation, std::span(number).first(count))) {
     return false;
   }
   const auto point = [&](std::size_t i) { return matrix.Apply(number[i], number[i + 1]); };
