@@ -14,6 +14,9 @@ namespace TarnixTools::pdf {
 
 namespace {
 
+// Unknown operators from which on a reader may stop, which gives up at a hundred errors of any kind.
+constexpr std::size_t kManyUnknown = 32;
+
 // What begins with a byte.
 enum class Start : std::uint8_t { kOther, kSpace, kNumber, kOperator };
 
@@ -47,8 +50,10 @@ class BalanceScanner {
     while (position_ < content_.size()) {
       switch (StartOf(content_[position_])) {
         case Start::kSpace:
-        case Start::kNumber:  // an operator may follow without white space
           ++position_;
+          break;
+        case Start::kNumber:
+          TakeNumber();
           break;
         case Start::kOperator:
           TakeOperator();
@@ -63,6 +68,7 @@ class BalanceScanner {
     }
     if (lacks_image_data_) {
       cut += "\nID\nEI";
+      is_image_cut = true;
     }
   }
 
@@ -73,8 +79,20 @@ class BalanceScanner {
   ContentBalance::State text = ContentBalance::State::kAsBefore;
   ContentBalance::State path = ContentBalance::State::kAsBefore;
   std::string cut;
+  bool is_image_cut = false;
+  ContentBalance::Operands operands;
 
  private:
+  // An operator may follow without white space.
+  void TakeNumber() {
+    AddOperand();
+    while (position_ < content_.size() && StartOf(content_[position_]) == Start::kNumber) {
+      ++position_;
+    }
+  }
+
+  void AddOperand() { operands.left += open_.empty() ? 1 : 0; }
+
   void SkipRegular() {
     while (position_ < content_.size() && StartOf(content_[position_]) >= Start::kNumber) {
       ++position_;
@@ -84,11 +102,32 @@ class BalanceScanner {
   void TakeOperator() {
     const std::size_t begin = position_;
     SkipRegular();
-    const std::size_t size = position_ - begin;
-    if (size > 3) {
+    const std::string_view name = content_.substr(begin, position_ - begin);
+    if (name.size() > 3 && (name == "true" || name == "false" || name == "null")) {
+      AddOperand();
       return;
     }
-    Count(OperatorCode(content_.substr(begin, size)), begin);
+    const std::uint32_t code = OperatorCode(name);
+    CheckOperands(code);
+    Count(code, begin);
+  }
+
+  // Within an array or a dictionary it is no operator.
+  void CheckOperands(std::uint32_t code) {
+    if (!open_.empty()) {
+      return;
+    }
+    const int needed = OperandsOf(code);
+    const auto missing = needed - static_cast<std::int64_t>(operands.left);
+    if (needed < 0) {
+      operands.unknown_operators += compatible_ == 0 ? 1 : 0;
+    } else if (missing > 0 && operands.has_operator) {
+      operands.is_missing = true;
+    } else if (missing > 0) {
+      operands.missing_first = static_cast<std::size_t>(missing);
+    }
+    operands.has_operator = true;
+    operands.left = 0;
   }
 
   void Count(std::uint32_t code, std::size_t begin) {
@@ -121,6 +160,12 @@ class BalanceScanner {
         break;
       case OperatorCode("ID"):
         lacks_image_data_ = false;
+        break;
+      case OperatorCode("BX"):
+        ++compatible_;
+        break;
+      case OperatorCode("EX"):
+        compatible_ -= compatible_ > 0 ? 1 : 0;
         break;
       case OperatorCode("m"):
       case OperatorCode("re"):
@@ -156,9 +201,11 @@ class BalanceScanner {
     const char next = position_ < content_.size() ? content_[position_] : '\0';
     switch (c) {
       case '(':
+        AddOperand();
         SkipString();
         break;
       case '/':
+        AddOperand();
         SkipRegular();
         break;
       case '%':
@@ -175,6 +222,7 @@ class BalanceScanner {
           ++position_;
           Open('<');
         } else {
+          AddOperand();
           SkipHexString();
         }
         break;
@@ -190,6 +238,7 @@ class BalanceScanner {
   }
 
   void Open(char kind) {
+    AddOperand();
     if (open_.size() < static_cast<std::size_t>(limits::kMaxNesting)) {
       open_ += kind;
     }
@@ -258,6 +307,7 @@ class BalanceScanner {
       position_ = extent ? extent->after : content_.size();
       if (!extent) {
         cut += "\nEI";
+        is_image_cut = true;
       }
       return;
     }
@@ -267,9 +317,29 @@ class BalanceScanner {
   std::size_t position_ = 0;
   std::string open_;
   bool lacks_image_data_ = false;  // a BI had no ID so far
+  std::size_t compatible_ = 0;     // sections in which operators need not be known (BX)
   InlineImageMeasure images_;
   Arena arena_;
 };
+
+void ContentBalance::Operands::Append(const Operands& next) {
+  unknown_operators =
+      std::min(unknown_operators + next.unknown_operators, limits::kMaxCountedStates);
+  if (!next.has_operator) {
+    left += next.left;
+    return;
+  }
+  const std::size_t missing = next.missing_first - std::min(left, next.missing_first);
+  is_missing = is_missing || next.is_missing || (has_operator && missing > 0);
+  missing_first = has_operator ? missing_first : missing;
+  has_operator = true;
+  left = next.left;
+}
+
+bool ContentBalance::stops_readers() const {
+  return operands_.is_missing || operands_.missing_first > 0 || is_image_cut_ ||
+         operands_.unknown_operators >= kManyUnknown;
+}
 
 std::string ContentBalance::closing() const {
   std::string text = cut_;
@@ -305,6 +375,8 @@ void ContentBalance::Append(const ContentBalance& next) {
   text_ = next.text_ == State::kAsBefore ? text_ : next.text_;
   path_ = next.path_ == State::kAsBefore ? path_ : next.path_;
   cut_ = next.cut_;
+  is_image_cut_ = next.is_image_cut_;
+  operands_.Append(next.operands_);
 }
 
 ContentBalance MeasureBalance(std::string_view content) {
@@ -319,6 +391,8 @@ ContentBalance MeasureBalance(std::string_view content) {
   balance.text_ = scanner.text;
   balance.path_ = scanner.path;
   balance.cut_ = std::move(scanner.cut);
+  balance.is_image_cut_ = scanner.is_image_cut;
+  balance.operands_ = scanner.operands;
   return balance;
 }
 

@@ -37,6 +37,12 @@ class ContentBalance {
   // Whether the content ends within a string, an array, a dictionary or an inline image.
   bool is_cut() const { return !cut_.empty(); }
 
+  // Whether it has what makes readers pass over all that follows it in the page's content: an
+  // operator without the operands it needs, which is where poppler stops; an inline image that
+  // does not end, for whose data MuPDF takes what follows; or so many operators that are none that
+  // MuPDF, which puts up with a hundred, may stop.
+  bool stops_readers() const;
+
   // What closes everything that is open, to be put after the content and a line feed. Empty when
   // nothing is.
   std::string closing() const;
@@ -45,6 +51,18 @@ class ContentBalance {
   void Append(const ContentBalance& next);
 
  private:
+  // Those that stand before operators, and operators that are none.
+  struct Operands {
+    bool has_operator = false;
+    std::size_t missing_first = 0;  // the first operator may have more of them in a stream before
+    bool is_missing = false;        // others lack some
+    std::size_t left = 0;           // for an operator in the next stream
+    std::size_t unknown_operators = 0;
+
+    void Append(const Operands& next);
+  };
+
+  friend class BalanceScanner;
   friend ContentBalance MeasureBalance(std::string_view content);
 
   std::vector<std::size_t> restore_positions_;
@@ -55,6 +73,8 @@ class ContentBalance {
   State text_ = State::kAsBefore;
   State path_ = State::kAsBefore;
   std::string cut_;  // what completes the last token
+  bool is_image_cut_ = false;
+  Operands operands_;
 };
 
 // Reads the content once; nothing is kept of it.

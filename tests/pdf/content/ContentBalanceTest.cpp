@@ -1,3 +1,7 @@
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "pdf/content/ContentBalance.h"
@@ -46,6 +50,64 @@ TEST(ContentBalance, FindsRestoresWithoutSave) {
 TEST(ContentBalance, SeparatesOperatorsFromNumbersBeforeThem) {
   EXPECT_EQ(ClosingOf("1 0 0 1 0 0cm 2 J 5wq"), "");
   EXPECT_EQ(ClosingOf("5 w 0q"), "Q");
+}
+
+bool StopsReaders(std::string_view content) {
+  return MeasureBalance(content).stops_readers();
+}
+
+TEST(ContentBalance, FindsOperatorsThatLackOperands) {
+  for (const char* content :
+       {"", "1 0 0 1 5 5 cm", "/F1 12 Tf [(a) -5 (b)] TJ (x)' 1 2(y)\" .1 .2 .3 scn", "[] 0 d",
+        "/A <</B [1 0 0 RG]>> BDC EMC", "null true false 4 re", "0 0 m 5 5 l S 9 9 9", "5w1 0 0rg",
+        "1 2 3 4 5 6 7 8 9 g"}) {
+    EXPECT_FALSE(StopsReaders(content)) << content;
+  }
+  for (const char* content : {"cm", "1 0 0 1 5 cm", "5 w w", "/F1 Tf", "[1 2 3] d", "1 1 foo 1 l",
+                              "/A BDC", "1 0 0 rg RG", "gs", "] w"}) {
+    EXPECT_TRUE(StopsReaders(content)) << content;
+  }
+}
+
+TEST(ContentBalance, FindsInlineImagesThatDoNotEnd) {
+  EXPECT_TRUE(StopsReaders("q BI /W 1 /H 1 /BPC 8 /CS /G"));
+  EXPECT_TRUE(StopsReaders("BI /W 9 /H 9 /BPC 8 /CS /G ID abc"));
+  EXPECT_FALSE(StopsReaders("BI /W 3 /H 1 /BPC 8 /CS /G ID abc\nEI"));
+  EXPECT_FALSE(StopsReaders("(abc"));
+}
+
+TEST(ContentBalance, CountsOperatorsThatAreNone) {
+  const auto times = [](int count, const std::string& text) {
+    std::string all;
+    for (int i = 0; i < count; ++i) {
+      all += text;
+    }
+    return all;
+  };
+  EXPECT_FALSE(StopsReaders(times(20, "1 0 foo ")));
+  EXPECT_TRUE(StopsReaders(times(100, "1 0 foo ")));
+  EXPECT_FALSE(StopsReaders("BX " + times(100, "foo ") + "EX"));
+  ContentBalance all;
+  for (int i = 0; i < 100; ++i) {
+    all.Append(MeasureBalance("foo"));
+  }
+  EXPECT_TRUE(all.stops_readers());
+}
+
+TEST(ContentBalance, FindsOperandsInTheStreamBefore) {
+  const auto stops = [](const std::vector<std::string>& streams) {
+    ContentBalance all;
+    for (const std::string& stream : streams) {
+      all.Append(MeasureBalance(stream));
+    }
+    return all.stops_readers();
+  };
+  EXPECT_FALSE(stops({"q 2 0 0 2", "0 0 cm", "1 0 0 rg"}));
+  EXPECT_FALSE(stops({"2 0", "0 2", "0 0", "cm"}));
+  EXPECT_TRUE(stops({"q 2 0 0", "0 0 cm"}));
+  EXPECT_TRUE(stops({"q", "w"}));
+  EXPECT_TRUE(stops({"2 0", "w rg"}));
+  EXPECT_TRUE(stops({"w", "q 1 w"}));
 }
 
 TEST(ContentBalance, JoinsStreams) {
