@@ -4,6 +4,7 @@
 #include <array>
 
 #include "engines/toolbox/copy/CopyContext.h"
+#include "engines/toolbox/copy/pages/AddedResources.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::toolbox {
@@ -18,8 +19,6 @@ constexpr std::uint64_t kNodeKey = std::uint64_t{1} << 32;
 constexpr std::uint64_t kPageKey = std::uint64_t{2} << 32;
 
 constexpr std::string_view kNoResources = "<<>>";
-// Names of resources that are added to a page's own begin with this.
-constexpr std::string_view kFirstPrefix = "Tx";
 
 }  // namespace
 
@@ -242,52 +241,6 @@ std::uint32_t PageResourceCopier::Write(const std::string& text) {
   }
   return place->second;
 }
-
-namespace {
-
-// A beginning of names that makes all that are added differ from those that are there.
-std::string FreePrefix(const ResourceDictionary& resources,
-                       const std::vector<AddedResource>& added) {
-  std::unordered_set<std::string> taken;
-  for (const NamedResource& resource : resources.entries) {
-    if (resource.name.starts_with(kFirstPrefix)) {
-      taken.insert(static_cast<char>(resource.category) + std::string(resource.name));
-    }
-  }
-  std::string prefix(kFirstPrefix);
-  const auto is_taken = [&](const AddedResource& resource) {
-    return taken.contains(static_cast<char>(resource.category) + prefix + resource.name);
-  };
-  for (int i = 0; std::any_of(added.begin(), added.end(), is_taken); ++i) {
-    prefix = std::string(kFirstPrefix) + std::to_string(i) + '.';
-  }
-  return prefix;
-}
-
-void AppendAdded(std::string& out, pdf::ResourceCategory category,
-                 const std::vector<AddedResource>& added, const std::string& prefix) {
-  for (const AddedResource& resource : added) {
-    if (resource.category == category) {
-      pdf::AppendName(out, prefix + resource.name);
-      pdf::AppendReference(out, resource.number);
-    }
-  }
-}
-
-std::string AddedOnly(const std::vector<AddedResource>& added, const std::string& prefix) {
-  std::string text = "<<";
-  for (std::size_t i = 0; i < pdf::kResourceCategoryKeys.size(); ++i) {
-    std::string names;
-    AppendAdded(names, static_cast<pdf::ResourceCategory>(i), added, prefix);
-    if (!names.empty()) {
-      pdf::AppendName(text, pdf::kResourceCategoryKeys[i]);
-      text += "<<" + names + ">>";
-    }
-  }
-  return text + ">>";
-}
-
-}  // namespace
 
 std::string PageResourceCopier::CopyWith(std::string& page, const pdf::PageTree::Page& source_page,
                                          const Object& dictionary,
