@@ -26,6 +26,19 @@ Picture ParsePpm(const std::string& bytes) {
   return picture;
 }
 
+// Runs a program that draws pages into files of the directory, whose numbers are of equal length.
+std::vector<Picture> Drawn(const TempDir& directory, const std::vector<std::string>& command) {
+  const ProgramResult result = RunProgram(command);
+  if (result.exit_status != 0) {
+    throw std::runtime_error(command.front() + ": " + result.errors);
+  }
+  std::vector<Picture> pictures;
+  for (const std::string& name : directory.Names()) {
+    pictures.push_back(ParsePpm(ReadBytes(directory.Path(name))));
+  }
+  return pictures;
+}
+
 }  // namespace
 
 std::vector<std::vector<WordBox>> WordBoxes(const std::string& path) {
@@ -61,16 +74,14 @@ Pixel Picture::At(int x, int y) const {
 
 std::vector<Picture> Pictures(const std::string& path, int dpi) {
   const TempDir directory;
-  const ProgramResult result =
-      RunProgram({"pdftoppm", "-cropbox", "-r", std::to_string(dpi), path, directory.Path("page")});
-  if (result.exit_status != 0) {
-    throw std::runtime_error("pdftoppm: " + result.errors);
-  }
-  std::vector<Picture> pictures;
-  for (const std::string& name : directory.Names()) {  // numbers of equal length, sorted
-    pictures.push_back(ParsePpm(ReadBytes(directory.Path(name))));
-  }
-  return pictures;
+  return Drawn(directory,
+               {"pdftoppm", "-cropbox", "-r", std::to_string(dpi), path, directory.Path("page")});
+}
+
+std::vector<Picture> PicturesByMupdf(const std::string& path, int dpi) {
+  const TempDir directory;
+  return Drawn(directory, {"mutool", "draw", "-q", "-r", std::to_string(dpi), "-F", "ppm", "-o",
+                           directory.Path("page%04d.ppm"), path});
 }
 
 std::optional<Box> BoxOf(const Picture& picture, int dpi,

@@ -47,6 +47,9 @@ struct Picture {
 // Every page on white, by pdftoppm, cropped as a viewer shows it.
 std::vector<Picture> Pictures(const std::string& path, int dpi);
 
+// By mutool, which crops in the same way.
+std::vector<Picture> PicturesByMupdf(const std::string& path, int dpi);
+
 // Around the pixels for which the question is answered with yes, in points; nothing when there are
 // none.
 std::optional<Box> BoxOf(const Picture& picture, int dpi,

@@ -24,6 +24,8 @@ std::string Chunk(const std::string& type, const std::string& data) {
          BigEndian(static_cast<std::uint32_t>(sum));
 }
 
+}  // namespace
+
 std::string Deflated(const std::string& data) {
   std::string out(compressBound(static_cast<uLong>(data.size())), '\0');
   uLongf size = out.size();
@@ -32,8 +34,6 @@ std::string Deflated(const std::string& data) {
   out.resize(size);
   return out;
 }
-
-}  // namespace
 
 std::string PngOf(int width, int height, const std::array<std::uint8_t, 3>& color) {
   std::string row(1, '\0');  // no filter

@@ -1,4 +1,4 @@
-// Image files in code.
+// Image files in code, and the data of compressed streams.
 #ifndef TARNIX_TESTS_SUPPORT_TEST_IMAGE_H_
 #define TARNIX_TESTS_SUPPORT_TEST_IMAGE_H_
 
@@ -10,6 +10,9 @@ namespace TarnixTools::testing {
 
 // The bytes of a PNG file of one colour: red, green, blue.
 std::string PngOf(int width, int height, const std::array<std::uint8_t, 3>& color);
+
+// The data in zlib's format, as filters of PDF have it.
+std::string Deflated(const std::string& data);
 
 }  // namespace TarnixTools::testing
 
