@@ -79,7 +79,7 @@ void PageCopier::WritePage(const PageRequest& request) {
   AppendPageBoxes(text, context_, page, dictionary, arena_);
   AppendRotation(text, page, dictionary, request.rotation);
   if (request.painted != nullptr) {
-    AppendPainted(text, request, page, dictionary);
+    painted_.Append(text, {page, dictionary, request.target_position + 1, *request.painted});
   } else {
     parts_.resources.Copy(text, page, dictionary);
   }
@@ -107,27 +107,6 @@ void PageCopier::AppendContents(std::string& out, const Object& contents) {
                [this](const Object& item) { return !IsLostStream(item); });
   out += "/Contents";
   context_.objects().Append(out, Object::Array(streams));
-}
-
-// Contents and resources of a page that something is painted onto.
-void PageCopier::AppendPainted(std::string& out, const PageRequest& request,
-                               const pdf::PageTree::Page& page, const Object& dictionary) {
-  const Object contents = dictionary.Get("Contents");
-  const Object resolved = context_.document().Resolve(contents, arena_);
-  std::vector<std::uint32_t> streams;
-  const auto add = [&](const Object& item) {
-    if (item.IsReference() && !IsLostStream(item)) {
-      streams.push_back(item.AsReference().number);
-    }
-  };
-  if (resolved.IsArray()) {
-    std::for_each(resolved.Items().begin(), resolved.Items().end(), add);
-  } else {
-    add(contents);
-  }
-  const std::string prefix =
-      parts_.resources.CopyWith(out, page, dictionary, request.painted->resources);
-  painted_.Append(out, streams, *request.painted, prefix);
 }
 
 // A sound document's streams are taken on trust, so that they need not be read twice.

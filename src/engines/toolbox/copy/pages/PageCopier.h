@@ -18,7 +18,9 @@ class PageCopier {
  public:
   PageCopier(SourceDocument& source, pdf::FileWriter& target, TargetParts& parts,
              const std::vector<PageRequest>& requests)
-      : context_(source, target, parts, requests), parts_(context_), painted_(context_) {}
+      : context_(source, target, parts, requests),
+        parts_(context_),
+        painted_(context_, parts_.resources) {}
 
   // Once.
   void Write();
@@ -26,8 +28,6 @@ class PageCopier {
  private:
   void WritePage(const PageRequest& request);
   void AppendContents(std::string& out, const pdf::Object& contents);
-  void AppendPainted(std::string& out, const PageRequest& request, const pdf::PageTree::Page& page,
-                     const pdf::Object& dictionary);
   bool IsLostStream(const pdf::Object& item);
   void AppendRotation(std::string& out, const pdf::PageTree::Page& page,
                       const pdf::Object& dictionary, int rotation);

@@ -18,6 +18,7 @@ namespace {
 constexpr std::uint64_t kNodeKey = std::uint64_t{1} << 32;
 constexpr std::uint64_t kPageKey = std::uint64_t{2} << 32;
 
+constexpr std::string_view kResourcesKey = "/Resources";
 constexpr std::string_view kNoResources = "<<>>";
 
 }  // namespace
@@ -149,7 +150,7 @@ bool PageResourceCopier::IsWhole(const ResourceDictionary& resources, const Use&
 void PageResourceCopier::Copy(std::string& page, const pdf::PageTree::Page& source_page,
                               const Object& dictionary) {
   const Place place = PlaceOf(source_page, dictionary);
-  page += "/Resources";
+  page += kResourcesKey;
   if (place.value.IsNull()) {
     page += kNoResources;
     return;
@@ -242,29 +243,50 @@ std::uint32_t PageResourceCopier::Write(const std::string& text) {
   return place->second;
 }
 
-std::string PageResourceCopier::CopyWith(std::string& page, const pdf::PageTree::Page& source_page,
-                                         const Object& dictionary,
+PageResourceCopier::PageResources PageResourceCopier::Open(const pdf::PageTree::Page& source_page,
+                                                           const Object& dictionary) {
+  PageResources resources;
+  resources.place_ = PlaceOf(source_page, dictionary);
+  if (!resources.place_.value.IsNull()) {
+    resources.dictionary_ = Read(resources.place_);
+  }
+  return resources;
+}
+
+std::string PageResourceCopier::CopyWith(std::string& page, const PageResources& own,
                                          const std::vector<AddedResource>& added) {
-  const Place place = PlaceOf(source_page, dictionary);
-  const auto resources = place.value.IsNull() ? nullptr : Read(place);
-  page += "/Resources";
-  if (resources == nullptr) {
+  page += kResourcesKey;
+  if (own.dictionary_ == nullptr) {
     page += AddedOnly(added, std::string(kFirstPrefix));
     return std::string(kFirstPrefix);
   }
-  const std::string prefix = FreePrefix(*resources, added);
-  if (!place.is_shared) {
-    page += Merged(place, *resources, added, prefix);
+  const std::string prefix = FreePrefix(*own.dictionary_, added);
+  if (!own.place_.is_shared) {
+    page += Merged(own.place_, *own.dictionary_, added, prefix);
     return prefix;
   }
   const auto [known, is_new] =
-      merged_.try_emplace(std::to_string(place.key) + AddedOnly(added, prefix), 0);
+      merged_.try_emplace(std::to_string(own.place_.key) + AddedOnly(added, prefix), 0);
   if (is_new) {
-    const std::string text = Merged(place, *resources, added, prefix);
+    const std::string text = Merged(own.place_, *own.dictionary_, added, prefix);
     known->second = Write(text);
   }
   pdf::AppendReference(page, known->second);
   return prefix;
+}
+
+void PageResourceCopier::CopyToForm(std::string& form, const pdf::PageTree::Page& source_page,
+                                    const Object& dictionary) {
+  std::string text;
+  Copy(text, source_page, dictionary);
+  text.erase(0, kResourcesKey.size());
+  form += kResourcesKey;
+  if (text.starts_with("<<") && text != kNoResources) {
+    // An object of its own: strings in a stream's dictionary would have to be encrypted here.
+    pdf::AppendReference(form, Write(text));
+  } else {
+    form += text;
+  }
 }
 
 std::string PageResourceCopier::Merged(const Place& place, const ResourceDictionary& resources,

@@ -26,25 +26,6 @@ namespace TarnixTools::engines::toolbox {
 class CopyContext;
 
 class PageResourceCopier : public pdf::ResourceFilter {
- public:
-  explicit PageResourceCopier(CopyContext& context) : context_(&context) {}
-
-  // Looks at what the copied pages use; to be called before any page is written.
-  void Prepare();
-  // Appends the page's /Resources entry.
-  void Copy(std::string& page, const pdf::PageTree::Page& source_page,
-            const pdf::Object& dictionary);
-  // Appends the page's /Resources entry with more resources. Returns what their names begin with,
-  // so that none of them is one of the page's own.
-  std::string CopyWith(std::string& page, const pdf::PageTree::Page& source_page,
-                       const pdf::Object& dictionary, const std::vector<AddedResource>& added);
-  // To be called before a widget's appearances are copied, which keep the font of its text.
-  void NoteWidget(const pdf::Object& widget);
-
-  bool AppendResources(std::string& out, std::uint32_t number, const pdf::Object& dictionary,
-                       bool is_stream) override;
-
- private:
   // Where a page's resources stand: pages that share them have the same key.
   struct Place {
     pdf::Object value;
@@ -52,6 +33,37 @@ class PageResourceCopier : public pdf::ResourceFilter {
     bool is_shared = false;
   };
 
+ public:
+  // A page's own resources, looked up. Not to outlive the page's dictionary.
+  class PageResources {
+   private:
+    friend class PageResourceCopier;
+    Place place_;
+    std::shared_ptr<const ResourceDictionary> dictionary_;  // null: there are none
+  };
+
+  explicit PageResourceCopier(CopyContext& context) : context_(&context) {}
+
+  // Looks at what the copied pages use; to be called before any page is written.
+  void Prepare();
+  // Appends the page's /Resources entry.
+  void Copy(std::string& page, const pdf::PageTree::Page& source_page,
+            const pdf::Object& dictionary);
+  PageResources Open(const pdf::PageTree::Page& source_page, const pdf::Object& dictionary);
+  // Appends the page's /Resources entry with more resources. Returns what their names begin with,
+  // so that none of them is one of the page's own.
+  std::string CopyWith(std::string& page, const PageResources& own,
+                       const std::vector<AddedResource>& added);
+  // Appends the page's /Resources entry to the dictionary of a stream.
+  void CopyToForm(std::string& form, const pdf::PageTree::Page& source_page,
+                  const pdf::Object& dictionary);
+  // To be called before a widget's appearances are copied, which keep the font of its text.
+  void NoteWidget(const pdf::Object& widget);
+
+  bool AppendResources(std::string& out, std::uint32_t number, const pdf::Object& dictionary,
+                       bool is_stream) override;
+
+ private:
   // What is known of the use of one resource dictionary.
   struct Use {
     std::vector<bool> is_used;          // by entry

@@ -4,32 +4,46 @@
 
 #include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "engines/toolbox/content/ContentIsolation.h"
 #include "engines/toolbox/content/PageContent.h"
+#include "engines/toolbox/copy/pages/PageResources.h"
 
 namespace TarnixTools::engines::toolbox {
 
 class CopyContext;
 
+// A page of the source and what is painted onto its copy.
+struct PaintedPage {
+  const pdf::PageTree::Page& page;
+  const pdf::Object& dictionary;
+  std::uint32_t number = 0;  // one-based, in the target
+  const PageContent& painted;
+};
+
 class PaintedContents {
  public:
-  explicit PaintedContents(CopyContext& context);
+  // Both outlive this.
+  PaintedContents(CopyContext& context, PageResourceCopier& resources);
 
-  // Appends the page's /Contents entry.
-  //   streams - the numbers in the source of the page's own
-  //   prefix  - of the resources' names
-  void Append(std::string& out, const std::vector<std::uint32_t>& streams,
-              const PageContent& painted, const std::string& prefix);
+  // Appends the page's /Contents and /Resources entries.
+  void Append(std::string& out, const PaintedPage& page);
 
  private:
-  void AppendIsolated(std::string& out, const std::vector<std::uint32_t>& streams,
-                      const std::string& over);
-  void AppendStream(std::string& out, std::uint32_t source_number);
+  std::vector<std::uint32_t> StreamsOf(const PaintedPage& page);
+  IsolatedContent OwnContent(const PaintedPage& page);
+  AddedResource OwnForm(const PaintedPage& page, const std::string& content);
+  void AppendContents(std::string& out, const IsolatedContent& own, const PageContent& painted,
+                      const std::string& prefix);
+  void AppendOver(std::string& out, const IsolatedContent& own, const std::string& over);
+  void AppendStream(std::string& out, const ContentStream& stream);
 
   CopyContext* context_;
+  PageResourceCopier* resources_;
   ContentIsolation isolation_;
+  std::unordered_map<std::string, std::uint32_t> forms_;  // of pages, by what is in them
 };
 
 }  // namespace TarnixTools::engines::toolbox
