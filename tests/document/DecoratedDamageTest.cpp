@@ -182,6 +182,31 @@ TEST_F(DecoratedDamageTest, KeepsFontsAndStringsOfAPageThatStopsReaders) {
   EXPECT_NE(json.find("a string"), std::string::npos);
 }
 
+TEST_F(DecoratedDamageTest, KeepsTheTagsOfAPageThatStopsReaders) {
+  TARNIX_NEED_PROGRAM("pdfinfo");
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R/MarkInfo<</Marked true>>/StructTreeRoot 20 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>")
+      .Object(3,
+              "<</Type/Page/Parent 2 0 R/MediaBox[0 0 100 100]/Contents 10 0 R/StructParents 0"
+              "/Resources<</Font<</F 11 0 R>>>>>>")
+      .Stream(10, "",
+              "/H1 <</MCID 0>> BDC BT /F 9 Tf 5 80 Td (A title) Tj ET EMC "
+              "/P <</MCID 1>> BDC BT /F 9 Tf 5 5 Td (A text) Tj ET EMC w")
+      .Object(11, "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>")
+      .Object(20, "<</Type/StructTreeRoot/K[21 0 R]/ParentTree<</Nums[0[22 0 R 23 0 R]]>>>>")
+      .Object(21, "<</Type/StructElem/S/Document/P 20 0 R/K[22 0 R 23 0 R]>>")
+      .Object(22, "<</Type/StructElem/S/H1/P 21 0 R/Pg 3 0 R/K 0>>")
+      .Object(23, "<</Type/StructElem/S/P/P 21 0 R/K<</Type/MCR/Pg 3 0 R/MCID 1>>>>");
+  testing::WriteBytes(Path("doc.pdf"), pdf.Table());
+  const auto tags = [&](const std::string& name) {
+    return testing::RunProgram({"pdfinfo", "-struct-text", Path(name)}).output;
+  };
+  ExpectStampSeen("tagged");
+  EXPECT_THAT(tags("doc.pdf"), ::testing::HasSubstr("A title"));
+  EXPECT_EQ(tags("out.pdf"), tags("doc.pdf"));
+}
+
 TEST_F(DecoratedDamageTest, LeavesOutWhatIsNoStream) {
   for (const auto layer : {PdfTransformLayerPos::Over, PdfTransformLayerPos::Under}) {
     RawPdf pdf;

@@ -78,14 +78,16 @@ void PageCopier::WritePage(const PageRequest& request) {
   }
   AppendPageBoxes(text, context_, page, dictionary, arena_);
   AppendRotation(text, page, dictionary, request.rotation);
+  std::string key;
+  parts_.structure.CopyPageKey(key, dictionary, request, is_repeated);
   if (request.painted != nullptr) {
-    painted_.Append(text, {page, dictionary, request.target_position + 1, *request.painted});
+    AppendPainted(text, request, page, dictionary, key);
   } else {
+    text += key;
     parts_.resources.Copy(text, page, dictionary);
   }
   parts_.annotations.Copy(text, context_.document().Resolve(dictionary.Get("Annots"), arena_),
                           request);
-  parts_.structure.CopyPageKey(text, dictionary, request, is_repeated);
   ReportLeftOut(dictionary);
   context_.writer().WriteObject(request.target_number, text + ">>");
 }
@@ -107,6 +109,16 @@ void PageCopier::AppendContents(std::string& out, const Object& contents) {
                [this](const Object& item) { return !IsLostStream(item); });
   out += "/Contents";
   context_.objects().Append(out, Object::Array(streams));
+}
+
+void PageCopier::AppendPainted(std::string& out, const PageRequest& request,
+                               const pdf::PageTree::Page& page, const Object& dictionary,
+                               const std::string& key) {
+  const std::uint32_t form =
+      painted_.Append(out, {page, dictionary, request.target_position + 1, *request.painted, key});
+  if (form != 0 && !key.empty()) {
+    parts_.structure.MoveToForm(page.number, form);
+  }
 }
 
 // A sound document's streams are taken on trust, so that they need not be read twice.

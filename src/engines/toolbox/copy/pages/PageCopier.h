@@ -28,6 +28,8 @@ class PageCopier {
  private:
   void WritePage(const PageRequest& request);
   void AppendContents(std::string& out, const pdf::Object& contents);
+  void AppendPainted(std::string& out, const PageRequest& request, const pdf::PageTree::Page& page,
+                     const pdf::Object& dictionary, const std::string& key);
   bool IsLostStream(const pdf::Object& item);
   void AppendRotation(std::string& out, const pdf::PageTree::Page& page,
                       const pdf::Object& dictionary, int rotation);

@@ -50,13 +50,14 @@ std::string FormEntries(CopyContext& context, const PaintedPage& page) {
 PaintedContents::PaintedContents(CopyContext& context, PageResourceCopier& resources)
     : context_(&context), resources_(&resources), isolation_(context.source(), context.writer()) {}
 
-void PaintedContents::Append(std::string& out, const PaintedPage& page) {
+std::uint32_t PaintedContents::Append(std::string& out, const PaintedPage& page) {
   PageContent painted{page.painted.Plain(page.painted.under), page.painted.Plain(page.painted.over),
                       page.painted.resources};
   const IsolatedContent own = OwnContent(page);
   std::string prefix(kFirstPrefix);
+  AddedResource form;
   if (own.form) {
-    const AddedResource form = OwnForm(page, *own.form);
+    form = OwnForm(page, *own.form);
     painted.over.insert(0, Show(form));
     painted.Add(form);
     out += "/Resources" + AddedOnly(painted.resources, prefix);
@@ -65,6 +66,7 @@ void PaintedContents::Append(std::string& out, const PaintedPage& page) {
         resources_->CopyWith(out, resources_->Open(page.page, page.dictionary), painted.resources);
   }
   AppendContents(out, own, painted, prefix);
+  return form.number;
 }
 
 std::vector<std::uint32_t> PaintedContents::StreamsOf(const PaintedPage& page) {
@@ -109,7 +111,7 @@ IsolatedContent PaintedContents::OwnContent(const PaintedPage& page) {
 
 // Pages with the same content and resources share one form.
 AddedResource PaintedContents::OwnForm(const PaintedPage& page, const std::string& content) {
-  std::string entries = FormEntries(*context_, page);
+  std::string entries = FormEntries(*context_, page) + page.structure_key;
   resources_->CopyToForm(entries, page.page, page.dictionary);
   std::string key = entries;
   for (const std::uint32_t number : StreamsOf(page)) {

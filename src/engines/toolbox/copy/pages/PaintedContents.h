@@ -21,6 +21,7 @@ struct PaintedPage {
   const pdf::Object& dictionary;
   std::uint32_t number = 0;  // one-based, in the target
   const PageContent& painted;
+  const std::string& structure_key;  // the entry by which tags find its content, or nothing
 };
 
 class PaintedContents {
@@ -28,8 +29,9 @@ class PaintedContents {
   // Both outlive this.
   PaintedContents(CopyContext& context, PageResourceCopier& resources);
 
-  // Appends the page's /Contents and /Resources entries.
-  void Append(std::string& out, const PaintedPage& page);
+  // Appends the page's /Contents and /Resources entries and its structure key. Where its content
+  // has become a form, the key goes there; the result is the form's number then, and 0 otherwise.
+  std::uint32_t Append(std::string& out, const PaintedPage& page);
 
  private:
   std::vector<std::uint32_t> StreamsOf(const PaintedPage& page);

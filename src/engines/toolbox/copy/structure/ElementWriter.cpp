@@ -19,14 +19,8 @@ std::span<const Object> FirstOf(const Object& list, std::size_t count) {
 
 }  // namespace
 
-ElementWriter::ElementWriter(CopyContext& context, SourceStructure& source,
-                             const std::unordered_map<std::uint32_t, std::uint32_t>& annotations,
-                             const std::unordered_map<std::uint32_t, std::uint32_t>& stream_pages)
-    : context_(&context),
-      source_(&source),
-      target_(&context.parts().structure),
-      annotations_(&annotations),
-      stream_pages_(&stream_pages) {}
+ElementWriter::ElementWriter(CopyContext& context, SourceStructure& source, const Places& places)
+    : context_(&context), source_(&source), target_(&context.parts().structure), places_(places) {}
 
 void ElementWriter::RenameIds(const std::function<bool(std::uint32_t index)>& is_kept) {
   const TargetIds& taken = target_->ids();
@@ -59,13 +53,15 @@ void ElementWriter::Write(std::uint32_t index, std::uint32_t target_number,
   for (const pdf::DictionaryEntry& entry : loaded.dictionary.Entries()) {
     AppendEntry(text_, entry, has_namespace);
   }
-  if (const PageRequest* request = context_->CopyOfPage(source_->InheritedPage(index))) {
+  const std::uint32_t inherited_page = source_->InheritedPage(index);
+  const std::uint32_t own_page = loaded.dictionary.Get("Pg").AsReference().number;
+  if (const PageRequest* request = context_->CopyOfPage(inherited_page)) {
     text_ += "/Pg";
     pdf::AppendReference(text_, request->target_number);
   }
   text_ += "/P";
   pdf::AppendReference(text_, parent_number);
-  AppendKids(text_, loaded.kids, kids);
+  AppendKids(text_, loaded.kids, kids, own_page != 0 ? own_page : inherited_page);
   if (source_->elements()[index].parent == 0) {
     context_->parts().language.WriteTopElement(context_->writer(), target_number, text_,
                                                loaded.dictionary.Has("Lang"));
@@ -201,7 +197,7 @@ void ElementWriter::AppendRelated(std::string& out, const Object& elements) {
 }
 
 void ElementWriter::AppendKids(std::string& out, std::span<const Object> all,
-                               std::span<const Kid> kids) {
+                               std::span<const Kid> kids, std::uint32_t page_number) {
   if (kids.empty()) {
     return;
   }
@@ -210,26 +206,28 @@ void ElementWriter::AppendKids(std::string& out, std::span<const Object> all,
     if (kid.target_number != 0) {
       pdf::AppendReference(out, kid.target_number);
     } else if (kid.position < all.size()) {
-      AppendContent(out, context_->document().Resolve(all[kid.position], arena_));
+      AppendContent(out, context_->document().Resolve(all[kid.position], arena_), page_number);
     }
   }
   out += kids.size() == 1 ? "" : "]";
 }
 
-void ElementWriter::AppendContent(std::string& out, const Object& kid) {
+// page_number: of the element's page, which is that of content that names none.
+void ElementWriter::AppendContent(std::string& out, const Object& kid, std::uint32_t page_number) {
   if (!kid.IsDictionary()) {
-    pdf::AppendInteger(out, kid.IntegerOr(0));
+    AppendNumber(out, kid.IntegerOr(0), page_number);
     return;
   }
   pdf::ObjectCopier& objects = context_->objects();
-  const auto stream = stream_pages_->find(kid.Get("Stm").AsReference().number);
-  const bool is_elsewhere = context_->CopyOfPage(kid.Get("Pg").AsReference().number) == nullptr;
+  const auto stream = places_.stream_pages.find(kid.Get("Stm").AsReference().number);
+  const std::uint32_t own_page = kid.Get("Pg").AsReference().number;
+  const bool is_elsewhere = context_->CopyOfPage(own_page) == nullptr;
   out += "<<";
   for (const pdf::DictionaryEntry& entry : kid.Entries()) {
-    const auto annotation = annotations_->find(entry.value.AsReference().number);
+    const auto annotation = places_.annotations.find(entry.value.AsReference().number);
     if (entry.Key() == "Pg") {
       AppendPage(out, entry.value);
-    } else if (entry.Key() == "Obj" && annotation != annotations_->end()) {
+    } else if (entry.Key() == "Obj" && annotation != places_.annotations.end()) {
       out += "/Obj";
       pdf::AppendReference(out, annotation->second);
     } else {
@@ -237,12 +235,36 @@ void ElementWriter::AppendContent(std::string& out, const Object& kid) {
       objects.Append(out, entry.value);
     }
   }
+  if (kid.Has("MCID") && !kid.Has("Stm")) {
+    AppendForm(out, own_page != 0 ? own_page : page_number);
+  }
   // The page that the source names is not copied, but another that shows the stream is.
-  if (is_elsewhere && stream != stream_pages_->end()) {
+  if (is_elsewhere && stream != places_.stream_pages.end()) {
     out += "/Pg";
     pdf::AppendReference(out, stream->second);
   }
   out += ">>";
+}
+
+// A mere number is for the page's own content only.
+void ElementWriter::AppendNumber(std::string& out, std::int64_t mcid, std::uint32_t page_number) {
+  if (!places_.page_forms.contains(page_number)) {
+    pdf::AppendInteger(out, mcid);
+    return;
+  }
+  out += "<</Type/MCR";
+  AppendForm(out, page_number);
+  out += "/MCID";
+  pdf::AppendInteger(out, mcid);
+  out += ">>";
+}
+
+void ElementWriter::AppendForm(std::string& out, std::uint32_t page_number) {
+  const auto form = places_.page_forms.find(page_number);
+  if (form != places_.page_forms.end()) {
+    out += "/Stm";
+    pdf::AppendReference(out, form->second);
+  }
 }
 
 // What the role map says of a type that has its meaning from a namespace is for readers that know no

@@ -28,11 +28,17 @@ class ElementWriter {
     std::uint32_t target_number;  // of an element; 0 for content
   };
 
-  // annotations: the target numbers of those that are copied; stream_pages: of pages on which
-  // streams with marked content are. Everything passed by reference outlives the writer.
-  ElementWriter(CopyContext& context, SourceStructure& source,
-                const std::unordered_map<std::uint32_t, std::uint32_t>& annotations,
-                const std::unordered_map<std::uint32_t, std::uint32_t>& stream_pages);
+  using Numbers = std::unordered_map<std::uint32_t, std::uint32_t>;
+
+  // Numbers in the target, by numbers in the source.
+  struct Places {
+    const Numbers& annotations;   // that are copied
+    const Numbers& stream_pages;  // pages on which streams with marked content are
+    const Numbers& page_forms;    // forms that the content of pages has become, by page
+  };
+
+  // Everything passed by reference outlives the writer.
+  ElementWriter(CopyContext& context, SourceStructure& source, const Places& places);
 
   // Before any element is written: gives new ids to elements whose id another source has used.
   // is_kept: whether an element, by its index, will be written.
@@ -57,8 +63,11 @@ class ElementWriter {
   void AppendAttributesRenamed(std::string& out, const pdf::Object& attributes);
   void AppendId(std::string& out, const pdf::Object& id);
   void AppendRelated(std::string& out, const pdf::Object& elements);
-  void AppendKids(std::string& out, std::span<const pdf::Object> all, std::span<const Kid> kids);
-  void AppendContent(std::string& out, const pdf::Object& kid);
+  void AppendKids(std::string& out, std::span<const pdf::Object> all, std::span<const Kid> kids,
+                  std::uint32_t page_number);
+  void AppendContent(std::string& out, const pdf::Object& kid, std::uint32_t page_number);
+  void AppendNumber(std::string& out, std::int64_t mcid, std::uint32_t page_number);
+  void AppendForm(std::string& out, std::uint32_t page_number);
   void KeepRole(std::string_view name);
   std::string RoleOf(std::string_view name);
   const std::string& ClassOf(std::string_view name);
@@ -66,8 +75,7 @@ class ElementWriter {
   CopyContext* context_;
   SourceStructure* source_;
   TargetStructure* target_;
-  const std::unordered_map<std::uint32_t, std::uint32_t>* annotations_;
-  const std::unordered_map<std::uint32_t, std::uint32_t>* stream_pages_;
+  Places places_;
   pdf::Arena arena_;
   std::string text_;
   Names ids_;  // that change

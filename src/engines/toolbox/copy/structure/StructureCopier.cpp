@@ -324,7 +324,7 @@ void StructureCopier::WriteElements() {
   std::sort(kids_.begin(), kids_.end(), [](const Kid& a, const Kid& b) {
     return std::tie(a.element, a.position) < std::tie(b.element, b.position);
   });
-  ElementWriter writer(*context_, *source_, annotations_, stream_pages_);
+  ElementWriter writer(*context_, *source_, {annotations_, stream_pages_, page_forms_});
   pdf::NumberMap& slots = source_->slots();
   writer.RenameIds([&](std::uint32_t index) { return slots.Get(index) != 0; });
   std::optional<std::uint32_t> top_namespace;

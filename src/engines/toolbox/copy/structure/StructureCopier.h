@@ -36,6 +36,12 @@ class StructureCopier {
   // element's content is in one place.
   void CopyPageKey(std::string& page, const pdf::Object& dictionary, const PageRequest& request,
                    bool is_repeated);
+
+  // The content of the page, by its number in the source, is in a form now; the entry is the form's.
+  void MoveToForm(std::uint32_t page_number, std::uint32_t form_number) {
+    page_forms_.emplace(page_number, form_number);
+  }
+
   // Appends an annotation's /StructParent entry, if there is an element for it. For each annotation
   // that is written.
   void CopyAnnotationKey(std::string& out, const pdf::Object& dictionary,
@@ -81,6 +87,7 @@ class StructureCopier {
   std::vector<std::pair<std::size_t, std::uint32_t>> page_marks_;  // keyed objects from there on
                                                                    // came with this page
   std::unordered_map<std::uint32_t, std::uint32_t> stream_pages_;
+  std::unordered_map<std::uint32_t, std::uint32_t> page_forms_;
   std::vector<Kept> kept_;
   std::vector<ElementWriter::Kid> kids_;
 };
