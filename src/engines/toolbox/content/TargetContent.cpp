@@ -1,5 +1,6 @@
 #include "engines/toolbox/content/TargetContent.h"
 
+#include "engines/support/pictures/StandardProfiles.h"
 #include "engines/toolbox/ToolboxFailure.h"
 #include "engines/toolbox/content/ContentText.h"
 #include "engines/toolbox/content/StreamText.h"
@@ -82,18 +83,38 @@ AddedResource TargetContent::GraphicsStateOf(double alpha) {
   return resource;
 }
 
-std::uint32_t TargetContent::StreamOf(const std::string& text) {
+std::uint32_t TargetContent::StreamOf(const std::string& text, const std::string& entries) {
   if (text.size() > kMaxKeptStream) {
-    return WriteStreamText(*writer_, "", text);
+    return WriteStreamText(*writer_, entries, text);
   }
-  if (const auto known = streams_.find(text); known != streams_.end()) {
+  std::string key = entries + text;
+  if (const auto known = streams_.find(key); known != streams_.end()) {
     return known->second;
   }
-  const std::uint32_t number = WriteStreamText(*writer_, "", text);
+  const std::uint32_t number = WriteStreamText(*writer_, entries, text);
   if (streams_.size() < kMaxKeptStreams) {
-    streams_.emplace(text, number);
+    streams_.emplace(std::move(key), number);
   }
   return number;
+}
+
+// Ghostscript passes over a default that is the device's space itself. Where there is no other way
+// to say it, as of process colours, the other readers take it for what it is.
+std::string TargetContent::PlainSpaceOf(std::string_view default_name) {
+  if (const auto known = plain_spaces_.find(default_name); known != plain_spaces_.end()) {
+    return known->second;
+  }
+  std::string space = default_name == "DefaultRGB"    ? WriteProfile(3, SrgbProfile())
+                      : default_name == "DefaultGray" ? WriteProfile(1, GrayProfile())
+                                                      : "/DeviceCMYK";
+  return plain_spaces_.emplace(default_name, std::move(space)).first->second;
+}
+
+std::string TargetContent::WriteProfile(int components, const std::string& profile) {
+  std::string space = "[/ICCBased";
+  pdf::AppendReference(space,
+                       WriteStreamText(*writer_, "/N " + std::to_string(components), profile));
+  return space + ']';
 }
 
 void TargetContent::Finish() {

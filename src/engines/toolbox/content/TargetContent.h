@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -45,8 +46,13 @@ class TargetContent {
   // A graphics state with this opacity.
   AddedResource GraphicsStateOf(double alpha);
 
-  // The number of a stream with this text; short ones that come again are written once.
-  std::uint32_t StreamOf(const std::string& text);
+  // The number of a stream with this text; short ones that come again are written once. entries: of
+  // its dictionary, without strings.
+  std::uint32_t StreamOf(const std::string& text, const std::string& entries = {});
+
+  // A colour space, as text, for what a page calls DefaultGray, DefaultRGB or DefaultCMYK: there
+  // the device's colours are what they are without such an entry.
+  std::string PlainSpaceOf(std::string_view default_name);
 
   // Runs what writes into the document while its pages are painted onto. A failure, which may leave
   // half an object behind, is kept for Finish.
@@ -64,6 +70,8 @@ class TargetContent {
   void Finish();
 
  private:
+  std::string WriteProfile(int components, const std::string& profile);
+
   pdf::FileWriter* writer_;
   TargetImages images_;
   fonts::FaceStore faces_;
@@ -74,6 +82,7 @@ class TargetContent {
   std::vector<EmbeddedFont*> fonts_;  // in the order of their use
   std::map<double, AddedResource> graphics_states_;
   std::unordered_map<std::string, std::uint32_t> streams_;
+  std::map<std::string, std::string, std::less<>> plain_spaces_;  // by the default's name
   std::exception_ptr failure_;
 };
 

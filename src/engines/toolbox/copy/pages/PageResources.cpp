@@ -253,6 +253,22 @@ PageResourceCopier::PageResources PageResourceCopier::Open(const pdf::PageTree::
   return resources;
 }
 
+std::vector<std::string_view> PageResourceCopier::PageResources::DefaultSpaces() const {
+  std::vector<std::string_view> names;
+  if (dictionary_ == nullptr) {
+    return names;
+  }
+  for (const NamedResource& resource : dictionary_->entries) {
+    if (resource.category != pdf::ResourceCategory::kColorSpace) {
+      break;
+    }
+    if (resource.is_implied) {
+      names.push_back(resource.name);
+    }
+  }
+  return names;
+}
+
 std::string PageResourceCopier::CopyWith(std::string& page, const PageResources& own,
                                          const std::vector<AddedResource>& added) {
   page += kResourcesKey;

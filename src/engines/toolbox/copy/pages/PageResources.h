@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -36,6 +37,10 @@ class PageResourceCopier : public pdf::ResourceFilter {
  public:
   // A page's own resources, looked up. Not to outlive the page's dictionary.
   class PageResources {
+   public:
+    // Names of the colour spaces that stand for those of the device on this page (8.6.5.6).
+    std::vector<std::string_view> DefaultSpaces() const;
+
    private:
     friend class PageResourceCopier;
     Place place_;

@@ -1,6 +1,7 @@
 #include "engines/toolbox/copy/pages/PaintedContents.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "engines/toolbox/content/ContentText.h"
 #include "engines/toolbox/content/StreamText.h"
@@ -122,6 +123,31 @@ AddedResource PaintedContents::OwnForm(const PaintedPage& page, const std::strin
     number = WriteStreamText(context_->writer(), entries, content);
   }
   return {pdf::ResourceCategory::kXObject, "P", number};
+}
+
+// A form looks up default colour spaces in its own resources first.
+void PaintedContents::PutIntoForms(PageContent& painted, const PaintedPage& page,
+                                   const std::vector<std::string_view>& default_spaces) {
+  TargetContent& target = *context_->parts().content;
+  const std::string prefix(kFirstPrefix);
+  std::string entries = FormEntries(*context_, page) + "/Resources";
+  entries += AddedOnly(painted.resources, prefix);
+  entries.erase(entries.size() - 2);
+  entries += "/ColorSpace<<";
+  for (const std::string_view name : default_spaces) {
+    pdf::AppendName(entries, name);
+    pdf::AppendToken(entries, target.PlainSpaceOf(name));
+  }
+  entries += ">>>>";
+  painted.resources.clear();
+  for (auto [part, name] : {std::pair(&painted.under, "U"), std::pair(&painted.over, "O")}) {
+    if (!part->empty()) {
+      const AddedResource form = {pdf::ResourceCategory::kXObject, name,
+                                  target.StreamOf(WithPrefix(*part, prefix), entries)};
+      *part = Show(form);
+      painted.Add(form);
+    }
+  }
 }
 
 void PaintedContents::AppendContents(std::string& out, const IsolatedContent& own,

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -37,6 +38,8 @@ class PaintedContents {
   std::vector<std::uint32_t> StreamsOf(const PaintedPage& page);
   IsolatedContent OwnContent(const PaintedPage& page);
   AddedResource OwnForm(const PaintedPage& page, const std::string& content);
+  void PutIntoForms(PageContent& painted, const PaintedPage& page,
+                    const std::vector<std::string_view>& default_spaces);
   void AppendContents(std::string& out, const IsolatedContent& own, const PageContent& painted,
                       const std::string& prefix);
   void AppendOver(std::string& out, const IsolatedContent& own, const std::string& over);
