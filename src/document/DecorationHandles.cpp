@@ -3,23 +3,16 @@
 #include <utility>
 
 #include "PdfException.h"
+#include "decoration/SystemFont.h"
 #include "foundation/Platform.h"
 
 namespace TarnixTools {
 namespace {
 
-constexpr const char* kFallbackFont = "Arial";
-constexpr std::int32_t kEmbed = 1;
 constexpr std::int32_t kRgb = 2;
 
 [[noreturn]] void ThrowEngineError(const char* message) {
   throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(), "%s", message);
-}
-
-FontPtr SystemFont(engines::TPdfDocument* target, const std::string& name,
-                   const std::string& style) {
-  return FontPtr(
-      engines::PdfDocumentCreateSystemFontA(target, name.c_str(), style.c_str(), kEmbed));
 }
 
 void ReportReplacedFont(const PdfTransformation& transformation, PdfReport& report) {
@@ -31,19 +24,12 @@ void ReportReplacedFont(const PdfTransformation& transformation, PdfReport& repo
 
 FontPtr GetTransformationFont(engines::TPdfDocument* target,
                               const PdfTransformation& transformation, PdfReport& report) {
-  FontPtr font = SystemFont(target, transformation.GetFontName(), transformation.GetFontStyle());
-  if (font == nullptr) {
-    font = SystemFont(target, kFallbackFont, "");
-    if (font == nullptr) {
-      const std::int32_t error = engines::PdfGetLastError();
-      throw PdfException(PdfExceptionCode::EngineError, error,
-                         "Unable to get system font from [%s] [%s] (error [%d])",
-                         transformation.GetFontName().c_str(),
-                         transformation.GetFontStyle().c_str(), error);
-    }
+  SystemFont made =
+      MakeSystemFont(target, transformation.GetFontName(), transformation.GetFontStyle());
+  if (made.is_fallback) {
     ReportReplacedFont(transformation, report);
   }
-  return font;
+  return std::move(made.font);
 }
 
 DecorationHandles TextHandles(engines::TPdfDocument* target,
