@@ -2,7 +2,8 @@
 // is what positions of stamps and page numbers are computed from; a host that only decorates
 // documents has no use for it.
 //
-//   PdfText block("First line\nSecond line", font, 24);   // font: of the document engine
+//   const PdfFont font("Arial", "");
+//   PdfText block("First line\nSecond line", font.Get(), 24);
 //   block.GetLinesNum();                                  // 2
 //   block.GetTextHeight();                                // 28.8 more than that of one line
 #ifndef TARNIX_PDF_TEXT_H_
@@ -11,13 +12,10 @@
 #include <string>
 #include <vector>
 
+#include "PdfEngineTypes.h"
 #include "TarnixExport.h"
 
 namespace TarnixTools {
-
-namespace engines {
-struct TPdfFont;
-}  // namespace engines
 
 // A block looks like this:
 //
@@ -34,7 +32,7 @@ class TARNIX_EXPORT PdfText {
   //   text - UTF-8. Line feeds separate the lines: one at the end starts no further line, and two
   //          in a row have an empty line between them. Carriage returns stay in the lines. An empty
   //          text is one empty line.
-  //   font - of the document engine; stays the caller's.
+  //   font - as PdfFont gives it; stays the caller's.
   //   size - in points.
   // Throws InvalidParameter for a null font, and for a size that is not above 0.
   PdfText(const std::string& text, engines::TPdfFont* font, double size);

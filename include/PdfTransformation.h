@@ -29,16 +29,12 @@
 #include <vector>
 
 #include "PdfCompliance.h"
+#include "PdfEngineTypes.h"
 #include "PdfPagePoint.h"
 #include "PdfPageRange.h"
 #include "TarnixExport.h"
 
 namespace TarnixTools {
-
-namespace engines {
-struct TPdfPoint;
-struct TPdfSize;
-}  // namespace engines
 
 class PdfText;
 
@@ -402,7 +398,7 @@ class TARNIX_EXPORT PdfTransformation {
   // ---- for a page that is drawn ----------------------------------------------------------------
   //
   // Called for each page by the operations of PdfDoc; a host calls them only to see beforehand
-  // where something will stand.
+  // where something will stand; PdfFont.h has an example.
 
   // Gives the horizontal position and adjustment that hold on this page of the document, made from
   // what was set: the order in which pages come does not matter. Nothing changes unless pages face

@@ -25,13 +25,14 @@
 #include <cstdint>
 #include <string>
 
+#include "PdfEngineTypes.h"
+
 namespace TarnixTools::engines {
 
 struct TPdfDocument;
 struct TPdfPageList;
 struct TPdfPage;
 struct TPdfMetadata;
-struct TPdfFont;
 struct TPdfColorSpace;
 struct TPdfPaint;
 struct TPdfText;
@@ -40,18 +41,6 @@ struct TPdfContent;
 struct TPdfContentGenerator;
 struct TPdfImage;
 struct TPdfTransformation;
-
-// A page's size in points (1/72 inch).
-struct TPdfSize {
-  double width = 0;
-  double height = 0;
-};
-
-// A place in points, from the lower-left corner of the page as it is seen, y upwards.
-struct TPdfPoint {
-  double x = 0;
-  double y = 0;
-};
 
 struct TPdfRectangle {
   double left = 0;
