@@ -42,7 +42,6 @@ const char* StringOf(const FcPattern* pattern, const char* property, int index) 
              : nullptr;
 }
 
-// Ranges, which variable fonts have instead of numbers, count as `otherwise`.
 int NumberOf(const FcPattern* pattern, const char* property, int otherwise) {
   const Fontconfig& fc = Fontconfig::Get();
   int number = 0;
@@ -71,14 +70,29 @@ bool IsSame(const std::string& one, const char* other) {
          0;
 }
 
-// Whether a PDF file can hold its outlines. Named instances of variable fonts are left out, for
-// what is embedded is the default one.
+bool IsCalled(const InstalledFace& face, std::string_view style) {
+  const std::string wanted(style);
+  return !wanted.empty() &&
+         std::any_of(face.styles.begin(), face.styles.end(),
+                     [&](const std::string& name) { return IsSame(wanted, name.c_str()); });
+}
+
+// Whether its style has the name of the one that texts are set in.
+bool IsUsual(const InstalledFace& face) {
+  return IsCalled(face, "Regular") || IsCalled(face, "Book") || IsCalled(face, "Roman");
+}
+
+FontStyle StyleOf(const InstalledFace& face) {
+  return {face.weight, face.slant, face.width};
+}
+
+// Whether a PDF file can hold its outlines. A variable font is listed as what it is without being
+// varied, and once for each instance that has a name; what lists it with ranges is left out.
 bool IsEmbeddable(const FcPattern* pattern) {
   const char* format = StringOf(pattern, FC_FONTFORMAT, 0);
   const std::string_view name = format == nullptr ? "" : format;
-  const int index = NumberOf(pattern, FC_INDEX, 0);
   return (name == "TrueType" || name == "CFF") && HasFlag(pattern, FC_OUTLINE, true) &&
-         (index >> 16) == 0 && StringOf(pattern, FC_FILE, 0) != nullptr;
+         !HasFlag(pattern, FC_VARIABLE, false) && StringOf(pattern, FC_FILE, 0) != nullptr;
 }
 
 }  // namespace
@@ -104,17 +118,15 @@ class FontCatalog::Lists {
 
   const InstalledFace* FindInFamily(const std::string& family, std::string_view style) const {
     const FontStyle wanted = ParseFontStyle(style);
-    const std::string style_name(style);
     const InstalledFace* best = nullptr;
-    int best_distance = 0;
+    std::pair<int, bool> best_distance;
     for (const Entry& entry : found_) {
       if (!IsOfFamily(entry.pattern, family)) {
         continue;
       }
       const InstalledFace& face = entry.face;
-      const bool has_name = !style_name.empty() && HasStyle(face, style_name);
-      const int distance =
-          has_name ? -1 : StyleDistance(wanted, {face.weight, face.slant, face.width});
+      const int from_style = IsCalled(face, style) ? -1 : StyleDistance(wanted, StyleOf(face));
+      const std::pair distance(from_style, style.empty() && !IsUsual(face));
       if (best == nullptr || distance < best_distance) {
         best = &face;
         best_distance = distance;
@@ -224,11 +236,6 @@ class FontCatalog::Lists {
     return false;
   }
 
-  static bool HasStyle(const InstalledFace& face, const std::string& style) {
-    return std::any_of(face.styles.begin(), face.styles.end(),
-                       [&](const std::string& name) { return IsSame(style, name.c_str()); });
-  }
-
   FcConfig* config_;  // never released, as the catalog is not
   std::vector<Entry> found_;
   std::map<std::pair<std::string, int>, const Entry*> patterns_;
@@ -283,7 +290,7 @@ bool FontCatalog::Has(const InstalledFace& face, char32_t character) const {
 
 std::vector<const InstalledFace*> FontCatalog::Substitutes(const InstalledFace& face,
                                                            std::string_view language) const {
-  return lists_->Sorted(face.family, {face.weight, face.slant, face.width}, std::string(language));
+  return lists_->Sorted(face.family, StyleOf(face), std::string(language));
 }
 
 }  // namespace TarnixTools::engines::fonts

@@ -18,7 +18,8 @@ namespace TarnixTools::engines::fonts {
 // A face in a font file. Lives as long as the process.
 struct InstalledFace {
   std::string file;
-  int index = 0;  // in a collection
+  // In a collection; times 65,536, a named instance of a variable font, from 1 on; 0: as it is.
+  int index = 0;
   std::string family;
   std::vector<std::string> styles;  // names of its style, in several languages
   // As fontconfig has them: 80 regular, 200 bold; 0 upright, 100 italic, 110 oblique; 100 normal.
@@ -38,8 +39,8 @@ class FontCatalog {
 
   // The face of that family, or of one with the same metrics ("Arial" is Liberation Sans where
   // Arial is not installed), or of a generic one ("sans-serif"), that is closest to the style: a
-  // style's name ("Condensed Bold") or any of its words. Null when there is no such family.
-  // Both are UTF-8 and taken literally; case does not matter.
+  // style's name ("Condensed Bold") or any of its words. Without a style, of faces that are equally
+  // close it is one that is called Regular, Book or Roman. Null when there is no such family. Both are UTF-8 and taken literally; case does not matter.
   const InstalledFace* Find(std::string_view family, std::string_view style) const;
 
   // Whether the face is said to have a character.

@@ -19,6 +19,7 @@ constexpr int kNoSubsetting = 0x0100;
 constexpr int kBitmapOnly = 0x0200;
 
 constexpr std::size_t kMaxNameLength = 63;
+constexpr std::size_t kMaxAxes = 64;
 
 int Unsigned16(std::string_view table, std::size_t offset) {
   return offset + 2 <= table.size() ? static_cast<unsigned char>(table[offset]) << 8 |
@@ -57,7 +58,8 @@ class Blob {
   hb_blob_t* blob_;
 };
 
-// Without tables of variations, what is left is the default instance.
+// Without tables of variations, what is left is one instance: the default one unless another has
+// been asked for.
 bool IsKept(std::uint32_t tag, OutlineKind kind) {
   constexpr std::array kTrueTypeTables = {TagOf("glyf"), TagOf("head"), TagOf("hhea"),
                                           TagOf("hmtx"), TagOf("loca"), TagOf("maxp")};
@@ -92,14 +94,24 @@ std::unique_ptr<FontFace> FontFace::Load(const std::string& file, int index) {
   if (blob == nullptr) {
     return nullptr;
   }
-  const bool has_face = index >= 0 && static_cast<unsigned>(index) < hb.hb_face_count(blob);
-  hb_face_t* face = has_face ? hb.hb_face_create(blob, static_cast<unsigned>(index)) : nullptr;
+  const unsigned place = static_cast<unsigned>(index) & 0xFFFFU;
+  const unsigned instance = static_cast<unsigned>(index) >> 16;
+  const bool has_face = index >= 0 && place < hb.hb_face_count(blob);
+  hb_face_t* face = has_face ? hb.hb_face_create(blob, place) : nullptr;
   hb.hb_blob_destroy(blob);
   if (face == nullptr) {
     return nullptr;
   }
   std::unique_ptr<FontFace> loaded(new FontFace(face, hb.hb_font_create(face)));
-  return loaded->ReadTables() ? std::move(loaded) : nullptr;
+  const bool is_set = instance == 0 || loaded->SetInstance(instance - 1);
+  if (!is_set || !loaded->ReadTables()) {
+    return nullptr;
+  }
+  if (instance > 0) {
+    loaded->ReadInstanceStyle();
+    loaded->ReadInstanceName(instance - 1);
+  }
+  return loaded;
 }
 
 FontFace::FontFace(hb_face_t* face, hb_font_t* font) : face_(face), font_(font) {}
@@ -143,7 +155,8 @@ bool FontFace::ReadTables() {
   italic_angle_ = Signed16(post, 4) + Unsigned16(post, 6) / 65536.0;
   is_fixed_pitch_ = Unsigned16(post, 12) != 0 || Unsigned16(post, 14) != 0;
   ReadLicence(os2);
-  ReadName();
+  name_ = PlainName(HB_OT_NAME_ID_POSTSCRIPT_NAME);
+  name_ = name_.empty() ? "Font" : name_;
   return true;
 }
 
@@ -160,22 +173,66 @@ void FontFace::ReadLicence(std::string_view os2) {
   }
 }
 
-void FontFace::ReadName() {
+// From here on, all measures are those of the instance.
+bool FontFace::SetInstance(unsigned index) {
+  const HarfBuzz& hb = HarfBuzz::Get();
+  std::array<hb_ot_var_axis_info_t, kMaxAxes> axes{};
+  std::array<float, kMaxAxes> values{};
+  auto axis_count = static_cast<unsigned>(axes.size());
+  auto value_count = static_cast<unsigned>(values.size());
+  hb.hb_ot_var_get_axis_infos(face_, 0, &axis_count, axes.data());
+  const unsigned all =
+      hb.hb_ot_var_named_instance_get_design_coords(face_, index, &value_count, values.data());
+  if (axis_count == 0 || all != axis_count || value_count != axis_count) {
+    return false;
+  }
+  std::vector<hb_variation_t> settings;
+  for (unsigned i = 0; i < axis_count; ++i) {
+    variations_.push_back({axes[i].tag, values[i]});
+    settings.push_back({axes[i].tag, values[i]});
+  }
+  hb.hb_font_set_variations(font_, settings.data(), axis_count);
+  return true;
+}
+
+void FontFace::ReadInstanceStyle() {
+  for (const Variation& variation : variations_) {
+    if (variation.axis == TagOf("wght")) {
+      weight_class_ = static_cast<int>(variation.value);
+    } else if (variation.axis == TagOf("slnt")) {
+      italic_angle_ = static_cast<double>(variation.value);
+    }
+  }
+}
+
+// Where the font has no name for it, one of the family and the instance's style.
+void FontFace::ReadInstanceName(unsigned index) {
+  const HarfBuzz& hb = HarfBuzz::Get();
+  std::string name = PlainName(hb.hb_ot_var_named_instance_get_postscript_name_id(face_, index));
+  if (name.empty()) {
+    for (const unsigned id : {25U, 16U, 1U}) {  // of all instances; of the family
+      name = name.empty() ? PlainName(id) : name;
+    }
+    name += '-' + PlainName(hb.hb_ot_var_named_instance_get_subfamily_name_id(face_, index));
+  }
+  name_ = name.size() > 1 ? name.substr(0, kMaxNameLength) : name_;
+}
+
+// A name of the font, of letters, digits and hyphens only; empty when it has none.
+std::string FontFace::PlainName(unsigned name_id) const {
   std::array<char, 256> buffer{};
   auto size = static_cast<unsigned>(buffer.size());
-  HarfBuzz::Get().hb_ot_name_get_utf8(face_, HB_OT_NAME_ID_POSTSCRIPT_NAME, HB_LANGUAGE_INVALID,
-                                      &size, buffer.data());
+  HarfBuzz::Get().hb_ot_name_get_utf8(face_, name_id, HB_LANGUAGE_INVALID, &size, buffer.data());
+  std::string name;
   for (unsigned i = 0; i < std::min<unsigned>(size, buffer.size() - 1); ++i) {
     const char c = buffer[i];
     const bool is_plain =
         (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-';
-    if (is_plain && name_.size() < kMaxNameLength) {
-      name_ += c;
+    if (is_plain && name.size() < kMaxNameLength) {
+      name += c;
     }
   }
-  if (name_.empty()) {
-    name_ = "Font";
-  }
+  return name;
 }
 
 std::uint32_t FontFace::glyph_count() const {
@@ -238,6 +295,9 @@ std::string FontFace::Subset(const std::set<std::uint32_t>& glyphs) const {
   }
   DropTables(face_, outline_kind_,
              subset.hb_subset_input_set(input, HB_SUBSET_SETS_DROP_TABLE_TAG));
+  for (const Variation& variation : variations_) {
+    subset.hb_subset_input_pin_axis_location(input, face_, variation.axis, variation.value);
+  }
   // Character identifiers stay what they are when glyphs move; glyph numbers have to be kept.
   const unsigned keeps_numbers =
       outline_kind_ == OutlineKind::kCffByCid ? 0U : unsigned{HB_SUBSET_FLAGS_RETAIN_GIDS};

@@ -3,7 +3,7 @@
 //   auto face = FontFace::Load("/usr/share/fonts/.../DejaVuSans.ttf", 0);
 //   double points = face->Advance(face->GlyphOf(U'A')) * size / face->units_per_em();
 //
-// Of a variable font it is the default instance. For one thread at a time.
+// Of a variable font it is one instance. For one thread at a time.
 #ifndef TARNIX_ENGINES_SUPPORT_FONTS_FONTFACE_H_
 #define TARNIX_ENGINES_SUPPORT_FONTS_FONTFACE_H_
 
@@ -31,7 +31,8 @@ enum class EmbeddingRight : std::uint8_t { kSubset, kWholeOnly, kNone };
 
 class FontFace {
  public:
-  // Null for a file that cannot be read, or whose outlines a PDF file cannot hold.
+  // index: as InstalledFace has it. Null for a file that cannot be read, has no such instance, or
+  // whose outlines a PDF file cannot hold.
   static std::unique_ptr<FontFace> Load(const std::string& file, int index);
 
   ~FontFace();
@@ -89,9 +90,18 @@ class FontFace {
  private:
   FontFace(hb_face_t* face, hb_font_t* font);
 
+  // A place on an axis along which a variable font varies.
+  struct Variation {
+    std::uint32_t axis = 0;  // its tag
+    float value = 0;
+  };
+
   bool ReadTables();
+  bool SetInstance(unsigned index);
+  void ReadInstanceStyle();
+  void ReadInstanceName(unsigned index);
+  std::string PlainName(unsigned name_id) const;
   void ReadLicence(std::string_view os2);
-  void ReadName();
   bool IsBlank(std::uint32_t glyph) const;
 
   hb_face_t* face_;
@@ -107,7 +117,8 @@ class FontFace {
   bool is_fixed_pitch_ = false;
   Box bounds_;
   std::string name_;
-  std::vector<std::uint16_t> cids_;  // by glyph, of a CID-keyed font
+  std::vector<Variation> variations_;  // of an instance that has a name
+  std::vector<std::uint16_t> cids_;    // by glyph, of a CID-keyed font
   std::optional<std::uint32_t> blank_glyph_;
 };
 

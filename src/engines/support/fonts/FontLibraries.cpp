@@ -71,7 +71,12 @@ HarfBuzz LoadHarfBuzz() {
   TARNIX_RESOLVE(hb_font_get_glyph_h_advance);
   TARNIX_RESOLVE(hb_font_get_h_extents);
   TARNIX_RESOLVE(hb_font_get_nominal_glyph);
+  TARNIX_RESOLVE(hb_font_set_variations);
   TARNIX_RESOLVE(hb_ot_name_get_utf8);
+  TARNIX_RESOLVE(hb_ot_var_get_axis_infos);
+  TARNIX_RESOLVE(hb_ot_var_named_instance_get_design_coords);
+  TARNIX_RESOLVE(hb_ot_var_named_instance_get_postscript_name_id);
+  TARNIX_RESOLVE(hb_ot_var_named_instance_get_subfamily_name_id);
   TARNIX_RESOLVE(hb_set_add);
   TARNIX_RESOLVE(hb_set_add_range);
   TARNIX_RESOLVE(hb_shape);
@@ -89,6 +94,7 @@ HarfBuzzSubset LoadHarfBuzzSubset() {
   TARNIX_RESOLVE(hb_subset_input_create_or_fail);
   TARNIX_RESOLVE(hb_subset_input_destroy);
   TARNIX_RESOLVE(hb_subset_input_glyph_set);
+  TARNIX_RESOLVE(hb_subset_input_pin_axis_location);
   TARNIX_RESOLVE(hb_subset_input_set);
   TARNIX_RESOLVE(hb_subset_input_set_flags);
   TARNIX_RESOLVE(hb_subset_or_fail);

@@ -77,7 +77,12 @@ struct HarfBuzz {
   TARNIX_FUNCTION(hb_font_get_glyph_h_advance);
   TARNIX_FUNCTION(hb_font_get_h_extents);
   TARNIX_FUNCTION(hb_font_get_nominal_glyph);
+  TARNIX_FUNCTION(hb_font_set_variations);
   TARNIX_FUNCTION(hb_ot_name_get_utf8);
+  TARNIX_FUNCTION(hb_ot_var_get_axis_infos);
+  TARNIX_FUNCTION(hb_ot_var_named_instance_get_design_coords);
+  TARNIX_FUNCTION(hb_ot_var_named_instance_get_postscript_name_id);
+  TARNIX_FUNCTION(hb_ot_var_named_instance_get_subfamily_name_id);
   TARNIX_FUNCTION(hb_set_add);
   TARNIX_FUNCTION(hb_set_add_range);
   TARNIX_FUNCTION(hb_shape);
@@ -94,6 +99,7 @@ struct HarfBuzzSubset {
   TARNIX_FUNCTION(hb_subset_input_create_or_fail);
   TARNIX_FUNCTION(hb_subset_input_destroy);
   TARNIX_FUNCTION(hb_subset_input_glyph_set);
+  TARNIX_FUNCTION(hb_subset_input_pin_axis_location);
   TARNIX_FUNCTION(hb_subset_input_set);
   TARNIX_FUNCTION(hb_subset_input_set_flags);
   TARNIX_FUNCTION(hb_subset_or_fail);
