@@ -341,7 +341,9 @@ class TARNIX_EXPORT PdfTransformation {
 
   void SetFontName(const std::string& name) { font_name_ = name; }
 
-  // Words such as "Bold Italic"; empty, as at first, for the regular style.
+  // Words such as "Bold Italic", or a style's name, also of a named instance of a variable font;
+  // empty, as at first, for the regular style. One that the family lacks is replaced by the closest
+  // it has, and the report says so.
   std::string& GetFontStyle() { return font_style_; }
 
   const std::string& GetFontStyle() const { return font_style_; }

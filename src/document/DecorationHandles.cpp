@@ -22,12 +22,21 @@ void ReportReplacedFont(const PdfTransformation& transformation, PdfReport& repo
                   " cannot be used, " + kFallbackFont + " is used instead"});
 }
 
+// A style that the family lacks is replaced by its closest.
+void ReportReplacedStyle(const PdfTransformation& transformation, PdfReport& report) {
+  report.Add({PdfReportKind::Font, PdfReportOutcome::Replaced, 1, 0,
+              transformation.GetFontName() + " has no style " + transformation.GetFontStyle() +
+                  ", the closest is used instead"});
+}
+
 FontPtr GetTransformationFont(engines::TPdfDocument* target,
                               const PdfTransformation& transformation, PdfReport& report) {
-  SystemFont made =
-      MakeSystemFont(target, transformation.GetFontName(), transformation.GetFontStyle());
+  const std::string& style = transformation.GetFontStyle();
+  SystemFont made = MakeSystemFont(target, transformation.GetFontName(), style);
   if (made.is_fallback) {
     ReportReplacedFont(transformation, report);
+  } else if (!style.empty() && engines::PdfFontHasStyleA(made.font.get(), style.c_str()) == 0) {
+    ReportReplacedStyle(transformation, report);
   }
   return std::move(made.font);
 }

@@ -34,6 +34,11 @@ TPdfFont* PdfDocumentCreateSystemFontA(TPdfDocument* target, const char* name, c
   });
 }
 
+int PdfFontHasStyleA(TPdfFont* font, const char* style) {
+  return Guarded({font, style},
+                 [&] { return fonts::FontCatalog::HasStyle(*font->face, style) ? 1 : 0; });
+}
+
 double PdfFontGetAscent(TPdfFont* font) {
   return Guarded({font}, [&] {
     const fonts::FontFace& face = *font->target->Load(*font->face);

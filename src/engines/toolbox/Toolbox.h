@@ -226,6 +226,9 @@ int PdfDocumentKeepMetadata(TPdfDocument* target, TPdfDocument* source);
 TPdfFont* PdfDocumentCreateSystemFontA(TPdfDocument* target, const char* name, const char* style,
                                        std::int32_t options);
 
+// 1 when the face has the style; 0 when it is only the closest to it that the family has.
+int PdfFontHasStyleA(TPdfFont* font, const char* style);
+
 // Ascent and descent of the face for a font size of 1 (points). The descent is negative. 0 for a
 // null font.
 double PdfFontGetAscent(TPdfFont* font);

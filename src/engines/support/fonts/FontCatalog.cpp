@@ -280,6 +280,10 @@ const InstalledFace* FontCatalog::Find(std::string_view family, std::string_view
   return lists_->FindByWholeName(name);
 }
 
+bool FontCatalog::HasStyle(const InstalledFace& face, std::string_view style) {
+  return IsCalled(face, style) || IsOfStyle(ParseFontStyle(style), StyleOf(face));
+}
+
 bool FontCatalog::Has(const InstalledFace& face, char32_t character) const {
   const Fontconfig& fc = Fontconfig::Get();
   FcCharSet* characters = nullptr;

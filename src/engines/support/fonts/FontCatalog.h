@@ -43,6 +43,10 @@ class FontCatalog {
   // close it is one that is called Regular, Book or Roman. Null when there is no such family. Both are UTF-8 and taken literally; case does not matter.
   const InstalledFace* Find(std::string_view family, std::string_view style) const;
 
+  // Whether the face has the style, by name or by all of its words, and is not merely the closest
+  // there is.
+  static bool HasStyle(const InstalledFace& face, std::string_view style);
+
   // Whether the face is said to have a character.
   bool Has(const InstalledFace& face, char32_t character) const;
 

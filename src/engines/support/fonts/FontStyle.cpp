@@ -42,6 +42,13 @@ constexpr std::array<Word, 9> kWidths = {{{"ultracondensed", 50},
                                           {"extraexpanded", 150},
                                           {"ultraexpanded", 200},
                                           {"expanded", 125}}};
+// What says that something is as usual.
+constexpr std::array<Word, 5> kUsual = {
+    {{"regular", 0}, {"roman", 0}, {"normal", 0}, {"upright", 0}, {"plain", 0}}};
+
+// Between weights and widths that have names of their own.
+constexpr int kMaxWeightDifference = 5;
+constexpr int kMaxWidthDifference = 5;
 
 // Lower case, letters only: "Semi-Bold" and "SemiBold" are the same.
 std::string Letters(std::string_view words) {
@@ -76,7 +83,15 @@ FontStyle ParseFontStyle(std::string_view words) {
   style.width = Take(letters, kWidths, style.width);
   style.slant = Take(letters, kSlants, style.slant);
   style.weight = Take(letters, kWeights, style.weight);
+  Take(letters, kUsual, 0);
+  style.is_known = letters.empty();
   return style;
+}
+
+bool IsOfStyle(const FontStyle& wanted, const FontStyle& face) {
+  return wanted.is_known && (wanted.slant == 0) == (face.slant == 0) &&
+         std::abs(wanted.width - face.width) <= kMaxWidthDifference &&
+         std::abs(wanted.weight - face.weight) <= kMaxWeightDifference;
 }
 
 int StyleDistance(const FontStyle& wanted, const FontStyle& face) {

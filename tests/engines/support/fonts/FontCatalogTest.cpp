@@ -34,6 +34,24 @@ TEST_F(Catalog, FindsFamiliesAndStyles) {
   EXPECT_EQ(Found("Liberation Sans", "no such words"), "LiberationSans-Regular.ttf");
 }
 
+TEST_F(Catalog, TellsWhetherAFaceHasAStyle) {
+  const auto has = [](const char* wanted, const char* style) {
+    return FontCatalog::HasStyle(*FontCatalog::Get().Find("Liberation Sans", wanted), style);
+  };
+  for (const char* style : {"", "Regular", "Book", "Roman", "normal"}) {
+    EXPECT_TRUE(has(style, style)) << style;
+  }
+  for (const char* style :
+       {"Bold", "bold", "Bold Italic", "Oblique", "Italic Bold", "Ultra-Bold"}) {
+    EXPECT_TRUE(has(style, style)) << style;
+    EXPECT_FALSE(has("", style)) << style;
+  }
+  for (const char* style :
+       {"Light", "Semi-Bold", "Condensed", "Medium Italic", "Swash", "Bold Swash"}) {
+    EXPECT_FALSE(has(style, style)) << style;
+  }
+}
+
 TEST_F(Catalog, FindsFamiliesWithTheSameMetrics) {
   for (const char* name : {"Arial", "Times New Roman", "Courier New"}) {
     EXPECT_NE(Found(name), "") << name;
