@@ -63,6 +63,7 @@ std::uint32_t PaintedContents::Append(std::string& out, const PaintedPage& page)
     painted.Add(form);
     out += "/Resources" + AddedOnly(painted.resources, prefix);
   } else {
+    out += page.structure_key;
     prefix =
         resources_->CopyWith(out, resources_->Open(page.page, page.dictionary), painted.resources);
   }
