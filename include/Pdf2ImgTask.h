@@ -59,8 +59,9 @@ class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
   Pdf2ImgMode GetMode() const { return mode_; }
 
   // Resolution of rendered images in pixels per inch; 100 at first. Looked at by Execute, which
-  // throws InvalidParameter for one that is not from 0.5 to 65535, before it makes an image. It also decides how large an image is, unless a size in pixels was set: at 72 a point
-  // is a pixel. Of no effect on extracted images.
+  // throws InvalidParameter for one that is not from 0.5 to 65535, before it makes an image. It
+  // also decides how large an image is, unless a size in pixels was set: at 72 a point is a pixel.
+  // Of no effect on extracted images.
   void SetDpi(float dpi) { dpi_ = dpi; }
 
   float GetDpi() const { return dpi_; }

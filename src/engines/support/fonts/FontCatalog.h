@@ -40,7 +40,8 @@ class FontCatalog {
   // The face of that family, or of one with the same metrics ("Arial" is Liberation Sans where
   // Arial is not installed), or of a generic one ("sans-serif"), that is closest to the style: a
   // style's name ("Condensed Bold") or any of its words. Without a style, of faces that are equally
-  // close it is one that is called Regular, Book or Roman. Null when there is no such family. Both are UTF-8 and taken literally; case does not matter.
+  // close it is one that is called Regular, Book or Roman. Null when there is no such family. Both
+  // are UTF-8 and taken literally; case does not matter.
   const InstalledFace* Find(std::string_view family, std::string_view style) const;
 
   // Whether the face has the style, by name or by all of its words, and is not merely the closest

@@ -39,11 +39,9 @@ std::string FormEntries(CopyContext& context, const PaintedPage& page) {
   const pdf::Box box = pdf::ReadPageGeometry(context.document(), context.source().pages(),
                                              page.page, page.dictionary)
                            .media_box;
-  std::string entries = "/Type/XObject/Subtype/Form/BBox[";
-  for (const double side : {box.left, box.bottom, box.right, box.top}) {
-    AppendOperand(entries, side);
-  }
-  return entries + ']';
+  std::string entries = "/Type/XObject/Subtype/Form/BBox";
+  pdf::AppendBox(entries, box);
+  return entries;
 }
 
 }  // namespace
@@ -64,8 +62,11 @@ std::uint32_t PaintedContents::Append(std::string& out, const PaintedPage& page)
     out += "/Resources" + AddedOnly(painted.resources, prefix);
   } else {
     out += page.structure_key;
-    prefix =
-        resources_->CopyWith(out, resources_->Open(page.page, page.dictionary), painted.resources);
+    const auto resources = resources_->Open(page.page, page.dictionary);
+    if (const auto spaces = resources.DefaultSpaces(); !spaces.empty()) {
+      PutIntoForms(painted, page, spaces);
+    }
+    prefix = resources_->CopyWith(out, resources, painted.resources);
   }
   AppendContents(out, own, painted, prefix);
   return form.number;
