@@ -19,8 +19,8 @@ constexpr int kDpi = 72;
 const char* const kSwapped =
     "[/CalRGB<</WhitePoint[.9505 1 1.089]/Gamma[2.2 2.2 2.2]/Matrix[.1805 .0722 .9505 .3576 .7152 "
     ".1192 .4124 .2126 .0193]>>]";
-const char* const kWhiteGray = "[/Separation/A/DeviceCMYK 20 0 R]";
-const char* const kWhiteProcess = "[/DeviceN[/A/B/C/D]/DeviceCMYK 21 0 R]";
+const char* const kWhiteGray = "[/Separation/A/DeviceCMYK 1020 0 R]";
+const char* const kWhiteProcess = "[/DeviceN[/A/B/C/D]/DeviceCMYK 1021 0 R]";
 
 void ExpectNear(const Pixel& seen, const Pixel& expected, const std::string& what) {
   for (std::size_t i = 0; i < 3; ++i) {
@@ -44,14 +44,14 @@ class DecoratedColorTest : public testing::DocumentTest {
   // Pages of 100 by 100 points with default colour spaces; a patch of the page's own in the corner.
   void MakeDocument(int page_count) const {
     RawPdf pdf;
-    pdf.Pages(page_count, std::string("/MediaBox[0 0 100 100]/Contents 30 0 R/Resources<<"
+    pdf.Pages(page_count, std::string("/MediaBox[0 0 100 100]/Contents 1030 0 R/Resources<<"
                                       "/ColorSpace<</DefaultRGB ") +
                               kSwapped + "/DefaultGray" + kWhiteGray + "/DefaultCMYK" +
                               kWhiteProcess + ">>>>")
-        .Stream(20, "/FunctionType 4/Domain[0 1]/Range[0 1 0 1 0 1 0 1]", "{pop 0 0 0 0}")
-        .Stream(21, "/FunctionType 4/Domain[0 1 0 1 0 1 0 1]/Range[0 1 0 1 0 1 0 1]",
+        .Stream(1020, "/FunctionType 4/Domain[0 1]/Range[0 1 0 1 0 1 0 1]", "{pop 0 0 0 0}")
+        .Stream(1021, "/FunctionType 4/Domain[0 1 0 1 0 1 0 1]/Range[0 1 0 1 0 1 0 1]",
                 "{pop pop pop pop 0 0 0 0}")
-        .Stream(30, "", "1 0 0 rg 0 0 10 10 re f");
+        .Stream(1030, "", "1 0 0 rg 0 0 10 10 re f");
     testing::WriteBytes(Path("doc.pdf"), pdf.Table());
   }
 

@@ -59,7 +59,7 @@ bool StopsReaders(std::string_view content) {
 TEST(ContentBalance, FindsOperatorsThatLackOperands) {
   for (const char* content :
        {"", "1 0 0 1 5 5 cm", "/F1 12 Tf [(a) -5 (b)] TJ (x)' 1 2(y)\" .1 .2 .3 scn", "[] 0 d",
-        "/A <</B [1 0 0 RG]>> BDC EMC", "null true false 4 re", "0 0 m 5 5 l S 9 9 9", "5w1 0 0rg",
+        "/A <</B [1 0 0 RG]>> BDC EMC", "null true false 4 re", "0 0 m 5 5 l S 9 9 9", "5w 1 0 0rg",
         "1 2 3 4 5 6 7 8 9 g"}) {
     EXPECT_FALSE(StopsReaders(content)) << content;
   }
