@@ -125,6 +125,7 @@ std::array<std::uint8_t, n> CodeLengths(const std::array<std::uint32_t, n>& coun
     return lengths;
   }
   std::vector<std::uint64_t> weights;
+  weights.reserve(symbols.size());
   for (const std::uint16_t symbol : symbols) {
     weights.push_back(counts[symbol]);
   }
