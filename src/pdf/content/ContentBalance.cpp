@@ -251,6 +251,17 @@ class BalanceScanner {
   }
 
   void SkipString() {
+    const std::size_t end = content_.find(')', position_);
+    const std::string_view inside = content_.substr(position_, end - position_);
+    if (end != std::string_view::npos && inside.find('(') == std::string_view::npos &&
+        inside.find('\\') == std::string_view::npos) {
+      position_ = end + 1;
+    } else {
+      SkipNestedString();
+    }
+  }
+
+  void SkipNestedString() {
     std::size_t depth = 1;
     while (position_ < content_.size()) {
       const char c = content_[position_++];
