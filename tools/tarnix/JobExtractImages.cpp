@@ -2,6 +2,7 @@
 #include <streambuf>
 #include <string>
 
+#include "FreedMemory.h"
 #include "ImageOutputs.h"
 #include "Job.h"
 #include "JobContext.h"
@@ -38,6 +39,7 @@ class SilentOutput : public std::streambuf {
 };
 
 JobResult ExtractImages(JobContext& context) {
+  KeepFreedMemory();
   Pdf2ImgTask task;
   task.SetMode(Pdf2ImgExtractImages);
   task.SetPagesToExport(

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Failure.h"
+#include "FreedMemory.h"
 #include "Img2PdfTask.h"
 #include "Job.h"
 #include "JobContext.h"
@@ -54,6 +55,7 @@ float ParseMargin(const std::string& text) {
 }
 
 JobResult ConvertImages(JobContext& context) {
+  KeepFreedMemory();
   const OptionValues& options = context.Options();
   const float margin = ParseMargin(options.Text("margin", "0"));
   const std::vector<std::string>& inputs = context.Inputs();

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Failure.h"
+#include "FreedMemory.h"
 #include "ImageOutputs.h"
 #include "Job.h"
 #include "JobContext.h"
@@ -65,6 +66,7 @@ void SetSize(Pdf2ImgTask& task, const std::string& text) {
 }
 
 JobResult Pdf2Img(JobContext& context) {
+  KeepFreedMemory();
   const OptionValues& options = context.Options();
   Pdf2ImgTask task;
   if (options.Has("dpi")) {

@@ -3,10 +3,6 @@
 #include <string_view>
 #include <vector>
 
-#ifdef __GLIBC__
-#include <malloc.h>
-#endif
-
 #include "Completion.h"
 #include "Failure.h"
 #include "Help.h"
@@ -102,22 +98,10 @@ int RunCommandLine(const Words& words) {
   }
 }
 
-// Pictures take pieces of some megabytes, one after the other, and the system clears every page that
-// it hands out: what is given back is kept for the next piece, up to a bound.
-void KeepFreedMemory() {
-#ifdef __GLIBC__
-  constexpr int kMostKept = 32 << 20;
-  constexpr int kLargestPieceKept = 16 << 20;
-  mallopt(M_TRIM_THRESHOLD, kMostKept);
-  mallopt(M_MMAP_THRESHOLD, kLargestPieceKept);
-#endif
-}
-
 }  // namespace
 }  // namespace TarnixTools::cli
 
 int main(int argc, char** argv) {
-  TarnixTools::cli::KeepFreedMemory();
   TarnixTools::cli::PrepareStandardStreams();
   return TarnixTools::cli::RunCommandLine({argv + (argc > 0 ? 1 : 0), argv + argc});
 }
