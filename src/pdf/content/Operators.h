@@ -6,6 +6,7 @@
 #ifndef TARNIX_PDF_CONTENT_OPERATORS_H_
 #define TARNIX_PDF_CONTENT_OPERATORS_H_
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -45,97 +46,92 @@ enum class OperatorGroup : std::uint8_t {
 };
 inline constexpr std::size_t kOperatorGroups = 16;
 
-constexpr OperatorGroup GroupOf(std::uint32_t code) {
-  switch (code) {
-    case OperatorCode("q"):
-    case OperatorCode("Q"):
-    case OperatorCode("cm"):
-      return OperatorGroup::kSpace;
-    case OperatorCode("w"):
-    case OperatorCode("J"):
-    case OperatorCode("j"):
-    case OperatorCode("M"):
-    case OperatorCode("d"):
-    case OperatorCode("ri"):
-    case OperatorCode("i"):
-    case OperatorCode("gs"):
-      return OperatorGroup::kState;
-    case OperatorCode("CS"):
-    case OperatorCode("cs"):
-    case OperatorCode("SC"):
-    case OperatorCode("sc"):
-    case OperatorCode("SCN"):
-    case OperatorCode("scn"):
-    case OperatorCode("G"):
-    case OperatorCode("g"):
-    case OperatorCode("RG"):
-    case OperatorCode("rg"):
-    case OperatorCode("K"):
-    case OperatorCode("k"):
-      return OperatorGroup::kColor;
-    case OperatorCode("m"):
-    case OperatorCode("l"):
-    case OperatorCode("c"):
-    case OperatorCode("v"):
-    case OperatorCode("y"):
-    case OperatorCode("h"):
-    case OperatorCode("re"):
-      return OperatorGroup::kPath;
-    case OperatorCode("S"):
-    case OperatorCode("s"):
-    case OperatorCode("f"):
-    case OperatorCode("F"):
-    case OperatorCode("f*"):
-    case OperatorCode("B"):
-    case OperatorCode("B*"):
-    case OperatorCode("b"):
-    case OperatorCode("b*"):
-    case OperatorCode("n"):
-      return OperatorGroup::kPaint;
-    case OperatorCode("W"):
-    case OperatorCode("W*"):
-      return OperatorGroup::kClip;
-    case OperatorCode("BT"):
-    case OperatorCode("ET"):
-    case OperatorCode("Tc"):
-    case OperatorCode("Tw"):
-    case OperatorCode("Tz"):
-    case OperatorCode("TL"):
-    case OperatorCode("Tf"):
-    case OperatorCode("Ts"):
-    case OperatorCode("Td"):
-    case OperatorCode("TD"):
-    case OperatorCode("Tm"):
-    case OperatorCode("T*"):
-      return OperatorGroup::kText;
-    case OperatorCode("Tr"):
-      return OperatorGroup::kTextMode;
-    case OperatorCode("Tj"):
-    case OperatorCode("TJ"):
-    case OperatorCode("'"):
-    case OperatorCode("\""):
-      return OperatorGroup::kShowText;
-    case OperatorCode("BMC"):
-    case OperatorCode("BDC"):
-    case OperatorCode("EMC"):
-    case OperatorCode("MP"):
-    case OperatorCode("DP"):
-      return OperatorGroup::kMark;
-    case OperatorCode("Do"):
-      return OperatorGroup::kObject;
-    case OperatorCode("BI"):
-      return OperatorGroup::kInlineImage;
-    case OperatorCode("sh"):
-      return OperatorGroup::kShading;
-    case OperatorCode("d0"):
-    case OperatorCode("d1"):
-      return OperatorGroup::kGlyph;
-    case OperatorCode("BX"):
-    case OperatorCode("EX"):
-      return OperatorGroup::kCompatibility;
-    default:
-      return OperatorGroup::kNone;
+// What is known of an operator.
+struct OperatorFacts {
+  std::uint32_t code = 0;
+  OperatorGroup group = OperatorGroup::kNone;
+  // How many operands it has (annex A), the fewest of those that take a number of them; -1 for what
+  // is no operator.
+  int operands = -1;
+};
+
+struct OperatorRow {
+  std::string_view name;
+  OperatorGroup group;
+  int operands;
+};
+
+inline constexpr std::array<OperatorRow, 71> kOperators = {{
+    {"q", OperatorGroup::kSpace, 0},          {"Q", OperatorGroup::kSpace, 0},
+    {"cm", OperatorGroup::kSpace, 6},         {"w", OperatorGroup::kState, 1},
+    {"J", OperatorGroup::kState, 1},          {"j", OperatorGroup::kState, 1},
+    {"M", OperatorGroup::kState, 1},          {"d", OperatorGroup::kState, 2},
+    {"ri", OperatorGroup::kState, 1},         {"i", OperatorGroup::kState, 1},
+    {"gs", OperatorGroup::kState, 1},         {"CS", OperatorGroup::kColor, 1},
+    {"cs", OperatorGroup::kColor, 1},         {"SC", OperatorGroup::kColor, 1},
+    {"sc", OperatorGroup::kColor, 1},         {"SCN", OperatorGroup::kColor, 1},
+    {"scn", OperatorGroup::kColor, 1},        {"G", OperatorGroup::kColor, 1},
+    {"g", OperatorGroup::kColor, 1},          {"RG", OperatorGroup::kColor, 3},
+    {"rg", OperatorGroup::kColor, 3},         {"K", OperatorGroup::kColor, 4},
+    {"k", OperatorGroup::kColor, 4},          {"m", OperatorGroup::kPath, 2},
+    {"l", OperatorGroup::kPath, 2},           {"c", OperatorGroup::kPath, 6},
+    {"v", OperatorGroup::kPath, 4},           {"y", OperatorGroup::kPath, 4},
+    {"h", OperatorGroup::kPath, 0},           {"re", OperatorGroup::kPath, 4},
+    {"S", OperatorGroup::kPaint, 0},          {"s", OperatorGroup::kPaint, 0},
+    {"f", OperatorGroup::kPaint, 0},          {"F", OperatorGroup::kPaint, 0},
+    {"f*", OperatorGroup::kPaint, 0},         {"B", OperatorGroup::kPaint, 0},
+    {"B*", OperatorGroup::kPaint, 0},         {"b", OperatorGroup::kPaint, 0},
+    {"b*", OperatorGroup::kPaint, 0},         {"n", OperatorGroup::kPaint, 0},
+    {"W", OperatorGroup::kClip, 0},           {"W*", OperatorGroup::kClip, 0},
+    {"BT", OperatorGroup::kText, 0},          {"ET", OperatorGroup::kText, 0},
+    {"Tc", OperatorGroup::kText, 1},          {"Tw", OperatorGroup::kText, 1},
+    {"Tz", OperatorGroup::kText, 1},          {"TL", OperatorGroup::kText, 1},
+    {"Tf", OperatorGroup::kText, 2},          {"Ts", OperatorGroup::kText, 1},
+    {"Td", OperatorGroup::kText, 2},          {"TD", OperatorGroup::kText, 2},
+    {"Tm", OperatorGroup::kText, 6},          {"T*", OperatorGroup::kText, 0},
+    {"Tr", OperatorGroup::kTextMode, 1},      {"Tj", OperatorGroup::kShowText, 1},
+    {"TJ", OperatorGroup::kShowText, 1},      {"'", OperatorGroup::kShowText, 1},
+    {"\"", OperatorGroup::kShowText, 3},      {"BMC", OperatorGroup::kMark, 1},
+    {"BDC", OperatorGroup::kMark, 2},         {"EMC", OperatorGroup::kMark, 0},
+    {"MP", OperatorGroup::kMark, 1},          {"DP", OperatorGroup::kMark, 2},
+    {"Do", OperatorGroup::kObject, 1},        {"BI", OperatorGroup::kInlineImage, 0},
+    {"sh", OperatorGroup::kShading, 1},       {"d0", OperatorGroup::kGlyph, 2},
+    {"d1", OperatorGroup::kGlyph, 6},         {"BX", OperatorGroup::kCompatibility, 0},
+    {"EX", OperatorGroup::kCompatibility, 0},
+}};
+
+// Operators by a hash of their codes; one whose slot is taken is in the next that is free.
+inline constexpr std::size_t kOperatorSlots = 256;
+
+constexpr std::size_t OperatorSlot(std::uint32_t code) {
+  return (code * 0x9E3779B1U >> 24U) % kOperatorSlots;
+}
+
+constexpr std::array<OperatorFacts, kOperatorSlots> MakeOperatorSlots() {
+  std::array<OperatorFacts, kOperatorSlots> slots{};
+  for (const OperatorRow& row : kOperators) {
+    std::size_t slot = OperatorSlot(OperatorCode(row.name));
+    while (slots[slot].code != 0) {
+      slot = (slot + 1) % kOperatorSlots;
+    }
+    slots[slot] = {OperatorCode(row.name), row.group, row.operands};
   }
+  return slots;
+}
+
+inline constexpr std::array<OperatorFacts, kOperatorSlots> kOperatorsBySlot = MakeOperatorSlots();
+
+// Those of what is no operator are the facts as they are made.
+constexpr const OperatorFacts& FactsOf(std::uint32_t code) {
+  std::size_t slot = OperatorSlot(code);
+  while (kOperatorsBySlot[slot].code != code && kOperatorsBySlot[slot].code != 0) {
+    slot = (slot + 1) % kOperatorSlots;
+  }
+  return kOperatorsBySlot[slot];
+}
+
+constexpr OperatorGroup GroupOf(std::uint32_t code) {
+  return FactsOf(code).group;
 }
 
 // Whether the standard has such an operator.
@@ -143,90 +139,8 @@ constexpr bool IsOperator(std::uint32_t code) {
   return GroupOf(code) != OperatorGroup::kNone;
 }
 
-// How many operands an operator has (ISO 32000-2, annex A), and the fewest of those that take a
-// number of them; -1 for what is no operator.
 constexpr int OperandsOf(std::uint32_t code) {
-  switch (code) {
-    case OperatorCode("q"):
-    case OperatorCode("Q"):
-    case OperatorCode("h"):
-    case OperatorCode("S"):
-    case OperatorCode("s"):
-    case OperatorCode("f"):
-    case OperatorCode("F"):
-    case OperatorCode("f*"):
-    case OperatorCode("B"):
-    case OperatorCode("B*"):
-    case OperatorCode("b"):
-    case OperatorCode("b*"):
-    case OperatorCode("n"):
-    case OperatorCode("W"):
-    case OperatorCode("W*"):
-    case OperatorCode("BT"):
-    case OperatorCode("ET"):
-    case OperatorCode("T*"):
-    case OperatorCode("EMC"):
-    case OperatorCode("BI"):
-    case OperatorCode("BX"):
-    case OperatorCode("EX"):
-      return 0;
-    case OperatorCode("w"):
-    case OperatorCode("J"):
-    case OperatorCode("j"):
-    case OperatorCode("M"):
-    case OperatorCode("ri"):
-    case OperatorCode("i"):
-    case OperatorCode("gs"):
-    case OperatorCode("CS"):
-    case OperatorCode("cs"):
-    case OperatorCode("SC"):
-    case OperatorCode("sc"):
-    case OperatorCode("SCN"):
-    case OperatorCode("scn"):
-    case OperatorCode("G"):
-    case OperatorCode("g"):
-    case OperatorCode("Tc"):
-    case OperatorCode("Tw"):
-    case OperatorCode("Tz"):
-    case OperatorCode("TL"):
-    case OperatorCode("Tr"):
-    case OperatorCode("Ts"):
-    case OperatorCode("Tj"):
-    case OperatorCode("TJ"):
-    case OperatorCode("'"):
-    case OperatorCode("BMC"):
-    case OperatorCode("MP"):
-    case OperatorCode("Do"):
-    case OperatorCode("sh"):
-      return 1;
-    case OperatorCode("d"):
-    case OperatorCode("m"):
-    case OperatorCode("l"):
-    case OperatorCode("Tf"):
-    case OperatorCode("Td"):
-    case OperatorCode("TD"):
-    case OperatorCode("BDC"):
-    case OperatorCode("DP"):
-    case OperatorCode("d0"):
-      return 2;
-    case OperatorCode("RG"):
-    case OperatorCode("rg"):
-    case OperatorCode("\""):
-      return 3;
-    case OperatorCode("K"):
-    case OperatorCode("k"):
-    case OperatorCode("v"):
-    case OperatorCode("y"):
-    case OperatorCode("re"):
-      return 4;
-    case OperatorCode("c"):
-    case OperatorCode("cm"):
-    case OperatorCode("Tm"):
-    case OperatorCode("d1"):
-      return 6;
-    default:
-      return -1;
-  }
+  return FactsOf(code).operands;
 }
 
 }  // namespace TarnixTools::pdf
