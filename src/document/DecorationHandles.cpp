@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "PdfException.h"
-#include "decoration/SystemFont.h"
+#include "document/SystemFont.h"
 #include "foundation/Platform.h"
 
 namespace TarnixTools {

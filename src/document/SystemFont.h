@@ -1,6 +1,6 @@
 // The font that a text is set in.
-#ifndef TARNIX_DECORATION_SYSTEM_FONT_H_
-#define TARNIX_DECORATION_SYSTEM_FONT_H_
+#ifndef TARNIX_DOCUMENT_SYSTEM_FONT_H_
+#define TARNIX_DOCUMENT_SYSTEM_FONT_H_
 
 #include <string>
 
@@ -24,4 +24,4 @@ SystemFont MakeSystemFont(engines::TPdfDocument* target, const std::string& name
 
 }  // namespace TarnixTools
 
-#endif  // TARNIX_DECORATION_SYSTEM_FONT_H_
+#endif  // TARNIX_DOCUMENT_SYSTEM_FONT_H_

@@ -1,4 +1,4 @@
-#include "decoration/SystemFont.h"
+#include "document/SystemFont.h"
 
 #include "PdfException.h"
 

@@ -1,6 +1,6 @@
 #include "PdfFont.h"
 
-#include "decoration/SystemFont.h"
+#include "document/SystemFont.h"
 #include "document/ToolboxHandles.h"
 #include "engines/toolbox/Toolbox.h"
 #include "foundation/Utf8.h"
