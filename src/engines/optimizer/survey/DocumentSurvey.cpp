@@ -1,0 +1,132 @@
+#include "engines/optimizer/survey/DocumentSurvey.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "pdf/content/ContentWalker.h"
+#include "pdf/content/ResourceGraph.h"
+#include "pdf/tree/PageGeometry.h"
+
+namespace TarnixTools::engines::optimizer {
+
+namespace {
+
+constexpr pdf::Box kUnitSquare = {0, 0, 1, 1};
+
+pdf::WalkOptions OptionsFor(bool with_text) {
+  return {.images = true,
+          .text = with_text,
+          .clips = true,
+          .forms = true,
+          .patterns = true,
+          .soft_masks = true,
+          .glyphs = true,
+          .appearances = true};
+}
+
+// What undoes the matrix; nothing for one that draws things without area.
+std::optional<pdf::Matrix> InverseOf(const pdf::Matrix& m) {
+  const double area = m.a * m.d - m.b * m.c;
+  if (!m.IsFinite() || std::abs(area) < 1e-12) {
+    return std::nullopt;
+  }
+  return pdf::Matrix{m.d / area,
+                     -m.b / area,
+                     -m.c / area,
+                     m.a / area,
+                     (m.c * m.f - m.d * m.e) / area,
+                     (m.b * m.e - m.a * m.f) / area};
+}
+
+void Include(pdf::Box& around, const pdf::Box& box) {
+  around = {std::min(around.left, box.left), std::min(around.bottom, box.bottom),
+            std::max(around.right, box.right), std::max(around.top, box.top)};
+}
+
+}  // namespace
+
+DocumentSurvey::DocumentSurvey(pdf::Document& document, const pdf::PageTree& pages,
+                               pdf::ContentVisitor* text)
+    : text_(text) {
+  WalkPages(document, pages);
+  WalkRest(document, pages);
+}
+
+void DocumentSurvey::WalkPages(pdf::Document& document, const pdf::PageTree& pages) {
+  pdf::ContentWalker walker(document, *this, OptionsFor(text_ != nullptr));
+  for (std::size_t i = 0; i < pages.pages().size(); ++i) {
+    const pdf::PageGeometry geometry = pdf::ReadPageGeometry(document, pages, pages.pages()[i]);
+    page_ = {0, 0, geometry.SeenWidth(), geometry.SeenHeight()};
+    walker.BeginPage(pages, i, geometry.ToSeenPoints());
+    walker.Run();
+  }
+}
+
+// Appearances that are not shown now, and what resources have though nothing uses it yet.
+void DocumentSurvey::WalkRest(pdf::Document& document, const pdf::PageTree& pages) {
+  has_places_ = false;
+  pdf::ContentWalker walker(document, *this, OptionsFor(text_ != nullptr));
+  pdf::ResourceGraph graph(document);
+  for (std::size_t i = 0; i < pages.pages().size(); ++i) {
+    graph.AddPage(pages, i);
+    while (const pdf::ResourceNode* node = graph.Next()) {
+      if (pdf::HasContent(node->kind) && node->kind != pdf::ResourceKind::kPage &&
+          node->number != 0 && !entered_.contains(node->number)) {
+        walker.BeginContent({.kind = node->kind, .number = node->number}, node->scope);
+        walker.Run();
+      }
+    }
+  }
+}
+
+const ImagePlacement* DocumentSurvey::PlacementOf(std::uint32_t number) const {
+  const auto found = placements_.find(number);
+  return found != placements_.end() ? &found->second : nullptr;
+}
+
+std::vector<std::uint32_t> DocumentSurvey::Images() const {
+  std::vector<std::uint32_t> numbers;
+  numbers.reserve(placements_.size());
+  for (const auto& [number, placement] : placements_) {
+    numbers.push_back(number);
+  }
+  std::sort(numbers.begin(), numbers.end());
+  return numbers;
+}
+
+bool DocumentSurvey::EnterContent(const pdf::ContentEntry& entry) {
+  if (entry.kind != pdf::ResourceKind::kPage) {
+    entered_.insert(entry.number);
+  }
+  return true;
+}
+
+void DocumentSurvey::DrawImage(const pdf::ImageUse& image) {
+  if (image.number == 0) {
+    return;
+  }
+  ImagePlacement& placement = placements_[image.number];
+  for (const std::string_view key : {"DefaultGray", "DefaultRGB", "DefaultCMYK"}) {
+    placement.has_default_spaces = placement.has_default_spaces || image.color_spaces.Has(key);
+  }
+  const pdf::Matrix& matrix = image.state.matrix;
+  const std::optional<pdf::Matrix> inverse = InverseOf(matrix);
+  if (!has_places_ || !inverse) {
+    placement.is_known = false;
+    placement.shown = kUnitSquare;
+    return;
+  }
+  placement.width_points = std::max(placement.width_points, std::hypot(matrix.a, matrix.b));
+  placement.height_points = std::max(placement.height_points, std::hypot(matrix.c, matrix.d));
+  const pdf::Box clip = image.state.clip.box.Within(page_);
+  const pdf::Box shown = clip.IsEmpty() ? pdf::Box{} : clip.Through(*inverse).Within(kUnitSquare);
+  if (!shown.IsEmpty()) {
+    Include(placement.shown, shown);
+  }
+}
+
+std::optional<pdf::TextAdvance> DocumentSurvey::ShowText(const pdf::StringUse& string) {
+  return text_ != nullptr ? text_->ShowText(string) : std::nullopt;
+}
+
+}  // namespace TarnixTools::engines::optimizer

@@ -1,0 +1,63 @@
+// What the pages of a document show of its images, and how large: looked at once, before anything is
+// changed.
+//
+//   const DocumentSurvey survey(document, pages);
+//   if (const ImagePlacement* placement = survey.PlacementOf(number)) {
+//     const double dpi = 72 * image.width / placement->width_points;
+#ifndef TARNIX_ENGINES_OPTIMIZER_SURVEY_DOCUMENTSURVEY_H_
+#define TARNIX_ENGINES_OPTIMIZER_SURVEY_DOCUMENTSURVEY_H_
+
+#include <cstdint>
+#include <optional>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "pdf/Box.h"
+#include "pdf/content/ContentVisitor.h"
+#include "pdf/file/Document.h"
+#include "pdf/tree/PageTree.h"
+
+namespace TarnixTools::engines::optimizer {
+
+// All uses of an image together.
+struct ImagePlacement {
+  double width_points = 0;  // of the largest use, along the image's own sides
+  double height_points = 0;
+  pdf::Box shown{1, 1, 0, 0};  // of the unit square that the image fills, around what all uses show
+  bool is_known = true;        // false: of some use nobody knows the size
+  bool has_default_spaces = false;  // device colours may stand for others (ISO 32000-2, 8.6.5.6)
+};
+
+class DocumentSurvey : private pdf::ContentVisitor {
+ public:
+  // Goes through all pages, on all layers, and all that they lead to. Both are used only here.
+  // Throws pdf::Error for a document that cannot be read any more.
+  //   text - is told of each string that is shown; null for nobody
+  DocumentSurvey(pdf::Document& document, const pdf::PageTree& pages,
+                 pdf::ContentVisitor* text = nullptr);
+
+  // Null for an image that no content draws.
+  const ImagePlacement* PlacementOf(std::uint32_t number) const;
+
+  // All images that content draws, ascending.
+  std::vector<std::uint32_t> Images() const;
+
+ private:
+  void WalkPages(pdf::Document& document, const pdf::PageTree& pages);
+  void WalkRest(pdf::Document& document, const pdf::PageTree& pages);
+
+  bool EnterContent(const pdf::ContentEntry& entry) override;
+  void DrawImage(const pdf::ImageUse& image) override;
+  std::optional<pdf::TextAdvance> ShowText(const pdf::StringUse& string) override;
+
+  std::unordered_map<std::uint32_t, ImagePlacement> placements_;
+  std::unordered_set<std::uint32_t> entered_;  // content other than pages
+  pdf::ContentVisitor* text_;
+  pdf::Box page_;           // what is seen of it, in points
+  bool has_places_ = true;  // whether the walk knows where things are on a page
+};
+
+}  // namespace TarnixTools::engines::optimizer
+
+#endif  // TARNIX_ENGINES_OPTIMIZER_SURVEY_DOCUMENTSURVEY_H_
