@@ -1,0 +1,21 @@
+// Images of one bit a pixel, coded without loss.
+#ifndef TARNIX_ENGINES_OPTIMIZER_IMAGES_BITONALIMAGE_H_
+#define TARNIX_ENGINES_OPTIMIZER_IMAGES_BITONALIMAGE_H_
+
+#include <cstdint>
+#include <optional>
+
+#include "engines/optimizer/images/CodedPicture.h"
+#include "engines/support/images/SampleRows.h"
+
+namespace TarnixTools::engines::optimizer {
+
+// The smallest coding of the very same samples, whatever they stand for; nothing when it is not
+// smaller than the image is now, and when the data ends within the picture.
+//   codecs - OptimizerSettings::bitonal_codecs
+std::optional<CodedPicture> CodeBitonal(SampleRows& samples, std::uint32_t codecs,
+                                        std::uint64_t bytes_now);
+
+}  // namespace TarnixTools::engines::optimizer
+
+#endif  // TARNIX_ENGINES_OPTIMIZER_IMAGES_BITONALIMAGE_H_

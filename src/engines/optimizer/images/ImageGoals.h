@@ -1,0 +1,23 @@
+// What is asked of images: the settings that are about them, and what they are taken to promise.
+#ifndef TARNIX_ENGINES_OPTIMIZER_IMAGES_IMAGEGOALS_H_
+#define TARNIX_ENGINES_OPTIMIZER_IMAGES_IMAGEGOALS_H_
+
+#include "engines/optimizer/OptimizerSettings.h"
+
+namespace TarnixTools::engines::optimizer {
+
+// Pixels per inch at which pages are looked at.
+inline constexpr double kSeenDpi = 150;
+
+struct ImageGoals {
+  OptimizerSettings settings;
+  bool converts_to_rgb = false;  // CMYK images
+  double least_similarity = 0;   // that lossy coding must keep (Similarity.h), as an image is seen
+};
+
+// has_cmyk_intent: the document says that it is for a CMYK device.
+ImageGoals GoalsOf(const OptimizerSettings& settings, bool has_cmyk_intent);
+
+}  // namespace TarnixTools::engines::optimizer
+
+#endif  // TARNIX_ENGINES_OPTIMIZER_IMAGES_IMAGEGOALS_H_

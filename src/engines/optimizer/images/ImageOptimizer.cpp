@@ -1,0 +1,201 @@
+#include "engines/optimizer/images/ImageOptimizer.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <utility>
+
+#include "engines/optimizer/images/JpegSearch.h"
+#include "engines/optimizer/images/PictureFeatures.h"
+#include "engines/optimizer/images/Similarity.h"
+#include "engines/support/pictures/ReducedPicture.h"
+
+namespace TarnixTools::engines::optimizer {
+
+namespace {
+
+// Between the resolution that is asked for and that which an image has, these are tried too.
+constexpr double kScaleStep = 1.4;
+// What has been packed quickly becomes smaller than this part when it is packed densely.
+constexpr double kMostForDense = 1.2;
+
+std::uint32_t PixelsFor(double points, double dpi, std::uint32_t most) {
+  const double pixels = std::ceil(points * dpi / 72 - 0.01);
+  return static_cast<std::uint32_t>(std::clamp(pixels, 1.0, static_cast<double>(most)));
+}
+
+bool IsResampled(const ImageTask& task, const OptimizerSettings& settings) {
+  return task.is_placed && !task.keeps_samples && settings.threshold_dpi > 0 &&
+         settings.resolution_dpi > 0 &&
+         std::min(task.width * 72 / task.width_points, task.height * 72 / task.height_points) >
+             static_cast<double>(settings.threshold_dpi);
+}
+
+class Optimizer {
+ public:
+  Optimizer(ImageTask& task, const ImageGoals& goals) : task_(&task), goals_(&goals) {}
+
+  ImageOutcome Run() {
+    Read();
+    if (!picture_.is_whole) {
+      return LeaveAlone(LeftAlone::kUnreadable);
+    }
+    features_ = FeaturesOf(picture_);
+    SetClass();
+    DropColor();
+    if (!task_->keeps_samples && (goals_->settings.continuous_codecs & kContinuousJpeg) != 0) {
+      TryJpeg();
+    }
+    TryLossless();
+    if (best_) {
+      outcome_.coded = std::move(best_);
+    } else {
+      outcome_.left_alone = LeftAlone::kSmallest;
+    }
+    return std::move(outcome_);
+  }
+
+ private:
+  ImageOutcome LeaveAlone(LeftAlone reason) {
+    outcome_.left_alone = reason;
+    return std::move(outcome_);
+  }
+
+  // The picture in the size that the best candidate may have: as it is seen, where it is resampled.
+  void Read() {
+    SetSeenSize();
+    const PictureSize wanted = WantedSize(*task_, *goals_);
+    is_resampled_ = wanted.width != task_->width || wanted.height != task_->height;
+    task_->rows =
+        ReducePicture(std::move(task_->rows), std::min(wanted.width, task_->rows->width()),
+                      std::min(wanted.height, task_->rows->height()));
+    picture_ = ReadPicture(*task_->rows);
+    task_->rows.reset();
+  }
+
+  void SetSeenSize() {
+    if (!task_->is_placed) {
+      seen_width_ = task_->width;
+      seen_height_ = task_->height;
+      return;
+    }
+    constexpr std::uint32_t kMostSeen = 4096;
+    seen_width_ = PixelsFor(task_->width_points, kSeenDpi, kMostSeen);
+    seen_height_ = PixelsFor(task_->height_points, kSeenDpi, kMostSeen);
+  }
+
+  void SetClass() {
+    outcome_.kind = task_->is_soft_mask   ? ImageClass::kSoftMask
+                    : features_.is_flat() ? ImageClass::kFlatArt
+                                          : ImageClass::kPhotograph;
+  }
+
+  void DropColor() {
+    if (features_.is_gray && task_->may_lose_color && !task_->keeps_samples) {
+      picture_ = GrayOf(picture_);
+      task_->color_space = "/DeviceGray";
+    }
+  }
+
+  // Photographs are not worth a try, unless they have been coded so and stay in their size.
+  bool IsWorthLossless() const {
+    return features_.is_flat() || picture_.pixels() < kSmallPicture ||
+           (task_->jpeg.empty() && !is_resampled_);
+  }
+
+  void TryLossless() {
+    if (!IsWorthLossless()) {
+      return;
+    }
+    if (features_.is_one_color && !task_->keeps_samples && !task_->has_one_size) {
+      picture_ = Scaled(picture_, 1, 1);
+    }
+    const bool keeps_space = !task_->may_lose_color || task_->keeps_samples;
+    const CodedPicture quick = CodeWithoutLoss(picture_, keeps_space, Packing::kQuick);
+    if (SizeOf(quick) < MostBytes() * kMostForDense) {
+      Offer(CodeWithoutLoss(picture_, keeps_space, Packing::kDense), keeps_space);
+    }
+  }
+
+  double MostBytes() const {
+    return static_cast<double>(best_ ? SizeOf(*best_) : task_->encoded_bytes);
+  }
+
+  // keeps_space: the candidate is in the colours of the rows.
+  void Offer(CodedPicture candidate, bool keeps_space) {
+    if (keeps_space) {
+      candidate.color_space = task_->color_space;
+      if (!task_->color_space.empty()) {
+        candidate.decode = "";
+      }
+    }
+    if (SizeOf(candidate) < (best_ ? SizeOf(*best_) : task_->encoded_bytes)) {
+      best_ = std::move(candidate);
+    }
+  }
+
+  static std::uint64_t SizeOf(const CodedPicture& coded) {
+    return coded.data.size() + coded.palette.size();
+  }
+
+  void TryJpeg() {
+    if (features_.is_one_color || picture_.pixels() < kLeastForJpeg) {
+      return;
+    }
+    const Look look(picture_, task_->is_inverted, seen_width_, seen_height_);
+    JpegSearch search(look, *goals_, task_->encoded_bytes);
+    if (is_resampled_ && !task_->has_one_size) {
+      double dpi = goals_->settings.resolution_dpi;
+      for (; !search.is_over() && TryAt(search, dpi); dpi *= kScaleStep) {
+      }
+    }
+    if (!search.is_over()) {
+      search.Try(picture_, features_.is_flat());
+    }
+    if (std::optional<CodedPicture> found = search.Result()) {
+      Offer(*std::move(found), true);
+    }
+  }
+
+  // False where that is not smaller than the picture itself.
+  bool TryAt(JpegSearch& search, double dpi) {
+    const std::uint32_t width = PixelsFor(task_->width_points, dpi, picture_.width);
+    const std::uint32_t height = PixelsFor(task_->height_points, dpi, picture_.height);
+    if (width >= picture_.width || height >= picture_.height) {
+      return false;
+    }
+    search.Try(Scaled(picture_, width, height), features_.is_flat());
+    return true;
+  }
+
+  static constexpr std::uint64_t kSmallPicture = 64 * 64;
+  static constexpr std::uint64_t kLeastForJpeg = 16 * 16;
+
+  ImageTask* task_;
+  const ImageGoals* goals_;
+  SamplePicture picture_;
+  PictureFeatures features_;
+  bool is_resampled_ = false;
+  std::uint32_t seen_width_ = 1;
+  std::uint32_t seen_height_ = 1;
+  std::optional<CodedPicture> best_;
+  ImageOutcome outcome_;
+};
+
+}  // namespace
+
+PictureSize WantedSize(const ImageTask& task, const ImageGoals& goals) {
+  if (!IsResampled(task, goals.settings)) {
+    return {task.width, task.height};
+  }
+  const double target = goals.settings.resolution_dpi;
+  const double dpi = task.has_one_size ? target : std::max(target, kSeenDpi);
+  return {PixelsFor(task.width_points, dpi, task.width),
+          PixelsFor(task.height_points, dpi, task.height)};
+}
+
+ImageOutcome OptimizeImage(ImageTask& task, const ImageGoals& goals) {
+  return Optimizer(task, goals).Run();
+}
+
+}  // namespace TarnixTools::engines::optimizer

@@ -1,0 +1,209 @@
+#include "engines/optimizer/images/ImagePass.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+#include <variant>
+
+#include "engines/optimizer/images/BitonalImage.h"
+#include "pdf/write/Serialize.h"
+
+namespace TarnixTools::engines::optimizer {
+
+namespace {
+
+using pdf::Object;
+using pdf::ObjectChange;
+
+// Entries of an image that say how its samples are stored.
+constexpr std::array<std::string_view, 8> kCodingKeys = {"Length",           "Width",      "Height",
+                                                         "BitsPerComponent", "ColorSpace", "Filter",
+                                                         "DecodeParms",      "Decode"};
+
+void AppendEntry(std::string& text, std::string_view key, std::string_view value) {
+  pdf::AppendName(text, key);
+  pdf::AppendToken(text, value);
+}
+
+void OptimizeBitonal(BitonalTask& task, const ImageGoals& goals, ImageOutcome& outcome) {
+  outcome.kind = ImageClass::kBitonal;
+  outcome.coded = CodeBitonal(*task.samples, goals.settings.bitonal_codecs, task.encoded_bytes);
+  if (!outcome.coded) {
+    outcome.left_alone = LeftAlone::kSmallest;
+  }
+  task.samples.reset();
+}
+
+}  // namespace
+
+ImagePass::ImagePass(pdf::Document& document, const DocumentSurvey& survey,
+                     const OptimizerSettings& settings)
+    : document_(&document), survey_(&survey), goals_(GoalsOf(settings, HasCmykIntent())) {}
+
+bool ImagePass::HasCmykIntent() {
+  pdf::Arena arena;
+  const Object intents = document_->Resolve(document_->Catalog(arena).Get("OutputIntents"), arena);
+  return std::any_of(intents.Items().begin(), intents.Items().end(), [&](const Object& item) {
+    const Object intent = document_->Resolve(item, arena);
+    const Object profile = document_->Resolve(intent.Get("DestOutputProfile"), arena);
+    return document_->Resolve(profile.Get("N"), arena).IntegerOr(0) == 4;
+  });
+}
+
+void ImagePass::Run(WorkPool& pool) {
+  for (const std::uint32_t number : survey_->Images()) {
+    Add(number, ImageRole::kDrawn, *survey_->PlacementOf(number), pool);
+  }
+  for (const auto& [number, placement] : soft_masks_) {
+    Add(number, ImageRole::kSoftMask, placement, pool);
+  }
+  for (const auto& [number, placement] : stencil_masks_) {
+    Add(number, ImageRole::kStencilMask, placement, pool);
+  }
+  pool.Finish();
+  KeepPairsTogether();
+}
+
+// Images that are mixed with a matte by their mask stay as they were unless both have become smaller
+// and have the same size again.
+void ImagePass::KeepPairsTogether() {
+  for (auto& [number, entry] : entries_) {
+    if (entry.matte_mask == 0) {
+      continue;
+    }
+    std::optional<CodedPicture>& image = entry.outcome.coded;
+    std::optional<CodedPicture>& mask = entries_[entry.matte_mask].outcome.coded;
+    if (!image || !mask || image->width != mask->width || image->height != mask->height) {
+      image.reset();
+      mask.reset();
+      entry.outcome.left_alone = LeftAlone::kSmallest;
+      entries_[entry.matte_mask].outcome.left_alone = LeftAlone::kSmallest;
+    }
+  }
+}
+
+// A mask is seen as large as what it masks.
+void ImagePass::AddMask(Placements& masks, std::uint32_t number,
+                        const ImagePlacement& placement) const {
+  if (number == 0) {
+    return;
+  }
+  const auto [place, is_new] = masks.try_emplace(number, placement);
+  ImagePlacement& mask = place->second;
+  if (!is_new) {
+    mask.width_points = std::max(mask.width_points, placement.width_points);
+    mask.height_points = std::max(mask.height_points, placement.height_points);
+    mask.is_known = mask.is_known && placement.is_known;
+  }
+}
+
+void ImagePass::Add(std::uint32_t number, ImageRole role, const ImagePlacement& placement,
+                    WorkPool& pool) {
+  const auto [place, is_new] = entries_.try_emplace(number);
+  if (!is_new) {
+    return;
+  }
+  ImageInput input = ReadImage(*document_, number, role, placement, goals_);
+  if (role == ImageRole::kDrawn) {
+    AddMask(soft_masks_, input.soft_mask, placement);
+    AddMask(stencil_masks_, input.stencil_mask, placement);
+  }
+  if (role == ImageRole::kDrawn && input.has_matte) {
+    place->second.matte_mask = input.soft_mask;
+  }
+  place->second.bytes_before = input.encoded_bytes;
+  place->second.outcome.kind =
+      role == ImageRole::kDrawn ? ImageClass::kPhotograph : ImageClass::kSoftMask;
+  Start(place->second, std::move(input), pool);
+}
+
+void ImagePass::Start(Entry& entry, ImageInput input, WorkPool& pool) const {
+  if (const auto* reason = std::get_if<LeftAlone>(&input.task)) {
+    entry.outcome.left_alone = *reason;
+    return;
+  }
+  const auto shared = std::make_shared<ImageInput>(std::move(input));
+  pool.Add(shared->held_bytes, [&entry, shared, this] {
+    if (auto* bitonal = std::get_if<BitonalTask>(&shared->task)) {
+      OptimizeBitonal(*bitonal, goals_, entry.outcome);
+    } else {
+      entry.outcome = OptimizeImage(std::get<ImageTask>(shared->task), goals_);
+    }
+  });
+}
+
+void ImagePass::Apply(pdf::DocumentRewriter& rewriter) {
+  for (auto& [number, entry] : entries_) {
+    if (std::optional<CodedPicture>& coded = entry.outcome.coded) {
+      rewriter.Change(number, ObjectChange::StreamFrom(DictionaryOf(number, *coded, rewriter),
+                                                       [&data = coded->data](pdf::ByteSink& sink) {
+                                                         sink.Write(data);
+                                                       }));
+    }
+  }
+}
+
+std::string ImagePass::DictionaryOf(std::uint32_t number, const CodedPicture& coded,
+                                    pdf::DocumentRewriter& rewriter) const {
+  pdf::Arena arena;
+  const Object dictionary = document_->Load({.number = number, .generation = 0}, arena);
+  std::string text = "<<";
+  const auto keep = [&](std::string_view key, const Object& value) {
+    if (!value.IsNull()) {
+      pdf::AppendName(text, key);
+      pdf::AppendObject(text, value);
+    }
+  };
+  for (const pdf::DictionaryEntry& entry : dictionary.Entries()) {
+    if (std::find(kCodingKeys.begin(), kCodingKeys.end(), entry.Key()) == kCodingKeys.end()) {
+      keep(entry.Key(), entry.value);
+    }
+  }
+  AppendEntry(text, "Width", std::to_string(coded.width));
+  AppendEntry(text, "Height", std::to_string(coded.height));
+  AppendEntry(text, "BitsPerComponent", std::to_string(coded.bits));
+  AppendEntry(text, "Filter", "/" + coded.filter);
+  if (!coded.parameters.empty()) {
+    AppendEntry(text, "DecodeParms", "<<" + coded.parameters + ">>");
+  }
+  if (!coded.palette.empty()) {
+    std::string space = "[/Indexed" + coded.color_space;
+    pdf::AppendInteger(space, static_cast<std::int64_t>(coded.palette.size() / 3) - 1);
+    pdf::AppendString(space, coded.palette, false);
+    std::string reference;
+    pdf::AppendReference(reference, rewriter.Add(ObjectChange::Value(space + "]")));
+    AppendEntry(text, "ColorSpace", reference);
+  } else if (!coded.color_space.empty()) {
+    AppendEntry(text, "ColorSpace", coded.color_space);
+  } else {
+    keep("ColorSpace", dictionary.Get("ColorSpace"));
+  }
+  if (!coded.decode) {
+    keep("Decode", dictionary.Get("Decode"));
+  } else if (!coded.decode->empty()) {
+    AppendEntry(text, "Decode", "[" + *coded.decode + "]");
+  }
+  return text + ">>";
+}
+
+bool ImagePass::Changes(std::uint32_t number) const {
+  const auto found = entries_.find(number);
+  return found != entries_.end() && found->second.outcome.coded.has_value();
+}
+
+OptimizerReport ImagePass::report() const {
+  OptimizerReport report;
+  for (const auto& [number, entry] : entries_) {
+    ClassFigures& figures = report.images[static_cast<std::size_t>(entry.outcome.kind)];
+    ++figures.images;
+    figures.bytes_before += entry.bytes_before;
+    figures.bytes_after +=
+        entry.outcome.coded ? entry.outcome.coded->data.size() : entry.bytes_before;
+    if (entry.outcome.left_alone) {
+      ++figures.left_alone[static_cast<std::size_t>(*entry.outcome.left_alone)];
+    }
+  }
+  return report;
+}
+
+}  // namespace TarnixTools::engines::optimizer

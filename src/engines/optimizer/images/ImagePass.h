@@ -1,0 +1,72 @@
+// All images of a document: read one after the other, made smaller on all cores, and put in the
+// places of those that they come from.
+//
+//   ImagePass pass(document, survey, settings);
+//   pass.Run(pool);
+//   pass.Apply(rewriter);
+//   const OptimizerReport report = pass.report();
+#ifndef TARNIX_ENGINES_OPTIMIZER_IMAGES_IMAGEPASS_H_
+#define TARNIX_ENGINES_OPTIMIZER_IMAGES_IMAGEPASS_H_
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string>
+
+#include "engines/optimizer/OptimizerReport.h"
+#include "engines/optimizer/WorkPool.h"
+#include "engines/optimizer/images/ImageGoals.h"
+#include "engines/optimizer/images/ImageOptimizer.h"
+#include "engines/optimizer/images/ImageReader.h"
+#include "engines/optimizer/survey/DocumentSurvey.h"
+#include "pdf/file/Document.h"
+#include "pdf/write/DocumentRewriter.h"
+
+namespace TarnixTools::engines::optimizer {
+
+class ImagePass {
+ public:
+  // Document and survey outlive the pass.
+  ImagePass(pdf::Document& document, const DocumentSurvey& survey,
+            const OptimizerSettings& settings);
+
+  // Reads the images on this thread and codes them on those of the pool. Throws pdf::Error for a
+  // document that cannot be read any more.
+  void Run(WorkPool& pool);
+
+  // Tells the rewriter of the images that have become smaller. The pass outlives the writing.
+  void Apply(pdf::DocumentRewriter& rewriter);
+
+  // Whether the image's data is another now.
+  bool Changes(std::uint32_t number) const;
+
+  OptimizerReport report() const;
+
+ private:
+  struct Entry {
+    std::uint64_t bytes_before = 0;
+    std::uint32_t matte_mask = 0;  // number of the soft mask that its colours are mixed by
+    ImageOutcome outcome;
+  };
+
+  using Placements = std::map<std::uint32_t, ImagePlacement>;
+
+  bool HasCmykIntent();
+  void AddMask(Placements& masks, std::uint32_t number, const ImagePlacement& placement) const;
+  void Add(std::uint32_t number, ImageRole role, const ImagePlacement& placement, WorkPool& pool);
+  void Start(Entry& entry, ImageInput input, WorkPool& pool) const;
+  void KeepPairsTogether();
+  std::string DictionaryOf(std::uint32_t number, const CodedPicture& coded,
+                           pdf::DocumentRewriter& rewriter) const;
+
+  pdf::Document* document_;
+  const DocumentSurvey* survey_;
+  ImageGoals goals_;
+  Placements soft_masks_;  // of images that are drawn
+  Placements stencil_masks_;
+  std::map<std::uint32_t, Entry> entries_;  // by number; work holds references to them
+};
+
+}  // namespace TarnixTools::engines::optimizer
+
+#endif  // TARNIX_ENGINES_OPTIMIZER_IMAGES_IMAGEPASS_H_

@@ -1,0 +1,232 @@
+#include "engines/optimizer/images/ImageReader.h"
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "engines/optimizer/images/SamplePicture.h"
+#include "engines/support/images/ColorRows.h"
+#include "engines/support/images/DocumentImage.h"
+#include "engines/support/images/ImageLimits.h"
+#include "engines/support/images/ImageSamples.h"
+#include "pdf/Error.h"
+#include "pdf/write/Serialize.h"
+
+namespace TarnixTools::engines::optimizer {
+
+namespace {
+
+using pdf::Object;
+
+// What work takes beside the samples: the picture, what it is compared with, and what is coded.
+constexpr std::uint64_t kCopies = 3;
+
+class Reader {
+ public:
+  Reader(pdf::Document& document, std::uint32_t number, ImageRole role,
+         const ImagePlacement& placement, const ImageGoals& goals)
+      : document_(&document),
+        role_(role),
+        placement_(&placement),
+        goals_(&goals),
+        image_(ImageObjectOf(document, number, arena_)),
+        facts_(FactsOf(image_, arena_)),
+        space_(SpaceOf(image_, facts_)) {
+    const std::optional<pdf::StreamData> stream = document.StreamOf(number);
+    input_.encoded_bytes = stream ? document.PlainLength(*stream) : 0;
+    input_.soft_mask = facts_.soft_mask;
+    input_.stencil_mask = facts_.stencil_mask;
+    input_.has_matte = HasMatte();
+  }
+
+  ImageInput Read() {
+    if (facts_.width == 0 || facts_.height == 0 || facts_.filter == ImageFilter::kUnknown) {
+      input_.task = LeftAlone::kUnreadable;
+    } else if (!space_ || facts_.uses_jpx_alpha) {
+      input_.task = LeftAlone::kUnhandled;
+    } else if (facts_.filter == ImageFilter::kJbig2) {
+      input_.task = LeftAlone::kSmallest;  // no other coding without loss is smaller
+    } else if (IsBitonal()) {
+      ReadBitonal();
+    } else {
+      ReadContinuous();
+    }
+    return std::move(input_);
+  }
+
+ private:
+  bool IsBitonal() const {
+    return facts_.filter != ImageFilter::kDct && facts_.filter != ImageFilter::kJpx &&
+           space_->components == 1 &&
+           (facts_.is_mask || facts_.bits == 1 || facts_.filter != ImageFilter::kNone);
+  }
+
+  // Whether the colours have been mixed with others where they are transparent (ISO 32000-2,
+  // 11.6.5.2): they and their mask go together sample by sample.
+  bool HasMatte() {
+    if (!facts_.matte.empty() || facts_.soft_mask == 0) {
+      return !facts_.matte.empty();
+    }
+    const DocumentImage mask = ImageObjectOf(*document_, facts_.soft_mask, arena_);
+    return !FactsOf(mask, arena_).matte.empty();
+  }
+
+  std::optional<ImageSamples> Open(PictureSize least) {
+    try {
+      return OpenSamples(image_, facts_, space_, least);
+    } catch (const pdf::Error& error) {
+      if (!error.is_damage() && error.code() != pdf::ErrorCode::kLimitExceeded) {
+        throw;
+      }
+      return std::nullopt;
+    }
+  }
+
+  void ReadBitonal() {
+    std::optional<ImageSamples> samples = Open(kWholePicture);
+    if (!samples || !samples->is_complete || samples->rows->format().height != facts_.height) {
+      input_.task = LeftAlone::kUnreadable;
+      return;
+    }
+    const SampleFormat& format = samples->rows->format();
+    input_.held_bytes =
+        samples->rows->held_bytes() + kCopies * std::uint64_t{format.row_bytes()} * format.height;
+    input_.task =
+        BitonalTask{.encoded_bytes = input_.encoded_bytes, .samples = std::move(samples->rows)};
+  }
+
+  void ReadContinuous() {
+    ImageTask task;
+    task.number = image_.number;
+    task.encoded_bytes = input_.encoded_bytes;
+    task.width = facts_.width;
+    task.height = facts_.height;
+    task.is_soft_mask = role_ != ImageRole::kDrawn;
+    task.is_placed = placement_->is_known && placement_->width_points > 0;
+    task.width_points = placement_->width_points;
+    task.height_points = placement_->height_points;
+    task.keeps_samples = KeepsSamples();
+    task.has_one_size = input_.has_matte;
+    std::optional<ImageSamples> samples = Open(WantedSize(task, *goals_));
+    if (!samples) {
+      input_.task = LeftAlone::kUnreadable;
+      return;
+    }
+    if (facts_.filter == ImageFilter::kDct && facts_.steps.empty()) {
+      task.jpeg = EncodedData(image_, limits::kMaxSampleBytes);
+    }
+    if (!SetColors(task, *std::move(samples))) {
+      input_.task = LeftAlone::kUnhandled;
+      return;
+    }
+    input_.held_bytes = task.rows->held_bytes() +
+                        kCopies * std::uint64_t{task.rows->row_bytes()} * task.rows->height();
+    input_.task = std::move(task);
+  }
+
+  // Colours that are left out by their samples, and those whose components are no amounts of light
+  // or ink.
+  bool KeepsSamples() const {
+    return !facts_.color_key.empty() || space_->kind == ColorKind::kLab ||
+           (space_->kind == ColorKind::kInks && space_->components != 1);
+  }
+
+  // False for colours that are not worked on.
+  bool SetColors(ImageTask& task, ImageSamples samples) {
+    const ColorSpace& space = samples.space;
+    const bool is_own = HasOwnSpace();
+    if (!samples.is_complete || samples.rows->format().height < std::min(task.height, 1U)) {
+      return false;
+    }
+    if (space.kind == ColorKind::kIndexed) {
+      return facts_.color_key.empty() && ConvertIndexed(task, std::move(samples));
+    }
+    if (!IsPictureOf(space.components)) {
+      return false;
+    }
+    const bool is_cmyk = space.components == 4 && space.is_computed();
+    if ((is_cmyk && goals_->converts_to_rgb && !task.keeps_samples) ||
+        (!is_own && space.kind == ColorKind::kIcc)) {
+      return Convert(task, std::move(samples));
+    }
+    task.is_inverted = !samples.decode.empty() && samples.decode[0] > 0;
+    task.may_lose_color = goals_->settings.reduces_color_complexity &&
+                          !placement_->has_default_spaces && samples.decode.empty() &&
+                          (space.kind == ColorKind::kRgb || space.kind == ColorKind::kGray);
+    if (!is_own) {
+      task.color_space = DeviceName(space.components);
+    }
+    task.rows = OwnSamples(std::move(samples.rows));
+    return true;
+  }
+
+  // Whether the dictionary says what the samples mean. JPEG 2000 data may say it itself, and what
+  // it says goes where the dictionary has another number of components.
+  bool HasOwnSpace() const {
+    return facts_.filter != ImageFilter::kJpx || !facts_.color_space.IsNull();
+  }
+
+  static std::string DeviceName(int components) {
+    return components == 1 ? "/DeviceGray" : components == 3 ? "/DeviceRGB" : "/DeviceCMYK";
+  }
+
+  bool Convert(ImageTask& task, ImageSamples samples) {
+    task.rows = std::make_unique<ColorRows>(std::move(samples));
+    task.color_space = task.rows->layout() == PixelLayout::kGray ? "/DeviceGray" : "/DeviceRGB";
+    task.may_lose_color =
+        goals_->settings.reduces_color_complexity && !placement_->has_default_spaces;
+    return !placement_->has_default_spaces;
+  }
+
+  // A palette's colours are taken in the space that they are given in.
+  bool ConvertIndexed(ImageTask& task, ImageSamples samples) {
+    const auto items = facts_.color_space.Items();
+    if (items.size() < 4 || !samples.decode.empty()) {
+      return false;
+    }
+    const std::optional<ColorSpace> base =
+        ColorSpaceOf(*document_, document_->Resolve(items[1], arena_), arena_);
+    if (!base || !IsPictureOf(base->components) || base->kind == ColorKind::kLab) {
+      return false;
+    }
+    if (base->components == 4 && samples.space.is_computed() && goals_->converts_to_rgb) {
+      return Convert(task, std::move(samples));
+    }
+    task.may_lose_color = !placement_->has_default_spaces &&
+                          (base->kind == ColorKind::kRgb || base->kind == ColorKind::kGray);
+    pdf::AppendObject(task.color_space, items[1]);
+    task.rows = PaletteSamples(std::move(samples.rows), TableOf(items[3]), base->components);
+    return !placement_->has_default_spaces;
+  }
+
+  std::string TableOf(const Object& table) {
+    const pdf::Followed followed = document_->Follow(table, arena_);
+    if (followed.value.IsString()) {
+      return std::string(followed.value.Text());
+    }
+    const std::optional<pdf::Decoded> decoded =
+        document_->TryDecodeStream(followed.number, limits::kMaxPaletteBytes);
+    return decoded ? decoded->data : std::string();
+  }
+
+  pdf::Document* document_;
+  ImageRole role_;
+  const ImagePlacement* placement_;
+  const ImageGoals* goals_;
+  pdf::Arena arena_;
+  DocumentImage image_;
+  ImageFacts facts_;
+  std::optional<ColorSpace> space_;
+  ImageInput input_;
+};
+
+}  // namespace
+
+ImageInput ReadImage(pdf::Document& document, std::uint32_t number, ImageRole role,
+                     const ImagePlacement& placement, const ImageGoals& goals) {
+  return Reader(document, number, role, placement, goals).Read();
+}
+
+}  // namespace TarnixTools::engines::optimizer
