@@ -7,12 +7,12 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "engines/toolbox/metadata/XmpEdit.h"
+#include "engines/support/metadata/XmpEdit.h"
 
 namespace {
 
-using TarnixTools::engines::toolbox::EditXmp;
-using TarnixTools::engines::toolbox::XmpChange;
+using TarnixTools::engines::EditXmp;
+using TarnixTools::engines::XmpChange;
 
 void Require(bool holds) {
   if (!holds) {

@@ -8,11 +8,6 @@
 
 namespace TarnixTools::engines::toolbox::limits {
 
-// Bytes of metadata, decoded; nesting of its elements; namespaces that are declared at one place.
-inline constexpr std::size_t kMaxMetadataBytes = std::size_t{16} << 20;
-inline constexpr std::size_t kMaxXmlNesting = 256;
-inline constexpr std::size_t kMaxXmlNamespaces = 256;
-
 // What one copy decodes of contents to paint on them: this much, and this many times the size of
 // the file; sound pages need their own contents once. Beyond it the job fails. Naming a stream
 // counts for some bytes.

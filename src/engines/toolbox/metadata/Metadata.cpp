@@ -4,10 +4,10 @@
 #include <span>
 #include <string_view>
 
-#include "engines/toolbox/Limits.h"
+#include "engines/support/metadata/MetadataLimits.h"
+#include "engines/support/metadata/XmpEdit.h"
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/copy/report/CopyReport.h"
-#include "engines/toolbox/metadata/XmpEdit.h"
 #include "pdf/Error.h"
 #include "pdf/write/Serialize.h"
 
@@ -67,7 +67,7 @@ std::string SourceMetadata::ReadPacket() {
     return {};
   }
   const std::optional<pdf::Decoded> stream =
-      document_->TryDecodeStream(packet_number_, limits::kMaxMetadataBytes);
+      document_->TryDecodeStream(packet_number_, engines::limits::kMaxMetadataBytes);
   const XmpChange no_claim = {kPdfA, {}, {}, {}};
   std::optional<EditedXmp> edited = stream ? EditXmp(stream->data, {&no_claim, 1}) : std::nullopt;
   if (edited) {

@@ -1,13 +1,13 @@
 // Reads XML tag by tag, without a tree: start tags with their attributes, and end tags. Comments,
 // character data and processing instructions are passed over.
-#ifndef TARNIX_ENGINES_TOOLBOX_METADATA_XMLSCANNER_H_
-#define TARNIX_ENGINES_TOOLBOX_METADATA_XMLSCANNER_H_
+#ifndef TARNIX_ENGINES_SUPPORT_METADATA_XMLSCANNER_H_
+#define TARNIX_ENGINES_SUPPORT_METADATA_XMLSCANNER_H_
 
 #include <cstddef>
 #include <string_view>
 #include <vector>
 
-namespace TarnixTools::engines::toolbox {
+namespace TarnixTools::engines {
 
 struct XmlAttribute {
   std::string_view name;   // with its prefix
@@ -57,6 +57,6 @@ class XmlScanner {
   bool is_malformed_ = false;
 };
 
-}  // namespace TarnixTools::engines::toolbox
+}  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_METADATA_XMLSCANNER_H_
+#endif  // TARNIX_ENGINES_SUPPORT_METADATA_XMLSCANNER_H_

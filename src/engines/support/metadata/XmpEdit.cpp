@@ -1,13 +1,13 @@
-#include "engines/toolbox/metadata/XmpEdit.h"
+#include "engines/support/metadata/XmpEdit.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "engines/toolbox/Limits.h"
-#include "engines/toolbox/metadata/XmlScanner.h"
+#include "engines/support/metadata/MetadataLimits.h"
+#include "engines/support/metadata/XmlScanner.h"
 #include "foundation/Utf8.h"
 
-namespace TarnixTools::engines::toolbox {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -293,4 +293,4 @@ std::string XmlText(std::string_view utf8) {
   return text;
 }
 
-}  // namespace TarnixTools::engines::toolbox
+}  // namespace TarnixTools::engines

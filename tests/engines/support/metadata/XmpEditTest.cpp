@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "engines/toolbox/metadata/XmpEdit.h"
+#include "engines/support/metadata/XmpEdit.h"
 
-namespace TarnixTools::engines::toolbox {
+namespace TarnixTools::engines {
 namespace {
 
 using namespace std::string_literals;
@@ -145,4 +145,4 @@ TEST(XmpEdit, WritesTextAsXml) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines::toolbox
+}  // namespace TarnixTools::engines

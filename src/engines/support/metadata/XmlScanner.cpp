@@ -1,8 +1,8 @@
-#include "engines/toolbox/metadata/XmlScanner.h"
+#include "engines/support/metadata/XmlScanner.h"
 
 #include <algorithm>
 
-namespace TarnixTools::engines::toolbox {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -122,4 +122,4 @@ bool XmlScanner::Fail() {
   return false;
 }
 
-}  // namespace TarnixTools::engines::toolbox
+}  // namespace TarnixTools::engines

@@ -3,8 +3,8 @@
 //
 //   const XmpChange changes[] = {{"http://www.aiim.org/pdfa/ns/id/", "", "", ""}};
 //   const std::optional<EditedXmp> edited = EditXmp(packet, changes);
-#ifndef TARNIX_ENGINES_TOOLBOX_METADATA_XMPEDIT_H_
-#define TARNIX_ENGINES_TOOLBOX_METADATA_XMPEDIT_H_
+#ifndef TARNIX_ENGINES_SUPPORT_METADATA_XMPEDIT_H_
+#define TARNIX_ENGINES_SUPPORT_METADATA_XMPEDIT_H_
 
 #include <cstddef>
 #include <optional>
@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-namespace TarnixTools::engines::toolbox {
+namespace TarnixTools::engines {
 
 // Takes a property out, and puts another value in its place if it was there.
 struct XmpChange {
@@ -36,6 +36,6 @@ std::optional<EditedXmp> EditXmp(std::string_view packet, std::span<const XmpCha
 // A text as XML content; characters that XML cannot have are left out.
 std::string XmlText(std::string_view utf8);
 
-}  // namespace TarnixTools::engines::toolbox
+}  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_TOOLBOX_METADATA_XMPEDIT_H_
+#endif  // TARNIX_ENGINES_SUPPORT_METADATA_XMPEDIT_H_
