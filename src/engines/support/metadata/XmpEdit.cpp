@@ -58,11 +58,19 @@ std::string_view Unquoted(std::string_view value) {
   return value.substr(1, value.size() - 2);
 }
 
+bool IsAbout(const XmpChange& change, std::string_view name_space, std::string_view local) {
+  return change.name_space == name_space && (change.name.empty() || change.name == local);
+}
+
 // Finds the properties in a packet: the children and the attributes of the descriptions in it.
 class PacketReader {
  public:
   PacketReader(std::string_view text, std::span<const XmpChange> changes)
-      : text_(text), changes_(changes), scanner_(text), found_(changes.size()) {}
+      : text_(text),
+        changes_(changes),
+        scanner_(text),
+        found_(changes.size()),
+        values_(changes.size()) {}
 
   // False for what EditXmp refuses.
   bool Read();
@@ -72,11 +80,14 @@ class PacketReader {
 
   const std::vector<std::size_t>& found() const { return found_; }
 
+  const std::vector<std::string>& values() const { return values_; }
+
  private:
   struct Open {
     std::string_view name;
     std::size_t namespace_count;        // that held before it
     std::optional<std::size_t> cut_at;  // it goes, from there on
+    std::size_t content = 0;            // where what is in it begins
   };
 
   struct Namespace {
@@ -91,7 +102,8 @@ class PacketReader {
   bool ReadEnd();
   bool Declare();
   void LookAtDescription();
-  bool IsWanted(std::string_view name_space, std::string_view local);
+  bool IsWanted(std::string_view name_space, std::string_view local) const;
+  void Note(std::string_view name_space, std::string_view local, std::string_view value);
   std::string_view NamespaceOf(std::string_view prefix) const;
   std::size_t WithSpaceBefore(std::size_t position) const;
   std::string NewValues() const;
@@ -108,6 +120,7 @@ class PacketReader {
   bool has_about_ = false;
   std::vector<std::pair<std::size_t, std::size_t>> cuts_;
   std::vector<std::size_t> found_;
+  std::vector<std::string> values_;
 };
 
 bool PacketReader::Read() {
@@ -124,7 +137,7 @@ bool PacketReader::ReadStart() {
   const XmlTag& tag = scanner_.tag();
   const std::size_t depth = open_.size();
   const std::size_t level = LevelOf(depth);
-  Open element{tag.name, namespaces_.size(), std::nullopt};
+  Open element{tag.name, namespaces_.size(), std::nullopt, tag.end};
   if (depth == limits::kMaxXmlNesting || (level <= 2 && !Declare())) {
     return false;
   }
@@ -150,10 +163,13 @@ bool PacketReader::ReadEnd() {
   }
   const Open element = open_.back();
   open_.pop_back();
-  namespaces_.resize(element.namespace_count);
   if (element.cut_at) {
     cuts_.emplace_back(*element.cut_at, tag.end);
+    const std::size_t content_end = std::max(element.content, tag.begin);
+    Note(NamespaceOf(PrefixOf(tag.name)), LocalPart(tag.name),
+         text_.substr(element.content, content_end - element.content));
   }
+  namespaces_.resize(element.namespace_count);
   if (rdf_depth_ == open_.size()) {
     rdf_depth_.reset();
     if (!rdf_end_ && tag.kind == XmlTag::Kind::kEnd) {
@@ -190,6 +206,7 @@ void PacketReader::LookAtDescription() {
     const std::string_view local = LocalPart(attribute.name);
     if (IsWanted(name_space, local)) {
       cuts_.emplace_back(attribute.begin, attribute.end);
+      Note(name_space, local, Unquoted(attribute.value));
     } else if (!has_about_ && name_space == kRdf && local == "about") {
       about_ = attribute.value;
       has_about_ = true;
@@ -197,16 +214,19 @@ void PacketReader::LookAtDescription() {
   }
 }
 
-bool PacketReader::IsWanted(std::string_view name_space, std::string_view local) {
-  bool is_wanted = false;
+bool PacketReader::IsWanted(std::string_view name_space, std::string_view local) const {
+  return std::any_of(changes_.begin(), changes_.end(),
+                     [&](const XmpChange& change) { return IsAbout(change, name_space, local); });
+}
+
+// A property that is taken out.
+void PacketReader::Note(std::string_view name_space, std::string_view local,
+                        std::string_view value) {
   for (std::size_t i = 0; i < changes_.size(); ++i) {
-    const XmpChange& change = changes_[i];
-    if (change.name_space == name_space && (change.name.empty() || change.name == local)) {
-      ++found_[i];
-      is_wanted = true;
+    if (IsAbout(changes_[i], name_space, local) && found_[i]++ == 0) {
+      values_[i] = value;
     }
   }
-  return is_wanted;
 }
 
 std::string_view PacketReader::NamespaceOf(std::string_view prefix) const {
@@ -271,7 +291,8 @@ std::optional<EditedXmp> EditXmp(std::string_view packet, std::span<const XmpCha
   if (!reader.Read()) {
     return std::nullopt;
   }
-  return EditedXmp{reader.has_found() ? reader.Cut() : std::string(packet), reader.found()};
+  return EditedXmp{reader.has_found() ? reader.Cut() : std::string(packet), reader.found(),
+                   reader.values()};
 }
 
 std::string XmlText(std::string_view utf8) {

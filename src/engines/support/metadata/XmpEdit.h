@@ -24,8 +24,9 @@ struct XmpChange {
 };
 
 struct EditedXmp {
-  std::string bytes;               // the packet itself when nothing was taken out, else in UTF-8
-  std::vector<std::size_t> found;  // by change, how many properties it took out
+  std::string bytes;                // the packet itself when nothing was taken out, else in UTF-8
+  std::vector<std::size_t> found;   // by change, how many properties it took out
+  std::vector<std::string> values;  // by change, what the first of them said, as XML
 };
 
 // nullopt for what is no packet in UTF-8 or UTF-16 or no well-formed XML, for more nesting or

@@ -3,9 +3,10 @@
 #include <array>
 #include <span>
 #include <string_view>
+#include <utility>
 
-#include "engines/support/metadata/MetadataLimits.h"
 #include "engines/support/metadata/XmpEdit.h"
+#include "engines/support/metadata/XmpPacket.h"
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/copy/report/CopyReport.h"
 #include "pdf/Error.h"
@@ -16,8 +17,6 @@ namespace TarnixTools::engines::toolbox {
 using pdf::Object;
 
 namespace {
-
-constexpr std::string_view kPdfA = "http://www.aiim.org/pdfa/ns/id/";
 
 // The property that says what an entry of the information says.
 struct Mirror {
@@ -47,8 +46,7 @@ std::string ValueFor(const Mirror& mirror, const std::optional<std::string>& val
 SourceMetadata::SourceMetadata(SourceDocument& source) : document_(&source.document()) {
   pdf::Arena arena;
   entry_count_ = document_->Resolve(document_->trailer().Get("Info"), arena).Entries().size();
-  const std::uint32_t number = document_->Catalog(arena).Get("Metadata").AsReference().number;
-  packet_number_ = document_->Exists(number) ? number : 0;
+  packet_number_ = XmpPacketNumber(*document_);
 }
 
 const std::shared_ptr<const KeptMetadata>& SourceMetadata::Kept() {
@@ -66,13 +64,10 @@ std::string SourceMetadata::ReadPacket() {
   if (packet_number_ == 0) {
     return {};
   }
-  const std::optional<pdf::Decoded> stream =
-      document_->TryDecodeStream(packet_number_, engines::limits::kMaxMetadataBytes);
-  const XmpChange no_claim = {kPdfA, {}, {}, {}};
-  std::optional<EditedXmp> edited = stream ? EditXmp(stream->data, {&no_claim, 1}) : std::nullopt;
-  if (edited) {
-    has_claim_ = edited->found[0] > 0;
-    return std::move(edited->bytes);
+  std::optional<XmpPacket> packet = ReadXmpPacket(*document_, packet_number_);
+  if (packet) {
+    has_claim_ = packet->has_claim;
+    return std::move(packet->bytes);
   }
   packet_trouble_ = "cannot be read";
   return {};

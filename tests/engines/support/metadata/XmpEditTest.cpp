@@ -96,6 +96,21 @@ TEST(XmpEdit, PutsOtherValuesInTheirPlaces) {
             std::string::npos);
 }
 
+TEST(XmpEdit, TellsWhatItTookOut) {
+  const std::vector<XmpChange> changes = {
+      {kPdfA, "part", "", ""}, {kPdfA, "", "", ""}, {kDc, "", "", ""}};
+  const std::string space = " xmlns:p=\"" + std::string(kPdfA) + "\"";
+  const auto elements = EditXmp(
+      Packet(Description(space, "<p:part> 1 </p:part><p:part>2</p:part><p:rev/>")), changes);
+  ASSERT_TRUE(elements);
+  EXPECT_EQ(elements->found, (std::vector<std::size_t>{2, 3, 0}));
+  EXPECT_EQ(elements->values, (std::vector<std::string>{" 1 ", " 1 ", ""}));
+  const auto attributes =
+      EditXmp(Packet(Description(space + " p:amd='x' p:part='3'", "")), changes);
+  ASSERT_TRUE(attributes);
+  EXPECT_EQ(attributes->values, (std::vector<std::string>{"3", "x", ""}));
+}
+
 TEST(XmpEdit, ReadsUtf16) {
   const std::string claimed =
       "<?xml version='1.0' encoding='UTF-16'?>"
