@@ -33,6 +33,12 @@ enum class FindingCode : std::uint8_t {
   kStringUndecryptable,  // encrypted data that is not whole
 };
 
+// In English, in a few words: "stream length wrong". The text is static.
+const char* TextOf(FindingCode code);
+
+// Whether something that the document announces is not there, rather than found in another way.
+bool IsLoss(FindingCode code);
+
 struct Finding {
   FindingCode code;
   std::uint32_t object = 0;  // 0: none in particular
