@@ -8,8 +8,8 @@
 #include "engines/img2pdf/ImageDocument.h"
 #include "engines/img2pdf/Img2PdfFailure.h"
 #include "engines/img2pdf/Limits.h"
+#include "engines/support/contract/Encryption.h"
 #include "engines/support/contract/Registry.h"
-#include "foundation/Utf8.h"
 
 namespace TarnixTools::engines {
 
@@ -29,16 +29,6 @@ void Require(bool condition) {
   engines::Require<Img2PdfErrors>(condition);
 }
 
-std::optional<pdf::Security> MakeSecurity(const std::wstring& user_password,
-                                          const std::wstring& owner_password,
-                                          std::uint32_t permissions) {
-  if (user_password.empty() && owner_password.empty()) {
-    return std::nullopt;
-  }
-  return pdf::Security::Create(WideToUtf8(user_password), WideToUtf8(owner_password),
-                               static_cast<std::int32_t>(permissions));
-}
-
 void Create(TImg2Pdf& object, const platform::WidePath& path, const std::wstring& user_password,
             const std::wstring& owner_password, std::uint32_t permissions) {
   Require(object.document == nullptr);
@@ -47,7 +37,7 @@ void Create(TImg2Pdf& object, const platform::WidePath& path, const std::wstring
     throw Img2PdfFailure(kImg2PdfCreateError);
   }
   object.document = std::make_unique<ImageDocument>(
-      std::move(*output), MakeSecurity(user_password, owner_password, permissions));
+      std::move(*output), EncryptionWith(user_password, owner_password, permissions));
 }
 
 void AddPages(TImg2Pdf& object, const platform::WidePath& path) {
