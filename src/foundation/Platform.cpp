@@ -199,6 +199,10 @@ std::int64_t Tell(std::FILE* file) {
   return ftello(file);
 }
 
+bool Empty(std::FILE* file) {
+  return ftruncate(fileno(file), 0) == 0 && Seek(file, 0);
+}
+
 OutputFile::Descriptor::Descriptor(Descriptor&& other) noexcept : number_(other.Release()) {}
 
 OutputFile::Descriptor& OutputFile::Descriptor::operator=(Descriptor&& other) noexcept {

@@ -68,6 +68,10 @@ bool SeekToEnd(std::FILE* file);
 // -1 when the position cannot be told.
 std::int64_t Tell(std::FILE* file);
 
+// Takes everything out of a file that is open for writing, and goes to its start. False for what is
+// no file, such as a pipe: what was written is gone from here.
+bool Empty(std::FILE* file);
+
 // A file that appears under its name when it is complete, or not at all.
 //
 //   std::optional<OutputFile> output = OutputFile::Create(path);
