@@ -1,41 +1,34 @@
-// What a compression did to images, by what they are.
+// What a compression did to images, by what they are, and what it left out.
 #ifndef TARNIX_ENGINES_OPTIMIZER_OPTIMIZERREPORT_H_
 #define TARNIX_ENGINES_OPTIMIZER_OPTIMIZERREPORT_H_
 
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <vector>
+
+#include "engines/optimizer/Optimizer.h"
 
 namespace TarnixTools::engines::optimizer {
 
-enum class ImageClass : std::uint8_t {
-  kPhotograph,
-  kFlatArt,   // screenshots, drawings, few colours
-  kTextScan,  // a page of text in gray or colour
-  kBitonal,   // one bit a pixel, stencil masks included
-  kSoftMask,
-};
+using ImageClass = TPdfImageClass;
+using LeftAlone = TPdfImageLeftAlone;
+using ClassFigures = TPdfImageFigures;
+using ReportedKind = TPdfOptimizedKind;
 
-inline constexpr std::size_t kImageClassCount = 5;
-
-// Why an image stays as it was.
-enum class LeftAlone : std::uint8_t {
-  kSmallest,    // nothing that looks as good is smaller
-  kUnreadable,  // its data cannot be decoded surely
-  kUnhandled,   // a colour space or mask that is not computed here
-};
-
-inline constexpr std::size_t kLeftAloneCount = 3;
-
-struct ClassFigures {
-  std::size_t images = 0;
-  std::uint64_t bytes_before = 0;  // of their encoded data
-  std::uint64_t bytes_after = 0;
-  std::array<std::size_t, kLeftAloneCount> left_alone{};
-};
+inline constexpr std::size_t kImageClassCount = kPdfImageClassCount;
+inline constexpr std::size_t kLeftAloneCount = kPdfImageLeftAloneCount;
 
 struct OptimizerReport {
-  std::array<ClassFigures, kImageClassCount> images;
+  // reason: a static text. Nothing is added where nothing is counted.
+  void Kept(ReportedKind kind, const char* reason, std::uint64_t count = 1);
+  void Dropped(ReportedKind kind, const char* reason, std::uint64_t count = 1);
+
+  // The document has been copied as it is: images are what they were, and nothing was left out.
+  void TakeBack();
+
+  std::array<ClassFigures, kImageClassCount> images{};
+  std::vector<TPdfOptimizeReportEntry> entries;
 };
 
 }  // namespace TarnixTools::engines::optimizer
