@@ -1,0 +1,160 @@
+#include "engines/optimizer/OptimizedDocument.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "engines/optimizer/OptimizerFailure.h"
+#include "engines/optimizer/Signatures.h"
+#include "engines/support/files/DiskFile.h"
+#include "engines/support/metadata/XmpPacket.h"
+#include "pdf/Error.h"
+#include "pdf/tree/DocumentVersion.h"
+
+namespace TarnixTools::engines::optimizer {
+
+namespace {
+
+constexpr std::size_t kCopiedBlock = std::size_t{256} << 10;
+
+std::shared_ptr<std::FILE> OpenFile(const platform::WidePath& path) {
+  std::shared_ptr<std::FILE> file = OpenShared(path);
+  if (file == nullptr) {
+    throw OptimizerFailure(kOptimizerOpenError);
+  }
+  return file;
+}
+
+platform::OutputFile CreateFile(const platform::WidePath& path) {
+  std::optional<platform::OutputFile> file = platform::OutputFile::Create(path);
+  if (!file) {
+    throw OptimizerFailure(kOptimizerCreateError);
+  }
+  return std::move(*file);
+}
+
+// The file that a document is saved to.
+class SavedFile {
+ public:
+  explicit SavedFile(const platform::WidePath& path)
+      : output_(CreateFile(path)), stream_(output_.TakeStream()), sink_(stream_.get()) {}
+
+  pdf::ByteSink& sink() { return sink_; }
+
+  // -1 for what is no file.
+  std::int64_t size() const { return platform::Tell(stream_.get()); }
+
+  // False for what is no file, and has what was written for good.
+  bool Empty() { return platform::Empty(stream_.get()); }
+
+  void Complete() {
+    if (std::fclose(stream_.release()) != 0 || !output_.Commit()) {
+      throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed");
+    }
+  }
+
+ private:
+  platform::OutputFile output_;
+  platform::FilePtr stream_;
+  DiskSink sink_;
+};
+
+void CopyAll(pdf::ByteSource& source, pdf::ByteSink& sink) {
+  std::vector<char> block(kCopiedBlock);
+  std::uint64_t done = 0;
+  while (done < source.Size()) {
+    const std::size_t count = source.ReadAt(done, block.data(), block.size());
+    if (count == 0) {
+      throw pdf::Error(pdf::ErrorCode::kSourceChanged, "the file has become shorter");
+    }
+    sink.Write({block.data(), count});
+    done += count;
+  }
+}
+
+// What readers of PDF/A-1 read (ISO 19005-1, 6.1.4): neither object streams nor cross-reference
+// streams, in a version that has none.
+void WriteForPdfA1(pdf::Document& document, pdf::RewriteOptions& options) {
+  constexpr int kPdf14 = 14;
+  const int version = std::max(pdf::DocumentVersion(document), kPdf14);
+  options.layout = pdf::FileLayout::kTable;
+  options.version = std::to_string(version / 10) + "." + std::to_string(version % 10);
+}
+
+}  // namespace
+
+OptimizedDocument::OptimizedDocument(const platform::WidePath& path, std::string_view password)
+    : file_(OpenFile(path)),
+      document_(pdf::Document::Open(std::make_unique<DiskSource>(file_), password)),
+      pages_(*document_) {}
+
+OptimizerReport OptimizedDocument::Save(const platform::WidePath& path,
+                                        const SaveOptions& options) {
+  report_ = {};
+  SavedFile saved(path);
+  Rewrite(saved.sink(), options);
+  DiskSource source(file_);
+  const bool has_shrunk = saved.size() < static_cast<std::int64_t>(source.Size());
+  if (!has_shrunk && !MayGrow(options) && saved.Empty()) {
+    CopyAll(source, saved.sink());
+    report_.TakeBack();
+  }
+  saved.Complete();
+  return std::move(report_);
+}
+
+void OptimizedDocument::Rewrite(pdf::ByteSink& sink, const SaveOptions& options) {
+  pdf::DocumentRewriter rewriter(*document_);
+  pdf::RewriteOptions rewriting = {.security = options.security, .keeps_id = true};
+  KeepPages(rewriter);
+  DropClaim(rewriter, rewriting);
+  report_.Dropped(ReportedKind::kSignature, "does not hold in another file",
+                  DropSignatures(*document_, rewriter));
+  rewriter.Write(sink, rewriting);
+  ReportDamage();
+}
+
+// Where the page tree has been put together, the tree of the file is not that of the document.
+void OptimizedDocument::KeepPages(pdf::DocumentRewriter& rewriter) {
+  if (is_damaged()) {
+    rewriter.SetPages(pages_);
+  }
+}
+
+// What nobody has proved of the new file. A packet that cannot be read may have a claim, too.
+void OptimizedDocument::DropClaim(pdf::DocumentRewriter& rewriter, pdf::RewriteOptions& options) {
+  const std::uint32_t number = XmpPacketNumber(*document_);
+  if (number == 0) {
+    return;
+  }
+  std::optional<XmpPacket> packet = ReadXmpPacket(*document_, number);
+  if (!packet) {
+    rewriter.RemoveEntry(rewriter.catalog(), "Metadata");
+    report_.Dropped(ReportedKind::kXmpPacket, "cannot be read");
+  } else if (packet->has_claim) {
+    rewriter.Change(number, pdf::ObjectChange::Stream("<</Type/Metadata/Subtype/XML>>",
+                                                      std::move(packet->bytes)));
+    report_.Dropped(ReportedKind::kPdfAClaim, "not proven of what is written");
+  }
+  if (packet && packet->claimed_part == 1) {
+    WriteForPdfA1(*document_, options);
+  }
+}
+
+void OptimizedDocument::ReportDamage() {
+  for (const pdf::Finding& finding : document_->findings().kept()) {
+    if (pdf::IsLoss(finding.code)) {
+      report_.Dropped(ReportedKind::kDamage, pdf::TextOf(finding.code));
+    } else {
+      report_.Kept(ReportedKind::kDamage, pdf::TextOf(finding.code));
+    }
+  }
+}
+
+// Encryption takes space, and what takes it off or puts damage right is wanted at any size.
+bool OptimizedDocument::MayGrow(const SaveOptions& options) {
+  return document_->is_encrypted() || options.security != nullptr || is_damaged();
+}
+
+}  // namespace TarnixTools::engines::optimizer

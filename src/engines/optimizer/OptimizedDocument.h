@@ -1,0 +1,56 @@
+// A document that is opened to be written again, smaller.
+//
+//   OptimizedDocument document(WidePath("scan.pdf"), "");
+//   document.Save(WidePath("small.pdf"), {.settings = *ProfileSettings(kImageProfile)});
+#ifndef TARNIX_ENGINES_OPTIMIZER_OPTIMIZEDDOCUMENT_H_
+#define TARNIX_ENGINES_OPTIMIZER_OPTIMIZEDDOCUMENT_H_
+
+#include <cstdio>
+#include <memory>
+#include <string_view>
+
+#include "engines/optimizer/OptimizerReport.h"
+#include "engines/optimizer/OptimizerSettings.h"
+#include "foundation/Platform.h"
+#include "pdf/crypt/Security.h"
+#include "pdf/file/ByteSink.h"
+#include "pdf/file/Document.h"
+#include "pdf/tree/PageTree.h"
+#include "pdf/write/DocumentRewriter.h"
+
+namespace TarnixTools::engines::optimizer {
+
+struct SaveOptions {
+  OptimizerSettings settings;
+  const pdf::Security* security = nullptr;  // null: not encrypted
+};
+
+class OptimizedDocument {
+ public:
+  // password is UTF-8. Throws pdf::Error as Document::Open and PageTree do, and
+  // OptimizerFailure(kOptimizerOpenError) for a file that cannot be opened.
+  OptimizedDocument(const platform::WidePath& path, std::string_view password);
+
+  // Writes the document; the file appears when it is complete. Nothing grows: where the new file
+  // would not be smaller, it is the old one byte for byte, unless one of the two is encrypted or the
+  // document is damaged. Throws pdf::Error, and OptimizerFailure(kOptimizerCreateError).
+  OptimizerReport Save(const platform::WidePath& path, const SaveOptions& options);
+
+ private:
+  void Rewrite(pdf::ByteSink& sink, const SaveOptions& options);
+  void KeepPages(pdf::DocumentRewriter& rewriter);
+  void DropClaim(pdf::DocumentRewriter& rewriter, pdf::RewriteOptions& options);
+  void ReportDamage();
+  bool MayGrow(const SaveOptions& options);
+
+  bool is_damaged() const { return document_->findings().count() > 0; }
+
+  std::shared_ptr<std::FILE> file_;
+  std::unique_ptr<pdf::Document> document_;
+  pdf::PageTree pages_;
+  OptimizerReport report_;
+};
+
+}  // namespace TarnixTools::engines::optimizer
+
+#endif  // TARNIX_ENGINES_OPTIMIZER_OPTIMIZEDDOCUMENT_H_
