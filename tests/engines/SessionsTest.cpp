@@ -7,6 +7,8 @@
 
 #include "engines/img2pdf/ErrorCodes.h"
 #include "engines/img2pdf/Img2Pdf.h"
+#include "engines/optimizer/ErrorCodes.h"
+#include "engines/optimizer/Optimizer.h"
 #include "engines/parser/ErrorCodes.h"
 #include "engines/parser/Parser.h"
 #include "engines/rasteriser/ErrorCodes.h"
@@ -65,6 +67,21 @@ struct ParserEngine {
   }
 };
 
+struct OptimizerEngine {
+  static constexpr auto kInitialize = PdfOptimizeInitialize;
+  static constexpr auto kUnInitialize = PdfOptimizeUnInitialize;
+  static constexpr auto kCreate = PdfOptimizeCreateObject;
+  static constexpr auto kDestroy = PdfOptimizeDestroyObject;
+  static constexpr auto kClose = PdfOptimizeClose;
+  static constexpr auto kLastError = PdfOptimizeGetErrorCode;
+  static constexpr auto kArgumentError = kOptimizerArgumentError;
+  static constexpr auto kMissingError = kOptimizerOpenError;
+
+  static int Open(TPdfOptimizer* object, const std::string& path) {
+    return PdfOptimizeOpenW(object, WidePath(path), L"");
+  }
+};
+
 template <typename Engine>
 class SessionThread : public ::testing::Test {
  protected:
@@ -109,7 +126,7 @@ class SessionThread : public ::testing::Test {
   using TestPdf = testing::TestPdf;
 };
 
-using Engines = ::testing::Types<Img2PdfEngine, RasteriserEngine, ParserEngine>;
+using Engines = ::testing::Types<Img2PdfEngine, RasteriserEngine, ParserEngine, OptimizerEngine>;
 TYPED_TEST_SUITE(SessionThread, Engines);
 
 TYPED_TEST(SessionThread, LeavesErrorsToBeRead) {
