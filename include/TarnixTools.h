@@ -23,6 +23,7 @@
 //   PdfSetMetaDataTask.h  author, keywords, creator and producer are set
 //   PdfPageNumberTask.h   page numbers; PdfStampTextTask.h and PdfStampImageTask.h for stamps
 //   PdfTransformTask.h    several of these decorations at once
+//   PdfCompressTask.h     documents become smaller
 //   Img2PdfTask.h         images become a document
 //   Pdf2ImgTask.h         pages become images, or images are taken out
 //
@@ -38,6 +39,7 @@
 #include "Pdf2ImgTask.h"
 #include "PdfCommonUtils.h"
 #include "PdfCompliance.h"
+#include "PdfCompressTask.h"
 #include "PdfDecorationTask.h"
 #include "PdfDoc.h"
 #include "PdfEngineTypes.h"
