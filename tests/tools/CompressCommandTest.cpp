@@ -1,0 +1,114 @@
+// tarnix compress.
+#include "support/TestPackets.h"
+#include "tools/CliTest.h"
+
+namespace TarnixTools::testing {
+namespace {
+
+using ::testing::HasSubstr;
+
+class CompressCommand : public CliTest {
+ protected:
+  CompressCommand() { WritePdf("doc.pdf", 30); }
+
+  std::size_t SizeOf(const std::string& name) const { return ReadBytes(Path(name)).size(); }
+};
+
+TEST_F(CompressCommand, WritesToTheCurrentDirectoryByDefault) {
+  directory_.MakeDir("in");
+  WritePdf("in/a.pdf", 30);
+  const auto result = Run({"compress", "in/a.pdf"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(result.out, "a-compressed.pdf\n");
+  EXPECT_EQ(result.err, "");
+  EXPECT_LT(SizeOf("a-compressed.pdf"), SizeOf("in/a.pdf"));
+  EXPECT_EQ(PagesOf("a-compressed.pdf"), 30);
+}
+
+TEST_F(CompressCommand, NamesItsOutput) {
+  EXPECT_EQ(Run({"compress", "doc.pdf", "-o", "out"}).out, "out/doc-compressed.pdf\n");
+  EXPECT_EQ(Run({"compress", "doc.pdf", "-o", "out", "--name", "x"}).out, "out/x\n");
+  EXPECT_EQ(Run({"compress", "doc.pdf", "--prefix", "small"}).out, "small_doc.pdf\n");
+  EXPECT_TRUE(HasFile("out/doc-compressed.pdf"));
+  EXPECT_TRUE(HasFile("out/x"));
+  EXPECT_TRUE(HasFile("small_doc.pdf"));
+}
+
+TEST_F(CompressCommand, TellsTheRatio) {
+  for (const char* const level : {"low", "recommended", "extreme"}) {
+    const Json result = RunJson({"compress", "doc.pdf", "--level", level});
+    EXPECT_EQ(result["outputs"], Json({"doc-compressed.pdf"}));
+    const double ratio = 100.0 * static_cast<double>(SizeOf("doc-compressed.pdf")) /
+                         static_cast<double>(SizeOf("doc.pdf"));
+    EXPECT_NEAR(result["ratio"], ratio, 0.01) << level;
+    EXPECT_EQ(result["images"], Json::array());
+    EXPECT_EQ(result["report"], Json::array());
+  }
+}
+
+TEST_F(CompressCommand, KnowsThreeLevels) {
+  ExpectUsageError(Run({"compress", "doc.pdf", "--level", "high"}),
+                   "--level: 'high' is none of low|recommended|extreme", "tarnix compress");
+}
+
+TEST_F(CompressCommand, NeedsTheRightPassword) {
+  WriteProtectedPdf("secret.pdf", "pw");
+  ExpectFailure(Run({"compress", "secret.pdf"}), 11,
+                "PasswordError: Could not compress document [secret.pdf], error [0x00000011]");
+  ExpectFailure(Run({"compress", "secret.pdf", "--password", "wrong"}), 11,
+                "PasswordError: Could not compress document [secret.pdf], error [0x00000011]");
+  EXPECT_FALSE(HasFile("secret-compressed.pdf"));
+}
+
+TEST_F(CompressCommand, WarnsOfProtectionThatIsLost) {
+  WriteProtectedPdf("secret.pdf", "pw");
+  EXPECT_EQ(Run({"compress", "secret.pdf", "--password", "pw"}).err,
+            "tarnix: the input is protected, the output is not\n");
+  const auto quiet = Run({"compress", "secret.pdf", "--password", "pw", "-q"});
+  EXPECT_EQ(quiet.err, "");
+  const auto kept = Run({"compress", "secret.pdf", "--password", "pw", "--out-password", "new"});
+  EXPECT_EQ(kept.err, "");
+  EXPECT_EQ(PagesOf("secret-compressed.pdf", "new"), 1);
+}
+
+TEST_F(CompressCommand, WarnsOfAClaimThatIsLost) {
+  const std::string packet = TestPacket(ClaimOf("2"));
+  TestPdf()
+      .Pages(30)
+      .Object("packet", "<</Type/Metadata/Length " + std::to_string(packet.size()) +
+                            ">>\nstream\n" + packet + "\nendstream")
+      .CatalogEntry("/Metadata {{packet}}")
+      .Write(Path("a.pdf"));
+  const std::string line = "1 PDF/A claim dropped: not proven of what is written\n";
+  EXPECT_EQ(Run({"compress", "a.pdf"}).err, "tarnix: " + line);
+  EXPECT_THAT(Run({"compress", "a.pdf", "-v"}).err,
+              HasSubstr(line + "wrote a-compressed.pdf (30 pages)\n"));
+  EXPECT_EQ(RunJson({"compress", "a.pdf"})["report"][0]["kind"], "PDF/A claim");
+}
+
+TEST_F(CompressCommand, RefusesWhatIsNoDocument) {
+  WriteFile("a.pdf", "no document");
+  const auto result = Run({"compress", "a.pdf"});
+  EXPECT_EQ(result.status, 23);
+  EXPECT_THAT(result.err, HasSubstr("EngineError"));
+  EXPECT_EQ(Run({"compress", "missing.pdf"}).status, 16);
+  EXPECT_FALSE(HasFile("a-compressed.pdf"));
+}
+
+TEST_F(CompressCommand, TellsThatTheOutputCannotBeMade) {
+  WriteFile("file", "");
+  EXPECT_EQ(Run({"compress", "doc.pdf", "-o", "file"}).status, 16);
+  const auto result = Run({"compress", "doc.pdf", "--name", "missing/x.pdf"});
+  EXPECT_EQ(result.status, 23);
+  EXPECT_THAT(result.err, HasSubstr("error [0x0000000E]"));
+}
+
+TEST_F(CompressCommand, WritesOverItsInput) {
+  const std::size_t before = SizeOf("doc.pdf");
+  EXPECT_EQ(Run({"compress", "doc.pdf", "--name", "doc.pdf"}).status, 0);
+  EXPECT_LT(SizeOf("doc.pdf"), before);
+  EXPECT_EQ(PagesOf("doc.pdf"), 30);
+}
+
+}  // namespace
+}  // namespace TarnixTools::testing
