@@ -6,28 +6,27 @@ namespace TarnixTools::engines::optimizer {
 
 namespace {
 
-struct Promise {
+struct Price {
   int quality;           // from this on
   float resolution_dpi;  // and this
-  double similarity;
+  double worth_of_look;
 };
 
 // The first row that fits holds.
-constexpr std::array<Promise, 4> kPromises = {{
-    {.quality = 75, .resolution_dpi = kSeenDpi, .similarity = 0.985},
-    {.quality = 50, .resolution_dpi = kSeenDpi, .similarity = 0.97},
-    {.quality = 50, .resolution_dpi = 0, .similarity = 0.925},
-    {.quality = 0, .resolution_dpi = 0, .similarity = 0.85},
+constexpr std::array<Price, 3> kPrices = {{
+    {.quality = 75, .resolution_dpi = kSeenDpi, .worth_of_look = 15},
+    {.quality = 50, .resolution_dpi = kSeenDpi, .worth_of_look = 12},
+    {.quality = 0, .resolution_dpi = 0, .worth_of_look = 8},
 }};
 
-double SimilarityFor(int quality, float resolution_dpi) {
-  for (const Promise& promise : kPromises) {
-    if (quality >= promise.quality &&
-        (resolution_dpi == 0 || resolution_dpi >= promise.resolution_dpi)) {
-      return promise.similarity;
+double WorthOfLook(int quality, float resolution_dpi) {
+  for (const Price& price : kPrices) {
+    if (quality >= price.quality &&
+        (resolution_dpi == 0 || resolution_dpi >= price.resolution_dpi)) {
+      return price.worth_of_look;
     }
   }
-  return kPromises.back().similarity;
+  return kPrices.back().worth_of_look;
 }
 
 }  // namespace
@@ -35,7 +34,7 @@ double SimilarityFor(int quality, float resolution_dpi) {
 ImageGoals GoalsOf(const OptimizerSettings& settings, bool has_cmyk_intent) {
   return {.settings = settings,
           .converts_to_rgb = settings.color_conversion == ColorConversion::kRgb && !has_cmyk_intent,
-          .least_similarity = SimilarityFor(settings.image_quality, settings.resolution_dpi)};
+          .worth_of_look = WorthOfLook(settings.image_quality, settings.resolution_dpi)};
 }
 
 }  // namespace TarnixTools::engines::optimizer

@@ -12,7 +12,9 @@ inline constexpr double kSeenDpi = 150;
 struct ImageGoals {
   OptimizerSettings settings;
   bool converts_to_rgb = false;  // CMYK images
-  double least_similarity = 0;   // that lossy coding must keep (Similarity.h), as an image is seen
+  // What the look of an image is worth (Similarity.h): losing one hundredth of its similarity has to
+  // save this many hundredths of its bytes.
+  double worth_of_look = 0;
 };
 
 // has_cmyk_intent: the document says that it is for a CMYK device.

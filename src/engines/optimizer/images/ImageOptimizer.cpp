@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "engines/optimizer/images/JpegSearch.h"
@@ -16,6 +17,8 @@ namespace {
 
 // Between the resolution that is asked for and that which an image has, these are tried too.
 constexpr double kScaleStep = 1.4;
+// Images of up to this many times the resolution that is needed are tried in their own size, too.
+constexpr double kWholeUpTo = 1.7;
 // What has been packed quickly becomes smaller than this part when it is packed densely.
 constexpr double kMostForDense = 1.2;
 
@@ -24,11 +27,13 @@ std::uint32_t PixelsFor(double points, double dpi, std::uint32_t most) {
   return static_cast<std::uint32_t>(std::clamp(pixels, 1.0, static_cast<double>(most)));
 }
 
+double DpiOf(const ImageTask& task) {
+  return std::min(task.width * 72 / task.width_points, task.height * 72 / task.height_points);
+}
+
 bool IsResampled(const ImageTask& task, const OptimizerSettings& settings) {
   return task.is_placed && !task.keeps_samples && settings.threshold_dpi > 0 &&
-         settings.resolution_dpi > 0 &&
-         std::min(task.width * 72 / task.width_points, task.height * 72 / task.height_points) >
-             static_cast<double>(settings.threshold_dpi);
+         settings.resolution_dpi > 0 && DpiOf(task) > static_cast<double>(settings.threshold_dpi);
 }
 
 class Optimizer {
@@ -65,7 +70,7 @@ class Optimizer {
   void Read() {
     SetSeenSize();
     const PictureSize wanted = WantedSize(*task_, *goals_);
-    is_resampled_ = wanted.width != task_->width || wanted.height != task_->height;
+    is_resampled_ = IsResampled(*task_, goals_->settings);
     task_->rows =
         ReducePicture(std::move(task_->rows), std::min(wanted.width, task_->rows->width()),
                       std::min(wanted.height, task_->rows->height()));
@@ -144,28 +149,30 @@ class Optimizer {
     }
     const Look look(picture_, task_->is_inverted, seen_width_, seen_height_);
     JpegSearch search(look, *goals_, task_->encoded_bytes);
-    if (is_resampled_ && !task_->has_one_size) {
-      double dpi = goals_->settings.resolution_dpi;
-      for (; !search.is_over() && TryAt(search, dpi); dpi *= kScaleStep) {
-      }
-    }
-    if (!search.is_over()) {
-      search.Try(picture_, features_.is_flat());
-    }
+    TryReduced(search);
     if (std::optional<CodedPicture> found = search.Result()) {
       Offer(*std::move(found), true);
     }
   }
 
-  // False where that is not smaller than the picture itself.
-  bool TryAt(JpegSearch& search, double dpi) {
-    const std::uint32_t width = PixelsFor(task_->width_points, dpi, picture_.width);
-    const std::uint32_t height = PixelsFor(task_->height_points, dpi, picture_.height);
-    if (width >= picture_.width || height >= picture_.height) {
-      return false;
+  // Sizes from the smallest on, as long as a larger one is better.
+  void TryReduced(JpegSearch& search) {
+    double last_cost = std::numeric_limits<double>::infinity();
+    if (is_resampled_ && !task_->has_one_size) {
+      for (double dpi = goals_->settings.resolution_dpi;; dpi *= kScaleStep) {
+        const std::uint32_t width = PixelsFor(task_->width_points, dpi, picture_.width);
+        const std::uint32_t height = PixelsFor(task_->height_points, dpi, picture_.height);
+        if (width >= picture_.width || height >= picture_.height) {
+          break;
+        }
+        const double cost = search.Try(Scaled(picture_, width, height), features_.is_flat());
+        if (cost > last_cost) {
+          return;
+        }
+        last_cost = cost;
+      }
     }
-    search.Try(Scaled(picture_, width, height), features_.is_flat());
-    return true;
+    search.Try(picture_, features_.is_flat());
   }
 
   static constexpr std::uint64_t kSmallPicture = 64 * 64;
@@ -189,7 +196,10 @@ PictureSize WantedSize(const ImageTask& task, const ImageGoals& goals) {
     return {task.width, task.height};
   }
   const double target = goals.settings.resolution_dpi;
-  const double dpi = task.has_one_size ? target : std::max(target, kSeenDpi);
+  const double most = std::max(target, kSeenDpi);
+  const double dpi = task.has_one_size                 ? target
+                     : DpiOf(task) < most * kWholeUpTo ? DpiOf(task)
+                                                       : most;
   return {PixelsFor(task.width_points, dpi, task.width),
           PixelsFor(task.height_points, dpi, task.height)};
 }

@@ -1,6 +1,8 @@
 #include "engines/optimizer/images/JpegSearch.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 #include <utility>
 
 namespace TarnixTools::engines::optimizer {
@@ -12,33 +14,44 @@ constexpr int kQualityStep = 8;
 
 }  // namespace
 
-void JpegSearch::Try(SamplePicture picture, bool is_flat) {
+JpegSearch::JpegSearch(const Look& look, const ImageGoals& goals, std::uint64_t bytes_now)
+    : look_(&look), goals_(&goals), least_cost_(CostOf(bytes_now, 1)) {}
+
+// What a picture costs in bytes and in look: bytes count by their ratio.
+double JpegSearch::CostOf(std::uint64_t bytes, double similarity) const {
+  return std::log(static_cast<double>(bytes)) + goals_->worth_of_look * (1 - similarity);
+}
+
+double JpegSearch::Try(const SamplePicture& picture, bool is_flat) {
   JpegChoice choice{.quality = goals_->settings.image_quality, .is_subsampled = !is_flat};
+  double last_cost = std::numeric_limits<double>::infinity();
   for (;;) {
     const CodedPicture coded = CodeAsJpeg(picture, choice);
-    if (coded.data.size() >= most_bytes_) {
-      return;  // and it would only grow
-    }
     const std::optional<SamplePicture> decoded = DecodedJpeg(coded.data);
-    if (decoded && look_->SimilarityOf(*decoded) >= goals_->least_similarity) {
-      most_bytes_ = coded.data.size();
-      picture_ = std::move(picture);
+    if (!decoded) {
+      return last_cost;
+    }
+    const double cost = CostOf(coded.data.size(), look_->SimilarityOf(*decoded));
+    if (cost < least_cost_) {
+      least_cost_ = cost;
+      picture_ = picture;
       choice_ = choice;
-      return;
     }
-    if (!decoded || choice.quality >= kBestQuality) {
-      return;
+    if (cost >= last_cost || choice.quality >= kBestQuality) {
+      return std::min(cost, last_cost);
     }
+    last_cost = cost;
     choice.quality = std::min(kBestQuality, choice.quality + kQualityStep);
   }
 }
 
-std::optional<CodedPicture> JpegSearch::Result() {
+std::optional<CodedPicture> JpegSearch::Result() const {
   if (!picture_) {
     return std::nullopt;
   }
-  choice_.is_final = true;
-  return CodeAsJpeg(*picture_, choice_);
+  JpegChoice choice = choice_;
+  choice.is_final = true;
+  return CodeAsJpeg(*picture_, choice);
 }
 
 }  // namespace TarnixTools::engines::optimizer

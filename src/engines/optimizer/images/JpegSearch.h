@@ -1,4 +1,4 @@
-// Finds the smallest JPEG of a picture that still looks as it should.
+// Finds the JPEG of a picture that is best by its bytes and its look together.
 //
 //   JpegSearch search(look, goals, bytes_now);
 //   search.Try(picture_at_150_dpi, false);
@@ -19,26 +19,24 @@ namespace TarnixTools::engines::optimizer {
 class JpegSearch {
  public:
   // Look and goals outlive this.
-  //   most_bytes - what is not smaller is of no use
-  JpegSearch(const Look& look, const ImageGoals& goals, std::uint64_t most_bytes)
-      : look_(&look), goals_(&goals), most_bytes_(most_bytes) {}
+  //   bytes_now - of the image as it is, which looks as it should
+  JpegSearch(const Look& look, const ImageGoals& goals, std::uint64_t bytes_now);
 
-  // Tries the picture in one size, from the quality that is asked for upwards.
+  // Tries the picture in one size, from the quality that is asked for upwards. Returns what the best
+  // of them costs.
   //   is_flat - its colours have sharp edges
-  void Try(SamplePicture picture, bool is_flat);
+  double Try(const SamplePicture& picture, bool is_flat);
 
-  // Whether sizes larger than those tried can be of no use.
-  bool is_over() const { return is_over_; }
-
-  // The smallest that was found.
-  std::optional<CodedPicture> Result();
+  // The best that was found; nothing when the image as it is was better.
+  std::optional<CodedPicture> Result() const;
 
  private:
+  double CostOf(std::uint64_t bytes, double similarity) const;
+
   const Look* look_;
   const ImageGoals* goals_;
-  std::uint64_t most_bytes_;
-  bool is_over_ = false;
-  std::optional<SamplePicture> picture_;  // that has been best so far
+  double least_cost_;
+  std::optional<SamplePicture> picture_;  // of the least cost
   JpegChoice choice_;
 };
 

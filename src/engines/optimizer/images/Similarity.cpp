@@ -107,6 +107,50 @@ std::size_t AddLine(const ColumnSums& columns, std::size_t width, double& total)
   return count;
 }
 
+// A picture of gray as common viewers show it when it has more pixels than they need: every pixel is
+// the mean of whole ones, here one more and there one less. Where a viewer and this engine reduce
+// a picture in different ways, it does not look the same; this is how that shows.
+SamplePicture Viewed(const SamplePicture& picture, std::uint32_t width, std::uint32_t height) {
+  SamplePicture viewed;
+  viewed.width = width;
+  viewed.height = height;
+  viewed.samples.reserve(viewed.pixels());
+  std::vector<std::uint32_t> sums(picture.width);
+  for (std::uint32_t y = 0; y < height; ++y) {
+    const auto top = static_cast<std::uint32_t>(std::uint64_t{y} * picture.height / height);
+    const auto bottom =
+        static_cast<std::uint32_t>((std::uint64_t{y} + 1) * picture.height / height);
+    std::fill(sums.begin(), sums.end(), 0U);
+    for (std::uint32_t row = top; row < bottom; ++row) {
+      const std::uint8_t* const from = picture.row(row);
+      for (std::uint32_t x = 0; x < picture.width; ++x) {
+        sums[x] += from[x];
+      }
+    }
+    std::uint32_t left = 0;
+    for (std::uint32_t x = 0; x < width; ++x) {
+      const auto right = static_cast<std::uint32_t>((std::uint64_t{x} + 1) * picture.width / width);
+      const std::uint32_t count = (right - left) * (bottom - top);
+      std::uint32_t sum = count / 2;
+      for (; left < right; ++left) {
+        sum += sums[left];
+      }
+      viewed.samples.push_back(static_cast<std::uint8_t>(sum / count));
+    }
+  }
+  return viewed;
+}
+
+SamplePicture Seen(SamplePicture lightness, std::uint32_t width, std::uint32_t height) {
+  if (lightness.width == width && lightness.height == height) {
+    return lightness;
+  }
+  if (lightness.width >= width && lightness.height >= height) {
+    return Viewed(lightness, width, height);
+  }
+  return Scaled(lightness, width, height);
+}
+
 }  // namespace
 
 SamplePicture LightnessOf(const SamplePicture& picture, bool is_inverted) {
@@ -152,14 +196,11 @@ double StructuralSimilarity(const SamplePicture& first, const SamplePicture& sec
 Look::Look(const SamplePicture& picture, bool is_inverted, std::uint32_t width,
            std::uint32_t height)
     : is_inverted_(is_inverted),
-      lightness_(Scaled(LightnessOf(picture, is_inverted), width, height)) {}
+      lightness_(Seen(LightnessOf(picture, is_inverted), width, height)) {}
 
 double Look::SimilarityOf(const SamplePicture& picture) const {
-  const SamplePicture lightness = LightnessOf(picture, is_inverted_);
-  if (lightness.width == lightness_.width && lightness.height == lightness_.height) {
-    return StructuralSimilarity(lightness_, lightness);
-  }
-  return StructuralSimilarity(lightness_, Scaled(lightness, lightness_.width, lightness_.height));
+  return StructuralSimilarity(
+      lightness_, Seen(LightnessOf(picture, is_inverted_), lightness_.width, lightness_.height));
 }
 
 double Look::InkedPart() const {
