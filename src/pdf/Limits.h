@@ -73,6 +73,18 @@ inline constexpr std::int64_t kMaxInlineImageSide = std::int64_t{1} << 31;
 inline constexpr std::size_t kMaxPathSegments = 500'000;
 // Type 3 fonts whose glyphs are gone into on one page.
 inline constexpr std::size_t kMaxType3Fonts = 1'000;
+// Decoded bytes of the contents of one page or form that are looked through for names of resources.
+inline constexpr std::size_t kMaxScannedContent = std::size_t{64} << 20;
+// Of all such contents together: this much, and this many times the size of the file. An item of a
+// list counts for some bytes.
+inline constexpr std::uint64_t kScannedAllowance = std::uint64_t{64} << 20;
+inline constexpr std::uint64_t kScannedRatio = 64;
+inline constexpr std::uint64_t kBytesPerScannedItem = 64;
+// Names of resources: used by one page or form, bytes of one, told apart, and kept for all contents.
+inline constexpr std::size_t kMaxUsedNames = 16'384;
+inline constexpr std::size_t kMaxNameBytes = 255;
+inline constexpr std::size_t kMaxNameIds = std::size_t{1} << 19;
+inline constexpr std::size_t kMaxKeptNames = std::size_t{4} << 20;
 // Resources that a page leads to, and how deep in each other they are looked for.
 inline constexpr std::size_t kMaxResourcesOfPage = 1'000'000;
 inline constexpr int kMaxResourceDepth = 64;

@@ -18,19 +18,6 @@ inline constexpr std::uint64_t kBytesPerPaintedStream = 8;
 inline constexpr std::size_t kMaxKeptBalances = 4096;
 inline constexpr std::size_t kMaxKeptPositions = 200'000;
 
-// Decoded bytes of the contents of one page or form that are looked through for names of resources.
-inline constexpr std::size_t kMaxScannedContent = std::size_t{64} << 20;
-// Of all such contents together: this much, and this many times the size of the file. An item of a
-// list counts for some bytes.
-inline constexpr std::uint64_t kScannedAllowance = std::uint64_t{64} << 20;
-inline constexpr std::uint64_t kScannedRatio = 64;
-inline constexpr std::uint64_t kBytesPerScannedItem = 64;
-// Names of resources: used by one page or form, bytes of one, told apart, and kept for all contents.
-inline constexpr std::size_t kMaxUsedNames = 16'384;
-inline constexpr std::size_t kMaxNameBytes = 255;
-inline constexpr std::size_t kMaxNameIds = std::size_t{1} << 19;
-inline constexpr std::size_t kMaxKeptNames = std::size_t{4} << 20;
-
 // Annotations that pages list, all together.
 inline constexpr std::size_t kMaxListedAnnotations = std::size_t{8} << 20;
 // Bytes of copies of annotations beyond the first of each: this much, and this many times the size

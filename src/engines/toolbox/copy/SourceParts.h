@@ -10,10 +10,10 @@
 #include "engines/toolbox/copy/navigation/Destinations.h"
 #include "engines/toolbox/copy/navigation/Outline.h"
 #include "engines/toolbox/copy/navigation/PageLabels.h"
-#include "engines/toolbox/copy/pages/ResourceUse.h"
 #include "engines/toolbox/copy/settings/DocumentSettings.h"
 #include "engines/toolbox/copy/structure/Structure.h"
 #include "engines/toolbox/metadata/Metadata.h"
+#include "pdf/content/ResourceUse.h"
 
 namespace TarnixTools::engines::toolbox {
 
@@ -35,7 +35,7 @@ class SourceParts {
 
   SourceStructure& structure() { return Once(structure_); }
 
-  SourceResources& resources() { return Once(resources_); }
+  pdf::ResourceUseReader& resources();
 
   SourceDocumentSettings& settings() { return Once(settings_); }
 
@@ -58,7 +58,7 @@ class SourceParts {
   std::unique_ptr<SourceFormFields> form_fields_;
   std::unique_ptr<SourceLayers> layers_;
   std::unique_ptr<SourceStructure> structure_;
-  std::unique_ptr<SourceResources> resources_;
+  std::unique_ptr<pdf::ResourceUseReader> resources_;
   std::unique_ptr<SourceDocumentSettings> settings_;
   std::unique_ptr<SourceMetadata> metadata_;
 };

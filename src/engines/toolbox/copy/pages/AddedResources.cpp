@@ -7,10 +7,10 @@
 
 namespace TarnixTools::engines::toolbox {
 
-std::string FreePrefix(const ResourceDictionary& resources,
+std::string FreePrefix(const pdf::ResourceDictionary& resources,
                        const std::vector<AddedResource>& added) {
   std::unordered_set<std::string> taken;
-  for (const NamedResource& resource : resources.entries) {
+  for (const pdf::NamedResource& resource : resources.entries) {
     if (resource.name.starts_with(kFirstPrefix)) {
       taken.insert(static_cast<char>(resource.category) + std::string(resource.name));
     }

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "engines/toolbox/content/PageContent.h"
-#include "engines/toolbox/copy/pages/ResourceUse.h"
+#include "pdf/content/ResourceUse.h"
 
 namespace TarnixTools::engines::toolbox {
 
@@ -15,7 +15,7 @@ namespace TarnixTools::engines::toolbox {
 inline constexpr std::string_view kFirstPrefix = "Tx";
 
 // A beginning of names that makes all that are added differ from those that are there.
-std::string FreePrefix(const ResourceDictionary& resources,
+std::string FreePrefix(const pdf::ResourceDictionary& resources,
                        const std::vector<AddedResource>& added);
 
 // Appends the names and references of those that are in a category.

@@ -51,8 +51,8 @@ PageResourceCopier::Place PageResourceCopier::PlaceOf(const pdf::PageTree::Page&
   return place;
 }
 
-std::shared_ptr<const ResourceDictionary> PageResourceCopier::Read(const Place& place) {
-  SourceResources& resources = context_->source().parts().resources();
+std::shared_ptr<const pdf::ResourceDictionary> PageResourceCopier::Read(const Place& place) {
+  pdf::ResourceUseReader& resources = context_->source().parts().resources();
   return place.is_shared ? resources.ReadShared(place.value, place.key)
                          : resources.Read(place.value);
 }
@@ -73,7 +73,7 @@ void PageResourceCopier::Look(const pdf::PageTree::Page& page) {
 }
 
 // Whether all entries stay, whatever else is used.
-bool PageResourceCopier::IsSettled(const ResourceDictionary& resources, Use& use) const {
+bool PageResourceCopier::IsSettled(const pdf::ResourceDictionary& resources, Use& use) const {
   while (use.settled_entries < resources.entries.size() &&
          IsKept(resources, use, use.settled_entries)) {
     ++use.settled_entries;
@@ -82,9 +82,9 @@ bool PageResourceCopier::IsSettled(const ResourceDictionary& resources, Use& use
 }
 
 // An entry stays when it is named, and also when all that it holds comes along anyway.
-bool PageResourceCopier::IsKept(const ResourceDictionary& resources, const Use& use,
+bool PageResourceCopier::IsKept(const pdf::ResourceDictionary& resources, const Use& use,
                                 std::size_t entry) const {
-  const NamedResource& resource = resources.entries[entry];
+  const pdf::NamedResource& resource = resources.entries[entry];
   if (use.keeps_all || resource.is_implied || (!use.is_used.empty() && use.is_used[entry])) {
     return true;
   }
@@ -94,14 +94,14 @@ bool PageResourceCopier::IsKept(const ResourceDictionary& resources, const Use& 
                      [this](std::uint32_t number) { return proven_.contains(number); });
 }
 
-void PageResourceCopier::Apply(const ResourceUse& names, const ResourceDictionary& resources,
-                               Use& use) {
+void PageResourceCopier::Apply(const pdf::ResourceUse& names,
+                               const pdf::ResourceDictionary& resources, Use& use) {
   use.is_used.resize(resources.entries.size());
   std::vector<std::size_t> found;
   AddUsed(names, resources, use, found);
   // What is used may look up names in turn.
   while (!found.empty() && !use.keeps_all) {
-    const NamedResource& entry = resources.entries[found.back()];
+    const pdf::NamedResource& entry = resources.entries[found.back()];
     found.pop_back();
     AddUsed(context_->source().parts().resources().NeedsOf(entry.category, entry.value), resources,
             use, found);
@@ -111,20 +111,21 @@ void PageResourceCopier::Apply(const ResourceUse& names, const ResourceDictionar
   }
 }
 
-void PageResourceCopier::AddUsed(const ResourceUse& names, const ResourceDictionary& resources,
-                                 Use& use, std::vector<std::size_t>& found) {
+void PageResourceCopier::AddUsed(const pdf::ResourceUse& names,
+                                 const pdf::ResourceDictionary& resources, Use& use,
+                                 std::vector<std::size_t>& found) {
   const auto add = [&](std::size_t entry) {
     if (!use.is_used[entry]) {
       use.is_used[entry] = true;
       found.push_back(entry);
-      const NamedResource& resource = resources.entries[entry];
+      const pdf::NamedResource& resource = resources.entries[entry];
       const auto first = resources.objects.begin() + resource.first_object;
       proven_.insert(first, first + resource.object_count);
     }
   };
   use.keeps_all = use.keeps_all || !names.is_known;
   if (names.names.size() < resources.entries.size()) {
-    for (const ResourceNameId id : names.names) {
+    for (const pdf::ResourceNameId id : names.names) {
       if (const std::ptrdiff_t entry = resources.Find(id); entry >= 0) {
         add(static_cast<std::size_t>(entry));
       }
@@ -138,7 +139,7 @@ void PageResourceCopier::AddUsed(const ResourceUse& names, const ResourceDiction
   }
 }
 
-bool PageResourceCopier::IsWhole(const ResourceDictionary& resources, const Use& use) const {
+bool PageResourceCopier::IsWhole(const pdf::ResourceDictionary& resources, const Use& use) const {
   for (std::size_t entry = 0; entry < resources.entries.size(); ++entry) {
     if (!IsKept(resources, use, entry)) {
       return false;
@@ -193,7 +194,7 @@ void PageResourceCopier::NoteWidget(const Object& widget) {
   if (appearances.Entries().empty()) {
     return;
   }
-  const ResourceNameId font = context_->source().parts().resources().FontOfWidget(widget);
+  const pdf::ResourceNameId font = context_->source().parts().resources().FontOfWidget(widget);
   for (const DictionaryEntry& entry : appearances.Entries()) {
     widget_fonts_[entry.value.AsReference().number] = font;
   }
@@ -205,7 +206,7 @@ bool PageResourceCopier::AppendResources(std::string& out, std::uint32_t number,
   if (is_stream ? type.IsName("3D") : !dictionary.Has("CharProcs")) {
     return false;
   }
-  SourceResources& source = context_->source().parts().resources();
+  pdf::ResourceUseReader& source = context_->source().parts().resources();
   const Object value = dictionary.Get("Resources");
   const auto resources = value.IsReference() ? source.ReadShared(value, value.AsReference().number)
                                              : source.Read(value);
@@ -258,7 +259,7 @@ std::vector<std::string_view> PageResourceCopier::PageResources::DefaultSpaces()
   if (dictionary_ == nullptr) {
     return names;
   }
-  for (const NamedResource& resource : dictionary_->entries) {
+  for (const pdf::NamedResource& resource : dictionary_->entries) {
     if (resource.category != pdf::ResourceCategory::kColorSpace) {
       break;
     }
@@ -305,7 +306,7 @@ void PageResourceCopier::CopyToForm(std::string& form, const pdf::PageTree::Page
   }
 }
 
-std::string PageResourceCopier::Merged(const Place& place, const ResourceDictionary& resources,
+std::string PageResourceCopier::Merged(const Place& place, const pdf::ResourceDictionary& resources,
                                        const std::vector<AddedResource>& added,
                                        const std::string& prefix) {
   const Use& use = uses_[place.key];
@@ -343,7 +344,7 @@ std::string PageResourceCopier::Merged(const Place& place, const ResourceDiction
 }
 
 // The resources as text, without what is not used.
-std::string PageResourceCopier::Pruned(const ResourceDictionary& resources, const Use& use) {
+std::string PageResourceCopier::Pruned(const pdf::ResourceDictionary& resources, const Use& use) {
   const std::vector<bool> is_kept = KeptOf(resources, use);
   std::string text = "<<";
   const auto& entries = resources.entries;
@@ -363,7 +364,8 @@ std::string PageResourceCopier::Pruned(const ResourceDictionary& resources, cons
 }
 
 // Which entries stay; the report is told of the others.
-std::vector<bool> PageResourceCopier::KeptOf(const ResourceDictionary& resources, const Use& use) {
+std::vector<bool> PageResourceCopier::KeptOf(const pdf::ResourceDictionary& resources,
+                                             const Use& use) {
   std::vector<bool> is_kept(resources.entries.size());
   for (std::size_t entry = 0; entry < is_kept.size(); ++entry) {
     is_kept[entry] = IsKept(resources, use, entry);
@@ -377,7 +379,7 @@ std::vector<bool> PageResourceCopier::KeptOf(const ResourceDictionary& resources
 }
 
 // Entries from `first` to before `end`, all of one category.
-void PageResourceCopier::AppendCategory(std::string& out, const ResourceDictionary& resources,
+void PageResourceCopier::AppendCategory(std::string& out, const pdf::ResourceDictionary& resources,
                                         const std::vector<bool>& is_kept, std::size_t first,
                                         std::size_t end) {
   const auto kept_begin = is_kept.begin() + static_cast<std::ptrdiff_t>(first);

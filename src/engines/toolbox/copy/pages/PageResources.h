@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "engines/toolbox/content/PageContent.h"
-#include "engines/toolbox/copy/pages/ResourceUse.h"
+#include "pdf/content/ResourceUse.h"
 #include "pdf/syntax/Object.h"
 #include "pdf/tree/PageTree.h"
 #include "pdf/write/ObjectCopier.h"
@@ -44,7 +44,7 @@ class PageResourceCopier : public pdf::ResourceFilter {
    private:
     friend class PageResourceCopier;
     Place place_;
-    std::shared_ptr<const ResourceDictionary> dictionary_;  // null: there are none
+    std::shared_ptr<const pdf::ResourceDictionary> dictionary_;  // null: there are none
   };
 
   explicit PageResourceCopier(CopyContext& context) : context_(&context) {}
@@ -79,19 +79,19 @@ class PageResourceCopier : public pdf::ResourceFilter {
   };
 
   Place PlaceOf(const pdf::PageTree::Page& page, const pdf::Object& dictionary) const;
-  std::shared_ptr<const ResourceDictionary> Read(const Place& place);
+  std::shared_ptr<const pdf::ResourceDictionary> Read(const Place& place);
   void Look(const pdf::PageTree::Page& page);
-  bool IsSettled(const ResourceDictionary& resources, Use& use) const;
-  bool IsKept(const ResourceDictionary& resources, const Use& use, std::size_t entry) const;
-  void Apply(const ResourceUse& names, const ResourceDictionary& resources, Use& use);
-  void AddUsed(const ResourceUse& names, const ResourceDictionary& resources, Use& use,
+  bool IsSettled(const pdf::ResourceDictionary& resources, Use& use) const;
+  bool IsKept(const pdf::ResourceDictionary& resources, const Use& use, std::size_t entry) const;
+  void Apply(const pdf::ResourceUse& names, const pdf::ResourceDictionary& resources, Use& use);
+  void AddUsed(const pdf::ResourceUse& names, const pdf::ResourceDictionary& resources, Use& use,
                std::vector<std::size_t>& found);
-  bool IsWhole(const ResourceDictionary& resources, const Use& use) const;
-  std::string Pruned(const ResourceDictionary& resources, const Use& use);
-  std::vector<bool> KeptOf(const ResourceDictionary& resources, const Use& use);
-  std::string Merged(const Place& place, const ResourceDictionary& resources,
+  bool IsWhole(const pdf::ResourceDictionary& resources, const Use& use) const;
+  std::string Pruned(const pdf::ResourceDictionary& resources, const Use& use);
+  std::vector<bool> KeptOf(const pdf::ResourceDictionary& resources, const Use& use);
+  std::string Merged(const Place& place, const pdf::ResourceDictionary& resources,
                      const std::vector<AddedResource>& added, const std::string& prefix);
-  void AppendCategory(std::string& out, const ResourceDictionary& resources,
+  void AppendCategory(std::string& out, const pdf::ResourceDictionary& resources,
                       const std::vector<bool>& is_kept, std::size_t first, std::size_t end);
   std::uint32_t Write(const std::string& text);
 
@@ -101,7 +101,7 @@ class PageResourceCopier : public pdf::ResourceFilter {
   std::unordered_set<std::uint32_t> proven_;     // source objects that a copied page uses
   std::unordered_map<std::string, std::uint32_t> written_;  // pruned resources of forms, by text
   std::unordered_map<std::string, std::uint32_t> merged_;   // by place and what was added
-  std::unordered_map<std::uint32_t, ResourceNameId> widget_fonts_;  // by appearance
+  std::unordered_map<std::uint32_t, pdf::ResourceNameId> widget_fonts_;  // by appearance
 };
 
 }  // namespace TarnixTools::engines::toolbox

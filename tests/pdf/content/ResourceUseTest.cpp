@@ -1,6 +1,7 @@
 // What pages use of their resources, by the quick scan of names, held against a walk through what
 // they draw: nothing that is looked up may be left out.
 #include <algorithm>
+#include <memory>
 #include <set>
 #include <string>
 #include <utility>
@@ -9,20 +10,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engines/toolbox/Limits.h"
-#include "engines/toolbox/SourceDocument.h"
-#include "engines/toolbox/copy/pages/ResourceUse.h"
 #include "pdf/Error.h"
+#include "pdf/Limits.h"
 #include "pdf/content/ContentWalker.h"
-#include "support/MemoryFile.h"
+#include "pdf/content/ResourceUse.h"
 #include "support/RawPdf.h"
 #include "support/Surroundings.h"
 
-namespace TarnixTools::engines::toolbox {
+namespace TarnixTools::pdf {
 namespace {
 
-using pdf::Object;
-using pdf::ResourceCategory;
 using ::TarnixTools::testing::RawPdf;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -31,21 +28,21 @@ using ::testing::IsEmpty;
 using Names = std::set<std::string>;
 
 std::string NameOf(ResourceCategory category, std::string_view name) {
-  return std::string(pdf::kResourceCategoryKeys[static_cast<std::size_t>(category)]) + " " +
+  return std::string(kResourceCategoryKeys[static_cast<std::size_t>(category)]) + " " +
          std::string(name);
 }
 
 // What is looked up and found in the resources of a page.
-class LookUps : public pdf::ContentVisitor {
+class LookUps : public ContentVisitor {
  public:
   explicit LookUps(std::uint32_t page_owner) : page_owner_(page_owner) {}
 
-  bool EnterContent(const pdf::ContentEntry& entry) override {
+  bool EnterContent(const ContentEntry& entry) override {
     owners_.push_back(entry.scope.owner);
     return true;
   }
 
-  void LeaveContent(const pdf::ContentEntry& /*entry*/) override { owners_.pop_back(); }
+  void LeaveContent(const ContentEntry& /*entry*/) override { owners_.pop_back(); }
 
   void LookUp(ResourceCategory category, std::string_view name, const Object& entry) override {
     if (!entry.IsNull() && !owners_.empty() && owners_.back() == page_owner_) {
@@ -63,39 +60,40 @@ class LookUps : public pdf::ContentVisitor {
 class Pages {
  public:
   explicit Pages(std::string bytes)
-      : file_{std::move(bytes)}, stream_(file_.Descriptor()), source_(stream_, "") {}
+      : bytes_(std::move(bytes)),
+        document_(Document::Open(std::make_unique<MemorySource>(bytes_), "")),
+        tree_(*document_),
+        resources_(*document_) {}
 
-  std::size_t count() { return source_.pages().pages().size(); }
+  std::size_t count() { return tree_.pages().size(); }
 
   Names LookedUp(std::size_t page_index) {
-    pdf::Arena arena;
-    LookUps found(pdf::ScopeOfPage(source_.document(), source_.pages(), page_index, arena).owner);
-    pdf::ContentWalker walker(source_.document(), found,
-                              {.names = true,
-                               .forms = true,
-                               .patterns = true,
-                               .soft_masks = true,
-                               .glyphs = true,
-                               .appearances = true});
-    walker.BeginPage(source_.pages(), page_index);
+    Arena arena;
+    LookUps found(ScopeOfPage(*document_, tree_, page_index, arena).owner);
+    ContentWalker walker(*document_, found,
+                         {.names = true,
+                          .forms = true,
+                          .patterns = true,
+                          .soft_masks = true,
+                          .glyphs = true,
+                          .appearances = true});
+    walker.BeginPage(tree_, page_index);
     walker.Run();
     return found.names;
   }
 
   // By the quick scan, as page copies ask: names, and what the things so named use in turn.
   Names Used(std::size_t page_index) {
-    const pdf::PageTree& tree = source_.pages();
-    const pdf::PageTree::Page& page = tree.pages()[page_index];
-    pdf::Arena arena;
-    const Object dictionary = tree.Load(page, arena);
-    SourceResources& resources = source_.parts().resources();
+    const PageTree::Page& page = tree_.pages()[page_index];
+    Arena arena;
+    const Object dictionary = tree_.Load(page, arena);
     const auto all =
-        resources.Read(tree.FindAttribute(page, dictionary, pdf::InheritableKey::kResources).value);
+        resources_.Read(tree_.FindAttribute(page, dictionary, InheritableKey::kResources).value);
     if (all == nullptr) {
       return {};
     }
     std::set<std::size_t> used;
-    std::vector<ResourceUse> waiting = {resources.OfPage(dictionary)};
+    std::vector<ResourceUse> waiting = {resources_.OfPage(dictionary)};
     while (!waiting.empty()) {
       const ResourceUse use = std::move(waiting.back());
       waiting.pop_back();
@@ -104,7 +102,7 @@ class Pages {
         const bool is_named =
             !use.is_known || std::binary_search(use.names.begin(), use.names.end(), entry.id);
         if (is_named && used.insert(i).second) {
-          waiting.push_back(resources.NeedsOf(entry.category, entry.value));
+          waiting.push_back(resources_.NeedsOf(entry.category, entry.value));
         }
       }
     }
@@ -128,9 +126,10 @@ class Pages {
   }
 
  private:
-  MemoryFile file_;
-  TPdfStream stream_;
-  SourceDocument source_;
+  std::string bytes_;
+  std::unique_ptr<Document> document_;
+  PageTree tree_;
+  ResourceUseReader resources_;
 };
 
 const std::string kForm = "/Type/XObject/Subtype/Form/BBox[0 0 9 9]";
@@ -238,8 +237,8 @@ TEST_P(ResourceUseOfCorpus, IsNoLessThanIsLookedUp) {
         EXPECT_THAT(pages.Missed(page), IsEmpty()) << paths[i] << ", page " << page;
         names += pages.Used(page).size();
       }
-    } catch (const pdf::Error& error) {
-      EXPECT_EQ(error.code(), pdf::ErrorCode::kPasswordRequired) << paths[i];
+    } catch (const Error& error) {
+      EXPECT_EQ(error.code(), ErrorCode::kPasswordRequired) << paths[i];
     }
   }
   EXPECT_GT(names, 0U);
@@ -249,4 +248,4 @@ INSTANTIATE_TEST_SUITE_P(Every6th, ResourceUseOfCorpus,
                          ::testing::Range(std::size_t{0}, std::size_t{4}));
 
 }  // namespace
-}  // namespace TarnixTools::engines::toolbox
+}  // namespace TarnixTools::pdf

@@ -1,7 +1,11 @@
-// Which names of its resources each page, form, pattern and glyph of a source uses: what their
-// contents say, read once however many copies are made of them.
-#ifndef TARNIX_ENGINES_TOOLBOX_COPY_PAGES_RESOURCEUSE_H_
-#define TARNIX_ENGINES_TOOLBOX_COPY_PAGES_RESOURCEUSE_H_
+// Which names of its resources each page, form, pattern and glyph of a document uses: what their
+// contents say, each read once.
+//
+//   ResourceUseReader reader(document);
+//   const auto resources = reader.Read(page.Get("Resources"));
+//   const ResourceUse use = reader.OfPage(page);
+#ifndef TARNIX_PDF_CONTENT_RESOURCEUSE_H_
+#define TARNIX_PDF_CONTENT_RESOURCEUSE_H_
 
 #include <cstddef>
 #include <cstdint>
@@ -16,9 +20,7 @@
 #include "pdf/syntax/Arena.h"
 #include "pdf/syntax/Object.h"
 
-namespace TarnixTools::engines::toolbox {
-
-class SourceDocument;
+namespace TarnixTools::pdf {
 
 // Stands for a name in a category; 0 when there are too many to tell them apart.
 using ResourceNameId = std::uint32_t;
@@ -29,10 +31,10 @@ struct ResourceUse {
 };
 
 struct NamedResource {
-  pdf::ResourceCategory category = pdf::ResourceCategory::kFont;
+  ResourceCategory category = ResourceCategory::kFont;
   ResourceNameId id = 0;
   std::string_view name;
-  pdf::Object value;
+  Object value;
   std::uint32_t first_object = 0;  // in ResourceDictionary::objects
   std::uint32_t object_count = 0;  // objects that the value names, however deep in it
   bool is_implied = false;         // may be used without being named
@@ -40,42 +42,42 @@ struct NamedResource {
 
 // A resource dictionary, its names looked up.
 struct ResourceDictionary {
-  pdf::Object object;
+  Object object;
   std::vector<NamedResource> entries;  // by category
   std::vector<std::uint32_t> by_id;    // indexes of entries, by ascending id
   std::vector<std::uint32_t> objects;
   bool has_foreign_entries = false;  // others that lead to objects: no operator ever names them
-  pdf::Arena arena;
+  Arena arena;
 
   // The entry's index, or -1. Of entries with the same name it is the last, as for readers.
   std::ptrdiff_t Find(ResourceNameId id) const;
 };
 
-class SourceResources {
+class ResourceUseReader {
  public:
-  explicit SourceResources(SourceDocument& source);
+  // The document outlives this.
+  explicit ResourceUseReader(Document& document);
 
-  // Forgets what it knows once that is much; between copies, for the ids change.
+  // Forgets what it knows once that is much, ids included.
   void Trim();
 
   // What a page's contents use, and what appears on the page without resources of its own.
-  ResourceUse OfPage(const pdf::Object& page);
+  ResourceUse OfPage(const Object& page);
   // What a form, a pattern or another stream that paints uses; number: its object's.
-  ResourceUse OfForm(const pdf::Object& form, std::uint32_t number);
+  ResourceUse OfForm(const Object& form, std::uint32_t number);
   // What the glyphs of a Type 3 font use.
-  ResourceUse OfGlyphs(const pdf::Object& font);
+  ResourceUse OfGlyphs(const Object& font);
   // What an entry of resources uses of the resources of whoever uses it: a form that has none
   // itself, or an image whose colour space has a name.
-  ResourceUse NeedsOf(pdf::ResourceCategory category, const pdf::Object& entry);
+  ResourceUse NeedsOf(ResourceCategory category, const Object& entry);
   // The font that variable text of a widget is set in: it has to stay even while there is no text.
-  ResourceNameId FontOfWidget(const pdf::Object& widget);
+  ResourceNameId FontOfWidget(const Object& widget);
 
   // Looks through a resource dictionary; null when it is none. It must not outlive the object.
-  std::shared_ptr<const ResourceDictionary> Read(const pdf::Object& resources);
+  std::shared_ptr<const ResourceDictionary> Read(const Object& resources);
   // The same for one that is an object, or stands in a node of the page tree; the last ones asked
   // for are kept, each under its key.
-  std::shared_ptr<const ResourceDictionary> ReadShared(const pdf::Object& resources,
-                                                       std::uint64_t key);
+  std::shared_ptr<const ResourceDictionary> ReadShared(const Object& resources, std::uint64_t key);
 
  private:
   struct StreamUse {
@@ -83,8 +85,8 @@ class SourceResources {
     bool has_operands_left = false;
   };
 
-  ResourceNameId IdOf(pdf::ResourceCategory category, std::string_view name);
-  pdf::ResourceNameSink AddTo(ResourceUse& use);
+  ResourceNameId IdOf(ResourceCategory category, std::string_view name);
+  ResourceNameSink AddTo(ResourceUse& use);
   const StreamUse& ReadStream(std::uint32_t number);
   bool DecodeInto(std::string& content, std::uint32_t number);
   bool Spend(std::uint64_t bytes);
@@ -92,22 +94,22 @@ class SourceResources {
 
   const ResourceUse& OfStream(std::uint32_t number) { return ReadStream(number).use; }
 
-  void AddContents(ResourceUse& use, const pdf::Object& contents);
+  void AddContents(ResourceUse& use, const Object& contents);
   void AddStreamArray(ResourceUse& use, std::vector<std::uint32_t> streams);
   void AddStreams(ResourceUse& use, std::vector<std::uint32_t> streams);
   void AddJoined(ResourceUse& use, const std::vector<std::uint32_t>& streams);
-  void AddAppearances(ResourceUse& use, const pdf::Object& annotations, pdf::Arena& arena);
+  void AddAppearances(ResourceUse& use, const Object& annotations, Arena& arena);
   ResourceUse NeedsOfAppearance(std::uint32_t number);
-  ResourceUse NeedsBelow(pdf::ResourceGraph& graph);
+  ResourceUse NeedsBelow(ResourceGraph& graph);
   const ResourceUse& Keep(std::uint64_t key, ResourceUse use);
-  void AddForm(ResourceUse& use, const pdf::Object& form, std::uint32_t number, pdf::Arena& arena);
-  void AddColorSpace(ResourceUse& use, const pdf::Object& color_space, pdf::Arena& arena);
-  pdf::Object Resolve(const pdf::Object& value, pdf::Arena& arena);
-  std::shared_ptr<ResourceDictionary> Index(const pdf::Object& resources);
-  void AddEntry(ResourceDictionary& dictionary, pdf::ResourceCategory category,
-                const pdf::DictionaryEntry& entry);
+  void AddForm(ResourceUse& use, const Object& form, std::uint32_t number, Arena& arena);
+  void AddColorSpace(ResourceUse& use, const Object& color_space, Arena& arena);
+  Object Resolve(const Object& value, Arena& arena);
+  std::shared_ptr<ResourceDictionary> Index(const Object& resources);
+  void AddEntry(ResourceDictionary& dictionary, ResourceCategory category,
+                const DictionaryEntry& entry);
 
-  SourceDocument* source_;
+  Document* document_;
   std::unordered_map<std::string, ResourceNameId> ids_;
   std::unordered_map<std::uint32_t, StreamUse> streams_;
   std::unordered_map<std::uint64_t, ResourceUse> needs_;  // by number and what it is looked at as
@@ -117,6 +119,6 @@ class SourceResources {
   std::string key_;
 };
 
-}  // namespace TarnixTools::engines::toolbox
+}  // namespace TarnixTools::pdf
 
-#endif  // TARNIX_ENGINES_TOOLBOX_COPY_PAGES_RESOURCEUSE_H_
+#endif  // TARNIX_PDF_CONTENT_RESOURCEUSE_H_

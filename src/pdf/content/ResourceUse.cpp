@@ -1,22 +1,15 @@
-#include "engines/toolbox/copy/pages/ResourceUse.h"
+#include "pdf/content/ResourceUse.h"
 
 #include <algorithm>
 #include <iterator>
 #include <optional>
 #include <utility>
 
-#include "engines/toolbox/Limits.h"
-#include "engines/toolbox/SourceDocument.h"
 #include "pdf/Limits.h"
 #include "pdf/content/Appearances.h"
 #include "pdf/content/PageContents.h"
 
-namespace TarnixTools::engines::toolbox {
-
-using pdf::Arena;
-using pdf::DictionaryEntry;
-using pdf::Object;
-using pdf::ResourceCategory;
+namespace TarnixTools::pdf {
 
 namespace {
 
@@ -27,13 +20,13 @@ constexpr std::size_t kKeptDictionaries = 64;
 // Stands for whoever uses a resource, whose own resources are not looked at.
 constexpr std::uint32_t kUser = ~std::uint32_t{0};
 // As what an object's needs are kept, above its number: a category of resources, or this.
-constexpr std::uint64_t kAppearanceKey = pdf::kResourceCategoryKeys.size();
+constexpr std::uint64_t kAppearanceKey = kResourceCategoryKeys.size();
 
 constexpr std::uint64_t KeyOf(std::uint64_t role, std::uint32_t number) {
   return role << 32U | number;
 }
 
-pdf::ResourceScope UserScope() {
+ResourceScope UserScope() {
   return {.resources = {}, .owner = kUser};
 }
 
@@ -75,7 +68,7 @@ void CollectObjects(const Object& value, std::vector<std::uint32_t>& objects) {
 }
 
 std::optional<ResourceCategory> CategoryOfKey(std::string_view key) {
-  const auto& keys = pdf::kResourceCategoryKeys;
+  const auto& keys = kResourceCategoryKeys;
   const auto found = std::find(keys.begin(), keys.end(), key);
   return found == keys.end()
              ? std::nullopt
@@ -92,12 +85,11 @@ std::ptrdiff_t ResourceDictionary::Find(ResourceNameId id) const {
   return is_there ? static_cast<std::ptrdiff_t>(*std::prev(after)) : -1;
 }
 
-SourceResources::SourceResources(SourceDocument& source)
-    : source_(&source),
-      budget_(limits::kScannedAllowance +
-              limits::kScannedRatio * source.document().reader().size()) {}
+ResourceUseReader::ResourceUseReader(Document& document)
+    : document_(&document),
+      budget_(limits::kScannedAllowance + limits::kScannedRatio * document.reader().size()) {}
 
-void SourceResources::Trim() {
+void ResourceUseReader::Trim() {
   if (ids_.size() > kTrimmedIds || kept_names_ > kTrimmedNames) {
     ids_.clear();
     streams_.clear();
@@ -107,7 +99,7 @@ void SourceResources::Trim() {
   }
 }
 
-ResourceNameId SourceResources::IdOf(ResourceCategory category, std::string_view name) {
+ResourceNameId ResourceUseReader::IdOf(ResourceCategory category, std::string_view name) {
   if (name.size() > limits::kMaxNameBytes) {
     return 0;
   }
@@ -123,7 +115,7 @@ ResourceNameId SourceResources::IdOf(ResourceCategory category, std::string_view
   return ids_.emplace(key_, static_cast<ResourceNameId>(ids_.size() + 1)).first->second;
 }
 
-pdf::ResourceNameSink SourceResources::AddTo(ResourceUse& use) {
+ResourceNameSink ResourceUseReader::AddTo(ResourceUse& use) {
   return [this, &use](ResourceCategory category, std::string_view name) {
     const ResourceNameId id = IdOf(category, name);
     use.is_known = use.is_known && id != 0;
@@ -137,7 +129,7 @@ pdf::ResourceNameSink SourceResources::AddTo(ResourceUse& use) {
   };
 }
 
-ResourceUse SourceResources::OfPage(const Object& page) {
+ResourceUse ResourceUseReader::OfPage(const Object& page) {
   ResourceUse use;
   Arena arena;
   AddContents(use, page.Get("Contents"));
@@ -147,7 +139,7 @@ ResourceUse SourceResources::OfPage(const Object& page) {
   return use;
 }
 
-ResourceUse SourceResources::OfForm(const Object& form, std::uint32_t number) {
+ResourceUse ResourceUseReader::OfForm(const Object& form, std::uint32_t number) {
   ResourceUse use;
   Arena arena;
   AddForm(use, form, number, arena);
@@ -155,9 +147,9 @@ ResourceUse SourceResources::OfForm(const Object& form, std::uint32_t number) {
   return use;
 }
 
-ResourceUse SourceResources::OfGlyphs(const Object& font) {
+ResourceUse ResourceUseReader::OfGlyphs(const Object& font) {
   ResourceUse use;
-  std::vector<std::uint32_t> glyphs = pdf::GlyphsOf(source_->document(), font);
+  std::vector<std::uint32_t> glyphs = GlyphsOf(*document_, font);
   if (Spend(glyphs.size() * limits::kBytesPerScannedItem)) {
     AddStreams(use, std::move(glyphs));
   } else {
@@ -167,13 +159,13 @@ ResourceUse SourceResources::OfGlyphs(const Object& font) {
   return use;
 }
 
-ResourceUse SourceResources::NeedsOf(ResourceCategory category, const Object& entry) {
+ResourceUse ResourceUseReader::NeedsOf(ResourceCategory category, const Object& entry) {
   const std::uint32_t number = entry.AsReference().number;
   const std::uint64_t key = KeyOf(static_cast<std::uint64_t>(category), number);
   if (const auto known = needs_.find(key); number != 0 && known != needs_.end()) {
     return known->second;
   }
-  pdf::ResourceGraph graph(source_->document());
+  ResourceGraph graph(*document_);
   graph.AddResource(category, entry, UserScope());
   ResourceUse use = NeedsBelow(graph);
   if (category == ResourceCategory::kColorSpace) {  // a name leads nowhere
@@ -184,31 +176,31 @@ ResourceUse SourceResources::NeedsOf(ResourceCategory category, const Object& en
   return number == 0 ? use : Keep(key, std::move(use));
 }
 
-ResourceUse SourceResources::NeedsOfAppearance(std::uint32_t number) {
+ResourceUse ResourceUseReader::NeedsOfAppearance(std::uint32_t number) {
   const std::uint64_t key = KeyOf(kAppearanceKey, number);
   if (const auto known = needs_.find(key); known != needs_.end()) {
     return known->second;
   }
-  pdf::ResourceGraph graph(source_->document());
-  graph.AddContent({pdf::ResourceKind::kAppearance, number}, UserScope());
+  ResourceGraph graph(*document_);
+  graph.AddContent({ResourceKind::kAppearance, number}, UserScope());
   return Keep(key, NeedsBelow(graph));
 }
 
-const ResourceUse& SourceResources::Keep(std::uint64_t key, ResourceUse use) {
+const ResourceUse& ResourceUseReader::Keep(std::uint64_t key, ResourceUse use) {
   Count(use);
   return needs_.emplace(key, std::move(use)).first->second;
 }
 
 // What has resources of its own looks up nothing elsewhere.
-ResourceUse SourceResources::NeedsBelow(pdf::ResourceGraph& graph) {
+ResourceUse ResourceUseReader::NeedsBelow(ResourceGraph& graph) {
   ResourceUse use;
   use.is_known = kept_names_ <= limits::kMaxKeptNames;
   Arena arena;
-  while (const pdf::ResourceNode* node = use.is_known ? graph.Next() : nullptr) {
+  while (const ResourceNode* node = use.is_known ? graph.Next() : nullptr) {
     use.is_known = Spend(limits::kBytesPerScannedItem);
     if (node->scope.owner != kUser) {
       graph.SkipBelow();
-    } else if (pdf::HasContent(node->kind)) {
+    } else if (HasContent(node->kind)) {
       AddForm(use, node->value, node->number, arena);
     } else {
       AddColorSpace(use, node->value.IsArray() ? node->value : node->value.Get("ColorSpace"),
@@ -220,37 +212,35 @@ ResourceUse SourceResources::NeedsBelow(pdf::ResourceGraph& graph) {
   return use;
 }
 
-ResourceNameId SourceResources::FontOfWidget(const Object& widget) {
+ResourceNameId ResourceUseReader::FontOfWidget(const Object& widget) {
   Arena arena;
   Object field = widget;
   Object appearance = Resolve(field.Get("DA"), arena);
   for (std::uint32_t level = 0;
-       level < pdf::limits::kMaxFieldNesting && !appearance.IsString() && field.Has("Parent");
-       ++level) {
+       level < limits::kMaxFieldNesting && !appearance.IsString() && field.Has("Parent"); ++level) {
     field = Resolve(field.Get("Parent"), arena);
     appearance = Resolve(field.Get("DA"), arena);
   }
   if (!appearance.IsString()) {
-    const Object catalog = source_->document().Catalog(arena);
+    const Object catalog = document_->Catalog(arena);
     appearance = Resolve(Resolve(catalog.Get("AcroForm"), arena).Get("DA"), arena);
   }
   ResourceNameId font = 0;
-  pdf::CollectResourceNames(
-      appearance.Text(), [&](ResourceCategory category, std::string_view name) {
-        font = category == ResourceCategory::kFont ? IdOf(category, name) : font;
-      });
+  CollectResourceNames(appearance.Text(), [&](ResourceCategory category, std::string_view name) {
+    font = category == ResourceCategory::kFont ? IdOf(category, name) : font;
+  });
   return font;
 }
 
-// False once too much has been read: what is not known then stays in copies.
-bool SourceResources::Spend(std::uint64_t bytes) {
+// False once too much has been read: what is not known then counts as used.
+bool ResourceUseReader::Spend(std::uint64_t bytes) {
   const bool is_enough = budget_ > 0;
   budget_ -= std::min(budget_, bytes);
   return is_enough;
 }
 
 // Keeps the number of names that are held within bounds.
-void SourceResources::Count(ResourceUse& use) {
+void ResourceUseReader::Count(ResourceUse& use) {
   if (kept_names_ > limits::kMaxKeptNames) {
     use = {{}, false};
   }
@@ -258,14 +248,14 @@ void SourceResources::Count(ResourceUse& use) {
   kept_names_ += use.names.size();
 }
 
-const SourceResources::StreamUse& SourceResources::ReadStream(std::uint32_t number) {
+const ResourceUseReader::StreamUse& ResourceUseReader::ReadStream(std::uint32_t number) {
   if (const auto known = streams_.find(number); known != streams_.end()) {
     return known->second;
   }
   StreamUse stream;
   std::string content;
   stream.use.is_known = DecodeInto(content, number);
-  const pdf::ContentNames names = pdf::CollectResourceNames(content, AddTo(stream.use));
+  const ContentNames names = CollectResourceNames(content, AddTo(stream.use));
   stream.use.is_known = stream.use.is_known && names.is_complete;
   stream.has_operands_left = names.has_operands_left;
   Settle(stream.use);
@@ -275,7 +265,7 @@ const SourceResources::StreamUse& SourceResources::ReadStream(std::uint32_t numb
 
 // Appends a stream's content; false when not all of it can be read. An object that is no stream has
 // none.
-bool SourceResources::DecodeInto(std::string& content, std::uint32_t number) {
+bool ResourceUseReader::DecodeInto(std::string& content, std::uint32_t number) {
   const std::size_t room =
       limits::kMaxScannedContent - std::min(content.size(), limits::kMaxScannedContent);
   if (number == 0) {
@@ -284,7 +274,7 @@ bool SourceResources::DecodeInto(std::string& content, std::uint32_t number) {
   if (!Spend(1)) {
     return false;
   }
-  const std::optional<pdf::Decoded> decoded = source_->document().TryDecodeStream(number, room);
+  const std::optional<Decoded> decoded = document_->TryDecodeStream(number, room);
   if (!decoded) {
     return true;
   }
@@ -293,7 +283,7 @@ bool SourceResources::DecodeInto(std::string& content, std::uint32_t number) {
   return decoded->complete;
 }
 
-void SourceResources::AddContents(ResourceUse& use, const Object& contents) {
+void ResourceUseReader::AddContents(ResourceUse& use, const Object& contents) {
   const std::uint32_t number = contents.AsReference().number;
   if (number != 0 && streams_.contains(number)) {
     AddAll(use, OfStream(number));
@@ -303,7 +293,7 @@ void SourceResources::AddContents(ResourceUse& use, const Object& contents) {
     use.is_known = false;
     return;
   }
-  pdf::ContentStreams streams = pdf::StreamsOfContents(source_->document(), contents);
+  ContentStreams streams = StreamsOfContents(*document_, contents);
   if (!streams.is_array) {
     AddStreams(use, std::move(streams.numbers));
     return;
@@ -321,7 +311,7 @@ void SourceResources::AddContents(ResourceUse& use, const Object& contents) {
 
 // Contents may be cut anywhere between two tokens (table 31). Mostly they are cut between
 // operations; then each stream is read for itself, and once for all pages that share it.
-void SourceResources::AddStreamArray(ResourceUse& use, std::vector<std::uint32_t> streams) {
+void ResourceUseReader::AddStreamArray(ResourceUse& use, std::vector<std::uint32_t> streams) {
   if (!Spend(streams.size() * limits::kBytesPerScannedItem)) {
     use.is_known = false;
     return;
@@ -337,7 +327,7 @@ void SourceResources::AddStreamArray(ResourceUse& use, std::vector<std::uint32_t
   }
 }
 
-void SourceResources::AddStreams(ResourceUse& use, std::vector<std::uint32_t> streams) {
+void ResourceUseReader::AddStreams(ResourceUse& use, std::vector<std::uint32_t> streams) {
   std::sort(streams.begin(), streams.end());
   streams.erase(std::unique(streams.begin(), streams.end()), streams.end());
   for (const std::uint32_t number : streams) {
@@ -345,7 +335,7 @@ void SourceResources::AddStreams(ResourceUse& use, std::vector<std::uint32_t> st
   }
 }
 
-void SourceResources::AddJoined(ResourceUse& use, const std::vector<std::uint32_t>& streams) {
+void ResourceUseReader::AddJoined(ResourceUse& use, const std::vector<std::uint32_t>& streams) {
   std::string content;
   for (const std::uint32_t number : streams) {
     use.is_known = use.is_known && DecodeInto(content, number);
@@ -354,15 +344,14 @@ void SourceResources::AddJoined(ResourceUse& use, const std::vector<std::uint32_
       return;
     }
   }
-  const pdf::ContentNames names = pdf::CollectResourceNames(content, AddTo(use));
+  const ContentNames names = CollectResourceNames(content, AddTo(use));
   use.is_known = use.is_known && names.is_complete;
 }
 
 // Appearances without resources of their own take the page's in some readers.
-void SourceResources::AddAppearances(ResourceUse& use, const Object& annotations, Arena& arena) {
+void ResourceUseReader::AddAppearances(ResourceUse& use, const Object& annotations, Arena& arena) {
   for (const Object& item : annotations.Items()) {
-    const std::vector<std::uint32_t> appearances =
-        pdf::AppearancesOf(source_->document(), Resolve(item, arena));
+    const std::vector<std::uint32_t> appearances = AppearancesOf(*document_, Resolve(item, arena));
     if (!Spend((appearances.size() + 1) * limits::kBytesPerScannedItem)) {
       use.is_known = false;
       return;
@@ -374,38 +363,38 @@ void SourceResources::AddAppearances(ResourceUse& use, const Object& annotations
 }
 
 // number: 0 for what is no object of its own, and so has no content.
-void SourceResources::AddForm(ResourceUse& use, const Object& form, std::uint32_t number,
-                              Arena& arena) {
-  const auto kind = pdf::KindOf(source_->document(), ResourceCategory::kXObject, form);
-  if (kind == pdf::ResourceKind::kImage) {
+void ResourceUseReader::AddForm(ResourceUse& use, const Object& form, std::uint32_t number,
+                                Arena& arena) {
+  const auto kind = KindOf(*document_, ResourceCategory::kXObject, form);
+  if (kind == ResourceKind::kImage) {
     return;  // its data is no content
   }
   AddAll(use, OfStream(number));
   AddColorSpace(use, Resolve(form.Get("Group"), arena).Get("CS"), arena);
 }
 
-void SourceResources::AddColorSpace(ResourceUse& use, const Object& color_space, Arena& arena) {
+void ResourceUseReader::AddColorSpace(ResourceUse& use, const Object& color_space, Arena& arena) {
   const Object value = Resolve(color_space, arena);
   if (value.IsName()) {
-    pdf::CollectColorSpaceNames(value, AddTo(use));
+    CollectColorSpaceNames(value, AddTo(use));
     return;
   }
   // The first item names the family; a base or an alternate may be named by its place.
   for (const Object& item : value.Items()) {
-    pdf::CollectColorSpaceNames(item.IsReference() ? Resolve(item, arena) : item, AddTo(use));
+    CollectColorSpaceNames(item.IsReference() ? Resolve(item, arena) : item, AddTo(use));
   }
 }
 
-Object SourceResources::Resolve(const Object& value, Arena& arena) {
-  return value.IsReference() ? source_->document().Resolve(value, arena) : value;
+Object ResourceUseReader::Resolve(const Object& value, Arena& arena) {
+  return value.IsReference() ? document_->Resolve(value, arena) : value;
 }
 
-std::shared_ptr<const ResourceDictionary> SourceResources::Read(const Object& resources) {
+std::shared_ptr<const ResourceDictionary> ResourceUseReader::Read(const Object& resources) {
   return Index(resources);
 }
 
-std::shared_ptr<const ResourceDictionary> SourceResources::ReadShared(const Object& resources,
-                                                                      std::uint64_t key) {
+std::shared_ptr<const ResourceDictionary> ResourceUseReader::ReadShared(const Object& resources,
+                                                                        std::uint64_t key) {
   if (const auto known = dictionaries_.find(key); known != dictionaries_.end()) {
     return known->second;
   }
@@ -415,15 +404,15 @@ std::shared_ptr<const ResourceDictionary> SourceResources::ReadShared(const Obje
   return dictionaries_.emplace(key, Index(resources)).first->second;
 }
 
-std::shared_ptr<ResourceDictionary> SourceResources::Index(const Object& resources) {
+std::shared_ptr<ResourceDictionary> ResourceUseReader::Index(const Object& resources) {
   auto dictionary = std::make_shared<ResourceDictionary>();
   dictionary->object = Resolve(resources, dictionary->arena);
   if (!dictionary->object.IsDictionary()) {
     return nullptr;
   }
-  for (std::size_t i = 0; i < pdf::kResourceCategoryKeys.size(); ++i) {
+  for (std::size_t i = 0; i < kResourceCategoryKeys.size(); ++i) {
     const Object named =
-        Resolve(dictionary->object.Get(pdf::kResourceCategoryKeys[i]), dictionary->arena);
+        Resolve(dictionary->object.Get(kResourceCategoryKeys[i]), dictionary->arena);
     for (const DictionaryEntry& entry : named.Entries()) {
       AddEntry(*dictionary, static_cast<ResourceCategory>(i), entry);
     }
@@ -446,8 +435,8 @@ std::shared_ptr<ResourceDictionary> SourceResources::Index(const Object& resourc
   return dictionary;
 }
 
-void SourceResources::AddEntry(ResourceDictionary& dictionary, ResourceCategory category,
-                               const DictionaryEntry& entry) {
+void ResourceUseReader::AddEntry(ResourceDictionary& dictionary, ResourceCategory category,
+                                 const DictionaryEntry& entry) {
   NamedResource resource;
   resource.category = category;
   resource.name = entry.Key();
@@ -464,4 +453,4 @@ void SourceResources::AddEntry(ResourceDictionary& dictionary, ResourceCategory 
   dictionary.entries.push_back(resource);
 }
 
-}  // namespace TarnixTools::engines::toolbox
+}  // namespace TarnixTools::pdf
