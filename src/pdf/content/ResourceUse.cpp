@@ -52,21 +52,6 @@ bool IsDefaultColorSpace(std::string_view name) {
   return name == "DefaultGray" || name == "DefaultRGB" || name == "DefaultCMYK";
 }
 
-void CollectObjects(const Object& value, std::vector<std::uint32_t>& objects) {
-  std::vector<Object> waiting = {value};
-  while (!waiting.empty()) {
-    const Object next = waiting.back();
-    waiting.pop_back();
-    if (next.IsReference()) {
-      objects.push_back(next.AsReference().number);
-    }
-    waiting.insert(waiting.end(), next.Items().begin(), next.Items().end());
-    for (const DictionaryEntry& entry : next.Entries()) {
-      waiting.push_back(entry.value);
-    }
-  }
-}
-
 std::optional<ResourceCategory> CategoryOfKey(std::string_view key) {
   const auto& keys = kResourceCategoryKeys;
   const auto found = std::find(keys.begin(), keys.end(), key);
@@ -420,7 +405,7 @@ std::shared_ptr<ResourceDictionary> ResourceUseReader::Index(const Object& resou
   std::vector<std::uint32_t> foreign;
   for (const DictionaryEntry& entry : dictionary->object.Entries()) {
     if (!CategoryOfKey(entry.Key()) && entry.Key() != "ProcSet") {
-      CollectObjects(entry.value, foreign);
+      CollectReferences(entry.value, foreign);
     }
   }
   dictionary->has_foreign_entries = !foreign.empty();
@@ -443,7 +428,7 @@ void ResourceUseReader::AddEntry(ResourceDictionary& dictionary, ResourceCategor
   resource.value = entry.value;
   resource.id = IdOf(category, entry.Key());
   resource.first_object = static_cast<std::uint32_t>(dictionary.objects.size());
-  CollectObjects(entry.value, dictionary.objects);
+  CollectReferences(entry.value, dictionary.objects);
   resource.object_count =
       static_cast<std::uint32_t>(dictionary.objects.size()) - resource.first_object;
   // A plain name holds nothing, so that its use need not be found out.

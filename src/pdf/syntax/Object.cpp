@@ -48,4 +48,19 @@ bool Object::Has(std::string_view key) const {
   return !Get(key).IsNull();
 }
 
+void CollectReferences(const Object& value, std::vector<std::uint32_t>& numbers) {
+  std::vector<Object> waiting = {value};
+  while (!waiting.empty()) {
+    const Object next = waiting.back();
+    waiting.pop_back();
+    if (next.IsReference()) {
+      numbers.push_back(next.AsReference().number);
+    }
+    waiting.insert(waiting.end(), next.Items().begin(), next.Items().end());
+    for (const DictionaryEntry& entry : next.Entries()) {
+      waiting.push_back(entry.value);
+    }
+  }
+}
+
 }  // namespace TarnixTools::pdf

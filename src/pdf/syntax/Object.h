@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
+#include <vector>
 
 namespace TarnixTools::pdf {
 
@@ -115,6 +116,9 @@ struct DictionaryEntry {
 
   std::string_view Key() const { return key.Text(); }
 };
+
+// Adds the numbers of the objects that the value refers to, however deep in it.
+void CollectReferences(const Object& value, std::vector<std::uint32_t>& numbers);
 
 // Here, and not in a source file, because parsing is made of these.
 inline Object Object::Boolean(bool value) {
