@@ -52,6 +52,31 @@ bool IsDefaultColorSpace(std::string_view name) {
   return name == "DefaultGray" || name == "DefaultRGB" || name == "DefaultCMYK";
 }
 
+// Adds to `marked` what was not marked before.
+void MarkNamed(const ResourceUse& names, const ResourceDictionary& resources, UsedEntries& used,
+               std::vector<std::size_t>& marked) {
+  const auto mark = [&](std::size_t entry) {
+    if (!used.is_used[entry]) {
+      used.is_used[entry] = true;
+      marked.push_back(entry);
+    }
+  };
+  used.may_be_all = used.may_be_all || !names.is_known;
+  if (names.names.size() < resources.entries.size()) {
+    for (const ResourceNameId id : names.names) {
+      if (const std::ptrdiff_t entry = resources.Find(id); entry >= 0) {
+        mark(static_cast<std::size_t>(entry));
+      }
+    }
+    return;
+  }
+  for (std::size_t entry = 0; entry < resources.entries.size(); ++entry) {
+    if (std::binary_search(names.names.begin(), names.names.end(), resources.entries[entry].id)) {
+      mark(entry);
+    }
+  }
+}
+
 std::optional<ResourceCategory> CategoryOfKey(std::string_view key) {
   const auto& keys = kResourceCategoryKeys;
   const auto found = std::find(keys.begin(), keys.end(), key);
@@ -174,6 +199,19 @@ ResourceUse ResourceUseReader::NeedsOfAppearance(std::uint32_t number) {
 const ResourceUse& ResourceUseReader::Keep(std::uint64_t key, ResourceUse use) {
   Count(use);
   return needs_.emplace(key, std::move(use)).first->second;
+}
+
+std::vector<std::size_t> ResourceUseReader::Mark(const ResourceUse& names,
+                                                 const ResourceDictionary& resources,
+                                                 UsedEntries& used) {
+  used.is_used.resize(resources.entries.size());
+  std::vector<std::size_t> marked;
+  MarkNamed(names, resources, used, marked);
+  for (std::size_t next = 0; next < marked.size() && !used.may_be_all; ++next) {
+    const NamedResource& entry = resources.entries[marked[next]];
+    MarkNamed(NeedsOf(entry.category, entry.value), resources, used, marked);
+  }
+  return marked;
 }
 
 // What has resources of its own looks up nothing elsewhere.

@@ -53,6 +53,16 @@ struct ResourceDictionary {
   std::ptrdiff_t Find(ResourceNameId id) const;
 };
 
+// Which entries of a resource dictionary are used.
+struct UsedEntries {
+  std::vector<bool> is_used;  // by entry; empty: none
+  bool may_be_all = false;    // those that are not known to be used may be so
+
+  bool Holds(std::size_t entry) const {
+    return may_be_all || (entry < is_used.size() && is_used[entry]);
+  }
+};
+
 class ResourceUseReader {
  public:
   // The document outlives this.
@@ -70,6 +80,10 @@ class ResourceUseReader {
   // What an entry of resources uses of the resources of whoever uses it: a form that has none
   // itself, or an image whose colour space has a name.
   ResourceUse NeedsOf(ResourceCategory category, const Object& entry);
+  // Marks the entries with these names, and those that what they lead to uses in turn. Gives the
+  // ones that were not marked before.
+  std::vector<std::size_t> Mark(const ResourceUse& names, const ResourceDictionary& resources,
+                                UsedEntries& used);
   // The font that variable text of a widget is set in: it has to stay even while there is no text.
   ResourceNameId FontOfWidget(const Object& widget);
 

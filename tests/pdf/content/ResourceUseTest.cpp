@@ -92,23 +92,13 @@ class Pages {
     if (all == nullptr) {
       return {};
     }
-    std::set<std::size_t> used;
-    std::vector<ResourceUse> waiting = {resources_.OfPage(dictionary)};
-    while (!waiting.empty()) {
-      const ResourceUse use = std::move(waiting.back());
-      waiting.pop_back();
-      for (std::size_t i = 0; i < all->entries.size(); ++i) {
-        const NamedResource& entry = all->entries[i];
-        const bool is_named =
-            !use.is_known || std::binary_search(use.names.begin(), use.names.end(), entry.id);
-        if (is_named && used.insert(i).second) {
-          waiting.push_back(resources_.NeedsOf(entry.category, entry.value));
-        }
-      }
-    }
+    UsedEntries used;
+    resources_.Mark(resources_.OfPage(dictionary), *all, used);
     Names names;
-    for (const std::size_t i : used) {
-      names.insert(NameOf(all->entries[i].category, all->entries[i].name));
+    for (std::size_t i = 0; i < all->entries.size(); ++i) {
+      if (used.Holds(i)) {
+        names.insert(NameOf(all->entries[i].category, all->entries[i].name));
+      }
     }
     return names;
   }

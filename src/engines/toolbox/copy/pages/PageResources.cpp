@@ -85,7 +85,7 @@ bool PageResourceCopier::IsSettled(const pdf::ResourceDictionary& resources, Use
 bool PageResourceCopier::IsKept(const pdf::ResourceDictionary& resources, const Use& use,
                                 std::size_t entry) const {
   const pdf::NamedResource& resource = resources.entries[entry];
-  if (use.keeps_all || resource.is_implied || (!use.is_used.empty() && use.is_used[entry])) {
+  if (resource.is_implied || use.entries.Holds(entry)) {
     return true;
   }
   const auto first = resources.objects.begin() + resource.first_object;
@@ -96,46 +96,13 @@ bool PageResourceCopier::IsKept(const pdf::ResourceDictionary& resources, const 
 
 void PageResourceCopier::Apply(const pdf::ResourceUse& names,
                                const pdf::ResourceDictionary& resources, Use& use) {
-  use.is_used.resize(resources.entries.size());
-  std::vector<std::size_t> found;
-  AddUsed(names, resources, use, found);
-  // What is used may look up names in turn.
-  while (!found.empty() && !use.keeps_all) {
-    const pdf::NamedResource& entry = resources.entries[found.back()];
-    found.pop_back();
-    AddUsed(context_->source().parts().resources().NeedsOf(entry.category, entry.value), resources,
-            use, found);
+  for (const std::size_t entry :
+       context_->source().parts().resources().Mark(names, resources, use.entries)) {
+    const auto first = resources.objects.begin() + resources.entries[entry].first_object;
+    proven_.insert(first, first + resources.entries[entry].object_count);
   }
-  if (use.keeps_all) {
+  if (use.entries.may_be_all) {
     proven_.insert(resources.objects.begin(), resources.objects.end());
-  }
-}
-
-void PageResourceCopier::AddUsed(const pdf::ResourceUse& names,
-                                 const pdf::ResourceDictionary& resources, Use& use,
-                                 std::vector<std::size_t>& found) {
-  const auto add = [&](std::size_t entry) {
-    if (!use.is_used[entry]) {
-      use.is_used[entry] = true;
-      found.push_back(entry);
-      const pdf::NamedResource& resource = resources.entries[entry];
-      const auto first = resources.objects.begin() + resource.first_object;
-      proven_.insert(first, first + resource.object_count);
-    }
-  };
-  use.keeps_all = use.keeps_all || !names.is_known;
-  if (names.names.size() < resources.entries.size()) {
-    for (const pdf::ResourceNameId id : names.names) {
-      if (const std::ptrdiff_t entry = resources.Find(id); entry >= 0) {
-        add(static_cast<std::size_t>(entry));
-      }
-    }
-    return;
-  }
-  for (std::size_t entry = 0; entry < resources.entries.size(); ++entry) {
-    if (std::binary_search(names.names.begin(), names.names.end(), resources.entries[entry].id)) {
-      add(entry);
-    }
   }
 }
 

@@ -71,11 +71,10 @@ class PageResourceCopier : public pdf::ResourceFilter {
  private:
   // What is known of the use of one resource dictionary.
   struct Use {
-    std::vector<bool> is_used;          // by entry
+    pdf::UsedEntries entries;
     std::uint32_t settled_entries = 0;  // how many entries from the first need no more thought
-    bool keeps_all = false;
-    std::optional<bool> is_whole;     // decided when the first page is copied
-    std::uint32_t target_number = 0;  // of the copy, for resources that are an object
+    std::optional<bool> is_whole;       // decided when the first page is copied
+    std::uint32_t target_number = 0;    // of the copy, for resources that are an object
   };
 
   Place PlaceOf(const pdf::PageTree::Page& page, const pdf::Object& dictionary) const;
@@ -84,8 +83,6 @@ class PageResourceCopier : public pdf::ResourceFilter {
   bool IsSettled(const pdf::ResourceDictionary& resources, Use& use) const;
   bool IsKept(const pdf::ResourceDictionary& resources, const Use& use, std::size_t entry) const;
   void Apply(const pdf::ResourceUse& names, const pdf::ResourceDictionary& resources, Use& use);
-  void AddUsed(const pdf::ResourceUse& names, const pdf::ResourceDictionary& resources, Use& use,
-               std::vector<std::size_t>& found);
   bool IsWhole(const pdf::ResourceDictionary& resources, const Use& use) const;
   std::string Pruned(const pdf::ResourceDictionary& resources, const Use& use);
   std::vector<bool> KeptOf(const pdf::ResourceDictionary& resources, const Use& use);
