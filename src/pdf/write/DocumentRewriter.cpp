@@ -1,42 +1,11 @@
 #include "pdf/write/DocumentRewriter.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "pdf/write/RewritePass.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::pdf {
-
-void RewritePlan::Put(Entries& entries, std::string_view key, std::optional<std::string> text) {
-  const auto found =
-      std::find_if(entries.begin(), entries.end(), [&](const Entry& e) { return e.key == key; });
-  if (found != entries.end()) {
-    found->text = std::move(text);
-  } else {
-    entries.push_back({std::string(key), std::move(text)});
-  }
-}
-
-const RewritePlan::Planned* RewritePlan::Find(std::uint32_t number) const {
-  if (const auto found = changes.find(number); found != changes.end()) {
-    return &found->second;
-  }
-  const std::size_t index = number - kFirstAddedObject;
-  return IsAddedObject(number) && index < added.size() ? &added[index] : nullptr;
-}
-
-// Every object on the way is told the end of it, so that the way is short the next time.
-std::uint32_t RewritePlan::Representative(std::uint32_t number) {
-  std::uint32_t end = number;
-  for (auto next = merged.find(end); next != merged.end(); next = merged.find(end)) {
-    end = next->second;
-  }
-  while (number != end) {
-    number = std::exchange(merged[number], end);
-  }
-  return end;
-}
 
 DocumentRewriter::DocumentRewriter(Document& document) : document_(&document) {
   plan_.catalog = AddLater([&document] {
@@ -92,6 +61,31 @@ void DocumentRewriter::Merge(std::uint32_t number, std::uint32_t into) {
   if (end != number) {
     plan_.merged[number] = end;
   }
+}
+
+bool DocumentRewriter::IsChanged(std::uint32_t number) const {
+  return plan_.changes.contains(NumberOf(number)) || IsAddedObject(number);
+}
+
+std::uint32_t DocumentRewriter::Successor(std::uint32_t number) {
+  const std::uint32_t end = plan_.Representative(number);
+  return plan_.dropped.contains(end) ? 0 : end;
+}
+
+Object DocumentRewriter::Load(std::uint32_t number, Arena& arena) {
+  const std::uint32_t planned_number = NumberOf(number);
+  const RewritePlan::Planned* planned = plan_.Find(planned_number);
+  Object value;
+  if (planned != nullptr && planned->change.kind != ObjectChange::Kind::kKept) {
+    value = RewritePlan::Parse(planned->change.text, arena);
+  } else if (planned_number == plan_.catalog) {
+    value = document_->Catalog(arena);
+  } else if (!IsAddedObject(number)) {
+    value = document_->Load({number, 0}, arena);
+  }
+  const auto entries = plan_.entries.find(planned_number);
+  return entries == plan_.entries.end() ? value
+                                        : RewritePlan::Edited(value, entries->second, arena);
 }
 
 void DocumentRewriter::SetPages(const PageTree& tree, std::vector<RewrittenPage> pages) {

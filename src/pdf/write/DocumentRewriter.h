@@ -76,6 +76,18 @@ class DocumentRewriter {
   // will do as well. A circle of such wishes is not closed.
   void Merge(std::uint32_t number, std::uint32_t into);
 
+  // What has been said so far, for those who go by it. Nothing is asked for that comes later.
+
+  // Whether the object is an added one, or Change or ChangeLater was called for it.
+  bool IsChanged(std::uint32_t number) const;
+  // What references to the object will lead to: itself, or what it was merged into; 0 for an object
+  // that was dropped.
+  std::uint32_t Successor(std::uint32_t number);
+  // The object as it was changed, with the entries that were set and without those that were
+  // removed. One whose change comes later is given as the document has it, or as null. A stream
+  // gives its dictionary.
+  Object Load(std::uint32_t number, Arena& arena);
+
   // Writes these pages in place of the document's page tree: with what they inherit as their own,
   // and none that is not among them; references to others become null. A page that stands twice
   // becomes two. The tree is the document's and outlives the rewriter.

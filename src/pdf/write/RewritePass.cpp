@@ -131,7 +131,8 @@ bool RewritePass::Write(std::uint32_t number, std::uint32_t target_number) {
   }
   if (change.kind != ObjectChange::Kind::kLeftOut) {
     Arena arena;
-    const Object value = Edited(Parse(change.text, arena), entries, arena);
+    const Object value =
+        RewritePlan::Edited(RewritePlan::Parse(change.text, arena), entries, arena);
     if (change.kind == ObjectChange::Kind::kStream) {
       WriteStream(change, value, target_number);
     } else {
@@ -174,7 +175,7 @@ bool RewritePass::WriteEdited(std::uint32_t number, std::uint32_t target_number,
   if (!value.IsDictionary()) {
     return false;
   }
-  objects_.CopyWithDictionary(number, target_number, Edited(value, entries, arena));
+  objects_.CopyWithDictionary(number, target_number, RewritePlan::Edited(value, entries, arena));
   return true;
 }
 
@@ -191,43 +192,6 @@ void RewritePass::WriteStream(const ObjectChange& change, const Object& dictiona
   } else {
     objects_.WriteStream(target_number, dictionary, sink.Take());
   }
-}
-
-Object RewritePass::Parse(std::string_view text, Arena& arena) {
-  Parser parser(arena);
-  parser.set_max_reference(ReferenceMap::kLeftOut - 1);
-  Lexer lexer(text, true);
-  Object value;
-  parser.Parse(lexer, nullptr, value);
-  return value;
-}
-
-// Set entries take the places of those that they replace.
-Object RewritePass::Edited(const Object& value, const RewritePlan::Entries& entries, Arena& arena) {
-  if (entries.empty() || !value.IsDictionary()) {
-    return value;
-  }
-  std::vector<DictionaryEntry> edited;
-  std::vector<bool> is_set(entries.size(), false);
-  const auto set = [&](std::size_t i) {
-    if (!is_set[i] && entries[i].text) {
-      edited.push_back({Object::Name(entries[i].key), Parse(*entries[i].text, arena)});
-    }
-    is_set[i] = true;
-  };
-  for (const DictionaryEntry& entry : value.Entries()) {
-    const auto found = std::find_if(entries.begin(), entries.end(),
-                                    [&](const auto& e) { return e.key == entry.Key(); });
-    if (found == entries.end()) {
-      edited.push_back(entry);
-    } else {
-      set(static_cast<std::size_t>(found - entries.begin()));
-    }
-  }
-  for (std::size_t i = 0; i < entries.size(); ++i) {
-    set(i);
-  }
-  return Object::Dictionary(arena.CopyItems(std::span<const DictionaryEntry>(edited)));
 }
 
 // An object that this pass needs and the plan does not have.
@@ -287,7 +251,7 @@ void RewritePass::WritePage(const RewrittenPage& page, std::uint32_t target_numb
       RewritePlan::Put(entries, entry.key, entry.text);
     }
   }
-  objects_.WriteValue(target_number, Edited(dictionary, entries, arena));
+  objects_.WriteValue(target_number, RewritePlan::Edited(dictionary, entries, arena));
 }
 
 Object RewritePass::PageDictionary(std::uint32_t number, Arena& arena) {
@@ -295,7 +259,7 @@ Object RewritePass::PageDictionary(std::uint32_t number, Arena& arena) {
   const ObjectChange& change = ChangeOf(number, made);
   const Object value = change.kind == ObjectChange::Kind::kKept && !IsAddedObject(number)
                            ? document_->Load({number, 0}, arena)
-                           : Parse(change.text, arena);
+                           : RewritePlan::Parse(change.text, arena);
   return value.IsDictionary() ? value : Object::Dictionary({});
 }
 
@@ -328,7 +292,7 @@ std::string RewritePass::SharedText(const PageTree::Given& given, InheritableKey
 FileTrailer RewritePass::Trailer() {
   Arena arena;
   FileTrailer trailer;
-  const Object dictionary = Edited(document_->trailer(), plan_->trailer, arena);
+  const Object dictionary = RewritePlan::Edited(document_->trailer(), plan_->trailer, arena);
   const Object info = dictionary.Get("Info");
   if (info.IsReference() || info.IsDictionary()) {
     const std::uint32_t number =

@@ -11,7 +11,6 @@
 #include <unordered_set>
 
 #include "pdf/file/Document.h"
-#include "pdf/syntax/Parser.h"
 #include "pdf/write/DocumentRewriter.h"
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/NumberMap.h"
@@ -42,8 +41,6 @@ class RewritePass : private CopyChanges {
                    const RewritePlan::Entries& entries);
   void WriteStream(const ObjectChange& change, const Object& dictionary,
                    std::uint32_t target_number);
-  Object Parse(std::string_view text, Arena& arena);
-  Object Edited(const Object& value, const RewritePlan::Entries& entries, Arena& arena);
   std::uint32_t AddText(std::string text);
 
   void WritePages();

@@ -12,6 +12,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "pdf/syntax/Arena.h"
+#include "pdf/syntax/Object.h"
 #include "pdf/tree/PageTree.h"
 #include "pdf/write/NumberMap.h"
 #include "pdf/write/ObjectChange.h"
@@ -55,6 +57,13 @@ struct RewritePlan {
 
   // What an object has been merged into, in the end: itself for most.
   std::uint32_t Representative(std::uint32_t number);
+
+  // A value of the plan's text.
+  static Object Parse(std::string_view text, Arena& arena);
+
+  // A dictionary with the entries. Set ones take the places of those that they replace. Any other
+  // value is left alone.
+  static Object Edited(const Object& value, const Entries& entries, Arena& arena);
 
   std::uint32_t catalog = 0;
   // By number, from kFirstAddedObject on. Objects may be added while others are being written.

@@ -71,6 +71,42 @@ TEST(DocumentRewriter, LeavesOlderVersionsBehind) {
   EXPECT_EQ(test.CountObjects(), 3);
 }
 
+TEST(DocumentRewriter, TellsWhatItWasTold) {
+  RewriteCase test(Owning("[5 0 R 6 0 R 7 0 R]")
+                       .Object(5, "<</A 1/B 2>>")
+                       .Object(6, "<</A 6>>")
+                       .Object(7, "7"));
+  DocumentRewriter& rewriter = test.rewriter();
+  const auto text = [&](std::uint32_t number) {
+    Arena arena;
+    return Expanded(test.source(), rewriter.Load(number, arena));
+  };
+  rewriter.SetEntry(5, "A", "(set)");
+  rewriter.RemoveEntry(5, "B");
+  EXPECT_EQ(text(5), "<</A(set)>>");
+  EXPECT_FALSE(rewriter.IsChanged(5));
+  rewriter.Change(6, ObjectChange::Value("<</C 7 0 R>>"));
+  EXPECT_EQ(text(6), "<</C 7>>");
+  EXPECT_TRUE(rewriter.IsChanged(6));
+  rewriter.ChangeLater(7, [] { return ObjectChange::Value("8"); });
+  EXPECT_EQ(text(7), "7");
+  EXPECT_TRUE(rewriter.IsChanged(7));
+  rewriter.SetEntry(rewriter.catalog(), "Own", "null");
+  EXPECT_NE(text(1).find("/Own null"), std::string::npos);
+  EXPECT_EQ(text(rewriter.catalog()), text(1));
+}
+
+TEST(DocumentRewriter, TellsWhatReferencesWillLeadTo) {
+  RewriteCase test(Owning("[5 0 R 6 0 R 7 0 R]").Object(5, "5").Object(6, "6").Object(7, "7"));
+  DocumentRewriter& rewriter = test.rewriter();
+  rewriter.Merge(5, 6);
+  rewriter.Merge(6, 7);
+  EXPECT_EQ(rewriter.Successor(5), 7U);
+  EXPECT_EQ(rewriter.Successor(7), 7U);
+  rewriter.Drop(7);
+  EXPECT_EQ(rewriter.Successor(5), 0U);
+}
+
 TEST(DocumentRewriter, WritesNullForWhatIsNotThere) {
   RewriteCase test(Owning("[77 0 R 5 0 R<</A 78 0 R>>]"));
   EXPECT_EQ(test.Own(), "[null null<</A null>>]");
