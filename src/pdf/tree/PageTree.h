@@ -56,6 +56,9 @@ class PageTree {
   // and the tree.
   Given FindAttribute(const Page& page, const Object& dictionary, InheritableKey key) const;
 
+  // Number of the node that gives an attribute; 0 for one that is no object of its own.
+  std::uint32_t NumberOf(const Given& given) const { return nodes_[given.node].number; }
+
   // Whether the object is a page or a node of the tree, which a copied page must not drag along.
   bool IsPage(std::uint32_t number) const { return page_numbers_.contains(number); }
 

@@ -268,11 +268,26 @@ void RewritePass::PutInherited(RewritePlan::Entries& entries, const PageTree::Pa
                                const Object& dictionary) {
   for (std::size_t i = 0; i < kInheritablePageKeys.size(); ++i) {
     const auto key = static_cast<InheritableKey>(i);
-    const PageTree::Given given = plan_->tree->FindAttribute(page, dictionary, key);
+    Arena arena;
+    PageTree::Given given = plan_->tree->FindAttribute(page, dictionary, key);
+    given.value = Inherited(given, key, arena);
     if (given.node != 0 && !given.value.IsNull()) {
       RewritePlan::Put(entries, kInheritablePageKeys[i], SharedText(given, key));
     }
   }
+}
+
+// The value that is given, as the plan changes it where it stands.
+Object RewritePass::Inherited(const PageTree::Given& given, InheritableKey key, Arena& arena) {
+  const auto entries = plan_->entries.find(plan_->tree->NumberOf(given));
+  if (given.node != 0 && entries != plan_->entries.end()) {
+    for (const RewritePlan::Entry& entry : entries->second) {
+      if (entry.key == kInheritablePageKeys[static_cast<std::size_t>(key)]) {
+        return entry.text ? RewritePlan::Parse(*entry.text, arena) : Object();
+      }
+    }
+  }
+  return given.value;
 }
 
 // A value that many pages have, which is written once, unless it is short.

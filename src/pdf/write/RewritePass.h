@@ -49,6 +49,7 @@ class RewritePass : private CopyChanges {
   Object PageDictionary(std::uint32_t number, Arena& arena);
   void PutInherited(RewritePlan::Entries& entries, const PageTree::Page& page,
                     const Object& dictionary);
+  Object Inherited(const PageTree::Given& given, InheritableKey key, Arena& arena);
   std::string SharedText(const PageTree::Given& given, InheritableKey key);
   FileTrailer Trailer();
 
