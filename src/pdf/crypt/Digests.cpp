@@ -40,4 +40,24 @@ Block<64> Sha512(std::string_view data) {
   return DigestOf<64>({data}, sha512_init, sha512_update, sha512_digest);
 }
 
+struct Sha256Sum::State {
+  sha256_ctx context;
+};
+
+Sha256Sum::Sha256Sum() : state_(std::make_unique<State>()) {
+  sha256_init(&state_->context);
+}
+
+Sha256Sum::~Sha256Sum() = default;
+
+void Sha256Sum::Add(std::string_view piece) {
+  sha256_update(&state_->context, piece.size(), Octets(piece));
+}
+
+Block<32> Sha256Sum::Take() {
+  Block<32> digest;
+  sha256_digest(&state_->context, digest.size(), digest.data());
+  return digest;
+}
+
 }  // namespace TarnixTools::pdf::crypt

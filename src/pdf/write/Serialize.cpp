@@ -129,7 +129,11 @@ void AppendScalar(std::string& out, const Object& value, const SerializeHooks& h
       AppendInteger(out, value.IntegerOr(0));
       break;
     case Object::Kind::kReal:
-      AppendToken(out, value.Text());
+      if (hooks.real) {
+        hooks.real(out, value.Text());
+      } else {
+        AppendToken(out, value.Text());
+      }
       break;
     case Object::Kind::kName:
       AppendName(out, value.Text());
@@ -172,7 +176,8 @@ void AppendObject(std::string& out, const Object& value, const SerializeHooks& h
   const auto begin = [&](const Object& v) {
     if (v.IsArray() || v.IsDictionary()) {
       out += v.IsArray() ? "[" : "<<";
-      open.push_back({v, 0});
+      const bool is_chosen = v.IsDictionary() && hooks.entries;
+      open.push_back({is_chosen ? Object::Dictionary(hooks.entries(v.Entries())) : v, 0});
     } else {
       AppendScalar(out, v, hooks);
     }

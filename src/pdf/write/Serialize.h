@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -27,13 +28,19 @@ void AppendName(std::string& out, std::string_view name);
 // Literal or hexadecimal, whichever is shorter; hexadecimal when asked for.
 void AppendString(std::string& out, std::string_view bytes, bool as_hex);
 
-// How references and strings are changed on the way.
+// How references, strings and other things are changed on the way.
 struct SerializeHooks {
   // Writes what stands for the reference; without it the reference is written as it is.
   std::function<void(std::string& out, Reference reference)> reference;
   // Whether the entry of a dictionary or the item of an array that is this reference is left out.
   std::function<bool(Reference reference)> leaves_out;
+  // What strings go through, which are all hexadecimal then.
   StringTransform* strings = nullptr;
+  // Writes a real number, which is given as it is written; without it that is what is written.
+  std::function<void(std::string& out, std::string_view text)> real;
+  // The entries of a dictionary that are written, in their order; they live until AppendObject
+  // returns. Without it they are written as they are.
+  std::function<std::span<const DictionaryEntry>(std::span<const DictionaryEntry>)> entries;
 };
 
 void AppendObject(std::string& out, const Object& value, const SerializeHooks& hooks = {});
