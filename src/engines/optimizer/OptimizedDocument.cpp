@@ -7,6 +7,11 @@
 
 #include "engines/optimizer/OptimizerFailure.h"
 #include "engines/optimizer/Signatures.h"
+#include "engines/optimizer/structure/DuplicateObjects.h"
+#include "engines/optimizer/structure/StreamRecoder.h"
+#include "engines/optimizer/structure/StripEntries.h"
+#include "engines/optimizer/structure/UnusedResources.h"
+#include "engines/optimizer/survey/DocumentSurvey.h"
 #include "engines/support/files/DiskFile.h"
 #include "engines/support/metadata/XmpPacket.h"
 #include "pdf/Error.h"
@@ -17,6 +22,8 @@ namespace TarnixTools::engines::optimizer {
 namespace {
 
 constexpr std::size_t kCopiedBlock = std::size_t{256} << 10;
+// What a byte of a compressed stream takes while it is coded again, more or less.
+constexpr std::uint64_t kDecodedPerByte = 6;
 
 std::shared_ptr<std::FILE> OpenFile(const platform::WidePath& path) {
   std::shared_ptr<std::FILE> file = OpenShared(path);
@@ -108,11 +115,49 @@ void OptimizedDocument::Rewrite(pdf::ByteSink& sink, const SaveOptions& options)
   pdf::DocumentRewriter rewriter(*document_);
   pdf::RewriteOptions rewriting = {.security = options.security, .keeps_id = true};
   KeepPages(rewriter);
+  Reduce(options.settings, rewriter);
   DropClaim(rewriter, rewriting);
   report_.Dropped(ReportedKind::kSignature, "does not hold in another file",
                   DropSignatures(*document_, rewriter));
+  RecodeStreams(rewriter);
   rewriter.Write(sink, rewriting);
   ReportDamage();
+}
+
+// What is left out goes first, so that no work is done on it.
+void OptimizedDocument::Reduce(const OptimizerSettings& settings, pdf::DocumentRewriter& rewriter) {
+  StripEntries(*document_, pages_, settings.strip, rewriter);
+  if (settings.optimizes_resources) {
+    RemoveUnusedResources(*document_, pages_, rewriter);
+  }
+  if (settings.removes_redundant_objects) {
+    MergeDuplicateObjects(*document_, pages_, {}, rewriter);
+  }
+  const DocumentSurvey survey(*document_, pages_);
+  images_.emplace(*document_, survey, settings);
+  images_->Run(rewriter, pool_);
+  images_->Apply(rewriter);
+  report_.images = images_->Figures();
+}
+
+// Streams that stay what they are, in fewer bytes.
+void OptimizedDocument::RecodeStreams(pdf::DocumentRewriter& rewriter) {
+  const std::vector<std::uint32_t> numbers = StreamsToRecode(*document_, {}, rewriter);
+  std::vector<std::optional<RecodedStream>> recoded(numbers.size());
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    if (std::optional<EncodedStream> encoded = ReadEncoded(*document_, numbers[i])) {
+      const std::uint64_t held = kDecodedPerByte * encoded->data.size();
+      pool_.Add(held, [encoded = *std::move(encoded), &result = recoded[i]] {
+        result = Recode(encoded);
+      });
+    }
+  }
+  pool_.Finish();
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    if (recoded[i]) {
+      PutRecoded(*document_, numbers[i], *std::move(recoded[i]), rewriter);
+    }
+  }
 }
 
 // Where the page tree has been put together, the tree of the file is not that of the document.

@@ -7,10 +7,13 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "engines/optimizer/OptimizerReport.h"
 #include "engines/optimizer/OptimizerSettings.h"
+#include "engines/optimizer/WorkPool.h"
+#include "engines/optimizer/images/ImagePass.h"
 #include "foundation/Platform.h"
 #include "pdf/crypt/Security.h"
 #include "pdf/file/ByteSink.h"
@@ -38,6 +41,8 @@ class OptimizedDocument {
 
  private:
   void Rewrite(pdf::ByteSink& sink, const SaveOptions& options);
+  void Reduce(const OptimizerSettings& settings, pdf::DocumentRewriter& rewriter);
+  void RecodeStreams(pdf::DocumentRewriter& rewriter);
   void KeepPages(pdf::DocumentRewriter& rewriter);
   void DropClaim(pdf::DocumentRewriter& rewriter, pdf::RewriteOptions& options);
   void ReportDamage();
@@ -49,6 +54,8 @@ class OptimizedDocument {
   std::unique_ptr<pdf::Document> document_;
   pdf::PageTree pages_;
   OptimizerReport report_;
+  std::optional<ImagePass> images_;  // of the saving that is going on
+  WorkPool pool_;                    // work in there uses the images
 };
 
 }  // namespace TarnixTools::engines::optimizer

@@ -50,15 +50,19 @@ bool ImagePass::HasCmykIntent() {
   });
 }
 
-void ImagePass::Run(WorkPool& pool) {
+void ImagePass::Run(pdf::DocumentRewriter& rewriter, WorkPool& pool) {
+  Placements drawn;
   for (const std::uint32_t number : survey_->Images()) {
-    Add(number, ImageRole::kDrawn, *survey_->PlacementOf(number), pool);
+    AddUse(drawn, rewriter.Successor(number), *survey_->PlacementOf(number));
+  }
+  for (const auto& [number, placement] : drawn) {
+    Add(number, ImageRole::kDrawn, placement, rewriter, pool);
   }
   for (const auto& [number, placement] : soft_masks_) {
-    Add(number, ImageRole::kSoftMask, placement, pool);
+    Add(number, ImageRole::kSoftMask, placement, rewriter, pool);
   }
   for (const auto& [number, placement] : stencil_masks_) {
-    Add(number, ImageRole::kStencilMask, placement, pool);
+    Add(number, ImageRole::kStencilMask, placement, rewriter, pool);
   }
   pool.Finish();
   KeepPairsTogether();
@@ -82,34 +86,31 @@ void ImagePass::KeepPairsTogether() {
   }
 }
 
-// A mask is seen as large as what it masks.
-void ImagePass::AddMask(Placements& masks, std::uint32_t number,
-                        const ImagePlacement& placement) const {
-  if (number == 0) {
-    return;
-  }
-  const auto [place, is_new] = masks.try_emplace(number, placement);
-  ImagePlacement& mask = place->second;
-  if (!is_new) {
-    mask.width_points = std::max(mask.width_points, placement.width_points);
-    mask.height_points = std::max(mask.height_points, placement.height_points);
-    mask.is_known = mask.is_known && placement.is_known;
+// number: 0 for none.
+void ImagePass::AddUse(Placements& placements, std::uint32_t number,
+                       const ImagePlacement& placement) {
+  if (number != 0) {
+    const auto [place, is_new] = placements.try_emplace(number, placement);
+    if (!is_new) {
+      place->second.Include(placement);
+    }
   }
 }
 
 void ImagePass::Add(std::uint32_t number, ImageRole role, const ImagePlacement& placement,
-                    WorkPool& pool) {
+                    pdf::DocumentRewriter& rewriter, WorkPool& pool) {
   const auto [place, is_new] = entries_.try_emplace(number);
   if (!is_new) {
     return;
   }
   ImageInput input = ReadImage(*document_, number, role, placement, goals_);
+  // A mask is seen as large as what it masks.
   if (role == ImageRole::kDrawn) {
-    AddMask(soft_masks_, input.soft_mask, placement);
-    AddMask(stencil_masks_, input.stencil_mask, placement);
+    AddUse(soft_masks_, rewriter.Successor(input.soft_mask), placement);
+    AddUse(stencil_masks_, rewriter.Successor(input.stencil_mask), placement);
   }
   if (role == ImageRole::kDrawn && input.has_matte) {
-    place->second.matte_mask = input.soft_mask;
+    place->second.matte_mask = rewriter.Successor(input.soft_mask);
   }
   place->second.bytes_before = input.encoded_bytes;
   place->second.outcome.kind =
@@ -186,15 +187,10 @@ std::string ImagePass::DictionaryOf(std::uint32_t number, const CodedPicture& co
   return text + ">>";
 }
 
-bool ImagePass::Changes(std::uint32_t number) const {
-  const auto found = entries_.find(number);
-  return found != entries_.end() && found->second.outcome.coded.has_value();
-}
-
-OptimizerReport ImagePass::report() const {
-  OptimizerReport report;
+std::array<ClassFigures, kImageClassCount> ImagePass::Figures() const {
+  std::array<ClassFigures, kImageClassCount> all{};
   for (const auto& [number, entry] : entries_) {
-    ClassFigures& figures = report.images[static_cast<std::size_t>(entry.outcome.kind)];
+    ClassFigures& figures = all[static_cast<std::size_t>(entry.outcome.kind)];
     ++figures.images;
     figures.bytes_before += entry.bytes_before;
     figures.bytes_after +=
@@ -203,7 +199,7 @@ OptimizerReport ImagePass::report() const {
       ++figures.left_alone[static_cast<std::size_t>(*entry.outcome.left_alone)];
     }
   }
-  return report;
+  return all;
 }
 
 }  // namespace TarnixTools::engines::optimizer

@@ -2,9 +2,9 @@
 // places of those that they come from.
 //
 //   ImagePass pass(document, survey, settings);
-//   pass.Run(pool);
+//   pass.Run(rewriter, pool);
 //   pass.Apply(rewriter);
-//   const OptimizerReport report = pass.report();
+//   report.images = pass.Figures();
 #ifndef TARNIX_ENGINES_OPTIMIZER_IMAGES_IMAGEPASS_H_
 #define TARNIX_ENGINES_OPTIMIZER_IMAGES_IMAGEPASS_H_
 
@@ -30,17 +30,15 @@ class ImagePass {
   ImagePass(pdf::Document& document, const DocumentSurvey& survey,
             const OptimizerSettings& settings);
 
-  // Reads the images on this thread and codes them on those of the pool. Throws pdf::Error for a
-  // document that cannot be read any more.
-  void Run(WorkPool& pool);
+  // Reads the images on this thread and codes them on those of the pool; not those that the rewriter
+  // leaves out or takes others for. Throws pdf::Error for a document that cannot be read any more.
+  void Run(pdf::DocumentRewriter& rewriter, WorkPool& pool);
 
   // Tells the rewriter of the images that have become smaller. The pass outlives the writing.
   void Apply(pdf::DocumentRewriter& rewriter);
 
-  // Whether the image's data is another now.
-  bool Changes(std::uint32_t number) const;
-
-  OptimizerReport report() const;
+  // By ImageClass.
+  std::array<ClassFigures, kImageClassCount> Figures() const;
 
  private:
   struct Entry {
@@ -52,8 +50,9 @@ class ImagePass {
   using Placements = std::map<std::uint32_t, ImagePlacement>;
 
   bool HasCmykIntent();
-  void AddMask(Placements& masks, std::uint32_t number, const ImagePlacement& placement) const;
-  void Add(std::uint32_t number, ImageRole role, const ImagePlacement& placement, WorkPool& pool);
+  static void AddUse(Placements& placements, std::uint32_t number, const ImagePlacement& placement);
+  void Add(std::uint32_t number, ImageRole role, const ImagePlacement& placement,
+           pdf::DocumentRewriter& rewriter, WorkPool& pool);
   void Start(Entry& entry, ImageInput input, WorkPool& pool) const;
   void KeepPairsTogether();
   std::string DictionaryOf(std::uint32_t number, const CodedPicture& coded,

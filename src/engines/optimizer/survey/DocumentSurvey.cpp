@@ -38,12 +38,20 @@ std::optional<pdf::Matrix> InverseOf(const pdf::Matrix& m) {
                      (m.b * m.e - m.a * m.f) / area};
 }
 
-void Include(pdf::Box& around, const pdf::Box& box) {
+void AddTo(pdf::Box& around, const pdf::Box& box) {
   around = {std::min(around.left, box.left), std::min(around.bottom, box.bottom),
             std::max(around.right, box.right), std::max(around.top, box.top)};
 }
 
 }  // namespace
+
+void ImagePlacement::Include(const ImagePlacement& other) {
+  width_points = std::max(width_points, other.width_points);
+  height_points = std::max(height_points, other.height_points);
+  AddTo(shown, other.shown);
+  is_known = is_known && other.is_known;
+  has_default_spaces = has_default_spaces || other.has_default_spaces;
+}
 
 DocumentSurvey::DocumentSurvey(pdf::Document& document, const pdf::PageTree& pages,
                                pdf::ContentVisitor* text)
@@ -121,7 +129,7 @@ void DocumentSurvey::DrawImage(const pdf::ImageUse& image) {
   const pdf::Box clip = image.state.clip.box.Within(page_);
   const pdf::Box shown = clip.IsEmpty() ? pdf::Box{} : clip.Through(*inverse).Within(kUnitSquare);
   if (!shown.IsEmpty()) {
-    Include(placement.shown, shown);
+    AddTo(placement.shown, shown);
   }
 }
 

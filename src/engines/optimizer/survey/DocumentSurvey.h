@@ -22,6 +22,8 @@ namespace TarnixTools::engines::optimizer {
 
 // All uses of an image together.
 struct ImagePlacement {
+  void Include(const ImagePlacement& other);
+
   double width_points = 0;  // of the largest use, along the image's own sides
   double height_points = 0;
   pdf::Box shown{1, 1, 0, 0};  // of the unit square that the image fills, around what all uses show
