@@ -100,6 +100,7 @@ class TARNIX_EXPORT PdfCompressTask : public PdfTask {
   // is a name for them. The prefix is "compressed" at first, and an empty one is ignored.
   void SetOutPrefix(const std::string& prefix);
 
+  // The task's own text: a host that empties it directly gives outputs the documents' own names.
   std::string& GetOutPrefix() { return out_prefix_; }
 
   // A file name to be put behind the output directory as it stands: no extension is added. It holds
@@ -107,6 +108,7 @@ class TARNIX_EXPORT PdfCompressTask : public PdfTask {
   // one goes back to the names made of the prefix.
   void SetOutPdfName(const std::string& name);
 
+  // As it was set; empty, as at first, for names made of the prefix.
   std::string& GetOutPdfName() { return out_pdf_name_; }
 
   // The size of the outputs in percent of that of their documents; 0 before the first. It is a
