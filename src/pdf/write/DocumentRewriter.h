@@ -39,7 +39,8 @@ namespace TarnixTools::pdf {
 struct RewriteOptions {
   const Security* security = nullptr;  // made by Security::Create; null: not encrypted
   FileLayout layout = FileLayout::kObjectStreams;
-  std::string version;    // for the header; empty: 2.0 for a document of that version, else 1.7
+  std::string version;  // for the header; empty: 2.0 for a document of that version, else 1.7
+  Packing packing = Packing::kFast;
   bool keeps_id = false;  // the first of the two identifiers, which all versions have in common
 };
 

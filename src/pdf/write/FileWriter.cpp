@@ -19,12 +19,24 @@ namespace TarnixTools::pdf {
 namespace {
 
 constexpr std::size_t kBufferSize = std::size_t{256} << 10;
-constexpr std::size_t kMaxMembers = 200;
-constexpr std::size_t kMaxMemberText = std::size_t{64} << 10;
-// Object streams are written once and read often, but most of a job's time would go into higher
-// levels.
-constexpr int kObjectStreamLevel = 1;
-constexpr int kCrossReferenceLevel = 6;
+
+struct PackingFacts {
+  std::size_t max_members;
+  std::size_t max_text;  // bytes of an object stream before it is deflated
+  int level;             // of libdeflate, for object streams
+  int cross_reference_level;
+};
+
+// Object streams are written once and read often, but most of a fast job's time would go into higher
+// levels. Longer ones gain a tenth of a per cent of a file, and longer still hardly anything, while
+// readers have to inflate one for a single object.
+constexpr PackingFacts kFastPacking = {200, std::size_t{64} << 10, 1, 6};
+constexpr PackingFacts kDensePacking = {500, std::size_t{256} << 10, 12, 12};
+
+constexpr const PackingFacts& FactsOf(Packing packing) {
+  return packing == Packing::kDense ? kDensePacking : kFastPacking;
+}
+
 constexpr std::uint64_t kMaxTableOffset = 9'999'999'999;  // ten digits
 constexpr std::uint64_t kUnknownLength = std::numeric_limits<std::uint64_t>::max();
 
@@ -92,6 +104,7 @@ FileWriter::FileWriter(ByteSink& sink, const Security* security, const FileForma
     : sink_(&sink),
       security_(security),
       layout_(format.layout),
+      packing_(format.packing),
       is_pdf_2_(security != nullptr || format.version.starts_with("2.")),
       digest_(std::make_unique<Digest>()),
       places_(1, 0) {
@@ -129,7 +142,8 @@ void FileWriter::WriteObject(std::uint32_t number, std::string_view body) {
   member_text_ += body;
   member_text_ += '\n';
   members_.push_back(number);
-  if (members_.size() >= kMaxMembers || member_text_.size() >= kMaxMemberText) {
+  const PackingFacts& packing = FactsOf(packing_);
+  if (members_.size() >= packing.max_members || member_text_.size() >= packing.max_text) {
     FlushObjectStream();
   }
 }
@@ -158,7 +172,7 @@ void FileWriter::FlushObjectStream() {
   const std::size_t first = member_table_.size();
   member_table_ += member_text_;
   std::string data;
-  DeflateTo(data, member_table_, kObjectStreamLevel);
+  DeflateTo(data, member_table_, FactsOf(packing_).level);
   std::string dictionary = "<</Type/ObjStm/N";
   AppendInteger(dictionary, static_cast<std::int64_t>(members_.size()));
   dictionary += "/First";
@@ -421,7 +435,7 @@ void FileWriter::WriteCrossReferenceStream(const FileTrailer& trailer, std::uint
     ++offset_width;
   }
   std::string data;
-  DeflateTo(data, CrossReferenceData(self, offset_width), kCrossReferenceLevel);
+  DeflateTo(data, CrossReferenceData(self, offset_width), FactsOf(packing_).cross_reference_level);
   // The cross-reference itself is never encrypted.
   PutObjectStart(self);
   Put("<</Type/XRef");

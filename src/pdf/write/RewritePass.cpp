@@ -27,7 +27,9 @@ constexpr std::array<std::string_view, 18> kFileKeys = {
 
 FileFormat FormatOf(Document& document, const RewriteOptions& options) {
   const std::string version = DocumentVersion(document) >= 20 ? "2.0" : "1.7";
-  return {.layout = options.layout, .version = options.version.empty() ? version : options.version};
+  return {.layout = options.layout,
+          .version = options.version.empty() ? version : options.version,
+          .packing = options.packing};
 }
 
 std::string ReferenceText(std::uint32_t number) {

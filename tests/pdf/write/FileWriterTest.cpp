@@ -71,6 +71,13 @@ void ExpectReadable(const Written& written, std::string_view password, int fille
   EXPECT_FALSE(document->is_rebuilt());
 }
 
+TEST(FileWriter, PacksObjectsDenselyWhenAsked) {
+  const Written fast = Write(nullptr, 3000);
+  const Written dense = Write(nullptr, 3000, {.packing = Packing::kDense});
+  ExpectReadable(dense, "", 3000);
+  EXPECT_LT(dense.bytes.size(), fast.bytes.size());
+}
+
 TEST(FileWriter, WritesWhatTheReaderReads) {
   ExpectReadable(Write(nullptr, 0), "", 0);
   ExpectReadable(Write(nullptr, 5000), "", 5000);
