@@ -36,7 +36,7 @@ struct LevelOfSize {
 };
 
 constexpr std::array<LevelOfSize, 3> kLevels = {
-    {{std::size_t{64} << 10, 12}, {std::size_t{16} << 20, 10}, {~std::size_t{0}, 6}}};
+    {{std::size_t{512} << 10, 12}, {std::size_t{16} << 20, 10}, {~std::size_t{0}, 6}}};
 
 int LevelFor(std::size_t bytes) {
   return std::find_if(kLevels.begin(), kLevels.end(),
