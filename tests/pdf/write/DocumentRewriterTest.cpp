@@ -72,10 +72,8 @@ TEST(DocumentRewriter, LeavesOlderVersionsBehind) {
 }
 
 TEST(DocumentRewriter, TellsWhatItWasTold) {
-  RewriteCase test(Owning("[5 0 R 6 0 R 7 0 R]")
-                       .Object(5, "<</A 1/B 2>>")
-                       .Object(6, "<</A 6>>")
-                       .Object(7, "7"));
+  RewriteCase test(
+      Owning("[5 0 R 6 0 R 7 0 R]").Object(5, "<</A 1/B 2>>").Object(6, "<</A 6>>").Object(7, "7"));
   DocumentRewriter& rewriter = test.rewriter();
   const auto text = [&](std::uint32_t number) {
     Arena arena;
