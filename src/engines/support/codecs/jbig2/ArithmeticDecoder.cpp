@@ -3,7 +3,6 @@
 #include <limits>
 
 #include "engines/support/codecs/jbig2/Jbig2Limits.h"
-#include "engines/support/codecs/jbig2/QeTable.h"
 
 namespace TarnixTools::engines::jbig2 {
 namespace {

@@ -14,6 +14,8 @@
 #include <string_view>
 #include <vector>
 
+#include "engines/support/codecs/jbig2/QeTable.h"
+
 namespace TarnixTools::engines::jbig2 {
 
 // Data that makes no sense, or would take too much.
@@ -35,14 +37,6 @@ class Budget {
  private:
   std::uint64_t left_;
 };
-
-// What has been learnt about the decisions of one context, CX in the standard; all zero at first.
-struct Context {
-  std::uint8_t index = 0;  // of a row of kQeTable, I(CX)
-  std::uint8_t mps = 0;    // the more probable symbol, MPS(CX): 0 or 1
-};
-
-using Contexts = std::vector<Context>;
 
 // The MQ decoder: one for all that the data of a segment holds, whatever contexts it is asked for.
 class ArithmeticDecoder {

@@ -69,10 +69,6 @@ constexpr std::array<DrawnPixel, 10> kTemplate3 = {{{-3, -1},
 constexpr std::array<std::span<const DrawnPixel>, 4> kTemplates = {kTemplate0, kTemplate1,
                                                                    kTemplate2, kTemplate3};
 
-// The contexts of the decision SLTP: whether LTP changes, which says that a row is like the one above
-// (figures 8 to 11).
-constexpr std::array<std::uint32_t, 4> kTypicalContexts = {0x9B25, 0x0795, 0x00E5, 0x0195};
-
 std::vector<TemplatePixel> PixelsOf(const GenericRegion& region) {
   std::vector<TemplatePixel> pixels;
   for (const DrawnPixel& drawn : kTemplates[static_cast<std::size_t>(region.template_number)]) {

@@ -1,12 +1,21 @@
-// How a context's estimate of the probability of its next decision changes (ISO/IEC 14492, table
-// E.1).
+// The contexts of the arithmetic coder, and how a context's estimate of the probability of its next
+// decision changes (ISO/IEC 14492, annex E and table E.1).
 #ifndef TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_QETABLE_H_
 #define TARNIX_ENGINES_SUPPORT_CODECS_JBIG2_QETABLE_H_
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 namespace TarnixTools::engines::jbig2 {
+
+// What has been learnt about the decisions of one context, CX in the standard; all zero at first.
+struct Context {
+  std::uint8_t index = 0;  // of a row of kQeTable, I(CX)
+  std::uint8_t mps = 0;    // the more probable symbol, MPS(CX): 0 or 1
+};
+
+using Contexts = std::vector<Context>;
 
 // One row of the table.
 struct QeRow {

@@ -39,7 +39,12 @@ struct GenericRegion {
   const Bitmap* skip = nullptr;     // SKIP: pixels that are not coded, and are 0; null for none
 };
 
-// Contexts for generic regions of any template.
+// The contexts of the decision SLTP, by the number of the template: whether LTP changes, which says
+// that a row is like the one above (figures 8 to 11).
+inline constexpr std::array<std::uint32_t, 4> kTypicalContexts = {0x9B25, 0x0795, 0x00E5, 0x0195};
+
+// Contexts for generic regions of any template: by the values of its pixels, from the highest bit on
+// row by row.
 Contexts GenericContexts();
 
 Bitmap DecodeGenericRegion(const GenericRegion& region, ArithmeticDecoder& decoder,
