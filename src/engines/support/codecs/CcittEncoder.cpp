@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cstring>
 
+#include "engines/support/codecs/BitRows.h"
 #include "engines/support/codecs/CcittCodes.h"
 
 namespace TarnixTools::engines {
@@ -57,18 +57,6 @@ constexpr std::array<Code, 7> kVertical = {Read("0000010"), Read("000010"), Read
 // Copies of the number of columns behind the changes of a row: one looks two changes ahead of one
 // that may itself be a step behind the last.
 constexpr std::size_t kLookAhead = 4;
-
-std::uint64_t LoadBig(const std::uint8_t* bytes, std::size_t count) {
-  std::uint64_t word = 0;
-  if (count >= 8) {
-    std::memcpy(&word, bytes, 8);
-    return std::endian::native == std::endian::little ? __builtin_bswap64(word) : word;
-  }
-  for (std::size_t i = 0; i < count; ++i) {
-    word |= static_cast<std::uint64_t>(bytes[i]) << (56 - 8 * i);
-  }
-  return word;
-}
 
 }  // namespace
 
