@@ -21,6 +21,8 @@
 #include "engines/support/codecs/Jbig2Decoder.h"
 #include "engines/support/codecs/jbig2/ArithmeticDecoder.h"
 #include "engines/support/codecs/jbig2/QeTable.h"
+#include "support/PnmImage.h"
+#include "support/RawPdf.h"
 #include "support/TestImages.h"
 
 namespace TarnixTools::testing::jbig2 {
@@ -298,6 +300,30 @@ inline Picture Decoded(const std::string& data, int width, int height,
         row_bytes * static_cast<std::size_t>(y) + static_cast<std::size_t>(x / 8);
     return (static_cast<unsigned char>(decoded->rows[at]) >> (7 - x % 8) & 1) == 0;
   });
+}
+
+// A document with one page that the picture covers, a point for each pixel.
+inline std::string DocumentOf(const std::string& data, int width, int height) {
+  const std::string sides[] = {std::to_string(width), std::to_string(height)};
+  std::string page = "/MediaBox[0 0 " + sides[0] + ' ' + sides[1] + ']';
+  page += "/Contents 9 0 R/Resources<</XObject<</I 10 0 R>>>>";
+  return RawPdf()
+      .Pages(1, page)
+      .Stream(9, "", sides[0] + " 0 0 " + sides[1] + " 0 0 cm /I Do")
+      .Stream(10,
+              "/Type/XObject/Subtype/Image/ColorSpace/DeviceGray/BitsPerComponent 1"
+              "/Filter/JBIG2Decode/Width " +
+                  sides[0] + "/Height " + sides[1],
+              data)
+      .Table();
+}
+
+// What poppler decodes; nothing where it does not.
+inline Picture DecodedByPoppler(const std::string& data, int width, int height) {
+  const PnmImage image = ImageByPoppler(DocumentOf(data, width, height));
+  return image.width != width || image.height != height
+             ? Picture()
+             : Painted(width, height, [&](int x, int y) { return image.At(x, y)[0] == 0; });
 }
 
 }  // namespace TarnixTools::testing::jbig2

@@ -8,8 +8,6 @@
 #include "engines/support/codecs/CcittEncoder.h"
 #include "engines/support/codecs/Jbig2Coder.h"
 #include "engines/support/codecs/Jbig2Decoder.h"
-#include "support/PnmImage.h"
-#include "support/RawPdf.h"
 #include "support/Readers.h"
 
 namespace TarnixTools::engines {
@@ -24,21 +22,6 @@ constexpr int kIntermediateGenericRegion = 36;
 constexpr int kRefinementRegion = 42;
 constexpr int kPatternDictionary = 16;
 constexpr int kHalftoneRegion = 22;
-
-// The picture as poppler decodes it.
-Picture DecodedByPoppler(const std::string& data, int width, int height) {
-  testing::RawPdf file;
-  file.Pages(1, "/MediaBox[0 0 9 9]/Contents 9 0 R/Resources<</XObject<</I 10 0 R>>>>")
-      .Stream(9, "", "/I Do")
-      .Stream(10,
-              "/Subtype/Image/ColorSpace/DeviceGray/BitsPerComponent 1/Filter/JBIG2Decode/Width " +
-                  std::to_string(width) + "/Height " + std::to_string(height),
-              data);
-  const testing::PnmImage image = testing::ImageByPoppler(file.Table());
-  return image.width != width || image.height != height
-             ? Picture()
-             : Painted(width, height, [&](int x, int y) { return image.At(x, y)[0] == 0; });
-}
 
 // Where poppler is no judge: it takes another context for the typical prediction of refinements
 // than MuPDF, which reads what stands here for template 0, and draws nothing where places are

@@ -10,6 +10,9 @@ namespace TarnixTools::engines::jbig2::limits {
 // Pixels of one bitmap.
 inline constexpr std::uint64_t kMaxPixels = std::uint64_t{160} << 20;
 
+// Pixels a side of a picture that is encoded: PDFium decodes none with more.
+inline constexpr std::uint32_t kMaxEncodedSide = 65'535;
+
 // Segments of the data.
 inline constexpr std::size_t kMaxSegments = 100'000;
 
