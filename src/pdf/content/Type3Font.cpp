@@ -1,7 +1,6 @@
 #include "pdf/content/Type3Font.h"
 
-#include <string_view>
-
+#include "pdf/content/Differences.h"
 #include "pdf/file/NumberArrays.h"
 
 namespace TarnixTools::pdf {
@@ -29,17 +28,7 @@ ResourceScope Type3Font::ScopeFor(const ResourceScope& user) const {
 void Type3Font::ReadGlyphs(Document& document, const Object& font) {
   Arena arena;
   const auto resolve = [&](const Object& value) { return document.Resolve(value, arena); };
-  std::array<std::string_view, kCodes> names;
-  std::int64_t code = 0;
-  const Object encoding = resolve(font.Get("Encoding"));
-  for (const Object& item : resolve(encoding.Get("Differences")).Items()) {
-    const Object value = resolve(item);
-    if (value.IsNumber()) {
-      code = value.IntegerOr(kCodes);
-    } else if (value.IsName() && code >= 0 && code < kCodes) {
-      names[static_cast<std::size_t>(code++)] = value.Text();
-    }
-  }
+  const auto names = ReadDifferences(document, resolve(font.Get("Encoding")), arena);
   const Object procedures = resolve(font.Get("CharProcs"));
   for (std::size_t i = 0; i < names.size(); ++i) {
     glyphs_[i] = names[i].empty() ? 0 : document.Follow(procedures.Get(names[i]), arena).number;
