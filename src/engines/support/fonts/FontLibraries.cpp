@@ -44,6 +44,7 @@ Fontconfig LoadFontconfig() {
 HarfBuzz LoadHarfBuzz() {
   const Library library("libharfbuzz.so.0");
   HarfBuzz table;
+  TARNIX_RESOLVE(hb_blob_create);
   TARNIX_RESOLVE(hb_blob_create_from_file_or_fail);
   TARNIX_RESOLVE(hb_blob_destroy);
   TARNIX_RESOLVE(hb_blob_get_data);
@@ -57,6 +58,8 @@ HarfBuzz LoadHarfBuzz() {
   TARNIX_RESOLVE(hb_buffer_set_direction);
   TARNIX_RESOLVE(hb_buffer_set_flags);
   TARNIX_RESOLVE(hb_buffer_set_script);
+  TARNIX_RESOLVE(hb_face_builder_add_table);
+  TARNIX_RESOLVE(hb_face_builder_create);
   TARNIX_RESOLVE(hb_face_count);
   TARNIX_RESOLVE(hb_face_create);
   TARNIX_RESOLVE(hb_face_destroy);
@@ -101,6 +104,23 @@ HarfBuzzSubset LoadHarfBuzzSubset() {
   return table;
 }
 
+FreeType LoadFreeType() {
+  const Library library("libfreetype.so.6");
+  FreeType table;
+  TARNIX_RESOLVE(FT_Done_Face);
+  TARNIX_RESOLVE(FT_Done_FreeType);
+  TARNIX_RESOLVE(FT_Get_Char_Index);
+  TARNIX_RESOLVE(FT_Get_First_Char);
+  TARNIX_RESOLVE(FT_Get_Glyph_Name);
+  TARNIX_RESOLVE(FT_Get_Next_Char);
+  TARNIX_RESOLVE(FT_Init_FreeType);
+  TARNIX_RESOLVE(FT_Load_Glyph);
+  TARNIX_RESOLVE(FT_Load_Sfnt_Table);
+  TARNIX_RESOLVE(FT_New_Memory_Face);
+  TARNIX_RESOLVE(FT_Set_Charmap);
+  return table;
+}
+
 FriBidi LoadFriBidi() {
   const Library library("libfribidi.so.0");
   FriBidi table;
@@ -126,6 +146,11 @@ const HarfBuzz& HarfBuzz::Get() {
 
 const HarfBuzzSubset& HarfBuzzSubset::Get() {
   static const HarfBuzzSubset table = LoadHarfBuzzSubset();
+  return table;
+}
+
+const FreeType& FreeType::Get() {
+  static const FreeType table = LoadFreeType();
   return table;
 }
 

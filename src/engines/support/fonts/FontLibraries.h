@@ -10,6 +10,8 @@
 #define TARNIX_ENGINES_SUPPORT_FONTS_FONTLIBRARIES_H_
 
 #include <fontconfig/fontconfig.h>
+#include <freetype/freetype.h>
+#include <freetype/tttables.h>
 #include <fribidi.h>
 #include <hb-ot.h>
 #include <hb-subset.h>
@@ -50,6 +52,7 @@ struct Fontconfig {
 struct HarfBuzz {
   static const HarfBuzz& Get();
 
+  TARNIX_FUNCTION(hb_blob_create);
   TARNIX_FUNCTION(hb_blob_create_from_file_or_fail);
   TARNIX_FUNCTION(hb_blob_destroy);
   TARNIX_FUNCTION(hb_blob_get_data);
@@ -63,6 +66,8 @@ struct HarfBuzz {
   TARNIX_FUNCTION(hb_buffer_set_direction);
   TARNIX_FUNCTION(hb_buffer_set_flags);
   TARNIX_FUNCTION(hb_buffer_set_script);
+  TARNIX_FUNCTION(hb_face_builder_add_table);
+  TARNIX_FUNCTION(hb_face_builder_create);
   TARNIX_FUNCTION(hb_face_count);
   TARNIX_FUNCTION(hb_face_create);
   TARNIX_FUNCTION(hb_face_destroy);
@@ -103,6 +108,22 @@ struct HarfBuzzSubset {
   TARNIX_FUNCTION(hb_subset_input_set);
   TARNIX_FUNCTION(hb_subset_input_set_flags);
   TARNIX_FUNCTION(hb_subset_or_fail);
+};
+
+struct FreeType {
+  static const FreeType& Get();
+
+  TARNIX_FUNCTION(FT_Done_Face);
+  TARNIX_FUNCTION(FT_Done_FreeType);
+  TARNIX_FUNCTION(FT_Get_Char_Index);
+  TARNIX_FUNCTION(FT_Get_First_Char);
+  TARNIX_FUNCTION(FT_Get_Glyph_Name);
+  TARNIX_FUNCTION(FT_Get_Next_Char);
+  TARNIX_FUNCTION(FT_Init_FreeType);
+  TARNIX_FUNCTION(FT_Load_Glyph);
+  TARNIX_FUNCTION(FT_Load_Sfnt_Table);
+  TARNIX_FUNCTION(FT_New_Memory_Face);
+  TARNIX_FUNCTION(FT_Set_Charmap);
 };
 
 struct FriBidi {
