@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "engines/support/fonts/CffCharset.h"
-#include "engines/support/fonts/FontLibraries.h"
+#include "engines/support/fonts/HarfBuzzObjects.h"
 
 namespace TarnixTools::engines::fonts {
 
@@ -31,33 +31,6 @@ int Signed16(std::string_view table, std::size_t offset) {
   return static_cast<std::int16_t>(Unsigned16(table, offset));
 }
 
-constexpr hb_tag_t TagOf(const char (&tag)[5]) {
-  return HB_TAG(tag[0], tag[1], tag[2], tag[3]);
-}
-
-// Bytes that HarfBuzz keeps.
-class Blob {
- public:
-  explicit Blob(hb_blob_t* blob) : blob_(blob) {}
-
-  Blob(hb_face_t* face, const char (&tag)[5])
-      : Blob(HarfBuzz::Get().hb_face_reference_table(face, TagOf(tag))) {}
-
-  ~Blob() { HarfBuzz::Get().hb_blob_destroy(blob_); }
-
-  Blob(const Blob&) = delete;
-  Blob& operator=(const Blob&) = delete;
-
-  std::string_view bytes() const {
-    unsigned length = 0;
-    const char* data = HarfBuzz::Get().hb_blob_get_data(blob_, &length);
-    return data == nullptr ? std::string_view() : std::string_view(data, length);
-  }
-
- private:
-  hb_blob_t* blob_;
-};
-
 // Without tables of variations, what is left is one instance: the default one unless another has
 // been asked for.
 bool IsKept(std::uint32_t tag, OutlineKind kind) {
@@ -73,17 +46,11 @@ bool IsKept(std::uint32_t tag, OutlineKind kind) {
 
 // Adds the tables that a subset does without to the set.
 void DropTables(hb_face_t* face, OutlineKind kind, hb_set_t* dropped) {
-  const HarfBuzz& hb = HarfBuzz::Get();
-  std::array<hb_tag_t, 64> tags{};
-  auto count = static_cast<unsigned>(tags.size());
-  for (unsigned first = 0; count == tags.size(); first += count) {
-    hb.hb_face_get_table_tags(face, first, &count, tags.data());
-    for (unsigned i = 0; i < count; ++i) {
-      if (!IsKept(tags[i], kind)) {
-        hb.hb_set_add(dropped, tags[i]);
-      }
+  ForEachTable(face, [&](hb_tag_t tag) {
+    if (!IsKept(tag, kind)) {
+      HarfBuzz::Get().hb_set_add(dropped, tag);
     }
-  }
+  });
 }
 
 }  // namespace
@@ -282,11 +249,11 @@ std::uint32_t FontFace::CidOf(std::uint32_t glyph) const {
 std::string FontFace::Subset(const std::set<std::uint32_t>& glyphs) const {
   const HarfBuzz& hb = HarfBuzz::Get();
   const HarfBuzzSubset& subset = HarfBuzzSubset::Get();
-  hb_subset_input_t* input = subset.hb_subset_input_create_or_fail();
+  const SubsetInputPtr input(subset.hb_subset_input_create_or_fail());
   if (input == nullptr) {
     return {};
   }
-  hb_set_t* kept = subset.hb_subset_input_glyph_set(input);
+  hb_set_t* kept = subset.hb_subset_input_glyph_set(input.get());
   if (embedding_right_ == EmbeddingRight::kWholeOnly) {
     hb.hb_set_add_range(kept, 0, glyph_count() - 1);
   }
@@ -294,23 +261,21 @@ std::string FontFace::Subset(const std::set<std::uint32_t>& glyphs) const {
     hb.hb_set_add(kept, glyph);
   }
   DropTables(face_, outline_kind_,
-             subset.hb_subset_input_set(input, HB_SUBSET_SETS_DROP_TABLE_TAG));
+             subset.hb_subset_input_set(input.get(), HB_SUBSET_SETS_DROP_TABLE_TAG));
   for (const Variation& variation : variations_) {
-    subset.hb_subset_input_pin_axis_location(input, face_, variation.axis, variation.value);
+    subset.hb_subset_input_pin_axis_location(input.get(), face_, variation.axis, variation.value);
   }
   // Character identifiers stay what they are when glyphs move; glyph numbers have to be kept.
   const unsigned keeps_numbers =
       outline_kind_ == OutlineKind::kCffByCid ? 0U : unsigned{HB_SUBSET_FLAGS_RETAIN_GIDS};
-  subset.hb_subset_input_set_flags(input, HB_SUBSET_FLAGS_NO_HINTING | keeps_numbers);
-  hb_face_t* made = subset.hb_subset_or_fail(face_, input);
-  subset.hb_subset_input_destroy(input);
+  subset.hb_subset_input_set_flags(input.get(), HB_SUBSET_FLAGS_NO_HINTING | keeps_numbers);
+  const FacePtr made(subset.hb_subset_or_fail(face_, input.get()));
   if (made == nullptr) {
     return {};
   }
   const Blob program(outline_kind_ == OutlineKind::kTrueType
-                         ? hb.hb_face_reference_blob(made)
-                         : hb.hb_face_reference_table(made, TagOf("CFF ")));
-  hb.hb_face_destroy(made);
+                         ? hb.hb_face_reference_blob(made.get())
+                         : hb.hb_face_reference_table(made.get(), TagOf("CFF ")));
   return std::string(program.bytes());
 }
 
