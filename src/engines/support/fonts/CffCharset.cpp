@@ -9,6 +9,7 @@ namespace TarnixTools::engines::fonts {
 namespace {
 
 constexpr int kOperatorCharset = 15;
+constexpr int kOperatorCharStrings = 17;
 constexpr int kOperatorRos = 0x0C1E;  // 12 30
 
 class Reader {
@@ -72,6 +73,7 @@ class Reader {
 struct TopDictionary {
   bool is_cid_keyed = false;
   std::uint32_t charset = 0;
+  std::uint32_t char_strings = 0;
 };
 
 void SkipReal(Reader& reader) {
@@ -120,9 +122,18 @@ TopDictionary ReadTopDictionary(std::string_view bytes) {
       dictionary.is_cid_keyed = true;
     } else if (code == kOperatorCharset && operand > 0) {
       dictionary.charset = static_cast<std::uint32_t>(operand);
+    } else if (code == kOperatorCharStrings && operand > 0) {
+      dictionary.char_strings = static_cast<std::uint32_t>(operand);
     }
   }
   return dictionary;
+}
+
+TopDictionary FindTopDictionary(Reader& reader) {
+  reader.Take(2);  // version
+  reader.Seek(reader.Take(1));
+  reader.TakeIndex();  // names
+  return ReadTopDictionary(reader.TakeIndex());
 }
 
 // Format 0 lists identifiers, formats 1 and 2 ranges of them; glyph 0 is not in the list.
@@ -150,10 +161,7 @@ std::vector<std::uint16_t> ReadCids(Reader& reader, std::uint32_t glyph_count) {
 CffCharset ReadCffCharset(std::string_view cff, std::uint32_t glyph_count) {
   CffCharset charset;
   Reader reader(cff);
-  reader.Take(2);  // version
-  reader.Seek(reader.Take(1));
-  reader.TakeIndex();  // names
-  const TopDictionary top = ReadTopDictionary(reader.TakeIndex());
+  const TopDictionary top = FindTopDictionary(reader);
   charset.is_cid_keyed = top.is_cid_keyed && !reader.has_failed();
   // 0 to 2 are predefined charsets, which a CID-keyed font does not have.
   if (charset.is_cid_keyed && top.charset > 2) {
@@ -161,6 +169,14 @@ CffCharset ReadCffCharset(std::string_view cff, std::uint32_t glyph_count) {
     charset.cids = ReadCids(reader, glyph_count);
   }
   return charset;
+}
+
+std::uint32_t CffGlyphCount(std::string_view cff) {
+  Reader reader(cff);
+  const TopDictionary top = FindTopDictionary(reader);
+  reader.Seek(top.char_strings);
+  const std::uint32_t count = top.char_strings > 0 ? reader.Take(2) : 0;
+  return reader.has_failed() ? 0 : count;
 }
 
 }  // namespace TarnixTools::engines::fonts
