@@ -1,0 +1,59 @@
+// How the bytes of a shown string fall into codes, and which character identifiers codes of a
+// composite font select (ISO 32000-2, 9.7.5 and 9.7.6.3).
+//
+//   const auto map = CodeMap::Read(stream_bytes);
+//   std::uint32_t cid = map->CidOf(code);
+#ifndef TARNIX_ENGINES_SUPPORT_FONTS_CODEMAP_H_
+#define TARNIX_ENGINES_SUPPORT_FONTS_CODEMAP_H_
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace TarnixTools::engines::fonts {
+
+class CodeMap {
+ public:
+  // Codes of one byte, as simple fonts have them.
+  static CodeMap OneByte() { return CodeMap(1); }
+
+  // Codes of two bytes that are the identifiers: Identity-H and Identity-V.
+  static CodeMap Identity() { return CodeMap(2); }
+
+  // The map that a CMap file defines. Nothing where it is not sure what readers take it for: it
+  // builds on another one, its codes are of several lengths or its ranges overlap.
+  static std::optional<CodeMap> Read(std::string_view cmap);
+
+  int code_bytes() const { return code_bytes_; }
+
+  // Adds the codes of a string. False where they are not sure: bytes are left over, or are outside
+  // of what the map has codes for.
+  bool Split(std::string_view bytes, std::vector<std::uint32_t>& codes) const;
+
+  // 0 for a code that the map has no identifier for.
+  std::uint32_t CidOf(std::uint32_t code) const;
+
+ private:
+  struct Range {
+    std::uint32_t first = 0;
+    std::uint32_t last = 0;
+    std::uint32_t cid = 0;
+  };
+
+  class Reader;
+
+  explicit CodeMap(int code_bytes) : code_bytes_(code_bytes) {}
+
+  bool HasCode(std::uint32_t code) const;
+  bool SortRanges();
+
+  int code_bytes_ = 1;
+  bool is_identity_ = true;
+  std::vector<Range> spaces_;  // none where all codes are there
+  std::vector<Range> ranges_;  // in order
+};
+
+}  // namespace TarnixTools::engines::fonts
+
+#endif  // TARNIX_ENGINES_SUPPORT_FONTS_CODEMAP_H_
