@@ -1,0 +1,166 @@
+#include "engines/optimizer/fonts/StandardFonts.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engines/support/fonts/FontCatalog.h"
+#include "engines/support/fonts/FontProgram.h"
+#include "engines/support/fonts/GlyphFinder.h"
+#include "engines/support/fonts/HarfBuzzObjects.h"
+
+namespace TarnixTools::engines::optimizer {
+
+using fonts::DocumentFont;
+using fonts::FontProgram;
+using fonts::GlyphFinder;
+
+namespace {
+
+// In thousandths of the font's size.
+constexpr double kAdvanceTolerance = 1;
+constexpr double kExtentTolerance = 10;
+constexpr double kScale = 1000;
+
+struct StandardFont {
+  std::string_view name;
+  std::string_view family;  // with the same metrics
+  std::string_view style;
+};
+
+constexpr std::array<StandardFont, 12> kStandardFonts = {{
+    {"Courier", "Liberation Mono", "Regular"},
+    {"Courier-Bold", "Liberation Mono", "Bold"},
+    {"Courier-BoldOblique", "Liberation Mono", "Bold Italic"},
+    {"Courier-Oblique", "Liberation Mono", "Italic"},
+    {"Helvetica", "Liberation Sans", "Regular"},
+    {"Helvetica-Bold", "Liberation Sans", "Bold"},
+    {"Helvetica-BoldOblique", "Liberation Sans", "Bold Italic"},
+    {"Helvetica-Oblique", "Liberation Sans", "Italic"},
+    {"Times-Bold", "Liberation Serif", "Bold"},
+    {"Times-BoldItalic", "Liberation Serif", "Bold Italic"},
+    {"Times-Italic", "Liberation Serif", "Italic"},
+    {"Times-Roman", "Liberation Serif", "Regular"},
+}};
+
+// Without the six letters and the plus sign of a subset.
+std::string_view PlainName(std::string_view name) {
+  constexpr std::size_t kTagLength = 6;
+  const bool has_tag = name.size() > kTagLength && name[kTagLength] == '+' &&
+                       std::all_of(name.begin(), name.begin() + kTagLength,
+                                   [](char c) { return c >= 'A' && c <= 'Z'; });
+  return has_tag ? name.substr(kTagLength + 1) : name;
+}
+
+// The file of the installed face; empty for a font that is no standard one, and where there is none.
+std::string FileFor(std::string_view name) {
+  const auto* const found =
+      std::find_if(kStandardFonts.begin(), kStandardFonts.end(),
+                   [&](const StandardFont& font) { return font.name == PlainName(name); });
+  if (found == kStandardFonts.end()) {
+    return {};
+  }
+  const fonts::InstalledFace* face = fonts::FontCatalog::Get().Find(found->family, found->style);
+  const bool is_there = face != nullptr && face->family == found->family && face->index == 0 &&
+                        fonts::FontCatalog::HasStyle(*face, found->style);
+  return is_there ? face->file : std::string();
+}
+
+// What is measured of a glyph, in thousandths of the font's size.
+struct Measures {
+  double advance = 0;
+  std::optional<std::array<double, 4>> sides;  // none for a glyph that shows nothing
+};
+
+std::optional<Measures> MeasuresIn(FontProgram& program, std::uint32_t glyph) {
+  const auto shape = program.ShapeOf(glyph);
+  if (!shape || program.units_per_em() <= 0) {
+    return std::nullopt;
+  }
+  const double unit = kScale / program.units_per_em();
+  Measures measures{.advance = static_cast<double>(shape->advance) * unit, .sides = {}};
+  for (const fonts::GlyphShape::Point& point : shape->points) {
+    const double x = static_cast<double>(point.x) * unit;
+    const double y = static_cast<double>(point.y) * unit;
+    auto& sides = measures.sides;
+    sides = sides.value_or(std::array{x, y, x, y});
+    *sides = {std::min((*sides)[0], x), std::min((*sides)[1], y), std::max((*sides)[2], x),
+              std::max((*sides)[3], y)};
+  }
+  return measures;
+}
+
+bool Agree(const Measures& a, const Measures& b) {
+  if (std::abs(a.advance - b.advance) > kAdvanceTolerance ||
+      a.sides.has_value() != b.sides.has_value()) {
+    return false;
+  }
+  for (std::size_t i = 0; a.sides && i < a.sides->size(); ++i) {
+    if (std::abs((*a.sides)[i] - (*b.sides)[i]) > kExtentTolerance) {
+      return false;
+    }
+  }
+  return true;
+}
+
+// Whether the codes of one font show in the face what they show in the program.
+bool AgreesWith(FontProgram& face, FontProgram& program, const FontJob::Use& use) {
+  GlyphFinder finder(*use.font, program);
+  for (const std::uint32_t code : use.codes) {
+    const std::vector<std::uint32_t> glyphs = finder.GlyphsOf(code);
+    const std::string name = glyphs.empty() ? std::string() : program.NameOf(glyphs.front());
+    const auto byte = static_cast<std::uint8_t>(code);
+    const std::string_view said = use.font->GlyphNameOf(byte);
+    if (name.empty() ||
+        name != (said.empty() ? GlyphNameIn(fonts::BaseEncoding::kStandard, byte) : said)) {
+      return false;
+    }
+    const auto embedded = MeasuresIn(program, glyphs.front());
+    const auto installed = MeasuresIn(face, face.GlyphNamed(name));
+    const double width = use.font->WidthOf(byte).value_or(installed ? installed->advance : 0);
+    if (!embedded || !installed || !Agree(*embedded, *installed) ||
+        std::abs(width - installed->advance) > kAdvanceTolerance) {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool IsStandardUse(FontProgram& program, const FontJob::Use& use) {
+  const DocumentFont& font = *use.font;
+  const std::string file = font.kind() == fonts::FontKind::kType1 && font.descriptor().number != 0
+                               ? FileFor(font.name())
+                               : std::string();
+  if (file.empty()) {
+    return false;
+  }
+  const fonts::Blob bytes(fonts::HarfBuzz::Get().hb_blob_create_from_file_or_fail(file.c_str()));
+  const std::unique_ptr<FontProgram> face = FontProgram::Open(bytes.bytes());
+  return face != nullptr && AgreesWith(*face, program, use);
+}
+
+}  // namespace
+
+bool IsStandardProgram(std::string_view program, const FontJob& job) {
+  const std::unique_ptr<FontProgram> embedded = FontProgram::Open(program);
+  return embedded != nullptr && !job.uses.empty() &&
+         std::all_of(job.uses.begin(), job.uses.end(),
+                     [&](const FontJob::Use& use) { return IsStandardUse(*embedded, use); });
+}
+
+void DropProgram(pdf::DocumentRewriter& rewriter, const FontJob& job, FontReport& report) {
+  for (const FontJob::Use& use : job.uses) {
+    for (const std::string_view key : {"FontFile", "FontFile2", "FontFile3", "CharSet"}) {
+      rewriter.RemoveEntry(use.font->descriptor().number, key);
+    }
+  }
+  ++report.dropped;
+}
+
+}  // namespace TarnixTools::engines::optimizer
