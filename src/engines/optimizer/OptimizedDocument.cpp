@@ -7,6 +7,7 @@
 
 #include "engines/optimizer/OptimizerFailure.h"
 #include "engines/optimizer/Signatures.h"
+#include "engines/optimizer/fonts/FontPass.h"
 #include "engines/optimizer/structure/DuplicateObjects.h"
 #include "engines/optimizer/structure/StreamRecoder.h"
 #include "engines/optimizer/structure/StripEntries.h"
@@ -89,6 +90,11 @@ void WriteForPdfA1(pdf::Document& document, pdf::RewriteOptions& options) {
   options.version = std::to_string(version / 10) + "." + std::to_string(version % 10);
 }
 
+bool ClaimsPdfA(pdf::Document& document) {
+  const std::optional<XmpPacket> packet = ReadXmpPacket(document, XmpPacketNumber(document));
+  return packet && packet->has_claim;
+}
+
 }  // namespace
 
 OptimizedDocument::OptimizedDocument(const platform::WidePath& path, std::string_view password)
@@ -113,7 +119,8 @@ OptimizerReport OptimizedDocument::Save(const platform::WidePath& path,
 
 void OptimizedDocument::Rewrite(pdf::ByteSink& sink, const SaveOptions& options) {
   pdf::DocumentRewriter rewriter(*document_);
-  pdf::RewriteOptions rewriting = {.security = options.security, .keeps_id = true};
+  pdf::RewriteOptions rewriting = {
+      .security = options.security, .packing = pdf::Packing::kDense, .keeps_id = true};
   KeepPages(rewriter);
   Reduce(options.settings, rewriter);
   DropClaim(rewriter, rewriting);
@@ -133,11 +140,13 @@ void OptimizedDocument::Reduce(const OptimizerSettings& settings, pdf::DocumentR
   if (settings.removes_redundant_objects) {
     MergeDuplicateObjects(*document_, pages_, {}, rewriter);
   }
-  const DocumentSurvey survey(*document_, pages_);
+  FontPass fonts(*document_);
+  const DocumentSurvey survey(*document_, pages_, &fonts);
   images_.emplace(*document_, survey, settings);
   images_->Run(rewriter, pool_);
   images_->Apply(rewriter);
   report_.images = images_->Figures();
+  fonts.Run(settings, ClaimsPdfA(*document_), rewriter, pool_);
 }
 
 // Streams that stay what they are, in fewer bytes.

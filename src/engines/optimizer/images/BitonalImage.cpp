@@ -7,6 +7,7 @@
 
 #include "engines/optimizer/OptimizerSettings.h"
 #include "engines/support/codecs/CcittEncoder.h"
+#include "engines/support/codecs/Jbig2Encoder.h"
 
 namespace TarnixTools::engines::optimizer {
 
@@ -52,9 +53,23 @@ CodedPicture CodeAsFax(const Bits& bits, const SampleFormat& format) {
   return coded;
 }
 
+// Where that is smaller.
+void TakeJbig2(const Bits& bits, const SampleFormat& format, CodedPicture& best) {
+  std::optional<std::string> data = EncodeJbig2({.rows = bits.rows.data(),
+                                                 .stride = bits.stride,
+                                                 .width = format.width,
+                                                 .height = format.height,
+                                                 .black = 0});
+  if (data && data->size() < best.data.size()) {
+    best = {};
+    best.filter = "JBIG2Decode";
+    best.data = *std::move(data);
+  }
+}
+
 }  // namespace
 
-std::optional<CodedPicture> CodeBitonal(SampleRows& samples, std::uint32_t /*codecs*/,
+std::optional<CodedPicture> CodeBitonal(SampleRows& samples, std::uint32_t codecs,
                                         std::uint64_t bytes_now) {
   const SampleFormat format = samples.format();
   const std::optional<Bits> bits = ReadBits(samples);
@@ -62,6 +77,9 @@ std::optional<CodedPicture> CodeBitonal(SampleRows& samples, std::uint32_t /*cod
     return std::nullopt;
   }
   CodedPicture best = CodeAsFax(*bits, format);
+  if ((codecs & kBitonalJbig2) != 0) {
+    TakeJbig2(*bits, format, best);
+  }
   if (best.data.size() >= bytes_now) {
     return std::nullopt;
   }

@@ -155,7 +155,8 @@ class Optimizer {
     }
   }
 
-  // Sizes from the smallest on, as long as a larger one is better.
+  // Sizes from the smallest on, as long as a larger one is better, and the largest: pixels that are
+  // those of the image lose nothing by being seen in yet another size.
   void TryReduced(JpegSearch& search) {
     double last_cost = std::numeric_limits<double>::infinity();
     if (is_resampled_ && !task_->has_one_size) {
@@ -167,7 +168,7 @@ class Optimizer {
         }
         const double cost = search.Try(Scaled(picture_, width, height), features_.is_flat());
         if (cost > last_cost) {
-          return;
+          break;
         }
         last_cost = cost;
       }

@@ -9,7 +9,9 @@ namespace TarnixTools::engines::optimizer {
 
 namespace {
 
-constexpr std::size_t kPaletteColors = 256;
+// A picture of so few colours was drawn; gray has no more in any case.
+constexpr std::size_t kFewColors = 256;
+constexpr std::size_t kFewGrays = 32;
 // Between the components of a gray pixel, as conversions round.
 constexpr int kGrayTolerance = 2;
 
@@ -36,10 +38,12 @@ std::uint32_t ColorAt(const std::uint8_t* pixel, std::size_t components) {
   return color;
 }
 
-// Counts colours until there are too many for a palette.
+// Counts colours until they are more than a few.
 class ColorCounter {
  public:
-  bool has_few() const { return colors_.size() <= kPaletteColors; }
+  explicit ColorCounter(std::size_t few) : few_(few) {}
+
+  bool has_few() const { return colors_.size() <= few_; }
 
   std::size_t count() const { return colors_.size(); }
 
@@ -50,6 +54,7 @@ class ColorCounter {
   }
 
  private:
+  std::size_t few_;
   std::unordered_set<std::uint32_t> colors_;
 };
 
@@ -57,7 +62,7 @@ class ColorCounter {
 
 PictureFeatures FeaturesOf(const SamplePicture& picture) {
   const auto components = static_cast<std::size_t>(picture.components);
-  ColorCounter colors;
+  ColorCounter colors(components == 1 ? kFewGrays : kFewColors);
   std::uint64_t repeated = 0;
   for (std::uint32_t y = 0; y < picture.height; ++y) {
     const std::uint8_t* const row = picture.row(y);

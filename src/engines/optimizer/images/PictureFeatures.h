@@ -11,7 +11,7 @@ namespace TarnixTools::engines::optimizer {
 struct PictureFeatures {
   bool is_gray = false;         // of three components: none of its pixels has a colour that is seen
   bool is_one_color = false;    // all pixels are the same
-  bool has_few_colors = false;  // so few that a palette holds them
+  bool has_few_colors = false;  // as what is drawn has
   double repeated_part = 0;     // of the pixels: those that are what their left neighbour is
 
   // Drawn, not photographed: coding without loss is worth a try.

@@ -1,0 +1,69 @@
+#include "engines/optimizer/fonts/FontPass.h"
+
+#include <deque>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "engines/optimizer/fonts/FontCutter.h"
+#include "engines/optimizer/fonts/FontLimits.h"
+#include "engines/optimizer/fonts/StandardFonts.h"
+
+namespace TarnixTools::engines::optimizer {
+
+namespace {
+
+// A program on its way.
+struct Cutting {
+  FontJob job;
+  bool is_standard = false;  // readers have one that agrees
+  CutResult result;
+};
+
+}  // namespace
+
+std::optional<pdf::TextAdvance> FontPass::ShowText(const pdf::StringUse& string) {
+  use_.Note(string);
+  return std::nullopt;
+}
+
+void FontPass::Run(const OptimizerSettings& settings, bool claims_pdfa,
+                   pdf::DocumentRewriter& rewriter, WorkPool& pool) {
+  if (settings.subsets_fonts || settings.removes_standard_fonts) {
+    use_.KeepFormFonts();
+    Cut(settings, claims_pdfa, rewriter, pool);
+  }
+}
+
+void FontPass::Cut(const OptimizerSettings& settings, bool claims_pdfa,
+                   pdf::DocumentRewriter& rewriter, WorkPool& pool) {
+  std::deque<Cutting> cuttings;  // work holds references to them
+  const FontOptions options{.drops_hints = false, .keeps_glyph_lists = claims_pdfa};
+  for (FontJob& job : PlanFonts(*document_, use_, options, report_)) {
+    std::optional<pdf::Decoded> program =
+        document_->TryDecodeStream(job.program, limits::kMaxProgramBytes);
+    if (!program || !program->complete) {
+      continue;
+    }
+    Cutting& cutting = cuttings.emplace_back(Cutting{.job = std::move(job), .result = {}});
+    const std::uint64_t held = 3 * program->data.size();
+    pool.Add(held, [&cutting, &settings, claims_pdfa, data = std::move(program->data)] {
+      cutting.is_standard =
+          settings.removes_standard_fonts && !claims_pdfa && IsStandardProgram(data, cutting.job);
+      if (!cutting.is_standard && settings.subsets_fonts) {
+        cutting.result = CutFont(data, cutting.job);
+      }
+    });
+  }
+  pool.Finish();
+  for (const Cutting& cutting : cuttings) {
+    if (cutting.is_standard) {
+      DropProgram(rewriter, cutting.job, report_);
+    } else {
+      ApplyCut(rewriter, *document_, cutting.job, cutting.result, report_);
+    }
+  }
+}
+
+}  // namespace TarnixTools::engines::optimizer
