@@ -39,75 +39,89 @@ enum class Way : std::uint8_t {
   kAllValues,  // its keys are names of resources
 };
 
+// A key that is followed, and how a dictionary is gone through that stands there.
+struct FollowedKey {
+  std::string_view key;
+  Way way = Way::kByKeys;
+};
+
 // Where resources lead (ISO 32000-2, 7.8.3 and clauses 8, 9 and 11): keys under which nothing stands
 // that counts as itself. Not among them: layers (/OC, /Properties), metadata, private data, measures.
-const std::unordered_map<std::string_view, Way>& FollowedKeys() {
-  using enum Way;
-  static const std::unordered_map<std::string_view, Way> keys = {
-      // Resources.
-      {"Resources", kByKeys},
-      {"ColorSpace", kAllValues},
-      {"ExtGState", kAllValues},
-      {"Font", kAllValues},
-      {"Pattern", kAllValues},
-      {"Shading", kAllValues},
-      {"XObject", kAllValues},
-      {"ProcSet", kByKeys},
-      // Fonts.
-      {"CIDSet", kByKeys},
-      {"CIDSystemInfo", kByKeys},
-      {"CIDToGIDMap", kByKeys},
-      {"CharProcs", kAllValues},
-      {"DescendantFonts", kByKeys},
-      {"Differences", kByKeys},
-      {"Encoding", kByKeys},
-      {"FD", kAllValues},
-      {"FontBBox", kByKeys},
-      {"FontDescriptor", kByKeys},
-      {"FontFile", kByKeys},
-      {"FontFile2", kByKeys},
-      {"FontFile3", kByKeys},
-      {"FontMatrix", kByKeys},
-      {"Style", kByKeys},
-      {"ToUnicode", kByKeys},
-      {"UseCMap", kByKeys},
-      {"W", kByKeys},
-      {"W2", kByKeys},
-      {"Widths", kByKeys},
-      // Images, forms and patterns.
-      {"BBox", kByKeys},
-      {"Decode", kByKeys},
-      {"DecodeParms", kByKeys},
-      {"Group", kByKeys},
-      {"JBIG2Globals", kByKeys},
-      {"Mask", kByKeys},
-      {"Matrix", kByKeys},
-      {"SMask", kByKeys},
-      // Colour spaces, functions and shadings.
-      {"Alternate", kByKeys},
-      {"BG", kByKeys},
-      {"BG2", kByKeys},
-      {"Background", kByKeys},
-      {"Bounds", kByKeys},
-      {"C0", kByKeys},
-      {"C1", kByKeys},
-      {"CS", kByKeys},
-      {"Colorants", kAllValues},
-      {"Coords", kByKeys},
-      {"Domain", kByKeys},
-      {"Encode", kByKeys},
-      {"Function", kByKeys},
-      {"Functions", kByKeys},
-      {"G", kByKeys},
-      {"HT", kByKeys},
-      {"Process", kByKeys},
-      {"Range", kByKeys},
-      {"TR", kByKeys},
-      {"TR2", kByKeys},
-      {"UCR", kByKeys},
-      {"UCR2", kByKeys},
-  };
-  return keys;
+constexpr FollowedKey kFollowedKeys[] = {
+    // Resources.
+    {"Resources"},
+    {"ColorSpace", Way::kAllValues},
+    {"ExtGState", Way::kAllValues},
+    {"Font", Way::kAllValues},
+    {"Pattern", Way::kAllValues},
+    {"Shading", Way::kAllValues},
+    {"XObject", Way::kAllValues},
+    {"ProcSet"},
+    // Fonts.
+    {"CIDSet"},
+    {"CIDSystemInfo"},
+    {"CIDToGIDMap"},
+    {"CharProcs", Way::kAllValues},
+    {"DescendantFonts"},
+    {"Differences"},
+    {"Encoding"},
+    {"FD", Way::kAllValues},
+    {"FontBBox"},
+    {"FontDescriptor"},
+    {"FontFile"},
+    {"FontFile2"},
+    {"FontFile3"},
+    {"FontMatrix"},
+    {"Style"},
+    {"ToUnicode"},
+    {"UseCMap"},
+    {"W"},
+    {"W2"},
+    {"Widths"},
+    // Images, forms and patterns.
+    {"BBox"},
+    {"Decode"},
+    {"DecodeParms"},
+    {"Group"},
+    {"JBIG2Globals"},
+    {"Mask"},
+    {"Matrix"},
+    {"SMask"},
+    // Colour spaces, functions and shadings.
+    {"Alternate"},
+    {"BG"},
+    {"BG2"},
+    {"Background"},
+    {"Bounds"},
+    {"C0"},
+    {"C1"},
+    {"CS"},
+    {"Colorants", Way::kAllValues},
+    {"Coords"},
+    {"Domain"},
+    {"Encode"},
+    {"Function"},
+    {"Functions"},
+    {"G"},
+    {"HT"},
+    {"Process"},
+    {"Range"},
+    {"TR"},
+    {"TR2"},
+    {"UCR"},
+    {"UCR2"},
+};
+
+const FollowedKey* FindFollowed(std::string_view key) {
+  static const auto index = [] {
+    std::unordered_map<std::string_view, const FollowedKey*> keys;
+    for (const FollowedKey& followed : kFollowedKeys) {
+      keys.emplace(followed.key, &followed);
+    }
+    return keys;
+  }();
+  const auto found = index.find(key);
+  return found == index.end() ? nullptr : found->second;
 }
 
 // What may say of itself what it is.
@@ -134,11 +148,11 @@ void CollectSteps(const Object& value, Way way, std::vector<Step>& steps) {
       waiting.emplace_back(*item, Way::kByKeys);
     }
     for (auto entry = next.Entries().rbegin(); entry != next.Entries().rend(); ++entry) {
-      const auto known = FollowedKeys().find(entry->Key());
+      const FollowedKey* key = FindFollowed(entry->Key());
       if (next_way == Way::kAllValues) {
         waiting.emplace_back(entry->value, Way::kByKeys);
-      } else if (known != FollowedKeys().end()) {
-        waiting.emplace_back(entry->value, known->second);
+      } else if (key != nullptr) {
+        waiting.emplace_back(entry->value, key->way);
       }
     }
   }
@@ -263,16 +277,22 @@ class DuplicateObjects {
     if (is_new) {
       return;
     }
-    if (!stream) {
+    if (stream) {
+      SettleStream(number, *stream, form, group->second);
+    } else {
       MergeInto(number, group->second.first);
-      return;
     }
-    if (!std::exchange(group->second.has_others, true)) {
-      if (const auto first = document_->StreamOf(group->second.first)) {
-        streams_.emplace(DataOf(form, *first), group->second.first);
-      }
+  }
+
+  // Among those of its group by its data, which nobody has looked at as long as there was but one.
+  void SettleStream(std::uint32_t number, const pdf::StreamData& stream, const Digest& form,
+                    Group& group) {
+    const auto first =
+        std::exchange(group.has_others, true) ? std::nullopt : document_->StreamOf(group.first);
+    if (first) {
+      streams_.emplace(DataOf(form, *first), group.first);
     }
-    const auto [same, is_first] = streams_.emplace(DataOf(form, *stream), number);
+    const auto [same, is_first] = streams_.emplace(DataOf(form, stream), number);
     if (!is_first) {
       MergeInto(number, same->second);
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -78,18 +79,16 @@ class UnusedResources {
     KeepFontsOfFields(dictionary, arena);
     const auto given = pages_->FindAttribute(page, dictionary, pdf::InheritableKey::kResources);
     const pdf::ResourceScope scope = pdf::ScopeOfPage(*document_, *pages_, index, arena);
-    Place place;
-    place.owner = scope.owner;
-    place.user = given.node == 0 ? page.number : pages_->NumberOf(given);
-    place.number = document_->Follow(given.value, arena).number;
-    const bool is_shared = place.number != 0 || given.node != 0;
-    const auto resources =
-        is_shared ? reader_.ReadShared(given.value, place.owner) : reader_.Read(given.value);
-    if (resources != nullptr) {
-      pdf::UsedEntries& used = UseOf(place, *resources);
-      if (!used.may_be_all) {
-        reader_.Mark(reader_.OfPage(dictionary), *resources, used);
-      }
+    const Place place{.owner = scope.owner,
+                      .user = given.node == 0 ? page.number : pages_->NumberOf(given),
+                      .number = document_->Follow(given.value, arena).number};
+    const auto resources = Read(given.value, place, given.node != 0);
+    if (resources == nullptr) {
+      return;
+    }
+    pdf::UsedEntries& used = UseOf(place, *resources);
+    if (!used.may_be_all) {
+      reader_.Mark(reader_.OfPage(dictionary), *resources, used);
     }
   }
 
@@ -105,19 +104,27 @@ class UnusedResources {
     const Place place{.owner = node.scope.owner,
                       .user = node.number,
                       .number = document_->Follow(value, arena).number};
-    const auto resources =
-        place.number != 0 ? reader_.ReadShared(value, place.owner) : reader_.Read(value);
-    if (resources == nullptr) {
-      return;
+    if (const auto resources = Read(value, place, false)) {
+      Mark(is_font ? reader_.OfGlyphs(node.value) : reader_.OfForm(node.value, node.number), place,
+           *resources);
     }
-    const pdf::ResourceUse names =
-        is_font ? reader_.OfGlyphs(node.value) : reader_.OfForm(node.value, node.number);
-    const auto marked = reader_.Mark(names, *resources, UseOf(place, *resources));
-    KeepMissing(names, *resources);
+  }
+
+  void Mark(const pdf::ResourceUse& names, const Place& place,
+            const ResourceDictionary& resources) {
+    const auto marked = reader_.Mark(names, resources, UseOf(place, resources));
+    KeepMissing(names, resources);
     for (const std::size_t entry : marked) {
-      const pdf::NamedResource& named = resources->entries[entry];
-      KeepMissing(reader_.NeedsOf(named.category, named.value), *resources);
+      const pdf::NamedResource& named = resources.entries[entry];
+      KeepMissing(reader_.NeedsOf(named.category, named.value), resources);
     }
+  }
+
+  // in_node: written in place in a node of the page tree, for all pages below it.
+  std::shared_ptr<const ResourceDictionary> Read(const Object& value, const Place& place,
+                                                 bool in_node) {
+    return place.number != 0 || in_node ? reader_.ReadShared(value, place.owner)
+                                        : reader_.Read(value);
   }
 
   void KeepMissing(const pdf::ResourceUse& names, const ResourceDictionary& resources) {
