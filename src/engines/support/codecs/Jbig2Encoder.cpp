@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "engines/support/codecs/jbig2/AdaptivePixel.h"
 #include "engines/support/codecs/jbig2/GenericRegionEncoder.h"
 #include "engines/support/codecs/jbig2/Jbig2Limits.h"
 #include "engines/support/codecs/jbig2/Segments.h"
@@ -87,8 +88,9 @@ std::optional<std::string> EncodeJbig2(const BitPicture& picture) {
   }
   Fields stream;
   PutSegment(stream, 0, SegmentType::kPageInformation, PageInformation(picture));
-  PutSegment(stream, 1, SegmentType::kImmediateLosslessGenericRegion,
-             Region(picture, jbig2::kNominalPixels));
+  jbig2::AdaptivePixels adaptive = jbig2::kNominalPixels;
+  adaptive[0] = jbig2::ChooseAdaptivePixel(picture);
+  PutSegment(stream, 1, SegmentType::kImmediateLosslessGenericRegion, Region(picture, adaptive));
   return stream.bytes();
 }
 

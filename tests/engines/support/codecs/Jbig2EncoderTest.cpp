@@ -10,6 +10,8 @@
 #include "engines/support/codecs/CcittEncoder.h"
 #include "engines/support/codecs/Jbig2Coder.h"
 #include "engines/support/codecs/Jbig2Encoder.h"
+#include "engines/support/codecs/jbig2/AdaptivePixel.h"
+#include "engines/support/codecs/jbig2/GenericRegionEncoder.h"
 #include "engines/support/drawing/DrawnPages.h"
 #include "support/PageViews.h"
 #include "support/Readers.h"
@@ -73,10 +75,16 @@ bool IsInText(int x, int y) {
           (u + line + letter % 9) % 19 < 2);
 }
 
-bool IsInHalftone(int x, int y) {
+// A screen of dots, eight pixels apart, that grow to the right.
+bool IsInScreen(int x, int y) {
   const int u = x % 8 - 4;
   const int v = y % 8 - 4;
   return u * u + v * v < x / 12;
+}
+
+// Another that stands on its corner.
+bool IsInTurnedScreen(int x, int y) {
+  return IsInScreen(x + y, 1000 + x - y);
 }
 
 std::vector<Picture> Pictures() {
@@ -84,19 +92,13 @@ std::vector<Picture> Pictures() {
   const auto black = [](int, int) { return true; };
   const auto checks = [](int x, int y) { return (x + y) % 2 == 0; };
   const auto bars = [](int x, int y) { return y / 6 % 2 == 1 && x % 9 < 4; };
-  return {Painted(1, 1, white),
-          Painted(1, 1, black),
-          Painted(7, 3, checks),
-          Painted(8, 8, black),
-          Painted(33, 9, Noise(128)),
-          Painted(64, 20, Noise(9)),
-          Painted(65, 70, Noise(250)),
-          Painted(1, 90, Noise(60)),
-          Painted(400, 1, Noise(60)),
-          Painted(70, 40, bars),
-          Painted(500, 300, IsInText),
-          Painted(200, 100, white),
-          Painted(300, 200, IsInHalftone),
+  return {Painted(1, 1, white),          Painted(1, 1, black),
+          Painted(7, 3, checks),         Painted(8, 8, black),
+          Painted(33, 9, Noise(128)),    Painted(64, 20, Noise(9)),
+          Painted(65, 70, Noise(250)),   Painted(1, 90, Noise(60)),
+          Painted(400, 1, Noise(60)),    Painted(70, 40, bars),
+          Painted(500, 300, IsInText),   Painted(200, 100, white),
+          Painted(300, 200, IsInScreen), Painted(300, 200, IsInTurnedScreen),
           Painted(97, 130, checks)};
 }
 
@@ -177,6 +179,19 @@ TEST(Jbig2Encoder, TakesFewBytesWhereThereIsLittle) {
   }
   fax.Finish();
   EXPECT_LT(Encoded(text).size(), fax.data().size() * 3 / 4);
+}
+
+TEST(Jbig2Encoder, FindsTheDistanceOfDots) {
+  for (const auto& is_black : {IsInScreen, IsInTurnedScreen}) {
+    const Bits bits(Painted(300, 400, is_black));
+    jbig2::GenericRegionEncoder nominal(bits.picture, jbig2::kNominalPixels[0]);
+    nominal.EncodeRows();
+    EXPECT_LT(EncodeJbig2(bits.picture)->size(), nominal.Finish().size() * 2 / 3);
+  }
+  const Bits text(Painted(300, 400, IsInText));
+  EXPECT_EQ(jbig2::ChooseAdaptivePixel(text.picture).x, 3);
+  const Bits narrow(Painted(90, 400, IsInScreen));
+  EXPECT_EQ(jbig2::ChooseAdaptivePixel(narrow.picture).x, 3);
 }
 
 TEST(Jbig2Encoder, RefusesWhatIsNotDecoded) {
