@@ -19,8 +19,7 @@
 #include <vector>
 
 #include "engines/support/codecs/Jbig2Decoder.h"
-#include "engines/support/codecs/jbig2/ArithmeticDecoder.h"
-#include "engines/support/codecs/jbig2/QeTable.h"
+#include "engines/support/codecs/jbig2/ArithmeticEncoder.h"
 #include "support/PnmImage.h"
 #include "support/RawPdf.h"
 #include "support/TestImages.h"
@@ -48,44 +47,11 @@ inline Picture Painted(int width, int height, const std::function<bool(int, int)
   return picture;
 }
 
-// The arithmetic encoder (ISO/IEC 14492, annex E). Contexts have names: those of the integer decoding
-// procedures begin with the procedure's.
+// Codes decisions in contexts that have names: those of the integer decoding procedures begin with the
+// procedure's.
 class Coder {
  public:
-  void Put(const std::string& name, int value) {
-    engines::jbig2::Context& context = contexts_[name];
-    const engines::jbig2::QeRow& row = engines::jbig2::kQeTable[context.index];
-    interval_ -= row.qe;
-    if (value == context.mps) {
-      if ((interval_ & 0x8000U) != 0) {
-        code_ += row.qe;
-        return;
-      }
-      if (interval_ < row.qe) {
-        interval_ = row.qe;
-      } else {
-        code_ += row.qe;
-      }
-      context.index = row.nmps;
-    } else {
-      if (interval_ < row.qe) {
-        code_ += row.qe;
-      } else {
-        interval_ = row.qe;
-      }
-      if (row.switches) {
-        context.mps = static_cast<std::uint8_t>(1 - context.mps);
-      }
-      context.index = row.nlps;
-    }
-    do {
-      interval_ <<= 1U;
-      code_ <<= 1U;
-      if (--count_ == 0) {
-        PutByte();
-      }
-    } while ((interval_ & 0x8000U) == 0);
-  }
+  void Put(const std::string& name, int value) { encoder_.Encode(contexts_[name], value); }
 
   // Annex A; nothing is the value OOB.
   void PutInteger(const std::string& name, std::optional<int> value) {
@@ -188,18 +154,7 @@ class Coder {
     }
   }
 
-  std::string Finish() {
-    const std::uint32_t most = code_ + interval_;
-    code_ |= 0xFFFF;
-    if (code_ >= most) {
-      code_ -= 0x8000;
-    }
-    code_ <<= count_;
-    PutByte();
-    code_ <<= count_;
-    PutByte();
-    return bytes_.substr(1) + "\xFF\xAC";
-  }
+  std::string Finish() { return encoder_.Finish(); }
 
  private:
   using Pixels = std::vector<std::pair<int, int>>;
@@ -233,26 +188,8 @@ class Coder {
     return context;
   }
 
-  void PutByte() {
-    if (Last() != 0xFF && code_ >= 0x8000000) {
-      bytes_.back() = static_cast<char>(Last() + 1);
-      if (Last() == 0xFF) {
-        code_ &= 0x7FFFFFF;
-      }
-    }
-    const bool is_stuffed = Last() == 0xFF;
-    bytes_ += static_cast<char>(code_ >> (is_stuffed ? 20U : 19U));
-    code_ &= is_stuffed ? 0xFFFFFU : 0x7FFFFU;
-    count_ = is_stuffed ? 7 : 8;
-  }
-
-  unsigned Last() const { return static_cast<unsigned char>(bytes_.back()); }
-
   std::map<std::string, engines::jbig2::Context> contexts_;
-  std::string bytes_ = std::string(1, '\0');
-  std::uint32_t code_ = 0;
-  std::uint32_t interval_ = 0x8000;
-  unsigned count_ = 12;
+  engines::jbig2::ArithmeticEncoder encoder_;
 };
 
 // referred: the numbers of the segments that it refers to.
