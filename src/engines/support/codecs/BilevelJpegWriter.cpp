@@ -2,8 +2,10 @@
 
 #include <array>
 #include <bit>
-#include <cmath>
 #include <cstring>
+
+#include "engines/support/codecs/JpegCodes.h"
+#include "engines/support/codecs/jpeg/BlockTransform.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -15,32 +17,6 @@ constexpr std::size_t kBufferSize = std::size_t{64} << 10;
 constexpr std::size_t kMostAtOnce = 1024;
 
 constexpr int kZeroRun = 0xF0;  // sixteen zeros
-
-// Where each coefficient of the zigzag order stands in a block (ITU-T T.81, figure A.6).
-constexpr std::array<std::uint8_t, 64> kZigzag = {
-    0,  1,  8,  16, 9,  2,  3,  10, 17, 24, 32, 25, 18, 11, 4,  5,  12, 19, 26, 33, 40, 48,
-    41, 34, 27, 20, 13, 6,  7,  14, 21, 28, 35, 42, 49, 56, 57, 50, 43, 36, 29, 22, 15, 23,
-    30, 37, 44, 51, 58, 59, 52, 45, 38, 31, 39, 46, 53, 60, 61, 54, 47, 55, 62, 63};
-
-// The Huffman codes that the standard suggests for luminance (T.81, tables K.3 and K.5): how many
-// there are of each length, and their values.
-constexpr std::array<std::uint8_t, 16> kDirectCounts = {0, 1, 5, 1, 1, 1, 1, 1,
-                                                        1, 0, 0, 0, 0, 0, 0, 0};
-constexpr std::array<std::uint8_t, 12> kDirectValues = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
-constexpr std::array<std::uint8_t, 16> kOtherCounts = {0, 2, 1, 3, 3, 2, 4, 3,
-                                                       5, 5, 4, 4, 0, 0, 1, 125};
-constexpr std::array<std::uint8_t, 162> kOtherValues = {
-    0x01, 0x02, 0x03, 0x00, 0x04, 0x11, 0x05, 0x12, 0x21, 0x31, 0x41, 0x06, 0x13, 0x51, 0x61,
-    0x07, 0x22, 0x71, 0x14, 0x32, 0x81, 0x91, 0xA1, 0x08, 0x23, 0x42, 0xB1, 0xC1, 0x15, 0x52,
-    0xD1, 0xF0, 0x24, 0x33, 0x62, 0x72, 0x82, 0x09, 0x0A, 0x16, 0x17, 0x18, 0x19, 0x1A, 0x25,
-    0x26, 0x27, 0x28, 0x29, 0x2A, 0x34, 0x35, 0x36, 0x37, 0x38, 0x39, 0x3A, 0x43, 0x44, 0x45,
-    0x46, 0x47, 0x48, 0x49, 0x4A, 0x53, 0x54, 0x55, 0x56, 0x57, 0x58, 0x59, 0x5A, 0x63, 0x64,
-    0x65, 0x66, 0x67, 0x68, 0x69, 0x6A, 0x73, 0x74, 0x75, 0x76, 0x77, 0x78, 0x79, 0x7A, 0x83,
-    0x84, 0x85, 0x86, 0x87, 0x88, 0x89, 0x8A, 0x92, 0x93, 0x94, 0x95, 0x96, 0x97, 0x98, 0x99,
-    0x9A, 0xA2, 0xA3, 0xA4, 0xA5, 0xA6, 0xA7, 0xA8, 0xA9, 0xAA, 0xB2, 0xB3, 0xB4, 0xB5, 0xB6,
-    0xB7, 0xB8, 0xB9, 0xBA, 0xC2, 0xC3, 0xC4, 0xC5, 0xC6, 0xC7, 0xC8, 0xC9, 0xCA, 0xD2, 0xD3,
-    0xD4, 0xD5, 0xD6, 0xD7, 0xD8, 0xD9, 0xDA, 0xE1, 0xE2, 0xE3, 0xE4, 0xE5, 0xE6, 0xE7, 0xE8,
-    0xE9, 0xEA, 0xF1, 0xF2, 0xF3, 0xF4, 0xF5, 0xF6, 0xF7, 0xF8, 0xF9, 0xFA};
 
 struct HuffmanCode {
   std::uint16_t code = 0;
@@ -66,16 +42,8 @@ HuffmanTable MakeTable(const std::array<std::uint8_t, 16>& counts, const Values&
 // What the transform needs, computed once.
 struct Tables {
   Tables()
-      : direct(MakeTable(kDirectCounts, kDirectValues)),
-        other(MakeTable(kOtherCounts, kOtherValues)) {
-    const double pi = std::acos(-1.0);
-    for (std::size_t u = 0; u < 8; ++u) {
-      for (std::size_t x = 0; x < 8; ++x) {
-        const double scale = u == 0 ? std::sqrt(0.125) : 0.5;
-        basis[u][x] = static_cast<float>(
-            scale * std::cos((2 * static_cast<double>(x) + 1) * static_cast<double>(u) * pi / 16));
-      }
-    }
+      : direct(MakeTable(kDirectCodeCounts, kDirectCodeValues)),
+        other(MakeTable(kOtherCodeCounts, kOtherCodeValues)) {
     for (std::size_t byte = 0; byte < 256; ++byte) {
       for (std::size_t u = 0; u < 8; ++u) {
         float sum = 0;
@@ -94,7 +62,7 @@ struct Tables {
 
   HuffmanTable direct;
   HuffmanTable other;
-  std::array<std::array<float, 8>, 8> basis{};  // by frequency and place
+  const jpeg::CosineBasis& basis = jpeg::TheCosineBasis();
   std::array<std::array<float, 8>, 256> row{};  // the transform of a row of eight pixels
 };
 
@@ -164,8 +132,8 @@ void BilevelJpegWriter::WriteHeader(std::uint32_t height) {
       put({value});
     }
   };
-  put_table(0x00, kDirectCounts, kDirectValues);
-  put_table(0x10, kOtherCounts, kOtherValues);
+  put_table(0x00, kDirectCodeCounts, kDirectCodeValues);
+  put_table(0x10, kOtherCodeCounts, kOtherCodeValues);
   segment(0xDA, 6);
   put({1, 1, 0, 0, 63, 0});
 }
