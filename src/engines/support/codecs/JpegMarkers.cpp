@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "engines/support/codecs/CodecLimits.h"
+#include "engines/support/codecs/JpegCodes.h"
 #include "engines/support/pictures/Units.h"
 
 namespace TarnixTools::engines {
@@ -17,6 +18,7 @@ constexpr std::uint8_t kFirstRestart = 0xD0;
 constexpr std::uint8_t kSoi = 0xD8;
 constexpr std::uint8_t kEoi = 0xD9;
 constexpr std::uint8_t kSos = 0xDA;
+constexpr std::uint8_t kDqt = 0xDB;
 constexpr std::uint8_t kApp0 = 0xE0;
 constexpr std::uint8_t kApp1 = 0xE1;
 constexpr std::uint8_t kApp2 = 0xE2;
@@ -42,6 +44,11 @@ constexpr JpegCoding CodingOf(std::uint8_t frame_code) {
   return frame_code <= 0xC2                         ? JpegCoding::kHuffman
          : frame_code == 0xC9 || frame_code == 0xCA ? JpegCoding::kArithmetic
                                                     : JpegCoding::kOther;
+}
+
+// Of the codes in use: the second of each kind (SOF2, SOF6, SOF10, SOF14).
+constexpr bool IsProgressive(std::uint8_t frame_code) {
+  return (frame_code & 3U) == 2;
 }
 
 struct Marker {
@@ -108,6 +115,10 @@ class HeaderReader {
       ReadFrameHeader(code, start, length);
       return;
     }
+    if (code == kDqt) {
+      ReadSteps(start, length);
+      return;
+    }
     const std::string_view head = reader_->View(start, std::min<std::size_t>(length, 16));
     if (code == kApp0 && head.starts_with(kJfif) && length >= 12) {
       ReadJfif(start);
@@ -129,12 +140,35 @@ class HeaderReader {
     }
     has_frame_ = true;
     header_.coding = CodingOf(code);
+    header_.is_progressive = IsProgressive(code);
     header_.bits = reader_->Byte(start);
     header_.height = reader_->Number16(start + 1);
     header_.width = reader_->Number16(start + 3);
     header_.components = static_cast<int>(components);
-    for (std::size_t i = 0; i < std::min(components, header_.component_ids.size()); ++i) {
-      header_.component_ids[i] = reader_->Byte(start + 6 + 3 * i);
+    for (std::size_t i = 0; i < std::min(components, header_.component.size()); ++i) {
+      const std::uint64_t place = start + 6 + 3 * i;
+      const unsigned factors = reader_->Byte(place + 1);
+      header_.component[i] = {.id = reader_->Byte(place),
+                              .across = static_cast<std::uint8_t>(factors >> 4U),
+                              .down = static_cast<std::uint8_t>(factors & 15U),
+                              .table = reader_->Byte(place + 2)};
+    }
+  }
+
+  // Tables of 64 numbers of one or two bytes, each behind its own number (B.2.4.1).
+  void ReadSteps(std::uint64_t start, std::size_t length) {
+    const std::uint64_t end = start + length;
+    while (start < end) {
+      const unsigned kind = reader_->Byte(start++);
+      const std::size_t table = kind & 15U;
+      const std::size_t size = kind >> 4U == 0 ? 1 : 2;
+      if (table >= header_.steps.size() || end - start < 64 * size) {
+        return;
+      }
+      for (const std::size_t place : kZigzag) {
+        header_.steps[table][place] = size == 1 ? reader_->Byte(start) : reader_->Number16(start);
+        start += size;
+      }
     }
   }
 

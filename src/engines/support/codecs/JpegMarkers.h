@@ -27,6 +27,16 @@ enum class JpegCoding : std::uint8_t {
   kOther,       // lossless or of several frames
 };
 
+// The step of each coefficient, row by row of equal vertical frequency.
+using JpegSteps = std::array<std::uint16_t, 64>;
+
+struct JpegComponent {
+  std::uint8_t id = 0;
+  std::uint8_t across = 0;  // samples, for the largest number that a component has there
+  std::uint8_t down = 0;
+  std::uint8_t table = 0;  // of its steps, 0 to 3
+};
+
 // A part of an ICC profile, which may be longer than a segment.
 struct JpegProfilePart {
   std::uint64_t offset = 0;
@@ -38,9 +48,11 @@ struct JpegHeader {
   std::uint32_t width = 0;  // pixels
   std::uint32_t height = 0;
   int components = 0;
-  std::array<std::uint8_t, 4> component_ids{};  // of the first four
-  int bits = 0;                                 // of a sample
+  std::array<JpegComponent, 4> component{};  // the first four
+  std::array<JpegSteps, 4> steps{};          // by table; zeros for one that is not there
+  int bits = 0;                              // of a sample
   JpegCoding coding = JpegCoding::kOther;
+  bool is_progressive = false;
   bool has_jfif = false;
   double jfif_dpi_x = 0;  // 0: not said
   double jfif_dpi_y = 0;
@@ -49,6 +61,12 @@ struct JpegHeader {
   std::vector<JpegProfilePart> profile_parts;  // as they come
   bool has_more_pictures = false;              // behind this one (CIPA DC-007)
   std::uint64_t scan_start = 0;                // of the marker; 0 when the data ends before it
+
+  // Whether the second component has fewer samples than the first.
+  bool IsSubsampled() const {
+    return component[1].across * component[1].down < component[0].across * component[0].down &&
+           components > 1;
+  }
 };
 
 // Nothing when the data does not start as JPEG data does, or has no sound frame header before the

@@ -21,8 +21,9 @@ bool IsKnown(const JpegHeader& header) {
 }
 
 bool IsNamedRgb(const JpegHeader& header) {
-  const auto& ids = header.component_ids;
-  return header.components == 3 && ids[0] == 'R' && ids[1] == 'G' && ids[2] == 'B';
+  const auto& component = header.component;
+  return header.components == 3 && component[0].id == 'R' && component[1].id == 'G' &&
+         component[2].id == 'B';
 }
 
 }  // namespace

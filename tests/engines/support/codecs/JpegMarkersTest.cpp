@@ -1,5 +1,6 @@
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -41,13 +42,25 @@ std::string Jfif(char unit, std::uint32_t x, std::uint32_t y) {
                                testing::Big16(y) + std::string(2, '\0'));
 }
 
+std::vector<int> IdsOf(const JpegHeader& header) {
+  std::vector<int> ids;
+  for (const JpegComponent& component : header.component) {
+    ids.push_back(component.id);
+  }
+  return ids;
+}
+
 TEST(JpegMarkers, TellWhatTheFrameHeaderSays) {
   const auto header = ReadJpegHeader(Jpeg(Frame(0xC2, 3, 12)));
   ASSERT_TRUE(header);
   EXPECT_EQ(header->width, 200U);
   EXPECT_EQ(header->height, 300U);
   EXPECT_EQ(header->components, 3);
-  EXPECT_THAT(header->component_ids, ElementsAre('a', 'b', 'c', 0));
+  EXPECT_THAT(IdsOf(*header), ElementsAre('a', 'b', 'c', 0));
+  EXPECT_EQ(header->component[2].across, 1);
+  EXPECT_EQ(header->component[2].down, 1);
+  EXPECT_EQ(header->component[2].table, 0);
+  EXPECT_FALSE(header->IsSubsampled());
   EXPECT_EQ(header->bits, 12);
   EXPECT_FALSE(header->has_jfif);
   EXPECT_EQ(header->adobe_transform, -1);
@@ -67,6 +80,56 @@ TEST(JpegMarkers, TellHowThePictureIsCoded) {
   }
 }
 
+TEST(JpegMarkers, TellWhetherThereAreSeveralScans) {
+  for (const std::uint8_t code : {0xC2, 0xCA}) {
+    EXPECT_TRUE(ReadJpegHeader(Jpeg(Frame(code, 1)))->is_progressive);
+  }
+  for (const std::uint8_t code : {0xC0, 0xC1, 0xC3, 0xC9}) {
+    EXPECT_FALSE(ReadJpegHeader(Jpeg(Frame(code, 1)))->is_progressive);
+  }
+}
+
+TEST(JpegMarkers, TellWhetherColorsAreSubsampled) {
+  const auto is_subsampled = [](char first, char second) {
+    std::string frame = Frame(0xC0, 3);
+    frame[11] = first;
+    frame[14] = second;
+    return ReadJpegHeader(Jpeg(frame))->IsSubsampled();
+  };
+  EXPECT_TRUE(is_subsampled('\x22', '\x11'));
+  EXPECT_TRUE(is_subsampled('\x21', '\x11'));
+  EXPECT_FALSE(is_subsampled('\x22', '\x22'));
+  std::string gray = Frame(0xC0, 1);
+  gray[11] = '\x22';
+  EXPECT_FALSE(ReadJpegHeader(Jpeg(gray))->IsSubsampled());
+}
+
+// A table of steps, the first one first in the zigzag order and the others each one more.
+std::string Steps(char kind, int first) {
+  std::string table(1, kind);
+  for (int i = 0; i < 64; ++i) {
+    table += kind < 16 ? std::string(1, static_cast<char>(first + i))
+                       : testing::Big16(static_cast<std::uint32_t>(first + i));
+  }
+  return table;
+}
+
+TEST(JpegMarkers, TellTheStepsOfCoefficients) {
+  const auto header = ReadJpegHeader(Jpeg(JpegSegment(0xDB, Steps(0, 1) + Steps(0x13, 1000)) +
+                                          JpegSegment(0xDB, Steps(1, 70)) + Frame(0xC0, 3)));
+  ASSERT_TRUE(header);
+  EXPECT_EQ(header->steps[0][0], 1);
+  EXPECT_EQ(header->steps[0][1], 2);
+  EXPECT_EQ(header->steps[0][8], 3);
+  EXPECT_EQ(header->steps[0][63], 64);
+  EXPECT_EQ(header->steps[1][16], 73);
+  EXPECT_EQ(header->steps[2][0], 0);
+  EXPECT_EQ(header->steps[3][62], 1062);
+  const auto cut = ReadJpegHeader(Jpeg(JpegSegment(0xDB, Steps(0, 1).substr(0, 64)) +
+                                       JpegSegment(0xDB, Steps(9, 1)) + Frame(0xC0, 3)));
+  EXPECT_EQ(cut->steps[0][0], 0);
+}
+
 TEST(JpegMarkers, TakeNoTableForAFrameHeader) {
   for (const std::uint8_t code : {0xC4, 0xC8, 0xCC}) {
     EXPECT_FALSE(ReadJpegHeader(Jpeg(Frame(code, 1))));
@@ -80,7 +143,7 @@ TEST(JpegMarkers, TellOfTheFirstFrame) {
 TEST(JpegMarkers, TellOfMoreComponentsThanTheyName) {
   const auto header = ReadJpegHeader(Jpeg(Frame(0xC0, 9)));
   EXPECT_EQ(header->components, 9);
-  EXPECT_THAT(header->component_ids, ElementsAre('a', 'b', 'c', 'd'));
+  EXPECT_THAT(IdsOf(*header), ElementsAre('a', 'b', 'c', 'd'));
 }
 
 TEST(JpegMarkers, TellTheColorTransformWhereverItStands) {
