@@ -1,74 +1,89 @@
 #include "engines/support/codecs/JpegTranscoder.h"
 
-#include <cstdlib>
-
 #include "engines/support/codecs/CodecLimits.h"
 #include "engines/support/codecs/LibjpegCalls.h"
+#include "engines/support/codecs/jpeg/CoefficientWriter.h"
 
 namespace TarnixTools::engines {
 
 namespace {
 
-class Transcoder : private LibjpegCalls {
+// The coefficients of JPEG data, all in memory.
+class CoefficientReader : private LibjpegCalls {
  public:
-  Transcoder() {
-    Watch(reader_);
-    Watch(writer_);
+  CoefficientReader() { Watch(state_); }
+
+  ~CoefficientReader() { jpeg_destroy_decompress(&state_); }
+
+  bool Read(std::string_view jpeg) {
+    return Try([&] {
+      jpeg_create_decompress(&state_);
+      BoundScans(state_);
+      jpeg_mem_src(&state_, reinterpret_cast<const unsigned char*>(jpeg.data()),
+                   static_cast<unsigned long>(jpeg.size()));
+      if (jpeg_read_header(&state_, TRUE) != JPEG_HEADER_OK ||
+          CoefficientBytes(state_) > limits::kMaxTranscodedBytes) {
+        return false;
+      }
+      coefficients_ = jpeg_read_coefficients(&state_);
+      return coefficients_ != nullptr;
+    });
   }
 
-  ~Transcoder() {
-    jpeg_destroy_compress(&writer_);
-    jpeg_destroy_decompress(&reader_);
-    std::free(out_);  // the library's
+  using LibjpegCalls::has_warnings;
+
+  const jpeg_decompress_struct& state() const { return state_; }
+
+  // With Adobe's marker where the data has it.
+  void Prepare(jpeg_compress_struct& writer) {
+    jpeg_copy_critical_parameters(&state_, &writer);
+    writer.write_Adobe_marker = state_.saw_Adobe_marker;
   }
 
-  bool Run(std::string_view jpeg) {
-    return Try([&] { return Transcode(jpeg); });
-  }
-
-  std::string_view result() const {
-    return {reinterpret_cast<const char*>(out_), static_cast<std::size_t>(out_size_)};
-  }
+  jvirt_barray_ptr* coefficients() const { return coefficients_; }
 
  private:
-  bool Transcode(std::string_view jpeg) {
-    jpeg_create_decompress(&reader_);
-    jpeg_create_compress(&writer_);
-    BoundScans(reader_);
-    jpeg_mem_src(&reader_, reinterpret_cast<const unsigned char*>(jpeg.data()),
-                 static_cast<unsigned long>(jpeg.size()));
-    if (jpeg_read_header(&reader_, TRUE) != JPEG_HEADER_OK ||
-        CoefficientBytes(reader_) > limits::kMaxTranscodedBytes) {
-      return false;
-    }
-    jvirt_barray_ptr* coefficients = jpeg_read_coefficients(&reader_);
-    if (coefficients == nullptr) {
-      return false;
-    }
-    jpeg_copy_critical_parameters(&reader_, &writer_);
-    writer_.arith_code = FALSE;
-    writer_.optimize_coding = TRUE;
-    writer_.write_Adobe_marker = reader_.saw_Adobe_marker;
-    jpeg_mem_dest(&writer_, &out_, &out_size_);
-    jpeg_write_coefficients(&writer_, coefficients);
-    jpeg_finish_compress(&writer_);
-    return true;
-  }
-
-  jpeg_decompress_struct reader_{};
-  jpeg_compress_struct writer_{};
-  unsigned char* out_ = nullptr;
-  unsigned long out_size_ = 0;
+  jpeg_decompress_struct state_{};
+  jvirt_barray_ptr* coefficients_ = nullptr;
 };
+
+// Whether the markers of JFIF and Adobe tell different colours: some decoders go by the one, some by
+// the other.
+bool IsAmbiguous(const jpeg_decompress_struct& state) {
+  return state.saw_JFIF_marker != FALSE && state.saw_Adobe_marker != FALSE &&
+         state.num_components == 3 && state.Adobe_transform != 1;
+}
+
+// Whether decoders take the colours from the marker of JFIF: names of components can say red, green
+// and blue, and ones that say nothing are taken for the usual colours.
+bool NeedsJfif(const jpeg_decompress_struct& state) {
+  const jpeg_component_info* components = state.comp_info;
+  return state.saw_JFIF_marker != FALSE && state.saw_Adobe_marker == FALSE &&
+         state.num_components == 3 && components[0].component_id == 'R' &&
+         components[1].component_id == 'G' && components[2].component_id == 'B';
+}
 
 }  // namespace
 
 std::optional<std::string> CodeByHuffman(std::string_view jpeg) {
-  Transcoder transcoder;
-  if (!transcoder.Run(jpeg)) {
+  CoefficientReader reader;
+  if (!reader.Read(jpeg)) {
     return std::nullopt;
   }
-  return std::string(transcoder.result());
+  return jpeg::WriteCoefficients(reader.coefficients(), jpeg::Scans::kOne,
+                                 [&](jpeg_compress_struct& writer) { reader.Prepare(writer); });
+}
+
+std::optional<std::string> OptimizeJpeg(std::string_view jpeg) {
+  CoefficientReader reader;
+  if (!reader.Read(jpeg) || reader.has_warnings() || IsAmbiguous(reader.state())) {
+    return std::nullopt;
+  }
+  const boolean keeps_jfif = NeedsJfif(reader.state()) ? TRUE : FALSE;
+  return jpeg::WriteSmallest(reader.coefficients(), [&](jpeg_compress_struct& writer) {
+    reader.Prepare(writer);
+    writer.write_JFIF_header = keeps_jfif;
+  });
 }
 
 }  // namespace TarnixTools::engines

@@ -14,6 +14,14 @@ namespace TarnixTools::engines {
 // for pictures whose coefficients take more than limits::kMaxTranscodedBytes.
 std::optional<std::string> CodeByHuffman(std::string_view jpeg);
 
+// The picture's coefficients as they are, in as few bytes as they take with Huffman codes made for them,
+// progressive as a rule. Of the markers only those are kept that tell a decoder the colours: Adobe's as it
+// is, and that of JFIF where the components' names would tell other colours. What a document's
+// /ColorTransform means for the data stays. An ICC profile goes, which has no effect on an image of a
+// document. Nothing for data that is damaged or was cut, for what cannot be read or has markers that disagree, and
+// for pictures whose coefficients take more than limits::kMaxTranscodedBytes.
+std::optional<std::string> OptimizeJpeg(std::string_view jpeg);
+
 }  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_CODECS_JPEGTRANSCODER_H_

@@ -1,105 +1,56 @@
 #include <cstdint>
-#include <cstdio>
-#include <cstdlib>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <jpeglib.h>
 
 #include "engines/support/codecs/JpegMarkers.h"
-#include "engines/support/codecs/JpegReader.h"
+#include "engines/support/codecs/JpegSamples.h"
 #include "engines/support/codecs/JpegTranscoder.h"
 #include "engines/support/imagefiles/OpenedImage.h"
+#include "support/Readers.h"
+#include "support/TempDir.h"
+#include "support/TestImages.h"
 
 namespace TarnixTools::engines {
 
 namespace {
 
-enum class Coding : std::uint8_t { kHuffman, kArithmetic, kProgressiveArithmetic };
-
-// A gradient of 40 x 30 pixels.
-std::string Encoded(J_COLOR_SPACE space, int components, Coding coding) {
-  jpeg_compress_struct state{};
-  jpeg_error_mgr errors{};
-  state.err = jpeg_std_error(&errors);
-  jpeg_create_compress(&state);
-  unsigned char* out = nullptr;
-  unsigned long size = 0;
-  jpeg_mem_dest(&state, &out, &size);
-  state.image_width = 40;
-  state.image_height = 30;
-  state.input_components = components;
-  state.in_color_space = space;
-  jpeg_set_defaults(&state);
-  state.arith_code = coding == Coding::kHuffman ? FALSE : TRUE;
-  if (coding == Coding::kProgressiveArithmetic) {
-    jpeg_simple_progression(&state);
-  }
-  jpeg_start_compress(&state, TRUE);
-  std::vector<JSAMPLE> samples(40 * static_cast<std::size_t>(components));
-  while (state.next_scanline < state.image_height) {
-    for (std::size_t i = 0; i < samples.size(); ++i) {
-      samples[i] = static_cast<JSAMPLE>(i * 2 + std::size_t{state.next_scanline} * 5);
-    }
-    JSAMPROW row = samples.data();
-    jpeg_write_scanlines(&state, &row, 1);
-  }
-  jpeg_finish_compress(&state);
-  std::string jpeg(reinterpret_cast<const char*>(out), size);
-  jpeg_destroy_compress(&state);
-  std::free(out);
-  return jpeg;
-}
-
-std::vector<std::uint8_t> PixelsOf(const std::string& jpeg) {
-  std::vector<std::uint8_t> pixels;
-  const std::unique_ptr<JpegReader> reader = JpegReader::Open(jpeg, -1);
-  if (reader == nullptr) {
-    return pixels;
-  }
-  std::vector<std::uint8_t> row(std::size_t{reader->width()} *
-                                static_cast<std::size_t>(reader->components()));
-  while (reader->ReadRow(row.data())) {
-    pixels.insert(pixels.end(), row.begin(), row.end());
-  }
-  return pixels;
-}
+using testing::Coding;
+using testing::Encoded;
+using testing::JpegSample;
+using testing::PixelsOf;
 
 TEST(JpegTranscoder, KeepsEveryPixelOfArithmeticCoding) {
-  struct Kind {
-    J_COLOR_SPACE space;
-    int components;
-  };
-
-  for (const Kind kind : {Kind{JCS_GRAYSCALE, 1}, Kind{JCS_RGB, 3}, Kind{JCS_CMYK, 4}}) {
-    const std::string huffman = Encoded(kind.space, kind.components, Coding::kHuffman);
+  for (const J_COLOR_SPACE space : {JCS_GRAYSCALE, JCS_RGB, JCS_CMYK}) {
+    const std::string huffman = Encoded({.space = space});
     ASSERT_FALSE(PixelsOf(huffman).empty());
     for (const Coding coding : {Coding::kArithmetic, Coding::kProgressiveArithmetic}) {
       const std::optional<std::string> recoded =
-          CodeByHuffman(Encoded(kind.space, kind.components, coding));
+          CodeByHuffman(Encoded({.space = space, .coding = coding}));
       ASSERT_TRUE(recoded);
       EXPECT_EQ(ReadJpegHeader(*recoded)->coding, JpegCoding::kHuffman);
       EXPECT_EQ(ReadJpegHeader(*recoded)->adobe_transform,
                 ReadJpegHeader(huffman)->adobe_transform);
-      EXPECT_EQ(PixelsOf(*recoded), PixelsOf(huffman)) << kind.components;
+      EXPECT_EQ(PixelsOf(*recoded), PixelsOf(huffman)) << space;
     }
   }
 }
 
 TEST(JpegTranscoder, MakesImagesThatDocumentsCanHold) {
-  const std::string arithmetic = Encoded(JCS_RGB, 3, Coding::kArithmetic);
+  const std::string arithmetic = Encoded({.coding = Coding::kArithmetic});
   testing::OpenedImage image(arithmetic);
   EXPECT_EQ(image.frame().width, 40U);
   const EncodedImage embedded = image.Embed();
   EXPECT_EQ(embedded.image.filter, "DCTDecode");
   const std::string data = image.DataOf(embedded.image);
   EXPECT_NE(data, arithmetic);
-  EXPECT_EQ(PixelsOf(data), PixelsOf(Encoded(JCS_RGB, 3, Coding::kHuffman)));
+  EXPECT_EQ(PixelsOf(data), PixelsOf(Encoded({})));
 }
 
 TEST(JpegTranscoder, GivesWhatIsThereOfDataThatWasCut) {
-  const std::string arithmetic = Encoded(JCS_RGB, 3, Coding::kArithmetic);
+  const std::string arithmetic = Encoded({.coding = Coding::kArithmetic});
   const std::optional<std::string> recoded =
       CodeByHuffman(std::string_view(arithmetic).substr(0, arithmetic.size() * 3 / 4));
   ASSERT_TRUE(recoded);
@@ -109,7 +60,7 @@ TEST(JpegTranscoder, GivesWhatIsThereOfDataThatWasCut) {
 TEST(JpegTranscoder, RefusesWhatItCannotRead) {
   EXPECT_FALSE(CodeByHuffman(""));
   EXPECT_FALSE(CodeByHuffman("\xFF\xD8\xFF\xD9"));
-  std::string huge = Encoded(JCS_RGB, 3, Coding::kArithmetic);
+  std::string huge = Encoded({.coding = Coding::kArithmetic});
   const std::size_t frame = huge.find("\xFF\xC9");
   ASSERT_NE(frame, std::string::npos);
   const std::string lossless = std::string(huge).replace(frame + 1, 1, "\xCB");
@@ -117,6 +68,119 @@ TEST(JpegTranscoder, RefusesWhatItCannotRead) {
   EXPECT_EQ(testing::ImageCodeOf(lossless), ImageErrorCode::kUnsupported);
   huge.replace(frame + 5, 4, "\xFF\xDC\xFF\xDC");  // 65500 x 65500 pixels
   EXPECT_FALSE(CodeByHuffman(huge));
+}
+
+std::vector<JpegSample> Samples() {
+  std::vector<JpegSample> samples = {{.space = JCS_GRAYSCALE},
+                                     {},
+                                     {.is_subsampled = false},
+                                     {.coded = JCS_RGB},
+                                     {.space = JCS_CMYK},
+                                     {.space = JCS_CMYK, .coded = JCS_YCCK},
+                                     {.coding = Coding::kProgressive},
+                                     {.coding = Coding::kArithmetic},
+                                     {.quality = 95},
+                                     {.has_jfif = false}};
+  return samples;
+}
+
+// An image of a document, as it is and optimised, decoded by djpeg.
+std::string DecodedByDjpeg(const std::string& jpeg) {
+  const testing::TempDir directory;
+  return testing::RunProgram({"djpeg", testing::WriteBytes(directory.Path("in.jpg"), jpeg)}).output;
+}
+
+TEST(JpegOptimizer, KeepsEveryPixelAndTheMarkersOfColors) {
+  for (const JpegSample& sample : Samples()) {
+    const std::string jpeg = Encoded(sample);
+    const std::optional<std::string> optimized = OptimizeJpeg(jpeg);
+    ASSERT_TRUE(optimized);
+    EXPECT_TRUE(optimized->size() < jpeg.size() || sample.coding == Coding::kArithmetic);
+    EXPECT_EQ(PixelsOf(*optimized), PixelsOf(jpeg));
+    const auto before = ReadJpegHeader(jpeg);
+    const auto after = ReadJpegHeader(*optimized);
+    EXPECT_EQ(after->coding, JpegCoding::kHuffman);
+    EXPECT_EQ(after->adobe_transform, before->adobe_transform);
+    EXPECT_FALSE(after->has_jfif);
+    for (std::size_t i = 0; i < 4; ++i) {
+      EXPECT_EQ(after->component[i].id, before->component[i].id);
+    }
+  }
+}
+
+TEST(JpegOptimizer, KeepsWhatDjpegSees) {
+  TARNIX_NEED_PROGRAM("djpeg");
+  for (const JpegSample& sample : Samples()) {
+    if (sample.space != JCS_CMYK) {  // which djpeg does not write
+      const std::string jpeg = Encoded(sample);
+      ASSERT_FALSE(DecodedByDjpeg(jpeg).empty());
+      EXPECT_EQ(DecodedByDjpeg(*OptimizeJpeg(jpeg)), DecodedByDjpeg(jpeg));
+    }
+  }
+}
+
+TEST(JpegOptimizer, LeavesOutWhatHasNoEffectInDocuments) {
+  const std::string jpeg = Encoded({.profile = std::string(3000, 'p')});
+  const std::string with_all = jpeg.substr(0, 2) + testing::ExifJpegSegment(6, 240) +
+                               testing::JpegSegment(0xFE, "a comment") + jpeg.substr(2);
+  EXPECT_EQ(OptimizeJpeg(with_all), OptimizeJpeg(Encoded({})));
+}
+
+TEST(JpegOptimizer, KeepsTheMarkerThatContradictsTheNamesOfComponents) {
+  std::string jpeg = Encoded({});
+  const std::size_t frame = jpeg.find("\xFF\xC0");
+  const std::size_t scan = jpeg.find("\xFF\xDA");
+  for (std::size_t i = 0; i < 3; ++i) {
+    jpeg[frame + 10 + 3 * i] = "RGB"[i];
+    jpeg[scan + 5 + 2 * i] = "RGB"[i];
+  }
+  const std::optional<std::string> optimized = OptimizeJpeg(jpeg);
+  ASSERT_TRUE(optimized);
+  EXPECT_TRUE(ReadJpegHeader(*optimized)->has_jfif);
+  EXPECT_EQ(PixelsOf(*optimized), PixelsOf(jpeg));
+}
+
+TEST(JpegOptimizer, RefusesMarkersThatContradictEachOther) {
+  const std::string jpeg = Encoded({});
+  const std::string adobe("Adobe\0\x64\0\0\0\0", 11);
+  const std::string start = jpeg.substr(0, 20);  // with the marker of JFIF
+  EXPECT_FALSE(OptimizeJpeg(start + testing::JpegSegment(0xEE, adobe + '\0') + jpeg.substr(20)));
+  EXPECT_TRUE(OptimizeJpeg(start + testing::JpegSegment(0xEE, adobe + '\1') + jpeg.substr(20)));
+}
+
+TEST(JpegOptimizer, RefusesDataThatIsNotComplete) {
+  for (const Coding coding : {Coding::kHuffman, Coding::kProgressive}) {
+    const std::string jpeg = Encoded({.coding = coding});
+    for (std::size_t size = 0; size < jpeg.size(); ++size) {
+      EXPECT_FALSE(OptimizeJpeg(std::string_view(jpeg).substr(0, size))) << size;
+    }
+    EXPECT_EQ(OptimizeJpeg(jpeg + "what follows"), OptimizeJpeg(jpeg));
+  }
+}
+
+TEST(JpegOptimizer, RefusesDamage) {
+  const std::string jpeg = Encoded({.space = JCS_GRAYSCALE});
+  const std::size_t scan = jpeg.find("\xFF\xDA");
+  std::string damaged = jpeg;
+  damaged.replace(scan + 40, 2, "\xFF\xD3");  // a restart that nobody expects
+  EXPECT_FALSE(OptimizeJpeg(damaged));
+  EXPECT_FALSE(OptimizeJpeg(jpeg.substr(0, scan + 20) + jpeg.substr(scan + 60)));
+}
+
+TEST(JpegOptimizer, SeveralThreadsOptimizeAtOnce) {
+  const std::string jpeg = Encoded({});
+  const std::optional<std::string> expected = OptimizeJpeg(jpeg);
+  std::vector<std::optional<std::string>> results(4);
+  std::vector<std::thread> threads;
+  for (std::optional<std::string>& result : results) {
+    threads.emplace_back([&] { result = OptimizeJpeg(jpeg); });
+  }
+  for (std::thread& thread : threads) {
+    thread.join();
+  }
+  for (const std::optional<std::string>& result : results) {
+    EXPECT_EQ(result, expected);
+  }
 }
 
 }  // namespace
