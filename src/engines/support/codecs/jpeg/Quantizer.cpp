@@ -1,0 +1,180 @@
+#include "engines/support/codecs/jpeg/Quantizer.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+
+#include "engines/support/codecs/JpegCodes.h"
+
+namespace TarnixTools::engines::jpeg {
+namespace {
+
+// What bits of data an error of one step is worth, squared. Photographs and scans of equal similarity
+// (SSIM) were smallest from 10 to 15.
+constexpr float kErrorCosts = 12;
+
+// The means of blocks that are all white and all black.
+constexpr float kWhite = 1016;
+constexpr float kBlack = -1024;
+
+// How far coefficients go, the mean of a block aside (T.81, F.1.2): eight bits a sample.
+constexpr int kFarthest = 1023;
+constexpr int kFarthestMean = 1024;
+
+constexpr int kLastPlace = 63;
+
+// Bits that a coefficient takes, by the zeros before it and by the bits of its value. They are those of
+// the codes that the standard suggests: a picture's own are not known before it is quantised.
+using Costs = std::array<std::array<float, 11>, 16>;
+
+Costs MakeCosts() {
+  Costs costs{};
+  std::size_t next = 0;
+  for (std::size_t length = 1; length <= kOtherCodeCounts.size(); ++length) {
+    for (int i = 0; i < kOtherCodeCounts[length - 1]; ++i) {
+      const std::size_t value = kOtherCodeValues[next++];
+      costs[value >> 4U][value & 15U] = static_cast<float>(length + (value & 15U));
+    }
+  }
+  return costs;
+}
+
+const Costs& TheCosts() {
+  static const Costs costs = MakeCosts();
+  return costs;
+}
+
+float CostsOf(int zeros, int size) {
+  const Costs& costs = TheCosts();
+  const auto bits = static_cast<std::size_t>(std::bit_width(static_cast<unsigned>(size)));
+  return static_cast<float>(zeros / 16) * costs[15][0] +
+         costs[static_cast<std::size_t>(zeros % 16)][bits];
+}
+
+// The code that ends a block.
+float CostsOfEnd() {
+  return TheCosts()[0][0];
+}
+
+float CostsOfError(float difference) {
+  return kErrorCosts * difference * difference;
+}
+
+// A coefficient that rounding does not make 0. The first stands for the beginning, where none has been
+// kept.
+struct Candidate {
+  int place;     // in the zigzag order
+  int size;      // its absolute value in steps, rounded
+  float exact;   // and as it is
+  float before;  // costs of leaving all candidates before this one out
+  // The best of the ways on which this one is kept: what it costs up to here, the candidate that is kept
+  // before this one, and what is kept of it.
+  float costs;
+  std::size_t previous;
+  int kept;
+
+  float after() const { return before + CostsOfError(exact); }
+};
+
+// The coefficients of a block that may be kept, and which of them are.
+class Choice {
+ public:
+  Choice() { candidates_[0] = {}; }
+
+  void Add(int place, float exact) {
+    const float before = candidates_[count_].after();
+    Candidate& added = candidates_[++count_];
+    added.place = place;
+    added.size = std::min(static_cast<int>(exact + 0.5F), kFarthest);
+    added.exact = exact;
+    added.before = before;
+  }
+
+  // The last candidate of the best way; each tells which is the one before.
+  std::size_t Find() {
+    for (std::size_t i = 1; i <= count_; ++i) {
+      FindWayTo(i);
+    }
+    const float all = candidates_[count_].after();
+    std::size_t last = 0;
+    float least = std::numeric_limits<float>::max();
+    for (std::size_t i = 0; i <= count_; ++i) {
+      const Candidate& candidate = candidates_[i];
+      const float costs = candidate.costs + all - candidate.after() +
+                          (candidate.place == kLastPlace ? 0 : CostsOfEnd());
+      if (costs < least) {
+        least = costs;
+        last = i;
+      }
+    }
+    return last;
+  }
+
+  const Candidate& operator[](std::size_t index) const { return candidates_[index]; }
+
+ private:
+  void FindWayTo(std::size_t index) {
+    Candidate& to = candidates_[index];
+    to.costs = std::numeric_limits<float>::max();
+    for (std::size_t i = index; i-- > 0;) {
+      const Candidate& from = candidates_[i];
+      const float left_out = to.before - from.after();
+      if (left_out >= to.costs) {
+        break;  // and going back further leaves out more
+      }
+      const int zeros = to.place - from.place - 1;
+      for (int size = to.size; size >= std::max(1, to.size - 1); --size) {
+        const float costs = from.costs + left_out + CostsOf(zeros, size) +
+                            CostsOfError(to.exact - static_cast<float>(size));
+        if (costs < to.costs) {
+          to.costs = costs;
+          to.previous = i;
+          to.kept = size;
+        }
+      }
+    }
+  }
+
+  // Set as far as they are counted.
+  std::array<Candidate, 64> candidates_;
+  std::size_t count_ = 0;
+};
+
+// What stands for the mean of a block, in steps. White and black become no gray: what is beyond them is
+// cut off when it is decoded, and close to black little differences count.
+int Mean(float mean, float factor) {
+  const float exact = mean * factor;
+  const float steps = mean >= kWhite - 0.5F   ? std::ceil(exact)
+                      : mean <= kBlack + 0.5F ? std::floor(exact)
+                                              : std::round(exact);
+  return std::clamp(static_cast<int>(steps), -kFarthestMean, kFarthest);
+}
+
+}  // namespace
+
+Quantizer::Quantizer(const JpegSteps& steps) {
+  for (std::size_t i = 0; i < factors_.size(); ++i) {
+    factors_[i] = 1.0F / static_cast<float>(steps[i]);
+  }
+}
+
+void Quantizer::Quantize(const Block& block, std::int16_t* quantized) const {
+  std::fill_n(quantized, block.size(), std::int16_t{0});
+  quantized[0] = static_cast<std::int16_t>(Mean(block[0], factors_[0]));
+  Choice choice;
+  for (int place = 1; place <= kLastPlace; ++place) {
+    const std::size_t at = kZigzag[static_cast<std::size_t>(place)];
+    const float exact = std::abs(block[at] * factors_[at]);
+    if (exact >= 0.5F) {
+      choice.Add(place, exact);
+    }
+  }
+  for (std::size_t i = choice.Find(); i > 0; i = choice[i].previous) {
+    const std::size_t at = kZigzag[static_cast<std::size_t>(choice[i].place)];
+    quantized[at] = static_cast<std::int16_t>(block[at] < 0 ? -choice[i].kept : choice[i].kept);
+  }
+}
+
+}  // namespace TarnixTools::engines::jpeg
