@@ -153,7 +153,6 @@ std::optional<Type1Program> Type1Program::Read(std::string_view bytes) {
 // for encrypted although it is of them comes after the end of the private part.
 bool Type1Program::Split(std::string_view bytes) {
   constexpr std::string_view kStart = "currentfile eexec";
-  constexpr std::string_view kClose = "closefile";
   const std::size_t found = bytes.find(kStart);
   if (!bytes.starts_with("%!") || found == std::string_view::npos ||
       bytes.substr(0, found).find("/WeightVector") != std::string_view::npos) {
@@ -168,6 +167,11 @@ bool Type1Program::Split(std::string_view bytes) {
   const std::string_view cipher = bytes.substr(start, end - start);
   clear_ = bytes.substr(0, start);
   trailer_ = "\n" + std::string(bytes.substr(end));
+  return Decrypt(cipher);
+}
+
+bool Type1Program::Decrypt(std::string_view cipher) {
+  constexpr std::string_view kClose = "closefile";
   private_ = DecryptType1(IsHex(cipher) ? FromHex(cipher) : std::string(cipher), kType1ProgramKey);
   private_.erase(0, kRandomBytes);
   const std::size_t close = private_.rfind(kClose);
@@ -241,25 +245,25 @@ bool Type1Program::ReadGlyphs(std::size_t at) {
   if (!count || words.Next() != "dict" || words.Next() != "dup" || words.Next() != "begin") {
     return false;
   }
-  while (glyphs_.size() < kMaxEntries) {
-    Entry entry;
-    entry.start = words.at();
-    const std::string_view name = words.Next();
-    if (name == "end") {
-      return glyphs_.contains(".notdef");
-    }
-    if (!name.starts_with('/') || !ReadCode(words, entry)) {
-      return false;
-    }
-    if (words.Next() == "noaccess") {
-      words.Next();
-    }
-    entry.end = words.at();
-    if (!glyphs_.emplace(name.substr(1), entry).second) {
-      return false;
-    }
+  while (glyphs_.size() < kMaxEntries && ReadGlyph(words)) {
   }
-  return false;
+  return words.Next() == "end" && glyphs_.contains(".notdef");
+}
+
+// False at the end of the glyphs, and for what is none.
+bool Type1Program::ReadGlyph(Words& words) {
+  Entry entry;
+  entry.start = words.at();
+  const std::string_view name = words.Next();
+  if (!name.starts_with('/') || !ReadCode(words, entry)) {
+    words = Words(private_, entry.start);
+    return false;
+  }
+  if (words.Next() == "noaccess") {
+    words.Next();
+  }
+  entry.end = words.at();
+  return glyphs_.emplace(name.substr(1), entry).second;
 }
 
 void Type1Program::EmptySubroutines(const Needs& needs, Edits& edits) const {

@@ -57,9 +57,11 @@ class Type1Program {
   class Needs;
 
   bool Split(std::string_view bytes);
+  bool Decrypt(std::string_view cipher);
   bool ReadPrivate();
   bool ReadSubroutines(std::size_t at);
   bool ReadGlyphs(std::size_t at);
+  bool ReadGlyph(Words& words);
   bool ReadCode(Words& words, Entry& entry) const;
   void EmptySubroutines(const Needs& needs, Edits& edits) const;
   void RemoveGlyphs(const Needs& needs, Edits& edits) const;
