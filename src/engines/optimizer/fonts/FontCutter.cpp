@@ -127,6 +127,23 @@ bool IsAsBefore(FontProgram& before, const GlyphsOfCodes& found, FontProgram& af
   return true;
 }
 
+std::set<std::uint32_t> AllOf(const GlyphsOfCodes& found) {
+  std::set<std::uint32_t> glyphs = {0};
+  for (const std::vector<std::uint32_t>& of_code : found) {
+    glyphs.insert(of_code.begin(), of_code.end());
+  }
+  return glyphs;
+}
+
+CutProgram Deflated(const CutBytes& made) {
+  CutProgram cut{.data = {},
+                 .byte_count = made.bytes.size(),
+                 .clear_bytes = made.clear,
+                 .encrypted_bytes = made.encrypted};
+  pdf::DeflateTo(cut.data, made.bytes, kDeflateLevel);
+  return cut;
+}
+
 }  // namespace
 
 CutResult CutFont(std::string_view program, const FontJob& job) {
@@ -138,20 +155,12 @@ CutResult CutFont(std::string_view program, const FontJob& job) {
     return {std::nullopt, FontLeftAlone::kUnsure};
   }
   const GlyphsOfCodes found = FindGlyphs(*before, job);
-  std::set<std::uint32_t> glyphs = {0};
-  for (const std::vector<std::uint32_t>& of_code : found) {
-    glyphs.insert(of_code.begin(), of_code.end());
-  }
-  const CutBytes made = Cut(*before, job, glyphs);
+  const CutBytes made = Cut(*before, job, AllOf(found));
   const std::unique_ptr<FontProgram> after = FontProgram::Open(made.bytes);
   if (after == nullptr || !IsAsBefore(*before, found, *after, job)) {
     return {std::nullopt, FontLeftAlone::kUnsure};
   }
-  CutProgram cut{.data = {},
-                 .byte_count = made.bytes.size(),
-                 .clear_bytes = made.clear,
-                 .encrypted_bytes = made.encrypted};
-  pdf::DeflateTo(cut.data, made.bytes, kDeflateLevel);
+  CutProgram cut = Deflated(made);
   if (cut.data.size() >= job.encoded_bytes) {
     return {std::nullopt, FontLeftAlone::kSmallest};
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -97,6 +98,18 @@ void CountLeft(FontReport& report, FontLeftAlone why, std::uint64_t bytes) {
   report.bytes_after += bytes;
 }
 
+std::optional<FontLeftAlone> WhyLeft(const Program& program, const FontOptions& options) {
+  if (program.job.encoded_bytes == 0) {
+    return FontLeftAlone::kUnreadable;
+  }
+  if (program.is_whole) {
+    return FontLeftAlone::kAnyCode;
+  }
+  const bool is_wanted = options.keeps_glyph_lists && program.has_lists;
+  return is_wanted || program.is_listed_in_place ? std::optional(FontLeftAlone::kConformance)
+                                                 : std::nullopt;
+}
+
 // The dictionary without what tells of the data as it was.
 std::string DictionaryFor(const Object& dictionary, const FontJob& job, const CutProgram& cut) {
   constexpr std::array<std::string_view, 10> kOfData = {
@@ -134,18 +147,13 @@ std::vector<FontJob> PlanFonts(Document& document, const FontUse& use, const Fon
     const std::uint64_t bytes = LengthOf(document, number);
     program.job.encoded_bytes = bytes;
     program.job.drops_hints = options.drops_hints;
-    ++report.programs;
+    report.programs += 1 + program.job.twins.size();
     report.bytes_before += bytes;
     for (const std::uint32_t twin : program.job.twins) {
-      ++report.programs;
       report.bytes_before += LengthOf(document, twin);
     }
-    if (bytes == 0) {
-      CountLeft(report, FontLeftAlone::kUnreadable, bytes);
-    } else if (program.is_whole) {
-      CountLeft(report, FontLeftAlone::kAnyCode, bytes);
-    } else if ((options.keeps_glyph_lists && program.has_lists) || program.is_listed_in_place) {
-      CountLeft(report, FontLeftAlone::kConformance, bytes);
+    if (const auto why = WhyLeft(program, options)) {
+      CountLeft(report, *why, bytes);
     } else {
       jobs.push_back(std::move(program.job));
     }

@@ -1,5 +1,7 @@
 #include "engines/optimizer/fonts/FontUse.h"
 
+#include <string_view>
+
 #include "pdf/content/Appearances.h"
 
 namespace TarnixTools::engines::optimizer {
@@ -123,22 +125,20 @@ void FontUse::KeepFormFonts() {
   KeepResources(form.Get("DR"));
   std::vector<std::uint32_t> waiting;
   std::set<std::uint32_t> seen;
-  const auto add = [&](const Object& kids) {
-    for (const Object& kid : document_->Resolve(kids, arena).Items()) {
+  const auto add = [&](const Object& parent, std::string_view key) {
+    for (const Object& kid : document_->Resolve(parent.Get(key), arena).Items()) {
       const std::uint32_t number = kid.AsReference().number;
       if (number != 0 && seen.insert(number).second) {
         waiting.push_back(number);
       }
     }
   };
-  add(form.Get("Fields"));
+  add(form, "Fields");
   while (!waiting.empty() && !keeps_all_) {
-    const std::uint32_t number = waiting.back();
+    const Object field = document_->Load({waiting.back(), 0}, arena);
     waiting.pop_back();
-    Arena field_arena;
-    const Object field = document_->Load({number, 0}, field_arena);
     KeepField(field);
-    add(field.Get("Kids"));
+    add(field, "Kids");
     keeps_all_ = seen.size() > limits::kMaxFormFields;
   }
 }

@@ -67,8 +67,19 @@ FacePtr FaceOf(const FontProgram& program, const CffSurroundings& surroundings) 
   return is_made ? std::move(face) : nullptr;
 }
 
+// Adds the tables that the subset does without to the set.
+void DropTables(hb_face_t* face, bool keeps_names, hb_set_t* dropped) {
+  fonts::ForEachTable(face, [&](hb_tag_t tag) {
+    const bool is_kept =
+        std::find(kKeptTables.begin(), kKeptTables.end(), tag) != kKeptTables.end() &&
+        (tag != TagOf("post") || keeps_names);
+    if (!is_kept) {
+      HarfBuzz::Get().hb_set_add(dropped, tag);
+    }
+  });
+}
+
 FacePtr Subset(hb_face_t* face, const SubsetWishes& wishes) {
-  const HarfBuzz& hb = HarfBuzz::Get();
   const HarfBuzzSubset& subset = HarfBuzzSubset::Get();
   const fonts::SubsetInputPtr input(subset.hb_subset_input_create_or_fail());
   if (input == nullptr) {
@@ -76,17 +87,10 @@ FacePtr Subset(hb_face_t* face, const SubsetWishes& wishes) {
   }
   hb_set_t* glyphs = subset.hb_subset_input_glyph_set(input.get());
   for (const std::uint32_t glyph : wishes.glyphs) {
-    hb.hb_set_add(glyphs, glyph);
+    HarfBuzz::Get().hb_set_add(glyphs, glyph);
   }
-  hb_set_t* dropped = subset.hb_subset_input_set(input.get(), HB_SUBSET_SETS_DROP_TABLE_TAG);
-  fonts::ForEachTable(face, [&](hb_tag_t tag) {
-    const bool is_kept =
-        std::find(kKeptTables.begin(), kKeptTables.end(), tag) != kKeptTables.end() &&
-        (tag != TagOf("post") || wishes.keeps_names);
-    if (!is_kept) {
-      hb.hb_set_add(dropped, tag);
-    }
-  });
+  DropTables(face, wishes.keeps_names,
+             subset.hb_subset_input_set(input.get(), HB_SUBSET_SETS_DROP_TABLE_TAG));
   unsigned flags = HB_SUBSET_FLAGS_RETAIN_GIDS | HB_SUBSET_FLAGS_NOTDEF_OUTLINE;
   flags |= wishes.keeps_names ? unsigned{HB_SUBSET_FLAGS_GLYPH_NAMES} : 0U;
   flags |= wishes.drops_hints ? unsigned{HB_SUBSET_FLAGS_NO_HINTING} : 0U;

@@ -109,23 +109,31 @@ bool Agree(const Measures& a, const Measures& b) {
   return true;
 }
 
+// The name of the code's glyph, if that is what readers take without the program; empty otherwise.
+std::string NameWithout(FontProgram& program, const DocumentFont& font, std::uint8_t code,
+                        std::uint32_t glyph) {
+  const std::string_view said = font.GlyphNameOf(code);
+  const std::string_view expected =
+      said.empty() ? GlyphNameIn(fonts::BaseEncoding::kStandard, code) : said;
+  std::string name = program.NameOf(glyph);
+  return name == expected ? name : std::string();
+}
+
 // Whether the codes of one font show in the face what they show in the program.
 bool AgreesWith(FontProgram& face, FontProgram& program, const FontJob::Use& use) {
   GlyphFinder finder(*use.font, program);
   for (const std::uint32_t code : use.codes) {
-    const std::vector<std::uint32_t> glyphs = finder.GlyphsOf(code);
-    const std::string name = glyphs.empty() ? std::string() : program.NameOf(glyphs.front());
     const auto byte = static_cast<std::uint8_t>(code);
-    const std::string_view said = use.font->GlyphNameOf(byte);
-    if (name.empty() ||
-        name != (said.empty() ? GlyphNameIn(fonts::BaseEncoding::kStandard, byte) : said)) {
+    const std::vector<std::uint32_t> glyphs = finder.GlyphsOf(code);
+    const std::uint32_t glyph = glyphs.empty() ? 0 : glyphs.front();
+    const std::string name = NameWithout(program, *use.font, byte, glyph);
+    const auto embedded = MeasuresIn(program, glyph);
+    const auto installed = MeasuresIn(face, face.GlyphNamed(name));
+    if (glyph == 0 || name.empty() || !embedded || !installed || !Agree(*embedded, *installed)) {
       return false;
     }
-    const auto embedded = MeasuresIn(program, glyphs.front());
-    const auto installed = MeasuresIn(face, face.GlyphNamed(name));
-    const double width = use.font->WidthOf(byte).value_or(installed ? installed->advance : 0);
-    if (!embedded || !installed || !Agree(*embedded, *installed) ||
-        std::abs(width - installed->advance) > kAdvanceTolerance) {
+    const double width = use.font->WidthOf(byte).value_or(installed->advance);
+    if (std::abs(width - installed->advance) > kAdvanceTolerance) {
       return false;
     }
   }
