@@ -131,22 +131,23 @@ void OptimizedDocument::Rewrite(pdf::ByteSink& sink, const SaveOptions& options)
   ReportDamage();
 }
 
-// What is left out goes first, so that no work is done on it.
+// What is left out goes first, so that no work is done on it. Fonts are cut by all that shows their
+// glyphs, which merging could hide; images are coded once for all that are equal.
 void OptimizedDocument::Reduce(const OptimizerSettings& settings, pdf::DocumentRewriter& rewriter) {
   StripEntries(*document_, pages_, settings.strip, rewriter);
   if (settings.optimizes_resources) {
     RemoveUnusedResources(*document_, pages_, rewriter);
   }
+  FontPass fonts(*document_);
+  const DocumentSurvey survey(*document_, pages_, &fonts);
+  fonts.Run(settings, ClaimsPdfA(*document_), rewriter, pool_);
   if (settings.removes_redundant_objects) {
     MergeDuplicateObjects(*document_, pages_, {}, rewriter);
   }
-  FontPass fonts(*document_);
-  const DocumentSurvey survey(*document_, pages_, &fonts);
   images_.emplace(*document_, survey, settings);
   images_->Run(rewriter, pool_);
   images_->Apply(rewriter);
   report_.images = images_->Figures();
-  fonts.Run(settings, ClaimsPdfA(*document_), rewriter, pool_);
 }
 
 // Streams that stay what they are, in fewer bytes.

@@ -3,23 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "engines/support/codecs/JpegEncoder.h"
 #include "engines/support/codecs/JpegReader.h"
-#include "engines/support/codecs/JpegWriter.h"
 #include "engines/support/pictures/Plane.h"
 
 namespace TarnixTools::engines::optimizer {
 
 namespace {
-
-class StringSink : public pdf::ByteSink {
- public:
-  void Write(std::string_view bytes) override { data_ += bytes; }
-
-  std::string Take() { return std::move(data_); }
-
- private:
-  std::string data_;
-};
 
 Plane PlaneOf(const SamplePicture& picture) {
   Plane plane(picture.width, picture.height, picture.components, 8);
@@ -57,19 +47,20 @@ CodedPicture CodedOf(const ImageStream& stream) {
 }  // namespace
 
 CodedPicture CodeAsJpeg(const SamplePicture& picture, const JpegChoice& choice) {
-  StringSink sink;
-  JpegWriter writer(sink,
-                    {.width = picture.width,
-                     .height = picture.height,
-                     .layout = picture.components == 1 ? PixelLayout::kGray : PixelLayout::kRgb,
-                     .quality = choice.quality});
-  writer.WriteRows(picture.samples.data(), picture.row_bytes(), picture.height);
-  writer.Finish();
+  JpegEncoder encoder({.width = picture.width,
+                       .height = picture.height,
+                       .components = picture.components,
+                       .quality = choice.quality,
+                       .is_subsampled = choice.is_subsampled,
+                       .is_progressive = choice.is_final});
+  for (std::uint32_t y = 0; y < picture.height; ++y) {
+    encoder.AddRow(picture.row(y));
+  }
   CodedPicture coded;
   coded.width = picture.width;
   coded.height = picture.height;
   coded.filter = "DCTDecode";
-  coded.data = sink.Take();
+  coded.data = encoder.Finish();
   return coded;
 }
 

@@ -14,11 +14,12 @@ namespace TarnixTools::engines::optimizer {
 struct CodedPicture {
   std::uint32_t width = 0;  // pixels
   std::uint32_t height = 0;
-  int bits = 8;             // of a component
-  std::string color_space;  // as text; empty: that which the image has
-  std::string palette;      // three bytes a colour; then color_space is that of its colours
-  std::string filter;       // "DCTDecode"
-  std::string parameters;   // entries of /DecodeParms
+  int bits = 8;               // of a component
+  std::string color_space;    // as text; empty: that which the image has
+  std::string palette;        // three bytes a colour; then color_space is that of its colours
+  bool keeps_filter = false;  // with its parameters; the next two do not matter then
+  std::string filter;         // "DCTDecode"
+  std::string parameters;     // entries of /DecodeParms
   std::optional<std::string> decode;  // numbers of /Decode, none for an empty text; else as it was
   std::string data;
 };

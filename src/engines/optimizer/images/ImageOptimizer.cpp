@@ -9,6 +9,9 @@
 #include "engines/optimizer/images/JpegSearch.h"
 #include "engines/optimizer/images/PictureFeatures.h"
 #include "engines/optimizer/images/Similarity.h"
+#include "engines/support/codecs/JpegMarkers.h"
+#include "engines/support/codecs/JpegTables.h"
+#include "engines/support/codecs/JpegTranscoder.h"
 #include "engines/support/pictures/ReducedPicture.h"
 
 namespace TarnixTools::engines::optimizer {
@@ -20,7 +23,7 @@ constexpr double kScaleStep = 1.4;
 // Images of up to this many times the resolution that is needed are tried in their own size, too.
 constexpr double kWholeUpTo = 1.7;
 // What has been packed quickly becomes smaller than this part when it is packed densely.
-constexpr double kMostForDense = 1.2;
+constexpr double kMostForDense = 1.08;
 
 std::uint32_t PixelsFor(double points, double dpi, std::uint32_t most) {
   const double pixels = std::ceil(points * dpi / 72 - 0.01);
@@ -48,10 +51,11 @@ class Optimizer {
     features_ = FeaturesOf(picture_);
     SetClass();
     DropColor();
-    if (!task_->keeps_samples && (goals_->settings.continuous_codecs & kContinuousJpeg) != 0) {
+    if (MayBeJpeg()) {
       TryJpeg();
     }
     TryLossless();
+    TryPackedJpeg();
     if (best_) {
       outcome_.coded = std::move(best_);
     } else {
@@ -152,6 +156,34 @@ class Optimizer {
     TryReduced(search);
     if (std::optional<CodedPicture> found = search.Result()) {
       Offer(*std::move(found), true);
+    }
+  }
+
+  // Data that is as coarse as what would be made of it is not coded anew, so that another run
+  // changes nothing.
+  bool MayBeJpeg() const {
+    if (task_->keeps_samples || (goals_->settings.continuous_codecs & kContinuousJpeg) == 0) {
+      return false;
+    }
+    if (task_->jpeg.empty() || is_resampled_) {
+      return true;
+    }
+    const std::optional<JpegHeader> header = ReadJpegHeader(std::string_view(task_->jpeg));
+    return header && !AreStepsAsCoarse(*header, goals_->settings.image_quality);
+  }
+
+  // JPEG data as it is, in fewer bytes.
+  void TryPackedJpeg() {
+    if (best_ || task_->jpeg.empty()) {
+      return;
+    }
+    if (std::optional<std::string> packed = OptimizeJpeg(task_->jpeg)) {
+      CodedPicture coded;
+      coded.width = task_->width;
+      coded.height = task_->height;
+      coded.keeps_filter = true;
+      coded.data = *std::move(packed);
+      Offer(std::move(coded), true);
     }
   }
 

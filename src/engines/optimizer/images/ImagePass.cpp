@@ -163,9 +163,14 @@ std::string ImagePass::DictionaryOf(std::uint32_t number, const CodedPicture& co
   AppendEntry(text, "Width", std::to_string(coded.width));
   AppendEntry(text, "Height", std::to_string(coded.height));
   AppendEntry(text, "BitsPerComponent", std::to_string(coded.bits));
-  AppendEntry(text, "Filter", "/" + coded.filter);
-  if (!coded.parameters.empty()) {
-    AppendEntry(text, "DecodeParms", "<<" + coded.parameters + ">>");
+  if (coded.keeps_filter) {
+    keep("Filter", dictionary.Get("Filter"));
+    keep("DecodeParms", dictionary.Get("DecodeParms"));
+  } else {
+    AppendEntry(text, "Filter", "/" + coded.filter);
+    if (!coded.parameters.empty()) {
+      AppendEntry(text, "DecodeParms", "<<" + coded.parameters + ">>");
+    }
   }
   if (!coded.palette.empty()) {
     std::string space = "[/Indexed" + coded.color_space;

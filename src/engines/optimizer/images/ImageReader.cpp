@@ -46,8 +46,6 @@ class Reader {
       input_.task = LeftAlone::kUnreadable;
     } else if (!space_ || facts_.uses_jpx_alpha) {
       input_.task = LeftAlone::kUnhandled;
-    } else if (facts_.filter == ImageFilter::kJbig2) {
-      input_.task = LeftAlone::kSmallest;  // no other coding without loss is smaller
     } else if (IsBitonal()) {
       ReadBitonal();
     } else {

@@ -22,7 +22,7 @@ constexpr int kLevel = 6;
 constexpr int kDenseLevel = 12;
 // The level before it takes half the time for a hundredth more bytes.
 constexpr int kDenseLevelOfMany = 9;
-constexpr std::size_t kMany = std::size_t{8} << 20;
+constexpr std::size_t kMany = std::size_t{1} << 20;
 // Rows that are compressed on trial, and how.
 constexpr std::size_t kTrialBytes = std::size_t{256} << 10;
 constexpr int kTrialLevel = 1;
