@@ -14,6 +14,9 @@ if(PROJECT_IS_TOP_LEVEL)
   find_program(CCACHE_PROGRAM ccache)
   if(CCACHE_PROGRAM AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+    if(TARNIX_PRECOMPILE)
+      list(PREPEND CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros)
+    endif()
   endif()
 endif()
 
@@ -45,6 +48,15 @@ endif()
 if(TARNIX_FUZZ)
   target_compile_options(tarnix_build INTERFACE -fsanitize=fuzzer-no-link)
 endif()
+
+# tarnix_precompile(TARGET HEADER...): with TARNIX_PRECOMPILE these and the most common headers of the standard library are
+# read once for all sources of the target. Builds without it show what a source has forgotten to include.
+function(tarnix_precompile target)
+  if(TARNIX_PRECOMPILE)
+    target_precompile_headers(${target} PRIVATE <algorithm> <array> <cstdint> <map> <memory> <optional> <span> <string>
+      <string_view> <unordered_map> <unordered_set> <utility> <vector> ${ARGN})
+  endif()
+endfunction()
 
 # tarnix_glob(OUT PATTERN...): the files that match, looked up again at every build.
 function(tarnix_glob out)
