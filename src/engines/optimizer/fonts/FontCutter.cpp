@@ -14,6 +14,7 @@
 #include "engines/optimizer/fonts/Type1Program.h"
 #include "engines/support/fonts/FontProgram.h"
 #include "engines/support/fonts/GlyphFinder.h"
+#include "engines/support/fonts/LibraryMissing.h"
 #include "pdf/filters/Filters.h"
 
 namespace TarnixTools::engines::optimizer {
@@ -144,9 +145,7 @@ CutProgram Deflated(const CutBytes& made) {
   return cut;
 }
 
-}  // namespace
-
-CutResult CutFont(std::string_view program, const FontJob& job) {
+CutResult CutWithLibraries(std::string_view program, const FontJob& job) {
   const std::unique_ptr<FontProgram> before = FontProgram::Open(program);
   if (before == nullptr) {
     return {std::nullopt, FontLeftAlone::kUnreadable};
@@ -165,6 +164,16 @@ CutResult CutFont(std::string_view program, const FontJob& job) {
     return {std::nullopt, FontLeftAlone::kSmallest};
   }
   return {std::move(cut), {}};
+}
+
+}  // namespace
+
+CutResult CutFont(std::string_view program, const FontJob& job) {
+  try {
+    return CutWithLibraries(program, job);
+  } catch (const fonts::LibraryMissing&) {
+    return {std::nullopt, FontLeftAlone::kNoLibrary};
+  }
 }
 
 }  // namespace TarnixTools::engines::optimizer

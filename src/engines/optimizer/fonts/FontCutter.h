@@ -17,7 +17,7 @@ struct CutResult {
 
 // program: decoded. There is a cut program only where it is smaller, and where every code that is
 // shown surely leads to the outline and the advance that it led to before. Uses nothing but its
-// arguments, on any thread. Throws LibraryMissing.
+// arguments, on any thread.
 CutResult CutFont(std::string_view program, const FontJob& job);
 
 }  // namespace TarnixTools::engines::optimizer

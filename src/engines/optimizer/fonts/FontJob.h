@@ -20,9 +20,10 @@ enum class FontLeftAlone : std::uint8_t {
   kUnreadable,  // it cannot be read
   kUnsure,      // it would not surely look and work as before
   kConformance,  // the document's standard wants lists of its glyphs
+  kNoLibrary,    // there is no library that reads or cuts fonts
 };
 
-inline constexpr std::size_t kFontLeftAloneCount = 5;
+inline constexpr std::size_t kFontLeftAloneCount = 6;
 
 struct FontReport {
   std::size_t programs = 0;

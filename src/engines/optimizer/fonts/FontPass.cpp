@@ -40,13 +40,14 @@ void FontPass::Cut(const OptimizerSettings& settings, bool claims_pdfa,
                    pdf::DocumentRewriter& rewriter, WorkPool& pool) {
   std::deque<Cutting> cuttings;  // work holds references to them
   const FontOptions options{.drops_hints = false, .keeps_glyph_lists = claims_pdfa};
-  for (FontJob& job : PlanFonts(*document_, use_, options, report_)) {
+  for (FontJob& job : PlanFonts(*document_, use_, rewriter, options, report_)) {
     std::optional<pdf::Decoded> program =
         document_->TryDecodeStream(job.program, limits::kMaxProgramBytes);
+    Cutting& cutting = cuttings.emplace_back(Cutting{.job = std::move(job), .result = {}});
     if (!program || !program->complete) {
+      cutting.result.left_alone = FontLeftAlone::kUnreadable;
       continue;
     }
-    Cutting& cutting = cuttings.emplace_back(Cutting{.job = std::move(job), .result = {}});
     const std::uint64_t held = 3 * program->data.size();
     pool.Add(held, [&cutting, &settings, claims_pdfa, data = std::move(program->data)] {
       cutting.is_standard =

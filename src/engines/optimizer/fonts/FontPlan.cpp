@@ -35,24 +35,31 @@ std::string_view SubtypeOf(const Program& program) {
   return program.job.uses.front().font->descriptor().program_subtype;
 }
 
-Programs CollectPrograms(const FontUse& use) {
+void AddUse(Program& program, const FontUse::Font& font) {
+  const FontDescriptor& descriptor = font.font->descriptor();
+  const bool is_other =
+      program.job.entry != ProgramEntry::kNone && program.job.entry != descriptor.entry;
+  program.job.entry = descriptor.entry;
+  program.is_whole =
+      program.is_whole || is_other || font.is_whole || !font.font->is_encoding_known();
+  program.has_lists = program.has_lists || descriptor.lists_glyphs;
+  program.is_listed_in_place =
+      program.is_listed_in_place || (descriptor.lists_glyphs && descriptor.number == 0);
+  program.job.uses.push_back({font.font, font.codes.Codes()});
+}
+
+// By the numbers that they will have in the end.
+Programs CollectPrograms(const FontUse& use, pdf::DocumentRewriter& rewriter) {
   Programs programs;
   for (const auto& [number, font] : use.fonts()) {
-    const FontDescriptor& descriptor = font.font->descriptor();
-    if (descriptor.program == 0) {
+    const std::uint32_t written = rewriter.Successor(font.font->descriptor().program);
+    if (written == 0 || rewriter.IsChanged(written)) {
       continue;
     }
-    Program& program = programs[descriptor.program];
-    const bool is_other =
-        program.job.entry != ProgramEntry::kNone && program.job.entry != descriptor.entry;
-    program.job.program = descriptor.program;
-    program.job.entry = descriptor.entry;
-    program.is_whole = program.is_whole || is_other || font.is_whole ||
-                       !font.font->is_encoding_known() || use.IsWholeProgram(descriptor.program);
-    program.has_lists = program.has_lists || descriptor.lists_glyphs;
-    program.is_listed_in_place =
-        program.is_listed_in_place || (descriptor.lists_glyphs && descriptor.number == 0);
-    program.job.uses.push_back({font.font, font.codes.Codes()});
+    Program& program = programs[written];
+    program.job.program = written;
+    AddUse(program, font);
+    program.is_whole = program.is_whole || use.IsWholeProgram(font.font->descriptor().program);
   }
   return programs;
 }
@@ -61,8 +68,15 @@ bool IsEmbeddedAlike(const Program& a, const Program& b) {
   return a.job.entry == b.job.entry && SubtypeOf(a) == SubtypeOf(b);
 }
 
-// Programs with the same bytes become one; where one of them is kept whole, all are, for others
-// may make them one as they are.
+void Join(const Program& twin, Program& kept) {
+  kept.job.twins.push_back(twin.job.program);
+  kept.job.uses.insert(kept.job.uses.end(), twin.job.uses.begin(), twin.job.uses.end());
+  kept.has_lists = kept.has_lists || twin.has_lists;
+  kept.is_listed_in_place = kept.is_listed_in_place || twin.is_listed_in_place;
+}
+
+// Programs with the same bytes become one. Where one of them is kept whole, or embedded in another
+// way, all are kept whole.
 void JoinTwins(Document& document, Programs& programs) {
   std::vector<std::uint32_t> numbers;
   for (const auto& [number, program] : programs) {
@@ -70,21 +84,18 @@ void JoinTwins(Document& document, Programs& programs) {
   }
   const auto same = FindSamePrograms(document, numbers);
   for (const auto& [number, first] : same) {
+    const Program& twin = programs[number];
     Program& kept = programs[first];
-    kept.is_whole = kept.is_whole || programs[number].is_whole;
+    kept.is_whole = kept.is_whole || twin.is_whole || !IsEmbeddedAlike(twin, kept);
   }
   for (const auto& [number, first] : same) {
     Program& twin = programs[number];
     Program& kept = programs[first];
     twin.is_whole = kept.is_whole;
-    if (kept.is_whole || !IsEmbeddedAlike(twin, kept)) {
-      continue;
+    if (!kept.is_whole) {
+      Join(twin, kept);
+      programs.erase(number);
     }
-    kept.job.twins.push_back(number);
-    kept.job.uses.insert(kept.job.uses.end(), twin.job.uses.begin(), twin.job.uses.end());
-    kept.has_lists = kept.has_lists || twin.has_lists;
-    kept.is_listed_in_place = kept.is_listed_in_place || twin.is_listed_in_place;
-    programs.erase(number);
   }
 }
 
@@ -138,9 +149,10 @@ std::string DictionaryFor(const Object& dictionary, const FontJob& job, const Cu
 
 }  // namespace
 
-std::vector<FontJob> PlanFonts(Document& document, const FontUse& use, const FontOptions& options,
+std::vector<FontJob> PlanFonts(Document& document, const FontUse& use,
+                               pdf::DocumentRewriter& rewriter, const FontOptions& options,
                                FontReport& report) {
-  Programs programs = CollectPrograms(use);
+  Programs programs = CollectPrograms(use, rewriter);
   JoinTwins(document, programs);
   std::vector<FontJob> jobs;
   for (auto& [number, program] : programs) {
@@ -179,8 +191,8 @@ void ApplyCut(pdf::DocumentRewriter& rewriter, Document& document, const FontJob
   for (const FontJob::Use& use : job.uses) {
     const FontDescriptor& descriptor = use.font->descriptor();
     if (descriptor.lists_glyphs) {
-      rewriter.RemoveEntry(descriptor.number, "CIDSet");
-      rewriter.RemoveEntry(descriptor.number, "CharSet");
+      rewriter.RemoveEntry(rewriter.Successor(descriptor.number), "CIDSet");
+      rewriter.RemoveEntry(rewriter.Successor(descriptor.number), "CharSet");
     }
   }
 }

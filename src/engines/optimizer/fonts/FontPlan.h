@@ -1,7 +1,7 @@
 // Which font programs of a document can be cut down, and writing those that were.
 //
 //   FontReport report;
-//   for (const FontJob& job : PlanFonts(document, use, {}, report)) {
+//   for (const FontJob& job : PlanFonts(document, use, rewriter, {}, report)) {
 //     const auto program = document.TryDecodeStream(job.program, limits::kMaxProgramBytes);
 //     const CutResult result = CutFont(program->data, job);  // on any thread
 //     ApplyCut(rewriter, document, job, result, report);
@@ -27,10 +27,12 @@ struct FontOptions {
 };
 
 // The programs that may become smaller, in order of their numbers, each with others that have the
-// same bytes; those that are left alone from the start are in the report. Whoever merges or changes objects, too, leaves the programs of the
+// same bytes. Goes by what the rewriter has merged so far; programs that it changes or drops are
+// passed over. Those that are left alone from the start are in the report. Whoever merges or changes objects, too, leaves the programs of the
 // jobs alone. Throws Error for a document that cannot be read any more.
 std::vector<FontJob> PlanFonts(pdf::Document& document, const FontUse& use,
-                               const FontOptions& options, FontReport& report);
+                               pdf::DocumentRewriter& rewriter, const FontOptions& options,
+                               FontReport& report);
 
 // Puts what was cut in place of the program and of those that are the same, takes lists of glyphs that are no longer right out of
 // the descriptors, and adds to the report.

@@ -156,16 +156,20 @@ bool IsStandardUse(FontProgram& program, const FontJob::Use& use) {
 }  // namespace
 
 bool IsStandardProgram(std::string_view program, const FontJob& job) {
-  const std::unique_ptr<FontProgram> embedded = FontProgram::Open(program);
-  return embedded != nullptr && !job.uses.empty() &&
-         std::all_of(job.uses.begin(), job.uses.end(),
-                     [&](const FontJob::Use& use) { return IsStandardUse(*embedded, use); });
+  try {
+    const std::unique_ptr<FontProgram> embedded = FontProgram::Open(program);
+    return embedded != nullptr && !job.uses.empty() &&
+           std::all_of(job.uses.begin(), job.uses.end(),
+                       [&](const FontJob::Use& use) { return IsStandardUse(*embedded, use); });
+  } catch (const fonts::LibraryMissing&) {
+    return false;
+  }
 }
 
 void DropProgram(pdf::DocumentRewriter& rewriter, const FontJob& job, FontReport& report) {
   for (const FontJob::Use& use : job.uses) {
     for (const std::string_view key : {"FontFile", "FontFile2", "FontFile3", "CharSet"}) {
-      rewriter.RemoveEntry(use.font->descriptor().number, key);
+      rewriter.RemoveEntry(rewriter.Successor(use.font->descriptor().number), key);
     }
   }
   ++report.dropped;

@@ -17,9 +17,9 @@ namespace TarnixTools::engines::optimizer {
 // Whether all that the fonts show looks the same without the program: each has the name of a
 // standard font, shows its characters by an encoding that readers go by without the program, and
 // their advances and extents are those of the installed face with the metrics of the standard font.
-// False where there is no such face, as for Symbol and ZapfDingbats. Not for a document that has to
-// embed its fonts. Uses nothing but its arguments and the installed fonts, on any thread. Throws
-// LibraryMissing.
+// False where there is no such face, as for Symbol and ZapfDingbats, or no library that
+// reads fonts. Not for a document that has to
+// embed its fonts. Uses nothing but its arguments and the installed fonts, on any thread.
 //   program - decoded
 bool IsStandardProgram(std::string_view program, const FontJob& job);
 

@@ -6,8 +6,10 @@
 #ifndef TARNIX_TESTS_ENGINES_OPTIMIZER_FONTS_FONTFIXTURE_H_
 #define TARNIX_TESTS_ENGINES_OPTIMIZER_FONTS_FONTFIXTURE_H_
 
+#include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "engines/optimizer/fonts/FontLimits.h"
 #include "engines/optimizer/fonts/FontPlan.h"
@@ -52,7 +54,7 @@ inline engines::optimizer::FontReport CutAll(pdf::Document& document,
                                              const engines::optimizer::FontUse& use,
                                              const engines::optimizer::FontOptions& options) {
   engines::optimizer::FontReport report;
-  for (const auto& job : PlanFonts(document, use, options, report)) {
+  for (const auto& job : PlanFonts(document, use, rewriter, options, report)) {
     const auto program =
         document.TryDecodeStream(job.program, engines::optimizer::limits::kMaxProgramBytes);
     const auto result = engines::optimizer::CutFont(program ? program->data : "", job);
@@ -81,8 +83,13 @@ class FontCase {
 
   engines::optimizer::FontUse& use() { return use_; }
 
-  engines::optimizer::FontReport Cut(const engines::optimizer::FontOptions& options = {}) {
+  //   into - of two objects, the first becomes the second beforehand
+  engines::optimizer::FontReport Cut(const engines::optimizer::FontOptions& options = {},
+                                     std::pair<std::uint32_t, std::uint32_t> into = {}) {
     pdf::DocumentRewriter rewriter(*document_);
+    if (into.first != 0) {
+      rewriter.Merge(into.first, into.second);
+    }
     const auto report = CutAll(*document_, rewriter, use_, options);
     pdf::StringSink sink;
     rewriter.Write(sink);

@@ -143,6 +143,20 @@ TEST(FontPlan, MakesProgramsThatAreTheSameOne) {
   EXPECT_EQ(LettersIn(test.BytesOf(test.ProgramOf("G", "FontFile3"))), "AC");
 }
 
+TEST(FontPlan, GoesByWhatHasBeenMerged) {
+  const std::string program = testing::CffProgram(ManyNames());
+  FontCase test(Showing("Type1", "FontFile3")
+                    .Stream(4, "", "BT /F 9 Tf (C) Tj /G 9 Tf (A) Tj ET")
+                    .Object(6, "<</Subtype/Type1/FontDescriptor 11 0 R>>")
+                    .Object(11, "<</Flags 32/FontFile3 12 0 R>>")
+                    .Stream(9, "/Subtype/Type1C", program)
+                    .Stream(12, "/Subtype/Type1C", program));
+  const FontReport report = test.Cut({}, {9, 12});
+  EXPECT_EQ(report.programs, 1U);
+  EXPECT_LT(report.bytes_after, report.bytes_before);
+  EXPECT_EQ(LettersIn(test.BytesOf(test.ProgramOf("F", "FontFile3"))), "AC");
+}
+
 TEST(FontPlan, KeepsProgramsWholeThatAreTheSameAsOneThatIs) {
   const std::string program = testing::CffProgram(ManyNames());
   FontCase test(Showing("Type1", "FontFile3")

@@ -34,7 +34,8 @@ FontCase Showing(const std::string& entries, const std::string& program) {
 bool IsStandard(const std::string& entries, const std::string& program) {
   FontCase test = Showing(entries, program);
   FontReport report;
-  const auto jobs = PlanFonts(test.source(), test.use(), {}, report);
+  pdf::DocumentRewriter rewriter(test.source());
+  const auto jobs = PlanFonts(test.source(), test.use(), rewriter, {}, report);
   return jobs.size() == 1 && IsStandardProgram(program, jobs[0]);
 }
 
@@ -57,9 +58,9 @@ TEST(StandardFonts, AreThoseThatTheInstalledFaceAgreesWith) {
 TEST(StandardFonts, AreDroppedFromTheirDescriptors) {
   FontCase test = Showing("/BaseFont/Helvetica", "program");
   FontReport report;
-  const auto jobs = PlanFonts(test.source(), test.use(), {}, report);
-  ASSERT_EQ(jobs.size(), 1U);
   pdf::DocumentRewriter rewriter(test.source());
+  const auto jobs = PlanFonts(test.source(), test.use(), rewriter, {}, report);
+  ASSERT_EQ(jobs.size(), 1U);
   DropProgram(rewriter, jobs[0], report);
   pdf::StringSink sink;
   rewriter.Write(sink);
