@@ -29,7 +29,7 @@ constexpr int kLastPlace = 63;
 // the codes that the standard suggests: a picture's own are not known before it is quantised.
 using Costs = std::array<std::array<float, 11>, 16>;
 
-Costs MakeCosts() {
+constexpr Costs MakeCosts() {
   Costs costs{};
   std::size_t next = 0;
   for (std::size_t length = 1; length <= kOtherCodeCounts.size(); ++length) {
@@ -41,21 +41,12 @@ Costs MakeCosts() {
   return costs;
 }
 
-const Costs& TheCosts() {
-  static const Costs costs = MakeCosts();
-  return costs;
-}
+constexpr Costs kCosts = MakeCosts();
+constexpr float kCostsOfZeros = kCosts[15][0];  // sixteen of them
+constexpr float kCostsOfEnd = kCosts[0][0];
 
-float CostsOf(int zeros, int size) {
-  const Costs& costs = TheCosts();
-  const auto bits = static_cast<std::size_t>(std::bit_width(static_cast<unsigned>(size)));
-  return static_cast<float>(zeros / 16) * costs[15][0] +
-         costs[static_cast<std::size_t>(zeros % 16)][bits];
-}
-
-// The code that ends a block.
-float CostsOfEnd() {
-  return TheCosts()[0][0];
+std::size_t BitsOf(int size) {
+  return static_cast<std::size_t>(std::bit_width(static_cast<unsigned>(size)));
 }
 
 float CostsOfError(float difference) {
@@ -69,13 +60,12 @@ struct Candidate {
   int size;      // its absolute value in steps, rounded
   float exact;   // and as it is
   float before;  // costs of leaving all candidates before this one out
+  float after;   // and of leaving this one out, too
   // The best of the ways on which this one is kept: what it costs up to here, the candidate that is kept
   // before this one, and what is kept of it.
   float costs;
   std::size_t previous;
   int kept;
-
-  float after() const { return before + CostsOfError(exact); }
 };
 
 // The coefficients of a block that may be kept, and which of them are.
@@ -84,12 +74,13 @@ class Choice {
   Choice() { candidates_[0] = {}; }
 
   void Add(int place, float exact) {
-    const float before = candidates_[count_].after();
+    const float before = candidates_[count_].after;
     Candidate& added = candidates_[++count_];
     added.place = place;
     added.size = std::min(static_cast<int>(exact + 0.5F), kFarthest);
     added.exact = exact;
     added.before = before;
+    added.after = before + CostsOfError(exact);
   }
 
   // The last candidate of the best way; each tells which is the one before.
@@ -97,13 +88,13 @@ class Choice {
     for (std::size_t i = 1; i <= count_; ++i) {
       FindWayTo(i);
     }
-    const float all = candidates_[count_].after();
+    const float all = candidates_[count_].after;
     std::size_t last = 0;
     float least = std::numeric_limits<float>::max();
     for (std::size_t i = 0; i <= count_; ++i) {
       const Candidate& candidate = candidates_[i];
-      const float costs = candidate.costs + all - candidate.after() +
-                          (candidate.place == kLastPlace ? 0 : CostsOfEnd());
+      const float costs = candidate.costs + all - candidate.after +
+                          (candidate.place == kLastPlace ? 0 : kCostsOfEnd);
       if (costs < least) {
         least = costs;
         last = i;
@@ -115,26 +106,33 @@ class Choice {
   const Candidate& operator[](std::size_t index) const { return candidates_[index]; }
 
  private:
+  // Either what rounding gives is kept, or one less.
   void FindWayTo(std::size_t index) {
     Candidate& to = candidates_[index];
-    to.costs = std::numeric_limits<float>::max();
+    const int less = std::max(1, to.size - 1);
+    const std::size_t bits = BitsOf(to.size);
+    const std::size_t bits_of_less = BitsOf(less);
+    const float error = CostsOfError(to.exact - static_cast<float>(to.size));
+    const float error_of_less = CostsOfError(to.exact - static_cast<float>(less));
+    float least = std::numeric_limits<float>::max();
     for (std::size_t i = index; i-- > 0;) {
       const Candidate& from = candidates_[i];
-      const float left_out = to.before - from.after();
-      if (left_out >= to.costs) {
+      const float left_out = to.before - from.after;
+      if (left_out >= least) {
         break;  // and going back further leaves out more
       }
-      const int zeros = to.place - from.place - 1;
-      for (int size = to.size; size >= std::max(1, to.size - 1); --size) {
-        const float costs = from.costs + left_out + CostsOf(zeros, size) +
-                            CostsOfError(to.exact - static_cast<float>(size));
-        if (costs < to.costs) {
-          to.costs = costs;
-          to.previous = i;
-          to.kept = size;
-        }
+      const auto zeros = static_cast<std::size_t>(to.place - from.place - 1);
+      const float before = from.costs + left_out + static_cast<float>(zeros / 16) * kCostsOfZeros;
+      const auto& costs = kCosts[zeros % 16];
+      const float all = before + costs[bits] + error;
+      const float all_of_less = before + costs[bits_of_less] + error_of_less;
+      if (std::min(all, all_of_less) < least) {
+        least = std::min(all, all_of_less);
+        to.previous = i;
+        to.kept = all_of_less < all ? less : to.size;
       }
     }
+    to.costs = least;
   }
 
   // Set as far as they are counted.
@@ -163,12 +161,15 @@ Quantizer::Quantizer(const JpegSteps& steps) {
 void Quantizer::Quantize(const Block& block, std::int16_t* quantized) const {
   std::fill_n(quantized, block.size(), std::int16_t{0});
   quantized[0] = static_cast<std::int16_t>(Mean(block[0], factors_[0]));
+  Block exact;
+  for (std::size_t i = 0; i < block.size(); ++i) {
+    exact[i] = std::abs(block[i] * factors_[i]);
+  }
   Choice choice;
   for (int place = 1; place <= kLastPlace; ++place) {
-    const std::size_t at = kZigzag[static_cast<std::size_t>(place)];
-    const float exact = std::abs(block[at] * factors_[at]);
-    if (exact >= 0.5F) {
-      choice.Add(place, exact);
+    const float value = exact[kZigzag[static_cast<std::size_t>(place)]];
+    if (value >= 0.5F) {
+      choice.Add(place, value);
     }
   }
   for (std::size_t i = choice.Find(); i > 0; i = choice[i].previous) {
