@@ -30,7 +30,7 @@ class CoefficientReader : private LibjpegCalls {
     });
   }
 
-  using LibjpegCalls::has_warnings;
+  using LibjpegCalls::GiveUpOnDamage;
 
   const jpeg_decompress_struct& state() const { return state_; }
 
@@ -76,7 +76,8 @@ std::optional<std::string> CodeByHuffman(std::string_view jpeg) {
 
 std::optional<std::string> OptimizeJpeg(std::string_view jpeg) {
   CoefficientReader reader;
-  if (!reader.Read(jpeg) || reader.has_warnings() || IsAmbiguous(reader.state())) {
+  reader.GiveUpOnDamage();
+  if (!reader.Read(jpeg) || IsAmbiguous(reader.state())) {
     return std::nullopt;
   }
   const boolean keeps_jfif = NeedsJfif(reader.state()) ? TRUE : FALSE;

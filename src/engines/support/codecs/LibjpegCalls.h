@@ -32,7 +32,9 @@ class LibjpegCalls {
     errors_.error_exit = &LibjpegCalls::GiveUp;
     errors_.output_message = [](j_common_ptr) {};
     errors_.emit_message = [](j_common_ptr state, int level) {
-      Of(state)->has_warnings_ = Of(state)->has_warnings_ || level < 0;
+      if (level < 0 && Of(state)->gives_up_on_damage_) {
+        GiveUp(state);
+      }
     };
     progress_.progress_monitor = [](j_common_ptr state) {
       if (reinterpret_cast<j_decompress_ptr>(state)->input_scan_number > limits::kMaxJpegScans) {
@@ -69,8 +71,8 @@ class LibjpegCalls {
   // From within an operation: Try gives false.
   [[noreturn]] static void GiveUp(j_common_ptr state) { std::longjmp(Of(state)->return_point_, 1); }
 
-  // Whether the library met damage that it could go on behind: missing data, or data too much.
-  bool has_warnings() const { return has_warnings_; }
+  // From now on Try gives false where the library could go on behind damage: missing data, or too much.
+  void GiveUpOnDamage() { gives_up_on_damage_ = true; }
 
   // What all coefficients of the picture take, once its header is read.
   static std::uint64_t CoefficientBytes(const jpeg_decompress_struct& state) {
@@ -87,7 +89,7 @@ class LibjpegCalls {
   jpeg_error_mgr errors_{};
   jpeg_progress_mgr progress_{};
   std::jmp_buf return_point_{};
-  bool has_warnings_ = false;
+  bool gives_up_on_damage_ = false;
 };
 
 }  // namespace TarnixTools::engines
