@@ -12,6 +12,8 @@
 
 #include "ContentProbe.h"
 #include "engines/support/codecs/JpegMarkers.h"
+#include "engines/support/codecs/JpegTables.h"
+#include "engines/support/codecs/JpegTranscoder.h"
 #include "engines/support/codecs/JpxHeader.h"
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/images/DocumentImage.h"
@@ -143,10 +145,20 @@ void ReadImages(std::string_view bytes) {
   }
 }
 
+// Images that are made smaller are asked how coarse they are, and coded anew.
+void ReadJpeg(std::string_view bytes) {
+  const std::optional<engines::JpegHeader> header = engines::ReadJpegHeader(bytes);
+  if (header && std::uint64_t{header->width} * header->height <= kMaxPixels) {
+    engines::EstimateQuality(*header);
+    engines::AreStepsAsCoarse(*header, 50);
+    engines::OptimizeJpeg(bytes);
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  engines::ReadJpegHeader({reinterpret_cast<const char*>(data), size});
+  ReadJpeg({reinterpret_cast<const char*>(data), size});
   engines::ReadJpxHeader({reinterpret_cast<const char*>(data), size});
   try {
     ReadImages({reinterpret_cast<const char*>(data), size});
