@@ -40,7 +40,8 @@ double CoarsenessOf(const JpegSteps& steps) {
   double sum = 0;
   double weights = 0;
   for (std::size_t i = 0; i < steps.size(); ++i) {
-    const double weight = 1.0 / static_cast<double>(1 + i / 8 + i % 8);
+    const std::size_t frequency = i / 8 + i % 8;
+    const double weight = 1.0 / static_cast<double>(1 + frequency);
     sum += weight * std::log2(static_cast<double>(std::max<std::uint16_t>(steps[i], 1)));
     weights += weight;
   }

@@ -12,7 +12,7 @@ namespace TarnixTools::engines::jbig2 {
 namespace {
 
 // The sample: bands of rows, evenly over the picture.
-constexpr std::uint32_t kBands = 4;
+constexpr std::uint64_t kBands = 4;
 constexpr std::uint32_t kBandRows = 64;
 
 // Pixels compared at once, and those at the ends of a row that are not: what is loaded for the others,
@@ -29,8 +29,8 @@ constexpr TemplatePixel kBefore = {-1, 0};
 
 std::vector<BitPicture> BandsOf(const BitPicture& picture) {
   std::vector<BitPicture> bands;
-  for (std::uint32_t i = 0; i < kBands; ++i) {
-    const std::uint64_t middle = std::uint64_t{picture.height} * (2 * i + 1) / (2 * kBands);
+  for (std::uint64_t i = 0; i < kBands; ++i) {
+    const std::uint64_t middle = (2 * i + 1) * picture.height / (2 * kBands);
     const std::uint64_t first = middle - std::min<std::uint64_t>(middle, kBandRows / 2);
     BitPicture band = picture;
     band.rows = picture.row(static_cast<std::uint32_t>(first));

@@ -25,6 +25,9 @@ constexpr int kFarthestMean = 1024;
 
 constexpr int kLastPlace = 63;
 
+// What is smaller, in steps, is rounded to 0.
+constexpr float kLeastKept = 0.5F;
+
 // Bits that a coefficient takes, by the zeros before it and by the bits of its value. They are those of
 // the codes that the standard suggests: a picture's own are not known before it is quantised.
 using Costs = std::array<std::array<float, 11>, 16>;
@@ -77,7 +80,7 @@ class Choice {
     const float before = candidates_[count_].after;
     Candidate& added = candidates_[++count_];
     added.place = place;
-    added.size = std::min(static_cast<int>(exact + 0.5F), kFarthest);
+    added.size = std::min(static_cast<int>(exact + kLeastKept), kFarthest);
     added.exact = exact;
     added.before = before;
     added.after = before + CostsOfError(exact);
@@ -122,7 +125,8 @@ class Choice {
         break;  // and going back further leaves out more
       }
       const auto zeros = static_cast<std::size_t>(to.place - from.place - 1);
-      const float before = from.costs + left_out + static_cast<float>(zeros / 16) * kCostsOfZeros;
+      const std::size_t runs = zeros / 16;
+      const float before = from.costs + left_out + static_cast<float>(runs) * kCostsOfZeros;
       const auto& costs = kCosts[zeros % 16];
       const float all = before + costs[bits] + error;
       const float all_of_less = before + costs[bits_of_less] + error_of_less;
@@ -168,7 +172,7 @@ void Quantizer::Quantize(const Block& block, std::int16_t* quantized) const {
   Choice choice;
   for (int place = 1; place <= kLastPlace; ++place) {
     const float value = exact[kZigzag[static_cast<std::size_t>(place)]];
-    if (value >= 0.5F) {
+    if (value >= kLeastKept) {
       choice.Add(place, value);
     }
   }
