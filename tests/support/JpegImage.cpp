@@ -36,6 +36,10 @@ void Decode(jpeg_decompress_struct& state, JpegImage& image) {
   }
 }
 
+J_COLOR_SPACE SpaceFor(int components) {
+  return components == 1 ? JCS_GRAYSCALE : components == 3 ? JCS_RGB : JCS_CMYK;
+}
+
 }  // namespace
 
 Rgb JpegImage::At(int x, int y) const {
@@ -95,6 +99,21 @@ JpegImage DecodeJpeg(const std::string& bytes) {
 
 std::string MakeJpeg(int width, int height, const std::vector<int>& color,
                      const std::vector<int>& right_half) {
+  std::string row;
+  for (int x = 0; x < width; ++x) {
+    for (const int value : x < width / 2 || right_half.empty() ? color : right_half) {
+      row += static_cast<char>(value);
+    }
+  }
+  std::string samples;
+  for (int y = 0; y < height; ++y) {
+    samples += row;
+  }
+  return EncodeJpeg(width, height, static_cast<int>(color.size()), samples, 100);
+}
+
+std::string EncodeJpeg(int width, int height, int components, const std::string& samples,
+                       int quality) {
   jpeg_compress_struct state{};
   jpeg_error_mgr errors{};
   state.err = jpeg_std_error(&errors);
@@ -104,18 +123,16 @@ std::string MakeJpeg(int width, int height, const std::vector<int>& color,
   jpeg_mem_dest(&state, &buffer, &size);
   state.image_width = static_cast<JDIMENSION>(width);
   state.image_height = static_cast<JDIMENSION>(height);
-  state.input_components = static_cast<int>(color.size());
-  state.in_color_space = color.size() == 1 ? JCS_GRAYSCALE : color.size() == 3 ? JCS_RGB : JCS_CMYK;
+  state.input_components = components;
+  state.in_color_space = SpaceFor(components);
   jpeg_set_defaults(&state);
-  jpeg_set_quality(&state, 100, TRUE);
+  jpeg_set_quality(&state, quality, TRUE);
   jpeg_start_compress(&state, TRUE);
-  std::vector<JSAMPLE> row;
-  for (int x = 0; x < width; ++x) {
-    for (const int value : x < width / 2 || right_half.empty() ? color : right_half) {
-      row.push_back(static_cast<JSAMPLE>(value));
-    }
-  }
-  for (int y = 0; y < height; ++y) {
+  const auto row_bytes = static_cast<std::size_t>(width) * static_cast<std::size_t>(components);
+  std::vector<JSAMPLE> row(row_bytes);
+  for (std::size_t y = 0; y < static_cast<std::size_t>(height); ++y) {
+    std::copy_n(samples.begin() + static_cast<std::ptrdiff_t>(y * row_bytes), row_bytes,
+                row.begin());
     JSAMPROW rows = row.data();
     jpeg_write_scanlines(&state, &rows, 1);
   }

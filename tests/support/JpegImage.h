@@ -40,6 +40,11 @@ JpegImage DecodeJpeg(const std::string& bytes);
 std::string MakeJpeg(int width, int height, const std::vector<int>& color,
                      const std::vector<int>& right_half = {});
 
+// A file of samples, a byte each, with 1, 3 or 4 components, colours at half the resolution. Of four
+// it is CMYK as it is given, with the marker that says so; as programs mostly have it, 255 is no ink.
+std::string EncodeJpeg(int width, int height, int components, const std::string& samples,
+                       int quality);
+
 }  // namespace TarnixTools::testing
 
 #endif  // TARNIX_TESTS_SUPPORT_JPEG_IMAGE_H_
