@@ -7,11 +7,13 @@
 #include <utility>
 
 #include "engines/optimizer/images/SamplePicture.h"
+#include "engines/support/codecs/JpegMarkers.h"
 #include "engines/support/images/ColorRows.h"
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/images/ImageLimits.h"
 #include "engines/support/images/ImageSamples.h"
 #include "pdf/Error.h"
+#include "pdf/file/ByteSource.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::optimizer {
@@ -112,8 +114,9 @@ class Reader {
       input_.task = LeftAlone::kUnreadable;
       return;
     }
-    if (facts_.filter == ImageFilter::kDct && facts_.steps.empty()) {
-      task.jpeg = EncodedData(image_, limits::kMaxSampleBytes);
+    if (facts_.filter == ImageFilter::kDct && !ReadJpeg(task)) {
+      input_.task = LeftAlone::kUnreadable;
+      return;
     }
     if (!SetColors(task, *std::move(samples))) {
       input_.task = LeftAlone::kUnhandled;
@@ -122,6 +125,21 @@ class Reader {
     input_.held_bytes = task.rows->held_bytes() +
                         kCopies * std::uint64_t{task.rows->row_bytes()} * task.rows->height();
     input_.task = std::move(task);
+  }
+
+  // Where the data ends too early viewers do not agree on the rest: false.
+  bool ReadJpeg(ImageTask& task) {
+    std::string data = DecodeToImageFilter(image_, facts_, limits::kMaxSampleBytes);
+    pdf::MemorySource source(data);
+    ByteReader reader(source);
+    const std::optional<JpegHeader> header = ReadJpegHeader(reader);
+    if (!header || header->scan_start == 0 || FindJpegEnd(reader, header->scan_start) == 0) {
+      return false;
+    }
+    if (facts_.steps.empty()) {
+      task.jpeg = std::move(data);
+    }
+    return true;
   }
 
   // Colours that are left out by their samples, and those whose components are no amounts of light
