@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "engines/optimizer/images/SamplePicture.h"
@@ -114,7 +115,8 @@ class Reader {
       input_.task = LeftAlone::kUnreadable;
       return;
     }
-    if (facts_.filter == ImageFilter::kDct && !ReadJpeg(task)) {
+    if ((facts_.filter == ImageFilter::kDct && !ReadJpeg(task)) ||
+        (facts_.filter == ImageFilter::kJpx && !IsWholeJpx())) {
       input_.task = LeftAlone::kUnreadable;
       return;
     }
@@ -140,6 +142,16 @@ class Reader {
       task.jpeg = std::move(data);
     }
     return true;
+  }
+
+  // Whether the end of the code stream is there. Neither marker can stand within coded data (ISO/IEC
+  // 15444-1, A.2), and both are looked for where boxes before the code stream cannot pass for them.
+  bool IsWholeJpx() {
+    constexpr std::string_view kStartOfData{"\xFF\x93", 2};
+    constexpr std::string_view kEndOfCodes{"\xFF\xD9", 2};
+    const std::string data = DecodeToImageFilter(image_, facts_, limits::kMaxSampleBytes);
+    const std::size_t start = data.rfind(kStartOfData);
+    return start != std::string::npos && data.find(kEndOfCodes, start) != std::string::npos;
   }
 
   // Colours that are left out by their samples, and those whose components are no amounts of light
