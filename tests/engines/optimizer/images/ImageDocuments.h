@@ -5,6 +5,7 @@
 #ifndef TARNIX_TESTS_ENGINES_OPTIMIZER_IMAGES_IMAGEDOCUMENTS_H_
 #define TARNIX_TESTS_ENGINES_OPTIMIZER_IMAGES_IMAGEDOCUMENTS_H_
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -23,7 +24,12 @@ struct ImageDocument {
   Keeps keeps = Keeps::kLook;
 };
 
+// All of them, each under a name of its own.
 const std::vector<ImageDocument>& ImageDocuments();
+
+inline void PrintTo(const ImageDocument& document, std::ostream* out) {
+  *out << document.name;
+}
 
 }  // namespace TarnixTools::engines::optimizer
 
