@@ -14,6 +14,14 @@
 
 namespace TarnixTools::engines::optimizer {
 
+// A part of an image, in its pixels from the upper left.
+struct ImagePart {
+  std::uint32_t left = 0;
+  std::uint32_t top = 0;
+  std::uint32_t width = 0;
+  std::uint32_t height = 0;
+};
+
 // An image that is not in black and white.
 struct ImageTask {
   std::uint32_t number = 0;         // of its stream

@@ -112,6 +112,11 @@ void ImagePass::Add(std::uint32_t number, ImageRole role, const ImagePlacement& 
   if (role == ImageRole::kDrawn && input.has_matte) {
     place->second.matte_mask = rewriter.Successor(input.soft_mask);
   }
+  if (input.part) {
+    place->second.part = input.part;
+    place->second.width = input.width;
+    place->second.height = input.height;
+  }
   place->second.bytes_before = input.encoded_bytes;
   place->second.outcome.kind =
       role == ImageRole::kDrawn ? ImageClass::kPhotograph : ImageClass::kSoftMask;
@@ -134,14 +139,51 @@ void ImagePass::Start(Entry& entry, ImageInput input, WorkPool& pool) const {
 }
 
 void ImagePass::Apply(pdf::DocumentRewriter& rewriter) {
-  for (auto& [number, entry] : entries_) {
-    if (std::optional<CodedPicture>& coded = entry.outcome.coded) {
-      rewriter.Change(number, ObjectChange::StreamFrom(DictionaryOf(number, *coded, rewriter),
-                                                       [&data = coded->data](pdf::ByteSink& sink) {
-                                                         sink.Write(data);
-                                                       }));
+  for (const auto& [number, entry] : entries_) {
+    if (!entry.outcome.coded) {
+      continue;
+    }
+    if (entry.part) {
+      PutPart(number, entry, rewriter);
+    } else {
+      rewriter.Change(number, StreamOf(number, *entry.outcome.coded, rewriter));
     }
   }
+}
+
+ObjectChange ImagePass::StreamOf(std::uint32_t number, const CodedPicture& coded,
+                                 pdf::DocumentRewriter& rewriter) const {
+  return ObjectChange::StreamFrom(DictionaryOf(number, coded, rewriter),
+                                  [&data = coded.data](pdf::ByteSink& sink) { sink.Write(data); });
+}
+
+// A form takes the image's place, which draws the part where it has been: nothing that draws the
+// image has to change.
+void ImagePass::PutPart(std::uint32_t number, const Entry& entry,
+                        pdf::DocumentRewriter& rewriter) const {
+  constexpr int kDecimals = 7;
+  const ImagePart& part = *entry.part;
+  const double width = entry.width;
+  const double height = entry.height;
+  std::string content;
+  pdf::AppendNumber(content, part.width / width, kDecimals);
+  content += " 0 0";
+  pdf::AppendNumber(content, part.height / height, kDecimals);
+  pdf::AppendNumber(content, part.left / width, kDecimals);
+  pdf::AppendNumber(content, (height - part.top - part.height) / height, kDecimals);
+  content += " cm/Im Do";
+  std::string text = "<</Type/XObject/Subtype/Form/BBox[0 0 1 1]/Resources<</XObject<</Im";
+  pdf::AppendReference(text, rewriter.Add(StreamOf(number, *entry.outcome.coded, rewriter)));
+  text += ">>>>";
+  pdf::Arena arena;
+  const Object dictionary = document_->Load({.number = number, .generation = 0}, arena);
+  for (const std::string_view key : {"OC", "StructParent"}) {
+    if (const Object value = dictionary.Get(key); !value.IsNull()) {
+      pdf::AppendName(text, key);
+      pdf::AppendObject(text, value);
+    }
+  }
+  rewriter.Change(number, ObjectChange::Stream(text + ">>", std::move(content)));
 }
 
 std::string ImagePass::DictionaryOf(std::uint32_t number, const CodedPicture& coded,

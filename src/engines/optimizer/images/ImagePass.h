@@ -11,6 +11,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 
 #include "engines/optimizer/OptimizerReport.h"
@@ -43,7 +44,10 @@ class ImagePass {
  private:
   struct Entry {
     std::uint64_t bytes_before = 0;
-    std::uint32_t matte_mask = 0;  // number of the soft mask that its colours are mixed by
+    std::uint32_t matte_mask = 0;   // number of the soft mask that its colours are mixed by
+    std::optional<ImagePart> part;  // that the outcome is about
+    std::uint32_t width = 0;        // pixels of the whole, where there is a part
+    std::uint32_t height = 0;
     ImageOutcome outcome;
   };
 
@@ -55,6 +59,9 @@ class ImagePass {
            pdf::DocumentRewriter& rewriter, WorkPool& pool);
   void Start(Entry& entry, ImageInput input, WorkPool& pool) const;
   void KeepPairsTogether();
+  pdf::ObjectChange StreamOf(std::uint32_t number, const CodedPicture& coded,
+                             pdf::DocumentRewriter& rewriter) const;
+  void PutPart(std::uint32_t number, const Entry& entry, pdf::DocumentRewriter& rewriter) const;
   std::string DictionaryOf(std::uint32_t number, const CodedPicture& coded,
                            pdf::DocumentRewriter& rewriter) const;
 

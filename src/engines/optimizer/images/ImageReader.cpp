@@ -1,6 +1,7 @@
 #include "engines/optimizer/images/ImageReader.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,7 @@
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/images/ImageLimits.h"
 #include "engines/support/images/ImageSamples.h"
+#include "engines/support/images/Jbig2Image.h"
 #include "pdf/Error.h"
 #include "pdf/file/ByteSource.h"
 #include "pdf/write/Serialize.h"
@@ -39,6 +41,8 @@ class Reader {
         space_(SpaceOf(image_, facts_)) {
     const std::optional<pdf::StreamData> stream = document.StreamOf(number);
     input_.encoded_bytes = stream ? document.PlainLength(*stream) : 0;
+    input_.width = facts_.width;
+    input_.height = facts_.height;
     input_.soft_mask = facts_.soft_mask;
     input_.stencil_mask = facts_.stencil_mask;
     input_.has_matte = HasMatte();
@@ -49,6 +53,8 @@ class Reader {
       input_.task = LeftAlone::kUnreadable;
     } else if (!space_ || facts_.uses_jpx_alpha) {
       input_.task = LeftAlone::kUnhandled;
+    } else if (IsOwnJbig2(image_, facts_)) {
+      input_.task = LeftAlone::kUnhandled;  // readers do not agree on what it shows
     } else if (IsBitonal()) {
       ReadBitonal();
     } else {
@@ -110,7 +116,9 @@ class Reader {
     task.height_points = placement_->height_points;
     task.keeps_samples = KeepsSamples();
     task.has_one_size = input_.has_matte;
-    std::optional<ImageSamples> samples = Open(WantedSize(task, *goals_));
+    input_.part = ShownPart(task);
+    std::optional<ImageSamples> samples =
+        Open(input_.part ? kWholePicture : WantedSize(task, *goals_));
     if (!samples) {
       input_.task = LeftAlone::kUnreadable;
       return;
@@ -123,6 +131,9 @@ class Reader {
     if (!SetColors(task, *std::move(samples))) {
       input_.task = LeftAlone::kUnhandled;
       return;
+    }
+    if (input_.part) {
+      TakePart(task, *input_.part);
     }
     input_.held_bytes = task.rows->held_bytes() +
                         kCopies * std::uint64_t{task.rows->row_bytes()} * task.rows->height();
@@ -138,7 +149,7 @@ class Reader {
     if (!header || header->scan_start == 0 || FindJpegEnd(reader, header->scan_start) == 0) {
       return false;
     }
-    if (facts_.steps.empty()) {
+    if (facts_.steps.empty() && !input_.part) {
       task.jpeg = std::move(data);
     }
     return true;
@@ -154,6 +165,37 @@ class Reader {
     return start != std::string::npos && data.find(kEndOfCodes, start) != std::string::npos;
   }
 
+  // What is shown of an image by all its uses; nothing where that is most of it, and for an image
+  // with masks, which would have to be cut as well.
+  std::optional<ImagePart> ShownPart(const ImageTask& task) const {
+    constexpr double kMostThatIsCut = 0.8;
+    constexpr double kMargin = 2;  // pixels that viewers may mix in
+    const pdf::Box& shown = placement_->shown;
+    if (!goals_->settings.clips_images || !task.is_placed || role_ != ImageRole::kDrawn ||
+        facts_.soft_mask != 0 || facts_.stencil_mask != 0 || shown.IsEmpty() ||
+        shown.width() * shown.height() > kMostThatIsCut) {
+      return std::nullopt;
+    }
+    const double left = std::max(0.0, std::floor(shown.left * task.width - kMargin));
+    const double right =
+        std::min<double>(task.width, std::ceil(shown.right * task.width + kMargin));
+    const double top = std::max(0.0, std::floor((1 - shown.top) * task.height - kMargin));
+    const double bottom =
+        std::min<double>(task.height, std::ceil((1 - shown.bottom) * task.height + kMargin));
+    return ImagePart{.left = static_cast<std::uint32_t>(left),
+                     .top = static_cast<std::uint32_t>(top),
+                     .width = static_cast<std::uint32_t>(right - left),
+                     .height = static_cast<std::uint32_t>(bottom - top)};
+  }
+
+  static void TakePart(ImageTask& task, const ImagePart& part) {
+    task.rows = PartOf(std::move(task.rows), part.left, part.top, part.width, part.height);
+    task.width_points *= static_cast<double>(part.width) / task.width;
+    task.height_points *= static_cast<double>(part.height) / task.height;
+    task.width = part.width;
+    task.height = part.height;
+  }
+
   // Colours that are left out by their samples, and those whose components are no amounts of light
   // or ink.
   bool KeepsSamples() const {
@@ -165,7 +207,9 @@ class Reader {
   bool SetColors(ImageTask& task, ImageSamples samples) {
     const ColorSpace& space = samples.space;
     const bool is_own = HasOwnSpace();
-    if (!samples.is_complete || samples.rows->format().height < std::min(task.height, 1U)) {
+    const SampleFormat& format = samples.rows->format();
+    if (!samples.is_complete ||
+        (input_.part && (format.width != task.width || format.height != task.height))) {
       return false;
     }
     if (space.kind == ColorKind::kIndexed) {

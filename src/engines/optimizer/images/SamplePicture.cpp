@@ -88,6 +88,34 @@ class PaletteRows : public RowSource {
   std::vector<std::uint8_t> indices_;
 };
 
+class PartRows : public RowSource {
+ public:
+  PartRows(RowSourcePtr rows, std::uint32_t left, std::uint32_t top, std::uint32_t width,
+           std::uint32_t height)
+      : RowSource(width, height, rows->layout()),
+        rows_(std::move(rows)),
+        left_(left),
+        rows_above_(top),
+        row_(rows_->row_bytes()) {}
+
+  bool ReadRow(std::uint8_t* row) override {
+    for (; rows_above_ > 0; --rows_above_) {
+      rows_->ReadRow(row_.data());
+    }
+    const bool is_there = rows_->ReadRow(row_.data());
+    std::copy_n(row_.data() + left_ * BytesPerPixel(layout()), row_bytes(), row);
+    return is_there;
+  }
+
+  std::uint64_t held_bytes() const override { return rows_->held_bytes(); }
+
+ private:
+  RowSourcePtr rows_;
+  std::size_t left_;
+  std::uint32_t rows_above_;  // still to be passed over
+  std::vector<std::uint8_t> row_;
+};
+
 class PictureRows : public RowSource {
  public:
   explicit PictureRows(const SamplePicture& picture)
@@ -114,6 +142,11 @@ RowSourcePtr OwnSamples(SampleRowsPtr samples) {
 
 RowSourcePtr PaletteSamples(SampleRowsPtr samples, std::string table, int components) {
   return std::make_unique<PaletteRows>(std::move(samples), std::move(table), components);
+}
+
+RowSourcePtr PartOf(RowSourcePtr rows, std::uint32_t left, std::uint32_t top, std::uint32_t width,
+                    std::uint32_t height) {
+  return std::make_unique<PartRows>(std::move(rows), left, top, width, height);
 }
 
 SamplePicture ReadPicture(RowSource& rows) {

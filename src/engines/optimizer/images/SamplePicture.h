@@ -44,6 +44,10 @@ RowSourcePtr OwnSamples(SampleRowsPtr samples);
 //   table - of the palette: `components` bytes for each index; what it lacks is 0
 RowSourcePtr PaletteSamples(SampleRowsPtr samples, std::string table, int components);
 
+// A part of a picture: `width` pixels from `left` on of `height` rows from `top` on.
+RowSourcePtr PartOf(RowSourcePtr rows, std::uint32_t left, std::uint32_t top, std::uint32_t width,
+                    std::uint32_t height);
+
 // All rows. Throws std::bad_alloc.
 SamplePicture ReadPicture(RowSource& rows);
 
