@@ -33,7 +33,8 @@ bool AddTable(hb_face_t* face, hb_tag_t tag, std::string_view bytes) {
 // The tables around a bare CFF program without which it is not read as a font. What they say of
 // measures does not get into the program.
 struct CffSurroundings {
-  explicit CffSurroundings(std::uint32_t glyph_count) : metrics(2 * (glyph_count + 1), '\0') {
+  explicit CffSurroundings(std::uint32_t glyph_count)
+      : metrics(2 * (std::size_t{glyph_count} + 1), '\0') {
     constexpr std::size_t kUnitsPerEm = 18;
     header[0] = static_cast<char>(0);
     header[1] = static_cast<char>(1);

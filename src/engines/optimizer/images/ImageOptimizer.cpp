@@ -75,9 +75,9 @@ class Optimizer {
     SetSeenSize();
     const PictureSize wanted = WantedSize(*task_, *goals_);
     is_resampled_ = IsResampled(*task_, goals_->settings);
-    task_->rows =
-        ReducePicture(std::move(task_->rows), std::min(wanted.width, task_->rows->width()),
-                      std::min(wanted.height, task_->rows->height()));
+    const std::uint32_t width = std::min(wanted.width, task_->rows->width());
+    const std::uint32_t height = std::min(wanted.height, task_->rows->height());
+    task_->rows = ReducePicture(std::move(task_->rows), width, height);
     picture_ = ReadPicture(*task_->rows);
     task_->rows.reset();
   }
@@ -208,8 +208,9 @@ class Optimizer {
     search.Try(picture_, features_.is_flat());
   }
 
-  static constexpr std::uint64_t kSmallPicture = 64 * 64;
-  static constexpr std::uint64_t kLeastForJpeg = 16 * 16;
+  // Pixels.
+  static constexpr std::uint64_t kSmallPicture = 4096;
+  static constexpr std::uint64_t kLeastForJpeg = 256;
 
   ImageTask* task_;
   const ImageGoals* goals_;

@@ -130,7 +130,7 @@ SamplePicture Viewed(const SamplePicture& picture, std::uint32_t width, std::uin
     std::uint32_t left = 0;
     for (std::uint32_t x = 0; x < width; ++x) {
       const auto right = static_cast<std::uint32_t>((std::uint64_t{x} + 1) * picture.width / width);
-      const std::uint32_t count = (right - left) * (bottom - top);
+      const std::uint32_t count = std::max(1U, (right - left) * (bottom - top));
       std::uint32_t sum = count / 2;
       for (; left < right; ++left) {
         sum += sums[left];
