@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <string_view>
 
 namespace TarnixTools::testing {
 
@@ -30,6 +31,10 @@ std::vector<std::string> DocumentsIn(const std::string& directory) {
 
 std::string BuiltTarnix() {
   return TARNIX_CLI_PATH;
+}
+
+bool KeepsFreedMemory() {
+  return std::string_view(TARNIX_SANITIZE).find("address") != std::string_view::npos;
 }
 
 }  // namespace TarnixTools::testing

@@ -26,6 +26,9 @@ std::vector<std::string> DocumentsIn(const std::string& directory);
 // The program `tarnix` of this build; empty when the build has none.
 std::string BuiltTarnix();
 
+// Whether this build checks addresses: memory that has been freed stays in use for a while.
+bool KeepsFreedMemory();
+
 // Ends the test as skipped when the corpus does not have this file or folder.
 #define TARNIX_NEED_CORPUS(name)                                                               \
   do {                                                                                         \

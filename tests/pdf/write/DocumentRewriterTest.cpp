@@ -4,6 +4,7 @@
 #include "pdf/Error.h"
 #include "pdf/write/DocumentRewriter.h"
 #include "pdf/write/RewriteFixture.h"
+#include "support/Surroundings.h"
 
 namespace TarnixTools::pdf {
 namespace {
@@ -395,9 +396,9 @@ long PeakMemory() {
 }
 
 TEST(DocumentRewriter, HoldsTheDataOfOneStreamAtATime) {
-#ifdef __SANITIZE_ADDRESS__
-  GTEST_SKIP() << "the address sanitizer keeps freed memory";
-#endif
+  if (testing::KeepsFreedMemory()) {
+    GTEST_SKIP() << "freed memory is kept";
+  }
   constexpr std::uint32_t kCount = 10'000;
   constexpr std::size_t kSize = 30'000;
   std::string numbers;
