@@ -151,12 +151,22 @@ class Optimizer {
     if (features_.is_one_color || picture_.pixels() < kLeastForJpeg) {
       return;
     }
-    const Look look(picture_, task_->is_inverted, seen_width_, seen_height_);
-    JpegSearch search(look, *goals_, task_->encoded_bytes);
-    TryReduced(search);
-    if (std::optional<CodedPicture> found = search.Result()) {
-      Offer(*std::move(found), true);
+    const SamplePicture bands = BandsOf(picture_);
+    const double part = static_cast<double>(bands.height) / picture_.height;
+    const Look look(bands, task_->is_inverted, seen_width_, RowsOfPart(seen_height_, part));
+    JpegSearch search(look, *goals_,
+                      static_cast<std::uint64_t>(static_cast<double>(task_->encoded_bytes) * part));
+    TryReduced(search, bands, part);
+    if (search.found()) {
+      JpegChoice choice = search.found()->choice;
+      choice.is_final = true;
+      const PictureSize size = search.found()->whole;
+      Offer(CodeAsJpeg(Scaled(picture_, size.width, size.height), choice), true);
     }
+  }
+
+  static std::uint32_t RowsOfPart(std::uint32_t rows, double part) {
+    return std::max(1U, static_cast<std::uint32_t>(std::lround(rows * part)));
   }
 
   // Data that is as coarse as what would be made of it is not coded anew, so that another run
@@ -189,7 +199,7 @@ class Optimizer {
 
   // Sizes from the smallest on, as long as a larger one is better, and the largest: pixels that are
   // those of the image lose nothing by being seen in yet another size.
-  void TryReduced(JpegSearch& search) {
+  void TryReduced(JpegSearch& search, const SamplePicture& bands, double part) {
     double last_cost = std::numeric_limits<double>::infinity();
     if (is_resampled_ && !task_->has_one_size) {
       for (double dpi = goals_->settings.resolution_dpi;; dpi *= kScaleStep) {
@@ -198,14 +208,15 @@ class Optimizer {
         if (width >= picture_.width || height >= picture_.height) {
           break;
         }
-        const double cost = search.Try(Scaled(picture_, width, height), features_.is_flat());
+        const SamplePicture reduced = Scaled(bands, width, RowsOfPart(height, part));
+        const double cost = search.Try(reduced, {width, height}, features_.is_flat());
         if (cost > last_cost) {
           break;
         }
         last_cost = cost;
       }
     }
-    search.Try(picture_, features_.is_flat());
+    search.Try(bands, {picture_.width, picture_.height}, features_.is_flat());
   }
 
   // Pixels.

@@ -22,7 +22,7 @@ double JpegSearch::CostOf(std::uint64_t bytes, double similarity) const {
   return std::log(static_cast<double>(bytes)) + goals_->worth_of_look * (1 - similarity);
 }
 
-double JpegSearch::Try(const SamplePicture& picture, bool is_flat) {
+double JpegSearch::Try(const SamplePicture& picture, PictureSize whole, bool is_flat) {
   JpegChoice choice{.quality = goals_->settings.image_quality, .is_subsampled = !is_flat};
   double last_cost = std::numeric_limits<double>::infinity();
   for (;;) {
@@ -34,8 +34,7 @@ double JpegSearch::Try(const SamplePicture& picture, bool is_flat) {
     const double cost = CostOf(coded.data.size(), look_->SimilarityOf(*decoded));
     if (cost < least_cost_) {
       least_cost_ = cost;
-      picture_ = picture;
-      choice_ = choice;
+      found_ = Found{.whole = whole, .choice = choice};
     }
     if (cost >= last_cost || choice.quality >= kBestQuality) {
       return std::min(cost, last_cost);
@@ -43,15 +42,6 @@ double JpegSearch::Try(const SamplePicture& picture, bool is_flat) {
     last_cost = cost;
     choice.quality = std::min(kBestQuality, choice.quality + kQualityStep);
   }
-}
-
-std::optional<CodedPicture> JpegSearch::Result() const {
-  if (!picture_) {
-    return std::nullopt;
-  }
-  JpegChoice choice = choice_;
-  choice.is_final = true;
-  return CodeAsJpeg(*picture_, choice);
 }
 
 }  // namespace TarnixTools::engines::optimizer

@@ -166,6 +166,27 @@ RowSourcePtr RowsOf(const SamplePicture& picture) {
   return std::make_unique<PictureRows>(picture);
 }
 
+SamplePicture BandsOf(const SamplePicture& picture) {
+  constexpr std::uint32_t kBands = 8;
+  constexpr std::uint32_t kBandRows = 64;
+  constexpr std::uint32_t kMostWhole = kBands * kBandRows * 3 / 2;
+  if (picture.height <= kMostWhole) {
+    return picture;
+  }
+  SamplePicture bands;
+  bands.width = picture.width;
+  bands.height = kBands * kBandRows;
+  bands.components = picture.components;
+  bands.samples.reserve(bands.row_bytes() * bands.height);
+  for (std::uint32_t band = 0; band < kBands; ++band) {
+    const std::uint64_t top =
+        std::uint64_t{picture.height - kBandRows} * (2 * band + 1) / (2 * kBands);
+    const std::uint8_t* const first = picture.row(static_cast<std::uint32_t>(top));
+    bands.samples.insert(bands.samples.end(), first, first + kBandRows * picture.row_bytes());
+  }
+  return bands;
+}
+
 SamplePicture Scaled(const SamplePicture& picture, std::uint32_t width, std::uint32_t height) {
   RowSourcePtr rows = ReducePicture(RowsOf(picture), std::min(width, picture.width),
                                     std::min(height, picture.height));

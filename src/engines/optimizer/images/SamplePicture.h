@@ -54,6 +54,10 @@ SamplePicture ReadPicture(RowSource& rows);
 // The picture as rows; it outlives them.
 RowSourcePtr RowsOf(const SamplePicture& picture);
 
+// Bands of rows from all over the picture, one below the other: what is found out about them holds,
+// more or less, for all of it. A picture that is not much larger is taken whole.
+SamplePicture BandsOf(const SamplePicture& picture);
+
 // In another size: where there are fewer pixels each is the mean of the area that it covers, where
 // there are more each is mixed of the four that are nearest.
 SamplePicture Scaled(const SamplePicture& picture, std::uint32_t width, std::uint32_t height);
