@@ -17,7 +17,7 @@ namespace {
 constexpr std::int64_t kSymbolicFlag = 1 << 2;
 constexpr std::int64_t kNonsymbolicFlag = 1 << 5;
 constexpr std::int64_t kCodes = 256;
-constexpr std::size_t kMaxGlyphMapBytes = 2 * 65536;
+constexpr std::size_t kMaxGlyphMapBytes = std::size_t{2} * 65536;
 constexpr std::size_t kMaxCMapBytes = std::size_t{16} << 20;
 
 FontKind SimpleKindOf(const Object& subtype) {
