@@ -22,6 +22,8 @@ namespace {
 constexpr double kScaleStep = 1.4;
 // Images of up to this many times the resolution that is needed are tried in their own size, too.
 constexpr double kWholeUpTo = 1.7;
+// Of similarity, between a part of a picture and all of it.
+constexpr double kToleratedLoss = 0.005;
 // What has been packed quickly becomes smaller than this part when it is packed densely.
 constexpr double kMostForDense = 1.08;
 
@@ -152,17 +154,39 @@ class Optimizer {
       return;
     }
     const SamplePicture bands = BandsOf(picture_);
+    if (!TryJpegBy(bands)) {
+      TryJpegBy(picture_);
+    }
+  }
+
+  // Codes the picture as is best for some bands of it, or all. False where the picture does not look
+  // as well as the bands did.
+  bool TryJpegBy(const SamplePicture& bands) {
     const double part = static_cast<double>(bands.height) / picture_.height;
     const Look look(bands, task_->is_inverted, seen_width_, RowsOfPart(seen_height_, part));
     JpegSearch search(look, *goals_,
                       static_cast<std::uint64_t>(static_cast<double>(task_->encoded_bytes) * part));
     TryReduced(search, bands, part);
-    if (search.found()) {
-      JpegChoice choice = search.found()->choice;
-      choice.is_final = true;
-      const PictureSize size = search.found()->whole;
-      Offer(CodeAsJpeg(Scaled(picture_, size.width, size.height), choice), true);
+    if (!search.found()) {
+      return true;
     }
+    JpegChoice choice = search.found()->choice;
+    choice.is_final = true;
+    const PictureSize size = search.found()->whole;
+    CodedPicture coded = CodeAsJpeg(Scaled(picture_, size.width, size.height), choice);
+    if (bands.height != picture_.height &&
+        SimilarityOf(coded) < search.found()->similarity - kToleratedLoss) {
+      return false;
+    }
+    Offer(std::move(coded), true);
+    return true;
+  }
+
+  double SimilarityOf(const CodedPicture& coded) const {
+    const std::optional<SamplePicture> decoded = DecodedJpeg(coded.data);
+    return decoded ? Look(picture_, task_->is_inverted, seen_width_, seen_height_)
+                         .SimilarityOf(*decoded)
+                   : 0;
   }
 
   static std::uint32_t RowsOfPart(std::uint32_t rows, double part) {

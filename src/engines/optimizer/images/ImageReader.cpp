@@ -226,7 +226,7 @@ class Reader {
     task.is_inverted = !samples.decode.empty() && samples.decode[0] > 0;
     task.may_lose_color = goals_->settings.reduces_color_complexity &&
                           !placement_->has_default_spaces && samples.decode.empty() &&
-                          (space.kind == ColorKind::kRgb || space.kind == ColorKind::kGray);
+                          (!is_own || facts_.color_space.IsName());
     if (!is_own) {
       task.color_space = DeviceName(space.components);
     }
@@ -266,8 +266,8 @@ class Reader {
     if (base->components == 4 && samples.space.is_computed() && goals_->converts_to_rgb) {
       return Convert(task, std::move(samples));
     }
-    task.may_lose_color = !placement_->has_default_spaces &&
-                          (base->kind == ColorKind::kRgb || base->kind == ColorKind::kGray);
+    task.may_lose_color = !placement_->has_default_spaces && base->components != 4 &&
+                          document_->Resolve(items[1], arena_).IsName();
     pdf::AppendObject(task.color_space, items[1]);
     task.rows = PaletteSamples(std::move(samples.rows), TableOf(items[3]), base->components);
     return !placement_->has_default_spaces;

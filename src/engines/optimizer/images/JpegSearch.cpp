@@ -31,10 +31,11 @@ double JpegSearch::Try(const SamplePicture& picture, PictureSize whole, bool is_
     if (!decoded) {
       return last_cost;
     }
-    const double cost = CostOf(coded.data.size(), look_->SimilarityOf(*decoded));
+    const double similarity = look_->SimilarityOf(*decoded);
+    const double cost = CostOf(coded.data.size(), similarity);
     if (cost < least_cost_) {
       least_cost_ = cost;
-      found_ = Found{.whole = whole, .choice = choice};
+      found_ = Found{.whole = whole, .choice = choice, .similarity = similarity};
     }
     if (cost >= last_cost || choice.quality >= kBestQuality) {
       return std::min(cost, last_cost);

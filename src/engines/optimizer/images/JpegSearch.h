@@ -32,6 +32,7 @@ class JpegSearch {
   struct Found {
     PictureSize whole;
     JpegChoice choice;
+    double similarity = 1;
   };
 
   // The best; nothing when the image as it is was better.

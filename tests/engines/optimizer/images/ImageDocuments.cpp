@@ -349,9 +349,19 @@ std::string OneColor() {
   return DocumentOf(SceneEntries("/DeviceRGB"), Deflated(samples));
 }
 
-std::string GrayInRgb() {
+std::string GrayIn(const std::string& color_space, RawPdf others = RawPdf()) {
   const auto sample = [](int x, int y, int) { return SceneColor(x, y)[1]; };
-  return DocumentOf(SceneEntries("/DeviceRGB"), Deflated(PackedSamples(kScene, 3, 8, sample)));
+  return DocumentOf(SceneEntries(color_space), Deflated(PackedSamples(kScene, 3, 8, sample)),
+                    std::move(others));
+}
+
+std::string GrayInRgb() {
+  return GrayIn("/DeviceRGB");
+}
+
+// Whose gray is not that of DeviceGray.
+std::string GrayInOtherIcc() {
+  return GrayIn("[/ICCBased 11 0 R]", WithProfile(testing::TestRgbProfile(1.2, true), 3));
 }
 
 // L* of 0 to 100, a* and b* between -100 and 100.
@@ -472,6 +482,7 @@ const std::vector<ImageDocument>& ImageDocuments() {
       {"TooHigh", TooHigh, Keeps::kPixels},
       {"OnePixel", OnePixel, Keeps::kPixels},
       {"OneColor", OneColor},
+      {"GrayInOtherIcc", GrayInOtherIcc},
       {"GrayInRgb", GrayInRgb},
   };
   return kDocuments;
