@@ -179,8 +179,8 @@ SamplePicture BandsOf(const SamplePicture& picture) {
   bands.components = picture.components;
   bands.samples.reserve(bands.row_bytes() * bands.height);
   for (std::uint32_t band = 0; band < kBands; ++band) {
-    const std::uint64_t top =
-        std::uint64_t{picture.height - kBandRows} * (2 * band + 1) / (2 * kBands);
+    const std::uint64_t top = std::uint64_t{picture.height - kBandRows} *
+                              (std::uint64_t{2} * band + 1) / (std::uint64_t{2} * kBands);
     const std::uint8_t* const first = picture.row(static_cast<std::uint32_t>(top));
     bands.samples.insert(bands.samples.end(), first, first + kBandRows * picture.row_bytes());
   }
