@@ -7,6 +7,7 @@
 
 #include "engines/optimizer/OptimizerFailure.h"
 #include "engines/optimizer/Signatures.h"
+#include "engines/optimizer/WorkPool.h"
 #include "engines/optimizer/fonts/FontPass.h"
 #include "engines/optimizer/structure/DuplicateObjects.h"
 #include "engines/optimizer/structure/StreamRecoder.h"
@@ -140,12 +141,13 @@ void OptimizedDocument::Reduce(const OptimizerSettings& settings, pdf::DocumentR
   }
   FontPass fonts(*document_);
   const DocumentSurvey survey(*document_, pages_, &fonts);
-  fonts.Run(settings, ClaimsPdfA(*document_), rewriter, pool_);
+  fonts.Run(settings, ClaimsPdfA(*document_), rewriter);
   if (settings.removes_redundant_objects) {
     MergeDuplicateObjects(*document_, pages_, {}, rewriter);
   }
   images_.emplace(*document_, survey, settings);
-  images_->Run(rewriter, pool_);
+  WorkPool pool;  // ends before the images, also where they cannot be read
+  images_->Run(rewriter, pool);
   images_->Apply(rewriter);
   report_.images = images_->Figures();
 }
@@ -154,15 +156,15 @@ void OptimizedDocument::Reduce(const OptimizerSettings& settings, pdf::DocumentR
 void OptimizedDocument::RecodeStreams(pdf::DocumentRewriter& rewriter) {
   const std::vector<std::uint32_t> numbers = StreamsToRecode(*document_, {}, rewriter);
   std::vector<std::optional<RecodedStream>> recoded(numbers.size());
+  WorkPool pool;  // ends before what its work refers to
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     if (std::optional<EncodedStream> encoded = ReadEncoded(*document_, numbers[i])) {
       const std::uint64_t held = kDecodedPerByte * encoded->data.size();
-      pool_.Add(held, [encoded = *std::move(encoded), &result = recoded[i]] {
-        result = Recode(encoded);
-      });
+      pool.Add(held,
+               [encoded = *std::move(encoded), &result = recoded[i]] { result = Recode(encoded); });
     }
   }
-  pool_.Finish();
+  pool.Finish();
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     if (recoded[i]) {
       PutRecoded(*document_, numbers[i], *std::move(recoded[i]), rewriter);

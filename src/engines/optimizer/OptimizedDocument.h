@@ -12,7 +12,6 @@
 
 #include "engines/optimizer/OptimizerReport.h"
 #include "engines/optimizer/OptimizerSettings.h"
-#include "engines/optimizer/WorkPool.h"
 #include "engines/optimizer/images/ImagePass.h"
 #include "foundation/Platform.h"
 #include "pdf/crypt/Security.h"
@@ -55,7 +54,6 @@ class OptimizedDocument {
   pdf::PageTree pages_;
   OptimizerReport report_;
   std::optional<ImagePass> images_;  // of the saving that is going on
-  WorkPool pool_;                    // work in there uses the images
 };
 
 }  // namespace TarnixTools::engines::optimizer

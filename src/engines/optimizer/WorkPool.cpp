@@ -29,36 +29,34 @@ WorkPool::~WorkPool() {
 }
 
 void WorkPool::Add(std::uint64_t held_bytes, Work work) {
+  Entry entry{std::move(work), held_bytes, 0};
   {
     std::unique_lock lock(mutex_);
     changed_.wait(lock, [&] { return HasRoomFor(held_bytes) || failure_ != nullptr; });
     ThrowFailure();
     held_bytes_ += held_bytes;
-    waiting_.push_back({std::move(work), held_bytes, added_++});
-    if (threads_.size() < most_threads_ && threads_.size() < waiting_.size() + running_) {
+    entry.index = added_++;
+    if (threads_.size() < most_threads_ && threads_.size() <= waiting_.size() + running_) {
       StartThread();
     }
+    if (!threads_.empty()) {
+      waiting_.push_back(std::move(entry));
+      changed_.notify_all();
+      return;
+    }
   }
-  changed_.notify_all();
+  Run(std::move(entry));  // no thread is to be had
 }
 
 bool WorkPool::HasRoomFor(std::uint64_t held_bytes) const {
   return held_bytes_ == 0 || held_bytes_ + held_bytes <= kMostHeldBytes;
 }
 
-// Where no thread is to be had, Finish does the work itself.
+// Those that there are do the work, where no more are to be had.
 void WorkPool::StartThread() {
   try {
     threads_.emplace_back([this] { RunThread(); });
   } catch (const std::system_error&) {
-    if (!threads_.empty()) {
-      return;
-    }
-    Entry entry = std::move(waiting_.back());
-    waiting_.pop_back();
-    mutex_.unlock();
-    Run(std::move(entry));
-    mutex_.lock();
   }
 }
 

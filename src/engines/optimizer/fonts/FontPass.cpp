@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "engines/optimizer/WorkPool.h"
 #include "engines/optimizer/fonts/FontCutter.h"
 #include "engines/optimizer/fonts/FontLimits.h"
 #include "engines/optimizer/fonts/StandardFonts.h"
@@ -29,16 +30,17 @@ std::optional<pdf::TextAdvance> FontPass::ShowText(const pdf::StringUse& string)
 }
 
 void FontPass::Run(const OptimizerSettings& settings, bool claims_pdfa,
-                   pdf::DocumentRewriter& rewriter, WorkPool& pool) {
+                   pdf::DocumentRewriter& rewriter) {
   if (settings.subsets_fonts || settings.removes_standard_fonts) {
     use_.KeepFormFonts();
-    Cut(settings, claims_pdfa, rewriter, pool);
+    Cut(settings, claims_pdfa, rewriter);
   }
 }
 
 void FontPass::Cut(const OptimizerSettings& settings, bool claims_pdfa,
-                   pdf::DocumentRewriter& rewriter, WorkPool& pool) {
-  std::deque<Cutting> cuttings;  // work holds references to them
+                   pdf::DocumentRewriter& rewriter) {
+  std::deque<Cutting> cuttings;
+  WorkPool pool;  // ends before what its work refers to
   const FontOptions options{.drops_hints = false, .keeps_glyph_lists = claims_pdfa};
   for (FontJob& job : PlanFonts(*document_, use_, rewriter, options, report_)) {
     std::optional<pdf::Decoded> program =

@@ -3,7 +3,7 @@
 //
 //   FontPass pass(document);
 //   const DocumentSurvey survey(document, pages, &pass);   // tells which codes are shown
-//   pass.Run(settings, rewriter, pool);
+//   pass.Run(settings, false, rewriter);
 #ifndef TARNIX_ENGINES_OPTIMIZER_FONTS_FONTPASS_H_
 #define TARNIX_ENGINES_OPTIMIZER_FONTS_FONTPASS_H_
 
@@ -12,7 +12,6 @@
 #include <unordered_set>
 
 #include "engines/optimizer/OptimizerSettings.h"
-#include "engines/optimizer/WorkPool.h"
 #include "engines/optimizer/fonts/FontJob.h"
 #include "engines/optimizer/fonts/FontPlan.h"
 #include "engines/optimizer/fonts/FontUse.h"
@@ -33,14 +32,12 @@ class FontPass : public pdf::ContentVisitor {
   // Tells the rewriter of programs that have become smaller or are dropped. Throws pdf::Error for a
   // document that cannot be read any more.
   //   claims_pdfa - programs are neither dropped nor cut where lists of glyphs are wanted
-  void Run(const OptimizerSettings& settings, bool claims_pdfa, pdf::DocumentRewriter& rewriter,
-           WorkPool& pool);
+  void Run(const OptimizerSettings& settings, bool claims_pdfa, pdf::DocumentRewriter& rewriter);
 
   const FontReport& report() const { return report_; }
 
  private:
-  void Cut(const OptimizerSettings& settings, bool claims_pdfa, pdf::DocumentRewriter& rewriter,
-           WorkPool& pool);
+  void Cut(const OptimizerSettings& settings, bool claims_pdfa, pdf::DocumentRewriter& rewriter);
 
   pdf::Document* document_;
   FontUse use_;
