@@ -20,11 +20,11 @@ struct ImagePart {
   std::uint32_t top = 0;
   std::uint32_t width = 0;
   std::uint32_t height = 0;
+  PictureSize whole;  // of the image
 };
 
 // An image that is not in black and white.
 struct ImageTask {
-  std::uint32_t number = 0;         // of its stream
   std::uint64_t encoded_bytes = 0;  // as it is now
   std::uint32_t width = 0;          // pixels of the image
   std::uint32_t height = 0;

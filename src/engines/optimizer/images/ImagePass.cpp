@@ -112,11 +112,7 @@ void ImagePass::Add(std::uint32_t number, ImageRole role, const ImagePlacement& 
   if (role == ImageRole::kDrawn && input.has_matte) {
     place->second.matte_mask = rewriter.Successor(input.soft_mask);
   }
-  if (input.part) {
-    place->second.part = input.part;
-    place->second.width = input.width;
-    place->second.height = input.height;
-  }
+  place->second.part = input.part;
   place->second.bytes_before = input.encoded_bytes;
   place->second.outcome.kind =
       role == ImageRole::kDrawn ? ImageClass::kPhotograph : ImageClass::kSoftMask;
@@ -163,8 +159,8 @@ void ImagePass::PutPart(std::uint32_t number, const Entry& entry,
                         pdf::DocumentRewriter& rewriter) const {
   constexpr int kDecimals = 7;
   const ImagePart& part = *entry.part;
-  const double width = entry.width;
-  const double height = entry.height;
+  const double width = part.whole.width;
+  const double height = part.whole.height;
   std::string content;
   pdf::AppendNumber(content, part.width / width, kDecimals);
   content += " 0 0";

@@ -46,8 +46,6 @@ class ImagePass {
     std::uint64_t bytes_before = 0;
     std::uint32_t matte_mask = 0;   // number of the soft mask that its colours are mixed by
     std::optional<ImagePart> part;  // that the outcome is about
-    std::uint32_t width = 0;        // pixels of the whole, where there is a part
-    std::uint32_t height = 0;
     ImageOutcome outcome;
   };
 

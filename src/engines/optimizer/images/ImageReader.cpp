@@ -41,8 +41,6 @@ class Reader {
         space_(SpaceOf(image_, facts_)) {
     const std::optional<pdf::StreamData> stream = document.StreamOf(number);
     input_.encoded_bytes = stream ? document.PlainLength(*stream) : 0;
-    input_.width = facts_.width;
-    input_.height = facts_.height;
     input_.soft_mask = facts_.soft_mask;
     input_.stencil_mask = facts_.stencil_mask;
     input_.has_matte = HasMatte();
@@ -106,7 +104,6 @@ class Reader {
 
   void ReadContinuous() {
     ImageTask task;
-    task.number = image_.number;
     task.encoded_bytes = input_.encoded_bytes;
     task.width = facts_.width;
     task.height = facts_.height;
@@ -185,7 +182,8 @@ class Reader {
     return ImagePart{.left = static_cast<std::uint32_t>(left),
                      .top = static_cast<std::uint32_t>(top),
                      .width = static_cast<std::uint32_t>(right - left),
-                     .height = static_cast<std::uint32_t>(bottom - top)};
+                     .height = static_cast<std::uint32_t>(bottom - top),
+                     .whole = {task.width, task.height}};
   }
 
   static void TakePart(ImageTask& task, const ImagePart& part) {

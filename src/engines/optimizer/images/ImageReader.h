@@ -31,8 +31,6 @@ struct ImageInput {
   std::uint64_t held_bytes = 0;  // that work on it takes
   std::uint32_t soft_mask = 0;   // numbers of its masks; 0 for none
   std::uint32_t stencil_mask = 0;
-  std::uint32_t width = 0;  // pixels, of the whole
-  std::uint32_t height = 0;
   std::optional<ImagePart> part;  // that the task is about, where the rest is never shown
   bool has_matte = false;         // image and soft mask have to have the same size
 };

@@ -203,11 +203,4 @@ double Look::SimilarityOf(const SamplePicture& picture) const {
       lightness_, Seen(LightnessOf(picture, is_inverted_), lightness_.width, lightness_.height));
 }
 
-double Look::InkedPart() const {
-  constexpr std::uint8_t kPaper = 250;
-  const auto inked = std::count_if(lightness_.samples.begin(), lightness_.samples.end(),
-                                   [](std::uint8_t value) { return value < kPaper; });
-  return static_cast<double>(inked) / static_cast<double>(lightness_.samples.size());
-}
-
 }  // namespace TarnixTools::engines::optimizer

@@ -1,7 +1,7 @@
 // How much a picture still looks like another: the mean of the structural similarity (Wang et al.,
 // IEEE Transactions on Image Processing 13, 2004) of their lightness, by windows of 7 by 7 pixels.
 //
-//   const Look look(original, {.is_ink = false}, 850, 1100);
+//   const Look look(original, false, 850, 1100);
 //   const double similarity = look.SimilarityOf(coded);   // 1: the same
 #ifndef TARNIX_ENGINES_OPTIMIZER_IMAGES_SIMILARITY_H_
 #define TARNIX_ENGINES_OPTIMIZER_IMAGES_SIMILARITY_H_
@@ -26,9 +26,6 @@ class Look {
 
   // Of a picture of any size in the same colours: up to 1, for the same look.
   double SimilarityOf(const SamplePicture& picture) const;
-
-  // How much of the look differs from white paper without anything on it: 0 to 1.
-  double InkedPart() const;
 
   const SamplePicture& lightness() const { return lightness_; }
 

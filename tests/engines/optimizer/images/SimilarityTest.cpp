@@ -157,15 +157,5 @@ TEST(Lightness, OfInksIsWhatTheyLeaveOfThePaper) {
   EXPECT_EQ(LightnessOfPixel({200, 100, 50, 230}, true), LightnessOfPixel({55, 155, 205, 25}));
 }
 
-TEST(Look, TellsHowMuchOfItIsInked) {
-  const auto half = [](int x, int, int) { return x < 30 ? 1.0 : 0.5; };
-  EXPECT_NEAR(Look(PictureOf(60, 20, 1, half), false, 60, 20).InkedPart(), 0.5, 1e-9);
-  EXPECT_NEAR(Look(PictureOf(60, 20, 3, half), false, 30, 10).InkedPart(), 0.5, 1e-9);
-  const auto white = [](int, int, int) { return 1.0; };
-  EXPECT_EQ(Look(PictureOf(9, 9, 3, white), false, 9, 9).InkedPart(), 0);
-  EXPECT_EQ(Look(PictureOf(9, 9, 4, white), false, 9, 9).InkedPart(), 1);
-  EXPECT_EQ(Look(PictureOf(9, 9, 4, white), true, 9, 9).InkedPart(), 0);
-}
-
 }  // namespace
 }  // namespace TarnixTools::engines::optimizer
