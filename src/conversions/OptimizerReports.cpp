@@ -32,6 +32,12 @@ PdfReportKind KindOf(TPdfOptimizedKind kind) {
       return PdfReportKind::XmpPacket;
     case TPdfOptimizedKind::kPdfAClaim:
       return PdfReportKind::PdfAClaim;
+    case TPdfOptimizedKind::kStructureElement:
+      return PdfReportKind::StructureElement;
+    case TPdfOptimizedKind::kArticleThread:
+      return PdfReportKind::ArticleThread;
+    case TPdfOptimizedKind::kThumbnail:
+      return PdfReportKind::Thumbnail;
     case TPdfOptimizedKind::kDamage:
       break;
   }

@@ -325,6 +325,23 @@ TEST_F(PdfCompressTaskTest, ReportsClaimsAndSignatures) {
   EXPECT_EQ(task.GetReport().GetEntries(), expected);
 }
 
+TEST_F(PdfCompressTaskTest, ReportsTagsThatItsLevelLeavesOut) {
+  TestPdf()
+      .Pages(30)
+      .Object("element", "<</Type/StructElem/S/Document/P {{root}}>>")
+      .Object("root", "<</Type/StructTreeRoot/K {{element}}>>")
+      .CatalogEntry("/StructTreeRoot {{root}}")
+      .Write(Path("a.pdf"));
+  PdfCompressTask task = TaskFor("a.pdf");
+  task.Execute();
+  EXPECT_THAT(task.GetReport().GetEntries(), IsEmpty());
+  task.SetCompressLevel(PdfCompressLevel::Extreme);
+  task.Execute();
+  const std::vector<PdfReportEntry> expected = {
+      {PdfReportKind::StructureElement, PdfReportOutcome::Dropped, 1, 0, "left out at this level"}};
+  EXPECT_EQ(task.GetReport().GetEntries(), expected);
+}
+
 TEST_F(PdfCompressTaskTest, NamesClassesOfImages) {
   EXPECT_STREQ(PdfCompressTask::GetImageClassName(PdfImageClass::Photograph), "photograph");
   EXPECT_STREQ(PdfCompressTask::GetImageClassName(PdfImageClass::FlatArt), "flat art");

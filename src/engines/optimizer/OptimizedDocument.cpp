@@ -11,7 +11,6 @@
 #include "engines/optimizer/fonts/FontPass.h"
 #include "engines/optimizer/structure/DuplicateObjects.h"
 #include "engines/optimizer/structure/StreamRecoder.h"
-#include "engines/optimizer/structure/StripEntries.h"
 #include "engines/optimizer/structure/UnusedResources.h"
 #include "engines/optimizer/survey/DocumentSurvey.h"
 #include "engines/support/files/DiskFile.h"
@@ -91,11 +90,6 @@ void WriteForPdfA1(pdf::Document& document, pdf::RewriteOptions& options) {
   options.version = std::to_string(version / 10) + "." + std::to_string(version % 10);
 }
 
-bool ClaimsPdfA(pdf::Document& document) {
-  const std::optional<XmpPacket> packet = ReadXmpPacket(document, XmpPacketNumber(document));
-  return packet && packet->has_claim;
-}
-
 }  // namespace
 
 OptimizedDocument::OptimizedDocument(const platform::WidePath& path, std::string_view password)
@@ -123,8 +117,8 @@ void OptimizedDocument::Rewrite(pdf::ByteSink& sink, const SaveOptions& options)
   pdf::RewriteOptions rewriting = {
       .security = options.security, .packing = pdf::Packing::kDense, .keeps_id = true};
   KeepPages(rewriter);
-  Reduce(options.settings, rewriter);
-  DropClaim(rewriter, rewriting);
+  const bool claims_pdfa = DropClaim(rewriter, rewriting);
+  Reduce(options.settings, claims_pdfa, rewriter);
   report_.Dropped(ReportedKind::kSignature, "does not hold in another file",
                   DropSignatures(*document_, rewriter));
   RecodeStreams(rewriter);
@@ -134,14 +128,15 @@ void OptimizedDocument::Rewrite(pdf::ByteSink& sink, const SaveOptions& options)
 
 // What is left out goes first, so that no work is done on it. Fonts are cut by all that shows their
 // glyphs, which merging could hide; images are coded once for all that are equal.
-void OptimizedDocument::Reduce(const OptimizerSettings& settings, pdf::DocumentRewriter& rewriter) {
-  StripEntries(*document_, pages_, settings.strip, rewriter);
+void OptimizedDocument::Reduce(const OptimizerSettings& settings, bool claims_pdfa,
+                               pdf::DocumentRewriter& rewriter) {
+  ReportStripped(StripEntries(*document_, pages_, settings.strip, rewriter));
   if (settings.optimizes_resources) {
     RemoveUnusedResources(*document_, pages_, rewriter);
   }
   FontPass fonts(*document_);
   const DocumentSurvey survey(*document_, pages_, &fonts);
-  fonts.Run(settings, ClaimsPdfA(*document_), rewriter);
+  fonts.Run(settings, claims_pdfa, rewriter);
   if (settings.removes_redundant_objects) {
     MergeDuplicateObjects(*document_, pages_, {}, rewriter);
   }
@@ -150,6 +145,13 @@ void OptimizedDocument::Reduce(const OptimizerSettings& settings, pdf::DocumentR
   images_->Run(rewriter, pool);
   images_->Apply(rewriter);
   report_.images = images_->Figures();
+}
+
+void OptimizedDocument::ReportStripped(const StrippedCounts& stripped) {
+  constexpr const char* kReason = "left out at this level";
+  report_.Dropped(ReportedKind::kStructureElement, kReason, stripped.structure_elements);
+  report_.Dropped(ReportedKind::kArticleThread, kReason, stripped.beads);
+  report_.Dropped(ReportedKind::kThumbnail, kReason, stripped.thumbnails);
 }
 
 // Streams that stay what they are, in fewer bytes.
@@ -180,10 +182,11 @@ void OptimizedDocument::KeepPages(pdf::DocumentRewriter& rewriter) {
 }
 
 // What nobody has proved of the new file. A packet that cannot be read may have a claim, too.
-void OptimizedDocument::DropClaim(pdf::DocumentRewriter& rewriter, pdf::RewriteOptions& options) {
+// Whether there was a claim.
+bool OptimizedDocument::DropClaim(pdf::DocumentRewriter& rewriter, pdf::RewriteOptions& options) {
   const std::uint32_t number = XmpPacketNumber(*document_);
   if (number == 0) {
-    return;
+    return false;
   }
   std::optional<XmpPacket> packet = ReadXmpPacket(*document_, number);
   if (!packet) {
@@ -197,6 +200,7 @@ void OptimizedDocument::DropClaim(pdf::DocumentRewriter& rewriter, pdf::RewriteO
   if (packet && packet->claimed_part == 1) {
     WriteForPdfA1(*document_, options);
   }
+  return packet && packet->has_claim;
 }
 
 void OptimizedDocument::ReportDamage() {

@@ -13,6 +13,7 @@
 #include "engines/optimizer/OptimizerReport.h"
 #include "engines/optimizer/OptimizerSettings.h"
 #include "engines/optimizer/images/ImagePass.h"
+#include "engines/optimizer/structure/StripEntries.h"
 #include "foundation/Platform.h"
 #include "pdf/crypt/Security.h"
 #include "pdf/file/ByteSink.h"
@@ -40,10 +41,11 @@ class OptimizedDocument {
 
  private:
   void Rewrite(pdf::ByteSink& sink, const SaveOptions& options);
-  void Reduce(const OptimizerSettings& settings, pdf::DocumentRewriter& rewriter);
+  void Reduce(const OptimizerSettings& settings, bool claims_pdfa, pdf::DocumentRewriter& rewriter);
+  void ReportStripped(const StrippedCounts& stripped);
   void RecodeStreams(pdf::DocumentRewriter& rewriter);
   void KeepPages(pdf::DocumentRewriter& rewriter);
-  void DropClaim(pdf::DocumentRewriter& rewriter, pdf::RewriteOptions& options);
+  bool DropClaim(pdf::DocumentRewriter& rewriter, pdf::RewriteOptions& options);
   void ReportDamage();
   bool MayGrow(const SaveOptions& options);
 

@@ -63,6 +63,9 @@ enum class TPdfOptimizedKind : std::int32_t {
   kSignature,
   kXmpPacket,
   kPdfAClaim,
+  kStructureElement,
+  kArticleThread,  // its beads count
+  kThumbnail,
 };
 
 enum class TPdfOptimizeOutcome : std::int32_t { kKept, kDropped };

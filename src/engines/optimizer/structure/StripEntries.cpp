@@ -77,7 +77,7 @@ class Stripper {
            pdf::DocumentRewriter& rewriter)
       : document_(&document), pages_(&pages), strip_(strip), rewriter_(&rewriter) {}
 
-  void Strip() {
+  StrippedCounts Strip() {
     if ((strip_ & kStripThreads) != 0) {
       DropThreads();
     }
@@ -93,6 +93,7 @@ class Stripper {
     ForEachReached(*document_, *rewriter_, [this](std::uint32_t number, const Object& value) {
       ApplyRules(number, value);
     });
+    return counts_;
   }
 
  private:
@@ -122,6 +123,7 @@ class Stripper {
                            value.Has(rule.key) && (rule.key != "LastModified" || has_private_data);
       if (applies && Has(rule.form, Resolve(value.Get(rule.key), arena), arena)) {
         rewriter_->RemoveEntry(number, rule.key);
+        counts_.thumbnails += rule.bit == kStripThumbnails ? 1 : 0;
       }
     }
   }
@@ -199,6 +201,7 @@ class Stripper {
       if (!is_bead || !Drop(bead.number)) {
         return;
       }
+      ++counts_.beads;
       next = bead.value.Get("N").AsReference().number;
     }
   }
@@ -221,6 +224,7 @@ class Stripper {
       waiting.pop_back();
       const bool is_element = found.value.IsArray() || IsElement(found.value, arena);
       if (is_element && Drop(found.number)) {
+        counts_.structure_elements += found.value.IsArray() ? 0 : 1;
         pdf::CollectReferences(found.value.IsArray() ? found.value : found.value.Get("K"), waiting);
       }
     }
@@ -250,13 +254,14 @@ class Stripper {
   std::uint32_t strip_;
   pdf::DocumentRewriter* rewriter_;
   pdf::NumberMap dropped_;
+  StrippedCounts counts_;
 };
 
 }  // namespace
 
-void StripEntries(pdf::Document& document, const pdf::PageTree& pages, std::uint32_t strip,
-                  pdf::DocumentRewriter& rewriter) {
-  Stripper(document, pages, strip, rewriter).Strip();
+StrippedCounts StripEntries(pdf::Document& document, const pdf::PageTree& pages,
+                            std::uint32_t strip, pdf::DocumentRewriter& rewriter) {
+  return Stripper(document, pages, strip, rewriter).Strip();
 }
 
 }  // namespace TarnixTools::engines::optimizer

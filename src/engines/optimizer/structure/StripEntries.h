@@ -1,7 +1,7 @@
 // Takes out of a document what the bits of a setting name (OptimizerSettings.h): entries, and
 // objects that other things may still refer to.
 //
-//   StripEntries(document, pages, settings.strip, rewriter);
+//   const StrippedCounts stripped = StripEntries(document, pages, settings.strip, rewriter);
 #ifndef TARNIX_ENGINES_OPTIMIZER_STRUCTURE_STRIPENTRIES_H_
 #define TARNIX_ENGINES_OPTIMIZER_STRUCTURE_STRIPENTRIES_H_
 
@@ -13,11 +13,18 @@
 
 namespace TarnixTools::engines::optimizer {
 
+// Of what people may miss.
+struct StrippedCounts {
+  std::uint64_t structure_elements = 0;
+  std::uint64_t beads = 0;  // of article threads
+  std::uint64_t thumbnails = 0;
+};
+
 // strip: StripBits. Sets and removes entries only, so that it goes with any other change of the same
 // objects; of the catalog's /Names and /ViewerPreferences it sets the whole where they are written
 // in place.
-void StripEntries(pdf::Document& document, const pdf::PageTree& pages, std::uint32_t strip,
-                  pdf::DocumentRewriter& rewriter);
+StrippedCounts StripEntries(pdf::Document& document, const pdf::PageTree& pages,
+                            std::uint32_t strip, pdf::DocumentRewriter& rewriter);
 
 }  // namespace TarnixTools::engines::optimizer
 

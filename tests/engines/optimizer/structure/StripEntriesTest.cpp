@@ -39,7 +39,7 @@ class Stripped {
  public:
   Stripped(RawPdf file, std::uint32_t strip) : case_(std::move(file)) {
     const pdf::PageTree pages(case_.source());
-    StripEntries(case_.source(), pages, strip, case_.rewriter());
+    counts_ = StripEntries(case_.source(), pages, strip, case_.rewriter());
     case_.Write();
   }
 
@@ -56,6 +56,8 @@ class Stripped {
   std::string Form(const std::string& key) { return Entry("Metadata", key); }
 
   std::string Image(const std::string& key) { return Entry("Im", key); }
+
+  const StrippedCounts& counts() const { return counts_; }
 
   int CountObjects() { return case_.CountObjects(); }
 
@@ -75,6 +77,7 @@ class Stripped {
   }
 
   RewriteCase case_;
+  StrippedCounts counts_;
 };
 
 TEST(StripEntries, TakesNothingOutUnasked) {
@@ -96,6 +99,8 @@ TEST(StripEntries, TakesThreadsAndBeadsAwayFromActionsToo) {
   EXPECT_EQ(test.Catalog("Threads"), "null");
   EXPECT_EQ(test.Catalog("OpenAction"), "<</S/Thread>>");
   EXPECT_EQ(test.Page("B"), "null");
+  EXPECT_EQ(test.counts().beads, 2U);
+  EXPECT_EQ(kept.counts().beads, 0U);
   EXPECT_EQ(test.CountObjects(), 7);
 }
 
@@ -135,6 +140,7 @@ TEST(StripEntries, TakesTheStructureThoughOutlinesLeadIntoIt) {
       .Object(30, "<</Title(item)/SE 22 0 R/Dest[3 0 R/Fit]>>");
   Stripped test(file, kStripStructure);
   EXPECT_EQ(test.Catalog("StructTreeRoot"), "null");
+  EXPECT_EQ(test.counts().structure_elements, 2U);
   EXPECT_EQ(test.Catalog("MarkInfo"), "null");
   EXPECT_EQ(test.Catalog("Lang"), "(en)");
   EXPECT_EQ(test.Page("StructParents"), "null");
@@ -147,6 +153,7 @@ TEST(StripEntries, TakesTheStructureThoughOutlinesLeadIntoIt) {
 TEST(StripEntries, TakesThumbnails) {
   Stripped test(Full("", "/Thumb 8 0 R"), kStripThumbnails);
   EXPECT_EQ(test.Page("Thumb"), "null");
+  EXPECT_EQ(test.counts().thumbnails, 1U);
 }
 
 TEST(StripEntries, TakesWhatWebCaptureLeft) {
