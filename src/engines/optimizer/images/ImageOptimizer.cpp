@@ -153,8 +153,8 @@ class Optimizer {
     if (features_.is_one_color || picture_.pixels() < kLeastForJpeg) {
       return;
     }
-    const SamplePicture bands = BandsOf(picture_);
-    if (!TryJpegBy(bands)) {
+    const std::optional<SamplePicture> bands = BandsOf(picture_);
+    if (!bands || !TryJpegBy(*bands)) {
       TryJpegBy(picture_);
     }
   }
@@ -173,7 +173,9 @@ class Optimizer {
     JpegChoice choice = search.found()->choice;
     choice.is_final = true;
     const PictureSize size = search.found()->whole;
-    CodedPicture coded = CodeAsJpeg(Scaled(picture_, size.width, size.height), choice);
+    const bool is_reduced = size.width != picture_.width || size.height != picture_.height;
+    CodedPicture coded = is_reduced ? CodeAsJpeg(Scaled(picture_, size.width, size.height), choice)
+                                    : CodeAsJpeg(picture_, choice);
     if (bands.height != picture_.height &&
         SimilarityOf(coded) < search.found()->similarity - kToleratedLoss) {
       return false;

@@ -166,12 +166,12 @@ RowSourcePtr RowsOf(const SamplePicture& picture) {
   return std::make_unique<PictureRows>(picture);
 }
 
-SamplePicture BandsOf(const SamplePicture& picture) {
+std::optional<SamplePicture> BandsOf(const SamplePicture& picture) {
   constexpr std::uint32_t kBands = 8;
   constexpr std::uint32_t kBandRows = 64;
   constexpr std::uint32_t kMostWhole = kBands * kBandRows * 3 / 2;
   if (picture.height <= kMostWhole) {
-    return picture;
+    return std::nullopt;
   }
   SamplePicture bands;
   bands.width = picture.width;

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -55,8 +56,8 @@ SamplePicture ReadPicture(RowSource& rows);
 RowSourcePtr RowsOf(const SamplePicture& picture);
 
 // Bands of rows from all over the picture, one below the other: what is found out about them holds,
-// more or less, for all of it. A picture that is not much larger is taken whole.
-SamplePicture BandsOf(const SamplePicture& picture);
+// more or less, for all of it. Nothing for a picture that is not much larger.
+std::optional<SamplePicture> BandsOf(const SamplePicture& picture);
 
 // In another size: where there are fewer pixels each is the mean of the area that it covers, where
 // there are more each is mixed of the four that are nearest.
