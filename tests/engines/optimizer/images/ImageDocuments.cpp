@@ -359,9 +359,10 @@ std::string GrayInRgb() {
   return GrayIn("/DeviceRGB");
 }
 
-// Whose gray is not that of DeviceGray.
+// The profile says that it is sRGB's, and its gray is not that of DeviceGray.
 std::string GrayInOtherIcc() {
-  return GrayIn("[/ICCBased 11 0 R]", WithProfile(testing::TestRgbProfile(1.2, true), 3));
+  return GrayIn("[/ICCBased 11 0 R]",
+                WithProfile(testing::TestRgbProfile(1.2) + "sRGB IEC61966-2-1", 3));
 }
 
 // L* of 0 to 100, a* and b* between -100 and 100.
