@@ -1,0 +1,44 @@
+// A check looks at one part of a document: it lists what is wrong there, and says what repair is to
+// write in its place. Whether that is written is not its business; analysis and repair run the same
+// checks.
+//
+//   void CheckOutline(CheckContext& context) {
+//     ...
+//     context.problems.Add({.code = ProblemCode::kOutlineLoop, .object = number});
+//     context.rewriter.RemoveEntry(number, "Next");
+//   }
+//
+// When checks run, every object has been looked for already: the document is not rebuilt any more,
+// and the problems of the file itself are listed. Damage that the core meets later becomes findings
+// of the document. No check throws for a damaged document; the table in Check.cpp has a row for each.
+#ifndef TARNIX_ENGINES_REPAIR_CHECKS_CHECK_H_
+#define TARNIX_ENGINES_REPAIR_CHECKS_CHECK_H_
+
+#include <cstdint>
+#include <span>
+
+#include "engines/repair/ProblemList.h"
+#include "pdf/file/Document.h"
+#include "pdf/tree/PageTree.h"
+#include "pdf/write/DocumentRewriter.h"
+
+namespace TarnixTools::engines::repair {
+
+struct CheckContext {
+  pdf::Document& document;
+  const pdf::PageTree& pages;
+  pdf::DocumentRewriter& rewriter;  // changes that cost much are made later (ChangeLater)
+  ProblemList& problems;
+};
+
+struct Check {
+  std::uint32_t analysis;  // one of AnalysisBits
+  void (*run)(CheckContext& context);
+};
+
+// In the order in which they run.
+std::span<const Check> Checks();
+
+}  // namespace TarnixTools::engines::repair
+
+#endif  // TARNIX_ENGINES_REPAIR_CHECKS_CHECK_H_
