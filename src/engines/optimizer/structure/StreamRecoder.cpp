@@ -5,9 +5,9 @@
 #include <string_view>
 #include <utility>
 
-#include "engines/optimizer/structure/ReachedObjects.h"
 #include "pdf/Limits.h"
 #include "pdf/file/StreamFilters.h"
+#include "pdf/write/ReachedObjects.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::optimizer {
@@ -143,7 +143,7 @@ std::vector<std::uint32_t> StreamsToRecode(pdf::Document& document,
                                            const std::unordered_set<std::uint32_t>& taken,
                                            pdf::DocumentRewriter& rewriter) {
   std::vector<std::uint32_t> numbers;
-  ForEachReached(document, rewriter, [&](std::uint32_t number, const Object& value) {
+  pdf::ForEachReached(document, rewriter, [&](std::uint32_t number, const Object& value) {
     const bool is_free = !taken.contains(number) && !rewriter.IsChanged(number);
     if (is_free && MayRecode(document, value) && document.IsStream(number)) {
       numbers.push_back(number);

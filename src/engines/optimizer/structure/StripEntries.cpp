@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "engines/optimizer/OptimizerSettings.h"
-#include "engines/optimizer/structure/ReachedObjects.h"
 #include "pdf/write/NumberMap.h"
+#include "pdf/write/ReachedObjects.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::optimizer {
@@ -90,7 +90,7 @@ class Stripper {
     if ((strip_ & kStripAuthoringOutput) != 0) {
       RemoveWithin("ViewerPreferences", kPrintSettings);
     }
-    ForEachReached(*document_, *rewriter_, [this](std::uint32_t number, const Object& value) {
+    pdf::ForEachReached(*document_, *rewriter_, [this](std::uint32_t number, const Object& value) {
       ApplyRules(number, value);
     });
     return counts_;

@@ -10,10 +10,10 @@
 #include <unordered_set>
 #include <vector>
 
-#include "engines/optimizer/structure/ReachedObjects.h"
 #include "pdf/content/Appearances.h"
 #include "pdf/content/ResourceGraph.h"
 #include "pdf/content/ResourceUse.h"
+#include "pdf/write/ReachedObjects.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::optimizer {
@@ -173,7 +173,7 @@ class UnusedResources {
   // Whatever else refers to a dictionary may use all of it.
   void FindForeignUsers() {
     std::vector<std::uint32_t> numbers;
-    ForEachReached(*document_, *rewriter_, [&](std::uint32_t user, const Object& value) {
+    pdf::ForEachReached(*document_, *rewriter_, [&](std::uint32_t user, const Object& value) {
       numbers.clear();
       pdf::CollectReferences(value, numbers);
       for (const std::uint32_t number : numbers) {
