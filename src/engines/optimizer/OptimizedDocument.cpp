@@ -1,12 +1,10 @@
 #include "engines/optimizer/OptimizedDocument.h"
 
-#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "engines/optimizer/OptimizerFailure.h"
-#include "engines/optimizer/Signatures.h"
 #include "engines/optimizer/WorkPool.h"
 #include "engines/optimizer/fonts/FontPass.h"
 #include "engines/optimizer/structure/DuplicateObjects.h"
@@ -14,15 +12,15 @@
 #include "engines/optimizer/structure/UnusedResources.h"
 #include "engines/optimizer/survey/DocumentSurvey.h"
 #include "engines/support/files/DiskFile.h"
-#include "engines/support/metadata/XmpPacket.h"
+#include "engines/support/files/SavedFile.h"
+#include "engines/support/metadata/PdfAClaim.h"
+#include "engines/support/metadata/Signatures.h"
 #include "pdf/Error.h"
-#include "pdf/tree/DocumentVersion.h"
 
 namespace TarnixTools::engines::optimizer {
 
 namespace {
 
-constexpr std::size_t kCopiedBlock = std::size_t{256} << 10;
 // What a byte of a compressed stream takes while it is coded again, more or less.
 constexpr std::uint64_t kDecodedPerByte = 6;
 
@@ -42,54 +40,6 @@ platform::OutputFile CreateFile(const platform::WidePath& path) {
   return std::move(*file);
 }
 
-// The file that a document is saved to.
-class SavedFile {
- public:
-  explicit SavedFile(const platform::WidePath& path)
-      : output_(CreateFile(path)), stream_(output_.TakeStream()), sink_(stream_.get()) {}
-
-  pdf::ByteSink& sink() { return sink_; }
-
-  // -1 for what is no file.
-  std::int64_t size() const { return platform::Tell(stream_.get()); }
-
-  // False for what is no file, and has what was written for good.
-  bool Empty() { return platform::Empty(stream_.get()); }
-
-  void Complete() {
-    if (std::fclose(stream_.release()) != 0 || !output_.Commit()) {
-      throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed");
-    }
-  }
-
- private:
-  platform::OutputFile output_;
-  platform::FilePtr stream_;
-  DiskSink sink_;
-};
-
-void CopyAll(pdf::ByteSource& source, pdf::ByteSink& sink) {
-  std::vector<char> block(kCopiedBlock);
-  std::uint64_t done = 0;
-  while (done < source.Size()) {
-    const std::size_t count = source.ReadAt(done, block.data(), block.size());
-    if (count == 0) {
-      throw pdf::Error(pdf::ErrorCode::kSourceChanged, "the file has become shorter");
-    }
-    sink.Write({block.data(), count});
-    done += count;
-  }
-}
-
-// What readers of PDF/A-1 read (ISO 19005-1, 6.1.4): neither object streams nor cross-reference
-// streams, in a version that has none.
-void WriteForPdfA1(pdf::Document& document, pdf::RewriteOptions& options) {
-  constexpr int kPdf14 = 14;
-  const int version = std::max(pdf::DocumentVersion(document), kPdf14);
-  options.layout = pdf::FileLayout::kTable;
-  options.version = std::to_string(version / 10) + "." + std::to_string(version % 10);
-}
-
 }  // namespace
 
 OptimizedDocument::OptimizedDocument(const platform::WidePath& path, std::string_view password)
@@ -100,7 +50,7 @@ OptimizedDocument::OptimizedDocument(const platform::WidePath& path, std::string
 OptimizerReport OptimizedDocument::Save(const platform::WidePath& path,
                                         const SaveOptions& options) {
   report_ = {};
-  SavedFile saved(path);
+  SavedFile saved(CreateFile(path));
   Rewrite(saved.sink(), options);
   DiskSource source(file_);
   const bool has_shrunk = saved.size() < static_cast<std::int64_t>(source.Size());
@@ -181,26 +131,13 @@ void OptimizedDocument::KeepPages(pdf::DocumentRewriter& rewriter) {
   }
 }
 
-// What nobody has proved of the new file. A packet that cannot be read may have a claim, too.
 // Whether there was a claim.
 bool OptimizedDocument::DropClaim(pdf::DocumentRewriter& rewriter, pdf::RewriteOptions& options) {
-  const std::uint32_t number = XmpPacketNumber(*document_);
-  if (number == 0) {
-    return false;
-  }
-  std::optional<XmpPacket> packet = ReadXmpPacket(*document_, number);
-  if (!packet) {
-    rewriter.RemoveEntry(rewriter.catalog(), "Metadata");
-    report_.Dropped(ReportedKind::kXmpPacket, "cannot be read");
-  } else if (packet->has_claim) {
-    rewriter.Change(number, pdf::ObjectChange::Stream("<</Type/Metadata/Subtype/XML>>",
-                                                      std::move(packet->bytes)));
-    report_.Dropped(ReportedKind::kPdfAClaim, "not proven of what is written");
-  }
-  if (packet && packet->claimed_part == 1) {
-    WriteForPdfA1(*document_, options);
-  }
-  return packet && packet->has_claim;
+  const DroppedClaim claim = DropPdfAClaim(*document_, rewriter, options);
+  report_.Dropped(ReportedKind::kXmpPacket, "cannot be read", claim.was_packet_lost ? 1 : 0);
+  report_.Dropped(ReportedKind::kPdfAClaim, "not proven of what is written",
+                  claim.was_there ? 1 : 0);
+  return claim.was_there;
 }
 
 void OptimizedDocument::ReportDamage() {

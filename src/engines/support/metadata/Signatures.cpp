@@ -1,4 +1,4 @@
-#include "engines/optimizer/Signatures.h"
+#include "engines/support/metadata/Signatures.h"
 
 #include <string>
 #include <unordered_set>
@@ -6,7 +6,7 @@
 
 #include "pdf/write/Serialize.h"
 
-namespace TarnixTools::engines::optimizer {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -113,4 +113,4 @@ std::uint64_t DropSignatures(pdf::Document& document, pdf::DocumentRewriter& rew
   return count;
 }
 
-}  // namespace TarnixTools::engines::optimizer
+}  // namespace TarnixTools::engines

@@ -4,12 +4,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engines/optimizer/Signatures.h"
+#include "engines/support/metadata/Signatures.h"
 #include "support/QpdfDocument.h"
 #include "support/RawPdf.h"
 #include "support/TempDir.h"
 
-namespace TarnixTools::engines::optimizer {
+namespace TarnixTools::engines {
 namespace {
 
 using testing::QpdfDocument;
@@ -99,4 +99,4 @@ TEST_F(SignaturesTest, LeaveFormsWithoutThemAlone) {
 }
 
 }  // namespace
-}  // namespace TarnixTools::engines::optimizer
+}  // namespace TarnixTools::engines

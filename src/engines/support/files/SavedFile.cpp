@@ -1,0 +1,35 @@
+#include "engines/support/files/SavedFile.h"
+
+#include <cstdio>
+#include <vector>
+
+#include "pdf/Error.h"
+
+namespace TarnixTools::engines {
+
+namespace {
+
+constexpr std::size_t kCopiedBlock = std::size_t{256} << 10;
+
+}  // namespace
+
+void SavedFile::Complete() {
+  if (std::fclose(stream_.release()) != 0 || !output_.Commit()) {
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed");
+  }
+}
+
+void CopyAll(pdf::ByteSource& source, pdf::ByteSink& sink) {
+  std::vector<char> block(kCopiedBlock);
+  std::uint64_t done = 0;
+  while (done < source.Size()) {
+    const std::size_t count = source.ReadAt(done, block.data(), block.size());
+    if (count == 0) {
+      throw pdf::Error(pdf::ErrorCode::kSourceChanged, "the file has become shorter");
+    }
+    sink.Write({block.data(), count});
+    done += count;
+  }
+}
+
+}  // namespace TarnixTools::engines
