@@ -2,6 +2,8 @@
 #ifndef TARNIX_PDF_FINDINGS_H_
 #define TARNIX_PDF_FINDINGS_H_
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -33,6 +35,8 @@ enum class FindingCode : std::uint8_t {
   kStringUndecryptable,  // encrypted data that is not whole
 };
 
+inline constexpr std::size_t kFindingCodeCount = 21;
+
 // In English, in a few words: "stream length wrong". The text is static.
 const char* TextOf(FindingCode code);
 
@@ -49,7 +53,7 @@ class Findings {
  public:
   void Add(FindingCode code, std::uint32_t object = 0, std::uint64_t offset = 0) {
     ++count_;
-    if (kept_.size() < limits::kMaxFindings) {
+    if (counts_[static_cast<std::size_t>(code)]++ < limits::kMaxFindings) {
       kept_.push_back({code, object, offset});
     }
   }
@@ -69,6 +73,7 @@ class Findings {
 
  private:
   std::vector<Finding> kept_;
+  std::array<std::uint64_t, kFindingCodeCount> counts_{};
   std::uint64_t count_ = 0;
 };
 

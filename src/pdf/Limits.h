@@ -99,7 +99,7 @@ inline constexpr std::size_t kMaxSpacing = 64;
 // keyword is that ends its stream or object.
 inline constexpr std::size_t kMaxHeaderLines = 1024;
 inline constexpr std::size_t kObjectEndSearch = 1024;
-// Findings kept per document; later ones are only counted.
+// Findings of one code kept per document; later ones are only counted.
 inline constexpr std::size_t kMaxFindings = 200;
 
 }  // namespace TarnixTools::pdf::limits

@@ -37,5 +37,14 @@ TEST(Findings, AreCountedBeyondThoseThatAreKept) {
   EXPECT_FALSE(findings.Has(FindingCode::kObjectMissing));
 }
 
+TEST(Findings, KeepsThoseOfEachCode) {
+  Findings findings;
+  for (std::size_t i = 0; i < limits::kMaxFindings + 5; ++i) {
+    findings.Add(FindingCode::kStreamLengthWrong, 1);
+  }
+  findings.Add(FindingCode::kPageBlank);
+  EXPECT_TRUE(findings.Has(FindingCode::kPageBlank));
+}
+
 }  // namespace
 }  // namespace TarnixTools::pdf
