@@ -179,6 +179,7 @@ std::uint64_t SyntaxTeller::TellStream(Reference reference, std::uint64_t dictio
   StreamSyntax stream;
   stream.reference = reference;
   stream.data = extent.offset;
+  stream.length = extent.length;
   stream.claimed = claimed;
   Spacing lead(WindowAt(dictionary_end, static_cast<std::size_t>(extent.offset - dictionary_end)));
   lead.Skip();

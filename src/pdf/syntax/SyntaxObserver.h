@@ -66,6 +66,7 @@ struct StreamSyntax {
   std::uint64_t offset = 0;             // of "stream"
   std::string_view after_keyword;       // white space only, up to the data
   std::uint64_t data = 0;               // offset of the data
+  std::uint64_t length = 0;             // of the data, by /Length where that leads to its end
   std::optional<std::int64_t> claimed;  // what /Length says, resolved; none where it is no integer
   std::uint64_t end = 0;                // offset of "endstream", or where it should be
   bool has_end = false;
