@@ -126,6 +126,7 @@ void Document::TellMember(const RawObject& raw, const Parsed& parsed, SyntaxObse
   end.reference = raw.reference;
   end.offset = object.offset + parsed.size;
   end.is_regular = parsed.is_regular;
+  end.value = parsed.value;
   observer.OnObjectEnd(end);
 }
 
@@ -143,7 +144,7 @@ void Document::TellInFile(const RawObject& raw, const Parsed& parsed, SyntaxObse
         teller.TellStream(raw.reference, end, *extent,
                           claimed.IsInteger() ? std::optional(claimed.IntegerOr(0)) : std::nullopt);
   }
-  teller.TellObjectEnd(raw.reference, end, parsed.is_regular);
+  teller.TellObjectEnd(raw.reference, end, parsed.value, parsed.is_regular);
 }
 
 }  // namespace TarnixTools::pdf

@@ -197,7 +197,8 @@ std::uint64_t SyntaxTeller::TellStream(Reference reference, std::uint64_t dictio
   return stream.has_end ? stream.end + kEnd.size() : data_end;
 }
 
-void SyntaxTeller::TellObjectEnd(Reference reference, std::uint64_t end, bool is_regular) {
+void SyntaxTeller::TellObjectEnd(Reference reference, std::uint64_t end, const Object& value,
+                                 bool is_regular) {
   constexpr std::string_view kKeyword = "endobj";
   Spacing spacing(WindowAt(end, limits::kObjectEndSearch));
   ObjectEndSyntax syntax;
@@ -206,6 +207,7 @@ void SyntaxTeller::TellObjectEnd(Reference reference, std::uint64_t end, bool is
   syntax.offset = end + spacing.position();
   syntax.has_keyword = spacing.IsAt(kKeyword);
   syntax.is_regular = is_regular;
+  syntax.value = value;
   if (syntax.has_keyword) {
     spacing.PassBytes(kKeyword.size());
     syntax.after = First(spacing.Blank());

@@ -41,7 +41,7 @@ class SyntaxTeller {
   std::uint64_t TellStream(Reference reference, std::uint64_t dictionary_end,
                            const StreamExtent& extent, std::optional<std::int64_t> claimed);
   // `end` is the offset after the value, or after "endstream".
-  void TellObjectEnd(Reference reference, std::uint64_t end, bool is_regular);
+  void TellObjectEnd(Reference reference, std::uint64_t end, const Object& value, bool is_regular);
 
  private:
   std::string_view WindowAt(std::uint64_t offset, std::size_t size);

@@ -57,6 +57,7 @@ struct ObjectEndSyntax {
   bool is_regular = true;    // there is a value, in regular syntax
   std::string_view before;
   std::string_view after;  // white space only
+  Object value;            // a stream gives its dictionary
 };
 
 // "stream" and "endstream". ISO 19005-1, 6.1.7; -2 and -3, 6.1.7.1: CR LF or LF after "stream", a
