@@ -1,0 +1,93 @@
+// Contract of the engines for PDF/A (ISO 19005): the validator, which says whether a document is what
+// it claims to be. A null handle or a zero result is a failure, whose reason (ErrorCodes.h)
+// PdfValidatorGetErrorCode tells; no exception leaves the engine. docs/engines.md has the meaning of
+// every value.
+//
+//   PdfValidatorInitialize();
+//   TPdfValidator* object = PdfValidatorCreateObject();
+//   PdfValidatorSetReportingLevel(object, 2);
+//   PdfValidatorOpenW(object, WidePath("archive.pdf"), L"", 0);
+//   if (PdfValidatorValidate(object) == 0) {
+//     for (std::int32_t i = 0; i < PdfValidatorGetFindingCount(object); ++i) {
+//       TPdfFinding finding;
+//       PdfValidatorGetFinding(object, i, &finding);
+//     }
+//   }
+//   PdfValidatorClose(object);
+//   PdfValidatorDestroyObject(object);
+//   PdfValidatorUnInitialize();
+//
+// Different objects may be used on different threads at once, one of them by one thread at a time.
+#ifndef TARNIX_ENGINES_PDFA_PDFA_H_
+#define TARNIX_ENGINES_PDFA_PDFA_H_
+
+#include <cstdint>
+#include <string>
+
+#include "foundation/Platform.h"
+
+namespace TarnixTools::engines {
+
+struct TPdfValidator;
+
+// One thing that is not as the level asks for. Texts are UTF-8 and valid until the next validation,
+// open or close.
+struct TPdfFinding {
+  const char* clause = "";   // of ISO 19005: "6.1.8"
+  std::int32_t test = 0;     // of the clause, as the published validation profiles number them
+  const char* wrong = "";    // a sentence: what is wrong
+  const char* cure = "";     // a sentence: how to mend it
+  const char* subject = "";  // what it is about: "font Helvetica"; empty where nothing has a name
+  std::int32_t object = 0;   // number of the object; 0 for none
+  std::int32_t page = 0;     // one-based; 0 for none
+  std::int32_t has_box = 0;  // 1: the box is around it
+  double left = 0;           // in the page's own space, in points
+  double bottom = 0;
+  double right = 0;
+  double top = 0;
+};
+
+// A session, on one thread; sessions may nest. An object that is not destroyed when the outermost
+// one ends is left behind: it can still be asked for its error, closed and destroyed, until the
+// thread starts another session or ends.
+void PdfValidatorInitialize();
+void PdfValidatorUnInitialize();
+
+// An object without a document, with reporting level 1. The caller destroys it. Null: no memory.
+TPdfValidator* PdfValidatorCreateObject();
+// Closes what is open.
+int PdfValidatorDestroyObject(TPdfValidator* object);
+
+// The code of the last call that failed on the object, or on this thread for the null object.
+std::int32_t PdfValidatorGetErrorCode(const TPdfValidator* object);
+
+// How much the validations to come tell: 0 and 1 one finding of each rule, 2 many of them. Another
+// value is refused and leaves the setting as it is.
+int PdfValidatorSetReportingLevel(TPdfValidator* object, std::int32_t level);
+
+// Opens a document; one that was open is closed. Fails with 17 for a missing or wrong password.
+//   password   - empty for none
+//   compliance - code of the level to validate by; 0 for the one that the document claims, 2b where
+//                it claims none
+int PdfValidatorOpenW(TPdfValidator* object, const platform::WidePath& path,
+                      const std::wstring& password, std::int32_t compliance);
+
+// The code of the level that the open document claims; of one that claims none its version in the
+// same manner (0x1400 for PDF 1.4, 0x1700 for 1.7, 0x2000 for 2.0). 0: no document is open.
+std::int32_t PdfValidatorGetCompliance(TPdfValidator* object);
+
+// Non-zero: the open document is valid. Zero without findings: it could not be validated, and the
+// error code tells why.
+int PdfValidatorValidate(TPdfValidator* object);
+
+// What the last validation has found, by clause. -1 for the null object.
+std::int32_t PdfValidatorGetFindingCount(const TPdfValidator* object);
+// index is zero-based.
+int PdfValidatorGetFinding(TPdfValidator* object, std::int32_t index, TPdfFinding* finding);
+
+// Fails when no document is open.
+int PdfValidatorClose(TPdfValidator* object);
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_PDFA_PDFA_H_

@@ -1,0 +1,36 @@
+// Whether a document is what a level of PDF/A asks for: all rules, one pass over the document.
+//
+//   auto document = pdf::Document::Open(...);
+//   const ValidationResult result = Validate(*document, Level::k2b);
+//   if (!result.is_valid()) { ... result.findings ... }
+//
+// Nothing is changed, and memory does not grow with the document's pages. The converter asks here
+// what is wrong, so that what it claims is what the rules say.
+#ifndef TARNIX_ENGINES_PDFA_VALIDATION_H_
+#define TARNIX_ENGINES_PDFA_VALIDATION_H_
+
+#include <cstddef>
+#include <vector>
+
+#include "engines/pdfa/Limits.h"
+#include "engines/pdfa/rules/FindingList.h"
+#include "pdf/file/Document.h"
+
+namespace TarnixTools::engines::pdfa {
+
+struct ValidationResult {
+  Level level{};
+  std::vector<Finding> findings;  // by clause and test
+  std::size_t finding_count = 0;  // those that are not kept, too
+
+  bool is_valid() const { return finding_count == 0; }
+};
+
+// Throws pdf::Error for a document that cannot be read.
+//   most_of_rule - how many findings of one rule are kept, at least one
+ValidationResult Validate(pdf::Document& document, Level level,
+                          std::size_t most_of_rule = limits::kMaxFindingsOfRule);
+
+}  // namespace TarnixTools::engines::pdfa
+
+#endif  // TARNIX_ENGINES_PDFA_VALIDATION_H_

@@ -1,0 +1,76 @@
+#include "engines/pdfa/checks/TokenCheck.h"
+
+#include "engines/pdfa/rules/FileFacts.h"
+
+namespace TarnixTools::engines::pdfa {
+
+namespace {
+
+// Short ones are within every bound, and nearly all are short.
+constexpr std::size_t kShortNumber = 5;
+constexpr std::size_t kShortText = 127;
+
+}  // namespace
+
+void TokenCheck::Check(const pdf::Token& token) {
+  switch (token.kind) {
+    case pdf::Token::Kind::kInteger:
+      if (token.text.size() > kShortNumber) {
+        findings_->Check(IntegerFacts{token.integer}, place_);
+      }
+      return;
+    case pdf::Token::Kind::kReal:
+    case pdf::Token::Kind::kOddNumber:
+      return CheckReal(token.text);
+    case pdf::Token::Kind::kString:
+    case pdf::Token::Kind::kHexString:
+      return CheckString(token);
+    case pdf::Token::Kind::kName:
+      return CheckName(token);
+    default:
+      return;
+  }
+}
+
+// An integer that 63 bits cannot hold is an odd number.
+void TokenCheck::CheckReal(std::string_view text) {
+  if (text.size() <= kShortNumber) {
+    return;
+  }
+  const std::string number = pdf::NormalizedNumber(text);
+  const double value = pdf::Object::Real(number).NumberOr(0);
+  if (number.find('.') == std::string::npos) {
+    constexpr std::int64_t kBeyond = std::int64_t{1} << 62;
+    findings_->Check(IntegerFacts{value < 0 ? -kBeyond : kBeyond}, place_);
+  } else {
+    findings_->Check(RealFacts{value}, place_);
+  }
+}
+
+void TokenCheck::CheckString(const pdf::Token& token) {
+  const bool is_hex = token.kind == pdf::Token::Kind::kHexString;
+  if (!is_hex && token.text.size() <= kShortText) {
+    return;
+  }
+  StringFacts facts{.is_hex = is_hex};
+  if (is_hex) {
+    const pdf::HexSyntax hex = pdf::HexSyntaxOf(token);
+    facts.hex_digits = hex.digits;
+    facts.has_only_hex_digits = hex.others == 0;
+  }
+  scratch_.clear();
+  pdf::DecodeString(token, scratch_);
+  facts.bytes = scratch_.size();
+  findings_->Check(facts, place_);
+}
+
+void TokenCheck::CheckName(const pdf::Token& token) {
+  if (token.text.size() <= kShortText) {
+    return;
+  }
+  scratch_.clear();
+  pdf::DecodeName(token.text, scratch_);
+  findings_->Check(NameFacts{scratch_.size()}, place_);
+}
+
+}  // namespace TarnixTools::engines::pdfa
