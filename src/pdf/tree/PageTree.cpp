@@ -81,6 +81,7 @@ void PageTree::Walk() {
   pages_.clear();
   page_numbers_.clear();
   node_numbers_.clear();
+  kid_lists_.clear();
   holes_.clear();
   claimed_count_ = 0;
   has_root_ = true;
@@ -179,7 +180,12 @@ PageTree::Level PageTree::OpenNode(const Object& dictionary, std::uint32_t paren
   Level level;
   level.node = index;
   Arena scratch;
-  for (const Object& kid : document_->Resolve(dictionary.Get("Kids"), scratch).Items()) {
+  const Followed kids = document_->Follow(dictionary.Get("Kids"), scratch);
+  if (kids.number != 0 && !kid_lists_.insert(kids.number).second) {
+    document_->findings().Add(FindingCode::kPageTreeLoop, number);
+    return level;
+  }
+  for (const Object& kid : kids.value.Items()) {
     level.kids.push_back(KeepValue(kid, arena_));
   }
   return level;

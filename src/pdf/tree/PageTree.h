@@ -116,6 +116,9 @@ class PageTree {
   std::vector<Page> pages_;
   std::unordered_set<std::uint32_t> page_numbers_;
   std::unordered_set<std::uint32_t> node_numbers_;
+  // Arrays of kids that are objects of their own. Each is one node's: nodes written in place have no
+  // number by which a loop would show.
+  std::unordered_set<std::uint32_t> kid_lists_;
   std::vector<Hole> holes_;
   std::size_t claimed_count_ = 0;  // the root's /Count
   bool is_xref_known_;             // as the file has it

@@ -120,6 +120,19 @@ TEST(PageTree, StopsAtLoops) {
   EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPageTreeLoop));
 }
 
+// Nodes that are written in place have no numbers by which a loop would show.
+TEST(PageTree, UsesEachListOfKidsOnce) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids 4 0 R/Count 1>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R>>")
+      .Object(4, "[3 0 R<</Type/Pages/Kids 5 0 R/Count 9>><</Type/Pages/Kids 4 0 R/Count 9>>]")
+      .Object(5, "4 0 R");
+  Tree tree(pdf.Table());
+  EXPECT_EQ(tree.Numbers(), (Numbers{3}));
+  EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPageTreeLoop));
+}
+
 TEST(PageTree, CountsAPageThatStandsTwiceTwice) {
   RawPdf pdf;
   pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
