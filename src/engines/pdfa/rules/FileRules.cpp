@@ -1,7 +1,7 @@
-#include <algorithm>
 #include <array>
 
 #include "engines/pdfa/rules/FileFacts.h"
+#include "engines/pdfa/rules/OneOf.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -161,8 +161,7 @@ constexpr std::array<Rule<FilterFacts>, 2> kFilterRules = {{
      .later = {"6.1.7.2", 1},
      .holds =
          [](const FilterFacts& filter) {
-           return std::find(kPlainFilters.begin(), kPlainFilters.end(), filter.name) !=
-                      kPlainFilters.end() ||
+           return IsOneOf(filter.name, kPlainFilters) ||
                   (filter.name == "Crypt" && filter.is_identity_crypt);
          },
      .wrong =
