@@ -1,0 +1,90 @@
+#include <array>
+#include <cstddef>
+
+#include "engines/pdfa/rules/StructureFacts.h"
+
+namespace TarnixTools::engines::pdfa {
+
+namespace {
+
+constexpr const char* kLanguageWrong = "A language is not named as RFC 3066 has it.";
+constexpr const char* kLanguageCure = "Name it like en, en-US or de-CH.";
+
+enum class Subtags : bool { kLetters, kLettersAndDigits };
+
+bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+// One to eight letters, then any number of parts of one to eight letters (RFC 1766) or letters and
+// digits (RFC 3066), a hyphen before each. An empty text says that the language is not known.
+bool IsTag(std::string_view tag, Subtags subtags) {
+  constexpr std::size_t kMost = 8;
+  std::size_t length = 0;
+  bool is_first = true;
+  for (const char c : tag) {
+    const bool is_digit =
+        c >= '0' && c <= '9' && !is_first && subtags == Subtags::kLettersAndDigits;
+    if (c == '-' && length > 0) {
+      is_first = false;
+      length = 0;
+    } else if (!(IsLetter(c) || is_digit) || ++length > kMost) {
+      return false;
+    }
+  }
+  return tag.empty() || length > 0;
+}
+
+constexpr std::array<Rule<StructureElementFacts>, 3> kStructureElementRules = {{
+    {.levels = kTaggedLevels,
+     .part1 = {"6.8.3.4", 1},
+     .later = {"6.7.3.4", 1},
+     .holds =
+         [](const StructureElementFacts& element) {
+           return element.leads_to_standard_type || element.is_mapped_in_circle;
+         },
+     .wrong = "A structure element is of a type that is no standard one and not mapped to one.",
+     .cure = "Add the type to the role map."},
+    {.levels = kTaggedLevels,
+     .part1 = {"6.8.3.4", 2},
+     .later = {"6.7.3.4", 2},
+     .holds = [](const StructureElementFacts& element) { return !element.is_mapped_in_circle; },
+     .wrong = "The role map leads from a structure type back to itself.",
+     .cure = "Map the type to a standard one."},
+    {.levels = kTaggedLevels,
+     .later = {"6.7.3.4", 3},
+     .holds =
+         [](const StructureElementFacts& element) { return !element.is_remapped_standard_type; },
+     .wrong = "The role map leads from a standard structure type to one that is none.",
+     .cure = "Remove the standard type from the role map."},
+}};
+
+constexpr std::array<Rule<LanguageFacts>, 2> kLanguageRules = {{
+    {.levels = kTaggedLevels,
+     .part1 = {"6.8.4", 1},
+     .holds = [](const LanguageFacts& language) { return IsTag(language.tag, Subtags::kLetters); },
+     .wrong = kLanguageWrong,
+     .cure = kLanguageCure},
+    {.levels = kTaggedLevels,
+     .later = {"6.7.4", 1},
+     .holds =
+         [](const LanguageFacts& language) {
+           return IsTag(language.tag, Subtags::kLettersAndDigits);
+         },
+     .wrong = kLanguageWrong,
+     .cure = kLanguageCure},
+}};
+
+}  // namespace
+
+template <>
+std::span<const Rule<StructureElementFacts>> RulesFor<StructureElementFacts>() {
+  return kStructureElementRules;
+}
+
+template <>
+std::span<const Rule<LanguageFacts>> RulesFor<LanguageFacts>() {
+  return kLanguageRules;
+}
+
+}  // namespace TarnixTools::engines::pdfa
