@@ -26,10 +26,14 @@ struct ValidationResult {
   bool is_valid() const { return finding_count == 0; }
 };
 
+struct ValidationOptions {
+  std::size_t most_of_rule = limits::kMaxFindingsOfRule;  // findings of one that are kept; not 0
+  int embedded_depth = 0;                                 // of the document within others
+};
+
 // Throws pdf::Error for a document that cannot be read.
-//   most_of_rule - how many findings of one rule are kept, at least one
 ValidationResult Validate(pdf::Document& document, Level level,
-                          std::size_t most_of_rule = limits::kMaxFindingsOfRule);
+                          const ValidationOptions& options = {});
 
 }  // namespace TarnixTools::engines::pdfa
 

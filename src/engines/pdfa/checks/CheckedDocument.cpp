@@ -4,8 +4,11 @@
 
 namespace TarnixTools::engines::pdfa {
 
-CheckedDocument::CheckedDocument(pdf::Document& document, FindingList& findings)
-    : document_(&document), findings_(&findings), pages_(document) {
+CheckedDocument::CheckedDocument(pdf::Document& document, FindingList& findings, int embedded_depth)
+    : document_(&document),
+      findings_(&findings),
+      embedded_depth_(embedded_depth),
+      pages_(document) {
   output_space_ = OutputSpaceOf(document);
 }
 

@@ -20,9 +20,10 @@ namespace TarnixTools::engines::pdfa {
 
 class CheckedDocument {
  public:
-  // Reads the page tree and the output intent. Both arguments outlive this. Throws pdf::Error for a
-  // document that cannot be read.
-  CheckedDocument(pdf::Document& document, FindingList& findings);
+  // Reads the page tree and the output intent. Document and list outlive this. Throws pdf::Error for
+  // a document that cannot be read.
+  //   embedded_depth - of the document within others
+  CheckedDocument(pdf::Document& document, FindingList& findings, int embedded_depth = 0);
 
   pdf::Document& document() const { return *document_; }
 
@@ -31,6 +32,8 @@ class CheckedDocument {
   const pdf::PageTree& pages() const { return pages_; }
 
   Level level() const { return findings_->level(); }
+
+  int embedded_depth() const { return embedded_depth_; }
 
   // The colour space of the profile of the document's PDF/A output intent, four letters as the
   // profile has them ("RGB ", "CMYK", "GRAY"); empty where there is none. Colours of a device may
@@ -49,6 +52,7 @@ class CheckedDocument {
  private:
   pdf::Document* document_;
   FindingList* findings_;
+  int embedded_depth_;
   pdf::PageTree pages_;
   std::string output_space_;
 };

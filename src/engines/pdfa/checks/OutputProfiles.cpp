@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "engines/pdfa/Limits.h"
 #include "engines/pdfa/checks/CheckedDocument.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -10,7 +11,6 @@ namespace TarnixTools::engines::pdfa {
 namespace {
 
 constexpr std::size_t kHeaderSize = 128;
-constexpr std::size_t kMaxProfile = std::size_t{64} << 20;
 
 template <std::size_t kSize>
 std::array<char, kSize> BytesAt(std::string_view text, std::size_t offset) {
@@ -34,7 +34,8 @@ ProfileFacts FactsOfProfile(std::string_view profile) {
 }
 
 ProfileFacts FactsOfProfile(pdf::Document& document, std::uint32_t number) {
-  const std::optional<pdf::Decoded> stream = document.TryDecodeStream(number, kMaxProfile);
+  const std::optional<pdf::Decoded> stream =
+      document.TryDecodeStream(number, limits::kMaxProfileBytes);
   return stream ? FactsOfProfile(stream->data) : ProfileFacts{};
 }
 
