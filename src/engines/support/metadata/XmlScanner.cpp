@@ -1,21 +1,85 @@
 #include "engines/support/metadata/XmlScanner.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
+#include <system_error>
+
+#include "foundation/Utf8.h"
 
 namespace TarnixTools::engines {
 
 namespace {
 
 constexpr std::string_view kSpace = " \t\r\n";
+constexpr std::string_view kSectionStart = "<![CDATA[";
+constexpr std::string_view kSectionEnd = "]]>";
 constexpr std::string_view kAfterName = " \t\r\n=/><\"'";
+
+struct Entity {
+  std::string_view name;
+  char32_t character;
+};
+
+constexpr std::array<Entity, 5> kEntities = {
+    {{"amp", U'&'}, {"lt", U'<'}, {"gt", U'>'}, {"quot", U'"'}, {"apos", U'\''}}};
+
+// Of what is between "&" and ";"; 0 for what is none.
+char32_t CharacterOf(std::string_view reference) {
+  const auto known = std::find_if(kEntities.begin(), kEntities.end(),
+                                  [&](const Entity& entity) { return entity.name == reference; });
+  if (known != kEntities.end()) {
+    return known->character;
+  }
+  const bool is_hexadecimal = reference.starts_with("#x");
+  if (!reference.starts_with('#')) {
+    return 0;
+  }
+  const std::string_view digits = reference.substr(is_hexadecimal ? 2 : 1);
+  std::uint32_t value = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value,
+                                            is_hexadecimal ? 16 : 10);
+  const bool is_number = error == std::errc() && end == digits.data() + digits.size();
+  return is_number && IsXmlCharacter(value) ? value : U'\0';
+}
 
 }  // namespace
 
+bool IsXmlCharacter(char32_t character) {
+  return character == U'\t' || character == U'\n' || character == U'\r' ||
+         (character >= 0x20 && character < 0xD800) ||
+         (character >= 0xE000 && character <= 0x10FFFF && character != 0xFFFE &&
+          character != 0xFFFF);
+}
+
+std::optional<std::string> ExpandXml(std::string_view raw) {
+  std::string text;
+  while (!raw.empty()) {
+    const std::size_t start = std::min(raw.find('&'), raw.size());
+    text += raw.substr(0, start);
+    raw.remove_prefix(start);
+    if (raw.empty()) {
+      break;
+    }
+    const std::size_t end = raw.find(';');
+    const char32_t character =
+        end == std::string_view::npos ? U'\0' : CharacterOf(raw.substr(1, end - 1));
+    if (character == 0) {
+      return std::nullopt;
+    }
+    AppendUtf8(text, character);
+    raw.remove_prefix(end + 1);
+  }
+  return text;
+}
+
 bool XmlScanner::Next() {
+  characters_.clear();
   while (!is_malformed_) {
-    at_ = text_.find('<', at_);
-    if (at_ == std::string_view::npos) {
-      at_ = text_.size();
+    if (!GoToMarkup()) {
+      return Fail();
+    }
+    if (at_ == text_.size()) {
       return false;
     }
     const char kind = at_ + 1 < text_.size() ? text_[at_ + 1] : '\0';
@@ -29,6 +93,19 @@ bool XmlScanner::Next() {
   return false;
 }
 
+// To the next "<", or to the end. False for character data that is none.
+bool XmlScanner::GoToMarkup() {
+  const std::size_t end = std::min(text_.find('<', at_), text_.size());
+  const std::string_view raw = text_.substr(at_, end - at_);
+  at_ = end;
+  if (!keeps_characters_ || raw.empty()) {
+    return true;
+  }
+  const std::optional<std::string> expanded = ExpandXml(raw);
+  characters_ += expanded.value_or("");
+  return expanded.has_value() && raw.find("]]>") == std::string_view::npos;
+}
+
 bool XmlScanner::SkipMarkup() {
   const std::string_view rest = text_.substr(at_);
   if (rest.starts_with("<?")) {
@@ -38,7 +115,16 @@ bool XmlScanner::SkipMarkup() {
     at_ += 4;
     return SkipPast("-->");
   }
-  return rest.starts_with("<![CDATA[") && SkipPast("]]>");
+  return rest.starts_with(kSectionStart) && SkipSection();
+}
+
+bool XmlScanner::SkipSection() {
+  const std::size_t start = at_ + kSectionStart.size();
+  const bool is_closed = SkipPast(kSectionEnd);
+  if (is_closed && keeps_characters_) {
+    characters_ += text_.substr(start, at_ - kSectionEnd.size() - start);
+  }
+  return is_closed;
 }
 
 bool XmlScanner::ReadTag() {

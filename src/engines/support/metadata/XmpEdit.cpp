@@ -4,59 +4,15 @@
 #include <utility>
 
 #include "engines/support/metadata/MetadataLimits.h"
+#include "engines/support/metadata/XmlNamespaces.h"
 #include "engines/support/metadata/XmlScanner.h"
+#include "engines/support/metadata/XmpEncoding.h"
+#include "engines/support/metadata/XmpNames.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools::engines {
 
 namespace {
-
-constexpr std::string_view kRdf = "http://www.w3.org/1999/02/22-rdf-syntax-ns#";
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-
-// Without a mark at its start, and without a declaration of the encoding that it had.
-std::optional<std::string> Utf16ToUtf8(std::string_view bytes, bool is_big_endian) {
-  if (bytes.size() % 2 != 0) {
-    return std::nullopt;
-  }
-  std::wstring units;
-  for (std::size_t i = 0; i < bytes.size(); i += 2) {
-    const auto high = static_cast<unsigned char>(bytes[is_big_endian ? i : i + 1]);
-    const auto low = static_cast<unsigned char>(bytes[is_big_endian ? i + 1 : i]);
-    units += static_cast<wchar_t>(high << 8U | low);
-  }
-  std::string text = WideToUtf8(units);
-  if (text.starts_with(kUtf8Mark)) {
-    text.erase(0, kUtf8Mark.size());
-  }
-  const std::size_t declared = text.starts_with("<?xml ") ? text.find("?>") : std::string::npos;
-  return declared == std::string::npos ? text : text.substr(declared + 2);
-}
-
-std::optional<std::string> ToUtf8(std::string_view packet) {
-  if (packet.starts_with(std::string_view("\xFE\xFF", 2)) ||
-      packet.starts_with(std::string_view("\0<", 2))) {
-    return Utf16ToUtf8(packet, true);
-  }
-  if (packet.starts_with(std::string_view("\xFF\xFE", 2)) ||
-      packet.starts_with(std::string_view("<\0", 2))) {
-    return Utf16ToUtf8(packet, false);
-  }
-  return std::string(packet);
-}
-
-std::string_view PrefixOf(std::string_view name) {
-  const std::size_t colon = name.find(':');
-  return colon == std::string_view::npos ? std::string_view() : name.substr(0, colon);
-}
-
-std::string_view LocalPart(std::string_view name) {
-  return name.substr(name.find(':') + 1);
-}
-
-std::string_view Unquoted(std::string_view value) {
-  return value.substr(1, value.size() - 2);
-}
 
 bool IsAbout(const XmpChange& change, std::string_view name_space, std::string_view local) {
   return change.name_space == name_space && (change.name.empty() || change.name == local);
@@ -90,21 +46,14 @@ class PacketReader {
     std::size_t content = 0;            // where what is in it begins
   };
 
-  struct Namespace {
-    std::string_view prefix;
-    std::string_view name;
-  };
-
   // How far below the descriptions' parent an element is.
   std::size_t LevelOf(std::size_t depth) const { return rdf_depth_ ? depth - *rdf_depth_ : 0; }
 
   bool ReadStart();
   bool ReadEnd();
-  bool Declare();
   void LookAtDescription();
   bool IsWanted(std::string_view name_space, std::string_view local) const;
   void Note(std::string_view name_space, std::string_view local, std::string_view value);
-  std::string_view NamespaceOf(std::string_view prefix) const;
   std::size_t WithSpaceBefore(std::size_t position) const;
   std::string NewValues() const;
 
@@ -112,7 +61,7 @@ class PacketReader {
   std::span<const XmpChange> changes_;
   XmlScanner scanner_;
   std::vector<Open> open_;
-  std::vector<Namespace> namespaces_;
+  XmlNamespaces namespaces_;
   bool has_rdf_ = false;
   std::optional<std::size_t> rdf_depth_;  // of the open rdf:RDF
   std::optional<std::size_t> rdf_end_;    // where the end tag of the first one stands
@@ -137,18 +86,19 @@ bool PacketReader::ReadStart() {
   const XmlTag& tag = scanner_.tag();
   const std::size_t depth = open_.size();
   const std::size_t level = LevelOf(depth);
-  Open element{tag.name, namespaces_.size(), std::nullopt, tag.end};
-  if (depth == limits::kMaxXmlNesting || (level <= 2 && !Declare())) {
+  Open element{tag.name, namespaces_.count(), std::nullopt, tag.end};
+  if (depth == limits::kMaxXmlNesting ||
+      (level <= 2 && !namespaces_.Declare(scanner_.attributes()))) {
     return false;
   }
   if (!rdf_depth_) {
-    if (NamespaceOf(PrefixOf(tag.name)) == kRdf && LocalPart(tag.name) == "RDF") {
+    if (namespaces_.Of(XmlPrefix(tag.name)) == kRdfNamespace && XmlLocalPart(tag.name) == "RDF") {
       rdf_depth_ = depth;
       has_rdf_ = true;
     }
   } else if (level == 1) {
     LookAtDescription();
-  } else if (level == 2 && IsWanted(NamespaceOf(PrefixOf(tag.name)), LocalPart(tag.name))) {
+  } else if (level == 2 && IsWanted(namespaces_.Of(XmlPrefix(tag.name)), XmlLocalPart(tag.name))) {
     element.cut_at = WithSpaceBefore(tag.begin);
   }
   open_.push_back(element);
@@ -166,10 +116,10 @@ bool PacketReader::ReadEnd() {
   if (element.cut_at) {
     cuts_.emplace_back(*element.cut_at, tag.end);
     const std::size_t content_end = std::max(element.content, tag.begin);
-    Note(NamespaceOf(PrefixOf(tag.name)), LocalPart(tag.name),
+    Note(namespaces_.Of(XmlPrefix(tag.name)), XmlLocalPart(tag.name),
          text_.substr(element.content, content_end - element.content));
   }
-  namespaces_.resize(element.namespace_count);
+  namespaces_.ResetTo(element.namespace_count);
   if (rdf_depth_ == open_.size()) {
     rdf_depth_.reset();
     if (!rdf_end_ && tag.kind == XmlTag::Kind::kEnd) {
@@ -179,35 +129,18 @@ bool PacketReader::ReadEnd() {
   return true;
 }
 
-// The namespaces of the current tag. A name that needs expanding could be any.
-bool PacketReader::Declare() {
-  for (const XmlAttribute& attribute : scanner_.attributes()) {
-    if (attribute.name != "xmlns" && PrefixOf(attribute.name) != "xmlns") {
-      continue;
-    }
-    const std::string_view prefix =
-        attribute.name == "xmlns" ? std::string_view() : LocalPart(attribute.name);
-    namespaces_.push_back({prefix, Unquoted(attribute.value)});
-    if (namespaces_.size() > limits::kMaxXmlNamespaces ||
-        attribute.value.find('&') != std::string_view::npos) {
-      return false;
-    }
-  }
-  return true;
-}
-
 void PacketReader::LookAtDescription() {
   for (const XmlAttribute& attribute : scanner_.attributes()) {
-    const std::string_view prefix = PrefixOf(attribute.name);
+    const std::string_view prefix = XmlPrefix(attribute.name);
     if (prefix.empty()) {
       continue;
     }
-    const std::string_view name_space = NamespaceOf(prefix);
-    const std::string_view local = LocalPart(attribute.name);
+    const std::string_view name_space = namespaces_.Of(prefix);
+    const std::string_view local = XmlLocalPart(attribute.name);
     if (IsWanted(name_space, local)) {
       cuts_.emplace_back(attribute.begin, attribute.end);
-      Note(name_space, local, Unquoted(attribute.value));
-    } else if (!has_about_ && name_space == kRdf && local == "about") {
+      Note(name_space, local, attribute.Content());
+    } else if (!has_about_ && name_space == kRdfNamespace && local == "about") {
       about_ = attribute.value;
       has_about_ = true;
     }
@@ -227,12 +160,6 @@ void PacketReader::Note(std::string_view name_space, std::string_view local,
       values_[i] = value;
     }
   }
-}
-
-std::string_view PacketReader::NamespaceOf(std::string_view prefix) const {
-  const auto found = std::find_if(namespaces_.rbegin(), namespaces_.rend(),
-                                  [&](const Namespace& known) { return known.prefix == prefix; });
-  return found == namespaces_.rend() ? std::string_view() : found->name;
 }
 
 std::size_t PacketReader::WithSpaceBefore(std::size_t position) const {
@@ -276,14 +203,14 @@ std::string PacketReader::NewValues() const {
   if (values.empty()) {
     return values;
   }
-  return "<rdf:Description xmlns:rdf=\"" + std::string(kRdf) +
+  return "<rdf:Description xmlns:rdf=\"" + std::string(kRdfNamespace) +
          "\" rdf:about=" + std::string(about_) + ">" + values + "</rdf:Description>\n";
 }
 
 }  // namespace
 
 std::optional<EditedXmp> EditXmp(std::string_view packet, std::span<const XmpChange> changes) {
-  const std::optional<std::string> text = ToUtf8(packet);
+  const std::optional<std::string> text = XmpToUtf8(packet);
   if (!text) {
     return std::nullopt;
   }
