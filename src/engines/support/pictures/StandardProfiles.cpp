@@ -1,5 +1,6 @@
 #include "engines/support/pictures/StandardProfiles.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -15,6 +16,11 @@ namespace {
 constexpr std::size_t kHeaderSize = 128;
 constexpr std::size_t kTagEntrySize = 12;
 constexpr std::uint32_t kVersion = 0x04200000;
+constexpr std::uint32_t kVersion2 = 0x02100000;
+
+constexpr std::size_t kTableEntries = 256;
+// Places along each ink at which the colours of inks are listed; between them readers interpolate.
+constexpr unsigned kInkSteps = 7;
 
 // The white of the profile connection space (ICC.1:2004, 7.2.16).
 constexpr std::array<double, 3> kD50 = {0.9642, 1.0, 0.8249};
@@ -84,13 +90,21 @@ std::string Curve() {
   return tag;
 }
 
-std::string Header(std::string_view space) {
+// What a profile is of.
+struct ProfileKind {
+  std::uint32_t version = kVersion;
+  std::string_view device = "mntr";
+  std::string_view space;
+  std::string_view connection = "XYZ ";
+};
+
+std::string Header(const ProfileKind& kind) {
   std::string header(4, '\0');  // the size, known last
   Put32(header, 0);
-  Put32(header, kVersion);
-  header += "mntr";
-  header += space;
-  header += "XYZ ";
+  Put32(header, kind.version);
+  header += kind.device;
+  header += kind.space;
+  header += kind.connection;
   for (const std::uint32_t part : {2000, 1, 1, 0, 0, 0}) {  // a date
     Put16(header, part);
   }
@@ -102,8 +116,8 @@ std::string Header(std::string_view space) {
 }
 
 // Tags whose data is the same share it.
-std::string Profile(std::string_view space, const Tags& tags) {
-  std::string profile = Header(space);
+std::string Profile(const ProfileKind& kind, const Tags& tags) {
+  std::string profile = Header(kind);
   std::string data;
   std::map<std::string_view, std::size_t> places;
   const std::size_t start = kHeaderSize + 4 + tags.size() * kTagEntrySize;
@@ -131,6 +145,77 @@ Tags CommonTags(std::string_view name) {
           {"chad", Numbers("sf32", kAdaptation)}};
 }
 
+// The linear amount of light, from 0 to 1.
+double LightOf(double value) {
+  const auto& [power, a, b, c, d] = kCurve;
+  return value >= d ? std::pow(a * value + b, power) : c * value;
+}
+
+std::string Description(std::string_view text) {
+  constexpr std::size_t kOtherLanguages = 4 + 4 + 2 + 1 + 67;  // none
+  std::string tag = TagOf("desc");
+  Put32(tag, static_cast<std::uint32_t>(text.size() + 1));
+  tag += text;
+  return tag.append(1 + kOtherLanguages, '\0');
+}
+
+// The curve as a table.
+std::string TableCurve() {
+  std::string tag = TagOf("curv");
+  Put32(tag, kTableEntries);
+  for (std::size_t i = 0; i < kTableEntries; ++i) {
+    const double value = static_cast<double>(i) / (kTableEntries - 1);
+    Put16(tag, static_cast<std::uint32_t>(std::lround(LightOf(value) * 65535)));
+  }
+  return tag;
+}
+
+Tags TagsOfVersion2(std::string_view name) {
+  return {{"desc", Description(name)},
+          {"cprt", TagOf("text") + std::string("No copyright, use freely\0", 25)},
+          {"wtpt", Numbers("XYZ ", kD50)}};
+}
+
+// L*a*b* in eight bits each (ICC.1:1998-09, 6.5.8).
+void PutLab(std::string& out, const Srgb& color) {
+  std::array<double, 3> cube_roots{};
+  for (std::size_t i = 0; i < 3; ++i) {
+    const double light = kRed[i] * LightOf(color[0] / 255.0) +
+                         kGreen[i] * LightOf(color[1] / 255.0) +
+                         kBlue[i] * LightOf(color[2] / 255.0);
+    const double part = light / kD50[i];
+    cube_roots[i] = part > 216.0 / 24389 ? std::cbrt(part) : (24389.0 / 27 * part + 16) / 116;
+  }
+  const auto& [x, y, z] = cube_roots;
+  for (const double value : {(116 * y - 16) * 2.55, 500 * (x - y) + 128, 200 * (y - z) + 128}) {
+    out += static_cast<char>(std::lround(std::clamp(value, 0.0, 255.0)));
+  }
+}
+
+// From inks to L*a*b*, with tables before and after that change nothing.
+std::string InkTable(const std::function<Srgb(const Cmyk&)>& color_of) {
+  std::string tag = TagOf("mft1");
+  tag += {4, 3, static_cast<char>(kInkSteps), 0};
+  PutFixed(tag, std::array<double, 9>{1, 0, 0, 0, 1, 0, 0, 0, 1});
+  const auto add_tables = [&tag](int count) {
+    for (std::size_t i = 0; i < static_cast<std::size_t>(count) * kTableEntries; ++i) {
+      tag += static_cast<char>(i % kTableEntries);
+    }
+  };
+  add_tables(4);
+  const unsigned all = kInkSteps * kInkSteps * kInkSteps * kInkSteps;
+  for (unsigned place = 0; place < all; ++place) {
+    Cmyk inks{};
+    unsigned rest = place;
+    for (std::size_t ink = 4; ink-- > 0; rest /= kInkSteps) {
+      inks[ink] = static_cast<std::uint8_t>(rest % kInkSteps * 255 / (kInkSteps - 1));
+    }
+    PutLab(tag, color_of(inks));
+  }
+  add_tables(3);
+  return tag;
+}
+
 }  // namespace
 
 std::string SrgbProfile() {
@@ -141,13 +226,31 @@ std::string SrgbProfile() {
                            {"rTRC", Curve()},
                            {"gTRC", Curve()},
                            {"bTRC", Curve()}});
-  return Profile("RGB ", tags);
+  return Profile({.space = "RGB "}, tags);
 }
 
 std::string GrayProfile() {
   Tags tags = CommonTags("Gray");
   tags.emplace_back("kTRC", Curve());
-  return Profile("GRAY", tags);
+  return Profile({.space = "GRAY"}, tags);
+}
+
+std::string SrgbProfileOfVersion2() {
+  Tags tags = TagsOfVersion2("sRGB");
+  tags.insert(tags.end(), {{"rXYZ", Numbers("XYZ ", kRed)},
+                           {"gXYZ", Numbers("XYZ ", kGreen)},
+                           {"bXYZ", Numbers("XYZ ", kBlue)},
+                           {"rTRC", TableCurve()},
+                           {"gTRC", TableCurve()},
+                           {"bTRC", TableCurve()}});
+  return Profile({.version = kVersion2, .space = "RGB "}, tags);
+}
+
+std::string CmykProfileOfVersion2(const std::function<Srgb(const Cmyk&)>& color_of) {
+  Tags tags = TagsOfVersion2("CMYK");
+  tags.emplace_back("A2B0", InkTable(color_of));
+  return Profile({.version = kVersion2, .device = "scnr", .space = "CMYK", .connection = "Lab "},
+                 tags);
 }
 
 }  // namespace TarnixTools::engines
