@@ -1,0 +1,25 @@
+// What the steps of a conversion share: the document, what is to become of it, and what is told.
+#ifndef TARNIX_ENGINES_PDFA_CONVERT_CONVERSION_H_
+#define TARNIX_ENGINES_PDFA_CONVERT_CONVERSION_H_
+
+#include "engines/pdfa/Level.h"
+#include "engines/pdfa/convert/ConversionReport.h"
+#include "pdf/file/Document.h"
+#include "pdf/tree/PageTree.h"
+#include "pdf/write/DocumentRewriter.h"
+
+namespace TarnixTools::engines::pdfa {
+
+struct Conversion {
+  bool is_part1() const { return PartOf(level) == 1; }
+
+  pdf::Document& document;
+  const pdf::PageTree& pages;
+  pdf::DocumentRewriter& rewriter;
+  Level level;
+  ConversionReport& report;
+};
+
+}  // namespace TarnixTools::engines::pdfa
+
+#endif  // TARNIX_ENGINES_PDFA_CONVERT_CONVERSION_H_
