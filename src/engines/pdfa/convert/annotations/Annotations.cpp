@@ -1,0 +1,220 @@
+#include "engines/pdfa/convert/annotations/Annotations.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "engines/pdfa/convert/annotations/MadeAppearance.h"
+#include "pdf/write/Serialize.h"
+
+namespace TarnixTools::engines::pdfa {
+
+using pdf::Arena;
+using pdf::DictionaryEntry;
+using pdf::Object;
+
+namespace {
+
+// Bits of /F (ISO 32000-2, table 167).
+constexpr std::int64_t kInvisible = 1 << 0;
+constexpr std::int64_t kHidden = 1 << 1;
+constexpr std::int64_t kPrint = 1 << 2;
+constexpr std::int64_t kNoView = 1 << 5;
+constexpr std::int64_t kToggleNoView = 1 << 8;
+
+constexpr std::array<std::string_view, 16> kTypesOfPart1 = {
+    "Text",     "Link",      "FreeText", "Line", "Square", "Circle", "Highlight",   "Underline",
+    "Squiggly", "StrikeOut", "Stamp",    "Ink",  "Popup",  "Widget", "PrinterMark", "TrapNet"};
+constexpr std::array<std::string_view, 6> kLaterTypes = {"Polygon",        "PolyLine",  "Caret",
+                                                         "FileAttachment", "Watermark", "Redact"};
+
+class AnnotationMender {
+ public:
+  explicit AnnotationMender(Conversion& conversion) : conversion_(&conversion) {}
+
+  void MendPage(const pdf::PageTree::Page& page) {
+    arena_.Reset();
+    const Object dictionary = conversion_->pages.Load(page, arena_);
+    const Object annotations = document().Resolve(dictionary.Get("Annots"), arena_);
+    if (page.number == 0 || annotations.IsNull()) {
+      return;
+    }
+    std::string text = "[";
+    bool has_changed = !annotations.IsArray();
+    for (const Object& item : annotations.Items()) {
+      const std::uint32_t number = MendItem(item);
+      has_changed = has_changed || number != item.AsReference().number || number == 0;
+      if (number != 0) {
+        pdf::AppendReference(text, number);
+      }
+    }
+    if (has_changed) {
+      conversion_->rewriter.SetEntry(page.number, "Annots", text + "]");
+    }
+  }
+
+ private:
+  pdf::Document& document() { return conversion_->document; }
+
+  pdf::DocumentRewriter& rewriter() { return conversion_->rewriter; }
+
+  // The annotation's number; 0 for one that does not stay.
+  std::uint32_t MendItem(const Object& item) {
+    const pdf::Followed found = document().Follow(item, arena_);
+    if (!found.value.IsDictionary()) {
+      return 0;
+    }
+    std::uint32_t number = found.number;
+    if (number == 0) {
+      std::string text;
+      pdf::AppendObject(text, found.value);
+      number = rewriter().Add(pdf::ObjectChange::Value(std::move(text)));
+    }
+    const auto [seen, is_new] = mended_.try_emplace(number, true);
+    if (is_new) {
+      seen->second = Mend(number);
+    }
+    return seen->second ? number : 0;
+  }
+
+  Object Get(const Object& dictionary, std::string_view key) {
+    return document().Resolve(dictionary.Get(key), arena_);
+  }
+
+  // False for one that does not stay.
+  bool Mend(std::uint32_t number) {
+    const Object annotation = rewriter().Load(number, arena_);
+    const Object subtype = Get(annotation, "Subtype");
+    if (!IsAllowed(subtype.Text()) && !MakeStamp(number, annotation)) {
+      conversion_->report.Dropped("annotations of types that are not allowed");
+      return false;
+    }
+    const std::int64_t flags = Get(annotation, "F").IntegerOr(0);
+    const std::int64_t allowed =
+        (flags | kPrint) & ~(kInvisible | kHidden | kNoView | kToggleNoView);
+    if (allowed != flags || !annotation.Has("F")) {
+      rewriter().SetEntry(number, "F", std::to_string(allowed));
+    }
+    MendAppearance(number, annotation, (flags & (kHidden | kNoView)) != 0);
+    return true;
+  }
+
+  bool IsAllowed(std::string_view type) const {
+    return std::find(kTypesOfPart1.begin(), kTypesOfPart1.end(), type) != kTypesOfPart1.end() ||
+           (!conversion_->is_part1() &&
+            std::find(kLaterTypes.begin(), kLaterTypes.end(), type) != kLaterTypes.end());
+  }
+
+  // What has a picture of itself goes on showing it.
+  bool MakeStamp(std::uint32_t number, const Object& annotation) {
+    if (NormalAppearance(annotation) == 0) {
+      return false;
+    }
+    rewriter().SetEntry(number, "Subtype", "/Stamp");
+    conversion_->report.Changed("annotations of types that are not allowed into stamps");
+    return true;
+  }
+
+  // Number of the one that is seen; 0 for none.
+  std::uint32_t NormalAppearance(const Object& annotation) {
+    const Object normal = Get(annotation, "AP").Get("N");
+    const pdf::Followed found = document().Follow(normal, arena_);
+    if (found.number != 0 && document().IsStream(found.number)) {
+      return found.number;
+    }
+    const Object state = Get(annotation, "AS");
+    const pdf::Followed of_state = document().Follow(found.value.Get(state.Text()), arena_);
+    return state.IsName() && of_state.number != 0 && document().IsStream(of_state.number)
+               ? of_state.number
+               : 0;
+  }
+
+  // The kind of a field may stand in one above it.
+  bool IsButton(const Object& annotation) {
+    Object field = annotation;
+    for (int i = 0; i < pdf::limits::kMaxReferenceSteps && field.IsDictionary(); ++i) {
+      if (const Object type = Get(field, "FT"); !type.IsNull()) {
+        return type.IsName("Btn");
+      }
+      field = Get(field, "Parent");
+    }
+    return false;
+  }
+
+  void MendAppearance(std::uint32_t number, const Object& annotation, bool is_hidden) {
+    const Object subtype = Get(annotation, "Subtype");
+    const Object appearance = Get(annotation, "AP");
+    if (subtype.IsName("Popup") || (subtype.IsName("Link") && !appearance.IsDictionary())) {
+      rewriter().RemoveEntry(number, "AP");
+      return;
+    }
+    const bool is_button = subtype.IsName("Widget") && IsButton(annotation);
+    if (is_hidden) {
+      conversion_->report.Changed("hidden annotations into empty ones");
+      SetNormal(number, AddForm(EmptyAppearance(annotation, document())), is_button);
+      return;
+    }
+    const std::uint32_t shown = NormalAppearance(annotation);
+    const bool is_stream = document().IsStream(appearance.Get("N").AsReference().number);
+    if (is_button ? HasStates(Get(appearance, "N")) : is_stream) {
+      KeepOnlyNormal(number, appearance);
+    } else if (shown != 0) {
+      SetNormal(number, shown, is_button);
+    } else {
+      conversion_->report.Changed("annotations without an appearance");
+      SetNormal(number, AddForm(MakeAppearance(annotation, document())), is_button);
+    }
+  }
+
+  // Whether it is a dictionary of appearances by state, with any in it.
+  bool HasStates(const Object& normal) {
+    return std::any_of(normal.Entries().begin(), normal.Entries().end(),
+                       [&](const DictionaryEntry& entry) {
+                         const std::uint32_t number = entry.value.AsReference().number;
+                         return entry.Key() != "Resources" && entry.Key() != "Metadata" &&
+                                number != 0 && document().IsStream(number) && !normal.Has("BBox");
+                       });
+  }
+
+  std::uint32_t AddForm(const MadeAppearance& made) {
+    return rewriter().Add(pdf::ObjectChange::Stream(made.dictionary, made.content));
+  }
+
+  void KeepOnlyNormal(std::uint32_t number, const Object& appearance) {
+    if (appearance.Entries().size() == 1) {
+      return;
+    }
+    std::string text = "<</N";
+    pdf::AppendObject(text, appearance.Get("N"));
+    rewriter().SetEntry(number, "AP", text + ">>");
+  }
+
+  void SetNormal(std::uint32_t number, std::uint32_t form, bool is_button) {
+    std::string text = is_button ? "<</N<</Off" : "<</N";
+    pdf::AppendReference(text, form);
+    rewriter().SetEntry(number, "AP", text + (is_button ? ">>>>" : ">>"));
+    if (is_button) {
+      rewriter().SetEntry(number, "AS", "/Off");
+    } else {
+      rewriter().RemoveEntry(number, "AS");
+    }
+  }
+
+  Conversion* conversion_;
+  Arena arena_;
+  std::map<std::uint32_t, bool> mended_;  // by number: whether it stays
+};
+
+}  // namespace
+
+void MendAnnotations(Conversion& conversion) {
+  AnnotationMender mender(conversion);
+  for (const pdf::PageTree::Page& page : conversion.pages.pages()) {
+    mender.MendPage(page);
+  }
+}
+
+}  // namespace TarnixTools::engines::pdfa
