@@ -1,0 +1,129 @@
+#include "engines/pdfa/convert/survey/ContentSurvey.h"
+
+#include <string>
+
+#include "pdf/content/ContentWalker.h"
+#include "pdf/content/Operators.h"
+#include "pdf/content/ResourceGraph.h"
+#include "pdf/write/Serialize.h"
+
+namespace TarnixTools::engines::pdfa {
+
+using pdf::Object;
+
+namespace {
+
+constexpr pdf::WalkOptions kOptions = {.images = true,
+                                       .text = true,
+                                       .operators = true,
+                                       .forms = true,
+                                       .patterns = true,
+                                       .soft_masks = true,
+                                       .glyphs = true,
+                                       .appearances = true};
+
+}  // namespace
+
+ContentSurvey::ContentSurvey(pdf::Document& document, const pdf::PageTree& pages)
+    : document_(&document) {
+  WalkPages(document, pages);
+  WalkRest(document, pages);
+}
+
+void ContentSurvey::WalkPages(pdf::Document& document, const pdf::PageTree& pages) {
+  pdf::ContentWalker walker(document, *this, kOptions);
+  for (page_ = 0; page_ < pages.pages().size(); ++page_) {
+    walker.BeginPage(pages, page_);
+    walker.Run();
+  }
+}
+
+// Appearances that are not shown now, and what resources have though nothing uses it yet.
+void ContentSurvey::WalkRest(pdf::Document& document, const pdf::PageTree& pages) {
+  pdf::ContentWalker walker(document, *this, kOptions);
+  pdf::ResourceGraph graph(document);
+  for (page_ = 0; page_ < pages.pages().size(); ++page_) {
+    graph.AddPage(pages, page_);
+    while (const pdf::ResourceNode* node = graph.Next()) {
+      if (pdf::HasContent(node->kind) && node->kind != pdf::ResourceKind::kPage &&
+          node->number != 0 && !entered_.contains(node->number)) {
+        walker.BeginContent({.kind = node->kind, .number = node->number}, node->scope);
+        walker.Run();
+      }
+    }
+  }
+}
+
+// What was gone into once tells nothing new.
+bool ContentSurvey::EnterContent(const pdf::ContentEntry& entry) {
+  const bool is_page = entry.kind == pdf::ResourceKind::kPage;
+  if (!is_page && !entered_.insert(entry.number).second) {
+    return false;
+  }
+  running_.push_back(is_page ? 0 : entry.number);
+  if (!is_page && entry.kind != pdf::ResourceKind::kGlyph && !entry.dictionary.Has("Resources")) {
+    std::string& resources = borrowed_[entry.number];
+    pdf::AppendObject(resources, entry.scope.resources.IsDictionary() ? entry.scope.resources
+                                                                      : Object::Dictionary({}));
+  }
+  return true;
+}
+
+void ContentSurvey::LeaveContent(const pdf::ContentEntry& /*entry*/) {
+  running_.pop_back();
+}
+
+void ContentSurvey::Operator(const pdf::Operation& operation, std::size_t /*offset*/) {
+  switch (operation.code) {
+    case pdf::OperatorCode("k"):
+    case pdf::OperatorCode("K"):
+      uses_cmyk_ = true;
+      return;
+    case pdf::OperatorCode("cs"):
+    case pdf::OperatorCode("CS"):
+      uses_cmyk_ = uses_cmyk_ || operation.operands.find("/DeviceCMYK") != std::string_view::npos;
+      return;
+    default:
+      NoteUnknown(operation);
+  }
+}
+
+// The parts of an inline image never stand by themselves.
+void ContentSurvey::NoteUnknown(const pdf::Operation& operation) {
+  if (!pdf::IsOperator(operation.code)) {
+    if (running_.empty() || running_.back() == 0) {
+      damaged_pages_.insert(page_);
+    } else {
+      damaged_contents_.insert(running_.back());
+    }
+  }
+}
+
+void ContentSurvey::DrawImage(const pdf::ImageUse& image) {
+  if (image.number == 0) {
+    const Object space = image.dictionary.Get("CS");
+    const Object full = image.dictionary.Get("ColorSpace");
+    uses_cmyk_ = uses_cmyk_ || space.IsName("CMYK") || full.IsName("CMYK") ||
+                 space.IsName("DeviceCMYK") || full.IsName("DeviceCMYK");
+  }
+}
+
+std::optional<pdf::TextAdvance> ContentSurvey::ShowText(const pdf::StringUse& string) {
+  const Object& font = string.state.text.font;
+  if (!font.IsReference()) {
+    return std::nullopt;
+  }
+  FontUse& use = fonts_[font.AsReference().number];
+  if (use.font == nullptr) {
+    use.font = std::make_shared<const fonts::DocumentFont>(*document_, font);
+  }
+  use.is_seen = use.is_seen || string.state.text.mode != pdf::TextMode::kInvisible;
+  split_.clear();
+  if (use.font->codes() == nullptr || !use.font->codes()->Split(string.bytes, split_)) {
+    use.is_sure = false;
+  }
+  use.codes.insert(split_.begin(), split_.end());
+  return std::nullopt;
+}
+
+}  // namespace TarnixTools::engines::pdfa
