@@ -14,6 +14,8 @@ inline constexpr std::uint32_t kMaxObjectNumber = 8'388'607;
 inline constexpr int kMaxNesting = 500;
 // References that lead from one to the next.
 inline constexpr int kMaxReferenceSteps = 32;
+// Object streams of which each has to be read to read the one before: that of a stream's length.
+inline constexpr std::size_t kMaxOpeningStreams = 8;
 // Bytes of one object without its stream data.
 inline constexpr std::size_t kMaxObjectBytes = std::size_t{256} << 20;
 // Bytes that are read again, in ever larger windows, for objects that are longer than a first look:

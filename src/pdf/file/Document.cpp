@@ -308,8 +308,10 @@ std::shared_ptr<const ObjectStream> Document::OpenObjectStream(std::uint32_t num
   if (auto cached = object_streams_.Find(number)) {
     return cached;
   }
-  // An object stream lies in the file itself, never in another one.
+  // An object stream lies in the file itself, never in another one. What its dictionary refers to
+  // may lie in another one, which should not be (ISO 32000-2, 7.5.7).
   if (xref_.Find(number).kind != XrefEntry::Kind::kInFile ||
+      opening_.size() >= limits::kMaxOpeningStreams ||
       std::find(opening_.begin(), opening_.end(), number) != opening_.end()) {
     return nullptr;
   }

@@ -115,6 +115,47 @@ TEST(Document, ReadsCrossReferenceAndObjectStreams) {
   EXPECT_EQ(document->findings().count(), 0U);
 }
 
+// Object streams 10, 11 and so on, each with the length of the one before; object 2 is in the first.
+std::string ChainedPdf(int count) {
+  RawPdf pdf;
+  const int first_length = 10 + count;
+  for (int i = 0; i < count; ++i) {
+    const int member = i == 0 ? 2 : first_length + i - 1;
+    const std::string table = std::to_string(member) + " 0 ";
+    const std::string length = i + 1 == count ? "16" : std::to_string(first_length + i) + " 0 R";
+    std::string data = table + (i == 0 ? "(text)" : "16");
+    data.resize(16, ' ');
+    pdf.Object(10 + i, "<</Type/ObjStm/N 1/First " + std::to_string(table.size()) + "/Length " +
+                           length + ">>\nstream\n" + data + "\nendstream");
+  }
+  std::string rows(std::size_t{6} * 10, '\0');
+  const auto row = [&](int type, std::size_t place) {
+    rows += static_cast<char>(type);
+    for (int shift = 24; shift >= 0; shift -= 8) {
+      rows += static_cast<char>(place >> shift);
+    }
+    rows += '\0';
+  };
+  for (int i = 0; i < count; ++i) {
+    row(1, pdf.OffsetOf(10 + i));
+  }
+  for (int i = 1; i < count; ++i) {
+    row(2, static_cast<std::size_t>(10 + i));
+  }
+  rows.replace(std::size_t{6} * 2, 6, std::string("\2\0\0\0\n\0", 6));
+  const std::size_t start = pdf.size();
+  pdf.Stream(9, "/Type/XRef/W[1 4 1]/Root<<>>/Size " + std::to_string(first_length + count - 1),
+             rows);
+  return pdf.Raw("startxref\n" + std::to_string(start) + "\n%%EOF\n").bytes();
+}
+
+TEST(Document, ReadsObjectStreamsThatNeedEachOtherWithoutRecursion) {
+  for (const int count : {1, 3, 6000}) {
+    Opened document(ChainedPdf(count));
+    EXPECT_EQ(document.Text(2), "(text)") << count;
+  }
+}
+
 TEST(Document, ReadsHybridFiles) {
   RawPdf pdf;
   pdf.Pages(1);
