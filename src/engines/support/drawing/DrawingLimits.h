@@ -60,8 +60,16 @@ inline constexpr std::size_t kMaxDrawnStreamBytes = std::size_t{128} << 20;
 // Graphics states of a page that are looked at for what changes colours.
 inline constexpr std::size_t kMaxStatesLookedAt = 200;
 
-// Form fields that may be met again, beside those that are met once.
+// How deep in each other form fields or functions are looked for; each of them lies in an array,
+// and all may be objects of their own.
+inline constexpr std::uint32_t kMaxUnfoldingDepth = 400;
+
+// Form fields and lists of them that may be met again, beside those that are met once.
 inline constexpr std::uint64_t kMaxRepeatedFields = 100'000;
+
+// Functions of a shading, a colour space or a graphics state, each counted wherever it is met, and
+// lists of them; a gradient of many colours has some hundreds.
+inline constexpr std::uint64_t kMaxUnfoldedFunctions = 10'000;
 
 }  // namespace TarnixTools::engines::limits
 

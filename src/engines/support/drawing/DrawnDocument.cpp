@@ -6,8 +6,8 @@
 
 #include "engines/support/drawing/DrawingError.h"
 #include "engines/support/drawing/DrawingLimits.h"
-#include "engines/support/drawing/FieldNesting.h"
 #include "engines/support/drawing/RepairedCopy.h"
+#include "engines/support/drawing/Unfolding.h"
 #include "engines/support/files/DiskFile.h"
 #include "pdf/Error.h"
 
@@ -96,7 +96,9 @@ void DrawnDocument::OpenPdfium() {
     }
     pdfium_file_ = OpenFile(pdfium, needs_password);
   }
-  const bool is_usable = pdfium_file_ != nullptr &&
+  // PDFium looks for pages wherever a tree leads that leads back to itself.
+  const bool is_loop = core_ != nullptr && core_->findings().Has(pdf::FindingCode::kPageTreeLoop);
+  const bool is_usable = pdfium_file_ != nullptr && !is_loop &&
                          (pages_ == nullptr || pdfium_file_->page_count() == CountOf(*pages_));
   if (!is_usable && pages_ != nullptr && CountOf(*pages_) > 0) {
     TryRepairedCopy();
@@ -369,7 +371,9 @@ bool DrawnDocument::HasForm() {
     has_form_ = pdf::UnlessDamaged(false, [&] {
       pdf::Arena arena;
       const Object form = core_->Resolve(core_->Catalog(arena).Get("AcroForm"), arena);
-      return form.IsDictionary() && FieldNesting(*core_).IsBounded(form);
+      Unfolding fields(*core_, "Kids");
+      const std::uint64_t size = fields.SizeOf(form.Get("Fields"));
+      return form.IsDictionary() && size < 2 * fields.object_count() + limits::kMaxRepeatedFields;
     });
   }
   return *has_form_;

@@ -103,6 +103,9 @@ class Copy {
     for (const std::uint32_t image : undrawn.images()) {
       rewriter_.ChangeLater(image, [this, image] { return DecodedImage(image); });
     }
+    for (const std::uint32_t function : undrawn.functions()) {
+      rewriter_.Drop(function);
+    }
   }
 
   // What stands in the place of a profile, so that the alternate colour space is used.

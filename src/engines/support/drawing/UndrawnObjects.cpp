@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "engines/support/drawing/DrawingLimits.h"
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/images/ImageHeaders.h"
@@ -17,13 +18,29 @@ using pdf::Object;
 void UndrawnObjects::FindOnPage(const pdf::PageTree& pages, std::size_t page_index) {
   graph_.AddPage(pages, page_index);
   while (const pdf::ResourceNode* node = graph_.Next()) {
-    if (node->kind == pdf::ResourceKind::kColorSpace) {
-      CheckSpace(node->value);
-    } else if ((node->kind == pdf::ResourceKind::kImage ||
-                node->kind == pdf::ResourceKind::kImageMask) &&
-               IsOddImage(node->number, node->value)) {
-      images_.push_back(node->number);
-    }
+    CheckResource(*node);
+  }
+}
+
+void UndrawnObjects::CheckResource(const pdf::ResourceNode& node) {
+  switch (node.kind) {
+    case pdf::ResourceKind::kColorSpace:
+      CheckSpace(node.value);
+      break;
+    case pdf::ResourceKind::kShading:
+      CheckFunction(node.value.Get("Function"));
+      break;
+    case pdf::ResourceKind::kGraphicsState:
+      CheckGraphicsState(node.value);
+      break;
+    case pdf::ResourceKind::kImage:
+    case pdf::ResourceKind::kImageMask:
+      if (IsOddImage(node.number, node.value)) {
+        images_.push_back(node.number);
+      }
+      break;
+    default:
+      break;
   }
 }
 
@@ -75,6 +92,36 @@ void UndrawnObjects::CheckSpace(const Object& space) {
   const auto items = space.Items();
   if (items.size() > 1 && document_->Resolve(items[0], arena).IsName("ICCBased")) {
     Check(items[1].AsReference().number);
+  }
+  constexpr std::size_t kTintTransform = 3;  // of a Separation or DeviceN space
+  if (items.size() > kTintTransform) {
+    CheckFunction(items[kTintTransform]);
+  }
+}
+
+void UndrawnObjects::CheckGraphicsState(const Object& state) {
+  pdf::Arena arena;
+  CheckFunction(state.Get("TR"));
+  CheckFunction(state.Get("TR2"));
+  CheckFunction(document_->Resolve(state.Get("SMask"), arena).Get("TR"));
+}
+
+// Of a function written in place it is those below it that are left out.
+void UndrawnObjects::CheckFunction(const Object& function) {
+  if (unfolding_.SizeOf(function) <= limits::kMaxUnfoldedFunctions) {
+    return;
+  }
+  std::vector<Object> waiting = {function};
+  while (!waiting.empty()) {
+    const Object value = waiting.back();
+    waiting.pop_back();
+    if (value.IsReference()) {
+      functions_.push_back(value.AsReference().number);
+    } else if (value.IsDictionary()) {
+      waiting.push_back(value.Get("Functions"));
+    } else {
+      waiting.insert(waiting.end(), value.Items().begin(), value.Items().end());
+    }
   }
 }
 

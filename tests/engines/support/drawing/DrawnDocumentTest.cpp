@@ -313,6 +313,37 @@ TEST_F(DrawnDocumentTest, LeavesBandsWhiteWhenTheTimeIsOver) {
   EXPECT_EQ(ColorAt(page, 10, 10), kWhite);
 }
 
+// Each list of kids has the next one in two nodes.
+TEST_F(DrawnDocumentTest, DrawsPagesOfATreeThatUnfolds) {
+  RawPdf file;
+  file.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids 4 0 R/Count 1>>")
+      .Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 72 72]>>");
+  for (int number = 4; number < 44; ++number) {
+    const std::string node = "<</Type/Pages/Count 1/Kids " + std::to_string(number + 1) + " 0 R>>";
+    file.Object(number, "[" + node + node + "]");
+  }
+  file.Object(44, "[3 0 R]");
+  DrawnDocument document(WidePath(Write(file.Table())), "");
+  EXPECT_EQ(DrawPage(document, 0, 72).width, 72);
+}
+
+// Each function is made of the next one, twice.
+TEST_F(DrawnDocumentTest, LeavesFunctionsOutThatUnfold) {
+  RawPdf file;
+  file.Pages(1, "/MediaBox[0 0 72 72]/Contents 4 0 R/Resources<</Shading<</S 5 0 R>>>>")
+      .Stream(4, "", "/S sh 1 0 0 rg 0 0 36 36 re f")
+      .Object(5, "<</ShadingType 2/ColorSpace/DeviceGray/Coords[0 0 72 0]/Function 6 0 R>>");
+  for (int number = 6; number < 46; ++number) {
+    const std::string next = std::to_string(number + 1) + " 0 R ";
+    file.Object(number, "<</FunctionType 3/Domain[0 1]/Bounds[0.5]/Encode[0 1 0 1]/Functions[" +
+                            next + next + "]>>");
+  }
+  file.Object(46, "<</FunctionType 2/Domain[0 1]/C0[0]/C1[1]/N 1>>");
+  DrawnDocument document(WidePath(Write(file.Table())), "");
+  EXPECT_EQ(ColorAt(DrawPage(document, 0, 72), 10, 60), kRed);
+}
+
 TEST_F(DrawnDocumentTest, StopsWhenItIsCancelled) {
   DrawnDocument document(WidePath(Write(HalfRed())), "");
   std::atomic<bool> is_cancelled = true;

@@ -117,5 +117,17 @@ TEST_F(UndrawnObjectsTest, ProfilesWithinSpaces) {
   EXPECT_THAT(undrawn_->images(), IsEmpty());
 }
 
+// Each function is made of the next one, twice.
+TEST_F(UndrawnObjectsTest, FunctionsThatUnfold) {
+  for (int number = 10; number < 40; ++number) {
+    const std::string next = std::to_string(number + 1) + " 0 R ";
+    file_.Object(number, "<</FunctionType 3/Functions[" + next + next + "]>>");
+  }
+  Find("/Resources<</Shading<</S<</Function 10 0 R>>/T<</Function[39 0 R 38 0 R]>>>>>>",
+       "/Resources<</ColorSpace<</C[/Separation/Spot/DeviceRGB<</Functions[11 0 R]>>]>>"
+       "/ExtGState<</G<</TR 12 0 R/TR2 39 0 R/SMask<</TR 13 0 R>>>>>>>>");
+  EXPECT_THAT(undrawn_->functions(), ::testing::UnorderedElementsAre(10U, 11U, 12U, 13U));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines
