@@ -13,7 +13,7 @@
 #include "engines/optimizer/survey/DocumentSurvey.h"
 #include "engines/support/files/DiskFile.h"
 #include "engines/support/files/SavedFile.h"
-#include "engines/support/metadata/PdfAClaim.h"
+#include "engines/support/metadata/DroppedClaim.h"
 #include "engines/support/metadata/Signatures.h"
 #include "pdf/Error.h"
 

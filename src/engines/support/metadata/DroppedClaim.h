@@ -1,6 +1,6 @@
 // A claim of PDF/A (ISO 19005), which holds for the file that it was proven of and for no other one.
-#ifndef TARNIX_ENGINES_SUPPORT_METADATA_PDFACLAIM_H_
-#define TARNIX_ENGINES_SUPPORT_METADATA_PDFACLAIM_H_
+#ifndef TARNIX_ENGINES_SUPPORT_METADATA_DROPPEDCLAIM_H_
+#define TARNIX_ENGINES_SUPPORT_METADATA_DROPPEDCLAIM_H_
 
 #include "pdf/file/Document.h"
 #include "pdf/write/DocumentRewriter.h"
@@ -20,4 +20,4 @@ DroppedClaim DropPdfAClaim(pdf::Document& document, pdf::DocumentRewriter& rewri
 
 }  // namespace TarnixTools::engines
 
-#endif  // TARNIX_ENGINES_SUPPORT_METADATA_PDFACLAIM_H_
+#endif  // TARNIX_ENGINES_SUPPORT_METADATA_DROPPEDCLAIM_H_

@@ -1,4 +1,4 @@
-#include "engines/support/metadata/PdfAClaim.h"
+#include "engines/support/metadata/DroppedClaim.h"
 
 #include <algorithm>
 #include <optional>
