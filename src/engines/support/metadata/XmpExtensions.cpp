@@ -15,6 +15,7 @@ enum class EntryType : std::uint8_t { kText, kUri, kSeq, kCategory, kTypeName };
 struct EntryRule {
   std::string_view name;
   EntryType type;
+  bool is_needed = true;
 };
 
 // The tables of the standard.
@@ -22,7 +23,7 @@ constexpr EntryRule kSchemaEntries[] = {{"schema", EntryType::kText},
                                         {"namespaceURI", EntryType::kUri},
                                         {"prefix", EntryType::kText},
                                         {"property", EntryType::kSeq},
-                                        {"valueType", EntryType::kSeq}};
+                                        {"valueType", EntryType::kSeq, false}};
 constexpr EntryRule kPropertyEntries[] = {{"name", EntryType::kText},
                                           {"valueType", EntryType::kTypeName},
                                           {"category", EntryType::kCategory},
@@ -31,7 +32,7 @@ constexpr EntryRule kValueTypeEntries[] = {{"type", EntryType::kText},
                                            {"namespaceURI", EntryType::kUri},
                                            {"prefix", EntryType::kText},
                                            {"description", EntryType::kText},
-                                           {"field", EntryType::kSeq}};
+                                           {"field", EntryType::kSeq, false}};
 constexpr EntryRule kFieldEntries[] = {{"name", EntryType::kText},
                                        {"valueType", EntryType::kTypeName},
                                        {"description", EntryType::kText}};
@@ -133,7 +134,7 @@ XmpExtensionObject DescriptionOf(const XmpNode& node, XmpExtensionPart part,
     object.entries.push_back(
         {entry.name, is_there,
          is_there && found->name_space == rule.name_space && found->prefix == rule.prefix,
-         is_there && IsRight(*found, entry.type, declared)});
+         is_there && IsRight(*found, entry.type, declared), entry.is_needed});
   }
   object.has_other_fields =
       std::any_of(node.children.begin(), node.children.end(), [&](const XmpNode& child) {

@@ -32,6 +32,10 @@ struct XmpExtensionEntry {
   bool is_there = false;
   bool has_right_prefix = false;  // and namespace
   bool has_right_value = false;   // type, and for a value type that it is known
+  bool is_needed = true;
+
+  // As the standard asks for.
+  bool IsRight() const { return is_there ? has_right_prefix && has_right_value : !is_needed; }
 };
 
 // A schema, property, value type or field that is described. The standard's fields come in the

@@ -1,0 +1,85 @@
+#include "engines/support/metadata/PdfAClaim.h"
+
+#include <algorithm>
+#include <array>
+
+#include "engines/support/metadata/MetadataLimits.h"
+#include "engines/support/metadata/XmpPacket.h"
+#include "pdf/tree/DocumentVersion.h"
+
+namespace TarnixTools::engines {
+
+namespace {
+
+struct Code {
+  int part;
+  char conformance;
+  std::int32_t code;
+};
+
+constexpr std::array<Code, 8> kCodes = {{
+    {1, 'b', 0x1401},
+    {1, 'a', 0x1402},
+    {2, 'b', 0x1701},
+    {2, 'u', 0x1702},
+    {2, 'a', 0x1703},
+    {3, 'b', 0x1711},
+    {3, 'u', 0x1712},
+    {3, 'a', 0x1713},
+}};
+
+std::optional<std::string> TakeValue(const XmpTree& tree, std::string_view name,
+                                     PdfAIdentification& identification) {
+  const XmpNode* node = tree.Find(kPdfAIdNamespace, name);
+  if (node == nullptr) {
+    return std::nullopt;
+  }
+  identification.has_right_prefixes = identification.has_right_prefixes && node->prefix == "pdfaid";
+  return node->value;
+}
+
+}  // namespace
+
+PdfAIdentification ReadPdfAIdentification(const XmpTree& tree) {
+  PdfAIdentification identification;
+  identification.part = TakeValue(tree, "part", identification);
+  identification.conformance = TakeValue(tree, "conformance", identification);
+  identification.amendment = TakeValue(tree, "amd", identification);
+  identification.corrigenda = TakeValue(tree, "corr", identification);
+  return identification;
+}
+
+std::int32_t PdfACode(int part, char conformance) {
+  const auto found = std::find_if(kCodes.begin(), kCodes.end(), [&](const Code& code) {
+    return code.part == part && code.conformance == conformance;
+  });
+  return found == kCodes.end() ? 0 : found->code;
+}
+
+std::int32_t ClaimedPdfACode(const XmpTree& tree) {
+  const PdfAIdentification identification = ReadPdfAIdentification(tree);
+  const std::string part = identification.part.value_or("");
+  const std::string conformance = identification.conformance.value_or("");
+  if (part.size() != 1 || conformance.size() != 1 || conformance < "A" || conformance > "Z") {
+    return 0;
+  }
+  return PdfACode(part.front() - '0', static_cast<char>(conformance.front() - 'A' + 'a'));
+}
+
+XmpTree ReadDocumentXmp(pdf::Document& document) {
+  const std::uint32_t number = XmpPacketNumber(document);
+  const std::optional<pdf::Decoded> stream =
+      number == 0 ? std::nullopt : document.TryDecodeStream(number, limits::kMaxMetadataBytes);
+  return stream ? ReadXmp(stream->data) : XmpTree();
+}
+
+std::int32_t ComplianceOf(pdf::Document& document) {
+  const std::int32_t claimed = ClaimedPdfACode(ReadDocumentXmp(document));
+  if (claimed != 0) {
+    return claimed;
+  }
+  const int version = pdf::DocumentVersion(document);
+  return version / 10 * 0x1000 + version % 10 * 0x100;
+}
+
+}  // namespace TarnixTools::engines
