@@ -6,7 +6,7 @@
 #include "Pdf2ImgTask.h"
 #include "PdfException.h"
 #include "PdfReport.h"
-#include "conversions/ParserHandles.h"
+#include "document/ParserHandles.h"
 #include "engines/parser/Parser.h"
 #include "foundation/Platform.h"
 #include "foundation/Utf8.h"

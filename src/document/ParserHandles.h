@@ -1,6 +1,6 @@
 // Owners of the content parser's handles: what a guard holds is released on every path.
-#ifndef TARNIX_CONVERSIONS_PARSER_HANDLES_H_
-#define TARNIX_CONVERSIONS_PARSER_HANDLES_H_
+#ifndef TARNIX_DOCUMENT_PARSER_HANDLES_H_
+#define TARNIX_DOCUMENT_PARSER_HANDLES_H_
 
 #include <memory>
 
@@ -28,4 +28,4 @@ using ExpaDocPtr = std::unique_ptr<engines::TExpaDoc, ExpaDocCloser>;
 
 }  // namespace TarnixTools
 
-#endif  // TARNIX_CONVERSIONS_PARSER_HANDLES_H_
+#endif  // TARNIX_DOCUMENT_PARSER_HANDLES_H_
