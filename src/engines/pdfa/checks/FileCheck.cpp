@@ -1,6 +1,7 @@
 #include "engines/pdfa/checks/FileCheck.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "pdf/syntax/Chars.h"
 
@@ -36,6 +37,13 @@ bool EndsLine(std::string_view before) {
   return before.empty() || pdf::EndsWithLineEnd(before);
 }
 
+// Where the data begins. Only a line end belongs to the keyword.
+std::uint64_t DataOf(const pdf::StreamSyntax& stream) {
+  constexpr std::uint64_t kKeyword = 6;  // "stream"
+  const bool has_line_end = pdf::StartsWithLineEnd(stream.after_keyword);
+  return has_line_end ? stream.data : std::min(stream.data, stream.offset + kKeyword);
+}
+
 // How many of the two bytes before "endstream" are its line end. A CR in front of LF belongs to the
 // data where /Length counts it.
 std::uint64_t LineEndBefore(const pdf::StreamSyntax& stream) {
@@ -58,6 +66,7 @@ void FileCheck::Run() {
   }
   findings_->Check(file_);
   CheckNoted();
+  files_.Run();
 }
 
 void FileCheck::OnHeader(const pdf::HeaderSyntax& header) {
@@ -120,7 +129,7 @@ void FileCheck::OnToken(const pdf::TokenSyntax& token) {
 
 void FileCheck::OnStream(const pdf::StreamSyntax& stream) {
   is_stream_ = true;
-  const std::uint64_t length = stream.end - stream.data - LineEndBefore(stream);
+  const std::uint64_t length = stream.end - DataOf(stream) - LineEndBefore(stream);
   stream_.length_is_right = stream.claimed && *stream.claimed >= 0 &&
                             static_cast<std::uint64_t>(*stream.claimed) == length;
   stream_.keywords_are_on_lines =
@@ -144,9 +153,11 @@ void FileCheck::OnObjectEnd(const pdf::ObjectEndSyntax& end) {
 // Of the value and what stands in it.
 void FileCheck::CheckContainers(const pdf::Object& value, std::uint32_t number) {
   containers_.assign(1, value);
+  bool is_first = true;
   while (!containers_.empty()) {
     const pdf::Object container = containers_.back();
     containers_.pop_back();
+    const bool is_whole = std::exchange(is_first, false);
     if (container.IsArray()) {
       findings_->Check(ArrayFacts{container.Items().size()}, {.object = number});
       for (const pdf::Object& item : container.Items()) {
@@ -154,6 +165,7 @@ void FileCheck::CheckContainers(const pdf::Object& value, std::uint32_t number) 
       }
     } else if (container.IsDictionary()) {
       findings_->Check(DictionaryFacts{container.Entries().size()}, {.object = number});
+      files_.Note(container, number, is_whole);
       for (const pdf::DictionaryEntry& entry : container.Entries()) {
         AddContainer(entry.value);
       }

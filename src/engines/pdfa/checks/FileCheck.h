@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "engines/pdfa/checks/CheckedDocument.h"
+#include "engines/pdfa/checks/EmbeddedFileCheck.h"
 #include "engines/pdfa/checks/TokenCheck.h"
 #include "engines/pdfa/rules/FileFacts.h"
 #include "pdf/syntax/SyntaxObserver.h"
@@ -18,7 +19,10 @@ namespace TarnixTools::engines::pdfa {
 class FileCheck : public pdf::SyntaxObserver {
  public:
   explicit FileCheck(CheckedDocument& checked)
-      : checked_(&checked), findings_(&checked.findings()), tokens_(checked.findings()) {}
+      : checked_(&checked),
+        findings_(&checked.findings()),
+        tokens_(checked.findings()),
+        files_(checked) {}
 
   void Run();
 
@@ -43,6 +47,7 @@ class FileCheck : public pdf::SyntaxObserver {
   CheckedDocument* checked_;
   FindingList* findings_;
   TokenCheck tokens_;
+  EmbeddedFileCheck files_;
   HeaderFacts header_;
   std::string header_line_;
   FileFacts file_;

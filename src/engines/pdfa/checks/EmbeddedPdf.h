@@ -1,0 +1,16 @@
+// Whether an embedded file is valid PDF/A-1 or -2 itself (ISO 19005-2, 6.8).
+#ifndef TARNIX_ENGINES_PDFA_CHECKS_EMBEDDEDPDF_H_
+#define TARNIX_ENGINES_PDFA_CHECKS_EMBEDDEDPDF_H_
+
+#include <cstdint>
+
+#include "engines/pdfa/checks/CheckedDocument.h"
+
+namespace TarnixTools::engines::pdfa {
+
+// By the level that it claims. False for what is embedded deeper than limits::kMaxEmbeddedDepth.
+bool IsEmbeddedPdfA(CheckedDocument& checked, std::uint32_t number);
+
+}  // namespace TarnixTools::engines::pdfa
+
+#endif  // TARNIX_ENGINES_PDFA_CHECKS_EMBEDDEDPDF_H_
