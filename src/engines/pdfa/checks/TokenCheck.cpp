@@ -1,5 +1,9 @@
 #include "engines/pdfa/checks/TokenCheck.h"
 
+#include <charconv>
+#include <limits>
+#include <system_error>
+
 #include "engines/pdfa/rules/FileFacts.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -9,6 +13,13 @@ namespace {
 // Short ones are within every bound, and nearly all are short.
 constexpr std::size_t kShortNumber = 5;
 constexpr std::size_t kShortText = 127;
+
+// Of a number that a double cannot hold.
+double ValueBeyond(std::string_view text) {
+  const bool is_large =
+      text.substr(0, text.find('.')).find_first_not_of('0') != std::string_view::npos;
+  return is_large ? std::numeric_limits<double>::max() : std::numeric_limits<double>::min();
+}
 
 }  // namespace
 
@@ -37,14 +48,22 @@ void TokenCheck::CheckReal(std::string_view text) {
   if (text.size() <= kShortNumber) {
     return;
   }
-  const std::string number = pdf::NormalizedNumber(text);
-  const double value = pdf::Object::Real(number).NumberOr(0);
-  if (number.find('.') == std::string::npos) {
-    constexpr std::int64_t kBeyond = std::int64_t{1} << 62;
-    findings_->Check(IntegerFacts{value < 0 ? -kBeyond : kBeyond}, place_);
-  } else {
-    findings_->Check(RealFacts{value}, place_);
+  const bool is_negative = text.front() == '-';
+  if (text.front() == '+' || is_negative) {
+    text.remove_prefix(1);
   }
+  if (text.find_first_not_of("0123456789") == std::string_view::npos) {
+    constexpr std::int64_t kBeyond = std::int64_t{1} << 62;
+    findings_->Check(IntegerFacts{is_negative ? -kBeyond : kBeyond}, place_);
+    return;
+  }
+  double value = 0;
+  const auto result =
+      std::from_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
+  if (result.ec == std::errc::result_out_of_range) {
+    value = ValueBeyond(text);
+  }
+  findings_->Check(RealFacts{is_negative ? -value : value}, place_);
 }
 
 void TokenCheck::CheckString(const pdf::Token& token) {

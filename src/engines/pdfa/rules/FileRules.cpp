@@ -60,7 +60,11 @@ constexpr std::array<Rule<FileFacts>, 6> kFileRules = {{
      .cure = "Give the file an identifier."},
     {.levels = kParts2And3,
      .later = {"6.1.3", 1},
-     .holds = [](const FileFacts& file) { return file.last_id && !file.last_id->empty(); },
+     .holds =
+         [](const FileFacts& file) {
+           const std::optional<std::string>& id = file.is_linearized ? file.first_id : file.last_id;
+           return id && !id->empty();
+         },
      .wrong = "The trailer has no /ID, or an empty one.",
      .cure = "Give the file an identifier."},
     {.levels = kAllLevels,
