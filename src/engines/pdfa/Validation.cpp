@@ -6,6 +6,7 @@
 #include "engines/pdfa/checks/CheckedDocument.h"
 #include "engines/pdfa/checks/FileCheck.h"
 #include "engines/pdfa/checks/FormCheck.h"
+#include "engines/pdfa/checks/MetadataCheck.h"
 #include "engines/pdfa/checks/OutputProfiles.h"
 #include "engines/pdfa/checks/StructureCheck.h"
 
@@ -31,6 +32,7 @@ ValidationResult Validate(pdf::Document& document, Level level, const Validation
   FileCheck(checked).Run();
   CheckCatalog(checked);
   CheckOutputIntents(checked);
+  CheckMetadata(checked);
   CheckLayers(checked);
   ActionCheck actions(checked);
   actions.CheckDocument();
