@@ -2,62 +2,61 @@
 
 #include <array>
 
+#include "engines/support/metadata/PdfAClaim.h"
+
 namespace TarnixTools::engines::pdfa {
 
 namespace {
 
-struct LevelRow {
+struct LevelName {
   Level level;
-  std::int32_t code;
   const char* name;
 };
 
-constexpr std::array<LevelRow, 8> kLevels = {{
-    {Level::k1b, 0x1401, "PDF/A-1b"},
-    {Level::k1a, 0x1402, "PDF/A-1a"},
-    {Level::k2b, 0x1701, "PDF/A-2b"},
-    {Level::k2u, 0x1702, "PDF/A-2u"},
-    {Level::k2a, 0x1703, "PDF/A-2a"},
-    {Level::k3b, 0x1711, "PDF/A-3b"},
-    {Level::k3u, 0x1712, "PDF/A-3u"},
-    {Level::k3a, 0x1713, "PDF/A-3a"},
+constexpr std::array<LevelName, 8> kLevels = {{
+    {Level::k1b, "PDF/A-1b"},
+    {Level::k1a, "PDF/A-1a"},
+    {Level::k2b, "PDF/A-2b"},
+    {Level::k2u, "PDF/A-2u"},
+    {Level::k2a, "PDF/A-2a"},
+    {Level::k3b, "PDF/A-3b"},
+    {Level::k3u, "PDF/A-3u"},
+    {Level::k3a, "PDF/A-3a"},
 }};
 
-const LevelRow& RowOf(Level level) {
-  for (const LevelRow& row : kLevels) {
-    if (row.level == level) {
-      return row;
+template <typename Predicate>
+std::optional<Level> FindLevel(Predicate&& is_wanted) {
+  for (const LevelName& row : kLevels) {
+    if (is_wanted(row.level)) {
+      return row.level;
     }
   }
-  return kLevels.front();
+  return std::nullopt;
 }
 
 }  // namespace
 
 std::int32_t CodeOf(Level level) {
-  return RowOf(level).code;
+  return PdfACode(PartOf(level), ConformanceOf(level));
 }
 
 std::optional<Level> LevelOfCode(std::int32_t code) {
-  for (const LevelRow& row : kLevels) {
-    if (row.code == code) {
-      return row.level;
-    }
-  }
-  return std::nullopt;
+  return FindLevel([code](Level level) { return CodeOf(level) == code; });
 }
 
 std::optional<Level> LevelOf(int part, char conformance) {
-  for (const LevelRow& row : kLevels) {
-    if (PartOf(row.level) == part && ConformanceOf(row.level) == conformance) {
-      return row.level;
-    }
-  }
-  return std::nullopt;
+  return FindLevel([part, conformance](Level level) {
+    return PartOf(level) == part && ConformanceOf(level) == conformance;
+  });
 }
 
 const char* NameOf(Level level) {
-  return RowOf(level).name;
+  for (const LevelName& row : kLevels) {
+    if (row.level == level) {
+      return row.name;
+    }
+  }
+  return "";
 }
 
 }  // namespace TarnixTools::engines::pdfa
