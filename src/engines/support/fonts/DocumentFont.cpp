@@ -102,6 +102,7 @@ void DocumentFont::ReadComposite(Document& document, const Object& font) {
   ReadCodes(document, font.Get("Encoding"));
   ReadDescriptor(document, descendant.Get("FontDescriptor"));
   ReadGlyphMap(document, descendant.Get("CIDToGIDMap"));
+  cid_widths_ = CidWidths(document, descendant);
 }
 
 // What the other predefined maps have for codes is not known here.
@@ -143,6 +144,10 @@ void DocumentFont::ReadDescriptor(Document& document, const Object& value) {
   const std::int64_t flags = document.Resolve(dictionary.Get("Flags"), arena).IntegerOr(0);
   descriptor_.is_symbolic = (flags & kSymbolicFlag) != 0 || (flags & kNonsymbolicFlag) == 0;
   descriptor_.lists_glyphs = dictionary.Has("CIDSet") || dictionary.Has("CharSet");
+  const Object missing_width = document.Resolve(dictionary.Get("MissingWidth"), arena);
+  if (missing_width.IsNumber()) {
+    descriptor_.missing_width = missing_width.NumberOr(0);
+  }
   constexpr std::array<std::pair<std::string_view, ProgramEntry>, 3> kEntries = {
       {{"FontFile", ProgramEntry::kFontFile},
        {"FontFile2", ProgramEntry::kFontFile2},

@@ -17,6 +17,7 @@
 #include <string_view>
 
 #include "engines/support/fonts/BaseEncodings.h"
+#include "engines/support/fonts/CidWidths.h"
 #include "engines/support/fonts/CodeMap.h"
 #include "pdf/file/Document.h"
 
@@ -41,6 +42,7 @@ struct FontDescriptor {
   std::string program_subtype;
   bool is_symbolic = false;
   bool lists_glyphs = false;  // it has a /CIDSet or a /CharSet
+  std::optional<double> missing_width;
 };
 
 class DocumentFont {
@@ -71,6 +73,9 @@ class DocumentFont {
 
   bool is_encoding_known() const { return is_encoding_known_; }
 
+  // Whether it says an encoding that /Differences are to.
+  bool has_base_encoding() const { return base_.has_value(); }
+
   // Of a simple font: the name that the encoding gives to the code; empty for none. Where the base
   // encoding is not said, only /Differences count.
   std::string_view GlyphNameOf(std::uint8_t code) const;
@@ -81,6 +86,9 @@ class DocumentFont {
 
   // Of a composite font.
   std::uint32_t CidOf(std::uint32_t code) const { return codes_ ? codes_->CidOf(code) : 0; }
+
+  // Of a composite font: the advance of an identifier in thousandths of the font's size.
+  double WidthOfCid(std::uint32_t cid) const { return cid_widths_.WidthOf(cid); }
 
   // Which glyph an identifier has by /CIDToGIDMap; itself where there is none.
   std::uint32_t MappedGlyphOf(std::uint32_t cid) const;
@@ -105,6 +113,7 @@ class DocumentFont {
   std::optional<BaseEncoding> base_;
   std::map<std::uint8_t, std::string> differences_;
   std::map<std::uint8_t, double> widths_;
+  CidWidths cid_widths_;
   std::optional<std::string> glyph_map_;  // two bytes for each identifier
 };
 

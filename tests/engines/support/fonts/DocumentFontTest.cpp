@@ -94,6 +94,23 @@ TEST(DocumentFont, ReadsAnEmbeddedMapOfCodes) {
   }
 }
 
+TEST(DocumentFont, TellsTheWidthsOfIdentifiers) {
+  const DocumentFont font =
+      FontIn(RawPdf()
+                 .Object(5, "<</Subtype/Type0/Encoding/Identity-H/DescendantFonts[6 0 R]>>")
+                 .Object(6,
+                         "<</Subtype/CIDFontType2/DW 750/W[3[400 7 0 R]9 11 350 20]"
+                         "/FontDescriptor<</MissingWidth 77>>>>")
+                 .Object(7, "612.5"));
+  EXPECT_EQ(font.WidthOfCid(3), 400);
+  EXPECT_EQ(font.WidthOfCid(4), 612.5);
+  EXPECT_EQ(font.WidthOfCid(5), 750);
+  EXPECT_EQ(font.WidthOfCid(9), 350);
+  EXPECT_EQ(font.WidthOfCid(11), 350);
+  EXPECT_EQ(font.WidthOfCid(12), 750);
+  EXPECT_EQ(font.descriptor().missing_width, 77);
+}
+
 TEST(DocumentFont, OfDamagedObjectsKnowsNothing) {
   for (const char* object : {"null", "5 0 R", "[]", "<<>>", "<</Subtype/Type0>>",
                              "<</Subtype/Type0/DescendantFonts[5 0 R]>>",
