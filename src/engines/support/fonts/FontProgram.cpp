@@ -166,11 +166,14 @@ std::vector<CodeGlyph> FontProgram::Mappings(std::size_t map, std::size_t most) 
 }
 
 // Glyphs of a bare CID-keyed font are loaded by their identifiers.
-std::optional<GlyphShape> FontProgram::ShapeOf(std::uint32_t glyph) {
+bool FontProgram::LoadGlyph(std::uint32_t glyph) {
   const bool goes_by_cid = kind_ == ProgramKind::kCff && glyph < cids_.size();
   const FT_UInt index = goes_by_cid ? cids_[glyph] : glyph;
-  if (glyph >= glyph_count_ || FreeType::Get().FT_Load_Glyph(face_, index, kUnscaled) != 0 ||
-      face_->glyph->format != FT_GLYPH_FORMAT_OUTLINE) {
+  return glyph < glyph_count_ && FreeType::Get().FT_Load_Glyph(face_, index, kUnscaled) == 0;
+}
+
+std::optional<GlyphShape> FontProgram::ShapeOf(std::uint32_t glyph) {
+  if (!LoadGlyph(glyph) || face_->glyph->format != FT_GLYPH_FORMAT_OUTLINE) {
     return std::nullopt;
   }
   const FT_Outline& outline = face_->glyph->outline;
@@ -184,6 +187,13 @@ std::optional<GlyphShape> FontProgram::ShapeOf(std::uint32_t glyph) {
   }
   shape.advance = face_->glyph->metrics.horiAdvance;
   return shape;
+}
+
+std::optional<double> FontProgram::AdvanceOf(std::uint32_t glyph) {
+  if (units_per_em() <= 0 || !LoadGlyph(glyph)) {
+    return std::nullopt;
+  }
+  return 1000.0 * static_cast<double>(face_->glyph->metrics.horiAdvance) / units_per_em();
 }
 
 std::string FontProgram::Table(std::uint32_t tag) {

@@ -117,6 +117,10 @@ class FontProgram {
   // Nothing for a glyph that cannot be read.
   std::optional<GlyphShape> ShapeOf(std::uint32_t glyph);
 
+  // How far the glyph moves on, in thousandths of the font's size; nothing for a glyph that cannot
+  // be read.
+  std::optional<double> AdvanceOf(std::uint32_t glyph);
+
   // A table of a TrueType or OpenType file; empty for one that it does not have.
   std::string Table(std::uint32_t tag);
 
@@ -127,6 +131,7 @@ class FontProgram {
   void ReadCharset();
   void ReadMaps();
   bool SetMap(std::size_t map);
+  bool LoadGlyph(std::uint32_t glyph);
 
   std::string_view bytes_;
   ProgramKind kind_;

@@ -165,4 +165,59 @@ void GlyphFinder::AddOfNamedGlyphs(std::uint8_t code, Choice& choice) {
   choice.Add(program_->is_cid_keyed() ? code : 0);
 }
 
+std::uint32_t GlyphFinder::StandardGlyphOf(std::uint32_t code) {
+  if (font_->is_composite()) {
+    return StandardGlyphOfCid(font_->CidOf(code));
+  }
+  if (code >= kCodes) {
+    return 0;
+  }
+  const auto byte = static_cast<std::uint8_t>(code);
+  return program_->kind() == ProgramKind::kTrueType ? StandardGlyphOfTrueType(byte)
+                                                    : StandardNamedGlyph(byte);
+}
+
+// 9.7.4.2: /CIDToGIDMap is for outlines of TrueType; identifiers of a CFF font that is not
+// CID-keyed are the numbers of its glyphs.
+std::uint32_t GlyphFinder::StandardGlyphOfCid(std::uint32_t cid) const {
+  std::uint32_t glyph = cid;
+  if (program_->is_cid_keyed()) {
+    glyph = program_->GlyphOfCid(cid);
+  } else if (!program_->is_cff() || font_->kind() == FontKind::kCidType2) {
+    glyph = font_->MappedGlyphOf(cid);
+  }
+  return glyph < program_->glyph_count() ? glyph : 0;
+}
+
+// 9.6.5.4: a font that is not symbolic goes by its encoding, any other by its codes.
+std::uint32_t GlyphFinder::StandardGlyphOfTrueType(std::uint8_t code) {
+  Choice choice{program_->glyph_count(), {}};
+  const std::string_view name = font_->GlyphNameOf(code);
+  if (!font_->descriptor().is_symbolic || font_->has_encoding()) {
+    AddByName(name, choice);
+  }
+  if (choice.glyphs.empty() && (font_->descriptor().is_symbolic || !font_->has_encoding())) {
+    AddByMaps(code, true, choice);
+  }
+  return choice.glyphs.empty() ? 0 : choice.glyphs.front();
+}
+
+// 9.6.5.2: where the encoding has no name for the code, the program's own encoding counts.
+std::uint32_t GlyphFinder::StandardNamedGlyph(std::uint8_t code) {
+  const std::string_view name = font_->GlyphNameOf(code);
+  if (!name.empty()) {
+    return program_->GlyphNamed(name);
+  }
+  return font_->has_base_encoding() ? 0 : BuiltInGlyph(code);
+}
+
+std::uint32_t GlyphFinder::BuiltInGlyph(std::uint8_t code) {
+  for (std::size_t map = 0; map < program_->maps().size(); ++map) {
+    if (program_->maps()[map].is_built_in()) {
+      return program_->GlyphOf(map, code);
+    }
+  }
+  return program_->is_cid_keyed() && code < program_->glyph_count() ? code : 0;
+}
+
 }  // namespace TarnixTools::engines::fonts

@@ -27,6 +27,9 @@ class GlyphFinder {
   // what is shown where there are none.
   std::vector<std::uint32_t> GlyphsOf(std::uint32_t code);
 
+  // The glyph that the standard says for the code, and no other that readers may take; 0 for none.
+  std::uint32_t StandardGlyphOf(std::uint32_t code);
+
  private:
   struct Choice;
 
@@ -36,6 +39,10 @@ class GlyphFinder {
   void AddByName(std::string_view name, Choice& choice);
   void AddByCharacters(std::string_view name, Choice& choice);
   void AddOfNamedGlyphs(std::uint8_t code, Choice& choice);
+  std::uint32_t StandardGlyphOfCid(std::uint32_t cid) const;
+  std::uint32_t StandardGlyphOfTrueType(std::uint8_t code);
+  std::uint32_t StandardNamedGlyph(std::uint8_t code);
+  std::uint32_t BuiltInGlyph(std::uint8_t code);
 
   const DocumentFont* font_;
   FontProgram* program_;

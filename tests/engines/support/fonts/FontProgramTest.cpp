@@ -39,6 +39,8 @@ TEST(FontProgram, ReadsTrueType) {
   EXPECT_EQ(program->Mappings(0, 1).size(), 1U);
   EXPECT_EQ(WidthOf(*program, 1), 300);
   EXPECT_EQ(program->ShapeOf(1)->advance, 400);
+  EXPECT_EQ(program->AdvanceOf(1), 400);
+  EXPECT_EQ(program->AdvanceOf(3), std::nullopt);
   EXPECT_TRUE(program->ShapeOf(2)->points.empty());
   EXPECT_EQ(program->ShapeOf(3), std::nullopt);
   EXPECT_EQ(program->Table(0x68656164).size(), 54U);

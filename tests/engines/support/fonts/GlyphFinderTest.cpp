@@ -36,6 +36,12 @@ std::vector<std::uint32_t> GlyphsOf(const DocumentFont& font, const std::string&
                             : GlyphFinder(font, *program).GlyphsOf(code);
 }
 
+std::uint32_t StandardGlyphOf(const DocumentFont& font, const std::string& bytes,
+                              std::uint32_t code) {
+  const auto program = FontProgram::Open(bytes);
+  return program == nullptr ? 99 : GlyphFinder(font, *program).StandardGlyphOf(code);
+}
+
 const std::string kBoxes = testing::TestFont().Bytes();  // the "A" is 1, the space 2
 
 TEST(GlyphFinder, GoesByTheCharacterOfAName) {
@@ -79,6 +85,39 @@ TEST(GlyphFinder, GoesByIdentifiersInCompositeFonts) {
   const DocumentFont true_type = FontOf(type0, "4", "<</Subtype/CIDFontType2>>");
   EXPECT_THAT(GlyphsOf(true_type, kBoxes, 2), ElementsAre(2U));
   EXPECT_THAT(GlyphsOf(true_type, kBoxes, 3), IsEmpty());
+}
+
+TEST(GlyphFinder, TellsTheGlyphThatTheStandardSays) {
+  const DocumentFont encoded = FontOf(
+      "<</Subtype/TrueType/FontDescriptor 6 0 R/Encoding<</BaseEncoding/WinAnsiEncoding"
+      "/Differences[7/A 8/nonsense]>>>>");
+  EXPECT_EQ(StandardGlyphOf(encoded, kBoxes, 7), 1U);
+  EXPECT_EQ(StandardGlyphOf(encoded, kBoxes, 8), 0U);
+  EXPECT_EQ(StandardGlyphOf(encoded, kBoxes, 300), 0U);
+  const DocumentFont symbolic = FontOf("<</Subtype/TrueType/FontDescriptor 6 0 R>>", "4");
+  EXPECT_EQ(StandardGlyphOf(symbolic, kBoxes, 'A'), 1U);
+  EXPECT_EQ(StandardGlyphOf(symbolic, kBoxes, 'B'), 0U);
+}
+
+TEST(GlyphFinder, GoesByTheProgramsOwnEncodingOnlyWithoutAnother) {
+  const std::string bytes = testing::Type1ProgramText({"A", "odd"});
+  const auto program = FontProgram::Open(bytes);
+  const DocumentFont bare = FontOf("<</Subtype/Type1/FontDescriptor 6 0 R>>");
+  EXPECT_EQ(StandardGlyphOf(bare, bytes, 'A'), program->GlyphNamed("A"));
+  const DocumentFont encoded =
+      FontOf("<</Subtype/Type1/FontDescriptor 6 0 R/Encoding/WinAnsiEncoding>>");
+  EXPECT_EQ(StandardGlyphOf(encoded, bytes, 'A'), program->GlyphNamed("A"));
+  EXPECT_EQ(StandardGlyphOf(encoded, bytes, 1), 0U);
+}
+
+TEST(GlyphFinder, TakesNoOtherGlyphForAnIdentifier) {
+  const std::string type0 = "<</Subtype/Type0/Encoding/Identity-H/DescendantFonts[7 0 R]>>";
+  const DocumentFont cff = FontOf(type0, "4", "<</Subtype/CIDFontType0>>");
+  EXPECT_EQ(StandardGlyphOf(cff, testing::CidProgram({7, 3, 500}), 500), 3U);
+  EXPECT_EQ(StandardGlyphOf(cff, testing::CidProgram({7, 3, 500}), 2), 0U);
+  const DocumentFont true_type = FontOf(type0, "4", "<</Subtype/CIDFontType2>>");
+  EXPECT_EQ(StandardGlyphOf(true_type, kBoxes, 2), 2U);
+  EXPECT_EQ(StandardGlyphOf(true_type, kBoxes, 3), 0U);
 }
 
 }  // namespace
