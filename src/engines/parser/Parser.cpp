@@ -1,14 +1,20 @@
 #include "engines/parser/Parser.h"
 
+#include <cstdio>
 #include <memory>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 
 #include "engines/parser/ExpaFailure.h"
 #include "engines/parser/ImageStore.h"
+#include "engines/parser/Limits.h"
 #include "engines/support/contract/Registry.h"
 #include "engines/support/files/DiskFile.h"
 #include "engines/support/images/ImageWalker.h"
+#include "engines/support/metadata/PdfAClaim.h"
+#include "engines/support/metadata/XmpPacket.h"
 #include "foundation/Utf8.h"
 #include "pdf/Error.h"
 #include "pdf/tree/VisibleLayers.h"
@@ -119,6 +125,30 @@ bool TakeImage(TExpaContent& content, const DrawnImage& drawn) {
   return image.prepared.has_value();
 }
 
+std::string PacketOf(pdf::Document& document) {
+  const std::uint32_t number = XmpPacketNumber(document);
+  if (number == 0) {
+    throw ExpaFailure(kExpaNoMetadataError);
+  }
+  std::optional<pdf::Decoded> packet = document.TryDecodeStream(number, limits::kMaxPacketBytes);
+  if (!packet) {
+    throw ExpaFailure(kExpaMetadataError);
+  }
+  return std::move(packet->data);
+}
+
+void WritePacket(std::string_view packet, const platform::WidePath& path) {
+  std::optional<platform::OutputFile> output = platform::OutputFile::Create(path);
+  if (!output) {
+    throw ExpaFailure(kExpaCreateError);
+  }
+  platform::FilePtr stream = output->TakeStream();
+  DiskSink(stream.get()).Write(packet);
+  if (std::fclose(stream.release()) != 0 || !output->Commit()) {
+    throw ExpaFailure(kExpaWriteError);
+  }
+}
+
 }  // namespace
 
 void ExpaInitialize() {
@@ -169,6 +199,20 @@ std::int32_t ExpaDocGetPageCount(const TExpaDoc* document) {
   return document != nullptr && document->pages != nullptr
              ? static_cast<std::int32_t>(document->pages->pages().size())
              : 0;
+}
+
+int ExpaDocGetXMPMetadataW(TExpaDoc* document, const platform::WidePath& path) {
+  return Guarded<ExpaErrors>(document, [&] {
+    Require(document->document != nullptr);
+    WritePacket(PacketOf(*document->document), path);
+  });
+}
+
+std::int32_t ExpaDocGetCompliance(TExpaDoc* document) {
+  return Guarded<ExpaErrors>(document, [&] {
+    Require(document->document != nullptr);
+    return ComplianceOf(*document->document);
+  });
 }
 
 int ExpaDocSetPageNo(TExpaDoc* document, std::int32_t page_number) {

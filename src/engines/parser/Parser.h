@@ -1,4 +1,5 @@
-// The content parser's contract: what is drawn on the pages of a document. So far: its images.
+// The content parser's contract: the images that are drawn on the pages of a document, its XMP packet
+// and the level of PDF/A that it claims.
 //
 // Every operation returns a handle, a count, or a non-zero value on success. A null handle or a
 // zero result means failure; ExpaDocGetLastError tells the reason, one of ErrorCodes.h. No
@@ -94,6 +95,16 @@ int ExpaDocSetReport(TExpaDoc* document, TExpaReport report, void* handle);
 
 // 0 when no document is open.
 std::int32_t ExpaDocGetPageCount(const TExpaDoc* document);
+
+// Writes the XMP packet of the document to a file, byte for byte; the file appears complete or not at
+// all. Fails with kExpaNoMetadataError for a document that has none.
+int ExpaDocGetXMPMetadataW(TExpaDoc* document, const platform::WidePath& path);
+
+// The level of PDF/A that the document claims: 0x1401 1b, 0x1402 1a, 0x1701 2b, 0x1702 2u, 0x1703 2a,
+// 0x1711 3b, 0x1712 3u, 0x1713 3a. Of one that claims none the version of PDF in the same manner:
+// 0x1400, 0x1700, 0x2000. Whether it is what it claims, is not looked at. 0 on failure, and for a
+// document that names no version.
+std::int32_t ExpaDocGetCompliance(TExpaDoc* document);
 
 // Chooses the page that ExpaDocGetPage gives.
 //   page_number - one-based
