@@ -37,6 +37,7 @@
 #include <string>
 #include <vector>
 
+#include "PdfCompliance.h"
 #include "PdfMetadataParam.h"
 #include "PdfPageRange.h"
 #include "PdfReport.h"
@@ -195,6 +196,21 @@ class TARNIX_EXPORT PdfDoc {
   void SetMetaData(const std::vector<std::string>& values, const std::string& output_path,
                    const std::string& password);
 
+  // Writes the document's XMP packet to a file, byte for byte; where there is none, a packet that
+  // says nothing. One that is there and cannot be read counts as none, and GetReport() tells. The
+  // file appears whole, in place of one that has its name.
+  // Throws InvalidParameter for an empty path, EngineError for a document that cannot be opened (its
+  // error code is 17 for a missing or wrong password), FileNotFound for a file that cannot be
+  // written.
+  void GetXmpMetaData(const std::string& xmp_path);
+  static void GetXmpMetaData(PdfDoc& doc, const std::string& xmp_path);
+
+  // The level of PDF/A that the document claims. Of one that claims none, no enumerator: the version
+  // of PDF in the same manner, 0x1400 for 1.4, 0x1700 for 1.7, 0x2000 for 2.0; None for a document
+  // that names no version. Whether it is what it claims, is not looked at.
+  // Throws EngineError for a document that cannot be opened (17 for a missing or wrong password).
+  PdfCompliance GetPdfaCompliance();
+
   // The ranges that a host keeps with the document: no operation looks at them, and nothing is
   // checked.
   void AddRange(const PdfPageRange& range);
@@ -327,6 +343,7 @@ class TARNIX_EXPORT PdfDoc {
   void CopyAllTo(PdfDoc output, PdfRotationAngle angle);
   void KeepMetadataIn(const PdfDoc& output) const;
   void Complete(PdfDoc& output);
+  void WriteXmpMetaData(const std::string& xmp_path);
 
   // One file of a split: the pages with the zero-based indices from first up to but not including
   // last.
