@@ -1,0 +1,139 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "engines/support/metadata/XmpDate.h"
+#include "engines/support/metadata/XmpSchemas.h"
+#include "engines/support/metadata/XmpTypes.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+// The property that has this content.
+XmpTree TreeWith(const std::string& content, const std::string& attributes = "") {
+  return ReadXmp(
+      "<rdf:RDF xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#' xmlns:s='http://s/' "
+      "xmlns:stRef='http://ns.adobe.com/xap/1.0/sType/ResourceRef#'><rdf:Description "
+      "rdf:about=''><s:a" +
+      attributes + ">" + content + "</s:a></rdf:Description></rdf:RDF>");
+}
+
+bool Is(const std::string& content, const std::string& type, const std::string& attributes = "") {
+  const XmpTree tree = TreeWith(content, attributes);
+  EXPECT_EQ(tree.state, XmpState::kFine) << content;
+  return tree.state == XmpState::kFine &&
+         IsOfXmpType(tree.properties.front(), PlainXmpType(type), {});
+}
+
+std::string Array(const std::string& kind, const std::string& item,
+                  const std::string& attributes = "") {
+  return "<rdf:" + kind + "><rdf:li" + attributes + ">" + item + "</rdf:li></rdf:" + kind + ">";
+}
+
+TEST(XmpTypes, AreOfSimpleValues) {
+  struct Row {
+    const char* type;
+    const char* right;
+    const char* wrong;
+  };
+
+  const Row rows[] = {{"Integer", "-12", "1.0"},
+                      {"Integer", "+1", ""},
+                      {"Real", "-.5", "."},
+                      {"Real", "3", "3,1"},
+                      {"Rational", "1/2", "1"},
+                      {"Rational", "-3/4", "1/-2"},
+                      {"Boolean", "True", "true"},
+                      {"Date", "2020", "20"},
+                      {"MIMEType", "application/pdf", "application"},
+                      {"GPSCoordinate", "67,19,26S", "67S"},
+                      {"GPSCoordinate", "43,40.5W", "43,40.5"},
+                      {"closed Choice of Integer", "7", "seven"}};
+  for (const Row& row : rows) {
+    EXPECT_TRUE(Is(row.right, row.type)) << row.type << row.right;
+    EXPECT_FALSE(Is(row.wrong, row.type)) << row.type << row.wrong;
+  }
+  EXPECT_TRUE(Is("", "Text"));
+  EXPECT_FALSE(Is(Array("Bag", "x"), "Text"));
+  EXPECT_FALSE(Is("x", "Unheard"));
+}
+
+TEST(XmpTypes, AreOfArrays) {
+  EXPECT_TRUE(Is(Array("Bag", "1"), "bag Integer"));
+  EXPECT_TRUE(Is(Array("Seq", "1"), "Seq of open Choice of Integer"));
+  EXPECT_FALSE(Is(Array("Seq", "1"), "bag Integer"));
+  EXPECT_FALSE(Is(Array("Bag", "x"), "bag Integer"));
+  EXPECT_FALSE(Is("1", "bag Integer"));
+  EXPECT_TRUE(Is(Array("Alt", "x", " xml:lang='x-default'"), "Lang Alt"));
+  EXPECT_FALSE(Is(Array("Alt", "x"), "Lang Alt"));
+  EXPECT_FALSE(Is("x", "Lang Alt"));
+}
+
+TEST(XmpTypes, AreOfStructures) {
+  const std::string resource = " rdf:parseType='Resource'";
+  EXPECT_TRUE(Is("<stRef:versionID>1</stRef:versionID>", "ResourceRef", resource));
+  EXPECT_FALSE(Is("<stRef:other>1</stRef:other>", "ResourceRef", resource));
+  EXPECT_FALSE(Is("<s:versionID>1</s:versionID>", "ResourceRef", resource));
+  EXPECT_FALSE(Is("1", "ResourceRef"));
+}
+
+TEST(XmpTypes, CanBeDeclared) {
+  const XmpDeclaredType types[] = {
+      {"pair", "http://s/", {{"left", "integer"}, {"more", "bag pair"}}},
+      {"name", "http://s/", {}}};
+  const std::string resource = " rdf:parseType='Resource'";
+  const XmpTree fine = TreeWith(
+      "<s:left>1</s:left><s:more><rdf:Bag><rdf:li s:left='2'/></rdf:Bag></s:more>", resource);
+  EXPECT_TRUE(IsOfXmpType(fine.properties.front(), "pair", types));
+  const XmpTree wrong =
+      TreeWith("<s:more><rdf:Bag><rdf:li s:left='x'/></rdf:Bag></s:more>", resource);
+  EXPECT_FALSE(IsOfXmpType(wrong.properties.front(), "pair", types));
+  EXPECT_TRUE(IsOfXmpType(TreeWith("x").properties.front(), "name", types));
+  EXPECT_TRUE(IsKnownXmpType("seq bag pair", types));
+  EXPECT_TRUE(IsKnownXmpType("lang alt", {}));
+  EXPECT_FALSE(IsKnownXmpType("seq pair", {}));
+}
+
+TEST(XmpSchemas, GoByTheRelease) {
+  const std::string tpg = "http://ns.adobe.com/xap/1.0/t/pg/";
+  EXPECT_NE(FindXmpProperty(XmpRelease::k2004, tpg, "NPages"), nullptr);
+  EXPECT_EQ(FindXmpProperty(XmpRelease::k2004, tpg, "Fonts"), nullptr);
+  EXPECT_NE(FindXmpProperty(XmpRelease::k2005, tpg, "Fonts"), nullptr);
+  EXPECT_EQ(FindXmpProperty(XmpRelease::k2005, "http://s/", "Fonts"), nullptr);
+}
+
+TEST(XmpDate, ReadsBothForms) {
+  for (const char* fine : {"2020", "2020-02", "2020-02-03", "2020-02-03T04:05", "2020-02-03T04:05Z",
+                           "2020-02-03T04:05:06", "2020-02-03T04:05:06.78-09:30"}) {
+    EXPECT_TRUE(ReadXmpDate(fine)) << fine;
+  }
+  for (const char* wrong : {"", "20", "2020-13", "2020-1", "2020-02-03T", "2020-02-03T04",
+                            "2020-02-03T24:00", "2020-02-03T04:05+09", "2020-02-03T04:05:06.Z",
+                            "1997-07-16T19:20:15.45Z+01:00", "2020-02-03 04:05"}) {
+    EXPECT_FALSE(ReadXmpDate(wrong)) << wrong;
+  }
+  for (const char* fine : {"D:2020", "2020", "D:20200203", "D:20200203040506", "D:20200203040506Z",
+                           "D:20200203040506Z00'00'", "D:20200203040506+01'00'",
+                           "D:20200203040506-0130", "D:20200203040506+01"}) {
+    const bool is_odd = std::string(fine).find("Z0") != std::string::npos;
+    EXPECT_EQ(ReadInfoDate(fine).has_value(), !is_odd) << fine;
+  }
+  for (const char* wrong : {"", "D:", "today", "D:202", "D:20201303", "D:20200203040506+1"}) {
+    EXPECT_FALSE(ReadInfoDate(wrong)) << wrong;
+  }
+}
+
+TEST(XmpDate, TellsMomentsApart) {
+  const auto same = [](const char* xmp, const char* info) {
+    return ReadXmpDate(xmp)->IsSameMoment(*ReadInfoDate(info));
+  };
+  EXPECT_TRUE(same("2020-03-01T00:30:00+01:00", "D:20200229233000Z"));
+  EXPECT_FALSE(same("2020-03-01T00:30:00+01:00", "D:20200301003000Z"));
+  EXPECT_TRUE(same("2020-01-01", "D:2020"));
+  EXPECT_EQ(XmpDateText(*ReadInfoDate("D:20200203040506-01'30'")), "2020-02-03T04:05:06-01:30");
+  EXPECT_EQ(XmpDateText(*ReadInfoDate("D:20200203040506Z")), "2020-02-03T04:05:06Z");
+  EXPECT_EQ(XmpDateText(*ReadInfoDate("D:2020")), "2020-01-01T00:00:00");
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines
