@@ -7,12 +7,9 @@
 #include "Job.h"
 #include "JobContext.h"
 #include "PdfCompressTask.h"
-#include "PdfException.h"
 
 namespace TarnixTools::cli {
 namespace {
-
-constexpr std::int32_t kEnginePasswordError = 17;
 
 constexpr OptionRow kOptions[] = {
     {.name = "level",
@@ -72,18 +69,6 @@ std::vector<std::string> WarningsOf(const PdfCompressTask& task, bool loses_prot
   return warnings;
 }
 
-// A password that is missing or wrong ends every job with the same status.
-void Execute(PdfCompressTask& task) {
-  try {
-    task.Execute();
-  } catch (PdfException& error) {
-    if (error.GetErrorCode() != kEnginePasswordError) {
-      throw;
-    }
-    throw PdfException(PdfExceptionCode::PasswordError, kEnginePasswordError, "%s", error.what());
-  }
-}
-
 // NAME-compressed.pdf, unless another name or a prefix was given.
 std::string OutputName(const OptionValues& options, const PdfDoc& document) {
   if (options.Has("name")) {
@@ -102,7 +87,7 @@ JobResult Compress(JobContext& context) {
   task.SetOutPdfName(OutputName(options, document));
   task.SetOutputPath(".");
   context.SetOutput(task);
-  Execute(task);
+  ForPassword([&] { task.Execute(); });
   const std::string directory = options.Has("out-dir") ? task.GetOutputPath() : "";
   return {.outputs = {directory + task.GetOutPdfName()},
           .fields = {{"ratio", std::round(task.GetCompressRatio() * 100.0) / 100},

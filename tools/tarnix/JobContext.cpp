@@ -88,6 +88,10 @@ std::vector<PdfDoc> JobContext::Documents() const {
   return documents;
 }
 
+std::string JobContext::OutputDirectory() const {
+  return Options().Has("out-dir") ? MakeOutputDirectory() : "";
+}
+
 std::string JobContext::MakeOutputDirectory() const {
   const std::string directory = NativePath(Options().Text("out-dir"));
   std::error_code error;

@@ -2,6 +2,7 @@
 #ifndef TARNIX_CLI_JOB_CONTEXT_H_
 #define TARNIX_CLI_JOB_CONTEXT_H_
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,8 +10,26 @@
 #include "CommandParser.h"
 #include "Job.h"
 #include "PdfDoc.h"
+#include "PdfException.h"
 
 namespace TarnixTools::cli {
+
+// The code of every engine for a password that is missing or wrong.
+inline constexpr std::int32_t kEnginePasswordError = 17;
+
+// Runs what fails with EngineError where the password is missing or wrong, which ends every job with
+// the same status: it is a PasswordError from here on.
+template <typename Operation>
+auto ForPassword(Operation&& operation) -> decltype(operation()) {
+  try {
+    return operation();
+  } catch (const PdfException& error) {
+    if (error.GetErrorCode() != kEnginePasswordError) {
+      throw;
+    }
+    throw PdfException(PdfExceptionCode::PasswordError, kEnginePasswordError, "%s", error.what());
+  }
+}
 
 class JobContext {
  public:
@@ -50,6 +69,10 @@ class JobContext {
     }
     task.SetOutPassword(OutPassword());
   }
+
+  // The directory that outputs go to, made with its parents; empty, which is the current one, when none was
+  // given.
+  std::string OutputDirectory() const;
 
   // Runs a task on one document. Its output keeps what the document says of itself.
   template <typename Task>

@@ -7,6 +7,7 @@
 
 #include "Job.h"
 #include "JobContext.h"
+#include "PdfALevel.h"
 #include "PdfMetadataParam.h"
 #include "PdfSize.h"
 #include "Streams.h"
@@ -42,6 +43,7 @@ struct FileInfo {
   std::string path;
   int pages;
   bool encrypted;
+  PdfCompliance claims;  // a version of PDF where no level is claimed
   std::vector<SizeGroup> sizes;
   std::vector<Metadata> metadata;
 };
@@ -93,6 +95,7 @@ FileInfo Look(PdfDoc& document, double factor) {
       .path = NativePath(document.GetPath()),
       .pages = static_cast<int>(sizes.size()),
       .encrypted = document.IsEncrypted(),
+      .claims = document.GetPdfaCompliance(),
       .sizes = GroupSizes(sizes, factor),
       .metadata = {{"author", document.GetMetaData(PdfMetadataParam::Author)},
                    {"keywords", document.GetMetaData(PdfMetadataParam::Keywords)},
@@ -125,7 +128,7 @@ Json ToJson(const FileInfo& info) {
     metadata[entry.label] = entry.value;
   }
   return {{"path", info.path},           {"pages", info.pages},
-          {"encrypted", info.encrypted}, {"claims", nullptr},  // the library cannot tell yet
+          {"encrypted", info.encrypted}, {"claims", LevelJson(info.claims)},
           {"pageSizes", sizes},          {"metadata", metadata}};
 }
 
@@ -166,6 +169,9 @@ std::string ToText(const FileInfo& info, const std::string& unit) {
   std::string text = info.path + "\n";
   text += Line("pages", std::to_string(info.pages));
   text += Line("encrypted", info.encrypted ? "yes" : "no");
+  if (const std::string level = WordOfLevel(info.claims); !level.empty()) {
+    text += Line("claims", "PDF/A-" + level);
+  }
   text += SizesText(info, unit);
   for (const Metadata& entry : info.metadata) {
     if (!entry.value.empty()) {
@@ -190,9 +196,9 @@ JobResult Info(JobContext& context) {
 const JobRegistration kRegistration({
     .name = "info",
     .summary = "show pages, page sizes, encryption and metadata",
-    .description = "Shows for every input its number of pages, whether it is encrypted, its page "
-                   "sizes and its "
-                   "metadata. Writes no file.",
+    .description =
+        "Shows for every input its number of pages, whether it is encrypted, the level of "
+        "PDF/A that it claims, its page sizes and its metadata. Writes no file.",
     .inputs = {.min = 1},
     .output = OutputKind::None,
     .options = kOptions,
