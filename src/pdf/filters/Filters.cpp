@@ -96,7 +96,9 @@ Decoded RunStep(const FilterStep& step, std::string_view encoded, std::size_t li
   Decoded decoded = RunFilter(step, encoded, limit);
   if (HasPredictor(step.kind) && step.parameters.predictor != 1) {
     Decoded rows = filters::UndoPredictor(std::move(decoded.data), step.parameters);
-    return {std::move(rows.data), rows.complete && decoded.complete};
+    return {.data = std::move(rows.data),
+            .complete = rows.complete && decoded.complete,
+            .is_well_wrapped = decoded.is_well_wrapped};
   }
   return decoded;
 }
@@ -125,7 +127,9 @@ Decoded Decode(const std::vector<FilterStep>& steps, std::string_view encoded,
   Decoded result = RunStep(steps.front(), encoded, limit);
   for (std::size_t i = 1; i < steps.size(); ++i) {
     Decoded next = RunStep(steps[i], result.data, limit);
-    result = {std::move(next.data), next.complete && result.complete};
+    result = {.data = std::move(next.data),
+              .complete = next.complete && result.complete,
+              .is_well_wrapped = next.is_well_wrapped && result.is_well_wrapped};
   }
   return result;
 }

@@ -6,6 +6,7 @@
 #include <memory>
 #include <new>
 #include <optional>
+#include <utility>
 
 #include <libdeflate.h>
 #include <zlib.h>
@@ -64,9 +65,22 @@ RawBuffer AllocateRaw(std::size_t bytes) {
   return buffer;
 }
 
+// RFC 1950, 2.2: the checksum of the data stands behind it, its first byte first.
+bool HasChecksum(std::string_view behind, std::string_view data) {
+  constexpr std::size_t kChecksumBytes = 4;
+  if (behind.size() < kChecksumBytes) {
+    return false;
+  }
+  std::uint32_t checksum = 0;
+  for (std::size_t i = 0; i < kChecksumBytes; ++i) {
+    checksum = (checksum << 8) | static_cast<unsigned char>(behind[i]);
+  }
+  return checksum == libdeflate_adler32(1, data.data(), data.size());
+}
+
 // Sound deflate data in one go into a guessed size, the guess growing while it is too small.
 // Nothing when the data is damaged or large: then InflatePiecewise has to do it.
-std::optional<std::string> InflateWhole(std::string_view deflated, std::size_t limit) {
+std::optional<Decoded> InflateWhole(std::string_view deflated, std::size_t limit) {
   std::size_t guess = kSmallestGuess;
   if (deflated.size() < kWholeBufferBytes) {
     guess = std::max(guess, deflated.size() * kFirstGuessRatio);
@@ -82,7 +96,9 @@ std::optional<std::string> InflateWhole(std::string_view deflated, std::size_t l
         libdeflate_deflate_decompress_ex(ThreadDecompressor(), deflated.data(), deflated.size(),
                                          buffer.get(), guess, &consumed, &produced);
     if (result == LIBDEFLATE_SUCCESS) {
-      return std::string(buffer.get(), produced);
+      std::string data(buffer.get(), produced);
+      const bool has_checksum = HasChecksum(deflated.substr(consumed), data);
+      return Decoded{.data = std::move(data), .is_well_wrapped = has_checksum};
     }
     if (result != LIBDEFLATE_INSUFFICIENT_SPACE) {
       return std::nullopt;
@@ -107,7 +123,8 @@ std::unique_ptr<z_stream, InflateEnder> StartRawInflate(z_stream& stream) {
 }
 
 // Any deflate data, in pieces; keeps what was decoded before damage.
-Decoded InflatePiecewise(std::string_view deflated, std::size_t limit) {
+Decoded InflatePiecewise(std::string_view whole, std::size_t limit) {
+  std::string_view deflated = whole;
   z_stream stream{};
   const auto inflating = StartRawInflate(stream);
   LimitedOutput out(limit);
@@ -129,12 +146,15 @@ Decoded InflatePiecewise(std::string_view deflated, std::size_t limit) {
   if (result == Z_MEM_ERROR) {
     throw std::bad_alloc();
   }
-  return {out.Take(), result == Z_STREAM_END};
+  const std::size_t unread = stream.avail_in + deflated.size();
+  Decoded decoded{.data = out.Take(), .complete = result == Z_STREAM_END};
+  decoded.is_well_wrapped = HasChecksum(whole.substr(whole.size() - unread), decoded.data);
+  return decoded;
 }
 
 Decoded Inflate(std::string_view deflated, std::size_t limit) {
-  if (std::optional<std::string> whole = InflateWhole(deflated, limit)) {
-    return {*std::move(whole), true};
+  if (std::optional<Decoded> whole = InflateWhole(deflated, limit)) {
+    return *std::move(whole);
   }
   return InflatePiecewise(deflated, limit);
 }
@@ -147,10 +167,12 @@ std::string_view WithoutLeadingSpace(std::string_view data) {
 // No readable zlib header: the deflate data may start at once, or after a header that is damaged.
 Decoded InflateWithoutHeader(std::string_view encoded, std::size_t limit) {
   Decoded bare = Inflate(encoded, limit);
+  bare.is_well_wrapped = false;
   if (bare.complete || encoded.size() <= kZlibHeaderBytes) {
     return bare;
   }
   Decoded after_header = Inflate(encoded.substr(kZlibHeaderBytes), limit);
+  after_header.is_well_wrapped = false;
   return after_header.complete || after_header.data.size() > bare.data.size() ? after_header : bare;
 }
 

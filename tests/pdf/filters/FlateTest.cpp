@@ -85,8 +85,10 @@ TEST(Flate, ForgivesAChecksumThatIsWrongOrMissing) {
   std::string deflated = ZlibDeflated("the quick brown fox");
   deflated.back() = static_cast<char>(deflated.back() ^ 1);
   EXPECT_TRUE(Inflate(deflated).complete);
+  EXPECT_FALSE(Inflate(deflated).is_well_wrapped);
   EXPECT_EQ(Inflate(deflated).data, "the quick brown fox");
   deflated.resize(deflated.size() - 4);
+  EXPECT_FALSE(Inflate(deflated).is_well_wrapped);
   EXPECT_TRUE(Inflate(deflated).complete);
   EXPECT_EQ(Inflate(deflated).data, "the quick brown fox");
 }
@@ -94,6 +96,7 @@ TEST(Flate, ForgivesAChecksumThatIsWrongOrMissing) {
 TEST(Flate, IgnoresBytesAfterTheEnd) {
   const Decoded decoded = Inflate(ZlibDeflated("the quick brown fox") + "\r\nendstream");
   EXPECT_TRUE(decoded.complete);
+  EXPECT_TRUE(decoded.is_well_wrapped);
   EXPECT_EQ(decoded.data, "the quick brown fox");
 }
 
@@ -107,6 +110,7 @@ TEST(Flate, DecodesWithoutAHeader) {
   const std::string text = SomeText(10'000);
   const Decoded decoded = Inflate(ZlibDeflated(text).substr(2));
   EXPECT_TRUE(decoded.complete);
+  EXPECT_FALSE(decoded.is_well_wrapped);
   EXPECT_EQ(decoded.data, text);
 }
 
