@@ -28,10 +28,10 @@ enum class Outcome : std::uint8_t {
 struct Problem {
   ProblemCode code{};
   Outcome outcome = Outcome::kFixed;
-  std::uint32_t page = 0;               // from 1; 0: none in particular
-  std::uint32_t object = 0;             // 0: none in particular
-  std::optional<std::uint64_t> offset;  // in the file, where no object says it
-  std::string detail;                   // figures and names of keys, never text of the document
+  std::uint32_t page = 0;                    // from 1; 0: none in particular
+  std::uint32_t object = 0;                  // 0: none in particular
+  std::optional<std::uint64_t> offset = {};  // in the file, where no object says it
+  std::string detail = {};  // figures and names of keys, never text of the document
 };
 
 enum class Tense : std::uint8_t {

@@ -1,5 +1,6 @@
 #include "engines/repair/ProblemList.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -7,24 +8,50 @@
 
 namespace TarnixTools::engines::repair {
 
+namespace {
+
+// Problems of one hundred stay in the order in which they were found.
+int SubjectOf(ProblemCode code) {
+  return static_cast<int>(code) / 100;
+}
+
+std::vector<Problem> Selected(const std::vector<Problem>& problems, std::uint32_t analyses) {
+  std::vector<Problem> selected;
+  for (const Problem& problem : problems) {
+    if ((KindOf(problem.code).analysis & analyses) != 0) {
+      selected.push_back(problem);
+    }
+  }
+  std::ranges::stable_sort(selected, {}, [](const Problem& p) { return SubjectOf(p.code); });
+  return selected;
+}
+
+}  // namespace
+
+std::vector<Problem>& ProblemList::ListOf(ProblemCode code) {
+  return KindOf(code).weight == Weight::kLint ? lint_ : damage_;
+}
+
 void ProblemList::Add(Problem problem) {
   if (++counts_[problem.code] <= limits::kMaxListedOfAKind) {
-    const bool is_lint = KindOf(problem.code).weight == Weight::kLint;
-    (is_lint ? lint_ : damage_).push_back(std::move(problem));
+    ListOf(problem.code).push_back(std::move(problem));
   }
 }
 
-void ProblemList::Close() {
+ProblemList ProblemList::Of(std::uint32_t analyses) const {
+  ProblemList selected;
+  selected.damage_ = Selected(damage_, analyses);
+  selected.lint_ = Selected(lint_, analyses);
   for (const auto& [code, count] : counts_) {
-    const ProblemKind& kind = KindOf(code);
-    if (count > limits::kMaxListedOfAKind) {
-      (kind.weight == Weight::kLint ? lint_ : damage_)
-          .push_back({.code = ProblemCode::kMoreOfAKind,
-                      .outcome = Outcome::kWorkedAround,
-                      .detail = std::to_string(count) + " times: " + kind.sentence});
+    if (count > limits::kMaxListedOfAKind && (KindOf(code).analysis & analyses) != 0) {
+      std::vector<Problem>& list = selected.ListOf(code);
+      const auto last = std::ranges::find(list.rbegin(), list.rend(), code, &Problem::code);
+      list.insert(last.base(), {.code = ProblemCode::kMoreOfAKind,
+                                .outcome = last->outcome,
+                                .detail = std::to_string(count) + ": " + KindOf(code).sentence});
     }
   }
-  counts_.clear();
+  return selected;
 }
 
 }  // namespace TarnixTools::engines::repair

@@ -1,8 +1,9 @@
-// The problems that an analysis finds, in the order in which it finds them.
+// The problems that an analysis finds.
 #ifndef TARNIX_ENGINES_REPAIR_PROBLEMLIST_H_
 #define TARNIX_ENGINES_REPAIR_PROBLEMLIST_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <span>
 #include <vector>
@@ -16,14 +17,19 @@ class ProblemList {
   // A problem of a kind of which limits::kMaxListedOfAKind are listed is only counted.
   void Add(Problem problem);
 
-  // Says of every kind that has more problems than are listed how many there are; once, at the end.
-  void Close();
+  // Those that these analyses find, in the order of what they are about: the file, its objects,
+  // pages, other trees, content. Behind those of a kind that has more than are listed stands how many
+  // there are.
+  //   analyses - AnalysisBits
+  ProblemList Of(std::uint32_t analyses) const;
 
   std::span<const Problem> damage() const { return damage_; }
 
   std::span<const Problem> lint() const { return lint_; }
 
  private:
+  std::vector<Problem>& ListOf(ProblemCode code);
+
   std::vector<Problem> damage_;
   std::vector<Problem> lint_;
   std::map<ProblemCode, std::size_t> counts_;
