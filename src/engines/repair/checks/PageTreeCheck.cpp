@@ -22,8 +22,9 @@ class PageCheck {
         dictionary_(context.pages.Load(page_, arena_)) {}
 
   void Run() {
-    if (!dictionary_.IsDictionary()) {
-      return;  // the empty page that stands for a lost one
+    if (dictionary_.Entries().empty()) {
+      Add(ProblemCode::kPageBlank, {}, Outcome::kLost);
+      return;
     }
     CheckType();
     CheckParent();
@@ -33,9 +34,9 @@ class PageCheck {
   }
 
  private:
-  void Add(ProblemCode code, std::string detail = {}) {
+  void Add(ProblemCode code, std::string detail = {}, Outcome outcome = Outcome::kFixed) {
     context_->problems.Add({.code = code,
-                            .outcome = Outcome::kFixed,
+                            .outcome = outcome,
                             .page = static_cast<std::uint32_t>(index_ + 1),
                             .object = page_.number,
                             .detail = std::move(detail)});
@@ -102,9 +103,19 @@ class PageCheck {
   pdf::Object dictionary_;
 };
 
+void CheckCatalog(CheckContext& context) {
+  pdf::Arena arena;
+  const pdf::Object catalog = context.document.Catalog(arena);
+  if (!context.document.Resolve(catalog.Get("Type"), arena).IsName("Catalog")) {
+    context.problems.Add({.code = ProblemCode::kCatalogEntryInvalid, .detail = "Type"});
+    context.rewriter.SetEntry(context.rewriter.catalog(), "Type", "/Catalog");
+  }
+}
+
 }  // namespace
 
 void CheckPageTree(CheckContext& context) {
+  CheckCatalog(context);
   for (std::size_t i = 0; i < context.pages.pages().size(); ++i) {
     PageCheck(context, i).Run();
   }
