@@ -2,13 +2,17 @@
 
 #include <array>
 
+#include "engines/repair/checks/FileCheck.h"
 #include "engines/repair/checks/PageTreeCheck.h"
+#include "engines/repair/checks/StreamDataCheck.h"
 
 namespace TarnixTools::engines::repair {
 
 namespace {
 
 constexpr auto kChecks = std::to_array<Check>({
+    {kAnalyzeFile, CheckFile},
+    {kAnalyzeFile, CheckStreamData},
     {kAnalyzeDocument, CheckPageTree},
 });
 

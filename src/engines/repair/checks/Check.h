@@ -8,9 +8,10 @@
 //     context.rewriter.RemoveEntry(number, "Next");
 //   }
 //
-// When checks run, every object has been looked for already: the document is not rebuilt any more,
-// and the problems of the file itself are listed. Damage that the core meets later becomes findings
-// of the document. No check throws for a damaged document; the table in Check.cpp has a row for each.
+// The check of the file comes first and looks for every object: behind it the document is not
+// rebuilt any more. Damage that the core meets is a finding of the document, which is listed when all
+// checks are through. The table in Check.cpp has a row for each check; one that throws for a damaged
+// document ends there, and the others go on.
 #ifndef TARNIX_ENGINES_REPAIR_CHECKS_CHECK_H_
 #define TARNIX_ENGINES_REPAIR_CHECKS_CHECK_H_
 
