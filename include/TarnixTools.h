@@ -52,6 +52,7 @@
 #include "PdfPageRange.h"
 #include "PdfProtectTask.h"
 #include "PdfRemovePagesTask.h"
+#include "PdfRepairTask.h"
 #include "PdfReport.h"
 #include "PdfRotateTask.h"
 #include "PdfRotationAngle.h"
