@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Failure.h"
+
 namespace TarnixTools::cli {
 namespace {
 
@@ -33,6 +35,12 @@ const Job* FindJob(std::string_view name) {
     }
   }
   return nullptr;
+}
+
+Json ToJson(const Failure& failure) {
+  return {{"code", CodeName(failure.code)},
+          {"engineCode", failure.engine_code},
+          {"message", failure.message}};
 }
 
 bool IsShown(const OptionRow& row, const Job& job) {

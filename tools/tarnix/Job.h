@@ -42,12 +42,14 @@
 namespace TarnixTools::cli {
 
 class JobContext;
+struct Failure;
 
 // Keeps its fields in the order in which they were added.
 using Json = nlohmann::ordered_json;
 
 constexpr int kExitDone = 0;
-constexpr int kExitNo = 1;  // the answer of a job that asks a question
+constexpr int kExitNo = 1;    // the answer of a job that asks a question
+constexpr int kExitLost = 3;  // done, but something is lost that the input still announced
 
 // How many files a job reads, and which.
 struct InputRule {
@@ -95,6 +97,9 @@ std::vector<const Job*> Jobs();
 
 // Null when there is no job of that name.
 const Job* FindJob(std::string_view name);
+
+// What the JSON output says of a failed job.
+Json ToJson(const Failure& failure);
 
 // Whether help, completion and man page show a common option for this job.
 bool IsShown(const OptionRow& row, const Job& job);

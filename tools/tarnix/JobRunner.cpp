@@ -127,11 +127,7 @@ void PrintResult(const Command& command, const DoneJob& done) {
 int ReportFailure(const Command& command, const Failure& failure) {
   PrintFailure(failure);
   if (command.values.Has("json")) {
-    WriteOutput(ToText({{"job", command.job->name},
-                        {"error",
-                         {{"code", CodeName(failure.code)},
-                          {"engineCode", failure.engine_code},
-                          {"message", failure.message}}}}));
+    WriteOutput(ToText({{"job", command.job->name}, {"error", ToJson(failure)}}));
   }
   return ExitStatus(failure.code);
 }
