@@ -58,10 +58,11 @@ void CheckMethods(const EncryptionFacts& facts) {
 }
 
 // Gives /O or /U the length that the algorithms expect. Some writers pad them with zeros; others
-// drop bytes at the end, which the password check then proves to have been zeros or not.
+// drop bytes at the end, which the password check then proves to have been zeros or not. Where too
+// much is gone to prove a password, none fits.
 void FitVerifier(std::string& entry, std::size_t size, std::size_t least) {
   if (entry.size() < least) {
-    throw Error(ErrorCode::kDamagedSecurity, "encryption dictionary: /O or /U is too short");
+    throw Error(ErrorCode::kPasswordRequired, "encryption dictionary: /O or /U is too short");
   }
   entry.resize(size, '\0');
 }

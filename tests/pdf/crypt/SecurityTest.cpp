@@ -233,7 +233,7 @@ TEST(SecurityOpen, NeedsOnlyHalfOfTheUserEntryFromRevision3On) {
   facts.user.resize(16);
   EXPECT_NO_THROW(Security::Open(facts, "user"));
   facts.user.resize(15);
-  EXPECT_EQ(CodeOf(facts, "user"), ErrorCode::kDamagedSecurity);
+  EXPECT_EQ(CodeOf(facts, "user"), ErrorCode::kPasswordRequired);
 }
 
 TEST(SecurityOpen, TakesAKeyLengthInBytes) {
@@ -285,17 +285,17 @@ TEST(SecurityOpen, CutsEntriesThatAreTooLong) {
 TEST(SecurityOpen, RefusesEntriesThatAreTooShort) {
   EncryptionFacts facts = Revision2Facts();
   facts.owner.resize(10);
-  EXPECT_EQ(CodeOf(facts, "user"), ErrorCode::kDamagedSecurity);
+  EXPECT_EQ(CodeOf(facts, "user"), ErrorCode::kPasswordRequired);
   facts = Security::Create("user", "owner", kPrintOnly).facts();
   facts.user.resize(47);
-  EXPECT_EQ(CodeOf(facts, "user"), ErrorCode::kDamagedSecurity);
+  EXPECT_EQ(CodeOf(facts, "user"), ErrorCode::kPasswordRequired);
   facts = Security::Create("user", "owner", kPrintOnly).facts();
   facts.user_key.resize(31);
   EXPECT_EQ(CodeOf(facts, "user"), ErrorCode::kDamagedSecurity);
   EXPECT_NO_THROW(Security::Open(facts, "owner"));
   facts.owner.clear();
   facts.user.clear();
-  EXPECT_EQ(CodeOf(facts, ""), ErrorCode::kDamagedSecurity);
+  EXPECT_EQ(CodeOf(facts, ""), ErrorCode::kPasswordRequired);
 }
 
 // A one-page file whose content and title are encrypted.
