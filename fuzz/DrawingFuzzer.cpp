@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "engines/support/drawing/DrawingCost.h"
-#include "engines/support/drawing/FieldNesting.h"
 #include "engines/support/drawing/RepairedCopy.h"
 #include "engines/support/drawing/UndrawnObjects.h"
+#include "engines/support/drawing/Unfolding.h"
 #include "pdf/Error.h"
 #include "pdf/file/ByteSink.h"
 #include "pdf/file/ByteSource.h"
@@ -38,7 +38,8 @@ void LookAt(pdf::Document& document, const pdf::PageTree& pages) {
   }
   pdf::Arena arena;
   const Object catalog = document.Catalog(arena);
-  engines::FieldNesting(document).IsBounded(document.Resolve(catalog.Get("AcroForm"), arena));
+  engines::Unfolding fields(document, "Kids");
+  fields.SizeOf(document.Resolve(catalog.Get("AcroForm"), arena).Get("Fields"));
 }
 
 void Prepare(std::string_view bytes) {
