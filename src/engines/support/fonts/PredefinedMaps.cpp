@@ -58,9 +58,12 @@ constexpr std::array<MapRow, 33> kMaps = {{
 
 std::optional<PredefinedMap> PredefinedMapOf(std::string_view name) {
   const bool has_direction = name.ends_with("-H") || name.ends_with("-V");
+  if (!has_direction && name != "H" && name != "V") {
+    return std::nullopt;
+  }
   const std::string_view base = has_direction ? name.substr(0, name.size() - 2) : name;
   const auto* const found = std::find_if(kMaps.begin(), kMaps.end(), [&](const MapRow& row) {
-    return row.name == name || (has_direction && row.name.size() > 1 && row.name == base);
+    return row.name == name || (row.name == base && base.size() > 1);
   });
   return found == kMaps.end() ? std::nullopt : std::optional(found->map);
 }
