@@ -15,6 +15,26 @@ inline constexpr int kMaxEmbeddedDepth = 2;
 inline constexpr std::size_t kMaxEmbeddedFile = std::size_t{256} << 20;
 // Bytes of a colour profile.
 inline constexpr std::size_t kMaxProfileBytes = std::size_t{64} << 20;
+// Colour spaces that are looked at where one is used: those within it.
+inline constexpr std::size_t kMaxNestedSpaces = 1000;
+// Spot colours whose definitions are compared; how deep references are followed in one, and how
+// many of its bytes count.
+inline constexpr std::size_t kMaxSpotColors = 10'000;
+inline constexpr int kMaxDefinitionDepth = 8;
+inline constexpr std::size_t kMaxDefinitionBytes = std::size_t{1} << 20;
+// Bytes of JPEG 2000 data whose header is read.
+inline constexpr std::size_t kMaxJpxBytes = std::size_t{256} << 20;
+// Bytes of an embedded font program, and of a CMap or a set of glyphs that belongs to a font.
+inline constexpr std::size_t kMaxProgramBytes = std::size_t{64} << 20;
+inline constexpr std::size_t kMaxFontMapBytes = std::size_t{16} << 20;
+// Fonts written in place that are told apart, and codes that are shown in one font.
+inline constexpr std::size_t kMaxFontsInPlace = 1000;
+inline constexpr std::size_t kMaxShownCodes = 70'000;
+// Colours that are remembered of one content while it runs.
+inline constexpr std::size_t kMaxUsedColors = 1000;
+// Structure elements that marked content belongs to, and those around one.
+inline constexpr std::size_t kMaxStructureParents = 20'000'000;
+inline constexpr std::size_t kMaxElementDepth = 1000;
 
 }  // namespace TarnixTools::engines::pdfa::limits
 
