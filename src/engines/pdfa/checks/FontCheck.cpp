@@ -1,0 +1,155 @@
+#include "engines/pdfa/checks/FontCheck.h"
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <string>
+
+#include "engines/pdfa/Limits.h"
+#include "engines/pdfa/checks/CompositeFontCheck.h"
+#include "engines/pdfa/checks/GlyphCheck.h"
+#include "engines/pdfa/checks/GlyphSets.h"
+#include "engines/pdfa/checks/ReadableNames.h"
+#include "engines/pdfa/checks/TrueTypeCheck.h"
+#include "engines/pdfa/rules/FontFacts.h"
+#include "engines/support/fonts/DocumentFont.h"
+#include "engines/support/fonts/FontProgram.h"
+
+namespace TarnixTools::engines::pdfa {
+
+using fonts::DocumentFont;
+using fonts::FontKind;
+using fonts::FontProgram;
+using pdf::Object;
+
+namespace {
+
+constexpr std::size_t kTagLength = 6;
+
+bool IsStandardName(std::string_view name) {
+  constexpr std::array<std::string_view, 14> kNames = {
+      "Courier",     "Courier-Bold",   "Courier-Oblique",   "Courier-BoldOblique",
+      "Helvetica",   "Helvetica-Bold", "Helvetica-Oblique", "Helvetica-BoldOblique",
+      "Times-Roman", "Times-Bold",     "Times-Italic",      "Times-BoldItalic",
+      "Symbol",      "ZapfDingbats"};
+  return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
+}
+
+std::string SubjectOf(const DocumentFont& font) {
+  return font.name().empty() ? "font" : "font " + font.name();
+}
+
+class FontJudge {
+ public:
+  FontJudge(CheckedDocument& checked, const ShownFonts::Font& shown)
+      : checked_(&checked),
+        shown_(&shown),
+        font_(checked.document(), shown.object),
+        subject_(SubjectOf(font_)),
+        place_{.object = font_.number(), .page_number = shown.page_number, .subject = subject_} {
+    dictionary_ = checked.document().Resolve(shown.object, arena_);
+  }
+
+  void Run() {
+    CheckDictionary(dictionary_, Get(dictionary_, "Subtype"));
+    if (Get(dictionary_, "Subtype").IsName("Type0")) {
+      const auto descendants = Get(dictionary_, "DescendantFonts").Items();
+      descendant_ = descendants.empty() ? Object()
+                                        : checked_->document().Resolve(descendants.front(), arena_);
+      CheckDictionary(descendant_, Get(descendant_, "Subtype"));
+    } else {
+      CheckCodes();
+    }
+    const std::string bytes = ProgramBytes();
+    const auto program = bytes.empty() ? nullptr : FontProgram::Open(bytes);
+    CheckKind(program.get());
+    CheckGlyphs(*checked_, {font_, *shown_, dictionary_, descendant_, place_}, program.get());
+  }
+
+ private:
+  Object Get(const Object& dictionary, std::string_view key) {
+    return checked_->Get(dictionary, key, arena_);
+  }
+
+  void CheckDictionary(const Object& dictionary, const Object& subtype) {
+    const fonts::FontDescriptor& descriptor = font_.descriptor();
+    const bool has_no_program = subtype.IsName("Type0") || subtype.IsName("Type3");
+    FontFacts facts = {.has_type = Get(dictionary, "Type").IsName("Font"),
+                       .subtype = subtype.Text(),
+                       .has_name = Get(dictionary, "BaseFont").IsName(),
+                       .needs_program = shown_->is_rendered && !has_no_program,
+                       .has_program = descriptor.program != 0};
+    if (!has_no_program && !descriptor.program_subtype.empty()) {
+      facts.program_subtype = descriptor.program_subtype;
+    }
+    checked_->findings().Check(facts, place_);
+    CheckReadableName(checked_->findings(), Get(dictionary, "BaseFont").Text(), place_);
+  }
+
+  // Of a simple font.
+  void CheckCodes() {
+    const Object first = Get(dictionary_, "FirstChar");
+    const Object last = Get(dictionary_, "LastChar");
+    const Object widths = Get(dictionary_, "Widths");
+    SimpleFontFacts facts{.is_standard =
+                              font_.kind() == FontKind::kType1 && IsStandardName(font_.name())};
+    if (first.IsNumber()) {
+      facts.first_code = first.IntegerOr(0);
+    }
+    if (last.IsNumber()) {
+      facts.last_code = last.IntegerOr(0);
+    }
+    if (widths.IsArray()) {
+      facts.widths = widths.Items().size();
+    }
+    checked_->findings().Check(facts, place_);
+  }
+
+  std::string ProgramBytes() {
+    const std::uint32_t number = font_.descriptor().program;
+    auto stream = number == 0
+                      ? std::nullopt
+                      : checked_->document().TryDecodeStream(number, limits::kMaxProgramBytes);
+    return stream ? std::move(stream->data) : std::string();
+  }
+
+  void CheckKind(FontProgram* program) {
+    if (descendant_.IsDictionary()) {
+      CheckCompositeFont(*checked_, {font_, *shown_, dictionary_, descendant_, place_}, program);
+    } else if (font_.kind() == FontKind::kTrueType) {
+      CheckTrueTypeFont(*checked_, font_, dictionary_, program, place_);
+    } else if (font_.kind() == FontKind::kType1) {
+      const Object names = Get(Get(dictionary_, "FontDescriptor"), "CharSet");
+      const SetAgreement set = CompareCharSet(names.Text(), program);
+      checked_->findings().Check(Type1FontFacts{.has_program = font_.descriptor().program != 0,
+                                                .is_subset = IsSubset(font_.name()),
+                                                .has_char_set = names.IsString(),
+                                                .char_set_is_true = set.is_true,
+                                                .char_set_is_whole = set.is_whole},
+                                 place_);
+    }
+  }
+
+  CheckedDocument* checked_;
+  const ShownFonts::Font* shown_;
+  pdf::Arena arena_;
+  DocumentFont font_;
+  std::string subject_;
+  Place place_;
+  Object dictionary_;
+  Object descendant_;  // null for a simple font
+};
+
+}  // namespace
+
+void CheckFont(CheckedDocument& checked, const ShownFonts::Font& font) {
+  FontJudge(checked, font).Run();
+}
+
+bool IsSubset(std::string_view name) {
+  return name.size() > kTagLength && name[kTagLength] == '+' &&
+         std::all_of(name.begin(), name.begin() + kTagLength,
+                     [](char c) { return c >= 'A' && c <= 'Z'; });
+}
+
+}  // namespace TarnixTools::engines::pdfa
