@@ -4,6 +4,7 @@
 #include "engines/pdfa/checks/AnnotationCheck.h"
 #include "engines/pdfa/checks/CatalogCheck.h"
 #include "engines/pdfa/checks/CheckedDocument.h"
+#include "engines/pdfa/checks/ContentCheck.h"
 #include "engines/pdfa/checks/FileCheck.h"
 #include "engines/pdfa/checks/FormCheck.h"
 #include "engines/pdfa/checks/MetadataCheck.h"
@@ -15,13 +16,16 @@ namespace TarnixTools::engines::pdfa {
 namespace {
 
 void CheckPages(CheckedDocument& checked, ActionCheck& actions) {
+  ContentCheck content(checked);
   for (std::size_t i = 0; i < checked.pages().pages().size(); ++i) {
     pdf::Arena arena;
     const pdf::Object page = checked.LoadPage(i, arena);
     CheckPage(checked, page, i);
     actions.CheckAll(page.Get("AA"), {.page_number = i + 1});
     CheckAnnotations(checked, actions, page, i);
+    content.CheckPage(i);
   }
+  content.CheckFonts();
 }
 
 }  // namespace
