@@ -38,6 +38,7 @@
 #include <vector>
 
 #include "PdfCompliance.h"
+#include "PdfFinding.h"
 #include "PdfMetadataParam.h"
 #include "PdfPageRange.h"
 #include "PdfReport.h"
@@ -210,6 +211,22 @@ class TARNIX_EXPORT PdfDoc {
   // that names no version. Whether it is what it claims, is not looked at.
   // Throws EngineError for a document that cannot be opened (17 for a missing or wrong password).
   PdfCompliance GetPdfaCompliance();
+
+  // True when the document claims a level of PDF/A and is all that this level asks for; false, too,
+  // for one that cannot be judged to its end. GetFindings() tells what is not as it should be; of a
+  // document that claims none, by level 2b.
+  // Throws EngineError for a document that cannot be opened (17 for a missing or wrong password).
+  bool ValidatePdfA();
+
+  // True when the document is all that the level asks for, its claim of just that level included.
+  // None: the level that it claims, and 2b where it claims none.
+  // Throws what the other form throws, and EngineError for a level that is none and for a document
+  // that cannot be judged to its end.
+  bool ValidatePdfA(PdfCompliance level);
+
+  // Of the last validation, by clause; empty for a document that is valid and before the first. Of
+  // a rule that is broken many times, many findings and not all.
+  const std::vector<PdfFinding>& GetFindings() const { return findings_; }
 
   // The ranges that a host keeps with the document: no operation looks at them, and nothing is
   // checked.
@@ -387,6 +404,7 @@ class TARNIX_EXPORT PdfDoc {
   bool keep_metadata_ = false;
   std::vector<PdfPageRange> ranges_;
   PdfReport report_;
+  std::vector<PdfFinding> findings_;
 };
 
 }  // namespace TarnixTools

@@ -44,6 +44,7 @@
 #include "PdfDoc.h"
 #include "PdfEngineTypes.h"
 #include "PdfException.h"
+#include "PdfFinding.h"
 #include "PdfFont.h"
 #include "PdfMergeTask.h"
 #include "PdfMetadataParam.h"

@@ -41,7 +41,7 @@ struct TPdfFinding {
   std::int32_t object = 0;   // number of the object; 0 for none
   std::int32_t page = 0;     // one-based; 0 for none
   std::int32_t has_box = 0;  // 1: the box is around it
-  double left = 0;           // in the page's own space, in points
+  double left = 0;           // in points on the page as it is seen, from its lower left corner
   double bottom = 0;
   double right = 0;
   double top = 0;

@@ -1,6 +1,7 @@
 // The validator's part of the contract.
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "engines/pdfa/PdfA.h"
 #include "engines/pdfa/Validation.h"
@@ -9,6 +10,8 @@
 #include "engines/support/files/DiskFile.h"
 #include "engines/support/metadata/PdfAClaim.h"
 #include "foundation/Utf8.h"
+#include "pdf/tree/PageGeometry.h"
+#include "pdf/tree/PageTree.h"
 
 namespace TarnixTools::engines {
 
@@ -47,6 +50,24 @@ void Open(TPdfValidator& object, const platform::WidePath& path, const std::wstr
       pdf::Document::Open(std::make_unique<DiskSource>(std::move(file)), WideToUtf8(password));
 }
 
+// Boxes come in the space of their page; a host knows only what is seen.
+void BringToSeen(pdf::Document& document, std::vector<Finding>& findings) {
+  std::optional<pdf::PageTree> pages;
+  for (Finding& finding : findings) {
+    if (!finding.box || finding.page_number == 0) {
+      continue;
+    }
+    if (!pages) {
+      pages.emplace(document);
+    }
+    if (finding.page_number <= pages->pages().size()) {
+      const pdf::PageTree::Page& page = pages->pages()[finding.page_number - 1];
+      const pdf::PageGeometry geometry = pdf::ReadPageGeometry(document, *pages, page);
+      finding.box = finding.box->Through(geometry.ToSeenPoints());
+    }
+  }
+}
+
 bool Validate(TPdfValidator& object) {
   object.result = {};
   Require(object.document != nullptr);
@@ -57,6 +78,7 @@ bool Validate(TPdfValidator& object) {
   const std::optional<Level> claimed =
       object.wanted_level ? object.wanted_level : LevelOfCode(ComplianceOf(*object.document));
   object.result = pdfa::Validate(*object.document, claimed.value_or(Level::k2b), options);
+  BringToSeen(*object.document, object.result.findings);
   return object.result.is_valid();
 }
 

@@ -1,0 +1,36 @@
+// The engines for PDF/A while they are in use: initialised, with one object.
+#ifndef TARNIX_DOCUMENT_PDFA_HANDLES_H_
+#define TARNIX_DOCUMENT_PDFA_HANDLES_H_
+
+#include "engines/pdfa/PdfA.h"
+
+namespace TarnixTools {
+
+class ValidatorHandle {
+ public:
+  ValidatorHandle() {
+    engines::PdfValidatorInitialize();
+    object_ = engines::PdfValidatorCreateObject();
+  }
+
+  ~ValidatorHandle() {
+    if (object_ != nullptr) {
+      engines::PdfValidatorClose(object_);
+      engines::PdfValidatorDestroyObject(object_);
+    }
+    engines::PdfValidatorUnInitialize();
+  }
+
+  ValidatorHandle(const ValidatorHandle&) = delete;
+  ValidatorHandle& operator=(const ValidatorHandle&) = delete;
+
+  // Null when it could not be made.
+  engines::TPdfValidator* Get() const { return object_; }
+
+ private:
+  engines::TPdfValidator* object_;
+};
+
+}  // namespace TarnixTools
+
+#endif  // TARNIX_DOCUMENT_PDFA_HANDLES_H_

@@ -1,0 +1,172 @@
+#include <cstddef>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Job.h"
+#include "JobContext.h"
+#include "PagePictures.h"
+#include "PdfALevel.h"
+#include "PdfException.h"
+#include "Streams.h"
+#include "ValidationReport.h"
+
+namespace TarnixTools::cli {
+namespace {
+
+constexpr OptionRow kOptions[] = {
+    {.name = "level",
+     .kind = ValueKind::Choice,
+     .argument = kLevelWords,
+     .help = "level of PDF/A to judge by (default: the one that the document claims)"},
+    {.name = "report",
+     .kind = ValueKind::File,
+     .argument = "FILE.html",
+     .help = "write the result as a page to look at, with pictures of the pages"},
+};
+
+constexpr std::size_t kMostPictures = 12;  // of one document
+constexpr std::size_t kMostListed = 50;    // findings in the text for people
+
+// A document that claims nothing is judged by 2b, and is not what it claims whatever comes of it.
+ValidatedFile Validate(PdfDoc& document, PdfCompliance wanted) {
+  ValidatedFile file{.path = NativePath(document.GetPath()),
+                     .claims = document.GetPdfaCompliance()};
+  const bool has_claim = !WordOfLevel(file.claims).empty();
+  const bool is_valid = document.ValidatePdfA(wanted);
+  file.level = wanted != PdfCompliance::None ? wanted
+               : has_claim                   ? file.claims
+                                             : PdfCompliance::PdfA2B;
+  file.is_valid = is_valid && (wanted != PdfCompliance::None || has_claim);
+  file.findings = document.GetFindings();
+  return file;
+}
+
+void AddPictures(PdfDoc& document, ValidatedFile& file) {
+  std::set<int> pages;
+  for (const PdfFinding& finding : file.findings) {
+    if (finding.page > 0 && pages.size() < kMostPictures) {
+      pages.insert(finding.page);
+    }
+  }
+  if (pages.empty()) {
+    return;
+  }
+  try {
+    file.pictures = DrawPages(document, pages);
+  } catch (const PdfException& error) {
+    file.no_pictures = error.what();
+  }
+}
+
+Json ToJson(const ValidatedFile& file) {
+  Json findings = Json::array();
+  for (const PdfFinding& finding : file.findings) {
+    Json item = {{"clause", finding.clause}, {"test", finding.test},       {"object", nullptr},
+                 {"page", nullptr},          {"message", finding.message}, {"cure", finding.cure}};
+    if (finding.object > 0) {
+      item["object"] = finding.object;
+    }
+    if (finding.page > 0) {
+      item["page"] = finding.page;
+    }
+    if (!finding.subject.empty()) {
+      item["subject"] = finding.subject;
+    }
+    findings.push_back(std::move(item));
+  }
+  return {{"path", file.path},
+          {"claims", LevelJson(file.claims)},
+          {"level", LevelJson(file.level)},
+          {"valid", file.is_valid},
+          {"findings", std::move(findings)}};
+}
+
+std::string LineOf(const PdfFinding& finding) {
+  std::string line = "  " + finding.clause + "-" + std::to_string(finding.test);
+  if (finding.page > 0) {
+    line += " page " + std::to_string(finding.page);
+  }
+  if (finding.object > 0) {
+    line += " object " + std::to_string(finding.object);
+  }
+  if (!finding.subject.empty()) {
+    line += " (" + finding.subject + ")";
+  }
+  return OneLine(line + ": " + finding.message) + "\n";
+}
+
+std::string ToText(const ValidatedFile& file) {
+  const bool has_claim = !WordOfLevel(file.claims).empty();
+  std::string text =
+      OneLine(file.path + (file.is_valid ? ": valid PDF/A-" : ": not valid PDF/A-") +
+              WordOfLevel(file.level) + (has_claim ? "" : ", and claims no level of PDF/A")) +
+      "\n";
+  for (std::size_t i = 0; i < file.findings.size(); ++i) {
+    if (i == kMostListed) {
+      return text + "  ... and " + std::to_string(file.findings.size() - i) + " more\n";
+    }
+    text += LineOf(file.findings[i]);
+  }
+  return text;
+}
+
+// The file appears whole, in place of one that has its name.
+void WriteReport(const std::string& path, const std::string& html) {
+  const std::string native = NativePath(path);
+  const std::string unfinished = native + ".part";
+  std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
+  file << html;
+  file.close();
+  std::error_code error;
+  if (file) {
+    std::filesystem::rename(unfinished, native, error);
+  }
+  if (!file || error) {
+    std::remove(unfinished.c_str());
+    throw PdfException(PdfExceptionCode::FileNotFound, 0, "Unable to create new file [%s]",
+                       path.c_str());
+  }
+}
+
+JobResult Validate(JobContext& context) {
+  const PdfCompliance wanted = LevelOfWord(context.Options().Text("level"));
+  const std::string report = context.Options().Text("report");
+  JobResult result;
+  result.fields["files"] = Json::array();
+  std::vector<ValidatedFile> files;
+  for (PdfDoc& document : context.Documents()) {
+    ValidatedFile file = ForPassword([&] { return Validate(document, wanted); });
+    if (!report.empty()) {
+      AddPictures(document, file);
+    }
+    result.fields["files"].push_back(ToJson(file));
+    result.text += ToText(file);
+    result.exit_status = file.is_valid ? result.exit_status : kExitNo;
+    files.push_back(std::move(file));
+  }
+  if (!report.empty()) {
+    WriteReport(report, HtmlReport(files));
+    result.outputs.push_back(report);
+  }
+  return result;
+}
+
+const JobRegistration kRegistration({
+    .name = "validate",
+    .summary = "tell whether documents are PDF/A",
+    .description = "Tells for every input whether it is what it claims to be, or what a level of "
+                   "PDF/A asks for: one line for everything that is not, with the clause and the "
+                   "test of the published validation profiles. Exit status 1: not all of them are.",
+    .inputs = {.min = 1},
+    .output = OutputKind::None,
+    .options = kOptions,
+    .run = Validate,
+});
+
+}  // namespace
+}  // namespace TarnixTools::cli
