@@ -23,7 +23,7 @@ template <typename Operation>
 auto ForPassword(Operation&& operation) -> decltype(operation()) {
   try {
     return operation();
-  } catch (const PdfException& error) {
+  } catch (PdfException& error) {  // not const: only the non-const what() has the message
     if (error.GetErrorCode() != kEnginePasswordError) {
       throw;
     }

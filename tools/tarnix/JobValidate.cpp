@@ -58,7 +58,7 @@ void AddPictures(PdfDoc& document, ValidatedFile& file) {
   }
   try {
     file.pictures = DrawPages(document, pages);
-  } catch (const PdfException& error) {
+  } catch (PdfException& error) {  // not const: only the non-const what() has the message
     file.no_pictures = error.what();
   }
 }
