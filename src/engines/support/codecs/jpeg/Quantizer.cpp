@@ -25,8 +25,9 @@ constexpr int kFarthestMean = 1024;
 
 constexpr int kLastPlace = 63;
 
-// What is smaller, in steps, is rounded to 0.
-constexpr float kLeastKept = 0.5F;
+// What is smaller, in steps, is not worth its bits: to keep so much makes a squared error of 0.36 one of
+// 0.16, which is worth two and a half bits, and no coefficient takes fewer than three.
+constexpr float kLeastKept = 0.6F;
 
 // Bits that a coefficient takes, by the zeros before it and by the bits of its value. They are those of
 // the codes that the standard suggests: a picture's own are not known before it is quantised.
@@ -56,7 +57,7 @@ float CostsOfError(float difference) {
   return kErrorCosts * difference * difference;
 }
 
-// A coefficient that rounding does not make 0. The first stands for the beginning, where none has been
+// A coefficient that may be kept. The first stands for the beginning, where none has been
 // kept.
 struct Candidate {
   int place;     // in the zigzag order
@@ -67,6 +68,7 @@ struct Candidate {
   // The best of the ways on which this one is kept: what it costs up to here, the candidate that is kept
   // before this one, and what is kept of it.
   float costs;
+  float lead;  // these costs, less those of having left out all
   std::size_t previous;
   int kept;
 };
@@ -74,13 +76,16 @@ struct Candidate {
 // The coefficients of a block that may be kept, and which of them are.
 class Choice {
  public:
-  Choice() { candidates_[0] = {}; }
+  Choice() {
+    candidates_[0] = {};
+    starts_[0] = 0;
+  }
 
   void Add(int place, float exact) {
     const float before = candidates_[count_].after;
     Candidate& added = candidates_[++count_];
     added.place = place;
-    added.size = std::min(static_cast<int>(exact + kLeastKept), kFarthest);
+    added.size = std::min(static_cast<int>(exact + 0.5F), kFarthest);
     added.exact = exact;
     added.before = before;
     added.after = before + CostsOfError(exact);
@@ -89,15 +94,15 @@ class Choice {
   // The last candidate of the best way; each tells which is the one before.
   std::size_t Find() {
     for (std::size_t i = 1; i <= count_; ++i) {
-      FindWayTo(i);
+      FindWayTo(candidates_[i]);
+      AddStart(i);
     }
     const float all = candidates_[count_].after;
     std::size_t last = 0;
     float least = std::numeric_limits<float>::max();
     for (std::size_t i = 0; i <= count_; ++i) {
       const Candidate& candidate = candidates_[i];
-      const float costs = candidate.costs + all - candidate.after +
-                          (candidate.place == kLastPlace ? 0 : kCostsOfEnd);
+      const float costs = candidate.lead + all + (candidate.place == kLastPlace ? 0 : kCostsOfEnd);
       if (costs < least) {
         least = costs;
         last = i;
@@ -110,39 +115,81 @@ class Choice {
 
  private:
   // Either what rounding gives is kept, or one less.
-  void FindWayTo(std::size_t index) {
-    Candidate& to = candidates_[index];
-    const int less = std::max(1, to.size - 1);
-    const std::size_t bits = BitsOf(to.size);
-    const std::size_t bits_of_less = BitsOf(less);
-    const float error = CostsOfError(to.exact - static_cast<float>(to.size));
-    const float error_of_less = CostsOfError(to.exact - static_cast<float>(less));
-    float least = std::numeric_limits<float>::max();
-    for (std::size_t i = index; i-- > 0;) {
-      const Candidate& from = candidates_[i];
-      const float left_out = to.before - from.after;
-      if (left_out >= least) {
-        break;  // and going back further leaves out more
-      }
+  void FindWayTo(Candidate& to) {
+    to.costs = std::numeric_limits<float>::max();
+    FindWayTo(to, to.size);
+    if (to.size > 1) {
+      FindWayTo(to, to.size - 1);
+    }
+    to.lead = to.costs - to.after;
+  }
+
+  void FindWayTo(Candidate& to, int kept) {
+    const std::size_t bits = BitsOf(kept);
+    const float error = CostsOfError(to.exact - static_cast<float>(kept));
+    const float before = to.before + error;
+    for (std::size_t i = start_count_; i-- > 0;) {
+      const Candidate& from = candidates_[starts_[i]];
       const auto zeros = static_cast<std::size_t>(to.place - from.place - 1);
-      const std::size_t runs = zeros / 16;
-      const float before = from.costs + left_out + static_cast<float>(runs) * kCostsOfZeros;
-      const auto& costs = kCosts[zeros % 16];
-      const float all = before + costs[bits] + error;
-      const float all_of_less = before + costs[bits_of_less] + error_of_less;
-      if (std::min(all, all_of_less) < least) {
-        least = std::min(all, all_of_less);
-        to.previous = i;
-        to.kept = all_of_less < all ? less : to.size;
+      const float costs = from.lead + before + static_cast<float>(zeros / 16) * kCostsOfZeros +
+                          kCosts[zeros % 16][bits];
+      if (costs < to.costs) {
+        to.costs = costs;
+        to.previous = starts_[i];
+        to.kept = kept;
       }
     }
-    to.costs = least;
+  }
+
+  // A way that goes on from a candidate behind has fewer zeros to code: those from before that lead by
+  // no more are out of it.
+  void AddStart(std::size_t index) {
+    const float lead = candidates_[index].lead;
+    while (start_count_ > 0 && candidates_[starts_[start_count_ - 1]].lead >= lead) {
+      --start_count_;
+    }
+    starts_[start_count_++] = index;
   }
 
   // Set as far as they are counted.
   std::array<Candidate, 64> candidates_;
   std::size_t count_ = 0;
+  // The candidates that a way may go on from, as they come: each leads by less than the next.
+  std::array<std::size_t, 64> starts_;
+  std::size_t start_count_ = 1;
 };
+
+// For each row of a block and each set of its coefficients, as bits: where they stand in the zigzag
+// order, as bits again.
+using PlacesOfRows = std::array<std::array<std::uint64_t, 256>, 8>;
+
+constexpr PlacesOfRows MakePlaces() {
+  PlacesOfRows places{};
+  for (std::size_t place = 0; place < kZigzag.size(); ++place) {
+    const std::size_t bit = std::size_t{1} << (kZigzag[place] % 8U);
+    for (std::size_t set = 0; set < 256; ++set) {
+      if ((set & bit) != 0) {
+        places[kZigzag[place] / 8U][set] |= std::uint64_t{1} << place;
+      }
+    }
+  }
+  return places;
+}
+
+constexpr PlacesOfRows kPlaces = MakePlaces();
+
+// The places in the zigzag order, as bits, of what may be kept.
+std::uint64_t PlacesToKeep(const Block& exact) {
+  std::uint64_t places = 0;
+  for (std::size_t row = 0; row < 8; ++row) {
+    unsigned set = 0;
+    for (unsigned x = 0; x < 8; ++x) {
+      set |= static_cast<unsigned>(exact[8 * row + x] >= kLeastKept) << x;
+    }
+    places |= kPlaces[row][set];
+  }
+  return places;
+}
 
 // What stands for the mean of a block, in steps. White and black become no gray: what is beyond them is
 // cut off when it is decoded, and close to black little differences count.
@@ -170,11 +217,10 @@ void Quantizer::Quantize(const Block& block, std::int16_t* quantized) const {
     exact[i] = std::abs(block[i] * factors_[i]);
   }
   Choice choice;
-  for (int place = 1; place <= kLastPlace; ++place) {
-    const float value = exact[kZigzag[static_cast<std::size_t>(place)]];
-    if (value >= kLeastKept) {
-      choice.Add(place, value);
-    }
+  constexpr std::uint64_t kMean = 1;
+  for (std::uint64_t left = PlacesToKeep(exact) & ~kMean; left != 0; left &= left - 1) {
+    const int place = std::countr_zero(left);
+    choice.Add(place, exact[kZigzag[static_cast<std::size_t>(place)]]);
   }
   for (std::size_t i = choice.Find(); i > 0; i = choice[i].previous) {
     const std::size_t at = kZigzag[static_cast<std::size_t>(choice[i].place)];
