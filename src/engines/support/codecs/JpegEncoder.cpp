@@ -36,6 +36,33 @@ struct Plane {
   std::vector<float> samples;
 };
 
+// One sample of each pixel.
+template <std::size_t kComponents>
+void TakeSamples(const std::uint8_t* __restrict samples, std::size_t width, float* __restrict out) {
+  for (std::size_t x = 0; x < width; ++x) {
+    out[x] = static_cast<float>(samples[kComponents * x]) - 128;
+  }
+}
+
+// T.871, clause 7. The yellow, magenta and cyan of paper are the blue, green and red that it takes away.
+template <std::size_t kComponents>
+void ConvertColors(const std::uint8_t* __restrict samples, std::size_t width,
+                   float* __restrict lightness, float* __restrict blueness,
+                   float* __restrict redness) {
+  constexpr bool kIsInk = kComponents == 4;
+  constexpr float kSign = kIsInk ? -1.0F : 1.0F;
+  constexpr float kWhite = kIsInk ? 255.0F : 0.0F;
+  for (std::size_t x = 0; x < width; ++x) {
+    const std::uint8_t* const pixel = samples + kComponents * x;
+    const float red = kWhite + kSign * static_cast<float>(pixel[0]);
+    const float green = kWhite + kSign * static_cast<float>(pixel[1]);
+    const float blue = kWhite + kSign * static_cast<float>(pixel[2]);
+    lightness[x] = 0.299F * red + 0.587F * green + 0.114F * blue - 128;
+    blueness[x] = -0.168735892F * red - 0.331264108F * green + 0.5F * blue;
+    redness[x] = 0.5F * red - 0.418687589F * green - 0.081312411F * blue;
+  }
+}
+
 }  // namespace
 
 // A unit is what is coded together: sixteen pixels a side where colours are subsampled, else eight.
@@ -101,34 +128,21 @@ void JpegEncoder::Planes::AddRow(const std::uint8_t* samples) {
   }
 }
 
-// T.871, clause 7; the last pixel goes on to the edge of its unit.
+// The last pixel goes on to the edge of its unit.
 void JpegEncoder::Planes::Convert(const std::uint8_t* samples, std::size_t row) {
-  const std::size_t step = planes_.size();
   std::array<float*, 4> out{};
-  for (std::size_t i = 0; i < step; ++i) {
+  for (std::size_t i = 0; i < planes_.size(); ++i) {
     out[i] = planes_[i].samples.data() + row * planes_[i].stride;
   }
-  // The yellow, magenta and cyan of paper are the blue, green and red that it takes away.
-  const bool is_ink = step == 4;
-  const float sign = is_ink ? -1.0F : 1.0F;
-  const float white = is_ink ? 255.0F : 0.0F;
-  for (std::size_t x = 0; x < encoding_.width; ++x) {
-    const std::uint8_t* pixel = samples + x * step;
-    if (step == 1) {
-      out[0][x] = static_cast<float>(pixel[0]) - 128;
-      continue;
-    }
-    const float red = white + sign * static_cast<float>(pixel[0]);
-    const float green = white + sign * static_cast<float>(pixel[1]);
-    const float blue = white + sign * static_cast<float>(pixel[2]);
-    out[0][x] = 0.299F * red + 0.587F * green + 0.114F * blue - 128;
-    out[1][x] = -0.168735892F * red - 0.331264108F * green + 0.5F * blue;
-    out[2][x] = 0.5F * red - 0.418687589F * green - 0.081312411F * blue;
-    if (is_ink) {
-      out[3][x] = static_cast<float>(pixel[3]) - 128;
-    }
+  if (planes_.size() == 1) {
+    TakeSamples<1>(samples, encoding_.width, out[0]);
+  } else if (planes_.size() == 3) {
+    ConvertColors<3>(samples, encoding_.width, out[0], out[1], out[2]);
+  } else {
+    ConvertColors<4>(samples, encoding_.width, out[0], out[1], out[2]);
+    TakeSamples<4>(samples + 3, encoding_.width, out[3]);
   }
-  for (std::size_t i = 0; i < step; ++i) {
+  for (std::size_t i = 0; i < planes_.size(); ++i) {
     std::fill(out[i] + encoding_.width, out[i] + planes_[i].stride, out[i][encoding_.width - 1]);
   }
 }
