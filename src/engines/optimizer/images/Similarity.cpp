@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <numeric>
 
 namespace TarnixTools::engines::optimizer {
 
@@ -31,80 +32,122 @@ struct ColumnSums {
   explicit ColumnSums(std::size_t width)
       : first(width), second(width), squares(width), products(width) {}
 
-  void Add(const std::uint8_t* __restrict a, const std::uint8_t* __restrict b, std::size_t width,
-           std::int32_t sign) {
-    for (std::size_t x = 0; x < width; ++x) {
-      const std::int32_t va = a[x];
-      const std::int32_t vb = b[x];
-      first[x] += sign * va;
-      second[x] += sign * vb;
-      squares[x] += sign * (va * va + vb * vb);
-      products[x] += sign * (va * vb);
-    }
+  template <int kSign>
+  void Add(const std::uint8_t* __restrict a, const std::uint8_t* __restrict b) {
+    Add<kSign>(a, b, first.data(), second.data(), squares.data(), products.data(), first.size());
   }
 
   std::vector<std::int32_t> first;
   std::vector<std::int32_t> second;
   std::vector<std::int32_t> squares;  // of both pictures together
   std::vector<std::int32_t> products;
-};
 
-// Sums over one window.
-struct WindowSums {
-  std::int32_t first = 0;
-  std::int32_t second = 0;
-  std::int32_t squares = 0;
-  std::int32_t products = 0;
-
-  void Add(const ColumnSums& columns, std::size_t x) {
-    first += columns.first[x];
-    second += columns.second[x];
-    squares += columns.squares[x];
-    products += columns.products[x];
-  }
-
-  void Remove(const ColumnSums& columns, std::size_t x) {
-    first -= columns.first[x];
-    second -= columns.second[x];
-    squares -= columns.squares[x];
-    products -= columns.products[x];
-  }
-
-  float Similarity() const {
-    constexpr auto kCount = static_cast<float>(kWindow * kWindow);
-    const float mean_a = static_cast<float>(first) / kCount;
-    const float mean_b = static_cast<float>(second) / kCount;
-    // Estimated from a sample: divided by one less.
-    const float variances =
-        (static_cast<float>(squares) - kCount * (mean_a * mean_a + mean_b * mean_b)) / (kCount - 1);
-    const float covariance =
-        (static_cast<float>(products) - kCount * mean_a * mean_b) / (kCount - 1);
-    return (2 * mean_a * mean_b + kLuminanceFloor) * (2 * covariance + kContrastFloor) /
-           ((mean_a * mean_a + mean_b * mean_b + kLuminanceFloor) * (variances + kContrastFloor));
+ private:
+  template <int kSign>
+  static void Add(const std::uint8_t* __restrict a, const std::uint8_t* __restrict b,
+                  std::int32_t* __restrict firsts, std::int32_t* __restrict seconds,
+                  std::int32_t* __restrict squares, std::int32_t* __restrict products,
+                  std::size_t width) {
+    for (std::size_t x = 0; x < width; ++x) {
+      // Squares of bytes fit 16 bits, of which processors multiply many at a time.
+      const std::uint16_t va = a[x];
+      const std::uint16_t vb = b[x];
+      const auto square_a = static_cast<std::uint16_t>(va * va);
+      const auto square_b = static_cast<std::uint16_t>(vb * vb);
+      const auto product = static_cast<std::uint16_t>(va * vb);
+      firsts[x] += kSign * va;
+      seconds[x] += kSign * vb;
+      squares[x] += kSign * (std::int32_t{square_a} + square_b);
+      products[x] += kSign * std::int32_t{product};
+    }
   }
 };
 
-// The windows of a line, summed up. Returns how many there are.
-std::size_t AddLine(const ColumnSums& columns, std::size_t width, double& total) {
-  WindowSums window;
-  for (std::size_t x = 0; x < kWindow; ++x) {
-    window.Add(columns, x);
+// The sums over every second window of a line, beginning with the first.
+void SumWindows(const std::int32_t* __restrict columns, std::size_t count,
+                std::int32_t* __restrict windows) {
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::int32_t* const column = columns + kStep * i;
+    windows[i] = column[0] + column[1] + column[2] + column[3] + column[4] + column[5] + column[6];
   }
-  std::size_t count = 0;
-  float line = 0;
-  for (std::size_t x = 0;; ++x) {
-    if (x % kStep == 0) {
-      line += window.Similarity();
-      ++count;
-    }
-    if (x + kWindow >= width) {
-      break;
-    }
-    window.Remove(columns, x);
-    window.Add(columns, x + kWindow);
+}
+
+float SimilarityOfWindow(std::int32_t first, std::int32_t second, std::int32_t squares,
+                         std::int32_t products) {
+  constexpr auto kCount = static_cast<float>(kWindow * kWindow);
+  const float mean_a = static_cast<float>(first) / kCount;
+  const float mean_b = static_cast<float>(second) / kCount;
+  // Estimated from a sample: divided by one less.
+  const float variances =
+      (static_cast<float>(squares) - kCount * (mean_a * mean_a + mean_b * mean_b)) / (kCount - 1);
+  const float covariance = (static_cast<float>(products) - kCount * mean_a * mean_b) / (kCount - 1);
+  return (2 * mean_a * mean_b + kLuminanceFloor) * (2 * covariance + kContrastFloor) /
+         ((mean_a * mean_a + mean_b * mean_b + kLuminanceFloor) * (variances + kContrastFloor));
+}
+
+// The windows of a line, which are compared many at a time.
+class Line {
+ public:
+  explicit Line(std::size_t width)
+      : first_((width - kWindow) / kStep + 1),
+        second_(first_.size()),
+        squares_(first_.size()),
+        products_(first_.size()),
+        similarities_(first_.size()) {}
+
+  std::size_t count() const { return first_.size(); }
+
+  // The sum of their similarities.
+  double Compare(const ColumnSums& columns) {
+    SumWindows(columns.first.data(), count(), first_.data());
+    SumWindows(columns.second.data(), count(), second_.data());
+    SumWindows(columns.squares.data(), count(), squares_.data());
+    SumWindows(columns.products.data(), count(), products_.data());
+    CompareWindows(first_.data(), second_.data(), squares_.data(), products_.data(),
+                   similarities_.data(), count());
+    return std::accumulate(similarities_.begin(), similarities_.end(), 0.0);
   }
-  total += static_cast<double>(line);
-  return count;
+
+ private:
+  static void CompareWindows(const std::int32_t* __restrict first,
+                             const std::int32_t* __restrict second,
+                             const std::int32_t* __restrict squares,
+                             const std::int32_t* __restrict products,
+                             float* __restrict similarities, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+      similarities[i] = SimilarityOfWindow(first[i], second[i], squares[i], products[i]);
+    }
+  }
+
+  std::vector<std::int32_t> first_;
+  std::vector<std::int32_t> second_;
+  std::vector<std::int32_t> squares_;
+  std::vector<std::int32_t> products_;
+  std::vector<float> similarities_;
+};
+
+void AddRow(const std::uint8_t* __restrict row, std::size_t width, std::uint32_t* __restrict sums) {
+  for (std::size_t x = 0; x < width; ++x) {
+    sums[x] += row[x];
+  }
+}
+
+// Columns that a pixel is the mean of.
+struct Span {
+  std::uint32_t left = 0;
+  std::uint32_t right = 0;  // behind the last
+};
+
+std::vector<Span> SpansOf(std::uint32_t from, std::uint32_t to) {
+  std::vector<Span> spans;
+  spans.reserve(to);
+  std::uint32_t left = 0;
+  for (std::uint32_t x = 0; x < to; ++x) {
+    const auto right = static_cast<std::uint32_t>((std::uint64_t{x} + 1) * from / to);
+    spans.push_back({left, right});
+    left = right;
+  }
+  return spans;
 }
 
 // A picture of gray as common viewers show it when it has more pixels than they need: every pixel is
@@ -114,28 +157,23 @@ SamplePicture Viewed(const SamplePicture& picture, std::uint32_t width, std::uin
   SamplePicture viewed;
   viewed.width = width;
   viewed.height = height;
-  viewed.samples.reserve(viewed.pixels());
+  viewed.samples.resize(viewed.pixels());
+  const std::vector<Span> columns = SpansOf(picture.width, width);
   std::vector<std::uint32_t> sums(picture.width);
-  for (std::uint32_t y = 0; y < height; ++y) {
-    const auto top = static_cast<std::uint32_t>(std::uint64_t{y} * picture.height / height);
-    const auto bottom =
-        static_cast<std::uint32_t>((std::uint64_t{y} + 1) * picture.height / height);
+  std::uint8_t* out = viewed.samples.data();
+  for (const Span& rows : SpansOf(picture.height, height)) {
     std::fill(sums.begin(), sums.end(), 0U);
-    for (std::uint32_t row = top; row < bottom; ++row) {
-      const std::uint8_t* const from = picture.row(row);
-      for (std::uint32_t x = 0; x < picture.width; ++x) {
-        sums[x] += from[x];
-      }
+    for (std::uint32_t row = rows.left; row < rows.right; ++row) {
+      AddRow(picture.row(row), picture.width, sums.data());
     }
-    std::uint32_t left = 0;
-    for (std::uint32_t x = 0; x < width; ++x) {
-      const auto right = static_cast<std::uint32_t>((std::uint64_t{x} + 1) * picture.width / width);
-      const std::uint32_t count = std::max(1U, (right - left) * (bottom - top));
-      std::uint32_t sum = count / 2;
-      for (; left < right; ++left) {
-        sum += sums[left];
+    for (const Span& column : columns) {
+      const std::uint32_t count = (column.right - column.left) * (rows.right - rows.left);
+      std::uint32_t sum = 0;
+      for (std::uint32_t x = column.left; x < column.right; ++x) {
+        sum += sums[x];
       }
-      viewed.samples.push_back(static_cast<std::uint8_t>(sum / count));
+      *out++ =
+          static_cast<std::uint8_t>(static_cast<float>(sum) / static_cast<float>(count) + 0.5F);
     }
   }
   return viewed;
@@ -151,6 +189,16 @@ SamplePicture Seen(SamplePicture lightness, std::uint32_t width, std::uint32_t h
   return Scaled(lightness, width, height);
 }
 
+template <std::size_t kComponents, typename Lightness>
+void TakeLightness(const SamplePicture& picture, std::vector<std::uint8_t>& out,
+                   Lightness lightness_of) {
+  const std::uint8_t* from = picture.samples.data();
+  for (std::uint8_t& value : out) {
+    value = lightness_of(from);
+    from += kComponents;
+  }
+}
+
 }  // namespace
 
 SamplePicture LightnessOf(const SamplePicture& picture, bool is_inverted) {
@@ -161,11 +209,12 @@ SamplePicture LightnessOf(const SamplePicture& picture, bool is_inverted) {
   lightness.width = picture.width;
   lightness.height = picture.height;
   lightness.samples.resize(picture.pixels());
-  const std::uint8_t* from = picture.samples.data();
-  const std::uint8_t turned = is_inverted ? 255 : 0;
-  for (std::uint8_t& value : lightness.samples) {
-    value = picture.components == 3 ? LightnessOfRgb(from) : LightnessOfInks(from, turned);
-    from += picture.components;
+  if (picture.components == 3) {
+    TakeLightness<3>(picture, lightness.samples, LightnessOfRgb);
+  } else {
+    const std::uint8_t turned = is_inverted ? 255 : 0;
+    TakeLightness<4>(picture, lightness.samples,
+                     [=](const std::uint8_t* cmyk) { return LightnessOfInks(cmyk, turned); });
   }
   return lightness;
 }
@@ -176,19 +225,21 @@ double StructuralSimilarity(const SamplePicture& first, const SamplePicture& sec
   }
   ColumnSums columns(first.width);
   for (std::uint32_t y = 0; y < kWindow; ++y) {
-    columns.Add(first.row(y), second.row(y), first.width, 1);
+    columns.Add<1>(first.row(y), second.row(y));
   }
+  Line line(first.width);
   double total = 0;
   std::size_t count = 0;
   for (std::uint32_t y = 0;; ++y) {
     if (y % kStep == 0) {
-      count += AddLine(columns, first.width, total);
+      total += line.Compare(columns);
+      count += line.count();
     }
     if (y + kWindow >= first.height) {
       break;
     }
-    columns.Add(first.row(y), second.row(y), first.width, -1);
-    columns.Add(first.row(y + kWindow), second.row(y + kWindow), first.width, 1);
+    columns.Add<-1>(first.row(y), second.row(y));
+    columns.Add<1>(first.row(y + kWindow), second.row(y + kWindow));
   }
   return total / static_cast<double>(count);
 }
