@@ -32,9 +32,10 @@ bool IsGray(const SamplePicture& picture) {
   return true;
 }
 
-std::uint32_t ColorAt(const std::uint8_t* pixel, std::size_t components) {
+template <std::size_t kComponents>
+std::uint32_t ColorAt(const std::uint8_t* pixel) {
   std::uint32_t color = 0;
-  std::memcpy(&color, pixel, components);
+  std::memcpy(&color, pixel, kComponents);
   return color;
 }
 
@@ -58,25 +59,60 @@ class ColorCounter {
   std::unordered_set<std::uint32_t> colors_;
 };
 
-}  // namespace
+// Whether a pixel and the one behind it are the same. Of three components both are read by four bytes,
+// none of which lies beyond them.
+template <std::size_t kComponents>
+bool IsRepeated(const std::uint8_t* pixel) {
+  if constexpr (kComponents == 1) {
+    return pixel[0] == pixel[1];
+  } else {
+    constexpr std::size_t kRead = sizeof(std::uint32_t);
+    constexpr unsigned kOthers = 8 * (kRead - kComponents);  // bits of a reading
+    const std::uint32_t behind = ColorAt<kRead>(pixel + 2 * kComponents - kRead) >> kOthers;
+    return (ColorAt<kRead>(pixel) << kOthers) == (behind << kOthers);
+  }
+}
 
-PictureFeatures FeaturesOf(const SamplePicture& picture) {
-  const auto components = static_cast<std::size_t>(picture.components);
-  ColorCounter colors(components == 1 ? kFewGrays : kFewColors);
-  std::uint64_t repeated = 0;
-  for (std::uint32_t y = 0; y < picture.height; ++y) {
-    const std::uint8_t* const row = picture.row(y);
-    std::uint32_t last = ~ColorAt(row, components);
-    for (std::uint32_t x = 0; x < picture.width; ++x) {
-      const std::uint32_t color = ColorAt(row + x * components, components);
-      if (color == last) {
-        ++repeated;
-        continue;
-      }
+// How many pixels of a row are what their left neighbour is.
+template <std::size_t kComponents>
+std::uint32_t CountRepeated(const std::uint8_t* row, std::uint32_t width) {
+  std::uint32_t repeated = 0;
+  for (std::size_t x = 1; x < width; ++x, row += kComponents) {
+    repeated += IsRepeated<kComponents>(row) ? 1U : 0U;
+  }
+  return repeated;
+}
+
+template <std::size_t kComponents>
+void CountColors(const std::uint8_t* row, std::uint32_t width, ColorCounter& colors) {
+  std::uint32_t last = ~ColorAt<kComponents>(row);
+  for (std::size_t x = 0; x < width && colors.has_few(); ++x) {
+    const std::uint32_t color = ColorAt<kComponents>(row + kComponents * x);
+    if (color != last) {
       colors.Add(color);
       last = color;
     }
   }
+}
+
+// Adds the colours of a picture. Returns how many pixels are what their left neighbour is.
+template <std::size_t kComponents>
+std::uint64_t LookThrough(const SamplePicture& picture, ColorCounter& colors) {
+  std::uint64_t repeated = 0;
+  for (std::uint32_t y = 0; y < picture.height; ++y) {
+    CountColors<kComponents>(picture.row(y), picture.width, colors);
+    repeated += CountRepeated<kComponents>(picture.row(y), picture.width);
+  }
+  return repeated;
+}
+
+}  // namespace
+
+PictureFeatures FeaturesOf(const SamplePicture& picture) {
+  ColorCounter colors(picture.components == 1 ? kFewGrays : kFewColors);
+  const std::uint64_t repeated = picture.components == 1   ? LookThrough<1>(picture, colors)
+                                 : picture.components == 3 ? LookThrough<3>(picture, colors)
+                                                           : LookThrough<4>(picture, colors);
   return {.is_gray = IsGray(picture),
           .is_one_color = colors.count() == 1,
           .has_few_colors = colors.has_few(),
