@@ -14,7 +14,8 @@ class JpegReader::Decompressor : private LibjpegCalls {
 
   ~Decompressor() { jpeg_destroy_decompress(&state_); }
 
-  bool Start(std::string_view bytes, int color_transform, const PictureSize& least) {
+  bool Start(std::string_view bytes, int color_transform, const PictureSize& least,
+             JpegColors colors) {
     return Try([&] {
       jpeg_create_decompress(&state_);
       BoundScans(state_);
@@ -23,7 +24,7 @@ class JpegReader::Decompressor : private LibjpegCalls {
       if (jpeg_read_header(&state_, TRUE) != JPEG_HEADER_OK) {
         return false;
       }
-      ChooseColors(color_transform);
+      ChooseColors(color_transform, colors);
       ChooseScale(least);
       return HasBoundedCoefficients() &&
              (state_.num_components == 1 || state_.num_components == 3 ||
@@ -54,7 +55,7 @@ class JpegReader::Decompressor : private LibjpegCalls {
   }
 
   // The Adobe marker goes before /ColorTransform (ISO 32000-2, table 13).
-  void ChooseColors(int color_transform) {
+  void ChooseColors(int color_transform, JpegColors colors) {
     if (!state_.saw_Adobe_marker && color_transform >= 0) {
       if (state_.num_components == 3) {
         state_.jpeg_color_space = color_transform != 0 ? JCS_YCbCr : JCS_RGB;
@@ -62,7 +63,9 @@ class JpegReader::Decompressor : private LibjpegCalls {
         state_.jpeg_color_space = color_transform != 0 ? JCS_YCCK : JCS_CMYK;
       }
     }
-    if (state_.num_components == 3) {
+    if (colors == JpegColors::kLightness && state_.jpeg_color_space == JCS_YCbCr) {
+      state_.out_color_space = JCS_GRAYSCALE;
+    } else if (state_.num_components == 3) {
       state_.out_color_space = JCS_RGB;
     } else if (state_.num_components == 4) {
       state_.out_color_space = JCS_CMYK;
@@ -95,9 +98,9 @@ JpegReader::JpegReader(std::unique_ptr<Decompressor> decompressor)
 JpegReader::~JpegReader() = default;
 
 std::unique_ptr<JpegReader> JpegReader::Open(std::string_view bytes, int color_transform,
-                                             PictureSize least) {
+                                             PictureSize least, JpegColors colors) {
   auto decompressor = std::make_unique<Decompressor>();
-  if (!decompressor->Start(bytes, color_transform, least)) {
+  if (!decompressor->Start(bytes, color_transform, least, colors)) {
     return nullptr;
   }
   return std::unique_ptr<JpegReader>(new JpegReader(std::move(decompressor)));

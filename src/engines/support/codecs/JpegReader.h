@@ -13,6 +13,12 @@ struct PictureSize {
   std::uint32_t height = 0;
 };
 
+// What is wanted of a picture.
+enum class JpegColors : std::uint8_t {
+  kAll,
+  kLightness,  // alone, of pictures that are stored as lightness and colour differences
+};
+
 inline constexpr PictureSize kWholePicture{~std::uint32_t{0}, ~std::uint32_t{0}};
 
 // What the PDF standard calls the samples of DCT data: gray, RGB, or CMYK as it is stored.
@@ -23,7 +29,8 @@ class JpegReader {
   //   least - the picture may come out smaller, at a half, a quarter or an eighth of its size, as
   //           long as it has that many pixels on both sides
   static std::unique_ptr<JpegReader> Open(std::string_view bytes, int color_transform,
-                                          PictureSize least = kWholePicture);
+                                          PictureSize least = kWholePicture,
+                                          JpegColors colors = JpegColors::kAll);
 
   ~JpegReader();
   JpegReader(const JpegReader&) = delete;

@@ -96,6 +96,21 @@ TEST(JpegReader, ConvertsColorsAsItIsTold) {
   ExpectNear(FirstPixel(testing::MakeJpeg(16, 8, {200, 40, 90, 7}), 1), {200, 40, 90, 7});
 }
 
+TEST(JpegReader, ReadsLightnessAloneWhereThatIsStored) {
+  const auto open = [](const std::string& jpeg, int color_transform) {
+    return JpegReader::Open(jpeg, color_transform, kWholePicture, JpegColors::kLightness);
+  };
+  const std::string red = testing::MakeJpeg(16, 8, {255, 0, 0});
+  const auto reader = open(red, -1);
+  ASSERT_EQ(reader->components(), 1);
+  std::vector<std::uint8_t> row(reader->width());
+  EXPECT_TRUE(reader->ReadRow(row.data()));
+  EXPECT_NEAR(row[0], 0.299 * 255, 3);
+  EXPECT_EQ(open(WithoutMarkers(red), 0)->components(), 3);  // red, green and blue are stored
+  EXPECT_EQ(open(testing::MakeJpeg(16, 8, {200, 40, 90, 7}), -1)->components(), 4);
+  EXPECT_EQ(open(testing::MakeJpeg(16, 8, {90}), -1)->components(), 1);
+}
+
 // A gray picture of 40 x 30 pixels in several scans.
 std::string Progressive() {
   return testing::Encoded({.space = JCS_GRAYSCALE, .coding = testing::Coding::kProgressive});
