@@ -64,8 +64,9 @@ CodedPicture CodeAsJpeg(const SamplePicture& picture, const JpegChoice& choice) 
   return coded;
 }
 
-std::optional<SamplePicture> DecodedJpeg(const std::string& data) {
-  const std::unique_ptr<JpegReader> reader = JpegReader::Open(data, -1);
+std::optional<SamplePicture> DecodedForLook(const std::string& data) {
+  const std::unique_ptr<JpegReader> reader =
+      JpegReader::Open(data, -1, kWholePicture, JpegColors::kLightness);
   if (reader == nullptr) {
     return std::nullopt;
   }

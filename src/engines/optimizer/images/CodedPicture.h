@@ -34,8 +34,9 @@ struct JpegChoice {
 // As JPEG of one, three or four components, in the colours that the picture has.
 CodedPicture CodeAsJpeg(const SamplePicture& picture, const JpegChoice& choice);
 
-// What viewers make of it. Nothing for data that cannot be decoded.
-std::optional<SamplePicture> DecodedJpeg(const std::string& data);
+// What viewers make of it; of three components the lightness alone. Nothing for data that cannot be
+// decoded.
+std::optional<SamplePicture> DecodedForLook(const std::string& data);
 
 // Without loss, with as few bits and colours as the picture needs.
 //   keeps_space - components and depth stay what they are

@@ -185,7 +185,7 @@ class Optimizer {
   }
 
   double SimilarityOf(const CodedPicture& coded) const {
-    const std::optional<SamplePicture> decoded = DecodedJpeg(coded.data);
+    const std::optional<SamplePicture> decoded = DecodedForLook(coded.data);
     return decoded ? Look(picture_, task_->is_inverted, seen_width_, seen_height_)
                          .SimilarityOf(*decoded)
                    : 0;

@@ -27,7 +27,7 @@ double JpegSearch::Try(const SamplePicture& picture, PictureSize whole, bool is_
   double last_cost = std::numeric_limits<double>::infinity();
   for (;;) {
     const CodedPicture coded = CodeAsJpeg(picture, choice);
-    const std::optional<SamplePicture> decoded = DecodedJpeg(coded.data);
+    const std::optional<SamplePicture> decoded = DecodedForLook(coded.data);
     if (!decoded) {
       return last_cost;
     }
