@@ -159,8 +159,9 @@ class Optimizer {
     }
   }
 
-  // Codes the picture as is best for some bands of it, or all. False where the picture does not look
-  // as well as the bands did.
+  // Codes the picture as is best for some bands of it, or all. False where the picture, made smaller,
+  // does not look as well as the bands did: the quality of JPEG is alike all over a picture, what is
+  // lost with pixels is not.
   bool TryJpegBy(const SamplePicture& bands) {
     const double part = static_cast<double>(bands.height) / picture_.height;
     const Look look(bands, task_->is_inverted, seen_width_, RowsOfPart(seen_height_, part));
@@ -176,7 +177,7 @@ class Optimizer {
     const bool is_reduced = size.width != picture_.width || size.height != picture_.height;
     CodedPicture coded = is_reduced ? CodeAsJpeg(Scaled(picture_, size.width, size.height), choice)
                                     : CodeAsJpeg(picture_, choice);
-    if (bands.height != picture_.height &&
+    if (bands.height != picture_.height && is_reduced &&
         SimilarityOf(coded) < search.found()->similarity - kToleratedLoss) {
       return false;
     }

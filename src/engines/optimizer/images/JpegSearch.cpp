@@ -11,6 +11,9 @@ namespace {
 
 constexpr int kBestQuality = 92;
 constexpr int kQualityStep = 8;
+// What the loss of look has to cost for the next quality to be worth a try: that adds more than half of
+// this to the logarithm of the bytes, and takes away little more than half of the loss.
+constexpr double kLeastLoss = 0.25;
 
 }  // namespace
 
@@ -37,7 +40,8 @@ double JpegSearch::Try(const SamplePicture& picture, PictureSize whole, bool is_
       least_cost_ = cost;
       found_ = Found{.whole = whole, .choice = choice, .similarity = similarity};
     }
-    if (cost >= last_cost || choice.quality >= kBestQuality) {
+    const bool may_gain = goals_->worth_of_look * (1 - similarity) > kLeastLoss;
+    if (cost >= last_cost || choice.quality >= kBestQuality || !may_gain) {
       return std::min(cost, last_cost);
     }
     last_cost = cost;
