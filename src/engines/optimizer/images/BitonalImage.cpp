@@ -1,6 +1,7 @@
 #include "engines/optimizer/images/BitonalImage.h"
 
 #include <bit>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -69,19 +70,19 @@ void TakeJbig2(const Bits& bits, const SampleFormat& format, CodedPicture& best)
 
 }  // namespace
 
-std::optional<CodedPicture> CodeBitonal(SampleRows& samples, std::uint32_t codecs,
-                                        std::uint64_t bytes_now) {
+std::variant<LeftAlone, CodedPicture> CodeBitonal(SampleRows& samples, std::uint32_t codecs,
+                                                  std::uint64_t bytes_now) {
   const SampleFormat format = samples.format();
   const std::optional<Bits> bits = ReadBits(samples);
   if (!bits) {
-    return std::nullopt;
+    return LeftAlone::kUnreadable;
   }
   CodedPicture best = CodeAsFax(*bits, format);
   if ((codecs & kBitonalJbig2) != 0) {
     TakeJbig2(*bits, format, best);
   }
   if (best.data.size() >= bytes_now) {
-    return std::nullopt;
+    return LeftAlone::kSmallest;
   }
   best.width = format.width;
   best.height = format.height;

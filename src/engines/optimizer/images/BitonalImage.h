@@ -3,18 +3,19 @@
 #define TARNIX_ENGINES_OPTIMIZER_IMAGES_BITONALIMAGE_H_
 
 #include <cstdint>
-#include <optional>
+#include <variant>
 
+#include "engines/optimizer/OptimizerReport.h"
 #include "engines/optimizer/images/CodedPicture.h"
 #include "engines/support/images/SampleRows.h"
 
 namespace TarnixTools::engines::optimizer {
 
-// The smallest coding of the very same samples, whatever they stand for; nothing when it is not
-// smaller than the image is now, and when the data ends within the picture.
+// The smallest coding of the very same samples, whatever they stand for. kSmallest when it is not
+// smaller than the image is now, kUnreadable when the data ends within the picture.
 //   codecs - OptimizerSettings::bitonal_codecs
-std::optional<CodedPicture> CodeBitonal(SampleRows& samples, std::uint32_t codecs,
-                                        std::uint64_t bytes_now);
+std::variant<LeftAlone, CodedPicture> CodeBitonal(SampleRows& samples, std::uint32_t codecs,
+                                                  std::uint64_t bytes_now);
 
 }  // namespace TarnixTools::engines::optimizer
 

@@ -27,9 +27,12 @@ void AppendEntry(std::string& text, std::string_view key, std::string_view value
 
 void OptimizeBitonal(BitonalTask& task, const ImageGoals& goals, ImageOutcome& outcome) {
   outcome.kind = ImageClass::kBitonal;
-  outcome.coded = CodeBitonal(*task.samples, goals.settings.bitonal_codecs, task.encoded_bytes);
-  if (!outcome.coded) {
-    outcome.left_alone = LeftAlone::kSmallest;
+  std::variant<LeftAlone, CodedPicture> coded =
+      CodeBitonal(*task.samples, goals.settings.bitonal_codecs, task.encoded_bytes);
+  if (const auto* reason = std::get_if<LeftAlone>(&coded)) {
+    outcome.left_alone = *reason;
+  } else {
+    outcome.coded = std::get<CodedPicture>(std::move(coded));
   }
   task.samples.reset();
 }

@@ -46,7 +46,15 @@ class GivenBits : public SampleRows {
 std::optional<CodedPicture> Code(const SceneSize& size, const std::string& data,
                                  std::uint32_t codecs, std::uint64_t bytes_now = kMuch) {
   GivenBits samples(size, data);
-  return CodeBitonal(samples, codecs, bytes_now);
+  auto coded = CodeBitonal(samples, codecs, bytes_now);
+  const auto* picture = std::get_if<CodedPicture>(&coded);
+  return picture != nullptr ? std::optional(*picture) : std::nullopt;
+}
+
+// Why it is not coded.
+LeftAlone ReasonOf(const std::string& data, std::uint32_t codecs, std::uint64_t bytes_now = kMuch) {
+  GivenBits samples({}, data);
+  return std::get<LeftAlone>(CodeBitonal(samples, codecs, bytes_now));
 }
 
 // What an independent reader makes of a coded picture.
@@ -148,17 +156,17 @@ TEST(BitonalImage, IsLeftAloneUnlessItBecomesSmaller) {
   const std::string data = Bits({}, IsWhite);
   for (const std::uint32_t codecs : {0U, kBitonalJbig2}) {
     const std::uint64_t size = Code({}, data, codecs)->data.size();
-    EXPECT_FALSE(Code({}, data, codecs, size)) << codecs;
-    EXPECT_FALSE(Code({}, data, codecs, 0)) << codecs;
+    EXPECT_EQ(ReasonOf(data, codecs, size), LeftAlone::kSmallest) << codecs;
+    EXPECT_EQ(ReasonOf(data, codecs, 0), LeftAlone::kSmallest) << codecs;
     EXPECT_TRUE(Code({}, data, codecs, size + 1)) << codecs;
   }
 }
 
 TEST(BitonalImage, IsLeftAloneWhereItsDataEndsEarly) {
   const std::string data = Bits({}, IsWhite);
-  EXPECT_FALSE(Code({}, data.substr(0, data.size() - 1), kBitonalJbig2));
-  EXPECT_FALSE(Code({}, data.substr(0, data.size() / 2), 0));
-  EXPECT_FALSE(Code({}, "", 0));
+  EXPECT_EQ(ReasonOf(data.substr(0, data.size() - 1), kBitonalJbig2), LeftAlone::kUnreadable);
+  EXPECT_EQ(ReasonOf(data.substr(0, data.size() / 2), 0), LeftAlone::kUnreadable);
+  EXPECT_EQ(ReasonOf("", 0, 0), LeftAlone::kUnreadable);
 }
 
 TEST(BitonalImage, IsAlwaysCodedInTheSameBytes) {

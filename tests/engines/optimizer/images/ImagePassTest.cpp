@@ -119,6 +119,23 @@ TEST(ImagePass, TellsWhyImagesAreLeftAlone) {
   EXPECT_EQ(left_alone("OnePixel", LeftAlone::kSmallest), 1U);
 }
 
+TEST(ImagePass, TellsThatBitsAreMissing) {
+  const std::string bits(100, '\x5A');  // 40 rows of 5 bytes would be 200
+  const Figures figures =
+      RunOn(0, RawPdf()
+                   .Pages(1, "/Contents 9 0 R/Resources<</XObject<</I 10 0 R>>>>")
+                   .Stream(9, "", "40 0 0 40 0 0 cm /I Do")
+                   .Stream(10,
+                           "/Type/XObject/Subtype/Image/ColorSpace/DeviceGray/BitsPerComponent 1"
+                           "/Width 40/Height 40/Filter/FlateDecode",
+                           Deflated(bits))
+                   .Table())
+          .figures;
+  const ClassFigures& bitonal = Of(figures, ImageClass::kBitonal);
+  EXPECT_EQ(bitonal.images, 1U);
+  EXPECT_EQ(bitonal.left_alone.at(static_cast<std::size_t>(LeftAlone::kUnreadable)), 1U);
+}
+
 // An image is resampled for the largest of its uses.
 TEST(ImagePass, LooksAtAllUsesOfAnImage) {
   const auto bytes_after = [](const std::string& name) {
