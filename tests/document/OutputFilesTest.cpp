@@ -1,14 +1,13 @@
 // Outputs are written whole or not at all, under whatever name.
-#include <csignal>
 #include <filesystem>
 
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "support/DocumentTest.h"
+#include "support/FileSizeLimit.h"
 
 namespace TarnixTools {
 namespace {
@@ -18,6 +17,7 @@ using ::testing::ElementsAre;
 using testing::Exists;
 using testing::Failure;
 using testing::FailureOf;
+using testing::FileSizeLimit;
 using ::testing::IsEmpty;
 using testing::PageTexts;
 using testing::PermissionsOf;
@@ -26,30 +26,6 @@ using testing::ReadBytes;
 using ::testing::StartsWith;
 using testing::TestPdf;
 using testing::WriteBytes;
-
-// While it lives, no file can grow beyond the limit: a full disk.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) {
-    old_handler_ = std::signal(SIGXFSZ, SIG_IGN);
-    getrlimit(RLIMIT_FSIZE, &old_limit_);
-    rlimit limit = old_limit_;
-    limit.rlim_cur = bytes;
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-
-  ~FileSizeLimit() {
-    setrlimit(RLIMIT_FSIZE, &old_limit_);
-    std::signal(SIGXFSZ, old_handler_);
-  }
-
- private:
-  rlimit old_limit_{};
-  void (*old_handler_)(int) = SIG_DFL;
-};
 
 std::size_t OpenFileCount() {
   std::size_t count = 0;
