@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "engines/optimizer/Limits.h"
 #include "engines/optimizer/OptimizerFailure.h"
 #include "engines/optimizer/WorkPool.h"
 #include "engines/optimizer/fonts/FontPass.h"
@@ -40,6 +41,12 @@ platform::OutputFile CreateFile(const platform::WidePath& path) {
   return std::move(*file);
 }
 
+// Of which the data is in the store.
+struct WaitingStream {
+  StreamCoding coding;
+  StoredData data;
+};
+
 }  // namespace
 
 OptimizedDocument::OptimizedDocument(const platform::WidePath& path, std::string_view password)
@@ -63,15 +70,16 @@ OptimizerReport OptimizedDocument::Save(const platform::WidePath& path,
 }
 
 void OptimizedDocument::Rewrite(pdf::ByteSink& sink, const SaveOptions& options) {
+  DataStore store(limits::kMaxHeldResults);
   pdf::DocumentRewriter rewriter(*document_);
   pdf::RewriteOptions rewriting = {
       .security = options.security, .packing = pdf::Packing::kDense, .keeps_id = true};
   KeepPages(rewriter);
   const bool claims_pdfa = DropClaim(rewriter, rewriting);
-  Reduce(options.settings, claims_pdfa, rewriter);
+  Reduce(options.settings, claims_pdfa, store, rewriter);
   report_.Dropped(ReportedKind::kSignature, "does not hold in another file",
                   DropSignatures(*document_, rewriter));
-  RecodeStreams(rewriter);
+  RecodeStreams(store, rewriter);
   rewriter.Write(sink, rewriting);
   ReportDamage();
 }
@@ -79,7 +87,7 @@ void OptimizedDocument::Rewrite(pdf::ByteSink& sink, const SaveOptions& options)
 // What is left out goes first, so that no work is done on it. Fonts are cut by all that shows their
 // glyphs, which merging could hide; images are coded once for all that are equal.
 void OptimizedDocument::Reduce(const OptimizerSettings& settings, bool claims_pdfa,
-                               pdf::DocumentRewriter& rewriter) {
+                               DataStore& store, pdf::DocumentRewriter& rewriter) {
   ReportStripped(StripEntries(*document_, pages_, settings.strip, rewriter));
   if (settings.optimizes_resources) {
     RemoveUnusedResources(*document_, pages_, rewriter);
@@ -92,7 +100,7 @@ void OptimizedDocument::Reduce(const OptimizerSettings& settings, bool claims_pd
   }
   images_.emplace(*document_, survey, settings);
   WorkPool pool;  // ends before the images, also where they cannot be read
-  images_->Run(rewriter, pool);
+  images_->Run(rewriter, pool, store);
   images_->Apply(rewriter);
   report_.images = images_->Figures();
 }
@@ -105,21 +113,24 @@ void OptimizedDocument::ReportStripped(const StrippedCounts& stripped) {
 }
 
 // Streams that stay what they are, in fewer bytes.
-void OptimizedDocument::RecodeStreams(pdf::DocumentRewriter& rewriter) {
+void OptimizedDocument::RecodeStreams(DataStore& store, pdf::DocumentRewriter& rewriter) {
   const std::vector<std::uint32_t> numbers = StreamsToRecode(*document_, {}, rewriter);
-  std::vector<std::optional<RecodedStream>> recoded(numbers.size());
+  std::vector<std::optional<WaitingStream>> recoded(numbers.size());
   WorkPool pool;  // ends before what its work refers to
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     if (std::optional<EncodedStream> encoded = ReadEncoded(*document_, numbers[i])) {
       const std::uint64_t held = kDecodedPerByte * encoded->data.size();
-      pool.Add(held,
-               [encoded = *std::move(encoded), &result = recoded[i]] { result = Recode(encoded); });
+      pool.Add(held, [encoded = *std::move(encoded), &store, &waiting = recoded[i]] {
+        if (std::optional<RecodedStream> stream = Recode(encoded)) {
+          waiting = {std::move(stream->coding), store.Keep(std::move(stream->data))};
+        }
+      });
     }
   }
   pool.Finish();
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     if (recoded[i]) {
-      PutRecoded(*document_, numbers[i], *std::move(recoded[i]), rewriter);
+      PutRecoded(*document_, numbers[i], recoded[i]->coding, recoded[i]->data, rewriter);
     }
   }
 }

@@ -14,6 +14,7 @@
 #include "engines/optimizer/OptimizerSettings.h"
 #include "engines/optimizer/images/ImagePass.h"
 #include "engines/optimizer/structure/StripEntries.h"
+#include "engines/support/files/DataStore.h"
 #include "foundation/Platform.h"
 #include "pdf/crypt/Security.h"
 #include "pdf/file/ByteSink.h"
@@ -41,9 +42,10 @@ class OptimizedDocument {
 
  private:
   void Rewrite(pdf::ByteSink& sink, const SaveOptions& options);
-  void Reduce(const OptimizerSettings& settings, bool claims_pdfa, pdf::DocumentRewriter& rewriter);
+  void Reduce(const OptimizerSettings& settings, bool claims_pdfa, DataStore& store,
+              pdf::DocumentRewriter& rewriter);
   void ReportStripped(const StrippedCounts& stripped);
-  void RecodeStreams(pdf::DocumentRewriter& rewriter);
+  void RecodeStreams(DataStore& store, pdf::DocumentRewriter& rewriter);
   void KeepPages(pdf::DocumentRewriter& rewriter);
   bool DropClaim(pdf::DocumentRewriter& rewriter, pdf::RewriteOptions& options);
   void ReportDamage();

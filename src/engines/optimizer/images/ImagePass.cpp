@@ -53,19 +53,20 @@ bool ImagePass::HasCmykIntent() {
   });
 }
 
-void ImagePass::Run(pdf::DocumentRewriter& rewriter, WorkPool& pool) {
+void ImagePass::Run(pdf::DocumentRewriter& rewriter, WorkPool& pool, DataStore& store) {
+  const Workshop workshop{&pool, &store};
   Placements drawn;
   for (const std::uint32_t number : survey_->Images()) {
     AddUse(drawn, rewriter.Successor(number), *survey_->PlacementOf(number));
   }
   for (const auto& [number, placement] : drawn) {
-    Add(number, ImageRole::kDrawn, placement, rewriter, pool);
+    Add(number, ImageRole::kDrawn, placement, rewriter, workshop);
   }
   for (const auto& [number, placement] : soft_masks_) {
-    Add(number, ImageRole::kSoftMask, placement, rewriter, pool);
+    Add(number, ImageRole::kSoftMask, placement, rewriter, workshop);
   }
   for (const auto& [number, placement] : stencil_masks_) {
-    Add(number, ImageRole::kStencilMask, placement, rewriter, pool);
+    Add(number, ImageRole::kStencilMask, placement, rewriter, workshop);
   }
   pool.Finish();
   KeepPairsTogether();
@@ -101,7 +102,7 @@ void ImagePass::AddUse(Placements& placements, std::uint32_t number,
 }
 
 void ImagePass::Add(std::uint32_t number, ImageRole role, const ImagePlacement& placement,
-                    pdf::DocumentRewriter& rewriter, WorkPool& pool) {
+                    pdf::DocumentRewriter& rewriter, const Workshop& workshop) {
   const auto [place, is_new] = entries_.try_emplace(number);
   if (!is_new) {
     return;
@@ -119,20 +120,23 @@ void ImagePass::Add(std::uint32_t number, ImageRole role, const ImagePlacement& 
   place->second.bytes_before = input.encoded_bytes;
   place->second.outcome.kind =
       role == ImageRole::kDrawn ? ImageClass::kPhotograph : ImageClass::kSoftMask;
-  Start(place->second, std::move(input), pool);
+  Start(place->second, std::move(input), workshop);
 }
 
-void ImagePass::Start(Entry& entry, ImageInput input, WorkPool& pool) const {
+void ImagePass::Start(Entry& entry, ImageInput input, const Workshop& workshop) const {
   if (const auto* reason = std::get_if<LeftAlone>(&input.task)) {
     entry.outcome.left_alone = *reason;
     return;
   }
   const auto shared = std::make_shared<ImageInput>(std::move(input));
-  pool.Add(shared->held_bytes, [&entry, shared, this] {
+  workshop.pool->Add(shared->held_bytes, [&entry, shared, store = workshop.store, this] {
     if (auto* bitonal = std::get_if<BitonalTask>(&shared->task)) {
       OptimizeBitonal(*bitonal, goals_, entry.outcome);
     } else {
       entry.outcome = OptimizeImage(std::get<ImageTask>(shared->task), goals_);
+    }
+    if (entry.outcome.coded) {
+      entry.data = store->Keep(std::exchange(entry.outcome.coded->data, {}));
     }
   });
 }
@@ -145,15 +149,16 @@ void ImagePass::Apply(pdf::DocumentRewriter& rewriter) {
     if (entry.part) {
       PutPart(number, entry, rewriter);
     } else {
-      rewriter.Change(number, StreamOf(number, *entry.outcome.coded, rewriter));
+      rewriter.Change(number, StreamOf(number, entry, rewriter));
     }
   }
 }
 
-ObjectChange ImagePass::StreamOf(std::uint32_t number, const CodedPicture& coded,
+ObjectChange ImagePass::StreamOf(std::uint32_t number, const Entry& entry,
                                  pdf::DocumentRewriter& rewriter) const {
-  return ObjectChange::StreamFrom(DictionaryOf(number, coded, rewriter),
-                                  [&data = coded.data](pdf::ByteSink& sink) { sink.Write(data); });
+  return ObjectChange::StreamFrom(
+      DictionaryOf(number, *entry.outcome.coded, rewriter),
+      [&data = entry.data](pdf::ByteSink& sink) { data.WriteTo(sink); });
 }
 
 // A form takes the image's place, which draws the part where it has been: nothing that draws the
@@ -172,7 +177,7 @@ void ImagePass::PutPart(std::uint32_t number, const Entry& entry,
   pdf::AppendNumber(content, (height - part.top - part.height) / height, kDecimals);
   content += " cm/Im Do";
   std::string text = "<</Type/XObject/Subtype/Form/BBox[0 0 1 1]/Resources<</XObject<</Im";
-  pdf::AppendReference(text, rewriter.Add(StreamOf(number, *entry.outcome.coded, rewriter)));
+  pdf::AppendReference(text, rewriter.Add(StreamOf(number, entry, rewriter)));
   text += ">>>>";
   pdf::Arena arena;
   const Object dictionary = document_->Load({.number = number, .generation = 0}, arena);
@@ -239,8 +244,7 @@ std::array<ClassFigures, kImageClassCount> ImagePass::Figures() const {
     ClassFigures& figures = all[static_cast<std::size_t>(entry.outcome.kind)];
     ++figures.images;
     figures.bytes_before += entry.bytes_before;
-    figures.bytes_after +=
-        entry.outcome.coded ? entry.outcome.coded->data.size() : entry.bytes_before;
+    figures.bytes_after += entry.outcome.coded ? entry.data.size() : entry.bytes_before;
     if (entry.outcome.left_alone) {
       ++figures.left_alone[static_cast<std::size_t>(*entry.outcome.left_alone)];
     }

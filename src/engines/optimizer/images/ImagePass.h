@@ -2,7 +2,7 @@
 // places of those that they come from.
 //
 //   ImagePass pass(document, survey, settings);
-//   pass.Run(rewriter, pool);
+//   pass.Run(rewriter, pool, store);
 //   pass.Apply(rewriter);
 //   report.images = pass.Figures();
 #ifndef TARNIX_ENGINES_OPTIMIZER_IMAGES_IMAGEPASS_H_
@@ -20,6 +20,7 @@
 #include "engines/optimizer/images/ImageOptimizer.h"
 #include "engines/optimizer/images/ImageReader.h"
 #include "engines/optimizer/survey/DocumentSurvey.h"
+#include "engines/support/files/DataStore.h"
 #include "pdf/file/Document.h"
 #include "pdf/write/DocumentRewriter.h"
 
@@ -33,7 +34,8 @@ class ImagePass {
 
   // Reads the images on this thread and codes them on those of the pool; not those that the rewriter
   // leaves out or takes others for. Throws pdf::Error for a document that cannot be read any more.
-  void Run(pdf::DocumentRewriter& rewriter, WorkPool& pool);
+  //   store - of what they become
+  void Run(pdf::DocumentRewriter& rewriter, WorkPool& pool, DataStore& store);
 
   // Tells the rewriter of the images that have become smaller. The pass outlives the writing.
   void Apply(pdf::DocumentRewriter& rewriter);
@@ -46,7 +48,14 @@ class ImagePass {
     std::uint64_t bytes_before = 0;
     std::uint32_t matte_mask = 0;   // number of the soft mask that its colours are mixed by
     std::optional<ImagePart> part;  // that the outcome is about
-    ImageOutcome outcome;
+    ImageOutcome outcome;           // its data is in the store
+    StoredData data;
+  };
+
+  // What images are worked on with.
+  struct Workshop {
+    WorkPool* pool = nullptr;
+    DataStore* store = nullptr;
   };
 
   using Placements = std::map<std::uint32_t, ImagePlacement>;
@@ -54,10 +63,10 @@ class ImagePass {
   bool HasCmykIntent();
   static void AddUse(Placements& placements, std::uint32_t number, const ImagePlacement& placement);
   void Add(std::uint32_t number, ImageRole role, const ImagePlacement& placement,
-           pdf::DocumentRewriter& rewriter, WorkPool& pool);
-  void Start(Entry& entry, ImageInput input, WorkPool& pool) const;
+           pdf::DocumentRewriter& rewriter, const Workshop& workshop);
+  void Start(Entry& entry, ImageInput input, const Workshop& workshop) const;
   void KeepPairsTogether();
-  pdf::ObjectChange StreamOf(std::uint32_t number, const CodedPicture& coded,
+  pdf::ObjectChange StreamOf(std::uint32_t number, const Entry& entry,
                              pdf::DocumentRewriter& rewriter) const;
   void PutPart(std::uint32_t number, const Entry& entry, pdf::DocumentRewriter& rewriter) const;
   std::string DictionaryOf(std::uint32_t number, const CodedPicture& coded,

@@ -103,8 +103,9 @@ std::string TextOf(const pdf::FilterParameters& parameters) {
 
 std::size_t SizeOf(const RecodedStream& stream) {
   constexpr std::size_t kParametersKey = std::string_view("/DecodeParms").size();
-  return stream.data.size() + (stream.is_deflated ? kFlateEntry.size() : 0) +
-         (stream.parameters.empty() ? 0 : kParametersKey + stream.parameters.size());
+  const StreamCoding& coding = stream.coding;
+  return stream.data.size() + (coding.is_deflated ? kFlateEntry.size() : 0) +
+         (coding.parameters.empty() ? 0 : kParametersKey + coding.parameters.size());
 }
 
 // Nothing for data that is not sound to its end.
@@ -117,7 +118,7 @@ std::optional<RecodedStream> Deflated(const EncodedStream& encoded,
   RecodedStream stream;
   pdf::DeflateTo(stream.data, decoded.data, LevelFor(decoded.data.size()));
   if (SizeOf(stream) >= decoded.data.size()) {
-    stream = {.data = decoded.data, .is_deflated = false, .parameters = {}};
+    stream = {.data = decoded.data, .coding = {.is_deflated = false, .parameters = {}}};
   }
   return stream;
 }
@@ -130,10 +131,10 @@ std::optional<RecodedStream> DeflatedRows(const EncodedStream& encoded) {
   std::vector<FilterStep> steps = encoded.steps;
   steps.back().parameters.predictor = 1;
   auto stream = Deflated(encoded, steps);
-  if (!stream || !stream->is_deflated) {
+  if (!stream || !stream->coding.is_deflated) {
     return std::nullopt;
   }
-  stream->parameters = TextOf(encoded.steps.back().parameters);
+  stream->coding.parameters = TextOf(encoded.steps.back().parameters);
   return stream;
 }
 
@@ -175,8 +176,8 @@ std::optional<RecodedStream> Recode(const EncodedStream& encoded) {
   return SizeOf(*best) < encoded.data.size() + encoded.entry_bytes ? best : std::nullopt;
 }
 
-void PutRecoded(pdf::Document& document, std::uint32_t number, RecodedStream recoded,
-                pdf::DocumentRewriter& rewriter) {
+void PutRecoded(pdf::Document& document, std::uint32_t number, const StreamCoding& coding,
+                StoredData data, pdf::DocumentRewriter& rewriter) {
   pdf::Arena arena;
   const Object dictionary = document.Load({.number = number, .generation = 0}, arena);
   std::vector<DictionaryEntry> entries;
@@ -188,9 +189,12 @@ void PutRecoded(pdf::Document& document, std::uint32_t number, RecodedStream rec
   std::string text;
   pdf::AppendObject(text, Object::Dictionary(entries));
   text.resize(text.size() - 2);  // the closing ">>"
-  text += recoded.is_deflated ? kFlateEntry : "";
-  text += recoded.parameters.empty() ? "" : "/DecodeParms" + recoded.parameters;
-  rewriter.Change(number, pdf::ObjectChange::Stream(text + ">>", std::move(recoded.data)));
+  text += coding.is_deflated ? kFlateEntry : "";
+  text += coding.parameters.empty() ? "" : "/DecodeParms" + coding.parameters;
+  rewriter.Change(number, pdf::ObjectChange::StreamFrom(
+                              text + ">>", [data = std::move(data)](pdf::ByteSink& sink) {
+                                data.WriteTo(sink);
+                              }));
 }
 
 }  // namespace TarnixTools::engines::optimizer

@@ -6,7 +6,7 @@
 //     const auto encoded = ReadEncoded(document, number);       // one thread for one document
 //     auto recoded = encoded ? Recode(*encoded) : std::nullopt;  // on any thread
 //     if (recoded) {
-//       PutRecoded(document, number, std::move(*recoded), rewriter);
+//       PutRecoded(document, number, recoded->coding, store.Keep(std::move(recoded->data)), rewriter);
 //     }
 //   }
 #ifndef TARNIX_ENGINES_OPTIMIZER_STRUCTURE_STREAMRECODER_H_
@@ -18,6 +18,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "engines/support/files/DataStore.h"
 #include "pdf/file/Document.h"
 #include "pdf/filters/Filters.h"
 #include "pdf/write/DocumentRewriter.h"
@@ -31,10 +32,15 @@ struct EncodedStream {
   std::size_t entry_bytes = 0;  // of the dictionary's entries about the filters
 };
 
-struct RecodedStream {
-  std::string data;
+// How data has been coded again.
+struct StreamCoding {
   bool is_deflated = true;  // false: there is no filter
   std::string parameters;   // as text: the /DecodeParms; empty for none
+};
+
+struct RecodedStream {
+  std::string data;
+  StreamCoding coding;
 };
 
 // Streams that the rewriter will write and that may become smaller, in the order in which the
@@ -52,8 +58,8 @@ std::optional<EncodedStream> ReadEncoded(pdf::Document& document, std::uint32_t 
 std::optional<RecodedStream> Recode(const EncodedStream& encoded);
 
 // Has the stream written with the new data. Entries of its dictionary may be set before and after.
-void PutRecoded(pdf::Document& document, std::uint32_t number, RecodedStream recoded,
-                pdf::DocumentRewriter& rewriter);
+void PutRecoded(pdf::Document& document, std::uint32_t number, const StreamCoding& coding,
+                StoredData data, pdf::DocumentRewriter& rewriter);
 
 }  // namespace TarnixTools::engines::optimizer
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "engines/optimizer/Limits.h"
 #include "engines/optimizer/images/ImageDocuments.h"
 #include "engines/optimizer/images/ImagePass.h"
 #include "pdf/write/RewriteFixture.h"
@@ -25,13 +26,16 @@ struct Outcome {
   Figures figures;
 };
 
-Outcome RunOn(unsigned threads, const std::string& bytes) {
+//   most_held - bytes of results in memory
+Outcome RunOn(unsigned threads, const std::string& bytes,
+              std::uint64_t most_held = limits::kMaxHeldResults) {
   RewriteCase test(bytes);
   const pdf::PageTree pages(test.source());
   const DocumentSurvey survey(test.source(), pages);
   ImagePass pass(test.source(), survey, *ProfileSettings(kImageProfile));
   WorkPool pool(threads);
-  pass.Run(test.rewriter(), pool);
+  DataStore store(most_held);
+  pass.Run(test.rewriter(), pool, store);
   pass.Apply(test.rewriter());
   test.Write();
   return {test.bytes(), pass.Figures()};
@@ -79,6 +83,15 @@ TEST(ImagePass, GivesTheSameOnOneThreadAndOnFour) {
   const Outcome four = RunOn(4, bytes);
   EXPECT_TRUE(one.bytes == four.bytes);
   EXPECT_LT(one.bytes.size(), bytes.size() / 4);
+}
+
+TEST(ImagePass, GivesTheSameWhereResultsWaitInAFile) {
+  const std::string images = ManyImages();
+  const Outcome held = RunOn(2, images);
+  const Outcome waiting = RunOn(2, images, 1000);
+  EXPECT_EQ(waiting.bytes, held.bytes);
+  EXPECT_EQ(Of(waiting.figures, ImageClass::kPhotograph).bytes_after,
+            Of(held.figures, ImageClass::kPhotograph).bytes_after);
 }
 
 TEST(ImagePass, CountsWhatBecameOfImages) {

@@ -42,12 +42,14 @@ std::string Deflated(const std::string& data, int level) {
 }
 
 std::size_t RecodeAll(RewriteCase& test, const std::unordered_set<std::uint32_t>& taken = {}) {
+  DataStore store(0);
   std::size_t count = 0;
   for (const std::uint32_t number : StreamsToRecode(test.source(), taken, test.rewriter())) {
     const auto encoded = ReadEncoded(test.source(), number);
     auto recoded = encoded ? Recode(*encoded) : std::nullopt;
     if (recoded) {
-      PutRecoded(test.source(), number, std::move(*recoded), test.rewriter());
+      PutRecoded(test.source(), number, recoded->coding, store.Keep(std::move(recoded->data)),
+                 test.rewriter());
       ++count;
     }
   }
