@@ -114,7 +114,7 @@ class TARNIX_EXPORT PdfCompressTask : public PdfTask {
   // The size of the outputs in percent of that of their documents; 0 before the first. It is a
   // running value: the first document's own, then with each further document the mean of the value
   // before and the document's own; 40, 60 and 80 percent give 65. It goes on with the next Execute,
-  // and only a new task starts again. A document that is written over itself counts 100.
+  // and only a new task starts again.
   float GetCompressRatio() const { return compress_ratio_; }
 
   // The engine's code of what failed last; 0 before any, and after a document that was compressed.
@@ -155,7 +155,8 @@ class TARNIX_EXPORT PdfCompressTask : public PdfTask {
   std::string GetOutPdfName(const std::string& doc_name);
   // In bytes; 0 for a file that cannot be opened.
   long long GetFileSize(const std::string& path);
-  void UpdateRatio(const std::string& in_path, const std::string& out_path);
+  // in_size: of the document as it was; it may have been written over.
+  void UpdateRatio(long long in_size, const std::string& out_path);
 
   PdfCompressLevel compress_level_{};
   std::string out_prefix_;

@@ -115,6 +115,7 @@ void PdfCompressTask::CompressPdf(PdfDoc& document) {
     Fail(engines::PdfOptimizeGetErrorCode(optimizer.Get()),
          "Could not compress document [%s], error [0x%08X]", path);
   }
+  const long long in_size = GetFileSize(path);
   FillOutputPath();
   const std::string out_path = GetOutPdfName(document.GetDocName(true));
   const std::wstring out_password = Utf8ToWide(out_password_);
@@ -131,7 +132,7 @@ void PdfCompressTask::CompressPdf(PdfDoc& document) {
          "Could not close PDF optimizer for file [%s], error [0x%08X]", path);
   }
   last_error_ = 0;
-  UpdateRatio(path, out_path);
+  UpdateRatio(in_size, out_path);
 }
 
 void PdfCompressTask::ApplyLevel(TPdfOptimizer* optimizer) {
@@ -214,12 +215,11 @@ long long PdfCompressTask::GetFileSize(const std::string& path) {
   return platform::SeekToEnd(file.get()) ? platform::Tell(file.get()) - start : 0;
 }
 
-void PdfCompressTask::UpdateRatio(const std::string& in_path, const std::string& out_path) {
-  const auto in_size = static_cast<float>(GetFileSize(in_path));
+void PdfCompressTask::UpdateRatio(long long in_size, const std::string& out_path) {
   if (in_size <= 0) {
-    return;  // it is gone since it was read
+    return;  // it was gone as soon as it had been opened
   }
-  const float ratio = static_cast<float>(GetFileSize(out_path)) / in_size;
+  const float ratio = static_cast<float>(GetFileSize(out_path)) / static_cast<float>(in_size);
   if (compress_ratio_ == 0.0F) {
     compress_ratio_ = ratio * 100;
   } else {
