@@ -3,8 +3,10 @@
 
 #include "PdfCompressTask.h"
 #include "support/DocumentTest.h"
+#include "support/FileSizeLimit.h"
 #include "support/RawPdf.h"
 #include "support/TestPackets.h"
+#include "support/TestScene.h"
 
 namespace TarnixTools {
 namespace {
@@ -242,6 +244,29 @@ TEST_F(PdfCompressTaskTest, TellsThatTheDiskIsFull) {
   EXPECT_EQ(FailureOf([&] { task.Execute(); }),
             (Failure{kEngineError,
                      "Could not save compressed document [\\dev\\\\full], error [0x00000003]", 3}));
+}
+
+// With an image, whose data is written at length.
+TEST_F(PdfCompressTaskTest, LeavesNothingOnAFullDisk) {
+  const std::string samples = testing::SceneSamples({400, 400}, 3, 8);
+  WriteBytes(Path("a.pdf"),
+             RawPdf()
+                 .Pages(1, "/MediaBox[0 0 99 99]/Contents 9 0 R/Resources<</XObject<</I 10 0 R>>>>")
+                 .Stream(9, "", "99 0 0 99 0 0 cm /I Do")
+                 .Stream(10,
+                         "/Type/XObject/Subtype/Image/ColorSpace/DeviceRGB/BitsPerComponent 8"
+                         "/Width 400/Height 400",
+                         samples)
+                 .Table());
+  PdfCompressTask task = TaskFor("a.pdf");
+  {
+    const testing::FileSizeLimit limit(2000);
+    EXPECT_EQ(FailureOf([&] { task.Execute(); }).engine_code, 3);
+  }
+  EXPECT_THAT(directory_.Names("out"), IsEmpty());
+  EXPECT_THAT(task.GetImages(), IsEmpty());
+  task.Execute();
+  EXPECT_GT(ReadBytes(Path("out/compressed_a.pdf")).size(), 2000U);
 }
 
 TEST_F(PdfCompressTaskTest, EndsWithTheFirstFailure) {
