@@ -95,6 +95,7 @@ void OptimizedDocument::Reduce(const OptimizerSettings& settings, bool claims_pd
   FontPass fonts(*document_);
   const DocumentSurvey survey(*document_, pages_, &fonts);
   fonts.Run(settings, claims_pdfa, rewriter);
+  report_.fonts = fonts.report();
   if (settings.removes_redundant_objects) {
     MergeDuplicateObjects(*document_, pages_, {}, rewriter);
   }

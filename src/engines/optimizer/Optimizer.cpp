@@ -107,6 +107,13 @@ int PdfOptimizeGetImageFigures(TPdfOptimizer* object, TPdfImageClass image_class
   });
 }
 
+int PdfOptimizeGetFontFigures(TPdfOptimizer* object, TPdfFontFigures* figures) {
+  return Guarded<OptimizerErrors>(object, [&] {
+    Require(figures != nullptr);
+    *figures = object->report.fonts;
+  });
+}
+
 std::int32_t PdfOptimizeGetReportCount(const TPdfOptimizer* object) {
   return object != nullptr ? static_cast<std::int32_t>(object->report.entries.size()) : -1;
 }

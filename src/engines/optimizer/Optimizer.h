@@ -55,6 +55,28 @@ struct TPdfImageFigures {
   std::array<std::size_t, kPdfImageLeftAloneCount> left_alone{};  // by TPdfImageLeftAlone
 };
 
+// Why a font program stays as it was.
+enum class TPdfFontLeftAlone : std::int32_t {
+  kSmallest,    // what it could become is not smaller
+  kAnyCode,     // any of its glyphs may be shown: a form's font, or codes that are not surely known
+  kUnreadable,  // it cannot be read
+  kUnsure,      // it would not surely look and work as before
+  kConformance,  // the document's standard wants lists of its glyphs
+  kNoLibrary,    // there is no library that reads or cuts fonts
+};
+
+inline constexpr std::size_t kPdfFontLeftAloneCount = 6;
+
+// What became of the font programs that text is shown in.
+struct TPdfFontFigures {
+  std::size_t programs = 0;
+  std::size_t merged = 0;          // into another that is the same
+  std::size_t dropped = 0;         // of standard fonts
+  std::uint64_t bytes_before = 0;  // of their encoded data
+  std::uint64_t bytes_after = 0;
+  std::array<std::size_t, kPdfFontLeftAloneCount> left_alone{};  // by TPdfFontLeftAlone
+};
+
 // What an entry of a report is about.
 enum class TPdfOptimizedKind : std::int32_t {
   // Of the document: kept where all of it could be read all the same, dropped where something is
@@ -115,6 +137,7 @@ int PdfOptimizeClose(TPdfOptimizer* object);
 // that failed has nothing to tell.
 int PdfOptimizeGetImageFigures(TPdfOptimizer* object, TPdfImageClass image_class,
                                TPdfImageFigures* figures);
+int PdfOptimizeGetFontFigures(TPdfOptimizer* object, TPdfFontFigures* figures);
 // What was wrong with the document, and what is not in the output. -1 for the null object.
 std::int32_t PdfOptimizeGetReportCount(const TPdfOptimizer* object);
 // index is zero-based.

@@ -23,6 +23,15 @@ void OptimizerReport::TakeBack() {
     count_of(LeftAlone::kSmallest) =
         figures.images - count_of(LeftAlone::kUnreadable) - count_of(LeftAlone::kUnhandled);
   }
+  std::size_t left_for_others = 0;
+  for (std::size_t reason = 1; reason < kFontLeftAloneCount; ++reason) {
+    left_for_others += fonts.left_alone[reason];
+  }
+  fonts.left_alone[static_cast<std::size_t>(FontLeftAlone::kSmallest)] =
+      fonts.programs - left_for_others;
+  fonts.merged = 0;
+  fonts.dropped = 0;
+  fonts.bytes_after = fonts.bytes_before;
   entries.clear();
 }
 

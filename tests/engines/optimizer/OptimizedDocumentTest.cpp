@@ -3,6 +3,7 @@
 
 #include "engines/optimizer/OptimizedDocument.h"
 #include "engines/optimizer/OptimizerFailure.h"
+#include "engines/support/fonts/FontCatalog.h"
 #include "support/QpdfDocument.h"
 #include "support/RawPdf.h"
 #include "support/Readers.h"
@@ -49,6 +50,36 @@ class OptimizedDocumentTest : public ::testing::Test {
     file.Stream(5, "/Type/Metadata/Subtype/XML", packet);
     file.Stream(6, "", std::string(2000, 'x'));  // nothing refers to it
     WriteBytes(Path(name), file.Table());
+  }
+
+  // A document that shows "AB" in Helvetica, of which the program of an installed face with the metrics
+  // is embedded; false where that is not installed.
+  bool MakeWithFace(const std::string& name, const std::string& entries = "") const {
+    const fonts::InstalledFace* face = fonts::FontCatalog::Get().Find("Liberation Sans", "Regular");
+    if (face == nullptr || face->family != "Liberation Sans") {
+      return false;
+    }
+    RawPdf file;
+    file.Object(1, "<</Type/Catalog/Pages 2 0 R" + entries + ">>");
+    file.Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>");
+    file.Object(3,
+                "<</Type/Page/Parent 2 0 R/MediaBox[0 0 99 99]/Contents 4 0 R"
+                "/Resources<</Font<</F 5 0 R>>>>>>");
+    file.Stream(4, "", "BT /F 9 Tf (AB) Tj ET");
+    file.Object(5,
+                "<</Type/Font/Subtype/Type1/BaseFont/Helvetica/Encoding/WinAnsiEncoding"
+                "/FontDescriptor 8 0 R>>");
+    file.Object(8, "<</Type/FontDescriptor/FontName/Helvetica/Flags 32/FontFile2 9 0 R>>");
+    file.Stream(9, "", ReadBytes(face->file));
+    file.Stream(10, "/Type/Metadata/Subtype/XML", TestPacket(ClaimOf("2")));
+    WriteBytes(Path(name), file.Table());
+    return true;
+  }
+
+  // With settings of a profile.
+  OptimizerReport SaveBy(const OptimizerSettings& settings) const {
+    OptimizedDocument document(WidePath(Path("in.pdf")), "");
+    return document.Save(WidePath(Path("out.pdf")), {.settings = settings});
   }
 
   testing::TempDir directory_;
@@ -180,6 +211,32 @@ TEST_F(OptimizedDocumentTest, RefusesWhatCannotBeOpened) {
   }
 }
 
+TEST_F(OptimizedDocumentTest, LeavesOutStandardFontsThatAgree) {
+  if (!MakeWithFace("in.pdf")) {
+    GTEST_SKIP() << "needs the fonts Liberation";
+  }
+  OptimizerSettings settings = *ProfileSettings(kDefaultProfile);
+  settings.removes_standard_fonts = true;
+  const FontReport fonts = SaveBy(settings).fonts;
+  EXPECT_EQ(fonts.programs, 1U);
+  EXPECT_EQ(fonts.dropped, 1U);
+  EXPECT_EQ(fonts.bytes_after, 0U);
+  EXPECT_LT(ReadBytes(Path("out.pdf")).size(), 2000U);
+  EXPECT_EQ(QpdfComplaints(Path("out.pdf")), "");
+}
+
+// It has to embed its fonts.
+TEST_F(OptimizedDocumentTest, KeepsStandardFontsOfPdfA) {
+  if (!MakeWithFace("in.pdf", "/Metadata 10 0 R")) {
+    GTEST_SKIP() << "needs the fonts Liberation";
+  }
+  OptimizerSettings settings = *ProfileSettings(kDefaultProfile);
+  settings.removes_standard_fonts = true;
+  const FontReport fonts = SaveBy(settings).fonts;
+  EXPECT_EQ(fonts.dropped, 0U);
+  EXPECT_GT(ReadBytes(Path("out.pdf")).size(), 10'000U);
+}
+
 TEST(OptimizerReport, TakesBackWhatWasDone) {
   OptimizerReport report;
   report.Dropped(ReportedKind::kSignature, "why", 0);
@@ -187,8 +244,17 @@ TEST(OptimizerReport, TakesBackWhatWasDone) {
   report.Dropped(ReportedKind::kSignature, "why", 2);
   ClassFigures& figures = report.images[static_cast<std::size_t>(ImageClass::kTextScan)];
   figures = {.images = 7, .bytes_before = 900, .bytes_after = 300, .left_alone = {1, 2, 3}};
+  report.fonts = {.programs = 9,
+                  .merged = 2,
+                  .dropped = 1,
+                  .bytes_before = 800,
+                  .bytes_after = 100,
+                  .left_alone = {1, 2, 0, 1}};
   report.TakeBack();
   EXPECT_THAT(report.entries, IsEmpty());
+  EXPECT_EQ(report.fonts.bytes_after, 800U);
+  EXPECT_EQ(report.fonts.merged + report.fonts.dropped, 0U);
+  EXPECT_THAT(report.fonts.left_alone, ElementsAre(6, 2, 0, 1, 0, 0));
   EXPECT_EQ(figures.bytes_after, 900U);
   EXPECT_THAT(figures.left_alone, ElementsAre(2, 2, 3));
 }
