@@ -67,6 +67,26 @@ struct PdfCompressedImages {
   std::int64_t left_unhandled = 0;   // a colour space or a mask that is not computed here
 };
 
+// What became of the font programs that text is shown in.
+struct PdfCompressedFonts {
+  // Whether all figures are alike.
+  bool operator==(const PdfCompressedFonts&) const = default;
+
+  std::int64_t count = 0;
+  std::int64_t merged = 0;   // into another that is the same
+  std::int64_t removed = 0;  // of standard fonts, which viewers have
+  // Bytes of their encoded data.
+  std::int64_t bytes_before = 0;
+  std::int64_t bytes_after = 0;
+  // How many of them stay as they were, and why:
+  std::int64_t left_smallest = 0;     // the glyphs that are used take as much
+  std::int64_t left_any_code = 0;     // any glyph may be used, as in a form's field
+  std::int64_t left_unreadable = 0;   // they cannot be read
+  std::int64_t left_unsure = 0;       // they would not surely look and work as before
+  std::int64_t left_conformance = 0;  // the document's standard wants lists of their glyphs
+  std::int64_t left_no_library = 0;   // the libraries that read fonts are not installed
+};
+
 // What a document says of itself is kept at every level: its information and its XMP packet,
 // without a claim of PDF/A, which nothing has proved of the new file. So PdfTask::SetKeepMetadata
 // has no effect here. Signatures do not hold for the new file; they are left out, and their fields
@@ -138,12 +158,16 @@ class TARNIX_EXPORT PdfCompressTask : public PdfTask {
   // of, in the order of PdfImageClass. Empty after a failed one. Valid until the next Execute.
   const std::vector<PdfCompressedImages>& GetImages() const { return images_; }
 
+  // The fonts of the documents of the last Execute; zeros after a failed one.
+  const PdfCompressedFonts& GetFonts() const { return fonts_; }
+
   // In English, singular: "photograph", "flat art", "text scan", "bitonal image", "soft mask";
   // "image" for a value that is none. The text is static.
   static const char* GetImageClassName(PdfImageClass image_class);
 
  private:
   void SetDefaults();
+  void ClearResults();
   void CompressPdf(PdfDoc& document);
   void ApplyLevel(engines::TPdfOptimizer* optimizer);
   void LowCompressSettings(engines::TPdfOptimizer* optimizer);
@@ -164,6 +188,7 @@ class TARNIX_EXPORT PdfCompressTask : public PdfTask {
   float compress_ratio_ = 0;
   std::string out_pdf_name_;
   std::vector<PdfCompressedImages> images_;
+  PdfCompressedFonts fonts_;
 };
 
 }  // namespace TarnixTools

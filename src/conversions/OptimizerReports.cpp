@@ -6,6 +6,8 @@
 namespace TarnixTools {
 namespace {
 
+using engines::TPdfFontFigures;
+using engines::TPdfFontLeftAlone;
 using engines::TPdfImageClass;
 using engines::TPdfImageFigures;
 using engines::TPdfImageLeftAlone;
@@ -22,6 +24,21 @@ constexpr std::array<ImageClassRow, engines::kPdfImageClassCount> kImageClasses 
     {TPdfImageClass::kTextScan, PdfImageClass::TextScan},
     {TPdfImageClass::kBitonal, PdfImageClass::Bitonal},
     {TPdfImageClass::kSoftMask, PdfImageClass::SoftMask},
+}};
+
+// Why fonts stay as they were, and where that is counted.
+struct FontLeftAloneRow {
+  TPdfFontLeftAlone reason;
+  std::int64_t PdfCompressedFonts::*count;
+};
+
+constexpr std::array<FontLeftAloneRow, engines::kPdfFontLeftAloneCount> kFontsLeftAlone = {{
+    {TPdfFontLeftAlone::kSmallest, &PdfCompressedFonts::left_smallest},
+    {TPdfFontLeftAlone::kAnyCode, &PdfCompressedFonts::left_any_code},
+    {TPdfFontLeftAlone::kUnreadable, &PdfCompressedFonts::left_unreadable},
+    {TPdfFontLeftAlone::kUnsure, &PdfCompressedFonts::left_unsure},
+    {TPdfFontLeftAlone::kConformance, &PdfCompressedFonts::left_conformance},
+    {TPdfFontLeftAlone::kNoLibrary, &PdfCompressedFonts::left_no_library},
 }};
 
 PdfReportKind KindOf(TPdfOptimizedKind kind) {
@@ -90,6 +107,20 @@ void AddImages(engines::TPdfOptimizer* optimizer, std::vector<PdfCompressedImage
     if (figures.images > 0) {
       Add(EntryOf(images, row.image_class), figures);
     }
+  }
+}
+
+void AddFonts(engines::TPdfOptimizer* optimizer, PdfCompressedFonts& fonts) {
+  TPdfFontFigures figures;
+  engines::PdfOptimizeGetFontFigures(optimizer, &figures);
+  fonts.count += static_cast<std::int64_t>(figures.programs);
+  fonts.merged += static_cast<std::int64_t>(figures.merged);
+  fonts.removed += static_cast<std::int64_t>(figures.dropped);
+  fonts.bytes_before += static_cast<std::int64_t>(figures.bytes_before);
+  fonts.bytes_after += static_cast<std::int64_t>(figures.bytes_after);
+  for (const FontLeftAloneRow& row : kFontsLeftAlone) {
+    fonts.*row.count +=
+        static_cast<std::int64_t>(figures.left_alone[static_cast<std::size_t>(row.reason)]);
   }
 }
 

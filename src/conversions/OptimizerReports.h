@@ -15,6 +15,8 @@ void AddReport(engines::TPdfOptimizer* optimizer, PdfReport& report);
 // Adds to the entries of the classes, which stay in the order of PdfImageClass.
 void AddImages(engines::TPdfOptimizer* optimizer, std::vector<PdfCompressedImages>& images);
 
+void AddFonts(engines::TPdfOptimizer* optimizer, PdfCompressedFonts& fonts);
+
 }  // namespace TarnixTools
 
 #endif  // TARNIX_CONVERSIONS_OPTIMIZER_REPORTS_H_

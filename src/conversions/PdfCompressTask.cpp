@@ -61,8 +61,7 @@ void PdfCompressTask::SetOutPdfName(const std::string& name) {
 }
 
 void PdfCompressTask::Execute() {
-  report_.Clear();
-  images_.clear();
+  ClearResults();
   if (documents_.empty()) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "None file defined at compression task");
@@ -73,10 +72,15 @@ void PdfCompressTask::Execute() {
       CompressPdf(copy);
     }
   } catch (...) {
-    report_.Clear();
-    images_.clear();
+    ClearResults();
     throw;
   }
+}
+
+void PdfCompressTask::ClearResults() {
+  report_.Clear();
+  images_.clear();
+  fonts_ = {};
 }
 
 const char* PdfCompressTask::GetImageClassName(PdfImageClass image_class) {
@@ -127,6 +131,7 @@ void PdfCompressTask::CompressPdf(PdfDoc& document) {
   }
   AddReport(optimizer.Get(), report_);
   AddImages(optimizer.Get(), images_);
+  AddFonts(optimizer.Get(), fonts_);
   if (engines::PdfOptimizeClose(optimizer.Get()) == 0) {
     Fail(engines::PdfOptimizeGetErrorCode(optimizer.Get()),
          "Could not close PDF optimizer for file [%s], error [0x%08X]", path);
