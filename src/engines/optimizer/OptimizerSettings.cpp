@@ -28,6 +28,7 @@ constexpr std::array<Profile, 2> kProfiles = {{
                   .optimizes_resources = true,
                   .removes_redundant_objects = true,
                   .subsets_fonts = true,
+                  .drops_hints = true,
                   .reduces_color_complexity = true}},
 }};
 

@@ -44,6 +44,7 @@ struct OptimizerSettings {
   bool removes_redundant_objects = false;  // equal objects become one
   bool removes_standard_fonts = false;     // embedded programs of the standard fonts are dropped
   bool subsets_fonts = false;              // font programs keep the glyphs that are used
+  bool drops_hints = false;                // of programs that are cut; no viewer needs them
   bool reduces_color_complexity = false;   // gray in RGB becomes gray, few colours a palette
   std::uint32_t strip = 0;                 // StripBits
 };

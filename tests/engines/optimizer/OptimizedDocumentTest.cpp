@@ -237,6 +237,19 @@ TEST_F(OptimizedDocumentTest, KeepsStandardFontsOfPdfA) {
   EXPECT_GT(ReadBytes(Path("out.pdf")).size(), 10'000U);
 }
 
+TEST_F(OptimizedDocumentTest, DropsHintsOfFontsByTheImageProfile) {
+  if (!MakeWithFace("in.pdf")) {
+    GTEST_SKIP() << "needs the fonts Liberation";
+  }
+  OptimizerSettings settings = *ProfileSettings(kDefaultProfile);
+  settings.subsets_fonts = true;
+  const FontReport with_hints = SaveBy(settings).fonts;
+  const FontReport without = SaveBy(*ProfileSettings(kImageProfile)).fonts;
+  EXPECT_EQ(with_hints.programs, 1U);
+  EXPECT_LT(with_hints.bytes_after, with_hints.bytes_before / 4);
+  EXPECT_LT(without.bytes_after, with_hints.bytes_after / 2);
+}
+
 TEST(OptimizerReport, TakesBackWhatWasDone) {
   OptimizerReport report;
   report.Dropped(ReportedKind::kSignature, "why", 0);

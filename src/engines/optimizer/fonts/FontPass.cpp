@@ -41,7 +41,7 @@ void FontPass::Cut(const OptimizerSettings& settings, bool claims_pdfa,
                    pdf::DocumentRewriter& rewriter) {
   std::deque<Cutting> cuttings;
   WorkPool pool;  // ends before what its work refers to
-  const FontOptions options{.drops_hints = false, .keeps_glyph_lists = claims_pdfa};
+  const FontOptions options{.drops_hints = settings.drops_hints, .keeps_glyph_lists = claims_pdfa};
   for (FontJob& job : PlanFonts(*document_, use_, rewriter, options, report_)) {
     std::optional<pdf::Decoded> program =
         document_->TryDecodeStream(job.program, limits::kMaxProgramBytes);
