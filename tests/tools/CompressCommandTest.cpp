@@ -42,6 +42,7 @@ TEST_F(CompressCommand, TellsTheRatio) {
                          static_cast<double>(SizeOf("doc.pdf"));
     EXPECT_NEAR(result["ratio"], ratio, 0.01) << level;
     EXPECT_EQ(result["images"], Json::array());
+    EXPECT_EQ(result["fonts"]["count"], 0);
     EXPECT_EQ(result["report"], Json::array());
   }
 }

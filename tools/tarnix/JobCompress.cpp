@@ -1,7 +1,9 @@
 #include <array>
 #include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Job.h"
@@ -25,34 +27,59 @@ PdfCompressLevel LevelOf(const std::string& word) {
                              : PdfCompressLevel::Recommended;
 }
 
-// Why images stay as they were.
+// Why images or fonts stay as they were.
+template <typename Figures>
 struct LeftAlone {
-  std::int64_t PdfCompressedImages::*count;
+  std::int64_t Figures::*count;
   const char* reason;
 };
 
-constexpr std::array<LeftAlone, 3> kLeftAlone = {{
+constexpr std::array<LeftAlone<PdfCompressedImages>, 3> kImagesLeftAlone = {{
     {&PdfCompressedImages::left_smallest, "nothing smaller looks as good"},
     {&PdfCompressedImages::left_unreadable, "data cannot be decoded"},
     {&PdfCompressedImages::left_unhandled, "color space or mask is not handled"},
 }};
 
+constexpr std::array<LeftAlone<PdfCompressedFonts>, 6> kFontsLeftAlone = {{
+    {&PdfCompressedFonts::left_smallest, "what is used takes as much"},
+    {&PdfCompressedFonts::left_any_code, "any glyph may be used"},
+    {&PdfCompressedFonts::left_unreadable, "cannot be read"},
+    {&PdfCompressedFonts::left_unsure, "would not surely look and work as before"},
+    {&PdfCompressedFonts::left_conformance, "the standard wants lists of glyphs"},
+    {&PdfCompressedFonts::left_no_library, "a library that reads fonts is missing"},
+}};
+
+template <typename Figures, std::size_t kCount>
+Json LeftAloneJson(const Figures& figures, const std::array<LeftAlone<Figures>, kCount>& rows) {
+  Json list = Json::array();
+  for (const LeftAlone<Figures>& row : rows) {
+    if (figures.*row.count > 0) {
+      list.push_back({{"count", figures.*row.count}, {"reason", row.reason}});
+    }
+  }
+  return list;
+}
+
 Json ImagesJson(const PdfCompressTask& task) {
   Json list = Json::array();
   for (const PdfCompressedImages& images : task.GetImages()) {
-    Json left_alone = Json::array();
-    for (const LeftAlone& left : kLeftAlone) {
-      if (images.*left.count > 0) {
-        left_alone.push_back({{"count", images.*left.count}, {"reason", left.reason}});
-      }
-    }
     list.push_back({{"class", PdfCompressTask::GetImageClassName(images.image_class)},
                     {"count", images.count},
                     {"bytesBefore", images.bytes_before},
                     {"bytesAfter", images.bytes_after},
-                    {"leftAlone", std::move(left_alone)}});
+                    {"leftAlone", LeftAloneJson(images, kImagesLeftAlone)}});
   }
   return list;
+}
+
+Json FontsJson(const PdfCompressTask& task) {
+  const PdfCompressedFonts& fonts = task.GetFonts();
+  return {{"count", fonts.count},
+          {"bytesBefore", fonts.bytes_before},
+          {"bytesAfter", fonts.bytes_after},
+          {"merged", fonts.merged},
+          {"removed", fonts.removed},
+          {"leftAlone", LeftAloneJson(fonts, kFontsLeftAlone)}};
 }
 
 // What somebody may have counted on.
@@ -91,7 +118,8 @@ JobResult Compress(JobContext& context) {
   const std::string directory = options.Has("out-dir") ? task.GetOutputPath() : "";
   return {.outputs = {directory + task.GetOutPdfName()},
           .fields = {{"ratio", std::round(task.GetCompressRatio() * 100.0) / 100},
-                     {"images", ImagesJson(task)}},
+                     {"images", ImagesJson(task)},
+                     {"fonts", FontsJson(task)}},
           .report = task.GetReport(),
           .warnings = WarningsOf(task, is_protected && context.OutPassword().empty())};
 }
