@@ -43,8 +43,52 @@ TEST_F(CompressCommand, TellsTheRatio) {
     EXPECT_NEAR(result["ratio"], ratio, 0.01) << level;
     EXPECT_EQ(result["images"], Json::array());
     EXPECT_EQ(result["fonts"]["count"], 0);
+    EXPECT_FALSE(result.contains("files"));
     EXPECT_EQ(result["report"], Json::array());
   }
+}
+
+TEST_F(CompressCommand, TakesSeveralInputs) {
+  WritePdf("other.pdf", 60);
+  const auto result = Run({"compress", "doc.pdf", "other.pdf", "-o", "out"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(result.out, "out/doc-compressed.pdf\nout/other-compressed.pdf\n");
+  EXPECT_EQ(PagesOf("out/other-compressed.pdf"), 60);
+  const Json files = RunJson({"compress", "doc.pdf", "other.pdf"})["files"];
+  ASSERT_EQ(files.size(), 2U);
+  EXPECT_EQ(files[1]["input"], "other.pdf");
+  EXPECT_EQ(files[1]["output"], "other-compressed.pdf");
+  const double ratio = 100.0 * static_cast<double>(SizeOf("other-compressed.pdf")) /
+                       static_cast<double>(SizeOf("other.pdf"));
+  EXPECT_NEAR(files[1]["ratio"], ratio, 0.01);
+}
+
+TEST_F(CompressCommand, GoesOnBehindAnInputThatFails) {
+  WriteFile("bad.pdf", "no document");
+  WritePdf("other.pdf", 60);
+  const std::vector<std::string> inputs = {"compress", "bad.pdf", "missing.pdf", "other.pdf"};
+  const auto result = Run(inputs);
+  EXPECT_EQ(result.status, 23);
+  EXPECT_EQ(result.out, "other-compressed.pdf\n");
+  EXPECT_THAT(result.err, HasSubstr("tarnix: EngineError: Unable to open PDF [bad.pdf]"));
+  EXPECT_THAT(result.err, HasSubstr("tarnix: FileNotFound: "));
+  const Json object =
+      Json::parse(Run({"compress", "bad.pdf", "missing.pdf", "other.pdf", "--json"}).out);
+  EXPECT_EQ(object["outputs"], Json({"other-compressed.pdf"}));
+  ASSERT_EQ(object["errors"].size(), 2U);
+  EXPECT_EQ(object["errors"][0]["input"], "bad.pdf");
+  EXPECT_EQ(object["errors"][0]["code"], "EngineError");
+  EXPECT_EQ(object["errors"][1]["code"], "FileNotFound");
+}
+
+TEST_F(CompressCommand, WantsAnOutputForEachInput) {
+  directory_.MakeDir("in");
+  WritePdf("in/doc.pdf", 1);
+  ExpectUsageError(Run({"compress", "doc.pdf", "in/doc.pdf"}),
+                   "more than one output would be 'doc-compressed.pdf'", "tarnix compress");
+  ExpectUsageError(Run({"compress", "doc.pdf", "other.pdf", "--name", "x.pdf"}),
+                   "more than one output would be 'x.pdf'", "tarnix compress");
+  EXPECT_FALSE(HasFile("doc-compressed.pdf"));
 }
 
 TEST_F(CompressCommand, KnowsThreeLevels) {

@@ -36,6 +36,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "Failure.h"
 #include "OptionTable.h"
 #include "PdfReport.h"
 
@@ -63,6 +64,12 @@ struct InputRule {
 
 enum class OutputKind { None, OneFile, ManyFiles };
 
+// An input of several that a job has gone on without.
+struct FailedInput {
+  std::string input;
+  Failure failure;
+};
+
 // What a job hands back. Paths may have either separator; they are printed in the system's own
 // form.
 struct JobResult {
@@ -71,6 +78,7 @@ struct JobResult {
   std::string text = {};  // printed instead of the outputs when not empty (no --json)
   PdfReport report = {};  // of the task, for --verbose
   std::vector<std::string> warnings = {};  // a line each, without a full stop; not with --quiet
+  std::vector<FailedInput> failures = {};  // in order; the first decides the exit status
   int exit_status = kExitDone;
 };
 

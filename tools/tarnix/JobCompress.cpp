@@ -2,13 +2,17 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "Failure.h"
+#include "FreedMemory.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "PdfCompressTask.h"
+#include "Streams.h"
 
 namespace TarnixTools::cli {
 namespace {
@@ -105,9 +109,8 @@ std::string OutputName(const OptionValues& options, const PdfDoc& document) {
                                : document.GetDocName(false) + "-compressed.pdf";
 }
 
-JobResult Compress(JobContext& context) {
+JobResult CompressOne(JobContext& context, PdfDoc document) {
   const OptionValues& options = context.Options();
-  PdfDoc document = context.Documents().front();
   const bool is_protected = document.IsEncrypted();
   PdfCompressTask task(document);
   task.SetCompressLevel(LevelOf(options.Text("level")));
@@ -124,14 +127,57 @@ JobResult Compress(JobContext& context) {
           .warnings = WarningsOf(task, is_protected && context.OutPassword().empty())};
 }
 
+// Two inputs may not have one output.
+void RequireOutputs(const JobContext& context) {
+  std::set<std::string> names;
+  for (const std::string& input : context.Inputs()) {
+    const std::string name = OutputName(context.Options(), PdfDoc(input, "", false));
+    if (!names.insert(name).second) {
+      throw UsageError("more than one output would be '" + name + "'");
+    }
+  }
+}
+
+void AddResult(JobResult& all, const std::string& input, JobResult one) {
+  Json file = {{"input", input}, {"output", NativePath(one.outputs.front())}};
+  file.update(one.fields);
+  all.fields["files"].push_back(std::move(file));
+  all.outputs.push_back(std::move(one.outputs.front()));
+  all.report.Add(one.report);
+  for (const std::string& warning : one.warnings) {
+    all.warnings.push_back(input + ": " + warning);
+  }
+}
+
+// Each on its own: one that fails does not stop the others.
+JobResult CompressAll(JobContext& context) {
+  RequireOutputs(context);
+  JobResult all;
+  all.fields["files"] = Json::array();
+  for (const std::string& input : context.Inputs()) {
+    try {
+      AddResult(all, input, CompressOne(context, context.DocumentOf(input)));
+    } catch (...) {
+      all.failures.push_back({input, CurrentFailure()});
+    }
+  }
+  return all;
+}
+
+JobResult Compress(JobContext& context) {
+  KeepFreedMemory();
+  return context.Inputs().size() == 1 ? CompressOne(context, context.Documents().front())
+                                      : CompressAll(context);
+}
+
 const JobRegistration kRegistration({
     .name = "compress",
-    .summary = "make a document smaller",
-    .description = "Writes a smaller copy of the input that looks as before, or the input itself "
+    .summary = "make documents smaller",
+    .description = "Writes a smaller copy of each input that looks as before, or the input itself "
                    "where nothing is gained (default name: NAME-compressed.pdf; default directory: "
                    "the current one). Text stays text; images above the level's resolution are "
-                   "reduced to it.",
-    .inputs = {.min = 1, .max = 1},
+                   "reduced to it. An input that fails does not stop the others.",
+    .inputs = {.min = 1},
     .output = OutputKind::OneFile,
     .has_prefix = true,
     .options = kOptions,

@@ -83,7 +83,7 @@ std::vector<PdfDoc> JobContext::Documents() const {
   std::vector<PdfDoc> documents;
   documents.reserve(Inputs().size());
   for (const std::string& path : Inputs()) {
-    documents.emplace_back(path, password_, true);
+    documents.push_back(DocumentOf(path));
   }
   return documents;
 }

@@ -52,6 +52,9 @@ class JobContext {
   // The inputs as documents, in order; throws for the first that does not exist.
   std::vector<PdfDoc> Documents() const;
 
+  // One of the inputs as a document; throws when it does not exist.
+  PdfDoc DocumentOf(const std::string& input) const { return {input, password_, true}; }
+
   // Hands all inputs to a task.
   template <typename Task>
   void AddDocuments(Task& task) const {

@@ -77,10 +77,23 @@ Json ReportJson(const PdfReport& report) {
   return entries;
 }
 
+Json FailuresJson(const std::vector<FailedInput>& failures) {
+  Json list = Json::array();
+  for (const FailedInput& failed : failures) {
+    Json item = {{"input", failed.input}};
+    item.update(ToJson(failed.failure));
+    list.push_back(std::move(item));
+  }
+  return list;
+}
+
 void PrintJson(const Command& command, const JobResult& result) {
   Json object = {{"job", command.job->name}, {"outputs", result.outputs}};
   object.update(result.fields);
   object["report"] = ReportJson(result.report);
+  if (!result.failures.empty()) {
+    object["errors"] = FailuresJson(result.failures);
+  }
   WriteOutput(ToText(object));
 }
 
@@ -116,6 +129,9 @@ void PrintWarnings(const JobResult& result) {
 void PrintResult(const Command& command, const DoneJob& done) {
   if (!command.values.Has("quiet")) {
     PrintWarnings(done.result);
+  }
+  for (const FailedInput& failed : done.result.failures) {
+    PrintFailure(failed.failure);
   }
   if (command.values.Has("json")) {
     PrintJson(command, done.result);
@@ -153,7 +169,8 @@ int RunJob(const Job& job, const std::vector<std::string>& words) {
     return ReportFailure(command, CurrentFailure());
   }
   PrintResult(command, done);
-  return done.result.exit_status;
+  const std::vector<FailedInput>& failures = done.result.failures;
+  return failures.empty() ? done.result.exit_status : ExitStatus(failures.front().failure.code);
 }
 
 }  // namespace TarnixTools::cli
