@@ -54,7 +54,7 @@ struct Decoded {
   // The data would be longer than allowed, and nothing of it is there. Told by TryDecode; Decode
   // throws.
   bool is_too_long = false;
-  // False: the header or the checksum of Flate data is missing or wrong, which costs no byte.
+  // False: Flate data lacks its header, or has a wrong checksum, which costs no byte.
   bool is_well_wrapped = true;
 
   // Whether there was data of which nothing can be had.

