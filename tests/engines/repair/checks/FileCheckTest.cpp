@@ -79,7 +79,7 @@ TEST_F(FileCheckTest, FindsWrongPlaces) {
 }
 
 TEST_F(FileCheckTest, FindsAWrongSize) {
-  Repair(With(Sound(), "/Size ", "/Size 2 %"));
+  Repair(With(Sound(), "/Size ", "/Size 2/Was "));
   EXPECT_THAT(Damage(), ElementsAre(Code::kXrefSizeWrong));
   EXPECT_EQ(Complaints(), "");
 }

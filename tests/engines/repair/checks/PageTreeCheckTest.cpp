@@ -56,11 +56,12 @@ TEST_F(PageTreeCheckTest, GivesAPageASize) {
   EXPECT_EQ(Pages()[1].height, 792);
 }
 
-TEST_F(PageTreeCheckTest, TakesAnUnusableCropBoxOut) {
+TEST_F(PageTreeCheckTest, DoesNotMindABoxThatReadersPassOver) {
   Repair(DocumentWith("<</Type/Page/Parent 2 0 R/MediaBox[0 0 9 9]/CropBox[1]>>"));
-  EXPECT_THAT(
-      Messages(),
-      ElementsAre("Page 2: object 4: the size of the page cannot be used (CropBox); fixed"));
+  EXPECT_THAT(Damage(), IsEmpty());
+  EXPECT_THAT(Lint(), ElementsAre(Code::kPageBoxInvalid));
+  Repair(DocumentWith("<</Parent 2 0 R/MediaBox[0 0 9 9]/CropBox[1]>>"));
+  EXPECT_EQ(Output().find("/CropBox"), std::string::npos);
 }
 
 TEST_F(PageTreeCheckTest, TurnsByWholeQuarters) {
