@@ -1,5 +1,6 @@
 #include "engines/support/images/ImageHeaders.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -12,7 +13,8 @@ namespace {
 constexpr std::uint64_t kFirstPiece = 4096;
 constexpr std::uint64_t kGrowth = 16;
 
-// Reads ever larger pieces until one has the whole header.
+// Reads ever larger pieces until one has the whole header, or is no larger than the one before: of
+// encrypted data less comes out than was asked for.
 //   read - makes a header of a piece; nothing where there is none
 //   is_whole - whether a larger piece could not say more
 template <typename Header>
@@ -20,13 +22,15 @@ std::optional<Header> ReadHeader(const DocumentImage& image,
                                  std::optional<Header> (*read)(std::string_view piece),
                                  bool (*is_whole)(const Header& header)) {
   std::optional<Header> header;
+  std::size_t before = 0;
   for (std::uint64_t most = kFirstPiece; most <= limits::kMaxHeaderBytes; most *= kGrowth) {
     pdf::StringSink start;
     CopyEncoded(image, start, most);
     header = read(start.bytes());
-    if ((header && is_whole(*header)) || start.bytes().size() < most) {
+    if ((header && is_whole(*header)) || start.bytes().size() == before) {
       break;
     }
+    before = start.bytes().size();
   }
   return header;
 }

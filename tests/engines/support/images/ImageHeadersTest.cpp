@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "engines/support/images/ImageHeaders.h"
+#include "pdf/crypt/Security.h"
+#include "pdf/write/RewriteFixture.h"
 #include "support/TestImages.h"
 
 namespace TarnixTools::engines {
@@ -37,6 +39,20 @@ TEST(ImageHeaders, AreThoseOfJpeg2000Too) {
   const std::string box = testing::Big32(static_cast<std::uint32_t>(stream.size() + 8)) + "jp2c";
   EXPECT_EQ(JpxHeaderOf(ImageOf(profile + box + stream))->height, 5U);
   EXPECT_FALSE(JpxHeaderOf(ImageOf("")));
+}
+
+// Of encrypted data less comes out than goes in, from the first piece on.
+TEST(ImageHeaders, MayStandDeepInEncryptedData) {
+  const std::string photo = JpegSegment(0xE1, std::string(60'000, 'x'));
+  const pdf::Security security = pdf::Security::Create("", "owner", -4);
+  testing::RewriteCase file(testing::RawPdf()
+                                .Object(1, "<</Type/Catalog/Pages 2 0 R/Own 3 0 R>>")
+                                .Object(2, "<</Type/Pages/Kids[]/Count 0>>")
+                                .Stream(3, "/Filter/DCTDecode", TestJpeg(1, photo)));
+  pdf::Document& written = file.Write({.security = &security});
+  pdf::Arena arena;
+  const std::uint32_t number = written.Catalog(arena).Get("Own").AsReference().number;
+  EXPECT_TRUE(JpegHeaderOf(ImageObjectOf(written, number, arena)));
 }
 
 // What follows the frame header tells of the colours too.
