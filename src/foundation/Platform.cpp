@@ -325,7 +325,11 @@ bool OutputFile::CreateUnnamed(mode_t mode) {
     return false;
   }
   unnamed_ = Descriptor(fcntl(descriptor.Get(), F_DUPFD_CLOEXEC, 0));
-  return unnamed_.IsOpen() && AttachStream(std::move(descriptor), "wb+");
+  if (unnamed_.IsOpen() && AttachStream(std::move(descriptor), "wb+")) {
+    return true;
+  }
+  unnamed_ = Descriptor();  // else it would get the name of what is written elsewhere
+  return false;
 #else
   static_cast<void>(mode);
   return false;
