@@ -33,6 +33,10 @@ std::string BuiltTarnix() {
   return TARNIX_CLI_PATH;
 }
 
+std::string FaultInjector() {
+  return TARNIX_FAULT_INJECTOR;
+}
+
 bool KeepsFreedMemory() {
   return std::string_view(TARNIX_SANITIZE).find("address") != std::string_view::npos;
 }

@@ -26,6 +26,10 @@ std::vector<std::string> DocumentsIn(const std::string& directory);
 // The program `tarnix` of this build; empty when the build has none.
 std::string BuiltTarnix();
 
+// The library that makes the system fail a program (faults/FaultInjector.cpp); empty when the build
+// has none.
+std::string FaultInjector();
+
 // Whether this build checks addresses: memory that has been freed stays in use for a while.
 bool KeepsFreedMemory();
 
