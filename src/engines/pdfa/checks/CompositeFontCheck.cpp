@@ -82,31 +82,39 @@ class CompositeFontJudge {
     if (is_embedded()) {
       facts.of_map =
           file_.collection().registry ? file_.collection() : CollectionOf(*checked_, map_.value);
-    } else if (const auto predefined = fonts::PredefinedMapOf(name_)) {
+    } else if (const auto predefined = fonts::PredefinedMapOf(name_);
+               predefined && !Contains(kPart1, checked_->level())) {
       facts.of_map = {"Adobe", std::string(predefined->ordering), predefined->supplement};
     }
     checked_->findings().Check(facts, font_->place);
   }
 
+  // A stream, or the name of the identity.
+  bool HasGlyphMap() {
+    const Object map = Get(font_->descendant, "CIDToGIDMap");
+    return map.IsDictionary() || map.IsName("Identity");
+  }
+
+  // Which identifiers a TrueType program has, only a map of glyphs tells.
   void CheckCidFont(fonts::FontProgram* program) {
+    const bool is_true_type = Get(font_->descendant, "Subtype").IsName("CIDFontType2");
+    const bool can_compare = !is_true_type || HasGlyphMap();
     const pdf::Followed set =
         checked_->document().Follow(Get(font_->descendant, "FontDescriptor").Get("CIDSet"), arena_);
     const auto bits = set.number == 0 ? std::nullopt
                                       : checked_->document().TryDecodeStream(
                                             set.number, limits::kMaxFontMapBytes);
     const SetAgreement agreement =
-        bits ? CompareCidSet(bits->data, font_->font, program) : SetAgreement{};
-    const bool is_rendered = font_->shown.is_rendered;
+        bits && can_compare ? CompareCidSet(bits->data, font_->font, program) : SetAgreement{};
     checked_->findings().Check(
-        CidFontFacts{
-            .has_true_type_outlines = Get(font_->descendant, "Subtype").IsName("CIDFontType2"),
-            .has_glyph_map = !Get(font_->descendant, "CIDToGIDMap").IsNull(),
-            .is_rendered = is_rendered,
-            .has_program = font_->font.descriptor().program != 0,
-            .is_subset = IsSubset(Get(font_->descendant, "BaseFont").Text()),
-            .has_cid_set = bits.has_value(),
-            .cid_set_is_true = agreement.is_true,
-            .cid_set_is_whole = agreement.is_whole},
+        CidFontFacts{.has_true_type_outlines = is_true_type,
+                     .has_glyph_map = HasGlyphMap(),
+                     .is_rendered = font_->shown.is_rendered,
+                     .has_program = font_->font.descriptor().program != 0,
+                     .is_subset = IsSubset(Get(font_->descendant, "BaseFont").Text()),
+                     .has_cid_set = bits.has_value(),
+                     .cid_set_is_true = agreement.is_true,
+                     .cid_set_is_whole = agreement.is_whole},
         font_->place);
   }
 

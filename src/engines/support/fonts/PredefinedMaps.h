@@ -1,4 +1,5 @@
-// The CMaps that readers know without a file (ISO 32000-1, 9.7.5.2, table 118).
+// The CMaps that readers know without a file, and their character collections (ISO 32000-1, 9.7.5.2,
+// tables 118 and 119).
 #ifndef TARNIX_ENGINES_SUPPORT_FONTS_PREDEFINEDMAPS_H_
 #define TARNIX_ENGINES_SUPPORT_FONTS_PREDEFINEDMAPS_H_
 
@@ -11,7 +12,7 @@ namespace TarnixTools::engines::fonts {
 // Of the registry Adobe.
 struct PredefinedMap {
   std::string_view ordering;    // of its character collection: "Japan1"
-  std::int64_t supplement = 0;  // that has all its identifiers
+  std::int64_t supplement = 0;  // that has all its identifiers, for PDF 1.7
 };
 
 // Nothing for a name that the table does not have, and for Identity-H and Identity-V, whose

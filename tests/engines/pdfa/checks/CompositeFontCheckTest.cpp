@@ -58,7 +58,7 @@ TEST(CompositeFontCheck, WantsOneCharacterCollection) {
   EXPECT_EQ(rules(Level::k1b, "40 0 R", "3", japan), "6.3.4-1");
   EXPECT_EQ(rules(Level::k1b, "40 0 R", "3", "/Registry(Adobe)def/Ordering(GB1)def"),
             "6.3.3.1-1 6.3.4-1");
-  EXPECT_EQ(rules(Level::k2b, "/UniJIS-UTF16-H", "7", ""), "6.2.11.4.1-1");
+  EXPECT_EQ(rules(Level::k2b, "/UniJIS-UTF16-H", "5", ""), "6.2.11.4.1-1");
   EXPECT_EQ(rules(Level::k2b, "/UniJIS-UCS2-H", "7", ""), "6.2.11.3.1-1 6.2.11.4.1-1");
 }
 
@@ -90,6 +90,8 @@ TEST(CompositeFontCheck, WantsMapsThatReadersHave) {
 TEST(CompositeFontCheck, WantsAMapOfGlyphsForTrueType) {
   const std::string bare = kTrueType + kTrueTypeProgram;
   EXPECT_EQ(PageOf("/Identity-H", bare).BrokenRules(Level::k1b), "6.3.3.2-1");
+  EXPECT_EQ(PageOf("/Identity-H", bare + "/CIDToGIDMap/Odd").BrokenRules(Level::k2b),
+            "6.2.11.3.2-1");
   EXPECT_EQ(PageOf("/Identity-H", bare, "3 Tr <0001>").BrokenRules(Level::k1b), "");
   EXPECT_EQ(PageOf("/Identity-H", bare, "3 Tr <0001>").BrokenRules(Level::k2b), "6.2.11.3.2-1");
 }

@@ -10,7 +10,7 @@ TEST(PredefinedMaps, HasThoseOfBothDirections) {
     ASSERT_TRUE(PredefinedMapOf(name).has_value()) << name;
     EXPECT_EQ(PredefinedMapOf(name)->ordering, "Japan1") << name;
   }
-  EXPECT_EQ(PredefinedMapOf("GBK2K-V")->supplement, 5);
+  EXPECT_EQ(PredefinedMapOf("GBK2K-V")->supplement, 4);
 }
 
 TEST(PredefinedMaps, HasNoOthers) {
