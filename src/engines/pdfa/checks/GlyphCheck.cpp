@@ -34,15 +34,23 @@ class GlyphJudge {
       Check(code, use);
     }
     if (font_->shown.has_broken_strings && finder_) {
-      checked_->findings().Check(GlyphFacts{.is_rendered = font_->shown.broken_are_rendered,
-                                            .is_present = false,
-                                            .is_notdef = true,
-                                            .text = std::u16string()},
-                                 PlaceOf(0, font_->place.page_number));
+      CheckBroken();
     }
   }
 
  private:
+  // What is left over of a string shows .notdef.
+  void CheckBroken() {
+    GlyphFacts facts;
+    facts.is_rendered = font_->shown.broken_are_rendered;
+    facts.is_present = false;
+    facts.is_notdef = true;
+    facts.program_width = program_->AdvanceOf(0);
+    facts.stated_width = font_->font.WidthOfCid(0);
+    facts.text = std::u16string();
+    checked_->findings().Check(facts, PlaceOf(0, font_->place.page_number));
+  }
+
   void Check(std::uint32_t code, const CodeUse& use) {
     GlyphFacts facts = {.is_rendered = use.is_rendered,
                         .has_known_collection = text_.has_known_collection(),
@@ -50,6 +58,8 @@ class GlyphJudge {
                         .has_actual_text = !use.lacks_actual_text};
     if (finder_) {
       LookAtGlyph(code, facts);
+    } else if (font_->font.kind() == FontKind::kType3) {
+      facts.is_notdef = MeansNotdef(code);
     }
     if (Contains(kUnicodeLevels, checked_->level())) {
       facts.text = text_.Of(code);
@@ -72,7 +82,7 @@ class GlyphJudge {
     if (font_->font.is_composite()) {
       return font_->font.CidOf(code) == 0;
     }
-    const std::string_view name = font_->font.GlyphNameOf(static_cast<std::uint8_t>(code));
+    const std::string_view name = font_->font.StandardNameOf(static_cast<std::uint8_t>(code));
     return name.empty() || name == kNotdef;
   }
 

@@ -170,6 +170,12 @@ std::string_view DocumentFont::GlyphNameOf(std::uint8_t code) const {
   return base_ ? GlyphNameIn(*base_, code) : std::string_view();
 }
 
+std::string_view DocumentFont::StandardNameOf(std::uint8_t code) const {
+  const std::string_view name = GlyphNameOf(code);
+  const bool has_standard_name = kind_ == FontKind::kTrueType && !descriptor_.is_symbolic && !base_;
+  return name.empty() && has_standard_name ? GlyphNameIn(BaseEncoding::kStandard, code) : name;
+}
+
 std::optional<double> DocumentFont::WidthOf(std::uint8_t code) const {
   const auto found = widths_.find(code);
   return found == widths_.end() ? std::nullopt : std::optional(found->second);

@@ -80,6 +80,10 @@ class DocumentFont {
   // encoding is not said, only /Differences count.
   std::string_view GlyphNameOf(std::uint8_t code) const;
 
+  // The name that the standard says where the encoding does not: that of StandardEncoding in a
+  // TrueType font that is not symbolic (9.6.5.4).
+  std::string_view StandardNameOf(std::uint8_t code) const;
+
   // Of a simple font: the advance of a code in thousandths of the font's size; nothing where
   // /Widths does not tell.
   std::optional<double> WidthOf(std::uint8_t code) const;

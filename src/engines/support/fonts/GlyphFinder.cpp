@@ -192,9 +192,8 @@ std::uint32_t GlyphFinder::StandardGlyphOfCid(std::uint32_t cid) const {
 // 9.6.5.4: a font that is not symbolic goes by its encoding, any other by its codes.
 std::uint32_t GlyphFinder::StandardGlyphOfTrueType(std::uint8_t code) {
   Choice choice{program_->glyph_count(), {}};
-  const std::string_view name = font_->GlyphNameOf(code);
   if (!font_->descriptor().is_symbolic || font_->has_encoding()) {
-    AddByName(name, choice);
+    AddByName(font_->StandardNameOf(code), choice);
   }
   if (choice.glyphs.empty() && (font_->descriptor().is_symbolic || !font_->has_encoding())) {
     AddByMaps(code, true, choice);

@@ -103,6 +103,10 @@ TEST(FontCheck, FindsWhatIsWrongWithGlyphs) {
     EXPECT_NE(BrokenBy(Level::k2b, row.bad).find(row.later), std::string::npos) << row.bad;
   }
   EXPECT_EQ(BrokenBy(Level::k1b, named + "/Encoding<</Differences[65/B]>>", "(A)", "3 Tr"), "");
+  EXPECT_EQ(BrokenBy(Level::k2b,
+                     "/Type/Font/Subtype/Type3/FirstChar 65/LastChar 65/Widths[1]"
+                     "/Encoding<</Differences[65/.notdef]>>"),
+            "6.2.11.8-1");
 }
 
 TEST(FontCheck, WantsSubsetsOfType1ToNameTheirGlyphs) {

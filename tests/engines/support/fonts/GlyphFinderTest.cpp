@@ -94,6 +94,8 @@ TEST(GlyphFinder, TellsTheGlyphThatTheStandardSays) {
   EXPECT_EQ(StandardGlyphOf(encoded, kBoxes, 7), 1U);
   EXPECT_EQ(StandardGlyphOf(encoded, kBoxes, 8), 0U);
   EXPECT_EQ(StandardGlyphOf(encoded, kBoxes, 300), 0U);
+  const DocumentFont bare = FontOf("<</Subtype/TrueType/FontDescriptor 6 0 R/Encoding<<>>>>");
+  EXPECT_EQ(StandardGlyphOf(bare, kBoxes, 'A'), 1U);
   const DocumentFont symbolic = FontOf("<</Subtype/TrueType/FontDescriptor 6 0 R>>", "4");
   EXPECT_EQ(StandardGlyphOf(symbolic, kBoxes, 'A'), 1U);
   EXPECT_EQ(StandardGlyphOf(symbolic, kBoxes, 'B'), 0U);
