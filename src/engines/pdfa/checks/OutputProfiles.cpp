@@ -5,6 +5,7 @@
 
 #include "engines/pdfa/Limits.h"
 #include "engines/pdfa/checks/CheckedDocument.h"
+#include "engines/pdfa/rules/ColorFacts.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -71,8 +72,12 @@ void CheckOutputIntents(CheckedDocument& checked) {
     if (profile.value.IsNull()) {
       continue;
     }
-    checked.findings().Check(OutputProfileFacts{FactsOfProfile(checked.document(), profile.number)},
-                             {.object = profile.number});
+    const ProfileFacts facts = FactsOfProfile(checked.document(), profile.number);
+    checked.findings().Check(OutputProfileFacts{facts}, {.object = profile.number});
+    checked.findings().Check(
+        ProfileComponentsFacts{.color_space = facts.Space(),
+                               .components = checked.Get(profile.value, "N", arena).IntegerOr(0)},
+        {.object = profile.number});
     all.have_one_profile &= first == 0 || first == profile.number;
     first = profile.number;
   }
