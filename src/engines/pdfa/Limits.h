@@ -27,7 +27,10 @@ inline constexpr std::size_t kMaxJpxBytes = std::size_t{256} << 20;
 // Bytes of an embedded font program, and of a CMap or a set of glyphs that belongs to a font.
 inline constexpr std::size_t kMaxProgramBytes = std::size_t{64} << 20;
 inline constexpr std::size_t kMaxFontMapBytes = std::size_t{16} << 20;
-// Fonts written in place that are told apart, and codes that are shown in one font.
+// Fonts that are checked, those written in place that are told apart, ranges of the maps of all of
+// them, and codes that are shown in one.
+inline constexpr std::size_t kMaxShownFonts = 200'000;
+inline constexpr std::size_t kMaxKeptRanges = 2'000'000;
 inline constexpr std::size_t kMaxFontsInPlace = 1000;
 inline constexpr std::size_t kMaxShownCodes = 70'000;
 // Colours that are remembered of one content while it runs.

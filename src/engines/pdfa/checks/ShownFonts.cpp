@@ -47,8 +47,11 @@ void ShownFonts::NoteCode(Font& font, std::uint32_t code, const CodeUse& use) {
 
 ShownFonts::Font* ShownFonts::FontOf(const Object& object) {
   if (object.IsReference()) {
-    Font*& font = by_number_[object.AsReference().number];
-    return font != nullptr ? font : font = &Add(object);
+    const auto known = by_number_.find(object.AsReference().number);
+    if (known != by_number_.end() || by_number_.size() >= limits::kMaxShownFonts) {
+      return known != by_number_.end() ? known->second : nullptr;
+    }
+    return by_number_[object.AsReference().number] = &Add(object);
   }
   if (!object.IsDictionary() || in_place_.size() >= limits::kMaxFontsInPlace) {
     return nullptr;
@@ -69,8 +72,10 @@ ShownFonts::Font& ShownFonts::Add(const Object& object) {
   Font& font = fonts_.emplace_back();
   font.object = object;
   const fonts::DocumentFont read(*document_, object);
-  if (read.codes() != nullptr) {
+  if (read.codes() != nullptr &&
+      kept_ranges_ + read.codes()->range_count() <= limits::kMaxKeptRanges) {
     font.map = *read.codes();
+    kept_ranges_ += font.map->range_count();
   }
   return font;
 }

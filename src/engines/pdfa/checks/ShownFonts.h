@@ -60,6 +60,7 @@ class ShownFonts {
   std::unordered_map<std::uint32_t, Font*> by_number_;
   std::unordered_map<std::string, Font*> in_place_;  // by their text
   std::vector<std::uint32_t> split_;
+  std::size_t kept_ranges_ = 0;  // of the maps of all fonts
 };
 
 }  // namespace TarnixTools::engines::pdfa

@@ -80,7 +80,25 @@ class Definition {
 
 }  // namespace
 
+// What is asked often is compared once: most tints are objects of their own.
 bool SpotColors::Note(std::string_view name, const Object& alternate, const Object& tint) {
+  if (!tint.IsReference() || known_.size() >= limits::kMaxSpotColors) {
+    return Compare(name, alternate, tint);
+  }
+  std::string key;
+  pdf::AppendName(key, name);
+  pdf::AppendObject(key, alternate);
+  pdf::AppendObject(key, tint);
+  const auto known = known_.find(key);
+  if (known != known_.end()) {
+    return known->second;
+  }
+  const bool is_same = Compare(name, alternate, tint);
+  known_.emplace(key, is_same);
+  return is_same;
+}
+
+bool SpotColors::Compare(std::string_view name, const Object& alternate, const Object& tint) {
   std::string definition = Definition(*document_).Of(alternate, tint);
   if (definitions_.size() >= limits::kMaxSpotColors) {
     return true;

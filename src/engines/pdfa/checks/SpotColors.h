@@ -21,8 +21,11 @@ class SpotColors {
   bool Note(std::string_view name, const pdf::Object& alternate, const pdf::Object& tint);
 
  private:
+  bool Compare(std::string_view name, const pdf::Object& alternate, const pdf::Object& tint);
+
   pdf::Document* document_;
   std::unordered_map<std::string, std::string> definitions_;  // by name
+  std::unordered_map<std::string, bool> known_;  // answers, by name, alternate and object of tint
 };
 
 }  // namespace TarnixTools::engines::pdfa

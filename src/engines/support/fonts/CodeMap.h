@@ -6,6 +6,7 @@
 #ifndef TARNIX_ENGINES_SUPPORT_FONTS_CODEMAP_H_
 #define TARNIX_ENGINES_SUPPORT_FONTS_CODEMAP_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -26,6 +27,9 @@ class CodeMap {
   static std::optional<CodeMap> Read(std::string_view cmap);
 
   int code_bytes() const { return code_bytes_; }
+
+  // How many ranges it keeps.
+  std::size_t range_count() const { return spaces_.size() + ranges_.size(); }
 
   // Adds the codes of a string. False where they are not sure: bytes are left over, or are outside
   // of what the map has codes for.
