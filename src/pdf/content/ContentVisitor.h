@@ -57,7 +57,7 @@ struct ContentEntry {
   ResourceScope scope;
   Matrix matrix;                              // from its space to the space of the walk
   std::size_t depth = 0;                      // 0 for what the walk begins with
-  const GraphicsState* state = nullptr;       // that it begins with
+  const GraphicsState* state = nullptr;       // in force; at first that which it begins with
   std::span<const PageContents::Part> parts;  // of a page's content
 };
 

@@ -14,7 +14,6 @@
 #include "engines/support/images/DocumentImage.h"
 #include "pdf/content/Appearances.h"
 #include "pdf/content/Operands.h"
-#include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -35,21 +34,26 @@ constexpr pdf::WalkOptions kOptions = {.images = true,
                                        .operators = true,
                                        .forms = true,
                                        .patterns = true,
-                                       .soft_masks = true,
                                        .glyphs = true};
 
 constexpr std::int64_t kShadingPattern = 2;
+constexpr std::uint64_t kImageKey = std::uint64_t{1} << 32;  // beyond numbers of colour spaces
 
 bool IsForm(ResourceKind kind) {
-  return kind == ResourceKind::kForm || kind == ResourceKind::kAppearance ||
-         kind == ResourceKind::kSoftMaskGroup;
+  return kind == ResourceKind::kForm || kind == ResourceKind::kAppearance;
 }
 
-// What tells one colour space from another while its content runs.
-std::uint64_t KeyOf(const Object& space, bool is_overprinted) {
-  std::string text(is_overprinted ? "1" : "0");
-  pdf::AppendObject(text, space);
-  return std::hash<std::string>()(text);
+Object SpaceOf(const pdf::Color& color) {
+  return color.space.IsNull() ? Object::Name("DeviceGray") : color.space;
+}
+
+// What tells one colour space of the resources from another while content runs.
+std::uint64_t KeyOf(const Object& space) {
+  if (space.IsReference()) {
+    return space.AsReference().number;
+  }
+  return space.IsArray() ? std::hash<const void*>()(space.Items().data())
+                         : std::hash<std::string_view>()(space.Text());
 }
 
 }  // namespace
@@ -70,15 +74,34 @@ void ContentCheck::CheckPage(std::size_t page_index) {
   const Object page = checked_->LoadPage(page_index, arena);
   const pdf::ResourceScope scope =
       pdf::ScopeOfPage(checked_->document(), checked_->pages(), page_index, arena);
+  is_in_page_space_ = true;
   walker_.BeginPage(checked_->pages(), page_index);
   walker_.Run();
+  is_in_page_space_ = false;
   CheckAppearances(page, scope);
   CheckPageGroup(page, scope);
 }
 
+// Glyphs of a Type 3 font that are not shown may show text in other fonts, which come to the end.
 void ContentCheck::CheckFonts() {
-  for (const ShownFonts::Font& font : fonts_.fonts()) {
-    CheckFont(*checked_, font);
+  for (std::size_t i = 0; i < fonts_.fonts().size(); ++i) {
+    CheckGlyphContents(fonts_.fonts()[i]);
+    CheckFont(*checked_, fonts_.fonts()[i]);
+  }
+}
+
+void ContentCheck::CheckGlyphContents(const ShownFonts::Font& font) {
+  pdf::Arena arena;
+  const Object dictionary = checked_->document().Resolve(font.object, arena);
+  if (!checked_->Get(dictionary, "Subtype", arena).IsName("Type3")) {
+    return;
+  }
+  page_number_ = font.page_number;
+  const pdf::ResourceScope scope =
+      pdf::ScopeOf(checked_->document(), dictionary, font.object.AsReference().number, {}, arena);
+  for (const std::uint32_t glyph : pdf::GlyphsOf(checked_->document(), dictionary)) {
+    walker_.BeginContent({ResourceKind::kGlyph, glyph}, scope);
+    walker_.Run();
   }
 }
 
@@ -121,6 +144,7 @@ bool ContentCheck::EnterContent(const pdf::ContentEntry& entry) {
   }
   Frame frame;
   frame.number = entry.number;
+  frame.state = entry.state;
   frame.spaces = entry.scope.resources.Get("ColorSpace");
   frame.has_own_resources = HasOwnResources(entry);
   pdf::Arena arena;
@@ -130,7 +154,8 @@ bool ContentCheck::EnterContent(const pdf::ContentEntry& entry) {
     CheckXObject(Object::Ref({entry.number, 0}));
     const Object group = checked_->Get(entry.dictionary, "Group", arena);
     if (group.Has("CS")) {
-      CheckSpace(group.Get("CS"), {.place = PlaceHere()});
+      const Object& frame_spaces = frames_.back().spaces;
+      colors_.Check(group.Get("CS"), frame_spaces, {.place = PlaceHere()});
     }
   }
   return true;
@@ -167,24 +192,33 @@ void ContentCheck::Operator(const pdf::Operation& operation, std::size_t offset)
     pdf::ObserveTokens(operation.operands, offset, tokens_);
   }
   CheckStates(operation);
-  CheckDeviceColor(operation);
+  CheckSetColor(operation);
 }
 
-// A colour of a device counts where it is set, whether something is painted in it or not.
-void ContentCheck::CheckDeviceColor(const pdf::Operation& operation) {
-  std::string_view space;
+// A colour counts where it is set, whether something is painted in it or not.
+void ContentCheck::CheckSetColor(const pdf::Operation& operation) {
+  const pdf::GraphicsState& state = *frames_.back().state;
+  Object space;
   switch (operation.code) {
     case OperatorCode("g"):
     case OperatorCode("G"):
-      space = "DeviceGray";
+      space = Object::Name("DeviceGray");
       break;
     case OperatorCode("rg"):
     case OperatorCode("RG"):
-      space = "DeviceRGB";
+      space = Object::Name("DeviceRGB");
       break;
     case OperatorCode("k"):
     case OperatorCode("K"):
-      space = "DeviceCMYK";
+      space = Object::Name("DeviceCMYK");
+      break;
+    case OperatorCode("sc"):
+    case OperatorCode("scn"):
+      space = SpaceOf(state.fill);
+      break;
+    case OperatorCode("SC"):
+    case OperatorCode("SCN"):
+      space = SpaceOf(state.stroke);
       break;
     case OperatorCode("d1"):
       frames_.back().has_own_colors = false;
@@ -193,7 +227,7 @@ void ContentCheck::CheckDeviceColor(const pdf::Operation& operation) {
       return;
   }
   if (frames_.back().has_own_colors) {
-    CheckSpace(Object::Name(space), {.place = PlaceHere()});
+    CheckSpace(space, {.place = PlaceHere()});
   }
 }
 
@@ -232,7 +266,8 @@ void ContentCheck::CheckXObject(const Object& entry) {
   const pdf::Followed object = checked_->document().Follow(entry, arena);
   frames_.back().is_transparent |= IsTransparent(*checked_, object.value);
   if (object.number != 0 && known_objects_.insert(object.number).second) {
-    Place place = PlaceHere();
+    const bool is_image = checked_->Get(object.value, "Subtype", arena).IsName("Image");
+    Place place = is_image ? PlaceOfImage() : PlaceHere();
     place.object = object.number;
     CheckPaintedObject(*checked_, object.value, object.number, place);
   }
@@ -263,7 +298,7 @@ void ContentCheck::DrawImage(const pdf::ImageUse& image) {
   if (image.number == 0) {
     dictionary =
         FullInlineDictionary(checked_->document(), image.dictionary, image.scope.resources, arena);
-    Place place = PlaceHere();
+    Place place = PlaceOfImage();
     place.subject = "inline image";
     CheckInlineImage(*checked_, dictionary, image.dictionary, place);
   }
@@ -272,11 +307,13 @@ void ContentCheck::DrawImage(const pdf::ImageUse& image) {
     return;
   }
   const Object space = dictionary.Get("ColorSpace");
-  if (!space.IsNull()) {
-    const pdf::RenderingParameters& rendering = image.state.rendering;
-    CheckSpace(space, {.place = PlaceHere(),
-                       .overprints = rendering.overprints_fills,
-                       .overprint_mode = rendering.overprint_mode});
+  const pdf::RenderingParameters& rendering = image.state.rendering;
+  const ColorUse use = {.place = PlaceOfImage(),
+                        .overprints = rendering.overprints_fills,
+                        .overprint_mode = rendering.overprint_mode};
+  const bool is_overprinted = use.overprints && use.overprint_mode != 0;
+  if (!space.IsNull() && (image.number == 0 || IsNew({kImageKey + image.number, is_overprinted}))) {
+    colors_.Check(space, frames_.back().spaces, use);
   }
 }
 
@@ -292,7 +329,8 @@ void ContentCheck::PaintPath(const pdf::PathUse& path) {
 }
 
 void ContentCheck::PaintShading(const pdf::ShadingUse& shading) {
-  CheckSpace(shading.dictionary.Get("ColorSpace"), {.place = PlaceHere()});
+  colors_.Check(shading.dictionary.Get("ColorSpace"), frames_.back().spaces,
+                {.place = PlaceHere()});
 }
 
 void ContentCheck::BeginMarked(const pdf::MarkedContent& mark) {
@@ -330,7 +368,7 @@ void ContentCheck::CheckColor(const pdf::Color& color, const pdf::GraphicsState&
       .place = PlaceHere(),
       .overprints = is_stroke ? rendering.overprints_strokes : rendering.overprints_fills,
       .overprint_mode = rendering.overprint_mode};
-  CheckSpace(color.space.IsNull() ? Object::Name("DeviceGray") : color.space, use);
+  CheckSpace(SpaceOf(color), use);
   if (color.pattern.IsNull()) {
     return;
   }
@@ -338,20 +376,33 @@ void ContentCheck::CheckColor(const pdf::Color& color, const pdf::GraphicsState&
   const Object pattern = checked_->document().Resolve(color.pattern, arena);
   if (checked_->Get(pattern, "PatternType", arena).IntegerOr(0) == kShadingPattern) {
     const Object shading = checked_->Get(pattern, "Shading", arena);
-    CheckSpace(shading.Get("ColorSpace"), use);
+    colors_.Check(shading.Get("ColorSpace"), frames_.back().spaces, use);
   }
 }
 
 void ContentCheck::CheckSpace(const Object& space, const ColorUse& use) {
-  std::vector<std::uint64_t>& known = frames_.back().colors;
-  const std::uint64_t key = KeyOf(space, use.overprints && use.overprint_mode != 0);
-  if (std::find(known.begin(), known.end(), key) != known.end()) {
-    return;
+  const bool is_overprinted = use.overprints && use.overprint_mode != 0;
+  if (IsNew({KeyOf(space), is_overprinted})) {
+    colors_.Check(space, frames_.back().spaces, use);
   }
-  if (known.size() < limits::kMaxUsedColors) {
-    known.push_back(key);
+}
+
+bool ContentCheck::IsNew(const std::pair<std::uint64_t, bool>& color) {
+  auto& known = frames_.back().colors;
+  const bool is_new = std::find(known.begin(), known.end(), color) == known.end();
+  if (is_new && known.size() < limits::kMaxUsedColors) {
+    known.push_back(color);
   }
-  colors_.Check(space, frames_.back().spaces, use);
+  return is_new;
+}
+
+// An image fills the unit square.
+Place ContentCheck::PlaceOfImage() const {
+  Place place = PlaceHere();
+  if (is_in_page_space_) {
+    place.box = pdf::Box{0, 0, 1, 1}.Through(frames_.back().state->matrix);
+  }
+  return place;
 }
 
 Place ContentCheck::PlaceHere() const {

@@ -8,7 +8,8 @@
 //   }
 //   content.CheckFonts();
 //
-// Forms and other content that several pages paint are gone through once.
+// Forms and other content that several pages paint are gone through once. The groups of soft masks are
+// left out: what they paint is no colour on the page.
 #ifndef TARNIX_ENGINES_PDFA_CHECKS_CONTENTCHECK_H_
 #define TARNIX_ENGINES_PDFA_CHECKS_CONTENTCHECK_H_
 
@@ -16,6 +17,7 @@
 #include <cstdint>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "engines/pdfa/checks/ActualTexts.h"
@@ -40,14 +42,16 @@ class ContentCheck : private pdf::ContentVisitor {
  private:
   // Content that is running.
   struct Frame {
-    std::uint32_t number = 0;             // of its object
-    pdf::Object spaces;                   // /ColorSpace of its resources
-    std::int64_t structure_parents = -1;  // /StructParents
+    const pdf::GraphicsState* state = nullptr;  // that is in force
+    std::uint32_t number = 0;                   // of its object
+    pdf::Object spaces;                         // /ColorSpace of its resources
+    std::int64_t structure_parents = -1;        // /StructParents
     bool has_own_resources = true;
     bool has_own_colors = true;   // false: those of a glyph that is only a shape do not count
     bool is_transparent = false;  // something in it is, so far
     std::size_t saved_states = 0;
-    std::vector<std::uint64_t> colors;  // that were checked in it
+    // Colour spaces and images that were checked in it, and whether they overprint.
+    std::vector<std::pair<std::uint64_t, bool>> colors;
   };
 
   bool EnterContent(const pdf::ContentEntry& entry) override;
@@ -62,18 +66,21 @@ class ContentCheck : private pdf::ContentVisitor {
   void BeginMarked(const pdf::MarkedContent& mark) override;
   void EndMarked(const pdf::MarkedContent& mark) override;
 
+  void CheckGlyphContents(const ShownFonts::Font& font);
   bool HasActualText(const pdf::MarkedContent& mark);
   void CheckAppearances(const pdf::Object& page, const pdf::ResourceScope& scope);
   void CheckPageGroup(const pdf::Object& page, const pdf::ResourceScope& scope);
   void CheckStates(const pdf::Operation& operation);
-  void CheckDeviceColor(const pdf::Operation& operation);
+  void CheckSetColor(const pdf::Operation& operation);
   void CheckXObject(const pdf::Object& entry);
   void CheckState(const pdf::Object& entry);
   bool IsKnownTransparent(const pdf::Followed& object);
   void CheckColors(const pdf::GraphicsState& state, bool fills, bool strokes);
   void CheckColor(const pdf::Color& color, const pdf::GraphicsState& state, bool is_stroke);
   void CheckSpace(const pdf::Object& space, const ColorUse& use);
+  bool IsNew(const std::pair<std::uint64_t, bool>& color);
   Place PlaceHere() const;
+  Place PlaceOfImage() const;
   bool HasOwnResources(const pdf::ContentEntry& entry);
 
   CheckedDocument* checked_;
@@ -82,7 +89,8 @@ class ContentCheck : private pdf::ContentVisitor {
   ShownFonts fonts_;
   ActualTexts texts_;
   pdf::ContentWalker walker_;
-  std::size_t page_number_ = 0;  // one-based
+  std::size_t page_number_ = 0;    // one-based
+  bool is_in_page_space_ = false;  // what runs is a page or what it paints
   std::vector<Frame> frames_;
   bool page_is_transparent_ = false;
   std::unordered_map<std::uint32_t, bool> known_contents_;  // by number: whether it is transparent

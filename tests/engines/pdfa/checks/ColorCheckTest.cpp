@@ -34,6 +34,9 @@ TEST(ColorCheck, WantsAnOutputIntentForColorsOfDevices) {
   const DeviceCase cases[] = {
       {"1 0 0 rg", "", "6.2.4.3-2"},
       {"/DeviceRGB cs", "", ""},
+      {"/DeviceRGB cs 1 0 0 sc", "", "6.2.4.3-2"},
+      {"1 SC", "", "6.2.4.3-4"},
+      {"/Spot CS 1 SCN", "RGB ", "6.2.4.3-3"},
       {"1 0 0 rg 0 0 9 9 re f", "", "6.2.4.3-2"},
       {"1 0 0 rg 0 0 9 9 re f", "CMYK", "6.2.4.3-2"},
       {"1 0 0 rg 0 0 9 9 re f", "RGB ", ""},

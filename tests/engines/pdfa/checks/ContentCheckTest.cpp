@@ -1,8 +1,12 @@
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "engines/pdfa/checks/CheckedDocument.h"
+#include "engines/pdfa/checks/ContentCheck.h"
 #include "engines/pdfa/checks/PaintedPage.h"
+#include "pdf/write/RewriteFixture.h"
 
 namespace TarnixTools::engines::pdfa {
 namespace {
@@ -143,6 +147,38 @@ TEST(ContentCheck, WantsResourcesToBeExplicit) {
   EXPECT_EQ(rules(own, own), "");
   EXPECT_EQ(rules(own, ""), "6.2.2-2");
   EXPECT_EQ(rules("", own), "6.2.2-2");
+}
+
+TEST(ContentCheck, LooksAtGlyphsThatAreNotShownToo) {
+  PaintedPage page("BT /F 9 Tf (a) Tj ET");
+  page.Output("RGB ").Resources("/Font<</F 20 0 R>>");
+  page.pdf()
+      .Object(20,
+              "<</Type/Font/Subtype/Type3/FirstChar 97/LastChar 98/Widths[9 9]/Resources<<>>"
+              "/Encoding<</Differences[97/a/b]>>/CharProcs<</a 21 0 R/b 22 0 R>>>>")
+      .Stream(21, "", "9 0 0 0 9 9 d1 1 0 0 0 k 0 0 9 9 re f")
+      .Stream(22, "", "9 0 d0 1 0 0 0 k");
+  EXPECT_EQ(page.BrokenRules(Level::k2b), "6.2.4.3-3");
+}
+
+TEST(ContentCheck, TellsWhereImagesAre) {
+  const std::string bytes =
+      testing::RawPdf()
+          .Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+          .Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>")
+          .Object(3, "<</Type/Page/Parent 2 0 R/Contents 4 0 R/Resources<</XObject<</I 5 0 R>>>>>>")
+          .Stream(4, "", "q 10 0 0 20 3 4 cm /I Do Q")
+          .Stream(5, "/Subtype/Image/Width 1/Height 1/BitsPerComponent 8/Interpolate true", "x")
+          .Table();
+  const auto document = testing::OpenBytes(bytes);
+  FindingList findings(Level::k2b);
+  CheckedDocument checked(*document, findings);
+  ContentCheck(checked).CheckPage(0);
+  const std::vector<Finding> found = findings.Take();
+  ASSERT_EQ(found.size(), 1U);
+  EXPECT_EQ(found[0].page_number, 1U);
+  EXPECT_EQ(found[0].object, 5U);
+  EXPECT_EQ(found[0].box, (pdf::Box{3, 4, 13, 24}));
 }
 
 TEST(ContentCheck, WantsABlendingSpaceWhereThereIsTransparency) {
