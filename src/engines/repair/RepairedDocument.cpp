@@ -8,7 +8,7 @@
 #include "engines/repair/file/FoundDamage.h"
 #include "engines/support/files/DiskFile.h"
 #include "engines/support/files/SavedFile.h"
-#include "engines/support/metadata/PdfAClaim.h"
+#include "engines/support/metadata/DroppedClaim.h"
 #include "engines/support/metadata/Signatures.h"
 #include "pdf/tree/PageGeometry.h"
 #include "pdf/write/Serialize.h"
