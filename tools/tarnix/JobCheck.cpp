@@ -1,29 +1,14 @@
-#include <cstdint>
 #include <list>
 #include <string>
 
 #include "Failure.h"
 #include "Job.h"
 #include "JobContext.h"
-#include "PdfException.h"
 #include "PdfRepairTask.h"
 #include "Streams.h"
 
 namespace TarnixTools::cli {
 namespace {
-
-constexpr std::int32_t kEnginePasswordError = 17;
-
-bool IsDamaged(const PdfDoc& document, std::list<std::string>& problems) {
-  try {
-    return PdfRepairTask::IsDamaged(document, problems);
-  } catch (PdfException& error) {
-    if (error.GetErrorCode() != kEnginePasswordError) {
-      throw;
-    }
-    throw PdfException(PdfExceptionCode::PasswordError, kEnginePasswordError, "%s", error.what());
-  }
-}
 
 std::string ToText(const std::string& path, const std::list<std::string>& problems) {
   std::string text = path + ": " + (problems.empty() ? "sound" : "damaged") + "\n";
@@ -33,35 +18,27 @@ std::string ToText(const std::string& path, const std::list<std::string>& proble
   return text;
 }
 
-// The statuses of failures come before the answers.
-void Note(int status, JobResult& result) {
-  if (result.exit_status == kExitDone || (result.exit_status == kExitNo && status > kExitNo)) {
-    result.exit_status = status;
-  }
-}
-
-void CheckOne(PdfDoc& document, JobResult& result) {
-  const std::string path = NativePath(document.GetPath());
+void CheckOne(const JobContext& context, const std::string& input, JobResult& result) {
   std::list<std::string> problems;
-  try {
-    const bool is_damaged = IsDamaged(document, problems);
-    result.fields["files"].push_back(
-        {{"path", path}, {"damaged", is_damaged}, {"problems", problems}});
-    result.text += ToText(path, problems);
-    Note(is_damaged ? kExitNo : kExitDone, result);
-  } catch (...) {
-    const Failure failure = CurrentFailure();
-    PrintFailure(failure);
-    result.fields["files"].push_back({{"path", path}, {"error", ToJson(failure)}});
-    Note(ExitStatus(failure.code), result);
-  }
+  const PdfDoc document = context.DocumentOf(input);
+  const bool is_damaged = ForPassword([&] { return PdfRepairTask::IsDamaged(document, problems); });
+  result.fields["files"].push_back(
+      {{"path", input}, {"damaged", is_damaged}, {"problems", problems}});
+  result.text += ToText(input, problems);
+  result.exit_status = is_damaged ? kExitNo : result.exit_status;
 }
 
 JobResult Check(JobContext& context) {
   JobResult result;
   result.fields["files"] = Json::array();
-  for (PdfDoc& document : context.Documents()) {
-    CheckOne(document, result);
+  for (const std::string& input : context.Inputs()) {
+    try {
+      CheckOne(context, input, result);
+    } catch (...) {
+      const Failure failure = CurrentFailure();
+      result.fields["files"].push_back({{"path", input}, {"error", ToJson(failure)}});
+      result.failures.push_back({input, failure});
+    }
   }
   return result;
 }
@@ -70,7 +47,8 @@ const JobRegistration kRegistration({
     .name = "check",
     .summary = "tell whether documents are damaged",
     .description = "Looks through every input and lists what is wrong with it. Writes no file. The "
-                   "exit status is 1 when an input is damaged.",
+                   "exit status is 1 when an input is damaged. An input that fails does not stop "
+                   "the others.",
     .inputs = {.min = 1},
     .output = OutputKind::None,
     .run = Check,

@@ -1,4 +1,3 @@
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -9,20 +8,6 @@
 
 namespace TarnixTools::cli {
 namespace {
-
-constexpr std::int32_t kEnginePasswordError = 17;
-
-// A password that is missing or wrong ends every job with the same status.
-void Execute(PdfRepairTask& task) {
-  try {
-    task.Execute();
-  } catch (PdfException& error) {
-    if (error.GetErrorCode() != kEnginePasswordError) {
-      throw;
-    }
-    throw PdfException(PdfExceptionCode::PasswordError, kEnginePasswordError, "%s", error.what());
-  }
-}
 
 bool IsLost(const PdfReportEntry& entry) {
   return entry.kind == PdfReportKind::Damage && entry.outcome == PdfReportOutcome::Dropped;
@@ -67,7 +52,7 @@ JobResult Repair(JobContext& context) {
   PdfRepairTask task(document, name.empty() ? document.GetDocName(false) + "-repaired.pdf" : name);
   task.SetOutputPath(".");
   context.SetOutput(task);
-  Execute(task);
+  ForPassword([&] { task.Execute(); });
   const std::string directory = context.Options().Has("out-dir") ? task.GetOutputPath() : "";
   return {.outputs = {directory + task.GetOutName()},
           .fields = {{"problems", task.GetErrorsInfo()}},
