@@ -141,8 +141,8 @@ void RepairedDocument::KeepPages(pdf::DocumentRewriter& rewriter) {
   rewriter.SetPages(*pages_, std::move(pages));
 }
 
-// The page with what it inherits, and with the size of the page before it where that is no size. 0
-// where its own will do.
+// The page with the size of the one before it, or behind the first; 0 where it has, or inherits, a
+// size that will do.
 std::uint32_t RepairedDocument::AddSized(std::size_t index, pdf::DocumentRewriter& rewriter) {
   const pdf::PageTree::Page& page = pages_->pages()[index];
   pdf::Arena arena;
@@ -153,7 +153,9 @@ std::uint32_t RepairedDocument::AddSized(std::size_t index, pdf::DocumentRewrite
   if (box_of(page)) {
     return 0;
   }
-  const auto before = index > 0 ? box_of(pages_->pages()[index - 1]) : std::nullopt;
+  const std::size_t next_to_it = index > 0 ? index - 1 : index + 1;
+  const auto size =
+      next_to_it < pages_->pages().size() ? box_of(pages_->pages()[next_to_it]) : std::nullopt;
   std::string text = "<<";
   for (const pdf::DictionaryEntry& entry : page.direct.Entries()) {
     if (entry.Key() != "MediaBox") {
@@ -162,7 +164,7 @@ std::uint32_t RepairedDocument::AddSized(std::size_t index, pdf::DocumentRewrite
     }
   }
   pdf::AppendName(text, "MediaBox");
-  pdf::AppendBox(text, before.value_or(pdf::kDefaultMediaBox));
+  pdf::AppendBox(text, size.value_or(pdf::kDefaultMediaBox));
   return rewriter.Add(pdf::ObjectChange::Value(text + ">>"));
 }
 

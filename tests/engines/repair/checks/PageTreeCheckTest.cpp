@@ -92,10 +92,11 @@ TEST_F(PageTreeCheckTest, KeepsThePlaceOfALostPage) {
                                    "lost"));
   EXPECT_EQ(Complaints(), "");
   ASSERT_EQ(Pages().size(), 2u);
+  EXPECT_EQ(Pages()[0].width, 300);
   EXPECT_EQ(Pages()[1].width, 300);
 }
 
-TEST_F(PageTreeCheckTest, GivesALostPageTheSizeOfTheOneBefore) {
+TEST_F(PageTreeCheckTest, GivesALostPageTheSizeOfTheOneNextToIt) {
   Repair(DocumentWith("(no page)"));
   ASSERT_EQ(Pages().size(), 2u);
   EXPECT_EQ(Pages()[1].width, 300);
