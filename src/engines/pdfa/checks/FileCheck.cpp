@@ -33,8 +33,8 @@ std::optional<std::string> IdOf(const pdf::Object& id) {
   return strings;
 }
 
-bool EndsLine(std::string_view before) {
-  return before.empty() || pdf::EndsWithLineEnd(before);
+bool StartsLine(const pdf::ObjectSyntax& object) {
+  return object.offset == 0 || pdf::EndsWithLineEnd(object.before);
 }
 
 // Where the data begins. Only a line end belongs to the keyword.
@@ -119,7 +119,7 @@ void FileCheck::OnObject(const pdf::ObjectSyntax& object) {
   is_stream_ = false;
   object_is_regular_ =
       object.holder != 0 ||
-      (EndsLine(object.before) && IsOneSpace(object.after_number) &&
+      (StartsLine(object) && IsOneSpace(object.after_number) &&
        IsOneSpace(object.after_generation) && pdf::StartsWithLineEnd(object.after_keyword));
 }
 
@@ -130,11 +130,14 @@ void FileCheck::OnToken(const pdf::TokenSyntax& token) {
 void FileCheck::OnStream(const pdf::StreamSyntax& stream) {
   is_stream_ = true;
   const std::uint64_t length = stream.end - DataOf(stream) - LineEndBefore(stream);
-  stream_.length_is_right = stream.claimed && *stream.claimed >= 0 &&
+  const bool begins_line =
+      stream.after_keyword.starts_with("\r\n") || stream.after_keyword.starts_with('\n');
+  // Without any data the two keywords have one line end between them, where two are due.
+  const bool has_data = !stream.before_end.empty();
+  stream_.length_is_right = has_data && stream.claimed && *stream.claimed >= 0 &&
                             static_cast<std::uint64_t>(*stream.claimed) == length;
   stream_.keywords_are_on_lines =
-      (stream.after_keyword.starts_with("\r\n") || stream.after_keyword.starts_with('\n')) &&
-      stream.has_end && pdf::EndsWithLineEnd(stream.before_end);
+      begins_line && stream.has_end && (!has_data || pdf::EndsWithLineEnd(stream.before_end));
 }
 
 void FileCheck::OnObjectEnd(const pdf::ObjectEndSyntax& end) {

@@ -74,7 +74,7 @@ void TokenCheck::CheckString(const pdf::Token& token) {
   StringFacts facts{.is_hex = is_hex};
   if (is_hex) {
     const pdf::HexSyntax hex = pdf::HexSyntaxOf(token);
-    facts.hex_digits = hex.digits;
+    facts.hex_characters = hex.digits + hex.others;
     facts.has_only_hex_digits = hex.others == 0;
   }
   scratch_.clear();

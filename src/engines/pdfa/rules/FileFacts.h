@@ -68,7 +68,7 @@ struct RealFacts {
 struct StringFacts {
   std::size_t bytes = 0;  // without delimiters and escapes
   bool is_hex = false;
-  std::size_t hex_digits = 0;
+  std::size_t hex_characters = 0;   // that are no white space
   bool has_only_hex_digits = true;  // and white space
 };
 

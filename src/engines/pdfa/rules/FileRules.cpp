@@ -213,7 +213,7 @@ constexpr std::array<Rule<StringFacts>, 4> kStringRules = {{
      .part1 = {"6.1.6", 1},
      .later = {"6.1.6", 1},
      .holds =
-         [](const StringFacts& string) { return !string.is_hex || string.hex_digits % 2 == 0; },
+         [](const StringFacts& string) { return !string.is_hex || string.hex_characters % 2 == 0; },
      .wrong = "A hexadecimal string has an odd number of digits.",
      .cure = "Add the digit 0 at its end."},
     {.levels = kAllLevels,
