@@ -9,8 +9,10 @@
 #define TARNIX_ENGINES_PDFA_CHECKS_CHECKEDDOCUMENT_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "engines/pdfa/rules/FindingList.h"
 #include "pdf/file/Document.h"
@@ -40,6 +42,11 @@ class CheckedDocument {
   // be used when it is theirs.
   std::string_view output_space() const { return output_space_; }
 
+  // The streams that say that they are metadata, of the document or of anything in it.
+  const std::vector<std::uint32_t>& metadata() const { return metadata_; }
+
+  void NoteMetadata(std::uint32_t number) { metadata_.push_back(number); }
+
   pdf::Object LoadPage(std::size_t page_index, pdf::Arena& arena) const {
     return pages_.Load(pages_.pages()[page_index], arena);
   }
@@ -55,6 +62,7 @@ class CheckedDocument {
   int embedded_depth_;
   pdf::PageTree pages_;
   std::string output_space_;
+  std::vector<std::uint32_t> metadata_;
 };
 
 }  // namespace TarnixTools::engines::pdfa

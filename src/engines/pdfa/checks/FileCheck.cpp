@@ -187,6 +187,9 @@ void FileCheck::CheckStream(const pdf::Object& dictionary, std::uint32_t number)
   facts.is_in_other_file =
       dictionary.Has("F") || dictionary.Has("FFilter") || dictionary.Has("FDecodeParms");
   findings_->Check(facts, {.object = number});
+  if (dictionary.Get("Type").IsName("Metadata")) {
+    checked_->NoteMetadata(number);
+  }
   const pdf::Object filter = dictionary.Get("Filter");
   if (filter.IsName() && filter.Text() != "Crypt") {
     findings_->Check(FilterFacts{.name = filter.Text()}, {.object = number});

@@ -108,6 +108,38 @@ class PacketCheck {
   std::uint32_t number_;
 };
 
+// What the packets of a document have in common.
+class PacketsCheck {
+ public:
+  PacketsCheck(CheckedDocument& checked, const XmpTree& of_document)
+      : checked_(&checked), judge_(ReleaseOf(checked.level()), ReadXmpExtensions(of_document)) {}
+
+  void CheckPacket(const XmpTree& packet, std::uint32_t number,
+                   const std::vector<XmpDeclaredSchema>& own) {
+    PacketCheck check(*checked_, packet, number);
+    check.CheckForm();
+    check.CheckProperties(judge_, own);
+    check.CheckExtensions();
+  }
+
+  // Those of pages, images and the like, which may use what the document's packet declares.
+  void CheckOthers(std::uint32_t of_document) {
+    for (const std::uint32_t number : checked_->metadata()) {
+      const auto stream = number != of_document ? checked_->document().TryDecodeStream(
+                                                      number, engines::limits::kMaxMetadataBytes)
+                                                : std::nullopt;
+      if (stream) {
+        const XmpTree packet = ReadXmp(stream->data);
+        CheckPacket(packet, number, ReadXmpExtensions(packet));
+      }
+    }
+  }
+
+ private:
+  CheckedDocument* checked_;
+  XmpJudge judge_;
+};
+
 }  // namespace
 
 void CheckMetadata(CheckedDocument& checked) {
@@ -119,16 +151,14 @@ void CheckMetadata(CheckedDocument& checked) {
   checked.findings().Check(DocumentMetadataFacts{.has_stream = stream.has_value(),
                                                  .has_filter = metadata.value.Has("Filter")},
                            {.object = metadata.number});
-  if (!stream) {
-    return CheckInformation(checked, nullptr);
+  const XmpTree packet = stream ? ReadXmp(stream->data) : XmpTree();
+  PacketsCheck packets(checked, packet);
+  if (stream) {
+    packets.CheckPacket(packet, metadata.number, {});
+    PacketCheck(checked, packet, metadata.number).CheckClaim();
   }
-  const XmpTree packet = ReadXmp(stream->data);
-  PacketCheck check(checked, packet, metadata.number);
-  check.CheckForm();
-  check.CheckProperties(XmpJudge(ReleaseOf(checked.level()), ReadXmpExtensions(packet)), {});
-  check.CheckExtensions();
-  check.CheckClaim();
-  CheckInformation(checked, &packet);
+  packets.CheckOthers(metadata.number);
+  CheckInformation(checked, stream ? &packet : nullptr);
 }
 
 }  // namespace TarnixTools::engines::pdfa
