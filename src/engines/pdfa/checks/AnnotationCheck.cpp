@@ -65,7 +65,16 @@ class OneAnnotation {
     }
     const bool is_stream = normal.number != 0 && checked_->document().IsStream(normal.number);
     facts.normal = is_stream ? NormalAppearance::kStream : NormalAppearance::kStates;
-    facts.has_states = !is_stream && !normal.value.Entries().empty();
+    facts.has_states = !is_stream && HasStreams(normal.value);
+  }
+
+  bool HasStreams(const pdf::Object& states) const {
+    for (const pdf::DictionaryEntry& state : states.Entries()) {
+      if (checked_->document().IsStream(state.value.AsReference().number)) {
+        return true;
+      }
+    }
+    return false;
   }
 
   // A field gives its widgets what they lack.
