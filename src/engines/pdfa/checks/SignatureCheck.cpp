@@ -30,8 +30,8 @@ class MessagePlace : public pdf::SyntaxObserver {
   bool is_next_ = false;
 };
 
-// Distinguished encoding (ITU-T X.690, 8.1), value by value.
-class DerReader {
+// Basic encoding (ITU-T X.690, 8.1), value by value.
+class BerReader {
  public:
   struct Value {
     unsigned char tag = 0;
@@ -39,36 +39,66 @@ class DerReader {
     std::string_view whole;
   };
 
-  explicit DerReader(std::string_view data) : data_(data) {}
+  explicit BerReader(std::string_view data) : data_(data) {}
 
+  // Nothing at the end, and for what cannot be read.
   std::optional<Value> Next() {
-    if (data_.size() < 2) {
+    const std::optional<Header> header = HeaderOf(data_);
+    const std::optional<std::size_t> length = header ? LengthOf(data_, *header) : std::nullopt;
+    if (!length) {
       return std::nullopt;
     }
-    const auto tag = static_cast<unsigned char>(data_[0]);
-    std::size_t length = static_cast<unsigned char>(data_[1]);
-    std::size_t header = 2;
-    constexpr std::size_t kLong = 0x80;
-    if (length >= kLong) {
-      const std::size_t bytes = length - kLong;
-      if (bytes == 0 || bytes > 4 || data_.size() < header + bytes) {
-        return std::nullopt;
-      }
-      length = 0;
-      for (std::size_t i = 0; i < bytes; ++i) {
-        length = length << 8 | static_cast<unsigned char>(data_[header + i]);
-      }
-      header += bytes;
-    }
-    if (length > data_.size() - header) {
-      return std::nullopt;
-    }
-    const Value value = {tag, data_.substr(header, length), data_.substr(0, header + length)};
-    data_.remove_prefix(header + length);
+    const std::size_t end = header->length ? 0 : kEndSize;
+    const Value value = {static_cast<unsigned char>(data_[0]),
+                         data_.substr(header->size, *length - header->size - end),
+                         data_.substr(0, *length)};
+    data_.remove_prefix(*length);
     return value;
   }
 
  private:
+  static constexpr std::size_t kEndSize = 2;
+
+  struct Header {
+    std::size_t size = 0;               // of tag and length
+    std::optional<std::size_t> length;  // nothing: an end mark tells
+  };
+
+  static std::optional<Header> HeaderOf(std::string_view data) {
+    if (data.size() < 2) {
+      return std::nullopt;
+    }
+    constexpr std::size_t kLong = 0x80;
+    const std::size_t first = static_cast<unsigned char>(data[1]);
+    if (first <= kLong) {
+      return Header{2, first < kLong ? std::optional(first) : std::nullopt};
+    }
+    const std::size_t bytes = first - kLong;
+    if (bytes > 4 || data.size() < 2 + bytes) {
+      return std::nullopt;
+    }
+    std::size_t length = 0;
+    for (std::size_t i = 0; i < bytes; ++i) {
+      length = length << 8 | static_cast<unsigned char>(data[2 + i]);
+    }
+    return Header{2 + bytes, length};
+  }
+
+  // Of the whole value. What is in one without a length is passed over, value by value.
+  static std::optional<std::size_t> LengthOf(std::string_view data, const Header& header) {
+    std::size_t at = header.size + header.length.value_or(0);
+    for (std::size_t open = header.length ? 0 : 1; open > 0 && at <= data.size();) {
+      const std::optional<Header> inner = HeaderOf(data.substr(at));
+      if (!inner) {
+        return std::nullopt;
+      }
+      const bool is_end = data.substr(at).starts_with(std::string_view("\0\0", kEndSize));
+      open = is_end ? open - 1 : inner->length ? open : open + 1;
+      at += inner->size + inner->length.value_or(0);
+    }
+    return at <= data.size() ? std::optional(at) : std::nullopt;
+  }
+
   std::string_view data_;
 };
 
@@ -86,11 +116,11 @@ struct Signer {
 
 // RFC 5280, 4.1.
 std::optional<Signer> SignerOfCertificate(std::string_view certificate) {
-  const auto fields = DerReader(certificate).Next();
+  const auto fields = BerReader(certificate).Next();
   if (!fields) {
     return std::nullopt;
   }
-  DerReader reader(fields->content);
+  BerReader reader(fields->content);
   auto value = reader.Next();
   if (value && value->tag == kCertificates) {  // the version
     value = reader.Next();
@@ -105,13 +135,13 @@ std::optional<Signer> SignerOfCertificate(std::string_view certificate) {
 
 // RFC 5652, 5.3.
 std::optional<Signer> SignerOfInfo(std::string_view info) {
-  DerReader reader(info);
+  BerReader reader(info);
   const auto version = reader.Next();
   const auto identifier = reader.Next();
   if (!version || !identifier || identifier->tag != kSequence) {
     return std::nullopt;
   }
-  DerReader parts(identifier->content);
+  BerReader parts(identifier->content);
   const auto issuer = parts.Next();
   const auto serial = parts.Next();
   if (!issuer || !serial) {
@@ -121,7 +151,7 @@ std::optional<Signer> SignerOfInfo(std::string_view info) {
 }
 
 bool HasCertificateOf(std::string_view certificates, const Signer& signer) {
-  DerReader reader(certificates);
+  BerReader reader(certificates);
   while (const auto certificate = reader.Next()) {
     if (SignerOfCertificate(certificate->content) == signer) {
       return true;
@@ -131,14 +161,14 @@ bool HasCertificateOf(std::string_view certificates, const Signer& signer) {
 }
 
 SignatureMessageFacts FactsOfSigners(std::string_view infos, std::string_view certificates) {
-  SignatureMessageFacts facts;
-  facts.signers = 0;
-  DerReader reader(infos);
+  SignatureMessageFacts facts{.has_certificate = true, .signers = 0};
+  BerReader reader(infos);
   while (const auto info = reader.Next()) {
     ++facts.signers;
     const std::optional<Signer> signer = SignerOfInfo(info->content);
     facts.has_certificate &= !signer || HasCertificateOf(certificates, *signer);
   }
+  facts.has_certificate &= facts.signers > 0;
   return facts;
 }
 
@@ -192,15 +222,15 @@ void CheckReferences(CheckedDocument& checked, const pdf::Object& signature) {
 
 // RFC 5652, 3 and 5.1: content information, in it the signed data, and at its end the signers.
 SignatureMessageFacts FactsOfMessage(std::string_view message) {
-  const auto information = DerReader(message).Next();
-  DerReader outer(information ? information->content : std::string_view());
+  const auto information = BerReader(message).Next();
+  BerReader outer(information ? information->content : std::string_view());
   const auto type = outer.Next();
   const auto wrapper = outer.Next();
-  const auto data = DerReader(wrapper ? wrapper->content : std::string_view()).Next();
+  const auto data = BerReader(wrapper ? wrapper->content : std::string_view()).Next();
   if (!type || !data || data->tag != kSequence) {
-    return {};
+    return {.has_certificate = false, .signers = 0};
   }
-  DerReader fields(data->content);
+  BerReader fields(data->content);
   std::string_view certificates;
   std::optional<std::string_view> infos;
   bool is_past_content = false;
@@ -213,7 +243,7 @@ SignatureMessageFacts FactsOfMessage(std::string_view message) {
       infos = field->content;
     }
   }
-  return infos ? FactsOfSigners(*infos, certificates) : SignatureMessageFacts{};
+  return FactsOfSigners(infos.value_or(""), certificates);
 }
 
 void CheckSignatureField(CheckedDocument& checked, const pdf::Followed& field) {
@@ -228,7 +258,9 @@ void CheckSignatureField(CheckedDocument& checked, const pdf::Followed& field) {
   const Place place = {.object = signature.number};
   checked.findings().Check(SignatureFacts{CoversDocument(checked, signature)}, place);
   const pdf::Object message = checked.Get(signature.value, "Contents", arena);
-  checked.findings().Check(FactsOfMessage(message.Text()), place);
+  if (message.IsString()) {
+    checked.findings().Check(FactsOfMessage(message.Text()), place);
+  }
   CheckReferences(checked, signature.value);
 }
 

@@ -13,7 +13,7 @@ namespace TarnixTools::engines::pdfa {
 // Of a field of any type; one that holds no signature is passed over.
 void CheckSignatureField(CheckedDocument& checked, const pdf::Followed& field);
 
-// What a signed message says (RFC 5652, 5.1); as it should be for what is none.
+// What a signed message says (RFC 5652, 5.1); no signer for what is none.
 SignatureMessageFacts FactsOfMessage(std::string_view message);
 
 }  // namespace TarnixTools::engines::pdfa
