@@ -49,11 +49,19 @@ class DateReader {
 
 constexpr int kLastYear = 9999;
 
+// What stands behind "Z" in some dates of the document information: no hours and minutes.
+bool TakeZero(DateReader& reader, char mark) {
+  int zero = 0;
+  const bool has_hours = reader.Take(2, 0, 0, zero);
+  reader.Skip(mark);
+  return has_hours && (!reader.AtDigit() || reader.Take(2, 0, 0, zero));
+}
+
 // "Z", or a sign and hours and minutes with a mark between them.
 bool TakeOffset(DateReader& reader, XmpDate& date, char mark, bool needs_minutes) {
   if (reader.Skip('Z')) {
     date.offset = 0;
-    return true;
+    return needs_minutes || !reader.AtDigit() || TakeZero(reader, mark);
   }
   const bool is_east = reader.Skip('+');
   if (!is_east && !reader.Skip('-')) {

@@ -27,6 +27,16 @@ bool IsXmlText(std::string_view text) {
   return true;
 }
 
+// The mark of the encoding that a header has is often spoiled by programs that take it for text;
+// readers of XMP do not look at it.
+std::string_view AfterHeader(std::string_view text) {
+  const std::size_t start = text.find("<?xpacket");
+  const std::size_t end = text.find("?>", start == std::string_view::npos ? 0 : start);
+  const bool has_header =
+      start != std::string_view::npos && end != std::string_view::npos && start <= kUtf8Mark.size();
+  return has_header ? text.substr(end) : text;
+}
+
 bool IsXmlName(std::string_view name) {
   constexpr std::string_view kNotFirst = "-.0123456789:";
   constexpr std::string_view kNotInNames = "!\"#$%&'()*+,/;<=>?@[\\]^`{|}~";
@@ -233,7 +243,7 @@ XmpTree ReadXmp(std::string_view packet) {
   }
   tree.encoding = XmpEncodingOf(packet);
   std::optional<std::string> text = XmpToUtf8(packet);
-  if (!text || !IsXmlText(*text)) {
+  if (!text || !IsXmlText(AfterHeader(*text))) {
     return tree;
   }
   tree.text = std::make_shared<const std::string>(std::move(*text));

@@ -138,6 +138,17 @@ TEST(XmpTree, IsWellFormedXml) {
   }
 }
 
+// A mark of the encoding that a program has spoiled.
+TEST(XmpTree, PassesOverItsHeader) {
+  const std::string rdf = Packet(Description("<s:a/>"));
+  for (const std::string& mark : {"\xEF\xBB?"s, "\0"s, "\xFF\xFE"s}) {
+    const std::size_t start = rdf.starts_with("<?") ? rdf.find("?>") + 2 : 0;
+    EXPECT_EQ(ReadXmp("<?xpacket begin='" + mark + "' id='x'?>" + rdf.substr(start)).state,
+              XmpState::kFine);
+  }
+  EXPECT_EQ(ReadXmp("<?other \xFF?><a/>").state, XmpState::kMalformed);
+}
+
 TEST(XmpTree, IsBounded) {
   EXPECT_EQ(ReadXmp(std::string(limits::kMaxMetadataBytes + 1, ' ')).state, XmpState::kTooLarge);
   std::string deep;

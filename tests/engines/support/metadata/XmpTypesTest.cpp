@@ -115,10 +115,10 @@ TEST(XmpDate, ReadsBothForms) {
   for (const char* fine : {"D:2020", "2020", "D:20200203", "D:20200203040506", "D:20200203040506Z",
                            "D:20200203040506Z00'00'", "D:20200203040506+01'00'",
                            "D:20200203040506-0130", "D:20200203040506+01"}) {
-    const bool is_odd = std::string(fine).find("Z0") != std::string::npos;
-    EXPECT_EQ(ReadInfoDate(fine).has_value(), !is_odd) << fine;
+    EXPECT_TRUE(ReadInfoDate(fine)) << fine;
   }
-  for (const char* wrong : {"", "D:", "today", "D:202", "D:20201303", "D:20200203040506+1"}) {
+  for (const char* wrong : {"", "D:", "today", "D:202", "D:20201303", "D:20200203040506+1",
+                            "D:20200203040506Z01'00'"}) {
     EXPECT_FALSE(ReadInfoDate(wrong)) << wrong;
   }
 }
@@ -130,6 +130,7 @@ TEST(XmpDate, TellsMomentsApart) {
   EXPECT_TRUE(same("2020-03-01T00:30:00+01:00", "D:20200229233000Z"));
   EXPECT_FALSE(same("2020-03-01T00:30:00+01:00", "D:20200301003000Z"));
   EXPECT_TRUE(same("2020-01-01", "D:2020"));
+  EXPECT_TRUE(same("2022-06-22T15:23:43+05:30", "D:20220622095343Z00'00'"));
   EXPECT_EQ(XmpDateText(*ReadInfoDate("D:20200203040506-01'30'")), "2020-02-03T04:05:06-01:30");
   EXPECT_EQ(XmpDateText(*ReadInfoDate("D:20200203040506Z")), "2020-02-03T04:05:06Z");
   EXPECT_EQ(XmpDateText(*ReadInfoDate("D:2020")), "2020-01-01T00:00:00");
