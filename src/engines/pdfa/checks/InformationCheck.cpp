@@ -23,15 +23,20 @@ bool IsDate(const XmpMirror& mirror) {
 void CheckInformation(CheckedDocument& checked, const XmpTree* packet) {
   const XmpInfoValues values = ReadXmpInfoValues(checked.document());
   InformationFacts facts;
+  pdf::Arena arena;
+  const pdf::Followed information =
+      checked.document().Follow(checked.document().trailer().Get("Info"), arena);
   for (std::size_t i = 0; i < kXmpInfoFieldCount; ++i) {
     const XmpMirror& mirror = kXmpMirrors[i];
     if (values[i]) {
       facts.*kFacts[i] =
           packet != nullptr ? XmpAgrees(*packet, mirror, *values[i]) : IsDate(mirror);
+    } else {  // what is no string agrees with nothing
+      facts.*kFacts[i] =
+          IsDate(mirror) || checked.Get(information.value, mirror.key, arena).IsNull();
     }
   }
-  const pdf::Object information = checked.document().trailer().Get("Info");
-  checked.findings().Check(facts, {.object = information.AsReference().number});
+  checked.findings().Check(facts, {.object = information.number});
 }
 
 }  // namespace TarnixTools::engines::pdfa

@@ -32,13 +32,21 @@ XmpInfoValues ReadXmpInfoValues(pdf::Document& document) {
   return values;
 }
 
+namespace {
+
+bool IsArray(const XmpMirror& mirror) {
+  return mirror.type.starts_with("lang alt") || mirror.type.starts_with("seq");
+}
+
+}  // namespace
+
 std::optional<std::string> XmpFieldText(const XmpTree& tree, const XmpMirror& mirror) {
   const XmpNode* node = tree.Find(mirror.name_space, mirror.name);
   if (node == nullptr || node->kind == XmpKind::kStruct) {
     return std::nullopt;
   }
   if (node->kind == XmpKind::kSimple) {
-    return node->value;
+    return IsArray(mirror) ? std::nullopt : std::optional(node->value);
   }
   const bool is_for_all = node->kind == XmpKind::kAlt;
   for (const XmpNode& item : node->children) {
