@@ -144,8 +144,11 @@ XmpExtensionObject DescriptionOf(const XmpNode& node, XmpExtensionPart part,
   return object;
 }
 
+// A schema without a namespace declares nothing.
 void DescribeSchema(const XmpNode& node, std::vector<XmpExtensionObject>& objects) {
-  const std::vector<XmpDeclaredType> types = TypesOf(node);
+  const bool is_usable = !TextOf(node, kPdfASchemaNamespace, "namespaceURI").empty();
+  const std::vector<XmpDeclaredType> types =
+      is_usable ? TypesOf(node) : std::vector<XmpDeclaredType>();
   objects.push_back(DescriptionOf(node, XmpExtensionPart::kSchema, types));
   for (const XmpNode& item : ItemsOf(node, kPdfASchemaNamespace, "property")) {
     objects.push_back(DescriptionOf(item, XmpExtensionPart::kProperty, types));
