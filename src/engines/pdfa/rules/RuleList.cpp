@@ -2,10 +2,14 @@
 
 #include "engines/pdfa/rules/ActionFacts.h"
 #include "engines/pdfa/rules/AnnotationFacts.h"
+#include "engines/pdfa/rules/ColorFacts.h"
+#include "engines/pdfa/rules/ContentFacts.h"
 #include "engines/pdfa/rules/DocumentFacts.h"
 #include "engines/pdfa/rules/EmbeddedFileFacts.h"
 #include "engines/pdfa/rules/FileFacts.h"
+#include "engines/pdfa/rules/FontFacts.h"
 #include "engines/pdfa/rules/FormFacts.h"
+#include "engines/pdfa/rules/GraphicsFacts.h"
 #include "engines/pdfa/rules/MetadataFacts.h"
 #include "engines/pdfa/rules/ProfileFacts.h"
 #include "engines/pdfa/rules/StructureFacts.h"
@@ -34,6 +38,14 @@ std::vector<RuleText> AllRules() {
              IntegerFacts, RealFacts, StringFacts, NameFacts, ArrayFacts, DictionaryFacts,
              ReadableNameFacts>(rules);
   AddRulesOf<OutputProfileFacts, OutputIntentsFacts, OutputIntentFacts>(rules);
+  AddRulesOf<DeviceColorFacts, InputProfileFacts, ProfileComponentsFacts, IccCmykFacts,
+             DeviceNFacts, SeparationFacts>(rules);
+  AddRulesOf<GraphicsStateFacts, BlendModeFacts, HalftoneFacts, RenderingIntentFacts, GroupFacts,
+             PageTransparencyFacts>(rules);
+  AddRulesOf<OperatorFacts, SavedStateFacts, ResourceNamesFacts, InlineFilterFacts,
+             PaintedObjectFacts, PaintedImageFacts, PaintedFormFacts, JpxFacts>(rules);
+  AddRulesOf<FontFacts, SimpleFontFacts, CollectionFacts, CidFontFacts, CodeMapFacts, UsedMapFacts,
+             Type1FontFacts, TrueTypeFontFacts, TrueTypeProgramFacts, GlyphFacts>(rules);
   AddRulesOf<CatalogFacts, PageFacts, PageBoxFacts, LayerConfigurationFacts>(rules);
   AddRulesOf<AnnotationFacts, WidgetFacts, ActionFacts, NamedActionFacts>(rules);
   AddRulesOf<FormFacts, FieldFacts, SignatureFacts, SignatureMessageFacts, PermissionsFacts,
