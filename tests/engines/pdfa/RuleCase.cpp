@@ -1,0 +1,82 @@
+#include "engines/pdfa/RuleCase.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "engines/pdfa/Findings.h"
+#include "support/ArchiveFile.h"
+
+namespace TarnixTools::testing {
+
+namespace {
+
+constexpr std::pair<std::string_view, std::string_view> kShort[] = {
+    {"{rect}", "/Rect[0 0 10 10]"},
+    {"{form}", "/AP<</N 6 0 R>>"},
+    {"{file}", "/EF<</F 4 0 R>>"},
+    {"{layers}", "/OCProperties<</OCGs[3 0 R]/D<<"}};
+
+std::string Expand(std::string text) {
+  for (const auto& [name, meaning] : kShort) {
+    const std::size_t at = text.find(name);
+    if (at != std::string::npos) {
+      text.replace(at, name.size(), meaning);
+    }
+  }
+  return text;
+}
+
+void ReplaceIn(ArchiveFile& file, const std::string& replacement) {
+  const std::size_t bar = replacement.find('|');
+  if (bar != std::string::npos) {
+    file.Replace(replacement.substr(0, bar), replacement.substr(bar + 1));
+  }
+}
+
+std::string FileOf(const RuleCase& rule_case, const char* example) {
+  const std::string text = Expand(example);
+  ArchiveFile file(rule_case.level);
+  file.Catalog(rule_case.catalog);
+  switch (rule_case.part) {
+    case Part::kCatalog:
+      file.Catalog(text);
+      break;
+    case Part::kPage:
+      file.Page(text);
+      break;
+    case Part::kTrailer:
+      file.Trailer(text);
+      break;
+    case Part::kAnnotation:
+      file.Annotation(text);
+      break;
+    case Part::kObject:
+      file.Object(20, text);
+      break;
+    case Part::kPacket:
+      file.Packet(text);
+      break;
+    case Part::kBytes:
+      ReplaceIn(file, text);
+      break;
+  }
+  return file.Bytes();
+}
+
+}  // namespace
+
+void ExpectCases(std::span<const RuleCase> cases) {
+  for (const RuleCase& rule_case : cases) {
+    SCOPED_TRACE(std::string(rule_case.rule) + " of " + rule_case.level);
+    EXPECT_THAT(BrokenRules(FileOf(rule_case, rule_case.good), rule_case.level),
+                ::testing::IsEmpty());
+    EXPECT_THAT(BrokenRules(FileOf(rule_case, rule_case.bad), rule_case.level),
+                ::testing::Contains(rule_case.rule));
+  }
+}
+
+}  // namespace TarnixTools::testing

@@ -1,0 +1,60 @@
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <string>
+#include <tuple>
+
+#include <gtest/gtest.h>
+
+#include "engines/pdfa/rules/RuleList.h"
+#include "support/Surroundings.h"
+
+namespace TarnixTools::engines::pdfa {
+namespace {
+
+std::string NumberText(const RuleNumber& number) {
+  return number ? number.clause + ("-" + std::to_string(number.test)) : std::string();
+}
+
+TEST(RuleList, IsInTheDocuments) {
+  std::ifstream file(TarnixTools::testing::SourceDir() + "/docs/pdfa-coverage.md");
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  for (const RuleText& rule : AllRules()) {
+    const std::string row = "| " + NumberText(rule.part1) + " | " + NumberText(rule.later) + " |";
+    EXPECT_NE(text.find(row), std::string::npos) << row << rule.wrong;
+    EXPECT_NE(text.find(rule.wrong), std::string::npos) << rule.wrong;
+  }
+}
+
+TEST(RuleList, NumbersEachRuleOfALevelOnce) {
+  std::set<std::tuple<int, std::string>> seen;
+  for (const RuleText& rule : AllRules()) {
+    for (int bit = 0; bit < 8; ++bit) {
+      const auto level = static_cast<Level>(1 << bit);
+      const RuleNumber& number = PartOf(level) == 1 ? rule.part1 : rule.later;
+      if (Contains(rule.levels, level) && number) {
+        EXPECT_TRUE(seen.emplace(bit, NumberText(number)).second) << NumberText(number);
+      }
+    }
+  }
+  EXPECT_GT(seen.size(), 900U);
+}
+
+TEST(RuleList, HasTwoSentencesForEachRule) {
+  for (const RuleText& rule : AllRules()) {
+    EXPECT_TRUE(std::string(rule.wrong).ends_with('.')) << rule.wrong;
+    EXPECT_TRUE(std::string(rule.cure).ends_with('.')) << rule.cure;
+  }
+}
+
+TEST(Levels, GoWithTheirCodes) {
+  EXPECT_EQ(CodeOf(Level::k1a), 0x1402);
+  EXPECT_EQ(CodeOf(Level::k3u), 0x1712);
+  EXPECT_EQ(LevelOfCode(0x1703), Level::k2a);
+  EXPECT_EQ(LevelOfCode(0x1700), std::nullopt);
+  EXPECT_EQ(LevelOf(1, 'u'), std::nullopt);
+  EXPECT_STREQ(NameOf(Level::k3b), "PDF/A-3b");
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::pdfa
