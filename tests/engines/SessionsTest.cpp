@@ -11,6 +11,8 @@
 #include "engines/optimizer/Optimizer.h"
 #include "engines/parser/ErrorCodes.h"
 #include "engines/parser/Parser.h"
+#include "engines/pdfa/ErrorCodes.h"
+#include "engines/pdfa/PdfA.h"
 #include "engines/rasteriser/ErrorCodes.h"
 #include "engines/rasteriser/Rasteriser.h"
 #include "engines/support/pdfium/PdfiumSession.h"
@@ -82,6 +84,21 @@ struct OptimizerEngine {
   }
 };
 
+struct ValidatorEngine {
+  static constexpr auto kInitialize = PdfValidatorInitialize;
+  static constexpr auto kUnInitialize = PdfValidatorUnInitialize;
+  static constexpr auto kCreate = PdfValidatorCreateObject;
+  static constexpr auto kDestroy = PdfValidatorDestroyObject;
+  static constexpr auto kClose = PdfValidatorClose;
+  static constexpr auto kLastError = PdfValidatorGetErrorCode;
+  static constexpr auto kArgumentError = kValidatorArgumentError;
+  static constexpr auto kMissingError = kValidatorOpenError;
+
+  static int Open(TPdfValidator* object, const std::string& path) {
+    return PdfValidatorOpenW(object, WidePath(path), L"", 0);
+  }
+};
+
 template <typename Engine>
 class SessionThread : public ::testing::Test {
  protected:
@@ -126,7 +143,8 @@ class SessionThread : public ::testing::Test {
   using TestPdf = testing::TestPdf;
 };
 
-using Engines = ::testing::Types<Img2PdfEngine, RasteriserEngine, ParserEngine, OptimizerEngine>;
+using Engines = ::testing::Types<Img2PdfEngine, RasteriserEngine, ParserEngine, OptimizerEngine,
+                                 ValidatorEngine>;
 TYPED_TEST_SUITE(SessionThread, Engines);
 
 TYPED_TEST(SessionThread, LeavesErrorsToBeRead) {
