@@ -48,14 +48,16 @@ std::optional<std::string> TypeByShape(const XmpNode& node) {
   if (node.kind == XmpKind::kSimple) {
     return "Text";
   }
-  const bool is_flat =
-      std::all_of(node.children.begin(), node.children.end(),
-                  [](const XmpNode& item) { return item.kind == XmpKind::kSimple; });
-  if (node.kind == XmpKind::kStruct || !is_flat) {
+  const auto all_items = [&](auto&& holds) {
+    return std::all_of(node.children.begin(), node.children.end(), holds);
+  };
+  if (node.kind == XmpKind::kStruct ||
+      !all_items([](const XmpNode& item) { return item.kind == XmpKind::kSimple; })) {
     return std::nullopt;
   }
   const bool has_languages =
-      node.kind == XmpKind::kAlt && !node.children.empty() && node.children.front().Language();
+      node.kind == XmpKind::kAlt && !node.children.empty() &&
+      all_items([](const XmpNode& item) { return item.Language().has_value(); });
   return has_languages                ? "Lang Alt"
          : node.kind == XmpKind::kBag ? "bag Text"
          : node.kind == XmpKind::kSeq ? "seq Text"
@@ -67,12 +69,13 @@ void MendShape(XmpNode& node, std::string_view type) {
   if (node.kind != XmpKind::kSimple || node.value.empty()) {
     return;
   }
+  const std::string value = node.value;
   if (type == "lang alt") {
-    node = Array(std::move(node), XmpKind::kAlt, {ForAllLanguages(node.value)});
+    node = Array(std::move(node), XmpKind::kAlt, {ForAllLanguages(value)});
   } else if (type.starts_with("seq ")) {
-    node = Array(std::move(node), XmpKind::kSeq, {Item(node.value)});
+    node = Array(std::move(node), XmpKind::kSeq, {Item(value)});
   } else if (type.starts_with("bag ")) {
-    node = Array(std::move(node), XmpKind::kBag, {Item(node.value)});
+    node = Array(std::move(node), XmpKind::kBag, {Item(value)});
   }
 }
 
@@ -82,7 +85,8 @@ class PacketMaker {
       : given_(given),
         level_(level),
         info_(info),
-        release_(level.part == 1 ? XmpRelease::k2004 : XmpRelease::k2005) {}
+        release_(level.part == 1 ? XmpRelease::k2004 : XmpRelease::k2005),
+        judge_(release_, {}) {}
 
   PdfAPacket Make();
 
@@ -95,12 +99,12 @@ class PacketMaker {
   void KeepSchemas();
   bool IsSoundSchema(const XmpNode& schema) const;
   void AddDeclarations();
-  bool IsDeclaredByGiven(const XmpNode& node) const;
 
   const XmpTree& given_;
   PdfALevel level_;
   const XmpInfoValues& info_;
   XmpRelease release_;
+  XmpJudge judge_;
   std::vector<XmpNode> schemas_;  // of the given packet, those that can stay
   std::vector<XmpDeclaredSchema> declared_;
   std::vector<XmpNode> undeclared_;  // kept, to be declared
@@ -167,24 +171,17 @@ void PacketMaker::AddGiven() {
 }
 
 void PacketMaker::Keep(XmpNode node) {
-  const XmpDefinition* known = FindXmpProperty(release_, node.name_space, node.name);
-  if (known != nullptr) {
+  if (const XmpDefinition* known = FindXmpProperty(release_, node.name_space, node.name)) {
     MendShape(node, known->type);
   }
-  const bool is_fine =
-      known != nullptr ? IsOfXmpType(node, known->type, {}) : IsDeclaredByGiven(node);
-  if (is_fine) {
+  const XmpPropertyFacts facts = judge_.FactsOf(node, declared_);
+  if (facts.has_right_type) {
     properties_.push_back(std::move(node));
-  } else if (known == nullptr && TypeByShape(node)) {
+  } else if (!facts.is_predefined && !facts.is_declared && TypeByShape(node)) {
     undeclared_.push_back(std::move(node));
   } else {
     packet_.dropped.push_back(std::string(node.prefix) + ":" + std::string(node.name));
   }
-}
-
-bool PacketMaker::IsDeclaredByGiven(const XmpNode& node) const {
-  const XmpPropertyFacts facts = XmpJudge(release_, {}).FactsOf(node, declared_);
-  return facts.is_declared && facts.has_right_type;
 }
 
 void PacketMaker::KeepSchemas() {

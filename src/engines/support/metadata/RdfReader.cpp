@@ -21,11 +21,11 @@ bool IsLanguage(const XmlQName& name) {
 }
 
 // Names of RDF that no property has (7.2.4 of RDF/XML Syntax: those of its grammar and the old
-// ones).
+// ones); items of arrays have one of them.
 bool CanBeProperty(const XmlQName& name) {
   constexpr std::string_view kReserved[] = {
-      "RDF",      "ID",          "about",     "parseType",       "resource", "nodeID",
-      "datatype", "Description", "aboutEach", "aboutEachPrefix", "bagID"};
+      "RDF",      "ID", "about",       "parseType", "resource",        "nodeID",
+      "datatype", "li", "Description", "aboutEach", "aboutEachPrefix", "bagID"};
   return !name.name_space.empty() &&
          (name.name_space != kRdfNamespace ||
           std::find(std::begin(kReserved), std::end(kReserved), name.local) == std::end(kReserved));
@@ -105,7 +105,7 @@ bool RdfReader::End() {
   Open ended = std::move(open_.back());
   open_.pop_back();
   XmpNode& node = ended.node;
-  if ((!node.IsArray() && HasDuplicates(node.children)) || HasDuplicates(node.qualifiers)) {
+  if (!node.IsArray() && HasDuplicates(node.children)) {
     return false;
   }
   if (ended.role == Role::kTop) {
@@ -121,6 +121,9 @@ bool RdfReader::End() {
     return true;
   }
   TakeQualifiersOut(node);
+  if (HasDuplicates(node.qualifiers)) {
+    return false;
+  }
   open_.back().node.children.push_back(std::move(node));
   return true;
 }
@@ -173,7 +176,7 @@ bool RdfReader::StartTyped(const XmlQName& name, const std::vector<RdfAttribute>
 
 bool RdfReader::StartProperty(const XmlQName& name, const std::vector<RdfAttribute>& attributes) {
   const XmpNode& parent = open_.back().node;
-  if (!CanBeProperty(name) || parent.IsArray() != name.IsRdf("li")) {
+  if (parent.IsArray() ? !name.IsRdf("li") : !CanBeProperty(name)) {
     return false;
   }
   Open property{Role::kProperty, MakeNode(name)};

@@ -21,8 +21,8 @@ bool IsXmlDeclaration(std::string_view name);
 
 class XmlNamespaces {
  public:
-  // Those that a start tag declares. False for more than packets have, and for a name that needs
-  // expanding, which could be any.
+  // Those that a start tag declares. False for more than packets have, and for a name that would need
+  // expanding or could not be written as it stands, which none that is used does.
   bool Declare(const std::vector<XmlAttribute>& attributes);
 
   // Empty for a prefix that is not declared.

@@ -117,6 +117,15 @@ TEST(PdfAPacket, KeepsItsDeclarations) {
   EXPECT_EQ(again.bytes, first.bytes);
 }
 
+TEST(PdfAPacket, DropsWhatItsOwnDeclarationDoesNotAllow) {
+  std::string given = Made(Description("<s:a><rdf:Bag><rdf:li>1</rdf:li></rdf:Bag></s:a>")).bytes;
+  const std::string type = "bag Text";
+  given.replace(given.find(type), type.size(), "Integer");
+  const PdfAPacket packet = MakePdfAPacket(ReadXmp(given), {2, 'b'}, {});
+  EXPECT_THAT(packet.dropped, ElementsAre("s:a"));
+  ExpectAllowed(packet, XmpRelease::k2005);
+}
+
 TEST(PdfAPacket, DropsWhatIsOfTheWrongType) {
   const PdfAPacket packet = Made(Description(
       "<xmp:Rating>five</xmp:Rating><dc:type>novel</dc:type><dc:subject>a</dc:subject>"));

@@ -111,13 +111,27 @@ TEST(XmpTree, KnowsWhatXmpAllows) {
     EXPECT_EQ(StateOf(content), XmpState::kBadRdf) << content;
   }
   for (const char* content :
-       {"<s:a>x<rdf:Bag/></s:a>", "<s:a><rdf:Bag/>x</s:a>", "<s:a><rdf:Bag/><rdf:Bag/></s:a>",
-        "<rdf:li>x</rdf:li>", "<s:a><rdf:Bag><s:b/></rdf:Bag></s:a>", "<nospace/>",
-        "<s:a rdf:parseType='Literal'>x</s:a>", "<s:a rdf:parseType='Collection'/>",
-        "<s:a rdf:resource='x' rdf:value='y'/>", "<s:a rdf:resource='x'>y</s:a>",
-        "<s:a s:f='1'><s:b/></s:a>", "<rdf:about/>", "<rdf:Description/>",
-        "<s:a><rdf:Bag s:q='1'/></s:a>", "<s:a><rdf:List/></s:a>",
-        "<s:a rdf:parseType='Resource'><s:f/><s:f/></s:a>", "<s:a rdf:bagID='x'/>"}) {
+       {"<s:a>x<rdf:Bag/></s:a>",
+        "<s:a><rdf:Bag/>x</s:a>",
+        "<s:a><rdf:Bag/><rdf:Bag/></s:a>",
+        "<rdf:li>x</rdf:li>",
+        "<s:a><rdf:Bag><s:b/></rdf:Bag></s:a>",
+        "<nospace/>",
+        "<s:a rdf:parseType='Literal'>x</s:a>",
+        "<s:a rdf:parseType='Collection'/>",
+        "<s:a rdf:resource='x' rdf:value='y'/>",
+        "<s:a rdf:resource='x'>y</s:a>",
+        "<s:a s:f='1'><s:b/></s:a>",
+        "<rdf:about/>",
+        "<rdf:Description/>",
+        "<s:a><rdf:Bag s:q='1'/></s:a>",
+        "<s:a><rdf:List/></s:a>",
+        "<s:a rdf:parseType='Resource'><s:f/><s:f/></s:a>",
+        "<s:a rdf:bagID='x'/>",
+        "<s:a rdf:parseType='Resource' rdf:li='x'/>",
+        "<s:a rdf:li='x'/>",
+        "<s:a rdf:parseType='Resource'><rdf:value><rdf:Description><rdf:value>1</rdf:value><s:q/>"
+        "</rdf:Description></rdf:value><s:q/></s:a>"}) {
     EXPECT_EQ(StateOf(Description(content)), XmpState::kBadRdf) << content;
   }
 }
