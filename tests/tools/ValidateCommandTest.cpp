@@ -93,6 +93,15 @@ TEST_F(ValidateCommand, NeedsADocumentAndItsPassword) {
   EXPECT_EQ(Run({"validate", "none.pdf"}).status, 16);
 }
 
+TEST_F(ValidateCommand, GoesOnWithoutWhatCannotBeRead) {
+  WriteArchive("fine.pdf");
+  WriteFile("text.pdf", "no document");
+  const auto result = Run({"validate", "text.pdf", "fine.pdf"});
+  EXPECT_EQ(result.out, "fine.pdf: valid PDF/A-2b\n");
+  EXPECT_THAT(result.err, HasSubstr("EngineError"));
+  EXPECT_EQ(result.status, 23);
+}
+
 TEST_F(ValidateCommand, MakesAPageToLookAt) {
   WriteBroken("broken & <co>.pdf");
   const std::string page = PageOf("broken & <co>.pdf");

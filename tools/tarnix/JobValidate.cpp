@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "Failure.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "PagePictures.h"
@@ -133,23 +134,38 @@ void WriteReport(const std::string& path, const std::string& html) {
   }
 }
 
-JobResult Validate(JobContext& context) {
+// One of several that cannot be judged does not stop the others.
+std::vector<ValidatedFile> ValidateAll(JobContext& context, JobResult& result) {
   const PdfCompliance wanted = LevelOfWord(context.Options().Text("level"));
-  const std::string report = context.Options().Text("report");
+  std::vector<ValidatedFile> files;
+  for (const std::string& input : context.Inputs()) {
+    try {
+      PdfDoc document = context.DocumentOf(input);
+      files.push_back(ForPassword([&] { return Validate(document, wanted); }));
+      if (context.Options().Has("report")) {
+        AddPictures(document, files.back());
+      }
+    } catch (const PdfException&) {
+      if (context.Inputs().size() == 1) {
+        throw;
+      }
+      result.failures.push_back({input, CurrentFailure()});
+    }
+  }
+  return files;
+}
+
+JobResult Validate(JobContext& context) {
   JobResult result;
   result.fields["files"] = Json::array();
-  std::vector<ValidatedFile> files;
-  for (PdfDoc& document : context.Documents()) {
-    ValidatedFile file = ForPassword([&] { return Validate(document, wanted); });
-    if (!report.empty()) {
-      AddPictures(document, file);
-    }
+  const std::vector<ValidatedFile> files = ValidateAll(context, result);
+  for (const ValidatedFile& file : files) {
     result.fields["files"].push_back(ToJson(file));
     result.text += ToText(file);
     result.exit_status = file.is_valid ? result.exit_status : kExitNo;
-    files.push_back(std::move(file));
   }
-  if (!report.empty()) {
+  if (context.Options().Has("report")) {
+    const std::string report = context.Options().Text("report");
     WriteReport(report, HtmlReport(files));
     result.outputs.push_back(report);
   }
