@@ -154,33 +154,63 @@ std::string Rules(const Findings& findings) {
   return html;
 }
 
-std::string Mark(const PdfFinding& finding, PdfSize size) {
+// Adds a rule to a list of rules that has each of them once.
+void AddRule(const std::string& rule, std::string& rules) {
+  if ((", " + rules + ",").find(", " + rule + ",") == std::string::npos) {
+    rules += (rules.empty() ? "" : ", ") + rule;
+  }
+}
+
+// A place on a page, with the rules that are broken there.
+struct Mark {
+  const PdfFinding* finding;
+  std::string rules;
+};
+
+bool IsAtPlaceOf(const PdfFinding& finding, const PdfFinding& other) {
+  return std::tie(finding.left, finding.bottom, finding.right, finding.top) ==
+         std::tie(other.left, other.bottom, other.right, other.top);
+}
+
+void AddMark(const PdfFinding& finding, std::vector<Mark>& marks) {
+  auto mark = std::find_if(marks.begin(), marks.end(),
+                           [&](const Mark& known) { return IsAtPlaceOf(finding, *known.finding); });
+  if (mark == marks.end()) {
+    mark = marks.insert(mark, {&finding, ""});
+  }
+  AddRule(RuleName(finding), mark->rules);
+}
+
+std::string ToHtml(const Mark& mark, PdfSize size) {
   const double width = size.GetWidth();
   const double height = size.GetHeight();
+  const PdfFinding& finding = *mark.finding;
   return "<span class=\"mark\" style=\"left:" + Percent(finding.left, width) +
          ";top:" + Percent(height - finding.top, height) +
          ";width:" + Percent(finding.right - finding.left, width) +
-         ";height:" + Percent(finding.top - finding.bottom, height) + "\" title=\"" +
-         Escaped(finding.message) + "\"><b>" + Escaped(RuleName(finding)) + "</b></span>";
+         ";height:" + Percent(finding.top - finding.bottom, height) + "\"><b>" +
+         Escaped(mark.rules) + "</b></span>";
 }
 
 std::string Page(int number, const PagePicture& picture, const Findings& findings) {
   const std::string name = "Page " + std::to_string(number);
-  std::string marks;
+  std::vector<Mark> marks;
   std::string rules;
   for (const PdfFinding& finding : findings) {
-    if (finding.page != number) {
-      continue;
-    }
-    marks += finding.has_box ? Mark(finding, picture.size) : "";
-    const std::string rule = RuleName(finding);
-    if ((", " + rules + ",").find(", " + rule + ",") == std::string::npos) {
-      rules += (rules.empty() ? "" : ", ") + rule;
+    if (finding.page == number) {
+      AddRule(RuleName(finding), rules);
+      if (finding.has_box) {
+        AddMark(finding, marks);
+      }
     }
   }
-  return "<figure><div class=\"sheet\"><img alt=\"" + name + "\" src=\"data:image/jpeg;base64," +
-         Base64(picture.jpeg) + "\">" + marks + "</div><figcaption class=\"soft\">" + name + ": " +
-         Escaped(rules) + "</figcaption></figure>\n";
+  std::string html = "<figure><div class=\"sheet\"><img alt=\"" + name +
+                     "\" src=\"data:image/jpeg;base64," + Base64(picture.jpeg) + "\">";
+  for (const Mark& mark : marks) {
+    html += ToHtml(mark, picture.size);
+  }
+  return html + "</div><figcaption class=\"soft\">" + name + ": " + Escaped(rules) +
+         "</figcaption></figure>\n";
 }
 
 std::string Section(const ValidatedFile& file) {
