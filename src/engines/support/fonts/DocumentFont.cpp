@@ -113,6 +113,7 @@ void DocumentFont::ReadCodes(Document& document, const Object& encoding) {
     codes_ = CodeMap::Identity();
     return;
   }
+  has_unicode_codes_ = found.value.Text().starts_with("Uni");
   if (!found.value.IsDictionary() || found.number == 0 || found.value.Has("UseCMap")) {
     return;
   }

@@ -68,6 +68,10 @@ class DocumentFont {
   // How strings fall into codes; null where that is not sure.
   const CodeMap* codes() const { return codes_ ? &*codes_ : nullptr; }
 
+  // Whether its codes are characters in UTF-16 by a map that readers know without a file, as
+  // UniGB-UCS2-H.
+  bool has_unicode_codes() const { return has_unicode_codes_; }
+
   // Of a simple font: whether it has an /Encoding, and one that is known here.
   bool has_encoding() const { return has_encoding_; }
 
@@ -112,6 +116,7 @@ class DocumentFont {
   FontDescriptor descriptor_;
   bool has_to_unicode_ = false;
   std::optional<CodeMap> codes_;
+  bool has_unicode_codes_ = false;
   bool has_encoding_ = false;
   bool is_encoding_known_ = true;
   std::optional<BaseEncoding> base_;
