@@ -149,8 +149,26 @@ bool IsComponentMetadata(const EntryLook& look) {
          !IsCatalogs(look);
 }
 
-bool IsSignature(const EntryLook& look) {
-  return look.value.IsDictionary() && look.value.Has("ByteRange");
+bool IsOfFile(const EntryLook& look) {
+  return look.value.IsDictionary() && (look.owner.Has("F") || look.owner.Has("UF"));
+}
+
+// What makes painting transparent, in a graphics state (ISO 19005-1, 6.4).
+bool IsOpacity(const EntryLook& look) {
+  return look.value.IsNumber() && look.value.NumberOr(1) != 1;
+}
+
+bool IsBlending(const EntryLook& look) {
+  return (look.value.IsName() || look.value.IsArray()) && !look.value.IsName("Normal") &&
+         !look.value.IsName("Compatible");
+}
+
+bool IsSoftMask(const EntryLook& look) {
+  return !look.is_stream && look.value.Has("S") && look.value.Has("G");
+}
+
+bool IsTransparencyGroup(const EntryLook& look) {
+  return look.document->Resolve(look.value.Get("S"), *look.arena).IsName("Transparency");
 }
 
 bool IsOfAnnotation(const EntryLook& look) {
@@ -159,6 +177,7 @@ bool IsOfAnnotation(const EntryLook& look) {
 
 constexpr const char* kAction = "actions that run something or depend on the viewer";
 constexpr const char* kPrinting = "settings of a printing device";
+constexpr const char* kTransparency = "transparency, which this part does not have";
 constexpr const char* kOutside = "references to data outside of the file";
 
 // With ISO 19005-2 (-1): 6.5.1 (6.6.1), 6.5.2 (6.6.2), 6.2.8 (6.2.4), 6.2.9 (6.2.5), 6.2.5 (6.2.8),
@@ -189,16 +208,21 @@ constexpr std::array kRules = {
     EntryRule{"FFilter", &IsOfStream, kAllLevels, kOutside},
     EntryRule{"FDecodeParms", &IsOfStream, kAllLevels, kOutside},
     EntryRule{"Metadata", &IsComponentMetadata, kAllLevels, "metadata of parts of the document"},
-    EntryRule{"V", &IsSignature, kAllLevels, "signatures, which do not hold in another file"},
+    EntryRule{"EF", &IsOfFile, kPart1 | kPart2, "embedded files"},
+    EntryRule{"EmbeddedFiles", &IsOfDocumentNames, kPart1 | kPart2, "embedded files"},
     EntryRule{"CA", &IsOfAnnotation, kPart1, "opacity of annotations"},
+    EntryRule{"CA", &IsOpacity, kPart1, kTransparency},
+    EntryRule{"ca", &IsOpacity, kPart1, kTransparency},
+    EntryRule{"BM", &IsBlending, kPart1, kTransparency},
+    EntryRule{"SMask", &IsSoftMask, kPart1, kTransparency},
+    EntryRule{"Group", &IsTransparencyGroup, kPart1, "transparency groups"},
     EntryRule{"NeedAppearances", &IsOfInteractiveForm, kAllLevels,
               "the wish that viewers draw fields themselves"},
     EntryRule{"XFA", &IsOfInteractiveForm, kAllLevels, "XFA forms"},
     EntryRule{"NeedsRendering", &IsCatalogs, kAllLevels, "XFA forms"},
     EntryRule{"Requirements", &IsCatalogs, kAllLevels, "requirements on the viewer"},
-    EntryRule{"Perms", &IsCatalogs, kAllLevels, "signatures, which do not hold in another file"},
+    EntryRule{"Perms", &IsCatalogs, kAllLevels, "permissions granted by signatures"},
     EntryRule{"Version", &IsCatalogs, kAllLevels, "a version of the catalog's own"},
-    EntryRule{"DSS", &IsCatalogs, kAllLevels, "signatures, which do not hold in another file"},
     EntryRule{"AlternatePresentations", &Always, kAllLevels, "alternate presentations"},
     EntryRule{"PresSteps", &IsPages, kAllLevels, "steps of a presentation"},
 };

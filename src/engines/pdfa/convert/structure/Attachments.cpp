@@ -1,0 +1,122 @@
+#include "engines/pdfa/convert/structure/Attachments.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "pdf/syntax/Chars.h"
+#include "pdf/write/Serialize.h"
+
+namespace TarnixTools::engines::pdfa {
+
+using pdf::Arena;
+using pdf::DictionaryEntry;
+using pdf::Object;
+
+namespace {
+
+constexpr const char* kUnknownType = "/application#2Foctet-stream";
+
+bool IsTypePart(std::string_view text) {
+  return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) {
+    return pdf::IsDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+           std::string_view("-_+.").find(c) != std::string_view::npos;
+  });
+}
+
+// "text/xml".
+bool IsMimeType(std::string_view text) {
+  const std::size_t slash = text.find('/');
+  return slash != std::string_view::npos && IsTypePart(text.substr(0, slash)) &&
+         IsTypePart(text.substr(slash + 1));
+}
+
+class AttachmentMender {
+ public:
+  explicit AttachmentMender(Conversion& conversion) : conversion_(&conversion) {}
+
+  void Mend() {
+    for (std::uint32_t number = 1; number < document().object_limit(); ++number) {
+      Arena arena;
+      const Object value =
+          document().Exists(number) ? document().Load({number, 0}, arena) : Object();
+      if (value.Get("EF").IsNull() || !document().Resolve(value.Get("EF"), arena).IsDictionary()) {
+        continue;
+      }
+      MendSpecification(number, value);
+      files_.push_back(number);
+    }
+    if (!files_.empty()) {
+      Associate();
+    }
+  }
+
+ private:
+  pdf::Document& document() { return conversion_->document; }
+
+  pdf::DocumentRewriter& rewriter() { return conversion_->rewriter; }
+
+  void MendSpecification(std::uint32_t number, const Object& specification) {
+    Arena arena;
+    if (!document().Resolve(specification.Get("AFRelationship"), arena).IsName()) {
+      rewriter().SetEntry(number, "AFRelationship", "/Unspecified");
+    }
+    CopyName(number, specification, "F", "UF");
+    CopyName(number, specification, "UF", "F");
+    const Object files = document().Resolve(specification.Get("EF"), arena);
+    for (const DictionaryEntry& entry : files.Entries()) {
+      MendType(entry.value.AsReference().number);
+    }
+  }
+
+  void CopyName(std::uint32_t number, const Object& specification, std::string_view missing,
+                std::string_view other) {
+    if (specification.Get(missing).IsNull()) {
+      std::string text;
+      const Object name = specification.Get(other);
+      pdf::AppendObject(text, name.IsNull() ? Object::String("attachment") : name);
+      rewriter().SetEntry(number, missing, text);
+    }
+  }
+
+  void MendType(std::uint32_t number) {
+    Arena arena;
+    const Object stream = number != 0 ? document().Load({number, 0}, arena) : Object();
+    if (stream.IsDictionary() &&
+        !IsMimeType(document().Resolve(stream.Get("Subtype"), arena).Text())) {
+      rewriter().SetEntry(number, "Subtype", kUnknownType);
+    }
+  }
+
+  // With the document as a whole, where nothing in it is said to belong to the file.
+  void Associate() {
+    Arena arena;
+    const Object known = document().Resolve(document().Catalog(arena).Get("AF"), arena);
+    std::vector<std::uint32_t> associated;
+    pdf::CollectReferences(known, associated);
+    std::string text = "[";
+    for (const Object& item : known.Items()) {
+      pdf::AppendObject(text, item);
+    }
+    for (const std::uint32_t file : files_) {
+      if (std::find(associated.begin(), associated.end(), file) == associated.end()) {
+        pdf::AppendReference(text, file);
+      }
+    }
+    rewriter().SetEntry(rewriter().catalog(), "AF", text + "]");
+  }
+
+  Conversion* conversion_;
+  std::vector<std::uint32_t> files_;  // numbers of their specifications
+};
+
+}  // namespace
+
+void MendAttachments(Conversion& conversion) {
+  if (PartOf(conversion.level) == 3) {
+    AttachmentMender(conversion).Mend();
+  }
+}
+
+}  // namespace TarnixTools::engines::pdfa
