@@ -24,6 +24,14 @@ constexpr pdf::WalkOptions kOptions = {.images = true,
 
 }  // namespace
 
+std::optional<double> FontUse::WidthOf(std::uint32_t code) const {
+  if (font->is_composite()) {
+    return font->WidthOfCid(font->CidOf(code));
+  }
+  const auto width = font->WidthOf(static_cast<std::uint8_t>(code));
+  return width ? width : font->descriptor().missing_width;
+}
+
 ContentSurvey::ContentSurvey(pdf::Document& document, const pdf::PageTree& pages)
     : document_(&document) {
   WalkPages(document, pages);
@@ -119,11 +127,22 @@ std::optional<pdf::TextAdvance> ContentSurvey::ShowText(const pdf::StringUse& st
   }
   use.is_seen = use.is_seen || string.state.text.mode != pdf::TextMode::kInvisible;
   split_.clear();
-  if (use.font->codes() == nullptr || !use.font->codes()->Split(string.bytes, split_)) {
+  if (!Split(*use.font, string.bytes)) {
     use.is_sure = false;
   }
   use.codes.insert(split_.begin(), split_.end());
   return std::nullopt;
+}
+
+// Maps that readers know without a file have codes of two bytes where those are Unicode.
+bool ContentSurvey::Split(const fonts::DocumentFont& font, std::string_view bytes) {
+  if (font.codes() != nullptr) {
+    return font.codes()->Split(bytes, split_);
+  }
+  if (!font.has_unicode_codes()) {
+    return false;
+  }
+  return fonts::CodeMap::Identity().Split(bytes, split_);
 }
 
 }  // namespace TarnixTools::engines::pdfa

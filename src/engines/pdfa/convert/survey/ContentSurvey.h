@@ -13,6 +13,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -25,6 +26,10 @@ namespace TarnixTools::engines::pdfa {
 
 // A font that shows text.
 struct FontUse {
+  // The advance that the document says for the code, in thousandths; nothing where it leaves that to
+  // the program.
+  std::optional<double> WidthOf(std::uint32_t code) const;
+
   std::shared_ptr<const fonts::DocumentFont> font;
   std::set<std::uint32_t> codes;
   bool is_seen = false;  // false: all of its text is invisible
@@ -57,6 +62,7 @@ class ContentSurvey : private pdf::ContentVisitor {
   void WalkPages(pdf::Document& document, const pdf::PageTree& pages);
   void WalkRest(pdf::Document& document, const pdf::PageTree& pages);
   void NoteUnknown(const pdf::Operation& operation);
+  bool Split(const fonts::DocumentFont& font, std::string_view bytes);
 
   bool EnterContent(const pdf::ContentEntry& entry) override;
   void LeaveContent(const pdf::ContentEntry& entry) override;
