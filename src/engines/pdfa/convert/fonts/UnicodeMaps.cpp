@@ -1,0 +1,113 @@
+#include "engines/pdfa/convert/fonts/UnicodeMaps.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engines/pdfa/convert/fonts/CMapText.h"
+#include "engines/pdfa/convert/fonts/FontTexts.h"
+#include "engines/support/fonts/FontProgram.h"
+#include "engines/support/fonts/GlyphFinder.h"
+#include "pdf/write/Serialize.h"
+
+namespace TarnixTools::engines::pdfa {
+
+using fonts::FontProgram;
+
+namespace {
+
+constexpr std::size_t kMaxProgramBytes = std::size_t{128} << 20;
+constexpr std::size_t kMaxMappings = 200'000;
+constexpr char32_t kPrivate = 0xE000;
+constexpr std::uint32_t kPrivateCount = 0x1900;
+
+// ISO 19005-2, 6.2.11.7.2.
+bool IsAllowed(const std::u32string& text) {
+  return !text.empty() && std::none_of(text.begin(), text.end(), [](char32_t c) {
+    return c == 0 || c == 0xFEFF || c == 0xFFFE;
+  });
+}
+
+// The characters that the glyphs of an embedded program stand for.
+class ProgramTexts {
+ public:
+  ProgramTexts(pdf::Document& document, const fonts::DocumentFont& font) {
+    stream_ = document.TryDecodeStream(font.descriptor().program, kMaxProgramBytes);
+    program_ = stream_ ? FontProgram::Open(stream_->data) : nullptr;
+    if (program_ == nullptr) {
+      return;
+    }
+    finder_.emplace(font, *program_);
+    for (std::size_t map = 0; map < program_->maps().size(); ++map) {
+      if (program_->maps()[map].is_unicode()) {
+        for (const fonts::CodeGlyph& row : program_->Mappings(map, kMaxMappings)) {
+          characters_.emplace(row.glyph, row.code);
+        }
+      }
+    }
+  }
+
+  std::u32string TextOf(std::uint32_t code) {
+    const std::uint32_t glyph = finder_ ? finder_->StandardGlyphOf(code) : 0;
+    if (const auto found = characters_.find(glyph); glyph != 0 && found != characters_.end()) {
+      return std::u32string(1, found->second);
+    }
+    const std::string name = glyph != 0 ? program_->NameOf(glyph) : std::string();
+    const auto named = fonts::CharactersOfNames({name});
+    const auto character = named.find(name);
+    return character != named.end() && !character->second.empty()
+               ? std::u32string(1, character->second.front())
+               : std::u32string();
+  }
+
+ private:
+  std::optional<pdf::Decoded> stream_;
+  std::unique_ptr<FontProgram> program_;
+  std::optional<fonts::GlyphFinder> finder_;
+  std::map<std::uint32_t, char32_t> characters_;
+};
+
+// What readers know without being told: names of glyphs by an encoding of the standard.
+bool IsKnown(const FontUse& use, const FontTexts& texts, std::uint32_t code) {
+  if (use.font->has_to_unicode()) {
+    return IsAllowed(texts.SaidTextOf(code));
+  }
+  return !use.font->is_composite() && use.font->kind() != fonts::FontKind::kType3 &&
+         !use.font->GlyphNameOf(static_cast<std::uint8_t>(code)).empty() &&
+         IsAllowed(texts.TextOf(code));
+}
+
+}  // namespace
+
+void MendUnicode(Conversion& conversion, const FontUse& use) {
+  const FontTexts texts(conversion.document, *use.font);
+  if (std::all_of(use.codes.begin(), use.codes.end(),
+                  [&](std::uint32_t code) { return IsKnown(use, texts, code); })) {
+    return;
+  }
+  ProgramTexts program(conversion.document, *use.font);
+  std::map<std::uint32_t, std::u32string> unicode;
+  std::uint32_t unknown = 0;
+  for (const std::uint32_t code : use.codes) {
+    std::u32string text = texts.TextOf(code);
+    if (!IsAllowed(text)) {
+      text = program.TextOf(code);
+    }
+    unicode[code] = IsAllowed(text)
+                        ? text
+                        : std::u32string(1, kPrivate + (use.font->is_composite() ? unknown : code) %
+                                                           kPrivateCount);
+    unknown += IsAllowed(text) ? 0 : 1;
+  }
+  std::string reference;
+  const int code_bytes = use.font->codes() != nullptr ? use.font->codes()->code_bytes() : 2;
+  pdf::AppendReference(reference, conversion.rewriter.Add(MakeToUnicode(unicode, code_bytes)));
+  conversion.rewriter.SetEntry(use.font->number(), "ToUnicode", reference);
+  conversion.report.Changed("font " + use.font->name() + ", whose text was not told");
+  conversion.report.Changed("glyphs of which nobody knows the text", unknown);
+}
+
+}  // namespace TarnixTools::engines::pdfa
