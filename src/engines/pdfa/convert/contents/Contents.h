@@ -1,0 +1,16 @@
+// Content without operators that the standard does not know (ISO 19005-2, 6.2.2; 19005-1, 6.2.10),
+// which readers pass over anyway.
+#ifndef TARNIX_ENGINES_PDFA_CONVERT_CONTENTS_CONTENTS_H_
+#define TARNIX_ENGINES_PDFA_CONVERT_CONTENTS_CONTENTS_H_
+
+#include "engines/pdfa/convert/Conversion.h"
+#include "engines/pdfa/convert/survey/ContentSurvey.h"
+
+namespace TarnixTools::engines::pdfa {
+
+// Throws pdf::Error for a document that cannot be read any more.
+void MendContents(Conversion& conversion, const ContentSurvey& survey);
+
+}  // namespace TarnixTools::engines::pdfa
+
+#endif  // TARNIX_ENGINES_PDFA_CONVERT_CONTENTS_CONTENTS_H_
