@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "engines/pdfa/convert/colors/SpotColors.h"
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/pictures/StandardProfiles.h"
 #include "pdf/content/ResourceGraph.h"
@@ -34,6 +35,7 @@ class ColorMender {
     if (UsesCmyk()) {
       SetDefaultCmyk();
     }
+    MendSpotColors();
   }
 
  private:
@@ -102,6 +104,20 @@ class ColorMender {
       }
     });
     conversion_->report.Changed("CMYK of the device into CMYK with a profile");
+  }
+
+  void MendSpotColors() {
+    SpotColors spots(*conversion_);
+    ForEachResource([&](const pdf::ResourceNode& node) {
+      if (node.kind == ResourceKind::kColorSpace) {
+        spots.Note(node);
+      }
+    });
+    ForEachResource([&](const pdf::ResourceNode& node) {
+      if (node.kind == ResourceKind::kColorSpace) {
+        spots.Mend(node, default_cmyk_);
+      }
+    });
   }
 
   // What the page inherits becomes its own.
