@@ -4,11 +4,18 @@
 #define TARNIX_ENGINES_PDFA_CONVERT_METADATA_METADATA_H_
 
 #include "engines/pdfa/convert/Conversion.h"
+#include "engines/support/metadata/XmpInfo.h"
+#include "engines/support/metadata/XmpTree.h"
 
 namespace TarnixTools::engines::pdfa {
 
 // Throws pdf::Error for a document that cannot be read any more.
 void MendMetadata(Conversion& conversion);
+
+// Gives the document a packet that claims the level and agrees with the information.
+//   given - what it says else
+void PutPacket(pdf::DocumentRewriter& rewriter, const XmpTree& given, const XmpInfoValues& info,
+               Level level, ConversionReport& report);
 
 }  // namespace TarnixTools::engines::pdfa
 
