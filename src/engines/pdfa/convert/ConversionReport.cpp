@@ -42,9 +42,20 @@ std::uint64_t ConversionReport::BlockingCount() const {
   return count;
 }
 
-std::string ConversionReport::Text() const {
+void ConversionReport::TakeBlocking(const ConversionReport& other) {
+  for (const ConversionEntry& entry : other.entries()) {
+    if (entry.outcome == ConversionOutcome::kBlocking) {
+      Add(entry.outcome, entry.what, entry.count);
+    }
+  }
+}
+
+std::string ConversionReport::Text(bool with_details) const {
   std::string text;
   for (const ConversionEntry& entry : entries_) {
+    if (!with_details && entry.outcome != ConversionOutcome::kBlocking) {
+      continue;
+    }
     text += std::string(TextOf(entry.outcome)) + ": " + entry.what;
     text += entry.count > 1 ? " (" + std::to_string(entry.count) + ")\n" : "\n";
   }

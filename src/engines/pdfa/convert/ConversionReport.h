@@ -38,13 +38,16 @@ class ConversionReport {
     Add(ConversionOutcome::kBlocking, what, count);
   }
 
+  // Adds what stood in the way elsewhere.
+  void TakeBlocking(const ConversionReport& other);
+
   const std::vector<ConversionEntry>& entries() const { return entries_; }
 
   // How much stands in the way of the level that was wanted.
   std::uint64_t BlockingCount() const;
 
-  // All entries, one a line.
-  std::string Text() const;
+  // The entries, one a line; without details only what stands in the way.
+  std::string Text(bool with_details) const;
 
  private:
   std::vector<ConversionEntry> entries_;

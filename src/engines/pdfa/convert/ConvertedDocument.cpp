@@ -1,23 +1,49 @@
 #include "engines/pdfa/convert/ConvertedDocument.h"
 
 #include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "engines/pdfa/Validation.h"
 #include "engines/pdfa/convert/Conversion.h"
 #include "engines/pdfa/convert/ConverterFailure.h"
+#include "engines/pdfa/convert/LevelChoice.h"
+#include "engines/pdfa/convert/WrittenFile.h"
 #include "engines/pdfa/convert/annotations/Annotations.h"
 #include "engines/pdfa/convert/colors/Colors.h"
+#include "engines/pdfa/convert/contents/Contents.h"
+#include "engines/pdfa/convert/fonts/Fonts.h"
+#include "engines/pdfa/convert/images/Images.h"
 #include "engines/pdfa/convert/metadata/Metadata.h"
+#include "engines/pdfa/convert/structure/Attachments.h"
 #include "engines/pdfa/convert/structure/ForbiddenEntries.h"
 #include "engines/pdfa/convert/structure/Layers.h"
 #include "engines/pdfa/convert/structure/MissingResources.h"
+#include "engines/pdfa/convert/structure/PageBoxes.h"
 #include "engines/pdfa/convert/survey/ContentSurvey.h"
 #include "engines/support/files/DiskFile.h"
+#include "engines/support/metadata/Signatures.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines::pdfa {
 
 namespace {
+
+constexpr std::size_t kCopiedBlock = std::size_t{256} << 10;
+
+void CopyAll(pdf::ByteSource& source, pdf::ByteSink& sink) {
+  std::vector<char> block(kCopiedBlock);
+  std::uint64_t done = 0;
+  while (done < source.Size()) {
+    const std::size_t count = source.ReadAt(done, block.data(), block.size());
+    if (count == 0) {
+      throw pdf::Error(pdf::ErrorCode::kReadFailed, "the file cannot be read again");
+    }
+    sink.Write({block.data(), count});
+    done += count;
+  }
+}
 
 std::shared_ptr<std::FILE> OpenFile(const platform::WidePath& path) {
   std::shared_ptr<std::FILE> file = OpenShared(path);
@@ -27,16 +53,18 @@ std::shared_ptr<std::FILE> OpenFile(const platform::WidePath& path) {
   return file;
 }
 
-// Readers of PDF/A-1 read neither object streams nor cross-reference streams (ISO 19005-1, 6.1.4).
-pdf::RewriteOptions OptionsFor(Level level) {
-  pdf::RewriteOptions options;
-  options.version = "1.7";
-  options.keeps_id = true;
-  if (PartOf(level) == 1) {
-    options.layout = pdf::FileLayout::kTable;
-    options.version = "1.4";
-  }
-  return options;
+void WriteFile(const std::shared_ptr<std::FILE>& written, const platform::WidePath& path) {
+  DiskSource source(written);
+  WrittenFile file(path);
+  CopyAll(source, file.sink());
+  file.Complete();
+}
+
+// "6.1.8-1: font Foo: what is wrong".
+std::string TextOf(const Finding& finding) {
+  std::string text = std::string(finding.rule.clause) + "-" + std::to_string(finding.rule.test);
+  text += finding.subject.empty() ? "" : ": " + finding.subject;
+  return text + ": " + finding.wrong;
 }
 
 }  // namespace
@@ -46,19 +74,42 @@ ConvertedDocument::ConvertedDocument(const platform::WidePath& path, std::string
       document_(pdf::Document::Open(std::make_unique<DiskSource>(file_), password)),
       pages_(*document_) {}
 
-ConversionReport ConvertedDocument::Save(const platform::WidePath& path, Level level) {
-  ConversionReport report;
-  std::optional<platform::OutputFile> output = platform::OutputFile::Create(path);
-  if (!output) {
-    throw ConverterFailure(kConverterCreateError);
+ConversionResult ConvertedDocument::Save(const platform::WidePath& path,
+                                         std::optional<Level> wanted) {
+  ConversionResult result;
+  ConversionReport in_the_way;  // of the level that was tried first
+  for (const Level level : LevelsToTry(*document_, wanted)) {
+    ConversionReport report;
+    const std::shared_ptr<std::FILE> written = Try(level, report);
+    const bool is_reached = report.BlockingCount() == 0;
+    if (is_reached) {
+      WriteFile(written, path);
+      result.reached = level;
+      result.is_as_wanted = !wanted || *wanted == level;
+      result.report = std::move(report);
+      break;
+    }
+    if (in_the_way.entries().empty()) {
+      in_the_way = std::move(report);
+    }
   }
-  platform::FilePtr stream = output->TakeStream();
-  DiskSink sink(stream.get());
+  result.report.TakeBlocking(in_the_way);
+  return result;
+}
+
+// The document at the level, and what the rules say of it.
+std::shared_ptr<std::FILE> ConvertedDocument::Try(Level level, ConversionReport& report) {
+  std::shared_ptr<std::FILE> scratch = OpenScratchFile();
+  DiskSink sink(scratch.get());
   Rewrite(sink, level, report);
-  if (std::fclose(stream.release()) != 0 || !output->Commit()) {
+  if (std::fflush(scratch.get()) != 0) {
     throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed");
   }
-  return report;
+  const auto written = pdf::Document::Open(std::make_unique<DiskSource>(scratch), "");
+  for (const Finding& finding : Validate(*written, level, {.most_of_rule = 1}).findings) {
+    report.Blocking(TextOf(finding));
+  }
+  return scratch;
 }
 
 // What is forbidden goes first, by itself; each step after it takes objects as the one before has
@@ -72,13 +123,23 @@ void ConvertedDocument::Rewrite(pdf::ByteSink& sink, Level level, ConversionRepo
                         .report = report};
   const ContentSurvey survey(*document_, pages_);
   rewriter.SetPages(pages_);
+  report.Dropped("signatures, which do not hold in another file",
+                 DropSignatures(*document_, rewriter));
   RemoveForbiddenEntries(conversion);
   MendLayers(conversion);
+  MendAttachments(conversion);
   MendAnnotations(conversion);
   AddMissingResources(conversion, survey);
+  MendPageBoxes(conversion);
+  MendFonts(conversion, survey);
   MendColors(conversion, survey);
+  MendContents(conversion, survey);
+  MendImages(conversion);
+  if (Contains(kTaggedLevels, level) && !IsTagged(*document_)) {
+    report.Blocking("the document has no tags");
+  }
   MendMetadata(conversion);
-  rewriter.Write(sink, OptionsFor(level));
+  rewriter.Write(sink, RewriteOptionsFor(level));
 }
 
 }  // namespace TarnixTools::engines::pdfa

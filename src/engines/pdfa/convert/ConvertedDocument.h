@@ -1,12 +1,15 @@
 // A document that is opened to be written again as PDF/A. Nothing is redrawn: text stays text.
 //
 //   ConvertedDocument document(WidePath("letter.pdf"), "");
-//   const ConversionReport report = document.Save(WidePath("archive.pdf"), Level::k2b);
+//   const ConversionResult result = document.Save(WidePath("archive.pdf"), Level::k2b);
+//   if (result.reached != Level::k2b) ...
 #ifndef TARNIX_ENGINES_PDFA_CONVERT_CONVERTEDDOCUMENT_H_
 #define TARNIX_ENGINES_PDFA_CONVERT_CONVERTEDDOCUMENT_H_
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "engines/pdfa/Level.h"
@@ -19,22 +22,28 @@
 
 namespace TarnixTools::engines::pdfa {
 
+struct ConversionResult {
+  std::optional<Level> reached;  // what the file claims; nothing: none was written
+  bool is_as_wanted = false;     // it is the level that was wanted
+  // What was changed and left out for the level that was reached, and what stands in the way of the
+  // one that was wanted.
+  ConversionReport report;
+};
+
 class ConvertedDocument {
  public:
   // password is UTF-8. Throws pdf::Error as Document::Open and PageTree do, and
   // ConverterFailure(kConverterOpenError) for a file that cannot be opened.
   ConvertedDocument(const platform::WidePath& path, std::string_view password);
 
-  // Writes the document so that it meets the level as far as it can be had; what stands in the way
-  // is in the report. The file appears when it is complete. Throws pdf::Error, and
+  // Writes the document at the level, or at the best one below that holds: what is written is judged
+  // by the rules before it gets its name. Throws pdf::Error, and
   // ConverterFailure(kConverterCreateError).
-  ConversionReport Save(const platform::WidePath& path, Level level);
-
-  pdf::Document& document() { return *document_; }
-
-  const pdf::PageTree& pages() const { return pages_; }
+  //   wanted - nothing for the most useful level
+  ConversionResult Save(const platform::WidePath& path, std::optional<Level> wanted);
 
  private:
+  std::shared_ptr<std::FILE> Try(Level level, ConversionReport& report);
   void Rewrite(pdf::ByteSink& sink, Level level, ConversionReport& report);
 
   std::shared_ptr<std::FILE> file_;

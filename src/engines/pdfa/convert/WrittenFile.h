@@ -1,0 +1,35 @@
+// A PDF/A file on its way to the disk.
+#ifndef TARNIX_ENGINES_PDFA_CONVERT_WRITTENFILE_H_
+#define TARNIX_ENGINES_PDFA_CONVERT_WRITTENFILE_H_
+
+#include "engines/pdfa/Level.h"
+#include "engines/support/files/DiskFile.h"
+#include "foundation/Platform.h"
+#include "pdf/file/ByteSink.h"
+#include "pdf/write/DocumentRewriter.h"
+
+namespace TarnixTools::engines::pdfa {
+
+// How a document of the level is written: in the version that its part goes by. Readers of PDF/A-1
+// read neither object streams nor cross-reference streams (ISO 19005-1, 6.1.4).
+pdf::RewriteOptions RewriteOptionsFor(Level level);
+
+class WrittenFile {
+ public:
+  // Throws ConverterFailure(kConverterCreateError).
+  explicit WrittenFile(const platform::WidePath& path);
+
+  pdf::ByteSink& sink() { return sink_; }
+
+  // Gives it its name. Throws pdf::Error(kWriteFailed).
+  void Complete();
+
+ private:
+  platform::OutputFile output_;
+  platform::FilePtr stream_;
+  DiskSink sink_;
+};
+
+}  // namespace TarnixTools::engines::pdfa
+
+#endif  // TARNIX_ENGINES_PDFA_CONVERT_WRITTENFILE_H_
