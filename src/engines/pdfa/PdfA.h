@@ -1,7 +1,7 @@
 // Contract of the engines for PDF/A (ISO 19005): the validator, which says whether a document is what
-// it claims to be. A null handle or a zero result is a failure, whose reason (ErrorCodes.h)
-// PdfValidatorGetErrorCode tells; no exception leaves the engine. docs/engines.md has the meaning of
-// every value.
+// it claims to be, and the converter, which makes it that. A null handle or a zero result is a
+// failure, whose reason (ErrorCodes.h) PdfValidatorGetErrorCode or Pdf2PdfGetErrorCode tells; no
+// exception leaves the engine. docs/engines.md has the meaning of every value.
 //
 //   PdfValidatorInitialize();
 //   TPdfValidator* object = PdfValidatorCreateObject();
@@ -17,6 +17,14 @@
 //   PdfValidatorDestroyObject(object);
 //   PdfValidatorUnInitialize();
 //
+//   Pdf2PdfInitialize();
+//   TPdf2Pdf* converter = Pdf2PdfCreateObject();
+//   Pdf2PdfSetCompliance(converter, 0x1701);
+//   Pdf2PdfConvertW(converter, WidePath("letter.pdf"), L"", WidePath("archive.pdf"),
+//                   WidePath("archive.log"));
+//   Pdf2PdfDestroyObject(converter);
+//   Pdf2PdfUnInitialize();
+//
 // Different objects may be used on different threads at once, one of them by one thread at a time.
 #ifndef TARNIX_ENGINES_PDFA_PDFA_H_
 #define TARNIX_ENGINES_PDFA_PDFA_H_
@@ -29,6 +37,7 @@
 namespace TarnixTools::engines {
 
 struct TPdfValidator;
+struct TPdf2Pdf;
 
 // One thing that is not as the level asks for. Texts are UTF-8 and valid until the next validation,
 // open or close.
@@ -87,6 +96,66 @@ int PdfValidatorGetFinding(TPdfValidator* object, std::int32_t index, TPdfFindin
 
 // Fails when no document is open.
 int PdfValidatorClose(TPdfValidator* object);
+
+// What became of something in a conversion.
+enum class TPdf2PdfOutcome : std::int32_t {
+  kChanged,   // it is there, in another way
+  kDropped,   // it is not in the output
+  kBlocking,  // it stands in the way of the level that was wanted
+};
+
+// The text is UTF-8 and valid until the next conversion.
+struct TPdf2PdfEntry {
+  TPdf2PdfOutcome outcome{};
+  const char* what = "";  // in English, in a few words
+  std::uint64_t count = 0;
+};
+
+// A session, as of the validator.
+void Pdf2PdfInitialize();
+void Pdf2PdfUnInitialize();
+
+// An object that wants no certain level. The caller destroys it. Null: no memory.
+TPdf2Pdf* Pdf2PdfCreateObject();
+int Pdf2PdfDestroyObject(TPdf2Pdf* object);
+
+// The code of the last call that failed on the object, or on this thread for the null object.
+std::int32_t Pdf2PdfGetErrorCode(const TPdf2Pdf* object);
+
+// Settings, for the conversions to come.
+//
+// The code of the level that is wanted; 0 for the most useful one that the document can reach, 2b or
+// better. A code that is no level's is kept, and fails the conversion.
+int Pdf2PdfSetCompliance(TPdf2Pdf* object, std::int32_t compliance);
+// 0, or another number for: a lower level will do where the wanted one cannot be reached.
+int Pdf2PdfSetAllowDowngrade(TPdf2Pdf* object, int allow);
+// 0, or another number for: the log tells what was changed and left out, too, and not only what
+// stands in the way.
+int Pdf2PdfSetReportDetails(TPdf2Pdf* object, int details);
+
+// Writes a document as PDF/A. The file has its name only when it is complete. Fails with 17 for a
+// missing or wrong password; with 0x83410540 when the wanted level could not be reached and the file
+// claims the best one that could; with another code, and without a file, when that is none.
+//   password - empty for none
+//   log      - gets one line for each thing to be told; an empty path for no log
+int Pdf2PdfConvertW(TPdf2Pdf* object, const platform::WidePath& path, const std::wstring& password,
+                    const platform::WidePath& target, const platform::WidePath& log);
+
+// The code of the level that the last conversion has reached; 0 for none.
+std::int32_t Pdf2PdfGetReachedCompliance(const TPdf2Pdf* object);
+
+// How much stands in the way of the level that the last conversion wanted. -1 for the null object.
+std::int32_t Pdf2PdfGetConversionErrors(const TPdf2Pdf* object);
+
+// What the last conversion has changed, left out, or could not mend. -1 for the null object.
+std::int32_t Pdf2PdfGetReportCount(const TPdf2Pdf* object);
+// index is zero-based.
+int Pdf2PdfGetReportEntry(TPdf2Pdf* object, std::int32_t index, TPdf2PdfEntry* entry);
+
+// Merges an XMP packet into the file that the last conversion wrote. The claim of the level, and what
+// the document information says, stay. Fails where nothing was written, and for a packet that cannot
+// be read.
+int Pdf2PdfSetMetadataW(TPdf2Pdf* object, const platform::WidePath& packet);
 
 }  // namespace TarnixTools::engines
 
