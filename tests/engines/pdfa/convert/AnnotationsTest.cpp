@@ -1,0 +1,82 @@
+#include "engines/pdfa/convert/ConversionTest.h"
+#include "engines/pdfa/convert/annotations/Annotations.h"
+
+namespace TarnixTools::engines::pdfa {
+namespace {
+
+using ::testing::HasSubstr;
+using testing::QpdfDocument;
+using testing::RawPdf;
+
+using Json = QpdfDocument::Json;
+
+constexpr const char* kForm = "/Subtype/Form/BBox[0 0 9 9]";
+
+class AnnotationsTest : public ConversionTest {
+ protected:
+  // The annotation as it is written, of a page that has one with these entries and two appearances
+  // to refer to: 5 and 6.
+  Json Mended(const std::string& entries, Level level = Level::k2b) {
+    RawPdf file = OnePage("/Annots[4 0 R]");
+    file.Object(4, "<</Type/Annot/Rect[0 0 9 9]" + entries + ">>");
+    file.Stream(5, kForm, "0 g");
+    file.Stream(6, kForm, "1 g");
+    written_.emplace(Run(file, level, &MendAnnotations));
+    const Json list = written_->Follow(written_->Page(1))["/Annots"];
+    return list.empty() ? Json() : written_->Follow(list[0]);
+  }
+
+  std::optional<QpdfDocument> written_;
+};
+
+TEST_F(AnnotationsTest, ArePrinted) {
+  EXPECT_EQ(Mended("/Subtype/Link")["/F"], 4);
+  EXPECT_EQ(Mended("/Subtype/Link/F 128")["/F"], 132);
+}
+
+TEST_F(AnnotationsTest, StayEmptyWhereTheyWereHidden) {
+  const Json widget = Mended("/Subtype/Widget/FT/Tx/F 2/AP<</N 5 0 R>>");
+  EXPECT_EQ(widget["/F"], 4);
+  const Json appearance = written_->Follow(widget["/AP"]["/N"]);
+  EXPECT_EQ(appearance["/Subtype"], "/Form");
+  EXPECT_THAT(Report(), HasSubstr("hidden annotations into empty ones"));
+}
+
+TEST_F(AnnotationsTest, HaveTheirNormalAppearanceOnly) {
+  const Json widget = Mended("/Subtype/Widget/FT/Tx/AP<</N 5 0 R/D 6 0 R/R 6 0 R>>");
+  EXPECT_EQ(widget["/AP"].size(), 1U);
+  EXPECT_TRUE(widget["/AP"].contains("/N"));
+}
+
+TEST_F(AnnotationsTest, ShowTheAppearanceOfTheirStateWhenTheyAreNoButtons) {
+  const Json note = Mended("/Subtype/Text/AS/On/AP<</N<</On 5 0 R/Off 6 0 R>>>>");
+  EXPECT_EQ(written_->Follow(note["/AP"]["/N"])["/Subtype"], "/Form");
+  EXPECT_FALSE(note.contains("/AS"));
+}
+
+TEST_F(AnnotationsTest, HaveAppearancesByStateWhenTheyAreButtons) {
+  const Json button = Mended("/Subtype/Widget/FT/Btn/AP<</N 5 0 R>>");
+  EXPECT_EQ(button["/AS"], "/Off");
+  EXPECT_TRUE(button["/AP"]["/N"].contains("/Off"));
+  const Json box = Mended("/Subtype/Widget/FT/Btn/AS/Yes/AP<</N<</Yes 5 0 R>>>>");
+  EXPECT_EQ(box["/AS"], "/Yes");
+}
+
+TEST_F(AnnotationsTest, GetAnAppearance) {
+  const Json widget = Mended("/Subtype/Widget/FT/Tx");
+  EXPECT_EQ(written_->Follow(widget["/AP"]["/N"])["/Subtype"], "/Form");
+}
+
+TEST_F(AnnotationsTest, BecomeStampsWhereTheirTypeIsNotAllowed) {
+  EXPECT_EQ(Mended("/Subtype/Movie/AP<</N 5 0 R>>")["/Subtype"], "/Stamp");
+  EXPECT_EQ(Mended("/Subtype/FileAttachment/AP<</N 5 0 R>>")["/Subtype"], "/FileAttachment");
+  EXPECT_EQ(Mended("/Subtype/FileAttachment/AP<</N 5 0 R>>", Level::k1b)["/Subtype"], "/Stamp");
+}
+
+TEST_F(AnnotationsTest, GoWhereTheyShowNothingThatIsAllowed) {
+  EXPECT_TRUE(Mended("/Subtype/Movie").is_null());
+  EXPECT_THAT(Report(), HasSubstr("left out: annotations of types that are not allowed"));
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::pdfa

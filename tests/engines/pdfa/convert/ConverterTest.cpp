@@ -1,0 +1,148 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "engines/pdfa/PdfA.h"
+#include "engines/pdfa/convert/ConverterErrors.h"
+#include "support/QpdfDocument.h"
+#include "support/Readers.h"
+#include "support/TempDir.h"
+#include "support/TestPdf.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+using platform::WidePath;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using testing::PageTexts;
+using testing::QpdfComplaints;
+using testing::ReadBytes;
+using testing::TestPdf;
+
+class ConverterTest : public ::testing::Test {
+ protected:
+  ConverterTest() {
+    Pdf2PdfInitialize();
+    object_ = Pdf2PdfCreateObject();
+  }
+
+  ~ConverterTest() override {
+    Pdf2PdfDestroyObject(object_);
+    Pdf2PdfUnInitialize();
+  }
+
+  std::string Path(const std::string& name) const { return directory_.Path(name); }
+
+  int Convert(const std::string& in, const std::wstring& password = L"") {
+    return Pdf2PdfConvertW(object_, WidePath(Path(in)), password, WidePath(Path("out.pdf")),
+                           WidePath(Path("out.log")));
+  }
+
+  std::uint32_t Code() const { return static_cast<std::uint32_t>(Pdf2PdfGetErrorCode(object_)); }
+
+  std::string Packet() const { return ReadBytes(Path("out.pdf")); }
+
+  testing::TempDir directory_;
+  TPdf2Pdf* object_ = nullptr;
+};
+
+TEST_F(ConverterTest, WritesWhatWasAskedFor) {
+  TestPdf().Pages(2, "Page").Write(Path("in.pdf"));
+  Pdf2PdfSetCompliance(object_, 0x1701);
+  ASSERT_EQ(Convert("in.pdf"), 1) << ReadBytes(Path("out.log"));
+  EXPECT_EQ(Pdf2PdfGetReachedCompliance(object_), 0x1701);
+  EXPECT_EQ(Pdf2PdfGetConversionErrors(object_), 0);
+  EXPECT_EQ(QpdfComplaints(Path("out.pdf")), "");
+  EXPECT_THAT(PageTexts(Path("out.pdf")), ElementsAre("Page 1", "Page 2"));
+  EXPECT_THAT(Packet(), HasSubstr("<pdfaid:part>2</pdfaid:part>"));
+}
+
+TEST_F(ConverterTest, ChoosesTheMostUsefulLevel) {
+  TestPdf().Pages(1, "Page").Write(Path("in.pdf"));
+  ASSERT_EQ(Convert("in.pdf"), 1) << ReadBytes(Path("out.log"));
+  EXPECT_EQ(Pdf2PdfGetReachedCompliance(object_), 0x1702);
+}
+
+TEST_F(ConverterTest, ClaimsNoTagsThatAreNotThere) {
+  TestPdf().Pages(1, "Page").Write(Path("in.pdf"));
+  Pdf2PdfSetCompliance(object_, 0x1703);
+  EXPECT_EQ(Convert("in.pdf"), 0);
+  EXPECT_EQ(Code(), 0x83410540U);
+  EXPECT_EQ(Pdf2PdfGetReachedCompliance(object_), 0x1702);
+  EXPECT_GT(Pdf2PdfGetConversionErrors(object_), 0);
+  EXPECT_THAT(ReadBytes(Path("out.log")), HasSubstr("not mended: the document has no tags"));
+  EXPECT_EQ(QpdfComplaints(Path("out.pdf")), "");
+}
+
+TEST_F(ConverterTest, RefusesWhatIsNoLevel) {
+  TestPdf().Pages(1, "Page").Write(Path("in.pdf"));
+  EXPECT_EQ(Pdf2PdfSetCompliance(object_, 0x1700), 0);
+  EXPECT_EQ(Convert("in.pdf"), 0);
+  EXPECT_EQ(Code(), kConverterArgumentError);
+  EXPECT_EQ(ReadBytes(Path("out.pdf")), "");
+}
+
+TEST_F(ConverterTest, NeedsTheRightPassword) {
+  TestPdf().Pages(1, "Page").Write(Path("plain.pdf"));
+  testing::EncryptWithQpdf(Path("plain.pdf"), Path("in.pdf"), "secret", "owner");
+  EXPECT_EQ(Convert("in.pdf", L"wrong"), 0);
+  EXPECT_EQ(Code(), kConverterPasswordError);
+  EXPECT_EQ(Convert("in.pdf", L"secret"), 1);
+  EXPECT_THAT(PageTexts(Path("out.pdf")), ElementsAre("Page 1"));
+}
+
+TEST_F(ConverterTest, TellsWhyADocumentDoesNotOpen) {
+  EXPECT_EQ(Convert("missing.pdf"), 0);
+  EXPECT_EQ(Code(), kConverterOpenError);
+  testing::WriteBytes(Path("text.pdf"), "no document");
+  EXPECT_EQ(Convert("text.pdf"), 0);
+  EXPECT_EQ(Code(), kConverterNotAPdfError);
+}
+
+TEST_F(ConverterTest, MergesAPacket) {
+  TestPdf().Pages(1, "Page").Write(Path("in.pdf"));
+  ASSERT_EQ(Convert("in.pdf"), 1);
+  testing::WriteBytes(Path("packet.xml"),
+                      "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\"><rdf:RDF "
+                      "xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\"><rdf:Description "
+                      "rdf:about=\"\" xmlns:dc=\"http://purl.org/dc/elements/1.1/\" "
+                      "xmlns:pdfaid=\"http://www.aiim.org/pdfa/ns/id/\">"
+                      "<dc:format>application/pdf</dc:format><pdfaid:part>1</pdfaid:part>"
+                      "</rdf:Description></rdf:RDF></x:xmpmeta>");
+  ASSERT_EQ(Pdf2PdfSetMetadataW(object_, WidePath(Path("packet.xml"))), 1);
+  EXPECT_THAT(Packet(), HasSubstr("<dc:format>application/pdf</dc:format>"));
+  EXPECT_THAT(Packet(), HasSubstr("<pdfaid:part>2</pdfaid:part>"));
+  EXPECT_EQ(QpdfComplaints(Path("out.pdf")), "");
+}
+
+TEST_F(ConverterTest, RefusesAPacketThatCannotBeRead) {
+  TestPdf().Pages(1, "Page").Write(Path("in.pdf"));
+  testing::WriteBytes(Path("packet.xml"), "<x:xmpmeta");
+  EXPECT_EQ(Pdf2PdfSetMetadataW(object_, WidePath(Path("packet.xml"))), 0);
+  EXPECT_EQ(Code(), kConverterArgumentError);  // nothing was written yet
+  ASSERT_EQ(Convert("in.pdf"), 1);
+  EXPECT_EQ(Pdf2PdfSetMetadataW(object_, WidePath(Path("packet.xml"))), 0);
+  EXPECT_EQ(Code(), kConverterMetadataError);
+}
+
+TEST_F(ConverterTest, ReportsWhatItDoes) {
+  TestPdf().Pages(1, "Page").Write(Path("in.pdf"));
+  ASSERT_EQ(Convert("in.pdf"), 1);
+  ASSERT_GT(Pdf2PdfGetReportCount(object_), 0);
+  TPdf2PdfEntry entry;
+  EXPECT_EQ(Pdf2PdfGetReportEntry(object_, 0, &entry), 1);
+  EXPECT_NE(std::string(entry.what), "");
+  EXPECT_EQ(Pdf2PdfGetReportEntry(object_, -1, &entry), 0);
+  EXPECT_EQ(Pdf2PdfGetReportEntry(object_, 0, nullptr), 0);
+}
+
+TEST(ConverterWithoutObject, Fails) {
+  EXPECT_EQ(Pdf2PdfConvertW(nullptr, WidePath("a"), L"", WidePath("b"), WidePath("")), 0);
+  EXPECT_EQ(Pdf2PdfGetErrorCode(nullptr), static_cast<std::int32_t>(kConverterArgumentError));
+  EXPECT_EQ(Pdf2PdfGetConversionErrors(nullptr), -1);
+  EXPECT_EQ(Pdf2PdfGetReportCount(nullptr), -1);
+  EXPECT_EQ(Pdf2PdfDestroyObject(nullptr), 0);
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines

@@ -1,0 +1,157 @@
+#include "engines/pdfa/convert/ConversionTest.h"
+#include "engines/pdfa/convert/fonts/Fonts.h"
+#include "engines/pdfa/convert/fonts/PictureEncodings.h"
+#include "engines/pdfa/convert/fonts/SfntFile.h"
+#include "engines/pdfa/convert/fonts/SubstituteFace.h"
+#include "engines/support/fonts/FontProgram.h"
+#include "support/Readers.h"
+
+namespace TarnixTools::engines::pdfa {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using testing::PageTexts;
+using testing::QpdfDocument;
+using testing::RawPdf;
+
+using Json = QpdfDocument::Json;
+
+class FontsTest : public ConversionTest {
+ protected:
+  // The font (5) of a page that shows this in it.
+  Json FontOf(RawPdf file, const std::string& content, Level level = Level::k2b) {
+    file.Stream(4, "", content);
+    written_.emplace(Run(file, level, &MendFonts));
+    return written_->Follow(written_->Follow(written_->Page(1))["/Resources"]["/Font"]["/F"]);
+  }
+
+  static RawPdf PageWithFont(const std::string& font, const std::string& catalog = "") {
+    RawPdf file = OnePage("/Contents 4 0 R/Resources<</Font<</F 5 0 R>>>>", catalog);
+    file.Object(5, font);
+    return file;
+  }
+
+  std::optional<QpdfDocument> written_;
+};
+
+constexpr const char* kHelvetica =
+    "<</Type/Font/Subtype/Type1/BaseFont/Helvetica/Encoding/WinAnsiEncoding>>";
+constexpr const char* kShowsText = "BT /F 12 Tf 10 10 Td (Gr\\374n) Tj ET";
+
+TEST_F(FontsTest, AreEmbedded) {
+  const Json font = FontOf(PageWithFont(kHelvetica), kShowsText);
+  EXPECT_EQ(font["/Subtype"], "/Type0");
+  const Json descendant = written_->Follow(font["/DescendantFonts"][0]);
+  const Json descriptor = written_->Follow(descendant["/FontDescriptor"]);
+  EXPECT_TRUE(descriptor.contains("/FontFile2") || descriptor.contains("/FontFile3"));
+  EXPECT_THAT(PageTexts(Path("out.pdf")), ElementsAre("Gr\u00FCn"));
+  EXPECT_THAT(Report(), HasSubstr("changed: font Helvetica, which was not embedded"));
+}
+
+TEST_F(FontsTest, KeepTheAdvancesOfTheDocument) {
+  const Json font =
+      FontOf(PageWithFont("<</Type/Font/Subtype/TrueType/BaseFont/Arial/Encoding/WinAnsiEncoding"
+                          "/FirstChar 65/LastChar 66/Widths[700 300]>>"),
+             "BT /F 12 Tf (AB) Tj ET");
+  const Json widths = written_->Follow(font["/DescendantFonts"][0])["/W"];
+  ASSERT_EQ(widths.size(), 4U);
+  EXPECT_EQ(widths[0], 65);
+  EXPECT_EQ(widths[1][0], 700);
+  EXPECT_EQ(widths[3][0], 300);
+}
+
+TEST_F(FontsTest, StayWhereTheirTextIsNotSeen) {
+  EXPECT_EQ(FontOf(PageWithFont(kHelvetica), "BT 3 Tr /F 12 Tf (A) Tj ET")["/Subtype"], "/Type1");
+  EXPECT_EQ(Report(), "");
+}
+
+TEST_F(FontsTest, StayForFillingInForms) {
+  RawPdf file = PageWithFont(kHelvetica, "/AcroForm 6 0 R");
+  file.Object(6, "<</Fields[]/DR<</Font<</F 5 0 R>>>>>>");
+  EXPECT_EQ(FontOf(file, kShowsText)["/Subtype"], "/Type0");
+  const Json form = written_->Follow(written_->Catalog()["/AcroForm"]);
+  EXPECT_EQ(written_->Follow(form["/DR"]["/Font"]["/F"])["/Subtype"], "/Type1");
+}
+
+TEST_F(FontsTest, OfPicturesKeepTheirCharacters) {
+  FontOf(PageWithFont("<</Type/Font/Subtype/Type1/BaseFont/Symbol>>"), "BT /F 12 Tf (a) Tj ET");
+  EXPECT_THAT(PageTexts(Path("out.pdf")), ElementsAre("\u03B1"));
+}
+
+TEST_F(FontsTest, OfType3HaveAGlyphForEveryCode) {
+  RawPdf file = PageWithFont(
+      "<</Type/Font/Subtype/Type3/FontBBox[0 0 1 1]/FontMatrix[1 0 0 1 0 0]/FirstChar 65/LastChar "
+      "65"
+      "/Widths[1]/CharProcs<</a 6 0 R>>/Encoding<</Differences[65/a]>>>>");
+  file.Stream(6, "", "1 0 d0");
+  const Json font = FontOf(file, "BT /F 12 Tf (AB) Tj ET");
+  EXPECT_EQ(font["/CharProcs"].size(), 2U);
+  EXPECT_EQ(font["/Encoding"]["/Differences"].size(), 4U);
+}
+
+TEST_F(FontsTest, TellTheirTextAtLevelU) {
+  RawPdf file = PageWithFont(
+      "<</Type/Font/Subtype/Type3/FontBBox[0 0 1 1]/FontMatrix[1 0 0 1 0 0]/FirstChar 65/LastChar "
+      "65"
+      "/Widths[1]/CharProcs<</a 6 0 R>>/Encoding<</Differences[65/a]>>>>");
+  file.Stream(6, "", "1 0 d0");
+  EXPECT_FALSE(FontOf(file, "BT /F 12 Tf (A) Tj ET").contains("/ToUnicode"));
+  EXPECT_TRUE(FontOf(file, "BT /F 12 Tf (A) Tj ET", Level::k2u).contains("/ToUnicode"));
+}
+
+TEST(PictureEncodings, FollowTheStandard) {
+  EXPECT_EQ(PictureOf("Symbol", 0x61), U'\u03B1');
+  EXPECT_EQ(PictureOf("Symbol", 0x7E), U'\u223C');
+  EXPECT_EQ(PictureOf("Symbol", 0xA5), U'\u221E');
+  EXPECT_EQ(PictureOf("Symbol", 0xE5), U'\u2211');
+  EXPECT_EQ(PictureOf("Symbol", 0xFE), U'\u23AD');
+  EXPECT_EQ(PictureOf("ABCDEF+ZapfDingbats", 0x34), U'\u2714');
+  EXPECT_EQ(PictureOf("ZapfDingbats", 0x6C), U'\u25CF');
+  EXPECT_EQ(PictureOf("ZapfDingbats", 0xFE), U'\u27BE');
+  EXPECT_EQ(PictureOf("Helvetica", 0x34), 0U);
+}
+
+// A program with the letter A, cut from an installed face.
+std::string ProgramOf(const fonts::FontFace& face) {
+  return face.Subset({face.GlyphOf(U'A')});
+}
+
+TEST(SfntFile, SetsAdvancesAndMaps) {
+  const auto face = FindSubstitute({.name = "Arial", .language = "", .characters = {{U'A', -1}}});
+  ASSERT_NE(face, nullptr);
+  const std::uint32_t glyph = face->GlyphOf(U'A');
+  auto file = SfntFile::Read(ProgramOf(*face));
+  ASSERT_TRUE(file.has_value());
+  ASSERT_TRUE(file->SetAdvances({{glyph, 321}}));
+  file->SetSymbolMap({{7, static_cast<std::uint16_t>(glyph)}, {9, 1}});
+  const std::string bytes = file->Bytes();
+  const auto program = fonts::FontProgram::Open(bytes);
+  ASSERT_NE(program, nullptr);
+  EXPECT_NEAR(*program->AdvanceOf(glyph), 321 * 1000.0 / face->units_per_em(), 0.1);
+  ASSERT_EQ(program->maps().size(), 1U);
+  EXPECT_TRUE(program->maps()[0].is_symbol());
+  EXPECT_EQ(program->GlyphOf(0, 0xF007), glyph);
+}
+
+TEST(SfntFile, RefusesWhatIsNoneOrIsCut) {
+  EXPECT_FALSE(SfntFile::Read("").has_value());
+  EXPECT_FALSE(SfntFile::Read("%!PS").has_value());
+  const auto face = FindSubstitute({.name = "Arial", .language = "", .characters = {{U'A', -1}}});
+  ASSERT_NE(face, nullptr);
+  const std::string bytes = ProgramOf(*face);
+  EXPECT_FALSE(SfntFile::Read(bytes.substr(0, bytes.size() / 2)).has_value());
+}
+
+TEST(SubstituteFace, GoesByStyle) {
+  const auto bold = FindSubstitute({.name = "Helvetica-Bold", .language = "", .characters = {}});
+  ASSERT_NE(bold, nullptr);
+  EXPECT_GE(bold->weight_class(), 600);
+  const auto fixed = FindSubstitute(
+      {.name = "NoSuchFont", .is_fixed_pitch = true, .language = "", .characters = {{U'A', 600}}});
+  ASSERT_NE(fixed, nullptr);
+  EXPECT_TRUE(fixed->is_fixed_pitch());
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::pdfa
