@@ -49,6 +49,7 @@
 namespace TarnixTools {
 
 namespace engines {
+struct TPdf2Pdf;
 struct TPdfDocument;
 struct TPdfPageList;
 }  // namespace engines
@@ -56,6 +57,7 @@ struct TPdfPageList;
 class DecorationHandleStore;
 class OpenDocument;
 class PdfTransformation;
+class TemporaryFiles;
 struct DecorationMessages;
 
 // The unit of PdfDoc::GetPageSize's result.
@@ -269,8 +271,18 @@ class TARNIX_EXPORT PdfDoc {
   //   password - protects the output; empty for none.
   // Throws what is wrong with the settings of a text (InvalidParameter), FileNotFound for an image
   // file that cannot be opened, EngineError for one that is no image, for a font when neither it
-  // nor Arial can be used, and for characters that no font of this system has. Conversion to PDF/A
-  // is not available yet: EngineError from the first form, InternalError from the second.
+  // nor Arial can be used, and for characters that no font of this system has.
+  //
+  // A transformation of type PdfA writes a copy that is PDF/A: pages look the same, text stays text.
+  // GetReport() tells what was changed or left out for it, and what stands in the way of a level
+  // that was not reached; it does so when this throws, too. With None the copy has the most useful
+  // level that the document can reach, 2b or better. While it works there are files beside the
+  // output (its path with "_out.log" and "tmp.pdf" behind it) and beside the document
+  // (pdfa_metadata.xmp; beside the output where a file of that name is there, or none can be made);
+  // all of them are gone afterwards. PDF/A cannot be encrypted: with a password the copy claims no
+  // level any more. Throws EngineError for a document that cannot be converted, with the engine's
+  // code; 0x83410540: the level that was asked for cannot be reached, and a lower one was not
+  // allowed. Nothing is written then. The second form throws InternalError for this type.
   void Transform(PdfTransformation& transformation, const std::string& output_path,
                  const std::string& password);
   void Transform(std::vector<PdfTransformation>& transformations, const std::string& output_path,
@@ -386,8 +398,12 @@ class TARNIX_EXPORT PdfDoc {
                         const std::string& password);
   void DecorateDoc(PdfTransformation& transformation, const DecorationMessages& messages,
                    const std::string& output_path, const std::string& password);
-  [[noreturn]] void ConvertDocToPdfA(PdfTransformation& transformation,
-                                     const std::string& output_path, const std::string& password);
+  void ConvertDocToPdfA(PdfTransformation& settings, const std::string& output_path,
+                        const std::string& password);
+  void MergeXmpMetaData(engines::TPdf2Pdf* converter, const std::string& output_path,
+                        TemporaryFiles& files);
+  void LockConverted(const std::string& converted, const std::string& output_path,
+                     const std::string& password);
 
   // Copies all pages of this open document to the end of the target, each decorated on the way.
   void AppendPages(engines::TPdfDocument* target, std::span<PdfTransformation> transformations,

@@ -72,6 +72,9 @@ enum class PdfReportKind : std::int32_t {
   MetadataValue = 23,  // of the document information
   XmpPacket = 24,
   PdfAClaim = 25,
+  // What a conversion to PDF/A did: Replaced for what is there in another way, Dropped for what is
+  // not in the output, Kept for what stands in the way of the level that was asked for.
+  Conversion = 26,
 };
 
 enum class PdfReportOutcome : std::int32_t {
@@ -130,6 +133,7 @@ class TARNIX_EXPORT PdfReport {
   //   12 outline items kept
   //   1 signature dropped: REASON
   //   damage: REASON (3 times)
+  //   changed for PDF/A: REASON; left out for PDF/A: REASON; in the way of PDF/A: REASON
   static std::string GetText(const PdfReportEntry& entry);
 
  private:

@@ -85,7 +85,7 @@ class TARNIX_EXPORT PdfTask {
   bool GetKeepMetadata() const { return keep_metadata_; }
 
   // What the last Execute of the job kept, renamed and dropped beside the pages. Empty after a
-  // failed one, and before the first. Valid until the next Execute.
+  // failed one, unless the job's class says otherwise, and before the first. Valid until the next Execute.
   const PdfReport& GetReport() const { return report_; }
 
   // Does nothing: every job has its own, which hides this one. Not virtual, so that a job called

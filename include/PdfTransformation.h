@@ -384,8 +384,6 @@ class TARNIX_EXPORT PdfTransformation {
   void SetTextOpacity(int percent);
 
   // ---- of a conversion to PDF/A ----------------------------------------------------------------
-  //
-  // Kept, but not used in this version: PdfDoc::Transform refuses the type PdfA.
 
   // The level that the document is to have; None at first.
   PdfCompliance GetCompliance() const { return compliance_; }

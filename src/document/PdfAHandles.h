@@ -31,6 +31,30 @@ class ValidatorHandle {
   engines::TPdfValidator* object_;
 };
 
+class ConverterHandle {
+ public:
+  ConverterHandle() {
+    engines::Pdf2PdfInitialize();
+    object_ = engines::Pdf2PdfCreateObject();
+  }
+
+  ~ConverterHandle() {
+    if (object_ != nullptr) {
+      engines::Pdf2PdfDestroyObject(object_);
+    }
+    engines::Pdf2PdfUnInitialize();
+  }
+
+  ConverterHandle(const ConverterHandle&) = delete;
+  ConverterHandle& operator=(const ConverterHandle&) = delete;
+
+  // Null when it could not be made.
+  engines::TPdf2Pdf* Get() const { return object_; }
+
+ private:
+  engines::TPdf2Pdf* object_;
+};
+
 }  // namespace TarnixTools
 
 #endif  // TARNIX_DOCUMENT_PDFA_HANDLES_H_

@@ -35,6 +35,7 @@ void PdfDoc::Transform(PdfTransformation& transformation, const std::string& out
       return;
     case PdfTransformType::PdfA:
       ConvertDocToPdfA(transformation, output_path, password);
+      return;
   }
   throw PdfException(PdfExceptionCode::InternalError, 0, "Invalid PDF doc transformation type [%d]",
                      static_cast<int>(transformation.GetType()));
@@ -85,12 +86,6 @@ void PdfDoc::DecorateDoc(PdfTransformation& transformation, const DecorationMess
   }
   Complete(output);
   report_.Add(report);
-}
-
-void PdfDoc::ConvertDocToPdfA(PdfTransformation& /*transformation*/,
-                              const std::string& /*output_path*/, const std::string& /*password*/) {
-  throw PdfException(PdfExceptionCode::EngineError, 0,
-                     "Conversion to PDF/A is not available in this version [%s]", path_.c_str());
 }
 
 void PdfDoc::AppendPages(engines::TPdfDocument* target,

@@ -4,6 +4,20 @@
 
 namespace TarnixTools {
 
+namespace {
+
+// Of an entry whose reason says it all.
+std::string WhatIsTold(const PdfReportEntry& entry) {
+  if (entry.kind == PdfReportKind::Damage) {
+    return "damage: ";
+  }
+  return entry.outcome == PdfReportOutcome::Dropped ? "left out for PDF/A: "
+         : entry.outcome == PdfReportOutcome::Kept  ? "in the way of PDF/A: "
+                                                    : "changed for PDF/A: ";
+}
+
+}  // namespace
+
 PdfReport::PdfReport() = default;
 PdfReport::PdfReport(const PdfReport& other) = default;
 PdfReport::PdfReport(PdfReport&& other) noexcept = default;
@@ -87,6 +101,8 @@ const char* PdfReport::GetKindName(PdfReportKind kind) {
       return "XMP packet";
     case PdfReportKind::PdfAClaim:
       return "PDF/A claim";
+    case PdfReportKind::Conversion:
+      return "conversion";
   }
   return "thing";
 }
@@ -108,8 +124,8 @@ const char* PdfReport::GetOutcomeName(PdfReportOutcome outcome) {
 }
 
 std::string PdfReport::GetText(const PdfReportEntry& entry) {
-  if (entry.kind == PdfReportKind::Damage) {
-    const std::string text = "damage: " + entry.reason;
+  if (entry.kind == PdfReportKind::Damage || entry.kind == PdfReportKind::Conversion) {
+    const std::string text = WhatIsTold(entry) + entry.reason;
     return entry.count > 1 ? text + " (" + std::to_string(entry.count) + " times)" : text;
   }
   std::string text = std::to_string(entry.count) + " " + GetKindName(entry.kind);

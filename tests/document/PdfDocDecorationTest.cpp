@@ -485,14 +485,9 @@ TEST_F(PdfDocDecorationTest, RejectsAResolutionThatGivesAnImageNoSize) {
   }
 }
 
-TEST_F(PdfDocDecorationTest, DoesNotConvertToPdfA) {
+TEST_F(PdfDocDecorationTest, IsNoConversionToPdfA) {
   MakePdf("doc.pdf", 1);
-  PdfTransformation pdfa(PdfTransformType::PdfA);
-  EXPECT_EQ(FailureToDecorate(pdfa),
-            Failure(PdfExceptionCode::EngineError,
-                    "Conversion to PDF/A is not available in this version [" +
-                        Backslashes(Path("doc.pdf")) + "]"));
-  std::vector<PdfTransformation> several = {text_, pdfa};
+  std::vector<PdfTransformation> several = {text_, PdfTransformation(PdfTransformType::PdfA)};
   EXPECT_EQ(FailureToDecorate(several),
             Failure(PdfExceptionCode::InternalError, "Invalid PDF doc transformation type [3]"));
 }

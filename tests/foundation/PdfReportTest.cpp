@@ -49,6 +49,12 @@ TEST(PdfReport, TellsEntriesAsLines) {
             "damage: page count wrong");
   EXPECT_EQ(PdfReport::GetText({Kind::Damage, Outcome::Dropped, 3, 0, "object missing"}),
             "damage: object missing (3 times)");
+  EXPECT_EQ(PdfReport::GetText({Kind::Conversion, Outcome::Replaced, 2, 0, "font embedded"}),
+            "changed for PDF/A: font embedded (2 times)");
+  EXPECT_EQ(PdfReport::GetText({Kind::Conversion, Outcome::Dropped, 1, 0, "script"}),
+            "left out for PDF/A: script");
+  EXPECT_EQ(PdfReport::GetText({Kind::Conversion, Outcome::Kept, 1, 0, "no font"}),
+            "in the way of PDF/A: no font");
   EXPECT_EQ(PdfReport::GetText({Kind::PageNumber, Outcome::Added, 12, 1, ""}),
             "12 page numbers added");
   EXPECT_EQ(PdfReport::GetText({Kind::Font, Outcome::Replaced, 1, 0, "not installed"}),
@@ -57,10 +63,10 @@ TEST(PdfReport, TellsEntriesAsLines) {
 
 TEST(PdfReport, NamesEveryKindDifferently) {
   std::set<std::string> names;
-  for (int kind = 0; kind <= static_cast<int>(Kind::PdfAClaim); ++kind) {
+  for (int kind = 0; kind <= static_cast<int>(Kind::Conversion); ++kind) {
     names.insert(PdfReport::GetKindName(static_cast<Kind>(kind)));
   }
-  EXPECT_EQ(names.size(), static_cast<std::size_t>(Kind::PdfAClaim) + 1);
+  EXPECT_EQ(names.size(), static_cast<std::size_t>(Kind::Conversion) + 1);
   EXPECT_EQ(names.count("thing"), 0U);
   EXPECT_STREQ(PdfReport::GetKindName(static_cast<Kind>(1000)), "thing");
 }

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "PdfException.h"
+#include "PdfReport.h"
 
 namespace TarnixTools::cli {
 
@@ -31,6 +32,18 @@ std::string CodeName(PdfExceptionCode code);
 
 // 10 + the code.
 int ExitStatus(PdfExceptionCode code);
+
+// A failed job that can tell why in more than a message: its report is printed, too.
+class ReportedFailure : public PdfException {
+ public:
+  ReportedFailure(const PdfException& failure, const PdfReport& report)
+      : PdfException(failure), report_(report) {}
+
+  const PdfReport& report() const { return report_; }
+
+ private:
+  PdfReport report_;
+};
 
 // The exception being handled, whatever it is; one that is not the library's own counts as an
 // internal error. Call it inside a catch block only.

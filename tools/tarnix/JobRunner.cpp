@@ -140,10 +140,19 @@ void PrintResult(const Command& command, const DoneJob& done) {
   }
 }
 
-int ReportFailure(const Command& command, const Failure& failure) {
+int ReportFailure(const Command& command, const Failure& failure, const PdfReport& report = {}) {
   PrintFailure(failure);
+  if (!command.values.Has("quiet")) {
+    for (const PdfReportEntry& entry : report.GetEntries()) {
+      WriteError(OneLine("tarnix: " + PdfReport::GetText(entry)) + "\n");
+    }
+  }
   if (command.values.Has("json")) {
-    WriteOutput(ToText({{"job", command.job->name}, {"error", ToJson(failure)}}));
+    Json object = {{"job", command.job->name}, {"error", ToJson(failure)}};
+    if (!report.GetEntries().empty()) {
+      object["report"] = ReportJson(report);
+    }
+    WriteOutput(ToText(object));
   }
   return ExitStatus(failure.code);
 }
@@ -165,6 +174,8 @@ int RunJob(const Job& job, const std::vector<std::string>& words) {
     done = Run(command);
   } catch (const UsageError&) {
     throw;
+  } catch (const ReportedFailure& failure) {
+    return ReportFailure(command, CurrentFailure(), failure.report());
   } catch (...) {
     return ReportFailure(command, CurrentFailure());
   }
