@@ -92,6 +92,7 @@ std::string StatusSection() {
   section += Entry("0", "done");
   section += Entry("1", "the answer is no, from a job that asks a question");
   section += Entry("2", "wrong usage");
+  section += Entry("3", "done, but something is lost that the input still announced");
   for (const StatusRow& row : kStatusRows) {
     section += Entry(std::to_string(ExitStatus(row.code)),
                      CodeName(row.code) + ": " + std::string(row.meaning));
