@@ -17,7 +17,7 @@ class TreeReader {
         key_kind_(leaf_key == "Nums" ? Object::Kind::kInteger : Object::Kind::kString),
         visit_(&visit) {}
 
-  void Read(const Object& root) {
+  TreeDamage Read(const Object& root) {
     Wait(root);
     while (!waiting_.empty()) {
       const Object node = waiting_.back();
@@ -29,6 +29,7 @@ class TreeReader {
       direct_waiting_ -= node.IsReference() ? 0 : 1;
       ReadNode(ResolveOnce(node));
     }
+    return damage_;
   }
 
  private:
@@ -38,11 +39,14 @@ class TreeReader {
   }
 
   void ReadNode(const Object& node) {
+    damage_.nodes += node.IsNull() || node.IsDictionary() ? 0 : 1;
     ReadPairs(ResolveOnce(node.Get(leaf_key_)).Items());
     const auto kids = ResolveOnce(node.Get("Kids")).Items();
     for (auto kid = kids.rbegin(); kid != kids.rend(); ++kid) {
       if (kid->IsReference() || kid->IsDictionary()) {
         Wait(*kid);
+      } else if (!kid->IsNull()) {
+        ++damage_.nodes;
       }
     }
   }
@@ -52,6 +56,7 @@ class TreeReader {
     Object current = value;
     while (current.IsReference()) {
       if (!visited_.insert(current.AsReference().number).second) {
+        ++damage_.loops;
         return {};
       }
       current = document_->Load(current.AsReference(), arena_);
@@ -65,11 +70,13 @@ class TreeReader {
       const Object key = ResolveOnce(items[i]);
       if (key.kind() != key_kind_) {
         ++i;  // perhaps the next one is a key
+        ++damage_.entries;
         continue;
       }
       (*visit_)(key, items[i + 1]);
       i += 2;
     }
+    damage_.entries += items.size() - i;
   }
 
   Document* document_;
@@ -80,13 +87,14 @@ class TreeReader {
   std::vector<Object> waiting_;
   std::size_t direct_waiting_ = 0;  // those in waiting_ that are no references
   std::unordered_set<std::uint32_t> visited_;
+  TreeDamage damage_;
 };
 
 }  // namespace
 
-void ForEachInTree(Document& document, const Object& root, std::string_view leaf_key,
-                   const std::function<void(const Object& key, const Object& value)>& visit) {
-  TreeReader(document, leaf_key, visit).Read(root);
+TreeDamage ForEachInTree(Document& document, const Object& root, std::string_view leaf_key,
+                         const std::function<void(const Object& key, const Object& value)>& visit) {
+  return TreeReader(document, leaf_key, visit).Read(root);
 }
 
 }  // namespace TarnixTools::pdf
