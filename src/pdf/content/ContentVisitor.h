@@ -59,6 +59,7 @@ struct ContentEntry {
   std::size_t depth = 0;                      // 0 for what the walk begins with
   const GraphicsState* state = nullptr;       // in force; at first that which it begins with
   std::span<const PageContents::Part> parts;  // of a page's content
+  std::size_t bytes = 0;                      // of its content; once it has been read
 };
 
 struct ImageUse {

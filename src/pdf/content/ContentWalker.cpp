@@ -246,6 +246,7 @@ void ContentWalker::SetState(ContentFrame& frame, const PendingContent& content)
 void ContentWalker::Push(std::unique_ptr<ContentFrame> frame, std::string content) {
   ++walk_->contents_run;
   walk_->bytes_run += content.size();
+  frame->entry.bytes = content.size();
   frame->Begin(std::move(content));
   frames_.push_back(std::move(frame));
 }
