@@ -101,6 +101,7 @@ enum class ProblemCode : std::int32_t {
   kResourcesInvalid = 522,
   kResourceDead = 523,
   kResourceUnknown = 524,
+  kGraphicsStateUnknown = 525,
   // Fonts.
   kFontInvalid = 601,
   kFontProgramUnreadable = 602,
