@@ -32,6 +32,22 @@ class CheckTest : public ::testing::Test {
     document.Save(platform::WidePath(Path("out.pdf")), {.is_repaired = true});
   }
 
+  // The damage is this, and none is left once it is repaired.
+  void ExpectMended(const std::string& bytes, const Codes& damage) {
+    Repair(bytes);
+    EXPECT_EQ(Damage(), damage);
+    Repair(Output());
+    EXPECT_EQ(Damage(), Codes());
+  }
+
+  // A page (3) with these entries; objects from 10 on are free.
+  static testing::RawPdf OnePage(const std::string& entries, const std::string& catalog = "") {
+    return testing::RawPdf()
+        .Object(1, "<</Type/Catalog/Pages 2 0 R" + catalog + ">>")
+        .Object(2, "<</Type/Pages/Count 1/Kids[3 0 R]>>")
+        .Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 99 99]" + entries + ">>");
+  }
+
   Codes Damage() const { return CodesOf(problems_.damage()); }
 
   Codes Lint() const { return CodesOf(problems_.lint()); }

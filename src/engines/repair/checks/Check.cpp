@@ -2,9 +2,13 @@
 
 #include <array>
 
+#include "engines/repair/checks/FieldCheck.h"
 #include "engines/repair/checks/FileCheck.h"
+#include "engines/repair/checks/OutlineCheck.h"
 #include "engines/repair/checks/PageTreeCheck.h"
 #include "engines/repair/checks/StreamDataCheck.h"
+#include "engines/repair/checks/StructureCheck.h"
+#include "engines/repair/checks/TreeCheck.h"
 
 namespace TarnixTools::engines::repair {
 
@@ -14,6 +18,12 @@ constexpr auto kChecks = std::to_array<Check>({
     {kAnalyzeFile, CheckFile},
     {kAnalyzeFile, CheckStreamData},
     {kAnalyzeDocument, CheckPageTree},
+    {kAnalyzeDocument, CheckCatalog},
+    {kAnalyzeDocument, CheckKeyedTrees},
+    {kAnalyzeDocument, CheckOutline},
+    {kAnalyzeDocument, CheckFields},
+    {kAnalyzeDocument, CheckAnnotations},
+    {kAnalyzeDocument, CheckStructure},
 });
 
 }  // namespace

@@ -1,0 +1,86 @@
+#include "engines/repair/CheckTest.h"
+
+namespace TarnixTools::engines::repair {
+namespace {
+
+using ::testing::Contains;
+using ::testing::IsEmpty;
+using testing::RawPdf;
+using ::testing::UnorderedElementsAre;
+
+using Code = ProblemCode;
+
+class TreeCheckTest : public CheckTest {};
+
+TEST_F(TreeCheckTest, FindsEntriesOfTheCatalogThatAreNone) {
+  ExpectMended(OnePage("", "/Outlines(none)/AcroForm[1]").Table(),
+               {Code::kCatalogEntryInvalid, Code::kCatalogEntryInvalid});
+  Repair(OnePage("", "/Outlines null/Names 99 0 R").Table());
+  EXPECT_THAT(Damage(), IsEmpty());
+}
+
+TEST_F(TreeCheckTest, WritesDamagedTreesAnew) {
+  RawPdf file = OnePage("", "/Names<</Dests 10 0 R>>/PageLabels 13 0 R");
+  file.Object(10, "<</Kids[11 0 R 12 0 R 10 0 R]>>")
+      .Object(11, "<</Limits[(a)(b)]/Names[(a)[3 0 R/Fit](b)[3 0 R/Fit]]>>")
+      .Object(12, "(no node)")
+      .Object(13, "<</Nums[0<</S/D>>]/Kids[(no node)]>>");
+  ExpectMended(file.Table(), {Code::kNameTreeDamaged, Code::kNumberTreeDamaged});
+}
+
+TEST_F(TreeCheckTest, FindsNothingInSoundTrees) {
+  RawPdf file = OnePage("", "/Names<</Dests 10 0 R>>/PageLabels<</Nums[0<</S/D>>]>>");
+  file.Object(10, "<</Kids[11 0 R]>>").Object(11, "<</Limits[(a)(a)]/Names[(a)[3 0 R/Fit]]>>");
+  Repair(file.Table());
+  EXPECT_THAT(Damage(), IsEmpty());
+}
+
+TEST_F(TreeCheckTest, EndsListsOfTheOutlineWhereTheyBreak) {
+  RawPdf file = OnePage("", "/Outlines 10 0 R");
+  file.Object(10, "<</First 11 0 R/Last 13 0 R/Count 3>>")
+      .Object(11, "<</Title(a)/Parent 10 0 R/Next 12 0 R/First 14 0 R/Last 14 0 R>>")
+      .Object(12, "<</Title(b)/Parent 10 0 R/Next 11 0 R>>")
+      .Object(14, "<</Title(c)/Parent 11 0 R/Next 15 0 R>>");
+  Repair(file.Table());
+  EXPECT_THAT(Damage(), UnorderedElementsAre(Code::kOutlineLoop, Code::kOutlineDamaged));
+  Repair(Output());
+  EXPECT_THAT(Damage(), IsEmpty());
+}
+
+TEST_F(TreeCheckTest, LeavesOutWhatIsNoField) {
+  RawPdf file = OnePage("", "/AcroForm<</Fields[10 0 R]>>");
+  file.Object(10, "<</T(a)/FT/Tx/Kids[11 0 R 12 0 R 10 0 R 13 0 R]>>")
+      .Object(11, "<</T(b)/Kids 14 0 R>>")
+      .Object(12, "(none)")
+      .Object(14, "[15 0 R]")
+      .Object(15, "<</T(c)/Kids 14 0 R>>");
+  Repair(file.Table());
+  EXPECT_THAT(Damage(),
+              UnorderedElementsAre(Code::kFieldDamaged, Code::kFieldLoop, Code::kFieldLoop));
+  Repair(Output());
+  EXPECT_THAT(Damage(), IsEmpty());
+  ExpectMended(OnePage("", "/AcroForm 10 0 R").Object(10, "<</Fields(none)>>").Table(),
+               {Code::kFieldTreeDamaged});
+}
+
+TEST_F(TreeCheckTest, LeavesOutWhatIsNoAnnotation) {
+  RawPdf file = OnePage("/Annots[10 0 R 11 0 R 12 0 R null]");
+  file.Object(10, "<</Subtype/Text/Rect[0 0 9 9]>>")
+      .Object(11, "<</Subtype/Text/Rect[0 0 9]>>")
+      .Object(12, "(none)");
+  ExpectMended(file.Table(), {Code::kAnnotationDamaged, Code::kAnnotationDamaged});
+  ExpectMended(OnePage("/Annots(none)").Table(), {Code::kAnnotationDamaged});
+}
+
+TEST_F(TreeCheckTest, LeavesOutKidsOfElementsThatAreNone) {
+  RawPdf file = OnePage("", "/StructTreeRoot 10 0 R");
+  file.Object(10, "<</Type/StructTreeRoot/K[11 0 R 12 0 R]>>")
+      .Object(11, "<</S/P/K[0 <</Type/MCR/MCID 1>> 11 0 R(none)]>>")
+      .Object(12, "<</S/P/K 11 0 R>>");
+  Repair(file.Table());
+  EXPECT_THAT(Lint(), Contains(Code::kStructureTreeLoop));
+  ExpectMended(file.Table(), {Code::kStructureTreeDamaged});
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::repair
