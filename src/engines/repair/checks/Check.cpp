@@ -6,6 +6,7 @@
 #include "engines/repair/checks/FileCheck.h"
 #include "engines/repair/checks/OutlineCheck.h"
 #include "engines/repair/checks/PageTreeCheck.h"
+#include "engines/repair/checks/ResourceCheck.h"
 #include "engines/repair/checks/StreamDataCheck.h"
 #include "engines/repair/checks/StructureCheck.h"
 #include "engines/repair/checks/TreeCheck.h"
@@ -24,6 +25,7 @@ constexpr auto kChecks = std::to_array<Check>({
     {kAnalyzeDocument, CheckFields},
     {kAnalyzeDocument, CheckAnnotations},
     {kAnalyzeDocument, CheckStructure},
+    {kAnalyzeContent, CheckResources},
 });
 
 }  // namespace
