@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "engines/repair/checks/ContentCheck.h"
 #include "engines/repair/checks/FieldCheck.h"
 #include "engines/repair/checks/FileCheck.h"
 #include "engines/repair/checks/OutlineCheck.h"
@@ -26,6 +27,7 @@ constexpr auto kChecks = std::to_array<Check>({
     {kAnalyzeDocument, CheckAnnotations},
     {kAnalyzeDocument, CheckStructure},
     {kAnalyzeContent, CheckResources},
+    {kAnalyzeContent, CheckContent},
 });
 
 }  // namespace
