@@ -86,8 +86,10 @@ std::string AdvisedCommand(const Words& words) {
   return has_job ? "tarnix " + words.front() : "tarnix";
 }
 
-int RunCommandLine(const Words& words) {
+int RunCommandLine(char** begin, char** end) {
+  Words words;
   try {
+    words.assign(begin, end);
     return Dispatch(words);
   } catch (const UsageError& error) {
     return PrintUsageError(error.what(), AdvisedCommand(words));
@@ -103,5 +105,5 @@ int RunCommandLine(const Words& words) {
 
 int main(int argc, char** argv) {
   TarnixTools::cli::PrepareStandardStreams();
-  return TarnixTools::cli::RunCommandLine({argv + (argc > 0 ? 1 : 0), argv + argc});
+  return TarnixTools::cli::RunCommandLine(argv + (argc > 0 ? 1 : 0), argv + argc);
 }

@@ -63,8 +63,9 @@ void SourceDocument::RemoveWaiting(TargetDocument& target) {
   std::erase(waiting_, &target);
 }
 
-void SourceDocument::ServeWaiting() {
-  const auto targets = waiting_;
+// Takes no memory: a source that is not served leaves its targets nothing to go back to.
+void SourceDocument::ServeWaiting() noexcept {
+  const auto targets = std::exchange(waiting_, {});
   for (TargetDocument* target : targets) {
     target->WritePagesOf(*this);
   }

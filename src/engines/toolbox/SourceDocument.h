@@ -47,7 +47,7 @@ class SourceDocument {
   void AddWaiting(TargetDocument& target);
   void RemoveWaiting(TargetDocument& target);
   // Has every waiting target write what it needs of this document.
-  void ServeWaiting();
+  void ServeWaiting() noexcept;
 
  private:
   void BarDocumentTrees();
