@@ -1,6 +1,7 @@
 #include "engines/optimizer/images/ImageGoals.h"
 
 #include <array>
+#include <cmath>
 
 namespace TarnixTools::engines::optimizer {
 
@@ -30,6 +31,10 @@ double WorthOfLook(int quality, float resolution_dpi) {
 }
 
 }  // namespace
+
+double CostOf(std::uint64_t bytes, double similarity, const ImageGoals& goals) {
+  return std::log(static_cast<double>(bytes)) + goals.worth_of_look * (1 - similarity);
+}
 
 ImageGoals GoalsOf(const OptimizerSettings& settings, bool has_cmyk_intent) {
   return {.settings = settings,

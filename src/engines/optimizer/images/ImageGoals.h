@@ -2,6 +2,8 @@
 #ifndef TARNIX_ENGINES_OPTIMIZER_IMAGES_IMAGEGOALS_H_
 #define TARNIX_ENGINES_OPTIMIZER_IMAGES_IMAGEGOALS_H_
 
+#include <cstdint>
+
 #include "engines/optimizer/OptimizerSettings.h"
 
 namespace TarnixTools::engines::optimizer {
@@ -16,6 +18,10 @@ struct ImageGoals {
   // save this many hundredths of its bytes.
   double worth_of_look = 0;
 };
+
+// What an image costs in bytes and in look: bytes count by their ratio.
+//   similarity - to the look of the image as it was
+double CostOf(std::uint64_t bytes, double similarity, const ImageGoals& goals);
 
 // has_cmyk_intent: the document says that it is for a CMYK device.
 ImageGoals GoalsOf(const OptimizerSettings& settings, bool has_cmyk_intent);

@@ -1,7 +1,6 @@
 #include "engines/optimizer/images/JpegSearch.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -18,12 +17,7 @@ constexpr double kLeastLoss = 0.25;
 }  // namespace
 
 JpegSearch::JpegSearch(const Look& look, const ImageGoals& goals, std::uint64_t bytes_now)
-    : look_(&look), goals_(&goals), least_cost_(CostOf(bytes_now, 1)) {}
-
-// What a picture costs in bytes and in look: bytes count by their ratio.
-double JpegSearch::CostOf(std::uint64_t bytes, double similarity) const {
-  return std::log(static_cast<double>(bytes)) + goals_->worth_of_look * (1 - similarity);
-}
+    : look_(&look), goals_(&goals), least_cost_(CostOf(bytes_now, 1, goals)) {}
 
 double JpegSearch::Try(const SamplePicture& picture, PictureSize whole, bool is_flat) {
   JpegChoice choice{.quality = goals_->settings.image_quality, .is_subsampled = !is_flat};
@@ -35,7 +29,7 @@ double JpegSearch::Try(const SamplePicture& picture, PictureSize whole, bool is_
       return last_cost;
     }
     const double similarity = look_->SimilarityOf(*decoded);
-    const double cost = CostOf(coded.data.size(), similarity);
+    const double cost = CostOf(coded.data.size(), similarity, *goals_);
     if (cost < least_cost_) {
       least_cost_ = cost;
       found_ = Found{.whole = whole, .choice = choice, .similarity = similarity};

@@ -39,8 +39,6 @@ class JpegSearch {
   const std::optional<Found>& found() const { return found_; }
 
  private:
-  double CostOf(std::uint64_t bytes, double similarity) const;
-
   const Look* look_;
   const ImageGoals* goals_;
   double least_cost_;
