@@ -179,16 +179,6 @@ SamplePicture Viewed(const SamplePicture& picture, std::uint32_t width, std::uin
   return viewed;
 }
 
-SamplePicture Seen(SamplePicture lightness, std::uint32_t width, std::uint32_t height) {
-  if (lightness.width == width && lightness.height == height) {
-    return lightness;
-  }
-  if (lightness.width >= width && lightness.height >= height) {
-    return Viewed(lightness, width, height);
-  }
-  return Scaled(lightness, width, height);
-}
-
 template <std::size_t kComponents, typename Lightness>
 void TakeLightness(const SamplePicture& picture, std::vector<std::uint8_t>& out,
                    Lightness lightness_of) {
@@ -200,6 +190,16 @@ void TakeLightness(const SamplePicture& picture, std::vector<std::uint8_t>& out,
 }
 
 }  // namespace
+
+SamplePicture SeenIn(SamplePicture lightness, std::uint32_t width, std::uint32_t height) {
+  if (lightness.width == width && lightness.height == height) {
+    return lightness;
+  }
+  if (lightness.width >= width && lightness.height >= height) {
+    return Viewed(lightness, width, height);
+  }
+  return Scaled(lightness, width, height);
+}
 
 SamplePicture LightnessOf(const SamplePicture& picture, bool is_inverted) {
   if (picture.components == 1) {
@@ -247,11 +247,11 @@ double StructuralSimilarity(const SamplePicture& first, const SamplePicture& sec
 Look::Look(const SamplePicture& picture, bool is_inverted, std::uint32_t width,
            std::uint32_t height)
     : is_inverted_(is_inverted),
-      lightness_(Seen(LightnessOf(picture, is_inverted), width, height)) {}
+      lightness_(SeenIn(LightnessOf(picture, is_inverted), width, height)) {}
 
 double Look::SimilarityOf(const SamplePicture& picture) const {
   return StructuralSimilarity(
-      lightness_, Seen(LightnessOf(picture, is_inverted_), lightness_.width, lightness_.height));
+      lightness_, SeenIn(LightnessOf(picture, is_inverted_), lightness_.width, lightness_.height));
 }
 
 }  // namespace TarnixTools::engines::optimizer

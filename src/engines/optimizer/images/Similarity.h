@@ -18,6 +18,9 @@ namespace TarnixTools::engines::optimizer {
 //   is_inverted - of CMYK: 255 is no ink
 SamplePicture LightnessOf(const SamplePicture& picture, bool is_inverted);
 
+// A picture of a byte a pixel as viewers show it in so many pixels.
+SamplePicture SeenIn(SamplePicture lightness, std::uint32_t width, std::uint32_t height);
+
 // What a picture looks like when it is seen in a certain size.
 class Look {
  public:
