@@ -38,34 +38,36 @@ std::optional<Bits> ReadBits(SampleRows& samples) {
   return bits;
 }
 
-// Group 4 fax codes take it that most of a picture is white.
-CodedPicture CodeAsFax(const Bits& bits, const SampleFormat& format) {
-  const bool is_mostly_ones = bits.ones * 2 >= bits.rows.size() * 8;
-  CcittEncoder encoder(format.width);
-  for (std::uint32_t y = 0; y < format.height; ++y) {
-    encoder.AddRow(bits.rows.data() + y * bits.stride, is_mostly_ones ? 0 : 1);
+// Bits that are black are 0 again when they are decoded, or 1.
+CodedPicture CodeAsFax(const BitPicture& bits, bool black_is_one) {
+  CcittEncoder encoder(bits.width);
+  for (std::uint32_t y = 0; y < bits.height; ++y) {
+    encoder.AddRow(bits.row(y), bits.black);
   }
   encoder.Finish();
   CodedPicture coded;
   coded.filter = "CCITTFaxDecode";
-  coded.parameters = "/K -1/Columns " + std::to_string(format.width) + "/Rows " +
-                     std::to_string(format.height) + (is_mostly_ones ? "" : "/BlackIs1 true");
+  coded.parameters = "/K -1/Columns " + std::to_string(bits.width) + "/Rows " +
+                     std::to_string(bits.height) + (black_is_one ? "/BlackIs1 true" : "");
   coded.data = encoder.data();
   return coded;
 }
 
 // Where that is smaller.
-void TakeJbig2(const Bits& bits, const SampleFormat& format, CodedPicture& best) {
-  std::optional<std::string> data = EncodeJbig2({.rows = bits.rows.data(),
-                                                 .stride = bits.stride,
-                                                 .width = format.width,
-                                                 .height = format.height,
-                                                 .black = 0});
+void TakeJbig2(const BitPicture& bits, CodedPicture& best) {
+  std::optional<std::string> data = EncodeJbig2(bits);
   if (data && data->size() < best.data.size()) {
     best = {};
     best.filter = "JBIG2Decode";
     best.data = *std::move(data);
   }
+}
+
+CodedPicture Sized(CodedPicture coded, std::uint32_t width, std::uint32_t height) {
+  coded.width = width;
+  coded.height = height;
+  coded.bits = 1;
+  return coded;
 }
 
 }  // namespace
@@ -77,17 +79,31 @@ std::variant<LeftAlone, CodedPicture> CodeBitonal(SampleRows& samples, std::uint
   if (!bits) {
     return LeftAlone::kUnreadable;
   }
-  CodedPicture best = CodeAsFax(*bits, format);
+  BitPicture picture{.rows = bits->rows.data(),
+                     .stride = bits->stride,
+                     .width = format.width,
+                     .height = format.height,
+                     .black = 0};
+  // Group 4 fax codes take it that most of a picture is white.
+  const bool is_mostly_ones = bits->ones * 2 >= bits->rows.size() * 8;
+  picture.black = is_mostly_ones ? 0 : 1;
+  CodedPicture best = CodeAsFax(picture, !is_mostly_ones);
   if ((codecs & kBitonalJbig2) != 0) {
-    TakeJbig2(*bits, format, best);
+    picture.black = 0;
+    TakeJbig2(picture, best);
   }
   if (best.data.size() >= bytes_now) {
     return LeftAlone::kSmallest;
   }
-  best.width = format.width;
-  best.height = format.height;
-  best.bits = 1;
-  return best;
+  return Sized(std::move(best), format.width, format.height);
+}
+
+CodedPicture CodeStencil(const BitPicture& bits, std::uint32_t codecs) {
+  CodedPicture best = CodeAsFax(bits, false);
+  if ((codecs & kBitonalJbig2) != 0) {
+    TakeJbig2(bits, best);
+  }
+  return Sized(std::move(best), bits.width, bits.height);
 }
 
 }  // namespace TarnixTools::engines::optimizer

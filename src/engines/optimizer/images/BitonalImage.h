@@ -7,6 +7,7 @@
 
 #include "engines/optimizer/OptimizerReport.h"
 #include "engines/optimizer/images/CodedPicture.h"
+#include "engines/support/codecs/BitRows.h"
 #include "engines/support/images/SampleRows.h"
 
 namespace TarnixTools::engines::optimizer {
@@ -16,6 +17,10 @@ namespace TarnixTools::engines::optimizer {
 //   codecs - OptimizerSettings::bitonal_codecs
 std::variant<LeftAlone, CodedPicture> CodeBitonal(SampleRows& samples, std::uint32_t codecs,
                                                   std::uint64_t bytes_now);
+
+// The smallest coding of a stencil that paints what is black.
+//   codecs - OptimizerSettings::bitonal_codecs
+CodedPicture CodeStencil(const BitPicture& bits, std::uint32_t codecs);
 
 }  // namespace TarnixTools::engines::optimizer
 
