@@ -17,6 +17,7 @@ pdf::WalkOptions OptionsFor(bool with_text) {
   return {.images = true,
           .text = with_text,
           .clips = true,
+          .style = true,
           .forms = true,
           .patterns = true,
           .soft_masks = true,
@@ -38,6 +39,19 @@ std::optional<pdf::Matrix> InverseOf(const pdf::Matrix& m) {
                      (m.b * m.e - m.a * m.f) / area};
 }
 
+// Whether what is painted hides what is behind it, and neither depends on how.
+bool IsPlain(const pdf::GraphicsState& state) {
+  const pdf::Transparency& transparency = state.transparency;
+  const pdf::Object& mode = transparency.blend_mode;
+  return transparency.fill_alpha >= 1 && transparency.soft_mask.IsNull() &&
+         (mode.IsNull() || (mode.IsName() && mode.Text() == "Normal")) &&
+         !state.rendering.overprints_fills;
+}
+
+bool IsPageOrForm(pdf::ResourceKind kind) {
+  return kind == pdf::ResourceKind::kPage || kind == pdf::ResourceKind::kForm;
+}
+
 void AddTo(pdf::Box& around, const pdf::Box& box) {
   around = {std::min(around.left, box.left), std::min(around.bottom, box.bottom),
             std::max(around.right, box.right), std::max(around.top, box.top)};
@@ -50,6 +64,7 @@ void ImagePlacement::Include(const ImagePlacement& other) {
   height_points = std::max(height_points, other.height_points);
   AddTo(shown, other.shown);
   is_known = is_known && other.is_known;
+  is_page_picture = is_page_picture && other.is_page_picture;
   has_default_spaces = has_default_spaces || other.has_default_spaces;
 }
 
@@ -67,7 +82,16 @@ void DocumentSurvey::WalkPages(pdf::Document& document, const pdf::PageTree& pag
     page_ = {0, 0, geometry.SeenWidth(), geometry.SeenHeight()};
     walker.BeginPage(pages, i, geometry.ToSeenPoints());
     walker.Run();
+    EndPage();
   }
+}
+
+void DocumentSurvey::EndPage() {
+  if (page_picture_ != 0 && images_on_page_ > 1) {
+    placements_[page_picture_].is_page_picture = false;
+  }
+  images_on_page_ = 0;
+  page_picture_ = 0;
 }
 
 // Appearances that are not shown now, and what resources have though nothing uses it yet.
@@ -106,14 +130,42 @@ bool DocumentSurvey::EnterContent(const pdf::ContentEntry& entry) {
   if (entry.kind != pdf::ResourceKind::kPage) {
     entered_.insert(entry.number);
   }
+  depth_in_others_ += IsPageOrForm(entry.kind) ? 0 : 1;
+  has_inline_images_.push_back(false);
   return true;
 }
 
+void DocumentSurvey::LeaveContent(const pdf::ContentEntry& entry) {
+  depth_in_others_ -= IsPageOrForm(entry.kind) ? 0 : 1;
+  if (has_inline_images_.back() && entry.kind != pdf::ResourceKind::kPage) {
+    contents_with_images_.insert(entry.number);
+  } else if (has_inline_images_.back()) {
+    for (const pdf::PageContents::Part& part : entry.parts) {
+      contents_with_images_.insert(part.number);
+    }
+  }
+  has_inline_images_.pop_back();
+}
+
+// The box around an image that lies askew is larger than the image.
+bool DocumentSurvey::CoversPage(const pdf::ImageUse& image) const {
+  constexpr double kLeastOfPage = 0.5;
+  const pdf::Matrix& m = image.state.matrix;
+  const double area = std::abs(m.a * m.d - m.b * m.c);
+  return has_places_ && depth_in_others_ == 0 && IsPlain(image.state) &&
+         area >= kLeastOfPage * page_.width() * page_.height();
+}
+
 void DocumentSurvey::DrawImage(const pdf::ImageUse& image) {
+  ++images_on_page_;
   if (image.number == 0) {
+    has_inline_images_.back() = true;
     return;
   }
   ImagePlacement& placement = placements_[image.number];
+  const bool covers_page = CoversPage(image);
+  placement.is_page_picture = placement.is_page_picture && covers_page;
+  page_picture_ = covers_page ? image.number : page_picture_;
   for (const std::string_view key : {"DefaultGray", "DefaultRGB", "DefaultCMYK"}) {
     placement.has_default_spaces = placement.has_default_spaces || image.color_spaces.Has(key);
   }

@@ -7,8 +7,10 @@
 #ifndef TARNIX_ENGINES_OPTIMIZER_SURVEY_DOCUMENTSURVEY_H_
 #define TARNIX_ENGINES_OPTIMIZER_SURVEY_DOCUMENTSURVEY_H_
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <set>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -28,6 +30,8 @@ struct ImagePlacement {
   double height_points = 0;
   pdf::Box shown{1, 1, 0, 0};  // of the unit square that the image fills, around what all uses show
   bool is_known = true;        // false: of some use nobody knows the size
+  // By each use it is the only image of a page, covers most of it, and hides what is behind it.
+  bool is_page_picture = true;
   bool has_default_spaces = false;  // device colours may stand for others (ISO 32000-2, 8.6.5.6)
 };
 
@@ -45,19 +49,31 @@ class DocumentSurvey : private pdf::ContentVisitor {
   // All images that content draws, ascending.
   std::vector<std::uint32_t> Images() const;
 
+  // Streams of content in which, or beside which, images stand inline.
+  const std::set<std::uint32_t>& ContentsWithImages() const { return contents_with_images_; }
+
  private:
   void WalkPages(pdf::Document& document, const pdf::PageTree& pages);
   void WalkRest(pdf::Document& document, const pdf::PageTree& pages);
 
+  void EndPage();
+  bool CoversPage(const pdf::ImageUse& image) const;
+
   bool EnterContent(const pdf::ContentEntry& entry) override;
+  void LeaveContent(const pdf::ContentEntry& entry) override;
   void DrawImage(const pdf::ImageUse& image) override;
   std::optional<pdf::TextAdvance> ShowText(const pdf::StringUse& string) override;
 
   std::unordered_map<std::uint32_t, ImagePlacement> placements_;
   std::unordered_set<std::uint32_t> entered_;  // content other than pages
   pdf::ContentVisitor* text_;
-  pdf::Box page_;           // what is seen of it, in points
-  bool has_places_ = true;  // whether the walk knows where things are on a page
+  std::set<std::uint32_t> contents_with_images_;
+  std::vector<bool> has_inline_images_;  // of the content that is open, the innermost last
+  std::size_t images_on_page_ = 0;
+  std::uint32_t page_picture_ = 0;   // of them, the last that covers the page
+  std::size_t depth_in_others_ = 0;  // content within the page that is no form
+  pdf::Box page_;                    // what is seen of it, in points
+  bool has_places_ = true;           // whether the walk knows where things are on a page
 };
 
 }  // namespace TarnixTools::engines::optimizer

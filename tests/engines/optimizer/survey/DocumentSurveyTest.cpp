@@ -94,6 +94,44 @@ TEST_F(DocumentSurveyTest, MeasuresOnTurnedPages) {
   ExpectShown(placement, {0, 0, 1, 1});
 }
 
+bool IsPagePicture(const ImagePlacement* placement) {
+  return placement != nullptr && placement->is_page_picture;
+}
+
+TEST_F(DocumentSurveyTest, TellsThePictureOfAPage) {
+  EXPECT_TRUE(IsPagePicture(PlacementOn("100 0 0 80 0 10 cm /I Do BT (a) Tj ET")));
+  file_.Stream(5, kFormEntries + kOwn, "100 0 0 80 0 0 cm /I Do");
+  EXPECT_TRUE(IsPagePicture(PlacementOn("/X Do")));
+}
+
+TEST_F(DocumentSurveyTest, TellsThatAPictureIsNotAllOfAPage) {
+  for (const char* const content :
+       {"60 0 0 80 0 10 cm /I Do", "q 100 0 0 80 0 10 cm /I Do Q q 9 0 0 9 0 0 cm /J Do Q",
+        "q 100 0 0 80 0 10 cm /I Do Q BI/W 1/H 1/BPC 8/CS/G ID x EI",
+        "q 100 0 0 80 0 10 cm /I Do Q q 100 0 0 80 0 10 cm /I Do Q"}) {
+    EXPECT_FALSE(IsPagePicture(PlacementOn(content))) << content;
+  }
+}
+
+TEST_F(DocumentSurveyTest, TellsThatAPictureIsMixedWithWhatIsBehind) {
+  for (const char* const entry : {"/ca 0.5", "/BM/Multiply", "/op true"}) {
+    const std::string states = std::string("/ExtGState<</G<<") + entry + ">>>>";
+    EXPECT_FALSE(IsPagePicture(PlacementOn("/G gs 100 0 0 100 0 0 cm /I Do", "", states))) << entry;
+  }
+  EXPECT_TRUE(IsPagePicture(PlacementOn("/G gs 100 0 0 100 0 0 cm /I Do", "",
+                                        "/ExtGState<</G<</ca 1/BM/Normal/SMask/None>>>>")));
+}
+
+TEST_F(DocumentSurveyTest, TellsThatAPictureIsPartOfAPattern) {
+  file_.Stream(5,
+               "/Type/Pattern/PatternType 1/PaintType 1/TilingType 1/BBox[0 0 100 100]/XStep 100"
+               "/YStep 100" +
+                   kOwn,
+               "100 0 0 100 0 0 cm /I Do");
+  EXPECT_FALSE(IsPagePicture(
+      PlacementOn("/Pattern cs /P scn 0 0 100 100 re f", "", "/Pattern<</P 5 0 R>>")));
+}
+
 TEST_F(DocumentSurveyTest, MeasuresInForms) {
   file_.Stream(5, kFormEntries + "/Matrix[2 0 0 2 0 0]" + kOwn, "5 0 0 10 0 0 cm /I Do");
   EXPECT_EQ(SizeOf(PlacementOn("2 0 0 1 0 0 cm /X Do")), "20x20");
