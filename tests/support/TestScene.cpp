@@ -94,4 +94,42 @@ std::string SceneStrokes(const SceneSize& size) {
                        [](int x, int y, int) { return IsSceneStroke(x, y) ? 0.0 : 1.0; });
 }
 
+// Lines of letters, each of an upright and some of two bars, or of an upright alone.
+ScanInk ScanInkAt(int x, int y) {
+  constexpr int kLine = 30;
+  constexpr int kLetter = 18;
+  constexpr int kStroke = 4;
+  const int in_x = x % kLetter - 3;
+  const int in_y = y % kLine - 5;
+  if (x < 2 * kLetter || in_x < 0 || in_x >= 12 || in_y < 0 || in_y >= 20) {
+    return ScanInk::kNone;
+  }
+  const std::uint32_t letter = Mixed(x / kLetter, y / kLine);
+  const bool is_ink = in_x < kStroke || (in_y < kStroke && (letter & 1U) != 0) ||
+                      (in_y >= 8 && in_y < 8 + kStroke && (letter & 2U) != 0);
+  return !is_ink ? ScanInk::kNone : y / kLine % 4 == 3 ? ScanInk::kRed : ScanInk::kBlack;
+}
+
+std::array<double, 3> ScanColor(int x, int y) {
+  const double noise = NoiseAt(x, y);
+  switch (ScanInkAt(x, y)) {
+    case ScanInk::kBlack:
+      return {0.14 + noise, 0.13 + noise, 0.15 + noise};
+    case ScanInk::kRed:
+      return {0.75 + noise, 0.1 + noise, 0.12 + noise};
+    default: {
+      const double light = 0.95 - x / 9000.0 + noise;
+      return {light, light * 0.98, light * 0.95};
+    }
+  }
+}
+
+std::string ScanSamples(const SceneSize& size, int components) {
+  return PackedSamples(size, components, 8, [&](int x, int y, int component) {
+    const std::array<double, 3> rgb = ScanColor(x, y);
+    return components == 1 ? 0.3 * rgb[0] + 0.59 * rgb[1] + 0.11 * rgb[2]
+                           : rgb.at(static_cast<std::size_t>(component));
+  });
+}
+
 }  // namespace TarnixTools::testing

@@ -36,6 +36,17 @@ std::string SceneSamples(const SceneSize& size, int components, int bits);
 // The strokes alone, a bit a pixel: 0 is black.
 std::string SceneStrokes(const SceneSize& size);
 
+// A scanned page of text: letters in black, some lines of them in red, on uneven paper.
+enum class ScanInk { kNone, kBlack, kRed };
+
+ScanInk ScanInkAt(int x, int y);
+
+// Red, green and blue, 0 to 1.
+std::array<double, 3> ScanColor(int x, int y);
+
+// The page in gray (1 component) or RGB (3), eight bits a component.
+std::string ScanSamples(const SceneSize& size, int components);
+
 }  // namespace TarnixTools::testing
 
 #endif  // TARNIX_TESTS_SUPPORT_TEST_SCENE_H_
