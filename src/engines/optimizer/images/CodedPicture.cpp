@@ -5,7 +5,6 @@
 
 #include "engines/support/codecs/JpegEncoder.h"
 #include "engines/support/codecs/JpegReader.h"
-#include "engines/support/pictures/Plane.h"
 
 namespace TarnixTools::engines::optimizer {
 
@@ -100,6 +99,10 @@ CodedPicture CodeWithoutLoss(const SamplePicture& picture, bool keeps_space, Pac
                                                             : "/DeviceRGB";
   coded.decode = "";
   return coded;
+}
+
+CodedPicture CodePlane(Plane&& samples) {
+  return CodedOf(EncodePlane(std::move(samples), PictureSpace::kNone, Packing::kDense));
 }
 
 }  // namespace TarnixTools::engines::optimizer

@@ -8,6 +8,7 @@
 
 #include "engines/optimizer/images/SamplePicture.h"
 #include "engines/support/images/RasterEncoder.h"
+#include "engines/support/pictures/Plane.h"
 
 namespace TarnixTools::engines::optimizer {
 
@@ -41,6 +42,9 @@ std::optional<SamplePicture> DecodedForLook(const std::string& data);
 // Without loss, with as few bits and colours as the picture needs.
 //   keeps_space - components and depth stay what they are
 CodedPicture CodeWithoutLoss(const SamplePicture& picture, bool keeps_space, Packing packing);
+
+// Samples of any number of components and depth, as they are.
+CodedPicture CodePlane(Plane&& samples);
 
 }  // namespace TarnixTools::engines::optimizer
 

@@ -37,6 +37,13 @@ void OptimizeBitonal(BitonalTask& task, const ImageGoals& goals, ImageOutcome& o
   task.samples.reset();
 }
 
+void OptimizeInks(InkTask& task, ImageOutcome& outcome) {
+  outcome.coded = CodeInks(task);
+  if (!outcome.coded) {
+    outcome.left_alone = LeftAlone::kSmallest;
+  }
+}
+
 }  // namespace
 
 ImagePass::ImagePass(pdf::Document& document, const DocumentSurvey& survey,
@@ -132,6 +139,8 @@ void ImagePass::Start(Entry& entry, ImageInput input, const Workshop& workshop) 
   workshop.pool->Add(shared->held_bytes, [&entry, shared, store = workshop.store, this] {
     if (auto* bitonal = std::get_if<BitonalTask>(&shared->task)) {
       OptimizeBitonal(*bitonal, goals_, entry.outcome);
+    } else if (auto* inks = std::get_if<InkTask>(&shared->task)) {
+      OptimizeInks(*inks, entry.outcome);
     } else {
       entry.outcome = OptimizeImage(std::get<ImageTask>(shared->task), goals_);
     }

@@ -125,6 +125,10 @@ class Reader {
       input_.task = LeftAlone::kUnreadable;
       return;
     }
+    if (IsOfInks(samples->space)) {
+      SetInks(task, *std::move(samples));
+      return;
+    }
     if (!SetColors(task, *std::move(samples))) {
       input_.task = LeftAlone::kUnhandled;
       return;
@@ -169,8 +173,8 @@ class Reader {
     constexpr double kMargin = 2;  // pixels that viewers may mix in
     const pdf::Box& shown = placement_->shown;
     if (!goals_->settings.clips_images || !task.is_placed || role_ != ImageRole::kDrawn ||
-        facts_.soft_mask != 0 || facts_.stencil_mask != 0 || shown.IsEmpty() ||
-        shown.width() * shown.height() > kMostThatIsCut) {
+        facts_.soft_mask != 0 || facts_.stencil_mask != 0 || placement_->has_default_spaces ||
+        IsOfInks(*space_) || shown.IsEmpty() || shown.width() * shown.height() > kMostThatIsCut) {
       return std::nullopt;
     }
     const double left = std::max(0.0, std::floor(shown.left * task.width - kMargin));
@@ -196,9 +200,26 @@ class Reader {
 
   // Colours that are left out by their samples, and those whose components are no amounts of light
   // or ink.
-  bool KeepsSamples() const {
-    return !facts_.color_key.empty() || space_->kind == ColorKind::kLab ||
-           (space_->kind == ColorKind::kInks && space_->components != 1);
+  bool KeepsSamples() const { return !facts_.color_key.empty() || space_->kind == ColorKind::kLab; }
+
+  // Whether components stand for inks that no other coding knows: one is as gray is, and four are as
+  // those of CMYK are.
+  static bool IsOfInks(const ColorSpace& space) {
+    return space.kind == ColorKind::kInks && space.components != 1 && space.components != 4;
+  }
+
+  void SetInks(const ImageTask& task, ImageSamples samples) {
+    const SampleFormat& format = samples.rows->format();
+    input_.part.reset();
+    if (!samples.is_complete || task.keeps_samples) {
+      input_.task = LeftAlone::kUnhandled;
+      return;
+    }
+    input_.held_bytes = samples.rows->held_bytes() +
+                        kCopies * std::uint64_t{format.samples_in_row()} * format.height;
+    input_.task = InkTask{.encoded_bytes = input_.encoded_bytes,
+                          .wanted = WantedSize(task, *goals_),
+                          .samples = std::move(samples.rows)};
   }
 
   // False for colours that are not worked on.

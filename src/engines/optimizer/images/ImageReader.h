@@ -10,6 +10,7 @@
 #include "engines/optimizer/OptimizerReport.h"
 #include "engines/optimizer/images/ImageGoals.h"
 #include "engines/optimizer/images/ImageOptimizer.h"
+#include "engines/optimizer/images/InkImage.h"
 #include "engines/optimizer/survey/DocumentSurvey.h"
 #include "engines/support/images/SampleRows.h"
 #include "pdf/file/Document.h"
@@ -26,7 +27,7 @@ struct BitonalTask {
 
 struct ImageInput {
   // The reason: it is not to be touched.
-  std::variant<LeftAlone, BitonalTask, ImageTask> task = LeftAlone::kUnhandled;
+  std::variant<LeftAlone, BitonalTask, InkTask, ImageTask> task = LeftAlone::kUnhandled;
   std::uint64_t encoded_bytes = 0;
   std::uint64_t held_bytes = 0;  // that work on it takes
   std::uint32_t soft_mask = 0;   // numbers of its masks; 0 for none

@@ -34,6 +34,7 @@ using testing::SceneStrokes;
 const std::string kDraw = "q 76.8 0 0 102.4 20 20 cm /I Do Q\n";
 const std::string kPaper = "0.9 0.95 0.7 rg 0 0 120 145 re f\n";
 const std::string kInkFunction = "/FunctionType 4/Domain[0 1]/Range[0 1 0 1 0 1]";
+const std::string kFourInks = "/FunctionType 4/Domain[0 1 0 1 0 1 0 1]";
 const std::string kTwoInksFunction = "/FunctionType 4/Domain[0 1 0 1]/Range[0 1 0 1 0 1]";
 
 std::string Sides(int width, int height) {
@@ -416,6 +417,23 @@ const std::vector<ImageDocument>& ImageDocuments() {
          return Scene("[/DeviceN[/A/B/C]/DeviceRGB 12 0 R]", 3, 8, "",
                       WithFunction("/FunctionType 4/Domain[0 1 0 1 0 1]/Range[0 1 0 1 0 1]",
                                    "{1 exch sub}"));
+       }},
+      {"DeviceNFour",
+       [] {
+         return Scene("[/DeviceN[/A/B/C/D]/DeviceCMYK 12 0 R]", 4, 8, "",
+                      WithFunction(kFourInks + "/Range[0 1 0 1 0 1 0 1]", "{}"));
+       }},
+      {"DeviceNFive",
+       [] {
+         return Scene("[/DeviceN[/A/B/C/D/E]/DeviceCMYK 12 0 R]", 5, 8, "",
+                      WithFunction("/FunctionType 4/Domain[0 1 0 1 0 1 0 1 0 1]"
+                                   "/Range[0 1 0 1 0 1 0 1]",
+                                   "{pop}"));
+       }},
+      {"DeviceNFourBits",
+       [] {
+         return Scene("[/DeviceN[/A/B]/DeviceRGB 12 0 R]", 2, 4, "/Decode[1 0 0 1]",
+                      WithFunction(kTwoInksFunction, "{0.5}"));
        }},
       {"DecodeGray", [] { return Scene("/DeviceGray", 1, 8, "/Decode[1 0]"); }},
       {"DecodeRgb", [] { return Scene("/DeviceRGB", 3, 8, "/Decode[1 0 0 1 0.2 0.8]"); }},
