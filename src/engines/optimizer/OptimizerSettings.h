@@ -45,8 +45,9 @@ struct OptimizerSettings {
   bool removes_standard_fonts = false;     // embedded programs of the standard fonts are dropped
   bool subsets_fonts = false;              // font programs keep the glyphs that are used
   bool drops_hints = false;                // of programs that are cut; no viewer needs them
-  bool reduces_color_complexity = false;   // gray in RGB becomes gray, few colours a palette
-  std::uint32_t strip = 0;                 // StripBits
+  // Gray in RGB becomes gray, few colours a palette, scanned text ink over a background.
+  bool reduces_color_complexity = false;
+  std::uint32_t strip = 0;  // StripBits
 };
 
 inline constexpr std::int32_t kDefaultProfile = 0;

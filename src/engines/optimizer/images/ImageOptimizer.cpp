@@ -41,6 +41,17 @@ bool IsResampled(const ImageTask& task, const OptimizerSettings& settings) {
          settings.resolution_dpi > 0 && DpiOf(task) > static_cast<double>(settings.threshold_dpi);
 }
 
+// For text, no more pixels than these are wanted.
+PictureSize ScanSizeOf(const ImageTask& task) {
+  constexpr double kEnoughDpi = 300;
+  constexpr double kMostDpi = 400;
+  if (DpiOf(task) <= kMostDpi) {
+    return {task.width, task.height};
+  }
+  return {PixelsFor(task.width_points, kEnoughDpi, task.width),
+          PixelsFor(task.height_points, kEnoughDpi, task.height)};
+}
+
 class Optimizer {
  public:
   Optimizer(ImageTask& task, const ImageGoals& goals) : task_(&task), goals_(&goals) {}
@@ -58,6 +69,7 @@ class Optimizer {
     }
     TryLossless();
     TryPackedJpeg();
+    TryLayers();
     if (best_) {
       outcome_.coded = std::move(best_);
     } else {
@@ -75,13 +87,42 @@ class Optimizer {
   // The picture in the size that the best candidate may have: as it is seen, where it is resampled.
   void Read() {
     SetSeenSize();
-    const PictureSize wanted = WantedSize(*task_, *goals_);
     is_resampled_ = IsResampled(*task_, goals_->settings);
+    ReadScan();
+    const PictureSize wanted = WantedSize(*task_, *goals_);
     const std::uint32_t width = std::min(wanted.width, task_->rows->width());
     const std::uint32_t height = std::min(wanted.height, task_->rows->height());
     task_->rows = ReducePicture(std::move(task_->rows), width, height);
     picture_ = ReadPicture(*task_->rows);
+    picture_.is_whole = picture_.is_whole && whole_.is_whole;
     task_->rows.reset();
+    whole_ = {};
+  }
+
+  // Taken apart, a scanned page has as many pixels as there are for its text.
+  void ReadScan() {
+    if (!task_->may_be_scan) {
+      return;
+    }
+    const PictureSize size = ScanSizeOf(*task_);
+    if (size.width * std::uint64_t{size.height} > kMostForScan) {
+      return;
+    }
+    task_->rows = ReducePicture(std::move(task_->rows), std::min(size.width, task_->rows->width()),
+                                std::min(size.height, task_->rows->height()));
+    whole_ = ReadPicture(*task_->rows);
+    const double dpi = whole_.width * 72 / task_->width_points;
+    if (whole_.is_whole) {
+      const PictureSize wanted = WantedSize(*task_, *goals_);
+      scan_ =
+          TakeApart(whole_, dpi,
+                    {std::min(wanted.width, whole_.width), std::min(wanted.height, whole_.height)});
+    }
+    if (scan_) {
+      seen_ = Scaled(whole_, seen_width_, seen_height_);
+      look_.emplace(whole_, false, seen_width_, seen_height_);
+    }
+    task_->rows = RowsOf(whole_);
   }
 
   void SetSeenSize() {
@@ -96,7 +137,8 @@ class Optimizer {
   }
 
   void SetClass() {
-    outcome_.kind = task_->is_soft_mask   ? ImageClass::kSoftMask
+    outcome_.kind = scan_                 ? ImageClass::kTextScan
+                    : task_->is_soft_mask ? ImageClass::kSoftMask
                     : features_.is_flat() ? ImageClass::kFlatArt
                                           : ImageClass::kPhotograph;
   }
@@ -104,8 +146,49 @@ class Optimizer {
   void DropColor() {
     if (features_.is_gray && task_->may_lose_color && !task_->keeps_samples) {
       picture_ = GrayOf(picture_);
+      if (scan_) {
+        scan_->background = GrayOf(scan_->background);
+        seen_ = GrayOf(seen_);
+      }
       task_->color_space = "/DeviceGray";
     }
+  }
+
+  // As a background with inks on it, where that costs less than the best so far.
+  void TryLayers() {
+    if (!scan_) {
+      return;
+    }
+    CodedScan coded = CodeScan(*scan_, seen_, *look_, BackgroundSizes(), *goals_);
+    if (CostOf(coded.bytes(), coded.similarity, *goals_) < CostOfBest()) {
+      best_ = std::move(coded.background);
+      best_->color_space = task_->color_space;
+      outcome_.inks = std::move(coded.inks);
+    }
+  }
+
+  double CostOfBest() const {
+    if (!best_) {
+      return CostOf(task_->encoded_bytes, 1, *goals_);
+    }
+    const bool is_lossy = best_->filter == "DCTDecode";
+    const std::optional<SamplePicture> decoded = is_lossy ? DecodedJpeg(best_->data) : std::nullopt;
+    return CostOf(SizeOf(*best_), decoded ? look_->SimilarityOf(*decoded) : 1, *goals_);
+  }
+
+  std::vector<PictureSize> BackgroundSizes() const {
+    std::vector<PictureSize> sizes;
+    const SamplePicture& most = scan_->background;
+    for (double dpi = goals_->settings.resolution_dpi; is_resampled_; dpi *= kScaleStep) {
+      const PictureSize size = {PixelsFor(task_->width_points, dpi, most.width),
+                                PixelsFor(task_->height_points, dpi, most.height)};
+      if (size.width >= most.width || size.height >= most.height) {
+        break;
+      }
+      sizes.push_back(size);
+    }
+    sizes.push_back({most.width, most.height});
+    return sizes;
   }
 
   // Photographs are not worth a try, unless they have been coded so and stay in their size.
@@ -247,12 +330,17 @@ class Optimizer {
   }
 
   // Pixels.
+  static constexpr std::uint64_t kMostForScan = std::uint64_t{24} << 20;
   static constexpr std::uint64_t kSmallPicture = 4096;
   static constexpr std::uint64_t kLeastForJpeg = 256;
 
   ImageTask* task_;
   const ImageGoals* goals_;
   SamplePicture picture_;
+  SamplePicture whole_;             // of what may be a scanned page
+  std::optional<ScanLayers> scan_;  // with what it looks like
+  SamplePicture seen_;
+  std::optional<Look> look_;
   PictureFeatures features_;
   bool is_resampled_ = false;
   std::uint32_t seen_width_ = 1;
@@ -274,6 +362,10 @@ PictureSize WantedSize(const ImageTask& task, const ImageGoals& goals) {
                                                        : most;
   return {PixelsFor(task.width_points, dpi, task.width),
           PixelsFor(task.height_points, dpi, task.height)};
+}
+
+PictureSize ReadSize(const ImageTask& task, const ImageGoals& goals) {
+  return task.may_be_scan ? ScanSizeOf(task) : WantedSize(task, goals);
 }
 
 ImageOutcome OptimizeImage(ImageTask& task, const ImageGoals& goals) {

@@ -5,10 +5,12 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "engines/optimizer/OptimizerReport.h"
 #include "engines/optimizer/images/CodedPicture.h"
 #include "engines/optimizer/images/ImageGoals.h"
+#include "engines/optimizer/scans/ScanCoder.h"
 #include "engines/support/codecs/JpegReader.h"
 #include "engines/support/pictures/RowSource.h"
 
@@ -35,6 +37,7 @@ struct ImageTask {
   bool may_lose_color = false;  // gray may be stored as such, few colours as a palette
   bool keeps_samples = false;   // nothing may change any of them, nor how many there are
   bool has_one_size = false;    // it is either WantedSize or what it has been
+  bool may_be_scan = false;     // it may become several images, one over the other
   bool is_placed = false;       // otherwise nobody knows how large it is seen
   double width_points = 0;      // of its largest use
   double height_points = 0;
@@ -45,10 +48,14 @@ struct ImageOutcome {
   ImageClass kind = ImageClass::kPhotograph;
   std::optional<LeftAlone> left_alone;
   std::optional<CodedPicture> coded;  // unless it is left alone
+  std::vector<CodedInk> inks;         // what is painted over it, without overlaps
 };
 
 // The pixels that are needed of an image, at most: what its size and place in the task say.
 PictureSize WantedSize(const ImageTask& task, const ImageGoals& goals);
+
+// Those that the rows should have.
+PictureSize ReadSize(const ImageTask& task, const ImageGoals& goals);
 
 // Uses up the rows.
 ImageOutcome OptimizeImage(ImageTask& task, const ImageGoals& goals);

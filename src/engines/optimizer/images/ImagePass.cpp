@@ -37,6 +37,41 @@ void OptimizeBitonal(BitonalTask& task, const ImageGoals& goals, ImageOutcome& o
   task.samples.reset();
 }
 
+// What makes the unit square that of a part of an image.
+std::string PlaceOf(const ImagePart& part) {
+  constexpr int kDecimals = 7;
+  const double width = part.whole.width;
+  const double height = part.whole.height;
+  std::string content;
+  pdf::AppendNumber(content, part.width / width, kDecimals);
+  content += " 0 0";
+  pdf::AppendNumber(content, part.height / height, kDecimals);
+  pdf::AppendNumber(content, part.left / width, kDecimals);
+  pdf::AppendNumber(content, (height - part.top - part.height) / height, kDecimals);
+  return content + " cm";
+}
+
+// Sets the colour of an ink, in the colour space that is set.
+void AppendColor(std::string& content, const CodedInk& ink) {
+  constexpr int kDecimals = 4;
+  for (std::size_t i = 0; i < ink.components; ++i) {
+    pdf::AppendNumber(content, ink.color[i], kDecimals);
+  }
+  content += " scn";
+}
+
+ObjectChange StencilOf(const CodedPicture& coded, const StoredData& data) {
+  std::string text = "<</Type/XObject/Subtype/Image/ImageMask true/BitsPerComponent 1";
+  AppendEntry(text, "Width", std::to_string(coded.width));
+  AppendEntry(text, "Height", std::to_string(coded.height));
+  AppendEntry(text, "Filter", "/" + coded.filter);
+  if (!coded.parameters.empty()) {
+    AppendEntry(text, "DecodeParms", "<<" + coded.parameters + ">>");
+  }
+  return ObjectChange::StreamFrom(text + ">>",
+                                  [&data](pdf::ByteSink& sink) { data.WriteTo(sink); });
+}
+
 void OptimizeInks(InkTask& task, ImageOutcome& outcome) {
   outcome.coded = CodeInks(task);
   if (!outcome.coded) {
@@ -45,6 +80,14 @@ void OptimizeInks(InkTask& task, ImageOutcome& outcome) {
 }
 
 }  // namespace
+
+std::uint64_t ImagePass::Entry::BytesAfter() const {
+  std::uint64_t bytes = data.size();
+  for (const StoredData& stencil : stencils) {
+    bytes += stencil.size();
+  }
+  return bytes;
+}
 
 ImagePass::ImagePass(pdf::Document& document, const DocumentSurvey& survey,
                      const OptimizerSettings& settings)
@@ -146,6 +189,9 @@ void ImagePass::Start(Entry& entry, ImageInput input, const Workshop& workshop) 
     }
     if (entry.outcome.coded) {
       entry.data = store->Keep(std::exchange(entry.outcome.coded->data, {}));
+      for (CodedInk& ink : entry.outcome.inks) {
+        entry.stencils.push_back(store->Keep(std::exchange(ink.stencil.data, {})));
+      }
     }
   });
 }
@@ -155,8 +201,8 @@ void ImagePass::Apply(pdf::DocumentRewriter& rewriter) {
     if (!entry.outcome.coded) {
       continue;
     }
-    if (entry.part) {
-      PutPart(number, entry, rewriter);
+    if (entry.part || !entry.outcome.inks.empty()) {
+      PutForm(number, entry, rewriter);
     } else {
       rewriter.Change(number, StreamOf(number, entry, rewriter));
     }
@@ -170,24 +216,32 @@ ObjectChange ImagePass::StreamOf(std::uint32_t number, const Entry& entry,
       [&data = entry.data](pdf::ByteSink& sink) { data.WriteTo(sink); });
 }
 
-// A form takes the image's place, which draws the part where it has been: nothing that draws the
-// image has to change.
-void ImagePass::PutPart(std::uint32_t number, const Entry& entry,
+// A form takes the image's place, which draws what is left of it where it has been: nothing that
+// draws the image has to change.
+void ImagePass::PutForm(std::uint32_t number, const Entry& entry,
                         pdf::DocumentRewriter& rewriter) const {
-  constexpr int kDecimals = 7;
-  const ImagePart& part = *entry.part;
-  const double width = part.whole.width;
-  const double height = part.whole.height;
-  std::string content;
-  pdf::AppendNumber(content, part.width / width, kDecimals);
-  content += " 0 0";
-  pdf::AppendNumber(content, part.height / height, kDecimals);
-  pdf::AppendNumber(content, part.left / width, kDecimals);
-  pdf::AppendNumber(content, (height - part.top - part.height) / height, kDecimals);
-  content += " cm/Im Do";
-  std::string text = "<</Type/XObject/Subtype/Form/BBox[0 0 1 1]/Resources<</XObject<</Im";
-  pdf::AppendReference(text, rewriter.Add(StreamOf(number, entry, rewriter)));
-  text += ">>>>";
+  const ImageOutcome& outcome = entry.outcome;
+  std::string content = entry.part ? PlaceOf(*entry.part) : "";
+  content += "/Im Do";
+  std::string images = "/Im";
+  pdf::AppendReference(images, rewriter.Add(StreamOf(number, entry, rewriter)));
+  if (!outcome.inks.empty()) {
+    content += "/Cs cs";
+  }
+  for (std::size_t i = 0; i < outcome.inks.size(); ++i) {
+    const std::string name = "/Ink" + std::to_string(i);
+    AppendColor(content, outcome.inks[i]);
+    content += name + " Do";
+    images += name;
+    pdf::AppendReference(images,
+                         rewriter.Add(StencilOf(outcome.inks[i].stencil, entry.stencils[i])));
+  }
+  std::string text =
+      "<</Type/XObject/Subtype/Form/BBox[0 0 1 1]/Resources<</XObject<<" + images + ">>";
+  if (!outcome.inks.empty()) {
+    text += "/ColorSpace<</Cs " + ColorSpaceOf(number, *outcome.coded) + ">>";
+  }
+  text += ">>";
   pdf::Arena arena;
   const Object dictionary = document_->Load({.number = number, .generation = 0}, arena);
   for (const std::string_view key : {"OC", "StructParent"}) {
@@ -197,6 +251,18 @@ void ImagePass::PutPart(std::uint32_t number, const Entry& entry,
     }
   }
   rewriter.Change(number, ObjectChange::Stream(text + ">>", std::move(content)));
+}
+
+// As text: that which the picture has got, or the image's own.
+std::string ImagePass::ColorSpaceOf(std::uint32_t number, const CodedPicture& coded) const {
+  if (!coded.color_space.empty()) {
+    return coded.color_space;
+  }
+  pdf::Arena arena;
+  std::string text;
+  pdf::AppendObject(text,
+                    document_->Load({.number = number, .generation = 0}, arena).Get("ColorSpace"));
+  return text;
 }
 
 std::string ImagePass::DictionaryOf(std::uint32_t number, const CodedPicture& coded,
@@ -253,7 +319,7 @@ std::array<ClassFigures, kImageClassCount> ImagePass::Figures() const {
     ClassFigures& figures = all[static_cast<std::size_t>(entry.outcome.kind)];
     ++figures.images;
     figures.bytes_before += entry.bytes_before;
-    figures.bytes_after += entry.outcome.coded ? entry.data.size() : entry.bytes_before;
+    figures.bytes_after += entry.outcome.coded ? entry.BytesAfter() : entry.bytes_before;
     if (entry.outcome.left_alone) {
       ++figures.left_alone[static_cast<std::size_t>(*entry.outcome.left_alone)];
     }

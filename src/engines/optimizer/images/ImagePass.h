@@ -13,6 +13,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "engines/optimizer/OptimizerReport.h"
 #include "engines/optimizer/WorkPool.h"
@@ -50,6 +51,10 @@ class ImagePass {
     std::optional<ImagePart> part;  // that the outcome is about
     ImageOutcome outcome;           // its data is in the store
     StoredData data;
+    std::vector<StoredData> stencils;  // of the outcome's inks
+
+    // Of what the image has become.
+    std::uint64_t BytesAfter() const;
   };
 
   // What images are worked on with.
@@ -68,7 +73,8 @@ class ImagePass {
   void KeepPairsTogether();
   pdf::ObjectChange StreamOf(std::uint32_t number, const Entry& entry,
                              pdf::DocumentRewriter& rewriter) const;
-  void PutPart(std::uint32_t number, const Entry& entry, pdf::DocumentRewriter& rewriter) const;
+  void PutForm(std::uint32_t number, const Entry& entry, pdf::DocumentRewriter& rewriter) const;
+  std::string ColorSpaceOf(std::uint32_t number, const CodedPicture& coded) const;
   std::string DictionaryOf(std::uint32_t number, const CodedPicture& coded,
                            pdf::DocumentRewriter& rewriter) const;
 

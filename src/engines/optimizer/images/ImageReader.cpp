@@ -113,9 +113,10 @@ class Reader {
     task.height_points = placement_->height_points;
     task.keeps_samples = KeepsSamples();
     task.has_one_size = input_.has_matte;
+    task.may_be_scan = MayBeScan(task);
     input_.part = ShownPart(task);
     std::optional<ImageSamples> samples =
-        Open(input_.part ? kWholePicture : WantedSize(task, *goals_));
+        Open(input_.part ? kWholePicture : ReadSize(task, *goals_));
     if (!samples) {
       input_.task = LeftAlone::kUnreadable;
       return;
@@ -136,9 +137,19 @@ class Reader {
     if (input_.part) {
       TakePart(task, *input_.part);
     }
+    task.may_be_scan = task.may_be_scan && HasLight(task);
     input_.held_bytes = task.rows->held_bytes() +
                         kCopies * std::uint64_t{task.rows->row_bytes()} * task.rows->height();
     input_.task = std::move(task);
+  }
+
+  // Of what is read here; its colours are another matter.
+  bool MayBeScan(const ImageTask& task) const {
+    return goals_->settings.reduces_color_complexity &&
+           (goals_->settings.continuous_codecs & kContinuousJpeg) != 0 &&
+           role_ == ImageRole::kDrawn && task.is_placed && placement_->is_page_picture &&
+           !placement_->has_default_spaces && !task.keeps_samples && facts_.soft_mask == 0 &&
+           facts_.stencil_mask == 0 && facts_.decode.empty();
   }
 
   // Where the data ends too early viewers do not agree on the rest: false.
@@ -251,6 +262,12 @@ class Reader {
     }
     task.rows = OwnSamples(std::move(samples.rows));
     return true;
+  }
+
+  // Whether the components are amounts of light, more of which is brighter.
+  bool HasLight(const ImageTask& task) const {
+    return space_->kind != ColorKind::kInks && space_->kind != ColorKind::kLab &&
+           task.rows->layout() != PixelLayout::kBgrx;
   }
 
   // Whether the dictionary says what the samples mean. JPEG 2000 data may say it itself, and what

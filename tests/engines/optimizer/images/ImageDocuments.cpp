@@ -301,6 +301,15 @@ std::string Inline() {
       "q 76.8 0 0 102.4 20 20 cm BI/W 120/H 160/BPC 8/CS/RGB/F/AHx ID " + hex + ">\nEI Q\n");
 }
 
+// Over the whole page, at 300 pixels per inch.
+std::string ScannedPage(const std::string& color_space, int components) {
+  constexpr testing::SceneSize kPage{500, 604};
+  return DocumentOf(Sides(kPage.width, kPage.height) + "/ColorSpace" + color_space +
+                        "/BitsPerComponent 8/Filter/FlateDecode",
+                    Deflated(testing::ScanSamples(kPage, components)),
+                    WithProfile(testing::TestRgbProfile(1.8), 3), "q 120 0 0 145 0 0 cm /I Do Q\n");
+}
+
 std::string DrawnTwice() {
   return DocumentOf(SceneEntries("/DeviceRGB"), SceneRgb(), RawPdf(),
                     "q 12 0 0 16 2 2 cm /I Do Q " + kDraw);
@@ -474,6 +483,9 @@ const std::vector<ImageDocument>& ImageDocuments() {
       {"InGlyph", InGlyph},
       {"InAppearance", InAppearance},
       {"Inline", Inline, Keeps::kPixels},
+      {"ScannedPage", [] { return ScannedPage("/DeviceRGB", 3); }},
+      {"ScannedPageGray", [] { return ScannedPage("/DeviceGray", 1); }},
+      {"ScannedPageIcc", [] { return ScannedPage("[/ICCBased 11 0 R]", 3); }},
       {"DrawnTwice", DrawnTwice},
       {"NeverDrawn", NeverDrawn, Keeps::kPixels},
       {"WithDefaultRgb", WithDefaultRgb},

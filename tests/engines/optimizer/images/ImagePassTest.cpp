@@ -1,5 +1,6 @@
 #include <string>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "engines/optimizer/Limits.h"
@@ -28,11 +29,12 @@ struct Outcome {
 
 //   most_held - bytes of results in memory
 Outcome RunOn(unsigned threads, const std::string& bytes,
-              std::uint64_t most_held = limits::kMaxHeldResults) {
+              std::uint64_t most_held = limits::kMaxHeldResults,
+              const OptimizerSettings& settings = *ProfileSettings(kImageProfile)) {
   RewriteCase test(bytes);
   const pdf::PageTree pages(test.source());
   const DocumentSurvey survey(test.source(), pages);
-  ImagePass pass(test.source(), survey, *ProfileSettings(kImageProfile));
+  ImagePass pass(test.source(), survey, settings);
   WorkPool pool(threads);
   DataStore store(most_held);
   pass.Run(test.rewriter(), pool, store);
@@ -147,6 +149,25 @@ TEST(ImagePass, TellsThatBitsAreMissing) {
   const ClassFigures& bitonal = Of(figures, ImageClass::kBitonal);
   EXPECT_EQ(bitonal.images, 1U);
   EXPECT_EQ(bitonal.left_alone.at(static_cast<std::size_t>(LeftAlone::kUnreadable)), 1U);
+}
+
+TEST(ImagePass, TakesScannedPagesApart) {
+  const std::string bytes = DocumentNamed("ScannedPage");
+  const Outcome apart = RunOn(0, bytes);
+  const ClassFigures& scans = Of(apart.figures, ImageClass::kTextScan);
+  EXPECT_EQ(scans.images, 1U);
+  EXPECT_EQ(scans.left_alone, (decltype(scans.left_alone){}));
+  EXPECT_THAT(apart.bytes, ::testing::HasSubstr("/ImageMask true"));
+  EXPECT_THAT(apart.bytes, ::testing::HasSubstr("/JBIG2Decode"));
+  EXPECT_EQ(RunOn(1, bytes).bytes, apart.bytes);
+}
+
+TEST(ImagePass, TakesPagesApartWhereColorsMayBecomeSimpler) {
+  OptimizerSettings settings = *ProfileSettings(kImageProfile);
+  settings.reduces_color_complexity = false;
+  const Outcome whole = RunOn(0, DocumentNamed("ScannedPage"), limits::kMaxHeldResults, settings);
+  EXPECT_EQ(Of(whole.figures, ImageClass::kTextScan).images, 0U);
+  EXPECT_THAT(whole.bytes, ::testing::Not(::testing::HasSubstr("/ImageMask")));
 }
 
 // An image is resampled for the largest of its uses.
