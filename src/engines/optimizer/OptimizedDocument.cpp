@@ -8,6 +8,7 @@
 #include "engines/optimizer/OptimizerFailure.h"
 #include "engines/optimizer/WorkPool.h"
 #include "engines/optimizer/fonts/FontPass.h"
+#include "engines/optimizer/images/InlineImages.h"
 #include "engines/optimizer/structure/DuplicateObjects.h"
 #include "engines/optimizer/structure/StreamRecoder.h"
 #include "engines/optimizer/structure/UnusedResources.h"
@@ -104,6 +105,9 @@ void OptimizedDocument::Reduce(const OptimizerSettings& settings, bool claims_pd
   images_->Run(rewriter, pool, store);
   images_->Apply(rewriter);
   report_.images = images_->Figures();
+  for (const std::uint32_t number : survey.ContentsWithImages()) {
+    RecodeInlineImages(*document_, rewriter.Successor(number), images_->goals(), rewriter);
+  }
 }
 
 void OptimizedDocument::ReportStripped(const StrippedCounts& stripped) {

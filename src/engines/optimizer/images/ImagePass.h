@@ -41,6 +41,8 @@ class ImagePass {
   // Tells the rewriter of the images that have become smaller. The pass outlives the writing.
   void Apply(pdf::DocumentRewriter& rewriter);
 
+  const ImageGoals& goals() const { return goals_; }
+
   // By ImageClass.
   std::array<ClassFigures, kImageClassCount> Figures() const;
 

@@ -288,7 +288,7 @@ std::string InAppearance() {
 }
 
 // Its data stands in the content.
-std::string Inline() {
+std::string InlineImage() {
   const std::string samples = SceneSamples({120, 160}, 3, 8);
   std::string hex;
   for (const char sample : samples) {
@@ -296,9 +296,18 @@ std::string Inline() {
     hex += kDigits[static_cast<unsigned char>(sample) >> 4U];
     hex += kDigits[static_cast<unsigned char>(sample) & 15U];
   }
-  return DocumentOf(
-      SceneEntries("/DeviceRGB"), SceneRgb(), RawPdf(),
-      "q 76.8 0 0 102.4 20 20 cm BI/W 120/H 160/BPC 8/CS/RGB/F/AHx ID " + hex + ">\nEI Q\n");
+  return "BI/W 120/H 160/BPC 8/CS/RGB/F/AHx ID " + hex + ">\nEI";
+}
+
+std::string Inline(const std::string& placing) {
+  return DocumentOf(SceneEntries("/DeviceRGB"), SceneRgb(), RawPdf(),
+                    placing + InlineImage() + " Q\n");
+}
+
+std::string InlineInForm() {
+  return DocumentOf(SceneEntries("/DeviceRGB"), SceneRgb(),
+                    WithContent("/Type/XObject/Subtype/Form/BBox[0 0 1 1]", InlineImage()),
+                    "q 76.8 0 0 102.4 20 20 cm /X Do Q", "", "", "/X 12 0 R");
 }
 
 // Over the whole page, at 300 pixels per inch.
@@ -482,7 +491,8 @@ const std::vector<ImageDocument>& ImageDocuments() {
       {"InPattern", InPattern},
       {"InGlyph", InGlyph},
       {"InAppearance", InAppearance},
-      {"Inline", Inline, Keeps::kPixels},
+      {"Inline", [] { return Inline("q 76.8 0 0 102.4 20 20 cm "); }},
+      {"InlineInForm", InlineInForm},
       {"ScannedPage", [] { return ScannedPage("/DeviceRGB", 3); }},
       {"ScannedPageGray", [] { return ScannedPage("/DeviceGray", 1); }},
       {"ScannedPageIcc", [] { return ScannedPage("[/ICCBased 11 0 R]", 3); }},
