@@ -106,7 +106,7 @@ void OptimizedDocument::Reduce(const OptimizerSettings& settings, bool claims_pd
   images_->Apply(rewriter);
   report_.images = images_->Figures();
   for (const std::uint32_t number : survey.ContentsWithImages()) {
-    RecodeInlineImages(*document_, rewriter.Successor(number), images_->goals(), rewriter);
+    RecodeInlineImages(*document_, rewriter.Successor(number), images_->goals(), store, rewriter);
   }
 }
 

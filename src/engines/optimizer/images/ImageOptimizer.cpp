@@ -172,7 +172,8 @@ class Optimizer {
       return CostOf(task_->encoded_bytes, 1, *goals_);
     }
     const bool is_lossy = best_->filter == "DCTDecode";
-    const std::optional<SamplePicture> decoded = is_lossy ? DecodedJpeg(best_->data) : std::nullopt;
+    const std::optional<SamplePicture> decoded =
+        is_lossy ? DecodedForLook(best_->data) : std::nullopt;
     return CostOf(SizeOf(*best_), decoded ? look_->SimilarityOf(*decoded) : 1, *goals_);
   }
 

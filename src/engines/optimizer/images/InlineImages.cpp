@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <variant>
 
 #include "engines/optimizer/images/BitonalImage.h"
 #include "engines/optimizer/images/ImageOptimizer.h"
@@ -82,11 +83,19 @@ class InlineCoder {
     }
     const SampleFormat& format = samples->rows->format();
     if (format.bits == 1 && format.components == 1) {
-      return CodeBitonal(*samples->rows, 0, image_.data.size());
+      return CodeBits(*samples->rows);
     }
     const bool is_device = space->kind == ColorKind::kGray || space->kind == ColorKind::kRgb ||
                            space->kind == ColorKind::kCmyk;
     return is_device ? CodeColors(*std::move(samples)) : CodeSamples(*std::move(samples));
+  }
+
+  std::optional<CodedPicture> CodeBits(SampleRows& rows) {
+    std::variant<LeftAlone, CodedPicture> coded = CodeBitonal(rows, 0, image_.data.size());
+    if (auto* picture = std::get_if<CodedPicture>(&coded)) {
+      return std::move(*picture);
+    }
+    return std::nullopt;
   }
 
   std::optional<ImageSamples> Open(const std::optional<ColorSpace>& space) {
@@ -167,7 +176,7 @@ std::optional<std::string> WithSmallImages(pdf::Document& document, std::string_
 }  // namespace
 
 void RecodeInlineImages(pdf::Document& document, std::uint32_t number, const ImageGoals& goals,
-                        pdf::DocumentRewriter& rewriter) {
+                        DataStore& store, pdf::DocumentRewriter& rewriter) {
   const std::optional<EncodedStream> encoded =
       rewriter.IsChanged(number) ? std::nullopt : ReadEncoded(document, number);
   if (!encoded) {
@@ -187,7 +196,7 @@ void RecodeInlineImages(pdf::Document& document, std::uint32_t number, const Ima
   const std::optional<RecodedStream> before = Recode(*encoded);
   const std::size_t most = before ? before->data.size() : encoded->data.size();
   if (recoded && recoded->data.size() < most) {
-    PutRecoded(document, number, *std::move(recoded), rewriter);
+    PutRecoded(document, number, recoded->coding, store.Keep(std::move(recoded->data)), rewriter);
   }
 }
 

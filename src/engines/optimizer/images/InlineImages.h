@@ -1,7 +1,7 @@
 // Images that stand within content (inline images; ISO 32000-2, 8.9.7), coded anew where they stand.
 //
 //   for (const std::uint32_t number : survey.ContentsWithImages()) {
-//     RecodeInlineImages(document, number, goals, rewriter);
+//     RecodeInlineImages(document, number, goals, store, rewriter);
 //   }
 #ifndef TARNIX_ENGINES_OPTIMIZER_IMAGES_INLINEIMAGES_H_
 #define TARNIX_ENGINES_OPTIMIZER_IMAGES_INLINEIMAGES_H_
@@ -9,6 +9,7 @@
 #include <cstdint>
 
 #include "engines/optimizer/images/ImageGoals.h"
+#include "engines/support/files/DataStore.h"
 #include "pdf/file/Document.h"
 #include "pdf/write/DocumentRewriter.h"
 
@@ -18,7 +19,7 @@ namespace TarnixTools::engines::optimizer {
 // then. Images stay in their pixels: nobody knows how large they are seen. What has been changed
 // already is left alone. Throws pdf::Error for a document that cannot be read any more.
 void RecodeInlineImages(pdf::Document& document, std::uint32_t number, const ImageGoals& goals,
-                        pdf::DocumentRewriter& rewriter);
+                        DataStore& store, pdf::DocumentRewriter& rewriter);
 
 }  // namespace TarnixTools::engines::optimizer
 

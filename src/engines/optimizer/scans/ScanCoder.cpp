@@ -108,7 +108,7 @@ class Coder {
                           ? CodeAsJpeg(Scaled(layers_->background, size.width, size.height), choice)
                           : CodeAsJpeg(layers_->background, choice);
     scan.inks = inks_;
-    if (const std::optional<SamplePicture> decoded = DecodedJpeg(scan.background.data)) {
+    if (const std::optional<SamplePicture> decoded = DecodedForLook(scan.background.data)) {
       scan.similarity = SimilarityOf(*decoded);
     }
     return scan;

@@ -27,7 +27,8 @@ std::string Recoded(const std::string& content) {
                                 .Pages(1, "/MediaBox[0 0 60 60]/Contents 9 0 R")
                                 .Stream(9, "", content)
                                 .Table());
-  RecodeInlineImages(test.source(), 9, GoalsOf(*ProfileSettings(kImageProfile), false),
+  DataStore store(1'000'000);
+  RecodeInlineImages(test.source(), 9, GoalsOf(*ProfileSettings(kImageProfile), false), store,
                      test.rewriter());
   if (!test.rewriter().IsChanged(9)) {
     return content;
