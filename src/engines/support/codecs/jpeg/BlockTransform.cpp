@@ -43,11 +43,39 @@ void TransformColumns(const CosineBasis& basis, const float* samples, std::size_
   }
 }
 
-void Transpose(const float* from, float* to) {
-  for (std::size_t y = 0; y < 8; ++y) {
-    for (std::size_t x = 0; x < 8; ++x) {
-      to[8 * x + y] = from[8 * y + x];
+// By place and half the frequency: what each place of the first half adds to the waves of even
+// frequency, and to those of odd frequency.
+struct HalfBasis {
+  using Weights = std::array<std::array<float, 4>, 4>;
+
+  explicit HalfBasis(const CosineBasis& basis) {
+    for (std::size_t x = 0; x < 4; ++x) {
+      for (std::size_t half = 0; half < 4; ++half) {
+        even[x][half] = basis[2 * half][x];
+        odd[x][half] = basis[2 * half + 1][x];
+      }
     }
+  }
+
+  Weights even{};
+  Weights odd{};
+};
+
+// Transforms a row, in place: four waves at once.
+void TransformRow(const HalfBasis& basis, float* row) {
+  std::array<float, 4> even{};
+  std::array<float, 4> odd{};
+  for (std::size_t x = 0; x < 4; ++x) {
+    const float sum = row[x] + row[7 - x];
+    const float difference = row[x] - row[7 - x];
+    for (std::size_t half = 0; half < 4; ++half) {
+      even[half] += sum * basis.even[x][half];
+      odd[half] += difference * basis.odd[x][half];
+    }
+  }
+  for (std::size_t half = 0; half < 4; ++half) {
+    row[2 * half] = even[half];
+    row[2 * half + 1] = odd[half];
   }
 }
 
@@ -60,12 +88,11 @@ const CosineBasis& TheCosineBasis() {
 
 void Transform(const float* samples, std::size_t stride, Block& block) {
   const CosineBasis& basis = TheCosineBasis();
-  Block turned;
+  static const HalfBasis half_basis(basis);
   TransformColumns(basis, samples, stride, block.data());
-  Transpose(block.data(), turned.data());
-  TransformColumns(basis, turned.data(), 8, block.data());
-  Transpose(block.data(), turned.data());
-  block = turned;
+  for (std::size_t y = 0; y < 8; ++y) {
+    TransformRow(half_basis, block.data() + 8 * y);
+  }
 }
 
 }  // namespace TarnixTools::engines::jpeg
