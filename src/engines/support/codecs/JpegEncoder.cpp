@@ -44,22 +44,42 @@ void TakeSamples(const std::uint8_t* __restrict samples, std::size_t width, floa
   }
 }
 
+// Pixels of which the samples are laid side by side before they are worked on.
+constexpr std::size_t kTogether = 64;
+
+using SideBySide = std::array<std::uint8_t, kTogether>;
+
 // T.871, clause 7. The yellow, magenta and cyan of paper are the blue, green and red that it takes away.
-template <std::size_t kComponents>
-void ConvertColors(const std::uint8_t* __restrict samples, std::size_t width,
+template <bool kIsInk>
+void ConvertColors(const std::array<SideBySide, 3>& samples, std::size_t count,
                    float* __restrict lightness, float* __restrict blueness,
                    float* __restrict redness) {
-  constexpr bool kIsInk = kComponents == 4;
   constexpr float kSign = kIsInk ? -1.0F : 1.0F;
   constexpr float kWhite = kIsInk ? 255.0F : 0.0F;
-  for (std::size_t x = 0; x < width; ++x) {
-    const std::uint8_t* const pixel = samples + kComponents * x;
-    const float red = kWhite + kSign * static_cast<float>(pixel[0]);
-    const float green = kWhite + kSign * static_cast<float>(pixel[1]);
-    const float blue = kWhite + kSign * static_cast<float>(pixel[2]);
+  for (std::size_t x = 0; x < count; ++x) {
+    const float red = kWhite + kSign * static_cast<float>(samples[0][x]);
+    const float green = kWhite + kSign * static_cast<float>(samples[1][x]);
+    const float blue = kWhite + kSign * static_cast<float>(samples[2][x]);
     lightness[x] = 0.299F * red + 0.587F * green + 0.114F * blue - 128;
     blueness[x] = -0.168735892F * red - 0.331264108F * green + 0.5F * blue;
     redness[x] = 0.5F * red - 0.418687589F * green - 0.081312411F * blue;
+  }
+}
+
+// The first three samples of each pixel.
+template <std::size_t kComponents>
+void ConvertRow(const std::uint8_t* samples, std::size_t width, float* lightness, float* blueness,
+                float* redness) {
+  std::array<SideBySide, 3> side_by_side;
+  for (std::size_t start = 0; start < width; start += kTogether) {
+    const std::size_t count = std::min(kTogether, width - start);
+    for (std::size_t x = 0; x < count; ++x, samples += kComponents) {
+      side_by_side[0][x] = samples[0];
+      side_by_side[1][x] = samples[1];
+      side_by_side[2][x] = samples[2];
+    }
+    ConvertColors<kComponents == 4>(side_by_side, count, lightness + start, blueness + start,
+                                    redness + start);
   }
 }
 
@@ -137,9 +157,9 @@ void JpegEncoder::Planes::Convert(const std::uint8_t* samples, std::size_t row) 
   if (planes_.size() == 1) {
     TakeSamples<1>(samples, encoding_.width, out[0]);
   } else if (planes_.size() == 3) {
-    ConvertColors<3>(samples, encoding_.width, out[0], out[1], out[2]);
+    ConvertRow<3>(samples, encoding_.width, out[0], out[1], out[2]);
   } else {
-    ConvertColors<4>(samples, encoding_.width, out[0], out[1], out[2]);
+    ConvertRow<4>(samples, encoding_.width, out[0], out[1], out[2]);
     TakeSamples<4>(samples + 3, encoding_.width, out[3]);
   }
   for (std::size_t i = 0; i < planes_.size(); ++i) {
