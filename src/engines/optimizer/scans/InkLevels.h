@@ -24,6 +24,9 @@ class InkLevels {
   // The lightness below which pixels of a row are ink; 0 where no ink is near.
   void ReadRow(std::uint32_t y, std::uint8_t* limits) const;
 
+  // What half of the page is at least as bright as.
+  int paper() const { return paper_; }
+
   // Between paper and ink around a pixel; 0 where no ink is near.
   int ContrastAt(std::uint32_t x, std::uint32_t y) const {
     return contrasts_[y / side_ * columns_ + x / side_];
@@ -43,7 +46,7 @@ class InkLevels {
   std::vector<std::uint8_t> dark_;    // and what hardly any are darker than
   std::vector<std::uint8_t> limits_;
   std::vector<std::uint8_t> contrasts_;
-  int paper_ = 255;  // what half of the cells are at least as bright as
+  int paper_ = 255;
 };
 
 }  // namespace TarnixTools::engines::optimizer

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <functional>
 #include <utility>
 
 #include "engines/optimizer/scans/InkLevels.h"
@@ -20,11 +21,56 @@ constexpr double kMostSoftEdges = 0.3;
 constexpr int kLeastSlope = 4;  // a quarter
 constexpr double kSharpDpi = 150;
 
+// What tells inks apart that touch each other.
+class HueFinder {
+ public:
+  HueFinder(const SamplePicture& picture, const SamplePicture& lightness, int paper)
+      : picture_(&picture) {
+    std::array<std::uint64_t, 3> sums{};
+    std::uint64_t count = 1;
+    for (std::uint32_t y = 0; y < picture.height && picture.components == 3; y += kSampledRows) {
+      for (std::uint32_t x = 0; x < picture.width; ++x) {
+        if (lightness.row(y)[x] + kPaperNoise >= paper) {
+          const std::uint8_t* const pixel = picture.row(y) + std::size_t{x} * 3;
+          std::transform(sums.begin(), sums.end(), pixel, sums.begin(), std::plus<>());
+          ++count;
+        }
+      }
+    }
+    std::transform(sums.begin(), sums.end(), paper_.begin(),
+                   [&](std::uint64_t sum) { return static_cast<int>(sum / count); });
+  }
+
+  // A bit for each component of which the ink takes nearly as much of the paper's light as of that
+  // which it takes most of.
+  std::uint8_t HueAt(std::uint32_t x, std::uint32_t y) const {
+    if (picture_->components != 3) {
+      return 0;
+    }
+    const std::uint8_t* const pixel = picture_->row(y) + std::size_t{x} * 3;
+    const std::array<int, 3> taken = {paper_[0] - pixel[0], paper_[1] - pixel[1],
+                                      paper_[2] - pixel[2]};
+    const int most = *std::max_element(taken.begin(), taken.end());
+    unsigned hue = 0;
+    for (std::size_t i = 0; i < taken.size(); ++i) {
+      hue |= taken[i] * 2 > most ? 1U << i : 0U;
+    }
+    return static_cast<std::uint8_t>(hue);
+  }
+
+ private:
+  static constexpr std::uint32_t kSampledRows = 8;
+  static constexpr int kPaperNoise = 8;
+
+  const SamplePicture* picture_;
+  std::array<int, 3> paper_{};
+};
+
 // Pixels side by side that are ink, row after row, each with the one of its shape that came first.
 class RunFinder {
  public:
-  RunFinder(const SamplePicture& lightness, const InkLevels& levels)
-      : lightness_(&lightness), levels_(&levels), limits_(lightness.width) {}
+  RunFinder(const SamplePicture& lightness, const InkLevels& levels, const HueFinder& hues)
+      : lightness_(&lightness), levels_(&levels), hue_finder_(&hues), limits_(lightness.width) {}
 
   // False where there are too many.
   bool Find() {
@@ -63,11 +109,14 @@ class RunFinder {
         continue;
       }
       const std::uint32_t left = x;
-      while (x < width && pixels[x] < limits_[x]) {
+      const std::uint8_t hue = hue_finder_->HueAt(x, y);
+      while (x + 1 < width && pixels[x + 1] < limits_[x + 1] &&
+             hue_finder_->HueAt(x + 1, y) == hue) {
         ++x;
       }
       firsts_.push_back(static_cast<std::uint32_t>(runs_.size()));
-      runs_.push_back({.y = y, .left = left, .right = x, .shape = 0});
+      runs_.push_back({.y = y, .left = left, .right = x + 1, .shape = 0});
+      hues_.push_back(hue);
     }
   }
 
@@ -78,7 +127,9 @@ class RunFinder {
         ++above;
       }
       for (std::size_t j = above; j < row_start_ && runs_[j].left <= runs_[i].right; ++j) {
-        Unite(static_cast<std::uint32_t>(j), static_cast<std::uint32_t>(i));
+        if (hues_[j] == hues_[i]) {
+          Unite(static_cast<std::uint32_t>(j), static_cast<std::uint32_t>(i));
+        }
       }
     }
   }
@@ -99,8 +150,10 @@ class RunFinder {
 
   const SamplePicture* lightness_;
   const InkLevels* levels_;
+  const HueFinder* hue_finder_;
   std::vector<std::uint8_t> limits_;
   std::vector<InkRun> runs_;
+  std::vector<std::uint8_t> hues_;     // of each run
   std::vector<std::uint32_t> firsts_;  // of each run: one of its shape that is no later
   std::size_t row_start_ = 0;
 };
@@ -209,15 +262,19 @@ class ShapeMeasure {
 
 }  // namespace
 
+bool InkShape::IsSpeck(double dpi) const {
+  return static_cast<double>(pixels) < std::max(2.0, dpi / 100 * dpi / 100);
+}
+
 bool InkShape::IsPrinted(double dpi) const {
-  const double least = std::max(2.0, dpi / 100 * dpi / 100);
-  return static_cast<double>(pixels) >= least && spread <= kMostSpread &&
+  return !IsSpeck(dpi) && spread <= kMostSpread &&
          static_cast<double>(soft_edges) <= kMostSoftEdges * static_cast<double>(edges);
 }
 
 InkShapes FindInk(const SamplePicture& picture, const SamplePicture& lightness, double dpi) {
   const InkLevels levels(lightness, dpi);
-  RunFinder finder(lightness, levels);
+  const HueFinder hues(picture, lightness, levels.paper());
+  RunFinder finder(lightness, levels, hues);
   InkShapes ink;
   if (!finder.Find()) {
     return ink;

@@ -1,4 +1,4 @@
-// The ink of a scanned page as shapes: pixels that touch each other, letters for example.
+// The ink of a scanned page as shapes: pixels of one hue that touch each other, letters for example.
 //
 //   const InkShapes ink = FindInk(picture, lightness, 300);
 //   for (const InkRun& run : ink.runs) {
@@ -35,6 +35,7 @@ struct InkShape {
 
   // Whether it looks like something in one colour with a sharp border, and no speck.
   bool IsPrinted(double dpi) const;
+  bool IsSpeck(double dpi) const;
 };
 
 struct InkShapes {

@@ -86,6 +86,25 @@ class InkSorter {
   std::vector<Ink> inks_;
 };
 
+// Gives specks that touch what is printed the same ink, such as where one ink runs into another.
+void TakeSpecks(const InkShapes& found, double dpi, std::vector<std::optional<std::size_t>>& inks) {
+  const std::vector<InkRun>& runs = found.runs;
+  for (std::size_t i = 1; i < runs.size(); ++i) {
+    const InkRun& left = runs[i - 1];
+    const InkRun& right = runs[i];
+    if (left.y != right.y || left.right != right.left) {
+      continue;
+    }
+    std::optional<std::size_t>& first = inks[left.shape];
+    std::optional<std::size_t>& second = inks[right.shape];
+    if (!first && second && found.shapes[left.shape].IsSpeck(dpi)) {
+      first = second;
+    } else if (first && !second && found.shapes[right.shape].IsSpeck(dpi)) {
+      second = first;
+    }
+  }
+}
+
 void SetBits(std::vector<std::uint8_t>& bits, std::size_t row_start, std::uint32_t left,
              std::uint32_t right) {
   for (std::uint32_t x = left; x < right; ++x) {
@@ -99,12 +118,13 @@ std::optional<ScanLayers> TakeApart(const SamplePicture& picture, double dpi,
                                     PictureSize background) {
   const InkShapes found = FindInk(picture, LightnessOf(picture, false), dpi);
   InkSorter sorter;
-  const std::vector<std::optional<std::size_t>> inks = sorter.Sort(found.shapes, dpi);
+  std::vector<std::optional<std::size_t>> inks = sorter.Sort(found.shapes, dpi);
   const auto shapes = static_cast<std::size_t>(
       std::count_if(inks.begin(), inks.end(), [](const auto& ink) { return ink.has_value(); }));
   if (shapes < kLeastShapes) {
     return std::nullopt;
   }
+  TakeSpecks(found, dpi, inks);
   ScanLayers layers{.width = picture.width,
                     .height = picture.height,
                     .stride = (std::size_t{picture.width} + 7) / 8,

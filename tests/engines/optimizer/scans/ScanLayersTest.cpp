@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 
 #include <gtest/gtest.h>
@@ -85,6 +86,29 @@ TEST(ScanLayers, TakeAFewInksAtMost) {
   ASSERT_TRUE(layers);
   EXPECT_GT(layers->inks.size(), 2U);
   EXPECT_LE(layers->inks.size(), 6U);
+}
+
+// A red line runs through all letters of a line.
+TEST(ScanLayers, TellInksApartThatTouch) {
+  const auto is_line = [](int y) { return y % 30 == 15 || y % 30 == 16; };
+  const SamplePicture page = PictureOf(kWidth, kHeight, 3, [&](int x, int y, int component) {
+    constexpr std::array<double, 3> kRed = {0.8, 0.1, 0.1};
+    const auto at = static_cast<std::size_t>(component);
+    return is_line(y) && y < 90 && x >= 36 ? kRed.at(at) : ScanColor(x, y).at(at);
+  });
+  const std::optional<ScanLayers> layers = TakeApart(page, kDpi, kWhole);
+  ASSERT_TRUE(layers);
+  ASSERT_EQ(layers->inks.size(), 2U);
+  int wrong = 0;
+  for (int y = 0; y < 90; ++y) {
+    for (int x = 36; x < kWidth - 10; ++x) {
+      const bool is_red = HasInk(*layers, layers->inks[0], x, y);
+      const bool is_black = HasInk(*layers, layers->inks[1], x, y);
+      wrong += is_red != is_line(y) ? 1 : 0;
+      wrong += is_black != (!is_line(y) && ScanInkAt(x, y) == ScanInk::kBlack) ? 1 : 0;
+    }
+  }
+  EXPECT_EQ(wrong, 0);
 }
 
 TEST(InkShapes, AreWhatTouches) {
