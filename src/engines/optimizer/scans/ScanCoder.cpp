@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "engines/optimizer/images/BitonalImage.h"
+#include "engines/optimizer/images/PictureFeatures.h"
 
 namespace TarnixTools::engines::optimizer {
 
@@ -99,19 +100,35 @@ class Coder {
   }
 
   CodedScan CodeWith(PictureSize size) const {
+    const SamplePicture& most = layers_->background;
+    if (size.width == most.width && size.height == most.height) {
+      return CodeWith(most);
+    }
+    return CodeWith(Scaled(most, size.width, size.height));
+  }
+
+  CodedScan CodeWith(const SamplePicture& background) const {
     CodedScan scan;
-    const bool is_reduced =
-        size.width != layers_->background.width || size.height != layers_->background.height;
-    const JpegChoice choice{
-        .quality = goals_->settings.image_quality, .is_subsampled = true, .is_final = true};
-    scan.background = is_reduced
-                          ? CodeAsJpeg(Scaled(layers_->background, size.width, size.height), choice)
-                          : CodeAsJpeg(layers_->background, choice);
+    scan.background = CodeAsJpeg(
+        background,
+        {.quality = goals_->settings.image_quality, .is_subsampled = true, .is_final = true});
     scan.inks = inks_;
-    if (const std::optional<SamplePicture> decoded = DecodedForLook(scan.background.data)) {
+    if (const auto decoded = DecodedForLook(scan.background.data)) {
       scan.similarity = SimilarityOf(*decoded);
     }
+    if (FeaturesOf(background).is_flat()) {
+      TakeLossless(background, scan);
+    }
     return scan;
+  }
+
+  // Paper without noise takes fewer bytes as it is than as JPEG.
+  void TakeLossless(const SamplePicture& background, CodedScan& scan) const {
+    CodedPicture coded = CodeWithoutLoss(background, true, Packing::kDense);
+    if (coded.data.size() < scan.background.data.size()) {
+      scan.background = std::move(coded);
+      scan.similarity = SimilarityOf(background);
+    }
   }
 
   double SimilarityOf(const SamplePicture& background) const {

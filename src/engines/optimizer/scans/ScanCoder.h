@@ -1,8 +1,8 @@
 // A scanned page in its two layers (ScanLayers.h), coded: ink without loss as stencils, the paper as
-// JPEG in as many pixels as the level asks for.
+// JPEG, or Flate where that is smaller, in as many pixels as the level asks for.
 //
-//   if (std::optional<CodedScan> scan = CodeScan(layers, look, sizes, goals)) {
-//     if (goals.CostOf(scan->bytes(), scan->similarity) < cost_now) ...
+//   const CodedScan scan = CodeScan(layers, page, look, sizes, goals);
+//   if (CostOf(scan.bytes(), scan.similarity, goals) < cost_now) ...
 #ifndef TARNIX_ENGINES_OPTIMIZER_SCANS_SCANCODER_H_
 #define TARNIX_ENGINES_OPTIMIZER_SCANS_SCANCODER_H_
 
