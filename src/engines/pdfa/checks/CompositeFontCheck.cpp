@@ -107,14 +107,16 @@ class CompositeFontJudge {
     const SetAgreement agreement =
         bits && can_compare ? CompareCidSet(bits->data, font_->font, program) : SetAgreement{};
     checked_->findings().Check(
-        CidFontFacts{.has_true_type_outlines = is_true_type,
-                     .has_glyph_map = HasGlyphMap(),
-                     .is_rendered = font_->shown.is_rendered,
-                     .has_program = font_->font.descriptor().program != 0,
-                     .is_subset = IsSubset(Get(font_->descendant, "BaseFont").Text()),
-                     .has_cid_set = bits.has_value(),
-                     .cid_set_is_true = agreement.is_true,
-                     .cid_set_is_whole = agreement.is_whole},
+        CidFontFacts{
+            .has_true_type_outlines = is_true_type,
+            .has_glyph_map = HasGlyphMap(),
+            .is_rendered = font_->shown.is_rendered,
+            .has_program = font_->font.descriptor().program != 0,
+            .is_subset = IsSubset(Get(font_->descendant, "BaseFont").Text()),
+            .has_cid_set = bits.has_value(),
+            .cid_set_is_true = agreement.is_true,
+            .cid_set_is_whole = agreement.is_whole,
+            .cid_set_has_shown = !bits || CidSetHasShown(bits->data, font_->font, font_->shown)},
         font_->place);
   }
 

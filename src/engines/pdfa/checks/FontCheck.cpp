@@ -125,7 +125,9 @@ class FontJudge {
                                                 .is_subset = IsSubset(font_.name()),
                                                 .has_char_set = names.IsString(),
                                                 .char_set_is_true = set.is_true,
-                                                .char_set_is_whole = set.is_whole},
+                                                .char_set_is_whole = set.is_whole,
+                                                .char_set_has_shown = CharSetHasShown(
+                                                    names.Text(), font_, program, *shown_)},
                                  place_);
     }
   }

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "engines/support/fonts/GlyphFinder.h"
+
 namespace TarnixTools::engines::pdfa {
 
 namespace {
@@ -13,6 +15,7 @@ constexpr std::uint32_t kCids = 65536;
 constexpr std::string_view kNotdef = ".notdef";
 
 std::set<std::string, std::less<>> NamesIn(std::string_view names) {
+  names.remove_prefix(std::min(names.find('/'), names.size()));
   std::set<std::string, std::less<>> found;
   while (!names.empty()) {
     names.remove_prefix(1);
@@ -55,7 +58,7 @@ SetAgreement CompareCharSet(std::string_view names, fonts::FontProgram* program)
   if (program == nullptr || !program->has_glyph_names()) {
     return agreement;
   }
-  const auto listed = NamesIn(names.substr(std::min(names.find('/'), names.size())));
+  const auto listed = NamesIn(names);
   std::set<std::string, std::less<>> own;
   for (std::uint32_t glyph = 0; glyph < program->glyph_count(); ++glyph) {
     own.insert(program->NameOf(glyph));
@@ -80,6 +83,27 @@ SetAgreement CompareCidSet(std::string_view bits, const fonts::DocumentFont& fon
     agreement.is_whole &= is_listed || !cids[cid];
   }
   return agreement;
+}
+
+bool CharSetHasShown(std::string_view names, const fonts::DocumentFont& font,
+                     fonts::FontProgram* program, const ShownFonts::Font& shown) {
+  if (program == nullptr || !program->has_glyph_names()) {
+    return true;
+  }
+  const auto listed = NamesIn(names);
+  fonts::GlyphFinder finder(font, *program);
+  return std::all_of(shown.codes.begin(), shown.codes.end(), [&](const auto& code) {
+    const std::uint32_t glyph = finder.StandardGlyphOf(code.first);
+    return !code.second.is_rendered || glyph == 0 || listed.contains(program->NameOf(glyph));
+  });
+}
+
+bool CidSetHasShown(std::string_view bits, const fonts::DocumentFont& font,
+                    const ShownFonts::Font& shown) {
+  return std::all_of(shown.codes.begin(), shown.codes.end(), [&](const auto& code) {
+    const std::uint32_t cid = font.CidOf(code.first);
+    return !code.second.is_rendered || cid == 0 || HasBit(bits, cid);
+  });
 }
 
 }  // namespace TarnixTools::engines::pdfa

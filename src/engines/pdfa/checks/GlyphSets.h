@@ -5,6 +5,7 @@
 
 #include <string_view>
 
+#include "engines/pdfa/checks/ShownFonts.h"
 #include "engines/support/fonts/DocumentFont.h"
 #include "engines/support/fonts/FontProgram.h"
 
@@ -22,6 +23,12 @@ SetAgreement CompareCharSet(std::string_view names, fonts::FontProgram* program)
 //   bits - of the stream, by identifier, the highest of each byte first
 SetAgreement CompareCidSet(std::string_view bits, const fonts::DocumentFont& font,
                            const fonts::FontProgram* program);
+
+// Whether a set tells of all glyphs that are shown, which is all that PDF/A-1 asks of it.
+bool CharSetHasShown(std::string_view names, const fonts::DocumentFont& font,
+                     fonts::FontProgram* program, const ShownFonts::Font& shown);
+bool CidSetHasShown(std::string_view bits, const fonts::DocumentFont& font,
+                    const ShownFonts::Font& shown);
 
 }  // namespace TarnixTools::engines::pdfa
 

@@ -47,8 +47,9 @@ struct CidFontFacts {
   bool has_program = false;
   bool is_subset = false;  // by its name
   bool has_cid_set = false;
-  bool cid_set_is_true = true;   // the program has all glyphs that it tells of
-  bool cid_set_is_whole = true;  // it tells of all glyphs that the program has
+  bool cid_set_is_true = true;    // the program has all glyphs that it tells of
+  bool cid_set_is_whole = true;   // it tells of all glyphs that the program has
+  bool cid_set_has_shown = true;  // it tells of all glyphs that are shown
 };
 
 // The map of a composite font from codes to identifiers.
@@ -71,8 +72,9 @@ struct Type1FontFacts {
   bool has_program = false;
   bool is_subset = false;  // by its name
   bool has_char_set = false;
-  bool char_set_is_true = true;   // the program has all glyphs that it names
-  bool char_set_is_whole = true;  // it names all glyphs that the program has
+  bool char_set_is_true = true;    // the program has all glyphs that it names
+  bool char_set_is_whole = true;   // it names all glyphs that the program has
+  bool char_set_has_shown = true;  // it names all glyphs that are shown
 };
 
 // A TrueType font; not a composite one.

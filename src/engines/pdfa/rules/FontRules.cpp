@@ -137,7 +137,7 @@ constexpr std::array<Rule<CidFontFacts>, 4> kCidFontRules = {{
      .holds =
          [](const CidFontFacts& font) {
            return !font.is_subset ||
-                  (font.has_cid_set && font.cid_set_is_true && font.cid_set_is_whole);
+                  (font.has_cid_set && font.cid_set_is_true && font.cid_set_has_shown);
          },
      .wrong = "A subset of a composite font has no /CIDSet, or one that does not tell the glyphs "
               "that are in it.",
@@ -197,7 +197,7 @@ constexpr std::array<Rule<Type1FontFacts>, 2> kType1FontRules = {{
      .holds =
          [](const Type1FontFacts& font) {
            return !font.is_subset ||
-                  (font.has_char_set && font.char_set_is_true && font.char_set_is_whole);
+                  (font.has_char_set && font.char_set_is_true && font.char_set_has_shown);
          },
      .wrong =
          "A subset of a Type 1 font has no /CharSet, or one that does not name the glyphs that "

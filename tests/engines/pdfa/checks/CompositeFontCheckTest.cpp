@@ -33,7 +33,8 @@ PaintedPage PageOf(const std::string& encoding, const std::string& descendant,
               "1 begincodespacerange<0000><FFFF>endcodespacerange" + map)
       .Stream(41, "", "\x40")
       .Stream(42, "", std::string("\x40\0\0\0\0\0\0\0\x40", 9))
-      .Stream(43, "", "\x60");
+      .Stream(43, "", "\x60")
+      .Stream(44, "", std::string("\0\0\0\0\0\0\0\0\x40", 9));
   return page;
 }
 
@@ -107,6 +108,8 @@ TEST(CompositeFontCheck, WantsSubsetsToTellTheirIdentifiers) {
   EXPECT_EQ(rules(Level::k1b, "ABCDEF+Boxes", ""), "6.3.5-3");
   EXPECT_EQ(rules(Level::k2b, "ABCDEF+Boxes", ""), "");
   EXPECT_EQ(rules(Level::k1b, "ABCDEF+Boxes", "/CIDSet 43 0 R"), "6.3.5-3");
+  EXPECT_EQ(rules(Level::k1b, "ABCDEF+Boxes", "/CIDSet 41 0 R"), "") << "what is shown";
+  EXPECT_EQ(rules(Level::k1b, "ABCDEF+Boxes", "/CIDSet 44 0 R"), "6.3.5-3");
   EXPECT_EQ(rules(Level::k2b, "ABCDEF+Boxes", "/CIDSet 41 0 R"), "6.2.11.4.2-2");
   EXPECT_EQ(rules(Level::k2b, "Boxes", "/CIDSet 41 0 R"), "");
 }

@@ -121,6 +121,9 @@ TEST(FontCheck, WantsSubsetsOfType1ToNameTheirGlyphs) {
   EXPECT_EQ(rules(Level::k1b, "ABCDEF+Boxes", ""), "6.3.5-2");
   EXPECT_EQ(rules(Level::k2b, "ABCDEF+Boxes", ""), "");
   EXPECT_EQ(rules(Level::k1b, "ABCDEF+Boxes", "/CharSet(/A/eacute/B)"), "6.3.5-2");
+  EXPECT_EQ(rules(Level::k1b, "ABCDEF+Boxes", "/CharSet(/A)"), "") << "what is shown";
+  EXPECT_EQ(rules(Level::k1b, "ABCDEF+Boxes", "/CharSet(/eacute)"), "6.3.5-2");
+  EXPECT_EQ(rules(Level::k1b, "ABCDEF+Boxes", "/CharSet()"), "6.3.5-2");
   EXPECT_EQ(rules(Level::k2b, "ABCDEF+Boxes", "/CharSet(/A)"), "6.2.11.4.2-1");
 }
 
