@@ -37,6 +37,9 @@ std::map<std::uint32_t, std::uint16_t> WrongAdvances(FontProgram& program,
     fonts::GlyphFinder finder(*use->font, program);
     for (const std::uint32_t code : use->codes) {
       const std::uint32_t glyph = finder.StandardGlyphOf(code);
+      if (glyph == 0) {
+        continue;  // what is shown for it is seen to elsewhere
+      }
       const auto own = program.AdvanceOf(glyph);
       const auto said = use->WidthOf(code);
       if (own && said && *said >= 0 && std::abs(*own - *said) > kAllowedDifference) {
@@ -102,11 +105,22 @@ void EmbeddedFonts::MendComposite(const FontUse& use) {
   const auto descendants = document.Resolve(font.Get("DescendantFonts"), arena).Items();
   const pdf::Followed descendant =
       document.Follow(descendants.empty() ? Object() : descendants[0], arena);
-  if (use.font->kind() == FontKind::kCidType2 && descendant.number != 0 &&
-      descendant.value.Get("CIDToGIDMap").IsNull()) {
-    conversion_->rewriter.SetEntry(descendant.number, "CIDToGIDMap", "/Identity");
-    conversion_->report.Changed("fonts that do not say which glyphs they have");
+  if (use.font->kind() != FontKind::kCidType2 || !descendant.value.IsDictionary() ||
+      !descendant.value.Get("CIDToGIDMap").IsNull()) {
+    return;
   }
+  conversion_->report.Changed("fonts that do not say which glyphs they have");
+  if (descendant.number != 0) {
+    conversion_->rewriter.SetEntry(descendant.number, "CIDToGIDMap", "/Identity");
+    return;
+  }
+  std::string text = "[<<";
+  for (const pdf::DictionaryEntry& entry : descendant.value.Entries()) {
+    pdf::AppendName(text, entry.Key());
+    pdf::AppendObject(text, entry.value);
+  }
+  conversion_->rewriter.SetEntry(use.font->number(), "DescendantFonts",
+                                 text + "/CIDToGIDMap/Identity>>]");
 }
 
 // Lists of the glyphs in a program are often wrong, and nobody needs them (6.2.11.4.2).
@@ -164,8 +178,6 @@ void EmbeddedFonts::MendProgram(std::uint32_t number, const std::vector<const Fo
   if (!advances.empty() && file && file->SetAdvances(advances)) {
     conversion_->report.Changed("font " + name + ", which had other advances than its program");
     has_changed = true;
-  } else if (!advances.empty()) {
-    conversion_->report.Blocking("font " + name + " has other advances than its program");
   }
   if (has_changed) {
     std::string bytes = file->Bytes();
