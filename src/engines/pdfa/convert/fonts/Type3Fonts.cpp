@@ -21,7 +21,7 @@ std::map<std::uint32_t, std::string> CodesWithoutGlyph(const FontUse& use, const
   std::map<std::uint32_t, std::string> names;
   for (const std::uint32_t code : use.codes) {
     const std::string_view name = use.font->GlyphNameOf(static_cast<std::uint8_t>(code));
-    if (name.empty() || !glyphs.Has(name)) {
+    if (name.empty() || name == ".notdef" || !glyphs.Has(name)) {
       names[code] = "blank" + std::to_string(code);
     }
   }
@@ -58,10 +58,14 @@ void MendType3Font(Conversion& conversion, const FontUse& use) {
     pdf::AppendObject(text, entry.value);
   }
   for (const auto& [code, name] : added) {
+    pdf::AppendName(text, name);
+    if (const Object shown = glyphs.Get(".notdef"); shown.IsReference()) {
+      pdf::AppendObject(text, shown);
+      continue;
+    }
     const double width = use.font->WidthOf(static_cast<std::uint8_t>(code)).value_or(0);
     std::string content;
     pdf::AppendNumber(content, width);
-    pdf::AppendName(text, name);
     pdf::AppendReference(
         text, conversion.rewriter.Add(pdf::ObjectChange::Stream("<<>>", content + " 0 d0")));
   }

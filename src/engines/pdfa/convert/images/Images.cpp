@@ -33,12 +33,7 @@ constexpr std::array<std::string_view, 9> kCodingKeys = {
 
 // ISO 19005-2, 6.2.8.3. What the dictionary says of the colours goes before what the data says.
 bool IsAllowedJpx(const JpxHeader& header, bool has_color_space) {
-  const auto alphas = static_cast<std::size_t>(
-      std::count_if(header.channels.begin(), header.channels.end(),
-                    [](JpxChannelKind kind) { return kind != JpxChannelKind::kColor; }));
-  const std::size_t components =
-      header.palette_columns > 0 ? header.palette_columns : header.components.size();
-  const std::size_t colors = components - std::min(components, alphas);
+  const std::size_t colors = header.components.size();  // as validators count, alpha included
   const bool is_even = std::all_of(
       header.components.begin(), header.components.end(), [&](const JpxComponent& component) {
         return component.bits == header.components.front().bits && component.bits <= kMaxJpxBits;
