@@ -13,6 +13,7 @@
 #include "engines/pdfa/convert/fonts/FontTexts.h"
 #include "engines/pdfa/convert/fonts/SfntFile.h"
 #include "engines/pdfa/convert/fonts/SubstituteFace.h"
+#include "engines/support/fonts/FontProgram.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -163,7 +164,7 @@ class Replacement {
     advances_.emplace(glyph, width);
     glyphs_.insert(glyph);
     codes_[code] = {glyph, width};
-    unicode_[code] = text.empty() ? U" " : text;
+    unicode_[code] = text.empty() || text.find(U'\0') != std::u32string::npos ? U" " : text;
   }
 
   void SetAdvances(std::string& program) {
@@ -227,23 +228,33 @@ class Replacement {
     text += "/CapHeight " + std::to_string(scaled(face_->cap_height()));
     text += "/StemV 80";
     const std::string size = std::to_string(program.size());
+    const std::string cid_set = conversion_->is_part1() ? CidSet(program) : std::string();
     text += IsTrueType() ? "/FontFile2 " : "/FontFile3 ";
     text += ReferenceTo(ObjectChange::Stream(
         IsTrueType() ? "<</Length1 " + size + ">>" : "<</Subtype/CIDFontType0C>>",
         std::move(program)));
     if (conversion_->is_part1()) {
-      text += "/CIDSet " + ReferenceTo(ObjectChange::Stream("<<>>", CidSet()));
+      text += "/CIDSet " + ReferenceTo(ObjectChange::Stream("<<>>", cid_set));
     }
     return text + ">>";
   }
 
-  // A bit for each identifier, the first one for that of .notdef.
-  std::string CidSet() const {
+  // A bit for each identifier that has a glyph, the first one for that of .notdef. A face with
+  // outlines of CFF may have been cut to more than was asked for.
+  std::string CidSet(const std::string& program) const {
     std::string bits(1, '\x80');
-    for (const auto& [code, use] : codes_) {
-      const std::uint32_t cid = CidOf(code);
+    const auto add = [&bits](std::uint32_t cid) {
       bits.resize(std::max<std::size_t>(bits.size(), cid / 8 + 1));
       bits[cid / 8] = static_cast<char>(bits[cid / 8] | 0x80 >> cid % 8);
+    };
+    for (const auto& [code, use] : codes_) {
+      add(CidOf(code));
+    }
+    const auto made = IsTrueType() ? nullptr : fonts::FontProgram::Open(program);
+    for (std::uint32_t cid = 1; made != nullptr && cid <= kMaxCode; ++cid) {
+      if (made->is_cid_keyed() ? made->GlyphOfCid(cid) != 0 : cid < made->glyph_count()) {
+        add(cid);
+      }
     }
     return bits;
   }

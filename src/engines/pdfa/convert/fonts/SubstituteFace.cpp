@@ -102,8 +102,11 @@ class Search {
     wanted.family = family;
     wanted.weight = style.weight;
     wanted.slant = style.slant;
-    const auto substitutes = best_cost_ == 0 ? std::vector<const InstalledFace*>()
-                                             : catalog.Substitutes(wanted, wish_->language);
+    auto substitutes = best_cost_ == 0 ? std::vector<const InstalledFace*>()
+                                       : catalog.Substitutes(wanted, wish_->language);
+    // First those that have the character that the fewest have.
+    std::stable_partition(substitutes.begin(), substitutes.end(),
+                          [&](const InstalledFace* face) { return catalog.Has(*face, Rarest()); });
     for (const InstalledFace* face : substitutes) {
       if (tried_ < kMaxCandidates) {
         Try(face);
@@ -113,6 +116,14 @@ class Search {
   }
 
  private:
+  char32_t Rarest() const {
+    char32_t rarest = U' ';
+    for (const auto& [character, width] : wish_->characters) {
+      rarest = std::max(rarest, character);
+    }
+    return rarest;
+  }
+
   const char* GenericFamily() const {
     if (wish_->is_fixed_pitch) {
       return "Courier New";
