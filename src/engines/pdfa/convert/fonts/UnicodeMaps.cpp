@@ -11,6 +11,7 @@
 #include "engines/pdfa/convert/fonts/FontTexts.h"
 #include "engines/support/fonts/FontProgram.h"
 #include "engines/support/fonts/GlyphFinder.h"
+#include "engines/support/fonts/PredefinedMaps.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -80,10 +81,34 @@ bool IsKnown(const FontUse& use, const FontTexts& texts, std::uint32_t code) {
          IsAllowed(texts.TextOf(code));
 }
 
+// Whether its identifiers are of a collection whose characters readers know (9.10.2).
+bool IsOfKnownCollection(pdf::Document& document, const FontUse& use) {
+  pdf::Arena arena;
+  const pdf::Object font = document.Load({use.font->number(), 0}, arena);
+  const auto descendants = document.Resolve(font.Get("DescendantFonts"), arena).Items();
+  if (descendants.empty()) {
+    return false;
+  }
+  const pdf::Object descendant = document.Resolve(descendants[0], arena);
+  const pdf::Object system = document.Resolve(descendant.Get("CIDSystemInfo"), arena);
+  return fonts::IsKnownCollection(document.Resolve(system.Get("Registry"), arena).Text(),
+                                  document.Resolve(system.Get("Ordering"), arena).Text());
+}
+
+// Whether the font's /ToUnicode has none of its codes.
+bool TellsNothing(const FontUse& use, const FontTexts& texts) {
+  return std::none_of(use.codes.begin(), use.codes.end(),
+                      [&](std::uint32_t code) { return !texts.SaidTextOf(code).empty(); });
+}
+
 }  // namespace
 
 void MendUnicode(Conversion& conversion, const FontUse& use) {
   const FontTexts texts(conversion.document, *use.font);
+  if (IsOfKnownCollection(conversion.document, use) && TellsNothing(use, texts)) {
+    conversion.rewriter.RemoveEntry(use.font->number(), "ToUnicode");
+    return;
+  }
   if (std::all_of(use.codes.begin(), use.codes.end(),
                   [&](std::uint32_t code) { return IsKnown(use, texts, code); })) {
     return;
