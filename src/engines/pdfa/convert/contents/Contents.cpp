@@ -1,10 +1,14 @@
 #include "engines/pdfa/convert/contents/Contents.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "engines/pdfa/convert/contents/LargeReals.h"
 #include "pdf/content/ContentReader.h"
 #include "pdf/content/Operators.h"
 #include "pdf/content/PageContents.h"
@@ -19,21 +23,24 @@ using pdf::ObjectChange;
 
 namespace {
 
-// The content without what is no operator, and without the operands of that.
-std::string Cleaned(std::string_view content) {
+// The content without what is no operator, and without the operands of that; for part 1 without
+// real numbers that are too large for it, too.
+std::string Cleaned(std::string_view content, bool is_part1) {
   std::string text;
   std::size_t done = 0;
   pdf::ContentReader reader(content);
   pdf::Operation operation;
   while (reader.Next(operation)) {
-    if (pdf::IsOperator(operation.code)) {
+    const bool is_known = pdf::IsOperator(operation.code);
+    if (is_known && !(is_part1 && HasLargeReal(operation.operands))) {
       continue;
     }
     const char* start =
         operation.operands.empty() ? operation.name.data() : operation.operands.data();
     const auto begin = static_cast<std::size_t>(start - content.data());
     text += content.substr(done, begin - std::min(begin, done));
-    text += '\n';
+    text += is_known ? WithoutLargeReals(operation.operands) + " " + std::string(operation.name)
+                     : std::string("\n");
     done = static_cast<std::size_t>(operation.name.data() - content.data()) + operation.name.size();
   }
   return text += content.substr(done);
@@ -59,10 +66,10 @@ void MendPage(Conversion& conversion, const pdf::PageTree::Page& page) {
     return;
   }
   std::string reference;
-  pdf::AppendReference(
-      reference, conversion.rewriter.Add(ObjectChange::Stream("<<>>", Cleaned(contents.bytes))));
+  pdf::AppendReference(reference, conversion.rewriter.Add(ObjectChange::Stream(
+                                      "<<>>", Cleaned(contents.bytes, conversion.is_part1()))));
   conversion.rewriter.SetEntry(page.number, "Contents", reference);
-  conversion.report.Dropped("operators that are not known");
+  conversion.report.Changed("content with operators or numbers that are not allowed");
 }
 
 void MendStream(Conversion& conversion, std::uint32_t number) {
@@ -73,17 +80,24 @@ void MendStream(Conversion& conversion, std::uint32_t number) {
   }
   conversion.rewriter.Change(
       number, ObjectChange::Stream(PlainDictionary(conversion.document.Load({number, 0}, arena)),
-                                   Cleaned(stream->data)));
-  conversion.report.Dropped("operators that are not known");
+                                   Cleaned(stream->data, conversion.is_part1())));
+  conversion.report.Changed("content with operators or numbers that are not allowed");
 }
 
 }  // namespace
 
 void MendContents(Conversion& conversion, const ContentSurvey& survey) {
-  for (const std::size_t index : survey.damaged_pages()) {
+  std::set<std::size_t> pages = survey.damaged_pages();
+  std::set<std::uint32_t> streams = survey.damaged_contents();
+  if (conversion.is_part1()) {
+    pages.insert(survey.pages_with_large_reals().begin(), survey.pages_with_large_reals().end());
+    streams.insert(survey.contents_with_large_reals().begin(),
+                   survey.contents_with_large_reals().end());
+  }
+  for (const std::size_t index : pages) {
     MendPage(conversion, conversion.pages.pages()[index]);
   }
-  for (const std::uint32_t number : survey.damaged_contents()) {
+  for (const std::uint32_t number : streams) {
     MendStream(conversion, number);
   }
 }

@@ -3,9 +3,11 @@
 #include <deque>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "engines/pdfa/convert/contents/LargeReals.h"
 #include "engines/pdfa/convert/structure/EntryRules.h"
 #include "pdf/write/Serialize.h"
 
@@ -21,6 +23,9 @@ class Cleaner {
  public:
   explicit Cleaner(Conversion& conversion) : conversion_(&conversion) {
     hooks_.entries = [this](std::span<const DictionaryEntry> entries) { return Kept(entries); };
+    if (conversion.is_part1()) {
+      hooks_.real = [this](std::string& out, std::string_view number) { AppendReal(out, number); };
+    }
   }
 
   void CleanAll() {
@@ -49,11 +54,20 @@ class Cleaner {
     for (const DictionaryEntry& entry : value.Entries()) {
       if (IsForbidden(entry, value, is_stream)) {
         conversion_->rewriter.RemoveEntry(number, entry.Key());
-      } else if (entry.value.IsArray() || entry.value.IsDictionary()) {
+      } else if (entry.value.IsArray() || entry.value.IsDictionary() || entry.value.IsNumber()) {
         if (std::string text = TextOf(entry.value); has_changed_) {
           conversion_->rewriter.SetEntry(number, entry.Key(), std::move(text));
         }
       }
+    }
+  }
+
+  void AppendReal(std::string& out, std::string_view number) {
+    const bool is_large = IsLargeReal(number);
+    pdf::AppendToken(out, is_large ? Rounded(number) : std::string(number));
+    if (is_large) {
+      has_changed_ = true;
+      conversion_->report.Changed("numbers that are too large for real ones");
     }
   }
 

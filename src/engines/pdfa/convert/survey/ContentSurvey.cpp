@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "engines/pdfa/convert/contents/LargeReals.h"
 #include "pdf/content/ContentWalker.h"
 #include "pdf/content/Operators.h"
 #include "pdf/content/ResourceGraph.h"
@@ -82,28 +83,37 @@ void ContentSurvey::LeaveContent(const pdf::ContentEntry& /*entry*/) {
 }
 
 void ContentSurvey::Operator(const pdf::Operation& operation, std::size_t /*offset*/) {
+  NoteUnknown(operation);
   switch (operation.code) {
     case pdf::OperatorCode("k"):
     case pdf::OperatorCode("K"):
       uses_cmyk_ = true;
-      return;
+      break;
     case pdf::OperatorCode("cs"):
     case pdf::OperatorCode("CS"):
       uses_cmyk_ = uses_cmyk_ || operation.operands.find("/DeviceCMYK") != std::string_view::npos;
-      return;
+      break;
     default:
-      NoteUnknown(operation);
+      break;
   }
 }
 
 // The parts of an inline image never stand by themselves.
 void ContentSurvey::NoteUnknown(const pdf::Operation& operation) {
   if (!pdf::IsOperator(operation.code)) {
-    if (running_.empty() || running_.back() == 0) {
-      damaged_pages_.insert(page_);
-    } else {
-      damaged_contents_.insert(running_.back());
-    }
+    NoteRunning(damaged_pages_, damaged_contents_);
+  } else if (HasLargeReal(operation.operands)) {
+    NoteRunning(large_pages_, large_contents_);
+  }
+}
+
+// What is running goes to one of the two.
+void ContentSurvey::NoteRunning(std::set<std::size_t>& pages,
+                                std::set<std::uint32_t>& contents) const {
+  if (running_.empty() || running_.back() == 0) {
+    pages.insert(page_);
+  } else {
+    contents.insert(running_.back());
   }
 }
 

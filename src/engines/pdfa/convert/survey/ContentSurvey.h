@@ -55,6 +55,11 @@ class ContentSurvey : private pdf::ContentVisitor {
 
   const std::set<std::size_t>& damaged_pages() const { return damaged_pages_; }
 
+  // Content with real numbers that are too large for PDF/A-1.
+  const std::set<std::uint32_t>& contents_with_large_reals() const { return large_contents_; }
+
+  const std::set<std::size_t>& pages_with_large_reals() const { return large_pages_; }
+
   // Content that has no resources of its own, with those that it uses, by number of its stream.
   const std::map<std::uint32_t, std::string>& borrowed() const { return borrowed_; }
 
@@ -62,6 +67,7 @@ class ContentSurvey : private pdf::ContentVisitor {
   void WalkPages(pdf::Document& document, const pdf::PageTree& pages);
   void WalkRest(pdf::Document& document, const pdf::PageTree& pages);
   void NoteUnknown(const pdf::Operation& operation);
+  void NoteRunning(std::set<std::size_t>& pages, std::set<std::uint32_t>& contents) const;
   bool Split(const fonts::DocumentFont& font, std::string_view bytes);
 
   bool EnterContent(const pdf::ContentEntry& entry) override;
@@ -75,6 +81,8 @@ class ContentSurvey : private pdf::ContentVisitor {
   bool uses_cmyk_ = false;
   std::set<std::uint32_t> damaged_contents_;
   std::set<std::size_t> damaged_pages_;
+  std::set<std::uint32_t> large_contents_;
+  std::set<std::size_t> large_pages_;
   std::map<std::uint32_t, std::string> borrowed_;
   std::unordered_set<std::uint32_t> entered_;  // content other than pages
   std::vector<std::uint32_t> running_;         // 0 for the page
