@@ -17,8 +17,9 @@ class AnnotationsTest : public ConversionTest {
   // The annotation as it is written, of a page that has one with these entries and two appearances
   // to refer to: 5 and 6.
   Json Mended(const std::string& entries, Level level = Level::k2b) {
-    RawPdf file = OnePage("/Annots[4 0 R]");
-    file.Object(4, "<</Type/Annot/Rect[0 0 9 9]" + entries + ">>");
+    const bool is_field = entries.find("/Widget") != std::string::npos;
+    RawPdf file = OnePage("/Annots[4 0 R]", is_field ? "/AcroForm<</Fields[4 0 R]>>" : "");
+    file.Object(4, "<</Type/Annot/Rect[0 0 9 9]" + entries + (is_field ? "/T(a)>>" : ">>"));
     file.Stream(5, kForm, "0 g");
     file.Stream(6, kForm, "1 g");
     written_.emplace(Run(file, level, &MendAnnotations));

@@ -98,9 +98,9 @@ TEST_F(AttachmentsTest, SayWhatTheyAre) {
               HasSubstr("octet-stream"));
 }
 
-class LayersTest : public ConversionTest {};
+class MendedLayersTest : public ConversionTest {};
 
-TEST_F(LayersTest, HaveNamesAndAreAllListed) {
+TEST_F(MendedLayersTest, HaveNamesAndAreAllListed) {
   RawPdf file =
       OnePage("", "/OCProperties<</OCGs[4 0 R 5 0 R]/D<</Order[4 0 R]/AS[]>>/Configs[<<>> <<>>]>>");
   file.Object(4, "<</Type/OCG/Name(One)>>");
@@ -112,7 +112,7 @@ TEST_F(LayersTest, HaveNamesAndAreAllListed) {
   EXPECT_NE(layers["/Configs"][0]["/Name"], layers["/Configs"][1]["/Name"]);
 }
 
-TEST_F(LayersTest, GoInPart1) {
+TEST_F(MendedLayersTest, GoInPart1) {
   const RawPdf file = OnePage("", "/OCProperties<</OCGs[]/D<<>>>>");
   EXPECT_FALSE(Run(file, Level::k1b, &MendLayers).Catalog().contains("/OCProperties"));
 }
