@@ -71,7 +71,9 @@ TPdfContentGenerator* PdfNewContentGenerator(TPdfContent* content, bool prepend)
 int PdfContentGeneratorPaintText(TPdfContentGenerator* generator, TPdfText* text) {
   return Guarded({generator, text}, [&] {
     Require(text->target == generator->content.target);
-    PaintLines(text->lines, *text->target, generator->operators, generator->used);
+    std::string painted;  // all of it appears, or nothing
+    PaintLines(text->lines, *text->target, painted, generator->used);
+    generator->operators += painted;
   });
 }
 
