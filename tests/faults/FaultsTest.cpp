@@ -50,6 +50,7 @@ const std::vector<Job> kJobs = {
     {"Img2Pdf", {"img2pdf", "photo.jpg", "gray.jpg"}, true},
     {"Pdf2Img", {"pdf2img", "a.pdf"}},
     {"ExtractImages", {"extract-images", "a.pdf"}},
+    {"Repair", {"repair", "torn.pdf"}},
 };
 
 using Files = std::map<std::string, std::string>;  // bytes by name
@@ -78,7 +79,10 @@ class Faults : public ::testing::TestWithParam<Job> {
     TestPdf file;
     file.Page()
         .Content("BT /F 12 Tf (one) Tj ET 50 0 0 50 0 0 cm /I Do")
-        .PageEntry("/Resources<</XObject<</I {{image}}>>>>");
+        .PageEntry(
+            "/Resources<</XObject<</I "
+            "{{image}}>>/Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica"
+            ">>>>>>");
     file.Page().Content("0 0 9 9 re f");
     const std::string jpeg = TestJpeg(3);
     file.Object("image",
@@ -87,6 +91,8 @@ class Faults : public ::testing::TestWithParam<Job> {
                     std::to_string(jpeg.size()) + ">>\nstream\n" + jpeg + "\nendstream");
     file.Write(directory_->Path("a.pdf"));
     TestPdf().Pages(1).Write(directory_->Path("b.pdf"));
+    const std::string whole = ReadBytes(directory_->Path("a.pdf"));
+    WriteBytes(directory_->Path("torn.pdf"), whole.substr(0, whole.rfind("startxref")));
     WriteBytes(directory_->Path("photo.jpg"), jpeg);
     WriteBytes(directory_->Path("gray.jpg"), TestJpeg(1));
   }
