@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <exception>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -26,7 +27,8 @@ struct TPdfRepair {
   std::unique_ptr<RepairedDocument> document;
   std::uint32_t analysis_options = kAnalyzeAll;
   std::uint32_t rebuild_options = 0;
-  bool is_repaired = false;  // saving puts right what was listed
+  bool is_repaired = false;    // saving puts right what was listed
+  std::exception_ptr failure;  // of the last analysis: what is wrong is not known
   std::vector<TPdfRepairError> errors;
   std::size_t next_error = 0;
   RepairReport report;
@@ -48,13 +50,11 @@ void Reset(TPdfRepair& object) {
   object.next_error = 0;
   object.report.clear();
   object.is_repaired = false;
+  object.failure = nullptr;
   object.document.reset();
 }
 
-void Analyze(TPdfRepair& object, Tense tense) {
-  Require(object.document != nullptr);
-  object.errors.clear();
-  object.next_error = 0;
+void List(TPdfRepair& object, Tense tense) {
   object.document->Analyze(object.analysis_options);
   const ProblemList& problems = object.document->problems();
   for (const Problem& problem : problems.damage()) {
@@ -63,9 +63,26 @@ void Analyze(TPdfRepair& object, Tense tense) {
   object.report = ReportOf(problems);
 }
 
+void Analyze(TPdfRepair& object, Tense tense) {
+  Require(object.document != nullptr);
+  object.errors.clear();
+  object.next_error = 0;
+  object.failure = nullptr;
+  try {
+    List(object, tense);
+  } catch (...) {
+    object.failure = std::current_exception();
+    throw;
+  }
+}
+
+// Who does not ask whether the analysis has failed must not get a document that is not repaired.
 void Save(TPdfRepair& object, const platform::WidePath& path, const std::wstring& user_password,
           const std::wstring& owner_password, std::uint32_t permissions) {
   Require(object.document != nullptr);
+  if (object.failure != nullptr) {
+    std::rethrow_exception(object.failure);
+  }
   const std::optional<pdf::Security> security =
       EncryptionWith(user_password, owner_password, permissions);
   object.report =
