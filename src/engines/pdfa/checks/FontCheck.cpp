@@ -1,7 +1,5 @@
 #include "engines/pdfa/checks/FontCheck.h"
 
-#include <algorithm>
-#include <array>
 #include <memory>
 #include <string>
 
@@ -14,6 +12,7 @@
 #include "engines/pdfa/rules/FontFacts.h"
 #include "engines/support/fonts/DocumentFont.h"
 #include "engines/support/fonts/FontProgram.h"
+#include "engines/support/fonts/StandardFontNames.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -25,15 +24,6 @@ using pdf::Object;
 namespace {
 
 constexpr std::size_t kTagLength = 6;
-
-bool IsStandardName(std::string_view name) {
-  constexpr std::array<std::string_view, 14> kNames = {
-      "Courier",     "Courier-Bold",   "Courier-Oblique",   "Courier-BoldOblique",
-      "Helvetica",   "Helvetica-Bold", "Helvetica-Oblique", "Helvetica-BoldOblique",
-      "Times-Roman", "Times-Bold",     "Times-Italic",      "Times-BoldItalic",
-      "Symbol",      "ZapfDingbats"};
-  return std::find(kNames.begin(), kNames.end(), name) != kNames.end();
-}
 
 std::string SubjectOf(const DocumentFont& font) {
   return font.name().empty() ? "font" : "font " + font.name();
@@ -91,8 +81,8 @@ class FontJudge {
     const Object first = Get(dictionary_, "FirstChar");
     const Object last = Get(dictionary_, "LastChar");
     const Object widths = Get(dictionary_, "Widths");
-    SimpleFontFacts facts{.is_standard =
-                              font_.kind() == FontKind::kType1 && IsStandardName(font_.name())};
+    SimpleFontFacts facts{.is_standard = font_.kind() == FontKind::kType1 &&
+                                         fonts::IsStandardFontName(font_.name())};
     if (first.IsNumber()) {
       facts.first_code = first.IntegerOr(0);
     }

@@ -10,6 +10,7 @@
 #include "engines/support/fonts/DocumentFont.h"
 #include "engines/support/fonts/FontProgram.h"
 #include "engines/support/fonts/LibraryMissing.h"
+#include "engines/support/fonts/StandardFontNames.h"
 
 namespace TarnixTools::engines::repair {
 
@@ -44,7 +45,7 @@ class Checker {
       CheckWidths(font);
     }
     if (font.kind() != FontKind::kType3) {
-      CheckProgram(font.descriptor());
+      CheckProgram(font);
     }
   }
 
@@ -92,9 +93,12 @@ class Checker {
     }
   }
 
-  void CheckProgram(const fonts::FontDescriptor& descriptor) {
+  void CheckProgram(const fonts::DocumentFont& font) {
+    const fonts::FontDescriptor& descriptor = font.descriptor();
     if (descriptor.entry == fonts::ProgramEntry::kNone) {
-      Add(ProblemCode::kFontProgramMissing, Outcome::kWorkedAround);
+      if (!fonts::IsStandardFontName(font.name())) {
+        Add(ProblemCode::kFontProgramMissing, Outcome::kWorkedAround);
+      }
       return;
     }
     const auto program = document_->TryDecodeStream(descriptor.program, limits::kMaxCheckedStream);

@@ -42,6 +42,9 @@ TEST_F(ResourceCheckTest, FindsCategoriesThatAreNone) {
 TEST_F(ResourceCheckTest, FindsNothingInSoundFonts) {
   Repair(WithFont("/Subtype/Type1/BaseFont/Helvetica"));
   EXPECT_THAT(Damage(), IsEmpty());
+  EXPECT_THAT(Lint(), IsEmpty());
+  Repair(WithFont("/Subtype/Type1/BaseFont/Garamond"));
+  EXPECT_THAT(Damage(), IsEmpty());
   EXPECT_THAT(Lint(), Contains(Code::kFontProgramMissing));
 }
 
