@@ -131,7 +131,7 @@ std::string PacketOf(pdf::Document& document) {
     throw ExpaFailure(kExpaNoMetadataError);
   }
   std::optional<pdf::Decoded> packet = document.TryDecodeStream(number, limits::kMaxPacketBytes);
-  if (!packet) {
+  if (!packet || (packet->data.empty() && !packet->complete)) {
     throw ExpaFailure(kExpaMetadataError);
   }
   return std::move(packet->data);
