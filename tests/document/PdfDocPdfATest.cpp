@@ -74,10 +74,11 @@ TEST_F(PdfDocPdfATest, SaysWhyThereIsNoPacket) {
       Failure(PdfExceptionCode::FileNotFound, "Unable to create new file [" + Path("none/a.xmp") +
                                                   "] (No such file or directory)"));
   WriteBytes(Path("text.pdf"), "no document");
-  EXPECT_EQ(FailureOf([&] { Doc("text.pdf").GetXmpMetaData(Path("a.xmp")); }),
-            Failure(PdfExceptionCode::EngineError, "Unable to open PDF file [" +
-                                                       Backslashes(Path("text.pdf")) +
-                                                       "] for XMP extraction"));
+  EXPECT_EQ(
+      FailureOf([&] { Doc("text.pdf").GetXmpMetaData(Path("a.xmp")); }),
+      Failure(PdfExceptionCode::EngineError,
+              "Unable to open PDF file [" + Backslashes(Path("text.pdf")) + "] for XMP extraction",
+              3));
   EXPECT_FALSE(testing::Exists(Path("a.xmp")));
 }
 
@@ -98,9 +99,10 @@ TEST_F(PdfDocPdfATest, NeedsTheRightPassword) {
   EXPECT_EQ(static_cast<int>(Doc("locked.pdf", "pw").GetPdfaCompliance()) & 0xFF, 0);
   for (const char* password : {"", "wrong"}) {
     const auto failure = FailureOf([&] { Doc("locked.pdf", password).GetPdfaCompliance(); });
-    EXPECT_EQ(failure, Failure(PdfExceptionCode::EngineError, "Unable to open PDF file [" +
-                                                                  Backslashes(Path("locked.pdf")) +
-                                                                  "] for compliance verification"));
+    EXPECT_EQ(failure, Failure(PdfExceptionCode::EngineError,
+                               "Unable to open PDF file [" + Backslashes(Path("locked.pdf")) +
+                                   "] for compliance verification",
+                               17));
   }
 }
 

@@ -4,6 +4,7 @@
 namespace TarnixTools::testing {
 namespace {
 
+using ::testing::Contains;
 using ::testing::HasSubstr;
 
 class RepairCommand : public CliTest {
@@ -45,7 +46,8 @@ TEST_F(RepairCommand, NamesItsOutput) {
 TEST_F(RepairCommand, ListsWhatWasWrong) {
   const Json torn = RunJson({"repair", "torn.pdf"});
   EXPECT_EQ(torn["outputs"], Json({"torn-repaired.pdf"}));
-  EXPECT_EQ(torn["problems"][0], "Nothing tells where the cross-reference starts; fixed");
+  EXPECT_THAT(torn["problems"],
+              Contains(Json("Nothing tells where the cross-reference starts; fixed")));
   EXPECT_EQ(torn["report"][0]["kind"], "damage");
   EXPECT_EQ(RunJson({"repair", "sound.pdf"})["problems"], Json::array());
 }
@@ -80,7 +82,9 @@ TEST_F(RepairCommand, RefusesWhatIsNoDocument) {
 TEST_F(RepairCommand, ChecksDocuments) {
   const auto result = Run({"check", "sound.pdf", "torn.pdf"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_THAT(result.out, HasSubstr("sound.pdf: sound\ntorn.pdf: damaged\n  Nothing tells where "));
+  EXPECT_THAT(result.out, HasSubstr("sound.pdf: sound\ntorn.pdf: damaged\n  "));
+  EXPECT_THAT(result.out,
+              HasSubstr("\n  Nothing tells where the cross-reference starts; can be fixed\n"));
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(Run({"check", "sound.pdf"}).status, 0);
 }
@@ -92,8 +96,8 @@ TEST_F(RepairCommand, ChecksDocumentsInJson) {
   EXPECT_EQ(files[0],
             Json({{"path", "sound.pdf"}, {"damaged", false}, {"problems", Json::array()}}));
   EXPECT_EQ(files[1]["damaged"], true);
-  EXPECT_EQ(files[1]["problems"][0],
-            "Nothing tells where the cross-reference starts; can be fixed");
+  EXPECT_THAT(files[1]["problems"],
+              Contains(Json("Nothing tells where the cross-reference starts; can be fixed")));
 }
 
 TEST_F(RepairCommand, ChecksOnBehindWhatCannotBeRead) {

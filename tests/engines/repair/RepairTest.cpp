@@ -18,6 +18,7 @@ namespace {
 using platform::WidePath;
 using repair::ProblemCode;
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using testing::Exists;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -112,9 +113,8 @@ TEST_F(RepairTest, TellsWhatCanBePutRight) {
   EXPECT_EQ(PdfRepairAnalyze(object_), 1);
   const TPdfRepairError* first = PdfRepairGetFirstError(object_);
   ASSERT_NE(first, nullptr);
-  EXPECT_EQ(PdfRepairErrorGetErrorCode(first),
-            static_cast<std::int32_t>(ProblemCode::kStartXrefMissing));
-  EXPECT_EQ(MessageOf(first), "Nothing tells where the cross-reference starts; can be fixed");
+  EXPECT_EQ(PdfRepairErrorGetErrorCode(first), static_cast<std::int32_t>(ProblemCode::kEndMissing));
+  EXPECT_THAT(MessageOf(first), EndsWith(": the end-of-file marker is missing; can be fixed"));
 }
 
 TEST_F(RepairTest, PutsADamagedDocumentRight) {
@@ -154,7 +154,7 @@ TEST_F(RepairTest, CutsAMessageToItsBuffer) {
   char text[8] = "#######";
   const auto size = PdfRepairErrorGetMessageA(PdfRepairGetFirstError(object_), text, 5);
   EXPECT_GT(size, 8);
-  EXPECT_STREQ(text, "Noth");
+  EXPECT_STREQ(text, "Byte");
   EXPECT_EQ(text[5], '#');
 }
 
