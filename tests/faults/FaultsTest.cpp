@@ -50,7 +50,7 @@ const std::vector<Job> kJobs = {
     {"Img2Pdf", {"img2pdf", "photo.jpg", "gray.jpg"}, true},
     {"Pdf2Img", {"pdf2img", "a.pdf"}},
     {"ExtractImages", {"extract-images", "a.pdf"}},
-    {"Repair", {"repair", "torn.pdf"}},
+    {"Repair", {"repair", "torn.pdf"}, false, true},
 };
 
 using Files = std::map<std::string, std::string>;  // bytes by name

@@ -21,7 +21,7 @@ std::string BrokenBy(Level level, const std::string& font, const std::string& ma
 }
 
 const std::string kType3 = "/Subtype/Type3/Encoding<</Differences[65/";
-const std::string kMapped = "/Subtype/Type3/ToUnicode 21 0 R";
+const std::string kMapped = "/Subtype/Type3/Encoding<</Differences[65/g1]>>/ToUnicode 21 0 R";
 
 TEST(CodeText, IsThatOfNamesWithoutAMap) {
   for (const Level level : {Level::k1a, Level::k2u, Level::k3a}) {
