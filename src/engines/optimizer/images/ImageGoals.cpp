@@ -16,7 +16,7 @@ struct Price {
 // The first row that fits holds.
 constexpr std::array<Price, 3> kPrices = {{
     {.quality = 75, .resolution_dpi = kSeenDpi, .worth_of_look = 18},
-    {.quality = 50, .resolution_dpi = kSeenDpi, .worth_of_look = 12},
+    {.quality = 50, .resolution_dpi = kSeenDpi, .worth_of_look = 20},
     {.quality = 0, .resolution_dpi = 0, .worth_of_look = 9},
 }};
 
