@@ -98,15 +98,15 @@ std::string SceneStrokes(const SceneSize& size) {
 ScanInk ScanInkAt(int x, int y) {
   constexpr int kLine = 30;
   constexpr int kLetter = 18;
-  constexpr int kStroke = 4;
+  constexpr int kBar = 4;
   const int in_x = x % kLetter - 3;
   const int in_y = y % kLine - 5;
   if (x < 2 * kLetter || in_x < 0 || in_x >= 12 || in_y < 0 || in_y >= 20) {
     return ScanInk::kNone;
   }
   const std::uint32_t letter = Mixed(x / kLetter, y / kLine);
-  const bool is_ink = in_x < kStroke || (in_y < kStroke && (letter & 1U) != 0) ||
-                      (in_y >= 8 && in_y < 8 + kStroke && (letter & 2U) != 0);
+  const bool is_ink = in_x < kBar || (in_y < kBar && (letter & 1U) != 0) ||
+                      (in_y >= 8 && in_y < 8 + kBar && (letter & 2U) != 0);
   return !is_ink ? ScanInk::kNone : y / kLine % 4 == 3 ? ScanInk::kRed : ScanInk::kBlack;
 }
 
