@@ -39,10 +39,9 @@ TPdfRepair* CreateObject() {
 }
 
 void Open(TPdfRepair* repair, const PdfDoc& document) {
-  PdfDoc copy(document);
-  if (engines::PdfRepairOpenW(repair, platform::WidePath(copy.GetPath()),
-                              Utf8ToWide(copy.GetPassword())) == 0) {
-    Fail(repair, "Unable to open doc [%s] to be repaired", copy.GetPath());
+  if (engines::PdfRepairOpenW(repair, platform::WidePath(document.GetPath()),
+                              Utf8ToWide(document.GetPassword())) == 0) {
+    Fail(repair, "Unable to open doc [%s] to be repaired", document.GetPath());
   }
 }
 
@@ -167,8 +166,7 @@ void PdfRepairTask::RepairDoc(const PdfDoc& document, const std::string& output_
   const std::wstring password = Utf8ToWide(out_password_);
   if (engines::PdfRepairSaveAsW(repair, platform::WidePath(output_file), password, password,
                                 kPrintingAllowed) == 0) {
-    PdfDoc copy(document);
-    Fail(repair, "Unable to generate repaired output doc [%s]", copy.GetPath());
+    Fail(repair, "Unable to generate repaired output doc [%s]", document.GetPath());
   }
   AddReport(repair, report_);
   Release(repair);
