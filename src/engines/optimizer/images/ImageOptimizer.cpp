@@ -108,8 +108,9 @@ class Optimizer {
     if (size.width * std::uint64_t{size.height} > kMostForScan) {
       return;
     }
-    task_->rows = ReducePicture(std::move(task_->rows), std::min(size.width, task_->rows->width()),
-                                std::min(size.height, task_->rows->height()));
+    const std::uint32_t width = std::min(size.width, task_->rows->width());
+    const std::uint32_t height = std::min(size.height, task_->rows->height());
+    task_->rows = ReducePicture(std::move(task_->rows), width, height);
     whole_ = ReadPicture(*task_->rows);
     const double dpi = whole_.width * 72 / task_->width_points;
     if (whole_.is_whole) {

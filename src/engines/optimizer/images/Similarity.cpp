@@ -172,8 +172,7 @@ SamplePicture Viewed(const SamplePicture& picture, std::uint32_t width, std::uin
       for (std::uint32_t x = column.left; x < column.right; ++x) {
         sum += sums[x];
       }
-      *out++ =
-          static_cast<std::uint8_t>(static_cast<float>(sum) / static_cast<float>(count) + 0.5F);
+      *out++ = static_cast<std::uint8_t>((sum + count / 2) / count);
     }
   }
   return viewed;

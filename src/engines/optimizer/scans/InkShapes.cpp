@@ -232,9 +232,9 @@ class ShapeMeasure {
 
   bool IsSoft(std::uint32_t x, std::uint32_t y, int right, int down, int slope) const {
     const auto far_x = static_cast<std::uint32_t>(
-        std::clamp<std::int64_t>(std::int64_t{x} + right * reach_, 0, lightness_->width - 1));
+        std::clamp<std::int64_t>(x + std::int64_t{right} * reach_, 0, lightness_->width - 1));
     const auto far_y = static_cast<std::uint32_t>(
-        std::clamp<std::int64_t>(std::int64_t{y} + down * reach_, 0, lightness_->height - 1));
+        std::clamp<std::int64_t>(y + std::int64_t{down} * reach_, 0, lightness_->height - 1));
     return lightness_->row(far_y)[far_x] < lightness_->row(y)[x] + slope;
   }
 
