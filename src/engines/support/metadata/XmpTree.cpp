@@ -50,6 +50,7 @@ bool IsXmlName(std::string_view name) {
 
 bool HasDuplicates(const std::vector<XmlAttribute>& attributes) {
   std::vector<std::string_view> names;
+  names.reserve(attributes.size());
   for (const XmlAttribute& attribute : attributes) {
     names.push_back(attribute.name);
   }

@@ -46,6 +46,7 @@ constexpr Costs MakeCosts() {
 }
 
 constexpr Costs kCosts = MakeCosts();
+constexpr float kHalf = 0.5F;                   // rounds what is positive
 constexpr float kCostsOfZeros = kCosts[15][0];  // sixteen of them
 constexpr float kCostsOfEnd = kCosts[0][0];
 
@@ -85,7 +86,7 @@ class Choice {
     const float before = candidates_[count_].after;
     Candidate& added = candidates_[++count_];
     added.place = place;
-    added.size = std::min(static_cast<int>(exact + 0.5F), kFarthest);
+    added.size = std::min(static_cast<int>(exact + kHalf), kFarthest);
     added.exact = exact;
     added.before = before;
     added.after = before + CostsOfError(exact);
@@ -131,8 +132,9 @@ class Choice {
     for (std::size_t i = start_count_; i-- > 0;) {
       const Candidate& from = candidates_[starts_[i]];
       const auto zeros = static_cast<std::size_t>(to.place - from.place - 1);
-      const float costs = from.lead + before + static_cast<float>(zeros / 16) * kCostsOfZeros +
-                          kCosts[zeros % 16][bits];
+      const std::size_t runs = zeros / 16;
+      const float costs =
+          from.lead + before + static_cast<float>(runs) * kCostsOfZeros + kCosts[zeros % 16][bits];
       if (costs < to.costs) {
         to.costs = costs;
         to.previous = starts_[i];
