@@ -26,7 +26,7 @@ struct PacketFacts {
 
 // A property of a packet.
 struct PropertyFacts {
-  bool is_defined = false;  // by the specification of XMP, or an extension schema
+  bool is_defined = false;  // by the XMP Specification, or an extension schema
   bool has_right_type = false;
 };
 

@@ -52,7 +52,7 @@ std::vector<XmpExtensionObject> DescribeXmpExtensions(const XmpTree& tree);
 
 // What PDF/A asks of a property of the packet.
 struct XmpPropertyFacts {
-  bool is_predefined = false;  // by the release of the specification
+  bool is_predefined = false;  // by the XMP Specification
   bool is_declared = false;    // in an extension schema of the packet, or of the document's
   bool has_right_type = false;
 };

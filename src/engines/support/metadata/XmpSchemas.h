@@ -1,6 +1,6 @@
-// The schemas that an XMP specification defines: which properties there are in a namespace, and of
-// which type each is. PDF/A-1 goes by the specification of January 2004, PDF/A-2 and -3 by that of
-// September 2005.
+// The schemas that the XMP Specification defines: which properties there are in a namespace, and of
+// which type each is. PDF/A-1 goes by the XMP Specification of January 2004, PDF/A-2 and -3 by
+// that of September 2005.
 #ifndef TARNIX_ENGINES_SUPPORT_METADATA_XMPSCHEMAS_H_
 #define TARNIX_ENGINES_SUPPORT_METADATA_XMPSCHEMAS_H_
 
