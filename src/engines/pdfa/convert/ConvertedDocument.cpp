@@ -78,9 +78,10 @@ ConversionResult ConvertedDocument::Save(const platform::WidePath& path,
                                          std::optional<Level> wanted) {
   ConversionResult result;
   ConversionReport in_the_way;  // of the level that was tried first
+  const ContentSurvey survey(*document_, pages_);
   for (const Level level : LevelsToTry(*document_, wanted)) {
     ConversionReport report;
-    const std::shared_ptr<std::FILE> written = Try(level, report);
+    const std::shared_ptr<std::FILE> written = Try(level, survey, report);
     const bool is_reached = report.BlockingCount() == 0;
     if (is_reached) {
       WriteFile(written, path);
@@ -98,10 +99,11 @@ ConversionResult ConvertedDocument::Save(const platform::WidePath& path,
 }
 
 // The document at the level, and what the rules say of it.
-std::shared_ptr<std::FILE> ConvertedDocument::Try(Level level, ConversionReport& report) {
+std::shared_ptr<std::FILE> ConvertedDocument::Try(Level level, const ContentSurvey& survey,
+                                                  ConversionReport& report) {
   std::shared_ptr<std::FILE> scratch = OpenScratchFile();
   DiskSink sink(scratch.get());
-  Rewrite(sink, level, report);
+  Rewrite(sink, level, survey, report);
   if (std::fflush(scratch.get()) != 0) {
     throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed");
   }
@@ -114,14 +116,14 @@ std::shared_ptr<std::FILE> ConvertedDocument::Try(Level level, ConversionReport&
 
 // What is forbidden goes first, by itself; each step after it takes objects as the one before has
 // left them.
-void ConvertedDocument::Rewrite(pdf::ByteSink& sink, Level level, ConversionReport& report) {
+void ConvertedDocument::Rewrite(pdf::ByteSink& sink, Level level, const ContentSurvey& survey,
+                                ConversionReport& report) {
   pdf::DocumentRewriter rewriter(*document_);
   Conversion conversion{.document = *document_,
                         .pages = pages_,
                         .rewriter = rewriter,
                         .level = level,
                         .report = report};
-  const ContentSurvey survey(*document_, pages_);
   rewriter.SetPages(pages_);
   report.Dropped("signatures, which do not hold in another file",
                  DropSignatures(*document_, rewriter));

@@ -22,6 +22,8 @@
 
 namespace TarnixTools::engines::pdfa {
 
+class ContentSurvey;
+
 struct ConversionResult {
   std::optional<Level> reached;  // what the file claims; nothing: none was written
   bool is_as_wanted = false;     // it is the level that was wanted
@@ -43,8 +45,10 @@ class ConvertedDocument {
   ConversionResult Save(const platform::WidePath& path, std::optional<Level> wanted);
 
  private:
-  std::shared_ptr<std::FILE> Try(Level level, ConversionReport& report);
-  void Rewrite(pdf::ByteSink& sink, Level level, ConversionReport& report);
+  std::shared_ptr<std::FILE> Try(Level level, const ContentSurvey& survey,
+                                 ConversionReport& report);
+  void Rewrite(pdf::ByteSink& sink, Level level, const ContentSurvey& survey,
+               ConversionReport& report);
 
   std::shared_ptr<std::FILE> file_;
   std::unique_ptr<pdf::Document> document_;
