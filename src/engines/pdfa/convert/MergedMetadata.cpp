@@ -54,9 +54,13 @@ void MergeMetadata(const platform::WidePath& document, const platform::WidePath&
   }
   const auto source = pdf::Document::Open(std::make_unique<DiskSource>(file), "");
   const XmpTree own = ReadDocumentXmp(*source);
+  const XmpTree merged = Merged(own, given);
+  if (merged.properties.size() == own.properties.size()) {
+    return;
+  }
   pdf::DocumentRewriter rewriter(*source);
   ConversionReport report;
-  PutPacket(rewriter, Merged(own, given), ReadXmpInfoValues(*source), level, report);
+  PutPacket(rewriter, merged, ReadXmpInfoValues(*source), level, report);
   WrittenFile written(document);
   rewriter.Write(written.sink(), RewriteOptionsFor(level));
   written.Complete();
