@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "foundation/Utf8.h"
+
 namespace TarnixTools::engines::pdfa {
 
 namespace {
@@ -27,11 +29,8 @@ std::string CodeText(std::uint32_t code, int code_bytes) {
 std::string Utf16Text(std::u32string_view text) {
   std::string hex = "<";
   for (const char32_t c : text.substr(0, kMaxTextUnits)) {
-    if (c >= 0x10000) {
-      AppendHex(hex, 0xD800 + ((c - 0x10000) >> 10), 4);
-      AppendHex(hex, 0xDC00 + ((c - 0x10000) & 0x3FF), 4);
-    } else {
-      AppendHex(hex, c, 4);
+    for (const char16_t unit : EncodeUtf16(c)) {
+      AppendHex(hex, unit, 4);
     }
   }
   return hex + ">";

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <utility>
 
+#include "engines/pdfa/Limits.h"
+#include "engines/pdfa/checks/FontCheck.h"
 #include "engines/pdfa/convert/fonts/SfntFile.h"
 #include "engines/pdfa/convert/fonts/TrueTypeFonts.h"
 #include "engines/support/fonts/FontProgram.h"
@@ -25,7 +27,6 @@ using pdf::Object;
 namespace {
 
 constexpr std::uint32_t kMaxCid = 0xFFFF;
-constexpr std::size_t kMaxProgramBytes = std::size_t{128} << 20;
 // ISO 19005-2, 6.2.11.5, allows for a difference of 1; rounding takes some of that.
 constexpr double kAllowedDifference = 0.9;
 
@@ -49,14 +50,6 @@ std::map<std::uint32_t, std::uint16_t> WrongAdvances(FontProgram& program,
     }
   }
   return advances;
-}
-
-// Whether the name says that the font is a subset: six letters and a plus sign.
-bool IsSubset(std::string_view name) {
-  constexpr std::size_t kTagLength = 6;
-  return name.size() > kTagLength && name[kTagLength] == '+' &&
-         std::all_of(name.begin(), name.begin() + kTagLength,
-                     [](char c) { return c >= 'A' && c <= 'Z'; });
 }
 
 // A bit for each identifier that the program has a glyph for, that of .notdef included.
@@ -161,7 +154,7 @@ void EmbeddedFonts::Mend() {
 
 // Text is laid out by what the document says, so that the program is what has to change.
 void EmbeddedFonts::MendProgram(std::uint32_t number, const std::vector<const FontUse*>& uses) {
-  const auto stream = conversion_->document.TryDecodeStream(number, kMaxProgramBytes);
+  const auto stream = conversion_->document.TryDecodeStream(number, limits::kMaxProgramBytes);
   const auto program = stream ? FontProgram::Open(stream->data) : nullptr;
   if (program == nullptr) {
     return;

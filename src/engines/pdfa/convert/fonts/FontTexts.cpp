@@ -1,8 +1,11 @@
 #include "engines/pdfa/convert/fonts/FontTexts.h"
 
+#include <string>
 #include <vector>
 
+#include "engines/pdfa/Limits.h"
 #include "engines/pdfa/convert/fonts/PictureEncodings.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -13,17 +16,6 @@ using pdf::Object;
 namespace {
 
 constexpr unsigned kCodes = 256;
-constexpr std::size_t kMaxCMapBytes = std::size_t{16} << 20;
-
-std::u32string Utf16ToUtf32(std::u16string_view text) {
-  std::u32string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char32_t unit = text[i];
-    const bool is_pair = unit >= 0xD800 && unit < 0xDC00 && i + 1 < text.size();
-    result += is_pair ? 0x10000 + ((unit - 0xD800) << 10) + (text[++i] - char32_t{0xDC00}) : unit;
-  }
-  return result;
-}
 
 }  // namespace
 
@@ -32,7 +24,7 @@ FontTexts::FontTexts(pdf::Document& document, const fonts::DocumentFont& font) :
   const Object dictionary = document.Load({font.number(), 0}, arena);
   const pdf::Followed map = document.Follow(dictionary.Get("ToUnicode"), arena);
   if (map.number != 0) {
-    if (const auto stream = document.TryDecodeStream(map.number, kMaxCMapBytes)) {
+    if (const auto stream = document.TryDecodeStream(map.number, limits::kMaxFontMapBytes)) {
       to_unicode_ = fonts::CMapFile::Read(stream->data);
     }
   }
@@ -45,7 +37,7 @@ FontTexts::FontTexts(pdf::Document& document, const fonts::DocumentFont& font) :
 
 std::u32string FontTexts::SaidTextOf(std::uint32_t code) const {
   const auto text = to_unicode_ ? to_unicode_->TextOf(code) : std::nullopt;
-  return text ? Utf16ToUtf32(*text) : std::u32string();
+  return text ? WideToUtf32(std::wstring(text->begin(), text->end())) : std::u32string();
 }
 
 std::u32string FontTexts::TextOf(std::uint32_t code) const {

@@ -105,8 +105,9 @@ class Search {
     auto substitutes = best_cost_ == 0 ? std::vector<const InstalledFace*>()
                                        : catalog.Substitutes(wanted, wish_->language);
     // First those that have the character that the fewest have.
+    const char32_t rarest = Rarest();
     std::stable_partition(substitutes.begin(), substitutes.end(),
-                          [&](const InstalledFace* face) { return catalog.Has(*face, Rarest()); });
+                          [&](const InstalledFace* face) { return catalog.Has(*face, rarest); });
     for (const InstalledFace* face : substitutes) {
       if (tried_ < kMaxCandidates) {
         Try(face);

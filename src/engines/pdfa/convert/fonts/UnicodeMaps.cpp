@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "engines/pdfa/Limits.h"
 #include "engines/pdfa/convert/fonts/CMapText.h"
 #include "engines/pdfa/convert/fonts/FontTexts.h"
 #include "engines/support/fonts/FontProgram.h"
@@ -20,7 +21,6 @@ using fonts::FontProgram;
 
 namespace {
 
-constexpr std::size_t kMaxProgramBytes = std::size_t{128} << 20;
 constexpr std::size_t kMaxMappings = 200'000;
 constexpr char32_t kPrivate = 0xE000;
 constexpr std::uint32_t kPrivateCount = 0x1900;
@@ -36,7 +36,7 @@ bool IsAllowed(const std::u32string& text) {
 class ProgramTexts {
  public:
   ProgramTexts(pdf::Document& document, const fonts::DocumentFont& font) {
-    stream_ = document.TryDecodeStream(font.descriptor().program, kMaxProgramBytes);
+    stream_ = document.TryDecodeStream(font.descriptor().program, limits::kMaxProgramBytes);
     program_ = stream_ ? FontProgram::Open(stream_->data) : nullptr;
     if (program_ == nullptr) {
       return;
