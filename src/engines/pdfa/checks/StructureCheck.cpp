@@ -6,10 +6,9 @@
 #include <unordered_set>
 
 #include "engines/pdfa/checks/NodeWalk.h"
-#include "engines/pdfa/rules/FileFacts.h"
+#include "engines/pdfa/checks/ReadableNames.h"
 #include "engines/pdfa/rules/OneOf.h"
 #include "engines/pdfa/rules/StructureFacts.h"
-#include "foundation/Utf8.h"
 #include "pdf/tree/TextString.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -35,17 +34,6 @@ constexpr std::array<std::string_view, 39> kTypes = {"Document", "Part",      "A
 constexpr std::array<std::string_view, 10> kLaterTypes = {
     "THead", "TBody", "TFoot", "Annot", "Ruby", "RB", "RT", "RP", "Warichu", "WT"};
 constexpr std::string_view kLastType = "WP";
-
-bool IsUtf8(std::string_view text) {
-  while (!text.empty()) {
-    const DecodedCharacter character = DecodeUtf8(text);
-    if (!character.is_well_formed) {
-      return false;
-    }
-    text.remove_prefix(character.length);
-  }
-  return true;
-}
 
 class RoleMap {
  public:
@@ -94,7 +82,7 @@ void CheckElement(CheckedDocument& checked, const RoleMap& roles, const pdf::Fol
   const Place place = {.object = element.number, .subject = type.Text()};
   if (type.IsName()) {
     checked.findings().Check(roles.FactsOf(type.Text()), place);
-    checked.findings().Check(ReadableNameFacts{IsUtf8(type.Text())}, place);
+    CheckReadableName(checked.findings(), type.Text(), place);
   }
   const pdf::Object language = checked.Get(element.value, "Lang", arena);
   if (language.IsString()) {

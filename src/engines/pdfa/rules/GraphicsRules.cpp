@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "engines/pdfa/rules/GraphicsFacts.h"
+#include "engines/pdfa/rules/OneOf.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -27,11 +28,6 @@ constexpr std::array<std::string_view, 17> kBlendModes = {
 constexpr std::array<std::string_view, 4> kIntents = {
     "RelativeColorimetric", "AbsoluteColorimetric", "Perceptual", "Saturation"};
 constexpr std::array<std::string_view, 4> kProcessColors = {"Cyan", "Magenta", "Yellow", "Black"};
-
-template <std::size_t kCount>
-bool IsOneOf(std::string_view name, const std::array<std::string_view, kCount>& names) {
-  return std::find(names.begin(), names.end(), name) != names.end();
-}
 
 // Only colours that are no process colours need one (ISO 32000-1, tables 130 to 134).
 bool TransferIsAsRequired(const HalftoneFacts& halftone) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "engines/pdfa/rules/OneOf.h"
+
 namespace TarnixTools::engines::pdfa {
 
 using pdf::Object;
@@ -10,11 +12,6 @@ using pdf::Object;
 namespace {
 
 constexpr std::size_t kMaxNextActions = 1'000;
-
-template <std::size_t N>
-bool IsAmong(const Object& name, const std::array<std::string_view, N>& names) {
-  return std::find(names.begin(), names.end(), name.Text()) != names.end();
-}
 
 constexpr std::array<std::string_view, 7> kActions = {"GoTo", "GoToR",      "GoToE", "Thread",
                                                       "URI",  "SubmitForm", "Named"};
@@ -38,9 +35,9 @@ bool IsForbiddenAction(const Object& action, const EntryLook& look) {
     return false;  // a destination, or attributes of a structure element
   }
   if (type.IsName("Named")) {
-    return !IsAmong(look.document->Resolve(action.Get("N"), *look.arena), kNamedActions);
+    return !IsOneOf(look.document->Resolve(action.Get("N"), *look.arena).Text(), kNamedActions);
   }
-  return !IsAmong(type, kActions) || (PartOf(look.level) == 1 && type.IsName("GoToE"));
+  return !IsOneOf(type.Text(), kActions) || (PartOf(look.level) == 1 && type.IsName("GoToE"));
 }
 
 bool IsForbiddenActions(const EntryLook& look) {
@@ -88,11 +85,11 @@ bool IsTrueOfImage(const EntryLook& look) {
 
 // The intent of a layer is another thing.
 bool IsUnknownIntentOfImage(const EntryLook& look) {
-  return IsOfImage(look) && !IsAmong(look.value, kIntents);
+  return IsOfImage(look) && !IsOneOf(look.value.Text(), kIntents);
 }
 
 bool IsUnknownIntent(const EntryLook& look) {
-  return look.value.IsName() && !look.owner.Has("S") && !IsAmong(look.value, kIntents);
+  return look.value.IsName() && !look.owner.Has("S") && !IsOneOf(look.value.Text(), kIntents);
 }
 
 bool IsFunction(const Object& value) {
@@ -116,10 +113,10 @@ bool IsUnknownBlendMode(const EntryLook& look) {
   if (look.value.IsArray()) {
     const auto items = look.value.Items();
     return items.empty() || !std::all_of(items.begin(), items.end(), [&](const Object& item) {
-             return IsAmong(look.document->Resolve(item, *look.arena), kBlendModes);
+             return IsOneOf(look.document->Resolve(item, *look.arena).Text(), kBlendModes);
            });
   }
-  return look.value.IsName() && !IsAmong(look.value, kBlendModes);
+  return look.value.IsName() && !IsOneOf(look.value.Text(), kBlendModes);
 }
 
 bool IsOverprintMode(const EntryLook& look) {
