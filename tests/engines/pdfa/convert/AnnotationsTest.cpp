@@ -63,9 +63,11 @@ TEST_F(AnnotationsTest, HaveAppearancesByStateWhenTheyAreButtons) {
   EXPECT_EQ(box["/AS"], "/Yes");
 }
 
-TEST_F(AnnotationsTest, GetAnAppearance) {
+TEST_F(AnnotationsTest, GetAnEmptyAppearance) {
   const Json widget = Mended("/Subtype/Widget/FT/Tx");
   EXPECT_EQ(written_->Follow(widget["/AP"]["/N"])["/Subtype"], "/Form");
+  EXPECT_THAT(Report(),
+              HasSubstr("left out: what viewers draw for annotations without an appearance"));
 }
 
 TEST_F(AnnotationsTest, BecomeStampsWhereTheirTypeIsNotAllowed) {

@@ -164,8 +164,8 @@ class AnnotationMender {
     } else if (shown != 0) {
       SetNormal(number, shown, is_button);
     } else {
-      conversion_->report.Changed("annotations without an appearance");
-      SetNormal(number, AddForm(MakeAppearance(annotation, document())), is_button);
+      conversion_->report.Dropped("what viewers draw for annotations without an appearance");
+      SetNormal(number, AddForm(EmptyAppearance(annotation, document())), is_button);
     }
   }
 

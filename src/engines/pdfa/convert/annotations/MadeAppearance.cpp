@@ -16,8 +16,4 @@ MadeAppearance EmptyAppearance(const Object& annotation, pdf::Document& document
   return {text + ">>", " "};
 }
 
-MadeAppearance MakeAppearance(const Object& annotation, pdf::Document& document) {
-  return EmptyAppearance(annotation, document);
-}
-
 }  // namespace TarnixTools::engines::pdfa

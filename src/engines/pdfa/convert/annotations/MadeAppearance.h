@@ -1,4 +1,4 @@
-// Appearances for annotations that have none, as viewers draw them.
+// The appearance of an annotation that shows nothing.
 #ifndef TARNIX_ENGINES_PDFA_CONVERT_ANNOTATIONS_MADEAPPEARANCE_H_
 #define TARNIX_ENGINES_PDFA_CONVERT_ANNOTATIONS_MADEAPPEARANCE_H_
 
@@ -14,12 +14,8 @@ struct MadeAppearance {
   std::string content;
 };
 
-// One that shows nothing.
+// As large as the annotation.
 MadeAppearance EmptyAppearance(const pdf::Object& annotation, pdf::Document& document);
-
-// One that shows what the annotation is: shapes and lines in their colours, marked text; nothing of
-// an annotation that viewers do not draw by themselves.
-MadeAppearance MakeAppearance(const pdf::Object& annotation, pdf::Document& document);
 
 }  // namespace TarnixTools::engines::pdfa
 
