@@ -65,7 +65,10 @@ class ColorMender {
   }
 
   bool UsesCmyk() {
-    bool uses_cmyk = survey_->uses_cmyk();
+    if (survey_->uses_cmyk()) {
+      return true;
+    }
+    bool uses_cmyk = false;
     ForEachResource(
         [&](const pdf::ResourceNode& node) { uses_cmyk = uses_cmyk || NamesCmyk(node); });
     return uses_cmyk;
@@ -106,7 +109,11 @@ class ColorMender {
     conversion_->report.Changed("CMYK of the device into CMYK with a profile");
   }
 
+  // Part 1 asks nothing of them.
   void MendSpotColors() {
+    if (conversion_->is_part1()) {
+      return;
+    }
     SpotColors spots(*conversion_);
     ForEachResource([&](const pdf::ResourceNode& node) {
       if (node.kind == ResourceKind::kColorSpace) {

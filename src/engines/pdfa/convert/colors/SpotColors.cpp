@@ -36,8 +36,7 @@ void SpotColors::Note(const pdf::ResourceNode& node) {
 
 void SpotColors::Mend(const pdf::ResourceNode& node, const std::string& cmyk) {
   const auto items = node.value.Items();
-  if (node.number == 0 || items.size() < kDeviceNItems || !items[0].IsName("DeviceN") ||
-      conversion_->is_part1()) {
+  if (node.number == 0 || items.size() < kDeviceNItems || !items[0].IsName("DeviceN")) {
     return;
   }
   std::string text = "[";
