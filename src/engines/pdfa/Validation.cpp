@@ -43,8 +43,7 @@ ValidationResult Validate(pdf::Document& document, Level level, const Validation
   CheckForm(checked, actions);
   CheckPages(checked, actions);
   CheckStructure(checked);
-  const std::size_t count = findings.count();
-  return {level, findings.Take(), count};
+  return {findings.Take()};
 }
 
 }  // namespace TarnixTools::engines::pdfa

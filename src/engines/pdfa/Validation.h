@@ -19,11 +19,10 @@
 namespace TarnixTools::engines::pdfa {
 
 struct ValidationResult {
-  Level level{};
-  std::vector<Finding> findings;  // by clause and test
-  std::size_t finding_count = 0;  // those that are not kept, too
+  // By clause and test: at least one of each rule that is broken.
+  std::vector<Finding> findings;
 
-  bool is_valid() const { return finding_count == 0; }
+  bool is_valid() const { return findings.empty(); }
 };
 
 struct ValidationOptions {

@@ -74,7 +74,6 @@ class ContentCheck : private pdf::ContentVisitor {
   void CheckSetColor(const pdf::Operation& operation);
   void CheckXObject(const pdf::Object& entry);
   void CheckState(const pdf::Object& entry);
-  bool IsKnownTransparent(const pdf::Followed& object);
   void CheckColors(const pdf::GraphicsState& state, bool fills, bool strokes);
   void CheckColor(const pdf::Color& color, const pdf::GraphicsState& state, bool is_stroke);
   void CheckSpace(const pdf::Object& space, const ColorUse& use);

@@ -35,7 +35,6 @@ void FindingList::Add(const void* rule, const Finding& finding, const Place& pla
       return;
     }
   }
-  ++count_;
   if (known.size() < most_of_rule_) {
     known.push_back(findings_.size());
     findings_.push_back({finding.rule, finding.wrong, finding.cure, place.object, place.page_number,

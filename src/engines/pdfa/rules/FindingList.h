@@ -60,17 +60,11 @@ class FindingList {
   // In the order of their clauses, and as they were found within.
   std::vector<Finding> Take();
 
-  bool IsEmpty() const { return findings_.empty(); }
-
-  // Those that are not kept, too; the same thing found twice counts once where it is kept.
-  std::size_t count() const { return count_; }
-
  private:
   void Add(const void* rule, const Finding& finding, const Place& place);
 
   Level level_;
   std::size_t most_of_rule_;
-  std::size_t count_ = 0;
   std::vector<Finding> findings_;
   std::unordered_map<const void*, std::vector<std::size_t>> of_rule_;  // by its row
 };
