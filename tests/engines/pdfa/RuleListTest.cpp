@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <fstream>
 #include <iterator>
 #include <set>
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -18,11 +20,18 @@ std::string NumberText(const RuleNumber& number) {
 
 TEST(RuleList, IsInTheDocuments) {
   std::ifstream file(TarnixTools::testing::SourceDir() + "/docs/pdfa-coverage.md");
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(file, line);) {
+    lines.push_back(line);
+  }
   for (const RuleText& rule : AllRules()) {
     const std::string row = "| " + NumberText(rule.part1) + " | " + NumberText(rule.later) + " |";
-    EXPECT_NE(text.find(row), std::string::npos) << row << rule.wrong;
-    EXPECT_NE(text.find(rule.wrong), std::string::npos) << rule.wrong;
+    EXPECT_TRUE(std::any_of(lines.begin(), lines.end(),
+                            [&](const std::string& line) {
+                              return line.starts_with(row) &&
+                                     line.find(rule.wrong) != std::string::npos;
+                            }))
+        << row << rule.wrong;
   }
 }
 

@@ -1,6 +1,6 @@
 // What the content of a document uses, looked at once before anything is changed: which codes are
-// shown in which font, which colour spaces there are, what is transparent, and what is not as it
-// should be.
+// shown in which font, whether CMYK of the device is used, which content borrows resources, and what
+// is not as it should be.
 //
 //   const ContentSurvey survey(document, pages);
 //   for (const auto& [number, use] : survey.fonts()) ...
