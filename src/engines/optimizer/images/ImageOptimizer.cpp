@@ -217,7 +217,7 @@ class Optimizer {
     return static_cast<double>(best_ ? SizeOf(*best_) : task_->encoded_bytes);
   }
 
-  // keeps_space: the candidate is in the colours of the rows.
+  // keeps_space: the candidate is in the colours that the task has come to.
   void Offer(CodedPicture candidate, bool keeps_space) {
     if (keeps_space) {
       candidate.color_space = task_->color_space;
@@ -294,7 +294,7 @@ class Optimizer {
     return header && !AreStepsAsCoarse(*header, goals_->settings.image_quality);
   }
 
-  // JPEG data as it is, in fewer bytes.
+  // JPEG data as it is, in fewer bytes: it stays in its own colours, whatever the picture has become.
   void TryPackedJpeg() {
     if (best_ || task_->jpeg.empty()) {
       return;
@@ -305,7 +305,7 @@ class Optimizer {
       coded.height = task_->height;
       coded.keeps_filter = true;
       coded.data = *std::move(packed);
-      Offer(std::move(coded), true);
+      Offer(std::move(coded), false);
     }
   }
 

@@ -8,6 +8,7 @@
 #include "engines/optimizer/images/ImageOptimizer.h"
 #include "engines/optimizer/images/ScenePicture.h"
 #include "engines/support/pictures/GivenRows.h"
+#include "support/JpegImage.h"
 
 namespace TarnixTools::engines::optimizer {
 namespace {
@@ -294,6 +295,22 @@ TEST(OptimizeImage, TakesAnySize) {
     EXPECT_LE(outcome.coded->width, picture.width);
     EXPECT_LE(outcome.coded->height, picture.height);
   }
+}
+
+// JPEG that is coarser than the level is only packed, in its own colours.
+TEST(OptimizeImage, LeavesPackedJpegInItsColors) {
+  const SamplePicture picture = GrayInRgb();
+  ImageTask task = TaskFor(picture, 100);
+  const std::string samples(picture.samples.begin(), picture.samples.end());
+  task.jpeg = testing::EncodeJpeg(static_cast<int>(picture.width), static_cast<int>(picture.height),
+                                  3, samples, 20);
+  task.encoded_bytes = task.jpeg.size();
+  task.may_lose_color = true;
+  const ImageOutcome outcome = OptimizeImage(task, GoalsFor(150, 150));
+  ASSERT_TRUE(outcome.coded);
+  EXPECT_TRUE(outcome.coded->keeps_filter);
+  EXPECT_EQ(outcome.coded->color_space, "");
+  EXPECT_FALSE(outcome.coded->decode);
 }
 
 TEST(OptimizeImage, GivesTheSameBytesAgain) {
