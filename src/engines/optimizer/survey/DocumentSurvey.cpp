@@ -87,11 +87,12 @@ void DocumentSurvey::WalkPages(pdf::Document& document, const pdf::PageTree& pag
 }
 
 void DocumentSurvey::EndPage() {
-  if (page_picture_ != 0 && images_on_page_ > 1) {
-    placements_[page_picture_].is_page_picture = false;
+  for (const std::uint32_t number : page_pictures_) {
+    placements_[number].is_page_picture =
+        placements_[number].is_page_picture && images_on_page_ == 1;
   }
   images_on_page_ = 0;
-  page_picture_ = 0;
+  page_pictures_.clear();
 }
 
 // Appearances that are not shown now, and what resources have though nothing uses it yet.
@@ -165,7 +166,9 @@ void DocumentSurvey::DrawImage(const pdf::ImageUse& image) {
   ImagePlacement& placement = placements_[image.number];
   const bool covers_page = CoversPage(image);
   placement.is_page_picture = placement.is_page_picture && covers_page;
-  page_picture_ = covers_page ? image.number : page_picture_;
+  if (covers_page) {
+    page_pictures_.push_back(image.number);
+  }
   for (const std::string_view key : {"DefaultGray", "DefaultRGB", "DefaultCMYK"}) {
     placement.has_default_spaces = placement.has_default_spaces || image.color_spaces.Has(key);
   }

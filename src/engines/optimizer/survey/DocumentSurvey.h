@@ -70,10 +70,10 @@ class DocumentSurvey : private pdf::ContentVisitor {
   std::set<std::uint32_t> contents_with_images_;
   std::vector<bool> has_inline_images_;  // of the content that is open, the innermost last
   std::size_t images_on_page_ = 0;
-  std::uint32_t page_picture_ = 0;   // of them, the last that covers the page
-  std::size_t depth_in_others_ = 0;  // content within the page that is no form
-  pdf::Box page_;                    // what is seen of it, in points
-  bool has_places_ = true;           // whether the walk knows where things are on a page
+  std::vector<std::uint32_t> page_pictures_;  // of them, those that cover the page
+  std::size_t depth_in_others_ = 0;           // content within the page that is no form
+  pdf::Box page_;                             // what is seen of it, in points
+  bool has_places_ = true;                    // whether the walk knows where things are on a page
 };
 
 }  // namespace TarnixTools::engines::optimizer

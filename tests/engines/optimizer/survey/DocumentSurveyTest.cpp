@@ -108,7 +108,8 @@ TEST_F(DocumentSurveyTest, TellsThatAPictureIsNotAllOfAPage) {
   for (const char* const content :
        {"60 0 0 80 0 10 cm /I Do", "q 100 0 0 80 0 10 cm /I Do Q q 9 0 0 9 0 0 cm /J Do Q",
         "q 100 0 0 80 0 10 cm /I Do Q BI/W 1/H 1/BPC 8/CS/G ID x EI",
-        "q 100 0 0 80 0 10 cm /I Do Q q 100 0 0 80 0 10 cm /I Do Q"}) {
+        "q 100 0 0 80 0 10 cm /I Do Q q 100 0 0 80 0 10 cm /I Do Q",
+        "q 100 0 0 80 0 10 cm /I Do Q q 100 0 0 80 0 10 cm /J Do Q"}) {
     EXPECT_FALSE(IsPagePicture(PlacementOn(content))) << content;
   }
 }
