@@ -46,6 +46,7 @@ enum class ProblemCode : std::int32_t {
   kXrefSizeLarge = 121,
   kTrailerEntryInvalid = 122,
   kEndFar = 123,
+  kAnalysisBroken = 198,
   kMoreOfAKind = 199,
   // Objects.
   kObjectMissing = 201,
@@ -64,7 +65,6 @@ enum class ProblemCode : std::int32_t {
   kPageTreeDamaged = 301,
   kPageTreeLoop = 302,
   kPageCountWrong = 303,
-  kPageKidDead = 304,
   kPageTypeMissing = 305,
   kPageParentWrong = 306,
   kPageBoxMissing = 307,
@@ -80,7 +80,6 @@ enum class ProblemCode : std::int32_t {
   kNumberTreeDamaged = 402,
   kOutlineDamaged = 403,
   kOutlineLoop = 404,
-  kDestinationDead = 405,
   kFieldTreeDamaged = 406,
   kFieldLoop = 407,
   kFieldDamaged = 408,
@@ -88,7 +87,6 @@ enum class ProblemCode : std::int32_t {
   kStructureTreeLoop = 410,
   kAnnotationDamaged = 411,
   kCatalogEntryInvalid = 412,
-  kMetadataDamaged = 413,
   // Content and resources.
   kContentMissing = 501,
   kContentDamaged = 502,

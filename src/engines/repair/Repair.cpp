@@ -72,6 +72,8 @@ void Analyze(TPdfRepair& object, Tense tense) {
     List(object, tense);
   } catch (...) {
     object.failure = std::current_exception();
+    const Problem problem = {.code = ProblemCode::kAnalysisBroken, .outcome = Outcome::kLost};
+    object.errors.push_back({static_cast<std::int32_t>(problem.code), MessageOf(problem, tense)});
     throw;
   }
 }

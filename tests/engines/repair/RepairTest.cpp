@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -115,6 +116,19 @@ TEST_F(RepairTest, TellsWhatCanBePutRight) {
   ASSERT_NE(first, nullptr);
   EXPECT_EQ(PdfRepairErrorGetErrorCode(first), static_cast<std::int32_t>(ProblemCode::kEndMissing));
   EXPECT_THAT(MessageOf(first), EndsWith(": the end-of-file marker is missing; can be fixed"));
+}
+
+// What nobody has looked at is not called sound.
+TEST_F(RepairTest, ListsThatItCouldNotLookAtAll) {
+  WriteBytes(Path("large.pdf"),
+             RawPdf().Pages(1, "/Contents 4 0 R").Stream(4, "", std::string(500'000, ' ')).Table());
+  ASSERT_EQ(Open("large.pdf"), 1);
+  std::filesystem::resize_file(Path("large.pdf"), 20);
+  EXPECT_EQ(PdfRepairAnalyze(object_), 0);
+  EXPECT_EQ(Messages(),
+            std::vector<std::string>{"The document could not be looked at to its end; lost"});
+  EXPECT_EQ(Save("out.pdf"), 0);
+  EXPECT_FALSE(Exists(Path("out.pdf")));
 }
 
 TEST_F(RepairTest, PutsADamagedDocumentRight) {
