@@ -33,7 +33,9 @@ std::vector<Problem>& ProblemList::ListOf(ProblemCode code) {
 }
 
 void ProblemList::Add(Problem problem) {
-  if (++counts_[problem.code] <= limits::kMaxListedOfAKind) {
+  Count& count = counts_[problem.code];
+  count.worst = std::max(count.worst, problem.outcome);
+  if (++count.problems <= limits::kMaxListedOfAKind) {
     ListOf(problem.code).push_back(std::move(problem));
   }
 }
@@ -43,12 +45,13 @@ ProblemList ProblemList::Of(std::uint32_t analyses) const {
   selected.damage_ = Selected(damage_, analyses);
   selected.lint_ = Selected(lint_, analyses);
   for (const auto& [code, count] : counts_) {
-    if (count > limits::kMaxListedOfAKind && (KindOf(code).analysis & analyses) != 0) {
+    if (count.problems > limits::kMaxListedOfAKind && (KindOf(code).analysis & analyses) != 0) {
       std::vector<Problem>& list = selected.ListOf(code);
       const auto last = std::ranges::find(list.rbegin(), list.rend(), code, &Problem::code);
-      list.insert(last.base(), {.code = ProblemCode::kMoreOfAKind,
-                                .outcome = last->outcome,
-                                .detail = std::to_string(count) + ": " + KindOf(code).sentence});
+      list.insert(last.base(),
+                  {.code = ProblemCode::kMoreOfAKind,
+                   .outcome = count.worst,
+                   .detail = std::to_string(count.problems) + ": " + KindOf(code).sentence});
     }
   }
   return selected;

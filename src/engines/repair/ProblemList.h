@@ -32,7 +32,14 @@ class ProblemList {
 
   std::vector<Problem> damage_;
   std::vector<Problem> lint_;
-  std::map<ProblemCode, std::size_t> counts_;
+
+  // Of a kind, those that are not listed too.
+  struct Count {
+    std::size_t problems = 0;
+    Outcome worst = Outcome::kFixed;
+  };
+
+  std::map<ProblemCode, Count> counts_;
 };
 
 }  // namespace TarnixTools::engines::repair

@@ -66,6 +66,16 @@ TEST(ProblemList, SelectsByAnalysisAndSortsBySubject) {
   EXPECT_TRUE(problems.Of(kAnalyzeContent).damage().empty());
 }
 
+TEST(ProblemList, TellsTheWorstOfWhatItDoesNotList) {
+  ProblemList problems;
+  for (std::size_t i = 0; i < limits::kMaxListedOfAKind; ++i) {
+    problems.Add({.code = ProblemCode::kObjectDamaged});
+  }
+  problems.Add({.code = ProblemCode::kObjectDamaged, .outcome = Outcome::kLost});
+  problems.Add({.code = ProblemCode::kObjectDamaged});
+  EXPECT_EQ(problems.Of(kAnalyzeAll).damage().back().outcome, Outcome::kLost);
+}
+
 TEST(ProblemList, CountsWhatItDoesNotList) {
   ProblemList problems;
   for (std::size_t i = 0; i < limits::kMaxListedOfAKind + 5; ++i) {
