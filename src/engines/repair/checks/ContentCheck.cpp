@@ -14,6 +14,7 @@
 
 #include "engines/repair/Limits.h"
 #include "engines/repair/checks/MendedContent.h"
+#include "engines/repair/checks/StreamEntries.h"
 #include "pdf/Error.h"
 #include "pdf/content/ContentBalance.h"
 #include "pdf/content/ContentWalker.h"
@@ -321,16 +322,9 @@ class Checker : public pdf::ContentVisitor {
 
   // A form, pattern or glyph with its own dictionary.
   static pdf::ObjectChange MendedStream(pdf::Document& document, std::uint32_t number) {
-    constexpr std::array<std::string_view, 3> kOfData = {"Filter", "DecodeParms", "Length"};
     pdf::Arena arena;
     std::string text = "<<";
-    const Object dictionary = document.Load({.number = number, .generation = 0}, arena);
-    for (const pdf::DictionaryEntry& entry : dictionary.Entries()) {
-      if (std::find(kOfData.begin(), kOfData.end(), entry.Key()) == kOfData.end()) {
-        pdf::AppendName(text, entry.Key());
-        pdf::AppendObject(text, entry.value);
-      }
-    }
+    AppendEntriesWithoutData(text, document.Load({.number = number, .generation = 0}, arena));
     const auto decoded = document.TryDecodeStream(number, pdf::limits::kMaxContentBytes);
     return pdf::ObjectChange::Stream(text + ">>",
                                      decoded ? MendedContent(decoded->data) : std::string());

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "engines/repair/Limits.h"
+#include "engines/repair/checks/StreamEntries.h"
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/images/DocumentImage.h"
 #include "engines/support/images/ImageHeaders.h"
@@ -22,8 +23,6 @@ namespace TarnixTools::engines::repair {
 namespace {
 
 using pdf::Object;
-
-constexpr std::array<std::string_view, 4> kOfData = {"Filter", "DecodeParms", "Length", "DL"};
 
 // What samples that are missing become: white where that is all ones.
 char FillOf(const ImageFacts& facts, const std::optional<ColorSpace>& space) {
@@ -40,12 +39,7 @@ pdf::ObjectChange Filled(pdf::Document& document, std::uint32_t number, std::siz
   pdf::Arena arena;
   const DocumentImage image = ImageObjectOf(document, number, arena);
   std::string text = "<<";
-  for (const pdf::DictionaryEntry& entry : image.dictionary.Entries()) {
-    if (std::find(kOfData.begin(), kOfData.end(), entry.Key()) == kOfData.end()) {
-      pdf::AppendName(text, entry.Key());
-      pdf::AppendObject(text, entry.value);
-    }
-  }
+  AppendEntriesWithoutData(text, image.dictionary);
   auto decoded = document.TryDecodeStream(number, limits::kMaxCheckedStream);
   std::string samples = decoded ? std::move(decoded->data) : std::string();
   samples.resize(std::max(samples.size(), size), fill);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "engines/repair/Limits.h"
+#include "engines/repair/checks/StreamEntries.h"
 #include "pdf/file/StreamFilters.h"
 #include "pdf/filters/Filters.h"
 #include "pdf/write/ObjectChange.h"
@@ -24,10 +25,6 @@ using pdf::FilterStep;
 using pdf::Object;
 
 constexpr std::uint64_t kAesBlock = 16;
-
-// What a stream's dictionary says of its data (7.3.8.2), abbreviations that readers take included.
-constexpr std::array<std::string_view, 6> kDataKeys = {"Length", "Filter", "DecodeParms",
-                                                       "F",      "DP",     "DL"};
 
 bool IsDecodedHere(const FilterStep& step) {
   return step.kind != FilterKind::kImage && step.kind != FilterKind::kUnknown;
@@ -79,12 +76,7 @@ class StreamData {
   // The dictionary without the first filters.
   std::string DictionaryWithout(std::size_t steps) {
     std::string text = "<<";
-    for (const pdf::DictionaryEntry& entry : dictionary_.Entries()) {
-      if (std::ranges::find(kDataKeys, entry.Key()) == kDataKeys.end()) {
-        pdf::AppendName(text, entry.Key());
-        pdf::AppendObject(text, entry.value);
-      }
-    }
+    AppendEntriesWithoutData(text, dictionary_);
     AppendRest(text, "Filter", ValueOf("Filter", "F"), steps);
     AppendRest(text, "DecodeParms", ValueOf("DecodeParms", "DP"), steps);
     return text + ">>";
