@@ -28,8 +28,13 @@ constexpr std::array<std::string_view, 8> kMapWords = {
 
 class Checker {
  public:
-  Checker(CheckContext& context, const pdf::ResourceNode& node, std::uint32_t page)
-      : context_(&context), document_(&context.document), node_(&node), page_(page) {}
+  Checker(CheckContext& context, const pdf::ResourceNode& node, std::uint32_t page,
+          FontStreams& streams)
+      : context_(&context),
+        document_(&context.document),
+        node_(&node),
+        page_(page),
+        streams_(&streams) {}
 
   void Run() {
     const fonts::DocumentFont font(
@@ -65,16 +70,7 @@ class Checker {
   // A map that is a stream; others have names. An empty one says nothing, which is not wrong.
   void CheckMap(std::string_view key) {
     const pdf::Followed found = document_->Follow(node_->value.Get(key), arena_);
-    const auto stream = found.value.IsDictionary()
-                            ? document_->TryDecodeStream(found.number, limits::kMaxCheckedStream)
-                            : std::nullopt;
-    if (!stream || stream->is_too_long || (stream->complete && stream->data.empty())) {
-      return;
-    }
-    const bool is_map = std::ranges::any_of(kMapWords, [&](std::string_view word) {
-      return stream->data.find(word) != std::string::npos;
-    });
-    if (is_map) {
+    if (!found.value.IsDictionary() || IsSound(streams_->maps, found.number, IsMap)) {
       return;
     }
     Add(ProblemCode::kFontMapUnreadable, Outcome::kLost, key);
@@ -101,8 +97,7 @@ class Checker {
       }
       return;
     }
-    const auto program = document_->TryDecodeStream(descriptor.program, limits::kMaxCheckedStream);
-    if (program && (program->is_too_long || CanBeRead(program->data))) {
+    if (IsSound(streams_->programs, descriptor.program, CanBeRead)) {
       return;
     }
     Add(ProblemCode::kFontProgramUnreadable, Outcome::kLost);
@@ -113,9 +108,28 @@ class Checker {
     }
   }
 
-  static bool CanBeRead(std::string_view program) {
+  template <typename Judge>
+  bool IsSound(std::unordered_map<std::uint32_t, bool>& known, std::uint32_t number, Judge judge) {
+    const auto [place, is_new] = known.try_emplace(number, false);
+    if (is_new) {
+      const auto stream = document_->TryDecodeStream(number, limits::kMaxCheckedStream);
+      place->second = judge(stream);
+    }
+    return place->second;
+  }
+
+  // What cannot be decoded at all is a problem of the stream.
+  static bool IsMap(const std::optional<pdf::Decoded>& map) {
+    return !map || map->is_too_long || (map->complete && map->data.empty()) ||
+           std::ranges::any_of(kMapWords, [&](std::string_view word) {
+             return map->data.find(word) != std::string::npos;
+           });
+  }
+
+  static bool CanBeRead(const std::optional<pdf::Decoded>& program) {
     try {
-      return fonts::FontProgram::Open(program) != nullptr;
+      return program &&
+             (program->is_too_long || fonts::FontProgram::Open(program->data) != nullptr);
     } catch (const fonts::LibraryMissing&) {
       return true;  // nobody can tell
     }
@@ -125,13 +139,15 @@ class Checker {
   pdf::Document* document_;
   const pdf::ResourceNode* node_;
   std::uint32_t page_;
+  FontStreams* streams_;
   pdf::Arena arena_;
 };
 
 }  // namespace
 
-void CheckFont(CheckContext& context, const pdf::ResourceNode& font, std::uint32_t page) {
-  Checker(context, font, page).Run();
+void CheckFont(CheckContext& context, const pdf::ResourceNode& font, std::uint32_t page,
+               FontStreams& streams) {
+  Checker(context, font, page, streams).Run();
 }
 
 }  // namespace TarnixTools::engines::repair

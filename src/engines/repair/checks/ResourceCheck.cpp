@@ -34,7 +34,7 @@ class Checker {
     switch (node.kind) {
       case ResourceKind::kFont:
       case ResourceKind::kType3Font:
-        CheckFont(*context_, node, page_);
+        CheckFont(*context_, node, page_, font_streams_);
         break;
       case ResourceKind::kImage:
       case ResourceKind::kImageMask:
@@ -88,6 +88,7 @@ class Checker {
   pdf::ResourceGraph graph_;
   std::uint32_t page_ = 0;                  // from 1
   std::unordered_set<std::uint32_t> seen_;  // resources that are objects of their own
+  FontStreams font_streams_;
 };
 
 }  // namespace
