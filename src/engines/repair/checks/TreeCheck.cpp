@@ -65,12 +65,8 @@ class Checker {
   }
 
   void CheckTree(const Object& root, std::string_view leaf_key, const Place& place) {
-    std::string pairs;
     const pdf::TreeDamage damage =
-        pdf::ForEachInTree(*document_, root, leaf_key, [&](const Object& key, const Object& value) {
-          pdf::AppendObject(pairs, key);
-          pdf::AppendObject(pairs, value);
-        });
+        pdf::ForEachInTree(*document_, root, leaf_key, [](const Object&, const Object&) {});
     const bool is_name_tree = leaf_key == "Names";
     // A number without a value names nothing; a name without one is lost.
     if (damage.nodes + damage.loops + (is_name_tree ? damage.entries : 0) == 0) {
@@ -79,7 +75,12 @@ class Checker {
     Add(is_name_tree ? ProblemCode::kNameTreeDamaged : ProblemCode::kNumberTreeDamaged,
         damage.nodes > 0 ? Outcome::kLost : Outcome::kFixed, root.AsReference().number,
         std::string(place.key));
-    std::string text = "<</" + std::string(leaf_key) + "[" + pairs + "]>>";
+    std::string text = "<</" + std::string(leaf_key) + "[";
+    pdf::ForEachInTree(*document_, root, leaf_key, [&](const Object& key, const Object& value) {
+      pdf::AppendObject(text, key);
+      pdf::AppendObject(text, value);
+    });
+    text += "]>>";
     if (root.IsReference()) {
       context_->rewriter.Change(root.AsReference().number, pdf::ObjectChange::Value(text));
     } else if (place.owner != 0) {
