@@ -55,7 +55,7 @@ std::optional<RawName> LastRawName(std::string_view operands) {
                                                      : std::nullopt;
 }
 
-std::string_view Decoded(std::string_view raw, Arena& arena) {
+std::string_view DecodedName(std::string_view raw, Arena& arena) {
   if (raw.find('#') == std::string_view::npos) {
     return raw;
   }
@@ -85,7 +85,7 @@ bool LastNumbers(const Operation& operation, std::span<double> numbers) {
 
 std::optional<std::string_view> LastName(const Operation& operation, Arena& arena) {
   if (const auto raw = LastRawName(operation.operands); raw && IsBlank(raw->after)) {
-    return Decoded(raw->name, arena);
+    return DecodedName(raw->name, arena);
   }
   const std::vector<Object> values = ParseOperands(operation.operands, arena);
   return !values.empty() && values.back().IsName() ? std::optional(values.back().Text())
@@ -97,7 +97,7 @@ std::optional<NameAndNumber> LastNameAndNumber(const Operation& operation, Arena
   const std::span<double> number(&found.number, 1);
   if (const auto raw = LastRawName(operation.operands);
       raw && operation.operand_count == 2 && ReadPlainNumbers(raw->after, number)) {
-    found.name = Decoded(raw->name, arena);
+    found.name = DecodedName(raw->name, arena);
     return found;
   }
   const std::vector<Object> values = ParseOperands(operation.operands, arena);

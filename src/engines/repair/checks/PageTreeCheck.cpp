@@ -103,7 +103,7 @@ class PageCheck {
   pdf::Object dictionary_;
 };
 
-void CheckCatalog(CheckContext& context) {
+void CheckCatalogType(CheckContext& context) {
   pdf::Arena arena;
   const pdf::Object catalog = context.document.Catalog(arena);
   if (!context.document.Resolve(catalog.Get("Type"), arena).IsName("Catalog")) {
@@ -115,7 +115,7 @@ void CheckCatalog(CheckContext& context) {
 }  // namespace
 
 void CheckPageTree(CheckContext& context) {
-  CheckCatalog(context);
+  CheckCatalogType(context);
   for (std::size_t i = 0; i < context.pages.pages().size(); ++i) {
     PageCheck(context, i).Run();
   }

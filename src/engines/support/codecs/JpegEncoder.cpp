@@ -29,7 +29,7 @@ std::uint32_t BlocksFor(std::uint32_t samples) {
 }
 
 // Samples of a component around 0, for one row of units.
-struct Plane {
+struct SamplePlane {
   bool is_difference = false;  // of colours
   std::uint32_t scale = 1;     // pixels a sample stands for, on a side
   std::size_t stride = 0;      // samples of a row, whole units
@@ -96,7 +96,7 @@ class JpegEncoder::Planes {
  private:
   void Convert(const std::uint8_t* samples, std::size_t row);
   void EncodeUnits();
-  void Reduce(Plane& plane) const;
+  void Reduce(SamplePlane& plane) const;
   void EncodeBlocks(std::size_t component, std::uint32_t block_row, const float* samples);
   void Prepare(jpeg_compress_struct& state) const;
 
@@ -104,7 +104,7 @@ class JpegEncoder::Planes {
   std::uint32_t unit_side_;
   std::uint32_t units_across_;
   std::uint32_t units_down_;
-  std::vector<Plane> planes_;
+  std::vector<SamplePlane> planes_;
   jpeg::CoefficientArrays arrays_;
   std::array<JpegSteps, 2> steps_;
   std::array<jpeg::Quantizer, 2> quantizers_;
@@ -123,7 +123,7 @@ JpegEncoder::Planes::Planes(const JpegEncoding& encoding)
   std::vector<jpeg::ArraySize> sizes;
   std::uint64_t bytes = 0;
   for (std::size_t i = 0; i < planes_.size(); ++i) {
-    Plane& plane = planes_[i];
+    SamplePlane& plane = planes_[i];
     plane.is_difference = i == 1 || i == 2;
     plane.scale = plane.is_difference ? unit_side_ / kBlockSide : 1;
     plane.stride = std::size_t{units_across_} * unit_side_;
@@ -171,7 +171,7 @@ void JpegEncoder::Planes::EncodeUnits() {
   const std::uint32_t unit = (row_count_ - 1) / unit_side_;
   const std::size_t rows = row_count_ - std::size_t{unit} * unit_side_;
   for (std::size_t i = 0; i < planes_.size(); ++i) {
-    Plane& plane = planes_[i];
+    SamplePlane& plane = planes_[i];
     // The last row goes on to the edge of its unit.
     const float* last = plane.samples.data() + (rows - 1) * plane.stride;
     for (std::size_t row = rows; row < unit_side_; ++row) {
@@ -189,7 +189,7 @@ void JpegEncoder::Planes::EncodeUnits() {
 }
 
 // Four pixels become one, in place.
-void JpegEncoder::Planes::Reduce(Plane& plane) const {
+void JpegEncoder::Planes::Reduce(SamplePlane& plane) const {
   for (std::size_t y = 0; y < unit_side_ / 2; ++y) {
     const float* upper = plane.samples.data() + 2 * y * plane.stride;
     const float* lower = upper + plane.stride;
@@ -202,7 +202,7 @@ void JpegEncoder::Planes::Reduce(Plane& plane) const {
 
 void JpegEncoder::Planes::EncodeBlocks(std::size_t component, std::uint32_t block_row,
                                        const float* samples) {
-  const Plane& plane = planes_[component];
+  const SamplePlane& plane = planes_[component];
   JBLOCKROW blocks = arrays_.Row(component, block_row);
   if (blocks == nullptr) {
     ThrowTooLarge();

@@ -167,9 +167,9 @@ ImagePtr Decode(std::string_view bytes, JpxDepth depth) {
 }
 
 // One component, its samples as bytes.
-class Plane {
+class DecodedPlane {
  public:
-  Plane(const opj_image_t& image, const opj_image_comp_t& component, JpxDepth depth)
+  DecodedPlane(const opj_image_t& image, const opj_image_comp_t& component, JpxDepth depth)
       : component_(&component),
         width_(image.x1 - image.x0),
         height_(image.y1 - image.y0),
@@ -233,7 +233,7 @@ Channels ChannelsOf(const opj_image_t& image) {
   Channels channels;
   for (std::size_t i = 0; i < image.numcomps; ++i) {
     const opj_image_comp_t& component = image.comps[i];
-    if (!Plane::IsUsable(component)) {
+    if (!DecodedPlane::IsUsable(component)) {
       return {};
     }
     if (component.alpha == 0) {
@@ -259,11 +259,11 @@ std::optional<JpxSamples> SamplesOf(const opj_image_t& image, const JpxHeader& h
   result.colors = header.CountColors();
   result.samples.resize(pixels * colors.size());
   for (std::size_t i = 0; i < colors.size(); ++i) {
-    Plane(image, *colors[i], depth).CopyTo(result.samples.data() + i, colors.size());
+    DecodedPlane(image, *colors[i], depth).CopyTo(result.samples.data() + i, colors.size());
   }
   if (alpha != nullptr) {
     result.alpha.resize(pixels);
-    Plane(image, *alpha, JpxDepth::kScaled).CopyTo(result.alpha.data(), 1);
+    DecodedPlane(image, *alpha, JpxDepth::kScaled).CopyTo(result.alpha.data(), 1);
     result.is_alpha_mixed_in = alpha->alpha == 2;
   }
   if (header.IsYcc() && result.components == 3) {
