@@ -1,3 +1,4 @@
+#include <cstdio>
 #include <cstdlib>
 #include <ctime>
 #include <functional>
@@ -30,6 +31,7 @@ class LoggerTest : public ::testing::Test {
   // Runs the work in a child process, and returns what it wrote to standard output.
   std::string OutputOf(const std::function<void()>& work) {
     const std::string path = directory_.Path("stdout");
+    std::fflush(stdout);  // what stands there is not the child's
     const pid_t child = fork();
     if (child == 0) {
       const int output = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
