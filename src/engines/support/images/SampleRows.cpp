@@ -1,12 +1,12 @@
 #include "engines/support/images/SampleRows.h"
 
-#include <cstring>
+#include <algorithm>
 
 namespace TarnixTools::engines {
 
 void UnpackSamples(const std::uint8_t* packed, int bits, std::size_t count, std::uint8_t* samples) {
   if (bits == 8) {
-    std::memcpy(samples, packed, count);
+    std::copy_n(packed, count, samples);  // of a row that is not there, too: no bytes at no address
   } else if (bits == 16) {
     for (std::size_t i = 0; i < count; ++i) {
       samples[i] = packed[2 * i];
