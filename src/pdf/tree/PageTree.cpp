@@ -129,8 +129,7 @@ void PageTree::WalkBelow(const Object& root, std::uint32_t root_number) {
     } else if (dictionary.Has("Kids")) {
       if (number != 0 && !node_numbers_.insert(number).second) {
         document_->findings().Add(FindingCode::kPageTreeLoop, number);
-        const Loss loss = is_xref_known_ ? Loss::kNone : Loss::kPossible;
-        holes_.push_back({pages_.size(), level.node, loss});
+        holes_.push_back({pages_.size(), level.node, Loss::kPossible});
       } else {
         levels.push_back(OpenNode(dictionary, level.node, number));
       }

@@ -202,11 +202,11 @@ TEST(PageTree, PutsEmptyPagesWhereOthersAreLost) {
 TEST(PageTree, TakesNothingForAPageThatIsNone) {
   RawPdf pdf;
   pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
-      .Object(2, "<</Type/Pages/Kids[3 0 R 5 0 R 99 0 R null 6 0 R 7 0 R 2 0 R 17]/Count 9>>")
+      .Object(2, "<</Type/Pages/Kids[3 0 R 5 0 R 99 0 R null 6 0 R 7 0 R 17]/Count 9>>")
       .Object(3, "<</Type/Page/Parent 2 0 R>>")
       .Object(5, "null")
       .Object(6, "")
-      .Object(7, "<</Type/Pages/Parent 2 0 R/Kids[2 0 R 7 0 R]/Count 4>>");
+      .Object(7, "<</Type/Pages/Parent 2 0 R/Kids[]/Count 4>>");
   Tree tree(pdf.Table());
   EXPECT_EQ(tree.Numbers(), (Numbers{3}));
   EXPECT_FALSE(tree.document->findings().Has(FindingCode::kPageBlank));
@@ -223,17 +223,23 @@ TEST(PageTree, BelievesTheCountWhereNoCrossReferenceIsLeft) {
   EXPECT_EQ(tree.Numbers(), (Numbers{0, 3, 0, 4}));  // no more than /Count
 }
 
-// A page that stands for the node that leads back to itself, since the root counts one.
-TEST(PageTree, BelievesTheCountOfALoopWhereNoCrossReferenceIsLeft) {
-  RawPdf pdf;
-  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
-      .Object(2, "<</Type/Pages/Kids[3 0 R 4 0 R]/Count 2>>")
-      .Object(3, "<</Type/Page/Parent 2 0 R>>")
-      .Object(4, "<</Type/Pages/Parent 2 0 R/Kids[5 0 R]/Count 1>>")
-      .Object(5, "<</Type/Pages/Parent 4 0 R/Kids[4 0 R]/Count 1>>");
-  Tree lost(pdf.Raw("trailer\n<</Root 1 0 R>>\nstartxref\n7\n%%EOF").bytes());
-  EXPECT_EQ(lost.Numbers(), (Numbers{3, 0}));
-  EXPECT_TRUE(lost.document->findings().Has(FindingCode::kPageTreeLoop));
+// A page stands for the node that leads back to itself, as long as the root counts one more.
+TEST(PageTree, BelievesTheCountOfALoop) {
+  for (const char* const count : {"1", "2", "9"}) {
+    RawPdf pdf;
+    pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+        .Object(2, std::string("<</Type/Pages/Kids[3 0 R 4 0 R]/Count ") + count + ">>")
+        .Object(3, "<</Type/Page/Parent 2 0 R>>")
+        .Object(4, "<</Type/Pages/Parent 2 0 R/Kids[5 0 R]/Count 1>>")
+        .Object(5, "<</Type/Pages/Parent 4 0 R/Kids[4 0 R]/Count 1>>");
+    const Numbers expected = count == std::string("1") ? Numbers{3} : Numbers{3, 0};
+    for (const std::string& bytes :
+         {pdf.Table(), pdf.Raw("trailer\n<</Root 1 0 R>>\nstartxref\n7\n%%EOF").bytes()}) {
+      Tree tree(bytes);
+      EXPECT_EQ(tree.Numbers(), expected) << count;
+      EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPageTreeLoop));
+    }
+  }
 }
 
 TEST(PageTree, MakesNoEmptyPagesWithoutEnd) {
