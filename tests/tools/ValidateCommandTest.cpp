@@ -100,6 +100,13 @@ TEST_F(ValidateCommand, GoesOnWithoutWhatCannotBeRead) {
   EXPECT_EQ(result.out, "fine.pdf: valid PDF/A-2b\n");
   EXPECT_THAT(result.err, HasSubstr("EngineError"));
   EXPECT_EQ(result.status, 23);
+  const Json object = Json::parse(Run({"validate", "text.pdf", "fine.pdf", "--json"}).out);
+  EXPECT_EQ(object["files"][0]["path"], "text.pdf");
+  EXPECT_EQ(object["files"][0]["error"]["code"], "EngineError");
+  EXPECT_EQ(object["files"][1]["valid"], true);
+  EXPECT_EQ(object["errors"][0]["input"], "text.pdf");
+  EXPECT_EQ(Json::parse(Run({"validate", "text.pdf", "--json"}).out)["error"]["code"],
+            "EngineError");
 }
 
 TEST_F(ValidateCommand, MakesAPageToLookAt) {

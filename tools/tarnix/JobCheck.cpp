@@ -1,7 +1,7 @@
 #include <list>
 #include <string>
 
-#include "Failure.h"
+#include "EachInput.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "PdfRepairTask.h"
@@ -18,29 +18,19 @@ std::string ToText(const std::string& path, const std::list<std::string>& proble
   return text;
 }
 
-void CheckOne(const JobContext& context, const std::string& input, JobResult& result) {
+Json CheckOne(const JobContext& context, const std::string& input, JobResult& result) {
   std::list<std::string> problems;
   const PdfDoc document = context.DocumentOf(input);
   const bool is_damaged = ForPassword([&] { return PdfRepairTask::IsDamaged(document, problems); });
-  result.fields["files"].push_back(
-      {{"path", input}, {"damaged", is_damaged}, {"problems", problems}});
   result.text += ToText(input, problems);
   result.exit_status = is_damaged ? kExitNo : result.exit_status;
+  return {{"path", input}, {"damaged", is_damaged}, {"problems", problems}};
 }
 
 JobResult Check(JobContext& context) {
-  JobResult result;
-  result.fields["files"] = Json::array();
-  for (const std::string& input : context.Inputs()) {
-    try {
-      CheckOne(context, input, result);
-    } catch (...) {
-      const Failure failure = CurrentFailure();
-      result.fields["files"].push_back({{"path", input}, {"error", ToJson(failure)}});
-      result.failures.push_back({input, failure});
-    }
-  }
-  return result;
+  return TellOfEach(context, [&](const std::string& input, JobResult& result) {
+    return CheckOne(context, input, result);
+  });
 }
 
 const JobRegistration kRegistration({

@@ -2,17 +2,14 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
-#include "Failure.h"
+#include "EachInput.h"
 #include "FreedMemory.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "PdfCompressTask.h"
-#include "Streams.h"
 
 namespace TarnixTools::cli {
 namespace {
@@ -86,20 +83,6 @@ Json FontsJson(const PdfCompressTask& task) {
           {"leftAlone", LeftAloneJson(fonts, kFontsLeftAlone)}};
 }
 
-// What somebody may have counted on.
-std::vector<std::string> WarningsOf(const PdfCompressTask& task, bool loses_protection) {
-  std::vector<std::string> warnings;
-  if (loses_protection) {
-    warnings.emplace_back("the input is protected, the output is not");
-  }
-  for (const PdfReportEntry& entry : task.GetReport().GetEntries()) {
-    if (entry.outcome == PdfReportOutcome::Dropped) {
-      warnings.push_back(PdfReport::GetText(entry));
-    }
-  }
-  return warnings;
-}
-
 // NAME-compressed.pdf, unless another name or a prefix was given.
 std::string OutputName(const OptionValues& options, const PdfDoc& document) {
   if (options.Has("name")) {
@@ -124,50 +107,12 @@ JobResult CompressOne(JobContext& context, PdfDoc document) {
                      {"images", ImagesJson(task)},
                      {"fonts", FontsJson(task)}},
           .report = task.GetReport(),
-          .warnings = WarningsOf(task, is_protected && context.OutPassword().empty())};
-}
-
-// Two inputs may not have one output.
-void RequireOutputs(const JobContext& context) {
-  std::set<std::string> names;
-  for (const std::string& input : context.Inputs()) {
-    const std::string name = OutputName(context.Options(), PdfDoc(input, "", false));
-    if (!names.insert(name).second) {
-      throw UsageError("more than one output would be '" + name + "'");
-    }
-  }
-}
-
-void AddResult(JobResult& all, const std::string& input, JobResult one) {
-  Json file = {{"input", input}, {"output", NativePath(one.outputs.front())}};
-  file.update(one.fields);
-  all.fields["files"].push_back(std::move(file));
-  all.outputs.push_back(std::move(one.outputs.front()));
-  all.report.Add(one.report);
-  for (const std::string& warning : one.warnings) {
-    all.warnings.push_back(input + ": " + warning);
-  }
-}
-
-// Each on its own: one that fails does not stop the others.
-JobResult CompressAll(JobContext& context) {
-  RequireOutputs(context);
-  JobResult all;
-  all.fields["files"] = Json::array();
-  for (const std::string& input : context.Inputs()) {
-    try {
-      AddResult(all, input, CompressOne(context, context.DocumentOf(input)));
-    } catch (...) {
-      all.failures.push_back({input, CurrentFailure()});
-    }
-  }
-  return all;
+          .warnings = WarningsOf(task.GetReport(), is_protected && context.OutPassword().empty())};
 }
 
 JobResult Compress(JobContext& context) {
   KeepFreedMemory();
-  return context.Inputs().size() == 1 ? CompressOne(context, context.Documents().front())
-                                      : CompressAll(context);
+  return WriteEach(context, OutputName, CompressOne);
 }
 
 const JobRegistration kRegistration({

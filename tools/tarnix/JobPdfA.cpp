@@ -2,6 +2,7 @@
 #include <utility>
 #include <vector>
 
+#include "EachInput.h"
 #include "Failure.h"
 #include "Job.h"
 #include "JobContext.h"
@@ -23,19 +24,6 @@ constexpr OptionRow kOptions[] = {
      .needs = "level"},
 };
 
-// What somebody may have counted on.
-std::vector<std::string> WarningsOf(const PdfReport& report) {
-  std::vector<std::string> warnings;
-  for (const PdfReportEntry& entry : report.GetEntries()) {
-    const bool is_in_the_way =
-        entry.kind == PdfReportKind::Conversion && entry.outcome == PdfReportOutcome::Kept;
-    if (entry.outcome == PdfReportOutcome::Dropped || is_in_the_way) {
-      warnings.push_back(PdfReport::GetText(entry));
-    }
-  }
-  return warnings;
-}
-
 void Execute(Pdf2PdfATask& task) {
   try {
     ForPassword([&] { task.Execute(); });
@@ -56,13 +44,10 @@ JobResult PdfA(JobContext& context) {
   context.SetOutput(task);
   Execute(task);
   const std::string path = (options.Has("out-dir") ? task.GetOutputPath() : "") + task.GetOutName();
-  JobResult result{.outputs = {path}, .report = task.GetReport()};
-  if (is_protected && context.OutPassword().empty()) {
-    result.warnings.emplace_back("the input is protected, the output is not");
-  }
-  for (std::string& warning : WarningsOf(task.GetReport())) {
-    result.warnings.push_back(std::move(warning));
-  }
+  JobResult result{
+      .outputs = {path},
+      .report = task.GetReport(),
+      .warnings = WarningsOf(task.GetReport(), is_protected && context.OutPassword().empty())};
   result.fields["compliance"] =
       LevelJson(PdfDoc(path, context.OutPassword(), true).GetPdfaCompliance());
   return result;

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "Failure.h"
+#include "EachInput.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "PagePictures.h"
@@ -134,36 +134,24 @@ void WriteReport(const std::string& path, const std::string& html) {
   }
 }
 
-// One of several that cannot be judged does not stop the others.
-std::vector<ValidatedFile> ValidateAll(JobContext& context, JobResult& result) {
+ValidatedFile ValidateOne(const JobContext& context, const std::string& input) {
+  PdfDoc document = context.DocumentOf(input);
   const PdfCompliance wanted = LevelOfWord(context.Options().Text("level"));
-  std::vector<ValidatedFile> files;
-  for (const std::string& input : context.Inputs()) {
-    try {
-      PdfDoc document = context.DocumentOf(input);
-      files.push_back(ForPassword([&] { return Validate(document, wanted); }));
-      if (context.Options().Has("report")) {
-        AddPictures(document, files.back());
-      }
-    } catch (const PdfException&) {
-      if (context.Inputs().size() == 1) {
-        throw;
-      }
-      result.failures.push_back({input, CurrentFailure()});
-    }
+  ValidatedFile file = ForPassword([&] { return Validate(document, wanted); });
+  if (context.Options().Has("report")) {
+    AddPictures(document, file);
   }
-  return files;
+  return file;
 }
 
 JobResult Validate(JobContext& context) {
-  JobResult result;
-  result.fields["files"] = Json::array();
-  const std::vector<ValidatedFile> files = ValidateAll(context, result);
-  for (const ValidatedFile& file : files) {
-    result.fields["files"].push_back(ToJson(file));
-    result.text += ToText(file);
-    result.exit_status = file.is_valid ? result.exit_status : kExitNo;
-  }
+  std::vector<ValidatedFile> files;
+  JobResult result = TellOfEach(context, [&](const std::string& input, JobResult& all) {
+    const ValidatedFile& file = files.emplace_back(ValidateOne(context, input));
+    all.text += ToText(file);
+    all.exit_status = file.is_valid ? all.exit_status : kExitNo;
+    return ToJson(file);
+  });
   if (context.Options().Has("report")) {
     const std::string report = context.Options().Text("report");
     WriteReport(report, HtmlReport(files));
