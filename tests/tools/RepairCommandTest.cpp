@@ -60,6 +60,28 @@ TEST_F(RepairCommand, TellsThatSomethingIsLost) {
   EXPECT_EQ(Run({"repair", "lost.pdf", "-q"}).err, "");
 }
 
+TEST_F(RepairCommand, TakesSeveralInputs) {
+  WriteFile("text.pdf", "no document");
+  const auto result = Run({"repair", "torn.pdf", "sound.pdf", "-o", "out"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(result.out, "out/torn-repaired.pdf\nout/sound-repaired.pdf\n");
+  const auto lost = Run({"repair", "lost.pdf", "torn.pdf", "--json"});
+  EXPECT_EQ(lost.status, 3);
+  EXPECT_THAT(lost.err, HasSubstr("tarnix: lost.pdf: damage: "));
+  const Json files = Parsed(lost)["files"];
+  ASSERT_EQ(files.size(), 2U);
+  EXPECT_EQ(files[1]["input"], "torn.pdf");
+  EXPECT_EQ(files[1]["output"], "torn-repaired.pdf");
+  EXPECT_THAT(files[1]["problems"],
+              Contains(Json("Nothing tells where the cross-reference starts; fixed")));
+  const auto failed = Run({"repair", "text.pdf", "torn.pdf", "lost.pdf", "--json"});
+  EXPECT_EQ(failed.status, 23);
+  EXPECT_EQ(Parsed(failed)["outputs"], Json({"torn-repaired.pdf", "lost-repaired.pdf"}));
+  EXPECT_EQ(Parsed(failed)["errors"][0]["input"], "text.pdf");
+  ExpectUsageError(Run({"repair", "torn.pdf", "sound.pdf", "--name", "x.pdf"}),
+                   "more than one output would be 'x.pdf'", "tarnix repair");
+}
+
 TEST_F(RepairCommand, NeedsTheRightPassword) {
   WriteProtectedPdf("secret.pdf", "pw");
   ExpectFailure(Run({"repair", "secret.pdf"}), 11,
@@ -107,8 +129,11 @@ TEST_F(RepairCommand, ChecksOnBehindWhatCannotBeRead) {
   EXPECT_THAT(result.err, HasSubstr("tarnix: EngineError: Unable to open doc [text.pdf]"));
   const Json files = Parsed(result)["files"];
   EXPECT_EQ(files[0]["damaged"], true);
+  EXPECT_EQ(files[1]["path"], "text.pdf");
   EXPECT_EQ(files[1]["error"]["engineCode"], 4);
   EXPECT_EQ(files[2]["damaged"], false);
+  EXPECT_EQ(Parsed(result)["errors"][0]["input"], "text.pdf");
+  EXPECT_EQ(Parsed(Run({"check", "text.pdf", "--json"}))["error"]["engineCode"], 4);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include <string>
-#include <vector>
 
+#include "EachInput.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "PdfException.h"
@@ -8,33 +8,6 @@
 
 namespace TarnixTools::cli {
 namespace {
-
-bool IsLost(const PdfReportEntry& entry) {
-  return entry.kind == PdfReportKind::Damage && entry.outcome == PdfReportOutcome::Dropped;
-}
-
-// What somebody may have counted on.
-std::vector<std::string> WarningsOf(const PdfReport& report, bool loses_protection) {
-  std::vector<std::string> warnings;
-  if (loses_protection) {
-    warnings.emplace_back("the input is protected, the output is not");
-  }
-  for (const PdfReportEntry& entry : report.GetEntries()) {
-    if (entry.outcome == PdfReportOutcome::Dropped) {
-      warnings.push_back(PdfReport::GetText(entry));
-    }
-  }
-  return warnings;
-}
-
-int StatusOf(const PdfReport& report) {
-  for (const PdfReportEntry& entry : report.GetEntries()) {
-    if (IsLost(entry)) {
-      return kExitLost;
-    }
-  }
-  return kExitDone;
-}
 
 // A document that cannot be opened fails when it is repaired.
 bool IsProtected(PdfDoc& document) {
@@ -45,11 +18,14 @@ bool IsProtected(PdfDoc& document) {
   }
 }
 
-JobResult Repair(JobContext& context) {
-  PdfDoc document = context.Documents().front();
+// NAME-repaired.pdf, unless another name was given.
+std::string OutputName(const OptionValues& options, const PdfDoc& document) {
+  return options.Text("name", document.GetDocName(false) + "-repaired.pdf");
+}
+
+JobResult RepairOne(JobContext& context, PdfDoc document) {
   const bool is_protected = IsProtected(document);
-  const std::string name = context.Options().Text("name");
-  PdfRepairTask task(document, name.empty() ? document.GetDocName(false) + "-repaired.pdf" : name);
+  PdfRepairTask task(document, OutputName(context.Options(), document));
   task.SetOutputPath(".");
   context.SetOutput(task);
   ForPassword([&] { task.Execute(); });
@@ -57,17 +33,21 @@ JobResult Repair(JobContext& context) {
   return {.outputs = {directory + task.GetOutName()},
           .fields = {{"problems", task.GetErrorsInfo()}},
           .report = task.GetReport(),
-          .warnings = WarningsOf(task.GetReport(), is_protected && context.OutPassword().empty()),
-          .exit_status = StatusOf(task.GetReport())};
+          .warnings = WarningsOf(task.GetReport(), is_protected && context.OutPassword().empty())};
+}
+
+JobResult Repair(JobContext& context) {
+  return WriteEach(context, OutputName, RepairOne);
 }
 
 const JobRegistration kRegistration({
     .name = "repair",
     .summary = "put a damaged document right",
-    .description = "Writes a sound copy of the input (default name: NAME-repaired.pdf; default "
+    .description = "Writes a sound copy of each input (default name: NAME-repaired.pdf; default "
                    "directory: the current one). With --json, what was wrong is listed. The exit "
-                   "status is 3 when something is lost.",
-    .inputs = {.min = 1, .max = 1},
+                   "status is 3 when something is lost. An input that fails does not stop the "
+                   "others.",
+    .inputs = {.min = 1},
     .output = OutputKind::OneFile,
     .run = Repair,
 });
