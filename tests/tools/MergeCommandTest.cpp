@@ -78,6 +78,18 @@ TEST_F(MergeCommand, ReportsDamageOfTheInputs) {
   EXPECT_THAT(result.err, ::testing::HasSubstr("wrote merged_doc.pdf (3 pages)\n"));
 }
 
+TEST_F(MergeCommand, TellsThatDamageTookSomething) {
+  std::string bytes = TestPdf().Pages(2).Bytes();
+  bytes.replace(bytes.rfind("<<", bytes.find("/Type /Page ")), 2, "( ");  // no dictionary any more
+  WriteFile("lost.pdf", bytes);
+  const auto result = Run({"merge", "a.pdf", "lost.pdf"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_EQ(result.out, "merged_doc.pdf\n");
+  EXPECT_THAT(result.err, ::testing::HasSubstr("tarnix: damage: page lost, an empty one stands"));
+  EXPECT_EQ(PagesOf("merged_doc.pdf"), 4);
+  EXPECT_EQ(Run({"merge", "a.pdf", "lost.pdf", "-q"}).err, "");
+}
+
 TEST_F(MergeCommand, ProtectsTheOutput) {
   WriteFile("pw", "to\xC3\xABter\r\nsecond line\n");
   EXPECT_EQ(Run({"merge", "a.pdf", "b.pdf", "--out-password-file", "pw"}).status, 0);

@@ -5,6 +5,7 @@
 
 #include "ActivityBar.h"
 #include "CommandParser.h"
+#include "EachInput.h"
 #include "Failure.h"
 #include "Help.h"
 #include "JobContext.h"
@@ -45,6 +46,18 @@ std::string OutputLine(const std::string& path, const std::string& password) {
   return pages ? line + " (" + std::to_string(*pages) + (*pages == 1 ? " page)" : " pages)") : line;
 }
 
+// What damage took of the inputs is told by every job, and ends it with a status of its own.
+void TellLosses(JobResult& result) {
+  std::vector<std::string> losses = LossesOf(result.report);
+  if (losses.empty()) {
+    return;
+  }
+  result.exit_status = kExitLost;
+  if (result.warnings.empty()) {
+    result.warnings = std::move(losses);
+  }
+}
+
 // A job that is done, with the password that opens its outputs.
 struct DoneJob {
   JobResult result;
@@ -57,6 +70,7 @@ DoneJob Run(const Command& command) {
   for (std::string& path : result.outputs) {
     path = NativePath(path);
   }
+  TellLosses(result);
   return {std::move(result), context.OutPassword()};
 }
 
