@@ -28,7 +28,7 @@ bool XmlNamespaces::Declare(const std::vector<XmlAttribute>& attributes) {
         attribute.name == "xmlns" ? std::string_view() : XmlLocalPart(attribute.name);
     declared_.push_back({prefix, attribute.Content()});
     if (declared_.size() > limits::kMaxXmlNamespaces ||
-        attribute.Content().find_first_of("&\"\t\r\n") != std::string_view::npos) {
+        attribute.Content().find_first_of("&<>\"\t\r\n") != std::string_view::npos) {
       return false;
     }
   }

@@ -177,6 +177,15 @@ TEST(XmpTree, IsBounded) {
   EXPECT_EQ(StateOf(Description(many)), XmpState::kTooLarge);
 }
 
+TEST(XmpTree, TakesNoNamespaceThatCannotBeWrittenAgain) {
+  for (const char* const name : {"a&amp;b", "a>b", "a&#x9;b"}) {
+    EXPECT_EQ(
+        StateOf("<rdf:Description xmlns:o=\"" + std::string(name) + "\"><o:a/></rdf:Description>"),
+        XmpState::kTooLarge)
+        << name;
+  }
+}
+
 TEST(XmpTree, TellsHowItIsWritten) {
   const std::string rdf = "<a/>";
   EXPECT_FALSE(ReadXmp(rdf).header);
