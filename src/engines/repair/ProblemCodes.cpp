@@ -99,6 +99,7 @@ constexpr auto kKinds = std::to_array<ProblemKind>({
     Content(Code::kContentOperatorUnknown, "the content has an operator that does not exist"),
     Content(Code::kContentOperands, "an operator of the content lacks what it works on"),
     Content(Code::kContentTooDeep, "the content is nested too deep"),
+    Lint(Content(Code::kContentTooMuch, "the document has more content than is looked at")),
     Content(Code::kResourcesMissing, "the page has no resources"),
     Content(Code::kResourcesInvalid, "the resources cannot be used"),
     Content(Code::kResourceDead, "a resource that the content uses is not there"),

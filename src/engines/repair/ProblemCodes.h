@@ -95,6 +95,7 @@ enum class ProblemCode : std::int32_t {
   kContentOperatorUnknown = 505,
   kContentOperands = 506,
   kContentTooDeep = 507,
+  kContentTooMuch = 508,
   kResourcesMissing = 521,
   kResourcesInvalid = 522,
   kResourceDead = 523,

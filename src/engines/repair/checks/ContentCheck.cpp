@@ -61,7 +61,7 @@ std::string Counted(std::size_t count, std::string_view what) {
 
 class Checker : public pdf::ContentVisitor {
  public:
-  explicit Checker(CheckContext& context)
+  Checker(CheckContext& context, std::uint64_t allowance)
       : context_(&context),
         walker_(context.document, *this,
                 {.names = true,
@@ -71,16 +71,18 @@ class Checker : public pdf::ContentVisitor {
                  .soft_masks = true,
                  .glyphs = true,
                  .appearances = true}),
-        allowance_(limits::kCheckedAllowance +
-                   limits::kCheckedRatio * context.document.reader().size()) {}
+        allowance_(allowance) {}
 
   void CheckPage(std::size_t index) {
     index_ = index;
     open_.clear();
-    if (allowance_ > 0) {
-      walker_.BeginPage(context_->pages, index);
-      walker_.Run();
+    if (allowance_ == 0) {
+      Add(ProblemCode::kContentTooMuch, Outcome::kWorkedAround,
+          {.number = context_->pages.pages()[index].number});
+      return;
     }
+    walker_.BeginPage(context_->pages, index);
+    walker_.Run();
   }
 
   bool EnterContent(const pdf::ContentEntry& entry) override {
@@ -342,9 +344,15 @@ class Checker : public pdf::ContentVisitor {
 
 }  // namespace
 
-// What cannot be read in a page has been listed where it was met first.
 void CheckContent(CheckContext& context) {
-  Checker checker(context);
+  CheckContentUpTo(
+      limits::kCheckedAllowance + limits::kCheckedRatio * context.document.reader().size(),
+      context);
+}
+
+// What cannot be read in a page has been listed where it was met first.
+void CheckContentUpTo(std::uint64_t allowance, CheckContext& context) {
+  Checker checker(context, allowance);
   for (std::size_t i = 0; i < context.pages.pages().size(); ++i) {
     pdf::UnlessDamaged(0, [&] {
       checker.CheckPage(i);

@@ -1,5 +1,7 @@
 #include "engines/repair/CheckTest.h"
+#include "engines/repair/checks/ContentCheck.h"
 #include "engines/repair/checks/MendedContent.h"
+#include "pdf/write/RewriteFixture.h"
 
 namespace TarnixTools::engines::repair {
 namespace {
@@ -113,6 +115,20 @@ TEST(MendedContent, EndsPartsThatAreCut) {
 TEST(MendedContent, ClosesWhatIsOpen) {
   EXPECT_EQ(MendedContent("q BT (a) Tj"), "q\nBT\n(a)Tj\nET Q\n");
   EXPECT_EQ(MendedContent("q /P BMC BT (a) Tj (b"), "q\n/P BMC\nBT\n(a)Tj\nET EMC Q\n");
+}
+
+TEST_F(ContentCheckTest, ListsPagesThatItDoesNotLookAt) {
+  const std::string bytes = testing::TestPdf().Page("a").Page("b").Page("c").Bytes();
+  testing::RewriteCase opened(bytes);
+  const pdf::PageTree pages(opened.source());
+  ProblemList problems;
+  CheckContext context = {opened.source(), pages, opened.rewriter(), problems};
+  CheckContentUpTo(1, context);
+  ASSERT_EQ(problems.lint().size(), 2U);
+  EXPECT_EQ(problems.lint()[0].code, Code::kContentTooMuch);
+  EXPECT_EQ(problems.lint()[0].page, 2U);
+  EXPECT_EQ(problems.lint()[1].page, 3U);
+  EXPECT_THAT(problems.damage(), IsEmpty());
 }
 
 }  // namespace
