@@ -55,4 +55,19 @@ std::vector<FilterStep> FilterStepsOf(const Object& dictionary, const Resolver& 
   return steps;
 }
 
+std::string PredictorEntries(const FilterParameters& parameters) {
+  const FilterParameters standard;
+  std::string text;
+  const auto add = [&](std::string_view key, std::int64_t value, std::int64_t without) {
+    if (value != without) {
+      text += "/" + std::string(key) + " " + std::to_string(value);
+    }
+  };
+  add("Predictor", parameters.predictor, standard.predictor);
+  add("Colors", parameters.colors, standard.colors);
+  add("BitsPerComponent", parameters.bits_per_component, standard.bits_per_component);
+  add("Columns", parameters.columns, standard.columns);
+  return text;
+}
+
 }  // namespace TarnixTools::pdf

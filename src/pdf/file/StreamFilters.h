@@ -3,6 +3,7 @@
 #define TARNIX_PDF_FILE_STREAMFILTERS_H_
 
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "pdf/filters/Filters.h"
@@ -16,6 +17,10 @@ using Resolver = std::function<Object(const Object&)>;
 // `resolve`; without it they count as null. Of more than limits::kMaxFilters filters one too many is
 // given, so that Decode refuses them.
 std::vector<FilterStep> FilterStepsOf(const Object& dictionary, const Resolver& resolve = nullptr);
+
+// The entries of /DecodeParms for a predictor, those left out that say what holds without them:
+// "/Predictor 15/Columns 8".
+std::string PredictorEntries(const FilterParameters& parameters);
 
 }  // namespace TarnixTools::pdf
 

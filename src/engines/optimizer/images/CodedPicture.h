@@ -19,7 +19,7 @@ struct CodedPicture {
   std::string color_space;    // as text; empty: that which the image has
   std::string palette;        // three bytes a colour; then color_space is that of its colours
   bool keeps_filter = false;  // with its parameters; the next two do not matter then
-  std::string filter;         // "DCTDecode"
+  std::string filter;         // "DCTDecode"; empty for none
   std::string parameters;     // entries of /DecodeParms
   std::optional<std::string> decode;  // numbers of /Decode, none for an empty text; else as it was
   std::string data;

@@ -37,6 +37,15 @@ void OptimizeBitonal(BitonalTask& task, const ImageGoals& goals, ImageOutcome& o
   task.samples.reset();
 }
 
+void AppendCoding(std::string& text, const CodedPicture& coded) {
+  if (!coded.filter.empty()) {
+    AppendEntry(text, "Filter", "/" + coded.filter);
+  }
+  if (!coded.parameters.empty()) {
+    AppendEntry(text, "DecodeParms", "<<" + coded.parameters + ">>");
+  }
+}
+
 // What makes the unit square that of a part of an image.
 std::string PlaceOf(const ImagePart& part) {
   constexpr int kDecimals = 7;
@@ -64,10 +73,7 @@ ObjectChange StencilOf(const CodedPicture& coded, const StoredData& data) {
   std::string text = "<</Type/XObject/Subtype/Image/ImageMask true/BitsPerComponent 1";
   AppendEntry(text, "Width", std::to_string(coded.width));
   AppendEntry(text, "Height", std::to_string(coded.height));
-  AppendEntry(text, "Filter", "/" + coded.filter);
-  if (!coded.parameters.empty()) {
-    AppendEntry(text, "DecodeParms", "<<" + coded.parameters + ">>");
-  }
+  AppendCoding(text, coded);
   return ObjectChange::StreamFrom(text + ">>",
                                   [&data](pdf::ByteSink& sink) { data.WriteTo(sink); });
 }
@@ -288,10 +294,7 @@ std::string ImagePass::DictionaryOf(std::uint32_t number, const CodedPicture& co
     keep("Filter", dictionary.Get("Filter"));
     keep("DecodeParms", dictionary.Get("DecodeParms"));
   } else {
-    AppendEntry(text, "Filter", "/" + coded.filter);
-    if (!coded.parameters.empty()) {
-      AppendEntry(text, "DecodeParms", "<<" + coded.parameters + ">>");
-    }
+    AppendCoding(text, coded);
   }
   if (!coded.palette.empty()) {
     std::string space = "[/Indexed" + coded.color_space;

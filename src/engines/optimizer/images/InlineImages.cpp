@@ -135,7 +135,8 @@ class InlineCoder {
       }
     }
     text += "/W " + std::to_string(coded.width) + "/H " + std::to_string(coded.height);
-    text += "/BPC " + std::to_string(coded.bits) + "/F/" + coded.filter;
+    text += "/BPC " + std::to_string(coded.bits);
+    text += coded.filter.empty() ? "" : "/F/" + coded.filter;
     text += coded.parameters.empty() ? "" : "/DP<<" + coded.parameters + ">>";
     return text + " ID " + coded.data + "\n";
   }

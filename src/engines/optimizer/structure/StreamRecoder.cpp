@@ -83,24 +83,6 @@ std::size_t FilterBytesOf(const Object& dictionary) {
   return text.size();
 }
 
-std::string TextOf(const pdf::FilterParameters& parameters) {
-  std::string text = "<</Predictor";
-  pdf::AppendInteger(text, parameters.predictor);
-  const std::pair<std::string_view, std::int64_t> others[] = {
-      {"Colors", parameters.colors},
-      {"BitsPerComponent", parameters.bits_per_component},
-      {"Columns", parameters.columns}};
-  const pdf::FilterParameters defaults;
-  const std::int64_t standard[] = {defaults.colors, defaults.bits_per_component, defaults.columns};
-  for (std::size_t i = 0; i < std::size(others); ++i) {
-    if (others[i].second != standard[i]) {
-      pdf::AppendName(text, others[i].first);
-      pdf::AppendInteger(text, others[i].second);
-    }
-  }
-  return text + ">>";
-}
-
 std::size_t SizeOf(const RecodedStream& stream) {
   constexpr std::size_t kParametersKey = std::string_view("/DecodeParms").size();
   const StreamCoding& coding = stream.coding;
@@ -134,7 +116,7 @@ std::optional<RecodedStream> DeflatedRows(const EncodedStream& encoded) {
   if (!stream || !stream->coding.is_deflated) {
     return std::nullopt;
   }
-  stream->coding.parameters = TextOf(encoded.steps.back().parameters);
+  stream->coding.parameters = "<<" + pdf::PredictorEntries(encoded.steps.back().parameters) + ">>";
   return stream;
 }
 

@@ -32,7 +32,7 @@ struct ImageStream {
   PictureSpace space = PictureSpace::kGray;
   std::string palette;     // of an indexed image: three bytes for each index
   std::string profile;     // ICC profile of the colours (of the palette's, when there is one)
-  std::string filter;      // "DCTDecode"
+  std::string filter;      // "DCTDecode"; empty for none
   std::string parameters;  // entries of /DecodeParms: "/K -1/Columns 8"
   std::string decode;      // numbers of /Decode: "1 0"
   std::string color_key;   // numbers of /Mask: the range of each component that is not painted

@@ -84,7 +84,9 @@ std::string ImageWriter::DictionaryText(const ImageStream& stream, std::uint32_t
   if (stream.space != PictureSpace::kNone) {
     text += "/ColorSpace" + ColorSpaceText(stream);
   }
-  text += "/Filter/" + stream.filter;
+  if (!stream.filter.empty()) {
+    text += "/Filter/" + stream.filter;
+  }
   if (!stream.parameters.empty()) {
     text += "/DecodeParms<<" + stream.parameters + ">>";
   }

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstring>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -13,6 +15,7 @@
 #include "engines/support/codecs/HuffmanDeflate.h"
 #include "engines/support/codecs/PngFilters.h"
 #include "engines/support/pictures/ColorCount.h"
+#include "pdf/file/StreamFilters.h"
 
 namespace TarnixTools::engines {
 
@@ -29,6 +32,8 @@ constexpr int kTrialLevel = 1;
 // Fax coding that makes a page this much smaller has text or drawings before it.
 constexpr std::size_t kTextRatio = 10;
 constexpr std::uint32_t kBandRows = 8;
+// Pictures of so few bytes get a second try: what tells of a predictor may take more than it saves.
+constexpr std::size_t kFew = std::size_t{64} << 10;
 // How much larger a picture may become when repetitions are not looked for, which takes a tenth of
 // the time.
 constexpr std::size_t kToleratedPercent = 1;
@@ -141,7 +146,38 @@ int LevelFor(Packing packing, std::size_t size) {
   return packing == Packing::kQuick ? kLevel : size > kMany ? kDenseLevelOfMany : kDenseLevel;
 }
 
+// The rows without what a predictor has before each.
+std::string SamplesOf(const Plane& plane) {
+  std::string samples;
+  for (std::uint32_t y = 0; y < plane.height(); ++y) {
+    samples.append(reinterpret_cast<const char*>(plane.row(y)), plane.row_bytes());
+  }
+  return samples;
+}
+
+// Without a predictor, or without any filter, where that takes no more, what tells of them counted.
+void PreferPlain(ImageStream& image, std::string_view samples) {
+  constexpr std::size_t kFilterEntry = std::string_view("/Filter/FlateDecode").size();
+  constexpr std::size_t kParametersEntry = std::string_view("/DecodeParms<<>>").size();
+  HeldBytes& held = image.data.front().held;
+  HeldBytes plain =
+      Deflate(reinterpret_cast<const unsigned char*>(samples.data()), samples.size(), kDenseLevel);
+  if (plain.size <= held.size + kParametersEntry + image.parameters.size()) {
+    held = std::move(plain);
+    image.parameters.clear();
+  }
+  const std::size_t parameters =
+      image.parameters.empty() ? 0 : kParametersEntry + image.parameters.size();
+  if (samples.size() <= held.size + parameters + kFilterEntry) {
+    held = HoldCopy(samples);
+    image.parameters.clear();
+    image.filter.clear();
+  }
+}
+
 void StoreFlate(ImageStream& image, Plane&& plane, Packing packing) {
+  const bool is_few = packing == Packing::kDense && plane.size() <= kFew;
+  const std::string samples = is_few ? SamplesOf(plane) : std::string();
   Coding coding = ChooseCoding(plane, image.space);
   coding.has_repetitions = coding.has_repetitions || packing == Packing::kDense;
   Filter(plane, coding.filter);
@@ -150,10 +186,14 @@ void StoreFlate(ImageStream& image, Plane&& plane, Packing packing) {
                    ? Deflate(plane.data(), plane.size(), LevelFor(packing, plane.size()))
                    : DeflateByHuffman(plane.data(), plane.size());
   image.filter = "FlateDecode";
-  image.parameters = "/Predictor 15/Colors " + std::to_string(plane.channels()) +
-                     "/BitsPerComponent " + std::to_string(plane.bits()) + "/Columns " +
-                     std::to_string(plane.width());
+  image.parameters = pdf::PredictorEntries({.predictor = 15,
+                                            .colors = plane.channels(),
+                                            .bits_per_component = plane.bits(),
+                                            .columns = plane.width()});
   image.data.push_back(std::move(piece));
+  if (is_few) {
+    PreferPlain(image, samples);
+  }
 }
 
 void Invert(Plane& plane) {

@@ -220,5 +220,24 @@ TEST(RasterEncoder, TellsTextByTheBytesOfItsFaxData) {
   EXPECT_FALSE(IsBestAsFax(111, 80, 100));
 }
 
+TEST(RasterEncoder, LeavesOutWhatTakesMoreThanItSaves) {
+  const auto encoded = [](unsigned side, Packing packing, const Samples& sample) {
+    return EncodePlane(MakePlane(side, side, 3, 8, sample), PictureSpace::kRgb, packing);
+  };
+  const auto black = [](unsigned, unsigned, unsigned) { return 0U; };
+  const auto slope = [](unsigned x, unsigned y, unsigned channel) {
+    return (x * 3 + y * 2 + channel * 40 + Noise(x, y, channel) / 128) % 256;
+  };
+  const ImageStream pixel = encoded(1, Packing::kDense, Noise);
+  EXPECT_EQ(pixel.filter, "");
+  EXPECT_EQ(pixel.parameters, "");
+  EXPECT_EQ(pixel.data.front().held.size, 3U);
+  const ImageStream plain = encoded(30, Packing::kDense, black);
+  EXPECT_EQ(plain.filter, "FlateDecode");
+  EXPECT_EQ(plain.parameters, "");
+  EXPECT_EQ(encoded(60, Packing::kDense, slope).parameters, "/Predictor 15/Colors 3/Columns 60");
+  EXPECT_EQ(encoded(30, Packing::kQuick, black).parameters, "/Predictor 15/Colors 3/Columns 30");
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines
