@@ -14,6 +14,8 @@ namespace {
 
 // Pages of text have far fewer runs than this part of their pixels.
 constexpr std::uint64_t kPixelsPerRun = 8;
+// One of so many pixels is dark at most: photographs have more.
+constexpr std::uint64_t kPixelsPerDark = 2;
 // Of the core of what is printed in one colour.
 constexpr double kMostSpread = 26;
 constexpr double kMostSoftEdges = 0.3;
@@ -72,15 +74,16 @@ class RunFinder {
   RunFinder(const SamplePicture& lightness, const InkLevels& levels, const HueFinder& hues)
       : lightness_(&lightness), levels_(&levels), hue_finder_(&hues), limits_(lightness.width) {}
 
-  // False where there are too many.
+  // False where there are too many, or too many pixels in them.
   bool Find() {
     const std::uint64_t most = lightness_->pixels() / kPixelsPerRun;
+    const std::uint64_t most_dark = lightness_->pixels() / kPixelsPerDark;
     for (std::uint32_t y = 0; y < lightness_->height; ++y) {
       const std::size_t above = row_start_;
       row_start_ = runs_.size();
       AddRow(y);
       Join(above);
-      if (runs_.size() > most) {
+      if (runs_.size() > most || dark_pixels_ > most_dark) {
         return false;
       }
     }
@@ -116,6 +119,7 @@ class RunFinder {
       }
       firsts_.push_back(static_cast<std::uint32_t>(runs_.size()));
       runs_.push_back({.y = y, .left = left, .right = x + 1, .shape = 0});
+      dark_pixels_ += x + 1 - left;
       hues_.push_back(hue);
     }
   }
@@ -156,6 +160,7 @@ class RunFinder {
   std::vector<std::uint8_t> hues_;     // of each run
   std::vector<std::uint32_t> firsts_;  // of each run: one of its shape that is no later
   std::size_t row_start_ = 0;
+  std::uint64_t dark_pixels_ = 0;
 };
 
 // What is found out about shapes, pixel by pixel.

@@ -14,6 +14,8 @@ namespace {
 
 // Fewer shapes are no text worth taking apart.
 constexpr std::size_t kLeastShapes = 16;
+// Of all that is dark: less of it in print, and it is the dark of a photograph.
+constexpr double kLeastPrinted = 0.3;
 // Of a page: more ink than this is no text.
 constexpr double kMostInk = 0.35;
 constexpr std::size_t kMostInks = 6;
@@ -105,6 +107,17 @@ void TakeSpecks(const InkShapes& found, double dpi, std::vector<std::optional<st
   }
 }
 
+// How much of what is dark belongs to shapes that have an ink.
+double PrintedPart(const InkShapes& found, const std::vector<std::optional<std::size_t>>& inks) {
+  std::uint64_t all = 0;
+  std::uint64_t printed = 0;
+  for (std::size_t i = 0; i < inks.size(); ++i) {
+    all += found.shapes[i].pixels;
+    printed += inks[i] ? found.shapes[i].pixels : 0U;
+  }
+  return static_cast<double>(printed) / static_cast<double>(std::max<std::uint64_t>(all, 1));
+}
+
 void SetBits(std::vector<std::uint8_t>& bits, std::size_t row_start, std::uint32_t left,
              std::uint32_t right) {
   for (std::uint32_t x = left; x < right; ++x) {
@@ -122,6 +135,9 @@ std::optional<ScanLayers> TakeApart(const SamplePicture& picture, double dpi,
   const auto shapes = static_cast<std::size_t>(
       std::count_if(inks.begin(), inks.end(), [](const auto& ink) { return ink.has_value(); }));
   if (shapes < kLeastShapes) {
+    return std::nullopt;
+  }
+  if (PrintedPart(found, inks) < kLeastPrinted) {
     return std::nullopt;
   }
   TakeSpecks(found, dpi, inks);

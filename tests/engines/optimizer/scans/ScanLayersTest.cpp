@@ -75,6 +75,22 @@ TEST(ScanLayers, LeaveWhatIsNoTextAsItIs) {
   EXPECT_FALSE(TakeApart(empty, kDpi, kWhole));
 }
 
+// Sharp squares are print; between soft ones they are a part of a photograph.
+TEST(ScanLayers, LeavePhotographsWithAFewSharpEdges) {
+  const auto is_square = [](int x, int y) { return x % 40 < 4 && y % 40 < 4; };
+  const SamplePicture print = PictureOf(
+      kWidth, kHeight, 1, [&](int x, int y, int) { return is_square(x, y) ? 0.1 : 0.95; });
+  EXPECT_TRUE(TakeApart(print, kDpi, kWhole));
+  SamplePicture photograph = Blobs();
+  for (std::size_t i = 0; i < photograph.samples.size(); ++i) {
+    const auto at = static_cast<int>(i);
+    if (is_square(at % kWidth, at / kWidth)) {
+      photograph.samples[i] = 25;
+    }
+  }
+  EXPECT_FALSE(TakeApart(photograph, kDpi, kWhole));
+}
+
 TEST(ScanLayers, TakeAFewInksAtMost) {
   const SamplePicture page = PictureOf(kWidth, kHeight, 3, [](int x, int y, int component) {
     if (ScanInkAt(x, y) == ScanInk::kNone) {
@@ -127,6 +143,14 @@ TEST(InkShapes, AreWhatTouches) {
   EXPECT_EQ(ink.shapes[1].soft_edges, 0U);
   EXPECT_TRUE(ink.shapes[1].IsPrinted(kDpi));
   EXPECT_FALSE(ink.shapes[1].IsPrinted(4 * kDpi)) << "a speck";
+}
+
+TEST(InkShapes, AreNotLookedForWhereMostIsDark) {
+  for (const int dark : {8, 12}) {
+    const SamplePicture bars =
+        PictureOf(kWidth, kHeight, 1, [&](int x, int, int) { return x % 20 < dark ? 0.1 : 0.9; });
+    EXPECT_EQ(FindInk(bars, bars, kDpi).shapes.empty(), dark == 12);
+  }
 }
 
 TEST(PaperFill, TakesWhatIsAround) {
