@@ -7,8 +7,8 @@
 
 #include "engines/pdfa/checks/NodeWalk.h"
 #include "engines/pdfa/checks/ReadableNames.h"
-#include "engines/pdfa/rules/OneOf.h"
 #include "engines/pdfa/rules/StructureFacts.h"
+#include "engines/pdfa/vocabulary/OneOf.h"
 #include "pdf/tree/TextString.h"
 
 namespace TarnixTools::engines::pdfa {

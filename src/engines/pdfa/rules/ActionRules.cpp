@@ -1,7 +1,7 @@
 #include <array>
 
 #include "engines/pdfa/rules/ActionFacts.h"
-#include "engines/pdfa/rules/OneOf.h"
+#include "engines/pdfa/vocabulary/Names.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -9,12 +9,6 @@ namespace {
 
 constexpr const char* kActionWrong =
     "An action runs a script, starts a program, plays something or changes the document.";
-
-constexpr std::array<std::string_view, 6> kPlainActions = {"GoTo", "GoToR", "Thread",
-                                                           "URI",  "Named", "SubmitForm"};
-
-constexpr std::array<std::string_view, 4> kPageActions = {"NextPage", "PrevPage", "FirstPage",
-                                                          "LastPage"};
 
 constexpr std::array<Rule<ActionFacts>, 2> kActionRules = {{
     {.levels = kPart1,
@@ -26,7 +20,7 @@ constexpr std::array<Rule<ActionFacts>, 2> kActionRules = {{
      .later = {"6.5.1", 1},
      .holds =
          [](const ActionFacts& action) {
-           return IsOneOf(action.type, kPlainActions) || action.type == "GoToE";
+           return IsOneOf(action.type, kPlainActions) || action.type == kLaterAction;
          },
      .wrong = kActionWrong,
      .cure = "Remove the action."},

@@ -1,7 +1,7 @@
 #include <array>
 
 #include "engines/pdfa/rules/AnnotationFacts.h"
-#include "engines/pdfa/rules/OneOf.h"
+#include "engines/pdfa/vocabulary/Names.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -18,20 +18,12 @@ constexpr const char* kFlagsWrong = "An annotation is hidden, not printed, or no
 constexpr const char* kFlagsCure =
     "Set the flag Print, and clear Invisible, Hidden, NoView and ToggleNoView.";
 
-constexpr std::array<std::string_view, 16> kTypesOfPart1 = {
-    "Text",     "Link",      "FreeText", "Line", "Square", "Circle", "Highlight",   "Underline",
-    "Squiggly", "StrikeOut", "Stamp",    "Ink",  "Popup",  "Widget", "PrinterMark", "TrapNet"};
-
-// That PDF/A-2 and -3 allow beside those.
-constexpr std::array<std::string_view, 6> kTypesOfPart2 = {"Polygon",        "PolyLine",  "Caret",
-                                                           "FileAttachment", "Watermark", "Redact"};
-
 constexpr std::array<Rule<AnnotationFacts>, 11> kAnnotationRules = {{
     {.levels = kPart1,
      .part1 = {"6.5.2", 1},
      .holds =
          [](const AnnotationFacts& annotation) {
-           return IsOneOf(annotation.subtype, kTypesOfPart1);
+           return IsOneOf(annotation.subtype, kPlainAnnotations);
          },
      .wrong = "An annotation is of a type that PDF/A-1 does not know or allow.",
      .cure = "Remove the annotation, or validate by PDF/A-2 or -3, which know more types."},
@@ -92,8 +84,8 @@ constexpr std::array<Rule<AnnotationFacts>, 11> kAnnotationRules = {{
      .later = {"6.3.1", 1},
      .holds =
          [](const AnnotationFacts& annotation) {
-           return IsOneOf(annotation.subtype, kTypesOfPart1) ||
-                  IsOneOf(annotation.subtype, kTypesOfPart2);
+           return IsOneOf(annotation.subtype, kPlainAnnotations) ||
+                  IsOneOf(annotation.subtype, kLaterAnnotations);
          },
      .wrong = "An annotation is of a type that PDF/A does not allow.",
      .cure = "Remove the annotation."},

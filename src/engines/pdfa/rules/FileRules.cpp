@@ -1,7 +1,7 @@
 #include <array>
 
 #include "engines/pdfa/rules/FileFacts.h"
-#include "engines/pdfa/rules/OneOf.h"
+#include "engines/pdfa/vocabulary/OneOf.h"
 
 namespace TarnixTools::engines::pdfa {
 

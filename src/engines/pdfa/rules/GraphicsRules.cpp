@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "engines/pdfa/rules/GraphicsFacts.h"
-#include "engines/pdfa/rules/OneOf.h"
+#include "engines/pdfa/vocabulary/Names.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -21,12 +21,6 @@ bool IsNormal(std::string_view blend_mode) {
 }
 
 // Blend modes of ISO 32000-1, tables 136 and 137.
-constexpr std::array<std::string_view, 17> kBlendModes = {
-    "Normal",    "Compatible", "Multiply",   "Screen",    "Overlay",   "Darken",
-    "Lighten",   "ColorDodge", "ColorBurn",  "HardLight", "SoftLight", "Difference",
-    "Exclusion", "Hue",        "Saturation", "Color",     "Luminosity"};
-constexpr std::array<std::string_view, 4> kIntents = {
-    "RelativeColorimetric", "AbsoluteColorimetric", "Perceptual", "Saturation"};
 constexpr std::array<std::string_view, 4> kProcessColors = {"Cyan", "Magenta", "Yellow", "Black"};
 
 // Only colours that are no process colours need one (ISO 32000-1, tables 130 to 134).

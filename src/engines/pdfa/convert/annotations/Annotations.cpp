@@ -1,13 +1,13 @@
 #include "engines/pdfa/convert/annotations/Annotations.h"
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "engines/pdfa/convert/annotations/MadeAppearance.h"
+#include "engines/pdfa/vocabulary/Names.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -24,12 +24,6 @@ constexpr std::int64_t kHidden = 1 << 1;
 constexpr std::int64_t kPrint = 1 << 2;
 constexpr std::int64_t kNoView = 1 << 5;
 constexpr std::int64_t kToggleNoView = 1 << 8;
-
-constexpr std::array<std::string_view, 16> kTypesOfPart1 = {
-    "Text",     "Link",      "FreeText", "Line", "Square", "Circle", "Highlight",   "Underline",
-    "Squiggly", "StrikeOut", "Stamp",    "Ink",  "Popup",  "Widget", "PrinterMark", "TrapNet"};
-constexpr std::array<std::string_view, 6> kLaterTypes = {"Polygon",        "PolyLine",  "Caret",
-                                                         "FileAttachment", "Watermark", "Redact"};
 
 class AnnotationMender {
  public:
@@ -103,9 +97,8 @@ class AnnotationMender {
   }
 
   bool IsAllowed(std::string_view type) const {
-    return std::find(kTypesOfPart1.begin(), kTypesOfPart1.end(), type) != kTypesOfPart1.end() ||
-           (!conversion_->is_part1() &&
-            std::find(kLaterTypes.begin(), kLaterTypes.end(), type) != kLaterTypes.end());
+    return IsOneOf(type, kPlainAnnotations) ||
+           (!conversion_->is_part1() && IsOneOf(type, kLaterAnnotations));
   }
 
   // What has a picture of itself goes on showing it.

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "engines/pdfa/rules/OneOf.h"
+#include "engines/pdfa/vocabulary/Names.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -12,17 +12,6 @@ using pdf::Object;
 namespace {
 
 constexpr std::size_t kMaxNextActions = 1'000;
-
-constexpr std::array<std::string_view, 7> kActions = {"GoTo", "GoToR",      "GoToE", "Thread",
-                                                      "URI",  "SubmitForm", "Named"};
-constexpr std::array<std::string_view, 4> kNamedActions = {"NextPage", "PrevPage", "FirstPage",
-                                                           "LastPage"};
-constexpr std::array<std::string_view, 4> kIntents = {
-    "RelativeColorimetric", "AbsoluteColorimetric", "Perceptual", "Saturation"};
-constexpr std::array<std::string_view, 17> kBlendModes = {
-    "Normal",    "Compatible", "Multiply",   "Screen",    "Overlay",   "Darken",
-    "Lighten",   "ColorDodge", "ColorBurn",  "HardLight", "SoftLight", "Difference",
-    "Exclusion", "Hue",        "Saturation", "Color",     "Luminosity"};
 
 bool Always(const EntryLook& /*look*/) {
   return true;
@@ -35,9 +24,10 @@ bool IsForbiddenAction(const Object& action, const EntryLook& look) {
     return false;  // a destination, or attributes of a structure element
   }
   if (type.IsName("Named")) {
-    return !IsOneOf(look.document->Resolve(action.Get("N"), *look.arena).Text(), kNamedActions);
+    return !IsOneOf(look.document->Resolve(action.Get("N"), *look.arena).Text(), kPageActions);
   }
-  return !IsOneOf(type.Text(), kActions) || (PartOf(look.level) == 1 && type.IsName("GoToE"));
+  return !IsOneOf(type.Text(), kPlainActions) &&
+         (PartOf(look.level) == 1 || !type.IsName(kLaterAction));
 }
 
 bool IsForbiddenActions(const EntryLook& look) {

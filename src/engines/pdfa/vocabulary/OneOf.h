@@ -1,6 +1,6 @@
 // Whether a name is one of some, for predicates.
-#ifndef TARNIX_ENGINES_PDFA_RULES_ONEOF_H_
-#define TARNIX_ENGINES_PDFA_RULES_ONEOF_H_
+#ifndef TARNIX_ENGINES_PDFA_VOCABULARY_ONEOF_H_
+#define TARNIX_ENGINES_PDFA_VOCABULARY_ONEOF_H_
 
 #include <algorithm>
 #include <array>
@@ -16,4 +16,4 @@ constexpr bool IsOneOf(std::string_view name, const std::array<std::string_view,
 
 }  // namespace TarnixTools::engines::pdfa
 
-#endif  // TARNIX_ENGINES_PDFA_RULES_ONEOF_H_
+#endif  // TARNIX_ENGINES_PDFA_VOCABULARY_ONEOF_H_
