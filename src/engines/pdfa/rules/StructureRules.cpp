@@ -1,7 +1,7 @@
 #include <array>
-#include <cstddef>
 
 #include "engines/pdfa/rules/StructureFacts.h"
+#include "engines/pdfa/vocabulary/LanguageTag.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -9,31 +9,6 @@ namespace {
 
 constexpr const char* kLanguageWrong = "A language is not named as RFC 3066 has it.";
 constexpr const char* kLanguageCure = "Name it like en, en-US or de-CH.";
-
-enum class Subtags : bool { kLetters, kLettersAndDigits };
-
-bool IsLetter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-
-// One to eight letters, then any number of parts of one to eight letters (RFC 1766) or letters and
-// digits (RFC 3066), a hyphen before each. An empty text says that the language is not known.
-bool IsTag(std::string_view tag, Subtags subtags) {
-  constexpr std::size_t kMost = 8;
-  std::size_t length = 0;
-  bool is_first = true;
-  for (const char c : tag) {
-    const bool is_digit =
-        c >= '0' && c <= '9' && !is_first && subtags == Subtags::kLettersAndDigits;
-    if (c == '-' && length > 0) {
-      is_first = false;
-      length = 0;
-    } else if (!(IsLetter(c) || is_digit) || ++length > kMost) {
-      return false;
-    }
-  }
-  return tag.empty() || length > 0;
-}
 
 constexpr std::array<Rule<StructureElementFacts>, 3> kStructureElementRules = {{
     {.levels = kTaggedLevels,
@@ -62,14 +37,17 @@ constexpr std::array<Rule<StructureElementFacts>, 3> kStructureElementRules = {{
 constexpr std::array<Rule<LanguageFacts>, 2> kLanguageRules = {{
     {.levels = kTaggedLevels,
      .part1 = {"6.8.4", 1},
-     .holds = [](const LanguageFacts& language) { return IsTag(language.tag, Subtags::kLetters); },
+     .holds =
+         [](const LanguageFacts& language) {
+           return IsLanguageTag(language.tag, Subtags::kLetters);
+         },
      .wrong = kLanguageWrong,
      .cure = kLanguageCure},
     {.levels = kTaggedLevels,
      .later = {"6.7.4", 1},
      .holds =
          [](const LanguageFacts& language) {
-           return IsTag(language.tag, Subtags::kLettersAndDigits);
+           return IsLanguageTag(language.tag, Subtags::kLettersAndDigits);
          },
      .wrong = kLanguageWrong,
      .cure = kLanguageCure},
