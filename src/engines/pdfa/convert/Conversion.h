@@ -2,8 +2,12 @@
 #ifndef TARNIX_ENGINES_PDFA_CONVERT_CONVERSION_H_
 #define TARNIX_ENGINES_PDFA_CONVERT_CONVERSION_H_
 
+#include <cstddef>
+#include <map>
+
 #include "engines/pdfa/Level.h"
 #include "engines/pdfa/convert/ConversionReport.h"
+#include "engines/pdfa/convert/contents/ContentEdits.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
 #include "pdf/write/DocumentRewriter.h"
@@ -18,6 +22,7 @@ struct Conversion {
   pdf::DocumentRewriter& rewriter;
   Level level;
   ConversionReport& report;
+  std::map<std::size_t, ContentEdits> page_edits{};  // by index of the page; see EditedPages.h
 };
 
 }  // namespace TarnixTools::engines::pdfa

@@ -13,6 +13,7 @@
 #include "engines/pdfa/convert/annotations/Annotations.h"
 #include "engines/pdfa/convert/colors/Colors.h"
 #include "engines/pdfa/convert/contents/Contents.h"
+#include "engines/pdfa/convert/contents/EditedPages.h"
 #include "engines/pdfa/convert/fonts/Fonts.h"
 #include "engines/pdfa/convert/images/Images.h"
 #include "engines/pdfa/convert/metadata/Metadata.h"
@@ -140,6 +141,7 @@ void ConvertedDocument::Rewrite(pdf::ByteSink& sink, Level level, const ContentS
   if (Contains(kTaggedLevels, level) && !IsTagged(*document_)) {
     report.Blocking("the document has no tags");
   }
+  WriteEditedPages(conversion);
   MendMetadata(conversion);
   rewriter.Write(sink, RewriteOptionsFor(level));
 }

@@ -1,5 +1,6 @@
 #include "engines/pdfa/convert/ConversionTest.h"
 #include "engines/pdfa/convert/contents/Contents.h"
+#include "engines/pdfa/convert/contents/EditedPages.h"
 #include "engines/pdfa/convert/contents/LargeReals.h"
 #include "support/Readers.h"
 
@@ -17,7 +18,10 @@ class ContentsTest : public ConversionTest {
   std::string Mended(const std::string& content, Level level) {
     RawPdf file = OnePage("/Contents 4 0 R");
     file.Stream(4, "", content);
-    Run(file, level, &MendContents);
+    Run(file, level, [](Conversion& conversion, const ContentSurvey& survey) {
+      MendContents(conversion, survey);
+      WriteEditedPages(conversion);
+    });
     return RunProgram({"qpdf", "--qdf", Path("out.pdf"), "-"}).output;
   }
 };

@@ -1,17 +1,15 @@
 #include "engines/pdfa/convert/contents/Contents.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <set>
 #include <string>
 #include <string_view>
-#include <utility>
 
+#include "engines/pdfa/convert/contents/EditedPages.h"
 #include "engines/pdfa/convert/contents/LargeReals.h"
 #include "pdf/content/ContentReader.h"
 #include "pdf/content/Operators.h"
-#include "pdf/content/PageContents.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -23,11 +21,10 @@ using pdf::ObjectChange;
 
 namespace {
 
-// The content without what is no operator, and without the operands of that; for part 1 without
-// real numbers that are too large for it, too.
-std::string Cleaned(std::string_view content, bool is_part1) {
-  std::string text;
-  std::size_t done = 0;
+// Takes out what is no operator, and the operands of that; for part 1 real numbers that are too
+// large for it, too.
+ContentEdits CleaningOf(std::string_view content, bool is_part1) {
+  ContentEdits edits;
   pdf::ContentReader reader(content);
   pdf::Operation operation;
   while (reader.Next(operation)) {
@@ -37,13 +34,13 @@ std::string Cleaned(std::string_view content, bool is_part1) {
     }
     const char* start =
         operation.operands.empty() ? operation.name.data() : operation.operands.data();
-    const auto begin = static_cast<std::size_t>(start - content.data());
-    text += content.substr(done, begin - std::min(begin, done));
-    text += is_known ? WithoutLargeReals(operation.operands) + " " + std::string(operation.name)
-                     : std::string("\n");
-    done = static_cast<std::size_t>(operation.name.data() - content.data()) + operation.name.size();
+    const auto end = static_cast<std::size_t>(operation.name.data() - content.data());
+    edits.Replace(static_cast<std::size_t>(start - content.data()), end + operation.name.size(),
+                  is_known
+                      ? WithoutLargeReals(operation.operands) + " " + std::string(operation.name)
+                      : std::string("\n"));
   }
-  return text += content.substr(done);
+  return edits;
 }
 
 std::string PlainDictionary(const Object& dictionary) {
@@ -57,18 +54,12 @@ std::string PlainDictionary(const Object& dictionary) {
   return text + ">>";
 }
 
-void MendPage(Conversion& conversion, const pdf::PageTree::Page& page) {
-  Arena arena;
-  const Object dictionary = conversion.pages.Load(page, arena);
-  const pdf::PageContents contents =
-      pdf::ReadPageContents(conversion.document, dictionary.Get("Contents"));
-  if (page.number == 0 || !contents.is_whole) {
+void MendPage(Conversion& conversion, std::size_t page_index) {
+  const pdf::PageContents contents = ContentOfPage(conversion, page_index);
+  if (conversion.pages.pages()[page_index].number == 0 || !contents.is_whole) {
     return;
   }
-  std::string reference;
-  pdf::AppendReference(reference, conversion.rewriter.Add(ObjectChange::Stream(
-                                      "<<>>", Cleaned(contents.bytes, conversion.is_part1()))));
-  conversion.rewriter.SetEntry(page.number, "Contents", reference);
+  conversion.page_edits[page_index].Take(CleaningOf(contents.bytes, conversion.is_part1()));
   conversion.report.Changed("content with operators or numbers that are not allowed");
 }
 
@@ -79,8 +70,9 @@ void MendStream(Conversion& conversion, std::uint32_t number) {
     return;
   }
   conversion.rewriter.Change(
-      number, ObjectChange::Stream(PlainDictionary(conversion.document.Load({number, 0}, arena)),
-                                   Cleaned(stream->data, conversion.is_part1())));
+      number, ObjectChange::Stream(
+                  PlainDictionary(conversion.document.Load({number, 0}, arena)),
+                  CleaningOf(stream->data, conversion.is_part1()).AppliedTo(stream->data)));
   conversion.report.Changed("content with operators or numbers that are not allowed");
 }
 
@@ -95,7 +87,7 @@ void MendContents(Conversion& conversion, const ContentSurvey& survey) {
                    survey.contents_with_large_reals().end());
   }
   for (const std::size_t index : pages) {
-    MendPage(conversion, conversion.pages.pages()[index]);
+    MendPage(conversion, index);
   }
   for (const std::uint32_t number : streams) {
     MendStream(conversion, number);

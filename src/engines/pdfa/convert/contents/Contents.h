@@ -8,7 +8,8 @@
 
 namespace TarnixTools::engines::pdfa {
 
-// Throws pdf::Error for a document that cannot be read any more.
+// Pages are edited, and written by WriteEditedPages. Throws pdf::Error for a document that cannot be
+// read any more.
 void MendContents(Conversion& conversion, const ContentSurvey& survey);
 
 }  // namespace TarnixTools::engines::pdfa

@@ -1,0 +1,22 @@
+// The content of pages that several steps of a conversion change, written once.
+#ifndef TARNIX_ENGINES_PDFA_CONVERT_CONTENTS_EDITEDPAGES_H_
+#define TARNIX_ENGINES_PDFA_CONVERT_CONTENTS_EDITEDPAGES_H_
+
+#include <cstddef>
+
+#include "engines/pdfa/convert/Conversion.h"
+#include "pdf/content/PageContents.h"
+
+namespace TarnixTools::engines::pdfa {
+
+// The content of a page as the document has it, which is what places in it mean. Throws pdf::Error
+// for a document that cannot be read any more.
+pdf::PageContents ContentOfPage(Conversion& conversion, std::size_t page_index);
+
+// Gives each page that was edited content of its own. What changes the pages is read again when its
+// turn has come, so that it is not held meanwhile.
+void WriteEditedPages(Conversion& conversion);
+
+}  // namespace TarnixTools::engines::pdfa
+
+#endif  // TARNIX_ENGINES_PDFA_CONVERT_CONTENTS_EDITEDPAGES_H_
