@@ -1,0 +1,117 @@
+// Finds what belongs together on pages: paragraphs and headings by TextBlocks, pictures, and what is
+// decoration.
+//
+//   PageScan scan(document, pages, survey);
+//   const PageMarks marks = scan.Scan(page_index);
+//
+// Forms are gone into to see what they are, and stand as one whole. What is marked as an artifact stays
+// one; marks of layers and of replacement texts stay, too; those of another structure go.
+#ifndef TARNIX_ENGINES_PDFA_CONVERT_TAGS_PAGESCAN_H_
+#define TARNIX_ENGINES_PDFA_CONVERT_TAGS_PAGESCAN_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engines/pdfa/convert/survey/ContentSurvey.h"
+#include "engines/pdfa/convert/tags/PageMarks.h"
+#include "engines/pdfa/convert/tags/TextBlocks.h"
+#include "pdf/content/ContentVisitor.h"
+#include "pdf/content/ContentWalker.h"
+#include "pdf/tree/PageTree.h"
+
+namespace TarnixTools::engines::pdfa {
+
+class PageScan : private pdf::ContentVisitor {
+ public:
+  // All of them outlive this.
+  PageScan(pdf::Document& document, const pdf::PageTree& pages, const ContentSurvey& survey);
+
+  // Throws pdf::Error for a document that cannot be read any more.
+  PageMarks Scan(std::size_t page_index);
+
+ private:
+  // What a form paints.
+  struct FormLook {
+    std::uint32_t number = 0;
+    std::uint64_t codes = 0;  // of text
+    bool paints = false;
+  };
+
+  // Operators that paint, one after the other.
+  struct Unit {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    std::optional<std::uint32_t> block;  // nothing for what is no block, or not yet
+    bool paints = false;
+    bool is_image = false;
+    std::size_t text_object = 0;  // that it stands in; 0 for none
+    bool is_apart = false;        // a mark stands between it and the one before
+    std::size_t curves = 0;
+    pdf::Box box;
+  };
+
+  // Marked content that the page has already.
+  struct OldMark {
+    bool is_artifact = false;
+    bool is_removed = false;
+  };
+
+  bool EnterContent(const pdf::ContentEntry& entry) override;
+  void LeaveContent(const pdf::ContentEntry& entry) override;
+  void Operator(const pdf::Operation& operation, std::size_t offset) override;
+  void DrawImage(const pdf::ImageUse& image) override;
+  std::optional<pdf::TextAdvance> ShowText(const pdf::StringUse& string) override;
+  void PaintPath(const pdf::PathUse& path) override;
+  void BeginMarked(const pdf::MarkedContent& mark) override;
+
+  bool IsOnPage() const { return forms_.empty(); }
+
+  void Await(std::size_t begin);
+  void TakeAwaited();
+  void Add(const Unit& unit);
+  void MergeLast();
+  void NotePath(const pdf::Operation& operation);
+  void NoteTextObject(const pdf::Operation& operation);
+  void EndTextObject();
+  void NoteMark(const pdf::Operation& operation);
+  void NoteForm(const FormLook& look);
+  std::optional<TextRun> RunOf(const pdf::StringUse& string, pdf::TextAdvance& advance);
+  std::uint32_t AddBlock(PageBlock::Kind kind, const pdf::Box& box, std::uint64_t codes);
+  bool IsPassedOver();
+  void ChooseFigures();
+  void FinishPage();
+
+  pdf::Document* document_;
+  const pdf::PageTree* pages_;
+  const ContentSurvey* survey_;
+  pdf::ContentWalker walker_;
+  std::map<std::uint32_t, FormLook> looks_;  // by number of the form
+  std::vector<FormLook> forms_;              // that run
+  std::vector<std::uint32_t> split_;         // codes of a string
+
+  // Of the page.
+  PageMarks marks_;
+  TextBlocks blocks_;
+  std::vector<Unit> units_;
+  std::optional<Unit> awaited_;  // of the operator that runs
+  std::vector<OldMark> old_marks_;
+  pdf::Box form_box_;
+  std::size_t operator_begin_ = 0;  // with its operands
+  std::size_t operator_end_ = 0;
+  std::optional<std::size_t> path_begin_;
+  std::size_t curves_ = 0;
+  std::size_t text_object_ = 0;  // that runs; 0 for none
+  std::size_t text_objects_ = 0;
+  std::size_t text_begin_ = 0;
+  std::size_t units_before_text_ = 0;
+  bool is_apart_ = false;          // a mark has come since the last unit
+  bool has_mark_in_text_ = false;  // one has come in the text object
+};
+
+}  // namespace TarnixTools::engines::pdfa
+
+#endif  // TARNIX_ENGINES_PDFA_CONVERT_TAGS_PAGESCAN_H_
