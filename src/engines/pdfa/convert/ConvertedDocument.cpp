@@ -23,6 +23,7 @@
 #include "engines/pdfa/convert/structure/MissingResources.h"
 #include "engines/pdfa/convert/structure/PageBoxes.h"
 #include "engines/pdfa/convert/survey/ContentSurvey.h"
+#include "engines/pdfa/convert/tags/Tags.h"
 #include "engines/support/files/DiskFile.h"
 #include "engines/support/metadata/Signatures.h"
 #include "pdf/Error.h"
@@ -138,9 +139,7 @@ void ConvertedDocument::Rewrite(pdf::ByteSink& sink, Level level, const ContentS
   MendColors(conversion, survey);
   MendContents(conversion, survey);
   MendImages(conversion);
-  if (Contains(kTaggedLevels, level) && !IsTagged(*document_)) {
-    report.Blocking("the document has no tags");
-  }
+  MendTags(conversion, survey);
   WriteEditedPages(conversion);
   MendMetadata(conversion);
   rewriter.Write(sink, RewriteOptionsFor(level));

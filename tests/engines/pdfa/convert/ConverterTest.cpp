@@ -1,9 +1,12 @@
+#include <string>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "engines/pdfa/PdfA.h"
 #include "engines/pdfa/convert/ConverterErrors.h"
 #include "support/QpdfDocument.h"
+#include "support/RawPdf.h"
 #include "support/Readers.h"
 #include "support/TempDir.h"
 #include "support/TestPdf.h"
@@ -63,14 +66,33 @@ TEST_F(ConverterTest, ChoosesTheMostUsefulLevel) {
   EXPECT_EQ(Pdf2PdfGetReachedCompliance(object_), 0x1702);
 }
 
-TEST_F(ConverterTest, ClaimsNoTagsThatAreNotThere) {
+TEST_F(ConverterTest, MakesTagsForLevelA) {
   TestPdf().Pages(1, "Page").Write(Path("in.pdf"));
-  Pdf2PdfSetCompliance(object_, 0x1703);
+  for (const int level : {0x1402, 0x1703, 0x1713}) {
+    Pdf2PdfSetCompliance(object_, level);
+    EXPECT_EQ(Convert("in.pdf"), 1) << ReadBytes(Path("out.log"));
+    EXPECT_EQ(Pdf2PdfGetReachedCompliance(object_), level);
+    EXPECT_THAT(PageTexts(Path("out.pdf")), ElementsAre("Page 1"));
+    EXPECT_EQ(QpdfComplaints(Path("out.pdf")), "");
+  }
+}
+
+TEST_F(ConverterTest, ClaimsNoLevelThatDoesNotHold) {
+  std::string many;
+  for (int i = 0; i < 8192; ++i) {
+    many += "0 ";
+  }
+  testing::RawPdf file;
+  file.Object(1, "<</Type/Catalog/Pages 2 0 R/Many[" + many + "]>>");
+  file.Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>");
+  file.Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 100]>>");
+  testing::WriteBytes(Path("in.pdf"), file.Table("/Root 1 0 R"));
+  Pdf2PdfSetCompliance(object_, 0x1401);
   EXPECT_EQ(Convert("in.pdf"), 0);
   EXPECT_EQ(Code(), 0x83410540U);
-  EXPECT_EQ(Pdf2PdfGetReachedCompliance(object_), 0x1702);
+  EXPECT_EQ(Pdf2PdfGetReachedCompliance(object_), 0x1701);
   EXPECT_GT(Pdf2PdfGetConversionErrors(object_), 0);
-  EXPECT_THAT(ReadBytes(Path("out.log")), HasSubstr("not mended: the document has no tags"));
+  EXPECT_THAT(ReadBytes(Path("out.log")), HasSubstr("not mended: 6.1.12-5"));
   EXPECT_EQ(QpdfComplaints(Path("out.pdf")), "");
 }
 

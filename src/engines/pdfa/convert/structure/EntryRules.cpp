@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "engines/pdfa/vocabulary/LanguageTag.h"
 #include "engines/pdfa/vocabulary/Names.h"
+#include "pdf/tree/TextString.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -158,6 +160,12 @@ bool IsTransparencyGroup(const EntryLook& look) {
   return look.document->Resolve(look.value.Get("S"), *look.arena).IsName("Transparency");
 }
 
+bool IsBadLanguage(const EntryLook& look) {
+  return look.value.IsString() &&
+         !IsLanguageTag(pdf::TextStringToUtf8(look.value.Text()),
+                        PartOf(look.level) == 1 ? Subtags::kLetters : Subtags::kLettersAndDigits);
+}
+
 bool IsOfAnnotation(const EntryLook& look) {
   return look.owner.Has("Rect") && look.owner.Has("Subtype");
 }
@@ -211,6 +219,8 @@ constexpr std::array kRules = {
     EntryRule{"Perms", &IsCatalogs, kAllLevels, "permissions granted by signatures"},
     EntryRule{"Version", &IsCatalogs, kAllLevels, "a version of the catalog's own"},
     EntryRule{"AlternatePresentations", &Always, kAllLevels, "alternate presentations"},
+    EntryRule{"Lang", &IsBadLanguage, kTaggedLevels,
+              "languages that are not named as they should be"},
     EntryRule{"PresSteps", &IsPages, kAllLevels, "steps of a presentation"},
 };
 

@@ -1,0 +1,154 @@
+#include <string>
+
+#include "engines/pdfa/convert/ConversionTest.h"
+#include "engines/pdfa/convert/contents/EditedPages.h"
+#include "engines/pdfa/convert/tags/Tags.h"
+#include "support/Readers.h"
+
+namespace TarnixTools::engines::pdfa {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+using testing::QpdfDocument;
+using testing::RawPdf;
+using testing::RunProgram;
+
+using Json = QpdfDocument::Json;
+
+constexpr const char* kFont = "/Resources<</Font<</F 5 0 R>>/XObject<</I 6 0 R>>>>";
+
+class TagsTest : public ConversionTest {
+ protected:
+  static RawPdf WithContent(const std::string& content, const std::string& page = "",
+                            const std::string& catalog = "") {
+    RawPdf file = OnePage("/Contents 4 0 R" + (kFont + page), catalog);
+    file.Stream(4, "", content);
+    file.Object(5, "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>");
+    file.Stream(6, "/Subtype/Image/Width 1/Height 1/ColorSpace/DeviceGray/BitsPerComponent 8", "x");
+    return file;
+  }
+
+  // The document with tags; its content, decoded, is in content_.
+  QpdfDocument Tagged(const RawPdf& file, Level level = Level::k2a) {
+    QpdfDocument written =
+        Run(file, level, [](Conversion& conversion, const ContentSurvey& survey) {
+          MendTags(conversion, survey);
+          WriteEditedPages(conversion);
+        });
+    content_ = RunProgram({"qpdf", "--qdf", Path("out.pdf"), "-"}).output;
+    return written;
+  }
+
+  // The elements of the document.
+  static std::vector<Json> Elements(const QpdfDocument& written) {
+    const Json root = written.Follow(written.Catalog()["/StructTreeRoot"]);
+    const Json document = written.Follow(root["/K"]);
+    std::vector<Json> elements;
+    for (const Json& kid : document["/K"]) {
+      elements.push_back(written.Follow(kid));
+    }
+    return elements;
+  }
+
+  std::string content_;
+};
+
+TEST_F(TagsTest, AreMadeOfParagraphsHeadingsAndPictures) {
+  const QpdfDocument written = Tagged(WithContent(
+      "BT /F 20 Tf 10 80 Td (Title) Tj ET "
+      "BT /F 8 Tf 10 60 Td (A paragraph of text) Tj 0 -9 Td (and its second line) Tj ET "
+      "0 0 9 9 re f q 10 0 0 10 100 10 cm /I Do Q"));
+  const std::vector<Json> elements = Elements(written);
+  ASSERT_EQ(elements.size(), 3U);
+  EXPECT_EQ(elements[0]["/S"], "/H1");
+  EXPECT_EQ(elements[1]["/S"], "/P");
+  EXPECT_EQ(elements[1]["/K"], Json::array({1}));
+  EXPECT_EQ(elements[2]["/S"], "/Figure");
+  EXPECT_TRUE(elements[2].contains("/Alt"));
+  EXPECT_EQ(elements[2]["/A"]["/BBox"], Json::array({100, 10, 110, 20}));
+  EXPECT_THAT(content_, HasSubstr("/H1<</MCID 0>>BDC\nBT"));
+  EXPECT_THAT(content_, HasSubstr("/Artifact BMC\n0 0 9 9 re f\nEMC"));
+  EXPECT_THAT(content_, HasSubstr("/Figure<</MCID 2>>BDC\n/I Do\nEMC"));
+}
+
+TEST_F(TagsTest, AreFoundFromPages) {
+  const QpdfDocument written = Tagged(WithContent("BT /F 8 Tf 10 80 Td (A) Tj 100 0 Td (B) Tj ET"));
+  EXPECT_EQ(written.Catalog()["/MarkInfo"]["/Marked"], true);
+  EXPECT_EQ(written.Catalog()["/Lang"], "u:und");
+  EXPECT_EQ(written.Follow(written.Page(1))["/StructParents"], 0);
+  const Json root = written.Follow(written.Catalog()["/StructTreeRoot"]);
+  const Json leaf = written.Follow(written.Follow(root["/ParentTree"])["/Kids"][0]);
+  EXPECT_EQ(leaf["/Limits"], Json::array({0, 0}));
+  EXPECT_EQ(leaf["/Nums"][1].size(), 2U);
+  EXPECT_EQ(written.Follow(leaf["/Nums"][1][1])["/S"], "/P");
+  EXPECT_THAT(content_, HasSubstr("/P<</MCID 1>>BDC\n(B) Tj\nEMC"));
+}
+
+TEST_F(TagsTest, HaveLinksWithinTheirText) {
+  RawPdf file = WithContent("BT /F 8 Tf 10 80 Td (A link) Tj ET", "/Annots[7 0 R 8 0 R]");
+  file.Object(7, "<</Type/Annot/Subtype/Link/Rect[12 80 20 88]>>");
+  file.Object(8, "<</Type/Annot/Subtype/Square/Rect[100 10 120 20]>>");
+  const QpdfDocument written = Tagged(file);
+  const std::vector<Json> elements = Elements(written);
+  ASSERT_EQ(elements.size(), 2U);
+  const Json link = written.Follow(elements[0]["/K"][1]);
+  EXPECT_EQ(link["/S"], "/Link");
+  EXPECT_EQ(link["/K"]["/Type"], "/OBJR");
+  EXPECT_EQ(written.Follow(link["/K"]["/Obj"])["/StructParent"], 1);
+  EXPECT_EQ(elements[1]["/S"], "/Annot");
+}
+
+TEST_F(TagsTest, ReplaceAStructureWithoutContent) {
+  const QpdfDocument written =
+      Tagged(WithContent("/Span<</MCID 7>>BDC BT /F 8 Tf 10 80 Td (A) Tj ET EMC "
+                         "/Artifact BMC 0 0 5 5 re f EMC",
+                         "/StructParents 5", "/MarkInfo<</Marked true>>/StructTreeRoot<<>>"));
+  EXPECT_EQ(Elements(written).size(), 1U);
+  EXPECT_THAT(content_, Not(HasSubstr("MCID 7")));
+  EXPECT_THAT(content_, HasSubstr("/Artifact BMC 0 0 5 5 re f EMC"));
+}
+
+TEST_F(TagsTest, KeepWhatTheTextMeans) {
+  Tagged(WithContent("/Span<</MCID 7/ActualText(x)>>BDC BT /F 8 Tf 10 80 Td (A) Tj ET EMC"));
+  EXPECT_THAT(content_, HasSubstr("/Span<</ActualText(x)>>BDC"));
+}
+
+TEST_F(TagsTest, StayWhereTheyAreSound) {
+  RawPdf file =
+      WithContent("/Odd<</MCID 0>>BDC BT /F 8 Tf 10 80 Td (A) Tj ET EMC", "/StructParents 0",
+                  "/MarkInfo<</Marked true>>/StructTreeRoot 7 0 R/Lang(de-CH)");
+  file.Object(7, "<</Type/StructTreeRoot/K 8 0 R/ParentTree<</Nums[0[8 0 R]]>>>>");
+  file.Object(8, "<</Type/StructElem/S/Odd/P 7 0 R/Pg 3 0 R/K 0>>");
+  const QpdfDocument written = Tagged(file);
+  const Json root = written.Follow(written.Catalog()["/StructTreeRoot"]);
+  EXPECT_EQ(written.Follow(root["/K"])["/S"], "/Odd");
+  EXPECT_EQ(root["/RoleMap"]["/Odd"], "/Div");
+  EXPECT_EQ(written.Catalog()["/Lang"], "u:de-CH");
+  EXPECT_THAT(Report(), HasSubstr("types of structure elements that are not known"));
+}
+
+TEST_F(TagsTest, LoseRolesOfStandardTypesThatLeadNowhere) {
+  RawPdf file = WithContent("/P<</MCID 0>>BDC EMC", "/StructParents 0",
+                            "/MarkInfo<</Marked true>>/StructTreeRoot 7 0 R");
+  file.Object(7, "<</Type/StructTreeRoot/K 8 0 R/RoleMap<</P/Odd>>>>");
+  file.Object(8, "<</Type/StructElem/S/P/P 7 0 R/Pg 3 0 R/K[0]>>");
+  const QpdfDocument written = Tagged(file);
+  EXPECT_TRUE(written.Follow(written.Catalog()["/StructTreeRoot"])["/RoleMap"].empty());
+}
+
+TEST_F(TagsTest, AreNotMadeForOtherLevels) {
+  const RawPdf file = WithContent("BT /F 8 Tf 10 80 Td (A) Tj ET");
+  EXPECT_FALSE(Tagged(file, Level::k2u).Catalog().contains("/StructTreeRoot"));
+  EXPECT_EQ(Report(), "");
+}
+
+TEST_F(TagsTest, TakeADrawingAsAFigure) {
+  const QpdfDocument written = Tagged(WithContent("0 0 9 9 re f q 20 20 50 50 re f Q"));
+  const std::vector<Json> elements = Elements(written);
+  ASSERT_EQ(elements.size(), 1U);
+  EXPECT_EQ(elements[0]["/S"], "/Figure");
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::pdfa
