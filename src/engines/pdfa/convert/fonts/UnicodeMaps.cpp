@@ -25,11 +25,23 @@ constexpr std::size_t kMaxMappings = 200'000;
 constexpr char32_t kPrivate = 0xE000;
 constexpr std::uint32_t kPrivateCount = 0x1900;
 
-// ISO 19005-2, 6.2.11.7.2.
-bool IsAllowed(const std::u32string& text) {
-  return !text.empty() && std::none_of(text.begin(), text.end(), [](char32_t c) {
-    return c == 0 || c == 0xFEFF || c == 0xFFFE;
+// Stands for a character that is not known.
+constexpr char32_t kReplacement = 0xFFFD;
+
+bool IsPrivate(char32_t c) {
+  return (c >= kPrivate && c < kPrivate + kPrivateCount) || c >= 0xF0000;
+}
+
+// ISO 19005-2, 6.2.11.7.2 and 6.2.11.7.3.
+bool IsAllowed(const std::u32string& text, Level level) {
+  return !text.empty() && std::none_of(text.begin(), text.end(), [level](char32_t c) {
+    return c == 0 || c == 0xFEFF || c == 0xFFFE || (Contains(kTaggedLevels, level) && IsPrivate(c));
   });
+}
+
+// Codes are told apart by characters of private use where these are allowed.
+std::u32string UnknownText(Level level, std::uint32_t index) {
+  return {Contains(kTaggedLevels, level) ? kReplacement : kPrivate + index % kPrivateCount};
 }
 
 // The characters that the glyphs of an embedded program stand for.
@@ -72,13 +84,13 @@ class ProgramTexts {
 };
 
 // What readers know without being told: names of glyphs by an encoding of the standard.
-bool IsKnown(const FontUse& use, const FontTexts& texts, std::uint32_t code) {
+bool IsKnown(const FontUse& use, const FontTexts& texts, std::uint32_t code, Level level) {
   if (use.font->has_to_unicode()) {
-    return IsAllowed(texts.SaidTextOf(code));
+    return IsAllowed(texts.SaidTextOf(code), level);
   }
   return !use.font->is_composite() && use.font->kind() != fonts::FontKind::kType3 &&
          !use.font->GlyphNameOf(static_cast<std::uint8_t>(code)).empty() &&
-         IsAllowed(texts.TextOf(code));
+         IsAllowed(texts.TextOf(code), level);
 }
 
 // Whether its identifiers are of a collection whose characters readers know (9.10.2).
@@ -104,13 +116,14 @@ bool TellsNothing(const FontUse& use, const FontTexts& texts) {
 }  // namespace
 
 void MendUnicode(Conversion& conversion, const FontUse& use) {
+  const Level level = conversion.level;
   const FontTexts texts(conversion.document, *use.font);
   if (IsOfKnownCollection(conversion.document, use) && TellsNothing(use, texts)) {
     conversion.rewriter.RemoveEntry(use.font->number(), "ToUnicode");
     return;
   }
   if (std::all_of(use.codes.begin(), use.codes.end(),
-                  [&](std::uint32_t code) { return IsKnown(use, texts, code); })) {
+                  [&](std::uint32_t code) { return IsKnown(use, texts, code, level); })) {
     return;
   }
   ProgramTexts program(conversion.document, *use.font);
@@ -118,14 +131,13 @@ void MendUnicode(Conversion& conversion, const FontUse& use) {
   std::uint32_t unknown = 0;
   for (const std::uint32_t code : use.codes) {
     std::u32string text = texts.TextOf(code);
-    if (!IsAllowed(text)) {
+    if (!IsAllowed(text, level)) {
       text = program.TextOf(code);
     }
-    unicode[code] = IsAllowed(text)
-                        ? text
-                        : std::u32string(1, kPrivate + (use.font->is_composite() ? unknown : code) %
-                                                           kPrivateCount);
-    unknown += IsAllowed(text) ? 0 : 1;
+    const bool is_allowed = IsAllowed(text, level);
+    unicode[code] =
+        is_allowed ? text : UnknownText(level, use.font->is_composite() ? unknown : code);
+    unknown += is_allowed ? 0 : 1;
   }
   std::string reference;
   const int code_bytes = use.font->codes() != nullptr ? use.font->codes()->code_bytes() : 2;
