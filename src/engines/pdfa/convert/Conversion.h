@@ -3,7 +3,9 @@
 #define TARNIX_ENGINES_PDFA_CONVERT_CONVERSION_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
+#include <set>
 
 #include "engines/pdfa/Level.h"
 #include "engines/pdfa/convert/ConversionReport.h"
@@ -22,6 +24,8 @@ struct Conversion {
   pdf::DocumentRewriter& rewriter;
   Level level;
   ConversionReport& report;
+  // Numbers of those whose appearance is to be a picture of what is seen in their place.
+  std::set<std::uint32_t> pictured_annotations{};
   std::map<std::size_t, ContentEdits> page_edits{};  // by index of the page; see EditedPages.h
 };
 

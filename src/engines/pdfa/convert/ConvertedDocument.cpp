@@ -24,6 +24,7 @@
 #include "engines/pdfa/convert/structure/PageBoxes.h"
 #include "engines/pdfa/convert/survey/ContentSurvey.h"
 #include "engines/pdfa/convert/tags/Tags.h"
+#include "engines/pdfa/convert/transparency/Flattening.h"
 #include "engines/support/files/DiskFile.h"
 #include "engines/support/metadata/Signatures.h"
 #include "pdf/Error.h"
@@ -72,7 +73,9 @@ std::string TextOf(const Finding& finding) {
 }  // namespace
 
 ConvertedDocument::ConvertedDocument(const platform::WidePath& path, std::string_view password)
-    : file_(OpenFile(path)),
+    : path_(path),
+      password_(password),
+      file_(OpenFile(path)),
       document_(pdf::Document::Open(std::make_unique<DiskSource>(file_), password)),
       pages_(*document_) {}
 
@@ -133,6 +136,7 @@ void ConvertedDocument::Rewrite(pdf::ByteSink& sink, Level level, const ContentS
   MendLayers(conversion);
   MendAttachments(conversion);
   MendAnnotations(conversion);
+  FlattenTransparency(conversion, path_, password_);
   AddMissingResources(conversion, survey);
   MendPageBoxes(conversion);
   MendFonts(conversion, survey);

@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "engines/pdfa/Level.h"
@@ -50,6 +51,8 @@ class ConvertedDocument {
   void Rewrite(pdf::ByteSink& sink, Level level, const ContentSurvey& survey,
                ConversionReport& report);
 
+  platform::WidePath path_;
+  std::string password_;
   std::shared_ptr<std::FILE> file_;
   std::unique_ptr<pdf::Document> document_;
   pdf::PageTree pages_;

@@ -1,0 +1,114 @@
+#include <algorithm>
+#include <string>
+
+#include "engines/pdfa/convert/ConversionTest.h"
+#include "engines/pdfa/convert/contents/EditedPages.h"
+#include "engines/pdfa/convert/transparency/Flattening.h"
+#include "engines/pdfa/convert/transparency/TransparentAreas.h"
+#include "support/Readers.h"
+
+namespace TarnixTools::engines::pdfa {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using testing::QpdfDocument;
+using testing::RawPdf;
+using testing::RunProgram;
+using ::testing::SizeIs;
+
+using Json = QpdfDocument::Json;
+
+constexpr const char* kResources =
+    "/Contents 4 0 R/Resources<</ExtGState<</H<</ca .5>>/N<</ca 1>>>>/XObject<</I 5 0 R/F 7 0 "
+    "R>>>>";
+
+class FlatteningTest : public ConversionTest {
+ protected:
+  static RawPdf WithContent(const std::string& content, const std::string& page = "") {
+    RawPdf file = OnePage(kResources + page);
+    file.Stream(4, "", content);
+    const std::string image =
+        "/Subtype/Image/Width 1/Height 1/ColorSpace/DeviceGray/BitsPerComponent 8";
+    file.Stream(5, image + "/SMask 6 0 R", "x");
+    file.Stream(6, image, "x");
+    file.Stream(7, "/Subtype/Form/BBox[0 0 9 9]/Group<</S/Transparency>>", "0 0 9 9 re f");
+    return file;
+  }
+
+  TransparentPage Find(const RawPdf& file) {
+    TransparentPage found;
+    Run(file, Level::k1b, [&](Conversion& conversion) {
+      found = TransparentAreas(conversion.document, conversion.pages).Find(0);
+    });
+    return found;
+  }
+
+  QpdfDocument Flattened(const RawPdf& file, Level level = Level::k1b) {
+    return Run(file, level, [this](Conversion& conversion) {
+      conversion.pictured_annotations.insert(8);
+      FlattenTransparency(conversion, platform::WidePath(Path("in.pdf")), "");
+      WriteEditedPages(conversion);
+    });
+  }
+};
+
+TEST_F(FlatteningTest, FindsWhatIsHalfTransparent) {
+  EXPECT_THAT(Find(WithContent("0 0 9 9 re f /N gs 0 0 9 9 re f")).areas, IsEmpty());
+  const TransparentPage found = Find(WithContent("q /H gs 10 20 30 10 re f Q 0 0 9 9 re f"));
+  ASSERT_THAT(found.areas, SizeIs(1));
+  EXPECT_EQ(found.areas[0], (pdf::Box{10, 20, 40, 30}));
+}
+
+TEST_F(FlatteningTest, FindsGroupsThatArePaintedHalfTransparent) {
+  EXPECT_THAT(Find(WithContent("/F Do")).areas, IsEmpty());
+  EXPECT_THAT(Find(WithContent("/H gs /F Do")).areas, SizeIs(1));
+}
+
+TEST_F(FlatteningTest, LeavesMaskedImagesOnWhite) {
+  EXPECT_THAT(Find(WithContent("q 9 0 0 9 50 50 cm /I Do Q")).areas, IsEmpty());
+  EXPECT_THAT(Find(WithContent("1 g 0 0 99 99 re f q 9 0 0 9 50 50 cm /I Do Q")).areas, IsEmpty());
+  EXPECT_THAT(Find(WithContent("0 0 99 99 re f q 9 0 0 9 50 50 cm /I Do Q")).areas, SizeIs(1));
+}
+
+TEST_F(FlatteningTest, JoinsWhatOverlaps) {
+  const std::string content = "/H gs 0 0 20 20 re f 50 0 20 20 re f 10 10 45 5 re f 90 90 5 5 re f";
+  EXPECT_THAT(Find(WithContent(content)).areas, SizeIs(2));
+}
+
+TEST_F(FlatteningTest, PaintsAPictureOverIt) {
+  const QpdfDocument written =
+      Flattened(WithContent("0 1 0 rg 0 0 200 100 re f q 1 0 0 rg /H gs 72 20 72 36 re f"));
+  const Json page = written.Follow(written.Page(1));
+  const Json objects = page["/Resources"]["/XObject"];
+  EXPECT_EQ(objects.size(), 3U);
+  const auto found = std::find_if(objects.items().begin(), objects.items().end(),
+                                  [](const auto& it) { return it.key().starts_with("/Flat"); });
+  ASSERT_TRUE(found != objects.items().end());
+  const Json picture = written.Follow(found.value());
+  EXPECT_NEAR(picture["/Width"].get<double>(), 205, 3);  // an inch and the margin
+  EXPECT_NEAR(picture["/Height"].get<double>(), 105, 3);
+  EXPECT_THAT(RunProgram({"qpdf", "--qdf", Path("out.pdf"), "-"}).output,
+              HasSubstr("Q\nQ\n/Artifact BMC\nq "));
+  EXPECT_THAT(Report(), HasSubstr("into pictures"));
+}
+
+TEST_F(FlatteningTest, MakesPicturesOfAnnotations) {
+  RawPdf file = WithContent(" ", "/Annots[8 0 R]");
+  file.Object(8, "<</Type/Annot/Subtype/Highlight/Rect[10 10 50 20]/AP<</N 9 0 R>>>>");
+  file.Stream(9, "/Subtype/Form/BBox[0 0 9 9]", "0 0 9 9 re f");
+  const QpdfDocument written = Flattened(file);
+  const Json annotation = written.Follow(written.Follow(written.Page(1))["/Annots"][0]);
+  const Json form = written.Follow(annotation["/AP"]["/N"]);
+  EXPECT_EQ(form["/BBox"], Json::array({10, 10, 50, 20}));
+  EXPECT_TRUE(form["/Resources"]["/XObject"].contains("/Flat"));
+}
+
+TEST_F(FlatteningTest, LeavesOtherPartsAlone) {
+  const QpdfDocument written = Flattened(WithContent("/H gs 0 0 9 9 re f"), Level::k2b);
+  EXPECT_EQ(written.Follow(written.Page(1))["/Resources"]["/XObject"].size(), 2U);
+  EXPECT_EQ(Report(), "");
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::pdfa
