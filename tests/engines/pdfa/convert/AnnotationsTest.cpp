@@ -27,6 +27,11 @@ class AnnotationsTest : public ConversionTest {
     return list.empty() ? Json() : written_->Follow(list[0]);
   }
 
+  // The appearance of the annotation.
+  Json AppearanceOf(const Json& annotation) const {
+    return written_->Follow(annotation["/AP"]["/N"]);
+  }
+
   std::optional<QpdfDocument> written_;
 };
 
@@ -68,6 +73,38 @@ TEST_F(AnnotationsTest, GetAnEmptyAppearance) {
   EXPECT_EQ(written_->Follow(widget["/AP"]["/N"])["/Subtype"], "/Form");
   EXPECT_THAT(Report(),
               HasSubstr("left out: what viewers draw for annotations without an appearance"));
+}
+
+TEST_F(AnnotationsTest, AreDrawnWhereTheySayHowTheyLook) {
+  const std::string quads = "/QuadPoints[0 9 9 9 0 0 9 0]";
+  for (const std::string& entries :
+       {std::string("/Subtype/Square/IC[1 0 0]"), std::string("/Subtype/Circle/C[0 0 0 1]"),
+        std::string("/Subtype/Line/L[0 0 9 9]"), std::string("/Subtype/Ink/InkList[[0 0 9 9]]"),
+        std::string("/Subtype/Polygon/Vertices[0 0 9 9 9 0]"),
+        std::string("/Subtype/PolyLine/Vertices[0 0 9 9]"), "/Subtype/Highlight" + quads,
+        "/Subtype/Underline" + quads, "/Subtype/Squiggly" + quads, "/Subtype/StrikeOut" + quads,
+        std::string("/Subtype/Text")}) {
+    const Json form = AppearanceOf(Mended(entries));
+    EXPECT_TRUE(form["/Resources"].contains("/ExtGState")) << entries;
+  }
+  EXPECT_THAT(Report(), HasSubstr("annotations without an appearance, which are drawn (11)"));
+}
+
+TEST_F(AnnotationsTest, LookThroughHighlightsOnly) {
+  const std::string quads = "/QuadPoints[0 9 9 9 0 0 9 0]/CA .5";
+  const Json highlight = AppearanceOf(Mended("/Subtype/Highlight" + quads));
+  EXPECT_EQ(highlight["/Resources"]["/ExtGState"]["/G"]["/BM"], "/Multiply");
+  EXPECT_EQ(highlight["/Resources"]["/ExtGState"]["/G"]["/ca"], 0.5);
+  const Json line = AppearanceOf(Mended("/Subtype/Underline" + quads));
+  EXPECT_FALSE(line["/Resources"]["/ExtGState"]["/G"].contains("/BM"));
+  EXPECT_TRUE(AppearanceOf(Mended("/Subtype/Underline" + quads, Level::k1b))["/Resources"].empty());
+}
+
+TEST_F(AnnotationsTest, AreEmptyWhereNothingOfThemIsSeen) {
+  for (const char* entries : {"/Subtype/Square/BS<</W 0>>", "/Subtype/Line/L[1]",
+                              "/Subtype/Ink/InkList[[1]]", "/Subtype/Underline"}) {
+    EXPECT_TRUE(AppearanceOf(Mended(entries))["/Resources"].empty()) << entries;
+  }
 }
 
 TEST_F(AnnotationsTest, BecomeStampsWhereTheirTypeIsNotAllowed) {

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "engines/pdfa/convert/annotations/DrawnAppearance.h"
 #include "engines/pdfa/convert/annotations/MadeAppearance.h"
 #include "engines/pdfa/vocabulary/Names.h"
 #include "pdf/write/Serialize.h"
@@ -157,9 +158,21 @@ class AnnotationMender {
     } else if (shown != 0) {
       SetNormal(number, shown, is_button);
     } else {
-      conversion_->report.Dropped("what viewers draw for annotations without an appearance");
-      SetNormal(number, AddForm(EmptyAppearance(annotation, document())), is_button);
+      SetMadeAppearance(number, annotation, is_button);
     }
+  }
+
+  // A mark that hides nothing is drawn with the page where there is no transparency.
+  void SetMadeAppearance(std::uint32_t number, const Object& annotation, bool is_button) {
+    const auto drawn = DrawnAppearance(annotation, document(), !conversion_->is_part1());
+    if (drawn) {
+      conversion_->report.Changed("annotations without an appearance, which are drawn");
+    } else if (conversion_->is_part1() && Get(annotation, "Subtype").IsName("Highlight")) {
+      conversion_->pictured_annotations.insert(number);
+    } else {
+      conversion_->report.Dropped("what viewers draw for annotations without an appearance");
+    }
+    SetNormal(number, AddForm(drawn ? *drawn : EmptyAppearance(annotation, document())), is_button);
   }
 
   // Whether it is a dictionary of appearances by state, with any in it.

@@ -1,4 +1,4 @@
-// The appearance of an annotation that shows nothing.
+// An appearance that an annotation gets, and the one that shows nothing.
 #ifndef TARNIX_ENGINES_PDFA_CONVERT_ANNOTATIONS_MADEAPPEARANCE_H_
 #define TARNIX_ENGINES_PDFA_CONVERT_ANNOTATIONS_MADEAPPEARANCE_H_
 
