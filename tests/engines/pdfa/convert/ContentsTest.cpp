@@ -39,6 +39,11 @@ TEST_F(ContentsTest, HasNoLargeRealsInPart1) {
   EXPECT_THAT(Mended(content, Level::k2b), HasSubstr("40000.6 -50000.4 cm"));
 }
 
+TEST_F(ContentsTest, HasNoInterpolationOfInlineImages) {
+  const std::string image = "BI/W 1/H 1/CS/G/BPC 8/I true/IM false ID x EI";
+  EXPECT_THAT(Mended("q " + image + " Q", Level::k2b), HasSubstr("/I false/IM false ID x EI"));
+}
+
 TEST(LargeReals, AreThoseThatIntegersCanBe) {
   EXPECT_TRUE(IsLargeReal("-32767.5"));
   EXPECT_FALSE(IsLargeReal("32767.0"));

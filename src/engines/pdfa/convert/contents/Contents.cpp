@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "engines/pdfa/convert/contents/EditedPages.h"
+#include "engines/pdfa/convert/contents/Interpolation.h"
 #include "engines/pdfa/convert/contents/LargeReals.h"
 #include "pdf/content/ContentReader.h"
 #include "pdf/content/Operators.h"
@@ -21,6 +22,15 @@ using pdf::ObjectChange;
 
 namespace {
 
+// Turns interpolation off in the entries of an inline image.
+//   begin - of the entries in the content
+void StopInterpolation(std::string_view entries, std::size_t begin, ContentEdits& edits) {
+  const std::size_t at = InterpolationOf(entries);
+  if (at != std::string_view::npos) {
+    edits.Replace(begin + at, begin + at + kTrue.size(), "false");
+  }
+}
+
 // Takes out what is no operator, and the operands of that; for part 1 real numbers that are too
 // large for it, too.
 ContentEdits CleaningOf(std::string_view content, bool is_part1) {
@@ -28,6 +38,11 @@ ContentEdits CleaningOf(std::string_view content, bool is_part1) {
   pdf::ContentReader reader(content);
   pdf::Operation operation;
   while (reader.Next(operation)) {
+    if (!operation.image_entries.empty()) {
+      StopInterpolation(operation.image_entries,
+                        static_cast<std::size_t>(operation.image_entries.data() - content.data()),
+                        edits);
+    }
     const bool is_known = pdf::IsOperator(operation.code);
     if (is_known && !(is_part1 && HasLargeReal(operation.operands))) {
       continue;

@@ -1,5 +1,6 @@
 // Content without operators that the standard does not know (ISO 19005-2, 6.2.2; 19005-1, 6.2.10),
-// which readers pass over anyway, and for part 1 without real numbers that are too large.
+// which readers pass over anyway, without interpolation of inline images, and for part 1 without
+// real numbers that are too large.
 #ifndef TARNIX_ENGINES_PDFA_CONVERT_CONTENTS_CONTENTS_H_
 #define TARNIX_ENGINES_PDFA_CONVERT_CONTENTS_CONTENTS_H_
 

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "engines/pdfa/convert/contents/Interpolation.h"
 #include "engines/pdfa/convert/contents/LargeReals.h"
 #include "pdf/content/ContentWalker.h"
 #include "pdf/content/Operators.h"
@@ -100,7 +101,8 @@ void ContentSurvey::Operator(const pdf::Operation& operation, std::size_t /*offs
 
 // The parts of an inline image never stand by themselves.
 void ContentSurvey::NoteUnknown(const pdf::Operation& operation) {
-  if (!pdf::IsOperator(operation.code)) {
+  const bool interpolates = InterpolationOf(operation.image_entries) != std::string_view::npos;
+  if (!pdf::IsOperator(operation.code) || interpolates) {
     NoteRunning(damaged_pages_, damaged_contents_);
   } else if (HasLargeReal(operation.operands)) {
     NoteRunning(large_pages_, large_contents_);

@@ -49,7 +49,8 @@ class ContentSurvey : private pdf::ContentVisitor {
   // content names.
   bool uses_cmyk() const { return uses_cmyk_; }
 
-  // Content with operators that the standard does not know: numbers of streams, and indices of
+  // Content with operators that the standard does not know, or with inline images that ask for
+  // interpolation: numbers of streams, and indices of
   // pages.
   const std::set<std::uint32_t>& damaged_contents() const { return damaged_contents_; }
 
