@@ -66,7 +66,8 @@ void EmbeddedFileCheck::CheckFile(const pdf::Object& stream) {
   const pdf::Object dictionary = checked_->document().Load({number, 0}, arena);
   const pdf::Object type = checked_->Get(dictionary, "Subtype", arena);
   EmbeddedFileFacts facts{.media_type = type.Text()};
-  facts.is_pdfa = PartOf(checked_->level()) != 2 || IsEmbeddedPdfA(*checked_, number);
+  facts.is_pdfa = PartOf(checked_->level()) != 2 ||
+                  IsEmbeddedPdfA(checked_->document(), number, checked_->embedded_depth());
   checked_->findings().Check(facts, {.object = number});
 }
 

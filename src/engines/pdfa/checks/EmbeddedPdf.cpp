@@ -11,12 +11,11 @@
 
 namespace TarnixTools::engines::pdfa {
 
-bool IsEmbeddedPdfA(CheckedDocument& checked, std::uint32_t number) {
-  if (checked.embedded_depth() >= limits::kMaxEmbeddedDepth) {
+bool IsEmbeddedPdfA(pdf::Document& document, std::uint32_t number, int depth) {
+  if (depth >= limits::kMaxEmbeddedDepth) {
     return false;
   }
-  std::optional<pdf::Decoded> stream =
-      checked.document().TryDecodeStream(number, limits::kMaxEmbeddedFile);
+  std::optional<pdf::Decoded> stream = document.TryDecodeStream(number, limits::kMaxEmbeddedFile);
   if (!stream || !stream->data.starts_with("%PDF-")) {
     return false;
   }
@@ -24,7 +23,7 @@ bool IsEmbeddedPdfA(CheckedDocument& checked, std::uint32_t number) {
     const auto embedded =
         pdf::Document::Open(std::make_unique<pdf::MemorySource>(std::move(stream->data)), "");
     const std::optional<Level> claim = ClaimedLevel(*embedded);
-    ValidationOptions options{.most_of_rule = 1, .embedded_depth = checked.embedded_depth() + 1};
+    ValidationOptions options{.most_of_rule = 1, .embedded_depth = depth + 1};
     return claim && PartOf(*claim) <= 2 && Validate(*embedded, *claim, options).is_valid();
   });
 }

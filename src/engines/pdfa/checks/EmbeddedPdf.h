@@ -4,12 +4,14 @@
 
 #include <cstdint>
 
-#include "engines/pdfa/checks/CheckedDocument.h"
+#include "pdf/file/Document.h"
 
 namespace TarnixTools::engines::pdfa {
 
 // By the level that it claims. False for what is embedded deeper than limits::kMaxEmbeddedDepth.
-bool IsEmbeddedPdfA(CheckedDocument& checked, std::uint32_t number);
+//   number - of the embedded file's stream
+//   depth  - of the document within others
+bool IsEmbeddedPdfA(pdf::Document& document, std::uint32_t number, int depth);
 
 }  // namespace TarnixTools::engines::pdfa
 

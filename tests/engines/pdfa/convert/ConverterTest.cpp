@@ -77,6 +77,27 @@ TEST_F(ConverterTest, MakesTagsForLevelA) {
   }
 }
 
+TEST_F(ConverterTest, KeepsAttachmentsThatArePdfAInPart2) {
+  TestPdf().Pages(1, "Page").Write(Path("in.pdf"));
+  Pdf2PdfSetCompliance(object_, 0x1701);
+  ASSERT_EQ(Convert("in.pdf"), 1);
+  testing::RawPdf file;
+  file.Object(1,
+              "<</Type/Catalog/Pages 2 0 R/Names<</EmbeddedFiles<</Names[(a)4 0 R(b)6 0 R]>>>>>>");
+  file.Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>");
+  file.Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 100]>>");
+  file.Object(4, "<</Type/Filespec/F(a.pdf)/EF<</F 5 0 R>>>>");
+  file.Stream(5, "/Type/EmbeddedFile", ReadBytes(Path("out.pdf")));
+  file.Object(6, "<</Type/Filespec/F(b.txt)/EF<</F 7 0 R>>>>");
+  file.Stream(7, "/Type/EmbeddedFile", "text");
+  testing::WriteBytes(Path("in.pdf"), file.Table("/Root 1 0 R"));
+  ASSERT_EQ(Convert("in.pdf"), 1) << ReadBytes(Path("out.log"));
+  const testing::QpdfDocument written(Path("out.pdf"));
+  const auto names = written.Catalog()["/Names"]["/EmbeddedFiles"]["/Names"];
+  ASSERT_EQ(names.size(), 2U);
+  EXPECT_EQ(names[0], "u:a");
+}
+
 TEST_F(ConverterTest, ClaimsNoLevelThatDoesNotHold) {
   std::string many;
   for (int i = 0; i < 8192; ++i) {

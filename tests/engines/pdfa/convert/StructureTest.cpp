@@ -71,18 +71,6 @@ TEST_F(ForbiddenEntriesTest, TakesEntriesOutOfStreams) {
   }
 }
 
-TEST_F(ForbiddenEntriesTest, TakesEmbeddedFilesOutOfPart2Only) {
-  RawPdf file = OnePage("", "/Names<</EmbeddedFiles<</Names[(a)4 0 R]>>>>");
-  file.Object(4, "<</Type/Filespec/F(a)/EF<</F 5 0 R>>>>");
-  file.Stream(5, "/Type/EmbeddedFile", "x");
-  EXPECT_FALSE(Run(file, Level::k2b, &RemoveForbiddenEntries)
-                   .Catalog()["/Names"]
-                   .contains("/EmbeddedFiles"));
-  EXPECT_TRUE(Run(file, Level::k3b, &RemoveForbiddenEntries)
-                  .Catalog()["/Names"]
-                  .contains("/EmbeddedFiles"));
-}
-
 class AttachmentsTest : public ConversionTest {};
 
 TEST_F(AttachmentsTest, SayWhatTheyAre) {
@@ -96,6 +84,22 @@ TEST_F(AttachmentsTest, SayWhatTheyAre) {
   EXPECT_EQ(attachment["/UF"], "u:a.bin");
   EXPECT_THAT(written.Follow(attachment["/EF"]["/F"])["/Subtype"].get<std::string>(),
               HasSubstr("octet-stream"));
+}
+
+TEST_F(AttachmentsTest, ThatAreNoPdfAStayInPart3Only) {
+  RawPdf file = OnePage("", "/Names<</EmbeddedFiles<</Names[(a)4 0 R]>>/Dests<<>>>>");
+  file.Object(4, "<</Type/Filespec/F(a)/EF<</F 5 0 R>>>>");
+  file.Stream(5, "/Type/EmbeddedFile", "x");
+  const auto mend = [](Conversion& conversion) {
+    RemoveForbiddenEntries(conversion);
+    MendAttachments(conversion);
+  };
+  for (const Level level : {Level::k1b, Level::k2b}) {
+    const Json names = Run(file, level, mend).Catalog()["/Names"];
+    EXPECT_FALSE(names.contains("/EmbeddedFiles"));
+    EXPECT_TRUE(names.contains("/Dests"));
+  }
+  EXPECT_TRUE(Run(file, Level::k3b, mend).Catalog()["/Names"].contains("/EmbeddedFiles"));
 }
 
 class MendedLayersTest : public ConversionTest {};

@@ -1,11 +1,14 @@
 #include "engines/pdfa/convert/structure/Attachments.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "engines/pdfa/vocabulary/OneOf.h"
 #include "pdf/syntax/Chars.h"
+#include "pdf/tree/NameTree.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -16,6 +19,9 @@ using pdf::Object;
 
 namespace {
 
+// Names of the document that are written anew, or not at all.
+constexpr std::array<std::string_view, 3> kOtherNames = {"EmbeddedFiles", "JavaScript",
+                                                         "AlternatePresentations"};
 constexpr const char* kUnknownType = "/application#2Foctet-stream";
 
 bool IsTypePart(std::string_view text) {
@@ -37,17 +43,19 @@ class AttachmentMender {
   explicit AttachmentMender(Conversion& conversion) : conversion_(&conversion) {}
 
   void Mend() {
+    if (PartOf(conversion_->level) == 2) {
+      KeepNames();
+    }
     for (std::uint32_t number = 1; number < document().object_limit(); ++number) {
       Arena arena;
-      const Object value =
-          document().Exists(number) ? document().Load({number, 0}, arena) : Object();
+      const Object value = document().Exists(number) ? rewriter().Load(number, arena) : Object();
       if (value.Get("EF").IsNull() || !document().Resolve(value.Get("EF"), arena).IsDictionary()) {
         continue;
       }
       MendSpecification(number, value);
       files_.push_back(number);
     }
-    if (!files_.empty()) {
+    if (!files_.empty() && PartOf(conversion_->level) == 3) {
       Associate();
     }
   }
@@ -56,6 +64,36 @@ class AttachmentMender {
   pdf::Document& document() { return conversion_->document; }
 
   pdf::DocumentRewriter& rewriter() { return conversion_->rewriter; }
+
+  // Only of files that are still there.
+  void KeepNames() {
+    Arena arena;
+    const Object given = document().Catalog(arena).Get("Names");
+    const Object names =
+        given.IsReference() ? rewriter().Load(given.AsReference().number, arena) : given;
+    const Object tree = names.Get("EmbeddedFiles");
+    if (tree.IsNull()) {
+      return;
+    }
+    std::string kept;
+    pdf::ReadNameTree(document(), tree, [&](std::string_view name, const Object& value) {
+      Arena own;
+      const std::uint32_t number = value.AsReference().number;
+      if (number != 0 && rewriter().Load(number, own).Has("EF")) {
+        pdf::AppendString(kept, name, false);
+        pdf::AppendReference(kept, number);
+      }
+    });
+    std::string text = "<<";
+    for (const DictionaryEntry& entry : names.Entries()) {
+      if (!IsOneOf(entry.Key(), kOtherNames)) {
+        pdf::AppendName(text, entry.Key());
+        pdf::AppendObject(text, entry.value);
+      }
+    }
+    text += kept.empty() ? ">>" : "/EmbeddedFiles<</Names[" + kept + "]>>>>";
+    rewriter().SetEntry(rewriter().catalog(), "Names", text);
+  }
 
   void MendSpecification(std::uint32_t number, const Object& specification) {
     Arena arena;
@@ -114,7 +152,7 @@ class AttachmentMender {
 }  // namespace
 
 void MendAttachments(Conversion& conversion) {
-  if (PartOf(conversion.level) == 3) {
+  if (!conversion.is_part1()) {
     AttachmentMender(conversion).Mend();
   }
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "engines/pdfa/checks/EmbeddedPdf.h"
 #include "engines/pdfa/vocabulary/LanguageTag.h"
 #include "engines/pdfa/vocabulary/Names.h"
 #include "pdf/tree/TextString.h"
@@ -142,6 +143,14 @@ bool IsOfFile(const EntryLook& look) {
   return look.value.IsDictionary() && (look.owner.Has("F") || look.owner.Has("UF"));
 }
 
+// Part 2 takes files that are PDF/A themselves (ISO 19005-2, 6.8).
+bool IsOfOtherFile(const EntryLook& look) {
+  const auto entries = look.value.Entries();
+  return IsOfFile(look) && !std::all_of(entries.begin(), entries.end(), [&](const auto& entry) {
+           return IsEmbeddedPdfA(*look.document, entry.value.AsReference().number, 0);
+         });
+}
+
 // What makes painting transparent, in a graphics state (ISO 19005-1, 6.4).
 bool IsOpacity(const EntryLook& look) {
   return look.value.IsNumber() && look.value.NumberOr(1) != 1;
@@ -203,8 +212,9 @@ constexpr std::array kRules = {
     EntryRule{"FFilter", &IsOfStream, kAllLevels, kOutside},
     EntryRule{"FDecodeParms", &IsOfStream, kAllLevels, kOutside},
     EntryRule{"Metadata", &IsComponentMetadata, kAllLevels, "metadata of parts of the document"},
-    EntryRule{"EF", &IsOfFile, kPart1 | kPart2, "embedded files"},
-    EntryRule{"EmbeddedFiles", &IsOfDocumentNames, kPart1 | kPart2, "embedded files"},
+    EntryRule{"EF", &IsOfFile, kPart1, "embedded files"},
+    EntryRule{"EF", &IsOfOtherFile, kPart2, "embedded files that are no PDF/A"},
+    EntryRule{"EmbeddedFiles", &IsOfDocumentNames, kPart1, "embedded files"},
     EntryRule{"CA", &IsOfAnnotation, kPart1, "opacity of annotations"},
     EntryRule{"CA", &IsOpacity, kPart1, kTransparency},
     EntryRule{"ca", &IsOpacity, kPart1, kTransparency},
