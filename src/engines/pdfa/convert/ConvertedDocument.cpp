@@ -3,7 +3,6 @@
 #include <optional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "engines/pdfa/Validation.h"
 #include "engines/pdfa/convert/Conversion.h"
@@ -25,28 +24,13 @@
 #include "engines/pdfa/convert/survey/ContentSurvey.h"
 #include "engines/pdfa/convert/tags/Tags.h"
 #include "engines/pdfa/convert/transparency/Flattening.h"
-#include "engines/support/files/DiskFile.h"
+#include "engines/support/files/SavedFile.h"
 #include "engines/support/metadata/Signatures.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines::pdfa {
 
 namespace {
-
-constexpr std::size_t kCopiedBlock = std::size_t{256} << 10;
-
-void CopyAll(pdf::ByteSource& source, pdf::ByteSink& sink) {
-  std::vector<char> block(kCopiedBlock);
-  std::uint64_t done = 0;
-  while (done < source.Size()) {
-    const std::size_t count = source.ReadAt(done, block.data(), block.size());
-    if (count == 0) {
-      throw pdf::Error(pdf::ErrorCode::kReadFailed, "the file cannot be read again");
-    }
-    sink.Write({block.data(), count});
-    done += count;
-  }
-}
 
 std::shared_ptr<std::FILE> OpenFile(const platform::WidePath& path) {
   std::shared_ptr<std::FILE> file = OpenShared(path);

@@ -1,11 +1,9 @@
 #include "engines/pdfa/convert/WrittenFile.h"
 
-#include <cstdio>
 #include <optional>
 #include <utility>
 
 #include "engines/pdfa/convert/ConverterFailure.h"
-#include "pdf/Error.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -32,13 +30,6 @@ pdf::RewriteOptions RewriteOptionsFor(Level level) {
   return options;
 }
 
-WrittenFile::WrittenFile(const platform::WidePath& path)
-    : output_(CreateFile(path)), stream_(output_.TakeStream()), sink_(stream_.get()) {}
-
-void WrittenFile::Complete() {
-  if (std::fclose(stream_.release()) != 0 || !output_.Commit()) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed");
-  }
-}
+WrittenFile::WrittenFile(const platform::WidePath& path) : SavedFile(CreateFile(path)) {}
 
 }  // namespace TarnixTools::engines::pdfa

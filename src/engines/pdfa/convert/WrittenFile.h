@@ -3,9 +3,8 @@
 #define TARNIX_ENGINES_PDFA_CONVERT_WRITTENFILE_H_
 
 #include "engines/pdfa/Level.h"
-#include "engines/support/files/DiskFile.h"
+#include "engines/support/files/SavedFile.h"
 #include "foundation/Platform.h"
-#include "pdf/file/ByteSink.h"
 #include "pdf/write/DocumentRewriter.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -14,20 +13,10 @@ namespace TarnixTools::engines::pdfa {
 // read neither object streams nor cross-reference streams (ISO 19005-1, 6.1.4).
 pdf::RewriteOptions RewriteOptionsFor(Level level);
 
-class WrittenFile {
+class WrittenFile : public SavedFile {
  public:
   // Throws ConverterFailure(kConverterCreateError).
   explicit WrittenFile(const platform::WidePath& path);
-
-  pdf::ByteSink& sink() { return sink_; }
-
-  // Gives it its name. Throws pdf::Error(kWriteFailed).
-  void Complete();
-
- private:
-  platform::OutputFile output_;
-  platform::FilePtr stream_;
-  DiskSink sink_;
 };
 
 }  // namespace TarnixTools::engines::pdfa
