@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <string>
+#include <string_view>
 
 #include "engines/support/metadata/MetadataLimits.h"
 #include "engines/support/metadata/XmpPacket.h"
@@ -28,26 +31,13 @@ constexpr std::array<Code, 8> kCodes = {{
     {3, 'a', 0x1713},
 }};
 
-std::optional<std::string> TakeValue(const XmpTree& tree, std::string_view name,
-                                     PdfAIdentification& identification) {
+// Empty where the packet has no such property of the identification.
+std::string ValueOf(const XmpTree& tree, std::string_view name) {
   const XmpNode* node = tree.Find(kPdfAIdNamespace, name);
-  if (node == nullptr) {
-    return std::nullopt;
-  }
-  identification.has_right_prefixes = identification.has_right_prefixes && node->prefix == "pdfaid";
-  return node->value;
+  return node != nullptr ? node->value : std::string();
 }
 
 }  // namespace
-
-PdfAIdentification ReadPdfAIdentification(const XmpTree& tree) {
-  PdfAIdentification identification;
-  identification.part = TakeValue(tree, "part", identification);
-  identification.conformance = TakeValue(tree, "conformance", identification);
-  identification.amendment = TakeValue(tree, "amd", identification);
-  identification.corrigenda = TakeValue(tree, "corr", identification);
-  return identification;
-}
 
 std::int32_t PdfACode(int part, char conformance) {
   const auto found = std::find_if(kCodes.begin(), kCodes.end(), [&](const Code& code) {
@@ -57,9 +47,8 @@ std::int32_t PdfACode(int part, char conformance) {
 }
 
 std::int32_t ClaimedPdfACode(const XmpTree& tree) {
-  const PdfAIdentification identification = ReadPdfAIdentification(tree);
-  const std::string part = identification.part.value_or("");
-  const std::string conformance = identification.conformance.value_or("");
+  const std::string part = ValueOf(tree, "part");
+  const std::string conformance = ValueOf(tree, "conformance");
   if (part.size() != 1 || conformance.size() != 1 || conformance < "A" || conformance > "Z") {
     return 0;
   }

@@ -4,24 +4,11 @@
 #define TARNIX_ENGINES_SUPPORT_METADATA_PDFACLAIM_H_
 
 #include <cstdint>
-#include <optional>
-#include <string>
 
 #include "engines/support/metadata/XmpTree.h"
 #include "pdf/file/Document.h"
 
 namespace TarnixTools::engines {
-
-// The identification as it stands.
-struct PdfAIdentification {
-  std::optional<std::string> part;
-  std::optional<std::string> conformance;
-  std::optional<std::string> amendment;   // "amd"
-  std::optional<std::string> corrigenda;  // "corr"
-  bool has_right_prefixes = true;         // "pdfaid" of all of them that are there
-};
-
-PdfAIdentification ReadPdfAIdentification(const XmpTree& tree);
 
 // 0x1401 for part 1 and 'b', and so on; 0 for what do not go together.
 //   conformance - 'a', 'b' or 'u'

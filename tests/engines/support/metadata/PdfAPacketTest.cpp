@@ -57,7 +57,10 @@ TEST(PdfAPacket, ClaimsTheLevelAndNoOther) {
   const PdfAPacket packet = Made(ClaimOf("1"), {}, {3, 'u'});
   const XmpTree tree = ReadXmp(packet.bytes);
   EXPECT_EQ(ClaimedPdfACode(tree), 0x1712);
-  EXPECT_TRUE(ReadPdfAIdentification(tree).has_right_prefixes);
+  for (const char* name : {"part", "conformance"}) {
+    const XmpNode* node = tree.Find(kPdfAIdNamespace, name);
+    EXPECT_TRUE(node != nullptr && node->prefix == "pdfaid") << name;
+  }
   EXPECT_TRUE(tree.header);
   EXPECT_FALSE(tree.header->has_bytes || tree.header->has_encoding);
   EXPECT_EQ(packet.bytes, Made(ClaimOf("1"), {}, {3, 'u'}).bytes);
