@@ -39,17 +39,34 @@ struct Session {
   bool is_complete = false;
 };
 
-std::mutex& SessionMutex() {
+std::mutex& OwnMutex() {
   static std::mutex mutex;
   return mutex;
 }
 
+// Never destroyed: documents may be closed while static objects go.
+const pdfium::Api* OwnApi() {
+  static const Session* const session = new Session;
+  return session->is_complete ? &session->api : nullptr;
+}
+
+PdfiumShare& CurrentShare() {
+  static PdfiumShare share{&OwnMutex(), &OwnApi};
+  return share;
+}
+
 }  // namespace
 
-PdfiumLock::PdfiumLock() : lock_(SessionMutex()) {
-  // Never destroyed: documents may be closed while static objects go.
-  static const Session* const session = new Session;
-  api_ = session->is_complete ? &session->api : nullptr;
+PdfiumLock::PdfiumLock() : lock_(*CurrentShare().mutex) {
+  api_ = CurrentShare().api();
+}
+
+PdfiumShare PdfiumLock::Share() {
+  return CurrentShare();
+}
+
+void PdfiumLock::Use(const PdfiumShare& share) {
+  CurrentShare() = share;
 }
 
 }  // namespace TarnixTools::engines

@@ -14,6 +14,12 @@
 
 namespace TarnixTools::engines {
 
+// PDFium as another library of this process has it: one session, and the mutex in front of it.
+struct PdfiumShare {
+  std::mutex* mutex = nullptr;
+  const pdfium::Api* (*api)() = nullptr;  // null when there is none; called with the mutex held
+};
+
 // The functions while they may be called. Waits for other threads; one thread holds no two.
 class PdfiumLock {
  public:
@@ -23,6 +29,11 @@ class PdfiumLock {
   bool is_available() const { return api_ != nullptr; }
 
   const pdfium::Api* operator->() const { return api_; }
+
+  // The session of this library, and that every lock here takes the session of another one. The
+  // latter before the first lock.
+  static PdfiumShare Share();
+  static void Use(const PdfiumShare& share);
 
  private:
   std::unique_lock<std::mutex> lock_;
