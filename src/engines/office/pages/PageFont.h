@@ -1,0 +1,66 @@
+// A font of a document as the conversion needs it: how strings fall into codes, and of each code
+// its text and its advance.
+#ifndef TARNIX_ENGINES_OFFICE_PAGES_PAGEFONT_H_
+#define TARNIX_ENGINES_OFFICE_PAGES_PAGEFONT_H_
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engines/office/pages/PageModel.h"
+#include "engines/support/fonts/DocumentFont.h"
+#include "engines/support/fonts/FontProgram.h"
+#include "engines/support/fonts/FontText.h"
+#include "pdf/file/Document.h"
+
+namespace TarnixTools::engines::office {
+
+class PageFont {
+ public:
+  // Throws pdf::Error for a document that cannot be read any more.
+  PageFont(pdf::Document& document, const pdf::Object& reference);
+
+  // Adds the codes of a string; where they are not sure, as many bytes for each as the font has for
+  // most.
+  void Split(std::string_view bytes, std::vector<std::uint32_t>& codes) const;
+
+  const std::u32string& TextOf(std::uint32_t code) { return text_->TextOf(code); }
+
+  // In ems, along the line.
+  double AdvanceOf(std::uint32_t code) const;
+
+  // Word spacing goes to single bytes of 32.
+  bool IsWordSpace(std::uint32_t code) const { return code == ' ' && !font_.is_composite(); }
+
+  const std::shared_ptr<const Typeface>& face() const { return face_; }
+
+ private:
+  fonts::DocumentFont font_;
+  std::string program_bytes_;
+  std::unique_ptr<fonts::FontProgram> program_;
+  std::optional<fonts::FontText> text_;
+  std::shared_ptr<const Typeface> face_;
+  double glyph_scale_ = 0.001;  // from widths to ems; a Type 3 font has its own
+};
+
+// The fonts of a document, each read once.
+class PageFonts {
+ public:
+  explicit PageFonts(pdf::Document& document) : document_(&document) {}
+
+  // Null for what is no font.
+  PageFont* Find(const pdf::Object& reference);
+
+ private:
+  pdf::Document* document_;
+  std::map<std::uint32_t, std::unique_ptr<PageFont>> fonts_;
+  std::unique_ptr<PageFont> in_place_;  // the last one that is no object of its own
+};
+
+}  // namespace TarnixTools::engines::office
+
+#endif  // TARNIX_ENGINES_OFFICE_PAGES_PAGEFONT_H_

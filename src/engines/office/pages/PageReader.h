@@ -1,0 +1,39 @@
+// Reads pages of a document into page models.
+//
+//   PageReader reader(document, pages, layers);
+//   const PageModel page = reader.Read(page_index);
+//
+// For one thread; several threads have a document each.
+#ifndef TARNIX_ENGINES_OFFICE_PAGES_PAGEREADER_H_
+#define TARNIX_ENGINES_OFFICE_PAGES_PAGEREADER_H_
+
+#include <cstddef>
+
+#include "engines/office/pages/PageFont.h"
+#include "engines/office/pages/PageModel.h"
+#include "pdf/file/Document.h"
+#include "pdf/tree/PageTree.h"
+#include "pdf/tree/VisibleLayers.h"
+
+namespace TarnixTools::engines::office {
+
+class PageReader {
+ public:
+  // All outlive this.
+  PageReader(pdf::Document& document, const pdf::PageTree& pages, const pdf::VisibleLayers& layers)
+      : document_(&document), pages_(&pages), layers_(&layers), fonts_(document) {}
+
+  // Of a damaged page there is what can be read. Throws pdf::Error for a document that cannot be
+  // read any more.
+  PageModel Read(std::size_t page_index);
+
+ private:
+  pdf::Document* document_;
+  const pdf::PageTree* pages_;
+  const pdf::VisibleLayers* layers_;
+  PageFonts fonts_;
+};
+
+}  // namespace TarnixTools::engines::office
+
+#endif  // TARNIX_ENGINES_OFFICE_PAGES_PAGEREADER_H_

@@ -1,0 +1,151 @@
+#include "engines/support/fonts/FontText.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "engines/support/fonts/BaseEncodings.h"
+
+namespace TarnixTools::engines::fonts {
+
+namespace {
+
+using pdf::Arena;
+using pdf::Document;
+using pdf::Object;
+
+constexpr int kCodes = 256;
+constexpr std::size_t kMaxToUnicodeBytes = std::size_t{8} << 20;
+constexpr std::size_t kMaxCharacters = 65'536;
+
+bool IsHighSurrogate(char16_t unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+bool IsLowSurrogate(char16_t unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+// A surrogate without its other half is left out.
+std::u32string Characters(std::u16string_view units) {
+  std::u32string text;
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    if (IsHighSurrogate(units[i]) && i + 1 < units.size() && IsLowSurrogate(units[i + 1])) {
+      text += static_cast<char32_t>(0x10000 + ((units[i] - 0xD800) << 10) +
+                                    (units[i + 1] - 0xDC00));
+      ++i;
+    } else if (!IsHighSurrogate(units[i]) && !IsLowSurrogate(units[i])) {
+      text += units[i];
+    }
+  }
+  return text;
+}
+
+// What writers put where they know nothing.
+bool IsPlaceholder(std::u32string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char32_t c) {
+    return c == 0 || c == 0xFEFF || c == 0xFFFE || c == 0xFFFD;
+  });
+}
+
+// Made up names that count through the alphabet of codes, such as "a12" and "G3F", tell nothing;
+// the names that CharactersOfNames knows do.
+std::optional<CMapFile> ReadToUnicode(Document& document, const Object& reference) {
+  Arena arena;
+  const Object font = document.Resolve(reference, arena);
+  const pdf::Followed found = document.Follow(font.Get("ToUnicode"), arena);
+  if (found.number == 0 || !found.value.IsDictionary()) {
+    return std::nullopt;
+  }
+  const auto stream = document.TryDecodeStream(found.number, kMaxToUnicodeBytes);
+  return stream ? std::optional(CMapFile::Read(stream->data)) : std::nullopt;
+}
+
+}  // namespace
+
+FontText::FontText(Document& document, const Object& reference, const DocumentFont& font,
+                   FontProgram* program)
+    : font_(&font), program_(program), to_unicode_(ReadToUnicode(document, reference)) {
+  if (!font.is_composite()) {
+    ReadNames();
+  }
+}
+
+const std::u32string& FontText::TextOf(std::uint32_t code) {
+  const auto [place, is_new] = texts_.try_emplace(code);
+  if (is_new) {
+    place->second = Find(code);
+  }
+  return place->second;
+}
+
+std::u32string FontText::Find(std::uint32_t code) {
+  for (const std::u32string& text : {OfToUnicode(code), OfName(code)}) {
+    if (!text.empty() && !IsPlaceholder(text)) {
+      return text;
+    }
+  }
+  return OfProgram(code);
+}
+
+std::u32string FontText::OfToUnicode(std::uint32_t code) const {
+  const auto units = to_unicode_ ? to_unicode_->TextOf(code) : std::nullopt;
+  return units ? Characters(*units) : std::u32string();
+}
+
+// Where a font that is not symbolic says no encoding, readers take the standard one.
+std::u32string FontText::OfName(std::uint32_t code) const {
+  if (font_->is_composite() || code >= kCodes) {
+    return {};
+  }
+  const auto byte = static_cast<std::uint8_t>(code);
+  std::string_view name = font_->GlyphNameOf(byte);
+  if (name.empty() && program_ == nullptr) {
+    name = GlyphNameIn(BaseEncoding::kStandard, byte);
+  }
+  const auto found = characters_of_names_.find(std::string(name));
+  return found == characters_of_names_.end() ? std::u32string()
+                                             : std::u32string(1, found->second.front());
+}
+
+std::u32string FontText::OfProgram(std::uint32_t code) {
+  if (program_ == nullptr) {
+    return {};
+  }
+  ReadCharacters();
+  const std::uint32_t glyph = glyphs_->StandardGlyphOf(code);
+  const auto found = characters_.find(glyph);
+  return found == characters_.end() ? std::u32string() : std::u32string(1, found->second);
+}
+
+void FontText::ReadNames() {
+  std::vector<std::string_view> names;
+  for (int code = 0; code < kCodes; ++code) {
+    const auto byte = static_cast<std::uint8_t>(code);
+    for (const std::string_view name :
+         {font_->GlyphNameOf(byte), GlyphNameIn(BaseEncoding::kStandard, byte)}) {
+      if (!name.empty()) {
+        names.push_back(name);
+      }
+    }
+  }
+  characters_of_names_ = CharactersOfNames(names);
+}
+
+// The first character of each glyph, from the maps that tell characters.
+void FontText::ReadCharacters() {
+  if (has_characters_) {
+    return;
+  }
+  has_characters_ = true;
+  glyphs_.emplace(*font_, *program_);
+  for (std::size_t map = 0; map < program_->maps().size(); ++map) {
+    if (!program_->maps()[map].is_unicode()) {
+      continue;
+    }
+    for (const CodeGlyph& pair : program_->Mappings(map, kMaxCharacters)) {
+      characters_.try_emplace(pair.glyph, pair.code);
+    }
+  }
+}
+
+}  // namespace TarnixTools::engines::fonts
