@@ -5,6 +5,7 @@ set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/TarnixTools")
 
 install(TARGETS tarnixtools EXPORT TarnixToolsTargets
   LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+install(TARGETS tarnixoffice LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" NAMELINK_SKIP)
 install(DIRECTORY include/ DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/tarnixtools" FILES_MATCHING PATTERN "*.h")
 install(EXPORT TarnixToolsTargets NAMESPACE TarnixTools:: DESTINATION "${package_dir}")
 
