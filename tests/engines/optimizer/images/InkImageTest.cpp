@@ -56,7 +56,7 @@ std::optional<CodedPicture> Code(int components, int bits, const std::string& da
 std::string Decoded(const CodedPicture& coded, int components) {
   pdf::FilterStep step{};
   step.kind = pdf::FilterKind::kFlate;
-  step.parameters.predictor = 15;
+  step.parameters.predictor = coded.parameters.empty() ? 1 : 15;
   step.parameters.colors = components;
   step.parameters.bits_per_component = coded.bits;
   step.parameters.columns = static_cast<int>(coded.width);
