@@ -11,9 +11,8 @@
 #include "engines/support/codecs/BilevelJpegWriter.h"
 #include "engines/support/codecs/JpegWriter.h"
 #include "engines/support/files/DiskFile.h"
-#include "engines/support/images/ColorSpace.h"
-#include "engines/support/images/ImageHeaders.h"
 #include "engines/support/images/Picture.h"
+#include "engines/support/images/ReadyJpeg.h"
 #include "engines/support/pictures/UprightPicture.h"
 #include "foundation/Platform.h"
 #include "pdf/Error.h"
@@ -64,34 +63,6 @@ class StoredFile : public pdf::ByteSink {
   bool is_kept_ = true;
   std::string copy_;
 };
-
-// Whether the data is a JPEG file that shows, as it is, what is drawn.
-bool IsReadyJpeg(const DocumentImage& image, const ImageFacts& facts, int orientation) {
-  if (facts.filter != ImageFilter::kDct || !facts.steps.empty() || orientation != 1 ||
-      facts.is_mask || facts.soft_mask != 0 || facts.stencil_mask != 0 ||
-      !facts.color_key.empty() || !facts.decode.empty()) {
-    return false;
-  }
-  const std::optional<JpegHeader> header = JpegHeaderOf(image);
-  if (!header || header->coding != JpegCoding::kHuffman || header->bits != 8 ||
-      header->exif.orientation != 1 || header->width == 0 || header->height == 0 ||
-      (header->components != 1 && header->components != 3)) {
-    return false;
-  }
-  pdf::Arena arena;
-  const std::int64_t transform =
-      image.document->Resolve(facts.filter_parameters.Get("ColorTransform"), arena).IntegerOr(-1);
-  if (header->components == 3 && header->adobe_transform < 0 && transform == 0) {
-    return false;
-  }
-  if (facts.color_space.IsNull()) {
-    return true;
-  }
-  const std::optional<ColorSpace> space = ColorSpaceOf(*image.document, facts.color_space, arena);
-  return space && space->components == header->components &&
-         (space->kind == ColorKind::kGray || space->kind == ColorKind::kRgb ||
-          space->kind == ColorKind::kIcc);
-}
 
 bool EncodeBilevel(RowSource& picture, pdf::ByteSink& sink) {
   BilevelJpegWriter writer(sink, picture.width(), picture.height());
