@@ -224,6 +224,24 @@ void DrawnDocument::ForgetOldPages(PdfiumLock& pdfium) {
   pdfium_file_ = OpenFile(pdfium, needs_password);
 }
 
+void DrawnDocument::LeaveTextOut() {
+  std::vector<pdfium::PageObject*> text;
+  {
+    const PdfiumLock pdfium;
+    if (pdfium->FPDFPage_CountObjects == nullptr || pdfium->FPDFPage_RemoveObject == nullptr) {
+      return;
+    }
+    const int count = pdfium->FPDFPage_CountObjects(page_);
+    for (int i = 0; i < count; ++i) {
+      pdfium::PageObject* object = pdfium->FPDFPage_GetObject(page_, i);
+      if (pdfium->FPDFPageObj_GetType(object) == pdfium::kTextObject) {
+        text.push_back(object);
+      }
+    }
+  }
+  RemoveObjects(text);
+}
+
 void DrawnDocument::Place(const Placement& placement) {
   placement_ = placement;
   pictures_.reset();

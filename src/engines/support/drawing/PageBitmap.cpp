@@ -46,24 +46,46 @@ int BandHeightOf(int width, int height) {
       std::clamp<std::size_t>(bytes / row_bytes, 1, static_cast<std::size_t>(height)));
 }
 
-PageBitmap DrawPage(DrawnDocument& document, int page_index, double dpi) {
-  document.LoadPage(page_index);
-  const PageBand whole = PlaceAt(document, dpi);
-  const std::size_t row_bytes = RowBytes(whole.width);
-  if (row_bytes * static_cast<std::size_t>(whole.height) > limits::kMaxBitmapBytes) {
+namespace {
+
+// Draws the loaded page on a bitmap of its own, and is done with it.
+PageBitmap DrawPlaced(DrawnDocument& document, int width, int height) {
+  const std::size_t row_bytes = RowBytes(width);
+  if (row_bytes * static_cast<std::size_t>(height) > limits::kMaxBitmapBytes) {
     throw DrawingError(DrawingErrorCode::kMemory);
   }
-  PageBitmap bitmap{
-      .width = whole.width, .height = whole.height, .pixels = {}, .is_partial = false};
-  bitmap.pixels.assign(row_bytes * static_cast<std::size_t>(whole.height), 0xFF);
-  const int step = BandHeightOf(whole.width, whole.height);
-  for (int top = 0; top < whole.height; top += step) {
-    document.Draw(bitmap.pixels.data() + row_bytes * static_cast<std::size_t>(top), whole.width,
-                  top, std::min(step, whole.height - top));
+  PageBitmap bitmap{.width = width, .height = height, .pixels = {}, .is_partial = false};
+  bitmap.pixels.assign(row_bytes * static_cast<std::size_t>(height), 0xFF);
+  const int step = BandHeightOf(width, height);
+  for (int top = 0; top < height; top += step) {
+    document.Draw(bitmap.pixels.data() + row_bytes * static_cast<std::size_t>(top), width, top,
+                  std::min(step, height - top));
   }
   document.ReleasePage();
   bitmap.is_partial = document.is_page_partial();
   return bitmap;
+}
+
+}  // namespace
+
+PageBitmap DrawPage(DrawnDocument& document, int page_index, double dpi) {
+  document.LoadPage(page_index);
+  const PageBand whole = PlaceAt(document, dpi);
+  return DrawPlaced(document, whole.width, whole.height);
+}
+
+PageBitmap DrawRegionWithoutText(DrawnDocument& document, int page_index, const pdf::Box& region,
+                                 double dpi) {
+  document.LoadPage(page_index);
+  document.LeaveTextOut();
+  const auto place = [dpi](double points) {
+    return static_cast<int>(std::lround(points * dpi / kPointsPerInch));
+  };
+  document.Place({.left = -place(region.left),
+                  .top = -place(region.bottom),
+                  .width = ToPixels(document.width_points(), dpi),
+                  .height = ToPixels(document.height_points(), dpi)});
+  return DrawPlaced(document, ToPixels(region.width(), dpi), ToPixels(region.height(), dpi));
 }
 
 bool DrawPageInBands(DrawnDocument& document, int page_index, double dpi,

@@ -46,6 +46,13 @@ int BandHeightOf(int width, int height);
 // limits::kMaxBitmapBytes; and pdf::Error.
 PageBitmap DrawPage(DrawnDocument& document, int page_index, double dpi);
 
+// Draws a part of a page, without its text, and returns its bitmap.
+//   region - in points on the page as it is seen, from its upper-left corner, y downwards: bottom
+//            and top are the upper and the lower edge
+// Throws as DrawPage does.
+PageBitmap DrawRegionWithoutText(DrawnDocument& document, int page_index, const pdf::Box& region,
+                                 double dpi);
+
 // Draws a page, from top to bottom, without holding it whole. Returns whether all of it is there.
 //   take - gets each band; its pixels live for the call
 bool DrawPageInBands(DrawnDocument& document, int page_index, double dpi,
