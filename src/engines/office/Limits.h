@@ -13,6 +13,17 @@ inline constexpr std::size_t kMaxFontProgramBytes = std::size_t{64} << 20;
 inline constexpr std::size_t kMaxGlyphsOfPage = 500'000;
 inline constexpr std::size_t kMaxPathsOfPage = 200'000;
 inline constexpr std::size_t kMaxImagesOfPage = 20'000;
+inline constexpr std::size_t kMaxLinksOfPage = 20'000;
+inline constexpr std::size_t kMaxMarksOfPage = 100'000;
+inline constexpr std::size_t kMaxOutlineItems = 100'000;
+// Elements and marked content of a structure tree that are looked at.
+inline constexpr std::size_t kMaxStructureItems = 2'000'000;
+// How deep in each other elements of a structure tree may be.
+inline constexpr std::size_t kMaxStructureDepth = 100;
+// Pixels of a picture's longer side.
+inline constexpr std::uint32_t kMaxPictureSide = 4000;
+// Bytes of an image that goes into the output as it is.
+inline constexpr std::size_t kMaxPictureBytes = std::size_t{64} << 20;
 // Fonts of a document that are kept.
 inline constexpr std::size_t kMaxFonts = 20'000;
 
