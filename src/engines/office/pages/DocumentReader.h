@@ -46,7 +46,7 @@ class DocumentReader {
 
   // One more over the same file, which shares what was found out about the document so far. Throws
   // pdf::Error.
-  std::unique_ptr<DocumentReader> OpenAgain() const;
+  std::unique_ptr<DocumentReader> OpenAgain();
 
   ~DocumentReader();
   DocumentReader(const DocumentReader&) = delete;
@@ -57,6 +57,10 @@ class DocumentReader {
   // Of a damaged page there is what can be read. Throws pdf::Error for a document that cannot be
   // read any more.
   PageModel Read(std::size_t page_index);
+
+  // Whether the page is a picture of a page: images cover it, and what text it has does not matter.
+  // Nothing is recognised for that.
+  bool IsScanned(std::size_t page_index);
 
   // Read when it is first asked for.
   const DocumentFacts& facts();

@@ -105,12 +105,10 @@ std::optional<pdf::TextAdvance> PageCollector::ShowText(const pdf::StringUse& st
     const double width = font->AdvanceOf(code) * text.size * text.scale;
     if (!string.is_hidden) {
       const Matrix at = Matrix::Translation(x, text.rise) * text.matrix * string.state.matrix;
-      const double advance =
-          Length(at.Apply(width, 0).x - at.e, at.Apply(width, 0).y - at.f);
+      const double advance = Length(at.Apply(width, 0).x - at.e, at.Apply(width, 0).y - at.f);
       AddGlyph(font->TextOf(code), style, {at.e, at.f}, advance);
     }
-    const double spacing =
-        text.char_spacing + (font->IsWordSpace(code) ? text.word_spacing : 0);
+    const double spacing = text.char_spacing + (font->IsWordSpace(code) ? text.word_spacing : 0);
     x += width + spacing * text.scale;
   }
   ++order_;
@@ -178,11 +176,6 @@ void PageCollector::DrawImage(const pdf::ImageUse& image) {
                            .matrix = image.state.matrix,
                            .box = box.Within(image.state.clip.box),
                            .order = ++order_});
-}
-
-// From points on the page as it is seen, upwards, to those of the model, downwards.
-Matrix Downwards(double height) {
-  return {1, 0, 0, -1, 0, height};
 }
 
 }  // namespace

@@ -17,6 +17,12 @@
 
 namespace TarnixTools::engines::office {
 
+// From points on a page as it is seen, upwards, to those of the model, downwards.
+//   height - of the page
+inline pdf::Matrix Downwards(double height) {
+  return {1, 0, 0, -1, 0, height};
+}
+
 class PageReader {
  public:
   // All outlive this.
