@@ -19,6 +19,7 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -99,11 +100,40 @@ struct ConversionRequest {
   bool is_single_table = false;
 };
 
-// How far a conversion is, and whether it is to stop.
-struct ConversionState {
-  std::atomic<bool> is_cancelled{false};
+// How far a conversion is, and whether it is to stop. For several threads at once.
+class ConversionState {
+ public:
+  std::atomic<bool> is_cancelled{false};  // set by Cancel alone
   std::atomic<std::int32_t> pages_done{0};
   std::atomic<std::int32_t> page_count{0};
+
+  // False: the output is about to get its name, and nothing stops that any more.
+  bool Cancel() noexcept {
+    const std::lock_guard lock(mutex_);
+    if (!is_completing_) {
+      is_cancelled = true;
+    }
+    return is_cancelled;
+  }
+
+  // Whether the output may get its name: false once the conversion is cancelled.
+  bool BeginCompleting() noexcept {
+    const std::lock_guard lock(mutex_);
+    is_completing_ = !is_cancelled;
+    return is_completing_;
+  }
+
+  // Before a conversion begins.
+  void Restart() noexcept {
+    const std::lock_guard lock(mutex_);
+    is_completing_ = false;
+    pages_done = 0;
+    page_count = 0;
+  }
+
+ private:
+  std::mutex mutex_;
+  bool is_completing_ = false;
 };
 
 // Whom a running conversion tells.
@@ -232,7 +262,7 @@ class PdfConverter : private ConversionEvents {
     request_.page_range = pages ? pages->GetText() : std::wstring();
   }
 
-  // The document; one that was added before is converted first, into the same file.
+  // The document. A conversion has one: with several it ends with kBadSetting.
   void AddSourceFile(const std::wstring& path) { request_.source_files.push_back(path); }
 
   void SetTextRecoveryEngine(TextRecoveryEngine engine) { request_.text_recovery_engine = engine; }
@@ -247,6 +277,7 @@ class PdfConverter : private ConversionEvents {
     try {
       request_.output_file = path;
       request_.may_overwrite = request_.may_overwrite || may_overwrite;
+      state_.Restart();
       return GetConversionServices().Convert(request_, state_, *this);
     } catch (const std::bad_alloc&) {
       return kNoMemory;
@@ -255,8 +286,9 @@ class PdfConverter : private ConversionEvents {
     }
   }
 
-  // A conversion that runs, and every later one, ends with kConversionCancelled.
-  void Cancel() noexcept { state_.is_cancelled = true; }
+  // A conversion that runs, and every later one, ends with kConversionCancelled. False for one that
+  // is about to give its output its name, which comes to its end.
+  bool Cancel() noexcept { return state_.Cancel(); }
 
   // Pages that are done, of how many; 0 of 0 before it is known.
   std::pair<std::int32_t, std::int32_t> GetProgress() const noexcept {
