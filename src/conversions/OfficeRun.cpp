@@ -1,11 +1,18 @@
 #include "conversions/OfficeRun.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <list>
 #include <thread>
 #include <utility>
 
 namespace TarnixTools {
 namespace {
+
+using Milliseconds = std::chrono::milliseconds;
+
+constexpr Milliseconds kTellEvery{100};
+constexpr Milliseconds kFarewell{150};  // that a cancelled thread gets to come to its end
 
 struct Worker {
   std::shared_ptr<OfficeRun> run;
@@ -15,13 +22,17 @@ struct Worker {
 // The threads that have been started and not been joined yet.
 class Workers {
  public:
-  ~Workers() {
+  ~Workers() { JoinAll(); }
+
+  void JoinAll() {
+    const std::lock_guard lock(mutex_);
     for (Worker& worker : workers_) {
       worker.run->Cancel();
     }
     for (Worker& worker : workers_) {
       worker.thread.join();
     }
+    workers_.clear();
   }
 
   void Add(const std::shared_ptr<OfficeRun>& run, std::function<void()> work) {
@@ -68,12 +79,13 @@ void OfficeRun::SetConverter(std::shared_ptr<ConversionSdk::Converters::PdfConve
   }
 }
 
-void OfficeRun::Cancel() {
+bool OfficeRun::Cancel() {
   const std::lock_guard lock(mutex_);
-  is_cancelled_ = true;
-  if (converter_ != nullptr) {
-    converter_->Cancel();
+  if (converter_ != nullptr && !converter_->Cancel()) {
+    return false;
   }
+  is_cancelled_ = true;
+  return true;
 }
 
 void OfficeRun::Finish(std::exception_ptr failure) {
@@ -88,22 +100,58 @@ bool OfficeRun::IsFinished() {
   return is_finished_;
 }
 
-bool OfficeRun::Wait(std::optional<std::chrono::milliseconds> most) {
-  std::unique_lock lock(mutex_);
-  const auto is_finished = [this] { return is_finished_; };
-  if (!most) {
-    changed_.wait(lock, is_finished);
-  } else if (!changed_.wait_for(lock, *most, is_finished)) {
-    return false;
+bool OfficeRun::Wait(std::optional<Milliseconds> most,
+                     const std::function<void(std::int32_t, std::int32_t)>& tell) {
+  const auto start = std::chrono::steady_clock::now();
+  const auto is_over = [&] { return most && std::chrono::steady_clock::now() - start >= *most; };
+  for (bool has_waited = false; !IsFinished(); has_waited = true) {
+    if (has_waited && is_over()) {
+      return false;
+    }
+    Tell(tell);
+    std::unique_lock lock(mutex_);
+    const auto passed =
+        std::chrono::duration_cast<Milliseconds>(std::chrono::steady_clock::now() - start);
+    const Milliseconds step =
+        most ? std::clamp(*most - passed, Milliseconds{0}, kTellEvery) : kTellEvery;
+    changed_.wait_for(lock, step, [this] { return is_finished_; });
   }
+  Tell(tell);
   if (failure_ != nullptr) {
     std::rethrow_exception(failure_);
   }
   return true;
 }
 
+// What is told may call back: it is not told while the lock is held.
+void OfficeRun::Tell(const std::function<void(std::int32_t, std::int32_t)>& tell) {
+  std::pair<std::int32_t, std::int32_t> progress{0, 0};
+  {
+    const std::lock_guard lock(mutex_);
+    if (converter_ != nullptr) {
+      progress = converter_->GetProgress();
+    }
+  }
+  if (tell && progress.second > 0) {
+    tell(progress.first, progress.second);
+  }
+}
+
 void StartOfficeThread(const std::shared_ptr<OfficeRun>& run, std::function<void()> work) {
   AllWorkers().Add(run, std::move(work));
+}
+
+// What the thread has made use of so far was made before this handler is registered, and goes after
+// it has run.
+void LeaveOfficeThread(OfficeRun& run) {
+  bool is_finished = true;
+  try {
+    is_finished = run.Wait(kFarewell);
+  } catch (...) {  // nobody hears of what a cancelled conversion ends with
+  }
+  if (!is_finished) {
+    std::atexit([] { AllWorkers().JoinAll(); });
+  }
 }
 
 }  // namespace TarnixTools

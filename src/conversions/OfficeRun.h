@@ -20,8 +20,9 @@ struct OfficeRun {
   // The converter that works, kept so that it can be told to stop.
   void SetConverter(std::shared_ptr<ConversionSdk::Converters::PdfConverter> converter);
 
-  // Stops the converter, and the one that is set later.
-  void Cancel();
+  // Stops the converter, and the one that is set later. False for one that cannot be stopped any
+  // more, as its output is about to get its name.
+  bool Cancel();
 
   // Notes that the thread is at its end, by an exception or null.
   void Finish(std::exception_ptr failure);
@@ -30,11 +31,15 @@ struct OfficeRun {
 
   // Whether the thread has come to its end by then; nullopt: waits for as long as it takes. Throws
   // what the thread has ended with.
-  bool Wait(std::optional<std::chrono::milliseconds> most);
+  //   tell - is told how many pages are done, of how many, some times a second; may be empty
+  bool Wait(std::optional<std::chrono::milliseconds> most,
+            const std::function<void(std::int32_t, std::int32_t)>& tell = {});
 
   std::int32_t status = 0;  // of the conversion, once the thread is at its end
 
  private:
+  void Tell(const std::function<void(std::int32_t, std::int32_t)>& tell);
+
   std::mutex mutex_;
   std::condition_variable changed_;
   std::shared_ptr<ConversionSdk::Converters::PdfConverter> converter_;
@@ -47,6 +52,10 @@ struct OfficeRun {
 // never killed: when the process ends, it is told to stop and waited for. Throws std::system_error
 // when there is no thread to be had.
 void StartOfficeThread(const std::shared_ptr<OfficeRun>& run, std::function<void()> work);
+
+// A run that was cancelled and goes on: waits a moment for its end, and has the process wait for it
+// when that ends, before what the thread may still use is destroyed.
+void LeaveOfficeThread(OfficeRun& run);
 
 }  // namespace TarnixTools
 

@@ -155,14 +155,19 @@ void Pdf2OfficeTask::GetPagesRange() {
 void Pdf2OfficeTask::StartConversionThread() {
   run_ = std::make_shared<OfficeRun>();
   auto copy = std::make_shared<Pdf2OfficeTask>(*this);
+  copy->progress_ = nullptr;
   try {
     StartOfficeThread(run_, [copy] { ConversionThreadCb(copy.get()); });
   } catch (const std::system_error&) {
     throw PdfException(PdfExceptionCode::InternalError, 0,
                        "Unable to initialize conversion thread");
   }
-  if (!run_->Wait(WaitOf(timeout_))) {
-    run_->Cancel();
+  bool is_done = run_->Wait(WaitOf(timeout_), progress_);
+  if (!is_done && !run_->Cancel()) {
+    is_done = run_->Wait(std::nullopt, progress_);
+  }
+  if (!is_done) {
+    LeaveOfficeThread(*run_);
     throw PdfException(PdfExceptionCode::ConversionTimeout, 0,
                        "PDF to office timeout of [%d] seconds, expired for [%s]", timeout_,
                        working_doc_.GetPath().c_str());
