@@ -46,7 +46,7 @@ struct TextPiece {
   PieceKind kind = PieceKind::kText;
   std::string text;          // UTF-8, in the order in which it is read
   std::uint32_t look = 0;    // in PageLayout::looks
-  std::int32_t link = -1;    // in PageModel::links; -1 for none
+  std::int32_t link = -1;    // in PageLayout::links; -1 for none
   std::uint32_t number = 0;  // as the kind says
   double x = 0;              // where it begins, from the left
   double width = 0;          // on the page, spacing included
@@ -101,6 +101,7 @@ struct ListLabel {
 struct Paragraph {
   ParagraphRole role = ParagraphRole::kBody;
   std::uint8_t level = 0;  // of a heading 1 to 6, of a list item and of an entry of contents from 0
+  bool is_tagged = false;  // the structure tree says what it is
   Alignment alignment = Alignment::kLeft;
   bool is_right_to_left = false;
   bool goes_on = false;         // it continues the last paragraph of the column or page before
@@ -192,13 +193,23 @@ struct Note {
   std::vector<Block> blocks;
 };
 
+// Where text leads when it is clicked on: out of the document, or to a paragraph of it.
+struct LinkTarget {
+  std::string uri;         // UTF-8; empty for a link into the document
+  std::string bookmark;    // Paragraph::bookmark; empty until the whole document is analysed
+  std::int32_t page = -1;  // zero-based; -1 for a link out of the document
+  double y = 0;            // on that page
+};
+
 struct PageLayout {
+  std::uint32_t number = 0;  // zero-based, in the document
   double width = 0;
   double height = 0;
   std::vector<TextLook> looks;
-  std::vector<Band> bands;       // from top to bottom
-  std::vector<Floating> floats;  // as they are painted
-  std::vector<Block> header;     // what is repeated over pages, above and below the flow
+  std::vector<LinkTarget> links;  // as PageModel::links
+  std::vector<Band> bands;        // from top to bottom
+  std::vector<Floating> floats;   // as they are painted
+  std::vector<Block> header;      // what is repeated over pages, above and below the flow
   std::vector<Block> footer;
   std::vector<Note> notes;        // footnotes
   std::optional<Rgb> background;  // of the whole page
