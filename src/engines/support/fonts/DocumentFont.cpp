@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "engines/support/fonts/CMapFile.h"
 #include "pdf/content/Differences.h"
 
 namespace TarnixTools::engines::fonts {
@@ -109,6 +110,7 @@ void DocumentFont::ReadComposite(Document& document, const Object& font) {
 void DocumentFont::ReadCodes(Document& document, const Object& encoding) {
   Arena arena;
   const pdf::Followed found = document.Follow(encoding, arena);
+  is_vertical_ = found.value.Text().ends_with("-V");
   if (found.value.IsName("Identity-H") || found.value.IsName("Identity-V")) {
     codes_ = CodeMap::Identity();
     return;
@@ -120,6 +122,7 @@ void DocumentFont::ReadCodes(Document& document, const Object& encoding) {
   const auto stream = document.TryDecodeStream(found.number, kMaxCMapBytes);
   if (stream && stream->complete) {
     codes_ = CodeMap::Read(stream->data);
+    is_vertical_ = CMapFile::Read(stream->data).write_mode() == 1;
   }
 }
 

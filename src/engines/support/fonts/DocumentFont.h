@@ -72,6 +72,9 @@ class DocumentFont {
   // UniGB-UCS2-H.
   bool has_unicode_codes() const { return has_unicode_codes_; }
 
+  // Of a composite font: whether its glyphs go downwards.
+  bool is_vertical() const { return is_vertical_; }
+
   // Of a simple font: whether it has an /Encoding, and one that is known here.
   bool has_encoding() const { return has_encoding_; }
 
@@ -91,6 +94,8 @@ class DocumentFont {
   // Of a simple font: the advance of a code in thousandths of the font's size; nothing where
   // /Widths does not tell.
   std::optional<double> WidthOf(std::uint8_t code) const;
+
+  bool has_widths() const { return !widths_.empty(); }
 
   // Of a composite font.
   std::uint32_t CidOf(std::uint32_t code) const { return codes_ ? codes_->CidOf(code) : 0; }
@@ -117,6 +122,7 @@ class DocumentFont {
   bool has_to_unicode_ = false;
   std::optional<CodeMap> codes_;
   bool has_unicode_codes_ = false;
+  bool is_vertical_ = false;
   bool has_encoding_ = false;
   bool is_encoding_known_ = true;
   std::optional<BaseEncoding> base_;
