@@ -30,8 +30,8 @@ std::u32string Characters(std::u16string_view units) {
   std::u32string text;
   for (std::size_t i = 0; i < units.size(); ++i) {
     if (IsHighSurrogate(units[i]) && i + 1 < units.size() && IsLowSurrogate(units[i + 1])) {
-      text += static_cast<char32_t>(0x10000 + ((units[i] - 0xD800) << 10) +
-                                    (units[i + 1] - 0xDC00));
+      text +=
+          static_cast<char32_t>(0x10000 + ((units[i] - 0xD800) << 10) + (units[i + 1] - 0xDC00));
       ++i;
     } else if (!IsHighSurrogate(units[i]) && !IsLowSurrogate(units[i])) {
       text += units[i];
@@ -45,6 +45,10 @@ bool IsPlaceholder(std::u32string_view text) {
   return std::all_of(text.begin(), text.end(), [](char32_t c) {
     return c == 0 || c == 0xFEFF || c == 0xFFFE || c == 0xFFFD;
   });
+}
+
+std::uint8_t Byte(std::uint32_t code) {
+  return static_cast<std::uint8_t>(code);
 }
 
 // Made up names that count through the alphabet of codes, such as "a12" and "G3F", tell nothing;
@@ -79,12 +83,14 @@ const std::u32string& FontText::TextOf(std::uint32_t code) {
 }
 
 std::u32string FontText::Find(std::uint32_t code) {
-  for (const std::u32string& text : {OfToUnicode(code), OfName(code)}) {
+  for (const std::u32string& text :
+       {OfToUnicode(code), OfName(code, font_->GlyphNameOf(Byte(code))), OfUnicodeCode(code),
+        OfProgram(code)}) {
     if (!text.empty() && !IsPlaceholder(text)) {
       return text;
     }
   }
-  return OfProgram(code);
+  return OfName(code, UsualNameOf(Byte(code)));
 }
 
 std::u32string FontText::OfToUnicode(std::uint32_t code) const {
@@ -92,19 +98,25 @@ std::u32string FontText::OfToUnicode(std::uint32_t code) const {
   return units ? Characters(*units) : std::u32string();
 }
 
-// Where a font that is not symbolic says no encoding, readers take the standard one.
-std::u32string FontText::OfName(std::uint32_t code) const {
+std::u32string FontText::OfName(std::uint32_t code, std::string_view name) const {
   if (font_->is_composite() || code >= kCodes) {
     return {};
-  }
-  const auto byte = static_cast<std::uint8_t>(code);
-  std::string_view name = font_->GlyphNameOf(byte);
-  if (name.empty() && program_ == nullptr) {
-    name = GlyphNameIn(BaseEncoding::kStandard, byte);
   }
   const auto found = characters_of_names_.find(std::string(name));
   return found == characters_of_names_.end() ? std::u32string()
                                              : std::u32string(1, found->second.front());
+}
+
+std::u32string FontText::OfUnicodeCode(std::uint32_t code) const {
+  return font_->has_unicode_codes() ? std::u32string(1, code) : std::u32string();
+}
+
+// Without an encoding, Type 1 fonts have the standard one, and TrueType fonts that of Windows.
+std::string_view FontText::UsualNameOf(std::uint8_t code) const {
+  const bool is_true_type = font_->kind() == FontKind::kTrueType;
+  return font_->kind() == FontKind::kType3
+             ? std::string_view()
+             : GlyphNameIn(is_true_type ? BaseEncoding::kWinAnsi : BaseEncoding::kStandard, code);
 }
 
 std::u32string FontText::OfProgram(std::uint32_t code) {
@@ -121,8 +133,7 @@ void FontText::ReadNames() {
   std::vector<std::string_view> names;
   for (int code = 0; code < kCodes; ++code) {
     const auto byte = static_cast<std::uint8_t>(code);
-    for (const std::string_view name :
-         {font_->GlyphNameOf(byte), GlyphNameIn(BaseEncoding::kStandard, byte)}) {
+    for (const std::string_view name : {font_->GlyphNameOf(byte), UsualNameOf(byte)}) {
       if (!name.empty()) {
         names.push_back(name);
       }

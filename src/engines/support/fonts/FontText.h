@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 
 #include "engines/support/fonts/CMapFile.h"
@@ -34,7 +35,9 @@ class FontText {
  private:
   std::u32string Find(std::uint32_t code);
   std::u32string OfToUnicode(std::uint32_t code) const;
-  std::u32string OfName(std::uint32_t code) const;
+  std::u32string OfName(std::uint32_t code, std::string_view name) const;
+  std::u32string OfUnicodeCode(std::uint32_t code) const;
+  std::string_view UsualNameOf(std::uint8_t code) const;
   std::u32string OfProgram(std::uint32_t code);
   void ReadNames();
   void ReadCharacters();
