@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "engines/office/Limits.h"
+#include "engines/office/pages/StandInFace.h"
 #include "engines/office/pages/TypefaceNames.h"
 
 namespace TarnixTools::engines::office {
@@ -22,13 +23,29 @@ std::string ProgramOf(Document& document, const fonts::FontDescriptor& descripto
   return stream && stream->complete ? std::move(stream->data) : std::string();
 }
 
-// From a Type 3 font's own units to ems.
-double Type3Scale(Document& document, const Object& reference) {
+// From a Type 3 font's own units to those of its size.
+double Type3Scale(Document& document, const Object& font) {
   Arena arena;
-  const Object font = document.Resolve(reference, arena);
   const auto items = document.Resolve(font.Get("FontMatrix"), arena).Items();
   const double scale = items.empty() ? 0 : std::abs(document.Resolve(items[0], arena).NumberOr(0));
   return scale > 0 ? scale : 0.001;
+}
+
+// Fonts of bitmaps are often shown at size 1 and have the size in their matrix: the box around
+// their glyphs tells it, which is somewhat higher than the em.
+double Type3Em(Document& document, const Object& font, double scale) {
+  constexpr double kBoxOfEm = 1.1;
+  constexpr double kLeast = 0.5;
+  constexpr double kMost = 2;
+  Arena arena;
+  const auto items = document.Resolve(font.Get("FontBBox"), arena).Items();
+  if (items.size() < 4) {
+    return 1;
+  }
+  const double height = std::abs(document.Resolve(items[3], arena).NumberOr(0) -
+                                 document.Resolve(items[1], arena).NumberOr(0)) *
+                        scale / kBoxOfEm;
+  return height <= 0 || (height >= kLeast && height <= kMost) ? 1 : height;
 }
 
 }  // namespace
@@ -41,7 +58,10 @@ PageFont::PageFont(Document& document, const Object& reference)
   text_.emplace(document, reference, font_, program_.get());
   face_ = std::make_shared<const Typeface>(TypefaceOf(font_));
   if (font_.kind() == fonts::FontKind::kType3) {
-    glyph_scale_ = Type3Scale(document, reference);
+    Arena arena;
+    const Object font = document.Resolve(reference, arena);
+    glyph_scale_ = Type3Scale(document, font);
+    em_ = Type3Em(document, font, glyph_scale_);
   }
 }
 
@@ -60,12 +80,37 @@ void PageFont::Split(std::string_view bytes, std::vector<std::uint32_t>& codes) 
   }
 }
 
-double PageFont::AdvanceOf(std::uint32_t code) const {
-  if (font_.is_composite()) {
-    return font_.WidthOfCid(font_.CidOf(code)) * glyph_scale_;
+double PageFont::AdvanceOf(std::uint32_t code) {
+  const double advance = font_.is_composite() ? AdvanceOfComposite(code)
+                                              : AdvanceOfSimple(static_cast<std::uint8_t>(code));
+  return advance * glyph_scale_;
+}
+
+// By a map that is not known here, what Latin letters are to the others stands in.
+double PageFont::AdvanceOfComposite(std::uint32_t code) {
+  constexpr std::uint32_t kNoCid = 0xFFFFFFFF;  // it has the default
+  if (font_.codes() != nullptr) {
+    return font_.WidthOfCid(font_.CidOf(code));
   }
-  const auto width = font_.WidthOf(static_cast<std::uint8_t>(code));
-  return width.value_or(font_.descriptor().missing_width.value_or(0)) * glyph_scale_;
+  const double usual = font_.WidthOfCid(kNoCid);
+  return code < 0x80 ? usual / 2 : usual;
+}
+
+// A font that is not embedded need not tell the widths of its glyphs when all readers know it.
+double PageFont::AdvanceOfSimple(std::uint8_t code) {
+  if (const auto width = font_.WidthOf(code)) {
+    return *width;
+  }
+  if (font_.has_widths()) {
+    return font_.descriptor().missing_width.value_or(0);
+  }
+  if (program_ != nullptr) {
+    if (!glyphs_) {
+      glyphs_.emplace(font_, *program_);
+    }
+    return program_->AdvanceOf(glyphs_->StandardGlyphOf(code)).value_or(0);
+  }
+  return StandInAdvance(*face_, TextOf(code));
 }
 
 PageFont* PageFonts::Find(const Object& reference) {

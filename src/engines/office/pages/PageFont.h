@@ -15,6 +15,7 @@
 #include "engines/support/fonts/DocumentFont.h"
 #include "engines/support/fonts/FontProgram.h"
 #include "engines/support/fonts/FontText.h"
+#include "engines/support/fonts/GlyphFinder.h"
 #include "pdf/file/Document.h"
 
 namespace TarnixTools::engines::office {
@@ -30,8 +31,14 @@ class PageFont {
 
   const std::u32string& TextOf(std::uint32_t code) { return text_->TextOf(code); }
 
-  // In ems, along the line.
-  double AdvanceOf(std::uint32_t code) const;
+  // In units of the font's size, along the line.
+  double AdvanceOf(std::uint32_t code);
+
+  // The em in units of the font's size: 1, but for Type 3 fonts that are as large as their matrix
+  // makes them.
+  double em() const { return em_; }
+
+  bool is_vertical() const { return font_.is_vertical(); }
 
   // Word spacing goes to single bytes of 32.
   bool IsWordSpace(std::uint32_t code) const { return code == ' ' && !font_.is_composite(); }
@@ -39,11 +46,16 @@ class PageFont {
   const std::shared_ptr<const Typeface>& face() const { return face_; }
 
  private:
+  double AdvanceOfSimple(std::uint8_t code);
+  double AdvanceOfComposite(std::uint32_t code);
+
   fonts::DocumentFont font_;
   std::string program_bytes_;
   std::unique_ptr<fonts::FontProgram> program_;
   std::optional<fonts::FontText> text_;
   std::shared_ptr<const Typeface> face_;
+  std::optional<fonts::GlyphFinder> glyphs_;
+  double em_ = 1;
   double glyph_scale_ = 0.001;  // from widths to ems; a Type 3 font has its own
 };
 

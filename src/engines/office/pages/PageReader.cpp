@@ -5,8 +5,11 @@
 
 #include "engines/office/Limits.h"
 #include "engines/office/pages/PaintedColor.h"
+#include "engines/office/pages/PathShapes.h"
+#include "foundation/Utf8.h"
 #include "pdf/content/ContentWalker.h"
 #include "pdf/tree/PageGeometry.h"
+#include "pdf/tree/TextString.h"
 
 namespace TarnixTools::engines::office {
 
@@ -16,31 +19,46 @@ using pdf::Matrix;
 using pdf::Object;
 using pdf::Point;
 
-constexpr double kThinRule = 3;  // points: a filled rectangle as thin as that is a line
+constexpr std::ptrdiff_t kStylesLookedAt = 64;   // of those that were met last
+constexpr std::size_t kMaxReplacedGlyphs = 200;  // that one /ActualText stands for
 
 // Follows the page's content and notes what it paints.
 class PageCollector : public pdf::ContentVisitor {
  public:
   PageCollector(pdf::Document& document, PageFonts& fonts, PageModel& page)
-      : fonts_(&fonts), colors_(document), page_(&page) {}
+      : fonts_(&fonts), colors_(document), page_(&page), document_(&document) {}
 
-  void BeginMarked(const pdf::MarkedContent& mark) override {
-    marks_.push_back(mark.id ? static_cast<std::int32_t>(*mark.id) : CurrentMark());
-  }
+  bool EnterContent(const pdf::ContentEntry& entry) override;
+  void LeaveContent(const pdf::ContentEntry& entry) override;
+  void BeginMarked(const pdf::MarkedContent& mark) override;
+  void EndMarked(const pdf::MarkedContent& mark) override;
 
-  void EndMarked(const pdf::MarkedContent& /*mark*/) override {
-    if (!marks_.empty()) {
-      marks_.pop_back();
-    }
+  bool IsVertical(const pdf::TextState& text) override {
+    const PageFont* font = fonts_->Find(text.font);
+    return font != nullptr && font->is_vertical();
   }
 
   std::optional<pdf::TextAdvance> ShowText(const pdf::StringUse& string) override;
   void PaintPath(const pdf::PathUse& path) override;
+
+  void PaintShading(const pdf::ShadingUse& /*shading*/) override { page_->has_shadings = true; }
+
   void DrawImage(const pdf::ImageUse& image) override;
 
  private:
-  std::int32_t CurrentMark() const { return marks_.empty() ? -1 : marks_.back(); }
+  // Marked content that is open.
+  struct Mark {
+    std::int32_t id = -1;
+    std::size_t first_glyph = 0;         // of the page, that it may have
+    std::optional<std::u32string> text;  // that stands for all of its glyphs
+  };
 
+  std::int32_t CurrentMark() const { return marks_.empty() ? -1 : marks_.back().id; }
+
+  void ReplaceText(const Mark& mark);
+
+  pdf::TextAdvance ShowAlong(const pdf::StringUse& string, PageFont& font, std::uint32_t style);
+  pdf::TextAdvance ShowDownwards(const pdf::StringUse& string, PageFont& font, std::uint32_t style);
   std::uint32_t StyleOf(const pdf::StringUse& string, const PageFont& font, const Matrix& glyphs);
   void AddGlyph(const std::u32string& text, std::uint32_t style, const Point& origin,
                 double advance);
@@ -48,7 +66,9 @@ class PageCollector : public pdf::ContentVisitor {
   PageFonts* fonts_;
   PaintedColors colors_;
   PageModel* page_;
-  std::vector<std::int32_t> marks_;
+  pdf::Document* document_;
+  std::vector<Mark> marks_;
+  std::size_t depth_ = 0;  // of forms
   std::vector<std::uint32_t> codes_;
   std::uint32_t order_ = 0;
 };
@@ -70,7 +90,8 @@ std::uint32_t PageCollector::StyleOf(const pdf::StringUse& string, const PageFon
   const pdf::TextMode mode = state.text.mode;
   TextStyle style;
   style.face = font.face();
-  style.size = Length(glyphs.c, glyphs.d);
+  style.size = Length(glyphs.c, glyphs.d) * font.em();
+  style.is_vertical = font.is_vertical();
   const double along = Length(glyphs.a, glyphs.b);
   style.direction_x = along > 0 ? glyphs.a / along : 1;
   style.direction_y = along > 0 ? glyphs.b / along : 0;
@@ -80,14 +101,82 @@ std::uint32_t PageCollector::StyleOf(const pdf::StringUse& string, const PageFon
   style.color = colors_.Of(only_strokes ? state.stroke : state.fill).value_or(Rgb{});
   style.is_hidden = (!pdf::Fills(mode) && !pdf::Strokes(mode)) || alpha <= 0;
   std::vector<TextStyle>& styles = page_->styles;
-  const auto known = std::find_if(styles.rbegin(), styles.rend(), [&style](const TextStyle& other) {
-    return AreAlike(style, other);
-  });
-  if (known != styles.rend()) {
+  const auto last =
+      std::next(styles.rbegin(), std::min<std::ptrdiff_t>(std::ssize(styles), kStylesLookedAt));
+  const auto known = std::find_if(
+      styles.rbegin(), last, [&style](const TextStyle& other) { return AreAlike(style, other); });
+  if (known != last) {
     return static_cast<std::uint32_t>(styles.rend() - known - 1);
   }
   styles.push_back(style);
   return static_cast<std::uint32_t>(styles.size() - 1);
+}
+
+// Marks of a form are told apart by the form, not by the page: they mean nothing here.
+bool PageCollector::EnterContent(const pdf::ContentEntry& entry) {
+  if (entry.depth > 0) {
+    ++depth_;
+    marks_.push_back({-1, page_->glyphs.size(), std::nullopt});
+  }
+  return true;
+}
+
+void PageCollector::LeaveContent(const pdf::ContentEntry& entry) {
+  if (entry.depth > 0 && depth_ > 0) {
+    --depth_;
+    marks_.pop_back();
+  }
+}
+
+void PageCollector::BeginMarked(const pdf::MarkedContent& mark) {
+  Mark opened{CurrentMark(), page_->glyphs.size(), std::nullopt};
+  if (mark.id && depth_ == 0) {
+    opened.id = static_cast<std::int32_t>(*mark.id);
+  }
+  pdf::Arena arena;
+  const Object text = document_->Resolve(mark.properties.Get("ActualText"), arena);
+  if (text.IsString()) {
+    opened.text = Utf8ToUtf32(pdf::TextStringToUtf8(text.Text()));
+  }
+  marks_.push_back(std::move(opened));
+}
+
+void PageCollector::EndMarked(const pdf::MarkedContent& /*mark*/) {
+  if (marks_.empty()) {
+    return;
+  }
+  const Mark mark = std::move(marks_.back());
+  marks_.pop_back();
+  if (mark.text) {
+    ReplaceText(mark);
+  }
+}
+
+// The glyphs become one, as long as all of them, if they stand in one line (ISO 32000-2, 14.9.4).
+void PageCollector::ReplaceText(const Mark& mark) {
+  std::vector<Glyph>& glyphs = page_->glyphs;
+  const std::size_t first = mark.first_glyph;
+  if (first >= glyphs.size() || glyphs.size() - first > kMaxReplacedGlyphs) {
+    return;
+  }
+  const TextStyle& style = page_->styles[glyphs[first].style];
+  const Glyph& last = glyphs.back();
+  const double x = last.x - glyphs[first].x;
+  const double y = last.y - glyphs[first].y;
+  const double along = x * style.direction_x + y * style.direction_y;
+  const double across = y * style.direction_x - x * style.direction_y;
+  if (style.is_vertical || along < 0 || std::abs(across) > style.size / 2) {
+    return;
+  }
+  Glyph glyph = glyphs[first];
+  glyph.advance = along + last.advance;
+  glyph.text = static_cast<std::uint32_t>(page_->text.size());
+  glyph.length = static_cast<std::uint32_t>(mark.text->size());
+  page_->text += *mark.text;
+  glyphs.resize(first);
+  if (!mark.text->empty()) {
+    glyphs.push_back(glyph);
+  }
 }
 
 std::optional<pdf::TextAdvance> PageCollector::ShowText(const pdf::StringUse& string) {
@@ -98,25 +187,55 @@ std::optional<pdf::TextAdvance> PageCollector::ShowText(const pdf::StringUse& st
   }
   codes_.clear();
   font->Split(string.bytes, codes_);
+  ++order_;
   const Matrix glyphs = text.GlyphMatrix() * string.state.matrix;
   const std::uint32_t style = string.is_hidden ? 0 : StyleOf(string, *font, glyphs);
+  return font->is_vertical() ? ShowDownwards(string, *font, style)
+                             : ShowAlong(string, *font, style);
+}
+
+pdf::TextAdvance PageCollector::ShowAlong(const pdf::StringUse& string, PageFont& font,
+                                          std::uint32_t style) {
+  const pdf::TextState& text = string.state.text;
+  const Matrix line = text.matrix * string.state.matrix;
   double x = 0;  // in units of text space
   for (const std::uint32_t code : codes_) {
-    const double width = font->AdvanceOf(code) * text.size * text.scale;
+    const double width = font.AdvanceOf(code) * text.size * text.scale;
     if (!string.is_hidden) {
-      const Matrix at = Matrix::Translation(x, text.rise) * text.matrix * string.state.matrix;
-      const double advance = Length(at.Apply(width, 0).x - at.e, at.Apply(width, 0).y - at.f);
-      AddGlyph(font->TextOf(code), style, {at.e, at.f}, advance);
+      const Point origin = line.Apply(x, text.rise);
+      AddGlyph(font.TextOf(code), style, origin, Length(width * line.a, width * line.b));
     }
-    const double spacing = text.char_spacing + (font->IsWordSpace(code) ? text.word_spacing : 0);
+    const double spacing = text.char_spacing + (font.IsWordSpace(code) ? text.word_spacing : 0);
     x += width + spacing * text.scale;
   }
-  ++order_;
-  return pdf::TextAdvance{x, 0};
+  return {x, 0};
+}
+
+// The origin of a glyph in vertical writing is above its middle (ISO 32000-2, 9.7.4.3).
+pdf::TextAdvance PageCollector::ShowDownwards(const pdf::StringUse& string, PageFont& font,
+                                              std::uint32_t style) {
+  constexpr double kRise = 0.88;  // of the origin over the baseline, where the font says nothing
+  const pdf::TextState& text = string.state.text;
+  const Matrix line = text.matrix * string.state.matrix;
+  double y = 0;  // in units of text space
+  for (const std::uint32_t code : codes_) {
+    if (!string.is_hidden) {
+      const double half = font.AdvanceOf(code) * text.size * text.scale / 2;
+      const Point origin = line.Apply(-half, text.rise + y - kRise * text.size);
+      AddGlyph(font.TextOf(code), style, origin, Length(text.size * line.c, text.size * line.d));
+    }
+    y += -text.size + text.char_spacing + (font.IsWordSpace(code) ? text.word_spacing : 0);
+  }
+  return {0, y};
 }
 
 void PageCollector::AddGlyph(const std::u32string& text, std::uint32_t style, const Point& origin,
                              double advance) {
+  const bool is_on_page = origin.x + advance > 0 && origin.x - advance < page_->width &&
+                          origin.y > 0 && origin.y < page_->height + advance;
+  if (!is_on_page) {
+    return;
+  }
   if (page_->glyphs.size() >= limits::kMaxGlyphsOfPage) {
     page_->is_partial = true;
     return;
@@ -131,39 +250,22 @@ void PageCollector::AddGlyph(const std::u32string& text, std::uint32_t style, co
   page_->text += text;
 }
 
-PathShape::Kind KindOf(const pdf::PathUse& path) {
-  const bool is_thin = path.box.width() <= kThinRule || path.box.height() <= kThinRule;
-  if (path.segments.size() == 2 || (path.fills && is_thin)) {
-    return PathShape::Kind::kLine;
-  }
-  const bool has_curves =
-      std::any_of(path.segments.begin(), path.segments.end(), [](const pdf::PathSegment& segment) {
-        return segment.kind == pdf::PathSegment::Kind::kCurve;
-      });
-  return !has_curves && path.segments.size() >= 4 && path.segments.size() <= 6
-             ? PathShape::Kind::kRectangle
-             : PathShape::Kind::kOther;
-}
-
 void PageCollector::PaintPath(const pdf::PathUse& path) {
-  if (page_->paths.size() >= limits::kMaxPathsOfPage) {
-    page_->is_partial = true;
-    return;
-  }
   const Matrix& matrix = path.state.matrix;
-  PathShape shape{.kind = KindOf(path),
-                  .box = path.box,
-                  .fill = std::nullopt,
-                  .stroke = std::nullopt,
-                  .line_width = path.state.line.width * Length(matrix.a, matrix.b),
-                  .order = ++order_};
-  if (path.fills) {
-    shape.fill = colors_.Of(path.state.fill);
+  const double line_width = path.state.line.width * Length(matrix.a, matrix.b);
+  const bool fills_pattern = path.fills && !path.state.fill.pattern.IsNull();
+  page_->has_shadings = page_->has_shadings || fills_pattern;
+  for (PathShape& shape : ShapesOf(path)) {
+    if (page_->paths.size() >= limits::kMaxPathsOfPage) {
+      page_->is_partial = true;
+      return;
+    }
+    shape.fill = path.fills ? colors_.Of(path.state.fill) : std::nullopt;
+    shape.stroke = path.strokes ? colors_.Of(path.state.stroke) : std::nullopt;
+    shape.line_width = line_width;
+    shape.order = ++order_;
+    page_->paths.push_back(shape);
   }
-  if (path.strokes) {
-    shape.stroke = colors_.Of(path.state.stroke);
-  }
-  page_->paths.push_back(shape);
 }
 
 void PageCollector::DrawImage(const pdf::ImageUse& image) {
@@ -191,6 +293,7 @@ PageModel PageReader::Read(std::size_t page_index) {
                             {.images = true,
                              .text = true,
                              .paths = true,
+                             .shadings = true,
                              .clips = true,
                              .style = true,
                              .marks = true,

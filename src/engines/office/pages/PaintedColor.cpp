@@ -28,8 +28,8 @@ Rgb OfPalette(const ColorSpace& space, double index) {
   if (entries == 0) {
     return {};
   }
-  const auto entry = static_cast<std::size_t>(
-      std::clamp(index, 0.0, static_cast<double>(entries - 1)));
+  const auto entry =
+      static_cast<std::size_t>(std::clamp(index, 0.0, static_cast<double>(entries - 1)));
   const std::uint8_t* rgb = space.palette.data() + 3 * entry;
   return {rgb[0], rgb[1], rgb[2]};
 }
