@@ -26,6 +26,13 @@ inline constexpr std::uint32_t kMaxPictureSide = 4000;
 inline constexpr std::size_t kMaxPictureBytes = std::size_t{64} << 20;
 // Fonts of a document that are kept.
 inline constexpr std::size_t kMaxFonts = 20'000;
+// Links of a page that text is given.
+inline constexpr std::size_t kMaxLinksOfText = 2'000;
+// Comparisons of boxes that the search for what belongs together may make on one page; what is left
+// then counts as one thing.
+inline constexpr std::size_t kMaxBoxComparisons = 20'000'000;
+// Columns within columns.
+inline constexpr std::size_t kMaxColumnDepth = 6;
 
 }  // namespace TarnixTools::engines::office::limits
 
