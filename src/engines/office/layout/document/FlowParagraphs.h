@@ -1,0 +1,20 @@
+// The paragraphs of a page's flow, in the order in which they are read.
+#ifndef TARNIX_ENGINES_OFFICE_LAYOUT_DOCUMENT_FLOWPARAGRAPHS_H_
+#define TARNIX_ENGINES_OFFICE_LAYOUT_DOCUMENT_FLOWPARAGRAPHS_H_
+
+#include <string>
+#include <vector>
+
+#include "engines/office/layout/PageLayout.h"
+
+namespace TarnixTools::engines::office {
+
+// Those of tables are left out.
+std::vector<Paragraph*> FlowParagraphs(PageLayout& page);
+
+// UTF-8; what parts words at the ends of lines is joined.
+std::string TextOf(const Paragraph& paragraph);
+
+}  // namespace TarnixTools::engines::office
+
+#endif  // TARNIX_ENGINES_OFFICE_LAYOUT_DOCUMENT_FLOWPARAGRAPHS_H_
