@@ -1,0 +1,16 @@
+// The layout of a page as JSON, to look at what the analysis made of it.
+#ifndef TARNIX_ENGINES_OFFICE_LAYOUT_LAYOUTDUMP_H_
+#define TARNIX_ENGINES_OFFICE_LAYOUT_LAYOUTDUMP_H_
+
+#include <string>
+
+#include "engines/office/layout/PageLayout.h"
+
+namespace TarnixTools::engines::office {
+
+// One object; UTF-8. Lengths are rounded to a tenth of a point.
+std::string DumpLayout(const PageLayout& page);
+
+}  // namespace TarnixTools::engines::office
+
+#endif  // TARNIX_ENGINES_OFFICE_LAYOUT_LAYOUTDUMP_H_
