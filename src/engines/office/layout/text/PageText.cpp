@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "engines/office/layout/text/GlyphRows.h"
+#include "engines/office/layout/text/Gutters.h"
 #include "engines/office/layout/text/WordLines.h"
 #include "engines/office/layout/text/WordMarks.h"
 
@@ -15,6 +16,7 @@ PageText ReadPageText(const PageModel& page) {
     for (const GlyphRow& row : rows.rows) {
       CutIntoLines(page, row, turned.lines);
     }
+    CutAtGutters(turned.lines);
     if (rows.angle == 0) {
       text.upright = std::move(turned);
     } else if (!turned.lines.empty()) {
