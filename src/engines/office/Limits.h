@@ -33,6 +33,11 @@ inline constexpr std::size_t kMaxLinksOfText = 2'000;
 inline constexpr std::size_t kMaxBoxComparisons = 20'000'000;
 // Columns within columns.
 inline constexpr std::size_t kMaxColumnDepth = 6;
+// Lines of one page that may belong to tables; more are not looked at.
+inline constexpr std::size_t kMaxRulesOfPage = 6'000;
+// Columns and rows of one table.
+inline constexpr std::size_t kMaxTableColumns = 200;
+inline constexpr std::size_t kMaxTableRows = 2'000;
 
 }  // namespace TarnixTools::engines::office::limits
 
