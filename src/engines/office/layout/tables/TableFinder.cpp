@@ -1,0 +1,190 @@
+#include "engines/office/layout/tables/TableFinder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "engines/office/layout/tables/CellLooks.h"
+#include "engines/office/layout/tables/TableArea.h"
+#include "engines/office/layout/tables/TableBuilder.h"
+#include "engines/office/layout/tables/TableJudge.h"
+
+namespace TarnixTools::engines::office {
+
+namespace {
+
+constexpr double kMargin = 2;  // points that words may stand out of an area
+
+constexpr double kPathMargin = 8;  // that rules may
+
+// Words that are rules made of characters.
+bool IsDrawnRule(std::u32string_view text) {
+  return text.size() >= 6 && std::all_of(text.begin(), text.end(), [](char32_t c) {
+           return c == U'-' || c == U'_' || c == U'=' || c == U'–' || c == U'—';
+         });
+}
+
+bool IsIn(const Ink& ink, const pdf::Box& box) {
+  const double x = (ink.left + ink.right) / 2;
+  const double y = (ink.upper + ink.lower) / 2;
+  return x >= box.left - kMargin && x <= box.right + kMargin && y >= box.bottom - kMargin &&
+         y <= box.top + kMargin;
+}
+
+double AreaSize(const TableArea& area) {
+  return area.box.width() * area.box.height();
+}
+
+class Finder {
+ public:
+  Finder(const PageModel& page, const TurnedText& text) : page_(&page), rules_(RulesOf(page)) {
+    Read(text);
+  }
+
+  std::vector<FoundTable> Find();
+
+ private:
+  void Read(const TurnedText& text);
+  const Typeface* FaceOf(const Word& word) const;
+  void Try(std::vector<TableArea> areas);
+  void TryFills();
+  void AddPaths(FoundTable& table) const;
+  void Keep(const TableArea& area, TableShape shape);
+
+  const PageModel* page_;
+  Rules rules_;
+  std::vector<Ink> inks_;  // those that are in no table yet
+  std::vector<Ink> leaders_;
+  std::vector<FoundTable> tables_;
+};
+
+// Null where nothing tells it.
+const Typeface* Finder::FaceOf(const Word& word) const {
+  if (word.glyphs.empty()) {
+    return nullptr;
+  }
+  const Glyph& glyph = page_->glyphs[word.glyphs.front().glyph];
+  return page_->styles[glyph.style].face.get();
+}
+
+void Finder::Read(const TurnedText& text) {
+  std::uint32_t number = 0;
+  for (const WordLine& line : text.lines) {
+    for (const Word& word : line.words) {
+      const Typeface* face = FaceOf(word);
+      Ink ink{.left = word.box.left,
+              .right = word.box.right,
+              .upper = word.box.bottom,
+              .lower = word.box.top,
+              .baseline = word.baseline,
+              .size = word.size,
+              .is_bold = face != nullptr && face->is_bold,
+              .is_spaced = face != nullptr && face->is_fixed_pitch,
+              .word = number++};
+      if (IsDrawnRule(word.text)) {
+        const double y = (ink.upper + ink.lower) / 2;
+        rules_.horizontal.push_back({y, ink.left, ink.right, 0, Rgb{}, false});
+        continue;
+      }
+      Classify(word.text, ink);
+      if (ink.is_leader || word.text.find(U".....") != std::u32string::npos) {
+        leaders_.push_back(ink);
+      }
+      if (!ink.is_leader) {
+        inks_.push_back(ink);
+      }
+    }
+  }
+  std::sort(rules_.horizontal.begin(), rules_.horizontal.end(),
+            [](const Rule& a, const Rule& b) { return a.at < b.at; });
+}
+
+void Finder::Keep(const TableArea& area, TableShape shape) {
+  FoundTable table;
+  table.box = {shape.columns.front(), shape.rows.front(), shape.columns.back(), shape.rows.back()};
+  table.is_ruled = area.kind == AreaKind::kGrid;
+  table.header_rows = static_cast<std::uint32_t>(shape.header_rows);
+  std::vector<bool> is_used;
+  for (const CellShape& cell : shape.cells) {
+    FoundCell found{.row = static_cast<std::uint32_t>(cell.row),
+                    .column = static_cast<std::uint32_t>(cell.column),
+                    .row_span = static_cast<std::uint32_t>(cell.row_end - cell.row),
+                    .column_span = static_cast<std::uint32_t>(cell.column_end - cell.column),
+                    .box = {shape.columns[cell.column], shape.rows[cell.row],
+                            shape.columns[cell.column_end], shape.rows[cell.row_end]}};
+    for (const Ink& ink : cell.inks) {
+      found.words.push_back(ink.word);
+      is_used.resize(std::max<std::size_t>(is_used.size(), ink.word + 1));
+      is_used[ink.word] = true;
+    }
+    table.cells.push_back(std::move(found));
+  }
+  std::erase_if(
+      inks_, [&is_used](const Ink& ink) { return ink.word < is_used.size() && is_used[ink.word]; });
+  table.columns = std::move(shape.columns);
+  table.rows = std::move(shape.rows);
+  SetLooks(area, rules_, table);
+  AddPaths(table);
+  tables_.push_back(std::move(table));
+}
+
+// What is painted within a table and is no drawing belongs to it.
+void Finder::AddPaths(FoundTable& table) const {
+  for (std::size_t i = 0; i < page_->paths.size(); ++i) {
+    const PathShape& path = page_->paths[i];
+    const pdf::Box& box = path.box;
+    if (path.kind != PathShape::Kind::kOther && box.left >= table.box.left - kPathMargin &&
+        box.right <= table.box.right + kPathMargin &&
+        box.bottom >= table.box.bottom - kPathMargin && box.top <= table.box.top + kPathMargin) {
+      table.paths.push_back(static_cast<std::uint32_t>(i));
+    }
+  }
+}
+
+void Finder::Try(std::vector<TableArea> areas) {
+  std::stable_sort(areas.begin(), areas.end(), [](const TableArea& a, const TableArea& b) {
+    return AreaSize(a) > AreaSize(b);
+  });
+  for (const TableArea& area : areas) {
+    std::vector<Ink> inks;
+    std::copy_if(inks_.begin(), inks_.end(), std::back_inserter(inks),
+                 [&area](const Ink& ink) { return IsIn(ink, area.box); });
+    if (CutsText(area, inks)) {
+      continue;
+    }
+    std::optional<TableShape> shape = BuildTable(area, inks);
+    if (shape && IsTable(*shape, area.kind, leaders_)) {
+      Keep(area, std::move(*shape));
+    }
+  }
+}
+
+// Tables whose cells are filled boxes.
+void Finder::TryFills() {
+  std::vector<pdf::Box> areas;
+  for (const FoundTable& table : tables_) {
+    areas.push_back(table.box);
+  }
+  Rules rules = rules_;
+  AddFillEdges(areas, rules);
+  Try(FindGrids(rules));
+}
+
+std::vector<FoundTable> Finder::Find() {
+  Try(FindGrids(rules_));
+  TryFills();
+  Try(FindStripes(rules_, inks_));
+  Try(FindTextAreas(rules_, inks_));
+  std::stable_sort(tables_.begin(), tables_.end(), [](const FoundTable& a, const FoundTable& b) {
+    return a.box.bottom < b.box.bottom;
+  });
+  return std::move(tables_);
+}
+
+}  // namespace
+
+std::vector<FoundTable> FindTables(const PageModel& page, const TurnedText& text) {
+  return Finder(page, text).Find();
+}
+
+}  // namespace TarnixTools::engines::office
