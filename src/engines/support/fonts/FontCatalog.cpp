@@ -280,6 +280,15 @@ const InstalledFace* FontCatalog::Find(std::string_view family, std::string_view
   return lists_->FindByWholeName(name);
 }
 
+const InstalledFace* FontCatalog::FindShown(std::string_view family, std::string_view style) const {
+  if (const InstalledFace* face = Find(family, style)) {
+    return face;
+  }
+  const std::string name(family.substr(0, family.find('\0')));
+  const auto sorted = lists_->Sorted(name, ParseFontStyle(style), "");
+  return sorted.empty() ? nullptr : lists_->FindInFamily(sorted.front()->family, style);
+}
+
 bool FontCatalog::HasStyle(const InstalledFace& face, std::string_view style) {
   return IsCalled(face, style) || IsOfStyle(ParseFontStyle(style), StyleOf(face));
 }

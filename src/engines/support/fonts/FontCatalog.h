@@ -44,6 +44,10 @@ class FontCatalog {
   // are UTF-8 and taken literally; case does not matter.
   const InstalledFace* Find(std::string_view family, std::string_view style) const;
 
+  // The face that programs show text of the family in on this system: one that Find gives, else what
+  // the configuration puts in place of a family that it does not know. Null without any font.
+  const InstalledFace* FindShown(std::string_view family, std::string_view style) const;
+
   // Whether the face has the style, by name or by all of its words, and is not merely the closest
   // there is.
   static bool HasStyle(const InstalledFace& face, std::string_view style);
