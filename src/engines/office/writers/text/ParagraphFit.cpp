@@ -1,0 +1,355 @@
+#include "engines/office/writers/text/ParagraphFit.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include "foundation/Utf8.h"
+
+namespace TarnixTools::engines::office {
+
+namespace {
+
+// Widths that are closer than this are one, where faces with equal metrics are measured.
+constexpr double kEqualWidths = 0.06;
+constexpr double kLeastScale = 0.6;
+constexpr double kMostScale = 1.6;
+// Most spacing, in ems. What is spaced out further is so in the document.
+constexpr double kTightest = -0.12;
+constexpr double kWidest = 1.0;
+// Points by which programs measure differently, and beyond them a share of the width.
+constexpr double kSlack = 0.4;
+constexpr double kSlackShare = 0.002;
+constexpr double kRoomOfSingleLine = 3;
+constexpr char32_t kFirstIdeograph = 0x2E80;
+
+// Pieces without a tabulator between them.
+struct Segment {
+  std::size_t first = 0;
+  std::size_t count = 0;
+  double left = 0;  // on the page
+  double right = 0;
+  double natural = 0;  // width without spacing
+  std::size_t characters = 0;
+  double largest_size = 0;
+};
+
+struct MeasuredLine {
+  std::vector<Segment> segments;
+  double left = 0;
+  double right = 0;
+  double first_word = 0;  // width of what stands before its first space
+  double space = 0;
+};
+
+std::size_t CountCharacters(std::string_view text) {
+  return static_cast<std::size_t>(
+      std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+}
+
+double SizeOf(const TextLook& look) {
+  return look.raise == Raise::kNone ? look.size : look.size * kRaisedSize;
+}
+
+class Fitter {
+ public:
+  Fitter(const Paragraph& paragraph, const std::vector<TextLook>& looks, TextMeasure& measure,
+         const FitSettings& settings)
+      : paragraph_(paragraph), looks_(looks), measure_(measure), settings_(settings) {}
+
+  FittedParagraph Fit(double left, double right) {
+    for (const TextLine& line : paragraph_.lines) {
+      lines_.push_back(Measure(line));
+    }
+    fitted_.scale = settings_.may_scale ? Scale() : 1;
+    for (MeasuredLine& line : lines_) {
+      line.first_word *= fitted_.scale;
+      line.space *= fitted_.scale;
+    }
+    FindEnds();
+    FindRoom(left, right);
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+      FitLine(i);
+    }
+    return std::move(fitted_);
+  }
+
+ private:
+  double WidthOf(const TextPiece& piece, std::string_view text) {
+    if (piece.kind == PieceKind::kPicture) {
+      return piece.width;
+    }
+    const TextLook& look = looks_[piece.look];
+    return look.face ? measure_.WidthOf(*look.face, text) * SizeOf(look) : piece.width;
+  }
+
+  MeasuredLine Measure(const TextLine& line) {
+    MeasuredLine measured;
+    bool is_open = false;
+    for (std::size_t i = 0; i < line.pieces.size(); ++i) {
+      const TextPiece& piece = line.pieces[i];
+      if (piece.kind == PieceKind::kTab) {
+        is_open = false;
+        continue;
+      }
+      if (!is_open) {
+        measured.segments.push_back({.first = i, .left = piece.x, .right = piece.x});
+        is_open = true;
+      }
+      AddTo(measured.segments.back(), piece, i);
+    }
+    measured.left = measured.segments.empty() ? line.box.left : measured.segments.front().left;
+    measured.right = measured.segments.empty() ? line.box.right : measured.segments.back().right;
+    MeasureFirstWord(line, measured);
+    return measured;
+  }
+
+  void AddTo(Segment& segment, const TextPiece& piece, std::size_t index) {
+    segment.count = index - segment.first + 1;
+    segment.left = std::min(segment.left, piece.x);
+    segment.right = std::max(segment.right, piece.x + piece.width);
+    segment.natural += WidthOf(piece, piece.text);
+    segment.characters += CountCharacters(piece.text);
+    segment.largest_size = std::max(segment.largest_size, looks_[piece.look].size);
+  }
+
+  void MeasureFirstWord(const TextLine& line, MeasuredLine& measured) {
+    for (const TextPiece& piece : line.pieces) {
+      if (piece.kind == PieceKind::kTab) {
+        return;
+      }
+      const std::size_t space = piece.text.find(' ');
+      measured.first_word += WidthOf(piece, std::string_view(piece.text).substr(0, space));
+      measured.space = WidthOf(piece, " ");
+      if (space != std::string::npos) {
+        return;
+      }
+    }
+  }
+
+  double Scale() const {
+    double wanted = 0;
+    double natural = 0;
+    for (const MeasuredLine& line : lines_) {
+      for (const Segment& segment : line.segments) {
+        wanted += segment.right - segment.left;
+        natural += segment.natural;
+      }
+    }
+    const double scale = natural > 0 ? wanted / natural : 1;
+    if (std::abs(scale - 1) <= kEqualWidths || !(scale > 0)) {
+      return 1;
+    }
+    return std::round(std::clamp(scale, kLeastScale, kMostScale) * 100) / 100;
+  }
+
+  void FindEnds() {
+    for (std::size_t i = 0; i < lines_.size(); ++i) {
+      const TextLine& line = paragraph_.lines[i];
+      LineEnd end = LineEnd::kNothing;
+      if (i + 1 < lines_.size()) {
+        end = line.joint == LineJoint::kSpace     ? LineEnd::kSpace
+              : line.joint == LineJoint::kNothing ? EndInsideWord(line)
+                                                  : LineEnd::kBreak;
+      }
+      fitted_.lines.push_back({std::vector<double>(line.pieces.size()), end});
+    }
+  }
+
+  static LineEnd EndInsideWord(const TextLine& line) {
+    const std::u32string text =
+        line.pieces.empty() ? std::u32string() : Utf8ToUtf32(line.pieces.back().text);
+    if (text.empty() || text.back() >= kFirstIdeograph) {
+      return LineEnd::kNothing;
+    }
+    const char32_t last = text.back();
+    const bool is_letter = (last >= 'a' && last <= 'z') || (last >= 'A' && last <= 'Z') ||
+                           (last >= 0xC0 && last < 0x2000);
+    const bool is_address = text.find(U"://") != std::u32string::npos ||
+                            text.find(U"www.") != std::u32string::npos ||
+                            text.find(U'@') != std::u32string::npos;
+    return last == '-'                ? LineEnd::kNothing
+           : is_letter && !is_address ? LineEnd::kSoftHyphen
+                                      : LineEnd::kSoftBreak;
+  }
+
+  double LeftMost() const {
+    double left = std::numeric_limits<double>::max();
+    for (std::size_t i = lines_.size() > 1 ? 1 : 0; i < lines_.size(); ++i) {
+      left = std::min(left, lines_[i].left);
+    }
+    return left;
+  }
+
+  void FindRoom(double left, double right) {
+    if (lines_.empty()) {
+      fitted_.first_left = fitted_.left = left;
+      fitted_.right = right;
+      return;
+    }
+    double most_right = lines_.front().right;
+    double most_width = 0;
+    for (const MeasuredLine& line : lines_) {
+      most_right = std::max(most_right, line.right);
+      most_width = std::max(most_width, line.right - line.left);
+    }
+    switch (paragraph_.alignment) {
+      case Alignment::kCenter: {
+        const double center = (lines_.front().left + lines_.front().right) / 2;
+        const double wanted = most_width / 2 + kSlack + most_width * kSlackShare;
+        const double half =
+            std::max(wanted, lines_.size() > 1 ? 0 : std::min(center - left, right - center));
+        fitted_.left = center - half;
+        fitted_.right = center + half;
+        fitted_.first_left = fitted_.left;
+        break;
+      }
+      case Alignment::kRight:
+        fitted_.right = most_right;
+        fitted_.left = lines_.size() > 1
+                           ? most_right - most_width - kSlack - most_width * kSlackShare
+                           : std::min(left, most_right - most_width - kRoomOfSingleLine);
+        fitted_.first_left = fitted_.left;
+        break;
+      case Alignment::kLeft:
+      case Alignment::kJustified:
+        FindRoomFromLeft(right, most_right);
+        break;
+    }
+  }
+
+  void FindRoomFromLeft(double right, double most_right) {
+    fitted_.first_left = lines_.front().left;
+    fitted_.left = lines_.size() > 1 ? LeftMost() : fitted_.first_left;
+    if (lines_.size() == 1) {
+      fitted_.right = std::max(right, most_right + kRoomOfSingleLine);
+      return;
+    }
+    if (paragraph_.alignment == Alignment::kJustified) {
+      fitted_.right = std::abs(right - most_right) < 1 ? right : most_right;
+      return;
+    }
+    const double tight = most_right + 1 + (most_right - fitted_.left) * kSlackShare;
+    const bool is_wide_good = right >= tight && !DrawsUp(right);
+    fitted_.right = is_wide_good ? right : tight;
+  }
+
+  // Whether a line would have room for the first word of the next one.
+  bool DrawsUp(double right) const {
+    for (std::size_t i = 0; i + 1 < lines_.size(); ++i) {
+      if (fitted_.lines[i].end != LineEnd::kBreak && WithNextWord(i) <= right + kSlack) {
+        return true;
+      }
+    }
+    return false;
+  }
+
+  // Where the line would end with the first word of the next one.
+  double WithNextWord(std::size_t i) const {
+    const double space = fitted_.lines[i].end == LineEnd::kSpace ? lines_[i].space : 0;
+    return lines_[i].right + space + lines_[i + 1].first_word;
+  }
+
+  void FitLine(std::size_t i) {
+    MeasuredLine& line = lines_[i];
+    const double room_left = i == 0 ? fitted_.first_left : fitted_.left;
+    for (std::size_t k = 0; k < line.segments.size(); ++k) {
+      const Segment& segment = line.segments[k];
+      const bool is_last = k + 1 == line.segments.size();
+      const double from =
+          is_last && line.segments.size() == 1 && !IsCentred() ? room_left : segment.left;
+      const double room = IsCentred() ? fitted_.right - fitted_.left : fitted_.right - from;
+      double wanted = segment.right - segment.left;
+      if (is_last && IsStretched(i)) {
+        wanted = WidthBeforeStretching(i, segment, room);
+      }
+      SetSpacing(fitted_.lines[i], segment, wanted,
+                 is_last ? room - kSlack - room * kSlackShare : wanted + kSlack);
+    }
+    const bool is_followed = i + 1 < lines_.size() && fitted_.lines[i].end != LineEnd::kBreak;
+    if (is_followed && IsShort(i)) {
+      fitted_.lines[i].end = LineEnd::kBreak;
+    }
+  }
+
+  bool IsCentred() const {
+    return paragraph_.alignment == Alignment::kCenter || paragraph_.alignment == Alignment::kRight;
+  }
+
+  bool IsStretched(std::size_t i) const {
+    return paragraph_.alignment == Alignment::kJustified && i + 1 < lines_.size() &&
+           fitted_.lines[i].end != LineEnd::kBreak;
+  }
+
+  // Whether the first word of the next line would come up.
+  bool IsShort(std::size_t i) const {
+    const double space = fitted_.lines[i].end == LineEnd::kSpace ? lines_[i].space : 0;
+    const double width = lines_[i].right - lines_[i].left + space + lines_[i + 1].first_word;
+    const double room = fitted_.right - (IsCentred() ? fitted_.left
+                                         : i == 0    ? fitted_.first_left
+                                                     : fitted_.left);
+    return width <= room + kSlack;
+  }
+
+  // Spaces are stretched by who shows the paragraph. The line only has to be long enough that the
+  // first word of the next one does not come up, and short enough to fit.
+  double WidthBeforeStretching(std::size_t i, const Segment& segment, double room) const {
+    const double space = fitted_.lines[i].end == LineEnd::kSpace ? lines_[i].space : 0;
+    const double least = room - space - lines_[i + 1].first_word + 2 * kSlack;
+    return std::max(segment.natural * fitted_.scale, std::min(least, room));
+  }
+
+  void SetSpacing(FittedLine& line, const Segment& segment, double wanted, double most) const {
+    const double natural = segment.natural * fitted_.scale;
+    const double count = static_cast<double>(std::max<std::size_t>(segment.characters, 1));
+    const double step = settings_.spacing_step;
+    double spacing = std::round((wanted - natural) / count / step) * step;
+    if (natural + spacing * count > most) {
+      spacing = std::floor((most - natural) / count / step + 1e-9) * step;
+    }
+    spacing = std::clamp(spacing, kTightest * segment.largest_size, kWidest * segment.largest_size);
+    for (std::size_t i = segment.first; i < segment.first + segment.count; ++i) {
+      line.spacing[i] = spacing;
+    }
+  }
+
+  const Paragraph& paragraph_;
+  const std::vector<TextLook>& looks_;
+  TextMeasure& measure_;
+  const FitSettings& settings_;
+  std::vector<MeasuredLine> lines_;
+  FittedParagraph fitted_;
+};
+
+}  // namespace
+
+FittedParagraph FitParagraph(const Paragraph& paragraph, const std::vector<TextLook>& looks,
+                             double left, double right, TextMeasure& measure,
+                             const FitSettings& settings) {
+  return Fitter(paragraph, looks, measure, settings).Fit(left, right);
+}
+
+double PitchOf(const Paragraph& paragraph) {
+  const std::size_t count = paragraph.lines.size();
+  if (count < 2) {
+    return 0;
+  }
+  return (paragraph.lines.back().baseline - paragraph.lines.front().baseline) /
+         static_cast<double>(count - 1);
+}
+
+double LargestSize(const Paragraph& paragraph, const std::vector<TextLook>& looks) {
+  double largest = 0;
+  for (const TextLine& line : paragraph.lines) {
+    for (const TextPiece& piece : line.pieces) {
+      if (piece.kind != PieceKind::kPicture) {
+        largest = std::max(largest, looks[piece.look].size);
+      }
+    }
+  }
+  return largest;
+}
+
+}  // namespace TarnixTools::engines::office
