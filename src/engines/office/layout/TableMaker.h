@@ -1,0 +1,42 @@
+// Tables that were found on a page, with the paragraphs of their cells.
+#ifndef TARNIX_ENGINES_OFFICE_LAYOUT_TABLEMAKER_H_
+#define TARNIX_ENGINES_OFFICE_LAYOUT_TABLEMAKER_H_
+
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "engines/office/layout/PageLayout.h"
+#include "engines/office/layout/paragraphs/ParagraphMaker.h"
+#include "engines/office/layout/tables/TableFinder.h"
+#include "engines/office/layout/text/PageText.h"
+
+namespace TarnixTools::engines::office {
+
+class TableMaker {
+ public:
+  // Both outlive this.
+  TableMaker(const std::vector<WordLine>& lines, ParagraphMaker& paragraphs);
+
+  Table Make(const FoundTable& found);
+
+  // The lines without the words that tables have taken so far.
+  std::vector<WordLine> LinesOutside() const;
+
+ private:
+  struct Place {
+    std::uint32_t line;
+    std::uint32_t word;
+  };
+
+  void FillCell(const FoundCell& found, TableCell& cell);
+
+  const std::vector<WordLine>* lines_;
+  ParagraphMaker* paragraphs_;
+  std::vector<Place> places_;   // of all words of all lines
+  std::vector<bool> is_taken_;  // of the words
+};
+
+}  // namespace TarnixTools::engines::office
+
+#endif  // TARNIX_ENGINES_OFFICE_LAYOUT_TABLEMAKER_H_
