@@ -5,11 +5,13 @@
 #include <utility>
 
 #include "engines/office/layout/Boxes.h"
+#include "engines/office/layout/TableMaker.h"
 #include "engines/office/layout/graphics/BoxGroups.h"
 #include "engines/office/layout/graphics/PageGraphics.h"
 #include "engines/office/layout/paragraphs/LookTable.h"
 #include "engines/office/layout/paragraphs/ParagraphMaker.h"
 #include "engines/office/layout/regions/Bands.h"
+#include "engines/office/layout/tables/TableFinder.h"
 #include "engines/office/layout/text/PageText.h"
 
 namespace TarnixTools::engines::office {
@@ -55,6 +57,7 @@ class PageAnalyzer {
 
  private:
   void CopyLinks();
+  void PlaceTables();
   void PlaceBehind(PageGraphics& graphics);
   void PlaceLines();
   void PlaceLabels(const std::vector<const WordLine*>& lines);
@@ -71,6 +74,7 @@ class PageAnalyzer {
   LookTable looks_;
   ParagraphMaker paragraphs_;
   PageText text_;
+  std::vector<std::uint32_t> used_;  // in PageModel::paths: of words and of tables
   std::vector<FlowPart> parts_;
   std::vector<RegionItem> items_;  // of the parts
   std::vector<pdf::Box> things_;   // pictures and drawings of the flow, whose text is labels
@@ -80,6 +84,21 @@ void PageAnalyzer::CopyLinks() {
   for (const PageLink& link : page_->links) {
     layout_.links.push_back(
         {.uri = link.uri, .bookmark = {}, .page = link.target_page, .y = link.target_y});
+  }
+}
+
+// What tables have taken is no text of the flow any more.
+void PageAnalyzer::PlaceTables() {
+  used_ = text_.marks;
+  TableMaker tables(text_.upright.lines, paragraphs_);
+  for (const FoundTable& found : FindTables(*page_, text_.upright)) {
+    used_.insert(used_.end(), found.paths.begin(), found.paths.end());
+    items_.push_back({.box = found.box});
+    parts_.push_back({.line = nullptr, .block = Block{tables.Make(found)}});
+  }
+  std::sort(used_.begin(), used_.end());
+  if (!parts_.empty()) {
+    text_.upright.lines = tables.LinesOutside();
   }
 }
 
@@ -237,7 +256,8 @@ void PageAnalyzer::MakeBands() {
 PageLayout PageAnalyzer::Analyze() {
   text_ = ReadPageText(*page_);
   CopyLinks();
-  PageGraphics graphics = FindGraphics(*page_, text_.upright.lines, text_.marks);
+  PlaceTables();
+  PageGraphics graphics = FindGraphics(*page_, text_.upright.lines, used_);
   layout_.background = graphics.background;
   PlaceBehind(graphics);
   for (Picture& picture : graphics.pictures) {
