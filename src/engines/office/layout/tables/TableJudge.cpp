@@ -48,8 +48,12 @@ Facts FactsOf(const TableShape& shape) {
     }
     ++facts.filled;
     facts.words += cell.inks.size();
-    ++in_row[cell.row];
-    ++in_column[cell.column];
+    for (std::size_t row = cell.row; row < cell.row_end; ++row) {
+      ++in_row[row];
+    }
+    for (std::size_t column = cell.column; column < cell.column_end; ++column) {
+      ++in_column[column];
+    }
     if (cell.column_end == cell.column + 1) {
       ++facts.by_column[cell.column].filled;
       facts.by_column[cell.column].numeric += IsNumeric(cell) ? 1 : 0;
@@ -96,8 +100,14 @@ bool IsList(const TableShape& shape, const Facts& facts) {
   return 2 * labels > facts.rows;
 }
 
-// Whether the last column counts pages: whole numbers that never become less.
-bool HasPageNumbers(const TableShape& shape) {
+// Whether the last column counts pages, whole numbers that never become less, and the one before it
+// has titles.
+bool HasPageNumbers(const TableShape& shape, const Facts& facts) {
+  const ColumnFacts& titles = facts.by_column[facts.by_column.size() - 2];
+  if (titles.numeric > 0) {
+    return false;
+  }
+  std::int32_t first = -1;
   std::int32_t last = -1;
   std::size_t count = 0;
   for (const CellShape& cell : shape.cells) {
@@ -108,17 +118,18 @@ bool HasPageNumbers(const TableShape& shape) {
     if (number < last || number < 0) {
       return false;
     }
+    first = first < 0 ? number : first;
     last = number;
     ++count;
   }
-  return count >= 3;
+  return count >= 3 && last > first;
 }
 
 bool IsContents(const TableShape& shape, const Facts& facts, std::span<const Ink> leaders) {
   if (facts.columns > 3) {
     return false;
   }
-  if (HasPageNumbers(shape)) {
+  if (HasPageNumbers(shape, facts)) {
     return true;
   }
   const auto within = std::count_if(leaders.begin(), leaders.end(), [&shape](const Ink& ink) {
