@@ -1,0 +1,45 @@
+// Lengths as Office files have them.
+#ifndef TARNIX_ENGINES_OFFICE_WRITERS_TEXT_UNITS_H_
+#define TARNIX_ENGINES_OFFICE_WRITERS_TEXT_UNITS_H_
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <string>
+
+#include "engines/office/pages/PageModel.h"
+
+namespace TarnixTools::engines::office {
+
+// What a length of a page can be; files have room for no more.
+inline constexpr double kMostPoints = 100'000;
+
+inline std::int64_t Rounded(double number, double per_point) {
+  const double points = std::isfinite(number) ? std::clamp(number, -kMostPoints, kMostPoints) : 0;
+  return std::llround(points * per_point);
+}
+
+// Twentieths of a point.
+inline std::int64_t Twips(double points) {
+  return Rounded(points, 20);
+}
+
+// English metric units: 914,400 to the inch.
+inline std::int64_t Emu(double points) {
+  return Rounded(points, 12'700);
+}
+
+// "1F497D".
+inline std::string Hex(const Rgb& color) {
+  constexpr char kDigits[] = "0123456789ABCDEF";
+  std::string hex;
+  for (const std::uint8_t part : {color.red, color.green, color.blue}) {
+    hex += kDigits[part >> 4];
+    hex += kDigits[part & 15];
+  }
+  return hex;
+}
+
+}  // namespace TarnixTools::engines::office
+
+#endif  // TARNIX_ENGINES_OFFICE_WRITERS_TEXT_UNITS_H_
