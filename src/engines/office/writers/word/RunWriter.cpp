@@ -1,0 +1,226 @@
+#include "engines/office/writers/word/RunWriter.h"
+
+#include <algorithm>
+
+#include "engines/office/writers/package/EncodedUri.h"
+#include "engines/office/writers/text/Units.h"
+#include "engines/office/writers/word/DrawingWriter.h"
+#include "engines/office/writers/word/WordNames.h"
+#include "foundation/Utf8.h"
+
+namespace TarnixTools::engines::office {
+
+namespace {
+
+constexpr std::string_view kZeroWidthSpace = "\u200B";
+
+bool IsRightToLeft(char32_t character) {
+  return (character >= 0x0590 && character <= 0x08FF) ||
+         (character >= 0xFB1D && character <= 0xFDFF) ||
+         (character >= 0xFE70 && character <= 0xFEFE);
+}
+
+bool HasRightToLeft(std::string_view text) {
+  while (!text.empty()) {
+    const DecodedCharacter next = DecodeUtf8(text);
+    if (IsRightToLeft(next.character)) {
+      return true;
+    }
+    text.remove_prefix(next.length);
+  }
+  return false;
+}
+
+}  // namespace
+
+void RunWriter::Write(const Paragraph& paragraph, std::size_t first_piece) {
+  Gather(paragraph, first_piece);
+  WriteRuns();
+}
+
+void RunWriter::Gather(const Paragraph& paragraph, std::size_t first_piece) {
+  for (std::size_t i = 0; i < paragraph.lines.size(); ++i) {
+    const TextLine& line = paragraph.lines[i];
+    for (std::size_t k = i == 0 ? first_piece : 0; k < line.pieces.size(); ++k) {
+      AddPiece(line.pieces[k], fitted_.lines[i].spacing[k], paragraph.is_right_to_left);
+    }
+    AddEnd(fitted_.lines[i].end);
+  }
+}
+
+void RunWriter::AddPiece(const TextPiece& piece, double spacing, bool is_right_to_left) {
+  Run& run = RunFor(piece, spacing, is_right_to_left || HasRightToLeft(piece.text));
+  switch (piece.kind) {
+    case PieceKind::kText:
+      if (run.parts.empty() || run.parts.back().kind != PartKind::kText) {
+        run.parts.emplace_back();
+      }
+      run.parts.back().text += piece.text;
+      break;
+    case PieceKind::kTab:
+      run.parts.push_back({PartKind::kTab, "", 0});
+      break;
+    case PieceKind::kPageNumber:
+      run.parts.push_back({PartKind::kPageNumber, piece.text, 0});
+      break;
+    case PieceKind::kNoteMark:
+      run.parts.push_back({PartKind::kNoteMark, piece.text, piece.number});
+      break;
+    case PieceKind::kPicture:
+      run.parts.push_back({PartKind::kPicture, piece.text, piece.number});
+      break;
+  }
+}
+
+RunWriter::Run& RunWriter::RunFor(const TextPiece& piece, double spacing, bool is_right_to_left) {
+  const std::int64_t twips = Twips(spacing);
+  const bool is_new = runs_.empty() || runs_.back().look != piece.look ||
+                      runs_.back().spacing != twips || runs_.back().link != piece.link ||
+                      runs_.back().is_right_to_left != is_right_to_left;
+  if (is_new) {
+    runs_.push_back({piece.look, twips, piece.link, is_right_to_left, {}});
+  }
+  return runs_.back();
+}
+
+void RunWriter::AddEnd(LineEnd end) {
+  if (runs_.empty() || end == LineEnd::kNothing) {
+    return;
+  }
+  std::vector<Part>& parts = runs_.back().parts;
+  if (end == LineEnd::kBreak || end == LineEnd::kSoftHyphen) {
+    parts.push_back({end == LineEnd::kBreak ? PartKind::kBreak : PartKind::kSoftHyphen, "", 0});
+    return;
+  }
+  if (parts.empty() || parts.back().kind != PartKind::kText) {
+    parts.emplace_back();
+  }
+  parts.back().text += end == LineEnd::kSpace ? std::string_view(" ") : kZeroWidthSpace;
+}
+
+void RunWriter::WriteRuns() {
+  for (std::size_t i = 0; i < runs_.size();) {
+    const std::int32_t link = runs_[i].link;
+    const bool is_link = link >= 0 && OpenLink(link);
+    do {
+      WriteRun(runs_[i], is_link);
+      ++i;
+    } while (i < runs_.size() && runs_[i].link == link);
+    if (is_link) {
+      story_.xml.Close();
+    }
+  }
+}
+
+// False for a link that leads nowhere.
+bool RunWriter::OpenLink(std::int32_t link) {
+  const auto index = static_cast<std::size_t>(link);
+  if (index >= page_.layout.links.size()) {
+    return false;
+  }
+  const LinkTarget& target = page_.layout.links[index];
+  if (!target.uri.empty()) {
+    const std::string id =
+        story_.relationships.AddExternal(kHyperlinkRelation, EncodedUri(target.uri));
+    story_.xml.Open("w:hyperlink", {{"r:id", id}});
+    return true;
+  }
+  if (!target.bookmark.empty()) {
+    story_.xml.Open("w:hyperlink", {{"w:anchor", target.bookmark}});
+    return true;
+  }
+  return false;
+}
+
+void RunWriter::WriteRun(const Run& run, bool is_link) {
+  bool is_open = false;
+  for (const Part& part : run.parts) {
+    const bool is_own = part.kind == PartKind::kPageNumber || part.kind == PartKind::kNoteMark ||
+                        part.kind == PartKind::kPicture;
+    if (is_own == is_open) {
+      is_open ? story_.xml.Close() : OpenRun(run, is_link);
+      is_open = !is_open;
+    }
+    WritePart(run, part, is_link);
+  }
+  if (is_open) {
+    story_.xml.Close();
+  }
+}
+
+void RunWriter::OpenRun(const Run& run, bool is_link) {
+  story_.xml.Open("w:r");
+  story_.xml.Open("w:rPr");
+  WriteLook(story_.xml, page_.layout.looks[run.look],
+            {static_cast<double>(run.spacing) / 20, fitted_.scale, run.is_right_to_left, is_link});
+  story_.xml.Close();
+}
+
+void RunWriter::WritePart(const Run& run, const Part& part, bool is_link) {
+  switch (part.kind) {
+    case PartKind::kText:
+      story_.xml.Element("w:t", part.text, {{"xml:space", "preserve"}});
+      break;
+    case PartKind::kTab:
+      story_.xml.Leaf("w:tab");
+      break;
+    case PartKind::kBreak:
+      story_.xml.Leaf("w:br");
+      break;
+    case PartKind::kSoftHyphen:
+      story_.xml.Leaf("w:softHyphen");
+      break;
+    case PartKind::kPageNumber:
+      WritePageField(run, part, is_link);
+      break;
+    case PartKind::kNoteMark:
+      WriteNoteMark(run, part);
+      break;
+    case PartKind::kPicture:
+      if (part.number < page_.model.images.size()) {
+        const Picture picture{page_.model.images[part.number].box, {part.number}, part.text};
+        if (const auto image = ImageOf(story_, page_, picture)) {
+          WriteInlinePicture(story_, *image, picture.box, picture.description);
+        }
+      }
+      break;
+  }
+}
+
+void RunWriter::WritePageField(const Run& run, const Part& part, bool is_link) {
+  XmlWriter& xml = story_.xml;
+  if (story_.has_page_fields) {
+    xml.Open("w:fldSimple", {{"w:instr", " PAGE "}});
+  }
+  OpenRun(run, is_link);
+  xml.Element("w:t", part.text, {{"xml:space", "preserve"}});
+  xml.Close();
+  if (story_.has_page_fields) {
+    xml.Close();
+  }
+}
+
+void RunWriter::WriteNoteMark(const Run& run, const Part& part) {
+  if (part.number >= page_.layout.notes.size() || !story_.may_have_notes) {
+    OpenRun(run, false);
+    story_.xml.Element("w:t", part.text, {{"xml:space", "preserve"}});
+    story_.xml.Close();
+    return;
+  }
+  const Note& note = page_.layout.notes[part.number];
+  const std::size_t number = story_.context.notes.size() + 1;
+  const bool is_counted = part.text == std::to_string(number);
+  story_.context.notes.push_back({&page_, &note, is_counted});
+  OpenRun(run, false);
+  story_.xml.Open("w:footnoteReference", {{"w:id", number}});
+  if (!is_counted) {
+    story_.xml.Attribute({"w:customMarkFollows", 1});
+  }
+  story_.xml.Close();
+  if (!is_counted) {
+    story_.xml.Element("w:t", part.text, {{"xml:space", "preserve"}});
+  }
+  story_.xml.Close();
+}
+
+}  // namespace TarnixTools::engines::office
