@@ -1,0 +1,164 @@
+#include "engines/office/writers/word/FlowWriter.h"
+
+#include <algorithm>
+
+#include "engines/office/Cancellation.h"
+#include "engines/office/layout/Boxes.h"
+#include "engines/office/writers/text/Units.h"
+#include "engines/office/writers/word/DrawingWriter.h"
+#include "engines/office/writers/word/TableWriter.h"
+
+namespace TarnixTools::engines::office {
+
+namespace {
+
+constexpr double kUsualPitch = 1.15;  // of a single line, in ems
+constexpr double kLeastPitch = 0.95;
+constexpr double kSmallestGap = 0.5;    // points; a smaller one is none
+constexpr double kBelowPicture = 0.25;  // points that a line has below a picture in it
+constexpr double kOverlap = 3;          // points by which blocks that follow each other may overlap
+
+double OfTwips(double points) {
+  return static_cast<double>(Twips(points)) / 20;
+}
+
+pdf::Box BoxOf(const Block& block) {
+  return std::visit([](const auto& content) { return content.box; }, block.content);
+}
+
+double FirstBaseline(const Paragraph& paragraph) {
+  return paragraph.lines.empty() ? LowerEdge(paragraph.box) : paragraph.lines.front().baseline;
+}
+
+}  // namespace
+
+double TopOf(const Block& block, const PageLayout& page) {
+  const auto* paragraph = std::get_if<Paragraph>(&block.content);
+  if (paragraph == nullptr) {
+    return UpperEdge(BoxOf(block));
+  }
+  const double pitch = PitchOf(*paragraph);
+  const double size = LargestSize(*paragraph, page.looks);
+  return FirstBaseline(*paragraph) - kAboveBaseline * std::max(pitch, kUsualPitch * size);
+}
+
+bool StandsInFlow(const std::vector<Block>& blocks, std::size_t index) {
+  const pdf::Box box = BoxOf(blocks[index]);
+  const bool is_below =
+      index == 0 || LowerEdge(BoxOf(blocks[index - 1])) <= UpperEdge(box) + kOverlap;
+  const bool is_above = index + 1 == blocks.size() ||
+                        UpperEdge(BoxOf(blocks[index + 1])) >= LowerEdge(box) - kOverlap;
+  return is_below && is_above && !box.IsEmpty();
+}
+
+void FlowWriter::Write(const std::vector<Block>& blocks, const std::function<void()>& section) {
+  for (std::size_t i = 0; i < blocks.size(); ++i) {
+    StopIfCancelled(story_.context.is_cancelled);
+    const bool is_last = i + 1 == blocks.size();
+    const bool is_before_table = !is_last && std::holds_alternative<Table>(blocks[i + 1].content);
+    const std::function<void()> own_section = is_last ? section : std::function<void()>();
+    if (const auto* paragraph = std::get_if<Paragraph>(&blocks[i].content)) {
+      WriteText(*paragraph, is_before_table ? UpperEdge(BoxOf(blocks[i + 1])) : 0, own_section);
+    } else if (const auto* table = std::get_if<Table>(&blocks[i].content)) {
+      WriteTableAt(*table);
+    } else if (StandsInFlow(blocks, i) && WriteImage(blocks[i], own_section)) {
+      continue;
+    }
+    const bool is_text = std::holds_alternative<Paragraph>(blocks[i].content);
+    if (is_last && section && !is_text) {
+      SkipTo(cursor_, section);
+    }
+  }
+  if (blocks.empty() && (section || has_start_)) {
+    SkipTo(cursor_, section);
+  }
+}
+
+void FlowWriter::SkipTo(double y, const std::function<void()>& section) {
+  ParagraphPlace place = PlaceFor(cursor_);
+  place.pitch = std::max(y - cursor_, 1.0);
+  place.write_section = section;
+  WriteSpacer(story_, place);
+  cursor_ += OfTwips(place.pitch);
+  ends_with_paragraph_ = true;
+  is_after_table_ = false;
+}
+
+ParagraphPlace FlowWriter::PlaceFor(double top) {
+  if (has_start_ && start_.has_spacer && top - cursor_ > kSmallestGap) {
+    start_.has_spacer = false;
+    SkipTo(top);
+  }
+  ParagraphPlace place;
+  place.left = room_.left;
+  place.right = room_.right;
+  place.before = std::max(OfTwips(top - cursor_), 0.0);
+  if (has_start_) {
+    place.begins_page = start_.begins_page;
+    place.begins_column = start_.begins_column;
+    place.write_anchored = start_.write_anchored;
+    has_start_ = false;
+  }
+  return place;
+}
+
+double FlowWriter::PitchFor(const Paragraph& paragraph) const {
+  const double size = std::max(LargestSize(paragraph, page_.layout.looks), 1.0);
+  const double pitch = PitchOf(paragraph);
+  if (pitch > size * 0.5) {
+    return OfTwips(pitch);
+  }
+  const double room = (FirstBaseline(paragraph) - cursor_) / kAboveBaseline;
+  return OfTwips(std::clamp(room, kLeastPitch * size, kUsualPitch * size));
+}
+
+void FlowWriter::WriteText(const Paragraph& paragraph, double next_top,
+                           const std::function<void()>& section) {
+  const double pitch = PitchFor(paragraph);
+  ParagraphPlace place = PlaceFor(FirstBaseline(paragraph) - kAboveBaseline * pitch);
+  place.pitch = pitch;
+  place.write_section = section;
+  cursor_ +=
+      place.before + pitch * static_cast<double>(std::max<std::size_t>(paragraph.lines.size(), 1));
+  if (next_top > cursor_) {
+    place.after = OfTwips(next_top - cursor_);
+    cursor_ += place.after;
+  }
+  WriteParagraph(story_, page_, paragraph, place);
+  ends_with_paragraph_ = true;
+  is_after_table_ = false;
+}
+
+void FlowWriter::WriteTableAt(const Table& table) {
+  const double top = UpperEdge(table.box);
+  if (has_start_ || is_after_table_ || top - cursor_ > kSmallestGap) {
+    SkipTo(top);
+  }
+  cursor_ += WriteTable(story_, page_, table, room_, cursor_);
+  ends_with_paragraph_ = false;
+  is_after_table_ = true;
+}
+
+bool FlowWriter::WriteImage(const Block& block, const std::function<void()>& section) {
+  const auto* picture = std::get_if<Picture>(&block.content);
+  const auto* drawing = std::get_if<Drawing>(&block.content);
+  if (drawing != nullptr && IsDrawnAsShapes(*drawing)) {
+    return false;
+  }
+  const auto image =
+      picture != nullptr ? ImageOf(story_, page_, *picture) : ImageOf(story_, page_, *drawing);
+  if (!image) {
+    return false;
+  }
+  const pdf::Box box = BoxOf(block);
+  ParagraphPlace place = PlaceFor(UpperEdge(box));
+  place.write_section = section;
+  WritePictureParagraph(story_, *image, box,
+                        picture != nullptr ? picture->description : drawing->description, place);
+  cursor_ += place.before + box.height() + kBelowPicture;
+  ends_with_paragraph_ = true;
+  is_after_table_ = false;
+  return true;
+}
+
+}  // namespace TarnixTools::engines::office
