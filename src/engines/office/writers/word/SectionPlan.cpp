@@ -1,0 +1,267 @@
+#include "engines/office/writers/word/SectionPlan.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <limits>
+
+#include "engines/office/layout/Boxes.h"
+#include "engines/office/writers/word/FlowWriter.h"
+#include "engines/office/writers/word/MarginKeys.h"
+
+namespace TarnixTools::engines::office {
+
+namespace {
+
+constexpr double kSameEdge = 10;    // points by which columns of one section may differ
+constexpr double kSamePage = 1;     // points by which its pages may
+constexpr double kLinesBelow = 24;  // points below the text that stay free for editing
+constexpr double kUsualMargin = 72;
+constexpr double kBesideNotes = 4;
+constexpr double kTypicalShare = 0.1;  // of blocks that may begin outside of the margins
+
+std::vector<ColumnPlace> ColumnsOf(const Band& band) {
+  std::vector<ColumnPlace> columns;
+  for (const Column& column : band.columns) {
+    columns.push_back({column.box.left, column.box.right});
+  }
+  std::sort(columns.begin(), columns.end(),
+            [](const ColumnPlace& a, const ColumnPlace& b) { return a.left < b.left; });
+  for (std::size_t i = 1; i < columns.size(); ++i) {
+    if (columns[i - 1].right > columns[i].left) {  // they share a strip
+      columns[i - 1].right = columns[i].left =
+          std::max((columns[i - 1].right + columns[i].left) / 2, columns[i - 1].left + 1);
+    }
+  }
+  return columns;
+}
+
+bool IsSame(const std::vector<ColumnPlace>& a, const std::vector<ColumnPlace>& b) {
+  return a.size() == b.size() &&
+         std::equal(a.begin(), a.end(), b.begin(), [](const ColumnPlace& x, const ColumnPlace& y) {
+           return std::abs(x.left - y.left) < kSameEdge && std::abs(x.right - y.right) < kSameEdge;
+         });
+}
+
+bool IsOfOneColumn(const Band& band) {
+  return band.columns.size() < 2;
+}
+
+// Bands of one column that follow each other are one part, all others a part each.
+std::vector<SectionPart> PartsOf(const OfficeDocument& document, std::size_t page) {
+  const std::vector<Band>& bands = document.pages[page].layout.bands;
+  std::vector<SectionPart> parts;
+  for (std::size_t i = 0; i < bands.size(); ++i) {
+    const bool goes_on = i > 0 && IsOfOneColumn(bands[i]) && IsOfOneColumn(bands[i - 1]);
+    if (goes_on) {
+      ++parts.back().band_count;
+    } else {
+      parts.push_back({page, i, 1});
+    }
+  }
+  if (parts.empty()) {
+    parts.push_back({page, 0, 0});
+  }
+  return parts;
+}
+
+class Planner {
+ public:
+  explicit Planner(const OfficeDocument& document) : document_(document) {
+    for (const OfficePage& page : document.pages) {
+      keys_.push_back(MarginKey(page.layout));
+    }
+    plan_.has_even_pages = Alternates();
+  }
+
+  DocumentPlan Plan() {
+    std::int32_t number = 0;
+    for (std::size_t page = 0; page < document_.pages.size(); ++page) {
+      const auto shown = ShownNumber(document_.pages[page].layout);
+      const bool is_counted = !shown || (shown->value == number + 1 && shown->format == format_);
+      number = shown ? shown->value : number + 1;
+      format_ = shown ? shown->format : format_;
+      AddPage(page, number, is_counted ? std::nullopt : shown);
+    }
+    for (SectionPlan& section : plan_.sections) {
+      FindEdges(section);
+    }
+    return std::move(plan_);
+  }
+
+ private:
+  // Whether more pages have the header of the last but one than that of the one before.
+  bool Alternates() const {
+    std::size_t alternating = 0;
+    for (std::size_t i = 3; i < keys_.size(); ++i) {
+      alternating += keys_[i] == keys_[i - 2] && keys_[i] != keys_[i - 1] ? 1 : 0;
+    }
+    return keys_.size() > 3 && alternating * 2 > keys_.size() - 3;
+  }
+
+  void AddPage(std::size_t page, std::int32_t number, const std::optional<PageNumber>& start) {
+    const std::vector<SectionPart> parts = PartsOf(document_, page);
+    const bool is_even = plan_.has_even_pages && number % 2 == 0;
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+      const bool may_join = parts.size() == 1 && !start && !plan_.sections.empty();
+      if (may_join && Joins(plan_.sections.back(), parts[i], is_even)) {
+        plan_.sections.back().parts.push_back(parts[i]);
+        continue;
+      }
+      SectionPlan section = SectionOf(parts[i]);
+      section.is_continuous = i > 0;
+      (is_even ? section.margins.even : section.margins.odd) = page;
+      section.start = i == 0 ? start : std::nullopt;
+      plan_.sections.push_back(std::move(section));
+    }
+  }
+
+  SectionPlan SectionOf(const SectionPart& part) const {
+    const PageLayout& layout = document_.pages[part.page].layout;
+    SectionPlan section;
+    section.width = layout.width;
+    section.height = layout.height;
+    section.parts = {part};
+    if (part.band_count == 1 && !IsOfOneColumn(layout.bands[part.first_band])) {
+      const Band& band = layout.bands[part.first_band];
+      section.columns = ColumnsOf(band);
+      section.is_right_to_left = band.columns.front().box.left > band.columns.back().box.left;
+    }
+    return section;
+  }
+
+  bool Joins(SectionPlan& section, const SectionPart& part, bool is_even) const {
+    const SectionPlan other = SectionOf(part);
+    const bool is_alike = !section.is_continuous &&
+                          std::abs(section.width - other.width) < kSamePage &&
+                          std::abs(section.height - other.height) < kSamePage &&
+                          section.is_right_to_left == other.is_right_to_left &&
+                          IsSame(section.columns, other.columns);
+    return is_alike && TakeMargins(section, part.page, is_even);
+  }
+
+  // Whether the header and the footer of the page are those of the section, or can be.
+  bool TakeMargins(SectionPlan& section, std::size_t page, bool is_even) const {
+    SectionMargins& margins = section.margins;
+    std::optional<std::size_t>& own = is_even ? margins.even : margins.odd;
+    if (own && keys_[*own] == keys_[page]) {
+      return true;
+    }
+    if (own && section.parts.size() == 1 && !margins.first) {
+      margins.first = own;
+      own.reset();
+    }
+    if (own) {
+      return false;
+    }
+    own = page;
+    return true;
+  }
+
+  void FindEdges(SectionPlan& section) const {
+    std::vector<double> lefts;
+    std::vector<double> rights;
+    double top = section.height;
+    double bottom = 0;
+    double limit = section.height;
+    for (const SectionPart& part : section.parts) {
+      const PageLayout& page = document_.pages[part.page].layout;
+      top = std::min(top, ContentTop(page));
+      bottom = std::max(bottom, ContentBottom(page));
+      limit = std::min(limit, FooterTop(page));
+      AddSides(page, part, lefts, rights);
+    }
+    section.top = std::clamp(top, 0.0, section.height * 0.9);
+    const double free = std::clamp(limit - bottom, 0.0, kLinesBelow);
+    section.bottom = std::clamp(bottom + free, section.top + 1, section.height);
+    if (section.columns.empty()) {
+      section.left = Typical(lefts, kTypicalShare, kUsualMargin);
+      section.right = Typical(rights, 1 - kTypicalShare, section.width - kUsualMargin);
+    } else {
+      section.left = section.columns.front().left;
+      section.right = section.columns.back().right;
+    }
+    section.left = std::clamp(section.left, 0.0, section.width * 0.9);
+    section.right = std::clamp(section.right, section.left + 1, section.width);
+  }
+
+  static double ContentTop(const PageLayout& page) {
+    double top = page.height;
+    for (const Band& band : page.bands) {
+      for (const Column& column : band.columns) {
+        for (const Block& block : column.blocks) {
+          top = std::min(top, TopOf(block, page));
+        }
+      }
+    }
+    return top < page.height ? top : std::min(kUsualMargin, page.height / 4);
+  }
+
+  static double BottomOf(const std::vector<Block>& blocks) {
+    double bottom = 0;
+    for (const Block& block : blocks) {
+      bottom = std::max(
+          bottom,
+          std::visit([](const auto& content) { return LowerEdge(content.box); }, block.content));
+    }
+    return bottom;
+  }
+
+  static double ContentBottom(const PageLayout& page) {
+    double bottom = 0;
+    for (const Band& band : page.bands) {
+      for (const Column& column : band.columns) {
+        bottom = std::max(bottom, BottomOf(column.blocks));
+      }
+    }
+    for (const Note& note : page.notes) {
+      bottom = std::max(bottom, BottomOf(note.blocks) + kBesideNotes);
+    }
+    return bottom;
+  }
+
+  static double FooterTop(const PageLayout& page) {
+    double top = page.height;
+    for (const Block& block : page.footer) {
+      top = std::min(top, TopOf(block, page));
+    }
+    return top;
+  }
+
+  static void AddSides(const PageLayout& page, const SectionPart& part, std::vector<double>& lefts,
+                       std::vector<double>& rights) {
+    for (std::size_t i = part.first_band; i < part.first_band + part.band_count; ++i) {
+      for (const Column& column : page.bands[i].columns) {
+        for (const Block& block : column.blocks) {
+          const pdf::Box box =
+              std::visit([](const auto& content) { return content.box; }, block.content);
+          lefts.push_back(box.left);
+          rights.push_back(box.right);
+        }
+      }
+    }
+  }
+
+  // The number that the share of all lies below.
+  static double Typical(std::vector<double>& numbers, double share, double otherwise) {
+    if (numbers.empty()) {
+      return otherwise;
+    }
+    std::sort(numbers.begin(), numbers.end());
+    const double last = static_cast<double>(numbers.size() - 1);
+    return numbers[static_cast<std::size_t>(std::lround(last * share))];
+  }
+
+  const OfficeDocument& document_;
+  std::vector<std::string> keys_;  // by page
+  DocumentPlan plan_;
+  NumberFormat format_ = NumberFormat::kDecimal;
+};
+
+}  // namespace
+
+DocumentPlan PlanSections(const OfficeDocument& document) {
+  return Planner(document).Plan();
+}
+
+}  // namespace TarnixTools::engines::office
