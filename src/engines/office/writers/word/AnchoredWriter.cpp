@@ -1,0 +1,111 @@
+#include "engines/office/writers/word/AnchoredWriter.h"
+
+#include <cmath>
+
+#include "engines/office/layout/Boxes.h"
+#include "engines/office/writers/word/DrawingWriter.h"
+#include "engines/office/writers/word/FlowWriter.h"
+
+namespace TarnixTools::engines::office {
+
+namespace {
+
+constexpr double kBoxRoom = 3;  // points that a text box is larger than its text
+
+bool IsText(const Block& block) {
+  return std::holds_alternative<Paragraph>(block.content) ||
+         std::holds_alternative<Table>(block.content);
+}
+
+void WriteImageAt(Story& story, const OfficePage& page, const Block& block, bool is_behind) {
+  if (const auto* picture = std::get_if<Picture>(&block.content)) {
+    if (const auto image = ImageOf(story, page, *picture)) {
+      WriteAnchoredPicture(story, *image, picture->box, picture->description, is_behind);
+    }
+  } else if (const auto* drawing = std::get_if<Drawing>(&block.content)) {
+    if (IsDrawnAsShapes(*drawing)) {
+      WriteShapes(story, page, *drawing);
+    } else if (const auto image = ImageOf(story, page, *drawing)) {
+      WriteAnchoredPicture(story, *image, drawing->box, drawing->description, is_behind);
+    }
+  }
+}
+
+double Turned(double angle) {
+  const double rest = std::isfinite(angle) ? std::fmod(angle, 360.0) : 0;
+  return rest < 0 ? rest + 360 : rest;
+}
+
+// The box that the text of a turned box has before it is turned about its middle.
+pdf::Box Upright(const pdf::Box& box, const pdf::Box& text, double angle) {
+  if (std::abs(angle - 90) < 1 || std::abs(angle - 270) < 1) {
+    return box;
+  }
+  const double x = MiddleX(box);
+  const double y = MiddleY(box);
+  return {x - text.width() / 2, y - text.height() / 2, x + text.width() / 2, y + text.height() / 2};
+}
+
+void WriteFloating(Story& story, const OfficePage& page, const Floating& floating) {
+  std::vector<Block> blocks;
+  pdf::Box text;
+  for (const Block& block : floating.blocks) {
+    if (!IsText(block)) {
+      WriteImageAt(story, page, block, floating.is_behind);
+      continue;
+    }
+    const pdf::Box box = std::visit([](const auto& content) { return content.box; }, block.content);
+    text = blocks.empty() ? box : Around(text, box);
+    text.bottom = std::min(text.bottom, TopOf(block, page.layout));
+    blocks.push_back(block);
+  }
+  if (blocks.empty()) {
+    return;
+  }
+  const double angle = Turned(floating.angle);
+  pdf::Box outside = angle == 0 ? text : Upright(floating.box, text, angle);
+  outside.right += kBoxRoom;
+  outside.top += kBoxRoom;
+  WriteTextBox(story, outside, angle, floating.is_behind, [&] {
+    FlowWriter flow(story, page, {text.left, text.right + kBoxRoom, text.bottom, 1});
+    flow.Write(blocks);
+    if (!flow.ends_with_paragraph()) {
+      flow.SkipTo(flow.cursor());
+    }
+  });
+}
+
+}  // namespace
+
+void WriteAnchored(Story& story, const OfficePage& page, const std::vector<Block>& blocks) {
+  for (std::size_t i = 0; i < blocks.size(); ++i) {
+    const auto* drawing = std::get_if<Drawing>(&blocks[i].content);
+    const bool is_shapes = drawing != nullptr && IsDrawnAsShapes(*drawing);
+    if (!IsText(blocks[i]) && (is_shapes || !StandsInFlow(blocks, i))) {
+      WriteImageAt(story, page, blocks[i], true);
+    }
+  }
+}
+
+void WriteAnchoredOfPage(Story& story, const OfficePage& page) {
+  if (page.layout.background) {
+    WriteBackground(story, page.layout, *page.layout.background);
+  }
+  for (const Floating& floating : page.layout.floats) {
+    if (floating.is_behind) {
+      WriteFloating(story, page, floating);
+    }
+  }
+  for (const Band& band : page.layout.bands) {
+    for (const Column& column : band.columns) {
+      WriteAnchored(story, page, column.blocks);
+    }
+  }
+  for (const Floating& floating : page.layout.floats) {
+    if (!floating.is_behind) {
+      WriteFloating(story, page, floating);
+    }
+  }
+}
+
+}  // namespace TarnixTools::engines::office
