@@ -1,0 +1,254 @@
+#include "engines/office/layout/document/RepeatedBlocks.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "engines/office/layout/Boxes.h"
+#include "engines/office/layout/document/FlowParagraphs.h"
+
+namespace TarnixTools::engines::office {
+
+namespace {
+
+constexpr double kMargin = 0.14;  // of the page's height, that headers and footers may reach into
+constexpr double kSamePlace = 4;  // points
+constexpr std::size_t kMostBlocks = 5;      // of a header or a footer
+constexpr std::size_t kMostPagesApart = 2;  // left and right pages have headers of their own
+constexpr std::size_t kMostDigits = 5;
+constexpr std::size_t kLongestText = 300;
+
+struct Candidate {
+  Block* block = nullptr;
+  pdf::Box box;
+  std::string text;  // its numbers as #; empty for pictures
+  long number = -1;  // the one number in it
+  bool is_repeated = false;
+};
+
+struct PageEdge {
+  std::vector<Candidate> blocks;  // from the edge of the page inwards
+};
+
+pdf::Box BoxOf(const Block& block) {
+  return std::visit([](const auto& content) { return content.box; }, block.content);
+}
+
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+// The text with # for each number; the number when it has only one that can count pages.
+void ReadText(const Paragraph& paragraph, Candidate& candidate) {
+  const std::string text = TextOf(paragraph);
+  std::size_t numbers = 0;
+  for (std::size_t i = 0; i < text.size() && candidate.text.size() < kLongestText;) {
+    if (!IsDigit(text[i])) {
+      candidate.text += text[i++];
+      continue;
+    }
+    std::size_t digits = 0;
+    long value = 0;
+    while (i + digits < text.size() && IsDigit(text[i + digits])) {
+      value = digits < kMostDigits ? value * 10 + (text[i + digits] - '0') : value;
+      ++digits;
+    }
+    i += digits;
+    candidate.text += '#';
+    candidate.number = ++numbers == 1 && digits <= kMostDigits ? value : candidate.number;
+  }
+}
+
+std::optional<Candidate> CandidateOf(Block& block) {
+  Candidate candidate{.block = &block, .box = BoxOf(block)};
+  if (const auto* paragraph = std::get_if<Paragraph>(&block.content)) {
+    ReadText(*paragraph, candidate);
+    return candidate;
+  }
+  return std::holds_alternative<Picture>(block.content) ? std::optional(candidate) : std::nullopt;
+}
+
+PageEdge EdgeOf(PageLayout& page, bool is_top) {
+  PageEdge edge;
+  const double limit = is_top ? kMargin * page.height : (1 - kMargin) * page.height;
+  for (Band& band : page.bands) {
+    for (Column& column : band.columns) {
+      for (Block& block : column.blocks) {
+        std::optional<Candidate> candidate = CandidateOf(block);
+        const pdf::Box box = BoxOf(block);
+        if (candidate && (is_top ? LowerEdge(box) <= limit : UpperEdge(box) >= limit)) {
+          edge.blocks.push_back(std::move(*candidate));
+        }
+      }
+    }
+  }
+  std::sort(
+      edge.blocks.begin(), edge.blocks.end(), [is_top](const Candidate& a, const Candidate& b) {
+        return is_top ? UpperEdge(a.box) < UpperEdge(b.box) : LowerEdge(a.box) > LowerEdge(b.box);
+      });
+  edge.blocks.resize(std::min(edge.blocks.size(), kMostBlocks));
+  return edge;
+}
+
+// Alone a number says nothing unless it grows with the pages.
+bool AreOneBlock(const Candidate& a, const Candidate& b, long pages_apart) {
+  if (a.text != b.text || std::abs(UpperEdge(a.box) - UpperEdge(b.box)) > kSamePlace) {
+    return false;
+  }
+  if (a.text.empty()) {
+    return std::abs(a.box.left - b.box.left) <= kSamePlace &&
+           std::abs(a.box.width() - b.box.width()) <= kSamePlace;
+  }
+  const bool is_counting = b.number - a.number == pages_apart;
+  return a.text != "#" || is_counting;
+}
+
+void MarkRepeated(std::vector<PageEdge>& edges) {
+  for (std::size_t i = 0; i < edges.size(); ++i) {
+    for (std::size_t apart = 1; apart <= kMostPagesApart && i + apart < edges.size(); ++apart) {
+      for (Candidate& a : edges[i].blocks) {
+        for (Candidate& b : edges[i + apart].blocks) {
+          if (AreOneBlock(a, b, static_cast<long>(apart))) {
+            a.is_repeated = true;
+            b.is_repeated = true;
+          }
+        }
+      }
+    }
+  }
+}
+
+// The piece of a text that is the number of the page becomes one of its own.
+void MarkPageNumber(Paragraph& paragraph, const std::string& number) {
+  for (TextLine& line : paragraph.lines) {
+    for (std::size_t i = 0; i < line.pieces.size(); ++i) {
+      const TextPiece whole = line.pieces[i];
+      const std::size_t at = whole.text.find(number);
+      if (whole.kind != PieceKind::kText || at == std::string::npos) {
+        continue;
+      }
+      const double per_byte = whole.width / static_cast<double>(whole.text.size());
+      std::vector<TextPiece> parts;
+      const auto add = [&](std::size_t begin, std::size_t end, PieceKind kind) {
+        if (begin < end) {
+          TextPiece part = whole;
+          part.kind = kind;
+          part.text = whole.text.substr(begin, end - begin);
+          part.x = whole.x + per_byte * static_cast<double>(begin);
+          part.width = per_byte * static_cast<double>(end - begin);
+          parts.push_back(std::move(part));
+        }
+      };
+      add(0, at, PieceKind::kText);
+      add(at, at + number.size(), PieceKind::kPageNumber);
+      add(at + number.size(), whole.text.size(), PieceKind::kText);
+      line.pieces.erase(line.pieces.begin() + static_cast<std::ptrdiff_t>(i));
+      line.pieces.insert(line.pieces.begin() + static_cast<std::ptrdiff_t>(i), parts.begin(),
+                         parts.end());
+      return;
+    }
+  }
+}
+
+// Whether the numbers of a repeated text grow with the pages.
+bool CountsPages(const std::vector<PageEdge>& edges, std::size_t page, const Candidate& own) {
+  for (std::size_t apart = 1; apart <= kMostPagesApart; ++apart) {
+    for (const long step : {static_cast<long>(apart), -static_cast<long>(apart)}) {
+      const long other = static_cast<long>(page) + step;
+      if (own.number < 0 || other < 0 || other >= static_cast<long>(edges.size())) {
+        continue;
+      }
+      for (const Candidate& b : edges[static_cast<std::size_t>(other)].blocks) {
+        if (b.text == own.text && b.number - own.number == step) {
+          return true;
+        }
+      }
+    }
+  }
+  return false;
+}
+
+void TakeOut(std::vector<PageEdge>& edges, std::size_t index, std::vector<Block>& target) {
+  std::vector<Candidate*> taken;
+  for (Candidate& candidate : edges[index].blocks) {
+    if (candidate.is_repeated) {
+      taken.push_back(&candidate);
+    }
+  }
+  std::sort(taken.begin(), taken.end(), [](const Candidate* a, const Candidate* b) {
+    return UpperEdge(a->box) < UpperEdge(b->box);
+  });
+  for (Candidate* candidate : taken) {
+    if (auto* paragraph = std::get_if<Paragraph>(&candidate->block->content);
+        paragraph != nullptr && CountsPages(edges, index, *candidate)) {
+      MarkPageNumber(*paragraph, std::to_string(candidate->number));
+    }
+    target.push_back(std::move(*candidate->block));
+    candidate->block->content = Drawing{};  // its place, until it is swept
+  }
+}
+
+bool IsSwept(const Block& block) {
+  const auto* drawing = std::get_if<Drawing>(&block.content);
+  return drawing != nullptr && drawing->paths.empty();
+}
+
+void Shrink(Column& column) {
+  column.box = BoxOf(column.blocks.front());
+  for (const Block& block : column.blocks) {
+    column.box = Around(column.box, BoxOf(block));
+  }
+}
+
+// Columns and bands that have nothing any more go, the others become smaller.
+void Sweep(PageLayout& page) {
+  for (Band& band : page.bands) {
+    const bool is_single = band.columns.size() == 1;
+    const pdf::Box before = band.box;
+    for (Column& column : band.columns) {
+      if (std::erase_if(column.blocks, IsSwept) > 0 && !column.blocks.empty()) {
+        Shrink(column);
+      }
+    }
+    std::erase_if(band.columns, [](const Column& column) { return column.blocks.empty(); });
+    if (band.columns.empty()) {
+      continue;
+    }
+    band.box = band.columns.front().box;
+    for (Column& column : band.columns) {
+      band.box = Around(band.box, column.box);
+      column.box = is_single
+                       ? pdf::Box{before.left, column.box.bottom, before.right, column.box.top}
+                       : column.box;
+    }
+    band.box.left = before.left;
+    band.box.right = before.right;
+  }
+  std::erase_if(page.bands, [](const Band& band) { return band.columns.empty(); });
+}
+
+}  // namespace
+
+void FindHeadersAndFooters(OfficeDocument& document) {
+  for (const bool is_top : {true, false}) {
+    std::vector<PageEdge> edges;
+    for (OfficePage& page : document.pages) {
+      edges.push_back(EdgeOf(page.layout, is_top));
+    }
+    MarkRepeated(edges);
+    for (std::size_t i = 0; i < edges.size(); ++i) {
+      PageLayout& page = document.pages[i].layout;
+      TakeOut(edges, i, is_top ? page.header : page.footer);
+    }
+  }
+  for (OfficePage& page : document.pages) {
+    if (!page.layout.header.empty() || !page.layout.footer.empty()) {
+      Sweep(page.layout);
+    }
+  }
+}
+
+}  // namespace TarnixTools::engines::office
