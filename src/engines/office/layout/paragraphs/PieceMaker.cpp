@@ -4,6 +4,7 @@
 
 #include "engines/office/Limits.h"
 #include "engines/office/layout/Boxes.h"
+#include "engines/office/layout/paragraphs/ListLabels.h"
 #include "engines/office/layout/text/Characters.h"
 #include "foundation/Utf8.h"
 
@@ -51,21 +52,23 @@ std::int32_t PieceMaker::LinkAt(const Word& word) const {
   return -1;
 }
 
-void PieceMaker::AddWord(const Word& word, double line_size, TextLine& line) {
+void PieceMaker::AddWord(const Word& word, double line_size, Start start, TextLine& line) {
   const std::int32_t link = LinkAt(word);
+  bool is_apart = start == Start::kOwnPiece;
   for (const PlacedGlyph& glyph : word.glyphs) {
     const std::uint32_t look = looks_->Of(glyph, word, line_size);
     const Glyph& source = page_->glyphs[glyph.glyph];
     std::u32string text;
     AppendPlain(text, std::u32string_view(page_->text).substr(source.text, source.length));
     TextPiece* last = line.pieces.empty() ? nullptr : &line.pieces.back();
-    if (last != nullptr && last->kind == PieceKind::kText && last->look == look &&
+    if (!is_apart && last != nullptr && last->kind == PieceKind::kText && last->look == look &&
         last->link == link) {
       last->text += ToUtf8(text);
       Widen(*last, glyph.left, glyph.right);
     } else {
       line.pieces.push_back(PieceOf(ToUtf8(text), look, link, glyph.left, glyph.right));
     }
+    is_apart = false;
   }
 }
 
@@ -85,15 +88,19 @@ void PieceMaker::AddGap(const WordLine* before, const WordLine& next, TextLine& 
   line.pieces.push_back(std::move(tab));
 }
 
+// A label that a text may begin with is a piece of its own.
 TextLine PieceMaker::LineOf(const TextRow& row) {
   TextLine line;
   line.box = row.box;
   line.baseline = row.baseline;
   const WordLine* before = nullptr;
+  const bool has_label = ReadLabel(row.first().words.front().text).has_value();
+  std::size_t count = 0;
   for (const WordLine* part : row.lines) {
     for (const Word& word : part->words) {
+      const bool is_behind_label = has_label && ++count == 2;
       AddGap(&word == &part->words.front() ? before : nullptr, *part, line);
-      AddWord(word, part->size, line);
+      AddWord(word, part->size, is_behind_label ? Start::kOwnPiece : Start::kGoesOn, line);
     }
     before = part;
   }

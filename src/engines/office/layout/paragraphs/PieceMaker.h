@@ -19,7 +19,9 @@ class PieceMaker {
   TextLine LineOf(const TextRow& row);
 
  private:
-  void AddWord(const Word& word, double line_size, TextLine& line);
+  enum class Start { kGoesOn, kOwnPiece };
+
+  void AddWord(const Word& word, double line_size, Start start, TextLine& line);
   void AddGap(const WordLine* before, const WordLine& next, TextLine& line);
   std::int32_t LinkAt(const Word& word) const;
 
