@@ -49,6 +49,9 @@ inline constexpr double kRaisedSize = 0.58;
 // From baseline to baseline; of a single line nothing is known, and it is 0.
 double PitchOf(const Paragraph& paragraph);
 
+// The pitch that is taken for a single line, in ems.
+inline constexpr double kUsualPitch = 1.15;
+
 // The largest size of its text; 0 without text.
 double LargestSize(const Paragraph& paragraph, const std::vector<TextLook>& looks);
 

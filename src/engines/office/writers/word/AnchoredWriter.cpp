@@ -1,8 +1,9 @@
 #include "engines/office/writers/word/AnchoredWriter.h"
 
-#include <cmath>
+#include <algorithm>
 
 #include "engines/office/layout/Boxes.h"
+#include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/word/DrawingWriter.h"
 #include "engines/office/writers/word/FlowWriter.h"
 
@@ -31,14 +32,9 @@ void WriteImageAt(Story& story, const OfficePage& page, const Block& block, bool
   }
 }
 
-double Turned(double angle) {
-  const double rest = std::isfinite(angle) ? std::fmod(angle, 360.0) : 0;
-  return rest < 0 ? rest + 360 : rest;
-}
-
 // The box that the text of a turned box has before it is turned about its middle.
 pdf::Box Upright(const pdf::Box& box, const pdf::Box& text, double angle) {
-  if (std::abs(angle - 90) < 1 || std::abs(angle - 270) < 1) {
+  if (IsQuarter(angle)) {
     return box;
   }
   const double x = MiddleX(box);

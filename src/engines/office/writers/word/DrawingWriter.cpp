@@ -3,14 +3,14 @@
 #include <cmath>
 
 #include "engines/office/layout/Boxes.h"
+#include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/text/Units.h"
 
 namespace TarnixTools::engines::office {
 
 namespace {
 
-constexpr std::size_t kMostShapes = 60;  // a drawing of more is a picture
-constexpr double kSmallestSide = 0.01;   // points; programs refuse what has no size
+constexpr double kSmallestSide = 0.01;  // points; programs refuse what has no size
 constexpr std::string_view kPictureUri = "http://schemas.openxmlformats.org/drawingml/2006/picture";
 constexpr std::string_view kShapeUri =
     "http://schemas.microsoft.com/office/word/2010/wordprocessingShape";
@@ -114,11 +114,6 @@ void CloseShape(XmlWriter& xml) {
   }
 }
 
-// Whether the lines run straight down or up.
-bool IsQuarter(double angle) {
-  return std::abs(angle - 90) < 1 || std::abs(angle - 270) < 1;
-}
-
 void WriteFill(XmlWriter& xml, const std::optional<Rgb>& color) {
   if (!color) {
     xml.Leaf("a:noFill");
@@ -162,10 +157,6 @@ void WriteShape(Story& story, const pdf::Box& box, std::string_view kind,
 }
 
 }  // namespace
-
-bool IsDrawnAsShapes(const Drawing& drawing) {
-  return drawing.is_simple && drawing.paths.size() <= kMostShapes;
-}
 
 std::optional<OfficePicture> ImageOf(Story& story, const OfficePage& page, const Picture& picture) {
   std::vector<ImagePlace> images;

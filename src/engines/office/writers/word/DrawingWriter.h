@@ -11,9 +11,6 @@
 
 namespace TarnixTools::engines::office {
 
-// Whether a drawing is written as shapes of its own.
-bool IsDrawnAsShapes(const Drawing& drawing);
-
 // The image as a file: of a picture its images, of a drawing what the page shows there.
 std::optional<OfficePicture> ImageOf(Story& story, const OfficePage& page, const Picture& picture);
 std::optional<OfficePicture> ImageOf(Story& story, const OfficePage& page, const Drawing& drawing);

@@ -4,6 +4,7 @@
 
 #include "engines/office/Cancellation.h"
 #include "engines/office/layout/Boxes.h"
+#include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/text/Units.h"
 #include "engines/office/writers/word/DrawingWriter.h"
 #include "engines/office/writers/word/TableWriter.h"
@@ -12,7 +13,6 @@ namespace TarnixTools::engines::office {
 
 namespace {
 
-constexpr double kUsualPitch = 1.15;  // of a single line, in ems
 constexpr double kLeastPitch = 0.95;
 constexpr double kSmallestGap = 0.5;    // points; a smaller one is none
 constexpr double kBelowPicture = 0.25;  // points that a line has below a picture in it

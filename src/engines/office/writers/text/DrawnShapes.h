@@ -1,0 +1,33 @@
+// What becomes shapes of Office files, and how they are turned.
+#ifndef TARNIX_ENGINES_OFFICE_WRITERS_TEXT_DRAWNSHAPES_H_
+#define TARNIX_ENGINES_OFFICE_WRITERS_TEXT_DRAWNSHAPES_H_
+
+#include <cmath>
+#include <cstddef>
+
+#include "engines/office/layout/PageLayout.h"
+
+namespace TarnixTools::engines::office {
+
+// A drawing of more rectangles and lines than these is a picture.
+inline constexpr std::size_t kMostShapes = 60;
+
+// Whether a drawing is written as shapes of its own.
+inline bool IsDrawnAsShapes(const Drawing& drawing) {
+  return drawing.is_simple && drawing.paths.size() <= kMostShapes;
+}
+
+// The angle from 0 up to 360 degrees.
+inline double Turned(double angle) {
+  const double rest = std::isfinite(angle) ? std::fmod(angle, 360.0) : 0;
+  return rest < 0 ? rest + 360 : rest;
+}
+
+// Whether lines that are turned by an angle of Turned run straight down or up.
+inline bool IsQuarter(double angle) {
+  return std::abs(angle - 90) < 1 || std::abs(angle - 270) < 1;
+}
+
+}  // namespace TarnixTools::engines::office
+
+#endif  // TARNIX_ENGINES_OFFICE_WRITERS_TEXT_DRAWNSHAPES_H_
