@@ -1,0 +1,328 @@
+#include "engines/office/writers/slides/SlideText.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "engines/office/layout/Boxes.h"
+#include "engines/office/writers/package/EncodedUri.h"
+#include "engines/office/writers/text/Units.h"
+
+namespace TarnixTools::engines::office {
+
+namespace {
+
+constexpr double kMostOverlap = 1.5;          // points that a paragraph may be lower than it stands
+constexpr double kSpacingStep = 72.0 / 2540;  // a hundredth of a millimetre
+constexpr std::int64_t kMostSpace = 158'400;  // hundredths of a point
+constexpr std::size_t kMostTabs = 32;
+constexpr double kSameTab = 1;  // points
+
+std::int64_t Hundredths(double points) {
+  return Rounded(points, 100);
+}
+
+// How far the largest text of the first line reaches below the baseline.
+double DescentOf(SlidePart& slide, const TextLine& line) {
+  double descent = 0;
+  for (const TextPiece& piece : line.pieces) {
+    const TextLook& look = slide.page.layout.looks[piece.look];
+    if (look.face) {
+      descent = std::max(descent, slide.context.measure.ExtentOf(*look.face).descent * look.size);
+    }
+  }
+  return descent;
+}
+
+PlacedParagraph Place(SlidePart& slide, const Paragraph& paragraph, double left, double right) {
+  PlacedParagraph placed;
+  placed.paragraph = &paragraph;
+  placed.fitted = FitParagraph(paragraph, slide.page.layout.looks, left, right,
+                               slide.context.measure, {kSpacingStep, false});
+  const double size = LargestSize(paragraph, slide.page.layout.looks);
+  placed.pitch = PitchOf(paragraph);
+  if (placed.pitch <= size / 2) {
+    placed.pitch = kUsualPitch * size;
+  }
+  placed.top =
+      paragraph.lines.front().baseline + DescentOf(slide, paragraph.lines.front()) - placed.pitch;
+  placed.bottom = placed.top + placed.pitch * static_cast<double>(paragraph.lines.size());
+  return placed;
+}
+
+std::string_view AlignmentOf(Alignment alignment) {
+  switch (alignment) {
+    case Alignment::kLeft:
+      return "l";
+    case Alignment::kRight:
+      return "r";
+    case Alignment::kCenter:
+      return "ctr";
+    case Alignment::kJustified:
+      return "just";
+  }
+  return "l";
+}
+
+bool IsBulleted(const Paragraph& paragraph) {
+  return paragraph.label && paragraph.label->kind == ListKind::kBullet &&
+         !paragraph.label->text.empty();
+}
+
+class Writer {
+ public:
+  Writer(SlidePart& slide, double left, double right)
+      : slide_(slide), xml_(slide.xml), left_(left), right_(right) {}
+
+  void Write(const PlacedParagraph& placed, double before) {
+    const Paragraph& paragraph = *placed.paragraph;
+    xml_.Open("a:p");
+    WriteProperties(placed, before);
+    if (paragraph.label && !IsBulleted(paragraph)) {
+      WriteRun(paragraph.label->text + "\t", paragraph.label->look, 0, -1);
+    }
+    for (std::size_t i = 0; i < paragraph.lines.size(); ++i) {
+      WriteLine(paragraph.lines[i], placed.fitted.lines[i]);
+    }
+    Flush();
+    xml_.Close();
+  }
+
+ private:
+  void WriteProperties(const PlacedParagraph& placed, double before) {
+    const Paragraph& paragraph = *placed.paragraph;
+    const double first = paragraph.label ? paragraph.label->x : placed.fitted.first_left;
+    const double left = std::max(placed.fitted.left - left_, 0.0);
+    xml_.Open("a:pPr", {{"marL", Emu(left)},
+                        {"marR", Emu(std::max(right_ - placed.fitted.right, 0.0))},
+                        {"indent", Emu(std::max(first - left_, 0.0) - left)},
+                        {"algn", AlignmentOf(paragraph.alignment)}});
+    if (paragraph.is_right_to_left) {
+      xml_.Attribute({"rtl", 1});
+    }
+    WriteSpace("a:lnSpc", placed.pitch);
+    WriteSpace("a:spcBef", before);
+    WriteSpace("a:spcAft", 0);
+    WriteBullet(paragraph);
+    WriteTabs(placed);
+    xml_.Close();
+  }
+
+  void WriteSpace(std::string_view name, double points) {
+    xml_.Open(name);
+    xml_.Leaf("a:spcPts", {{"val", std::clamp<std::int64_t>(Hundredths(points), 0, kMostSpace)}});
+    xml_.Close();
+  }
+
+  void WriteBullet(const Paragraph& paragraph) {
+    if (!IsBulleted(paragraph)) {
+      xml_.Leaf("a:buNone");
+      return;
+    }
+    const TextLook& look = slide_.page.layout.looks[paragraph.label->look];
+    xml_.Open("a:buClr");
+    xml_.Leaf("a:srgbClr", {{"val", Hex(look.color)}});
+    xml_.Close();
+    if (look.face && !look.face->family.empty()) {
+      xml_.Leaf("a:buFont", {{"typeface", look.face->family}});
+    }
+    xml_.Leaf("a:buChar", {{"char", paragraph.label->text}});
+  }
+
+  void WriteTabs(const PlacedParagraph& placed) {
+    std::vector<double> stops;
+    if (placed.paragraph->label) {
+      stops.push_back(placed.fitted.first_left - left_);
+    }
+    for (const TextLine& line : placed.paragraph->lines) {
+      for (std::size_t i = 1; i < line.pieces.size(); ++i) {
+        if (line.pieces[i - 1].kind == PieceKind::kTab) {
+          stops.push_back(line.pieces[i].x - left_);
+        }
+      }
+    }
+    std::sort(stops.begin(), stops.end());
+    stops.erase(std::unique(stops.begin(), stops.end(),
+                            [](double a, double b) { return b - a < kSameTab; }),
+                stops.end());
+    stops.resize(std::min(stops.size(), kMostTabs));
+    if (stops.empty()) {
+      return;
+    }
+    xml_.Open("a:tabLst");
+    for (const double stop : stops) {
+      xml_.Leaf("a:tab", {{"pos", Emu(stop)}, {"algn", "l"}});
+    }
+    xml_.Close();
+  }
+
+  void WriteLine(const TextLine& line, const FittedLine& fitted) {
+    for (std::size_t i = 0; i < line.pieces.size(); ++i) {
+      const TextPiece& piece = line.pieces[i];
+      if (piece.kind != PieceKind::kPicture) {
+        Add(piece.kind == PieceKind::kTab ? "\t" : piece.text, piece.look, fitted.spacing[i],
+            piece.link);
+      }
+    }
+    switch (fitted.end) {
+      case LineEnd::kNothing:
+        break;
+      case LineEnd::kSpace:
+        held_ += ' ';
+        break;
+      case LineEnd::kSoftHyphen:
+        held_ += "\u00AD";
+        break;
+      case LineEnd::kSoftBreak:
+        held_ += "\u200B";
+        break;
+      case LineEnd::kBreak:
+        Flush();
+        xml_.Leaf("a:br");
+        break;
+    }
+  }
+
+  // Text with the same properties is one run.
+  void Add(const std::string& text, std::uint32_t look, double spacing, std::int32_t link) {
+    const std::int64_t hundredths = Hundredths(spacing);
+    if (look != held_look_ || hundredths != held_spacing_ || link != held_link_) {
+      Flush();
+      held_look_ = look;
+      held_spacing_ = hundredths;
+      held_link_ = link;
+    }
+    held_ += text;
+  }
+
+  void Flush() {
+    if (!held_.empty()) {
+      WriteRun(held_, held_look_, held_spacing_, held_link_);
+      held_.clear();
+    }
+  }
+
+  void WriteRun(const std::string& text, std::uint32_t look, std::int64_t spacing,
+                std::int32_t link) {
+    xml_.Open("a:r");
+    WriteLook(slide_.page.layout.looks[look], spacing, link);
+    xml_.Element("a:t", text);
+    xml_.Close();
+  }
+
+  void WriteLook(const TextLook& look, std::int64_t spacing, std::int32_t link) {
+    xml_.Open("a:rPr", {{"sz", std::clamp<std::int64_t>(Hundredths(look.size), 100, 400'000)},
+                        {"b", look.face && look.face->is_bold ? 1 : 0},
+                        {"i", look.face && look.face->is_italic ? 1 : 0}});
+    if (look.is_underlined) {
+      xml_.Attribute({"u", "sng"});
+    }
+    if (look.is_struck) {
+      xml_.Attribute({"strike", "sngStrike"});
+    }
+    if (look.raise != Raise::kNone) {
+      xml_.Attribute({"baseline", look.raise == Raise::kSuperscript ? 30'000 : -25'000});
+    }
+    if (spacing != 0) {
+      xml_.Attribute({"spc", spacing});
+    }
+    WriteColor(look);
+    if (look.face && !look.face->family.empty()) {
+      for (const std::string_view name : {"a:latin", "a:ea", "a:cs"}) {
+        xml_.Leaf(name, {{"typeface", look.face->family}});
+      }
+    }
+    WriteLink(link);
+    xml_.Close();
+  }
+
+  void WriteColor(const TextLook& look) {
+    xml_.Open("a:solidFill");
+    xml_.Open("a:srgbClr", {{"val", Hex(look.color)}});
+    if (look.is_hidden) {
+      xml_.Leaf("a:alpha", {{"val", 0}});
+    }
+    xml_.Close();
+    xml_.Close();
+    if (look.highlight) {
+      xml_.Open("a:highlight");
+      xml_.Leaf("a:srgbClr", {{"val", Hex(*look.highlight)}});
+      xml_.Close();
+    }
+  }
+
+  void WriteLink(std::int32_t link) {
+    if (link < 0 || static_cast<std::size_t>(link) >= slide_.page.layout.links.size()) {
+      return;
+    }
+    const LinkTarget& target = slide_.page.layout.links[static_cast<std::size_t>(link)];
+    if (!target.uri.empty()) {
+      xml_.Leaf(
+          "a:hlinkClick",
+          {{"r:id", slide_.relationships.AddExternal(kHyperlinkRelation, EncodedUri(target.uri))}});
+      return;
+    }
+    const auto slide =
+        target.page < 0
+            ? slide_.context.slide_of_page.end()
+            : slide_.context.slide_of_page.find(static_cast<std::uint32_t>(target.page));
+    if (slide != slide_.context.slide_of_page.end()) {
+      const std::string name = "slide" + std::to_string(slide->second) + ".xml";
+      xml_.Leaf("a:hlinkClick", {{"r:id", slide_.relationships.Add("slide", name)},
+                                 {"action", "ppaction://hlinksldjump"}});
+    }
+  }
+
+  SlidePart& slide_;
+  XmlWriter& xml_;
+  double left_;
+  double right_;
+  std::string held_;
+  std::uint32_t held_look_ = 0;
+  std::int64_t held_spacing_ = 0;
+  std::int32_t held_link_ = -1;
+};
+
+void AddTo(TextGroup& group, PlacedParagraph placed) {
+  const Paragraph& paragraph = *placed.paragraph;
+  double left = std::min(placed.fitted.left, placed.fitted.first_left);
+  left = paragraph.label ? std::min(left, paragraph.label->x) : left;
+  const pdf::Box box{left, placed.top, placed.fitted.right, placed.bottom};
+  group.box = group.paragraphs.empty() ? box : Around(group.box, box);
+  group.paragraphs.push_back(std::move(placed));
+}
+
+}  // namespace
+
+std::vector<TextGroup> GroupText(SlidePart& slide, const std::vector<Block>& blocks, double left,
+                                 double right) {
+  std::vector<TextGroup> groups;
+  bool is_open = false;
+  for (const Block& block : blocks) {
+    const auto* paragraph = std::get_if<Paragraph>(&block.content);
+    if (paragraph == nullptr || paragraph->lines.empty()) {
+      is_open = is_open && std::holds_alternative<Drawing>(block.content);
+      continue;
+    }
+    PlacedParagraph placed = Place(slide, *paragraph, left, right);
+    const bool is_below =
+        is_open && placed.top >= groups.back().paragraphs.back().bottom - kMostOverlap;
+    if (!is_below || paragraph->fill) {
+      groups.emplace_back();
+    }
+    AddTo(groups.back(), std::move(placed));
+    is_open = !paragraph->fill;
+  }
+  return groups;
+}
+
+void WriteParagraphs(SlidePart& slide, const TextGroup& group, double left, double right) {
+  Writer writer(slide, left, right);
+  double cursor = group.paragraphs.empty() ? 0 : group.paragraphs.front().top;
+  for (const PlacedParagraph& placed : group.paragraphs) {
+    const double before = std::max(placed.top - cursor, 0.0);
+    writer.Write(placed, before);
+    cursor += before + placed.bottom - placed.top;
+  }
+}
+
+}  // namespace TarnixTools::engines::office
