@@ -1,0 +1,148 @@
+#include "engines/office/writers/slides/SlideShapes.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "engines/office/layout/Boxes.h"
+#include "engines/office/writers/text/DrawnShapes.h"
+#include "engines/office/writers/text/Units.h"
+
+namespace TarnixTools::engines::office {
+
+namespace {
+
+void WritePlace(XmlWriter& xml, std::string_view name, const pdf::Box& box, double angle) {
+  xml.Open(name);
+  if (angle != 0) {
+    xml.Attribute({"rot", Rounded(angle, 60'000)});
+  }
+  xml.Leaf("a:off", {{"x", Emu(box.left)}, {"y", Emu(UpperEdge(box))}});
+  xml.Leaf("a:ext", {{"cx", std::max<std::int64_t>(Emu(box.width()), 0)},
+                     {"cy", std::max<std::int64_t>(Emu(box.height()), 0)}});
+  xml.Close();
+}
+
+void WriteGeometry(XmlWriter& xml, const pdf::Box& box, double angle, std::string_view kind) {
+  WritePlace(xml, "a:xfrm", box, angle);
+  xml.Open("a:prstGeom", {{"prst", kind}});
+  xml.Leaf("a:avLst");
+  xml.Close();
+}
+
+void WriteFill(XmlWriter& xml, const std::optional<Rgb>& color) {
+  if (!color) {
+    xml.Leaf("a:noFill");
+    return;
+  }
+  xml.Open("a:solidFill");
+  xml.Leaf("a:srgbClr", {{"val", Hex(*color)}});
+  xml.Close();
+}
+
+void WriteName(SlidePart& slide, std::string_view kind, const std::string& description) {
+  const std::uint32_t id = ++slide.shape_count;
+  slide.xml.Open("p:cNvPr", {{"id", id}, {"name", std::string(kind) + " " + std::to_string(id)}});
+  if (!description.empty()) {
+    slide.xml.Attribute({"descr", description});
+  }
+  slide.xml.Close();
+}
+
+void WriteShape(SlidePart& slide, const PathShape& path) {
+  XmlWriter& xml = slide.xml;
+  const bool is_line = path.kind == PathShape::Kind::kLine;
+  xml.Open("p:sp");
+  xml.Open("p:nvSpPr");
+  WriteName(slide, "Shape", "");
+  xml.Leaf("p:cNvSpPr");
+  xml.Leaf("p:nvPr");
+  xml.Close();
+  xml.Open("p:spPr");
+  WriteGeometry(xml, path.box, 0, is_line ? "line" : "rect");
+  WriteFill(xml, is_line ? std::nullopt : path.fill);
+  xml.Open("a:ln");
+  if (path.stroke) {
+    xml.Attribute({"w", Emu(std::max(path.line_width, 0.1))});
+  }
+  WriteFill(xml, path.stroke);
+  xml.Close();
+  xml.Close();
+  xml.Close();
+}
+
+void WriteImage(SlidePart& slide, const OfficePicture& image, const pdf::Box& box,
+                const std::string& description) {
+  XmlWriter& xml = slide.xml;
+  const std::string name = "../" + slide.context.package.AddPicture("ppt/", image);
+  xml.Open("p:pic");
+  xml.Open("p:nvPicPr");
+  WriteName(slide, "Picture", description);
+  xml.Leaf("p:cNvPicPr");
+  xml.Leaf("p:nvPr");
+  xml.Close();
+  xml.Open("p:blipFill");
+  xml.Leaf("a:blip", {{"r:embed", slide.relationships.Add(kPictureRelation, name)}});
+  xml.Open("a:stretch");
+  xml.Leaf("a:fillRect");
+  xml.Close();
+  xml.Close();
+  xml.Open("p:spPr");
+  WriteGeometry(xml, box, 0, "rect");
+  xml.Close();
+  xml.Close();
+}
+
+}  // namespace
+
+void WriteTextShape(SlidePart& slide, const TextGroup& group, const pdf::Box& box, double angle) {
+  XmlWriter& xml = slide.xml;
+  xml.Open("p:sp");
+  xml.Open("p:nvSpPr");
+  WriteName(slide, "Text", "");
+  xml.Leaf("p:cNvSpPr", {{"txBox", 1}});
+  xml.Leaf("p:nvPr");
+  xml.Close();
+  xml.Open("p:spPr");
+  WriteGeometry(xml, box, angle, "rect");
+  WriteFill(xml, group.paragraphs.front().paragraph->fill);
+  xml.Close();
+  xml.Open("p:txBody");
+  xml.Open(
+      "a:bodyPr",
+      {{"wrap", "square"}, {"lIns", 0}, {"tIns", 0}, {"rIns", 0}, {"bIns", 0}, {"anchor", "t"}});
+  xml.Leaf("a:noAutofit");
+  xml.Close();
+  xml.Leaf("a:lstStyle");
+  WriteParagraphs(slide, group, group.box.left, group.box.right);
+  xml.Close();
+  xml.Close();
+}
+
+void WritePictureShape(SlidePart& slide, const Picture& picture) {
+  std::vector<ImagePlace> images;
+  for (const std::uint32_t number : picture.images) {
+    if (number < slide.page.model.images.size()) {
+      images.push_back(slide.page.model.images[number]);
+    }
+  }
+  const auto image = slide.context.pictures.PictureOf(slide.page.model.number, images, picture.box);
+  if (image) {
+    WriteImage(slide, *image, picture.box, picture.description);
+  }
+}
+
+void WriteDrawingShapes(SlidePart& slide, const Drawing& drawing) {
+  if (IsDrawnAsShapes(drawing)) {
+    for (const std::uint32_t number : drawing.paths) {
+      if (number < slide.page.model.paths.size()) {
+        WriteShape(slide, slide.page.model.paths[number]);
+      }
+    }
+    return;
+  }
+  if (const auto image = slide.context.pictures.DrawingOf(slide.page.model.number, drawing.box)) {
+    WriteImage(slide, *image, drawing.box, drawing.description);
+  }
+}
+
+}  // namespace TarnixTools::engines::office

@@ -1,0 +1,157 @@
+#include <algorithm>
+#include <array>
+
+#include "engines/office/layout/Boxes.h"
+#include "engines/office/writers/slides/SlideShapes.h"
+#include "engines/office/writers/text/TableGrid.h"
+#include "engines/office/writers/text/Units.h"
+
+namespace TarnixTools::engines::office {
+
+namespace {
+
+constexpr std::string_view kTableUri = "http://schemas.openxmlformats.org/drawingml/2006/table";
+
+class Writer {
+ public:
+  Writer(SlidePart& slide, const Table& table)
+      : slide_(slide), table_(table), grid_(table), xml_(slide.xml) {}
+
+  void Write() {
+    xml_.Open("a:tbl");
+    xml_.Open("a:tblPr");
+    if (table_.header_rows > 0) {
+      xml_.Attribute({"firstRow", 1});
+    }
+    xml_.Close();
+    xml_.Open("a:tblGrid");
+    for (std::size_t column = 0; column < grid_.columns(); ++column) {
+      xml_.Leaf("a:gridCol", {{"w", Side(table_.columns[column + 1] - table_.columns[column])}});
+    }
+    xml_.Close();
+    for (std::size_t row = 0; row < grid_.rows(); ++row) {
+      xml_.Open("a:tr", {{"h", Side(table_.rows[row + 1] - table_.rows[row])}});
+      for (std::size_t column = 0; column < grid_.columns(); ++column) {
+        WriteCell(row, column);
+      }
+      xml_.Close();
+    }
+    xml_.Close();
+  }
+
+ private:
+  static std::int64_t Side(double points) { return std::max<std::int64_t>(Emu(points), 1); }
+
+  void WriteCell(std::size_t row, std::size_t column) {
+    const TableCell* cell = grid_.At(row, column);
+    const bool is_first_row = cell == nullptr || row == 0 || grid_.At(row - 1, column) != cell;
+    const bool is_first_column =
+        cell == nullptr || column == 0 || grid_.At(row, column - 1) != cell;
+    xml_.Open("a:tc");
+    if (is_first_row && is_first_column) {
+      WriteSpans(grid_.SpanAt(row, column), grid_.HeightAt(row, column));
+    } else {
+      if (!is_first_column) {
+        xml_.Attribute({"hMerge", 1});
+      }
+      if (!is_first_row) {
+        xml_.Attribute({"vMerge", 1});
+      }
+    }
+    const bool has_text = cell != nullptr && is_first_row && is_first_column;
+    WriteText(has_text ? *cell : TableCell(), row, column);
+    xml_.Close();
+  }
+
+  void WriteSpans(std::size_t columns, std::size_t rows) {
+    if (rows > 1) {
+      xml_.Attribute({"rowSpan", rows});
+    }
+    if (columns > 1) {
+      xml_.Attribute({"gridSpan", columns});
+    }
+  }
+
+  void WriteText(const TableCell& cell, std::size_t row, std::size_t column) {
+    const double left = table_.columns[column];
+    const double right = table_.columns[column + grid_.SpanAt(row, column)];
+    TextGroup all;
+    for (TextGroup& group : GroupText(slide_, cell.blocks, left, right)) {
+      for (PlacedParagraph& placed : group.paragraphs) {
+        all.paragraphs.push_back(std::move(placed));
+      }
+    }
+    xml_.Open("a:txBody");
+    xml_.Leaf("a:bodyPr");
+    xml_.Leaf("a:lstStyle");
+    WriteParagraphs(slide_, all, left, right);
+    if (all.paragraphs.empty()) {
+      xml_.Open("a:p");
+      xml_.Leaf("a:endParaRPr", {{"sz", 100}});
+      xml_.Close();
+    }
+    xml_.Close();
+    const double above = all.paragraphs.empty() ? 0 : all.paragraphs[0].top - table_.rows[row];
+    WriteProperties(cell, std::max(above, 0.0));
+  }
+
+  void WriteProperties(const TableCell& cell, double above) {
+    xml_.Open("a:tcPr", {{"marL", 0}, {"marR", 0}, {"marT", Emu(above)}, {"marB", 0}});
+    constexpr std::array<std::pair<std::string_view, std::size_t>, 4> kSides = {
+        {{"a:lnL", 3}, {"a:lnR", 1}, {"a:lnT", 0}, {"a:lnB", 2}}};
+    for (const auto& [name, side] : kSides) {
+      const Border& border = cell.borders[side];
+      xml_.Open(name, {{"w", std::max<std::int64_t>(Emu(border.width), 0)}});
+      WriteFill(border.width > 0 ? std::optional<Rgb>(border.color) : std::nullopt);
+      xml_.Close();
+    }
+    WriteFill(cell.fill);
+    xml_.Close();
+  }
+
+  void WriteFill(const std::optional<Rgb>& color) {
+    if (!color) {
+      xml_.Leaf("a:noFill");
+      return;
+    }
+    xml_.Open("a:solidFill");
+    xml_.Leaf("a:srgbClr", {{"val", Hex(*color)}});
+    xml_.Close();
+  }
+
+  SlidePart& slide_;
+  const Table& table_;
+  TableGrid grid_;
+  XmlWriter& xml_;
+};
+
+}  // namespace
+
+void WriteTableShape(SlidePart& slide, const Table& table) {
+  if (table.columns.size() < 2 || table.rows.size() < 2) {
+    return;
+  }
+  XmlWriter& xml = slide.xml;
+  const std::uint32_t id = ++slide.shape_count;
+  const double width = table.columns.back() - table.columns.front();
+  const double height = table.rows.back() - table.rows.front();
+  xml.Open("p:graphicFrame");
+  xml.Open("p:nvGraphicFramePr");
+  xml.Leaf("p:cNvPr", {{"id", id}, {"name", "Table " + std::to_string(id)}});
+  xml.Leaf("p:cNvGraphicFramePr");
+  xml.Leaf("p:nvPr");
+  xml.Close();
+  xml.Open("p:xfrm");
+  xml.Leaf("a:off", {{"x", Emu(table.columns.front())}, {"y", Emu(table.rows.front())}});
+  xml.Leaf("a:ext", {{"cx", std::max<std::int64_t>(Emu(width), 1)},
+                     {"cy", std::max<std::int64_t>(Emu(height), 1)}});
+  xml.Close();
+  xml.Open("a:graphic");
+  xml.Open("a:graphicData", {{"uri", kTableUri}});
+  Writer(slide, table).Write();
+  xml.Close();
+  xml.Close();
+  xml.Close();
+}
+
+}  // namespace TarnixTools::engines::office
