@@ -1,0 +1,108 @@
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "engines/office/writers/sheets/CellValue.h"
+
+namespace TarnixTools::engines::office {
+namespace {
+
+struct ValueCase {
+  std::string_view text;
+  double number;
+  std::string_view format;
+};
+
+// By the habits of English.
+std::optional<CellValue> ReadEnglish(std::string_view text) {
+  return ReadCellValue(text, NumberHabits("en-US"));
+}
+
+TEST(CellValue, ReadsNumbersWithTheirFormat) {
+  const std::vector<ValueCase> cases = {
+      {"0", 0, "0"},
+      {"1996", 1996, "0"},
+      {"12.50", 12.5, "0.00"},
+      {".05", 0.05, "#.00"},
+      {"-3.1", -3.1, "0.0"},
+      {"\xE2\x88\x92"
+       "3.1",
+       -3.1, "0.0"},
+      {"+5", 5, "+0;-0"},
+      {"1,234", 1234, "#,##0"},
+      {"1,234,567.8", 1234567.8, "#,##0.0"},
+      {"1 234 567", 1234567, "#,##0"},
+      {"1\xC2\xA0"
+       "234,5",
+       1234.5, "#,##0.0"},
+      {"1.234.567,89", 1234567.89, "#,##0.00"},
+      {"1'234.50", 1234.5, "#,##0.00"},
+      {"0,025", 0.025, "0.000"},
+      {"(12.5)", -12.5, "0.0;(0.0)"},
+      {"45%", 0.45, "0%"},
+      {"-4.5 %", -0.045, "0.0 %"},
+      {"$1,234.50", 1234.5, "\"$\"#,##0.00"},
+      {"$ 12", 12, "\"$ \"0"},
+      {"($5)", -5, "\"$\"0;(\"$\"0)"},
+      {"12,50 \xE2\x82\xAC", 12.5, "0.00\" \xE2\x82\xAC\""},
+      {"EUR 5", 5, "\"EUR \"0"},
+  };
+  for (const ValueCase& value : cases) {
+    SCOPED_TRACE(value.text);
+    const auto read = ReadEnglish(value.text);
+    ASSERT_TRUE(read.has_value());
+    EXPECT_DOUBLE_EQ(read->number, value.number);
+    EXPECT_EQ(read->format, value.format);
+  }
+}
+
+TEST(CellValue, LeavesTextWhereADigitMightChange) {
+  for (const std::string_view text : {"",          "-",        "n.a.",     "abc",
+                                      "12a",       "1996/97",  "007",      "1234567890123456",
+                                      "1,23,456",  "12,34,5",  "555-1234", "1 - 2",
+                                      "1.2.3",     "$",        "%",        "()",
+                                      "-0",        "1,",       "$-5",      "12:30",
+                                      "3 4",       "1234 567", "00.5",     "1e5",
+                                      "10,000 (1)"}) {
+    EXPECT_FALSE(ReadEnglish(text).has_value()) << text;
+  }
+}
+
+TEST(CellValue, LeavesTextWhereTheSeparatorMayBeEither) {
+  const NumberHabits unknown;
+  EXPECT_FALSE(ReadCellValue("1,234", unknown).has_value());
+  EXPECT_FALSE(ReadCellValue("1.234", unknown).has_value());
+  EXPECT_TRUE(ReadCellValue("1234", unknown).has_value());
+}
+
+TEST(CellValue, LearnsTheSeparatorsOfADocument) {
+  NumberHabits european("en");
+  european.Learn("12,5");
+  EXPECT_EQ(ReadCellValue("1.234", european)->number, 1234);
+  EXPECT_EQ(ReadCellValue("1,234", european)->number, 1.234);
+  NumberHabits english;
+  english.Learn("0.5");
+  EXPECT_EQ(ReadCellValue("1,234", english)->number, 1234);
+  NumberHabits mixed("en");
+  mixed.Learn("0.5");
+  mixed.Learn("0,5");
+  EXPECT_FALSE(ReadCellValue("1,234", mixed).has_value());
+}
+
+TEST(CellValue, ReadsDatesThatAreCertain) {
+  EXPECT_EQ(ReadEnglish("2011-09-30"), (CellValue{40816, "yyyy\\-mm\\-dd"}));
+  EXPECT_EQ(ReadEnglish("30.09.2011"), (CellValue{40816, "dd\\.mm\\.yyyy"}));
+  EXPECT_EQ(ReadEnglish("1.3.1900"), (CellValue{61, "d\\.m\\.yyyy"}));
+}
+
+TEST(CellValue, LeavesOtherDatesAsTheyAre) {
+  for (const std::string_view text : {"05/04/2011", "2011-13-01", "30.02.2011", "01.01.1900",
+                                      "May 21, 2009", "1.09.2011", "09.1.2011", "2011-9-30"}) {
+    EXPECT_FALSE(ReadEnglish(text).has_value()) << text;
+  }
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::office
