@@ -38,6 +38,10 @@ inline constexpr std::size_t kMaxRulesOfPage = 6'000;
 // Columns and rows of one table.
 inline constexpr std::size_t kMaxTableColumns = 200;
 inline constexpr std::size_t kMaxTableRows = 2'000;
+// Rows of a sheet, which programs for workbooks allow (ECMA-376, part 1, 18.3.1.73).
+inline constexpr std::size_t kMaxSheetRows = 1'048'576;
+// Sheets of a workbook; further tables stand below each other on the last one.
+inline constexpr std::size_t kMaxSheets = 2'000;
 
 }  // namespace TarnixTools::engines::office::limits
 
