@@ -37,6 +37,7 @@
 #include "Img2PdfTask.h"
 #include "Logger.h"
 #include "Pdf2ImgTask.h"
+#include "Pdf2OfficeTask.h"
 #include "Pdf2PdfATask.h"
 #include "PdfCommonUtils.h"
 #include "PdfCompliance.h"
