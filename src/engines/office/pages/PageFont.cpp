@@ -121,6 +121,9 @@ PageFont* PageFonts::Find(const Object& reference) {
     in_place_ = std::make_unique<PageFont>(*document_, reference);
     return in_place_.get();
   }
+  if (fonts_.size() >= limits::kMaxFonts) {
+    fonts_.clear();
+  }
   std::unique_ptr<PageFont>& place = fonts_[reference.AsReference().number];
   if (place == nullptr) {
     place = std::make_unique<PageFont>(*document_, reference);
