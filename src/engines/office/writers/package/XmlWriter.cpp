@@ -1,5 +1,6 @@
 #include "engines/office/writers/package/XmlWriter.h"
 
+#include "engines/support/metadata/XmlScanner.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools::engines::office {
@@ -7,14 +8,6 @@ namespace TarnixTools::engines::office {
 namespace {
 
 constexpr std::size_t kHeldBytes = 1 << 15;
-
-// What XML 1.0 allows (2.2): noncharacters at the ends of the basic plane are out, too.
-bool IsAllowed(char32_t character) {
-  if (character < 0x20) {
-    return character == '\t' || character == '\n' || character == '\r';
-  }
-  return character < 0xFFFE || character > 0xFFFF;
-}
 
 // Empty for a character that stands for itself. A tabulator or a line's end of an attribute would
 // be read as a space.
@@ -114,7 +107,7 @@ void XmlWriter::AppendEscaped(std::string_view text, bool is_attribute) {
     const std::string_view escape = EscapeOf(next.character, is_attribute);
     if (!escape.empty()) {
       held_ += escape;
-    } else if (IsAllowed(next.character)) {
+    } else if (IsXmlCharacter(next.character)) {
       AppendUtf8(held_, next.character);
     }
     text.remove_prefix(next.length);

@@ -1,0 +1,70 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "engines/office/writers/WriterDocuments.h"
+#include "engines/office/writers/slides/SlideWriter.h"
+
+namespace TarnixTools::engines::office {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+OfficePage PageOfShapes() {
+  Drawing line;
+  line.box = {72, 255, 300, 255};
+  line.paths = {0};
+  line.is_simple = true;
+  Paragraph linked = TextAt(72, 120, {"To the next page"});
+  linked.lines[0].pieces[0].link = 0;
+  OfficePage page =
+      PageWith({Block{TextAt(72, 100, {"First"})}, Block{linked}, Block{line},
+                Block{TableAt(72, 260, {"a", "b", "c", "d"})}, Block{TextAt(72, 330, {"Last"})}});
+  page.model.paths = {{PathShape::Kind::kLine, line.box, std::nullopt, Rgb{255, 0, 0}, 1, 0}};
+  page.layout.links = {{"", "", 1, 0}};
+  page.layout.background = Rgb{0, 0, 128};
+  return page;
+}
+
+TEST(SlideWriter, KeepsTheOrderOfTheSchemas) {
+  for (const auto& [name, part] :
+       PartsOf(SlideBytesOf(DocumentOf({PageOfShapes(), PageOfShapes()})))) {
+    EXPECT_EQ(OrderComplaints(part), "") << name;
+  }
+}
+
+TEST(SlideWriter, WritesASlideForEachPage) {
+  const Parts parts = PartsOf(SlideBytesOf(DocumentOf({PageOfShapes(), PageWith({})})));
+  EXPECT_TRUE(parts.contains("ppt/slides/slide2.xml"));
+  EXPECT_FALSE(parts.contains("ppt/slides/slide3.xml"));
+  EXPECT_THAT(parts.at("ppt/presentation.xml"), HasSubstr("cx=\"7556500\" cy=\"10693400\""));
+}
+
+TEST(SlideWriter, PutsParagraphsThatFollowEachOtherIntoOneShape) {
+  const Parts parts = PartsOf(SlideBytesOf(
+      DocumentOf({PageWith({Block{TextAt(72, 100, {"One"})}, Block{TextAt(72, 130, {"Two"})}})})));
+  const std::string& slide = parts.at("ppt/slides/slide1.xml");
+  EXPECT_EQ(slide.find("<p:txBody>"), slide.rfind("<p:txBody>"));
+  EXPECT_THAT(slide, HasSubstr("Two"));
+}
+
+TEST(SlideWriter, LinksToSlides) {
+  const Parts parts = PartsOf(SlideBytesOf(DocumentOf({PageOfShapes(), PageOfShapes()})));
+  EXPECT_THAT(parts.at("ppt/slides/slide1.xml"), HasSubstr("ppaction://hlinksldjump"));
+  EXPECT_THAT(parts.at("ppt/slides/_rels/slide1.xml.rels"), HasSubstr("slide2.xml"));
+}
+
+TEST(SlideWriter, PutsWhatAllPagesShowOnTheMaster) {
+  const Parts parts =
+      PartsOf(SlideBytesOf(DocumentOf({PageOfShapes(), PageOfShapes(), PageOfShapes()})));
+  EXPECT_THAT(parts.at("ppt/slideMasters/slideMaster1.xml"), HasSubstr("prst=\"line\""));
+  EXPECT_THAT(parts.at("ppt/slideMasters/slideMaster1.xml"), HasSubstr("000080"));
+  EXPECT_THAT(parts.at("ppt/slides/slide2.xml"), Not(HasSubstr("prst=\"line\"")));
+}
+
+TEST(SlideWriter, WritesTheSameBytesForTheSameDocument) {
+  EXPECT_EQ(SlideBytesOf(DocumentOf({PageOfShapes()})), SlideBytesOf(DocumentOf({PageOfShapes()})));
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::office

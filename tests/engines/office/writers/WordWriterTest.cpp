@@ -1,0 +1,168 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "engines/office/writers/WriterDocuments.h"
+#include "engines/office/writers/word/WordWriter.h"
+
+namespace TarnixTools::engines::office {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+std::string BodyOf(const OfficeDocument& document) {
+  return PartsOf(WordBytesOf(document)).at("word/document.xml");
+}
+
+std::size_t Count(const std::string& text, const std::string& part) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+    ++count;
+  }
+  return count;
+}
+
+// A page of everything.
+OfficePage FullPage() {
+  Paragraph heading = TextAt(72, 90, {"Heading"});
+  heading.role = ParagraphRole::kHeading;
+  heading.level = 1;
+  heading.bookmark = "here";
+  Paragraph item = TextAt(90, 120, {"An item"});
+  item.role = ParagraphRole::kListItem;
+  item.label = ListLabel{ListKind::kDecimal, "1.", 1, 0, 72, 1};
+  Paragraph linked = TextAt(72, 140, {"A link"});
+  linked.lines[0].pieces[0].link = 0;
+  Picture picture;
+  picture.box = {72, 150, 172, 250};
+  picture.images = {0};
+  picture.description = "a <picture>";
+  Drawing line;
+  line.box = {72, 255, 300, 255};
+  line.paths = {0};
+  line.is_simple = true;
+  OfficePage page = PageWith({Block{heading}, Block{item}, Block{linked}, Block{picture},
+                              Block{line}, Block{TableAt(72, 260, {"a", "b", "c", "d"})}});
+  AddBand(page, {{Block{TextAt(72, 330, {"left"})}}, {Block{TextAt(300, 330, {"right"})}}});
+  page.model.images = {{5, {}, picture.box, 0}};
+  page.model.paths = {{PathShape::Kind::kLine, line.box, std::nullopt, Rgb{255, 0, 0}, 1, 0}};
+  page.layout.links = {{"http://example.org/", "", -1, 0}};
+  Floating floating;
+  floating.box = {400, 500, 420, 600};
+  floating.angle = 90;
+  floating.blocks = {Block{TextAt(400, 510, {"Turned"})}};
+  page.layout.floats = {floating};
+  page.layout.header = {Block{TextAt(72, 40, {"Header"})}};
+  Paragraph number = TextAt(290, 810, {"1"});
+  number.lines[0].pieces[0].kind = PieceKind::kPageNumber;
+  page.layout.footer = {Block{number}};
+  page.layout.background = Rgb{250, 250, 240};
+  return page;
+}
+
+TEST(WordWriter, KeepsTheOrderOfTheSchemas) {
+  for (const auto& [name, part] : PartsOf(WordBytesOf(DocumentOf({FullPage(), FullPage()})))) {
+    if (!name.starts_with("word/media/")) {
+      EXPECT_EQ(OrderComplaints(part), "") << name;
+    }
+  }
+}
+
+TEST(WordWriter, WritesTheSameBytesForTheSameDocument) {
+  EXPECT_EQ(WordBytesOf(DocumentOf({FullPage()})), WordBytesOf(DocumentOf({FullPage()})));
+}
+
+TEST(WordWriter, WritesPartsThatAreReferredTo) {
+  const Parts parts = PartsOf(WordBytesOf(DocumentOf({FullPage()})));
+  for (const char* name :
+       {"_rels/.rels", "[Content_Types].xml", "docProps/core.xml", "word/styles.xml",
+        "word/numbering.xml", "word/settings.xml", "word/fontTable.xml", "word/header1.xml"}) {
+    EXPECT_TRUE(parts.contains(name)) << name;
+  }
+  const std::string& relationships = parts.at("word/_rels/document.xml.rels");
+  EXPECT_THAT(relationships, HasSubstr("http://example.org/"));
+  EXPECT_THAT(relationships, HasSubstr("media/image1.png"));
+}
+
+TEST(WordWriter, BeginsEachPageWhereItBegan) {
+  const std::string body = BodyOf(DocumentOf({PageWith({Block{TextAt(72, 100, {"First"})}}),
+                                              PageWith({Block{TextAt(72, 100, {"Next"})}}),
+                                              PageWith({Block{TextAt(72, 100, {"Last"})}})}));
+  EXPECT_EQ(Count(body, "<w:pageBreakBefore/>"), 2u);
+  EXPECT_EQ(Count(body, "<w:sectPr>"), 1u);
+}
+
+TEST(WordWriter, JoinsLinesThatFlow) {
+  const std::string body = BodyOf(DocumentOf(
+      {PageWith({Block{TextAt(72, 100,
+                              {"Lines that are long enough to be a paragraph that flows",
+                               "over two lines, the second of which goes on as far."})}})}));
+  EXPECT_THAT(body, HasSubstr("flows over two"));
+  EXPECT_THAT(body, Not(HasSubstr("<w:br/>")));
+}
+
+TEST(WordWriter, BreaksALineThatTheNextWordWouldFitIn) {
+  const std::string body = BodyOf(DocumentOf({PageWith(
+      {Block{TextAt(72, 100, {"Short", "but then a line that is very much longer than that"})}})}));
+  EXPECT_THAT(body, HasSubstr("<w:br/>"));
+}
+
+TEST(WordWriter, KeepsAWordThatWasHyphenatedWhole) {
+  Paragraph paragraph =
+      TextAt(72, 100,
+             {"A line of text whose last word is hyphe", "nated where the line ends on the page"});
+  paragraph.lines[0].joint = LineJoint::kNothing;
+  const std::string body = BodyOf(DocumentOf({PageWith({Block{paragraph}})}));
+  EXPECT_THAT(body, HasSubstr("hyphe</w:t><w:softHyphen/><w:t xml:space=\"preserve\">nated"));
+}
+
+TEST(WordWriter, WritesColumnsAsASection) {
+  OfficePage page = PageWith({Block{TextAt(72, 100, {"Over both"})}});
+  AddBand(page, {{Block{TextAt(72, 200, {"left"})}}, {Block{TextAt(300, 200, {"right"})}}});
+  const std::string body = BodyOf(DocumentOf({page}));
+  EXPECT_THAT(body, HasSubstr("<w:br w:type=\"column\"/>"));
+  EXPECT_THAT(body, HasSubstr("<w:cols w:num=\"2\""));
+  EXPECT_THAT(body, HasSubstr("<w:type w:val=\"continuous\"/>"));
+}
+
+TEST(WordWriter, CountsPagesInHeadersAndFooters) {
+  const Parts parts = PartsOf(WordBytesOf(DocumentOf({FullPage(), FullPage()})));
+  bool has_field = false;
+  for (const auto& [name, part] : parts) {
+    has_field = has_field || (name.starts_with("word/footer") &&
+                              part.find("<w:fldSimple w:instr=\" PAGE \">") != std::string::npos);
+  }
+  EXPECT_TRUE(has_field);
+}
+
+TEST(WordWriter, WritesTablesWithRowsAndSpans) {
+  Table table = TableAt(72, 100, {"wide", "", "c", "d"});
+  table.cells[0].column_span = 2;
+  table.cells.erase(table.cells.begin() + 1);
+  const std::string body = BodyOf(DocumentOf({PageWith({Block{table}})}));
+  EXPECT_EQ(Count(body, "<w:tr>"), 2u);
+  EXPECT_EQ(Count(body, "<w:tc>"), 3u);
+  EXPECT_THAT(body, HasSubstr("<w:gridSpan w:val=\"2\"/>"));
+  EXPECT_EQ(Count(body, "<w:tblHeader/>"), 1u);
+}
+
+TEST(WordWriter, RefersToNotes) {
+  Paragraph paragraph = TextAt(72, 100, {"Text", "1"});
+  paragraph.lines[1].pieces[0].kind = PieceKind::kNoteMark;
+  OfficePage page = PageWith({Block{paragraph}});
+  page.layout.notes = {{"1", {Block{TextAt(72, 700, {"A note"})}}},
+                       {"2", {Block{TextAt(72, 720, {"A stray one"})}}}};
+  const Parts parts = PartsOf(WordBytesOf(DocumentOf({page})));
+  EXPECT_THAT(parts.at("word/document.xml"), HasSubstr("<w:footnoteReference w:id=\"1\"/>"));
+  EXPECT_THAT(parts.at("word/document.xml"), HasSubstr("A stray one"));
+  EXPECT_THAT(parts.at("word/footnotes.xml"), HasSubstr("A note"));
+  EXPECT_EQ(OrderComplaints(parts.at("word/footnotes.xml")), "");
+}
+
+TEST(WordWriter, WritesADocumentWithoutContent) {
+  const Parts parts = PartsOf(WordBytesOf(DocumentOf({PageWith({}), OfficePage(), PageWith({})})));
+  EXPECT_EQ(OrderComplaints(parts.at("word/document.xml")), "");
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::office
