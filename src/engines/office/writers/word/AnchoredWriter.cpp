@@ -1,6 +1,7 @@
 #include "engines/office/writers/word/AnchoredWriter.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/text/DrawnShapes.h"
@@ -32,14 +33,17 @@ void WriteImageAt(Story& story, const OfficePage& page, const Block& block, bool
   }
 }
 
-// The box that the text of a turned box has before it is turned about its middle.
-pdf::Box Upright(const pdf::Box& box, const pdf::Box& text, double angle) {
-  if (IsQuarter(angle)) {
-    return box;
-  }
+// The box that a shape has for text that is as large before it is turned about the middle of the
+// box: lines that run down or up are no matter of turning the shape.
+pdf::Box ShapeBox(const pdf::Box& box, const pdf::Box& text, double angle) {
   const double x = MiddleX(box);
   const double y = MiddleY(box);
-  return {x - text.width() / 2, y - text.height() / 2, x + text.width() / 2, y + text.height() / 2};
+  double width = text.width() / 2;
+  double height = text.height() / 2;
+  if (IsQuarter(angle)) {
+    std::swap(width, height);
+  }
+  return {x - width, y - height, x + width, y + height};
 }
 
 void WriteFloating(Story& story, const OfficePage& page, const Floating& floating) {
@@ -59,7 +63,7 @@ void WriteFloating(Story& story, const OfficePage& page, const Floating& floatin
     return;
   }
   const double angle = Turned(floating.angle);
-  pdf::Box outside = angle == 0 ? text : Upright(floating.box, text, angle);
+  pdf::Box outside = angle == 0 ? text : ShapeBox(floating.box, text, angle);
   outside.right += kBoxRoom;
   outside.top += kBoxRoom;
   WriteTextBox(story, outside, angle, floating.is_behind, [&] {
