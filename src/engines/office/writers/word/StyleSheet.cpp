@@ -184,6 +184,7 @@ void StyleSheet::WriteDefaults(XmlWriter& xml, const std::string& language) cons
   xml.Open("w:docDefaults");
   xml.Open("w:rPrDefault");
   xml.Open("w:rPr");
+  xml.Leaf("w:kern", {{"w:val", 0}});  // advances are as fonts have them
   xml.Leaf("w:lang", {{"w:val", tag}, {"w:eastAsia", tag}, {"w:bidi", tag}});
   xml.Close();
   xml.Close();
