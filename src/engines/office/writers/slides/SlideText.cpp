@@ -13,6 +13,9 @@ namespace {
 
 constexpr double kMostOverlap = 1.5;          // points that a paragraph may be lower than it stands
 constexpr double kSpacingStep = 72.0 / 2540;  // a hundredth of a millimetre
+constexpr double kSlackShare = 0.008;         // glyphs are placed on a coarse grid
+// What a line of exact height has below its baseline, in ems of its text.
+constexpr double kBelowBaseline = 0.2;
 constexpr std::int64_t kMostSpace = 158'400;  // hundredths of a point
 constexpr std::size_t kMostTabs = 32;
 constexpr double kSameTab = 1;  // points
@@ -21,30 +24,17 @@ std::int64_t Hundredths(double points) {
   return Rounded(points, 100);
 }
 
-// How far the largest text of the first line reaches below the baseline.
-double DescentOf(SlidePart& slide, const TextLine& line) {
-  double descent = 0;
-  for (const TextPiece& piece : line.pieces) {
-    const TextLook& look = slide.page.layout.looks[piece.look];
-    if (look.face) {
-      descent = std::max(descent, slide.context.measure.ExtentOf(*look.face).descent * look.size);
-    }
-  }
-  return descent;
-}
-
 PlacedParagraph Place(SlidePart& slide, const Paragraph& paragraph, double left, double right) {
   PlacedParagraph placed;
   placed.paragraph = &paragraph;
   placed.fitted = FitParagraph(paragraph, slide.page.layout.looks, left, right,
-                               slide.context.measure, {kSpacingStep, false});
+                               slide.context.measure, {kSpacingStep, false, kSlackShare});
   const double size = LargestSize(paragraph, slide.page.layout.looks);
   placed.pitch = PitchOf(paragraph);
   if (placed.pitch <= size / 2) {
     placed.pitch = kUsualPitch * size;
   }
-  placed.top =
-      paragraph.lines.front().baseline + DescentOf(slide, paragraph.lines.front()) - placed.pitch;
+  placed.top = paragraph.lines.front().baseline + kBelowBaseline * size - placed.pitch;
   placed.bottom = placed.top + placed.pitch * static_cast<double>(paragraph.lines.size());
   return placed;
 }

@@ -19,9 +19,7 @@ constexpr double kMostScale = 1.6;
 // Most spacing, in ems. What is spaced out further is so in the document.
 constexpr double kTightest = -0.12;
 constexpr double kWidest = 1.0;
-// Points by which programs measure differently, and beyond them a share of the width.
-constexpr double kSlack = 0.4;
-constexpr double kSlackShare = 0.002;
+constexpr double kSlack = 0.4;  // points by which programs measure differently, beside a share
 constexpr double kRoomOfSingleLine = 3;
 constexpr char32_t kFirstIdeograph = 0x2E80;
 
@@ -198,7 +196,7 @@ class Fitter {
     switch (paragraph_.alignment) {
       case Alignment::kCenter: {
         const double center = (lines_.front().left + lines_.front().right) / 2;
-        const double wanted = most_width / 2 + kSlack + most_width * kSlackShare;
+        const double wanted = most_width / 2 + kSlack + most_width * settings_.slack_share;
         const double half =
             std::max(wanted, lines_.size() > 1 ? 0 : std::min(center - left, right - center));
         fitted_.left = center - half;
@@ -209,7 +207,7 @@ class Fitter {
       case Alignment::kRight:
         fitted_.right = most_right;
         fitted_.left = lines_.size() > 1
-                           ? most_right - most_width - kSlack - most_width * kSlackShare
+                           ? most_right - most_width - kSlack - most_width * settings_.slack_share
                            : std::min(left, most_right - most_width - kRoomOfSingleLine);
         fitted_.first_left = fitted_.left;
         break;
@@ -231,7 +229,7 @@ class Fitter {
       fitted_.right = std::abs(right - most_right) < 1 ? right : most_right;
       return;
     }
-    const double tight = most_right + 1 + (most_right - fitted_.left) * kSlackShare;
+    const double tight = most_right + 1 + (most_right - fitted_.left) * settings_.slack_share;
     const bool is_wide_good = right >= tight && !DrawsUp(right);
     fitted_.right = is_wide_good ? right : tight;
   }
@@ -266,7 +264,7 @@ class Fitter {
         wanted = WidthBeforeStretching(i, segment, room);
       }
       SetSpacing(fitted_.lines[i], segment, wanted,
-                 is_last ? room - kSlack - room * kSlackShare : wanted + kSlack);
+                 is_last ? room - kSlack - room * settings_.slack_share : wanted + kSlack);
     }
     const bool is_followed = i + 1 < lines_.size() && fitted_.lines[i].end != LineEnd::kBreak;
     if (is_followed && IsShort(i)) {

@@ -36,6 +36,7 @@ struct FittedParagraph {
 struct FitSettings {
   double spacing_step = 0.05;  // what spacing is a multiple of, in points
   bool may_scale = true;
+  double slack_share = 0.002;  // of a line's width, by which programs measure it differently
 };
 
 // left, right: the room that a paragraph has, on the page.

@@ -51,15 +51,6 @@ double TextMeasure::WidthOf(const Typeface& face, std::string_view text) {
   return width;
 }
 
-TextMeasure::Extent TextMeasure::ExtentOf(const Typeface& face) {
-  const Face& found = FaceOf(face);
-  if (found.loaded == nullptr || found.loaded->units_per_em() <= 0) {
-    return {};
-  }
-  const double em = found.loaded->units_per_em();
-  return {found.loaded->ascent() / em, -found.loaded->descent() / em};
-}
-
 TextMeasure::Face& TextMeasure::FaceOf(const Typeface& face) {
   const auto [place, is_new] =
       faces_.try_emplace(std::tuple(face.family, face.is_bold, face.is_italic));

@@ -19,14 +19,6 @@ class TextMeasure {
   // Without spacing, in ems.
   double WidthOf(const Typeface& face, std::string_view text);
 
-  // From the baseline up and down to where lines of the face end, in ems.
-  struct Extent {
-    double ascent = 0.9;
-    double descent = 0.22;
-  };
-
-  Extent ExtentOf(const Typeface& face);
-
  private:
   struct Face {
     const fonts::InstalledFace* installed = nullptr;
