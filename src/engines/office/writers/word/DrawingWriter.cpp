@@ -184,7 +184,7 @@ void WriteInlinePicture(Story& story, const OfficePicture& picture, const pdf::B
   WriteExtent(xml, "wp:extent", box);
   WriteProperties(story, description);
   WriteGraphicPicture(story, picture, box);
-  for (int i = 0; i < 5; ++i) {
+  for (int i = 0; i < 3; ++i) {
     xml.Close();
   }
 }
@@ -196,7 +196,7 @@ void WriteAnchoredPicture(Story& story, const OfficePicture& picture, const pdf:
   xml.Open("w:drawing");
   OpenAnchor(story, box, is_behind, description);
   WriteGraphicPicture(story, picture, box);
-  for (int i = 0; i < 5; ++i) {
+  for (int i = 0; i < 3; ++i) {
     xml.Close();
   }
 }
