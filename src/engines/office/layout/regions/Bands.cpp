@@ -85,7 +85,8 @@ class BandCutter {
   bool GoesOn(const Band& band, const Strip& strip, const Coverage& both) const;
   void CutTail(Band& band, std::vector<Strip>& tail) const;
   std::vector<Items> ColumnsOf(const Band& band) const;
-  bool AreColumns(const std::vector<Items>& columns) const;
+  void JoinWeakColumns(std::vector<Items>& columns) const;
+  bool Match(const RegionBand& above, const std::vector<Items>& columns) const;
   bool IsColumn(const Items& column) const;
   pdf::Box BoxOf(const Items& items) const;
   Items InOrder(Items items) const;
@@ -139,10 +140,8 @@ std::vector<Strip> BandCutter::StripsOf(Items items) const {
 
 // A strip goes on with the columns of a band when it leaves their gutters free.
 bool BandCutter::GoesOn(const Band& band, const Strip& strip, const Coverage& both) const {
-  if (band.coverage.gutters() > 0) {
-    return both.gutters() >= band.coverage.gutters() || both.gutters() >= strip.coverage.gutters();
-  }
-  return strip.coverage.gutters() == 0;
+  return band.coverage.gutters() > 0 ? both.gutters() >= band.coverage.gutters()
+                                     : strip.coverage.gutters() == 0;
 }
 
 // What stands below the columns on one side only belongs to what follows when it is set off.
@@ -240,10 +239,38 @@ bool BandCutter::IsColumn(const Items& column) const {
   return static_cast<double>(*middle) >= kLeastLetters;
 }
 
-bool BandCutter::AreColumns(const std::vector<Items>& columns) const {
-  return columns.size() > 1 &&
-         std::all_of(columns.begin(), columns.end(),
-                     [this](const Items& column) { return IsColumn(column); });
+// What is too little for a column, as a page number beside one, goes with its nearer neighbour.
+void BandCutter::JoinWeakColumns(std::vector<Items>& columns) const {
+  for (std::size_t i = 0; columns.size() > 1 && i < columns.size();) {
+    if (IsColumn(columns[i])) {
+      ++i;
+      continue;
+    }
+    const pdf::Box box = BoxOf(columns[i]);
+    const bool has_left = i > 0;
+    const bool has_right = i + 1 < columns.size();
+    const double left = has_left ? -SharedWidth(box, BoxOf(columns[i - 1])) : 0;
+    const double right = has_right ? -SharedWidth(box, BoxOf(columns[i + 1])) : 0;
+    const std::size_t target = !has_right || (has_left && left < right) ? i - 1 : i;
+    columns[target].insert(columns[target].end(), columns[target + 1].begin(),
+                           columns[target + 1].end());
+    columns.erase(columns.begin() + static_cast<std::ptrdiff_t>(target) + 1);
+    i = target;
+  }
+}
+
+// Whether columns stand below others with the same gutters.
+bool BandCutter::Match(const RegionBand& above, const std::vector<Items>& columns) const {
+  if (above.columns.size() != columns.size() || columns.size() < 2) {
+    return false;
+  }
+  Coverage both(gutter_);
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    const pdf::Box own = BoxOf(columns[i]);
+    both.Add(own.left, own.right);
+    both.Add(above.columns[i].box.left, above.columns[i].box.right);
+  }
+  return both.parts().size() == columns.size();
 }
 
 // From the top, and what is level from the left.
@@ -256,30 +283,28 @@ Items BandCutter::InOrder(Items items) const {
 
 std::vector<RegionBand> BandCutter::Cut(Items all) const {
   std::vector<RegionBand> cut;
-  bool was_single = false;
   for (const Band& band : JoinStrips(StripsOf(std::move(all)))) {
     std::vector<Items> columns = ColumnsOf(band);
-    const bool is_single = !AreColumns(columns);
-    if (is_single) {
-      Items joined = was_single ? std::move(cut.back().columns.front().items) : Items();
-      for (const Items& column : columns) {
-        joined.insert(joined.end(), column.begin(), column.end());
-      }
-      columns = {std::move(joined)};
-      if (was_single) {
-        cut.pop_back();
-      }
-    } else if (is_right_to_left_) {
+    JoinWeakColumns(columns);
+    if (is_right_to_left_) {
       std::reverse(columns.begin(), columns.end());
+    }
+    const bool goes_on = !cut.empty() && (Match(cut.back(), columns) ||
+                                          (cut.back().columns.size() == 1 && columns.size() == 1));
+    if (goes_on) {
+      for (std::size_t i = 0; i < columns.size(); ++i) {
+        const Items& above = cut.back().columns[i].items;
+        columns[i].insert(columns[i].begin(), above.begin(), above.end());
+      }
+      cut.pop_back();
     }
     RegionBand next;
     for (Items& column : columns) {
-      next.columns.push_back({.box = BoxOf(column), .items = InOrder(std::move(column))});
-      next.box = next.columns.size() == 1 ? next.columns.back().box
-                                          : Around(next.box, next.columns.back().box);
+      const pdf::Box box = BoxOf(column);
+      next.box = next.columns.empty() ? box : Around(next.box, box);
+      next.columns.push_back({.box = box, .items = InOrder(std::move(column))});
     }
     cut.push_back(std::move(next));
-    was_single = is_single;
   }
   return cut;
 }
