@@ -19,7 +19,7 @@ constexpr double kOverhang = 0.35;  // beyond the words on either side
 constexpr double kLeastHighlight = 0.6;
 constexpr double kMostHighlight = 1.7;
 
-constexpr double kCovered = 0.7;             // of a marked word's width
+constexpr double kCovered = 0.45;            // of a marked word's width
 constexpr std::ptrdiff_t kLinesBeside = 64;  // that are looked at for one path
 constexpr std::uint8_t kWhite = 250;
 
@@ -77,22 +77,26 @@ bool Covers(const Mark& mark, const Word& word) {
   return SharedWidth(mark.box, word.box) >= kCovered * word.box.width();
 }
 
-// Whether the mark begins and ends where words do: a rule of a table goes its own way.
-bool FitsWords(const Mark& mark, const WordLine& line) {
-  std::optional<pdf::Box> covered;
+// Whether the mark begins and ends where letters do: a rule of a table goes its own way.
+bool FitsText(const Mark& mark, const WordLine& line) {
+  std::optional<double> left;
+  double right = 0;
   for (const Word& word : line.words) {
-    if (Covers(mark, word)) {
-      covered = covered ? Around(*covered, word.box) : word.box;
+    for (const PlacedGlyph& glyph : word.glyphs) {
+      const double middle = (glyph.left + glyph.right) / 2;
+      if (middle >= mark.box.left && middle <= mark.box.right) {
+        left = std::min(left.value_or(glyph.left), glyph.left);
+        right = std::max(right, glyph.right);
+      }
     }
   }
   const double overhang = kOverhang * line.size;
-  return covered && mark.box.left >= covered->left - overhang &&
-         mark.box.right <= covered->right + overhang;
+  return left && mark.box.left >= *left - overhang && mark.box.right <= right + overhang;
 }
 
 bool Apply(const Mark& mark, WordLine& line) {
   const std::optional<MarkKind> kind = KindFor(mark, line);
-  if (!kind || !FitsWords(mark, line)) {
+  if (!kind || !FitsText(mark, line)) {
     return false;
   }
   for (Word& word : line.words) {
