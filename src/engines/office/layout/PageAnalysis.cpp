@@ -75,6 +75,7 @@ class PageAnalyzer {
   ParagraphMaker paragraphs_;
   PageText text_;
   std::vector<std::uint32_t> used_;  // in PageModel::paths: of words and of tables
+  std::vector<pdf::Box> tables_;
   std::vector<FlowPart> parts_;
   std::vector<RegionItem> items_;  // of the parts
   std::vector<pdf::Box> things_;   // pictures and drawings of the flow, whose text is labels
@@ -93,6 +94,7 @@ void PageAnalyzer::PlaceTables() {
   TableMaker tables(text_.upright.lines, paragraphs_);
   for (const FoundTable& found : FindTables(*page_, text_.upright)) {
     used_.insert(used_.end(), found.paths.begin(), found.paths.end());
+    tables_.push_back(found.box);
     items_.push_back({.box = found.box});
     parts_.push_back({.line = nullptr, .block = Block{tables.Make(found)}});
   }
@@ -257,7 +259,7 @@ PageLayout PageAnalyzer::Analyze() {
   text_ = ReadPageText(*page_);
   CopyLinks();
   PlaceTables();
-  PageGraphics graphics = FindGraphics(*page_, text_.upright.lines, used_);
+  PageGraphics graphics = FindGraphics(*page_, text_.upright.lines, used_, tables_);
   layout_.background = graphics.background;
   PlaceBehind(graphics);
   for (Picture& picture : graphics.pictures) {

@@ -10,18 +10,26 @@ namespace TarnixTools::engines::office {
 
 namespace {
 
-constexpr double kWholePage = 0.85;     // of the page, that a background covers at least
-constexpr double kLeastSide = 2;        // points of a picture
-constexpr double kTouching = 1;         // points between the parts of a picture
-constexpr double kNearby = 6;           // points between the parts of a drawing
-constexpr double kThinDrawing = 4;      // points: a rule, no drawing
+constexpr double kWholePage = 0.85;   // of the page, that a background covers at least
+constexpr double kLeastSide = 2;      // points of a picture
+constexpr double kTouching = 1;       // points between the parts of a picture
+constexpr double kNearby = 6;         // points between the parts of a drawing
+constexpr double kThinDrawing = 10;   // points: rules, no drawing
+constexpr double kSmallDrawing = 24;  // points of both sides: a sign beside text
+constexpr double kSmallPicture = 14;
+constexpr double kShapesOfLine = 1.5;   // of plain shapes that are fields behind text, not a chart
 constexpr double kTextOver = 0.12;      // of a drawing's area: text that runs over it
 constexpr double kWideText = 0.4;       // of a drawing's width: lines that are no labels
 constexpr std::size_t kWordsOver = 25;  // of a picture, that are no labels
+constexpr double kMostOfTable = 0.7;
 constexpr std::uint8_t kWhite = 252;
 
 bool IsWhite(const Rgb& color) {
   return color.red >= kWhite && color.green >= kWhite && color.blue >= kWhite;
+}
+
+bool IsWithin(const pdf::Box& box, double side) {
+  return box.width() <= side && box.height() <= side;
 }
 
 // Text that lies over a box.
@@ -35,8 +43,12 @@ struct TextOver {
 class GraphicsFinder {
  public:
   GraphicsFinder(const PageModel& page, const std::vector<WordLine>& lines,
-                 const std::vector<std::uint32_t>& used)
-      : page_(&page), lines_(&lines), used_(&used), paper_{0, 0, page.width, page.height} {
+                 const std::vector<std::uint32_t>& used, const std::vector<pdf::Box>& tables)
+      : page_(&page),
+        lines_(&lines),
+        used_(&used),
+        tables_(&tables),
+        paper_{0, 0, page.width, page.height} {
     for (const WordLine& line : lines) {
       by_baseline_.push_back(&line);
     }
@@ -59,6 +71,7 @@ class GraphicsFinder {
   const PageModel* page_;
   const std::vector<WordLine>* lines_;
   const std::vector<std::uint32_t>* used_;
+  const std::vector<pdf::Box>* tables_;
   pdf::Box paper_;
   std::vector<const WordLine*> by_baseline_;
   PageGraphics found_;
@@ -103,7 +116,9 @@ void GraphicsFinder::FindPictures() {
       picture.box = Around(picture.box, boxes[member]);
       picture.images.push_back(seen[member]);
     }
-    const bool is_behind = CoversPage(picture.box) || TextIn(picture.box).words >= kWordsOver;
+    const TextOver over = TextIn(picture.box);
+    const bool is_behind = CoversPage(picture.box) || over.words >= kWordsOver ||
+                           over.wide_lines > 0 || IsWithin(picture.box, kSmallPicture);
     (is_behind ? found_.behind_pictures : found_.pictures).push_back(std::move(picture));
   }
   if (lines_->empty() && found_.pictures.empty()) {
@@ -140,16 +155,26 @@ std::vector<std::uint32_t> GraphicsFinder::SeenPaths() {
 }
 
 // Text of any length runs over frames and fields of colour; a chart has labels only.
+bool IsBehindText(const Drawing& drawing, const TextOver& over) {
+  const pdf::Box& box = drawing.box;
+  const auto shapes = static_cast<double>(drawing.paths.size());
+  const bool is_rule =
+      drawing.is_simple && (box.height() <= kThinDrawing || box.width() <= kThinDrawing);
+  const bool has_text =
+      over.area > kTextOver * AreaOf(box) || (over.wide_lines > 1 && over.words >= kWordsOver);
+  const bool is_field = drawing.is_simple && over.lines > 0 &&
+                        shapes <= kShapesOfLine * static_cast<double>(over.lines) + 2;
+  return is_rule || has_text || is_field || IsWithin(box, kSmallDrawing);
+}
+
 void GraphicsFinder::PlaceDrawing(Drawing drawing) {
-  const TextOver over = TextIn(Grown(drawing.box, 1));
-  const bool is_rule = drawing.box.height() <= kThinDrawing || drawing.box.width() <= kThinDrawing;
-  const bool has_text = over.area > kTextOver * AreaOf(drawing.box) ||
-                        (over.wide_lines > 1 && over.words >= kWordsOver) ||
-                        (drawing.is_simple && over.lines > 0 && over.wide_lines == over.lines);
-  const bool is_box = drawing.is_simple && drawing.paths.size() <= 2 && over.lines > 0;
-  (is_rule || has_text || is_box || CoversPage(drawing.box) ? found_.behind_drawings
-                                                            : found_.drawings)
-      .push_back(std::move(drawing));
+  const bool holds_table =
+      std::any_of(tables_->begin(), tables_->end(), [&drawing](const pdf::Box& table) {
+        return CoveredShare(table, drawing.box) > kMostOfTable;
+      });
+  const bool is_behind = holds_table || CoversPage(drawing.box) ||
+                         IsBehindText(drawing, TextIn(Grown(drawing.box, 1)));
+  (is_behind ? found_.behind_drawings : found_.drawings).push_back(std::move(drawing));
 }
 
 void GraphicsFinder::FindDrawings() {
@@ -179,8 +204,9 @@ PageGraphics GraphicsFinder::Find() {
 }  // namespace
 
 PageGraphics FindGraphics(const PageModel& page, const std::vector<WordLine>& lines,
-                          const std::vector<std::uint32_t>& used) {
-  return GraphicsFinder(page, lines, used).Find();
+                          const std::vector<std::uint32_t>& used,
+                          const std::vector<pdf::Box>& tables) {
+  return GraphicsFinder(page, lines, used, tables).Find();
 }
 
 }  // namespace TarnixTools::engines::office

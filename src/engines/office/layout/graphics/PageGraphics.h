@@ -20,10 +20,12 @@ struct PageGraphics {
   std::optional<Rgb> background;
 };
 
-//   lines - upright text
-//   used  - in PageModel::paths, ascending: what marks words or belongs to tables
+//   lines  - upright text outside tables
+//   used   - in PageModel::paths, ascending: what marks words or belongs to tables
+//   tables - their boxes
 PageGraphics FindGraphics(const PageModel& page, const std::vector<WordLine>& lines,
-                          const std::vector<std::uint32_t>& used);
+                          const std::vector<std::uint32_t>& used,
+                          const std::vector<pdf::Box>& tables);
 
 }  // namespace TarnixTools::engines::office
 
