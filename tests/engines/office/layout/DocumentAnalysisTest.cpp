@@ -1,0 +1,140 @@
+#include <gmock/gmock.h>
+
+#include "engines/office/layout/DocumentAnalysis.h"
+#include "engines/office/layout/MadePage.h"
+#include "engines/office/layout/PageAnalysis.h"
+#include "engines/office/layout/document/FlowParagraphs.h"
+
+namespace TarnixTools::engines::office {
+namespace {
+
+using ::testing::SizeIs;
+
+constexpr std::u32string_view kFull = U"A line of text that reaches the right margin of its page";
+
+class DocumentAnalysis : public testing::Test {
+ protected:
+  void Add(MadePage& page) {
+    OfficePage next;
+    next.layout = AnalyzePage(page.Take());
+    next.layout.number = static_cast<std::uint32_t>(document_.pages.size());
+    document_.pages.push_back(std::move(next));
+  }
+
+  std::vector<Paragraph*> Flow(std::size_t page) {
+    return FlowParagraphs(document_.pages[page].layout);
+  }
+
+  OfficeDocument document_;
+};
+
+TEST_F(DocumentAnalysis, MovesHeadersAndPageNumbersOutOfTheFlow) {
+  for (int i = 0; i < 3; ++i) {
+    MadePage page;
+    page.Text(72, 40, U"The report").Text(72, 300, kFull);
+    page.Text(280, 780, U"Page " + std::u32string(1, U'5' + i) + U" of 9");
+    Add(page);
+  }
+  AnalyzeDocument(document_);
+  for (OfficePage& page : document_.pages) {
+    EXPECT_THAT(page.layout.header, SizeIs(1));
+    EXPECT_THAT(FlowParagraphs(page.layout), SizeIs(1));
+  }
+  const Block& footer = document_.pages[1].layout.footer.at(0);
+  const std::vector<TextPiece>& pieces = std::get<Paragraph>(footer.content).lines[0].pieces;
+  ASSERT_THAT(pieces, SizeIs(3));
+  EXPECT_EQ(pieces[1].kind, PieceKind::kPageNumber);
+  EXPECT_EQ(pieces[1].text, "6");
+}
+
+TEST_F(DocumentAnalysis, LeavesNumbersThatDoNotCount) {
+  for (const char32_t digit : {U'7', U'2'}) {
+    MadePage page;
+    page.Text(72, 300, kFull).Text(300, 780, std::u32string(1, digit));
+    Add(page);
+  }
+  AnalyzeDocument(document_);
+  EXPECT_THAT(document_.pages[0].layout.footer, SizeIs(0));
+}
+
+TEST_F(DocumentAnalysis, FindsHeadingsByTheirType) {
+  MadePage page;
+  page.Text(72, 60, U"The title", {.size = 20}).Text(72, 100, U"A part", {.is_bold = true});
+  for (int i = 0; i < 6; ++i) {
+    page.Text(72, 130 + 12 * i, kFull);
+  }
+  Add(page);
+  AnalyzeDocument(document_);
+  ASSERT_THAT(Flow(0), SizeIs(3));
+  EXPECT_EQ(Flow(0)[0]->role, ParagraphRole::kHeading);
+  EXPECT_EQ(Flow(0)[0]->level, 1);
+  EXPECT_EQ(Flow(0)[1]->role, ParagraphRole::kHeading);
+  EXPECT_EQ(Flow(0)[1]->level, 2);
+  EXPECT_EQ(Flow(0)[2]->role, ParagraphRole::kBody);
+}
+
+TEST_F(DocumentAnalysis, FindsHeadingsOfTheOutline) {
+  MadePage page;
+  page.Text(72, 60, U"1 Plain words");
+  for (int i = 0; i < 6; ++i) {
+    page.Text(72, 130 + 12 * i, kFull);
+  }
+  Add(page);
+  document_.facts.outline = {{.title = "1. Plain  Words", .level = 1, .page = 0, .y = 50}};
+  AnalyzeDocument(document_);
+  EXPECT_EQ(Flow(0)[0]->role, ParagraphRole::kHeading);
+  EXPECT_EQ(Flow(0)[0]->level, 2);
+}
+
+TEST_F(DocumentAnalysis, NumbersListsOverPages) {
+  MadePage first;
+  first.Text(72, 200, kFull).Text(90, 230, U"1. one thing").Text(90, 242, U"2. another");
+  Add(first);
+  MadePage second;
+  second.Text(90, 60, U"3. the third").Text(72, 100, kFull);
+  Add(second);
+  AnalyzeDocument(document_);
+  ASSERT_THAT(Flow(0), SizeIs(3));
+  const Paragraph& item = *Flow(0)[1];
+  EXPECT_EQ(item.role, ParagraphRole::kListItem);
+  EXPECT_EQ(TextOf(item), "one thing");
+  EXPECT_EQ(item.label->text, "1.");
+  EXPECT_EQ(Flow(1)[0]->label->value, 3);
+  EXPECT_EQ(Flow(1)[0]->label->list, item.label->list);
+}
+
+TEST_F(DocumentAnalysis, NestsLists) {
+  MadePage page;
+  page.Text(90, 100, U"\u2022 outer").Text(110, 112, U"\u25E6 inner").Text(90, 124, U"\u2022 next");
+  Add(page);
+  AnalyzeDocument(document_);
+  ASSERT_THAT(Flow(0), SizeIs(3));
+  EXPECT_EQ(Flow(0)[0]->level, 0);
+  EXPECT_EQ(Flow(0)[1]->level, 1);
+  EXPECT_EQ(Flow(0)[2]->level, 0);
+}
+
+TEST_F(DocumentAnalysis, LeavesASentenceThatBeginsWithANumber) {
+  MadePage page;
+  page.Text(72, 100, U"7. is no item when it is alone");
+  Add(page);
+  AnalyzeDocument(document_);
+  EXPECT_FALSE(Flow(0)[0]->label.has_value());
+}
+
+TEST_F(DocumentAnalysis, LeadsLinksToParagraphs) {
+  MadePage first;
+  first.Text(72, 100, U"See below");
+  Add(first);
+  MadePage second;
+  second.Text(72, 100, kFull).Text(72, 300, U"The target");
+  Add(second);
+  document_.pages[0].layout.links = {{.uri = "", .bookmark = "", .page = 1, .y = 290}};
+  AnalyzeDocument(document_);
+  EXPECT_FALSE(Flow(1)[1]->bookmark.empty());
+  EXPECT_EQ(document_.pages[0].layout.links[0].bookmark, Flow(1)[1]->bookmark);
+  EXPECT_TRUE(Flow(1)[0]->bookmark.empty());
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::office
