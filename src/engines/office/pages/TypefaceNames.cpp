@@ -20,7 +20,7 @@ struct KnownFamily {
 };
 
 // Names that are not the family's own with its spaces taken out; longer ones before those that they
-// begin with. Fonts of TeX are known by the faces that were made after them.
+// begin with.
 constexpr std::array<KnownFamily, 38> kKnown = {{
     {"timesnewroman", "Times New Roman", true},
     {"times", "Times New Roman", true},
@@ -57,9 +57,9 @@ constexpr std::array<KnownFamily, 38> kKnown = {{
     {"comicsansms", "Comic Sans MS"},
     {"verdana", "Verdana"},
     {"tahoma", "Tahoma"},
-    {"cmtt", "Latin Modern Mono", true, true},
-    {"cmss", "Latin Modern Sans"},
-    {"cm", "Latin Modern Roman", true},
+    {"cmtt", "", true, true},
+    {"cmss", ""},
+    {"cm", "", true},
 }};
 
 std::string Lower(std::string_view text) {
@@ -110,7 +110,7 @@ Typeface TypefaceNamed(std::string_view name) {
     return lower.starts_with(entry.start);
   });
   if (known != kKnown.end()) {
-    face.family = known->family;
+    face.family = known->family.empty() ? Spaced(bare) : std::string(known->family);
     face.is_serif = known->is_serif;
     face.is_fixed_pitch = known->is_fixed_pitch;
   } else {
@@ -121,7 +121,13 @@ Typeface TypefaceNamed(std::string_view name) {
 }
 
 Typeface TypefaceOf(const fonts::DocumentFont& font) {
-  return TypefaceNamed(font.name());
+  const fonts::FontDescriptor& descriptor = font.descriptor();
+  Typeface face = TypefaceNamed(font.name());
+  face.is_bold = face.is_bold || descriptor.is_bold;
+  face.is_italic = face.is_italic || descriptor.is_italic;
+  face.is_serif = face.is_serif || descriptor.is_serif;
+  face.is_fixed_pitch = face.is_fixed_pitch || descriptor.is_fixed_pitch;
+  return face;
 }
 
 }  // namespace TarnixTools::engines::office

@@ -15,8 +15,12 @@ using pdf::Object;
 
 namespace {
 
+constexpr std::int64_t kFixedPitchFlag = 1 << 0;
+constexpr std::int64_t kSerifFlag = 1 << 1;
 constexpr std::int64_t kSymbolicFlag = 1 << 2;
 constexpr std::int64_t kNonsymbolicFlag = 1 << 5;
+constexpr std::int64_t kItalicFlag = 1 << 6;
+constexpr std::int64_t kForceBoldFlag = 1 << 18;
 constexpr std::int64_t kCodes = 256;
 constexpr std::size_t kMaxGlyphMapBytes = std::size_t{2} * 65536;
 constexpr std::size_t kMaxCMapBytes = std::size_t{16} << 20;
@@ -147,6 +151,10 @@ void DocumentFont::ReadDescriptor(Document& document, const Object& value) {
   descriptor_.number = found.number;
   const std::int64_t flags = document.Resolve(dictionary.Get("Flags"), arena).IntegerOr(0);
   descriptor_.is_symbolic = (flags & kSymbolicFlag) != 0 || (flags & kNonsymbolicFlag) == 0;
+  descriptor_.is_fixed_pitch = (flags & kFixedPitchFlag) != 0;
+  descriptor_.is_serif = (flags & kSerifFlag) != 0;
+  descriptor_.is_italic = (flags & kItalicFlag) != 0;
+  descriptor_.is_bold = (flags & kForceBoldFlag) != 0;
   descriptor_.lists_glyphs = dictionary.Has("CIDSet") || dictionary.Has("CharSet");
   const Object missing_width = document.Resolve(dictionary.Get("MissingWidth"), arena);
   if (missing_width.IsNumber()) {

@@ -41,6 +41,10 @@ struct FontDescriptor {
   std::uint32_t program = 0;  // number of the stream
   std::string program_subtype;
   bool is_symbolic = false;
+  bool is_fixed_pitch = false;
+  bool is_serif = false;
+  bool is_italic = false;
+  bool is_bold = false;  // to be shown so, whatever its program looks like
   bool lists_glyphs = false;  // it has a /CIDSet or a /CharSet
   std::optional<double> missing_width;
 };
