@@ -34,7 +34,16 @@ Rgb OfPalette(const ColorSpace& space, double index) {
   return {rgb[0], rgb[1], rgb[2]};
 }
 
+// Black ink alone is seen as somewhat less than black where colours are matched to a press; text in
+// it is meant to be black.
+bool IsBlackInk(const ColorSpace& space, std::span<const double> values) {
+  return space.kind == ColorKind::kCmyk && values[0] <= 0 && values[1] <= 0 && values[2] <= 0;
+}
+
 Rgb Computed(const ColorSpace& space, std::span<const double> values) {
+  if (IsBlackInk(space, values)) {
+    return OfInks(values.subspan(3));
+  }
   if (space.kind == ColorKind::kLab) {
     const auto rgb = LabToRgb(values[0], values[1], values[2]);
     return {rgb[0], rgb[1], rgb[2]};
