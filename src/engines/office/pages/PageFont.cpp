@@ -118,8 +118,11 @@ PageFont* PageFonts::Find(const Object& reference) {
     return nullptr;
   }
   if (!reference.IsReference()) {
-    in_place_ = std::make_unique<PageFont>(*document_, reference);
-    return in_place_.get();
+    std::unique_ptr<PageFont>& place = in_place_[reference.Entries().data()];
+    if (place == nullptr) {
+      place = std::make_unique<PageFont>(*document_, reference);
+    }
+    return place.get();
   }
   if (fonts_.size() >= limits::kMaxFonts) {
     fonts_.clear();

@@ -67,10 +67,14 @@ class PageFonts {
   // Null for what is no font.
   PageFont* Find(const pdf::Object& reference);
 
+  // The content that has them in place is left.
+  void ForgetInPlace() { in_place_.clear(); }
+
  private:
   pdf::Document* document_;
   std::map<std::uint32_t, std::unique_ptr<PageFont>> fonts_;
-  std::unique_ptr<PageFont> in_place_;  // the last one that is no object of its own
+  // Those that are no objects of their own, by where their entries are.
+  std::map<const void*, std::unique_ptr<PageFont>> in_place_;
 };
 
 }  // namespace TarnixTools::engines::office

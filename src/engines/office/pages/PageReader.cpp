@@ -114,6 +114,7 @@ std::uint32_t PageCollector::StyleOf(const pdf::StringUse& string, const PageFon
 
 // Marks of a form are told apart by the form, not by the page: they mean nothing here.
 bool PageCollector::EnterContent(const pdf::ContentEntry& entry) {
+  fonts_->ForgetInPlace();
   if (entry.depth > 0) {
     ++depth_;
     marks_.push_back({-1, page_->glyphs.size(), std::nullopt});
@@ -122,6 +123,7 @@ bool PageCollector::EnterContent(const pdf::ContentEntry& entry) {
 }
 
 void PageCollector::LeaveContent(const pdf::ContentEntry& entry) {
+  fonts_->ForgetInPlace();
   if (entry.depth > 0 && depth_ > 0) {
     --depth_;
     marks_.pop_back();
