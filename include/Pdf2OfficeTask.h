@@ -114,6 +114,7 @@ class TARNIX_EXPORT Pdf2OfficeTask : public PdfTask {
   void GetInputOutput();
   void GetPagesRange();
   void StartConversionThread();
+  bool WaitForThread();
   void ThrowUnlessDone() const;
   void DoConversion();
   void ConvertPdf2Docx();

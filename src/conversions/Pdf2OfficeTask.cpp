@@ -162,17 +162,31 @@ void Pdf2OfficeTask::StartConversionThread() {
     throw PdfException(PdfExceptionCode::InternalError, 0,
                        "Unable to initialize conversion thread");
   }
-  bool is_done = run_->Wait(WaitOf(timeout_), progress_);
-  if (!is_done && !run_->Cancel()) {
-    is_done = run_->Wait(std::nullopt, progress_);
-  }
-  if (!is_done) {
-    LeaveOfficeThread(*run_);
+  if (!WaitForThread()) {
     throw PdfException(PdfExceptionCode::ConversionTimeout, 0,
                        "PDF to office timeout of [%d] seconds, expired for [%s]", timeout_,
                        working_doc_.GetPath().c_str());
   }
   ThrowUnlessDone();
+}
+
+// Whether it came to its end in time. A conversion that is cancelled when it has begun to give its
+// output the name comes to its end all the same.
+bool Pdf2OfficeTask::WaitForThread() {
+  try {
+    if (run_->Wait(WaitOf(timeout_), progress_)) {
+      return true;
+    }
+    if (!run_->Cancel()) {
+      return run_->Wait(std::nullopt, progress_);
+    }
+  } catch (...) {  // what the thread has thrown, or whom it told
+    run_->Cancel();
+    LeaveOfficeThread(*run_);
+    throw;
+  }
+  LeaveOfficeThread(*run_);
+  return false;
 }
 
 void Pdf2OfficeTask::ThrowUnlessDone() const {
