@@ -15,6 +15,7 @@ namespace TarnixTools::engines::office {
   X(TessBaseAPISetPageSegMode)                \
   X(TessBaseAPISetImage)                      \
   X(TessBaseAPISetSourceResolution)           \
+  X(TessBaseAPISetVariable)                   \
   X(TessBaseAPIRecognize)                     \
   X(TessBaseAPIGetIterator)                   \
   X(TessBaseAPIClear)                         \

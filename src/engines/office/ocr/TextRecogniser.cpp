@@ -38,9 +38,13 @@ struct MonitorDeleter {
 
 using BasePtr = std::unique_ptr<TessBaseAPI, BaseDeleter>;
 
-// Null for a language that is not installed.
+// Null for a language that is not installed. What Tesseract has to say goes nowhere: a library does
+// not print.
 BasePtr OpenLanguage(const TesseractApi& api, const std::string& language) {
   BasePtr base(api.TessBaseAPICreate());
+  if (base != nullptr) {
+    api.TessBaseAPISetVariable(base.get(), "debug_file", "/dev/null");
+  }
   const bool is_open =
       base != nullptr && api.TessBaseAPIInit3(base.get(), nullptr, language.c_str()) == 0;
   return is_open ? std::move(base) : nullptr;
@@ -62,6 +66,11 @@ std::string LanguagesOf(const TesseractApi& api, const TessBaseAPI* base) {
   }
   api.TessDeleteTextArray(names);
   return joined;
+}
+
+void SetResolution(const TesseractApi& api, TessBaseAPI* base, int dpi) {
+  api.TessBaseAPISetSourceResolution(base, dpi);
+  api.TessBaseAPISetVariable(base, "user_defined_dpi", std::to_string(dpi).c_str());
 }
 
 bool IsCancelled(void* flag, int /*words*/) {
@@ -162,7 +171,7 @@ int TextRecogniser::TurnOf(const GrayPicture& picture, int dpi) {
   api.TessBaseAPISetPageSegMode(base, PSM_OSD_ONLY);
   api.TessBaseAPISetImage(base, picture.pixels.data(), picture.width, picture.height, 1,
                           picture.width);
-  api.TessBaseAPISetSourceResolution(base, dpi);
+  SetResolution(api, base, dpi);
   int degrees = 0;
   float sure_of_degrees = 0;
   const char* script = nullptr;
@@ -180,7 +189,7 @@ std::vector<RecognisedWord> TextRecogniser::WordsOf(const GrayPicture& upright, 
   api.TessBaseAPISetPageSegMode(base, PSM_AUTO);
   api.TessBaseAPISetImage(base, upright.pixels.data(), upright.width, upright.height, 1,
                           upright.width);
-  api.TessBaseAPISetSourceResolution(base, dpi);
+  SetResolution(api, base, dpi);
   const std::unique_ptr<ETEXT_DESC, MonitorDeleter> monitor(api.TessMonitorCreate());
   api.TessMonitorSetCancelFunc(monitor.get(), &IsCancelled);
   api.TessMonitorSetCancelThis(monitor.get(),
