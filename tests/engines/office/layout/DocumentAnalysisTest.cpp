@@ -122,6 +122,75 @@ TEST_F(DocumentAnalysis, LeavesASentenceThatBeginsWithANumber) {
   EXPECT_FALSE(Flow(0)[0]->label.has_value());
 }
 
+TEST_F(DocumentAnalysis, LeadsEntriesOfContentsByTabs) {
+  MadePage page;
+  page.Text(72, 200, U"Introduction . . . . . . . . 3").Text(90, 220, U"Scope .......... 12");
+  Add(page);
+  AnalyzeDocument(document_);
+  ASSERT_THAT(Flow(0), SizeIs(2));
+  EXPECT_EQ(Flow(0)[0]->role, ParagraphRole::kContents);
+  EXPECT_EQ(Flow(0)[1]->level, 1);
+  const std::vector<TextPiece>& pieces = Flow(0)[1]->lines[0].pieces;
+  ASSERT_THAT(pieces, SizeIs(3));
+  EXPECT_EQ(pieces[0].text, "Scope ");
+  EXPECT_EQ(pieces[1].kind, PieceKind::kTab);
+  EXPECT_EQ(pieces[2].text, "12");
+}
+
+TEST_F(DocumentAnalysis, LeavesDotsThatLeadToNoNumber) {
+  MadePage page;
+  page.Text(72, 200, U"Name ............ and date");
+  Add(page);
+  AnalyzeDocument(document_);
+  EXPECT_EQ(Flow(0)[0]->role, ParagraphRole::kBody);
+}
+
+TEST_F(DocumentAnalysis, MovesNotesWithTheirMarks) {
+  MadePage page;
+  page.Text(72, 200, kFull).Text(72, 212, U"Said by some").Text(132, 208, U"1", {.size = 6});
+  page.Text(72, 700, U"1", {.size = 5}).Text(76, 703, U"By whom is not known.", {.size = 8});
+  Add(page);
+  AnalyzeDocument(document_);
+  const PageLayout& layout = document_.pages[0].layout;
+  ASSERT_THAT(layout.notes, SizeIs(1));
+  EXPECT_EQ(layout.notes[0].label, "1");
+  EXPECT_EQ(TextOf(std::get<Paragraph>(layout.notes[0].blocks.at(0).content)),
+            "By whom is not known.");
+  const TextPiece& mark = Flow(0)[0]->lines.back().pieces.back();
+  EXPECT_EQ(mark.kind, PieceKind::kNoteMark);
+  EXPECT_EQ(mark.number, 0);
+}
+
+TEST_F(DocumentAnalysis, LeavesNotesWithoutAMarkInTheText) {
+  MadePage page;
+  page.Text(72, 200, kFull).Text(72, 212, kFull);
+  page.Text(72, 700, U"1", {.size = 5}).Text(76, 703, U"By whom is not known.", {.size = 8});
+  Add(page);
+  AnalyzeDocument(document_);
+  EXPECT_THAT(document_.pages[0].layout.notes, SizeIs(0));
+}
+
+TEST_F(DocumentAnalysis, ContinuesSentencesOnTheNextPage) {
+  for (const bool is_first : {true, false}) {
+    MadePage page;
+    page.Text(72, 200, is_first ? kFull : U"in small letters the sentence goes on, on this page")
+        .Text(72, 212, kFull);
+    Add(page);
+  }
+  AnalyzeDocument(document_);
+  EXPECT_FALSE(Flow(0)[0]->goes_on);
+  EXPECT_TRUE(Flow(1)[0]->goes_on);
+}
+
+TEST_F(DocumentAnalysis, FindsCaptionsBesidePictures) {
+  MadePage page;
+  page.Image({100, 150, 300, 300}).Text(100, 320, U"Figure 2: A picture").Text(72, 400, kFull);
+  Add(page);
+  AnalyzeDocument(document_);
+  EXPECT_EQ(Flow(0)[0]->role, ParagraphRole::kCaption);
+  EXPECT_EQ(Flow(0)[1]->role, ParagraphRole::kBody);
+}
+
 TEST_F(DocumentAnalysis, LeadsLinksToParagraphs) {
   MadePage first;
   first.Text(72, 100, U"See below");
