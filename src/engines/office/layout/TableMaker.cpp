@@ -86,6 +86,9 @@ Table TableMaker::Make(const FoundTable& found) {
     }
     table.cells.push_back(std::move(cell));
   }
+  for (const std::uint32_t word : found.fillers) {
+    is_taken_[word] = true;
+  }
   return table;
 }
 

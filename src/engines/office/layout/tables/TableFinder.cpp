@@ -53,8 +53,9 @@ class Finder {
 
   const PageModel* page_;
   Rules rules_;
-  std::vector<Ink> inks_;  // those that are in no table yet
-  std::vector<Ink> leaders_;
+  std::vector<Ink> inks_;     // those that are in no table yet
+  std::vector<Ink> leaders_;  // those at the end of a word too
+  std::vector<Ink> fillers_;
   std::vector<FoundTable> tables_;
 };
 
@@ -84,15 +85,14 @@ void Finder::Read(const TurnedText& text) {
       if (IsDrawnRule(word.text)) {
         const double y = (ink.upper + ink.lower) / 2;
         rules_.horizontal.push_back({y, ink.left, ink.right, 0, Rgb{}, false});
+        fillers_.push_back(ink);
         continue;
       }
       Classify(word.text, ink);
       if (ink.is_leader || word.text.find(U".....") != std::u32string::npos) {
         leaders_.push_back(ink);
       }
-      if (!ink.is_leader) {
-        inks_.push_back(ink);
-      }
+      (ink.is_leader ? fillers_ : inks_).push_back(ink);
     }
   }
   std::sort(rules_.horizontal.begin(), rules_.horizontal.end(),
@@ -123,6 +123,13 @@ void Finder::Keep(const TableArea& area, TableShape shape) {
       inks_, [&is_used](const Ink& ink) { return ink.word < is_used.size() && is_used[ink.word]; });
   table.columns = std::move(shape.columns);
   table.rows = std::move(shape.rows);
+  std::erase_if(fillers_, [&table](const Ink& ink) {
+    const bool is_in = IsIn(ink, table.box);
+    if (is_in) {
+      table.fillers.push_back(ink.word);
+    }
+    return is_in;
+  });
   SetLooks(area, rules_, table);
   AddPaths(table);
   tables_.push_back(std::move(table));

@@ -37,6 +37,8 @@ struct FoundTable {
   std::vector<FoundCell> cells;  // by row, then by column; every place is in one of them
   std::uint32_t header_rows = 0;
   bool is_ruled = false;
+  // Words within it that no cell has: rows of dots that lead to a number, rules made of characters.
+  std::vector<std::uint32_t> fillers;
   std::vector<std::uint32_t> paths;  // in PageModel::paths: what belongs to the table
 };
 

@@ -86,6 +86,7 @@ TEST(OpenTables, LeaveOutDotsThatLead) {
   }
   EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("0.90|160|176|192", "0.91|160|176|192",
                                                     "0.92|160|176|192", "0.93|160|176|192")));
+  EXPECT_EQ(scene.Tables()[0].fillers.size(), 4U);
 }
 
 TEST(OpenTables, AreNotTextInTwoColumns) {
