@@ -7,6 +7,7 @@
 #include "engines/office/layout/document/Lists.h"
 #include "engines/office/layout/document/Notes.h"
 #include "engines/office/layout/document/RepeatedBlocks.h"
+#include "engines/office/layout/tables/ContinuedTables.h"
 
 namespace TarnixTools::engines::office {
 
@@ -14,6 +15,7 @@ void AnalyzeDocument(OfficeDocument& document) {
   FindHeadersAndFooters(document);
   FindContents(document);
   FindCaptions(document);
+  MarkContinuedTables(document);
   FindHeadings(document);
   FindLists(document);
   FindNotes(document);
