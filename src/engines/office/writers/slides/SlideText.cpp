@@ -17,8 +17,7 @@ constexpr double kSlackShare = 0.008;         // glyphs are placed on a coarse g
 // What a line of exact height has below its baseline, in ems of its text.
 constexpr double kBelowBaseline = 0.2;
 constexpr std::int64_t kMostSpace = 158'400;  // hundredths of a point
-constexpr std::size_t kMostTabs = 32;
-constexpr double kSameTab = 1;  // points
+constexpr double kMostGap = 900;              // points that a space may be wide
 
 std::int64_t Hundredths(double points) {
   return Rounded(points, 100);
@@ -68,7 +67,7 @@ class Writer {
     xml_.Open("a:p");
     WriteProperties(placed, before);
     if (paragraph.label && !IsBulleted(paragraph)) {
-      WriteRun(paragraph.label->text + "\t", paragraph.label->look, 0, -1);
+      WriteLabel(*paragraph.label, placed.fitted.first_left);
     }
     for (std::size_t i = 0; i < paragraph.lines.size(); ++i) {
       WriteLine(paragraph.lines[i], placed.fitted.lines[i]);
@@ -93,8 +92,15 @@ class Writer {
     WriteSpace("a:spcBef", before);
     WriteSpace("a:spcAft", 0);
     WriteBullet(paragraph);
-    WriteTabs(placed);
     xml_.Close();
+  }
+
+  void WriteLabel(const ListLabel& label, double text_left) {
+    const TextLook& look = slide_.page.layout.looks[label.look];
+    const double width =
+        look.face ? slide_.context.measure.WidthOf(*look.face, label.text) * look.size : 0;
+    Add(label.text, label.look, 0, -1);
+    AddGap(text_left - label.x - width, label.look, -1);
   }
 
   void WriteSpace(std::string_view name, double points) {
@@ -118,39 +124,29 @@ class Writer {
     xml_.Leaf("a:buChar", {{"char", paragraph.label->text}});
   }
 
-  void WriteTabs(const PlacedParagraph& placed) {
-    std::vector<double> stops;
-    if (placed.paragraph->label) {
-      stops.push_back(placed.fitted.first_left - left_);
-    }
-    for (const TextLine& line : placed.paragraph->lines) {
-      for (std::size_t i = 1; i < line.pieces.size(); ++i) {
-        if (line.pieces[i - 1].kind == PieceKind::kTab) {
-          stops.push_back(line.pieces[i].x - left_);
-        }
-      }
-    }
-    std::sort(stops.begin(), stops.end());
-    stops.erase(std::unique(stops.begin(), stops.end(),
-                            [](double a, double b) { return b - a < kSameTab; }),
-                stops.end());
-    stops.resize(std::min(stops.size(), kMostTabs));
-    if (stops.empty()) {
-      return;
-    }
-    xml_.Open("a:tabLst");
-    for (const double stop : stops) {
-      xml_.Leaf("a:tab", {{"pos", Emu(stop)}, {"algn", "l"}});
-    }
-    xml_.Close();
+  // A gap that leads to a place is a space as wide: not all programs keep tab stops.
+  void AddGap(double width, std::uint32_t look, std::int32_t link) {
+    const TextLook& shown = slide_.page.layout.looks[look];
+    const double space =
+        shown.face ? slide_.context.measure.WidthOf(*shown.face, " ") * shown.size : 0;
+    Add(" ", look, std::clamp(width - space, -space, kMostGap), link);
+  }
+
+  // From the end of the piece before the tabulator to the start of the one behind it.
+  static double GapAt(const TextLine& line, std::size_t tab) {
+    const TextPiece* before = tab == 0 ? nullptr : &line.pieces[tab - 1];
+    const double from = before == nullptr ? line.box.left : before->x + before->width;
+    const double to = tab + 1 < line.pieces.size() ? line.pieces[tab + 1].x : from;
+    return to - from;
   }
 
   void WriteLine(const TextLine& line, const FittedLine& fitted) {
     for (std::size_t i = 0; i < line.pieces.size(); ++i) {
       const TextPiece& piece = line.pieces[i];
-      if (piece.kind != PieceKind::kPicture) {
-        Add(piece.kind == PieceKind::kTab ? "\t" : piece.text, piece.look, fitted.spacing[i],
-            piece.link);
+      if (piece.kind == PieceKind::kTab) {
+        AddGap(GapAt(line, i), piece.look, piece.link);
+      } else if (piece.kind != PieceKind::kPicture) {
+        Add(piece.text, piece.look, fitted.spacing[i], piece.link);
       }
     }
     switch (fitted.end) {
