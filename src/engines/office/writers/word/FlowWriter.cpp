@@ -14,6 +14,7 @@ namespace TarnixTools::engines::office {
 namespace {
 
 constexpr double kLeastPitch = 0.95;
+constexpr double kLeastFirstPitch = 1.1;  // at the top of a cell, where nothing is pushed down
 constexpr double kSmallestGap = 0.5;    // points; a smaller one is none
 constexpr double kBelowPicture = 0.25;  // points that a line has below a picture in it
 constexpr double kOverlap = 3;          // points by which blocks that follow each other may overlap
@@ -109,7 +110,9 @@ double FlowWriter::PitchFor(const Paragraph& paragraph) const {
     return OfTwips(pitch);
   }
   const double room = (FirstBaseline(paragraph) - cursor_) / kAboveBaseline;
-  return OfTwips(std::clamp(room, kLeastPitch * size, kUsualPitch * size));
+  const bool is_top = room_.depth > 0 && cursor_ <= room_.top;
+  const double least = (is_top ? kLeastFirstPitch : kLeastPitch) * size;
+  return OfTwips(std::clamp(room, least, kUsualPitch * size));
 }
 
 void FlowWriter::WriteText(const Paragraph& paragraph, double next_top,

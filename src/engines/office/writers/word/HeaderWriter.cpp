@@ -76,7 +76,7 @@ HeaderWriter::Written HeaderWriter::WritePart(const SectionPlan& section, const 
   Relationships relationships;
   Story story{context_, part.xml(), relationships, true, false};
   OpenStory(part.xml(), is_header ? "w:hdr" : "w:ftr");
-  const double top = blocks.empty() ? page.layout.height / 20 : TopOf(blocks.front(), page.layout);
+  const double top = blocks.empty() ? 0 : TopOf(blocks.front(), page.layout);
   FlowWriter flow(story, page, {section.left, section.right, std::max(top, 0.0)});
   flow.Begin({.write_anchored = [&] { WriteAnchored(story, page, blocks); }});
   flow.Write(blocks);

@@ -18,6 +18,7 @@ constexpr double kSamePage = 1;     // points by which its pages may
 constexpr double kLinesBelow = 24;  // points below the text that stay free for editing
 constexpr double kUsualMargin = 72;
 constexpr double kBesideNotes = 4;
+constexpr double kBelowLine = 3;  // points that the last line of a page needs below its box
 constexpr double kTypicalShare = 0.1;  // of blocks that may begin outside of the margins
 
 std::vector<ColumnPlace> ColumnsOf(const Band& band) {
@@ -173,7 +174,8 @@ class Planner {
     }
     section.top = std::clamp(top, 0.0, section.height * 0.9);
     const double free = std::clamp(limit - bottom, 0.0, kLinesBelow);
-    section.bottom = std::clamp(bottom + free, section.top + 1, section.height);
+    section.bottom =
+        std::clamp(bottom + std::max(free, kBelowLine), section.top + 1, section.height);
     if (section.columns.empty()) {
       section.left = Typical(lefts, kTypicalShare, kUsualMargin);
       section.right = Typical(rights, 1 - kTypicalShare, section.width - kUsualMargin);
