@@ -93,7 +93,11 @@ std::string JobContext::OutputDirectory() const {
 }
 
 std::string JobContext::MakeOutputDirectory() const {
-  const std::string directory = NativePath(Options().Text("out-dir"));
+  return MakeDirectory(Options().Text("out-dir"));
+}
+
+std::string JobContext::MakeDirectory(const std::string& path) {
+  const std::string directory = NativePath(path);
   std::error_code error;
   std::filesystem::create_directories(directory, error);
   if (error) {

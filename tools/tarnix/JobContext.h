@@ -77,6 +77,10 @@ class JobContext {
   // given.
   std::string OutputDirectory() const;
 
+  // Makes a directory with its parents, and returns its path in the system's form. Throws
+  // PdfException when it cannot be made.
+  static std::string MakeDirectory(const std::string& path);
+
   // Runs a task on one document. Its output keeps what the document says of itself.
   template <typename Task>
   void Run(Task& task) const {

@@ -58,7 +58,8 @@ Output OutputOf(const JobContext& context, const std::string& stem, const std::s
   if (slash == std::string::npos) {
     return {"", Without(given, extension)};
   }
-  return {given.substr(0, slash + 1), Without(given.substr(slash + 1), extension)};
+  return {JobContext::MakeDirectory(given.substr(0, slash + 1)),
+          Without(given.substr(slash + 1), extension)};
 }
 
 // Whether the input is protected; opens it, so that a wrong password is told as one.
