@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "RawPdf.h"
+#include "support/RawPdf.h"
 #include "engines/office/pages/PageFont.h"
 #include "pdf/file/ByteSource.h"
 
