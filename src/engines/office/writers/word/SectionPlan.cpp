@@ -87,6 +87,7 @@ class Planner {
     for (SectionPlan& section : plan_.sections) {
       FindEdges(section);
     }
+    WidenPages();
     return std::move(plan_);
   }
 
@@ -157,6 +158,20 @@ class Planner {
     }
     own = page;
     return true;
+  }
+
+  // The first section of a page tells its margins: LibreOffice knows further ones of sections that
+  // begin within the page only where they are within those.
+  void WidenPages() {
+    SectionPlan* first = nullptr;
+    for (SectionPlan& section : plan_.sections) {
+      if (!section.is_continuous) {
+        first = &section;
+      } else if (first != nullptr && first->columns.empty()) {
+        first->left = std::min(first->left, section.left);
+        first->right = std::max(first->right, section.right);
+      }
+    }
   }
 
   void FindEdges(SectionPlan& section) const {
