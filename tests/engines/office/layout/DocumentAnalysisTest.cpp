@@ -57,6 +57,26 @@ TEST_F(DocumentAnalysis, LeavesNumbersThatDoNotCount) {
   EXPECT_THAT(document_.pages[0].layout.footer, SizeIs(0));
 }
 
+TEST_F(DocumentAnalysis, FindsAPageNumberFarFromTheEdge) {
+  for (const char32_t digit : {U'1', U'2'}) {
+    MadePage page;
+    page.Text(72, 300, kFull).Text(300, 660, std::u32string(1, digit));
+    Add(page);
+  }
+  AnalyzeDocument(document_);
+  EXPECT_THAT(document_.pages[0].layout.footer, SizeIs(1));
+}
+
+TEST_F(DocumentAnalysis, LeavesRepeatedTextBehindOtherText) {
+  for (const char32_t digit : {U'a', U'b'}) {
+    MadePage page;
+    page.Text(72, 60, std::u32string(3, digit)).Text(72, 140, U"Both begin with this");
+    Add(page);
+  }
+  AnalyzeDocument(document_);
+  EXPECT_THAT(document_.pages[0].layout.header, SizeIs(0));
+}
+
 TEST_F(DocumentAnalysis, FindsHeadingsByTheirType) {
   MadePage page;
   page.Text(72, 60, U"The title", {.size = 20}).Text(72, 100, U"A part", {.is_bold = true});

@@ -14,8 +14,9 @@ namespace TarnixTools::engines::office {
 
 namespace {
 
-constexpr double kMargin = 0.14;  // of the page's height, that headers and footers may reach into
-constexpr double kSamePlace = 4;  // points
+constexpr double kMargin = 0.2;  // of the page's height, that headers and footers may reach into
+constexpr double kSureMargin = 0.14;        // where what is beside text of the page is still one
+constexpr double kSamePlace = 4;            // points
 constexpr std::size_t kMostBlocks = 5;      // of a header or a footer
 constexpr std::size_t kMostPagesApart = 2;  // left and right pages have headers of their own
 constexpr std::size_t kMostDigits = 5;
@@ -171,12 +172,21 @@ bool CountsPages(const std::vector<PageEdge>& edges, std::size_t page, const Can
   return false;
 }
 
-void TakeOut(std::vector<PageEdge>& edges, std::size_t index, std::vector<Block>& target) {
+// Further in, only what has nothing but headers, or footers, between itself and the edge is one.
+bool IsNearEdge(const Candidate& candidate, double height) {
+  return LowerEdge(candidate.box) <= kSureMargin * height ||
+         UpperEdge(candidate.box) >= (1 - kSureMargin) * height;
+}
+
+void TakeOut(std::vector<PageEdge>& edges, std::size_t index, double height,
+             std::vector<Block>& target) {
   std::vector<Candidate*> taken;
+  bool is_outermost = true;
   for (Candidate& candidate : edges[index].blocks) {
-    if (candidate.is_repeated) {
+    if (candidate.is_repeated && (is_outermost || IsNearEdge(candidate, height))) {
       taken.push_back(&candidate);
     }
+    is_outermost = is_outermost && candidate.is_repeated;
   }
   std::sort(taken.begin(), taken.end(), [](const Candidate* a, const Candidate* b) {
     return UpperEdge(a->box) < UpperEdge(b->box);
@@ -241,7 +251,7 @@ void FindHeadersAndFooters(OfficeDocument& document) {
     MarkRepeated(edges);
     for (std::size_t i = 0; i < edges.size(); ++i) {
       PageLayout& page = document.pages[i].layout;
-      TakeOut(edges, i, is_top ? page.header : page.footer);
+      TakeOut(edges, i, page.height, is_top ? page.header : page.footer);
     }
   }
   for (OfficePage& page : document.pages) {
