@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "engines/office/Limits.h"
 #include "engines/office/layout/Boxes.h"
 #include "engines/office/layout/TableMaker.h"
 #include "engines/office/layout/graphics/BoxGroups.h"
@@ -126,10 +127,13 @@ void PageAnalyzer::PlaceBehind(PageGraphics& graphics) {
 // Lines in pictures and drawings are labels, all others are part of the flow.
 void PageAnalyzer::PlaceLines() {
   std::vector<const WordLine*> labels;
+  std::size_t compared = 0;
   for (const WordLine& line : text_.upright.lines) {
     const double x = MiddleX(line.box);
     const double y = line.baseline - kSmallLetters * line.size / 2;
-    const bool is_label = std::any_of(things_.begin(), things_.end(),
+    compared += things_.size();
+    const bool is_label = compared <= limits::kMaxBoxComparisons &&
+                          std::any_of(things_.begin(), things_.end(),
                                       [&](const pdf::Box& box) { return Holds(box, x, y); });
     if (is_label) {
       labels.push_back(&line);

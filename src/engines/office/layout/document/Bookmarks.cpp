@@ -13,13 +13,13 @@ namespace {
 
 constexpr double kSlack = 6;  // points that a target may be below the upper edge of its paragraph
 
-using PagesByNumber = std::map<std::uint32_t, PageLayout*>;
+using ParagraphsByPage = std::map<std::uint32_t, std::vector<Paragraph*>>;
 
 // The first paragraph that begins at the target or below it, or the last one of the page.
-Paragraph* ParagraphAt(PageLayout& page, double y) {
+Paragraph* ParagraphAt(const std::vector<Paragraph*>& page, double y) {
   Paragraph* best = nullptr;
   Paragraph* last = nullptr;
-  for (Paragraph* paragraph : FlowParagraphs(page)) {
+  for (Paragraph* paragraph : page) {
     const double upper = UpperEdge(paragraph->box);
     if (upper >= y - kSlack && (best == nullptr || upper < UpperEdge(best->box))) {
       best = paragraph;
@@ -29,7 +29,7 @@ Paragraph* ParagraphAt(PageLayout& page, double y) {
   return best != nullptr ? best : last;
 }
 
-std::string BookmarkAt(PageLayout& page, double y, std::uint32_t& count) {
+std::string BookmarkAt(const std::vector<Paragraph*>& page, double y, std::uint32_t& count) {
   Paragraph* paragraph = ParagraphAt(page, y);
   if (paragraph == nullptr) {
     return {};
@@ -43,9 +43,9 @@ std::string BookmarkAt(PageLayout& page, double y, std::uint32_t& count) {
 }  // namespace
 
 void SetBookmarks(OfficeDocument& document) {
-  PagesByNumber pages;
+  ParagraphsByPage pages;
   for (OfficePage& page : document.pages) {
-    pages[page.layout.number] = &page.layout;
+    pages[page.layout.number] = FlowParagraphs(page.layout);
   }
   std::uint32_t count = 0;
   std::map<std::pair<std::int32_t, double>, std::string> known;
@@ -58,7 +58,7 @@ void SetBookmarks(OfficeDocument& document) {
       }
       const auto [entry, is_new] = known.try_emplace({link.page, link.y});
       if (is_new) {
-        entry->second = BookmarkAt(*target->second, link.y, count);
+        entry->second = BookmarkAt(target->second, link.y, count);
       }
       link.bookmark = entry->second;
     }

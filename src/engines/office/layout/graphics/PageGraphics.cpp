@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "engines/office/Limits.h"
 #include "engines/office/layout/Boxes.h"
 #include "engines/office/layout/graphics/BoxGroups.h"
 
@@ -64,7 +65,7 @@ class GraphicsFinder {
   void PlaceDrawing(Drawing drawing);
   std::vector<std::uint32_t> SeenPaths();
   bool IsBackground(const PathShape& path);
-  TextOver TextIn(const pdf::Box& box) const;
+  TextOver TextIn(const pdf::Box& box);
 
   bool CoversPage(const pdf::Box& box) const { return CoveredShare(paper_, box) >= kWholePage; }
 
@@ -74,16 +75,20 @@ class GraphicsFinder {
   const std::vector<pdf::Box>* tables_;
   pdf::Box paper_;
   std::vector<const WordLine*> by_baseline_;
+  std::size_t compared_ = 0;  // lines with boxes
   PageGraphics found_;
 };
 
-TextOver GraphicsFinder::TextIn(const pdf::Box& box) const {
+TextOver GraphicsFinder::TextIn(const pdf::Box& box) {
   TextOver over;
   const auto first =
       std::lower_bound(by_baseline_.begin(), by_baseline_.end(), UpperEdge(box),
                        [](const WordLine* line, double upper) { return line->baseline < upper; });
   for (auto line = first; line != by_baseline_.end() && (*line)->baseline <= LowerEdge(box);
        ++line) {
+    if (++compared_ > limits::kMaxBoxComparisons) {
+      return {};
+    }
     if (CoveredShare((*line)->box, box) < 0.5) {
       continue;
     }
