@@ -55,5 +55,13 @@ TEST(Numbering, DefinesAnewWhatLooksOtherwise) {
   EXPECT_EQ(OrderComplaints(Written(numbering)), "");
 }
 
+TEST(Numbering, ShowsBulletsOfSymbolFontsAsText) {
+  Numbering numbering;
+  numbering.Place(Label(ListKind::kBullet, "\uF0B7", 0), 0, {});
+  numbering.Place(Label(ListKind::kBullet, "\uF0FC", 0, 2), 0, {});
+  EXPECT_NE(Written(numbering).find("<w:lvlText w:val=\"•\"/>"), std::string::npos);
+  EXPECT_NE(Written(numbering).find("<w:lvlText w:val=\"✓\"/>"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office

@@ -5,6 +5,7 @@
 
 #include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/package/EncodedUri.h"
+#include "engines/office/writers/text/BulletLabel.h"
 #include "engines/office/writers/text/Units.h"
 
 namespace TarnixTools::engines::office {
@@ -118,10 +119,11 @@ class Writer {
     xml_.Open("a:buClr");
     xml_.Leaf("a:srgbClr", {{"val", Hex(look.color)}});
     xml_.Close();
-    if (look.face && !look.face->family.empty()) {
+    const BulletLabel bullet = BulletLabelOf(paragraph.label->text);
+    if (bullet.is_own_face && look.face && !look.face->family.empty()) {
       xml_.Leaf("a:buFont", {{"typeface", look.face->family}});
     }
-    xml_.Leaf("a:buChar", {{"char", paragraph.label->text}});
+    xml_.Leaf("a:buChar", {{"char", bullet.text}});
   }
 
   // A gap that leads to a place is a space as wide: not all programs keep tab stops.

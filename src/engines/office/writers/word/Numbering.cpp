@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "engines/office/writers/text/BulletLabel.h"
 #include "engines/office/writers/text/Units.h"
 #include "engines/office/writers/word/WordNames.h"
 
@@ -65,7 +66,12 @@ ListPlace Numbering::Place(const ListLabel& label, std::uint8_t level, const Tex
   if (is_new) {
     AddNumber(state, definitions_.size());
   }
-  const Level wanted{label.kind, PatternOf(label, index), 1, look};
+  Level wanted{label.kind, PatternOf(label, index), 1, look};
+  if (label.kind == ListKind::kBullet) {
+    const BulletLabel bullet = BulletLabelOf(wanted.pattern);
+    wanted.pattern = bullet.text;
+    wanted.look.face = bullet.is_own_face ? look.face : nullptr;
+  }
   const Definition& definition = definitions_[numbers_[state.number].definition];
   const std::optional<Level>& known = definition.levels[index];
   if (known && (known->kind != wanted.kind || known->pattern != wanted.pattern)) {
@@ -132,13 +138,13 @@ void Numbering::WriteLevel(XmlWriter& xml, std::size_t index, const Level& level
   xml.Open("w:lvl", {{"w:ilvl", index}});
   xml.Leaf("w:start", {{"w:val", level.start}});
   xml.Leaf("w:numFmt", {{"w:val", FormatOf(level.kind)}});
-  xml.Leaf("w:lvlText", {{"w:val", level.pattern.empty() ? "\u2022" : level.pattern}});
+  xml.Leaf("w:lvlText", {{"w:val", level.pattern.empty() ? "•" : level.pattern}});
   xml.Leaf("w:lvlJc", {{"w:val", "left"}});
   xml.Open("w:pPr");
   xml.Leaf("w:ind", {{"w:left", Twips(kIndentOfLevel * static_cast<double>(index + 1))},
                      {"w:hanging", Twips(kIndentOfLevel)}});
   xml.Close();
-  if (level.look.face) {
+  if (level.look.size > 0) {
     xml.Open("w:rPr");
     WriteLook(xml, level.look);
     xml.Close();
