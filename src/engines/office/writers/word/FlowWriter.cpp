@@ -15,9 +15,10 @@ namespace {
 
 constexpr double kLeastPitch = 0.95;
 constexpr double kLeastFirstPitch = 1.1;  // at the top of a cell, where nothing is pushed down
-constexpr double kSmallestGap = 0.5;    // points; a smaller one is none
-constexpr double kBelowPicture = 0.25;  // points that a line has below a picture in it
-constexpr double kOverlap = 3;          // points by which blocks that follow each other may overlap
+constexpr double kSmallestGap = 0.5;      // points; a smaller one is none
+constexpr double kBelowPicture = 0.25;    // points that a line has below a picture in it
+constexpr std::size_t kLooked = 200;      // blocks before and behind one that may overlap it
+constexpr double kOverlap = 3;  // points by which blocks that follow each other may overlap
 
 double OfTwips(double points) {
   return static_cast<double>(Twips(points)) / 20;
@@ -45,11 +46,15 @@ double TopOf(const Block& block, const PageLayout& page) {
 
 bool StandsInFlow(const std::vector<Block>& blocks, std::size_t index) {
   const pdf::Box box = BoxOf(blocks[index]);
-  const bool is_below =
-      index == 0 || LowerEdge(BoxOf(blocks[index - 1])) <= UpperEdge(box) + kOverlap;
-  const bool is_above = index + 1 == blocks.size() ||
-                        UpperEdge(BoxOf(blocks[index + 1])) >= LowerEdge(box) - kOverlap;
-  return is_below && is_above && !box.IsEmpty();
+  const std::size_t first = index - std::min(index, kLooked);
+  const std::size_t last = std::min(index + kLooked + 1, blocks.size());
+  bool is_free = !box.IsEmpty();
+  for (std::size_t i = first; i < last && is_free; ++i) {
+    const pdf::Box other = BoxOf(blocks[i]);
+    is_free = i == index || (i < index ? LowerEdge(other) <= UpperEdge(box) + kOverlap
+                                       : UpperEdge(other) >= LowerEdge(box) - kOverlap);
+  }
+  return is_free;
 }
 
 void FlowWriter::Write(const std::vector<Block>& blocks, const std::function<void()>& section) {
