@@ -165,26 +165,37 @@ FlowStart BodyWriter::StartOf(const SectionPlan& section, std::size_t part) {
 void BodyWriter::WritePart(const SectionPlan& section, std::size_t index, const SectionEnd& end,
                            bool is_last) {
   const SectionPart& part = section.parts[index];
-  const OfficePage& page = story_.context.document.pages[part.page];
-  const bool ends_page = part.first_band + part.band_count == page.layout.bands.size();
-  std::vector<const std::vector<Block>*> notes;
-  if (ends_page) {
-    notes = LooseNotes(page.layout);
-  }
+  const PageLayout& page = story_.context.document.pages[part.page].layout;
+  const bool ends_page = part.first_band + part.band_count == page.bands.size();
+  const BlockLists notes = ends_page ? LooseNotes(page) : BlockLists();
   if (section.columns.empty()) {
-    std::vector<const std::vector<Block>*> lists;
-    for (std::size_t i = part.first_band; i < part.first_band + part.band_count; ++i) {
-      for (const Column& column : page.layout.bands[i].columns) {
-        lists.push_back(&column.blocks);
-      }
-    }
-    lists.insert(lists.end(), notes.begin(), notes.end());
-    FlowWriter flow(story_, page, {section.left, section.right, cursor_});
-    flow.Begin(StartOf(section, index));
-    WriteFlow(flow, lists, end, is_last);
-    cursor_ = flow.cursor();
-    return;
+    WriteOneColumn(section, index, notes, end, is_last);
+  } else {
+    WriteColumnsOf(section, index, notes, end, is_last);
   }
+}
+
+void BodyWriter::WriteOneColumn(const SectionPlan& section, std::size_t index,
+                                const BlockLists& notes, const SectionEnd& end, bool is_last) {
+  const SectionPart& part = section.parts[index];
+  const OfficePage& page = story_.context.document.pages[part.page];
+  BlockLists lists;
+  for (std::size_t i = part.first_band; i < part.first_band + part.band_count; ++i) {
+    for (const Column& column : page.layout.bands[i].columns) {
+      lists.push_back(&column.blocks);
+    }
+  }
+  lists.insert(lists.end(), notes.begin(), notes.end());
+  FlowWriter flow(story_, page, {section.left, section.right, cursor_});
+  flow.Begin(StartOf(section, index));
+  WriteFlow(flow, lists, end, is_last);
+  cursor_ = flow.cursor();
+}
+
+void BodyWriter::WriteColumnsOf(const SectionPlan& section, std::size_t index,
+                                const BlockLists& notes, const SectionEnd& end, bool is_last) {
+  const SectionPart& part = section.parts[index];
+  const OfficePage& page = story_.context.document.pages[part.page];
   const std::vector<Column>& columns = page.layout.bands[part.first_band].columns;
   double lowest = cursor_;
   for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -192,7 +203,7 @@ void BodyWriter::WritePart(const SectionPlan& section, std::size_t index, const 
     const ColumnPlace place = PlaceOf(section, columns[i]);
     FlowWriter flow(story_, page, {place.left, place.right, cursor_});
     flow.Begin(i == 0 ? StartOf(section, index) : FlowStart{.begins_column = true});
-    std::vector<const std::vector<Block>*> lists = {&columns[i].blocks};
+    BlockLists lists = {&columns[i].blocks};
     if (is_last_column) {
       lists.insert(lists.end(), notes.begin(), notes.end());
     }
@@ -202,8 +213,8 @@ void BodyWriter::WritePart(const SectionPlan& section, std::size_t index, const 
   cursor_ = lowest;
 }
 
-void BodyWriter::WriteFlow(FlowWriter& flow, const std::vector<const std::vector<Block>*>& lists,
-                           const SectionEnd& end, bool is_last) {
+void BodyWriter::WriteFlow(FlowWriter& flow, const BlockLists& lists, const SectionEnd& end,
+                           bool is_last) {
   std::size_t last = lists.size();
   while (last > 0 && lists[last - 1]->empty()) {
     --last;

@@ -22,11 +22,15 @@ class BodyWriter {
 
  private:
   using SectionEnd = std::function<void()>;
+  using BlockLists = std::vector<const std::vector<Block>*>;  // one after the other
 
   void WriteSection(const SectionPlan& section, const SectionEnd& end, bool is_last);
   void WritePart(const SectionPlan& section, std::size_t part, const SectionEnd& end, bool is_last);
-  void WriteFlow(FlowWriter& flow, const std::vector<const std::vector<Block>*>& lists,
-                 const SectionEnd& end, bool is_last);
+  void WriteOneColumn(const SectionPlan& section, std::size_t part, const BlockLists& notes,
+                      const SectionEnd& end, bool is_last);
+  void WriteColumnsOf(const SectionPlan& section, std::size_t part, const BlockLists& notes,
+                      const SectionEnd& end, bool is_last);
+  void WriteFlow(FlowWriter& flow, const BlockLists& lists, const SectionEnd& end, bool is_last);
   FlowStart StartOf(const SectionPlan& section, std::size_t part);
 
   Story& story_;
