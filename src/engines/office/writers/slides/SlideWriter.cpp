@@ -9,6 +9,7 @@
 #include "engines/office/writers/slides/SlideMaster.h"
 #include "engines/office/writers/slides/SlideShapes.h"
 #include "engines/office/writers/text/DrawnShapes.h"
+#include "engines/office/writers/text/NoteText.h"
 #include "engines/office/writers/text/Units.h"
 
 namespace TarnixTools::engines::office {
@@ -43,7 +44,7 @@ class OneSlide {
       }
     }
     for (const Note& note : page.notes) {
-      WriteText(note.blocks, 0, page.width);
+      WriteText(WithMark(note, page, slide_.context.measure, {}), 0, page.width);
     }
     WriteText(page.footer, 0, page.width);
     for (const Floating& floating : page.floats) {

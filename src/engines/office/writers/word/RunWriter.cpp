@@ -200,7 +200,27 @@ void RunWriter::WritePageField(const Run& run, const Part& part, bool is_link) {
   }
 }
 
+// The mark that a note itself begins with.
+void RunWriter::WriteOwnMark(const Run& run, const Part& part) {
+  TextLook look = page_.layout.looks[run.look];
+  look.raise = Raise::kSuperscript;
+  story_.xml.Open("w:r");
+  story_.xml.Open("w:rPr");
+  WriteLook(story_.xml, look);
+  story_.xml.Close();
+  if (part.number == kCountedMark) {
+    story_.xml.Leaf("w:footnoteRef");
+  } else {
+    story_.xml.Element("w:t", part.text, {{"xml:space", "preserve"}});
+  }
+  story_.xml.Close();
+}
+
 void RunWriter::WriteNoteMark(const Run& run, const Part& part) {
+  if (part.number == kCountedMark || part.number == kShownMark) {
+    WriteOwnMark(run, part);
+    return;
+  }
   if (part.number >= page_.layout.notes.size() || !story_.may_have_notes) {
     OpenRun(run, false);
     story_.xml.Element("w:t", part.text, {{"xml:space", "preserve"}});

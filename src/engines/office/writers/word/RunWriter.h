@@ -56,6 +56,7 @@ class RunWriter {
   void OpenRun(const Run& run, bool is_link);
   void WritePart(const Run& run, const Part& part, bool is_link);
   void WritePageField(const Run& run, const Part& part, bool is_link);
+  void WriteOwnMark(const Run& run, const Part& part);
   void WriteNoteMark(const Run& run, const Part& part);
 
   Story& story_;

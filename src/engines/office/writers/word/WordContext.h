@@ -21,6 +21,11 @@ struct UsedNote {
   bool is_counted = false;  // its mark is its number
 };
 
+// Instead of the number of a note, in the piece that a note begins with: its own mark, which is
+// counted, or shown as it is.
+inline constexpr std::uint32_t kCountedMark = 0xFFFFFFFE;
+inline constexpr std::uint32_t kShownMark = 0xFFFFFFFF;
+
 struct WordContext {
   const OfficeDocument& document;
   PictureSource& pictures;

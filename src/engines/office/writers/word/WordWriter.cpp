@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 
+#include "engines/office/writers/text/NoteText.h"
 #include "engines/office/writers/word/BodyWriter.h"
 #include "engines/office/writers/word/StyleSheet.h"
 #include "engines/office/writers/word/WordNames.h"
@@ -78,24 +79,11 @@ void WriteSeparator(XmlWriter& xml, int id, std::string_view type, std::string_v
   }
 }
 
-void WriteNoteLabel(Story& story, const UsedNote& used) {
-  XmlWriter& xml = story.xml;
-  xml.Open("w:r");
-  xml.Open("w:rPr");
-  xml.Leaf("w:vertAlign", {{"w:val", "superscript"}});
-  xml.Close();
-  if (used.is_counted) {
-    xml.Leaf("w:footnoteRef");
-  } else {
-    xml.Element("w:t", used.note->label, {{"xml:space", "preserve"}});
-  }
-  xml.Element("w:t", " ", {{"xml:space", "preserve"}});
-  xml.Close();
-}
-
 void WriteNote(Story& story, const UsedNote& used, std::size_t id) {
   story.xml.Open("w:footnote", {{"w:id", id}});
-  const std::vector<Block>& blocks = used.note->blocks;
+  const std::vector<Block> blocks =
+      WithMark(*used.note, used.page->layout, story.context.measure,
+               {PieceKind::kNoteMark, used.is_counted ? kCountedMark : kShownMark});
   double left = blocks.empty() ? 0 : used.page->layout.width;
   for (const Block& block : blocks) {
     left = std::min(
@@ -103,7 +91,6 @@ void WriteNote(Story& story, const UsedNote& used, std::size_t id) {
   }
   const double top = blocks.empty() ? 0 : TopOf(blocks.front(), used.page->layout);
   FlowWriter flow(story, *used.page, {left, used.page->layout.width - left, top, 1});
-  flow.Begin({.write_anchored = [&] { WriteNoteLabel(story, used); }});
   flow.Write(blocks);
   if (!flow.ends_with_paragraph()) {
     flow.SkipTo(flow.cursor());
