@@ -15,6 +15,8 @@ namespace {
 
 constexpr double kLeastPitch = 0.95;
 constexpr double kLeastFirstPitch = 1.1;  // at the top of a cell, where nothing is pushed down
+constexpr double kTightPitch = 0.8;       // of a line in a cell that is no higher
+constexpr double kCellEdge = 1;           // points of a cell's height that borders take
 constexpr double kSmallestGap = 0.5;      // points; a smaller one is none
 constexpr double kBelowPicture = 0.25;    // points that a line has below a picture in it
 constexpr std::size_t kLooked = 200;      // blocks before and behind one that may overlap it
@@ -117,7 +119,20 @@ double FlowWriter::PitchFor(const Paragraph& paragraph) const {
   const double room = (FirstBaseline(paragraph) - cursor_) / kAboveBaseline;
   const bool is_top = room_.depth > 0 && cursor_ <= room_.top;
   const double least = (is_top ? kLeastFirstPitch : kLeastPitch) * size;
-  return OfTwips(std::clamp(room, least, kUsualPitch * size));
+  const double wanted = std::clamp(room, least, kUsualPitch * size);
+  return OfTwips(room_.bottom > 0
+                     ? std::clamp(room_.bottom - kCellEdge - cursor_, kTightPitch * size, wanted)
+                     : wanted);
+}
+
+// A cell grows with what does not fit, and pushes down all that is below it: its text rather stands
+// a little higher.
+void FlowWriter::KeepInCell(ParagraphPlace& place, std::size_t lines) const {
+  if (room_.bottom > 0) {
+    const double free =
+        room_.bottom - kCellEdge - cursor_ - place.pitch * static_cast<double>(lines);
+    place.before = OfTwips(std::clamp(place.before, 0.0, std::max(free, 0.0)));
+  }
 }
 
 void FlowWriter::WriteText(const Paragraph& paragraph, double next_top,
@@ -126,8 +141,9 @@ void FlowWriter::WriteText(const Paragraph& paragraph, double next_top,
   ParagraphPlace place = PlaceFor(FirstBaseline(paragraph) - kAboveBaseline * pitch);
   place.pitch = pitch;
   place.write_section = section;
-  cursor_ +=
-      place.before + pitch * static_cast<double>(std::max<std::size_t>(paragraph.lines.size(), 1));
+  const std::size_t lines = std::max<std::size_t>(paragraph.lines.size(), 1);
+  KeepInCell(place, lines);
+  cursor_ += place.before + pitch * static_cast<double>(lines);
   if (next_top > cursor_) {
     place.after = OfTwips(next_top - cursor_);
     cursor_ += place.after;

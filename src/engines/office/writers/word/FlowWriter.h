@@ -20,7 +20,8 @@ struct FlowRoom {
   double left = 0;
   double right = 0;
   double top = 0;
-  int depth = 0;  // of tables and boxes around it
+  int depth = 0;      // of tables and boxes around it
+  double bottom = 0;  // of a cell, which grows with what does not fit; 0 for none
 };
 
 // What comes with the first paragraph.
@@ -64,6 +65,7 @@ class FlowWriter {
   // False where it is not written in the flow.
   bool WriteImage(const Block& block, const std::function<void()>& section);
   ParagraphPlace PlaceFor(double top);
+  void KeepInCell(ParagraphPlace& place, std::size_t lines) const;
   double PitchFor(const Paragraph& paragraph) const;
 
   Story& story_;

@@ -18,7 +18,8 @@ constexpr double kSamePage = 1;     // points by which its pages may
 constexpr double kLinesBelow = 24;  // points below the text that stay free for editing
 constexpr double kUsualMargin = 72;
 constexpr double kBesideNotes = 4;
-constexpr double kBelowLine = 3;  // points that the last line of a page needs below its box
+constexpr double kBelowLine = 3;       // points that the last line of a page needs below its box
+constexpr double kTouching = 3;        // points by which text may reach into a header or footer
 constexpr double kTypicalShare = 0.1;  // of blocks that may begin outside of the margins
 
 std::vector<ColumnPlace> ColumnsOf(const Band& band) {
@@ -139,7 +140,26 @@ class Planner {
                           std::abs(section.height - other.height) < kSamePage &&
                           section.is_right_to_left == other.is_right_to_left &&
                           IsSame(section.columns, other.columns);
-    return is_alike && TakeMargins(section, part.page, is_even);
+    return is_alike && IsClearOfMargins(section, part.page) &&
+           TakeMargins(section, part.page, is_even);
+  }
+
+  // Whether what the pages show between their headers and footers is clear of those of the others:
+  // all pages of a section leave them the same room.
+  bool IsClearOfMargins(const SectionPlan& section, std::size_t page) const {
+    double top = ContentTop(document_.pages[page].layout);
+    double bottom = ContentBottom(document_.pages[page].layout);
+    double header = BottomOf(document_.pages[page].layout.header);
+    double footer = FooterTop(document_.pages[page].layout);
+    // The pages before the last one have been held against each other.
+    for (const std::size_t other : {section.parts.front().page, section.parts.back().page}) {
+      const PageLayout& layout = document_.pages[other].layout;
+      top = std::min(top, ContentTop(layout));
+      bottom = std::max(bottom, ContentBottom(layout));
+      header = std::max(header, BottomOf(layout.header));
+      footer = std::min(footer, FooterTop(layout));
+    }
+    return bottom <= footer + kTouching && top >= header - kTouching;
   }
 
   // Whether the header and the footer of the page are those of the section, or can be.

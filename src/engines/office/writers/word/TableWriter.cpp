@@ -44,7 +44,9 @@ class Writer {
   }
 
   double Height(std::size_t row) const {
-    return std::max(table_.rows[row + 1] - table_.rows[row], kSmallestRow);
+    const std::int64_t twips = Twips(table_.rows[row + 1] - table_.rows.front()) -
+                               Twips(table_.rows[row] - table_.rows.front());
+    return std::max(static_cast<double>(twips) / 20, kSmallestRow);
   }
 
   // The upper border of the first row is outside of its height.
@@ -107,8 +109,9 @@ class Writer {
       WriteBorders(*cell, row);
     }
     xml_.Close();
-    const FlowRoom room{table_.columns[column], table_.columns[column + span], top,
-                        room_.depth + 1};
+    const double height = table_.rows[row + grid_.HeightAt(row, column)] - table_.rows[row];
+    const FlowRoom room{table_.columns[column], table_.columns[column + span], top, room_.depth + 1,
+                        top + height};
     FlowWriter flow(story_, page_, room);
     const bool has_content = cell != nullptr && is_first && room.depth <= kDeepest;
     if (has_content) {
