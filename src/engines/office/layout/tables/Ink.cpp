@@ -12,6 +12,7 @@ constexpr double kWordGap = 0.6;        // of the font's size: wider ones part c
 constexpr double kSpacedWordGap = 1.0;  // where spaces are wide themselves
 constexpr double kNumberGap = 0.18;     // between two numbers
 constexpr double kGroupGap = 0.36;      // between groups of three digits, at most
+constexpr double kMarkGap = 0.8;        // from a number to the mark of a note
 constexpr double kSignGap = 8;          // from the sign of a currency to its number
 constexpr double kBaselineSlack = 0.3;
 
@@ -58,11 +59,23 @@ bool IsLabel(std::u32string_view text) {
          (IsDigit(text[0]) || text.size() <= 3 || text[0] == U'(');
 }
 
+// "(1)", "(a)", "**"
+bool IsMark(std::u32string_view text) {
+  const bool is_bracketed = text.size() == 3 && text.front() == U'(' && text.back() == U')';
+  return is_bracketed || (!text.empty() && text.size() <= 3 &&
+                          std::all_of(text.begin(), text.end(), [](char32_t c) {
+                            return c == U'*' || c == U'†' || c == U'‡';
+                          }));
+}
+
 bool AreOneChunk(const Ink& a, const Ink& b) {
   const double size = std::max(a.size, b.size);
   const double gap = b.left - a.right;
   if (a.is_sign && b.kind != InkKind::kText) {
     return gap <= kSignGap * size;
+  }
+  if (a.kind == InkKind::kNumber && !a.is_mark && b.is_mark) {
+    return gap <= kMarkGap * size;
   }
   if (a.IsNumeric() && b.IsNumeric() && gap > kNumberGap * size) {
     return a.is_lead && b.is_group && gap <= kGroupGap * size;
@@ -124,6 +137,7 @@ void Classify(std::u32string_view text, Ink& ink) {
   ink.kind = KindOfWord(text);
   ink.is_leader = IsLeader(text);
   ink.is_label = IsLabel(text);
+  ink.is_mark = IsMark(text);
   const bool is_digits = std::all_of(text.begin(), text.end(), IsDigit);
   ink.is_sign = text == U"$" || text == U"€" || text == U"£" || text == U"¥";
   if (is_digits && !text.empty() && text.size() <= 4) {

@@ -66,6 +66,16 @@ TEST(OpenTables, KeepGroupsOfDigitsTogether) {
                                                     "Kind|1 649 692|5", "Kind|13 560|5")));
 }
 
+TEST(OpenTables, KeepMarksOfNotesWithTheirNumbers) {
+  TableScene scene;
+  for (int i = 0; i < 4; ++i) {
+    const double y = 100 + 14 * i;
+    scene.Text(100, y, "Kind").Text(200, y, i < 2 ? "107 (2)" : "103").Text(300, y, "12");
+  }
+  EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("Kind|107 (2)|12", "Kind|107 (2)|12",
+                                                    "Kind|103|12", "Kind|103|12")));
+}
+
 TEST(OpenTables, PartNumbersThatStandClose) {
   TableScene scene;
   for (int i = 0; i < 4; ++i) {
