@@ -237,7 +237,10 @@ bool IsKept(const Reading& reading, double value) {
 }
 
 std::optional<CellValue> ValueOf(const Parts& parts, const Reading& reading) {
-  if (reading.whole.size() + reading.decimals.size() > kSureDigits ||
+  // "(1)" may be the mark of a note, or the number of a column.
+  const bool is_mark = parts.is_bracketed && reading.whole.size() + reading.decimals.size() == 1 &&
+                       parts.prefix.empty() && !parts.is_percent;
+  if (is_mark || reading.whole.size() + reading.decimals.size() > kSureDigits ||
       (reading.whole.size() > 1 && reading.whole[0] == '0')) {
     return std::nullopt;
   }
