@@ -92,6 +92,18 @@ bool IsParted(const Ink& a, const Ink& b, std::span<const Rule> vertical) {
   });
 }
 
+// A sign of percent or of a currency alone is no number, as over a column of them.
+bool IsNumeric(const InkRow& row, const Chunk& chunk) {
+  bool has_number = false;
+  for (std::size_t i = chunk.first; i <= chunk.last; ++i) {
+    if (!row.inks[i].IsNumeric()) {
+      return false;
+    }
+    has_number = has_number || !row.inks[i].is_unit;
+  }
+  return has_number;
+}
+
 void FindChunks(std::span<const Rule> vertical, InkRow& row) {
   for (std::size_t i = 0; i < row.inks.size(); ++i) {
     const Ink& ink = row.inks[i];
@@ -99,10 +111,12 @@ void FindChunks(std::span<const Rule> vertical, InkRow& row) {
       Chunk& chunk = row.chunks.back();
       chunk.last = i;
       chunk.right = std::max(chunk.right, ink.right);
-      chunk.is_numeric = chunk.is_numeric && ink.IsNumeric();
     } else {
-      row.chunks.push_back({i, i, ink.left, ink.right, ink.IsNumeric()});
+      row.chunks.push_back({i, i, ink.left, ink.right, false});
     }
+  }
+  for (Chunk& chunk : row.chunks) {
+    chunk.is_numeric = IsNumeric(row, chunk);
   }
 }
 
@@ -146,6 +160,7 @@ void Classify(std::u32string_view text, Ink& ink) {
       ink.number = 10 * ink.number + static_cast<std::int32_t>(digit - U'0');
     }
   }
+  ink.is_unit = ink.is_sign || text == U"%";
   ink.is_lead = is_digits && !text.empty() && text.size() <= 3;
   const auto end = std::find_if(text.begin(), text.end(), [](char32_t c) { return !IsDigit(c); });
   ink.is_group = end - text.begin() == 3;

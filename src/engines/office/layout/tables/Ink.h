@@ -33,8 +33,9 @@ struct Ink {
   bool is_group = false;      // three digits, which may go on a number
   bool is_lead = false;       // one to three digits, which such a group may go on
   bool is_sign = false;       // of a currency, by itself
+  bool is_unit = false;       // a currency's or that of percent, by itself
   bool starts_small = false;  // with a small letter or a bracket
-  bool is_mark = false;         // of a note: a digit or a letter in brackets, asterisks
+  bool is_mark = false;       // of a note: a digit or a letter in brackets, asterisks
   bool is_label = false;      // of an item of a list: "1.", "(a)", a bullet
   bool is_leader = false;     // dots that lead to the next column
   std::int32_t number = -1;   // of a few digits and nothing else
