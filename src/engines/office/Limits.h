@@ -34,10 +34,13 @@ inline constexpr std::size_t kMaxBoxComparisons = 20'000'000;
 // Columns within columns.
 inline constexpr std::size_t kMaxColumnDepth = 6;
 // Lines of one page that may belong to tables; more are not looked at.
-inline constexpr std::size_t kMaxRulesOfPage = 6'000;
-// Columns and rows of one table.
+inline constexpr std::size_t kMaxRulesOfPage = 3'000;
+// Words of one page among which tables are looked for.
+inline constexpr std::size_t kMaxWordsOfTables = 50'000;
+// Columns, rows and places of one table.
 inline constexpr std::size_t kMaxTableColumns = 200;
 inline constexpr std::size_t kMaxTableRows = 2'000;
+inline constexpr std::size_t kMaxTablePlaces = 20'000;
 // Rows of a sheet, which programs for workbooks allow (ECMA-376, part 1, 18.3.1.73).
 inline constexpr std::size_t kMaxSheetRows = 1'048'576;
 // Sheets of a workbook; further tables stand below each other on the last one.

@@ -232,7 +232,8 @@ std::optional<TableShape> Builder::Build() {
   FindColumns();
   SplitChunks();
   FindRows();
-  if (columns_.size() > limits::kMaxTableColumns || rows_.size() > limits::kMaxTableRows) {
+  if (columns_.size() > limits::kMaxTableColumns || rows_.size() > limits::kMaxTableRows ||
+      columns_.size() * rows_.size() > limits::kMaxTablePlaces) {
     return std::nullopt;
   }
   CellGrid grid(columns_, rows_);
