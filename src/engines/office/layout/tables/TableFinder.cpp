@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "engines/office/Limits.h"
 #include "engines/office/layout/tables/CellLooks.h"
 #include "engines/office/layout/tables/TableArea.h"
 #include "engines/office/layout/tables/TableBuilder.h"
@@ -15,7 +16,8 @@ namespace {
 
 constexpr double kMargin = 2;  // points that words may stand out of an area
 
-constexpr double kPathMargin = 8;  // that rules may
+constexpr double kPartHeight = 1.15;  // of a part, the whole has at least
+constexpr double kPathMargin = 8;     // that rules may
 
 // Words that are rules made of characters.
 bool IsDrawnRule(std::u32string_view text) {
@@ -166,6 +168,17 @@ void Finder::Try(std::vector<TableArea> areas) {
   }
 }
 
+// Whether the filled boxes are but a part of what rules bound above and below, as stripes behind the
+// body of a table are.
+bool IsPartOfAny(const TableArea& fills, const std::vector<TableArea>& stripes) {
+  return std::any_of(stripes.begin(), stripes.end(), [&fills](const TableArea& area) {
+    const pdf::Box& box = area.box;
+    return fills.box.left >= box.left - kPathMargin && fills.box.right <= box.right + kPathMargin &&
+           fills.box.bottom >= box.bottom - kPathMargin && fills.box.top <= box.top + kPathMargin &&
+           box.height() > kPartHeight * fills.box.height();
+  });
+}
+
 // Tables whose cells are filled boxes.
 void Finder::TryFills() {
   std::vector<pdf::Box> areas;
@@ -174,10 +187,16 @@ void Finder::TryFills() {
   }
   Rules rules = rules_;
   AddFillEdges(areas, rules);
-  Try(FindGrids(rules));
+  std::vector<TableArea> grids = FindGrids(rules);
+  const std::vector<TableArea> stripes = FindStripes(rules_, inks_);
+  std::erase_if(grids, [&stripes](const TableArea& area) { return IsPartOfAny(area, stripes); });
+  Try(std::move(grids));
 }
 
 std::vector<FoundTable> Finder::Find() {
+  if (inks_.size() > limits::kMaxWordsOfTables) {
+    return {};
+  }
   Try(FindGrids(rules_));
   TryFills();
   Try(FindStripes(rules_, inks_));
