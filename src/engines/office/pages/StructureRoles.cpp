@@ -173,6 +173,7 @@ std::vector<StructureRole> StructureRoles::OfPage(std::uint32_t page_index) cons
     for (std::uint32_t at = item->element; at != 0; at = elements_[at].parent) {
       const Element& element = elements_[at];
       role.path.push_back(texts_[element.type]);
+      role.table = role.table == 0 && texts_[element.type] == "Table" ? at : role.table;
       role.description =
           role.description.empty() ? texts_[element.alternate] : std::move(role.description);
       role.language = role.language.empty() ? texts_[element.language] : std::move(role.language);
