@@ -259,4 +259,23 @@ std::vector<TableArea> FindTextAreas(const Rules& rules, std::span<const Ink> in
   return TextAreaFinder(rules, inks).Find();
 }
 
+TableArea AreaAround(std::span<const Ink> inks, const Rules& rules) {
+  TableArea area;
+  area.kind = AreaKind::kStripes;
+  area.box = {1e9, 1e9, -1e9, -1e9};
+  for (const Ink& ink : inks) {
+    area.box = {std::min(area.box.left, ink.left - 1), std::min(area.box.bottom, ink.upper - 1),
+                std::max(area.box.right, ink.right + 1), std::max(area.box.top, ink.lower + 1)};
+  }
+  for (const Rule& rule : rules.horizontal) {
+    if (rule.at > area.box.bottom && rule.at < area.box.top && rule.to > area.box.left &&
+        rule.from < area.box.right) {
+      area.horizontal.push_back(rule);
+      area.rows.push_back(rule.at);
+    }
+  }
+  area.rows = Snap(std::move(area.rows));
+  return area;
+}
+
 }  // namespace TarnixTools::engines::office

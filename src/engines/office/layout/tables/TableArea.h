@@ -36,6 +36,9 @@ std::vector<TableArea> FindStripes(const Rules& rules, std::span<const Ink> inks
 // What stands in columns without rules.
 std::vector<TableArea> FindTextAreas(const Rules& rules, std::span<const Ink> inks);
 
+// What is known to be a table, with the rules that are in it.
+TableArea AreaAround(std::span<const Ink> inks, const Rules& rules);
+
 // Places between which those that were given are near enough to be one; sorted.
 std::vector<double> Snap(std::vector<double> places);
 

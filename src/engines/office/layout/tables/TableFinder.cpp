@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <utility>
 
 #include "engines/office/Limits.h"
@@ -48,8 +49,10 @@ class Finder {
  private:
   void Read(const TurnedText& text);
   const Typeface* FaceOf(const Word& word) const;
+  std::uint32_t TableOf(const Word& word) const;
   void Try(std::vector<TableArea> areas);
   void TryFills();
+  void TryTagged();
   void AddPaths(FoundTable& table) const;
   void Keep(const TableArea& area, TableShape shape);
 
@@ -70,6 +73,13 @@ const Typeface* Finder::FaceOf(const Word& word) const {
   return page_->styles[glyph.style].face.get();
 }
 
+// The table that tags say it is in; 0 for none.
+std::uint32_t Finder::TableOf(const Word& word) const {
+  const std::int32_t mark = word.glyphs.empty() ? -1 : page_->glyphs[word.glyphs[0].glyph].mark;
+  const bool is_known = mark >= 0 && static_cast<std::size_t>(mark) < page_->roles.size();
+  return is_known ? page_->roles[static_cast<std::size_t>(mark)].table : 0;
+}
+
 void Finder::Read(const TurnedText& text) {
   std::uint32_t number = 0;
   for (const WordLine& line : text.lines) {
@@ -83,6 +93,7 @@ void Finder::Read(const TurnedText& text) {
               .size = word.size,
               .is_bold = face != nullptr && face->is_bold,
               .is_spaced = face != nullptr && face->is_fixed_pitch,
+              .table = TableOf(word),
               .word = number++};
       if (IsDrawnRule(word.text)) {
         const double y = (ink.upper + ink.lower) / 2;
@@ -193,14 +204,36 @@ void Finder::TryFills() {
   Try(std::move(grids));
 }
 
+// Tables that tags tell of and no rules show.
+void Finder::TryTagged() {
+  std::map<std::uint32_t, std::vector<Ink>> tagged;
+  for (const Ink& ink : inks_) {
+    if (ink.table != 0) {
+      tagged[ink.table].push_back(ink);
+    }
+  }
+  for (const auto& [table, inks] : tagged) {
+    const TableArea area = AreaAround(inks, rules_);
+    std::optional<TableShape> shape = BuildTable(area, inks);
+    if (shape && IsTable(*shape, area.kind, leaders_)) {
+      Keep(area, std::move(*shape));
+    }
+  }
+}
+
 std::vector<FoundTable> Finder::Find() {
   if (inks_.size() > limits::kMaxWordsOfTables) {
     return {};
   }
   Try(FindGrids(rules_));
   TryFills();
+  const bool is_tagged =
+      std::any_of(inks_.begin(), inks_.end(), [](const Ink& ink) { return ink.table != 0; });
+  TryTagged();
   Try(FindStripes(rules_, inks_));
-  Try(FindTextAreas(rules_, inks_));
+  if (!is_tagged) {
+    Try(FindTextAreas(rules_, inks_));
+  }
   std::stable_sort(tables_.begin(), tables_.end(), [](const FoundTable& a, const FoundTable& b) {
     return a.box.bottom < b.box.bottom;
   });

@@ -137,6 +137,15 @@ TEST(OpenTables, AreNotFormsOfLabelsAndAnswers) {
   EXPECT_THAT(scene.Find(), IsEmpty());
 }
 
+TEST(OpenTables, AreWhatTagsTellOf) {
+  TableScene scene;
+  scene.Tagged(100, 100, "Date:", 7).Tagged(200, 100, "Friday, March 13", 7);
+  scene.Tagged(100, 114, "Location:", 7).Tagged(200, 114, "Newark", 7);
+  scene.Text(100, 150, "One").Text(200, 150, "12").Text(100, 164, "Two").Text(200, 164, "15");
+  scene.Text(100, 178, "Three").Text(200, 178, "11");
+  EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("Date:|Friday, March 13", "Location:|Newark")));
+}
+
 TEST(OpenTables, TakeEachWordOnce) {
   TableScene scene;
   scene.Line(100, 90, 400, 90).Line(100, 106, 400, 106).Line(100, 140, 400, 140);

@@ -37,6 +37,17 @@ class TableScene {
 
   TableScene& Bold(double x, double y, std::string_view text) { return Add(x, y, text, 1); }
 
+  // In a table that tags tell of.
+  TableScene& Tagged(double x, double y, std::string_view text, std::uint32_t table) {
+    page_.roles.emplace_back().table = table;
+    const std::size_t first = page_.glyphs.size();
+    Text(x, y, text);
+    for (std::size_t i = first; i < page_.glyphs.size(); ++i) {
+      page_.glyphs[i].mark = static_cast<std::int32_t>(page_.roles.size() - 1);
+    }
+    return *this;
+  }
+
   // Ends at that place.
   TableScene& RightText(double x, double y, std::string_view text) {
     return Text(x - WidthOf(text), y, text);
