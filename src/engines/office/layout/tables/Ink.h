@@ -39,7 +39,7 @@ struct Ink {
   bool is_label = false;      // of an item of a list: "1.", "(a)", a bullet
   bool is_leader = false;     // dots that lead to the next column
   std::int32_t number = -1;   // of a few digits and nothing else
-  std::uint32_t table = 0;      // that tags say it is in (StructureRole::table)
+  std::uint32_t table = 0;    // that tags say it is in (StructureRole::table)
   std::uint32_t word = 0;     // which it is, for the caller
   std::uint32_t row = 0;      // of RowsOf, which sets it
 

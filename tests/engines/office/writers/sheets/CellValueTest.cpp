@@ -59,12 +59,12 @@ TEST(CellValue, ReadsNumbersWithTheirFormat) {
 }
 
 TEST(CellValue, LeavesTextWhereADigitMightChange) {
-  for (const std::string_view text : {"",          "-",        "n.a.",     "abc",
-                                      "12a",       "1996/97",  "007",      "1234567890123456",
-                                      "1,23,456",  "12,34,5",  "555-1234", "1 - 2",
-                                      "1.2.3",     "$",        "%",        "()",
-                                      "-0",        "1,",       "$-5",      "12:30",
-                                      "3 4",       "1234 567", "00.5",     "1e5",
+  for (const std::string_view text : {"",           "-",        "n.a.",     "abc",
+                                      "12a",        "1996/97",  "007",      "1234567890123456",
+                                      "1,23,456",   "12,34,5",  "555-1234", "1 - 2",
+                                      "1.2.3",      "$",        "%",        "()",
+                                      "-0",         "1,",       "$-5",      "12:30",
+                                      "3 4",        "1234 567", "00.5",     "1e5",
                                       "10,000 (1)", "(1)"}) {
     EXPECT_FALSE(ReadEnglish(text).has_value()) << text;
   }
