@@ -50,7 +50,7 @@ TEST_F(DocumentAnalysis, MovesHeadersAndPageNumbersOutOfTheFlow) {
 TEST_F(DocumentAnalysis, LeavesNumbersThatDoNotCount) {
   for (const char32_t digit : {U'7', U'2'}) {
     MadePage page;
-    page.Text(72, 300, kFull).Text(300, 780, std::u32string(1, digit));
+    page.Text(72, 300, kFull).Text(300, 700, std::u32string(1, digit));
     Add(page);
   }
   AnalyzeDocument(document_);
@@ -65,6 +65,18 @@ TEST_F(DocumentAnalysis, FindsAPageNumberFarFromTheEdge) {
   }
   AnalyzeDocument(document_);
   EXPECT_THAT(document_.pages[0].layout.footer, SizeIs(1));
+}
+
+TEST_F(DocumentAnalysis, TakesALineApartAtTheFootOfOnePageAsFooter) {
+  MadePage page;
+  page.Text(72, 700, kFull).Text(300, 770, U"6");
+  Add(page);
+  MadePage full;
+  full.Text(72, 758, kFull).Text(72, 770, U"its end");
+  Add(full);
+  AnalyzeDocument(document_);
+  EXPECT_THAT(document_.pages[0].layout.footer, SizeIs(1));
+  EXPECT_THAT(document_.pages[1].layout.footer, SizeIs(0));
 }
 
 TEST_F(DocumentAnalysis, LeavesRepeatedTextBehindOtherText) {

@@ -15,8 +15,10 @@ namespace TarnixTools::engines::office {
 namespace {
 
 constexpr double kMargin = 0.2;  // of the page's height, that headers and footers may reach into
-constexpr double kSureMargin = 0.14;        // where what is beside text of the page is still one
-constexpr double kSamePlace = 4;            // points
+constexpr double kSureMargin = 0.14;  // where what is beside text of the page is still one
+constexpr double kLastStrip = 0.92;   // of the page's height, below which a line apart is a footer
+constexpr double kApart = 12;         // points above such a line
+constexpr double kSamePlace = 4;      // points
 constexpr std::size_t kMostBlocks = 5;      // of a header or a footer
 constexpr std::size_t kMostPagesApart = 2;  // left and right pages have headers of their own
 constexpr std::size_t kMostDigits = 5;
@@ -201,6 +203,22 @@ void TakeOut(std::vector<PageEdge>& edges, std::size_t index, double height,
   }
 }
 
+// A line at the foot of a page is a footer even when no other page has it: a page of its own number.
+void MarkLastLine(PageEdge& edge, double height) {
+  if (edge.blocks.empty()) {
+    return;
+  }
+  Candidate& last = edge.blocks.front();
+  const auto* paragraph = std::get_if<Paragraph>(&last.block->content);
+  const bool is_line = paragraph != nullptr && paragraph->lines.size() == 1;
+  const bool is_apart =
+      std::all_of(edge.blocks.begin() + 1, edge.blocks.end(), [&last](const Candidate& other) {
+        return LowerEdge(other.box) + kApart <= UpperEdge(last.box);
+      });
+  last.is_repeated =
+      last.is_repeated || (is_line && is_apart && UpperEdge(last.box) >= kLastStrip * height);
+}
+
 bool IsSwept(const Block& block) {
   const auto* drawing = std::get_if<Drawing>(&block.content);
   return drawing != nullptr && drawing->paths.empty();
@@ -251,6 +269,9 @@ void FindHeadersAndFooters(OfficeDocument& document) {
     MarkRepeated(edges);
     for (std::size_t i = 0; i < edges.size(); ++i) {
       PageLayout& page = document.pages[i].layout;
+      if (!is_top) {
+        MarkLastLine(edges[i], page.height);
+      }
       TakeOut(edges, i, page.height, is_top ? page.header : page.footer);
     }
   }
