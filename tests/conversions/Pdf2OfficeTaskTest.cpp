@@ -1,0 +1,187 @@
+#include <algorithm>
+#include <filesystem>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+#include "Pdf2OfficeTask.h"
+#include "support/DocumentTest.h"
+#include "support/TestPdf.h"
+
+namespace TarnixTools {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::Failure;
+using testing::FailureOf;
+using testing::TestPdf;
+
+// An image that covers the page, and no text.
+constexpr const char* kScan = "q 612 0 0 792 0 0 cm BI /W 1 /H 1 /CS /G /BPC 8 /F /AHx ID 80> EI Q";
+
+class Pdf2OfficeTaskTest : public testing::DocumentTest {
+ protected:
+  // Pages of text, those with these numbers scanned.
+  PdfDoc MixedDocument(int page_count, const std::vector<int>& scanned) const {
+    TestPdf pdf;
+    for (int number = 1; number <= page_count; ++number) {
+      pdf.Page(std::string(80, 'a'));
+      if (std::find(scanned.begin(), scanned.end(), number) != scanned.end()) {
+        pdf.Content(kScan);
+      }
+    }
+    return {pdf.Write(Path("mixed.pdf")), "", true};
+  }
+
+  bool IsThere(const std::string& name) const { return std::filesystem::exists(Path(name)); }
+
+  // Whether the file is a package with this part.
+  bool HasPart(const std::string& name, const std::string& part) const {
+    return testing::ReadBytes(Path(name)).find(part) != std::string::npos;
+  }
+};
+
+TEST_F(Pdf2OfficeTaskTest, HasDefaults) {
+  Pdf2OfficeTask task;
+  EXPECT_EQ(task.GetConversionType(), Pdf2OfficeDocx);
+  EXPECT_EQ(task.GetOutName(), "out_file");
+  EXPECT_EQ(task.GetTimeout(), 60);
+  EXPECT_TRUE(task.GetScannedPages().empty());
+  task.SetOutName("");
+  EXPECT_EQ(task.GetOutName(), "");
+}
+
+TEST_F(Pdf2OfficeTaskTest, NeedsOneDocument) {
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 1), "", true));
+  task.AddPdfDoc(Doc("a.pdf"));
+  EXPECT_EQ(
+      FailureOf([&] { task.Execute(); }),
+      Failure(PdfExceptionCode::InvalidParameter, "Invalid number of PDF docs [2] (1 expected)"));
+  task.ClearPdfDocs();
+  std::vector<int> scanned = {7};
+  EXPECT_EQ(FailureOf([&] { task.CheckScan(scanned); }),
+            Failure(PdfExceptionCode::InvalidParameter,
+                    "Invalid number of PDF docs to check scan [0] (1 expected)"));
+  EXPECT_TRUE(scanned.empty());
+}
+
+TEST_F(Pdf2OfficeTaskTest, WritesBesideTheInput) {
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 2), "", true));
+  task.Execute();
+  EXPECT_TRUE(HasPart("out_file.docx", "word/document.xml"));
+  EXPECT_TRUE(task.GetScannedPages().empty());
+}
+
+TEST_F(Pdf2OfficeTaskTest, KeepsTheExtensionOfAnEarlierType) {
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 1), "", true));
+  task.SetConversionType(Pdf2OfficeXlsx);
+  task.SetConversionType(Pdf2OfficeDocx);
+  task.Execute();
+  EXPECT_TRUE(HasPart("out_file.xlsx", "word/document.xml"));
+  EXPECT_FALSE(IsThere("out_file.docx"));
+}
+
+TEST_F(Pdf2OfficeTaskTest, MakesSlides) {
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 2), "", true));
+  task.SetConversionType(Pdf2OfficePptx);
+  task.SetOutName("slides");
+  task.Execute();
+  EXPECT_TRUE(HasPart("slides.pptx", "ppt/slides/slide2.xml"));
+}
+
+TEST_F(Pdf2OfficeTaskTest, RefusesTypesThatAreNone) {
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 1), "", true));
+  task.SetConversionType(static_cast<Pdf2OfficeConversion>(7));
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::EngineError, "Invalid PDF2OFFICE conversion type [7]"));
+}
+
+TEST_F(Pdf2OfficeTaskTest, TellsScannedPagesAgainAndAgain) {
+  Pdf2OfficeTask task(MixedDocument(5, {2, 5}));
+  std::vector<int> scanned;
+  EXPECT_TRUE(task.CheckScan(scanned));
+  EXPECT_THAT(scanned, ElementsAre(2, 5));
+  EXPECT_TRUE(task.CheckScan(scanned));
+  EXPECT_THAT(scanned, ElementsAre(2, 5, 2, 5));
+  EXPECT_FALSE(IsThere("out_file.docx"));
+}
+
+TEST_F(Pdf2OfficeTaskTest, TellsThatNoPageIsScanned) {
+  Pdf2OfficeTask task(MixedDocument(2, {}));
+  std::vector<int> scanned = {1};
+  EXPECT_FALSE(task.CheckScan(scanned));
+  EXPECT_TRUE(scanned.empty());
+}
+
+TEST_F(Pdf2OfficeTaskTest, RefusesScannedDocumentsUntilTheyWereLookedAt) {
+  Pdf2OfficeTask task(MixedDocument(1, {1}));
+  task.SetOcrEnabled(false);
+  const Failure failure = FailureOf([&] { task.Execute(); });
+  EXPECT_EQ(failure.code, PdfExceptionCode::AllPagesScanned);
+  EXPECT_THAT(failure.message, ::testing::StartsWith("Input PDF ["));
+  EXPECT_THAT(failure.message, ::testing::EndsWith("mixed.pdf] has all its pages scanned"));
+  std::vector<int> scanned;
+  task.CheckScan(scanned);
+  task.Execute();
+  EXPECT_TRUE(IsThere("out_file.docx"));
+}
+
+TEST_F(Pdf2OfficeTaskTest, DoesNotWaitWithoutTime) {
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 40), "", true));
+  task.SetTimeout(0);
+  const Failure failure = FailureOf([&] { task.Execute(); });
+  EXPECT_EQ(failure.code, PdfExceptionCode::ConversionTimeout);
+  EXPECT_THAT(failure.message,
+              ::testing::StartsWith("PDF to office timeout of [0] seconds, expired for ["));
+  EXPECT_FALSE(IsThere("out_file.docx"));
+}
+
+TEST_F(Pdf2OfficeTaskTest, ThreadsOutliveTheirTasks) {
+  const PdfDoc document(MakePdf("a.pdf", 30), "", true);
+  for (int i = 0; i < 3; ++i) {
+    Pdf2OfficeTask task(document);
+    task.SetTimeout(0);
+    EXPECT_EQ(FailureOf([&] { task.Execute(); }).code, PdfExceptionCode::ConversionTimeout);
+  }
+  EXPECT_FALSE(IsThere("out_file.docx"));
+}
+
+TEST_F(Pdf2OfficeTaskTest, TellsThatThereAreNoTables) {
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 1), "", true));
+  task.SetConversionType(Pdf2OfficeXlsx);
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::NoTablesFound,
+                    "PDF to office conversion failed, no tables to extract"));
+  EXPECT_FALSE(IsThere("out_file.xlsx"));
+}
+
+TEST_F(Pdf2OfficeTaskTest, FailsOnWhatIsNoDocument) {
+  testing::WriteBytes(Path("a.pdf"), "no document");
+  Pdf2OfficeTask task(Doc("a.pdf"));
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }).code, PdfExceptionCode::InternalError);
+}
+
+TEST_F(Pdf2OfficeTaskTest, TellsWhatCannotBeWritten) {
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 1), "", true));
+  task.SetOutputPath(Path("nowhere"));
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::EngineError,
+                    "PDF to office conversion failed, unexpected error(5)", 5));
+}
+
+TEST_F(Pdf2OfficeTaskTest, TellsHowFarItIs) {
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 3), "", true));
+  std::pair<int, int> last;
+  task.SetProgress([&](int done, int count) { last = {done, count}; });
+  task.Execute();
+  EXPECT_EQ(last, std::pair(3, 3));
+}
+
+TEST_F(Pdf2OfficeTaskTest, EndsWithWhatItsListenerThrows) {
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 3), "", true));
+  task.SetProgress([](int, int) { throw std::length_error("enough"); });
+  EXPECT_THROW(task.Execute(), std::length_error);
+}
+
+}  // namespace
+}  // namespace TarnixTools

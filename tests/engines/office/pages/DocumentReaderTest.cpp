@@ -1,0 +1,152 @@
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "engines/office/pages/DocumentReader.h"
+#include "foundation/Utf8.h"
+#include "support/TempDir.h"
+#include "support/TestPdf.h"
+
+namespace TarnixTools::engines::office {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::TestPdf;
+
+constexpr const char* kImage = "BI /W 1 /H 1 /CS /G /BPC 8 /F /AHx ID 80> EI";
+constexpr const char* kFont =
+    "/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>>>>>";
+
+class DocumentReaderTest : public ::testing::Test {
+ protected:
+  DocumentReader& Open(const TestPdf& pdf) {
+    reader_ = DocumentReader::Open(platform::WidePath(pdf.Write(directory_.Path("a.pdf"))), "");
+    return *reader_;
+  }
+
+  // A page with this content, whose font is F.
+  PageModel Page(const std::string& content, const std::string& entry = "") {
+    return Open(TestPdf().Page().PageEntry(kFont).PageEntry(entry).Content(content)).Read(0);
+  }
+
+  bool IsScanned(const std::string& content) {
+    return Open(TestPdf().Page().PageEntry(kFont).Content(content)).IsScanned(0);
+  }
+
+  testing::TempDir directory_;
+  std::unique_ptr<DocumentReader> reader_;
+};
+
+std::u32string TextOf(const PageModel& page) {
+  std::u32string text;
+  for (const Glyph& glyph : page.glyphs) {
+    text += page.text.substr(glyph.text, glyph.length);
+  }
+  return text;
+}
+
+TEST_F(DocumentReaderTest, ReadsGlyphsWithTheirPlaces) {
+  const PageModel page = Page("BT /F 10 Tf 100 700 Td (AB) Tj ET");
+  ASSERT_EQ(page.glyphs.size(), 2U);
+  EXPECT_EQ(TextOf(page), U"AB");
+  EXPECT_NEAR(page.glyphs[0].x, 100, 1e-6);
+  EXPECT_NEAR(page.glyphs[0].y, 92, 1e-6);
+  EXPECT_NEAR(page.glyphs[1].x, 106.67, 0.05);
+  EXPECT_NEAR(page.styles[0].size, 10, 1e-6);
+}
+
+TEST_F(DocumentReaderTest, LeavesOutWhatIsBesideThePage) {
+  EXPECT_EQ(TextOf(Page("BT /F 10 Tf 100 900 Td (A) Tj 0 -200 Td (B) Tj ET")), U"B");
+}
+
+TEST_F(DocumentReaderTest, TakesTextThatStandsForGlyphs) {
+  EXPECT_EQ(TextOf(Page("BT /F 10 Tf 100 700 Td (a) Tj /Span <</ActualText (xyz)>> BDC (bc) Tj EMC "
+                        "/Span <</ActualText ()>> BDC (d) Tj EMC (e) Tj ET")),
+            U"axyze");
+}
+
+TEST_F(DocumentReaderTest, ReadsEachRuleOfAPath) {
+  const PageModel page = Page("10 10 m 200 10 l 10 20 m 200 20 l 50 50 100 30 re S");
+  ASSERT_EQ(page.paths.size(), 3U);
+  EXPECT_EQ(page.paths[0].kind, PathShape::Kind::kLine);
+  EXPECT_EQ(page.paths[1].kind, PathShape::Kind::kLine);
+  EXPECT_EQ(page.paths[2].kind, PathShape::Kind::kRectangle);
+  EXPECT_NEAR(page.paths[1].box.bottom, 772, 1e-6);
+}
+
+TEST_F(DocumentReaderTest, KeepsPathsWithCurvesWhole) {
+  const PageModel page = Page("10 10 m 200 10 l 10 20 m 20 30 40 50 60 20 c S 0 0 100 1 re f");
+  ASSERT_EQ(page.paths.size(), 2U);
+  EXPECT_EQ(page.paths[0].kind, PathShape::Kind::kOther);
+  EXPECT_EQ(page.paths[1].kind, PathShape::Kind::kLine);
+}
+
+TEST_F(DocumentReaderTest, ReadsLinks) {
+  TestPdf pdf;
+  pdf.Page("a").Annotation("/Subtype/Link/Rect[10 20 110 40]/A<</S/URI/URI(https://a.example)>>");
+  pdf.Annotation("/Subtype/Link/Rect[10 60 110 80]/Dest[{{page 2}}/XYZ 0 692 0]");
+  pdf.Annotation("/Subtype/Link/Rect[10 60 110 80]/Dest(nowhere)").Page("b");
+  const PageModel page = Open(pdf).Read(0);
+  ASSERT_EQ(page.links.size(), 2U);
+  EXPECT_EQ(page.links[0].uri, "https://a.example");
+  EXPECT_NEAR(page.links[0].box.bottom, 752, 1e-6);
+  EXPECT_EQ(page.links[1].target_page, 1);
+  EXPECT_NEAR(page.links[1].target_y, 100, 1e-6);
+}
+
+TEST_F(DocumentReaderTest, ReadsTheOutline) {
+  TestPdf pdf;
+  pdf.Pages(2).Object("root", "<</First {{one}}>>");
+  pdf.Object("one", "<</Title(One)/Dest[{{page 1}}/Fit]/First {{two}}/Next {{one}}>>");
+  pdf.Object("two", "<</Title(Two)/A<</S/GoTo/D[{{page 2}}/FitH 392]>>>>");
+  pdf.CatalogEntry("/Outlines {{root}}/Lang(de)").InfoEntry("/Title(A title)");
+  const DocumentFacts& facts = Open(pdf).facts();
+  EXPECT_EQ(facts.title, "A title");
+  EXPECT_EQ(facts.language, "de");
+  EXPECT_FALSE(facts.is_tagged);
+  ASSERT_EQ(facts.outline.size(), 2U);
+  EXPECT_EQ(facts.outline[0].title, "One");
+  EXPECT_EQ(facts.outline[1].level, 1U);
+  EXPECT_EQ(facts.outline[1].page, 1U);
+  EXPECT_NEAR(facts.outline[1].y, 400, 1e-6);
+}
+
+TEST_F(DocumentReaderTest, TellsTheRolesOfMarkedContent) {
+  TestPdf pdf;
+  pdf.Page().PageEntry(kFont).Content(
+      "/P <</MCID 1>> BDC BT /F 10 Tf 100 700 Td (a) Tj ET EMC "
+      "/H <</MCID 0>> BDC BT /F 10 Tf 100 600 Td (b) Tj ET EMC");
+  pdf.Object("tree", "<</Type/StructTreeRoot/K {{all}}/RoleMap<</Big/H1>>>>");
+  pdf.Object("all", "<</S/Document/K[{{head}} {{body}} {{all}}]/Pg {{page 1}}>>");
+  pdf.Object("head", "<</S/Big/K 0/Alt(what)>>").Object("body", "<</S/P/K[1]>>");
+  pdf.CatalogEntry("/StructTreeRoot {{tree}}");
+  const PageModel page = Open(pdf).Read(0);
+  ASSERT_EQ(page.roles.size(), 2U);
+  EXPECT_THAT(page.roles[0].path, ElementsAre("Document", "H1"));
+  EXPECT_EQ(page.roles[0].description, "what");
+  EXPECT_THAT(page.roles[1].path, ElementsAre("Document", "P"));
+  EXPECT_LT(page.roles[0].order, page.roles[1].order);
+  EXPECT_EQ(page.glyphs[0].mark, 1);
+}
+
+TEST_F(DocumentReaderTest, TellsScannedPages) {
+  const std::string scan = std::string("q 612 0 0 792 0 0 cm ") + kImage + " Q ";
+  const std::string text(100, 'a');
+  EXPECT_TRUE(IsScanned(scan));
+  EXPECT_TRUE(IsScanned(scan + "BT /F 10 Tf 9 9 Td (page 7) Tj ET"));
+  EXPECT_FALSE(IsScanned(scan + "BT /F 10 Tf 9 9 Td (" + text + ") Tj ET"));
+  EXPECT_FALSE(IsScanned(scan + "BT 3 Tr /F 10 Tf 9 9 Td (" + text + ") Tj ET"));
+  EXPECT_FALSE(IsScanned(std::string("q 300 0 0 300 0 0 cm ") + kImage + " Q"));
+  EXPECT_FALSE(IsScanned("0 0 612 792 re f"));
+}
+
+TEST_F(DocumentReaderTest, OpensAgainForOtherThreads) {
+  DocumentReader& reader = Open(TestPdf().Pages(2, "Page"));
+  const auto other = reader.OpenAgain();
+  EXPECT_EQ(other->page_count(), 2U);
+  EXPECT_EQ(TextOf(other->Read(1)), TextOf(reader.Read(1)));
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::office
