@@ -1,9 +1,9 @@
 // Finds the conversion library when it is first needed: beside this library, else where the system
 // looks for libraries.
-#include <dlfcn.h>
-
 #include <stdexcept>
 #include <string>
+
+#include <dlfcn.h>
 
 #include "engines/office/Office.h"
 #include "engines/office/loading/HostServices.h"

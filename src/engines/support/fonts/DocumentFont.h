@@ -44,7 +44,7 @@ struct FontDescriptor {
   bool is_fixed_pitch = false;
   bool is_serif = false;
   bool is_italic = false;
-  bool is_bold = false;  // to be shown so, whatever its program looks like
+  bool is_bold = false;       // to be shown so, whatever its program looks like
   bool lists_glyphs = false;  // it has a /CIDSet or a /CharSet
   std::optional<double> missing_width;
 };

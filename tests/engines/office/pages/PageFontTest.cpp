@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "support/RawPdf.h"
 #include "engines/office/pages/PageFont.h"
 #include "pdf/file/ByteSource.h"
+#include "support/RawPdf.h"
 
 namespace TarnixTools::engines::office {
 namespace {

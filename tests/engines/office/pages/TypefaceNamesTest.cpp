@@ -1,6 +1,6 @@
-#include "engines/office/pages/TypefaceNames.h"
-
 #include <gtest/gtest.h>
+
+#include "engines/office/pages/TypefaceNames.h"
 
 namespace TarnixTools::engines::office {
 namespace {
