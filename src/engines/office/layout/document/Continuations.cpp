@@ -17,7 +17,6 @@ namespace {
 
 constexpr double kReaches = 0.9;   // of the column's width, that a line that goes on covers
 constexpr double kSameSize = 0.3;  // points
-constexpr double kSamePlace = 4;   // points between the columns of a table that goes on
 constexpr std::array<std::string_view, 10> kCaptionWords = {
     "Figure",  "Fig.",    "Table",  "Abbildung", "Abb.",
     "Tabelle", "Tableau", "Figura", "Tabla",     "Chart"};
@@ -56,22 +55,11 @@ bool GoesOn(const Place& from, const Paragraph& before, const Place& to, const P
          LookAlike(from, last, to, next.lines.front());
 }
 
-bool GoesOn(const Table& before, const Table& next) {
-  return before.columns.size() == next.columns.size() &&
-         std::equal(before.columns.begin(), before.columns.end(), next.columns.begin(),
-                    [](double a, double b) { return std::abs(a - b) < kSamePlace; });
-}
-
 void Join(const Place& from, const Place& to) {
   auto* before = std::get_if<Paragraph>(&from.block->content);
   auto* next = std::get_if<Paragraph>(&to.block->content);
   if (before != nullptr && next != nullptr && !before->lines.empty() && !next->lines.empty()) {
     next->goes_on = GoesOn(from, *before, to, *next);
-  }
-  auto* table = std::get_if<Table>(&from.block->content);
-  auto* rest = std::get_if<Table>(&to.block->content);
-  if (table != nullptr && rest != nullptr && from.page != to.page) {
-    rest->goes_on = GoesOn(*table, *rest);
   }
 }
 

@@ -1,4 +1,4 @@
-// Captions, and paragraphs and tables that go on in the next column or on the next page.
+// Captions, and paragraphs that go on in the next column or on the next page.
 #ifndef TARNIX_ENGINES_OFFICE_LAYOUT_DOCUMENT_CONTINUATIONS_H_
 #define TARNIX_ENGINES_OFFICE_LAYOUT_DOCUMENT_CONTINUATIONS_H_
 
