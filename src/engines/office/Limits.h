@@ -24,6 +24,8 @@ inline constexpr std::size_t kMaxStructureDepth = 100;
 inline constexpr std::uint32_t kMaxPictureSide = 4000;
 // Bytes of an image that goes into the output as it is.
 inline constexpr std::size_t kMaxPictureBytes = std::size_t{64} << 20;
+// Bytes of the samples that tell how tints of an ink look.
+inline constexpr std::size_t kMaxTintBytes = std::size_t{1} << 20;
 // Fonts of a document that are kept.
 inline constexpr std::size_t kMaxFonts = 20'000;
 // Links of a page that text is given.

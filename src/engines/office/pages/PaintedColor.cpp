@@ -61,7 +61,7 @@ std::optional<Rgb> PaintedColors::Of(const pdf::Color& color) {
   if (!color.pattern.IsNull()) {
     return std::nullopt;
   }
-  const std::optional<ColorSpace>& space = SpaceOf(color.space);
+  const auto& [space, spot] = SpaceOf(color.space);
   std::array<double, kMostComponents> values{};
   const std::size_t found = color.ReadComponents(values);
   if (!space) {
@@ -75,21 +75,28 @@ std::optional<Rgb> PaintedColors::Of(const pdf::Color& color) {
   if (space->kind == ColorKind::kIndexed) {
     return OfPalette(*space, components[0]);
   }
+  if (spot) {
+    return Computed(spot->alternate, spot->At(components[0]));
+  }
   return space->is_computed() ? Computed(*space, components) : OfInks(components);
 }
 
-const std::optional<ColorSpace>& PaintedColors::SpaceOf(const pdf::Object& space) {
+const PaintedColors::Space& PaintedColors::SpaceOf(const pdf::Object& space) {
   pdf::Arena arena;
   const pdf::Followed found = document_->Follow(space, arena);
   if (found.number == 0) {
-    in_place_ = ColorSpaceOf(*document_, found.value, arena);
+    in_place_ = Read(found.value, arena);
     return in_place_;
   }
   const auto [place, is_new] = spaces_.try_emplace(found.number);
   if (is_new) {
-    place->second = ColorSpaceOf(*document_, found.value, arena);
+    place->second = Read(found.value, arena);
   }
   return place->second;
+}
+
+PaintedColors::Space PaintedColors::Read(const pdf::Object& space, pdf::Arena& arena) {
+  return {ColorSpaceOf(*document_, space, arena), ReadSpotColor(*document_, space, arena)};
 }
 
 }  // namespace TarnixTools::engines::office

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "engines/office/pages/PageModel.h"
+#include "engines/office/pages/SpotColor.h"
 #include "engines/support/images/ColorSpace.h"
 #include "pdf/content/GraphicsState.h"
 #include "pdf/file/Document.h"
@@ -16,15 +17,21 @@ class PaintedColors {
  public:
   explicit PaintedColors(pdf::Document& document) : document_(&document) {}
 
-  // Nothing for a pattern. A colour of inks is as dark as they are.
+  // Nothing for a pattern. A colour of several inks is as dark as they are.
   std::optional<Rgb> Of(const pdf::Color& color);
 
  private:
-  const std::optional<ColorSpace>& SpaceOf(const pdf::Object& space);
+  struct Space {
+    std::optional<ColorSpace> space;
+    std::optional<SpotColor> spot;
+  };
+
+  const Space& SpaceOf(const pdf::Object& space);
+  Space Read(const pdf::Object& space, pdf::Arena& arena);
 
   pdf::Document* document_;
-  std::map<std::uint32_t, std::optional<ColorSpace>> spaces_;  // by number
-  std::optional<ColorSpace> in_place_;
+  std::map<std::uint32_t, Space> spaces_;  // by number
+  Space in_place_;
 };
 
 }  // namespace TarnixTools::engines::office

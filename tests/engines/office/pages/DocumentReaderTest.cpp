@@ -56,6 +56,20 @@ TEST_F(DocumentReaderTest, ReadsGlyphsWithTheirPlaces) {
   EXPECT_NEAR(page.styles[0].size, 10, 1e-6);
 }
 
+TEST_F(DocumentReaderTest, ShowsSpotColorsAsTheDocumentSays) {
+  const TestPdf pdf = TestPdf()
+                          .Page()
+                          .PageEntry(
+                              "/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>"
+                              ">>/ColorSpace<</S[/Separation/Sea/DeviceRGB<</FunctionType 2/Domain"
+                              "[0 1]/C0[1 1 1]/C1[0 0.2 0.4]/N 1>>]>>>>")
+                          .Content("/S cs 1 scn BT /F 10 Tf 100 700 Td (A) Tj 0.5 scn (B) Tj ET");
+  const PageModel page = Open(pdf).Read(0);
+  ASSERT_EQ(page.styles.size(), 2U);
+  EXPECT_EQ(page.styles[0].color, (Rgb{0, 51, 102}));
+  EXPECT_EQ(page.styles[1].color, (Rgb{128, 153, 179}));
+}
+
 TEST_F(DocumentReaderTest, LeavesOutWhatIsBesideThePage) {
   EXPECT_EQ(TextOf(Page("BT /F 10 Tf 100 900 Td (A) Tj 0 -200 Td (B) Tj ET")), U"B");
 }

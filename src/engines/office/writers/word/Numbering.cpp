@@ -112,7 +112,7 @@ void Numbering::Count(State& state, std::size_t level, const ListLabel& label) {
 }
 
 void Numbering::Write(XmlWriter& xml) const {
-  xml.Open("w:numbering", {{"xmlns:w", kWordNamespace}});
+  OpenStory(xml, "w:numbering");
   for (std::size_t i = 0; i < definitions_.size(); ++i) {
     xml.Open("w:abstractNum", {{"w:abstractNumId", i}});
     xml.Leaf("w:multiLevelType", {{"w:val", "multilevel"}});

@@ -15,7 +15,11 @@ namespace {
 
 constexpr double kSameEdge = 10;    // points by which columns of one section may differ
 constexpr double kSamePage = 1;     // points by which its pages may
-constexpr double kLinesBelow = 24;  // points below the text that stay free for editing
+// Points below the text that stay free: for editing, and where lines and rows come out taller than
+// they were. Pages end where they are told to.
+constexpr double kLinesBelow = 90;
+constexpr double kLinesBelowColumns = 24;
+constexpr double kPageEdge = 18;  // points that nothing reaches into for their sake
 constexpr double kUsualMargin = 72;
 constexpr double kBesideNotes = 4;
 constexpr double kBelowLine = 3;       // points that the last line of a page needs below its box
@@ -208,7 +212,9 @@ class Planner {
       AddSides(page, part, lefts, rights);
     }
     section.top = std::clamp(top, 0.0, section.height * 0.9);
-    const double free = std::clamp(limit - bottom, 0.0, kLinesBelow);
+    limit = std::min(limit, section.height - kPageEdge);
+    const double most = section.columns.empty() ? kLinesBelow : kLinesBelowColumns;
+    const double free = std::clamp(limit - bottom, 0.0, most);
     section.bottom =
         std::clamp(bottom + std::max(free, kBelowLine), section.top + 1, section.height);
     if (section.columns.empty()) {

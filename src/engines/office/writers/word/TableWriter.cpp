@@ -13,6 +13,9 @@ namespace {
 
 constexpr int kDeepest = 3;  // tables within tables
 constexpr double kSmallestRow = 1;
+// Of the page's height: tables that end below are not given rows that are repeated. LibreOffice
+// breaks such a table long before the page ends.
+constexpr double kRepeatsAbove = 0.7;
 constexpr double kEmptyLine = 10;  // points, of a cell without text
 
 class Writer {
@@ -76,7 +79,7 @@ class Writer {
     xml_.Open("w:trPr");
     xml_.Leaf("w:cantSplit");
     xml_.Leaf("w:trHeight", {{"w:val", Twips(Height(row))}, {"w:hRule", "atLeast"}});
-    if (row < table_.header_rows) {
+    if (row < table_.header_rows && LowerEdge(table_.box) < kRepeatsAbove * page_.layout.height) {
       xml_.Leaf("w:tblHeader");
     }
     xml_.Close();
