@@ -13,8 +13,8 @@ namespace TarnixTools::engines::office {
 
 namespace {
 
-constexpr double kSameEdge = 10;    // points by which columns of one section may differ
-constexpr double kSamePage = 1;     // points by which its pages may
+constexpr double kSameEdge = 10;  // points by which columns of one section may differ
+constexpr double kSamePage = 1;   // points by which its pages may
 // Points below the text that stay free: for editing, and where lines and rows come out taller than
 // they were. Pages end where they are told to.
 constexpr double kLinesBelow = 90;
