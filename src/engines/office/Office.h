@@ -316,8 +316,10 @@ class PdfConverter : private ConversionEvents {
  public:
   // Called on the thread that converts. They do nothing here; what they throw ends the conversion
   // with kConversionFailed.
+  // NOLINTNEXTLINE(performance-unnecessary-value-param): who is called owns the event.
   virtual void OnProgress(std::shared_ptr<ProgressEventArgs> /*event*/) {}
 
+  // NOLINTNEXTLINE(performance-unnecessary-value-param): who is called owns the event.
   virtual void OnWarning(std::shared_ptr<WarningEventArgs> /*event*/) {}
 };
 

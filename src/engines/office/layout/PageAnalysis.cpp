@@ -158,11 +158,13 @@ void PageAnalyzer::AddFloat(const std::vector<const WordLine*>& lines) {
 
 void PageAnalyzer::PlaceLabels(const std::vector<const WordLine*>& lines) {
   std::vector<pdf::Box> boxes;
+  boxes.reserve(lines.size());
   for (const WordLine* line : lines) {
     boxes.push_back(line->box);
   }
   for (const std::vector<std::uint32_t>& group : GroupBoxes(boxes, kLabelGap)) {
     std::vector<const WordLine*> members;
+    members.reserve(group.size());
     for (const std::uint32_t member : group) {
       members.push_back(lines[member]);
     }
@@ -187,6 +189,7 @@ void Move(Paragraph& paragraph, double dx, double dy) {
 // The text lies as if it were turned upright about its middle.
 void PageAnalyzer::PlaceTurned(const TurnedText& turned) {
   std::vector<pdf::Box> boxes;
+  boxes.reserve(turned.lines.size());
   for (const WordLine& line : turned.lines) {
     boxes.push_back(line.box);
   }
@@ -194,6 +197,7 @@ void PageAnalyzer::PlaceTurned(const TurnedText& turned) {
   const double sine = std::sin(turned.angle * kRadians);
   for (const std::vector<std::uint32_t>& group : GroupBoxes(boxes, kTurnedGap)) {
     std::vector<const WordLine*> lines;
+    lines.reserve(group.size());
     for (const std::uint32_t member : group) {
       lines.push_back(&turned.lines[member]);
     }

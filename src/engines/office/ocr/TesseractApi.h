@@ -36,6 +36,7 @@ namespace TarnixTools::engines::office {
   X(TessMonitorSetCancelThis)
 
 struct TesseractApi {
+// NOLINTNEXTLINE(bugprone-macro-parentheses): what the macro declares is its argument.
 #define TARNIX_TESSERACT_MEMBER(name) decltype(&::name) name = nullptr;
   TARNIX_TESSERACT_FUNCTIONS(TARNIX_TESSERACT_MEMBER)
 #undef TARNIX_TESSERACT_MEMBER

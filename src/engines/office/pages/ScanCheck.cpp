@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstddef>
 
 #include "engines/office/pages/PageReader.h"
 #include "pdf/content/ContentWalker.h"
@@ -15,7 +17,7 @@ namespace {
 constexpr std::size_t kMostBytesOfStamp = 60;
 constexpr std::size_t kLeastHiddenBytes = 24;
 constexpr double kLeastCover = 0.6;
-constexpr int kCells = 32;  // along each side of the page
+constexpr std::size_t kCells = 32;  // along each side of the page
 
 // Counts text, and marks what images cover on a grid.
 class ScanVisitor : public pdf::ContentVisitor {
@@ -27,7 +29,7 @@ class ScanVisitor : public pdf::ContentVisitor {
 
   bool IsCovered() const {
     const auto count = std::count(cells_.begin(), cells_.end(), true);
-    return static_cast<double>(count) >= kLeastCover * kCells * kCells;
+    return static_cast<double>(count) >= kLeastCover * static_cast<double>(kCells * kCells);
   }
 
  private:
@@ -48,11 +50,12 @@ class ScanVisitor : public pdf::ContentVisitor {
       return;
     }
     const auto cell = [](double place, double side) {
-      return std::clamp(static_cast<int>(place / side * kCells + 0.5), 0, kCells);
+      return static_cast<std::size_t>(
+          std::lround(std::clamp(place / side, 0.0, 1.0) * static_cast<double>(kCells)));
     };
-    for (int y = cell(box.bottom, height_); y < cell(box.top, height_); ++y) {
-      for (int x = cell(box.left, width_); x < cell(box.right, width_); ++x) {
-        cells_[static_cast<std::size_t>(y * kCells + x)] = true;
+    for (std::size_t y = cell(box.bottom, height_); y < cell(box.top, height_); ++y) {
+      for (std::size_t x = cell(box.left, width_); x < cell(box.right, width_); ++x) {
+        cells_[y * kCells + x] = true;
       }
     }
   }
@@ -61,7 +64,7 @@ class ScanVisitor : public pdf::ContentVisitor {
   double height_;
   std::size_t seen_ = 0;  // bytes of strings
   std::size_t hidden_ = 0;
-  std::array<bool, std::size_t{kCells} * kCells> cells_{};
+  std::array<bool, kCells * kCells> cells_{};
 };
 
 }  // namespace

@@ -174,9 +174,8 @@ std::vector<StructureRole> StructureRoles::OfPage(std::uint32_t page_index) cons
       const Element& element = elements_[at];
       role.path.push_back(texts_[element.type]);
       role.table = role.table == 0 && texts_[element.type] == "Table" ? at : role.table;
-      role.description =
-          role.description.empty() ? texts_[element.alternate] : std::move(role.description);
-      role.language = role.language.empty() ? texts_[element.language] : std::move(role.language);
+      role.description = role.description.empty() ? texts_[element.alternate] : role.description;
+      role.language = role.language.empty() ? texts_[element.language] : role.language;
     }
     std::reverse(role.path.begin(), role.path.end());
   }

@@ -67,6 +67,7 @@ std::vector<std::vector<std::uint32_t>> GroupBoxes(const std::vector<pdf::Box>& 
     groups[sets.Find(i)].push_back(i);
   }
   std::vector<std::vector<std::uint32_t>> all;
+  all.reserve(groups.size());
   for (auto& [first, members] : groups) {
     all.push_back(std::move(members));
   }

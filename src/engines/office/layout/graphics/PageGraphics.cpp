@@ -185,6 +185,7 @@ void GraphicsFinder::PlaceDrawing(Drawing drawing) {
 void GraphicsFinder::FindDrawings() {
   const std::vector<std::uint32_t> seen = SeenPaths();
   std::vector<pdf::Box> boxes;
+  boxes.reserve(seen.size());
   for (const std::uint32_t path : seen) {
     boxes.push_back(page_->paths[path].box.Within(Grown(paper_, 1)));
   }

@@ -122,6 +122,7 @@ std::vector<double> Coverage::Gaps(std::size_t min_rows) const {
     gaps.erase(gaps.begin() + static_cast<std::ptrdiff_t>(i == gaps.size() ? i - 1 : i));
   }
   std::vector<double> places;
+  places.reserve(gaps.size());
   for (const Gap& gap : gaps) {
     places.push_back((gap.from + gap.to) / 2);
   }

@@ -99,6 +99,7 @@ std::vector<double> PlacesOf(const std::vector<Row>& rows) {
   std::sort(best.rbegin(), best.rend());
   best.resize(std::min(best.size(), kMostPlaces));
   std::vector<double> places;
+  places.reserve(best.size());
   for (const auto& [count, place] : best) {
     places.push_back(static_cast<double>(place) * kPlace);
   }

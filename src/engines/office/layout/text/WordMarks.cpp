@@ -117,6 +117,7 @@ bool Apply(const Mark& mark, WordLine& line) {
 std::vector<std::uint32_t> MarkWords(const PageModel& page, std::vector<WordLine>& lines) {
   std::vector<std::uint32_t> used;
   std::vector<WordLine*> by_baseline;
+  by_baseline.reserve(lines.size());
   for (WordLine& line : lines) {
     by_baseline.push_back(&line);
   }
