@@ -95,8 +95,8 @@ void PageAnalyzer::PlaceTables() {
   TableMaker tables(text_.upright.lines, paragraphs_);
   for (const FoundTable& found : FindTables(*page_, text_.upright)) {
     used_.insert(used_.end(), found.paths.begin(), found.paths.end());
-    tables_.push_back(found.box);
-    items_.push_back({.box = found.box});
+    tables_.push_back(found.table.box);
+    items_.push_back({.box = found.table.box});
     parts_.push_back({.line = nullptr, .block = Block{tables.Make(found)}});
   }
   std::sort(used_.begin(), used_.end());

@@ -35,8 +35,7 @@ TableMaker::TableMaker(const std::vector<WordLine>& lines, ParagraphMaker& parag
   is_taken_.assign(places_.size(), false);
 }
 
-void TableMaker::FillCell(const FoundCell& found, TableCell& cell) {
-  std::vector<std::uint32_t> words = found.words;
+void TableMaker::FillCell(std::vector<std::uint32_t> words, TableCell& cell) {
   std::sort(words.begin(), words.end());
   std::vector<WordLine> lines;
   std::uint32_t line = 0;
@@ -63,28 +62,15 @@ void TableMaker::FillCell(const FoundCell& found, TableCell& cell) {
 }
 
 Table TableMaker::Make(const FoundTable& found) {
-  Table table;
-  table.box = found.box;
-  table.columns = found.columns;
-  table.rows = found.rows;
-  table.header_rows = found.header_rows;
-  table.is_ruled = found.is_ruled;
-  for (const FoundCell& source : found.cells) {
-    TableCell cell;
-    cell.row = source.row;
-    cell.column = source.column;
-    cell.row_span = source.row_span;
-    cell.column_span = source.column_span;
-    cell.box = source.box;
-    cell.borders = source.borders;
-    cell.fill = source.fill;
-    FillCell(source, cell);
+  Table table = found.table;
+  for (std::size_t i = 0; i < table.cells.size(); ++i) {
+    TableCell& cell = table.cells[i];
+    FillCell(found.words[i], cell);
     if (!cell.blocks.empty()) {
       pdf::Box text = std::get<Paragraph>(cell.blocks.front().content).box;
       text = Around(text, std::get<Paragraph>(cell.blocks.back().content).box);
       cell.alignment = AlignmentIn(cell.box, text);
     }
-    table.cells.push_back(std::move(cell));
   }
   for (const std::uint32_t word : found.fillers) {
     is_taken_[word] = true;

@@ -29,7 +29,7 @@ class TableMaker {
     std::uint32_t word;
   };
 
-  void FillCell(const FoundCell& found, TableCell& cell);
+  void FillCell(std::vector<std::uint32_t> words, TableCell& cell);
 
   const std::vector<WordLine>* lines_;
   ParagraphMaker* paragraphs_;

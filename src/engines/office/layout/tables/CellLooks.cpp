@@ -40,8 +40,8 @@ bool IsBehind(const pdf::Box& fill, const pdf::Box& cell) {
 
 }  // namespace
 
-void SetLooks(const TableArea& area, const Rules& rules, FoundTable& table) {
-  for (FoundCell& cell : table.cells) {
+void SetLooks(const TableArea& area, const Rules& rules, Table& table) {
+  for (TableCell& cell : table.cells) {
     const pdf::Box& box = cell.box;
     cell.borders = {BorderAt(area.horizontal, box.bottom, box.left, box.right),
                     BorderAt(area.vertical, box.right, box.bottom, box.top),

@@ -9,7 +9,7 @@
 namespace TarnixTools::engines::office {
 
 // Borders where rules of the area run along a cell; the fill that is painted last behind its middle.
-void SetLooks(const TableArea& area, const Rules& rules, FoundTable& table);
+void SetLooks(const TableArea& area, const Rules& rules, Table& table);
 
 }  // namespace TarnixTools::engines::office
 

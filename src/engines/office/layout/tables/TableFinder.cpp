@@ -113,50 +113,53 @@ void Finder::Read(const TurnedText& text) {
 }
 
 void Finder::Keep(const TableArea& area, TableShape shape) {
-  FoundTable table;
+  FoundTable found;
+  Table& table = found.table;
   table.box = {shape.columns.front(), shape.rows.front(), shape.columns.back(), shape.rows.back()};
   table.is_ruled = area.kind == AreaKind::kGrid;
   table.header_rows = static_cast<std::uint32_t>(shape.header_rows);
   std::vector<bool> is_used;
   for (const CellShape& cell : shape.cells) {
-    FoundCell found{.row = static_cast<std::uint32_t>(cell.row),
-                    .column = static_cast<std::uint32_t>(cell.column),
-                    .row_span = static_cast<std::uint32_t>(cell.row_end - cell.row),
-                    .column_span = static_cast<std::uint32_t>(cell.column_end - cell.column),
-                    .box = {shape.columns[cell.column], shape.rows[cell.row],
-                            shape.columns[cell.column_end], shape.rows[cell.row_end]}};
+    TableCell& kept = table.cells.emplace_back();
+    kept = {.row = static_cast<std::uint32_t>(cell.row),
+            .column = static_cast<std::uint32_t>(cell.column),
+            .row_span = static_cast<std::uint32_t>(cell.row_end - cell.row),
+            .column_span = static_cast<std::uint32_t>(cell.column_end - cell.column),
+            .box = {shape.columns[cell.column], shape.rows[cell.row],
+                    shape.columns[cell.column_end], shape.rows[cell.row_end]}};
+    std::vector<std::uint32_t>& words = found.words.emplace_back();
     for (const Ink& ink : cell.inks) {
-      found.words.push_back(ink.word);
+      words.push_back(ink.word);
       is_used.resize(std::max<std::size_t>(is_used.size(), ink.word + 1));
       is_used[ink.word] = true;
     }
-    table.cells.push_back(std::move(found));
   }
   std::erase_if(
       inks_, [&is_used](const Ink& ink) { return ink.word < is_used.size() && is_used[ink.word]; });
   table.columns = std::move(shape.columns);
   table.rows = std::move(shape.rows);
-  std::erase_if(fillers_, [&table](const Ink& ink) {
-    const bool is_in = IsIn(ink, table.box);
+  std::erase_if(fillers_, [&found](const Ink& ink) {
+    const bool is_in = IsIn(ink, found.table.box);
     if (is_in) {
-      table.fillers.push_back(ink.word);
+      found.fillers.push_back(ink.word);
     }
     return is_in;
   });
   SetLooks(area, rules_, table);
-  AddPaths(table);
-  tables_.push_back(std::move(table));
+  AddPaths(found);
+  tables_.push_back(std::move(found));
 }
 
 // What is painted within a table and is no drawing belongs to it.
-void Finder::AddPaths(FoundTable& table) const {
+void Finder::AddPaths(FoundTable& found) const {
+  const pdf::Box& table = found.table.box;
   for (std::size_t i = 0; i < page_->paths.size(); ++i) {
     const PathShape& path = page_->paths[i];
     const pdf::Box& box = path.box;
-    if (path.kind != PathShape::Kind::kOther && box.left >= table.box.left - kPathMargin &&
-        box.right <= table.box.right + kPathMargin &&
-        box.bottom >= table.box.bottom - kPathMargin && box.top <= table.box.top + kPathMargin) {
-      table.paths.push_back(static_cast<std::uint32_t>(i));
+    if (path.kind != PathShape::Kind::kOther && box.left >= table.left - kPathMargin &&
+        box.right <= table.right + kPathMargin && box.bottom >= table.bottom - kPathMargin &&
+        box.top <= table.top + kPathMargin) {
+      found.paths.push_back(static_cast<std::uint32_t>(i));
     }
   }
 }
@@ -193,8 +196,8 @@ bool IsPartOfAny(const TableArea& fills, const std::vector<TableArea>& stripes) 
 // Tables whose cells are filled boxes.
 void Finder::TryFills() {
   std::vector<pdf::Box> areas;
-  for (const FoundTable& table : tables_) {
-    areas.push_back(table.box);
+  for (const FoundTable& found : tables_) {
+    areas.push_back(found.table.box);
   }
   Rules rules = rules_;
   AddFillEdges(areas, rules);
@@ -235,7 +238,7 @@ std::vector<FoundTable> Finder::Find() {
     Try(FindTextAreas(rules_, inks_));
   }
   std::stable_sort(tables_.begin(), tables_.end(), [](const FoundTable& a, const FoundTable& b) {
-    return a.box.bottom < b.box.bottom;
+    return a.table.box.bottom < b.table.box.bottom;
   });
   return std::move(tables_);
 }

@@ -20,7 +20,7 @@ TEST(OpenTables, StandBetweenHorizontalRules) {
   scene.Text(105, 150, "2000").RightText(220, 150, "110.6").RightText(330, 150, "9.1");
   EXPECT_THAT(scene.Find(),
               ElementsAre(ElementsAre("Year|Men|Women", "1995|15.1|8.25", "2000|110.6|9.1")));
-  EXPECT_EQ(scene.Tables()[0].header_rows, 1U);
+  EXPECT_EQ(scene.Tables()[0].table.header_rows, 1U);
 }
 
 TEST(OpenTables, JoinTheLinesOfTheirHeader) {
@@ -153,8 +153,8 @@ TEST(OpenTables, TakeEachWordOnce) {
   scene.Text(105, 134, "D").RightText(320, 134, "2");
   std::vector<std::uint32_t> words;
   for (const FoundTable& table : scene.Tables()) {
-    for (const FoundCell& cell : table.cells) {
-      words.insert(words.end(), cell.words.begin(), cell.words.end());
+    for (const std::vector<std::uint32_t>& cell : table.words) {
+      words.insert(words.end(), cell.begin(), cell.end());
     }
   }
   EXPECT_THAT(words, ElementsAre(0U, 1U, 2U, 3U, 4U, 5U));

@@ -77,7 +77,7 @@ TEST(RuledTables, AreMadeOfFilledBoxesToo) {
   }
   scene.Text(105, 114, "A").Text(206, 114, "B").Text(105, 135, "C").Text(206, 135, "D");
   EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("A|B", "C|D")));
-  EXPECT_EQ(scene.Tables()[0].cells[0].fill, kBlue);
+  EXPECT_EQ(scene.Tables()[0].table.cells[0].fill, kBlue);
 }
 
 TEST(RuledTables, HaveBordersWhereRulesAre) {
@@ -86,10 +86,10 @@ TEST(RuledTables, HaveBordersWhereRulesAre) {
   scene.Text(105, 114, "A").Text(205, 114, "B").Text(105, 134, "C").Text(205, 134, "D");
   const std::vector<FoundTable> tables = scene.Tables();
   ASSERT_EQ(tables.size(), 1U);
-  EXPECT_TRUE(tables[0].is_ruled);
+  EXPECT_TRUE(tables[0].table.is_ruled);
   EXPECT_EQ(tables[0].paths.size(), 7U);
-  EXPECT_DOUBLE_EQ(tables[0].cells[0].borders[0].width, 0.5);
-  EXPECT_DOUBLE_EQ(tables[0].cells[0].borders[2].width, 2);
+  EXPECT_DOUBLE_EQ(tables[0].table.cells[0].borders[0].width, 0.5);
+  EXPECT_DOUBLE_EQ(tables[0].table.cells[0].borders[2].width, 2);
 }
 
 TEST(RuledTables, AreNotFramesAroundAText) {

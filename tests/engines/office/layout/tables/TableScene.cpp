@@ -39,17 +39,19 @@ TableScene& TableScene::Add(double x, double y, std::string_view text, std::uint
 
 std::vector<std::vector<std::string>> TableScene::Find() const {
   std::vector<std::vector<std::string>> tables;
-  for (const FoundTable& table : Tables()) {
+  for (const FoundTable& found : Tables()) {
+    const Table& table = found.table;
     const std::size_t width = table.columns.size() - 1;
     std::vector<std::string> places((table.rows.size() - 1) * width);
-    for (const FoundCell& cell : table.cells) {
+    for (std::size_t i = 0; i < table.cells.size(); ++i) {
+      const TableCell& cell = table.cells[i];
       for (std::uint32_t r = 0; r < cell.row_span; ++r) {
         for (std::uint32_t c = 0; c < cell.column_span; ++c) {
           places[(cell.row + r) * width + cell.column + c] = r > 0 ? "^" : (c > 0 ? "<" : "");
         }
       }
       std::string& place = places[cell.row * width + cell.column];
-      for (const std::uint32_t word : cell.words) {
+      for (const std::uint32_t word : found.words[i]) {
         place += (place.empty() ? "" : " ") + words_[word];
       }
     }
