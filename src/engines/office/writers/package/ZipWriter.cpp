@@ -49,6 +49,18 @@ std::uint32_t Checksum(std::uint32_t checksum, std::string_view bytes) {
 
 }  // namespace
 
+// What the entry's header and the directory both say of it (APPNOTE 4.4).
+void ZipWriter::PutDescription(std::string& out, const Entry& entry) {
+  Put16(out, 0);  // flags
+  Put16(out, entry.is_deflated ? kDeflated : 0);
+  Put16(out, 0);  // time
+  Put16(out, kDate);
+  Put32(out, entry.checksum);
+  Put32(out, entry.packed_size);
+  Put32(out, entry.size);
+  Put16(out, static_cast<std::uint16_t>(entry.name.size()));
+}
+
 DeflatedData::DeflatedData() : stream_(std::make_unique<z_stream_s>()) {
   data_.is_deflated = true;
   if (deflateInit2(stream_.get(), kLevel, Z_DEFLATED, kRawDeflate, kMemoryLevel,
@@ -109,15 +121,8 @@ void ZipWriter::AddEntry(Entry entry, std::string_view bytes) {
   std::string header;
   Put32(header, kLocalSignature);
   Put16(header, kVersion);
-  Put16(header, 0);  // flags
-  Put16(header, entry.is_deflated ? kDeflated : 0);
-  Put16(header, 0);  // time
-  Put16(header, kDate);
-  Put32(header, entry.checksum);
-  Put32(header, entry.packed_size);
-  Put32(header, entry.size);
-  Put16(header, static_cast<std::uint16_t>(entry.name.size()));
-  Put16(header, 0);  // nothing more
+  PutDescription(header, entry);
+  Put16(header, 0);  // no extra field
   header += entry.name;
   Write(header);
   Write(bytes);
@@ -131,14 +136,7 @@ void ZipWriter::Finish() {
     Put32(directory, kDirectorySignature);
     Put16(directory, kVersion);
     Put16(directory, kVersion);
-    Put16(directory, 0);  // flags
-    Put16(directory, entry.is_deflated ? kDeflated : 0);
-    Put16(directory, 0);  // time
-    Put16(directory, kDate);
-    Put32(directory, entry.checksum);
-    Put32(directory, entry.packed_size);
-    Put32(directory, entry.size);
-    Put16(directory, static_cast<std::uint16_t>(entry.name.size()));
+    PutDescription(directory, entry);
     directory.append(12, '\0');  // no extra field, comment, disk or attributes
     Put32(directory, entry.offset);
     directory += entry.name;

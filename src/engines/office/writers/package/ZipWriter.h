@@ -71,6 +71,7 @@ class ZipWriter {
     bool is_deflated = false;
   };
 
+  static void PutDescription(std::string& out, const Entry& entry);
   void AddEntry(Entry entry, std::string_view bytes);
   void Write(std::string_view bytes);
 

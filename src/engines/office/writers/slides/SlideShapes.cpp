@@ -1,7 +1,6 @@
 #include "engines/office/writers/slides/SlideShapes.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/text/DrawnShapes.h"
@@ -26,16 +25,6 @@ void WriteGeometry(XmlWriter& xml, const pdf::Box& box, double angle, std::strin
   WritePlace(xml, "a:xfrm", box, angle);
   xml.Open("a:prstGeom", {{"prst", kind}});
   xml.Leaf("a:avLst");
-  xml.Close();
-}
-
-void WriteFill(XmlWriter& xml, const std::optional<Rgb>& color) {
-  if (!color) {
-    xml.Leaf("a:noFill");
-    return;
-  }
-  xml.Open("a:solidFill");
-  xml.Leaf("a:srgbClr", {{"val", Hex(*color)}});
   xml.Close();
 }
 

@@ -3,6 +3,7 @@
 
 #include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/slides/SlideShapes.h"
+#include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/text/TableGrid.h"
 #include "engines/office/writers/text/Units.h"
 
@@ -102,20 +103,10 @@ class Writer {
     for (const auto& [name, side] : kSides) {
       const Border& border = cell.borders[side];
       xml_.Open(name, {{"w", std::max<std::int64_t>(Emu(border.width), 0)}});
-      WriteFill(border.width > 0 ? std::optional<Rgb>(border.color) : std::nullopt);
+      WriteFill(xml_, border.width > 0 ? std::optional<Rgb>(border.color) : std::nullopt);
       xml_.Close();
     }
-    WriteFill(cell.fill);
-    xml_.Close();
-  }
-
-  void WriteFill(const std::optional<Rgb>& color) {
-    if (!color) {
-      xml_.Leaf("a:noFill");
-      return;
-    }
-    xml_.Open("a:solidFill");
-    xml_.Leaf("a:srgbClr", {{"val", Hex(*color)}});
+    WriteFill(xml_, cell.fill);
     xml_.Close();
   }
 

@@ -1,11 +1,13 @@
-// What becomes shapes of Office files, and how they are turned.
+// What becomes shapes of Office files, and how they are turned and filled.
 #ifndef TARNIX_ENGINES_OFFICE_WRITERS_TEXT_DRAWNSHAPES_H_
 #define TARNIX_ENGINES_OFFICE_WRITERS_TEXT_DRAWNSHAPES_H_
 
 #include <cmath>
 #include <cstddef>
+#include <optional>
 
 #include "engines/office/layout/PageLayout.h"
+#include "engines/office/writers/package/XmlWriter.h"
 
 namespace TarnixTools::engines::office {
 
@@ -22,6 +24,9 @@ inline double Turned(double angle) {
   const double rest = std::isfinite(angle) ? std::fmod(angle, 360.0) : 0;
   return rest < 0 ? rest + 360 : rest;
 }
+
+// How a shape, a line or a cell is filled (ECMA-376 part 1, 20.1.8); nothing: not at all.
+void WriteFill(XmlWriter& xml, const std::optional<Rgb>& color);
 
 // Whether lines that are turned by an angle of Turned run straight down or up.
 inline bool IsQuarter(double angle) {

@@ -1,7 +1,5 @@
 #include "engines/office/writers/word/DrawingWriter.h"
 
-#include <cmath>
-
 #include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/text/Units.h"
@@ -114,20 +112,10 @@ void CloseShape(XmlWriter& xml) {
   }
 }
 
-void WriteFill(XmlWriter& xml, const std::optional<Rgb>& color) {
-  if (!color) {
-    xml.Leaf("a:noFill");
-    return;
-  }
-  xml.Open("a:solidFill");
-  xml.Leaf("a:srgbClr", {{"val", Hex(*color)}});
-  xml.Close();
-}
-
 void WriteGeometry(XmlWriter& xml, const pdf::Box& box, double angle, std::string_view kind) {
   xml.Open("a:xfrm");
   if (angle != 0) {
-    xml.Attribute({"rot", std::llround(angle * 60'000)});
+    xml.Attribute({"rot", Rounded(angle, 60'000)});
   }
   xml.Leaf("a:off", {{"x", 0}, {"y", 0}});
   xml.Leaf("a:ext", {{"cx", kind == "line" ? Emu(box.width()) : Side(box.width())},
