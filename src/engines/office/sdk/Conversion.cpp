@@ -192,12 +192,14 @@ std::int32_t StatusOfCurrent(std::string& why) {
 
 std::int32_t Convert(const ConversionRequest& request, ConversionState& state,
                      ConversionSdk::ConversionEvents& events, ConversionLog& log) noexcept {
-  std::int32_t status = ConversionSdk::kConversionDone;
+  // What holds where there is not even the memory to say what failed.
+  std::int32_t status = ConversionSdk::kNoMemory;
   try {
     std::string why = "done";
     log.Write("converting to " + WideToUtf8(request.output_file));
     try {
       Conversion(request, state, events, log).Run();
+      status = ConversionSdk::kConversionDone;
     } catch (...) {
       status = StatusOfCurrent(why);
     }
