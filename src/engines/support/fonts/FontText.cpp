@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "engines/support/fonts/BaseEncodings.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools::engines::fonts {
 
@@ -17,30 +18,7 @@ constexpr int kCodes = 256;
 constexpr std::size_t kMaxToUnicodeBytes = std::size_t{8} << 20;
 constexpr std::size_t kMaxCharacters = 65'536;
 
-bool IsHighSurrogate(char16_t unit) {
-  return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
-bool IsLowSurrogate(char16_t unit) {
-  return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
-// A surrogate without its other half is left out.
-std::u32string Characters(std::u16string_view units) {
-  std::u32string text;
-  for (std::size_t i = 0; i < units.size(); ++i) {
-    if (IsHighSurrogate(units[i]) && i + 1 < units.size() && IsLowSurrogate(units[i + 1])) {
-      text +=
-          static_cast<char32_t>(0x10000 + ((units[i] - 0xD800) << 10) + (units[i + 1] - 0xDC00));
-      ++i;
-    } else if (!IsHighSurrogate(units[i]) && !IsLowSurrogate(units[i])) {
-      text += units[i];
-    }
-  }
-  return text;
-}
-
-// What writers put where they know nothing.
+// Nothing, or what writers put where they know nothing.
 bool IsPlaceholder(std::u32string_view text) {
   return std::all_of(text.begin(), text.end(), [](char32_t c) {
     return c == 0 || c == 0xFEFF || c == 0xFFFE || c == 0xFFFD;
@@ -51,8 +29,6 @@ std::uint8_t Byte(std::uint32_t code) {
   return static_cast<std::uint8_t>(code);
 }
 
-// Made up names that count through the alphabet of codes, such as "a12" and "G3F", tell nothing;
-// the names that CharactersOfNames knows do.
 std::optional<CMapFile> ReadToUnicode(Document& document, const Object& reference) {
   Arena arena;
   const Object font = document.Resolve(reference, arena);
@@ -82,20 +58,24 @@ const std::u32string& FontText::TextOf(std::uint32_t code) {
   return place->second;
 }
 
+// The program is asked last: its maps are long.
 std::u32string FontText::Find(std::uint32_t code) {
-  for (const std::u32string& text :
-       {OfToUnicode(code), OfName(code, font_->GlyphNameOf(Byte(code))), OfUnicodeCode(code),
-        OfProgram(code)}) {
-    if (!text.empty() && !IsPlaceholder(text)) {
-      return text;
-    }
+  std::u32string text = OfToUnicode(code);
+  if (IsPlaceholder(text)) {
+    text = OfName(code, font_->GlyphNameOf(Byte(code)));
   }
-  return OfName(code, UsualNameOf(Byte(code)));
+  if (IsPlaceholder(text)) {
+    text = OfUnicodeCode(code);
+  }
+  if (IsPlaceholder(text)) {
+    text = OfProgram(code);
+  }
+  return IsPlaceholder(text) ? OfName(code, UsualNameOf(Byte(code))) : text;
 }
 
 std::u32string FontText::OfToUnicode(std::uint32_t code) const {
   const auto units = to_unicode_ ? to_unicode_->TextOf(code) : std::nullopt;
-  return units ? Characters(*units) : std::u32string();
+  return units ? WideToUtf32(std::wstring(units->begin(), units->end())) : std::u32string();
 }
 
 std::u32string FontText::OfName(std::uint32_t code, std::string_view name) const {
