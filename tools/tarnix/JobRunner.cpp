@@ -1,5 +1,6 @@
 #include "JobRunner.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -53,8 +54,10 @@ void TellLosses(JobResult& result) {
     return;
   }
   result.exit_status = kExitLost;
-  if (result.warnings.empty()) {
-    result.warnings = std::move(losses);
+  for (std::string& loss : losses) {
+    if (std::find(result.warnings.begin(), result.warnings.end(), loss) == result.warnings.end()) {
+      result.warnings.push_back(std::move(loss));
+    }
   }
 }
 
