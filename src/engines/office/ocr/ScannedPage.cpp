@@ -154,6 +154,7 @@ void AddRecognisedText(const RecognisedText& text, int picture_width, int pictur
   if (!IsText(words)) {
     return;  // a photograph: the picture says more than some letters that are found in it
   }
+  page.glyphs.clear();  // a stamp or a page number, which was recognised with the rest
   const std::map<std::uint32_t, double> sizes = SizesOf(words, scale);
   TextAdder adder(ToPage(text, picture_width, picture_height, scale), scale, page);
   for (const RecognisedWord& word : words) {
@@ -164,7 +165,7 @@ void AddRecognisedText(const RecognisedText& text, int picture_width, int pictur
 
 ScannedPages::ScannedPages(const platform::WidePath& path, const std::string& password,
                            const std::atomic<bool>& is_cancelled)
-    : document_(path, password), recogniser_(is_cancelled) {
+    : recogniser_(is_cancelled), document_(path, password) {
   document_.time().set_cancel_flag(&is_cancelled);
 }
 

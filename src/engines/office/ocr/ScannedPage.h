@@ -33,8 +33,8 @@ class ScannedPages {
   void AddText(PageModel& page);
 
  private:
+  TextRecogniser recogniser_;  // before the document is opened: it may be missing
   DrawnDocument document_;
-  TextRecogniser recogniser_;
 };
 
 }  // namespace TarnixTools::engines::office

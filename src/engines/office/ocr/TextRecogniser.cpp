@@ -50,17 +50,18 @@ BasePtr OpenLanguage(const TesseractApi& api, const std::string& language) {
   return is_open ? std::move(base) : nullptr;
 }
 
-// The languages that are installed, joined as Tesseract takes them; English first.
-std::string LanguagesOf(const TesseractApi& api, const TessBaseAPI* base) {
-  std::string joined = "eng";
+// The languages that are installed, joined as Tesseract takes them, behind the one that comes first;
+// empty for none.
+std::string LanguagesOf(const TesseractApi& api, const TessBaseAPI* base, std::string first) {
+  std::string joined = std::move(first);
   char** const names = api.TessBaseAPIGetAvailableLanguagesAsVector(base);
-  int count = 1;
+  int count = joined.empty() ? 0 : 1;
   for (char** name = names; name != nullptr && *name != nullptr; ++name) {
     const std::string language = *name;
     const bool is_other = language != "eng" && language != "osd" && language != "equ" &&
                           language.find('/') == std::string::npos;
     if (is_other && count < kMostLanguages) {
-      joined += '+' + language;
+      joined += (joined.empty() ? "" : "+") + language;
       ++count;
     }
   }
@@ -126,10 +127,6 @@ struct TextRecogniser::Inside {
   BasePtr text;
 };
 
-bool TextRecogniser::IsAvailable() {
-  return LoadTesseract() != nullptr;
-}
-
 TextRecogniser::TextRecogniser(const std::atomic<bool>& is_cancelled)
     : inside_(std::make_unique<Inside>()) {
   const TesseractApi* api = LoadTesseract();
@@ -140,14 +137,17 @@ TextRecogniser::TextRecogniser(const std::atomic<bool>& is_cancelled)
   inside_->is_cancelled = &is_cancelled;
   inside_->orientation = OpenLanguage(*api, "osd");
   inside_->text = OpenLanguage(*api, "eng");
-  if (inside_->text == nullptr) {
-    throw std::runtime_error("Tesseract has no language installed");
-  }
-  const std::string languages = LanguagesOf(*api, inside_->text.get());
-  if (languages != "eng") {
+  const bool has_english = inside_->text != nullptr;
+  const TessBaseAPI* any = has_english ? inside_->text.get() : inside_->orientation.get();
+  const std::string languages =
+      any != nullptr ? LanguagesOf(*api, any, has_english ? "eng" : "") : std::string();
+  if (!languages.empty() && languages != "eng") {
     if (BasePtr all = OpenLanguage(*api, languages)) {
       inside_->text = std::move(all);
     }
+  }
+  if (inside_->text == nullptr) {
+    throw std::runtime_error("Tesseract has no language installed");
   }
 }
 

@@ -1,7 +1,7 @@
 // Finds the text in pictures of pages.
 //
 //   TextRecogniser recogniser(is_cancelled);
-//   const RecognisedText text = recogniser.Recognise(gray, width, height, 300);
+//   const RecognisedText text = recogniser.Recognise(picture, 300);
 #ifndef TARNIX_ENGINES_OFFICE_OCR_TEXTRECOGNISER_H_
 #define TARNIX_ENGINES_OFFICE_OCR_TEXTRECOGNISER_H_
 
@@ -43,11 +43,9 @@ struct RecognisedText {
 // For one thread at a time.
 class TextRecogniser {
  public:
-  // Whether there is anything to recognise text with.
-  static bool IsAvailable();
-
   // The flag ends a recognition by Cancelled; it outlives this. Throws std::runtime_error without
-  // Tesseract or without a language for it.
+  // Tesseract or without a language for it. English and two more of those that are installed are
+  // recognised. The look at which way a page is turned does not ask the flag.
   explicit TextRecogniser(const std::atomic<bool>& is_cancelled);
   ~TextRecogniser();
   TextRecogniser(const TextRecogniser&) = delete;

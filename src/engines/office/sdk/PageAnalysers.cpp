@@ -8,11 +8,14 @@
 #include <mutex>
 #include <new>
 #include <optional>
+#include <stdexcept>
+#include <string>
 #include <system_error>
 #include <thread>
 #include <utility>
 
 #include "engines/office/Cancellation.h"
+#include "engines/office/Limits.h"
 #include "engines/office/layout/PageAnalysis.h"
 #include "engines/office/ocr/ScannedPage.h"
 #include "pdf/Error.h"
@@ -51,6 +54,19 @@ OfficePage BlankPage(std::size_t page_index) {
   return page;
 }
 
+// What a thread recognises text with, once it has met a scanned page.
+struct Recognition {
+  std::unique_ptr<ScannedPages> pages;
+  bool is_missing = false;  // was tried, and failed for the document as a whole
+  std::string why;
+};
+
+// About the bytes that a page takes, its layout counted by its glyphs.
+std::size_t WeightOf(const PageModel& page) {
+  return page.glyphs.size() * sizeof(Glyph) + page.paths.size() * sizeof(PathShape) +
+         page.images.size() * sizeof(ImagePlace) + page.links.size() * sizeof(PageLink);
+}
+
 // The pages that wait, and what has come of the others.
 class Work {
  public:
@@ -61,9 +77,9 @@ class Work {
   // Takes pages until there are none left.
   void Run(DocumentReader& reader) {
     try {
-      std::unique_ptr<ScannedPages> scanned;  // once this thread has met such a page
+      Recognition recognition;
       while (const auto place = Next()) {
-        Finish(*place, Analyze(reader, scanned, (*indexes_)[*place]));
+        Finish(*place, Analyze(reader, recognition, (*indexes_)[*place]));
       }
     } catch (...) {
       Fail(std::current_exception());
@@ -101,8 +117,7 @@ class Work {
     return next_ < pages_.size() && !is_stopped_ ? std::optional(next_++) : std::nullopt;
   }
 
-  OfficePage Analyze(DocumentReader& reader, std::unique_ptr<ScannedPages>& scanned,
-                     std::size_t page_index) {
+  OfficePage Analyze(DocumentReader& reader, Recognition& recognition, std::size_t page_index) {
     try {
       OfficePage page;
       page.model = reader.Read(page_index);
@@ -110,8 +125,10 @@ class Work {
         Warn({page_index, "something of the page cannot be read, or is too much"});
       }
       if (scans_->recognises_text && reader.IsScanned(page_index)) {
-        AddText(scanned, page.model);
+        AddText(recognition, page.model);
       }
+      StopIfCancelled(state_->is_cancelled);
+      Weigh(page.model);
       page.layout = AnalyzePage(page.model);
       DropText(page.model);
       return page;
@@ -125,17 +142,40 @@ class Work {
   }
 
   // A page whose text cannot be recognised stays a picture.
-  void AddText(std::unique_ptr<ScannedPages>& scanned, PageModel& page) {
+  void AddText(Recognition& recognition, PageModel& page) {
     try {
-      if (scanned == nullptr) {
-        scanned =
-            std::make_unique<ScannedPages>(scans_->path, scans_->password, state_->is_cancelled);
-      }
-      scanned->AddText(page);
+      Prepare(recognition);
+      recognition.pages->AddText(page);
     } catch (const Cancelled&) {
       throw;
     } catch (const std::exception& failure) {
       Warn({page.number, std::string("its text cannot be recognised: ") + failure.what()});
+    }
+  }
+
+  void Prepare(Recognition& recognition) {
+    if (recognition.is_missing) {
+      throw std::runtime_error(recognition.why);
+    }
+    if (recognition.pages != nullptr) {
+      return;
+    }
+    try {
+      recognition.pages =
+          std::make_unique<ScannedPages>(scans_->path, scans_->password, state_->is_cancelled);
+    } catch (const std::exception& failure) {
+      recognition.is_missing = true;
+      recognition.why = failure.what();
+      throw;
+    }
+  }
+
+  // The sum does not depend on which thread has which page.
+  void Weigh(const PageModel& page) {
+    const std::lock_guard lock(mutex_);
+    weight_ += WeightOf(page);
+    if (weight_ > limits::kMaxBytesOfPages) {
+      throw std::bad_alloc();
     }
   }
 
@@ -169,6 +209,7 @@ class Work {
   std::vector<OfficePage> pages_;
   std::size_t next_ = 0;
   std::size_t done_ = 0;
+  std::size_t weight_ = 0;
   bool is_stopped_ = false;
   std::deque<PageWarning> warnings_;
   std::exception_ptr failure_;
@@ -211,6 +252,7 @@ std::vector<OfficePage> AnalyzePages(DocumentReader& reader,
                                      const ConversionSdk::ConversionState& state,
                                      const AnalysisEvents& events) {
   Work work(page_indexes, scans, state);
+  reader.SetCancelFlag(state.is_cancelled);
   std::vector<std::unique_ptr<DocumentReader>> readers;
   for (std::size_t count = ThreadCount(page_indexes.size()); count > 1; --count) {
     readers.push_back(reader.OpenAgain());
