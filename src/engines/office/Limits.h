@@ -7,6 +7,13 @@
 
 namespace TarnixTools::engines::office::limits {
 
+// Characters of a page.
+inline constexpr std::size_t kMaxTextOfPage = 4'000'000;
+// Bytes of a text that a document gives in place of what is shown, or beside it: /ActualText, /Alt,
+// an address, a title.
+inline constexpr std::size_t kMaxEntryText = 8192;
+// Bytes that the pages of a document may take while its layout is made.
+inline constexpr std::size_t kMaxBytesOfPages = std::size_t{2} << 30;
 // Bytes of a font's program that is read for its characters.
 inline constexpr std::size_t kMaxFontProgramBytes = std::size_t{64} << 20;
 // Of one page; what is beyond them is left out, and the page counts as partial.
@@ -26,6 +33,10 @@ inline constexpr std::uint32_t kMaxPictureSide = 4000;
 inline constexpr std::size_t kMaxPictureBytes = std::size_t{64} << 20;
 // Bytes of the samples that tell how tints of an ink look.
 inline constexpr std::size_t kMaxTintBytes = std::size_t{1} << 20;
+// Bytes of the programs of fonts that are kept.
+inline constexpr std::size_t kMaxBytesOfPrograms = std::size_t{256} << 20;
+// Colour spaces of a document that are kept.
+inline constexpr std::size_t kMaxColorSpaces = 1'000;
 // Fonts of a document that are kept.
 inline constexpr std::size_t kMaxFonts = 20'000;
 // Links of a page that text is given.

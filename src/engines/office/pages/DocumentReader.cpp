@@ -67,6 +67,7 @@ struct DocumentReader::Inside {
   PageReader reader;
   std::shared_ptr<const StructureRoles> roles;  // null before they are asked for
   std::optional<DocumentFacts> facts;
+  const std::atomic<bool>* is_cancelled = nullptr;
 };
 
 DocumentReader::DocumentReader(std::unique_ptr<Inside> inside) : inside_(std::move(inside)) {}
@@ -83,7 +84,15 @@ std::unique_ptr<DocumentReader> DocumentReader::OpenAgain() {
   inside_->Roles();
   auto inside = std::make_unique<Inside>(inside_->file, inside_->password);
   inside->roles = inside_->roles;
+  if (inside_->is_cancelled != nullptr) {
+    inside->reader.set_cancel_flag(*inside_->is_cancelled);
+  }
   return std::unique_ptr<DocumentReader>(new DocumentReader(std::move(inside)));
+}
+
+void DocumentReader::SetCancelFlag(const std::atomic<bool>& is_cancelled) {
+  inside_->is_cancelled = &is_cancelled;
+  inside_->reader.set_cancel_flag(is_cancelled);
 }
 
 std::size_t DocumentReader::page_count() const {

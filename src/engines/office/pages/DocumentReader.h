@@ -8,6 +8,7 @@
 #ifndef TARNIX_ENGINES_OFFICE_PAGES_DOCUMENTREADER_H_
 #define TARNIX_ENGINES_OFFICE_PAGES_DOCUMENTREADER_H_
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -52,14 +53,17 @@ class DocumentReader {
   DocumentReader(const DocumentReader&) = delete;
   DocumentReader& operator=(const DocumentReader&) = delete;
 
+  // Reading a page ends with Cancelled once the flag is set, which outlives this; readers that are
+  // opened again go by it too.
+  void SetCancelFlag(const std::atomic<bool>& is_cancelled);
+
   std::size_t page_count() const;
 
   // Of a damaged page there is what can be read. Throws pdf::Error for a document that cannot be
   // read any more.
   PageModel Read(std::size_t page_index);
 
-  // Whether the page is a picture of a page: images cover it, and what text it has does not matter.
-  // Nothing is recognised for that.
+  // Whether the page is a picture of a page (ScanCheck.h). Nothing is recognised for that.
   bool IsScanned(std::size_t page_index);
 
   // Read when it is first asked for.

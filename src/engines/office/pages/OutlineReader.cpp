@@ -35,8 +35,9 @@ std::vector<OutlineEntry> ReadOutline(pdf::Document& document, Destinations& des
       continue;
     }
     if (const auto place = destinations.PlaceOfEntry(item)) {
-      entries.push_back({pdf::TextStringToUtf8(document.Resolve(item.Get("Title"), scratch).Text()),
-                         step.level, place->page, place->y});
+      const std::string_view title = document.Resolve(item.Get("Title"), scratch).Text();
+      entries.push_back({pdf::TextStringToUtf8(title.substr(0, limits::kMaxEntryText)), step.level,
+                         place->page, place->y});
     }
     steps.push_back({item.Get("Next").AsReference().number, step.level});
     steps.push_back({item.Get("First").AsReference().number, step.level + 1});

@@ -124,14 +124,18 @@ PageFont* PageFonts::Find(const Object& reference) {
     }
     return place.get();
   }
-  if (fonts_.size() >= limits::kMaxFonts) {
+  const std::uint32_t number = reference.AsReference().number;
+  const auto known = fonts_.find(number);
+  if (known != fonts_.end()) {
+    return known->second.get();
+  }
+  auto font = std::make_unique<PageFont>(*document_, reference);
+  program_bytes_ += font->program_size();
+  if (fonts_.size() >= limits::kMaxFonts || program_bytes_ > limits::kMaxBytesOfPrograms) {
     fonts_.clear();
+    program_bytes_ = font->program_size();
   }
-  std::unique_ptr<PageFont>& place = fonts_[reference.AsReference().number];
-  if (place == nullptr) {
-    place = std::make_unique<PageFont>(*document_, reference);
-  }
-  return place.get();
+  return fonts_.emplace(number, std::move(font)).first->second.get();
 }
 
 }  // namespace TarnixTools::engines::office

@@ -45,6 +45,9 @@ class PageFont {
 
   const std::shared_ptr<const Typeface>& face() const { return face_; }
 
+  // Bytes that are kept of its program.
+  std::size_t program_size() const { return program_bytes_.size(); }
+
  private:
   double AdvanceOfSimple(std::uint8_t code);
   double AdvanceOfComposite(std::uint32_t code);
@@ -73,6 +76,7 @@ class PageFonts {
  private:
   pdf::Document* document_;
   std::map<std::uint32_t, std::unique_ptr<PageFont>> fonts_;
+  std::size_t program_bytes_ = 0;  // of those
   // Those that are no objects of their own, by where their entries are.
   std::map<const void*, std::unique_ptr<PageFont>> in_place_;
 };

@@ -21,7 +21,8 @@ std::string AddressOf(Document& document, const Object& annotation) {
     return {};
   }
   const Object uri = document.Resolve(action.Get("URI"), arena);
-  return uri.IsString() ? pdf::TextStringToUtf8(uri.Text()) : std::string();
+  const bool is_usable = uri.IsString() && uri.Text().size() <= limits::kMaxEntryText;
+  return is_usable ? pdf::TextStringToUtf8(uri.Text()) : std::string();
 }
 
 std::optional<PageLink> LinkOf(Document& document, const Object& annotation,

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 
 #include "engines/office/Limits.h"
-#include "engines/office/pages/PaintedColor.h"
+#include "engines/office/pages/CancelledWalk.h"
 #include "engines/office/pages/PathShapes.h"
 #include "foundation/Utf8.h"
 #include "pdf/content/ContentWalker.h"
@@ -25,8 +27,8 @@ constexpr std::size_t kMaxReplacedGlyphs = 200;  // that one /ActualText stands 
 // Follows the page's content and notes what it paints.
 class PageCollector : public pdf::ContentVisitor {
  public:
-  PageCollector(pdf::Document& document, PageFonts& fonts, PageModel& page)
-      : fonts_(&fonts), colors_(document), page_(&page), document_(&document) {}
+  PageCollector(pdf::Document& document, PageFonts& fonts, PaintedColors& colors, PageModel& page)
+      : fonts_(&fonts), colors_(&colors), page_(&page), document_(&document) {}
 
   bool EnterContent(const pdf::ContentEntry& entry) override;
   void LeaveContent(const pdf::ContentEntry& entry) override;
@@ -44,6 +46,7 @@ class PageCollector : public pdf::ContentVisitor {
   void PaintShading(const pdf::ShadingUse& /*shading*/) override { page_->has_shadings = true; }
 
   void DrawImage(const pdf::ImageUse& image) override;
+  void Trouble(pdf::ContentTrouble trouble, std::size_t offset) override;
 
  private:
   // Marked content that is open.
@@ -55,6 +58,8 @@ class PageCollector : public pdf::ContentVisitor {
 
   std::int32_t CurrentMark() const { return marks_.empty() ? -1 : marks_.back().id; }
 
+  void ForgetInPlace();
+  bool HasRoomFor(const std::u32string& text);
   void ReplaceText(const Mark& mark);
 
   pdf::TextAdvance ShowAlong(const pdf::StringUse& string, PageFont& font, std::uint32_t style);
@@ -64,7 +69,7 @@ class PageCollector : public pdf::ContentVisitor {
                 double advance);
 
   PageFonts* fonts_;
-  PaintedColors colors_;
+  PaintedColors* colors_;
   PageModel* page_;
   pdf::Document* document_;
   std::vector<Mark> marks_;
@@ -98,7 +103,7 @@ std::uint32_t PageCollector::StyleOf(const pdf::StringUse& string, const PageFon
   const bool only_strokes = pdf::Strokes(mode) && !pdf::Fills(mode);
   const double alpha =
       only_strokes ? state.transparency.stroke_alpha : state.transparency.fill_alpha;
-  style.color = colors_.Of(only_strokes ? state.stroke : state.fill).value_or(Rgb{});
+  style.color = colors_->Of(only_strokes ? state.stroke : state.fill).value_or(Rgb{});
   style.is_hidden = (!pdf::Fills(mode) && !pdf::Strokes(mode)) || alpha <= 0;
   std::vector<TextStyle>& styles = page_->styles;
   const auto last =
@@ -112,10 +117,16 @@ std::uint32_t PageCollector::StyleOf(const pdf::StringUse& string, const PageFon
   return static_cast<std::uint32_t>(styles.size() - 1);
 }
 
-// Marks of a form are told apart by the form, not by the page: they mean nothing here.
-bool PageCollector::EnterContent(const pdf::ContentEntry& entry) {
+// What stands in resources by itself may be read into other memory next.
+void PageCollector::ForgetInPlace() {
   fonts_->ForgetInPlace();
-  if (entry.depth > 0) {
+  colors_->ForgetInPlace();
+}
+
+// Marks of a form or an appearance are told apart by it, not by the page: they mean nothing here.
+bool PageCollector::EnterContent(const pdf::ContentEntry& entry) {
+  ForgetInPlace();
+  if (entry.kind != pdf::ResourceKind::kPage) {
     ++depth_;
     marks_.push_back({-1, page_->glyphs.size(), std::nullopt});
   }
@@ -123,8 +134,8 @@ bool PageCollector::EnterContent(const pdf::ContentEntry& entry) {
 }
 
 void PageCollector::LeaveContent(const pdf::ContentEntry& entry) {
-  fonts_->ForgetInPlace();
-  if (entry.depth > 0 && depth_ > 0) {
+  ForgetInPlace();
+  if (entry.kind != pdf::ResourceKind::kPage && depth_ > 0) {
     --depth_;
     marks_.pop_back();
   }
@@ -132,12 +143,13 @@ void PageCollector::LeaveContent(const pdf::ContentEntry& entry) {
 
 void PageCollector::BeginMarked(const pdf::MarkedContent& mark) {
   Mark opened{CurrentMark(), page_->glyphs.size(), std::nullopt};
-  if (mark.id && depth_ == 0) {
+  if (mark.id && depth_ == 0 && *mark.id >= 0 &&
+      *mark.id <= std::numeric_limits<std::int32_t>::max()) {
     opened.id = static_cast<std::int32_t>(*mark.id);
   }
   pdf::Arena arena;
   const Object text = document_->Resolve(mark.properties.Get("ActualText"), arena);
-  if (text.IsString()) {
+  if (text.IsString() && text.Text().size() <= limits::kMaxEntryText) {
     opened.text = Utf8ToUtf32(pdf::TextStringToUtf8(text.Text()));
   }
   marks_.push_back(std::move(opened));
@@ -154,11 +166,20 @@ void PageCollector::EndMarked(const pdf::MarkedContent& /*mark*/) {
   }
 }
 
+bool PageCollector::HasRoomFor(const std::u32string& text) {
+  const bool has_room = page_->text.size() + text.size() <= limits::kMaxTextOfPage;
+  page_->is_partial = page_->is_partial || !has_room;
+  return has_room;
+}
+
 // The glyphs become one, as long as all of them, if they stand in one line (ISO 32000-2, 14.9.4).
 void PageCollector::ReplaceText(const Mark& mark) {
   std::vector<Glyph>& glyphs = page_->glyphs;
   const std::size_t first = mark.first_glyph;
   if (first >= glyphs.size() || glyphs.size() - first > kMaxReplacedGlyphs) {
+    return;
+  }
+  if (!HasRoomFor(*mark.text)) {
     return;
   }
   const TextStyle& style = page_->styles[glyphs[first].style];
@@ -238,7 +259,7 @@ void PageCollector::AddGlyph(const std::u32string& text, std::uint32_t style, co
   if (!is_on_page) {
     return;
   }
-  if (page_->glyphs.size() >= limits::kMaxGlyphsOfPage) {
+  if (page_->glyphs.size() >= limits::kMaxGlyphsOfPage || !HasRoomFor(text)) {
     page_->is_partial = true;
     return;
   }
@@ -257,13 +278,15 @@ void PageCollector::PaintPath(const pdf::PathUse& path) {
   const double line_width = path.state.line.width * Length(matrix.a, matrix.b);
   const bool fills_pattern = path.fills && !path.state.fill.pattern.IsNull();
   page_->has_shadings = page_->has_shadings || fills_pattern;
+  const auto fill = path.fills ? colors_->Of(path.state.fill) : std::nullopt;
+  const auto stroke = path.strokes ? colors_->Of(path.state.stroke) : std::nullopt;
   for (PathShape& shape : ShapesOf(path)) {
     if (page_->paths.size() >= limits::kMaxPathsOfPage) {
       page_->is_partial = true;
       return;
     }
-    shape.fill = path.fills ? colors_.Of(path.state.fill) : std::nullopt;
-    shape.stroke = path.strokes ? colors_.Of(path.state.stroke) : std::nullopt;
+    shape.fill = fill;
+    shape.stroke = stroke;
     shape.line_width = line_width;
     shape.order = ++order_;
     page_->paths.push_back(shape);
@@ -282,6 +305,13 @@ void PageCollector::DrawImage(const pdf::ImageUse& image) {
                            .order = ++order_});
 }
 
+// Content that is passed over, whether it cannot be read or is too much.
+void PageCollector::Trouble(pdf::ContentTrouble trouble, std::size_t /*offset*/) {
+  using enum pdf::ContentTrouble;
+  page_->is_partial =
+      page_->is_partial || trouble == kUnreadable || trouble == kTooDeep || trouble == kTooMuch;
+}
+
 }  // namespace
 
 PageModel PageReader::Read(std::size_t page_index) {
@@ -290,7 +320,7 @@ PageModel PageReader::Read(std::size_t page_index) {
   PageModel page;
   page.width = geometry.SeenWidth();
   page.height = geometry.SeenHeight();
-  PageCollector collector(*document_, fonts_, page);
+  PageCollector collector(*document_, fonts_, colors_, page);
   pdf::ContentWalker walker(*document_, collector,
                             {.images = true,
                              .text = true,
@@ -303,7 +333,7 @@ PageModel PageReader::Read(std::size_t page_index) {
                              .appearances = true,
                              .layers = layers_});
   walker.BeginPage(*pages_, page_index, geometry.ToSeenPoints() * Downwards(page.height));
-  walker.Run();
+  RunUntilCancelled(walker, is_cancelled_);
   return page;
 }
 

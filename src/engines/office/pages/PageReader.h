@@ -7,10 +7,12 @@
 #ifndef TARNIX_ENGINES_OFFICE_PAGES_PAGEREADER_H_
 #define TARNIX_ENGINES_OFFICE_PAGES_PAGEREADER_H_
 
+#include <atomic>
 #include <cstddef>
 
 #include "engines/office/pages/PageFont.h"
 #include "engines/office/pages/PageModel.h"
+#include "engines/office/pages/PaintedColor.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
 #include "pdf/tree/VisibleLayers.h"
@@ -27,7 +29,14 @@ class PageReader {
  public:
   // All outlive this.
   PageReader(pdf::Document& document, const pdf::PageTree& pages, const pdf::VisibleLayers& layers)
-      : document_(&document), pages_(&pages), layers_(&layers), fonts_(document) {}
+      : document_(&document),
+        pages_(&pages),
+        layers_(&layers),
+        fonts_(document),
+        colors_(document) {}
+
+  // Reading a page ends with Cancelled once the flag is set, which outlives this.
+  void set_cancel_flag(const std::atomic<bool>& is_cancelled) { is_cancelled_ = &is_cancelled; }
 
   // Of a damaged page there is what can be read. Throws pdf::Error for a document that cannot be
   // read any more.
@@ -38,6 +47,8 @@ class PageReader {
   const pdf::PageTree* pages_;
   const pdf::VisibleLayers* layers_;
   PageFonts fonts_;
+  PaintedColors colors_;
+  const std::atomic<bool>* is_cancelled_ = nullptr;
 };
 
 }  // namespace TarnixTools::engines::office

@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 
+#include "engines/office/Limits.h"
+
 namespace TarnixTools::engines::office {
 
 namespace {
@@ -81,18 +83,23 @@ std::optional<Rgb> PaintedColors::Of(const pdf::Color& color) {
   return space->is_computed() ? Computed(*space, components) : OfInks(components);
 }
 
+// Names of spaces are not worth being kept.
 const PaintedColors::Space& PaintedColors::SpaceOf(const pdf::Object& space) {
   pdf::Arena arena;
   const pdf::Followed found = document_->Follow(space, arena);
-  if (found.number == 0) {
-    in_place_ = Read(found.value, arena);
-    return in_place_;
+  if (found.number == 0 && found.value.Items().empty()) {
+    named_ = Read(found.value, arena);
+    return named_;
   }
-  const auto [place, is_new] = spaces_.try_emplace(found.number);
-  if (is_new) {
-    place->second = Read(found.value, arena);
+  if (spaces_.size() >= limits::kMaxColorSpaces) {
+    spaces_.clear();
   }
-  return place->second;
+  std::optional<Space>& place =
+      found.number != 0 ? spaces_[found.number] : in_place_[found.value.Items().data()];
+  if (!place) {
+    place = Read(found.value, arena);
+  }
+  return *place;
 }
 
 PaintedColors::Space PaintedColors::Read(const pdf::Object& space, pdf::Arena& arena) {

@@ -20,6 +20,10 @@ class PaintedColors {
   // Nothing for a pattern. A colour of several inks is as dark as they are.
   std::optional<Rgb> Of(const pdf::Color& color);
 
+  // Spaces that are no objects of their own are known by their place in memory, which may be others'
+  // from now on.
+  void ForgetInPlace() { in_place_.clear(); }
+
  private:
   struct Space {
     std::optional<ColorSpace> space;
@@ -30,8 +34,9 @@ class PaintedColors {
   Space Read(const pdf::Object& space, pdf::Arena& arena);
 
   pdf::Document* document_;
-  std::map<std::uint32_t, Space> spaces_;  // by number
-  Space in_place_;
+  std::map<std::uint32_t, std::optional<Space>> spaces_;  // by number
+  std::map<const void*, std::optional<Space>> in_place_;  // by their items
+  Space named_;
 };
 
 }  // namespace TarnixTools::engines::office

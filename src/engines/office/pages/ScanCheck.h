@@ -10,8 +10,8 @@
 
 namespace TarnixTools::engines::office {
 
-// A picture of a page: images cover most of it, what text is seen does not matter, and no text that
-// is not seen lies over the picture for readers to find. Only the content is looked at, until it is
+// A picture of a page: images cover most of it, what text is seen is no more than a stamp or a page
+// number, and no text that is not seen lies over the picture for readers to find. Only the content is looked at, until it is
 // clear: no font is read and no image decoded. Throws pdf::Error for a document that cannot be read
 // any more.
 bool IsScannedPage(pdf::Document& document, const pdf::PageTree& pages,

@@ -18,7 +18,8 @@ constexpr std::int64_t kMaxMark = 1'000'000;
 
 std::string TextOf(Document& document, const Object& value, pdf::Arena& arena) {
   const Object text = document.Resolve(value, arena);
-  return text.IsString() ? pdf::TextStringToUtf8(text.Text()) : std::string();
+  const bool is_usable = text.IsString() && text.Text().size() <= limits::kMaxEntryText;
+  return is_usable ? pdf::TextStringToUtf8(text.Text()) : std::string();
 }
 
 }  // namespace
@@ -34,6 +35,7 @@ StructureRoles::StructureRoles(Document& document, const Destinations& destinati
     return std::tie(a.page, a.mark, a.order) < std::tie(b.page, b.mark, b.order);
   });
   waiting_ = {};
+  destinations_ = nullptr;
   seen_ = {};
   arena_.Reset();
 }

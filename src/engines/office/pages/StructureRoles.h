@@ -62,7 +62,7 @@ class StructureRoles {
   std::string_view MeaningOf(std::string_view type) const;
   std::uint32_t TextNumber(std::string_view text);
 
-  const Destinations* destinations_;
+  const Destinations* destinations_;  // while the tree is read
   pdf::Arena arena_;
   std::vector<Kid> waiting_;
   std::vector<bool> seen_;  // by object number

@@ -1,8 +1,10 @@
+#include <atomic>
 #include <string>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "engines/office/Cancellation.h"
 #include "engines/office/pages/DocumentReader.h"
 #include "foundation/Utf8.h"
 #include "support/TempDir.h"
@@ -68,6 +70,33 @@ TEST_F(DocumentReaderTest, ShowsSpotColorsAsTheDocumentSays) {
   ASSERT_EQ(page.styles.size(), 2U);
   EXPECT_EQ(page.styles[0].color, (Rgb{0, 51, 102}));
   EXPECT_EQ(page.styles[1].color, (Rgb{128, 153, 179}));
+}
+
+TEST_F(DocumentReaderTest, TellsThatContentIsUnreadable) {
+  const TestPdf pdf = TestPdf()
+                          .Page()
+                          .PageEntry("/Resources<</XObject<</X {{form}}>>>>")
+                          .Content("/X Do")
+                          .Object("form",
+                                  "<</Type/XObject/Subtype/Form/BBox[0 0 9 9]/Filter/NoSuchFilter"
+                                  "/Length 1>>stream\nx\nendstream");
+  EXPECT_TRUE(Open(pdf).Read(0).is_partial);
+  EXPECT_FALSE(Page("BT /F 10 Tf 100 700 Td (A) Tj ET").is_partial);
+}
+
+TEST_F(DocumentReaderTest, StopsInThePageOnceItIsCancelled) {
+  const std::atomic<bool> is_cancelled = true;
+  DocumentReader& reader = Open(TestPdf().Page().PageEntry(kFont).Content("BT ET"));
+  reader.SetCancelFlag(is_cancelled);
+  EXPECT_THROW(reader.Read(0), Cancelled);
+  EXPECT_THROW(reader.OpenAgain()->Read(0), Cancelled);
+}
+
+TEST_F(DocumentReaderTest, TakesNoReplacementTextWithoutBounds) {
+  const std::string long_text(10'000, 'x');
+  const std::string content = "BT /F 10 Tf 100 700 Td /Span<</ActualText(";
+  EXPECT_EQ(TextOf(Page(content + "yz)>>BDC (a) Tj EMC ET")), U"yz");
+  EXPECT_EQ(TextOf(Page(content + long_text + ")>>BDC (a) Tj EMC ET")), U"a");
 }
 
 TEST_F(DocumentReaderTest, LeavesOutWhatIsBesideThePage) {
