@@ -66,5 +66,13 @@ TEST(SlideWriter, WritesTheSameBytesForTheSameDocument) {
   EXPECT_EQ(SlideBytesOf(DocumentOf({PageOfShapes()})), SlideBytesOf(DocumentOf({PageOfShapes()})));
 }
 
+TEST(SlideWriter, FillsRulesThatArePaintedAsAreas) {
+  const PathShape rule{PathShape::Kind::kLine, {72, 255, 300, 256}, Rgb{0, 0, 255}, std::nullopt};
+  const std::string xml =
+      PartsOf(SlideBytesOf(DocumentOf({PageWithPath(rule)}))).at("ppt/slides/slide1.xml");
+  EXPECT_THAT(xml, HasSubstr("prst=\"rect\""));
+  EXPECT_THAT(xml, HasSubstr("0000FF"));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office

@@ -164,5 +164,12 @@ TEST(WordWriter, WritesADocumentWithoutContent) {
   EXPECT_EQ(OrderComplaints(parts.at("word/document.xml")), "");
 }
 
+TEST(WordWriter, FillsRulesThatArePaintedAsAreas) {
+  const PathShape rule{PathShape::Kind::kLine, {72, 255, 300, 256}, Rgb{0, 0, 255}, std::nullopt};
+  const std::string xml = BodyOf(DocumentOf({PageWithPath(rule)}));
+  EXPECT_THAT(xml, HasSubstr("prst=\"rect\""));
+  EXPECT_THAT(xml, HasSubstr("0000FF"));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office

@@ -195,6 +195,16 @@ OfficePage PageWith(std::vector<Block> blocks) {
   return page;
 }
 
+OfficePage PageWithPath(const PathShape& path) {
+  Drawing drawing;
+  drawing.box = path.box;
+  drawing.paths = {0};
+  drawing.is_simple = true;
+  OfficePage page = PageWith({Block{drawing}});
+  page.model.paths = {path};
+  return page;
+}
+
 void AddBand(OfficePage& page, const std::vector<std::vector<Block>>& columns) {
   Band band;
   const double width = (kTestWidth - 144) / static_cast<double>(columns.size());

@@ -29,6 +29,9 @@ Table TableAt(double left, double top, const std::vector<std::string>& texts);
 // A page with one column.
 OfficePage PageWith(std::vector<Block> blocks);
 
+// A page with one drawing of one path.
+OfficePage PageWithPath(const PathShape& path);
+
 // Adds a band with a column for each list of blocks.
 void AddBand(OfficePage& page, const std::vector<std::vector<Block>>& columns);
 

@@ -39,7 +39,6 @@ void WriteName(SlidePart& slide, std::string_view kind, const std::string& descr
 
 void WriteShape(SlidePart& slide, const PathShape& path) {
   XmlWriter& xml = slide.xml;
-  const bool is_line = path.kind == PathShape::Kind::kLine;
   xml.Open("p:sp");
   xml.Open("p:nvSpPr");
   WriteName(slide, "Shape", "");
@@ -47,8 +46,8 @@ void WriteShape(SlidePart& slide, const PathShape& path) {
   xml.Leaf("p:nvPr");
   xml.Close();
   xml.Open("p:spPr");
-  WriteGeometry(xml, path.box, 0, is_line ? "line" : "rect");
-  WriteFill(xml, is_line ? std::nullopt : path.fill);
+  WriteGeometry(xml, path.box, 0, IsDrawnAsLine(path) ? "line" : "rect");
+  WriteFill(xml, path.fill);
   xml.Open("a:ln");
   if (path.stroke) {
     xml.Attribute({"w", Emu(std::max(path.line_width, 0.1))});

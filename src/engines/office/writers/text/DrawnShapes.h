@@ -19,6 +19,12 @@ inline bool IsDrawnAsShapes(const Drawing& drawing) {
   return drawing.is_simple && drawing.paths.size() <= kMostShapes;
 }
 
+// Whether a path is drawn as a line. A rule that is painted as a thin area is that area: a line shows
+// no filling.
+inline bool IsDrawnAsLine(const PathShape& path) {
+  return path.kind == PathShape::Kind::kLine && !path.fill;
+}
+
 // The angle from 0 up to 360 degrees.
 inline double Turned(double angle) {
   const double rest = std::isfinite(angle) ? std::fmod(angle, 360.0) : 0;

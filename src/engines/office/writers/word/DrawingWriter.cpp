@@ -195,9 +195,8 @@ void WriteShapes(Story& story, const OfficePage& page, const Drawing& drawing) {
       continue;
     }
     const PathShape& path = page.model.paths[number];
-    const bool is_line = path.kind == PathShape::Kind::kLine;
-    WriteShape(story, path.box, is_line ? "line" : "rect", is_line ? std::nullopt : path.fill,
-               path.stroke, path.line_width);
+    WriteShape(story, path.box, IsDrawnAsLine(path) ? "line" : "rect", path.fill, path.stroke,
+               path.line_width);
   }
 }
 
