@@ -57,11 +57,12 @@ struct PathShape {
   enum class Kind : std::uint8_t { kRectangle, kLine, kOther };
 
   Kind kind = Kind::kOther;
-  pdf::Box box;  // of its points; empty in one direction for a line
+  pdf::Box box;  // of its points; a line leads from one corner to the opposite one
   std::optional<Rgb> fill;
   std::optional<Rgb> stroke;
   double line_width = 0;
   std::uint32_t order = 0;  // among all that is painted
+  bool rises = false;       // a line leads from the lower-left corner up to the right one
 };
 
 // An image that is drawn; the unit square that it fills is led to its place by the matrix.

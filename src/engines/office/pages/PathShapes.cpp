@@ -77,6 +77,11 @@ void Add(std::vector<PathShape>& shapes, PathShape::Kind kind, const Box& box) {
   shapes.push_back(shape);
 }
 
+void AddLine(std::vector<PathShape>& shapes, std::span<const Point> ends) {
+  Add(shapes, PathShape::Kind::kLine, BoxOf(ends));
+  shapes.back().rises = (ends[1].x - ends[0].x) * (ends[1].y - ends[0].y) < 0;
+}
+
 // False for a subpath that is neither a line nor a rectangle, nor made of lines along the axes.
 bool AddSubpath(std::span<const PathSegment> subpath, bool fills, std::vector<PathShape>& shapes) {
   const auto corners = CornersOf(subpath, fills);
@@ -93,15 +98,15 @@ bool AddSubpath(std::span<const PathSegment> subpath, bool fills, std::vector<Pa
     Add(shapes, is_rule ? PathShape::Kind::kLine : PathShape::Kind::kRectangle, box);
     return true;
   }
-  if (corners->size() == 2 || (fills && is_thin && AreAlongAxes(*corners))) {
+  if (fills && is_thin && AreAlongAxes(*corners)) {
     Add(shapes, PathShape::Kind::kLine, box);
     return true;
   }
-  if (fills || !AreAlongAxes(*corners)) {
+  if (fills || (corners->size() > 2 && !AreAlongAxes(*corners))) {
     return false;
   }
   for (std::size_t i = 0; i + 1 < corners->size(); ++i) {
-    Add(shapes, PathShape::Kind::kLine, BoxOf(std::span(*corners).subspan(i, 2)));
+    AddLine(shapes, std::span(*corners).subspan(i, 2));
   }
   return true;
 }
@@ -131,6 +136,23 @@ bool ClipTo(const Box& clip, Box& box) {
   return box.left <= box.right && box.bottom <= box.top;
 }
 
+// Whether a line with this box is along no axis.
+bool IsSlanted(const Box& box) {
+  return box.width() > kAligned && box.height() > kAligned;
+}
+
+// False for a shape that the clip leaves nothing of. What it leaves of a slanted line need not lead
+// from corner to corner.
+bool ClipShape(const pdf::PathUse& path, PathShape& shape) {
+  const Box whole = shape.box;
+  const bool is_seen = ClipTo(path.state.clip.box, shape.box);
+  const bool is_cut = shape.box != whole;
+  if (is_cut && shape.kind == PathShape::Kind::kLine && !path.fills && IsSlanted(whole)) {
+    shape.kind = PathShape::Kind::kOther;
+  }
+  return is_seen;
+}
+
 }  // namespace
 
 std::vector<PathShape> ShapesOf(const pdf::PathUse& path) {
@@ -139,7 +161,7 @@ std::vector<PathShape> ShapesOf(const pdf::PathUse& path) {
     shapes.clear();
     Add(shapes, PathShape::Kind::kOther, path.box);
   }
-  std::erase_if(shapes, [&](PathShape& shape) { return !ClipTo(path.state.clip.box, shape.box); });
+  std::erase_if(shapes, [&](PathShape& shape) { return !ClipShape(path, shape); });
   return shapes;
 }
 
