@@ -1,32 +1,10 @@
 #include "engines/office/writers/slides/SlideShapes.h"
 
-#include <algorithm>
-
-#include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/text/DrawnShapes.h"
-#include "engines/office/writers/text/Units.h"
 
 namespace TarnixTools::engines::office {
 
 namespace {
-
-void WritePlace(XmlWriter& xml, std::string_view name, const pdf::Box& box, double angle) {
-  xml.Open(name);
-  if (angle != 0) {
-    xml.Attribute({"rot", Rounded(angle, 60'000)});
-  }
-  xml.Leaf("a:off", {{"x", Emu(box.left)}, {"y", Emu(UpperEdge(box))}});
-  xml.Leaf("a:ext", {{"cx", std::max<std::int64_t>(Emu(box.width()), 0)},
-                     {"cy", std::max<std::int64_t>(Emu(box.height()), 0)}});
-  xml.Close();
-}
-
-void WriteGeometry(XmlWriter& xml, const pdf::Box& box, double angle, std::string_view kind) {
-  WritePlace(xml, "a:xfrm", box, angle);
-  xml.Open("a:prstGeom", {{"prst", kind}});
-  xml.Leaf("a:avLst");
-  xml.Close();
-}
 
 void WriteName(SlidePart& slide, std::string_view kind, const std::string& description) {
   const std::uint32_t id = ++slide.shape_count;
@@ -46,14 +24,7 @@ void WriteShape(SlidePart& slide, const PathShape& path) {
   xml.Leaf("p:nvPr");
   xml.Close();
   xml.Open("p:spPr");
-  WriteGeometry(xml, path.box, 0, IsDrawnAsLine(path) ? "line" : "rect");
-  WriteFill(xml, path.fill);
-  xml.Open("a:ln");
-  if (path.stroke) {
-    xml.Attribute({"w", Emu(std::max(path.line_width, 0.1))});
-  }
-  WriteFill(xml, path.stroke);
-  xml.Close();
+  WritePath(xml, path, path.box);
   xml.Close();
   xml.Close();
 }
@@ -75,7 +46,7 @@ void WriteImage(SlidePart& slide, const OfficePicture& image, const pdf::Box& bo
   xml.Close();
   xml.Close();
   xml.Open("p:spPr");
-  WriteGeometry(xml, box, 0, "rect");
+  WriteForm(xml, box);
   xml.Close();
   xml.Close();
 }
@@ -91,7 +62,7 @@ void WriteTextShape(SlidePart& slide, const TextGroup& group, const pdf::Box& bo
   xml.Leaf("p:nvPr");
   xml.Close();
   xml.Open("p:spPr");
-  WriteGeometry(xml, box, angle, "rect");
+  WriteForm(xml, box, angle);
   WriteFill(xml, group.paragraphs.front().paragraph->fill);
   xml.Close();
   xml.Open("p:txBody");
@@ -107,13 +78,8 @@ void WriteTextShape(SlidePart& slide, const TextGroup& group, const pdf::Box& bo
 }
 
 void WritePictureShape(SlidePart& slide, const Picture& picture) {
-  std::vector<ImagePlace> images;
-  for (const std::uint32_t number : picture.images) {
-    if (number < slide.page.model.images.size()) {
-      images.push_back(slide.page.model.images[number]);
-    }
-  }
-  const auto image = slide.context.pictures.PictureOf(slide.page.model.number, images, picture.box);
+  const auto image = slide.context.pictures.PictureOf(
+      slide.page.model.number, PlacesOf(picture, slide.page.model), picture.box);
   if (image) {
     WriteImage(slide, *image, picture.box, picture.description);
   }

@@ -4,7 +4,9 @@
 
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "engines/office/layout/PageLayout.h"
 #include "engines/office/writers/package/XmlWriter.h"
@@ -13,6 +15,8 @@ namespace TarnixTools::engines::office {
 
 // A drawing of more rectangles and lines than these is a picture.
 inline constexpr std::size_t kMostShapes = 60;
+
+inline constexpr double kSmallestSide = 0.01;  // points; programs refuse what has no size
 
 // Whether a drawing is written as shapes of its own.
 inline bool IsDrawnAsShapes(const Drawing& drawing) {
@@ -33,6 +37,19 @@ inline double Turned(double angle) {
 
 // How a shape, a line or a cell is filled (ECMA-376 part 1, 20.1.8); nothing: not at all.
 void WriteFill(XmlWriter& xml, const std::optional<Rgb>& color);
+
+enum class ShapeForm : std::uint8_t { kRectangle, kLine };
+
+// The place and the form of a shape: a:xfrm and a:prstGeom. angle: degrees clockwise, from 0 up to
+// 360.
+void WriteForm(XmlWriter& xml, const pdf::Box& box, double angle = 0,
+               ShapeForm form = ShapeForm::kRectangle);
+
+// A path as a shape at the box: its form, its filling and its line.
+void WritePath(XmlWriter& xml, const PathShape& path, const pdf::Box& box);
+
+// The images of a picture, as they lie on the page.
+std::vector<ImagePlace> PlacesOf(const Picture& picture, const PageModel& page);
 
 // Whether lines that are turned by an angle of Turned run straight down or up.
 inline bool IsQuarter(double angle) {

@@ -8,7 +8,6 @@ namespace TarnixTools::engines::office {
 
 namespace {
 
-constexpr double kSmallestSide = 0.01;  // points; programs refuse what has no size
 constexpr std::string_view kPictureUri = "http://schemas.openxmlformats.org/drawingml/2006/picture";
 constexpr std::string_view kShapeUri =
     "http://schemas.microsoft.com/office/word/2010/wordprocessingShape";
@@ -17,8 +16,13 @@ std::int64_t Side(double points) {
   return Emu(std::max(points, kSmallestSide));
 }
 
-void WriteExtent(XmlWriter& xml, std::string_view name, const pdf::Box& box) {
-  xml.Leaf(name, {{"cx", Side(box.width())}, {"cy", Side(box.height())}});
+void WriteExtent(XmlWriter& xml, const pdf::Box& box) {
+  xml.Leaf("wp:extent", {{"cx", Side(box.width())}, {"cy", Side(box.height())}});
+}
+
+// Where a shape is within its anchor.
+pdf::Box AtOrigin(const pdf::Box& box) {
+  return {0, 0, box.width(), box.height()};
 }
 
 void WriteProperties(Story& story, const std::string& description) {
@@ -49,13 +53,8 @@ void WriteGraphicPicture(Story& story, const OfficePicture& picture, const pdf::
   xml.Close();
   xml.Close();
   xml.Open("pic:spPr");
-  xml.Open("a:xfrm");
-  xml.Leaf("a:off", {{"x", 0}, {"y", 0}});
-  WriteExtent(xml, "a:ext", box);
-  xml.Close();
-  xml.Open("a:prstGeom", {{"prst", "rect"}});
-  xml.Leaf("a:avLst");
-  for (int i = 0; i < 5; ++i) {
+  WriteForm(xml, AtOrigin(box));
+  for (int i = 0; i < 4; ++i) {
     xml.Close();
   }
 }
@@ -82,7 +81,7 @@ void OpenAnchor(Story& story, const pdf::Box& box, bool is_behind, const std::st
   xml.Leaf("wp:simplePos", {{"x", 0}, {"y", 0}});
   WritePosition(xml, "wp:positionH", box.left);
   WritePosition(xml, "wp:positionV", UpperEdge(box));
-  WriteExtent(xml, "wp:extent", box);
+  WriteExtent(xml, box);
   xml.Leaf("wp:effectExtent", {{"l", 0}, {"t", 0}, {"r", 0}, {"b", 0}});
   xml.Leaf("wp:wrapNone");
   WriteProperties(story, description);
@@ -112,33 +111,11 @@ void CloseShape(XmlWriter& xml) {
   }
 }
 
-void WriteGeometry(XmlWriter& xml, const pdf::Box& box, double angle, std::string_view kind) {
-  xml.Open("a:xfrm");
-  if (angle != 0) {
-    xml.Attribute({"rot", Rounded(angle, 60'000)});
-  }
-  xml.Leaf("a:off", {{"x", 0}, {"y", 0}});
-  xml.Leaf("a:ext", {{"cx", kind == "line" ? Emu(box.width()) : Side(box.width())},
-                     {"cy", kind == "line" ? Emu(box.height()) : Side(box.height())}});
-  xml.Close();
-  xml.Open("a:prstGeom", {{"prst", kind}});
-  xml.Leaf("a:avLst");
-  xml.Close();
-}
-
-void WriteShape(Story& story, const pdf::Box& box, std::string_view kind,
-                const std::optional<Rgb>& fill, const std::optional<Rgb>& stroke, double width) {
+void WriteShape(Story& story, const PathShape& path) {
   XmlWriter& xml = story.xml;
-  OpenShape(story, box, true, false);
+  OpenShape(story, path.box, true, false);
   xml.Open("wps:spPr");
-  WriteGeometry(xml, box, 0, kind);
-  WriteFill(xml, fill);
-  xml.Open("a:ln");
-  if (stroke) {
-    xml.Attribute({"w", Emu(std::max(width, 0.1))});
-  }
-  WriteFill(xml, stroke);
-  xml.Close();
+  WritePath(xml, path, AtOrigin(path.box));
   xml.Close();
   xml.Leaf("wps:bodyPr");
   CloseShape(xml);
@@ -147,13 +124,8 @@ void WriteShape(Story& story, const pdf::Box& box, std::string_view kind,
 }  // namespace
 
 std::optional<OfficePicture> ImageOf(Story& story, const OfficePage& page, const Picture& picture) {
-  std::vector<ImagePlace> images;
-  for (const std::uint32_t number : picture.images) {
-    if (number < page.model.images.size()) {
-      images.push_back(page.model.images[number]);
-    }
-  }
-  return story.context.pictures.PictureOf(page.model.number, images, picture.box);
+  return story.context.pictures.PictureOf(page.model.number, PlacesOf(picture, page.model),
+                                          picture.box);
 }
 
 std::optional<OfficePicture> ImageOf(Story& story, const OfficePage& page, const Drawing& drawing) {
@@ -169,7 +141,7 @@ void WriteInlinePicture(Story& story, const OfficePicture& picture, const pdf::B
   xml.Close();
   xml.Open("w:drawing");
   xml.Open("wp:inline", {{"distT", 0}, {"distB", 0}, {"distL", 0}, {"distR", 0}});
-  WriteExtent(xml, "wp:extent", box);
+  WriteExtent(xml, box);
   WriteProperties(story, description);
   WriteGraphicPicture(story, picture, box);
   for (int i = 0; i < 3; ++i) {
@@ -191,17 +163,18 @@ void WriteAnchoredPicture(Story& story, const OfficePicture& picture, const pdf:
 
 void WriteShapes(Story& story, const OfficePage& page, const Drawing& drawing) {
   for (const std::uint32_t number : drawing.paths) {
-    if (number >= page.model.paths.size()) {
-      continue;
+    if (number < page.model.paths.size()) {
+      WriteShape(story, page.model.paths[number]);
     }
-    const PathShape& path = page.model.paths[number];
-    WriteShape(story, path.box, IsDrawnAsLine(path) ? "line" : "rect", path.fill, path.stroke,
-               path.line_width);
   }
 }
 
 void WriteBackground(Story& story, const PageLayout& page, const Rgb& color) {
-  WriteShape(story, {0, 0, page.width, page.height}, "rect", color, std::nullopt, 0);
+  PathShape area;
+  area.kind = PathShape::Kind::kRectangle;
+  area.box = {0, 0, page.width, page.height};
+  area.fill = color;
+  WriteShape(story, area);
 }
 
 void WriteTextBox(Story& story, const pdf::Box& box, double angle, bool is_behind,
@@ -210,7 +183,7 @@ void WriteTextBox(Story& story, const pdf::Box& box, double angle, bool is_behin
   OpenShape(story, box, is_behind, true);
   xml.Open("wps:spPr");
   const bool is_upright = IsQuarter(angle);
-  WriteGeometry(xml, box, is_upright ? 0 : angle, "rect");
+  WriteForm(xml, AtOrigin(box), is_upright ? 0 : angle);
   xml.Leaf("a:noFill");
   xml.Close();
   xml.Open("wps:txbx");
