@@ -74,5 +74,16 @@ TEST(SlideWriter, FillsRulesThatArePaintedAsAreas) {
   EXPECT_THAT(xml, HasSubstr("0000FF"));
 }
 
+TEST(SlideWriter, DrawsSlantedLinesTheWayTheyLead) {
+  PathShape line{PathShape::Kind::kLine, {72, 200, 300, 256}, std::nullopt, Rgb{0, 0, 255}, 1};
+  for (const bool rises : {false, true}) {
+    line.rises = rises;
+    const std::string xml =
+        PartsOf(SlideBytesOf(DocumentOf({PageWithPath(line)}))).at("ppt/slides/slide1.xml");
+    EXPECT_THAT(xml, HasSubstr("prst=\"line\""));
+    EXPECT_EQ(xml.find("flipV=\"1\"") != std::string::npos, rises);
+  }
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office

@@ -234,7 +234,7 @@ std::string SlideMaster::KeyOf(const OfficePage& page, const Block& block) {
     for (const std::uint32_t number : drawing->paths) {
       if (number < page.model.paths.size()) {
         const PathShape& path = page.model.paths[number];
-        key += PlaceKey(path.box) + (path.fill ? Hex(*path.fill) : "") + "|" +
+        key += PlaceKey(path.box) + (path.fill ? Hex(*path.fill) : "") + (path.rises ? "/" : "|") +
                (path.stroke ? Hex(*path.stroke) : "") + ";";
       }
     }

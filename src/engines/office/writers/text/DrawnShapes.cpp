@@ -11,6 +11,13 @@ namespace {
 
 constexpr double kThinnestLine = 0.1;  // points; thinner ones are not seen
 
+ShapeForm FormOf(const PathShape& path) {
+  if (!IsDrawnAsLine(path)) {
+    return ShapeForm::kRectangle;
+  }
+  return path.rises ? ShapeForm::kRisingLine : ShapeForm::kFallingLine;
+}
+
 }  // namespace
 
 void WriteFill(XmlWriter& xml, const std::optional<Rgb>& color) {
@@ -24,11 +31,14 @@ void WriteFill(XmlWriter& xml, const std::optional<Rgb>& color) {
 }
 
 void WriteForm(XmlWriter& xml, const pdf::Box& box, double angle, ShapeForm form) {
-  const bool is_line = form == ShapeForm::kLine;
+  const bool is_line = form != ShapeForm::kRectangle;
   const double least = is_line ? 0 : kSmallestSide;
   xml.Open("a:xfrm");
   if (angle != 0) {
     xml.Attribute({"rot", Rounded(angle, 60'000)});
+  }
+  if (form == ShapeForm::kRisingLine) {
+    xml.Attribute({"flipV", 1});
   }
   xml.Leaf("a:off", {{"x", Emu(box.left)}, {"y", Emu(UpperEdge(box))}});
   xml.Leaf("a:ext",
@@ -40,7 +50,7 @@ void WriteForm(XmlWriter& xml, const pdf::Box& box, double angle, ShapeForm form
 }
 
 void WritePath(XmlWriter& xml, const PathShape& path, const pdf::Box& box) {
-  WriteForm(xml, box, 0, IsDrawnAsLine(path) ? ShapeForm::kLine : ShapeForm::kRectangle);
+  WriteForm(xml, box, 0, FormOf(path));
   WriteFill(xml, path.fill);
   xml.Open("a:ln");
   if (path.stroke) {

@@ -38,7 +38,8 @@ inline double Turned(double angle) {
 // How a shape, a line or a cell is filled (ECMA-376 part 1, 20.1.8); nothing: not at all.
 void WriteFill(XmlWriter& xml, const std::optional<Rgb>& color);
 
-enum class ShapeForm : std::uint8_t { kRectangle, kLine };
+// A line falls from its upper-left corner, or rises from its lower-left one.
+enum class ShapeForm : std::uint8_t { kRectangle, kFallingLine, kRisingLine };
 
 // The place and the form of a shape: a:xfrm and a:prstGeom. angle: degrees clockwise, from 0 up to
 // 360.
