@@ -62,6 +62,19 @@ TEST(SlideWriter, PutsWhatAllPagesShowOnTheMaster) {
   EXPECT_THAT(parts.at("ppt/slides/slide2.xml"), Not(HasSubstr("prst=\"line\"")));
 }
 
+TEST(SlideWriter, StaysWithinWhatPowerPointOpens) {
+  OfficePage page = PageWithPath(
+      {PathShape::Kind::kLine, {72, 200, 300, 200}, std::nullopt, Rgb{0, 0, 255}, 5000});
+  Table table = TableAt(72, 300, {"", "b", "c", "d"});
+  table.columns = {72, 60'000, 60'100};
+  table.cells[0].blocks = {Block{TextAt(9000, 314, {"Far"})}};
+  page.layout.bands[0].columns[0].blocks.push_back(Block{table});
+  const Parts parts = PartsOf(SlideBytesOf(DocumentOf({page})));
+  const std::string& slide = parts.at("ppt/slides/slide1.xml");
+  EXPECT_THAT(slide, HasSubstr("<a:ln w=\"20116800\">"));
+  EXPECT_THAT(slide, HasSubstr("marL=\"51206400\""));
+}
+
 TEST(SlideWriter, WritesTheSameBytesForTheSameDocument) {
   EXPECT_EQ(SlideBytesOf(DocumentOf({PageOfShapes()})), SlideBytesOf(DocumentOf({PageOfShapes()})));
 }

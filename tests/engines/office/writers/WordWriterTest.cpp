@@ -159,6 +159,20 @@ TEST(WordWriter, RefersToNotes) {
   EXPECT_EQ(OrderComplaints(parts.at("word/footnotes.xml")), "");
 }
 
+TEST(WordWriter, StaysWithinWhatWordOpens) {
+  OfficePage wide =
+      PageWith({Block{TextAt(72, 100, {"Large"})}, Block{TextAt(9000, 9000, {"Far"})}});
+  wide.layout.looks[0].size = 5000;
+  wide.layout.width = wide.layout.height = 20'000;
+  OfficePage tiny = PageWith({});
+  tiny.layout.width = tiny.layout.height = 3;
+  const std::string body = BodyOf(DocumentOf({wide, tiny}));
+  EXPECT_THAT(body, HasSubstr("<w:pgSz w:w=\"31680\" w:h=\"31680\""));
+  EXPECT_THAT(body, HasSubstr("<w:pgSz w:w=\"144\" w:h=\"144\""));
+  EXPECT_THAT(body, HasSubstr("<w:sz w:val=\"3276\"/>"));
+  EXPECT_THAT(body, HasSubstr("<w:ind w:left=\"31680\""));
+}
+
 TEST(WordWriter, WritesADocumentWithoutContent) {
   const Parts parts = PartsOf(WordBytesOf(DocumentOf({PageWith({}), OfficePage(), PageWith({})})));
   EXPECT_EQ(OrderComplaints(parts.at("word/document.xml")), "");

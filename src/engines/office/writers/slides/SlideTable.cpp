@@ -102,7 +102,7 @@ class Writer {
         {{"a:lnL", 3}, {"a:lnR", 1}, {"a:lnT", 0}, {"a:lnB", 2}}};
     for (const auto& [name, side] : kSides) {
       const Border& border = cell.borders[side];
-      xml_.Open(name, {{"w", std::max<std::int64_t>(Emu(border.width), 0)}});
+      xml_.Open(name, {{"w", LineEmu(border.width)}});
       WriteFill(xml_, border.width > 0 ? std::optional<Rgb>(border.color) : std::nullopt);
       xml_.Close();
     }

@@ -17,8 +17,14 @@ constexpr double kSpacingStep = 72.0 / 2540;  // a hundredth of a millimetre
 constexpr double kSlackShare = 0.008;         // glyphs are placed on a coarse grid
 // What a line of exact height has below its baseline, in ems of its text.
 constexpr double kBelowBaseline = 0.2;
-constexpr std::int64_t kMostSpace = 158'400;  // hundredths of a point
-constexpr double kMostGap = 900;              // points that a space may be wide
+constexpr std::int64_t kMostSpace = 158'400;      // hundredths of a point
+constexpr std::int64_t kMostSpacing = 400'000;    // hundredths of a point
+constexpr std::int64_t kMostMargin = 51'206'400;  // English metric units, and of indents
+constexpr double kMostGap = 900;                  // points that a space may be wide
+
+std::int64_t MarginEmu(double points) {
+  return std::clamp(Emu(points), -kMostMargin, kMostMargin);
+}
 
 std::int64_t Hundredths(double points) {
   return Rounded(points, 100);
@@ -82,9 +88,9 @@ class Writer {
     const Paragraph& paragraph = *placed.paragraph;
     const double first = paragraph.label ? paragraph.label->x : placed.fitted.first_left;
     const double left = std::max(placed.fitted.left - left_, 0.0);
-    xml_.Open("a:pPr", {{"marL", Emu(left)},
-                        {"marR", Emu(std::max(right_ - placed.fitted.right, 0.0))},
-                        {"indent", Emu(std::max(first - left_, 0.0) - left)},
+    xml_.Open("a:pPr", {{"marL", MarginEmu(left)},
+                        {"marR", MarginEmu(std::max(right_ - placed.fitted.right, 0.0))},
+                        {"indent", MarginEmu(std::max(first - left_, 0.0) - left)},
                         {"algn", AlignmentOf(paragraph.alignment)}});
     if (paragraph.is_right_to_left) {
       xml_.Attribute({"rtl", 1});
@@ -172,7 +178,7 @@ class Writer {
 
   // Text with the same properties is one run.
   void Add(const std::string& text, std::uint32_t look, double spacing, std::int32_t link) {
-    const std::int64_t hundredths = Hundredths(spacing);
+    const std::int64_t hundredths = std::clamp(Hundredths(spacing), -kMostSpacing, kMostSpacing);
     if (look != held_look_ || hundredths != held_spacing_ || link != held_link_) {
       Flush();
       held_look_ = look;

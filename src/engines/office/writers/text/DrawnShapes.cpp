@@ -54,7 +54,7 @@ void WritePath(XmlWriter& xml, const PathShape& path, const pdf::Box& box) {
   WriteFill(xml, path.fill);
   xml.Open("a:ln");
   if (path.stroke) {
-    xml.Attribute({"w", Emu(std::max(path.line_width, kThinnestLine))});
+    xml.Attribute({"w", LineEmu(std::max(path.line_width, kThinnestLine))});
   }
   WriteFill(xml, path.stroke);
   xml.Close();

@@ -19,14 +19,22 @@ inline std::int64_t Rounded(double number, double per_point) {
   return std::llround(points * per_point);
 }
 
+// What Word opens: 22 inches, the widest that its pages are.
+inline constexpr std::int64_t kMostTwips = 31'680;
+
 // Twentieths of a point.
 inline std::int64_t Twips(double points) {
-  return Rounded(points, 20);
+  return std::clamp(Rounded(points, 20), -kMostTwips, kMostTwips);
 }
 
 // English metric units: 914,400 to the inch.
 inline std::int64_t Emu(double points) {
   return Rounded(points, 12'700);
+}
+
+// How wide a line of a shape is (ECMA-376 part 1, 20.1.10.35), in English metric units.
+inline std::int64_t LineEmu(double points) {
+  return std::clamp<std::int64_t>(Emu(points), 0, 20'116'800);
 }
 
 // "1F497D".

@@ -10,6 +10,8 @@ namespace TarnixTools::engines::office {
 
 namespace {
 
+constexpr std::int64_t kLeastSide = 144;  // of a page, in twips
+
 std::string_view NameOf(NumberFormat format) {
   switch (format) {
     case NumberFormat::kDecimal:
@@ -38,7 +40,8 @@ void WriteColumns(XmlWriter& xml, const SectionPlan& section) {
 }
 
 void WritePage(XmlWriter& xml, const SectionPlan& section, const SectionHeaders& headers) {
-  xml.Open("w:pgSz", {{"w:w", Twips(section.width)}, {"w:h", Twips(section.height)}});
+  xml.Open("w:pgSz", {{"w:w", std::max(Twips(section.width), kLeastSide)},
+                      {"w:h", std::max(Twips(section.height), kLeastSide)}});
   if (section.width > section.height) {
     xml.Attribute({"w:orient", "landscape"});
   }

@@ -1,5 +1,6 @@
 #include "engines/office/writers/word/WordNames.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "engines/office/writers/text/Units.h"
@@ -7,6 +8,8 @@
 namespace TarnixTools::engines::office {
 
 namespace {
+
+constexpr std::int64_t kMostHalfPoints = 3276;  // that text is large
 
 void WriteFont(XmlWriter& xml, const TextLook& look) {
   if (!look.face || look.face->family.empty()) {
@@ -38,7 +41,7 @@ void WriteWeight(XmlWriter& xml, const TextLook& look) {
 }
 
 void WriteSize(XmlWriter& xml, const TextLook& look) {
-  const auto half_points = std::max<std::int64_t>(Rounded(look.size, 2), 2);
+  const auto half_points = std::clamp<std::int64_t>(Rounded(look.size, 2), 2, kMostHalfPoints);
   xml.Leaf("w:sz", {{"w:val", half_points}});
   xml.Leaf("w:szCs", {{"w:val", half_points}});
 }
