@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "engines/office/Cancellation.h"
 #include "engines/office/writers/WriterDocuments.h"
 #include "engines/office/writers/slides/SlideWriter.h"
 
@@ -73,6 +74,11 @@ TEST(SlideWriter, StaysWithinWhatPowerPointOpens) {
   const std::string& slide = parts.at("ppt/slides/slide1.xml");
   EXPECT_THAT(slide, HasSubstr("<a:ln w=\"20116800\">"));
   EXPECT_THAT(slide, HasSubstr("marL=\"51206400\""));
+}
+
+TEST(SlideWriter, StopsBeforeTextWhenCancelled) {
+  const OfficeDocument document = DocumentOf({PageWith({Block{TextAt(72, 100, {"Text"})}})});
+  EXPECT_THROW(SlideBytesOf(document, true), Cancelled);
 }
 
 TEST(SlideWriter, WritesTheSameBytesForTheSameDocument) {

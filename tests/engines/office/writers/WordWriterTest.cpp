@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "engines/office/Cancellation.h"
 #include "engines/office/writers/WriterDocuments.h"
 #include "engines/office/writers/word/WordWriter.h"
 
@@ -171,6 +172,16 @@ TEST(WordWriter, StaysWithinWhatWordOpens) {
   EXPECT_THAT(body, HasSubstr("<w:pgSz w:w=\"144\" w:h=\"144\""));
   EXPECT_THAT(body, HasSubstr("<w:sz w:val=\"3276\"/>"));
   EXPECT_THAT(body, HasSubstr("<w:ind w:left=\"31680\""));
+}
+
+TEST(WordWriter, StopsBeforeWhatIsAnchoredWhenCancelled) {
+  Floating floating;
+  Picture picture;
+  picture.box = floating.box = {72, 150, 172, 250};
+  floating.blocks = {Block{picture}};
+  OfficePage page = PageWith({});
+  page.layout.floats = {floating};
+  EXPECT_THROW(WordBytesOf(DocumentOf({page}), true), Cancelled);
 }
 
 TEST(WordWriter, WritesADocumentWithoutContent) {

@@ -247,19 +247,19 @@ Parts PartsOf(std::string_view archive) {
   return parts;
 }
 
-std::string WordBytesOf(const OfficeDocument& document) {
+std::string WordBytesOf(const OfficeDocument& document, bool is_cancelled) {
   NoPictures pictures;
-  const std::atomic<bool> is_cancelled = false;
+  const std::atomic<bool> flag = is_cancelled;
   pdf::StringSink sink;
-  WriteWord(document, pictures, is_cancelled, sink);
+  WriteWord(document, pictures, flag, sink);
   return sink.Take();
 }
 
-std::string SlideBytesOf(const OfficeDocument& document) {
+std::string SlideBytesOf(const OfficeDocument& document, bool is_cancelled) {
   NoPictures pictures;
-  const std::atomic<bool> is_cancelled = false;
+  const std::atomic<bool> flag = is_cancelled;
   pdf::StringSink sink;
-  WriteSlides(document, pictures, is_cancelled, sink);
+  WriteSlides(document, pictures, flag, sink);
   return sink.Take();
 }
 

@@ -41,8 +41,8 @@ OfficeDocument DocumentOf(std::vector<OfficePage> pages);
 using Parts = std::map<std::string, std::string>;
 Parts PartsOf(std::string_view archive);
 
-std::string WordBytesOf(const OfficeDocument& document);
-std::string SlideBytesOf(const OfficeDocument& document);
+std::string WordBytesOf(const OfficeDocument& document, bool is_cancelled = false);
+std::string SlideBytesOf(const OfficeDocument& document, bool is_cancelled = false);
 
 // What is wrong with the order of elements by the schemas of ECMA-376, and with the nesting of
 // tags; empty for none.

@@ -4,6 +4,7 @@
 #include <array>
 #include <map>
 
+#include "engines/office/Cancellation.h"
 #include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/slides/SlideShapes.h"
 #include "engines/office/writers/text/Units.h"
@@ -255,6 +256,7 @@ void SlideMaster::Write() {
   if (!context_.document.pages.empty()) {
     SlidePart slide{context_, context_.document.pages.front(), xml, relationships};
     for (const Block* block : ImagesOf(slide.page.layout)) {
+      StopIfCancelled(context_.is_cancelled);
       if (!Has(slide.page, *block)) {
         continue;
       }

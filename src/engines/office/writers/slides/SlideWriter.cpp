@@ -144,6 +144,7 @@ class PresentationWriter {
 
  private:
   void WriteSlide(const SlideMaster& master, std::size_t index) {
+    StopIfCancelled(context_.is_cancelled);
     const std::string name = "ppt/slides/slide" + std::to_string(index + 1) + ".xml";
     PackagePart part;
     Relationships relationships;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "engines/office/Cancellation.h"
 #include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/word/DrawingWriter.h"
@@ -20,6 +21,7 @@ bool IsText(const Block& block) {
 }
 
 void WriteImageAt(Story& story, const OfficePage& page, const Block& block, bool is_behind) {
+  StopIfCancelled(story.context.is_cancelled);
   if (const auto* picture = std::get_if<Picture>(&block.content)) {
     if (const auto image = ImageOf(story, page, *picture)) {
       WriteAnchoredPicture(story, *image, picture->box, picture->description, is_behind);
