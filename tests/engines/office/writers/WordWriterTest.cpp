@@ -147,6 +147,31 @@ TEST(WordWriter, WritesTablesWithRowsAndSpans) {
   EXPECT_EQ(Count(body, "<w:tblHeader/>"), 1u);
 }
 
+TEST(WordWriter, JoinsColumnsThatAreTooMany) {
+  constexpr std::uint32_t kColumns = 70;
+  Table table = TableAt(0, 100, {"", "", "", ""});
+  const TableCell model = table.cells[0];
+  table.columns.assign(1, 0);
+  table.cells.clear();
+  for (std::uint32_t column = 0; column < kColumns; ++column) {
+    table.columns.push_back(8.0 * (column + 1));
+  }
+  for (std::uint32_t i = 0; i < 2 * kColumns; ++i) {
+    TableCell cell = model;
+    cell.row = i / kColumns;
+    cell.column = i % kColumns;
+    cell.blocks = {
+        Block{TextAt(8.0 * cell.column, 114 + 20.0 * cell.row, {"c" + std::to_string(i)})}};
+    table.cells.push_back(cell);
+  }
+  const std::string body = BodyOf(DocumentOf({PageWith({Block{table}})}));
+  EXPECT_EQ(Count(body, "<w:gridCol "), 63u);
+  EXPECT_EQ(Count(body, "<w:tc>"), 2u * 63);
+  for (std::uint32_t i = 0; i < 2 * kColumns; ++i) {
+    EXPECT_EQ(Count(body, ">c" + std::to_string(i) + "<"), 1u) << i;
+  }
+}
+
 TEST(WordWriter, RefersToNotes) {
   Paragraph paragraph = TextAt(72, 100, {"Text", "1"});
   paragraph.lines[1].pieces[0].kind = PieceKind::kNoteMark;

@@ -6,6 +6,7 @@
 #include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/text/TableGrid.h"
 #include "engines/office/writers/text/Units.h"
+#include "engines/office/writers/word/JoinedColumns.h"
 
 namespace TarnixTools::engines::office {
 
@@ -169,6 +170,9 @@ double WriteTable(Story& story, const OfficePage& page, const Table& table, cons
                   double top) {
   if (table.columns.size() < 2 || table.rows.size() < 2) {
     return 0;
+  }
+  if (table.columns.size() > kMostColumns + 1) {
+    return Writer(story, page, WithJoinedColumns(table), room).Write(top);
   }
   return Writer(story, page, table, room).Write(top);
 }
