@@ -126,6 +126,16 @@ TEST(WordWriter, WritesColumnsAsASection) {
   EXPECT_THAT(body, HasSubstr("<w:type w:val=\"continuous\"/>"));
 }
 
+TEST(WordWriter, GivesColumnsWithinOthersAWidth) {
+  OfficePage page = PageWith({Block{TextAt(72, 100, {"Over both"})}});
+  AddBand(page, {{Block{TextAt(72, 200, {"wide"})}}, {Block{TextAt(100, 200, {"within"})}}});
+  page.layout.bands[1].columns[0].box = {72, 72, 500, 700};
+  page.layout.bands[1].columns[1].box = {100, 72, 150, 700};
+  const std::string body = BodyOf(DocumentOf({page}));
+  EXPECT_EQ(body.find("<w:col w:w=\"-"), std::string::npos);
+  EXPECT_THAT(body, HasSubstr("<w:col w:w=\"20\""));
+}
+
 TEST(WordWriter, CountsPagesInHeadersAndFooters) {
   const Parts parts = PartsOf(WordBytesOf(DocumentOf({FullPage(), FullPage()})));
   bool has_field = false;

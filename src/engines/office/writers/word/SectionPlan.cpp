@@ -37,6 +37,7 @@ std::vector<ColumnPlace> ColumnsOf(const Band& band) {
     if (columns[i - 1].right > columns[i].left) {  // they share a strip
       columns[i - 1].right = columns[i].left =
           std::max((columns[i - 1].right + columns[i].left) / 2, columns[i - 1].left + 1);
+      columns[i].right = std::max(columns[i].right, columns[i].left + 1);
     }
   }
   return columns;
