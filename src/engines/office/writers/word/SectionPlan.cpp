@@ -26,6 +26,11 @@ constexpr double kBelowLine = 3;       // points that the last line of a page ne
 constexpr double kTouching = 3;        // points by which text may reach into a header or footer
 constexpr double kTypicalShare = 0.1;  // of blocks that may begin outside of the margins
 
+// The number within the bounds. Where a small page leaves no room between them, the lower one.
+double Between(double number, double least, double most) {
+  return std::max(std::min(number, most), least);
+}
+
 std::vector<ColumnPlace> ColumnsOf(const Band& band) {
   std::vector<ColumnPlace> columns;
   for (const Column& column : band.columns) {
@@ -212,12 +217,11 @@ class Planner {
       limit = std::min(limit, FooterTop(page));
       AddSides(page, part, lefts, rights);
     }
-    section.top = std::clamp(top, 0.0, section.height * 0.9);
+    section.top = Between(top, 0.0, section.height * 0.9);
     limit = std::min(limit, section.height - kPageEdge);
     const double most = section.columns.empty() ? kLinesBelow : kLinesBelowColumns;
-    const double free = std::clamp(limit - bottom, 0.0, most);
-    section.bottom =
-        std::clamp(bottom + std::max(free, kBelowLine), section.top + 1, section.height);
+    const double free = Between(limit - bottom, 0.0, most);
+    section.bottom = Between(bottom + std::max(free, kBelowLine), section.top + 1, section.height);
     if (section.columns.empty()) {
       section.left = Typical(lefts, kTypicalShare, kUsualMargin);
       section.right = Typical(rights, 1 - kTypicalShare, section.width - kUsualMargin);
@@ -225,8 +229,8 @@ class Planner {
       section.left = section.columns.front().left;
       section.right = section.columns.back().right;
     }
-    section.left = std::clamp(section.left, 0.0, section.width * 0.9);
-    section.right = std::clamp(section.right, section.left + 1, section.width);
+    section.left = Between(section.left, 0.0, section.width * 0.9);
+    section.right = Between(section.right, section.left + 1, section.width);
   }
 
   static double ContentTop(const PageLayout& page) {
