@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <new>
 #include <utility>
 
 #include <zlib.h>
@@ -18,8 +19,8 @@ constexpr std::uint32_t kDirectorySignature = 0x02014B50;
 constexpr std::uint32_t kEndSignature = 0x06054B50;
 constexpr std::uint16_t kVersion = 20;  // that can deflate
 constexpr std::uint16_t kDeflated = 8;
-constexpr std::uint16_t kDate = 0x21;  // 1 January 1980, the first that there is
-constexpr std::size_t kMaxEntries = 0xFFFF;
+constexpr std::uint16_t kDate = 0x21;        // 1 January 1980, the first that there is
+constexpr std::size_t kMaxEntries = 0xFFFE;  // one more stands for a larger directory
 constexpr std::size_t kBlockBytes = 1 << 16;
 constexpr int kRawDeflate = -15;  // without zlib's wrapping
 constexpr int kMemoryLevel = 8;
