@@ -1,19 +1,17 @@
 #include "engines/office/writers/package/EncodedUri.h"
 
+#include "pdf/syntax/Chars.h"
+
 namespace TarnixTools::engines::office {
 
 namespace {
 
 constexpr std::string_view kAllowed =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~:/?#@!$&'()*+,;=";
-constexpr std::string_view kDigits = "0123456789ABCDEF";
-
-bool IsHexDigit(char c) {
-  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f');
-}
 
 bool IsEncoded(std::string_view uri, std::size_t i) {
-  return uri[i] == '%' && i + 2 < uri.size() && IsHexDigit(uri[i + 1]) && IsHexDigit(uri[i + 2]);
+  return uri[i] == '%' && i + 2 < uri.size() && pdf::HexValue(uri[i + 1]) >= 0 &&
+         pdf::HexValue(uri[i + 2]) >= 0;
 }
 
 }  // namespace
@@ -29,8 +27,8 @@ std::string EncodedUri(std::string_view uri) {
       target += c;
     } else {
       target += '%';
-      target += kDigits[static_cast<unsigned char>(c) >> 4];
-      target += kDigits[static_cast<unsigned char>(c) & 15];
+      target += pdf::kHexDigits[static_cast<unsigned char>(c) >> 4];
+      target += pdf::kHexDigits[static_cast<unsigned char>(c) & 15];
     }
   }
   return target;

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "engines/office/pages/PageModel.h"
+#include "pdf/syntax/Chars.h"
 
 namespace TarnixTools::engines::office {
 
@@ -39,11 +40,10 @@ inline std::int64_t LineEmu(double points) {
 
 // "1F497D".
 inline std::string Hex(const Rgb& color) {
-  constexpr char kDigits[] = "0123456789ABCDEF";
   std::string hex;
   for (const std::uint8_t part : {color.red, color.green, color.blue}) {
-    hex += kDigits[part >> 4];
-    hex += kDigits[part & 15];
+    hex += pdf::kHexDigits[part >> 4];
+    hex += pdf::kHexDigits[part & 15];
   }
   return hex;
 }

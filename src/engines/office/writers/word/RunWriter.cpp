@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engines/office/layout/text/Characters.h"
 #include "engines/office/writers/package/EncodedUri.h"
 #include "engines/office/writers/text/Units.h"
 #include "engines/office/writers/word/DrawingWriter.h"
@@ -14,16 +15,10 @@ namespace {
 
 constexpr std::string_view kZeroWidthSpace = "\u200B";
 
-bool IsRightToLeft(char32_t character) {
-  return (character >= 0x0590 && character <= 0x08FF) ||
-         (character >= 0xFB1D && character <= 0xFDFF) ||
-         (character >= 0xFE70 && character <= 0xFEFE);
-}
-
 bool HasRightToLeft(std::string_view text) {
   while (!text.empty()) {
     const DecodedCharacter next = DecodeUtf8(text);
-    if (IsRightToLeft(next.character)) {
+    if (RunsLeft(next.character)) {
       return true;
     }
     text.remove_prefix(next.length);
