@@ -169,6 +169,11 @@ struct Block {
   std::variant<Paragraph, Table, Picture, Drawing> content;
 };
 
+inline const pdf::Box& BoxOf(const Block& block) {
+  return std::visit([](const auto& content) -> const pdf::Box& { return content.box; },
+                    block.content);
+}
+
 struct Column {
   pdf::Box box;
   std::vector<Block> blocks;  // from top to bottom

@@ -36,10 +36,6 @@ struct PageEdge {
   std::vector<Candidate> blocks;  // from the edge of the page inwards
 };
 
-pdf::Box BoxOf(const Block& block) {
-  return std::visit([](const auto& content) { return content.box; }, block.content);
-}
-
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }

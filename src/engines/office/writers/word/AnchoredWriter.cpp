@@ -56,8 +56,7 @@ void WriteFloating(Story& story, const OfficePage& page, const Floating& floatin
       WriteImageAt(story, page, block, floating.is_behind);
       continue;
     }
-    const pdf::Box box = std::visit([](const auto& content) { return content.box; }, block.content);
-    text = blocks.empty() ? box : Around(text, box);
+    text = blocks.empty() ? BoxOf(block) : Around(text, BoxOf(block));
     text.bottom = std::min(text.bottom, TopOf(block, page.layout));
     blocks.push_back(block);
   }

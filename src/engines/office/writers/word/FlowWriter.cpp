@@ -26,10 +26,6 @@ double OfTwips(double points) {
   return static_cast<double>(Twips(points)) / 20;
 }
 
-pdf::Box BoxOf(const Block& block) {
-  return std::visit([](const auto& content) { return content.box; }, block.content);
-}
-
 double FirstBaseline(const Paragraph& paragraph) {
   return paragraph.lines.empty() ? LowerEdge(paragraph.box) : paragraph.lines.front().baseline;
 }

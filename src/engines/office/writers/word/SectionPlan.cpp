@@ -248,9 +248,7 @@ class Planner {
   static double BottomOf(const std::vector<Block>& blocks) {
     double bottom = 0;
     for (const Block& block : blocks) {
-      bottom = std::max(
-          bottom,
-          std::visit([](const auto& content) { return LowerEdge(content.box); }, block.content));
+      bottom = std::max(bottom, LowerEdge(BoxOf(block)));
     }
     return bottom;
   }
@@ -281,10 +279,8 @@ class Planner {
     for (std::size_t i = part.first_band; i < part.first_band + part.band_count; ++i) {
       for (const Column& column : page.bands[i].columns) {
         for (const Block& block : column.blocks) {
-          const pdf::Box box =
-              std::visit([](const auto& content) { return content.box; }, block.content);
-          lefts.push_back(box.left);
-          rights.push_back(box.right);
+          lefts.push_back(BoxOf(block).left);
+          rights.push_back(BoxOf(block).right);
         }
       }
     }

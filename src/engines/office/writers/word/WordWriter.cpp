@@ -86,8 +86,7 @@ void WriteNote(Story& story, const UsedNote& used, std::size_t id) {
                {PieceKind::kNoteMark, used.is_counted ? kCountedMark : kShownMark});
   double left = blocks.empty() ? 0 : used.page->layout.width;
   for (const Block& block : blocks) {
-    left = std::min(
-        left, std::visit([](const auto& content) { return content.box.left; }, block.content));
+    left = std::min(left, BoxOf(block).left);
   }
   const double top = blocks.empty() ? 0 : TopOf(blocks.front(), used.page->layout);
   FlowWriter flow(story, *used.page, {left, used.page->layout.width - left, top, 1});
