@@ -104,12 +104,11 @@ struct Paragraph {
   bool is_tagged = false;  // the structure tree says what it is
   Alignment alignment = Alignment::kLeft;
   bool is_right_to_left = false;
-  bool goes_on = false;         // it continues the last paragraph of the column or page before
-  std::uint8_t drop_lines = 0;  // lines that a drop cap spans; the cap is the first piece
-  pdf::Box box;                 // around its lines
-  double first_indent = 0;      // of the first line against the others; negative: it hangs
-  double line_pitch = 0;        // from baseline to baseline; 0 for a single line
-  std::optional<Rgb> fill;      // of the box behind it
+  bool goes_on = false;     // it continues the last paragraph of the column or page before
+  pdf::Box box;             // around its lines
+  double first_indent = 0;  // of the first line against the others; negative: it hangs
+  double line_pitch = 0;    // from baseline to baseline; 0 for a single line
+  std::optional<Rgb> fill;  // of the box behind it
   std::optional<ListLabel> label;
   std::vector<TextLine> lines;
   std::string bookmark;  // that links of the document lead to; empty: none

@@ -195,39 +195,6 @@ void WriteProperties(Story& story, const OfficePage& page, const Paragraph& para
   xml.Close();
 }
 
-// The letter that the paragraph begins with, lines high, in a frame of its own.
-void WriteDropCap(Story& story, const OfficePage& page, const Paragraph& paragraph,
-                  const FittedParagraph& fitted, const ParagraphPlace& place) {
-  XmlWriter& xml = story.xml;
-  Paragraph cap;
-  cap.lines.resize(1);
-  cap.lines[0].pieces = {paragraph.lines[0].pieces[0]};
-  xml.Open("w:p");
-  xml.Open("w:pPr");
-  xml.Leaf("w:keepNext");
-  if (place.begins_page) {
-    xml.Leaf("w:pageBreakBefore");
-  }
-  xml.Leaf("w:framePr", {{"w:dropCap", "drop"},
-                         {"w:lines", paragraph.drop_lines},
-                         {"w:wrap", "around"},
-                         {"w:vAnchor", "text"},
-                         {"w:hAnchor", "text"}});
-  ParagraphPlace inside = place;
-  inside.pitch = place.pitch * paragraph.drop_lines;
-  WriteSpacing(xml, inside, "exact");
-  xml.Close();
-  WriteStart(story, place);
-  RunWriter(story, page, fitted).Write(cap);
-  xml.Close();
-}
-
-bool HasDropCap(const Paragraph& paragraph) {
-  return paragraph.drop_lines > 1 && paragraph.lines.size() > 1 &&
-         paragraph.lines[0].pieces.size() > 1 &&
-         paragraph.lines[0].pieces[0].kind == PieceKind::kText;
-}
-
 void WriteBookmarked(Story& story, const Paragraph& paragraph, const std::function<void()>& write) {
   if (paragraph.bookmark.empty()) {
     write();
@@ -242,22 +209,13 @@ void WriteBookmarked(Story& story, const Paragraph& paragraph, const std::functi
 }  // namespace
 
 void WriteParagraph(Story& story, const OfficePage& page, const Paragraph& paragraph,
-                    const ParagraphPlace& given) {
-  ParagraphPlace place = given;
+                    const ParagraphPlace& place) {
   const FittedParagraph fitted = FitParagraph(paragraph, page.layout.looks, place.left, place.right,
                                               story.context.measure, FitSettings());
-  const bool has_cap = HasDropCap(paragraph);
-  if (has_cap) {
-    WriteDropCap(story, page, paragraph, fitted, place);
-    place.begins_page = place.begins_column = false;
-    place.before = 0;
-    place.write_anchored = nullptr;
-  }
   story.xml.Open("w:p");
   WriteProperties(story, page, paragraph, fitted, place);
   WriteStart(story, place);
-  WriteBookmarked(story, paragraph,
-                  [&] { RunWriter(story, page, fitted).Write(paragraph, has_cap ? 1 : 0); });
+  WriteBookmarked(story, paragraph, [&] { RunWriter(story, page, fitted).Write(paragraph); });
   story.xml.Close();
 }
 

@@ -28,15 +28,15 @@ bool HasRightToLeft(std::string_view text) {
 
 }  // namespace
 
-void RunWriter::Write(const Paragraph& paragraph, std::size_t first_piece) {
-  Gather(paragraph, first_piece);
+void RunWriter::Write(const Paragraph& paragraph) {
+  Gather(paragraph);
   WriteRuns();
 }
 
-void RunWriter::Gather(const Paragraph& paragraph, std::size_t first_piece) {
+void RunWriter::Gather(const Paragraph& paragraph) {
   for (std::size_t i = 0; i < paragraph.lines.size(); ++i) {
     const TextLine& line = paragraph.lines[i];
-    for (std::size_t k = i == 0 ? first_piece : 0; k < line.pieces.size(); ++k) {
+    for (std::size_t k = 0; k < line.pieces.size(); ++k) {
       AddPiece(line.pieces[k], fitted_.lines[i].spacing[k], paragraph.is_right_to_left);
     }
     AddEnd(fitted_.lines[i].end);

@@ -17,8 +17,7 @@ class RunWriter {
   RunWriter(Story& story, const OfficePage& page, const FittedParagraph& fitted)
       : story_(story), page_(page), fitted_(fitted) {}
 
-  // first_piece: of the first line, the pieces before it are left out.
-  void Write(const Paragraph& paragraph, std::size_t first_piece = 0);
+  void Write(const Paragraph& paragraph);
 
  private:
   enum class PartKind : std::uint8_t {
@@ -46,7 +45,7 @@ class RunWriter {
     std::vector<Part> parts;
   };
 
-  void Gather(const Paragraph& paragraph, std::size_t first_piece);
+  void Gather(const Paragraph& paragraph);
   void AddPiece(const TextPiece& piece, double spacing, bool is_right_to_left);
   void AddEnd(LineEnd end);
   Run& RunFor(const TextPiece& piece, double spacing, bool is_right_to_left);
