@@ -38,7 +38,6 @@ enum class PieceKind : std::uint8_t {
   kTab,         // a gap that leads to a place: in a list, a table of contents, columns of a line
   kPageNumber,  // the number of the page; text: as the page shows it
   kNoteMark,    // the mark of a footnote; number: in PageLayout::notes
-  kPicture,     // in the line; number: in PageModel::images
 };
 
 // A part of a line with one look.

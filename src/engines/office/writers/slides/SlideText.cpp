@@ -153,7 +153,7 @@ class Writer {
       const TextPiece& piece = line.pieces[i];
       if (piece.kind == PieceKind::kTab) {
         AddGap(GapAt(line, i), piece.look, piece.link);
-      } else if (piece.kind != PieceKind::kPicture) {
+      } else {
         Add(piece.text, piece.look, fitted.spacing[i], piece.link);
       }
     }

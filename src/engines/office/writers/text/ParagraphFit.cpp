@@ -76,9 +76,6 @@ class Fitter {
 
  private:
   double WidthOf(const TextPiece& piece, std::string_view text) {
-    if (piece.kind == PieceKind::kPicture) {
-      return piece.width;
-    }
     const TextLook& look = looks_[piece.look];
     return look.face ? measure_.WidthOf(*look.face, text) * SizeOf(look) : piece.width;
   }
@@ -342,9 +339,7 @@ double LargestSize(const Paragraph& paragraph, const std::vector<TextLook>& look
   double largest = 0;
   for (const TextLine& line : paragraph.lines) {
     for (const TextPiece& piece : line.pieces) {
-      if (piece.kind != PieceKind::kPicture) {
-        largest = std::max(largest, looks[piece.look].size);
-      }
+      largest = std::max(largest, looks[piece.look].size);
     }
   }
   return largest;

@@ -125,17 +125,6 @@ void WriteNumbering(Story& story, const OfficePage& page, const Paragraph& parag
   story.xml.Close();
 }
 
-bool HasPicture(const Paragraph& paragraph) {
-  for (const TextLine& line : paragraph.lines) {
-    for (const TextPiece& piece : line.pieces) {
-      if (piece.kind == PieceKind::kPicture) {
-        return true;
-      }
-    }
-  }
-  return false;
-}
-
 // What all paragraphs have before their text.
 void WriteStart(Story& story, const ParagraphPlace& place) {
   if (place.begins_column) {
@@ -183,7 +172,7 @@ void WriteProperties(Story& story, const OfficePage& page, const Paragraph& para
   if (paragraph.is_right_to_left) {
     xml.Leaf("w:bidi");
   }
-  WriteSpacing(xml, place, HasPicture(paragraph) ? "atLeast" : "exact");
+  WriteSpacing(xml, place, "exact");
   WriteIndents(xml, paragraph, fitted, place);
   xml.Leaf("w:jc", {{"w:val", Justification(paragraph)}});
   if (const TextLook* look = LastLook(paragraph, page.layout)) {

@@ -5,7 +5,6 @@
 #include "engines/office/layout/text/Characters.h"
 #include "engines/office/writers/package/EncodedUri.h"
 #include "engines/office/writers/text/Units.h"
-#include "engines/office/writers/word/DrawingWriter.h"
 #include "engines/office/writers/word/WordNames.h"
 #include "foundation/Utf8.h"
 
@@ -60,9 +59,6 @@ void RunWriter::AddPiece(const TextPiece& piece, double spacing, bool is_right_t
       break;
     case PieceKind::kNoteMark:
       run.parts.push_back({PartKind::kNoteMark, piece.text, piece.number});
-      break;
-    case PieceKind::kPicture:
-      run.parts.push_back({PartKind::kPicture, piece.text, piece.number});
       break;
   }
 }
@@ -130,8 +126,7 @@ bool RunWriter::OpenLink(std::int32_t link) {
 void RunWriter::WriteRun(const Run& run, bool is_link) {
   bool is_open = false;
   for (const Part& part : run.parts) {
-    const bool is_own = part.kind == PartKind::kPageNumber || part.kind == PartKind::kNoteMark ||
-                        part.kind == PartKind::kPicture;
+    const bool is_own = part.kind == PartKind::kPageNumber || part.kind == PartKind::kNoteMark;
     if (is_own == is_open) {
       is_open ? story_.xml.Close() : OpenRun(run, is_link);
       is_open = !is_open;
@@ -170,14 +165,6 @@ void RunWriter::WritePart(const Run& run, const Part& part, bool is_link) {
       break;
     case PartKind::kNoteMark:
       WriteNoteMark(run, part);
-      break;
-    case PartKind::kPicture:
-      if (part.number < page_.model.images.size()) {
-        const Picture picture{page_.model.images[part.number].box, {part.number}, part.text};
-        if (const auto image = ImageOf(story_, page_, picture)) {
-          WriteInlinePicture(story_, *image, picture.box, picture.description);
-        }
-      }
       break;
   }
 }

@@ -27,7 +27,6 @@ class RunWriter {
     kSoftHyphen,
     kPageNumber,
     kNoteMark,
-    kPicture,
   };
 
   struct Part {
