@@ -107,7 +107,6 @@ struct Paragraph {
   pdf::Box box;             // around its lines
   double first_indent = 0;  // of the first line against the others; negative: it hangs
   double line_pitch = 0;    // from baseline to baseline; 0 for a single line
-  std::optional<Rgb> fill;  // of the box behind it
   std::optional<ListLabel> label;
   std::vector<TextLine> lines;
   std::string bookmark;  // that links of the document lead to; empty: none

@@ -63,7 +63,7 @@ void WriteTextShape(SlidePart& slide, const TextGroup& group, const pdf::Box& bo
   xml.Close();
   xml.Open("p:spPr");
   WriteForm(xml, box, angle);
-  WriteFill(xml, group.paragraphs.front().paragraph->fill);
+  WriteFill(xml, std::nullopt);
   xml.Close();
   xml.Open("p:txBody");
   xml.Open(

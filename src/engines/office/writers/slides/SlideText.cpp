@@ -300,11 +300,11 @@ std::vector<TextGroup> GroupText(SlidePart& slide, const std::vector<Block>& blo
     PlacedParagraph placed = Place(slide, *paragraph, left, right);
     const bool is_below =
         is_open && placed.top >= groups.back().paragraphs.back().bottom - kMostOverlap;
-    if (!is_below || paragraph->fill) {
+    if (!is_below) {
       groups.emplace_back();
     }
     AddTo(groups.back(), std::move(placed));
-    is_open = !paragraph->fill;
+    is_open = true;
   }
   return groups;
 }

@@ -165,9 +165,6 @@ void WriteProperties(Story& story, const OfficePage& page, const Paragraph& para
     xml.Leaf("w:pageBreakBefore");
   }
   WriteNumbering(story, page, paragraph);
-  if (paragraph.fill) {
-    xml.Leaf("w:shd", {{"w:val", "clear"}, {"w:color", "auto"}, {"w:fill", Hex(*paragraph.fill)}});
-  }
   WriteTabs(xml, TabStops(paragraph, fitted, place));
   if (paragraph.is_right_to_left) {
     xml.Leaf("w:bidi");
