@@ -20,8 +20,8 @@ namespace {
 
 constexpr double kPitch = 12;
 
-// Every picture is one of its own, four pixels wide.
-class NoPictures : public PictureSource {
+// Names of pages for pictures of them, four pixels wide: no program reads them.
+class NamedPictures : public PictureSource {
  public:
   std::optional<OfficePicture> PictureOf(std::size_t page, std::span<const ImagePlace>,
                                          const pdf::Box&) override {
@@ -248,7 +248,7 @@ Parts PartsOf(std::string_view archive) {
 }
 
 std::string WordBytesOf(const OfficeDocument& document, bool is_cancelled) {
-  NoPictures pictures;
+  NamedPictures pictures;
   const std::atomic<bool> flag = is_cancelled;
   pdf::StringSink sink;
   WriteWord(document, pictures, flag, sink);
@@ -256,7 +256,7 @@ std::string WordBytesOf(const OfficeDocument& document, bool is_cancelled) {
 }
 
 std::string SlideBytesOf(const OfficeDocument& document, bool is_cancelled) {
-  NoPictures pictures;
+  NamedPictures pictures;
   const std::atomic<bool> flag = is_cancelled;
   pdf::StringSink sink;
   WriteSlides(document, pictures, flag, sink);

@@ -1,7 +1,7 @@
 // Documents that are analysed already, made by hand, and what writers make of them.
 //
-//   OfficeDocument document = DocumentOf({PageWith({TextAt(72, 100, {"One line"})})});
-//   const Parts parts = WordPartsOf(document);
+//   OfficeDocument document = DocumentOf({PageWith({Block{TextAt(72, 100, {"One line"})}})});
+//   const Parts parts = PartsOf(WordBytesOf(document));
 //   EXPECT_THAT(parts.at("word/document.xml"), HasSubstr("One line"));
 #ifndef TARNIX_TESTS_ENGINES_OFFICE_WRITERS_WRITERDOCUMENTS_H_
 #define TARNIX_TESTS_ENGINES_OFFICE_WRITERS_WRITERDOCUMENTS_H_

@@ -2,8 +2,8 @@
 // relationships between them.
 //
 //   Relationships relationships;
-//   std::string id = relationships.Add(kStylesRelation, "styles.xml");
-//   PackageWriter package(sink, {kWordRelation, "word/document.xml"});
+//   std::string id = relationships.Add("styles", "styles.xml");
+//   PackageWriter package(sink, "word/document.xml");
 //   package.AddPart("word/styles.xml", kStylesType, [&](XmlWriter& xml) { ... });
 //   package.AddRelationships("word/document.xml", relationships);
 //   package.Finish();
