@@ -81,6 +81,14 @@ TEST(SlideWriter, StopsBeforeTextWhenCancelled) {
   EXPECT_THROW(SlideBytesOf(document, true), Cancelled);
 }
 
+TEST(SlideWriter, RefersToPartsThatThereAre) {
+  Picture picture;
+  picture.box = {72, 150, 172, 250};
+  const Parts parts =
+      PartsOf(SlideBytesOf(DocumentOf({PageOfShapes(), PageWith({Block{picture}})})));
+  EXPECT_EQ(ReferenceComplaints(parts), "");
+}
+
 TEST(SlideWriter, WritesTheSameBytesForTheSameDocument) {
   EXPECT_EQ(SlideBytesOf(DocumentOf({PageOfShapes()})), SlideBytesOf(DocumentOf({PageOfShapes()})));
 }

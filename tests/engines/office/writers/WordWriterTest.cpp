@@ -69,6 +69,11 @@ TEST(WordWriter, KeepsTheOrderOfTheSchemas) {
   }
 }
 
+TEST(WordWriter, RefersToPartsThatThereAre) {
+  const Parts parts = PartsOf(WordBytesOf(DocumentOf({FullPage(), FullPage()})));
+  EXPECT_EQ(ReferenceComplaints(parts), "");
+}
+
 TEST(WordWriter, WritesTheSameBytesForTheSameDocument) {
   EXPECT_EQ(WordBytesOf(DocumentOf({FullPage()})), WordBytesOf(DocumentOf({FullPage()})));
 }

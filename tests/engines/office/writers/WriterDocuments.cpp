@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -148,6 +149,35 @@ std::string Complaint(OpenElement& parent, const std::string& child) {
   return is_late ? child + " is too late in " + parent.name + "\n" : "";
 }
 
+// The part that a relationship leads to; empty for what is outside of the package.
+std::string TargetOf(const XmlScanner& relationship, const std::filesystem::path& folder) {
+  std::string target;
+  for (const XmlAttribute& attribute : relationship.attributes()) {
+    if (attribute.name == "TargetMode") {
+      return "";
+    }
+    target = attribute.name == "Target" ? attribute.Content() : target;
+  }
+  return (folder / target).lexically_normal().string();
+}
+
+// The identifiers of a part's relationships, with the parts that they lead to.
+std::map<std::string, std::string> TargetsOf(const Parts& parts, const std::string& name) {
+  const std::filesystem::path path(name);
+  const auto file = path.parent_path() / "_rels" / (path.filename().string() + ".rels");
+  std::map<std::string, std::string> targets;
+  const auto part = parts.find(file.string());
+  XmlScanner scanner(part == parts.end() ? std::string_view() : part->second);
+  while (scanner.Next()) {
+    for (const XmlAttribute& attribute : scanner.attributes()) {
+      if (attribute.name == "Id") {
+        targets.emplace(attribute.Content(), TargetOf(scanner, path.parent_path()));
+      }
+    }
+  }
+  return targets;
+}
+
 }  // namespace
 
 Paragraph TextAt(double left, double baseline, const std::vector<std::string>& lines) {
@@ -283,6 +313,28 @@ std::string OrderComplaints(std::string_view xml) {
   }
   complaints += scanner.is_malformed() ? "malformed\n" : "";
   complaints += open.empty() ? "" : open.back().name + " is not closed\n";
+  return complaints;
+}
+
+std::string ReferenceComplaints(const Parts& parts) {
+  std::string complaints;
+  for (const auto& [name, part] : parts) {
+    const std::map<std::string, std::string> targets = TargetsOf(parts, name);
+    for (const auto& [id, target] : targets) {
+      if (!target.empty() && !parts.contains(target)) {
+        complaints += name + " refers to " + target + "\n";
+      }
+    }
+    XmlScanner scanner(name.ends_with(".xml") ? std::string_view(part) : std::string_view());
+    while (scanner.Next()) {
+      for (const XmlAttribute& attribute : scanner.attributes()) {
+        const bool is_reference = attribute.name == "r:id" || attribute.name == "r:embed";
+        if (is_reference && !targets.contains(std::string(attribute.Content()))) {
+          complaints += name + " has no " + std::string(attribute.Content()) + "\n";
+        }
+      }
+    }
+  }
   return complaints;
 }
 

@@ -48,6 +48,10 @@ std::string SlideBytesOf(const OfficeDocument& document, bool is_cancelled = fal
 // tags; empty for none.
 std::string OrderComplaints(std::string_view xml);
 
+// References of parts that their relationships do not have, and relationships to parts that there
+// are not; empty for none.
+std::string ReferenceComplaints(const Parts& parts);
+
 }  // namespace TarnixTools::engines::office
 
 #endif  // TARNIX_TESTS_ENGINES_OFFICE_WRITERS_WRITERDOCUMENTS_H_
