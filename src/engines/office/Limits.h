@@ -58,6 +58,8 @@ inline constexpr std::size_t kMaxTablePlaces = 20'000;
 inline constexpr std::size_t kMaxSheetRows = 1'048'576;
 // Sheets of a workbook; further tables stand below each other on the last one.
 inline constexpr std::size_t kMaxSheets = 2'000;
+// Points of a font's size, and of a glyph's advance.
+inline constexpr double kMaxFontSize = 100'000;
 
 }  // namespace TarnixTools::engines::office::limits
 

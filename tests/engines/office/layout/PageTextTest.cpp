@@ -1,3 +1,5 @@
+#include <limits>
+
 #include <gmock/gmock.h>
 
 #include "engines/office/layout/MadePage.h"
@@ -129,6 +131,12 @@ TEST(PageText, ReadsTurnedTextApart) {
   ASSERT_THAT(text.turned, SizeIs(1));
   EXPECT_EQ(text.turned[0].angle, 270);
   EXPECT_THAT(WordsOf(text.turned[0].lines[0]), ElementsAre("up"));
+}
+
+TEST(PageText, LeavesOutTextOfNoSizeThatCanBe) {
+  PageModel page = MadePage().Text(72, 100, U"endless").Take();
+  page.styles[0].size = std::numeric_limits<double>::infinity();
+  EXPECT_THAT(ReadPageText(page).upright.lines, SizeIs(0));
 }
 
 TEST(PageText, LeavesOutWhatIsOutsideThePage) {

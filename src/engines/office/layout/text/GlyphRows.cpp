@@ -7,6 +7,7 @@
 #include <optional>
 #include <string_view>
 
+#include "engines/office/Limits.h"
 #include "engines/office/layout/text/Characters.h"
 
 namespace TarnixTools::engines::office {
@@ -52,6 +53,13 @@ PlacedGlyph Place(const Glyph& glyph, const TextStyle& style, std::uint32_t inde
           .size = style.size};
 }
 
+// Numbers that boxes can be made of.
+bool HasPlace(const Glyph& glyph, const TextStyle& style) {
+  return std::isfinite(glyph.x) && std::isfinite(glyph.y) &&
+         std::abs(glyph.advance) <= limits::kMaxFontSize && style.size > 0 &&
+         style.size <= limits::kMaxFontSize;
+}
+
 bool IsOnPage(const PageModel& page, const Glyph& glyph, const TextStyle& style) {
   const double x = glyph.x + style.direction_x * glyph.advance / 2;
   const double y = glyph.y + style.direction_y * glyph.advance / 2;
@@ -74,8 +82,7 @@ std::map<int, std::vector<PlacedGlyph>> ByAngle(const PageModel& page) {
   for (std::uint32_t i = 0; i < page.glyphs.size(); ++i) {
     const Glyph& glyph = page.glyphs[i];
     const TextStyle& style = page.styles[glyph.style];
-    const bool has_place = std::isfinite(glyph.x) && std::isfinite(glyph.y) && style.size > 0;
-    if (glyph.length > 0 && has_place && IsOnPage(page, glyph, style)) {
+    if (glyph.length > 0 && HasPlace(glyph, style) && IsOnPage(page, glyph, style)) {
       groups[angles[glyph.style]].push_back(Place(glyph, style, i));
     }
   }
