@@ -11,8 +11,8 @@
 #include "engines/office/Limits.h"
 #include "engines/office/writers/sheets/CellValue.h"
 #include "engines/office/writers/sheets/SheetTable.h"
+#include "engines/office/writers/sheets/SheetText.h"
 #include "engines/office/writers/sheets/Workbook.h"
-#include "foundation/Utf8.h"
 
 namespace TarnixTools::engines::office {
 
@@ -27,24 +27,6 @@ constexpr double kWidest = 120;
 constexpr double kLowest = 9;  // points
 constexpr double kHighest = 400;
 constexpr double kLineHeight = 1.25;  // of the font's size
-
-// What XML forbids (XML 1.0, 2.2) is left out, and what a cell cannot hold is cut off.
-std::string CellText(const std::string& text) {
-  std::string out;
-  std::size_t count = 0;
-  for (const char32_t c : Utf8ToUtf32(text)) {
-    const bool is_control = c < 0x20 && c != '\n' && c != '\t';
-    const bool is_allowed = !is_control && c != 0xFFFE && c != 0xFFFF;
-    count += c > 0xFFFF ? 2 : 1;  // as UTF-16 counts
-    if (count > kLongestText) {
-      break;
-    }
-    if (is_allowed) {
-      AppendUtf8(out, c);
-    }
-  }
-  return out;
-}
 
 CellFormat FormatOf(const SheetCell& cell, const std::optional<CellValue>& value) {
   CellFormat format;
@@ -125,7 +107,7 @@ void Writer::AddCell(const SheetTable& table, const SheetCell& cell) {
   }
   if (value) {
     worksheet_write_number(sheet_, row, column, value->number, format);
-  } else if (const std::string text = CellText(cell.text); !text.empty()) {
+  } else if (const std::string text = SheetText(cell.text, kLongestText); !text.empty()) {
     worksheet_write_string(sheet_, row, column, text.c_str(), format);
   } else {
     worksheet_write_blank(sheet_, row, column, format);

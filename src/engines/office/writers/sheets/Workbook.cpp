@@ -6,7 +6,9 @@
 #include <unistd.h>
 #include <xlsxwriter.h>
 
+#include "engines/office/writers/sheets/SheetText.h"
 #include "engines/support/files/DiskFile.h"
+#include "foundation/Utf8.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines::office {
@@ -14,6 +16,8 @@ namespace TarnixTools::engines::office {
 namespace {
 
 constexpr std::size_t kBlock = std::size_t{64} << 10;
+constexpr std::size_t kLongestFamily = 31;     // characters of a font's name
+constexpr std::size_t kLongestProperty = 255;  // characters of a title
 constexpr double kThinBorder = 1.2;            // points, at most
 constexpr double kMediumBorder = 2.2;          // points, at most
 constexpr std::time_t kFixedDate = 315532800;  // 1980-01-01, as in the archive itself
@@ -36,8 +40,10 @@ std::uint8_t BorderStyle(const Border& border) {
 }
 
 void SetFont(const CellFormat& look, lxw_format* format) {
-  if (!look.family.empty()) {
-    format_set_font_name(format, look.family.c_str());
+  std::string family = SheetText(look.family, kLongestFamily);
+  family.resize(Utf8LengthWithin(family, LXW_FORMAT_FIELD_LEN - 1));
+  if (!family.empty()) {
+    format_set_font_name(format, family.c_str());
   }
   if (look.size > 0) {
     format_set_font_size(format, look.size);
@@ -113,8 +119,8 @@ Workbook::Workbook(const DocumentFacts& facts) : file_(OpenScratchFile()) {
   if (book_ == nullptr) {
     ThrowWriteFailed();
   }
-  std::string title = facts.title;
-  std::string author = facts.author;
+  std::string title = SheetText(facts.title, kLongestProperty);
+  std::string author = SheetText(facts.author, kLongestProperty);
   lxw_doc_properties properties = {};
   properties.title = title.data();
   properties.author = author.data();

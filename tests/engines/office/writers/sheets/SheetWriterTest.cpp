@@ -179,6 +179,17 @@ TEST(SheetWriter, LeavesOutCharactersThatXmlForbids) {
   EXPECT_THAT(Part(book, "xl/sharedStrings.xml"), HasSubstr("<t>AB&lt;&amp;</t>"));
 }
 
+TEST(SheetWriter, WritesNamesOfFontsAndTitlesAsText) {
+  OfficeDocument document = DocumentOf({{{TableOf({{"A", "B"}, {"C", "D"}})}}});
+  document.facts.title = "T\x02\xFFitle";
+  document.pages[0].layout.looks[0].face = std::make_shared<const Typeface>(
+      Typeface{"\xCB\xCE\x01 a name that is longer than most", true});
+  const std::string book = Write(document);
+  EXPECT_THAT(Part(book, "xl/styles.xml"),
+              HasSubstr("<name val=\"\uFFFD\uFFFD a name that is longer than m\"/>"));
+  EXPECT_THAT(Part(book, "docProps/core.xml"), HasSubstr("<dc:title>T\uFFFDitle</dc:title>"));
+}
+
 TEST(SheetWriter, WritesTheSameBytesAgain) {
   const OfficeDocument document = DocumentOf({{{TableOf({{"A", "B"}, {"C", "1.5"}})}}});
   const std::string first = Write(document);
