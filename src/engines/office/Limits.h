@@ -60,6 +60,8 @@ inline constexpr std::size_t kMaxSheetRows = 1'048'576;
 inline constexpr std::size_t kMaxSheets = 2'000;
 // Points of a font's size, and of a glyph's advance.
 inline constexpr double kMaxFontSize = 100'000;
+// Columns side by side; what stands further to the right is part of the last one.
+inline constexpr std::size_t kMaxColumnsOfBand = 64;
 
 }  // namespace TarnixTools::engines::office::limits
 

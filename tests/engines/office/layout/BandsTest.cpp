@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "engines/office/Limits.h"
 #include "engines/office/layout/regions/Bands.h"
 
 namespace TarnixTools::engines::office {
@@ -80,6 +81,17 @@ TEST(Bands, ReadsColumnsWithinAColumn) {
   ASSERT_THAT(bands, SizeIs(1));
   ASSERT_THAT(bands[0].columns, SizeIs(2));
   EXPECT_THAT(bands[0].columns[1].items, ElementsAre(12, 13, 14, 15, 16, 17, 18, 19, 20));
+}
+
+TEST(Bands, JoinsColumnsBeyondTheMostThatThereMayBe) {
+  std::vector<RegionItem> items;
+  for (int i = 0; i < 100; ++i) {
+    AddLines(items, 20 * i, 20 * i + 5, 100, 4);
+  }
+  const std::vector<RegionBand> bands = CutIntoBands(items, false);
+  ASSERT_THAT(bands, SizeIs(1));
+  EXPECT_THAT(bands[0].columns, SizeIs(limits::kMaxColumnsOfBand));
+  EXPECT_THAT(bands[0].columns.back().items, SizeIs(4 * (100 - 63)));
 }
 
 TEST(Bands, HasNoneForNothing) {

@@ -26,7 +26,8 @@ struct Interval {
   double right;
 };
 
-// What of the width is covered: intervals from left to right with gutters between them.
+// What of the width is covered: intervals from left to right with gutters between them. Those
+// beyond limits::kMaxColumnsOfBand are one.
 class Coverage {
  public:
   explicit Coverage(double gutter) : gutter_(gutter) {}
@@ -55,6 +56,11 @@ void Coverage::Add(double left, double right) {
   }
   const auto at = parts_.erase(first, last);
   parts_.insert(at, joined);
+  if (parts_.size() > limits::kMaxColumnsOfBand) {
+    const double end = parts_.back().right;
+    parts_.pop_back();
+    parts_.back().right = end;
+  }
 }
 
 // Items whose heights overlap.
