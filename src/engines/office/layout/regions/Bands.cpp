@@ -96,6 +96,7 @@ class BandCutter {
   bool IsColumn(const Items& column) const;
   pdf::Box BoxOf(const Items& items) const;
   Items InOrder(Items items) const;
+  void Append(std::vector<Items> columns, RegionBand& band) const;
 
   const std::vector<RegionItem>* items_;
   bool is_right_to_left_;
@@ -287,6 +288,19 @@ Items BandCutter::InOrder(Items items) const {
   return items;
 }
 
+// To the columns of a band that has none yet, or as many, above them.
+void BandCutter::Append(std::vector<Items> columns, RegionBand& band) const {
+  band.columns.resize(columns.size());
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    RegionColumn& column = band.columns[i];
+    const pdf::Box box = BoxOf(columns[i]);
+    column.box = column.items.empty() ? box : Around(column.box, box);
+    band.box = i == 0 && column.items.empty() ? box : Around(band.box, box);
+    const Items more = InOrder(std::move(columns[i]));
+    column.items.insert(column.items.end(), more.begin(), more.end());
+  }
+}
+
 std::vector<RegionBand> BandCutter::Cut(Items all) const {
   std::vector<RegionBand> cut;
   for (const Band& band : JoinStrips(StripsOf(std::move(all)))) {
@@ -297,20 +311,10 @@ std::vector<RegionBand> BandCutter::Cut(Items all) const {
     }
     const bool goes_on = !cut.empty() && (Match(cut.back(), columns) ||
                                           (cut.back().columns.size() == 1 && columns.size() == 1));
-    if (goes_on) {
-      for (std::size_t i = 0; i < columns.size(); ++i) {
-        const Items& above = cut.back().columns[i].items;
-        columns[i].insert(columns[i].begin(), above.begin(), above.end());
-      }
-      cut.pop_back();
+    if (!goes_on) {
+      cut.emplace_back();
     }
-    RegionBand next;
-    for (Items& column : columns) {
-      const pdf::Box box = BoxOf(column);
-      next.box = next.columns.empty() ? box : Around(next.box, box);
-      next.columns.push_back({.box = box, .items = InOrder(std::move(column))});
-    }
-    cut.push_back(std::move(next));
+    Append(std::move(columns), cut.back());
   }
   return cut;
 }
