@@ -226,13 +226,16 @@ void Builder::FillCells(CellGrid& grid) const {
 }
 
 std::optional<TableShape> Builder::Build() {
-  if (lines_.empty()) {
+  if (lines_.empty() || area_->columns.size() > limits::kMaxTableColumns) {
     return std::nullopt;
   }
   FindColumns();
+  if (columns_.size() > limits::kMaxTableColumns) {
+    return std::nullopt;
+  }
   SplitChunks();
   FindRows();
-  if (columns_.size() > limits::kMaxTableColumns || rows_.size() > limits::kMaxTableRows ||
+  if (rows_.size() > limits::kMaxTableRows ||
       columns_.size() * rows_.size() > limits::kMaxTablePlaces) {
     return std::nullopt;
   }

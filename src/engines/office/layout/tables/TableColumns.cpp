@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "engines/office/Limits.h"
+
 namespace TarnixTools::engines::office {
 
 namespace {
@@ -111,6 +113,9 @@ std::vector<double> Coverage::Gaps(std::size_t min_rows) const {
     return {};
   }
   std::vector<Gap> gaps = WhiteGaps();
+  if (gaps.size() > limits::kMaxTableColumns) {
+    return {};
+  }
   // A column that hardly any row has is no column: what it holds belongs to the one beside it.
   for (std::size_t i = 0; i <= gaps.size() && !gaps.empty();) {
     const double from = i == 0 ? -1e9 : gaps[i - 1].to;

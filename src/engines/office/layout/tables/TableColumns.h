@@ -11,7 +11,8 @@
 
 namespace TarnixTools::engines::office {
 
-// Places on the x axis, within (left, right), that hardly any row crosses; sorted.
+// Places on the x axis, within (left, right), that hardly any row crosses; sorted. None where there
+// are more than a table may have columns.
 //   min_rows - as many rows must have something on both sides
 std::vector<double> FindColumnGaps(std::span<const InkRow> rows, double left, double right,
                                    std::size_t min_rows);

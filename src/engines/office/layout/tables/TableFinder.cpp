@@ -96,8 +96,10 @@ void Finder::Read(const TurnedText& text) {
               .table = TableOf(word),
               .word = number++};
       if (IsDrawnRule(word.text)) {
-        const double y = (ink.upper + ink.lower) / 2;
-        rules_.horizontal.push_back({y, ink.left, ink.right, 0, Rgb{}, false});
+        if (rules_.horizontal.size() + rules_.vertical.size() < limits::kMaxRulesOfPage) {
+          const double y = (ink.upper + ink.lower) / 2;
+          rules_.horizontal.push_back({y, ink.left, ink.right, 0, Rgb{}, false});
+        }
         fillers_.push_back(ink);
         continue;
       }
