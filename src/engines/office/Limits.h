@@ -62,6 +62,8 @@ inline constexpr std::size_t kMaxSheets = 2'000;
 inline constexpr double kMaxFontSize = 100'000;
 // Columns side by side; what stands further to the right is part of the last one.
 inline constexpr std::size_t kMaxColumnsOfBand = 64;
+// Filled boxes of one page that may lie behind the cells of tables; more are not looked at.
+inline constexpr std::size_t kMaxFillsOfPage = 20'000;
 
 }  // namespace TarnixTools::engines::office::limits
 

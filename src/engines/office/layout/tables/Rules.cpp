@@ -119,7 +119,7 @@ class RuleCollector {
     if (box.width() > kPageShare * page_->width && box.height() > kPageShare * page_->height) {
       return;
     }
-    if (shape.fill) {
+    if (shape.fill && rules_.fills.size() < limits::kMaxFillsOfPage) {
       rules_.fills.push_back({box, *shape.fill});
     }
     if (shape.stroke && !IsWhite(*shape.stroke)) {
