@@ -64,6 +64,10 @@ inline constexpr double kMaxFontSize = 100'000;
 inline constexpr std::size_t kMaxColumnsOfBand = 64;
 // Filled boxes of one page that may lie behind the cells of tables; more are not looked at.
 inline constexpr std::size_t kMaxFillsOfPage = 20'000;
+// Words among which tables of one page are looked for, counted once for each place where a table may
+// be; what is left then is in none.
+inline constexpr std::size_t kMaxWordsLookedAt = 2'000'000;
+inline constexpr std::size_t kMaxTablesOfPage = 500;
 
 }  // namespace TarnixTools::engines::office::limits
 

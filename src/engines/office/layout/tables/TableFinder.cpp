@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <optional>
+#include <span>
 #include <utility>
 
 #include "engines/office/Limits.h"
@@ -50,6 +52,8 @@ class Finder {
   void Read(const TurnedText& text);
   const Typeface* FaceOf(const Word& word) const;
   std::uint32_t TableOf(const Word& word) const;
+  bool MayGoOn() const;
+  void TryArea(const TableArea& area, std::span<const Ink> inks);
   void Try(std::vector<TableArea> areas);
   void TryFills();
   void TryTagged();
@@ -62,6 +66,7 @@ class Finder {
   std::vector<Ink> leaders_;  // those at the end of a word too
   std::vector<Ink> fillers_;
   std::vector<FoundTable> tables_;
+  std::size_t looked_at_ = 0;  // words, once for each area that they are in
 };
 
 // Null where nothing tells it.
@@ -166,20 +171,31 @@ void Finder::AddPaths(FoundTable& found) const {
   }
 }
 
+bool Finder::MayGoOn() const {
+  return looked_at_ <= limits::kMaxWordsLookedAt && tables_.size() < limits::kMaxTablesOfPage;
+}
+
+void Finder::TryArea(const TableArea& area, std::span<const Ink> inks) {
+  std::optional<TableShape> shape = BuildTable(area, inks);
+  if (shape && IsTable(*shape, area.kind, leaders_)) {
+    Keep(area, std::move(*shape));
+  }
+}
+
 void Finder::Try(std::vector<TableArea> areas) {
   std::stable_sort(areas.begin(), areas.end(), [](const TableArea& a, const TableArea& b) {
     return AreaSize(a) > AreaSize(b);
   });
   for (const TableArea& area : areas) {
+    if (!MayGoOn()) {
+      return;
+    }
     std::vector<Ink> inks;
     std::copy_if(inks_.begin(), inks_.end(), std::back_inserter(inks),
                  [&area](const Ink& ink) { return IsIn(ink, area.box); });
-    if (CutsText(area, inks)) {
-      continue;
-    }
-    std::optional<TableShape> shape = BuildTable(area, inks);
-    if (shape && IsTable(*shape, area.kind, leaders_)) {
-      Keep(area, std::move(*shape));
+    looked_at_ += inks.size();
+    if (!CutsText(area, inks)) {
+      TryArea(area, inks);
     }
   }
 }
@@ -218,11 +234,11 @@ void Finder::TryTagged() {
     }
   }
   for (const auto& [table, inks] : tagged) {
-    const TableArea area = AreaAround(inks, rules_);
-    std::optional<TableShape> shape = BuildTable(area, inks);
-    if (shape && IsTable(*shape, area.kind, leaders_)) {
-      Keep(area, std::move(*shape));
+    if (!MayGoOn()) {
+      return;
     }
+    looked_at_ += inks.size();
+    TryArea(AreaAround(inks, rules_), inks);
   }
 }
 

@@ -5,12 +5,14 @@
 #include <gtest/gtest.h>
 
 #include "TableScene.h"
+#include "engines/office/Limits.h"
 
 namespace TarnixTools::engines::office {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 
 TEST(OpenTables, StandBetweenHorizontalRules) {
   TableScene scene;
@@ -158,6 +160,17 @@ TEST(OpenTables, TakeEachWordOnce) {
     }
   }
   EXPECT_THAT(words, ElementsAre(0U, 1U, 2U, 3U, 4U, 5U));
+}
+
+TEST(OpenTables, FindsNoMoreThanAPageMayHave) {
+  TableScene scene;
+  for (std::uint32_t i = 0; i < limits::kMaxTablesOfPage + 20; ++i) {
+    const double y = 100.0 * i;
+    for (int row = 0; row < 3; ++row) {
+      scene.Tagged(100, y + 15 * row, "Name", i + 1).Tagged(200, y + 15 * row, "12.5", i + 1);
+    }
+  }
+  EXPECT_THAT(scene.Tables(), SizeIs(limits::kMaxTablesOfPage));
 }
 
 }  // namespace
