@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "engines/office/Limits.h"
 #include "engines/office/layout/MadePage.h"
 #include "engines/office/layout/text/Characters.h"
 #include "engines/office/layout/text/PageText.h"
@@ -10,6 +11,7 @@ namespace TarnixTools::engines::office {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::Lt;
 using ::testing::SizeIs;
 
 std::vector<std::string> WordsOf(const WordLine& line) {
@@ -95,6 +97,23 @@ TEST(PageText, LeavesRulesThatGoBeyondTheText) {
       ReadPageText(MadePage().Text(72, 100, U"cell").Line({60, 101, 300, 101.5}).Take());
   EXPECT_FALSE(text.upright.lines[0].words[0].is_underlined);
   EXPECT_THAT(text.marks, SizeIs(0));
+}
+
+TEST(PageText, StopsMarkingWhenThereIsTooMuchToCompare) {
+  constexpr std::size_t kGlyphs = 2000;
+  constexpr std::size_t kRules = limits::kMaxBoxComparisons / kGlyphs + 100;
+  std::u32string word;
+  for (std::size_t i = 0; i < kGlyphs; ++i) {
+    word += static_cast<char32_t>(U'a' + i % 26);
+  }
+  MadePage page;
+  page.Text(72, 100, word, {.advance = 0.02});
+  for (std::size_t i = 0; i < kRules; ++i) {
+    page.Line({72, 101, 272, 101.5});
+  }
+  const PageText text = ReadPageText(page.Take());
+  EXPECT_TRUE(text.upright.lines[0].words[0].is_underlined);
+  EXPECT_THAT(text.marks.size(), Lt(kRules - 50));
 }
 
 TEST(PageText, ReadsHebrewFromTheRight) {

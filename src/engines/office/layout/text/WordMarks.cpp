@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "engines/office/Limits.h"
 #include "engines/office/layout/Boxes.h"
 
 namespace TarnixTools::engines::office {
@@ -78,10 +79,12 @@ bool Covers(const Mark& mark, const Word& word) {
 }
 
 // Whether the mark begins and ends where letters do: a rule of a table goes its own way.
-bool FitsText(const Mark& mark, const WordLine& line) {
+//   compared - counts the glyphs that were looked at
+bool FitsText(const Mark& mark, const WordLine& line, std::size_t& compared) {
   std::optional<double> left;
   double right = 0;
   for (const Word& word : line.words) {
+    compared += word.glyphs.size();
     for (const PlacedGlyph& glyph : word.glyphs) {
       const double middle = (glyph.left + glyph.right) / 2;
       if (middle >= mark.box.left && middle <= mark.box.right) {
@@ -94,9 +97,9 @@ bool FitsText(const Mark& mark, const WordLine& line) {
   return left && mark.box.left >= *left - overhang && mark.box.right <= right + overhang;
 }
 
-bool Apply(const Mark& mark, WordLine& line) {
+bool Apply(const Mark& mark, WordLine& line, std::size_t& compared) {
   const std::optional<MarkKind> kind = KindFor(mark, line);
-  if (!kind || !FitsText(mark, line)) {
+  if (!kind || !FitsText(mark, line, compared)) {
     return false;
   }
   for (Word& word : line.words) {
@@ -123,7 +126,8 @@ std::vector<std::uint32_t> MarkWords(const PageModel& page, std::vector<WordLine
   }
   std::sort(by_baseline.begin(), by_baseline.end(),
             [](const WordLine* a, const WordLine* b) { return a->baseline < b->baseline; });
-  for (std::uint32_t i = 0; i < page.paths.size(); ++i) {
+  std::size_t compared = 0;
+  for (std::uint32_t i = 0; i < page.paths.size() && compared <= limits::kMaxBoxComparisons; ++i) {
     const std::optional<Mark> mark = MarkOf(page.paths[i]);
     if (!mark) {
       continue;
@@ -137,7 +141,7 @@ std::vector<std::uint32_t> MarkWords(const PageModel& page, std::vector<WordLine
     for (auto line = first; line != by_baseline.end() && looked_at < kLinesBeside &&
                             (*line)->baseline < LowerEdge(mark->box) + 2 * reach;
          ++line, ++looked_at) {
-      is_used |= SharedWidth(mark->box, (*line)->box) > 0 && Apply(*mark, **line);
+      is_used |= SharedWidth(mark->box, (*line)->box) > 0 && Apply(*mark, **line, compared);
     }
     if (is_used) {
       used.push_back(i);
