@@ -8,6 +8,7 @@
 namespace TarnixTools::engines::office {
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::SizeIs;
 
 constexpr std::u32string_view kFull = U"A line of text that reaches the right margin of its page";
@@ -191,6 +192,30 @@ TEST_F(DocumentAnalysis, MovesNotesWithTheirMarks) {
   const TextPiece& mark = Flow(0)[0]->lines.back().pieces.back();
   EXPECT_EQ(mark.kind, PieceKind::kNoteMark);
   EXPECT_EQ(mark.number, 0);
+}
+
+TEST_F(DocumentAnalysis, GivesNotesWithTheSameMarkAReferenceEach) {
+  MadePage page;
+  page.Text(72, 176, kFull).Text(72, 188, kFull);
+  for (int i = 0; i < 2; ++i) {
+    page.Text(72, 200 + 12 * i, U"Said by some").Text(132, 196 + 12 * i, U"\u2020", {.size = 6});
+    page.Text(72, 700 + 24 * i, U"\u2020", {.size = 5});
+    page.Text(76, 703 + 24 * i, U"By whom is not known.", {.size = 8});
+  }
+  Add(page);
+  AnalyzeDocument(document_);
+  ASSERT_THAT(document_.pages[0].layout.notes, SizeIs(2));
+  std::vector<std::uint32_t> numbers;
+  for (const Paragraph* paragraph : Flow(0)) {
+    for (const TextLine& line : paragraph->lines) {
+      for (const TextPiece& piece : line.pieces) {
+        if (piece.kind == PieceKind::kNoteMark) {
+          numbers.push_back(piece.number);
+        }
+      }
+    }
+  }
+  EXPECT_THAT(numbers, ElementsAre(0, 1));
 }
 
 TEST_F(DocumentAnalysis, LeavesNotesWithoutAMarkInTheText) {

@@ -67,7 +67,17 @@ double BodySize(PageLayout& page) {
 
 class NoteFinder {
  public:
-  explicit NoteFinder(PageLayout& page) : page_(&page), body_(BodySize(page)) {}
+  explicit NoteFinder(PageLayout& page) : page_(&page), body_(BodySize(page)) {
+    for (Band& band : page.bands) {
+      for (Column& column : band.columns) {
+        for (std::size_t i = 0; i < column.blocks.size(); ++i) {
+          if (auto* paragraph = std::get_if<Paragraph>(&column.blocks[i].content)) {
+            LearnFrom(column, i, *paragraph);
+          }
+        }
+      }
+    }
+  }
 
   void Find() {
     for (Band& band : page_->bands) {
@@ -78,12 +88,23 @@ class NoteFinder {
   }
 
  private:
+  // A raised piece that may refer to a note.
+  struct Reference {
+    TextPiece* piece;
+    const Column* column;
+    std::size_t block;  // of the column; there until the column's notes are taken
+  };
+
+  void LearnFrom(const Column& column, std::size_t block, Paragraph& paragraph);
   void TakeFrom(Column& column);
   bool MayBeNote(const Block& block) const;
-  TextPiece* ReferenceTo(const std::string& mark, const Column& notes, std::size_t first) const;
+  TextPiece* ReferenceTo(const std::string& mark, const Column& notes, std::size_t first,
+                         std::map<std::string, std::size_t>& next) const;
 
   PageLayout* page_;
   double body_;
+  std::map<std::string, std::vector<Reference>> references_;  // by mark, as they are read
+  std::map<std::string, std::size_t> taken_;                  // by mark, how many of them
 };
 
 bool NoteFinder::MayBeNote(const Block& block) const {
@@ -92,31 +113,34 @@ bool NoteFinder::MayBeNote(const Block& block) const {
          UpperEdge(paragraph->box) > kLowerPart * page_->height;
 }
 
-TextPiece* RaisedPiece(const PageLayout& page, Paragraph& paragraph, const std::string& mark) {
+void NoteFinder::LearnFrom(const Column& column, std::size_t block, Paragraph& paragraph) {
   for (TextLine& line : paragraph.lines) {
     for (TextPiece& piece : line.pieces) {
-      if (piece.kind == PieceKind::kText && Trimmed(piece.text) == mark &&
-          page.looks[piece.look].raise == Raise::kSuperscript) {
-        return &piece;
+      if (piece.kind != PieceKind::kText || page_->looks[piece.look].raise != Raise::kSuperscript) {
+        continue;
+      }
+      const std::string mark = Trimmed(piece.text);
+      if (IsMark(mark)) {
+        references_[mark].push_back({&piece, &column, block});
       }
     }
   }
-  return nullptr;
 }
 
-// The first raised piece with that text outside the notes.
-TextPiece* NoteFinder::ReferenceTo(const std::string& mark, const Column& notes,
-                                   std::size_t first) const {
-  for (Band& band : page_->bands) {
-    for (Column& column : band.columns) {
-      const std::size_t end = &column == &notes ? first : column.blocks.size();
-      for (std::size_t i = 0; i < end; ++i) {
-        auto* paragraph = std::get_if<Paragraph>(&column.blocks[i].content);
-        TextPiece* piece = paragraph == nullptr ? nullptr : RaisedPiece(*page_, *paragraph, mark);
-        if (piece != nullptr) {
-          return piece;
-        }
-      }
+// The first raised piece with that text which is neither in the notes nor any other note's.
+//   next - by mark, which piece is looked at first
+TextPiece* NoteFinder::ReferenceTo(const std::string& mark, const Column& notes, std::size_t first,
+                                   std::map<std::string, std::size_t>& next) const {
+  const auto known = references_.find(mark);
+  if (known == references_.end()) {
+    return nullptr;
+  }
+  std::size_t& at = next[mark];
+  while (at < known->second.size()) {
+    const Reference& reference = known->second[at++];
+    const std::size_t end = reference.column == &notes ? first : reference.column->blocks.size();
+    if (reference.block < end) {
+      return reference.piece;
     }
   }
   return nullptr;
@@ -130,10 +154,11 @@ void NoteFinder::TakeFrom(Column& column) {
     }
   }
   std::vector<TextPiece*> references;
+  std::map<std::string, std::size_t> next = taken_;
   for (std::size_t i = first; i < column.blocks.size(); ++i) {
     const std::string mark = MarkOf(*page_, std::get<Paragraph>(column.blocks[i].content));
     if (!mark.empty()) {
-      references.push_back(ReferenceTo(mark, column, first));
+      references.push_back(ReferenceTo(mark, column, first, next));
       if (references.back() == nullptr) {
         return;
       }
@@ -142,14 +167,15 @@ void NoteFinder::TakeFrom(Column& column) {
   if (first == 0 || references.empty()) {
     return;
   }
+  taken_ = std::move(next);
+  auto reference = references.begin();
   for (std::size_t i = first; i < column.blocks.size(); ++i) {
     auto& paragraph = std::get<Paragraph>(column.blocks[i].content);
     const std::string mark = MarkOf(*page_, paragraph);
     if (!mark.empty()) {
-      TextPiece& reference = *references.front();
-      references.erase(references.begin());
-      reference.kind = PieceKind::kNoteMark;
-      reference.number = static_cast<std::uint32_t>(page_->notes.size());
+      TextPiece& piece = **reference++;
+      piece.kind = PieceKind::kNoteMark;
+      piece.number = static_cast<std::uint32_t>(page_->notes.size());
       page_->notes.push_back({.label = mark, .blocks = {}});
       std::vector<TextPiece>& pieces = paragraph.lines.front().pieces;
       pieces.erase(pieces.begin());
