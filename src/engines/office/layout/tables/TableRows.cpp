@@ -101,11 +101,12 @@ bool RowFinder::IsList(std::size_t from, std::size_t to) const {
 // White over the whole width, and labels in the first column above and below it.
 bool RowFinder::IsStripBreak(std::size_t from, std::size_t i) const {
   const double gap = lines_[i + 1].line->upper - lines_[i].line->lower;
-  const bool has_label = std::any_of(lines_.begin() + static_cast<std::ptrdiff_t>(from),
-                                     lines_.begin() + static_cast<std::ptrdiff_t>(i + 1),
-                                     [](const LineCells& line) { return line.is_filled[0]; });
-  return gap > kWideGap * SizeAt(i) && has_label && lines_[i + 1].is_filled[0] &&
-         lines_[i + 1].filled >= 2;
+  if (gap <= kWideGap * SizeAt(i) || !lines_[i + 1].is_filled[0] || lines_[i + 1].filled < 2) {
+    return false;
+  }
+  return std::any_of(lines_.begin() + static_cast<std::ptrdiff_t>(from),
+                     lines_.begin() + static_cast<std::ptrdiff_t>(i + 1),
+                     [](const LineCells& line) { return line.is_filled[0]; });
 }
 
 bool RowFinder::StartsSmall(const LineCells& line) {

@@ -131,6 +131,9 @@ SheetTable TableOf(const Table& source, const LookList& looks) {
 std::string RowText(const SheetTable& table, std::uint32_t row) {
   std::string text;
   for (const SheetCell& cell : table.cells) {
+    if (cell.row > row) {
+      break;
+    }
     if (cell.row == row) {
       text += std::to_string(cell.column) + ":" + cell.text + "\t";
     }
