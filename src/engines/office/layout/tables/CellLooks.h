@@ -2,9 +2,9 @@
 #ifndef TARNIX_ENGINES_OFFICE_LAYOUT_TABLES_CELLLOOKS_H_
 #define TARNIX_ENGINES_OFFICE_LAYOUT_TABLES_CELLLOOKS_H_
 
+#include "engines/office/layout/PageLayout.h"
 #include "engines/office/layout/tables/Rules.h"
 #include "engines/office/layout/tables/TableArea.h"
-#include "engines/office/layout/tables/TableFinder.h"
 
 namespace TarnixTools::engines::office {
 

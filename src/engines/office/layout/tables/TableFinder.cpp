@@ -57,7 +57,7 @@ class Finder {
   void Try(std::vector<TableArea> areas);
   void TryFills();
   void TryTagged();
-  void AddPaths(FoundTable& table) const;
+  void AddPaths(FoundTable& found) const;
   void Keep(const TableArea& area, TableShape shape);
 
   const PageModel* page_;
@@ -127,13 +127,12 @@ void Finder::Keep(const TableArea& area, TableShape shape) {
   table.header_rows = static_cast<std::uint32_t>(shape.header_rows);
   std::vector<bool> is_used;
   for (const CellShape& cell : shape.cells) {
-    TableCell& kept = table.cells.emplace_back();
-    kept = {.row = static_cast<std::uint32_t>(cell.row),
-            .column = static_cast<std::uint32_t>(cell.column),
-            .row_span = static_cast<std::uint32_t>(cell.row_end - cell.row),
-            .column_span = static_cast<std::uint32_t>(cell.column_end - cell.column),
-            .box = {shape.columns[cell.column], shape.rows[cell.row],
-                    shape.columns[cell.column_end], shape.rows[cell.row_end]}};
+    table.cells.push_back({.row = static_cast<std::uint32_t>(cell.row),
+                           .column = static_cast<std::uint32_t>(cell.column),
+                           .row_span = static_cast<std::uint32_t>(cell.row_end - cell.row),
+                           .column_span = static_cast<std::uint32_t>(cell.column_end - cell.column),
+                           .box = {shape.columns[cell.column], shape.rows[cell.row],
+                                   shape.columns[cell.column_end], shape.rows[cell.row_end]}});
     std::vector<std::uint32_t>& words = found.words.emplace_back();
     for (const Ink& ink : cell.inks) {
       words.push_back(ink.word);
