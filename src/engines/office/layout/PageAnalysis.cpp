@@ -93,11 +93,11 @@ void PageAnalyzer::CopyLinks() {
 void PageAnalyzer::PlaceTables() {
   used_ = text_.marks;
   TableMaker tables(text_.upright.lines, paragraphs_);
-  for (const FoundTable& found : FindTables(*page_, text_.upright)) {
+  for (FoundTable& found : FindTables(*page_, text_.upright)) {
     used_.insert(used_.end(), found.paths.begin(), found.paths.end());
     tables_.push_back(found.table.box);
     items_.push_back({.box = found.table.box});
-    parts_.push_back({.line = nullptr, .block = Block{tables.Make(found)}});
+    parts_.push_back({.line = nullptr, .block = Block{tables.Make(std::move(found))}});
   }
   std::sort(used_.begin(), used_.end());
   if (!parts_.empty()) {

@@ -40,7 +40,7 @@ void TableMaker::FillCell(std::vector<std::uint32_t> words, TableCell& cell) {
   std::vector<WordLine> lines;
   std::uint32_t line = 0;
   for (const std::uint32_t word : words) {
-    if (word >= places_.size() || is_taken_[word]) {
+    if (is_taken_[word]) {
       continue;
     }
     is_taken_[word] = true;
@@ -61,11 +61,11 @@ void TableMaker::FillCell(std::vector<std::uint32_t> words, TableCell& cell) {
   }
 }
 
-Table TableMaker::Make(const FoundTable& found) {
-  Table table = found.table;
+Table TableMaker::Make(FoundTable found) {
+  Table table = std::move(found.table);
   for (std::size_t i = 0; i < table.cells.size(); ++i) {
     TableCell& cell = table.cells[i];
-    FillCell(found.words[i], cell);
+    FillCell(std::move(found.words[i]), cell);
     if (!cell.blocks.empty()) {
       pdf::Box text = std::get<Paragraph>(cell.blocks.front().content).box;
       text = Around(text, std::get<Paragraph>(cell.blocks.back().content).box);

@@ -18,7 +18,7 @@ class TableMaker {
   // Both outlive this.
   TableMaker(const std::vector<WordLine>& lines, ParagraphMaker& paragraphs);
 
-  Table Make(const FoundTable& found);
+  Table Make(FoundTable found);
 
   // The lines without the words that tables have taken so far.
   std::vector<WordLine> LinesOutside() const;
