@@ -1,9 +1,10 @@
 // Makes of what a page shows what people read: paragraphs, tables, pictures and drawings in bands
 // of columns.
 //
-//   std::vector<PageLayout> pages;
-//   for (each page) pages.push_back(AnalyzePage(model));
-//   AnalyzeDocument(pages, facts);
+//   for (OfficePage& page : document.pages) {
+//     page.layout = AnalyzePage(page.model);
+//   }
+//   AnalyzeDocument(document);
 //
 // Nothing is shared between calls: pages may be analysed on several threads.
 #ifndef TARNIX_ENGINES_OFFICE_LAYOUT_PAGEANALYSIS_H_

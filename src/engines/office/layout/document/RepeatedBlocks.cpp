@@ -28,7 +28,7 @@ struct Candidate {
   Block* block = nullptr;
   pdf::Box box;
   std::string text;  // its numbers as #; empty for pictures
-  long number = -1;  // the one number in it
+  long number = -1;  // the first number in it; -1 when that counts no pages
   bool is_repeated = false;
 };
 
@@ -40,7 +40,7 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// The text with # for each number; the number when it has only one that can count pages.
+// The text with # for each number; the first number when it can count pages.
 void ReadText(const Paragraph& paragraph, Candidate& candidate) {
   const std::string text = TextOf(paragraph);
   std::size_t numbers = 0;

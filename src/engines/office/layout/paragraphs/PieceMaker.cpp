@@ -31,7 +31,7 @@ void Widen(TextPiece& piece, double left, double right) {
   piece.width = end - piece.x;
 }
 
-// The end of a line's text, over its pieces: it goes no further back than a word needs.
+// The text of the last piece of a line; empty where there is none.
 std::u32string EndOf(const TextLine& line) {
   return line.pieces.empty() ? std::u32string() : Utf8ToUtf32(line.pieces.back().text);
 }

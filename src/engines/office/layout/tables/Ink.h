@@ -51,7 +51,7 @@ struct Ink {
 // What a word is, by its characters.
 InkKind KindOfWord(std::u32string_view text);
 
-// Sets what the characters tell: kind, is_group, is_lead, starts_small.
+// Sets what the characters tell: the kind and the flags, but for those of the font.
 void Classify(std::u32string_view text, Ink& ink);
 
 // Words that stand together in a row: no wide gap is between them.

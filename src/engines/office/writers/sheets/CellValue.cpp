@@ -64,7 +64,7 @@ struct Parts {
   bool is_bracketed = false;  // a negative number in brackets
   bool has_plus = false;
   bool is_percent = false;
-  bool has_gap = false;  // before the sign of percent or behind the number
+  bool has_gap = false;  // before the sign of percent
   std::string prefix;    // a currency, with the space behind it
   std::string suffix;
   std::string_view digits;  // with their separators
