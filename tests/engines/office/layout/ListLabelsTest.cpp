@@ -27,10 +27,16 @@ TEST(ListLabels, ReadsWhatListsBeginWith) {
 
 TEST(ListLabels, LeavesOtherWords) {
   for (const std::u32string_view word :
-       {U"", U"a", U"the", U"1999", U"12345.", U"3.14", U"(see", U"etc.", U"1..", U"."}) {
-    const std::optional<FoundLabel> label = ReadLabel(word);
-    EXPECT_TRUE(!label.has_value() || label->parts > 1);
+       {U"", U"a", U"the", U"1999", U"12345.", U"(see", U"etc.", U"1..", U"."}) {
+    EXPECT_FALSE(ReadLabel(word).has_value());
   }
+}
+
+TEST(ListLabels, CountsThePartsOfNumbers) {
+  const std::optional<FoundLabel> label = ReadLabel(U"3.14");
+  ASSERT_TRUE(label.has_value());
+  EXPECT_EQ(label->value, 14);
+  EXPECT_EQ(label->parts, 2);
 }
 
 TEST(ListLabels, KnowsLettersThatAreRomanNumbers) {
