@@ -6,36 +6,9 @@
 
 #include "engines/office/Limits.h"
 #include "engines/office/layout/Boxes.h"
+#include "engines/office/layout/DisjointSets.h"
 
 namespace TarnixTools::engines::office {
-
-namespace {
-
-class Sets {
- public:
-  explicit Sets(std::size_t count) : parent_(count) {
-    std::iota(parent_.begin(), parent_.end(), 0U);
-  }
-
-  std::uint32_t Find(std::uint32_t item) {
-    while (parent_[item] != item) {
-      parent_[item] = parent_[parent_[item]];
-      item = parent_[item];
-    }
-    return item;
-  }
-
-  void Join(std::uint32_t a, std::uint32_t b) {
-    const std::uint32_t one = Find(a);
-    const std::uint32_t other = Find(b);
-    parent_[std::max(one, other)] = std::min(one, other);
-  }
-
- private:
-  std::vector<std::uint32_t> parent_;
-};
-
-}  // namespace
 
 std::vector<std::vector<std::uint32_t>> GroupBoxes(const std::vector<pdf::Box>& boxes,
                                                    double margin) {
@@ -44,7 +17,7 @@ std::vector<std::vector<std::uint32_t>> GroupBoxes(const std::vector<pdf::Box>& 
   std::sort(order.begin(), order.end(), [&boxes](std::uint32_t a, std::uint32_t b) {
     return UpperEdge(boxes[a]) < UpperEdge(boxes[b]);
   });
-  Sets sets(boxes.size());
+  DisjointSets sets(boxes.size());
   std::vector<std::uint32_t> open;  // those that may touch one further down
   std::size_t compared = 0;
   for (const std::uint32_t next : order) {
@@ -62,7 +35,7 @@ std::vector<std::vector<std::uint32_t>> GroupBoxes(const std::vector<pdf::Box>& 
     }
     open.push_back(next);
   }
-  std::map<std::uint32_t, std::vector<std::uint32_t>> groups;
+  std::map<std::size_t, std::vector<std::uint32_t>> groups;
   for (std::uint32_t i = 0; i < boxes.size(); ++i) {
     groups[sets.Find(i)].push_back(i);
   }

@@ -1,6 +1,7 @@
 #include <algorithm>
-#include <numeric>
+#include <utility>
 
+#include "engines/office/layout/DisjointSets.h"
 #include "engines/office/layout/tables/TableArea.h"
 
 namespace TarnixTools::engines::office {
@@ -10,42 +11,22 @@ namespace {
 constexpr double kTouch = 2.5;  // points between rules that meet
 constexpr double kSnap = 4;     // between the lines of a double rule
 
-// Which rules hang together; numbers of vertical ones follow those of horizontal ones.
-class Groups {
- public:
-  explicit Groups(std::size_t count) : parents_(count) {
-    std::iota(parents_.begin(), parents_.end(), std::size_t{0});
-  }
-
-  std::size_t Find(std::size_t i) {
-    while (parents_[i] != i) {
-      parents_[i] = parents_[parents_[i]];
-      i = parents_[i];
-    }
-    return i;
-  }
-
-  void Unite(std::size_t a, std::size_t b) { parents_[Find(b)] = Find(a); }
-
- private:
-  std::vector<std::size_t> parents_;
-};
-
 bool Meet(const Rule& horizontal, const Rule& vertical) {
   return vertical.at >= horizontal.from - kTouch && vertical.at <= horizontal.to + kTouch &&
          horizontal.at >= vertical.from - kTouch && horizontal.at <= vertical.to + kTouch;
 }
 
-Groups GroupsOf(const Rules& rules) {
+// Which rules hang together; numbers of vertical ones follow those of horizontal ones.
+DisjointSets GroupsOf(const Rules& rules) {
   const std::vector<Rule>& across = rules.horizontal;
-  Groups groups(across.size() + rules.vertical.size());
+  DisjointSets groups(across.size() + rules.vertical.size());
   for (std::size_t v = 0; v < rules.vertical.size(); ++v) {
     const Rule& vertical = rules.vertical[v];
     auto h = std::lower_bound(across.begin(), across.end(), vertical.from - kTouch,
                               [](const Rule& rule, double y) { return rule.at < y; });
     for (; h != across.end() && h->at <= vertical.to + kTouch; ++h) {
       if (Meet(*h, vertical)) {
-        groups.Unite(static_cast<std::size_t>(h - across.begin()), across.size() + v);
+        groups.Join(static_cast<std::size_t>(h - across.begin()), across.size() + v);
       }
     }
   }
@@ -97,7 +78,7 @@ std::vector<double> Snap(std::vector<double> places) {
 }
 
 std::vector<TableArea> FindGrids(const Rules& rules) {
-  Groups groups = GroupsOf(rules);
+  DisjointSets groups = GroupsOf(rules);
   const std::size_t count = rules.horizontal.size() + rules.vertical.size();
   std::vector<std::size_t> area_of(count, count);
   std::vector<TableArea> areas;
