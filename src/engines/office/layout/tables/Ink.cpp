@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 
+#include "engines/office/layout/text/Characters.h"
+
 namespace TarnixTools::engines::office {
 
 namespace {
@@ -15,10 +17,6 @@ constexpr double kGroupGap = 0.36;      // between groups of three digits, at mo
 constexpr double kMarkGap = 0.8;        // from a number to the mark of a note
 constexpr double kSignGap = 8;          // from the sign of a currency to its number
 constexpr double kBaselineSlack = 0.3;
-
-bool IsDigit(char32_t c) {
-  return c >= U'0' && c <= U'9';
-}
 
 bool IsPartOfNumber(char32_t c) {
   constexpr std::u32string_view kParts = U".,'%$€£¥()+-–−*:/’‰†‡¹²³ⁿ\u00a0\u2009";

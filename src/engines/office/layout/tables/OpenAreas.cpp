@@ -50,6 +50,18 @@ bool IsTabular(const std::vector<InkRow>& rows, double width) {
          3 * full <= rows.size();
 }
 
+// The horizontal rules within the box of an area become its own.
+void AddRulesIn(const Rules& rules, TableArea& area) {
+  for (const Rule& rule : rules.horizontal) {
+    if (rule.at > area.box.bottom && rule.at < area.box.top && rule.to > area.box.left &&
+        rule.from < area.box.right) {
+      area.horizontal.push_back(rule);
+      area.rows.push_back(rule.at);
+    }
+  }
+  area.rows = Snap(std::move(area.rows));
+}
+
 // Rules of about one length, above each other.
 class StripeFinder {
  public:
@@ -215,14 +227,7 @@ std::optional<TableArea> TextAreaFinder::AreaOf(std::size_t first, std::size_t l
     area.box.left = std::min(area.box.left, rows_[r].chunks.front().left - 1);
     area.box.right = std::max(area.box.right, rows_[r].chunks.back().right + 1);
   }
-  for (const Rule& rule : rules_->horizontal) {
-    if (rule.at > area.box.bottom && rule.at < area.box.top && rule.to > area.box.left &&
-        rule.from < area.box.right) {
-      area.horizontal.push_back(rule);
-      area.rows.push_back(rule.at);
-    }
-  }
-  area.rows = Snap(std::move(area.rows));
+  AddRulesIn(*rules_, area);
   return area;
 }
 
@@ -267,14 +272,7 @@ TableArea AreaAround(std::span<const Ink> inks, const Rules& rules) {
     area.box = {std::min(area.box.left, ink.left - 1), std::min(area.box.bottom, ink.upper - 1),
                 std::max(area.box.right, ink.right + 1), std::max(area.box.top, ink.lower + 1)};
   }
-  for (const Rule& rule : rules.horizontal) {
-    if (rule.at > area.box.bottom && rule.at < area.box.top && rule.to > area.box.left &&
-        rule.from < area.box.right) {
-      area.horizontal.push_back(rule);
-      area.rows.push_back(rule.at);
-    }
-  }
-  area.rows = Snap(std::move(area.rows));
+  AddRulesIn(rules, area);
   return area;
 }
 
