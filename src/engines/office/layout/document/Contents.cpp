@@ -53,16 +53,6 @@ bool IsNumber(std::string_view text) {
          });
 }
 
-TextPiece PartOf(const TextPiece& piece, std::size_t begin, std::size_t end) {
-  TextPiece part = piece;
-  const double per_byte =
-      piece.width / static_cast<double>(std::max<std::size_t>(piece.text.size(), 1));
-  part.text = piece.text.substr(begin, end - begin);
-  part.x = piece.x + per_byte * static_cast<double>(begin);
-  part.width = per_byte * static_cast<double>(end - begin);
-  return part;
-}
-
 // Replaces the leader of an entry by a tab; false for a line that is no entry.
 bool TakeLeader(TextLine& line) {
   for (std::size_t i = 0; i < line.pieces.size(); ++i) {

@@ -1,5 +1,7 @@
 #include "engines/office/layout/document/FlowParagraphs.h"
 
+#include <algorithm>
+
 namespace TarnixTools::engines::office {
 
 std::vector<Paragraph*> FlowParagraphs(PageLayout& page) {
@@ -27,6 +29,16 @@ std::string TextOf(const Paragraph& paragraph) {
     }
   }
   return text;
+}
+
+TextPiece PartOf(const TextPiece& piece, std::size_t begin, std::size_t end) {
+  TextPiece part = piece;
+  const double per_byte =
+      piece.width / static_cast<double>(std::max<std::size_t>(piece.text.size(), 1));
+  part.text = piece.text.substr(begin, end - begin);
+  part.x = piece.x + per_byte * static_cast<double>(begin);
+  part.width = per_byte * static_cast<double>(end - begin);
+  return part;
 }
 
 }  // namespace TarnixTools::engines::office

@@ -15,6 +15,9 @@ std::vector<Paragraph*> FlowParagraphs(PageLayout& page);
 // UTF-8; what parts words at the ends of lines is joined.
 std::string TextOf(const Paragraph& paragraph);
 
+// The part of a piece between two bytes of its text, about where it stands.
+TextPiece PartOf(const TextPiece& piece, std::size_t begin, std::size_t end);
+
 }  // namespace TarnixTools::engines::office
 
 #endif  // TARNIX_ENGINES_OFFICE_LAYOUT_DOCUMENT_FLOWPARAGRAPHS_H_

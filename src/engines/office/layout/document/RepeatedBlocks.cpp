@@ -129,16 +129,11 @@ void MarkPageNumber(Paragraph& paragraph, const std::string& number) {
       if (whole.kind != PieceKind::kText || at == std::string::npos) {
         continue;
       }
-      const double per_byte = whole.width / static_cast<double>(whole.text.size());
       std::vector<TextPiece> parts;
       const auto add = [&](std::size_t begin, std::size_t end, PieceKind kind) {
         if (begin < end) {
-          TextPiece part = whole;
-          part.kind = kind;
-          part.text = whole.text.substr(begin, end - begin);
-          part.x = whole.x + per_byte * static_cast<double>(begin);
-          part.width = per_byte * static_cast<double>(end - begin);
-          parts.push_back(std::move(part));
+          parts.push_back(PartOf(whole, begin, end));
+          parts.back().kind = kind;
         }
       };
       add(0, at, PieceKind::kText);
