@@ -21,8 +21,6 @@ struct TextRow {
   bool is_bold = false;       // all of it, by its typefaces or by painting
 
   const WordLine& first() const { return *lines.front(); }
-
-  const WordLine& last() const { return *lines.back(); }
 };
 
 // From top to bottom.

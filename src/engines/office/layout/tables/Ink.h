@@ -43,8 +43,6 @@ struct Ink {
   std::uint32_t word = 0;     // which it is, for the caller
   std::uint32_t row = 0;      // of RowsOf, which sets it
 
-  double height() const { return lower - upper; }
-
   bool IsNumeric() const { return kind != InkKind::kText; }
 };
 

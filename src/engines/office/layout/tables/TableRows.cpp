@@ -197,13 +197,11 @@ std::vector<LineCells> CellsOfLines(std::span<const InkRow> lines, std::span<con
   for (const InkRow& line : lines) {
     LineCells cells{.line = &line,
                     .kinds = std::vector<InkKind>(count, InkKind::kBlank),
-                    .is_filled = std::vector<bool>(count),
-                    .is_crossed = std::vector<bool>(count)};
+                    .is_filled = std::vector<bool>(count)};
     for (const Chunk& chunk : line.chunks) {
       const auto [first, last] = ColumnsOf(chunk, edges);
       for (std::size_t c = first; c <= last; ++c) {
         cells.is_filled[c] = true;
-        cells.is_crossed[c] = cells.is_crossed[c] || c > first;
         if (!chunk.is_numeric || last > first) {
           cells.kinds[c] = InkKind::kText;
         }

@@ -13,10 +13,9 @@ namespace TarnixTools::engines::office {
 // What each line of words has in each column.
 struct LineCells {
   const InkRow* line = nullptr;
-  std::vector<InkKind> kinds;    // by column; kText also for a chunk over several columns
-  std::vector<bool> is_filled;   // by column
-  std::vector<bool> is_crossed;  // by column: a chunk goes on from the column before
-  std::size_t filled = 0;        // columns
+  std::vector<InkKind> kinds;   // by column; kText also for a chunk over several columns
+  std::vector<bool> is_filled;  // by column
+  std::size_t filled = 0;       // columns
   bool has_number = false;
   bool has_span = false;
 };
