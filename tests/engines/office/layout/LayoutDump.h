@@ -1,6 +1,6 @@
 // The layout of a page as JSON, to look at what the analysis made of it.
-#ifndef TARNIX_ENGINES_OFFICE_LAYOUT_LAYOUTDUMP_H_
-#define TARNIX_ENGINES_OFFICE_LAYOUT_LAYOUTDUMP_H_
+#ifndef TARNIX_TESTS_ENGINES_OFFICE_LAYOUT_LAYOUTDUMP_H_
+#define TARNIX_TESTS_ENGINES_OFFICE_LAYOUT_LAYOUTDUMP_H_
 
 #include <string>
 
@@ -13,4 +13,4 @@ std::string DumpLayout(const PageLayout& page);
 
 }  // namespace TarnixTools::engines::office
 
-#endif  // TARNIX_ENGINES_OFFICE_LAYOUT_LAYOUTDUMP_H_
+#endif  // TARNIX_TESTS_ENGINES_OFFICE_LAYOUT_LAYOUTDUMP_H_
