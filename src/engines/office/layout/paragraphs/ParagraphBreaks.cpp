@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 #include "engines/office/layout/Boxes.h"
+#include "engines/office/layout/Quantile.h"
 #include "engines/office/layout/paragraphs/ListLabels.h"
 
 namespace TarnixTools::engines::office {
@@ -107,10 +109,7 @@ void BreakFinder::MeasureRun(Run& run) const {
     }
   }
   if (!pitches.empty()) {
-    const auto at = pitches.begin() + static_cast<std::ptrdiff_t>(
-                                          kUsualPitch * static_cast<double>(pitches.size() - 1));
-    std::nth_element(pitches.begin(), at, pitches.end());
-    run.pitch = *at;
+    run.pitch = Quantile(std::move(pitches), kUsualPitch);
   }
   // A margin that one line alone reaches is none: lines of a poem or an address end where they like.
   const auto at_margin = std::count_if(

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "engines/office/layout/Boxes.h"
+#include "engines/office/layout/Quantile.h"
 #include "engines/office/layout/text/Characters.h"
 
 namespace TarnixTools::engines::office {
@@ -36,16 +37,6 @@ bool IsSpaceGlyph(const PageModel& page, const PlacedGlyph& placed) {
 
 char32_t CharacterOf(const PageModel& page, const PlacedGlyph& placed) {
   return page.text[page.glyphs[placed.glyph].text];
-}
-
-double Quantile(std::vector<double> values, double share) {
-  if (values.empty()) {
-    return 0;
-  }
-  const auto at =
-      values.begin() + static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size() - 1));
-  std::nth_element(values.begin(), at, values.end());
-  return *at;
 }
 
 // A glyph that shows something, and what is between it and the one before it.
