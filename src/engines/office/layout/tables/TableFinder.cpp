@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "engines/office/Limits.h"
+#include "engines/office/layout/paragraphs/TextRows.h"
 #include "engines/office/layout/tables/CellLooks.h"
 #include "engines/office/layout/tables/TableArea.h"
 #include "engines/office/layout/tables/TableBuilder.h"
@@ -80,9 +81,8 @@ const Typeface* Finder::FaceOf(const Word& word) const {
 
 // The table that tags say it is in; 0 for none.
 std::uint32_t Finder::TableOf(const Word& word) const {
-  const std::int32_t mark = word.glyphs.empty() ? -1 : page_->glyphs[word.glyphs[0].glyph].mark;
-  const bool is_known = mark >= 0 && static_cast<std::size_t>(mark) < page_->roles.size();
-  return is_known ? page_->roles[static_cast<std::size_t>(mark)].table : 0;
+  const StructureRole* role = word.glyphs.empty() ? nullptr : RoleOf(*page_, word.glyphs.front());
+  return role != nullptr ? role->table : 0;
 }
 
 void Finder::Read(const TurnedText& text) {

@@ -39,7 +39,7 @@ class TableScene {
 
   // In a table that tags tell of.
   TableScene& Tagged(double x, double y, std::string_view text, std::uint32_t table) {
-    page_.roles.emplace_back().table = table;
+    page_.roles.push_back({.path = {"Table"}, .table = table, .description = {}, .language = {}});
     const std::size_t first = page_.glyphs.size();
     Text(x, y, text);
     for (std::size_t i = first; i < page_.glyphs.size(); ++i) {
