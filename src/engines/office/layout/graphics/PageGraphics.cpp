@@ -5,6 +5,7 @@
 
 #include "engines/office/Limits.h"
 #include "engines/office/layout/Boxes.h"
+#include "engines/office/layout/Colors.h"
 #include "engines/office/layout/graphics/BoxGroups.h"
 
 namespace TarnixTools::engines::office {
@@ -23,11 +24,6 @@ constexpr double kTextOver = 0.12;      // of a drawing's area: text that runs o
 constexpr double kWideText = 0.4;       // of a drawing's width: lines that are no labels
 constexpr std::size_t kWordsOver = 25;  // of a picture, that are no labels
 constexpr double kMostOfTable = 0.7;
-constexpr std::uint8_t kWhite = 252;
-
-bool IsWhite(const Rgb& color) {
-  return color.red >= kWhite && color.green >= kWhite && color.blue >= kWhite;
-}
 
 bool IsWithin(const pdf::Box& box, double side) {
   return box.width() <= side && box.height() <= side;

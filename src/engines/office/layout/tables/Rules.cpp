@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "engines/office/Limits.h"
+#include "engines/office/layout/Colors.h"
 
 namespace TarnixTools::engines::office {
 
@@ -15,11 +16,6 @@ constexpr double kSameLine = 0.8;   // pieces that lie on one line
 constexpr double kShortest = 6;     // of a rule
 constexpr double kStripGap = 0.6;   // between strips that fill one cell
 constexpr double kPageShare = 0.9;  // a box over as much of the page's width and height is paper
-constexpr int kWhite = 250;         // of 255, in every channel
-
-bool IsWhite(const Rgb& color) {
-  return color.red >= kWhite && color.green >= kWhite && color.blue >= kWhite;
-}
 
 enum class EdgeKind : std::uint8_t { kFrame, kFill };
 

@@ -5,6 +5,7 @@
 
 #include "engines/office/Limits.h"
 #include "engines/office/layout/Boxes.h"
+#include "engines/office/layout/Colors.h"
 
 namespace TarnixTools::engines::office {
 
@@ -22,7 +23,6 @@ constexpr double kMostHighlight = 1.7;
 
 constexpr double kCovered = 0.45;            // of a marked word's width
 constexpr std::ptrdiff_t kLinesBeside = 64;  // that are looked at for one path
-constexpr std::uint8_t kWhite = 250;
 
 enum class MarkKind { kUnderline, kStrike, kHighlight };
 
@@ -47,10 +47,6 @@ std::optional<Mark> MarkOf(const PathShape& path) {
   }
   const bool is_plain = path.fill && !path.stroke;
   return is_plain ? std::optional(Mark{path.box, *path.fill, false}) : std::nullopt;
-}
-
-bool IsWhite(const Rgb& color) {
-  return color.red >= kWhite && color.green >= kWhite && color.blue >= kWhite;
 }
 
 // What a mark does to a line on whose words it lies.
