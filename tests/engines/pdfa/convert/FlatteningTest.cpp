@@ -104,6 +104,15 @@ TEST_F(FlatteningTest, MakesPicturesOfAnnotations) {
   EXPECT_TRUE(form["/Resources"]["/XObject"].contains("/Flat"));
 }
 
+TEST_F(FlatteningTest, StandsInTheWayWhereAPageIsTooMuch) {
+  RawPdf file =
+      OnePage("/Contents 4 0 R/Resources<</ExtGState<</H<</ca .5>>>>/XObject<</L 5 0 R>>>>");
+  file.Stream(4, "", "/L Do /H gs 10 20 30 10 re f 90 20 30 10 re f");
+  file.Stream(5, "/Subtype/Form/BBox[0 0 9 9]", "/L Do /L Do");
+  Flattened(file);
+  EXPECT_THAT(Report(), HasSubstr("not mended: a page with transparency is too much to be drawn"));
+}
+
 TEST_F(FlatteningTest, LeavesOtherPartsAlone) {
   const QpdfDocument written = Flattened(WithContent("/H gs 0 0 9 9 re f"), Level::k2b);
   EXPECT_EQ(written.Follow(written.Page(1))["/Resources"]["/XObject"].size(), 2U);

@@ -63,8 +63,12 @@ class Drawer {
     }
   }
 
-  // Red, green and blue of each pixel.
-  std::string Draw(const View& view) {
+  // Red, green and blue of each pixel; nothing when a page, this one or one before it, is too much to
+  // be drawn.
+  std::optional<std::string> Draw(const View& view) {
+    if (has_given_up_) {
+      return std::nullopt;
+    }
     try {
       Document().LoadPage(view.page_index);
       Document().Place(view.page);
@@ -72,8 +76,9 @@ class Drawer {
                                            static_cast<std::size_t>(view.height),
                                        0xFF);
       Document().Draw(pixels.data(), view.width, 0, view.height);
+      has_given_up_ = Document().is_page_partial();
       Document().ReleasePage();
-      return ColorsOf(pixels);
+      return has_given_up_ ? std::nullopt : std::optional(ColorsOf(pixels));
     } catch (const DrawingError&) {
       throw pdf::Error(pdf::ErrorCode::kReadFailed, "a page cannot be drawn");
     }
@@ -101,6 +106,7 @@ class Drawer {
   platform::WidePath path_;
   std::string password_;
   std::unique_ptr<DrawnDocument> document_;
+  bool has_given_up_ = false;
 };
 
 void AppendMatrix(std::string& text, const pdf::Matrix& matrix) {
@@ -205,9 +211,15 @@ class Flattener {
         "<</Type/XObject/Subtype/Image/ColorSpace/DeviceRGB"
         "/BitsPerComponent 8/Width " +
         std::to_string(view.width) + "/Height " + std::to_string(view.height) + ">>";
-    return conversion_->rewriter.AddLater([drawer = drawer_, view, dictionary] {
-      return ObjectChange::Stream(dictionary, drawer->Draw(view));
-    });
+    return conversion_->rewriter.AddLater(
+        [drawer = drawer_, report = &conversion_->report, view, dictionary] {
+          std::optional<std::string> colors = drawer->Draw(view);
+          if (!colors) {
+            report->Blocking("a page with transparency is too much to be drawn");
+            return ObjectChange::Value("null");
+          }
+          return ObjectChange::Stream(dictionary, std::move(*colors));
+        });
   }
 
   // What the page's own content leaves in force is not, for the pictures.
