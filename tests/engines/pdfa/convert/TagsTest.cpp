@@ -114,6 +114,14 @@ TEST_F(TagsTest, KeepWhatTheTextMeans) {
   EXPECT_THAT(content_, HasSubstr("/Span<</ActualText(x)>>BDC"));
 }
 
+TEST_F(TagsTest, LeaveDecorationWithinDecorationAlone) {
+  const QpdfDocument written =
+      Tagged(WithContent("/Artifact BMC /Artifact BMC EMC BT /F 8 Tf 10 80 Td (A) Tj ET EMC "
+                         "BT /F 8 Tf 10 20 Td (B) Tj ET"));
+  EXPECT_EQ(Elements(written).size(), 1U);
+  EXPECT_THAT(content_, HasSubstr("<</MCID 0>>BDC\nBT /F 8 Tf 10 20 Td (B) Tj ET"));
+}
+
 TEST_F(TagsTest, StayWhereTheyAreSound) {
   RawPdf file =
       WithContent("/Odd<</MCID 0>>BDC BT /F 8 Tf 10 80 Td (A) Tj ET EMC", "/StructParents 0",

@@ -84,6 +84,7 @@ PageMarks PageScan::Scan(std::size_t page_index) {
   units_.clear();
   awaited_.reset();
   old_marks_.clear();
+  open_artifacts_ = 0;
   forms_.clear();
   path_begin_.reset();
   text_object_ = 0;
@@ -274,6 +275,7 @@ void PageScan::NoteMark(const pdf::Operation& operation) {
     has_mark_in_text_ = true;
   }
   if (!old_marks_.empty()) {
+    open_artifacts_ -= old_marks_.back().is_artifact ? 1 : 0;
     old_marks_.pop_back();
   }
 }
@@ -283,6 +285,7 @@ void PageScan::BeginMarked(const pdf::MarkedContent& mark) {
     return;
   }
   old_marks_.back().is_artifact = mark.tag == "Artifact";
+  open_artifacts_ += old_marks_.back().is_artifact ? 1 : 0;
   const std::string kept = mark.id ? TextMark(mark.properties) : std::string();
   if (mark.id) {
     marks_.edits.Replace(operator_begin_, operator_end_, kept);
@@ -300,8 +303,7 @@ bool PageScan::IsPassedOver() {
     marks_.is_whole = false;
     return true;
   }
-  return std::any_of(old_marks_.begin(), old_marks_.end(),
-                     [](const OldMark& mark) { return mark.is_artifact; });
+  return open_artifacts_ > 0;
 }
 
 void PageScan::DrawImage(const pdf::ImageUse& image) {

@@ -99,6 +99,7 @@ class PageScan : private pdf::ContentVisitor {
   std::vector<Unit> units_;
   std::optional<Unit> awaited_;  // of the operator that runs
   std::vector<OldMark> old_marks_;
+  std::size_t open_artifacts_ = 0;  // among them
   pdf::Box form_box_;
   std::size_t operator_begin_ = 0;  // with its operands
   std::size_t operator_end_ = 0;
