@@ -38,9 +38,10 @@ inline constexpr std::size_t kMaxUsedColors = 1000;
 // Structure elements that marked content belongs to, and those around one.
 inline constexpr std::size_t kMaxStructureParents = 20'000'000;
 inline constexpr std::size_t kMaxElementDepth = 1000;
-// Parts of a page that are marked, and of a document that are elements, when tags are made.
+// When tags are made: parts of a page that are marked, or marks that are taken out of it; and of a
+// document these together with the elements, all of which are held until it is written.
 inline constexpr std::size_t kMaxMarkedParts = 200'000;
-inline constexpr std::size_t kMaxMadeElements = 2'000'000;
+inline constexpr std::size_t kMaxTaggedParts = 2'000'000;
 // Types of structure elements that a role map is given.
 inline constexpr std::size_t kMaxMadeRoles = 1000;
 

@@ -1,5 +1,6 @@
 #include <string>
 
+#include "engines/pdfa/Limits.h"
 #include "engines/pdfa/convert/ConversionTest.h"
 #include "engines/pdfa/convert/contents/EditedPages.h"
 #include "engines/pdfa/convert/tags/Tags.h"
@@ -107,6 +108,15 @@ TEST_F(TagsTest, ReplaceAStructureWithoutContent) {
   EXPECT_EQ(Elements(written).size(), 1U);
   EXPECT_THAT(content_, Not(HasSubstr("MCID 7")));
   EXPECT_THAT(content_, HasSubstr("/Artifact BMC 0 0 5 5 re f EMC"));
+}
+
+TEST_F(TagsTest, AreNotMadeWhereTooManyMarksHaveToGo) {
+  std::string content;
+  for (std::size_t i = 0; i <= limits::kMaxMarkedParts / 2; ++i) {
+    content += "/P<</MCID 7>>BDC EMC\n";
+  }
+  Tagged(WithContent(content));
+  EXPECT_THAT(Report(), HasSubstr("not mended: there is too much content to be tagged"));
 }
 
 TEST_F(TagsTest, KeepWhatTheTextMeans) {

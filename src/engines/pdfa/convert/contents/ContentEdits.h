@@ -29,6 +29,9 @@ class ContentEdits {
   // Those of the other come after the own ones.
   void Take(ContentEdits other);
 
+  // How many there are, besides what is appended.
+  std::size_t count() const { return edits_.size(); }
+
   bool empty() const { return edits_.empty() && appended_.empty(); }
 
   std::string AppliedTo(std::string_view content) const;

@@ -41,6 +41,9 @@ struct PageMarks {
   std::vector<MarkedRange> ranges;
   bool is_whole = true;  // false: there is more on the page than is marked
   ContentEdits edits;    // that take out the marks of an older structure
+
+  // What there is to be held of the page.
+  std::size_t size() const { return blocks.size() + ranges.size() + edits.count(); }
 };
 
 }  // namespace TarnixTools::engines::pdfa

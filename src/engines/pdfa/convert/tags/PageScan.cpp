@@ -269,7 +269,7 @@ void PageScan::NoteMark(const pdf::Operation& operation) {
   }
   const bool is_removed = old_marks_.empty() || old_marks_.back().is_removed;
   if (is_removed) {
-    marks_.edits.Replace(operator_begin_, operator_end_, "");
+    ReplaceOperator("");
   } else {
     is_apart_ = true;
     has_mark_in_text_ = true;
@@ -280,6 +280,14 @@ void PageScan::NoteMark(const pdf::Operation& operation) {
   }
 }
 
+void PageScan::ReplaceOperator(std::string text) {
+  if (marks_.edits.count() >= limits::kMaxMarkedParts) {
+    marks_.is_whole = false;
+    return;
+  }
+  marks_.edits.Replace(operator_begin_, operator_end_, std::move(text));
+}
+
 void PageScan::BeginMarked(const pdf::MarkedContent& mark) {
   if (!IsOnPage() || old_marks_.empty()) {
     return;
@@ -288,7 +296,7 @@ void PageScan::BeginMarked(const pdf::MarkedContent& mark) {
   open_artifacts_ += old_marks_.back().is_artifact ? 1 : 0;
   const std::string kept = mark.id ? TextMark(mark.properties) : std::string();
   if (mark.id) {
-    marks_.edits.Replace(operator_begin_, operator_end_, kept);
+    ReplaceOperator(kept);
     old_marks_.back().is_removed = kept.empty();
   }
   if (!mark.id || !kept.empty()) {

@@ -79,6 +79,7 @@ class PageScan : private pdf::ContentVisitor {
   void EndTextObject();
   void NoteMark(const pdf::Operation& operation);
   void NoteForm(const FormLook& look);
+  void ReplaceOperator(std::string text);
   std::optional<TextRun> RunOf(const pdf::StringUse& string, pdf::TextAdvance& advance);
   std::uint32_t AddBlock(PageBlock::Kind kind, const pdf::Box& box, std::uint64_t codes);
   bool IsPassedOver();

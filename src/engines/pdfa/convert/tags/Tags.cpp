@@ -138,13 +138,13 @@ class TagMender {
     PageScan scan(document(), conversion_->pages, *survey_);
     TagTree tree(*conversion_);
     std::set<std::uint32_t> seen;
-    std::size_t elements = 0;
+    std::size_t parts = 0;
     for (std::size_t i = 0; i < conversion_->pages.pages().size(); ++i) {
       const std::uint32_t number = conversion_->pages.pages()[i].number;
       if (number != 0 && seen.insert(number).second) {
         PageMarks marks = scan.Scan(i);
-        elements += marks.blocks.size();
-        if (!marks.is_whole || elements > limits::kMaxMadeElements) {
+        parts += marks.size();
+        if (!marks.is_whole || parts > limits::kMaxTaggedParts) {
           conversion_->report.Blocking("there is too much content to be tagged");
           return;
         }
