@@ -25,6 +25,9 @@ class DrawingTime {
   // A new page begins, for which no time has been used.
   void Restart() { used_ = Duration::zero(); }
 
+  // Of the page, by the counting that is over.
+  Duration used() const { return used_; }
+
   // While this exists, time counts. One at a time, on one thread.
   class Counting {
    public:
