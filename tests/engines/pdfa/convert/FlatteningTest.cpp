@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <string>
 
+#include "engines/pdfa/Limits.h"
 #include "engines/pdfa/convert/ConversionTest.h"
 #include "engines/pdfa/convert/contents/EditedPages.h"
 #include "engines/pdfa/convert/transparency/Flattening.h"
@@ -111,6 +112,23 @@ TEST_F(FlatteningTest, StandsInTheWayWhereAPageIsTooMuch) {
   file.Stream(5, "/Subtype/Form/BBox[0 0 9 9]", "/L Do /L Do");
   Flattened(file);
   EXPECT_THAT(Report(), HasSubstr("not mended: a page with transparency is too much to be drawn"));
+}
+
+TEST_F(FlatteningTest, MakesNoMorePicturesOfAnnotationsThanItMay) {
+  std::string annotations;
+  for (std::size_t i = 0; i < limits::kMaxPicturedAnnotations + 5; ++i) {
+    annotations += " " + std::to_string(10 + i) + " 0 R";
+  }
+  RawPdf file = WithContent(" ", "/Annots[" + annotations + "]");
+  for (std::size_t i = 0; i < limits::kMaxPicturedAnnotations + 5; ++i) {
+    file.Object(static_cast<int>(10 + i),
+                "<</Type/Annot/Subtype/Square/Rect[10 10 15 15]/AP<</N 9 0 R>>>>");
+  }
+  file.Stream(9, "/Subtype/Form/BBox[0 0 9 9]/Resources<</ExtGState<</H<</ca .5>>>>>>",
+              "/H gs 0 0 9 9 re f");
+  Flattened(file);
+  EXPECT_THAT(Report(), HasSubstr("left out: transparency of annotations that are too many for one "
+                                  "page (5)"));
 }
 
 TEST_F(FlatteningTest, LeavesOtherPartsAlone) {

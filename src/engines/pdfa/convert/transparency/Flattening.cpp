@@ -3,15 +3,19 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
 #include <utility>
 #include <vector>
 
+#include "engines/pdfa/Limits.h"
 #include "engines/pdfa/convert/contents/EditedPages.h"
 #include "engines/pdfa/convert/transparency/TransparentAreas.h"
 #include "engines/support/drawing/DrawingError.h"
+#include "engines/support/drawing/DrawingLimits.h"
+#include "engines/support/drawing/DrawingTime.h"
 #include "engines/support/drawing/DrawnDocument.h"
 #include "pdf/Error.h"
 #include "pdf/content/ContentBalance.h"
@@ -45,7 +49,8 @@ struct View {
   int height = 0;
 };
 
-// Draws pages of the document, once that is asked for.
+// Draws pages of the document, once that is asked for. A page is loaded for each of its pictures,
+// since placing it takes images out of what was loaded.
 class Drawer {
  public:
   Drawer(platform::WidePath path, std::string password)
@@ -75,7 +80,10 @@ class Drawer {
       std::vector<std::uint8_t> pixels(kPixelBytes * static_cast<std::size_t>(view.width) *
                                            static_cast<std::size_t>(view.height),
                                        0xFF);
+      DrawingTime::Duration& used = used_[view.page_index];
+      Document().time().set_most(engines::limits::kMaxPageTime - used);
       Document().Draw(pixels.data(), view.width, 0, view.height);
+      used += Document().time().used();
       has_given_up_ = Document().is_page_partial();
       Document().ReleasePage();
       return has_given_up_ ? std::nullopt : std::optional(ColorsOf(pixels));
@@ -106,6 +114,7 @@ class Drawer {
   platform::WidePath path_;
   std::string password_;
   std::unique_ptr<DrawnDocument> document_;
+  std::map<int, DrawingTime::Duration> used_;  // by page, for all of its pictures
   bool has_given_up_ = false;
 };
 
@@ -141,9 +150,7 @@ class Flattener {
     if (!found.areas.empty()) {
       CoverAreas(page, found.areas);
     }
-    for (const std::uint32_t number : found.annotations) {
-      ReplaceAppearance(number);
-    }
+    ReplaceAppearances(found.annotations);
   }
 
  private:
@@ -277,6 +284,19 @@ class Flattener {
   Object Loaded(const Object& value, Arena& arena) {
     return value.IsReference() ? conversion_->rewriter.Load(value.AsReference().number, arena)
                                : value;
+  }
+
+  void ReplaceAppearances(const std::set<std::uint32_t>& annotations) {
+    std::size_t replaced = 0;
+    for (const std::uint32_t number : annotations) {
+      if (replaced == limits::kMaxPicturedAnnotations) {
+        conversion_->report.Dropped("transparency of annotations that are too many for one page",
+                                    annotations.size() - replaced);
+        return;
+      }
+      ReplaceAppearance(number);
+      ++replaced;
+    }
   }
 
   // By what is seen in its place.
