@@ -1,5 +1,8 @@
+#include <algorithm>
+
 #include "engines/pdfa/convert/ConversionTest.h"
 #include "engines/pdfa/convert/annotations/Annotations.h"
+#include "engines/pdfa/convert/annotations/DrawnAppearance.h"
 
 namespace TarnixTools::engines::pdfa {
 namespace {
@@ -105,6 +108,27 @@ TEST_F(AnnotationsTest, AreEmptyWhereNothingOfThemIsSeen) {
                               "/Subtype/Ink/InkList[[1]]", "/Subtype/Underline"}) {
     EXPECT_TRUE(AppearanceOf(Mended(entries))["/Resources"].empty()) << entries;
   }
+}
+
+TEST_F(AnnotationsTest, AreDrawnWithAsManyNumbersAsThereMayBe) {
+  std::string quads;
+  for (int i = 0; i < 100; ++i) {
+    quads += "0 9 9999 9 0 0 9999 0 ";
+  }
+  RawPdf file = OnePage("");
+  file.Object(4, "<</Subtype/Squiggly/Rect[0 0 9999 9]/QuadPoints[" + quads + "]>>");
+  Run(file, Level::k2b, [](Conversion& conversion) {
+    pdf::Arena arena;
+    const pdf::Object annotation = conversion.document.Load({4, 0}, arena);
+    std::size_t left = 200'000;
+    const auto drawn = DrawnAppearance(annotation, conversion.document, true, left);
+    ASSERT_TRUE(drawn);
+    EXPECT_LT(std::count(drawn->content.begin(), drawn->content.end(), 'l'), 41'000);
+    EXPECT_LT(left, 150'000U);
+    left = 1;
+    EXPECT_TRUE(DrawnAppearance(annotation, conversion.document, true, left));
+    EXPECT_FALSE(DrawnAppearance(annotation, conversion.document, true, left));
+  });
 }
 
 TEST_F(AnnotationsTest, BecomeStampsWhereTheirTypeIsNotAllowed) {

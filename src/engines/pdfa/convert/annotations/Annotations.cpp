@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "engines/pdfa/Limits.h"
 #include "engines/pdfa/convert/annotations/DrawnAppearance.h"
 #include "engines/pdfa/convert/annotations/MadeAppearance.h"
 #include "engines/pdfa/vocabulary/Names.h"
@@ -164,7 +165,8 @@ class AnnotationMender {
 
   // A mark that hides nothing is drawn with the page where there is no transparency.
   void SetMadeAppearance(std::uint32_t number, const Object& annotation, bool is_button) {
-    const auto drawn = DrawnAppearance(annotation, document(), !conversion_->is_part1());
+    const auto drawn =
+        DrawnAppearance(annotation, document(), !conversion_->is_part1(), numbers_left_);
     if (drawn) {
       conversion_->report.Changed("annotations without an appearance, which are drawn");
     } else if (conversion_->is_part1() && Get(annotation, "Subtype").IsName("Highlight")) {
@@ -211,6 +213,7 @@ class AnnotationMender {
 
   Conversion* conversion_;
   Arena arena_;
+  std::size_t numbers_left_ = limits::kMaxDrawnNumbers;
   std::map<std::uint32_t, bool> mended_;  // by number: whether it stays
 };
 

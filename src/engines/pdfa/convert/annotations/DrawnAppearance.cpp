@@ -26,6 +26,7 @@ constexpr double kArc = 0.5523;
 constexpr double kLineWidth = 1.0 / 16;
 constexpr double kWaveLength = 1.0 / 4;
 constexpr int kMostWaves = 2'000;
+constexpr int kMostWavesOfAnnotation = 20 * kMostWaves;
 // The side of a note's icon, and how many lines are on it.
 constexpr double kIconSide = 20;
 constexpr int kIconLines = 3;
@@ -39,6 +40,9 @@ class Drawing {
         width_(BorderWidth()) {}
 
   const Box& box() const { return box_; }
+
+  // That were read and written so far.
+  std::size_t numbers_used() const { return numbers_used_; }
 
   // As RGB, gray or white components; empty for none.
   std::string Color(std::string_view key, bool is_stroke, std::string_view fallback = {}) {
@@ -61,6 +65,7 @@ class Drawing {
   void Put(std::string_view text) { content_ += text; }
 
   void Numbers(std::initializer_list<double> numbers, std::string_view name) {
+    numbers_used_ += numbers.size();
     for (const double number : numbers) {
       pdf::AppendNumber(content_, number);
       content_ += " ";
@@ -106,6 +111,7 @@ class Drawing {
     std::size_t left = kMaxNumbers;
     for (const Object& item : Get(key).Items()) {
       paths.push_back(Numbers(document_->Resolve(item, arena_)));
+      ++numbers_used_;
       left -= std::min(left, paths.back().size() + 1);
       if (left == 0) {
         break;
@@ -148,6 +154,7 @@ class Drawing {
         numbers.push_back(document_->Resolve(item, arena_).NumberOr(0));
       }
     }
+    numbers_used_ += numbers.size();
     return numbers;
   }
 
@@ -161,6 +168,7 @@ class Drawing {
   Object annotation_;
   pdf::Document* document_;
   Arena arena_;
+  std::size_t numbers_used_ = 0;
   Box box_;
   double width_ = 1;
   std::string shape_;
@@ -297,13 +305,16 @@ bool DrawStrikeOut(Drawing& drawing) {
 bool DrawSquiggly(Drawing& drawing) {
   const std::vector<Quad> quads = QuadsOf(drawing);
   drawing.Put(drawing.Color("C", true, "0 G\n"));
+  int waves_left = kMostWavesOfAnnotation;
   for (const Quad& quad : quads) {
     const Point left = quad.Between(kLineWidth, false);
     const Point right = quad.Between(kLineWidth, true);
     const double height = quad.Height() * kLineWidth;
     const double length = std::max(right.x - left.x, 0.0);
-    const int waves = static_cast<int>(
-        std::clamp(length / (quad.Height() * kWaveLength), 1.0, double{kMostWaves}));
+    const int most = std::clamp(waves_left, 1, kMostWaves);
+    const int waves =
+        static_cast<int>(std::clamp(length / (quad.Height() * kWaveLength), 1.0, double(most)));
+    waves_left -= waves;
     drawing.Numbers({height}, "w");
     drawing.Numbers({left.x, left.y}, "m");
     for (int i = 1; i <= waves; ++i) {
@@ -359,17 +370,19 @@ constexpr std::array<Painter, 11> kPainters = {{
 }  // namespace
 
 std::optional<MadeAppearance> DrawnAppearance(const Object& annotation, pdf::Document& document,
-                                              bool may_blend) {
+                                              bool may_blend, std::size_t& numbers_left) {
   Arena arena;
   const Object subtype = document.Resolve(annotation.Get("Subtype"), arena);
   const auto* painter = std::find_if(kPainters.begin(), kPainters.end(), [&](const Painter& each) {
     return each.subtype == subtype.Text();
   });
-  if (painter == kPainters.end() || (painter->multiplies && !may_blend)) {
+  if (painter == kPainters.end() || (painter->multiplies && !may_blend) || numbers_left == 0) {
     return std::nullopt;
   }
   Drawing drawing(annotation, document);
-  if (!painter->draw(drawing)) {
+  const bool is_seen = painter->draw(drawing);
+  numbers_left -= std::min(numbers_left, drawing.numbers_used());
+  if (!is_seen) {
     return std::nullopt;
   }
   return drawing.Take(may_blend, painter->multiplies);

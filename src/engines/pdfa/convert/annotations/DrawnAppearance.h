@@ -3,6 +3,7 @@
 #ifndef TARNIX_ENGINES_PDFA_CONVERT_ANNOTATIONS_DRAWNAPPEARANCE_H_
 #define TARNIX_ENGINES_PDFA_CONVERT_ANNOTATIONS_DRAWNAPPEARANCE_H_
 
+#include <cstddef>
 #include <optional>
 
 #include "engines/pdfa/convert/annotations/MadeAppearance.h"
@@ -11,10 +12,13 @@
 namespace TarnixTools::engines::pdfa {
 
 // Nothing for an annotation of another type, or one that does not say what it looks like.
+//   numbers_left - that may yet be read and written for annotations of the document; those of this
+//                  one are taken off, and with none left nothing is drawn
 //   may_blend - whether there may be transparency; without it nothing is drawn that would hide what
 //               it marks, or half transparent
 std::optional<MadeAppearance> DrawnAppearance(const pdf::Object& annotation,
-                                              pdf::Document& document, bool may_blend);
+                                              pdf::Document& document, bool may_blend,
+                                              std::size_t& numbers_left);
 
 }  // namespace TarnixTools::engines::pdfa
 
