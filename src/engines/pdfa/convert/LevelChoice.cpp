@@ -33,6 +33,15 @@ bool HasEmbeddedFiles(pdf::Document& document) {
   return document.Resolve(names.Get("EmbeddedFiles"), arena).IsDictionary();
 }
 
+// Whether the document says that its structure is that of tags (ISO 32000-2, 14.8).
+bool IsTagged(pdf::Document& document) {
+  Arena arena;
+  const Object catalog = document.Catalog(arena);
+  const Object marks = document.Resolve(catalog.Get("MarkInfo"), arena);
+  return document.Resolve(marks.Get("Marked"), arena).BooleanOr(false) &&
+         document.Resolve(catalog.Get("StructTreeRoot"), arena).IsDictionary();
+}
+
 }  // namespace
 
 std::vector<Level> LevelsToTry(pdf::Document& document, std::optional<Level> wanted) {
@@ -46,14 +55,6 @@ std::vector<Level> LevelsToTry(pdf::Document& document, std::optional<Level> wan
   }
   Add(levels, Level::k2b);
   return levels;
-}
-
-bool IsTagged(pdf::Document& document) {
-  Arena arena;
-  const Object catalog = document.Catalog(arena);
-  const Object marks = document.Resolve(catalog.Get("MarkInfo"), arena);
-  return document.Resolve(marks.Get("Marked"), arena).BooleanOr(false) &&
-         document.Resolve(catalog.Get("StructTreeRoot"), arena).IsDictionary();
 }
 
 }  // namespace TarnixTools::engines::pdfa

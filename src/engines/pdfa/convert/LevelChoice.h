@@ -15,9 +15,6 @@ namespace TarnixTools::engines::pdfa {
 //            of part 2 that its tags allow, or of part 3 where there are embedded files to be kept
 std::vector<Level> LevelsToTry(pdf::Document& document, std::optional<Level> wanted);
 
-// Whether the document says that its structure is that of tags (ISO 32000-2, 14.8).
-bool IsTagged(pdf::Document& document);
-
 }  // namespace TarnixTools::engines::pdfa
 
 #endif  // TARNIX_ENGINES_PDFA_CONVERT_LEVELCHOICE_H_

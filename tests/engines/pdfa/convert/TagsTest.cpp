@@ -133,9 +133,8 @@ TEST_F(TagsTest, LeaveDecorationWithinDecorationAlone) {
 }
 
 TEST_F(TagsTest, StayWhereTheyAreSound) {
-  RawPdf file =
-      WithContent("/Odd<</MCID 0>>BDC BT /F 8 Tf 10 80 Td (A) Tj ET EMC", "/StructParents 0",
-                  "/MarkInfo<</Marked true>>/StructTreeRoot 7 0 R/Lang(de-CH)");
+  RawPdf file = WithContent("/Odd<</MCID 0>>BDC BT /F 8 Tf 10 80 Td (A) Tj ET EMC",
+                            "/StructParents 0", "/StructTreeRoot 7 0 R/Lang(de-CH)");
   file.Object(7, "<</Type/StructTreeRoot/K 8 0 R/ParentTree<</Nums[0[8 0 R]]>>>>");
   file.Object(8, "<</Type/StructElem/S/Odd/P 7 0 R/Pg 3 0 R/K 0>>");
   const QpdfDocument written = Tagged(file);
@@ -143,6 +142,7 @@ TEST_F(TagsTest, StayWhereTheyAreSound) {
   EXPECT_EQ(written.Follow(root["/K"])["/S"], "/Odd");
   EXPECT_EQ(root["/RoleMap"]["/Odd"], "/Div");
   EXPECT_EQ(written.Catalog()["/Lang"], "u:de-CH");
+  EXPECT_EQ(written.Catalog()["/MarkInfo"]["/Marked"], true);
   EXPECT_THAT(Report(), HasSubstr("types of structure elements that are not known"));
 }
 

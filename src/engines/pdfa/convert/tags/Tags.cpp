@@ -7,7 +7,6 @@
 
 #include "engines/pdfa/Limits.h"
 #include "engines/pdfa/checks/NodeWalk.h"
-#include "engines/pdfa/convert/LevelChoice.h"
 #include "engines/pdfa/convert/tags/PageScan.h"
 #include "engines/pdfa/convert/tags/TagTree.h"
 #include "engines/pdfa/vocabulary/LanguageTag.h"
@@ -34,7 +33,7 @@ class TagMender {
       : conversion_(&conversion), survey_(&survey) {}
 
   void Mend() {
-    if (IsTagged(document()) && HasElements()) {
+    if (HasElements()) {
       AddRoles();
     } else {
       RemoveOldStructure();
