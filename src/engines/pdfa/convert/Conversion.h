@@ -2,7 +2,6 @@
 #ifndef TARNIX_ENGINES_PDFA_CONVERT_CONVERSION_H_
 #define TARNIX_ENGINES_PDFA_CONVERT_CONVERSION_H_
 
-#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -26,7 +25,8 @@ struct Conversion {
   ConversionReport& report;
   // Numbers of those whose appearance is to be a picture of what is seen in their place.
   std::set<std::uint32_t> pictured_annotations{};
-  std::map<std::size_t, ContentEdits> page_edits{};  // by index of the page; see EditedPages.h
+  // By number of the page, which may stand in the document more than once; see EditedPages.h.
+  std::map<std::uint32_t, ContentEdits> page_edits{};
 };
 
 }  // namespace TarnixTools::engines::pdfa

@@ -114,6 +114,13 @@ TEST_F(FlatteningTest, StandsInTheWayWhereAPageIsTooMuch) {
   EXPECT_THAT(Report(), HasSubstr("not mended: a page with transparency is too much to be drawn"));
 }
 
+TEST_F(FlatteningTest, CoversAPageThatStandsTwiceOnce) {
+  RawPdf file = WithContent("/H gs 0 0 9 9 re f");
+  file.Object(2, "<</Type/Pages/Kids[3 0 R 3 0 R]/Count 2>>");
+  const QpdfDocument written = Flattened(file);
+  EXPECT_EQ(written.Follow(written.Page(1))["/Resources"]["/XObject"].size(), 3U);
+}
+
 TEST_F(FlatteningTest, MakesNoMorePicturesOfAnnotationsThanItMay) {
   std::string annotations;
   for (std::size_t i = 0; i < limits::kMaxPicturedAnnotations + 5; ++i) {

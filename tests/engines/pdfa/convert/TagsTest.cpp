@@ -2,6 +2,7 @@
 
 #include "engines/pdfa/Limits.h"
 #include "engines/pdfa/convert/ConversionTest.h"
+#include "engines/pdfa/convert/contents/Contents.h"
 #include "engines/pdfa/convert/contents/EditedPages.h"
 #include "engines/pdfa/convert/tags/Tags.h"
 #include "support/Readers.h"
@@ -130,6 +131,20 @@ TEST_F(TagsTest, LeaveDecorationWithinDecorationAlone) {
                          "BT /F 8 Tf 10 20 Td (B) Tj ET"));
   EXPECT_EQ(Elements(written).size(), 1U);
   EXPECT_THAT(content_, HasSubstr("<</MCID 0>>BDC\nBT /F 8 Tf 10 20 Td (B) Tj ET"));
+}
+
+TEST_F(TagsTest, AreMadeForAPageThatStandsTwice) {
+  RawPdf file = WithContent("7 what BT /F 8 Tf 10 80 Td (A) Tj ET");
+  file.Object(2, "<</Type/Pages/Kids[3 0 R 3 0 R]/Count 2>>");
+  Run(file, Level::k2a, [](Conversion& conversion, const ContentSurvey& survey) {
+    MendContents(conversion, survey);
+    MendTags(conversion, survey);
+    EXPECT_EQ(conversion.page_edits.size(), 1U);
+    WriteEditedPages(conversion);
+  });
+  const std::string content = RunProgram({"qpdf", "--qdf", Path("out.pdf"), "-"}).output;
+  EXPECT_THAT(content, HasSubstr("/P<</MCID 0>>BDC"));
+  EXPECT_THAT(content, Not(HasSubstr("what")));
 }
 
 TEST_F(TagsTest, StayWhereTheyAreSound) {

@@ -69,12 +69,12 @@ std::string PlainDictionary(const Object& dictionary) {
   return text + ">>";
 }
 
-void MendPage(Conversion& conversion, std::size_t page_index) {
-  const pdf::PageContents contents = ContentOfPage(conversion, page_index);
-  if (conversion.pages.pages()[page_index].number == 0 || !contents.is_whole) {
+void MendPage(Conversion& conversion, std::uint32_t number) {
+  const pdf::PageContents contents = ContentOfPage(conversion, number);
+  if (!contents.is_whole) {
     return;
   }
-  conversion.page_edits[page_index].Take(CleaningOf(contents.bytes, conversion.is_part1()));
+  conversion.page_edits[number].Take(CleaningOf(contents.bytes, conversion.is_part1()));
   conversion.report.Changed("content with operators or numbers that are not allowed");
 }
 
@@ -101,8 +101,13 @@ void MendContents(Conversion& conversion, const ContentSurvey& survey) {
     streams.insert(survey.contents_with_large_reals().begin(),
                    survey.contents_with_large_reals().end());
   }
+  std::set<std::uint32_t> numbers;  // each once, however often the page stands in the document
   for (const std::size_t index : pages) {
-    MendPage(conversion, index);
+    numbers.insert(conversion.pages.pages()[index].number);
+  }
+  numbers.erase(0);
+  for (const std::uint32_t number : numbers) {
+    MendPage(conversion, number);
   }
   for (const std::uint32_t number : streams) {
     MendStream(conversion, number);

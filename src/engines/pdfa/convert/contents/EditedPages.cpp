@@ -6,25 +6,23 @@
 
 namespace TarnixTools::engines::pdfa {
 
-pdf::PageContents ContentOfPage(Conversion& conversion, std::size_t page_index) {
+pdf::PageContents ContentOfPage(Conversion& conversion, std::uint32_t number) {
   pdf::Arena arena;
-  const pdf::PageTree::Page& page = conversion.pages.pages()[page_index];
-  return pdf::ReadPageContents(conversion.document,
-                               conversion.pages.Load(page, arena).Get("Contents"));
+  const pdf::Object page = conversion.document.Resolve(pdf::Object::Ref({number, 0}), arena);
+  return pdf::ReadPageContents(conversion.document, page.Get("Contents"));
 }
 
 void WriteEditedPages(Conversion& conversion) {
-  for (const auto& [index, edits] : conversion.page_edits) {
-    const std::uint32_t number = conversion.pages.pages()[index].number;
+  for (const auto& [number, edits] : conversion.page_edits) {
     if (number == 0 || edits.empty()) {
       continue;
     }
     std::string reference;
-    pdf::AppendReference(reference,
-                         conversion.rewriter.AddLater([&conversion, index = index, &edits = edits] {
-                           return pdf::ObjectChange::Stream(
-                               "<<>>", edits.AppliedTo(ContentOfPage(conversion, index).bytes));
-                         }));
+    pdf::AppendReference(
+        reference, conversion.rewriter.AddLater([&conversion, number = number, &edits = edits] {
+          return pdf::ObjectChange::Stream(
+              "<<>>", edits.AppliedTo(ContentOfPage(conversion, number).bytes));
+        }));
     conversion.rewriter.SetEntry(number, "Contents", reference);
   }
 }

@@ -2,7 +2,7 @@
 #ifndef TARNIX_ENGINES_PDFA_CONVERT_CONTENTS_EDITEDPAGES_H_
 #define TARNIX_ENGINES_PDFA_CONVERT_CONTENTS_EDITEDPAGES_H_
 
-#include <cstddef>
+#include <cstdint>
 
 #include "engines/pdfa/convert/Conversion.h"
 #include "pdf/content/PageContents.h"
@@ -11,7 +11,8 @@ namespace TarnixTools::engines::pdfa {
 
 // The content of a page as the document has it, which is what places in it mean. Throws pdf::Error
 // for a document that cannot be read any more.
-pdf::PageContents ContentOfPage(Conversion& conversion, std::size_t page_index);
+//   number - of the page's object
+pdf::PageContents ContentOfPage(Conversion& conversion, std::uint32_t number);
 
 // Gives each page that was edited content of its own. What changes the pages is read again when its
 // turn has come, so that it is not held meanwhile.

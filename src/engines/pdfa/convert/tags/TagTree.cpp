@@ -63,7 +63,7 @@ void TagTree::Add(std::size_t page_index, PageMarks marks) {
   const Object annotations = conversion_->rewriter.Load(page.number, arena).Get("Annots");
   most_elements_ +=
       marks.blocks.size() + conversion_->document.Resolve(annotations, arena).Items().size();
-  pages_.push_back({page_index, page.number, std::move(marks)});
+  pages_.push_back({page.number, std::move(marks)});
 }
 
 void TagTree::Write() {
@@ -188,7 +188,7 @@ std::vector<TagTree::Kids> TagTree::MarkContent(TaggedPage& page,
     edits.Insert(range.end, "\nEMC\n");
   }
   parents_[static_cast<std::size_t>(&page - pages_.data())] = "[" + parents + "]";
-  conversion_->page_edits[page.index].Take(std::move(edits));
+  conversion_->page_edits[page.number].Take(std::move(edits));
   return kids;
 }
 

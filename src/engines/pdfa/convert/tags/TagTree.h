@@ -34,7 +34,6 @@ class TagTree {
 
  private:
   struct TaggedPage {
-    std::size_t index = 0;
     std::uint32_t number = 0;
     PageMarks marks;
   };

@@ -136,6 +136,9 @@ class Flattener {
 
   void FlattenPage(std::size_t index) {
     const pdf::PageTree::Page& page = conversion_->pages.pages()[index];
+    if (!seen_.insert(page.number).second) {
+      return;  // the page stands in the document more than once
+    }
     TransparentPage found = areas_.Find(index);
     AddPictured(page, found.annotations);
     if (page.number == 0 || (found.areas.empty() && found.annotations.empty())) {
@@ -247,8 +250,8 @@ class Flattener {
     if (pictures.empty()) {
       return;
     }
-    ContentEdits& edits = conversion_->page_edits[page_index_];
-    const std::string content = ContentOfPage(*conversion_, page_index_).bytes;
+    ContentEdits& edits = conversion_->page_edits[page.number];
+    const std::string content = ContentOfPage(*conversion_, page.number).bytes;
     edits.Insert(0, "q\n");
     edits.Append(pdf::MeasureBalance(content).closing() + "\nQ\n/Artifact BMC\n" + pictures +
                  "EMC");
@@ -326,6 +329,7 @@ class Flattener {
   Conversion* conversion_;
   TransparentAreas areas_;
   std::shared_ptr<Drawer> drawer_;
+  std::set<std::uint32_t> seen_;  // numbers of pages
   std::size_t page_index_ = 0;
   pdf::PageGeometry geometry_;
 };
