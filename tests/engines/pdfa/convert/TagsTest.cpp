@@ -125,6 +125,11 @@ TEST_F(TagsTest, KeepWhatTheTextMeans) {
   EXPECT_THAT(content_, HasSubstr("/Span<</ActualText(x)>>BDC"));
 }
 
+TEST_F(TagsTest, LeaveDecorationMarkedThatElementsHave) {
+  Tagged(WithContent("/Artifact<</MCID 3>>BDC 0 0 5 5 re f EMC BT /F 8 Tf 10 80 Td (A) Tj ET"));
+  EXPECT_THAT(content_, HasSubstr("/Artifact BMC 0 0 5 5 re f EMC"));
+}
+
 TEST_F(TagsTest, LeaveDecorationWithinDecorationAlone) {
   const QpdfDocument written =
       Tagged(WithContent("/Artifact BMC /Artifact BMC EMC BT /F 8 Tf 10 80 Td (A) Tj ET EMC "

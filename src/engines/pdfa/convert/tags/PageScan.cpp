@@ -292,9 +292,12 @@ void PageScan::BeginMarked(const pdf::MarkedContent& mark) {
   if (!IsOnPage() || old_marks_.empty()) {
     return;
   }
-  old_marks_.back().is_artifact = mark.tag == "Artifact";
-  open_artifacts_ += old_marks_.back().is_artifact ? 1 : 0;
-  const std::string kept = mark.id ? TextMark(mark.properties) : std::string();
+  const bool is_artifact = mark.tag == "Artifact";
+  const std::string kept = is_artifact ? "/Artifact BMC"
+                           : mark.id   ? TextMark(mark.properties)
+                                       : std::string();
+  old_marks_.back().is_artifact = is_artifact;
+  open_artifacts_ += is_artifact ? 1 : 0;
   if (mark.id) {
     ReplaceOperator(kept);
     old_marks_.back().is_removed = kept.empty();
