@@ -143,11 +143,20 @@ bool IsOfFile(const EntryLook& look) {
   return look.value.IsDictionary() && (look.owner.Has("F") || look.owner.Has("UF"));
 }
 
+// A file that many refer to is read and validated once.
+bool IsPdfA(const EntryLook& look, std::uint32_t number) {
+  const auto [known, is_new] = look.files->try_emplace(number, false);
+  if (is_new) {
+    known->second = IsEmbeddedPdfA(*look.document, number, 0);
+  }
+  return known->second;
+}
+
 // Part 2 takes files that are PDF/A themselves (ISO 19005-2, 6.8).
 bool IsOfOtherFile(const EntryLook& look) {
   const auto entries = look.value.Entries();
   return IsOfFile(look) && !std::all_of(entries.begin(), entries.end(), [&](const auto& entry) {
-           return IsEmbeddedPdfA(*look.document, entry.value.AsReference().number, 0);
+           return IsPdfA(look, entry.value.AsReference().number);
          });
 }
 

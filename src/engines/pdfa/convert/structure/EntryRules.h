@@ -2,12 +2,17 @@
 #ifndef TARNIX_ENGINES_PDFA_CONVERT_STRUCTURE_ENTRYRULES_H_
 #define TARNIX_ENGINES_PDFA_CONVERT_STRUCTURE_ENTRYRULES_H_
 
+#include <cstdint>
+#include <map>
 #include <string_view>
 
 #include "engines/pdfa/Level.h"
 #include "pdf/file/Document.h"
 
 namespace TarnixTools::engines::pdfa {
+
+// By number of an embedded file, once it was asked about: whether it is PDF/A.
+using KnownFiles = std::map<std::uint32_t, bool>;
 
 // An entry, with the dictionary that it stands in.
 struct EntryLook {
@@ -22,7 +27,8 @@ struct EntryLook {
   pdf::Object owner;
   pdf::Object value;  // resolved
   Level level{};
-  bool is_stream = false;  // the owner is the dictionary of a stream
+  KnownFiles* files = nullptr;  // of the document; never null
+  bool is_stream = false;       // the owner is the dictionary of a stream
 };
 
 struct EntryRule {

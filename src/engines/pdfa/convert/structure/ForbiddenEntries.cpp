@@ -105,6 +105,7 @@ class Cleaner {
                          .owner = owner,
                          .value = document().Resolve(entry.value, arena),
                          .level = conversion_->level,
+                         .files = &files_,
                          .is_stream = is_stream};
     const EntryRule* rule = RuleAgainst(entry.Key(), look);
     if (rule != nullptr) {
@@ -118,6 +119,7 @@ class Cleaner {
   pdf::SerializeHooks hooks_;
   std::deque<std::vector<DictionaryEntry>> kept_;  // of the value that is being written
   bool has_changed_ = false;
+  KnownFiles files_;
 };
 
 }  // namespace
