@@ -102,6 +102,15 @@ TEST_F(AttachmentsTest, ThatAreNoPdfAStayInPart3Only) {
   EXPECT_TRUE(Run(file, Level::k3b, mend).Catalog()["/Names"].contains("/EmbeddedFiles"));
 }
 
+TEST_F(AttachmentsTest, StayInPart2WhereTheirNameHoldsThem) {
+  const RawPdf file =
+      OnePage("", "/Names<</EmbeddedFiles<</Names[(a)<</Type/Filespec/F(a)/EF<<>>>>(b)<<>>]>>>>");
+  const QpdfDocument written = Run(file, Level::k2b, &MendAttachments);
+  const Json names = written.Catalog()["/Names"]["/EmbeddedFiles"]["/Names"];
+  ASSERT_EQ(names.size(), 2U);
+  EXPECT_EQ(written.Follow(names[1])["/AFRelationship"], "/Unspecified");
+}
+
 class MendedLayersTest : public ConversionTest {};
 
 TEST_F(MendedLayersTest, HaveNamesAndAreAllListed) {

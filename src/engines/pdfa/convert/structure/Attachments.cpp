@@ -4,8 +4,10 @@
 #include <array>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+#include "engines/pdfa/convert/structure/EntryRules.h"
 #include "engines/pdfa/vocabulary/OneOf.h"
 #include "pdf/syntax/Chars.h"
 #include "pdf/tree/NameTree.h"
@@ -78,7 +80,8 @@ class AttachmentMender {
     std::string kept;
     pdf::ReadNameTree(document(), tree, [&](std::string_view name, const Object& value) {
       Arena own;
-      const std::uint32_t number = value.AsReference().number;
+      const std::uint32_t number =
+          value.IsReference() ? value.AsReference().number : AddSpecification(value);
       if (number != 0 && rewriter().Load(number, own).Has("EF")) {
         pdf::AppendString(kept, name, false);
         pdf::AppendReference(kept, number);
@@ -93,6 +96,26 @@ class AttachmentMender {
     }
     text += kept.empty() ? ">>" : "/EmbeddedFiles<</Names[" + kept + "]>>>>";
     rewriter().SetEntry(rewriter().catalog(), "Names", text);
+  }
+
+  // As an object of its own; 0 for what stands for no file that may stay.
+  std::uint32_t AddSpecification(const Object& specification) {
+    Arena arena;
+    const Object files = document().Resolve(specification.Get("EF"), arena);
+    const EntryLook look{.document = &document(),
+                         .arena = &arena,
+                         .owner = specification,
+                         .value = files,
+                         .level = conversion_->level,
+                         .files = &known_files_};
+    if (!files.IsDictionary() || RuleAgainst("EF", look) != nullptr) {
+      return 0;
+    }
+    std::string text;
+    pdf::AppendObject(text, specification);
+    const std::uint32_t number = rewriter().Add(pdf::ObjectChange::Value(std::move(text)));
+    MendSpecification(number, specification);
+    return number;
   }
 
   void MendSpecification(std::uint32_t number, const Object& specification) {
@@ -146,6 +169,7 @@ class AttachmentMender {
   }
 
   Conversion* conversion_;
+  KnownFiles known_files_;
   std::vector<std::uint32_t> files_;  // numbers of their specifications
 };
 
