@@ -104,8 +104,10 @@ TEST_F(AnnotationsTest, LookThroughHighlightsOnly) {
 }
 
 TEST_F(AnnotationsTest, AreEmptyWhereNothingOfThemIsSeen) {
-  for (const char* entries : {"/Subtype/Square/BS<</W 0>>", "/Subtype/Line/L[1]",
-                              "/Subtype/Ink/InkList[[1]]", "/Subtype/Underline"}) {
+  for (const char* entries :
+       {"/Subtype/Square/BS<</W 0>>", "/Subtype/Square/C[]", "/Subtype/Line/L[0 0 9 9]/C[]",
+        "/Subtype/Underline/QuadPoints[0 9 9 9 0 0 9 0]/C[]", "/Subtype/Line/L[1]",
+        "/Subtype/Ink/InkList[[1]]", "/Subtype/Underline"}) {
     EXPECT_TRUE(AppearanceOf(Mended(entries))["/Resources"].empty()) << entries;
   }
 }

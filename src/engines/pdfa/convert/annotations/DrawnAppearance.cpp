@@ -62,6 +62,12 @@ class Drawing {
     return numbers.size() == 3 ? text + (is_stroke ? "RG\n" : "rg\n") : std::string(fallback);
   }
 
+  // An empty list of components says so.
+  bool IsTransparent(std::string_view key) {
+    const Object color = Get(key);
+    return color.IsArray() && color.Items().empty();
+  }
+
   void Put(std::string_view text) { content_ += text; }
 
   void Numbers(std::initializer_list<double> numbers, std::string_view name) {
@@ -78,7 +84,8 @@ class Drawing {
   bool BeginShape() {
     const std::string fill = Color("IC", false);
     const std::string stroke = Color("C", true, "0 G\n");
-    shape_ = width_ > 0 ? (fill.empty() ? "S\n" : "B\n") : (fill.empty() ? "" : "f\n");
+    shape_ = width_ > 0 && !IsTransparent("C") ? (fill.empty() ? "S\n" : "B\n")
+                                               : (fill.empty() ? "" : "f\n");
     content_ += fill + stroke;
     Numbers({width_}, "w");
     return !shape_.empty();
@@ -87,7 +94,7 @@ class Drawing {
   bool BeginLine() {
     content_ += Color("C", true, "0 G\n");
     Numbers({width_}, "w");
-    return width_ > 0;
+    return width_ > 0 && !IsTransparent("C");
   }
 
   void EndShape() { content_ += shape_; }
@@ -276,7 +283,7 @@ bool DrawHighlight(Drawing& drawing) {
     drawing.Numbers({quad.top_left.x, quad.top_left.y}, "l");
     drawing.Put("f\n");
   }
-  return !quads.empty();
+  return !quads.empty() && !drawing.IsTransparent("C");
 }
 
 // A line at a share of the text's height.
@@ -291,7 +298,7 @@ bool DrawTextLine(Drawing& drawing, double share) {
     drawing.Numbers({right.x, right.y}, "l");
     drawing.Put("S\n");
   }
-  return !quads.empty();
+  return !quads.empty() && !drawing.IsTransparent("C");
 }
 
 bool DrawUnderline(Drawing& drawing) {
@@ -325,7 +332,7 @@ bool DrawSquiggly(Drawing& drawing) {
     }
     drawing.Put("S\n");
   }
-  return !quads.empty();
+  return !quads.empty() && !drawing.IsTransparent("C");
 }
 
 // A sheet with lines, at the upper left corner.
