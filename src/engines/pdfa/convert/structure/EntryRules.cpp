@@ -190,7 +190,7 @@ bool IsOfAnnotation(const EntryLook& look) {
 
 constexpr const char* kAction = "actions that run something or depend on the viewer";
 constexpr const char* kPrinting = "settings of a printing device";
-constexpr const char* kTransparency = "transparency, which this part does not have";
+constexpr const char* kTransparency = "settings of transparency, which this part does not have";
 constexpr const char* kOutside = "references to data outside of the file";
 
 // With ISO 19005-2 (-1): 6.5.1 (6.6.1), 6.5.2 (6.6.2), 6.2.8 (6.2.4), 6.2.9 (6.2.5), 6.2.5 (6.2.8),
