@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "pdf/Box.h"
+#include "pdf/BoxAround.h"
 
 namespace TarnixTools::engines::office {
 
@@ -28,10 +29,8 @@ inline double AreaOf(const pdf::Box& box) {
   return std::max(0.0, box.width()) * std::max(0.0, box.height());
 }
 
-// The smallest box around both.
 inline pdf::Box Around(const pdf::Box& a, const pdf::Box& b) {
-  return {std::min(a.left, b.left), std::min(a.bottom, b.bottom), std::max(a.right, b.right),
-          std::max(a.top, b.top)};
+  return pdf::BoxAround(a, b);
 }
 
 // The box, this much larger on every side.
