@@ -77,6 +77,13 @@ class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
   // in different directories do.
   void SetDocNameInImg(bool in_name) { doc_name_in_img_ = in_name; }
 
+  // How the images of both modes are called instead: "{stem}" stands for the document's name, "{n}"
+  // for the number of the page or the image, of four digits or more. Empty, as at first, for the names
+  // described above and below; with it pages beyond 9,999 have names too.
+  void SetNamePattern(const std::string& pattern) { name_pattern_ = pattern; }
+
+  const std::string& GetNamePattern() const { return name_pattern_; }
+
   // What the numbers of SetOutImgSize are: pixels, at first, or points. Looked at by Execute, and
   // only when a size was set.
   void SetImgSizeUnits(Pdf2ImgSizeUnits units) { img_size_units_ = units; }
@@ -125,6 +132,7 @@ class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
 
   // The path of a page's image. Throws std::length_error for a number of more than four digits.
   std::string GetNextImgName(const std::string& doc_name, int page_number) const;
+  std::string PatternName(const std::string& doc_name, int number) const;
   bool IsPageExported(int page_number) const;
   void ExtractImages();
 
@@ -139,6 +147,7 @@ class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
   std::int32_t out_img_width_ = 0;
   std::int32_t out_img_height_ = 0;
   std::list<std::string> images_;
+  std::string name_pattern_;
 };
 
 }  // namespace TarnixTools

@@ -37,6 +37,11 @@ class TARNIX_EXPORT PdfCommonUtils {
   // path, that message shows the first character only.
   static void RemoveFile(const std::string& path);
 
+  // A name made by a pattern: every "{stem}" in it becomes the stem and every "{n}" the number; what
+  // the two hold is taken as it is.
+  static std::string FormName(const std::string& pattern, const std::string& stem,
+                              const std::string& number);
+
   // PDF_LIB_VERSION. The text is there as long as the library is loaded.
   static const std::string& GetLibVersion();
 };

@@ -33,6 +33,7 @@
 #include <cstdint>
 #include <list>
 #include <memory>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -137,6 +138,16 @@ class TARNIX_EXPORT PdfDoc {
   // What the last operation that writes kept, renamed and dropped beside the pages. After a failed
   // one, that of the files that were completed before.
   const PdfReport& GetReport() const { return report_; }
+
+  // The files that the last Split has written, in order; after a failed one, those that were
+  // completed before. Valid until the next Split.
+  const std::vector<std::string>& GetPieces() const { return pieces_; }
+
+  // How both Splits name their pieces: "{stem}" stands for the document's name without its extension,
+  // "{n}" for the number or the range of each. Empty, as at first, for "{stem}-{n}.pdf".
+  void SetPieceNames(const std::string& pattern) { piece_names_ = pattern; }
+
+  const std::string& GetPieceNames() const { return piece_names_; }
 
   // Both do nothing while the file is open, which it is between Create and Append. Neither looks at
   // the file. After a wrong password, an object stays refused also when it is given the right one:
@@ -253,14 +264,29 @@ class TARNIX_EXPORT PdfDoc {
   static void Merge(const std::list<PdfDoc>& documents, const std::string& output_path,
                     const std::string& password, PdfReport* report = nullptr);
 
+  // Writes the ranges of the listed documents (AddRange), in their order, to one new file; of a
+  // document without ranges all pages. Throws InvalidParameter for a range that its document lacks.
+  static void MergeRanges(const std::list<PdfDoc>& documents, const std::string& output_path,
+                          const std::string& password, PdfReport* report = nullptr);
+
   // Writes a copy with every page turned by the angle, clockwise, on top of what it is turned by
   // already. Throws EngineError for an angle that is no multiple of 90 degrees.
   //   password - protects the output; empty for none.
   void Rotate(PdfRotationAngle angle, const std::string& output_path, const std::string& password);
 
+  // Writes a copy in which these pages are turned, by their one-based numbers, and the others are not.
+  // Throws InvalidParameter for a page that the document lacks, beside what the other form throws.
+  void Rotate(PdfRotationAngle angle, const std::set<int>& pages, const std::string& output_path,
+              const std::string& password);
+
   // Writes a copy that is encrypted with the password, also when that is empty. Mind the order of
   // the arguments.
   void Lock(const std::string& password, const std::string& output_path);
+
+  // Writes a copy that the first password opens for what the permissions allow (bits of ISO 32000-2,
+  // table 22), and the owner's for everything.
+  void Lock(const std::string& password, const std::string& owner_password,
+            std::uint32_t permissions, const std::string& output_path);
 
   // Writes a copy that is not encrypted. This document's own password opens it; the one given here
   // is not used.
@@ -337,6 +363,10 @@ class TARNIX_EXPORT PdfDoc {
     engines::TPdfPageList* pages;
   };
 
+  // Print, modify, copy, annotate, fill forms, extract for accessibility, assemble, print at high
+  // quality.
+  static constexpr std::uint32_t kAllPermissions = 3900;
+
   bool IsOpen() const;
 
   // The engine's document while the file is open, null otherwise. It belongs to open_.
@@ -368,8 +398,12 @@ class TARNIX_EXPORT PdfDoc {
   // A created document, to be filled and then given to Complete.
   static PdfDoc CreateOutput(const std::string& output_path, const std::string& password,
                              bool encrypt);
-  void AppendDocuments(const std::list<PdfDoc>& documents);
-  void CopyAllTo(PdfDoc output, PdfRotationAngle angle);
+  void AppendDocuments(const std::list<PdfDoc>& documents, bool only_ranges = false);
+  void AppendRanges(engines::TPdfDocument* target);
+  // Turns the pages with these one-based numbers, or all where there are none.
+  void CopyAllTo(PdfDoc output, PdfRotationAngle angle, const std::set<int>& pages = {});
+  // Reports that this open document is protected, where an output is not.
+  void NoteProtection(const PdfDoc& output, PdfReport& report) const;
   void KeepMetadataIn(const PdfDoc& output) const;
   void Complete(PdfDoc& output);
   void WriteXmpMetaData(const std::string& xmp_path);
@@ -377,16 +411,20 @@ class TARNIX_EXPORT PdfDoc {
   // One file of a split: the pages with the zero-based indices from first up to but not including
   // last.
   void WritePiece(const std::string& output_path, const std::string& password, int first, int last);
+  // What a piece with this number or range is called.
+  std::string PieceName(const std::string& label) const;
   void WriteMerged(const std::vector<PdfPageRange>& ranges, const std::string& output_path,
                    const std::string& password);
 
   // Copy pages of this document, all or those with the zero-based indices from first up to but not
   // including last, to the end of the target. The first two open this document before and close it
   // after.
-  void AppendPages(engines::TPdfDocument* target, PdfRotationAngle angle);
+  void AppendPages(engines::TPdfDocument* target, PdfRotationAngle angle,
+                   const std::set<int>& turned = {});
   void AppendPages(engines::TPdfDocument* target, int first, int last);
   void AppendOpenPages(engines::TPdfDocument* target, int first, int last);
-  void CopyPages(const CopyRoute& route, int first, int last, PdfRotationAngle angle) const;
+  void CopyPages(const CopyRoute& route, int first, int last, PdfRotationAngle angle,
+                 const std::set<int>& turned = {}) const;
   [[noreturn]] void ThrowCannotCopy(int page_index) const;
 
   // One decoration. Font and paint, or the image, are made before the first page is copied.
@@ -418,6 +456,11 @@ class TARNIX_EXPORT PdfDoc {
   std::int32_t last_error_ = 0;
   std::int32_t pages_num_ = 0;  // as of the last operation that counted them
   bool keep_metadata_ = false;
+  std::string piece_names_;
+  std::vector<std::string> pieces_;
+  // Of the document to be created; an empty owner password stands for the other one.
+  std::string owner_password_;
+  std::uint32_t permissions_ = kAllPermissions;
   std::vector<PdfPageRange> ranges_;
   PdfReport report_;
   std::vector<PdfFinding> findings_;

@@ -41,6 +41,13 @@ class TARNIX_EXPORT PdfMergeTask : public PdfTask {
   // As it was set. The task's own text: what a host puts into it directly is taken as it stands.
   std::string& GetOutDocName() { return out_doc_name_; }
 
+  // Whether Execute writes the ranges of the documents (PdfDoc::AddRange) instead of all their pages;
+  // false at first. Of a document without ranges all pages are written, and one document with ranges
+  // is enough.
+  void SetUseRanges(bool use_ranges) { use_ranges_ = use_ranges; }
+
+  bool GetUseRanges() const { return use_ranges_; }
+
   // Where the last Execute wrote to; after a failed one, where it was to write. Empty before the
   // first.
   std::string& GetMergedDocPath() { return merged_doc_path_; }
@@ -68,6 +75,7 @@ class TARNIX_EXPORT PdfMergeTask : public PdfTask {
   std::string out_doc_name_;
   std::int32_t reserved_flag_ = 0;  // part of the task's state; nothing reads it
   std::string merged_doc_path_;
+  bool use_ranges_ = false;
 };
 
 }  // namespace TarnixTools

@@ -42,6 +42,16 @@ class TARNIX_EXPORT PdfProtectTask : public PdfTask {
   // As it was set. Kept in memory as plain text.
   std::string& GetPassword() { return password_; }
 
+  // A password of the owner, for everything; empty, as at first, for the same as the other one. With
+  // one of its own that other one may be empty: everybody can open the output then.
+  void SetOwnerPassword(const std::string& password);
+
+  // What the output allows without the owner's password: bits of ISO 32000-2, table 22; everything at
+  // first.
+  void SetPermissions(std::uint32_t permissions) { permissions_ = permissions; }
+
+  std::uint32_t GetPermissions() const { return permissions_; }
+
   // The output's file name is prefix + "_" + the document's name + ".pdf", unless it has a name of
   // its own. The prefix is "locked" at first, and an empty one is ignored.
   void SetOutPrefix(const std::string& prefix);
@@ -74,6 +84,8 @@ class TARNIX_EXPORT PdfProtectTask : public PdfTask {
   std::string out_pdf_name_;
   std::string password_;
   std::int32_t reserved_ = 0;  // part of the task's state; nothing reads it
+  std::string owner_password_;
+  std::uint32_t permissions_ = 3900;
 };
 
 }  // namespace TarnixTools

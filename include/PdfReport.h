@@ -75,6 +75,8 @@ enum class PdfReportKind : std::int32_t {
   // What a conversion to PDF/A did: Replaced for what is there in another way, Dropped for what is
   // not in the output, Kept for what stands in the way of the level that was asked for.
   Conversion = 26,
+  // Encryption of an input whose output has none, beside the job that takes it off.
+  Protection = 27,
 };
 
 enum class PdfReportOutcome : std::int32_t {
@@ -133,6 +135,7 @@ class TARNIX_EXPORT PdfReport {
   //   12 outline items kept
   //   1 signature dropped: REASON
   //   damage: REASON (3 times)
+  //   protection dropped: REASON
   //   changed for PDF/A: REASON; left out for PDF/A: REASON; in the way of PDF/A: REASON
   static std::string GetText(const PdfReportEntry& entry);
 

@@ -1,14 +1,16 @@
-// Turns all pages of a document.
+// Turns all pages of a document, or some.
 //
 //   PdfRotateTask task(document);
 //   task.SetRotationAngle(PdfRotationAngle::Rotate90);
 //   task.SetOutputPath("/data/out");
 //   task.Execute();                              // rotated_file.pdf
 //
-// It turns all pages or none: to turn some of them, split the document, turn a part and merge.
+//   task.SetPages({1, 3});                       // only these
+//   task.Execute();
 #ifndef TARNIX_PDF_ROTATE_TASK_H_
 #define TARNIX_PDF_ROTATE_TASK_H_
 
+#include <set>
 #include <string>
 
 #include "PdfRotationAngle.h"
@@ -39,6 +41,12 @@ class TARNIX_EXPORT PdfRotateTask : public PdfTask {
 
   PdfRotationAngle GetRotationAngle() const { return rotation_angle_; }
 
+  // The one-based numbers of the pages to turn; empty, as at first, for all. Whether the document has
+  // them is looked at by Execute, which throws InvalidParameter for one that it lacks.
+  void SetPages(const std::set<int>& pages);
+
+  const std::set<int>& GetPages() const { return pages_; }
+
   // The output's file name, "rotated_file.pdf" at first; no extension is added. An empty name is
   // ignored.
   void SetOutName(const std::string& name);
@@ -64,6 +72,7 @@ class TARNIX_EXPORT PdfRotateTask : public PdfTask {
 
   PdfRotationAngle rotation_angle_ = PdfRotationAngle::Rotate0;
   std::string out_name_;
+  std::set<int> pages_;
 };
 
 }  // namespace TarnixTools

@@ -68,6 +68,21 @@ class TARNIX_EXPORT PdfSplitTask : public PdfTask {
 
   std::string& GetOutPrefix() { return out_prefix_; }
 
+  // How pieces are called, as PdfDoc::SetPieceNames tells; empty at first.
+  void SetNamePattern(const std::string& pattern);
+
+  const std::string& GetNamePattern() const { return name_pattern_; }
+
+  // The name of the one file of all ranges, used as it stands; empty, as at first, for
+  // NAME_split-merge_.pdf.
+  void SetMergedName(const std::string& name);
+
+  const std::string& GetMergedName() const { return merged_name_; }
+
+  // The files that the last Execute has written, as full paths and in order, also when it threw.
+  // Valid until the next Execute.
+  const std::vector<std::string>& GetPieces() const { return pieces_; }
+
   // The ranges of Ranges, in the order added; they may overlap. Whether the document has them is
   // looked at by Execute.
   void AddSplitRange(const PdfPageRange& range);
@@ -92,14 +107,16 @@ class TARNIX_EXPORT PdfSplitTask : public PdfTask {
  private:
   void SetDefaults();
 
-  // One for each mode; what they throw is what Execute throws.
-  void SplitRanges();
-  void SplitFixedRange();
+  // What it throws is what Execute throws.
+  void Split(PdfDoc& document);
 
   PdfSplitMode split_mode_ = PdfSplitMode::FixedInterval;
   bool merge_after_ = false;
   std::int32_t fixed_split_interval_ = 1;
   std::string out_prefix_;
+  std::string name_pattern_;
+  std::string merged_name_;
+  std::vector<std::string> pieces_;
   std::vector<PdfPageRange> split_ranges_;
 };
 

@@ -90,7 +90,10 @@ class Pdf2ImgTask::Extraction {
       task_->output_path_ = document_->GetDocDirectory();
     }
     ++image_count_;
-    const std::string name = task_->output_path_ + ImageName(image_count_);
+    const bool has_pattern = !task_->name_pattern_.empty();
+    const std::string name = has_pattern
+                                 ? task_->PatternName(document_->GetDocName(false), image_count_)
+                                 : task_->output_path_ + ImageName(image_count_);
     std::cout << "Generating image: " << name;
     if (engines::ExpaImageStoreW(image, platform::WidePath(name), engines::kExpaJpeg) == 0) {
       throw PdfException(PdfExceptionCode::EngineError, engines::ExpaDocGetLastError(handle_.get()),

@@ -176,6 +176,9 @@ void Pdf2ImgTask::ConvertPages2Img() {
 }
 
 std::string Pdf2ImgTask::GetNextImgName(const std::string& doc_name, int page_number) const {
+  if (!name_pattern_.empty()) {
+    return PatternName(doc_name, page_number);
+  }
   // A document named without a directory is in the current one, not in the root.
   std::string name = output_path_.empty() ? std::string() : output_path_ + '\\';
   if (!img_prefix_.empty()) {

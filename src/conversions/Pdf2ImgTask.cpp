@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "PdfCommonUtils.h"
 #include "PdfException.h"
 
 namespace TarnixTools {
@@ -74,6 +75,15 @@ void Pdf2ImgTask::SetDefaults() {
   img_size_units_ = Pdf2ImgPixels;
   out_img_size_set_ = false;
   output_path_.clear();
+}
+
+// The path that the pattern gives.
+std::string Pdf2ImgTask::PatternName(const std::string& doc_name, int number) const {
+  constexpr std::size_t kDigits = 4;
+  const std::string digits = std::to_string(number);
+  return output_path_ + PdfCommonUtils::FormName(
+                            name_pattern_, doc_name,
+                            std::string(kDigits - std::min(kDigits, digits.size()), '0') + digits);
 }
 
 bool Pdf2ImgTask::IsPageExported(int page_number) const {

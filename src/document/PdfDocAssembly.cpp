@@ -1,7 +1,9 @@
 // PdfDoc: new files out of the pages of existing ones.
 #include <algorithm>
 #include <string>
+#include <utility>
 
+#include "PdfCommonUtils.h"
 #include "PdfDoc.h"
 #include "PdfException.h"
 #include "document/OpenDocument.h"
@@ -11,8 +13,9 @@
 namespace TarnixTools {
 namespace {
 
-[[noreturn]] void ThrowNullPages(const std::string& path) {
-  throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
+// error - of the opening, where that failed.
+[[noreturn]] void ThrowNullPages(const std::string& path, std::int32_t error) {
+  throw PdfException(PdfExceptionCode::EngineError, error != 0 ? error : engines::PdfGetLastError(),
                      "NULL pages object at PDF doc [%s]", path.c_str());
 }
 
@@ -58,15 +61,55 @@ void PdfDoc::Merge(const std::list<PdfDoc>& documents, const std::string& output
   }
 }
 
+void PdfDoc::MergeRanges(const std::list<PdfDoc>& documents, const std::string& output_path,
+                         const std::string& password, PdfReport* report) {
+  if (report != nullptr) {
+    report->Clear();
+  }
+  PdfDoc output = CreateOutput(output_path, password, !password.empty());
+  output.AppendDocuments(documents, true);
+  if (report != nullptr) {
+    *report = output.report_;
+  }
+}
+
 void PdfDoc::Rotate(PdfRotationAngle angle, const std::string& output_path,
                     const std::string& password) {
   report_.Clear();
-  CopyAllTo(CreateOutput(output_path, password, !password.empty()), angle);
+  PdfDoc output = CreateOutput(output_path, password, !password.empty());
+  OpenCheckPassword();
+  const DiscardGuard closing(*this);
+  NoteProtection(output, report_);
+  CopyAllTo(std::move(output), angle);
+}
+
+void PdfDoc::Rotate(PdfRotationAngle angle, const std::set<int>& pages,
+                    const std::string& output_path, const std::string& password) {
+  report_.Clear();
+  OpenAndCountPages();
+  const DiscardGuard closing(*this);
+  if (!pages.empty()) {
+    RequireRange(PdfPageRange(*pages.begin(), *pages.rbegin()));
+  }
+  PdfDoc output = CreateOutput(output_path, password, !password.empty());
+  NoteProtection(output, report_);
+  CopyAllTo(std::move(output), pages.empty() ? PdfRotationAngle::Rotate0 : angle, pages);
 }
 
 void PdfDoc::Lock(const std::string& password, const std::string& output_path) {
   report_.Clear();
   CopyAllTo(CreateOutput(output_path, password, true), PdfRotationAngle::Rotate0);
+}
+
+void PdfDoc::Lock(const std::string& password, const std::string& owner_password,
+                  std::uint32_t permissions, const std::string& output_path) {
+  report_.Clear();
+  PdfDoc output(output_path, password, false);
+  output.owner_password_ = owner_password;
+  output.permissions_ = permissions;
+  output.Create(true);
+  output.RequirePasswordAccepted();
+  CopyAllTo(std::move(output), PdfRotationAngle::Rotate0);
 }
 
 void PdfDoc::UnLock(const std::string& password, const std::string& output_path) {
@@ -78,6 +121,7 @@ void PdfDoc::Split(const std::vector<PdfPageRange>& ranges, const std::string& o
                    const std::string& /*prefix*/, bool merge_after, const std::string& merged_name,
                    const std::string& password) {
   report_.Clear();
+  pieces_.clear();
   OpenAndCountPages();
   const DiscardGuard closing(*this);
   if (merge_after) {
@@ -87,14 +131,15 @@ void PdfDoc::Split(const std::vector<PdfPageRange>& ranges, const std::string& o
   }
   for (const PdfPageRange& range : ranges) {
     RequireRange(range);
-    WritePiece(output_dir + name_ + "-" + RangeLabel(range) + ".pdf", password,
-               range.GetStartPageNum() - 1, range.GetEndPageNum());
+    WritePiece(output_dir + PieceName(RangeLabel(range)), password, range.GetStartPageNum() - 1,
+               range.GetEndPageNum());
   }
 }
 
 void PdfDoc::Split(int size, const std::string& output_dir, const std::string& /*prefix*/,
                    const std::string& password) {
   report_.Clear();
+  pieces_.clear();
   OpenAndCountPages();
   const DiscardGuard closing(*this);
   const int count = pages_num_;
@@ -106,7 +151,7 @@ void PdfDoc::Split(int size, const std::string& output_dir, const std::string& /
   const std::size_t width = std::to_string(count).size() + 1;
   int number = 1;
   for (int first = 0; first < count; first += std::min(size, count - first)) {
-    WritePiece(output_dir + name_ + "-" + PartLabel(number, width) + ".pdf", password, first,
+    WritePiece(output_dir + PieceName(PartLabel(number, width)), password, first,
                first + std::min(size, count - first));
     ++number;
   }
@@ -122,12 +167,21 @@ PdfDoc PdfDoc::CreateOutput(const std::string& output_path, const std::string& p
   return output;
 }
 
-void PdfDoc::CopyAllTo(PdfDoc output, PdfRotationAngle angle) {
+void PdfDoc::CopyAllTo(PdfDoc output, PdfRotationAngle angle, const std::set<int>& pages) {
   OpenCheckPassword();
   const DiscardGuard closing(*this);
   KeepMetadataIn(output);
-  AppendPages(output.Document(), angle);
+  AppendPages(output.Document(), angle, pages);
   Complete(output);
+}
+
+void PdfDoc::NoteProtection(const PdfDoc& output, PdfReport& report) const {
+  if (IsOpen() && output.password_.empty() && engines::PdfDocumentIsEncrypted(Document()) != 0) {
+    report.Add({.kind = PdfReportKind::Protection,
+                .outcome = PdfReportOutcome::Dropped,
+                .count = 1,
+                .reason = "the input is protected, the output is not"});
+  }
 }
 
 // This document is open. What could not be opened or created is told by what copies the pages.
@@ -145,7 +199,7 @@ void PdfDoc::Complete(PdfDoc& output) {
   report_.Add(output.report_);
 }
 
-void PdfDoc::AppendDocuments(const std::list<PdfDoc>& documents) {
+void PdfDoc::AppendDocuments(const std::list<PdfDoc>& documents, bool only_ranges) {
   const DiscardGuard dropping(*this);
   PageListPtr pages(engines::PdfDocumentGetPages(Document()));
   if (pages == nullptr) {
@@ -157,18 +211,34 @@ void PdfDoc::AppendDocuments(const std::list<PdfDoc>& documents) {
       throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                          "Unable to append PDF doc [%s] to itself", path_.c_str());
     }
-    source.AppendPages(Document(), PdfRotationAngle::Rotate0);
+    source.OpenCheckPassword();
+    source.NoteProtection(*this, report_);
+    if (only_ranges && !source.ranges_.empty()) {
+      source.AppendRanges(Document());
+    } else {
+      source.AppendPages(Document(), PdfRotationAngle::Rotate0);
+    }
   }
   pages.reset();
   Close();
 }
 
-void PdfDoc::AppendPages(engines::TPdfDocument* target, PdfRotationAngle angle) {
+void PdfDoc::AppendRanges(engines::TPdfDocument* target) {
+  OpenAndCountPages();
+  const DiscardGuard closing(*this);
+  for (const PdfPageRange& range : ranges_) {
+    RequireRange(range);
+    AppendOpenPages(target, range.GetStartPageNum() - 1, range.GetEndPageNum());
+  }
+}
+
+void PdfDoc::AppendPages(engines::TPdfDocument* target, PdfRotationAngle angle,
+                         const std::set<int>& turned) {
   OpenCheckPassword();
   const DiscardGuard closing(*this);
   const PageListPtr pages(engines::PdfDocumentGetPages(Document()));
   if (pages == nullptr) {
-    ThrowNullPages(path_);
+    ThrowNullPages(path_, IsOpen() ? 0 : last_error_);
   }
   const PageListPtr target_pages(engines::PdfDocumentGetPages(target));
   if (target_pages == nullptr) {
@@ -176,7 +246,7 @@ void PdfDoc::AppendPages(engines::TPdfDocument* target, PdfRotationAngle angle) 
                        "NULL pages object at output PDF doc for doc [%s]", path_.c_str());
   }
   const int count = engines::PdfPageListGetCount(pages.get());
-  CopyPages({target, target_pages.get(), pages.get()}, 0, count, angle);
+  CopyPages({target, target_pages.get(), pages.get()}, 0, count, angle, turned);
 }
 
 void PdfDoc::AppendPages(engines::TPdfDocument* target, int first, int last) {
@@ -188,7 +258,7 @@ void PdfDoc::AppendPages(engines::TPdfDocument* target, int first, int last) {
 void PdfDoc::AppendOpenPages(engines::TPdfDocument* target, int first, int last) {
   const PageListPtr pages(engines::PdfDocumentGetPages(Document()));
   if (pages == nullptr) {
-    ThrowNullPages(path_);
+    ThrowNullPages(path_, IsOpen() ? 0 : last_error_);
   }
   const PageListPtr target_pages(engines::PdfDocumentGetPages(target));
   if (target_pages == nullptr) {
@@ -202,14 +272,16 @@ void PdfDoc::AppendOpenPages(engines::TPdfDocument* target, int first, int last)
   CopyPages({target, target_pages.get(), pages.get()}, first, last, PdfRotationAngle::Rotate0);
 }
 
-void PdfDoc::CopyPages(const CopyRoute& route, int first, int last, PdfRotationAngle angle) const {
+void PdfDoc::CopyPages(const CopyRoute& route, int first, int last, PdfRotationAngle angle,
+                       const std::set<int>& turned) const {
   for (int i = first; i < last; ++i) {
     const PagePtr page(engines::PdfPageListGet(route.pages, i));
     const PagePtr copy(engines::PdfDocumentCopyPage(route.target, page.get(), PDF_COPY_OPTIONS));
     if (copy == nullptr) {
       ThrowCannotCopy(i);
     }
-    if (angle != PdfRotationAngle::Rotate0 &&
+    const bool is_turned = turned.empty() || turned.contains(i + 1);
+    if (angle != PdfRotationAngle::Rotate0 && is_turned &&
         engines::PdfPageRotate(copy.get(), static_cast<int>(angle)) == 0) {
       throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
                          "Unable to rotate page [%d] at doc [%s]", i, name_with_extension_.c_str());
@@ -237,8 +309,15 @@ void PdfDoc::WritePiece(const std::string& output_path, const std::string& passw
                         int last) {
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
   KeepMetadataIn(output);
+  NoteProtection(output, report_);
   AppendOpenPages(output.Document(), first, last);
   Complete(output);
+  pieces_.push_back(output_path);
+}
+
+std::string PdfDoc::PieceName(const std::string& label) const {
+  return PdfCommonUtils::FormName(piece_names_.empty() ? "{stem}-{n}.pdf" : piece_names_, name_,
+                                  label);
 }
 
 // The ranges go straight from the open document into the merged file. That gives the pages that
@@ -251,10 +330,12 @@ void PdfDoc::WriteMerged(const std::vector<PdfPageRange>& ranges, const std::str
   }
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
   KeepMetadataIn(output);
+  NoteProtection(output, report_);
   for (const PdfPageRange& range : ranges) {
     AppendOpenPages(output.Document(), range.GetStartPageNum() - 1, range.GetEndPageNum());
   }
   Complete(output);
+  pieces_.push_back(output_path);
 }
 
 }  // namespace TarnixTools

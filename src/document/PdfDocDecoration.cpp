@@ -48,6 +48,7 @@ void PdfDoc::Transform(std::vector<PdfTransformation>& transformations,
   const DiscardGuard closing(*this);
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
   KeepMetadataIn(output);
+  NoteProtection(output, report_);
   PdfReport report;
   {
     DecorationHandleStore handles(output.Document(), kPageNumberMessages, report);
@@ -78,6 +79,7 @@ void PdfDoc::DecorateDoc(PdfTransformation& transformation, const DecorationMess
   const DiscardGuard closing(*this);
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
   KeepMetadataIn(output);
+  NoteProtection(output, report_);
   PdfReport report;
   {
     DecorationHandleStore handles(output.Document(), messages, report);

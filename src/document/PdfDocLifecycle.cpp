@@ -16,10 +16,6 @@
 namespace TarnixTools {
 namespace {
 
-// Print, modify, copy, annotate, fill forms, extract for accessibility, assemble, print at high
-// quality.
-constexpr std::uint32_t kAllPermissions = 3900;
-
 [[noreturn]] void ThrowCannotCreate(const std::string& path, int system_error) {
   throw PdfException(PdfExceptionCode::FileNotFound, 0, "Unable to create new file [%s] (%s)",
                      path.c_str(), platform::ErrorText(system_error).c_str());
@@ -90,8 +86,9 @@ void PdfDoc::Create(bool encrypt) {
   }
   engines::TPdfEncryption encryption;
   encryption.user_password = Utf8ToWs(password_);
-  encryption.owner_password = encryption.user_password;
-  encryption.permissions = kAllPermissions;
+  encryption.owner_password =
+      owner_password_.empty() ? encryption.user_password : Utf8ToWs(owner_password_);
+  encryption.permissions = permissions_;
   std::int32_t error = 0;
   open_ = OpenDocument::Create(*std::move(output), encrypt ? &encryption : nullptr, error);
   if (open_ == nullptr) {

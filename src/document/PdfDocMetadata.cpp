@@ -85,6 +85,7 @@ void PdfDoc::SetMetaData(const std::vector<std::string>& values, const std::stri
   const DiscardGuard closing(*this);
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
   KeepMetadataIn(output);
+  NoteProtection(output, report_);
   AppendPages(output.Document(), PdfRotationAngle::Rotate0);
   // This document is closed by now and has no information to give: what the output starts from is
   // its own, which is empty unless this document's is kept.

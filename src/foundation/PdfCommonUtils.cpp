@@ -1,6 +1,7 @@
 #include "PdfCommonUtils.h"
 
 #include <cerrno>
+#include <string_view>
 
 #include "PdfException.h"
 #include "foundation/Platform.h"
@@ -28,6 +29,26 @@ void PdfCommonUtils::RemoveFile(const std::string& path) {
   const std::wstring wide_path = Utf8ToWide(path);
   throw PdfException(PdfExceptionCode::FileNotFound, 0, "Error deleting file [%s] (%s)",
                      reinterpret_cast<const char*>(wide_path.c_str()), reason.c_str());
+}
+
+std::string PdfCommonUtils::FormName(const std::string& pattern, const std::string& stem,
+                                     const std::string& number) {
+  constexpr std::string_view kStem = "{stem}";
+  constexpr std::string_view kNumber = "{n}";
+  std::string name;
+  for (std::size_t i = 0; i < pattern.size();) {
+    const std::string_view rest = std::string_view(pattern).substr(i);
+    if (rest.starts_with(kStem)) {
+      name += stem;
+      i += kStem.size();
+    } else if (rest.starts_with(kNumber)) {
+      name += number;
+      i += kNumber.size();
+    } else {
+      name += pattern[i++];
+    }
+  }
+  return name;
 }
 
 const std::string& PdfCommonUtils::GetLibVersion() {

@@ -11,6 +11,9 @@ std::string WhatIsTold(const PdfReportEntry& entry) {
   if (entry.kind == PdfReportKind::Damage) {
     return "damage: ";
   }
+  if (entry.kind == PdfReportKind::Protection) {
+    return "protection dropped: ";
+  }
   return entry.outcome == PdfReportOutcome::Dropped ? "left out for PDF/A: "
          : entry.outcome == PdfReportOutcome::Kept  ? "in the way of PDF/A: "
                                                     : "changed for PDF/A: ";
@@ -103,6 +106,8 @@ const char* PdfReport::GetKindName(PdfReportKind kind) {
       return "PDF/A claim";
     case PdfReportKind::Conversion:
       return "conversion";
+    case PdfReportKind::Protection:
+      return "protection";
   }
   return "thing";
 }
@@ -124,7 +129,8 @@ const char* PdfReport::GetOutcomeName(PdfReportOutcome outcome) {
 }
 
 std::string PdfReport::GetText(const PdfReportEntry& entry) {
-  if (entry.kind == PdfReportKind::Damage || entry.kind == PdfReportKind::Conversion) {
+  if (entry.kind == PdfReportKind::Damage || entry.kind == PdfReportKind::Conversion ||
+      entry.kind == PdfReportKind::Protection) {
     const std::string text = WhatIsTold(entry) + entry.reason;
     return entry.count > 1 ? text + " (" + std::to_string(entry.count) + " times)" : text;
   }

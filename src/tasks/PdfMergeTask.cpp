@@ -34,7 +34,11 @@ void PdfMergeTask::Execute() {
   RequireDocuments();
   ResolveOutputPath();
   merged_doc_path_ = output_path_ + out_doc_name_;
-  PdfDoc::Merge(documents_, merged_doc_path_, out_password_, &report_);
+  if (use_ranges_) {
+    PdfDoc::MergeRanges(documents_, merged_doc_path_, out_password_, &report_);
+  } else {
+    PdfDoc::Merge(documents_, merged_doc_path_, out_password_, &report_);
+  }
 }
 
 void PdfMergeTask::SetDefaults() {
@@ -43,7 +47,8 @@ void PdfMergeTask::SetDefaults() {
 }
 
 void PdfMergeTask::RequireDocuments() {
-  if (GetPdfDocsNum() < 2) {
+  const int least = use_ranges_ ? 1 : 2;
+  if (GetPdfDocsNum() < least) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "At least 2 PDF docs required to execute merge (defined only [%d])",
                        GetPdfDocsNum());

@@ -25,6 +25,10 @@ void PdfProtectTask::SetPassword(const std::string& password) {
   password_ = password;
 }
 
+void PdfProtectTask::SetOwnerPassword(const std::string& password) {
+  owner_password_ = password;
+}
+
 void PdfProtectTask::SetOutPrefix(const std::string& prefix) {
   if (!prefix.empty()) {
     out_prefix_ = prefix;
@@ -42,12 +46,13 @@ void PdfProtectTask::Execute() {
                        "Invalid number of PDF docs [%d] (1 expected)", GetPdfDocsNum());
   }
   // A password of characters that its preparation drops would protect nothing.
-  if (engines::PdfIsPasswordEmptyW(PdfDoc::Utf8ToWs(password_)) != 0) {
+  const std::string& needed = owner_password_.empty() ? password_ : owner_password_;
+  if (engines::PdfIsPasswordEmptyW(PdfDoc::Utf8ToWs(needed)) != 0) {
     throw PdfException(PdfExceptionCode::PasswordError, 0,
                        "No password provided to protect PDF doc");
   }
   PdfDoc document = InputDocument();
-  document.Lock(password_, OutputFile());
+  document.Lock(password_, owner_password_, permissions_, OutputFile());
   report_ = document.GetReport();
 }
 

@@ -41,6 +41,10 @@ void PdfRotateTask::SetRotationAngle(PdfRotationAngle angle) {
   rotation_angle_ = angle;
 }
 
+void PdfRotateTask::SetPages(const std::set<int>& pages) {
+  pages_ = pages;
+}
+
 void PdfRotateTask::SetOutName(const std::string& name) {
   if (!name.empty()) {
     out_name_ = name;
@@ -56,7 +60,11 @@ void PdfRotateTask::Execute() {
   }
   RequireAngle(rotation_angle_);
   PdfDoc document = InputDocument();
-  document.Rotate(rotation_angle_, output_path_ + out_name_, out_password_);
+  if (pages_.empty()) {
+    document.Rotate(rotation_angle_, output_path_ + out_name_, out_password_);
+  } else {
+    document.Rotate(rotation_angle_, pages_, output_path_ + out_name_, out_password_);
+  }
   report_ = document.GetReport();
 }
 

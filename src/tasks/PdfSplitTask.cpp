@@ -44,22 +44,40 @@ void PdfSplitTask::ClearSplitRanges() {
   split_ranges_.clear();
 }
 
+void PdfSplitTask::SetNamePattern(const std::string& pattern) {
+  name_pattern_ = pattern;
+}
+
+void PdfSplitTask::SetMergedName(const std::string& name) {
+  merged_name_ = name;
+}
+
 void PdfSplitTask::Execute() {
   report_.Clear();
+  pieces_.clear();
   if (GetPdfDocsNum() != 1) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Unexpected PDF docs number [%d], expected single doc", GetPdfDocsNum());
   }
-  switch (split_mode_) {
-    case PdfSplitMode::Ranges:
-      SplitRanges();
-      return;
-    case PdfSplitMode::FixedInterval:
-      SplitFixedRange();
-      return;
+  if (split_mode_ != PdfSplitMode::Ranges && split_mode_ != PdfSplitMode::FixedInterval) {
+    throw PdfException(PdfExceptionCode::InvalidParameter, 0, "Invalid PDF split mode [%d]",
+                       static_cast<int>(split_mode_));
   }
-  throw PdfException(PdfExceptionCode::InvalidParameter, 0, "Invalid PDF split mode [%d]",
-                     static_cast<int>(split_mode_));
+  if (split_mode_ == PdfSplitMode::Ranges && split_ranges_.empty()) {
+    throw PdfException(PdfExceptionCode::InvalidParameter, 0,
+                       "None range defined to split the document");
+  }
+  PdfDoc document = InputDocument();
+  document.SetPieceNames(name_pattern_);
+  FillOutputPath();
+  try {
+    Split(document);
+  } catch (...) {
+    pieces_ = document.GetPieces();
+    throw;
+  }
+  pieces_ = document.GetPieces();
+  report_ = document.GetReport();
 }
 
 void PdfSplitTask::SetDefaults() {
@@ -69,22 +87,13 @@ void PdfSplitTask::SetDefaults() {
   out_prefix_ = "p";
 }
 
-void PdfSplitTask::SplitRanges() {
-  if (split_ranges_.empty()) {
-    throw PdfException(PdfExceptionCode::InvalidParameter, 0,
-                       "None range defined to split the document");
+void PdfSplitTask::Split(PdfDoc& document) {
+  if (split_mode_ == PdfSplitMode::Ranges) {
+    document.Split(split_ranges_, output_path_, out_prefix_, merge_after_, merged_name_,
+                   out_password_);
+  } else {
+    document.Split(fixed_split_interval_, output_path_, out_prefix_, out_password_);
   }
-  PdfDoc document = InputDocument();
-  FillOutputPath();
-  document.Split(split_ranges_, output_path_, out_prefix_, merge_after_, "", out_password_);
-  report_ = document.GetReport();
-}
-
-void PdfSplitTask::SplitFixedRange() {
-  PdfDoc document = InputDocument();
-  FillOutputPath();
-  document.Split(fixed_split_interval_, output_path_, out_prefix_, out_password_);
-  report_ = document.GetReport();
 }
 
 }  // namespace TarnixTools

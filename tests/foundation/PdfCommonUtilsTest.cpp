@@ -76,5 +76,12 @@ TEST(PdfCommonUtils, RemoveFileRemovesALinkAndNotItsTarget) {
   EXPECT_TRUE(Exists(file));
 }
 
+TEST(PdfCommonUtils, FormNameReplacesStemAndNumberOnce) {
+  EXPECT_EQ(PdfCommonUtils::FormName("{stem}-{n}.pdf", "report", "007"), "report-007.pdf");
+  EXPECT_EQ(PdfCommonUtils::FormName("{n}{n} {x}{stem", "report", "1"), "11 {x}{stem");
+  EXPECT_EQ(PdfCommonUtils::FormName("{stem}-{n}", "{n}{stem}", "2"), "{n}{stem}-2");
+  EXPECT_EQ(PdfCommonUtils::FormName("", "report", "1"), "");
+}
+
 }  // namespace
 }  // namespace TarnixTools

@@ -63,10 +63,10 @@ TEST(PdfReport, TellsEntriesAsLines) {
 
 TEST(PdfReport, NamesEveryKindDifferently) {
   std::set<std::string> names;
-  for (int kind = 0; kind <= static_cast<int>(Kind::Conversion); ++kind) {
+  for (int kind = 0; kind <= static_cast<int>(Kind::Protection); ++kind) {
     names.insert(PdfReport::GetKindName(static_cast<Kind>(kind)));
   }
-  EXPECT_EQ(names.size(), static_cast<std::size_t>(Kind::Conversion) + 1);
+  EXPECT_EQ(names.size(), static_cast<std::size_t>(Kind::Protection) + 1);
   EXPECT_EQ(names.count("thing"), 0U);
   EXPECT_STREQ(PdfReport::GetKindName(static_cast<Kind>(1000)), "thing");
 }
