@@ -4,6 +4,7 @@
 #define TARNIX_TESTS_TOOLS_CLI_TEST_H_
 
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,31 @@ class CliTest : public ::testing::Test {
     return RunJson({"info", name, "--password", password})["files"][0]["pages"];
   }
 
+  // The widths of a document's pages, by which tests tell them.
+  std::vector<int> WidthsOf(const std::string& name) const {
+    std::vector<int> widths(static_cast<std::size_t>(PagesOf(name)));
+    for (const Json& size : RunJson({"info", name})["files"][0]["pageSizes"]) {
+      std::istringstream ranges(size["pages"].get<std::string>());
+      for (std::string range; std::getline(ranges, range, ',');) {
+        const std::size_t dash = range.find('-');
+        const int last = std::stoi(dash == std::string::npos ? range : range.substr(dash + 1));
+        for (int page = std::stoi(range); page <= last; ++page) {
+          widths.at(static_cast<std::size_t>(page) - 1) = size["width"].get<int>();
+        }
+      }
+    }
+    return widths;
+  }
+
+  // A document whose pages are 101, 102, ... points wide.
+  void WriteNumberedPdf(const std::string& name, int pages) const {
+    TestPdf pdf;
+    for (int page = 1; page <= pages; ++page) {
+      pdf.Page().Size(100 + page, 50);
+    }
+    pdf.Write(Path(name));
+  }
+
   void WriteFile(const std::string& name, const std::string& bytes) const {
     WriteBytes(Path(name), bytes);
   }
@@ -53,10 +79,10 @@ class CliTest : public ::testing::Test {
   // An encrypted document of one page, made by the program itself.
   void WriteProtectedPdf(const std::string& name, const std::string& password) const {
     WritePdf("plain.pdf", 1);
-    const auto result =
-        Run({"split", "plain.pdf", "--ranges", "1", "--merge", "--out-password", password});
+    const auto result = Run({"split", "plain.pdf", "--ranges", "1", "--merge", "-o",
+                             "protected.pdf", "--out-password", password});
     ASSERT_EQ(result.status, 0) << result.err;
-    std::filesystem::rename(Path("plain_split-merge_.pdf"), Path(name));
+    std::filesystem::rename(Path("protected.pdf"), Path(name));
   }
 
   TempDir directory_;
@@ -67,6 +93,12 @@ inline void ExpectFailure(const RunResult& result, int status, const std::string
   EXPECT_EQ(result.status, status);
   EXPECT_EQ(result.out, "");
   EXPECT_EQ(result.err, "tarnix: " + line + "\n");
+}
+
+// What a failed run prints where the cause is told in brackets behind the message.
+inline void ExpectFailure(const RunResult& result, int status, const std::string& line,
+                          const std::string& cause) {
+  ExpectFailure(result, status, line + " (" + cause + ")");
 }
 
 // What wrong usage prints: two lines on standard error, the second of which points to --help of

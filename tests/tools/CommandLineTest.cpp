@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "support/Surroundings.h"
 #include "tools/CliTest.h"
 
 namespace TarnixTools::testing {
@@ -37,27 +38,29 @@ TEST_F(CommandLine, ShowsItsJobs) {
 TEST_F(CommandLine, ShowsTheHelpOfAJob) {
   const auto result = Run({"help", "split"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_THAT(result.out, StartsWith("Usage: tarnix split [OPTIONS] INPUT\n"));
-  EXPECT_THAT(result.out, HasSubstr("\n  --ranges LIST "));
-  EXPECT_THAT(result.out, HasSubstr("\n  -o, --out-dir DIR "));
+  EXPECT_THAT(result.out, StartsWith("Usage: tarnix split [OPTIONS] INPUT...\n"));
+  EXPECT_THAT(result.out, HasSubstr("\n  --ranges PAGES "));
+  EXPECT_THAT(result.out, HasSubstr("\n  -o, --output PATH "));
   EXPECT_EQ(Run({"split", "--help"}).out, result.out);
   EXPECT_EQ(Run({"split", "a.pdf", "-h"}).out, result.out);
 }
 
 TEST_F(CommandLine, DescribesOutputOptionsOnlyWhereThereIsOutput) {
   EXPECT_THAT(Run({"help", "merge"}).out, HasSubstr("--name NAME"));
-  EXPECT_THAT(Run({"help", "split"}).out, ::testing::Not(HasSubstr("--name NAME")));
-  EXPECT_THAT(Run({"help", "info"}).out, ::testing::Not(HasSubstr("--out-dir")));
+  EXPECT_THAT(Run({"help", "split"}).out, HasSubstr("--name NAME"));
+  EXPECT_THAT(Run({"help", "info"}).out, ::testing::Not(HasSubstr("--output")));
+  EXPECT_THAT(Run({"help", "pdf2img"}).out, ::testing::Not(HasSubstr("--out-password")));
 }
 
 TEST_F(CommandLine, RejectsWrongUsage) {
   ExpectUsageError(Run({}), "no job given", "tarnix");
-  ExpectUsageError(Run({"mrege", "a.pdf"}), "unknown job mrege", "tarnix");
+  ExpectUsageError(Run({"mrege", "a.pdf"}), "unknown job mrege (did you mean merge?)", "tarnix");
   ExpectUsageError(Run({"--json", "info"}), "unknown option --json", "tarnix");
   ExpectUsageError(Run({"help", "x"}), "unknown job x", "tarnix");
   ExpectUsageError(Run({"--version", "x"}), "unexpected argument x", "tarnix");
   ExpectUsageError(Run({"info"}), "info needs at least 1 input (given: 0)", "tarnix info");
-  ExpectUsageError(Run({"info", "--jsn", "a.pdf"}), "unknown option --jsn", "tarnix info");
+  ExpectUsageError(Run({"info", "--jsn", "a.pdf"}), "unknown option --jsn (did you mean --json?)",
+                   "tarnix info");
   ExpectUsageError(Run({"info", "-x", "a.pdf"}), "unknown option -x", "tarnix info");
   ExpectUsageError(Run({"info", "a.pdf", "--units"}), "--units needs a value", "tarnix info");
   ExpectUsageError(Run({"info", "a.pdf", "--json=yes"}), "--json takes no value", "tarnix info");
@@ -67,7 +70,7 @@ TEST_F(CommandLine, RejectsWrongUsage) {
                    "tarnix split");
   ExpectUsageError(Run({"info", "a.pdf", "-qv"}), "--quiet and --verbose exclude each other",
                    "tarnix info");
-  ExpectUsageError(Run({"merge", "a.pdf", "a.pdf", "--out-dir="}), "--out-dir: the path is empty",
+  ExpectUsageError(Run({"merge", "a.pdf", "a.pdf", "--output="}), "--output: the path is empty",
                    "tarnix merge");
 }
 
@@ -75,9 +78,87 @@ TEST_F(CommandLine, KeepsToOneLineWhateverTheUserTyped) {
   ExpectUsageError(Run({"a\nb\x1B[1m"}), "unknown job a?b?[1m", "tarnix");
 }
 
-TEST_F(CommandLine, SaysNothingOnStandardOutputAboutWrongUsage) {
-  ExpectUsageError(Run({"info", "--json"}), "info needs at least 1 input (given: 0)",
+TEST_F(CommandLine, TellsWrongUsageAsJsonToo) {
+  const auto result = Run({"info", "--json"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_THAT(result.err, StartsWith("tarnix: info needs at least 1 input (given: 0)\n"));
+  const Json expected = {{"job", "info"},
+                         {"outputs", Json::array()},
+                         {"error",
+                          {{"code", "WrongUsage"},
+                           {"engineCode", 0},
+                           {"message", "info needs at least 1 input (given: 0)"},
+                           {"cause", ""}}}};
+  EXPECT_EQ(Json::parse(result.out, nullptr, false), expected);
+  EXPECT_EQ(Json::parse(Run({"no-job", "--json"}).out, nullptr, false)["job"], nullptr);
+}
+
+TEST_F(CommandLine, RefusesOptionsWithoutUse) {
+  const std::vector<std::vector<std::string>> commands = {
+      {"info", "a.pdf", "-o", "out"},
+      {"img2pdf", "a.jpg", "--password", "x"},
+      {"pdf2img", "a.pdf", "--out-password", "x"},
+      {"unlock", "a.pdf", "--out-password", "x"},
+      {"merge", "a.pdf", "a.pdf", "--in-place"},
+      {"metadata", "a.pdf", "-o", "out"},
+      {"img2pdf", "a.jpg", "--landscape"}};
+  for (const std::vector<std::string>& words : commands) {
+    EXPECT_EQ(Run(words).status, 2) << words[0];
+  }
+  EXPECT_FALSE(HasFile("out"));
+}
+
+TEST_F(CommandLine, TellsTheCauseInWords) {
+  WriteFile("text.pdf", "nothing of a document");
+  directory_.MakeDir("dir.pdf");
+  WriteFile("text.jpg", "no image");
+  EXPECT_THAT(Run({"rotate", "--angle", "90", "text.pdf"}).err,
+              ::testing::EndsWith(" (not a PDF document)\n"));
+  EXPECT_THAT(Run({"check", "text.pdf"}).err, ::testing::EndsWith(" (not a PDF document)\n"));
+  EXPECT_THAT(Run({"info", "dir.pdf"}).err, ::testing::EndsWith(" (Is a directory)\n"));
+  EXPECT_THAT(Run({"img2pdf", "text.jpg"}).err, ::testing::EndsWith(" (not an image)\n"));
+  EXPECT_EQ(Json::parse(Run({"split", "text.pdf", "--json"}).out, nullptr, false)["error"]["cause"],
+            "not a PDF document");
+}
+
+TEST_F(CommandLine, RefusesBackslashes) {
+  ExpectUsageError(Run({"info", "a\\b.pdf"}), "'a\\b.pdf': names with a backslash are not taken",
                    "tarnix info");
+  ExpectUsageError(Run({"split", "a.pdf", "-o", "x\\y"}),
+                   "--output: 'x\\y': names with a backslash are not taken", "tarnix split");
+}
+
+TEST_F(CommandLine, TakesADocumentFromStandardInput) {
+  const RunSetup setup = {.input = ReadBytes(Path("a.pdf"))};
+  EXPECT_EQ(Run({"rotate", "--angle", "90", "-"}, setup).out, "stdin-rotated.pdf\n");
+  EXPECT_EQ(PagesOf("stdin-rotated.pdf"), 1);
+  EXPECT_EQ(
+      Json::parse(Run({"info", "-", "--json"}, setup).out, nullptr, false)["files"][0]["path"],
+      "-");
+  ExpectUsageError(Run({"merge", "-", "-"}, setup), "standard input can be given once",
+                   "tarnix merge");
+  ExpectUsageError(Run({"info", "-", "--password-file", "-"}, setup),
+                   "standard input cannot be both a document and a password", "tarnix info");
+}
+
+TEST_F(CommandLine, DoesEachOfSeveralInputsOnItsOwn) {
+  WriteFile("text.pdf", "nothing of a document");
+  WritePdf("c.pdf", 3);
+  const auto result = Run({"rotate", "--angle", "90", "a.pdf", "text.pdf", "none.pdf", "c.pdf"});
+  EXPECT_EQ(result.status, 23);
+  EXPECT_EQ(result.out, "a-rotated.pdf\nc-rotated.pdf\n");
+  EXPECT_EQ(PagesOf("c-rotated.pdf"), 3);
+  const Json json = Json::parse(Run({"rotate", "--angle", "90", "a.pdf", "none.pdf", "--json"}).out,
+                                nullptr, false);
+  EXPECT_EQ(json["outputs"], Json({"a-rotated.pdf"}));
+  EXPECT_EQ(json["files"][0]["input"], "a.pdf");
+  EXPECT_EQ(json["errors"][0]["input"], "none.pdf");
+  EXPECT_EQ(json["errors"][0]["code"], "FileNotFound");
+  EXPECT_EQ(json["errors"][0]["cause"], "No such file or directory");
+}
+
+TEST_F(CommandLine, WritesTheTableOfErrorsThatIsInTheDocumentation) {
+  EXPECT_EQ(Run({"errors"}).out, ReadBytes(SourceDir() + "/docs/errors.md"));
 }
 
 TEST_F(CommandLine, TakesTheLastOfRepeatedOptions) {
@@ -87,12 +168,14 @@ TEST_F(CommandLine, TakesTheLastOfRepeatedOptions) {
 
 TEST_F(CommandLine, PrintsFailuresAsJson) {
   const auto result = Run({"split", "a.pdf", "--ranges", "7", "--json"});
-  const std::string message = "Could not split file, invalid range [7-7] ([1] pages available)";
+  const std::string message = "No page [7] in document [a.pdf] ([1] pages available)";
   EXPECT_EQ(result.status, 14);
   EXPECT_EQ(result.err, "tarnix: InvalidParameter: " + message + "\n");
   const Json expected = {
       {"job", "split"},
-      {"error", {{"code", "InvalidParameter"}, {"engineCode", 0}, {"message", message}}}};
+      {"outputs", Json::array()},
+      {"error",
+       {{"code", "InvalidParameter"}, {"engineCode", 0}, {"message", message}, {"cause", ""}}}};
   EXPECT_EQ(Json::parse(result.out, nullptr, false), expected);
 }
 
@@ -136,6 +219,14 @@ TEST_F(Passwords, ComeFromOptionFileInputOrEnvironment) {
   EXPECT_EQ(Status({}, {.environment = {{"TARNIX_PASSWORD", "pw"}}}), 0);
 }
 
+TEST_F(Passwords, ThatAreLostWithTheProtectionAreTold) {
+  const auto result = Run({"rotate", "--angle", "90", "secret.pdf", "--password", "pw"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err, "tarnix: protection dropped: the input is protected, the output is not\n");
+  EXPECT_EQ(Run({"unlock", "secret.pdf", "--password", "pw"}).err, "");
+  EXPECT_EQ(Run({"rotate", "--angle", "90", "secret.pdf", "--password", "pw", "-q"}).err, "");
+}
+
 TEST_F(Passwords, AreMissingOrWrong) {
   ExpectFailure(Run({"info", "secret.pdf"}), 11,
                 "PasswordError: Invalid password for PDF [secret.pdf]");
@@ -150,7 +241,7 @@ TEST_F(Passwords, OnTheCommandLineComeBeforeTheEnvironment) {
 
 TEST_F(Passwords, OfTheEnvironmentAreNotForTheOutput) {
   Run({"merge", "a.pdf", "a.pdf"}, {.environment = {{"TARNIX_PASSWORD", "pw"}}});
-  EXPECT_EQ(Run({"info", "merged_doc.pdf"}).status, 0);
+  EXPECT_EQ(Run({"info", "merged.pdf"}).status, 0);
 }
 
 TEST_F(Passwords, ForInputAndOutputAreTwoLinesOfStandardInput) {
@@ -158,7 +249,7 @@ TEST_F(Passwords, ForInputAndOutputAreTwoLinesOfStandardInput) {
       Run({"merge", "secret.pdf", "a.pdf", "--password-file", "-", "--out-password-file", "-"},
           {.input = "pw\nnew\n"});
   EXPECT_EQ(result.status, 0) << result.err;
-  EXPECT_EQ(PagesOf("merged_doc.pdf", "new"), 2);
+  EXPECT_EQ(PagesOf("merged.pdf", "new"), 2);
 }
 
 TEST_F(Passwords, NeedAFileThatHasOne) {
@@ -171,9 +262,15 @@ TEST_F(Passwords, NeedAFileThatHasOne) {
                 "InvalidParameter: Password in file [/dev/zero] is too long");
 }
 
-TEST_F(Passwords, AreGivenInOneWay) {
-  ExpectUsageError(Run({"info", "a.pdf", "--password", "x", "--password-file", "y"}),
-                   "--password and --password-file exclude each other", "tarnix info");
+TEST_F(Passwords, AreTriedInTurn) {
+  WriteFile("file", "pw\n");
+  EXPECT_EQ(Status({"--password", "one", "--password", "pw"}), 0);
+  EXPECT_EQ(Status({"--password", "pw", "--password", "two"}), 0);
+  EXPECT_EQ(Status({"--password", "one", "--password-file", "file"}), 0);
+  EXPECT_EQ(Status({"--password", "one", "--password", "two"}), 11);
+}
+
+TEST_F(Passwords, ForTheOutputAreGivenInOneWay) {
   ExpectUsageError(
       Run({"merge", "a.pdf", "a.pdf", "--out-password", "x", "--out-password-file", "y"}),
       "--out-password and --out-password-file exclude each other", "tarnix merge");
@@ -183,6 +280,7 @@ TEST_F(Passwords, AreNeverPrinted) {
   const std::vector<std::vector<std::string>> runs = {
       {"info", "secret.pdf", "--password", "hush", "--json"},
       {"info", "secret.pdf", "--pasword=hush"},
+      {"pdf2img", "secret.pdf", "--password", "hush"},
       {"info", "secret.pdf", "-phush"},
       {"--password=hush", "info", "secret.pdf"},
       {"merge", "a.pdf", "a.pdf", "--out-password", "hush", "-v", "--json"},
@@ -203,7 +301,7 @@ class StandardOutput : public CommandLine {
     EXPECT_EQ(result.status, 17);
     EXPECT_EQ(result.err,
               "tarnix: InternalError: Unable to write to standard output (" + reason + ")\n");
-    EXPECT_EQ(PagesOf("merged_doc.pdf"), 3);
+    EXPECT_EQ(PagesOf("merged.pdf"), 3);
   }
 };
 
@@ -211,8 +309,10 @@ TEST_F(StandardOutput, ThatIsFullIsAnError) {
   ExpectUnwritable("/dev/full", "No space left on device");
 }
 
-TEST_F(StandardOutput, ThatNobodyReadsIsAnError) {
-  ExpectUnwritable("broken pipe", "Broken pipe");
+TEST_F(StandardOutput, ThatNobodyReadsEndsTheProgramSilently) {
+  const auto result = Run({"merge", "a.pdf", "b.pdf"}, {.output = "broken pipe"});
+  EXPECT_EQ(result.status, 141);
+  EXPECT_EQ(result.err, "");
 }
 
 TEST_F(StandardOutput, ThatIsClosedIsAnError) {
@@ -227,7 +327,7 @@ class Progress : public CommandLine {
     options.insert(options.begin(), {"merge", "a.pdf", "a.pdf"});
     const auto result = Run(options);
     EXPECT_EQ(result.status, 0) << result.err;
-    EXPECT_EQ(result.out, "merged_doc.pdf\n");
+    EXPECT_EQ(result.out, "merged.pdf\n");
     return result.err;
   }
 };
@@ -264,7 +364,8 @@ TEST_F(Progress, IsShownOnATerminalWhileAJobLasts) {
 }
 
 TEST_F(Progress, IsNeverShownOnATerminalWhenForbidden) {
-  TerminalRun run({"merge", "--progress", "never", Path("a.pdf"), Path("a.pdf")});
+  TerminalRun run(
+      {"merge", "--progress", "never", "-o", directory_.Path(), Path("a.pdf"), Path("a.pdf")});
   EXPECT_EQ(run.Finish(), "");
 }
 

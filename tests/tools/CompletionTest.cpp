@@ -77,7 +77,7 @@ TEST_F(BashCompletion, DoesNotOfferHelperCommands) {
 TEST_F(BashCompletion, OffersTheOptionsOfTheJob) {
   EXPECT_THAT(Offers({"tarnix", "split", "--"}), Contains("--ranges"));
   EXPECT_THAT(Offers({"tarnix", "merge", "--"}), Not(Contains("--ranges")));
-  EXPECT_THAT(Offers({"tarnix", "merge", "a.pdf", "--out-d"}), ElementsAre("--out-dir"));
+  EXPECT_THAT(Offers({"tarnix", "merge", "a.pdf", "--outp"}), ElementsAre("--output"));
 }
 
 TEST_F(BashCompletion, OffersTheWordsOfAnOption) {
@@ -93,7 +93,7 @@ TEST_F(BashCompletion, OffersDocumentsAndDirectories) {
   WriteFile("notes.txt", "");
   directory_.MakeDir("out");
   EXPECT_THAT(Offers({"tarnix", "merge", ""}), UnorderedElementsAre("a *.pdf", "B.PDF", "out"));
-  EXPECT_THAT(Offers({"tarnix", "merge", "-o", ""}), ElementsAre("out"));
+  EXPECT_THAT(Offers({"tarnix", "merge", "-o", ""}), Contains("out"));
   EXPECT_THAT(Offers({"tarnix", "merge", "--password-file", "n"}), ElementsAre("notes.txt"));
 }
 

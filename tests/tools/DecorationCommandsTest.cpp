@@ -38,16 +38,16 @@ class DecorationCommands : public CliTest {
 
 TEST_F(DecorationCommands, NumberPages) {
   const auto result = Run({"number", "doc.pdf", "-o", "out", "--template", "{n} of {p}"});
-  EXPECT_EQ(result.out, "out/document_with_page_numbers.pdf\n") << result.err;
-  EXPECT_THAT(PageTexts(Path("out/document_with_page_numbers.pdf")),
-              ElementsAre("1 of 3", "2 of 3", "3 of 3"));
+  EXPECT_EQ(result.out, "out/doc-numbered.pdf\n") << result.err;
+  EXPECT_THAT(PageTexts(Path("out/doc-numbered.pdf")), ElementsAre("1 of 3", "2 of 3", "3 of 3"));
 }
 
 TEST_F(DecorationCommands, NumberPagesAsAsked) {
-  const auto words = Words({"number", "--start", "9", "--pages", "2", "--position", "top-right",
-                            "--adjust", "-10,-20", "--font-size", "12", "--font-style", "Bold",
-                            "--color", "#00FF00", "--opacity", "50", "--align", "left"},
-                           1);
+  const auto words = Words(
+      {"number",   "--start", "9",        "--pages",   "2",           "--position", "top-right",
+       "--margin", "0,0",     "--adjust", "-10,-20",   "--font-size", "12",         "--font-style",
+       "Bold",     "--color", "#00FF00",  "--opacity", "50",          "--align",    "left"},
+      1);
   ASSERT_EQ(words.size(), 1U);
   EXPECT_EQ(words[0].text, "10");
   EXPECT_NEAR(words[0].box.right, 602, 0.5);
@@ -60,10 +60,10 @@ TEST_F(DecorationCommands, NumberFacingPages) {
   const std::vector<std::string> command = {"number", "--position", "bottom-left",
                                             "--facing-pages"};
   EXPECT_GT(Words(command, 0).at(0).box.left, 500);
-  EXPECT_LT(Words(command, 1).at(0).box.left, 10);
+  EXPECT_NEAR(Words(command, 1).at(0).box.left, 20, 1);
   auto with_cover = command;
   with_cover.emplace_back("--cover-page");
-  EXPECT_LT(Words(with_cover, 0).at(0).box.left, 10);
+  EXPECT_NEAR(Words(with_cover, 0).at(0).box.left, 20, 1);
   ExpectUsageError(Run({"number", "--cover-page", "doc.pdf"}), "--cover-page needs --facing-pages",
                    "tarnix number");
 }
@@ -99,9 +99,9 @@ TEST_F(DecorationCommands, StampImage) {
   const auto result =
       Run({"stamp-image", "--image", "logo.png", "--position", "top-left", "--margin", "10,30",
            "--pixels-per-point", "0.5", "--pages", "2", "doc.pdf", "--verbose"});
-  EXPECT_EQ(result.out, "document_after_image_stamp.pdf\n");
-  EXPECT_EQ(result.err, "1 image stamp added\nwrote document_after_image_stamp.pdf (3 pages)\n");
-  const Picture page = Pictures(Path("document_after_image_stamp.pdf"), 72).at(1);
+  EXPECT_EQ(result.out, "doc-stamped.pdf\n");
+  EXPECT_EQ(result.err, "1 image stamp added\nwrote doc-stamped.pdf (3 pages)\n");
+  const Picture page = Pictures(Path("doc-stamped.pdf"), 72).at(1);
   const auto red = BoxOf(page, 72, [&](int x, int y) { return page.At(x, y) == Pixel{255, 0, 0}; });
   ASSERT_TRUE(red.has_value());
   EXPECT_NEAR(red->left, 10, 1);
@@ -110,14 +110,11 @@ TEST_F(DecorationCommands, StampImage) {
 }
 
 TEST_F(DecorationCommands, ReportWhatIsMissing) {
-  ExpectFailure(Run({"stamp-text", "doc.pdf"}), 14, "InvalidParameter: Missing input text at task");
-  ExpectFailure(Run({"stamp-image", "doc.pdf"}), 14,
-                "InvalidParameter: Missing input image path at task");
+  ExpectUsageError(Run({"stamp-text", "doc.pdf"}), "--text is needed", "tarnix stamp-text");
+  ExpectUsageError(Run({"stamp-image", "doc.pdf"}), "--image is needed", "tarnix stamp-image");
   ExpectFailure(Run({"stamp-image", "--image", "no.png", "doc.pdf"}), 16,
                 "FileNotFound: Image file not found: no.png");
-  ExpectFailure(
-      Run({"transform", "doc.pdf"}), 14,
-      "InvalidParameter: Unexpected PDF transformations number [0], expected at least one");
+  ExpectUsageError(Run({"transform", "doc.pdf"}), "--recipe is needed", "tarnix transform");
   ExpectFailure(Run({"transform", "--recipe", "no.json", "doc.pdf"}), 16,
                 "FileNotFound: Unable to open recipe [no.json]");
   ExpectFailure(Run({"transform", "--recipe", ".", "doc.pdf"}), 16,
@@ -128,12 +125,14 @@ TEST_F(DecorationCommands, ReportThatNoFontCanBeHad) {
   WriteFile("fonts.conf", "<fontconfig><dir>/nowhere</dir></fontconfig>");
   const RunSetup no_fonts = {.environment = {{"FONTCONFIG_FILE", Path("fonts.conf")}}};
   ExpectFailure(Run({"number", "doc.pdf"}, no_fonts), 23,
-                "EngineError: Unable to get system font from [Arial] [] (error [13])");
+                "EngineError: Unable to get system font from [Arial] [] (error [13])",
+                "neither the font nor Arial is installed: fonts-liberation");
   ExpectFailure(
       Run({"stamp-text", "--text", "x", "--font", "Ours", "--font-style", "Bold", "doc.pdf"},
           no_fonts),
-      23, "EngineError: Unable to get system font from [Ours] [Bold] (error [13])");
-  EXPECT_FALSE(HasFile("document_with_page_numbers.pdf"));
+      23, "EngineError: Unable to get system font from [Ours] [Bold] (error [13])",
+      "neither the font nor Arial is installed: fonts-liberation");
+  EXPECT_FALSE(HasFile("doc-numbered.pdf"));
 }
 
 TEST_F(DecorationCommands, CheckTheirValues) {
@@ -154,11 +153,12 @@ TEST_F(DecorationCommands, CheckTheirValues) {
                 "InvalidParameter: Invalid text opacity value [0] (expected [1-100] value)");
   ExpectFailure(Run({"number", "--color", "green", "doc.pdf"}), 14,
                 "InvalidParameter: Invalid RGB font color pattern [green]");
-  ExpectFailure(Run({"number", "--pages", "3-", "doc.pdf"}), 14,
-                "InvalidParameter: Invalid page number pages pattern [3-]");
+  ExpectFailure(Run({"number", "--pages", "3-4", "doc.pdf"}), 14,
+                "InvalidParameter: No page [4] in document [doc.pdf] ([3] pages available)");
+  EXPECT_EQ(Run({"number", "--pages", "3-a", "doc.pdf"}).status, 2);
   ExpectFailure(Run({"number", "--font-size", "0", "doc.pdf"}), 14,
                 "InvalidParameter: Invalid pdf text font size [0]");
-  EXPECT_FALSE(HasFile("document_with_page_numbers.pdf"));
+  EXPECT_FALSE(HasFile("doc-numbered.pdf"));
 }
 
 TEST_F(DecorationCommands, FollowARecipe) {
@@ -169,11 +169,11 @@ TEST_F(DecorationCommands, FollowARecipe) {
      "under": true, "mosaic": false, "margin": "5,5", "pages": "3"},
     {"type": "stamp-image", "image": "logo.png", "margin": [20, 20], "pixels-per-point": 2.5}])");
   const auto report = RunJson({"transform", "--recipe", "recipe.json", "doc.pdf", "-o", "out"});
-  EXPECT_THAT(report["outputs"], ElementsAre("out/document_after_transformations.pdf"));
+  EXPECT_THAT(report["outputs"], ElementsAre("out/doc-decorated.pdf"));
   EXPECT_EQ(report["report"][0]["kind"], "page number");
   EXPECT_EQ(report["report"][0]["outcome"], "added");
   EXPECT_EQ(report["report"][0]["count"], 3);
-  const auto texts = PageTexts(Path("out/document_after_transformations.pdf"));
+  const auto texts = PageTexts(Path("out/doc-decorated.pdf"));
   EXPECT_THAT(texts[0], ::testing::AllOf(HasSubstr("no. 5"), ::testing::Not(HasSubstr("Draft"))));
   EXPECT_THAT(texts[1], ::testing::AllOf(HasSubstr("Draft"), HasSubstr("only")));
   EXPECT_THAT(texts[2], ::testing::AllOf(HasSubstr("Top\nsecret"), HasSubstr("no. 7")));
@@ -209,13 +209,14 @@ TEST_F(DecorationCommands, NameTheEntryThatIsWrong) {
                  first + "--at: the value is no text, number or pair of numbers");
   ExpectBadEntry(R"([{"type": "number", "opacity": 101}])", 14,
                  first + "Invalid text opacity value [101] (expected [1-100] value)");
-  ExpectBadEntry(R"([{"type": "stamp-text"}])", 14, first + "no text");
-  ExpectBadEntry(R"([{"type": "stamp-image"}])", 14, first + "no image");
+  ExpectBadEntry(R"([{"type": "stamp-text"}])", 14, first + "--text is needed");
+  ExpectBadEntry(R"([{"type": "stamp-image"}])", 14, first + "--image is needed");
   ExpectBadEntry(R"([{"type": "stamp-image", "image": "no.png"}])", 16,
                  "FileNotFound: recipe.json: entry 1: Image file not found: no.png");
-  ExpectBadEntry(R"([{"type": "number"}, {"type": "number", "pages": "0"}])", 14,
-                 "InvalidParameter: recipe.json: entry 2: Invalid PDF page range start value [0], "
-                 "expected positive integer");
+  ExpectBadEntry(
+      R"([{"type": "number"}, {"type": "number", "pages": "0"}])", 14,
+      "InvalidParameter: recipe.json: entry 2: No page [0] in document [doc.pdf] ([3] pages "
+      "available)");
 }
 
 TEST_F(DecorationCommands, RejectRecipesThatAreNone) {

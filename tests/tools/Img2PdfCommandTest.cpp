@@ -21,19 +21,19 @@ class Img2PdfCommandTest : public CliTest {
 TEST_F(Img2PdfCommandTest, JoinsImages) {
   const RunResult result = Run({"img2pdf", "a.jpg", "b.jpg"});
   EXPECT_EQ(result.status, 0) << result.err;
-  EXPECT_EQ(result.out, "_merged_images.pdf\n");
-  EXPECT_EQ(PagesOf("_merged_images.pdf"), 2);
+  EXPECT_EQ(result.out, "a.pdf\n");
+  EXPECT_EQ(PagesOf("a.pdf"), 2);
   EXPECT_FALSE(HasFile("a.jpg.pdf"));
 }
 
 TEST_F(Img2PdfCommandTest, NamesTheOutput) {
   EXPECT_EQ(Run({"img2pdf", "-o", "out", "--name", "all.pdf", "a.jpg"}).out, "out/all.pdf\n");
-  EXPECT_EQ(Run({"img2pdf", "-o", "out", "--prefix", "all", "a.jpg"}).out, "out/all.pdf\n");
+  EXPECT_EQ(Run({"img2pdf", "-o", "out", "--prefix", "all", "a.jpg"}).out, "out/all_a.pdf\n");
   EXPECT_TRUE(HasFile("out/all.pdf"));
 }
 
 TEST_F(Img2PdfCommandTest, WritesOneDocumentForEachImage) {
-  EXPECT_EQ(Run({"img2pdf", "--no-merge", "a.jpg", "b.jpg"}).out, "a.jpg.pdf\nb.jpg.pdf\n");
+  EXPECT_EQ(Run({"img2pdf", "--no-merge", "a.jpg", "b.jpg"}).out, "a.pdf\nb.pdf\n");
   EXPECT_EQ(Run({"img2pdf", "--no-merge", "-o", "out", "a.jpg", "b.jpg"}).out,
             "out/a.pdf\nout/b.pdf\n");
   EXPECT_EQ(PagesOf("out/b.pdf"), 1);
@@ -44,7 +44,7 @@ TEST_F(Img2PdfCommandTest, SetsThePage) {
     options.insert(options.begin(), "img2pdf");
     options.emplace_back("a.jpg");
     EXPECT_EQ(Run(options).status, 0);
-    return SizeOf("_merged_images.pdf");
+    return SizeOf("a.pdf");
   };
   EXPECT_EQ(size({}), size({"--page", "fit"}));
   EXPECT_NE(size({}), size({"--rotate", "90"}));
@@ -56,23 +56,25 @@ TEST_F(Img2PdfCommandTest, SetsThePage) {
 
 TEST_F(Img2PdfCommandTest, ProtectsTheOutput) {
   EXPECT_EQ(Run({"img2pdf", "--out-password", "secret", "a.jpg"}).status, 0);
-  EXPECT_EQ(PagesOf("_merged_images.pdf", "secret"), 1);
-  EXPECT_EQ(Run({"info", "_merged_images.pdf"}).status, 11);
+  EXPECT_EQ(PagesOf("a.pdf", "secret"), 1);
+  EXPECT_EQ(Run({"info", "a.pdf"}).status, 11);
 }
 
 TEST_F(Img2PdfCommandTest, TellsOutputsAsJson) {
   const Json json = RunJson({"img2pdf", "a.jpg", "b.jpg"});
   EXPECT_EQ(json["job"], "img2pdf");
-  EXPECT_EQ(json["outputs"], Json::array({"_merged_images.pdf"}));
+  EXPECT_EQ(json["outputs"], Json::array({"a.pdf"}));
 }
 
 TEST_F(Img2PdfCommandTest, FailsClearly) {
   WriteFile("text.jpg", "no image");
-  ExpectFailure(Run({"img2pdf", "missing.jpg"}), 16, "FileNotFound: File not found: missing.jpg");
+  ExpectFailure(Run({"img2pdf", "missing.jpg"}), 16, "FileNotFound: File not found: missing.jpg",
+                "No such file or directory");
   ExpectFailure(Run({"img2pdf", "a.jpg", "a.jpg"}), 14,
                 "InvalidParameter: Duplicated file in task: a.jpg");
   ExpectFailure(Run({"img2pdf", "text.jpg"}), 23,
-                "EngineError: Error 0x00000004 while creating PDF document from img [text.jpg]");
+                "EngineError: Error 0x00000004 while creating PDF document from img [text.jpg]",
+                "not an image");
   ExpectUsageError(Run({"img2pdf", "--margin", "wide", "a.jpg"}),
                    "--margin: 'wide' is not a number", "tarnix img2pdf");
 }

@@ -109,16 +109,22 @@ TEST_F(InfoCommand, LetsNoMetadataSteerTheTerminal) {
             "3\a\nb");
 }
 
-TEST_F(InfoCommand, FailsAsAWholeWithTheFileThatFails) {
+TEST_F(InfoCommand, ShowsTheOthersBesideAFileThatFails) {
   WritePdf("a.pdf", 1);
   WriteProtectedPdf("secret.pdf", "pw");
-  ExpectFailure(Run({"info", "a.pdf", "secret.pdf"}), 11,
-                "PasswordError: Invalid password for PDF [secret.pdf]");
+  const auto result = Run({"info", "secret.pdf", "a.pdf", "--json"});
+  EXPECT_EQ(result.status, 11);
+  EXPECT_EQ(result.err, "tarnix: PasswordError: Invalid password for PDF [secret.pdf]\n");
+  const Json json = Json::parse(result.out, nullptr, false);
+  EXPECT_EQ(json["files"][0]["error"]["code"], "PasswordError");
+  EXPECT_EQ(json["files"][1]["pages"], 1);
+  EXPECT_THAT(Run({"info", "secret.pdf", "a.pdf"}).out, ::testing::StartsWith("a.pdf\n"));
 }
 
 TEST_F(InfoCommand, WritesNoFile) {
   WritePdf("a.pdf", 1);
-  EXPECT_EQ(Run({"info", "a.pdf", "-o", "out"}).status, 0);
+  EXPECT_EQ(Run({"info", "a.pdf"}).status, 0);
+  EXPECT_EQ(directory_.Names(), std::vector<std::string>{"a.pdf"});
   EXPECT_FALSE(HasFile("out"));
 }
 

@@ -22,7 +22,7 @@ TEST_F(ManPage, ReadsAsItWasWritten) {
   const auto text =
       RunCommand({"groff", "-man", "-Tascii", "-P-cbou", "-"}, {.input = Run({"man"}).out}).out;
   for (const std::string part :
-       {"TARNIX(1)", "tarnix merge [OPTIONS] INPUT INPUT...", "-o, --out-dir DIR",
+       {"TARNIX(1)", "tarnix merge [OPTIONS] INPUT INPUT...", "-o, --output PATH",
         "--units cm|mm|in|pt", "('-': standard input)", "TARNIX_PASSWORD"}) {
     EXPECT_THAT(text, HasSubstr(part));
   }

@@ -11,20 +11,20 @@ class MergeCommand : public CliTest {
   }
 };
 
-TEST_F(MergeCommand, WritesBesideTheFirstInputByDefault) {
+TEST_F(MergeCommand, WritesToTheCurrentDirectoryByDefault) {
   directory_.MakeDir("in");
   WritePdf("in/a.pdf", 1);
   const auto result = Run({"merge", "in/a.pdf", "b.pdf"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.out, "in/merged_doc.pdf\n");
+  EXPECT_EQ(result.out, "merged.pdf\n");
   EXPECT_EQ(result.err, "");
-  EXPECT_EQ(PagesOf("in/merged_doc.pdf"), 4);
+  EXPECT_EQ(PagesOf("merged.pdf"), 4);
 }
 
 TEST_F(MergeCommand, KeepsTheOrderOfTheInputs) {
   TestPdf().Page().Size(400, 100).Write(Path("wide.pdf"));
   Run({"merge", "b.pdf", "wide.pdf", "a.pdf"});
-  auto sizes = RunJson({"info", "merged_doc.pdf"})["files"][0]["pageSizes"];
+  auto sizes = RunJson({"info", "merged.pdf"})["files"][0]["pageSizes"];
   ASSERT_EQ(sizes.size(), 2U);
   EXPECT_EQ(sizes[0]["pages"], "1-3,5-6");
   EXPECT_EQ(sizes[1]["pages"], "4");
@@ -38,14 +38,14 @@ TEST_F(MergeCommand, CreatesTheOutputDirectoryWithItsParents) {
 
 TEST_F(MergeCommand, PrintsJson) {
   const Json expected = {
-      {"job", "merge"}, {"outputs", {"out/merged_doc.pdf"}}, {"report", Json::array()}};
+      {"job", "merge"}, {"outputs", {"out/merged.pdf"}}, {"report", Json::array()}};
   EXPECT_EQ(RunJson({"merge", "a.pdf", "b.pdf", "--out-dir=out"}), expected);
 }
 
 TEST_F(MergeCommand, ReportsOutputsWhenVerbose) {
   const auto result = Run({"merge", "a.pdf", "b.pdf", "-v"});
-  EXPECT_EQ(result.out, "merged_doc.pdf\n");
-  EXPECT_EQ(result.err, "wrote merged_doc.pdf (5 pages)\n");
+  EXPECT_EQ(result.out, "merged.pdf\n");
+  EXPECT_EQ(result.err, "wrote merged.pdf (5 pages)\n");
 }
 
 TEST_F(MergeCommand, HasNothingToReportOfPlainPages) {
@@ -75,7 +75,7 @@ TEST_F(MergeCommand, ReportsDamageOfTheInputs) {
   WriteFile("cut.pdf", bytes.substr(0, bytes.rfind("startxref")));
   const auto result = Run({"merge", "a.pdf", "cut.pdf", "-v"});
   EXPECT_THAT(result.err, ::testing::HasSubstr("damage: start of the cross-reference not found\n"));
-  EXPECT_THAT(result.err, ::testing::HasSubstr("wrote merged_doc.pdf (3 pages)\n"));
+  EXPECT_THAT(result.err, ::testing::HasSubstr("wrote merged.pdf (3 pages)\n"));
 }
 
 TEST_F(MergeCommand, TellsThatDamageTookSomething) {
@@ -93,16 +93,16 @@ TEST_F(MergeCommand, TellsThatDamageTookSomething) {
 TEST_F(MergeCommand, ProtectsTheOutput) {
   WriteFile("pw", "to\xC3\xABter\r\nsecond line\n");
   EXPECT_EQ(Run({"merge", "a.pdf", "b.pdf", "--out-password-file", "pw"}).status, 0);
-  EXPECT_EQ(Run({"info", "merged_doc.pdf"}).status, 11);
-  EXPECT_EQ(PagesOf("merged_doc.pdf", "to\xC3\xABter"), 5);
+  EXPECT_EQ(Run({"info", "merged.pdf"}).status, 11);
+  EXPECT_EQ(PagesOf("merged.pdf", "to\xC3\xABter"), 5);
 }
 
 TEST_F(MergeCommand, TakesWordsInBracketsAndAfterTwoDashesAsPaths) {
   WritePdf("[1,2]", 1);
   WritePdf("-v", 1);
   const auto result = Run({"merge", "--", "[1,2]", "-v"});
-  EXPECT_EQ(result.out, "merged_doc.pdf\n") << result.err;
-  EXPECT_EQ(PagesOf("merged_doc.pdf"), 2);
+  EXPECT_EQ(result.out, "merged.pdf\n") << result.err;
+  EXPECT_EQ(PagesOf("merged.pdf"), 2);
 }
 
 TEST_F(MergeCommand, KeepsNamesThatAreNotUtf8) {
@@ -116,18 +116,38 @@ TEST_F(MergeCommand, KeepsNamesThatAreNotUtf8) {
 
 TEST_F(MergeCommand, NamesAMissingInput) {
   ExpectFailure(Run({"merge", "a.pdf", "none.pdf"}), 16,
-                "FileNotFound: File not found or invalid content: [none.pdf]");
+                "FileNotFound: File not found or invalid content: [none.pdf]",
+                "No such file or directory");
 }
 
 TEST_F(MergeCommand, WritesNothingWhenAnInputIsNoDocument) {
   WriteFile("text.pdf", "nothing of a document");
   EXPECT_EQ(Run({"merge", "a.pdf", "text.pdf"}).status, 23);
-  EXPECT_FALSE(HasFile("merged_doc.pdf"));
+  EXPECT_FALSE(HasFile("merged.pdf"));
 }
 
 TEST_F(MergeCommand, NamesAnOutputDirectoryThatCannotBeMade) {
   ExpectFailure(Run({"merge", "a.pdf", "b.pdf", "-o", "a.pdf/out"}), 16,
                 "FileNotFound: Unable to create output directory [a.pdf/out] (Not a directory)");
+}
+
+TEST_F(MergeCommand, TakesPartsOfDocuments) {
+  WriteNumberedPdf("n.pdf", 5);
+  EXPECT_EQ(Run({"merge", "n.pdf:4-", "n.pdf:z-4,:even", "n.pdf:1,1"}).status, 0);
+  EXPECT_EQ(WidthsOf("merged.pdf"), (std::vector<int>{104, 105, 105, 104, 102, 104, 101, 101}));
+  EXPECT_EQ(Run({"merge", "n.pdf:2", "-o", "one.pdf"}).status, 0);
+  EXPECT_EQ(WidthsOf("one.pdf"), std::vector<int>{102});
+  ExpectFailure(Run({"merge", "n.pdf:6", "a.pdf"}), 14,
+                "InvalidParameter: No page [6] in document [n.pdf] ([5] pages available)");
+  WritePdf("n.pdf:2", 3);
+  EXPECT_EQ(Run({"merge", "n.pdf:2", "a.pdf", "-o", "named.pdf"}).status, 0);
+  EXPECT_EQ(PagesOf("named.pdf"), 5);
+}
+
+TEST_F(MergeCommand, NeverSwallowsItsOwnResult) {
+  EXPECT_EQ(Run({"merge", "a.pdf", "b.pdf"}).status, 0);
+  ExpectUsageError(Run({"merge", "a.pdf", "b.pdf", "merged.pdf"}),
+                   "the output 'merged.pdf' is also an input", "tarnix merge");
 }
 
 TEST_F(MergeCommand, NeedsTwoInputs) {

@@ -46,11 +46,11 @@ TEST_F(NamesNotUtf8, StampImage) {
 TEST_F(NamesNotUtf8, Pdf2Img) {
   ExpectOutput({"pdf2img", "--dpi", "9", "J\xF6rg.pdf"}, "J\xF6rg-page-0001.jpg");
   ExpectOutput({"pdf2img", "--dpi", "9", "--prefix", "\xFF", "-o", "\xE9", "J\xF6rg.pdf"},
-               "\xE9/\xFF-J\xF6rg-page-0001.jpg");
+               "\xE9/\xFF_J\xF6rg-page-0001.jpg");
 }
 
 TEST_F(NamesNotUtf8, ExtractImages) {
-  ExpectOutput({"extract-images", "-o", "\xE9", "J\xF6rg.pdf"}, "\xE9/img0001.jpg");
+  ExpectOutput({"extract-images", "-o", "\xE9", "J\xF6rg.pdf"}, "\xE9/J\xF6rg-image-0001.jpg");
 }
 
 }  // namespace

@@ -15,34 +15,32 @@ class Pdf2ImgCommand : public CliTest {
   }
 };
 
-TEST_F(Pdf2ImgCommand, DrawsPagesBesideTheInput) {
+TEST_F(Pdf2ImgCommand, DrawsPages) {
   EXPECT_EQ(Run({"pdf2img", "--dpi", "9.5", "book.pdf"}).out,
             "book-page-0001.jpg\nbook-page-0002.jpg\nbook-page-0003.jpg\n");
 }
 
-TEST_F(Pdf2ImgCommand, PutsOneSeparatorBetweenDirectoryAndName) {
-  EXPECT_EQ(Run({"pdf2img", "--dpi", "9", "--pages", "1", "./book.pdf"}).out,
-            "./book-page-0001.jpg\n");
-}
-
 TEST_F(Pdf2ImgCommand, TakesItsOptions) {
-  const Json json = RunJson({"pdf2img", "-o", "out", "--pages", "2-7", "--size", "50x60", "--units",
+  const Json json = RunJson({"pdf2img", "-o", "out", "--pages", "2-", "--size", "50x60", "--units",
                              "page", "--dpi", "144", "--prefix", "p", "--no-doc-name", "book.pdf"});
-  EXPECT_EQ(json["outputs"], Json({"out/p-page-0002.jpg", "out/p-page-0003.jpg"}));
-  const JpegImage image = ReadJpeg(Path("out/p-page-0003.jpg"));
+  EXPECT_EQ(json["outputs"], Json({"out/p_page-0002.jpg", "out/p_page-0003.jpg"}));
+  const JpegImage image = ReadJpeg(Path("out/p_page-0003.jpg"));
   EXPECT_EQ(image.width, 100);
   EXPECT_EQ(image.height, 120);
 }
 
-TEST_F(Pdf2ImgCommand, NamesEachOutputOnceAndTellsWhatWasReplaced) {
+TEST_F(Pdf2ImgCommand, NeverReplacesAnImageOfAnotherInput) {
   WritePdf("other.pdf", 1);
-  std::vector<std::string> words = {"pdf2img", "-o", "out",           "--dpi",    "9",
-                                    "--pages", "1",  "--no-doc-name", "book.pdf", "other.pdf"};
-  const RunResult result = Run(words);
-  EXPECT_EQ(result.out, "out/page-0001.jpg\n");
-  EXPECT_EQ(result.err, "tarnix: 1 image was replaced by later ones of the same name\n");
-  words.emplace_back("-q");
-  EXPECT_EQ(Run(words).err, "");
+  ExpectUsageError(Run({"pdf2img", "--dpi", "9", "--name", "{n}.jpg", "book.pdf", "other.pdf"}),
+                   "outputs of 'other.pdf' and of another input have the same names",
+                   "tarnix pdf2img");
+  EXPECT_EQ(Run({"pdf2img", "--dpi", "9", "--pages", "1", "book.pdf", "other.pdf"}).out,
+            "book-page-0001.jpg\nother-page-0001.jpg\n");
+}
+
+TEST_F(Pdf2ImgCommand, TellsAPageThatTheDocumentLacks) {
+  ExpectFailure(Run({"pdf2img", "--pages", "2-7", "book.pdf"}), 14,
+                "InvalidParameter: No page [7] in document [book.pdf] ([3] pages available)");
 }
 
 TEST_F(Pdf2ImgCommand, RefusesWrongUsage) {
@@ -55,10 +53,10 @@ TEST_F(Pdf2ImgCommand, RefusesWrongUsage) {
     ExpectUsageError(Run({"pdf2img", "--size", size, "book.pdf"}),
                      "--size: '" + size + "' is not a size such as 800x600", command);
   }
-  for (const std::string pages : {"0", "1,,2", "a", "1-", "-2"}) {
-    ExpectUsageError(Run({"pdf2img", "--pages=" + pages, "book.pdf"}),
-                     "--pages: '" + pages + "' is not a list of pages and ranges such as 1-3,5",
-                     command);
+  for (const std::string pages : {"1,,2", "a", "-2"}) {
+    ExpectUsageError(
+        Run({"pdf2img", "--pages=" + pages, "book.pdf"}),
+        "--pages: '" + pages + "' is not a list of pages such as 1-3,5,8-,z,r2,z-1,:odd", command);
   }
 }
 
@@ -70,12 +68,12 @@ TEST_F(Pdf2ImgCommand, TellsAFailureOfTheTask) {
 TEST_F(Pdf2ImgCommand, ExtractsImagesAndPrintsTheirNamesOnly) {
   WriteImages("scan.pdf");
   EXPECT_EQ(Run({"extract-images", "-o", "out", "scan.pdf"}).out,
-            "out/img0001.jpg\nout/img0002.jpg\n");
+            "out/scan-image-0001.jpg\nout/scan-image-0002.jpg\n");
   WriteImages("other.pdf");
-  EXPECT_EQ(Run({"extract-images", "-o", "out", "scan.pdf", "other.pdf"}).err,
-            "tarnix: 2 images were replaced by later ones of the same name\n");
+  EXPECT_EQ(RunJson({"extract-images", "-o", "out", "scan.pdf", "other.pdf"})["outputs"].size(),
+            4U);
   EXPECT_EQ(RunJson({"extract-images", "-o", "out", "--pages", "2", "scan.pdf"})["outputs"],
-            Json::array({"out/img0001.jpg"}));
+            Json::array({"out/scan-image-0001.jpg"}));
   ExpectFailure(Run({"extract-images", "book.pdf"}), 18,
                 "NoImagesFound: No images found at PDF file [book.pdf]");
 }

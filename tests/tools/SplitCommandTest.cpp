@@ -40,12 +40,44 @@ TEST_F(SplitCommand, TakesOutRanges) {
   ExpectPieces({"book.pdf", "--ranges", "1-3,5"}, {{"book-1-3.pdf", 3}, {"book-5.pdf", 1}});
 }
 
-TEST_F(SplitCommand, TurnsRangesRoundAndListsDoubleOnesOnce) {
-  ExpectPieces({"book.pdf", "--ranges", "5-3,3-5,7-7"}, {{"book-3-5.pdf", 3}, {"book-7.pdf", 1}});
+TEST_F(SplitCommand, TakesEveryFormOfAnItem) {
+  ExpectPieces({"book.pdf", "--ranges", "5-3,7-7,9-,z,r2,2-6:even,:odd,7"},
+               {{"book-5-3.pdf", 3},
+                {"book-7.pdf", 1},
+                {"book-9-10.pdf", 2},
+                {"book-10.pdf", 1},
+                {"book-9.pdf", 1},
+                {"book-2-6-even.pdf", 3},
+                {"book-1-10-odd.pdf", 5}});
+}
+
+TEST_F(SplitCommand, KeepsTheOrderOfAnItem) {
+  WriteNumberedPdf("n.pdf", 5);
+  EXPECT_EQ(Run({"split", "n.pdf", "--ranges", "z-3,:even"}).out, "n-5-3.pdf\nn-1-5-even.pdf\n");
+  EXPECT_EQ(WidthsOf("n-5-3.pdf"), (std::vector<int>{105, 104, 103}));
+  EXPECT_EQ(WidthsOf("n-1-5-even.pdf"), (std::vector<int>{102, 104}));
+}
+
+TEST_F(SplitCommand, ExtractsPagesInTheOrderAskedFor) {
+  WriteNumberedPdf("n.pdf", 5);
+  EXPECT_EQ(Run({"extract-pages", "n.pdf", "--pages", "3,1-2,z,1"}).out, "n-pages.pdf\n");
+  EXPECT_EQ(WidthsOf("n-pages.pdf"), (std::vector<int>{103, 101, 102, 105, 101}));
+  ExpectFailure(Run({"extract-pages", "n.pdf", "--pages", "r6"}), 14,
+                "InvalidParameter: No page [r6] in document [n.pdf] ([5] pages available)");
+  ExpectUsageError(Run({"extract-pages", "n.pdf"}), "--pages is needed", "tarnix extract-pages");
+}
+
+TEST_F(SplitCommand, NamesPiecesByAPattern) {
+  EXPECT_EQ(Run({"split", "book.pdf", "--every", "5", "--name", "{n}-of-{stem}.pdf"}).out,
+            "001-of-book.pdf\n002-of-book.pdf\n");
+  EXPECT_EQ(Run({"split", "book.pdf", "--every", "5", "--prefix", "p"}).out,
+            "p_book-001.pdf\np_book-002.pdf\n");
+  ExpectUsageError(Run({"split", "book.pdf", "--name", "x.pdf"}),
+                   "--name: several files are written, and 'x.pdf' has no {n}", "tarnix split");
 }
 
 TEST_F(SplitCommand, JoinsRanges) {
-  ExpectPieces({"book.pdf", "--ranges", "1-3,9-10", "--merge"}, {{"book_split-merge_.pdf", 5}});
+  ExpectPieces({"book.pdf", "--ranges", "1-3,9-10", "--merge"}, {{"book-split.pdf", 5}});
 }
 
 TEST_F(SplitCommand, PrintsAPathPerLine) {
@@ -65,15 +97,13 @@ TEST_F(SplitCommand, ProtectsEveryPiece) {
 }
 
 TEST_F(SplitCommand, ReportsARangeThatTheDocumentLacks) {
-  ExpectFailure(
-      Run({"split", "book.pdf", "--ranges", "9-11"}), 14,
-      "InvalidParameter: Could not split file, invalid range [9-11] ([10] pages available)");
+  ExpectFailure(Run({"split", "book.pdf", "--ranges", "9-11"}), 14,
+                "InvalidParameter: No page [11] in document [book.pdf] ([10] pages available)");
 }
 
 TEST_F(SplitCommand, ReportsPageZero) {
-  ExpectFailure(
-      Run({"split", "book.pdf", "--ranges", "0-4", "-o", "out"}), 14,
-      "InvalidParameter: Invalid PDF page range start value [0], expected positive integer");
+  ExpectFailure(Run({"split", "book.pdf", "--ranges", "0-4", "-o", "out"}), 14,
+                "InvalidParameter: No page [0] in document [book.pdf] ([10] pages available)");
   EXPECT_FALSE(HasFile("out"));
 }
 
@@ -89,10 +119,11 @@ TEST_F(SplitCommand, ReportsAnImpossiblePieceSize) {
 
 TEST_F(SplitCommand, RejectsListsThatAreNone) {
   for (const std::string list :
-       {"", ",", "1,", "1-", "-3", "1--3", "a", "1-3-5", "1 3", "+1", "99999999999"}) {
-    ExpectUsageError(Run({"split", "book.pdf", "--ranges", list}),
-                     "--ranges: '" + list + "' is not a list of pages and ranges such as 1-3,5",
-                     "tarnix split");
+       {"", ",", "1,", "-3", "1--3", "a", "1-3-5", "1 3", "+1", "99999999999", ":off", "1:", "r"}) {
+    ExpectUsageError(
+        Run({"split", "book.pdf", "--ranges", list}),
+        "--ranges: '" + list + "' is not a list of pages such as 1-3,5,8-,z,r2,z-1,:odd",
+        "tarnix split");
   }
 }
 
@@ -102,15 +133,14 @@ TEST_F(SplitCommand, ChecksThatItsOptionsGoTogether) {
   ExpectUsageError(Run({"split", "book.pdf", "--merge"}), "--merge needs --ranges", "tarnix split");
 }
 
-TEST_F(SplitCommand, TakesOneInput) {
-  ExpectUsageError(Run({"split"}), "split needs 1 input (given: 0)", "tarnix split");
-  ExpectUsageError(Run({"split", "book.pdf", "book.pdf"}), "split takes 1 input (given: 2)",
+TEST_F(SplitCommand, TakesSeveralInputs) {
+  WritePdf("b.pdf", 1);
+  EXPECT_EQ(Run({"split", "book.pdf", "b.pdf", "--every", "1", "--ranges", "1"}).status, 2);
+  EXPECT_EQ(Run({"split", "book.pdf", "b.pdf", "--ranges", "1"}).out, "book-1.pdf\nb-1.pdf\n");
+  ExpectUsageError(Run({"split", "book.pdf", "book.pdf"}),
+                   "outputs of 'book.pdf' and of another input have the same names",
                    "tarnix split");
-}
-
-TEST_F(SplitCommand, HasNoName) {
-  ExpectUsageError(Run({"split", "book.pdf", "--name", "x.pdf"}), "unknown option --name",
-                   "tarnix split");
+  ExpectUsageError(Run({"split"}), "split needs at least 1 input (given: 0)", "tarnix split");
 }
 
 }  // namespace

@@ -139,6 +139,7 @@ TerminalRun::TerminalRun(const std::vector<std::string>& arguments)
   words.insert(words.end(), arguments.begin(), arguments.end());
   process_ = fork();
   if (process_ == 0) {
+    setenv("TERM", "xterm", 1);
     dup2(open(ptsname(terminal_), O_RDWR | O_NOCTTY), STDERR_FILENO);
     dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO);
     Execute(words);

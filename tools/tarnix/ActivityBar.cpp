@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "Streams.h"
+#include "Terminal.h"
 
 namespace TarnixTools::cli {
 namespace {
@@ -35,7 +36,7 @@ ProgressMode ToProgressMode(std::string_view word) {
 }
 
 ActivityBar::ActivityBar(ProgressMode mode, std::string_view label) : label_(label) {
-  if (mode == ProgressMode::Never || (mode == ProgressMode::Auto && !ErrorIsTerminal())) {
+  if (mode == ProgressMode::Never || (mode == ProgressMode::Auto && !ErrorTakesBar())) {
     return;
   }
   if (mode == ProgressMode::Always) {

@@ -17,7 +17,7 @@ enum class ProgressMode { Auto, Always, Never };
 ProgressMode ToProgressMode(std::string_view word);
 
 // Draws from its own thread while it lives and wipes what it drew when it goes. Auto draws only on
-// a terminal and only after half a second; Always draws at once, wherever standard error goes. A
+// a terminal that is wide enough, and only after half a second; Always draws at once, wherever standard error goes. A
 // bar that never draws starts no thread.
 class ActivityBar {
  public:

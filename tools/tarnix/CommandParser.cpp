@@ -5,23 +5,14 @@
 #include <CLI/CLI.hpp>
 
 #include "Failure.h"
+#include "Input.h"
+#include "NearestWord.h"
+#include "PageList.h"
 
 namespace TarnixTools::cli {
 namespace {
 
-// The rows whose options the job accepts: its own, then the common ones.
-std::vector<const OptionRow*> AcceptedOptions(const Job& job) {
-  std::vector<const OptionRow*> rows;
-  for (const OptionRow& row : job.options) {
-    rows.push_back(&row);
-  }
-  for (const OptionRow& row : CommonOptions()) {
-    if (IsAccepted(row, job)) {
-      rows.push_back(&row);
-    }
-  }
-  return rows;
-}
+constexpr std::string_view kFormerOutput = "--out-dir";  // what -o was called once
 
 CLI::Option* AddOption(CLI::App& app, const OptionRow& row) {
   std::string names = "--" + std::string(row.name);
@@ -31,7 +22,7 @@ CLI::Option* AddOption(CLI::App& app, const OptionRow& row) {
   if (row.kind == ValueKind::Flag) {
     return app.add_flag(names);
   }
-  return app.add_option(names)->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+  return app.add_option(names)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
 // Takes any number of words as they are. A minimum that is never reached does that; the parser's
@@ -62,8 +53,11 @@ std::vector<std::string> Normalized(const std::vector<std::string>& words,
                         words.end());
       break;
     }
-    const std::string option = words[i].substr(0, words[i].find('='));
+    std::string option = words[i].substr(0, words[i].find('='));
     const bool has_value = option.size() < words[i].size();
+    if (option == kFormerOutput) {
+      option = "--output";
+    }
     const OptionRow* row = FindRow(rows, option);
     if (row == nullptr) {
       normalized.push_back(words[i]);
@@ -74,7 +68,7 @@ std::vector<std::string> Normalized(const std::vector<std::string>& words,
       normalized.push_back(option);
     } else if (has_value && option.starts_with("--")) {
       normalized.push_back(option);
-      normalized.push_back(words[i].substr(option.size() + 1));
+      normalized.push_back(words[i].substr(words[i].find('=') + 1));
     } else if (has_value) {
       normalized.push_back(words[i]);  // "-o=x" is -o with the value "=x"
     } else if (i + 1 == words.size()) {
@@ -88,21 +82,27 @@ std::vector<std::string> Normalized(const std::vector<std::string>& words,
 }
 
 // The parser's own complaint in our words.
-[[noreturn]] void ThrowUsageError(const CLI::ParseError& error, const CLI::App& app) {
+[[noreturn]] void ThrowUsageError(const CLI::ParseError& error, const CLI::App& app,
+                                  const std::vector<const OptionRow*>& rows) {
   const auto words = app.remaining();
   const auto word =
       std::find_if(words.begin(), words.end(), [](const std::string& w) { return w != "--"; });
   if (word != words.end() && word->starts_with('-')) {
-    throw UsageError(UnknownOption(*word));
+    std::vector<std::string> known;
+    for (const OptionRow* row : rows) {
+      known.push_back("--" + std::string(row->name));
+    }
+    throw UsageError(UnknownOption(*word, known));
   }
   throw UsageError(error.what());
 }
 
-void Parse(CLI::App& app, const std::vector<std::string>& words) {
+void Parse(CLI::App& app, const std::vector<std::string>& words,
+           const std::vector<const OptionRow*>& rows) {
   try {
     app.parse(std::vector<std::string>(words.rbegin(), words.rend()));
   } catch (const CLI::ParseError& error) {
-    ThrowUsageError(error, app);
+    ThrowUsageError(error, app, rows);
   }
 }
 
@@ -130,11 +130,18 @@ void CheckValue(const OptionRow& row, const std::string& value) {
   if (row.kind == ValueKind::Choice) {
     const auto choices = Choices(row);
     if (std::find(choices.begin(), choices.end(), value) == choices.end()) {
-      throw UsageError(option + ": '" + value + "' is none of " + std::string(row.argument));
+      throw UsageError(option + ": '" + value + "' is none of " + std::string(row.argument) +
+                       Suggestion(value, {choices.begin(), choices.end()}));
     }
   }
   if ((row.kind == ValueKind::File || row.kind == ValueKind::Directory) && value.empty()) {
     throw UsageError(option + ": the path is empty");
+  }
+  if (row.kind == ValueKind::File || row.kind == ValueKind::Directory) {
+    RequireNoBackslash(option, value);
+  }
+  if (row.kind == ValueKind::Pages) {
+    CheckPageList(option, value);
   }
 }
 
@@ -146,7 +153,9 @@ void CheckInputs(const Command& command) {
   const InputRule& rule = command.job->inputs;
   const int count = static_cast<int>(command.inputs.size());
   const std::string given = " (given: " + std::to_string(count) + ")";
-  if (count < rule.min) {
+  const bool is_part = count == 1 && command.job->has_page_inputs &&
+                       command.inputs.front().find(':') != std::string::npos;
+  if (count < rule.min && !is_part) {
     throw UsageError(std::string(command.job->name) + " needs " +
                      (rule.max == rule.min ? "" : "at least ") + Files(rule.min) + given);
   }
@@ -160,6 +169,9 @@ void CheckInputs(const Command& command) {
 
 void CheckOption(const OptionRow& row, const OptionValues& values) {
   if (!values.Has(row.name)) {
+    if (row.is_required) {
+      throw UsageError("--" + std::string(row.name) + " is needed");
+    }
     return;
   }
   CheckValue(row, values.Text(row.name));
@@ -173,7 +185,7 @@ void CheckOption(const OptionRow& row, const OptionValues& values) {
 }
 
 Command ParseCommand(const Job& job, const std::vector<std::string>& words) {
-  const auto rows = AcceptedOptions(job);
+  const auto rows = ShownOptions(job);
   const auto normalized = Normalized(words, rows);
   CLI::App app;
   app.set_help_flag();  // ours comes from the table
@@ -183,13 +195,13 @@ Command ParseCommand(const Job& job, const std::vector<std::string>& words) {
   for (const OptionRow* row : rows) {
     options.push_back(AddOption(app, *row));
   }
-  Parse(app, normalized);
+  Parse(app, normalized, rows);
 
   Command command{.job = &job, .inputs = inputs->results(), .values = {}};
   for (std::size_t i = 0; i < rows.size(); ++i) {
     command.values.Declare(*rows[i]);
-    if (options[i]->count() > 0) {
-      command.values.Set(rows[i]->name, options[i]->results().back());
+    for (const std::string& value : options[i]->results()) {
+      command.values.Set(rows[i]->name, value);
     }
   }
   if (command.values.Has("help") || command.values.Has("version")) {

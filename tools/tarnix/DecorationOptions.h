@@ -8,6 +8,8 @@
 #include <string_view>
 
 #include "OptionTable.h"
+#include "PageList.h"
+#include "PdfDoc.h"
 #include "PdfTransformation.h"
 
 namespace TarnixTools::cli {
@@ -16,9 +18,9 @@ namespace TarnixTools::cli {
 
 inline constexpr OptionRow kPagesRow = {
     .name = "pages",
-    .kind = ValueKind::Text,
-    .argument = "PATTERN",
-    .help = "pages and ranges of pages, as in 1,3-5,10 (default: all pages)"};
+    .kind = ValueKind::Pages,
+    .argument = "PAGES",
+    .help = "pages to put it on, as in 1-3,5,8-,:odd (default: all pages)"};
 
 inline constexpr OptionRow kPositionRow = {
     .name = "position",
@@ -48,6 +50,19 @@ inline constexpr OptionRow kMarginRow = {
     .kind = ValueKind::IntegerPair,
     .argument = "X,Y",
     .help = "points from the edges of the page (default: 15,15)"};
+
+inline constexpr OptionRow kNumberMarginRow = {
+    .name = "margin",
+    .kind = ValueKind::IntegerPair,
+    .argument = "X,Y",
+    .help = "points from the edges of the page (default: 20,20)",
+    .excludes = "at"};
+
+inline constexpr OptionRow kNumberFontSizeRow = {
+    .name = "font-size",
+    .kind = ValueKind::Integer,
+    .argument = "N",
+    .help = "size of the font in points (default: 10)"};
 
 inline constexpr OptionRow kUnderRow = {.name = "under",
                                         .help = "put it beneath what the page shows"};
@@ -105,12 +120,17 @@ std::string Unescaped(std::string_view text);
 // Throws UsageError for a value that is not above 0.
 double PixelsPerPoint(const OptionValues& options, double default_value);
 
-// What every decoration has: pages, position, adjustment, layer.
+// Limits settings to the pages that the options name, of which the document has to have all.
+template <typename Settings>
+void SetTargets(const OptionValues& options, const PdfDoc& document, Settings& settings) {
+  if (options.Has("pages")) {
+    settings.AddTargetPattern(PatternOf(PagesOf("--pages", options.Text("pages"), document)));
+  }
+}
+
+// What every decoration has: position, adjustment, layer.
 template <typename Settings>
 void SetPlacement(const OptionValues& options, Settings& settings) {
-  if (options.Has("pages")) {
-    settings.AddTargetPattern(options.Text("pages"));
-  }
   if (options.Has("position")) {
     settings.SetVerticalPosition(VerticalPosition(options.Text("position")));
     settings.SetHorizontalPosition(HorizontalPosition(options.Text("position")));
@@ -161,11 +181,37 @@ void SetStampLook(const OptionValues& options, Settings& settings) {
   settings.SetMosaic(options.Has("mosaic"));
 }
 
+inline constexpr int kNumberFontSize = 10;
+
+// What page numbers have in place of the margins of stamps: distances from the edges that they are
+// at, put into the adjustments.
+template <typename Settings>
+void SetNumberMargin(const OptionValues& options, Settings& settings) {
+  constexpr int kMargin = 20;
+  if (options.Has("at")) {
+    return;
+  }
+  const auto [x, y] =
+      options.Has("margin") ? options.IntegerPair("margin") : PairOf<int>{kMargin, kMargin};
+  const PdfTransformHorizontalPos across = settings.GetHorizontalPosition();
+  const PdfTransformVerticalPos along = settings.GetVerticalPosition();
+  const int dx = across == PdfTransformHorizontalPos::Left    ? x
+                 : across == PdfTransformHorizontalPos::Right ? -x
+                                                              : 0;
+  const int dy = along == PdfTransformVerticalPos::Bottom ? y
+                 : along == PdfTransformVerticalPos::Top  ? -y
+                                                          : 0;
+  settings.SetHorizontalAdjustment(settings.GetHorizontalAdjustment() + dx);
+  settings.SetVerticalAdjustment(settings.GetVerticalAdjustment() + dy);
+}
+
 // All options of the three jobs. The settings are a task's or a PdfTransformation's of that type.
 template <typename Settings>
 void SetNumberOptions(const OptionValues& options, Settings& settings) {
   SetPlacement(options, settings);
+  settings.SetFontSize(kNumberFontSize);
   SetTextLook(options, settings);
+  SetNumberMargin(options, settings);
   if (options.Has("template")) {
     settings.SetPageNumberTextTemplate(options.Text("template"));
   }

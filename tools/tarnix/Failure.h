@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "PdfException.h"
 #include "PdfReport.h"
@@ -25,13 +26,15 @@ struct Failure {
   PdfExceptionCode code = PdfExceptionCode::InternalError;
   long engine_code = 0;
   std::string message;
+  std::string cause = {};  // in a few words; empty where the message says it all
+  bool is_usage = false;   // the command line itself is wrong
 };
 
 // "InvalidParameter"; "Error<n>" for a value without a name.
 std::string CodeName(PdfExceptionCode code);
 
-// 10 + the code.
-int ExitStatus(PdfExceptionCode code);
+// 10 + the code; 2 for wrong usage.
+int ExitStatus(const Failure& failure);
 
 // A failed job that can tell why in more than a message: its report is printed, too.
 class ReportedFailure : public PdfException {
@@ -46,14 +49,17 @@ class ReportedFailure : public PdfException {
 };
 
 // The exception being handled, whatever it is; one that is not the library's own counts as an
-// internal error. Call it inside a catch block only.
+// internal error. Paths in its message are in the system's form, and no password is in it. Call it
+// inside a catch block only.
 Failure CurrentFailure();
 
-// "tarnix: CodeName: message" as one line on standard error.
+// "tarnix: CodeName: message (cause)" as one line on standard error.
 void PrintFailure(const Failure& failure);
 
-// "unknown option --name": the word's name only, since what follows it may be a password.
-std::string UnknownOption(std::string_view word);
+// "unknown option --name (did you mean --names?)": the word's name only, since what follows it may be
+// a password.
+//   known - the right names, with their dashes.
+std::string UnknownOption(std::string_view word, const std::vector<std::string>& known);
 
 // What is wrong, then a line that points to --help, on standard error. `command` is what precedes
 // "--help" there, as in "tarnix merge". Returns the exit status.

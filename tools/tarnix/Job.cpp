@@ -38,27 +38,32 @@ const Job* FindJob(std::string_view name) {
 }
 
 Json ToJson(const Failure& failure) {
-  return {{"code", CodeName(failure.code)},
+  return {{"code", failure.is_usage ? "WrongUsage" : CodeName(failure.code)},
           {"engineCode", failure.engine_code},
-          {"message", failure.message}};
+          {"message", failure.message},
+          {"cause", failure.cause}};
+}
+
+bool CanWriteOver(const Job& job) {
+  return job.output == OutputKind::OneFile && job.inputs.use == InputUse::Each &&
+         job.extension == ".pdf";
 }
 
 bool IsShown(const OptionRow& row, const Job& job) {
+  const bool writes = job.output != OutputKind::None;
   switch (row.applies_to) {
     case AppliesTo::EveryJob:
       return true;
+    case AppliesTo::JobsThatRead:
+      return job.reads_documents;
     case AppliesTo::JobsThatWrite:
-      return job.output != OutputKind::None;
-    case AppliesTo::JobsThatWriteOneFile:
-      return job.output == OutputKind::OneFile;
-    case AppliesTo::JobsWithPrefix:
-      return job.has_prefix;
+      return writes;
+    case AppliesTo::JobsThatWriteOver:
+      return CanWriteOver(job);
+    case AppliesTo::JobsThatProtect:
+      return writes && job.can_protect;
   }
   return false;
-}
-
-bool IsAccepted(const OptionRow& row, const Job& job) {
-  return row.applies_to == AppliesTo::JobsThatWrite || IsShown(row, job);
 }
 
 std::vector<const OptionRow*> ShownOptions(const Job& job) {
@@ -72,6 +77,27 @@ std::vector<const OptionRow*> ShownOptions(const Job& job) {
     }
   }
   return rows;
+}
+
+OutputKind OutputOf(const Job& job, const OptionValues& values) {
+  if (job.only_tells != nullptr && job.only_tells(values)) {
+    return OutputKind::None;
+  }
+  const bool is_one =
+      job.output == OutputKind::ManyFiles && !job.changed_by.empty() && values.Has(job.changed_by);
+  return is_one ? OutputKind::OneFile : job.output;
+}
+
+bool IsForEach(const Job& job, const OptionValues& values) {
+  return job.inputs.use == InputUse::Each ||
+         (job.inputs.use == InputUse::Together && !job.changed_by.empty() &&
+          values.Has(job.changed_by));
+}
+
+std::string ExtensionOf(const Job& job, const OptionValues& values) {
+  return !job.extension_option.empty() && values.Has(job.extension_option)
+             ? "." + values.Text(job.extension_option)
+             : std::string(job.extension);
 }
 
 std::string Synopsis(const Job& job) {

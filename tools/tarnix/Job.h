@@ -13,16 +13,15 @@
 //     PdfRotateTask task;
 //     context.AddDocuments(task);
 //     task.SetRotationAngle(...);
-//     context.SetOutput(task);
-//     task.Execute();
-//     return {.outputs = {...}, .report = task.GetReport()};
+//     return context.RunNamed(task);
 //   }
 //
 //   const JobRegistration kRegistration({
 //       .name = "rotate",
 //       .summary = "turn every page",
 //       .description = "Turns every page of the input by the angle.",
-//       .inputs = {.min = 1, .max = 1},
+//       .inputs = {.min = 1, .use = InputUse::Each},
+//       .suffix = "-rotated",
 //       .options = kOptions,
 //       .run = Rotate,
 //   });
@@ -52,6 +51,13 @@ constexpr int kExitDone = 0;
 constexpr int kExitNo = 1;    // the answer of a job that asks a question
 constexpr int kExitLost = 3;  // done, but something is lost that the input still announced
 
+// What a job does with several inputs.
+enum class InputUse {
+  Each,      // it is run for each on its own
+  Together,  // it makes one thing of all
+  Listed,    // it tells of all in one answer
+};
+
 // How many files a job reads, and which.
 struct InputRule {
   static constexpr int kNoLimit = -1;
@@ -60,9 +66,22 @@ struct InputRule {
   int max = kNoLimit;
   // Shell pattern of the names that the completion offers.
   std::string_view pattern = "*.[pP][dD][fF]";
+  InputUse use = InputUse::Each;
 };
 
 enum class OutputKind { None, OneFile, ManyFiles };
+
+// The engines, as far as their error codes differ.
+enum class EngineName {
+  Toolbox,
+  Rewriting,
+  Images,
+  Parser,
+  Validator,
+  Rasteriser,
+  Converter,
+  Office
+};
 
 // An input of several that a job has gone on without.
 struct FailedInput {
@@ -76,7 +95,8 @@ struct JobResult {
   std::vector<std::string> outputs = {};  // files written, in order
   Json fields = Json::object();           // the job's own fields of the JSON object
   std::string text = {};  // printed instead of the outputs when not empty (no --json)
-  PdfReport report = {};  // of the task, for --verbose
+  PdfReport report = {};  // of the task, for --verbose; damage that lost something makes the status
+                          // kExitLost
   std::vector<std::string> warnings = {};  // a line each, without a full stop; not with --quiet
   std::vector<FailedInput> failures = {};  // in order; the first decides the exit status
   int exit_status = kExitDone;
@@ -88,7 +108,23 @@ struct Job {
   std::string_view description;  // one paragraph
   InputRule inputs = {};
   OutputKind output = OutputKind::OneFile;
-  bool has_prefix = false;
+  // A flag of the job's own with which it writes one file instead of many, or does each input on its
+  // own instead of all together.
+  std::string_view changed_by = {};
+  // A flag of the job's own with which names of several outputs have no stem in front of the suffix.
+  std::string_view without_stem = {};
+  // Whether the job writes nothing with these options; null for a job that always does.
+  bool (*only_tells)(const OptionValues&) = nullptr;
+  // The output's name is the input's stem (or this one), the suffix and the extension, which may be
+  // the value of an option instead.
+  std::string_view stem = {};
+  std::string_view suffix = {};
+  std::string_view extension = ".pdf";
+  std::string_view extension_option = {};
+  EngineName engine = EngineName::Toolbox;  // whose codes its failures have
+  bool reads_documents = true;              // which may need a password
+  bool has_page_inputs = false;             // FILE:PAGES
+  bool can_protect = true;                  // the output, with --out-password
   std::span<const OptionRow> options = {};
   // Throws UsageError (Failure.h) for what is wrong on the command line itself, PdfException for a
   // failed job.
@@ -109,15 +145,23 @@ const Job* FindJob(std::string_view name);
 // What the JSON output says of a failed job.
 Json ToJson(const Failure& failure);
 
-// Whether help, completion and man page show a common option for this job.
+// Whether the output can take the place of the input.
+bool CanWriteOver(const Job& job);
+
+// Whether the job has a use for a common option.
 bool IsShown(const OptionRow& row, const Job& job);
 
-// Whether the job's command line accepts a common option. Options for output are accepted by every
-// job, so that a script may give them uniformly.
-bool IsAccepted(const OptionRow& row, const Job& job);
-
-// The rows shown for a job: its own, then the common ones.
+// The rows of a job: its own, then the common ones that it has a use for.
 std::vector<const OptionRow*> ShownOptions(const Job& job);
+
+// What the job writes when these options are given.
+OutputKind OutputOf(const Job& job, const OptionValues& values);
+
+// Whether the job is run for each input on its own when these options are given.
+bool IsForEach(const Job& job, const OptionValues& values);
+
+// ".pdf", or what the options ask for instead.
+std::string ExtensionOf(const Job& job, const OptionValues& values);
 
 // "merge [OPTIONS] INPUT INPUT..."
 std::string Synopsis(const Job& job);

@@ -18,17 +18,17 @@ std::string ToText(const std::string& path, const std::list<std::string>& proble
   return text;
 }
 
-Json CheckOne(const JobContext& context, const std::string& input, JobResult& result) {
+Json CheckOne(const JobContext& context, const Input& input, JobResult& result) {
   std::list<std::string> problems;
   const PdfDoc document = context.DocumentOf(input);
   const bool is_damaged = ForPassword([&] { return PdfRepairTask::IsDamaged(document, problems); });
-  result.text += ToText(input, problems);
+  result.text += ToText(input.given, problems);
   result.exit_status = is_damaged ? kExitNo : result.exit_status;
-  return {{"path", input}, {"damaged", is_damaged}, {"problems", problems}};
+  return {{"path", input.given}, {"damaged", is_damaged}, {"problems", problems}};
 }
 
 JobResult Check(JobContext& context) {
-  return TellOfEach(context, [&](const std::string& input, JobResult& result) {
+  return TellOfEach(context, [&](const Input& input, JobResult& result) {
     return CheckOne(context, input, result);
   });
 }
@@ -39,8 +39,9 @@ const JobRegistration kRegistration({
     .description = "Looks through every input and lists what is wrong with it. Writes no file. The "
                    "exit status is 1 when an input is damaged. An input that fails does not stop "
                    "the others.",
-    .inputs = {.min = 1},
+    .inputs = {.use = InputUse::Listed},
     .output = OutputKind::None,
+    .engine = EngineName::Rewriting,
     .run = Check,
 });
 

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "EachInput.h"
 #include "FreedMemory.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "PdfCompressTask.h"
+#include "Warnings.h"
 
 namespace TarnixTools::cli {
 namespace {
@@ -83,48 +83,34 @@ Json FontsJson(const PdfCompressTask& task) {
           {"leftAlone", LeftAloneJson(fonts, kFontsLeftAlone)}};
 }
 
-// NAME-compressed.pdf, unless another name or a prefix was given.
-std::string OutputName(const OptionValues& options, const PdfDoc& document) {
-  if (options.Has("name")) {
-    return options.Text("name");
-  }
-  return options.Has("prefix") ? options.Text("prefix") + "_" + document.GetDocName(true)
-                               : document.GetDocName(false) + "-compressed.pdf";
-}
-
-JobResult CompressOne(JobContext& context, PdfDoc document) {
-  const OptionValues& options = context.Options();
+JobResult Compress(JobContext& context) {
+  KeepFreedMemory();
+  PdfDoc document = context.Document();
   const bool is_protected = document.IsEncrypted();
   PdfCompressTask task(document);
-  task.SetCompressLevel(LevelOf(options.Text("level")));
-  task.SetOutPdfName(OutputName(options, document));
-  task.SetOutputPath(".");
+  task.SetCompressLevel(LevelOf(context.Options().Text("level")));
+  task.SetOutPdfName(context.OutputName());
   context.SetOutput(task);
   ForPassword([&] { task.Execute(); });
-  const std::string directory = options.Has("out-dir") ? task.GetOutputPath() : "";
-  return {.outputs = {directory + task.GetOutPdfName()},
+  return {.outputs = {context.OutputPath()},
           .fields = {{"ratio", std::round(task.GetCompressRatio() * 100.0) / 100},
                      {"images", ImagesJson(task)},
                      {"fonts", FontsJson(task)}},
           .report = task.GetReport(),
-          .warnings = WarningsOf(task.GetReport(), is_protected && context.OutPassword().empty())};
-}
-
-JobResult Compress(JobContext& context) {
-  KeepFreedMemory();
-  return WriteEach(context, OutputName, CompressOne);
+          .warnings =
+              RewriteWarningsOf(task.GetReport(), is_protected && context.OutPassword().empty())};
 }
 
 const JobRegistration kRegistration({
     .name = "compress",
     .summary = "make documents smaller",
-    .description = "Writes a smaller copy of each input that looks as before, or the input itself "
-                   "where nothing is gained (default name: NAME-compressed.pdf; default directory: "
-                   "the current one). Text stays text; images above the level's resolution are "
-                   "reduced to it. An input that fails does not stop the others.",
-    .inputs = {.min = 1},
+    .description =
+        "Writes a smaller copy of each input that looks as before, or the input itself "
+        "where nothing is gained (STEM-compressed.pdf). Text stays text; images above the "
+        "level's resolution are reduced to it.",
     .output = OutputKind::OneFile,
-    .has_prefix = true,
+    .suffix = "-compressed",
+    .engine = EngineName::Rewriting,
     .options = kOptions,
     .run = Compress,
 });

@@ -4,11 +4,13 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "CommandParser.h"
+#include "Input.h"
 #include "Job.h"
+#include "OutputPlan.h"
+#include "Passwords.h"
 #include "PdfDoc.h"
 #include "PdfException.h"
 
@@ -33,27 +35,37 @@ auto ForPassword(Operation&& operation) -> decltype(operation()) {
 
 class JobContext {
  public:
-  // Reads the passwords that are to be read from files. Throws PdfException when one cannot be
-  // read.
-  explicit JobContext(const Command& command);
+  // All of them outlive the context.
+  //   inputs - those of this run: all of the command, or the one at `first`.
+  JobContext(const Command& command, std::vector<Input> inputs, Passwords& passwords,
+             const OutputPlan& plan, std::size_t first)
+      : command_(command),
+        inputs_(std::move(inputs)),
+        passwords_(passwords),
+        plan_(plan),
+        first_(first) {}
 
-  const std::vector<std::string>& Inputs() const { return command_.inputs; }
+  const std::vector<Input>& Inputs() const { return inputs_; }
 
   const OptionValues& Options() const { return command_.values; }
 
-  const std::string& Password() const { return password_; }
+  // The password of the first input.
+  const std::string& Password() const { return passwords_.For(inputs_.front()); }
 
-  const std::string& OutPassword() const { return out_password_; }
+  // What the options --NAME and --NAME-file give, empty without either.
+  const std::string& PasswordOf(const std::string& name) const { return passwords_.OfOption(name); }
 
-  // For a job that puts another password than that on its output: what its option --NAME or
-  // --NAME-file gives, empty without either. OutPassword() is the same from then on.
-  const std::string& ReadOutPassword(const std::string& name);
+  // The password to put on the output; empty for none.
+  const std::string& OutPassword() const { return passwords_.OfOption("out-password"); }
+
+  // One of the inputs as a document; throws when it does not exist.
+  PdfDoc DocumentOf(const Input& input) const { return {input.path, passwords_.For(input), true}; }
+
+  // The first input.
+  PdfDoc Document() const { return DocumentOf(inputs_.front()); }
 
   // The inputs as documents, in order; throws for the first that does not exist.
   std::vector<PdfDoc> Documents() const;
-
-  // One of the inputs as a document; throws when it does not exist.
-  PdfDoc DocumentOf(const std::string& input) const { return {input, password_, true}; }
 
   // Hands all inputs to a task.
   template <typename Task>
@@ -63,58 +75,54 @@ class JobContext {
     }
   }
 
-  // Hands output directory and output password to a task, after making the directory. Call it when
-  // everything on the command line has been checked. Without --out-dir the task's own rule holds.
+  // The pages that the option gives, which must be given: in order and with repeats.
+  std::vector<int> Pages(const std::string& option) const;
+
+  // Where the one output goes.
+  const std::string& OutputPath() const { return plan_.PathOf(first_); }
+
+  // The part of it behind the last slash.
+  std::string OutputName() const;
+
+  // Its directory, made with its parents. Call it when everything on the command line has been
+  // checked.
+  std::string OutputDirectory() const { return OutputPlan::MakeDirectoryOf(OutputPath()); }
+
+  // How several outputs are called, and the directory that they go to, made with its parents.
+  const OutputPlan& Plan() const { return plan_; }
+
+  // Hands directory and password of the output to a task.
   template <typename Task>
   void SetOutput(Task& task) const {
-    if (Options().Has("out-dir")) {
-      task.SetOutputPath(MakeOutputDirectory());
+    task.SetOutputPath(OutputDirectory());
+    if (command_.job->can_protect) {
+      task.SetOutPassword(OutPassword());
     }
-    task.SetOutPassword(OutPassword());
   }
 
-  // The directory that outputs go to, made with its parents; empty, which is the current one, when none was
-  // given.
-  std::string OutputDirectory() const;
-
-  // Makes a directory with its parents, and returns its path in the system's form. Throws
-  // PdfException when it cannot be made.
-  static std::string MakeDirectory(const std::string& path);
-
-  // Runs a task on one document. Its output keeps what the document says of itself.
-  template <typename Task>
-  void Run(Task& task) const {
-    task.SetKeepMetadata(true);
-    SetOutput(task);
-    task.Execute();
-  }
-
-  // Runs a task on one document whose output has the name that the task was given.
+  // Runs a task on one document. Its output keeps what the document says of itself, and has the name
+  // that the command line gives it.
   template <typename Task>
   JobResult RunNamed(Task& task) const {
-    Run(task);
-    return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};
+    task.SetOutName(OutputName());
+    return Run(task);
   }
 
-  // Runs a task on one document whose output has the name that the task was given, or else one made
-  // of the task's prefix and the document's name.
+  // Runs a task whose name is set already.
   template <typename Task>
-  JobResult RunPrefixed(Task& task, const PdfDoc& document) const {
-    task.SetOutPrefix(Options().Text("prefix"));
-    task.SetOutPdfName(Options().Text("name"));
-    Run(task);
-    const std::string name = task.GetOutPdfName().empty()
-                                 ? task.GetOutPrefix() + "_" + document.GetDocName(false) + ".pdf"
-                                 : task.GetOutPdfName();
-    return {.outputs = {task.GetOutputPath() + name}, .report = task.GetReport()};
+  JobResult Run(Task& task) const {
+    task.SetKeepMetadata(true);
+    SetOutput(task);
+    ForPassword([&] { task.Execute(); });
+    return {.outputs = {OutputPath()}, .report = task.GetReport()};
   }
 
  private:
-  std::string MakeOutputDirectory() const;
-
   const Command& command_;
-  std::string password_;
-  std::string out_password_;
+  std::vector<Input> inputs_;
+  Passwords& passwords_;
+  const OutputPlan& plan_;
+  std::size_t first_;
 };
 
 }  // namespace TarnixTools::cli

@@ -6,7 +6,6 @@
 #include "ImageOutputs.h"
 #include "Job.h"
 #include "JobContext.h"
-#include "PageList.h"
 #include "Pdf2ImgTask.h"
 
 namespace TarnixTools::cli {
@@ -14,9 +13,9 @@ namespace {
 
 constexpr OptionRow kOptions[] = {
     {.name = "pages",
-     .kind = ValueKind::Text,
-     .argument = "PATTERN",
-     .help = "pages and ranges of pages to look at, as in 1,3-5,10 (default: all)"},
+     .kind = ValueKind::Pages,
+     .argument = "PAGES",
+     .help = "pages to look at, as in 1-3,5,8- (default: all)"},
 };
 
 // Standard output is for the names alone: what the library writes there goes nowhere.
@@ -42,25 +41,23 @@ JobResult ExtractImages(JobContext& context) {
   KeepFreedMemory();
   Pdf2ImgTask task;
   task.SetMode(Pdf2ImgExtractImages);
-  task.SetPagesToExport(
-      ParsePageList("pages", context.Options().Text("pages"), context.Documents()));
+  task.SetNamePattern(context.Plan().Pattern());
+  SetPages(context, task);
   context.AddDocuments(task);
-  context.SetOutput(task);
-  {
-    const SilentOutput silent;
-    task.Execute();
-  }
-  return ResultOf(task);
+  const SilentOutput silent;
+  return RunImageTask(context, task);
 }
 
 const JobRegistration kRegistration({
     .name = "extract-images",
     .summary = "take out the images on the pages",
-    .description = "Writes every image that is drawn on the pages of the inputs as a JPEG file, "
-                   "img0001.jpg and so on (default directory: the first input's). Each input "
-                   "starts at 1 and replaces images of the one before.",
-    .inputs = {.min = 1},
+    .description = "Writes every image that is drawn on the pages of the inputs as a JPEG file "
+                   "(STEM-image-0001.jpg and so on).",
     .output = OutputKind::ManyFiles,
+    .suffix = "-image",
+    .extension = ".jpg",
+    .engine = EngineName::Parser,
+    .can_protect = false,
     .options = kOptions,
     .run = ExtractImages,
 });

@@ -19,7 +19,7 @@ constexpr OptionRow kOptions[] = {
      .argument = "fit|a4|letter",
      .help = "size of the pages: that of each image (fit, the default), or a fixed one on which "
              "images are centred and fitted"},
-    {.name = "landscape", .help = "fixed pages are A4 landscape"},
+    {.name = "landscape", .help = "fixed pages are A4 landscape", .needs = "page"},
     {.name = "rotate",
      .kind = ValueKind::Choice,
      .argument = "0|90|180|270",
@@ -58,34 +58,36 @@ JobResult ConvertImages(JobContext& context) {
   KeepFreedMemory();
   const OptionValues& options = context.Options();
   const float margin = ParseMargin(options.Text("margin", "0"));
-  const std::vector<std::string>& inputs = context.Inputs();
-  Img2PdfTask task(std::list<std::string>(inputs.begin(), inputs.end()));
+  std::list<std::string> images;
+  for (const Input& input : context.Inputs()) {
+    images.push_back(input.path);
+  }
+  Img2PdfTask task(images);
   task.SetPageSize(PageSizeOf(options.Text("page")));
   task.SetOrientation(options.Has("landscape") ? Img2PdfOrientation::Img2PdfLandscape
                                                : Img2PdfOrientation::Img2PdfPortrait);
   task.SetImgRotation(RotationOf(options.Text("rotate")));
   task.SetMakeUpright(true);
   task.SetMargin(margin);
-  task.SetMergeAfter(!options.Has("no-merge"));
-  task.SetOutPrefix(options.Text("prefix"));
-  task.SetOutPdfName(options.Text("name"));
+  task.SetMergeAfter(true);
+  task.SetOutPdfName(context.OutputName());
   context.SetOutput(task);
   task.Execute();
-  const std::list<std::string>& documents = task.GetWrittenDocuments();
-  return {.outputs = {documents.begin(), documents.end()}, .report = task.GetReport()};
+  return {.outputs = {context.OutputPath()}, .report = task.GetReport()};
 }
 
 const JobRegistration kRegistration({
     .name = "img2pdf",
     .summary = "make a document of images",
     .description =
-        "Makes one page of every image (JPEG, JPEG 2000, PNG, TIFF, GIF, BMP, PNM, WebP; every "
-        "page "
-        "of a TIFF), without loss and upright, in one document (default name: _merged_images.pdf; "
-        "default directory: the first image's).",
-    .inputs = {.min = 1, .pattern = "*"},
+        "Makes one page of every image (JPEG, JPEG 2000, PNG, TIFF, GIF, BMP, PNM, WebP; "
+        "every page of a TIFF), without loss and upright, in one document with the name "
+        "of the first image (STEM.pdf).",
+    .inputs = {.pattern = "*", .use = InputUse::Together},
     .output = OutputKind::OneFile,
-    .has_prefix = true,
+    .changed_by = "no-merge",
+    .engine = EngineName::Images,
+    .reads_documents = false,
     .options = kOptions,
     .run = ConvertImages,
 });

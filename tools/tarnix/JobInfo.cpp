@@ -5,9 +5,11 @@
 #include <utility>
 #include <vector>
 
+#include "EachInput.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "PdfALevel.h"
+#include "PdfException.h"
 #include "PdfMetadataParam.h"
 #include "PdfSize.h"
 #include "Streams.h"
@@ -89,10 +91,10 @@ std::vector<SizeGroup> GroupSizes(const std::vector<PdfSize>& sizes, double fact
   return groups;
 }
 
-FileInfo Look(PdfDoc& document, double factor) {
+FileInfo Look(const std::string& name, PdfDoc& document, double factor) {
   const std::vector<PdfSize> sizes = document.GetPageSizes();
   return {
-      .path = NativePath(document.GetPath()),
+      .path = name,
       .pages = static_cast<int>(sizes.size()),
       .encrypted = document.IsEncrypted(),
       .claims = document.GetPdfaCompliance(),
@@ -183,14 +185,13 @@ std::string ToText(const FileInfo& info, const std::string& unit) {
 
 JobResult Info(JobContext& context) {
   const std::string unit = context.Options().Text("units", "pt");
-  JobResult result;
-  result.fields["files"] = Json::array();
-  for (PdfDoc& document : context.Documents()) {
-    const FileInfo info = Look(document, PointsToUnit(unit));
-    result.fields["files"].push_back(ToJson(info));
-    result.text += (result.text.empty() ? "" : "\n") + ToText(info, unit);
-  }
-  return result;
+  return TellOfEach(context, [&](const Input& input, JobResult& all) {
+    PdfDoc document = context.DocumentOf(input);
+    const FileInfo info =
+        ForPassword([&] { return Look(input.given, document, PointsToUnit(unit)); });
+    all.text += (all.text.empty() ? "" : "\n") + ToText(info, unit);
+    return ToJson(info);
+  });
 }
 
 const JobRegistration kRegistration({
@@ -199,7 +200,7 @@ const JobRegistration kRegistration({
     .description =
         "Shows for every input its number of pages, whether it is encrypted, the level of "
         "PDF/A that it claims, its page sizes and its metadata. Writes no file.",
-    .inputs = {.min = 1},
+    .inputs = {.use = InputUse::Listed},
     .output = OutputKind::None,
     .options = kOptions,
     .run = Info,

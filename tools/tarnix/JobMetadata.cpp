@@ -21,7 +21,7 @@ constexpr OptionRow kOptions[] = {
      .kind = ValueKind::Text,
      .argument = "P",
      .help = "program that made the PDF, to write"},
-    {.name = "allow-empty", .help = "write also when all four values are empty"},
+    {.name = "clear", .help = "empty the values that are not given"},
 };
 
 struct Field {
@@ -50,37 +50,42 @@ JobResult PrintMetadata(PdfDoc& document) {
   return result;
 }
 
+// What is not given stays, or is emptied.
 JobResult WriteMetadata(JobContext& context) {
-  PdfSetMetaDataTask task;
-  context.AddDocuments(task);
+  const OptionValues& options = context.Options();
+  PdfDoc document = context.Document();
+  PdfSetMetaDataTask task(document);
   for (const Field& field : kFields) {
-    task.SetMetaParam(field.param, context.Options().Text(field.name));
+    const bool stays = !options.Has(field.name) && !options.Has("clear");
+    task.SetMetaParam(field.param,
+                      stays ? document.GetMetaData(field.param) : options.Text(field.name));
   }
-  task.SetAllowEmptyMetaValues(context.Options().Has("allow-empty"));
-  task.SetOutName(context.Options().Text("name"));
-  context.SetOutput(task);
-  task.Execute();
-  return {.outputs = {task.GetOutputPath() + task.GetOutName()}, .report = task.GetReport()};
+  task.SetAllowEmptyMetaValues(true);
+  return context.RunNamed(task);
+}
+
+bool OnlyTells(const OptionValues& options) {
+  return std::none_of(std::begin(kOptions), std::end(kOptions),
+                      [&](const auto& row) { return options.Has(row.name); });
 }
 
 JobResult Metadata(JobContext& context) {
-  const bool is_change =
-      std::any_of(std::begin(kOptions), std::end(kOptions),
-                  [&](const auto& row) { return context.Options().Has(row.name); });
-  if (is_change) {
+  if (!OnlyTells(context.Options())) {
     return WriteMetadata(context);
   }
-  return PrintMetadata(context.Documents().front());
+  PdfDoc document = context.Document();
+  return PrintMetadata(document);
 }
 
 const JobRegistration kRegistration({
     .name = "metadata",
     .summary = "show or change author, keywords and the like",
-    .description = "Writes a copy of the input with the values given and the other ones empty "
-                   "(default name: document_with_meta_params_set.pdf). Without any of its options "
-                   "it shows the values of the input and writes no file.",
-    .inputs = {.min = 1, .max = 1},
+    .description =
+        "Writes a copy of the input with the values given (STEM-metadata.pdf). Without any "
+        "of its options it shows the values of the input and writes no file.",
     .output = OutputKind::OneFile,
+    .only_tells = &OnlyTells,
+    .suffix = "-metadata",
     .options = kOptions,
     .run = Metadata,
 });

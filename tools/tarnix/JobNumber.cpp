@@ -20,9 +20,10 @@ constexpr OptionRow kOptions[] = {
     kPositionRow,
     kAtRow,
     kAdjustRow,
+    kNumberMarginRow,
     kFontRow,
     kFontStyleRow,
-    kFontSizeRow,
+    kNumberFontSizeRow,
     kColorRow,
     kOpacityRow,
     kAlignRow,
@@ -34,18 +35,20 @@ constexpr OptionRow kOptions[] = {
 };
 
 JobResult Number(JobContext& context) {
-  PdfPageNumberTask task(context.Documents().front(), context.Options().Text("name"));
+  PdfPageNumberTask task(context.Document());
   SetNumberOptions(context.Options(), task);
+  SetTargets(context.Options(), context.Document(), task);
   return context.RunNamed(task);
 }
 
 const JobRegistration kRegistration({
     .name = "number",
     .summary = "put page numbers on pages",
-    .description = "Writes the input with page numbers, centred at the bottom when nothing else is "
-                   "asked for (default name: document_with_page_numbers.pdf).",
-    .inputs = {.min = 1, .max = 1},
+    .description =
+        "Writes the input with page numbers, of 10 points and centred at the bottom when "
+        "nothing else is asked for (STEM-numbered.pdf).",
     .output = OutputKind::OneFile,
+    .suffix = "-numbered",
     .options = kOptions,
     .run = Number,
 });

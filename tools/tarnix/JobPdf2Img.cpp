@@ -9,7 +9,6 @@
 #include "ImageOutputs.h"
 #include "Job.h"
 #include "JobContext.h"
-#include "PageList.h"
 #include "Pdf2ImgTask.h"
 
 namespace TarnixTools::cli {
@@ -21,9 +20,9 @@ constexpr OptionRow kOptions[] = {
      .argument = "F",
      .help = "resolution in pixels per inch (default: 100)"},
     {.name = "pages",
-     .kind = ValueKind::Text,
-     .argument = "PATTERN",
-     .help = "pages and ranges of pages, as in 1,3-5,10 (default: all)"},
+     .kind = ValueKind::Pages,
+     .argument = "PAGES",
+     .help = "pages to draw, as in 1-3,5,8- (default: all)"},
     {.name = "size",
      .kind = ValueKind::Text,
      .argument = "WxH",
@@ -33,7 +32,9 @@ constexpr OptionRow kOptions[] = {
      .argument = "pixels|page",
      .help = "unit of --size: pixels (default) or points of 1/72 inch",
      .needs = "size"},
-    {.name = "no-doc-name", .help = "leave the document's name out of the names of images"},
+    {.name = "no-doc-name",
+     .help = "leave the document's name out of the names of images",
+     .excludes = "name"},
 };
 
 template <typename Number>
@@ -77,24 +78,22 @@ JobResult Pdf2Img(JobContext& context) {
   }
   task.SetImgSizeUnits(options.Text("units", "pixels") == "page" ? Pdf2ImgPageUnits
                                                                  : Pdf2ImgPixels);
-  task.SetDocNameInImg(!options.Has("no-doc-name"));
-  task.SetImgPrefix(options.Text("prefix"));
-  task.SetPagesToExport(ParsePageList("pages", options.Text("pages"), context.Documents()));
+  task.SetNamePattern(context.Plan().Pattern());
+  SetPages(context, task);
   context.AddDocuments(task);
-  context.SetOutput(task);
-  task.Execute();
-  return ResultOf(task);
+  return RunImageTask(context, task);
 }
 
 const JobRegistration kRegistration({
     .name = "pdf2img",
     .summary = "make images of pages",
-    .description =
-        "Draws every page of the inputs as a JPEG file, NAME-page-0001.jpg and so on, "
-        "with --prefix PREFIX-NAME-page-0001.jpg (default directory: the first input's).",
-    .inputs = {.min = 1},
+    .description = "Draws every page of the inputs as a JPEG file (STEM-page-0001.jpg and so on).",
     .output = OutputKind::ManyFiles,
-    .has_prefix = true,
+    .without_stem = "no-doc-name",
+    .suffix = "-page",
+    .extension = ".jpg",
+    .engine = EngineName::Rasteriser,
+    .can_protect = false,
     .options = kOptions,
     .run = Pdf2Img,
 });

@@ -2,12 +2,12 @@
 #include <utility>
 #include <vector>
 
-#include "EachInput.h"
 #include "Failure.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "Pdf2PdfATask.h"
 #include "PdfALevel.h"
+#include "Warnings.h"
 
 namespace TarnixTools::cli {
 namespace {
@@ -34,20 +34,19 @@ void Execute(Pdf2PdfATask& task) {
 
 JobResult PdfA(JobContext& context) {
   const OptionValues& options = context.Options();
-  PdfDoc document = context.Documents().front();
+  PdfDoc document = context.Document();
   const bool is_protected = document.IsEncrypted();
   Pdf2PdfATask task(document);
   task.SetCompliance(LevelOfWord(options.Text("level")));
   task.SetDowngrade(options.Has("allow-downgrade"));
-  task.SetOutName(options.Text("name", document.GetDocName(false) + "-pdfa.pdf"));
-  task.SetOutputPath(".");
+  task.SetOutName(context.OutputName());
   context.SetOutput(task);
   Execute(task);
-  const std::string path = (options.Has("out-dir") ? task.GetOutputPath() : "") + task.GetOutName();
-  JobResult result{
-      .outputs = {path},
-      .report = task.GetReport(),
-      .warnings = WarningsOf(task.GetReport(), is_protected && context.OutPassword().empty())};
+  const std::string path = context.OutputPath();
+  JobResult result{.outputs = {path},
+                   .report = task.GetReport(),
+                   .warnings = RewriteWarningsOf(task.GetReport(),
+                                                 is_protected && context.OutPassword().empty())};
   result.fields["compliance"] =
       LevelJson(PdfDoc(path, context.OutPassword(), true).GetPdfaCompliance());
   return result;
@@ -57,11 +56,12 @@ const JobRegistration kRegistration({
     .name = "pdfa",
     .summary = "make a document PDF/A",
     .description = "Writes a copy of the input that is PDF/A and looks the same; text stays text "
-                   "(default name: NAME-pdfa.pdf; default directory: the current one). What PDF/A "
+                   "(STEM-pdfa.pdf). What PDF/A "
                    "does not allow is left out, and said. Where the level cannot be reached "
                    "nothing is written, and what stands in the way is told.",
-    .inputs = {.min = 1, .max = 1},
     .output = OutputKind::OneFile,
+    .suffix = "-pdfa",
+    .engine = EngineName::Converter,
     .options = kOptions,
     .run = PdfA,
 });

@@ -2,6 +2,7 @@
 
 #include "Job.h"
 #include "JobContext.h"
+#include "PageList.h"
 #include "PdfRemovePagesTask.h"
 
 namespace TarnixTools::cli {
@@ -9,30 +10,32 @@ namespace {
 
 constexpr OptionRow kOptions[] = {
     {.name = "pages",
-     .kind = ValueKind::Text,
-     .argument = "PATTERN",
-     .help = "pages and ranges of pages to leave out, as in 1,3-5,10"},
+     .kind = ValueKind::Pages,
+     .argument = "PAGES",
+     .help = "pages to leave out, as in 1,3-5,8-",
+     .is_required = true},
 };
 
+// The library reads the plain form of a list itself, and opens the document once less for it.
+bool IsPlain(const std::string& list) {
+  return list.find_first_not_of("0123456789,-") == std::string::npos && !list.ends_with('-') &&
+         list.find("-,") == std::string::npos;
+}
+
 JobResult RemovePages(JobContext& context) {
-  PdfRemovePagesTask task(context.Documents().front());
-  task.AddRemovedPattern(context.Options().Text("pages"));
-  task.SetOutPrefix(context.Options().Text("prefix"));
-  task.SetOutPdfName(context.Options().Text("name"));
-  context.Run(task);
-  const std::string name =
-      task.GetOutPdfName().empty() ? task.GetOutPrefix() + ".pdf" : task.GetOutPdfName();
-  return {.outputs = {task.GetOutputPath() + name}, .report = task.GetReport()};
+  const std::string pages = context.Options().Text("pages");
+  PdfRemovePagesTask task(context.Document());
+  task.AddRemovedPattern(IsPlain(pages) ? pages : PatternOf(context.Pages("pages")));
+  task.SetOutPdfName(context.OutputName());
+  return context.Run(task);
 }
 
 const JobRegistration kRegistration({
     .name = "remove-pages",
     .summary = "leave pages out",
-    .description = "Writes the input without some of its pages (default name: truncated.pdf, with "
-                   "--prefix PREFIX.pdf; default directory: the current one).",
-    .inputs = {.min = 1, .max = 1},
+    .description = "Writes the input without some of its pages (STEM-truncated.pdf).",
     .output = OutputKind::OneFile,
-    .has_prefix = true,
+    .suffix = "-truncated",
     .options = kOptions,
     .run = RemovePages,
 });

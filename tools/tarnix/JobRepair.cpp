@@ -1,10 +1,11 @@
 #include <string>
+#include <vector>
 
-#include "EachInput.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "PdfException.h"
 #include "PdfRepairTask.h"
+#include "Warnings.h"
 
 namespace TarnixTools::cli {
 namespace {
@@ -18,37 +19,28 @@ bool IsProtected(PdfDoc& document) {
   }
 }
 
-// NAME-repaired.pdf, unless another name was given.
-std::string OutputName(const OptionValues& options, const PdfDoc& document) {
-  return options.Text("name", document.GetDocName(false) + "-repaired.pdf");
-}
-
-JobResult RepairOne(JobContext& context, PdfDoc document) {
+JobResult Repair(JobContext& context) {
+  PdfDoc document = context.Document();
   const bool is_protected = IsProtected(document);
-  PdfRepairTask task(document, OutputName(context.Options(), document));
-  task.SetOutputPath(".");
+  PdfRepairTask task(document, context.OutputName());
   context.SetOutput(task);
   ForPassword([&] { task.Execute(); });
-  const std::string directory = context.Options().Has("out-dir") ? task.GetOutputPath() : "";
-  return {.outputs = {directory + task.GetOutName()},
+  return {.outputs = {context.OutputPath()},
           .fields = {{"problems", task.GetErrorsInfo()}},
           .report = task.GetReport(),
-          .warnings = WarningsOf(task.GetReport(), is_protected && context.OutPassword().empty())};
-}
-
-JobResult Repair(JobContext& context) {
-  return WriteEach(context, OutputName, RepairOne);
+          .warnings =
+              RewriteWarningsOf(task.GetReport(), is_protected && context.OutPassword().empty())};
 }
 
 const JobRegistration kRegistration({
     .name = "repair",
     .summary = "put a damaged document right",
-    .description = "Writes a sound copy of each input (default name: NAME-repaired.pdf; default "
-                   "directory: the current one). With --json, what was wrong is listed. The exit "
-                   "status is 3 when something is lost. An input that fails does not stop the "
-                   "others.",
-    .inputs = {.min = 1},
+    .description = "Writes a sound copy of the input (STEM-repaired.pdf). With --json, what was "
+                   "wrong is listed. The exit "
+                   "status is 3 when something is lost.",
     .output = OutputKind::OneFile,
+    .suffix = "-repaired",
+    .engine = EngineName::Rewriting,
     .run = Repair,
 });
 

@@ -1,3 +1,5 @@
+#include <vector>
+
 #include "Job.h"
 #include "JobContext.h"
 #include "PdfRotateTask.h"
@@ -9,7 +11,12 @@ constexpr OptionRow kOptions[] = {
     {.name = "angle",
      .kind = ValueKind::Choice,
      .argument = "0|90|180|270",
-     .help = "degrees by which every page is turned clockwise (default: 0)"},
+     .help = "degrees by which pages are turned clockwise",
+     .is_required = true},
+    {.name = "pages",
+     .kind = ValueKind::Pages,
+     .argument = "PAGES",
+     .help = "pages to turn, as in 1-3,5,8- (default: all)"},
 };
 
 JobResult Rotate(JobContext& context) {
@@ -17,17 +24,20 @@ JobResult Rotate(JobContext& context) {
   context.AddDocuments(task);
   task.SetRotationAngle(
       static_cast<PdfRotationAngle>(ToInteger(context.Options().Text("angle", "0")).value_or(0)));
-  task.SetOutName(context.Options().Text("name"));
+  if (context.Options().Has("pages")) {
+    const std::vector<int> pages = context.Pages("pages");
+    task.SetPages({pages.begin(), pages.end()});
+  }
   return context.RunNamed(task);
 }
 
 const JobRegistration kRegistration({
     .name = "rotate",
-    .summary = "turn every page",
-    .description = "Turns every page of the input by a right angle or two or three (default name: "
-                   "rotated_file.pdf; default directory: the current one).",
-    .inputs = {.min = 1, .max = 1},
+    .summary = "turn pages",
+    .description = "Turns every page of the input, or some, by a right angle or two or three "
+                   "(STEM-rotated.pdf).",
     .output = OutputKind::OneFile,
+    .suffix = "-rotated",
     .options = kOptions,
     .run = Rotate,
 });

@@ -1,177 +1,186 @@
 #include "JobRunner.h"
 
 #include <algorithm>
-#include <optional>
+#include <iterator>
 #include <utility>
 
 #include "ActivityBar.h"
+#include "Causes.h"
 #include "CommandParser.h"
-#include "EachInput.h"
 #include "Failure.h"
 #include "Help.h"
+#include "Input.h"
+#include "Interruption.h"
 #include "JobContext.h"
+#include "OutputPlan.h"
+#include "Passwords.h"
+#include "ResultPrinter.h"
 #include "Streams.h"
+#include "Warnings.h"
 
 namespace TarnixTools::cli {
 namespace {
 
-// Names and metadata may hold any bytes; what is not UTF-8 becomes U+FFFD.
-std::string ToText(const Json& object) {
-  return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
-}
+// One run of the program: the command with all that it stands for.
+struct Session {
+  explicit Session(const Command& its_command)
+      : command(its_command), inputs(command), passwords(command), plan(command, inputs.List()) {}
 
-JobResult RunWithProgress(const Command& command, JobContext& context) {
-  const OptionValues& values = command.values;
-  const ProgressMode mode =
-      values.Has("quiet") ? ProgressMode::Never : ToProgressMode(values.Text("progress", "auto"));
-  const ActivityBar bar(mode, "tarnix " + std::string(command.job->name));
-  return command.job->run(context);
-}
-
-// Nothing for a file that is not a document or cannot be read back.
-std::optional<int> CountPages(const std::string& path, const std::string& password) {
-  if (!path.ends_with(".pdf")) {
-    return std::nullopt;
-  }
-  try {
-    return PdfDoc(path, password, true).GetPagesNum();
-  } catch (const PdfException&) {
-    return std::nullopt;
-  }
-}
-
-// "wrote PATH (N pages)"; without the count where there is none.
-std::string OutputLine(const std::string& path, const std::string& password) {
-  const std::string line = "wrote " + path;
-  const auto pages = CountPages(path, password);
-  return pages ? line + " (" + std::to_string(*pages) + (*pages == 1 ? " page)" : " pages)") : line;
-}
-
-// What damage took of the inputs is told by every job, and ends it with a status of its own.
-void TellLosses(JobResult& result) {
-  std::vector<std::string> losses = LossesOf(result.report);
-  if (losses.empty()) {
-    return;
-  }
-  result.exit_status = kExitLost;
-  for (std::string& loss : losses) {
-    if (std::find(result.warnings.begin(), result.warnings.end(), loss) == result.warnings.end()) {
-      result.warnings.push_back(std::move(loss));
-    }
-  }
-}
-
-// A job that is done, with the password that opens its outputs.
-struct DoneJob {
-  JobResult result;
-  std::string out_password;
+  const Command& command;
+  const Inputs inputs;
+  Passwords passwords;
+  const OutputPlan plan;
 };
 
-DoneJob Run(const Command& command) {
-  JobContext context(command);
-  JobResult result = RunWithProgress(command, context);
+// As they are printed, and noted as finished.
+void NoteOutputs(JobResult& result) {
   for (std::string& path : result.outputs) {
     path = NativePath(path);
-  }
-  TellLosses(result);
-  return {std::move(result), context.OutPassword()};
-}
-
-Json ReportJson(const PdfReport& report) {
-  Json entries = Json::array();
-  for (const PdfReportEntry& entry : report.GetEntries()) {
-    Json item = {{"kind", PdfReport::GetKindName(entry.kind)},
-                 {"outcome", PdfReport::GetOutcomeName(entry.outcome)},
-                 {"count", entry.count}};
-    if (entry.page > 0) {
-      item["page"] = entry.page;
-    }
-    if (!entry.reason.empty()) {
-      item["reason"] = entry.reason;
-    }
-    entries.push_back(std::move(item));
-  }
-  return entries;
-}
-
-Json FailuresJson(const std::vector<FailedInput>& failures) {
-  Json list = Json::array();
-  for (const FailedInput& failed : failures) {
-    Json item = {{"input", failed.input}};
-    item.update(ToJson(failed.failure));
-    list.push_back(std::move(item));
-  }
-  return list;
-}
-
-void PrintJson(const Command& command, const JobResult& result) {
-  Json object = {{"job", command.job->name}, {"outputs", result.outputs}};
-  object.update(result.fields);
-  object["report"] = ReportJson(result.report);
-  if (!result.failures.empty()) {
-    object["errors"] = FailuresJson(result.failures);
-  }
-  WriteOutput(ToText(object));
-}
-
-void PrintReport(const DoneJob& done) {
-  for (const PdfReportEntry& entry : done.result.report.GetEntries()) {
-    WriteError(OneLine(PdfReport::GetText(entry)) + "\n");
-  }
-  for (const std::string& path : done.result.outputs) {
-    WriteError(OneLine(OutputLine(path, done.out_password)) + "\n");
+    NoteFinished(path);
   }
 }
 
-void PrintText(const Command& command, const DoneJob& done) {
-  const JobResult& result = done.result;
-  std::string text = result.text;
-  if (text.empty()) {
-    for (const std::string& path : result.outputs) {
-      text += path + "\n";
+ProgressMode ModeOf(const OptionValues& values) {
+  return values.Has("quiet") ? ProgressMode::Never
+                             : ToProgressMode(values.Text("progress", "auto"));
+}
+
+// Those that the job has not made of its report itself.
+void AddWarnings(JobResult& result) {
+  for (std::string& warning : WarningsOf(result.report)) {
+    const bool is_told =
+        std::any_of(result.warnings.begin(), result.warnings.end(),
+                    [&](const std::string& told) { return warning.starts_with(told); });
+    if (!is_told) {
+      result.warnings.push_back(std::move(warning));
     }
   }
-  WriteOutput(text);
-  if (command.values.Has("verbose")) {
-    PrintReport(done);
-  }
 }
 
-void PrintWarnings(const JobResult& result) {
-  for (const std::string& warning : result.warnings) {
-    WriteError(OneLine("tarnix: " + warning) + "\n");
-  }
+bool LacksPassword(const JobResult& result) {
+  return std::any_of(result.failures.begin(), result.failures.end(), [](const FailedInput& failed) {
+    return failed.failure.code == PdfExceptionCode::PasswordError;
+  });
 }
 
-void PrintResult(const Command& command, const DoneJob& done) {
-  if (!command.values.Has("quiet")) {
-    PrintWarnings(done.result);
-  }
-  for (const FailedInput& failed : done.result.failures) {
-    PrintFailure(failed.failure);
-  }
-  if (command.values.Has("json")) {
-    PrintJson(command, done.result);
-  } else {
-    PrintText(command, done);
-  }
-}
-
-int ReportFailure(const Command& command, const Failure& failure, const PdfReport& report = {}) {
-  PrintFailure(failure);
-  if (!command.values.Has("quiet")) {
-    for (const PdfReportEntry& entry : report.GetEntries()) {
-      WriteError(OneLine("tarnix: " + PdfReport::GetText(entry)) + "\n");
+// The job is run once more where a password was missing that somebody at the terminal knows.
+JobResult RunWithPasswords(Session& session, JobContext& context) {
+  const Job& job = *session.command.job;
+  try {
+    JobResult result = job.run(context);
+    if (!LacksPassword(result) || !session.passwords.AskFor(context.Inputs())) {
+      return result;
+    }
+  } catch (const PdfException& failure) {
+    if (failure.GetCode() != PdfExceptionCode::PasswordError ||
+        !session.passwords.AskFor(context.Inputs())) {
+      throw;
     }
   }
-  if (command.values.Has("json")) {
-    Json object = {{"job", command.job->name}, {"error", ToJson(failure)}};
-    if (!report.GetEntries().empty()) {
-      object["report"] = ReportJson(report);
-    }
-    WriteOutput(ToText(object));
+  return job.run(context);
+}
+
+JobResult RunOn(Session& session, const std::vector<Input>& inputs, std::size_t first) {
+  JobContext context(session.command, inputs, session.passwords, session.plan, first);
+  const ActivityBar bar(ModeOf(session.command.values),
+                        "tarnix " + std::string(session.command.job->name));
+  JobResult result = RunWithPasswords(session, context);
+  AddWarnings(result);
+  NoteOutputs(result);
+  return result;
+}
+
+// Text of one input of several, which has to say whose it is.
+std::string TextOf(const Input& input, const std::string& text) {
+  const bool is_one_line = text.find('\n') + 1 == text.size();
+  return text.empty() ? "" : OneLine(input.given) + (is_one_line ? ": " : ":\n") + text;
+}
+
+void AddResult(JobResult& all, const Input& input, JobResult one) {
+  Json file = {{"input", input.given}, {"outputs", one.outputs}};
+  file.update(one.fields);
+  all.fields["files"].push_back(std::move(file));
+  std::move(one.outputs.begin(), one.outputs.end(), std::back_inserter(all.outputs));
+  all.text += TextOf(input, one.text);
+  all.report.Add(one.report);
+  for (const std::string& warning : one.warnings) {
+    all.warnings.push_back(input.given + ": " + warning);
   }
-  return ExitStatus(failure.code);
+  all.exit_status = std::max(all.exit_status, one.exit_status);
+}
+
+// Each on its own: one that fails does not stop the others.
+JobResult RunOnEach(Session& session) {
+  JobResult all;
+  all.fields["files"] = Json::array();
+  std::size_t number = 0;
+  for (const Input& input : session.inputs.List()) {
+    try {
+      AddResult(all, input, RunOn(session, {input}, number));
+    } catch (const UsageError&) {
+      throw;
+    } catch (...) {
+      Failure failure = CurrentFailure();
+      failure.cause = CauseOf(*session.command.job, failure, {input});
+      all.failures.push_back({input.given, std::move(failure)});
+    }
+    ++number;
+  }
+  return all;
+}
+
+JobResult RunAll(Session& session) {
+  const std::vector<Input>& inputs = session.inputs.List();
+  const bool is_for_each = IsForEach(*session.command.job, session.command.values);
+  return is_for_each && inputs.size() > 1 ? RunOnEach(session) : RunOn(session, inputs, 0);
+}
+
+int Finish(Session& session, JobResult result) {
+  for (FailedInput& failed : result.failures) {
+    if (failed.failure.cause.empty()) {
+      failed.failure.cause = CauseOf(*session.command.job, failed.failure, session.inputs.List());
+    }
+  }
+  if (session.plan.IsStandardOutput() && result.failures.empty()) {
+    for (const std::string& path : std::exchange(result.outputs, {})) {
+      CopyToOutput(path);
+    }
+  }
+  const bool has_password =
+      session.command.job->output != OutputKind::None && session.command.job->can_protect;
+  return PrintResult(session.command, result,
+                     has_password ? session.passwords.OfOption("out-password") : "");
+}
+
+// What the words stand for cannot be had: a password file, standard input, a place for the output.
+std::vector<Input> InputsAsGiven(const Command& command) {
+  std::vector<Input> inputs;
+  for (const std::string& word : command.inputs) {
+    inputs.push_back({.given = word, .path = word, .stem = {}, .pages = {}});
+  }
+  return inputs;
+}
+
+// Call it inside a catch block only.
+int TellFailure(const Command& command, const PdfReport& report) {
+  Failure failure = CurrentFailure();
+  failure.cause = CauseOf(*command.job, failure, InputsAsGiven(command));
+  return PrintFailedJob(command, failure, report);
+}
+
+int RunCommand(const Command& command) {
+  try {
+    Session session(command);
+    return Finish(session, RunAll(session));
+  } catch (const UsageError&) {
+    throw;
+  } catch (const BrokenPipe&) {
+    throw;
+  } catch (const ReportedFailure& failure) {
+    return TellFailure(command, failure.report());
+  } catch (...) {
+    return TellFailure(command, {});
+  }
 }
 
 }  // namespace
@@ -186,19 +195,8 @@ int RunJob(const Job& job, const std::vector<std::string>& words) {
     WriteOutput(VersionLine());
     return kExitDone;
   }
-  DoneJob done;
-  try {
-    done = Run(command);
-  } catch (const UsageError&) {
-    throw;
-  } catch (const ReportedFailure& failure) {
-    return ReportFailure(command, CurrentFailure(), failure.report());
-  } catch (...) {
-    return ReportFailure(command, CurrentFailure());
-  }
-  PrintResult(command, done);
-  const std::vector<FailedInput>& failures = done.result.failures;
-  return failures.empty() ? done.result.exit_status : ExitStatus(failures.front().failure.code);
+  WatchForInterruption(command.values.Has("json") ? std::string(job.name) : "");
+  return RunCommand(command);
 }
 
 }  // namespace TarnixTools::cli

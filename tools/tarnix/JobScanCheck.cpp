@@ -9,7 +9,7 @@ namespace TarnixTools::cli {
 namespace {
 
 JobResult ScanCheck(JobContext& context) {
-  PdfDoc document = context.Documents().front();
+  PdfDoc document = context.Document();
   ForPassword([&] {
     if (document.IsEncrypted()) {
       document.GetPagesNum();  // so that a wrong password is told as one

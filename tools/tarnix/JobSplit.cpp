@@ -1,13 +1,14 @@
 #include <algorithm>
-#include <set>
 #include <string>
 #include <vector>
 
-#include "Failure.h"
+#include "Interruption.h"
 #include "Job.h"
 #include "JobContext.h"
-#include "PdfPageRange.h"
+#include "PageList.h"
+#include "PdfCommonUtils.h"
 #include "PdfSplitTask.h"
+#include "Streams.h"
 
 namespace TarnixTools::cli {
 namespace {
@@ -19,112 +20,145 @@ constexpr OptionRow kOptions[] = {
      .help = "pages of a piece (default: 1)",
      .excludes = "ranges"},
     {.name = "ranges",
-     .kind = ValueKind::Text,
-     .argument = "LIST",
-     .help = "one piece per page or range of pages, as in 1-3,5"},
+     .kind = ValueKind::Pages,
+     .argument = "PAGES",
+     .help = "one piece for each item of the list, as in 1-3,5,8-"},
     {.name = "merge", .help = "join the pieces of --ranges into one file", .needs = "ranges"},
 };
 
-[[noreturn]] void ThrowBadRanges(const std::string& list) {
-  throw UsageError("--ranges: '" + list + "' is not a list of pages and ranges such as 1-3,5");
-}
-
-// A number of digits only.
-int ParsePageNumber(std::string_view text, const std::string& list) {
-  const auto number = text.starts_with('-') ? std::nullopt : ToInteger(text);
-  if (!number) {
-    ThrowBadRanges(list);
-  }
-  return *number;
-}
-
-PdfPageRange ParseRange(std::string_view item, const std::string& list) {
-  const auto dash = item.find('-');
-  const int start = ParsePageNumber(item.substr(0, dash), list);
-  const int end =
-      dash == std::string_view::npos ? start : ParsePageNumber(item.substr(dash + 1), list);
-  return {start, end};
-}
-
-std::vector<PdfPageRange> ParseRanges(const std::string& list) {
-  std::vector<PdfPageRange> ranges;
-  std::string_view rest = list;
-  for (auto comma = rest.find(','); comma != std::string_view::npos; comma = rest.find(',')) {
-    ranges.push_back(ParseRange(rest.substr(0, comma), list));
-    rest.remove_prefix(comma + 1);
-  }
-  ranges.push_back(ParseRange(rest, list));
-  return ranges;
-}
-
-// The library names the pieces after the document; here is the same rule. `stem` is the output
-// directory and the document's name without its extension.
-std::vector<std::string> RangeOutputs(const std::string& stem,
-                                      const std::vector<PdfPageRange>& ranges) {
-  std::vector<std::string> outputs;
-  std::set<std::string> seen;  // a range may be asked for twice
-  for (const PdfPageRange& range : ranges) {
-    std::string label = std::to_string(range.GetStartPageNum());
-    if (range.GetPagesNum() > 1) {
-      label += "-" + std::to_string(range.GetEndPageNum());
+// Adds what the task has written, also when it fails.
+void Execute(PdfSplitTask& task, JobResult& result) {
+  const auto take = [&] {
+    for (const std::string& piece : task.GetPieces()) {
+      const std::string path = WithoutDot(NativePath(piece));
+      if (std::find(result.outputs.begin(), result.outputs.end(), path) == result.outputs.end()) {
+        result.outputs.push_back(path);
+      }
     }
-    std::string path = stem + "-" + label + ".pdf";
-    if (seen.insert(path).second) {
-      outputs.push_back(std::move(path));
+  };
+  try {
+    ForPassword([&] { task.Execute(); });
+  } catch (...) {
+    take();
+    for (const std::string& path : result.outputs) {
+      NoteFinished(path);
     }
+    throw;
   }
-  return outputs;
+  take();
+  result.report.Add(task.GetReport());
 }
 
-std::vector<std::string> PieceOutputs(const std::string& stem, int pages, int every) {
-  const std::size_t width = std::to_string(pages).size() + 1;
-  std::vector<std::string> outputs;
-  for (int first = 0, piece = 1; first < pages; first += std::min(every, pages - first), ++piece) {
-    const std::string number = std::to_string(piece);
-    outputs.push_back(stem + "-" + std::string(width - number.size(), '0') + number + ".pdf");
+// A task for all the pages of the list in one file.
+PdfSplitTask JoiningTask(const PdfDoc& document, const std::vector<int>& pages,
+                         const std::string& name) {
+  PdfSplitTask task(document);
+  task.SetKeepMetadata(true);
+  task.SetSplitMode(PdfSplitMode::Ranges);
+  task.SetMergeAfter(true);
+  task.SetMergedName(name);
+  for (const PdfPageRange& range : RangesOf(pages)) {
+    task.AddSplitRange(range);
   }
-  return outputs;
+  return task;
+}
+
+bool IsRun(const PageItem& item) {
+  return RangesOf(item.pages).size() == 1;
+}
+
+// One file for each item: those that are runs of pages in one pass over the document.
+JobResult SplitItems(const JobContext& context, const PdfDoc& document,
+                     const std::vector<PageItem>& items) {
+  JobResult result;
+  const std::string directory = context.Plan().MakeDirectory();
+  const bool are_runs = std::all_of(items.begin(), items.end(), &IsRun);
+  if (are_runs) {
+    PdfSplitTask task(document);
+    task.SetKeepMetadata(true);
+    task.SetSplitMode(PdfSplitMode::Ranges);
+    for (const PageItem& item : items) {
+      task.AddSplitRange(RangesOf(item.pages).front());
+    }
+    task.SetNamePattern(context.Plan().Pattern());
+    task.SetOutputPath(directory);
+    task.SetOutPassword(context.OutPassword());
+    Execute(task, result);
+    return result;
+  }
+  for (const PageItem& item : items) {
+    PdfSplitTask task = JoiningTask(
+        document, item.pages,
+        PdfCommonUtils::FormName(context.Plan().Pattern(), document.GetDocName(false), item.label));
+    task.SetOutputPath(directory);
+    task.SetOutPassword(context.OutPassword());
+    Execute(task, result);
+  }
+  return result;
+}
+
+JobResult SplitEvery(const JobContext& context, const PdfDoc& document) {
+  PdfSplitTask task(document);
+  task.SetKeepMetadata(true);
+  task.SetFixedSplitInterval(context.Options().Integer("every", 1));
+  task.SetNamePattern(context.Plan().Pattern());
+  task.SetOutputPath(context.Plan().MakeDirectory());
+  task.SetOutPassword(context.OutPassword());
+  JobResult result;
+  Execute(task, result);
+  return result;
+}
+
+JobResult Join(const JobContext& context, const PdfDoc& document, const std::vector<int>& pages) {
+  PdfSplitTask task = JoiningTask(document, pages, context.OutputName());
+  return context.Run(task);
 }
 
 JobResult Split(JobContext& context) {
   const OptionValues& options = context.Options();
-  std::vector<PdfPageRange> ranges;
-  PdfSplitTask task;
-  if (options.Has("ranges")) {
-    ranges = ParseRanges(options.Text("ranges"));
-    task.SetSplitMode(PdfSplitMode::Ranges);
-    task.SetMergeAfter(options.Has("merge"));
-    for (const PdfPageRange& range : ranges) {
-      task.AddSplitRange(range);
-    }
+  const PdfDoc document = context.Document();
+  if (!options.Has("ranges")) {
+    return SplitEvery(context, document);
   }
-  task.SetFixedSplitInterval(options.Integer("every", 1));
-  PdfDoc document = context.Documents().front();
-  task.AddPdfDoc(document);
-  context.Run(task);
-
-  const std::string stem = task.GetOutputPath() + document.GetDocName(false);
-  JobResult result{.report = task.GetReport()};
-  if (task.GetMergeAfter()) {
-    result.outputs = {stem + "_split-merge_.pdf"};
-  } else if (!ranges.empty()) {
-    result.outputs = RangeOutputs(stem, ranges);
-  } else {
-    result.outputs = PieceOutputs(stem, document.GetPagesNum(), task.GetFixedSplitInterval());
-  }
-  return result;
+  return options.Has("merge")
+             ? Join(context, document, context.Pages("ranges"))
+             : SplitItems(context, document,
+                          PageItemsOf("--ranges", options.Text("ranges"), document));
 }
 
 const JobRegistration kRegistration({
     .name = "split",
     .summary = "cut a document into pieces",
-    .description = "Cuts the input into pieces of a fixed number of pages, or takes out ranges of "
-                   "pages. The pieces "
-                   "are named after the input, with a number or the range added.",
-    .inputs = {.min = 1, .max = 1},
+    .description = "Cuts the input into pieces of a fixed number of pages, or takes out pages: the "
+                   "pieces are called STEM-1.pdf and so on, by their number or their pages.",
     .output = OutputKind::ManyFiles,
+    .changed_by = "merge",
     .options = kOptions,
     .run = Split,
+});
+
+constexpr OptionRow kExtractOptions[] = {
+    {.name = "pages",
+     .kind = ValueKind::Pages,
+     .argument = "PAGES",
+     .help = "the pages, in this order, as in 3,1-2,z",
+     .is_required = true},
+};
+
+JobResult ExtractPages(JobContext& context) {
+  return Join(context, context.Document(), context.Pages("pages"));
+}
+
+const JobRegistration kExtractRegistration({
+    .name = "extract-pages",
+    .summary = "take pages out into one file",
+    .description =
+        "Writes the pages that are asked for, in that order and as often as they are asked "
+        "for, to one file (STEM-pages.pdf).",
+    .output = OutputKind::OneFile,
+    .suffix = "-pages",
+    .options = kExtractOptions,
+    .run = ExtractPages,
 });
 
 }  // namespace

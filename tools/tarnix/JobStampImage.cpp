@@ -11,7 +11,8 @@ constexpr OptionRow kOptions[] = {
      .kind = ValueKind::File,
      .argument = "FILE",
      .help = "the image: JPEG, JPEG 2000, PNG, TIFF, GIF, BMP, PNM or WebP; of several in a file "
-             "the first"},
+             "the first",
+     .is_required = true},
     {.name = "pixels-per-point",
      .kind = ValueKind::Number,
      .argument = "F",
@@ -26,8 +27,9 @@ constexpr OptionRow kOptions[] = {
 };
 
 JobResult StampImage(JobContext& context) {
-  PdfStampImageTask task(context.Documents().front(), context.Options().Text("name"));
+  PdfStampImageTask task(context.Document());
   SetStampImageOptions(context.Options(), task);
+  SetTargets(context.Options(), context.Document(), task);
   return context.RunNamed(task);
 }
 
@@ -35,9 +37,9 @@ const JobRegistration kRegistration({
     .name = "stamp-image",
     .summary = "put an image on pages",
     .description = "Writes the input with an image on its pages, in their middle when nothing else "
-                   "is asked for (default name: document_after_image_stamp.pdf).",
-    .inputs = {.min = 1, .max = 1},
+                   "is asked for (STEM-stamped.pdf).",
     .output = OutputKind::OneFile,
+    .suffix = "-stamped",
     .options = kOptions,
     .run = StampImage,
 });

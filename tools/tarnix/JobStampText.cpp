@@ -10,7 +10,8 @@ constexpr OptionRow kOptions[] = {
     {.name = "text",
      .kind = ValueKind::Text,
      .argument = "T",
-     .help = "the text; \\n is a line break and \\\\ a backslash"},
+     .help = "the text; \\n is a line break and \\\\ a backslash",
+     .is_required = true},
     kPagesRow,
     kPositionRow,
     kAtRow,
@@ -28,8 +29,9 @@ constexpr OptionRow kOptions[] = {
 };
 
 JobResult StampText(JobContext& context) {
-  PdfStampTextTask task(context.Documents().front(), context.Options().Text("name"));
+  PdfStampTextTask task(context.Document());
   SetStampTextOptions(context.Options(), task);
+  SetTargets(context.Options(), context.Document(), task);
   return context.RunNamed(task);
 }
 
@@ -38,9 +40,9 @@ const JobRegistration kRegistration({
     .summary = "put a text on pages",
     .description =
         "Writes the input with a text of one or more lines on its pages, in their middle "
-        "when nothing else is asked for (default name: document_after_text_stamp.pdf).",
-    .inputs = {.min = 1, .max = 1},
+        "when nothing else is asked for (STEM-stamped.pdf).",
     .output = OutputKind::OneFile,
+    .suffix = "-stamped",
     .options = kOptions,
     .run = StampText,
 });

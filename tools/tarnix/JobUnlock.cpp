@@ -6,19 +6,19 @@ namespace TarnixTools::cli {
 namespace {
 
 JobResult Unlock(JobContext& context) {
-  const PdfDoc document = context.Documents().front();
-  PdfUnlockTask task(document, context.Password());
-  return context.RunPrefixed(task, document);
+  PdfUnlockTask task(context.Document(), context.Password());
+  task.SetOutPdfName(context.OutputName());
+  return context.Run(task);
 }
 
 const JobRegistration kRegistration({
     .name = "unlock",
     .summary = "take the password off a document",
-    .description = "Writes the input, opened with --password, without any protection (default "
-                   "name: unlocked_NAME.pdf; default directory: the current one).",
-    .inputs = {.min = 1, .max = 1},
+    .description = "Writes the input, opened with --password, without any protection "
+                   "(STEM-unlocked.pdf).",
     .output = OutputKind::OneFile,
-    .has_prefix = true,
+    .suffix = "-unlocked",
+    .can_protect = false,
     .run = Unlock,
 });
 

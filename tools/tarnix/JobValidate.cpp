@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "EachInput.h"
+#include "Failure.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "PagePictures.h"
@@ -134,10 +134,11 @@ void WriteReport(const std::string& path, const std::string& html) {
   }
 }
 
-ValidatedFile ValidateOne(const JobContext& context, const std::string& input) {
+ValidatedFile ValidateOne(const JobContext& context, const Input& input) {
   PdfDoc document = context.DocumentOf(input);
   const PdfCompliance wanted = LevelOfWord(context.Options().Text("level"));
   ValidatedFile file = ForPassword([&] { return Validate(document, wanted); });
+  file.path = input.given;
   if (context.Options().Has("report")) {
     AddPictures(document, file);
   }
@@ -146,7 +147,7 @@ ValidatedFile ValidateOne(const JobContext& context, const std::string& input) {
 
 JobResult Validate(JobContext& context) {
   std::vector<ValidatedFile> files;
-  JobResult result = TellOfEach(context, [&](const std::string& input, JobResult& all) {
+  JobResult result = TellOfEach(context, [&](const Input& input, JobResult& all) {
     const ValidatedFile& file = files.emplace_back(ValidateOne(context, input));
     all.text += ToText(file);
     all.exit_status = file.is_valid ? all.exit_status : kExitNo;
@@ -166,8 +167,9 @@ const JobRegistration kRegistration({
     .description = "Tells for every input whether it is what it claims to be, or what a level of "
                    "PDF/A asks for: one line for everything that is not, with the clause and the "
                    "test of the published validation profiles. Exit status 1: not all of them are.",
-    .inputs = {.min = 1},
+    .inputs = {.use = InputUse::Listed},
     .output = OutputKind::None,
+    .engine = EngineName::Validator,
     .options = kOptions,
     .run = Validate,
 });

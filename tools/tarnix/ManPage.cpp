@@ -73,15 +73,27 @@ std::string JobSection(const Job& job) {
   return section;
 }
 
+// Which jobs have the option; the others refuse it.
+std::string Condition(AppliesTo jobs) {
+  switch (jobs) {
+    case AppliesTo::JobsThatRead:
+      return "; jobs on documents";
+    case AppliesTo::JobsThatWrite:
+      return "; jobs that write files";
+    case AppliesTo::JobsThatWriteOver:
+      return "; jobs that write one document of one";
+    case AppliesTo::JobsThatProtect:
+      return "; jobs that write documents";
+    case AppliesTo::EveryJob:
+      break;
+  }
+  return "";
+}
+
 std::string CommonSection() {
   std::string section = Section("\"COMMON OPTIONS\"");
   for (const OptionRow& row : CommonOptions()) {
-    std::string help(row.help);
-    if (row.applies_to == AppliesTo::JobsThatWriteOneFile) {
-      help += "; jobs that write one file only";
-    } else if (row.applies_to == AppliesTo::JobsWithPrefix) {
-      help += "; jobs that have one only";
-    }
+    const std::string help = std::string(row.help) + Condition(row.applies_to);
     section += Entry(OptionHeading(row), help);
   }
   return section;
@@ -94,7 +106,7 @@ std::string StatusSection() {
   section += Entry("2", "wrong usage");
   section += Entry("3", "done, but something is lost that the input still announced");
   for (const StatusRow& row : kStatusRows) {
-    section += Entry(std::to_string(ExitStatus(row.code)),
+    section += Entry(std::to_string(ExitStatus({.code = row.code})),
                      CodeName(row.code) + ": " + std::string(row.meaning));
   }
   return section;
@@ -123,8 +135,7 @@ std::string ManPage() {
   page += Entry("TARNIX_PASSWORD",
                 "password of the inputs when neither --password nor --password-file is given");
   page += Section("EXAMPLES");
-  page += Paragraph("Join two documents:") +
-          ExampleLine("tarnix merge --name both.pdf -o out a.pdf b.pdf");
+  page += Paragraph("Join two documents:") + ExampleLine("tarnix merge -o both.pdf a.pdf b.pdf");
   page += Paragraph("Cut out two chapters and join them:");
   page += ExampleLine("tarnix split --ranges 5-18,40-52 --merge book.pdf");
   page += Paragraph("Complete job names and options in bash:");

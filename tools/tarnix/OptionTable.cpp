@@ -8,50 +8,63 @@ namespace TarnixTools::cli {
 namespace {
 
 constexpr OptionRow kCommonOptions[] = {
-    {.name = "out-dir",
+    {.name = "output",
      .letter = 'o',
-     .kind = ValueKind::Directory,
-     .argument = "DIR",
+     .kind = ValueKind::File,
+     .argument = "PATH",
      .help =
-         "output directory, created with its parents if missing (default: beside the first input)",
+         "where to write: a file, when one is written and PATH ends as such files do; otherwise "
+         "a directory, created with its parents; '-': standard output (default: the current "
+         "directory)",
      .applies_to = AppliesTo::JobsThatWrite},
     {.name = "name",
      .kind = ValueKind::Text,
      .argument = "NAME",
-     .help = "name of the output file",
-     .applies_to = AppliesTo::JobsThatWriteOneFile},
+     .help = "name of the output; {stem} stands for the input's name without its extension, {n} "
+             "for a number",
+     .applies_to = AppliesTo::JobsThatWrite},
     {.name = "prefix",
      .kind = ValueKind::Text,
      .argument = "PREFIX",
-     .help = "prefix of the output names",
-     .applies_to = AppliesTo::JobsWithPrefix},
+     .help = "put PREFIX_ in front of the input's name instead of telling behind it what was done",
+     .applies_to = AppliesTo::JobsThatWrite,
+     .excludes = "name"},
+    {.name = "no-clobber",
+     .letter = 'n',
+     .help = "refuse to replace a file",
+     .applies_to = AppliesTo::JobsThatWrite},
+    {.name = "in-place",
+     .help = "write the output over its input",
+     .applies_to = AppliesTo::JobsThatWriteOver,
+     .excludes = "no-clobber"},
     {.name = "password",
      .kind = ValueKind::Text,
      .argument = "PW",
-     .help = "password of the inputs (other users may see it in the process list; --password-file "
-             "does not show it)",
-     .excludes = "password-file"},
+     .help = "password of the inputs, to be tried in turn with others (other users may see it in "
+             "the process list; --password-file does not show it)",
+     .applies_to = AppliesTo::JobsThatRead},
     {.name = "password-file",
      .kind = ValueKind::File,
      .argument = "FILE",
-     .help = "read the password of the inputs from the first line of FILE ('-': standard input)"},
+     .help = "read such a password from the first line of FILE ('-': standard input)",
+     .applies_to = AppliesTo::JobsThatRead},
     {.name = "out-password",
      .kind = ValueKind::Text,
      .argument = "PW",
      .help = "password to put on the output",
-     .applies_to = AppliesTo::JobsThatWrite,
+     .applies_to = AppliesTo::JobsThatProtect,
      .excludes = "out-password-file"},
     {.name = "out-password-file",
      .kind = ValueKind::File,
      .argument = "FILE",
      .help =
          "read the password to put on the output from the first line of FILE ('-': standard input)",
-     .applies_to = AppliesTo::JobsThatWrite},
+     .applies_to = AppliesTo::JobsThatProtect},
     {.name = "progress",
      .kind = ValueKind::Choice,
      .argument = "auto|always|never",
-     .help = "progress bar on standard error; auto (the default): only on a terminal and only when "
-             "the job takes longer than half a second"},
+     .help = "progress bar on standard error; auto (the default): only on a terminal that is wide "
+             "enough, and only when the job takes longer than half a second"},
     {.name = "json", .help = "write one JSON object to standard output"},
     {.name = "quiet",
      .letter = 'q',
@@ -126,29 +139,28 @@ std::optional<PairOf<double>> ToNumberPair(std::string_view text) {
 }
 
 void OptionValues::Declare(const OptionRow& row) {
-  values_.emplace(row.name, std::nullopt);
+  values_.try_emplace(std::string(row.name));
 }
 
 void OptionValues::Set(std::string_view name, std::string value) {
-  values_.insert_or_assign(std::string(name), std::move(value));
+  values_[std::string(name)].push_back(std::move(value));
 }
 
 bool OptionValues::Has(std::string_view name) const {
-  return At(name).has_value();
+  return !At(name).empty();
 }
 
 std::string OptionValues::Text(std::string_view name, std::string_view default_value) const {
-  return At(name).value_or(std::string(default_value));
+  const std::vector<std::string>& given = At(name);
+  return given.empty() ? std::string(default_value) : given.back();
 }
 
 int OptionValues::Integer(std::string_view name, int default_value) const {
-  const auto& text = At(name);
-  return text ? ToInteger(*text).value_or(default_value) : default_value;
+  return Has(name) ? ToInteger(Text(name)).value_or(default_value) : default_value;
 }
 
 double OptionValues::Number(std::string_view name, double default_value) const {
-  const auto& text = At(name);
-  return text ? ToNumber(*text).value_or(default_value) : default_value;
+  return Has(name) ? ToNumber(Text(name)).value_or(default_value) : default_value;
 }
 
 PairOf<int> OptionValues::IntegerPair(std::string_view name) const {
@@ -159,7 +171,7 @@ PairOf<double> OptionValues::NumberPair(std::string_view name) const {
   return ToNumberPair(Text(name)).value_or(PairOf<double>{});
 }
 
-const std::optional<std::string>& OptionValues::At(std::string_view name) const {
+const std::vector<std::string>& OptionValues::At(std::string_view name) const {
   const auto found = values_.find(name);
   if (found == values_.end()) {
     throw std::logic_error("undeclared option --" + std::string(name));

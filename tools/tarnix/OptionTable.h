@@ -26,16 +26,18 @@ enum class ValueKind {
   IntegerPair,
   NumberPair,
   Choice,
+  Pages,  // a list of pages (PageList.h)
   File,
   Directory,
 };
 
-// Says which jobs an option belongs to.
+// Says which jobs an option belongs to; the others refuse it.
 enum class AppliesTo {
   EveryJob,
-  JobsThatWrite,  // described for jobs that write files; the others accept it without effect
-  JobsThatWriteOneFile,
-  JobsWithPrefix,
+  JobsThatRead,       // that open documents, which may need a password
+  JobsThatWrite,      // that write files
+  JobsThatWriteOver,  // whose output can take the place of its input
+  JobsThatProtect,    // whose output can have a password beside those of the job's own options
 };
 
 struct OptionRow {
@@ -48,6 +50,7 @@ struct OptionRow {
   AppliesTo applies_to = AppliesTo::EveryJob;
   std::string_view excludes = {};  // name of an option that cannot be given together with this one
   std::string_view needs = {};     // name of an option without which this one makes no sense
+  bool is_required = false;
 };
 
 // The options that every job shares; each job adds its own rows (Job.h).
@@ -72,8 +75,8 @@ struct PairOf {
 std::optional<PairOf<int>> ToIntegerPair(std::string_view text);
 std::optional<PairOf<double>> ToNumberPair(std::string_view text);
 
-// What was given on the command line for the rows a job accepts. A row given several times keeps
-// its last value. Asking for a name that no row declares is a mistake in the program and throws
+// What was given on the command line for the rows a job accepts. Of a row given several times the
+// last value counts, unless all are asked for. Asking for a name that no row declares is a mistake in the program and throws
 // std::logic_error.
 class OptionValues {
  public:
@@ -83,6 +86,10 @@ class OptionValues {
   bool Has(std::string_view name) const;
   // The value given, or the default for an option that was not given.
   std::string Text(std::string_view name, std::string_view default_value = {}) const;
+
+  // Every value given, in order.
+  const std::vector<std::string>& All(std::string_view name) const { return At(name); }
+
   // The value of an Integer row, which parsing has checked.
   int Integer(std::string_view name, int default_value) const;
   // The value of a Number row, and of a pair, as parsing has checked them; zeros for a pair that
@@ -92,9 +99,9 @@ class OptionValues {
   PairOf<double> NumberPair(std::string_view name) const;
 
  private:
-  const std::optional<std::string>& At(std::string_view name) const;
+  const std::vector<std::string>& At(std::string_view name) const;
 
-  std::map<std::string, std::optional<std::string>, std::less<>> values_;
+  std::map<std::string, std::vector<std::string>, std::less<>> values_;
 };
 
 }  // namespace TarnixTools::cli

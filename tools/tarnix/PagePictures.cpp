@@ -1,45 +1,18 @@
 #include "PagePictures.h"
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 #include <vector>
 
 #include "Pdf2ImgTask.h"
-#include "PdfException.h"
 #include "Streams.h"
+#include "TemporaryDirectory.h"
 
 namespace TarnixTools::cli {
 namespace {
 
 constexpr float kDpi = 72;
-
-class TemporaryDirectory {
- public:
-  TemporaryDirectory() {
-    std::error_code error;
-    path_ = (std::filesystem::temp_directory_path(error) / "tarnix-XXXXXX").string();
-    if (error || mkdtemp(path_.data()) == nullptr) {
-      throw PdfException(PdfExceptionCode::FileNotFound, 0,
-                         "Unable to create temporary directory [%s]", path_.c_str());
-    }
-  }
-
-  ~TemporaryDirectory() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-
-  TemporaryDirectory(const TemporaryDirectory&) = delete;
-  TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
-
-  const std::string& Path() const { return path_; }
-
- private:
-  std::string path_;
-};
 
 std::string ReadFile(const std::string& path) {
   std::ifstream file(NativePath(path), std::ios::binary);

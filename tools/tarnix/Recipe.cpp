@@ -142,9 +142,6 @@ std::string TypeOf(const Json& entry) {
 PdfTransformation StampTextEntry(const OptionValues& values) {
   PdfTransformation transformation(PdfTransformType::StampText);
   SetStampTextOptions(values, transformation);
-  if (transformation.GetInputText().empty()) {
-    throw UsageError("no text");
-  }
   return transformation;
 }
 
@@ -152,40 +149,40 @@ PdfTransformation StampImageEntry(const OptionValues& values) {
   PdfTransformation transformation(PdfTransformType::StampImage);
   SetStampImageOptions(values, transformation);
   const std::string& path = transformation.GetInputImage();
-  if (path.empty()) {
-    throw UsageError("no image");
-  }
   if (OpenFile(path) == nullptr) {
     throw PdfException(PdfExceptionCode::FileNotFound, 0, "Image file not found: %s", path.c_str());
   }
   return transformation;
 }
 
-PdfTransformation ReadEntry(const Json& entry) {
+PdfTransformation NumberEntry(const OptionValues& values) {
+  PdfTransformation transformation(PdfTransformType::AddPageNumber);
+  SetNumberOptions(values, transformation);
+  return transformation;
+}
+
+PdfTransformation ReadEntry(const Json& entry, const PdfDoc& document) {
   const std::string type = TypeOf(entry);
-  if (type == "number") {
-    PdfTransformation transformation(PdfTransformType::AddPageNumber);
-    SetNumberOptions(ValuesOf(*FindJob(type), entry), transformation);
-    return transformation;
+  if (type != "number" && type != "stamp-text" && type != "stamp-image") {
+    throw UsageError("type '" + type + "' is none of number|stamp-text|stamp-image");
   }
-  if (type == "stamp-text") {
-    return StampTextEntry(ValuesOf(*FindJob(type), entry));
-  }
-  if (type == "stamp-image") {
-    return StampImageEntry(ValuesOf(*FindJob(type), entry));
-  }
-  throw UsageError("type '" + type + "' is none of number|stamp-text|stamp-image");
+  const OptionValues values = ValuesOf(*FindJob(type), entry);
+  PdfTransformation transformation = type == "number"       ? NumberEntry(values)
+                                     : type == "stamp-text" ? StampTextEntry(values)
+                                                            : StampImageEntry(values);
+  SetTargets(values, document, transformation);
+  return transformation;
 }
 
 }  // namespace
 
-std::vector<PdfTransformation> ReadRecipe(const std::string& path) {
+std::vector<PdfTransformation> ReadRecipe(const std::string& path, const PdfDoc& document) {
   const Json list = ParseList(path);
   std::vector<PdfTransformation> transformations;
   for (std::size_t i = 0; i < list.size(); ++i) {
     const std::string where = path + ": entry " + std::to_string(i + 1) + ": ";
     try {
-      transformations.push_back(ReadEntry(list[i]));
+      transformations.push_back(ReadEntry(list[i], document));
     } catch (const UsageError& error) {
       ThrowInvalid(where + error.what());
     } catch (PdfException& error) {

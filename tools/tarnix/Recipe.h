@@ -13,13 +13,15 @@
 #include <string>
 #include <vector>
 
+#include "PdfDoc.h"
 #include "PdfTransformation.h"
 
 namespace TarnixTools::cli {
 
+//   document - the one that is decorated, which has to have the pages that entries name.
 // Throws PdfException: FileNotFound for a recipe or an image of it that cannot be opened, else
 // InvalidParameter. The message names the recipe and, where it is about one, the entry.
-std::vector<PdfTransformation> ReadRecipe(const std::string& path);
+std::vector<PdfTransformation> ReadRecipe(const std::string& path, const PdfDoc& document);
 
 }  // namespace TarnixTools::cli
 

@@ -1,9 +1,12 @@
 #include "Streams.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <fstream>
+#include <ostream>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -12,6 +15,8 @@
 
 namespace TarnixTools::cli {
 namespace {
+
+constexpr std::size_t kBlock = 65536;
 
 // Returns 0, or the system's error number.
 int WriteAll(int descriptor, std::string_view text) {
@@ -42,8 +47,35 @@ void PrepareStandardStreams() {
 
 void WriteOutput(std::string_view text) {
   if (const int error = WriteAll(STDOUT_FILENO, text); error != 0) {
+    if (error == EPIPE) {
+      throw BrokenPipe();
+    }
     throw PdfException(PdfExceptionCode::InternalError, 0,
                        "Unable to write to standard output (%s)", std::strerror(error));
+  }
+}
+
+void CopyToOutput(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  std::array<char, kBlock> block{};
+  do {
+    file.read(block.data(), block.size());
+    WriteOutput({block.data(), static_cast<std::size_t>(file.gcount())});
+  } while (file);
+  if (!file.eof()) {
+    throw PdfException(PdfExceptionCode::FileNotFound, 0, "Unable to read [%s]", path.c_str());
+  }
+}
+
+void CopyStandardInput(std::ostream& target) {
+  std::array<char, kBlock> block{};
+  ssize_t count = 0;
+  while (target && (count = read(STDIN_FILENO, block.data(), block.size())) != 0) {
+    if (count < 0 && errno != EINTR) {
+      throw PdfException(PdfExceptionCode::FileNotFound, 0, "Unable to read standard input (%s)",
+                         std::strerror(errno));
+    }
+    target.write(block.data(), std::max<ssize_t>(count, 0));
   }
 }
 
@@ -69,6 +101,10 @@ std::string OneLine(std::string_view text) {
     }
   }
   return line;
+}
+
+std::string WithoutDot(const std::string& path) {
+  return path.starts_with("./") ? path.substr(2) : path;
 }
 
 std::string NativePath(std::string_view path) {

@@ -2,6 +2,8 @@
 #ifndef TARNIX_CLI_STREAMS_H_
 #define TARNIX_CLI_STREAMS_H_
 
+#include <exception>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 
@@ -11,8 +13,19 @@ namespace TarnixTools::cli {
 // one of them, and turns a write to a closed pipe into an error instead of a signal.
 void PrepareStandardStreams();
 
-// Writes everything or throws PdfException (InternalError) with the system's reason.
+// Nobody reads standard output any more: the program ends without a word.
+class BrokenPipe : public std::exception {};
+
+// Writes everything or throws: BrokenPipe, or PdfException (InternalError) with the system's reason.
 void WriteOutput(std::string_view text);
+
+// Writes a file to standard output; throws what WriteOutput throws, and PdfException (FileNotFound)
+// for a file that cannot be read.
+void CopyToOutput(const std::string& path);
+
+// Copies standard input to its end; the stream tells whether it could be written. Throws
+// PdfException (FileNotFound) when standard input cannot be read.
+void CopyStandardInput(std::ostream& target);
 
 // Writes to standard error; a failure is ignored, since there is nowhere left to tell it.
 void WriteError(std::string_view text);
@@ -24,6 +37,9 @@ std::string OneLine(std::string_view text);
 
 // The path in the system's own form, with '/' as separator.
 std::string NativePath(std::string_view path);
+
+// The path without "./" in front.
+std::string WithoutDot(const std::string& path);
 
 }  // namespace TarnixTools::cli
 

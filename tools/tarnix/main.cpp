@@ -1,14 +1,18 @@
 // tarnix: one subcommand per job of the library.
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "Causes.h"
 #include "Completion.h"
 #include "Failure.h"
 #include "Help.h"
 #include "Job.h"
 #include "JobRunner.h"
 #include "ManPage.h"
+#include "NearestWord.h"
+#include "ResultPrinter.h"
 #include "Streams.h"
 
 namespace TarnixTools::cli {
@@ -16,10 +20,17 @@ namespace {
 
 using Words = std::vector<std::string>;
 
+constexpr int kExitBrokenPipe = 128 + 13;  // as SIGPIPE would end the process
+
 const Job& JobNamed(const std::string& name) {
   const Job* job = FindJob(name);
   if (job == nullptr) {
-    throw UsageError(name.starts_with('-') ? UnknownOption(name) : "unknown job " + name);
+    std::vector<std::string> known;
+    for (const Job* each : Jobs()) {
+      known.emplace_back(each->name);
+    }
+    throw UsageError(name.starts_with('-') ? UnknownOption(name, {"--help", "--version"})
+                                           : "unknown job " + name + Suggestion(name, known));
   }
   return *job;
 }
@@ -50,6 +61,11 @@ std::string VersionText(const Words& words) {
   return VersionLine();
 }
 
+std::string ErrorsText(const Words& words) {
+  ExpectNoMore(words);
+  return ErrorTable();
+}
+
 std::string ManText(const Words& words) {
   ExpectNoMore(words);
   return ManPage();
@@ -64,6 +80,7 @@ struct TextCommand {
 constexpr TextCommand kTextCommands[] = {
     {"help", HelpText},         {"--help", HelpText},           {"-h", HelpText},
     {"--version", VersionText}, {"completion", CompletionText}, {"man", ManText},
+    {"errors", ErrorsText},
 };
 
 int Dispatch(const Words& words) {
@@ -86,17 +103,29 @@ std::string AdvisedCommand(const Words& words) {
   return has_job ? "tarnix " + words.front() : "tarnix";
 }
 
+// With --json, standard output tells it too.
+int TellUsageError(const Words& words, const std::string& message) {
+  const auto end = std::find(words.begin(), words.end(), "--");
+  const int status = PrintUsageError(message, AdvisedCommand(words));
+  if (std::find(words.begin(), end, "--json") != end) {
+    PrintUsageJson(FindJob(words.front()) != nullptr ? words.front() : "", message);
+  }
+  return status;
+}
+
 int RunCommandLine(char** begin, char** end) {
   Words words;
   try {
     words.assign(begin, end);
     return Dispatch(words);
   } catch (const UsageError& error) {
-    return PrintUsageError(error.what(), AdvisedCommand(words));
+    return TellUsageError(words, error.what());
+  } catch (const BrokenPipe&) {
+    return kExitBrokenPipe;
   } catch (...) {
     const Failure failure = CurrentFailure();
     PrintFailure(failure);
-    return ExitStatus(failure.code);
+    return ExitStatus(failure);
   }
 }
 

@@ -1,0 +1,106 @@
+#include "Interruption.h"
+
+#include <csignal>
+#include <exception>
+#include <mutex>
+#include <thread>
+
+#include <pthread.h>
+#include <unistd.h>
+
+#include "Job.h"
+#include "PdfException.h"
+#include "Streams.h"
+#include "TemporaryDirectory.h"
+#include "Terminal.h"
+
+namespace TarnixTools::cli {
+namespace {
+
+struct Outputs {
+  std::mutex mutex;
+  std::vector<std::string> paths;
+};
+
+// Never destroyed: the thread that waits for signals may need it while static objects go.
+Outputs& Finished() {
+  static auto* const outputs = new Outputs;
+  return *outputs;
+}
+
+bool IsIgnored(int signal) {
+  struct sigaction action {};
+
+  return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
+sigset_t WatchedSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  for (const int signal : {SIGINT, SIGTERM}) {
+    if (!IsIgnored(signal)) {
+      sigaddset(&signals, signal);
+    }
+  }
+  return signals;
+}
+
+void Tell(const std::string& job, const std::string& message) {
+  const std::vector<std::string> outputs = FinishedOutputs();
+  std::string text = "\rtarnix: " + message + "\n";
+  for (const std::string& path : outputs) {
+    text += "tarnix: finished before: " + OneLine(path) + "\n";
+  }
+  WriteError(text);
+  if (job.empty()) {
+    return;
+  }
+  const Json object = {
+      {"job", job},
+      {"outputs", outputs},
+      {"error", {{"code", "Interrupted"}, {"engineCode", 0}, {"message", message}, {"cause", ""}}}};
+  try {
+    WriteOutput(object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n");
+  } catch (const PdfException&) {
+    // Nobody is left to be told.
+  }
+}
+
+[[noreturn]] void EndBy(int signal, const std::string& job) {
+  RestoreTerminal();
+  Tell(job, signal == SIGINT ? "interrupted" : "terminated");
+  RemoveTemporaryDirectories();
+  _exit(128 + signal);
+}
+
+}  // namespace
+
+void WatchForInterruption(const std::string& job) {
+  const sigset_t signals = WatchedSignals();
+  sigset_t before;
+  pthread_sigmask(SIG_BLOCK, &signals, &before);
+  try {
+    std::thread([signals, job] {
+      int signal = 0;
+      while (sigwait(&signals, &signal) != 0) {
+      }
+      EndBy(signal, job);
+    }).detach();
+  } catch (const std::exception&) {
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);  // then a signal ends the process as it is
+  }
+}
+
+void NoteFinished(const std::string& path) {
+  Outputs& outputs = Finished();
+  const std::lock_guard lock(outputs.mutex);
+  outputs.paths.push_back(path);
+}
+
+std::vector<std::string> FinishedOutputs() {
+  Outputs& outputs = Finished();
+  const std::lock_guard lock(outputs.mutex);
+  return outputs.paths;
+}
+
+}  // namespace TarnixTools::cli
