@@ -17,9 +17,9 @@
 
 namespace TarnixTools {
 
-// Encryption is that of PDF 2.0 (ISO 32000-2, 7.6: AES with 256 bits). The one password is both the
-// user's and the owner's: whoever knows it may do everything with the document, and whoever does
-// not cannot open it.
+// Encryption is that of PDF 2.0 (ISO 32000-2, 7.6: AES with 256 bits). Where only one password
+// is set it is both the user's and the owner's: whoever knows it may do everything with the document, and
+// whoever does not cannot open it.
 class TARNIX_EXPORT PdfProtectTask : public PdfTask {
  public:
   // The task owns a copy of the document, which is not opened before Execute. One that is encrypted

@@ -32,6 +32,14 @@ std::string RangeLabel(const PdfPageRange& range) {
   return label;
 }
 
+void RequirePage(int number, int count, const std::string& name) {
+  if (number < 1 || number > count) {
+    throw PdfException(PdfExceptionCode::InvalidParameter, 0,
+                       "Invalid page [%d] for PDF [%s] ([%d] pages available)", number,
+                       name.c_str(), count);
+  }
+}
+
 std::string PartLabel(int number, std::size_t width) {
   const std::string digits = std::to_string(number);
   return std::string(width - std::min(width, digits.size()), '0') + digits;
@@ -88,8 +96,8 @@ void PdfDoc::Rotate(PdfRotationAngle angle, const std::set<int>& pages,
   report_.Clear();
   OpenAndCountPages();
   const DiscardGuard closing(*this);
-  if (!pages.empty()) {
-    RequireRange(PdfPageRange(*pages.begin(), *pages.rbegin()));
+  for (const int page : pages) {
+    RequirePage(page, pages_num_, name_);
   }
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
   NoteProtection(output, report_);
@@ -227,7 +235,7 @@ void PdfDoc::AppendRanges(engines::TPdfDocument* target) {
   OpenAndCountPages();
   const DiscardGuard closing(*this);
   for (const PdfPageRange& range : ranges_) {
-    RequireRange(range);
+    RequirePage(range.GetEndPageNum(), pages_num_, name_);
     AppendOpenPages(target, range.GetStartPageNum() - 1, range.GetEndPageNum());
   }
 }

@@ -76,6 +76,18 @@ TEST_F(Pdf2ImgTaskTest, RefusesUnknownModes) {
             refused);
 }
 
+TEST_F(Pdf2ImgTaskTest, NamesImagesOfBothModesByAPattern) {
+  const CapturedOutput quiet;
+  MakeWithImages("doc.pdf", 1);
+  for (const Pdf2ImgMode mode : {Pdf2ImgRenderPages, Pdf2ImgExtractImages}) {
+    Pdf2ImgTask task = TaskFor("doc.pdf", mode);
+    task.SetNamePattern("{stem}-" + std::to_string(mode) + "-{n}.jpg");
+    task.Execute();
+  }
+  EXPECT_THAT(Outputs(),
+              ElementsAre("doc-0-0001.jpg", "doc-0-0002.jpg", "doc-1-0001.jpg", "doc-1-0002.jpg"));
+}
+
 TEST_F(Pdf2ImgTaskTest, KeepsItsOptionsWhenCopiedAndMoved) {
   Pdf2ImgTask task;
   task.SetDpi(33);

@@ -67,6 +67,41 @@ TEST_F(PdfMergeTaskTest, WritesToTheDirectoryAndNameThatWereSet) {
   EXPECT_THAT(Texts("out/all.pdf"), ElementsAre("Alpha 1", "Alpha 2", "Beta 1"));
 }
 
+TEST_F(PdfMergeTaskTest, WritesRangesWhereItIsToldTo) {
+  TARNIX_NEED_PROGRAM("pdftotext");
+  std::list<PdfDoc> inputs = Inputs();
+  inputs.front().AddRange(PdfPageRange(2, 2));
+  inputs.front().AddRange(PdfPageRange(1, 2));
+  PdfMergeTask task(inputs);
+  task.Execute();
+  EXPECT_THAT(Texts("merged_doc.pdf"), ElementsAre("Alpha 1", "Alpha 2", "Beta 1"));
+  task.SetUseRanges(true);
+  task.Execute();
+  EXPECT_THAT(Texts("merged_doc.pdf"), ElementsAre("Alpha 2", "Alpha 1", "Alpha 2", "Beta 1"));
+}
+
+TEST_F(PdfMergeTaskTest, TakesRangesOfOneDocument) {
+  PdfDoc document(MakePdf("a.pdf", 3), "", true);
+  document.AddRange(PdfPageRange(2, 3));
+  PdfMergeTask task(document);
+  task.SetUseRanges(true);
+  task.Execute();
+  EXPECT_EQ(Doc("merged_doc.pdf").GetPagesNum(), 2);
+  task.ClearPdfDocs();
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }).code, PdfExceptionCode::InvalidParameter);
+}
+
+TEST_F(PdfMergeTaskTest, RefusesARangeThatTheDocumentLacks) {
+  std::list<PdfDoc> inputs = Inputs();
+  inputs.back().AddRange(PdfPageRange(1, 2));
+  PdfMergeTask task(inputs);
+  task.SetUseRanges(true);
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter,
+                    "Invalid page [2] for PDF [b] ([1] pages available)"));
+  EXPECT_THAT(directory_.Names(""), ElementsAre("a.pdf", "b.pdf"));
+}
+
 TEST_F(PdfMergeTaskTest, ChecksTheDirectoryBeforeAnyDocumentIsOpened) {
   const PdfDoc missing(Path("missing.pdf"), "", false);
   PdfMergeTask task(std::list<PdfDoc>{missing, missing});

@@ -74,6 +74,34 @@ TEST_F(PdfProtectTaskTest, NeedsAPasswordOfItsOwn) {
   EXPECT_THAT(directory_.Names("out"), ElementsAre());
 }
 
+TEST_F(PdfProtectTaskTest, GivesTheOwnerAPasswordOfItsOwn) {
+  task_.SetPassword("reader");
+  task_.SetOwnerPassword("owner");
+  task_.Execute();
+  const std::string path = Path("out/locked_report.pdf");
+  EXPECT_TRUE(PdfDoc::IsValidPassword(path, "reader"));
+  EXPECT_TRUE(PdfDoc::IsValidPassword(path, "owner"));
+  EXPECT_FALSE(PdfDoc::IsValidPassword(path, ""));
+}
+
+TEST_F(PdfProtectTaskTest, LetsEverybodyReadWhereOnlyTheOwnerHasAPassword) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  constexpr std::uint32_t kFillFormsAndPrint = 0x104;
+  task_.SetOwnerPassword("owner");
+  EXPECT_EQ(task_.GetPermissions(), 3900U);
+  task_.SetPermissions(kFillFormsAndPrint);
+  task_.Execute();
+  const std::string path = Path("out/locked_report.pdf");
+  EXPECT_FALSE(PdfDoc::HasPassword(path));
+  EXPECT_TRUE(Doc("out/locked_report.pdf").IsEncrypted());
+  const std::string facts = QpdfEncryption(path, "");
+  EXPECT_THAT(facts, HasSubstr("print low resolution: allowed"));
+  EXPECT_THAT(facts, HasSubstr("modify forms: allowed"));
+  EXPECT_THAT(facts, HasSubstr("extract for any purpose: not allowed"));
+  EXPECT_THAT(facts, HasSubstr("modify annotations: not allowed"));
+  EXPECT_THAT(facts, HasSubstr("print high resolution: not allowed"));
+}
+
 TEST_F(PdfProtectTaskTest, DoesNotUseTheOutputPassword) {
   task_.SetPassword("pw");
   task_.SetOutPassword("other");

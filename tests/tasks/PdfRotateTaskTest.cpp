@@ -47,6 +47,29 @@ TEST_F(PdfRotateTaskTest, TurnsEveryPage) {
   EXPECT_THAT(Rotations("out/rotated_file.pdf"), ElementsAre(90, 0, 90));
 }
 
+TEST_F(PdfRotateTaskTest, TurnsOnlyThePagesThatAreNamed) {
+  TARNIX_NEED_PROGRAM("pdfinfo");
+  PdfRotateTask task = Task();
+  EXPECT_THAT(task.GetPages(), ElementsAre());
+  task.SetRotationAngle(PdfRotationAngle::Rotate90);
+  task.SetPages({3, 2});
+  task.Execute();
+  EXPECT_THAT(Rotations("out/rotated_file.pdf"), ElementsAre(0, 0, 90));
+}
+
+TEST_F(PdfRotateTaskTest, RefusesPagesThatTheDocumentLacks) {
+  PdfRotateTask task = Task();
+  task.SetRotationAngle(PdfRotationAngle::Rotate90);
+  for (const int page : {0, 4, -1}) {
+    task.SetPages({1, page});
+    EXPECT_EQ(
+        FailureOf([&] { task.Execute(); }),
+        Failure(PdfExceptionCode::InvalidParameter,
+                "Invalid page [" + std::to_string(page) + "] for PDF [doc] ([3] pages available)"));
+  }
+  EXPECT_THAT(directory_.Names("out"), ElementsAre());
+}
+
 TEST_F(PdfRotateTaskTest, WritesAnUnrotatedCopyByDefault) {
   TARNIX_NEED_PROGRAM("pdfinfo");
   PdfRotateTask task = Task();

@@ -54,6 +54,41 @@ TEST_F(PdfSplitTaskTest, WritesPiecesOfTheInterval) {
   EXPECT_EQ(Doc("out/doc-02.pdf").GetPagesNum(), 2);
 }
 
+TEST_F(PdfSplitTaskTest, NamesPiecesByAPattern) {
+  PdfSplitTask task = Task();
+  task.SetFixedSplitInterval(3);
+  task.SetNamePattern("{n} of {stem}.pdf");
+  task.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("01 of doc.pdf", "02 of doc.pdf"));
+  EXPECT_THAT(task.GetPieces(), ElementsAre(Backslashes(Path("out/01 of doc.pdf")),
+                                            Backslashes(Path("out/02 of doc.pdf"))));
+}
+
+TEST_F(PdfSplitTaskTest, TellsThePiecesThatWereWrittenBeforeAFailure) {
+  PdfSplitTask task = Task();
+  task.SetSplitMode(PdfSplitMode::Ranges);
+  task.AddSplitRange(PdfPageRange(1, 2));
+  task.AddSplitRange(PdfPageRange(5, 6));
+  EXPECT_NE(FailureOf([&] { task.Execute(); }), Failure());
+  EXPECT_THAT(task.GetPieces(), ElementsAre(Backslashes(Path("out/doc-1-2.pdf"))));
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("doc-1-2.pdf"));
+  task.ClearPdfDocs();
+  EXPECT_NE(FailureOf([&] { task.Execute(); }), Failure());
+  EXPECT_THAT(task.GetPieces(), ElementsAre());
+}
+
+TEST_F(PdfSplitTaskTest, NamesTheOneFileOfAllRanges) {
+  PdfSplitTask task = Task();
+  task.SetSplitMode(PdfSplitMode::Ranges);
+  task.SetMergeAfter(true);
+  task.SetMergedName("parts.pdf");
+  task.AddSplitRange(PdfPageRange(4, 5));
+  task.AddSplitRange(PdfPageRange(1, 1));
+  task.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("parts.pdf"));
+  EXPECT_THAT(task.GetPieces(), ElementsAre(Backslashes(Path("out/parts.pdf"))));
+}
+
 TEST_F(PdfSplitTaskTest, LeavesTheIntervalToTheDocument) {
   PdfSplitTask task = Task();
   task.SetFixedSplitInterval(6);

@@ -132,5 +132,23 @@ TEST_F(TaskReportTest, CountsTheDamageOfAnInputOnceForAllPieces) {
   EXPECT_EQ(CountOf(task.GetReport(), PdfReportKind::Damage, PdfReportOutcome::Kept), 0);
 }
 
+TEST_F(TaskReportTest, TellsOfProtectionThatTheOutputLacks) {
+  PdfProtectTask protect(Doc("doc.pdf"), "pw");
+  protect.SetOutPdfName("locked.pdf");
+  protect.SetOutputPath(Path("out"));
+  protect.Execute();
+  PdfRotateTask task(Doc("out/locked.pdf", "pw"));
+  task.SetOutputPath(Path("out"));
+  task.Execute();
+  EXPECT_EQ(CountOf(task.GetReport(), PdfReportKind::Protection, PdfReportOutcome::Dropped), 1);
+  task.SetOutPassword("new");
+  task.Execute();
+  EXPECT_EQ(CountOf(task.GetReport(), PdfReportKind::Protection, PdfReportOutcome::Dropped), 0);
+  PdfUnlockTask unlock(Doc("out/locked.pdf", "pw"), "pw");
+  unlock.SetOutputPath(Path("out"));
+  unlock.Execute();
+  EXPECT_EQ(CountOf(unlock.GetReport(), PdfReportKind::Protection, PdfReportOutcome::Dropped), 0);
+}
+
 }  // namespace
 }  // namespace TarnixTools
