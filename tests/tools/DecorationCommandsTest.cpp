@@ -151,8 +151,10 @@ TEST_F(DecorationCommands, CheckTheirValues) {
               HasSubstr("--position: 'left-top' is none of top-left|"));
   ExpectFailure(Run({"number", "--opacity", "0", "doc.pdf"}), 14,
                 "InvalidParameter: Invalid text opacity value [0] (expected [1-100] value)");
-  ExpectFailure(Run({"number", "--color", "green", "doc.pdf"}), 14,
-                "InvalidParameter: Invalid RGB font color pattern [green]");
+  ExpectFailure(Run({"number", "--color", "#green", "doc.pdf"}), 14,
+                "InvalidParameter: Invalid RGB font color pattern [#green]");
+  ExpectUsageError(Run({"number", "--color", "gren", "doc.pdf"}),
+                   "--color: 'gren' is not a color (did you mean green?)", "tarnix number");
   ExpectFailure(Run({"number", "--pages", "3-4", "doc.pdf"}), 14,
                 "InvalidParameter: No page [4] in document [doc.pdf] ([3] pages available)");
   EXPECT_EQ(Run({"number", "--pages", "3-a", "doc.pdf"}).status, 2);

@@ -1,8 +1,27 @@
 #include "DecorationOptions.h"
 
+#include <vector>
+
 #include "Failure.h"
+#include "NearestWord.h"
 
 namespace TarnixTools::cli {
+namespace {
+
+struct NamedColor {
+  std::string_view name;
+  const char* digits;
+};
+
+// The names of HTML 4, and orange.
+constexpr NamedColor kColors[] = {
+    {"black", "#000000"}, {"white", "#FFFFFF"},  {"gray", "#808080"},   {"silver", "#C0C0C0"},
+    {"red", "#FF0000"},   {"maroon", "#800000"}, {"orange", "#FFA500"}, {"yellow", "#FFFF00"},
+    {"olive", "#808000"}, {"lime", "#00FF00"},   {"green", "#008000"},  {"aqua", "#00FFFF"},
+    {"teal", "#008080"},  {"blue", "#0000FF"},   {"navy", "#000080"},   {"fuchsia", "#FF00FF"},
+    {"purple", "#800080"}};
+
+}  // namespace
 
 PdfTransformVerticalPos VerticalPosition(std::string_view position) {
   if (position.starts_with("top")) {
@@ -26,6 +45,20 @@ PdfTransformTextAlignment TextAlignment(std::string_view alignment) {
   }
   return alignment == "right" ? PdfTransformTextAlignment::Right
                               : PdfTransformTextAlignment::Center;
+}
+
+std::string ColorOf(const std::string& word) {
+  if (word.starts_with('#')) {
+    return word;
+  }
+  std::vector<std::string> names;
+  for (const NamedColor& color : kColors) {
+    if (color.name == word) {
+      return color.digits;
+    }
+    names.emplace_back(color.name);
+  }
+  throw UsageError("--color: '" + word + "' is not a color" + Suggestion(word, names));
 }
 
 std::string Unescaped(std::string_view text) {

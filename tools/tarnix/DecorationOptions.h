@@ -91,10 +91,14 @@ inline constexpr OptionRow kFontSizeRow = {.name = "font-size",
                                            .argument = "N",
                                            .help = "size of the font in points (default: 24)"};
 
-inline constexpr OptionRow kColorRow = {.name = "color",
-                                        .kind = ValueKind::Text,
-                                        .argument = "#RRGGBB",
-                                        .help = "colour of the text (default: #000000)"};
+inline constexpr OptionRow kColorRow = {
+    .name = "color",
+    .kind = ValueKind::Text,
+    .argument = "#RRGGBB|name",
+    .help =
+        "colour of the text: red, green and blue in hexadecimal digits, or one of the names black, "
+        "white, gray, silver, red, maroon, orange, yellow, olive, lime, green, aqua, teal, blue, "
+        "navy, fuchsia, purple (default: black)"};
 
 inline constexpr OptionRow kOpacityRow = {
     .name = "opacity",
@@ -113,6 +117,9 @@ inline constexpr OptionRow kAlignRow = {
 PdfTransformVerticalPos VerticalPosition(std::string_view position);
 PdfTransformHorizontalPos HorizontalPosition(std::string_view position);
 PdfTransformTextAlignment TextAlignment(std::string_view alignment);
+
+// "#RRGGBB" of a name; what starts with "#" is returned as it is. Throws UsageError for another word.
+std::string ColorOf(const std::string& word);
 
 // The text of an option in which "\n" stands for a line break and "\\" for a backslash.
 std::string Unescaped(std::string_view text);
@@ -154,7 +161,7 @@ void SetTextLook(const OptionValues& options, Settings& settings) {
     settings.SetFontSize(options.Integer("font-size", 0));
   }
   if (options.Has("color")) {
-    settings.SetFontColor(options.Text("color"));
+    settings.SetFontColor(ColorOf(options.Text("color")));
   }
   if (options.Has("opacity")) {
     settings.SetTextOpacity(options.Integer("opacity", 0));
@@ -183,8 +190,7 @@ void SetStampLook(const OptionValues& options, Settings& settings) {
 
 inline constexpr int kNumberFontSize = 10;
 
-// What page numbers have in place of the margins of stamps: distances from the edges that they are
-// at, put into the adjustments.
+// Distances from the edges, which do not count for a number that has a place of its own.
 template <typename Settings>
 void SetNumberMargin(const OptionValues& options, Settings& settings) {
   constexpr int kMargin = 20;
@@ -193,16 +199,8 @@ void SetNumberMargin(const OptionValues& options, Settings& settings) {
   }
   const auto [x, y] =
       options.Has("margin") ? options.IntegerPair("margin") : PairOf<int>{kMargin, kMargin};
-  const PdfTransformHorizontalPos across = settings.GetHorizontalPosition();
-  const PdfTransformVerticalPos along = settings.GetVerticalPosition();
-  const int dx = across == PdfTransformHorizontalPos::Left    ? x
-                 : across == PdfTransformHorizontalPos::Right ? -x
-                                                              : 0;
-  const int dy = along == PdfTransformVerticalPos::Bottom ? y
-                 : along == PdfTransformVerticalPos::Top  ? -y
-                                                          : 0;
-  settings.SetHorizontalAdjustment(settings.GetHorizontalAdjustment() + dx);
-  settings.SetVerticalAdjustment(settings.GetVerticalAdjustment() + dy);
+  settings.SetMarginX(x);
+  settings.SetMarginY(y);
 }
 
 // All options of the three jobs. The settings are a task's or a PdfTransformation's of that type.
