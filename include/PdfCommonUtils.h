@@ -37,6 +37,9 @@ class TARNIX_EXPORT PdfCommonUtils {
   // path, that message shows the first character only.
   static void RemoveFile(const std::string& path);
 
+  // A path in the form of the system, with slashes on this one: what tasks hand back has backslashes.
+  static std::string GetNativePath(const std::string& path);
+
   // A name made by a pattern: every "{stem}" in it becomes the stem and every "{n}" the number; what
   // the two hold is taken as it is.
   static std::string FormName(const std::string& pattern, const std::string& stem,

@@ -21,7 +21,7 @@ int main(int argc, char** argv) {
     task.SetOutputPath(argv[1]);
     task.SetOutDocName("all.pdf");
     task.Execute();
-    std::cout << task.GetMergedDocPath() << '\n';
+    std::cout << PdfCommonUtils::GetNativePath(task.GetMergedDocPath()) << '\n';
   } catch (PdfException& error) {
     std::cerr << "merge_host: " << error.what() << '\n';
     return static_cast<int>(error.GetCode());

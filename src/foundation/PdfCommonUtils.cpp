@@ -31,6 +31,10 @@ void PdfCommonUtils::RemoveFile(const std::string& path) {
                      reinterpret_cast<const char*>(wide_path.c_str()), reason.c_str());
 }
 
+std::string PdfCommonUtils::GetNativePath(const std::string& path) {
+  return platform::NativePath(path);
+}
+
 std::string PdfCommonUtils::FormName(const std::string& pattern, const std::string& stem,
                                      const std::string& number) {
   constexpr std::string_view kStem = "{stem}";

@@ -76,6 +76,11 @@ TEST(PdfCommonUtils, RemoveFileRemovesALinkAndNotItsTarget) {
   EXPECT_TRUE(Exists(file));
 }
 
+TEST(PdfCommonUtils, GetNativePathHasTheSlashesOfTheSystem) {
+  EXPECT_EQ(PdfCommonUtils::GetNativePath("\\tmp\\out/a b.pdf"), "/tmp/out/a b.pdf");
+  EXPECT_EQ(PdfCommonUtils::GetNativePath(""), "");
+}
+
 TEST(PdfCommonUtils, FormNameReplacesStemAndNumberOnce) {
   EXPECT_EQ(PdfCommonUtils::FormName("{stem}-{n}.pdf", "report", "007"), "report-007.pdf");
   EXPECT_EQ(PdfCommonUtils::FormName("{n}{n} {x}{stem", "report", "1"), "11 {x}{stem");
