@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Writes the example documents next to this file: letter.pdf, report.pdf, plan.pdf.
+"""Writes the examples next to this file: letter.pdf, report.pdf, plan.pdf and the image logo.png.
 
     examples/make_examples.py [DIR]
 
@@ -8,6 +8,7 @@ compressed objects, an outline, links and page labels, plan.pdf has landscape pa
 standard library is needed, and the same bytes come out every time.
 """
 import hashlib
+import math
 import struct
 import sys
 import zlib
@@ -351,12 +352,32 @@ def draw_rooms(page):
     page.text(400, 82, "12.80", 9)
 
 
+def png_chunk(kind, data):
+    return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+
+def make_logo(size=120):
+    """A ring with a wave in it, transparent around it."""
+    rows = bytearray()
+    for y in range(size):
+        rows.append(0)  # the row is stored as it is
+        for x in range(size):
+            distance = math.hypot(x - size / 2 + 0.5, y - size / 2 + 0.5)
+            wave = abs(y - size / 2 - 9 * math.sin(x / 11)) < 6 and distance < size / 2 - 16
+            ring = size / 2 - 10 < distance < size / 2 - 1
+            rows += bytes((30, 90, 140, 255) if wave or ring else (255, 255, 255, 0))
+    header = struct.pack(">IIBBBBB", size, size, 8, 6, 0, 0, 0)
+    return (b"\x89PNG\r\n\x1a\n" + png_chunk(b"IHDR", header) + png_chunk(b"IDAT", zlib.compress(bytes(rows), 9)) +
+            png_chunk(b"IEND", b""))
+
+
 def main():
     folder = Path(sys.argv[1]) if len(sys.argv) > 1 else Path(__file__).resolve().parent
-    for name, make in (("letter", make_letter), ("report", make_report), ("plan", make_plan)):
+    makers = {"letter.pdf": make_letter, "report.pdf": make_report, "plan.pdf": make_plan, "logo.png": make_logo}
+    for name, make in makers.items():
         data = make()
-        (folder / f"{name}.pdf").write_bytes(data)
-        print(f"{name}.pdf: {len(data)} bytes")
+        (folder / name).write_bytes(data)
+        print(f"{name}: {len(data)} bytes")
 
 
 if __name__ == "__main__":

@@ -46,7 +46,8 @@ class CliTest : public ::testing::Test {
   // The widths of a document's pages, by which tests tell them.
   std::vector<int> WidthsOf(const std::string& name) const {
     std::vector<int> widths(static_cast<std::size_t>(PagesOf(name)));
-    for (const Json& size : RunJson({"info", name})["files"][0]["pageSizes"]) {
+    const Json info = RunJson({"info", name});
+    for (const Json& size : info["files"][0]["pageSizes"]) {
       std::istringstream ranges(size["pages"].get<std::string>());
       for (std::string range; std::getline(ranges, range, ',');) {
         const std::size_t dash = range.find('-');

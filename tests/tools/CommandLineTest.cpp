@@ -55,7 +55,7 @@ TEST_F(CommandLine, DescribesOutputOptionsOnlyWhereThereIsOutput) {
 TEST_F(CommandLine, RejectsWrongUsage) {
   ExpectUsageError(Run({}), "no job given", "tarnix");
   ExpectUsageError(Run({"mrege", "a.pdf"}), "unknown job mrege (did you mean merge?)", "tarnix");
-  ExpectUsageError(Run({"--json", "info"}), "unknown option --json", "tarnix");
+  ExpectUsageError(Run({"--jason", "info"}), "unknown option --jason", "tarnix");
   ExpectUsageError(Run({"help", "x"}), "unknown job x", "tarnix");
   ExpectUsageError(Run({"--version", "x"}), "unexpected argument x", "tarnix");
   ExpectUsageError(Run({"info"}), "info needs at least 1 input (given: 0)", "tarnix info");
@@ -64,8 +64,8 @@ TEST_F(CommandLine, RejectsWrongUsage) {
   ExpectUsageError(Run({"info", "-x", "a.pdf"}), "unknown option -x", "tarnix info");
   ExpectUsageError(Run({"info", "a.pdf", "--units"}), "--units needs a value", "tarnix info");
   ExpectUsageError(Run({"info", "a.pdf", "--json=yes"}), "--json takes no value", "tarnix info");
-  ExpectUsageError(Run({"info", "a.pdf", "--units", "ft"}), "--units: 'ft' is none of cm|mm|in|pt",
-                   "tarnix info");
+  ExpectUsageError(Run({"info", "a.pdf", "--units", "ft"}),
+                   "--units: 'ft' is none of cm|mm|in|pt (did you mean pt?)", "tarnix info");
   ExpectUsageError(Run({"split", "a.pdf", "--every", "2x"}), "--every: '2x' is not a whole number",
                    "tarnix split");
   ExpectUsageError(Run({"info", "a.pdf", "-qv"}), "--quiet and --verbose exclude each other",

@@ -98,9 +98,72 @@ TEST_F(BashCompletion, OffersDocumentsAndDirectories) {
 }
 
 TEST_F(BashCompletion, KnowsNoOtherShell) {
-  ExpectUsageError(Run({"completion"}), "completion needs the name of a shell: bash", "tarnix");
-  ExpectUsageError(Run({"completion", "fish"}), "completion needs the name of a shell: bash",
+  ExpectUsageError(Run({"completion"}), "completion needs the name of a shell: bash, zsh or fish",
                    "tarnix");
+  ExpectUsageError(Run({"completion", "tcsh"}),
+                   "completion needs the name of a shell: bash, zsh or fish", "tarnix");
+}
+
+class FishCompletion : public CliTest {
+ protected:
+  void SetUp() override { TARNIX_NEED_PROGRAM("fish"); }
+
+  // What fish offers at the end of a command line, a line each with its description.
+  std::string Offers(const std::string& line) const {
+    WriteFile("completion", Run({"completion", "fish"}).out);
+    const auto result =
+        RunCommand({"fish", "--no-config", "-c", "source ./completion; complete -C '" + line + "'"},
+                   {.directory = directory_.Path()});
+    EXPECT_EQ(result.err, "");
+    return result.out;
+  }
+};
+
+TEST_F(FishCompletion, OffersJobsOptionsAndWords) {
+  EXPECT_EQ(Offers("tarnix mer"), "merge\tjoin documents into one\n");
+  EXPECT_EQ(Offers("tarnix help mer"), "merge\tjoin documents into one\n");
+  EXPECT_THAT(Offers("tarnix split --ran"), ::testing::StartsWith("--ranges\tone piece"));
+  EXPECT_EQ(Offers("tarnix merge --ran"), "");
+  EXPECT_THAT(Offers("tarnix info --units c"), ::testing::StartsWith("cm"));
+}
+
+class ZshCompletion : public CliTest {
+ protected:
+  void SetUp() override {
+    TARNIX_NEED_PROGRAM("zsh");
+    WriteFile("_tarnix", Run({"completion", "zsh"}).out);
+  }
+};
+
+TEST_F(ZshCompletion, IsBoundToTheProgramWhenItIsSourced) {
+  const auto result =
+      RunCommand({"zsh", "-f", "-c",
+                  "autoload -U compinit; compinit -D; source ./_tarnix; print $_comps[tarnix]"},
+                 {.directory = directory_.Path()});
+  EXPECT_EQ(result.err, "");
+  EXPECT_EQ(result.out, "_tarnix\n");
+}
+
+TEST_F(ZshCompletion, OffersJobsOptionsAndWords) {
+  // Runs an interactive shell on a terminal of its own, types the line and a tabulator, and prints what
+  // stands there then.
+  const std::string script = R"(
+    zmodload zsh/zpty
+    zpty shell zsh -f -i
+    zpty -w shell 'PS1=; autoload -U compinit; compinit -D; source ./_tarnix; print re''ady'
+    zpty -r -m shell text '*ready*'
+    zpty -w -n shell "$1"$'\t'
+    zpty -r -m shell text "*$2*"
+    print -r -- found
+  )";
+  const auto finds = [&](const std::string& typed, const std::string& completed) {
+    return RunCommand({"timeout", "10", "zsh", "-f", "-c", script, "zsh", typed, completed},
+                      {.directory = directory_.Path()})
+               .out == "found\n";
+  };
+  EXPECT_TRUE(finds("tarnix extract-i", "tarnix extract-images"));
+  EXPECT_TRUE(finds("tarnix split --ran", "tarnix split --ranges"));
+  EXPECT_TRUE(finds("tarnix pdfa --level=1", "1a*1b"));
 }
 
 }  // namespace

@@ -84,9 +84,9 @@ TEST_F(MergeCommand, TellsThatDamageTookSomething) {
   WriteFile("lost.pdf", bytes);
   const auto result = Run({"merge", "a.pdf", "lost.pdf"});
   EXPECT_EQ(result.status, 3);
-  EXPECT_EQ(result.out, "merged_doc.pdf\n");
+  EXPECT_EQ(result.out, "merged.pdf\n");
   EXPECT_THAT(result.err, ::testing::HasSubstr("tarnix: damage: page lost, an empty one stands"));
-  EXPECT_EQ(PagesOf("merged_doc.pdf"), 4);
+  EXPECT_EQ(PagesOf("merged.pdf"), 4);
   EXPECT_EQ(Run({"merge", "a.pdf", "lost.pdf", "-q"}).err, "");
 }
 

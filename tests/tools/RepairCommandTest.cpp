@@ -71,7 +71,7 @@ TEST_F(RepairCommand, TakesSeveralInputs) {
   const Json files = Parsed(lost)["files"];
   ASSERT_EQ(files.size(), 2U);
   EXPECT_EQ(files[1]["input"], "torn.pdf");
-  EXPECT_EQ(files[1]["output"], "torn-repaired.pdf");
+  EXPECT_EQ(files[1]["outputs"], Json({"torn-repaired.pdf"}));
   EXPECT_THAT(files[1]["problems"],
               Contains(Json("Nothing tells where the cross-reference starts; fixed")));
   const auto failed = Run({"repair", "text.pdf", "torn.pdf", "lost.pdf", "--json"});

@@ -62,7 +62,8 @@ TEST_F(ValidateCommand, JudgesByTheLevelAskedFor) {
   const auto other = Run({"validate", "fine.pdf", "--level", "3b"});
   EXPECT_THAT(other.out, StartsWith("fine.pdf: not valid PDF/A-3b\n  6.6.4-"));
   ExpectUsageError(Run({"validate", "fine.pdf", "--level", "1u"}),
-                   "--level: '1u' is none of 1a|1b|2a|2b|2u|3a|3b|3u", "tarnix validate");
+                   "--level: '1u' is none of 1a|1b|2a|2b|2u|3a|3b|3u (did you mean 1a?)",
+                   "tarnix validate");
 }
 
 TEST_F(ValidateCommand, PrintsJson) {

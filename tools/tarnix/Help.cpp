@@ -82,6 +82,10 @@ std::string JobHelp(const Job& job) {
       help += Entry(OptionHeading(row), row.help);
     }
   }
+  help += "\nExamples:\n";
+  for (const std::string_view example : job.examples) {
+    help += "  " + std::string(example) + "\n";
+  }
   return help;
 }
 

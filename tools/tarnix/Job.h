@@ -28,6 +28,7 @@
 #ifndef TARNIX_CLI_JOB_H_
 #define TARNIX_CLI_JOB_H_
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -94,7 +95,8 @@ struct FailedInput {
 struct JobResult {
   std::vector<std::string> outputs = {};  // files written, in order
   Json fields = Json::object();           // the job's own fields of the JSON object
-  std::string text = {};  // printed instead of the outputs when not empty (no --json)
+  std::string text = {};      // printed instead of the outputs when not empty (no --json)
+  std::string password = {};  // that opens the outputs
   PdfReport report = {};  // of the task, for --verbose; damage that lost something makes the status
                           // kExitLost
   std::vector<std::string> warnings = {};  // a line each, without a full stop; not with --quiet
@@ -106,6 +108,8 @@ struct Job {
   std::string_view name;
   std::string_view summary;      // a few words, no full stop
   std::string_view description;  // one paragraph
+  // Command lines that work in the directory of the examples, one after the other.
+  std::array<std::string_view, 3> examples = {};
   InputRule inputs = {};
   OutputKind output = OutputKind::OneFile;
   // A flag of the job's own with which it writes one file instead of many, or does each input on its

@@ -39,6 +39,8 @@ const JobRegistration kRegistration({
     .description = "Looks through every input and lists what is wrong with it. Writes no file. The "
                    "exit status is 1 when an input is damaged. An input that fails does not stop "
                    "the others.",
+    .examples = {"tarnix check report.pdf", "tarnix check letter.pdf report.pdf plan.pdf",
+                 "tarnix check --json report.pdf"},
     .inputs = {.use = InputUse::Listed},
     .output = OutputKind::None,
     .engine = EngineName::Rewriting,

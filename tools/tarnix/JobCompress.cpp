@@ -108,6 +108,9 @@ const JobRegistration kRegistration({
         "Writes a smaller copy of each input that looks as before, or the input itself "
         "where nothing is gained (STEM-compressed.pdf). Text stays text; images above the "
         "level's resolution are reduced to it.",
+    .examples = {"tarnix compress report.pdf",
+                 "tarnix compress --level extreme -o small.pdf report.pdf",
+                 "tarnix compress -o small letter.pdf report.pdf plan.pdf"},
     .output = OutputKind::OneFile,
     .suffix = "-compressed",
     .engine = EngineName::Rewriting,

@@ -53,6 +53,8 @@ const JobRegistration kRegistration({
     .summary = "take out the images on the pages",
     .description = "Writes every image that is drawn on the pages of the inputs as a JPEG file "
                    "(STEM-image-0001.jpg and so on).",
+    .examples = {"tarnix img2pdf -o picture.pdf logo.png", "tarnix extract-images picture.pdf",
+                 "tarnix extract-images --pages 1 -o images picture.pdf"},
     .output = OutputKind::ManyFiles,
     .suffix = "-image",
     .extension = ".jpg",

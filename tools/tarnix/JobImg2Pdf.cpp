@@ -83,6 +83,9 @@ const JobRegistration kRegistration({
         "Makes one page of every image (JPEG, JPEG 2000, PNG, TIFF, GIF, BMP, PNM, WebP; "
         "every page of a TIFF), without loss and upright, in one document with the name "
         "of the first image (STEM.pdf).",
+    .examples = {"tarnix img2pdf logo.png",
+                 "tarnix img2pdf --page a4 --margin 36 -o picture.pdf logo.png",
+                 "tarnix img2pdf --rotate 90 --no-merge -o turned logo.png"},
     .inputs = {.pattern = "*", .use = InputUse::Together},
     .output = OutputKind::OneFile,
     .changed_by = "no-merge",

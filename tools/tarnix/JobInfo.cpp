@@ -200,6 +200,8 @@ const JobRegistration kRegistration({
     .description =
         "Shows for every input its number of pages, whether it is encrypted, the level of "
         "PDF/A that it claims, its page sizes and its metadata. Writes no file.",
+    .examples = {"tarnix info report.pdf", "tarnix info --units mm letter.pdf plan.pdf",
+                 "tarnix info --json report.pdf"},
     .inputs = {.use = InputUse::Listed},
     .output = OutputKind::None,
     .options = kOptions,

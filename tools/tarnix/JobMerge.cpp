@@ -44,6 +44,9 @@ const JobRegistration kRegistration({
     .description =
         "Joins the inputs, in the order given, into one document (merged.pdf). FILE:PAGES "
         "stands for a part of a document, as in a.pdf:1-3 b.pdf:z-1.",
+    .examples = {"tarnix merge letter.pdf report.pdf",
+                 "tarnix merge -o book.pdf letter.pdf:1 report.pdf:3-z plan.pdf",
+                 "tarnix merge --name both.pdf report.pdf:z-1 letter.pdf"},
     .inputs = {.min = 2, .use = InputUse::Together},
     .output = OutputKind::OneFile,
     .stem = "merged",

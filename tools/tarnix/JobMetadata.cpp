@@ -83,6 +83,9 @@ const JobRegistration kRegistration({
     .description =
         "Writes a copy of the input with the values given (STEM-metadata.pdf). Without any "
         "of its options it shows the values of the input and writes no file.",
+    .examples = {"tarnix metadata letter.pdf",
+                 "tarnix metadata --author 'Ann Smith' --keywords 'letter, example' letter.pdf",
+                 "tarnix metadata --clear -o bare.pdf letter.pdf"},
     .output = OutputKind::OneFile,
     .only_tells = &OnlyTells,
     .suffix = "-metadata",

@@ -47,6 +47,9 @@ const JobRegistration kRegistration({
     .description =
         "Writes the input with page numbers, of 10 points and centred at the bottom when "
         "nothing else is asked for (STEM-numbered.pdf).",
+    .examples = {"tarnix number report.pdf",
+                 "tarnix number --template 'page {n} of {p}' --position bottom-right report.pdf",
+                 "tarnix number --start 5 --pages 2- --color '#808080' -o numbered.pdf report.pdf"},
     .output = OutputKind::OneFile,
     .suffix = "-numbered",
     .options = kOptions,

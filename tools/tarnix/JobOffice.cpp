@@ -81,6 +81,8 @@ const JobRegistration kRegistration({
         "Writes the input as a document that can be edited (STEM.docx, STEM.xlsx or STEM.pptx): "
         "flowing text with headings, lists, tables and pictures; a workbook with a sheet for each "
         "table; or a slide for each page. Text of scanned pages is recognised.",
+    .examples = {"tarnix office letter.pdf", "tarnix office --to pptx report.pdf",
+                 "tarnix office --to docx --no-ocr -o report-text.docx report.pdf"},
     .extension = ".docx",
     .extension_option = "to",
     .engine = EngineName::Office,

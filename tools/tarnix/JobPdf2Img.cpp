@@ -88,6 +88,8 @@ const JobRegistration kRegistration({
     .name = "pdf2img",
     .summary = "make images of pages",
     .description = "Draws every page of the inputs as a JPEG file (STEM-page-0001.jpg and so on).",
+    .examples = {"tarnix pdf2img letter.pdf", "tarnix pdf2img --dpi 150 --pages 1 report.pdf",
+                 "tarnix pdf2img --size 200x200 -o thumbnails letter.pdf report.pdf"},
     .output = OutputKind::ManyFiles,
     .without_stem = "no-doc-name",
     .suffix = "-page",

@@ -59,6 +59,9 @@ const JobRegistration kRegistration({
                    "(STEM-pdfa.pdf). What PDF/A "
                    "does not allow is left out, and said. Where the level cannot be reached "
                    "nothing is written, and what stands in the way is told.",
+    .examples = {"tarnix pdfa letter.pdf",
+                 "tarnix pdfa --level 2b -o archive letter.pdf report.pdf",
+                 "tarnix pdfa --level 1b --allow-downgrade report.pdf"},
     .output = OutputKind::OneFile,
     .suffix = "-pdfa",
     .engine = EngineName::Converter,

@@ -77,7 +77,9 @@ JobResult Protect(JobContext& context) {
   task.SetOwnerPassword(context.Options().Text("owner-password"));
   task.SetPermissions(rights);
   task.SetOutPdfName(context.OutputName());
-  return context.Run(task);
+  JobResult result = context.Run(task);
+  result.password = context.PasswordOf("new-password");
+  return result;
 }
 
 const JobRegistration kRegistration({
@@ -85,6 +87,10 @@ const JobRegistration kRegistration({
     .summary = "put a password on a document",
     .description = "Writes the input encrypted (AES-256) with the new password "
                    "(STEM-locked.pdf).",
+    .examples =
+        {"tarnix protect --new-password secret letter.pdf",
+         "tarnix protect --new-password read --owner-password all --deny print,copy report.pdf",
+         "tarnix protect --new-password secret -o safe letter.pdf report.pdf"},
     .output = OutputKind::OneFile,
     .suffix = "-locked",
     .can_protect = false,

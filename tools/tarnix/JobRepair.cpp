@@ -38,6 +38,8 @@ const JobRegistration kRegistration({
     .description = "Writes a sound copy of the input (STEM-repaired.pdf). With --json, what was "
                    "wrong is listed. The exit "
                    "status is 3 when something is lost.",
+    .examples = {"tarnix repair report.pdf", "tarnix repair -o sound.pdf letter.pdf",
+                 "tarnix repair -o sound letter.pdf report.pdf"},
     .output = OutputKind::OneFile,
     .suffix = "-repaired",
     .engine = EngineName::Rewriting,

@@ -36,6 +36,9 @@ const JobRegistration kRegistration({
     .summary = "turn pages",
     .description = "Turns every page of the input, or some, by a right angle or two or three "
                    "(STEM-rotated.pdf).",
+    .examples = {"tarnix rotate --angle 90 plan.pdf",
+                 "tarnix rotate --angle 180 --pages 2,4 report.pdf",
+                 "tarnix rotate --angle 270 -o turned letter.pdf plan.pdf"},
     .output = OutputKind::OneFile,
     .suffix = "-rotated",
     .options = kOptions,

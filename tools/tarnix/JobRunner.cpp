@@ -85,6 +85,9 @@ JobResult RunOn(Session& session, const std::vector<Input>& inputs, std::size_t 
   const ActivityBar bar(ModeOf(session.command.values),
                         "tarnix " + std::string(session.command.job->name));
   JobResult result = RunWithPasswords(session, context);
+  if (session.command.job->output != OutputKind::None && session.command.job->can_protect) {
+    result.password = context.OutPassword();
+  }
   AddWarnings(result);
   NoteOutputs(result);
   return result;
@@ -102,6 +105,7 @@ void AddResult(JobResult& all, const Input& input, JobResult one) {
   all.fields["files"].push_back(std::move(file));
   std::move(one.outputs.begin(), one.outputs.end(), std::back_inserter(all.outputs));
   all.text += TextOf(input, one.text);
+  all.password = one.password;
   all.report.Add(one.report);
   for (const std::string& warning : one.warnings) {
     all.warnings.push_back(input.given + ": " + warning);
@@ -146,10 +150,7 @@ int Finish(Session& session, JobResult result) {
       CopyToOutput(path);
     }
   }
-  const bool has_password =
-      session.command.job->output != OutputKind::None && session.command.job->can_protect;
-  return PrintResult(session.command, result,
-                     has_password ? session.passwords.OfOption("out-password") : "");
+  return PrintResult(session.command, result);
 }
 
 // What the words stand for cannot be had: a password file, standard input, a place for the output.

@@ -33,7 +33,8 @@ const JobRegistration kRegistration({
     .description =
         "Lists the pages of the input that are pictures of pages, without text of their "
         "own. Writes no file and recognises nothing. The exit status is 1 when some are.",
-    .inputs = {.min = 1, .max = 1},
+    .examples = {"tarnix scan-check report.pdf", "tarnix scan-check --json letter.pdf",
+                 "tarnix scan-check letter.pdf report.pdf"},
     .output = OutputKind::None,
     .run = ScanCheck,
 });

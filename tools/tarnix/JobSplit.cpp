@@ -131,6 +131,8 @@ const JobRegistration kRegistration({
     .summary = "cut a document into pieces",
     .description = "Cuts the input into pieces of a fixed number of pages, or takes out pages: the "
                    "pieces are called STEM-1.pdf and so on, by their number or their pages.",
+    .examples = {"tarnix split report.pdf", "tarnix split --every 2 report.pdf",
+                 "tarnix split --ranges 1-2,5 --merge report.pdf"},
     .output = OutputKind::ManyFiles,
     .changed_by = "merge",
     .options = kOptions,
@@ -155,6 +157,9 @@ const JobRegistration kExtractRegistration({
     .description =
         "Writes the pages that are asked for, in that order and as often as they are asked "
         "for, to one file (STEM-pages.pdf).",
+    .examples = {"tarnix extract-pages --pages 2-4 report.pdf",
+                 "tarnix extract-pages --pages z-1 -o backwards.pdf report.pdf",
+                 "tarnix extract-pages --pages :odd report.pdf"},
     .output = OutputKind::OneFile,
     .suffix = "-pages",
     .options = kExtractOptions,

@@ -38,6 +38,10 @@ const JobRegistration kRegistration({
     .summary = "put an image on pages",
     .description = "Writes the input with an image on its pages, in their middle when nothing else "
                    "is asked for (STEM-stamped.pdf).",
+    .examples =
+        {"tarnix stamp-image --image logo.png letter.pdf",
+         "tarnix stamp-image --image logo.png --position top-right --margin 20,20 letter.pdf",
+         "tarnix stamp-image --image logo.png --mosaic --under --pages 1 report.pdf"},
     .output = OutputKind::OneFile,
     .suffix = "-stamped",
     .options = kOptions,

@@ -41,6 +41,10 @@ const JobRegistration kRegistration({
     .description =
         "Writes the input with a text of one or more lines on its pages, in their middle "
         "when nothing else is asked for (STEM-stamped.pdf).",
+    .examples =
+        {"tarnix stamp-text --text DRAFT --rotate 45 --font-size 72 --opacity 30 letter.pdf",
+         "tarnix stamp-text --text 'page 1\\nonly' --pages 1 --position top-right report.pdf",
+         "tarnix stamp-text --text PAID --at 400,60 --color '#C00000' letter.pdf"},
     .output = OutputKind::OneFile,
     .suffix = "-stamped",
     .options = kOptions,

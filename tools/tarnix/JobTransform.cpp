@@ -31,6 +31,10 @@ const JobRegistration kRegistration({
     .description = "Writes the input with any number of page numbers, texts and images on its "
                    "pages, all of them in one pass. Each page gets its decorations in the order of "
                    "the recipe (STEM-decorated.pdf).",
+    .examples =
+        {"tarnix transform --recipe marks.json letter.pdf",
+         "tarnix transform --recipe marks.json --name '{stem}-marked.pdf' letter.pdf report.pdf",
+         "tarnix transform --recipe marks.json -o - letter.pdf > marked.pdf"},
     .output = OutputKind::OneFile,
     .suffix = "-decorated",
     .options = kOptions,

@@ -16,6 +16,9 @@ const JobRegistration kRegistration({
     .summary = "take the password off a document",
     .description = "Writes the input, opened with --password, without any protection "
                    "(STEM-unlocked.pdf).",
+    .examples = {"tarnix protect --new-password secret letter.pdf",
+                 "tarnix unlock --password secret letter-locked.pdf",
+                 "TARNIX_PASSWORD=secret tarnix unlock -o open.pdf letter-locked.pdf"},
     .output = OutputKind::OneFile,
     .suffix = "-unlocked",
     .can_protect = false,

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "EachInput.h"
 #include "Failure.h"
 #include "Job.h"
 #include "JobContext.h"
@@ -167,6 +168,8 @@ const JobRegistration kRegistration({
     .description = "Tells for every input whether it is what it claims to be, or what a level of "
                    "PDF/A asks for: one line for everything that is not, with the clause and the "
                    "test of the published validation profiles. Exit status 1: not all of them are.",
+    .examples = {"tarnix pdfa --level 2b letter.pdf", "tarnix validate letter-pdfa.pdf",
+                 "tarnix validate --level 2b --report letter.html letter-pdfa.pdf"},
     .inputs = {.use = InputUse::Listed},
     .output = OutputKind::None,
     .engine = EngineName::Validator,

@@ -25,6 +25,8 @@ const JobRegistration kRegistration({
     .description =
         "Writes the XMP packet of the input as it stands (STEM.xmp); one that says nothing "
         "where the input has none.",
+    .examples = {"tarnix xmp report.pdf", "tarnix xmp -o - report.pdf",
+                 "tarnix xmp -o letter-packet.xmp letter.pdf"},
     .output = OutputKind::OneFile,
     .extension = ".xmp",
     .engine = EngineName::Parser,

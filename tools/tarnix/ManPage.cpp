@@ -70,6 +70,9 @@ std::string JobSection(const Job& job) {
   for (const OptionRow& row : job.options) {
     section += Entry(OptionHeading(row), row.help);
   }
+  for (const std::string_view example : job.examples) {
+    section += ExampleLine(example);
+  }
   return section;
 }
 
@@ -135,10 +138,11 @@ std::string ManPage() {
   page += Entry("TARNIX_PASSWORD",
                 "password of the inputs when neither --password nor --password-file is given");
   page += Section("EXAMPLES");
-  page += Paragraph("Join two documents:") + ExampleLine("tarnix merge -o both.pdf a.pdf b.pdf");
-  page += Paragraph("Cut out two chapters and join them:");
-  page += ExampleLine("tarnix split --ranges 5-18,40-52 --merge book.pdf");
-  page += Paragraph("Complete job names and options in bash:");
+  page += Paragraph("Rotate what another program writes, and hand it on:");
+  page += ExampleLine("scan | tarnix rotate --angle 90 -o - - | lp");
+  page += Paragraph("Number every document of a directory, each by its own name:");
+  page += ExampleLine("tarnix number -o numbered *.pdf");
+  page += Paragraph("Complete job names and options in bash (zsh and fish are there, too):");
   page += ExampleLine("source <(tarnix completion bash)");
   return page;
 }

@@ -82,13 +82,13 @@ std::string Lines(const std::vector<std::string>& paths) {
   return text;
 }
 
-void PrintReport(const JobResult& result, const std::string& out_password) {
+void PrintReport(const JobResult& result) {
   std::string text;
   for (const PdfReportEntry& entry : result.report.GetEntries()) {
     text += OneLine(PdfReport::GetText(entry)) + "\n";
   }
   for (const std::string& path : result.outputs) {
-    text += OneLine(OutputLine(path, out_password)) + "\n";
+    text += OneLine(OutputLine(path, result.password)) + "\n";
   }
   WriteError(text);
 }
@@ -118,7 +118,7 @@ int StatusOf(const JobResult& result) {
 
 }  // namespace
 
-int PrintResult(const Command& command, const JobResult& result, const std::string& out_password) {
+int PrintResult(const Command& command, const JobResult& result) {
   if (!command.values.Has("quiet")) {
     PrintWarnings(result.warnings);
   }
@@ -130,7 +130,7 @@ int PrintResult(const Command& command, const JobResult& result, const std::stri
   } else {
     WriteOutput(result.text.empty() ? Lines(result.outputs) : result.text);
     if (command.values.Has("verbose")) {
-      PrintReport(result, out_password);
+      PrintReport(result);
     }
   }
   return StatusOf(result);

@@ -11,8 +11,7 @@
 namespace TarnixTools::cli {
 
 // Results to standard output, everything else to standard error; returns the exit status.
-//   out_password - opens the outputs, whose pages --verbose counts.
-int PrintResult(const Command& command, const JobResult& result, const std::string& out_password);
+int PrintResult(const Command& command, const JobResult& result);
 
 // A job that failed as a whole, with what it finished before and what it reports all the same;
 // returns the exit status.

@@ -50,10 +50,18 @@ std::string HelpText(const Words& words) {
 }
 
 std::string CompletionText(const Words& words) {
-  if (words != Words{"bash"}) {
-    throw UsageError("completion needs the name of a shell: bash");
+  ExpectNoMore(words.empty() ? words : Words(words.begin() + 1, words.end()));
+  const std::string shell = words.empty() ? "" : words.front();
+  if (shell == "bash") {
+    return BashCompletion();
   }
-  return BashCompletion();
+  if (shell == "zsh") {
+    return ZshCompletion();
+  }
+  if (shell == "fish") {
+    return FishCompletion();
+  }
+  throw UsageError("completion needs the name of a shell: bash, zsh or fish");
 }
 
 std::string VersionText(const Words& words) {

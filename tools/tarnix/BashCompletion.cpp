@@ -1,5 +1,4 @@
 #include "Completion.h"
-
 #include "Job.h"
 
 namespace TarnixTools::cli {
