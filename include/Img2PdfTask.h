@@ -148,7 +148,8 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   //                     created, or one of the single ones not be deleted
   //   EngineError       for an image that cannot be converted, and for a document that cannot be
   //                     created or not be written to its end
-  // Documents that were complete by then stay. A task keeps its documents: executed once more, it
+  // Documents that were complete by then stay, unless the host has the job stop before they are
+  // joined. A task keeps its documents: executed once more, it
   // joins those of the earlier run too.
   void Execute();
 
@@ -158,10 +159,14 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   const std::list<std::string>& GetWrittenDocuments() const { return written_documents_; }
 
  private:
+  void Run();
   void SetDefaults();
   // Writes the joined document without those of the single images; false when that is no way, or
   // failed.
   bool WriteJoined();
+  void JoinDocuments();
+  void NoteJoined(const std::string& path);
+  void DropUnjoined();
   // Writes a document for each image; those that were complete before a failure are noted.
   void ConvertImages();
   void ConvertImg2Pdf(const std::string& image_path, const std::string& document_path);

@@ -127,6 +127,7 @@ class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
   class Rendering;
   class Extraction;
 
+  void Run();
   void SetDefaults();
   void ConvertPages2Img();
 

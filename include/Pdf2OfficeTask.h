@@ -9,10 +9,8 @@
 #define TARNIX_PDF_2_OFFICE_TASK_H_
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "PdfTask.h"
@@ -73,12 +71,6 @@ class TARNIX_EXPORT Pdf2OfficeTask : public PdfTask {
   // directory. False takes nothing back.
   void SetDebug(bool debug);
 
-  // Called while Execute waits, on its thread: with the pages that are done, and how many there are.
-  // At first none is; what it throws leaves Execute, which then stops the conversion.
-  using Progress = std::function<void(int pages_done, int page_count)>;
-
-  void SetProgress(Progress progress) { progress_ = std::move(progress); }
-
   // Converts the document.
   //
   // Throws
@@ -110,6 +102,7 @@ class TARNIX_EXPORT Pdf2OfficeTask : public PdfTask {
   static std::uint32_t ConversionThreadCb(void* task);
 
  private:
+  void Run();
   void SetDefaults();
   void GetInputOutput();
   void GetPagesRange();
@@ -135,7 +128,6 @@ class TARNIX_EXPORT Pdf2OfficeTask : public PdfTask {
   bool check_scan_only_ = false;
   std::vector<int> scanned_pages_;
   bool ocr_enabled_ = true;
-  Progress progress_;
 };
 
 }  // namespace TarnixTools

@@ -70,6 +70,7 @@ class TARNIX_EXPORT Pdf2PdfATask : public PdfTask {
   void Execute();
 
  private:
+  void Run();
   void SetDefaults();
 
   std::string out_name_;

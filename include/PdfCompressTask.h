@@ -166,6 +166,7 @@ class TARNIX_EXPORT PdfCompressTask : public PdfTask {
   static const char* GetImageClassName(PdfImageClass image_class);
 
  private:
+  void Run();
   void SetDefaults();
   void ClearResults();
   void CompressPdf(PdfDoc& document);

@@ -67,6 +67,7 @@ class TARNIX_EXPORT PdfMergeTask : public PdfTask {
   void Execute();
 
  private:
+  void Run();
   void SetDefaults();
   void RequireDocuments();
   // Makes sure of an output directory that exists.

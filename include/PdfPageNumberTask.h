@@ -129,6 +129,7 @@ class TARNIX_EXPORT PdfPageNumberTask : public PdfDecorationTask {
   void Execute();
 
  private:
+  void Run();
   void SetDefaults();
 };
 

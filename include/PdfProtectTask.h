@@ -76,6 +76,7 @@ class TARNIX_EXPORT PdfProtectTask : public PdfTask {
   void Execute();
 
  private:
+  void Run();
   void SetDefaults();
   // The full path of the output.
   std::string OutputFile() const;

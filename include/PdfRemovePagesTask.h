@@ -77,6 +77,7 @@ class TARNIX_EXPORT PdfRemovePagesTask : public PdfTask {
   void Execute();
 
  private:
+  void Run();
   void SetDefaults();
   PdfDoc FirstDocument() const;
   void AddRange(const PdfPageRange& range, std::optional<int>& pages_num);

@@ -82,6 +82,7 @@ class TARNIX_EXPORT PdfRepairTask : public PdfTask {
   void Execute();
 
  private:
+  void Run();
   void SetDefaults();
   void RepairDoc(const PdfDoc& document, const std::string& output_file);
   void GetRepairErrorList(engines::TPdfRepair* repair);

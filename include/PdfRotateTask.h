@@ -68,6 +68,7 @@ class TARNIX_EXPORT PdfRotateTask : public PdfTask {
 
  private:
   // What the comments above call "at first".
+  void Run();
   void SetDefaults();
 
   PdfRotationAngle rotation_angle_ = PdfRotationAngle::Rotate0;

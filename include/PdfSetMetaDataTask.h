@@ -76,6 +76,7 @@ class TARNIX_EXPORT PdfSetMetaDataTask : public PdfTask {
   void Execute();
 
  private:
+  void Run();
   void SetDefaults();
   // Whether one of the values is not empty.
   bool HasMetaParameters() const;

@@ -79,9 +79,8 @@ class TARNIX_EXPORT PdfSplitTask : public PdfTask {
 
   const std::string& GetMergedName() const { return merged_name_; }
 
-  // The files that the last Execute has written, as full paths and in order, also when it threw.
-  // Valid until the next Execute.
-  const std::vector<std::string>& GetPieces() const { return pieces_; }
+  // GetWrittenFiles, by the name that they have here.
+  const std::vector<std::string>& GetPieces() const { return written_files_; }
 
   // The ranges of Ranges, in the order added; they may overlap. Whether the document has them is
   // looked at by Execute.
@@ -105,6 +104,7 @@ class TARNIX_EXPORT PdfSplitTask : public PdfTask {
   void Execute();
 
  private:
+  void Run();
   void SetDefaults();
 
   // What it throws is what Execute throws.
@@ -116,7 +116,6 @@ class TARNIX_EXPORT PdfSplitTask : public PdfTask {
   std::string out_prefix_;
   std::string name_pattern_;
   std::string merged_name_;
-  std::vector<std::string> pieces_;
   std::vector<PdfPageRange> split_ranges_;
 };
 

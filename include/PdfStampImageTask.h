@@ -109,6 +109,7 @@ class TARNIX_EXPORT PdfStampImageTask : public PdfDecorationTask {
   void Execute();
 
  private:
+  void Run();
   void SetDefaults();
 };
 

@@ -117,6 +117,7 @@ class TARNIX_EXPORT PdfStampTextTask : public PdfDecorationTask {
   void Execute();
 
  private:
+  void Run();
   void SetDefaults();
 };
 

@@ -14,14 +14,26 @@
 #ifndef TARNIX_PDF_TASK_H_
 #define TARNIX_PDF_TASK_H_
 
+#include <cstdint>
+#include <functional>
 #include <list>
 #include <string>
+#include <vector>
 
 #include "PdfDoc.h"
 #include "PdfReport.h"
 #include "TarnixExport.h"
 
 namespace TarnixTools {
+
+// How far a job is; true as long as it is to go on, false to have it stop.
+//   job  - the job's name in English: "merge", "split", "rotate", "remove pages", "compress", "number",
+//          "stamp text", "stamp image", "transform", "metadata", "protect", "unlock", "PDF/A", "repair",
+//          "images to PDF", "pages to images", "extract images", "office"
+//   done - of its steps, which are pages, pieces, images or documents; never less than told before
+//          within one part of the work
+//   of   - how many there are; 0 as long as that is not known
+using PdfProgress = std::function<bool(const std::string& job, std::int64_t done, std::int64_t of)>;
 
 // A value class without virtual members: call Execute on the job's own type.
 class TARNIX_EXPORT PdfTask {
@@ -88,11 +100,28 @@ class TARNIX_EXPORT PdfTask {
   // failed one, unless the job's class says otherwise, and before the first. Valid until the next Execute.
   const PdfReport& GetReport() const { return report_; }
 
+  // The files that the last Execute of the job has written under their names, as full paths and in order;
+  // after a failed one, those that were complete by then. Files that the job has deleted again are
+  // not among them. Valid until the next Execute.
+  const std::vector<std::string>& GetWrittenFiles() const { return written_files_; }
+
+  // Has the host told how far Execute is, several times a second where that can be; empty, as at
+  // first, for not at all. It is called on the thread that called Execute, while that works, and may
+  // use other tasks and documents. When it answers that the job is to stop, Execute throws
+  // InternalError ("Cancelled by the host") as soon as it can, and what it throws itself leaves
+  // Execute. An output that was not complete by then does not appear, one that was stays; a job that
+  // had nothing left to do comes to its end all the same.
+  void SetProgress(PdfProgress progress);
+
   // Does nothing: every job has its own, which hides this one. Not virtual, so that a job called
   // through a reference to PdfTask is not executed.
   void Execute();
 
  protected:
+  // Does what an Execute does, with the job watched by the host. Report and written files begin anew.
+  //   name - of the job, as PdfProgress has it
+  void RunJob(const char* name, const std::function<void()>& work);
+
   // An output path that is still empty becomes the first document's directory, for this run and
   // later ones. There must be a document.
   void FillOutputPath();
@@ -104,7 +133,9 @@ class TARNIX_EXPORT PdfTask {
   std::string output_path_;  // empty, or ends in a backslash
   std::string out_password_;
   bool keep_metadata_ = false;
-  PdfReport report_;  // each Execute clears it first
+  PdfReport report_;
+  std::vector<std::string> written_files_;
+  PdfProgress progress_;
 };
 
 }  // namespace TarnixTools

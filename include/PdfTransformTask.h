@@ -65,6 +65,7 @@ class TARNIX_EXPORT PdfTransformTask : public PdfTask {
   void Execute();
 
  private:
+  void Run();
   void SetDefaults();
 
   std::vector<PdfTransformation> transformations_;

@@ -68,6 +68,7 @@ class TARNIX_EXPORT PdfUnlockTask : public PdfTask {
   void Execute();
 
  private:
+  void Run();
   void SetDefaults();
   // The full path of the output.
   std::string OutputFile() const;

@@ -6,6 +6,7 @@
 #include "PdfException.h"
 #include "conversions/DocumentNames.h"
 #include "conversions/Img2PdfHandle.h"
+#include "foundation/JobWatch.h"
 #include "foundation/Platform.h"
 #include "foundation/Utf8.h"
 
@@ -119,7 +120,10 @@ void Img2PdfTask::SetOutPdfName(const std::string& name) {
 }
 
 void Img2PdfTask::Execute() {
-  report_.Clear();
+  RunJob("images to PDF", [this] { Run(); });
+}
+
+void Img2PdfTask::Run() {
   if (input_images_.empty()) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "None image defined to convert to PDF");
@@ -128,22 +132,34 @@ void Img2PdfTask::Execute() {
   if (merge_after_ && WriteJoined()) {
     return;
   }
-  ConvertImages();
   if (!merge_after_) {
+    ConvertImages();
     return;
   }
+  try {
+    ConvertImages();
+    JoinDocuments();
+  } catch (...) {
+    if (JobWatch::IsCancelled()) {
+      DropUnjoined();
+    }
+    throw;
+  }
+  for (PdfDoc& document : converted_docs_) {
+    if (document.GetPath() != written_files_.front()) {
+      PdfDoc::Delete(document);
+    }
+  }
+}
+
+void Img2PdfTask::JoinDocuments() {
   if (converted_docs_.empty()) {
     throw PdfException(PdfExceptionCode::InternalError, 0,
                        "None PDF doc obtained from input images");
   }
   const PdfDoc merged(MergedPath(), out_password_, false);
   PdfDoc::Merge(converted_docs_, merged.GetPath(), out_password_, &report_);
-  written_documents_ = {merged.GetPath()};
-  for (PdfDoc& document : converted_docs_) {
-    if (document.GetPath() != merged.GetPath()) {
-      PdfDoc::Delete(document);
-    }
-  }
+  NoteJoined(merged.GetPath());
 }
 
 // The pages go straight into the joined document. They are those that documents of the single images
@@ -166,8 +182,26 @@ bool Img2PdfTask::WriteJoined() {
     converted_docs_.clear();
     return false;
   }
-  written_documents_ = {merged.GetPath()};
+  NoteJoined(merged.GetPath());
   return true;
+}
+
+void Img2PdfTask::NoteJoined(const std::string& path) {
+  written_documents_ = {path};
+  written_files_ = {path};
+}
+
+// The documents of single images that this run has made for one that was not made of them.
+void Img2PdfTask::DropUnjoined() {
+  for (const std::string& path : written_documents_) {
+    platform::RemoveFile(path);
+  }
+  converted_docs_.remove_if([&](const PdfDoc& document) {
+    return std::find(written_documents_.begin(), written_documents_.end(), document.GetPath()) !=
+           written_documents_.end();
+  });
+  written_documents_.clear();
+  written_files_.clear();
 }
 
 // Documents that are deleted after the merge must not take the place of others meanwhile.
@@ -176,10 +210,13 @@ void Img2PdfTask::ConvertImages() {
   for (const PdfDoc& document : converted_docs_) {
     names.AllowReplacing(document.GetPath());
   }
+  JobSteps steps(GetImagesNum());
   for (const std::string& image_path : input_images_) {
     const std::string path = names.Take(DocumentPath(image_path), image_path);
     ConvertImg2Pdf(image_path, path);
     written_documents_.push_back(path);
+    written_files_.push_back(path);
+    steps.Done();
   }
 }
 
@@ -211,10 +248,12 @@ void Img2PdfTask::Convert(const std::list<std::string>& image_paths,
   if (margin_ != 0.0F) {
     engines::Img2PdfSetBorderSize(object, margin_);
   }
+  JobSteps steps(static_cast<std::int64_t>(image_paths.size()));
   for (const std::string& image_path : image_paths) {
     if (engines::Img2PdfCreatePageFromImageW(object, platform::WidePath(image_path)) == 0) {
       ThrowConversionFailed(object, image_path);
     }
+    steps.Done();
   }
   if (engines::Img2PdfClose(object) == 0) {
     ThrowConversionFailed(object, image_paths.back());

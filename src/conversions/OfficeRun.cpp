@@ -132,7 +132,7 @@ void OfficeRun::Tell(const std::function<void(std::int32_t, std::int32_t)>& tell
       progress = converter_->GetProgress();
     }
   }
-  if (tell && progress.second > 0) {
+  if (tell) {
     tell(progress.first, progress.second);
   }
 }

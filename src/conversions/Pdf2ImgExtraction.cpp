@@ -8,6 +8,7 @@
 #include "PdfReport.h"
 #include "document/ParserHandles.h"
 #include "engines/parser/Parser.h"
+#include "foundation/JobWatch.h"
 #include "foundation/Platform.h"
 #include "foundation/Utf8.h"
 
@@ -45,11 +46,13 @@ class Pdf2ImgTask::Extraction {
   void Run() {
     Open();
     engines::ExpaDocSetReport(handle_.get(), &NoteTrouble, &task_->report_);
-    for (int page_number = 1; page_number <= engines::ExpaDocGetPageCount(handle_.get());
-         ++page_number) {
+    const int page_count = engines::ExpaDocGetPageCount(handle_.get());
+    JobSteps steps(page_count);
+    for (int page_number = 1; page_number <= page_count; ++page_number) {
       if (task_->IsPageExported(page_number)) {
         ExtractFromPage(page_number);
       }
+      steps.Done();
     }
     handle_.reset();
     if (image_count_ == 0) {
@@ -82,6 +85,7 @@ class Pdf2ImgTask::Extraction {
           engines::ExpaGSGetCTM(engines::ExpaContentGetGraphicsState(content));
       engines::ExpaImageChangeOrientation(image, matrix->orientation);
       Save(image);
+      JobWatch::StopIfCancelled();
     }
   }
 
@@ -101,6 +105,7 @@ class Pdf2ImgTask::Extraction {
                          name.c_str());
     }
     task_->images_.push_back(name);
+    task_->written_files_.push_back(name);
   }
 
   Pdf2ImgTask* task_;
@@ -111,9 +116,11 @@ class Pdf2ImgTask::Extraction {
 
 void Pdf2ImgTask::ExtractImages() {
   const ParserSession session;
+  JobSteps steps(GetPdfDocsNum());
   for (const PdfDoc& document : documents_) {
     const PdfDoc copy(document);
     Extraction(*this, copy).Run();
+    steps.Done();
   }
 }
 

@@ -1,7 +1,10 @@
 // Pdf2ImgTask: images of pages.
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "Pdf2ImgTask.h"
 #include "PdfException.h"
@@ -9,6 +12,7 @@
 #include "conversions/RasteriserHandles.h"
 #include "engines/rasteriser/ErrorCodes.h"
 #include "engines/rasteriser/Rasteriser.h"
+#include "foundation/JobWatch.h"
 #include "foundation/Platform.h"
 #include "foundation/Utf8.h"
 
@@ -25,8 +29,8 @@ constexpr std::size_t kPageNumberDigits = 4;
 struct PageTroubles {
   static void Note(void* handle, std::int32_t page_number, std::uint32_t error) {
     auto& troubles = *static_cast<PageTroubles*>(handle);
-    if (error == engines::kPdf2ImgWriteError && troubles.unwritten_page == 0) {
-      troubles.unwritten_page = page_number;
+    if (error == engines::kPdf2ImgWriteError) {
+      troubles.unwritten_pages.push_back(page_number);
     }
     const char* const what = error == engines::kPdf2ImgPartialPageError
                                  ? "a part of a page cannot be drawn"
@@ -41,7 +45,7 @@ struct PageTroubles {
   }
 
   PdfReport report;
-  int unwritten_page = 0;
+  std::vector<int> unwritten_pages;
 };
 
 }  // namespace
@@ -62,12 +66,13 @@ class Pdf2ImgTask::Rendering {
     if (task_->output_path_.empty()) {
       task_->output_path_ = document_->GetDocDirectory();
     }
-    for (int page_number = 1; page_number <= page_count; ++page_number) {
-      if (task_->IsPageExported(page_number)) {
-        ConvertPage(page_number);
-      }
+    try {
+      ConvertPages(page_count);
+    } catch (...) {
+      Close();
+      throw;
     }
-    engines::Pdf2ImgClose(object_.get());
+    Close();
     task_->report_.Add(troubles_.report);
     RequireWritten();
   }
@@ -135,7 +140,28 @@ class Pdf2ImgTask::Rendering {
     engines::Pdf2ImgSetFitPage(object_.get(), 1);
   }
 
-  void ConvertPage(int page_number) const {
+  void ConvertPages(int page_count) {
+    JobSteps steps(page_count);
+    for (int page_number = 1; page_number <= page_count; ++page_number) {
+      if (task_->IsPageExported(page_number)) {
+        ConvertPage(page_number);
+      }
+      steps.Done();
+    }
+  }
+
+  // Only now it is known which images have been written.
+  void Close() {
+    engines::Pdf2ImgClose(object_.get());
+    const std::vector<int>& unwritten = troubles_.unwritten_pages;
+    for (const auto& [page_number, path] : images_) {
+      if (std::find(unwritten.begin(), unwritten.end(), page_number) == unwritten.end()) {
+        task_->written_files_.push_back(path);
+      }
+    }
+  }
+
+  void ConvertPage(int page_number) {
     const std::string name = task_->GetNextImgName(document_->GetDocName(false), page_number);
     if (engines::Pdf2ImgCreateImageW(object_.get(), platform::WidePath(name)) == 0) {
       const std::uint32_t code = engines::Pdf2ImgGetErrorCode(object_.get());
@@ -146,15 +172,16 @@ class Pdf2ImgTask::Rendering {
     engines::Pdf2ImgRenderPage(object_.get(), page_number);
     if (engines::Pdf2ImgCloseImage(object_.get()) != 0) {
       task_->images_.push_back(name);
+      images_.emplace_back(page_number, name);
     }
   }
 
   void RequireWritten() const {
-    if (troubles_.unwritten_page == 0) {
+    if (troubles_.unwritten_pages.empty()) {
       return;
     }
     const std::string name =
-        task_->GetNextImgName(document_->GetDocName(false), troubles_.unwritten_page);
+        task_->GetNextImgName(document_->GetDocName(false), troubles_.unwritten_pages.front());
     throw PdfException(PdfExceptionCode::EngineError,
                        static_cast<std::int32_t>(engines::kPdf2ImgWriteError),
                        "Unable to write image at path [%s]. Error: [0x%08X]", name.c_str(),
@@ -165,13 +192,16 @@ class Pdf2ImgTask::Rendering {
   const PdfDoc* document_;
   PageTroubles troubles_;  // outlives the object, which tells it what failed
   Pdf2ImgPtr object_;
+  std::vector<std::pair<int, std::string>> images_;  // of pages by number
 };
 
 void Pdf2ImgTask::ConvertPages2Img() {
   const RasteriserSession session;
+  JobSteps steps(GetPdfDocsNum());
   for (const PdfDoc& document : documents_) {
     const PdfDoc copy(document);
     Rendering(*this, copy).Run();
+    steps.Done();
   }
 }
 

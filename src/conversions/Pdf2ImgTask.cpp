@@ -54,7 +54,10 @@ void Pdf2ImgTask::SetOutImgSize(int width, int height) {
 }
 
 void Pdf2ImgTask::Execute() {
-  report_.Clear();
+  RunJob(mode_ == Pdf2ImgRenderPages ? "pages to images" : "extract images", [this] { Run(); });
+}
+
+void Pdf2ImgTask::Run() {
   images_.clear();
   if (documents_.empty()) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0, "None file defined at task");

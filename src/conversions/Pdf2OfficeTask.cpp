@@ -6,6 +6,7 @@
 #include "PdfException.h"
 #include "conversions/OfficeConverters.h"
 #include "conversions/OfficeRun.h"
+#include "foundation/JobWatch.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools {
@@ -86,7 +87,10 @@ void Pdf2OfficeTask::SetDebug(bool debug) {
 }
 
 void Pdf2OfficeTask::Execute() {
-  report_.Clear();
+  RunJob("office", [this] { Run(); });
+}
+
+void Pdf2OfficeTask::Run() {
   if (documents_.size() != 1) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Invalid number of PDF docs [%d] (1 expected)", GetPdfDocsNum());
@@ -95,6 +99,7 @@ void Pdf2OfficeTask::Execute() {
   GetInputOutput();
   GetPagesRange();
   StartConversionThread();
+  written_files_ = {output_path_ + out_name_ + out_extension_};
 }
 
 bool Pdf2OfficeTask::CheckScan(std::vector<int>& scanned) {
@@ -127,6 +132,7 @@ void Pdf2OfficeTask::GetPagesRange() {
     password_.empty() ? document.Open() : document.Open(password_);
     const std::vector<ConversionSdk::Pdf::PdfPage> pages = document.GetPages();
     for (std::size_t index = 0; index < pages.size(); ++index) {
+      JobWatch::StopIfCancelled();
       if (pages[index].IsScanned()) {
         scanned_pages_.push_back(static_cast<int>(index) + 1);
       } else {
@@ -155,7 +161,7 @@ void Pdf2OfficeTask::GetPagesRange() {
 void Pdf2OfficeTask::StartConversionThread() {
   run_ = std::make_shared<OfficeRun>();
   auto copy = std::make_shared<Pdf2OfficeTask>(*this);
-  copy->progress_ = nullptr;
+  copy->SetProgress(nullptr);
   try {
     StartOfficeThread(run_, [copy] { ConversionThreadCb(copy.get()); });
   } catch (const std::system_error&) {
@@ -174,14 +180,16 @@ void Pdf2OfficeTask::StartConversionThread() {
 // output the name comes to its end all the same.
 bool Pdf2OfficeTask::WaitForThread() {
   try {
-    if (run_->Wait(WaitOf(timeout_), progress_)) {
+    if (run_->Wait(WaitOf(timeout_), &JobWatch::Report)) {
       return true;
     }
     if (!run_->Cancel()) {
-      return run_->Wait(std::nullopt, progress_);
+      return run_->Wait(std::nullopt);
     }
-  } catch (...) {  // what the thread has thrown, or whom it told
-    run_->Cancel();
+  } catch (...) {  // what the thread has thrown, or the host's wish
+    if (!run_->Cancel()) {
+      return run_->Wait(std::nullopt);
+    }
     LeaveOfficeThread(*run_);
     throw;
   }

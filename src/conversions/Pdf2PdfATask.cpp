@@ -28,7 +28,10 @@ void Pdf2PdfATask::SetOutName(const std::string& name) {
 }
 
 void Pdf2PdfATask::Execute() {
-  report_.Clear();
+  RunJob("PDF/A", [this] { Run(); });
+}
+
+void Pdf2PdfATask::Run() {
   if (GetPdfDocsNum() != 1) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Unexpected PDF docs number [%d], expected single doc at task",
@@ -42,6 +45,7 @@ void Pdf2PdfATask::Execute() {
     report_ = document.GetReport();  // what stands in the way
     throw;
   }
+  written_files_ = {output_path_ + out_name_};
   report_ = document.GetReport();
 }
 

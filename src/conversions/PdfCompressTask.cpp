@@ -4,6 +4,7 @@
 #include "conversions/OptimizerHandle.h"
 #include "conversions/OptimizerReports.h"
 #include "engines/optimizer/Optimizer.h"
+#include "foundation/JobWatch.h"
 #include "foundation/Platform.h"
 #include "foundation/Utf8.h"
 
@@ -61,15 +62,21 @@ void PdfCompressTask::SetOutPdfName(const std::string& name) {
 }
 
 void PdfCompressTask::Execute() {
+  RunJob("compress", [this] { Run(); });
+}
+
+void PdfCompressTask::Run() {
   ClearResults();
   if (documents_.empty()) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "None file defined at compression task");
   }
   try {
+    JobSteps steps(GetPdfDocsNum());
     for (const PdfDoc& document : documents_) {
       PdfDoc copy(document);
       CompressPdf(copy);
+      steps.Done();
     }
   } catch (...) {
     ClearResults();
@@ -129,6 +136,7 @@ void PdfCompressTask::CompressPdf(PdfDoc& document) {
     engines::PdfOptimizeClose(optimizer.Get());
     Fail(code, "Could not save compressed document [%s], error [0x%08X]", out_path);
   }
+  written_files_.push_back(out_path);
   AddReport(optimizer.Get(), report_);
   AddImages(optimizer.Get(), images_);
   AddFonts(optimizer.Get(), fonts_);

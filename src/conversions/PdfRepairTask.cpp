@@ -137,7 +137,10 @@ bool PdfRepairTask::IsDamaged(const PdfDoc& document, std::list<std::string>& pr
 }
 
 void PdfRepairTask::Execute() {
-  report_.Clear();
+  RunJob("repair", [this] { Run(); });
+}
+
+void PdfRepairTask::Run() {
   if (GetPdfDocsNum() != 1) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Unexpected PDF docs number [%d], expected single doc at task",
@@ -146,6 +149,7 @@ void PdfRepairTask::Execute() {
   const PdfDoc document = InputDocument();
   FillOutputPath();
   RepairDoc(document, output_path_ + out_name_);
+  written_files_ = {output_path_ + out_name_};
 }
 
 void PdfRepairTask::SetDefaults() {

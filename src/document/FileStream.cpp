@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "foundation/JobWatch.h"
+
 namespace TarnixTools {
 namespace {
 
@@ -57,7 +59,7 @@ std::int64_t FileStream::Read(void* handle, void* buffer, std::int64_t size) {
 }
 
 std::int64_t FileStream::Write(void* handle, const void* buffer, std::int64_t size) {
-  if (size < 0) {
+  if (size < 0 || JobWatch::IsCancelled()) {
     return -1;
   }
   const std::size_t count =

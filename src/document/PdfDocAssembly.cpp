@@ -9,6 +9,7 @@
 #include "document/OpenDocument.h"
 #include "document/ToolboxHandles.h"
 #include "engines/toolbox/Toolbox.h"
+#include "foundation/JobWatch.h"
 
 namespace TarnixTools {
 namespace {
@@ -137,10 +138,12 @@ void PdfDoc::Split(const std::vector<PdfPageRange>& ranges, const std::string& o
     WriteMerged(ranges, output_dir + name, password);
     return;
   }
+  JobSteps steps(static_cast<std::int64_t>(ranges.size()));
   for (const PdfPageRange& range : ranges) {
     RequireRange(range);
     WritePiece(output_dir + PieceName(RangeLabel(range)), password, range.GetStartPageNum() - 1,
                range.GetEndPageNum());
+    steps.Done();
   }
 }
 
@@ -157,11 +160,13 @@ void PdfDoc::Split(int size, const std::string& output_dir, const std::string& /
                        name_.c_str(), count);
   }
   const std::size_t width = std::to_string(count).size() + 1;
+  JobSteps steps((count - 1) / size + 1);
   int number = 1;
   for (int first = 0; first < count; first += std::min(size, count - first)) {
     WritePiece(output_dir + PieceName(PartLabel(number, width)), password, first,
                first + std::min(size, count - first));
     ++number;
+    steps.Done();
   }
 }
 
@@ -213,6 +218,7 @@ void PdfDoc::AppendDocuments(const std::list<PdfDoc>& documents, bool only_range
   if (pages == nullptr) {
     ThrowNullOutputPages();
   }
+  JobSteps steps(static_cast<std::int64_t>(documents.size()));
   for (const PdfDoc& document : documents) {
     PdfDoc source(document);
     if (source.open_ == open_) {
@@ -226,6 +232,7 @@ void PdfDoc::AppendDocuments(const std::list<PdfDoc>& documents, bool only_range
     } else {
       source.AppendPages(Document(), PdfRotationAngle::Rotate0);
     }
+    steps.Done();
   }
   pages.reset();
   Close();
@@ -282,6 +289,7 @@ void PdfDoc::AppendOpenPages(engines::TPdfDocument* target, int first, int last)
 
 void PdfDoc::CopyPages(const CopyRoute& route, int first, int last, PdfRotationAngle angle,
                        const std::set<int>& turned) const {
+  JobSteps steps(last - first);
   for (int i = first; i < last; ++i) {
     const PagePtr page(engines::PdfPageListGet(route.pages, i));
     const PagePtr copy(engines::PdfDocumentCopyPage(route.target, page.get(), PDF_COPY_OPTIONS));
@@ -297,6 +305,7 @@ void PdfDoc::CopyPages(const CopyRoute& route, int first, int last, PdfRotationA
     if (engines::PdfPageListAppend(route.target_pages, copy.get()) == 0) {
       ThrowCannotCopy(i);
     }
+    steps.Done();
   }
 }
 
@@ -339,8 +348,10 @@ void PdfDoc::WriteMerged(const std::vector<PdfPageRange>& ranges, const std::str
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
   KeepMetadataIn(output);
   NoteProtection(output, report_);
+  JobSteps steps(static_cast<std::int64_t>(ranges.size()));
   for (const PdfPageRange& range : ranges) {
     AppendOpenPages(output.Document(), range.GetStartPageNum() - 1, range.GetEndPageNum());
+    steps.Done();
   }
   Complete(output);
   pieces_.push_back(output_path);

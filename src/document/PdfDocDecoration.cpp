@@ -6,6 +6,7 @@
 #include "document/PageDecorator.h"
 #include "document/ToolboxHandles.h"
 #include "engines/toolbox/Toolbox.h"
+#include "foundation/JobWatch.h"
 
 namespace TarnixTools {
 namespace {
@@ -97,6 +98,7 @@ void PdfDoc::AppendPages(engines::TPdfDocument* target,
   const PageListPtr target_pages = PagesOf(target, "NULL pages object at output PDF doc");
   pages_num_ = engines::PdfPageListGetCount(pages.get());
   PageDecorator decorator(target, pages_num_, report);
+  JobSteps steps(pages_num_);
   for (int i = 0; i < pages_num_; ++i) {
     const PagePtr page(engines::PdfPageListGet(pages.get(), i));
     const PagePtr copy(engines::PdfDocumentCopyPage(target, page.get(), PDF_COPY_OPTIONS));
@@ -112,6 +114,7 @@ void PdfDoc::AppendPages(engines::TPdfDocument* target,
     if (engines::PdfPageListAppend(target_pages.get(), copy.get()) == 0) {
       ThrowCannotCopy(i);
     }
+    steps.Done();
   }
 }
 

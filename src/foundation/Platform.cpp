@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include "foundation/FileCopy.h"
+#include "foundation/JobWatch.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools::platform {
@@ -422,7 +423,13 @@ bool OutputFile::CopyContent() {
   return CopyOver(unnamed_.Get(), copied_over_.Get());
 }
 
+// Nothing gets a name any more once the host has the job stop.
 bool OutputFile::Commit() {
+  if (JobWatch::IsCancelled()) {
+    Discard();
+    errno = ECANCELED;
+    return false;
+  }
   if (copied_over_.IsOpen()) {
     return CopyContent();
   }

@@ -68,6 +68,7 @@ void PdfDecorationTask::Decorate() {
   PdfDoc document = InputDocument();
   FillOutputPath();
   document.Transform(transformation_, output_path_ + out_name_, out_password_);
+  written_files_ = {output_path_ + out_name_};
   report_ = document.GetReport();
 }
 

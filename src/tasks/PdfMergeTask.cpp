@@ -30,7 +30,10 @@ void PdfMergeTask::SetOutDocName(const std::string& name) {
 }
 
 void PdfMergeTask::Execute() {
-  report_.Clear();
+  RunJob("merge", [this] { Run(); });
+}
+
+void PdfMergeTask::Run() {
   RequireDocuments();
   ResolveOutputPath();
   merged_doc_path_ = output_path_ + out_doc_name_;
@@ -39,6 +42,7 @@ void PdfMergeTask::Execute() {
   } else {
     PdfDoc::Merge(documents_, merged_doc_path_, out_password_, &report_);
   }
+  written_files_ = {merged_doc_path_};
 }
 
 void PdfMergeTask::SetDefaults() {

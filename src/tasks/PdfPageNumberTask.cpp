@@ -19,7 +19,10 @@ PdfPageNumberTask& PdfPageNumberTask::operator=(PdfPageNumberTask&& other) noexc
 PdfPageNumberTask::~PdfPageNumberTask() = default;
 
 void PdfPageNumberTask::Execute() {
-  report_.Clear();
+  RunJob("number", [this] { Run(); });
+}
+
+void PdfPageNumberTask::Run() {
   RequireSingleDocument();
   Decorate();
 }

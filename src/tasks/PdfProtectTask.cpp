@@ -40,7 +40,10 @@ void PdfProtectTask::SetOutPdfName(const std::string& name) {
 }
 
 void PdfProtectTask::Execute() {
-  report_.Clear();
+  RunJob("protect", [this] { Run(); });
+}
+
+void PdfProtectTask::Run() {
   if (GetPdfDocsNum() != 1) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Invalid number of PDF docs [%d] (1 expected)", GetPdfDocsNum());
@@ -53,6 +56,7 @@ void PdfProtectTask::Execute() {
   }
   PdfDoc document = InputDocument();
   document.Lock(password_, owner_password_, permissions_, OutputFile());
+  written_files_ = {OutputFile()};
   report_ = document.GetReport();
 }
 

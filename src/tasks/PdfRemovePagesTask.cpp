@@ -83,7 +83,10 @@ void PdfRemovePagesTask::SetOutPdfName(const std::string& name) {
 }
 
 void PdfRemovePagesTask::Execute() {
-  report_.Clear();
+  RunJob("remove pages", [this] { Run(); });
+}
+
+void PdfRemovePagesTask::Run() {
   if (removed_ranges_.empty()) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "None page configured to be removed at input document");
@@ -96,6 +99,7 @@ void PdfRemovePagesTask::Execute() {
   }
   const std::string name = out_pdf_name_.empty() ? out_prefix_ + ".pdf" : out_pdf_name_;
   document.Split(kept_ranges_, output_path_, out_prefix_, true, name, out_password_);
+  written_files_ = {output_path_ + name};
   report_ = document.GetReport();
 }
 

@@ -52,7 +52,10 @@ void PdfRotateTask::SetOutName(const std::string& name) {
 }
 
 void PdfRotateTask::Execute() {
-  report_.Clear();
+  RunJob("rotate", [this] { Run(); });
+}
+
+void PdfRotateTask::Run() {
   if (GetPdfDocsNum() != 1) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Unexpected PDF docs number [%d], expected single doc at task",
@@ -60,11 +63,13 @@ void PdfRotateTask::Execute() {
   }
   RequireAngle(rotation_angle_);
   PdfDoc document = InputDocument();
+  const std::string path = output_path_ + out_name_;
   if (pages_.empty()) {
-    document.Rotate(rotation_angle_, output_path_ + out_name_, out_password_);
+    document.Rotate(rotation_angle_, path, out_password_);
   } else {
-    document.Rotate(rotation_angle_, pages_, output_path_ + out_name_, out_password_);
+    document.Rotate(rotation_angle_, pages_, path, out_password_);
   }
+  written_files_ = {path};
   report_ = document.GetReport();
 }
 

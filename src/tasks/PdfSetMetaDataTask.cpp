@@ -62,7 +62,10 @@ void PdfSetMetaDataTask::SetOutName(const std::string& name) {
 }
 
 void PdfSetMetaDataTask::Execute() {
-  report_.Clear();
+  RunJob("metadata", [this] { Run(); });
+}
+
+void PdfSetMetaDataTask::Run() {
   if (GetPdfDocsNum() != 1) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Unexpected PDF docs number [%d], expected single doc at task",
@@ -75,6 +78,7 @@ void PdfSetMetaDataTask::Execute() {
   PdfDoc document = InputDocument();
   FillOutputPath();
   document.SetMetaData(meta_values_, output_path_ + out_name_, out_password_);
+  written_files_ = {output_path_ + out_name_};
   report_ = document.GetReport();
 }
 

@@ -53,8 +53,10 @@ void PdfSplitTask::SetMergedName(const std::string& name) {
 }
 
 void PdfSplitTask::Execute() {
-  report_.Clear();
-  pieces_.clear();
+  RunJob("split", [this] { Run(); });
+}
+
+void PdfSplitTask::Run() {
   if (GetPdfDocsNum() != 1) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Unexpected PDF docs number [%d], expected single doc", GetPdfDocsNum());
@@ -73,10 +75,10 @@ void PdfSplitTask::Execute() {
   try {
     Split(document);
   } catch (...) {
-    pieces_ = document.GetPieces();
+    written_files_ = document.GetPieces();
     throw;
   }
-  pieces_ = document.GetPieces();
+  written_files_ = document.GetPieces();
   report_ = document.GetReport();
 }
 

@@ -22,7 +22,10 @@ PdfStampImageTask& PdfStampImageTask::operator=(PdfStampImageTask&& other) noexc
 PdfStampImageTask::~PdfStampImageTask() = default;
 
 void PdfStampImageTask::Execute() {
-  report_.Clear();
+  RunJob("stamp image", [this] { Run(); });
+}
+
+void PdfStampImageTask::Run() {
   RequireSingleDocument();
   const std::string& path = GetInputImage();
   if (path.empty()) {

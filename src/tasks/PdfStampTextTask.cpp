@@ -21,7 +21,10 @@ PdfStampTextTask& PdfStampTextTask::operator=(PdfStampTextTask&& other) noexcept
 PdfStampTextTask::~PdfStampTextTask() = default;
 
 void PdfStampTextTask::Execute() {
-  report_.Clear();
+  RunJob("stamp text", [this] { Run(); });
+}
+
+void PdfStampTextTask::Run() {
   RequireSingleDocument();
   if (GetInputText().empty()) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0, "Missing input text at task");

@@ -1,6 +1,9 @@
 #include "PdfTask.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "foundation/JobWatch.h"
 
 namespace TarnixTools {
 
@@ -59,7 +62,25 @@ void PdfTask::SetKeepMetadata(bool keep) {
   keep_metadata_ = keep;
 }
 
+void PdfTask::SetProgress(PdfProgress progress) {
+  progress_ = std::move(progress);
+}
+
 void PdfTask::Execute() {}
+
+// What has failed because the host had the job stop is told as just that.
+void PdfTask::RunJob(const char* name, const std::function<void()>& work) {
+  report_.Clear();
+  written_files_.clear();
+  const JobWatch watch(progress_, name);
+  try {
+    work();
+  } catch (...) {
+    watch.ThrowIfCancelled();
+    throw;
+  }
+  watch.ThrowWhatHostThrew();
+}
 
 void PdfTask::FillOutputPath() {
   if (output_path_.empty()) {

@@ -49,7 +49,10 @@ void PdfTransformTask::SetOutName(const std::string& name) {
 }
 
 void PdfTransformTask::Execute() {
-  report_.Clear();
+  RunJob("transform", [this] { Run(); });
+}
+
+void PdfTransformTask::Run() {
   if (GetPdfDocsNum() != 1) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Unexpected PDF docs number [%d], expected single doc at task",
@@ -63,6 +66,7 @@ void PdfTransformTask::Execute() {
   PdfDoc document = InputDocument();
   FillOutputPath();
   document.Transform(transformations_, output_path_ + out_name_, out_password_);
+  written_files_ = {output_path_ + out_name_};
   report_ = document.GetReport();
 }
 

@@ -35,7 +35,10 @@ void PdfUnlockTask::SetOutPdfName(const std::string& name) {
 }
 
 void PdfUnlockTask::Execute() {
-  report_.Clear();
+  RunJob("unlock", [this] { Run(); });
+}
+
+void PdfUnlockTask::Run() {
   if (GetPdfDocsNum() != 1) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Invalid number of PDF docs [%d] (1 expected)", GetPdfDocsNum());
@@ -46,6 +49,7 @@ void PdfUnlockTask::Execute() {
   }
   PdfDoc document = InputDocument();
   document.UnLock(password_, OutputFile());
+  written_files_ = {OutputFile()};
   report_ = document.GetReport();
 }
 

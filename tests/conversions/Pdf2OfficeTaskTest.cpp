@@ -171,16 +171,32 @@ TEST_F(Pdf2OfficeTaskTest, TellsWhatCannotBeWritten) {
 
 TEST_F(Pdf2OfficeTaskTest, TellsHowFarItIs) {
   Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 3), "", true));
-  std::pair<int, int> last;
-  task.SetProgress([&](int done, int count) { last = {done, count}; });
+  std::pair<std::int64_t, std::int64_t> last;
+  task.SetProgress([&](const std::string& job, std::int64_t done, std::int64_t of) {
+    last = {done, of};
+    return job == "office";
+  });
   task.Execute();
-  EXPECT_EQ(last, std::pair(3, 3));
+  EXPECT_EQ(last, std::pair(std::int64_t{3}, std::int64_t{3}));
+  EXPECT_EQ(task.GetWrittenFiles(),
+            std::vector<std::string>{testing::Backslashes(Path("out_file.docx"))});
 }
 
 TEST_F(Pdf2OfficeTaskTest, EndsWithWhatItsListenerThrows) {
   Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 3), "", true));
-  task.SetProgress([](int, int) { throw std::length_error("enough"); });
+  task.SetProgress([](const std::string&, std::int64_t, std::int64_t) -> bool {
+    throw std::length_error("enough");
+  });
   EXPECT_THROW(task.Execute(), std::length_error);
+}
+
+TEST_F(Pdf2OfficeTaskTest, IsCancelledByTheHost) {
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 3), "", true));
+  task.SetProgress([](const std::string&, std::int64_t, std::int64_t) { return false; });
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InternalError, "Cancelled by the host"));
+  EXPECT_FALSE(IsThere("out_file.docx"));
+  EXPECT_TRUE(task.GetWrittenFiles().empty());
 }
 
 }  // namespace

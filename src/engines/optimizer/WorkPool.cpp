@@ -1,8 +1,11 @@
 #include "engines/optimizer/WorkPool.h"
 
 #include <algorithm>
+#include <chrono>
 #include <system_error>
 #include <utility>
+
+#include "foundation/JobWatch.h"
 
 namespace TarnixTools::engines::optimizer {
 
@@ -10,6 +13,8 @@ namespace {
 
 // Held at once by work that waits or runs.
 constexpr std::uint64_t kMostHeldBytes = std::uint64_t{160} << 20;
+
+constexpr std::chrono::milliseconds kAskEvery{20};
 
 }  // namespace
 
@@ -32,7 +37,7 @@ void WorkPool::Add(std::uint64_t held_bytes, Work work) {
   Entry entry{std::move(work), held_bytes, 0};
   {
     std::unique_lock lock(mutex_);
-    changed_.wait(lock, [&] { return HasRoomFor(held_bytes) || failure_ != nullptr; });
+    WaitFor(lock, [&] { return HasRoomFor(held_bytes) || failure_ != nullptr; });
     ThrowFailure();
     held_bytes_ += held_bytes;
     entry.index = added_++;
@@ -46,6 +51,15 @@ void WorkPool::Add(std::uint64_t held_bytes, Work work) {
     }
   }
   Run(std::move(entry));  // no thread is to be had
+}
+
+// The host is asked meanwhile whether the job is to go on.
+void WorkPool::WaitFor(std::unique_lock<std::mutex>& lock, const std::function<bool()>& condition) {
+  while (!changed_.wait_for(lock, kAskEvery, condition)) {
+    lock.unlock();
+    JobWatch::StopIfCancelled();
+    lock.lock();
+  }
 }
 
 bool WorkPool::HasRoomFor(std::uint64_t held_bytes) const {
@@ -96,7 +110,7 @@ void WorkPool::Run(Entry entry) {
 
 void WorkPool::Finish() {
   std::unique_lock lock(mutex_);
-  changed_.wait(lock, [this] { return waiting_.empty() && running_ == 0; });
+  WaitFor(lock, [this] { return waiting_.empty() && running_ == 0; });
   ThrowFailure();
 }
 

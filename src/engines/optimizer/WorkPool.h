@@ -38,7 +38,8 @@ class WorkPool {
   // than there is room for is run when no other is. Throws what earlier work has thrown.
   void Add(std::uint64_t held_bytes, Work work);
 
-  // Waits until all is done. Throws what work has thrown: of several the first that was added.
+  // Waits until all is done. Throws what work has thrown: of several the first that was added. Both
+  // throw, too, when the host has the job stop.
   void Finish();
 
  private:
@@ -48,6 +49,7 @@ class WorkPool {
     std::size_t index = 0;
   };
 
+  void WaitFor(std::unique_lock<std::mutex>& lock, const std::function<bool()>& condition);
   bool HasRoomFor(std::uint64_t held_bytes) const;
   void StartThread();
   void RunThread();

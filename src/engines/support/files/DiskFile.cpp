@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "foundation/JobWatch.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines {
@@ -43,7 +44,8 @@ std::shared_ptr<std::FILE> OpenShared(const platform::WidePath& path) {
 }
 
 void DiskSink::Write(std::string_view bytes) {
-  if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) {
+  if (JobWatch::IsCancelled() ||
+      std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) {
     throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be written");
   }
 }

@@ -1,0 +1,86 @@
+// What a host hears of the job that runs on its thread, and whether it wants the job to go on.
+//
+//   JobWatch watch(progress, "rotate");   // in a task
+//   JobSteps steps(page_count);           // wherever the work is done, on that thread
+//   for (...) {
+//     ...
+//     steps.Done();                       // throws when the host has the job stop
+//   }
+//
+// A thread has one job at a time, so that nobody hands the watch on to who does the work. On other
+// threads, and without a job, all of this does nothing: the host is called on its own thread only.
+#ifndef TARNIX_FOUNDATION_JOB_WATCH_H_
+#define TARNIX_FOUNDATION_JOB_WATCH_H_
+
+#include <chrono>
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <string>
+
+namespace TarnixTools {
+
+class JobWatch {
+ public:
+  // Given the job's name, the steps that are done, and how many there are; false has the job stop.
+  using Tell = std::function<bool(const std::string& job, std::int64_t done, std::int64_t of)>;
+
+  // This thread's job until the watch goes; one that was there before waits meanwhile. tell may be
+  // empty: the host is not called then.
+  JobWatch(Tell tell, std::string job);
+  JobWatch(const JobWatch&) = delete;
+  JobWatch& operator=(const JobWatch&) = delete;
+  ~JobWatch();
+
+  // Throws what the host has thrown when it was called; InternalError when it has the job stop.
+  void ThrowIfCancelled() const;
+
+  // Throws what the host has thrown when it was called.
+  void ThrowWhatHostThrew() const;
+
+  // Whether the host has the job of this thread stop. Whatever takes long asks every few
+  // milliseconds, and the host is called some times a second for that. Holds no lock meanwhile.
+  static bool IsCancelled() noexcept;
+
+  // Throws InternalError when the host has the job of this thread stop.
+  static void StopIfCancelled();
+
+  // Tells the host how far the job of this thread is; throws as StopIfCancelled does.
+  static void Report(std::int64_t done, std::int64_t of);
+
+ private:
+  friend class JobSteps;
+
+  void CallHost() noexcept;
+
+  const Tell tell_;
+  const std::string job_;
+  JobWatch* const before_;
+  std::int64_t done_ = 0;
+  std::int64_t of_ = 0;
+  bool has_steps_ = false;
+  bool is_calling_ = false;
+  bool is_cancelled_ = false;
+  std::exception_ptr thrown_;
+  std::chrono::steady_clock::time_point called_{};
+};
+
+// The steps of a part of the work. Of steps within steps the host hears of the outer ones only, and
+// a single step is none: what is done in it counts instead.
+class JobSteps {
+ public:
+  explicit JobSteps(std::int64_t count);
+  JobSteps(const JobSteps&) = delete;
+  JobSteps& operator=(const JobSteps&) = delete;
+  ~JobSteps();
+
+  // One more of them is done. Throws InternalError when the host has the job stop.
+  void Done();
+
+ private:
+  JobWatch* watch_;  // null for steps that nobody hears of
+};
+
+}  // namespace TarnixTools
+
+#endif  // TARNIX_FOUNDATION_JOB_WATCH_H_

@@ -1,0 +1,200 @@
+// What hosts hear of a job while it runs, how they stop it, and which files it tells of.
+#include <set>
+#include <stdexcept>
+#include <thread>
+
+#include "Img2PdfTask.h"
+#include "Pdf2ImgTask.h"
+#include "Pdf2PdfATask.h"
+#include "PdfCompressTask.h"
+#include "PdfMergeTask.h"
+#include "PdfPageNumberTask.h"
+#include "PdfProtectTask.h"
+#include "PdfRemovePagesTask.h"
+#include "PdfRepairTask.h"
+#include "PdfRotateTask.h"
+#include "PdfSetMetaDataTask.h"
+#include "PdfSplitTask.h"
+#include "PdfUnlockTask.h"
+#include "support/DocumentTest.h"
+
+namespace TarnixTools {
+namespace {
+
+using testing::Backslashes;
+using ::testing::ElementsAre;
+using testing::Failure;
+using testing::FailureOf;
+
+constexpr int kPages = 4;
+
+const Failure kCancelled(PdfExceptionCode::InternalError, "Cancelled by the host");
+
+struct Heard {
+  std::set<std::string> jobs;
+  std::vector<std::pair<std::int64_t, std::int64_t>> steps;
+  int other_threads = 0;
+};
+
+class TaskProgressTest : public testing::DocumentTest {
+ protected:
+  TaskProgressTest() {
+    MakePdf("doc.pdf", kPages);
+    directory_.MakeDir("out");
+  }
+
+  // Listens, and stops the job when it is called for the nth time; 0: never.
+  PdfProgress Listener(int stop_at = 0) {
+    heard_ = {};
+    return [this, stop_at, thread = std::this_thread::get_id()](
+               const std::string& job, std::int64_t done, std::int64_t of) {
+      heard_.jobs.insert(job);
+      heard_.steps.emplace_back(done, of);
+      heard_.other_threads += std::this_thread::get_id() == thread ? 0 : 1;
+      return stop_at == 0 || heard_.steps.size() < static_cast<std::size_t>(stop_at);
+    };
+  }
+
+  std::string Out(const std::string& name) const { return Backslashes(Path("out/" + name)); }
+
+  // Expects that the task tells of one output, that it says how far it is, and that it leaves nothing
+  // when it is stopped at the first call.
+  template <typename Task>
+  void ExpectWatched(Task task, const std::string& job, const std::string& name) {
+    task.SetOutputPath(Path("out"));
+    task.SetProgress(Listener(1));
+    EXPECT_EQ(FailureOf([&] { task.Execute(); }), kCancelled) << job;
+    EXPECT_THAT(directory_.Names("out"), ElementsAre()) << job;
+    EXPECT_THAT(task.GetWrittenFiles(), ElementsAre()) << job;
+    task.SetProgress(Listener());
+    task.Execute();
+    EXPECT_THAT(heard_.jobs, ElementsAre(job));
+    EXPECT_EQ(heard_.other_threads, 0) << job;
+    ASSERT_EQ(task.GetWrittenFiles().size(), 1U) << job;
+    EXPECT_THAT(task.GetWrittenFiles().front(), ::testing::EndsWith(name));
+    EXPECT_THAT(directory_.Names("out"), ElementsAre(name)) << job;
+    PdfDoc written(task.GetWrittenFiles().front(), "", true);
+    PdfDoc::Delete(written);
+  }
+
+  Heard heard_;
+};
+
+TEST_F(TaskProgressTest, WatchesEveryJobOnADocument) {
+  ExpectWatched(PdfRotateTask(Doc("doc.pdf")), "rotate", "rotated_file.pdf");
+  ExpectWatched(PdfMergeTask({Doc("doc.pdf"), Doc("doc.pdf")}), "merge", "merged_doc.pdf");
+  ExpectWatched(PdfProtectTask(Doc("doc.pdf"), "pw"), "protect", "locked_doc.pdf");
+  ExpectWatched(PdfUnlockTask(Doc("doc.pdf"), "pw"), "unlock", "unlocked_doc.pdf");
+  ExpectWatched(PdfPageNumberTask(Doc("doc.pdf")), "number", "document_with_page_numbers.pdf");
+  ExpectWatched(PdfCompressTask(Doc("doc.pdf")), "compress", "compressed_doc.pdf");
+  ExpectWatched(PdfRepairTask(Doc("doc.pdf")), "repair", "output_repaired_doc.pdf");
+  ExpectWatched(Pdf2PdfATask(Doc("doc.pdf")), "PDF/A", "output_pdfa_doc.pdf");
+  PdfRemovePagesTask remove(Doc("doc.pdf"));
+  remove.AddRemovedPage(1);
+  ExpectWatched(remove, "remove pages", "truncated.pdf");
+  PdfSetMetaDataTask metadata(Doc("doc.pdf"));
+  metadata.SetAllowEmptyMetaValues(true);
+  ExpectWatched(metadata, "metadata", "document_with_meta_params_set.pdf");
+}
+
+TEST_F(TaskProgressTest, TellsStepsOfPages) {
+  PdfRotateTask task(Doc("doc.pdf"));
+  task.SetOutputPath(Path("out"));
+  task.SetProgress(Listener());
+  task.Execute();
+  std::vector<std::pair<std::int64_t, std::int64_t>> counted;
+  for (const auto& step : heard_.steps) {
+    if (step.second != 0) {
+      counted.push_back(step);
+    }
+  }
+  ASSERT_GE(counted.size(), static_cast<std::size_t>(kPages) + 1);
+  for (int done = 0; done <= kPages; ++done) {
+    EXPECT_EQ(counted[static_cast<std::size_t>(done)],
+              std::pair(std::int64_t{done}, std::int64_t{kPages}));
+  }
+}
+
+TEST_F(TaskProgressTest, LeavesPiecesThatWereComplete) {
+  PdfSplitTask task(Doc("doc.pdf"));
+  task.SetOutputPath(Path("out"));
+  task.SetProgress([](const std::string&, std::int64_t done, std::int64_t) { return done < 2; });
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }), kCancelled);
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("doc-01.pdf", "doc-02.pdf"));
+  EXPECT_THAT(task.GetWrittenFiles(), ElementsAre(Out("doc-01.pdf"), Out("doc-02.pdf")));
+  task.SetProgress(nullptr);
+  task.Execute();
+  EXPECT_EQ(task.GetWrittenFiles().size(), static_cast<std::size_t>(kPages));
+}
+
+TEST_F(TaskProgressTest, LeavesImagesThatWereComplete) {
+  Pdf2ImgTask task(Doc("doc.pdf"));
+  task.SetOutputPath(Path("out"));
+  task.SetProgress([](const std::string&, std::int64_t done, std::int64_t) { return done < 2; });
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }), kCancelled);
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("doc-page-0001.jpg", "doc-page-0002.jpg"));
+  EXPECT_EQ(task.GetWrittenFiles().size(), 2U);
+}
+
+TEST_F(TaskProgressTest, LeavesNoDocumentsOfImagesThatWereToBeJoined) {
+  std::list<std::string> images;
+  for (int i = 0; i < kPages; ++i) {
+    images.push_back(Path("i" + std::to_string(i) + ".pgm"));
+    testing::WriteBytes(images.back(), "P5 2 2 255\nabcd");
+  }
+  for (const std::string& password : {"", "pw"}) {
+    Img2PdfTask task(images);
+    task.SetOutputPath(Path("out"));
+    task.SetOutPassword(password);
+    task.SetProgress([](const std::string&, std::int64_t done, std::int64_t) { return done < 2; });
+    EXPECT_EQ(FailureOf([&] { task.Execute(); }), kCancelled);
+    EXPECT_THAT(directory_.Names("out"), ElementsAre());
+    EXPECT_THAT(task.GetWrittenFiles(), ElementsAre());
+    task.SetProgress(nullptr);
+    task.SetOutPdfName("joined" + password + ".pdf");
+    task.Execute();
+    EXPECT_THAT(task.GetWrittenFiles(), ElementsAre(Out("joined" + password + ".pdf")));
+    PdfDoc joined(Path("out/joined" + password + ".pdf"), password, true);
+    EXPECT_EQ(joined.GetPagesNum(), kPages);
+    PdfDoc::Delete(joined);
+  }
+}
+
+TEST_F(TaskProgressTest, KeepsAnOlderOutputWhenItIsCancelled) {
+  PdfRotateTask task(Doc("doc.pdf"));
+  task.SetOutputPath(directory_.Path());
+  task.SetOutName("doc.pdf");
+  task.SetProgress(Listener(kPages));
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }), kCancelled);
+  EXPECT_EQ(Doc("doc.pdf").GetPagesNum(), kPages);
+}
+
+TEST_F(TaskProgressTest, EndsWithWhatTheHostThrows) {
+  PdfRotateTask task(Doc("doc.pdf"));
+  task.SetOutputPath(Path("out"));
+  task.SetProgress([](const std::string&, std::int64_t, std::int64_t) -> bool {
+    throw std::length_error("enough");
+  });
+  EXPECT_THROW(task.Execute(), std::length_error);
+  EXPECT_THAT(directory_.Names("out"), ElementsAre());
+}
+
+TEST_F(TaskProgressTest, LetsTheHostRunOtherTasksMeanwhile) {
+  PdfRotateTask task(Doc("doc.pdf"));
+  task.SetOutputPath(Path("out"));
+  int calls = 0;
+  task.SetProgress([&](const std::string& job, std::int64_t, std::int64_t) {
+    PdfRotateTask other(Doc("doc.pdf"));
+    other.SetOutputPath(Path("out"));
+    other.SetOutName("other.pdf");
+    other.Execute();
+    ++calls;
+    return job == "rotate";
+  });
+  task.Execute();
+  EXPECT_GT(calls, kPages);
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("other.pdf", "rotated_file.pdf"));
+}
+
+}  // namespace
+}  // namespace TarnixTools
