@@ -70,6 +70,16 @@ enum class PdfSizeUnits : std::int32_t {
   Points = 4,
 };
 
+// What a merge does beside putting all pages of the documents into one.
+struct PdfMergeOptions {
+  // Of a document that has ranges (PdfDoc::AddRange) only these pages are taken, in the order of the
+  // ranges.
+  bool ranges_only = false;
+  // Each document gets an outline item, called as the document is without its extension, which leads to
+  // its first page and has its own outline below.
+  bool outline_items = false;
+};
+
 // What there is to do:
 //
 //   questions               HasPassword, IsValidPassword, IsEncrypted, GetPagesNum, GetPageSize,
@@ -264,10 +274,10 @@ class TARNIX_EXPORT PdfDoc {
   static void Merge(const std::list<PdfDoc>& documents, const std::string& output_path,
                     const std::string& password, PdfReport* report = nullptr);
 
-  // Writes the ranges of the listed documents (AddRange), in their order, to one new file; of a
-  // document without ranges all pages. Throws InvalidParameter for a range that its document lacks.
-  static void MergeRanges(const std::list<PdfDoc>& documents, const std::string& output_path,
-                          const std::string& password, PdfReport* report = nullptr);
+  // Merges as the options say. Throws InvalidParameter, too, for a range that its document lacks.
+  static void Merge(const std::list<PdfDoc>& documents, const std::string& output_path,
+                    const std::string& password, const PdfMergeOptions& options,
+                    PdfReport* report = nullptr);
 
   // Writes a copy with every page turned by the angle, clockwise, on top of what it is turned by
   // already. Throws EngineError for an angle that is no multiple of 90 degrees.
@@ -398,7 +408,9 @@ class TARNIX_EXPORT PdfDoc {
   // A created document, to be filled and then given to Complete.
   static PdfDoc CreateOutput(const std::string& output_path, const std::string& password,
                              bool encrypt);
-  void AppendDocuments(const std::list<PdfDoc>& documents, bool only_ranges = false);
+  void AppendDocuments(const std::list<PdfDoc>& documents, const PdfMergeOptions& options = {});
+  // This document is open.
+  void SetOutlineHeadingIn(engines::TPdfDocument* target) const;
   void AppendRanges(engines::TPdfDocument* target);
   // Turns the pages with these one-based numbers, or all where there are none.
   void CopyAllTo(PdfDoc output, PdfRotationAngle angle, const std::set<int>& pages = {});

@@ -48,6 +48,12 @@ class TARNIX_EXPORT PdfMergeTask : public PdfTask {
 
   bool GetUseRanges() const { return use_ranges_; }
 
+  // Whether the output's outline has an item for each document, as PdfMergeOptions tells; false at
+  // first.
+  void SetAddOutlineItems(bool add) { add_outline_items_ = add; }
+
+  bool GetAddOutlineItems() const { return add_outline_items_; }
+
   // Where the last Execute wrote to; after a failed one, where it was to write. Empty before the
   // first.
   std::string& GetMergedDocPath() { return merged_doc_path_; }
@@ -77,6 +83,7 @@ class TARNIX_EXPORT PdfMergeTask : public PdfTask {
   std::int32_t reserved_flag_ = 0;  // part of the task's state; nothing reads it
   std::string merged_doc_path_;
   bool use_ranges_ = false;
+  bool add_outline_items_ = false;
 };
 
 }  // namespace TarnixTools

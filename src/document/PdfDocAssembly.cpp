@@ -60,23 +60,17 @@ void PdfDoc::Append(const PdfDoc& document) {
 
 void PdfDoc::Merge(const std::list<PdfDoc>& documents, const std::string& output_path,
                    const std::string& password, PdfReport* report) {
-  if (report != nullptr) {
-    report->Clear();
-  }
-  PdfDoc output = CreateOutput(output_path, password, !password.empty());
-  output.AppendDocuments(documents);
-  if (report != nullptr) {
-    *report = output.report_;
-  }
+  Merge(documents, output_path, password, PdfMergeOptions(), report);
 }
 
-void PdfDoc::MergeRanges(const std::list<PdfDoc>& documents, const std::string& output_path,
-                         const std::string& password, PdfReport* report) {
+void PdfDoc::Merge(const std::list<PdfDoc>& documents, const std::string& output_path,
+                   const std::string& password, const PdfMergeOptions& options,
+                   PdfReport* report) {
   if (report != nullptr) {
     report->Clear();
   }
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
-  output.AppendDocuments(documents, true);
+  output.AppendDocuments(documents, options);
   if (report != nullptr) {
     *report = output.report_;
   }
@@ -212,7 +206,7 @@ void PdfDoc::Complete(PdfDoc& output) {
   report_.Add(output.report_);
 }
 
-void PdfDoc::AppendDocuments(const std::list<PdfDoc>& documents, bool only_ranges) {
+void PdfDoc::AppendDocuments(const std::list<PdfDoc>& documents, const PdfMergeOptions& options) {
   const DiscardGuard dropping(*this);
   PageListPtr pages(engines::PdfDocumentGetPages(Document()));
   if (pages == nullptr) {
@@ -227,7 +221,10 @@ void PdfDoc::AppendDocuments(const std::list<PdfDoc>& documents, bool only_range
     }
     source.OpenCheckPassword();
     source.NoteProtection(*this, report_);
-    if (only_ranges && !source.ranges_.empty()) {
+    if (options.outline_items && source.IsOpen()) {
+      source.SetOutlineHeadingIn(Document());
+    }
+    if (options.ranges_only && !source.ranges_.empty()) {
       source.AppendRanges(Document());
     } else {
       source.AppendPages(Document(), PdfRotationAngle::Rotate0);
@@ -236,6 +233,13 @@ void PdfDoc::AppendDocuments(const std::list<PdfDoc>& documents, bool only_range
   }
   pages.reset();
   Close();
+}
+
+void PdfDoc::SetOutlineHeadingIn(engines::TPdfDocument* target) const {
+  if (engines::PdfDocumentSetOutlineHeading(target, Document(), name_.c_str()) == 0) {
+    throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
+                       "Unable to add an outline item for doc [%s]", path_.c_str());
+  }
 }
 
 void PdfDoc::AppendRanges(engines::TPdfDocument* target) {

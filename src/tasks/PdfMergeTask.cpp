@@ -37,11 +37,8 @@ void PdfMergeTask::Run() {
   RequireDocuments();
   ResolveOutputPath();
   merged_doc_path_ = output_path_ + out_doc_name_;
-  if (use_ranges_) {
-    PdfDoc::MergeRanges(documents_, merged_doc_path_, out_password_, &report_);
-  } else {
-    PdfDoc::Merge(documents_, merged_doc_path_, out_password_, &report_);
-  }
+  PdfDoc::Merge(documents_, merged_doc_path_, out_password_,
+                {.ranges_only = use_ranges_, .outline_items = add_outline_items_}, &report_);
   written_files_ = {merged_doc_path_};
 }
 

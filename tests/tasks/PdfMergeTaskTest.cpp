@@ -1,5 +1,6 @@
 #include "PdfMergeTask.h"
 #include "support/DocumentTest.h"
+#include "support/QpdfDocument.h"
 
 namespace TarnixTools {
 namespace {
@@ -78,6 +79,41 @@ TEST_F(PdfMergeTaskTest, WritesRangesWhereItIsToldTo) {
   task.SetUseRanges(true);
   task.Execute();
   EXPECT_THAT(Texts("merged_doc.pdf"), ElementsAre("Alpha 2", "Alpha 1", "Alpha 2", "Beta 1"));
+}
+
+TEST_F(PdfMergeTaskTest, AddsAnOutlineItemForEachDocument) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  testing::TestPdf()
+      .Pages(2)
+      .Object("outlines", "<</First {{one}} /Last {{two}}>>")
+      .Object("one", "<</Title (One) /Dest [{{page 1}} /Fit] /Next {{two}}>>")
+      .Object("two", "<</Title (Two) /Dest [{{page 2}} /Fit] /Prev {{one}}>>")
+      .CatalogEntry("/Outlines {{outlines}}")
+      .Write(Path("outlined.pdf"));
+  std::list<PdfDoc> inputs = Inputs();
+  inputs.emplace_back(Path("outlined.pdf"), "", true);
+  PdfMergeTask task(inputs);
+  task.SetAddOutlineItems(true);
+  task.Execute();
+  const testing::QpdfDocument merged(Path("merged_doc.pdf"));
+  EXPECT_EQ(testing::QpdfComplaints(Path("merged_doc.pdf")), "");
+  const auto root = merged.Follow(merged.Catalog()["/Outlines"]);
+  EXPECT_EQ(root["/Count"], 3);
+  const auto a = merged.Follow(root["/First"]);
+  const auto b = merged.Follow(a["/Next"]);
+  const auto outlined = merged.Follow(root["/Last"]);
+  EXPECT_EQ(a["/Title"], "u:a");
+  EXPECT_EQ(a["/Dest"][0], merged.Page(1));
+  EXPECT_FALSE(a.contains("/First"));
+  EXPECT_EQ(b["/Title"], "u:b");
+  EXPECT_EQ(b["/Dest"][0], merged.Page(3));
+  EXPECT_EQ(merged.Follow(b["/Next"]), outlined);
+  EXPECT_EQ(outlined["/Title"], "u:outlined");
+  EXPECT_EQ(outlined["/Count"], -2);
+  const auto one = merged.Follow(outlined["/First"]);
+  EXPECT_EQ(one["/Title"], "u:One");
+  EXPECT_EQ(merged.Follow(one["/Parent"]), outlined);
+  EXPECT_EQ(one["/Next"], outlined["/Last"]);
 }
 
 TEST_F(PdfMergeTaskTest, TakesRangesOfOneDocument) {

@@ -63,7 +63,7 @@ TargetDocument::Requests& TargetDocument::RequestsOf(SourceDocument& source) {
     return *found;
   }
   source.AddWaiting(*this);
-  return requests_.emplace_back(Requests{&source, {}});
+  return requests_.emplace_back(Requests{&source, {}, {}});
 }
 
 void TargetDocument::WritePagesOf(SourceDocument& source) noexcept {
@@ -73,6 +73,7 @@ void TargetDocument::WritePagesOf(SourceDocument& source) noexcept {
     return;
   }
   const std::vector<PageRequest> requests = std::move(found->pages);
+  parts_.outline.SetHeading(std::move(found->heading));
   requests_.erase(found);
   source.RemoveWaiting(*this);
   if (failure_) {

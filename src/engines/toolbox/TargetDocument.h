@@ -8,6 +8,7 @@
 #include <exception>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engines/toolbox/DocumentInfo.h"
@@ -41,6 +42,11 @@ class TargetDocument {
   // Keeps what the source says of itself.
   void KeepMetadata(SourceDocument& source);
 
+  // Puts the outline items of the source's pages below an item of this title.
+  void SetOutlineHeading(SourceDocument& source, std::string title) {
+    RequestsOf(source).heading = std::move(title);
+  }
+
   void SetReportCallback(TPdfReportCallback callback, void* context) {
     report_callback_ = callback;
     report_context_ = context;
@@ -69,6 +75,7 @@ class TargetDocument {
   struct Requests {
     SourceDocument* source;
     std::vector<PageRequest> pages;
+    std::optional<std::string> heading;
   };
 
   Requests& RequestsOf(SourceDocument& source);

@@ -111,6 +111,13 @@ int PdfDocumentSetReport(TPdfDocument* target, TPdfReportCallback callback, void
   });
 }
 
+int PdfDocumentSetOutlineHeading(TPdfDocument* target, TPdfDocument* source, const char* title) {
+  return Guarded({target, source, title}, [&] {
+    Require(target->target != nullptr && source->source != nullptr);
+    target->target->SetOutlineHeading(*source->source, title);
+  });
+}
+
 int PdfDocumentIsEncrypted(TPdfDocument* document) {
   return document != nullptr && document->source != nullptr &&
                  document->source->document().is_encrypted()

@@ -215,6 +215,11 @@ int PdfDocumentSetMetadata(TPdfDocument* target, TPdfMetadata* metadata);
 // counts.
 int PdfDocumentKeepMetadata(TPdfDocument* target, TPdfDocument* source);
 
+// Puts the outline items that pages copied from the source bring along below an item of their own, which
+// is closed and leads to the first of the pages.
+//   title - UTF-8, in which what is malformed becomes U+FFFD
+int PdfDocumentSetOutlineHeading(TPdfDocument* target, TPdfDocument* source, const char* title);
+
 // What is painted onto pages. The handles below belong to one created document, except the
 // transformation, which belongs to none; they may be closed as soon as what they were used for is
 // painted. Coordinates are in points, from the lower-left corner of the page as a viewer shows it:

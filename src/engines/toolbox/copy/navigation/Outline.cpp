@@ -6,6 +6,7 @@
 
 #include "engines/toolbox/Limits.h"
 #include "engines/toolbox/copy/CopyContext.h"
+#include "pdf/tree/TextString.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::toolbox {
@@ -121,27 +122,76 @@ void OutlineCopier::Copy() {
     return (request.options & kCopyOutlineItems) != 0;
   };
   const auto& requests = context_->requests();
-  SourceOutline& outline = context_->source().parts().outline();
-  if (outline.items().empty() || std::none_of(requests.begin(), requests.end(), wants_outline)) {
+  if (std::none_of(requests.begin(), requests.end(), wants_outline)) {
     return;
   }
-  Relate(outline, Choose(outline));
-  CountVisible();
+  const std::optional<std::string>& heading = context_->parts().outline.heading();
+  if (heading) {
+    heading_number_ = context_->writer().Reserve();
+  }
+  SourceOutline& outline = context_->source().parts().outline();
+  if (!outline.items().empty()) {
+    Relate(outline, Choose(outline));
+    CountVisible();
+    WriteItems();
+  }
+  if (heading) {
+    WriteHeading(*heading);
+  }
+  context_->report().Kept(CopiedKind::kOutlineItem, chosen_.size());
+  context_->report().Add(CopiedKind::kOutlineItem, CopyOutcome::kDropped,
+                         "leads to a page that is not copied",
+                         outline.items().size() - chosen_.size());
+}
+
+void OutlineCopier::WriteItems() {
   pdf::FileWriter& writer = context_->writer();
   TargetOutline& target = context_->parts().outline;
   for (const Chosen& chosen : chosen_) {
     std::string text = ItemText(chosen);
-    if (chosen.parent == kNone) {
+    if (chosen.parent == kNone && heading_number_ == 0) {
       target.Add(writer, chosen.target_number, std::move(text));
       target.AddVisible(1 + (chosen.item->is_open ? chosen.visible_below : 0));
     } else {
       writer.WriteObject(chosen.target_number, text + ">>");
     }
   }
-  context_->report().Kept(CopiedKind::kOutlineItem, chosen_.size());
-  context_->report().Add(CopiedKind::kOutlineItem, CopyOutcome::kDropped,
-                         "leads to a page that is not copied",
-                         outline.items().size() - chosen_.size());
+}
+
+// The item above all others of the source; closed, so that only itself is visible.
+void OutlineCopier::WriteHeading(const std::string& title) {
+  pdf::FileWriter& writer = context_->writer();
+  TargetOutline& target = context_->parts().outline;
+  std::string text = "<</Title";
+  pdf::AppendString(text, pdf::Utf8ToTextString(title), false);
+  text += "/Parent";
+  pdf::AppendReference(text, target.Root(writer));
+  if (target.last() != 0) {
+    text += "/Prev";
+    pdf::AppendReference(text, target.last());
+  }
+  const Chosen* first = nullptr;
+  const Chosen* last = nullptr;
+  std::int64_t visible_below = 0;
+  for (const Chosen& chosen : chosen_) {
+    if (chosen.parent == kNone) {
+      first = first == nullptr ? &chosen : first;
+      last = &chosen;
+      visible_below += 1 + (chosen.item->is_open ? chosen.visible_below : 0);
+    }
+  }
+  if (first != nullptr) {
+    text += "/First";
+    pdf::AppendReference(text, first->target_number);
+    text += "/Last";
+    pdf::AppendReference(text, last->target_number);
+    text += "/Count";
+    pdf::AppendInteger(text, -visible_below);
+  }
+  text += "/Dest[";
+  pdf::AppendReference(text, context_->requests().front().target_number);
+  target.Add(writer, heading_number_, text + "/Fit]");
+  target.AddVisible(1);
 }
 
 // Indexes of the items that come along, in order: of a whole document all of them, else those that
@@ -228,8 +278,11 @@ void OutlineCopier::AppendRelations(std::string& out, const Chosen& chosen) {
     return place == kNone ? 0 : chosen_[place].target_number;
   };
   TargetOutline& target = context_->parts().outline;
-  const bool is_top = chosen.parent == kNone;
-  append("/Parent", is_top ? target.Root(context_->writer()) : number_of(chosen.parent));
+  const bool is_below = chosen.parent != kNone;
+  const bool is_top = !is_below && heading_number_ == 0;
+  append("/Parent", is_below ? number_of(chosen.parent)
+                    : is_top ? target.Root(context_->writer())
+                             : heading_number_);
   append("/Prev", is_top ? target.last() : number_of(chosen.previous));
   append("/Next", is_top ? 0 : number_of(chosen.next));
   append("/First", number_of(chosen.first_kid));

@@ -3,8 +3,10 @@
 #define TARNIX_ENGINES_TOOLBOX_COPY_NAVIGATION_OUTLINE_H_
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "engines/toolbox/copy/navigation/Destinations.h"
@@ -60,6 +62,11 @@ class TargetOutline {
   // are written when it is known what comes next.
   void Add(pdf::FileWriter& writer, std::uint32_t number, std::string text);
 
+  // Of an item to stand above those of the next source; nullopt for none.
+  void SetHeading(std::optional<std::string> title) { heading_ = std::move(title); }
+
+  const std::optional<std::string>& heading() const { return heading_; }
+
   // Counts items that are visible.
   void AddVisible(std::int64_t count) { visible_ += count; }
 
@@ -72,6 +79,7 @@ class TargetOutline {
   std::uint32_t last_ = 0;
   std::string last_text_;
   std::int64_t visible_ = 0;
+  std::optional<std::string> heading_;
 };
 
 class OutlineCopier {
@@ -97,6 +105,8 @@ class OutlineCopier {
   std::vector<std::uint32_t> Choose(SourceOutline& outline) const;
   void Relate(const SourceOutline& outline, const std::vector<std::uint32_t>& indexes);
   void CountVisible();
+  void WriteItems();
+  void WriteHeading(const std::string& title);
   std::string ItemText(const Chosen& chosen);
   void AppendRelations(std::string& out, const Chosen& chosen);
   void AppendLook(std::string& out, const pdf::Object& item);
@@ -104,6 +114,7 @@ class OutlineCopier {
 
   CopyContext* context_;
   std::vector<Chosen> chosen_;
+  std::uint32_t heading_number_ = 0;  // of the item above all of them; 0 for none
   pdf::Arena arena_;
 };
 
