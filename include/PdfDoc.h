@@ -30,9 +30,12 @@
 #ifndef TARNIX_PDF_DOC_H_
 #define TARNIX_PDF_DOC_H_
 
+#include <array>
 #include <cstdint>
+#include <functional>
 #include <list>
 #include <memory>
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -52,6 +55,7 @@ namespace TarnixTools {
 namespace engines {
 struct TPdf2Pdf;
 struct TPdfDocument;
+struct TPdfMetadata;
 struct TPdfPageList;
 }  // namespace engines
 
@@ -78,6 +82,13 @@ struct PdfMergeOptions {
   // Each document gets an outline item, called as the document is without its extension, which leads to
   // its first page and has its own outline below.
   bool outline_items = false;
+};
+
+// Values of the document information, in UTF-8; nullopt for one that is not given.
+struct PdfMetadataValues {
+  std::array<std::optional<std::string>, 4> params;  // by PdfMetadataParam
+  std::optional<std::string> title;
+  std::optional<std::string> subject;
 };
 
 // What there is to do:
@@ -219,6 +230,16 @@ class TARNIX_EXPORT PdfDoc {
   // Throws InternalError for a fifth value; no file is written then.
   void SetMetaData(const std::vector<std::string>& values, const std::string& output_path,
                    const std::string& password);
+
+  // The title and the subject, as GetMetaData gives the other values.
+  std::string GetTitle();
+  std::string GetSubject();
+
+  // Writes a copy of the pages with the values that are given, as SetMetaData does. Others are as they
+  // were when this document's information is kept (SetKeepMetadata), its XMP packet says what the new
+  // values say, and else there are no others.
+  void SetMetaValues(const PdfMetadataValues& values, const std::string& output_path,
+                     const std::string& password);
 
   // Writes the document's XMP packet to a file, byte for byte; where there is none, a packet that
   // says nothing. One that is there and cannot be read counts as none, and GetReport() tells. The
@@ -419,6 +440,9 @@ class TARNIX_EXPORT PdfDoc {
   void KeepMetadataIn(const PdfDoc& output) const;
   void Complete(PdfDoc& output);
   void WriteXmpMetaData(const std::string& xmp_path);
+  // What SetMetaData does; `change` sets the values.
+  void WriteWithMetaData(const std::string& output_path, const std::string& password,
+                         const std::function<void(engines::TPdfMetadata*)>& change);
 
   // One file of a split: the pages with the zero-based indices from first up to but not including
   // last.

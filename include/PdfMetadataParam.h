@@ -3,7 +3,8 @@
 //   PdfDoc report("/data/report.pdf", "", true);
 //   std::cout << report.GetMetaData(PdfMetadataParam::Author);
 //
-// Title, subject and dates are not among them.
+// Title, subject and dates are not among them; the first two have calls of their own, PdfDoc::GetTitle
+// and PdfSetMetaDataTask::SetTitle.
 #ifndef TARNIX_PDF_METADATA_PARAM_H_
 #define TARNIX_PDF_METADATA_PARAM_H_
 

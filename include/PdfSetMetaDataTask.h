@@ -9,9 +9,16 @@
 //   clean.SetAllowEmptyMetaValues(true);         // every value is empty
 //   clean.SetOutName("clean.pdf");
 //   clean.Execute();                             // beside the document
+//
+//   PdfSetMetaDataTask one(document);
+//   one.SetTitle("Sketch of the engine");
+//   one.SetKeepUnset(true);                      // everything else stays
+//   one.Execute();
 #ifndef TARNIX_PDF_SET_META_DATA_TASK_H_
 #define TARNIX_PDF_SET_META_DATA_TASK_H_
 
+#include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,7 +31,7 @@ namespace TarnixTools {
 // The new information takes the place of the old one as a whole: a host that wants to change one
 // value reads the others from the document (PdfDoc::GetMetaData) and sets them, too. With
 // SetKeepMetadata only the four values are replaced, and what else the document says of itself
-// stays.
+// stays. With SetKeepUnset only what the host has given is changed.
 class TARNIX_EXPORT PdfSetMetaDataTask : public PdfTask {
  public:
   // The task owns a copy of the document, which is not opened before Execute.
@@ -47,8 +54,21 @@ class TARNIX_EXPORT PdfSetMetaDataTask : public PdfTask {
   void SetMetaParam(PdfMetadataParam param, const std::string& value);
   std::string& GetMetaParam(PdfMetadataParam param);
 
+  // Title and subject to write, UTF-8. One that was not given is empty, and not written.
+  void SetTitle(const std::string& title);
+  const std::string& GetTitle() const;
+  void SetSubject(const std::string& subject);
+  const std::string& GetSubject() const;
+
   // Empties all values, so that they are as in a task that was just made.
   void ResetMetaParam();
+
+  // Whether values that were not given, and all else that the document says of itself, stay as they are;
+  // false at first. Given are values that were set, also to an empty text, and those that are not empty.
+  // Execute then needs one that was given.
+  void SetKeepUnset(bool keep) { keep_unset_ = keep; }
+
+  bool GetKeepUnset() const { return keep_unset_; }
 
   // Whether Execute may write four empty values, so that a document loses its information; false at
   // first, which makes that an error.
@@ -78,12 +98,17 @@ class TARNIX_EXPORT PdfSetMetaDataTask : public PdfTask {
  private:
   void Run();
   void SetDefaults();
-  // Whether one of the values is not empty.
+  // Whether one of the values is not empty or, where others are kept, given.
   bool HasMetaParameters() const;
+  PdfMetadataValues Values() const;
 
   std::string out_name_;
   std::vector<std::string> meta_values_;  // by PdfMetadataParam
   bool allow_empty_meta_values_ = false;
+  std::array<bool, 4> given_{};  // by PdfMetadataParam
+  std::optional<std::string> title_;
+  std::optional<std::string> subject_;
+  bool keep_unset_ = false;
 };
 
 }  // namespace TarnixTools

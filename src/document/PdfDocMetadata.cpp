@@ -29,6 +29,22 @@ MetadataGetter GetterFor(PdfMetadataParam param) {
                      static_cast<int>(param));
 }
 
+// getter - gives the function that gets the value, once the document has been found to have some.
+template <typename Getter>
+std::string ReadValue(engines::TPdfDocument* document, const std::string& path,
+                      const Getter& getter) {
+  const MetadataPtr metadata(engines::PdfDocumentGetMetadata(document));
+  if (metadata == nullptr) {
+    const std::int32_t error = engines::PdfGetLastError();
+    throw PdfException(PdfExceptionCode::EngineError, error,
+                       "Could not get meta from file [%s] (%d)", path.c_str(), error);
+  }
+  std::array<char, PdfDoc::PDFDOC_MAX_META_LENGTH> value{};
+  const MetadataGetter get = getter();
+  get(metadata.get(), value.data(), PdfDoc::PDFDOC_MAX_META_LENGTH);
+  return value.data();
+}
+
 using MetadataSetter = int (*)(engines::TPdfMetadata*, const char*, std::int64_t);
 
 struct Field {
@@ -44,8 +60,20 @@ constexpr std::array<Field, 4> kFields = {{
     {"producer", &engines::PdfMetadataSetProducerA},
 }};
 
+constexpr Field kTitle = {"title", &engines::PdfMetadataSetTitleA};
+constexpr Field kSubject = {"subject", &engines::PdfMetadataSetSubjectA};
+
 // What is written for an empty producer.
 constexpr const char* kEmptyProducer = "\r";
+
+void SetField(engines::TPdfMetadata* metadata, const Field& field, const std::string& value) {
+  if (field.set(metadata, value.data(), static_cast<std::int64_t>(value.size())) == 0) {
+    const std::int32_t error = engines::PdfGetLastError();
+    throw PdfException(PdfExceptionCode::EngineError, error,
+                       "Could not set %s meta value to [%s] (%d)", field.name, value.c_str(),
+                       error);
+  }
+}
 
 void SetValue(engines::TPdfMetadata* metadata, std::size_t index, const std::string& given) {
   if (index >= kFields.size()) {
@@ -53,13 +81,7 @@ void SetValue(engines::TPdfMetadata* metadata, std::size_t index, const std::str
                        static_cast<int>(index));
   }
   const bool is_producer = index == static_cast<std::size_t>(PdfMetadataParam::Producer);
-  const std::string value = is_producer && given.empty() ? kEmptyProducer : given;
-  if (kFields[index].set(metadata, value.data(), static_cast<std::int64_t>(value.size())) == 0) {
-    const std::int32_t error = engines::PdfGetLastError();
-    throw PdfException(PdfExceptionCode::EngineError, error,
-                       "Could not set %s meta value to [%s] (%d)", kFields[index].name,
-                       value.c_str(), error);
-  }
+  SetField(metadata, kFields[index], is_producer && given.empty() ? kEmptyProducer : given);
 }
 
 }  // namespace
@@ -67,19 +89,49 @@ void SetValue(engines::TPdfMetadata* metadata, std::size_t index, const std::str
 std::string PdfDoc::GetMetaData(PdfMetadataParam param) {
   OpenCheckPassword();
   const DiscardGuard closing(*this);
-  const MetadataPtr metadata(engines::PdfDocumentGetMetadata(Document()));
-  if (metadata == nullptr) {
-    const std::int32_t error = engines::PdfGetLastError();
-    throw PdfException(PdfExceptionCode::EngineError, error,
-                       "Could not get meta from file [%s] (%d)", path_.c_str(), error);
-  }
-  std::array<char, PDFDOC_MAX_META_LENGTH> value{};
-  GetterFor(param)(metadata.get(), value.data(), PDFDOC_MAX_META_LENGTH);
-  return value.data();
+  return ReadValue(Document(), path_, [param] { return GetterFor(param); });
+}
+
+std::string PdfDoc::GetTitle() {
+  OpenCheckPassword();
+  const DiscardGuard closing(*this);
+  return ReadValue(Document(), path_, [] { return &engines::PdfMetadataGetTitleA; });
+}
+
+std::string PdfDoc::GetSubject() {
+  OpenCheckPassword();
+  const DiscardGuard closing(*this);
+  return ReadValue(Document(), path_, [] { return &engines::PdfMetadataGetSubjectA; });
 }
 
 void PdfDoc::SetMetaData(const std::vector<std::string>& values, const std::string& output_path,
                          const std::string& password) {
+  WriteWithMetaData(output_path, password, [&](engines::TPdfMetadata* metadata) {
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      SetValue(metadata, i, values[i]);
+    }
+  });
+}
+
+void PdfDoc::SetMetaValues(const PdfMetadataValues& values, const std::string& output_path,
+                           const std::string& password) {
+  WriteWithMetaData(output_path, password, [&](engines::TPdfMetadata* metadata) {
+    for (std::size_t i = 0; i < values.params.size(); ++i) {
+      if (values.params[i]) {
+        SetValue(metadata, i, *values.params[i]);
+      }
+    }
+    if (values.title) {
+      SetField(metadata, kTitle, *values.title);
+    }
+    if (values.subject) {
+      SetField(metadata, kSubject, *values.subject);
+    }
+  });
+}
+
+void PdfDoc::WriteWithMetaData(const std::string& output_path, const std::string& password,
+                               const std::function<void(engines::TPdfMetadata*)>& change) {
   report_.Clear();
   OpenCheckPassword();
   const DiscardGuard closing(*this);
@@ -98,9 +150,7 @@ void PdfDoc::SetMetaData(const std::vector<std::string>& values, const std::stri
     throw PdfException(PdfExceptionCode::EngineError, error,
                        "Could not get copy metadata from file [%s] (%d)", path_.c_str(), error);
   }
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    SetValue(metadata.get(), i, values[i]);
-  }
+  change(metadata.get());
   if (engines::PdfDocumentSetMetadata(output.Document(), metadata.get()) == 0) {
     const std::int32_t error = engines::PdfGetLastError();
     throw PdfException(PdfExceptionCode::EngineError, error,

@@ -202,5 +202,24 @@ TEST_F(PdfDocKeepMetadataTest, OfADocumentWithoutAnyIsNone) {
   EXPECT_THAT(AboutMetadata(document.GetReport()), IsEmpty());
 }
 
+TEST_F(PdfDocKeepMetadataTest, SaysTheSameTitleInThePacket) {
+  std::string packet = kPacket;
+  packet.insert(
+      packet.find("<dc:creator>"),
+      "<dc:title><rdf:Alt><rdf:li xml:lang='x-default'>A title</rdf:li></rdf:Alt></dc:title>"
+      "<dc:description><rdf:Alt><rdf:li xml:lang='x-default'>Old</rdf:li></rdf:Alt>"
+      "</dc:description>");
+  Keeping(MakeDocument(packet))
+      .SetMetaValues({.params = {}, .title = "New & better", .subject = ""}, Path("new.pdf"), "");
+  const auto info = InfoOf(Path("new.pdf"));
+  EXPECT_EQ(info["/Title"], "u:New & better");
+  EXPECT_EQ(info["/Author"], "u:Ada");
+  const std::string written = PacketOf(Path("new.pdf"));
+  EXPECT_THAT(written, HasSubstr("New &amp; better</rdf:li></rdf:Alt></dc:title>"));
+  EXPECT_THAT(written, Not(HasSubstr("A title")));
+  EXPECT_THAT(written, Not(HasSubstr("dc:description")));
+  EXPECT_THAT(written, HasSubstr("<dc:creator><rdf:Seq><rdf:li>Ada"));
+}
+
 }  // namespace
 }  // namespace TarnixTools

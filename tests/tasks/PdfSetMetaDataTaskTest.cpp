@@ -66,6 +66,38 @@ TEST_F(PdfSetMetaDataTaskTest, ClearsWhatIsNotSet) {
   EXPECT_THAT(Values("out/x.pdf"), ElementsAre("", "", "", "Press"));
 }
 
+TEST_F(PdfSetMetaDataTaskTest, WritesTitleAndSubject) {
+  PdfSetMetaDataTask task = Task();
+  EXPECT_EQ(task.GetTitle(), "");
+  task.SetTitle("Notes \xC3\xA4");
+  task.SetSubject("Engines");
+  task.SetOutName("x.pdf");
+  task.Execute();
+  EXPECT_EQ(task.GetTitle(), "Notes \xC3\xA4");
+  EXPECT_EQ(task.GetSubject(), "Engines");
+  EXPECT_EQ(Doc("out/x.pdf").GetTitle(), "Notes \xC3\xA4");
+  EXPECT_EQ(Doc("out/x.pdf").GetSubject(), "Engines");
+  EXPECT_THAT(Values("out/x.pdf"), ElementsAre("", "", "", "\r"));
+  task.ResetMetaParam();
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }), NothingSet());
+}
+
+TEST_F(PdfSetMetaDataTaskTest, KeepsWhatIsNotGiven) {
+  PdfSetMetaDataTask task = Task();
+  task.SetOutName("x.pdf");
+  task.SetKeepUnset(true);
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }), NothingSet());
+  task.SetTitle("Notes");
+  task.Execute();
+  EXPECT_EQ(Doc("out/x.pdf").GetTitle(), "Notes");
+  EXPECT_THAT(Values("out/x.pdf"), ElementsAre("Old", "", "Old too", ""));
+  task.ResetMetaParam();
+  task.SetMetaParam(PdfMetadataParam::Author, "");
+  task.Execute();
+  EXPECT_EQ(Doc("out/x.pdf").GetTitle(), "");
+  EXPECT_THAT(Values("out/x.pdf"), ElementsAre("", "", "Old too", ""));
+}
+
 TEST_F(PdfSetMetaDataTaskTest, NeedsAValueBeforeItLooksForTheFile) {
   PdfSetMetaDataTask task(PdfDoc(Path("missing.pdf"), "", false));
   EXPECT_EQ(FailureOf([&] { task.Execute(); }), NothingSet());

@@ -18,10 +18,9 @@ struct Field {
 };
 
 constexpr Field kFields[] = {
-    {"Author", &DocumentInfo::author},
-    {"Keywords", &DocumentInfo::keywords},
-    {"Creator", &DocumentInfo::creator},
-    {"Producer", &DocumentInfo::producer},
+    {"Author", &DocumentInfo::author},   {"Keywords", &DocumentInfo::keywords},
+    {"Creator", &DocumentInfo::creator}, {"Producer", &DocumentInfo::producer},
+    {"Title", &DocumentInfo::title},     {"Subject", &DocumentInfo::subject},
 };
 
 }  // namespace

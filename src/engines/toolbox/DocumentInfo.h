@@ -19,6 +19,8 @@ struct DocumentInfo {
   std::optional<std::string> keywords;
   std::optional<std::string> creator;
   std::optional<std::string> producer;
+  std::optional<std::string> title;
+  std::optional<std::string> subject;
 };
 
 // An entry of the dictionary, its value as PDF text.

@@ -78,6 +78,14 @@ int PdfMetadataGetProducerA(TPdfMetadata* metadata, char* buffer, std::int32_t s
   return Get(metadata, &DocumentInfo::producer, buffer, size);
 }
 
+int PdfMetadataGetTitleA(TPdfMetadata* metadata, char* buffer, std::int32_t size) {
+  return Get(metadata, &DocumentInfo::title, buffer, size);
+}
+
+int PdfMetadataGetSubjectA(TPdfMetadata* metadata, char* buffer, std::int32_t size) {
+  return Get(metadata, &DocumentInfo::subject, buffer, size);
+}
+
 int PdfMetadataSetAuthorA(TPdfMetadata* metadata, const char* value, std::int64_t size) {
   return Set(metadata, &DocumentInfo::author, value, size);
 }
@@ -92,6 +100,14 @@ int PdfMetadataSetCreatorA(TPdfMetadata* metadata, const char* value, std::int64
 
 int PdfMetadataSetProducerA(TPdfMetadata* metadata, const char* value, std::int64_t size) {
   return Set(metadata, &DocumentInfo::producer, value, size);
+}
+
+int PdfMetadataSetTitleA(TPdfMetadata* metadata, const char* value, std::int64_t size) {
+  return Set(metadata, &DocumentInfo::title, value, size);
+}
+
+int PdfMetadataSetSubjectA(TPdfMetadata* metadata, const char* value, std::int64_t size) {
+  return Set(metadata, &DocumentInfo::subject, value, size);
 }
 
 }  // namespace TarnixTools::engines

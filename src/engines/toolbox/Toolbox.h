@@ -193,6 +193,8 @@ int PdfMetadataGetAuthorA(TPdfMetadata* metadata, char* buffer, std::int32_t siz
 int PdfMetadataGetKeywordsA(TPdfMetadata* metadata, char* buffer, std::int32_t size);
 int PdfMetadataGetCreatorA(TPdfMetadata* metadata, char* buffer, std::int32_t size);
 int PdfMetadataGetProducerA(TPdfMetadata* metadata, char* buffer, std::int32_t size);
+int PdfMetadataGetTitleA(TPdfMetadata* metadata, char* buffer, std::int32_t size);
+int PdfMetadataGetSubjectA(TPdfMetadata* metadata, char* buffer, std::int32_t size);
 
 // Change a value; `size` bytes of UTF-8, in which what is malformed becomes U+FFFD. A value that
 // was set is written also when it is empty.
@@ -200,6 +202,8 @@ int PdfMetadataSetAuthorA(TPdfMetadata* metadata, const char* value, std::int64_
 int PdfMetadataSetKeywordsA(TPdfMetadata* metadata, const char* value, std::int64_t size);
 int PdfMetadataSetCreatorA(TPdfMetadata* metadata, const char* value, std::int64_t size);
 int PdfMetadataSetProducerA(TPdfMetadata* metadata, const char* value, std::int64_t size);
+int PdfMetadataSetTitleA(TPdfMetadata* metadata, const char* value, std::int64_t size);
+int PdfMetadataSetSubjectA(TPdfMetadata* metadata, const char* value, std::int64_t size);
 
 // A copy of another document's information, for PdfDocumentSetMetadata of the target.
 TPdfMetadata* PdfDocumentCopyMetadata(TPdfDocument* target, TPdfMetadata* metadata);

@@ -26,17 +26,23 @@ struct Mirror {
   std::string_view prefix;
 };
 
-constexpr std::array<Mirror, 4> kMirrors = {{
+constexpr std::array<Mirror, 6> kMirrors = {{
     {&DocumentInfo::author, "http://purl.org/dc/elements/1.1/", "creator", "dc"},
     {&DocumentInfo::keywords, "http://ns.adobe.com/pdf/1.3/", "Keywords", "pdf"},
     {&DocumentInfo::creator, "http://ns.adobe.com/xap/1.0/", "CreatorTool", "xmp"},
     {&DocumentInfo::producer, "http://ns.adobe.com/pdf/1.3/", "Producer", "pdf"},
+    {&DocumentInfo::title, "http://purl.org/dc/elements/1.1/", "title", "dc"},
+    {&DocumentInfo::subject, "http://purl.org/dc/elements/1.1/", "description", "dc"},
 }};
 
 std::string ValueFor(const Mirror& mirror, const std::optional<std::string>& value) {
   std::string text = value ? XmlText(*value) : std::string();
   if (!text.empty() && mirror.value == &DocumentInfo::author) {
     return "<rdf:Seq><rdf:li>" + text + "</rdf:li></rdf:Seq>";
+  }
+  if (!text.empty() &&
+      (mirror.value == &DocumentInfo::title || mirror.value == &DocumentInfo::subject)) {
+    return "<rdf:Alt><rdf:li xml:lang=\"x-default\">" + text + "</rdf:li></rdf:Alt>";
   }
   return text;
 }
