@@ -142,7 +142,7 @@ TEST_F(TaskProgressTest, LeavesNoDocumentsOfImagesThatWereToBeJoined) {
     images.push_back(Path("i" + std::to_string(i) + ".pgm"));
     testing::WriteBytes(images.back(), "P5 2 2 255\nabcd");
   }
-  for (const std::string& password : {"", "pw"}) {
+  for (const char* password : {"", "pw"}) {
     Img2PdfTask task(images);
     task.SetOutputPath(Path("out"));
     task.SetOutPassword(password);

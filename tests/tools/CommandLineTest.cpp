@@ -321,8 +321,6 @@ TEST_F(StandardOutput, ThatIsClosedIsAnError) {
 
 class Progress : public CommandLine {
  protected:
-  static constexpr const char* kBar = "<=>";
-
   std::string BytesOnError(std::vector<std::string> options) {
     options.insert(options.begin(), {"merge", "a.pdf", "a.pdf"});
     const auto result = Run(options);
@@ -341,8 +339,7 @@ TEST_F(Progress, IsNotShownWithoutATerminal) {
 TEST_F(Progress, IsShownAlwaysAndWiped) {
   const auto shown = BytesOnError({"--progress", "always"});
   EXPECT_THAT(shown, StartsWith("\rtarnix merge ["));
-  EXPECT_THAT(shown, HasSubstr(kBar));
-  EXPECT_THAT(shown, ::testing::ContainsRegex("] [0-9]+ s\r +\r$"));
+  EXPECT_THAT(shown, ::testing::ContainsRegex("\r +\r$"));
 }
 
 TEST_F(Progress, IsNotShownWhenQuiet) {
@@ -358,7 +355,7 @@ TEST_F(Progress, IsShownOnATerminalWhileAJobLasts) {
   ASSERT_GE(reader, 0);
   {
     TerminalRun run({"merge", many, many, "-o", directory_.Path(), "--name", "pipe"});
-    EXPECT_TRUE(run.WaitFor(kBar));
+    EXPECT_TRUE(run.WaitFor("tarnix merge ["));
   }
   close(reader);
 }

@@ -16,6 +16,7 @@ void SetPages(const JobContext& context, Pdf2ImgTask& task) {
 }
 
 JobResult RunImageTask(const JobContext& context, Pdf2ImgTask& task) {
+  context.Watch(task);
   task.SetOutputPath(context.Plan().MakeDirectory());
   try {
     ForPassword([&] { task.Execute(); });

@@ -1,6 +1,8 @@
 #include "Interruption.h"
 
+#include <atomic>
 #include <csignal>
+#include <ctime>
 #include <exception>
 #include <mutex>
 #include <thread>
@@ -16,6 +18,8 @@
 
 namespace TarnixTools::cli {
 namespace {
+
+constexpr time_t kPatience = 3;  // seconds
 
 struct Outputs {
   std::mutex mutex;
@@ -66,7 +70,26 @@ void Tell(const std::string& job, const std::string& message) {
   }
 }
 
-[[noreturn]] void EndBy(int signal, const std::string& job) {
+// The signal that has come, and what the process tells then.
+struct Arrived {
+  std::atomic<int> signal = 0;
+  std::atomic_flag is_ending;
+  std::string job;
+};
+
+Arrived& Interruption() {
+  static auto* const arrived = new Arrived;
+  return *arrived;
+}
+
+[[noreturn]] void End() {
+  if (Interruption().is_ending.test_and_set()) {
+    while (true) {
+      pause();  // another thread ends the process
+    }
+  }
+  const int signal = Interruption().signal;
+  const std::string& job = Interruption().job;
   RestoreTerminal();
   Tell(job, signal == SIGINT ? "interrupted" : "terminated");
   RemoveTemporaryDirectories();
@@ -75,19 +98,33 @@ void Tell(const std::string& job, const std::string& message) {
 
 }  // namespace
 
-void WatchForInterruption(const std::string& job) {
+void WatchForInterruption(const std::string& job, bool writes_files) {
+  Interruption().job = job;
   const sigset_t signals = WatchedSignals();
   sigset_t before;
   pthread_sigmask(SIG_BLOCK, &signals, &before);
   try {
-    std::thread([signals, job] {
+    std::thread([signals, writes_files] {
       int signal = 0;
       while (sigwait(&signals, &signal) != 0) {
       }
-      EndBy(signal, job);
+      Interruption().signal = signal;
+      const timespec patience = {.tv_sec = writes_files ? kPatience : 0, .tv_nsec = 0};
+      sigtimedwait(&signals, nullptr, &patience);
+      End();
     }).detach();
   } catch (const std::exception&) {
     pthread_sigmask(SIG_SETMASK, &before, nullptr);  // then a signal ends the process as it is
+  }
+}
+
+bool IsInterrupted() {
+  return Interruption().signal != 0;
+}
+
+void EndIfInterrupted() {
+  if (IsInterrupted()) {
+    End();
   }
 }
 

@@ -8,10 +8,17 @@
 
 namespace TarnixTools::cli {
 
-// Waits for the signals on a thread of its own from now on. Unfinished outputs have no names, so that
-// the process may end wherever it is. A signal that is ignored stays so.
+// Waits for the signals on a thread of its own from now on. A signal that is ignored stays so. A job
+// that writes files is given a moment to stop by itself (IsInterrupted) and to take away what it leaves
+// half done; after that, or at a second signal, the process ends wherever it is.
 //   job - its name where JSON is asked for, which then tells of the interruption; else empty.
-void WatchForInterruption(const std::string& job);
+void WatchForInterruption(const std::string& job, bool writes_files);
+
+// Whether a signal has come; the job is to stop.
+bool IsInterrupted();
+
+// Ends the process when a signal has come: for a job that has stopped.
+void EndIfInterrupted();
 
 // Notes an output that is complete, for what is told of a job that does not come to its end.
 void NoteFinished(const std::string& path);

@@ -3,6 +3,7 @@
 #define TARNIX_CLI_JOB_CONTEXT_H_
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -37,13 +38,17 @@ class JobContext {
  public:
   // All of them outlive the context.
   //   inputs - those of this run: all of the command, or the one at `first`.
+  //   progress - told of the steps that are done and how many there are; false when the job is to stop.
+  using Progress = std::function<bool(std::int64_t done, std::int64_t of)>;
+
   JobContext(const Command& command, std::vector<Input> inputs, Passwords& passwords,
-             const OutputPlan& plan, std::size_t first)
+             const OutputPlan& plan, std::size_t first, Progress progress)
       : command_(command),
         inputs_(std::move(inputs)),
         passwords_(passwords),
         plan_(plan),
-        first_(first) {}
+        first_(first),
+        progress_(std::move(progress)) {}
 
   const std::vector<Input>& Inputs() const { return inputs_; }
 
@@ -91,9 +96,17 @@ class JobContext {
   // How several outputs are called, and the directory that they go to, made with its parents.
   const OutputPlan& Plan() const { return plan_; }
 
-  // Hands directory and password of the output to a task.
+  // Has a task show how far it is, and stop when the program is interrupted.
+  template <typename Task>
+  void Watch(Task& task) const {
+    task.SetProgress([progress = progress_](const std::string& /*job*/, std::int64_t done,
+                                            std::int64_t of) { return progress(done, of); });
+  }
+
+  // Hands directory and password of the output to a task, and watches it.
   template <typename Task>
   void SetOutput(Task& task) const {
+    Watch(task);
     task.SetOutputPath(OutputDirectory());
     if (command_.job->can_protect) {
       task.SetOutPassword(OutPassword());
@@ -123,6 +136,7 @@ class JobContext {
   Passwords& passwords_;
   const OutputPlan& plan_;
   std::size_t first_;
+  Progress progress_;
 };
 
 }  // namespace TarnixTools::cli

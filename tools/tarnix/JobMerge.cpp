@@ -8,6 +8,11 @@
 namespace TarnixTools::cli {
 namespace {
 
+constexpr OptionRow kOptions[] = {
+    {.name = "bookmarks",
+     .help = "an outline item for each input, with the input's own outline below"},
+};
+
 // A document with the pages of FILE:PAGES as its ranges.
 PdfDoc PartOf(const JobContext& context, const Input& input) {
   PdfDoc document = context.DocumentOf(input);
@@ -32,6 +37,7 @@ JobResult Merge(JobContext& context) {
     has_parts = has_parts || !input.pages.empty();
   }
   task.SetUseRanges(has_parts);
+  task.SetAddOutlineItems(context.Options().Has("bookmarks"));
   context.SetOutput(task);
   task.SetOutDocName(context.OutputName());
   task.Execute();
@@ -46,11 +52,12 @@ const JobRegistration kRegistration({
         "stands for a part of a document, as in a.pdf:1-3 b.pdf:z-1.",
     .examples = {"tarnix merge letter.pdf report.pdf",
                  "tarnix merge -o book.pdf letter.pdf:1 report.pdf:3-z plan.pdf",
-                 "tarnix merge --name both.pdf report.pdf:z-1 letter.pdf"},
+                 "tarnix merge --bookmarks --name both.pdf report.pdf letter.pdf"},
     .inputs = {.min = 2, .use = InputUse::Together},
     .output = OutputKind::OneFile,
     .stem = "merged",
     .has_page_inputs = true,
+    .options = kOptions,
     .run = Merge,
 });
 

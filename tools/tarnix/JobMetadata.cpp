@@ -21,6 +21,8 @@ constexpr OptionRow kOptions[] = {
      .kind = ValueKind::Text,
      .argument = "P",
      .help = "program that made the PDF, to write"},
+    {.name = "title", .kind = ValueKind::Text, .argument = "T", .help = "title to write"},
+    {.name = "subject", .kind = ValueKind::Text, .argument = "S", .help = "subject to write"},
     {.name = "clear", .help = "empty the values that are not given"},
 };
 
@@ -36,31 +38,41 @@ constexpr Field kFields[] = {
     {"producer", PdfMetadataParam::Producer},
 };
 
+void AddValue(JobResult& result, const std::string& name, const std::string& value) {
+  result.fields["metadata"][name] = value;
+  std::string line = name;
+  line.resize(10, ' ');
+  result.text += OneLine(value.empty() ? name : line + value) + "\n";
+}
+
 JobResult PrintMetadata(PdfDoc& document) {
   JobResult result;
-  Json values = Json::object();
   for (const Field& field : kFields) {
-    const std::string value = document.GetMetaData(field.param);
-    values[field.name] = value;
-    std::string line = field.name;
-    line.resize(10, ' ');
-    result.text += OneLine(value.empty() ? field.name : line + value) + "\n";
+    AddValue(result, field.name, document.GetMetaData(field.param));
   }
-  result.fields["metadata"] = std::move(values);
+  AddValue(result, "title", document.GetTitle());
+  AddValue(result, "subject", document.GetSubject());
   return result;
 }
 
 // What is not given stays, or is emptied.
 JobResult WriteMetadata(JobContext& context) {
   const OptionValues& options = context.Options();
-  PdfDoc document = context.Document();
-  PdfSetMetaDataTask task(document);
+  const auto is_set = [&](const char* name) { return options.Has(name) || options.Has("clear"); };
+  PdfSetMetaDataTask task(context.Document());
   for (const Field& field : kFields) {
-    const bool stays = !options.Has(field.name) && !options.Has("clear");
-    task.SetMetaParam(field.param,
-                      stays ? document.GetMetaData(field.param) : options.Text(field.name));
+    if (is_set(field.name)) {
+      task.SetMetaParam(field.param, options.Text(field.name));
+    }
+  }
+  if (is_set("title")) {
+    task.SetTitle(options.Text("title"));
+  }
+  if (is_set("subject")) {
+    task.SetSubject(options.Text("subject"));
   }
   task.SetAllowEmptyMetaValues(true);
+  task.SetKeepUnset(true);
   return context.RunNamed(task);
 }
 
@@ -79,12 +91,12 @@ JobResult Metadata(JobContext& context) {
 
 const JobRegistration kRegistration({
     .name = "metadata",
-    .summary = "show or change author, keywords and the like",
+    .summary = "show or change title, author, keywords and the like",
     .description =
         "Writes a copy of the input with the values given (STEM-metadata.pdf). Without any "
         "of its options it shows the values of the input and writes no file.",
     .examples = {"tarnix metadata letter.pdf",
-                 "tarnix metadata --author 'Ann Smith' --keywords 'letter, example' letter.pdf",
+                 "tarnix metadata --author 'Ann Smith' --title 'A letter' letter.pdf",
                  "tarnix metadata --clear -o bare.pdf letter.pdf"},
     .output = OutputKind::OneFile,
     .only_tells = &OnlyTells,

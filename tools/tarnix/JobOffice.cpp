@@ -65,6 +65,7 @@ JobResult Office(JobContext& context) {
   const bool is_protected = IsProtected(document);
   task.SetOutName(Without(context.OutputName(), "." + options.Text("to", "docx")));
   task.SetOutputPath(context.OutputDirectory());
+  context.Watch(task);
   task.Execute();
   JobResult result{.outputs = {context.OutputPath()},
                    .fields = {{"scannedPages", task.GetScannedPages()}}};

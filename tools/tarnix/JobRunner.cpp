@@ -4,7 +4,6 @@
 #include <iterator>
 #include <utility>
 
-#include "ActivityBar.h"
 #include "Causes.h"
 #include "CommandParser.h"
 #include "Failure.h"
@@ -14,6 +13,7 @@
 #include "JobContext.h"
 #include "OutputPlan.h"
 #include "Passwords.h"
+#include "ProgressBar.h"
 #include "ResultPrinter.h"
 #include "Streams.h"
 #include "Warnings.h"
@@ -81,15 +81,20 @@ JobResult RunWithPasswords(Session& session, JobContext& context) {
 }
 
 JobResult RunOn(Session& session, const std::vector<Input>& inputs, std::size_t first) {
-  JobContext context(session.command, inputs, session.passwords, session.plan, first);
-  const ActivityBar bar(ModeOf(session.command.values),
-                        "tarnix " + std::string(session.command.job->name));
+  ProgressBar bar(ModeOf(session.command.values),
+                  "tarnix " + std::string(session.command.job->name));
+  const JobContext::Progress progress = [&bar](std::int64_t done, std::int64_t of) {
+    bar.Set(done, of);
+    return !IsInterrupted();
+  };
+  JobContext context(session.command, inputs, session.passwords, session.plan, first, progress);
   JobResult result = RunWithPasswords(session, context);
   if (session.command.job->output != OutputKind::None && session.command.job->can_protect) {
     result.password = context.OutPassword();
   }
   AddWarnings(result);
   NoteOutputs(result);
+  EndIfInterrupted();
   return result;
 }
 
@@ -124,6 +129,7 @@ JobResult RunOnEach(Session& session) {
     } catch (const UsageError&) {
       throw;
     } catch (...) {
+      EndIfInterrupted();
       Failure failure = CurrentFailure();
       failure.cause = CauseOf(*session.command.job, failure, {input});
       all.failures.push_back({input.given, std::move(failure)});
@@ -164,6 +170,7 @@ std::vector<Input> InputsAsGiven(const Command& command) {
 
 // Call it inside a catch block only.
 int TellFailure(const Command& command, const PdfReport& report) {
+  EndIfInterrupted();
   Failure failure = CurrentFailure();
   failure.cause = CauseOf(*command.job, failure, InputsAsGiven(command));
   return PrintFailedJob(command, failure, report);
@@ -196,7 +203,8 @@ int RunJob(const Job& job, const std::vector<std::string>& words) {
     WriteOutput(VersionLine());
     return kExitDone;
   }
-  WatchForInterruption(command.values.Has("json") ? std::string(job.name) : "");
+  WatchForInterruption(command.values.Has("json") ? std::string(job.name) : "",
+                       job.output != OutputKind::None);
   return RunCommand(command);
 }
 

@@ -83,6 +83,7 @@ JobResult SplitItems(const JobContext& context, const PdfDoc& document,
     task.SetNamePattern(context.Plan().Pattern());
     task.SetOutputPath(directory);
     task.SetOutPassword(context.OutPassword());
+    context.Watch(task);
     Execute(task, result);
     return result;
   }
@@ -92,6 +93,7 @@ JobResult SplitItems(const JobContext& context, const PdfDoc& document,
         PdfCommonUtils::FormName(context.Plan().Pattern(), document.GetDocName(false), item.label));
     task.SetOutputPath(directory);
     task.SetOutPassword(context.OutPassword());
+    context.Watch(task);
     Execute(task, result);
   }
   return result;
@@ -104,6 +106,7 @@ JobResult SplitEvery(const JobContext& context, const PdfDoc& document) {
   task.SetNamePattern(context.Plan().Pattern());
   task.SetOutputPath(context.Plan().MakeDirectory());
   task.SetOutPassword(context.OutPassword());
+  context.Watch(task);
   JobResult result;
   Execute(task, result);
   return result;

@@ -14,7 +14,7 @@ namespace TarnixTools::cli {
 namespace {
 
 constexpr int kUsualWidth = 80;
-constexpr int kLeastWidth = 40;
+constexpr int kLeastWidth = 20;
 constexpr std::size_t kLongestLine = 4096;
 
 termios& Before() {
