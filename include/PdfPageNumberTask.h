@@ -73,14 +73,14 @@ class TARNIX_EXPORT PdfPageNumberTask : public PdfDecorationTask {
 
   void SetAbsolutePositionY(double y) { transformation_.SetAbsolutePositionY(y); }
 
-  // The distance from the left or the right edge of the page, in points, 0 at first. Of no effect
-  // on what is centred. Added to an absolute position.
+  // The distance from the left or the right edge of the page, in points, 0 at first. Of no effect on
+  // what is centred.
   int GetMarginX() const { return transformation_.GetMarginX(); }
 
   void SetMarginX(int margin) { transformation_.SetMarginX(margin); }
 
-  // The distance from the top or the bottom edge of the page, in points, 0 at first. Of no effect
-  // on what is in the middle. Added to an absolute position.
+  // The distance from the top or the bottom edge of the page, in points, 0 at first. Of no effect on
+  // what is in the middle.
   int GetMarginY() const { return transformation_.GetMarginY(); }
 
   void SetMarginY(int margin) { transformation_.SetMarginY(margin); }

@@ -47,10 +47,25 @@ class TARNIX_EXPORT PdfStampImageTask : public PdfDecorationTask {
   void SetInputImage(const std::string& path) { transformation_.SetInputImage(path); }
 
   // In percent, from 1 to 100, as at first; beyond that the setter throws InvalidParameter. Kept,
-  // and not applied: the image is painted opaque, but for what the file itself says is transparent.
+  // and not applied unless SetApplyOpacity says so: the image is painted opaque, but for what the file itself says is transparent.
   int GetOpacity() const { return transformation_.GetOpacity(); }
 
   void SetOpacity(int percent) { transformation_.SetOpacity(percent); }
+
+  // Whether the opacity is applied; false at first.
+  bool GetApplyOpacity() const { return transformation_.GetApplyOpacity(); }
+
+  void SetApplyOpacity(bool apply) { transformation_.SetApplyOpacity(apply); }
+
+  // How wide the image is, its proportions kept, in points or percent of the page's width; 0, as at
+  // first, leaves that to the pixels per point. Throws InvalidParameter for less.
+  double GetImageWidth() const { return transformation_.GetImageWidth(); }
+
+  PdfTransformWidthUnit GetImageWidthUnit() const { return transformation_.GetImageWidthUnit(); }
+
+  void SetImageWidth(double width, PdfTransformWidthUnit unit = PdfTransformWidthUnit::Points) {
+    transformation_.SetImageWidth(width, unit);
+  }
 
   // How large the image is: its width and height in pixels, seen upright, are divided by this. 1.33
   // at first; 1 makes each pixel a point, 300.0 / 72 gives an image of 300 pixels per inch its own

@@ -90,6 +90,12 @@ enum class PdfTransformLayerPos : std::int32_t {
   Under = 1,  // beneath what the page has: hidden where that is opaque, as scanned pages are
 };
 
+// What the width of an image is counted in.
+enum class PdfTransformWidthUnit : std::int32_t {
+  Points = 0,
+  PercentOfPage = 1,  // of the width of the page as a viewer shows it
+};
+
 // A plain value. Setters store what they are given unless something else is said. Failures are
 // PdfException with the code InvalidParameter and leave the field as it was.
 //
@@ -322,11 +328,26 @@ class TARNIX_EXPORT PdfTransformation {
 
   void SetPixelsPerPoint(double pixels) { pixels_per_point_ = pixels; }
 
-  // In percent, 1 to 100, 100 at first; the setter throws for anything else. Kept, and not applied:
-  // images are painted opaque.
+  // How wide an image is, its proportions kept, in place of its pixels per point: in points, or in
+  // percent of the width of the page that it is on. 0, as at first, leaves it to these pixels. Throws
+  // for less, and for what is no number or infinite.
+  double GetImageWidth() const { return image_width_; }
+
+  PdfTransformWidthUnit GetImageWidthUnit() const { return image_width_unit_; }
+
+  void SetImageWidth(double width, PdfTransformWidthUnit unit = PdfTransformWidthUnit::Points);
+
+  // In percent, 1 to 100, 100 at first; the setter throws for anything else. Kept, and only applied
+  // where that was set: images are painted opaque.
   int GetOpacity() const { return opacity_; }
 
   void SetOpacity(int percent);
+
+  // Whether images are painted with their opacity, on top of what they leave transparent themselves;
+  // false at first.
+  bool GetApplyOpacity() const { return apply_opacity_; }
+
+  void SetApplyOpacity(bool apply) { apply_opacity_ = apply; }
 
   // ---- the look of text ------------------------------------------------------------------------
   //
@@ -463,10 +484,13 @@ class TARNIX_EXPORT PdfTransformation {
   std::string input_image_;
   double rotation_ = 0;
   double pixels_per_point_ = 0;
+  double image_width_ = 0;
+  PdfTransformWidthUnit image_width_unit_{};
   bool mosaic_ = false;
 
   // In percent, 1 to 100.
   int opacity_ = 0;
+  bool apply_opacity_ = false;
   int text_opacity_ = 0;
   std::string input_text_;
   PdfCompliance compliance_{};

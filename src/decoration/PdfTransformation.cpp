@@ -1,5 +1,7 @@
 #include "PdfTransformation.h"
 
+#include <cmath>
+
 #include "PdfException.h"
 #include "PdfText.h"
 #include "engines/toolbox/Toolbox.h"
@@ -127,7 +129,10 @@ void PdfTransformation::SetSharedDefaults() {
   input_image_.clear();
   rotation_ = 0;
   mosaic_ = false;
+  image_width_ = 0;
+  image_width_unit_ = PdfTransformWidthUnit::Points;
   opacity_ = kMaxOpacity;
+  apply_opacity_ = false;
   text_opacity_ = kMaxOpacity;
 }
 
@@ -169,6 +174,14 @@ std::string& PdfTransformation::GetPageNumberText(int number, int count) {
   page_number_text_ = Replaced(Replaced(page_number_template_, "{n}", std::to_string(number)),
                                "{p}", std::to_string(count));
   return page_number_text_;
+}
+
+void PdfTransformation::SetImageWidth(double width, PdfTransformWidthUnit unit) {
+  if (!std::isfinite(width) || width < 0) {
+    throw PdfException(PdfExceptionCode::InvalidParameter, 0, "Invalid image width [%g]", width);
+  }
+  image_width_ = width;
+  image_width_unit_ = unit;
 }
 
 void PdfTransformation::SetOpacity(int percent) {

@@ -19,11 +19,31 @@ namespace {
 // An image of no size, or of one without end, cannot be painted.
 void RequirePixelsPerPoint(const PdfTransformation& transformation) {
   const double pixels = transformation.GetPixelsPerPoint();
+  if (transformation.GetImageWidth() > 0) {
+    return;
+  }
   if (!std::isfinite(pixels) || !std::isfinite(1 / pixels)) {
     throw PdfException(PdfExceptionCode::InvalidParameter, 0,
                        "Invalid image resolution [%g] (expected a number of pixels per point)",
                        pixels);
   }
+}
+
+double PointsPerPixel(const PdfTransformation& transformation, double page_width,
+                      double image_pixels) {
+  const double width = transformation.GetImageWidth();
+  if (width <= 0) {
+    return 1 / transformation.GetPixelsPerPoint();
+  }
+  const bool is_of_page =
+      transformation.GetImageWidthUnit() == PdfTransformWidthUnit::PercentOfPage;
+  return (is_of_page ? width * 0.01 * page_width : width) / image_pixels;
+}
+
+int Paint(engines::TPdfContentGenerator* generator, engines::TPdfImage* image,
+          const engines::TPdfRectangle& rectangle, const PdfTransformation& transformation) {
+  const double alpha = transformation.GetApplyOpacity() ? transformation.GetOpacity() * 0.01 : 1;
+  return engines::PdfContentGeneratorPaintAlphaImage(generator, image, &rectangle, alpha);
 }
 
 // About the image's centre.
@@ -45,11 +65,12 @@ TransformationPtr RotationOf(const PdfTransformation& transformation,
 }
 
 void PaintRotated(engines::TPdfContentGenerator* generator, engines::TPdfImage* image,
-                  const engines::TPdfRectangle& rectangle, TransformationPtr rotation) {
+                  const engines::TPdfRectangle& rectangle, const PdfTransformation& transformation,
+                  TransformationPtr rotation) {
   if (engines::PdfContentGeneratorTransform(generator, rotation.get()) == 0) {
     ThrowPaintingError("Img rotation execution failed");
   }
-  if (engines::PdfContentGeneratorPaintImage(generator, image, &rectangle) == 0) {
+  if (Paint(generator, image, rectangle, transformation) == 0) {
     ThrowPaintingError("Could not paint rotated image");
   }
 }
@@ -89,11 +110,10 @@ void PageDecorator::PaintImageOnPage(const DecoratedPage& page, const engines::T
   const bool is_rotated = transformation.GetRotation() != 0.0;
   if (is_rotated) {
     engines::PdfContentGeneratorSave(generator.get());
-    PaintRotated(generator.get(), handles.image.get(), rectangle,
+    PaintRotated(generator.get(), handles.image.get(), rectangle, transformation,
                  RotationOf(transformation, rectangle, image_size));
     engines::PdfContentGeneratorRestore(generator.get());
-  } else if (engines::PdfContentGeneratorPaintImage(generator.get(), handles.image.get(),
-                                                    &rectangle) == 0) {
+  } else if (Paint(generator.get(), handles.image.get(), rectangle, transformation) == 0) {
     ThrowPaintingError("Could not paint image on page without rotation");
   }
   if (engines::PdfClose(generator.release()) == 0) {
@@ -107,8 +127,9 @@ void PageDecorator::PaintImageOnPage(const DecoratedPage& page, const engines::T
 void CalculateImgRectangle(const PdfTransformation& transformation,
                            const engines::TPdfSize& page_size, engines::TPdfImage* image,
                            engines::TPdfRectangle& rectangle, engines::TPdfSize& image_size) {
-  const double points_per_pixel = 1 / transformation.GetPixelsPerPoint();
-  const double width = engines::PdfImageGetWidth(image) * points_per_pixel;
+  const std::int32_t pixels = engines::PdfImageGetWidth(image);
+  const double points_per_pixel = PointsPerPixel(transformation, page_size.width, pixels);
+  const double width = pixels * points_per_pixel;
   const double height = engines::PdfImageGetHeight(image) * points_per_pixel;
   double x = page_size.width * 0.5 - width * 0.5;
   double y = page_size.height * 0.5 - height * 0.5;

@@ -1,3 +1,4 @@
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -195,6 +196,21 @@ TEST(PdfTransformation, ChecksOpacities) {
     EXPECT_EQ(settings.GetOpacity(), percent);
     EXPECT_EQ(settings.GetTextOpacity(), percent);
   }
+}
+
+TEST(PdfTransformation, ChecksTheWidthOfImages) {
+  PdfTransformation settings(PdfTransformType::StampImage);
+  EXPECT_EQ(settings.GetImageWidth(), 0);
+  EXPECT_FALSE(settings.GetApplyOpacity());
+  settings.SetImageWidth(30, PdfTransformWidthUnit::PercentOfPage);
+  for (const double width : {-1.0, std::numeric_limits<double>::infinity(), std::nan("")}) {
+    EXPECT_EQ(FailureOf([&] { settings.SetImageWidth(width); }).code,
+              PdfExceptionCode::InvalidParameter);
+  }
+  EXPECT_EQ(settings.GetImageWidth(), 30);
+  EXPECT_EQ(settings.GetImageWidthUnit(), PdfTransformWidthUnit::PercentOfPage);
+  settings.SetDefaults();
+  EXPECT_EQ(settings.GetImageWidth(), 0);
 }
 
 TEST(PdfTransformation, StoresWhatItIsGiven) {

@@ -258,6 +258,37 @@ TEST_F(PdfDocDecorationTest, PaintsImagesOpaqueWhateverTheirOpacity) {
   EXPECT_EQ(testing::ReadBytes(Path("out.pdf")), opaque);
 }
 
+TEST_F(PdfDocDecorationTest, PaintsImagesWithTheirOpacityWhereItIsApplied) {
+  TestPdf().Page("").Write(Path("doc.pdf"));
+  for (const double angle : {0.0, 90.0}) {
+    image_.SetRotation(angle);
+    image_.SetOpacity(50);
+    image_.SetApplyOpacity(true);
+    Decorate(image_);
+    const Picture page = testing::Pictures(Path("out.pdf"), kDpi).at(0);
+    const testing::Pixel middle = page.At(306, 396);
+    EXPECT_EQ(middle[0], 255);
+    EXPECT_NEAR(middle[1], 128, 2);
+    EXPECT_EQ(middle[2], 255);
+  }
+}
+
+TEST_F(PdfDocDecorationTest, MakesImagesAsWideAsIsSet) {
+  TestPdf().Page("").Write(Path("doc.pdf"));
+  const auto expect_size = [&](double width, double height) {
+    Decorate(image_);
+    const auto box = Differences().at(0);
+    ASSERT_TRUE(box.has_value());
+    EXPECT_NEAR(box->right - box->left, width, 1);
+    EXPECT_NEAR(box->top - box->bottom, height, 1);
+  };
+  image_.SetPixelsPerPoint(0);
+  image_.SetImageWidth(200);
+  expect_size(200, 100);
+  image_.SetImageWidth(50, PdfTransformWidthUnit::PercentOfPage);
+  expect_size(306, 153);
+}
+
 TEST_F(PdfDocDecorationTest, PlacesImages) {
   TestPdf().Page("").Write(Path("doc.pdf"));
   const auto expect_at = [&](double left, double bottom, double width = 100, double height = 50) {

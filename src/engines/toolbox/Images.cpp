@@ -31,17 +31,23 @@ std::int32_t PdfImageGetHeight(TPdfImage* image) {
 
 int PdfContentGeneratorPaintImage(TPdfContentGenerator* generator, TPdfImage* image,
                                   const TPdfRectangle* rectangle) {
+  return PdfContentGeneratorPaintAlphaImage(generator, image, rectangle, 1);
+}
+
+int PdfContentGeneratorPaintAlphaImage(TPdfContentGenerator* generator, TPdfImage* image,
+                                       const TPdfRectangle* rectangle, double alpha) {
   return Guarded({generator, image, rectangle}, [&] {
     const double width = rectangle->right - rectangle->left;
     const double height = rectangle->top - rectangle->bottom;
     const pdf::Matrix place = {width, 0, 0, height, rectangle->left, rectangle->bottom};
     Require(image->target == generator->content.target && place.IsFinite() && width != 0 &&
-            height != 0);
+            height != 0 && alpha >= 0 && alpha <= 1);
     const AddedResource resource = image->target->Write(
         [&] { return image->target->images().ResourceOf(*image->stored, *image->file); });
     generator->used.Add(resource);
     std::string& out = generator->operators;
     out += 'q';
+    AppendAlpha(alpha, *image->target, out, generator->used);
     AppendTransform(out, image->stored->orientation * place);
     out += '/';
     out += kNamePrefix;

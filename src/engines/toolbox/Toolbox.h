@@ -283,6 +283,9 @@ TPdfContentGenerator* PdfNewContentGenerator(TPdfContent* content, bool prepend)
 int PdfContentGeneratorPaintText(TPdfContentGenerator* generator, TPdfText* text);
 int PdfContentGeneratorPaintImage(TPdfContentGenerator* generator, TPdfImage* image,
                                   const TPdfRectangle* rectangle);
+// alpha: 0 to 1, on top of what is transparent in the image itself.
+int PdfContentGeneratorPaintAlphaImage(TPdfContentGenerator* generator, TPdfImage* image,
+                                       const TPdfRectangle* rectangle, double alpha);
 int PdfContentGeneratorSave(TPdfContentGenerator* generator);
 int PdfContentGeneratorRestore(TPdfContentGenerator* generator);
 // Applies to what follows until the matching restore.

@@ -126,4 +126,14 @@ void TargetContent::Finish() {
   }
 }
 
+void AppendAlpha(double alpha, TargetContent& target, std::string& out, PageContent& resources) {
+  if (alpha < 1) {
+    const AddedResource state = target.GraphicsStateOf(alpha);
+    resources.Add(state);
+    out += '/';
+    out += kNamePrefix;
+    out += state.name + " gs";
+  }
+}
+
 }  // namespace TarnixTools::engines::toolbox

@@ -86,6 +86,9 @@ class TargetContent {
   std::exception_ptr failure_;
 };
 
+// Sets the opacity of what is filled and of images, 0 to 1; nothing for 1.
+void AppendAlpha(double alpha, TargetContent& target, std::string& out, PageContent& resources);
+
 }  // namespace TarnixTools::engines::toolbox
 
 #endif  // TARNIX_ENGINES_TOOLBOX_CONTENT_TARGETCONTENT_H_

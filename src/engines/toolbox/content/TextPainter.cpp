@@ -169,13 +169,7 @@ class LinePainter {
 };
 
 void SetPaint(const Paint& paint, TargetContent& target, std::string& out, PageContent& resources) {
-  if (paint.alpha < 1) {
-    const AddedResource state = target.GraphicsStateOf(paint.alpha);
-    resources.Add(state);
-    out += '/';
-    out += kNamePrefix;
-    out += state.name + " gs";
-  }
+  AppendAlpha(paint.alpha, target, out, resources);
   for (const double component : paint.rgb) {
     pdf::AppendNumber(out, component, 4);
   }
