@@ -48,6 +48,7 @@
 #include "PdfReport.h"
 #include "PdfRotationAngle.h"
 #include "PdfSize.h"
+#include "PdfSummary.h"
 #include "TarnixExport.h"
 
 namespace TarnixTools {
@@ -94,7 +95,7 @@ struct PdfMetadataValues {
 // What there is to do:
 //
 //   questions               HasPassword, IsValidPassword, IsEncrypted, GetPagesNum, GetPageSize,
-//                           GetPageSizes, GetMetaData, IsValidRange
+//                           GetPageSizes, GetMetaData, GetSummary, IsValidRange
 //   one file of several     Merge; Create and Append
 //   several files of one    Split
 //   a copy that is changed  Rotate, SetMetaData, Lock, UnLock, Transform
@@ -255,6 +256,10 @@ class TARNIX_EXPORT PdfDoc {
   // that names no version. Whether it is what it claims, is not looked at.
   // Throws EngineError for a document that cannot be opened (17 for a missing or wrong password).
   PdfCompliance GetPdfaCompliance();
+
+  // What the document is, in short; its pages are not drawn, and their content is not read. Throws what
+  // GetPagesNum and GetPdfaCompliance throw.
+  PdfSummary GetSummary();
 
   // True when the document claims a level of PDF/A and is all that this level asks for; false, too,
   // for one that cannot be judged to its end. GetFindings() tells what is not as it should be; of a

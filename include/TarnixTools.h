@@ -64,6 +64,7 @@
 #include "PdfSplitTask.h"
 #include "PdfStampImageTask.h"
 #include "PdfStampTextTask.h"
+#include "PdfSummary.h"
 #include "PdfTask.h"
 #include "PdfText.h"
 #include "PdfTransformTask.h"

@@ -186,6 +186,23 @@ int PdfPageRotate(TPdfPage* page, std::int32_t angle);
 // The visible size: crop box within media box, rotation and user unit taken into account.
 int PdfPageGetSize(TPdfPage* page, TPdfSize* size);
 
+// What a source is, in short.
+struct TPdfSummary {
+  std::int32_t version = 0;  // 17 for 1.7; 0 for none
+  std::int32_t is_encrypted = 0;
+  std::int32_t is_owner = 0;      // opened with the owner's password
+  std::uint32_t permissions = 0;  // as the encryption says; of no meaning without it
+  std::int32_t is_tagged = 0;
+  std::int64_t signature_count = 0;   // of fields with a signature
+  std::int64_t field_count = 0;       // without those that only hold others
+  std::int64_t attachment_count = 0;  // of the document's own list
+};
+
+int PdfDocumentGetSummary(TPdfDocument* source, TPdfSummary* summary);
+
+// Degrees clockwise: 0, 90, 180 or 270.
+int PdfPageGetRotation(TPdfPage* page, std::int32_t* degrees);
+
 // Document information: of a source what it has, of a created document what was set so far. The
 // getters fill buffer with the NUL-terminated UTF-8 value, cut at a character to fit size bytes.
 TPdfMetadata* PdfDocumentGetMetadata(TPdfDocument* document);

@@ -1,0 +1,69 @@
+// PdfDoc::GetSummary.
+#include "PdfProtectTask.h"
+#include "support/DocumentTest.h"
+
+namespace TarnixTools {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::FailureOf;
+using testing::TestPdf;
+
+class PdfDocSummaryTest : public testing::DocumentTest {};
+
+TEST_F(PdfDocSummaryTest, OfAPlainDocumentIsShort) {
+  MakePdf("doc.pdf", 1);
+  const PdfSummary summary = Doc("doc.pdf").GetSummary();
+  EXPECT_EQ(summary.version, "1.7");
+  EXPECT_THAT(summary.rotations, ElementsAre(0));
+  EXPECT_FALSE(summary.is_encrypted);
+  EXPECT_EQ(summary.permissions, 3900U);
+  EXPECT_EQ(static_cast<int>(summary.claims), 0x1700);
+  EXPECT_FALSE(summary.is_tagged);
+  EXPECT_EQ(summary.signatures, 0);
+  EXPECT_EQ(summary.fields, 0);
+  EXPECT_EQ(summary.attachments, 0);
+}
+
+TEST_F(PdfDocSummaryTest, CountsWhatTheDocumentHolds) {
+  TestPdf()
+      .Page("a")
+      .Page("b")
+      .Rotate(90)
+      .Page("c")
+      .Rotate(-90)
+      .Object("sig", "<</Type /Sig /Filter /X>>")
+      .Object("signed", "<</T (s) /FT /Sig /V {{sig}}>>")
+      .Object("empty", "<</T (e) /FT /Sig>>")
+      .Object("text", "<</T (t) /FT /Tx>>")
+      .CatalogEntry("/AcroForm <</Fields [{{signed}} {{empty}} {{text}}]>>")
+      .CatalogEntry("/MarkInfo <</Marked true>> /StructTreeRoot <</Type /StructTreeRoot>>")
+      .CatalogEntry("/Names <</EmbeddedFiles <</Names [(a) <<>> (b) <<>>]>>>> /Version /2.0")
+      .Write(Path("doc.pdf"));
+  const PdfSummary summary = Doc("doc.pdf").GetSummary();
+  EXPECT_EQ(summary.version, "2.0");
+  EXPECT_THAT(summary.rotations, ElementsAre(0, 90, 270));
+  EXPECT_TRUE(summary.is_tagged);
+  EXPECT_EQ(summary.signatures, 1);
+  EXPECT_EQ(summary.fields, 3);
+  EXPECT_EQ(summary.attachments, 2);
+}
+
+TEST_F(PdfDocSummaryTest, TellsWhatMayBeDone) {
+  constexpr std::uint32_t kPrint = 4;
+  PdfProtectTask task(PdfDoc(MakePdf("doc.pdf", 1), "", true), "reader");
+  task.SetOwnerPassword("owner");
+  task.SetPermissions(kPrint);
+  task.SetOutPdfName("locked.pdf");
+  task.Execute();
+  const PdfSummary read = Doc("locked.pdf", "reader").GetSummary();
+  EXPECT_TRUE(read.is_encrypted);
+  EXPECT_FALSE(read.is_owner);
+  EXPECT_EQ(read.permissions, kPrint);
+  EXPECT_TRUE(Doc("locked.pdf", "owner").GetSummary().is_owner);
+  EXPECT_EQ(FailureOf([&] { Doc("locked.pdf", "no").GetSummary(); }).code,
+            PdfExceptionCode::PasswordError);
+}
+
+}  // namespace
+}  // namespace TarnixTools
