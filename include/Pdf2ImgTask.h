@@ -33,7 +33,14 @@ enum Pdf2ImgSizeUnits : std::uint32_t {
   Pdf2ImgPageUnits = 1,  // points, 1/72 inch: the resolution makes pixels of them
 };
 
-// Rendered images are JPEG files of the best quality, the page on white as it is printed. Extracted
+// What rendered images are stored as.
+enum Pdf2ImgFormat : std::uint32_t {
+  Pdf2ImgJpeg = 0,
+  Pdf2ImgPng = 1,  // loses nothing
+};
+
+// Rendered images are JPEG files of the best quality, unless something else is set, the page on white as
+// it is printed. Extracted
 // ones are JPEG files, too: one that is stored as such is taken out byte for byte where nothing has
 // to be changed, others are encoded anew. Rendering needs PDFium, which is loaded on first use.
 class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
@@ -66,7 +73,25 @@ class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
 
   float GetDpi() const { return dpi_; }
 
-  // Rendered images are named [PREFIX-][NAME-]page-NNNN.jpg, with the document's name. There is no
+  // Rendered images: JPEG at first. Throws InvalidParameter for a value that is no format; the old one
+  // stays.
+  void SetImgFormat(Pdf2ImgFormat format);
+
+  Pdf2ImgFormat GetImgFormat() const { return img_format_; }
+
+  // Whether rendered images are in shades of gray; false at first.
+  void SetGray(bool gray) { gray_ = gray; }
+
+  bool GetGray() const { return gray_; }
+
+  // The quality of rendered JPEG images, from 1 (smallest file) to 100 (best image), as at first; from 90
+  // on colour has full resolution. Throws InvalidParameter for others; the old one stays. Of no effect on
+  // PNG.
+  void SetQuality(int quality);
+
+  int GetQuality() const { return quality_; }
+
+  // Rendered images are named [PREFIX-][NAME-]page-NNNN.jpg, or .png, with the document's name. There is no
   // prefix at first, and an empty one is ignored. Of no effect on extracted images.
   void SetImgPrefix(const std::string& prefix);
 
@@ -149,6 +174,9 @@ class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
   std::int32_t out_img_height_ = 0;
   std::list<std::string> images_;
   std::string name_pattern_;
+  Pdf2ImgFormat img_format_ = Pdf2ImgJpeg;
+  bool gray_ = false;
+  std::int32_t quality_ = 100;
 };
 
 }  // namespace TarnixTools

@@ -19,7 +19,6 @@
 namespace TarnixTools {
 namespace {
 
-constexpr std::int32_t kBestQuality = 100;
 constexpr double kMinDpi = 0.5;
 constexpr double kMaxDpi = 65535;  // of the header of JPEG files
 constexpr std::size_t kPageNumberDigits = 4;
@@ -100,8 +99,11 @@ class Pdf2ImgTask::Rendering {
 
   void SetOptions() {
     SetResolution();
-    engines::Pdf2ImgSetImageQuality(object_.get(), kBestQuality);
-    engines::Pdf2ImgSetCompression(object_.get(), engines::kPdf2ImgJpeg);
+    engines::Pdf2ImgSetImageQuality(object_.get(), task_->quality_);
+    engines::Pdf2ImgSetCompression(object_.get(), task_->img_format_ == Pdf2ImgPng
+                                                      ? engines::kPdf2ImgPng
+                                                      : engines::kPdf2ImgJpeg);
+    engines::Pdf2ImgSetGray(object_.get(), task_->gray_ ? 1 : 0);
     SetImageSize();
     engines::Pdf2ImgSetReport(object_.get(), &PageTroubles::Note, &troubles_);
   }
@@ -219,7 +221,8 @@ std::string Pdf2ImgTask::GetNextImgName(const std::string& doc_name, int page_nu
   }
   const std::string digits = std::to_string(page_number);
   // Names have no room for page 10,000: the length wraps around, and the string refuses it.
-  return name + "page-" + std::string(kPageNumberDigits - digits.size(), '0') + digits + ".jpg";
+  return name + "page-" + std::string(kPageNumberDigits - digits.size(), '0') + digits +
+         (img_format_ == Pdf2ImgPng ? ".png" : ".jpg");
 }
 
 }  // namespace TarnixTools

@@ -41,6 +41,24 @@ void Pdf2ImgTask::SetMode(Pdf2ImgMode mode) {
   mode_ = mode;
 }
 
+void Pdf2ImgTask::SetImgFormat(Pdf2ImgFormat format) {
+  if (format > Pdf2ImgPng) {
+    throw PdfException(PdfExceptionCode::InvalidParameter, 0,
+                       "Invalid img format [%d] (expected [%d] or [%d])", static_cast<int>(format),
+                       static_cast<int>(Pdf2ImgJpeg), static_cast<int>(Pdf2ImgPng));
+  }
+  img_format_ = format;
+}
+
+void Pdf2ImgTask::SetQuality(int quality) {
+  constexpr int kBest = 100;
+  if (quality < 1 || quality > kBest) {
+    throw PdfException(PdfExceptionCode::InvalidParameter, 0,
+                       "Invalid img quality [%d] (expected [1-%d] value)", quality, kBest);
+  }
+  quality_ = quality;
+}
+
 void Pdf2ImgTask::SetImgPrefix(const std::string& prefix) {
   if (!prefix.empty()) {
     img_prefix_ = prefix;

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "Img2PdfTask.h"
 #include "Pdf2ImgTask.h"
 #include "support/DocumentTest.h"
 #include "support/JpegImage.h"
@@ -118,6 +119,79 @@ TEST_F(Pdf2ImgTaskTest, DrawsEveryPage) {
   EXPECT_EQ(image.width, 306);
   EXPECT_EQ(image.density_x, 36);
   EXPECT_TRUE(task.GetReport().GetEntries().empty());
+}
+
+TEST_F(Pdf2ImgTaskTest, DrawsPagesInGray) {
+  TestPdf().Page("").Content("1 0 0 rg 0 0 612 792 re f").Write(Path("report.pdf"));
+  Pdf2ImgTask task = TaskFor("report.pdf");
+  task.SetDpi(36);
+  task.SetGray(true);
+  task.Execute();
+  const auto image = ReadJpeg(Path("out/report-page-0001.jpg"));
+  EXPECT_EQ(image.components, 1);
+  EXPECT_TRUE(image.IsNear(100, 100, {76, 76, 76}, 2));
+}
+
+TEST_F(Pdf2ImgTaskTest, DrawsPagesToPng) {
+  TestPdf()
+      .Page("")
+      .Content("1 0 0 rg 0 0 306 792 re f 0 0.5 0 rg 306 0 306 396 re f")
+      .Write(Path("report.pdf"));
+  for (const bool is_gray : {false, true}) {
+    Pdf2ImgTask task = TaskFor("report.pdf");
+    task.SetDpi(72);
+    task.SetImgFormat(Pdf2ImgPng);
+    task.SetGray(is_gray);
+    task.Execute();
+    ASSERT_THAT(Outputs(), ElementsAre("report-page-0001.png"));
+    const std::string png = testing::ReadBytes(Path("out/report-page-0001.png"));
+    EXPECT_EQ(png.substr(0, 8), "\x89PNG\r\n\x1A\n");
+    EXPECT_EQ(png[25], is_gray ? 0 : 2);
+    Img2PdfTask back(Path("out/report-page-0001.png"));
+    back.SetOutputPath(Path("out"));
+    back.SetOutPdfName("back.pdf");
+    back.Execute();
+    const PdfSize size = Doc("out/back.pdf").GetPageSizes().front();
+    EXPECT_NEAR(size.GetWidth(), 612, 0.5);
+    Pdf2ImgTask again = TaskFor("out/back.pdf");
+    again.SetDpi(72);
+    again.Execute();
+    const auto image = ReadJpeg(Path("out/back-page-0001.jpg"));
+    const int red = is_gray ? 76 : 255;
+    EXPECT_TRUE(image.IsNear(100, 100, {red, is_gray ? 76 : 0, is_gray ? 76 : 0}, 3));
+    EXPECT_TRUE(image.IsNear(500, 100, {255, 255, 255}, 3));
+    EXPECT_TRUE(
+        image.IsNear(500, 700, {is_gray ? 75 : 0, is_gray ? 75 : 128, is_gray ? 75 : 0}, 3));
+    for (const char* name :
+         {"out/back.pdf", "out/back-page-0001.jpg", "out/report-page-0001.png"}) {
+      PdfDoc written(Path(name), "", false);
+      PdfDoc::Delete(written);
+    }
+  }
+}
+
+TEST_F(Pdf2ImgTaskTest, GivesJpegImagesTheQualityThatIsSet) {
+  MakePdf("report.pdf", 1);
+  std::vector<std::size_t> sizes;
+  for (const int quality : {100, 30}) {
+    Pdf2ImgTask task = TaskFor("report.pdf");
+    task.SetQuality(quality);
+    task.Execute();
+    sizes.push_back(testing::ReadBytes(Path("out/report-page-0001.jpg")).size());
+  }
+  EXPECT_LT(sizes[1], sizes[0]);
+}
+
+TEST_F(Pdf2ImgTaskTest, RefusesFormatsAndQualitiesThatAreNone) {
+  Pdf2ImgTask task;
+  for (const int quality : {0, 101, -1}) {
+    EXPECT_EQ(FailureOf([&] { task.SetQuality(quality); }).code,
+              PdfExceptionCode::InvalidParameter);
+  }
+  EXPECT_EQ(FailureOf([&] { task.SetImgFormat(static_cast<Pdf2ImgFormat>(2)); }).code,
+            PdfExceptionCode::InvalidParameter);
+  EXPECT_EQ(task.GetQuality(), 100);
+  EXPECT_EQ(task.GetImgFormat(), Pdf2ImgJpeg);
 }
 
 TEST_F(Pdf2ImgTaskTest, NamesImages) {

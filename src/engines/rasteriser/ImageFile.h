@@ -1,17 +1,28 @@
-// One JPEG file on its way to its name.
+// One image file on its way to its name.
 #ifndef TARNIX_ENGINES_RASTERISER_IMAGEFILE_H_
 #define TARNIX_ENGINES_RASTERISER_IMAGEFILE_H_
 
 #include <cstdint>
 #include <optional>
-#include <string>
+#include <vector>
 
 #include "engines/rasteriser/ErrorCodes.h"
 #include "engines/support/codecs/JpegWriter.h"
+#include "engines/support/codecs/PngRowWriter.h"
 #include "engines/support/files/DiskFile.h"
 #include "foundation/Platform.h"
 
 namespace TarnixTools::engines::rasteriser {
+
+// Of an image whose rows come as PixelLayout::kBgrx.
+struct ImageFileSettings {
+  std::uint32_t width = 0;  // pixels
+  std::uint32_t height = 0;
+  bool is_png = false;  // else JPEG
+  bool is_gray = false;
+  int quality = 100;  // of JPEG
+  int dpi = 0;        // for the header
+};
 
 class ImageFile {
  public:
@@ -20,14 +31,12 @@ class ImageFile {
   explicit ImageFile(const platform::WidePath& path);
 
   // Once, before the rows. Throws pdf::Error.
-  void Start(const JpegSettings& settings) { writer_.emplace(*sink_, settings); }
+  void Start(const ImageFileSettings& settings);
 
-  bool is_started() const { return writer_.has_value(); }
+  bool is_started() const { return jpeg_.has_value() || png_.has_value(); }
 
   // Throw pdf::Error.
-  void WriteRows(const std::uint8_t* pixels, std::size_t stride, std::size_t row_count) {
-    writer_->WriteRows(pixels, stride, row_count);
-  }
+  void WriteRows(const std::uint8_t* pixels, std::size_t stride, std::size_t row_count);
 
   void Finish();
 
@@ -38,7 +47,10 @@ class ImageFile {
   platform::OutputFile output_;
   platform::FilePtr stream_;
   std::optional<DiskSink> sink_;
-  std::optional<JpegWriter> writer_;
+  std::optional<JpegWriter> jpeg_;
+  std::optional<PngRowWriter> png_;
+  bool is_gray_ = false;
+  std::vector<std::uint8_t> row_;  // as it is stored, where that is another way than it comes
 };
 
 }  // namespace TarnixTools::engines::rasteriser

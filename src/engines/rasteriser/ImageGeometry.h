@@ -14,6 +14,8 @@ enum class SizeKind : std::uint8_t { kOfPage, kPixels, kPoints };
 struct ImageSettings {
   double dpi = 100;
   int quality = 100;
+  bool is_png = false;
+  bool is_gray = false;
   SizeKind size_kind = SizeKind::kOfPage;
   double width = 0;  // in the unit of size_kind
   double height = 0;

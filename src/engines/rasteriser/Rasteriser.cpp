@@ -64,7 +64,8 @@ struct TPdf2Img {
         GeometryOf(settings, document->width_points(), document->height_points());
     image->Start({.width = static_cast<std::uint32_t>(geometry.image_width),
                   .height = static_cast<std::uint32_t>(geometry.image_height),
-                  .layout = PixelLayout::kBgrx,
+                  .is_png = settings.is_png,
+                  .is_gray = settings.is_gray,
                   .quality = settings.quality,
                   .dpi = static_cast<int>(std::lround(settings.dpi))});
     document->Place(geometry.page);
@@ -182,7 +183,14 @@ int Pdf2ImgSetImageQuality(TPdf2Img* object, std::int32_t quality) {
 }
 
 int Pdf2ImgSetCompression(TPdf2Img* object, std::int32_t compression) {
-  return Guarded<Pdf2ImgErrors>(object, [&] { Require(compression == kPdf2ImgJpeg); });
+  return Guarded<Pdf2ImgErrors>(object, [&] {
+    Require(compression == kPdf2ImgJpeg || compression == kPdf2ImgPng);
+    object->settings.is_png = compression == kPdf2ImgPng;
+  });
+}
+
+int Pdf2ImgSetGray(TPdf2Img* object, int is_gray) {
+  return Guarded<Pdf2ImgErrors>(object, [&] { object->settings.is_gray = is_gray != 0; });
 }
 
 int Pdf2ImgSetBitmapDimensions(TPdf2Img* object, std::int32_t width, std::int32_t height) {

@@ -28,8 +28,9 @@ namespace TarnixTools::engines {
 
 struct TPdf2Img;
 
-// The only compression there is: JPEG.
+// What images are: JPEG, or PNG, which loses nothing.
 inline constexpr std::int32_t kPdf2ImgJpeg = 3;
+inline constexpr std::int32_t kPdf2ImgPng = 5;
 
 // Tells that no image came out for a page, and why; or, with kPdf2ImgPartialPageError, that the
 // image shows a part of the page only.
@@ -70,8 +71,11 @@ int Pdf2ImgSetDPI(TPdf2Img* object, float dpi);
 // 1 (smallest file) to 100 (best image); 100 at first. From 90 on colour has full resolution.
 int Pdf2ImgSetImageQuality(TPdf2Img* object, std::int32_t quality);
 
-// kPdf2ImgJpeg.
+// kPdf2ImgJpeg, as at first, or kPdf2ImgPng.
 int Pdf2ImgSetCompression(TPdf2Img* object, std::int32_t compression);
+
+// 1: images in shades of gray; 0, at first: in colour.
+int Pdf2ImgSetGray(TPdf2Img* object, int is_gray);
 
 // The image's size: in pixels, or in points (1/72 inch) at the resolution. The one that was called
 // last holds; without either, the image has the page's size.

@@ -1,0 +1,115 @@
+#include "engines/support/codecs/PngRowWriter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <new>
+#include <string>
+
+#include <zlib.h>
+
+namespace TarnixTools::engines {
+
+namespace {
+
+constexpr std::size_t kPackedBytes = std::size_t{64} << 10;
+constexpr int kLevel = 6;
+constexpr double kInchesPerMetre = 1 / 0.0254;
+
+// Types of filters (clause 9).
+constexpr std::uint8_t kUp = 2;
+
+void AppendNumber(std::string& out, std::uint32_t value) {
+  for (int shift = 24; shift >= 0; shift -= 8) {
+    out += static_cast<char>(value >> shift & 0xFF);
+  }
+}
+
+}  // namespace
+
+struct PngRowWriter::Deflater {
+  Deflater() {
+    if (deflateInit(&stream, kLevel) != Z_OK) {
+      throw std::bad_alloc();
+    }
+  }
+
+  Deflater(const Deflater&) = delete;
+  Deflater& operator=(const Deflater&) = delete;
+
+  ~Deflater() { deflateEnd(&stream); }
+
+  z_stream stream{};
+};
+
+PngRowWriter::PngRowWriter(pdf::ByteSink& sink, const PngSettings& settings)
+    : sink_(&sink),
+      pixel_bytes_(settings.is_gray ? 1 : 3),
+      before_(pixel_bytes_ * settings.width),
+      filtered_(before_.size() + 1),
+      packed_(kPackedBytes),
+      deflater_(std::make_unique<Deflater>()) {
+  sink_->Write({"\x89PNG\r\n\x1A\n", 8});
+  std::string header;
+  AppendNumber(header, settings.width);
+  AppendNumber(header, settings.height);
+  header += '\x08';
+  header += settings.is_gray ? '\x00' : '\x02';
+  header.append(3, '\0');
+  WriteChunk("IHDR", header);
+  if (settings.dpi > 0) {
+    const auto density = static_cast<std::uint32_t>(std::lround(settings.dpi * kInchesPerMetre));
+    std::string size;
+    AppendNumber(size, density);
+    AppendNumber(size, density);
+    WriteChunk("pHYs", size + '\x01');
+  }
+  deflater_->stream.next_out = reinterpret_cast<Bytef*>(packed_.data());
+  deflater_->stream.avail_out = static_cast<uInt>(packed_.size());
+}
+
+PngRowWriter::~PngRowWriter() = default;
+
+// Rows of pages are mostly like those above them.
+void PngRowWriter::WriteRow(const std::uint8_t* samples) {
+  filtered_[0] = kUp;
+  for (std::size_t i = 0; i < before_.size(); ++i) {
+    filtered_[i + 1] = static_cast<std::uint8_t>(samples[i] - before_[i]);
+  }
+  std::copy_n(samples, before_.size(), before_.begin());
+  deflater_->stream.next_in = filtered_.data();
+  deflater_->stream.avail_in = static_cast<uInt>(filtered_.size());
+  Deflate(Z_NO_FLUSH);
+}
+
+void PngRowWriter::Deflate(int flush) {
+  z_stream& stream = deflater_->stream;
+  int state = Z_OK;
+  do {
+    state = deflate(&stream, flush);
+    const std::size_t count = packed_.size() - stream.avail_out;
+    if (stream.avail_out == 0 || (state == Z_STREAM_END && count > 0)) {
+      WriteChunk("IDAT", {packed_.data(), count});
+      stream.next_out = reinterpret_cast<Bytef*>(packed_.data());
+      stream.avail_out = static_cast<uInt>(packed_.size());
+    }
+  } while (flush == Z_FINISH ? state == Z_OK : stream.avail_in > 0);
+}
+
+void PngRowWriter::Finish() {
+  Deflate(Z_FINISH);
+  WriteChunk("IEND", {});
+}
+
+// type: four letters.
+void PngRowWriter::WriteChunk(const char* type, std::string_view data) {
+  std::string chunk;
+  AppendNumber(chunk, static_cast<std::uint32_t>(data.size()));
+  chunk += type;
+  chunk += data;
+  const auto* start = reinterpret_cast<const Bytef*>(chunk.data()) + 4;
+  AppendNumber(chunk,
+               static_cast<std::uint32_t>(crc32(0, start, static_cast<uInt>(chunk.size() - 4))));
+  sink_->Write(chunk);
+}
+
+}  // namespace TarnixTools::engines
