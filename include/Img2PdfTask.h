@@ -142,6 +142,9 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   // nothing can tell the difference, pages go straight into the joined document; the single ones
   // are then made only when that fails.
   //
+  // GetReport() tells of PNG, BMP and PNM files of which a part cannot be read, with their paths; it
+  // stands empty on the page.
+  //
   // Throws
   //   InvalidParameter  without images
   //   FileNotFound      for an empty path among the images, when the joined document cannot be
@@ -171,7 +174,7 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   void ConvertImages();
   void ConvertImg2Pdf(const std::string& image_path, const std::string& document_path);
   // Writes a document of the pages of these images, of which there is one at least.
-  void Convert(const std::list<std::string>& image_paths, const std::string& document_path) const;
+  void Convert(const std::list<std::string>& image_paths, const std::string& document_path);
 
   // Where an image's document goes, unless another image of the run has that path already.
   std::string DocumentPath(const std::string& image_path) const;

@@ -127,7 +127,7 @@ class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
 
   // Writes the images to the output directory, or beside the first document when none was set.
   // Files appear complete or not at all; those that were written before a failure stay. Pages and
-  // images that could not be read in full are told by GetReport().
+  // images that could not be read in full are told by GetReport(), with the path of their document.
   //
   // Extracted images are named img0001.jpg, img0002.jpg, ... for each document: those of a second
   // one replace those of the first. The path of each is also written to std::cout, after

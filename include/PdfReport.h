@@ -87,9 +87,9 @@ enum class PdfReportOutcome : std::int32_t {
   Replaced = 4,  // something else is used in its place
 };
 
-// Things of one kind that had the same outcome for the same reason.
+// Things of one kind, of one input where that is known, that had the same outcome for the same reason.
 struct PdfReportEntry {
-  // Whether all five are alike.
+  // Whether all six are alike.
   bool operator==(const PdfReportEntry&) const = default;
 
   PdfReportKind kind{};
@@ -98,10 +98,13 @@ struct PdfReportEntry {
   // The one-based page of the output that the first of them is on; 0 for none in particular.
   std::int32_t page = 0;
   std::string reason;  // in a few words; empty where there is nothing to explain
+  // Path of the input that they belong to, or of the image file; empty where a job has one input, or
+  // does not tell.
+  std::string source = {};
 };
 
 // A plain value, independent of the job that it came from. There is one entry for each kind,
-// outcome and reason, whatever the number of inputs and outputs of the job.
+// outcome, reason and source, whatever the number of inputs and outputs of the job.
 class TARNIX_EXPORT PdfReport {
  public:
   PdfReport();
@@ -115,7 +118,7 @@ class TARNIX_EXPORT PdfReport {
   // is changed or destroyed.
   const std::vector<PdfReportEntry>& GetEntries() const { return entries_; }
 
-  // Counts it to the entry of the same kind, outcome and reason, which keeps its page, or appends
+  // Counts it to the entry of the same kind, outcome, reason and source, which keeps its page, or appends
   // it. Of a report, every entry in its order; a report may be added to itself.
   void Add(const PdfReportEntry& entry);
   void Add(const PdfReport& report);
@@ -140,7 +143,7 @@ class TARNIX_EXPORT PdfReport {
   static std::string GetText(const PdfReportEntry& entry);
 
  private:
-  // No two with the same kind, outcome and reason.
+  // No two with the same kind, outcome, reason and source.
   std::vector<PdfReportEntry> entries_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "PdfException.h"
 #include "conversions/DocumentNames.h"
@@ -20,6 +21,10 @@ constexpr std::uint32_t kAllPermissions = 0xFFFFFFFF;
   throw PdfException(PdfExceptionCode::EngineError, code,
                      "Error 0x%08X while creating PDF document from img [%s]",
                      static_cast<unsigned>(code), image_path.c_str());
+}
+
+void NoteCut(void* handle, const platform::WidePath& /*path*/) {
+  *static_cast<bool*>(handle) = true;
 }
 
 void SetUpPage(engines::TImg2Pdf* object, Img2PdfPageSize size, Img2PdfOrientation orientation) {
@@ -158,7 +163,9 @@ void Img2PdfTask::JoinDocuments() {
                        "None PDF doc obtained from input images");
   }
   const PdfDoc merged(MergedPath(), out_password_, false);
-  PdfDoc::Merge(converted_docs_, merged.GetPath(), out_password_, &report_);
+  PdfReport merging;
+  PdfDoc::Merge(converted_docs_, merged.GetPath(), out_password_, &merging);
+  report_.Add(merging);
   NoteJoined(merged.GetPath());
 }
 
@@ -230,7 +237,8 @@ void Img2PdfTask::ConvertImg2Pdf(const std::string& image_path, const std::strin
 }
 
 void Img2PdfTask::Convert(const std::list<std::string>& image_paths,
-                          const std::string& document_path) const {
+                          const std::string& document_path) {
+  PdfReport found;
   const Img2PdfHandle handle;
   engines::TImg2Pdf* object = handle.Get();
   if (object == nullptr) {
@@ -249,15 +257,26 @@ void Img2PdfTask::Convert(const std::list<std::string>& image_paths,
     engines::Img2PdfSetBorderSize(object, margin_);
   }
   JobSteps steps(static_cast<std::int64_t>(image_paths.size()));
+  bool is_cut = false;
+  engines::Img2PdfSetReport(object, &NoteCut, &is_cut);
   for (const std::string& image_path : image_paths) {
     if (engines::Img2PdfCreatePageFromImageW(object, platform::WidePath(image_path)) == 0) {
       ThrowConversionFailed(object, image_path);
+    }
+    if (std::exchange(is_cut, false)) {
+      found.Add({.kind = PdfReportKind::Damage,
+                 .outcome = PdfReportOutcome::Dropped,
+                 .count = 1,
+                 .page = 0,
+                 .reason = "part of a picture cannot be read and is empty",
+                 .source = image_path});
     }
     steps.Done();
   }
   if (engines::Img2PdfClose(object) == 0) {
     ThrowConversionFailed(object, image_paths.back());
   }
+  report_.Add(found);
 }
 
 void Img2PdfTask::SetDefaults() {

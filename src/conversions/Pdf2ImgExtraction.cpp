@@ -24,15 +24,22 @@ std::string ImageName(int number) {
   return "img" + std::string(missing, '0') + digits + ".jpg";
 }
 
+// Where the troubles of a document go.
+struct Listener {
+  PdfReport* report;
+  const std::string* path;
+};
+
 void NoteTrouble(void* handle, std::int32_t page_number, engines::TExpaTrouble trouble) {
   const bool is_lost = trouble == engines::kExpaImageLost;
-  static_cast<PdfReport*>(handle)->Add(
-      {.kind = PdfReportKind::Damage,
-       .outcome = is_lost ? PdfReportOutcome::Dropped : PdfReportOutcome::Kept,
-       .count = 1,
-       .page = page_number,
-       .reason = is_lost ? "nothing of an image can be read"
-                         : "part of an image cannot be read and is white"});
+  const auto* listener = static_cast<const Listener*>(handle);
+  listener->report->Add({.kind = PdfReportKind::Damage,
+                         .outcome = is_lost ? PdfReportOutcome::Dropped : PdfReportOutcome::Kept,
+                         .count = 1,
+                         .page = page_number,
+                         .reason = is_lost ? "nothing of an image can be read"
+                                           : "part of an image cannot be read and is white",
+                         .source = *listener->path});
 }
 
 }  // namespace
@@ -41,11 +48,14 @@ void NoteTrouble(void* handle, std::int32_t page_number, engines::TExpaTrouble t
 class Pdf2ImgTask::Extraction {
  public:
   Extraction(Pdf2ImgTask& task, const PdfDoc& document)
-      : task_(&task), document_(&document), handle_(engines::ExpaDocCreateObject()) {}
+      : task_(&task),
+        document_(&document),
+        listener_{&task.report_, &document.GetPath()},
+        handle_(engines::ExpaDocCreateObject()) {}
 
   void Run() {
     Open();
-    engines::ExpaDocSetReport(handle_.get(), &NoteTrouble, &task_->report_);
+    engines::ExpaDocSetReport(handle_.get(), &NoteTrouble, &listener_);
     const int page_count = engines::ExpaDocGetPageCount(handle_.get());
     JobSteps steps(page_count);
     for (int page_number = 1; page_number <= page_count; ++page_number) {
@@ -110,6 +120,7 @@ class Pdf2ImgTask::Extraction {
 
   Pdf2ImgTask* task_;
   const PdfDoc* document_;
+  Listener listener_;  // outlives the handle, which tells it
   ExpaDocPtr handle_;
   int image_count_ = 0;
 };

@@ -40,9 +40,11 @@ struct PageTroubles {
                          .outcome = PdfReportOutcome::Dropped,
                          .count = 1,
                          .page = page_number,
-                         .reason = reason});
+                         .reason = reason,
+                         .source = troubles.path});
   }
 
+  std::string path;  // of the document
   PdfReport report;
   std::vector<int> unwritten_pages;
 };
@@ -53,7 +55,10 @@ struct PageTroubles {
 class Pdf2ImgTask::Rendering {
  public:
   Rendering(Pdf2ImgTask& task, const PdfDoc& document)
-      : task_(&task), document_(&document), object_(engines::Pdf2ImgCreateObject()) {}
+      : task_(&task),
+        document_(&document),
+        troubles_{.path = document.GetPath(), .report = {}, .unwritten_pages = {}},
+        object_(engines::Pdf2ImgCreateObject()) {}
 
   void Run() {
     Open();

@@ -187,7 +187,8 @@ void PdfDoc::NoteProtection(const PdfDoc& output, PdfReport& report) const {
     report.Add({.kind = PdfReportKind::Protection,
                 .outcome = PdfReportOutcome::Dropped,
                 .count = 1,
-                .reason = "the input is protected, the output is not"});
+                .reason = "the input is protected, the output is not",
+                .source = path_});
   }
 }
 

@@ -30,7 +30,8 @@ PdfReport::~PdfReport() = default;
 
 void PdfReport::Add(const PdfReportEntry& entry) {
   const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const PdfReportEntry& e) {
-    return e.kind == entry.kind && e.outcome == entry.outcome && e.reason == entry.reason;
+    return e.kind == entry.kind && e.outcome == entry.outcome && e.reason == entry.reason &&
+           e.source == entry.source;
   });
   if (found == entries_.end()) {
     entries_.push_back(entry);

@@ -413,5 +413,20 @@ TEST_F(Img2PdfTaskTest, IsAValue) {
   EXPECT_EQ(moved.GetImagesNum(), 1);
 }
 
+TEST_F(Img2PdfTaskTest, TellsWhichFilesAreCut) {
+  testing::WriteBytes(Path("whole.pgm"), "P5 2 2 255\nabcd");
+  testing::WriteBytes(Path("cut.pgm"), "P5 2 2 255\nabc");
+  for (const bool merge_after : {true, false}) {
+    Img2PdfTask task(std::list<std::string>{Path("whole.pgm"), Path("cut.pgm")});
+    task.SetMergeAfter(merge_after);
+    task.Execute();
+    ASSERT_EQ(task.GetReport().GetEntries().size(), 1U);
+    const PdfReportEntry& entry = task.GetReport().GetEntries().front();
+    EXPECT_EQ(entry.kind, PdfReportKind::Damage);
+    EXPECT_EQ(entry.outcome, PdfReportOutcome::Dropped);
+    EXPECT_EQ(entry.source, testing::Backslashes(Path("cut.pgm")));
+  }
+}
+
 }  // namespace
 }  // namespace TarnixTools

@@ -81,5 +81,19 @@ TEST(PdfReport, IsCopiedAndMovedAsAValue) {
   EXPECT_EQ(moved.GetEntries().size(), 1U);
 }
 
+TEST(PdfReport, KeepsSourcesApart) {
+  PdfReport report;
+  PdfReportEntry entry{
+      .kind = Kind::Damage, .outcome = Outcome::Dropped, .count = 1, .reason = "cut"};
+  for (const char* source : {"a.png", "b.png", "a.png"}) {
+    entry.source = source;
+    report.Add(entry);
+  }
+  ASSERT_EQ(report.GetEntries().size(), 2U);
+  EXPECT_EQ(report.GetEntries()[0].source, "a.png");
+  EXPECT_EQ(report.GetEntries()[0].count, 2);
+  EXPECT_EQ(report.GetEntries()[1].count, 1);
+}
+
 }  // namespace
 }  // namespace TarnixTools

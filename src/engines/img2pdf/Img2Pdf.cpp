@@ -18,6 +18,8 @@ using namespace img2pdf;
 struct TImg2Pdf {
   PageSettings settings;
   std::unique_ptr<ImageDocument> document;
+  TImg2PdfReport report = nullptr;
+  void* report_handle = nullptr;
   Img2PdfError last_error = kImg2PdfNoError;
 };
 
@@ -49,6 +51,9 @@ void AddPages(TImg2Pdf& object, const platform::WidePath& path) {
   FileSource source(std::move(file));
   const std::unique_ptr<ImageFile> image = ImageFile::Open(source);
   Require(object.document->AddPages(*image, source, object.settings));
+  if (image->is_cut() && object.report != nullptr) {
+    object.report(object.report_handle, path);
+  }
 }
 
 }  // namespace
@@ -122,6 +127,13 @@ int Img2PdfSetBorderSize(TImg2Pdf* object, float border) {
 
 int Img2PdfCreatePageFromImageW(TImg2Pdf* object, const platform::WidePath& path) {
   return Guarded<Img2PdfErrors>(object, [&] { return AddPages(*object, path); });
+}
+
+int Img2PdfSetReport(TImg2Pdf* object, TImg2PdfReport report, void* handle) {
+  return Guarded<Img2PdfErrors>(object, [&] {
+    object->report = report;
+    object->report_handle = handle;
+  });
 }
 
 int Img2PdfClose(TImg2Pdf* object) {

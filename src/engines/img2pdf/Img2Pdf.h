@@ -23,6 +23,9 @@ namespace TarnixTools::engines {
 
 struct TImg2Pdf;
 
+// Tells that a part of an image file's pictures could not be read and is empty.
+using TImg2PdfReport = void (*)(void* handle, const platform::WidePath& path);
+
 // A session, on one thread; sessions may nest. An object that is not destroyed when the outermost
 // one ends is left behind: it can still be asked for its error, closed and destroyed, until the
 // thread starts another session or ends.
@@ -70,6 +73,9 @@ int Img2PdfSetBorderSize(TImg2Pdf* object, float border);
 // Adds a page for each picture of an image file: JPEG, JPEG 2000, PNG, TIFF, GIF, BMP, PNM, WebP,
 // known by their content. Of an animation it is the first picture.
 int Img2PdfCreatePageFromImageW(TImg2Pdf* object, const platform::WidePath& path);
+
+// Names a callback, called on the caller's thread while pages are created. Null for none.
+int Img2PdfSetReport(TImg2Pdf* object, TImg2PdfReport report, void* handle);
 
 // Completes the document. After a failure nothing is left of it.
 int Img2PdfClose(TImg2Pdf* object);

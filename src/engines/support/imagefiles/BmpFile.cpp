@@ -159,6 +159,9 @@ Plane BmpFile::DecodeIndices() {
   const std::uint64_t stride = (plane.row_bytes() + 3) / 4 * 4;
   for (std::uint32_t y = 0; y < frame_.height; ++y) {
     const std::uint64_t place = pixels_ + stride * StoredRow(y);
+    if (!reader_.Has(place, plane.row_bytes())) {
+      NoteCut();
+    }
     if (reader_.Has(place, 1)) {
       reader_.ReadInto(place, plane.row(y), plane.row_bytes());
     }

@@ -51,14 +51,20 @@ class ImageFile {
   // it is stored. Its data may lie in the source. Throws as Open does.
   virtual EncodedImage Embed(std::size_t frame) = 0;
 
+  // Whether a picture that had to be decoded so far was cut or damaged, so that a part of it is empty.
+  bool is_cut() const { return is_cut_; }
+
  protected:
   ImageFile() = default;
 
   // Checks the size, and drops a resolution that cannot be meant.
   void AddFrame(ImageFrame frame);
 
+  void NoteCut() { is_cut_ = true; }
+
  private:
   std::vector<ImageFrame> frames_;
+  bool is_cut_ = false;
 };
 
 }  // namespace TarnixTools::engines

@@ -307,6 +307,9 @@ void PngFile::Inflate(unsigned char* out, std::size_t size) {
   const std::size_t there = std::min(decoded.data.size(), size);
   std::copy_n(decoded.data.data(), there, out);
   std::memset(out + there, 0, size - there);
+  if (there < size) {
+    NoteCut();
+  }
 }
 
 Plane PngFile::Decode() {

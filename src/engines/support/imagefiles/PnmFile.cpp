@@ -152,7 +152,13 @@ void PnmFile::DecodeRaw(Plane& plane) {
   const std::size_t samples = std::size_t{frame_.width} * static_cast<unsigned>(channels_);
   const std::size_t bytes = highest_ > 255 ? 2 : 1;
   std::string row(samples * bytes, '\0');
-  for (std::uint32_t y = 0; y < frame_.height && reader_.Has(place_, 1); ++y) {
+  for (std::uint32_t y = 0; y < frame_.height; ++y) {
+    if (!reader_.Has(place_, row.size())) {
+      NoteCut();
+    }
+    if (!reader_.Has(place_, 1)) {
+      return;
+    }
     auto* data = reinterpret_cast<unsigned char*>(row.data());
     const std::size_t count = reader_.ReadInto(place_, data, row.size()) / bytes;
     place_ += row.size();
@@ -171,6 +177,9 @@ Plane PnmFile::DecodeBits() {
   plane.Fill(0);
   for (std::uint32_t y = 0; y < frame_.height; ++y) {
     const std::uint64_t place = place_ + std::uint64_t{plane.row_bytes()} * y;
+    if (!reader_.Has(place, plane.row_bytes())) {
+      NoteCut();
+    }
     if (reader_.Has(place, 1)) {
       reader_.ReadInto(place, plane.row(y), plane.row_bytes());
     }
