@@ -18,6 +18,7 @@
 #include <string>
 
 #include "PdfDecorationTask.h"
+#include "PdfPagePoint.h"
 #include "TarnixExport.h"
 
 namespace TarnixTools {
@@ -47,10 +48,28 @@ class TARNIX_EXPORT PdfStampImageTask : public PdfDecorationTask {
   void SetInputImage(const std::string& path) { transformation_.SetInputImage(path); }
 
   // In percent, from 1 to 100, as at first; beyond that the setter throws InvalidParameter. Kept,
-  // and not applied unless SetApplyOpacity says so: the image is painted opaque, but for what the file itself says is transparent.
+  // and not applied unless SetApplyOpacity says so: the image is painted opaque, but for what the file
+  // itself says is transparent.
   int GetOpacity() const { return transformation_.GetOpacity(); }
 
   void SetOpacity(int percent) { transformation_.SetOpacity(percent); }
+
+  // A fixed place for the lower-left corner of the image, in points from the lower-left corner of the
+  // page, taken crosswise: y from the point's x and x from its y. Margins do not count. The setters make
+  // both positions Absolute and check nothing.
+  PdfPagePoint& GetAbsolutePosition() { return transformation_.GetAbsolutePosition(); }
+
+  void SetAbsolutePosition(const PdfPagePoint& point) {
+    transformation_.SetAbsolutePosition(point);
+  }
+
+  double GetAbsolutePositionX() const { return transformation_.GetAbsolutePositionX(); }
+
+  void SetAbsolutePositionX(double x) { transformation_.SetAbsolutePositionX(x); }
+
+  double GetAbsolutePositionY() const { return transformation_.GetAbsolutePositionY(); }
+
+  void SetAbsolutePositionY(double y) { transformation_.SetAbsolutePositionY(y); }
 
   // Whether the opacity is applied; false at first.
   bool GetApplyOpacity() const { return transformation_.GetApplyOpacity(); }

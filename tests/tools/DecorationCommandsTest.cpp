@@ -94,6 +94,30 @@ TEST_F(DecorationCommands, StampTextUnderThePage) {
   }
 }
 
+TEST_F(DecorationCommands, StampImageOfAWidthAtAPlace) {
+  TARNIX_NEED_PROGRAM("pdftoppm");
+  const auto box_of = [&](std::vector<std::string> options, Pixel color) {
+    options.insert(options.begin(), {"stamp-image", "--image", "logo.png", "--at", "100,200.5"});
+    options.emplace_back("doc.pdf");
+    EXPECT_EQ(Run(options).status, 0);
+    const Picture page = Pictures(Path("doc-stamped.pdf"), 72).at(0);
+    return BoxOf(page, 72, [&](int x, int y) {
+      const Pixel shown = page.At(x, y);
+      return std::abs(shown[0] - color[0]) < 3 && std::abs(shown[1] - color[1]) < 3;
+    });
+  };
+  const auto wide = box_of({"--width", "25%"}, {255, 0, 0});
+  ASSERT_TRUE(wide.has_value());
+  EXPECT_NEAR(wide->left, 100, 1);
+  EXPECT_NEAR(wide->right, 100 + 612 * 0.25, 1);
+  EXPECT_NEAR(wide->bottom, 200, 1);
+  const auto pale = box_of({"--width", "60", "--opacity", "50"}, {255, 127, 127});
+  ASSERT_TRUE(pale.has_value());
+  EXPECT_NEAR(pale->right - pale->left, 60, 1.5);
+  ExpectUsageError(Run({"stamp-image", "--image", "logo.png", "--width", "wide", "doc.pdf"}),
+                   "--width: 'wide' is not a width such as 120 or 25%", "tarnix stamp-image");
+}
+
 TEST_F(DecorationCommands, StampImage) {
   TARNIX_NEED_PROGRAM("pdftoppm");
   const auto result =

@@ -106,12 +106,17 @@ class MetadataCommand : public DocumentCommands {};
 TEST_F(MetadataCommand, ShowsTheValues) {
   const auto result = Run({"metadata", "doc.pdf"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.out, "author    Ada\nkeywords\ncreator   a?b\nproducer\n");
-  const Json expected = {
-      {"job", "metadata"},
-      {"outputs", Json::array()},
-      {"report", Json::array()},
-      {"metadata", {{"author", "Ada"}, {"keywords", ""}, {"creator", "a\rb"}, {"producer", ""}}}};
+  EXPECT_EQ(result.out, "author    Ada\nkeywords\ncreator   a?b\nproducer\ntitle\nsubject\n");
+  const Json expected = {{"job", "metadata"},
+                         {"outputs", Json::array()},
+                         {"report", Json::array()},
+                         {"metadata",
+                          {{"author", "Ada"},
+                           {"keywords", ""},
+                           {"creator", "a\rb"},
+                           {"producer", ""},
+                           {"title", ""},
+                           {"subject", ""}}}};
   EXPECT_EQ(RunJson({"metadata", "doc.pdf"}), expected);
   EXPECT_EQ(directory_.Names(), std::vector<std::string>{"doc.pdf"});
 }
@@ -121,8 +126,8 @@ TEST_F(MetadataCommand, WritesACopy) {
   WritePdf("in/a.pdf", 1);
   EXPECT_EQ(Run({"metadata", "in/a.pdf", "--author", "Zo\xC3\xAB", "--producer", "P"}).out,
             "a-metadata.pdf\n");
-  const Json expected = {
-      {"author", "Zo\xC3\xAB"}, {"keywords", ""}, {"creator", ""}, {"producer", "P"}};
+  const Json expected = {{"author", "Zo\xC3\xAB"}, {"keywords", ""}, {"creator", ""},
+                         {"producer", "P"},        {"title", ""},    {"subject", ""}};
   EXPECT_EQ(Metadata("a-metadata.pdf"), expected);
 }
 
@@ -131,8 +136,8 @@ TEST_F(MetadataCommand, NamesAndProtectsItsOutput) {
                  "x.pdf", "--out-password", "pw"})
                 .out,
             "out/x.pdf\n");
-  const Json expected = {
-      {"author", "Ada"}, {"keywords", "k"}, {"creator", "c"}, {"producer", "\r"}};
+  const Json expected = {{"author", "Ada"},   {"keywords", "k"}, {"creator", "c"},
+                         {"producer", "\r"}, {"title", ""},     {"subject", ""}};
   EXPECT_EQ(Metadata("out/x.pdf", "pw"), expected);
 }
 
@@ -141,8 +146,20 @@ TEST_F(MetadataCommand, KeepsWhatIsNotGivenUnlessItIsCleared) {
   EXPECT_EQ(Metadata("doc-metadata.pdf")["author"], "");
   EXPECT_EQ(Metadata("doc-metadata.pdf")["creator"], "a\rb");
   EXPECT_EQ(Run({"metadata", "doc.pdf", "--clear", "--name", "x.pdf"}).out, "x.pdf\n");
-  const Json expected = {{"author", ""}, {"keywords", ""}, {"creator", ""}, {"producer", "\r"}};
+  const Json expected = {{"author", ""},      {"keywords", ""}, {"creator", ""},
+                         {"producer", "\r"}, {"title", ""},    {"subject", ""}};
   EXPECT_EQ(Metadata("x.pdf"), expected);
+}
+
+TEST_F(MetadataCommand, SetsTitleAndSubjectAlone) {
+  EXPECT_EQ(Run({"metadata", "doc.pdf", "--title", "T", "--name", "t.pdf"}).status, 0);
+  EXPECT_EQ(Run({"metadata", "t.pdf", "--subject", "S", "--name", "s.pdf"}).status, 0);
+  const Json values = Metadata("s.pdf");
+  EXPECT_EQ(values["title"], "T");
+  EXPECT_EQ(values["subject"], "S");
+  EXPECT_EQ(values["author"], "Ada");
+  EXPECT_EQ(Run({"metadata", "s.pdf", "--clear", "--name", "c.pdf"}).status, 0);
+  EXPECT_EQ(Metadata("c.pdf")["title"], "");
 }
 
 class ProtectCommand : public DocumentCommands {};

@@ -15,16 +15,26 @@ TEST_F(InfoCommand, PrintsJson) {
       .Write(Path("a.pdf"));
   const Json expected = {{"path", "a.pdf"},
                          {"pages", 4},
+                         {"version", "1.7"},
                          {"encrypted", false},
+                         {"permissions",
+                          {"print", "edit", "copy", "annotate", "fill", "assemble"}},
                          {"claims", nullptr},
                          {"pageSizes",
                           {{{"width", 612.0}, {"height", 792.0}, {"pages", "1-2,4"}},
                            {{"width", 595.28}, {"height", 841.89}, {"pages", "3"}}}},
+                         {"rotations", {{{"degrees", 0}, {"pages", "1-4"}}}},
                          {"metadata",
-                          {{"author", "Me"},
+                          {{"title", ""},
+                           {"subject", ""},
+                           {"author", "Me"},
                            {"keywords", "one, two"},
                            {"creator", "By hand"},
-                           {"producer", "Nobody"}}}};
+                           {"producer", "Nobody"}}},
+                         {"tagged", false},
+                         {"signed", false},
+                         {"fields", 0},
+                         {"attachments", 0}};
   auto json = RunJson({"info", "a.pdf"});
   EXPECT_EQ(json["job"], "info");
   EXPECT_EQ(json["outputs"], Json::array());
@@ -38,14 +48,18 @@ TEST_F(InfoCommand, PrintsATextPerFile) {
   EXPECT_EQ(result.out,
             "a.pdf\n"
             "  pages       3\n"
+            "  version     1.7\n"
             "  encrypted   no\n"
+            "  tagged      no\n"
             "  page size   612 x 792 pt (2 pages)\n"
             "              100.5 x 200 pt (1 page)\n"
             "  author      Me\n"
             "\n"
             "b.pdf\n"
             "  pages       1\n"
+            "  version     1.7\n"
             "  encrypted   no\n"
+            "  tagged      no\n"
             "  page size   612 x 792 pt (1 page)\n")
       << result.err;
 }
@@ -99,6 +113,29 @@ TEST_F(InfoCommand, TellsEncryption) {
   EXPECT_EQ(json["files"][0]["encrypted"], true);
   EXPECT_THAT(Run({"info", "secret.pdf", "--password", "pw"}).out,
               ::testing::HasSubstr("  encrypted   yes\n"));
+}
+
+TEST_F(InfoCommand, TellsWhatIsDenied) {
+  WritePdf("a.pdf", 1);
+  ASSERT_EQ(Run({"protect", "a.pdf", "--new-password", "u", "--owner-password", "o", "--deny",
+                 "print,copy", "--name", "p.pdf"})
+                .status,
+            0);
+  EXPECT_EQ(RunJson({"info", "p.pdf", "--password", "u"})["files"][0]["permissions"],
+            Json({"edit", "annotate", "fill", "assemble"}));
+  EXPECT_THAT(Run({"info", "p.pdf", "--password", "u"}).out,
+              ::testing::HasSubstr("  denied      print, copy\n"));
+}
+
+TEST_F(InfoCommand, TellsRotations) {
+  TestPdf().Page().Page().Rotate(90).Page().Rotate(90).Page().Rotate(-90).Write(Path("a.pdf"));
+  EXPECT_EQ(RunJson({"info", "a.pdf"})["files"][0]["rotations"],
+            (Json{{{"degrees", 0}, {"pages", "1"}},
+                  {{"degrees", 90}, {"pages", "2-3"}},
+                  {{"degrees", 270}, {"pages", "4"}}}));
+  EXPECT_THAT(Run({"info", "a.pdf"}).out,
+              ::testing::HasSubstr("  rotated     90 degrees (2 pages)\n"
+                                   "              270 degrees (1 page)\n"));
 }
 
 TEST_F(InfoCommand, LetsNoMetadataSteerTheTerminal) {

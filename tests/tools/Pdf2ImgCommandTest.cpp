@@ -29,6 +29,19 @@ TEST_F(Pdf2ImgCommand, TakesItsOptions) {
   EXPECT_EQ(image.height, 120);
 }
 
+TEST_F(Pdf2ImgCommand, WritesPngAndGray) {
+  EXPECT_EQ(Run({"pdf2img", "--dpi", "9", "--format", "png", "--pages", "1", "book.pdf"}).out,
+            "book-page-0001.png\n");
+  EXPECT_TRUE(ReadBytes(Path("book-page-0001.png")).starts_with("\x89PNG"));
+  EXPECT_EQ(Run({"pdf2img", "--dpi", "9", "--gray", "--quality", "20", "--pages", "1", "book.pdf"})
+                .status,
+            0);
+  EXPECT_EQ(ReadJpeg(Path("book-page-0001.jpg")).components, 1);
+  ExpectUsageError(Run({"pdf2img", "--format", "png", "--quality", "5", "book.pdf"}),
+                   "--quality has no use here: PNG images lose nothing", "tarnix pdf2img");
+  EXPECT_EQ(Run({"pdf2img", "--quality", "0", "book.pdf"}).status, 14);
+}
+
 TEST_F(Pdf2ImgCommand, NeverReplacesAnImageOfAnotherInput) {
   WritePdf("other.pdf", 1);
   ExpectUsageError(Run({"pdf2img", "--dpi", "9", "--name", "{n}.jpg", "book.pdf", "other.pdf"}),

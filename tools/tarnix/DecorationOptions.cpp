@@ -75,6 +75,16 @@ std::string Unescaped(std::string_view text) {
   return unescaped;
 }
 
+ImageWidth ImageWidthOf(const std::string& text) {
+  const bool is_percent = text.ends_with('%');
+  const auto value = ToNumber(std::string_view(text).substr(0, text.size() - (is_percent ? 1 : 0)));
+  if (!value || !(*value > 0)) {
+    throw UsageError("--width: '" + text + "' is not a width such as 120 or 25%");
+  }
+  return {*value,
+          is_percent ? PdfTransformWidthUnit::PercentOfPage : PdfTransformWidthUnit::Points};
+}
+
 double PixelsPerPoint(const OptionValues& options, double default_value) {
   const double pixels = options.Number("pixels-per-point", default_value);
   if (!(pixels > 0)) {

@@ -106,6 +106,28 @@ inline constexpr OptionRow kOpacityRow = {
     .argument = "PCT",
     .help = "opacity of the text in percent, 1 to 100 (default: 100)"};
 
+inline constexpr OptionRow kImageOpacityRow = {
+    .name = "opacity",
+    .kind = ValueKind::Integer,
+    .argument = "PCT",
+    .help = "opacity of the image in percent, 1 to 100 (default: 100)"};
+
+inline constexpr OptionRow kImageAtRow = {
+    .name = "at",
+    .kind = ValueKind::NumberPair,
+    .argument = "X,Y",
+    .help =
+        "left and lower edge of the image in points from the lower left corner of the page, "
+        "margins not counted",
+    .excludes = "position"};
+
+inline constexpr OptionRow kWidthRow = {
+    .name = "width",
+    .kind = ValueKind::Text,
+    .argument = "W",
+    .help = "width of the image, in points or, as in 25%, in percent of the page's",
+    .excludes = "pixels-per-point"};
+
 inline constexpr OptionRow kAlignRow = {
     .name = "align",
     .kind = ValueKind::Choice,
@@ -127,6 +149,15 @@ std::string Unescaped(std::string_view text);
 // Throws UsageError for a value that is not above 0.
 double PixelsPerPoint(const OptionValues& options, double default_value);
 
+// A length in points or in percent of the page's width.
+struct ImageWidth {
+  double value = 0;
+  PdfTransformWidthUnit unit = PdfTransformWidthUnit::Points;
+};
+
+// Throws UsageError for what is neither, and for what is not above 0.
+ImageWidth ImageWidthOf(const std::string& text);
+
 // Limits settings to the pages that the options name, of which the document has to have all.
 template <typename Settings>
 void SetTargets(const OptionValues& options, const PdfDoc& document, Settings& settings) {
@@ -135,7 +166,7 @@ void SetTargets(const OptionValues& options, const PdfDoc& document, Settings& s
   }
 }
 
-// What every decoration has: position, adjustment, layer.
+// What every decoration has: position in words, adjustment, layer.
 template <typename Settings>
 void SetPlacement(const OptionValues& options, Settings& settings) {
   if (options.Has("position")) {
@@ -176,9 +207,13 @@ void SetTextLook(const OptionValues& options, Settings& settings) {
   }
 }
 
-// What stamps have: margins, rotation, mosaic.
+// What stamps have: margins, which do not count where the place is given, rotation, mosaic.
 template <typename Settings>
 void SetStampLook(const OptionValues& options, Settings& settings) {
+  if (options.Has("at")) {
+    settings.SetMarginX(0);
+    settings.SetMarginY(0);
+  }
   if (options.Has("margin")) {
     const auto [x, y] = options.IntegerPair("margin");
     settings.SetMarginX(x);
@@ -231,6 +266,19 @@ void SetStampImageOptions(const OptionValues& options, Settings& settings) {
   SetPlacement(options, settings);
   SetStampLook(options, settings);
   settings.SetInputImage(options.Text("image"));
+  if (options.Has("at")) {  // an image takes its place crosswise
+    const auto [x, y] = options.NumberPair("at");
+    settings.SetAbsolutePositionX(y);
+    settings.SetAbsolutePositionY(x);
+  }
+  if (options.Has("opacity")) {
+    settings.SetOpacity(options.Integer("opacity", 0));
+    settings.SetApplyOpacity(true);
+  }
+  if (options.Has("width")) {
+    const ImageWidth width = ImageWidthOf(options.Text("width"));
+    settings.SetImageWidth(width.value, width.unit);
+  }
   settings.SetPixelsPerPoint(PixelsPerPoint(options, settings.GetPixelsPerPoint()));
 }
 

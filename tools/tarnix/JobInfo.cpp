@@ -12,6 +12,8 @@
 #include "PdfException.h"
 #include "PdfMetadataParam.h"
 #include "PdfSize.h"
+#include "PdfSummary.h"
+#include "Rights.h"
 #include "Streams.h"
 
 namespace TarnixTools::cli {
@@ -36,6 +38,12 @@ struct SizeGroup {
   int pages;
 };
 
+// Pages that viewers turn alike.
+struct RotationGroup {
+  int degrees;
+  std::vector<std::pair<int, int>> page_ranges;
+};
+
 struct Metadata {
   const char* label;
   std::string value;
@@ -44,9 +52,9 @@ struct Metadata {
 struct FileInfo {
   std::string path;
   int pages;
-  bool encrypted;
-  PdfCompliance claims;  // a version of PDF where no level is claimed
+  PdfSummary summary;
   std::vector<SizeGroup> sizes;
+  std::vector<RotationGroup> rotations;  // in the order of degrees
   std::vector<Metadata> metadata;
 };
 
@@ -63,6 +71,28 @@ double PointsToUnit(const std::string& unit) {
 std::int64_t ToHundredths(double length) {
   constexpr double kLimit = 1e15;  // still exact as a double, and no rounding function overflows
   return std::isnan(length) ? 0 : std::llround(std::fmin(std::fmax(length * 100, -kLimit), kLimit));
+}
+
+void AddPage(std::vector<std::pair<int, int>>& ranges, int page) {
+  if (!ranges.empty() && ranges.back().second == page - 1) {
+    ranges.back().second = page;
+  } else {
+    ranges.emplace_back(page, page);
+  }
+}
+
+std::vector<RotationGroup> GroupRotations(const std::vector<int>& rotations) {
+  std::map<int, RotationGroup> groups;
+  int page_number = 0;
+  for (const int degrees : rotations) {
+    RotationGroup& group = groups.try_emplace(degrees, RotationGroup{degrees, {}}).first->second;
+    AddPage(group.page_ranges, ++page_number);
+  }
+  std::vector<RotationGroup> list;
+  for (auto& [degrees, group] : groups) {
+    list.push_back(std::move(group));
+  }
+  return list;
 }
 
 std::vector<SizeGroup> GroupSizes(const std::vector<PdfSize>& sizes, double factor) {
@@ -82,24 +112,23 @@ std::vector<SizeGroup> GroupSizes(const std::vector<PdfSize>& sizes, double fact
     }
     SizeGroup& group = groups[found->second];
     ++group.pages;
-    if (!group.page_ranges.empty() && group.page_ranges.back().second == page_number - 1) {
-      group.page_ranges.back().second = page_number;
-    } else {
-      group.page_ranges.emplace_back(page_number, page_number);
-    }
+    AddPage(group.page_ranges, page_number);
   }
   return groups;
 }
 
 FileInfo Look(const std::string& name, PdfDoc& document, double factor) {
   const std::vector<PdfSize> sizes = document.GetPageSizes();
+  const PdfSummary summary = document.GetSummary();
   return {
       .path = name,
       .pages = static_cast<int>(sizes.size()),
-      .encrypted = document.IsEncrypted(),
-      .claims = document.GetPdfaCompliance(),
+      .summary = summary,
       .sizes = GroupSizes(sizes, factor),
-      .metadata = {{"author", document.GetMetaData(PdfMetadataParam::Author)},
+      .rotations = GroupRotations(summary.rotations),
+      .metadata = {{"title", document.GetTitle()},
+                   {"subject", document.GetSubject()},
+                   {"author", document.GetMetaData(PdfMetadataParam::Author)},
                    {"keywords", document.GetMetaData(PdfMetadataParam::Keywords)},
                    {"creator", document.GetMetaData(PdfMetadataParam::Creator)},
                    {"producer", document.GetMetaData(PdfMetadataParam::Producer)}},
@@ -107,9 +136,9 @@ FileInfo Look(const std::string& name, PdfDoc& document, double factor) {
 }
 
 // "1-3,7"
-std::string RangesText(const SizeGroup& group) {
+std::string RangesText(const std::vector<std::pair<int, int>>& ranges) {
   std::string text;
-  for (const auto& [first, last] : group.page_ranges) {
+  for (const auto& [first, last] : ranges) {
     text += (text.empty() ? "" : ",") + std::to_string(first);
     if (last != first) {
       text += "-" + std::to_string(last);
@@ -118,20 +147,39 @@ std::string RangesText(const SizeGroup& group) {
   return text;
 }
 
+Json RotationsJson(const std::vector<RotationGroup>& groups) {
+  Json rotations = Json::array();
+  for (const RotationGroup& group : groups) {
+    rotations.push_back({{"degrees", group.degrees}, {"pages", RangesText(group.page_ranges)}});
+  }
+  return rotations;
+}
+
 Json ToJson(const FileInfo& info) {
   Json sizes = Json::array();
   for (const SizeGroup& group : info.sizes) {
     sizes.push_back({{"width", static_cast<double>(group.width_hundredths) / 100},
                      {"height", static_cast<double>(group.height_hundredths) / 100},
-                     {"pages", RangesText(group)}});
+                     {"pages", RangesText(group.page_ranges)}});
   }
   Json metadata = Json::object();
   for (const Metadata& entry : info.metadata) {
     metadata[entry.label] = entry.value;
   }
-  return {{"path", info.path},           {"pages", info.pages},
-          {"encrypted", info.encrypted}, {"claims", LevelJson(info.claims)},
-          {"pageSizes", sizes},          {"metadata", metadata}};
+  const PdfSummary& summary = info.summary;
+  return {{"path", info.path},
+          {"pages", info.pages},
+          {"version", summary.version},
+          {"encrypted", summary.is_encrypted},
+          {"permissions", PermittedWords(summary.permissions)},
+          {"claims", LevelJson(summary.claims)},
+          {"pageSizes", sizes},
+          {"rotations", RotationsJson(info.rotations)},
+          {"metadata", metadata},
+          {"tagged", summary.is_tagged},
+          {"signed", summary.signatures > 0},
+          {"fields", summary.fields},
+          {"attachments", summary.attachments}};
 }
 
 // Two decimals at most: "612", "595.28".
@@ -152,6 +200,15 @@ std::string Line(std::string_view label, const std::string& value) {
   return line + OneLine(value) + "\n";
 }
 
+// "1 page", "12 pages"
+std::string PagesCount(const std::vector<std::pair<int, int>>& ranges) {
+  int pages = 0;
+  for (const auto& [first, last] : ranges) {
+    pages += last - first + 1;
+  }
+  return std::to_string(pages) + (pages == 1 ? " page" : " pages");
+}
+
 std::string SizesText(const FileInfo& info, const std::string& unit) {
   std::string text;
   for (const SizeGroup& group : info.sizes) {
@@ -159,22 +216,57 @@ std::string SizesText(const FileInfo& info, const std::string& unit) {
       return text + Line("", "... and " + std::to_string(info.sizes.size() - kMaxListedSizes) +
                                  " more sizes");
     }
-    text += Line(text.empty() ? "page size" : "", LengthText(group.width_hundredths) + " x " +
-                                                      LengthText(group.height_hundredths) + " " +
-                                                      unit + " (" + std::to_string(group.pages) +
-                                                      (group.pages == 1 ? " page)" : " pages)"));
+    text += Line(text.empty() ? "page size" : "",
+                 LengthText(group.width_hundredths) + " x " + LengthText(group.height_hundredths) +
+                     " " + unit + " (" + PagesCount(group.page_ranges) + ")");
+  }
+  return text;
+}
+
+std::string DeniedText(std::uint32_t permissions) {
+  std::string text;
+  for (const std::string& word : DeniedWords(permissions)) {
+    text += (text.empty() ? "" : ", ") + word;
+  }
+  return text;
+}
+
+std::string FeaturesText(const PdfSummary& summary) {
+  std::string text = Line("tagged", summary.is_tagged ? "yes" : "no");
+  const auto add_count = [&](std::string_view label, std::int64_t count) {
+    text += count == 0 ? "" : Line(label, std::to_string(count));
+  };
+  add_count("signatures", summary.signatures);
+  add_count("fields", summary.fields);
+  add_count("attachments", summary.attachments);
+  return text;
+}
+
+std::string RotationsText(const FileInfo& info) {
+  std::string text;
+  for (const RotationGroup& group : info.rotations) {
+    if (group.degrees != 0) {
+      text += Line(text.empty() ? "rotated" : "", std::to_string(group.degrees) + " degrees (" +
+                                                      PagesCount(group.page_ranges) + ")");
+    }
   }
   return text;
 }
 
 std::string ToText(const FileInfo& info, const std::string& unit) {
   std::string text = info.path + "\n";
+  const PdfSummary& summary = info.summary;
   text += Line("pages", std::to_string(info.pages));
-  text += Line("encrypted", info.encrypted ? "yes" : "no");
-  if (const std::string level = WordOfLevel(info.claims); !level.empty()) {
+  text += Line("version", summary.version);
+  text += Line("encrypted", summary.is_encrypted ? "yes" : "no");
+  if (const std::string denied = DeniedText(summary.permissions); !denied.empty()) {
+    text += Line("denied", denied);
+  }
+  if (const std::string level = WordOfLevel(summary.claims); !level.empty()) {
     text += Line("claims", "PDF/A-" + level);
   }
-  text += SizesText(info, unit);
+  text += FeaturesText(summary);
+  text += SizesText(info, unit) + RotationsText(info);
   for (const Metadata& entry : info.metadata) {
     if (!entry.value.empty()) {
       text += Line(entry.label, entry.value);
@@ -198,8 +290,10 @@ const JobRegistration kRegistration({
     .name = "info",
     .summary = "show pages, page sizes, encryption and metadata",
     .description =
-        "Shows for every input its number of pages, whether it is encrypted, the level of "
-        "PDF/A that it claims, its page sizes and its metadata. Writes no file.",
+        "Shows for every input its number of pages, version, whether it is encrypted and what that "
+        "denies, the level of PDF/A that it claims, whether it is tagged, its signatures, form "
+        "fields "
+        "and attached files, its page sizes and rotations and its metadata. Writes no file.",
     .examples = {"tarnix info report.pdf", "tarnix info --units mm letter.pdf plan.pdf",
                  "tarnix info --json report.pdf"},
     .inputs = {.use = InputUse::Listed},

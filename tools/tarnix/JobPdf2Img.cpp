@@ -32,6 +32,15 @@ constexpr OptionRow kOptions[] = {
      .argument = "pixels|page",
      .help = "unit of --size: pixels (default) or points of 1/72 inch",
      .needs = "size"},
+    {.name = "format",
+     .kind = ValueKind::Choice,
+     .argument = "jpg|png",
+     .help = "kind of the images (default: jpg)"},
+    {.name = "gray", .help = "shades of gray instead of colours"},
+    {.name = "quality",
+     .kind = ValueKind::Integer,
+     .argument = "N",
+     .help = "quality of JPEG images, from 1 (smallest file) to 100 (best image, the default)"},
     {.name = "no-doc-name",
      .help = "leave the document's name out of the names of images",
      .excludes = "name"},
@@ -66,6 +75,16 @@ void SetSize(Pdf2ImgTask& task, const std::string& text) {
   task.SetOutImgSize(*width, *height);
 }
 
+void SetFormat(const OptionValues& options, Pdf2ImgTask& task) {
+  const bool is_png = options.Text("format") == "png";
+  if (is_png && options.Has("quality")) {
+    throw UsageError("--quality has no use here: PNG images lose nothing");
+  }
+  task.SetImgFormat(is_png ? Pdf2ImgPng : Pdf2ImgJpeg);
+  task.SetGray(options.Has("gray"));
+  task.SetQuality(options.Integer("quality", task.GetQuality()));
+}
+
 JobResult Pdf2Img(JobContext& context) {
   KeepFreedMemory();
   const OptionValues& options = context.Options();
@@ -78,6 +97,7 @@ JobResult Pdf2Img(JobContext& context) {
   }
   task.SetImgSizeUnits(options.Text("units", "pixels") == "page" ? Pdf2ImgPageUnits
                                                                  : Pdf2ImgPixels);
+  SetFormat(options, task);
   task.SetNamePattern(context.Plan().Pattern());
   SetPages(context, task);
   context.AddDocuments(task);
@@ -87,13 +107,16 @@ JobResult Pdf2Img(JobContext& context) {
 const JobRegistration kRegistration({
     .name = "pdf2img",
     .summary = "make images of pages",
-    .description = "Draws every page of the inputs as a JPEG file (STEM-page-0001.jpg and so on).",
-    .examples = {"tarnix pdf2img letter.pdf", "tarnix pdf2img --dpi 150 --pages 1 report.pdf",
+    .description =
+        "Draws every page of the inputs as a JPEG or PNG file (STEM-page-0001.jpg and so on).",
+    .examples = {"tarnix pdf2img letter.pdf",
+                 "tarnix pdf2img --format png --gray --dpi 150 --pages 1 report.pdf",
                  "tarnix pdf2img --size 200x200 -o thumbnails letter.pdf report.pdf"},
     .output = OutputKind::ManyFiles,
     .without_stem = "no-doc-name",
     .suffix = "-page",
     .extension = ".jpg",
+    .extension_option = "format",
     .engine = EngineName::Rasteriser,
     .can_protect = false,
     .options = kOptions,

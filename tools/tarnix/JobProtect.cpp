@@ -6,8 +6,8 @@
 #include "Failure.h"
 #include "Job.h"
 #include "JobContext.h"
-#include "NearestWord.h"
 #include "PdfProtectTask.h"
+#include "Rights.h"
 
 namespace TarnixTools::cli {
 namespace {
@@ -34,45 +34,8 @@ constexpr OptionRow kOptions[] = {
      .needs = "owner-password"},
 };
 
-// Bits of ISO 32000-2, table 22. Text may always be taken out for people who cannot see it.
-struct Right {
-  std::string_view word;
-  std::uint32_t bits;
-};
-
-constexpr std::uint32_t kAllRights = 3900;
-
-constexpr Right kRights[] = {{"print", 4U | 2048U}, {"edit", 8U},   {"copy", 16U},
-                             {"annotate", 32U},     {"fill", 256U}, {"assemble", 1024U}};
-
-std::uint32_t RightWithout(std::string_view word) {
-  std::vector<std::string> words;
-  for (const Right& right : kRights) {
-    if (right.word == word) {
-      return ~right.bits;
-    }
-    words.emplace_back(right.word);
-  }
-  throw UsageError("--deny: '" + std::string(word) +
-                   "' is none of print,copy,edit,annotate,fill,assemble" + Suggestion(word, words));
-}
-
-std::uint32_t RightsOf(const std::string& denied) {
-  std::uint32_t rights = kAllRights;
-  std::string_view rest = denied;
-  while (!denied.empty()) {
-    const std::size_t comma = rest.find(',');
-    rights &= RightWithout(rest.substr(0, comma));
-    if (comma == std::string_view::npos) {
-      break;
-    }
-    rest.remove_prefix(comma + 1);
-  }
-  return rights;
-}
-
 JobResult Protect(JobContext& context) {
-  const std::uint32_t rights = RightsOf(context.Options().Text("deny"));
+  const std::uint32_t rights = RightsWithout(context.Options().Text("deny"));
   PdfProtectTask task(context.Document(), context.PasswordOf("new-password"));
   task.SetOwnerPassword(context.Options().Text("owner-password"));
   task.SetPermissions(rights);
