@@ -12,6 +12,7 @@
 
 #include "pdf/Error.h"
 #include "pdf/filters/Filters.h"
+#include "pdf/tree/DocumentVersion.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::pdf {
@@ -39,6 +40,12 @@ constexpr const PackingFacts& FactsOf(Packing packing) {
 
 constexpr std::uint64_t kMaxTableOffset = 9'999'999'999;  // ten digits
 constexpr std::uint64_t kUnknownLength = std::numeric_limits<std::uint64_t>::max();
+
+// 17 for 1.7.
+int VersionFor(const FileFormat& format, const Security* security) {
+  constexpr int kPdf2 = 20;
+  return security != nullptr ? kPdf2 : VersionOf(format.version);
+}
 
 // An entry of a cross-reference table.
 std::string TableLine(std::uint64_t place, bool is_free, bool is_first) {
@@ -105,19 +112,37 @@ FileWriter::FileWriter(ByteSink& sink, const Security* security, const FileForma
       security_(security),
       layout_(format.layout),
       packing_(format.packing),
-      is_pdf_2_(security != nullptr || format.version.starts_with("2.")),
+      version_(VersionFor(format, security)),
       digest_(std::make_unique<Digest>()),
       places_(1, 0) {
   if (security != nullptr) {
     string_encryptor_ = std::make_unique<StringEncryptor>(*security);
   }
   buffer_ = std::make_unique_for_overwrite<char[]>(kBufferSize);
-  Put("%PDF-");
-  Put(is_pdf_2_ ? "2.0" : format.version);
-  Put("\n%\xE2\xE3\xCF\xD3\n");
+  PutHeader();
 }
 
 FileWriter::~FileWriter() = default;
+
+bool FileWriter::SetFormat(const FileFormat& format) {
+  if (offset_ != header_size_ || !members_.empty()) {
+    return false;
+  }
+  layout_ = format.layout;
+  packing_ = format.packing;
+  version_ = VersionFor(format, security_);
+  buffered_ = 0;
+  offset_ = 0;
+  PutHeader();
+  return true;
+}
+
+void FileWriter::PutHeader() {
+  Put("%PDF-");
+  Put(std::to_string(version_ / 10) + "." + std::to_string(version_ % 10));
+  Put("\n%\xE2\xE3\xCF\xD3\n");
+  header_size_ = offset_;
+}
 
 std::uint32_t FileWriter::Reserve() {
   places_.push_back(0);

@@ -33,7 +33,7 @@ enum class Packing : std::uint8_t {
 
 struct FileFormat {
   FileLayout layout = FileLayout::kObjectStreams;  // part of PDF since version 1.5
-  // What the header says; 2.0 in any case for what is encrypted.
+  // What the header says, a version that there is; 2.0 in any case for what is encrypted.
   std::string version = "1.7";
   Packing packing = Packing::kFast;
 };
@@ -54,6 +54,10 @@ class FileWriter {
   ~FileWriter();
   FileWriter(const FileWriter&) = delete;
   FileWriter& operator=(const FileWriter&) = delete;
+
+  // Says otherwise how the file is written. False, and nothing is changed, when objects have been
+  // written.
+  bool SetFormat(const FileFormat& format);
 
   // A number for an object that will be written before Finish; one that never is becomes a free
   // entry.
@@ -89,8 +93,8 @@ class FileWriter {
     Finish({.catalog = catalog, .info = info, .first_id = {}, .entries = {}});
   }
 
-  // Whether the header says 2.0: what is encrypted with AES-256 of revision 6 does.
-  bool is_pdf_2() const { return is_pdf_2_; }
+  // What the header says: 17 for 1.7; 20 for what is encrypted with AES-256 of revision 6.
+  int version() const { return version_; }
 
   std::uint64_t bytes_written() const { return offset_; }
 
@@ -98,6 +102,7 @@ class FileWriter {
   class Digest;
   class StringEncryptor;
 
+  void PutHeader();
   void Put(std::string_view bytes);
   void Advance(std::size_t count);
   void PutNumber(std::uint64_t number);
@@ -118,13 +123,14 @@ class FileWriter {
   const Security* security_;
   FileLayout layout_;
   Packing packing_;
-  bool is_pdf_2_;
+  int version_;
   std::unique_ptr<Digest> digest_;
   std::unique_ptr<StringEncryptor> string_encryptor_;
   std::unique_ptr<char[]> buffer_;
   std::size_t buffered_ = 0;  // bytes of the buffer that are waiting
   std::size_t digested_ = 0;  // of those
   std::uint64_t offset_ = 0;  // of the buffer's end in the file
+  std::uint64_t header_size_ = 0;
   // By object number: 0 free; offset << 1; or (object stream << 20 | index) << 1 | 1.
   std::vector<std::uint64_t> places_;
   std::string member_table_;  // "number offset" pairs of the object stream being filled

@@ -71,6 +71,21 @@ void ExpectReadable(const Written& written, std::string_view password, int fille
   EXPECT_FALSE(document->is_rebuilt());
 }
 
+TEST(FileWriter, CanBeToldItsFormatBeforeTheFirstObject) {
+  StringSink sink;
+  FileWriter writer(sink, nullptr);
+  const std::uint32_t catalog = writer.Reserve();
+  EXPECT_EQ(writer.version(), 17);
+  EXPECT_TRUE(writer.SetFormat(kTable));
+  EXPECT_EQ(writer.version(), 14);
+  writer.WriteObject(catalog, "<</Type/Catalog>>");
+  EXPECT_FALSE(writer.SetFormat({}));
+  writer.Finish(catalog, 0);
+  EXPECT_TRUE(sink.bytes().starts_with("%PDF-1.4\n"));
+  EXPECT_EQ(sink.bytes().find("%PDF", 1), std::string::npos);
+  EXPECT_NE(sink.bytes().find("\nxref\n"), std::string::npos);
+}
+
 TEST(FileWriter, PacksObjectsDenselyWhenAsked) {
   const Written fast = Write(nullptr, 3000);
   const Written dense = Write(nullptr, 3000, {.packing = Packing::kDense});

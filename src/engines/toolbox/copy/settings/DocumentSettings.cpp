@@ -93,8 +93,8 @@ bool IsPlace(const Object& opening) {
 }
 
 // What the header does not say.
-void AppendVersion(std::string& catalog, int version, bool is_header_2) {
-  if (version > (is_header_2 ? 20 : 17)) {
+void AppendVersion(std::string& catalog, int version, int header_version) {
+  if (version > header_version) {
     catalog += "/Version/" + std::to_string(version / 10) + "." + std::to_string(version % 10);
   }
 }
@@ -148,7 +148,7 @@ void TargetDocumentSettings::Finish(pdf::FileWriter& writer, std::string& catalo
                                     std::string& names) {
   AppendViewer(catalog);
   AppendEntry(catalog, "URI", base_address_.empty() ? "" : "<</Base" + base_address_ + ">>");
-  AppendVersion(catalog, version_, writer.is_pdf_2());
+  AppendVersion(catalog, version_, writer.version());
   if (!extensions_.empty()) {
     catalog += "/Extensions<<";
     for (const auto& [name, extension] : extensions_) {
