@@ -12,6 +12,7 @@
 #include "engines/pdfa/checks/FontCheck.h"
 #include "engines/pdfa/convert/fonts/SfntFile.h"
 #include "engines/pdfa/convert/fonts/TrueTypeFonts.h"
+#include "engines/support/fonts/CidSet.h"
 #include "engines/support/fonts/FontProgram.h"
 #include "engines/support/fonts/GlyphFinder.h"
 #include "engines/support/fonts/LibraryMissing.h"
@@ -54,16 +55,15 @@ std::map<std::uint32_t, std::uint16_t> WrongAdvances(FontProgram& program,
 
 // A bit for each identifier that the program has a glyph for, that of .notdef included.
 std::string CidSetOf(const fonts::DocumentFont& font, const FontProgram& program) {
-  std::string bits(1, '\x80');
+  fonts::CidSet set;
   for (std::uint32_t cid = 1; cid <= kMaxCid; ++cid) {
     const std::uint32_t glyph =
         program.is_cid_keyed() ? program.GlyphOfCid(cid) : font.MappedGlyphOf(cid);
     if (glyph != 0 && glyph < program.glyph_count()) {
-      bits.resize(cid / 8 + 1);
-      bits[cid / 8] = static_cast<char>(bits[cid / 8] | 0x80 >> cid % 8);
+      set.Add(cid);
     }
   }
-  return bits;
+  return set.bits();
 }
 
 // The names of all glyphs.

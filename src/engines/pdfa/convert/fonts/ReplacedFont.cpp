@@ -13,6 +13,7 @@
 #include "engines/pdfa/convert/fonts/FontTexts.h"
 #include "engines/pdfa/convert/fonts/SfntFile.h"
 #include "engines/pdfa/convert/fonts/SubstituteFace.h"
+#include "engines/support/fonts/CidSet.h"
 #include "engines/support/fonts/FontProgram.h"
 #include "pdf/write/Serialize.h"
 
@@ -242,21 +243,15 @@ class Replacement {
   // A bit for each identifier that has a glyph, the first one for that of .notdef. A face with
   // outlines of CFF may have been cut to more than was asked for.
   std::string CidSet(const std::string& program) const {
-    std::string bits(1, '\x80');
-    const auto add = [&bits](std::uint32_t cid) {
-      bits.resize(std::max<std::size_t>(bits.size(), cid / 8 + 1));
-      bits[cid / 8] = static_cast<char>(bits[cid / 8] | 0x80 >> cid % 8);
-    };
+    fonts::CidSet set;
     for (const auto& [code, use] : codes_) {
-      add(CidOf(code));
+      set.Add(CidOf(code));
     }
     const auto made = IsTrueType() ? nullptr : fonts::FontProgram::Open(program);
-    for (std::uint32_t cid = 1; made != nullptr && cid <= kMaxCode; ++cid) {
-      if (made->is_cid_keyed() ? made->GlyphOfCid(cid) != 0 : cid < made->glyph_count()) {
-        add(cid);
-      }
+    if (made != nullptr) {
+      set.AddAllOf(*made);
     }
-    return bits;
+    return set.bits();
   }
 
   std::string Widths() const {
