@@ -46,6 +46,20 @@ std::int32_t PdfACode(int part, char conformance) {
   return found == kCodes.end() ? 0 : found->code;
 }
 
+std::optional<PdfALevel> PdfALevelOf(std::int32_t code) {
+  const auto found = std::find_if(kCodes.begin(), kCodes.end(),
+                                  [&](const Code& known) { return known.code == code; });
+  return found == kCodes.end() ? std::nullopt
+                               : std::optional(PdfALevel{found->part, found->conformance});
+}
+
+// Codes of one part are in the order of what they ask for.
+std::int32_t CommonPdfACode(std::int32_t code, std::int32_t other) {
+  const std::optional<PdfALevel> level = PdfALevelOf(code);
+  const std::optional<PdfALevel> other_level = PdfALevelOf(other);
+  return level && other_level && level->part == other_level->part ? std::min(code, other) : 0;
+}
+
 std::int32_t ClaimedPdfACode(const XmpTree& tree) {
   const std::string part = ValueOf(tree, "part");
   const std::string conformance = ValueOf(tree, "conformance");

@@ -4,7 +4,9 @@
 #define TARNIX_ENGINES_SUPPORT_METADATA_PDFACLAIM_H_
 
 #include <cstdint>
+#include <optional>
 
+#include "engines/support/metadata/PdfAPacket.h"
 #include "engines/support/metadata/XmpTree.h"
 #include "pdf/file/Document.h"
 
@@ -13,6 +15,13 @@ namespace TarnixTools::engines {
 // 0x1401 for part 1 and 'b', and so on; 0 for what do not go together.
 //   conformance - 'a', 'b' or 'u'
 std::int32_t PdfACode(int part, char conformance);
+
+// Nothing for a code that is no level's.
+std::optional<PdfALevel> PdfALevelOf(std::int32_t code);
+
+// The lower of two levels of one part, which a document has that has either; 0 for levels of different
+// parts, and where one of the codes is no level's.
+std::int32_t CommonPdfACode(std::int32_t code, std::int32_t other);
 
 // Of what the packet claims; 0 when that is none.
 std::int32_t ClaimedPdfACode(const XmpTree& tree);

@@ -171,6 +171,16 @@ TEST(PdfAClaim, HasCodes) {
   EXPECT_EQ(ClaimedPdfACode(ReadXmp(TestPacket(""))), 0);
 }
 
+TEST(PdfAClaim, KnowsWhatTwoLevelsHaveInCommon) {
+  EXPECT_EQ(CommonPdfACode(0x1703, 0x1701), 0x1701);
+  EXPECT_EQ(CommonPdfACode(0x1401, 0x1402), 0x1401);
+  EXPECT_EQ(CommonPdfACode(0x1712, 0x1712), 0x1712);
+  EXPECT_EQ(CommonPdfACode(0x1701, 0x1711), 0);
+  EXPECT_EQ(CommonPdfACode(0, 0x1711), 0);
+  EXPECT_EQ(PdfALevelOf(0x1712)->conformance, 'u');
+  EXPECT_FALSE(PdfALevelOf(0x1700));
+}
+
 // The code of a document with this catalog entry and this packet.
 std::int32_t ComplianceWith(const std::string& entry, const std::string& packet) {
   const std::string file = RawPdf()
