@@ -30,6 +30,7 @@
 #define TARNIX_ENGINES_PDFA_PDFA_H_
 
 #include <cstdint>
+#include <cstdio>
 #include <string>
 
 #include "foundation/Platform.h"
@@ -93,6 +94,13 @@ int PdfValidatorValidate(TPdfValidator* object);
 std::int32_t PdfValidatorGetFindingCount(const TPdfValidator* object);
 // index is zero-based.
 int PdfValidatorGetFinding(TPdfValidator* object, std::int32_t index, TPdfFinding* finding);
+
+// What a job that keeps a document's claim calls for the file that it wrote, which is complete and can
+// be read and written: where the level that it claims does not hold, the packet is changed in its
+// place, and claims the best level below it that does, or none. The packet must be stored without a
+// filter. Returns the code of the level that is claimed then, 0 for none; -1 for a file that cannot be
+// read or written, and the error code of no object tells why.
+std::int32_t PdfValidatorProveClaim(std::FILE* file);
 
 // Fails when no document is open.
 int PdfValidatorClose(TPdfValidator* object);

@@ -1,8 +1,10 @@
 // The validator's part of the contract.
+#include <cstdio>
 #include <memory>
 #include <optional>
 #include <vector>
 
+#include "engines/pdfa/ClaimProof.h"
 #include "engines/pdfa/PdfA.h"
 #include "engines/pdfa/Validation.h"
 #include "engines/pdfa/ValidatorFailure.h"
@@ -161,6 +163,16 @@ int PdfValidatorGetFinding(TPdfValidator* object, std::int32_t index, TPdfFindin
     Require(index >= 0 && index < PdfValidatorGetFindingCount(object) && finding != nullptr);
     *finding = ToContract(object->result.findings[static_cast<std::size_t>(index)]);
   });
+}
+
+std::int32_t PdfValidatorProveClaim(std::FILE* file) {
+  std::int32_t code = -1;
+  GuardedWithoutObject<ValidatorErrors>([&] {
+    Require(file != nullptr);
+    const std::optional<Level> level = ProveClaim(file);
+    code = level ? CodeOf(*level) : 0;
+  });
+  return code;
 }
 
 int PdfValidatorClose(TPdfValidator* object) {
