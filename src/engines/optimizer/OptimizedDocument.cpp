@@ -14,8 +14,6 @@
 #include "engines/optimizer/structure/UnusedResources.h"
 #include "engines/optimizer/survey/DocumentSurvey.h"
 #include "engines/support/files/DiskFile.h"
-#include "engines/support/files/SavedFile.h"
-#include "engines/support/metadata/DroppedClaim.h"
 #include "engines/support/metadata/Signatures.h"
 #include "pdf/Error.h"
 
@@ -59,30 +57,36 @@ OptimizerReport OptimizedDocument::Save(const platform::WidePath& path,
                                         const SaveOptions& options) {
   report_ = {};
   SavedFile saved(CreateFile(path));
-  Rewrite(saved.sink(), options);
+  const CarriedClaim claim = Rewrite(saved, options);
   DiskSource source(file_);
   const bool has_shrunk = saved.size() < static_cast<std::int64_t>(source.Size());
   if (!has_shrunk && !MayGrow(options) && saved.Empty()) {
     CopyAll(source, saved.sink());
     report_.TakeBack();
+  } else {
+    ReportClaim(claim, ProvePdfAClaim(claim.level, options.claim_proof, saved.file()));
   }
   saved.Complete();
   return std::move(report_);
 }
 
-void OptimizedDocument::Rewrite(pdf::ByteSink& sink, const SaveOptions& options) {
+// What is encrypted cannot be PDF/A, and what goes into a pipe cannot be looked at again.
+CarriedClaim OptimizedDocument::Rewrite(SavedFile& saved, const SaveOptions& options) {
   DataStore store(limits::kMaxHeldResults);
   pdf::DocumentRewriter rewriter(*document_);
   pdf::RewriteOptions rewriting = {
       .security = options.security, .packing = pdf::Packing::kDense, .keeps_id = true};
   KeepPages(rewriter);
-  const bool claims_pdfa = DropClaim(rewriter, rewriting);
-  Reduce(options.settings, claims_pdfa, store, rewriter);
+  const bool can_be_proven =
+      options.claim_proof != nullptr && options.security == nullptr && saved.size() >= 0;
+  const CarriedClaim claim = CarryPdfAClaim(*document_, rewriter, rewriting, can_be_proven);
+  Reduce(options.settings, claim.was_there, store, rewriter);
   report_.Dropped(ReportedKind::kSignature, "does not hold in another file",
                   DropSignatures(*document_, rewriter));
   RecodeStreams(store, rewriter);
-  rewriter.Write(sink, rewriting);
+  rewriter.Write(saved.sink(), rewriting);
   ReportDamage();
+  return claim;
 }
 
 // What is left out goes first, so that no work is done on it. Fonts are cut by all that shows their
@@ -147,13 +151,11 @@ void OptimizedDocument::KeepPages(pdf::DocumentRewriter& rewriter) {
   }
 }
 
-// Whether there was a claim.
-bool OptimizedDocument::DropClaim(pdf::DocumentRewriter& rewriter, pdf::RewriteOptions& options) {
-  const DroppedClaim claim = DropPdfAClaim(*document_, rewriter, options);
+void OptimizedDocument::ReportClaim(const CarriedClaim& claim, ClaimFate fate) {
   report_.Dropped(ReportedKind::kXmpPacket, "cannot be read", claim.was_packet_lost ? 1 : 0);
-  report_.Dropped(ReportedKind::kPdfAClaim, "not proven of what is written",
-                  claim.was_there ? 1 : 0);
-  return claim.was_there;
+  if (claim.was_there && fate != ClaimFate::kKept) {
+    report_.Dropped(ReportedKind::kPdfAClaim, ReasonOf(fate), 1);
+  }
 }
 
 void OptimizedDocument::ReportDamage() {

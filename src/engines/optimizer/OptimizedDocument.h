@@ -14,10 +14,12 @@
 #include "engines/optimizer/OptimizerSettings.h"
 #include "engines/optimizer/images/ImagePass.h"
 #include "engines/optimizer/structure/StripEntries.h"
+#include "engines/support/contract/ClaimProof.h"
 #include "engines/support/files/DataStore.h"
+#include "engines/support/files/SavedFile.h"
+#include "engines/support/metadata/CarriedClaim.h"
 #include "foundation/Platform.h"
 #include "pdf/crypt/Security.h"
-#include "pdf/file/ByteSink.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
 #include "pdf/write/DocumentRewriter.h"
@@ -27,6 +29,7 @@ namespace TarnixTools::engines::optimizer {
 struct SaveOptions {
   OptimizerSettings settings;
   const pdf::Security* security = nullptr;  // null: not encrypted
+  TPdfClaimProof claim_proof = nullptr;     // null: no claim of PDF/A is kept
 };
 
 class OptimizedDocument {
@@ -41,13 +44,13 @@ class OptimizedDocument {
   OptimizerReport Save(const platform::WidePath& path, const SaveOptions& options);
 
  private:
-  void Rewrite(pdf::ByteSink& sink, const SaveOptions& options);
+  CarriedClaim Rewrite(SavedFile& saved, const SaveOptions& options);
   void Reduce(const OptimizerSettings& settings, bool claims_pdfa, DataStore& store,
               pdf::DocumentRewriter& rewriter);
   void ReportStripped(const StrippedCounts& stripped);
   void RecodeStreams(DataStore& store, pdf::DocumentRewriter& rewriter);
   void KeepPages(pdf::DocumentRewriter& rewriter);
-  bool DropClaim(pdf::DocumentRewriter& rewriter, pdf::RewriteOptions& options);
+  void ReportClaim(const CarriedClaim& claim, ClaimFate fate);
   void ReportDamage();
   bool MayGrow(const SaveOptions& options);
 

@@ -18,6 +18,7 @@ struct TPdfOptimizer {
   OptimizerSettings settings = *ProfileSettings(kDefaultProfile);
   std::unique_ptr<OptimizedDocument> document;
   OptimizerReport report;  // of the last save
+  TPdfClaimProof claim_proof = nullptr;
   PdfOptimizeError last_error = kOptimizerNoError;
 };
 
@@ -35,8 +36,9 @@ void Save(TPdfOptimizer& object, const platform::WidePath& path, const std::wstr
   Require(object.document != nullptr);
   const std::optional<pdf::Security> security =
       EncryptionWith(user_password, owner_password, permissions);
-  object.report = object.document->Save(
-      path, {.settings = object.settings, .security = security ? &*security : nullptr});
+  object.report = object.document->Save(path, {.settings = object.settings,
+                                               .security = security ? &*security : nullptr,
+                                               .claim_proof = object.claim_proof});
 }
 
 template <typename Value>
@@ -89,6 +91,10 @@ int PdfOptimizeSaveAsW(TPdfOptimizer* object, const platform::WidePath& path,
                        std::uint32_t permissions) {
   return Guarded<OptimizerErrors>(
       object, [&] { Save(*object, path, user_password, owner_password, permissions); });
+}
+
+int PdfOptimizeSetClaimProof(TPdfOptimizer* object, TPdfClaimProof proof) {
+  return Guarded<OptimizerErrors>(object, [&] { object->claim_proof = proof; });
 }
 
 int PdfOptimizeClose(TPdfOptimizer* object) {

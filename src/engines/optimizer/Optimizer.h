@@ -21,6 +21,7 @@
 #include <cstdint>
 #include <string>
 
+#include "engines/support/contract/ClaimProof.h"
 #include "foundation/Platform.h"
 
 namespace TarnixTools::engines {
@@ -129,6 +130,10 @@ int PdfOptimizeOpenW(TPdfOptimizer* object, const platform::WidePath& path,
 int PdfOptimizeSaveAsW(TPdfOptimizer* object, const platform::WidePath& path,
                        const std::wstring& user_password, const std::wstring& owner_password,
                        std::uint32_t permissions);
+
+// Who proves, for the saves to come, the claim of PDF/A that a document has, when the new file is
+// complete. Null, at first: what is written claims nothing.
+int PdfOptimizeSetClaimProof(TPdfOptimizer* object, TPdfClaimProof proof);
 
 // Fails when no document is open.
 int PdfOptimizeClose(TPdfOptimizer* object);

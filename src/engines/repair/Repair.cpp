@@ -32,6 +32,7 @@ struct TPdfRepair {
   std::vector<TPdfRepairError> errors;
   std::size_t next_error = 0;
   RepairReport report;
+  TPdfClaimProof claim_proof = nullptr;
   PdfRepairError last_error = kRepairNoError;
 };
 
@@ -90,7 +91,8 @@ void Save(TPdfRepair& object, const platform::WidePath& path, const std::wstring
   object.report =
       object.document->Save(path, {.security = security ? &*security : nullptr,
                                    .is_repaired = object.is_repaired,
-                                   .is_rebuilt = (object.rebuild_options & kRebuild) != 0});
+                                   .is_rebuilt = (object.rebuild_options & kRebuild) != 0,
+                                   .claim_proof = object.claim_proof});
 }
 
 const TPdfRepairError* ErrorAt(TPdfRepair* object, std::size_t index) {
@@ -201,6 +203,10 @@ int PdfRepairSaveAsW(TPdfRepair* object, const platform::WidePath& path,
                      std::uint32_t permissions) {
   return Guarded<RepairErrors>(
       object, [&] { Save(*object, path, user_password, owner_password, permissions); });
+}
+
+int PdfRepairSetClaimProof(TPdfRepair* object, TPdfClaimProof proof) {
+  return Guarded<RepairErrors>(object, [&] { object->claim_proof = proof; });
 }
 
 std::int32_t PdfRepairGetReportCount(const TPdfRepair* object) {

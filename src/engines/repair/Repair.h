@@ -20,6 +20,7 @@
 #include <cstdint>
 #include <string>
 
+#include "engines/support/contract/ClaimProof.h"
 #include "foundation/Platform.h"
 
 namespace TarnixTools::engines {
@@ -105,6 +106,10 @@ std::int32_t PdfRepairErrorGetMessageA(const TPdfRepairError* error, char* buffe
 int PdfRepairSaveAsW(TPdfRepair* object, const platform::WidePath& path,
                      const std::wstring& user_password, const std::wstring& owner_password,
                      std::uint32_t permissions);
+
+// Who proves, for the saves to come, the claim of PDF/A that a document has, when the new file is
+// complete. Null, at first: what is written anew claims nothing.
+int PdfRepairSetClaimProof(TPdfRepair* object, TPdfClaimProof proof);
 
 // What the last save wrote of a damaged document, and what it left out; before the first, and after
 // one that failed, what was listed. -1 for the null object.

@@ -7,8 +7,7 @@
 #include "engines/repair/checks/Check.h"
 #include "engines/repair/file/FoundDamage.h"
 #include "engines/support/files/DiskFile.h"
-#include "engines/support/files/SavedFile.h"
-#include "engines/support/metadata/DroppedClaim.h"
+#include "engines/support/metadata/CarriedClaim.h"
 #include "engines/support/metadata/Signatures.h"
 #include "pdf/tree/PageGeometry.h"
 #include "pdf/write/Serialize.h"
@@ -92,10 +91,10 @@ RepairReport RepairedDocument::Save(const platform::WidePath& path, const SaveOp
     DiskSource source(file_);
     CopyAll(source, saved.sink());
   } else if (options.is_repaired) {
-    Write(*repairs_, saved.sink(), options.security);
+    Write(*repairs_, saved, options);
   } else {
     pdf::DocumentRewriter unchanged(*document_);
-    Write(unchanged, saved.sink(), options.security);
+    Write(unchanged, saved, options);
   }
   saved.Complete();
   return std::move(report_);
@@ -106,28 +105,29 @@ bool RepairedDocument::MustRewrite(const SaveOptions& options) const {
          (options.is_repaired && !problems_.damage().empty());
 }
 
-void RepairedDocument::Write(pdf::DocumentRewriter& rewriter, pdf::ByteSink& sink,
-                             const pdf::Security* security) {
-  pdf::RewriteOptions options = {.security = security, .version = {}, .keeps_id = true};
+// What is encrypted cannot be PDF/A, and what goes into a pipe cannot be looked at again.
+void RepairedDocument::Write(pdf::DocumentRewriter& rewriter, SavedFile& saved,
+                             const SaveOptions& options) {
+  pdf::RewriteOptions rewriting = {.security = options.security, .version = {}, .keeps_id = true};
   if (!problems_.damage().empty() || document_->findings().count() > 0) {
     KeepPages(rewriter);
   }
-  DropWhatNoLongerHolds(rewriter, options);
-  rewriter.Write(sink, options);
+  const bool can_be_proven =
+      options.claim_proof != nullptr && options.security == nullptr && saved.size() >= 0;
+  const CarriedClaim claim = CarryPdfAClaim(*document_, rewriter, rewriting, can_be_proven);
+  const std::uint64_t signatures = DropSignatures(*document_, rewriter);
+  rewriter.Write(saved.sink(), rewriting);
+  const ClaimFate fate = ProvePdfAClaim(claim.level, options.claim_proof, saved.file());
+  Lose(TPdfRepairedKind::kPdfAClaim, ReasonOf(fate),
+       claim.was_there && fate != ClaimFate::kKept ? 1 : 0);
+  Lose(TPdfRepairedKind::kXmpPacket, "cannot be read", claim.was_packet_lost ? 1 : 0);
+  Lose(TPdfRepairedKind::kSignature, "does not hold in another file", signatures);
 }
 
-void RepairedDocument::DropWhatNoLongerHolds(pdf::DocumentRewriter& rewriter,
-                                             pdf::RewriteOptions& options) {
-  const auto add = [&](TPdfRepairedKind kind, const char* reason, std::uint64_t count) {
-    if (count > 0) {
-      report_.push_back({kind, true, count, reason});
-    }
-  };
-  const DroppedClaim claim = DropPdfAClaim(*document_, rewriter, options);
-  add(TPdfRepairedKind::kPdfAClaim, "not proven of what is written", claim.was_there ? 1 : 0);
-  add(TPdfRepairedKind::kXmpPacket, "cannot be read", claim.was_packet_lost ? 1 : 0);
-  add(TPdfRepairedKind::kSignature, "does not hold in another file",
-      DropSignatures(*document_, rewriter));
+void RepairedDocument::Lose(TPdfRepairedKind kind, const char* reason, std::uint64_t count) {
+  if (count > 0) {
+    report_.push_back({kind, true, count, reason});
+  }
 }
 
 // All pages as they were found, in a tree of their own. One that is no object of its own may have no

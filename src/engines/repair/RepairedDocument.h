@@ -17,10 +17,11 @@
 
 #include "engines/repair/ProblemList.h"
 #include "engines/repair/RepairReport.h"
+#include "engines/support/contract/ClaimProof.h"
+#include "engines/support/files/SavedFile.h"
 #include "foundation/Platform.h"
 #include "pdf/Error.h"
 #include "pdf/crypt/Security.h"
-#include "pdf/file/ByteSink.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
 #include "pdf/write/DocumentRewriter.h"
@@ -31,6 +32,7 @@ struct SaveOptions {
   const pdf::Security* security = nullptr;  // null: not encrypted
   bool is_repaired = false;                 // what the last analysis listed is put right
   bool is_rebuilt = false;                  // written anew, whether there is a problem or not
+  TPdfClaimProof claim_proof = nullptr;     // null: no claim of PDF/A is kept
 };
 
 class RepairedDocument {
@@ -57,10 +59,10 @@ class RepairedDocument {
  private:
   void FindPages();
   bool MustRewrite(const SaveOptions& options) const;
-  void Write(pdf::DocumentRewriter& rewriter, pdf::ByteSink& sink, const pdf::Security* security);
+  void Write(pdf::DocumentRewriter& rewriter, SavedFile& saved, const SaveOptions& options);
   void KeepPages(pdf::DocumentRewriter& rewriter);
   std::uint32_t AddSized(std::size_t index, pdf::DocumentRewriter& rewriter);
-  void DropWhatNoLongerHolds(pdf::DocumentRewriter& rewriter, pdf::RewriteOptions& options);
+  void Lose(TPdfRepairedKind kind, const char* reason, std::uint64_t count);
 
   std::shared_ptr<std::FILE> file_;
   std::unique_ptr<pdf::Document> document_;

@@ -162,6 +162,23 @@ TEST_F(OptimizedDocumentTest, TakesOutAClaim) {
   EXPECT_EQ(QpdfComplaints(Path("out.pdf")), "");
 }
 
+TEST_F(OptimizedDocumentTest, KeepsAClaimThatIsProven) {
+  MakeWithPacket("in.pdf", TestPacket(ClaimOf("2")));
+  const auto save = [this](TPdfClaimProof proof) {
+    OptimizedDocument document(WidePath(Path("in.pdf")), "");
+    return document.Save(WidePath(Path("out.pdf")),
+                         {.settings = *ProfileSettings(kDefaultProfile), .claim_proof = proof});
+  };
+  EXPECT_THAT(Texts(save([](std::FILE*) { return 0x1701; })), IsEmpty());
+  EXPECT_THAT(ReadBytes(Path("out.pdf")), HasSubstr(TestPacket(ClaimOf("2"))));
+  EXPECT_THAT(Texts(save([](std::FILE*) { return 0; })),
+              ElementsAre("1 claim dropped: does not hold for what is written"));
+  EXPECT_THROW(save([](std::FILE*) { return -1; }), pdf::Error);
+  MakeWithPacket("in.pdf", TestPacket(ClaimOf("4")));
+  EXPECT_THAT(Texts(save([](std::FILE*) { return -1; })),
+              ElementsAre("1 claim dropped: not proven of what is written"));
+}
+
 TEST_F(OptimizedDocumentTest, WritesNoObjectStreamsForPdfA1) {
   MakeWithPacket("in.pdf", TestPacket(ClaimOf("1")), "%PDF-1.4\n");
   Save("in.pdf", "out.pdf");

@@ -24,6 +24,9 @@ class SavedFile {
 
   pdf::ByteSink& sink() { return sink_; }
 
+  // Open, for reading, too; its position is behind what was written.
+  std::FILE* file() const { return stream_.get(); }
+
   // -1 for what is no file.
   std::int64_t size() const { return platform::Tell(stream_.get()); }
 
