@@ -15,6 +15,8 @@ namespace TarnixTools::engines::toolbox {
 
 // Values in UTF-8; one that is not there is not written.
 struct DocumentInfo {
+  bool operator==(const DocumentInfo&) const = default;
+
   std::optional<std::string> author;
   std::optional<std::string> keywords;
   std::optional<std::string> creator;

@@ -62,6 +62,20 @@ int PdfDocumentKeepMetadata(TPdfDocument* target, TPdfDocument* source) {
   });
 }
 
+int PdfDocumentSetClaimProof(TPdfDocument* target, TPdfClaimProof proof, std::FILE* file) {
+  return Guarded({target}, [&] {
+    Require(target->target != nullptr && proof != nullptr && file != nullptr);
+    target->target->SetClaimProof(proof, file);
+  });
+}
+
+int PdfDocumentKeepClaim(TPdfDocument* target, TPdfDocument* source) {
+  return Guarded({target, source}, [&] {
+    Require(target->target != nullptr && source->source != nullptr);
+    target->target->KeepClaim(*source->source);
+  });
+}
+
 int PdfMetadataGetAuthorA(TPdfMetadata* metadata, char* buffer, std::int32_t size) {
   return Get(metadata, &DocumentInfo::author, buffer, size);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "engines/support/metadata/PdfAClaim.h"
 #include "engines/toolbox/SourceDocument.h"
 #include "engines/toolbox/copy/pages/PageCopier.h"
 #include "engines/toolbox/copy/report/DamageReport.h"
@@ -56,6 +57,16 @@ void TargetDocument::KeepMetadata(SourceDocument& source) {
   parts_.metadata.Keep(kept);
 }
 
+// Readers of PDF/A-1 read neither object streams nor cross-reference streams (ISO 19005-1, 6.1.4).
+void TargetDocument::KeepClaim(SourceDocument& source) {
+  TargetClaim& claim = parts_.metadata.claim();
+  claim.Add(source.parts().metadata().ClaimedLevel(), security_.has_value());
+  const std::optional<PdfALevel> level = PdfALevelOf(claim.level());
+  if (level && level->part == 1) {
+    writer_.SetFormat({.layout = pdf::FileLayout::kTable, .version = "1.4"});
+  }
+}
+
 TargetDocument::Requests& TargetDocument::RequestsOf(SourceDocument& source) {
   const auto found = std::find_if(requests_.rbegin(), requests_.rend(),
                                   [&](const Requests& r) { return r.source == &source; });
@@ -97,6 +108,7 @@ void TargetDocument::Finish() {
   content_.Finish();
   const std::uint32_t info = parts_.metadata.WriteInfo(writer_, info_);
   writer_.Finish(WriteCatalog(), info);
+  parts_.metadata.claim().Settle(parts_.report);
 }
 
 void TargetDocument::TellReport() const {
@@ -123,7 +135,7 @@ std::uint32_t TargetDocument::WriteCatalog() {
   parts_.structure.Finish(writer_, text);
   parts_.language.Finish(writer_, text, parts_.report);
   parts_.settings.Finish(writer_, text, names);
-  parts_.metadata.WritePacket(writer_, info_, text);
+  parts_.metadata.WritePacket(writer_, info_, text, parts_.report);
   if (!names.empty()) {
     text += "/Names<<" + names + ">>";
   }

@@ -47,6 +47,14 @@ class TargetDocument {
     RequestsOf(source).heading = std::move(title);
   }
 
+  // Claims what the source claims, if all sources do and the claim is proven in the end; before
+  // anything of the source is copied, and once for each.
+  void KeepClaim(SourceDocument& source);
+
+  void SetClaimProof(TPdfClaimProof proof, std::FILE* file) {
+    parts_.metadata.claim().SetProof(proof, file);
+  }
+
   void SetReportCallback(TPdfReportCallback callback, void* context) {
     report_callback_ = callback;
     report_context_ = context;

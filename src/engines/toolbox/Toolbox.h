@@ -26,6 +26,7 @@
 #include <string>
 
 #include "PdfEngineTypes.h"
+#include "engines/support/contract/ClaimProof.h"
 
 namespace TarnixTools::engines {
 
@@ -230,8 +231,8 @@ TPdfMetadata* PdfDocumentCopyMetadata(TPdfDocument* target, TPdfMetadata* metada
 int PdfDocumentSetMetadata(TPdfDocument* target, TPdfMetadata* metadata);
 
 // Has a created document keep what an opened one says of itself, also where only some of its pages
-// are copied: all of its document information and its XMP packet, without its claim of PDF/A, which
-// nobody has proved of the new document. The target's metadata is then the source's. What
+// are copied: all of its document information and its XMP packet, without its claim of PDF/A. The
+// target's metadata is then the source's. What
 // PdfDocumentSetMetadata changes in it is changed in the packet, too. The last call for a target
 // counts.
 int PdfDocumentKeepMetadata(TPdfDocument* target, TPdfDocument* source);
@@ -240,6 +241,17 @@ int PdfDocumentKeepMetadata(TPdfDocument* target, TPdfDocument* source);
 // is closed and leads to the first of the pages.
 //   title - UTF-8, in which what is malformed becomes U+FFFD
 int PdfDocumentSetOutlineHeading(TPdfDocument* target, TPdfDocument* source, const char* title);
+
+// Who proves what a created document claims, by PdfDocumentKeepClaim, once it is complete: PdfClose
+// asks, and fails where that could not be done. Without a proof nothing is claimed.
+//   file - what the target's stream writes to
+int PdfDocumentSetClaimProof(TPdfDocument* target, TPdfClaimProof proof, std::FILE* file);
+
+// Has a created document claim the level of PDF/A that an opened one claims: to be called once for
+// each source, before anything is copied from it. Of several levels of one part the lowest is claimed;
+// where one source claims none or another part, and where the target is encrypted, nothing is. The
+// target has a packet then that says so, whether metadata is kept or not.
+int PdfDocumentKeepClaim(TPdfDocument* target, TPdfDocument* source);
 
 // What is painted onto pages. The handles below belong to one created document, except the
 // transformation, which belongs to none; they may be closed as soon as what they were used for is

@@ -1,4 +1,5 @@
 // Document information and reports through the engine's contract.
+#include <cstdio>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,12 +9,15 @@
 #include "engines/toolbox/ErrorCodes.h"
 #include "engines/toolbox/Toolbox.h"
 #include "support/MemoryFile.h"
+#include "support/TestPackets.h"
 #include "support/TestPdf.h"
 
 namespace TarnixTools::engines::toolbox {
 namespace {
 
 using namespace std::string_view_literals;
+using ::TarnixTools::testing::ClaimOf;
+using ::TarnixTools::testing::TestPacket;
 using ::TarnixTools::testing::TestPdf;
 
 // A document of one page that is open for reading.
@@ -307,6 +311,70 @@ TEST_F(CopyReports, TellTheDamageOfASourceOnce) {
   second.Copy(source);
   EXPECT_EQ(second.Close(), 1);
   EXPECT_TRUE(About(TPdfCopiedKind::kDamage).empty());
+}
+
+class CopiedClaims : public CopyReports {
+ protected:
+  static std::string Claiming(const std::string& part) {
+    const std::string packet = TestPacket(ClaimOf(part));
+    return TestPdf()
+        .Pages(1)
+        .Object("packet", "<</Type/Metadata/Subtype/XML/Length " + std::to_string(packet.size()) +
+                              ">>\nstream\n" + packet + "\nendstream")
+        .CatalogEntry("/Metadata {{packet}}")
+        .Bytes();
+  }
+
+  // What is written of the pages of these, with a proof that answers so.
+  std::string Join(const std::vector<std::string>& sources, TPdfClaimProof proof,
+                   const TPdfEncryption* encryption = nullptr) {
+    Target target(encryption);
+    PdfDocumentSetReport(target.document, &CopyReports::Note, this);
+    if (proof != nullptr) {
+      EXPECT_EQ(PdfDocumentSetClaimProof(target.document, proof, stdin), 1);
+    }
+    for (const std::string& bytes : sources) {
+      Source source(bytes);
+      EXPECT_EQ(PdfDocumentKeepClaim(target.document, source.document), 1);
+      target.Copy(source);
+    }
+    return target.Close() == 1 ? target.file.bytes : "failed";
+  }
+
+  std::string Reason() { return About(TPdfCopiedKind::kPdfAClaim).at(0).reason; }
+};
+
+TEST_F(CopiedClaims, AreKeptWhereTheyAreProven) {
+  const std::string written = Join({Claiming("2")}, [](std::FILE*) { return 0x1701; });
+  EXPECT_NE(written.find("<pdfaid:part>2<"), std::string::npos);
+  EXPECT_EQ(About(TPdfCopiedKind::kPdfAClaim).at(0).outcome, TPdfCopyOutcome::kKept);
+}
+
+TEST_F(CopiedClaims, AreWrittenForReadersOfPart1) {
+  const std::string written = Join({Claiming("1")}, [](std::FILE*) { return 0x1401; });
+  EXPECT_TRUE(written.starts_with("%PDF-1.4\n"));
+  EXPECT_EQ(written.find("/ObjStm"), std::string::npos);
+}
+
+TEST_F(CopiedClaims, AreToldWhereTheyDoNotSurvive) {
+  Join({Claiming("2")}, [](std::FILE*) { return 0; });
+  EXPECT_EQ(Reason(), "does not hold for what is written");
+  entries_.clear();
+  Join({Claiming("2"), Claiming("3")}, [](std::FILE*) { return -1; });
+  EXPECT_EQ(Reason(), "not every document claims that part");
+  entries_.clear();
+  Join({Claiming("2")}, nullptr);
+  EXPECT_EQ(Reason(), "not proven of what is written");
+  entries_.clear();
+  const TPdfEncryption encryption = {L"pw", L"pw", 0};
+  Join(
+      {Claiming("2")}, [](std::FILE*) { return -1; }, &encryption);
+  EXPECT_EQ(Reason(), "what is encrypted cannot be PDF/A");
+}
+
+TEST_F(CopiedClaims, FailTheTargetWhereTheyCannotBeLookedAt) {
+  EXPECT_EQ(Join({Claiming("2")}, [](std::FILE*) { return -1; }), "failed");
+  EXPECT_EQ(PdfGetLastError(), kToolboxWriteError);
 }
 
 }  // namespace

@@ -37,6 +37,8 @@ TEST_F(NullHandles, OfDocumentInformation) {
   EXPECT_EQ(PdfMetadataSetAuthorA(nullptr, "a", 1), 0);
   EXPECT_EQ(PdfDocumentCopyMetadata(nullptr, nullptr), nullptr);
   EXPECT_EQ(PdfDocumentSetMetadata(nullptr, nullptr), 0);
+  EXPECT_EQ(PdfDocumentSetClaimProof(nullptr, nullptr, nullptr), 0);
+  EXPECT_EQ(PdfDocumentKeepClaim(nullptr, nullptr), 0);
 }
 
 TEST_F(NullHandles, OfText) {

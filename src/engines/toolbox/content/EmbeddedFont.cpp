@@ -6,6 +6,8 @@
 #include <set>
 #include <vector>
 
+#include "engines/support/fonts/CidSet.h"
+#include "engines/support/fonts/FontProgram.h"
 #include "engines/toolbox/ToolboxFailure.h"
 #include "engines/toolbox/content/ContentText.h"
 #include "engines/toolbox/content/StreamText.h"
@@ -23,6 +25,7 @@ constexpr std::size_t kMaxBfChars = 100;  // in one block (9.7.5.3 and Adobe Tec
 constexpr char32_t kWordJoiner = 0x2060;
 
 constexpr std::size_t kMaxCode = 0xFFFF;
+constexpr int kPdf14 = 14;  // the version of PDF/A-1, the last that wants lists of glyphs
 
 constexpr int kFixedPitchFlag = 1 << 0;
 constexpr int kSymbolicFlag = 1 << 2;
@@ -111,15 +114,21 @@ std::string EmbeddedFont::SubsetName() const {
   return name + '+' + face_->name();
 }
 
-std::uint32_t EmbeddedFont::WriteProgram(pdf::FileWriter& writer) const {
+// The subset.
+std::string EmbeddedFont::Program() const {
   std::set<std::uint32_t> glyphs;
   for (const auto& [glyph, text] : texts_) {
     glyphs.insert(glyph);
   }
-  const std::string program = face_->Subset(glyphs);
+  std::string program = face_->Subset(glyphs);
   if (program.empty()) {
     throw ToolboxFailure(kToolboxFontEmbeddingError);
   }
+  return program;
+}
+
+std::uint32_t EmbeddedFont::WriteProgram(pdf::FileWriter& writer,
+                                         const std::string& program) const {
   std::string entries;
   if (face_->outline_kind() == OutlineKind::kTrueType) {
     entries = "/Length1";
@@ -133,7 +142,8 @@ std::uint32_t EmbeddedFont::WriteProgram(pdf::FileWriter& writer) const {
 std::uint32_t EmbeddedFont::WriteDescriptor(pdf::FileWriter& writer,
                                             const std::string& name) const {
   const bool is_true_type = face_->outline_kind() == OutlineKind::kTrueType;
-  const std::uint32_t program = WriteProgram(writer);
+  const std::string program = Program();
+  const std::uint32_t program_number = WriteProgram(writer, program);
   const auto scaled = [this](int units) {
     return static_cast<std::int64_t>(std::lround(units * 1000.0 / face_->units_per_em()));
   };
@@ -159,10 +169,28 @@ std::uint32_t EmbeddedFont::WriteDescriptor(pdf::FileWriter& writer,
   text += "/StemV";
   pdf::AppendInteger(text, StemWidthOf(face_->weight_class()));
   text += is_true_type ? "/FontFile2" : "/FontFile3";
-  pdf::AppendReference(text, program);
+  pdf::AppendReference(text, program_number);
+  if (writer.version() <= kPdf14) {
+    text += "/CIDSet";
+    pdf::AppendReference(text, WriteStreamText(writer, "", CidSetOf(program)));
+  }
   const std::uint32_t number = writer.Reserve();
   writer.WriteObject(number, text + ">>");
   return number;
+}
+
+// A face with outlines of CFF may have been cut to more than was asked for.
+std::string EmbeddedFont::CidSetOf(const std::string& program) const {
+  fonts::CidSet set;
+  for (const auto& [code, use] : Codes()) {
+    set.Add(code);
+  }
+  const auto made =
+      face_->outline_kind() == OutlineKind::kTrueType ? nullptr : fonts::FontProgram::Open(program);
+  if (made != nullptr) {
+    set.AddAllOf(*made);
+  }
+  return set.bits();
 }
 
 // Which glyph each code has (table 115), two bytes each.

@@ -55,7 +55,9 @@ class EmbeddedFont {
 
   std::map<unsigned, Code> Codes() const;
   std::string SubsetName() const;
-  std::uint32_t WriteProgram(pdf::FileWriter& writer) const;
+  std::string Program() const;
+  std::uint32_t WriteProgram(pdf::FileWriter& writer, const std::string& program) const;
+  std::string CidSetOf(const std::string& program) const;
   std::uint32_t WriteDescriptor(pdf::FileWriter& writer, const std::string& name) const;
   std::uint32_t WriteGlyphMap(pdf::FileWriter& writer) const;
   std::uint32_t WriteToUnicode(pdf::FileWriter& writer) const;

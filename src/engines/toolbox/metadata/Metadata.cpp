@@ -5,6 +5,8 @@
 #include <string_view>
 #include <utility>
 
+#include "engines/support/metadata/CarriedClaim.h"
+#include "engines/support/metadata/MetadataLimits.h"
 #include "engines/support/metadata/XmpEdit.h"
 #include "engines/support/metadata/XmpPacket.h"
 #include "engines/toolbox/SourceDocument.h"
@@ -24,15 +26,21 @@ struct Mirror {
   std::string_view name_space;
   std::string_view name;
   std::string_view prefix;
+  XmpInfoField field;
 };
 
 constexpr std::array<Mirror, 6> kMirrors = {{
-    {&DocumentInfo::author, "http://purl.org/dc/elements/1.1/", "creator", "dc"},
-    {&DocumentInfo::keywords, "http://ns.adobe.com/pdf/1.3/", "Keywords", "pdf"},
-    {&DocumentInfo::creator, "http://ns.adobe.com/xap/1.0/", "CreatorTool", "xmp"},
-    {&DocumentInfo::producer, "http://ns.adobe.com/pdf/1.3/", "Producer", "pdf"},
-    {&DocumentInfo::title, "http://purl.org/dc/elements/1.1/", "title", "dc"},
-    {&DocumentInfo::subject, "http://purl.org/dc/elements/1.1/", "description", "dc"},
+    {&DocumentInfo::author, "http://purl.org/dc/elements/1.1/", "creator", "dc",
+     XmpInfoField::kAuthor},
+    {&DocumentInfo::keywords, "http://ns.adobe.com/pdf/1.3/", "Keywords", "pdf",
+     XmpInfoField::kKeywords},
+    {&DocumentInfo::creator, "http://ns.adobe.com/xap/1.0/", "CreatorTool", "xmp",
+     XmpInfoField::kCreator},
+    {&DocumentInfo::producer, "http://ns.adobe.com/pdf/1.3/", "Producer", "pdf",
+     XmpInfoField::kProducer},
+    {&DocumentInfo::title, "http://purl.org/dc/elements/1.1/", "title", "dc", XmpInfoField::kTitle},
+    {&DocumentInfo::subject, "http://purl.org/dc/elements/1.1/", "description", "dc",
+     XmpInfoField::kSubject},
 }};
 
 std::string ValueFor(const Mirror& mirror, const std::optional<std::string>& value) {
@@ -60,23 +68,28 @@ const std::shared_ptr<const KeptMetadata>& SourceMetadata::Kept() {
     auto kept = std::make_shared<KeptMetadata>();
     kept->info = ReadDocumentInfo(*document_);
     kept->entries = ReadInfoEntries(*document_);
-    kept->packet = ReadPacket();
+    kept->values = ReadXmpInfoValues(*document_);
+    ReadPacket(*kept);
     kept_ = std::move(kept);
   }
   return kept_;
 }
 
-std::string SourceMetadata::ReadPacket() {
+void SourceMetadata::ReadPacket(KeptMetadata& kept) {
   if (packet_number_ == 0) {
-    return {};
+    return;
   }
   std::optional<XmpPacket> packet = ReadXmpPacket(*document_, packet_number_);
-  if (packet) {
-    has_claim_ = packet->has_claim;
-    return std::move(packet->bytes);
+  if (!packet) {
+    packet_trouble_ = "cannot be read";
+    return;
   }
-  packet_trouble_ = "cannot be read";
-  return {};
+  has_claim_ = packet->has_claim;
+  kept.packet = std::move(packet->bytes);
+  if (has_claim_) {
+    kept.claiming =
+        document_->TryDecodeStream(packet_number_, engines::limits::kMaxMetadataBytes)->data;
+  }
 }
 
 void SourceMetadata::ReportKept(CopyReport& report) {
@@ -89,8 +102,6 @@ void SourceMetadata::ReportKept(CopyReport& report) {
                packet_trouble_ == nullptr ? CopyOutcome::kKept : CopyOutcome::kDropped,
                packet_trouble_ == nullptr ? "" : packet_trouble_);
   }
-  report.Add(CopiedKind::kPdfAClaim, CopyOutcome::kDropped, "not proven of what is written",
-             has_claim_ ? 1 : 0);
 }
 
 void SourceMetadata::ReportDropped(CopyReport& report) const {
@@ -102,6 +113,8 @@ void SourceMetadata::ReportDropped(CopyReport& report) const {
 void TargetMetadata::Report(SourceMetadata& source, CopyReport& report) const {
   if (source.IsKept(kept_)) {
     source.ReportKept(report);
+    report.Add(CopiedKind::kPdfAClaim, CopyOutcome::kDropped, ReasonOf(ClaimFate::kUnproven),
+               source.has_claim() && !claim_.is_told() ? 1 : 0);
   } else {
     source.ReportDropped(report);
   }
@@ -113,9 +126,24 @@ std::uint32_t TargetMetadata::WriteInfo(pdf::FileWriter& writer, const DocumentI
 }
 
 void TargetMetadata::WritePacket(pdf::FileWriter& writer, const DocumentInfo& info,
-                                 std::string& catalog) const {
-  if (kept_ == nullptr || kept_->packet.empty()) {
+                                 std::string& catalog, CopyReport& report) const {
+  const std::optional<PdfALevel> level = PdfALevelOf(claim_.level());
+  const std::string packet = level ? ClaimingPacket(*level, info, report) : KeptPacket(info);
+  if (packet.empty()) {
     return;
+  }
+  const std::uint32_t number = writer.Reserve();
+  writer.BeginStream(number, "<</Type/Metadata/Subtype/XML", packet.size());
+  writer.AppendStream(packet);
+  writer.EndStream();
+  catalog += "/Metadata";
+  pdf::AppendReference(catalog, number);
+}
+
+// Empty where nothing is kept.
+std::string TargetMetadata::KeptPacket(const DocumentInfo& info) const {
+  if (kept_ == nullptr || kept_->packet.empty()) {
+    return {};
   }
   std::vector<XmpChange> changes;
   for (const Mirror& mirror : kMirrors) {
@@ -125,13 +153,24 @@ void TargetMetadata::WritePacket(pdf::FileWriter& writer, const DocumentInfo& in
     }
   }
   const std::optional<EditedXmp> edited = EditXmp(kept_->packet, changes);
-  const std::string_view packet = edited ? edited->bytes : kept_->packet;
-  const std::uint32_t number = writer.Reserve();
-  writer.BeginStream(number, "<</Type/Metadata/Subtype/XML", packet.size());
-  writer.AppendStream(packet);
-  writer.EndStream();
-  catalog += "/Metadata";
-  pdf::AppendReference(catalog, number);
+  return edited ? edited->bytes : kept_->packet;
+}
+
+// What is kept, and in any case all that the information says (ISO 19005-1, 6.7.3).
+std::string TargetMetadata::ClaimingPacket(const PdfALevel& level, const DocumentInfo& info,
+                                           CopyReport& report) const {
+  if (kept_ != nullptr && info == kept_->info) {
+    return kept_->claiming;
+  }
+  XmpInfoValues values = kept_ != nullptr ? kept_->values : XmpInfoValues();
+  for (const Mirror& mirror : kMirrors) {
+    values[static_cast<std::size_t>(mirror.field)] = info.*mirror.value;
+  }
+  PdfAPacket packet =
+      MakePdfAPacket(kept_ != nullptr ? ReadXmp(kept_->packet) : XmpTree(), level, values);
+  report.Add(CopiedKind::kMetadataValue, CopyOutcome::kDropped, "not allowed in PDF/A",
+             packet.dropped.size());
+  return std::move(packet.bytes);
 }
 
 }  // namespace TarnixTools::engines::toolbox

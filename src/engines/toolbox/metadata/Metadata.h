@@ -8,7 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "engines/support/metadata/PdfAClaim.h"
+#include "engines/support/metadata/PdfAPacket.h"
+#include "engines/support/metadata/XmpInfo.h"
 #include "engines/toolbox/DocumentInfo.h"
+#include "engines/toolbox/metadata/TargetClaim.h"
 #include "pdf/file/Document.h"
 #include "pdf/write/FileWriter.h"
 
@@ -21,7 +25,9 @@ class SourceDocument;
 struct KeptMetadata {
   DocumentInfo info;
   std::vector<InfoEntry> entries;  // all of the information
+  XmpInfoValues values;            // of it, those that a packet says, too
   std::string packet;              // without a claim of PDF/A; empty for none
+  std::string claiming;            // the packet as it is, where it claims something; else empty
 };
 
 class SourceMetadata {
@@ -30,6 +36,12 @@ class SourceMetadata {
 
   // Read on first use, and shared by the targets that keep it.
   const std::shared_ptr<const KeptMetadata>& Kept();
+
+  // Code of the level of PDF/A that the source claims; 0 for none.
+  std::int32_t ClaimedLevel() const { return ClaimedPdfACode(ReadDocumentXmp(*document_)); }
+
+  // Whether the packet, once read, claims anything.
+  bool has_claim() const { return has_claim_; }
 
   // Adds what a copy that keeps everything, or that keeps nothing, does with it.
   void ReportKept(CopyReport& report);
@@ -40,7 +52,7 @@ class SourceMetadata {
   }
 
  private:
-  std::string ReadPacket();
+  void ReadPacket(KeptMetadata& kept);
 
   pdf::Document* document_;
   std::uint64_t entry_count_ = 0;
@@ -56,6 +68,8 @@ class TargetMetadata {
   // What it keeps, from one source.
   void Keep(std::shared_ptr<const KeptMetadata> kept) { kept_ = std::move(kept); }
 
+  TargetClaim& claim() { return claim_; }
+
   // Adds what becomes of a source's metadata, once for each source.
   void Report(SourceMetadata& source, CopyReport& report) const;
 
@@ -63,10 +77,16 @@ class TargetMetadata {
   std::uint32_t WriteInfo(pdf::FileWriter& writer, const DocumentInfo& info) const;
 
   // Writes the packet, which says what the information says, and appends the catalog's entry.
-  void WritePacket(pdf::FileWriter& writer, const DocumentInfo& info, std::string& catalog) const;
+  void WritePacket(pdf::FileWriter& writer, const DocumentInfo& info, std::string& catalog,
+                   CopyReport& report) const;
 
  private:
+  std::string KeptPacket(const DocumentInfo& info) const;
+  std::string ClaimingPacket(const PdfALevel& level, const DocumentInfo& info,
+                             CopyReport& report) const;
+
   std::shared_ptr<const KeptMetadata> kept_;  // null: nothing
+  TargetClaim claim_;
 };
 
 }  // namespace TarnixTools::engines::toolbox

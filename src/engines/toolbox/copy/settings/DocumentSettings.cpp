@@ -199,6 +199,9 @@ void DocumentSettingsCopier::Copy() {
   CopyExtensions(catalog);
   if (context_->is_whole()) {
     CopyWhole(catalog);
+  } else if (context_->parts().settings.is_first() &&
+             context_->parts().metadata.claim().level() != 0) {
+    CopyOutputIntents(catalog);  // what the colours of the pages are, by ISO 19005-1, 6.2.3.3
   }
   const bool opens_there = context_->is_whole() && CopyOpening(catalog);
   context_->report().Add(

@@ -75,6 +75,8 @@ class TargetDocumentSettings {
 
   bool is_first_whole() const { return whole_count_ == 1; }
 
+  bool is_first() const { return source_count_ == 1; }
+
   bool has_several_sources() const { return source_count_ > 1; }
 
   TargetAttachments& attachments() { return attachments_; }
