@@ -87,9 +87,9 @@ struct PdfCompressedFonts {
   std::int64_t left_no_library = 0;   // the libraries that read fonts are not installed
 };
 
-// What a document says of itself is kept at every level: its information and its XMP packet,
-// without a claim of PDF/A, which nothing has proved of the new file. So PdfTask::SetKeepMetadata
-// has no effect here. Signatures do not hold for the new file; they are left out, and their fields
+// What a document says of itself is kept at every level: its information and its XMP packet. So
+// PdfTask::SetKeepMetadata has no effect here. A claim of PDF/A stays where a validation of the new
+// file confirms it. Signatures do not hold for the new file; they are left out, and their fields
 // stay. GetReport() tells of both.
 //
 // No document grows: one that would not become smaller is copied byte for byte, and what was to be

@@ -149,10 +149,11 @@ class TARNIX_EXPORT PdfDoc {
   std::int32_t GetLastError() const { return last_error_; }
 
   // Whether Rotate, Lock, UnLock, Transform and both Splits keep what this document says of itself:
-  // all of its document information and its XMP packet; false at first. A claim of PDF/A in the
-  // packet is taken out, for nothing has proved it of the new file; the report says so. SetMetaData
-  // then changes the given values, in the packet too, and keeps the others. Without it, and in what
-  // is appended or merged, all of that stays behind.
+  // all of its document information and its XMP packet; false at first. SetMetaData then
+  // changes the given values, in the packet too, and keeps the others. Without it, and in what is
+  // appended or merged, all of that stays behind. A claim of PDF/A is kept in either case where a
+  // validation of the new file confirms it; of documents that are appended or merged where all claim
+  // the same part of the standard. Otherwise it is taken out, and the report says so.
   void SetKeepMetadata(bool keep) { keep_metadata_ = keep; }
 
   bool GetKeepMetadata() const { return keep_metadata_; }
@@ -443,6 +444,7 @@ class TARNIX_EXPORT PdfDoc {
   // Reports that this open document is protected, where an output is not.
   void NoteProtection(const PdfDoc& output, PdfReport& report) const;
   void KeepMetadataIn(const PdfDoc& output) const;
+  void KeepClaimIn(engines::TPdfDocument* target) const;
   void Complete(PdfDoc& output);
   void WriteXmpMetaData(const std::string& xmp_path);
   // What SetMetaData does; `change` sets the values.

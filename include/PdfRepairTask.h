@@ -30,8 +30,8 @@ struct TPdfRepair;
 //
 // What can be found is in the output, in its old place where that can be told. A page that cannot be
 // read stands as an empty one of its size, so that the others keep their numbers. The document is
-// always written anew: signatures and a claim of PDF/A, which hold for the old file only, are left
-// out, and GetReport() says so.
+// always written anew: signatures, which hold for the old file only, are left out, and so is a claim
+// of PDF/A that a validation of the new file does not confirm; GetReport() says so.
 class TARNIX_EXPORT PdfRepairTask : public PdfTask {
  public:
   // The task owns a copy of the document, which is not opened before Execute, with its own password.

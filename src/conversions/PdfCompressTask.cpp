@@ -4,6 +4,7 @@
 #include "conversions/OptimizerHandle.h"
 #include "conversions/OptimizerReports.h"
 #include "engines/optimizer/Optimizer.h"
+#include "engines/pdfa/PdfA.h"
 #include "foundation/JobWatch.h"
 #include "foundation/Platform.h"
 #include "foundation/Utf8.h"
@@ -120,6 +121,7 @@ void PdfCompressTask::CompressPdf(PdfDoc& document) {
     throw PdfException(PdfExceptionCode::EngineError, 0, "Could not create optimizer object");
   }
   ApplyLevel(optimizer.Get());
+  engines::PdfOptimizeSetClaimProof(optimizer.Get(), &engines::PdfValidatorProveClaim);
   const std::string& path = document.GetPath();
   if (engines::PdfOptimizeOpenW(optimizer.Get(), platform::WidePath(path),
                                 Utf8ToWide(document.GetPassword())) == 0) {

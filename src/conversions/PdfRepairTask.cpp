@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "PdfException.h"
+#include "engines/pdfa/PdfA.h"
 #include "engines/repair/Repair.h"
 #include "foundation/Platform.h"
 #include "foundation/Utf8.h"
@@ -165,6 +166,7 @@ void PdfRepairTask::RepairDoc(const PdfDoc& document, const std::string& output_
   Open(repair, document);
   engines::PdfRepairSetRebuildOptions(repair,
                                       engines::PdfRepairGetRebuildOptions(repair) | kRebuild);
+  engines::PdfRepairSetClaimProof(repair, &engines::PdfValidatorProveClaim);
   engines::PdfRepairAnalyzeAndRepair(repair);
   GetRepairErrorList(repair);
   const std::wstring password = Utf8ToWide(out_password_);

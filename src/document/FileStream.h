@@ -18,6 +18,9 @@ class FileStream {
 
   engines::TPdfStream Descriptor();
 
+  // Null when it is closed.
+  std::FILE* File() const { return file_.get(); }
+
   // The errno value of a close that failed, which is where some file systems report lost writes; 0
   // otherwise.
   int CloseError() const { return close_error_; }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "document/ReportCollector.h"
+#include "engines/pdfa/PdfA.h"
 
 namespace TarnixTools {
 
@@ -37,6 +38,10 @@ std::shared_ptr<OpenDocument> OpenDocument::Create(platform::OutputFile output,
     return nullptr;
   }
   CollectReport(created->document_, created->report_);
+  std::FILE* file = created->stream_.File();
+  if (platform::Tell(file) >= 0) {  // what goes into a pipe cannot be looked at again
+    engines::PdfDocumentSetClaimProof(created->document_, &engines::PdfValidatorProveClaim, file);
+  }
   return created;
 }
 

@@ -201,6 +201,14 @@ void PdfDoc::KeepMetadataIn(const PdfDoc& output) const {
   }
 }
 
+// This document is open. What could not be created is told by what copies the pages.
+void PdfDoc::KeepClaimIn(engines::TPdfDocument* target) const {
+  if (IsOpen() && target != nullptr && engines::PdfDocumentKeepClaim(target, Document()) == 0) {
+    throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
+                       "Unable to keep metadata of doc [%s]", path_.c_str());
+  }
+}
+
 // Closes an output of this document, which writes it.
 void PdfDoc::Complete(PdfDoc& output) {
   output.Close();
@@ -246,6 +254,7 @@ void PdfDoc::SetOutlineHeadingIn(engines::TPdfDocument* target) const {
 void PdfDoc::AppendRanges(engines::TPdfDocument* target) {
   OpenAndCountPages();
   const DiscardGuard closing(*this);
+  KeepClaimIn(target);
   for (const PdfPageRange& range : ranges_) {
     RequirePage(range.GetEndPageNum(), pages_num_, name_);
     AppendOpenPages(target, range.GetStartPageNum() - 1, range.GetEndPageNum());
@@ -265,6 +274,7 @@ void PdfDoc::AppendPages(engines::TPdfDocument* target, PdfRotationAngle angle,
     throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
                        "NULL pages object at output PDF doc for doc [%s]", path_.c_str());
   }
+  KeepClaimIn(target);
   const int count = engines::PdfPageListGetCount(pages.get());
   CopyPages({target, target_pages.get(), pages.get()}, 0, count, angle, turned);
 }
@@ -332,6 +342,7 @@ void PdfDoc::WritePiece(const std::string& output_path, const std::string& passw
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
   KeepMetadataIn(output);
   NoteProtection(output, report_);
+  KeepClaimIn(output.Document());
   AppendOpenPages(output.Document(), first, last);
   Complete(output);
   pieces_.push_back(output_path);
@@ -354,6 +365,7 @@ void PdfDoc::WriteMerged(const std::vector<PdfPageRange>& ranges, const std::str
   KeepMetadataIn(output);
   NoteProtection(output, report_);
   JobSteps steps(static_cast<std::int64_t>(ranges.size()));
+  KeepClaimIn(output.Document());
   for (const PdfPageRange& range : ranges) {
     AppendOpenPages(output.Document(), range.GetStartPageNum() - 1, range.GetEndPageNum());
     steps.Done();

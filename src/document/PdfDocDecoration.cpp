@@ -50,6 +50,7 @@ void PdfDoc::Transform(std::vector<PdfTransformation>& transformations,
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
   KeepMetadataIn(output);
   NoteProtection(output, report_);
+  KeepClaimIn(output.Document());
   PdfReport report;
   {
     DecorationHandleStore handles(output.Document(), kPageNumberMessages, report);
@@ -81,6 +82,7 @@ void PdfDoc::DecorateDoc(PdfTransformation& transformation, const DecorationMess
   PdfDoc output = CreateOutput(output_path, password, !password.empty());
   KeepMetadataIn(output);
   NoteProtection(output, report_);
+  KeepClaimIn(output.Document());
   PdfReport report;
   {
     DecorationHandleStore handles(output.Document(), messages, report);

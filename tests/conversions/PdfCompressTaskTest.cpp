@@ -345,8 +345,9 @@ TEST_F(PdfCompressTaskTest, ReportsClaimsAndSignatures) {
   PdfCompressTask task = TaskFor("a.pdf");
   task.Execute();
   const std::vector<PdfReportEntry> expected = {
-      {PdfReportKind::PdfAClaim, PdfReportOutcome::Dropped, 1, 0, "not proven of what is written"},
-      {PdfReportKind::Signature, PdfReportOutcome::Dropped, 1, 0, "does not hold in another file"}};
+      {PdfReportKind::Signature, PdfReportOutcome::Dropped, 1, 0, "does not hold in another file"},
+      {PdfReportKind::PdfAClaim, PdfReportOutcome::Dropped, 1, 0,
+       "does not hold for what is written"}};
   EXPECT_EQ(task.GetReport().GetEntries(), expected);
   task.Execute();
   EXPECT_EQ(task.GetReport().GetEntries(), expected);

@@ -160,7 +160,7 @@ TEST_F(PdfDocKeepMetadataTest, TakesAClaimOfPdfAOut) {
   EXPECT_THAT(PacketOf(Path("doc-01.pdf")), HasSubstr("own:mark='kept'"));
   EXPECT_EQ(PacketOf(Path("doc-02.pdf")), PacketOf(Path("doc-01.pdf")));
   EXPECT_EQ(AboutMetadata(document.GetReport()).back(),
-            "2 PDF/A claims dropped: not proven of what is written");
+            "2 PDF/A claims dropped: does not hold for what is written");
 }
 
 TEST_F(PdfDocKeepMetadataTest, LeavesAPacketOutThatCannotBeRead) {
