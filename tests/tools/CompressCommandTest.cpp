@@ -124,7 +124,7 @@ TEST_F(CompressCommand, WarnsOfAClaimThatIsLost) {
                             ">>\nstream\n" + packet + "\nendstream")
       .CatalogEntry("/Metadata {{packet}}")
       .Write(Path("a.pdf"));
-  const std::string line = "1 PDF/A claim dropped: not proven of what is written\n";
+  const std::string line = "1 PDF/A claim dropped: does not hold for what is written\n";
   EXPECT_EQ(Run({"compress", "a.pdf"}).err, "tarnix: " + line);
   EXPECT_THAT(Run({"compress", "a.pdf", "-v"}).err,
               HasSubstr(line + "wrote a-compressed.pdf (30 pages)\n"));
