@@ -49,12 +49,12 @@ class DateReader {
 
 constexpr int kLastYear = 9999;
 
-// What stands behind "Z" in some dates of the document information: no hours and minutes.
+// What stands behind "Z" in some dates of the document information: no hours and minutes, which only
+// come behind the mark.
 bool TakeZero(DateReader& reader, char mark) {
   int zero = 0;
-  const bool has_hours = reader.Take(2, 0, 0, zero);
-  reader.Skip(mark);
-  return has_hours && (!reader.AtDigit() || reader.Take(2, 0, 0, zero));
+  return reader.Take(2, 0, 0, zero) &&
+         (!reader.Skip(mark) || !reader.AtDigit() || reader.Take(2, 0, 0, zero));
 }
 
 // "Z", or a sign and hours and minutes with a mark between them.
@@ -74,7 +74,7 @@ bool TakeOffset(DateReader& reader, XmpDate& date, char mark, bool needs_minutes
   }
   const bool has_minutes = reader.Skip(mark);
   if ((needs_minutes && !has_minutes) ||
-      ((needs_minutes || reader.AtDigit()) && !reader.Take(2, 0, 59, minutes))) {
+      ((needs_minutes || (has_minutes && reader.AtDigit())) && !reader.Take(2, 0, 59, minutes))) {
     return false;
   }
   date.offset = (is_east ? 1 : -1) * (hours * 60 + minutes);
