@@ -29,6 +29,12 @@ std::string SubjectOf(const DocumentFont& font) {
   return font.name().empty() ? "font" : "font " + font.name();
 }
 
+// Nothing tells what is in a stream of /FontFile3 without a /Subtype: readers need not take it.
+bool HasProgram(const fonts::FontDescriptor& descriptor) {
+  return descriptor.program != 0 && (descriptor.entry != fonts::ProgramEntry::kFontFile3 ||
+                                     !descriptor.program_subtype.empty());
+}
+
 class FontJudge {
  public:
   FontJudge(CheckedDocument& checked, const ShownFonts::Font& shown)
@@ -68,7 +74,7 @@ class FontJudge {
                        .subtype = subtype.Text(),
                        .has_name = Get(dictionary, "BaseFont").IsName(),
                        .needs_program = shown_->is_rendered && !has_no_program,
-                       .has_program = descriptor.program != 0};
+                       .has_program = HasProgram(descriptor)};
     if (!has_no_program && !descriptor.program_subtype.empty()) {
       facts.program_subtype = descriptor.program_subtype;
     }
@@ -96,7 +102,7 @@ class FontJudge {
   }
 
   std::string ProgramBytes() {
-    const std::uint32_t number = font_.descriptor().program;
+    const std::uint32_t number = HasProgram(font_.descriptor()) ? font_.descriptor().program : 0;
     auto stream = number == 0
                       ? std::nullopt
                       : checked_->document().TryDecodeStream(number, limits::kMaxProgramBytes);

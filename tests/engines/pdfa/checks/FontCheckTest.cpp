@@ -24,7 +24,8 @@ PaintedPage PageOf(const std::string& font, const std::string& text = "(A)",
       .Stream(31, "", testing::TestFont().Bytes())
       .Stream(32, "/Subtype/CIDFontType0C", testing::CidProgram({1, 65}))
       .Stream(33, "/Subtype/OpenType", testing::CidProgram({1, 65}))
-      .Stream(34, "/Subtype/Other", testing::CidProgram({1, 65}));
+      .Stream(34, "/Subtype/Other", testing::CidProgram({1, 65}))
+      .Stream(35, "", testing::CidProgram({1, 65}));
   return page;
 }
 
@@ -159,6 +160,8 @@ TEST(FontCheck, KnowsProgramsByTheirSubtype) {
   EXPECT_EQ(rules(Level::k1b, "33"), "6.3.2-7");
   EXPECT_EQ(rules(Level::k2b, "33"), "");
   EXPECT_EQ(rules(Level::k2b, "34"), "6.2.11.2-7");
+  EXPECT_EQ(rules(Level::k1b, "35"), "6.3.4-1") << "nothing says what it is";
+  EXPECT_EQ(rules(Level::k2b, "35"), "6.2.11.4.1-1");
 }
 
 }  // namespace
