@@ -1,6 +1,8 @@
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <set>
 #include <string>
 #include <tuple>
@@ -32,6 +34,33 @@ TEST(RuleList, IsInTheDocuments) {
                                      line.find(rule.wrong) != std::string::npos;
                             }))
         << row << rule.wrong;
+  }
+}
+
+// Every number that stands in the sources of the tests of rules.
+std::set<std::string> NumbersInTests() {
+  std::set<std::string> numbers;
+  const std::regex number("6(\\.\\d+)+-\\d+");
+  for (const auto& file : std::filesystem::recursive_directory_iterator(
+           TarnixTools::testing::SourceDir() + "/tests/engines/pdfa")) {
+    if (file.path().extension() == ".cpp") {
+      std::ifstream source(file.path());
+      const std::string text(std::istreambuf_iterator<char>(source), {});
+      for (std::sregex_iterator match(text.begin(), text.end(), number), end; match != end;
+           ++match) {
+        numbers.insert(match->str());
+      }
+    }
+  }
+  return numbers;
+}
+
+TEST(RuleList, HasAnExampleThatBreaksEachRule) {
+  const std::set<std::string> numbers = NumbersInTests();
+  for (const RuleText& rule : AllRules()) {
+    EXPECT_TRUE(numbers.contains(NumberText(rule.part1)) ||
+                numbers.contains(NumberText(rule.later)))
+        << NumberText(rule.part1) << " " << NumberText(rule.later) << ": " << rule.wrong;
   }
 }
 
