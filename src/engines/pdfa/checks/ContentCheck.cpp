@@ -360,7 +360,8 @@ void ContentCheck::CheckColors(const pdf::GraphicsState& state, bool fills, bool
   }
 }
 
-// Of a pattern, the shading has the colours; the cell of a tiling one is content of its own.
+// Of a pattern, the shading has the colours, which no resources stand in for: a pattern of shadings has
+// none. The cell of a tiling one is content of its own.
 void ContentCheck::CheckColor(const pdf::Color& color, const pdf::GraphicsState& state,
                               bool is_stroke) {
   const pdf::RenderingParameters& rendering = state.rendering;
@@ -376,7 +377,7 @@ void ContentCheck::CheckColor(const pdf::Color& color, const pdf::GraphicsState&
   const Object pattern = checked_->document().Resolve(color.pattern, arena);
   if (checked_->Get(pattern, "PatternType", arena).IntegerOr(0) == kShadingPattern) {
     const Object shading = checked_->Get(pattern, "Shading", arena);
-    colors_.Check(shading.Get("ColorSpace"), frames_.back().spaces, use);
+    colors_.Check(shading.Get("ColorSpace"), Object(), use);
   }
 }
 

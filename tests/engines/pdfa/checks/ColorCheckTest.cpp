@@ -75,6 +75,11 @@ TEST(ColorCheck, TakesDefaultsForColorsOfDevices) {
   EXPECT_EQ(PageOf(content, "/DefaultRGB[/CalRGB<<>>]").BrokenRules(Level::k2b), "");
   EXPECT_EQ(PageOf(content, "/DefaultRGB/DeviceRGB").BrokenRules(Level::k2b), "6.2.4.3-2");
   EXPECT_EQ(PageOf(content, "/DefaultGray[/CalGray<<>>]").BrokenRules(Level::k2b), "6.2.4.3-2");
+  const std::string inks = "/DefaultCMYK[/Lab<<>>]";
+  EXPECT_EQ(PageOf("/Sh sh", inks).BrokenRules(Level::k2b), "");
+  EXPECT_EQ(PageOf("/Pattern cs /Axial scn 0 0 9 9 re f", inks).BrokenRules(Level::k2b),
+            "6.2.4.3-3")
+      << "a pattern of shadings has no resources";
 }
 
 TEST(ColorCheck, WantsProfilesThatAreAllowed) {

@@ -47,6 +47,24 @@ TEST_F(ColorsTest, KeepOtherSpacesAndDefaults) {
   EXPECT_EQ(spaces["/DefaultCMYK"][0], "/Lab");
 }
 
+// Patterns of shadings have no resources that could say what inks are.
+TEST_F(ColorsTest, GiveInksOfShadingsAProfile) {
+  RawPdf file = OnePage("/Resources<</Pattern<</P 4 0 R/Q 6 0 R>>>>");
+  file.Object(4, "<</PatternType 2/Shading 5 0 R>>");
+  file.Object(5, "<</ShadingType 2/ColorSpace/DeviceCMYK>>");
+  file.Object(6, "<</PatternType 2/Shading 7 0 R>>");
+  file.Object(7, "<</ShadingType 2/ColorSpace 8 0 R>>");
+  file.Object(8, "[/DeviceN[/Gold]/DeviceCMYK<</FunctionType 4>>]");
+  const QpdfDocument written = Run(file, Level::k2b, &MendColors);
+  const Json patterns = written.Follow(written.Follow(written.Page(1))["/Resources"])["/Pattern"];
+  const auto space_of = [&](const char* name) {
+    const Json shading = written.Follow(written.Follow(patterns[name])["/Shading"]);
+    return written.Follow(shading["/ColorSpace"]);
+  };
+  EXPECT_EQ(space_of("/P")[0], "/ICCBased");
+  EXPECT_EQ(written.Follow(space_of("/Q")[2])[0], "/ICCBased");
+}
+
 TEST_F(ColorsTest, DescribeSpotColours) {
   RawPdf file = OnePage("/Resources<</ColorSpace<</A 4 0 R>>>>");
   file.Object(4, "[/DeviceN[/Gold/Black]/DeviceRGB<</FunctionType 4>>]");

@@ -85,7 +85,8 @@ class ColorMender {
     return text.find("/DeviceCMYK") != std::string::npos;
   }
 
-  // In all resources, so that content need not change.
+  // In all resources, so that content need not change; what is painted with a pattern does not look
+  // there.
   void SetDefaultCmyk() {
     const std::uint32_t profile = rewriter().Add(
         pdf::ObjectChange::Stream("<</N 4>>", CmykProfileOfVersion2([](const Cmyk& inks) {
@@ -104,14 +105,17 @@ class ColorMender {
                                  node.kind == ResourceKind::kType3Font;
       if (has_resources && node.number != 0) {
         SetInObject(node.number);
+      } else if (node.kind == ResourceKind::kShading && node.number != 0 &&
+                 node.value.Get("ColorSpace").IsName("DeviceCMYK")) {
+        rewriter().SetEntry(node.number, "ColorSpace", default_cmyk_);
       }
     });
     conversion_->report.Changed("CMYK of the device into CMYK with a profile");
   }
 
-  // Part 1 asks nothing of them.
+  // Part 1 asks nothing of them, but their shadings have the colours of no device either.
   void MendSpotColors() {
-    if (conversion_->is_part1()) {
+    if (conversion_->is_part1() && default_cmyk_.empty()) {
       return;
     }
     SpotColors spots(*conversion_);

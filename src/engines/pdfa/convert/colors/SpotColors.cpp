@@ -18,6 +18,7 @@ constexpr std::array<std::string_view, 6> kNoSpotColors = {"Cyan",  "Magenta", "
                                                            "Black", "None",    "All"};
 constexpr std::size_t kSeparationItems = 4;
 constexpr std::size_t kDeviceNItems = 4;  // and attributes
+constexpr std::size_t kAlternateItem = 2;
 
 std::string ReferenceText(std::uint32_t number) {
   std::string text;
@@ -41,7 +42,11 @@ void SpotColors::Mend(const pdf::ResourceNode& node, const std::string& cmyk) {
   }
   std::string text = "[";
   for (std::size_t i = 0; i < kDeviceNItems; ++i) {
-    pdf::AppendObject(text, items[i]);
+    if (i == kAlternateItem && items[i].IsName("DeviceCMYK") && !cmyk.empty()) {
+      text += " " + cmyk + " ";
+    } else {
+      pdf::AppendObject(text, items[i]);
+    }
   }
   text += Attributes(node.value, cmyk) + "]";
   conversion_->rewriter.Change(node.number, pdf::ObjectChange::Value(text));
