@@ -1,6 +1,7 @@
 // PdfDoc: new files out of whole documents.
 #include <sys/resource.h>
 
+#include "PdfTransformation.h"
 #include "support/DocumentTest.h"
 
 namespace TarnixTools {
@@ -36,6 +37,27 @@ class PdfDocAssemblyTest : public testing::DocumentTest {
       rotations.push_back(facts.rotation);
     }
     return rotations;
+  }
+
+  static Failure CannotCreate(const std::string& path) {
+    return {PdfExceptionCode::FileNotFound,
+            "Unable to create new file [" + Backslashes(path) + "] (No such file or directory)"};
+  }
+
+  // A page with all that copies of pages bring along: a link, another annotation, a form field and
+  // an outline item.
+  PdfDoc MakeRich(const std::string& name) const {
+    TestPdf()
+        .Page("a")
+        .PageEntry("/Annots[{{link}} {{note}} {{field}}]")
+        .Object("link", "<</Subtype/Link/Rect[0 0 9 9]/A<</S/URI/URI(http://example.com/)>>>>")
+        .Object("note", "<</Subtype/Text/Rect[9 9 20 20]/Contents(remember)>>")
+        .Object("field", "<</Subtype/Widget/Rect[9 0 20 9]/FT/Tx/T(Name)/V(filled in)>>")
+        .Object("item", "<</Title(Chapter)/Dest[{{page 1}}/Fit]>>")
+        .CatalogEntry("/AcroForm<</Fields[{{field}}]>>")
+        .CatalogEntry("/Outlines<</First {{item}}/Last {{item}}/Count 1>>")
+        .Write(Path(name));
+    return Doc(name);
   }
 
   // Path of an encrypted document of two pages.
@@ -166,6 +188,24 @@ TEST_F(PdfDocAssemblyTest, AppendToADocumentThatWasNotCreatedFails) {
   EXPECT_EQ(testing::ReadBytes(Path("b.pdf")), before);
 }
 
+TEST_F(PdfDocAssemblyTest, AppendToWhatIsNoDocumentFindsNoPages) {
+  MakePdf("a.pdf", 2, "Alpha");
+  testing::WriteBytes(Path("not.pdf"), "hello");
+  PdfDoc none = Doc("not.pdf");
+  const Failure failure = FailureOf([&] { none.Append(Doc("a.pdf")); });
+  EXPECT_EQ(failure.code, PdfExceptionCode::EngineError);
+  EXPECT_EQ(failure.message, "NULL pages object at output PDF doc");
+  EXPECT_NE(failure.engine_code, 0);
+}
+
+TEST_F(PdfDocAssemblyTest, AppendChecksThePasswordOfTheDocumentItself) {
+  const std::string path = MakeEncrypted();
+  PdfDoc doc(path, "wrong", true);
+  EXPECT_EQ(FailureOf([&] { doc.Append(Doc("plain.pdf")); }),
+            Failure(PdfExceptionCode::PasswordError,
+                    "Invalid password for PDF [" + Backslashes(path) + "]", 17));
+}
+
 TEST_F(PdfDocAssemblyTest, AppendToItselfIsRefused) {
   PdfDoc out(Path("out.pdf"), "", false);
   out.Create(false);
@@ -190,11 +230,23 @@ TEST_F(PdfDocAssemblyTest, CreateWithoutEncryptionClearsThePassword) {
   EXPECT_FALSE(QpdfNeedsPassword(Path("out.pdf")));
 }
 
+TEST_F(PdfDocAssemblyTest, CreateThatFailsKeepsThePassword) {
+  PdfDoc out(Path("missing/out.pdf"), "secret", false);
+  EXPECT_EQ(FailureOf([&] { out.Create(false); }), CannotCreate(Path("missing/out.pdf")));
+  EXPECT_EQ(out.GetPassword(), "secret");
+}
+
 TEST_F(PdfDocAssemblyTest, DeleteRemovesTheFile) {
   PdfDoc doc(MakePdf("a.pdf", 1), "", true);
   PdfDoc::Delete(doc);
   EXPECT_THAT(directory_.Names(), IsEmpty());
   EXPECT_EQ(FailureOf([&] { PdfDoc::Delete(doc); }), Failure());
+}
+
+TEST_F(PdfDocAssemblyTest, DeleteTellsThatItCannot) {
+  PdfDoc doc(directory_.MakeDir("a.pdf"), "", false);
+  EXPECT_EQ(FailureOf([&] { PdfDoc::Delete(doc); }),
+            Failure(PdfExceptionCode::FileNotFound, "Error deleting file [\\] (Is a directory)"));
 }
 
 TEST_F(PdfDocAssemblyTest, RotateTurnsEveryPageFromWhereItIs) {
@@ -311,6 +363,53 @@ TEST_F(PdfDocAssemblyTest, DocumentInformationIsNotCopied) {
   PdfDoc doc(TestPdf().Page("a").InfoEntry("/Author (Somebody)").Write(Path("a.pdf")), "", true);
   PdfDoc::Merge({doc}, Path("out.pdf"), "");
   EXPECT_THAT(QpdfJson(Path("out.pdf")), Not(HasSubstr("Somebody")));
+}
+
+TEST_F(PdfDocAssemblyTest, MakesTheOutputBeforeItOpensTheSource) {
+  PdfDoc missing(Path("missing.pdf"), "", false);
+  const std::string path = Path("nowhere/out.pdf");
+  const Failure expected = CannotCreate(path);
+  EXPECT_EQ(FailureOf([&] { missing.Rotate(PdfRotationAngle::Rotate90, path, ""); }), expected);
+  EXPECT_EQ(FailureOf([&] { missing.Lock("pw", path); }), expected);
+  EXPECT_EQ(FailureOf([&] { missing.UnLock("pw", path); }), expected);
+  EXPECT_EQ(FailureOf([&] { PdfDoc::Merge({missing}, path, ""); }), expected);
+}
+
+TEST_F(PdfDocAssemblyTest, OpensTheSourceBeforeItMakesTheOutput) {
+  PdfDoc missing(Path("missing.pdf"), "", false);
+  const std::string nowhere = Path("nowhere/");
+  const std::string path = nowhere + "out.pdf";
+  std::vector<PdfTransformation> number = {PdfTransformation(PdfTransformType::AddPageNumber)};
+  const Failure expected(PdfExceptionCode::FileNotFound,
+                         "Unable to open file " + Backslashes(Path("missing.pdf")));
+  EXPECT_EQ(FailureOf([&] { missing.Split(1, nowhere, "", ""); }), expected);
+  EXPECT_EQ(FailureOf([&] { missing.Split({PdfPageRange(1, 1)}, nowhere, "", false, "", ""); }),
+            expected);
+  EXPECT_EQ(FailureOf([&] { missing.Split({PdfPageRange(1, 1)}, nowhere, "", true, "", ""); }),
+            expected);
+  EXPECT_EQ(FailureOf([&] { missing.SetMetaData({"Ada"}, path, ""); }), expected);
+  EXPECT_EQ(FailureOf([&] { missing.Transform(number.front(), path, ""); }), expected);
+  EXPECT_EQ(FailureOf([&] { missing.Transform(number, path, ""); }), expected);
+}
+
+TEST_F(PdfDocAssemblyTest, EveryCopyBringsAllThatBelongsToThePages) {
+  static_assert(PdfDoc::PDF_COPY_OPTIONS == 15);
+  PdfDoc doc = MakeRich("a.pdf");
+  const std::string directory = directory_.MakeDir("out") + "/";
+  std::vector<PdfTransformation> number = {PdfTransformation(PdfTransformType::AddPageNumber)};
+  PdfDoc::Merge({doc}, directory + "merged.pdf", "");
+  doc.Rotate(PdfRotationAngle::Rotate90, directory + "turned.pdf", "");
+  doc.Split({PdfPageRange(1, 1)}, directory, "", false, "", "");
+  doc.SetMetaData({"Ada"}, directory + "described.pdf", "");
+  doc.Transform(number.front(), directory + "numbered.pdf", "");
+  doc.Transform(number, directory + "transformed.pdf", "");
+  EXPECT_EQ(directory_.Names("out").size(), 6U);
+  for (const std::string& name : directory_.Names("out")) {
+    const std::string json = QpdfJson(directory + name);
+    for (const char* part : {"/Link", "u:remember", "u:filled in", "\"title\": \"Chapter\""}) {
+      EXPECT_THAT(json, HasSubstr(part)) << name;
+    }
+  }
 }
 
 }  // namespace

@@ -45,6 +45,19 @@ TEST_F(PdfDocMetadataTest, RejectsAnEntryThatIsNone) {
             Failure(PdfExceptionCode::InternalError, "Invalid PDF META param requested [4]"));
 }
 
+TEST_F(PdfDocMetadataTest, LooksForTheInformationBeforeTheEntry) {
+  testing::WriteBytes(Path("not.pdf"), "hello");
+  PdfDoc none = Doc("not.pdf");
+  for (const int param : {0, 4}) {
+    const Failure failure =
+        FailureOf([&] { none.GetMetaData(static_cast<PdfMetadataParam>(param)); });
+    EXPECT_EQ(failure.code, PdfExceptionCode::EngineError);
+    EXPECT_NE(failure.engine_code, 0);
+    EXPECT_EQ(failure.message, "Could not get meta from file [" + Backslashes(Path("not.pdf")) +
+                                   "] (" + std::to_string(failure.engine_code) + ")");
+  }
+}
+
 TEST_F(PdfDocMetadataTest, SetsTheFourEntriesOfACopy) {
   const std::string before = testing::ReadBytes(Path("doc.pdf"));
   Doc("doc.pdf").SetMetaData({"Ada", "a, b", "Pen", "Press"}, Path("out.pdf"), "");

@@ -69,6 +69,14 @@ TEST_F(PdfDocPagesTest, OpensTheFileForEachQuestion) {
   EXPECT_EQ(doc.GetPagesNum(), 1);
 }
 
+TEST_F(PdfDocPagesTest, CountingCompletesADocumentThatWasCreated) {
+  PdfDoc doc(Path("new.pdf"), "", false);
+  doc.Create(false);
+  EXPECT_EQ(doc.GetPagesNum(), 0);
+  EXPECT_THAT(directory_.Names(), ::testing::ElementsAre("new.pdf"));
+  EXPECT_EQ(Doc("new.pdf").GetPagesNum(), 0);
+}
+
 TEST_F(PdfDocPagesTest, SizeInEveryUnit) {
   PdfDoc doc(TestPdf().Page("a").Size(595.28, 841.89).Write(Path("a4.pdf")), "", true);
   const PdfSize millimeters = doc.GetPageSize(1, PdfSizeUnits::Millimeters, 72, 0);
@@ -124,6 +132,13 @@ TEST_F(PdfDocPagesTest, SizeInAnUnknownUnit) {
   EXPECT_EQ(FailureOf([&] { doc.GetPageSize(2, static_cast<PdfSizeUnits>(9), 72, 1); }),
             Failure(PdfExceptionCode::InvalidParameter,
                     "Unable not get page [2] dimensions (invalid units value [9])"));
+}
+
+TEST_F(PdfDocPagesTest, LooksForThePageBeforeTheUnit) {
+  PdfDoc doc(MakePdf("a.pdf", 3), "", true);
+  EXPECT_EQ(FailureOf([&] { doc.GetPageSize(4, static_cast<PdfSizeUnits>(9), 72, 1); }),
+            Failure(PdfExceptionCode::InvalidParameter,
+                    "Page number [4] is out of the expected range [1-3]"));
 }
 
 TEST_F(PdfDocPagesTest, StaysOpenAfterASizeFailedUntilTheNextOperation) {
@@ -270,6 +285,20 @@ TEST_F(PdfDocPagesTest, StaysRefusedAfterAWrongPassword) {
   EXPECT_EQ(doc.GetPassword(), "user");
   EXPECT_EQ(FailureOf([&] { doc.GetPagesNum(); }), InvalidPassword(path));
   EXPECT_EQ(PdfDoc(path, "user", true).GetPagesNum(), 2);
+}
+
+TEST_F(PdfDocPagesTest, AWrongPasswordIsForgottenWithTheNextOpeningThatFails) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  const std::string path = MakeEncrypted("user", "owner");
+  PdfDoc doc(path, "wrong", true);
+  FailureOf([&] { doc.GetPagesNum(); });
+  ASSERT_EQ(doc.GetLastError(), 17);
+  WriteBytes(path, "hello");
+  EXPECT_EQ(FailureOf([&] { doc.GetPagesNum(); }).code, PdfExceptionCode::EngineError);
+  EXPECT_EQ(doc.GetLastError(), 4);
+  MakePdf("encrypted.pdf", 3);
+  EXPECT_EQ(doc.GetPagesNum(), 3);
+  EXPECT_EQ(doc.GetLastError(), 4);
 }
 
 TEST_F(PdfDocPagesTest, EncryptedDocumentThatOpensWithoutPassword) {

@@ -66,6 +66,16 @@ TEST_F(PdfDocSplitTest, KeepsTheFilesOfRangesBeforeAnInvalidOne) {
   EXPECT_EQ(Texts("out/a-1-2.pdf"), Labels(1, 2));
 }
 
+TEST_F(PdfDocSplitTest, KeepsThePartsBeforeOneThatFails) {
+  directory_.MakeDir("out/a-02.pdf");
+  PdfDoc doc(MakePdf("a.pdf", 3), "", true);
+  EXPECT_EQ(FailureOf([&] { doc.Split(1, out_dir_, "", ""); }).code,
+            PdfExceptionCode::FileNotFound);
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("a-01.pdf", "a-02.pdf"));
+  EXPECT_EQ(Texts("out/a-01.pdf"), Labels(1, 1));
+  EXPECT_THAT(directory_.Names("out/a-02.pdf"), IsEmpty());
+}
+
 TEST_F(PdfDocSplitTest, OfNoRangeWritesNothing) {
   SplitRanges(PdfDoc(MakePdf("a.pdf", 5), "", true), {});
   EXPECT_THAT(directory_.Names("out"), IsEmpty());
