@@ -149,6 +149,26 @@ TEST_F(PdfMergeTaskTest, ChecksTheDirectoryBeforeAnyDocumentIsOpened) {
   EXPECT_EQ(task.GetMergedDocPath(), "");
 }
 
+TEST_F(PdfMergeTaskTest, CountsTheDocumentsBeforeItChecksTheDirectory) {
+  PdfMergeTask task(PdfDoc(Path("missing.pdf"), "", false));
+  task.SetOutputPath(Path("nowhere"));
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter,
+                    "At least 2 PDF docs required to execute merge (defined only [1])"));
+}
+
+TEST_F(PdfMergeTaskTest, KeepsTheLastMergedPathWhenACheckFails) {
+  PdfMergeTask task(Inputs());
+  task.Execute();
+  task.SetOutDocName("other.pdf");
+  task.SetOutputPath(Path("nowhere"));
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }).code, PdfExceptionCode::FileNotFound);
+  EXPECT_EQ(task.GetMergedDocPath(), Backslashes(Path("merged_doc.pdf")));
+  task.ClearPdfDocs();
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }).code, PdfExceptionCode::InvalidParameter);
+  EXPECT_EQ(task.GetMergedDocPath(), Backslashes(Path("merged_doc.pdf")));
+}
+
 TEST_F(PdfMergeTaskTest, NamesWhatWasToBeWrittenAfterAFailure) {
   const PdfDoc missing(Path("missing.pdf"), "", false);
   PdfMergeTask task(std::list<PdfDoc>{missing, missing});

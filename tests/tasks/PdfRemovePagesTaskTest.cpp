@@ -154,6 +154,50 @@ TEST_F(PdfRemovePagesTaskTest, WritesTheKeptPagesTwiceInASecondRun) {
   EXPECT_THAT(Left("2-9"), ElementsAre("Page 1", "Page 10"));
 }
 
+TEST_F(PdfRemovePagesTaskTest, AddsTheKeptPagesOfARunThatFailed) {
+  TARNIX_NEED_PROGRAM("pdftotext");
+  task_.AddRemovedPattern("2-9");
+  task_.SetOutputPath(Path("nowhere"));
+  EXPECT_EQ(FailureOf([&] { task_.Execute(); }).code, PdfExceptionCode::FileNotFound);
+  task_.SetOutputPath(Path("out"));
+  task_.Execute();
+  EXPECT_THAT(Texts("out/truncated.pdf"), ElementsAre("Page 1", "Page 10", "Page 1", "Page 10"));
+}
+
+TEST_F(PdfRemovePagesTaskTest, WritesThePagesKeptBeforeWhenNoneIsLeft) {
+  TARNIX_NEED_PROGRAM("pdftotext");
+  task_.AddRemovedPattern("2-9");
+  task_.Execute();
+  task_.AddRemovedPattern("1-10");
+  task_.Execute();
+  EXPECT_THAT(Texts("out/truncated.pdf"), ElementsAre("Page 1", "Page 10"));
+}
+
+TEST_F(PdfRemovePagesTaskTest, WorksOnTheFirstOfSeveralDocuments) {
+  TARNIX_NEED_PROGRAM("pdftotext");
+  MakePdf("other.pdf", 2, "Other");
+  task_.AddPdfDoc(Doc("other.pdf"));
+  EXPECT_THAT(Left("1-8"), ElementsAre("Page 9", "Page 10"));
+}
+
+TEST_F(PdfRemovePagesTaskTest, TakesRangesAsFarAsTheDocumentGoes) {
+  TARNIX_NEED_PROGRAM("pdftotext");
+  task_.AddRemovedPattern("9-10,3-8");
+  MakePdf("doc.pdf", 5);
+  task_.Execute();
+  EXPECT_THAT(Texts("out/truncated.pdf"), ElementsAre("Page 1", "Page 2"));
+}
+
+TEST_F(PdfRemovePagesTaskTest, ReadsThePatternBeforeTheDocument) {
+  PdfRemovePagesTask task(PdfDoc(Path("missing.pdf"), "", false));
+  for (const std::string pattern : {"a", ",1", "5-", "-5", "1-2-3"}) {
+    EXPECT_EQ(FailureOf([&] { task.AddRemovedPattern(pattern); }), BadPattern(pattern));
+  }
+  EXPECT_EQ(FailureOf([&] { task.AddRemovedPattern("0"); }).code,
+            PdfExceptionCode::InvalidParameter);
+  EXPECT_EQ(FailureOf([&] { task.AddRemovedPattern("1"); }).code, PdfExceptionCode::FileNotFound);
+}
+
 TEST_F(PdfRemovePagesTaskTest, NeedsADocument) {
   task_.AddRemovedPage(1);
   task_.ClearPdfDocs();

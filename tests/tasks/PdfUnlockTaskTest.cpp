@@ -103,7 +103,10 @@ TEST_F(PdfUnlockTaskTest, NamesTheOutput) {
 
 TEST_F(PdfUnlockTaskTest, ReportsAMissingFile) {
   PdfUnlockTask task = Task(PdfDoc(Path("missing.pdf"), "", false), "pw");
-  EXPECT_EQ(FailureOf([&] { task.Execute(); }).code, PdfExceptionCode::FileNotFound);
+  // With a password, too, it asks whether the file has one.
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::FileNotFound, "File not found or invalid content: [" +
+                                                        Backslashes(Path("missing.pdf")) + "]"));
 }
 
 TEST_F(PdfUnlockTaskTest, IsCopiedAndMovedWithAllItHolds) {
