@@ -15,6 +15,7 @@ using testing::ExifJpegSegment;
 using testing::Exists;
 using testing::Failure;
 using testing::FailureOf;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using testing::QpdfComplaints;
 using testing::TestJpeg;
@@ -269,6 +270,47 @@ TEST_F(Img2PdfTaskTest, UnknownPageSizeLeavesTheEnginesOwn) {
   EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(595, 842));
 }
 
+TEST_F(Img2PdfTaskTest, LandscapeHoldsForAnUnknownPageSizeToo) {
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
+  task.SetPageSize(static_cast<Img2PdfPageSize>(7));
+  task.SetOrientation(Img2PdfOrientation::Img2PdfLandscape);
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(842, 595));
+}
+
+TEST_F(Img2PdfTaskTest, EveryOtherOrientationIsPortrait) {
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
+  task.SetPageSize(Img2PdfPageSize::Img2PdfPageA4);
+  for (const int orientation : {-1, 2}) {
+    task.SetOrientation(static_cast<Img2PdfOrientation>(orientation));
+    EXPECT_EQ(static_cast<int>(task.GetOrientation()), orientation);
+    task.Execute();
+    EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(595, 842));
+  }
+}
+
+// An image of twice its height in width takes the width of the page, in the middle of its height.
+TEST_F(Img2PdfTaskTest, ImagesFillPagesOfAFixedSizeInTheirMiddle) {
+  TARNIX_NEED_PROGRAM("pdftoppm");
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
+  const auto expect_at = [&](const testing::Box& expected) {
+    task.Execute();
+    const testing::Picture page = testing::Pictures(Path("out/a.pdf"), 72).at(0);
+    const auto box = testing::BoxOf(page, 72, [&](int x, int y) { return page.At(x, y)[0] < 250; });
+    ASSERT_TRUE(box.has_value());
+    EXPECT_NEAR(box->left, expected.left, 1);
+    EXPECT_NEAR(box->right, expected.right, 1);
+    EXPECT_NEAR(box->bottom, expected.bottom, 1);
+    EXPECT_NEAR(box->top, expected.top, 1);
+  };
+  task.SetPageSize(Img2PdfPageSize::Img2PdfPageA4);
+  expect_at({0, 421 - 148.75, 595, 421 + 148.75});
+  task.SetMargin(50);
+  expect_at({50, 421 - 123.75, 545, 421 + 123.75});
+  task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot90);
+  expect_at({297.5 - 185.5, 50, 297.5 + 185.5, 792});
+}
+
 TEST_F(Img2PdfTaskTest, RotationTurnsPagesThatFit) {
   Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
   task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot180);
@@ -287,6 +329,15 @@ TEST_F(Img2PdfTaskTest, NoRotationCarriesTheOneBeforeOver) {
   task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot90);
   task.SetImgRotation(Img2PdfImgRotation::Img2PdfRotNone);
   EXPECT_EQ(task.GetImgRotation(), Img2PdfImgRotation::Img2PdfRotNone);
+  task.Execute();
+  EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(6, 12));
+}
+
+TEST_F(Img2PdfTaskTest, AnUnknownRotationCarriesTheOneBeforeOver) {
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
+  task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot270);
+  task.SetImgRotation(static_cast<Img2PdfImgRotation>(9));
+  EXPECT_EQ(static_cast<int>(task.GetImgRotation()), 9);
   task.Execute();
   EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(6, 12));
 }
@@ -335,6 +386,17 @@ TEST_F(Img2PdfTaskTest, ProtectsWithThePassword) {
   task.SetMergeAfter(false);
   task.Execute();
   EXPECT_TRUE(PdfDoc::HasPassword(Path("a.jpg.pdf")));
+}
+
+TEST_F(Img2PdfTaskTest, TheOutputPasswordIsTheOwnersTooAndAllowsEverything) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  Img2PdfTask task = TaskFor(MakeImage("a.jpg"));
+  task.SetOutPassword("secret");
+  task.Execute();
+  const std::string encryption = testing::QpdfEncryption(Path("out/a.pdf"), "secret");
+  EXPECT_THAT(encryption, HasSubstr("P = -1\n"));
+  EXPECT_THAT(encryption, HasSubstr("Supplied password is owner password"));
+  EXPECT_THAT(encryption, HasSubstr("Supplied password is user password"));
 }
 
 TEST_F(Img2PdfTaskTest, FirstFailureEndsIt) {
