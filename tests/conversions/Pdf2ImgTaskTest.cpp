@@ -9,6 +9,7 @@
 #include "Pdf2ImgTask.h"
 #include "support/DocumentTest.h"
 #include "support/JpegImage.h"
+#include "support/RawPdf.h"
 
 namespace TarnixTools {
 namespace {
@@ -258,6 +259,31 @@ TEST_F(Pdf2ImgTaskTest, ScalesPagesIntoTheGivenSize) {
   EXPECT_EQ(ReadJpeg(Path("out/a-page-0001.jpg")).height, 50);
 }
 
+TEST_F(Pdf2ImgTaskTest, KeepsTheProportionsOfPagesInTheGivenSize) {
+  TestPdf().Page().Size(100, 200).Content("0 0 100 200 re f").Write(Path("a.pdf"));
+  Pdf2ImgTask task = TaskFor("a.pdf");
+  for (const Pdf2ImgSizeUnits units : {Pdf2ImgPixels, Pdf2ImgPageUnits}) {
+    task.SetImgSizeUnits(units);
+    task.SetOutImgSize(100, 100);
+    task.SetDpi(72);
+    task.Execute();
+    const testing::JpegImage image = ReadJpeg(Path("out/a-page-0001.jpg"));
+    EXPECT_EQ(image.width, 100);
+    EXPECT_THAT(image.Ink(), ElementsAre(25, 0, 75, 100));
+  }
+}
+
+TEST_F(Pdf2ImgTaskTest, WritesImagesOfTheBestQuality) {
+  MakePdf("a.pdf", 1);
+  Pdf2ImgTask task = TaskFor("a.pdf");
+  task.SetDpi(9);
+  task.Execute();
+  const std::string bytes = testing::ReadBytes(Path("out/a-page-0001.jpg"));
+  const std::size_t table = bytes.find("\xFF\xDB");
+  ASSERT_NE(table, std::string::npos);
+  EXPECT_EQ(bytes.substr(table + 5, 64), std::string(64, '\x01'));  // behind length and number
+}
+
 TEST_F(Pdf2ImgTaskTest, RefusesSizesWhenItExecutes) {
   MakePdf("a.pdf", 1);
   Pdf2ImgTask task = TaskFor("a.pdf");
@@ -272,6 +298,19 @@ TEST_F(Pdf2ImgTaskTest, RefusesSizesWhenItExecutes) {
   EXPECT_EQ(FailureOf([&] { task.Execute(); }),
             Failure(PdfExceptionCode::InternalError, "Invalid img size units [7]"));
   EXPECT_THAT(Outputs(), ElementsAre());
+}
+
+TEST_F(Pdf2ImgTaskTest, ChecksTheSizeBeforeItsUnitsAndAfterTheDocument) {
+  MakePdf("a.pdf", 1);
+  TestPdf().Write(Path("empty.pdf"));
+  Pdf2ImgTask task = TaskFor("a.pdf");
+  task.SetImgSizeUnits(static_cast<Pdf2ImgSizeUnits>(7));
+  task.Execute();  // no size, no units
+  task.SetOutImgSize(0, 10);
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter, "Invalid img dimensions [0 x 10]"));
+  task.SetPdfDocs({Doc("empty.pdf")});
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }).code, PdfExceptionCode::NoPages);
 }
 
 TEST_F(Pdf2ImgTaskTest, TellsAWrongPassword) {
@@ -380,6 +419,53 @@ TEST_F(Pdf2ImgTaskTest, ExtractsFromTheExportedPagesOnly) {
   const CapturedOutput output;
   task.Execute();
   EXPECT_THAT(Outputs(), ElementsAre("img0001.jpg", "img0002.jpg"));
+}
+
+TEST_F(Pdf2ImgTaskTest, FindsNoImagesBeyondTheEnd) {
+  MakeWithImages("a.pdf", 2);
+  Pdf2ImgTask task = TaskFor("a.pdf", Pdf2ImgExtractImages);
+  task.SetPagesToExport({3, 7});
+  const CapturedOutput output;
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }).code, PdfExceptionCode::NoImagesFound);
+  EXPECT_EQ(output.Text(), "");
+}
+
+TEST_F(Pdf2ImgTaskTest, ExtractsImagesOfForms) {
+  const std::string image = "BI /W 8 /H 8 /BPC 1 /CS /G /F /AHx ID 00FF00FF00FF00FF> EI";
+  const std::string page =
+      "<</Type/Page/Parent 2 0 R/MediaBox[0 0 9 9]/Resources<</XObject<</F 5 0 R>>>>"
+      "/Contents 4 0 R>>";
+  testing::WriteBytes(Path("a.pdf"), testing::RawPdf()
+                                         .Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+                                         .Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>")
+                                         .Object(3, page)
+                                         .Stream(4, "", "/F Do")
+                                         .Stream(5, "/Subtype/Form/BBox[0 0 9 9]", image)
+                                         .Table());
+  Pdf2ImgTask task = TaskFor("a.pdf", Pdf2ImgExtractImages);
+  const CapturedOutput output;
+  task.Execute();
+  EXPECT_THAT(Outputs(), ElementsAre("img0001.jpg"));
+}
+
+TEST_F(Pdf2ImgTaskTest, ExtractsImagesUprightAsTheyAreDrawn) {
+  // Its left half is black. Turned to the left by a quarter, that is the lower one.
+  const std::string image = "BI /W 16 /H 8 /BPC 8 /CS /G /F [/AHx /RL] ID " + [] {
+    std::string rows;
+    for (int i = 0; i < 8; ++i) {
+      rows += "F900F9FF";  // eight samples of 0, eight of 255
+    }
+    return rows;
+  }() + "80> EI";
+  TestPdf().Page().Content("q 0 16 -8 0 50 50 cm " + image + " Q").Write(Path("a.pdf"));
+  Pdf2ImgTask task = TaskFor("a.pdf", Pdf2ImgExtractImages);
+  const CapturedOutput output;
+  task.Execute();
+  const testing::JpegImage upright = ReadJpeg(Path("out/img0001.jpg"));
+  EXPECT_EQ(upright.width, 8);
+  EXPECT_EQ(upright.height, 16);
+  EXPECT_TRUE(upright.IsNear(4, 2, {255, 255, 255}));
+  EXPECT_TRUE(upright.IsNear(4, 13, {0, 0, 0}));
 }
 
 TEST_F(Pdf2ImgTaskTest, StopsAtTheFirstDocumentWithoutImages) {
