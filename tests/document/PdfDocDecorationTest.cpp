@@ -1,4 +1,5 @@
 // PdfDoc::Transform: what is drawn, on which pages, and what goes wrong.
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <map>
@@ -23,6 +24,9 @@ using testing::Picture;
 using testing::TestPdf;
 
 constexpr int kDpi = 72;
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
+constexpr long kArgumentError = 11;  // of the engine
 
 class PdfDocDecorationTest : public testing::DocumentTest {
  protected:
@@ -94,6 +98,30 @@ TEST_F(PdfDocDecorationTest, NumbersEveryPage) {
   }
   EXPECT_THAT(report.GetEntries(), ElementsAre(Added(PdfReportKind::PageNumber, 10)));
   EXPECT_EQ(number_.GetPageNumberText(1, 1), "1/1");
+}
+
+TEST_F(PdfDocDecorationTest, StartsWithAnyNumber) {
+  TestPdf().Page("").Page("").Page("").Write(Path("doc.pdf"));
+  number_.SetStartingPageNum(-1);
+  Decorate(number_);
+  EXPECT_THAT(Texts("out.pdf"), ElementsAre("-1", "0", "1"));
+  number_.SetStartingPageNum(0);
+  Decorate(number_);
+  EXPECT_THAT(Texts("out.pdf"), ElementsAre("0", "1", "2"));
+}
+
+// The first page is an odd one, whatever is printed on it.
+TEST_F(PdfDocDecorationTest, FacesPagesByTheirOwnNumbers) {
+  TestPdf().Page("").Page("").Write(Path("doc.pdf"));
+  number_.SetDoFacingPages(true);
+  number_.SetHorizontalPosition(PdfTransformHorizontalPos::Right);
+  for (const int start : {1, 2}) {
+    number_.SetStartingPageNum(start);
+    Decorate(number_);
+    const auto words = testing::WordBoxes(Path("out.pdf"));
+    EXPECT_NEAR(words.at(0).at(0).box.left, 0, 1);
+    EXPECT_NEAR(words.at(1).at(0).box.right, TestPdf::kDefaultWidth, 1);
+  }
 }
 
 TEST_F(PdfDocDecorationTest, DrawsOnTargetPagesOnlyAndOnlyWhereTheDecorationIs) {
@@ -209,6 +237,34 @@ TEST_F(PdfDocDecorationTest, StampsAMosaicOfNine) {
   EXPECT_THAT(report.GetEntries(), ElementsAre(Added(PdfReportKind::TextStamp, 2)));
 }
 
+TEST_F(PdfDocDecorationTest, TurnsEveryTileOfAMosaic) {
+  TestPdf().Page("").Write(Path("doc.pdf"));
+  text_.SetMosaic(true);
+  text_.SetInputText("Til");  // short enough for the upper row
+  const auto tiles = [&] {
+    Decorate(text_);
+    std::map<std::pair<long, long>, Box> boxes;  // by row and column
+    const auto words = testing::WordBoxes(Path("out.pdf"));
+    for (const testing::WordBox& word : words.at(0)) {
+      boxes[{std::lround(word.box.bottom), std::lround(word.box.left)}] = word.box;
+    }
+    return boxes;
+  };
+  const auto upright = tiles();
+  text_.SetRotation(90);
+  const auto turned = tiles();
+  ASSERT_EQ(upright.size(), 9U);
+  ASSERT_EQ(turned.size(), 9U);
+  const double descent = 24 * 0.212;  // of the font that Arial is here
+  auto at = turned.begin();
+  for (const auto& [place, box] : upright) {
+    const Box& tile = (at++)->second;
+    EXPECT_NEAR(tile.bottom, box.bottom + descent, 0.5);
+    EXPECT_NEAR(tile.right, box.left + descent, 0.5);
+    EXPECT_NEAR(tile.top - tile.bottom, box.right - box.left, 0.5);
+  }
+}
+
 TEST_F(PdfDocDecorationTest, PaintsOverOrUnderThePage) {
   TestPdf().Page("").Content("0 1 0 rg 0 0 612 792 re f").Write(Path("doc.pdf"));
   for (PdfTransformation* transformation : {&number_, &text_, &image_}) {
@@ -218,6 +274,15 @@ TEST_F(PdfDocDecorationTest, PaintsOverOrUnderThePage) {
     transformation->SetLayerPosition(PdfTransformLayerPos::Over);
     Decorate(*transformation);
     EXPECT_TRUE(Differences().at(0).has_value());
+  }
+}
+
+TEST_F(PdfDocDecorationTest, PaintsUnderThePageUnlessItIsToPaintOver) {
+  TestPdf().Page("").Content("0 1 0 rg 0 0 612 792 re f").Write(Path("doc.pdf"));
+  for (PdfTransformation* transformation : {&number_, &text_, &image_}) {
+    transformation->SetLayerPosition(static_cast<PdfTransformLayerPos>(2));
+    Decorate(*transformation);
+    EXPECT_FALSE(Differences().at(0).has_value());
   }
 }
 
@@ -301,6 +366,9 @@ TEST_F(PdfDocDecorationTest, PlacesImages) {
     EXPECT_NEAR(box->top, bottom + height, 1);
   };
   expect_at(256, 371);
+  image_.SetVerticalPosition(static_cast<PdfTransformVerticalPos>(4));
+  image_.SetHorizontalPosition(static_cast<PdfTransformHorizontalPos>(-1));
+  expect_at(256, 371);
   image_.SetVerticalPosition(PdfTransformVerticalPos::Top);
   image_.SetHorizontalPosition(PdfTransformHorizontalPos::Left);
   expect_at(15, 792 - 15 - 50);
@@ -337,6 +405,22 @@ TEST_F(PdfDocDecorationTest, PlacesAMosaicOfImages) {
   EXPECT_EQ(image_.GetVerticalPosition(), PdfTransformVerticalPos::Middle);
   EXPECT_EQ(image_.GetHorizontalPosition(), PdfTransformHorizontalPos::Right);
   EXPECT_EQ(image_.GetVerticalAdjustment(), 0);
+}
+
+TEST_F(PdfDocDecorationTest, TurnsEveryImageOfAMosaic) {
+  TestPdf().Page("").Write(Path("doc.pdf"));
+  image_.SetMosaic(true);
+  image_.SetRotation(90);
+  Decorate(image_);
+  const Picture page = testing::Pictures(Path("out.pdf"), kDpi).at(0);
+  for (const int x : {15 + 50, 306, 612 - 15 - 50}) {  // the middle of each image
+    for (const int y : {15 + 25, 396, 792 - 15 - 25}) {
+      EXPECT_EQ(page.At(x, y - 35), (testing::Pixel{255, 0, 255}));
+      EXPECT_EQ(page.At(x, y + 35), (testing::Pixel{255, 0, 255}));
+      EXPECT_EQ(page.At(x - 35, y), (testing::Pixel{255, 255, 255}));
+      EXPECT_EQ(page.At(x + 35, y), (testing::Pixel{255, 255, 255}));
+    }
+  }
 }
 
 TEST_F(PdfDocDecorationTest, AppliesSeveralInTheirOrder) {
@@ -458,11 +542,44 @@ TEST_F(PdfDocDecorationTest, ChecksTheFontSize) {
         Failure(PdfExceptionCode::InvalidParameter,
                 "Invalid pdf text font size [" + std::to_string(static_cast<int>(size)) + "]"));
   }
-  for (const double size :
-       {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::quiet_NaN()}) {
-    text_.SetFontSize(size);
-    EXPECT_NE(FailureToDecorate(text_), Failure());
+  text_.SetFontSize(kNan);
+  EXPECT_EQ(FailureToDecorate(text_),
+            Failure(PdfExceptionCode::InvalidParameter, "Invalid pdf text font size [0]"));
+  text_.SetFontSize(kInfinity);
+  EXPECT_EQ(FailureToDecorate(text_),
+            Failure(PdfExceptionCode::EngineError,
+                    "Unable to create text generator for font <Arial> size <inf> at text stamp",
+                    kArgumentError));
+  number_.SetFontSize(kInfinity);
+  EXPECT_EQ(FailureToDecorate(number_),
+            Failure(PdfExceptionCode::EngineError,
+                    "Unable to create text generator for font <Arial> size <inf>", kArgumentError));
+}
+
+TEST_F(PdfDocDecorationTest, ReportsTurnsThatAreNone) {
+  MakePdf("doc.pdf", 1);
+  for (const double angle : {kNan, kInfinity, -kInfinity}) {
+    text_.SetRotation(angle);
+    EXPECT_EQ(FailureToDecorate(text_),
+              Failure(PdfExceptionCode::EngineError, "Rotation definition failed for text stamp",
+                      kArgumentError));
+    image_.SetRotation(angle);
+    EXPECT_EQ(FailureToDecorate(image_),
+              Failure(PdfExceptionCode::EngineError, "Img rotation definition failed. ERROR [11]",
+                      kArgumentError));
   }
+}
+
+TEST_F(PdfDocDecorationTest, ReportsImagesThatAreTooLargeToPaint) {
+  MakePdf("doc.pdf", 1);
+  image_.SetPixelsPerPoint(1e-307);
+  EXPECT_EQ(FailureToDecorate(image_),
+            Failure(PdfExceptionCode::EngineError,
+                    "Could not paint image on page without rotation. ERROR [11]", kArgumentError));
+  image_.SetRotation(1);
+  EXPECT_EQ(FailureToDecorate(image_),
+            Failure(PdfExceptionCode::EngineError, "Could not paint rotated image. ERROR [11]",
+                    kArgumentError));
 }
 
 TEST_F(PdfDocDecorationTest, ReportsImagesThatCannotBeOpened) {

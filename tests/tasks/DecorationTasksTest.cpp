@@ -65,6 +65,18 @@ class DecorationTasksTest : public testing::DocumentTest {
     EXPECT_EQ(task.GetTargetPagesNum(), 12);
     task.ClearTargetPages();
     EXPECT_EQ(task.GetTargetPagesNum(), 0);
+    task.AddTargetPage(2);
+    EXPECT_EQ(task.GetTargetPagesNum(), 1);
+    Task all(Doc("doc.pdf"));
+    all.TargetAllPages();  // is a choice: what is chosen then comes along
+    all.AddTargetPage(13);
+    EXPECT_EQ(all.GetTargetPagesNum(), 13);
+    Task cleared(Doc("doc.pdf"));
+    cleared.ClearTargetPages();
+    EXPECT_EQ(cleared.GetTargetPagesNum(), 0);
+    cleared.AddTargetPage(3);
+    cleared.AddTargetPage(4);
+    EXPECT_EQ(cleared.GetTargetPagesNum(), 2);
     Task patterns(Doc("doc.pdf"));
     EXPECT_EQ(FailureOf([&] { patterns.AddTargetPattern("1,,2"); }).message,
               "Invalid target pages pattern [1,,2]");
