@@ -3,6 +3,7 @@
 
 #include "Img2PdfTask.h"
 #include "support/DocumentTest.h"
+#include "support/JpegImage.h"
 #include "support/PageViews.h"
 #include "support/Readers.h"
 #include "support/TestImages.h"
@@ -322,6 +323,33 @@ TEST_F(Img2PdfTaskTest, RotationTurnsPagesThatFit) {
     task.Execute();
     EXPECT_THAT(SizeOf("out/a.pdf"), ElementsAre(6, 12));
   }
+}
+
+// Of an image whose left half is black.
+TEST_F(Img2PdfTaskTest, RotationTurnsTheImageWithItsPage) {
+  TARNIX_NEED_PROGRAM("pdftoppm");
+  WriteBytes(Path("a.jpg"), testing::MakeJpeg(16, 8, {0, 0, 0}, {255, 255, 255}));
+  Img2PdfTask task = TaskFor(Path("a.jpg"));
+  const auto is_black = [this](bool right, bool bottom) {
+    const testing::Picture page = testing::Pictures(Path("out/a.pdf"), 96).at(0);
+    const int x = right ? page.width - 3 : 2;
+    const int y = bottom ? page.height - 3 : 2;
+    return page.At(x, y)[0] < 128;
+  };
+  // The corners that are black: upper left, upper right, lower left, lower right.
+  const auto expect_black = [&](const std::vector<bool>& corners) {
+    task.Execute();
+    EXPECT_EQ((std::vector<bool>{is_black(false, false), is_black(true, false),
+                                 is_black(false, true), is_black(true, true)}),
+              corners);
+  };
+  expect_black({true, false, true, false});
+  task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot180);
+  expect_black({false, true, false, true});
+  task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot90);
+  expect_black({true, true, false, false});
+  task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot270);
+  expect_black({false, false, true, true});
 }
 
 TEST_F(Img2PdfTaskTest, NoRotationCarriesTheOneBeforeOver) {

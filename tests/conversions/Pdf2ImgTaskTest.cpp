@@ -329,6 +329,8 @@ TEST_F(Pdf2ImgTaskTest, TellsAWrongPassword) {
   right.SetDpi(9);
   right.Execute();
   EXPECT_EQ(right.GetImages().size(), 1U);
+  right.SetMode(Pdf2ImgExtractImages);
+  EXPECT_EQ(FailureOf([&] { right.Execute(); }).code, PdfExceptionCode::NoImagesFound);
 }
 
 TEST_F(Pdf2ImgTaskTest, TellsWhatCannotBeOpened) {
