@@ -10,15 +10,16 @@
 #include <utility>
 
 #include "engines/office/layout/DocumentAnalysis.h"
-#include "engines/office/layout/PageAnalysis.h"
-#include "engines/office/pages/PageReader.h"
 #include "engines/office/writers/word/WordWriter.h"
+#include "engines/support/layout/PageAnalysis.h"
+#include "engines/support/pages/PageReader.h"
 #include "pdf/Error.h"
 #include "support/RawPdf.h"
 
 namespace {
 
 using namespace TarnixTools;
+using namespace engines;
 using namespace engines::office;
 
 constexpr std::size_t kMaxBytes = std::size_t{1} << 16;

@@ -4,9 +4,9 @@
 
 #include <vector>
 
-#include "engines/office/layout/PageLayout.h"
 #include "engines/office/pages/DocumentReader.h"
-#include "engines/office/pages/PageModel.h"
+#include "engines/support/layout/PageLayout.h"
+#include "engines/support/pages/PageModel.h"
 
 namespace TarnixTools::engines::office {
 

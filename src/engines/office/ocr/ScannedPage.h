@@ -9,8 +9,8 @@
 #include <string>
 
 #include "engines/office/ocr/TextRecogniser.h"
-#include "engines/office/pages/PageModel.h"
 #include "engines/support/drawing/DrawnDocument.h"
+#include "engines/support/pages/PageModel.h"
 #include "foundation/Platform.h"
 
 namespace TarnixTools::engines::office {

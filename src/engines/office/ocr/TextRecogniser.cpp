@@ -4,8 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "engines/office/Cancellation.h"
 #include "engines/office/ocr/TesseractApi.h"
+#include "engines/support/pages/Cancellation.h"
 
 namespace TarnixTools::engines::office {
 

@@ -4,11 +4,11 @@
 #include <cmath>
 #include <utility>
 
-#include "engines/office/Cancellation.h"
 #include "engines/office/Limits.h"
 #include "engines/office/pages/PictureFile.h"
 #include "engines/support/drawing/DrawingError.h"
 #include "engines/support/files/DiskFile.h"
+#include "engines/support/pages/Cancellation.h"
 #include "engines/support/pictures/ImageError.h"
 #include "pdf/Error.h"
 

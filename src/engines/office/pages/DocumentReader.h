@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "engines/office/pages/PageModel.h"
+#include "engines/support/pages/PageModel.h"
 #include "foundation/Platform.h"
 
 namespace TarnixTools::engines::office {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "engines/office/pages/Destinations.h"
-#include "engines/office/pages/PageModel.h"
+#include "engines/support/pages/PageModel.h"
 #include "pdf/Matrix.h"
 
 namespace TarnixTools::engines::office {

@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-#include "engines/office/pages/PageModel.h"
+#include "engines/support/pages/PageModel.h"
 
 namespace TarnixTools::engines::office {
 

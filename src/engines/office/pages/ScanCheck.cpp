@@ -5,7 +5,7 @@
 #include <cmath>
 #include <cstddef>
 
-#include "engines/office/pages/PageReader.h"
+#include "engines/support/pages/PageReader.h"
 #include "pdf/content/ContentWalker.h"
 #include "pdf/tree/PageGeometry.h"
 

@@ -16,7 +16,7 @@
 #include <vector>
 
 #include "engines/office/pages/Destinations.h"
-#include "engines/office/pages/PageModel.h"
+#include "engines/support/pages/PageModel.h"
 #include "pdf/file/Document.h"
 
 namespace TarnixTools::engines::office {

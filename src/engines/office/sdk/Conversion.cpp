@@ -6,7 +6,6 @@
 #include <string>
 #include <utility>
 
-#include "engines/office/Cancellation.h"
 #include "engines/office/layout/DocumentAnalysis.h"
 #include "engines/office/pages/DocumentPictures.h"
 #include "engines/office/sdk/PageAnalysers.h"
@@ -15,6 +14,7 @@
 #include "engines/office/writers/slides/SlideWriter.h"
 #include "engines/office/writers/word/WordWriter.h"
 #include "engines/support/files/SavedFile.h"
+#include "engines/support/pages/Cancellation.h"
 #include "foundation/Platform.h"
 #include "foundation/Utf8.h"
 #include "pdf/Error.h"

@@ -14,10 +14,10 @@
 #include <thread>
 #include <utility>
 
-#include "engines/office/Cancellation.h"
 #include "engines/office/Limits.h"
-#include "engines/office/layout/PageAnalysis.h"
 #include "engines/office/ocr/ScannedPage.h"
+#include "engines/support/layout/PageAnalysis.h"
+#include "engines/support/pages/Cancellation.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines::office {

@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 
 #include "engines/office/layout/DocumentAnalysis.h"
-#include "engines/office/layout/MadePage.h"
-#include "engines/office/layout/PageAnalysis.h"
-#include "engines/office/layout/document/FlowParagraphs.h"
+#include "engines/support/layout/MadePage.h"
+#include "engines/support/layout/PageAnalysis.h"
+#include "engines/support/layout/paragraphs/FlowParagraphs.h"
 
 namespace TarnixTools::engines::office {
 namespace {

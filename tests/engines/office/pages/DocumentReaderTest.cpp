@@ -4,8 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engines/office/Cancellation.h"
 #include "engines/office/pages/DocumentReader.h"
+#include "engines/support/pages/Cancellation.h"
 #include "foundation/Utf8.h"
 #include "support/TempDir.h"
 #include "support/TestPdf.h"

@@ -1,9 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "engines/office/Cancellation.h"
 #include "engines/office/writers/WriterDocuments.h"
 #include "engines/office/writers/word/WordWriter.h"
+#include "engines/support/pages/Cancellation.h"
 
 namespace TarnixTools::engines::office {
 namespace {

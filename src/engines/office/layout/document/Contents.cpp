@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "engines/office/layout/document/FlowParagraphs.h"
+#include "engines/support/layout/paragraphs/FlowParagraphs.h"
 
 namespace TarnixTools::engines::office {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "engines/office/layout/document/FlowParagraphs.h"
-#include "engines/office/layout/text/Characters.h"
+#include "engines/support/layout/paragraphs/FlowParagraphs.h"
+#include "engines/support/layout/text/Characters.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools::engines::office {

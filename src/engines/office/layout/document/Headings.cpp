@@ -11,8 +11,8 @@
 #include <utility>
 #include <vector>
 
-#include "engines/office/layout/document/FlowParagraphs.h"
-#include "engines/office/layout/paragraphs/ListLabels.h"
+#include "engines/support/layout/paragraphs/FlowParagraphs.h"
+#include "engines/support/layout/paragraphs/ListLabels.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools::engines::office {

@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "engines/office/layout/Boxes.h"
-#include "engines/office/layout/document/FlowParagraphs.h"
-#include "engines/office/layout/paragraphs/ListLabels.h"
-#include "engines/office/layout/text/Characters.h"
+#include "engines/support/layout/Boxes.h"
+#include "engines/support/layout/paragraphs/FlowParagraphs.h"
+#include "engines/support/layout/paragraphs/ListLabels.h"
+#include "engines/support/layout/text/Characters.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools::engines::office {

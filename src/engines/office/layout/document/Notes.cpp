@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "engines/office/layout/Boxes.h"
-#include "engines/office/layout/document/FlowParagraphs.h"
+#include "engines/support/layout/Boxes.h"
+#include "engines/support/layout/paragraphs/FlowParagraphs.h"
 
 namespace TarnixTools::engines::office {
 

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <variant>
 
-#include "engines/office/layout/Boxes.h"
+#include "engines/support/layout/Boxes.h"
 
 namespace TarnixTools::engines::office {
 

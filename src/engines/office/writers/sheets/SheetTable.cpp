@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <variant>
 
-#include "engines/office/layout/document/FlowParagraphs.h"
+#include "engines/support/layout/paragraphs/FlowParagraphs.h"
 
 namespace TarnixTools::engines::office {
 

@@ -7,12 +7,12 @@
 
 #include <xlsxwriter.h>
 
-#include "engines/office/Cancellation.h"
 #include "engines/office/Limits.h"
 #include "engines/office/writers/sheets/CellValue.h"
 #include "engines/office/writers/sheets/SheetTable.h"
 #include "engines/office/writers/sheets/SheetText.h"
 #include "engines/office/writers/sheets/Workbook.h"
+#include "engines/support/pages/Cancellation.h"
 
 namespace TarnixTools::engines::office {
 

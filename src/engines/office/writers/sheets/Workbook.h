@@ -13,8 +13,8 @@
 #include <memory>
 #include <string>
 
-#include "engines/office/layout/PageLayout.h"
 #include "engines/office/pages/DocumentReader.h"
+#include "engines/support/layout/PageLayout.h"
 #include "pdf/file/ByteSink.h"
 
 struct lxw_format;

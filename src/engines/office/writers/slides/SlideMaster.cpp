@@ -4,10 +4,10 @@
 #include <array>
 #include <map>
 
-#include "engines/office/Cancellation.h"
-#include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/slides/SlideShapes.h"
 #include "engines/office/writers/text/Units.h"
+#include "engines/support/layout/Boxes.h"
+#include "engines/support/pages/Cancellation.h"
 
 namespace TarnixTools::engines::office {
 

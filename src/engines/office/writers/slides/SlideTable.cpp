@@ -1,11 +1,11 @@
 #include <algorithm>
 #include <array>
 
-#include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/slides/SlideShapes.h"
 #include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/text/TableGrid.h"
 #include "engines/office/writers/text/Units.h"
+#include "engines/support/layout/Boxes.h"
 
 namespace TarnixTools::engines::office {
 

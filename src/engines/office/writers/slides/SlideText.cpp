@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/package/EncodedUri.h"
 #include "engines/office/writers/text/BulletLabel.h"
 #include "engines/office/writers/text/Units.h"
+#include "engines/support/layout/Boxes.h"
 
 namespace TarnixTools::engines::office {
 

@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <string>
 
-#include "engines/office/Cancellation.h"
-#include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/slides/SlideContext.h"
 #include "engines/office/writers/slides/SlideMaster.h"
 #include "engines/office/writers/slides/SlideShapes.h"
 #include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/text/NoteText.h"
 #include "engines/office/writers/text/Units.h"
+#include "engines/support/layout/Boxes.h"
+#include "engines/support/pages/Cancellation.h"
 
 namespace TarnixTools::engines::office {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/text/Units.h"
+#include "engines/support/layout/Boxes.h"
 
 namespace TarnixTools::engines::office {
 

@@ -8,8 +8,8 @@
 #include <optional>
 #include <vector>
 
-#include "engines/office/layout/PageLayout.h"
 #include "engines/office/writers/package/XmlWriter.h"
+#include "engines/support/layout/PageLayout.h"
 
 namespace TarnixTools::engines::office {
 

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <vector>
 
-#include "engines/office/layout/PageLayout.h"
 #include "engines/office/writers/text/TextMeasure.h"
+#include "engines/support/layout/PageLayout.h"
 
 namespace TarnixTools::engines::office {
 

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "engines/office/layout/PageLayout.h"
+#include "engines/support/layout/PageLayout.h"
 
 namespace TarnixTools::engines::office {
 

@@ -9,8 +9,8 @@
 #include <tuple>
 #include <unordered_map>
 
-#include "engines/office/pages/PageModel.h"
 #include "engines/support/fonts/TextShaper.h"
+#include "engines/support/pages/PageModel.h"
 
 namespace TarnixTools::engines::office {
 

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string>
 
-#include "engines/office/pages/PageModel.h"
+#include "engines/support/pages/PageModel.h"
 #include "pdf/syntax/Chars.h"
 
 namespace TarnixTools::engines::office {

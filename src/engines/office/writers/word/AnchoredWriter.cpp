@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "engines/office/Cancellation.h"
-#include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/word/DrawingWriter.h"
 #include "engines/office/writers/word/FlowWriter.h"
+#include "engines/support/layout/Boxes.h"
+#include "engines/support/pages/Cancellation.h"
 
 namespace TarnixTools::engines::office {
 

@@ -1,8 +1,8 @@
 #include "engines/office/writers/word/DrawingWriter.h"
 
-#include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/text/Units.h"
+#include "engines/support/layout/Boxes.h"
 
 namespace TarnixTools::engines::office {
 

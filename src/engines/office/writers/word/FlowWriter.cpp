@@ -2,12 +2,12 @@
 
 #include <algorithm>
 
-#include "engines/office/Cancellation.h"
-#include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/text/Units.h"
 #include "engines/office/writers/word/DrawingWriter.h"
 #include "engines/office/writers/word/TableWriter.h"
+#include "engines/support/layout/Boxes.h"
+#include "engines/support/pages/Cancellation.h"
 
 namespace TarnixTools::engines::office {
 

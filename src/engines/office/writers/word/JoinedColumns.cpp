@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "engines/office/layout/Boxes.h"
+#include "engines/support/layout/Boxes.h"
 
 namespace TarnixTools::engines::office {
 

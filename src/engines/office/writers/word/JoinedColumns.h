@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-#include "engines/office/layout/PageLayout.h"
+#include "engines/support/layout/PageLayout.h"
 
 namespace TarnixTools::engines::office {
 

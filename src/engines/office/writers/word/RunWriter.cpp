@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "engines/office/layout/text/Characters.h"
 #include "engines/office/writers/package/EncodedUri.h"
 #include "engines/office/writers/text/Units.h"
 #include "engines/office/writers/word/WordNames.h"
+#include "engines/support/layout/text/Characters.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools::engines::office {

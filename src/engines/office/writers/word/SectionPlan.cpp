@@ -5,9 +5,9 @@
 #include <cmath>
 #include <limits>
 
-#include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/word/FlowWriter.h"
 #include "engines/office/writers/word/MarginKeys.h"
+#include "engines/support/layout/Boxes.h"
 
 namespace TarnixTools::engines::office {
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 
-#include "engines/office/layout/Boxes.h"
 #include "engines/office/writers/text/TableGrid.h"
 #include "engines/office/writers/text/Units.h"
 #include "engines/office/writers/word/JoinedColumns.h"
+#include "engines/support/layout/Boxes.h"
 
 namespace TarnixTools::engines::office {
 

@@ -4,8 +4,8 @@
 
 #include <string_view>
 
-#include "engines/office/layout/PageLayout.h"
 #include "engines/office/writers/package/XmlWriter.h"
+#include "engines/support/layout/PageLayout.h"
 
 namespace TarnixTools::engines::office {
 

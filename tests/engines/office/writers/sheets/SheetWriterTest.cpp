@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 #include <zip.h>
 
-#include "engines/office/Cancellation.h"
 #include "engines/office/writers/sheets/SheetWriter.h"
+#include "engines/support/pages/Cancellation.h"
 
 namespace TarnixTools::engines::office {
 namespace {

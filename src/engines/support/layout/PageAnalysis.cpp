@@ -1,0 +1,293 @@
+#include "engines/support/layout/PageAnalysis.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "engines/support/layout/Boxes.h"
+#include "engines/support/layout/LayoutLimits.h"
+#include "engines/support/layout/TableMaker.h"
+#include "engines/support/layout/graphics/BoxGroups.h"
+#include "engines/support/layout/graphics/PageGraphics.h"
+#include "engines/support/layout/paragraphs/LookTable.h"
+#include "engines/support/layout/paragraphs/ParagraphMaker.h"
+#include "engines/support/layout/regions/Bands.h"
+#include "engines/support/layout/tables/TableFinder.h"
+#include "engines/support/layout/text/PageText.h"
+
+namespace TarnixTools::engines {
+
+namespace {
+
+constexpr double kSmallLetters = 0.5;  // ems: their height
+constexpr double kLabelGap = 4;        // points between the lines of a label on a drawing
+constexpr double kTurnedGap = 6;       // points between lines of one turned text
+constexpr double kRadians = 0.017453292519943295;  // in a degree
+
+// A part of the flow before it is in its column: a line of text, or a block.
+struct FlowPart {
+  const WordLine* line = nullptr;
+  Block block;  // without a line
+};
+
+std::size_t LettersOf(const WordLine& line) {
+  std::size_t letters = 0;
+  for (const Word& word : line.words) {
+    letters += word.text.size() + 1;
+  }
+  return letters;
+}
+
+RegionItem ItemOf(const WordLine& line) {
+  return {.box = {line.box.left, line.baseline - kSmallLetters * line.size, line.box.right,
+                  line.baseline},
+          .size = line.size,
+          .letters = LettersOf(line)};
+}
+
+class PageAnalyzer {
+ public:
+  explicit PageAnalyzer(const PageModel& page)
+      : page_(&page), looks_(page, layout_.looks), paragraphs_(page, looks_) {
+    layout_.number = page.number;
+    layout_.width = page.width;
+    layout_.height = page.height;
+  }
+
+  PageLayout Analyze();
+
+ private:
+  void CopyLinks();
+  void PlaceTables();
+  void PlaceBehind(PageGraphics& graphics);
+  void PlaceLines();
+  void PlaceLabels(const std::vector<const WordLine*>& lines);
+  void PlaceTurned(const TurnedText& turned);
+  void AddFloat(const std::vector<const WordLine*>& lines);
+  template <typename Thing>
+  void AddThing(Thing thing);
+  void MakeBands();
+  void FillColumn(const RegionColumn& source, Column& column);
+  void FlushLines(std::vector<const WordLine*>& lines, Column& column);
+
+  const PageModel* page_;
+  PageLayout layout_;
+  LookTable looks_;
+  ParagraphMaker paragraphs_;
+  PageText text_;
+  std::vector<std::uint32_t> used_;  // in PageModel::paths: of words and of tables
+  std::vector<pdf::Box> tables_;
+  std::vector<FlowPart> parts_;
+  std::vector<RegionItem> items_;  // of the parts
+  std::vector<pdf::Box> things_;   // pictures and drawings of the flow, whose text is labels
+};
+
+void PageAnalyzer::CopyLinks() {
+  for (const PageLink& link : page_->links) {
+    layout_.links.push_back(
+        {.uri = link.uri, .bookmark = {}, .page = link.target_page, .y = link.target_y});
+  }
+}
+
+// What tables have taken is no text of the flow any more.
+void PageAnalyzer::PlaceTables() {
+  used_ = text_.marks;
+  TableMaker tables(text_.upright.lines, paragraphs_);
+  for (FoundTable& found : FindTables(*page_, text_.upright)) {
+    used_.insert(used_.end(), found.paths.begin(), found.paths.end());
+    tables_.push_back(found.table.box);
+    items_.push_back({.box = found.table.box});
+    parts_.push_back({.line = nullptr, .block = Block{tables.Make(std::move(found))}});
+  }
+  std::sort(used_.begin(), used_.end());
+  if (!parts_.empty()) {
+    text_.upright.lines = tables.LinesOutside();
+  }
+}
+
+template <typename Thing>
+void PageAnalyzer::AddThing(Thing thing) {
+  things_.push_back(thing.box);
+  items_.push_back({.box = thing.box});
+  parts_.push_back({.line = nullptr, .block = Block{std::move(thing)}});
+}
+
+void PageAnalyzer::PlaceBehind(PageGraphics& graphics) {
+  const auto place = [this](auto& things) {
+    for (auto& thing : things) {
+      Floating floating{.box = thing.box, .is_behind = true};
+      floating.blocks.push_back(Block{std::move(thing)});
+      layout_.floats.push_back(std::move(floating));
+    }
+  };
+  place(graphics.behind_pictures);
+  place(graphics.behind_drawings);
+}
+
+// Lines in pictures and drawings are labels, all others are part of the flow.
+void PageAnalyzer::PlaceLines() {
+  std::vector<const WordLine*> labels;
+  std::size_t compared = 0;
+  for (const WordLine& line : text_.upright.lines) {
+    const double x = MiddleX(line.box);
+    const double y = line.baseline - kSmallLetters * line.size / 2;
+    compared += things_.size();
+    const bool is_label = compared <= limits::kMaxBoxComparisons &&
+                          std::any_of(things_.begin(), things_.end(),
+                                      [&](const pdf::Box& box) { return Holds(box, x, y); });
+    if (is_label) {
+      labels.push_back(&line);
+      continue;
+    }
+    items_.push_back(ItemOf(line));
+    parts_.push_back({.line = &line, .block = {}});
+  }
+  PlaceLabels(labels);
+}
+
+void PageAnalyzer::AddFloat(const std::vector<const WordLine*>& lines) {
+  Floating floating{.box = lines.front()->box};
+  for (const WordLine* line : lines) {
+    floating.box = Around(floating.box, line->box);
+  }
+  for (Paragraph& paragraph : paragraphs_.Make(lines, floating.box)) {
+    floating.blocks.push_back(Block{std::move(paragraph)});
+  }
+  layout_.floats.push_back(std::move(floating));
+}
+
+void PageAnalyzer::PlaceLabels(const std::vector<const WordLine*>& lines) {
+  std::vector<pdf::Box> boxes;
+  boxes.reserve(lines.size());
+  for (const WordLine* line : lines) {
+    boxes.push_back(line->box);
+  }
+  for (const std::vector<std::uint32_t>& group : GroupBoxes(boxes, kLabelGap)) {
+    std::vector<const WordLine*> members;
+    members.reserve(group.size());
+    for (const std::uint32_t member : group) {
+      members.push_back(lines[member]);
+    }
+    AddFloat(members);
+  }
+}
+
+void Move(Paragraph& paragraph, double dx, double dy) {
+  const auto move = [dx, dy](pdf::Box& box) {
+    box = {box.left + dx, box.bottom + dy, box.right + dx, box.top + dy};
+  };
+  move(paragraph.box);
+  for (TextLine& line : paragraph.lines) {
+    move(line.box);
+    line.baseline += dy;
+    for (TextPiece& piece : line.pieces) {
+      piece.x += dx;
+    }
+  }
+}
+
+// The text lies as if it were turned upright about its middle.
+void PageAnalyzer::PlaceTurned(const TurnedText& turned) {
+  std::vector<pdf::Box> boxes;
+  boxes.reserve(turned.lines.size());
+  for (const WordLine& line : turned.lines) {
+    boxes.push_back(line.box);
+  }
+  const double cosine = std::cos(turned.angle * kRadians);
+  const double sine = std::sin(turned.angle * kRadians);
+  for (const std::vector<std::uint32_t>& group : GroupBoxes(boxes, kTurnedGap)) {
+    std::vector<const WordLine*> lines;
+    lines.reserve(group.size());
+    for (const std::uint32_t member : group) {
+      lines.push_back(&turned.lines[member]);
+    }
+    AddFloat(lines);
+    Floating& floating = layout_.floats.back();
+    floating.angle = turned.angle;
+    const double x = MiddleX(floating.box);
+    const double y = MiddleY(floating.box);
+    const double dx = x * cosine - y * sine - x;
+    const double dy = x * sine + y * cosine - y;
+    floating.box = {floating.box.left + dx, floating.box.bottom + dy, floating.box.right + dx,
+                    floating.box.top + dy};
+    for (Block& block : floating.blocks) {
+      Move(std::get<Paragraph>(block.content), dx, dy);
+    }
+  }
+}
+
+void PageAnalyzer::FlushLines(std::vector<const WordLine*>& lines, Column& column) {
+  for (Paragraph& paragraph : paragraphs_.Make(lines, column.box)) {
+    column.blocks.push_back(Block{std::move(paragraph)});
+  }
+  lines.clear();
+}
+
+// Lines that follow each other downwards make paragraphs together; where the order goes up again,
+// a column within the column begins.
+void PageAnalyzer::FillColumn(const RegionColumn& source, Column& column) {
+  std::vector<const WordLine*> lines;
+  for (const std::uint32_t item : source.items) {
+    FlowPart& part = parts_[item];
+    if (part.line == nullptr) {
+      FlushLines(lines, column);
+      column.blocks.push_back(std::move(part.block));
+      continue;
+    }
+    if (!lines.empty() && part.line->baseline < lines.back()->baseline - part.line->size) {
+      FlushLines(lines, column);
+    }
+    lines.push_back(part.line);
+  }
+  FlushLines(lines, column);
+}
+
+void PageAnalyzer::MakeBands() {
+  if (items_.empty()) {
+    return;
+  }
+  pdf::Box all = items_.front().box;
+  std::size_t to_left = 0;
+  for (std::size_t i = 0; i < items_.size(); ++i) {
+    all = Around(all, items_[i].box);
+    to_left += parts_[i].line != nullptr && parts_[i].line->is_right_to_left ? 1 : 0;
+  }
+  for (const RegionBand& source : CutIntoBands(items_, 2 * to_left > items_.size())) {
+    Band band{.box = {all.left, source.box.bottom, all.right, source.box.top}, .columns = {}};
+    for (const RegionColumn& part : source.columns) {
+      Column column{.box = source.columns.size() == 1 ? band.box : part.box, .blocks = {}};
+      FillColumn(part, column);
+      band.columns.push_back(std::move(column));
+    }
+    layout_.bands.push_back(std::move(band));
+  }
+}
+
+PageLayout PageAnalyzer::Analyze() {
+  text_ = ReadPageText(*page_);
+  CopyLinks();
+  PlaceTables();
+  PageGraphics graphics = FindGraphics(*page_, text_.upright.lines, used_, tables_);
+  layout_.background = graphics.background;
+  PlaceBehind(graphics);
+  for (Picture& picture : graphics.pictures) {
+    AddThing(std::move(picture));
+  }
+  for (Drawing& drawing : graphics.drawings) {
+    AddThing(std::move(drawing));
+  }
+  PlaceLines();
+  for (const TurnedText& turned : text_.turned) {
+    PlaceTurned(turned);
+  }
+  MakeBands();
+  return std::move(layout_);
+}
+
+}  // namespace
+
+PageLayout AnalyzePage(const PageModel& page) {
+  return PageAnalyzer(page).Analyze();
+}
+
+}  // namespace TarnixTools::engines

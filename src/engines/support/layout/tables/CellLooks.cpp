@@ -1,0 +1,58 @@
+#include "engines/support/layout/tables/CellLooks.h"
+
+#include <algorithm>
+#include <cmath>
+#include <span>
+
+namespace TarnixTools::engines {
+
+namespace {
+
+constexpr double kSamePlace = 4;       // points between a rule and the edge that it makes
+constexpr double kCoveredShare = 0.5;  // of an edge, that a rule must run along
+constexpr double kHairline = 0.25;     // points: the least that a border is drawn with
+
+// Of the rules along an edge, the one that covers most of it.
+Border BorderAt(std::span<const Rule> rules, double at, double from, double to) {
+  Border border;
+  double most = kCoveredShare * (to - from);
+  for (const Rule& rule : rules) {
+    const double covered = std::min(rule.to, to) - std::max(rule.from, from);
+    if (!rule.is_edge && std::abs(rule.at - at) <= kSamePlace && covered >= most) {
+      most = covered;
+      border = {std::max(rule.width, kHairline), rule.color};
+    }
+  }
+  return border;
+}
+
+bool IsWithin(const pdf::Box& box, double x, double y) {
+  return x > box.left && x < box.right && y > box.bottom && y < box.top;
+}
+
+// Behind the middle of the cell, and over most of it.
+bool IsBehind(const pdf::Box& fill, const pdf::Box& cell) {
+  const double x = (cell.left + cell.right) / 2;
+  const double y = (cell.bottom + cell.top) / 2;
+  return IsWithin(fill, x, y) && 2 * fill.Within(cell).width() > cell.width() &&
+         2 * fill.Within(cell).height() > cell.height();
+}
+
+}  // namespace
+
+void SetLooks(const TableArea& area, const Rules& rules, Table& table) {
+  for (TableCell& cell : table.cells) {
+    const pdf::Box& box = cell.box;
+    cell.borders = {BorderAt(area.horizontal, box.bottom, box.left, box.right),
+                    BorderAt(area.vertical, box.right, box.bottom, box.top),
+                    BorderAt(area.horizontal, box.top, box.left, box.right),
+                    BorderAt(area.vertical, box.left, box.bottom, box.top)};
+    const auto fill = std::find_if(rules.fills.rbegin(), rules.fills.rend(),
+                                   [&box](const Fill& other) { return IsBehind(other.box, box); });
+    if (fill != rules.fills.rend()) {
+      cell.fill = fill->color;
+    }
+  }
+}
+
+}  // namespace TarnixTools::engines

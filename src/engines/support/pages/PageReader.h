@@ -1,0 +1,56 @@
+// Reads pages of a document into page models.
+//
+//   PageReader reader(document, pages, layers);
+//   const PageModel page = reader.Read(page_index);
+//
+// For one thread; several threads have a document each.
+#ifndef TARNIX_ENGINES_SUPPORT_PAGES_PAGEREADER_H_
+#define TARNIX_ENGINES_SUPPORT_PAGES_PAGEREADER_H_
+
+#include <atomic>
+#include <cstddef>
+
+#include "engines/support/pages/PageFont.h"
+#include "engines/support/pages/PageModel.h"
+#include "engines/support/pages/PaintedColor.h"
+#include "pdf/file/Document.h"
+#include "pdf/tree/PageTree.h"
+#include "pdf/tree/VisibleLayers.h"
+
+namespace TarnixTools::engines {
+
+// From points on a page as it is seen, upwards, to those of the model, downwards.
+//   height - of the page
+inline pdf::Matrix Downwards(double height) {
+  return {1, 0, 0, -1, 0, height};
+}
+
+class PageReader {
+ public:
+  // All outlive this.
+  PageReader(pdf::Document& document, const pdf::PageTree& pages, const pdf::VisibleLayers& layers)
+      : document_(&document),
+        pages_(&pages),
+        layers_(&layers),
+        fonts_(document),
+        colors_(document) {}
+
+  // Reading a page ends with Cancelled once the flag is set, which outlives this.
+  void set_cancel_flag(const std::atomic<bool>& is_cancelled) { is_cancelled_ = &is_cancelled; }
+
+  // Of a damaged page there is what can be read. Throws pdf::Error for a document that cannot be
+  // read any more.
+  PageModel Read(std::size_t page_index);
+
+ private:
+  pdf::Document* document_;
+  const pdf::PageTree* pages_;
+  const pdf::VisibleLayers* layers_;
+  PageFonts fonts_;
+  PaintedColors colors_;
+  const std::atomic<bool>* is_cancelled_ = nullptr;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_SUPPORT_PAGES_PAGEREADER_H_

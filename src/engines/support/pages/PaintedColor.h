@@ -1,0 +1,44 @@
+// Colours that content paints with, as they are seen.
+#ifndef TARNIX_ENGINES_SUPPORT_PAGES_PAINTEDCOLOR_H_
+#define TARNIX_ENGINES_SUPPORT_PAGES_PAINTEDCOLOR_H_
+
+#include <map>
+#include <optional>
+
+#include "engines/support/images/ColorSpace.h"
+#include "engines/support/pages/PageModel.h"
+#include "engines/support/pages/SpotColor.h"
+#include "pdf/content/GraphicsState.h"
+#include "pdf/file/Document.h"
+
+namespace TarnixTools::engines {
+
+class PaintedColors {
+ public:
+  explicit PaintedColors(pdf::Document& document) : document_(&document) {}
+
+  // Nothing for a pattern. A colour of several inks is as dark as they are.
+  std::optional<Rgb> Of(const pdf::Color& color);
+
+  // Spaces that are no objects of their own are known by their place in memory, which may be others'
+  // from now on.
+  void ForgetInPlace() { in_place_.clear(); }
+
+ private:
+  struct Space {
+    std::optional<ColorSpace> space;
+    std::optional<SpotColor> spot;
+  };
+
+  const Space& SpaceOf(const pdf::Object& space);
+  Space Read(const pdf::Object& space, pdf::Arena& arena);
+
+  pdf::Document* document_;
+  std::map<std::uint32_t, std::optional<Space>> spaces_;  // by number
+  std::map<const void*, std::optional<Space>> in_place_;  // by their items
+  Space named_;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_SUPPORT_PAGES_PAINTEDCOLOR_H_

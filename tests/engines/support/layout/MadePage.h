@@ -1,0 +1,80 @@
+// Page models made by hand, for tests of the analysis.
+//
+//   PageModel page = MadePage().Text(72, 100, "Hello world").Take();
+#ifndef TARNIX_TESTS_ENGINES_SUPPORT_LAYOUT_MADEPAGE_H_
+#define TARNIX_TESTS_ENGINES_SUPPORT_LAYOUT_MADEPAGE_H_
+
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "engines/support/pages/PageModel.h"
+
+namespace TarnixTools::engines {
+
+struct MadeStyle {
+  double size = 10;
+  bool is_bold = false;
+  double direction_x = 1;
+  double direction_y = 0;
+  double advance = 0.5;  // of every glyph, in ems
+};
+
+class MadePage {
+ public:
+  MadePage() {
+    page_.width = 600;
+    page_.height = 800;
+    plain_ = std::make_shared<const Typeface>(Typeface{.family = "Plain"});
+    bold_ = std::make_shared<const Typeface>(Typeface{.family = "Plain", .is_bold = true});
+  }
+
+  // A glyph for every character, spaces too, from x on along the baseline at y.
+  MadePage& Text(double x, double y, std::u32string_view text, MadeStyle made = {});
+
+  MadePage& Line(pdf::Box box) { return Path(PathShape::Kind::kLine, box); }
+
+  MadePage& Field(pdf::Box box) { return Path(PathShape::Kind::kRectangle, box); }
+
+  MadePage& Curve(pdf::Box box) { return Path(PathShape::Kind::kOther, box); }
+
+  MadePage& Image(pdf::Box box) {
+    page_.images.push_back({.box = box});
+    return *this;
+  }
+
+  PageModel Take() { return std::move(page_); }
+
+ private:
+  MadePage& Path(PathShape::Kind kind, pdf::Box box) {
+    page_.paths.push_back({.kind = kind, .box = box, .fill = Rgb{200, 30, 30}, .stroke = {}});
+    return *this;
+  }
+
+  PageModel page_;
+  std::shared_ptr<const Typeface> plain_;
+  std::shared_ptr<const Typeface> bold_;
+};
+
+inline MadePage& MadePage::Text(double x, double y, std::u32string_view text, MadeStyle made) {
+  page_.styles.push_back({.face = made.is_bold ? bold_ : plain_,
+                          .size = made.size,
+                          .direction_x = made.direction_x,
+                          .direction_y = made.direction_y});
+  for (const char32_t character : text) {
+    page_.glyphs.push_back({.text = static_cast<std::uint32_t>(page_.text.size()),
+                            .length = 1,
+                            .style = static_cast<std::uint32_t>(page_.styles.size() - 1),
+                            .x = x,
+                            .y = y,
+                            .advance = made.advance * made.size});
+    page_.text += character;
+    x += made.direction_x * made.advance * made.size;
+    y += made.direction_y * made.advance * made.size;
+  }
+  return *this;
+}
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_TESTS_ENGINES_SUPPORT_LAYOUT_MADEPAGE_H_

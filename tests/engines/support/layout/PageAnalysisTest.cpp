@@ -1,0 +1,155 @@
+#include <gmock/gmock.h>
+
+#include "engines/support/layout/LayoutDump.h"
+#include "engines/support/layout/MadePage.h"
+#include "engines/support/layout/PageAnalysis.h"
+#include "engines/support/layout/paragraphs/FlowParagraphs.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::SizeIs;
+
+constexpr std::u32string_view kFull = U"A line of text that reaches the right margin of its page";
+
+std::vector<std::string> TextsOf(PageLayout& page) {
+  std::vector<std::string> texts;
+  for (const Paragraph* paragraph : FlowParagraphs(page)) {
+    texts.push_back(TextOf(*paragraph));
+  }
+  return texts;
+}
+
+TEST(PageAnalysis, JoinsLinesThatAreFull) {
+  PageLayout page = AnalyzePage(
+      MadePage().Text(72, 100, kFull).Text(72, 112, kFull).Text(72, 124, U"end.").Take());
+  ASSERT_THAT(TextsOf(page), SizeIs(1));
+  const Paragraph& paragraph = *FlowParagraphs(page)[0];
+  EXPECT_THAT(paragraph.lines, SizeIs(3));
+  EXPECT_DOUBLE_EQ(paragraph.line_pitch, 12);
+}
+
+TEST(PageAnalysis, BeginsParagraphsAtIndentsAndAfterShortLines) {
+  PageLayout page = AnalyzePage(MadePage()
+                                    .Text(72, 100, kFull)
+                                    .Text(72, 112, kFull)
+                                    .Text(87, 124, kFull.substr(3))
+                                    .Text(72, 136, U"short.")
+                                    .Text(72, 148, kFull)
+                                    .Text(72, 160, kFull)
+                                    .Take());
+  EXPECT_THAT(FlowParagraphs(page), SizeIs(3));
+}
+
+TEST(PageAnalysis, BeginsParagraphsAtWiderPitchAndOtherSizes) {
+  PageLayout page = AnalyzePage(MadePage()
+                                    .Text(72, 80, U"A title", {.size = 16})
+                                    .Text(72, 100, kFull)
+                                    .Text(72, 112, kFull)
+                                    .Text(72, 130, kFull)
+                                    .Text(72, 142, kFull)
+                                    .Take());
+  EXPECT_THAT(FlowParagraphs(page), SizeIs(3));
+}
+
+TEST(PageAnalysis, JoinsPartedWords) {
+  PageLayout page =
+      AnalyzePage(MadePage()
+                      .Text(72, 100, U"The end of this line parts one word in its mid-")
+                      .Text(72, 112, U"dle and goes on with the rest of that word here")
+                      .Take());
+  ASSERT_THAT(TextsOf(page), SizeIs(1));
+  EXPECT_THAT(TextsOf(page)[0], HasSubstr("in its middle and"));
+}
+
+TEST(PageAnalysis, TellsAlignments) {
+  const std::u32string_view wide = U"A line over all of the width of the column, up to its end.";
+  PageLayout page = AnalyzePage(MadePage()
+                                    .Text(72, 100, wide)  // to 362
+                                    .Text(164.5, 140, U"A title in the middle")
+                                    .Text(312, 180, U"10-02-2020")
+                                    .Text(72, 220, wide)
+                                    .Text(72, 232, wide)
+                                    .Text(72, 244, wide)
+                                    .Take());
+  const std::vector<Paragraph*> paragraphs = FlowParagraphs(page);
+  ASSERT_THAT(paragraphs, SizeIs(4));
+  EXPECT_EQ(paragraphs[0]->alignment, Alignment::kLeft);
+  EXPECT_EQ(paragraphs[1]->alignment, Alignment::kCenter);
+  EXPECT_EQ(paragraphs[2]->alignment, Alignment::kRight);
+  EXPECT_EQ(paragraphs[3]->alignment, Alignment::kJustified);
+}
+
+TEST(PageAnalysis, PutsATabBetweenTextsOfALine) {
+  PageLayout page = AnalyzePage(MadePage().Text(72, 100, U"Name").Text(300, 100, U"Value").Take());
+  const Paragraph& paragraph = *FlowParagraphs(page).at(0);
+  ASSERT_THAT(paragraph.lines[0].pieces, SizeIs(3));
+  EXPECT_EQ(paragraph.lines[0].pieces[1].kind, PieceKind::kTab);
+  EXPECT_DOUBLE_EQ(paragraph.lines[0].pieces[2].x, 300);
+}
+
+TEST(PageAnalysis, FloatsTurnedTextAboutItsMiddle) {
+  const PageLayout page = AnalyzePage(
+      MadePage().Text(300, 500, U"upwards", {.direction_x = 0, .direction_y = -1}).Take());
+  ASSERT_THAT(page.floats, SizeIs(1));
+  EXPECT_EQ(page.floats[0].angle, 270);
+  // On the page it is 35 high, from 500 upwards, and stands left of 300 mostly.
+  EXPECT_NEAR((page.floats[0].box.left + page.floats[0].box.right) / 2, 297, 0.01);
+  EXPECT_NEAR((page.floats[0].box.bottom + page.floats[0].box.top) / 2, 482.5, 0.01);
+  EXPECT_NEAR(page.floats[0].box.width(), 35, 0.01);
+}
+
+TEST(PageAnalysis, FloatsLabelsOfACurvedDrawing) {
+  const PageLayout page =
+      AnalyzePage(MadePage().Curve({100, 100, 400, 300}).Text(150, 200, U"label").Take());
+  ASSERT_THAT(page.bands, SizeIs(1));
+  EXPECT_TRUE(std::holds_alternative<Drawing>(page.bands[0].columns[0].blocks[0].content));
+  ASSERT_THAT(page.floats, SizeIs(1));
+  EXPECT_FALSE(page.floats[0].is_behind);
+}
+
+TEST(PageAnalysis, LetsTextRunOverAField) {
+  PageLayout page = AnalyzePage(MadePage().Field({60, 80, 400, 130}).Text(72, 100, kFull).Take());
+  EXPECT_THAT(FlowParagraphs(page), SizeIs(1));
+  ASSERT_THAT(page.floats, SizeIs(1));
+  EXPECT_TRUE(page.floats[0].is_behind);
+}
+
+TEST(PageAnalysis, TellsTheColourOfThePaper) {
+  const PageLayout page = AnalyzePage(MadePage().Field({0, 0, 600, 800}).Take());
+  EXPECT_EQ(page.background, (Rgb{200, 30, 30}));
+  EXPECT_THAT(page.floats, SizeIs(0));
+}
+
+TEST(PageAnalysis, KeepsAScanAsThePicture) {
+  const PageLayout page = AnalyzePage(MadePage().Image({0, 0, 600, 800}).Take());
+  ASSERT_THAT(page.bands, SizeIs(1));
+  EXPECT_TRUE(std::holds_alternative<Picture>(page.bands[0].columns[0].blocks[0].content));
+}
+
+TEST(PageAnalysis, PutsThePictureOfAReadScanBehindItsText) {
+  PageLayout page =
+      AnalyzePage(MadePage().Image({0, 0, 600, 800}).Text(72, 100, U"read text").Take());
+  EXPECT_THAT(TextsOf(page), ElementsAre("read text"));
+  ASSERT_THAT(page.floats, SizeIs(1));
+  EXPECT_TRUE(page.floats[0].is_behind);
+}
+
+TEST(PageAnalysis, JoinsTilesOfAPicture) {
+  const PageLayout page =
+      AnalyzePage(MadePage().Image({100, 100, 200, 150}).Image({100, 150, 200, 200}).Take());
+  ASSERT_THAT(page.bands, SizeIs(1));
+  EXPECT_THAT(std::get<Picture>(page.bands[0].columns[0].blocks[0].content).images,
+              ElementsAre(0, 1));
+}
+
+TEST(PageAnalysis, SaysWhatItFound) {
+  const std::string dump = DumpLayout(AnalyzePage(MadePage().Text(72, 100, U"a \"b\"").Take()));
+  EXPECT_THAT(dump, HasSubstr(R"("text":"a \"b\"")"));
+  EXPECT_THAT(dump, HasSubstr(R"("box":[72.0,92.0,97.0,102.0])"));
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines

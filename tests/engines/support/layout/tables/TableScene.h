@@ -1,0 +1,103 @@
+// A page with words and rules on it, to look for tables on.
+//
+//   TableScene scene;
+//   scene.Text(100, 100, "Name").Text(200, 100, "12.5").Line(90, 110, 300, 110);
+//   EXPECT_THAT(scene.Find(), ElementsAre(...));
+#ifndef TARNIX_TESTS_ENGINES_SUPPORT_LAYOUT_TABLES_TABLESCENE_H_
+#define TARNIX_TESTS_ENGINES_SUPPORT_LAYOUT_TABLES_TABLESCENE_H_
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engines/support/layout/tables/TableFinder.h"
+
+namespace TarnixTools::engines {
+
+class TableScene {
+ public:
+  static constexpr double kSize = 10;  // of the text
+  static constexpr double kWidth = 5;  // of a letter
+  static constexpr double kSpace = 2.5;
+
+  TableScene() {
+    page_.width = 600;
+    page_.height = 800;
+    for (const bool is_bold : {false, true}) {
+      TextStyle style;
+      style.face = std::make_shared<const Typeface>(Typeface{"Test", is_bold});
+      style.size = kSize;
+      page_.styles.push_back(style);
+    }
+  }
+
+  // Words of ASCII, from a place on the baseline.
+  TableScene& Text(double x, double y, std::string_view text) { return Add(x, y, text, 0); }
+
+  TableScene& Bold(double x, double y, std::string_view text) { return Add(x, y, text, 1); }
+
+  // In a table that tags tell of.
+  TableScene& Tagged(double x, double y, std::string_view text, std::uint32_t table) {
+    page_.roles.push_back({.path = {"Table"}, .table = table, .description = {}, .language = {}});
+    const std::size_t first = page_.glyphs.size();
+    Text(x, y, text);
+    for (std::size_t i = first; i < page_.glyphs.size(); ++i) {
+      page_.glyphs[i].mark = static_cast<std::int32_t>(page_.roles.size() - 1);
+    }
+    return *this;
+  }
+
+  // Ends at that place.
+  TableScene& RightText(double x, double y, std::string_view text) {
+    return Text(x - WidthOf(text), y, text);
+  }
+
+  TableScene& Line(double x0, double y0, double x1, double y1, double width = 0.5) {
+    PathShape path;
+    path.kind = PathShape::Kind::kLine;
+    path.box = pdf::Box::OfCorners(x0, y0, x1, y1);
+    path.stroke = Rgb{};
+    path.line_width = width;
+    page_.paths.push_back(path);
+    return *this;
+  }
+
+  TableScene& Fill(double x0, double y0, double x1, double y1, Rgb color) {
+    PathShape path;
+    path.kind = PathShape::Kind::kRectangle;
+    path.box = pdf::Box::OfCorners(x0, y0, x1, y1);
+    path.fill = color;
+    page_.paths.push_back(path);
+    return *this;
+  }
+
+  // Every line of a grid.
+  TableScene& Grid(const std::vector<double>& xs, const std::vector<double>& ys) {
+    for (const double x : xs) {
+      Line(x, ys.front(), x, ys.back());
+    }
+    for (const double y : ys) {
+      Line(xs.front(), y, xs.back(), y);
+    }
+    return *this;
+  }
+
+  std::vector<FoundTable> Tables() const { return FindTables(page_, text_); }
+
+  // Each table as its cells in words: "a|b" a row, "a||b" with a blank place. A cell that spans has
+  // "<" at the places to its right and "^" at those below.
+  std::vector<std::vector<std::string>> Find() const;
+
+ private:
+  static double WidthOf(std::string_view text);
+  TableScene& Add(double x, double y, std::string_view text, std::uint32_t style);
+
+  PageModel page_;
+  TurnedText text_;
+  std::vector<std::string> words_;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_TESTS_ENGINES_SUPPORT_LAYOUT_TABLES_TABLESCENE_H_

@@ -1,0 +1,42 @@
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "engines/support/pages/PageFont.h"
+#include "pdf/file/ByteSource.h"
+#include "support/RawPdf.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+// The advance of "i" and of "W" in a font with these entries.
+struct Advances {
+  double of_i = 0;
+  double of_w = 0;
+};
+
+Advances AdvancesOf(const std::string& entries) {
+  testing::RawPdf raw;
+  raw.Pages(1, "").Object(9, "<</Type/Font/Subtype/Type1" + entries + ">>");
+  const std::string bytes = raw.Table();
+  const auto document = pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes), "");
+  pdf::Arena arena;
+  PageFont font(*document, document->Load({9, 0}, arena));
+  return {font.AdvanceOf('i'), font.AdvanceOf('W')};
+}
+
+TEST(PageFont, TakesAdvancesOfTheStandardFontsFromInstalledFaces) {
+  const Advances advances = AdvancesOf("/BaseFont/Helvetica/Encoding/WinAnsiEncoding");
+  EXPECT_NEAR(advances.of_i, 0.222, 0.002);
+  EXPECT_NEAR(advances.of_w, 0.944, 0.002);
+}
+
+TEST(PageFont, BelievesWidthsThatAreThere) {
+  const Advances advances =
+      AdvancesOf("/BaseFont/Helvetica/Encoding/WinAnsiEncoding/FirstChar 105/Widths[500]");
+  EXPECT_NEAR(advances.of_i, 0.5, 1e-9);
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines
