@@ -49,6 +49,8 @@ struct TextPiece {
   std::uint32_t number = 0;  // as the kind says
   double x = 0;              // where it begins, from the left
   double width = 0;          // on the page, spacing included
+  // Glyph::place of what shows it, where those are known.
+  std::vector<std::uint32_t> places;
 };
 
 // What stands between a line and the next one of its paragraph.
@@ -95,6 +97,8 @@ struct ListLabel {
   std::uint32_t look = 0;  // in PageLayout::looks
   double x = 0;            // where the label begins
   std::uint32_t list = 0;  // items of one list have one number, over pages too
+  // As those of a piece.
+  std::vector<std::uint32_t> places;
 };
 
 struct Paragraph {

@@ -4,6 +4,7 @@
 #define TARNIX_ENGINES_SUPPORT_PAGES_PAGEMODEL_H_
 
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +14,9 @@
 #include "pdf/Matrix.h"
 
 namespace TarnixTools::engines {
+
+// The place of what no operator of the page's own content paints.
+inline constexpr std::uint32_t kNoPlace = std::numeric_limits<std::uint32_t>::max();
 
 struct Rgb {
   std::uint8_t red = 0;
@@ -47,7 +51,9 @@ struct Glyph {
   std::uint32_t length = 0;  // its characters; 0 where nothing tells what it stands for
   std::uint32_t style = 0;   // in PageModel::styles
   std::int32_t mark = -1;    // the /MCID of the marked content around it; -1 for none
-  double x = 0;              // its origin, on the baseline
+  // Of the operator, in the content of the page.
+  std::uint32_t place = kNoPlace;
+  double x = 0;  // its origin, on the baseline
   double y = 0;
   double advance = 0;  // along the direction, without spacing
 };
@@ -63,6 +69,8 @@ struct PathShape {
   double line_width = 0;
   std::uint32_t order = 0;  // among all that is painted
   bool rises = false;       // a line leads from the lower-left corner up to the right one
+  // Of the operator, in the content of the page.
+  std::uint32_t place = kNoPlace;
 };
 
 // An image that is drawn; the unit square that it fills is led to its place by the matrix.
@@ -71,6 +79,8 @@ struct ImagePlace {
   pdf::Matrix matrix;
   pdf::Box box;  // what of it is seen
   std::uint32_t order = 0;
+  // Of the operator, in the content of the page.
+  std::uint32_t place = kNoPlace;
 };
 
 // A place that leads somewhere when it is clicked on.

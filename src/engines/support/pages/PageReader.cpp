@@ -32,6 +32,13 @@ class PageCollector : public pdf::ContentVisitor {
 
   bool EnterContent(const pdf::ContentEntry& entry) override;
   void LeaveContent(const pdf::ContentEntry& entry) override;
+
+  // What a form paints stands where the operator does that draws the form.
+  void Operator(const pdf::Operation& /*operation*/, std::size_t offset) override {
+    place_ =
+        depth_ == 0 ? static_cast<std::uint32_t>(std::min<std::size_t>(offset, kNoPlace)) : place_;
+  }
+
   void BeginMarked(const pdf::MarkedContent& mark) override;
   void EndMarked(const pdf::MarkedContent& mark) override;
 
@@ -76,6 +83,7 @@ class PageCollector : public pdf::ContentVisitor {
   std::size_t depth_ = 0;  // of forms
   std::vector<std::uint32_t> codes_;
   std::uint32_t order_ = 0;
+  std::uint32_t place_ = kNoPlace;
 };
 
 bool AreAlike(const TextStyle& a, const TextStyle& b) {
@@ -267,6 +275,7 @@ void PageCollector::AddGlyph(const std::u32string& text, std::uint32_t style, co
                            .length = static_cast<std::uint32_t>(text.size()),
                            .style = style,
                            .mark = CurrentMark(),
+                           .place = place_,
                            .x = origin.x,
                            .y = origin.y,
                            .advance = advance});
@@ -289,6 +298,7 @@ void PageCollector::PaintPath(const pdf::PathUse& path) {
     shape.stroke = stroke;
     shape.line_width = line_width;
     shape.order = ++order_;
+    shape.place = place_;
     page_->paths.push_back(shape);
   }
 }
@@ -302,7 +312,8 @@ void PageCollector::DrawImage(const pdf::ImageUse& image) {
   page_->images.push_back({.number = image.number,
                            .matrix = image.state.matrix,
                            .box = box.Within(image.state.clip.box),
-                           .order = ++order_});
+                           .order = ++order_,
+                           .place = place_});
 }
 
 // Content that is passed over, whether it cannot be read or is too much.
@@ -321,6 +332,7 @@ PageModel PageReader::Read(std::size_t page_index) {
   page.width = geometry.SeenWidth();
   page.height = geometry.SeenHeight();
   PageCollector collector(*document_, fonts_, colors_, page);
+  const bool is_all = parts_ == Parts::kAll;
   pdf::ContentWalker walker(*document_, collector,
                             {.images = true,
                              .text = true,
@@ -329,8 +341,9 @@ PageModel PageReader::Read(std::size_t page_index) {
                              .clips = true,
                              .style = true,
                              .marks = true,
+                             .operators = !is_all,
                              .forms = true,
-                             .appearances = true,
+                             .appearances = is_all,
                              .layers = layers_});
   walker.BeginPage(*pages_, page_index, geometry.ToSeenPoints() * Downwards(page.height));
   RunUntilCancelled(walker, is_cancelled_);

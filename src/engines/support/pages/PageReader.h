@@ -27,11 +27,19 @@ inline pdf::Matrix Downwards(double height) {
 
 class PageReader {
  public:
+  // What of a page is read.
+  enum class Parts {
+    kAll,
+    kContent,  // without annotations, but with the places of all that is painted
+  };
+
   // All outlive this.
-  PageReader(pdf::Document& document, const pdf::PageTree& pages, const pdf::VisibleLayers& layers)
+  PageReader(pdf::Document& document, const pdf::PageTree& pages, const pdf::VisibleLayers& layers,
+             Parts parts = Parts::kAll)
       : document_(&document),
         pages_(&pages),
         layers_(&layers),
+        parts_(parts),
         fonts_(document),
         colors_(document) {}
 
@@ -46,6 +54,7 @@ class PageReader {
   pdf::Document* document_;
   const pdf::PageTree* pages_;
   const pdf::VisibleLayers* layers_;
+  Parts parts_;
   PageFonts fonts_;
   PaintedColors colors_;
   const std::atomic<bool>* is_cancelled_ = nullptr;

@@ -31,6 +31,12 @@ void Widen(TextPiece& piece, double left, double right) {
   piece.width = end - piece.x;
 }
 
+void AddPlace(std::uint32_t place, TextPiece& piece) {
+  if (place != kNoPlace && (piece.places.empty() || piece.places.back() != place)) {
+    piece.places.push_back(place);
+  }
+}
+
 // The text of the last piece of a line; empty where there is none.
 std::u32string EndOf(const TextLine& line) {
   return line.pieces.empty() ? std::u32string() : Utf8ToUtf32(line.pieces.back().text);
@@ -68,6 +74,7 @@ void PieceMaker::AddWord(const Word& word, double line_size, Start start, TextLi
     } else {
       line.pieces.push_back(PieceOf(ToUtf8(text), look, link, glyph.left, glyph.right));
     }
+    AddPlace(source.place, line.pieces.back());
     is_apart = false;
   }
 }
