@@ -1,4 +1,4 @@
-#include "engines/office/layout/document/Lists.h"
+#include "engines/support/layout/paragraphs/Lists.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +13,7 @@
 #include "engines/support/layout/text/Characters.h"
 #include "foundation/Utf8.h"
 
-namespace TarnixTools::engines::office {
+namespace TarnixTools::engines {
 
 namespace {
 
@@ -27,7 +27,7 @@ constexpr std::u32string_view kWeakBullets = U"\u00B7\u2013\u2014\u2212\u002D\u0
 // A paragraph that begins with a label.
 struct Item {
   Paragraph* paragraph = nullptr;
-  std::size_t place = 0;  // among all paragraphs of the document
+  std::size_t place = 0;  // among all paragraphs
   FoundLabel label;
   std::u32string word;
   double x = 0;
@@ -51,11 +51,11 @@ std::optional<Item> ItemOf(Paragraph& paragraph, std::size_t place) {
   return Item{&paragraph, place, *label, std::move(word), pieces.front().x, 0};
 }
 
-std::vector<Item> ItemsOf(OfficeDocument& document) {
+std::vector<Item> ItemsOf(const std::vector<PageLayout*>& pages) {
   std::vector<Item> items;
   std::size_t place = 0;
-  for (OfficePage& page : document.pages) {
-    for (Paragraph* paragraph : FlowParagraphs(page.layout)) {
+  for (PageLayout* page : pages) {
+    for (Paragraph* paragraph : FlowParagraphs(*page)) {
       if (std::optional<Item> item = ItemOf(*paragraph, place++)) {
         items.push_back(std::move(*item));
       }
@@ -176,6 +176,7 @@ void TakeLabel(const Item& item) {
   label.look = first.pieces.front().look;
   label.x = item.x;
   label.list = item.list;
+  label.places = first.pieces.front().places;
   first.pieces.erase(first.pieces.begin());
   if (first.pieces.front().kind == PieceKind::kTab && first.pieces.size() > 1) {
     first.pieces.erase(first.pieces.begin());
@@ -201,8 +202,8 @@ void TakeLabel(const Item& item) {
 
 }  // namespace
 
-void FindLists(OfficeDocument& document) {
-  std::vector<Item> items = ItemsOf(document);
+void FindLists(const std::vector<PageLayout*>& pages) {
+  std::vector<Item> items = ItemsOf(pages);
   ReadFirstRoman(items);
   Number(items);
   items = SureItems(std::move(items));
@@ -212,4 +213,4 @@ void FindLists(OfficeDocument& document) {
   }
 }
 
-}  // namespace TarnixTools::engines::office
+}  // namespace TarnixTools::engines
