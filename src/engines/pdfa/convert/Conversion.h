@@ -25,8 +25,10 @@ struct Conversion {
   ConversionReport& report;
   // Numbers of those whose appearance is to be a picture of what is seen in their place.
   std::set<std::uint32_t> pictured_annotations{};
-  // By number of the page, which may stand in the document more than once; see EditedPages.h.
+  // By number of the page, which may stand in the document more than once; see EditedContents.h.
   std::map<std::uint32_t, ContentEdits> page_edits{};
+  // By number of the stream: those of all other content.
+  std::map<std::uint32_t, ContentEdits> stream_edits{};
 };
 
 }  // namespace TarnixTools::engines::pdfa

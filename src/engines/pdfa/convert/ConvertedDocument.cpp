@@ -12,7 +12,7 @@
 #include "engines/pdfa/convert/annotations/Annotations.h"
 #include "engines/pdfa/convert/colors/Colors.h"
 #include "engines/pdfa/convert/contents/Contents.h"
-#include "engines/pdfa/convert/contents/EditedPages.h"
+#include "engines/pdfa/convert/contents/EditedContents.h"
 #include "engines/pdfa/convert/fonts/Fonts.h"
 #include "engines/pdfa/convert/images/Images.h"
 #include "engines/pdfa/convert/metadata/Metadata.h"
@@ -128,7 +128,7 @@ void ConvertedDocument::Rewrite(pdf::ByteSink& sink, Level level, const ContentS
   MendContents(conversion, survey);
   MendImages(conversion);
   MendTags(conversion, survey);
-  WriteEditedPages(conversion);
+  WriteEditedContents(conversion);
   MendMetadata(conversion);
   rewriter.Write(sink, RewriteOptionsFor(level));
 }

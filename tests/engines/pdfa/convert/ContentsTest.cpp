@@ -1,6 +1,6 @@
 #include "engines/pdfa/convert/ConversionTest.h"
 #include "engines/pdfa/convert/contents/Contents.h"
-#include "engines/pdfa/convert/contents/EditedPages.h"
+#include "engines/pdfa/convert/contents/EditedContents.h"
 #include "engines/pdfa/convert/contents/LargeReals.h"
 #include "support/Readers.h"
 
@@ -20,7 +20,7 @@ class ContentsTest : public ConversionTest {
     file.Stream(4, "", content);
     Run(file, level, [](Conversion& conversion, const ContentSurvey& survey) {
       MendContents(conversion, survey);
-      WriteEditedPages(conversion);
+      WriteEditedContents(conversion);
     });
     return RunProgram({"qpdf", "--qdf", Path("out.pdf"), "-"}).output;
   }

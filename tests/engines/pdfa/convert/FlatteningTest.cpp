@@ -3,7 +3,7 @@
 
 #include "engines/pdfa/Limits.h"
 #include "engines/pdfa/convert/ConversionTest.h"
-#include "engines/pdfa/convert/contents/EditedPages.h"
+#include "engines/pdfa/convert/contents/EditedContents.h"
 #include "engines/pdfa/convert/transparency/Flattening.h"
 #include "engines/pdfa/convert/transparency/TransparentAreas.h"
 #include "support/Readers.h"
@@ -49,7 +49,7 @@ class FlatteningTest : public ConversionTest {
     return Run(file, level, [this](Conversion& conversion) {
       conversion.pictured_annotations.insert(8);
       FlattenTransparency(conversion, platform::WidePath(Path("in.pdf")), "");
-      WriteEditedPages(conversion);
+      WriteEditedContents(conversion);
     });
   }
 };

@@ -3,7 +3,7 @@
 #include "engines/pdfa/Limits.h"
 #include "engines/pdfa/convert/ConversionTest.h"
 #include "engines/pdfa/convert/contents/Contents.h"
-#include "engines/pdfa/convert/contents/EditedPages.h"
+#include "engines/pdfa/convert/contents/EditedContents.h"
 #include "engines/pdfa/convert/tags/Tags.h"
 #include "support/Readers.h"
 
@@ -36,7 +36,7 @@ class TagsTest : public ConversionTest {
     QpdfDocument written =
         Run(file, level, [](Conversion& conversion, const ContentSurvey& survey) {
           MendTags(conversion, survey);
-          WriteEditedPages(conversion);
+          WriteEditedContents(conversion);
         });
     content_ = RunProgram({"qpdf", "--qdf", Path("out.pdf"), "-"}).output;
     return written;
@@ -145,7 +145,7 @@ TEST_F(TagsTest, AreMadeForAPageThatStandsTwice) {
     MendContents(conversion, survey);
     MendTags(conversion, survey);
     EXPECT_EQ(conversion.page_edits.size(), 1U);
-    WriteEditedPages(conversion);
+    WriteEditedContents(conversion);
   });
   const std::string content = RunProgram({"qpdf", "--qdf", Path("out.pdf"), "-"}).output;
   EXPECT_THAT(content, HasSubstr("/P<</MCID 0>>BDC"));

@@ -6,19 +6,13 @@
 #include <string>
 #include <string_view>
 
-#include "engines/pdfa/convert/contents/EditedPages.h"
+#include "engines/pdfa/convert/contents/EditedContents.h"
 #include "engines/pdfa/convert/contents/Interpolation.h"
 #include "engines/pdfa/convert/contents/LargeReals.h"
 #include "pdf/content/ContentReader.h"
 #include "pdf/content/Operators.h"
-#include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
-
-using pdf::Arena;
-using pdf::DictionaryEntry;
-using pdf::Object;
-using pdf::ObjectChange;
 
 namespace {
 
@@ -58,17 +52,6 @@ ContentEdits CleaningOf(std::string_view content, bool is_part1) {
   return edits;
 }
 
-std::string PlainDictionary(const Object& dictionary) {
-  std::string text = "<<";
-  for (const DictionaryEntry& entry : dictionary.Entries()) {
-    if (entry.Key() != "Filter" && entry.Key() != "DecodeParms") {
-      pdf::AppendName(text, entry.Key());
-      pdf::AppendObject(text, entry.value);
-    }
-  }
-  return text + ">>";
-}
-
 void MendPage(Conversion& conversion, std::uint32_t number) {
   const pdf::PageContents contents = ContentOfPage(conversion, number);
   if (!contents.is_whole) {
@@ -79,15 +62,11 @@ void MendPage(Conversion& conversion, std::uint32_t number) {
 }
 
 void MendStream(Conversion& conversion, std::uint32_t number) {
-  Arena arena;
   const auto stream = conversion.document.TryDecodeStream(number);
   if (!stream || !stream->complete) {
     return;
   }
-  conversion.rewriter.Change(
-      number, ObjectChange::Stream(
-                  PlainDictionary(conversion.document.Load({number, 0}, arena)),
-                  CleaningOf(stream->data, conversion.is_part1()).AppliedTo(stream->data)));
+  conversion.stream_edits[number].Take(CleaningOf(stream->data, conversion.is_part1()));
   conversion.report.Changed("content with operators or numbers that are not allowed");
 }
 

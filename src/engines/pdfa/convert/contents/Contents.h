@@ -9,7 +9,7 @@
 
 namespace TarnixTools::engines::pdfa {
 
-// Pages are edited, and written by WriteEditedPages. Throws pdf::Error for a document that cannot be
+// Contents are edited, and written by WriteEditedContents. Throws pdf::Error for a document that cannot be
 // read any more.
 void MendContents(Conversion& conversion, const ContentSurvey& survey);
 

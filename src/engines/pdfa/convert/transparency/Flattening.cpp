@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "engines/pdfa/Limits.h"
-#include "engines/pdfa/convert/contents/EditedPages.h"
+#include "engines/pdfa/convert/contents/EditedContents.h"
 #include "engines/pdfa/convert/transparency/TransparentAreas.h"
 #include "engines/support/drawing/DrawingError.h"
 #include "engines/support/drawing/DrawingLimits.h"
