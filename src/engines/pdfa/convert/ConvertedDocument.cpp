@@ -127,7 +127,7 @@ void ConvertedDocument::Rewrite(pdf::ByteSink& sink, Level level, const ContentS
   MendColors(conversion, survey);
   MendContents(conversion, survey);
   MendImages(conversion);
-  MendTags(conversion, survey);
+  MendTags(conversion);
   WriteEditedContents(conversion);
   MendMetadata(conversion);
   rewriter.Write(sink, RewriteOptionsFor(level));

@@ -31,13 +31,39 @@ class TagsTest : public ConversionTest {
     return file;
   }
 
+  // A page of 600 by 800 points.
+  static RawPdf WithLargePage(const std::string& content) {
+    RawPdf file = WithContent(content);
+    file.Object(3, std::string("<</Type/Page/Parent 2 0 R/MediaBox[0 0 600 800]/Contents 4 0 R") +
+                       kFont + ">>");
+    return file;
+  }
+
+  // Types of the elements that an element consists of, in brackets behind its own type.
+  static std::string Outline(const QpdfDocument& written, const Json& element) {
+    std::string text = element["/S"].get<std::string>().substr(1);
+    std::string kids;
+    for (const Json& kid : element.value("/K", Json::array())) {
+      const Json child = written.Follow(kid);
+      kids += child.is_object() ? Outline(written, child) : "";
+    }
+    return kids.empty() ? text + " " : text + "(" + kids + ")";
+  }
+
+  static std::string Outline(const QpdfDocument& written) {
+    std::string text;
+    for (const Json& element : Elements(written)) {
+      text += Outline(written, element);
+    }
+    return text;
+  }
+
   // The document with tags; its content, decoded, is in content_.
   QpdfDocument Tagged(const RawPdf& file, Level level = Level::k2a) {
-    QpdfDocument written =
-        Run(file, level, [](Conversion& conversion, const ContentSurvey& survey) {
-          MendTags(conversion, survey);
-          WriteEditedContents(conversion);
-        });
+    QpdfDocument written = Run(file, level, [](Conversion& conversion) {
+      MendTags(conversion);
+      WriteEditedContents(conversion);
+    });
     content_ = RunProgram({"qpdf", "--qdf", Path("out.pdf"), "-"}).output;
     return written;
   }
@@ -74,8 +100,53 @@ TEST_F(TagsTest, AreMadeOfParagraphsHeadingsAndPictures) {
   EXPECT_THAT(content_, HasSubstr("/Figure<</MCID 2>>BDC\n/I Do\nEMC"));
 }
 
+TEST_F(TagsTest, AreInTheOrderOfColumns) {
+  std::string content = "BT /F 10 Tf ";
+  for (int line = 0; line < 8; ++line) {
+    const std::string y = std::to_string(700 - 12 * line);
+    content += "1 0 0 1 50 " + y + " Tm (words of the left column that go on and on) Tj ";
+    content += "1 0 0 1 320 " + y + " Tm (words of the right column that go on and) Tj ";
+  }
+  const std::vector<Json> elements = Elements(Tagged(WithLargePage(content + "ET")));
+  ASSERT_EQ(elements.size(), 2U);
+  EXPECT_EQ(elements[0]["/K"], Json::array({0, 2, 4, 6, 8, 10, 12, 14}));
+  EXPECT_EQ(elements[1]["/K"], Json::array({1, 3, 5, 7, 9, 11, 13, 15}));
+}
+
+TEST_F(TagsTest, TellListsTheirItemsAndLabels) {
+  const QpdfDocument written = Tagged(WithLargePage(
+      "BT /F 10 Tf 50 700 Td (Some words that come before the list of all the things) Tj "
+      "0 -30 Td (1.) Tj 20 0 Td (The first of the items) Tj "
+      "-20 -14 Td (2.) Tj 20 0 Td (The second of the items) Tj "
+      "-20 -14 Td (3. The third, all in one) Tj ET"));
+  EXPECT_EQ(Outline(written), "P L(LI(Lbl LBody )LI(Lbl LBody )LI(LBody ))");
+  EXPECT_EQ(Elements(written)[1]["/A"]["/ListNumbering"], "/Decimal");
+  EXPECT_THAT(content_, HasSubstr("/Lbl<</MCID 1>>BDC\n(1.) Tj"));
+  EXPECT_THAT(content_, HasSubstr("/LBody<</MCID 5>>BDC\n(3. The third, all in one) Tj"));
+}
+
+TEST_F(TagsTest, TellRuledTablesTheirRowsAndCells) {
+  std::string content;
+  for (int i = 0; i <= 3; ++i) {
+    const std::string x = std::to_string(100 + 100 * i);
+    const std::string y = std::to_string(600 + 20 * i);
+    content += x + " 600 m " + x + " 660 l S 100 " + y + " m 400 " + y + " l S ";
+  }
+  content += "BT /F 10 Tf ";
+  for (int cell = 0; cell < 9; ++cell) {
+    content += "1 0 0 1 " + std::to_string(105 + 100 * (cell % 3)) + " " +
+               std::to_string(645 - 20 * (cell / 3)) + " Tm (cell " + std::to_string(cell) +
+               ") Tj ";
+  }
+  const QpdfDocument written = Tagged(WithLargePage(content + "ET"));
+  const std::string outline = Outline(written);
+  EXPECT_THAT(outline, ::testing::MatchesRegex("Table\\((TR\\((T[HD] ){3}\\)){3}\\)"));
+  EXPECT_THAT(content_, HasSubstr("/TD<</MCID 8>>BDC\n(cell 8) Tj"));
+}
+
 TEST_F(TagsTest, AreFoundFromPages) {
-  const QpdfDocument written = Tagged(WithContent("BT /F 8 Tf 10 80 Td (A) Tj 100 0 Td (B) Tj ET"));
+  const QpdfDocument written =
+      Tagged(WithContent("BT /F 8 Tf 10 80 Td (A) Tj ET BT 10 20 Td (B) Tj 9 0 Td (C) Tj ET"));
   EXPECT_EQ(written.Catalog()["/MarkInfo"]["/Marked"], true);
   EXPECT_EQ(written.Catalog()["/Lang"], "u:und");
   EXPECT_EQ(written.Follow(written.Page(1))["/StructParents"], 0);
@@ -84,7 +155,7 @@ TEST_F(TagsTest, AreFoundFromPages) {
   EXPECT_EQ(leaf["/Limits"], Json::array({0, 0}));
   EXPECT_EQ(leaf["/Nums"][1].size(), 2U);
   EXPECT_EQ(written.Follow(leaf["/Nums"][1][1])["/S"], "/P");
-  EXPECT_THAT(content_, HasSubstr("/P<</MCID 1>>BDC\n(B) Tj\nEMC"));
+  EXPECT_THAT(content_, HasSubstr("/P<</MCID 1>>BDC\nBT 10 20 Td (B) Tj 9 0 Td (C) Tj ET\nEMC"));
 }
 
 TEST_F(TagsTest, HaveLinksWithinTheirText) {
@@ -143,7 +214,7 @@ TEST_F(TagsTest, AreMadeForAPageThatStandsTwice) {
   file.Object(2, "<</Type/Pages/Kids[3 0 R 3 0 R]/Count 2>>");
   Run(file, Level::k2a, [](Conversion& conversion, const ContentSurvey& survey) {
     MendContents(conversion, survey);
-    MendTags(conversion, survey);
+    MendTags(conversion);
     EXPECT_EQ(conversion.page_edits.size(), 1U);
     WriteEditedContents(conversion);
   });

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <string_view>
 #include <utility>
 
 #include "engines/pdfa/Limits.h"
+#include "engines/pdfa/convert/contents/OperationPlace.h"
 #include "pdf/BoxAround.h"
 #include "pdf/content/Operators.h"
 #include "pdf/tree/PageGeometry.h"
@@ -21,42 +21,10 @@ namespace {
 
 constexpr pdf::WalkOptions kOptions = {
     .images = true, .text = true, .paths = true, .marks = true, .operators = true, .forms = true};
-// Curves painted in a row that are a drawing, and no decoration.
-constexpr std::size_t kCurvesOfFigure = 20;
-// How far apart pieces of a picture may lie.
-constexpr double kPieceGap = 1.5;
-constexpr double kThousand = 1000;
-constexpr double kUnknownWidth = 500;
+// Text of a form that is more than a paragraph.
+constexpr std::uint64_t kParagraphCodes = 300;
 // Entries of marked content that say something of the text in it.
 constexpr std::array<std::string_view, 4> kTextEntries = {"ActualText", "Alt", "E", "Lang"};
-
-bool AreNear(const pdf::Box& left, const pdf::Box& right) {
-  return left.left <= right.right + kPieceGap && right.left <= left.right + kPieceGap &&
-         left.bottom <= right.top + kPieceGap && right.bottom <= left.top + kPieceGap;
-}
-
-double LengthOf(double x, double y) {
-  return std::hypot(x, y);
-}
-
-// Where the operator begins with its operands.
-std::size_t BeginOf(const pdf::Operation& operation, std::size_t offset) {
-  const char* const content = operation.name.data() - offset;
-  return operation.operands.empty() ? offset
-                                    : static_cast<std::size_t>(operation.operands.data() - content);
-}
-
-std::size_t EndOf(const pdf::Operation& operation, std::size_t offset) {
-  if (operation.image_data.data() == nullptr) {
-    return offset + operation.name.size();
-  }
-  constexpr std::string_view kSpaces(" \t\r\n\f\0", 6);
-  const char* at = operation.image_data.data() + operation.image_data.size();
-  while (kSpaces.find(*at) != std::string_view::npos) {
-    ++at;
-  }
-  return static_cast<std::size_t>(at - (operation.name.data() - offset)) + 2;
-}
 
 // A mark that says only what its text means; empty where the properties do not tell.
 std::string TextMark(const pdf::Object& properties) {
@@ -70,14 +38,20 @@ std::string TextMark(const pdf::Object& properties) {
   return text.empty() ? text : "/Span<<" + text + ">>BDC";
 }
 
+// Where nothing hidden stays there is nothing of it to be marked.
+pdf::WalkOptions OptionsFor(HiddenContent hidden, const pdf::VisibleLayers& layers) {
+  pdf::WalkOptions options = kOptions;
+  options.layers = hidden == HiddenContent::kIsLeftOut ? &layers : nullptr;
+  return options;
+}
+
 }  // namespace
 
-PageScan::PageScan(pdf::Document& document, const pdf::PageTree& pages, const ContentSurvey& survey)
+PageScan::PageScan(pdf::Document& document, const pdf::PageTree& pages, HiddenContent hidden)
     : document_(&document),
       pages_(&pages),
-      survey_(&survey),
-      walker_(document, *this, kOptions),
-      blocks_(marks_.blocks) {}
+      finder_(document, pages),
+      walker_(document, *this, OptionsFor(hidden, finder_.layers())) {}
 
 PageMarks PageScan::Scan(std::size_t page_index) {
   marks_ = {};
@@ -89,9 +63,10 @@ PageMarks PageScan::Scan(std::size_t page_index) {
   path_begin_.reset();
   text_object_ = 0;
   text_objects_ = 0;
-  curves_ = 0;
   is_apart_ = false;
-  blocks_.Break();
+  last_text_.reset();
+  placed_ = finder_.Find(page_index);
+  marks_.blocks = placed_.TakeBlocks();
   walker_.BeginPage(*pages_, page_index);
   walker_.Run();
   FinishPage();
@@ -130,12 +105,9 @@ void PageScan::NoteForm(const FormLook& look) {
     forms_.back().paints = forms_.back().paints || look.paints;
   } else if (awaited_ && (look.codes > 0 || look.paints)) {
     awaited_->paints = true;
+    awaited_->is_form = true;
+    awaited_->codes = look.codes;
     awaited_->box = form_box_;
-    if (!IsPassedOver()) {
-      awaited_->block =
-          AddBlock(look.codes > 0 ? PageBlock::Kind::kTextOfForm : PageBlock::Kind::kFigure,
-                   form_box_, look.codes);
-    }
   }
 }
 
@@ -144,8 +116,9 @@ void PageScan::Operator(const pdf::Operation& operation, std::size_t offset) {
     return;
   }
   TakeAwaited();
-  operator_begin_ = BeginOf(operation, offset);
-  operator_end_ = EndOf(operation, offset);
+  const OperationPlace place = PlaceOf(operation, offset);
+  operator_begin_ = place.begin;
+  operator_end_ = place.end;
   switch (pdf::GroupOf(operation.code)) {
     case OperatorGroup::kPath:
     case OperatorGroup::kPaint:
@@ -173,16 +146,47 @@ void PageScan::Await(std::size_t begin) {
                   .block = {},
                   .text_object = text_object_,
                   .is_apart = is_apart_,
-                  .curves = std::exchange(curves_, 0),
                   .box = {}};
 }
 
 // What has been told of the operator by now is all.
 void PageScan::TakeAwaited() {
   if (awaited_ && awaited_->paints && !IsPassedOver()) {
+    awaited_->block = BlockOf(*awaited_);
     Add(*awaited_);
   }
   awaited_.reset();
+}
+
+// Nothing for decoration.
+std::optional<std::uint32_t> PageScan::BlockOf(const Unit& unit) {
+  if (unit.codes == 0) {
+    return placed_.At(unit.begin, unit.end);
+  }
+  const std::uint32_t block = BlockOfText(unit);
+  last_text_ = unit.is_form && unit.codes > kParagraphCodes ? BlockOfForm(block) : block;
+  return last_text_;
+}
+
+std::uint32_t PageScan::BlockOfText(const Unit& unit) {
+  if (const auto found = placed_.At(unit.begin, unit.end)) {
+    return *found;
+  }
+  if (last_text_) {
+    return *last_text_;
+  }
+  marks_.blocks.emplace_back();
+  return static_cast<std::uint32_t>(marks_.blocks.size() - 1);
+}
+
+// The block that this one lies in, which the form as a whole becomes.
+std::uint32_t PageScan::BlockOfForm(std::uint32_t block) {
+  while (marks_.blocks[block].parent != PageBlock::kNoParent) {
+    block = marks_.blocks[block].parent;
+  }
+  const pdf::Box box = marks_.blocks[block].box;
+  marks_.blocks[block] = {.kind = PageBlock::Kind::kForm, .look = {}, .box = box};
+  return block;
 }
 
 void PageScan::Add(const Unit& unit) {
@@ -202,7 +206,6 @@ void PageScan::MergeLast() {
     return;
   }
   before.end = last.end;
-  before.curves += last.curves;
   before.box = pdf::BoxAround(before.box, last.box);
   units_.pop_back();
 }
@@ -210,15 +213,9 @@ void PageScan::MergeLast() {
 void PageScan::NotePath(const pdf::Operation& operation) {
   if (pdf::GroupOf(operation.code) == OperatorGroup::kPath) {
     path_begin_ = path_begin_.value_or(operator_begin_);
-    const bool is_curve = operation.code == OperatorCode("c") ||
-                          operation.code == OperatorCode("v") ||
-                          operation.code == OperatorCode("y");
-    curves_ += is_curve ? 1 : 0;
     return;
   }
-  if (operation.code == OperatorCode("n")) {
-    curves_ = 0;
-  } else {
+  if (operation.code != OperatorCode("n")) {
     Await(path_begin_.value_or(operator_begin_));
   }
   path_begin_.reset();
@@ -320,105 +317,44 @@ bool PageScan::IsPassedOver() {
 void PageScan::DrawImage(const pdf::ImageUse& image) {
   if (!IsOnPage()) {
     forms_.back().paints = true;
-    return;
-  }
-  if (!awaited_) {
-    return;
-  }
-  awaited_->paints = true;
-  awaited_->is_image = true;
-  awaited_->box = pdf::Box{0, 0, 1, 1}.Through(image.state.matrix);
-  const bool is_piece = !units_.empty() && units_.back().is_image && units_.back().block &&
-                        AreNear(units_.back().box, awaited_->box);
-  if (is_piece) {
-    awaited_->block = units_.back().block;
-    pdf::Box& box = marks_.blocks[*awaited_->block].box;
-    box = pdf::BoxAround(box, awaited_->box);
-  } else if (!IsPassedOver()) {
-    awaited_->block = AddBlock(PageBlock::Kind::kFigure, awaited_->box, 0);
+  } else if (awaited_) {
+    awaited_->paints = true;
+    awaited_->box = pdf::Box{0, 0, 1, 1}.Through(image.state.matrix);
   }
 }
 
 std::optional<pdf::TextAdvance> PageScan::ShowText(const pdf::StringUse& string) {
+  if (string.is_hidden) {
+    return std::nullopt;
+  }
   if (!IsOnPage()) {
     forms_.back().codes += string.bytes.size();
-    return std::nullopt;
+  } else if (awaited_) {
+    awaited_->paints = awaited_->paints || !string.bytes.empty();
+    awaited_->codes += string.bytes.size();
   }
-  pdf::TextAdvance advance;
-  const std::optional<TextRun> run = RunOf(string, advance);
-  if (awaited_ && run && !string.bytes.empty() && !IsPassedOver()) {
-    const bool is_blank = string.bytes.find_first_not_of(' ') == std::string_view::npos;
-    awaited_->paints = true;
-    if (awaited_->block) {
-      blocks_.Extend(*run);
-    } else if (is_blank && !units_.empty() && units_.back().block) {
-      awaited_->block = units_.back().block;
-    } else {
-      awaited_->block = blocks_.Add(*run);
-    }
-  }
-  return advance;
+  return std::nullopt;
 }
 
-// Nothing for text of no size.
-std::optional<TextRun> PageScan::RunOf(const pdf::StringUse& string, pdf::TextAdvance& advance) {
-  const pdf::TextState& text = string.state.text;
-  const auto use = survey_->fonts().find(text.font.AsReference().number);
-  split_.clear();
-  const bool is_known = use != survey_->fonts().end() && use->second.font->codes() != nullptr &&
-                        use->second.font->codes()->Split(string.bytes, split_);
-  if (!is_known) {
-    split_.assign(string.bytes.size(), 0);
+// Where a page shows nothing else, all that is painted is a figure.
+void PageScan::TakeAllForAFigure() {
+  const bool has_blocks = std::any_of(units_.begin(), units_.end(),
+                                      [](const Unit& unit) { return unit.block.has_value(); });
+  if (has_blocks || units_.empty()) {
+    return;
   }
-  for (const std::uint32_t code : split_) {
-    const double width =
-        is_known ? use->second.WidthOf(code).value_or(kUnknownWidth) : kUnknownWidth;
-    advance.x +=
-        width / kThousand * text.size + text.char_spacing + (code == ' ' ? text.word_spacing : 0);
-  }
-  advance.x *= text.scale;
-  const pdf::Matrix glyphs = text.GlyphMatrix() * string.state.matrix;
-  const pdf::Matrix lines = text.matrix * string.state.matrix;
-  const double along = LengthOf(glyphs.a, glyphs.b);
-  const double size = LengthOf(glyphs.c, glyphs.d);
-  if (!glyphs.IsFinite() || !std::isfinite(advance.x) || along <= 0 || size <= 0) {
-    return std::nullopt;
-  }
-  return TextRun{.begin = lines.Apply(0, text.rise),
-                 .end = lines.Apply(advance.x, text.rise),
-                 .along = {glyphs.a / along, glyphs.b / along},
-                 .up = {glyphs.c / size, glyphs.d / size},
-                 .size = size,
-                 .codes = split_.size()};
-}
-
-std::uint32_t PageScan::AddBlock(PageBlock::Kind kind, const pdf::Box& box, std::uint64_t codes) {
-  blocks_.Break();
-  marks_.blocks.push_back({.kind = kind, .box = box, .codes = codes});
-  return static_cast<std::uint32_t>(marks_.blocks.size() - 1);
-}
-
-// Drawings; and on a page without anything else, all that is painted.
-void PageScan::ChooseFigures() {
-  std::optional<std::uint32_t> only;
-  const bool is_drawing = marks_.blocks.empty();
+  PageBlock figure{.kind = PageBlock::Kind::kFigure, .look = {}, .box = units_.front().box};
+  const auto index = static_cast<std::uint32_t>(marks_.blocks.size());
   for (Unit& unit : units_) {
-    if (unit.block || (!is_drawing && unit.curves < kCurvesOfFigure)) {
-      continue;
-    }
-    if (is_drawing && only) {
-      pdf::Box& box = marks_.blocks[*only].box;
-      box = pdf::BoxAround(box, unit.box);
-    } else {
-      only = AddBlock(PageBlock::Kind::kFigure, unit.box, 0);
-    }
-    unit.block = only;
+    figure.box = pdf::BoxAround(figure.box, unit.box);
+    unit.block = index;
   }
+  marks_.blocks.push_back(figure);
 }
 
 void PageScan::FinishPage() {
   TakeAwaited();
-  ChooseFigures();
+  TakeAllForAFigure();
   for (const Unit& unit : units_) {
     marks_.ranges.push_back({.begin = static_cast<std::uint32_t>(unit.begin),
                              .end = static_cast<std::uint32_t>(unit.end),

@@ -1,9 +1,10 @@
-// Finds what belongs together on pages: paragraphs and headings by TextBlocks, pictures, and what is
-// decoration.
+// Finds where in the content of pages their blocks stand, and what is decoration.
 //
-//   PageScan scan(document, pages, survey);
+//   PageScan scan(document, pages, HiddenContent::kIsMarked);
 //   const PageMarks marks = scan.Scan(page_index);
 //
+// Text that the layout does not have, as that of a font of which nothing tells the characters, goes
+// with what is shown before it.
 // Forms are gone into to see what they are, and stand as one whole. What is marked as an artifact stays
 // one; marks of layers and of replacement texts stay, too; those of another structure go.
 #ifndef TARNIX_ENGINES_PDFA_CONVERT_TAGS_PAGESCAN_H_
@@ -16,19 +17,21 @@
 #include <string>
 #include <vector>
 
-#include "engines/pdfa/convert/survey/ContentSurvey.h"
+#include "engines/pdfa/convert/tags/BlockFinder.h"
 #include "engines/pdfa/convert/tags/PageMarks.h"
-#include "engines/pdfa/convert/tags/TextBlocks.h"
 #include "pdf/content/ContentVisitor.h"
 #include "pdf/content/ContentWalker.h"
 #include "pdf/tree/PageTree.h"
 
 namespace TarnixTools::engines::pdfa {
 
+// What lies on layers that are not seen.
+enum class HiddenContent : std::uint8_t { kIsMarked, kIsLeftOut };
+
 class PageScan : private pdf::ContentVisitor {
  public:
-  // All of them outlive this.
-  PageScan(pdf::Document& document, const pdf::PageTree& pages, const ContentSurvey& survey);
+  // Both outlive this. Throws pdf::Error for a document that cannot be read any more.
+  PageScan(pdf::Document& document, const pdf::PageTree& pages, HiddenContent hidden);
 
   // Throws pdf::Error for a document that cannot be read any more.
   PageMarks Scan(std::size_t page_index);
@@ -47,10 +50,10 @@ class PageScan : private pdf::ContentVisitor {
     std::size_t end = 0;
     std::optional<std::uint32_t> block;  // nothing for what is no block, or not yet
     bool paints = false;
-    bool is_image = false;
+    bool is_form = false;
+    std::uint64_t codes = 0;      // of text that it shows
     std::size_t text_object = 0;  // that it stands in; 0 for none
     bool is_apart = false;        // a mark stands between it and the one before
-    std::size_t curves = 0;
     pdf::Box box;
   };
 
@@ -80,23 +83,24 @@ class PageScan : private pdf::ContentVisitor {
   void NoteMark(const pdf::Operation& operation);
   void NoteForm(const FormLook& look);
   void ReplaceOperator(std::string text);
-  std::optional<TextRun> RunOf(const pdf::StringUse& string, pdf::TextAdvance& advance);
-  std::uint32_t AddBlock(PageBlock::Kind kind, const pdf::Box& box, std::uint64_t codes);
+  std::optional<std::uint32_t> BlockOf(const Unit& unit);
+  std::uint32_t BlockOfText(const Unit& unit);
+  std::uint32_t BlockOfForm(std::uint32_t block);
   bool IsPassedOver();
-  void ChooseFigures();
+  void TakeAllForAFigure();
   void FinishPage();
 
   pdf::Document* document_;
   const pdf::PageTree* pages_;
-  const ContentSurvey* survey_;
+  BlockFinder finder_;
   pdf::ContentWalker walker_;
   std::map<std::uint32_t, FormLook> looks_;  // by number of the form
   std::vector<FormLook> forms_;              // that run
-  std::vector<std::uint32_t> split_;         // codes of a string
 
   // Of the page.
   PageMarks marks_;
-  TextBlocks blocks_;
+  PlacedBlocks placed_;
+  std::optional<std::uint32_t> last_text_;  // the block that text was shown of last
   std::vector<Unit> units_;
   std::optional<Unit> awaited_;  // of the operator that runs
   std::vector<OldMark> old_marks_;
@@ -105,7 +109,6 @@ class PageScan : private pdf::ContentVisitor {
   std::size_t operator_begin_ = 0;  // with its operands
   std::size_t operator_end_ = 0;
   std::optional<std::size_t> path_begin_;
-  std::size_t curves_ = 0;
   std::size_t text_object_ = 0;  // that runs; 0 for none
   std::size_t text_objects_ = 0;
   std::size_t text_begin_ = 0;

@@ -1,8 +1,6 @@
 #include "engines/pdfa/convert/tags/TagTree.h"
 
 #include <algorithm>
-#include <cmath>
-#include <iterator>
 #include <utility>
 
 #include "pdf/tree/PageGeometry.h"
@@ -18,22 +16,8 @@ namespace {
 
 constexpr std::size_t kKidsOfElement = 1'000;
 constexpr std::size_t kPairsOfNode = 1'000;
-constexpr double kSizesOfPoint = 2;
-// A heading is larger than other text by this, and shorter than these.
-constexpr double kHeadingRatio = 1.15;
-constexpr std::size_t kHeadingLines = 3;
-constexpr std::uint64_t kHeadingCodes = 200;
-constexpr std::uint64_t kLeastHeadingCodes = 2;
-constexpr int kHeadingLevels = 6;
-// Text of a form that is more than a paragraph.
-constexpr std::uint64_t kParagraphCodes = 300;
 // Annotations times blocks that are compared on one page.
 constexpr std::size_t kMaxComparisons = 4'000'000;
-
-long KeyOf(double size) {
-  constexpr double kLargest = 1e6;
-  return std::lround(std::min(size, kLargest) * kSizesOfPoint);
-}
 
 std::string ReferenceText(std::uint32_t number) {
   std::string text;
@@ -41,9 +25,8 @@ std::string ReferenceText(std::uint32_t number) {
   return text;
 }
 
-bool IsShort(const PageBlock& block) {
-  return block.kind == PageBlock::Kind::kText && block.lines <= kHeadingLines &&
-         block.codes <= kHeadingCodes && block.codes >= kLeastHeadingCodes;
+bool HoldsText(const PageBlock& block) {
+  return block.kind != PageBlock::Kind::kFigure && block.kind != PageBlock::Kind::kForm;
 }
 
 bool IsWithin(const pdf::Box& box, const pdf::Box& around) {
@@ -56,9 +39,6 @@ bool IsWithin(const pdf::Box& box, const pdf::Box& around) {
 
 void TagTree::Add(std::size_t page_index, PageMarks marks) {
   const pdf::PageTree::Page& page = conversion_->pages.pages()[page_index];
-  for (const PageBlock& block : marks.blocks) {
-    codes_of_size_[KeyOf(block.size)] += block.codes;
-  }
   Arena arena;
   const Object annotations = conversion_->rewriter.Load(page.number, arena).Get("Annots");
   most_elements_ +=
@@ -82,96 +62,53 @@ void TagTree::Write() {
                               figures_);
 }
 
-// Sizes of text that is larger than most, the largest as the first level.
+// No level is left out on the way down.
 void TagTree::ChooseHeadings() {
-  codes_of_size_.erase(0);
-  const auto body = std::max_element(
-      codes_of_size_.begin(), codes_of_size_.end(),
-      [](const auto& left, const auto& right) { return left.second < right.second; });
-  if (body == codes_of_size_.end()) {
-    return;
-  }
-  const auto least = static_cast<double>(body->first) * kHeadingRatio;
-  for (const TaggedPage& page : pages_) {
-    for (const PageBlock& block : page.marks.blocks) {
-      if (IsShort(block) && static_cast<double>(KeyOf(block.size)) >= least) {
-        headings_[KeyOf(block.size)] = 0;
+  std::vector<HeadingLook> looks;
+  std::vector<PageBlock*> blocks;
+  for (TaggedPage& page : pages_) {
+    for (PageBlock& block : page.marks.blocks) {
+      if (block.look.lines > 0) {
+        looks.push_back(block.look);
+        blocks.push_back(&block);
       }
     }
   }
-  int level = 0;
-  for (auto heading = headings_.rbegin(); heading != headings_.rend(); ++heading) {
-    level = std::min(level + 1, kHeadingLevels);
-    heading->second = level;
+  const std::vector<std::uint8_t> levels = HeadingLevels(looks);
+  std::uint8_t last = 0;
+  for (std::size_t i = 0; i < blocks.size(); ++i) {
+    if (levels[i] != 0) {
+      last = std::min(levels[i], static_cast<std::uint8_t>(last + 1));
+      blocks[i]->heading_level = last;
+    }
   }
-}
-
-// No level is left out on the way down.
-std::string TagTree::TypeOf(const PageBlock& block) {
-  if (block.kind == PageBlock::Kind::kFigure) {
-    return "Figure";
-  }
-  if (block.kind == PageBlock::Kind::kTextOfForm && block.codes > kParagraphCodes) {
-    return "Div";
-  }
-  const auto heading = headings_.find(KeyOf(block.size));
-  if (!IsShort(block) || heading == headings_.end()) {
-    return "P";
-  }
-  level_ = std::min(heading->second, level_ + 1);
-  return "H" + std::to_string(level_);
 }
 
 void TagTree::WritePage(TaggedPage& page) {
-  std::vector<std::uint32_t> elements;
-  std::vector<std::string> types;
-  for (const PageBlock& block : page.marks.blocks) {
-    elements.push_back(AddObject());
-    types.push_back(TypeOf(block));
-  }
-  std::vector<Kids> kids = MarkContent(page, elements, types);
-  const std::vector<Note> notes = NotesOf(page);
-  std::vector<Note> alone;
-  const bool may_compare = notes.size() * elements.size() <= kMaxComparisons;
-  for (const Note& note : notes) {
-    const auto around = std::find_if(page.marks.blocks.begin(), page.marks.blocks.end(),
-                                     [&](const PageBlock& block) {
-                                       return may_compare && block.kind == PageBlock::Kind::kText &&
-                                              IsWithin(note.box, block.box);
-                                     });
-    if (around == page.marks.blocks.end()) {
-      alone.push_back(note);
-      continue;
+  PageElements elements = ElementsOf(page);
+  MarkContent(page, elements);
+  AddNotes(page, elements);
+  WriteElements(page, elements);
+}
+
+// Those that are used have their objects.
+PageElements TagTree::ElementsOf(const TaggedPage& page) {
+  PageElements elements(page.marks.blocks);
+  for (const MarkedRange& range : page.marks.ranges) {
+    if (range.block != MarkedRange::kArtifact) {
+      elements.Use(elements.OfBlock(range.block));
     }
-    const auto index = static_cast<std::size_t>(around - page.marks.blocks.begin());
-    kids[index].text += " " + ReferenceText(note.element);
-    WriteNote(page, note, elements[index]);
   }
-  for (std::size_t i = 0; i < elements.size(); ++i) {
-    if (kids[i].count == 0) {
-      continue;
-    }
-    std::string text = "<</Type/StructElem/S/" + types[i] + "/P " +
-                       ReferenceText(ParentOf(elements[i])) + "/Pg " + ReferenceText(page.number) +
-                       "/K[" + kids[i].text + "]";
-    if (page.marks.blocks[i].kind == PageBlock::Kind::kFigure) {
-      ++figures_;
-      text += "/Alt(A picture without a description)/A<</O/Layout/BBox";
-      pdf::AppendBox(text, page.marks.blocks[i].box);
-      text += ">>";
-    }
-    conversion_->rewriter.Change(elements[i], ObjectChange::Value(text + ">>"));
+  elements.UseWholeTables();
+  for (PageElements::Element& element : elements.all()) {
+    element.number = element.is_used ? AddObject() : 0;
+    figures_ += element.is_used && element.type == "Figure" ? 1 : 0;
   }
-  for (const Note& note : alone) {
-    WriteNote(page, note, ParentOf(note.element));
-  }
+  return elements;
 }
 
 // Marks the ranges, and tells what each element consists of.
-std::vector<TagTree::Kids> TagTree::MarkContent(TaggedPage& page,
-                                                const std::vector<std::uint32_t>& elements,
-                                                const std::vector<std::string>& types) {
-  std::vector<Kids> kids(elements.size());
+void TagTree::MarkContent(TaggedPage& page, PageElements& elements) {
   ContentEdits edits = std::move(page.marks.edits);
   std::string parents;
   std::size_t next_id = 0;
@@ -179,17 +116,63 @@ std::vector<TagTree::Kids> TagTree::MarkContent(TaggedPage& page,
     if (range.block == MarkedRange::kArtifact) {
       edits.Insert(range.begin, "\n/Artifact BMC\n");
     } else {
+      PageElements::Element& element = elements.all()[elements.OfBlock(range.block)];
       const std::string id = std::to_string(next_id++);
-      kids[range.block].text += " " + id;
-      ++kids[range.block].count;
-      parents += " " + ReferenceText(elements[range.block]);
-      edits.Insert(range.begin, "\n/" + types[range.block] + "<</MCID " + id + ">>BDC\n");
+      element.kids += " " + id;
+      parents += " " + ReferenceText(element.number);
+      edits.Insert(range.begin, "\n/" + std::string(element.type) + "<</MCID " + id + ">>BDC\n");
     }
     edits.Insert(range.end, "\nEMC\n");
   }
   parents_[static_cast<std::size_t>(&page - pages_.data())] = "[" + parents + "]";
   conversion_->page_edits[page.number].Take(std::move(edits));
-  return kids;
+}
+
+// An annotation over text is part of it; the others follow all that the page shows.
+void TagTree::AddNotes(const TaggedPage& page, PageElements& elements) {
+  const std::vector<PageBlock>& blocks = page.marks.blocks;
+  const std::vector<Note> notes = NotesOf(page);
+  const bool may_compare = notes.size() * blocks.size() <= kMaxComparisons;
+  for (const Note& note : notes) {
+    const auto holds = [&](const PageBlock& block) {
+      const auto index = static_cast<std::uint32_t>(&block - blocks.data());
+      return may_compare && HoldsText(block) && IsWithin(note.box, block.box) &&
+             !elements.all()[elements.OfBlock(index)].kids.empty();
+    };
+    const auto around = std::find_if(blocks.begin(), blocks.end(), holds);
+    if (around == blocks.end()) {
+      alone_.push_back(note);
+      continue;
+    }
+    const auto index = static_cast<std::uint32_t>(around - blocks.begin());
+    PageElements::Element& element = elements.all()[elements.OfBlock(index)];
+    element.kids += " " + ReferenceText(note.element);
+    WriteNote(page, note, element.number);
+  }
+}
+
+void TagTree::WriteElements(const TaggedPage& page, PageElements& elements) {
+  for (PageElements::Element& element : elements.all()) {
+    if (element.is_used && element.parent != PageElements::kNoParent) {
+      elements.all()[element.parent].kids += " " + ReferenceText(element.number);
+    }
+  }
+  for (const PageElements::Element& element : elements.all()) {
+    if (!element.is_used) {
+      continue;
+    }
+    const std::uint32_t parent = element.parent == PageElements::kNoParent
+                                     ? ParentOf(element.number)
+                                     : elements.all()[element.parent].number;
+    std::string text = "<</Type/StructElem/S/" + std::string(element.type) + "/P " +
+                       ReferenceText(parent) + "/Pg " + ReferenceText(page.number);
+    text += element.kids.empty() ? "" : "/K[" + element.kids + "]";
+    conversion_->rewriter.Change(element.number,
+                                 ObjectChange::Value(text + element.attributes + ">>"));
+  }
+  for (const Note& note : std::exchange(alone_, {})) {
+    WriteNote(page, note, ParentOf(note.element));
+  }
 }
 
 std::vector<TagTree::Note> TagTree::NotesOf(const TaggedPage& page) {

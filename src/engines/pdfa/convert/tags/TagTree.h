@@ -1,11 +1,10 @@
-// The structure of a document, made of what its pages show (ISO 32000-2, 14.7 and 14.8): an element
-// for each paragraph, heading and picture, in the order of the content, and for each annotation.
+// The structure of a document, made of what its pages show (ISO 32000-2, 14.7 and 14.8): elements
+// for paragraphs, headings, lists, tables and pictures, in the order in which they are read, and for
+// each annotation.
 //
 //   TagTree tree(conversion);
 //   for (...) tree.Add(page_index, scan.Scan(page_index));
 //   tree.Write();
-//
-// Headings are short texts in larger type than most of the document's text.
 #ifndef TARNIX_ENGINES_PDFA_CONVERT_TAGS_TAGTREE_H_
 #define TARNIX_ENGINES_PDFA_CONVERT_TAGS_TAGTREE_H_
 
@@ -17,6 +16,7 @@
 #include <vector>
 
 #include "engines/pdfa/convert/Conversion.h"
+#include "engines/pdfa/convert/tags/PageElements.h"
 #include "engines/pdfa/convert/tags/PageMarks.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -38,12 +38,6 @@ class TagTree {
     PageMarks marks;
   };
 
-  // What the element of a block consists of, as text.
-  struct Kids {
-    std::string text;
-    std::size_t count = 0;
-  };
-
   // An annotation, with its element.
   struct Note {
     std::uint32_t number = 0;
@@ -54,12 +48,13 @@ class TagTree {
 
   void ChooseHeadings();
   void WritePage(TaggedPage& page);
-  std::vector<Kids> MarkContent(TaggedPage& page, const std::vector<std::uint32_t>& elements,
-                                const std::vector<std::string>& types);
+  PageElements ElementsOf(const TaggedPage& page);
+  void MarkContent(TaggedPage& page, PageElements& elements);
+  void AddNotes(const TaggedPage& page, PageElements& elements);
+  void WriteElements(const TaggedPage& page, PageElements& elements);
   std::vector<Note> NotesOf(const TaggedPage& page);
   void WriteNote(const TaggedPage& page, const Note& note, std::uint32_t parent);
   const char* TypeOfNote(const pdf::Object& subtype) const;
-  std::string TypeOf(const PageBlock& block);
   std::uint32_t AddObject();
   std::uint32_t ParentOf(std::uint32_t element);
   void CloseGroup();
@@ -68,9 +63,6 @@ class TagTree {
 
   Conversion* conversion_;
   std::vector<TaggedPage> pages_;
-  std::map<long, std::uint64_t> codes_of_size_;  // by half points
-  std::map<long, int> headings_;                 // levels by half points
-  int level_ = 0;                                // of the last heading
   std::size_t most_elements_ = 0;
   std::uint64_t figures_ = 0;
   std::uint32_t root_ = 0;
@@ -83,6 +75,7 @@ class TagTree {
   std::map<std::size_t, std::string> parents_;  // by key: what /ParentTree has
   std::size_t next_key_ = 0;
   std::set<std::uint32_t> noted_;  // numbers of annotations
+  std::vector<Note> alone_;        // of the page, over no text
 };
 
 }  // namespace TarnixTools::engines::pdfa

@@ -29,8 +29,7 @@ constexpr std::string_view kPlainRole = "Div";
 
 class TagMender {
  public:
-  TagMender(Conversion& conversion, const ContentSurvey& survey)
-      : conversion_(&conversion), survey_(&survey) {}
+  explicit TagMender(Conversion& conversion) : conversion_(&conversion) {}
 
   void Mend() {
     if (HasElements()) {
@@ -134,7 +133,8 @@ class TagMender {
   }
 
   void Build() {
-    PageScan scan(document(), conversion_->pages, *survey_);
+    PageScan scan(document(), conversion_->pages,
+                  conversion_->is_part1() ? HiddenContent::kIsLeftOut : HiddenContent::kIsMarked);
     TagTree tree(*conversion_);
     std::set<std::uint32_t> seen;
     std::size_t parts = 0;
@@ -186,15 +186,14 @@ class TagMender {
   }
 
   Conversion* conversion_;
-  const ContentSurvey* survey_;
   Arena arena_;
 };
 
 }  // namespace
 
-void MendTags(Conversion& conversion, const ContentSurvey& survey) {
+void MendTags(Conversion& conversion) {
   if (Contains(kTaggedLevels, conversion.level)) {
-    TagMender(conversion, survey).Mend();
+    TagMender(conversion).Mend();
   }
 }
 

@@ -4,13 +4,12 @@
 #define TARNIX_ENGINES_PDFA_CONVERT_TAGS_TAGS_H_
 
 #include "engines/pdfa/convert/Conversion.h"
-#include "engines/pdfa/convert/survey/ContentSurvey.h"
 
 namespace TarnixTools::engines::pdfa {
 
 // Does nothing for other levels. After annotations are mended, and before edited pages are written.
 // Throws pdf::Error for a document that cannot be read any more.
-void MendTags(Conversion& conversion, const ContentSurvey& survey);
+void MendTags(Conversion& conversion);
 
 }  // namespace TarnixTools::engines::pdfa
 
