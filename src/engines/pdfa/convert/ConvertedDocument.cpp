@@ -18,6 +18,7 @@
 #include "engines/pdfa/convert/metadata/Metadata.h"
 #include "engines/pdfa/convert/structure/Attachments.h"
 #include "engines/pdfa/convert/structure/ForbiddenEntries.h"
+#include "engines/pdfa/convert/structure/HiddenContent.h"
 #include "engines/pdfa/convert/structure/Layers.h"
 #include "engines/pdfa/convert/structure/MissingResources.h"
 #include "engines/pdfa/convert/structure/PageBoxes.h"
@@ -125,6 +126,7 @@ void ConvertedDocument::Rewrite(pdf::ByteSink& sink, Level level, const ContentS
   MendPageBoxes(conversion);
   MendFonts(conversion, survey);
   MendColors(conversion, survey);
+  RemoveHiddenContent(conversion, survey);
   MendContents(conversion, survey);
   MendImages(conversion);
   MendTags(conversion);

@@ -51,6 +51,19 @@ TEST_F(AnnotationsTest, StayEmptyWhereTheyWereHidden) {
   EXPECT_THAT(Report(), HasSubstr("hidden annotations into empty ones"));
 }
 
+TEST_F(AnnotationsTest, StayEmptyOnLayersThatAreNotSeen) {
+  for (const Level level : {Level::k1b, Level::k2b}) {
+    RawPdf file = OnePage("/Annots[4 0 R]", "/OCProperties<</OCGs[6 0 R]/D<</OFF[6 0 R]>>>>");
+    file.Object(4, "<</Type/Annot/Subtype/Stamp/Rect[0 0 9 9]/OC 6 0 R/AP<</N 5 0 R>>>>");
+    file.Stream(5, kForm, "0 g");
+    file.Object(6, "<</Type/OCG/Name(x)>>");
+    const QpdfDocument written = Run(file, level, &MendAnnotations);
+    const Json stamp = written.Follow(written.Follow(written.Page(1))["/Annots"][0]);
+    const Json box = written.Follow(stamp["/AP"]["/N"]);
+    EXPECT_EQ(box.contains("/Resources"), level == Level::k1b);
+  }
+}
+
 TEST_F(AnnotationsTest, HaveTheirNormalAppearanceOnly) {
   const Json widget = Mended("/Subtype/Widget/FT/Tx/AP<</N 5 0 R/D 6 0 R/R 6 0 R>>");
   EXPECT_EQ(widget["/AP"].size(), 1U);

@@ -29,6 +29,14 @@ TEST(ContentEdits, StayWithinTheContent) {
   EXPECT_EQ(edits.AppliedTo("0123"), "0abc");
 }
 
+TEST(ContentEdits, BringNoTextIntoWhatGoes) {
+  ContentEdits edits;
+  edits.Replace(1, 5, "a");
+  edits.Replace(2, 4, "b");
+  edits.Insert(3, "+");
+  EXPECT_EQ(edits.AppliedTo("0123456"), "0a+56");
+}
+
 TEST(ContentEdits, TakeThoseOfAnother) {
   ContentEdits other;
   other.Insert(1, "o");

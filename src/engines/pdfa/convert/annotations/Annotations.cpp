@@ -10,6 +10,7 @@
 #include "engines/pdfa/convert/annotations/DrawnAppearance.h"
 #include "engines/pdfa/convert/annotations/MadeAppearance.h"
 #include "engines/pdfa/vocabulary/Names.h"
+#include "pdf/tree/VisibleLayers.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -29,7 +30,8 @@ constexpr std::int64_t kToggleNoView = 1 << 8;
 
 class AnnotationMender {
  public:
-  explicit AnnotationMender(Conversion& conversion) : conversion_(&conversion) {}
+  explicit AnnotationMender(Conversion& conversion)
+      : conversion_(&conversion), layers_(conversion.document) {}
 
   void MendPage(const pdf::PageTree::Page& page) {
     arena_.Reset();
@@ -71,7 +73,7 @@ class AnnotationMender {
     }
     const auto [seen, is_new] = mended_.try_emplace(number, true);
     if (is_new) {
-      seen->second = Mend(number);
+      seen->second = Mend(number, IsOnHiddenLayer(found.value));
     }
     return seen->second ? number : 0;
   }
@@ -80,8 +82,13 @@ class AnnotationMender {
     return document().Resolve(dictionary.Get(key), arena_);
   }
 
+  // Where there are no layers any more it would be seen.
+  bool IsOnHiddenLayer(const Object& annotation) const {
+    return conversion_->is_part1() && !layers_.IsSeen(annotation.Get("OC"));
+  }
+
   // False for one that does not stay.
-  bool Mend(std::uint32_t number) {
+  bool Mend(std::uint32_t number, bool is_on_hidden_layer) {
     const Object annotation = rewriter().Load(number, arena_);
     const Object subtype = Get(annotation, "Subtype");
     if (!IsAllowed(subtype.Text()) && !MakeStamp(number, annotation)) {
@@ -94,7 +101,8 @@ class AnnotationMender {
     if (allowed != flags || !annotation.Has("F")) {
       rewriter().SetEntry(number, "F", std::to_string(allowed));
     }
-    MendAppearance(number, annotation, (flags & (kHidden | kNoView)) != 0);
+    MendAppearance(number, annotation,
+                   is_on_hidden_layer || (flags & (kHidden | kNoView)) != 0);
     return true;
   }
 
@@ -212,6 +220,7 @@ class AnnotationMender {
   }
 
   Conversion* conversion_;
+  pdf::VisibleLayers layers_;
   Arena arena_;
   std::size_t numbers_left_ = limits::kMaxDrawnNumbers;
   std::map<std::uint32_t, bool> mended_;  // by number: whether it stays

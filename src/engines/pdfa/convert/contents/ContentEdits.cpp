@@ -31,7 +31,8 @@ std::string ContentEdits::AppliedTo(std::string_view content) const {
   for (const Edit* edit : order) {
     const std::size_t begin = std::clamp(edit->begin, done, std::max(done, content.size()));
     text += content.substr(std::min(done, content.size()), begin - done);
-    text += edit->text;
+    const bool is_gone = edit->begin < edit->end && edit->begin < done && edit->end <= done;
+    text += is_gone ? "" : edit->text;
     done = std::max(begin, edit->end);
   }
   text += content.substr(std::min(done, content.size()));

@@ -20,7 +20,7 @@ class ContentEdits {
   // What is put in one place more than once stands there in the order of the calls.
   void Insert(std::size_t at, std::string text) { Replace(at, at, std::move(text)); }
 
-  // What lies in the range of two of them goes once.
+  // What lies in the range of two of them goes once; one that lies in another brings no text.
   void Replace(std::size_t begin, std::size_t end, std::string text);
 
   // Behind the end, after a line feed.
