@@ -40,6 +40,8 @@ inline constexpr std::size_t kMaxStructureParents = 20'000'000;
 inline constexpr std::size_t kMaxElementDepth = 1000;
 // Numbers that are read and written to draw annotations that have no appearance.
 inline constexpr std::size_t kMaxDrawnNumbers = 10'000'000;
+// Characters that are written for annotations that have no appearance.
+inline constexpr std::size_t kMaxDrawnCharacters = 2'000'000;
 // Annotations of a page that become pictures, each of which is drawn by itself.
 inline constexpr std::size_t kMaxPicturedAnnotations = 64;
 // When tags are made: parts of a page that are marked, or marks that are taken out of it; and of a

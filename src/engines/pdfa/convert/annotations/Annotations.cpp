@@ -2,13 +2,18 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "engines/pdfa/Limits.h"
+#include "engines/pdfa/convert/annotations/AppearanceFonts.h"
+#include "engines/pdfa/convert/annotations/ButtonAppearance.h"
 #include "engines/pdfa/convert/annotations/DrawnAppearance.h"
+#include "engines/pdfa/convert/annotations/FieldEntries.h"
 #include "engines/pdfa/convert/annotations/MadeAppearance.h"
+#include "engines/pdfa/convert/annotations/TextAppearance.h"
 #include "engines/pdfa/vocabulary/Names.h"
 #include "pdf/tree/VisibleLayers.h"
 #include "pdf/write/Serialize.h"
@@ -31,7 +36,10 @@ constexpr std::int64_t kToggleNoView = 1 << 8;
 class AnnotationMender {
  public:
   explicit AnnotationMender(Conversion& conversion)
-      : conversion_(&conversion), layers_(conversion.document) {}
+      : conversion_(&conversion), layers_(conversion.document), fonts_(conversion) {}
+
+  // When all pages are mended.
+  void WriteFonts() { fonts_.Write(); }
 
   void MendPage(const pdf::PageTree::Page& page) {
     arena_.Reset();
@@ -101,8 +109,7 @@ class AnnotationMender {
     if (allowed != flags || !annotation.Has("F")) {
       rewriter().SetEntry(number, "F", std::to_string(allowed));
     }
-    MendAppearance(number, annotation,
-                   is_on_hidden_layer || (flags & (kHidden | kNoView)) != 0);
+    MendAppearance(number, annotation, is_on_hidden_layer || (flags & (kHidden | kNoView)) != 0);
     return true;
   }
 
@@ -135,16 +142,8 @@ class AnnotationMender {
                : 0;
   }
 
-  // The kind of a field may stand in one above it.
   bool IsButton(const Object& annotation) {
-    Object field = annotation;
-    for (int i = 0; i < pdf::limits::kMaxReferenceSteps && field.IsDictionary(); ++i) {
-      if (const Object type = Get(field, "FT"); !type.IsNull()) {
-        return type.IsName("Btn");
-      }
-      field = Get(field, "Parent");
-    }
-    return false;
+    return FieldEntries(document(), annotation).Type() == "Btn";
   }
 
   void MendAppearance(std::uint32_t number, const Object& annotation, bool is_hidden) {
@@ -171,12 +170,37 @@ class AnnotationMender {
     }
   }
 
+  // Nothing for one that no reader shows anything of, or that cannot be drawn here.
+  std::optional<MadeAppearance> Drawn(const Object& annotation) {
+    const bool may_blend = !conversion_->is_part1();
+    return ShowsText(annotation, document())
+               ? TextAppearance(annotation, document(), fonts_, may_blend, characters_left_)
+               : DrawnAppearance(annotation, document(), may_blend, numbers_left_);
+  }
+
+  void SetStates(std::uint32_t number, const Object& annotation) {
+    const MadeButton made = ButtonAppearance(annotation, document());
+    std::string text = "<</N<</Off";
+    pdf::AppendReference(text, AddForm(made.off));
+    pdf::AppendName(text, made.on_state);
+    pdf::AppendReference(text, AddForm(made.on));
+    rewriter().SetEntry(number, "AP", text + ">>>>");
+    std::string state;
+    pdf::AppendName(state, made.is_on ? made.on_state : "Off");
+    rewriter().SetEntry(number, "AS", state);
+    conversion_->report.Changed("annotations without an appearance, which are drawn");
+  }
+
   // A mark that hides nothing is drawn with the page where there is no transparency.
   void SetMadeAppearance(std::uint32_t number, const Object& annotation, bool is_button) {
-    const auto drawn =
-        DrawnAppearance(annotation, document(), !conversion_->is_part1(), numbers_left_);
+    if (HasButtonStates(annotation, document())) {
+      SetStates(number, annotation);
+      return;
+    }
+    const std::optional<MadeAppearance> drawn = Drawn(annotation);
     if (drawn) {
-      conversion_->report.Changed("annotations without an appearance, which are drawn");
+      conversion_->report.Changed("annotations without an appearance, which are drawn",
+                                  drawn->shows_nothing() ? 0 : 1);
     } else if (conversion_->is_part1() && Get(annotation, "Subtype").IsName("Highlight")) {
       conversion_->pictured_annotations.insert(number);
     } else {
@@ -221,8 +245,10 @@ class AnnotationMender {
 
   Conversion* conversion_;
   pdf::VisibleLayers layers_;
+  AppearanceFonts fonts_;
   Arena arena_;
   std::size_t numbers_left_ = limits::kMaxDrawnNumbers;
+  std::size_t characters_left_ = limits::kMaxDrawnCharacters;
   std::map<std::uint32_t, bool> mended_;  // by number: whether it stays
 };
 
@@ -233,6 +259,7 @@ void MendAnnotations(Conversion& conversion) {
   for (const pdf::PageTree::Page& page : conversion.pages.pages()) {
     mender.MendPage(page);
   }
+  mender.WriteFonts();
 }
 
 }  // namespace TarnixTools::engines::pdfa

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engines/pdfa/convert/annotations/FieldBox.h"
 #include "pdf/tree/PageGeometry.h"
 #include "pdf/write/Serialize.h"
 
@@ -20,8 +21,6 @@ namespace {
 
 // Numbers of a path, of all paths of a drawing together.
 constexpr std::size_t kMaxNumbers = 1'000'000;
-// Where the handles of a quarter of a circle are, for a radius of 1.
-constexpr double kArc = 0.5523;
 // The thickness of lines under and through text, and where they are, in heights of it.
 constexpr double kLineWidth = 1.0 / 16;
 constexpr double kWaveLength = 1.0 / 4;
@@ -46,20 +45,9 @@ class Drawing {
 
   // As RGB, gray or white components; empty for none.
   std::string Color(std::string_view key, bool is_stroke, std::string_view fallback = {}) {
-    std::vector<double> numbers = Numbers(Get(key));
-    if (numbers.size() == 4) {
-      const double white = 1 - numbers[3];
-      numbers = {(1 - numbers[0]) * white, (1 - numbers[1]) * white, (1 - numbers[2]) * white};
-    }
-    std::string text;
-    for (const double number : numbers) {
-      pdf::AppendNumber(text, std::clamp(number, 0.0, 1.0));
-      text += " ";
-    }
-    if (numbers.size() == 1) {
-      return text + (is_stroke ? "G\n" : "g\n");
-    }
-    return numbers.size() == 3 ? text + (is_stroke ? "RG\n" : "rg\n") : std::string(fallback);
+    const std::string color =
+        ColorOperator(Numbers(Get(key)), is_stroke ? PaintUse::kStroke : PaintUse::kFill);
+    return color.empty() ? std::string(fallback) : color;
   }
 
   // An empty list of components says so.
@@ -221,16 +209,7 @@ bool DrawSquare(Drawing& drawing) {
 bool DrawCircle(Drawing& drawing) {
   const Box box = drawing.Inner();
   const bool is_seen = drawing.BeginShape();
-  const double x = (box.left + box.right) / 2;
-  const double y = (box.bottom + box.top) / 2;
-  const double dx = box.width() / 2 * kArc;
-  const double dy = box.height() / 2 * kArc;
-  drawing.Numbers({box.left, y}, "m");
-  drawing.Numbers({box.left, y + dy, x - dx, box.top, x, box.top}, "c");
-  drawing.Numbers({x + dx, box.top, box.right, y + dy, box.right, y}, "c");
-  drawing.Numbers({box.right, y - dy, x + dx, box.bottom, x, box.bottom}, "c");
-  drawing.Numbers({x - dx, box.bottom, box.left, y - dy, box.left, y}, "c");
-  drawing.Put("h ");
+  drawing.Put(CirclePath(box));
   drawing.EndShape();
   return is_seen;
 }

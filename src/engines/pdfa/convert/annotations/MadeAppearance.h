@@ -3,6 +3,7 @@
 #define TARNIX_ENGINES_PDFA_CONVERT_ANNOTATIONS_MADEAPPEARANCE_H_
 
 #include <string>
+#include <vector>
 
 #include "pdf/file/Document.h"
 
@@ -10,12 +11,20 @@ namespace TarnixTools::engines::pdfa {
 
 // A form XObject.
 struct MadeAppearance {
+  bool shows_nothing() const { return content == " "; }
+
   std::string dictionary;
   std::string content;
 };
 
 // As large as the annotation.
 MadeAppearance EmptyAppearance(const pdf::Object& annotation, pdf::Document& document);
+
+enum class PaintUse { kFill, kStroke };
+
+// The operator that sets a colour, by its components: one of gray, three of RGB, four of CMYK,
+// which are made RGB. Empty for another number of them.
+std::string ColorOperator(std::vector<double> components, PaintUse use);
 
 }  // namespace TarnixTools::engines::pdfa
 
