@@ -1,0 +1,68 @@
+#include "engines/support/fonts/CollectionText.h"
+
+#include <array>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <mutex>
+#include <utility>
+
+#include "engines/support/fonts/PredefinedMaps.h"
+#include "foundation/Utf8.h"
+
+namespace TarnixTools::engines::fonts {
+
+namespace {
+
+constexpr std::size_t kMostFileBytes = std::size_t{4} << 20;
+
+// Where systems keep the files, in folders named after the collections.
+constexpr std::array<std::string_view, 3> kFolders = {"/usr/share/poppler/cMap/",
+                                                      "/usr/local/share/poppler/cMap/",
+                                                      "/opt/homebrew/share/poppler/cMap/"};
+
+std::unique_ptr<CollectionText> Find(const std::string& collection) {
+  for (const std::string_view folder : kFolders) {
+    auto found =
+        CollectionText::Read(std::string(folder) + collection + "/" + collection + "-UCS2");
+    if (found != nullptr) {
+      return found;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+const CollectionText* CollectionText::Of(std::string_view ordering) {
+  static std::mutex mutex;
+  static std::map<std::string, std::unique_ptr<CollectionText>, std::less<>> known;
+  if (!IsKnownCollection("Adobe", ordering)) {
+    return nullptr;
+  }
+  const std::scoped_lock lock(mutex);
+  const auto [place, is_new] = known.try_emplace(std::string(ordering));
+  if (is_new) {
+    place->second = Find("Adobe-" + place->first);
+  }
+  return place->second.get();
+}
+
+std::unique_ptr<CollectionText> CollectionText::Read(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) {
+    return nullptr;
+  }
+  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  if (bytes.empty() || bytes.size() > kMostFileBytes) {
+    return nullptr;
+  }
+  return std::unique_ptr<CollectionText>(new CollectionText(CMapFile::Read(bytes)));
+}
+
+std::u32string CollectionText::TextOf(std::uint32_t cid) const {
+  const auto units = file_.TextOf(cid);
+  return units ? WideToUtf32(std::wstring(units->begin(), units->end())) : std::u32string();
+}
+
+}  // namespace TarnixTools::engines::fonts
