@@ -104,6 +104,10 @@ void DocumentFont::ReadComposite(Document& document, const Object& font) {
   } else {
     return;
   }
+  const Object collection = document.Resolve(descendant.Get("CIDSystemInfo"), arena);
+  if (document.Resolve(collection.Get("Registry"), arena).Text() == "Adobe") {
+    ordering_ = document.Resolve(collection.Get("Ordering"), arena).Text();
+  }
   ReadCodes(document, font.Get("Encoding"));
   ReadDescriptor(document, descendant.Get("FontDescriptor"));
   ReadGlyphMap(document, descendant.Get("CIDToGIDMap"));

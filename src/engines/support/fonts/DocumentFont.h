@@ -101,6 +101,10 @@ class DocumentFont {
 
   bool has_widths() const { return !widths_.empty(); }
 
+  // Of a composite font: which of Adobe's character collections its identifiers are of, as "Japan1";
+  // empty for others.
+  const std::string& ordering() const { return ordering_; }
+
   // Of a composite font.
   std::uint32_t CidOf(std::uint32_t code) const { return codes_ ? codes_->CidOf(code) : 0; }
 
@@ -127,6 +131,7 @@ class DocumentFont {
   std::optional<CodeMap> codes_;
   bool has_unicode_codes_ = false;
   bool is_vertical_ = false;
+  std::string ordering_;
   bool has_encoding_ = false;
   bool is_encoding_known_ = true;
   std::optional<BaseEncoding> base_;

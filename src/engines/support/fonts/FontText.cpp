@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "engines/support/fonts/BaseEncodings.h"
+#include "engines/support/fonts/CollectionText.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools::engines::fonts {
@@ -68,6 +69,9 @@ std::u32string FontText::Find(std::uint32_t code) {
     text = OfUnicodeCode(code);
   }
   if (IsPlaceholder(text)) {
+    text = OfCollection(code);
+  }
+  if (IsPlaceholder(text)) {
     text = OfProgram(code);
   }
   return IsPlaceholder(text) ? OfName(code, UsualNameOf(Byte(code))) : text;
@@ -89,6 +93,12 @@ std::u32string FontText::OfName(std::uint32_t code, std::string_view name) const
 
 std::u32string FontText::OfUnicodeCode(std::uint32_t code) const {
   return font_->has_unicode_codes() ? std::u32string(1, code) : std::u32string();
+}
+
+std::u32string FontText::OfCollection(std::uint32_t code) const {
+  const CollectionText* collection =
+      font_->codes() == nullptr ? nullptr : CollectionText::Of(font_->ordering());
+  return collection == nullptr ? std::u32string() : collection->TextOf(font_->CidOf(code));
 }
 
 // Without an encoding, Type 1 fonts have the standard one, and TrueType fonts that of Windows.

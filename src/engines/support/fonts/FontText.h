@@ -37,6 +37,7 @@ class FontText {
   std::u32string OfToUnicode(std::uint32_t code) const;
   std::u32string OfName(std::uint32_t code, std::string_view name) const;
   std::u32string OfUnicodeCode(std::uint32_t code) const;
+  std::u32string OfCollection(std::uint32_t code) const;
   std::string_view UsualNameOf(std::uint8_t code) const;
   std::u32string OfProgram(std::uint32_t code);
   void ReadNames();
