@@ -85,10 +85,23 @@ class RuleCollector {
       return;
     }
     if (is_thin) {
-      AddThin(shape);
+      if (!UnderlinesLink(box)) {
+        AddThin(shape);
+      }
     } else if (shape.kind == PathShape::Kind::kRectangle) {
       AddBox(shape);
     }
+  }
+
+  // Whether it is a line within what is clicked on: words of a table are often links.
+  bool UnderlinesLink(const pdf::Box& box) {
+    compared_ += page_->links.size();
+    return box.height() <= kThin && compared_ <= limits::kMaxBoxComparisons &&
+           std::any_of(page_->links.begin(), page_->links.end(), [&box](const PageLink& link) {
+             const double y = (box.bottom + box.top) / 2;
+             return box.left >= link.box.left - kThin && box.right <= link.box.right + kThin &&
+                    y > (link.box.bottom + link.box.top) / 2 && y <= link.box.top + kThin;
+           });
   }
 
   void AddThin(const PathShape& shape) {
@@ -125,6 +138,7 @@ class RuleCollector {
 
   const PageModel* page_;
   Rules rules_;
+  std::size_t compared_ = 0;  // paths with links
 };
 
 bool Holds(const pdf::Box& outer, const pdf::Box& inner) {

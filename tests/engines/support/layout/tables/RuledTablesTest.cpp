@@ -35,6 +35,15 @@ TEST(RuledTables, KeepLinesOfACellTogether) {
   EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("A name that is long|12", "Short|7")));
 }
 
+TEST(RuledTables, HaveNoRowsAtTheLinesUnderLinks) {
+  TableScene scene;
+  scene.Grid({100, 200, 300}, {100, 140, 160});
+  scene.Text(105, 114, "A link").Link({102, 104, 200, 117}).Line(101, 116, 200, 116);
+  scene.Text(105, 130, "Its text").Text(205, 120, "12");
+  scene.Text(105, 154, "Short").Text(205, 154, "7");
+  EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("A link Its text|12", "Short|7")));
+}
+
 TEST(RuledTables, PartRowsOfNumbersThatNoRuleParts) {
   TableScene scene;
   scene.Grid({100, 200, 300}, {100, 120, 190});

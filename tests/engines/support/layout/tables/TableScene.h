@@ -48,6 +48,11 @@ class TableScene {
     return *this;
   }
 
+  TableScene& Link(const pdf::Box& box) {
+    page_.links.push_back({.box = box, .uri = "http://example.org/"});
+    return *this;
+  }
+
   // Ends at that place.
   TableScene& RightText(double x, double y, std::string_view text) {
     return Text(x - WidthOf(text), y, text);
