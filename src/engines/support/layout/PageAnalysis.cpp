@@ -20,6 +20,7 @@ namespace TarnixTools::engines {
 namespace {
 
 constexpr double kSmallLetters = 0.5;  // ems: their height
+constexpr double kInCell = 0.85;       // of a picture's area, that the cell has which holds it
 constexpr double kLabelGap = 4;        // points between the lines of a label on a drawing
 constexpr double kTurnedGap = 6;       // points between lines of one turned text
 constexpr double kRadians = 0.017453292519943295;  // in a degree
@@ -60,6 +61,8 @@ class PageAnalyzer {
   void CopyLinks();
   void PlaceTables();
   void PlaceBehind(PageGraphics& graphics);
+  TableCell* CellAround(const pdf::Box& picture);
+  void PlacePicture(Picture picture);
   void PlaceLines();
   void PlaceLabels(const std::vector<const WordLine*>& lines);
   void PlaceTurned(const TurnedText& turned);
@@ -103,6 +106,34 @@ void PageAnalyzer::PlaceTables() {
   if (!parts_.empty()) {
     text_.upright.lines = tables.LinesOutside();
   }
+}
+
+// The cell that holds the picture; null for none.
+TableCell* PageAnalyzer::CellAround(const pdf::Box& picture) {
+  for (FlowPart& part : parts_) {
+    auto* table = std::get_if<Table>(&part.block.content);
+    if (table == nullptr || CoveredShare(picture, table->box) < kInCell) {
+      continue;
+    }
+    const auto cell = std::find_if(
+        table->cells.begin(), table->cells.end(),
+        [&picture](const TableCell& own) { return CoveredShare(picture, own.box) >= kInCell; });
+    return cell == table->cells.end() ? nullptr : &*cell;
+  }
+  return nullptr;
+}
+
+void PageAnalyzer::PlacePicture(Picture picture) {
+  TableCell* cell = CellAround(picture.box);
+  if (cell == nullptr) {
+    AddThing(std::move(picture));
+    return;
+  }
+  const double upper = UpperEdge(picture.box);
+  const auto below =
+      std::find_if(cell->blocks.begin(), cell->blocks.end(),
+                   [upper](const Block& block) { return UpperEdge(BoxOf(block)) > upper; });
+  cell->blocks.insert(below, Block{std::move(picture)});
 }
 
 template <typename Thing>
@@ -271,7 +302,7 @@ PageLayout PageAnalyzer::Analyze() {
   layout_.background = graphics.background;
   PlaceBehind(graphics);
   for (Picture& picture : graphics.pictures) {
-    AddThing(std::move(picture));
+    PlacePicture(std::move(picture));
   }
   for (Drawing& drawing : graphics.drawings) {
     AddThing(std::move(drawing));

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <gmock/gmock.h>
 
 #include "engines/support/layout/LayoutDump.h"
@@ -143,6 +145,34 @@ TEST(PageAnalysis, JoinsTilesOfAPicture) {
   ASSERT_THAT(page.bands, SizeIs(1));
   EXPECT_THAT(std::get<Picture>(page.bands[0].columns[0].blocks[0].content).images,
               ElementsAre(0, 1));
+}
+
+TEST(PageAnalysis, PutsASmallBulletBesideItsText) {
+  PageLayout page = AnalyzePage(MadePage()
+                                    .Text(72, 96, U"\u25CF", {.size = 9})
+                                    .Text(84, 100, U"An item", {.size = 20})
+                                    .Take());
+  EXPECT_THAT(TextsOf(page), SizeIs(1));
+}
+
+TEST(PageAnalysis, PutsAPictureIntoTheCellThatHoldsIt) {
+  MadePage made;
+  for (const double y : {100.0, 150.0, 200.0, 250.0}) {
+    made.Line({100, y, 300, y});
+  }
+  for (const double x : {100.0, 200.0, 300.0}) {
+    made.Line({x, 100, x, 250});
+  }
+  made.Text(105, 120, U"Name").Text(205, 120, U"Look").Text(105, 180, U"Flag");
+  made.Text(105, 230, U"Sign").Text(205, 230, U"Round");
+  const PageLayout page = AnalyzePage(made.Image({220, 160, 260, 190}).Take());
+  const Table& table = std::get<Table>(page.bands.at(0).columns.at(0).blocks.at(0).content);
+  const auto cell = std::find_if(table.cells.begin(), table.cells.end(), [](const TableCell& own) {
+    return own.row == 1 && own.column == 1;
+  });
+  ASSERT_NE(cell, table.cells.end());
+  ASSERT_EQ(cell->blocks.size(), 1U);
+  EXPECT_TRUE(std::holds_alternative<Picture>(cell->blocks[0].content));
 }
 
 TEST(PageAnalysis, SaysWhatItFound) {

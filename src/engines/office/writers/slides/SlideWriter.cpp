@@ -86,9 +86,21 @@ class OneSlide {
         ++next;
       }
       WriteTableShape(slide_, *table);
+      WritePicturesOf(*table);
     }
     for (; next < groups.size(); ++next) {
       WriteTextShape(slide_, groups[next], groups[next].box, 0);
+    }
+  }
+
+  // Cells of a slide hold text only: their pictures lie over them.
+  void WritePicturesOf(const Table& table) {
+    for (const TableCell& cell : table.cells) {
+      for (const Block& block : cell.blocks) {
+        if (const auto* picture = std::get_if<Picture>(&block.content)) {
+          WritePictureShape(slide_, *picture);
+        }
+      }
     }
   }
 
