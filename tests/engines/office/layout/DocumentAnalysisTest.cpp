@@ -48,6 +48,20 @@ TEST_F(DocumentAnalysis, MovesHeadersAndPageNumbersOutOfTheFlow) {
   EXPECT_EQ(pieces[1].text, "6");
 }
 
+TEST_F(DocumentAnalysis, TakesNoHeaderFromAPageThatIsThereTwice) {
+  for (int i = 0; i < 2; ++i) {
+    MadePage page;
+    page.Text(72, 40, U"The first line");
+    for (int line = 0; line < 6; ++line) {
+      page.Text(72, 300 + 40 * line, kFull);
+    }
+    Add(page);
+  }
+  AnalyzeDocument(document_);
+  EXPECT_THAT(document_.pages[0].layout.header, SizeIs(0));
+  EXPECT_THAT(document_.pages[1].layout.header, SizeIs(0));
+}
+
 TEST_F(DocumentAnalysis, LeavesNumbersThatDoNotCount) {
   for (const char32_t digit : {U'7', U'2'}) {
     MadePage page;

@@ -17,10 +17,11 @@ namespace {
 constexpr double kMargin = 0.2;  // of the page's height, that headers and footers may reach into
 constexpr double kSureMargin = 0.14;  // where what is beside text of the page is still one
 constexpr double kLastStrip = 0.92;   // of the page's height, below which a line apart is a footer
-constexpr double kApart = 12;         // points above such a line
-constexpr double kSamePlace = 4;      // points
-constexpr std::size_t kMostBlocks = 5;      // of a header or a footer
-constexpr std::size_t kMostPagesApart = 2;  // left and right pages have headers of their own
+constexpr std::size_t kLongestNumbered = 40;  // bytes of a line with the number of a page
+constexpr double kApart = 12;                 // points above such a line
+constexpr double kSamePlace = 4;              // points
+constexpr std::size_t kMostBlocks = 5;        // of a header or a footer
+constexpr std::size_t kMostPagesApart = 2;    // left and right pages have headers of their own
 constexpr std::size_t kMostDigits = 5;
 constexpr std::size_t kLongestText = 300;
 
@@ -34,6 +35,7 @@ struct Candidate {
 
 struct PageEdge {
   std::vector<Candidate> blocks;  // from the edge of the page inwards
+  std::string others;             // the text that is not at the edge
 };
 
 bool IsDigit(char c) {
@@ -80,6 +82,9 @@ PageEdge EdgeOf(PageLayout& page, bool is_top) {
         const pdf::Box box = BoxOf(block);
         if (candidate && (is_top ? LowerEdge(box) <= limit : UpperEdge(box) >= limit)) {
           edge.blocks.push_back(std::move(*candidate));
+        } else if (const auto* paragraph = std::get_if<Paragraph>(&block.content);
+                   paragraph != nullptr && edge.others.size() < kLongestText) {
+          edge.others += TextOf(*paragraph);
         }
       }
     }
@@ -105,16 +110,27 @@ bool AreOneBlock(const Candidate& a, const Candidate& b, long pages_apart) {
   return a.text != "#" || is_counting;
 }
 
+void MarkRepeated(PageEdge& one, PageEdge& other, long pages_apart) {
+  for (Candidate& a : one.blocks) {
+    for (Candidate& b : other.blocks) {
+      if (AreOneBlock(a, b, pages_apart)) {
+        a.is_repeated = true;
+        b.is_repeated = true;
+      }
+    }
+  }
+}
+
+// Of pages that are copies of each other everything is repeated, and tells nothing.
+bool AreCopies(const PageEdge& one, const PageEdge& other) {
+  return one.others.size() >= kLongestText && one.others == other.others;
+}
+
 void MarkRepeated(std::vector<PageEdge>& edges) {
   for (std::size_t i = 0; i < edges.size(); ++i) {
     for (std::size_t apart = 1; apart <= kMostPagesApart && i + apart < edges.size(); ++apart) {
-      for (Candidate& a : edges[i].blocks) {
-        for (Candidate& b : edges[i + apart].blocks) {
-          if (AreOneBlock(a, b, static_cast<long>(apart))) {
-            a.is_repeated = true;
-            b.is_repeated = true;
-          }
-        }
+      if (!AreCopies(edges[i], edges[i + apart])) {
+        MarkRepeated(edges[i], edges[i + apart], static_cast<long>(apart));
       }
     }
   }
@@ -201,7 +217,8 @@ void MarkLastLine(PageEdge& edge, double height) {
   }
   Candidate& last = edge.blocks.front();
   const auto* paragraph = std::get_if<Paragraph>(&last.block->content);
-  const bool is_line = paragraph != nullptr && paragraph->lines.size() == 1;
+  const bool is_line = paragraph != nullptr && paragraph->lines.size() == 1 && last.number >= 0 &&
+                       last.text.size() <= kLongestNumbered;
   const bool is_apart =
       std::all_of(edge.blocks.begin() + 1, edge.blocks.end(), [&last](const Candidate& other) {
         return LowerEdge(other.box) + kApart <= UpperEdge(last.box);
@@ -249,6 +266,37 @@ void Sweep(PageLayout& page) {
   std::erase_if(page.bands, [](const Band& band) { return band.columns.empty(); });
 }
 
+// What the header and the footer of a page leave of it.
+pdf::Box BetweenMargins(const PageLayout& page) {
+  pdf::Box body{0, 0, page.width, page.height};
+  for (const Block& block : page.header) {
+    body.bottom = std::max(body.bottom, LowerEdge(BoxOf(block)));
+  }
+  for (const Block& block : page.footer) {
+    body.top = std::min(body.top, UpperEdge(BoxOf(block)));
+  }
+  return body;
+}
+
+// Pictures and drawings beside a header or a footer have no place in the flow between them.
+void FloatImagesInMargins(PageLayout& page) {
+  const pdf::Box body = BetweenMargins(page);
+  for (Band& band : page.bands) {
+    for (Column& column : band.columns) {
+      for (Block& block : column.blocks) {
+        const pdf::Box box = BoxOf(block);
+        const bool is_image = std::holds_alternative<Picture>(block.content) ||
+                              std::holds_alternative<Drawing>(block.content);
+        if (is_image && !IsSwept(block) &&
+            (UpperEdge(box) < body.bottom || LowerEdge(box) > body.top)) {
+          page.floats.push_back({.box = box, .is_behind = true, .blocks = {std::move(block)}});
+          block.content = Drawing{};
+        }
+      }
+    }
+  }
+}
+
 }  // namespace
 
 void FindHeadersAndFooters(OfficeDocument& document) {
@@ -268,6 +316,7 @@ void FindHeadersAndFooters(OfficeDocument& document) {
   }
   for (OfficePage& page : document.pages) {
     if (!page.layout.header.empty() || !page.layout.footer.empty()) {
+      FloatImagesInMargins(page.layout);
       Sweep(page.layout);
     }
   }
