@@ -30,6 +30,16 @@ TEST(Bands, ReadsColumnsBelowATitleOneAfterTheOther) {
   EXPECT_THAT(bands[1].columns[1].items, ElementsAre(5, 6, 7, 8));
 }
 
+TEST(Bands, LetsAColumnBeginAboveTheOther) {
+  std::vector<RegionItem> items;
+  AddLines(items, 72, 270, 124, 4);
+  AddLines(items, 300, 500, 100, 6);
+  const std::vector<RegionBand> bands = CutIntoBands(items, false);
+  ASSERT_THAT(bands, SizeIs(1));
+  ASSERT_THAT(bands[0].columns, SizeIs(2));
+  EXPECT_THAT(bands[0].columns[1].items, ElementsAre(4, 5, 6, 7, 8, 9));
+}
+
 TEST(Bands, ReadsColumnsFromTheRight) {
   std::vector<RegionItem> items;
   AddLines(items, 72, 270, 140, 3);

@@ -17,6 +17,8 @@ constexpr double kStripOverlap = 0.5;      // points that strips may share
 constexpr std::size_t kLeastLines = 3;     // of a column
 constexpr double kLeastLetters = 11;       // of its lines, in the middle
 constexpr double kLeastThing = 30;         // points: height of a picture that is a column
+constexpr std::size_t kLinesAhead = 4;     // by which a column may begin above those beside it
+constexpr double kGapOfLines = 1.3;        // ems between lines of one column, at most
 constexpr double kGapBeforeHeading = 1.6;  // ems that part what follows the columns from them
 
 using Items = std::vector<std::uint32_t>;
@@ -89,6 +91,7 @@ class BandCutter {
   std::vector<Strip> StripsOf(Items items) const;
   std::vector<Band> JoinStrips(std::vector<Strip> strips) const;
   bool GoesOn(const Band& band, const Strip& strip, const Coverage& both) const;
+  bool BeginsColumns(const Band& band, const Strip& strip, const Coverage& both) const;
   void CutTail(Band& band, std::vector<Strip>& tail) const;
   std::vector<Items> ColumnsOf(const Band& band) const;
   void JoinWeakColumns(std::vector<Items>& columns) const;
@@ -147,8 +150,16 @@ std::vector<Strip> BandCutter::StripsOf(Items items) const {
 
 // A strip goes on with the columns of a band when it leaves their gutters free.
 bool BandCutter::GoesOn(const Band& band, const Strip& strip, const Coverage& both) const {
-  return band.coverage.gutters() > 0 ? both.gutters() >= band.coverage.gutters()
-                                     : strip.coverage.gutters() == 0;
+  if (band.coverage.gutters() > 0) {
+    return both.gutters() >= band.coverage.gutters();
+  }
+  return strip.coverage.gutters() == 0 || BeginsColumns(band, strip, both);
+}
+
+// Where one column begins higher than those beside it, its first lines are close above the others.
+bool BandCutter::BeginsColumns(const Band& band, const Strip& strip, const Coverage& both) const {
+  return band.strips.size() <= kLinesAhead && both.gutters() >= strip.coverage.gutters() &&
+         strip.upper - band.strips.back().lower <= kGapOfLines * gutter_ / kGutter;
 }
 
 // What stands below the columns on one side only belongs to what follows when it is set off.
