@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "engines/support/layout/Boxes.h"
 #include "engines/support/layout/text/WordLines.h"
@@ -10,8 +11,10 @@ namespace TarnixTools::engines {
 
 namespace {
 
-constexpr double kEvenRoom = 3;  // points by which the room above and below text may differ
-constexpr double kMuchRoom = 4;  // points above text that does not begin at the top
+constexpr double kEvenRoom = 3;          // points by which the room above and below text may differ
+constexpr double kMuchRoom = 4;          // points above text that does not begin at the top
+constexpr double kRoomBesideText = 1.5;  // points to the edges of its cell
+constexpr double kLeastColumn = 1;       // points
 
 VerticalAlignment AlignmentIn(const pdf::Box& cell, const pdf::Box& text) {
   const double above = UpperEdge(text) - UpperEdge(cell);
@@ -21,6 +24,50 @@ VerticalAlignment AlignmentIn(const pdf::Box& cell, const pdf::Box& text) {
   }
   return std::abs(above - below) <= kEvenRoom ? VerticalAlignment::kMiddle
                                               : VerticalAlignment::kBottom;
+}
+
+// How far text reaches on both sides of each edge between columns.
+struct TextAtEdges {
+  std::vector<double> ends;    // of the columns to its left
+  std::vector<double> starts;  // of those to its right
+};
+
+TextAtEdges TextBesideEdges(const Table& table) {
+  TextAtEdges text{
+      .ends = std::vector<double>(table.columns.size(), -std::numeric_limits<double>::infinity()),
+      .starts = std::vector<double>(table.columns.size(), std::numeric_limits<double>::infinity())};
+  for (const TableCell& cell : table.cells) {
+    for (const Block& block : cell.blocks) {
+      double& end = text.ends[cell.column + cell.column_span];
+      double& start = text.starts[cell.column];
+      end = std::max(end, BoxOf(block).right);
+      start = std::min(start, BoxOf(block).left);
+    }
+  }
+  return text;
+}
+
+// Edges that text reaches over move into the gap beside it: cells would break its lines.
+void MoveEdgesOffText(Table& table) {
+  const TextAtEdges text = TextBesideEdges(table);
+  std::vector<double>& edges = table.columns;
+  for (std::size_t i = 1; i + 1 < edges.size(); ++i) {
+    const double end = text.ends[i];
+    const double start = text.starts[i];
+    if (end >= start) {
+      continue;
+    }
+    const double least = std::min(end + kRoomBesideText, (end + start) / 2);
+    const double most = std::max(start - kRoomBesideText, (end + start) / 2);
+    const double moved = std::max(std::min(edges[i], most), least);
+    if (moved > edges[i - 1] + kLeastColumn && moved < edges[i + 1] - kLeastColumn) {
+      edges[i] = moved;
+    }
+  }
+  for (TableCell& cell : table.cells) {
+    cell.box.left = edges[cell.column];
+    cell.box.right = edges[cell.column + cell.column_span];
+  }
 }
 
 }  // namespace
@@ -75,6 +122,7 @@ Table TableMaker::Make(FoundTable found) {
   for (const std::uint32_t word : found.fillers) {
     is_taken_[word] = true;
   }
+  MoveEdgesOffText(table);
   return table;
 }
 
