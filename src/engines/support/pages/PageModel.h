@@ -81,6 +81,7 @@ struct ImagePlace {
   std::uint32_t order = 0;
   // Of the operator, in the content of the page.
   std::uint32_t place = kNoPlace;
+  std::int32_t mark = -1;  // the /MCID of the marked content around it; -1 for none
 };
 
 // A place that leads somewhere when it is clicked on.

@@ -111,8 +111,10 @@ std::uint32_t PageCollector::StyleOf(const pdf::StringUse& string, const PageFon
   const bool only_strokes = pdf::Strokes(mode) && !pdf::Fills(mode);
   const double alpha =
       only_strokes ? state.transparency.stroke_alpha : state.transparency.fill_alpha;
-  style.color = colors_->Of(only_strokes ? state.stroke : state.fill).value_or(Rgb{});
   style.is_hidden = (!pdf::Fills(mode) && !pdf::Strokes(mode)) || alpha <= 0;
+  if (!style.is_hidden) {
+    style.color = colors_->Of(only_strokes ? state.stroke : state.fill).value_or(Rgb{});
+  }
   std::vector<TextStyle>& styles = page_->styles;
   const auto last =
       std::next(styles.rbegin(), std::min<std::ptrdiff_t>(std::ssize(styles), kStylesLookedAt));
@@ -313,7 +315,8 @@ void PageCollector::DrawImage(const pdf::ImageUse& image) {
                            .matrix = image.state.matrix,
                            .box = box.Within(image.state.clip.box),
                            .order = ++order_,
-                           .place = place_});
+                           .place = place_,
+                           .mark = CurrentMark()});
 }
 
 // Content that is passed over, whether it cannot be read or is too much.

@@ -1,6 +1,7 @@
 #include "engines/support/layout/graphics/PageGraphics.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 #include "engines/support/layout/Boxes.h"
@@ -61,6 +62,7 @@ class GraphicsFinder {
   void PlaceDrawing(Drawing drawing);
   std::vector<std::uint32_t> SeenPaths();
   bool IsBackground(const PathShape& path);
+  std::string DescriptionOf(const Picture& picture) const;
   TextOver TextIn(const pdf::Box& box);
 
   bool CoversPage(const pdf::Box& box) const { return CoveredShare(paper_, box) >= kWholePage; }
@@ -96,6 +98,18 @@ TextOver GraphicsFinder::TextIn(const pdf::Box& box) {
   return over;
 }
 
+// What the structure tree says of the first of its images that it describes.
+std::string GraphicsFinder::DescriptionOf(const Picture& picture) const {
+  for (const std::uint32_t image : picture.images) {
+    const std::int32_t mark = page_->images[image].mark;
+    if (mark >= 0 && static_cast<std::size_t>(mark) < page_->roles.size() &&
+        !page_->roles[static_cast<std::size_t>(mark)].description.empty()) {
+      return page_->roles[static_cast<std::size_t>(mark)].description;
+    }
+  }
+  return {};
+}
+
 void GraphicsFinder::FindPictures() {
   std::vector<std::uint32_t> seen;
   std::vector<pdf::Box> boxes;
@@ -117,6 +131,7 @@ void GraphicsFinder::FindPictures() {
       picture.box = Around(picture.box, boxes[member]);
       picture.images.push_back(seen[member]);
     }
+    picture.description = DescriptionOf(picture);
     const TextOver over = TextIn(picture.box);
     const bool is_behind = CoversPage(picture.box) || over.words >= kWordsOver ||
                            over.wide_lines > 0 || IsWithin(picture.box, kSmallPicture);
