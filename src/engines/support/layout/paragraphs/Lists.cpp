@@ -34,12 +34,16 @@ struct Item {
   std::uint32_t list = 0;  // 0 for none
 };
 
-std::optional<Item> ItemOf(Paragraph& paragraph, std::size_t place) {
+// Nothing for a paragraph without a label. What is raised is the mark of a note.
+std::optional<Item> ItemOf(const PageLayout& page, Paragraph& paragraph, std::size_t place) {
   if (paragraph.lines.empty() || paragraph.lines.front().pieces.empty() ||
       paragraph.role == ParagraphRole::kHeading || paragraph.role == ParagraphRole::kTitle) {
     return std::nullopt;
   }
   const std::vector<TextPiece>& pieces = paragraph.lines.front().pieces;
+  if (page.looks[pieces.front().look].raise != Raise::kNone) {
+    return std::nullopt;
+  }
   std::u32string word = Utf8ToUtf32(pieces.front().text);
   while (!word.empty() && word.back() == ' ') {
     word.pop_back();
@@ -56,7 +60,7 @@ std::vector<Item> ItemsOf(const std::vector<PageLayout*>& pages) {
   std::size_t place = 0;
   for (PageLayout* page : pages) {
     for (Paragraph* paragraph : FlowParagraphs(*page)) {
-      if (std::optional<Item> item = ItemOf(*paragraph, place++)) {
+      if (std::optional<Item> item = ItemOf(*page, *paragraph, place++)) {
         items.push_back(std::move(*item));
       }
     }
