@@ -85,6 +85,16 @@ bool Contains(std::string_view text, std::initializer_list<std::string_view> wor
   });
 }
 
+// Whether a style as foundries shorten it has a part: "BdIt" has "Bd" and "It".
+bool HasShortStyle(std::string_view name, std::string_view part) {
+  const std::size_t dash = name.rfind('-');
+  const std::string_view style = dash == std::string_view::npos ? "" : name.substr(dash + 1);
+  const std::size_t at = style.find(part);
+  const std::size_t end = at + part.size();
+  return at != std::string_view::npos &&
+         (end == style.size() || (style[end] >= 'A' && style[end] <= 'Z'));
+}
+
 // "OpenSans-Light" is "Open Sans": a space before each capital that follows a small letter.
 std::string Spaced(std::string_view name) {
   std::string spaced;
@@ -104,8 +114,10 @@ Typeface TypefaceNamed(std::string_view name) {
   const std::string_view bare = WithoutTag(name);
   const std::string lower = Lower(bare);
   Typeface face;
-  face.is_bold = Contains(lower, {"bold", "black", "heavy", "semibold", "demi", "cmbx"});
-  face.is_italic = Contains(lower, {"italic", "oblique", "cmti", "cmmi", "kursiv"});
+  face.is_bold = Contains(lower, {"bold", "black", "heavy", "semibold", "demi", "cmbx"}) ||
+                 HasShortStyle(bare, "Bd") || HasShortStyle(bare, "Blk");
+  face.is_italic = Contains(lower, {"italic", "oblique", "cmti", "cmmi", "kursiv"}) ||
+                   HasShortStyle(bare, "It") || HasShortStyle(bare, "Obl");
   const auto known = std::find_if(kKnown.begin(), kKnown.end(), [&lower](const KnownFamily& entry) {
     return lower.starts_with(entry.start);
   });

@@ -19,6 +19,8 @@ TEST(TypefaceNames, KnowsFamiliesAndStyles) {
       {"ArialNarrow,Bold", "Arial Narrow", true, false},
       {"OpenSans-Light", "Open Sans", false, false},
       {"PHGXPC+CMBX12", "CMBX12", true, false},
+      {"HQSLLD+HelveticaNeueLTStd-BdCn", "Helvetica Neue", true, false},
+      {"HelveticaNeueLTStd-MdIt", "Helvetica Neue", false, true},
   };
   for (const Row& row : kRows) {
     const Typeface face = TypefaceNamed(row.name);
