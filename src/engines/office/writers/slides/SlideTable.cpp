@@ -13,6 +13,8 @@ namespace {
 
 constexpr std::string_view kTableUri = "http://schemas.openxmlformats.org/drawingml/2006/table";
 
+constexpr double kTightest = 0.4;  // of a line's pitch, that is left of it
+
 class Writer {
  public:
   Writer(SlidePart& slide, const Table& table)
@@ -82,6 +84,8 @@ class Writer {
         all.paragraphs.push_back(std::move(placed));
       }
     }
+    const double room = table_.rows[row + grid_.HeightAt(row, column)] - table_.rows[row];
+    const double above = KeepWithin(all, table_.rows[row], room);
     xml_.Open("a:txBody");
     xml_.Leaf("a:bodyPr");
     xml_.Leaf("a:lstStyle");
@@ -92,8 +96,24 @@ class Writer {
       xml_.Close();
     }
     xml_.Close();
-    const double above = all.paragraphs.empty() ? 0 : all.paragraphs[0].top - table_.rows[row];
-    WriteProperties(cell, std::max(above, 0.0));
+    WriteProperties(cell, above);
+  }
+
+  // Text that is higher than its row would make it higher, and move all rows below: its lines come
+  // closer to each other. Returns what is free above it.
+  static double KeepWithin(TextGroup& text, double top, double room) {
+    if (text.paragraphs.empty()) {
+      return 0;
+    }
+    const double first = text.paragraphs.front().top;
+    const double height = text.paragraphs.back().bottom - first;
+    const double share = height > room && height > 0 ? std::max(room / height, kTightest) : 1;
+    for (PlacedParagraph& placed : text.paragraphs) {
+      placed.pitch *= share;
+      placed.top = first + (placed.top - first) * share;
+      placed.bottom = first + (placed.bottom - first) * share;
+    }
+    return std::clamp(first - top, 0.0, std::max(room - height * share, 0.0));
   }
 
   void WriteProperties(const TableCell& cell, double above) {
