@@ -191,7 +191,8 @@ class Planner {
   }
 
   // The first section of a page tells its margins: LibreOffice knows further ones of sections that
-  // begin within the page only where they are within those.
+  // begin within the page only where they are within those. Sections without columns have the same,
+  // and their paragraphs indents.
   void WidenPages() {
     SectionPlan* first = nullptr;
     for (SectionPlan& section : plan_.sections) {
@@ -200,6 +201,14 @@ class Planner {
       } else if (first != nullptr && first->columns.empty()) {
         first->left = std::min(first->left, section.left);
         first->right = std::max(first->right, section.right);
+      }
+    }
+    for (SectionPlan& section : plan_.sections) {
+      if (!section.is_continuous) {
+        first = &section;
+      } else if (first != nullptr && section.columns.empty()) {
+        section.left = first->left;
+        section.right = first->right;
       }
     }
   }
