@@ -21,6 +21,8 @@ constexpr double kTightest = -0.12;
 constexpr double kWidest = 1.0;
 constexpr double kSlack = 0.4;  // points by which programs measure differently, beside a share
 constexpr double kRoomOfSingleLine = 3;
+// How much wider a line may become for the rest of its last word to stay on the next one.
+constexpr double kWidened = 1.05;
 constexpr char32_t kFirstIdeograph = 0x2E80;
 
 // Pieces without a tabulator between them.
@@ -38,14 +40,70 @@ struct MeasuredLine {
   std::vector<Segment> segments;
   double left = 0;
   double right = 0;
-  double first_word = 0;  // width of what stands before its first space
+  double first_word = 0;  // width of what stands before the first place where a line may end
   double space = 0;
+  double hyphen = 0;  // that is seen at its end and not among its pieces
 };
 
 std::size_t CountCharacters(std::string_view text) {
   return static_cast<std::size_t>(
       std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
 }
+
+// Whether lines may end before and behind it: ideographs, kana, and the syllables of Korean, which
+// not all programs keep together in words.
+bool StandsAlone(char32_t character) {
+  return (character >= 0x1100 && character < 0x1200) ||
+         (character >= kFirstIdeograph && character < 0xFB00) ||
+         (character >= 0xFF00 && character < 0x30000);
+}
+
+// Where the text's first part ends that no line end can cut, in bytes.
+std::size_t FirstBreak(std::string_view text) {
+  for (std::size_t at = 0; at < text.size();) {
+    const DecodedCharacter next = DecodeUtf8(text.substr(at));
+    if (next.character == U' ') {
+      return at;
+    }
+    if (StandsAlone(next.character)) {
+      return at > 0 ? at : next.length;
+    }
+    at += next.length;
+  }
+  return std::string_view::npos;
+}
+
+// Counts where ideographs and letters stand beside each other, over the pieces of a line. What is
+// neither goes with what is before it.
+class ScriptChanges {
+ public:
+  std::size_t In(std::string_view text) {
+    std::size_t changes = 0;
+    while (!text.empty()) {
+      const DecodedCharacter next = DecodeUtf8(text);
+      const Script script = ScriptOf(next.character);
+      if (next.character == U' ') {
+        last_ = Script::kNone;
+      } else if (script != Script::kNone) {
+        changes += last_ != Script::kNone && last_ != script ? 1 : 0;
+        last_ = script;
+      }
+      text.remove_prefix(next.length);
+    }
+    return changes;
+  }
+
+ private:
+  enum class Script : std::uint8_t { kNone, kLetters, kIdeographs };
+
+  static Script ScriptOf(char32_t c) {
+    const bool is_letter = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') ||
+                           (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c < 0x530);
+    return StandsAlone(c) ? Script::kIdeographs : is_letter ? Script::kLetters : Script::kNone;
+  }
+
+  Script last_ = Script::kNone;
+};
 
 double SizeOf(const TextLook& look) {
   return look.raise == Raise::kNone ? look.size : look.size * kRaisedSize;
@@ -82,11 +140,13 @@ class Fitter {
 
   MeasuredLine Measure(const TextLine& line) {
     MeasuredLine measured;
+    ScriptChanges changes;
     bool is_open = false;
     for (std::size_t i = 0; i < line.pieces.size(); ++i) {
       const TextPiece& piece = line.pieces[i];
       if (piece.kind == PieceKind::kTab) {
         is_open = false;
+        changes = ScriptChanges();
         continue;
       }
       if (!is_open) {
@@ -94,6 +154,8 @@ class Fitter {
         is_open = true;
       }
       AddTo(measured.segments.back(), piece, i);
+      measured.segments.back().natural += static_cast<double>(changes.In(piece.text)) *
+                                          settings_.script_gap * looks_[piece.look].size;
     }
     measured.left = measured.segments.empty() ? line.box.left : measured.segments.front().left;
     measured.right = measured.segments.empty() ? line.box.right : measured.segments.back().right;
@@ -115,10 +177,10 @@ class Fitter {
       if (piece.kind == PieceKind::kTab) {
         return;
       }
-      const std::size_t space = piece.text.find(' ');
-      measured.first_word += WidthOf(piece, std::string_view(piece.text).substr(0, space));
+      const std::size_t end = FirstBreak(piece.text);
+      measured.first_word += WidthOf(piece, std::string_view(piece.text).substr(0, end));
       measured.space = WidthOf(piece, " ");
-      if (space != std::string::npos) {
+      if (end != std::string_view::npos) {
         return;
       }
     }
@@ -148,6 +210,9 @@ class Fitter {
         end = line.joint == LineJoint::kSpace     ? LineEnd::kSpace
               : line.joint == LineJoint::kNothing ? EndInsideWord(line)
                                                   : LineEnd::kBreak;
+      }
+      if (end == LineEnd::kSoftHyphen) {
+        lines_[i].hyphen = WidthOf(line.pieces.back(), "-") * fitted_.scale;
       }
       fitted_.lines.push_back({std::vector<double>(line.pieces.size()), end});
     }
@@ -187,8 +252,8 @@ class Fitter {
     double most_right = lines_.front().right;
     double most_width = 0;
     for (const MeasuredLine& line : lines_) {
-      most_right = std::max(most_right, line.right);
-      most_width = std::max(most_width, line.right - line.left);
+      most_right = std::max(most_right, line.right + line.hyphen);
+      most_width = std::max(most_width, line.right + line.hyphen - line.left);
     }
     switch (paragraph_.alignment) {
       case Alignment::kCenter: {
@@ -259,11 +324,17 @@ class Fitter {
       double wanted = segment.right - segment.left;
       if (is_last && IsStretched(i)) {
         wanted = WidthBeforeStretching(i, segment, room);
+      } else if (is_last && fitted_.lines[i].end == LineEnd::kSoftHyphen) {
+        wanted =
+            std::clamp(room + 2 * kSlack - lines_[i + 1].first_word, wanted, kWidened * wanted);
       }
-      SetSpacing(fitted_.lines[i], segment, wanted,
-                 is_last ? room - kSlack - room * settings_.slack_share : wanted + kSlack);
+      SetSpacing(
+          fitted_.lines[i], segment, wanted,
+          is_last ? room - line.hyphen - kSlack - room * settings_.slack_share : wanted + kSlack);
     }
-    const bool is_followed = i + 1 < lines_.size() && fitted_.lines[i].end != LineEnd::kBreak;
+    const LineEnd end = fitted_.lines[i].end;
+    const bool is_followed =
+        i + 1 < lines_.size() && end != LineEnd::kBreak && end != LineEnd::kSoftHyphen;
     if (is_followed && IsShort(i)) {
       fitted_.lines[i].end = LineEnd::kBreak;
     }

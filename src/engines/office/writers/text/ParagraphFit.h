@@ -37,6 +37,7 @@ struct FitSettings {
   double spacing_step = 0.05;  // what spacing is a multiple of, in points
   bool may_scale = true;
   double slack_share = 0.002;  // of a line's width, by which programs measure it differently
+  double script_gap = 0;       // ems that are shown between ideographs and letters
 };
 
 // left, right: the room that a paragraph has, on the page.

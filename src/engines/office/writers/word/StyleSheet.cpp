@@ -191,6 +191,7 @@ void StyleSheet::WriteDefaults(XmlWriter& xml, const std::string& language) cons
   xml.Open("w:pPrDefault");
   xml.Open("w:pPr");
   xml.Leaf("w:widowControl", {{"w:val", "0"}});
+  xml.Leaf("w:overflowPunct", {{"w:val", "0"}});  // lines end where widths say so
   xml.Leaf("w:spacing",
            {{"w:before", "0"}, {"w:after", "0"}, {"w:line", "240"}, {"w:lineRule", "auto"}});
   xml.Close();
