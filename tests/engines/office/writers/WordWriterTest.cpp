@@ -122,6 +122,42 @@ TEST(WordWriter, KeepsAWordThatWasHyphenatedWhole) {
   EXPECT_THAT(body, HasSubstr("hyphe</w:t><w:softHyphen/><w:t xml:space=\"preserve\">nated"));
 }
 
+TEST(WordWriter, KeepsAtItsPlaceWhatWouldPushTextDown) {
+  const std::string body = BodyOf(DocumentOf(
+      {PageWith({Block{TextAt(72, 500, {"A line far down on the page"})},
+                 Block{TextAt(300, 100, {"Beside"})}, Block{TextAt(72, 520, {"The next one"})}})}));
+  EXPECT_GT(body.find("Beside"), body.find("<wps:txbx>"));
+  EXPECT_LT(body.find("Beside"), body.find("</wps:txbx>"));
+  EXPECT_EQ(Count(body, "<wps:txbx>"), 1u);
+}
+
+TEST(WordWriter, AnchorsFloatingTextWhereItIsRead) {
+  OfficePage page =
+      PageWith({Block{TextAt(72, 100, {"Above"})}, Block{TextAt(72, 300, {"Below"})}});
+  Floating floating;
+  floating.box = {300, 190, 400, 202};
+  floating.blocks = {Block{TextAt(300, 200, {"Between"})}};
+  page.layout.floats = {floating};
+  const std::string body = BodyOf(DocumentOf({page}));
+  EXPECT_LT(body.find("Above"), body.find("Between"));
+  EXPECT_LT(body.find("Between"), body.find("Below"));
+}
+
+TEST(WordWriter, GivesRowsAtTheFootOfAPageTheirExactHeight) {
+  const std::string high =
+      BodyOf(DocumentOf({PageWith({Block{TableAt(72, 100, {"a", "b", "c", "d"})}})}));
+  const std::string low =
+      BodyOf(DocumentOf({PageWith({Block{TableAt(72, kTestHeight - 40, {"a", "b", "c", "d"})}})}));
+  EXPECT_THAT(high, HasSubstr("w:hRule=\"atLeast\""));
+  EXPECT_THAT(low, HasSubstr("w:hRule=\"exact\""));
+}
+
+TEST(WordWriter, BreaksALineOfIdeographsThatHasRoomForMore) {
+  const std::string body = BodyOf(DocumentOf(
+      {PageWith({Block{TextAt(72, 100, {"短い", "とても長い二番目の行がここにあります"})}})}));
+  EXPECT_THAT(body, HasSubstr("<w:br/>"));
+}
+
 TEST(WordWriter, WritesColumnsAsASection) {
   OfficePage page = PageWith({Block{TextAt(72, 100, {"Over both"})}});
   AddBand(page, {{Block{TextAt(72, 200, {"left"})}}, {Block{TextAt(300, 200, {"right"})}}});

@@ -1,6 +1,7 @@
 #include "engines/office/writers/word/AnchoredWriter.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "engines/office/writers/text/DrawnShapes.h"
@@ -13,6 +14,7 @@ namespace TarnixTools::engines::office {
 
 namespace {
 
+constexpr double kLevel = 6;    // points by which boxes that are level may differ
 constexpr double kBoxRoom = 3;  // points that a text box is larger than its text
 
 bool IsText(const Block& block) {
@@ -20,11 +22,19 @@ bool IsText(const Block& block) {
          std::holds_alternative<Table>(block.content);
 }
 
+bool HasText(const Floating& floating) {
+  return std::any_of(floating.blocks.begin(), floating.blocks.end(), IsText);
+}
+
 void WriteImageAt(Story& story, const OfficePage& page, const Block& block, bool is_behind) {
   StopIfCancelled(story.context.is_cancelled);
   if (const auto* picture = std::get_if<Picture>(&block.content)) {
     if (const auto image = ImageOf(story, page, *picture)) {
+      const bool is_link = OpenLinkOf(story, page, picture->box);
       WriteAnchoredPicture(story, *image, picture->box, picture->description, is_behind);
+      if (is_link) {
+        story.xml.Close();
+      }
     }
   } else if (const auto* drawing = std::get_if<Drawing>(&block.content)) {
     if (IsDrawnAsShapes(*drawing)) {
@@ -47,6 +57,8 @@ pdf::Box ShapeBox(const pdf::Box& box, const pdf::Box& text, double angle) {
   }
   return {x - width, y - height, x + width, y + height};
 }
+
+}  // namespace
 
 void WriteFloating(Story& story, const OfficePage& page, const Floating& floating) {
   std::vector<Block> blocks;
@@ -76,8 +88,6 @@ void WriteFloating(Story& story, const OfficePage& page, const Floating& floatin
   });
 }
 
-}  // namespace
-
 void WriteAnchored(Story& story, const OfficePage& page, const std::vector<Block>& blocks) {
   for (std::size_t i = 0; i < blocks.size(); ++i) {
     const auto* drawing = std::get_if<Drawing>(&blocks[i].content);
@@ -103,10 +113,25 @@ void WriteAnchoredOfPage(Story& story, const OfficePage& page) {
     }
   }
   for (const Floating& floating : page.layout.floats) {
-    if (!floating.is_behind) {
+    if (!floating.is_behind && !HasText(floating)) {
       WriteFloating(story, page, floating);
     }
   }
+}
+
+std::vector<const Floating*> FloatsWithText(const PageLayout& page) {
+  std::vector<const Floating*> floats;
+  for (const Floating& floating : page.floats) {
+    if (!floating.is_behind && HasText(floating)) {
+      floats.push_back(&floating);
+    }
+  }
+  const auto place = [](const Floating* floating) {
+    return std::pair(std::lround(UpperEdge(floating->box) / kLevel), floating->box.left);
+  };
+  std::stable_sort(floats.begin(), floats.end(),
+                   [&place](const Floating* a, const Floating* b) { return place(a) < place(b); });
+  return floats;
 }
 
 }  // namespace TarnixTools::engines::office

@@ -120,6 +120,10 @@ std::vector<const std::vector<Block>*> LooseNotes(const PageLayout& page) {
   return loose;
 }
 
+bool EndsPage(const SectionPart& part, const PageLayout& page) {
+  return part.first_band + part.band_count == page.bands.size();
+}
+
 // The column of the section that the column of the page is.
 ColumnPlace PlaceOf(const SectionPlan& section, const Column& column) {
   return *std::min_element(section.columns.begin(), section.columns.end(),
@@ -161,6 +165,7 @@ FlowStart BodyWriter::StartOf(const SectionPlan& section, std::size_t part) {
   if (section.parts[part].first_band == 0) {
     const OfficePage& page = story_.context.document.pages[section.parts[part].page];
     start.write_anchored = [this, &page] { WriteAnchoredOfPage(story_, page); };
+    floats_ = FloatsWithText(page.layout);
   }
   return start;
 }
@@ -169,8 +174,7 @@ void BodyWriter::WritePart(const SectionPlan& section, std::size_t index, const 
                            bool is_last) {
   const SectionPart& part = section.parts[index];
   const PageLayout& page = story_.context.document.pages[part.page].layout;
-  const bool ends_page = part.first_band + part.band_count == page.bands.size();
-  const BlockLists notes = ends_page ? LooseNotes(page) : BlockLists();
+  const BlockLists notes = EndsPage(part, page) ? LooseNotes(page) : BlockLists();
   if (section.columns.empty()) {
     WriteOneColumn(section, index, notes, end, is_last);
   } else {
@@ -189,9 +193,13 @@ void BodyWriter::WriteOneColumn(const SectionPlan& section, std::size_t index,
     }
   }
   lists.insert(lists.end(), notes.begin(), notes.end());
-  FlowWriter flow(story_, page, {section.left, section.right, cursor_});
+  FlowWriter flow(story_, page,
+                  {.left = section.left,
+                   .right = section.right,
+                   .top = cursor_,
+                   .page_bottom = section.bottom});
   flow.Begin(StartOf(section, index));
-  WriteFlow(flow, lists, end, is_last);
+  WriteFlow(flow, lists, end, is_last, EndsPage(part, page.layout));
   cursor_ = flow.cursor();
 }
 
@@ -204,23 +212,34 @@ void BodyWriter::WriteColumnsOf(const SectionPlan& section, std::size_t index,
   for (std::size_t i = 0; i < columns.size(); ++i) {
     const bool is_last_column = i + 1 == columns.size();
     const ColumnPlace place = PlaceOf(section, columns[i]);
-    FlowWriter flow(story_, page, {place.left, place.right, cursor_});
+    FlowWriter flow(story_, page,
+                    {.left = place.left,
+                     .right = place.right,
+                     .top = cursor_,
+                     .is_column = true,
+                     .page_bottom = section.bottom});
     flow.Begin(i == 0 ? StartOf(section, index) : FlowStart{.begins_column = true});
     BlockLists lists = {&columns[i].blocks};
     if (is_last_column) {
       lists.insert(lists.end(), notes.begin(), notes.end());
     }
-    WriteFlow(flow, lists, is_last_column ? end : SectionEnd(), is_last && is_last_column);
+    WriteFlow(flow, lists, is_last_column ? end : SectionEnd(), is_last && is_last_column,
+              is_last_column && EndsPage(part, page.layout));
     lowest = std::max(lowest, flow.cursor());
   }
   cursor_ = lowest;
 }
 
 void BodyWriter::WriteFlow(FlowWriter& flow, const BlockLists& lists, const SectionEnd& end,
-                           bool is_last) {
+                           bool is_last, bool ends_page) {
   std::size_t last = lists.size();
   while (last > 0 && lists[last - 1]->empty()) {
     --last;
+  }
+  flow.SetApart(BlocksApart(lists));
+  flow.SetFloats(floats_, ends_page && last > 0 ? lists[last - 1] : nullptr);
+  if (ends_page && last == 0) {
+    flow.TakeAllFloats();
   }
   for (std::size_t i = 0; i < last; ++i) {
     if (!lists[i]->empty()) {

@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "engines/office/writers/word/FlowChoice.h"
 #include "engines/office/writers/word/FlowWriter.h"
 #include "engines/office/writers/word/HeaderWriter.h"
 #include "engines/office/writers/word/SectionPlan.h"
@@ -22,7 +23,6 @@ class BodyWriter {
 
  private:
   using SectionEnd = std::function<void()>;
-  using BlockLists = std::vector<const std::vector<Block>*>;  // one after the other
 
   void WriteSection(const SectionPlan& section, const SectionEnd& end, bool is_last);
   void WritePart(const SectionPlan& section, std::size_t part, const SectionEnd& end, bool is_last);
@@ -30,13 +30,15 @@ class BodyWriter {
                       const SectionEnd& end, bool is_last);
   void WriteColumnsOf(const SectionPlan& section, std::size_t part, const BlockLists& notes,
                       const SectionEnd& end, bool is_last);
-  void WriteFlow(FlowWriter& flow, const BlockLists& lists, const SectionEnd& end, bool is_last);
+  void WriteFlow(FlowWriter& flow, const BlockLists& lists, const SectionEnd& end, bool is_last,
+                 bool ends_page);
   FlowStart StartOf(const SectionPlan& section, std::size_t part);
 
   Story& story_;
   const DocumentPlan& plan_;
   HeaderWriter& headers_;
-  double cursor_ = 0;  // on the page, where what comes next begins
+  double cursor_ = 0;                    // on the page, where what comes next begins
+  std::vector<const Floating*> floats_;  // of the page, that are not anchored yet
 };
 
 }  // namespace TarnixTools::engines::office

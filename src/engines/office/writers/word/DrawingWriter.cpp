@@ -1,5 +1,6 @@
 #include "engines/office/writers/word/DrawingWriter.h"
 
+#include "engines/office/writers/package/EncodedUri.h"
 #include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/text/Units.h"
 #include "engines/support/layout/Boxes.h"
@@ -11,6 +12,8 @@ namespace {
 constexpr std::string_view kPictureUri = "http://schemas.openxmlformats.org/drawingml/2006/picture";
 constexpr std::string_view kShapeUri =
     "http://schemas.microsoft.com/office/word/2010/wordprocessingShape";
+
+constexpr double kLinkedShare = 0.6;  // of a picture, that its link covers at least
 
 std::int64_t Side(double points) {
   return Emu(std::max(points, kSmallestSide));
@@ -130,6 +133,18 @@ std::optional<OfficePicture> ImageOf(Story& story, const OfficePage& page, const
 
 std::optional<OfficePicture> ImageOf(Story& story, const OfficePage& page, const Drawing& drawing) {
   return story.context.pictures.DrawingOf(page.model.number, drawing.box);
+}
+
+bool OpenLinkOf(Story& story, const OfficePage& page, const pdf::Box& picture) {
+  for (const PageLink& link : page.model.links) {
+    if (!link.uri.empty() && CoveredShare(picture, link.box) >= kLinkedShare) {
+      const std::string id =
+          story.relationships.AddExternal(kHyperlinkRelation, EncodedUri(link.uri));
+      story.xml.Open("w:hyperlink", {{"r:id", id}});
+      return true;
+    }
+  }
+  return false;
 }
 
 void WriteInlinePicture(Story& story, const OfficePicture& picture, const pdf::Box& box,

@@ -15,6 +15,10 @@ namespace TarnixTools::engines::office {
 std::optional<OfficePicture> ImageOf(Story& story, const OfficePage& page, const Picture& picture);
 std::optional<OfficePicture> ImageOf(Story& story, const OfficePage& page, const Drawing& drawing);
 
+// Opens the link that leads out of the document from where a picture is; false for none, and then
+// there is nothing to close.
+bool OpenLinkOf(Story& story, const OfficePage& page, const pdf::Box& picture);
+
 void WriteInlinePicture(Story& story, const OfficePicture& picture, const pdf::Box& box,
                         const std::string& description);
 

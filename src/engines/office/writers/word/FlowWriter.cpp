@@ -4,7 +4,9 @@
 
 #include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/text/Units.h"
+#include "engines/office/writers/word/AnchoredWriter.h"
 #include "engines/office/writers/word/DrawingWriter.h"
+#include "engines/office/writers/word/FlowChoice.h"
 #include "engines/office/writers/word/TableWriter.h"
 #include "engines/support/layout/Boxes.h"
 #include "engines/support/pages/Cancellation.h"
@@ -20,7 +22,8 @@ constexpr double kCellEdge = 1;           // points of a cell's height that bord
 constexpr double kSmallestGap = 0.5;      // points; a smaller one is none
 constexpr double kBelowPicture = 0.25;    // points that a line has below a picture in it
 constexpr std::size_t kLooked = 200;      // blocks before and behind one that may overlap it
-constexpr double kOverlap = 3;  // points by which blocks that follow each other may overlap
+constexpr double kOverlap = 3;     // points by which blocks that follow each other may overlap
+constexpr double kMostShift = 24;  // points that a paragraph may come to stand too low
 
 double OfTwips(double points) {
   return static_cast<double>(Twips(points)) / 20;
@@ -56,26 +59,80 @@ bool StandsInFlow(const std::vector<Block>& blocks, std::size_t index) {
 }
 
 void FlowWriter::Write(const std::vector<Block>& blocks, const std::function<void()>& section) {
+  bool has_ended = false;
+  const std::function<void()> own_section = [&] {
+    has_ended = true;
+    section();
+  };
   for (std::size_t i = 0; i < blocks.size(); ++i) {
     StopIfCancelled(story_.context.is_cancelled);
     const bool is_last = i + 1 == blocks.size();
-    const bool is_before_table = !is_last && std::holds_alternative<Table>(blocks[i + 1].content);
-    const std::function<void()> own_section = is_last ? section : std::function<void()>();
-    if (const auto* paragraph = std::get_if<Paragraph>(&blocks[i].content)) {
-      WriteText(*paragraph, is_before_table ? UpperEdge(BoxOf(blocks[i + 1])) : 0, own_section);
-    } else if (const auto* table = std::get_if<Table>(&blocks[i].content)) {
-      WriteTableAt(*table);
-    } else if (StandsInFlow(blocks, i) && WriteImage(blocks[i], own_section)) {
-      continue;
+    if (is_last && &blocks == last_of_page_) {
+      TakeAllFloats();
     }
-    const bool is_text = std::holds_alternative<Paragraph>(blocks[i].content);
-    if (is_last && section && !is_text) {
-      SkipTo(cursor_, section);
+    WriteBlock(blocks, i, is_last && section ? own_section : std::function<void()>());
+  }
+  if ((section && !has_ended) || (blocks.empty() && has_start_) || !waiting_.empty()) {
+    SkipTo(cursor_, section && !has_ended ? section : std::function<void()>());
+  }
+}
+
+// Calls section only if it writes a paragraph.
+void FlowWriter::WriteBlock(const std::vector<Block>& blocks, std::size_t index,
+                            const std::function<void()>& section) {
+  const Block& block = blocks[index];
+  TakeFloats(UpperEdge(BoxOf(block)));
+  const bool is_before_table = index + 1 < blocks.size() &&
+                               std::holds_alternative<Table>(blocks[index + 1].content) &&
+                               !StandsApart(blocks[index + 1]);
+  if (StandsApart(block)) {
+    waiting_.push_back({.box = BoxOf(block), .blocks = {block}});
+  } else if (const auto* paragraph = std::get_if<Paragraph>(&block.content)) {
+    WriteText(*paragraph, is_before_table ? UpperEdge(BoxOf(blocks[index + 1])) : 0, section);
+  } else if (const auto* table = std::get_if<Table>(&block.content)) {
+    WriteTableAt(*table);
+  } else if (StandsInFlow(blocks, index)) {
+    WriteImage(block, section);
+  }
+}
+
+void FlowWriter::TakeFloats(double y) {
+  if (floats_ == nullptr) {
+    return;
+  }
+  std::erase_if(*floats_, [&](const Floating* floating) {
+    const double middle = MiddleX(floating->box);
+    const bool is_beside = !room_.is_column || (middle >= room_.left && middle <= room_.right);
+    if (is_beside && UpperEdge(floating->box) < y) {
+      waiting_.push_back(*floating);
+      return true;
     }
+    return false;
+  });
+}
+
+void FlowWriter::TakeAllFloats() {
+  if (floats_ != nullptr) {
+    for (const Floating* floating : *floats_) {
+      waiting_.push_back(*floating);
+    }
+    floats_->clear();
   }
-  if (blocks.empty() && (section || has_start_)) {
-    SkipTo(cursor_, section);
+}
+
+// What would come too low, as tables before it have become higher than they were, or would find no
+// room on the page, stays where it was.
+bool FlowWriter::StandsApart(const Block& block) const {
+  if (apart_.contains(&block)) {
+    return true;
   }
+  const auto* paragraph = std::get_if<Paragraph>(&block.content);
+  if (paragraph == nullptr || room_.depth > 0 || room_.page_bottom <= 0 || HasNoteMark(block)) {
+    return false;
+  }
+  const double shift = cursor_ - TopOf(block, page_.layout);
+  const bool is_too_low = shift > kMostShift;
+  return is_too_low || (shift > 0 && LowerEdge(BoxOf(block)) + shift > room_.page_bottom);
 }
 
 void FlowWriter::SkipTo(double y, const std::function<void()>& section) {
@@ -102,6 +159,18 @@ ParagraphPlace FlowWriter::PlaceFor(double top) {
     place.begins_column = start_.begins_column;
     place.write_anchored = start_.write_anchored;
     has_start_ = false;
+  }
+  place.is_in_cell = room_.bottom > 0;
+  if (!waiting_.empty()) {
+    place.write_anchored = [this, anchored = std::move(place.write_anchored),
+                            waiting = std::exchange(waiting_, {})] {
+      if (anchored) {
+        anchored();
+      }
+      for (const Floating& floating : waiting) {
+        WriteFloating(story_, page_, floating);
+      }
+    };
   }
   return place;
 }
@@ -151,7 +220,7 @@ void FlowWriter::WriteText(const Paragraph& paragraph, double next_top,
 
 void FlowWriter::WriteTableAt(const Table& table) {
   const double top = UpperEdge(table.box);
-  if (has_start_ || is_after_table_ || top - cursor_ > kSmallestGap) {
+  if (HasToStart() || is_after_table_ || top - cursor_ > kSmallestGap) {
     SkipTo(top);
   }
   cursor_ += WriteTable(story_, page_, table, room_, cursor_);
@@ -173,7 +242,7 @@ bool FlowWriter::WriteImage(const Block& block, const std::function<void()>& sec
   const pdf::Box box = BoxOf(block);
   ParagraphPlace place = PlaceFor(UpperEdge(box));
   place.write_section = section;
-  WritePictureParagraph(story_, *image, box,
+  WritePictureParagraph(story_, page_, *image, box,
                         picture != nullptr ? picture->description : drawing->description, place);
   cursor_ += place.before + box.height() + kBelowPicture;
   ends_with_paragraph_ = true;

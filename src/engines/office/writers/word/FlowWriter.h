@@ -8,6 +8,8 @@
 #define TARNIX_ENGINES_OFFICE_WRITERS_WORD_FLOWWRITER_H_
 
 #include <functional>
+#include <set>
+#include <utility>
 #include <vector>
 
 #include "engines/office/writers/word/ParagraphWriter.h"
@@ -20,8 +22,10 @@ struct FlowRoom {
   double left = 0;
   double right = 0;
   double top = 0;
-  int depth = 0;      // of tables and boxes around it
-  double bottom = 0;  // of a cell, which grows with what does not fit; 0 for none
+  int depth = 0;           // of tables and boxes around it
+  double bottom = 0;       // of a cell, which grows with what does not fit; 0 for none
+  bool is_column = false;  // of several beside each other
+  double page_bottom = 0;  // below which a page has no room; 0 where that does not matter
 };
 
 // What comes with the first paragraph.
@@ -44,6 +48,20 @@ class FlowWriter {
     has_start_ = true;
   }
 
+  // What does not flow and is written at its place on the page.
+  void SetApart(std::set<const Block*> apart) { apart_ = std::move(apart); }
+
+  // What floats beside the flow, from the top. Each is anchored at the paragraph that it stands
+  // beside, and taken out of floats, which outlives this.
+  //   last - whose last block takes all that is left of them; null where more follows on the page
+  void SetFloats(std::vector<const Floating*>& floats, const std::vector<Block>* last) {
+    floats_ = &floats;
+    last_of_page_ = last;
+  }
+
+  // Anchors all that is left of them at the paragraph that comes next.
+  void TakeAllFloats();
+
   // write_section: the section that ends with the last paragraph; may be empty.
   void Write(const std::vector<Block>& blocks, const std::function<void()>& write_section = {});
 
@@ -60,6 +78,14 @@ class FlowWriter {
   bool ends_with_paragraph() const { return ends_with_paragraph_; }
 
  private:
+  void WriteBlock(const std::vector<Block>& blocks, std::size_t index,
+                  const std::function<void()>& section);
+  // Anchors what begins above y; of a column, its own.
+  void TakeFloats(double y);
+  bool StandsApart(const Block& block) const;
+
+  bool HasToStart() const { return has_start_ || !waiting_.empty(); }
+
   void WriteText(const Paragraph& paragraph, double after, const std::function<void()>& section);
   void WriteTableAt(const Table& table);
   // False where it is not written in the flow.
@@ -76,6 +102,10 @@ class FlowWriter {
   double cursor_;
   bool ends_with_paragraph_ = false;
   bool is_after_table_ = false;
+  std::set<const Block*> apart_;
+  std::vector<const Floating*>* floats_ = nullptr;
+  const std::vector<Block>* last_of_page_ = nullptr;
+  std::vector<Floating> waiting_;  // for a paragraph that they can be anchored at
 };
 
 // The share of a line's height that is above its baseline.

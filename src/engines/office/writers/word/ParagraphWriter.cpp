@@ -14,6 +14,9 @@ namespace TarnixTools::engines::office {
 namespace {
 
 constexpr double kSameTab = 1;  // points
+// Of a line's width. A line more makes the whole row higher.
+constexpr double kSlackInCell = 0.008;
+constexpr double kScriptGap = 0.2;  // ems that LibreOffice shows, and Word about as much
 constexpr std::size_t kMostTabs = 50;
 
 struct TabStop {
@@ -196,8 +199,10 @@ void WriteBookmarked(Story& story, const Paragraph& paragraph, const std::functi
 
 void WriteParagraph(Story& story, const OfficePage& page, const Paragraph& paragraph,
                     const ParagraphPlace& place) {
+  FitSettings settings{.script_gap = kScriptGap};
+  settings.slack_share = place.is_in_cell ? kSlackInCell : settings.slack_share;
   const FittedParagraph fitted = FitParagraph(paragraph, page.layout.looks, place.left, place.right,
-                                              story.context.measure, FitSettings());
+                                              story.context.measure, settings);
   story.xml.Open("w:p");
   WriteProperties(story, page, paragraph, fitted, place);
   WriteStart(story, place);
@@ -222,8 +227,9 @@ void WriteSpacer(Story& story, const ParagraphPlace& place) {
   xml.Close();
 }
 
-void WritePictureParagraph(Story& story, const OfficePicture& picture, const pdf::Box& box,
-                           const std::string& description, const ParagraphPlace& place) {
+void WritePictureParagraph(Story& story, const OfficePage& page, const OfficePicture& picture,
+                           const pdf::Box& box, const std::string& description,
+                           const ParagraphPlace& place) {
   XmlWriter& xml = story.xml;
   xml.Open("w:p");
   xml.Open("w:pPr");
@@ -239,7 +245,11 @@ void WritePictureParagraph(Story& story, const OfficePicture& picture, const pdf
   }
   xml.Close();
   WriteStart(story, place);
+  const bool is_link = OpenLinkOf(story, page, box);
   WriteInlinePicture(story, picture, box, description);
+  if (is_link) {
+    xml.Close();
+  }
   xml.Close();
 }
 

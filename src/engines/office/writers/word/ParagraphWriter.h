@@ -18,6 +18,7 @@ struct ParagraphPlace {
   double pitch = 0;  // from line to line, exactly
   bool begins_page = false;
   bool begins_column = false;
+  bool is_in_cell = false;
   std::function<void()> write_anchored;  // runs of what is anchored at the paragraph; may be empty
   std::function<void()> write_section;   // the section that ends with it; may be empty
 };
@@ -29,8 +30,9 @@ void WriteParagraph(Story& story, const OfficePage& page, const Paragraph& parag
 void WriteSpacer(Story& story, const ParagraphPlace& place);
 
 // One that holds a picture.
-void WritePictureParagraph(Story& story, const OfficePicture& picture, const pdf::Box& box,
-                           const std::string& description, const ParagraphPlace& place);
+void WritePictureParagraph(Story& story, const OfficePage& page, const OfficePicture& picture,
+                           const pdf::Box& box, const std::string& description,
+                           const ParagraphPlace& place);
 
 }  // namespace TarnixTools::engines::office
 

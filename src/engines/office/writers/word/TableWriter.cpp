@@ -17,7 +17,8 @@ constexpr double kSmallestRow = 1;
 // Of the page's height: tables that end below are not given rows that are repeated. LibreOffice
 // breaks such a table long before the page ends.
 constexpr double kRepeatsAbove = 0.7;
-constexpr double kEmptyLine = 10;  // points, of a cell without text
+constexpr double kRoomToGrow = 12;  // points
+constexpr double kEmptyLine = 10;   // points, of a cell without text
 
 class Writer {
  public:
@@ -34,7 +35,8 @@ class Writer {
     xml_.Close();
     double y = top;
     for (std::size_t row = 0; row < grid_.rows(); ++row) {
-      y += WriteRow(row, y);
+      const double late = y - top - (table_.rows[row] - table_.rows.front());
+      y += WriteRow(row, y, std::max(Height(row) - std::max(late, 0.0), kSmallestRow));
     }
     xml_.Close();
     return y - top + EdgeWidth();
@@ -75,16 +77,23 @@ class Writer {
     xml_.Close();
   }
 
-  double WriteRow(std::size_t row, double top) {
+  // Whether a row that grew would have no room on the page any more.
+  bool EndsPage() const {
+    return room_.page_bottom > 0 && LowerEdge(table_.box) + kRoomToGrow > room_.page_bottom;
+  }
+
+  // least: a row before it may have become higher than it was, and this one gives way.
+  double WriteRow(std::size_t row, double top, double least) {
     xml_.Open("w:tr");
     xml_.Open("w:trPr");
     xml_.Leaf("w:cantSplit");
-    xml_.Leaf("w:trHeight", {{"w:val", Twips(Height(row))}, {"w:hRule", "atLeast"}});
+    xml_.Leaf("w:trHeight",
+              {{"w:val", Twips(least)}, {"w:hRule", EndsPage() ? "exact" : "atLeast"}});
     if (row < table_.header_rows && LowerEdge(table_.box) < kRepeatsAbove * page_.layout.height) {
       xml_.Leaf("w:tblHeader");
     }
     xml_.Close();
-    double height = Height(row);
+    double height = least;
     for (std::size_t column = 0; column < grid_.columns();) {
       const std::size_t span = grid_.SpanAt(row, column);
       const double used = WriteCell(row, column, span, top);
@@ -114,8 +123,11 @@ class Writer {
     }
     xml_.Close();
     const double height = table_.rows[row + grid_.HeightAt(row, column)] - table_.rows[row];
-    const FlowRoom room{table_.columns[column], table_.columns[column + span], top, room_.depth + 1,
-                        top + height};
+    const FlowRoom room{.left = table_.columns[column],
+                        .right = table_.columns[column + span] - BorderRoom(cell),
+                        .top = top,
+                        .depth = room_.depth + 1,
+                        .bottom = top + height};
     FlowWriter flow(story_, page_, room);
     const bool has_content = cell != nullptr && is_first && room.depth <= kDeepest;
     if (has_content) {
@@ -127,6 +139,11 @@ class Writer {
     }
     xml_.Close();
     return used;
+  }
+
+  // What borders leave less of a cell's width.
+  static double BorderRoom(const TableCell* cell) {
+    return cell == nullptr ? 0 : (cell->borders[1].width + cell->borders[3].width) / 2;
   }
 
   void WriteBorders(const TableCell& cell, std::size_t row) {
