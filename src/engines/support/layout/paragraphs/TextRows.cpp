@@ -5,19 +5,42 @@
 #include <map>
 
 #include "engines/support/layout/Boxes.h"
+#include "engines/support/layout/paragraphs/ListLabels.h"
 
 namespace TarnixTools::engines {
 
 namespace {
 
 constexpr double kRowTolerance = 0.3;   // ems between the baselines of a row
+constexpr double kBulletAbove = 0.45;   // ems of its text
 constexpr double kOverlap = 0.3;        // ems that lines of a row may share in width
 constexpr std::size_t kMostLines = 64;  // of a row
 
+bool IsBullet(const WordLine& line) {
+  if (line.words.size() != 1) {
+    return false;
+  }
+  const auto label = ReadLabel(line.words.front().text);
+  return label && label->kind == ListKind::kBullet;
+}
+
+// A bullet smaller than its text is shown at the middle of the letters, not on their baseline.
+bool IsBulletOf(const WordLine& bullet, double baseline, double size) {
+  const double above = baseline - bullet.baseline;
+  return bullet.size < size && above >= 0 && above <= kBulletAbove * size && IsBullet(bullet);
+}
+
+bool IsLevel(const TextRow& row, const WordLine& line) {
+  return std::abs(line.baseline - row.baseline) <= kRowTolerance * std::min(row.size, line.size) ||
+         IsBulletOf(line, row.baseline, row.size) ||
+         std::all_of(row.lines.begin(), row.lines.end(), [&line](const WordLine* other) {
+           return IsBulletOf(*other, line.baseline, line.size);
+         });
+}
+
 bool Belongs(const TextRow& row, const WordLine& line) {
   const double size = std::min(row.size, line.size);
-  if (std::abs(line.baseline - row.baseline) > kRowTolerance * size ||
-      row.lines.size() >= kMostLines) {
+  if (!IsLevel(row, line) || row.lines.size() >= kMostLines) {
     return false;
   }
   return std::none_of(row.lines.begin(), row.lines.end(), [&](const WordLine* other) {
