@@ -109,6 +109,14 @@ class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
 
   const std::string& GetNamePattern() const { return name_pattern_; }
 
+  // Whether extracted images are written as the document stores them: JPEG and JPEG 2000 data byte for
+  // byte (.jpg, .jp2), without what masks it; fax data as TIFF (.tif); everything else as PNG (.png), as it
+  // is seen on white. Nothing is turned, and names end as the format does. False at first; of no effect
+  // on rendered images.
+  void SetStoreOriginal(bool store_original) { store_original_ = store_original; }
+
+  bool GetStoreOriginal() const { return store_original_; }
+
   // What the numbers of SetOutImgSize are: pixels, at first, or points. Looked at by Execute, and
   // only when a size was set.
   void SetImgSizeUnits(Pdf2ImgSizeUnits units) { img_size_units_ = units; }
@@ -176,6 +184,7 @@ class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
   std::string name_pattern_;
   Pdf2ImgFormat img_format_ = Pdf2ImgJpeg;
   bool gray_ = false;
+  bool store_original_ = false;
   std::int32_t quality_ = 100;
 };
 

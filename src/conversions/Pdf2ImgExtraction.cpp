@@ -17,6 +17,28 @@ namespace {
 
 constexpr std::size_t kImageNumberDigits = 4;
 
+const char* ExtensionOf(std::int32_t original) {
+  switch (original) {
+    case engines::kExpaOriginalJpx:
+      return ".jp2";
+    case engines::kExpaOriginalTiff:
+      return ".tif";
+    case engines::kExpaOriginalPng:
+      return ".png";
+    default:
+      return ".jpg";
+  }
+}
+
+// The name with another extension; one that has none gets it.
+std::string WithExtension(const std::string& path, const char* extension) {
+  const std::size_t dot = path.rfind('.');
+  const std::size_t separator = path.rfind('\\');
+  const bool has_one =
+      dot != std::string::npos && (separator == std::string::npos || dot > separator);
+  return (has_one ? path.substr(0, dot) : path) + extension;
+}
+
 std::string ImageName(int number) {
   const std::string digits = std::to_string(number);
   const std::size_t missing =
@@ -105,11 +127,19 @@ class Pdf2ImgTask::Extraction {
     }
     ++image_count_;
     const bool has_pattern = !task_->name_pattern_.empty();
-    const std::string name = has_pattern
-                                 ? task_->PatternName(document_->GetDocName(false), image_count_)
-                                 : task_->output_path_ + ImageName(image_count_);
+    const std::string plain = has_pattern
+                                  ? task_->PatternName(document_->GetDocName(false), image_count_)
+                                  : task_->output_path_ + ImageName(image_count_);
+    const std::string name =
+        task_->store_original_
+            ? WithExtension(plain, ExtensionOf(engines::ExpaImageGetOriginal(image)))
+            : plain;
     std::cout << "Generating image: " << name;
-    if (engines::ExpaImageStoreW(image, platform::WidePath(name), engines::kExpaJpeg) == 0) {
+    const bool is_stored =
+        task_->store_original_
+            ? engines::ExpaImageStoreOriginalW(image, platform::WidePath(name)) != 0
+            : engines::ExpaImageStoreW(image, platform::WidePath(name), engines::kExpaJpeg) != 0;
+    if (!is_stored) {
       throw PdfException(PdfExceptionCode::EngineError, engines::ExpaDocGetLastError(handle_.get()),
                          "Unable to save img from PDF [%s] into [%s]", document_->GetPath().c_str(),
                          name.c_str());

@@ -183,6 +183,41 @@ TEST_F(Pdf2ImgTaskTest, GivesJpegImagesTheQualityThatIsSet) {
   EXPECT_LT(sizes[1], sizes[0]);
 }
 
+TEST_F(Pdf2ImgTaskTest, TakesImagesOutAsTheyAreStored) {
+  const CapturedOutput quiet;
+  const std::string jpeg = testing::MakeJpeg(8, 8, {10, 20, 30});
+  const std::string fax("\xC0\x04\x00\x40", 4);  // two white rows of group 4
+  const auto stream = [](const std::string& entries, const std::string& data) {
+    return "<</Type/XObject/Subtype/Image" + entries + "/Length " + std::to_string(data.size()) +
+           ">>\nstream\n" + data + "\nendstream";
+  };
+  TestPdf()
+      .Page("")
+      .Content("q 0 1 -1 0 9 9 cm /J Do Q q 1 0 0 1 0 0 cm /F Do Q q /P Do Q")
+      .PageEntry("/Resources <</XObject <</J {{j}} /F {{f}} /P {{p}}>>>>")
+      .Object("j",
+              stream("/Width 8/Height 8/BitsPerComponent 8/ColorSpace/DeviceRGB/Filter/DCTDecode",
+                     jpeg))
+      .Object("f", stream("/Width 8/Height 2/BitsPerComponent 1/ColorSpace/DeviceGray"
+                          "/Filter/CCITTFaxDecode/DecodeParms<</K -1/Columns 8>>",
+                          fax))
+      .Object("p", stream("/Width 1/Height 1/BitsPerComponent 8/ColorSpace/DeviceGray", "a"))
+      .Write(Path("doc.pdf"));
+  Pdf2ImgTask task = TaskFor("doc.pdf", Pdf2ImgExtractImages);
+  task.SetStoreOriginal(true);
+  task.SetNamePattern("{stem}-{n}.img");
+  task.Execute();
+  ASSERT_THAT(Outputs(), ElementsAre("doc-0001.jpg", "doc-0002.tif", "doc-0003.png"));
+  EXPECT_EQ(testing::ReadBytes(Path("out/doc-0001.jpg")), jpeg);
+  const std::string tiff = testing::ReadBytes(Path("out/doc-0002.tif"));
+  EXPECT_EQ(tiff.substr(0, 4), std::string("II*\0", 4));
+  EXPECT_EQ(tiff.substr(8, fax.size()), fax);
+  Img2PdfTask back(Path("out/doc-0002.tif"));
+  back.SetOutputPath(Path("out"));
+  back.Execute();
+  EXPECT_EQ(testing::ReadBytes(Path("out/doc-0003.png")).substr(1, 3), "PNG");
+}
+
 TEST_F(Pdf2ImgTaskTest, RefusesFormatsAndQualitiesThatAreNone) {
   Pdf2ImgTask task;
   for (const int quality : {0, 101, -1}) {

@@ -8,6 +8,7 @@
 
 #include "engines/parser/ExpaFailure.h"
 #include "engines/parser/Limits.h"
+#include "engines/parser/OriginalImage.h"
 #include "engines/support/codecs/BilevelJpegWriter.h"
 #include "engines/support/codecs/JpegWriter.h"
 #include "engines/support/files/DiskFile.h"
@@ -125,6 +126,15 @@ std::optional<PreparedImage> ImageStore::Prepare(const DocumentImage& image,
     }
     return std::nullopt;
   }
+}
+
+bool ImageStore::StoreOriginal(const DocumentImage& image, const ImageFacts& facts,
+                               const platform::WidePath& path) {
+  StoredFile file(path, 0);
+  file.KeepNoCopy();
+  const bool is_complete = WriteOriginal(image, facts, file);
+  file.Finish();
+  return is_complete;
 }
 
 ImageStore::Outcome ImageStore::Store(PreparedImage& prepared, const platform::WidePath& path) {

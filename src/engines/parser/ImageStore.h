@@ -38,6 +38,11 @@ class ImageStore {
   std::optional<PreparedImage> Prepare(const DocumentImage& image, const ImageFacts& facts,
                                        int orientation);
 
+  // Writes the image as the document stores it; false when a part could not be read and is white. Throws
+  // ExpaFailure and pdf::Error.
+  static bool StoreOriginal(const DocumentImage& image, const ImageFacts& facts,
+                            const platform::WidePath& path);
+
   // Writes the image to a file. Throws ExpaFailure and pdf::Error.
   Outcome Store(PreparedImage& prepared, const platform::WidePath& path);
 

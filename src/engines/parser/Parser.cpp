@@ -10,6 +10,7 @@
 #include "engines/parser/ExpaFailure.h"
 #include "engines/parser/ImageStore.h"
 #include "engines/parser/Limits.h"
+#include "engines/parser/OriginalImage.h"
 #include "engines/support/contract/Registry.h"
 #include "engines/support/files/DiskFile.h"
 #include "engines/support/images/ImageWalker.h"
@@ -278,6 +279,30 @@ int ExpaImageChangeOrientation(TExpaImage* image, std::int32_t orientation) {
   return GuardedPart(image, [&] {
     Require(orientation >= 1 && orientation <= 8);
     image->orientation = orientation;
+  });
+}
+
+std::int32_t ExpaImageGetOriginal(TExpaImage* image) {
+  return GuardedPart(image, [&]() -> std::int32_t {
+    switch (OriginalFormatOf(image->image, image->facts)) {
+      case OriginalFormat::kJpeg:
+        return kExpaOriginalJpeg;
+      case OriginalFormat::kJpx:
+        return kExpaOriginalJpx;
+      case OriginalFormat::kTiff:
+        return kExpaOriginalTiff;
+      case OriginalFormat::kPng:
+        break;
+    }
+    return kExpaOriginalPng;
+  });
+}
+
+int ExpaImageStoreOriginalW(TExpaImage* image, const platform::WidePath& path) {
+  return GuardedPart(image, [&] {
+    if (!ImageStore::StoreOriginal(image->image, image->facts, path)) {
+      image->document->Tell(image->document->page->content.page_index, kExpaImagePartial);
+    }
   });
 }
 

@@ -57,8 +57,16 @@ struct TExpaMatrix {
 
 static_assert(offsetof(TExpaMatrix, orientation) == 52);
 
-// The only format in which images are stored.
+// The format in which images are stored as they are seen.
 inline constexpr std::int32_t kExpaJpeg = 11;
+
+// Formats of images as the document stores them.
+enum TExpaOriginal : std::int32_t {
+  kExpaOriginalJpeg = 21,
+  kExpaOriginalJpx = 22,   // JPEG 2000
+  kExpaOriginalTiff = 23,  // of fax data
+  kExpaOriginalPng = 24,   // of everything else, as it is seen
+};
 
 // What became of an image that did not come out as it should.
 enum TExpaTrouble : std::int32_t {
@@ -130,6 +138,14 @@ const TExpaMatrix* ExpaGSGetCTM(const TExpaGraphicsState* state);
 // is upright.
 //   orientation - 1 to 8
 int ExpaImageChangeOrientation(TExpaImage* image, std::int32_t orientation);
+
+// The format of the image as the document stores it, a TExpaOriginal; 0 on failure.
+std::int32_t ExpaImageGetOriginal(TExpaImage* image);
+
+// Writes the image to a file, which appears complete or not at all, as the document stores it: not
+// turned; JPEG and JPEG 2000 data byte for byte, with its masks left out; fax data in a TIFF file; all
+// else as a PNG file of what is seen on white.
+int ExpaImageStoreOriginalW(TExpaImage* image, const platform::WidePath& path);
 
 // Writes the image to a file, which appears complete or not at all. A JPEG image in gray or RGB
 // that is not turned, masked or decoded in an unusual way is written as it is, byte for byte;

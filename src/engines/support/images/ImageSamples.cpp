@@ -102,7 +102,7 @@ class SampleOpener {
   }
 
   Opened OpenCcitt() {
-    const std::optional<CcittParameters> parameters = ReadCcittParameters();
+    const std::optional<CcittParameters> parameters = CcittParametersOf(image_, facts_);
     if (!parameters) {
       return std::nullopt;
     }
@@ -112,24 +112,6 @@ class SampleOpener {
     const std::uint64_t height = HeightFor(8 * std::uint64_t{encoded->size()});
     return Made(
         std::make_unique<CcittSamples>(FormatOf(1, height), *parameters, std::move(encoded)));
-  }
-
-  // Nothing for a number of columns that cannot be.
-  std::optional<CcittParameters> ReadCcittParameters() {
-    const auto value = [&](std::string_view key) {
-      return image_.document->Resolve(facts_.filter_parameters.Get(key), arena_);
-    };
-    CcittParameters parameters;
-    parameters.k = value("K").IntegerOr(0);
-    parameters.is_byte_aligned = value("EncodedByteAlign").BooleanOr(false);
-    parameters.has_ends_of_line = value("EndOfLine").BooleanOr(false);
-    parameters.black_is_1 = value("BlackIs1").BooleanOr(false);
-    const std::int64_t columns = value("Columns").IntegerOr(1728);
-    if (columns < 1 || columns > limits::kMaxSide) {
-      return std::nullopt;
-    }
-    parameters.columns = static_cast<std::uint32_t>(columns);
-    return parameters;
   }
 
   Opened OpenJbig2() const {
@@ -272,6 +254,25 @@ std::optional<ImageSamples> OpenSamples(const DocumentImage& image, const ImageF
     return std::nullopt;
   }
   return SampleOpener(image, facts, space, least).Open();
+}
+
+std::optional<CcittParameters> CcittParametersOf(const DocumentImage& image,
+                                                 const ImageFacts& facts) {
+  pdf::Arena arena;
+  const auto value = [&](std::string_view key) {
+    return image.document->Resolve(facts.filter_parameters.Get(key), arena);
+  };
+  CcittParameters parameters;
+  parameters.k = value("K").IntegerOr(0);
+  parameters.is_byte_aligned = value("EncodedByteAlign").BooleanOr(false);
+  parameters.has_ends_of_line = value("EndOfLine").BooleanOr(false);
+  parameters.black_is_1 = value("BlackIs1").BooleanOr(false);
+  const std::int64_t columns = value("Columns").IntegerOr(1728);
+  if (columns < 1 || columns > limits::kMaxSide) {
+    return std::nullopt;
+  }
+  parameters.columns = static_cast<std::uint32_t>(columns);
+  return parameters;
 }
 
 }  // namespace TarnixTools::engines

@@ -13,6 +13,7 @@
 #include <optional>
 #include <vector>
 
+#include "engines/support/codecs/CcittDecoder.h"
 #include "engines/support/codecs/JpegReader.h"
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/images/DocumentImage.h"
@@ -48,6 +49,10 @@ struct ImageSamples {
 // The colour space that the dictionary tells; gray for an image mask. Nothing for what is none.
 // Throws pdf::Error for a document that cannot be read any more.
 std::optional<ColorSpace> SpaceOf(const DocumentImage& image, const ImageFacts& facts);
+
+// How fax data is coded; nothing for a number of columns that cannot be. Throws pdf::Error.
+std::optional<CcittParameters> CcittParametersOf(const DocumentImage& image,
+                                                 const ImageFacts& facts);
 
 // JPEG data is decoded to gray, RGB or CMYK as /ColorTransform says and CMYK stays as it is stored,
 // JPEG 2000 data to eight bits a component, an index of a palette as it is. There are fewer rows
