@@ -152,8 +152,7 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   //   EngineError       for an image that cannot be converted, and for a document that cannot be
   //                     created or not be written to its end
   // Documents that were complete by then stay, unless the host has the job stop before they are
-  // joined. A task keeps its documents: executed once more, it
-  // joins those of the earlier run too.
+  // joined. A task keeps its documents: executed once more, it joins those of the earlier run too.
   void Execute();
 
   // What the last Execute has written and left there, as full paths: the joined document, or one

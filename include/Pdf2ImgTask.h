@@ -39,10 +39,9 @@ enum Pdf2ImgFormat : std::uint32_t {
   Pdf2ImgPng = 1,  // loses nothing
 };
 
-// Rendered images are JPEG files of the best quality, unless something else is set, the page on white as
-// it is printed. Extracted
-// ones are JPEG files, too: one that is stored as such is taken out byte for byte where nothing has
-// to be changed, others are encoded anew. Rendering needs PDFium, which is loaded on first use.
+// Rendered images are JPEG files of the best quality, the page on white as it is printed, unless
+// something else is set. Extracted ones are JPEG files, too: one that is stored as such is taken out
+// byte for byte where nothing has to be changed, others are encoded anew. Rendering needs PDFium, which is loaded on first use.
 class TARNIX_EXPORT Pdf2ImgTask : public PdfTask {
  public:
   // The task owns copies of the documents; none is opened before Execute, each then with its own

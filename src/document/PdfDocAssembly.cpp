@@ -64,8 +64,7 @@ void PdfDoc::Merge(const std::list<PdfDoc>& documents, const std::string& output
 }
 
 void PdfDoc::Merge(const std::list<PdfDoc>& documents, const std::string& output_path,
-                   const std::string& password, const PdfMergeOptions& options,
-                   PdfReport* report) {
+                   const std::string& password, const PdfMergeOptions& options, PdfReport* report) {
   if (report != nullptr) {
     report->Clear();
   }
