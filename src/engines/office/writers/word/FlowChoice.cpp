@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "engines/office/layout/Boxes.h"
+#include "engines/support/layout/Boxes.h"
 
 namespace TarnixTools::engines::office {
 

@@ -7,7 +7,7 @@
 #include <set>
 #include <vector>
 
-#include "engines/office/layout/PageLayout.h"
+#include "engines/support/layout/PageLayout.h"
 
 namespace TarnixTools::engines::office {
 
