@@ -136,7 +136,7 @@ TEST_F(MetadataCommand, NamesAndProtectsItsOutput) {
                  "x.pdf", "--out-password", "pw"})
                 .out,
             "out/x.pdf\n");
-  const Json expected = {{"author", "Ada"},   {"keywords", "k"}, {"creator", "c"},
+  const Json expected = {{"author", "Ada"},  {"keywords", "k"}, {"creator", "c"},
                          {"producer", "\r"}, {"title", ""},     {"subject", ""}};
   EXPECT_EQ(Metadata("out/x.pdf", "pw"), expected);
 }
@@ -146,7 +146,7 @@ TEST_F(MetadataCommand, KeepsWhatIsNotGivenUnlessItIsCleared) {
   EXPECT_EQ(Metadata("doc-metadata.pdf")["author"], "");
   EXPECT_EQ(Metadata("doc-metadata.pdf")["creator"], "a\rb");
   EXPECT_EQ(Run({"metadata", "doc.pdf", "--clear", "--name", "x.pdf"}).out, "x.pdf\n");
-  const Json expected = {{"author", ""},      {"keywords", ""}, {"creator", ""},
+  const Json expected = {{"author", ""},     {"keywords", ""}, {"creator", ""},
                          {"producer", "\r"}, {"title", ""},    {"subject", ""}};
   EXPECT_EQ(Metadata("x.pdf"), expected);
 }

@@ -78,6 +78,15 @@ TEST_F(Pdf2ImgCommand, TellsAFailureOfTheTask) {
   ExpectFailure(result, 14, "InvalidParameter: Invalid img dimensions [0 x 5]");
 }
 
+TEST_F(Pdf2ImgCommand, ExtractsImagesAsTheyAreStored) {
+  WriteImages("art.pdf");
+  EXPECT_EQ(Run({"extract-images", "--original", "--pages", "2", "art.pdf"}).out,
+            "art-image-0001.png\n");
+  EXPECT_TRUE(ReadBytes(Path("art-image-0001.png")).starts_with("\x89PNG"));
+  EXPECT_EQ(Run({"extract-images", "--original", "-n", "art.pdf"}).status, 16);
+  EXPECT_EQ(Run({"extract-images", "-n", "art.pdf"}).status, 0);
+}
+
 TEST_F(Pdf2ImgCommand, ExtractsImagesAndPrintsTheirNamesOnly) {
   WriteImages("scan.pdf");
   EXPECT_EQ(Run({"extract-images", "-o", "out", "scan.pdf"}).out,

@@ -117,6 +117,8 @@ struct Job {
   std::string_view changed_by = {};
   // A flag of the job's own with which names of several outputs have no stem in front of the suffix.
   std::string_view without_stem = {};
+  // A flag of the job's own with which the extension of each output is that of the data in it.
+  std::string_view with_any_extension = {};
   // Whether the job writes nothing with these options; null for a job that always does.
   bool (*only_tells)(const OptionValues&) = nullptr;
   // The output's name is the input's stem (or this one), the suffix and the extension, which may be

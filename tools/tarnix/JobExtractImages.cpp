@@ -16,6 +16,8 @@ constexpr OptionRow kOptions[] = {
      .kind = ValueKind::Pages,
      .argument = "PAGES",
      .help = "pages to look at, as in 1-3,5,8- (default: all)"},
+    {.name = "original",
+     .help = "as they are stored: JPEG and JPEG 2000 byte for byte, fax as TIFF, the rest as PNG"},
 };
 
 // Standard output is for the names alone: what the library writes there goes nowhere.
@@ -41,6 +43,7 @@ JobResult ExtractImages(JobContext& context) {
   KeepFreedMemory();
   Pdf2ImgTask task;
   task.SetMode(Pdf2ImgExtractImages);
+  task.SetStoreOriginal(context.Options().Has("original"));
   task.SetNamePattern(context.Plan().Pattern());
   SetPages(context, task);
   context.AddDocuments(task);
@@ -54,8 +57,9 @@ const JobRegistration kRegistration({
     .description = "Writes every image that is drawn on the pages of the inputs as a JPEG file "
                    "(STEM-image-0001.jpg and so on).",
     .examples = {"tarnix img2pdf -o picture.pdf logo.png", "tarnix extract-images picture.pdf",
-                 "tarnix extract-images --pages 1 -o images picture.pdf"},
+                 "tarnix extract-images --original --pages 1 -o images picture.pdf"},
     .output = OutputKind::ManyFiles,
+    .with_any_extension = "original",
     .suffix = "-image",
     .extension = ".jpg",
     .engine = EngineName::Parser,

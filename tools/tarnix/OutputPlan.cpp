@@ -70,15 +70,20 @@ std::vector<std::string> NamesIn(const std::string& directory) {
 
 // Those of the names that the pattern can give for this stem.
 std::vector<std::string> FittingNames(const std::vector<std::string>& names,
-                                      const std::string& pattern, const std::string& stem) {
+                                      const std::string& pattern, const std::string& stem,
+                                      bool with_any_extension) {
   const std::size_t at = pattern.find(kNumber);
   const std::string head = PdfCommonUtils::FormName(pattern.substr(0, at), stem, "");
-  const std::string tail = PdfCommonUtils::FormName(pattern.substr(at + kNumber.size()), stem, "");
+  std::string tail = PdfCommonUtils::FormName(pattern.substr(at + kNumber.size()), stem, "");
+  if (with_any_extension) {
+    tail.resize(std::min(tail.size(), tail.rfind('.')));
+  }
   std::vector<std::string> fitting;
   for (auto name = std::lower_bound(names.begin(), names.end(), head);
        name != names.end() && name->starts_with(head); ++name) {
-    const bool fits = name->size() > head.size() + tail.size() && name->ends_with(tail);
-    if (fits && name->substr(head.size(), name->size() - head.size() - tail.size())
+    const std::string known = with_any_extension ? name->substr(0, name->rfind('.')) : *name;
+    const bool fits = known.size() > head.size() + tail.size() && known.ends_with(tail);
+    if (fits && known.substr(head.size(), known.size() - head.size() - tail.size())
                         .find_first_not_of("0123456789-") == std::string::npos) {
       fitting.push_back(*name);
     }
@@ -201,6 +206,7 @@ void OutputPlan::SettlePaths(const Command& command, const std::vector<Input>& i
 void OutputPlan::SettlePattern(const Command& command, const std::vector<Input>& inputs) {
   const OptionValues& values = command.values;
   const Job& job = *command.job;
+  with_any_extension_ = !job.with_any_extension.empty() && values.Has(job.with_any_extension);
   const bool is_stemless = !job.without_stem.empty() && values.Has(job.without_stem);
   pattern_ = is_stemless ? std::string(job.suffix.substr(1))
                          : std::string(kStem) + std::string(job.suffix);
@@ -266,7 +272,7 @@ std::vector<std::string> OutputPlan::ThereOfPattern(const std::vector<Input>& in
   const std::vector<std::string> names = NamesIn(directory_);
   std::vector<std::string> files;
   for (const Input& input : inputs) {
-    for (const std::string& name : FittingNames(names, pattern_, input.stem)) {
+    for (const std::string& name : FittingNames(names, pattern_, input.stem, with_any_extension_)) {
       files.push_back(directory_ + name);
     }
   }

@@ -53,6 +53,7 @@ class OutputPlan {
   std::string directory_;  // "" or ends with a slash
   std::string file_;       // what -o names, when it names a file
   std::string pattern_;
+  bool with_any_extension_ = false;
   std::vector<std::string> paths_;
   std::unique_ptr<TemporaryDirectory> standard_output_;  // what goes there is written here first
 };
