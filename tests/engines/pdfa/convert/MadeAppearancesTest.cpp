@@ -110,7 +110,9 @@ TEST_F(MadeAppearancesTest, ShowTheStateOfButtons) {
 }
 
 TEST_F(MadeAppearancesTest, ShowCaptionsGroundsAndBorders) {
-  EXPECT_TRUE(RedOf("/Subtype/Widget/FT/Btn/Ff 65536/MK<</CA(Push)>>"));
+  const auto caption = RedOf("/Subtype/Widget/FT/Btn/Ff 65536/MK<</CA(HH)>>");
+  ASSERT_TRUE(caption);
+  EXPECT_NEAR((caption->left + caption->right) / 2, 100, 1);
   const auto ground = RedOf("/Subtype/Widget/FT/Tx/MK<</BG[1 0 0]>>");
   ASSERT_TRUE(ground);
   EXPECT_NEAR((ground->right - ground->left), 160, 1);

@@ -44,7 +44,9 @@ class TextDrawing {
   TextDrawing(FieldEntries& entries, FieldBox box, AppearanceFonts& fonts)
       : box_(std::move(box)), style_(ReadStyle(entries)), fonts_(&fonts) {
     const std::int64_t side = entries.OfForm("Q").IntegerOr(0);
-    side_ = side == 1 ? Side::kCenter : side == 2 ? Side::kRight : Side::kLeft;
+    side_ = side == 1 || entries.Type() == "Btn" ? Side::kCenter
+            : side == 2                          ? Side::kRight
+                                                 : Side::kLeft;
     padding_ = std::max(2 * box_.border(), kLeastPadding);
   }
 
