@@ -142,8 +142,9 @@ void PageElements::Use(std::uint32_t element) {
 // Rows and cells without content keep the others in their places.
 void PageElements::UseWholeTables() {
   for (Element& element : elements_) {
-    const bool is_part = element.type == "TR" || element.type == "TH" || element.type == "TD";
-    element.is_used = element.is_used || (is_part && elements_[element.parent].is_used);
+    const Element* parent = element.parent != kNoParent ? &elements_[element.parent] : nullptr;
+    const bool is_in_table = parent != nullptr && (parent->type == "Table" || parent->type == "TR");
+    element.is_used = element.is_used || (is_in_table && parent->is_used);
   }
 }
 
