@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "pdf/syntax/Chars.h"
+#include "pdf/syntax/Lexer.h"
 
 namespace TarnixTools::pdf {
 
@@ -105,6 +106,23 @@ std::optional<NameAndNumber> LastNameAndNumber(const Operation& operation, Arena
     return std::nullopt;
   }
   return NameAndNumber{values[values.size() - 2].Text(), values.back().NumberOr(0)};
+}
+
+std::vector<std::size_t> StringOffsets(std::string_view operands) {
+  using Kind = Token::Kind;
+  std::vector<std::size_t> offsets;
+  std::size_t depth = 0;
+  Lexer lexer(operands, true);
+  for (Token token = lexer.Next(); token.kind != Kind::kEnd; token = lexer.Next()) {
+    if (token.kind == Kind::kArrayOpen && depth++ == 0) {
+      offsets.clear();
+    } else if (token.kind == Kind::kArrayClose && depth > 0) {
+      --depth;
+    } else if (depth == 1 && (token.kind == Kind::kString || token.kind == Kind::kHexString)) {
+      offsets.push_back(static_cast<std::size_t>(token.text.data() - operands.data()));
+    }
+  }
+  return offsets;
 }
 
 std::string_view FirstRawName(std::string_view operands) {

@@ -2,9 +2,11 @@
 #ifndef TARNIX_PDF_CONTENT_OPERANDS_H_
 #define TARNIX_PDF_CONTENT_OPERANDS_H_
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "pdf/content/ContentReader.h"
 
@@ -24,6 +26,10 @@ struct NameAndNumber {
 };
 
 std::optional<NameAndNumber> LastNameAndNumber(const Operation& operation, Arena& arena);
+
+// Where in the operands the strings of their last array begin, in its order: those of TJ, as they are
+// shown one by one.
+std::vector<std::size_t> StringOffsets(std::string_view operands);
 
 // The first name among the operands as it stands, without its slash; empty for none.
 std::string_view FirstRawName(std::string_view operands);

@@ -56,6 +56,12 @@ TEST(Operands, Names) {
   EXPECT_EQ(Name("(/A)/B Do"), "B");
 }
 
+TEST(Operands, OffsetsOfStringsInAnArray) {
+  EXPECT_THAT(StringOffsets("[(a) -5 (])<41>]"), ElementsAre(1, 8, 11));
+  EXPECT_THAT(StringOffsets("(x)[(y)] [%(c)\n(z)[(in)]"), ElementsAre(15));
+  EXPECT_THAT(StringOffsets("(a)"), IsEmpty());
+}
+
 TEST(Operands, WhatIsNoName) {
   EXPECT_EQ(Name("Do"), "none");
   EXPECT_EQ(Name("/A 1 Do"), "none");

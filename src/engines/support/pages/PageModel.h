@@ -51,7 +51,7 @@ struct Glyph {
   std::uint32_t length = 0;  // its characters; 0 where nothing tells what it stands for
   std::uint32_t style = 0;   // in PageModel::styles
   std::int32_t mark = -1;    // the /MCID of the marked content around it; -1 for none
-  // Of the operator, in the content of the page.
+  // Of the operator, in the content of the page; of several strings that it shows, of the string.
   std::uint32_t place = kNoPlace;
   double x = 0;  // its origin, on the baseline
   double y = 0;

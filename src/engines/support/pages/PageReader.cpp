@@ -10,6 +10,7 @@
 #include "engines/support/pages/PathShapes.h"
 #include "foundation/Utf8.h"
 #include "pdf/content/ContentWalker.h"
+#include "pdf/content/Operands.h"
 #include "pdf/tree/PageGeometry.h"
 #include "pdf/tree/TextString.h"
 
@@ -33,11 +34,7 @@ class PageCollector : public pdf::ContentVisitor {
   bool EnterContent(const pdf::ContentEntry& entry) override;
   void LeaveContent(const pdf::ContentEntry& entry) override;
 
-  // What a form paints stands where the operator does that draws the form.
-  void Operator(const pdf::Operation& /*operation*/, std::size_t offset) override {
-    place_ =
-        depth_ == 0 ? static_cast<std::uint32_t>(std::min<std::size_t>(offset, kNoPlace)) : place_;
-  }
+  void Operator(const pdf::Operation& operation, std::size_t offset) override;
 
   void BeginMarked(const pdf::MarkedContent& mark) override;
   void EndMarked(const pdf::MarkedContent& mark) override;
@@ -84,6 +81,7 @@ class PageCollector : public pdf::ContentVisitor {
   std::vector<std::uint32_t> codes_;
   std::uint32_t order_ = 0;
   std::uint32_t place_ = kNoPlace;
+  std::vector<std::size_t> string_offsets_;  // of the operator that runs
 };
 
 bool AreAlike(const TextStyle& a, const TextStyle& b) {
@@ -91,6 +89,10 @@ bool AreAlike(const TextStyle& a, const TextStyle& b) {
          std::abs(a.direction_x - b.direction_x) < 1e-4 &&
          std::abs(a.direction_y - b.direction_y) < 1e-4 && a.is_vertical == b.is_vertical &&
          a.is_hidden == b.is_hidden;
+}
+
+std::uint32_t PlaceAt(std::size_t offset) {
+  return static_cast<std::uint32_t>(std::min<std::size_t>(offset, kNoPlace));
 }
 
 double Length(double x, double y) {
@@ -148,6 +150,22 @@ void PageCollector::LeaveContent(const pdf::ContentEntry& entry) {
   if (entry.kind != pdf::ResourceKind::kPage && depth_ > 0) {
     --depth_;
     marks_.pop_back();
+  }
+}
+
+// What a form paints stands where the operator does that draws the form.
+void PageCollector::Operator(const pdf::Operation& operation, std::size_t offset) {
+  if (depth_ > 0) {
+    return;
+  }
+  place_ = PlaceAt(offset);
+  string_offsets_.clear();
+  if (operation.code == pdf::OperatorCode("TJ") && !operation.operands.empty()) {
+    const auto begin = static_cast<std::size_t>(operation.name.data() - operation.operands.data());
+    string_offsets_ = pdf::StringOffsets(operation.operands);
+    for (std::size_t& string : string_offsets_) {
+      string = offset - begin + string;
+    }
   }
 }
 
@@ -220,6 +238,9 @@ std::optional<pdf::TextAdvance> PageCollector::ShowText(const pdf::StringUse& st
   }
   codes_.clear();
   font->Split(string.bytes, codes_);
+  if (depth_ == 0 && string.index < string_offsets_.size()) {
+    place_ = PlaceAt(string_offsets_[string.index]);
+  }
   ++order_;
   const Matrix glyphs = text.GlyphMatrix() * string.state.matrix;
   const std::uint32_t style = string.is_hidden ? 0 : StyleOf(string, *font, glyphs);

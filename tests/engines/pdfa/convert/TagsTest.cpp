@@ -5,6 +5,7 @@
 #include "engines/pdfa/convert/contents/Contents.h"
 #include "engines/pdfa/convert/contents/EditedContents.h"
 #include "engines/pdfa/convert/tags/Tags.h"
+#include "support/PageViews.h"
 #include "support/Readers.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -142,6 +143,25 @@ TEST_F(TagsTest, TellRuledTablesTheirRowsAndCells) {
   const std::string outline = Outline(written);
   EXPECT_THAT(outline, ::testing::MatchesRegex("Table\\((TR\\((T[HD] ){3}\\)){3}\\)"));
   EXPECT_THAT(content_, HasSubstr("/TD<</MCID 8>>BDC\n(cell 8) Tj"));
+}
+
+TEST_F(TagsTest, CutAnOperatorThatShowsSeveralCells) {
+  std::string content;
+  for (int i = 0; i <= 3; ++i) {
+    const std::string x = std::to_string(100 + 100 * i);
+    const std::string y = std::to_string(600 + 20 * i);
+    content += x + " 600 m " + x + " 660 l S 100 " + y + " m 400 " + y + " l S ";
+  }
+  content += "BT /F 10 Tf ";
+  for (const char* y : {"645", "625", "605"}) {
+    content += "1 0 0 1 105 " + std::string(y) + " Tm [(HH) 10 (HH)-7112(HHHH)-7112(H)]TJ ";
+  }
+  const RawPdf file = WithLargePage(content + "ET");
+  const QpdfDocument written = Tagged(file);
+  EXPECT_THAT(Outline(written), ::testing::MatchesRegex("Table\\((TR\\((T[HD] ){3}\\)){3}\\)"));
+  EXPECT_THAT(content_, HasSubstr("[(HH) 10 (HH)-7112]TJ\nEMC\n\n/TD<</MCID 7>>BDC\n"
+                                  "[(HHHH)-7112]TJ\nEMC\n\n/TD<</MCID 8>>BDC\n[(H)]TJ"));
+  EXPECT_EQ(testing::Pictures(Path("in.pdf"), 72), testing::Pictures(Path("out.pdf"), 72));
 }
 
 TEST_F(TagsTest, AreFoundFromPages) {

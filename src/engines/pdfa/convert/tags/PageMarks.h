@@ -48,6 +48,7 @@ struct MarkedRange {
   std::uint32_t begin = 0;
   std::uint32_t end = 0;
   std::uint32_t block = kArtifact;  // index of one; kArtifact for decoration
+  bool is_array_rest = false;       // it begins within the array of an operator, which is cut there
 };
 
 struct PageMarks {

@@ -8,6 +8,7 @@
 #include "engines/pdfa/Limits.h"
 #include "engines/pdfa/convert/contents/OperationPlace.h"
 #include "pdf/BoxAround.h"
+#include "pdf/content/Operands.h"
 #include "pdf/content/Operators.h"
 #include "pdf/tree/PageGeometry.h"
 #include "pdf/write/Serialize.h"
@@ -132,6 +133,8 @@ void PageScan::Operator(const pdf::Operation& operation, std::size_t offset) {
       awaited_->paints = true;
       return;
     case OperatorGroup::kShowText:
+      Await(operator_begin_);
+      return NoteStrings(operation);
     case OperatorGroup::kObject:
     case OperatorGroup::kInlineImage:
       return Await(operator_begin_);
@@ -140,7 +143,17 @@ void PageScan::Operator(const pdf::Operation& operation, std::size_t offset) {
   }
 }
 
+void PageScan::NoteStrings(const pdf::Operation& operation) {
+  if (operation.code == OperatorCode("TJ")) {
+    strings_ = pdf::StringOffsets(operation.operands);
+    for (std::size_t& string : strings_) {
+      string += operator_begin_;
+    }
+  }
+}
+
 void PageScan::Await(std::size_t begin) {
+  strings_.clear();
   awaited_ = Unit{.begin = begin,
                   .end = operator_end_,
                   .block = {},
@@ -152,10 +165,32 @@ void PageScan::Await(std::size_t begin) {
 // What has been told of the operator by now is all.
 void PageScan::TakeAwaited() {
   if (awaited_ && awaited_->paints && !IsPassedOver()) {
-    awaited_->block = BlockOf(*awaited_);
-    Add(*awaited_);
+    AddStrings(*awaited_);
   }
   awaited_.reset();
+}
+
+// What an operator shows in several blocks is cut into one operator for each, between its strings.
+void PageScan::AddStrings(const Unit& unit) {
+  Unit part = unit;
+  part.block = BlockOf(unit);
+  for (std::size_t i = 1; i < strings_.size(); ++i) {
+    const std::size_t end = i + 1 < strings_.size() ? strings_[i + 1] : unit.end;
+    const auto block = placed_.At(strings_[i], end);
+    if (!block || block == part.block || IsPassedOver()) {
+      continue;
+    }
+    part.end = strings_[i];
+    Add(part);
+    marks_.edits.Insert(strings_[i], "]TJ");
+    part.begin = strings_[i];
+    part.end = unit.end;
+    part.is_array_rest = true;
+    part.is_apart = false;
+    part.block = block;
+    last_text_ = block;
+  }
+  Add(part);
 }
 
 // Nothing for decoration.
@@ -202,7 +237,8 @@ void PageScan::MergeLast() {
   }
   const Unit& last = units_.back();
   Unit& before = units_[units_.size() - 2];
-  if (last.is_apart || last.block != before.block || last.text_object != before.text_object) {
+  if (last.is_apart || last.is_array_rest || last.block != before.block ||
+      last.text_object != before.text_object) {
     return;
   }
   before.end = last.end;
@@ -358,7 +394,8 @@ void PageScan::FinishPage() {
   for (const Unit& unit : units_) {
     marks_.ranges.push_back({.begin = static_cast<std::uint32_t>(unit.begin),
                              .end = static_cast<std::uint32_t>(unit.end),
-                             .block = unit.block.value_or(MarkedRange::kArtifact)});
+                             .block = unit.block.value_or(MarkedRange::kArtifact),
+                             .is_array_rest = unit.is_array_rest});
   }
 }
 

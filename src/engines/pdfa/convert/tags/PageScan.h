@@ -51,6 +51,7 @@ class PageScan : private pdf::ContentVisitor {
     std::optional<std::uint32_t> block;  // nothing for what is no block, or not yet
     bool paints = false;
     bool is_form = false;
+    bool is_array_rest = false;   // it begins within the array of a TJ
     std::uint64_t codes = 0;      // of text that it shows
     std::size_t text_object = 0;  // that it stands in; 0 for none
     bool is_apart = false;        // a mark stands between it and the one before
@@ -74,7 +75,9 @@ class PageScan : private pdf::ContentVisitor {
   bool IsOnPage() const { return forms_.empty(); }
 
   void Await(std::size_t begin);
+  void NoteStrings(const pdf::Operation& operation);
   void TakeAwaited();
+  void AddStrings(const Unit& unit);
   void Add(const Unit& unit);
   void MergeLast();
   void NotePath(const pdf::Operation& operation);
@@ -106,7 +109,8 @@ class PageScan : private pdf::ContentVisitor {
   std::vector<OldMark> old_marks_;
   std::size_t open_artifacts_ = 0;  // among them
   pdf::Box form_box_;
-  std::size_t operator_begin_ = 0;  // with its operands
+  std::vector<std::size_t> strings_;  // of the operator that is awaited: where they begin
+  std::size_t operator_begin_ = 0;    // with its operands
   std::size_t operator_end_ = 0;
   std::optional<std::size_t> path_begin_;
   std::size_t text_object_ = 0;  // that runs; 0 for none

@@ -122,6 +122,9 @@ void TagTree::MarkContent(TaggedPage& page, PageElements& elements) {
       parents += " " + ReferenceText(element.number);
       edits.Insert(range.begin, "\n/" + std::string(element.type) + "<</MCID " + id + ">>BDC\n");
     }
+    if (range.is_array_rest) {
+      edits.Insert(range.begin, "[");
+    }
     edits.Insert(range.end, "\nEMC\n");
   }
   parents_[static_cast<std::size_t>(&page - pages_.data())] = "[" + parents + "]";
