@@ -27,11 +27,6 @@ class DocumentReaderTest : public ::testing::Test {
     return *reader_;
   }
 
-  // A page with this content, whose font is F.
-  PageModel Page(const std::string& content, const std::string& entry = "") {
-    return Open(TestPdf().Page().PageEntry(kFont).PageEntry(entry).Content(content)).Read(0);
-  }
-
   bool IsScanned(const std::string& content) {
     return Open(TestPdf().Page().PageEntry(kFont).Content(content)).IsScanned(0);
   }
@@ -48,81 +43,12 @@ std::u32string TextOf(const PageModel& page) {
   return text;
 }
 
-TEST_F(DocumentReaderTest, ReadsGlyphsWithTheirPlaces) {
-  const PageModel page = Page("BT /F 10 Tf 100 700 Td (AB) Tj ET");
-  ASSERT_EQ(page.glyphs.size(), 2U);
-  EXPECT_EQ(TextOf(page), U"AB");
-  EXPECT_NEAR(page.glyphs[0].x, 100, 1e-6);
-  EXPECT_NEAR(page.glyphs[0].y, 92, 1e-6);
-  EXPECT_NEAR(page.glyphs[1].x, 106.67, 0.05);
-  EXPECT_NEAR(page.styles[0].size, 10, 1e-6);
-}
-
-TEST_F(DocumentReaderTest, ShowsSpotColorsAsTheDocumentSays) {
-  const TestPdf pdf = TestPdf()
-                          .Page()
-                          .PageEntry(
-                              "/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>"
-                              ">>/ColorSpace<</S[/Separation/Sea/DeviceRGB<</FunctionType 2/Domain"
-                              "[0 1]/C0[1 1 1]/C1[0 0.2 0.4]/N 1>>]>>>>")
-                          .Content("/S cs 1 scn BT /F 10 Tf 100 700 Td (A) Tj 0.5 scn (B) Tj ET");
-  const PageModel page = Open(pdf).Read(0);
-  ASSERT_EQ(page.styles.size(), 2U);
-  EXPECT_EQ(page.styles[0].color, (Rgb{0, 51, 102}));
-  EXPECT_EQ(page.styles[1].color, (Rgb{128, 153, 179}));
-}
-
-TEST_F(DocumentReaderTest, TellsThatContentIsUnreadable) {
-  const TestPdf pdf = TestPdf()
-                          .Page()
-                          .PageEntry("/Resources<</XObject<</X {{form}}>>>>")
-                          .Content("/X Do")
-                          .Object("form",
-                                  "<</Type/XObject/Subtype/Form/BBox[0 0 9 9]/Filter/NoSuchFilter"
-                                  "/Length 1>>stream\nx\nendstream");
-  EXPECT_TRUE(Open(pdf).Read(0).is_partial);
-  EXPECT_FALSE(Page("BT /F 10 Tf 100 700 Td (A) Tj ET").is_partial);
-}
-
 TEST_F(DocumentReaderTest, StopsInThePageOnceItIsCancelled) {
   const std::atomic<bool> is_cancelled = true;
   DocumentReader& reader = Open(TestPdf().Page().PageEntry(kFont).Content("BT ET"));
   reader.SetCancelFlag(is_cancelled);
   EXPECT_THROW(reader.Read(0), Cancelled);
   EXPECT_THROW(reader.OpenAgain()->Read(0), Cancelled);
-}
-
-TEST_F(DocumentReaderTest, TakesNoReplacementTextWithoutBounds) {
-  const std::string long_text(10'000, 'x');
-  const std::string content = "BT /F 10 Tf 100 700 Td /Span<</ActualText(";
-  EXPECT_EQ(TextOf(Page(content + "yz)>>BDC (a) Tj EMC ET")), U"yz");
-  EXPECT_EQ(TextOf(Page(content + long_text + ")>>BDC (a) Tj EMC ET")), U"a");
-}
-
-TEST_F(DocumentReaderTest, LeavesOutWhatIsBesideThePage) {
-  EXPECT_EQ(TextOf(Page("BT /F 10 Tf 100 900 Td (A) Tj 0 -200 Td (B) Tj ET")), U"B");
-}
-
-TEST_F(DocumentReaderTest, TakesTextThatStandsForGlyphs) {
-  EXPECT_EQ(TextOf(Page("BT /F 10 Tf 100 700 Td (a) Tj /Span <</ActualText (xyz)>> BDC (bc) Tj EMC "
-                        "/Span <</ActualText ()>> BDC (d) Tj EMC (e) Tj ET")),
-            U"axyze");
-}
-
-TEST_F(DocumentReaderTest, ReadsEachRuleOfAPath) {
-  const PageModel page = Page("10 10 m 200 10 l 10 20 m 200 20 l 50 50 100 30 re S");
-  ASSERT_EQ(page.paths.size(), 3U);
-  EXPECT_EQ(page.paths[0].kind, PathShape::Kind::kLine);
-  EXPECT_EQ(page.paths[1].kind, PathShape::Kind::kLine);
-  EXPECT_EQ(page.paths[2].kind, PathShape::Kind::kRectangle);
-  EXPECT_NEAR(page.paths[1].box.bottom, 772, 1e-6);
-}
-
-TEST_F(DocumentReaderTest, KeepsPathsWithCurvesWhole) {
-  const PageModel page = Page("10 10 m 200 10 l 10 20 m 20 30 40 50 60 20 c S 0 0 100 1 re f");
-  ASSERT_EQ(page.paths.size(), 2U);
-  EXPECT_EQ(page.paths[0].kind, PathShape::Kind::kOther);
-  EXPECT_EQ(page.paths[1].kind, PathShape::Kind::kLine);
 }
 
 TEST_F(DocumentReaderTest, ReadsLinks) {

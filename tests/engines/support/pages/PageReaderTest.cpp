@@ -1,0 +1,161 @@
+#include <memory>
+#include <string>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "engines/support/files/DiskFile.h"
+#include "engines/support/pages/PageReader.h"
+#include "support/TempDir.h"
+#include "support/TestPdf.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+using testing::TestPdf;
+
+using Parts = PageReader::Parts;
+
+constexpr const char* kFont =
+    "/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>>>>>";
+
+class PageReaderTest : public ::testing::Test {
+ protected:
+  PageModel Page(const TestPdf& pdf, Parts parts = Parts::kAll) {
+    const auto document = pdf::Document::Open(
+        std::make_unique<DiskSource>(
+            OpenShared(platform::WidePath(pdf.Write(directory_.Path("a.pdf"))))),
+        "");
+    const pdf::PageTree pages(*document);
+    const pdf::VisibleLayers layers(*document);
+    return PageReader(*document, pages, layers, parts).Read(0);
+  }
+
+  // A page with this content, whose font is F.
+  PageModel Page(const std::string& content, Parts parts = Parts::kAll) {
+    return Page(TestPdf().Page().PageEntry(kFont).Content(content), parts);
+  }
+
+  testing::TempDir directory_;
+};
+
+std::u32string TextOf(const PageModel& page) {
+  std::u32string text;
+  for (const Glyph& glyph : page.glyphs) {
+    text += page.text.substr(glyph.text, glyph.length);
+  }
+  return text;
+}
+
+TEST_F(PageReaderTest, ReadsGlyphsWithTheirPlaces) {
+  const PageModel page = Page("BT /F 10 Tf 100 700 Td (AB) Tj ET");
+  ASSERT_EQ(page.glyphs.size(), 2U);
+  EXPECT_EQ(TextOf(page), U"AB");
+  EXPECT_NEAR(page.glyphs[0].x, 100, 1e-6);
+  EXPECT_NEAR(page.glyphs[0].y, 92, 1e-6);
+  EXPECT_NEAR(page.glyphs[1].x, 106.67, 0.05);
+  EXPECT_NEAR(page.styles[0].size, 10, 1e-6);
+}
+
+TEST_F(PageReaderTest, ShowsSpotColorsAsTheDocumentSays) {
+  const TestPdf pdf = TestPdf()
+                          .Page()
+                          .PageEntry(
+                              "/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>"
+                              ">>/ColorSpace<</S[/Separation/Sea/DeviceRGB<</FunctionType 2/Domain"
+                              "[0 1]/C0[1 1 1]/C1[0 0.2 0.4]/N 1>>]>>>>")
+                          .Content("/S cs 1 scn BT /F 10 Tf 100 700 Td (A) Tj 0.5 scn (B) Tj ET");
+  const PageModel page = Page(pdf);
+  ASSERT_EQ(page.styles.size(), 2U);
+  EXPECT_EQ(page.styles[0].color, (Rgb{0, 51, 102}));
+  EXPECT_EQ(page.styles[1].color, (Rgb{128, 153, 179}));
+}
+
+TEST_F(PageReaderTest, TellsThatContentIsUnreadable) {
+  const TestPdf pdf = TestPdf()
+                          .Page()
+                          .PageEntry("/Resources<</XObject<</X {{form}}>>>>")
+                          .Content("/X Do")
+                          .Object("form",
+                                  "<</Type/XObject/Subtype/Form/BBox[0 0 9 9]/Filter/NoSuchFilter"
+                                  "/Length 1>>stream\nx\nendstream");
+  EXPECT_TRUE(Page(pdf).is_partial);
+  EXPECT_FALSE(Page("BT /F 10 Tf 100 700 Td (A) Tj ET").is_partial);
+}
+
+TEST_F(PageReaderTest, TakesNoReplacementTextWithoutBounds) {
+  const std::string long_text(10'000, 'x');
+  const std::string content = "BT /F 10 Tf 100 700 Td /Span<</ActualText(";
+  EXPECT_EQ(TextOf(Page(content + "yz)>>BDC (a) Tj EMC ET")), U"yz");
+  EXPECT_EQ(TextOf(Page(content + long_text + ")>>BDC (a) Tj EMC ET")), U"a");
+}
+
+TEST_F(PageReaderTest, LeavesOutWhatIsBesideThePage) {
+  EXPECT_EQ(TextOf(Page("BT /F 10 Tf 100 900 Td (A) Tj 0 -200 Td (B) Tj ET")), U"B");
+}
+
+TEST_F(PageReaderTest, TakesTextThatStandsForGlyphs) {
+  EXPECT_EQ(TextOf(Page("BT /F 10 Tf 100 700 Td (a) Tj /Span <</ActualText (xyz)>> BDC (bc) Tj EMC "
+                        "/Span <</ActualText ()>> BDC (d) Tj EMC (e) Tj ET")),
+            U"axyze");
+}
+
+TEST_F(PageReaderTest, ReadsEachRuleOfAPath) {
+  const PageModel page = Page("10 10 m 200 10 l 10 20 m 200 20 l 50 50 100 30 re S");
+  ASSERT_EQ(page.paths.size(), 3U);
+  EXPECT_EQ(page.paths[0].kind, PathShape::Kind::kLine);
+  EXPECT_EQ(page.paths[1].kind, PathShape::Kind::kLine);
+  EXPECT_EQ(page.paths[2].kind, PathShape::Kind::kRectangle);
+  EXPECT_NEAR(page.paths[1].box.bottom, 772, 1e-6);
+}
+
+TEST_F(PageReaderTest, KeepsPathsWithCurvesWhole) {
+  const PageModel page = Page("10 10 m 200 10 l 10 20 m 20 30 40 50 60 20 c S 0 0 100 1 re f");
+  ASSERT_EQ(page.paths.size(), 2U);
+  EXPECT_EQ(page.paths[0].kind, PathShape::Kind::kOther);
+  EXPECT_EQ(page.paths[1].kind, PathShape::Kind::kLine);
+}
+
+TEST_F(PageReaderTest, TellsPlacesOfOperatorsAndStrings) {
+  const std::string content =
+      "BT /F 10 Tf 100 700 Td (A) Tj [(B) -9 <43>] TJ ET 0 0 9 9 re f BI /W 1 /H 1 /CS /G /BPC 8 "
+      "ID "
+      "x EI";
+  const PageModel page = Page(content, Parts::kContent);
+  ASSERT_EQ(page.glyphs.size(), 3U);
+  EXPECT_EQ(content.substr(page.glyphs[0].place, 2), "Tj");
+  EXPECT_EQ(content.substr(page.glyphs[1].place, 3), "(B)");
+  EXPECT_EQ(content.substr(page.glyphs[2].place, 4), "<43>");
+  ASSERT_EQ(page.paths.size(), 1U);
+  EXPECT_EQ(content.substr(page.paths[0].place, 1), "f");
+  ASSERT_EQ(page.images.size(), 1U);
+  EXPECT_EQ(content.substr(page.images[0].place, 2), "BI");
+  EXPECT_EQ(Page(content).glyphs[0].place, kNoPlace);
+}
+
+TEST_F(PageReaderTest, TellsThePlaceOfAFormForAllInIt) {
+  const std::string content = "q /X Do Q";
+  const TestPdf pdf = TestPdf()
+                          .Page()
+                          .PageEntry("/Resources<</XObject<</X {{form}}>>>>")
+                          .Content(content)
+                          .Object("form",
+                                  "<</Type/XObject/Subtype/Form/BBox[0 0 99 99]/Length 13>>stream\n"
+                                  "0 0 9 9 re f \nendstream");
+  const PageModel page = Page(pdf, Parts::kContent);
+  ASSERT_EQ(page.paths.size(), 1U);
+  EXPECT_EQ(content.substr(page.paths[0].place, 2), "Do");
+}
+
+TEST_F(PageReaderTest, LeavesOutAnnotationsWhereOnlyContentIsRead) {
+  TestPdf pdf;
+  pdf.Page().Annotation("/Subtype/Stamp/Rect[10 20 110 40]/AP<</N {{form}}>>");
+  pdf.Object("form",
+             "<</Type/XObject/Subtype/Form/BBox[0 0 99 99]/Length 13>>stream\n"
+             "0 0 9 9 re f \nendstream");
+  EXPECT_EQ(Page(pdf).paths.size(), 1U);
+  EXPECT_EQ(Page(pdf, Parts::kContent).paths.size(), 0U);
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines
