@@ -74,9 +74,13 @@ Pixel Picture::At(int x, int y) const {
 }
 
 std::vector<Picture> Pictures(const std::string& path, int dpi) {
+  return Pictures(path, dpi, "");
+}
+
+std::vector<Picture> Pictures(const std::string& path, int dpi, const std::string& password) {
   const TempDir directory;
-  return Drawn(directory,
-               {"pdftoppm", "-cropbox", "-r", std::to_string(dpi), path, directory.Path("page")});
+  return Drawn(directory, {"pdftoppm", "-cropbox", "-upw", password, "-r", std::to_string(dpi),
+                           path, directory.Path("page")});
 }
 
 std::vector<Picture> PicturesByMupdf(const std::string& path, int dpi) {

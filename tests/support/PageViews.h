@@ -46,6 +46,7 @@ struct Picture {
 
 // Every page on white, by pdftoppm, cropped as a viewer shows it.
 std::vector<Picture> Pictures(const std::string& path, int dpi);
+std::vector<Picture> Pictures(const std::string& path, int dpi, const std::string& password);
 
 // By mutool, which crops in the same way.
 std::vector<Picture> PicturesByMupdf(const std::string& path, int dpi);
