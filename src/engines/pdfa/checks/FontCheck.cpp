@@ -40,7 +40,7 @@ class FontJudge {
   FontJudge(CheckedDocument& checked, const ShownFonts::Font& shown)
       : checked_(&checked),
         shown_(&shown),
-        font_(checked.document(), shown.object),
+        font_(checked.document(), shown.object, fonts::MapsByName::kInstalled),
         subject_(SubjectOf(font_)),
         place_{.object = font_.number(), .page_number = shown.page_number, .subject = subject_} {
     dictionary_ = checked.document().Resolve(shown.object, arena_);

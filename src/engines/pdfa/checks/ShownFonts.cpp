@@ -71,7 +71,7 @@ ShownFonts::Font* ShownFonts::FontOf(const Object& object) {
 ShownFonts::Font& ShownFonts::Add(const Object& object) {
   Font& font = fonts_.emplace_back();
   font.object = object;
-  const fonts::DocumentFont read(*document_, object);
+  const fonts::DocumentFont read(*document_, object, fonts::MapsByName::kInstalled);
   if (read.codes() != nullptr &&
       kept_ranges_ + read.codes()->range_count() <= limits::kMaxKeptRanges) {
     font.map = *read.codes();

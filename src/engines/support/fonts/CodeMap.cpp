@@ -18,6 +18,17 @@ constexpr std::size_t kMaxSpaces = 100;
 constexpr std::size_t kMaxOperands = 3 * kMaxRanges;
 constexpr std::uint32_t kMaxCid = 0xFFFF;
 
+// Whether each byte is within its own bounds.
+bool IsWithin(std::uint32_t code, std::uint32_t first, std::uint32_t last, int bytes) {
+  for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8) {
+    const std::uint32_t byte = code >> shift & 0xFFU;
+    if (byte < (first >> shift & 0xFFU) || byte > (last >> shift & 0xFFU)) {
+      return false;
+    }
+  }
+  return true;
+}
+
 std::uint32_t NumberOf(std::string_view bytes) {
   std::uint32_t number = 0;
   for (const char byte : bytes) {
@@ -31,13 +42,16 @@ std::uint32_t NumberOf(std::string_view bytes) {
 // Operands are kept until the operator comes that takes them.
 class CodeMap::Reader {
  public:
+  // find: for the map that this one builds on; null where codes of one length are wanted, by no other map.
+  explicit Reader(const MapFinder* find) : find_(find) {}
+
   std::optional<CodeMap> Read(std::string_view cmap) {
     pdf::Lexer lexer(cmap, true);
     for (Token token = lexer.Next(); token.kind != Token::Kind::kEnd && is_sure_;
          token = lexer.Next()) {
       Take(token);
     }
-    is_sure_ = is_sure_ && !map_.spaces_.empty() && map_.SortRanges();
+    is_sure_ = is_sure_ && !map_.spaces().empty() && map_.SortRanges();
     return is_sure_ ? std::optional(std::move(map_)) : std::nullopt;
   }
 
@@ -53,6 +67,9 @@ class CodeMap::Reader {
     } else if (token.kind == Token::Kind::kInteger) {
       const bool is_cid = token.integer >= 0 && token.integer <= std::int64_t{kMaxCid};
       Keep({false, is_cid ? static_cast<std::uint32_t>(token.integer) : 0});
+    } else if (token.kind == Token::Kind::kName) {
+      last_name_.clear();
+      pdf::DecodeName(token.text, last_name_);
     } else if (token.kind == Token::Kind::kKeyword) {
       Run(token.text);
     }
@@ -78,44 +95,57 @@ class CodeMap::Reader {
     } else if (keyword == "endcidchar") {
       AddRanges(2);
     } else if (keyword == "usecmap") {
-      is_sure_ = false;
+      BuildOn();
     }
     operands_.clear();
     sizes_.clear();
   }
 
+  void BuildOn() {
+    map_.base_ = find_ != nullptr && map_.base_ == nullptr ? (*find_)(last_name_) : nullptr;
+    is_sure_ = map_.base_ != nullptr;
+    map_.code_bytes_ = is_sure_ ? std::max(map_.code_bytes_, map_.base_->code_bytes_) : 0;
+  }
+
+  // Two of one size each.
   void AddSpaces() {
-    const std::size_t size = sizes_.empty() ? 0 : sizes_.front();
-    const bool is_first = map_.spaces_.empty();
-    is_sure_ = size >= 1 && size <= kMaxCodeBytes && operands_.size() % 2 == 0 &&
+    is_sure_ = !operands_.empty() && operands_.size() % 2 == 0 &&
                sizes_.size() == operands_.size() &&
-               std::count(sizes_.begin(), sizes_.end(), size) ==
-                   static_cast<std::ptrdiff_t>(sizes_.size()) &&
-               (is_first || map_.code_bytes_ == static_cast<int>(size)) &&
                map_.spaces_.size() + operands_.size() / 2 <= kMaxSpaces;
     for (std::size_t i = 0; is_sure_ && i + 1 < operands_.size(); i += 2) {
-      map_.code_bytes_ = static_cast<int>(size);
-      map_.spaces_.push_back({operands_[i].value, operands_[i + 1].value, 0});
+      const auto size = static_cast<int>(std::min(sizes_[i], kMaxCodeBytes + 1));
+      const bool is_first = map_.spaces_.empty();
+      is_sure_ = sizes_[i] == sizes_[i + 1] && size >= 1 &&
+                 size <= static_cast<int>(kMaxCodeBytes) &&
+                 (find_ != nullptr || is_first || map_.code_bytes_ == size);
+      map_.code_bytes_ = std::max(map_.code_bytes_, size);
+      map_.spaces_.push_back({operands_[i].value, operands_[i + 1].value, 0, size});
     }
+  }
+
+  bool HasRightSize(std::size_t size) const {
+    return find_ != nullptr ? size >= 1 && size <= kMaxCodeBytes
+                            : size == static_cast<std::size_t>(map_.code_bytes_);
   }
 
   // Of three operands each: first code, last code, identifier; of two: code, identifier.
   void AddRanges(std::size_t step) {
     is_sure_ = operands_.size() % step == 0 &&
                map_.ranges_.size() + operands_.size() / step <= kMaxRanges &&
-               std::all_of(sizes_.begin(), sizes_.end(), [this](std::size_t size) {
-                 return size == static_cast<std::size_t>(map_.code_bytes_);
-               });
+               std::all_of(sizes_.begin(), sizes_.end(),
+                           [this](std::size_t size) { return HasRightSize(size); });
     for (std::size_t i = 0; is_sure_ && i < operands_.size(); i += step) {
       const Operand& first = operands_[i];
       const Operand& last = operands_[i + step - 2];
       const Operand& cid = operands_[i + step - 1];
       is_sure_ = first.is_code && last.is_code && !cid.is_code && first.value <= last.value;
-      map_.ranges_.push_back({first.value, last.value, cid.value});
+      map_.ranges_.push_back({first.value, last.value, cid.value, 0});
     }
   }
 
+  const MapFinder* find_;
   CodeMap map_ = MakeEmpty();
+  std::string last_name_;
   std::vector<Operand> operands_;
   std::vector<std::size_t> sizes_;  // in bytes, of those that are codes
   bool is_sure_ = true;
@@ -128,7 +158,18 @@ class CodeMap::Reader {
 };
 
 std::optional<CodeMap> CodeMap::Read(std::string_view cmap) {
-  return Reader().Read(cmap);
+  return Reader(nullptr).Read(cmap);
+}
+
+std::optional<CodeMap> CodeMap::ReadAny(std::string_view cmap, const MapFinder& find) {
+  return Reader(&find).Read(cmap);
+}
+
+CodeMap CodeMap::SameAs(std::shared_ptr<const CodeMap> map) {
+  CodeMap same(map->code_bytes_);
+  same.is_identity_ = false;
+  same.base_ = std::move(map);
+  return same;
 }
 
 bool CodeMap::SortRanges() {
@@ -140,30 +181,43 @@ bool CodeMap::SortRanges() {
   return overlap == ranges_.end();
 }
 
-// Each byte has to be within its own bounds.
-bool CodeMap::HasCode(std::uint32_t code) const {
-  return spaces_.empty() || std::any_of(spaces_.begin(), spaces_.end(), [&](const Range& space) {
-           for (int shift = 8 * (code_bytes_ - 1); shift >= 0; shift -= 8) {
-             const std::uint32_t byte = code >> shift & 0xFFU;
-             if (byte < (space.first >> shift & 0xFFU) || byte > (space.last >> shift & 0xFFU)) {
-               return false;
-             }
-           }
-           return true;
-         });
+// Those of the map that this one builds on, where it has none. A base has all of its own.
+const std::vector<CodeMap::Range>& CodeMap::spaces() const {
+  const CodeMap* map = this;
+  while (map->spaces_.empty() && map->base_ != nullptr) {
+    map = map->base_.get();
+  }
+  return map->spaces_;
+}
+
+bool CodeMap::HasCode(std::uint32_t code, int bytes) const {
+  return std::any_of(spaces().begin(), spaces().end(), [&](const Range& space) {
+    return space.bytes == bytes && IsWithin(code, space.first, space.last, bytes);
+  });
+}
+
+// Of the first code; 0 where there is none.
+int CodeMap::CodeSizeAt(std::string_view bytes) const {
+  if (spaces().empty()) {
+    return static_cast<int>(bytes.size()) >= code_bytes_ ? code_bytes_ : 0;
+  }
+  for (int size = 1; size <= code_bytes_ && static_cast<std::size_t>(size) <= bytes.size();
+       ++size) {
+    if (HasCode(NumberOf(bytes.substr(0, static_cast<std::size_t>(size))), size)) {
+      return size;
+    }
+  }
+  return 0;
 }
 
 bool CodeMap::Split(std::string_view bytes, std::vector<std::uint32_t>& codes) const {
-  const auto size = static_cast<std::size_t>(code_bytes_);
-  if (bytes.size() % size != 0) {
-    return false;
-  }
-  for (std::size_t i = 0; i < bytes.size(); i += size) {
-    const std::uint32_t code = NumberOf(bytes.substr(i, size));
-    if (!HasCode(code)) {
+  while (!bytes.empty()) {
+    const auto size = static_cast<std::size_t>(CodeSizeAt(bytes));
+    if (size == 0) {
       return false;
     }
-    codes.push_back(code);
+    codes.push_back(NumberOf(bytes.substr(0, size)));
+    bytes.remove_prefix(size);
   }
   return true;
 }
@@ -176,7 +230,7 @@ std::uint32_t CodeMap::CidOf(std::uint32_t code) const {
       std::upper_bound(ranges_.begin(), ranges_.end(), code,
                        [](std::uint32_t value, const Range& range) { return value < range.first; });
   if (after == ranges_.begin() || code > std::prev(after)->last) {
-    return 0;
+    return base_ != nullptr ? base_->CidOf(code) : 0;
   }
   const Range& range = *std::prev(after);
   return std::min(range.cid + (code - range.first), kMaxCid);

@@ -8,6 +8,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -26,6 +28,18 @@ class CodeMap {
   // builds on another one, its codes are of several lengths or its ranges overlap.
   static std::optional<CodeMap> Read(std::string_view cmap);
 
+  // Gives the map of a name; null where there is none.
+  using MapFinder = std::function<std::shared_ptr<const CodeMap>(std::string_view name)>;
+
+  // A map that may build on another one, and whose codes may be of several lengths, as those of the
+  // maps for Chinese, Japanese and Korean are. Nothing where ranges overlap, or the other map cannot
+  // be found.
+  static std::optional<CodeMap> ReadAny(std::string_view cmap, const MapFinder& find);
+
+  // The same map, shared. Not null.
+  static CodeMap SameAs(std::shared_ptr<const CodeMap> map);
+
+  // Of the longest codes.
   int code_bytes() const { return code_bytes_; }
 
   // How many ranges it keeps.
@@ -43,19 +57,23 @@ class CodeMap {
     std::uint32_t first = 0;
     std::uint32_t last = 0;
     std::uint32_t cid = 0;
+    int bytes = 0;  // of codes in a space for them
   };
 
   class Reader;
 
   explicit CodeMap(int code_bytes) : code_bytes_(code_bytes) {}
 
-  bool HasCode(std::uint32_t code) const;
+  bool HasCode(std::uint32_t code, int bytes) const;
+  int CodeSizeAt(std::string_view bytes) const;
+  const std::vector<Range>& spaces() const;
   bool SortRanges();
 
   int code_bytes_ = 1;
   bool is_identity_ = true;
-  std::vector<Range> spaces_;  // none where all codes are there
-  std::vector<Range> ranges_;  // in order
+  std::vector<Range> spaces_;            // none where all codes are there
+  std::vector<Range> ranges_;            // in order
+  std::shared_ptr<const CodeMap> base_;  // has the codes that are in no range; may be null
 };
 
 }  // namespace TarnixTools::engines::fonts

@@ -1,12 +1,10 @@
 #include "engines/support/fonts/CollectionText.h"
 
-#include <array>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <mutex>
 #include <utility>
 
+#include "engines/support/fonts/InstalledMaps.h"
 #include "engines/support/fonts/PredefinedMaps.h"
 #include "foundation/Utf8.h"
 
@@ -14,15 +12,8 @@ namespace TarnixTools::engines::fonts {
 
 namespace {
 
-constexpr std::size_t kMostFileBytes = std::size_t{4} << 20;
-
-// Where systems keep the files, in folders named after the collections.
-constexpr std::array<std::string_view, 3> kFolders = {"/usr/share/poppler/cMap/",
-                                                      "/usr/local/share/poppler/cMap/",
-                                                      "/opt/homebrew/share/poppler/cMap/"};
-
 std::unique_ptr<CollectionText> Find(const std::string& collection) {
-  for (const std::string_view folder : kFolders) {
+  for (const std::string_view folder : kCMapFolders) {
     auto found =
         CollectionText::Read(std::string(folder) + collection + "/" + collection + "-UCS2");
     if (found != nullptr) {
@@ -49,12 +40,8 @@ const CollectionText* CollectionText::Of(std::string_view ordering) {
 }
 
 std::unique_ptr<CollectionText> CollectionText::Read(const std::string& path) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) {
-    return nullptr;
-  }
-  const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  if (bytes.empty() || bytes.size() > kMostFileBytes) {
+  const std::string bytes = ReadCMapFile(path);
+  if (bytes.empty()) {
     return nullptr;
   }
   return std::unique_ptr<CollectionText>(new CollectionText(CMapFile::Read(bytes)));

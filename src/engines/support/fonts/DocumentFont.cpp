@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "engines/support/fonts/CMapFile.h"
+#include "engines/support/fonts/InstalledMaps.h"
 #include "pdf/content/Differences.h"
 
 namespace TarnixTools::engines::fonts {
@@ -37,7 +38,7 @@ FontKind SimpleKindOf(const Object& subtype) {
 
 }  // namespace
 
-DocumentFont::DocumentFont(Document& document, const Object& font) {
+DocumentFont::DocumentFont(Document& document, const Object& font, MapsByName maps) {
   Arena arena;
   const pdf::Followed found = document.Follow(font, arena);
   const Object& dictionary = found.value;
@@ -46,7 +47,7 @@ DocumentFont::DocumentFont(Document& document, const Object& font) {
   has_to_unicode_ = dictionary.Has("ToUnicode");
   const Object subtype = document.Resolve(dictionary.Get("Subtype"), arena);
   if (subtype.IsName("Type0")) {
-    ReadComposite(document, dictionary);
+    ReadComposite(document, dictionary, maps);
     return;
   }
   kind_ = SimpleKindOf(subtype);
@@ -91,7 +92,7 @@ void DocumentFont::ReadWidths(Document& document, const Object& font) {
   }
 }
 
-void DocumentFont::ReadComposite(Document& document, const Object& font) {
+void DocumentFont::ReadComposite(Document& document, const Object& font, MapsByName maps) {
   Arena arena;
   const auto descendants = document.Resolve(font.Get("DescendantFonts"), arena).Items();
   const Object descendant =
@@ -108,14 +109,14 @@ void DocumentFont::ReadComposite(Document& document, const Object& font) {
   if (document.Resolve(collection.Get("Registry"), arena).Text() == "Adobe") {
     ordering_ = document.Resolve(collection.Get("Ordering"), arena).Text();
   }
-  ReadCodes(document, font.Get("Encoding"));
+  ReadCodes(document, font.Get("Encoding"), maps);
   ReadDescriptor(document, descendant.Get("FontDescriptor"));
   ReadGlyphMap(document, descendant.Get("CIDToGIDMap"));
   cid_widths_ = CidWidths(document, descendant);
 }
 
 // What the other predefined maps have for codes is not known here.
-void DocumentFont::ReadCodes(Document& document, const Object& encoding) {
+void DocumentFont::ReadCodes(Document& document, const Object& encoding, MapsByName maps) {
   Arena arena;
   const pdf::Followed found = document.Follow(encoding, arena);
   is_vertical_ = found.value.Text().ends_with("-V");
@@ -124,12 +125,21 @@ void DocumentFont::ReadCodes(Document& document, const Object& encoding) {
     return;
   }
   has_unicode_codes_ = found.value.Text().starts_with("Uni");
-  if (!found.value.IsDictionary() || found.number == 0 || found.value.Has("UseCMap")) {
+  const bool takes_any = maps == MapsByName::kInstalled;
+  if (found.value.IsName() && takes_any) {
+    if (auto map = InstalledMap(found.value.Text())) {
+      codes_ = CodeMap::SameAs(std::move(map));
+    }
+    return;
+  }
+  if (!found.value.IsDictionary() || found.number == 0 ||
+      (found.value.Has("UseCMap") && !takes_any)) {
     return;
   }
   const auto stream = document.TryDecodeStream(found.number, kMaxCMapBytes);
   if (stream && stream->complete) {
-    codes_ = CodeMap::Read(stream->data);
+    codes_ =
+        takes_any ? CodeMap::ReadAny(stream->data, &InstalledMap) : CodeMap::Read(stream->data);
     is_vertical_ = CMapFile::Read(stream->data).write_mode() == 1;
   }
 }

@@ -49,11 +49,18 @@ struct FontDescriptor {
   std::optional<double> missing_width;
 };
 
+// The maps that documents name and do not have.
+enum class MapsByName : std::uint8_t {
+  kIdentity,   // what comes of it does not depend on what is installed
+  kInstalled,  // those for Chinese, Japanese and Korean, too
+};
+
 class DocumentFont {
  public:
   // font: a reference or a dictionary. Of what is damaged there is what can be read. Throws Error
   // for a document that cannot be read any more.
-  DocumentFont(pdf::Document& document, const pdf::Object& font);
+  DocumentFont(pdf::Document& document, const pdf::Object& font,
+               MapsByName maps = MapsByName::kIdentity);
 
   // 0 for one written in place.
   std::uint32_t number() const { return number_; }
@@ -118,8 +125,8 @@ class DocumentFont {
   void ReadSimple(pdf::Document& document, const pdf::Object& font);
   void ReadEncoding(pdf::Document& document, const pdf::Object& font);
   void ReadWidths(pdf::Document& document, const pdf::Object& font);
-  void ReadComposite(pdf::Document& document, const pdf::Object& font);
-  void ReadCodes(pdf::Document& document, const pdf::Object& encoding);
+  void ReadComposite(pdf::Document& document, const pdf::Object& font, MapsByName maps);
+  void ReadCodes(pdf::Document& document, const pdf::Object& encoding, MapsByName maps);
   void ReadGlyphMap(pdf::Document& document, const pdf::Object& value);
   void ReadDescriptor(pdf::Document& document, const pdf::Object& value);
 

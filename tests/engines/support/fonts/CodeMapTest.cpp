@@ -1,3 +1,4 @@
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -56,6 +57,37 @@ TEST(CodeMap, IsUnknownWhereReadersMayDiffer) {
   EXPECT_FALSE(CodeMap::Read(kSpace + "1 begincidrange <0009> <0000> 1 endcidrange"));
   EXPECT_FALSE(CodeMap::Read(kSpace + "1 begincidrange <09> <0A> 1 endcidrange"));
   EXPECT_FALSE(CodeMap::Read(kSpace + "1 begincidrange <0009> <000A> endcidrange"));
+}
+
+TEST(CodeMap, HasCodesOfSeveralLengthsWhereThatIsAllowed) {
+  const auto map = CodeMap::ReadAny(
+      "2 begincodespacerange <00> <80> <8140> <9FFC> endcodespacerange "
+      "2 begincidrange <20> <7E> 1 <8140> <817E> 633 endcidrange",
+      [](std::string_view) { return nullptr; });
+  ASSERT_TRUE(map);
+  EXPECT_EQ(map->code_bytes(), 2);
+  Codes codes;
+  EXPECT_TRUE(map->Split("A\x81\x41 ", codes));
+  EXPECT_EQ(codes, (Codes{0x41, 0x8141, 0x20}));
+  EXPECT_EQ(map->CidOf(0x8141), 634U);
+  EXPECT_FALSE(map->Split("A\x81", codes));
+  EXPECT_EQ(codes.back(), 0x41U) << "what comes before is known";
+}
+
+TEST(CodeMap, BuildsOnAnotherWhereThatIsFound) {
+  const auto base = std::make_shared<const CodeMap>(
+      CodeMap::Read(kSpace + "1 begincidrange <0010> <001F> 100 endcidrange").value());
+  const auto find = [&](std::string_view name) { return name == "Base-H" ? base : nullptr; };
+  const std::string own = " 1 begincidchar <0011> 7 endcidchar";
+  const auto map = CodeMap::ReadAny("/Base-H usecmap" + own, find);
+  ASSERT_TRUE(map);
+  EXPECT_EQ(map->CidOf(0x10), 100U);
+  EXPECT_EQ(map->CidOf(0x11), 7U);
+  Codes codes;
+  EXPECT_TRUE(map->Split(std::string("\x00\x11", 2), codes));
+  EXPECT_FALSE(CodeMap::ReadAny("/Other-H usecmap" + own, find));
+  EXPECT_FALSE(CodeMap::ReadAny("/Base-H usecmap /Base-H usecmap" + own, find));
+  EXPECT_EQ(CodeMap::SameAs(base).CidOf(0x12), 102U);
 }
 
 TEST(CodeMap, OfACutFileHasNoRangeThatIsCut) {
