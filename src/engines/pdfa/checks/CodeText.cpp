@@ -44,6 +44,9 @@ void CodeText::ReadMap(CheckedDocument& checked) {
                                               found.number, limits::kMaxFontMapBytes);
   if (stream) {
     map_ = fonts::CMapFile::Read(stream->data);
+    if (!map_->has_right_counts()) {
+      map_.reset();
+    }
   }
 }
 

@@ -82,6 +82,11 @@ class CMapFile::Reader {
       NoteIdentifiers(3);
     } else if (keyword == "endcidchar") {
       NoteIdentifiers(2);
+    } else if (keyword == "beginbfchar" || keyword == "beginbfrange") {
+      stated_count_.reset();
+      if (!operands_.empty() && operands_.back().kind == Token::Kind::kInteger) {
+        stated_count_ = operands_.back().integer;
+      }
     } else if (keyword == "endbfchar") {
       AddCharacters();
     } else if (keyword == "endbfrange") {
@@ -124,11 +129,18 @@ class CMapFile::Reader {
       const std::uint32_t code = NumberOf(BytesOf(operands_[i]));
       Add(code, code, operands_[i + 1]);
     }
+    CompareCount(operands_.size() / 2);
+  }
+
+  void CompareCount(std::size_t count) {
+    map_->has_right_counts_ &= !stated_count_ || *stated_count_ == static_cast<std::int64_t>(count);
   }
 
   // The texts of a range are one that counts up, or an array.
   void AddRanges() {
+    std::size_t count = 0;
     for (std::size_t i = 0; i + 2 < operands_.size(); ++i) {
+      ++count;
       const std::uint32_t first = NumberOf(BytesOf(operands_[i]));
       const std::uint32_t last = NumberOf(BytesOf(operands_[i + 1]));
       i += 2;
@@ -142,6 +154,7 @@ class CMapFile::Reader {
         ++code;
       }
     }
+    CompareCount(count);
   }
 
   void Add(std::uint32_t first, std::uint32_t last, const Token& text) {
@@ -157,6 +170,7 @@ class CMapFile::Reader {
 
   CMapFile* map_;
   std::vector<Token> operands_;
+  std::optional<std::int64_t> stated_count_;  // of the block of texts that began last
 };
 
 CMapFile CMapFile::Read(std::string_view cmap) {

@@ -37,6 +37,10 @@ class CMapFile {
   // The highest identifier that a code has.
   std::uint64_t highest_cid() const { return highest_cid_; }
 
+  // Whether each block of texts that says a number of entries has as many: some readers take a map with a wrong
+  // count for none.
+  bool has_right_counts() const { return has_right_counts_; }
+
   // The text of a code, in UTF-16; nothing for a code that the map does not have.
   std::optional<std::u16string> TextOf(std::uint32_t code) const;
 
@@ -55,6 +59,7 @@ class CMapFile {
   std::string used_map_;
   CharacterCollection collection_;
   std::uint64_t highest_cid_ = 0;
+  bool has_right_counts_ = true;
   std::vector<TextRange> texts_;  // in order
 };
 

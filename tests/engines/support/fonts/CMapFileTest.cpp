@@ -39,6 +39,17 @@ TEST(CMapFile, TellsTheTextOfCodes) {
   EXPECT_EQ(map.TextOf(0x21), u"\U0001F600");
   EXPECT_EQ(map.TextOf(3), std::nullopt);
   EXPECT_EQ(map.TextOf(0x22), std::nullopt);
+  EXPECT_TRUE(map.has_right_counts());
+}
+
+TEST(CMapFile, ComparesCountsOfTexts) {
+  const auto has = [](const char* cmap) { return CMapFile::Read(cmap).has_right_counts(); };
+  EXPECT_TRUE(has(""));
+  EXPECT_TRUE(has("1 beginbfchar <01><0041> endbfchar 0 beginbfrange endbfrange"));
+  EXPECT_FALSE(has("2 beginbfchar <01><0041> endbfchar"));
+  EXPECT_FALSE(has("1 beginbfchar <01><0041> <02><0042> endbfchar"));
+  EXPECT_FALSE(has("2 beginbfrange <10><12>[<0061><0062><0063>] endbfrange"));
+  EXPECT_TRUE(has("beginbfchar <01><0041> endbfchar"));
 }
 
 TEST(CMapFile, OfDamageTakesWhatCanBeRead) {

@@ -30,6 +30,9 @@ class FontTexts {
   // By the font's own /ToUnicode only.
   std::u32string SaidTextOf(std::uint32_t code) const;
 
+  // Whether every reader takes the font's /ToUnicode, if it has one.
+  bool is_map_sound() const { return !to_unicode_ || to_unicode_->has_right_counts(); }
+
   // The name of the glyph that readers show for a code of a simple font without a program.
   std::string_view GlyphNameOf(std::uint8_t code) const;
 

@@ -86,7 +86,7 @@ class ProgramTexts {
 // What readers know without being told: names of glyphs by an encoding of the standard.
 bool IsKnown(const FontUse& use, const FontTexts& texts, std::uint32_t code, Level level) {
   if (use.font->has_to_unicode()) {
-    return IsAllowed(texts.SaidTextOf(code), level);
+    return texts.is_map_sound() && IsAllowed(texts.SaidTextOf(code), level);
   }
   return !use.font->is_composite() && use.font->kind() != fonts::FontKind::kType3 &&
          !use.font->GlyphNameOf(static_cast<std::uint8_t>(code)).empty() &&
