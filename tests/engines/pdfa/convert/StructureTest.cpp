@@ -111,6 +111,22 @@ TEST_F(AttachmentsTest, StayInPart2WhereTheirNameHoldsThem) {
   EXPECT_EQ(written.Follow(names[1])["/AFRelationship"], "/Unspecified");
 }
 
+TEST_F(AttachmentsTest, ThatAreWrittenInPlaceBecomeObjectsInPart3) {
+  RawPdf file =
+      OnePage("/Annots[4 0 R]",
+              "/Names<</EmbeddedFiles<</Names[(a)<</Type/Filespec/F(a)/EF<</F 5 0 R>>>>]>>>>");
+  file.Object(4,
+              "<</Subtype/FileAttachment/Rect[0 0 9 9]/FS<</Type/Filespec/F(b)/EF<</F 5 0 R>>>>>>");
+  file.Stream(5, "/Type/EmbeddedFile", "x");
+  const QpdfDocument written = Run(file, Level::k3b, &MendAttachments);
+  ASSERT_EQ(written.Catalog()["/AF"].size(), 2U);
+  const Json annotation = written.Follow(written.Follow(written.Page(1))["/Annots"][0]);
+  EXPECT_TRUE(annotation["/FS"].is_string()) << "a reference";
+  EXPECT_EQ(written.Follow(annotation["/FS"])["/AFRelationship"], "/Unspecified");
+  EXPECT_EQ(written.Follow(written.Catalog()["/Names"]["/EmbeddedFiles"]["/Names"][1])["/UF"],
+            "u:a");
+}
+
 class MendedLayersTest : public ConversionTest {};
 
 TEST_F(MendedLayersTest, HaveNamesAndAreAllListed) {

@@ -45,12 +45,11 @@ class AttachmentMender {
   explicit AttachmentMender(Conversion& conversion) : conversion_(&conversion) {}
 
   void Mend() {
-    if (PartOf(conversion_->level) == 2) {
-      KeepNames();
-    }
+    KeepNames();
     for (std::uint32_t number = 1; number < document().object_limit(); ++number) {
       Arena arena;
       const Object value = document().Exists(number) ? rewriter().Load(number, arena) : Object();
+      TakeOut(number, value.Get("FS"));
       if (value.Get("EF").IsNull() || !document().Resolve(value.Get("EF"), arena).IsDictionary()) {
         continue;
       }
@@ -67,7 +66,7 @@ class AttachmentMender {
 
   pdf::DocumentRewriter& rewriter() { return conversion_->rewriter; }
 
-  // Only of files that are still there.
+  // Only of files that are still there, each an object of its own.
   void KeepNames() {
     Arena arena;
     const Object given = document().Catalog(arena).Get("Names");
@@ -98,6 +97,18 @@ class AttachmentMender {
     rewriter().SetEntry(rewriter().catalog(), "Names", text);
   }
 
+  // The specification of an annotation that is written in place: only an object can be associated with
+  // anything.
+  void TakeOut(std::uint32_t number, const Object& specification) {
+    if (specification.IsDictionary()) {
+      if (const std::uint32_t own = AddSpecification(specification); own != 0) {
+        std::string reference;
+        pdf::AppendReference(reference, own);
+        rewriter().SetEntry(number, "FS", reference);
+      }
+    }
+  }
+
   // As an object of its own; 0 for what stands for no file that may stay.
   std::uint32_t AddSpecification(const Object& specification) {
     Arena arena;
@@ -115,6 +126,7 @@ class AttachmentMender {
     pdf::AppendObject(text, specification);
     const std::uint32_t number = rewriter().Add(pdf::ObjectChange::Value(std::move(text)));
     MendSpecification(number, specification);
+    files_.push_back(number);
     return number;
   }
 
