@@ -43,13 +43,14 @@ std::unique_ptr<FontProgram> FontProgram::Open(std::string_view bytes) {
 }
 
 FontProgram::~FontProgram() {
+  if (library_ == nullptr) {
+    return;  // the functions may be what is missing
+  }
   const FreeType& ft = FreeType::Get();
   if (face_ != nullptr) {
     ft.FT_Done_Face(face_);
   }
-  if (library_ != nullptr) {
-    ft.FT_Done_FreeType(library_);
-  }
+  ft.FT_Done_FreeType(library_);
 }
 
 // Each program has a library of its own, which makes it independent of what other threads do.
