@@ -2,7 +2,9 @@
 #include "document/PageDecorator.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <numbers>
 #include <utility>
 
 #include "PdfException.h"
@@ -90,6 +92,37 @@ TransformationPtr RotationOf(const PdfTransformation& transformation,
   return rotation;
 }
 
+// Whether a box that is turned about a point, counter-clockwise, reaches onto the page.
+bool IsOnPage(const engines::TPdfRectangle& box, const engines::TPdfPoint& center, double degrees,
+              const engines::TPdfSize& page_size) {
+  const double angle = degrees * std::numbers::pi / 180;
+  engines::TPdfRectangle seen = {center.x, center.y, center.x, center.y};
+  bool is_first = true;
+  for (const double x : {box.left - center.x, box.right - center.x}) {
+    for (const double y : {box.bottom - center.y, box.top - center.y}) {
+      const double seen_x = center.x + x * std::cos(angle) - y * std::sin(angle);
+      const double seen_y = center.y + x * std::sin(angle) + y * std::cos(angle);
+      seen.left = is_first ? seen_x : std::min(seen.left, seen_x);
+      seen.right = is_first ? seen_x : std::max(seen.right, seen_x);
+      seen.bottom = is_first ? seen_y : std::min(seen.bottom, seen_y);
+      seen.top = is_first ? seen_y : std::max(seen.top, seen_y);
+      is_first = false;
+    }
+  }
+  return seen.right >= 0 && seen.left <= page_size.width && seen.top >= 0 &&
+         seen.bottom <= page_size.height;
+}
+
+bool IsImageOnPage(const DecoratedPage& page, const PdfTransformation& transformation,
+                   const DecorationHandles& handles) {
+  engines::TPdfRectangle box;
+  engines::TPdfSize size;
+  const engines::TPdfSize page_size = PageSizeOf(page);
+  CalculateImgRectangle(transformation, page_size, handles.image.get(), box, size);
+  return IsOnPage(box, {box.left + size.width * 0.5, box.bottom + size.height * 0.5},
+                  transformation.GetRotation(), page_size);
+}
+
 }  // namespace
 
 engines::TPdfSize PageSizeOf(const DecoratedPage& page) {
@@ -114,14 +147,15 @@ void PageDecorator::TransformPage(const DecoratedPage& page, PdfTransformation& 
     case PdfTransformType::StampText:
       if (transformation.GetMosaic()) {
         StampTextMosaicIntoPage(page, transformation, handles);
+        CountMark(PdfReportKind::TextStamp, page, true);
       } else {
-        StampTextIntoPage(page, transformation, handles);
+        CountMark(PdfReportKind::TextStamp, page, StampTextIntoPage(page, transformation, handles));
       }
-      CountAdded(PdfReportKind::TextStamp, page);
       return;
     case PdfTransformType::StampImage:
       StampImageIntoPage(page, transformation, handles);
-      CountAdded(PdfReportKind::ImageStamp, page);
+      CountMark(PdfReportKind::ImageStamp, page,
+                transformation.GetMosaic() || IsImageOnPage(page, transformation, handles));
       return;
     case PdfTransformType::PdfA:
       break;
@@ -144,7 +178,8 @@ void PageDecorator::AddPageNumberToPage(const DecoratedPage& page,
   const bool is_painted =
       engines::PdfContentGeneratorPaintText(generator.get(), placed.text.get()) != 0;
   if (engines::PdfClose(generator.release()) != 0 && is_painted) {
-    CountAdded(PdfReportKind::PageNumber, page);
+    CountMark(PdfReportKind::PageNumber, page,
+              IsOnPage(placed.box, placed.base, 0, PageSizeOf(page)));
   } else {
     report_.Add(
         {PdfReportKind::PageNumber, PdfReportOutcome::Dropped, 1, page.number,
@@ -152,7 +187,7 @@ void PageDecorator::AddPageNumberToPage(const DecoratedPage& page,
   }
 }
 
-void PageDecorator::StampTextIntoPage(const DecoratedPage& page, PdfTransformation& transformation,
+bool PageDecorator::StampTextIntoPage(const DecoratedPage& page, PdfTransformation& transformation,
                                       const DecorationHandles& handles) {
   const PlacedText placed = PlaceText(page, transformation.GetInputText(), transformation, handles);
   const ContentPtr content(engines::PdfPageGetContent(page.page));
@@ -174,6 +209,7 @@ void PageDecorator::StampTextIntoPage(const DecoratedPage& page, PdfTransformati
   if (engines::PdfClose(generator.release()) == 0) {
     ThrowEngineError("Could not paint text on page");
   }
+  return IsOnPage(placed.box, placed.base, transformation.GetRotation(), PageSizeOf(page));
 }
 
 void PageDecorator::StampTextMosaicIntoPage(const DecoratedPage& page,
@@ -208,11 +244,12 @@ PageDecorator::PlacedText PageDecorator::PlaceText(const DecoratedPage& page,
     ShowLine(generator.get(), line, {base.x + offset, y}, page, transformation);
     y -= block.GetLeading();
   }
-  return {std::move(text), base};
+  return {std::move(text), base, {base.x, y, base.x + block_width, base.y + font_size}};
 }
 
-void PageDecorator::CountAdded(PdfReportKind kind, const DecoratedPage& page) {
-  report_.Add({kind, PdfReportOutcome::Added, 1, page.number, ""});
+void PageDecorator::CountMark(PdfReportKind kind, const DecoratedPage& page, bool is_on_page) {
+  report_.Add({kind, is_on_page ? PdfReportOutcome::Added : PdfReportOutcome::Dropped, 1,
+               page.number, is_on_page ? "" : "falls outside the page"});
 }
 
 }  // namespace TarnixTools

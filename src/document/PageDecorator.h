@@ -31,15 +31,17 @@ class PageDecorator {
                      const DecorationHandles& handles);
 
  private:
-  // A text object with what is to be painted, and where its first line starts.
+  // A text object with what is to be painted, where its first line starts, and the room it takes.
   struct PlacedText {
     TextPtr text;
     engines::TPdfPoint base;
+    engines::TPdfRectangle box;
   };
 
   void AddPageNumberToPage(const DecoratedPage& page, PdfTransformation& transformation,
                            const DecorationHandles& handles);
-  void StampTextIntoPage(const DecoratedPage& page, PdfTransformation& transformation,
+  // False when nothing of it falls onto the page.
+  bool StampTextIntoPage(const DecoratedPage& page, PdfTransformation& transformation,
                          const DecorationHandles& handles);
   void StampTextMosaicIntoPage(const DecoratedPage& page, PdfTransformation& transformation,
                                const DecorationHandles& handles);
@@ -55,7 +57,8 @@ class PageDecorator {
                         const PdfTransformation& transformation,
                         const DecorationHandles& handles) const;
 
-  void CountAdded(PdfReportKind kind, const DecoratedPage& page);
+  // Adds the mark to the report; as one that is lost where it falls outside the page.
+  void CountMark(PdfReportKind kind, const DecoratedPage& page, bool is_on_page);
 
   engines::TPdfDocument* target_;
   int pages_num_;

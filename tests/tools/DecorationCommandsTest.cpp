@@ -142,7 +142,30 @@ TEST_F(DecorationCommands, ReportWhatIsMissing) {
   ExpectFailure(Run({"transform", "--recipe", "no.json", "doc.pdf"}), 16,
                 "FileNotFound: Unable to open recipe [no.json]");
   ExpectFailure(Run({"transform", "--recipe", ".", "doc.pdf"}), 16,
-                "FileNotFound: Unable to open recipe [.]");
+                "FileNotFound: Unable to open recipe [.]", "Is a directory");
+}
+
+TEST_F(DecorationCommands, TellOfMarksThatFallOutsideThePage) {
+  const auto told = [&](std::vector<std::string> words) {
+    words.insert(words.end(), {"--pages", "1-2", "doc.pdf"});
+    const auto result = Run(words);
+    EXPECT_EQ(result.status, 0);
+    return result.err;
+  };
+  const std::string outside = " dropped: falls outside the page\n";
+  EXPECT_EQ(told({"number", "--at", "5000,50"}), "tarnix: 2 page numbers" + outside);
+  EXPECT_EQ(told({"number", "--at", "50,-200"}), "tarnix: 2 page numbers" + outside);
+  std::vector<std::string> stamp = {"stamp-text", "--font-size", "100", "--at",
+                                    "-200,50",    "--text",      "x"};
+  EXPECT_EQ(told(stamp), "tarnix: 2 text stamps" + outside);
+  stamp.back() = "xxxxxxxx";
+  EXPECT_EQ(told(stamp), "");
+  stamp.insert(stamp.end(), {"--rotate", "180"});
+  EXPECT_EQ(told(stamp), "tarnix: 2 text stamps" + outside);
+  EXPECT_EQ(told({"stamp-image", "--image", "logo.png", "--position", "bottom-left", "--margin",
+                  "-2000,50"}),
+            "tarnix: 2 image stamps" + outside);
+  EXPECT_EQ(told({"number"}) + told({"stamp-text", "--text", "x", "--mosaic"}), "");
 }
 
 TEST_F(DecorationCommands, ReportThatNoFontCanBeHad) {
