@@ -162,5 +162,42 @@ TEST_F(ValidateCommand, MakesAPageThatFitsAPhone) {
   EXPECT_LE(std::atoi(result.out.c_str() + width + 13), 500);  // the narrowest that it lays out
 }
 
+TEST_F(ValidateCommand, WritesItsReportWhereThatMayBe) {
+  WriteArchive("a.pdf");
+  const std::string before = ReadBytes(Path("a.pdf"));
+  ExpectUsageError(Run({"validate", "--report", "./a.pdf", "a.pdf"}),
+                   "the output './a.pdf' is also an input", "tarnix validate");
+  EXPECT_EQ(ReadBytes(Path("a.pdf")), before);
+  EXPECT_EQ(Run({"validate", "--report", "new/sub/r.html", "a.pdf"}).status, 0);
+  EXPECT_THAT(ReadBytes(Path("new/sub/r.html")), StartsWith("<!DOCTYPE html>"));
+  ExpectFailure(Run({"validate", "--report", "new/sub", "a.pdf"}), 16,
+                "FileNotFound: Unable to create new file [new/sub] (Is a directory)");
+  ExpectFailure(Run({"validate", "--report", "a.pdf/r.html", "a.pdf"}), 16,
+                "FileNotFound: Unable to create output directory [a.pdf] (Not a directory)");
+  EXPECT_THAT(directory_.Names("new"), ::testing::ElementsAre("sub"));
+}
+
+TEST_F(ValidateCommand, JobsThatTakeTheClaimAwaySaySo) {
+  WriteArchive("a.pdf");
+  const std::vector<std::vector<std::string>> jobs = {
+      {"rotate", "--angle", "90"},
+      {"extract-pages", "--pages", "1"},
+      {"number"},
+      {"stamp-text", "--text", "x"},
+      {"metadata", "--author", "A"},
+      {"protect", "--new-password", "x"},
+      {"unlock"},
+      {"compress"},
+      {"repair"},
+  };
+  for (std::vector<std::string> words : jobs) {
+    words.insert(words.end(), {"a.pdf", "-o", "out.pdf"});
+    EXPECT_EQ(Run(words).err, "tarnix: 1 PDF/A claim dropped: not proven of what is written\n")
+        << words[0];
+    words.emplace_back("--quiet");
+    EXPECT_EQ(Run(words).err, "") << words[0];
+  }
+}
+
 }  // namespace
 }  // namespace TarnixTools::testing

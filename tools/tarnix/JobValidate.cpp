@@ -1,9 +1,11 @@
+#include <cerrno>
 #include <cstddef>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <set>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -117,21 +119,32 @@ std::string ToText(const ValidatedFile& file) {
   return text;
 }
 
+// The report is an output like any other, and takes no document's place.
+void RequireNoInput(const std::string& report, const std::vector<Input>& inputs) {
+  for (const Input& input : inputs) {
+    std::error_code ignored;
+    if (std::filesystem::equivalent(report, input.path, ignored)) {
+      throw UsageError("the output '" + report + "' is also an input");
+    }
+  }
+}
+
 // The file appears whole, in place of one that has its name.
 void WriteReport(const std::string& path, const std::string& html) {
-  const std::string native = NativePath(path);
-  const std::string unfinished = native + ".part";
+  OutputPlan::MakeDirectoryOf(path);
+  const std::string unfinished = path + ".part";
+  errno = 0;
   std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
   file << html;
   file.close();
-  std::error_code error;
+  std::error_code error(errno != 0 ? errno : EIO, std::generic_category());
   if (file) {
-    std::filesystem::rename(unfinished, native, error);
+    std::filesystem::rename(unfinished, path, error);
   }
-  if (!file || error) {
+  if (error) {
     std::remove(unfinished.c_str());
-    throw PdfException(PdfExceptionCode::FileNotFound, 0, "Unable to create new file [%s]",
-                       path.c_str());
+    throw PdfException(PdfExceptionCode::FileNotFound, 0, "Unable to create new file [%s] (%s)",
+                       path.c_str(), error.message().c_str());
   }
 }
 
@@ -147,6 +160,9 @@ ValidatedFile ValidateOne(const JobContext& context, const Input& input) {
 }
 
 JobResult Validate(JobContext& context) {
+  if (context.Options().Has("report")) {
+    RequireNoInput(context.Options().Text("report"), context.Inputs());
+  }
   std::vector<ValidatedFile> files;
   JobResult result = TellOfEach(context, [&](const Input& input, JobResult& all) {
     const ValidatedFile& file = files.emplace_back(ValidateOne(context, input));
