@@ -107,6 +107,29 @@ TEST_F(Outputs, ReplaceTheInputOnlyWhenAsked) {
                    "tarnix split");
 }
 
+TEST_F(Outputs, ReplaceNoFileTwice) {
+  directory_.MakeDir("in");
+  std::filesystem::create_symlink(Path("a.pdf"), Path("in/link.pdf"));
+  for (const std::string again : {"a.pdf", "./a.pdf", "in/../a.pdf", "in/link.pdf"}) {
+    ExpectUsageError(Rotate({"--in-place", "a.pdf", again}),
+                     "more than one output would be '" + again + "'", "tarnix rotate");
+  }
+}
+
+TEST_F(Outputs, OfAFailedJobLeaveNoDirectoryBehind) {
+  WriteFile("text.pdf", "nothing of a document");
+  directory_.MakeDir("there");
+  for (const std::string out : {"new", "new/one/x.pdf", "there/new/x.pdf", "there", "./new//x/"}) {
+    EXPECT_EQ(Rotate({"text.pdf", "-o", out}).status, 23);
+    EXPECT_EQ(Run({"metadata", "--author", "A", "text.pdf", "-o", out}).status, 23);
+  }
+  EXPECT_EQ(Run({"extract-images", "a.pdf", "-o", "new/images"}).status, 18);
+  EXPECT_THAT(directory_.Names(), ElementsAre("a.pdf", "b.pdf", "text.pdf", "there"));
+  EXPECT_THAT(directory_.Names("there"), ElementsAre());
+  EXPECT_EQ(Rotate({"a.pdf", "text.pdf", "-o", "new/some"}).out, "new/some/a-rotated.pdf\n");
+  EXPECT_TRUE(HasFile("new/some/a-rotated.pdf"));
+}
+
 TEST_F(Outputs, OfAFailedJobAreTold) {
   directory_.MakeDir("out");
   directory_.MakeDir("out/b-02.pdf");

@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "Job.h"
+#include "MadeDirectories.h"
 #include "PdfException.h"
 #include "Streams.h"
 #include "TemporaryDirectory.h"
@@ -93,6 +94,7 @@ Arrived& Interruption() {
   RestoreTerminal();
   Tell(job, signal == SIGINT ? "interrupted" : "terminated");
   RemoveTemporaryDirectories();
+  RemoveEmptyDirectories();
   _exit(128 + signal);
 }
 

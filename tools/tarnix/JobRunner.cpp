@@ -11,6 +11,7 @@
 #include "Input.h"
 #include "Interruption.h"
 #include "JobContext.h"
+#include "MadeDirectories.h"
 #include "OutputPlan.h"
 #include "Passwords.h"
 #include "ProgressBar.h"
@@ -177,6 +178,7 @@ int TellFailure(const Command& command, const PdfReport& report) {
 }
 
 int RunCommand(const Command& command) {
+  const MadeDirectories made;
   try {
     Session session(command);
     return Finish(session, RunAll(session));

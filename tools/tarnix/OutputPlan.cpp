@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include "Failure.h"
+#include "MadeDirectories.h"
 #include "PdfCommonUtils.h"
 #include "PdfException.h"
 
@@ -285,12 +286,12 @@ std::string OutputPlan::MakeDirectoryOf(const std::string& path) {
     return ".";
   }
   const std::string directory = path.substr(0, slash + 1);
-  std::error_code error;
-  std::filesystem::create_directories(directory, error);
-  if (error && !IsDirectory(directory)) {
+  const std::error_code error = MakeDirectories(directory);
+  if (!IsDirectory(directory)) {
+    const std::error_code reason = error ? error : std::make_error_code(std::errc::not_a_directory);
     throw PdfException(PdfExceptionCode::FileNotFound, 0,
                        "Unable to create output directory [%s] (%s)", path.substr(0, slash).c_str(),
-                       error.message().c_str());
+                       reason.message().c_str());
   }
   return directory;
 }
