@@ -101,7 +101,10 @@ TEST_F(CommandLine, RefusesOptionsWithoutUse) {
       {"unlock", "a.pdf", "--out-password", "x"},
       {"merge", "a.pdf", "a.pdf", "--in-place"},
       {"metadata", "a.pdf", "-o", "out"},
-      {"img2pdf", "a.jpg", "--landscape"}};
+      {"metadata", "a.pdf", "--in-place"},
+      {"metadata", "a.pdf", "--out-password", "x"},
+      {"img2pdf", "a.jpg", "--landscape"},
+      {"img2pdf", "a.jpg", "--landscape", "--page", "fit"}};
   for (const std::vector<std::string>& words : commands) {
     EXPECT_EQ(Run(words).status, 2) << words[0];
   }

@@ -58,6 +58,9 @@ JobResult ConvertImages(JobContext& context) {
   KeepFreedMemory();
   const OptionValues& options = context.Options();
   const float margin = ParseMargin(options.Text("margin", "0"));
+  if (options.Has("landscape") && options.Text("page") == "fit") {
+    throw UsageError("--landscape has no use with --page fit");
+  }
   std::list<std::string> images;
   for (const Input& input : context.Inputs()) {
     images.push_back(input.path);

@@ -109,8 +109,18 @@ bool IsInPlace(const Command& command) {
 }
 
 void RequireUse(const Command& command) {
-  for (const char* const option : {"output", "name", "prefix", "no-clobber"}) {
-    if (command.job->output != OutputKind::None && command.values.Has(option)) {
+  if (command.job->output == OutputKind::None) {
+    return;  // which has none of them
+  }
+  std::vector<const char*> options = {"output", "name", "prefix", "no-clobber"};
+  if (CanWriteOver(*command.job)) {
+    options.push_back("in-place");
+  }
+  if (command.job->can_protect) {
+    options.insert(options.end(), {"out-password", "out-password-file"});
+  }
+  for (const char* const option : options) {
+    if (command.values.Has(option)) {
       throw UsageError("--" + std::string(option) + " has no use here: no file is written");
     }
   }
@@ -133,7 +143,7 @@ OutputPlan::OutputPlan(const Command& command, const std::vector<Input>& inputs)
   SettleDirectory(command, kind == OutputKind::OneFile ? outputs : 2);
   if (kind == OutputKind::OneFile) {
     SettlePaths(command, inputs);
-    RequireDifferent();
+    RequireDifferent(IsInPlace(command));
   } else {
     SettlePattern(command, inputs);
   }
@@ -231,10 +241,13 @@ void OutputPlan::SettlePattern(const Command& command, const std::vector<Input>&
   }
 }
 
-void OutputPlan::RequireDifferent() const {
+void OutputPlan::RequireDifferent(bool is_in_place) const {
   std::set<std::string> seen;
   for (const std::string& path : paths_) {
-    if (!seen.insert(path).second) {
+    std::error_code ignored;
+    const std::string file =
+        is_in_place ? std::filesystem::weakly_canonical(path, ignored).string() : path;
+    if (!seen.insert(file.empty() ? path : file).second) {
       throw UsageError("more than one output would be '" + path + "'");
     }
   }

@@ -44,7 +44,8 @@ class OutputPlan {
   std::string NameOf(const Command& command, const Input& input, std::size_t number) const;
   void SettlePaths(const Command& command, const std::vector<Input>& inputs);
   void SettlePattern(const Command& command, const std::vector<Input>& inputs);
-  void RequireDifferent() const;
+  // One file may have several paths, which matters where it is written over.
+  void RequireDifferent(bool is_in_place) const;
   void RequireNoInput(const Command& command, const std::vector<Input>& inputs) const;
   // The files that are there with names that the pattern can give.
   std::vector<std::string> ThereOfPattern(const std::vector<Input>& inputs) const;
