@@ -21,7 +21,7 @@ JobResult RunImageTask(const JobContext& context, Pdf2ImgTask& task) {
   try {
     ForPassword([&] { task.Execute(); });
   } catch (...) {
-    for (const std::string& image : task.GetImages()) {
+    for (const std::string& image : task.GetWrittenFiles()) {
       NoteFinished(WithoutDot(NativePath(image)));
     }
     throw;

@@ -33,11 +33,13 @@ struct Session {
   const OutputPlan plan;
 };
 
-// As they are printed, and noted as finished.
-void NoteOutputs(JobResult& result) {
+// As they are printed, and noted as finished: what goes to standard output is not, until it is there.
+void NoteOutputs(const OutputPlan& plan, JobResult& result) {
   for (std::string& path : result.outputs) {
     path = NativePath(path);
-    NoteFinished(path);
+    if (!plan.IsStandardOutput()) {
+      NoteFinished(path);
+    }
   }
 }
 
@@ -94,7 +96,7 @@ JobResult RunOn(Session& session, const std::vector<Input>& inputs, std::size_t 
     result.password = context.OutPassword();
   }
   AddWarnings(result);
-  NoteOutputs(result);
+  NoteOutputs(session.plan, result);
   EndIfInterrupted();
   return result;
 }
