@@ -258,7 +258,7 @@ TEST_F(Passwords, ForInputAndOutputAreTwoLinesOfStandardInput) {
 TEST_F(Passwords, NeedAFileThatHasOne) {
   WriteFile("empty", "");
   ExpectFailure(Run({"info", "a.pdf", "--password-file", "none"}), 16,
-                "FileNotFound: Unable to open password file [none]");
+                "FileNotFound: Unable to open password file [none]", "No such file or directory");
   ExpectFailure(Run({"info", "a.pdf", "--password-file", "empty"}), 14,
                 "InvalidParameter: No password in file [empty]");
   ExpectFailure(Run({"info", "a.pdf", "--password-file", "/dev/zero"}), 14,

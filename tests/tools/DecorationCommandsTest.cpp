@@ -137,10 +137,10 @@ TEST_F(DecorationCommands, ReportWhatIsMissing) {
   ExpectUsageError(Run({"stamp-text", "doc.pdf"}), "--text is needed", "tarnix stamp-text");
   ExpectUsageError(Run({"stamp-image", "doc.pdf"}), "--image is needed", "tarnix stamp-image");
   ExpectFailure(Run({"stamp-image", "--image", "no.png", "doc.pdf"}), 16,
-                "FileNotFound: Image file not found: no.png");
+                "FileNotFound: Image file not found: no.png", "No such file or directory");
   ExpectUsageError(Run({"transform", "doc.pdf"}), "--recipe is needed", "tarnix transform");
   ExpectFailure(Run({"transform", "--recipe", "no.json", "doc.pdf"}), 16,
-                "FileNotFound: Unable to open recipe [no.json]");
+                "FileNotFound: Unable to open recipe [no.json]", "No such file or directory");
   ExpectFailure(Run({"transform", "--recipe", ".", "doc.pdf"}), 16,
                 "FileNotFound: Unable to open recipe [.]", "Is a directory");
 }

@@ -140,7 +140,8 @@ constexpr Row kRasteriser[] = {
     {0x80410103, kArgument, kArgumentCure},
     {0x80410104, "PDFium is not installed: libreoffice-core-nogui", "install that package"},
     {0x80410110, kCannotRead, kCannotReadCure},
-    {0x80410111, kNotAPdf, kNotAPdfCure},
+    {0x80410111, "not a PDF document, or damaged beyond reading",
+     "give a PDF document, or try `tarnix repair`"},
     {0x80410112, kPassword, kPasswordCure},
     {0x80410120, "the page cannot be loaded", kNoPagesCure},
     {0x80410121, "the image would have more than 65,500 pixels on a side", "lower `--dpi`"},
@@ -150,12 +151,30 @@ constexpr Row kRasteriser[] = {
 };
 
 constexpr Row kConverter[] = {
+    {1, kOwnFault, kOwnFaultCure},
+    {2, kCannotRead, kCannotReadCure},
+    {3, kCannotWrite, kCannotWriteCure},
+    {4, kNotAPdf, kNotAPdfCure},
+    {5, kNoPages, kNoPagesCure},
+    {6, kSecurity, kSecurityCure},
+    {7, kDamagedSecurity, kDamagedSecurityCure},
+    {8, kLimit, kLimitCure},
+    {9, kFilter, kNoPagesCure},
+    {10, kChanged, kChangedCure},
+    {11, kArgument, kArgumentCure},
+    {12, kMemory, kMemoryCure},
+    {13, kCannotOpen, kCannotReadCure},
+    {14, kCannotCreate, kCannotCreateCure},
+    {15, "no level of PDF/A can be reached", "mend what the lines behind the message name"},
+    {16, "its XMP packet cannot be read", kNoPagesCure},
+    {17, kPassword, kPasswordCure},
     {0x83410540, "the level cannot be reached", "allow a lower one with `--allow-downgrade`"},
 };
 
 constexpr Row kOffice[] = {
     {1, "the conversion was cancelled", "run it again"},
-    {2, kOwnFault, kOwnFaultCure},
+    {2, "a library that it needs is missing, or a fault of the program's own",
+     "install what README.md names for `office`, or report it with the document"},
     {3, kCannotOpen, kCannotReadCure},
     {4, kNotAPdf, kNotAPdfCure},
     {5, kCannotWrite, kCannotWriteCure},
@@ -210,35 +229,84 @@ std::string SystemCause(const std::string& path) {
                                   : "";
 }
 
+// The files that the command line names to be read.
+std::vector<std::string> FilesToRead(const Command& command, const std::vector<Input>& inputs) {
+  std::vector<std::string> files;
+  for (const Input& input : inputs) {
+    if (input.given != "-") {
+      files.push_back(input.path);
+    }
+  }
+  for (const OptionRow* row : ShownOptions(*command.job)) {
+    if (row->kind == ValueKind::File && command.values.Has(row->name)) {
+      files.push_back(command.values.Text(row->name));
+    }
+  }
+  return files;
+}
+
+bool Names(const std::string& message, const std::string& path) {
+  return message.find("[" + path + "]") != std::string::npos || message.ends_with(" " + path);
+}
+
+// What the system says of the file that the message is about; of the only input where it names none.
+std::string CauseInSystem(const Command& command, const std::string& message,
+                          const std::vector<Input>& inputs) {
+  if (message.starts_with("Unable to create new file") ||
+      message.starts_with("Unable to create output directory")) {
+    return "";
+  }
+  for (const std::string& path : FilesToRead(command, inputs)) {
+    if (Names(message, path)) {
+      return SystemCause(path);
+    }
+  }
+  const bool is_told =
+      inputs.size() != 1 || inputs.front().given == "-" || message.find('[') != std::string::npos;
+  return is_told ? "" : SystemCause(inputs.front().path);
+}
+
+// Whose code it is: a job opens its document by the first engine, whichever comes after.
+EngineName EngineOf(const Job& job, const std::string& message) {
+  return message.find("(engine error [") != std::string::npos ? EngineName::Toolbox : job.engine;
+}
+
 std::string CodeText(std::uint32_t code) {
   char text[16];
   std::snprintf(text, sizeof text, code > 0xFFFF ? "0x%08X" : "%u", static_cast<unsigned>(code));
   return text;
 }
 
-}  // namespace
-
-std::string CauseOf(const Job& job, const Failure& failure, const std::vector<Input>& inputs) {
-  if (failure.is_usage || failure.code == PdfExceptionCode::PasswordError) {
+std::string CauseOf(const Command& command, const Failure& failure,
+                    const std::vector<Input>& inputs) {
+  const bool can_have_cause =
+      failure.code == PdfExceptionCode::FileNotFound || failure.engine_code != 0;
+  if (failure.is_usage || failure.code == PdfExceptionCode::PasswordError || !can_have_cause) {
     return "";
   }
+  if (std::string cause = CauseInSystem(command, failure.message, inputs); !cause.empty()) {
+    return cause;
+  }
   const auto code = static_cast<std::uint32_t>(failure.engine_code);
-  const Row* row = FindRow(job.engine, code);
+  const Row* row = FindRow(EngineOf(*command.job, failure.message), code);
   if (row == nullptr) {
     row = FindRow(EngineName::Toolbox, code);
   }
-  if (code != 0) {
-    return row != nullptr ? row->cause : "";
-  }
-  if (failure.code != PdfExceptionCode::FileNotFound) {
-    return "";
-  }
+  return row != nullptr ? row->cause : "";
+}
+
+}  // namespace
+
+Failure CurrentFailureOn(const Command& command, const std::vector<Input>& inputs) {
+  Failure failure = CurrentFailure();
+  failure.cause = CauseOf(command, failure, inputs);
   for (const Input& input : inputs) {
-    if (failure.message.find(input.given) != std::string::npos) {
-      return SystemCause(input.path);
+    const std::size_t at = failure.message.find(input.path);
+    if (input.path != input.given && input.given == "-" && at != std::string::npos) {
+      failure.message.replace(at, input.path.size(), "standard input");
     }
   }
-  return "";
+  return failure;
 }
 
 std::string ErrorTable() {

@@ -6,14 +6,16 @@
 #include <string>
 #include <vector>
 
+#include "CommandParser.h"
+#include "Failure.h"
 #include "Input.h"
-#include "Job.h"
 
 namespace TarnixTools::cli {
 
-// Why the job failed: the engine's code in words, or what the system says of an input. Empty where
-// the message says it all.
-std::string CauseOf(const Job& job, const Failure& failure, const std::vector<Input>& inputs);
+// The exception being handled, with why the job failed: what the system says of a file that was to be
+// read, or the engine's code in words; no cause where the message says it all. Standard input is called
+// so, not by where it is kept. Call it inside a catch block only.
+Failure CurrentFailureOn(const Command& command, const std::vector<Input>& inputs);
 
 // Every code of every engine, with cause and cure, as a document in Markdown.
 std::string ErrorTable();

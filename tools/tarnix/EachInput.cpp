@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Causes.h"
 #include "Failure.h"
 #include "JobContext.h"
 
@@ -14,7 +15,7 @@ JobResult TellOfEach(const JobContext& context, const InputTeller& tell) {
     try {
       files.push_back(tell(input, result));
     } catch (...) {
-      result.failures.push_back({input.given, CurrentFailure()});
+      result.failures.push_back({input.given, CurrentFailureOn(context.CommandLine(), {input})});
       files.push_back({{"path", input.given}, {"error", ToJson(result.failures.back().failure)}});
     }
   }

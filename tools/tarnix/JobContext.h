@@ -50,6 +50,8 @@ class JobContext {
         first_(first),
         progress_(std::move(progress)) {}
 
+  const Command& CommandLine() const { return command_; }
+
   const std::vector<Input>& Inputs() const { return inputs_; }
 
   const OptionValues& Options() const { return command_.values; }

@@ -133,9 +133,7 @@ JobResult RunOnEach(Session& session) {
       throw;
     } catch (...) {
       EndIfInterrupted();
-      Failure failure = CurrentFailure();
-      failure.cause = CauseOf(*session.command.job, failure, {input});
-      all.failures.push_back({input.given, std::move(failure)});
+      all.failures.push_back({input.given, CurrentFailureOn(session.command, {input})});
     }
     ++number;
   }
@@ -149,11 +147,6 @@ JobResult RunAll(Session& session) {
 }
 
 int Finish(Session& session, JobResult result) {
-  for (FailedInput& failed : result.failures) {
-    if (failed.failure.cause.empty()) {
-      failed.failure.cause = CauseOf(*session.command.job, failed.failure, session.inputs.List());
-    }
-  }
   if (session.plan.IsStandardOutput() && result.failures.empty()) {
     for (const std::string& path : std::exchange(result.outputs, {})) {
       CopyToOutput(path);
@@ -172,26 +165,26 @@ std::vector<Input> InputsAsGiven(const Command& command) {
 }
 
 // Call it inside a catch block only.
-int TellFailure(const Command& command, const PdfReport& report) {
+int TellFailure(const Command& command, const std::vector<Input>& inputs, const PdfReport& report) {
   EndIfInterrupted();
-  Failure failure = CurrentFailure();
-  failure.cause = CauseOf(*command.job, failure, InputsAsGiven(command));
-  return PrintFailedJob(command, failure, report);
+  return PrintFailedJob(command, CurrentFailureOn(command, inputs), report);
 }
 
 int RunCommand(const Command& command) {
+  std::vector<Input> inputs = InputsAsGiven(command);
   const MadeDirectories made;
   try {
     Session session(command);
+    inputs = session.inputs.List();
     return Finish(session, RunAll(session));
   } catch (const UsageError&) {
     throw;
   } catch (const BrokenPipe&) {
     throw;
   } catch (const ReportedFailure& failure) {
-    return TellFailure(command, failure.report());
+    return TellFailure(command, inputs, failure.report());
   } catch (...) {
-    return TellFailure(command, {});
+    return TellFailure(command, inputs, {});
   }
 }
 
