@@ -155,9 +155,31 @@ TEST_F(CommandLine, DoesEachOfSeveralInputsOnItsOwn) {
                                 nullptr, false);
   EXPECT_EQ(json["outputs"], Json({"a-rotated.pdf"}));
   EXPECT_EQ(json["files"][0]["input"], "a.pdf");
+  EXPECT_EQ(json["files"][0]["report"], json["report"]);
   EXPECT_EQ(json["errors"][0]["input"], "none.pdf");
   EXPECT_EQ(json["errors"][0]["code"], "FileNotFound");
   EXPECT_EQ(json["errors"][0]["cause"], "No such file or directory");
+}
+
+TEST_F(CommandLine, EndsAsTheFirstFailureOrElseTheWorstAnswer) {
+  const std::string whole = ReadBytes(Path("a.pdf"));
+  WriteFile("damaged.pdf", whole.substr(0, whole.rfind("startxref")));
+  WriteFile("text.pdf", "nothing of a document");
+  EXPECT_EQ(Run({"check", "a.pdf", "a.pdf"}).status, 0);
+  EXPECT_EQ(Run({"check", "a.pdf", "damaged.pdf"}).status, 1);
+  EXPECT_EQ(Run({"check", "damaged.pdf", "none.pdf", "text.pdf"}).status, 16);
+  EXPECT_EQ(Run({"check", "text.pdf", "none.pdf"}).status, 23);
+}
+
+TEST_F(CommandLine, SaysWhichOfSeveralInputsAReportOrAFailureIsAbout) {
+  TestPdf().Page().InfoEntry("/Author(A)").Write(Path("c.pdf"));
+  WriteFile("text.pdf", "nothing of a document");
+  EXPECT_EQ(Run({"rotate", "--angle", "90", "-v", "a.pdf", "c.pdf"}).err,
+            "c.pdf: 1 metadata value kept\n"
+            "wrote a-rotated.pdf (1 page)\nwrote c-rotated.pdf (1 page)\n");
+  const auto images = Run({"extract-images", "text.pdf", "a.pdf"});
+  EXPECT_THAT(images.err, StartsWith("tarnix: EngineError: Unable to open PDF file for images "
+                                     "extraction (text.pdf: not a PDF document)\n"));
 }
 
 TEST_F(CommandLine, WritesTheTableOfErrorsThatIsInTheDocumentation) {

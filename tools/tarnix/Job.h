@@ -90,6 +90,12 @@ struct FailedInput {
   Failure failure;
 };
 
+// What the report says of one input of several.
+struct InputReport {
+  std::string input;
+  PdfReport report;
+};
+
 // What a job hands back. Paths may have either separator; they are printed in the system's own
 // form.
 struct JobResult {
@@ -99,6 +105,7 @@ struct JobResult {
   std::string password = {};  // that opens the outputs
   PdfReport report = {};  // of the task, for --verbose; damage that lost something makes the status
                           // kExitLost
+  std::vector<InputReport> reports = {};   // its parts, where each input was done on its own
   std::vector<std::string> warnings = {};  // a line each, without a full stop; not with --quiet
   std::vector<FailedInput> failures = {};  // in order; the first decides the exit status
   int exit_status = kExitDone;

@@ -110,11 +110,13 @@ std::string TextOf(const Input& input, const std::string& text) {
 void AddResult(JobResult& all, const Input& input, JobResult one) {
   Json file = {{"input", input.given}, {"outputs", one.outputs}};
   file.update(one.fields);
+  file["report"] = ReportJson(one.report);
   all.fields["files"].push_back(std::move(file));
   std::move(one.outputs.begin(), one.outputs.end(), std::back_inserter(all.outputs));
   all.text += TextOf(input, one.text);
   all.password = one.password;
   all.report.Add(one.report);
+  all.reports.push_back({input.given, std::move(one.report)});
   for (const std::string& warning : one.warnings) {
     all.warnings.push_back(input.given + ": " + warning);
   }

@@ -36,23 +36,6 @@ std::string OutputLine(const std::string& path, const std::string& password) {
   return pages ? line + " (" + std::to_string(*pages) + (*pages == 1 ? " page)" : " pages)") : line;
 }
 
-Json ReportJson(const PdfReport& report) {
-  Json entries = Json::array();
-  for (const PdfReportEntry& entry : report.GetEntries()) {
-    Json item = {{"kind", PdfReport::GetKindName(entry.kind)},
-                 {"outcome", PdfReport::GetOutcomeName(entry.outcome)},
-                 {"count", entry.count}};
-    if (entry.page > 0) {
-      item["page"] = entry.page;
-    }
-    if (!entry.reason.empty()) {
-      item["reason"] = entry.reason;
-    }
-    entries.push_back(std::move(item));
-  }
-  return entries;
-}
-
 Json FailuresJson(const std::vector<FailedInput>& failures) {
   Json list = Json::array();
   for (const FailedInput& failed : failures) {
@@ -82,15 +65,32 @@ std::string Lines(const std::vector<std::string>& paths) {
   return text;
 }
 
-void PrintReport(const JobResult& result) {
+std::string ReportText(const std::string& head, const PdfReport& report) {
   std::string text;
-  for (const PdfReportEntry& entry : result.report.GetEntries()) {
-    text += OneLine(PdfReport::GetText(entry)) + "\n";
+  for (const PdfReportEntry& entry : report.GetEntries()) {
+    text += OneLine(head + PdfReport::GetText(entry)) + "\n";
+  }
+  return text;
+}
+
+void PrintReport(const JobResult& result) {
+  std::string text = result.reports.empty() ? ReportText("", result.report) : "";
+  for (const InputReport& part : result.reports) {
+    text += ReportText(part.input + ": ", part.report);
   }
   for (const std::string& path : result.outputs) {
     text += OneLine(OutputLine(path, result.password)) + "\n";
   }
   WriteError(text);
+}
+
+// A message that does not say which of the inputs it is about gets the input's name in the cause.
+Failure NamedFailure(const FailedInput& failed) {
+  Failure failure = failed.failure;
+  if (failure.message.find(failed.input) == std::string::npos && failed.input != "-") {
+    failure.cause = failed.input + (failure.cause.empty() ? "" : ": " + failure.cause);
+  }
+  return failure;
 }
 
 void PrintWarnings(const std::vector<std::string>& warnings) {
@@ -118,12 +118,29 @@ int StatusOf(const JobResult& result) {
 
 }  // namespace
 
+Json ReportJson(const PdfReport& report) {
+  Json entries = Json::array();
+  for (const PdfReportEntry& entry : report.GetEntries()) {
+    Json item = {{"kind", PdfReport::GetKindName(entry.kind)},
+                 {"outcome", PdfReport::GetOutcomeName(entry.outcome)},
+                 {"count", entry.count}};
+    if (entry.page > 0) {
+      item["page"] = entry.page;
+    }
+    if (!entry.reason.empty()) {
+      item["reason"] = entry.reason;
+    }
+    entries.push_back(std::move(item));
+  }
+  return entries;
+}
+
 int PrintResult(const Command& command, const JobResult& result) {
   if (!command.values.Has("quiet")) {
     PrintWarnings(result.warnings);
   }
   for (const FailedInput& failed : result.failures) {
-    PrintFailure(failed.failure);
+    PrintFailure(NamedFailure(failed));
   }
   if (command.values.Has("json")) {
     PrintJson(command, result);

@@ -10,6 +10,9 @@
 
 namespace TarnixTools::cli {
 
+// The field "report" of the JSON output.
+Json ReportJson(const PdfReport& report);
+
 // Results to standard output, everything else to standard error; returns the exit status.
 int PrintResult(const Command& command, const JobResult& result);
 
