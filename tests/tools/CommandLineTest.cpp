@@ -252,6 +252,22 @@ TEST_F(Passwords, ThatAreLostWithTheProtectionAreTold) {
   EXPECT_EQ(Run({"rotate", "--angle", "90", "secret.pdf", "--password", "pw", "-q"}).err, "");
 }
 
+TEST_F(Passwords, AreAskedForOnATerminalWithoutEcho) {
+  for (const auto& [typed, status] : {std::pair<std::string, int>{"pw", 0}, {"hush", 11}}) {
+    TerminalRun run({"info", Path("secret.pdf")}, TerminalInput::Terminal);
+    ASSERT_TRUE(run.WaitFor("Password for " + Path("secret.pdf") + ": "));
+    run.Type(typed + "\n");
+    EXPECT_THAT(run.Finish(), ::testing::Not(HasSubstr(typed + "\r")));
+    EXPECT_EQ(run.Status(), status);
+  }
+}
+
+TEST_F(Passwords, AreNotAskedForWhereOneIsGiven) {
+  TerminalRun run({"info", Path("secret.pdf"), "--password", "wrong"}, TerminalInput::Terminal);
+  EXPECT_THAT(run.Finish(), StartsWith("tarnix: PasswordError: "));
+  EXPECT_EQ(run.Status(), 11);
+}
+
 TEST_F(Passwords, AreMissingOrWrong) {
   ExpectFailure(Run({"info", "secret.pdf"}), 11,
                 "PasswordError: Invalid password for PDF [secret.pdf]");

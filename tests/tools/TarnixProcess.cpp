@@ -130,7 +130,7 @@ RunResult RunCommand(const std::vector<std::string>& words, const RunSetup& setu
   return {.status = status, .out = out.Read(), .err = err.Read()};
 }
 
-TerminalRun::TerminalRun(const std::vector<std::string>& arguments)
+TerminalRun::TerminalRun(const std::vector<std::string>& arguments, TerminalInput input)
     : terminal_(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
   if (terminal_ < 0 || grantpt(terminal_) != 0 || unlockpt(terminal_) != 0) {
     throw std::runtime_error("no terminal");
@@ -140,7 +140,11 @@ TerminalRun::TerminalRun(const std::vector<std::string>& arguments)
   process_ = fork();
   if (process_ == 0) {
     setenv("TERM", "xterm", 1);
+    unsetenv("TARNIX_PASSWORD");
     dup2(open(ptsname(terminal_), O_RDWR | O_NOCTTY), STDERR_FILENO);
+    if (input == TerminalInput::Terminal) {
+      dup2(STDERR_FILENO, STDIN_FILENO);
+    }
     dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO);
     Execute(words);
   }
@@ -163,10 +167,16 @@ bool TerminalRun::WaitFor(const std::string& text) {
   return true;
 }
 
+void TerminalRun::Type(const std::string& text) const {
+  if (write(terminal_, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
+    throw std::runtime_error("nothing can be typed");
+  }
+}
+
 std::string TerminalRun::Finish() {
   while (ReadMore()) {
   }
-  StatusOf(process_);
+  status_ = StatusOf(process_);
   process_ = -1;
   return shown_;
 }

@@ -36,10 +36,14 @@ RunResult RunTarnix(const std::vector<std::string>& arguments, const RunSetup& s
 // Any program, found along PATH. Status 127 when there is none of that name.
 RunResult RunCommand(const std::vector<std::string>& words, const RunSetup& setup = {});
 
+// What a run reads from.
+enum class TerminalInput { Tests, Terminal };  // the test's own standard input, or what is typed
+
 // A run whose standard error is a terminal; its standard output is thrown away.
 class TerminalRun {
  public:
-  explicit TerminalRun(const std::vector<std::string>& arguments);
+  explicit TerminalRun(const std::vector<std::string>& arguments,
+                       TerminalInput input = TerminalInput::Tests);
   // Kills the program if it is still running.
   ~TerminalRun();
   TerminalRun(const TerminalRun&) = delete;
@@ -47,14 +51,20 @@ class TerminalRun {
 
   // Waits until the terminal has shown the text; false when the program ended without.
   bool WaitFor(const std::string& text);
+  // What somebody types. The terminal shows it unless the program has told it not to.
+  void Type(const std::string& text) const;
   // Waits for the end of the program and returns all that the terminal has shown.
   std::string Finish();
+
+  // As RunResult::status, once the program has ended.
+  int Status() const { return status_; }
 
  private:
   bool ReadMore();
 
   int terminal_ = -1;
   pid_t process_ = -1;
+  int status_ = -1;
   std::string shown_;
 };
 

@@ -57,8 +57,8 @@ std::optional<std::string> AskOnTerminal(const std::string& question) {
   if (isatty(STDIN_FILENO) != 1 || tcgetattr(STDIN_FILENO, &Before()) != 0) {
     return std::nullopt;
   }
+  SilenceTerminal();  // first: what is typed at once is neither shown nor lost
   WriteError(question);
-  SilenceTerminal();
   std::string line = ReadLine();
   RestoreTerminal();
   WriteError("\n");
