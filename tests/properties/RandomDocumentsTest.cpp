@@ -16,6 +16,7 @@
 #include "support/DocumentTest.h"
 #include "support/PageViews.h"
 #include "support/RandomDocument.h"
+#include "support/Surroundings.h"
 
 namespace TarnixTools {
 namespace {
@@ -29,6 +30,7 @@ using Look = std::vector<Picture>;  // of all pages
 constexpr int kDpi = 24;
 constexpr int kBlocks = 40;
 constexpr int kDocuments = 200;
+constexpr int kDocumentsWithSanitizer = 16;  // each takes ten times as long there
 constexpr int kMostSimplifications = 200;
 
 // A job that gives a document that looks like the one that is given to it.
@@ -295,7 +297,9 @@ TEST_P(RandomDocuments, KeepWhatTheyHave) {
   TARNIX_NEED_PROGRAM("qpdf");
   TARNIX_NEED_PROGRAM("pdftoppm");
   const char* wanted = std::getenv("TARNIX_RANDOM_DOCUMENTS");
-  const int count = wanted != nullptr ? std::atoi(wanted) : kDocuments;
+  const int count = wanted != nullptr    ? std::atoi(wanted)
+                    : KeepsFreedMemory() ? kDocumentsWithSanitizer
+                                         : kDocuments;
   for (int number = GetParam(); number < count; number += kBlocks) {
     const auto seed = static_cast<std::uint32_t>(number);
     const RandomDocument random(seed);
