@@ -297,9 +297,9 @@ TEST_P(RandomDocuments, KeepWhatTheyHave) {
   TARNIX_NEED_PROGRAM("qpdf");
   TARNIX_NEED_PROGRAM("pdftoppm");
   const char* wanted = std::getenv("TARNIX_RANDOM_DOCUMENTS");
-  const int count = wanted != nullptr    ? std::atoi(wanted)
-                    : KeepsFreedMemory() ? kDocumentsWithSanitizer
-                                         : kDocuments;
+  const int count = wanted != nullptr             ? std::atoi(wanted)
+                    : testing::KeepsFreedMemory() ? kDocumentsWithSanitizer
+                                                  : kDocuments;
   for (int number = GetParam(); number < count; number += kBlocks) {
     const auto seed = static_cast<std::uint32_t>(number);
     const RandomDocument random(seed);

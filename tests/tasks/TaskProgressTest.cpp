@@ -1,7 +1,9 @@
 // What hosts hear of a job while it runs, how they stop it, and which files it tells of.
 #include <set>
 #include <stdexcept>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include "Img2PdfTask.h"
 #include "Pdf2ImgTask.h"
@@ -142,7 +144,7 @@ TEST_F(TaskProgressTest, LeavesNoDocumentsOfImagesThatWereToBeJoined) {
     images.push_back(Path("i" + std::to_string(i) + ".pgm"));
     testing::WriteBytes(images.back(), "P5 2 2 255\nabcd");
   }
-  for (const char* password : {"", "pw"}) {
+  for (const std::string& password : std::vector<std::string>{"", "pw"}) {
     Img2PdfTask task(images);
     task.SetOutputPath(Path("out"));
     task.SetOutPassword(password);
