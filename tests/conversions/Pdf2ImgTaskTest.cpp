@@ -420,7 +420,9 @@ TEST_F(Pdf2ImgTaskTest, ReportsPagesThatAreTooLargeAndGoesOn) {
                                          .outcome = PdfReportOutcome::Dropped,
                                          .count = 1,
                                          .page = 1,
-                                         .reason = "a page cannot be drawn (error 0x80410121)"}));
+                                         .reason = "a page cannot be drawn (error 0x80410121)",
+                                         .source = task.GetReport().GetEntries()[0].source}));
+  EXPECT_THAT(task.GetReport().GetEntries()[0].source, ::testing::EndsWith("a.pdf"));
 }
 
 TEST_F(Pdf2ImgTaskTest, HasNamesForFewerThanTenThousandPages) {

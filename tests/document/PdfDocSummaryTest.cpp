@@ -54,6 +54,7 @@ TEST_F(PdfDocSummaryTest, TellsWhatMayBeDone) {
   PdfProtectTask task(PdfDoc(MakePdf("doc.pdf", 1), "", true), "reader");
   task.SetOwnerPassword("owner");
   task.SetPermissions(kPrint);
+  task.SetOutputPath(directory_.Path());
   task.SetOutPdfName("locked.pdf");
   task.Execute();
   const PdfSummary read = Doc("locked.pdf", "reader").GetSummary();

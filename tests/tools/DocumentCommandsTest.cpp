@@ -136,8 +136,8 @@ TEST_F(MetadataCommand, NamesAndProtectsItsOutput) {
                  "x.pdf", "--out-password", "pw"})
                 .out,
             "out/x.pdf\n");
-  const Json expected = {{"author", "Ada"},  {"keywords", "k"}, {"creator", "c"},
-                         {"producer", "\r"}, {"title", ""},     {"subject", ""}};
+  const Json expected = {{"author", "Ada"}, {"keywords", "k"}, {"creator", "c"},
+                         {"producer", ""},  {"title", ""},     {"subject", ""}};
   EXPECT_EQ(Metadata("out/x.pdf", "pw"), expected);
 }
 

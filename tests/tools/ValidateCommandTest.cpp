@@ -134,7 +134,6 @@ TEST_F(ValidateCommand, MakesAPageOfAValidDocument) {
   const std::string page = PageOf("fine.pdf");
   EXPECT_THAT(page, HasSubstr("Valid PDF/A-2b"));
   EXPECT_THAT(page, Not(HasSubstr("<figure>")));
-  EXPECT_EQ(Run({"validate", "fine.pdf", "--report", "none/page.html"}).status, 16);
 }
 
 // As a browser lays it out: nothing is wider than a phone.
@@ -178,21 +177,29 @@ TEST_F(ValidateCommand, WritesItsReportWhereThatMayBe) {
 }
 
 TEST_F(ValidateCommand, JobsThatTakeTheClaimAwaySaySo) {
-  WriteArchive("a.pdf");
-  const std::vector<std::vector<std::string>> jobs = {
-      {"rotate", "--angle", "90"},
-      {"extract-pages", "--pages", "1"},
-      {"number"},
-      {"stamp-text", "--text", "x"},
-      {"metadata", "--author", "A"},
-      {"protect", "--new-password", "x"},
-      {"unlock"},
-      {"compress"},
-      {"repair"},
+  struct Case {
+    std::string lost;  // why; empty for a job that keeps the claim
+    std::vector<std::string> words;
   };
-  for (std::vector<std::string> words : jobs) {
+
+  const std::string unmet = "does not hold for what is written";
+  const std::vector<Case> cases = {
+      {"", {"rotate", "--angle", "90"}},
+      {"", {"extract-pages", "--pages", "1"}},
+      {unmet, {"number"}},  // in colors that nothing defines
+      {unmet, {"stamp-text", "--text", "x"}},
+      {"", {"metadata", "--author", "A"}},
+      {"what is encrypted cannot be PDF/A", {"protect", "--new-password", "x"}},
+      {"", {"unlock"}},
+      {"", {"compress"}},
+      {"", {"repair"}},
+  };
+  WriteArchive("a.pdf");
+  for (const Case& each : cases) {
+    std::vector<std::string> words = each.words;
     words.insert(words.end(), {"a.pdf", "-o", "out.pdf"});
-    EXPECT_EQ(Run(words).err, "tarnix: 1 PDF/A claim dropped: not proven of what is written\n")
+    EXPECT_EQ(Run(words).err,
+              each.lost.empty() ? "" : "tarnix: 1 PDF/A claim dropped: " + each.lost + "\n")
         << words[0];
     words.emplace_back("--quiet");
     EXPECT_EQ(Run(words).err, "") << words[0];

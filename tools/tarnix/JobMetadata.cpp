@@ -91,7 +91,7 @@ JobResult Metadata(JobContext& context) {
 
 const JobRegistration kRegistration({
     .name = "metadata",
-    .summary = "show or change title, author, keywords and the like",
+    .summary = "show or change title, author and the like",
     .description =
         "Writes a copy of the input with the values given (STEM-metadata.pdf). Without any "
         "of its options it shows the values of the input and writes no file.",
