@@ -13,6 +13,11 @@ bool IsWarning(const PdfReportEntry& entry) {
   switch (entry.kind) {
     case PdfReportKind::Damage:
     case PdfReportKind::Signature:
+    case PdfReportKind::XfaForm:
+    case PdfReportKind::Script:
+    case PdfReportKind::Attachment:
+    case PdfReportKind::MetadataValue:
+    case PdfReportKind::XmpPacket:
     case PdfReportKind::PdfAClaim:
     case PdfReportKind::Protection:
     case PdfReportKind::PageNumber:

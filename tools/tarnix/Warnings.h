@@ -9,8 +9,9 @@
 
 namespace TarnixTools::cli {
 
-// A line for each entry on pages or objects lost to damage, a signature or a claim of PDF/A that does
-// not survive, protection that is gone, marks that are not there, and a font that was replaced.
+// A line for each entry on pages or objects lost to damage, a signature, a script, an XFA form, an
+// attached file, information on the document or a claim of PDF/A that does not survive, protection that
+// is gone, marks that are not there, and a font that was replaced.
 std::vector<std::string> WarningsOf(const PdfReport& report);
 
 // The warnings of a job that makes the whole document anew: a line for everything that is left out, and
