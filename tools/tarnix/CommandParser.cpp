@@ -89,6 +89,7 @@ std::vector<std::string> Normalized(const std::vector<std::string>& words,
       std::find_if(words.begin(), words.end(), [](const std::string& w) { return w != "--"; });
   if (word != words.end() && word->starts_with('-')) {
     std::vector<std::string> known;
+    known.reserve(rows.size());
     for (const OptionRow* row : rows) {
       known.push_back("--" + std::string(row->name));
     }

@@ -89,6 +89,7 @@ std::vector<RotationGroup> GroupRotations(const std::vector<int>& rotations) {
     AddPage(group.page_ranges, ++page_number);
   }
   std::vector<RotationGroup> list;
+  list.reserve(groups.size());
   for (auto& [degrees, group] : groups) {
     list.push_back(std::move(group));
   }

@@ -42,7 +42,7 @@ JobResult PdfA(JobContext& context) {
   task.SetOutName(context.OutputName());
   context.SetOutput(task);
   Execute(task);
-  const std::string path = context.OutputPath();
+  const std::string& path = context.OutputPath();
   JobResult result{.outputs = {path},
                    .report = task.GetReport(),
                    .warnings = RewriteWarningsOf(task.GetReport(),

@@ -47,9 +47,9 @@ struct OptionRow {
   // What help shows; the allowed words, joined by '|', for a Choice.
   std::string_view argument = {};
   std::string_view help = {};
-  AppliesTo applies_to = AppliesTo::EveryJob;
   std::string_view excludes = {};  // name of an option that cannot be given together with this one
   std::string_view needs = {};     // name of an option without which this one makes no sense
+  AppliesTo applies_to = AppliesTo::EveryJob;
   bool is_required = false;
 };
 

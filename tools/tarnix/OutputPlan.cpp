@@ -46,6 +46,7 @@ std::set<FileId> IdsOf(const std::vector<std::string>& paths) {
 
 std::vector<std::string> PathsOf(const std::vector<Input>& inputs) {
   std::vector<std::string> paths;
+  paths.reserve(inputs.size());
   for (const Input& input : inputs) {
     paths.push_back(input.path);
   }

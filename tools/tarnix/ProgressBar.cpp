@@ -1,6 +1,7 @@
 #include "ProgressBar.h"
 
 #include <algorithm>
+#include <cmath>
 #include <system_error>
 #include <vector>
 
@@ -45,7 +46,7 @@ std::string Percent(double part) {
 }
 
 std::string TimeText(double seconds) {
-  const auto whole = static_cast<std::int64_t>(seconds + 0.5);
+  const std::int64_t whole = std::llround(seconds);
   return whole < 60 ? std::to_string(whole) + " s"
                     : std::to_string(whole / 60) + " min " + std::to_string(whole % 60) + " s";
 }

@@ -289,8 +289,9 @@ void FloatImagesInMargins(PageLayout& page) {
                               std::holds_alternative<Drawing>(block.content);
         if (is_image && !IsSwept(block) &&
             (UpperEdge(box) < body.bottom || LowerEdge(box) > body.top)) {
-          page.floats.push_back({.box = box, .is_behind = true, .blocks = {std::move(block)}});
+          Block moved = block;
           block.content = Drawing{};
+          page.floats.push_back({.box = box, .is_behind = true, .blocks = {std::move(moved)}});
         }
       }
     }
