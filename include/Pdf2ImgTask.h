@@ -34,6 +34,12 @@ enum Pdf2ImgSizeUnits : std::uint32_t {
 };
 
 // What rendered images are stored as.
+//
+//   Pdf2ImgTask task(document);
+//   task.SetImgFormat(Pdf2ImgPng);   // drawings and text stay sharp
+//   task.SetGray(true);              // shades of gray, one channel
+//   task.SetDpi(150);
+//   task.Execute();
 enum Pdf2ImgFormat : std::uint32_t {
   Pdf2ImgJpeg = 0,
   Pdf2ImgPng = 1,  // loses nothing

@@ -24,7 +24,8 @@ namespace TarnixTools {
 
 struct OfficeRun;
 
-// What is written.
+// What is written: flowing text with headings, lists, tables and pictures; a sheet for each table, with
+// numbers as numbers; or a slide for each page, with text that can be edited.
 enum Pdf2OfficeConversion : std::uint32_t {
   Pdf2OfficeDocx = 0,
   Pdf2OfficeXlsx = 1,
@@ -52,7 +53,8 @@ class TARNIX_EXPORT Pdf2OfficeTask : public PdfTask {
 
   Pdf2OfficeConversion GetConversionType() const { return conversion_type_; }
 
-  // The output's name without its extension; "out_file" at first. May be empty.
+  // The output's name without its extension; "out_file" at first. May be empty. UTF-8, a name and no
+  // path: the directory is that of PdfTask::SetOutputPath.
   void SetOutName(const std::string& name) { out_name_ = name; }
 
   std::string& GetOutName() { return out_name_; }

@@ -76,6 +76,10 @@ enum class PdfSizeUnits : std::int32_t {
 };
 
 // What a merge does beside putting all pages of the documents into one.
+//
+//   report.AddRange(PdfPageRange(1, 3));
+//   PdfDoc::Merge({report, plan}, "/data/book.pdf", "",
+//                 {.ranges_only = true, .outline_items = true});
 struct PdfMergeOptions {
   // Of a document that has ranges (PdfDoc::AddRange) only these pages are taken, in the order of the
   // ranges.
@@ -85,7 +89,8 @@ struct PdfMergeOptions {
   bool outline_items = false;
 };
 
-// Values of the document information, in UTF-8; nullopt for one that is not given.
+// Values of the document information (ISO 32000-2, 14.3.3), in UTF-8; nullopt for one that is not given,
+// which is not the same as one that is empty.
 struct PdfMetadataValues {
   std::array<std::optional<std::string>, 4> params;  // by PdfMetadataParam
   std::optional<std::string> title;

@@ -8,13 +8,15 @@ namespace TarnixTools::engines {
 // A font of the document engine; PdfFont gives one.
 struct TPdfFont;
 
-// The size of a page or of a block of text in points (1/72 inch).
+// The size of a page or of a block of text in points (1/72 inch). Of a page it is that of the crop box,
+// as a viewer shows it: width and height change places where the page is turned by a quarter.
 struct TPdfSize {
   double width = 0;
   double height = 0;
 };
 
-// A place in points, from the lower-left corner of the page as it is seen, y upwards.
+// A place in points, from the lower-left corner of the page as it is seen, y upwards. Negative values,
+// and those beyond the size of the page, are places outside of it.
 struct TPdfPoint {
   double x = 0;
   double y = 0;

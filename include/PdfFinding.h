@@ -14,7 +14,7 @@
 namespace TarnixTools {
 
 // Clause and test together name the rule, as the published validation profiles number it. Texts are
-// UTF-8.
+// UTF-8. A rule that is broken many times has a finding for each object and page that it is broken on.
 struct PdfFinding {
   // Whether all of it is alike.
   bool operator==(const PdfFinding&) const = default;

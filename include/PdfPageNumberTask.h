@@ -13,6 +13,12 @@
 //   book.SetHorizontalAdjustment(30);             // inwards on both sides
 //   book.SetDoFacingPages(true);                  // left on even pages, right on odd ones
 //   book.Execute();
+//
+//   PdfPageNumberTask inset(report, "inset.pdf");
+//   inset.SetHorizontalPosition(PdfTransformHorizontalPos::Right);
+//   inset.SetMarginX(20);                         // points from the edges that the numbers are at
+//   inset.SetMarginY(20);
+//   inset.Execute();
 #ifndef TARNIX_PDF_PAGE_NUMBER_TASK_H_
 #define TARNIX_PDF_PAGE_NUMBER_TASK_H_
 

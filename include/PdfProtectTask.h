@@ -6,6 +6,12 @@
 //
 //   report.SetPassword("old");                   // of one that is protected already:
 //   PdfProtectTask change(report, "new");        // the copy has the new password only
+//
+//   PdfProtectTask open(report, "");             // everybody can open it,
+//   open.SetOwnerPassword("secret");             // and who knows this may do everything;
+//   open.SetPermissions(4 | 2048);               // the others may print it, and no more
+//   open.SetOutPdfName("readable.pdf");
+//   open.Execute();
 #ifndef TARNIX_PDF_PROTECT_TASK_H_
 #define TARNIX_PDF_PROTECT_TASK_H_
 
@@ -47,7 +53,8 @@ class TARNIX_EXPORT PdfProtectTask : public PdfTask {
   void SetOwnerPassword(const std::string& password);
 
   // What the output allows without the owner's password: bits of ISO 32000-2, table 22; everything at
-  // first.
+  // first. 4 print, 8 modify, 16 copy, 32 annotate, 256 fill forms, 1024 assemble, 2048 print at high
+  // quality. Readers keep to them of their own will: nothing but the password hinders a program.
   void SetPermissions(std::uint32_t permissions) { permissions_ = permissions; }
 
   std::uint32_t GetPermissions() const { return permissions_; }

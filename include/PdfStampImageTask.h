@@ -71,13 +71,15 @@ class TARNIX_EXPORT PdfStampImageTask : public PdfDecorationTask {
 
   void SetAbsolutePositionY(double y) { transformation_.SetAbsolutePositionY(y); }
 
-  // Whether the opacity is applied; false at first.
+  // Whether the opacity is applied; false at first, so that hosts which set one and never saw it get
+  // what they got. It multiplies what the file itself says is transparent.
   bool GetApplyOpacity() const { return transformation_.GetApplyOpacity(); }
 
   void SetApplyOpacity(bool apply) { transformation_.SetApplyOpacity(apply); }
 
   // How wide the image is, its proportions kept, in points or percent of the page's width; 0, as at
-  // first, leaves that to the pixels per point. Throws InvalidParameter for less.
+  // first, leaves that to the pixels per point. Throws InvalidParameter for less. Percents are of the
+  // page as a viewer shows it, so that a stamp is as wide on a turned page as on an upright one.
   double GetImageWidth() const { return transformation_.GetImageWidth(); }
 
   PdfTransformWidthUnit GetImageWidthUnit() const { return transformation_.GetImageWidthUnit(); }

@@ -2,6 +2,13 @@
 //
 //   const PdfSummary summary = PdfDoc("/data/report.pdf", "", true).GetSummary();
 //   std::cout << "PDF " << summary.version << ", " << summary.rotations.size() << " pages\n";
+//   if (summary.is_encrypted && !summary.is_owner && (summary.permissions & 4U) == 0) {
+//     std::cout << "not to be printed\n";
+//   }
+//
+// Nothing in it is a promise about the content: a document that says that it is tagged may be tagged
+// badly, one that claims a level of PDF/A need not be of it (PdfDoc::ValidatePdfA tells), and fields
+// that are signed may have been signed by anybody.
 #ifndef TARNIX_PDF_SUMMARY_H_
 #define TARNIX_PDF_SUMMARY_H_
 

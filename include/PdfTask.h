@@ -111,6 +111,11 @@ class TARNIX_EXPORT PdfTask {
   // InternalError ("Cancelled by the host") as soon as it can, and what it throws itself leaves
   // Execute. An output that was not complete by then does not appear, one that was stays; a job that
   // had nothing left to do comes to its end all the same.
+  //
+  //   task.SetProgress([&](const std::string& job, std::int64_t done, std::int64_t of) {
+  //     window.Show(job, done, of);       // on this thread: nothing to be locked
+  //     return !window.IsCancelPressed();
+  //   });
   void SetProgress(PdfProgress progress);
 
   // Does nothing: every job has its own, which hides this one. Not virtual, so that a job called
