@@ -7,6 +7,7 @@
 
 #include "pdf/Limits.h"
 #include "pdf/syntax/Chars.h"
+#include "pdf/syntax/HexText.h"
 
 namespace TarnixTools::pdf {
 
@@ -73,8 +74,7 @@ void AppendName(std::string& out, std::string_view name) {
     name.remove_prefix(count);
     if (!name.empty()) {
       out += '#';
-      out += kHexDigits[static_cast<unsigned char>(name.front()) >> 4];
-      out += kHexDigits[static_cast<unsigned char>(name.front()) & 15];
+      AppendHexByte(out, name.front());
       name.remove_prefix(1);
     }
   }
@@ -96,8 +96,7 @@ void AppendString(std::string& out, std::string_view bytes, bool as_hex) {
   if (as_hex || LiteralSize(bytes) > 2 * bytes.size() + 2) {
     out += '<';
     for (const char c : bytes) {
-      out += kHexDigits[static_cast<unsigned char>(c) >> 4];
-      out += kHexDigits[static_cast<unsigned char>(c) & 15];
+      AppendHexByte(out, c);
     }
     out += '>';
     return;

@@ -22,7 +22,7 @@
 #include "pdf/file/ByteSource.h"
 #include "pdf/file/Document.h"
 #include "pdf/syntax/Arena.h"
-#include "pdf/syntax/Chars.h"
+#include "pdf/syntax/HexText.h"
 #include "pdf/syntax/Object.h"
 #include "pdf/tree/PageTree.h"
 
@@ -78,11 +78,6 @@ std::string_view NameOf(FindingCode code) {
   return "Other";
 }
 
-void AppendHex(std::string& out, unsigned char byte) {
-  out += kHexDigits[byte >> 4];
-  out += kHexDigits[byte & 15];
-}
-
 std::string JsonName(std::string_view name) {
   std::string out = "\"/";
   for (const char c : name) {
@@ -90,7 +85,7 @@ std::string JsonName(std::string_view name) {
       out += c;
     } else {
       out += "\\u00";
-      AppendHex(out, static_cast<unsigned char>(c));
+      AppendHexByte(out, c);
     }
   }
   return out + '"';
@@ -99,7 +94,7 @@ std::string JsonName(std::string_view name) {
 std::string JsonString(std::string_view bytes) {
   std::string out = "\"b:";
   for (const char c : bytes) {
-    AppendHex(out, static_cast<unsigned char>(c));
+    AppendHexByte(out, c);
   }
   return out + '"';
 }

@@ -1,7 +1,7 @@
 #include "engines/toolbox/content/ContentText.h"
 
 #include "foundation/Utf8.h"
-#include "pdf/syntax/Chars.h"
+#include "pdf/syntax/HexText.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::toolbox {
@@ -22,9 +22,7 @@ void AppendTransform(std::string& out, const pdf::Matrix& matrix) {
 }
 
 void AppendCode(std::string& out, unsigned code) {
-  for (int shift = 12; shift >= 0; shift -= 4) {
-    out += pdf::kHexDigits[(code >> shift) & 0xF];
-  }
+  pdf::AppendHex(out, code, 4);
 }
 
 void AppendUtf16Hex(std::string& out, std::u32string_view text) {

@@ -14,7 +14,7 @@
 #include "foundation/Platform.h"
 #include "pdf/file/ByteSource.h"
 #include "pdf/filters/Filters.h"
-#include "pdf/syntax/Chars.h"
+#include "pdf/syntax/HexText.h"
 #include "support/JpegImage.h"
 #include "support/TempDir.h"
 #include "support/TestPdf.h"
@@ -177,8 +177,7 @@ TEST_F(PagePicturesTest, EnlargesAsPdfiumDoes) {
   for (int y = 0; y < kSide; ++y) {
     for (int x = 0; x < kSide; ++x) {
       for (const int sample : {(x * 7 + y * 3) % 256, x * 255 / kSide, (x ^ y) & 8 ? 240 : 20}) {
-        pixels += pdf::kHexDigits[sample / 16];
-        pixels += pdf::kHexDigits[sample % 16];
+        pdf::AppendHex(pixels, static_cast<std::uint32_t>(sample), 2);
       }
     }
   }

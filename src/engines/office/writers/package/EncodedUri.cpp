@@ -1,6 +1,6 @@
 #include "engines/office/writers/package/EncodedUri.h"
 
-#include "pdf/syntax/Chars.h"
+#include "pdf/syntax/HexText.h"
 
 namespace TarnixTools::engines::office {
 
@@ -27,8 +27,7 @@ std::string EncodedUri(std::string_view uri) {
       target += c;
     } else {
       target += '%';
-      target += pdf::kHexDigits[static_cast<unsigned char>(c) >> 4];
-      target += pdf::kHexDigits[static_cast<unsigned char>(c) & 15];
+      pdf::AppendHexByte(target, c);
     }
   }
   return target;

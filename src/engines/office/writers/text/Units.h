@@ -8,7 +8,7 @@
 #include <string>
 
 #include "engines/support/pages/PageModel.h"
-#include "pdf/syntax/Chars.h"
+#include "pdf/syntax/HexText.h"
 
 namespace TarnixTools::engines::office {
 
@@ -42,8 +42,7 @@ inline std::int64_t LineEmu(double points) {
 inline std::string Hex(const Rgb& color) {
   std::string hex;
   for (const std::uint8_t part : {color.red, color.green, color.blue}) {
-    hex += pdf::kHexDigits[part >> 4];
-    hex += pdf::kHexDigits[part & 15];
+    pdf::AppendHex(hex, part, 2);
   }
   return hex;
 }

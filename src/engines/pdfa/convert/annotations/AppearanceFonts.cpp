@@ -5,6 +5,7 @@
 
 #include "engines/pdfa/convert/fonts/SubstituteFace.h"
 #include "engines/support/fonts/LibraryMissing.h"
+#include "pdf/syntax/HexText.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -41,14 +42,11 @@ double AppearanceFont::WidthOf(std::u32string_view text) const {
 
 // Codes are those of glyphs.
 std::string AppearanceFont::Shown(std::u32string_view text) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string codes = "<";
   for (const char32_t character : text) {
     const std::uint32_t glyph = GlyphOf(character);
     font_.Add(glyph, glyph, kAnyWidth, std::u32string(1, character));
-    for (const int shift : {12, 8, 4, 0}) {
-      codes += kDigits[glyph >> shift & 0xF];
-    }
+    pdf::AppendHex(codes, glyph, 4);
   }
   return codes + ">";
 }

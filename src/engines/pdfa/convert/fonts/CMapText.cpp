@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "foundation/Utf8.h"
+#include "pdf/syntax/HexText.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -13,16 +14,9 @@ namespace {
 constexpr std::size_t kMaxInBlock = 100;  // of one operator (Adobe Technical Note 5014)
 constexpr std::size_t kMaxTextUnits = 256;
 
-void AppendHex(std::string& out, std::uint32_t value, int digits) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {
-    out += kDigits[value >> shift & 0xFU];
-  }
-}
-
 std::string CodeText(std::uint32_t code, int code_bytes) {
   std::string text = "<";
-  AppendHex(text, code, 2 * code_bytes);
+  pdf::AppendHex(text, code, 2 * code_bytes);
   return text + ">";
 }
 
@@ -30,7 +24,7 @@ std::string Utf16Text(std::u32string_view text) {
   std::string hex = "<";
   for (const char32_t c : text.substr(0, kMaxTextUnits)) {
     for (const char16_t unit : EncodeUtf16(c)) {
-      AppendHex(hex, unit, 4);
+      pdf::AppendHex(hex, unit, 4);
     }
   }
   return hex + ">";
