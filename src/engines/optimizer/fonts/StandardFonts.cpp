@@ -14,6 +14,7 @@
 #include "engines/support/fonts/FontProgram.h"
 #include "engines/support/fonts/GlyphFinder.h"
 #include "engines/support/fonts/HarfBuzzObjects.h"
+#include "engines/support/fonts/SubsetTag.h"
 
 namespace TarnixTools::engines::optimizer {
 
@@ -49,20 +50,11 @@ constexpr std::array<StandardFont, 12> kStandardFonts = {{
     {"Times-Roman", "Liberation Serif", "Regular"},
 }};
 
-// Without the six letters and the plus sign of a subset.
-std::string_view PlainName(std::string_view name) {
-  constexpr std::size_t kTagLength = 6;
-  const bool has_tag = name.size() > kTagLength && name[kTagLength] == '+' &&
-                       std::all_of(name.begin(), name.begin() + kTagLength,
-                                   [](char c) { return c >= 'A' && c <= 'Z'; });
-  return has_tag ? name.substr(kTagLength + 1) : name;
-}
-
 // The file of the installed face; empty for a font that is no standard one, and where there is none.
 std::string FileFor(std::string_view name) {
-  const auto* const found =
-      std::find_if(kStandardFonts.begin(), kStandardFonts.end(),
-                   [&](const StandardFont& font) { return font.name == PlainName(name); });
+  const auto* const found = std::find_if(
+      kStandardFonts.begin(), kStandardFonts.end(),
+      [&](const StandardFont& font) { return font.name == fonts::WithoutSubsetTag(name); });
   if (found == kStandardFonts.end()) {
     return {};
   }

@@ -3,10 +3,10 @@
 #include <string>
 
 #include "engines/pdfa/Limits.h"
-#include "engines/pdfa/checks/FontCheck.h"
 #include "engines/pdfa/checks/GlyphSets.h"
 #include "engines/pdfa/rules/FontFacts.h"
 #include "engines/support/fonts/PredefinedMaps.h"
+#include "engines/support/fonts/SubsetTag.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -112,7 +112,7 @@ class CompositeFontJudge {
             .has_glyph_map = HasGlyphMap(),
             .is_rendered = font_->shown.is_rendered,
             .has_program = font_->font.descriptor().program != 0,
-            .is_subset = IsSubset(Get(font_->descendant, "BaseFont").Text()),
+            .is_subset = fonts::HasSubsetTag(Get(font_->descendant, "BaseFont").Text()),
             .has_cid_set = bits.has_value(),
             .cid_set_is_true = agreement.is_true,
             .cid_set_is_whole = agreement.is_whole,

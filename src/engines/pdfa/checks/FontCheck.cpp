@@ -13,6 +13,7 @@
 #include "engines/support/fonts/DocumentFont.h"
 #include "engines/support/fonts/FontProgram.h"
 #include "engines/support/fonts/StandardFontNames.h"
+#include "engines/support/fonts/SubsetTag.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -22,8 +23,6 @@ using fonts::FontProgram;
 using pdf::Object;
 
 namespace {
-
-constexpr std::size_t kTagLength = 6;
 
 std::string SubjectOf(const DocumentFont& font) {
   return font.name().empty() ? "font" : "font " + font.name();
@@ -118,7 +117,7 @@ class FontJudge {
       const Object names = Get(Get(dictionary_, "FontDescriptor"), "CharSet");
       const SetAgreement set = CompareCharSet(names.Text(), program);
       checked_->findings().Check(Type1FontFacts{.has_program = font_.descriptor().program != 0,
-                                                .is_subset = IsSubset(font_.name()),
+                                                .is_subset = fonts::HasSubsetTag(font_.name()),
                                                 .has_char_set = names.IsString(),
                                                 .char_set_is_true = set.is_true,
                                                 .char_set_is_whole = set.is_whole,
@@ -142,12 +141,6 @@ class FontJudge {
 
 void CheckFont(CheckedDocument& checked, const ShownFonts::Font& font) {
   FontJudge(checked, font).Run();
-}
-
-bool IsSubset(std::string_view name) {
-  return name.size() > kTagLength && name[kTagLength] == '+' &&
-         std::all_of(name.begin(), name.begin() + kTagLength,
-                     [](char c) { return c >= 'A' && c <= 'Z'; });
 }
 
 }  // namespace TarnixTools::engines::pdfa

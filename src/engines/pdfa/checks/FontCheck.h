@@ -13,9 +13,6 @@ namespace TarnixTools::engines::pdfa {
 // Throws pdf::Error for a document that cannot be read any more.
 void CheckFont(CheckedDocument& checked, const ShownFonts::Font& font);
 
-// By its name: six capital letters and a plus sign come first.
-bool IsSubset(std::string_view name);
-
 }  // namespace TarnixTools::engines::pdfa
 
 #endif  // TARNIX_ENGINES_PDFA_CHECKS_FONTCHECK_H_

@@ -4,13 +4,12 @@
 #include <array>
 #include <string>
 
+#include "engines/support/fonts/SubsetTag.h"
 #include "pdf/syntax/Chars.h"
 
 namespace TarnixTools::engines {
 
 namespace {
-
-constexpr std::size_t kTagLength = 6;  // of a subset, before its plus sign
 
 struct KnownFamily {
   std::string_view start;   // of the name, without spaces, in small letters
@@ -72,13 +71,6 @@ std::string Lower(std::string_view text) {
   return lower;
 }
 
-std::string_view WithoutTag(std::string_view name) {
-  const bool is_tagged = name.size() > kTagLength && name[kTagLength] == '+' &&
-                         std::all_of(name.begin(), name.begin() + kTagLength,
-                                     [](char c) { return c >= 'A' && c <= 'Z'; });
-  return is_tagged ? name.substr(kTagLength + 1) : name;
-}
-
 bool Contains(std::string_view text, std::initializer_list<std::string_view> words) {
   return std::any_of(words.begin(), words.end(), [text](std::string_view word) {
     return text.find(word) != std::string_view::npos;
@@ -111,7 +103,7 @@ std::string Spaced(std::string_view name) {
 }  // namespace
 
 Typeface TypefaceNamed(std::string_view name) {
-  const std::string_view bare = WithoutTag(name);
+  const std::string_view bare = fonts::WithoutSubsetTag(name);
   const std::string lower = Lower(bare);
   Typeface face;
   face.is_bold = Contains(lower, {"bold", "black", "heavy", "semibold", "demi", "cmbx"}) ||

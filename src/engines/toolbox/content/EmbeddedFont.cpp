@@ -8,6 +8,7 @@
 
 #include "engines/support/fonts/CidSet.h"
 #include "engines/support/fonts/FontProgram.h"
+#include "engines/support/fonts/SubsetTag.h"
 #include "engines/toolbox/ToolboxFailure.h"
 #include "engines/toolbox/content/ContentText.h"
 #include "engines/toolbox/content/StreamText.h"
@@ -99,19 +100,13 @@ double EmbeddedFont::WidthOf(std::uint32_t glyph) const {
   return std::round(width * 100) / 100;
 }
 
-// A tag of six letters that differs for other sets of glyphs (9.9.2).
+// The tag differs for other sets of glyphs (9.9.2).
 std::string EmbeddedFont::SubsetName() const {
-  std::uint64_t hash = 14695981039346656037U;
+  fonts::SubsetTag tag;
   for (const auto& [glyph, text] : texts_) {
-    hash = (hash ^ glyph) * 1099511628211U;
+    tag.Add(glyph);
   }
-  hash ^= hash >> 32;
-  std::string name;
-  for (int i = 0; i < 6; ++i) {
-    name += static_cast<char>('A' + hash % 26);
-    hash /= 26;
-  }
-  return name + '+' + face_->name();
+  return tag.Before(face_->name());
 }
 
 // The subset.

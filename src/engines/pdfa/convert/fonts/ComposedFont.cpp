@@ -9,6 +9,7 @@
 #include "engines/pdfa/convert/fonts/SfntFile.h"
 #include "engines/support/fonts/CidSet.h"
 #include "engines/support/fonts/FontProgram.h"
+#include "engines/support/fonts/SubsetTag.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -69,19 +70,13 @@ std::string ComposedFont::ReferenceTo(ObjectChange object) {
   return text;
 }
 
-// A tag of six letters that differs for other sets of codes (9.9.2).
+// The tag differs for other sets of codes (9.9.2).
 std::string ComposedFont::SubsetName() const {
-  std::uint64_t hash = 14695981039346656037U;
+  fonts::SubsetTag tag;
   for (const auto& [code, use] : codes_) {
-    hash = (hash ^ code ^ use.glyph << 16U) * 1099511628211U;
+    tag.Add(code ^ use.glyph << 16U);
   }
-  hash ^= hash >> 32;
-  std::string name;
-  for (int i = 0; i < 6; ++i) {
-    name += static_cast<char>('A' + hash % 26);
-    hash /= 26;
-  }
-  return name + '+' + face_->name();
+  return tag.Before(face_->name());
 }
 
 std::string ComposedFont::Descriptor(const std::string& name, std::string program) {

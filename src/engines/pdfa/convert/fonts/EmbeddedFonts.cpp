@@ -9,13 +9,13 @@
 #include <utility>
 
 #include "engines/pdfa/Limits.h"
-#include "engines/pdfa/checks/FontCheck.h"
 #include "engines/pdfa/convert/fonts/SfntFile.h"
 #include "engines/pdfa/convert/fonts/TrueTypeFonts.h"
 #include "engines/support/fonts/CidSet.h"
 #include "engines/support/fonts/FontProgram.h"
 #include "engines/support/fonts/GlyphFinder.h"
 #include "engines/support/fonts/LibraryMissing.h"
+#include "engines/support/fonts/SubsetTag.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -129,7 +129,8 @@ void EmbeddedFonts::MendLists(const FontUse& use) {
 // PDF/A-1 wants the lists of subsets (ISO 19005-1, 6.3.5), and wants them to be right.
 void EmbeddedFonts::AddLists(const FontUse& use, FontProgram& program) {
   const fonts::FontDescriptor& descriptor = use.font->descriptor();
-  if (!conversion_->is_part1() || descriptor.number == 0 || !IsSubset(use.font->name())) {
+  if (!conversion_->is_part1() || descriptor.number == 0 ||
+      !fonts::HasSubsetTag(use.font->name())) {
     return;
   }
   if (use.font->is_composite()) {

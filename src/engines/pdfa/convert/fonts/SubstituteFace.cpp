@@ -8,6 +8,7 @@
 
 #include "engines/support/fonts/FontCatalog.h"
 #include "engines/support/fonts/FontStyle.h"
+#include "engines/support/fonts/SubsetTag.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -17,7 +18,6 @@ using fonts::InstalledFace;
 
 namespace {
 
-constexpr std::size_t kTagLength = 6;  // of a subset, and a plus sign
 constexpr std::size_t kMaxCandidates = 16;
 // A missing character is worse than many that are too wide.
 constexpr std::size_t kMissingCost = 1'000;
@@ -46,9 +46,7 @@ struct NameParts {
 
 // "ABCDEF+TimesNewRomanPS-BoldMT" is "TimesNewRoman", "Bold".
 NameParts PartsOf(std::string_view name) {
-  if (name.size() > kTagLength && name[kTagLength] == '+') {
-    name.remove_prefix(kTagLength + 1);
-  }
+  name = fonts::WithoutSubsetTag(name);
   const std::size_t end = name.find_first_of(",-");
   NameParts parts;
   parts.family = name.substr(0, end);
