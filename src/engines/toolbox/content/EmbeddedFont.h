@@ -48,21 +48,6 @@ class EmbeddedFont {
   void Write(pdf::FileWriter& writer) const;
 
  private:
-  struct Code {
-    std::uint32_t glyph = 0;
-    std::u32string text;
-  };
-
-  std::map<unsigned, Code> Codes() const;
-  std::string SubsetName() const;
-  std::string Program() const;
-  std::uint32_t WriteProgram(pdf::FileWriter& writer, const std::string& program) const;
-  std::string CidSetOf(const std::string& program) const;
-  std::uint32_t WriteDescriptor(pdf::FileWriter& writer, const std::string& name) const;
-  std::uint32_t WriteGlyphMap(pdf::FileWriter& writer) const;
-  std::uint32_t WriteToUnicode(pdf::FileWriter& writer) const;
-  std::string WidthsText() const;
-
   fonts::FontFace* face_;
   AddedResource resource_;
   std::map<std::uint32_t, std::u32string> texts_;  // of every glyph used; empty: not known

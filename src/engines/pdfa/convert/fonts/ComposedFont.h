@@ -1,4 +1,5 @@
-// A composite font made of glyphs of an installed face, embedded as a subset (ISO 32000-2, 9.7).
+// A composite font made of glyphs of an installed face whose advances are those that the document asks for, which
+// PDF/A wants to agree (ISO 19005-2, 6.2.11.5).
 //
 //   ComposedFont font(conversion, *face, {.code_bytes = 2});
 //   font.Add(code, glyph, width, text);   // for each code
@@ -8,10 +9,10 @@
 
 #include <cstdint>
 #include <map>
-#include <set>
 #include <string>
 
 #include "engines/pdfa/convert/Conversion.h"
+#include "engines/support/fonts/CompositeFont.h"
 #include "engines/support/fonts/FontFace.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -24,8 +25,7 @@ struct ComposedCodes {
 class ComposedFont {
  public:
   // Both outlive this.
-  ComposedFont(Conversion& conversion, const fonts::FontFace& face, ComposedCodes codes)
-      : conversion_(&conversion), face_(&face), kind_(codes) {}
+  ComposedFont(Conversion& conversion, const fonts::FontFace& face, ComposedCodes codes);
 
   // What a code shows, stands for, and how far it moves on, in thousandths; below 0 for a width:
   // the glyph's own. A glyph has the width that it was first added with.
@@ -35,30 +35,12 @@ class ComposedFont {
   bool Write(std::uint32_t number);
 
  private:
-  struct Code {
-    std::uint32_t glyph = 0;
-    double width = 0;
-  };
-
-  bool IsTrueType() const;
-  std::uint32_t CidOf(std::uint32_t code) const;
   void SetAdvances(std::string& program) const;
-  std::string SubsetName() const;
-  std::string ReferenceTo(pdf::ObjectChange object);
-  std::string Descriptor(const std::string& name, std::string program);
-  std::string CidSet(const std::string& program) const;
-  std::string Widths() const;
-  std::string GlyphMap() const;
-  std::string Encoding();
-  std::string Descendant(const std::string& name, std::string program);
 
   Conversion* conversion_;
   const fonts::FontFace* face_;
-  ComposedCodes kind_;
-  std::set<std::uint32_t> glyphs_;
+  fonts::CompositeFont font_;
   std::map<std::uint32_t, double> advances_;  // by glyph, in thousandths
-  std::map<std::uint32_t, Code> codes_;
-  std::map<std::uint32_t, std::u32string> unicode_;
 };
 
 }  // namespace TarnixTools::engines::pdfa

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "engines/pdfa/convert/fonts/CMapText.h"
 #include "engines/pdfa/convert/fonts/FontTexts.h"
+#include "engines/support/fonts/CMapText.h"
 #include "engines/support/fonts/GlyphFinder.h"
 #include "pdf/write/Serialize.h"
 
@@ -196,7 +196,8 @@ class TrueTypeMender {
       }
     }
     std::string reference;
-    pdf::AppendReference(reference, rewriter().Add(MakeToUnicode(unicode, 1)));
+    pdf::AppendReference(reference, rewriter().Add(pdf::ObjectChange::Stream(
+                                        "<<>>", fonts::ToUnicodeText(unicode, 1))));
     rewriter().SetEntry(use.font->number(), "ToUnicode", reference);
   }
 

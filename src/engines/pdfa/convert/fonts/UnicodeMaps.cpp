@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "engines/pdfa/Limits.h"
-#include "engines/pdfa/convert/fonts/CMapText.h"
 #include "engines/pdfa/convert/fonts/FontTexts.h"
+#include "engines/support/fonts/CMapText.h"
 #include "engines/support/fonts/FontProgram.h"
 #include "engines/support/fonts/GlyphFinder.h"
 #include "engines/support/fonts/PredefinedMaps.h"
@@ -141,7 +141,8 @@ void MendUnicode(Conversion& conversion, const FontUse& use) {
   }
   std::string reference;
   const int code_bytes = use.font->codes() != nullptr ? use.font->codes()->code_bytes() : 2;
-  pdf::AppendReference(reference, conversion.rewriter.Add(MakeToUnicode(unicode, code_bytes)));
+  pdf::AppendReference(reference, conversion.rewriter.Add(pdf::ObjectChange::Stream(
+                                      "<<>>", fonts::ToUnicodeText(unicode, code_bytes))));
   conversion.rewriter.SetEntry(use.font->number(), "ToUnicode", reference);
   conversion.report.Changed("font " + use.font->name() + ", whose text was not told");
   conversion.report.Changed("glyphs of which nobody knows the text", unknown);

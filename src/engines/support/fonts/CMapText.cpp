@@ -1,4 +1,4 @@
-#include "engines/pdfa/convert/fonts/CMapText.h"
+#include "engines/support/fonts/CMapText.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -7,7 +7,7 @@
 #include "foundation/Utf8.h"
 #include "pdf/syntax/HexText.h"
 
-namespace TarnixTools::engines::pdfa {
+namespace TarnixTools::engines::fonts {
 
 namespace {
 
@@ -69,26 +69,27 @@ std::string Blocks(const Values& values, const std::string& kind, RowText row_te
 
 }  // namespace
 
-pdf::ObjectChange MakeCodeMap(const std::map<std::uint32_t, std::uint32_t>& cids, int code_bytes,
-                              bool is_vertical) {
-  std::string text = Start("Identity", "TarnixCodes", 1, code_bytes, is_vertical);
+std::string CodeMapEntries(bool is_vertical) {
+  return std::string("/Type/CMap/CMapName/") + kCodeMapName +
+         "/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>/WMode " +
+         (is_vertical ? "1" : "0");
+}
+
+std::string CodeMapText(const std::map<std::uint32_t, std::uint32_t>& cids, int code_bytes,
+                        bool is_vertical) {
+  std::string text = Start("Identity", kCodeMapName, 1, code_bytes, is_vertical);
   text += Blocks(cids, "cidchar", [code_bytes](const auto& row) {
     return CodeText(row.first, code_bytes) + " " + std::to_string(row.second);
   });
-  std::string dictionary =
-      "<</Type/CMap/CMapName/TarnixCodes/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)"
-      "/Supplement 0>>/WMode ";
-  return pdf::ObjectChange::Stream(dictionary + (is_vertical ? "1>>" : "0>>"),
-                                   text + std::string(kEnd));
+  return text.append(kEnd);
 }
 
-pdf::ObjectChange MakeToUnicode(const std::map<std::uint32_t, std::u32string>& texts,
-                                int code_bytes) {
+std::string ToUnicodeText(const std::map<std::uint32_t, std::u32string>& texts, int code_bytes) {
   std::string text = Start("UCS", "Adobe-Identity-UCS", 2, code_bytes, false);
   text += Blocks(texts, "bfchar", [code_bytes](const auto& row) {
     return CodeText(row.first, code_bytes) + Utf16Text(row.second);
   });
-  return pdf::ObjectChange::Stream("<<>>", text + std::string(kEnd));
+  return text.append(kEnd);
 }
 
-}  // namespace TarnixTools::engines::pdfa
+}  // namespace TarnixTools::engines::fonts
