@@ -73,7 +73,7 @@ class TARNIX_EXPORT Pdf2OfficeTask : public PdfTask {
   // directory. False takes nothing back.
   void SetDebug(bool debug);
 
-  // Converts the document.
+  // Converts the document. The output is never protected; GetReport() says so of a document that is.
   //
   // Throws
   //   InvalidParameter   unless there is exactly one document

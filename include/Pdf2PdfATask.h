@@ -58,7 +58,8 @@ class TARNIX_EXPORT Pdf2PdfATask : public PdfTask {
 
   // Writes the copy to the output directory, the document's own when none was set; it takes the
   // place of a file that has its name, be it the document itself, once it is complete. PDF/A cannot
-  // be encrypted: with an output password the copy claims no level, and the report says so.
+  // be encrypted: with an output password the copy claims no level, and the report says so; without
+  // one it tells of protection that is gone.
   //
   // Throws
   //   InvalidParameter  unless there is exactly one document; no file is touched before

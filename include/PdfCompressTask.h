@@ -145,7 +145,7 @@ class TARNIX_EXPORT PdfCompressTask : public PdfTask {
   // its output goes to the root: set an output path for it.) The output path keeps its separator at
   // the end, and another one is put behind it: systems take both for one. A copy takes the place of
   // a file that has its name, be it the document itself. It is encrypted when there is an output
-  // password, whatever the document is.
+  // password, whatever the document is; GetReport() tells of protection that is gone.
   //
   // Throws
   //   InvalidParameter  without a document; no file is touched before

@@ -72,7 +72,7 @@ class TARNIX_EXPORT PdfRepairTask : public PdfTask {
   // Writes the repaired document to the output directory, or to that of the document when none was
   // set. The output takes the place of a file that has its name. With an output password it is
   // encrypted, and printing is all that its permissions allow; without one it is not encrypted,
-  // whatever the document is.
+  // whatever the document is, and GetReport() tells of protection that is gone.
   //
   // Throws
   //   InvalidParameter  unless there is exactly one document; no file is touched before

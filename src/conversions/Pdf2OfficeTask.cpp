@@ -7,6 +7,7 @@
 #include "conversions/OfficeConverters.h"
 #include "conversions/OfficeRun.h"
 #include "foundation/JobWatch.h"
+#include "foundation/Protection.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools {
@@ -33,6 +34,15 @@ std::optional<std::chrono::milliseconds> WaitOf(int seconds) {
     return std::nullopt;
   }
   return std::chrono::seconds(seconds);
+}
+
+// False for a document that the document engine cannot open.
+bool IsProtected(PdfDoc document) {
+  try {
+    return document.IsEncrypted();
+  } catch (const PdfException&) {
+    return false;
+  }
 }
 
 }  // namespace
@@ -98,7 +108,11 @@ void Pdf2OfficeTask::Run() {
   working_doc_ = InputDocument();
   GetInputOutput();
   GetPagesRange();
+  const bool is_protected = IsProtected(working_doc_);
   StartConversionThread();
+  if (is_protected) {
+    report_.Add(ProtectionDropped(working_doc_.GetPath()));
+  }
   written_files_ = {output_path_ + out_name_ + out_extension_};
 }
 

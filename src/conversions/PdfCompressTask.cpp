@@ -7,6 +7,7 @@
 #include "engines/pdfa/PdfA.h"
 #include "foundation/JobWatch.h"
 #include "foundation/Platform.h"
+#include "foundation/Protection.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools {
@@ -140,6 +141,9 @@ void PdfCompressTask::CompressPdf(PdfDoc& document) {
   }
   written_files_.push_back(out_path);
   AddReport(optimizer.Get(), report_);
+  if (out_password_.empty() && engines::PdfOptimizeIsEncrypted(optimizer.Get()) != 0) {
+    report_.Add(ProtectionDropped(path));
+  }
   AddImages(optimizer.Get(), images_);
   AddFonts(optimizer.Get(), fonts_);
   if (engines::PdfOptimizeClose(optimizer.Get()) == 0) {

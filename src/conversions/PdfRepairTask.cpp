@@ -7,6 +7,7 @@
 #include "engines/pdfa/PdfA.h"
 #include "engines/repair/Repair.h"
 #include "foundation/Platform.h"
+#include "foundation/Protection.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools {
@@ -175,6 +176,9 @@ void PdfRepairTask::RepairDoc(const PdfDoc& document, const std::string& output_
     Fail(repair, "Unable to generate repaired output doc [%s]", document.GetPath());
   }
   AddReport(repair, report_);
+  if (out_password_.empty() && engines::PdfRepairIsEncrypted(repair) != 0) {
+    report_.Add(ProtectionDropped(document.GetPath()));
+  }
   Release(repair);
 }
 

@@ -10,6 +10,7 @@
 #include "document/ToolboxHandles.h"
 #include "engines/toolbox/Toolbox.h"
 #include "foundation/JobWatch.h"
+#include "foundation/Protection.h"
 
 namespace TarnixTools {
 namespace {
@@ -183,11 +184,7 @@ void PdfDoc::CopyAllTo(PdfDoc output, PdfRotationAngle angle, const std::set<int
 
 void PdfDoc::NoteProtection(const PdfDoc& output, PdfReport& report) const {
   if (IsOpen() && output.password_.empty() && engines::PdfDocumentIsEncrypted(Document()) != 0) {
-    report.Add({.kind = PdfReportKind::Protection,
-                .outcome = PdfReportOutcome::Dropped,
-                .count = 1,
-                .reason = "the input is protected, the output is not",
-                .source = path_});
+    report.Add(ProtectionDropped(path_));
   }
 }
 

@@ -9,6 +9,7 @@
 #include "document/TemporaryFiles.h"
 #include "engines/pdfa/PdfA.h"
 #include "foundation/Platform.h"
+#include "foundation/Protection.h"
 #include "foundation/Utf8.h"
 
 namespace TarnixTools {
@@ -92,6 +93,9 @@ void PdfDoc::ConvertDocToPdfA(PdfTransformation& settings, const std::string& ou
     ThrowNotConverted(converter.Get(), code);
   }
   MergeXmpMetaData(converter.Get(), output_path, files);
+  if (password.empty() && engines::Pdf2PdfIsEncrypted(converter.Get()) != 0) {
+    report_.Add(ProtectionDropped(path_));
+  }
   if (!password.empty()) {
     LockConverted(target, output_path, password);
   } else if (is_final) {

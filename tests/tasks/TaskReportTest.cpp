@@ -1,8 +1,11 @@
 // What every job reports.
+#include "Pdf2PdfATask.h"
+#include "PdfCompressTask.h"
 #include "PdfMergeTask.h"
 #include "PdfPageNumberTask.h"
 #include "PdfProtectTask.h"
 #include "PdfRemovePagesTask.h"
+#include "PdfRepairTask.h"
 #include "PdfRotateTask.h"
 #include "PdfSetMetaDataTask.h"
 #include "PdfSplitTask.h"
@@ -132,22 +135,59 @@ TEST_F(TaskReportTest, CountsTheDamageOfAnInputOnceForAllPieces) {
   EXPECT_EQ(CountOf(task.GetReport(), PdfReportKind::Damage, PdfReportOutcome::Kept), 0);
 }
 
-TEST_F(TaskReportTest, TellsOfProtectionThatTheOutputLacks) {
-  PdfProtectTask protect(Doc("doc.pdf"), "pw");
-  protect.SetOutPdfName("locked.pdf");
-  protect.SetOutputPath(Path("out"));
-  protect.Execute();
-  PdfRotateTask task(Doc("out/locked.pdf", "pw"));
-  task.SetOutputPath(Path("out"));
+class ProtectionReportTest : public TaskReportTest {
+ protected:
+  ProtectionReportTest() {
+    PdfProtectTask protect(Doc("doc.pdf"), "pw");
+    protect.SetOutPdfName("locked.pdf");
+    protect.SetOutputPath(directory_.Path());
+    protect.Execute();
+  }
+
+  // How often it is told that the protection is gone.
+  template <typename Task>
+  std::int64_t Told(Task task, const std::string& out_password = "") const {
+    task.SetOutputPath(Path("out"));
+    task.SetOutPassword(out_password);
+    task.Execute();
+    return CountOf(task.GetReport(), PdfReportKind::Protection, PdfReportOutcome::Dropped);
+  }
+
+  PdfDoc Locked() const { return Doc("locked.pdf", "pw"); }
+};
+
+TEST_F(ProtectionReportTest, TellsOfProtectionThatTheOutputLacks) {
+  EXPECT_EQ(Told(PdfRotateTask(Locked())), 1);
+  EXPECT_EQ(Told(PdfCompressTask({Locked(), Locked()})), 2);
+  EXPECT_EQ(Told(PdfRepairTask(Locked())), 1);
+  EXPECT_EQ(Told(Pdf2PdfATask(Locked())), 1);
+}
+
+TEST_F(ProtectionReportTest, TellsNothingWhereTheOutputIsProtected) {
+  EXPECT_EQ(Told(PdfRotateTask(Locked()), "new"), 0);
+  EXPECT_EQ(Told(PdfCompressTask(Locked()), "new"), 0);
+  EXPECT_EQ(Told(PdfRepairTask(Locked()), "new"), 0);
+  EXPECT_EQ(Told(Pdf2PdfATask(Locked()), "new"), 0);
+}
+
+TEST_F(ProtectionReportTest, TellsNothingWhereTheInputIsNotProtected) {
+  EXPECT_EQ(Told(PdfCompressTask(Doc("doc.pdf"))), 0);
+  EXPECT_EQ(Told(PdfRepairTask(Doc("doc.pdf"))), 0);
+  EXPECT_EQ(Told(Pdf2PdfATask(Doc("doc.pdf"))), 0);
+}
+
+TEST_F(ProtectionReportTest, TellsNothingWhereTheJobIsToTakeItOff) {
+  EXPECT_EQ(Told(PdfUnlockTask(Locked(), "pw")), 0);
+}
+
+TEST_F(ProtectionReportTest, TellsWhatTheInputWasWhereTheOutputTakesItsPlace) {
+  PdfRepairTask task(Locked(), "locked.pdf");
+  task.SetOutputPath(directory_.Path());
   task.Execute();
-  EXPECT_EQ(CountOf(task.GetReport(), PdfReportKind::Protection, PdfReportOutcome::Dropped), 1);
-  task.SetOutPassword("new");
-  task.Execute();
-  EXPECT_EQ(CountOf(task.GetReport(), PdfReportKind::Protection, PdfReportOutcome::Dropped), 0);
-  PdfUnlockTask unlock(Doc("out/locked.pdf", "pw"), "pw");
-  unlock.SetOutputPath(Path("out"));
-  unlock.Execute();
-  EXPECT_EQ(CountOf(unlock.GetReport(), PdfReportKind::Protection, PdfReportOutcome::Dropped), 0);
+  ASSERT_EQ(task.GetReport().GetEntries().size(), 1U);
+  EXPECT_EQ(PdfReport::GetText(task.GetReport().GetEntries().front()),
+            "protection dropped: the input is protected, the output is not");
+  EXPECT_FALSE(Doc("locked.pdf").IsEncrypted());
 }
 
 }  // namespace

@@ -108,7 +108,7 @@ TEST_F(CompressCommand, NeedsTheRightPassword) {
 TEST_F(CompressCommand, WarnsOfProtectionThatIsLost) {
   WriteProtectedPdf("secret.pdf", "pw");
   EXPECT_EQ(Run({"compress", "secret.pdf", "--password", "pw"}).err,
-            "tarnix: the input is protected, the output is not\n");
+            "tarnix: protection dropped: the input is protected, the output is not\n");
   const auto quiet = Run({"compress", "secret.pdf", "--password", "pw", "-q"});
   EXPECT_EQ(quiet.err, "");
   const auto kept = Run({"compress", "secret.pdf", "--password", "pw", "--out-password", "new"});

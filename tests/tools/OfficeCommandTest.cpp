@@ -49,7 +49,8 @@ TEST_F(OfficeCommand, NeedsTheRightPassword) {
   EXPECT_FALSE(HasFile("secret.docx"));
   const RunResult result = Run({"office", "secret.pdf", "--password", "pw"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_THAT(result.err, HasSubstr("the input is protected, the output is not"));
+  EXPECT_THAT(result.err,
+              HasSubstr("protection dropped: the input is protected, the output is not"));
   EXPECT_EQ(Run({"scan-check", "secret.pdf"}).status, 11);
 }
 

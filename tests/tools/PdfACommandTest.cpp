@@ -42,7 +42,8 @@ TEST_F(PdfACommand, NeedsTheRightPassword) {
   EXPECT_EQ(Run({"pdfa", "secret.pdf"}).status, 11);
   const auto result = Run({"pdfa", "secret.pdf", "--password", "pw"});
   EXPECT_EQ(result.status, 0) << result.err;
-  EXPECT_THAT(result.err, HasSubstr("the input is protected, the output is not"));
+  EXPECT_THAT(result.err,
+              HasSubstr("protection dropped: the input is protected, the output is not"));
 }
 
 }  // namespace

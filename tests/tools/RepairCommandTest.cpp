@@ -89,7 +89,7 @@ TEST_F(RepairCommand, NeedsTheRightPassword) {
   EXPECT_EQ(Run({"check", "secret.pdf", "--password", "wrong"}).status, 11);
   EXPECT_EQ(Run({"check", "secret.pdf", "--password", "pw"}).status, 0);
   EXPECT_EQ(Run({"repair", "secret.pdf", "--password", "pw"}).err,
-            "tarnix: the input is protected, the output is not\n");
+            "tarnix: protection dropped: the input is protected, the output is not\n");
   EXPECT_EQ(PagesOf("secret-repaired.pdf"), 1);
 }
 

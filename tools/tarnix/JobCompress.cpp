@@ -85,9 +85,7 @@ Json FontsJson(const PdfCompressTask& task) {
 
 JobResult Compress(JobContext& context) {
   KeepFreedMemory();
-  PdfDoc document = context.Document();
-  const bool is_protected = document.IsEncrypted();
-  PdfCompressTask task(document);
+  PdfCompressTask task(context.Document());
   task.SetCompressLevel(LevelOf(context.Options().Text("level")));
   task.SetOutPdfName(context.OutputName());
   context.SetOutput(task);
@@ -97,8 +95,7 @@ JobResult Compress(JobContext& context) {
                      {"images", ImagesJson(task)},
                      {"fonts", FontsJson(task)}},
           .report = task.GetReport(),
-          .warnings =
-              RewriteWarningsOf(task.GetReport(), is_protected && context.OutPassword().empty())};
+          .warnings = RewriteWarningsOf(task.GetReport())};
 }
 
 const JobRegistration kRegistration({

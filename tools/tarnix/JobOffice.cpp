@@ -43,36 +43,31 @@ std::string Without(std::string name, const std::string& extension) {
   return name;
 }
 
-// Whether the input is protected; opens it, so that a wrong password is told as one.
-bool IsProtected(PdfDoc& document) {
-  return ForPassword([&] {
-    const bool is_protected = document.IsEncrypted();
-    if (is_protected) {
+// Opens what is protected, so that a wrong password is told as one.
+void RequirePassword(PdfDoc document) {
+  ForPassword([&] {
+    if (document.IsEncrypted()) {
       document.GetPagesNum();
     }
-    return is_protected;
   });
 }
 
 JobResult Office(JobContext& context) {
   KeepFreedMemory();
   const OptionValues& options = context.Options();
-  PdfDoc document = context.Document();
+  const PdfDoc document = context.Document();
   Pdf2OfficeTask task(document);
   task.SetConversionType(ConversionOf(options.Text("to")));
   task.SetTimeout(TimeoutOf(options));
   task.SetOcrEnabled(!options.Has("no-ocr"));
-  const bool is_protected = IsProtected(document);
+  RequirePassword(document);
   task.SetOutName(Without(context.OutputName(), "." + options.Text("to", "docx")));
   task.SetOutputPath(context.OutputDirectory());
   context.Watch(task);
   task.Execute();
-  JobResult result{.outputs = {context.OutputPath()},
-                   .fields = {{"scannedPages", task.GetScannedPages()}}};
-  if (is_protected) {
-    result.warnings.emplace_back("the input is protected, the output is not");
-  }
-  return result;
+  return {.outputs = {context.OutputPath()},
+          .fields = {{"scannedPages", task.GetScannedPages()}},
+          .report = task.GetReport()};
 }
 
 const JobRegistration kRegistration({

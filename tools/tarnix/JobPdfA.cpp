@@ -34,9 +34,7 @@ void Execute(Pdf2PdfATask& task) {
 
 JobResult PdfA(JobContext& context) {
   const OptionValues& options = context.Options();
-  PdfDoc document = context.Document();
-  const bool is_protected = document.IsEncrypted();
-  Pdf2PdfATask task(document);
+  Pdf2PdfATask task(context.Document());
   task.SetCompliance(LevelOfWord(options.Text("level")));
   task.SetDowngrade(options.Has("allow-downgrade"));
   task.SetOutName(context.OutputName());
@@ -45,8 +43,7 @@ JobResult PdfA(JobContext& context) {
   const std::string& path = context.OutputPath();
   JobResult result{.outputs = {path},
                    .report = task.GetReport(),
-                   .warnings = RewriteWarningsOf(task.GetReport(),
-                                                 is_protected && context.OutPassword().empty())};
+                   .warnings = RewriteWarningsOf(task.GetReport())};
   result.fields["compliance"] =
       LevelJson(PdfDoc(path, context.OutPassword(), true).GetPdfaCompliance());
   return result;

@@ -3,33 +3,20 @@
 
 #include "Job.h"
 #include "JobContext.h"
-#include "PdfException.h"
 #include "PdfRepairTask.h"
 #include "Warnings.h"
 
 namespace TarnixTools::cli {
 namespace {
 
-// A document that cannot be opened fails when it is repaired.
-bool IsProtected(PdfDoc& document) {
-  try {
-    return document.IsEncrypted();
-  } catch (const PdfException&) {
-    return false;
-  }
-}
-
 JobResult Repair(JobContext& context) {
-  PdfDoc document = context.Document();
-  const bool is_protected = IsProtected(document);
-  PdfRepairTask task(document, context.OutputName());
+  PdfRepairTask task(context.Document(), context.OutputName());
   context.SetOutput(task);
   ForPassword([&] { task.Execute(); });
   return {.outputs = {context.OutputPath()},
           .fields = {{"problems", task.GetErrorsInfo()}},
           .report = task.GetReport(),
-          .warnings =
-              RewriteWarningsOf(task.GetReport(), is_protected && context.OutPassword().empty())};
+          .warnings = RewriteWarningsOf(task.GetReport())};
 }
 
 const JobRegistration kRegistration({

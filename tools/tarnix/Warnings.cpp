@@ -51,11 +51,8 @@ std::vector<std::string> WarningsOf(const PdfReport& report) {
   return warnings;
 }
 
-std::vector<std::string> RewriteWarningsOf(const PdfReport& report, bool loses_protection) {
+std::vector<std::string> RewriteWarningsOf(const PdfReport& report) {
   std::vector<std::string> warnings;
-  if (loses_protection) {
-    warnings.emplace_back("the input is protected, the output is not");
-  }
   for (const PdfReportEntry& entry : report.GetEntries()) {
     if (IsLostOrInTheWay(entry)) {
       warnings.push_back(PdfReport::GetText(entry));

@@ -16,8 +16,7 @@ std::vector<std::string> WarningsOf(const PdfReport& report);
 
 // The warnings of a job that makes the whole document anew: a line for everything that is left out, and
 // for what stands in the way of the level of PDF/A that was asked for.
-//   loses_protection - the input is protected, the output is not.
-std::vector<std::string> RewriteWarningsOf(const PdfReport& report, bool loses_protection);
+std::vector<std::string> RewriteWarningsOf(const PdfReport& report);
 
 // Whether something is lost that the input still announced.
 bool HasLoss(const PdfReport& report);

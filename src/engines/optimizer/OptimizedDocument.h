@@ -43,6 +43,8 @@ class OptimizedDocument {
   // document is damaged. Throws pdf::Error, and OptimizerFailure(kOptimizerCreateError).
   OptimizerReport Save(const platform::WidePath& path, const SaveOptions& options);
 
+  bool is_encrypted() const { return document_->is_encrypted(); }
+
  private:
   CarriedClaim Rewrite(SavedFile& saved, const SaveOptions& options);
   void Reduce(const OptimizerSettings& settings, bool claims_pdfa, DataStore& store,

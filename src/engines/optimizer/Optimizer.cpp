@@ -86,6 +86,11 @@ int PdfOptimizeOpenW(TPdfOptimizer* object, const platform::WidePath& path,
   });
 }
 
+int PdfOptimizeIsEncrypted(const TPdfOptimizer* object) {
+  const bool is_open = object != nullptr && object->document != nullptr;
+  return is_open && object->document->is_encrypted() ? 1 : 0;
+}
+
 int PdfOptimizeSaveAsW(TPdfOptimizer* object, const platform::WidePath& path,
                        const std::wstring& user_password, const std::wstring& owner_password,
                        std::uint32_t permissions) {

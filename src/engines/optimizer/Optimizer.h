@@ -120,6 +120,9 @@ std::int32_t PdfOptimizeGetErrorCode(const TPdfOptimizer* object);
 int PdfOptimizeOpenW(TPdfOptimizer* object, const platform::WidePath& path,
                      const std::wstring& password);
 
+// Whether the open document is encrypted. 0 where none is open.
+int PdfOptimizeIsEncrypted(const TPdfOptimizer* object);
+
 // Writes the open document, as the settings are now; as often as wanted. The file has its name only
 // when it is complete, and may be the one that was opened. It is encrypted when one of the passwords
 // is not empty; an empty owner password means the user's. permissions: /P (ISO 32000-2, table 22).

@@ -149,6 +149,9 @@ int Pdf2PdfSetReportDetails(TPdf2Pdf* object, int details);
 int Pdf2PdfConvertW(TPdf2Pdf* object, const platform::WidePath& path, const std::wstring& password,
                     const platform::WidePath& target, const platform::WidePath& log);
 
+// Whether the document of the last conversion is encrypted. 0 where it could not be opened.
+int Pdf2PdfIsEncrypted(const TPdf2Pdf* object);
+
 // The code of the level that the last conversion has reached; 0 for none.
 std::int32_t Pdf2PdfGetReachedCompliance(const TPdf2Pdf* object);
 

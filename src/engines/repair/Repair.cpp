@@ -134,6 +134,11 @@ int PdfRepairOpenW(TPdfRepair* object, const platform::WidePath& path,
   });
 }
 
+int PdfRepairIsEncrypted(const TPdfRepair* object) {
+  const bool is_open = object != nullptr && object->document != nullptr;
+  return is_open && object->document->is_encrypted() ? 1 : 0;
+}
+
 int PdfRepairClose(TPdfRepair* object) {
   return Guarded<RepairErrors>(object, [&] {
     Require(object->document != nullptr);

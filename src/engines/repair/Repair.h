@@ -63,6 +63,9 @@ std::int32_t PdfRepairGetErrorCode(const TPdfRepair* object);
 int PdfRepairOpenW(TPdfRepair* object, const platform::WidePath& path,
                    const std::wstring& password);
 
+// Whether the open document is encrypted. 0 where none is open.
+int PdfRepairIsEncrypted(const TPdfRepair* object);
+
 // Fails when no document is open. Its problems are gone.
 int PdfRepairClose(TPdfRepair* object);
 

@@ -47,6 +47,8 @@ class RepairedDocument {
 
   const ProblemList& problems() const { return problems_; }
 
+  bool is_encrypted() const { return document_->is_encrypted(); }
+
   // Throws pdf::Error, kNoPages most often, when no page was found by the last analysis.
   void RequirePages() const;
 

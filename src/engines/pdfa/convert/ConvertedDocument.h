@@ -45,6 +45,8 @@ class ConvertedDocument {
   //   wanted - nothing for the most useful level
   ConversionResult Save(const platform::WidePath& path, std::optional<Level> wanted);
 
+  bool is_encrypted() const { return document_->is_encrypted(); }
+
  private:
   std::shared_ptr<std::FILE> Try(Level level, const ContentSurvey& survey,
                                  ConversionReport& report);

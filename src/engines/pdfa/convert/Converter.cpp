@@ -19,6 +19,7 @@ using namespace pdfa;
 struct TPdf2Pdf {
   std::int32_t wanted = 0;  // code of a level
   bool has_details = false;
+  bool is_encrypted = false;                 // the document of the last conversion
   std::optional<platform::WidePath> target;  // of what was written last
   ConversionResult result;
   Pdf2PdfError last_error = kConverterNoError;
@@ -44,9 +45,11 @@ void Convert(TPdf2Pdf& object, const platform::WidePath& path, const std::wstrin
              const platform::WidePath& target, const platform::WidePath& log) {
   object.result = {};
   object.target.reset();
+  object.is_encrypted = false;
   const std::optional<Level> wanted = LevelOfCode(object.wanted);
   Require(wanted || object.wanted == 0);
   ConvertedDocument document(path, WideToUtf8(password));
+  object.is_encrypted = document.is_encrypted();
   object.result = document.Save(target, wanted);
   WriteLog(object, log);
   if (!object.result.reached) {
@@ -110,6 +113,10 @@ int Pdf2PdfSetReportDetails(TPdf2Pdf* object, int details) {
 int Pdf2PdfConvertW(TPdf2Pdf* object, const platform::WidePath& path, const std::wstring& password,
                     const platform::WidePath& target, const platform::WidePath& log) {
   return Guarded<ConverterErrors>(object, [&] { Convert(*object, path, password, target, log); });
+}
+
+int Pdf2PdfIsEncrypted(const TPdf2Pdf* object) {
+  return object != nullptr && object->is_encrypted ? 1 : 0;
 }
 
 std::int32_t Pdf2PdfGetReachedCompliance(const TPdf2Pdf* object) {
