@@ -17,8 +17,8 @@ thread_local JobWatch* current = nullptr;
 
 }  // namespace
 
-JobWatch::JobWatch(Tell tell, std::string job)
-    : tell_(std::move(tell)), job_(std::move(job)), before_(current) {
+JobWatch::JobWatch(Tell tell, std::string job, const void* owner)
+    : tell_(std::move(tell)), job_(std::move(job)), owner_(owner), before_(current) {
   current = this;
 }
 
@@ -39,14 +39,28 @@ void JobWatch::ThrowWhatHostThrew() const {
   }
 }
 
+bool JobWatch::IsBusy(const void* owner) {
+  for (const JobWatch* watch = current; watch != nullptr; watch = watch->before_) {
+    if (watch->owner_ == owner) {
+      return true;
+    }
+  }
+  return false;
+}
+
+JobWatch* JobWatch::Active() noexcept {
+  return current != nullptr && !current->is_calling_ ? current : nullptr;
+}
+
 bool JobWatch::IsCancelled() noexcept {
-  if (current == nullptr || !current->tell_) {
+  JobWatch* const watch = Active();
+  if (watch == nullptr || !watch->tell_) {
     return false;
   }
-  if (std::chrono::steady_clock::now() - current->called_ >= kCallEvery) {
-    current->CallHost();
+  if (std::chrono::steady_clock::now() - watch->called_ >= kCallEvery) {
+    watch->CallHost();
   }
-  return current->is_cancelled_;
+  return watch->is_cancelled_;
 }
 
 void JobWatch::StopIfCancelled() {
@@ -56,19 +70,19 @@ void JobWatch::StopIfCancelled() {
 }
 
 void JobWatch::Report(std::int64_t done, std::int64_t of) {
-  if (current == nullptr) {
+  JobWatch* const watch = Active();
+  if (watch == nullptr) {
     return;
   }
-  current->done_ = done;
-  current->of_ = of;
-  current->CallHost();
+  watch->done_ = done;
+  watch->of_ = of;
+  watch->CallHost();
   StopIfCancelled();
 }
 
-// The host is not called once more for what it does itself while it is called, nor after it has
-// had the job stop.
+// Not after the host has had the job stop.
 void JobWatch::CallHost() noexcept {
-  if (!tell_ || is_calling_ || is_cancelled_) {
+  if (!tell_ || is_cancelled_) {
     return;
   }
   is_calling_ = true;
@@ -82,9 +96,9 @@ void JobWatch::CallHost() noexcept {
   called_ = std::chrono::steady_clock::now();
 }
 
-JobSteps::JobSteps(std::int64_t count)
-    : watch_(current != nullptr && !current->has_steps_ && count > 1 ? current : nullptr) {
-  if (watch_ == nullptr) {
+JobSteps::JobSteps(std::int64_t count) : watch_(count > 1 ? JobWatch::Active() : nullptr) {
+  if (watch_ == nullptr || watch_->has_steps_) {
+    watch_ = nullptr;
     JobWatch::StopIfCancelled();
     return;
   }

@@ -27,7 +27,8 @@ class JobWatch {
 
   // This thread's job until the watch goes; one that was there before waits meanwhile. tell may be
   // empty: the host is not called then.
-  JobWatch(Tell tell, std::string job);
+  //   owner - what does the job; compared, and nothing else
+  JobWatch(Tell tell, std::string job, const void* owner = nullptr);
   JobWatch(const JobWatch&) = delete;
   JobWatch& operator=(const JobWatch&) = delete;
   ~JobWatch();
@@ -37,6 +38,9 @@ class JobWatch {
 
   // Throws what the host has thrown when it was called.
   void ThrowWhatHostThrew() const;
+
+  // Whether this does a job of this thread, be it one that waits.
+  static bool IsBusy(const void* owner);
 
   // Whether the host has the job of this thread stop. Whatever takes long asks every few
   // milliseconds, and the host is called some times a second for that. Holds no lock meanwhile.
@@ -51,10 +55,14 @@ class JobWatch {
  private:
   friend class JobSteps;
 
+  // The job of this thread. None while the host is called: what it does then is no part of the job.
+  static JobWatch* Active() noexcept;
+
   void CallHost() noexcept;
 
   const Tell tell_;
   const std::string job_;
+  const void* const owner_;
   JobWatch* const before_;
   std::int64_t done_ = 0;
   std::int64_t of_ = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "PdfException.h"
 #include "foundation/JobWatch.h"
 
 namespace TarnixTools {
@@ -70,9 +71,13 @@ void PdfTask::Execute() {}
 
 // What has failed because the host had the job stop is told as just that.
 void PdfTask::RunJob(const char* name, const std::function<void()>& work) {
+  if (JobWatch::IsBusy(this)) {
+    throw PdfException(PdfExceptionCode::InternalError, 0,
+                       "Unable to execute a task that is being executed");
+  }
   report_.Clear();
   written_files_.clear();
-  const JobWatch watch(progress_, name);
+  const JobWatch watch(progress_, name, this);
   try {
     work();
   } catch (...) {

@@ -1,4 +1,7 @@
 // What hosts hear of a job while it runs, how they stop it, and which files it tells of.
+#include <algorithm>
+#include <functional>
+#include <map>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -196,6 +199,103 @@ TEST_F(TaskProgressTest, LetsTheHostRunOtherTasksMeanwhile) {
   task.Execute();
   EXPECT_GT(calls, kPages);
   EXPECT_THAT(directory_.Names("out"), ElementsAre("other.pdf", "rotated_file.pdf"));
+}
+
+TEST_F(TaskProgressTest, RefusesTheTaskThatIsBeingExecuted) {
+  PdfRotateTask task(Doc("doc.pdf"));
+  task.SetOutputPath(Path("out"));
+  Failure failure;
+  task.SetProgress([&](const std::string&, std::int64_t, std::int64_t) {
+    failure = FailureOf([&] { task.Execute(); });
+    return true;
+  });
+  task.Execute();
+  EXPECT_EQ(failure, Failure(PdfExceptionCode::InternalError,
+                             "Unable to execute a task that is being executed"));
+  EXPECT_THAT(task.GetWrittenFiles(), ElementsAre(Out("rotated_file.pdf")));
+  task.SetProgress(nullptr);
+  task.Execute();
+}
+
+TEST_F(TaskProgressTest, DoesNotCountWhatTheHostDoesWithDocuments) {
+  PdfRotateTask task(Doc("doc.pdf"));
+  task.SetOutputPath(Path("out"));
+  std::set<std::int64_t> ends;
+  std::int64_t most = 0;
+  task.SetProgress([&](const std::string&, std::int64_t done, std::int64_t of) {
+    PdfDoc other = Doc("doc.pdf");
+    other.Split(1, Path("pieces") + "/", "", "");
+    ends.insert(of);
+    most = std::max(most, done);
+    return true;
+  });
+  directory_.MakeDir("pieces");
+  task.Execute();
+  EXPECT_THAT(ends, ::testing::IsSubsetOf({0, kPages}));
+  EXPECT_EQ(most, kPages);
+}
+
+class NestedTaskTest : public TaskProgressTest {
+ protected:
+  struct Job {
+    const char* name;
+    std::function<void(const std::string& directory, const PdfProgress& progress)> run;
+  };
+
+  template <typename Task>
+  Job JobOf(const char* name, const Task& task) const {
+    return {name, [task](const std::string& directory, const PdfProgress& progress) {
+              Task copy(task);
+              copy.SetOutputPath(directory);
+              copy.SetProgress(progress);
+              copy.Execute();
+            }};
+  }
+
+  std::vector<Job> Jobs() const {
+    return {JobOf("rotate", PdfRotateTask(Doc("doc.pdf"))),
+            JobOf("merge", PdfMergeTask({Doc("doc.pdf"), Doc("doc.pdf")})),
+            JobOf("compress", PdfCompressTask(Doc("doc.pdf"))),
+            JobOf("repair", PdfRepairTask(Doc("doc.pdf"))),
+            JobOf("PDF/A", Pdf2PdfATask(Doc("doc.pdf"))),
+            JobOf("pages to images", Pdf2ImgTask(Doc("doc.pdf")))};
+  }
+
+  // Names and bytes of what a job writes.
+  std::map<std::string, std::string> Written(const Job& job, const std::string& directory,
+                                             const PdfProgress& progress = nullptr) const {
+    directory_.MakeDir(directory);
+    job.run(Path(directory), progress);
+    std::map<std::string, std::string> written;
+    for (const std::string& name : directory_.Names(directory)) {
+      written[name] = testing::ReadBytes(Path(directory + "/" + name));
+    }
+    return written;
+  }
+};
+
+TEST_F(NestedTaskTest, WritesTheSameWithAnyOtherInBetween) {
+  const std::vector<Job> jobs = Jobs();
+  std::vector<std::map<std::string, std::string>> alone;
+  for (const Job& job : jobs) {
+    alone.push_back(Written(job, "alone" + std::to_string(alone.size())));
+    EXPECT_FALSE(alone.back().empty()) << job.name;
+  }
+  for (std::size_t outer = 0; outer < jobs.size(); ++outer) {
+    for (std::size_t inner = 0; inner < jobs.size(); ++inner) {
+      int calls = 0;
+      const std::string name = std::to_string(outer) + "-" + std::to_string(inner);
+      const auto written =
+          Written(jobs[outer], name, [&](const std::string&, std::int64_t, std::int64_t) {
+            if (++calls <= 2) {
+              EXPECT_EQ(Written(jobs[inner], "in" + name), alone[inner]) << jobs[inner].name;
+            }
+            return true;
+          });
+      EXPECT_GT(calls, 0) << jobs[outer].name;
+      EXPECT_EQ(written, alone[outer]) << jobs[outer].name << " around " << jobs[inner].name;
+    }
+  }
 }
 
 }  // namespace
