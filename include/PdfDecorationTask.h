@@ -19,6 +19,7 @@
 
 #include <string>
 
+#include "PdfPagePoint.h"
 #include "PdfPageRange.h"
 #include "PdfTask.h"
 #include "PdfTransformation.h"
@@ -115,6 +116,37 @@ class TARNIX_EXPORT PdfDecorationTask : public PdfTask {
   void SetHorizontalAdjustment(int adjustment) {
     transformation_.SetHorizontalAdjustment(adjustment);
   }
+
+  // The distance from the left or the right edge of the page, in points: 0 at first of page numbers,
+  // and 15 of stamps. Of no effect on what is centred. Added to an absolute position, but for that of
+  // an image.
+  int GetMarginX() const { return transformation_.GetMarginX(); }
+
+  void SetMarginX(int margin) { transformation_.SetMarginX(margin); }
+
+  // The distance from the top or the bottom edge of the page, in points: 0 at first of page numbers,
+  // and 15 of stamps. Of no effect on what is in the middle. Added to an absolute position, but for
+  // that of an image.
+  int GetMarginY() const { return transformation_.GetMarginY(); }
+
+  void SetMarginY(int margin) { transformation_.SetMarginY(margin); }
+
+  // A fixed place for the lower-left corner of the decoration, in points from the lower-left corner of
+  // the page; that of an image is taken crosswise: y from the point's x and x from its y. The setters
+  // make both positions Absolute and check nothing: negative coordinates are beyond the edge.
+  PdfPagePoint& GetAbsolutePosition() { return transformation_.GetAbsolutePosition(); }
+
+  void SetAbsolutePosition(const PdfPagePoint& point) {
+    transformation_.SetAbsolutePosition(point);
+  }
+
+  double GetAbsolutePositionX() const { return transformation_.GetAbsolutePositionX(); }
+
+  void SetAbsolutePositionX(double x) { transformation_.SetAbsolutePositionX(x); }
+
+  double GetAbsolutePositionY() const { return transformation_.GetAbsolutePositionY(); }
+
+  void SetAbsolutePositionY(double y) { transformation_.SetAbsolutePositionY(y); }
 
   // Over or under what the page has already; Over at first.
   PdfTransformLayerPos GetLayerPosition() const { return transformation_.GetLayerPosition(); }

@@ -25,7 +25,6 @@
 #include <string>
 
 #include "PdfDecorationTask.h"
-#include "PdfPagePoint.h"
 #include "TarnixExport.h"
 
 namespace TarnixTools {
@@ -61,35 +60,6 @@ class TARNIX_EXPORT PdfPageNumberTask : public PdfDecorationTask {
   int GetStartingPageNum() const { return transformation_.GetStartingPageNum(); }
 
   void SetStartingPageNum(int number) { transformation_.SetStartingPageNum(number); }
-
-  // A fixed place for the lower-left corner of the text, in points from the lower-left corner of
-  // the page; the margins are added to it. The setters make both positions Absolute and check
-  // nothing: negative coordinates are beyond the edge.
-  PdfPagePoint& GetAbsolutePosition() { return transformation_.GetAbsolutePosition(); }
-
-  void SetAbsolutePosition(const PdfPagePoint& point) {
-    transformation_.SetAbsolutePosition(point);
-  }
-
-  double GetAbsolutePositionX() const { return transformation_.GetAbsolutePositionX(); }
-
-  void SetAbsolutePositionX(double x) { transformation_.SetAbsolutePositionX(x); }
-
-  double GetAbsolutePositionY() const { return transformation_.GetAbsolutePositionY(); }
-
-  void SetAbsolutePositionY(double y) { transformation_.SetAbsolutePositionY(y); }
-
-  // The distance from the left or the right edge of the page, in points, 0 at first. Of no effect on
-  // what is centred.
-  int GetMarginX() const { return transformation_.GetMarginX(); }
-
-  void SetMarginX(int margin) { transformation_.SetMarginX(margin); }
-
-  // The distance from the top or the bottom edge of the page, in points, 0 at first. Of no effect on
-  // what is in the middle.
-  int GetMarginY() const { return transformation_.GetMarginY(); }
-
-  void SetMarginY(int margin) { transformation_.SetMarginY(margin); }
 
   // How lines of different widths stand against each other within the block that they make; Center
   // at first. Of no effect on a text of one line.

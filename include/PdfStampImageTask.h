@@ -18,7 +18,6 @@
 #include <string>
 
 #include "PdfDecorationTask.h"
-#include "PdfPagePoint.h"
 #include "TarnixExport.h"
 
 namespace TarnixTools {
@@ -53,23 +52,6 @@ class TARNIX_EXPORT PdfStampImageTask : public PdfDecorationTask {
   int GetOpacity() const { return transformation_.GetOpacity(); }
 
   void SetOpacity(int percent) { transformation_.SetOpacity(percent); }
-
-  // A fixed place for the lower-left corner of the image, in points from the lower-left corner of the
-  // page, taken crosswise: y from the point's x and x from its y. Margins do not count. The setters make
-  // both positions Absolute and check nothing.
-  PdfPagePoint& GetAbsolutePosition() { return transformation_.GetAbsolutePosition(); }
-
-  void SetAbsolutePosition(const PdfPagePoint& point) {
-    transformation_.SetAbsolutePosition(point);
-  }
-
-  double GetAbsolutePositionX() const { return transformation_.GetAbsolutePositionX(); }
-
-  void SetAbsolutePositionX(double x) { transformation_.SetAbsolutePositionX(x); }
-
-  double GetAbsolutePositionY() const { return transformation_.GetAbsolutePositionY(); }
-
-  void SetAbsolutePositionY(double y) { transformation_.SetAbsolutePositionY(y); }
 
   // Whether the opacity is applied; false at first, so that hosts which set one and never saw it get
   // what they got. It multiplies what the file itself says is transparent.
@@ -106,18 +88,6 @@ class TARNIX_EXPORT PdfStampImageTask : public PdfDecorationTask {
   int GetStartingPageNum() const { return transformation_.GetStartingPageNum(); }
 
   void SetStartingPageNum(int number) { transformation_.SetStartingPageNum(number); }
-
-  // The distance from the left or the right edge of the page, in points, 15 at first. Of no effect
-  // on what is centred.
-  int GetMarginX() const { return transformation_.GetMarginX(); }
-
-  void SetMarginX(int margin) { transformation_.SetMarginX(margin); }
-
-  // The distance from the top or the bottom edge of the page, in points, 15 at first. Of no effect
-  // on what is in the middle.
-  int GetMarginY() const { return transformation_.GetMarginY(); }
-
-  void SetMarginY(int margin) { transformation_.SetMarginY(margin); }
 
   // Whether the stamp is drawn nine times on each page: at the top, in the middle and at the
   // bottom, each on the left, centred and on the right. Positions and adjustments that were set do

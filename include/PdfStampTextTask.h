@@ -20,7 +20,6 @@
 #include <string>
 
 #include "PdfDecorationTask.h"
-#include "PdfPagePoint.h"
 #include "TarnixExport.h"
 
 namespace TarnixTools {
@@ -47,23 +46,6 @@ class TARNIX_EXPORT PdfStampTextTask : public PdfDecorationTask {
 
   void SetInputText(const std::string& text) { transformation_.SetInputText(text); }
 
-  // A fixed place for the lower-left corner of the text, in points from the lower-left corner of
-  // the page; the margins are added to it. The setters make both positions Absolute and check
-  // nothing: negative coordinates are beyond the edge.
-  PdfPagePoint& GetAbsolutePosition() { return transformation_.GetAbsolutePosition(); }
-
-  void SetAbsolutePosition(const PdfPagePoint& point) {
-    transformation_.SetAbsolutePosition(point);
-  }
-
-  double GetAbsolutePositionX() const { return transformation_.GetAbsolutePositionX(); }
-
-  void SetAbsolutePositionX(double x) { transformation_.SetAbsolutePositionX(x); }
-
-  double GetAbsolutePositionY() const { return transformation_.GetAbsolutePositionY(); }
-
-  void SetAbsolutePositionY(double y) { transformation_.SetAbsolutePositionY(y); }
-
   // How lines of different widths stand against each other within the block that they make; Left at
   // first. Of no effect on a text of one line.
   PdfTransformTextAlignment GetTextAlignment() const { return transformation_.GetTextAlignment(); }
@@ -77,18 +59,6 @@ class TARNIX_EXPORT PdfStampTextTask : public PdfDecorationTask {
   int GetTextOpacity() const { return transformation_.GetTextOpacity(); }
 
   void SetTextOpacity(int percent) { transformation_.SetTextOpacity(percent); }
-
-  // The distance from the left or the right edge of the page, in points, 15 at first. Of no effect
-  // on what is centred. Added to an absolute position.
-  int GetMarginX() const { return transformation_.GetMarginX(); }
-
-  void SetMarginX(int margin) { transformation_.SetMarginX(margin); }
-
-  // The distance from the top or the bottom edge of the page, in points, 15 at first. Of no effect
-  // on what is in the middle. Added to an absolute position.
-  int GetMarginY() const { return transformation_.GetMarginY(); }
-
-  void SetMarginY(int margin) { transformation_.SetMarginY(margin); }
 
   // Whether the stamp is drawn nine times on each page: at the top, in the middle and at the
   // bottom, each on the left, centred and on the right. Positions and adjustments that were set do
