@@ -46,83 +46,8 @@ int Paint(engines::TPdfContentGenerator* generator, engines::TPdfImage* image,
   return engines::PdfContentGeneratorPaintAlphaImage(generator, image, &rectangle, alpha);
 }
 
-// About the image's centre.
-TransformationPtr RotationOf(const PdfTransformation& transformation,
-                             const engines::TPdfRectangle& rectangle,
-                             const engines::TPdfSize& image_size) {
-  TransformationPtr rotation(engines::PdfNewTransformationIdentity());
-  if (rotation == nullptr) {
-    ThrowEngineError("Unable to create PDF transformation");
-  }
-  const double x = rectangle.left + image_size.width * 0.5;
-  const double y = rectangle.bottom + image_size.height * 0.5;
-  engines::PdfTransformationTranslate(rotation.get(), x, y);
-  if (engines::PdfTransformationRotate(rotation.get(), transformation.GetRotation()) == 0) {
-    ThrowPaintingError("Img rotation definition failed");
-  }
-  engines::PdfTransformationTranslate(rotation.get(), -x, -y);
-  return rotation;
-}
-
-void PaintRotated(engines::TPdfContentGenerator* generator, engines::TPdfImage* image,
-                  const engines::TPdfRectangle& rectangle, const PdfTransformation& transformation,
-                  TransformationPtr rotation) {
-  if (engines::PdfContentGeneratorTransform(generator, rotation.get()) == 0) {
-    ThrowPaintingError("Img rotation execution failed");
-  }
-  if (Paint(generator, image, rectangle, transformation) == 0) {
-    ThrowPaintingError("Could not paint rotated image");
-  }
-}
-
-}  // namespace
-
-void PageDecorator::StampImageIntoPage(const DecoratedPage& page, PdfTransformation& transformation,
-                                       const DecorationHandles& handles) const {
-  RequirePixelsPerPoint(transformation);
-  const engines::TPdfSize page_size = PageSizeOf(page);
-  if (transformation.GetMosaic()) {
-    PaintImgMosaicOnPage(page, page_size, transformation, handles);
-  } else {
-    PaintImageOnPage(page, page_size, transformation, handles);
-  }
-}
-
-void PageDecorator::PaintImgMosaicOnPage(const DecoratedPage& page,
-                                         const engines::TPdfSize& page_size,
-                                         PdfTransformation& transformation,
-                                         const DecorationHandles& handles) const {
-  ForEachTile(transformation, [&] { PaintImageOnPage(page, page_size, transformation, handles); });
-}
-
-void PageDecorator::PaintImageOnPage(const DecoratedPage& page, const engines::TPdfSize& page_size,
-                                     const PdfTransformation& transformation,
-                                     const DecorationHandles& handles) const {
-  const ContentPtr content(engines::PdfPageGetContent(page.page));
-  ContentGeneratorPtr generator(
-      engines::PdfNewContentGenerator(content.get(), IsPrepended(transformation)));
-  if (generator == nullptr) {
-    ThrowEngineError("Unable to create stamp image generator");
-  }
-  engines::TPdfRectangle rectangle;
-  engines::TPdfSize image_size;
-  CalculateImgRectangle(transformation, page_size, handles.image.get(), rectangle, image_size);
-  const bool is_rotated = transformation.GetRotation() != 0.0;
-  if (is_rotated) {
-    engines::PdfContentGeneratorSave(generator.get());
-    PaintRotated(generator.get(), handles.image.get(), rectangle, transformation,
-                 RotationOf(transformation, rectangle, image_size));
-    engines::PdfContentGeneratorRestore(generator.get());
-  } else if (Paint(generator.get(), handles.image.get(), rectangle, transformation) == 0) {
-    ThrowPaintingError("Could not paint image on page without rotation");
-  }
-  if (engines::PdfClose(generator.release()) == 0) {
-    ThrowPaintingError(is_rotated ? "Could not paint rotated image"
-                                  : "Could not paint image on page without rotation");
-  }
-}
-
-// An absolute position is taken crosswise, y from the point's x and x from its y, and has no
+// Where an image goes on a page of this size, before it is rotated; image_size becomes its size in
+// points. An absolute position is taken crosswise, y from the point's x and x from its y, and has no
 // margins; pages do not face each other: as intended.
 void CalculateImgRectangle(const PdfTransformation& transformation,
                            const engines::TPdfSize& page_size, engines::TPdfImage* image,
@@ -165,6 +90,82 @@ void CalculateImgRectangle(const PdfTransformation& transformation,
   x += transformation.GetHorizontalAdjustment();
   rectangle = {x, y, x + width, y + height};
   image_size = {width, height};
+}
+
+// About the image's centre.
+TransformationPtr RotationOf(const PdfTransformation& transformation,
+                             const engines::TPdfPoint& center) {
+  TransformationPtr rotation(engines::PdfNewTransformationIdentity());
+  if (rotation == nullptr) {
+    ThrowEngineError("Unable to create PDF transformation");
+  }
+  engines::PdfTransformationTranslate(rotation.get(), center.x, center.y);
+  if (engines::PdfTransformationRotate(rotation.get(), transformation.GetRotation()) == 0) {
+    ThrowPaintingError("Img rotation definition failed");
+  }
+  engines::PdfTransformationTranslate(rotation.get(), -center.x, -center.y);
+  return rotation;
+}
+
+void PaintRotated(engines::TPdfContentGenerator* generator, engines::TPdfImage* image,
+                  const engines::TPdfRectangle& rectangle, const PdfTransformation& transformation,
+                  TransformationPtr rotation) {
+  if (engines::PdfContentGeneratorTransform(generator, rotation.get()) == 0) {
+    ThrowPaintingError("Img rotation execution failed");
+  }
+  if (Paint(generator, image, rectangle, transformation) == 0) {
+    ThrowPaintingError("Could not paint rotated image");
+  }
+}
+
+}  // namespace
+
+bool PageDecorator::StampImageIntoPage(const DecoratedPage& page, PdfTransformation& transformation,
+                                       const DecorationHandles& handles) const {
+  RequirePixelsPerPoint(transformation);
+  const engines::TPdfSize page_size = PageSizeOf(page);
+  if (transformation.GetMosaic()) {
+    PaintImgMosaicOnPage(page, page_size, transformation, handles);
+    return true;
+  }
+  return PaintImageOnPage(page, page_size, transformation, handles);
+}
+
+void PageDecorator::PaintImgMosaicOnPage(const DecoratedPage& page,
+                                         const engines::TPdfSize& page_size,
+                                         PdfTransformation& transformation,
+                                         const DecorationHandles& handles) const {
+  ForEachTile(transformation, [&] { PaintImageOnPage(page, page_size, transformation, handles); });
+}
+
+bool PageDecorator::PaintImageOnPage(const DecoratedPage& page, const engines::TPdfSize& page_size,
+                                     const PdfTransformation& transformation,
+                                     const DecorationHandles& handles) const {
+  const ContentPtr content(engines::PdfPageGetContent(page.page));
+  ContentGeneratorPtr generator(
+      engines::PdfNewContentGenerator(content.get(), IsPrepended(transformation)));
+  if (generator == nullptr) {
+    ThrowEngineError("Unable to create stamp image generator");
+  }
+  engines::TPdfRectangle rectangle;
+  engines::TPdfSize image_size;
+  CalculateImgRectangle(transformation, page_size, handles.image.get(), rectangle, image_size);
+  const engines::TPdfPoint center = {rectangle.left + image_size.width * 0.5,
+                                     rectangle.bottom + image_size.height * 0.5};
+  const bool is_rotated = transformation.GetRotation() != 0.0;
+  if (is_rotated) {
+    engines::PdfContentGeneratorSave(generator.get());
+    PaintRotated(generator.get(), handles.image.get(), rectangle, transformation,
+                 RotationOf(transformation, center));
+    engines::PdfContentGeneratorRestore(generator.get());
+  } else if (Paint(generator.get(), handles.image.get(), rectangle, transformation) == 0) {
+    ThrowPaintingError("Could not paint image on page without rotation");
+  }
+  if (engines::PdfClose(generator.release()) == 0) {
+    ThrowPaintingError(is_rotated ? "Could not paint rotated image"
+                                  : "Could not paint image on page without rotation");
+  }
+  return IsOnPage(rectangle, center, transformation.GetRotation(), page_size);
 }
 
 }  // namespace TarnixTools

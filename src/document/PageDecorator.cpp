@@ -92,7 +92,21 @@ TransformationPtr RotationOf(const PdfTransformation& transformation,
   return rotation;
 }
 
-// Whether a box that is turned about a point, counter-clockwise, reaches onto the page.
+}  // namespace
+
+engines::TPdfSize PageSizeOf(const DecoratedPage& page) {
+  engines::TPdfSize size;
+  if (engines::PdfPageGetSize(page.page, &size) == 0) {
+    throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
+                       "Unable not get page [%d] dimensions", page.number);
+  }
+  return size;
+}
+
+bool IsPrepended(const PdfTransformation& transformation) {
+  return transformation.GetLayerPosition() != PdfTransformLayerPos::Over;
+}
+
 bool IsOnPage(const engines::TPdfRectangle& box, const engines::TPdfPoint& center, double degrees,
               const engines::TPdfSize& page_size) {
   const double angle = degrees * std::numbers::pi / 180;
@@ -113,31 +127,6 @@ bool IsOnPage(const engines::TPdfRectangle& box, const engines::TPdfPoint& cente
          seen.bottom <= page_size.height;
 }
 
-bool IsImageOnPage(const DecoratedPage& page, const PdfTransformation& transformation,
-                   const DecorationHandles& handles) {
-  engines::TPdfRectangle box;
-  engines::TPdfSize size;
-  const engines::TPdfSize page_size = PageSizeOf(page);
-  CalculateImgRectangle(transformation, page_size, handles.image.get(), box, size);
-  return IsOnPage(box, {box.left + size.width * 0.5, box.bottom + size.height * 0.5},
-                  transformation.GetRotation(), page_size);
-}
-
-}  // namespace
-
-engines::TPdfSize PageSizeOf(const DecoratedPage& page) {
-  engines::TPdfSize size;
-  if (engines::PdfPageGetSize(page.page, &size) == 0) {
-    throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
-                       "Unable not get page [%d] dimensions", page.number);
-  }
-  return size;
-}
-
-bool IsPrepended(const PdfTransformation& transformation) {
-  return transformation.GetLayerPosition() != PdfTransformLayerPos::Over;
-}
-
 void PageDecorator::TransformPage(const DecoratedPage& page, PdfTransformation& transformation,
                                   const DecorationHandles& handles) {
   switch (transformation.GetType()) {
@@ -153,9 +142,7 @@ void PageDecorator::TransformPage(const DecoratedPage& page, PdfTransformation& 
       }
       return;
     case PdfTransformType::StampImage:
-      StampImageIntoPage(page, transformation, handles);
-      CountMark(PdfReportKind::ImageStamp, page,
-                transformation.GetMosaic() || IsImageOnPage(page, transformation, handles));
+      CountMark(PdfReportKind::ImageStamp, page, StampImageIntoPage(page, transformation, handles));
       return;
     case PdfTransformType::PdfA:
       break;

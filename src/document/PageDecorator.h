@@ -48,12 +48,13 @@ class PageDecorator {
   PlacedText PlaceText(const DecoratedPage& page, const std::string& string,
                        PdfTransformation& transformation, const DecorationHandles& handles) const;
 
-  void StampImageIntoPage(const DecoratedPage& page, PdfTransformation& transformation,
+  // False when nothing of it falls onto the page, that of a mosaic aside.
+  bool StampImageIntoPage(const DecoratedPage& page, PdfTransformation& transformation,
                           const DecorationHandles& handles) const;
   void PaintImgMosaicOnPage(const DecoratedPage& page, const engines::TPdfSize& page_size,
                             PdfTransformation& transformation,
                             const DecorationHandles& handles) const;
-  void PaintImageOnPage(const DecoratedPage& page, const engines::TPdfSize& page_size,
+  bool PaintImageOnPage(const DecoratedPage& page, const engines::TPdfSize& page_size,
                         const PdfTransformation& transformation,
                         const DecorationHandles& handles) const;
 
@@ -65,15 +66,13 @@ class PageDecorator {
   PdfReport& report_;
 };
 
-// Where an image goes on a page of this size, before it is rotated; image_size becomes its size in
-// points.
-void CalculateImgRectangle(const PdfTransformation& transformation,
-                           const engines::TPdfSize& page_size, engines::TPdfImage* image,
-                           engines::TPdfRectangle& rectangle, engines::TPdfSize& image_size);
-
 // What text and image stamps share.
 engines::TPdfSize PageSizeOf(const DecoratedPage& page);
 bool IsPrepended(const PdfTransformation& transformation);
+
+// Whether a box that is turned about a point, counter-clockwise, reaches onto the page.
+bool IsOnPage(const engines::TPdfRectangle& box, const engines::TPdfPoint& center, double degrees,
+              const engines::TPdfSize& page_size);
 
 // Calls draw for each tile of a mosaic, with the transformation set to the tile's place.
 template <typename Draw>
