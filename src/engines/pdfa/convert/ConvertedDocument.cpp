@@ -126,7 +126,7 @@ void ConvertedDocument::Rewrite(pdf::ByteSink& sink, Level level, const ContentS
   MendPageBoxes(conversion);
   MendFonts(conversion, survey);
   MendColors(conversion, survey);
-  RemoveHiddenContent(conversion, survey);
+  RemoveHiddenContent(conversion);
   MendContents(conversion, survey);
   MendImages(conversion);
   MendTags(conversion);

@@ -86,6 +86,22 @@ double PageFont::AdvanceOf(std::uint32_t code) {
   return advance * glyph_scale_;
 }
 
+// Of a font that goes downwards each glyph is an em high, as most are.
+pdf::TextAdvance PageFont::AdvanceOf(std::string_view bytes, const pdf::TextState& text) {
+  pdf::TextAdvance advance;
+  codes_.clear();
+  Split(bytes, codes_);
+  for (const std::uint32_t code : codes_) {
+    const double spacing = SpacingOf(code, text);
+    if (is_vertical()) {
+      advance.y += -text.size + spacing;
+    } else {
+      advance.x += (AdvanceOf(code) * text.size + spacing) * text.scale;
+    }
+  }
+  return advance;
+}
+
 // By a map that is not known here, what Latin letters are to the others stands in.
 double PageFont::AdvanceOfComposite(std::uint32_t code) {
   constexpr std::uint32_t kNoCid = 0xFFFFFFFF;  // it has the default

@@ -16,6 +16,7 @@
 #include "engines/support/fonts/FontText.h"
 #include "engines/support/fonts/GlyphFinder.h"
 #include "engines/support/pages/PageModel.h"
+#include "pdf/content/ContentVisitor.h"
 #include "pdf/file/Document.h"
 
 namespace TarnixTools::engines {
@@ -40,8 +41,14 @@ class PageFont {
 
   bool is_vertical() const { return font_.is_vertical(); }
 
-  // Word spacing goes to single bytes of 32.
-  bool IsWordSpace(std::uint32_t code) const { return code == ' ' && !font_.is_composite(); }
+  // What is put behind a glyph. Word spacing goes to single bytes of 32.
+  double SpacingOf(std::uint32_t code, const pdf::TextState& text) const {
+    const bool is_word_space = code == ' ' && !font_.is_composite();
+    return text.char_spacing + (is_word_space ? text.word_spacing : 0);
+  }
+
+  // How far showing a string moves on, in units of text space: downwards where the font is vertical.
+  pdf::TextAdvance AdvanceOf(std::string_view bytes, const pdf::TextState& text);
 
   const std::shared_ptr<const Typeface>& face() const { return face_; }
 
@@ -59,7 +66,8 @@ class PageFont {
   std::shared_ptr<const Typeface> face_;
   std::optional<fonts::GlyphFinder> glyphs_;
   double em_ = 1;
-  double glyph_scale_ = 0.001;  // from widths to ems; a Type 3 font has its own
+  double glyph_scale_ = 0.001;        // from widths to ems; a Type 3 font has its own
+  std::vector<std::uint32_t> codes_;  // of the string that is measured
 };
 
 // The fonts of a document, each read once.

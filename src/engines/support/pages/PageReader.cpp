@@ -259,8 +259,7 @@ pdf::TextAdvance PageCollector::ShowAlong(const pdf::StringUse& string, PageFont
       const Point origin = line.Apply(x, text.rise);
       AddGlyph(font.TextOf(code), style, origin, Length(width * line.a, width * line.b));
     }
-    const double spacing = text.char_spacing + (font.IsWordSpace(code) ? text.word_spacing : 0);
-    x += width + spacing * text.scale;
+    x += width + font.SpacingOf(code, text) * text.scale;
   }
   return {x, 0};
 }
@@ -278,7 +277,7 @@ pdf::TextAdvance PageCollector::ShowDownwards(const pdf::StringUse& string, Page
       const Point origin = line.Apply(-half, text.rise + y - kRise * text.size);
       AddGlyph(font.TextOf(code), style, origin, Length(text.size * line.c, text.size * line.d));
     }
-    y += -text.size + text.char_spacing + (font.IsWordSpace(code) ? text.word_spacing : 0);
+    y += -text.size + font.SpacingOf(code, text);
   }
   return {0, y};
 }

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "engines/pdfa/convert/contents/OperationPlace.h"
+#include "engines/support/fonts/LibraryMissing.h"
+#include "engines/support/pages/PageFont.h"
 #include "pdf/content/ContentWalker.h"
 #include "pdf/content/Operators.h"
 #include "pdf/tree/VisibleLayers.h"
@@ -59,9 +61,11 @@ class HiddenText {
     }
   }
 
-  void MoveOn(const pdf::TextState& text, double advance) {
-    const double unit = text.size * text.scale / kThousand;
-    back_ -= unit != 0 ? advance / unit : 0;
+  // advance: downwards in a font that is vertical, which is not scaled.
+  void MoveOn(const pdf::TextState& text, const pdf::TextAdvance& advance) {
+    const bool is_vertical = advance.y != 0;
+    const double unit = text.size * (is_vertical ? 1 : text.scale) / kThousand;
+    back_ -= unit != 0 ? (is_vertical ? advance.y : advance.x) / unit : 0;
   }
 
   std::string Text() const {
@@ -78,8 +82,8 @@ class HiddenText {
 
 class Remover : private pdf::ContentVisitor {
  public:
-  Remover(Conversion& conversion, const ContentSurvey& survey)
-      : conversion_(&conversion), survey_(&survey), layers_(conversion.document) {}
+  explicit Remover(Conversion& conversion)
+      : conversion_(&conversion), layers_(conversion.document), fonts_(conversion.document) {}
 
   void RemoveAll() {
     pdf::ContentWalker walker(conversion_->document, *this, OptionsFor(layers_));
@@ -99,6 +103,7 @@ class Remover : private pdf::ContentVisitor {
     ContentEdits edits;
     OperationPlace place{};                 // of the operation that runs
     std::optional<std::size_t> path_begin;  // of the path that is made
+    bool is_path_mixed = false;             // with other operators
     bool clips = false;                     // it also is a clip
     std::optional<HiddenText> hidden_text;  // that the operation shows
   };
@@ -114,6 +119,7 @@ class Remover : private pdf::ContentVisitor {
   }
 
   void LeaveContent(const pdf::ContentEntry& entry) override {
+    fonts_.ForgetInPlace();
     if (contents_.empty() || contents_.back().number != entry.number) {
       return;
     }
@@ -139,22 +145,29 @@ class Remover : private pdf::ContentVisitor {
       content.path_begin = content.path_begin.value_or(content.place.begin);
     } else if (group == OperatorGroup::kClip) {
       content.clips = true;
-    } else if (content.hidden_marks > 0) {
-      Hide(content, operation, group);
+    } else {
+      content.is_path_mixed |= content.path_begin && group != OperatorGroup::kPaint;
+      if (content.hidden_marks > 0) {
+        Hide(content, operation, group);
+      }
     }
     if (group == OperatorGroup::kPaint) {
       content.path_begin.reset();
+      content.is_path_mixed = false;
       content.clips = false;
     }
   }
 
+  // A path goes with what paints it, but for one that clips, and for one within which something is
+  // set, or marked: only what paints it goes then.
   static void Hide(Content& content, const pdf::Operation& operation, OperatorGroup group) {
     const OperationPlace place = content.place;
     switch (group) {
       case OperatorGroup::kPaint:
-        return content.clips ? content.edits.Replace(place.begin, place.end, "n")
-                             : content.edits.Replace(content.path_begin.value_or(place.begin),
-                                                     place.end, "\n");
+        return content.clips || content.is_path_mixed
+                   ? content.edits.Replace(place.begin, place.end, "n")
+                   : content.edits.Replace(content.path_begin.value_or(place.begin), place.end,
+                                           "\n");
       case OperatorGroup::kObject:
       case OperatorGroup::kInlineImage:
       case OperatorGroup::kShading:
@@ -210,40 +223,33 @@ class Remover : private pdf::ContentVisitor {
     return std::nullopt;
   }
 
-  double AdvanceOf(const pdf::StringUse& string) {
+  pdf::TextAdvance AdvanceOf(const pdf::StringUse& string) {
     const pdf::TextState& text = string.state.text;
-    const auto use = survey_->fonts().find(text.font.AsReference().number);
-    split_.clear();
-    const bool is_known = use != survey_->fonts().end() && use->second.font->codes() != nullptr &&
-                          use->second.font->codes()->Split(string.bytes, split_);
-    if (!is_known) {
-      split_.assign(string.bytes.size(), 0);
+    try {
+      if (PageFont* font = fonts_.Find(text.font)) {
+        return font->AdvanceOf(string.bytes, text);
+      }
+    } catch (const fonts::LibraryMissing&) {
+      // What cannot be measured is guessed.
     }
-    double advance = 0;
-    for (const std::uint32_t code : split_) {
-      const double width =
-          is_known ? use->second.WidthOf(code).value_or(kUnknownWidth) : kUnknownWidth;
-      advance +=
-          width / kThousand * text.size + text.char_spacing + (code == ' ' ? text.word_spacing : 0);
-    }
-    return advance * text.scale;
+    const double width = kUnknownWidth / kThousand * text.size + text.char_spacing;
+    return {static_cast<double>(string.bytes.size()) * width * text.scale, 0};
   }
 
   Conversion* conversion_;
-  const ContentSurvey* survey_;
   pdf::VisibleLayers layers_;
-  std::vector<Content> contents_;     // that run, each used by the one before
-  std::set<std::uint32_t> entered_;   // numbers of contents
-  std::vector<std::uint32_t> split_;  // codes of a string
-  std::size_t edited_ = 0;            // contents
+  PageFonts fonts_;
+  std::vector<Content> contents_;    // that run, each used by the one before
+  std::set<std::uint32_t> entered_;  // numbers of contents
+  std::size_t edited_ = 0;           // contents
 };
 
 }  // namespace
 
-void RemoveHiddenContent(Conversion& conversion, const ContentSurvey& survey) {
+void RemoveHiddenContent(Conversion& conversion) {
   Arena arena;
   if (conversion.is_part1() && conversion.document.Catalog(arena).Has("OCProperties")) {
-    Remover(conversion, survey).RemoveAll();
+    Remover(conversion).RemoveAll();
   }
 }
 

@@ -4,14 +4,13 @@
 #define TARNIX_ENGINES_PDFA_CONVERT_STRUCTURE_HIDDENCONTENT_H_
 
 #include "engines/pdfa/convert/Conversion.h"
-#include "engines/pdfa/convert/survey/ContentSurvey.h"
 
 namespace TarnixTools::engines::pdfa {
 
 // Takes out of pages, forms and patterns what paints it; what else is said there stays in force.
 // Contents are edited, and written by WriteEditedContents. Does nothing for other parts. Throws
 // pdf::Error for a document that cannot be read any more.
-void RemoveHiddenContent(Conversion& conversion, const ContentSurvey& survey);
+void RemoveHiddenContent(Conversion& conversion);
 
 }  // namespace TarnixTools::engines::pdfa
 
