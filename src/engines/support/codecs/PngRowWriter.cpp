@@ -7,6 +7,8 @@
 
 #include <zlib.h>
 
+#include "engines/support/codecs/PngChunks.h"
+
 namespace TarnixTools::engines {
 
 namespace {
@@ -17,12 +19,6 @@ constexpr double kInchesPerMetre = 1 / 0.0254;
 
 // Types of filters (clause 9).
 constexpr std::uint8_t kUp = 2;
-
-void AppendNumber(std::string& out, std::uint32_t value) {
-  for (int shift = 24; shift >= 0; shift -= 8) {
-    out += static_cast<char>(value >> shift & 0xFF);
-  }
-}
 
 }  // namespace
 
@@ -48,19 +44,16 @@ PngRowWriter::PngRowWriter(pdf::ByteSink& sink, const PngSettings& settings)
       filtered_(before_.size() + 1),
       packed_(kPackedBytes),
       deflater_(std::make_unique<Deflater>()) {
-  sink_->Write({"\x89PNG\r\n\x1A\n", 8});
-  std::string header;
-  AppendNumber(header, settings.width);
-  AppendNumber(header, settings.height);
-  header += '\x08';
-  header += settings.is_gray ? '\x00' : '\x02';
-  header.append(3, '\0');
-  WriteChunk("IHDR", header);
+  std::string start(kPngSignature);
+  AppendPngHeader(start, {.width = settings.width,
+                          .height = settings.height,
+                          .color_type = settings.is_gray ? '\x00' : '\x02'});
+  sink_->Write(start);
   if (settings.dpi > 0) {
     const auto density = static_cast<std::uint32_t>(std::lround(settings.dpi * kInchesPerMetre));
     std::string size;
-    AppendNumber(size, density);
-    AppendNumber(size, density);
+    AppendPngNumber(size, density);
+    AppendPngNumber(size, density);
     WriteChunk("pHYs", size + '\x01');
   }
   deflater_->stream.next_out = reinterpret_cast<Bytef*>(packed_.data());
@@ -103,12 +96,7 @@ void PngRowWriter::Finish() {
 // type: four letters.
 void PngRowWriter::WriteChunk(const char* type, std::string_view data) {
   std::string chunk;
-  AppendNumber(chunk, static_cast<std::uint32_t>(data.size()));
-  chunk += type;
-  chunk += data;
-  const auto* start = reinterpret_cast<const Bytef*>(chunk.data()) + 4;
-  AppendNumber(chunk,
-               static_cast<std::uint32_t>(crc32(0, start, static_cast<uInt>(chunk.size() - 4))));
+  AppendPngChunk(chunk, type, data);
   sink_->Write(chunk);
 }
 

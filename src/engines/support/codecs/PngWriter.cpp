@@ -7,6 +7,7 @@
 
 #include <libdeflate.h>
 
+#include "engines/support/codecs/PngChunks.h"
 #include "engines/support/codecs/PngFilters.h"
 
 namespace TarnixTools::engines {
@@ -22,21 +23,6 @@ struct CompressorFreer {
     libdeflate_free_compressor(compressor);
   }
 };
-
-void AppendNumber(std::string& out, std::uint32_t value) {
-  for (int shift = 24; shift >= 0; shift -= 8) {
-    out += static_cast<char>(value >> shift & 0xFF);
-  }
-}
-
-// type: four letters.
-void AppendChunk(std::string& out, std::string_view type, std::string_view data) {
-  AppendNumber(out, static_cast<std::uint32_t>(data.size()));
-  const std::size_t start = out.size();
-  out += type;
-  out += data;
-  AppendNumber(out, libdeflate_crc32(0, out.data() + start, out.size() - start));
-}
 
 // Color types by the number of channels (table 9).
 char ColorTypeOf(int channels) {
@@ -59,17 +45,13 @@ std::string Packed(const Plane& filtered) {
 }  // namespace
 
 std::string EncodePng(Plane&& samples) {
-  std::string header;
-  AppendNumber(header, samples.width());
-  AppendNumber(header, samples.height());
-  header += '\x08';
-  header += ColorTypeOf(samples.channels());
-  header.append(3, '\0');
   Filter(samples, samples.size() <= kMaxTriedBytes ? RowFilter::kBest : RowFilter::kUp);
-  std::string file("\x89PNG\r\n\x1A\n", 8);
-  AppendChunk(file, "IHDR", header);
-  AppendChunk(file, "IDAT", Packed(samples));
-  AppendChunk(file, "IEND", {});
+  std::string file(kPngSignature);
+  AppendPngHeader(file, {.width = samples.width(),
+                         .height = samples.height(),
+                         .color_type = ColorTypeOf(samples.channels())});
+  AppendPngChunk(file, "IDAT", Packed(samples));
+  AppendPngChunk(file, "IEND", {});
   return file;
 }
 

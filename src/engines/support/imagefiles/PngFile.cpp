@@ -10,6 +10,7 @@
 
 #include "engines/support/codecs/CodecLimits.h"
 #include "engines/support/codecs/Exif.h"
+#include "engines/support/codecs/PngChunks.h"
 #include "engines/support/codecs/PngFilters.h"
 #include "engines/support/imagefiles/ImageFileLimits.h"
 #include "engines/support/images/RasterEncoder.h"
@@ -94,7 +95,7 @@ void PutPassRow(const unsigned char* from, std::uint32_t width, const Pass& pass
 }  // namespace
 
 bool PngFile::Recognises(ByteReader& reader) {
-  return reader.View(0, 8) == std::string_view("\x89PNG\r\n\x1A\n", 8);
+  return reader.View(0, kPngSignature.size()) == kPngSignature;
 }
 
 PngFile::PngFile(pdf::ByteSource& source) : reader_(source) {
@@ -107,7 +108,7 @@ PngFile::PngFile(pdf::ByteSource& source) : reader_(source) {
 }
 
 void PngFile::ReadChunks() {
-  std::uint64_t place = 8;
+  std::uint64_t place = kPngSignature.size();
   for (std::size_t parts = 0; parts < limits::kMaxParts && reader_.Has(place, 8); ++parts) {
     const std::uint64_t length = reader_.Number32(place);
     const std::uint32_t type = reader_.Number32(place + 4);
