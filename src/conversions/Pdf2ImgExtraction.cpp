@@ -9,6 +9,7 @@
 #include "document/ParserHandles.h"
 #include "engines/parser/Parser.h"
 #include "foundation/JobWatch.h"
+#include "foundation/PageNumber.h"
 #include "foundation/Platform.h"
 #include "foundation/Utf8.h"
 
@@ -40,10 +41,7 @@ std::string WithExtension(const std::string& path, const char* extension) {
 }
 
 std::string ImageName(int number) {
-  const std::string digits = std::to_string(number);
-  const std::size_t missing =
-      digits.size() < kImageNumberDigits ? kImageNumberDigits - digits.size() : 0;
-  return "img" + std::string(missing, '0') + digits + ".jpg";
+  return "img" + PaddedNumber(number, kImageNumberDigits) + ".jpg";
 }
 
 // Where the troubles of a document go.

@@ -4,6 +4,7 @@
 
 #include "PdfCommonUtils.h"
 #include "PdfException.h"
+#include "foundation/PageNumber.h"
 
 namespace TarnixTools {
 
@@ -101,10 +102,8 @@ void Pdf2ImgTask::SetDefaults() {
 // The path that the pattern gives.
 std::string Pdf2ImgTask::PatternName(const std::string& doc_name, int number) const {
   constexpr std::size_t kDigits = 4;
-  const std::string digits = std::to_string(number);
-  return output_path_ + PdfCommonUtils::FormName(
-                            name_pattern_, doc_name,
-                            std::string(kDigits - std::min(kDigits, digits.size()), '0') + digits);
+  return output_path_ +
+         PdfCommonUtils::FormName(name_pattern_, doc_name, PaddedNumber(number, kDigits));
 }
 
 bool Pdf2ImgTask::IsPageExported(int page_number) const {

@@ -10,6 +10,7 @@
 #include "document/ToolboxHandles.h"
 #include "engines/toolbox/Toolbox.h"
 #include "foundation/JobWatch.h"
+#include "foundation/PageNumber.h"
 #include "foundation/Protection.h"
 
 namespace TarnixTools {
@@ -40,11 +41,6 @@ void RequirePage(int number, int count, const std::string& name) {
                        "Invalid page [%d] for PDF [%s] ([%d] pages available)", number,
                        name.c_str(), count);
   }
-}
-
-std::string PartLabel(int number, std::size_t width) {
-  const std::string digits = std::to_string(number);
-  return std::string(width - std::min(width, digits.size()), '0') + digits;
 }
 
 }  // namespace
@@ -157,7 +153,7 @@ void PdfDoc::Split(int size, const std::string& output_dir, const std::string& /
   JobSteps steps((count - 1) / size + 1);
   int number = 1;
   for (int first = 0; first < count; first += std::min(size, count - first)) {
-    WritePiece(output_dir + PieceName(PartLabel(number, width)), password, first,
+    WritePiece(output_dir + PieceName(PaddedNumber(number, width)), password, first,
                first + std::min(size, count - first));
     ++number;
     steps.Done();
