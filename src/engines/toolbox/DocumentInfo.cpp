@@ -1,7 +1,6 @@
 #include "engines/toolbox/DocumentInfo.h"
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 #include <unordered_set>
 
@@ -12,16 +11,9 @@ namespace TarnixTools::engines::toolbox {
 
 namespace {
 
-struct Field {
-  const char* key;
-  std::optional<std::string> DocumentInfo::*value;
-};
-
-constexpr Field kFields[] = {
-    {"Author", &DocumentInfo::author},   {"Keywords", &DocumentInfo::keywords},
-    {"Creator", &DocumentInfo::creator}, {"Producer", &DocumentInfo::producer},
-    {"Title", &DocumentInfo::title},     {"Subject", &DocumentInfo::subject},
-};
+std::string_view KeyOf(const DocumentInfoField& field) {
+  return XmpMirrorOf(field.field).key;
+}
 
 }  // namespace
 
@@ -29,8 +21,8 @@ DocumentInfo ReadDocumentInfo(pdf::Document& document) {
   DocumentInfo info;
   pdf::Arena arena;
   const pdf::Object dictionary = document.Resolve(document.trailer().Get("Info"), arena);
-  for (const Field& field : kFields) {
-    const pdf::Object value = document.Resolve(dictionary.Get(field.key), arena);
+  for (const DocumentInfoField& field : kDocumentInfoFields) {
+    const pdf::Object value = document.Resolve(dictionary.Get(KeyOf(field)), arena);
     if (!value.IsNull()) {
       info.*field.value = pdf::TextStringToUtf8(value.Text());
     }
@@ -58,17 +50,18 @@ std::uint32_t WriteDocumentInfo(pdf::FileWriter& writer, const DocumentInfo& inf
                                 const DocumentInfo& before, std::span<const InfoEntry> entries) {
   std::string text;
   for (const InfoEntry& entry : entries) {
-    const auto field = std::find_if(std::begin(kFields), std::end(kFields),
-                                    [&](const Field& f) { return entry.key == f.key; });
-    if (field == std::end(kFields) || info.*field->value == before.*field->value) {
+    const auto* const field =
+        std::find_if(kDocumentInfoFields.begin(), kDocumentInfoFields.end(),
+                     [&](const DocumentInfoField& other) { return entry.key == KeyOf(other); });
+    if (field == kDocumentInfoFields.end() || info.*field->value == before.*field->value) {
       pdf::AppendName(text, entry.key);
       pdf::AppendToken(text, entry.value);
     }
   }
-  for (const Field& field : kFields) {
+  for (const DocumentInfoField& field : kDocumentInfoFields) {
     const auto& value = info.*field.value;
     if (value && value != before.*field.value) {
-      pdf::AppendName(text, field.key);
+      pdf::AppendName(text, KeyOf(field));
       pdf::AppendString(text, pdf::Utf8ToTextString(*value), false);
     }
   }

@@ -2,12 +2,14 @@
 #ifndef TARNIX_ENGINES_TOOLBOX_DOCUMENTINFO_H_
 #define TARNIX_ENGINES_TOOLBOX_DOCUMENTINFO_H_
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "engines/support/metadata/XmpInfo.h"
 #include "pdf/file/Document.h"
 #include "pdf/write/FileWriter.h"
 
@@ -24,6 +26,21 @@ struct DocumentInfo {
   std::optional<std::string> title;
   std::optional<std::string> subject;
 };
+
+// Where a field of the information is here.
+struct DocumentInfoField {
+  XmpInfoField field;
+  std::optional<std::string> DocumentInfo::*value;
+};
+
+inline constexpr std::array<DocumentInfoField, 6> kDocumentInfoFields = {{
+    {XmpInfoField::kAuthor, &DocumentInfo::author},
+    {XmpInfoField::kKeywords, &DocumentInfo::keywords},
+    {XmpInfoField::kCreator, &DocumentInfo::creator},
+    {XmpInfoField::kProducer, &DocumentInfo::producer},
+    {XmpInfoField::kTitle, &DocumentInfo::title},
+    {XmpInfoField::kSubject, &DocumentInfo::subject},
+}};
 
 // An entry of the dictionary, its value as PDF text.
 struct InfoEntry {

@@ -41,6 +41,10 @@ struct XmpMirror {
 
 extern const std::array<XmpMirror, kXmpInfoFieldCount> kXmpMirrors;
 
+inline const XmpMirror& XmpMirrorOf(XmpInfoField field) {
+  return kXmpMirrors[static_cast<std::size_t>(field)];
+}
+
 // By XmpInfoField, in UTF-8, without NULs at the end; dates as the information has them. Nothing for
 // an entry that is not there or no string.
 using XmpInfoValues = std::array<std::optional<std::string>, kXmpInfoFieldCount>;

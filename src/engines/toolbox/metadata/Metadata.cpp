@@ -1,7 +1,5 @@
 #include "engines/toolbox/metadata/Metadata.h"
 
-#include <array>
-#include <span>
 #include <string_view>
 #include <utility>
 
@@ -20,36 +18,13 @@ using pdf::Object;
 
 namespace {
 
-// The property that says what an entry of the information says.
-struct Mirror {
-  std::optional<std::string> DocumentInfo::*value;
-  std::string_view name_space;
-  std::string_view name;
-  std::string_view prefix;
-  XmpInfoField field;
-};
-
-constexpr std::array<Mirror, 6> kMirrors = {{
-    {&DocumentInfo::author, "http://purl.org/dc/elements/1.1/", "creator", "dc",
-     XmpInfoField::kAuthor},
-    {&DocumentInfo::keywords, "http://ns.adobe.com/pdf/1.3/", "Keywords", "pdf",
-     XmpInfoField::kKeywords},
-    {&DocumentInfo::creator, "http://ns.adobe.com/xap/1.0/", "CreatorTool", "xmp",
-     XmpInfoField::kCreator},
-    {&DocumentInfo::producer, "http://ns.adobe.com/pdf/1.3/", "Producer", "pdf",
-     XmpInfoField::kProducer},
-    {&DocumentInfo::title, "http://purl.org/dc/elements/1.1/", "title", "dc", XmpInfoField::kTitle},
-    {&DocumentInfo::subject, "http://purl.org/dc/elements/1.1/", "description", "dc",
-     XmpInfoField::kSubject},
-}};
-
-std::string ValueFor(const Mirror& mirror, const std::optional<std::string>& value) {
-  std::string text = value ? XmlText(*value) : std::string();
-  if (!text.empty() && mirror.value == &DocumentInfo::author) {
+// As XML of the property's type.
+std::string ValueFor(const XmpMirror& mirror, const std::optional<std::string>& value) {
+  const std::string text = value ? XmlText(*value) : std::string();
+  if (!text.empty() && mirror.type.starts_with("seq")) {
     return "<rdf:Seq><rdf:li>" + text + "</rdf:li></rdf:Seq>";
   }
-  if (!text.empty() &&
-      (mirror.value == &DocumentInfo::title || mirror.value == &DocumentInfo::subject)) {
+  if (!text.empty() && mirror.type == "lang alt") {
     return "<rdf:Alt><rdf:li xml:lang=\"x-default\">" + text + "</rdf:li></rdf:Alt>";
   }
   return text;
@@ -146,10 +121,11 @@ std::string TargetMetadata::KeptPacket(const DocumentInfo& info) const {
     return {};
   }
   std::vector<XmpChange> changes;
-  for (const Mirror& mirror : kMirrors) {
-    if (info.*mirror.value != kept_->info.*mirror.value) {
+  for (const DocumentInfoField& field : kDocumentInfoFields) {
+    const XmpMirror& mirror = XmpMirrorOf(field.field);
+    if (info.*field.value != kept_->info.*field.value) {
       changes.push_back(
-          {mirror.name_space, mirror.name, mirror.prefix, ValueFor(mirror, info.*mirror.value)});
+          {mirror.name_space, mirror.name, mirror.prefix, ValueFor(mirror, info.*field.value)});
     }
   }
   const std::optional<EditedXmp> edited = EditXmp(kept_->packet, changes);
@@ -163,8 +139,8 @@ std::string TargetMetadata::ClaimingPacket(const PdfALevel& level, const Documen
     return kept_->claiming;
   }
   XmpInfoValues values = kept_ != nullptr ? kept_->values : XmpInfoValues();
-  for (const Mirror& mirror : kMirrors) {
-    values[static_cast<std::size_t>(mirror.field)] = info.*mirror.value;
+  for (const DocumentInfoField& field : kDocumentInfoFields) {
+    values[static_cast<std::size_t>(field.field)] = info.*field.value;
   }
   PdfAPacket packet =
       MakePdfAPacket(kept_ != nullptr ? ReadXmp(kept_->packet) : XmpTree(), level, values);
