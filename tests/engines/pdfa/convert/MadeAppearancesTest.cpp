@@ -26,6 +26,11 @@ class MadeAppearancesTest : public ConversionTest {
     return Run(file, level, &MendAnnotations);
   }
 
+  // What was written, with streams that can be read.
+  std::string Unpacked() const {
+    return testing::RunProgram({"qpdf", "--qdf", Path("out.pdf"), "-"}).output;
+  }
+
   // Around all that is red.
   std::optional<testing::Box> RedOf(const std::string& entries) {
     Convert(entries + kRed);
@@ -93,6 +98,42 @@ TEST_F(MadeAppearancesTest, ShowWhatIsChosen) {
   const auto list = RedOf("/Subtype/Widget/FT/Ch/V(y)" + options);
   ASSERT_TRUE(list);
   EXPECT_NEAR((list->right - list->left), 4 * 0.722 * 12, 3);
+}
+
+TEST_F(MadeAppearancesTest, ShowAllThatIsChosenInAList) {
+  Convert("/Subtype/Widget/FT/Ch/V[(x)(z)]/TI 1/Opt[(a)(x)(y)[(z)(Z)]]/DA(/Helv 6 Tf 0 g)");
+  const std::string content = Unpacked();
+  const auto count = [&](const std::string& what) {
+    std::size_t found = 0;
+    for (std::size_t at = content.find(what); at != std::string::npos;
+         at = content.find(what, at + 1)) {
+      ++found;
+    }
+    return found;
+  };
+  EXPECT_EQ(count(" Tj"), 3U);
+  EXPECT_EQ(count("re f"), 2U);
+}
+
+// Those behind so many are not looked at: the value stands for itself.
+TEST_F(MadeAppearancesTest, LookAtSoManyOptionsOnly) {
+  std::string options = "/Opt[";
+  for (int i = 0; i < 20'000; ++i) {
+    options += "[(" + std::to_string(i) + ")(HHHH)]";
+  }
+  options += "[(HH)(HHHHHH)]]";
+  const auto last = RedOf("/Subtype/Widget/FT/Ch/Ff 131072/V(HH)" + options);
+  ASSERT_TRUE(last);
+  EXPECT_NEAR(last->right - last->left, 2 * 0.722 * 12, 3);
+  const auto early = RedOf("/Subtype/Widget/FT/Ch/Ff 131072/V(77)" + options);
+  ASSERT_TRUE(early);
+  EXPECT_NEAR(early->right - early->left, 4 * 0.722 * 12, 3);
+}
+
+TEST_F(MadeAppearancesTest, DrawBordersOfFreeTextInTheColorOfItsText) {
+  Convert("/Subtype/FreeText/Contents(H)/BS<</W 2>>/DA(/Helv 12 Tf 0 1 1 0 k)");
+  EXPECT_THAT(Unpacked(), ::testing::HasSubstr("1 0 0 RG\n"));
+  EXPECT_THAT(Unpacked(), ::testing::HasSubstr("1 0 0 rg\n"));
 }
 
 TEST_F(MadeAppearancesTest, ShowTheStateOfButtons) {

@@ -84,17 +84,8 @@ class Sign {
   std::string content_;
 };
 
-// The same colour for fills and for strokes.
-std::string BothColors(const std::string& fill) {
-  std::string stroke = fill;
-  for (char& letter : stroke) {
-    letter = letter == 'g' ? 'G' : letter == 'r' ? 'R' : letter;
-  }
-  return fill + stroke;
-}
-
-std::string SignOf(char character, const FieldBox& box, const std::string& color) {
-  Sign sign(box, BothColors(color));
+std::string SignOf(char character, const FieldBox& box, const std::vector<double>& color) {
+  Sign sign(box, ColorOperator(color, PaintUse::kFill) + ColorOperator(color, PaintUse::kStroke));
   switch (character) {
     case 'l':
       sign.Dot();

@@ -60,12 +60,7 @@ class Drawing {
 
   void Numbers(std::initializer_list<double> numbers, std::string_view name) {
     numbers_used_ += numbers.size();
-    for (const double number : numbers) {
-      pdf::AppendNumber(content_, number);
-      content_ += " ";
-    }
-    content_ += name;
-    content_ += "\n";
+    AppendOperation(content_, numbers, name);
   }
 
   // A shape: filled, stroked or both. False for neither.
@@ -128,12 +123,7 @@ class Drawing {
     pdf::AppendBox(dictionary, box_);
     dictionary += "/Resources<<";
     if (may_blend) {
-      dictionary += "/ExtGState<</G<<";
-      const double opacity = std::clamp(Get("CA").NumberOr(1), 0.0, 1.0);
-      for (const char* key : {"/CA ", "/ca "}) {
-        dictionary += key;
-        pdf::AppendNumber(dictionary, opacity);
-      }
+      dictionary += "/ExtGState<</G<<" + OpacityEntries(Get("CA").NumberOr(1));
       dictionary += multiplies ? "/BM/Multiply>>>>" : ">>>>";
     }
     return {dictionary + ">>>>", (may_blend ? "/G gs\n" : "") + content_};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <utility>
 
 #include "pdf/content/ContentReader.h"
@@ -23,10 +24,9 @@ constexpr std::size_t kMostComponents = 4;
 
 std::vector<double> NumbersOf(const Object& array) {
   std::vector<double> numbers;
-  for (const Object& item : array.Items()) {
-    if (numbers.size() <= kMostComponents) {
-      numbers.push_back(item.NumberOr(0));
-    }
+  const std::span<const Object> items = array.Items();
+  for (const Object& item : items.first(std::min(items.size(), kMostComponents + 1))) {
+    numbers.push_back(item.NumberOr(0));
   }
   return numbers;
 }
@@ -48,16 +48,6 @@ std::string DashOf(FieldEntries& entries) {
 
 }  // namespace
 
-void AppendOperation(std::string& out, std::initializer_list<double> operands,
-                     std::string_view name) {
-  for (const double operand : operands) {
-    pdf::AppendNumber(out, operand);
-    out += " ";
-  }
-  out += name;
-  out += "\n";
-}
-
 std::string CirclePath(const pdf::Box& box) {
   const double x = (box.left + box.right) / 2;
   const double y = (box.bottom + box.top) / 2;
@@ -74,7 +64,7 @@ std::string CirclePath(const pdf::Box& box) {
 
 FieldStyle ReadStyle(FieldEntries& entries) {
   const std::string text(entries.OfForm("DA").Text());
-  FieldStyle style{.font = "Helvetica", .color = "0 g\n"};
+  FieldStyle style{.font = "Helvetica", .color = {0}};
   pdf::ContentReader reader(text);
   pdf::Operation operation;
   pdf::Arena arena;
@@ -91,7 +81,7 @@ FieldStyle ReadStyle(FieldEntries& entries) {
                                                                           : 0;
     std::vector<double> numbers(components);
     if (components > 0 && pdf::LastNumbers(operation, numbers)) {
-      style.color = ColorOperator(std::move(numbers), PaintUse::kFill);
+      style.color = std::move(numbers);
     }
   }
   return style;
@@ -124,11 +114,9 @@ FieldBox FieldBox::OfFreeText(FieldEntries& entries) {
   box.height_ = rectangle.height();
   box.ground_ = ColorOperator(NumbersOf(entries.Own("C")), PaintUse::kFill);
   box.border_ = BorderWidth(entries, 1);
-  std::string frame = ReadStyle(entries).color;
-  for (char& letter : frame) {
-    letter = letter == 'g' ? 'G' : letter == 'r' ? 'R' : letter;
-  }
-  box.frame_ = box.border_ > 0 ? frame + DashOf(entries) : "";
+  box.frame_ = box.border_ > 0
+                   ? ColorOperator(ReadStyle(entries).color, PaintUse::kStroke) + DashOf(entries)
+                   : "";
   return box;
 }
 

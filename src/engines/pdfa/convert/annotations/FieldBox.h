@@ -15,9 +15,9 @@ namespace TarnixTools::engines::pdfa {
 
 // How text is written, by a default appearance string (12.7.4.3).
 struct FieldStyle {
-  std::string font;   // as /BaseFont has it
-  double size = 0;    // 0 for what fits
-  std::string color;  // the operator
+  std::string font;           // as /BaseFont has it
+  double size = 0;            // 0 for what fits
+  std::vector<double> color;  // components, as ColorOperator takes them
 };
 
 class FieldBox {
@@ -56,10 +56,6 @@ FieldStyle ReadStyle(FieldEntries& entries);
 
 // The path of a circle, or of an ellipse, in the box.
 std::string CirclePath(const pdf::Box& box);
-
-// Operands and the operator.
-void AppendOperation(std::string& out, std::initializer_list<double> operands,
-                     std::string_view name);
 
 }  // namespace TarnixTools::engines::pdfa
 

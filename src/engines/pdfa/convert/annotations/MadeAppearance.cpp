@@ -17,6 +17,24 @@ MadeAppearance EmptyAppearance(const Object& annotation, pdf::Document& document
   return {text + ">>", " "};
 }
 
+void AppendOperation(std::string& out, std::span<const double> operands, std::string_view name) {
+  for (const double operand : operands) {
+    pdf::AppendNumber(out, operand);
+    out += " ";
+  }
+  out += name;
+  out += "\n";
+}
+
+std::string OpacityEntries(double opacity) {
+  std::string entries;
+  for (const char* key : {"/CA ", "/ca "}) {
+    entries += key;
+    pdf::AppendNumber(entries, std::clamp(opacity, 0.0, 1.0));
+  }
+  return entries;
+}
+
 std::string ColorOperator(std::vector<double> components, PaintUse use) {
   if (components.size() == 4) {
     const double white = 1 - components[3];
@@ -26,14 +44,14 @@ std::string ColorOperator(std::vector<double> components, PaintUse use) {
   if (components.size() != 1 && components.size() != 3) {
     return {};
   }
-  std::string text;
-  for (const double component : components) {
-    pdf::AppendNumber(text, std::clamp(component, 0.0, 1.0));
-    text += " ";
+  for (double& component : components) {
+    component = std::clamp(component, 0.0, 1.0);
   }
   const bool is_gray = components.size() == 1;
-  return text +
-         (use == PaintUse::kStroke ? (is_gray ? "G\n" : "RG\n") : (is_gray ? "g\n" : "rg\n"));
+  std::string text;
+  AppendOperation(text, components,
+                  use == PaintUse::kStroke ? (is_gray ? "G" : "RG") : (is_gray ? "g" : "rg"));
+  return text;
 }
 
 }  // namespace TarnixTools::engines::pdfa

@@ -2,7 +2,10 @@
 #ifndef TARNIX_ENGINES_PDFA_CONVERT_ANNOTATIONS_MADEAPPEARANCE_H_
 #define TARNIX_ENGINES_PDFA_CONVERT_ANNOTATIONS_MADEAPPEARANCE_H_
 
+#include <initializer_list>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "pdf/file/Document.h"
@@ -19,6 +22,17 @@ struct MadeAppearance {
 
 // As large as the annotation.
 MadeAppearance EmptyAppearance(const pdf::Object& annotation, pdf::Document& document);
+
+// Operands and the operator, on a line.
+void AppendOperation(std::string& out, std::span<const double> operands, std::string_view name);
+
+inline void AppendOperation(std::string& out, std::initializer_list<double> operands,
+                            std::string_view name) {
+  AppendOperation(out, std::span(operands.begin(), operands.size()), name);
+}
+
+// Entries of a graphics state by which all is painted with the opacity, from 0 to 1.
+std::string OpacityEntries(double opacity);
 
 enum class PaintUse { kFill, kStroke };
 

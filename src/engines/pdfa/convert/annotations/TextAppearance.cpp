@@ -1,6 +1,8 @@
 #include "engines/pdfa/convert/annotations/TextAppearance.h"
 
 #include <algorithm>
+#include <set>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -9,7 +11,6 @@
 #include "engines/pdfa/convert/annotations/FieldEntries.h"
 #include "engines/pdfa/convert/annotations/TextLines.h"
 #include "foundation/Utf8.h"
-#include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -22,8 +23,10 @@ constexpr double kLeading = 1.15;    // from baseline to baseline, in heights of
 // Sizes of text that is to fit.
 constexpr double kLeastSize = 4;
 constexpr double kUsualSize = 12;
-constexpr double kSizeOfHeight = 0.67;  // of a field with one line
-constexpr std::size_t kMostOptions = 1'000;
+constexpr double kSizeOfHeight = 0.67;                // of a field with one line
+constexpr std::size_t kMostOptions = 1'000;           // that are shown
+constexpr std::size_t kMostOptionsLookedAt = 10'000;  // for those that are chosen
+constexpr std::size_t kMostChosen = 1'000;
 constexpr std::size_t kMostCells = 1'000;  // of a comb
 // As programs mark what is chosen in a list.
 constexpr std::string_view kChosen = "0.6 0.75686 0.8549 rg\n";
@@ -83,7 +86,8 @@ class TextDrawing {
                       {box_.border(), box_.border(), box_.width() - 2 * box_.border(),
                        box_.height() - 2 * box_.border()},
                       "re W n");
-      content += ground_ + "BT\n" + style_.color + text_ + "ET\nQ\nEMC\n";
+      content +=
+          ground_ + "BT\n" + ColorOperator(style_.color, PaintUse::kFill) + text_ + "ET\nQ\nEMC\n";
     }
     return box_.Form(std::move(content), font_ != nullptr ? font_->number() : 0, state);
   }
@@ -236,39 +240,44 @@ std::string NameOfOption(FieldEntries& entries, const Object& option, std::strin
   return entries.Text(entries.Resolved(item.Items()[1]));
 }
 
-bool IsChosen(FieldEntries& entries, const Object& chosen, const std::string& value) {
-  if (!chosen.IsArray()) {
-    return chosen.IsString() && entries.Text(chosen) == value;
+std::set<std::string> ChosenOf(FieldEntries& entries, const Object& value) {
+  if (!value.IsArray()) {
+    return value.IsString() ? std::set<std::string>{entries.Text(value)} : std::set<std::string>();
   }
-  return std::any_of(chosen.Items().begin(), chosen.Items().end(), [&](const Object& item) {
-    return entries.Text(entries.Resolved(item)) == value;
-  });
+  std::set<std::string> chosen;
+  const std::span<const Object> items = value.Items();
+  for (const Object& item : items.first(std::min(items.size(), kMostChosen))) {
+    chosen.insert(entries.Text(entries.Resolved(item)));
+  }
+  return chosen;
 }
 
 FieldText TextOfChoice(FieldEntries& entries, std::size_t characters_left) {
-  const Object chosen = entries.Inherited("V");
+  const Object value = entries.Inherited("V");
+  const std::set<std::string> chosen = ChosenOf(entries, value);
   const bool is_combo = entries.HasFlag(FieldEntries::kCombo);
-  const Object options = entries.Inherited("Opt");
-  const auto first = static_cast<std::size_t>(
-      std::max<std::int64_t>(is_combo ? 0 : entries.Inherited("TI").IntegerOr(0), 0));
+  const std::int64_t first = is_combo ? 0 : entries.Inherited("TI").IntegerOr(0);
+  const Object choices = entries.Inherited("Opt");
+  std::span<const Object> options = choices.Items();
+  options = options.subspan(
+      std::min(options.size(), static_cast<std::size_t>(std::max<std::int64_t>(first, 0))));
   FieldText text{.lines = {}, .is_centered = is_combo, .chosen = {}};
-  std::size_t count = 0;
-  for (const Object& option : options.Items()) {
-    if (count++ < first || text.lines.size() == kMostOptions) {
-      continue;
-    }
-    std::string value;
-    const std::string name = NameOfOption(entries, option, &value);
-    const bool is_chosen = IsChosen(entries, chosen, value);
+  for (const Object& option : options.first(std::min(options.size(), kMostOptionsLookedAt))) {
+    std::string own_value;
+    const std::string name = NameOfOption(entries, option, &own_value);
+    const bool is_chosen = chosen.contains(own_value);
     if ((is_combo && !is_chosen) || name.size() > characters_left) {
       continue;
     }
     characters_left -= name.size();
     text.lines.push_back(LinesOf(Utf8ToUtf32(name)).front());
     text.chosen.push_back(is_chosen && !is_combo);
+    if (text.lines.size() == kMostOptions) {
+      break;
+    }
   }
-  if (text.lines.empty() && chosen.IsString()) {
-    return PlainText(Utf8ToUtf32(entries.Text(chosen)), false);
+  if (text.lines.empty() && value.IsString()) {
+    return PlainText(Utf8ToUtf32(entries.Text(value)), false);
   }
   return text;
 }
@@ -281,16 +290,8 @@ void Shorten(FieldText& text, std::size_t& characters_left) {
 }
 
 std::string OpacityOf(FieldEntries& entries) {
-  std::string state;
-  const double opacity = std::clamp(entries.Own("CA").NumberOr(1), 0.0, 1.0);
-  if (opacity < 1) {
-    for (const char* key : {"/CA ", "/ca "}) {
-      state += key;
-      pdf::AppendNumber(state, opacity);
-    }
-    state = "<<" + state + ">>";
-  }
-  return state;
+  const double opacity = entries.Own("CA").NumberOr(1);
+  return opacity < 1 ? "<<" + OpacityEntries(opacity) + ">>" : std::string();
 }
 
 FieldText TextOf(FieldEntries& entries, bool is_free, std::size_t characters_left) {
