@@ -1,31 +1,19 @@
-#include <cmath>
-#include <limits>
 #include <utility>
-#include <vector>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "engines/rasteriser/ErrorCodes.h"
-#include "engines/rasteriser/Rasteriser.h"
-#include "engines/support/pdfium/PdfiumSession.h"
-#include "foundation/Platform.h"
-#include "support/JpegImage.h"
+#include "engines/rasteriser/RasteriserFixture.h"
 #include "support/RawPdf.h"
 #include "support/Readers.h"
 #include "support/Surroundings.h"
-#include "support/TempDir.h"
 #include "support/TestImages.h"
 #include "support/TestJbig2.h"
 #include "support/TestJpx.h"
-#include "support/TestPdf.h"
 
 namespace TarnixTools::engines::rasteriser {
 namespace {
 
 using platform::WidePath;
 using ::testing::ElementsAre;
-using testing::Exists;
 using testing::JpegImage;
 using testing::RawPdf;
 using testing::ReadJpeg;
@@ -36,63 +24,7 @@ constexpr testing::Rgb kGreen = {0, 255, 0};
 constexpr testing::Rgb kBlue = {0, 0, 255};
 constexpr testing::Rgb kWhite = {255, 255, 255};
 
-class Rasteriser : public ::testing::Test {
- protected:
-  Rasteriser() : object_(Pdf2ImgCreateObject()) {}
-
-  ~Rasteriser() override { Pdf2ImgDestroyObject(object_); }
-
-  void SetUp() override {
-    const PdfiumLock pdfium;
-    if (!pdfium.is_available()) {
-      GTEST_SKIP() << "needs PDFium";
-    }
-  }
-
-  std::string Path(const std::string& name) const { return directory_.Path(name); }
-
-  bool Open(const std::string& path, const std::wstring& password = L"") {
-    return Pdf2ImgOpenW(object_, WidePath(path), password) != 0;
-  }
-
-  bool Open(const TestPdf& document) { return Open(document.Write(Path("in.pdf"))); }
-
-  // The image of one page; width 0 when there is none.
-  JpegImage Render(int page_number, const std::string& name = "page.jpg") {
-    EXPECT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path(name))), 1);
-    Pdf2ImgRenderPage(object_, page_number);
-    Pdf2ImgCloseImage(object_);
-    EXPECT_EQ(Pdf2ImgClose(object_), 1);
-    return ReadJpeg(Path(name));
-  }
-
-  JpegImage RenderOnly(const TestPdf& document) {
-    EXPECT_TRUE(Open(document));
-    return Render(1);
-  }
-
-  // Notes what is reported.
-  void Listen() {
-    Pdf2ImgSetReport(
-        object_,
-        [](void* handle, std::int32_t page, std::uint32_t code) {
-          static_cast<Rasteriser*>(handle)->reports_.emplace_back(page, code);
-        },
-        this);
-  }
-
-  std::uint32_t Error() const { return Pdf2ImgGetErrorCode(object_); }
-
-  testing::TempDir directory_;
-  TPdf2Img* object_;
-  std::vector<std::pair<int, std::uint32_t>> reports_;
-};
-
-TestPdf Painted(const std::string& content, double width = 144, double height = 72) {
-  TestPdf document;
-  document.Page().Size(width, height).Content(content);
-  return document;
-}
+class Rasteriser : public RasteriserFixture {};
 
 TEST_F(Rasteriser, DrawsAPageAtTheResolution) {
   ASSERT_TRUE(Open(Painted("1 0 0 rg 0 0 72 72 re f")));
@@ -120,29 +52,6 @@ TEST_F(Rasteriser, DoesNotSubsampleColorsAtTheBestQuality) {
   ASSERT_TRUE(Open(Path("in.pdf")));
   Pdf2ImgSetImageQuality(object_, 60);
   EXPECT_TRUE(Render(1).is_subsampled);
-}
-
-TEST_F(Rasteriser, RefusesValuesOutOfRange) {
-  for (const float dpi : {0.0F, -100.0F, 1e9F, std::numeric_limits<float>::infinity(),
-                          std::numeric_limits<float>::quiet_NaN()}) {
-    EXPECT_EQ(Pdf2ImgSetDPI(object_, dpi), 0) << dpi;
-    EXPECT_EQ(Error(), kPdf2ImgArgumentError);
-  }
-  EXPECT_EQ(Pdf2ImgSetImageQuality(object_, 0), 0);
-  EXPECT_EQ(Pdf2ImgSetImageQuality(object_, 101), 0);
-  EXPECT_EQ(Pdf2ImgSetCompression(object_, 2), 0);
-  EXPECT_EQ(Pdf2ImgSetCompression(object_, 3), 1);
-  EXPECT_EQ(Pdf2ImgSetBitmapDimensions(object_, 0, 10), 0);
-  EXPECT_EQ(Pdf2ImgSetPageSize(object_, 10, -1), 0);
-}
-
-TEST_F(Rasteriser, MakesNoImageAfterABadResolution) {
-  ASSERT_TRUE(Open(Painted("")));
-  Pdf2ImgSetDPI(object_, 0);
-  EXPECT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path("page.jpg"))), 0);
-  EXPECT_EQ(Error(), kPdf2ImgArgumentError);
-  Pdf2ImgSetDPI(object_, 72);
-  EXPECT_EQ(Render(1).width, 144);
 }
 
 TEST_F(Rasteriser, FitsThePageIntoAnImageOfGivenPixels) {
@@ -269,32 +178,6 @@ TEST_F(Rasteriser, GivesTheSameBytesEveryTime) {
   EXPECT_EQ(testing::ReadBytes(Path("a")), testing::ReadBytes(Path("b")));
 }
 
-TEST_F(Rasteriser, KnowsAMissingOrWrongPassword) {
-  TARNIX_NEED_PROGRAM("qpdf");
-  Painted("").Write(Path("plain.pdf"));
-  testing::EncryptWithQpdf(Path("plain.pdf"), Path("in.pdf"), "pw\xC3\xA9", "owner");
-  EXPECT_FALSE(Open(Path("in.pdf")));
-  EXPECT_EQ(Error(), 0x80410112U);
-  EXPECT_FALSE(Open(Path("in.pdf"), L"wrong"));
-  EXPECT_EQ(Error(), 0x80410112U);
-  EXPECT_EQ(Pdf2ImgGetPageCount(object_), -1);
-  EXPECT_TRUE(Open(Path("in.pdf"), L"pw\xE9"));
-  EXPECT_EQ(Render(1).width, 200);
-  EXPECT_TRUE(Open(Path("in.pdf"), L"owner"));
-  EXPECT_EQ(Render(1).width, 200);
-}
-
-TEST_F(Rasteriser, TellsFilesApartThatCannotBeOpened) {
-  EXPECT_FALSE(Open(Path("missing.pdf")));
-  EXPECT_EQ(Error(), kPdf2ImgFileError);
-  testing::WriteBytes(Path("text.pdf"), "no document");
-  EXPECT_FALSE(Open(Path("text.pdf")));
-  EXPECT_EQ(Error(), kPdf2ImgNotAPdfError);
-  testing::WriteBytes(Path("empty.pdf"), "");
-  EXPECT_FALSE(Open(Path("empty.pdf")));
-  EXPECT_EQ(Error(), kPdf2ImgNotAPdfError);
-}
-
 TEST_F(Rasteriser, DrawsWhatOnlyTheCoreCanRepair) {
   // Three kids, though the root claims one page, and the pages' parent is wrong.
   RawPdf file;
@@ -309,42 +192,6 @@ TEST_F(Rasteriser, DrawsWhatOnlyTheCoreCanRepair) {
   EXPECT_EQ(Pdf2ImgGetPageCount(object_), 3);
   Pdf2ImgSetDPI(object_, 72);
   EXPECT_TRUE(Render(3).IsNear(36, 36, kRed));
-}
-
-TEST_F(Rasteriser, OpensDocumentsWithoutPages) {
-  RawPdf file;
-  file.Object(1, "<</Type/Catalog/Pages 2 0 R>>").Object(2, "<</Type/Pages/Count 0/Kids[]>>");
-  testing::WriteBytes(Path("in.pdf"), file.Table());
-  ASSERT_TRUE(Open(Path("in.pdf")));
-  EXPECT_EQ(Pdf2ImgGetPageCount(object_), 0);
-}
-
-TEST_F(Rasteriser, ReportsPagesThatAreNotThere) {
-  ASSERT_TRUE(Open(Painted("")));
-  Listen();
-  for (const int page : {0, -1, 2, std::numeric_limits<int>::min()}) {
-    ASSERT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path("page.jpg"))), 1);
-    EXPECT_EQ(Pdf2ImgRenderPage(object_, page), 0);
-    EXPECT_EQ(Error(), kPdf2ImgPageError);
-    EXPECT_EQ(Pdf2ImgCloseImage(object_), 0);
-  }
-  EXPECT_EQ(reports_.size(), 4U);
-  EXPECT_EQ(reports_[2], std::pair(2, static_cast<std::uint32_t>(kPdf2ImgPageError)));
-  EXPECT_EQ(Pdf2ImgClose(object_), 1);
-  EXPECT_FALSE(Exists(Path("page.jpg")));
-}
-
-TEST_F(Rasteriser, RefusesImagesThatTheFormatCannotHold) {
-  ASSERT_TRUE(Open(Painted("", 14400, 14400)));
-  Listen();
-  Pdf2ImgSetDPI(object_, 10000);
-  EXPECT_EQ(Render(1).width, 0);
-  EXPECT_THAT(reports_,
-              ElementsAre(std::pair(1, static_cast<std::uint32_t>(kPdf2ImgImageSizeError))));
-  EXPECT_FALSE(Exists(Path("page.jpg")));
-  ASSERT_TRUE(Open(Path("in.pdf")));  // and goes on
-  Pdf2ImgSetDPI(object_, 2);
-  EXPECT_EQ(Render(1).width, 400);
 }
 
 TEST_F(Rasteriser, DrawsLargePagesInBandsThatFitTogether) {
@@ -506,68 +353,10 @@ TEST_F(Rasteriser, GivesTinyPagesAPixel) {
   EXPECT_EQ(image.height, 100);
 }
 
-TEST_F(Rasteriser, LeavesNoFileUnlessThePageIsDrawn) {
-  testing::WriteBytes(Path("old.jpg"), "old");
-  ASSERT_TRUE(Open(Painted("")));
-  ASSERT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path("old.jpg"))), 1);
-  EXPECT_EQ(Pdf2ImgCloseImage(object_), 0);
-  ASSERT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path("new.jpg"))), 1);
-  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 1);
-  EXPECT_EQ(Pdf2ImgClose(object_), 1);  // without CloseImage
-  EXPECT_EQ(testing::ReadBytes(Path("old.jpg")), "old");
-  EXPECT_THAT(directory_.Names(), ElementsAre("in.pdf", "old.jpg"));
-}
-
-TEST_F(Rasteriser, TellsWhenAnImageCannotBeCreated) {
-  ASSERT_TRUE(Open(Painted("")));
-  EXPECT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path("missing/page.jpg"))), 0);
-  EXPECT_EQ(Error(), kPdf2ImgCreateError);
-  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
-  EXPECT_EQ(Error(), kPdf2ImgArgumentError);
-}
-
-TEST_F(Rasteriser, TellsWhenAnImageCannotBeWritten) {
-  if (!Exists("/dev/full")) {
-    GTEST_SKIP() << "needs /dev/full";
-  }
-  ASSERT_TRUE(Open(Painted("")));
-  Listen();
-  ASSERT_EQ(Pdf2ImgCreateImageW(object_, WidePath("/dev/full")), 1);
-  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 1);
-  Pdf2ImgCloseImage(object_);
-  EXPECT_EQ(Pdf2ImgClose(object_), 0);
-  EXPECT_EQ(Error(), kPdf2ImgWriteError);
-  EXPECT_THAT(reports_, ElementsAre(std::pair(1, static_cast<std::uint32_t>(kPdf2ImgWriteError))));
-}
-
 TEST_F(Rasteriser, AcceptsPathsThatAreNoUtf8) {
   Painted("").Write(Path("\xE9.pdf"));
   ASSERT_TRUE(Open(Path("\xE9.pdf")));
   EXPECT_GT(Render(1, "\xFF\xE9.jpg").width, 0);
-}
-
-TEST_F(Rasteriser, FailsWithoutADocument) {
-  EXPECT_EQ(Pdf2ImgGetPageCount(object_), -1);
-  EXPECT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path("page.jpg"))), 0);
-  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
-  EXPECT_EQ(Pdf2ImgCloseImage(object_), 0);
-  EXPECT_EQ(Pdf2ImgClose(object_), 1);
-}
-
-TEST_F(Rasteriser, RefusesNullObjects) {
-  EXPECT_EQ(Pdf2ImgOpenW(nullptr, WidePath("a"), L""), 0);
-  EXPECT_EQ(Pdf2ImgGetPageCount(nullptr), -1);
-  EXPECT_EQ(Pdf2ImgSetDPI(nullptr, 72), 0);
-  EXPECT_EQ(Pdf2ImgSetImageQuality(nullptr, 90), 0);
-  EXPECT_EQ(Pdf2ImgSetCompression(nullptr, kPdf2ImgJpeg), 0);
-  EXPECT_EQ(Pdf2ImgSetBitmapDimensions(nullptr, 1, 1), 0);
-  EXPECT_EQ(Pdf2ImgSetPageSize(nullptr, 1, 1), 0);
-  EXPECT_EQ(Pdf2ImgSetFitPage(nullptr, 1), 0);
-  EXPECT_EQ(Pdf2ImgSetReport(nullptr, nullptr, nullptr), 0);
-  EXPECT_EQ(Pdf2ImgCreateImageW(nullptr, WidePath("a")), 0);
-  EXPECT_EQ(Pdf2ImgRenderPage(nullptr, 1), 0);
-  EXPECT_EQ(Pdf2ImgCloseImage(nullptr), 0);
-  EXPECT_EQ(Pdf2ImgGetErrorCode(nullptr), kPdf2ImgArgumentError);
 }
 
 TEST_F(Rasteriser, LeavesOutFormsThatDrawThemselves) {
