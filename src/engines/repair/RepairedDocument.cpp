@@ -10,6 +10,7 @@
 #include "engines/support/metadata/CarriedClaim.h"
 #include "engines/support/metadata/Signatures.h"
 #include "pdf/tree/PageGeometry.h"
+#include "pdf/write/EntryText.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::repair {
@@ -157,12 +158,7 @@ std::uint32_t RepairedDocument::AddSized(std::size_t index, pdf::DocumentRewrite
   const auto size =
       next_to_it < pages_->pages().size() ? box_of(pages_->pages()[next_to_it]) : std::nullopt;
   std::string text = "<<";
-  for (const pdf::DictionaryEntry& entry : page.direct.Entries()) {
-    if (entry.Key() != "MediaBox") {
-      pdf::AppendName(text, entry.Key());
-      pdf::AppendObject(text, entry.value);
-    }
-  }
+  pdf::AppendEntries(text, page.direct, {"MediaBox"});
   pdf::AppendName(text, "MediaBox");
   pdf::AppendBox(text, size.value_or(pdf::kDefaultMediaBox));
   return rewriter.Add(pdf::ObjectChange::Value(text + ">>"));

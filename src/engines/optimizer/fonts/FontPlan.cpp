@@ -1,6 +1,5 @@
 #include "engines/optimizer/fonts/FontPlan.h"
 
-#include <algorithm>
 #include <array>
 #include <map>
 #include <optional>
@@ -9,6 +8,7 @@
 #include <utility>
 
 #include "engines/optimizer/fonts/SamePrograms.h"
+#include "pdf/write/EntryText.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::optimizer {
@@ -127,12 +127,7 @@ std::string DictionaryFor(const Object& dictionary, const FontJob& job, const Cu
       "Length",  "Filter",  "DecodeParms", "DL",      "F",
       "FFilter", "Length1", "Length2",     "Length3", "FDecodeParms"};
   std::string text = "<<";
-  for (const pdf::DictionaryEntry& entry : dictionary.Entries()) {
-    if (std::find(kOfData.begin(), kOfData.end(), entry.Key()) == kOfData.end()) {
-      pdf::AppendName(text, entry.Key());
-      pdf::AppendObject(text, entry.value);
-    }
-  }
+  pdf::AppendEntries(text, dictionary, kOfData);
   const auto length = [&](std::string_view key, std::uint64_t bytes) {
     pdf::AppendName(text, key);
     pdf::AppendInteger(text, static_cast<std::int64_t>(bytes));

@@ -1,6 +1,5 @@
 #include "engines/optimizer/images/InlineImages.h"
 
-#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
@@ -19,7 +18,7 @@
 #include "pdf/Limits.h"
 #include "pdf/content/ContentReader.h"
 #include "pdf/syntax/Chars.h"
-#include "pdf/write/Serialize.h"
+#include "pdf/write/EntryText.h"
 
 namespace TarnixTools::engines::optimizer {
 
@@ -128,12 +127,7 @@ class InlineCoder {
 
   std::string TextOf(const CodedPicture& coded) const {
     std::string text;
-    for (const pdf::DictionaryEntry& entry : entries_.Entries()) {
-      if (std::find(kCodingKeys.begin(), kCodingKeys.end(), entry.Key()) == kCodingKeys.end()) {
-        pdf::AppendName(text, entry.Key());
-        pdf::AppendObject(text, entry.value);
-      }
-    }
+    pdf::AppendEntries(text, entries_, kCodingKeys);
     text += "/W " + std::to_string(coded.width) + "/H " + std::to_string(coded.height);
     text += "/BPC " + std::to_string(coded.bits);
     text += coded.filter.empty() ? "" : "/F/" + coded.filter;

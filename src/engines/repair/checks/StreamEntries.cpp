@@ -1,10 +1,9 @@
 #include "engines/repair/checks/StreamEntries.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 
-#include "pdf/write/Serialize.h"
+#include "pdf/write/EntryText.h"
 
 namespace TarnixTools::engines::repair {
 
@@ -16,12 +15,7 @@ constexpr std::array<std::string_view, 6> kDataKeys = {"Length", "Filter", "Deco
 }  // namespace
 
 void AppendEntriesWithoutData(std::string& text, const pdf::Object& dictionary) {
-  for (const pdf::DictionaryEntry& entry : dictionary.Entries()) {
-    if (std::ranges::find(kDataKeys, entry.Key()) == kDataKeys.end()) {
-      pdf::AppendName(text, entry.Key());
-      pdf::AppendObject(text, entry.value);
-    }
-  }
+  pdf::AppendEntries(text, dictionary, kDataKeys);
 }
 
 }  // namespace TarnixTools::engines::repair

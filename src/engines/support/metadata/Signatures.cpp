@@ -4,7 +4,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "pdf/write/Serialize.h"
+#include "pdf/write/EntryText.h"
 
 namespace TarnixTools::engines {
 
@@ -78,12 +78,7 @@ void AllowRewriting(pdf::Document& document, pdf::DocumentRewriter& rewriter, co
     return;
   }
   std::string text = "<<";
-  for (const pdf::DictionaryEntry& entry : found.value.Entries()) {
-    if (entry.Key() != "SigFlags") {
-      pdf::AppendName(text, entry.Key());
-      pdf::AppendObject(text, entry.value);
-    }
-  }
+  pdf::AppendEntries(text, found.value, {"SigFlags"});
   rewriter.SetEntry(rewriter.catalog(), "AcroForm",
                     text + "/SigFlags " + std::to_string(flags) + ">>");
 }

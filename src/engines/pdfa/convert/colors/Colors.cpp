@@ -8,6 +8,7 @@
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/pictures/StandardProfiles.h"
 #include "pdf/content/ResourceGraph.h"
+#include "pdf/write/EntryText.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -197,12 +198,7 @@ class ColorMender {
 
   std::string WithDefault(const Object& resources) {
     std::string text = "<<";
-    for (const DictionaryEntry& entry : resources.Entries()) {
-      if (entry.Key() != "ColorSpace") {
-        pdf::AppendName(text, entry.Key());
-        pdf::AppendObject(text, entry.value);
-      }
-    }
+    pdf::AppendEntries(text, resources, {"ColorSpace"});
     return text + "/ColorSpace" + SpacesWithDefault(resources.Get("ColorSpace")) + ">>";
   }
 
@@ -211,10 +207,7 @@ class ColorMender {
     const Object spaces =
         value.IsReference() ? rewriter().Load(value.AsReference().number, arena) : value;
     std::string text = "<<";
-    for (const DictionaryEntry& entry : spaces.Entries()) {
-      pdf::AppendName(text, entry.Key());
-      pdf::AppendObject(text, entry.value);
-    }
+    pdf::AppendEntries(text, spaces);
     return text + (spaces.Has("DefaultCMYK") ? ">>" : "/DefaultCMYK " + default_cmyk_ + ">>");
   }
 

@@ -4,12 +4,12 @@
 #include <array>
 #include <string_view>
 
+#include "pdf/write/EntryText.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
 
 using pdf::Arena;
-using pdf::DictionaryEntry;
 using pdf::Object;
 
 namespace {
@@ -60,12 +60,7 @@ std::string SpotColors::Attributes(const Object& space, const std::string& cmyk)
       items.size() > kDeviceNItems ? document.Resolve(items[kDeviceNItems], arena) : Object();
   const Object process = document.Resolve(attributes.Get("Process"), arena);
   std::string text = "<<";
-  for (const DictionaryEntry& entry : attributes.Entries()) {
-    if (entry.Key() != "Colorants" && entry.Key() != "Process") {
-      pdf::AppendName(text, entry.Key());
-      pdf::AppendObject(text, entry.value);
-    }
-  }
+  pdf::AppendEntries(text, attributes, {"Colorants", "Process"});
   if (process.IsDictionary()) {
     text += "/Process<</Components";
     pdf::AppendObject(text, process.Get("Components"));
@@ -86,10 +81,7 @@ std::string SpotColors::Attributes(const Object& space, const std::string& cmyk)
 
 std::string SpotColors::Colorants(const Object& names, const Object& known, const Object& process) {
   std::string text;
-  for (const DictionaryEntry& entry : known.Entries()) {
-    pdf::AppendName(text, entry.Key());
-    pdf::AppendObject(text, entry.value);
-  }
+  pdf::AppendEntries(text, known);
   for (const Object& item : names.Items()) {
     Arena arena;
     const std::string_view name = conversion_->document.Resolve(item, arena).Text();

@@ -2,12 +2,12 @@
 
 #include <string>
 
+#include "pdf/write/EntryText.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
 
 using pdf::Arena;
-using pdf::DictionaryEntry;
 using pdf::Object;
 using pdf::ObjectChange;
 
@@ -15,12 +15,7 @@ namespace {
 
 std::string PlainDictionary(const Object& dictionary) {
   std::string text = "<<";
-  for (const DictionaryEntry& entry : dictionary.Entries()) {
-    if (entry.Key() != "Filter" && entry.Key() != "DecodeParms") {
-      pdf::AppendName(text, entry.Key());
-      pdf::AppendObject(text, entry.value);
-    }
-  }
+  pdf::AppendEntries(text, dictionary, {"Filter", "DecodeParms"});
   return text + ">>";
 }
 

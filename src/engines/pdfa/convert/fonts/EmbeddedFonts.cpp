@@ -1,6 +1,5 @@
 #include "engines/pdfa/convert/fonts/EmbeddedFonts.h"
 
-#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <optional>
@@ -16,6 +15,7 @@
 #include "engines/support/fonts/GlyphFinder.h"
 #include "engines/support/fonts/LibraryMissing.h"
 #include "engines/support/fonts/SubsetTag.h"
+#include "pdf/write/EntryText.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -108,10 +108,7 @@ void EmbeddedFonts::MendComposite(const FontUse& use) {
     return;
   }
   std::string text = "[<<";
-  for (const pdf::DictionaryEntry& entry : descendant.value.Entries()) {
-    pdf::AppendName(text, entry.Key());
-    pdf::AppendObject(text, entry.value);
-  }
+  pdf::AppendEntries(text, descendant.value);
   conversion_->rewriter.SetEntry(use.font->number(), "DescendantFonts",
                                  text + "/CIDToGIDMap/Identity>>]");
 }

@@ -4,12 +4,12 @@
 #include <string>
 #include <string_view>
 
+#include "pdf/write/EntryText.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
 
 using pdf::Arena;
-using pdf::DictionaryEntry;
 using pdf::Object;
 
 namespace {
@@ -53,10 +53,7 @@ void MendType3Font(Conversion& conversion, const FontUse& use) {
     return;
   }
   std::string text = "<<";
-  for (const DictionaryEntry& entry : glyphs.Entries()) {
-    pdf::AppendName(text, entry.Key());
-    pdf::AppendObject(text, entry.value);
-  }
+  pdf::AppendEntries(text, glyphs);
   for (const auto& [code, name] : added) {
     pdf::AppendName(text, name);
     if (const Object shown = glyphs.Get(".notdef"); shown.IsReference()) {

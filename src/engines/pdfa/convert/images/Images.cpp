@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,12 +13,12 @@
 #include "engines/support/images/ImageSamples.h"
 #include "engines/support/images/Picture.h"
 #include "pdf/content/ResourceGraph.h"
+#include "pdf/write/EntryText.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
 
 using pdf::Arena;
-using pdf::DictionaryEntry;
 using pdf::Object;
 using pdf::ObjectChange;
 
@@ -26,10 +27,11 @@ namespace {
 constexpr int kMaxJpxBits = 38;
 constexpr std::uint32_t kJab = 19;  // a colour space that no reader has
 
-// What is said anew of an image that is stored in another way.
-constexpr std::array<std::string_view, 9> kCodingKeys = {
-    "Width",  "Height",      "BitsPerComponent", "ColorSpace", "Filter",
-    "Decode", "DecodeParms", "SMaskInData",      "Length"};
+// What is said anew of an image that is stored in another way, and at the end what masks it.
+constexpr std::array<std::string_view, 11> kCodingAndMaskKeys = {
+    "Width",       "Height",      "BitsPerComponent", "ColorSpace", "Filter", "Decode",
+    "DecodeParms", "SMaskInData", "Length",           "SMask",      "Mask"};
+constexpr std::span kCodingKeys = std::span(kCodingAndMaskKeys).first<9>();
 
 // ISO 19005-2, 6.2.8.3. What the dictionary says of the colours goes before what the data says.
 bool IsAllowedJpx(const JpxHeader& header, bool has_color_space) {
@@ -184,13 +186,7 @@ class ImageMender {
 
   static std::string OtherEntries(const Object& dictionary) {
     std::string text = "<<";
-    for (const DictionaryEntry& entry : dictionary.Entries()) {
-      if (std::find(kCodingKeys.begin(), kCodingKeys.end(), entry.Key()) == kCodingKeys.end() &&
-          entry.Key() != "SMask" && entry.Key() != "Mask") {
-        pdf::AppendName(text, entry.Key());
-        pdf::AppendObject(text, entry.value);
-      }
-    }
+    pdf::AppendEntries(text, dictionary, kCodingAndMaskKeys);
     return text;
   }
 
@@ -210,12 +206,7 @@ class ImageMender {
                          const ImageSamples& samples) const {
     const SampleFormat& format = samples.rows->format();
     std::string text = "<<";
-    for (const DictionaryEntry& entry : dictionary.Entries()) {
-      if (std::find(kCodingKeys.begin(), kCodingKeys.end(), entry.Key()) == kCodingKeys.end()) {
-        pdf::AppendName(text, entry.Key());
-        pdf::AppendObject(text, entry.value);
-      }
-    }
+    pdf::AppendEntries(text, dictionary, kCodingKeys);
     text += "/Width " + std::to_string(format.width) + "/Height " + std::to_string(format.height) +
             "/BitsPerComponent 8/ColorSpace";
     if (KeepsSpace(dictionary, samples)) {

@@ -11,6 +11,7 @@
 #include "engines/pdfa/vocabulary/OneOf.h"
 #include "pdf/syntax/Chars.h"
 #include "pdf/tree/NameTree.h"
+#include "pdf/write/EntryText.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -87,12 +88,7 @@ class AttachmentMender {
       }
     });
     std::string text = "<<";
-    for (const DictionaryEntry& entry : names.Entries()) {
-      if (!IsOneOf(entry.Key(), kOtherNames)) {
-        pdf::AppendName(text, entry.Key());
-        pdf::AppendObject(text, entry.value);
-      }
-    }
+    pdf::AppendEntries(text, names, kOtherNames);
     text += kept.empty() ? ">>" : "/EmbeddedFiles<</Names[" + kept + "]>>>>";
     rewriter().SetEntry(rewriter().catalog(), "Names", text);
   }

@@ -20,13 +20,13 @@
 #include "pdf/Error.h"
 #include "pdf/content/ContentBalance.h"
 #include "pdf/tree/PageGeometry.h"
+#include "pdf/write/EntryText.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
 
 using pdf::Arena;
 using pdf::Box;
-using pdf::DictionaryEntry;
 using pdf::Object;
 using pdf::ObjectChange;
 
@@ -269,18 +269,9 @@ class Flattener {
     }
     const Object resources = Loaded(given, arena);
     std::string text = "<<";
-    for (const DictionaryEntry& entry : resources.Entries()) {
-      if (entry.Key() != "XObject") {
-        pdf::AppendName(text, entry.Key());
-        pdf::AppendObject(text, entry.value);
-      }
-    }
+    pdf::AppendEntries(text, resources, {"XObject"});
     text += "/XObject<<";
-    const Object objects = Loaded(resources.Get("XObject"), arena);
-    for (const DictionaryEntry& entry : objects.Entries()) {
-      pdf::AppendName(text, entry.Key());
-      pdf::AppendObject(text, entry.value);
-    }
+    pdf::AppendEntries(text, Loaded(resources.Get("XObject"), arena));
     conversion_->rewriter.SetEntry(page.number, "Resources", text + names + ">>>>");
   }
 
