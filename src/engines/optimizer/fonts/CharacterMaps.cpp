@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "engines/optimizer/fonts/FontLimits.h"
+#include "engines/support/files/BigEndian.h"
 
 namespace TarnixTools::engines::optimizer {
 
@@ -21,32 +22,13 @@ constexpr std::uint32_t kLastShortCode = 0xFFFE;
 constexpr std::size_t kMaxShortTable = 0xFFFF;
 constexpr std::size_t kVariationFormat = 14;
 
-void Append16(std::string& out, std::size_t value) {
-  out += static_cast<char>(value >> 8);
-  out += static_cast<char>(value);
-}
-
-void Append32(std::string& out, std::size_t value) {
-  Append16(out, value >> 16);
-  Append16(out, value);
-}
-
-std::size_t Number(std::string_view table, std::size_t offset, std::size_t bytes) {
-  std::size_t number = 0;
-  for (std::size_t i = 0; i < bytes; ++i) {
-    const std::size_t place = offset + i;
-    number = number << 8 | (place < table.size() ? static_cast<unsigned char>(table[place]) : 0U);
-  }
-  return number;
-}
-
 // Maps that tell of characters' variants are no maps of codes, and are not wanted.
 std::size_t CountMaps(std::string_view table) {
-  const std::size_t count = Number(table, 2, 2);
+  const std::size_t count = Big16(table, 2);
   std::size_t maps = 0;
   for (std::size_t i = 0; i < count; ++i) {
-    const std::size_t offset = Number(table, 4 + 8 * i + 4, 4);
-    maps += Number(table, offset, 2) == kVariationFormat ? 0 : 1;
+    const std::size_t offset = Big32(table, 4 + 8 * i + 4);
+    maps += Big16(table, offset) == kVariationFormat ? 0 : 1;
   }
   return maps;
 }
@@ -84,17 +66,17 @@ std::string ShortSegments(std::vector<Run> runs) {
   std::string table;
   for (const std::size_t value : {std::size_t{4}, 16 + 8 * count, std::size_t{0}, 2 * count, range,
                                   power, 2 * count - range}) {
-    Append16(table, value);
+    AppendBig16(table, value);
   }
   for (const Run& run : runs) {
-    Append16(table, run.last);
+    AppendBig16(table, run.last);
   }
-  Append16(table, 0);
+  AppendBig16(table, 0);
   for (const Run& run : runs) {
-    Append16(table, run.first);
+    AppendBig16(table, run.first);
   }
   for (const Run& run : runs) {
-    Append16(table, run.first == 0xFFFF ? 1 : std::size_t{run.glyph} - run.first);
+    AppendBig16(table, run.first == 0xFFFF ? 1 : std::size_t{run.glyph} - run.first);
   }
   return table + std::string(2 * count, '\0');
 }
@@ -102,15 +84,15 @@ std::string ShortSegments(std::vector<Run> runs) {
 // Format 12.
 std::string LongSegments(const std::vector<Run>& runs) {
   std::string table;
-  Append16(table, 12);
-  Append16(table, 0);
-  Append32(table, 16 + 12 * runs.size());
-  Append32(table, 0);
-  Append32(table, runs.size());
+  AppendBig16(table, 12);
+  AppendBig16(table, 0);
+  AppendBig32(table, 16 + 12 * runs.size());
+  AppendBig32(table, 0);
+  AppendBig32(table, runs.size());
   for (const Run& run : runs) {
-    Append32(table, run.first);
-    Append32(table, run.last);
-    Append32(table, run.glyph);
+    AppendBig32(table, run.first);
+    AppendBig32(table, run.last);
+    AppendBig32(table, run.glyph);
   }
   return table;
 }
@@ -126,10 +108,10 @@ std::string Trimmed(const std::vector<CodeGlyph>& mappings) {
   std::string table;
   for (const std::size_t value :
        {std::size_t{6}, 10 + 2 * count, std::size_t{0}, std::size_t{first}, count}) {
-    Append16(table, value);
+    AppendBig16(table, value);
   }
   for (const std::uint32_t glyph : glyphs) {
-    Append16(table, glyph);
+    AppendBig16(table, glyph);
   }
   return table;
 }
@@ -147,16 +129,16 @@ std::string Subtable(const CharacterMap& map, const std::vector<CodeGlyph>& mapp
 std::string Assembled(const std::vector<CharacterMap>& maps,
                       const std::vector<std::string>& subtables) {
   std::string table;
-  Append16(table, 0);
-  Append16(table, maps.size());
+  AppendBig16(table, 0);
+  AppendBig16(table, maps.size());
   std::string data;
   std::map<std::string_view, std::size_t> offsets;
   for (std::size_t i = 0; i < maps.size(); ++i) {
     const auto [place, is_new] = offsets.emplace(subtables[i], data.size());
     data += is_new ? subtables[i] : std::string();
-    Append16(table, maps[i].platform);
-    Append16(table, maps[i].encoding);
-    Append32(table, 4 + 8 * maps.size() + place->second);
+    AppendBig16(table, maps[i].platform);
+    AppendBig16(table, maps[i].encoding);
+    AppendBig32(table, 4 + 8 * maps.size() + place->second);
   }
   return table + data;
 }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engines/pdfa/rules/FontFacts.h"
+#include "engines/support/files/BigEndian.h"
 #include "engines/support/fonts/GlyphNames.h"
 #include "pdf/content/Differences.h"
 
@@ -28,20 +29,13 @@ struct MapList {
   bool has_unicode = false;
 };
 
-std::uint32_t NumberAt(const std::string& table, std::size_t at) {
-  return at + 2 > table.size()
-             ? 0
-             : static_cast<std::uint32_t>(static_cast<unsigned char>(table[at])) << 8 |
-                   static_cast<unsigned char>(table[at + 1]);
-}
-
 MapList MapsOf(FontProgram& program) {
   const std::string table = program.Table(kMapTable);
   MapList list;
-  list.count = NumberAt(table, 2);
+  list.count = Big16(table, 2);
   for (std::size_t i = 0; i < list.count && 4 + 8 * (i + 1) <= table.size(); ++i) {
-    const std::uint32_t platform = NumberAt(table, 4 + 8 * i);
-    const std::uint32_t encoding = NumberAt(table, 6 + 8 * i);
+    const std::uint32_t platform = Big16(table, 4 + 8 * i);
+    const std::uint32_t encoding = Big16(table, 6 + 8 * i);
     list.has_symbols |= platform == kMicrosoft && encoding == kSymbols;
     list.has_unicode |= platform == kMicrosoft && encoding == kUnicode;
   }

@@ -15,9 +15,6 @@ namespace TarnixTools::engines {
 // What every file begins with.
 inline constexpr std::string_view kPngSignature("\x89PNG\r\n\x1A\n", 8);
 
-// Four bytes, the highest first.
-void AppendPngNumber(std::string& out, std::uint32_t value);
-
 // type: four letters.
 void AppendPngChunk(std::string& out, std::string_view type, std::string_view data);
 

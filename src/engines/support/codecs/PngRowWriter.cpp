@@ -8,6 +8,7 @@
 #include <zlib.h>
 
 #include "engines/support/codecs/PngChunks.h"
+#include "engines/support/files/BigEndian.h"
 
 namespace TarnixTools::engines {
 
@@ -52,8 +53,8 @@ PngRowWriter::PngRowWriter(pdf::ByteSink& sink, const PngSettings& settings)
   if (settings.dpi > 0) {
     const auto density = static_cast<std::uint32_t>(std::lround(settings.dpi * kInchesPerMetre));
     std::string size;
-    AppendPngNumber(size, density);
-    AppendPngNumber(size, density);
+    AppendBig32(size, density);
+    AppendBig32(size, density);
     WriteChunk("pHYs", size + '\x01');
   }
   deflater_->stream.next_out = reinterpret_cast<Bytef*>(packed_.data());

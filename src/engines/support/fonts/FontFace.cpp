@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "engines/support/files/BigEndian.h"
 #include "engines/support/fonts/CffCharset.h"
 #include "engines/support/fonts/HarfBuzzObjects.h"
 
@@ -21,14 +22,8 @@ constexpr int kBitmapOnly = 0x0200;
 constexpr std::size_t kMaxNameLength = 63;
 constexpr std::size_t kMaxAxes = 64;
 
-int Unsigned16(std::string_view table, std::size_t offset) {
-  return offset + 2 <= table.size() ? static_cast<unsigned char>(table[offset]) << 8 |
-                                          static_cast<unsigned char>(table[offset + 1])
-                                    : 0;
-}
-
 int Signed16(std::string_view table, std::size_t offset) {
-  return static_cast<std::int16_t>(Unsigned16(table, offset));
+  return static_cast<std::int16_t>(Big16(table, offset));
 }
 
 // Without tables of variations, what is left is one instance: the default one unless another has
@@ -117,10 +112,10 @@ bool FontFace::ReadTables() {
     ascent_ = bounds_.top;
     descent_ = bounds_.bottom;
   }
-  weight_class_ = os2.size() >= 6 ? Unsigned16(os2, 4) : 400;
-  cap_height_ = os2.size() >= 90 && Unsigned16(os2, 0) >= 2 ? Signed16(os2, 88) : ascent_;
-  italic_angle_ = Signed16(post, 4) + Unsigned16(post, 6) / 65536.0;
-  is_fixed_pitch_ = Unsigned16(post, 12) != 0 || Unsigned16(post, 14) != 0;
+  weight_class_ = os2.size() >= 6 ? static_cast<int>(Big16(os2, 4)) : 400;
+  cap_height_ = os2.size() >= 90 && Big16(os2, 0) >= 2 ? Signed16(os2, 88) : ascent_;
+  italic_angle_ = Signed16(post, 4) + Big16(post, 6) / 65536.0;
+  is_fixed_pitch_ = Big16(post, 12) != 0 || Big16(post, 14) != 0;
   ReadLicence(os2);
   name_ = PlainName(HB_OT_NAME_ID_POSTSCRIPT_NAME);
   name_ = name_.empty() ? "Font" : name_;
@@ -130,7 +125,7 @@ bool FontFace::ReadTables() {
 // Where several bits are set, which old versions of the table allow, the one counts that allows
 // most.
 void FontFace::ReadLicence(std::string_view os2) {
-  const int type = Unsigned16(os2, 8);
+  const std::uint32_t type = Big16(os2, 8);
   const bool is_restricted =
       (type & kRestricted) != 0 && (type & (kPreviewAndPrint | kEditable)) == 0;
   if (is_restricted || (type & kBitmapOnly) != 0) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "engines/support/files/BigEndian.h"
 #include "engines/support/fonts/FontProgram.h"
 #include "pdf/syntax/Chars.h"
 
@@ -16,25 +17,19 @@ constexpr std::size_t kMaxNameLength = 64;
 constexpr std::size_t kMaxCharacters = 4 * kMaxNames;
 constexpr std::size_t kMaxDigits = 5;  // of a glyph's number
 
-void AppendNumber(std::string& out, std::size_t value, int bytes) {
-  for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8) {
-    out += static_cast<char>(value >> shift);
-  }
-}
-
 std::string Index(const std::vector<std::string_view>& items) {
   std::string index;
-  AppendNumber(index, items.size(), 2);
+  AppendBig(index, items.size(), 2);
   if (items.empty()) {
     return index;
   }
   constexpr int kOffsetBytes = 4;
   index += static_cast<char>(kOffsetBytes);
   std::size_t offset = 1;
-  AppendNumber(index, offset, kOffsetBytes);
+  AppendBig(index, offset, kOffsetBytes);
   for (const std::string_view item : items) {
     offset += item.size();
-    AppendNumber(index, offset, kOffsetBytes);
+    AppendBig(index, offset, kOffsetBytes);
   }
   for (const std::string_view item : items) {
     index += item;
@@ -47,10 +42,10 @@ std::string TopDictionary(std::size_t charset, std::size_t char_strings) {
   constexpr char kCharset = 15;
   constexpr char kCharStrings = 17;
   std::string text(1, kFourBytes);
-  AppendNumber(text, charset, 4);
+  AppendBig(text, charset, 4);
   text += kCharset;
   text += kFourBytes;
-  AppendNumber(text, char_strings, 4);
+  AppendBig(text, char_strings, 4);
   return text + kCharStrings;
 }
 
@@ -61,7 +56,7 @@ std::string FontOfNames(const std::vector<std::string_view>& names) {
   const std::string strings = Index(names) + Index({});
   std::string charset(1, '\0');
   for (std::size_t i = 0; i < names.size(); ++i) {
-    AppendNumber(charset, kFirstOwnString + i, 2);
+    AppendBig(charset, kFirstOwnString + i, 2);
   }
   const std::size_t charset_offset =
       start.size() + Index({TopDictionary(0, 0)}).size() + strings.size();

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "engines/support/files/BigEndian.h"
+
 namespace TarnixTools::engines {
 
 namespace {
@@ -35,26 +37,16 @@ constexpr std::array<double, 5> kCurve = {2.4, 1 / 1.055, 0.055 / 1.055, 1 / 12.
 
 using Tags = std::vector<std::pair<std::string_view, std::string>>;
 
-void Put16(std::string& out, std::uint32_t value) {
-  out += static_cast<char>(value >> 8);
-  out += static_cast<char>(value);
-}
-
-void Put32(std::string& out, std::uint32_t value) {
-  Put16(out, value >> 16);
-  Put16(out, value & 0xFFFF);
-}
-
 template <std::size_t N>
 void PutFixed(std::string& out, const std::array<double, N>& values) {
   for (const double value : values) {
-    Put32(out, static_cast<std::uint32_t>(std::lround(value * 65536)));
+    AppendBig32(out, static_cast<std::uint32_t>(std::lround(value * 65536)));
   }
 }
 
 std::string TagOf(std::string_view type) {
   std::string tag(type);
-  Put32(tag, 0);
+  AppendBig32(tag, 0);
   return tag;
 }
 
@@ -63,13 +55,13 @@ std::string Text(std::string_view text) {
   constexpr std::uint32_t kRecordSize = 12;
   constexpr std::uint32_t kTextStart = 28;
   std::string tag = TagOf("mluc");
-  Put32(tag, 1);
-  Put32(tag, kRecordSize);
+  AppendBig32(tag, 1);
+  AppendBig32(tag, kRecordSize);
   tag += "enUS";
-  Put32(tag, static_cast<std::uint32_t>(2 * text.size()));
-  Put32(tag, kTextStart);
+  AppendBig32(tag, static_cast<std::uint32_t>(2 * text.size()));
+  AppendBig32(tag, kTextStart);
   for (const char c : text) {
-    Put16(tag, static_cast<unsigned char>(c));
+    AppendBig16(tag, static_cast<unsigned char>(c));
   }
   return tag;
 }
@@ -84,8 +76,8 @@ std::string Numbers(std::string_view type, const std::array<double, N>& values) 
 std::string Curve() {
   constexpr std::uint32_t kWithLinearStart = 3;
   std::string tag = TagOf("para");
-  Put16(tag, kWithLinearStart);
-  Put16(tag, 0);
+  AppendBig16(tag, kWithLinearStart);
+  AppendBig16(tag, 0);
   PutFixed(tag, kCurve);
   return tag;
 }
@@ -100,13 +92,13 @@ struct ProfileKind {
 
 std::string Header(const ProfileKind& kind) {
   std::string header(4, '\0');  // the size, known last
-  Put32(header, 0);
-  Put32(header, kind.version);
+  AppendBig32(header, 0);
+  AppendBig32(header, kind.version);
   header += kind.device;
   header += kind.space;
   header += kind.connection;
   for (const std::uint32_t part : {2000, 1, 1, 0, 0, 0}) {  // a date
-    Put16(header, part);
+    AppendBig16(header, part);
   }
   header += "acsp";
   header.append(28, '\0');
@@ -121,7 +113,7 @@ std::string Profile(const ProfileKind& kind, const Tags& tags) {
   std::string data;
   std::map<std::string_view, std::size_t> places;
   const std::size_t start = kHeaderSize + 4 + tags.size() * kTagEntrySize;
-  Put32(profile, static_cast<std::uint32_t>(tags.size()));
+  AppendBig32(profile, static_cast<std::uint32_t>(tags.size()));
   for (const auto& [name, tag] : tags) {
     const auto [place, is_new] = places.try_emplace(tag, data.size());
     if (is_new) {
@@ -129,12 +121,12 @@ std::string Profile(const ProfileKind& kind, const Tags& tags) {
       data.resize((data.size() + 3) / 4 * 4);
     }
     profile += name;
-    Put32(profile, static_cast<std::uint32_t>(start + place->second));
-    Put32(profile, static_cast<std::uint32_t>(tag.size()));
+    AppendBig32(profile, static_cast<std::uint32_t>(start + place->second));
+    AppendBig32(profile, static_cast<std::uint32_t>(tag.size()));
   }
   profile += data;
   std::string size;
-  Put32(size, static_cast<std::uint32_t>(profile.size()));
+  AppendBig32(size, static_cast<std::uint32_t>(profile.size()));
   return profile.replace(0, size.size(), size);
 }
 
@@ -154,7 +146,7 @@ double LightOf(double value) {
 std::string Description(std::string_view text) {
   constexpr std::size_t kOtherLanguages = 4 + 4 + 2 + 1 + 67;  // none
   std::string tag = TagOf("desc");
-  Put32(tag, static_cast<std::uint32_t>(text.size() + 1));
+  AppendBig32(tag, static_cast<std::uint32_t>(text.size() + 1));
   tag += text;
   return tag.append(1 + kOtherLanguages, '\0');
 }
@@ -162,10 +154,10 @@ std::string Description(std::string_view text) {
 // The curve as a table.
 std::string TableCurve() {
   std::string tag = TagOf("curv");
-  Put32(tag, kTableEntries);
+  AppendBig32(tag, kTableEntries);
   for (std::size_t i = 0; i < kTableEntries; ++i) {
     const double value = static_cast<double>(i) / (kTableEntries - 1);
-    Put16(tag, static_cast<std::uint32_t>(std::lround(LightOf(value) * 65535)));
+    AppendBig16(tag, static_cast<std::uint32_t>(std::lround(LightOf(value) * 65535)));
   }
   return tag;
 }

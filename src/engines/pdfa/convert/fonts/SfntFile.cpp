@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "engines/support/files/BigEndian.h"
+
 namespace TarnixTools::engines::pdfa {
 
 namespace {
@@ -14,27 +16,6 @@ constexpr std::size_t kMaxTables = 256;
 constexpr std::uint32_t kFileSum = 0xB1B0AFBA;  // that all bytes of a file add up to
 constexpr std::uint16_t kSymbolPlane = 0xF000;
 
-std::uint32_t Get16(std::string_view bytes, std::size_t at) {
-  return at + 2 > bytes.size()
-             ? 0
-             : static_cast<std::uint32_t>(static_cast<unsigned char>(bytes[at])) << 8 |
-                   static_cast<unsigned char>(bytes[at + 1]);
-}
-
-std::uint32_t Get32(std::string_view bytes, std::size_t at) {
-  return Get16(bytes, at) << 16 | Get16(bytes, at + 2);
-}
-
-void Put16(std::string& out, std::uint32_t value) {
-  out += static_cast<char>(value >> 8);
-  out += static_cast<char>(value);
-}
-
-void Put32(std::string& out, std::uint32_t value) {
-  Put16(out, value >> 16);
-  Put16(out, value & 0xFFFF);
-}
-
 std::string Padded(std::string bytes) {
   bytes.resize((bytes.size() + 3) / 4 * 4);
   return bytes;
@@ -43,7 +24,7 @@ std::string Padded(std::string bytes) {
 std::uint32_t SumOf(std::string_view padded) {
   std::uint32_t sum = 0;
   for (std::size_t at = 0; at + 4 <= padded.size(); at += 4) {
-    sum += Get32(padded, at);
+    sum += Big32(padded, at);
   }
   return sum;
 }
@@ -53,14 +34,14 @@ std::uint32_t SumOf(std::string_view padded) {
 std::optional<SfntFile> SfntFile::Read(std::string_view bytes) {
   SfntFile file;
   file.version_ = bytes.substr(0, 4);
-  const std::size_t count = Get16(bytes, 4);
+  const std::size_t count = Big16(bytes, 4);
   if (count == 0 || count > kMaxTables || bytes.size() < kHeaderBytes + count * kEntryBytes) {
     return std::nullopt;
   }
   for (std::size_t i = 0; i < count; ++i) {
     const std::size_t entry = kHeaderBytes + i * kEntryBytes;
-    const std::size_t offset = Get32(bytes, entry + 8);
-    const std::size_t length = Get32(bytes, entry + 12);
+    const std::size_t offset = Big32(bytes, entry + 8);
+    const std::size_t length = Big32(bytes, entry + 12);
     if (offset > bytes.size() || length > bytes.size() - offset) {
       return std::nullopt;
     }
@@ -75,7 +56,7 @@ std::string_view SfntFile::Table(const std::string& tag) const {
 }
 
 std::uint32_t SfntFile::Number(const std::string& tag, std::size_t at) const {
-  return Get16(Table(tag), at);
+  return Big16(Table(tag), at);
 }
 
 int SfntFile::units_per_em() const {
@@ -101,11 +82,11 @@ bool SfntFile::SetAdvances(const std::map<std::uint32_t, std::uint16_t>& advance
     const std::size_t bearing =
         glyph < long_count ? place + 2 : long_count * kMetricBytes + (glyph - long_count) * 2;
     const auto wanted = advances.find(static_cast<std::uint32_t>(glyph));
-    Put16(made, wanted != advances.end() ? wanted->second : Get16(metrics, place));
-    Put16(made, Get16(metrics, bearing));
+    AppendBig16(made, wanted != advances.end() ? wanted->second : Big16(metrics, place));
+    AppendBig16(made, Big16(metrics, bearing));
   }
   std::string count;
-  Put16(count, static_cast<std::uint32_t>(glyphs));
+  AppendBig16(count, static_cast<std::uint32_t>(glyphs));
   SetTable("hhea", header.replace(34, 2, count));
   SetTable("hmtx", std::move(made));
   return true;
@@ -113,39 +94,39 @@ bool SfntFile::SetAdvances(const std::map<std::uint32_t, std::uint16_t>& advance
 
 // Format 4 (5.2.1.3.2), one segment for each code.
 void SfntFile::SetSymbolMap(const std::map<std::uint8_t, std::uint16_t>& glyphs) {
-  const auto segments = static_cast<std::uint32_t>(glyphs.size() + 1);
-  std::uint32_t power = 1;
-  std::uint32_t exponent = 0;
+  const std::uint64_t segments = glyphs.size() + 1;
+  std::uint64_t power = 1;
+  std::uint64_t exponent = 0;
   for (; power * 2 <= segments; power *= 2) {
     ++exponent;
   }
   std::string ends;
   std::string deltas;
   for (const auto& [code, glyph] : glyphs) {
-    Put16(ends, kSymbolPlane + code);
-    Put16(deltas, (glyph - (kSymbolPlane + code)) & 0xFFFFU);
+    AppendBig16(ends, kSymbolPlane + code);
+    AppendBig16(deltas, (glyph - (kSymbolPlane + code)) & 0xFFFFU);
   }
   std::string map;
-  Put16(map, 4);
-  Put16(map, 16 + 8 * segments);
-  Put16(map, 0);
-  Put16(map, 2 * segments);
-  Put16(map, 2 * power);
-  Put16(map, exponent);
-  Put16(map, 2 * (segments - power));
+  AppendBig16(map, 4);
+  AppendBig16(map, 16 + 8 * segments);
+  AppendBig16(map, 0);
+  AppendBig16(map, 2 * segments);
+  AppendBig16(map, 2 * power);
+  AppendBig16(map, exponent);
+  AppendBig16(map, 2 * (segments - power));
   map += ends;
-  Put16(map, 0xFFFF);
-  Put16(map, 0);
+  AppendBig16(map, 0xFFFF);
+  AppendBig16(map, 0);
   map += ends;
-  Put16(map, 0xFFFF);
+  AppendBig16(map, 0xFFFF);
   map += deltas;
-  Put16(map, 1);
-  map.append(2 * std::size_t{segments}, '\0');
+  AppendBig16(map, 1);
+  map.append(2 * segments, '\0');
   std::string table;
   for (const std::uint32_t value : {0, 1, 3, 0}) {
-    Put16(table, value);
+    AppendBig16(table, value);
   }
-  Put32(table, kHeaderBytes);
+  AppendBig32(table, kHeaderBytes);
   SetTable("cmap", table + map);
 }
 
@@ -159,7 +140,7 @@ std::uint32_t SfntFile::AddGlyphLikeNotdef() {
     return 0;
   }
   const auto place_of = [&](std::size_t glyph) {
-    return is_long ? Get32(places, glyph * 4) : 2 * Get16(places, glyph * 2);
+    return is_long ? Big32(places, glyph * 4) : 2 * Big16(places, glyph * 2);
   };
   const std::size_t begin = place_of(0);
   const std::size_t end = place_of(1);
@@ -172,9 +153,9 @@ std::uint32_t SfntFile::AddGlyphLikeNotdef() {
   places.resize(std::size_t{count} * entry);
   for (const std::size_t place : {at, outlines.size()}) {
     if (is_long) {
-      Put32(places, static_cast<std::uint32_t>(place));
+      AppendBig32(places, static_cast<std::uint32_t>(place));
     } else if (place / 2 <= 0xFFFF) {
-      Put16(places, static_cast<std::uint32_t>(place / 2));
+      AppendBig16(places, static_cast<std::uint32_t>(place / 2));
     } else {
       return 0;
     }
@@ -182,7 +163,7 @@ std::uint32_t SfntFile::AddGlyphLikeNotdef() {
   // The last of the old glyphs ends where the new one begins: padding after an outline is none of it.
   std::string header(Table("maxp"));
   std::string number;
-  Put16(number, count + 1);
+  AppendBig16(number, count + 1);
   SetTable("maxp", header.replace(4, 2, number));
   SetTable("loca", std::move(places));
   SetTable("glyf", std::move(outlines));
@@ -198,7 +179,7 @@ std::string SfntFile::Bytes() const {
   }
   std::string bytes = version_;
   for (const std::uint32_t value : {count, 16 * power, exponent, 16 * (count - power)}) {
-    Put16(bytes, value);
+    AppendBig16(bytes, value);
   }
   std::string data;
   std::size_t head = 0;
@@ -210,15 +191,15 @@ std::string SfntFile::Bytes() const {
       padded.replace(8, 4, 4, '\0');
     }
     bytes += tag;
-    Put32(bytes, SumOf(padded));
-    Put32(bytes, static_cast<std::uint32_t>(start + data.size()));
-    Put32(bytes, static_cast<std::uint32_t>(table.size()));
+    AppendBig32(bytes, SumOf(padded));
+    AppendBig32(bytes, static_cast<std::uint32_t>(start + data.size()));
+    AppendBig32(bytes, static_cast<std::uint32_t>(table.size()));
     data += padded;
   }
   bytes += data;
   if (head != 0) {
     std::string adjustment;
-    Put32(adjustment, kFileSum - SumOf(bytes));
+    AppendBig32(adjustment, kFileSum - SumOf(bytes));
     bytes.replace(head + 8, 4, adjustment);
   }
   return bytes;
