@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "pdf/content/ContentWalker.h"
-#include "pdf/content/ResourceGraph.h"
+#include "pdf/content/UnshownContent.h"
 #include "pdf/tree/PageGeometry.h"
 
 namespace TarnixTools::engines::optimizer {
@@ -95,21 +95,10 @@ void DocumentSurvey::EndPage() {
   page_pictures_.clear();
 }
 
-// Appearances that are not shown now, and what resources have though nothing uses it yet.
 void DocumentSurvey::WalkRest(pdf::Document& document, const pdf::PageTree& pages) {
   has_places_ = false;
   pdf::ContentWalker walker(document, *this, OptionsFor(text_ != nullptr));
-  pdf::ResourceGraph graph(document);
-  for (std::size_t i = 0; i < pages.pages().size(); ++i) {
-    graph.AddPage(pages, i);
-    while (const pdf::ResourceNode* node = graph.Next()) {
-      if (pdf::HasContent(node->kind) && node->kind != pdf::ResourceKind::kPage &&
-          node->number != 0 && !entered_.contains(node->number)) {
-        walker.BeginContent({.kind = node->kind, .number = node->number}, node->scope);
-        walker.Run();
-      }
-    }
-  }
+  pdf::WalkUnshown(document, pages, walker, entered_);
 }
 
 const ImagePlacement* DocumentSurvey::PlacementOf(std::uint32_t number) const {

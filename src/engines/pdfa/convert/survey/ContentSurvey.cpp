@@ -6,7 +6,7 @@
 #include "engines/pdfa/convert/contents/LargeReals.h"
 #include "pdf/content/ContentWalker.h"
 #include "pdf/content/Operators.h"
-#include "pdf/content/ResourceGraph.h"
+#include "pdf/content/UnshownContent.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -48,20 +48,9 @@ void ContentSurvey::WalkPages(pdf::Document& document, const pdf::PageTree& page
   }
 }
 
-// Appearances that are not shown now, and what resources have though nothing uses it yet.
 void ContentSurvey::WalkRest(pdf::Document& document, const pdf::PageTree& pages) {
   pdf::ContentWalker walker(document, *this, kOptions);
-  pdf::ResourceGraph graph(document);
-  for (page_ = 0; page_ < pages.pages().size(); ++page_) {
-    graph.AddPage(pages, page_);
-    while (const pdf::ResourceNode* node = graph.Next()) {
-      if (pdf::HasContent(node->kind) && node->kind != pdf::ResourceKind::kPage &&
-          node->number != 0 && !entered_.contains(node->number)) {
-        walker.BeginContent({.kind = node->kind, .number = node->number}, node->scope);
-        walker.Run();
-      }
-    }
-  }
+  pdf::WalkUnshown(document, pages, walker, entered_, [this](std::size_t page) { page_ = page; });
 }
 
 // What was gone into once tells nothing new.
