@@ -144,9 +144,7 @@ class Drawing {
   }
 
   double BorderWidth() {
-    const Object style = document_->Resolve(Get("BS").Get("W"), arena_);
-    const std::vector<double> border = Numbers(Get("Border"));
-    const double width = style.IsNumber() ? style.NumberOr(1) : border.size() > 2 ? border[2] : 1;
+    const double width = FieldEntries(*document_, annotation_).BorderWidth(1);
     return std::clamp(width, 0.0, std::max(box_.width(), box_.height()));
   }
 

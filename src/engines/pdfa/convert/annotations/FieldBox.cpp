@@ -31,15 +31,9 @@ std::vector<double> NumbersOf(const Object& array) {
   return numbers;
 }
 
-// Of /BS, else of /Border.
-double BorderWidth(FieldEntries& entries, double usual) {
-  const Object style = entries.Get(entries.Own("BS"), "W");
-  const std::vector<double> border = NumbersOf(entries.Own("Border"));
-  const double width = style.IsNumber()    ? style.NumberOr(usual)
-                       : border.size() > 2 ? border[2]
-                                           : usual;
+double BorderWidth(FieldEntries& entries) {
   const pdf::Box box = entries.Rectangle();
-  return std::clamp(width, 0.0, std::min(box.width(), box.height()) / 2);
+  return std::clamp(entries.BorderWidth(1), 0.0, std::min(box.width(), box.height()) / 2);
 }
 
 std::string DashOf(FieldEntries& entries) {
@@ -100,7 +94,7 @@ FieldBox FieldBox::OfWidget(FieldEntries& entries) {
   }
   box.ground_ = ColorOperator(NumbersOf(entries.Get(look, "BG")), PaintUse::kFill);
   box.frame_ = ColorOperator(NumbersOf(entries.Get(look, "BC")), PaintUse::kStroke);
-  box.border_ = box.frame_.empty() ? 0 : BorderWidth(entries, 1);
+  box.border_ = box.frame_.empty() ? 0 : BorderWidth(entries);
   box.frame_ = box.border_ > 0 ? box.frame_ + DashOf(entries) : "";
   box.is_underline_ = entries.Get(entries.Own("BS"), "S").IsName("U");
   return box;
@@ -113,7 +107,7 @@ FieldBox FieldBox::OfFreeText(FieldEntries& entries) {
   box.width_ = rectangle.width();
   box.height_ = rectangle.height();
   box.ground_ = ColorOperator(NumbersOf(entries.Own("C")), PaintUse::kFill);
-  box.border_ = BorderWidth(entries, 1);
+  box.border_ = BorderWidth(entries);
   box.frame_ = box.border_ > 0
                    ? ColorOperator(ReadStyle(entries).color, PaintUse::kStroke) + DashOf(entries)
                    : "";

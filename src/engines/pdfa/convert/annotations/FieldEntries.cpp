@@ -73,4 +73,13 @@ pdf::Box FieldEntries::Rectangle() {
   return pdf::ReadPageBox(*document_, annotation_.Get("Rect")).value_or(pdf::Box{0, 0, 1, 1});
 }
 
+double FieldEntries::BorderWidth(double usual) {
+  const Object width = Get(Own("BS"), "W");
+  if (width.IsNumber()) {
+    return width.NumberOr(usual);
+  }
+  const Object border = Own("Border");
+  return border.Items().size() > 2 ? Resolved(border.Items()[2]).NumberOr(0) : usual;
+}
+
 }  // namespace TarnixTools::engines::pdfa

@@ -56,6 +56,9 @@ class FieldEntries {
 
   pdf::Box Rectangle();
 
+  // As /BS says it, else /Border; `usual` where neither does (12.5.4).
+  double BorderWidth(double usual);
+
  private:
   pdf::Object Form();
 
