@@ -3,12 +3,16 @@
 //
 //   TARNIX_FAULT=KIND:N       the N-th of a kind fails, counted from 1; of reads and writes all that
 //                             follow it, too, as on a device that is broken or full
+//   TARNIX_MISSING=WORD       libraries with this in their names cannot be loaded at run time
 //   TARNIX_FAULT_COUNTS=FILE  how many there were of each kind is written there at the end
 //
 // Kinds: "new" (memory for the program's own code, or for the standard library on its behalf),
 // "allocate" (any memory: many libraries end the process then, as PDFium does on purpose), "open",
-// "read", "write", "name" (a file is renamed, or gets its first name); "kill" ends the process in the middle of its N-th write, "kill-name" before and "kill-named" after
-// it has given its N-th name.
+// "read", "write", "disk" (a write to anything but standard output and standard error), "name" (a file
+// is renamed, or gets its first name); "kill" ends the process in the middle of its N-th write,
+// "kill-name" before and "kill-named" after it has given its N-th name. "interrupt-KIND" and
+// "terminate-KIND" send the process SIGINT and SIGTERM at the N-th of the kind, which then goes on when
+// the program has taken the signal.
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -19,12 +23,15 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <new>
+#include <utility>
 
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <link.h>
 #include <sys/types.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 extern "C" {
@@ -36,20 +43,23 @@ void* __libc_memalign(std::size_t alignment, std::size_t size);
 
 namespace {
 
-enum Kind : unsigned { kNew, kAllocate, kOpen, kRead, kWrite, kName, kKinds };
+enum Kind : unsigned { kNew, kAllocate, kOpen, kRead, kWrite, kDisk, kName, kKinds };
 
-constexpr std::array<const char*, kKinds> kNames = {"new",  "allocate", "open",
-                                                    "read", "write",    "name"};
+constexpr std::array<const char*, kKinds> kNames = {"new",   "allocate", "open", "read",
+                                                    "write", "disk",     "name"};
 
 struct Plan {
   Kind kind = kKinds;
   bool kills = false;
   bool kills_after = false;
+  int signal = 0;  // that is sent instead of a failure
   long place = 0;
 };
 
 std::atomic<bool> is_ready{false};  // what is done before main() counts for nothing
 std::array<std::atomic<long>, kKinds> counts{};
+std::atomic<bool> is_watched{false};  // some thread waits for signals
+std::atomic<bool> is_signal_taken{false};
 Plan plan;
 
 // Where code is loaded that counts as the program's own.
@@ -92,9 +102,16 @@ Plan ReadPlan() {
   if (colon == nullptr) {
     return read;
   }
-  const auto length = static_cast<std::size_t>(colon - text);
+  const char* kind_text = text;
+  for (const auto& [prefix, signal] : {std::pair{"interrupt-", SIGINT}, {"terminate-", SIGTERM}}) {
+    if (std::strncmp(text, prefix, std::strlen(prefix)) == 0) {
+      read.signal = signal;
+      kind_text = text + std::strlen(prefix);
+    }
+  }
+  const auto length = static_cast<std::size_t>(colon - kind_text);
   const auto is = [&](const char* name) {
-    return std::strlen(name) == length && std::strncmp(text, name, length) == 0;
+    return std::strlen(name) == length && std::strncmp(kind_text, name, length) == 0;
   };
   for (unsigned kind = 0; kind < kKinds; ++kind) {
     read.kind = is(kNames[kind]) ? static_cast<Kind>(kind) : read.kind;
@@ -108,15 +125,38 @@ Plan ReadPlan() {
   return read;
 }
 
+bool IsBlocked(int signal) {
+  sigset_t blocked;
+  return pthread_sigmask(SIG_BLOCK, nullptr, &blocked) == 0 && sigismember(&blocked, signal) == 1;
+}
+
+// A program that waits for signals on a thread of its own blocks them in the others, and asks for a
+// second one when it has made out the first. Memory is taken before there is that thread, too.
+void SendSignal() {
+  kill(getpid(), plan.signal);
+  if (IsBlocked(plan.signal) && (is_watched || plan.kind != kNew)) {
+    is_signal_taken.wait(false);
+  }
+}
+
 // Counts; says whether this one is to fail, or the process to end at it.
 bool IsDue(Kind kind) {
   if (!is_ready.load(std::memory_order_relaxed)) {
     return false;
   }
   const long count = ++counts[kind];
-  const bool goes_on = kind == kRead || kind == kWrite;
-  return plan.kind == kind && plan.place > 0 &&
+  if (plan.signal != 0 && plan.kind == kind && count == plan.place) {
+    SendSignal();
+  }
+  const bool goes_on = kind == kRead || kind == kWrite || kind == kDisk;
+  return plan.signal == 0 && plan.kind == kind && plan.place > 0 &&
          (count == plan.place || (goes_on && !plan.kills && count > plan.place));
+}
+
+// A write is one of two kinds.
+bool IsWriteDue(int file) {
+  const bool is_disk_due = file > STDERR_FILENO && IsDue(kDisk);
+  return IsDue(kWrite) || is_disk_due;
 }
 
 [[noreturn]] void Die() {
@@ -314,7 +354,7 @@ std::size_t fread(void* buffer, std::size_t size, std::size_t count, std::FILE* 
 
 ssize_t write(int file, const void* bytes, std::size_t size) {
   NEXT(write);
-  if (!IsDue(kWrite)) {
+  if (!IsWriteDue(file)) {
     return next(file, bytes, size);
   }
   if (plan.kills) {
@@ -324,9 +364,21 @@ ssize_t write(int file, const void* bytes, std::size_t size) {
   return Fail<ssize_t>(ENOSPC, -1);
 }
 
+ssize_t writev(int file, const iovec* parts, int count) {
+  NEXT(writev);
+  if (!IsWriteDue(file)) {
+    return next(file, parts, count);
+  }
+  if (plan.kills) {
+    static_cast<void>(next(file, parts, count / 2) == 0);
+    Die();
+  }
+  return Fail<ssize_t>(ENOSPC, -1);
+}
+
 ssize_t pwrite(int file, const void* bytes, std::size_t size, off_t offset) {
   NEXT(pwrite);
-  if (!IsDue(kWrite)) {
+  if (!IsWriteDue(file)) {
     return next(file, bytes, size, offset);
   }
   if (plan.kills) {
@@ -338,7 +390,7 @@ ssize_t pwrite(int file, const void* bytes, std::size_t size, off_t offset) {
 
 std::size_t fwrite(const void* bytes, std::size_t size, std::size_t count, std::FILE* file) {
   NEXT(fwrite);
-  if (!IsDue(kWrite)) {
+  if (!IsWriteDue(fileno(file))) {
     return next(bytes, size, count, file);
   }
   const std::size_t written = next(bytes, size, count / 2, file);
@@ -347,6 +399,27 @@ std::size_t fwrite(const void* bytes, std::size_t size, std::size_t count, std::
     Die();
   }
   return Fail(ENOSPC, written);
+}
+
+void* dlopen(const char* name, int flags) {
+  NEXT(dlopen);
+  const char* const missing = std::getenv("TARNIX_MISSING");
+  const bool is_missing =
+      name != nullptr && missing != nullptr && std::strstr(name, missing) != nullptr;
+  return next(is_missing ? "/a library that is not there" : name, flags);
+}
+
+int sigwait(const sigset_t* signals, int* signal) {
+  NEXT(sigwait);
+  is_watched = true;
+  return next(signals, signal);
+}
+
+int sigtimedwait(const sigset_t* signals, siginfo_t* info, const timespec* patience) {
+  NEXT(sigtimedwait);
+  is_signal_taken = true;
+  is_signal_taken.notify_all();
+  return next(signals, info, patience);
 }
 
 int rename(const char* from, const char* to) {

@@ -254,7 +254,7 @@ TEST_F(Passwords, ThatAreLostWithTheProtectionAreTold) {
 
 TEST_F(Passwords, AreAskedForOnATerminalWithoutEcho) {
   for (const auto& [typed, status] : {std::pair<std::string, int>{"pw", 0}, {"hush", 11}}) {
-    TerminalRun run({"info", Path("secret.pdf")}, TerminalInput::Terminal);
+    TerminalRun run({"info", Path("secret.pdf")}, {.input = TerminalInput::Terminal});
     ASSERT_TRUE(run.WaitFor("Password for " + Path("secret.pdf") + ": "));
     run.Type(typed + "\n");
     EXPECT_THAT(run.Finish(), ::testing::Not(HasSubstr(typed + "\r")));
@@ -263,7 +263,8 @@ TEST_F(Passwords, AreAskedForOnATerminalWithoutEcho) {
 }
 
 TEST_F(Passwords, AreNotAskedForWhereOneIsGiven) {
-  TerminalRun run({"info", Path("secret.pdf"), "--password", "wrong"}, TerminalInput::Terminal);
+  TerminalRun run({"info", Path("secret.pdf"), "--password", "wrong"},
+                  {.input = TerminalInput::Terminal});
   EXPECT_THAT(run.Finish(), StartsWith("tarnix: PasswordError: "));
   EXPECT_EQ(run.Status(), 11);
 }

@@ -8,6 +8,8 @@
 #include <stdexcept>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -80,6 +82,12 @@ void RedirectOutput(const std::string& output, int usual) {
   }
 }
 
+// Called in the child only.
+void LimitFileSize(rlim_t bytes) {
+  const rlimit limit = {.rlim_cur = bytes, .rlim_max = bytes};
+  setrlimit(RLIMIT_FSIZE, &limit);
+}
+
 [[noreturn]] void Execute(const std::vector<std::string>& words) {
   std::vector<char*> pointers;
   for (const std::string& word : words) {
@@ -124,25 +132,30 @@ RunResult RunCommand(const std::vector<std::string>& words, const RunSetup& setu
     dup2(in.Descriptor(), STDIN_FILENO);
     dup2(err.Descriptor(), STDERR_FILENO);
     RedirectOutput(setup.output, out.Descriptor());
+    if (setup.file_size_limit > 0) {
+      LimitFileSize(setup.file_size_limit);
+    }
     Execute(words);
   }
   const int status = StatusOf(process);
   return {.status = status, .out = out.Read(), .err = err.Read()};
 }
 
-TerminalRun::TerminalRun(const std::vector<std::string>& arguments, TerminalInput input)
+TerminalRun::TerminalRun(const std::vector<std::string>& arguments, const TerminalSetup& setup)
     : terminal_(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
   if (terminal_ < 0 || grantpt(terminal_) != 0 || unlockpt(terminal_) != 0) {
     throw std::runtime_error("no terminal");
   }
+  const winsize size = {.ws_row = 24, .ws_col = setup.columns, .ws_xpixel = 0, .ws_ypixel = 0};
+  ioctl(terminal_, TIOCSWINSZ, &size);
   std::vector<std::string> words = {TarnixPath()};
   words.insert(words.end(), arguments.begin(), arguments.end());
   process_ = fork();
   if (process_ == 0) {
-    setenv("TERM", "xterm", 1);
+    setenv("TERM", setup.kind.c_str(), 1);
     unsetenv("TARNIX_PASSWORD");
     dup2(open(ptsname(terminal_), O_RDWR | O_NOCTTY), STDERR_FILENO);
-    if (input == TerminalInput::Terminal) {
+    if (setup.input == TerminalInput::Terminal) {
       dup2(STDERR_FILENO, STDIN_FILENO);
     }
     dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO);
@@ -179,6 +192,11 @@ std::string TerminalRun::Finish() {
   status_ = StatusOf(process_);
   process_ = -1;
   return shown_;
+}
+
+std::string TerminalRun::Kill() {
+  kill(process_, SIGKILL);
+  return Finish();
 }
 
 bool TerminalRun::ReadMore() {

@@ -5,6 +5,7 @@
 #ifndef TARNIX_TESTS_TOOLS_TARNIX_PROCESS_H_
 #define TARNIX_TESTS_TOOLS_TARNIX_PROCESS_H_
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>
@@ -20,6 +21,7 @@ struct RunSetup {
   // pipe".
   std::string output = {};
   std::map<std::string, std::string> environment = {};  // beside the test's own
+  std::uint64_t file_size_limit = 0;  // bytes that no file can grow beyond; 0: as large as it likes
 };
 
 struct RunResult {
@@ -39,11 +41,16 @@ RunResult RunCommand(const std::vector<std::string>& words, const RunSetup& setu
 // What a run reads from.
 enum class TerminalInput { Tests, Terminal };  // the test's own standard input, or what is typed
 
+struct TerminalSetup {
+  TerminalInput input = TerminalInput::Tests;
+  unsigned short columns = 0;  // 0: the terminal does not know
+  std::string kind = "xterm";  // for TERM
+};
+
 // A run whose standard error is a terminal; its standard output is thrown away.
 class TerminalRun {
  public:
-  explicit TerminalRun(const std::vector<std::string>& arguments,
-                       TerminalInput input = TerminalInput::Tests);
+  explicit TerminalRun(const std::vector<std::string>& arguments, const TerminalSetup& setup = {});
   // Kills the program if it is still running.
   ~TerminalRun();
   TerminalRun(const TerminalRun&) = delete;
@@ -55,6 +62,9 @@ class TerminalRun {
   void Type(const std::string& text) const;
   // Waits for the end of the program and returns all that the terminal has shown.
   std::string Finish();
+
+  // Kills the program and returns all that the terminal has shown.
+  std::string Kill();
 
   // As RunResult::status, once the program has ended.
   int Status() const { return status_; }
