@@ -39,6 +39,22 @@ TEST_F(Img2PdfCommandTest, WritesOneDocumentForEachImage) {
   EXPECT_EQ(PagesOf("out/b.pdf"), 1);
 }
 
+TEST_F(Img2PdfCommandTest, NamesTheDocumentOfEachImageByAPattern) {
+  EXPECT_EQ(Run({"img2pdf", "--no-merge", "--name", "{n}-{stem}.pdf", "a.jpg", "b.jpg"}).out,
+            "1-a.pdf\n2-b.pdf\n");
+  EXPECT_EQ(PagesOf("2-b.pdf"), 1);
+  ExpectUsageError(Run({"img2pdf", "--no-merge", "--name", "x.pdf", "a.jpg", "b.jpg"}),
+                   "more than one output would be 'x.pdf'", "tarnix img2pdf");
+}
+
+// The documents of single images are not asked for, and none of them stays.
+TEST_F(Img2PdfCommandTest, LeavesNoDocumentOfASingleImageBehind) {
+  WriteFile("text.jpg", "no image");
+  EXPECT_EQ(Run({"img2pdf", "a.jpg", "b.jpg", "text.jpg", "-o", "out"}).status, 23);
+  EXPECT_EQ(Run({"img2pdf", "a.jpg", "b.jpg", "text.jpg", "--out-password", "x"}).status, 23);
+  EXPECT_THAT(directory_.Names(), ::testing::ElementsAre("a.jpg", "b.jpg", "text.jpg"));
+}
+
 TEST_F(Img2PdfCommandTest, SetsThePage) {
   const auto size = [&](std::vector<std::string> options) {
     options.insert(options.begin(), "img2pdf");

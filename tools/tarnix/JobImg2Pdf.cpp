@@ -1,7 +1,9 @@
 #include <charconv>
 #include <cmath>
+#include <filesystem>
 #include <list>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "Failure.h"
@@ -9,6 +11,7 @@
 #include "Img2PdfTask.h"
 #include "Job.h"
 #include "JobContext.h"
+#include "Streams.h"
 
 namespace TarnixTools::cli {
 namespace {
@@ -54,6 +57,19 @@ float ParseMargin(const std::string& text) {
   return margin;
 }
 
+// A task that fails leaves the documents of the single images that it has made so far.
+void Execute(Img2PdfTask& task) {
+  try {
+    task.Execute();
+  } catch (...) {
+    for (const std::string& path : task.GetWrittenFiles()) {
+      std::error_code ignored;
+      std::filesystem::remove(NativePath(path), ignored);
+    }
+    throw;
+  }
+}
+
 JobResult ConvertImages(JobContext& context) {
   KeepFreedMemory();
   const OptionValues& options = context.Options();
@@ -75,7 +91,7 @@ JobResult ConvertImages(JobContext& context) {
   task.SetMergeAfter(true);
   task.SetOutPdfName(context.OutputName());
   context.SetOutput(task);
-  task.Execute();
+  Execute(task);
   return {.outputs = {context.OutputPath()}, .report = task.GetReport()};
 }
 
