@@ -64,7 +64,8 @@ class TARNIX_EXPORT PdfException : public PdfExceptionBase {
  public:
   // Formats the message as printf does. At most 1023 bytes of it are kept; the rest is cut without
   // notice.
-  //   error_code - the failed engine call's code, 0 when there is none.
+  //   error_code - the failed engine call's code, 0 when there is none. With a code, the reason of the
+  //                system goes along that the last engine's call that failed on this thread had.
   PdfException(PdfExceptionCode code, std::int32_t error_code, const char* format, ...)
       __attribute__((format(printf, 4, 5)));
 
@@ -88,10 +89,16 @@ class TARNIX_EXPORT PdfException : public PdfExceptionBase {
   // no engine was involved; seldom of use beyond a line in a log.
   long GetErrorCode() const noexcept { return error_code_; }
 
+  // Why the system refused what the engine had it do: an errno value, such as ENOSPC where an output
+  // could not be written to its end. 0 when no engine was involved, and where it failed for another
+  // reason.
+  int GetSystemError() const noexcept { return system_error_; }
+
  private:
   char message_[1024] = {};
   PdfExceptionCode code_{};
   std::int32_t error_code_ = 0;
+  std::int32_t system_error_ = 0;
 };
 
 }  // namespace TarnixTools

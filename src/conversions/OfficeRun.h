@@ -35,7 +35,8 @@ struct OfficeRun {
   bool Wait(std::optional<std::chrono::milliseconds> most,
             const std::function<void(std::int32_t, std::int32_t)>& tell = {});
 
-  std::int32_t status = 0;  // of the conversion, once the thread is at its end
+  std::int32_t status = 0;        // of the conversion, once the thread is at its end
+  std::int32_t system_error = 0;  // the errno value that it ended with, or 0
 
  private:
   void Tell(const std::function<void(std::int32_t, std::int32_t)>& tell);

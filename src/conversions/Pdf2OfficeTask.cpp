@@ -7,6 +7,7 @@
 #include "conversions/OfficeConverters.h"
 #include "conversions/OfficeRun.h"
 #include "foundation/JobWatch.h"
+#include "foundation/Platform.h"
 #include "foundation/Protection.h"
 #include "foundation/Utf8.h"
 
@@ -212,6 +213,7 @@ bool Pdf2OfficeTask::WaitForThread() {
 }
 
 void Pdf2OfficeTask::ThrowUnlessDone() const {
+  platform::NoteSystemError(run_->system_error);  // on this thread
   switch (run_->status) {
     case ConversionSdk::kConversionDone:
       return;
@@ -263,6 +265,7 @@ void Pdf2OfficeTask::ConvertPdf2Docx() {
       converter->SetPassword(password_);
     }
     run_->status = converter->ConvertTo(output_file_, true);
+    run_->system_error = converter->GetSystemError();
   });
 }
 
@@ -281,6 +284,7 @@ void Pdf2OfficeTask::ConvertPdf2Xlsx() {
       converter->SetPassword(password_);
     }
     run_->status = converter->ConvertTo(output_file_, true);
+    run_->system_error = converter->GetSystemError();
   });
 }
 
@@ -296,6 +300,7 @@ void Pdf2OfficeTask::ConvertPdf2Pptx() {
       converter->SetPassword(password_);
     }
     run_->status = converter->ConvertTo(output_file_, true);
+    run_->system_error = converter->GetSystemError();
   });
 }
 

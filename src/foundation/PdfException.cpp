@@ -3,6 +3,8 @@
 #include <cstdarg>
 #include <cstdio>
 
+#include "foundation/Platform.h"
+
 namespace TarnixTools {
 
 PdfExceptionBase::~PdfExceptionBase() = default;
@@ -12,7 +14,9 @@ const char* PdfExceptionBase::what() const noexcept {
 }
 
 PdfException::PdfException(PdfExceptionCode code, std::int32_t error_code, const char* format, ...)
-    : code_(code), error_code_(error_code) {
+    : code_(code),
+      error_code_(error_code),
+      system_error_(error_code != 0 ? platform::LastSystemError() : 0) {
   std::va_list arguments;
   va_start(arguments, format);
   std::vsnprintf(message_, sizeof(message_), format, arguments);

@@ -37,6 +37,8 @@ constexpr int kDirectoryFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
 constexpr int kDirectoryFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 #endif
 
+thread_local int last_system_error = 0;
+
 struct SplitPath {
   std::string directory;  // with its slash; empty for the current directory
   std::string name;
@@ -143,6 +145,14 @@ std::string NativePath(const WidePath& path) {
 
 std::string ErrorText(int error) {
   return std::generic_category().message(error);
+}
+
+void NoteSystemError(int error) noexcept {
+  last_system_error = error;
+}
+
+int LastSystemError() noexcept {
+  return last_system_error;
 }
 
 bool IsDirectory(const std::string& path) {

@@ -47,6 +47,12 @@ std::string NativePath(const WidePath& path);
 // The system's text for an errno value.
 std::string ErrorText(int error);
 
+// Why the system refused what the last call of an engine that failed on this thread had it do: an
+// errno value; 0 where the call failed for another reason. Noted by the guard around the engines'
+// contracts, asked right after the call.
+void NoteSystemError(int error) noexcept;
+int LastSystemError() noexcept;
+
 bool IsDirectory(const std::string& path);
 
 // Whether there is anything of that name, be it a link to nothing.

@@ -24,9 +24,14 @@ enum class ErrorCode {
 
 class Error : public std::runtime_error {
  public:
-  Error(ErrorCode code, const std::string& message) : std::runtime_error(message), code_(code) {}
+  // system_error: the errno value with which the system refused what had to be done; 0 where it did
+  // not.
+  Error(ErrorCode code, const std::string& message, int system_error = 0)
+      : std::runtime_error(message), code_(code), system_error_(system_error) {}
 
   ErrorCode code() const { return code_; }
+
+  int system_error() const { return system_error_; }
 
   // Whether the document's own content is the cause, and neither what it is read from, what is
   // written to, a password nor our own fault: who can do without the part in question goes on.
@@ -45,6 +50,7 @@ class Error : public std::runtime_error {
 
  private:
   ErrorCode code_;
+  int system_error_;
 };
 
 // What the function gives; where the document is damaged, what stands in for it. Every other error

@@ -49,6 +49,11 @@ constexpr const char* kCannotCreate = "the output cannot be created";
 constexpr const char* kCannotCreateCure = "look at the permissions of its directory";
 constexpr const char* kPassword = "the password is missing or wrong";
 constexpr const char* kPasswordCure = "give it with `--password` or `--password-file`";
+constexpr const char* kNoRenderer = "PDFium is not installed: libreoffice-core-nogui";
+constexpr const char* kNoRendererCure = "install that package";
+constexpr const char* kNoFontLibrary =
+    "a library is not installed: libfontconfig1 libfreetype6 libharfbuzz0b libfribidi0";
+constexpr const char* kNoFontLibraryCure = "install these packages";
 
 constexpr Row kToolbox[] = {
     {1, kOwnFault, kOwnFaultCure},
@@ -68,8 +73,7 @@ constexpr Row kToolbox[] = {
     {15, "no installed font has a character of the text", "install a font that has it"},
     {16, "not an image that can be read", "give JPEG, JPEG 2000, PNG, TIFF, GIF, BMP, PNM or WebP"},
     {17, kPassword, kPasswordCure},
-    {18, "a library is not installed: libfontconfig1 libfreetype6 libharfbuzz0b libfribidi0",
-     "install these packages"},
+    {18, kNoFontLibrary, kNoFontLibraryCure},
 };
 
 constexpr Row kRewriting[] = {
@@ -138,7 +142,7 @@ constexpr Row kRasteriser[] = {
     {0x80410101, kOwnFault, kOwnFaultCure},
     {0x80410102, kMemory, kMemoryCure},
     {0x80410103, kArgument, kArgumentCure},
-    {0x80410104, "PDFium is not installed: libreoffice-core-nogui", "install that package"},
+    {0x80410104, kNoRenderer, kNoRendererCure},
     {0x80410110, kCannotRead, kCannotReadCure},
     {0x80410111, "not a PDF document, or damaged beyond reading",
      "give a PDF document, or try `tarnix repair`"},
@@ -168,6 +172,8 @@ constexpr Row kConverter[] = {
     {15, "no level of PDF/A can be reached", "mend what the lines behind the message name"},
     {16, "its XMP packet cannot be read", kNoPagesCure},
     {17, kPassword, kPasswordCure},
+    {18, kNoRenderer, kNoRendererCure},
+    {19, kNoFontLibrary, kNoFontLibraryCure},
     {0x83410540, "the level cannot be reached", "allow a lower one with `--allow-downgrade`"},
 };
 
@@ -184,6 +190,7 @@ constexpr Row kOffice[] = {
     {9, "libtarnixoffice.so is missing or of another version",
      "install it beside the library of the program"},
     {10, kPassword, kPasswordCure},
+    {11, kNoFontLibrary, kNoFontLibraryCure},
     {15, "the document has no tables", "convert it to `docx`"},
 };
 
@@ -284,6 +291,9 @@ std::string CauseOf(const Command& command, const Failure& failure,
   if (failure.is_usage || failure.code == PdfExceptionCode::PasswordError || !can_have_cause) {
     return "";
   }
+  if (failure.system_error != 0) {
+    return std::strerror(failure.system_error);
+  }
   if (std::string cause = CauseInSystem(command, failure.message, inputs); !cause.empty()) {
     return cause;
   }
@@ -312,9 +322,12 @@ Failure CurrentFailureOn(const Command& command, const std::vector<Input>& input
 std::string ErrorTable() {
   std::string text =
       "# Errors\n\n"
-      "A failed job prints `tarnix: CodeName: message (cause)`. The cause comes from the code of "
-      "the "
-      "engine that failed, which `--json` shows as `engineCode` and a program gets from "
+      "A failed job prints `tarnix: CodeName: message (cause)`. Where the system has refused "
+      "something, the cause is in its words, as in `No space left on device`, and a program gets "
+      "its "
+      "number from `PdfException::GetSystemError()`. Else it comes from the code of the engine "
+      "that "
+      "failed, which `--json` shows as `engineCode` and a program gets from "
       "`PdfException::GetErrorCode()`. `tarnix errors` writes this page.\n";
   for (const EngineRows& engine : kEngines) {
     text += "\n## " + std::string(engine.title) + "\n\n| code | cause | cure |\n|---|---|---|\n";

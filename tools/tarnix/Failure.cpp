@@ -56,7 +56,8 @@ Failure CurrentFailure() {
   } catch (PdfException& e) {  // not const: only the non-const what() has the message
     return {.code = e.GetCode(),
             .engine_code = e.GetErrorCode(),
-            .message = NativePath(WithoutPassword(e.what()))};
+            .message = NativePath(WithoutPassword(e.what())),
+            .system_error = e.GetSystemError()};
   } catch (const UsageError& e) {
     return {.message = e.what(), .is_usage = true};
   } catch (const std::bad_alloc&) {

@@ -28,6 +28,7 @@ struct Failure {
   std::string message;
   std::string cause = {};  // in a few words; empty where the message says it all
   bool is_usage = false;   // the command line itself is wrong
+  int system_error = 0;    // why the system refused something: an errno value, or 0
 };
 
 // "InvalidParameter"; "Error<n>" for a value without a name.

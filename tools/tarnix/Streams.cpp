@@ -42,7 +42,9 @@ void PrepareStandardStreams() {
       (void)!open("/dev/null", O_RDONLY);
     }
   }
-  std::signal(SIGPIPE, SIG_IGN);
+  for (const int signal : {SIGPIPE, SIGXFSZ}) {  // the write that caused it fails, and says why
+    std::signal(signal, SIG_IGN);
+  }
 }
 
 void WriteOutput(std::string_view text) {

@@ -10,7 +10,8 @@
 namespace TarnixTools::cli {
 
 // Makes sure that the three standard descriptors are taken, so that no document is ever opened as
-// one of them, and turns a write to a closed pipe into an error instead of a signal.
+// one of them, and turns a write to a closed pipe, or beyond the size that files may have, into an
+// error instead of a signal.
 void PrepareStandardStreams();
 
 // Nobody reads standard output any more: the program ends without a word.

@@ -14,18 +14,6 @@ constexpr int kDecimals = 5;  // finer than any device shows
 
 }  // namespace
 
-void FileSink::Write(std::string_view bytes) {
-  if (std::fwrite(bytes.data(), 1, bytes.size(), file_.get()) != bytes.size()) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be written");
-  }
-}
-
-void FileSink::Close() {
-  if (std::fclose(file_.release()) != 0) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed");
-  }
-}
-
 FileSource::FileSource(platform::FilePtr file) : file_(std::move(file)) {
   const std::int64_t length = platform::SeekToEnd(file_.get()) ? platform::Tell(file_.get()) : -1;
   if (length < 0) {
@@ -47,10 +35,9 @@ std::size_t FileSource::ReadAt(std::uint64_t offset, char* buffer, std::size_t s
 }
 
 ImageDocument::ImageDocument(platform::OutputFile output, std::optional<pdf::Security> security)
-    : output_(std::move(output)),
-      sink_(output_.TakeStream()),
+    : file_(std::move(output)),
       security_(std::move(security)),
-      writer_(sink_, security_ ? &*security_ : nullptr),
+      writer_(file_.sink(), security_ ? &*security_ : nullptr),
       pages_(writer_),
       images_(writer_) {}
 
@@ -105,10 +92,7 @@ void ImageDocument::Close() {
   pdf::AppendReference(text, pages_.Finish());
   writer_.WriteObject(catalog, text + ">>");
   writer_.Finish(catalog, 0);
-  sink_.Close();
-  if (!output_.Commit()) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be put under its name");
-  }
+  file_.Complete();
 }
 
 }  // namespace TarnixTools::engines::img2pdf

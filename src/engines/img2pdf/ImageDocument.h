@@ -9,29 +9,16 @@
 #include <vector>
 
 #include "engines/img2pdf/PageLayout.h"
+#include "engines/support/files/SavedFile.h"
 #include "engines/support/imagefiles/ImageFile.h"
 #include "engines/support/images/ImageWriter.h"
 #include "foundation/Platform.h"
 #include "pdf/crypt/Security.h"
-#include "pdf/file/ByteSink.h"
+#include "pdf/file/ByteSource.h"
 #include "pdf/write/FileWriter.h"
 #include "pdf/write/PageTreeWriter.h"
 
 namespace TarnixTools::engines::img2pdf {
-
-// Writes to a file of the system.
-class FileSink : public pdf::ByteSink {
- public:
-  explicit FileSink(platform::FilePtr file) : file_(std::move(file)) {}
-
-  void Write(std::string_view bytes) override;
-
-  // Throws Error(kWriteFailed) when what was written did not all arrive.
-  void Close();
-
- private:
-  platform::FilePtr file_;
-};
 
 // Reads a file of the system.
 class FileSource : public pdf::ByteSource {
@@ -64,8 +51,7 @@ class ImageDocument {
   void AddPage(const EncodedImage& image, pdf::ByteSource& source, const PageLayout& layout);
   std::uint32_t WriteContent(const pdf::Matrix& matrix);
 
-  platform::OutputFile output_;
-  FileSink sink_;
+  SavedFile file_;
   std::optional<pdf::Security> security_;
   pdf::FileWriter writer_;
   pdf::PageTreeWriter pages_;

@@ -1,5 +1,6 @@
 #include "engines/img2pdf/Img2Pdf.h"
 
+#include <cerrno>
 #include <cmath>
 #include <memory>
 #include <optional>
@@ -36,7 +37,7 @@ void Create(TImg2Pdf& object, const platform::WidePath& path, const std::wstring
   Require(object.document == nullptr);
   std::optional<platform::OutputFile> output = platform::OutputFile::Create(path);
   if (!output) {
-    throw Img2PdfFailure(kImg2PdfCreateError);
+    throw Img2PdfFailure(kImg2PdfCreateError, errno);
   }
   object.document = std::make_unique<ImageDocument>(
       std::move(*output), EncryptionWith(user_password, owner_password, permissions));

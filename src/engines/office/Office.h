@@ -36,10 +36,11 @@ enum ConversionStatus : std::int32_t {
   kOutputNotWritten = 5,  // the disk is full, or the directory takes no file
   kOutputExists = 6,      // and was not to be replaced
   kNoMemory = 7,
-  kBadSetting = 8,      // an option has a value that there is no meaning for
-  kLibraryUnfit = 9,    // the conversion library is missing or of another version
-  kCopyProtected = 10,  // the password is missing or wrong
-  kNoTables = 15,       // a workbook was asked of a document without tables
+  kBadSetting = 8,       // an option has a value that there is no meaning for
+  kLibraryUnfit = 9,     // the conversion library is missing or of another version
+  kCopyProtected = 10,   // the password is missing or wrong
+  kLibraryMissing = 11,  // one of those for fonts
+  kNoTables = 15,        // a workbook was asked of a document without tables
 };
 
 // How the text of a Word document is laid out.
@@ -106,6 +107,8 @@ class ConversionState {
   std::atomic<bool> is_cancelled{false};  // set by Cancel alone
   std::atomic<std::int32_t> pages_done{0};
   std::atomic<std::int32_t> page_count{0};
+  // Why the system refused something, an errno value, where a conversion ended for that; else 0.
+  std::atomic<std::int32_t> system_error{0};
 
   // False: the output is about to get its name, and nothing stops that any more.
   bool Cancel() noexcept {
@@ -129,6 +132,7 @@ class ConversionState {
     is_completing_ = false;
     pages_done = 0;
     page_count = 0;
+    system_error = 0;
   }
 
  private:
@@ -294,6 +298,9 @@ class PdfConverter : private ConversionEvents {
   std::pair<std::int32_t, std::int32_t> GetProgress() const noexcept {
     return {state_.pages_done, state_.page_count};
   }
+
+  // Why the system refused what the last conversion had it do: an errno value, or 0.
+  std::int32_t GetSystemError() const noexcept { return state_.system_error; }
 
  protected:
   explicit PdfConverter(OfficeFormat format) { request_.format = format; }

@@ -1,7 +1,7 @@
 #include "engines/parser/ImageStore.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <cerrno>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -12,6 +12,7 @@
 #include "engines/support/codecs/BilevelJpegWriter.h"
 #include "engines/support/codecs/JpegWriter.h"
 #include "engines/support/files/DiskFile.h"
+#include "engines/support/files/SavedFile.h"
 #include "engines/support/images/Picture.h"
 #include "engines/support/images/ReadyJpeg.h"
 #include "engines/support/pictures/UprightPicture.h"
@@ -28,7 +29,7 @@ class StoredFile : public pdf::ByteSink {
   StoredFile(const platform::WidePath& path, std::size_t most_kept)
       : output_(platform::OutputFile::Create(path)), most_kept_(most_kept) {
     if (!output_) {
-      throw ExpaFailure(kExpaCreateError);
+      throw ExpaFailure(kExpaCreateError, errno);
     }
     stream_ = output_->TakeStream();
   }
@@ -46,11 +47,7 @@ class StoredFile : public pdf::ByteSink {
 
   void KeepNoCopy() { is_kept_ = false; }
 
-  void Finish() {
-    if (std::fclose(stream_.release()) != 0 || !output_->Commit()) {
-      throw ExpaFailure(kExpaWriteError);
-    }
-  }
+  void Finish() { CompleteFile(std::move(stream_), *output_); }
 
   // Null when it was too long.
   std::shared_ptr<const std::string> TakeCopy() {

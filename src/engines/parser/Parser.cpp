@@ -1,5 +1,6 @@
 #include "engines/parser/Parser.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -13,6 +14,7 @@
 #include "engines/parser/OriginalImage.h"
 #include "engines/support/contract/Registry.h"
 #include "engines/support/files/DiskFile.h"
+#include "engines/support/files/SavedFile.h"
 #include "engines/support/images/ImageWalker.h"
 #include "engines/support/metadata/PdfAClaim.h"
 #include "engines/support/metadata/XmpPacket.h"
@@ -141,13 +143,11 @@ std::string PacketOf(pdf::Document& document) {
 void WritePacket(std::string_view packet, const platform::WidePath& path) {
   std::optional<platform::OutputFile> output = platform::OutputFile::Create(path);
   if (!output) {
-    throw ExpaFailure(kExpaCreateError);
+    throw ExpaFailure(kExpaCreateError, errno);
   }
   platform::FilePtr stream = output->TakeStream();
   DiskSink(stream.get()).Write(packet);
-  if (std::fclose(stream.release()) != 0 || !output->Commit()) {
-    throw ExpaFailure(kExpaWriteError);
-  }
+  CompleteFile(std::move(stream), *output);
 }
 
 }  // namespace

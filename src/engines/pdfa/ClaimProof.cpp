@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -91,11 +92,11 @@ std::string WithoutClaim(const std::string& packet) {
 
 void Overwrite(std::FILE* file, const PlainPacket& packet) {
   if (!platform::Seek(file, static_cast<std::int64_t>(packet.offset))) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be positioned");
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be positioned", errno);
   }
   DiskSink(file).Write(packet.bytes);
   if (!platform::SeekToEnd(file)) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be positioned");
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be positioned", errno);
   }
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "engines/rasteriser/Pdf2ImgFailure.h"
+#include "foundation/Platform.h"
 
 namespace TarnixTools::engines::rasteriser {
 
@@ -97,13 +98,14 @@ void EncodingQueue::RunThread() {
     lock.unlock();
     Do(work);
     const Pdf2ImgError error = work.image->error;
+    const int system_error = work.image->system_error;
     work.image.reset();
     lock.lock();
     is_busy_ = false;
     if (work.buffer != nullptr) {
       MarkFree(*work.buffer);
     } else if (error != kPdf2ImgNoError) {
-      failed_.push_back({work.page_number, error});
+      failed_.push_back({work.page_number, error, system_error});
     }
     changed_.notify_all();
   }
@@ -114,7 +116,10 @@ void EncodingQueue::Do(const Work& work) noexcept {
   if (work.image->error != kPdf2ImgNoError) {
     return;
   }
-  const auto note = [&](Pdf2ImgError code) { work.image->error = code; };
+  const auto note = [&](Pdf2ImgError code) {
+    work.image->error = code;
+    work.image->system_error = platform::LastSystemError();
+  };
   GuardedBy<Pdf2ImgErrors>(note, [&] {
     if (work.buffer != nullptr) {
       work.image->WriteRows(work.buffer->data(), work.stride, work.row_count);

@@ -40,6 +40,7 @@ class PixelBuffer {
 struct FailedImage {
   std::int32_t page_number = 0;
   Pdf2ImgError error = kPdf2ImgNoError;
+  int system_error = 0;  // an errno value, or 0
 };
 
 // Used by one thread, beside its own.

@@ -1,8 +1,10 @@
 #include "engines/rasteriser/ImageFile.h"
 
+#include <cerrno>
 #include <utility>
 
 #include "engines/rasteriser/Pdf2ImgFailure.h"
+#include "engines/support/files/SavedFile.h"
 
 namespace TarnixTools::engines::rasteriser {
 namespace {
@@ -10,7 +12,7 @@ namespace {
 platform::OutputFile Create(const platform::WidePath& path) {
   std::optional<platform::OutputFile> output = platform::OutputFile::Create(path);
   if (!output) {
-    throw Pdf2ImgFailure(kPdf2ImgCreateError);
+    throw Pdf2ImgFailure(kPdf2ImgCreateError, errno);
   }
   return *std::move(output);
 }
@@ -82,9 +84,7 @@ void ImageFile::Finish() {
   png_.reset();
   jpeg_.reset();
   sink_.reset();
-  if (std::fclose(stream_.release()) != 0 || !output_.Commit()) {
-    throw Pdf2ImgFailure(kPdf2ImgWriteError);
-  }
+  CompleteFile(std::move(stream_), output_);
 }
 
 }  // namespace TarnixTools::engines::rasteriser

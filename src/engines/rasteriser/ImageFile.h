@@ -42,6 +42,7 @@ class ImageFile {
 
   // What went wrong first, for whoever writes the image.
   Pdf2ImgError error = kPdf2ImgNoError;
+  int system_error = 0;
 
  private:
   platform::OutputFile output_;

@@ -28,8 +28,6 @@ Pdf2ImgError Pdf2ImgErrors::Of(const DrawingError& error) {
       return kPdf2ImgNotAPdfError;
     case DrawingErrorCode::kNoRenderer:
       return kPdf2ImgNoRendererError;
-    case DrawingErrorCode::kScratch:
-      return kPdf2ImgWriteError;
     case DrawingErrorCode::kPage:
       return kPdf2ImgPageError;
     case DrawingErrorCode::kMemory:

@@ -49,13 +49,12 @@ struct TPdf2Img {
       document->ReleasePage();
       image_page_number = page_number;
       if (document->is_page_partial()) {
-        Report({page_number, kPdf2ImgPartialPageError});
+        Report({.page_number = page_number, .error = kPdf2ImgPartialPageError});
       }
     } catch (...) {
       image.reset();
-      const Pdf2ImgError error = CodeOfCurrentException<Pdf2ImgErrors>();
-      Report({page_number, error});
-      throw Pdf2ImgFailure(error);
+      Report({.page_number = page_number, .error = CodeOfCurrentException<Pdf2ImgErrors>()});
+      throw;
     }
   }
 
@@ -98,13 +97,12 @@ struct TPdf2Img {
   void Close() {
     image.reset();
     document.reset();
-    Pdf2ImgError error = kPdf2ImgNoError;
-    for (const FailedImage& failed : queue.Drain()) {
-      error = failed.error;
+    const std::vector<FailedImage> all_failed = queue.Drain();
+    for (const FailedImage& failed : all_failed) {
       Report(failed);
     }
-    if (error != kPdf2ImgNoError) {
-      throw Pdf2ImgFailure(error);
+    if (!all_failed.empty()) {
+      throw Pdf2ImgFailure(all_failed.back().error, all_failed.back().system_error);
     }
   }
 

@@ -1,5 +1,7 @@
 #include "engines/toolbox/StreamBridge.h"
 
+#include <cerrno>
+
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines::toolbox {
@@ -34,7 +36,7 @@ std::size_t StreamSource::ReadAt(std::uint64_t offset, char* buffer, std::size_t
 void StreamSink::Write(std::string_view bytes) {
   const auto size = static_cast<std::int64_t>(bytes.size());
   if (stream_.write(stream_.handle, bytes.data(), size) != size) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be written");
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be written", errno);
   }
 }
 

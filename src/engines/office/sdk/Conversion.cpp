@@ -1,5 +1,6 @@
 #include "engines/office/sdk/Conversion.h"
 
+#include <cerrno>
 #include <exception>
 #include <new>
 #include <optional>
@@ -14,6 +15,7 @@
 #include "engines/office/writers/slides/SlideWriter.h"
 #include "engines/office/writers/word/WordWriter.h"
 #include "engines/support/files/SavedFile.h"
+#include "engines/support/fonts/LibraryMissing.h"
 #include "engines/support/pages/Cancellation.h"
 #include "foundation/Platform.h"
 #include "foundation/Utf8.h"
@@ -30,15 +32,19 @@ using ConversionSdk::OfficeFormat;
 // How a conversion ends that does not come to its end.
 class Failure : public std::exception {
  public:
-  Failure(std::int32_t status, std::string why) : status_(status), why_(std::move(why)) {}
+  Failure(std::int32_t status, std::string why, int system_error = 0)
+      : status_(status), why_(std::move(why)), system_error_(system_error) {}
 
   std::int32_t status() const { return status_; }
+
+  int system_error() const { return system_error_; }
 
   const char* what() const noexcept override { return why_.c_str(); }
 
  private:
   std::int32_t status_;
   std::string why_;
+  int system_error_;
 };
 
 std::int32_t StatusOf(const pdf::Error& error) {
@@ -134,7 +140,7 @@ class Conversion {
     auto output =
         platform::OutputFile::Create(platform::WidePath(WideToUtf8(request_->output_file)));
     if (!output) {
-      throw Failure(ConversionSdk::kOutputNotWritten, "the output cannot be made");
+      throw Failure(ConversionSdk::kOutputNotWritten, "the output cannot be made", errno);
     }
     SavedFile file(std::move(*output));
     WriteTo(document, pictures, file.sink());
@@ -164,7 +170,7 @@ class Conversion {
   ConversionLog* log_;
 };
 
-std::int32_t StatusOfCurrent(std::string& why) {
+std::int32_t StatusOfCurrent(std::string& why, ConversionState& state) {
   try {
     throw;
   } catch (const Cancelled& cancelled) {
@@ -172,10 +178,15 @@ std::int32_t StatusOfCurrent(std::string& why) {
     return ConversionSdk::kConversionCancelled;
   } catch (const Failure& failure) {
     why = failure.what();
+    state.system_error = failure.system_error();
     return failure.status();
   } catch (const pdf::Error& error) {
     why = error.what();
+    state.system_error = error.system_error();
     return StatusOf(error);
+  } catch (const fonts::LibraryMissing& missing) {
+    why = missing.what();
+    return ConversionSdk::kLibraryMissing;
   } catch (const std::bad_alloc&) {
     why = "there is not enough memory";
     return ConversionSdk::kNoMemory;
@@ -201,7 +212,7 @@ std::int32_t Convert(const ConversionRequest& request, ConversionState& state,
       Conversion(request, state, events, log).Run();
       status = ConversionSdk::kConversionDone;
     } catch (...) {
-      status = StatusOfCurrent(why);
+      status = StatusOfCurrent(why, state);
     }
     log.Write("status " + std::to_string(status) + ": " + why);
   } catch (...) {  // no memory for a line of the log

@@ -1,5 +1,6 @@
 #include "engines/pdfa/convert/WrittenFile.h"
 
+#include <cerrno>
 #include <optional>
 #include <utility>
 
@@ -12,7 +13,7 @@ namespace {
 platform::OutputFile CreateFile(const platform::WidePath& path) {
   std::optional<platform::OutputFile> file = platform::OutputFile::Create(path);
   if (!file) {
-    throw ConverterFailure(kConverterCreateError);
+    throw ConverterFailure(kConverterCreateError, errno);
   }
   return std::move(*file);
 }

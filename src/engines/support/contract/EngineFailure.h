@@ -10,17 +10,23 @@ namespace TarnixTools::engines {
 //
 //   using ExpaFailure = EngineFailure<ExpaError>;
 //   throw ExpaFailure(kExpaArgumentError);
+//   throw ExpaFailure(kExpaCreateError, errno);  // where the system has refused something
 template <typename Code>
 class EngineFailure : public std::exception {
  public:
-  explicit EngineFailure(Code code) : code_(code) {}
+  explicit EngineFailure(Code code, int system_error = 0)
+      : code_(code), system_error_(system_error) {}
 
   Code code() const { return code_; }
+
+  // An errno value; 0 where the system has nothing to do with it.
+  int system_error() const { return system_error_; }
 
   const char* what() const noexcept override { return "an engine's operation failed"; }
 
  private:
   Code code_;
+  int system_error_;
 };
 
 }  // namespace TarnixTools::engines

@@ -14,7 +14,8 @@
 //     static Code Of(const DrawingError& error);
 //   };
 //
-// and where its last error lives: wherever it likes (GuardedBy), or in its objects (Guarded), each
+// Why the system refused something goes along by platform::NoteSystemError. The engine also says
+// where its last error lives: wherever it likes (GuardedBy), or in its objects (Guarded), each
 // of which has a member `last_error`:
 //
 //   int Pdf2ImgClose(TPdf2Img* object) {
@@ -27,6 +28,8 @@
 #include <type_traits>
 
 #include "engines/support/contract/EngineFailure.h"
+#include "foundation/Platform.h"
+#include "pdf/Error.h"
 
 namespace TarnixTools::engines {
 
@@ -69,6 +72,20 @@ template <typename Operation>
 using GuardedResult = std::conditional_t<std::is_void_v<std::invoke_result_t<Operation>>, int,
                                          std::invoke_result_t<Operation>>;
 
+// Why the system refused what the exception that is being handled tells of: an errno value, or 0.
+template <typename Errors>
+int SystemErrorOfCurrentException() noexcept {
+  try {
+    throw;
+  } catch (const EngineFailure<typename Errors::Code>& failure) {
+    return failure.system_error();
+  } catch (const pdf::Error& error) {
+    return error.system_error();
+  } catch (...) {
+    return 0;
+  }
+}
+
 // For an engine that keeps its last error elsewhere than in its objects.
 //   note - is told the code when the operation throws; must not throw itself
 template <typename Errors, typename Note, typename Operation>
@@ -81,6 +98,7 @@ GuardedResult<Operation> GuardedBy(Note&& note, Operation&& operation) noexcept 
       return operation();
     }
   } catch (...) {
+    platform::NoteSystemError(SystemErrorOfCurrentException<Errors>());
     note(CodeOfCurrentException<Errors>());
   }
   return {};

@@ -13,7 +13,6 @@ enum class DrawingErrorCode : std::uint8_t {
   kPassword,    // its password is missing or wrong
   kNotAPdf,     // neither the core nor PDFium can read it
   kNoRenderer,  // PDFium is not installed
-  kScratch,     // a copy of the document cannot be written
   kPage,        // there is no such page, or it cannot be loaded
   kMemory,      // no bitmap can be made
 };

@@ -1,6 +1,7 @@
 #include "engines/support/drawing/DrawnDocument.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <utility>
 
@@ -136,7 +137,7 @@ void DrawnDocument::UseRepairedCopy() {
   DiskSink sink(copy.get());
   WriteRepairedCopy(*core_, *pages_, sink);
   if (std::fflush(copy.get()) != 0) {
-    throw DrawingError(DrawingErrorCode::kScratch);
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the copy cannot be completed", errno);
   }
   PdfiumLock pdfium;
   ClosePages();

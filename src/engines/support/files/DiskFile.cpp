@@ -5,16 +5,20 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "foundation/JobWatch.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines {
+namespace {
+
+constexpr std::uint64_t kToldBytes = std::uint64_t{64} << 10;
+
+}  // namespace
 
 DiskSource::DiskSource(std::shared_ptr<std::FILE> file) : file_(std::move(file)) {
   struct stat info {};
 
   if (fstat(fileno(file_.get()), &info) != 0 || info.st_size < 0) {
-    throw pdf::Error(pdf::ErrorCode::kReadFailed, "the length of the file cannot be had");
+    throw pdf::Error(pdf::ErrorCode::kReadFailed, "the length of the file cannot be had", errno);
   }
   size_ = static_cast<std::uint64_t>(info.st_size);
 }
@@ -28,7 +32,7 @@ std::size_t DiskSource::ReadAt(std::uint64_t offset, char* buffer, std::size_t s
       continue;
     }
     if (count < 0) {
-      throw pdf::Error(pdf::ErrorCode::kReadFailed, "the file cannot be read");
+      throw pdf::Error(pdf::ErrorCode::kReadFailed, "the file cannot be read", errno);
     }
     if (count == 0) {
       break;
@@ -44,16 +48,28 @@ std::shared_ptr<std::FILE> OpenShared(const platform::WidePath& path) {
 }
 
 void DiskSink::Write(std::string_view bytes) {
-  if (JobWatch::IsCancelled() ||
-      std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be written");
+  if (JobWatch::IsCancelled()) {
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the job is to stop");
+  }
+  if (std::fwrite(bytes.data(), 1, bytes.size(), file_) != bytes.size()) {
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be written", errno);
+  }
+}
+
+ToldSink::ToldSink(pdf::ByteSink& sink, std::uint64_t expected)
+    : sink_(&sink), steps_(static_cast<std::int64_t>(expected / kToldBytes)) {}
+
+void ToldSink::Write(std::string_view bytes) {
+  sink_->Write(bytes);
+  for (untold_ += bytes.size(); untold_ >= kToldBytes; untold_ -= kToldBytes) {
+    steps_.Done();
   }
 }
 
 std::shared_ptr<std::FILE> OpenScratchFile() {
   platform::FilePtr file(std::tmpfile());
   if (file == nullptr) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "no temporary file can be made");
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "no temporary file can be made", errno);
   }
   return std::shared_ptr<std::FILE>(std::move(file));
 }

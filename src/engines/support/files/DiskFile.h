@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "foundation/JobWatch.h"
 #include "foundation/Platform.h"
 #include "pdf/file/ByteSink.h"
 #include "pdf/file/ByteSource.h"
@@ -41,6 +42,21 @@ class DiskSink : public pdf::ByteSink {
 
  private:
   std::FILE* file_;
+};
+
+// Passes on what is written, and tells the host of the job how far that is.
+class ToldSink : public pdf::ByteSink {
+ public:
+  // expected: bytes, more or less. The other sink outlives this one.
+  ToldSink(pdf::ByteSink& sink, std::uint64_t expected);
+
+  // Throws what the sink throws, and PdfException when the host has the job stop.
+  void Write(std::string_view bytes) override;
+
+ private:
+  pdf::ByteSink* sink_;
+  JobSteps steps_;
+  std::uint64_t untold_ = 0;
 };
 
 // A file without a name in the system's directory for such files, gone when the last user closes

@@ -1,6 +1,8 @@
 #include "engines/support/files/SavedFile.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 #include "pdf/Error.h"
@@ -14,8 +16,12 @@ constexpr std::size_t kCopiedBlock = std::size_t{256} << 10;
 }  // namespace
 
 void SavedFile::Complete() {
-  if (std::fclose(stream_.release()) != 0 || !output_.Commit()) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed");
+  CompleteFile(std::move(stream_), output_);
+}
+
+void CompleteFile(platform::FilePtr stream, platform::OutputFile& output) {
+  if (std::fclose(stream.release()) != 0 || !output.Commit()) {
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed", errno);
   }
 }
 

@@ -42,6 +42,9 @@ class SavedFile {
   DiskSink sink_;
 };
 
+// Closes a file that is written, and gives it its name. Throws pdf::Error(kWriteFailed).
+void CompleteFile(platform::FilePtr stream, platform::OutputFile& output);
+
 // Throws pdf::Error: kSourceChanged for a source that has become shorter, and what the two throw.
 void CopyAll(pdf::ByteSource& source, pdf::ByteSink& sink);
 

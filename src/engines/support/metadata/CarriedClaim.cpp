@@ -8,6 +8,7 @@
 #include "engines/support/metadata/MetadataLimits.h"
 #include "engines/support/metadata/PdfAClaim.h"
 #include "engines/support/metadata/XmpPacket.h"
+#include "foundation/Platform.h"
 #include "pdf/Error.h"
 #include "pdf/tree/DocumentVersion.h"
 
@@ -86,7 +87,8 @@ ClaimFate ProvePdfAClaim(std::int32_t level, std::int32_t (*proof)(std::FILE* fi
   }
   const std::int32_t proven = proof(file);
   if (proven < 0) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the claim of PDF/A cannot be proven");
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the claim of PDF/A cannot be proven",
+                     platform::LastSystemError());
   }
   return proven == level ? ClaimFate::kKept
          : proven != 0   ? ClaimFate::kLowered

@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <new>
 #include <stdexcept>
 #include <thread>
@@ -6,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "engines/support/contract/Guard.h"
+#include "foundation/Platform.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines {
@@ -105,6 +107,19 @@ TEST(Guard, TellsAnyoneWhoAsks) {
   EXPECT_EQ(told, kNone);
   EXPECT_EQ(GuardedBy<TestErrors>(note, []() -> int { throw EngineFailure(kOwn); }), 0);
   EXPECT_EQ(told, kOwn);
+}
+
+TEST(Guard, NotesWhyTheSystemRefusedWhatFailed) {
+  EXPECT_EQ(CodeOf(EngineFailure(kOwn, ENOSPC)), kOwn);
+  EXPECT_EQ(platform::LastSystemError(), ENOSPC);
+  EXPECT_EQ(CodeOf(pdf::Error(pdf::ErrorCode::kReadFailed, "", EIO)), kRead);
+  EXPECT_EQ(platform::LastSystemError(), EIO);
+  EXPECT_EQ(GuardedWithoutObject<TestErrors>([] { return 3; }), 3);
+  EXPECT_EQ(platform::LastSystemError(), EIO) << "of the last call that failed";
+  EXPECT_EQ(CodeOf(PartError("")), kPart);
+  EXPECT_EQ(platform::LastSystemError(), 0);
+  platform::NoteSystemError(EIO);
+  std::thread([] { EXPECT_EQ(platform::LastSystemError(), 0); }).join();
 }
 
 TEST(Require, ThrowsTheArgumentError) {

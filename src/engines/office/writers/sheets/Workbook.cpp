@@ -1,5 +1,6 @@
 #include "engines/office/writers/sheets/Workbook.h"
 
+#include <cerrno>
 #include <ctime>
 #include <vector>
 
@@ -23,7 +24,7 @@ constexpr double kMediumBorder = 2.2;          // points, at most
 constexpr std::time_t kFixedDate = 315532800;  // 1980-01-01, as in the archive itself
 
 [[noreturn]] void ThrowWriteFailed() {
-  throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the workbook cannot be written");
+  throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the workbook cannot be written", errno);
 }
 
 lxw_color_t ColorOf(const Rgb& color) {
