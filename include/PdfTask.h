@@ -30,8 +30,9 @@ namespace TarnixTools {
 //   job  - the job's name in English: "merge", "split", "rotate", "remove pages", "compress", "number",
 //          "stamp text", "stamp image", "transform", "metadata", "protect", "unlock", "PDF/A", "repair",
 //          "images to PDF", "pages to images", "extract images", "office"
-//   done - of its steps, which are pages, pieces, images or documents; never less than told before
-//          within one part of the work
+//   done - of its steps, which are pages, pieces, images or documents, or hundredths of the whole where one
+//          document is compressed, repaired or made PDF/A; never less than told before within one part of
+//          the work
 //   of   - how many there are; 0 as long as that is not known
 using PdfProgress = std::function<bool(const std::string& job, std::int64_t done, std::int64_t of)>;
 

@@ -6,6 +6,7 @@
 #include "PdfException.h"
 #include "engines/pdfa/PdfA.h"
 #include "engines/repair/Repair.h"
+#include "foundation/JobWatch.h"
 #include "foundation/Platform.h"
 #include "foundation/Protection.h"
 #include "foundation/Utf8.h"
@@ -20,6 +21,10 @@ constexpr std::uint32_t kPrintingAllowed = 0x804;
 constexpr std::uint32_t kRebuild = 0x1;
 constexpr std::uint32_t kAllAnalyses = 7;
 constexpr std::int32_t kNoObject = 1;
+
+// How far the job is behind its two stages, in hundredths.
+constexpr int kAnalyzed = 60;
+constexpr int kSaved = 100;
 
 // In a session that has been started; ends it when there is no object.
 TPdfRepair* CreateObject() {
@@ -94,6 +99,16 @@ void AddReport(TPdfRepair* repair, PdfReport& report) {
   }
 }
 
+// The host may have the job stop here.
+void BeginSaving(JobStages& stages, TPdfRepair* repair) {
+  try {
+    stages.Begin(kSaved);
+  } catch (...) {
+    Release(repair);
+    throw;
+  }
+}
+
 }  // namespace
 
 PdfRepairTask::PdfRepairTask(const PdfDoc& document) : PdfTask(document) {
@@ -162,6 +177,8 @@ void PdfRepairTask::SetDefaults() {
 // The result of the repair is not looked at: what cannot be saved fails then, with its problems
 // listed.
 void PdfRepairTask::RepairDoc(const PdfDoc& document, const std::string& output_file) {
+  JobStages stages;
+  stages.Begin(kAnalyzed);
   engines::PdfRepairInitialize();
   TPdfRepair* repair = CreateObject();
   Open(repair, document);
@@ -170,6 +187,7 @@ void PdfRepairTask::RepairDoc(const PdfDoc& document, const std::string& output_
   engines::PdfRepairSetClaimProof(repair, &engines::PdfValidatorProveClaim);
   engines::PdfRepairAnalyzeAndRepair(repair);
   GetRepairErrorList(repair);
+  BeginSaving(stages, repair);
   const std::wstring password = Utf8ToWide(out_password_);
   if (engines::PdfRepairSaveAsW(repair, platform::WidePath(output_file), password, password,
                                 kPrintingAllowed) == 0) {

@@ -96,13 +96,67 @@ void JobWatch::CallHost() noexcept {
   called_ = std::chrono::steady_clock::now();
 }
 
-JobSteps::JobSteps(std::int64_t count) : watch_(count > 1 ? JobWatch::Active() : nullptr) {
+JobStages::JobStages() : watch_(JobWatch::Active()) {
+  if (watch_ == nullptr || watch_->has_steps_ || watch_->has_stages_) {
+    watch_ = nullptr;
+    JobWatch::StopIfCancelled();
+    return;
+  }
+  JobWatch::Report(0, kWhole);
+  watch_->has_stages_ = true;
+  watch_->stage_end_ = 0;
+}
+
+JobStages::~JobStages() {
+  if (watch_ != nullptr) {
+    watch_->has_stages_ = false;
+  }
+}
+
+void JobStages::Begin(int end) {
+  if (watch_ == nullptr) {
+    JobWatch::StopIfCancelled();
+    return;
+  }
+  watch_->stage_start_ = std::exchange(watch_->stage_end_, end);
+  Tell(*watch_, watch_->stage_start_);
+}
+
+void JobStages::Finish() {
+  if (watch_ == nullptr) {
+    JobWatch::StopIfCancelled();
+  } else {
+    Tell(*watch_, kWhole);
+  }
+}
+
+void JobStages::FinishCurrent() {
+  const JobWatch* const watch = JobWatch::Active();
+  if (watch != nullptr && watch->has_stages_ && !watch->has_steps_) {
+    Tell(*watch, watch->stage_end_);
+  }
+}
+
+void JobStages::Tell(const JobWatch& watch, std::int64_t hundredths) {
+  if (hundredths > watch.done_) {
+    JobWatch::Report(hundredths, kWhole);
+  } else {
+    JobWatch::StopIfCancelled();
+  }
+}
+
+JobSteps::JobSteps(std::int64_t count)
+    : watch_(count > 1 ? JobWatch::Active() : nullptr), count_(count) {
   if (watch_ == nullptr || watch_->has_steps_) {
     watch_ = nullptr;
     JobWatch::StopIfCancelled();
     return;
   }
-  JobWatch::Report(0, count);
+  if (watch_->has_stages_) {
+    JobWatch::StopIfCancelled();
+  } else {
+    JobWatch::Report(0, count);
+  }
   watch_->has_steps_ = true;
 }
 
@@ -113,10 +167,16 @@ JobSteps::~JobSteps() {
 }
 
 void JobSteps::Done() {
-  if (watch_ == nullptr) {
+  if (watch_ == nullptr || done_ == count_) {
     JobWatch::StopIfCancelled();
+    return;
+  }
+  ++done_;
+  if (watch_->has_stages_) {
+    const std::int64_t share = watch_->stage_end_ - watch_->stage_start_;
+    JobStages::Tell(*watch_, watch_->stage_start_ + share * done_ / count_);
   } else {
-    JobWatch::Report(watch_->done_ + 1, watch_->of_);
+    JobWatch::Report(done_, count_);
   }
 }
 

@@ -53,6 +53,7 @@ class JobWatch {
   static void Report(std::int64_t done, std::int64_t of);
 
  private:
+  friend class JobStages;
   friend class JobSteps;
 
   // The job of this thread. None while the host is called: what it does then is no part of the job.
@@ -67,14 +68,56 @@ class JobWatch {
   std::int64_t done_ = 0;
   std::int64_t of_ = 0;
   bool has_steps_ = false;
+  bool has_stages_ = false;
+  int stage_start_ = 0;
+  int stage_end_ = 0;
   bool is_calling_ = false;
   bool is_cancelled_ = false;
   std::exception_ptr thrown_;
   std::chrono::steady_clock::time_point called_{};
 };
 
+// A piece of work that is done in stages, told in hundredths of the whole: what is told within a stage
+// counts for its share.
+//
+//   JobStages stages;
+//   stages.Begin(30);  // what is done now makes 30 of 100
+//   Survey(document);  // with JobSteps of its own, or without
+//   stages.Begin(100);
+//   Write(document);
+//   stages.Finish();
+//
+// Of stages within steps or other stages nobody hears.
+class JobStages {
+ public:
+  JobStages();
+  JobStages(const JobStages&) = delete;
+  JobStages& operator=(const JobStages&) = delete;
+  ~JobStages();
+
+  // The stage before is done; the next one ends at this share, in hundredths. Throws InternalError when
+  // the host has the job stop.
+  void Begin(int end);
+
+  // All of them are done, whatever there is of them. Call it as long as the job can still be stopped.
+  void Finish();
+
+  // The stage under way is done, whoever has begun it; as Begin.
+  static void FinishCurrent();
+
+ private:
+  friend class JobSteps;
+
+  static constexpr int kWhole = 100;
+
+  // Tells the host when this is more than it has been told.
+  static void Tell(const JobWatch& watch, std::int64_t hundredths);
+
+  JobWatch* watch_;  // null where nobody hears of them
+};
+
 // The steps of a part of the work. Of steps within steps the host hears of the outer ones only, and
-// a single step is none: what is done in it counts instead.
+// a single step is none: what is done in it counts instead. Within a stage, they are steps of that.
 class JobSteps {
  public:
   explicit JobSteps(std::int64_t count);
@@ -82,11 +125,14 @@ class JobSteps {
   JobSteps& operator=(const JobSteps&) = delete;
   ~JobSteps();
 
-  // One more of them is done. Throws InternalError when the host has the job stop.
+  // One more of them is done; more than there are change nothing. Throws InternalError when the host
+  // has the job stop.
   void Done();
 
  private:
   JobWatch* watch_;  // null for steps that nobody hears of
+  std::int64_t count_;
+  std::int64_t done_ = 0;
 };
 
 }  // namespace TarnixTools

@@ -82,6 +82,33 @@ class TaskProgressTest : public testing::DocumentTest {
     PdfDoc::Delete(written);
   }
 
+  template <typename Task>
+  void ExpectHundredths(Task task) {
+    task.SetOutputPath(Path("out"));
+    task.SetProgress(Listener());
+    task.Execute();
+    std::set<std::int64_t> different;
+    std::int64_t last = 0;
+    for (const auto& [done, of] : heard_.steps) {
+      EXPECT_TRUE(of == 100 || (done == 0 && of == 0)) << done << "/" << of;
+      EXPECT_GE(done, last);
+      last = done;
+      different.insert(done);
+    }
+    EXPECT_EQ(last, 100);
+    EXPECT_GE(different.size(), 5U);
+    PdfDoc written(task.GetWrittenFiles().front(), "", true);
+    PdfDoc::Delete(written);
+    for (const std::int64_t stop : different) {
+      task.SetProgress(
+          [stop](const std::string&, std::int64_t done, std::int64_t) { return done < stop; });
+      if (stop < 100) {  // else nothing is left to be stopped
+        EXPECT_EQ(FailureOf([&] { task.Execute(); }), kCancelled) << stop;
+        EXPECT_THAT(directory_.Names("out"), ElementsAre()) << stop;
+      }
+    }
+  }
+
   Heard heard_;
 };
 
@@ -117,6 +144,24 @@ TEST_F(TaskProgressTest, TellsStepsOfPages) {
   for (int done = 0; done <= kPages; ++done) {
     EXPECT_EQ(counted[static_cast<std::size_t>(done)],
               std::pair(std::int64_t{done}, std::int64_t{kPages}));
+  }
+}
+
+// A job on one document whose steps are of many kinds tells hundredths of the whole, which never
+// become fewer, and can be stopped at any of them.
+TEST_F(TaskProgressTest, TellsHundredthsOfAJobOnOneDocument) {
+  ExpectHundredths(PdfCompressTask(Doc("doc.pdf")));
+  ExpectHundredths(PdfRepairTask(Doc("doc.pdf")));
+  ExpectHundredths(Pdf2PdfATask(Doc("doc.pdf")));
+}
+
+TEST_F(TaskProgressTest, TellsDocumentsOfAJobOnSeveral) {
+  PdfCompressTask task({Doc("doc.pdf"), Doc("doc.pdf"), Doc("doc.pdf")});
+  task.SetOutputPath(Path("out"));
+  task.SetProgress(Listener());
+  task.Execute();
+  for (const auto& [done, of] : heard_.steps) {
+    EXPECT_TRUE(of == 3 || (done == 0 && of == 0)) << done << "/" << of;
   }
 }
 

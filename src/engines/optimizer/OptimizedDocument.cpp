@@ -1,5 +1,6 @@
 #include "engines/optimizer/OptimizedDocument.h"
 
+#include <cerrno>
 #include <string>
 #include <utility>
 #include <vector>
@@ -35,10 +36,17 @@ std::shared_ptr<std::FILE> OpenFile(const platform::WidePath& path) {
 platform::OutputFile CreateFile(const platform::WidePath& path) {
   std::optional<platform::OutputFile> file = platform::OutputFile::Create(path);
   if (!file) {
-    throw OptimizerFailure(kOptimizerCreateError);
+    throw OptimizerFailure(kOptimizerCreateError, errno);
   }
   return std::move(*file);
 }
+
+// How far the job is behind each of its stages, in hundredths.
+constexpr int kSurveyed = 15;
+constexpr int kFontsCut = 25;
+constexpr int kImagesCoded = 65;
+constexpr int kRecoded = 90;
+constexpr int kWritten = 98;
 
 // Of which the data is in the store.
 struct WaitingStream {
@@ -56,8 +64,9 @@ OptimizedDocument::OptimizedDocument(const platform::WidePath& path, std::string
 OptimizerReport OptimizedDocument::Save(const platform::WidePath& path,
                                         const SaveOptions& options) {
   report_ = {};
+  JobStages stages;
   SavedFile saved(CreateFile(path));
-  const CarriedClaim claim = Rewrite(saved, options);
+  const CarriedClaim claim = Rewrite(saved, options, stages);
   DiskSource source(file_);
   const bool has_shrunk = saved.size() < static_cast<std::int64_t>(source.Size());
   if (!has_shrunk && !MayGrow(options) && saved.Empty()) {
@@ -66,12 +75,14 @@ OptimizerReport OptimizedDocument::Save(const platform::WidePath& path,
   } else {
     ReportClaim(claim, ProvePdfAClaim(claim.level, options.claim_proof, saved.file()));
   }
+  stages.Finish();
   saved.Complete();
   return std::move(report_);
 }
 
 // What is encrypted cannot be PDF/A, and what goes into a pipe cannot be looked at again.
-CarriedClaim OptimizedDocument::Rewrite(SavedFile& saved, const SaveOptions& options) {
+CarriedClaim OptimizedDocument::Rewrite(SavedFile& saved, const SaveOptions& options,
+                                        JobStages& stages) {
   DataStore store(limits::kMaxHeldResults);
   pdf::DocumentRewriter rewriter(*document_);
   pdf::RewriteOptions rewriting = {
@@ -80,11 +91,14 @@ CarriedClaim OptimizedDocument::Rewrite(SavedFile& saved, const SaveOptions& opt
   const bool can_be_proven =
       options.claim_proof != nullptr && options.security == nullptr && saved.size() >= 0;
   const CarriedClaim claim = CarryPdfAClaim(*document_, rewriter, rewriting, can_be_proven);
-  Reduce(options.settings, claim.was_there, store, rewriter);
+  Reduce(options.settings, claim.was_there, store, rewriter, stages);
   report_.Dropped(ReportedKind::kSignature, "does not hold in another file",
                   DropSignatures(*document_, rewriter));
+  stages.Begin(kRecoded);
   RecodeStreams(store, rewriter);
-  rewriter.Write(saved.sink(), rewriting);
+  stages.Begin(kWritten);
+  ToldSink sink(saved.sink(), DiskSource(file_).Size());
+  rewriter.Write(sink, rewriting);
   ReportDamage();
   return claim;
 }
@@ -92,18 +106,22 @@ CarriedClaim OptimizedDocument::Rewrite(SavedFile& saved, const SaveOptions& opt
 // What is left out goes first, so that no work is done on it. Fonts are cut by all that shows their
 // glyphs, which merging could hide; images are coded once for all that are equal.
 void OptimizedDocument::Reduce(const OptimizerSettings& settings, bool claims_pdfa,
-                               DataStore& store, pdf::DocumentRewriter& rewriter) {
+                               DataStore& store, pdf::DocumentRewriter& rewriter,
+                               JobStages& stages) {
+  stages.Begin(kSurveyed);
   ReportStripped(StripEntries(*document_, pages_, settings.strip, rewriter));
   if (settings.optimizes_resources) {
     RemoveUnusedResources(*document_, pages_, rewriter);
   }
   FontPass fonts(*document_);
   const DocumentSurvey survey(*document_, pages_, &fonts);
+  stages.Begin(kFontsCut);
   fonts.Run(settings, claims_pdfa, rewriter);
   report_.fonts = fonts.report();
   if (settings.removes_redundant_objects) {
     MergeDuplicateObjects(*document_, pages_, {}, rewriter);
   }
+  stages.Begin(kImagesCoded);
   images_.emplace(*document_, survey, settings);
   WorkPool pool;  // ends before the images, also where they cannot be read
   images_->Run(rewriter, pool, store);
@@ -126,7 +144,9 @@ void OptimizedDocument::RecodeStreams(DataStore& store, pdf::DocumentRewriter& r
   const std::vector<std::uint32_t> numbers = StreamsToRecode(*document_, {}, rewriter);
   std::vector<std::optional<WaitingStream>> recoded(numbers.size());
   WorkPool pool;  // ends before what its work refers to
+  JobSteps steps(static_cast<std::int64_t>(numbers.size()));
   for (std::size_t i = 0; i < numbers.size(); ++i) {
+    steps.Done();
     if (std::optional<EncodedStream> encoded = ReadEncoded(*document_, numbers[i])) {
       const std::uint64_t held = kDecodedPerByte * encoded->data.size();
       pool.Add(held, [encoded = *std::move(encoded), &store, &waiting = recoded[i]] {

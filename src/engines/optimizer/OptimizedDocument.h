@@ -18,6 +18,7 @@
 #include "engines/support/files/DataStore.h"
 #include "engines/support/files/SavedFile.h"
 #include "engines/support/metadata/CarriedClaim.h"
+#include "foundation/JobWatch.h"
 #include "foundation/Platform.h"
 #include "pdf/crypt/Security.h"
 #include "pdf/file/Document.h"
@@ -46,9 +47,9 @@ class OptimizedDocument {
   bool is_encrypted() const { return document_->is_encrypted(); }
 
  private:
-  CarriedClaim Rewrite(SavedFile& saved, const SaveOptions& options);
+  CarriedClaim Rewrite(SavedFile& saved, const SaveOptions& options, JobStages& stages);
   void Reduce(const OptimizerSettings& settings, bool claims_pdfa, DataStore& store,
-              pdf::DocumentRewriter& rewriter);
+              pdf::DocumentRewriter& rewriter, JobStages& stages);
   void ReportStripped(const StrippedCounts& stripped);
   void RecodeStreams(DataStore& store, pdf::DocumentRewriter& rewriter);
   void KeepPages(pdf::DocumentRewriter& rewriter);

@@ -10,6 +10,7 @@
 #include "engines/pdfa/checks/MetadataCheck.h"
 #include "engines/pdfa/checks/OutputProfiles.h"
 #include "engines/pdfa/checks/StructureCheck.h"
+#include "foundation/JobWatch.h"
 
 namespace TarnixTools::engines::pdfa {
 
@@ -17,6 +18,7 @@ namespace {
 
 void CheckPages(CheckedDocument& checked, ActionCheck& actions) {
   ContentCheck content(checked);
+  JobSteps steps(static_cast<std::int64_t>(checked.pages().pages().size()));
   for (std::size_t i = 0; i < checked.pages().pages().size(); ++i) {
     pdf::Arena arena;
     const pdf::Object page = checked.LoadPage(i, arena);
@@ -24,6 +26,7 @@ void CheckPages(CheckedDocument& checked, ActionCheck& actions) {
     actions.CheckAll(page.Get("AA"), {.page_number = i + 1});
     CheckAnnotations(checked, actions, page, i);
     content.CheckPage(i);
+    steps.Done();
   }
   content.CheckFonts();
 }

@@ -1,5 +1,6 @@
 #include "engines/repair/RepairedDocument.h"
 
+#include <cerrno>
 #include <utility>
 #include <vector>
 
@@ -28,7 +29,7 @@ std::shared_ptr<std::FILE> OpenFile(const platform::WidePath& path) {
 platform::OutputFile CreateFile(const platform::WidePath& path) {
   std::optional<platform::OutputFile> file = platform::OutputFile::Create(path);
   if (!file) {
-    throw RepairFailure(kRepairCreateError);
+    throw RepairFailure(kRepairCreateError, errno);
   }
   return std::move(*file);
 }
@@ -47,6 +48,7 @@ void RepairedDocument::Analyze(std::uint32_t analyses) {
   ProblemList found;
   if (pages_) {
     CheckContext context = {*document_, *pages_, *repairs_, found};
+    JobSteps steps(static_cast<std::int64_t>(Checks().size()));
     for (const Check& check : Checks()) {
       if ((check.analysis & analyses) != 0) {
         pdf::UnlessDamaged(false, [&] {
@@ -54,6 +56,7 @@ void RepairedDocument::Analyze(std::uint32_t analyses) {
           return true;
         });
       }
+      steps.Done();
     }
   }
   ListFoundDamage(*document_, *repairs_, found);
@@ -97,6 +100,7 @@ RepairReport RepairedDocument::Save(const platform::WidePath& path, const SaveOp
     pdf::DocumentRewriter unchanged(*document_);
     Write(unchanged, saved, options);
   }
+  JobStages::FinishCurrent();
   saved.Complete();
   return std::move(report_);
 }
@@ -117,7 +121,8 @@ void RepairedDocument::Write(pdf::DocumentRewriter& rewriter, SavedFile& saved,
       options.claim_proof != nullptr && options.security == nullptr && saved.size() >= 0;
   const CarriedClaim claim = CarryPdfAClaim(*document_, rewriter, rewriting, can_be_proven);
   const std::uint64_t signatures = DropSignatures(*document_, rewriter);
-  rewriter.Write(saved.sink(), rewriting);
+  ToldSink sink(saved.sink(), DiskSource(file_).Size());
+  rewriter.Write(sink, rewriting);
   const ClaimFate fate = ProvePdfAClaim(claim.level, options.claim_proof, saved.file());
   Lose(TPdfRepairedKind::kPdfAClaim, ReasonOf(fate),
        claim.was_there && fate != ClaimFate::kKept ? 1 : 0);

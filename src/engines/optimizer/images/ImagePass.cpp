@@ -6,6 +6,7 @@
 #include <variant>
 
 #include "engines/optimizer/images/BitonalImage.h"
+#include "foundation/JobWatch.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::optimizer {
@@ -115,8 +116,10 @@ void ImagePass::Run(pdf::DocumentRewriter& rewriter, WorkPool& pool, DataStore& 
   for (const std::uint32_t number : survey_->Images()) {
     AddUse(drawn, rewriter.Successor(number), *survey_->PlacementOf(number));
   }
+  JobSteps steps(static_cast<std::int64_t>(drawn.size()));
   for (const auto& [number, placement] : drawn) {
     Add(number, ImageRole::kDrawn, placement, rewriter, workshop);
+    steps.Done();
   }
   for (const auto& [number, placement] : soft_masks_) {
     Add(number, ImageRole::kSoftMask, placement, rewriter, workshop);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "foundation/JobWatch.h"
 #include "pdf/content/ContentWalker.h"
 #include "pdf/content/UnshownContent.h"
 #include "pdf/tree/PageGeometry.h"
@@ -77,12 +78,14 @@ DocumentSurvey::DocumentSurvey(pdf::Document& document, const pdf::PageTree& pag
 
 void DocumentSurvey::WalkPages(pdf::Document& document, const pdf::PageTree& pages) {
   pdf::ContentWalker walker(document, *this, OptionsFor(text_ != nullptr));
+  JobSteps steps(static_cast<std::int64_t>(pages.pages().size()));
   for (std::size_t i = 0; i < pages.pages().size(); ++i) {
     const pdf::PageGeometry geometry = pdf::ReadPageGeometry(document, pages, pages.pages()[i]);
     page_ = {0, 0, geometry.SeenWidth(), geometry.SeenHeight()};
     walker.BeginPage(pages, i, geometry.ToSeenPoints());
     walker.Run();
     EndPage();
+    steps.Done();
   }
 }
 

@@ -1,5 +1,8 @@
 #include "engines/pdfa/convert/ConvertedDocument.h"
 
+#include <cerrno>
+#include <functional>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
@@ -27,6 +30,7 @@
 #include "engines/pdfa/convert/transparency/Flattening.h"
 #include "engines/support/files/SavedFile.h"
 #include "engines/support/metadata/Signatures.h"
+#include "foundation/JobWatch.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -55,6 +59,19 @@ std::string TextOf(const Finding& finding) {
   return text + ": " + finding.wrong;
 }
 
+// What the rules say of it.
+void Judge(const std::shared_ptr<std::FILE>& written, Level level, ConversionReport& report) {
+  const auto document = pdf::Document::Open(std::make_unique<DiskSource>(written), "");
+  for (const Finding& finding : Validate(*document, level, {.most_of_rule = 1}).findings) {
+    report.Blocking(TextOf(finding));
+  }
+}
+
+// How far the job is behind the survey of the document, and when all levels have been tried, in
+// hundredths.
+constexpr int kSurveyed = 10;
+constexpr int kTried = 96;
+
 }  // namespace
 
 ConvertedDocument::ConvertedDocument(const platform::WidePath& path, std::string_view password)
@@ -68,10 +85,18 @@ ConversionResult ConvertedDocument::Save(const platform::WidePath& path,
                                          std::optional<Level> wanted) {
   ConversionResult result;
   ConversionReport in_the_way;  // of the level that was tried first
+  JobStages stages;
+  stages.Begin(kSurveyed);
   const ContentSurvey survey(*document_, pages_);
-  for (const Level level : LevelsToTry(*document_, wanted)) {
+  const std::vector<Level> levels = LevelsToTry(*document_, wanted);
+  const int share = (kTried - kSurveyed) / static_cast<int>(levels.size());
+  int behind = kSurveyed;
+  for (const Level level : levels) {
     ConversionReport report;
-    const std::shared_ptr<std::FILE> written = Try(level, survey, report);
+    stages.Begin(behind + share / 2);
+    const std::shared_ptr<std::FILE> written = Rewritten(level, survey, report);
+    stages.Begin(behind += share);
+    Judge(written, level, report);
     const bool is_reached = report.BlockingCount() == 0;
     if (is_reached) {
       WriteFile(written, path);
@@ -85,21 +110,17 @@ ConversionResult ConvertedDocument::Save(const platform::WidePath& path,
     }
   }
   result.report.TakeBlocking(in_the_way);
+  stages.Finish();
   return result;
 }
 
-// The document at the level, and what the rules say of it.
-std::shared_ptr<std::FILE> ConvertedDocument::Try(Level level, const ContentSurvey& survey,
-                                                  ConversionReport& report) {
+std::shared_ptr<std::FILE> ConvertedDocument::Rewritten(Level level, const ContentSurvey& survey,
+                                                        ConversionReport& report) {
   std::shared_ptr<std::FILE> scratch = OpenScratchFile();
   DiskSink sink(scratch.get());
   Rewrite(sink, level, survey, report);
   if (std::fflush(scratch.get()) != 0) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed");
-  }
-  const auto written = pdf::Document::Open(std::make_unique<DiskSource>(scratch), "");
-  for (const Finding& finding : Validate(*written, level, {.most_of_rule = 1}).findings) {
-    report.Blocking(TextOf(finding));
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed", errno);
   }
   return scratch;
 }
@@ -117,21 +138,28 @@ void ConvertedDocument::Rewrite(pdf::ByteSink& sink, Level level, const ContentS
   rewriter.SetPages(pages_);
   report.Dropped("signatures, which do not hold in another file",
                  DropSignatures(*document_, rewriter));
-  RemoveForbiddenEntries(conversion);
-  MendLayers(conversion);
-  MendAttachments(conversion);
-  MendAnnotations(conversion);
-  FlattenTransparency(conversion, path_, password_);
-  AddMissingResources(conversion, survey);
-  MendPageBoxes(conversion);
-  MendFonts(conversion, survey);
-  MendColors(conversion, survey);
-  RemoveHiddenContent(conversion);
-  MendContents(conversion, survey);
-  MendImages(conversion);
-  MendTags(conversion);
-  WriteEditedContents(conversion);
-  MendMetadata(conversion);
+  const std::function<void()> passes[] = {
+      [&] { RemoveForbiddenEntries(conversion); },
+      [&] { MendLayers(conversion); },
+      [&] { MendAttachments(conversion); },
+      [&] { MendAnnotations(conversion); },
+      [&] { FlattenTransparency(conversion, path_, password_); },
+      [&] { AddMissingResources(conversion, survey); },
+      [&] { MendPageBoxes(conversion); },
+      [&] { MendFonts(conversion, survey); },
+      [&] { MendColors(conversion, survey); },
+      [&] { RemoveHiddenContent(conversion); },
+      [&] { MendContents(conversion, survey); },
+      [&] { MendImages(conversion); },
+      [&] { MendTags(conversion); },
+      [&] { WriteEditedContents(conversion); },
+      [&] { MendMetadata(conversion); },
+  };
+  JobSteps steps(std::ssize(passes));
+  for (const std::function<void()>& pass : passes) {
+    pass();
+    steps.Done();
+  }
   rewriter.Write(sink, RewriteOptionsFor(level));
 }
 

@@ -48,8 +48,8 @@ class ConvertedDocument {
   bool is_encrypted() const { return document_->is_encrypted(); }
 
  private:
-  std::shared_ptr<std::FILE> Try(Level level, const ContentSurvey& survey,
-                                 ConversionReport& report);
+  std::shared_ptr<std::FILE> Rewritten(Level level, const ContentSurvey& survey,
+                                       ConversionReport& report);
   void Rewrite(pdf::ByteSink& sink, Level level, const ContentSurvey& survey,
                ConversionReport& report);
 

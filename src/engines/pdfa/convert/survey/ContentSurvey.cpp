@@ -4,6 +4,7 @@
 
 #include "engines/pdfa/convert/contents/Interpolation.h"
 #include "engines/pdfa/convert/contents/LargeReals.h"
+#include "foundation/JobWatch.h"
 #include "pdf/content/ContentWalker.h"
 #include "pdf/content/Operators.h"
 #include "pdf/content/UnshownContent.h"
@@ -42,9 +43,11 @@ ContentSurvey::ContentSurvey(pdf::Document& document, const pdf::PageTree& pages
 
 void ContentSurvey::WalkPages(pdf::Document& document, const pdf::PageTree& pages) {
   pdf::ContentWalker walker(document, *this, kOptions);
+  JobSteps steps(static_cast<std::int64_t>(pages.pages().size()));
   for (page_ = 0; page_ < pages.pages().size(); ++page_) {
     walker.BeginPage(pages, page_);
     walker.Run();
+    steps.Done();
   }
 }
 

@@ -1,0 +1,103 @@
+// Stages of a piece of work, as the host hears of them.
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "PdfException.h"
+#include "foundation/JobWatch.h"
+
+namespace TarnixTools {
+namespace {
+
+using ::testing::ElementsAre;
+using Told = std::vector<std::pair<std::int64_t, std::int64_t>>;
+
+JobWatch::Tell ListenerTo(Told& told) {
+  return [&told](const std::string&, std::int64_t done, std::int64_t of) {
+    if (told.empty() || told.back() != std::pair(done, of)) {
+      told.emplace_back(done, of);
+    }
+    return true;
+  };
+}
+
+TEST(JobStages, TellHundredthsOfTheWhole) {
+  Told told;
+  const JobWatch watch(ListenerTo(told), "job");
+  JobStages stages;
+  stages.Begin(20);
+  {
+    JobSteps steps(4);
+    for (int i = 0; i < 6; ++i) {
+      steps.Done();  // two more than there are
+    }
+  }
+  stages.Begin(50);
+  stages.Begin(100);
+  {
+    JobSteps steps(2);
+    steps.Done();
+    JobSteps(7).Done();  // steps within steps
+  }
+  stages.Finish();
+  EXPECT_THAT(told, ElementsAre(std::pair(0, 100), std::pair(5, 100), std::pair(10, 100),
+                                std::pair(15, 100), std::pair(20, 100), std::pair(50, 100),
+                                std::pair(75, 100), std::pair(100, 100)));
+}
+
+TEST(JobStages, AreFinishedByWhoeverDoesTheWork) {
+  Told told;
+  const JobWatch watch(ListenerTo(told), "job");
+  JobStages stages;
+  stages.Begin(60);
+  JobStages::FinishCurrent();
+  EXPECT_THAT(told, ElementsAre(std::pair(0, 100), std::pair(60, 100)));
+}
+
+TEST(JobStages, AreAllDoneWhereOneWasEnough) {
+  Told told;
+  const JobWatch watch(ListenerTo(told), "job");
+  JobStages stages;
+  stages.Begin(40);
+  stages.Finish();
+  EXPECT_THAT(told, ElementsAre(std::pair(0, 100), std::pair(100, 100)));
+}
+
+TEST(JobStages, AreNotHeardOfWithinSteps) {
+  Told told;
+  const JobWatch watch(ListenerTo(told), "job");
+  JobSteps documents(2);
+  {
+    JobStages stages;
+    stages.Begin(50);
+    JobSteps(5).Done();
+    JobStages::FinishCurrent();
+    stages.Finish();
+  }
+  documents.Done();
+  EXPECT_THAT(told, ElementsAre(std::pair(0, 2), std::pair(1, 2)));
+}
+
+TEST(JobStages, StopTheJobWhenTheHostWishes) {
+  const JobWatch watch(
+      [](const std::string&, std::int64_t done, std::int64_t) { return done < 30; }, "job");
+  JobStages stages;
+  stages.Begin(30);
+  EXPECT_THROW(stages.Begin(100), PdfException);
+  EXPECT_THROW(JobSteps(3), PdfException);
+}
+
+TEST(JobStages, DoNothingWithoutAJob) {
+  JobStages stages;
+  stages.Begin(30);
+  JobSteps(3).Done();
+  JobStages::FinishCurrent();
+  stages.Finish();
+}
+
+}  // namespace
+}  // namespace TarnixTools
