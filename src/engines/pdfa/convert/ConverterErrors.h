@@ -26,6 +26,8 @@ enum Pdf2PdfError : std::uint32_t {
   kConverterNotReachedError = 15,  // not even PDF/A-2b
   kConverterMetadataError = 16,
   kConverterPasswordError = 17,
+  kConverterNoRendererError = 18,
+  kConverterLibraryError = 19,  // one of those for fonts
   kConverterDowngradedError = 0x83410540,
 };
 

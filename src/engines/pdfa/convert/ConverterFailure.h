@@ -4,6 +4,7 @@
 
 #include "engines/pdfa/convert/ConverterErrors.h"
 #include "engines/support/contract/Guard.h"
+#include "engines/support/fonts/LibraryMissing.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -13,11 +14,13 @@ using ConverterFailure = EngineFailure<Pdf2PdfError>;
 // For the guard.
 struct ConverterErrors {
   using Code = Pdf2PdfError;
-  using Known = KnownErrors<pdf::Error>;
+  using Known = KnownErrors<pdf::Error, fonts::LibraryMissing>;
   static constexpr Code kInternal = kConverterInternalError;
   static constexpr Code kMemory = kConverterMemoryError;
   static constexpr Code kArgument = kConverterArgumentError;
   static Code Of(const pdf::Error& error);
+
+  static Code Of(const fonts::LibraryMissing&) { return kConverterLibraryError; }
 };
 
 }  // namespace TarnixTools::engines::pdfa

@@ -91,18 +91,19 @@ char32_t FirstWithoutGlyph(const GlyphRun& run, const std::u32string& text) {
 }  // namespace
 
 FontFace* FaceStore::Load(const InstalledFace& face) {
-  const auto [place, is_new] = faces_.try_emplace(&face);
-  if (is_new) {
-    place->second = FontFace::Load(face.file, face.index);
+  auto place = faces_.find(&face);
+  if (place == faces_.end()) {
+    place = faces_.emplace(&face, FontFace::Load(face.file, face.index)).first;
   }
   return place->second.get();
 }
 
 const std::vector<const InstalledFace*>& FaceStore::Substitutes(const InstalledFace& face,
                                                                 const std::string& language) {
-  const auto [place, is_new] = substitutes_.try_emplace(std::pair(&face, language));
-  if (is_new) {
-    place->second = FontCatalog::Get().Substitutes(face, language);
+  const std::pair key(&face, language);
+  auto place = substitutes_.find(key);
+  if (place == substitutes_.end()) {
+    place = substitutes_.emplace(key, FontCatalog::Get().Substitutes(face, language)).first;
   }
   return place->second;
 }

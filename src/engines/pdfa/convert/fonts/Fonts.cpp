@@ -74,15 +74,12 @@ class FormFonts {
   Arena arena_;
 };
 
+// Throws fonts::LibraryMissing: without the libraries no document gets its fonts.
 void Replace(Conversion& conversion, const FontUse& use) {
   const std::string name = "font " + use.font->name();
-  try {
-    if (use.is_sure && ReplaceFont(conversion, use)) {
-      conversion.report.Changed(name + ", which was not embedded");
-      return;
-    }
-  } catch (const fonts::LibraryMissing&) {
-    // There is no way to embed a font, and that is told.
+  if (use.is_sure && ReplaceFont(conversion, use)) {
+    conversion.report.Changed(name + ", which was not embedded");
+    return;
   }
   conversion.report.Blocking(name + " is not embedded, and no installed font can stand in for it");
 }

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "engines/pdfa/Limits.h"
+#include "engines/pdfa/convert/ConverterFailure.h"
 #include "engines/pdfa/convert/contents/EditedContents.h"
 #include "engines/pdfa/convert/transparency/TransparentAreas.h"
 #include "engines/support/drawing/DrawingError.h"
@@ -49,6 +50,12 @@ struct View {
   int height = 0;
 };
 
+void RequireRenderer(const DrawingError& error) {
+  if (error.code() == DrawingErrorCode::kNoRenderer) {
+    throw ConverterFailure(kConverterNoRendererError);
+  }
+}
+
 // Draws pages of the document, once that is asked for. A page is loaded for each of its pictures,
 // since placing it takes images out of what was loaded.
 class Drawer {
@@ -61,7 +68,8 @@ class Drawer {
       Document().LoadPage(page_index);
       Document().ReleasePage();
       return true;
-    } catch (const DrawingError&) {
+    } catch (const DrawingError& error) {
+      RequireRenderer(error);
       return false;
     } catch (const pdf::Error&) {
       return false;
@@ -87,7 +95,8 @@ class Drawer {
       has_given_up_ = Document().is_page_partial();
       Document().ReleasePage();
       return has_given_up_ ? std::nullopt : std::optional(ColorsOf(pixels));
-    } catch (const DrawingError&) {
+    } catch (const DrawingError& error) {
+      RequireRenderer(error);
       throw pdf::Error(pdf::ErrorCode::kReadFailed, "a page cannot be drawn");
     }
   }
