@@ -187,8 +187,10 @@ TEST_F(ProtectCommand, ReadsThePasswordFromAFile) {
 }
 
 TEST_F(ProtectCommand, NeedsANewPassword) {
-  ExpectFailure(Run({"protect", "doc.pdf"}), 11,
-                "PasswordError: No password provided to protect PDF doc");
+  const std::string line = "protect needs --new-password, --new-password-file or --owner-password";
+  ExpectUsageError(Run({"protect", "doc.pdf"}), line, "tarnix protect");
+  ExpectUsageError(Run({"protect", "doc.pdf", "--new-password", ""}), line, "tarnix protect");
+  EXPECT_FALSE(HasFile("doc-locked.pdf"));
   EXPECT_EQ(Run({"protect", "doc.pdf", "--out-password", "x"}).status, 2);
   ExpectUsageError(Run({"protect", "doc.pdf", "--new-password", "a", "--new-password-file", "b"}),
                    "--new-password and --new-password-file exclude each other", "tarnix protect");

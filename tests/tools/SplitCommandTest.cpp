@@ -143,5 +143,18 @@ TEST_F(SplitCommand, TakesSeveralInputs) {
   ExpectUsageError(Run({"split"}), "split needs at least 1 input (given: 0)", "tarnix split");
 }
 
+// What stands behind the only full stop, at the start of a name, is no extension.
+TEST_F(SplitCommand, NamesPiecesOfHiddenFilesAfterThem) {
+  for (const std::string name : {".hidden", ".pdf"}) {
+    WritePdf(name, 2);
+    EXPECT_EQ(Run({"split", name}).out, name + "-01.pdf\n" + name + "-02.pdf\n");
+    EXPECT_EQ(Run({"split", name, "--ranges", "2,1-2"}).out,
+              name + "-2.pdf\n" + name + "-1-2.pdf\n");
+    EXPECT_EQ(Run({"pdf2img", "--dpi", "9", "--pages", "1", name}).out, name + "-page-0001.jpg\n");
+    EXPECT_EQ(Run({"rotate", "--angle", "90", name}).out, name + "-rotated.pdf\n");
+    EXPECT_EQ(Run({"split", "-n", name}).status, 16);
+  }
+}
+
 }  // namespace
 }  // namespace TarnixTools::testing

@@ -17,7 +17,7 @@ void SetPages(const JobContext& context, Pdf2ImgTask& task) {
 
 JobResult RunImageTask(const JobContext& context, Pdf2ImgTask& task) {
   context.Watch(task);
-  task.SetOutputPath(context.Plan().MakeDirectory());
+  task.SetOutputPath(context.MakeDirectory());
   try {
     ForPassword([&] { task.Execute(); });
   } catch (...) {

@@ -86,7 +86,8 @@ Input Inputs::FromStandardInput() {
 
 std::string StemOf(const std::string& path) {
   const std::string name = path.substr(path.rfind('/') + 1);
-  return name.substr(0, name.rfind('.'));
+  const std::size_t dot = name.rfind('.');
+  return dot == 0 ? name : name.substr(0, dot);
 }
 
 void RequireNoBackslash(const std::string& what, const std::string& name) {

@@ -35,7 +35,8 @@ class Inputs {
   std::vector<Input> list_;
 };
 
-// The part of a path behind the last slash, without what follows the last full stop.
+// The part of a path behind the last slash, without what follows the last full stop; all of a name that
+// begins with its only one, such as ".hidden".
 std::string StemOf(const std::string& path);
 
 // Throws UsageError for a name with a backslash: the library takes those for slashes.

@@ -128,6 +128,8 @@ struct Job {
   std::string_view with_any_extension = {};
   // Whether the job writes nothing with these options; null for a job that always does.
   bool (*only_tells)(const OptionValues&) = nullptr;
+  // An option of the job's own that names a file to be written beside what it tells.
+  std::string_view report_option = {};
   // The output's name is the input's stem (or this one), the suffix and the extension, which may be
   // the value of an option instead.
   std::string_view stem = {};

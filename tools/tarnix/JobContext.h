@@ -95,8 +95,11 @@ class JobContext {
   // checked.
   std::string OutputDirectory() const { return OutputPlan::MakeDirectoryOf(OutputPath()); }
 
-  // How several outputs are called, and the directory that they go to, made with its parents.
-  const OutputPlan& Plan() const { return plan_; }
+  // How the several outputs of the first input are called.
+  std::string NamePattern() const { return plan_.PatternFor(inputs_.front()); }
+
+  // The directory that they go to, made with its parents.
+  std::string MakeDirectory() const { return plan_.MakeDirectory(); }
 
   // Has a task show how far it is, and stop when the program is interrupted.
   template <typename Task>

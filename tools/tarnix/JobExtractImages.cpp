@@ -44,7 +44,7 @@ JobResult ExtractImages(JobContext& context) {
   Pdf2ImgTask task;
   task.SetMode(Pdf2ImgExtractImages);
   task.SetStoreOriginal(context.Options().Has("original"));
-  task.SetNamePattern(context.Plan().Pattern());
+  task.SetNamePattern(context.NamePattern());
   SetPages(context, task);
   context.AddDocuments(task);
   const SilentOutput silent;

@@ -98,7 +98,7 @@ JobResult Pdf2Img(JobContext& context) {
   task.SetImgSizeUnits(options.Text("units", "pixels") == "page" ? Pdf2ImgPageUnits
                                                                  : Pdf2ImgPixels);
   SetFormat(options, task);
-  task.SetNamePattern(context.Plan().Pattern());
+  task.SetNamePattern(context.NamePattern());
   SetPages(context, task);
   context.AddDocuments(task);
   return RunImageTask(context, task);

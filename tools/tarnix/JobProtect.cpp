@@ -36,6 +36,10 @@ constexpr OptionRow kOptions[] = {
 
 JobResult Protect(JobContext& context) {
   const std::uint32_t rights = RightsWithout(context.Options().Text("deny"));
+  if (context.PasswordOf("new-password").empty() &&
+      context.Options().Text("owner-password").empty()) {
+    throw UsageError("protect needs --new-password, --new-password-file or --owner-password");
+  }
   PdfProtectTask task(context.Document(), context.PasswordOf("new-password"));
   task.SetOwnerPassword(context.Options().Text("owner-password"));
   task.SetPermissions(rights);

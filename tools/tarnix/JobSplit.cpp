@@ -71,7 +71,7 @@ bool IsRun(const PageItem& item) {
 JobResult SplitItems(const JobContext& context, const PdfDoc& document,
                      const std::vector<PageItem>& items) {
   JobResult result;
-  const std::string directory = context.Plan().MakeDirectory();
+  const std::string directory = context.MakeDirectory();
   const bool are_runs = std::all_of(items.begin(), items.end(), &IsRun);
   if (are_runs) {
     PdfSplitTask task(document);
@@ -80,7 +80,7 @@ JobResult SplitItems(const JobContext& context, const PdfDoc& document,
     for (const PageItem& item : items) {
       task.AddSplitRange(RangesOf(item.pages).front());
     }
-    task.SetNamePattern(context.Plan().Pattern());
+    task.SetNamePattern(context.NamePattern());
     task.SetOutputPath(directory);
     task.SetOutPassword(context.OutPassword());
     context.Watch(task);
@@ -90,7 +90,7 @@ JobResult SplitItems(const JobContext& context, const PdfDoc& document,
   for (const PageItem& item : items) {
     PdfSplitTask task = JoiningTask(
         document, item.pages,
-        PdfCommonUtils::FormName(context.Plan().Pattern(), document.GetDocName(false), item.label));
+        PdfCommonUtils::FormName(context.NamePattern(), context.Inputs().front().stem, item.label));
     task.SetOutputPath(directory);
     task.SetOutPassword(context.OutPassword());
     context.Watch(task);
@@ -103,8 +103,8 @@ JobResult SplitEvery(const JobContext& context, const PdfDoc& document) {
   PdfSplitTask task(document);
   task.SetKeepMetadata(true);
   task.SetFixedSplitInterval(context.Options().Integer("every", 1));
-  task.SetNamePattern(context.Plan().Pattern());
-  task.SetOutputPath(context.Plan().MakeDirectory());
+  task.SetNamePattern(context.NamePattern());
+  task.SetOutputPath(context.MakeDirectory());
   task.SetOutPassword(context.OutPassword());
   context.Watch(task);
   JobResult result;

@@ -133,6 +133,7 @@ OutputPlan::OutputPlan(const Command& command, const std::vector<Input>& inputs)
   const OutputKind kind = OutputOf(*command.job, command.values);
   if (kind == OutputKind::None) {
     RequireUse(command);
+    SettleReport(command, inputs);
     return;
   }
   for (const char* const option : {"name", "prefix"}) {
@@ -153,6 +154,16 @@ OutputPlan::OutputPlan(const Command& command, const std::vector<Input>& inputs)
   }
   if (command.values.Has("no-clobber")) {
     RequireFree(inputs);
+  }
+}
+
+// The report is an output like any other, and takes no document's place.
+void OutputPlan::SettleReport(const Command& command, const std::vector<Input>& inputs) {
+  const std::string_view option = command.job->report_option;
+  if (!option.empty() && command.values.Has(option)) {
+    paths_ = {command.values.Text(option)};
+    RequireNoBackslash("--" + std::string(option), paths_.front());
+    RequireNoInput(command, inputs);
   }
 }
 
@@ -281,6 +292,13 @@ void OutputPlan::RequireFree(const std::vector<Input>& inputs) const {
       ThrowThere(files.front());
     }
   }
+}
+
+// For tasks, a name such as ".hidden" has no stem.
+std::string OutputPlan::PatternFor(const Input& input) const {
+  const bool is_hidden = input.stem.rfind('.') == 0;
+  return is_hidden ? PdfCommonUtils::FormName(pattern_, input.stem, std::string(kNumber))
+                   : pattern_;
 }
 
 std::vector<std::string> OutputPlan::ThereOfPattern(const std::vector<Input>& inputs) const {

@@ -20,12 +20,13 @@ class OutputPlan {
   // replaced.
   OutputPlan(const Command& command, const std::vector<Input>& inputs);
 
-  // The path of the one output of an input, of all inputs for a job that does them together.
+  // The path of the one output of an input, of all inputs for a job that does them together or tells
+  // of them in a report.
   const std::string& PathOf(std::size_t input) const { return paths_.at(input); }
 
-  // What the several outputs of an input are called: {n} stands for the number of each and {stem}
-  // for the input's name.
-  const std::string& Pattern() const { return pattern_; }
+  // What the several outputs of an input are called, as tasks take it: {n} stands for the number of
+  // each and {stem} for the input's name.
+  std::string PatternFor(const Input& input) const;
 
   // The directory of a path, ".", "/" or one with its parents, which are made when they are missing.
   // Throws PdfException (FileNotFound).
@@ -40,6 +41,7 @@ class OutputPlan {
   bool IsStandardOutput() const { return standard_output_ != nullptr; }
 
  private:
+  void SettleReport(const Command& command, const std::vector<Input>& inputs);
   void SettleDirectory(const Command& command, std::size_t outputs);
   std::string NameOf(const Command& command, const Input& input, std::size_t number) const;
   void SettlePaths(const Command& command, const std::vector<Input>& inputs);
