@@ -166,6 +166,7 @@ TEST_F(ValidateCommand, WritesItsReportWhereThatMayBe) {
   const std::string before = ReadBytes(Path("a.pdf"));
   ExpectUsageError(Run({"validate", "--report", "./a.pdf", "a.pdf"}),
                    "the output './a.pdf' is also an input", "tarnix validate");
+  EXPECT_EQ(Run({"validate", "--report", "x\\y.html", "a.pdf"}).status, 2);
   EXPECT_EQ(ReadBytes(Path("a.pdf")), before);
   EXPECT_EQ(Run({"validate", "--report", "new/sub/r.html", "a.pdf"}).status, 0);
   EXPECT_THAT(ReadBytes(Path("new/sub/r.html")), StartsWith("<!DOCTYPE html>"));

@@ -4,6 +4,7 @@
 
 #include "Causes.h"
 #include "Failure.h"
+#include "Interruption.h"
 #include "JobContext.h"
 
 namespace TarnixTools::cli {
@@ -18,6 +19,7 @@ JobResult TellOfEach(const JobContext& context, const InputTeller& tell) {
       result.failures.push_back({input.given, CurrentFailureOn(context.CommandLine(), {input})});
       files.push_back({{"path", input.given}, {"error", ToJson(result.failures.back().failure)}});
     }
+    EndIfInterrupted();
   }
   result.fields["files"] = std::move(files);
   return result;

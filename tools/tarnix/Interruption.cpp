@@ -93,7 +93,7 @@ Arrived& Interruption() {
   const std::string& job = Interruption().job;
   RestoreTerminal();
   Tell(job, signal == SIGINT ? "interrupted" : "terminated");
-  RemoveTemporaryDirectories();
+  RemoveTemporaryFiles();
   RemoveEmptyDirectories();
   _exit(128 + signal);
 }

@@ -190,6 +190,11 @@ int RunCommand(const Command& command) {
   }
 }
 
+bool IsReportWanted(const Command& command) {
+  const std::string_view option = command.job->report_option;
+  return !option.empty() && command.values.Has(option);
+}
+
 }  // namespace
 
 int RunJob(const Job& job, const std::vector<std::string>& words) {
@@ -203,7 +208,7 @@ int RunJob(const Job& job, const std::vector<std::string>& words) {
     return kExitDone;
   }
   WatchForInterruption(command.values.Has("json") ? std::string(job.name) : "",
-                       job.output != OutputKind::None);
+                       job.output != OutputKind::None || IsReportWanted(command));
   return RunCommand(command);
 }
 

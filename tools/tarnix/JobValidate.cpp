@@ -1,22 +1,17 @@
-#include <cerrno>
 #include <cstddef>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <set>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "EachInput.h"
-#include "Failure.h"
 #include "Job.h"
 #include "JobContext.h"
 #include "PagePictures.h"
 #include "PdfALevel.h"
 #include "PdfException.h"
 #include "Streams.h"
+#include "TemporaryDirectory.h"
 #include "ValidationReport.h"
 
 namespace TarnixTools::cli {
@@ -119,35 +114,6 @@ std::string ToText(const ValidatedFile& file) {
   return text;
 }
 
-// The report is an output like any other, and takes no document's place.
-void RequireNoInput(const std::string& report, const std::vector<Input>& inputs) {
-  for (const Input& input : inputs) {
-    std::error_code ignored;
-    if (std::filesystem::equivalent(report, input.path, ignored)) {
-      throw UsageError("the output '" + report + "' is also an input");
-    }
-  }
-}
-
-// The file appears whole, in place of one that has its name.
-void WriteReport(const std::string& path, const std::string& html) {
-  OutputPlan::MakeDirectoryOf(path);
-  const std::string unfinished = path + ".part";
-  errno = 0;
-  std::ofstream file(unfinished, std::ios::binary | std::ios::trunc);
-  file << html;
-  file.close();
-  std::error_code error(errno != 0 ? errno : EIO, std::generic_category());
-  if (file) {
-    std::filesystem::rename(unfinished, path, error);
-  }
-  if (error) {
-    std::remove(unfinished.c_str());
-    throw PdfException(PdfExceptionCode::FileNotFound, 0, "Unable to create new file [%s] (%s)",
-                       path.c_str(), error.message().c_str());
-  }
-}
-
 ValidatedFile ValidateOne(const JobContext& context, const Input& input) {
   PdfDoc document = context.DocumentOf(input);
   const PdfCompliance wanted = LevelOfWord(context.Options().Text("level"));
@@ -160,9 +126,6 @@ ValidatedFile ValidateOne(const JobContext& context, const Input& input) {
 }
 
 JobResult Validate(JobContext& context) {
-  if (context.Options().Has("report")) {
-    RequireNoInput(context.Options().Text("report"), context.Inputs());
-  }
   std::vector<ValidatedFile> files;
   JobResult result = TellOfEach(context, [&](const Input& input, JobResult& all) {
     const ValidatedFile& file = files.emplace_back(ValidateOne(context, input));
@@ -171,9 +134,9 @@ JobResult Validate(JobContext& context) {
     return ToJson(file);
   });
   if (context.Options().Has("report")) {
-    const std::string report = context.Options().Text("report");
-    WriteReport(report, HtmlReport(files));
-    result.outputs.push_back(report);
+    OutputPlan::MakeDirectoryOf(context.OutputPath());
+    UnfinishedFile(context.OutputPath()).Complete(HtmlReport(files));
+    result.outputs.push_back(context.OutputPath());
   }
   return result;
 }
@@ -188,6 +151,7 @@ const JobRegistration kRegistration({
                  "tarnix validate --level 2b --report letter.html letter-pdfa.pdf"},
     .inputs = {.use = InputUse::Listed},
     .output = OutputKind::None,
+    .report_option = "report",
     .engine = EngineName::Validator,
     .options = kOptions,
     .run = Validate,

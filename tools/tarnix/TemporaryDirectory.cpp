@@ -1,9 +1,11 @@
 #include "TemporaryDirectory.h"
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <mutex>
 #include <set>
 
@@ -28,6 +30,11 @@ void Remove(const std::string& path) {
   std::filesystem::remove_all(path, ignored);
 }
 
+[[noreturn]] void ThrowCannotCreate(const std::string& name) {
+  throw PdfException(PdfExceptionCode::FileNotFound, 0, "Unable to create new file [%s] (%s)",
+                     name.c_str(), std::strerror(errno != 0 ? errno : EIO));
+}
+
 }  // namespace
 
 TemporaryDirectory::TemporaryDirectory() {
@@ -50,9 +57,36 @@ TemporaryDirectory::~TemporaryDirectory() {
   registry.paths.erase(path_);
 }
 
-void RemoveTemporaryDirectories() {
+UnfinishedFile::UnfinishedFile(const std::string& name) : name_(name), path_(name + ".part") {
   Registry& registry = Directories();
   const std::lock_guard lock(registry.mutex);
+  errno = 0;
+  if (!std::ofstream(path_, std::ios::binary | std::ios::trunc)) {
+    ThrowCannotCreate(name_);
+  }
+  registry.paths.insert(path_);
+}
+
+UnfinishedFile::~UnfinishedFile() {
+  Registry& registry = Directories();
+  const std::lock_guard lock(registry.mutex);
+  Remove(path_);
+  registry.paths.erase(path_);
+}
+
+void UnfinishedFile::Complete(const std::string& bytes) {
+  errno = 0;
+  std::ofstream file(path_, std::ios::binary | std::ios::app);
+  file << bytes;
+  file.close();
+  if (!file || std::rename(path_.c_str(), name_.c_str()) != 0) {
+    ThrowCannotCreate(name_);
+  }
+}
+
+void RemoveTemporaryFiles() {
+  Registry& registry = Directories();
+  registry.mutex.lock();  // for good: the process ends
   for (const std::string& path : registry.paths) {
     Remove(path);
   }

@@ -1,4 +1,4 @@
-// Directories of the program's own for what it keeps while it runs.
+// Directories and files of the program's own for what it keeps while it runs.
 #ifndef TARNIX_CLI_TEMPORARY_DIRECTORY_H_
 #define TARNIX_CLI_TEMPORARY_DIRECTORY_H_
 
@@ -22,9 +22,27 @@ class TemporaryDirectory {
   std::string path_;
 };
 
-// Removes those that are there, for a program that ends without its destructors. May be called on
-// another thread.
-void RemoveTemporaryDirectories();
+// A file that gets its name when it is complete; what there is of it before that is gone when the object
+// goes, and when the program is interrupted.
+class UnfinishedFile {
+ public:
+  // Makes an empty one beside it. Throws PdfException (FileNotFound) when that cannot be.
+  explicit UnfinishedFile(const std::string& name);
+  ~UnfinishedFile();
+  UnfinishedFile(const UnfinishedFile&) = delete;
+  UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+
+  // Writes all of it, in place of a file that has the name. Throws PdfException (FileNotFound).
+  void Complete(const std::string& bytes);
+
+ private:
+  std::string name_;
+  std::string path_;
+};
+
+// Removes what there is of these, for a program that ends without its destructors. May be called on
+// another thread; no new ones are made from then on.
+void RemoveTemporaryFiles();
 
 }  // namespace TarnixTools::cli
 
