@@ -134,6 +134,14 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   // As it was set; empty, as at first, for the name made of the prefix.
   std::string& GetOutPdfName() { return out_pdf_name_; }
 
+  // How the documents of the single images are called instead, with their extension: "{stem}" stands for
+  // the image's name without its own and "{n}" for the image's number in the task, from 1, of four
+  // digits or more, as in "{n}-{stem}.pdf". Empty, as at first, for the names described below. They go
+  // to the output directory, or beside each image where none was set.
+  void SetNamePattern(const std::string& pattern) { name_pattern_ = pattern; }
+
+  const std::string& GetNamePattern() const { return name_pattern_; }
+
   // Converts each image to a document: the image's path + ".pdf" when no output directory was set,
   // else the image's name with ".pdf" in place of its extension, in that directory; with a number
   // ("a-2.pdf") where another image of the run has that name, or, when the documents are joined
@@ -176,7 +184,8 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   void Convert(const std::list<std::string>& image_paths, const std::string& document_path);
 
   // Where an image's document goes, unless another image of the run has that path already.
-  std::string DocumentPath(const std::string& image_path) const;
+  //   number - of the image, from 1
+  std::string DocumentPath(const std::string& image_path, int number) const;
   std::string MergedPath() const;
 
   Img2PdfOrientation orientation_;
@@ -190,6 +199,7 @@ class TARNIX_EXPORT Img2PdfTask : public PdfTask {
   std::list<std::string> written_documents_;
   std::string out_prefix_;
   std::string out_pdf_name_;
+  std::string name_pattern_;
   float margin_;
   bool merge_after_;
   bool make_upright_;

@@ -45,6 +45,9 @@ class TARNIX_EXPORT PdfCommonUtils {
   static std::string FormName(const std::string& pattern, const std::string& stem,
                               const std::string& number);
 
+  // With a number in four digits, or as many more as it takes.
+  static std::string FormName(const std::string& pattern, const std::string& stem, int number);
+
   // PDF_LIB_VERSION. The text is there as long as the library is loaded.
   static const std::string& GetLibVersion();
 };

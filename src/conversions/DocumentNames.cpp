@@ -25,10 +25,11 @@ std::string DocumentNames::Take(const std::string& wanted, const std::string& im
   if (!is_new && use->second.image == image) {
     return wanted;
   }
-  const std::string stem = wanted.substr(0, wanted.size() - kExtension.size());
+  const std::size_t length = wanted.size() - (wanted.ends_with(kExtension) ? kExtension.size() : 0);
   std::string path;
   do {
-    path = stem + "-" + std::to_string(++use->second.last_number) + std::string(kExtension);
+    path = wanted.substr(0, length) + "-" + std::to_string(++use->second.last_number) +
+           wanted.substr(length);
   } while (!IsFree(path));
   uses_[path] = {.image = image};
   return path;

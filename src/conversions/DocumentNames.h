@@ -17,7 +17,7 @@ class DocumentNames {
 
   void AllowReplacing(const std::string& path) { replaceable_.insert(path); }
 
-  // The wanted path, which ends with ".pdf", or one with a number ("a-2.pdf"). An image that comes
+  // The wanted path, or one with a number in front of its ".pdf" ("a-2.pdf"). An image that comes
   // again gets the path that it had.
   std::string Take(const std::string& wanted, const std::string& image);
 

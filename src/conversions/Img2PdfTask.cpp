@@ -4,6 +4,7 @@
 #include <set>
 #include <utility>
 
+#include "PdfCommonUtils.h"
 #include "PdfException.h"
 #include "conversions/DocumentNames.h"
 #include "conversions/Img2PdfHandle.h"
@@ -179,8 +180,10 @@ bool Img2PdfTask::WriteJoined() {
     return false;
   }
   DocumentNames names(true);
+  int number = 0;
   for (const std::string& image_path : input_images_) {
-    converted_docs_.emplace_back(names.Take(DocumentPath(image_path), image_path), "", false);
+    converted_docs_.emplace_back(names.Take(DocumentPath(image_path, ++number), image_path), "",
+                                 false);
   }
   const PdfDoc merged(MergedPath(), "", false);
   try {
@@ -218,8 +221,9 @@ void Img2PdfTask::ConvertImages() {
     names.AllowReplacing(document.GetPath());
   }
   JobSteps steps(GetImagesNum());
+  int number = 0;
   for (const std::string& image_path : input_images_) {
-    const std::string path = names.Take(DocumentPath(image_path), image_path);
+    const std::string path = names.Take(DocumentPath(image_path, ++number), image_path);
     ConvertImg2Pdf(image_path, path);
     written_documents_.push_back(path);
     written_files_.push_back(path);
@@ -288,20 +292,24 @@ void Img2PdfTask::SetDefaults() {
   converted_docs_.clear();
   out_prefix_.clear();
   out_pdf_name_.clear();
+  name_pattern_.clear();
   margin_ = 0.0F;
   merge_after_ = true;
   make_upright_ = false;
   output_path_.clear();
 }
 
-std::string Img2PdfTask::DocumentPath(const std::string& image_path) const {
-  if (output_path_.empty()) {
-    return image_path + ".pdf";
-  }
+std::string Img2PdfTask::DocumentPath(const std::string& image_path, int number) const {
   const std::size_t separator = image_path.rfind('\\');
-  const std::string name =
-      separator == std::string::npos ? image_path : image_path.substr(separator + 1);
-  return output_path_ + name.substr(0, name.rfind('.')) + ".pdf";
+  const std::size_t name_start = separator == std::string::npos ? 0 : separator + 1;
+  const std::string name = image_path.substr(name_start);
+  const std::string stem = name.substr(0, name.rfind('.'));
+  if (!name_pattern_.empty()) {
+    const std::string directory =
+        output_path_.empty() ? image_path.substr(0, name_start) : output_path_;
+    return directory + PdfCommonUtils::FormName(name_pattern_, stem, number);
+  }
+  return output_path_.empty() ? image_path + ".pdf" : output_path_ + stem + ".pdf";
 }
 
 std::string Img2PdfTask::MergedPath() const {

@@ -4,7 +4,6 @@
 
 #include "PdfCommonUtils.h"
 #include "PdfException.h"
-#include "foundation/PageNumber.h"
 
 namespace TarnixTools {
 
@@ -101,9 +100,7 @@ void Pdf2ImgTask::SetDefaults() {
 
 // The path that the pattern gives.
 std::string Pdf2ImgTask::PatternName(const std::string& doc_name, int number) const {
-  constexpr std::size_t kDigits = 4;
-  return output_path_ +
-         PdfCommonUtils::FormName(name_pattern_, doc_name, PaddedNumber(number, kDigits));
+  return output_path_ + PdfCommonUtils::FormName(name_pattern_, doc_name, number);
 }
 
 bool Pdf2ImgTask::IsPageExported(int page_number) const {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "PdfException.h"
+#include "foundation/PageNumber.h"
 #include "foundation/Platform.h"
 #include "foundation/Utf8.h"
 
@@ -53,6 +54,12 @@ std::string PdfCommonUtils::FormName(const std::string& pattern, const std::stri
     }
   }
   return name;
+}
+
+std::string PdfCommonUtils::FormName(const std::string& pattern, const std::string& stem,
+                                     int number) {
+  constexpr std::size_t kDigits = 4;
+  return FormName(pattern, stem, PaddedNumber(number, kDigits));
 }
 
 const std::string& PdfCommonUtils::GetLibVersion() {

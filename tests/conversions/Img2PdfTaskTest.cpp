@@ -167,6 +167,31 @@ TEST_F(Img2PdfTaskTest, NamesTheDocumentsOfTheImages) {
   EXPECT_THAT(directory_.Names("out"), ElementsAre("archive.tar.pdf", "bare.pdf", "photo.pdf"));
 }
 
+TEST_F(Img2PdfTaskTest, NamesTheDocumentsOfTheImagesByAPattern) {
+  Img2PdfTask task(std::list<std::string>{MakeImage("a.jpg"), MakeImage("b.v2.jpg")});
+  EXPECT_EQ(task.GetNamePattern(), "");
+  task.SetMergeAfter(false);
+  task.SetNamePattern("{n}-{stem}-{n}.pdf");
+  task.Execute();  // beside the images
+  EXPECT_TRUE(Exists(Path("0001-a-0001.pdf")));
+  EXPECT_TRUE(Exists(Path("0002-b.v2-0002.pdf")));
+  task.SetOutputPath(directory_.MakeDir("out"));
+  task.SetNamePattern("same");
+  task.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("same", "same-2"));
+  task.SetNamePattern("{stem}.pdf");
+  task.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("a.pdf", "b.v2.pdf", "same", "same-2"));
+}
+
+// The image's name is taken as it is, whatever stands in it.
+TEST_F(Img2PdfTaskTest, NamesByAPatternTakeTheStemAsItIs) {
+  Img2PdfTask task = TaskFor(MakeImage("{n}{stem}.jpg"));
+  task.SetNamePattern("{stem}.pdf");
+  task.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("{n}{stem}.pdf"));
+}
+
 TEST_F(Img2PdfTaskTest, NamesTheJoinedDocument) {
   const std::string image = MakeImage("a.jpg");
   const auto run = [&](const std::string& prefix, const std::string& name) {

@@ -88,5 +88,11 @@ TEST(PdfCommonUtils, FormNameReplacesStemAndNumberOnce) {
   EXPECT_EQ(PdfCommonUtils::FormName("", "report", "1"), "");
 }
 
+TEST(PdfCommonUtils, FormNameGivesNumbersFourDigitsOrMore) {
+  EXPECT_EQ(PdfCommonUtils::FormName("{stem}-{n}.pdf", "report", 7), "report-0007.pdf");
+  EXPECT_EQ(PdfCommonUtils::FormName("{n}", "", 9999), "9999");
+  EXPECT_EQ(PdfCommonUtils::FormName("{n}", "", 12345), "12345");
+}
+
 }  // namespace
 }  // namespace TarnixTools
