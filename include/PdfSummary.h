@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "PdfCompliance.h"
+#include "PdfSize.h"
 
 namespace TarnixTools {
 
@@ -24,8 +25,20 @@ struct PdfSummary {
   // The later of what the file's header and the document say: "1.7", "2.0"; empty when both say none.
   std::string version;
 
+  // Of each page in order, as PdfDoc::GetPageSizes gives them: points, as it is seen.
+  std::vector<PdfSize> sizes;
+
   // Of each page in order, by how many degrees viewers turn it clockwise: 0, 90, 180 or 270.
   std::vector<int> rotations;
+
+  // The document information, UTF-8; empty where there is none. As PdfDoc::GetMetaData, GetTitle and
+  // GetSubject give it.
+  std::string author;
+  std::string keywords;
+  std::string creator;
+  std::string producer;
+  std::string title;
+  std::string subject;
 
   // Whether the file is encrypted, and whether the password is the owner's, who may do everything.
   bool is_encrypted = false;

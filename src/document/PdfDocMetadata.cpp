@@ -6,13 +6,12 @@
 
 #include "PdfDoc.h"
 #include "PdfException.h"
+#include "document/DocumentFacts.h"
 #include "document/ToolboxHandles.h"
 #include "engines/toolbox/Toolbox.h"
 
 namespace TarnixTools {
 namespace {
-
-using MetadataGetter = int (*)(engines::TPdfMetadata*, char*, std::int32_t);
 
 MetadataGetter GetterFor(PdfMetadataParam param) {
   switch (param) {
@@ -27,22 +26,6 @@ MetadataGetter GetterFor(PdfMetadataParam param) {
   }
   throw PdfException(PdfExceptionCode::InternalError, 0, "Invalid PDF META param requested [%d]",
                      static_cast<int>(param));
-}
-
-// getter - gives the function that gets the value, once the document has been found to have some.
-template <typename Getter>
-std::string ReadValue(engines::TPdfDocument* document, const std::string& path,
-                      const Getter& getter) {
-  const MetadataPtr metadata(engines::PdfDocumentGetMetadata(document));
-  if (metadata == nullptr) {
-    const std::int32_t error = engines::PdfGetLastError();
-    throw PdfException(PdfExceptionCode::EngineError, error,
-                       "Could not get meta from file [%s] (%d)", path.c_str(), error);
-  }
-  std::array<char, PdfDoc::PDFDOC_MAX_META_LENGTH> value{};
-  const MetadataGetter get = getter();
-  get(metadata.get(), value.data(), PdfDoc::PDFDOC_MAX_META_LENGTH);
-  return value.data();
 }
 
 using MetadataSetter = int (*)(engines::TPdfMetadata*, const char*, std::int64_t);
@@ -86,22 +69,36 @@ void SetValue(engines::TPdfMetadata* metadata, std::size_t index, const std::str
 
 }  // namespace
 
+std::string ReadMetadata(engines::TPdfDocument* document, const std::string& path,
+                         const std::function<MetadataGetter()>& getter) {
+  const MetadataPtr metadata(engines::PdfDocumentGetMetadata(document));
+  if (metadata == nullptr) {
+    const std::int32_t error = engines::PdfGetLastError();
+    throw PdfException(PdfExceptionCode::EngineError, error,
+                       "Could not get meta from file [%s] (%d)", path.c_str(), error);
+  }
+  std::array<char, PdfDoc::PDFDOC_MAX_META_LENGTH> value{};
+  const MetadataGetter get = getter();
+  get(metadata.get(), value.data(), PdfDoc::PDFDOC_MAX_META_LENGTH);
+  return value.data();
+}
+
 std::string PdfDoc::GetMetaData(PdfMetadataParam param) {
   OpenCheckPassword();
   const DiscardGuard closing(*this);
-  return ReadValue(Document(), path_, [param] { return GetterFor(param); });
+  return ReadMetadata(Document(), path_, [param] { return GetterFor(param); });
 }
 
 std::string PdfDoc::GetTitle() {
   OpenCheckPassword();
   const DiscardGuard closing(*this);
-  return ReadValue(Document(), path_, [] { return &engines::PdfMetadataGetTitleA; });
+  return ReadMetadata(Document(), path_, [] { return &engines::PdfMetadataGetTitleA; });
 }
 
 std::string PdfDoc::GetSubject() {
   OpenCheckPassword();
   const DiscardGuard closing(*this);
-  return ReadValue(Document(), path_, [] { return &engines::PdfMetadataGetSubjectA; });
+  return ReadMetadata(Document(), path_, [] { return &engines::PdfMetadataGetSubjectA; });
 }
 
 void PdfDoc::SetMetaData(const std::vector<std::string>& values, const std::string& output_path,

@@ -1,6 +1,7 @@
 // PdfDoc: page count, page size and page ranges.
 #include "PdfDoc.h"
 #include "PdfException.h"
+#include "document/DocumentFacts.h"
 #include "document/ToolboxHandles.h"
 #include "engines/toolbox/Toolbox.h"
 
@@ -30,6 +31,22 @@ double FactorFor(PdfSizeUnits units, double resolution, double divisor, int page
 }
 
 }  // namespace
+
+std::vector<PdfSize> ReadPageSizes(engines::TPdfDocument* document, int count) {
+  const PageListPtr pages(engines::PdfDocumentGetPages(document));
+  std::vector<PdfSize> sizes;
+  sizes.reserve(static_cast<std::size_t>(count));
+  for (int i = 0; i < count; ++i) {
+    const PagePtr page(engines::PdfPageListGet(pages.get(), i));
+    engines::TPdfSize points;
+    if (engines::PdfPageGetSize(page.get(), &points) == 0) {
+      throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
+                         "Unable not get page [%d] dimensions", i + 1);
+    }
+    sizes.emplace_back(points.width, points.height);
+  }
+  return sizes;
+}
 
 int PdfDoc::GetPagesNum() {
   OpenAndCountPages();
@@ -71,19 +88,7 @@ PdfSize PdfDoc::GetPageSize(int page_number, PdfSizeUnits units, double resoluti
 std::vector<PdfSize> PdfDoc::GetPageSizes() {
   OpenAndCountPages();
   const DiscardGuard closing(*this);
-  const PageListPtr pages(engines::PdfDocumentGetPages(Document()));
-  std::vector<PdfSize> sizes;
-  sizes.reserve(static_cast<std::size_t>(pages_num_));
-  for (int i = 0; i < pages_num_; ++i) {
-    const PagePtr page(engines::PdfPageListGet(pages.get(), i));
-    engines::TPdfSize points;
-    if (engines::PdfPageGetSize(page.get(), &points) == 0) {
-      throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
-                         "Unable not get page [%d] dimensions", i + 1);
-    }
-    sizes.emplace_back(points.width, points.height);
-  }
-  return sizes;
+  return ReadPageSizes(Document(), pages_num_);
 }
 
 void PdfDoc::AddRange(const PdfPageRange& range) {

@@ -3,6 +3,7 @@
 
 #include "PdfDoc.h"
 #include "PdfException.h"
+#include "document/DocumentFacts.h"
 #include "document/ToolboxHandles.h"
 #include "engines/toolbox/Toolbox.h"
 
@@ -34,28 +35,36 @@ std::vector<int> RotationsOf(engines::TPdfDocument* document, int count) {
 }  // namespace
 
 PdfSummary PdfDoc::GetSummary() {
-  PdfSummary summary;
-  {
-    OpenAndCountPages();
-    const DiscardGuard closing(*this);
-    engines::TPdfSummary facts;
-    if (engines::PdfDocumentGetSummary(Document(), &facts) == 0) {
-      throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
-                         "Unable to look at PDF doc [%s]", path_.c_str());
-    }
-    summary.version = VersionText(facts.version);
-    summary.rotations = RotationsOf(Document(), pages_num_);
-    summary.is_encrypted = facts.is_encrypted != 0;
-    summary.is_owner = facts.is_owner != 0;
-    summary.permissions =
-        summary.is_encrypted ? facts.permissions & kAllPermissions : kAllPermissions;
-    summary.is_tagged = facts.is_tagged != 0;
-    summary.signatures = facts.signature_count;
-    summary.fields = facts.field_count;
-    summary.attachments = facts.attachment_count;
+  OpenAndCountPages();
+  const DiscardGuard closing(*this);
+  engines::TPdfSummary facts;
+  if (engines::PdfDocumentGetSummary(Document(), &facts) == 0) {
+    throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
+                       "Unable to look at PDF doc [%s]", path_.c_str());
   }
-  summary.claims = GetPdfaCompliance();
-  return summary;
+  const auto metadata = [&](MetadataGetter getter) {
+    return ReadMetadata(Document(), path_, [getter] { return getter; });
+  };
+  const bool is_encrypted = facts.is_encrypted != 0;
+  return {
+      .version = VersionText(facts.version),
+      .sizes = ReadPageSizes(Document(), pages_num_),
+      .rotations = RotationsOf(Document(), pages_num_),
+      .author = metadata(&engines::PdfMetadataGetAuthorA),
+      .keywords = metadata(&engines::PdfMetadataGetKeywordsA),
+      .creator = metadata(&engines::PdfMetadataGetCreatorA),
+      .producer = metadata(&engines::PdfMetadataGetProducerA),
+      .title = metadata(&engines::PdfMetadataGetTitleA),
+      .subject = metadata(&engines::PdfMetadataGetSubjectA),
+      .is_encrypted = is_encrypted,
+      .is_owner = facts.is_owner != 0,
+      .permissions = is_encrypted ? facts.permissions & kAllPermissions : kAllPermissions,
+      .claims = static_cast<PdfCompliance>(facts.compliance),
+      .is_tagged = facts.is_tagged != 0,
+      .signatures = facts.signature_count,
+      .fields = facts.field_count,
+      .attachments = facts.attachment_count,
+  };
 }
 
 }  // namespace TarnixTools

@@ -19,10 +19,31 @@ TEST_F(PdfDocSummaryTest, OfAPlainDocumentIsShort) {
   EXPECT_FALSE(summary.is_encrypted);
   EXPECT_EQ(summary.permissions, 3900U);
   EXPECT_EQ(static_cast<int>(summary.claims), 0x1700);
+  ASSERT_EQ(summary.sizes.size(), 1U);
+  PdfSize size = summary.sizes.front();
+  EXPECT_EQ(size.GetWidth(), 612);
+  EXPECT_EQ(size.GetHeight(), 792);
+  EXPECT_EQ(summary.author + summary.keywords + summary.creator + summary.producer + summary.title +
+                summary.subject,
+            "");
   EXPECT_FALSE(summary.is_tagged);
   EXPECT_EQ(summary.signatures, 0);
   EXPECT_EQ(summary.fields, 0);
   EXPECT_EQ(summary.attachments, 0);
+}
+
+TEST_F(PdfDocSummaryTest, HoldsTheDocumentInformation) {
+  TestPdf()
+      .Page()
+      .InfoEntry("/Author(A)/Keywords(K)/Creator(C)/Producer(P)/Title(T)/Subject(S)")
+      .Write(Path("doc.pdf"));
+  const PdfSummary summary = Doc("doc.pdf").GetSummary();
+  EXPECT_EQ(summary.author, "A");
+  EXPECT_EQ(summary.keywords, "K");
+  EXPECT_EQ(summary.creator, "C");
+  EXPECT_EQ(summary.producer, "P");
+  EXPECT_EQ(summary.title, "T");
+  EXPECT_EQ(summary.subject, "S");
 }
 
 TEST_F(PdfDocSummaryTest, CountsWhatTheDocumentHolds) {

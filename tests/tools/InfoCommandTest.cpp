@@ -1,4 +1,4 @@
-#include "tools/CliTest.h"
+#include "tools/EveryJob.h"
 
 namespace TarnixTools::testing {
 namespace {
@@ -162,6 +162,24 @@ TEST_F(InfoCommand, WritesNoFile) {
   EXPECT_EQ(Run({"info", "a.pdf"}).status, 0);
   EXPECT_EQ(directory_.Names(), std::vector<std::string>{"a.pdf"});
   EXPECT_FALSE(HasFile("out"));
+}
+
+// Once to see whether it is there, and once for all that is told of it.
+TEST_F(InfoCommand, OpensADocumentOnce) {
+  TARNIX_NEED_FAULT_INJECTOR();
+  WritePdf("one.pdf", 1);
+  WritePdf("two.pdf", 1);
+  const auto opened_for = [&](const std::vector<std::string>& documents) {
+    std::vector<std::string> words = {"info"};
+    words.insert(words.end(), documents.begin(), documents.end());
+    EXPECT_EQ(Run(words, {.environment = {{"LD_PRELOAD", FaultInjector()},
+                                          {"TARNIX_FAULT_COUNTS", Path("counts")}}})
+                  .status,
+              0);
+    const std::string counts = ReadBytes(Path("counts"));
+    return std::stoi(counts.substr(counts.find("open ") + 5));
+  };
+  EXPECT_EQ(opened_for({"one.pdf", "two.pdf"}) - opened_for({"one.pdf"}), 2);
 }
 
 }  // namespace

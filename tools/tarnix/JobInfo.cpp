@@ -10,7 +10,6 @@
 #include "JobContext.h"
 #include "PdfALevel.h"
 #include "PdfException.h"
-#include "PdfMetadataParam.h"
 #include "PdfSize.h"
 #include "PdfSummary.h"
 #include "Rights.h"
@@ -119,20 +118,19 @@ std::vector<SizeGroup> GroupSizes(const std::vector<PdfSize>& sizes, double fact
 }
 
 FileInfo Look(const std::string& name, PdfDoc& document, double factor) {
-  const std::vector<PdfSize> sizes = document.GetPageSizes();
   const PdfSummary summary = document.GetSummary();
   return {
       .path = name,
-      .pages = static_cast<int>(sizes.size()),
+      .pages = static_cast<int>(summary.sizes.size()),
       .summary = summary,
-      .sizes = GroupSizes(sizes, factor),
+      .sizes = GroupSizes(summary.sizes, factor),
       .rotations = GroupRotations(summary.rotations),
-      .metadata = {{"title", document.GetTitle()},
-                   {"subject", document.GetSubject()},
-                   {"author", document.GetMetaData(PdfMetadataParam::Author)},
-                   {"keywords", document.GetMetaData(PdfMetadataParam::Keywords)},
-                   {"creator", document.GetMetaData(PdfMetadataParam::Creator)},
-                   {"producer", document.GetMetaData(PdfMetadataParam::Producer)}},
+      .metadata = {{"title", summary.title},
+                   {"subject", summary.subject},
+                   {"author", summary.author},
+                   {"keywords", summary.keywords},
+                   {"creator", summary.creator},
+                   {"producer", summary.producer}},
   };
 }
 

@@ -1,4 +1,5 @@
 // What a document is, in short, through the contract.
+#include "engines/support/metadata/PdfAClaim.h"
 #include "engines/toolbox/Guard.h"
 #include "engines/toolbox/Handles.h"
 #include "engines/toolbox/copy/fields/FormFields.h"
@@ -47,6 +48,7 @@ int PdfDocumentGetSummary(TPdfDocument* source, TPdfSummary* summary) {
         .is_owner = security != nullptr && security->opened_as_owner() ? 1 : 0,
         .permissions =
             security == nullptr ? 0 : static_cast<std::uint32_t>(security->facts().permissions),
+        .compliance = ComplianceOf(document.document()),
         .is_tagged = IsTagged(document.document()) ? 1 : 0,
         .signature_count = CountSigned(document, fields),
         .field_count = fields.terminal_count(),

@@ -193,6 +193,8 @@ struct TPdfSummary {
   std::int32_t is_encrypted = 0;
   std::int32_t is_owner = 0;      // opened with the owner's password
   std::uint32_t permissions = 0;  // as the encryption says; of no meaning without it
+  std::int32_t compliance =
+      0;  // the level of PDF/A that it claims: 0x1401 for 1b, ...; else its version
   std::int32_t is_tagged = 0;
   std::int64_t signature_count = 0;   // of fields with a signature
   std::int64_t field_count = 0;       // without those that only hold others
