@@ -17,7 +17,7 @@ const std::vector<EveryJob> kJobs = {
      true,
      false,
      {"merged.pdf"}},
-    {"Split", {"split", "plan.pdf"}, true, false, {"plan-01.pdf"}},
+    {"Split", {"split", "plan.pdf"}, true, false, {"plan-01.pdf", "plan-02.pdf"}},
     {"SplitToRanges",
      {"split", "--ranges", "1-2,4", "report.pdf"},
      true,
@@ -49,7 +49,7 @@ const std::vector<EveryJob> kJobs = {
      true,
      false,
      {"report-compressed.pdf"},
-     {"ratio", "images"}},
+     {"ratio", "images", "fonts"}},
     {"Number", {"number", "report.pdf"}, true, false, {"report-numbered.pdf"}},
     {"StampText",
      {"stamp-text", "--text", "Draft", "report.pdf"},
@@ -89,7 +89,11 @@ const std::vector<EveryJob> kJobs = {
      false,
      {"logo.pdf", "photo.pdf"},
      {"files"}},
-    {"Pdf2Img", {"pdf2img", "--dpi", "20", "letter.pdf"}, true, false, {"letter-page-0001.jpg"}},
+    {"Pdf2Img",
+     {"pdf2img", "--dpi", "20", "letter.pdf"},
+     true,
+     false,
+     {"letter-page-0001.jpg", "letter-page-0002.jpg"}},
     {"ExtractImages",
      {"extract-images", "pictures.pdf"},
      true,
@@ -157,12 +161,12 @@ std::vector<EveryJob> EveryJobThatWrites() {
 }
 
 EveryJobTest::EveryJobTest() {
-  for (const std::string name :
-       {"letter.pdf", "report.pdf", "plan.pdf", "logo.png", "marks.json"}) {
+  for (const std::string name : {"letter.pdf", "report.pdf", "plan.pdf", "logo.png"}) {
     std::filesystem::copy(ExamplesDir() + "/" + name, directory_.Path());
   }
   WriteTorn(Path("letter.pdf"), Path("torn.pdf"));
   WriteFile("photo.jpg", TestJpeg(3));
+  WriteFile("marks.json", R"([{"type": "number"}, {"type": "stamp-text", "text": "Draft"}])");
 }
 
 void EveryJobTest::SetUp() {
