@@ -11,12 +11,14 @@ if(PROJECT_IS_TOP_LEVEL)
   set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
   set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
+  # What was compiled in one checkout is found in the compiler cache by another one, or a copy in another place.
   find_program(CCACHE_PROGRAM ccache)
   if(CCACHE_PROGRAM AND NOT DEFINED CMAKE_CXX_COMPILER_LAUNCHER)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE_PROGRAM}")
+    set(ccache_settings "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1)
     if(TARNIX_PRECOMPILE)
-      list(PREPEND CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env CCACHE_SLOPPINESS=pch_defines,time_macros)
+      list(APPEND ccache_settings CCACHE_SLOPPINESS=pch_defines,time_macros)
     endif()
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CMAKE_COMMAND}" -E env ${ccache_settings} "${CCACHE_PROGRAM}")
   endif()
 endif()
 

@@ -371,6 +371,7 @@ TEST_F(PdfDocAssemblyTest, MakesTheOutputBeforeItOpensTheSource) {
   const Failure expected = CannotCreate(path);
   EXPECT_EQ(FailureOf([&] { missing.Rotate(PdfRotationAngle::Rotate90, path, ""); }), expected);
   EXPECT_EQ(FailureOf([&] { missing.Lock("pw", path); }), expected);
+  EXPECT_EQ(FailureOf([&] { missing.Lock("pw", "owner", 0, path); }), expected);
   EXPECT_EQ(FailureOf([&] { missing.UnLock("pw", path); }), expected);
   EXPECT_EQ(FailureOf([&] { PdfDoc::Merge({missing}, path, ""); }), expected);
 }
