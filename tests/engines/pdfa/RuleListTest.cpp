@@ -80,8 +80,10 @@ TEST(RuleList, NumbersEachRuleOfALevelOnce) {
 
 TEST(RuleList, HasTwoSentencesForEachRule) {
   for (const RuleText& rule : AllRules()) {
-    EXPECT_TRUE(std::string(rule.wrong).ends_with('.')) << rule.wrong;
-    EXPECT_TRUE(std::string(rule.cure).ends_with('.')) << rule.cure;
+    for (const char* sentence : {rule.wrong, rule.cure}) {
+      EXPECT_TRUE('A' <= *sentence && *sentence <= 'Z') << sentence;
+      EXPECT_TRUE(std::string(sentence).ends_with('.')) << sentence;
+    }
   }
 }
 

@@ -66,6 +66,12 @@ bool IsLatin(char32_t c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
+// Of Latin Extended-A, where letters of both cases take turns: in two runs the upper case is odd.
+bool IsUpperCaseExtended(char32_t c) {
+  const bool is_odd_upper = (c >= 0x138 && c <= 0x148) || (c >= 0x179 && c <= 0x17E);
+  return (c % 2 == 1) == is_odd_upper;
+}
+
 }  // namespace
 
 bool IsSpace(char32_t character) {
@@ -82,13 +88,13 @@ bool IsDigit(char32_t character) {
 
 bool IsUpperCase(char32_t c) {
   return (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7) ||
-         (c >= 0x100 && c < 0x180 && c % 2 == 0) || (c >= 0x391 && c <= 0x3A9) ||
+         (c >= 0x100 && c < 0x180 && IsUpperCaseExtended(c)) || (c >= 0x391 && c <= 0x3A9) ||
          (c >= 0x400 && c <= 0x42F);
 }
 
 bool IsLowerCase(char32_t c) {
   return (c >= 'a' && c <= 'z') || (c >= 0xDF && c <= 0xFF && c != 0xF7) ||
-         (c >= 0x100 && c < 0x180 && c % 2 == 1) || (c >= 0x3B1 && c <= 0x3C9) ||
+         (c >= 0x100 && c < 0x180 && !IsUpperCaseExtended(c)) || (c >= 0x3B1 && c <= 0x3C9) ||
          (c >= 0x430 && c <= 0x45F) || (c >= kFirstLigature && c <= kFirstLigature + 6);
 }
 
