@@ -109,6 +109,14 @@ bool FontProgram::is_tricky() const {
   return FT_IS_TRICKY(face_);
 }
 
+bool FontProgram::is_bold() const {
+  return (face_->style_flags & FT_STYLE_FLAG_BOLD) != 0;
+}
+
+bool FontProgram::is_italic() const {
+  return (face_->style_flags & FT_STYLE_FLAG_ITALIC) != 0;
+}
+
 bool FontProgram::has_glyph_names() const {
   return !is_cid_keyed_ && FT_HAS_GLYPH_NAMES(face_);
 }

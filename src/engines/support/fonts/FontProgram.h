@@ -96,6 +96,10 @@ class FontProgram {
   // Its outlines are put together by its instructions.
   bool is_tricky() const;
 
+  // What the program says of its own style.
+  bool is_bold() const;
+  bool is_italic() const;
+
   bool has_glyph_names() const;
 
   // 0 for a name that no glyph has; of those that have it, the first.

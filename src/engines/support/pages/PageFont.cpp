@@ -56,7 +56,7 @@ PageFont::PageFont(Document& document, const Object& reference)
     program_ = fonts::FontProgram::Open(program_bytes_);
   }
   text_.emplace(document, reference, font_, program_.get());
-  face_ = std::make_shared<const Typeface>(TypefaceOf(font_));
+  face_ = std::make_shared<const Typeface>(TypefaceOf(font_, program_.get()));
   if (font_.kind() == fonts::FontKind::kType3) {
     Arena arena;
     const Object font = document.Resolve(reference, arena);

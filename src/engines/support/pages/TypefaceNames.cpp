@@ -77,14 +77,17 @@ bool Contains(std::string_view text, std::initializer_list<std::string_view> wor
   });
 }
 
-// Whether a style as foundries shorten it has a part: "BdIt" has "Bd" and "It".
-bool HasShortStyle(std::string_view name, std::string_view part) {
+// Whether a style as foundries shorten it has one of the parts: "BdIt" has "Bd" and "It". "Medi" is
+// the bold of families that have no other.
+bool HasShortStyle(std::string_view name, std::initializer_list<std::string_view> parts) {
   const std::size_t dash = name.rfind('-');
   const std::string_view style = dash == std::string_view::npos ? "" : name.substr(dash + 1);
-  const std::size_t at = style.find(part);
-  const std::size_t end = at + part.size();
-  return at != std::string_view::npos &&
-         (end == style.size() || (style[end] >= 'A' && style[end] <= 'Z'));
+  return std::any_of(parts.begin(), parts.end(), [style](std::string_view part) {
+    const std::size_t at = style.find(part);
+    const std::size_t end = at + part.size();
+    return at != std::string_view::npos &&
+           (end == style.size() || (style[end] >= 'A' && style[end] <= 'Z'));
+  });
 }
 
 // "OpenSans-Light" is "Open Sans": a space before each capital that follows a small letter.
@@ -106,10 +109,12 @@ Typeface TypefaceNamed(std::string_view name) {
   const std::string_view bare = fonts::WithoutSubsetTag(name);
   const std::string lower = Lower(bare);
   Typeface face;
-  face.is_bold = Contains(lower, {"bold", "black", "heavy", "semibold", "demi", "cmbx"}) ||
-                 HasShortStyle(bare, "Bd") || HasShortStyle(bare, "Blk");
-  face.is_italic = Contains(lower, {"italic", "oblique", "cmti", "cmmi", "kursiv"}) ||
-                   HasShortStyle(bare, "It") || HasShortStyle(bare, "Obl");
+  face.is_bold =
+      Contains(lower, {"bold", "black", "heavy", "semibold", "demi", "cmbx", "cmssbx"}) ||
+      lower.starts_with("sfbx") || HasShortStyle(bare, {"Bd", "Blk", "Medi"});
+  face.is_italic =
+      Contains(lower, {"italic", "oblique", "cmti", "cmmi", "cmsl", "kursiv", "slant"}) ||
+      lower.starts_with("sfti") || HasShortStyle(bare, {"It", "Ital", "Obl"});
   const auto known = std::find_if(kKnown.begin(), kKnown.end(), [&lower](const KnownFamily& entry) {
     return lower.starts_with(entry.start);
   });
@@ -124,13 +129,17 @@ Typeface TypefaceNamed(std::string_view name) {
   return face;
 }
 
-Typeface TypefaceOf(const fonts::DocumentFont& font) {
+Typeface TypefaceOf(const fonts::DocumentFont& font, const fonts::FontProgram* program) {
   const fonts::FontDescriptor& descriptor = font.descriptor();
   Typeface face = TypefaceNamed(font.name());
   face.is_bold = face.is_bold || descriptor.is_bold;
   face.is_italic = face.is_italic || descriptor.is_italic;
   face.is_serif = face.is_serif || descriptor.is_serif;
   face.is_fixed_pitch = face.is_fixed_pitch || descriptor.is_fixed_pitch;
+  if (program != nullptr) {
+    face.is_bold = face.is_bold || program->is_bold();
+    face.is_italic = face.is_italic || program->is_italic();
+  }
   return face;
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "engines/support/fonts/DocumentFont.h"
+#include "engines/support/fonts/FontProgram.h"
 #include "engines/support/pages/PageModel.h"
 
 namespace TarnixTools::engines {
@@ -12,8 +13,9 @@ namespace TarnixTools::engines {
 // "ABCDEF+TimesNewRomanPS-BoldItalicMT" is Times New Roman, bold and italic.
 Typeface TypefaceNamed(std::string_view name);
 
-// As the font is named, and where the name does not say it, as its descriptor has it.
-Typeface TypefaceOf(const fonts::DocumentFont& font);
+// As the font is named, and where the name does not say it, as its descriptor or its program has it.
+//   program - null for a font without one
+Typeface TypefaceOf(const fonts::DocumentFont& font, const fonts::FontProgram* program);
 
 }  // namespace TarnixTools::engines
 

@@ -46,6 +46,16 @@ TEST(FontProgram, ReadsTrueType) {
   EXPECT_EQ(program->Table(0x68656164).size(), 54U);
 }
 
+TEST(FontProgram, TellsItsStyle) {
+  constexpr std::size_t kMacStyle = 44;  // in the table head
+  const std::string plain = TestFont{}.Bytes();
+  std::string bytes = plain;
+  bytes[bytes.find(FontProgram::Open(plain)->Table(0x68656164)) + kMacStyle + 1] = 1;
+  EXPECT_FALSE(FontProgram::Open(plain)->is_bold());
+  EXPECT_TRUE(FontProgram::Open(bytes)->is_bold());
+  EXPECT_FALSE(FontProgram::Open(bytes)->is_italic());
+}
+
 TEST(FontProgram, ReadsBareCff) {
   const std::string bytes = CffProgram({"A", "eacute", "odd"});
   const auto program = FontProgram::Open(bytes);

@@ -21,6 +21,10 @@ TEST(TypefaceNames, KnowsFamiliesAndStyles) {
       {"PHGXPC+CMBX12", "CMBX12", true, false},
       {"HQSLLD+HelveticaNeueLTStd-BdCn", "Helvetica Neue", true, false},
       {"HelveticaNeueLTStd-MdIt", "Helvetica Neue", false, true},
+      {"HelveticaNeueLTStd-Medium", "Helvetica Neue", false, false},
+      {"NimbusRomNo9L-MediItal", "Times New Roman", true, true},
+      {"NimbusRomNo9L-ReguItal", "Times New Roman", false, true},
+      {"LMRomanSlant10-Regular", "LMRoman Slant10", false, true},
   };
   for (const Row& row : kRows) {
     const Typeface face = TypefaceNamed(row.name);
