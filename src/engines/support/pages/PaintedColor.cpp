@@ -78,7 +78,7 @@ std::optional<Rgb> PaintedColors::Of(const pdf::Color& color) {
     return OfPalette(*space, components[0]);
   }
   if (spot) {
-    return Computed(spot->alternate, spot->At(components[0]));
+    return Computed(spot->alternate, spot->function.At(components));
   }
   return space->is_computed() ? Computed(*space, components) : OfInks(components);
 }

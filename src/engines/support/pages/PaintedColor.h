@@ -17,7 +17,8 @@ class PaintedColors {
  public:
   explicit PaintedColors(pdf::Document& document) : document_(&document) {}
 
-  // Nothing for a pattern. A colour of several inks is as dark as they are.
+  // Nothing for a pattern. Inks of which the document does not say how they look, or not in a way
+  // that is read here, are as dark as they are.
   std::optional<Rgb> Of(const pdf::Color& color);
 
   // Spaces that are no objects of their own are known by their place in memory, which may be others'

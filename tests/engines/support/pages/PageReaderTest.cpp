@@ -71,6 +71,27 @@ TEST_F(PageReaderTest, ShowsSpotColorsAsTheDocumentSays) {
   EXPECT_EQ(page.styles[1].color, (Rgb{128, 153, 179}));
 }
 
+// The samples are white, red, green and black: without inks, with the first, the second and both.
+TEST_F(PageReaderTest, MixesColorsOfSeveralInks) {
+  const std::string samples = "ffffffff000000ff00000000>";
+  const TestPdf pdf =
+      TestPdf()
+          .Page()
+          .PageEntry(
+              "/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>"
+              ">>/ColorSpace<</S[/DeviceN[/Red/Green]/DeviceRGB {{mix}}]>>>>")
+          .Content("/S cs 1 0 scn BT /F 10 Tf 100 700 Td (A) Tj 0 0.5 scn (B) Tj 1 1 scn (C) Tj ET")
+          .Object("mix",
+                  "<</FunctionType 0/Domain[0 1 0 1]/Range[0 1 0 1 0 1]/Size[2 2]/BitsPerSample 8"
+                  "/Filter/ASCIIHexDecode/Length " +
+                      std::to_string(samples.size()) + ">>stream\n" + samples + "\nendstream");
+  const PageModel page = Page(pdf);
+  ASSERT_EQ(page.styles.size(), 3U);
+  EXPECT_EQ(page.styles[0].color, (Rgb{255, 0, 0}));
+  EXPECT_EQ(page.styles[1].color, (Rgb{128, 255, 128}));
+  EXPECT_EQ(page.styles[2].color, (Rgb{0, 0, 0}));
+}
+
 TEST_F(PageReaderTest, TellsThatContentIsUnreadable) {
   const TestPdf pdf = TestPdf()
                           .Page()

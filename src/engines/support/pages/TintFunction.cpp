@@ -1,0 +1,152 @@
+#include "engines/support/pages/TintFunction.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+#include "engines/support/pages/PageLimits.h"
+
+namespace TarnixTools::engines {
+
+namespace {
+
+using pdf::Arena;
+using pdf::Document;
+using pdf::Object;
+
+constexpr std::int64_t kBitsOfByte = 8;
+constexpr std::size_t kMostMixedAxes = 6;  // beyond which the nearest sample is taken
+
+// As many numbers as are asked for; where there are fewer, this one.
+std::vector<double> Numbers(Document& document, const Object& value, std::size_t count,
+                            double missing) {
+  Arena arena;
+  const Object array = document.Resolve(value, arena);
+  std::vector<double> numbers;
+  for (const Object& item : array.Items().first(std::min(count, array.Items().size()))) {
+    numbers.push_back(item.NumberOr(missing));
+  }
+  numbers.resize(count, missing);
+  return numbers;
+}
+
+}  // namespace
+
+// ISO 32000-2, 7.10.3.
+std::vector<double> TintFunction::Curve::At(double tint) const {
+  const double share = std::pow(std::clamp(tint, 0.0, 1.0), exponent);
+  std::vector<double> values;
+  for (std::size_t i = 0; i < none.size(); ++i) {
+    values.push_back(none[i] + share * (full[i] - none[i]));
+  }
+  return values;
+}
+
+// ISO 32000-2, 7.10.2: samples of eight bits.
+std::optional<TintFunction::Grid> TintFunction::Grid::Read(Document& document,
+                                                           const pdf::Followed& function,
+                                                           std::size_t inputs,
+                                                           std::size_t outputs) {
+  if (function.value.Get("BitsPerSample").IntegerOr(0) != kBitsOfByte) {
+    return std::nullopt;
+  }
+  auto stream = document.TryDecodeStream(function.number, limits::kMaxTintBytes);
+  if (!stream) {
+    return std::nullopt;
+  }
+  Grid grid;
+  grid.samples = std::move(stream->data);
+  const std::size_t all = grid.samples.size() / outputs;
+  std::size_t colors = 1;
+  const double of_one = inputs == 1 ? static_cast<double>(all) : 0;
+  for (const double size : Numbers(document, function.value.Get("Size"), inputs, of_one)) {
+    const double count = std::clamp(size, 0.0, static_cast<double>(all));
+    grid.axes.push_back({.size = static_cast<std::size_t>(count), .first = 0, .last = count - 1});
+    colors *= grid.axes.back().size;
+    if (grid.axes.back().size < 2 || colors > all) {
+      return std::nullopt;
+    }
+  }
+  const Object encode = function.value.Get("Encode");
+  if (!encode.IsNull()) {
+    const std::vector<double> ends = Numbers(document, encode, 2 * inputs, 0);
+    for (std::size_t i = 0; i < inputs; ++i) {
+      grid.axes[i].first = ends[2 * i];
+      grid.axes[i].last = ends[2 * i + 1];
+    }
+  }
+  const bool decodes = function.value.Has("Decode");
+  grid.range = Numbers(document, function.value.Get(decodes ? "Decode" : "Range"), 2 * outputs, 1);
+  return grid;
+}
+
+double TintFunction::Grid::SampleAt(std::size_t place, std::size_t component) const {
+  const std::size_t at = place * (range.size() / 2) + component;
+  const double share = static_cast<std::uint8_t>(samples[at]) / 255.0;
+  return range[2 * component] + share * (range[2 * component + 1] - range[2 * component]);
+}
+
+// Mixes the colours at the corners around the place.
+std::vector<double> TintFunction::Grid::At(std::span<const double> tints) const {
+  struct Corner {
+    std::size_t place = 0;
+    double weight = 1;
+  };
+
+  std::vector<Corner> corners{{}};
+  std::size_t step = 1;
+  for (std::size_t i = 0; i < axes.size(); ++i) {
+    const Axis& axis = axes[i];
+    const double most = static_cast<double>(axis.size - 1);
+    const double tint = std::clamp(i < tints.size() ? tints[i] : 0, 0.0, 1.0);
+    double at = std::clamp(axis.first + tint * (axis.last - axis.first), 0.0, most);
+    at = axes.size() > kMostMixedAxes ? std::round(at) : at;
+    const auto lower = std::min(static_cast<std::size_t>(at), axis.size - 2);
+    const double share = at - static_cast<double>(lower);
+    std::vector<Corner> next;
+    for (const Corner& corner : corners) {
+      if (share < 1) {
+        next.push_back({corner.place + lower * step, corner.weight * (1 - share)});
+      }
+      if (share > 0) {
+        next.push_back({corner.place + (lower + 1) * step, corner.weight * share});
+      }
+    }
+    corners = std::move(next);
+    step *= axis.size;
+  }
+  std::vector<double> values(range.size() / 2);
+  for (const Corner& corner : corners) {
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      values[i] += corner.weight * SampleAt(corner.place, i);
+    }
+  }
+  return values;
+}
+
+std::optional<TintFunction> TintFunction::Read(Document& document, const pdf::Followed& function,
+                                               std::size_t inputs, std::size_t outputs) {
+  const Object& value = function.value;
+  const std::int64_t type = value.Get("FunctionType").IntegerOr(-1);
+  if (type == 2 && inputs == 1) {
+    return TintFunction(Curve{.none = Numbers(document, value.Get("C0"), outputs, 0),
+                              .full = Numbers(document, value.Get("C1"), outputs, 1),
+                              .exponent = value.Get("N").NumberOr(1)});
+  }
+  if (type == 0) {
+    if (auto grid = Grid::Read(document, function, inputs, outputs)) {
+      return TintFunction(std::move(*grid));
+    }
+  }
+  return std::nullopt;
+}
+
+std::vector<double> TintFunction::At(std::span<const double> tints) const {
+  if (const auto* curve = std::get_if<Curve>(&way_)) {
+    return curve->At(tints.empty() ? 1 : tints.front());
+  }
+  return std::get<Grid>(way_).At(tints);
+}
+
+}  // namespace TarnixTools::engines

@@ -1,0 +1,65 @@
+// Functions that lead from tints of inks to another colour space (ISO 32000-2, 7.10).
+#ifndef TARNIX_ENGINES_SUPPORT_PAGES_TINTFUNCTION_H_
+#define TARNIX_ENGINES_SUPPORT_PAGES_TINTFUNCTION_H_
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "pdf/file/Document.h"
+
+namespace TarnixTools::engines {
+
+class TintFunction {
+ public:
+  // Nothing for a function that is read by none of the ways here: a program (/FunctionType 4), several
+  // functions, one put together of others. Throws pdf::Error for a document that cannot be read any
+  // more.
+  //   inputs - inks, 1 to 32
+  //   outputs - components of the other space, 1 at least
+  static std::optional<TintFunction> Read(pdf::Document& document, const pdf::Followed& function,
+                                          std::size_t inputs, std::size_t outputs);
+
+  // The components for as many tints as there are inks, from 0 to 1 each.
+  std::vector<double> At(std::span<const double> tints) const;
+
+ private:
+  // Between a colour without the ink and one with all of it.
+  struct Curve {
+    std::vector<double> none;
+    std::vector<double> full;
+    double exponent = 1;
+
+    std::vector<double> At(double tint) const;
+  };
+
+  // A grid of colours, the first ink's steps next to each other.
+  struct Grid {
+    struct Axis {
+      std::size_t size = 2;
+      double first = 0;  // the place of tint 0 among the steps, and that of tint 1
+      double last = 1;
+    };
+
+    std::vector<Axis> axes;
+    std::vector<double> range;  // of each component, what 0 and 255 stand for
+    std::string samples;
+
+    static std::optional<Grid> Read(pdf::Document& document, const pdf::Followed& function,
+                                    std::size_t inputs, std::size_t outputs);
+
+    std::vector<double> At(std::span<const double> tints) const;
+    double SampleAt(std::size_t place, std::size_t component) const;
+  };
+
+  explicit TintFunction(std::variant<Curve, Grid> way) : way_(std::move(way)) {}
+
+  std::variant<Curve, Grid> way_;
+};
+
+}  // namespace TarnixTools::engines
+
+#endif  // TARNIX_ENGINES_SUPPORT_PAGES_TINTFUNCTION_H_
