@@ -64,6 +64,25 @@ TEST(PageText, KeepsRaisedTextWithItsWord) {
   EXPECT_EQ(word.glyphs.back().raise, Raise::kSuperscript);
 }
 
+TEST(PageText, TellsTextsThatAreOverEachOtherApart) {
+  const PageText text =
+      ReadPageText(MadePage().Text(72, 100, U"roll up").Text(78.5, 100, U"redacted").Take());
+  ASSERT_THAT(text.upright.lines, SizeIs(2));
+  EXPECT_THAT(WordsOf(text.upright.lines[0]), ElementsAre("roll", "up"));
+  EXPECT_THAT(WordsOf(text.upright.lines[1]), ElementsAre("redacted"));
+}
+
+TEST(PageText, KeepsSmallTextBelowLargeLettersApart) {
+  const PageText text = ReadPageText(MadePage()
+                                         .Text(72, 100, U"CX57C", {.size = 30})
+                                         .Text(75, 110, U"MINI", {.size = 8})
+                                         .Text(95, 110, U"EXCAVATOR", {.size = 8})
+                                         .Take());
+  ASSERT_THAT(text.upright.lines, SizeIs(2));
+  EXPECT_THAT(WordsOf(text.upright.lines[0]), ElementsAre("CX57C"));
+  EXPECT_THAT(WordsOf(text.upright.lines[1]), ElementsAre("MINI", "EXCAVATOR"));
+}
+
 TEST(PageText, TakesDoublePaintingAsBold) {
   const PageText text =
       ReadPageText(MadePage().Text(72, 100, U"fat").Text(72.3, 100, U"fat").Take());

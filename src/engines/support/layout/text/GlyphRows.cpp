@@ -9,6 +9,7 @@
 
 #include "engines/support/layout/LayoutLimits.h"
 #include "engines/support/layout/text/Characters.h"
+#include "engines/support/layout/text/OverlaidText.h"
 
 namespace TarnixTools::engines {
 
@@ -25,12 +26,15 @@ constexpr double kSamePlace = 0.005;
 constexpr double kClusterGap = 0.3;         // within a raised text
 constexpr double kGapBefore = 0.35;         // before a raised text
 constexpr double kGapBehind = 0.2;          // behind one
+constexpr double kReachIn = 0.5;            // of a raised text into the glyph before it
+constexpr double kReachOver = 0.25;         // and into the one behind it
 constexpr double kHighest = 0.75;           // above the baseline
 constexpr double kLowest = 0.45;            // below it
 constexpr double kRaisedSize = 0.87;        // against the text beside it, at most
 constexpr std::size_t kRaisedLength = 16;   // glyphs
 constexpr std::ptrdiff_t kRowsBeside = 32;  // that are looked at on either side
 constexpr std::size_t kDoublesBeside = 6;   // glyphs
+constexpr std::ptrdiff_t kSpacesBehind = 8;
 
 // Scanned text that is slightly turned counts as straight.
 int AngleOf(const TextStyle& style) {
@@ -87,11 +91,6 @@ std::map<int, std::vector<PlacedGlyph>> ByAngle(const PageModel& page) {
     }
   }
   return groups;
-}
-
-void SortFromLeft(std::vector<PlacedGlyph>& glyphs) {
-  std::stable_sort(glyphs.begin(), glyphs.end(),
-                   [](const PlacedGlyph& a, const PlacedGlyph& b) { return a.left < b.left; });
 }
 
 std::vector<GlyphRow> CutIntoRows(std::vector<PlacedGlyph> glyphs) {
@@ -153,7 +152,7 @@ void DropDoubles(const PageModel& page, GlyphRow& row) {
 // The raised or lowered text of a row that belongs to larger text of another.
 class RaisedText {
  public:
-  explicit RaisedText(std::vector<GlyphRow>& rows) : rows_(&rows) {}
+  RaisedText(const PageModel& page, std::vector<GlyphRow>& rows) : page_(&page), rows_(&rows) {}
 
   // Moves what is raised to the rows that it belongs to.
   void Settle();
@@ -163,8 +162,9 @@ class RaisedText {
 
   std::optional<std::size_t> OwnerOf(std::size_t row, const PlacedGlyph* first,
                                      const PlacedGlyph* last) const;
-  static bool IsBeside(const GlyphRow& row, const PlacedGlyph& first, const PlacedGlyph& last);
+  bool IsBeside(const GlyphRow& row, const PlacedGlyph& first, const PlacedGlyph& last) const;
 
+  const PageModel* page_;
   std::vector<GlyphRow>* rows_;
 };
 
@@ -174,18 +174,28 @@ bool IsLarger(const PlacedGlyph& owner, const PlacedGlyph& raised) {
          above >= -kLowest * owner.size;
 }
 
-bool RaisedText::IsBeside(const GlyphRow& row, const PlacedGlyph& first, const PlacedGlyph& last) {
+// Text that runs above or below several letters of larger text is a line of its own.
+bool RaisedText::IsBeside(const GlyphRow& row, const PlacedGlyph& first,
+                          const PlacedGlyph& last) const {
   const auto behind =
       std::lower_bound(row.glyphs.begin(), row.glyphs.end(), first.left,
                        [](const PlacedGlyph& glyph, double left) { return glyph.left < left; });
+  const bool is_large_behind = behind != row.glyphs.end() && IsLarger(*behind, first);
+  const auto end = behind + std::min(row.glyphs.end() - behind, kSpacesBehind);
+  const auto seen = std::find_if_not(
+      behind, end, [this](const PlacedGlyph& glyph) { return TextOf(*page_, glyph) == U" "; });
+  if (seen != end && IsLarger(*seen, first) && last.right - seen->left > kReachOver * seen->size) {
+    return false;
+  }
   if (behind != row.glyphs.begin()) {
     const PlacedGlyph& before = *(behind - 1);
-    if (IsLarger(before, first) && first.left - before.right <= kGapBefore * before.size) {
+    const double gap = first.left - before.right;
+    if (IsLarger(before, first) && gap <= kGapBefore * before.size &&
+        gap >= -kReachIn * before.size) {
       return true;
     }
   }
-  return behind != row.glyphs.end() && IsLarger(*behind, first) &&
-         behind->left - last.right <= kGapBehind * behind->size && behind->left >= last.left;
+  return is_large_behind && behind->left - last.right <= kGapBehind * behind->size;
 }
 
 std::optional<std::size_t> RaisedText::OwnerOf(std::size_t row, const PlacedGlyph* first,
@@ -234,14 +244,22 @@ void RaisedText::Settle() {
 
 }  // namespace
 
+void SortFromLeft(std::vector<PlacedGlyph>& glyphs) {
+  std::stable_sort(glyphs.begin(), glyphs.end(),
+                   [](const PlacedGlyph& a, const PlacedGlyph& b) { return a.left < b.left; });
+}
+
 std::vector<TurnedRows> RowsOf(const PageModel& page) {
   std::vector<TurnedRows> all;
   for (auto& [angle, glyphs] : ByAngle(page)) {
-    TurnedRows turned{.angle = static_cast<double>(angle), .rows = CutIntoRows(std::move(glyphs))};
-    for (GlyphRow& row : turned.rows) {
+    TurnedRows turned{.angle = static_cast<double>(angle), .rows = {}};
+    for (GlyphRow& row : CutIntoRows(std::move(glyphs))) {
       DropDoubles(page, row);
+      for (GlyphRow& layer : PartOverlaid(page, std::move(row))) {
+        turned.rows.push_back(std::move(layer));
+      }
     }
-    RaisedText(turned.rows).Settle();
+    RaisedText(page, turned.rows).Settle();
     all.push_back(std::move(turned));
   }
   return all;

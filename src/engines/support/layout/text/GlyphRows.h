@@ -24,6 +24,8 @@ struct TurnedRows {
 // page are left out; of glyphs that are painted over themselves one stays.
 std::vector<TurnedRows> RowsOf(const PageModel& page);
 
+void SortFromLeft(std::vector<PlacedGlyph>& glyphs);
+
 }  // namespace TarnixTools::engines
 
 #endif  // TARNIX_ENGINES_SUPPORT_LAYOUT_TEXT_GLYPHROWS_H_
