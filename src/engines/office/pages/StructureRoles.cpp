@@ -22,6 +22,20 @@ std::string TextOf(Document& document, const Object& value, pdf::Arena& arena) {
   return is_usable ? pdf::TextStringToUtf8(text.Text()) : std::string();
 }
 
+// The element is around those that were taken before it.
+void SetPlaceInTable(std::string_view type, std::uint32_t element, StructureRole& role) {
+  if (role.table != 0) {
+    return;
+  }
+  if (type == "Table") {
+    role.table = element;
+  } else if (type == "TR" && role.row == 0) {
+    role.row = element;
+  } else if ((type == "TD" || type == "TH") && role.row == 0 && role.cell == 0) {
+    role.cell = element;
+  }
+}
+
 }  // namespace
 
 StructureRoles::StructureRoles(Document& document, const Destinations& destinations)
@@ -175,7 +189,7 @@ std::vector<StructureRole> StructureRoles::OfPage(std::uint32_t page_index) cons
     for (std::uint32_t at = item->element; at != 0; at = elements_[at].parent) {
       const Element& element = elements_[at];
       role.path.push_back(texts_[element.type]);
-      role.table = role.table == 0 && texts_[element.type] == "Table" ? at : role.table;
+      SetPlaceInTable(texts_[element.type], at, role);
       role.description = role.description.empty() ? texts_[element.alternate] : role.description;
       role.language = role.language.empty() ? texts_[element.language] : role.language;
     }

@@ -97,6 +97,8 @@ struct StructureRole {
   std::vector<std::string> path;  // the types from the outermost element down: "Table", "TR", "TD"
   std::uint32_t element = 0;      // the number of the innermost element; equal for one element
   std::uint32_t table = 0;        // the number of the innermost table around it; 0 for none
+  std::uint32_t row = 0;          // of the innermost row of that table; 0 for none
+  std::uint32_t cell = 0;         // of the innermost cell of that row; 0 for none
   std::uint32_t order = 0;        // among the marked content of the page, as the tree is read
   std::string description;        // its /Alt, or that of an element around it
   std::string language;

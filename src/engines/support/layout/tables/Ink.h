@@ -29,19 +29,21 @@ struct Ink {
   double size = 0;  // of its font
   InkKind kind = InkKind::kText;
   bool is_bold = false;
-  bool is_spaced = false;     // its font has wide spaces, as those of a typewriter
-  bool is_group = false;      // three digits, which may go on a number
-  bool is_lead = false;       // one to three digits, which such a group may go on
-  bool is_sign = false;       // of a currency, by itself
-  bool is_unit = false;       // a currency's or that of percent, by itself
-  bool starts_small = false;  // with a small letter or a bracket
-  bool is_mark = false;       // of a note: a digit or a letter in brackets, asterisks
-  bool is_label = false;      // of an item of a list: "1.", "(a)", a bullet
-  bool is_leader = false;     // dots that lead to the next column
-  std::int32_t number = -1;   // of a few digits and nothing else
-  std::uint32_t table = 0;    // that tags say it is in (StructureRole::table)
-  std::uint32_t word = 0;     // which it is, for the caller
-  std::uint32_t row = 0;      // of RowsOf, which sets it
+  bool is_spaced = false;         // its font has wide spaces, as those of a typewriter
+  bool is_group = false;          // three digits, which may go on a number
+  bool is_lead = false;           // one to three digits, which such a group may go on
+  bool is_sign = false;           // of a currency, by itself
+  bool is_unit = false;           // a currency's or that of percent, by itself
+  bool starts_small = false;      // with a small letter or a bracket
+  bool is_mark = false;           // of a note: a digit or a letter in brackets, asterisks
+  bool is_label = false;          // of an item of a list: "1.", "(a)", a bullet
+  bool is_leader = false;         // dots that lead to the next column
+  std::int32_t number = -1;       // of a few digits and nothing else
+  std::uint32_t table = 0;        // that tags say it is in (StructureRole::table)
+  std::uint32_t tagged_row = 0;   // likewise
+  std::uint32_t tagged_cell = 0;  // likewise
+  std::uint32_t word = 0;         // which it is, for the caller
+  std::uint32_t row = 0;          // of RowsOf, which sets it
 
   bool IsNumeric() const { return kind != InkKind::kText; }
 };

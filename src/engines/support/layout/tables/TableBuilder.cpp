@@ -25,28 +25,6 @@ struct RowFacts {
   bool is_bold = true;
 };
 
-// The first rows, which have no numbers where others do, or are all bold where others are not.
-std::size_t HeaderRowsOf(const TableShape& shape) {
-  std::vector<RowFacts> rows(shape.rows.size() - 1);
-  for (const CellShape& cell : shape.cells) {
-    RowFacts& row = rows[cell.row];
-    row.has_words = row.has_words || !cell.inks.empty();
-    row.has_number =
-        row.has_number ||
-        (!cell.inks.empty() && std::all_of(cell.inks.begin(), cell.inks.end(),
-                                           [](const Ink& ink) { return ink.IsNumeric(); }));
-    row.is_bold = row.is_bold && std::all_of(cell.inks.begin(), cell.inks.end(),
-                                             [](const Ink& ink) { return ink.is_bold; });
-  }
-  const auto count = [&rows](auto belongs) {
-    const auto end = std::find_if_not(rows.begin(), rows.end(), belongs);
-    const auto length = static_cast<std::size_t>(end - rows.begin());
-    return length < rows.size() && length <= kMostHeaderRows ? length : 0;
-  };
-  const std::size_t bold = count([](const RowFacts& row) { return row.is_bold; });
-  return bold > 0 ? bold : count([](const RowFacts& row) { return !row.has_number; });
-}
-
 class Builder {
  public:
   Builder(const TableArea& area, std::span<const Ink> inks)
@@ -250,6 +228,27 @@ std::optional<TableShape> Builder::Build() {
 }
 
 }  // namespace
+
+std::size_t HeaderRowsOf(const TableShape& shape) {
+  std::vector<RowFacts> rows(shape.rows.size() - 1);
+  for (const CellShape& cell : shape.cells) {
+    RowFacts& row = rows[cell.row];
+    row.has_words = row.has_words || !cell.inks.empty();
+    row.has_number =
+        row.has_number ||
+        (!cell.inks.empty() && std::all_of(cell.inks.begin(), cell.inks.end(),
+                                           [](const Ink& ink) { return ink.IsNumeric(); }));
+    row.is_bold = row.is_bold && std::all_of(cell.inks.begin(), cell.inks.end(),
+                                             [](const Ink& ink) { return ink.is_bold; });
+  }
+  const auto count = [&rows](auto belongs) {
+    const auto end = std::find_if_not(rows.begin(), rows.end(), belongs);
+    const auto length = static_cast<std::size_t>(end - rows.begin());
+    return length < rows.size() && length <= kMostHeaderRows ? length : 0;
+  };
+  const std::size_t bold = count([](const RowFacts& row) { return row.is_bold; });
+  return bold > 0 ? bold : count([](const RowFacts& row) { return !row.has_number; });
+}
 
 std::optional<TableShape> BuildTable(const TableArea& area, std::span<const Ink> inks) {
   return Builder(area, inks).Build();

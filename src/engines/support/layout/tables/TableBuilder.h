@@ -27,6 +27,9 @@ struct TableShape {
   std::size_t header_rows = 0;
 };
 
+// The first rows, which have no numbers where others do, or are all bold where others are not.
+std::size_t HeaderRowsOf(const TableShape& shape);
+
 // Nothing where there is no table: fewer than two rows or columns with words.
 std::optional<TableShape> BuildTable(const TableArea& area, std::span<const Ink> inks);
 

@@ -13,6 +13,7 @@
 #include "engines/support/layout/tables/TableArea.h"
 #include "engines/support/layout/tables/TableBuilder.h"
 #include "engines/support/layout/tables/TableJudge.h"
+#include "engines/support/layout/tables/TaggedTable.h"
 
 namespace TarnixTools::engines {
 
@@ -52,7 +53,8 @@ class Finder {
  private:
   void Read(const TurnedText& text);
   const Typeface* FaceOf(const Word& word) const;
-  std::uint32_t TableOf(const Word& word) const;
+  void SetTags(const Word& word, Ink& ink);
+  bool TryTags(std::uint32_t table, std::span<const Ink> inks);
   bool MayGoOn() const;
   void TryArea(const TableArea& area, std::span<const Ink> inks);
   void Try(std::vector<TableArea> areas);
@@ -67,7 +69,8 @@ class Finder {
   std::vector<Ink> leaders_;  // those at the end of a word too
   std::vector<Ink> fillers_;
   std::vector<FoundTable> tables_;
-  std::size_t looked_at_ = 0;  // words, once for each area that they are in
+  std::map<std::uint32_t, std::size_t> tagged_;  // words of each table that tags tell of
+  std::size_t looked_at_ = 0;                    // words, once for each area that they are in
 };
 
 // Null where nothing tells it.
@@ -79,10 +82,14 @@ const Typeface* Finder::FaceOf(const Word& word) const {
   return page_->styles[glyph.style].face.get();
 }
 
-// The table that tags say it is in; 0 for none.
-std::uint32_t Finder::TableOf(const Word& word) const {
+void Finder::SetTags(const Word& word, Ink& ink) {
   const StructureRole* role = word.glyphs.empty() ? nullptr : RoleOf(*page_, word.glyphs.front());
-  return role != nullptr ? role->table : 0;
+  if (role != nullptr && role->table != 0) {
+    ink.table = role->table;
+    ink.tagged_row = role->row;
+    ink.tagged_cell = role->cell;
+    ++tagged_[role->table];
+  }
 }
 
 void Finder::Read(const TurnedText& text) {
@@ -98,7 +105,6 @@ void Finder::Read(const TurnedText& text) {
               .size = word.size,
               .is_bold = face != nullptr && face->is_bold,
               .is_spaced = face != nullptr && face->is_fixed_pitch,
-              .table = TableOf(word),
               .word = number++};
       if (IsDrawnRule(word.text)) {
         if (rules_.horizontal.size() + rules_.vertical.size() < limits::kMaxRulesOfPage) {
@@ -109,6 +115,9 @@ void Finder::Read(const TurnedText& text) {
         continue;
       }
       Classify(word.text, ink);
+      if (!ink.is_leader) {
+        SetTags(word, ink);
+      }
       if (ink.is_leader || word.text.find(U".....") != std::u32string::npos) {
         leaders_.push_back(ink);
       }
@@ -224,6 +233,25 @@ void Finder::TryFills() {
   Try(std::move(grids));
 }
 
+// Believes tags that tell the cells of a table which has its place to itself.
+bool Finder::TryTags(std::uint32_t table, std::span<const Ink> inks) {
+  if (inks.size() != tagged_[table]) {
+    return false;
+  }
+  std::optional<TaggedTable> found = BuildTaggedTable(inks, rules_);
+  const bool is_sound =
+      found && std::none_of(inks_.begin(), inks_.end(), [&](const Ink& ink) {
+        const double x = (ink.left + ink.right) / 2;
+        const double y = (ink.upper + ink.lower) / 2;
+        const pdf::Box& box = found->area.box;
+        return ink.table != table && x > box.left && x < box.right && y > box.bottom && y < box.top;
+      });
+  if (is_sound) {
+    Keep(found->area, std::move(found->shape));
+  }
+  return is_sound;
+}
+
 // Tables that tags tell of and no rules show.
 void Finder::TryTagged() {
   std::map<std::uint32_t, std::vector<Ink>> tagged;
@@ -237,7 +265,9 @@ void Finder::TryTagged() {
       return;
     }
     looked_at_ += inks.size();
-    TryArea(AreaAround(inks, rules_), inks);
+    if (!TryTags(table, inks)) {
+      TryArea(AreaAround(inks, rules_), inks);
+    }
   }
 }
 

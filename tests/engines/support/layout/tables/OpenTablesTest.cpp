@@ -173,5 +173,24 @@ TEST(OpenTables, FindsNoMoreThanAPageMayHave) {
   EXPECT_THAT(scene.Tables(), SizeIs(limits::kMaxTablesOfPage));
 }
 
+// Cells of several lines, one over both columns, one without words.
+TEST(OpenTables, HaveTheCellsThatTagsTell) {
+  TableScene scene;
+  scene.TaggedCell(100, 100, "A title over both columns of the table", 1, 2);
+  scene.TaggedCell(100, 114, "first", 3, 4).TaggedCell(100, 126, "line", 3, 4);
+  scene.TaggedCell(220, 114, "alone", 3, 5);
+  scene.TaggedCell(220, 140, "of a", 6, 7).TaggedCell(220, 152, "row", 6, 7);
+  EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("A title over both columns of the table|<",
+                                                    "first line|alone", "|of a row")));
+}
+
+// Rows that stand beside each other are none.
+TEST(OpenTables, DoNotBelieveTagsThatDoNotFit) {
+  TableScene scene;
+  scene.TaggedCell(100, 100, "one", 1, 2).TaggedCell(100, 114, "two", 1, 2);
+  scene.TaggedCell(220, 100, "three", 3, 4).TaggedCell(220, 114, "four", 3, 4);
+  EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("one|three", "two|four")));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines

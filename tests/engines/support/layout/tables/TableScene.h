@@ -48,6 +48,15 @@ class TableScene {
     return *this;
   }
 
+  // In a cell of such a table.
+  TableScene& TaggedCell(double x, double y, std::string_view text, std::uint32_t row,
+                         std::uint32_t cell) {
+    Tagged(x, y, text, 1);
+    page_.roles.back().row = row;
+    page_.roles.back().cell = cell;
+    return *this;
+  }
+
   TableScene& Link(const pdf::Box& box) {
     page_.links.push_back({.box = box, .uri = "http://example.org/"});
     return *this;
