@@ -48,20 +48,35 @@ bool IsLetter(char32_t character) {
 
 }  // namespace
 
-std::int32_t PieceMaker::LinkAt(const Word& word) const {
+// The link of each glyph. Where only one link is on a word, it is that of all or of none of it.
+std::vector<std::int32_t> PieceMaker::LinksOf(const Word& word) const {
   const std::size_t count = std::min(page_->links.size(), limits::kMaxLinksOfText);
+  const double y = MiddleY(word.box);
+  std::vector<std::int32_t> links(word.glyphs.size(), -1);
+  std::vector<std::int32_t> found;
   for (std::size_t i = 0; i < count; ++i) {
-    if (Holds(page_->links[i].box, MiddleX(word.box), MiddleY(word.box))) {
-      return static_cast<std::int32_t>(i);
+    const pdf::Box& box = page_->links[i].box;
+    if (SharedWidth(box, word.box) > 0 && Holds(box, MiddleX(box), y)) {
+      found.push_back(static_cast<std::int32_t>(i));
     }
   }
-  return -1;
+  for (const std::int32_t link : found) {
+    const pdf::Box& box = page_->links[static_cast<std::size_t>(link)].box;
+    for (std::size_t i = 0; i < links.size(); ++i) {
+      const PlacedGlyph& glyph = word.glyphs[i];
+      const double x = found.size() == 1 ? MiddleX(word.box) : (glyph.left + glyph.right) / 2;
+      links[i] = links[i] < 0 && Holds(box, x, y) ? link : links[i];
+    }
+  }
+  return links;
 }
 
 void PieceMaker::AddWord(const Word& word, double line_size, Start start, TextLine& line) {
-  const std::int32_t link = LinkAt(word);
+  const std::vector<std::int32_t> links = LinksOf(word);
   bool is_apart = start == Start::kOwnPiece;
-  for (const PlacedGlyph& glyph : word.glyphs) {
+  for (std::size_t i = 0; i < word.glyphs.size(); ++i) {
+    const PlacedGlyph& glyph = word.glyphs[i];
+    const std::int32_t link = links[i];
     const std::uint32_t look = looks_->Of(glyph, word, line_size);
     const Glyph& source = page_->glyphs[glyph.glyph];
     std::u32string text;

@@ -3,6 +3,7 @@
 #define TARNIX_ENGINES_SUPPORT_LAYOUT_PARAGRAPHS_PIECEMAKER_H_
 
 #include <cstdint>
+#include <vector>
 
 #include "engines/support/layout/PageLayout.h"
 #include "engines/support/layout/paragraphs/LookTable.h"
@@ -23,7 +24,7 @@ class PieceMaker {
 
   void AddWord(const Word& word, double line_size, Start start, TextLine& line);
   void AddGap(const WordLine* before, const WordLine& next, TextLine& line);
-  std::int32_t LinkAt(const Word& word) const;
+  std::vector<std::int32_t> LinksOf(const Word& word) const;
 
   const PageModel* page_;
   LookTable* looks_;
