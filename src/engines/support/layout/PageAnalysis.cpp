@@ -46,6 +46,15 @@ RegionItem ItemOf(const WordLine& line) {
           .letters = LettersOf(line)};
 }
 
+// Before what stands lower.
+void InsertByPlace(Block block, TableCell& cell) {
+  const double upper = UpperEdge(BoxOf(block));
+  const auto below =
+      std::find_if(cell.blocks.begin(), cell.blocks.end(),
+                   [upper](const Block& own) { return UpperEdge(BoxOf(own)) > upper; });
+  cell.blocks.insert(below, std::move(block));
+}
+
 class PageAnalyzer {
  public:
   explicit PageAnalyzer(const PageModel& page)
@@ -63,9 +72,11 @@ class PageAnalyzer {
   void PlaceBehind(PageGraphics& graphics);
   TableCell* CellAround(const pdf::Box& picture);
   void PlacePicture(Picture picture);
+  void PlaceDrawing(Drawing drawing);
   void PlaceLines();
   void PlaceLabels(const std::vector<const WordLine*>& lines);
   void PlaceTurned(const TurnedText& turned);
+  bool MoveIntoCell(Floating& floating);
   void AddFloat(const std::vector<const WordLine*>& lines);
   template <typename Thing>
   void AddThing(Thing thing);
@@ -129,11 +140,23 @@ void PageAnalyzer::PlacePicture(Picture picture) {
     AddThing(std::move(picture));
     return;
   }
-  const double upper = UpperEdge(picture.box);
-  const auto below =
-      std::find_if(cell->blocks.begin(), cell->blocks.end(),
-                   [upper](const Block& block) { return UpperEdge(BoxOf(block)) > upper; });
-  cell->blocks.insert(below, Block{std::move(picture)});
+  InsertByPlace(Block{std::move(picture)}, *cell);
+}
+
+// In a cell, whose fill would lie over it, unless it lies behind the text there.
+void PageAnalyzer::PlaceDrawing(Drawing drawing) {
+  TableCell* cell = drawing.is_simple ? nullptr : CellAround(drawing.box);
+  const bool has_room =
+      cell != nullptr &&
+      std::none_of(cell->blocks.begin(), cell->blocks.end(), [&drawing](const Block& block) {
+        return UpperEdge(BoxOf(block)) < LowerEdge(drawing.box) &&
+               LowerEdge(BoxOf(block)) > UpperEdge(drawing.box);
+      });
+  if (!has_room) {
+    AddThing(std::move(drawing));
+    return;
+  }
+  InsertByPlace(Block{std::move(drawing)}, *cell);
 }
 
 template <typename Thing>
@@ -244,7 +267,31 @@ void PageAnalyzer::PlaceTurned(const TurnedText& turned) {
     for (Block& block : floating.blocks) {
       Move(std::get<Paragraph>(block.content), dx, dy);
     }
+    if (MoveIntoCell(floating)) {
+      layout_.floats.pop_back();
+    }
   }
+}
+
+// Text that runs upwards or downwards in a cell which has no other.
+bool PageAnalyzer::MoveIntoCell(Floating& floating) {
+  const bool runs_down = floating.angle == 90;
+  if (!runs_down && floating.angle != 270) {
+    return false;
+  }
+  const pdf::Box seen = QuarterTurned(floating.box);
+  TableCell* cell = CellAround(seen);
+  if (cell == nullptr || (!cell->blocks.empty() && cell->angle != floating.angle)) {
+    return false;
+  }
+  cell->angle = floating.angle;
+  const double x = MiddleX(seen) - MiddleX(cell->box);
+  const double y = MiddleY(seen) - MiddleY(cell->box);
+  for (Block& block : floating.blocks) {
+    Move(std::get<Paragraph>(block.content), (runs_down ? y : -y) - x, (runs_down ? -x : x) - y);
+    InsertByPlace(std::move(block), *cell);
+  }
+  return true;
 }
 
 void PageAnalyzer::FlushLines(std::vector<const WordLine*>& lines, Column& column) {
@@ -305,7 +352,7 @@ PageLayout PageAnalyzer::Analyze() {
     PlacePicture(std::move(picture));
   }
   for (Drawing& drawing : graphics.drawings) {
-    AddThing(std::move(drawing));
+    PlaceDrawing(std::move(drawing));
   }
   PlaceLines();
   for (const TurnedText& turned : text_.turned) {

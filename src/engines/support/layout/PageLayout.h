@@ -137,8 +137,27 @@ struct TableCell {
   std::array<Border, 4> borders;  // top, right, bottom, left
   std::optional<Rgb> fill;
   VerticalAlignment alignment = VerticalAlignment::kTop;
+  // Degrees clockwise, of the text within: 0, 90 or 270. The blocks lie as if the cell were turned
+  // upright about its middle.
+  double angle = 0;
   std::vector<Block> blocks;
+
+  // The room for the blocks.
+  pdf::Box TextBox() const;
 };
+
+// A box turned by a quarter about its middle.
+inline pdf::Box QuarterTurned(const pdf::Box& box) {
+  const double x = (box.left + box.right) / 2;
+  const double y = (box.bottom + box.top) / 2;
+  const double width = box.top - box.bottom;
+  const double height = box.right - box.left;
+  return {x - width / 2, y - height / 2, x + width / 2, y + height / 2};
+}
+
+inline pdf::Box TableCell::TextBox() const {
+  return angle == 0 ? box : QuarterTurned(box);
+}
 
 struct Table {
   pdf::Box box;

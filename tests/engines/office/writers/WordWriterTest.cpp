@@ -187,6 +187,16 @@ TEST(WordWriter, CountsPagesInHeadersAndFooters) {
   EXPECT_TRUE(has_field);
 }
 
+TEST(WordWriter, TurnsTheTextOfCells) {
+  Table table = TableAt(72, 100, {"up", "down", "c", "d"});
+  table.cells[0].angle = 270;
+  table.cells[1].angle = 90;
+  const std::string body = BodyOf(DocumentOf({PageWith({Block{table}})}));
+  EXPECT_THAT(body, HasSubstr("<w:textDirection w:val=\"btLr\"/>"));
+  EXPECT_THAT(body, HasSubstr("<w:textDirection w:val=\"tbRl\"/>"));
+  EXPECT_EQ(OrderComplaints(body), "");
+}
+
 TEST(WordWriter, WritesTablesWithRowsAndSpans) {
   Table table = TableAt(72, 100, {"wide", "", "c", "d"});
   table.cells[0].column_span = 2;

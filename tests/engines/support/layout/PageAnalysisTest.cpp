@@ -181,5 +181,60 @@ TEST(PageAnalysis, SaysWhatItFound) {
   EXPECT_THAT(dump, HasSubstr(R"("box":[72.0,92.0,97.0,102.0])"));
 }
 
+TEST(PageAnalysis, TellsTheLinksOfOneWordApart) {
+  PageModel page = MadePage().Text(72, 100, U"name[23]").Take();
+  page.links.push_back({.box = {72, 92, 92, 102}, .uri = "http://example.org/name"});
+  page.links.push_back({.box = {92, 92, 112, 102}, .uri = "http://example.org/note"});
+  PageLayout layout = AnalyzePage(page);
+  const TextLine& line = FlowParagraphs(layout)[0]->lines[0];
+  ASSERT_THAT(line.pieces, SizeIs(2));
+  EXPECT_EQ(line.pieces[0].text, "name");
+  EXPECT_EQ(line.pieces[0].link, 0);
+  EXPECT_EQ(line.pieces[1].link, 1);
+}
+
+// Three rows of two cells with words in all but the second one.
+MadePage SmallTable() {
+  MadePage page;
+  for (const double x : {100.0, 200.0, 300.0}) {
+    page.Line({x - 0.25, 100, x + 0.25, 220});
+  }
+  for (const double y : {100.0, 180.0, 200.0, 220.0}) {
+    page.Line({100, y - 0.25, 300, y + 0.25});
+  }
+  page.Text(110, 130, U"Name").Text(110, 194, U"one").Text(210, 194, U"1");
+  page.Text(110, 214, U"two").Text(210, 214, U"2");
+  return page;
+}
+
+const Table& OnlyTable(const PageLayout& page) {
+  return std::get<Table>(page.bands.at(0).columns.at(0).blocks.at(0).content);
+}
+
+TEST(PageAnalysis, KeepsDrawingsInTheirCells) {
+  MadePage page = SmallTable();
+  page.Curve({220, 110, 280, 170}).Curve({230, 120, 270, 160});
+  const PageLayout layout = AnalyzePage(page.Take());
+  const Table& table = OnlyTable(layout);
+  ASSERT_THAT(table.cells[1].blocks, SizeIs(1));
+  EXPECT_TRUE(std::holds_alternative<Drawing>(table.cells[1].blocks[0].content));
+}
+
+// Near the left edge of its cell.
+TEST(PageAnalysis, KeepsTurnedTextInItsCell) {
+  MadePage page = SmallTable();
+  page.Text(218, 170, U"upwards", {.direction_x = 0, .direction_y = -1});
+  const PageLayout layout = AnalyzePage(page.Take());
+  EXPECT_THAT(layout.floats, SizeIs(0));
+  const TableCell& cell = OnlyTable(layout).cells[1];
+  EXPECT_EQ(cell.angle, 270);
+  ASSERT_THAT(cell.blocks, SizeIs(1));
+  const auto& paragraph = std::get<Paragraph>(cell.blocks[0].content);
+  EXPECT_EQ(TextOf(paragraph), "upwards");
+  // 10 points from the lower edge, its baseline 18 points from the left one.
+  EXPECT_NEAR(paragraph.box.left - cell.TextBox().left, 10, 0.6);
+  EXPECT_NEAR(paragraph.lines[0].baseline - cell.TextBox().bottom, 18, 0.6);
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines

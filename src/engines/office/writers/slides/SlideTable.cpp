@@ -76,16 +76,21 @@ class Writer {
   }
 
   void WriteText(const TableCell& cell, std::size_t row, std::size_t column) {
-    const double left = table_.columns[column];
-    const double right = table_.columns[column + grid_.SpanAt(row, column)];
+    const bool is_turned = cell.angle != 0;
+    const pdf::Box turned = cell.TextBox();
+    const double left = is_turned ? turned.left : table_.columns[column];
+    const double right =
+        is_turned ? turned.right : table_.columns[column + grid_.SpanAt(row, column)];
     TextGroup all;
     for (TextGroup& group : GroupText(slide_, cell.blocks, left, right)) {
       for (PlacedParagraph& placed : group.paragraphs) {
         all.paragraphs.push_back(std::move(placed));
       }
     }
-    const double room = table_.rows[row + grid_.HeightAt(row, column)] - table_.rows[row];
-    const double above = KeepWithin(all, table_.rows[row], room);
+    const double room = is_turned
+                            ? turned.height()
+                            : table_.rows[row + grid_.HeightAt(row, column)] - table_.rows[row];
+    const double above = KeepWithin(all, is_turned ? UpperEdge(turned) : table_.rows[row], room);
     xml_.Open("a:txBody");
     xml_.Leaf("a:bodyPr");
     xml_.Leaf("a:lstStyle");
@@ -117,7 +122,11 @@ class Writer {
   }
 
   void WriteProperties(const TableCell& cell, double above) {
-    xml_.Open("a:tcPr", {{"marL", 0}, {"marR", 0}, {"marT", Emu(above)}, {"marB", 0}});
+    const double above_upright = cell.angle == 0 ? above : 0;
+    xml_.Open("a:tcPr", {{"marL", 0}, {"marR", 0}, {"marT", Emu(above_upright)}, {"marB", 0}});
+    if (cell.angle != 0) {
+      xml_.Attribute({"vert", cell.angle == 90 ? "vert" : "vert270"});
+    }
     constexpr std::array<std::pair<std::string_view, std::size_t>, 4> kSides = {
         {{"a:lnL", 3}, {"a:lnR", 1}, {"a:lnT", 0}, {"a:lnB", 2}}};
     for (const auto& [name, side] : kSides) {

@@ -99,6 +99,8 @@ class OneSlide {
       for (const Block& block : cell.blocks) {
         if (const auto* picture = std::get_if<Picture>(&block.content)) {
           WritePictureShape(slide_, *picture);
+        } else if (const auto* drawing = std::get_if<Drawing>(&block.content)) {
+          WriteDrawingShapes(slide_, *drawing);
         }
       }
     }

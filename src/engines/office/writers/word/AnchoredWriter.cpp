@@ -40,7 +40,11 @@ void WriteImageAt(Story& story, const OfficePage& page, const Block& block, bool
     if (IsDrawnAsShapes(*drawing)) {
       WriteShapes(story, page, *drawing);
     } else if (const auto image = ImageOf(story, page, *drawing)) {
+      const bool is_link = OpenLinkOf(story, page, drawing->box);
       WriteAnchoredPicture(story, *image, drawing->box, drawing->description, is_behind);
+      if (is_link) {
+        story.xml.Close();
+      }
     }
   }
 }

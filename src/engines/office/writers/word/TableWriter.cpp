@@ -121,24 +121,39 @@ class Writer {
     if (cell != nullptr) {
       WriteBorders(*cell, row);
     }
+    const bool is_turned = cell != nullptr && cell->angle != 0;
+    if (is_turned) {
+      xml_.Leaf("w:textDirection", {{"w:val", cell->angle == 90 ? "tbRl" : "btLr"}});
+    }
     xml_.Close();
-    const double height = table_.rows[row + grid_.HeightAt(row, column)] - table_.rows[row];
-    const FlowRoom room{.left = table_.columns[column],
-                        .right = table_.columns[column + span] - BorderRoom(cell),
-                        .top = top,
-                        .depth = room_.depth + 1,
-                        .bottom = top + height};
+    FlowRoom room = RoomFor(row, column, span, top);
+    if (is_turned) {
+      const pdf::Box box = cell->TextBox();
+      room.left = box.left;
+      room.right = box.right;
+      room.top = UpperEdge(box);
+      room.bottom = LowerEdge(box);
+    }
     FlowWriter flow(story_, page_, room);
     const bool has_content = cell != nullptr && is_first && room.depth <= kDeepest;
     if (has_content) {
       flow.Write(cell->blocks);
     }
-    const double used = flow.cursor() - top;
+    const double used = is_turned ? 0 : flow.cursor() - top;
     if (!flow.ends_with_paragraph()) {
       flow.SkipTo(flow.cursor() + std::clamp(Height(row) - 2 - used, 1.0, kEmptyLine));
     }
     xml_.Close();
     return used;
+  }
+
+  FlowRoom RoomFor(std::size_t row, std::size_t column, std::size_t span, double top) const {
+    const double height = table_.rows[row + grid_.HeightAt(row, column)] - table_.rows[row];
+    return {.left = table_.columns[column],
+            .right = table_.columns[column + span] - BorderRoom(grid_.At(row, column)),
+            .top = top,
+            .depth = room_.depth + 1,
+            .bottom = top + height};
   }
 
   // What borders leave less of a cell's width.
