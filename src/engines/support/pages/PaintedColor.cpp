@@ -78,7 +78,8 @@ std::optional<Rgb> PaintedColors::Of(const pdf::Color& color) {
     return OfPalette(*space, components[0]);
   }
   if (spot) {
-    return Computed(spot->alternate, spot->function.At(components));
+    const std::vector<double> alternate = spot->function.At(components);
+    return alternate.empty() ? OfInks(components) : Computed(spot->alternate, alternate);
   }
   return space->is_computed() ? Computed(*space, components) : OfInks(components);
 }

@@ -125,6 +125,18 @@ std::vector<double> TintFunction::Grid::At(std::span<const double> tints) const 
   return values;
 }
 
+std::vector<double> TintFunction::Formula::At(std::span<const double> tints) const {
+  std::vector<double> values = program.Run(tints);
+  if (values.size() < range.size() / 2) {
+    return {};
+  }
+  values.erase(values.begin(), values.end() - static_cast<std::ptrdiff_t>(range.size() / 2));
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    values[i] = std::max(range[2 * i], std::min(values[i], range[2 * i + 1]));
+  }
+  return values;
+}
+
 std::optional<TintFunction> TintFunction::Read(Document& document, const pdf::Followed& function,
                                                std::size_t inputs, std::size_t outputs) {
   const Object& value = function.value;
@@ -133,6 +145,14 @@ std::optional<TintFunction> TintFunction::Read(Document& document, const pdf::Fo
     return TintFunction(Curve{.none = Numbers(document, value.Get("C0"), outputs, 0),
                               .full = Numbers(document, value.Get("C1"), outputs, 1),
                               .exponent = value.Get("N").NumberOr(1)});
+  }
+  if (type == 4) {
+    const auto stream = document.TryDecodeStream(function.number, limits::kMaxTintBytes);
+    auto program = stream ? TintProgram::Read(stream->data) : std::nullopt;
+    if (program) {
+      return TintFunction(
+          Formula{std::move(*program), Numbers(document, value.Get("Range"), 2 * outputs, 0)});
+    }
   }
   if (type == 0) {
     if (auto grid = Grid::Read(document, function, inputs, outputs)) {
@@ -145,6 +165,9 @@ std::optional<TintFunction> TintFunction::Read(Document& document, const pdf::Fo
 std::vector<double> TintFunction::At(std::span<const double> tints) const {
   if (const auto* curve = std::get_if<Curve>(&way_)) {
     return curve->At(tints.empty() ? 1 : tints.front());
+  }
+  if (const auto* formula = std::get_if<Formula>(&way_)) {
+    return formula->At(tints);
   }
   return std::get<Grid>(way_).At(tints);
 }

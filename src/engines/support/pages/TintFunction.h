@@ -9,21 +9,22 @@
 #include <variant>
 #include <vector>
 
+#include "engines/support/pages/TintProgram.h"
 #include "pdf/file/Document.h"
 
 namespace TarnixTools::engines {
 
 class TintFunction {
  public:
-  // Nothing for a function that is read by none of the ways here: a program (/FunctionType 4), several
-  // functions, one put together of others. Throws pdf::Error for a document that cannot be read any
-  // more.
+  // Nothing for a function that is read by none of the ways here: several functions, one put together
+  // of others. Throws pdf::Error for a document that cannot be read any more.
   //   inputs - inks, 1 to 32
   //   outputs - components of the other space, 1 at least
   static std::optional<TintFunction> Read(pdf::Document& document, const pdf::Followed& function,
                                           std::size_t inputs, std::size_t outputs);
 
-  // The components for as many tints as there are inks, from 0 to 1 each.
+  // The components for as many tints as there are inks, from 0 to 1 each. Empty where a program
+  // fails.
   std::vector<double> At(std::span<const double> tints) const;
 
  private:
@@ -55,9 +56,16 @@ class TintFunction {
     double SampleAt(std::size_t place, std::size_t component) const;
   };
 
-  explicit TintFunction(std::variant<Curve, Grid> way) : way_(std::move(way)) {}
+  struct Formula {
+    TintProgram program;
+    std::vector<double> range;  // that each component is within
 
-  std::variant<Curve, Grid> way_;
+    std::vector<double> At(std::span<const double> tints) const;
+  };
+
+  explicit TintFunction(std::variant<Curve, Grid, Formula> way) : way_(std::move(way)) {}
+
+  std::variant<Curve, Grid, Formula> way_;
 };
 
 }  // namespace TarnixTools::engines

@@ -92,6 +92,24 @@ TEST_F(PageReaderTest, MixesColorsOfSeveralInks) {
   EXPECT_EQ(page.styles[2].color, (Rgb{0, 0, 0}));
 }
 
+TEST_F(PageReaderTest, ComputesColorsOfInksByPrograms) {
+  const std::string program = "{dup 0.5 gt {pop 0 0.2} {0.4 exch} ifelse 1}";
+  const TestPdf pdf =
+      TestPdf()
+          .Page()
+          .PageEntry(
+              "/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>"
+              ">>/ColorSpace<</S[/Separation/Sea/DeviceRGB {{program}}]>>>>")
+          .Content("/S cs 1 scn BT /F 10 Tf 100 700 Td (A) Tj 0 scn (B) Tj ET")
+          .Object("program", "<</FunctionType 4/Domain[0 1]/Range[0 1 0 1 0 1]/Length " +
+                                 std::to_string(program.size()) + ">>stream\n" + program +
+                                 "\nendstream");
+  const PageModel page = Page(pdf);
+  ASSERT_EQ(page.styles.size(), 2U);
+  EXPECT_EQ(page.styles[0].color, (Rgb{0, 51, 255}));
+  EXPECT_EQ(page.styles[1].color, (Rgb{102, 0, 255}));
+}
+
 TEST_F(PageReaderTest, TellsThatContentIsUnreadable) {
   const TestPdf pdf = TestPdf()
                           .Page()
