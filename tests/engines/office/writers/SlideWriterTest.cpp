@@ -76,6 +76,17 @@ TEST(SlideWriter, StaysWithinWhatPowerPointOpens) {
   EXPECT_THAT(slide, HasSubstr("marL=\"51206400\""));
 }
 
+TEST(SlideWriter, TurnsTheTextOfCells) {
+  Table table = TableAt(72, 300, {"up", "down", "c", "d"});
+  table.cells[0].angle = 270;
+  table.cells[1].angle = 90;
+  const Parts parts = PartsOf(SlideBytesOf(DocumentOf({PageWith({Block{table}})})));
+  const std::string& slide = parts.at("ppt/slides/slide1.xml");
+  EXPECT_THAT(slide, HasSubstr("vert=\"vert270\""));
+  EXPECT_THAT(slide, HasSubstr("vert=\"vert\""));
+  EXPECT_EQ(OrderComplaints(slide), "");
+}
+
 TEST(SlideWriter, StopsBeforeTextWhenCancelled) {
   const OfficeDocument document = DocumentOf({PageWith({Block{TextAt(72, 100, {"Text"})}})});
   EXPECT_THROW(SlideBytesOf(document, true), Cancelled);
