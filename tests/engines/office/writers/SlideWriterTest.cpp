@@ -123,5 +123,56 @@ TEST(SlideWriter, DrawsSlantedLinesTheWayTheyLead) {
   }
 }
 
+std::string SlideOf(const OfficePage& page) {
+  return PartsOf(SlideBytesOf(DocumentOf({page}))).at("ppt/slides/slide1.xml");
+}
+
+TEST(SlideWriter, KeepsHiddenTextFromBeingWhollyTransparent) {
+  OfficePage page = PageWith({Block{TextAt(72, 100, {"Recognised"})}});
+  page.layout.looks[0].is_hidden = true;
+  EXPECT_THAT(SlideOf(page), HasSubstr("<a:alpha val=\"1000\"/>"));
+}
+
+TEST(SlideWriter, LeavesTheEndsOfLinesOutOfLinks) {
+  Paragraph linked = TextAt(72, 100, {"A link over", "two lines"});
+  linked.lines[0].pieces[0].link = linked.lines[1].pieces[0].link = 0;
+  OfficePage page = PageWith({Block{linked}});
+  page.layout.links = {{"http://example.com/", "", -1, 0}};
+  page.layout.bands[0].columns[0].box.right = 72 + 60;  // no room for a third word
+  const std::string slide = SlideOf(page);
+  EXPECT_THAT(slide, HasSubstr("<a:t>A link over</a:t>"));
+  EXPECT_THAT(slide, HasSubstr("<a:t>two lines</a:t>"));
+}
+
+TEST(SlideWriter, EndsLinesThatWouldTakeAWordOfTheNext) {
+  const OfficePage page = PageWith({Block{TextAt(72, 100, {"Short", "A much longer second line"})}});
+  EXPECT_THAT(SlideOf(page), HasSubstr("<a:br/>"));
+}
+
+TEST(SlideWriter, MakesJoinedLettersSmallerInsteadOfTearingThemApart) {
+  Paragraph arabic = TextAt(200, 100, {"العربية"});
+  arabic.is_right_to_left = true;
+  arabic.alignment = Alignment::kRight;
+  TextPiece& piece = arabic.lines[0].pieces[0];
+  const double given = piece.width * 0.8;
+  piece.x += piece.width - given;
+  piece.width = given;
+  const std::string slide = SlideOf(PageWith({Block{arabic}}));
+  EXPECT_THAT(slide, HasSubstr("sz=\"800\""));
+  EXPECT_THAT(slide, Not(HasSubstr("spc=")));
+  EXPECT_THAT(slide, HasSubstr("marL=\"0\" marR=\"0\" indent=\"0\" algn=\"r\" rtl=\"1\""));
+}
+
+TEST(SlideWriter, MakesRoomForTextThatRunsOverItsCell) {
+  Table table = TableAt(72, 300, {"Text that runs over the edge of its cell", "", "c", "d"});
+  for (TableCell& cell : table.cells) {
+    cell.borders.fill({});
+  }
+  table.cells[1].blocks.clear();
+  const std::string slide = SlideOf(PageWith({Block{table}}));
+  EXPECT_THAT(slide, HasSubstr("gridSpan=\"2\""));
+  EXPECT_EQ(OrderComplaints(slide), "");
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office

@@ -43,7 +43,7 @@ const std::shared_ptr<const Typeface>& TestFace() {
 TextLine LineAt(double left, double baseline, const std::string& text) {
   static TextMeasure measure;
   TextLine line;
-  const double width = measure.WidthOf(*TestFace(), text) * kTestSize;
+  const double width = measure.WidthOf(*TestFace(), text, kTestSize);
   line.box = {left, baseline - 9, left + width, baseline + 2};
   line.baseline = baseline;
   TextPiece piece;

@@ -2,6 +2,7 @@
 #include <array>
 
 #include "engines/office/writers/slides/SlideShapes.h"
+#include "engines/office/writers/slides/TableRoom.h"
 #include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/text/TableGrid.h"
 #include "engines/office/writers/text/Units.h"
@@ -14,6 +15,13 @@ namespace {
 constexpr std::string_view kTableUri = "http://schemas.openxmlformats.org/drawingml/2006/table";
 
 constexpr double kTightest = 0.4;  // of a line's pitch, that is left of it
+
+// Points between the sides of a cell and its text.
+struct CellMargins {
+  double left = 0;
+  double right = 0;
+  double top = 0;
+};
 
 class Writer {
  public:
@@ -83,6 +91,7 @@ class Writer {
         is_turned ? turned.right : table_.columns[column + grid_.SpanAt(row, column)];
     TextGroup all;
     for (TextGroup& group : GroupText(slide_, cell.blocks, left, right)) {
+      all.box = all.paragraphs.empty() ? group.box : Around(all.box, group.box);
       for (PlacedParagraph& placed : group.paragraphs) {
         all.paragraphs.push_back(std::move(placed));
       }
@@ -94,14 +103,29 @@ class Writer {
     xml_.Open("a:txBody");
     xml_.Leaf("a:bodyPr");
     xml_.Leaf("a:lstStyle");
-    WriteParagraphs(slide_, all, left, right);
+    const CellMargins margins = is_turned ? CellMargins{} : MarginsOf(all, above, left, right);
+    WriteParagraphs(slide_, all, left + margins.left, right - margins.right);
     if (all.paragraphs.empty()) {
       xml_.Open("a:p");
       xml_.Leaf("a:endParaRPr", {{"sz", 100}});
       xml_.Close();
     }
     xml_.Close();
-    WriteProperties(cell, above);
+    WriteProperties(cell, margins);
+  }
+
+  // Text from right to left has no margins of its own: the cell has them.
+  static CellMargins MarginsOf(const TextGroup& text, double above, double left, double right) {
+    const bool is_right_to_left =
+        std::ranges::any_of(text.paragraphs, [](const PlacedParagraph& placed) {
+          return placed.paragraph->is_right_to_left;
+        });
+    CellMargins margins{.top = above};
+    if (is_right_to_left) {
+      margins.left = std::clamp(text.box.left - left, 0.0, right - left);
+      margins.right = std::clamp(right - text.box.right, 0.0, right - left - margins.left);
+    }
+    return margins;
   }
 
   // Text that is higher than its row would make it higher, and move all rows below: its lines come
@@ -121,9 +145,11 @@ class Writer {
     return std::clamp(first - top, 0.0, std::max(room - height * share, 0.0));
   }
 
-  void WriteProperties(const TableCell& cell, double above) {
-    const double above_upright = cell.angle == 0 ? above : 0;
-    xml_.Open("a:tcPr", {{"marL", 0}, {"marR", 0}, {"marT", Emu(above_upright)}, {"marB", 0}});
+  void WriteProperties(const TableCell& cell, const CellMargins& margins) {
+    xml_.Open("a:tcPr", {{"marL", Emu(margins.left)},
+                         {"marR", Emu(margins.right)},
+                         {"marT", Emu(margins.top)},
+                         {"marB", 0}});
     if (cell.angle != 0) {
       xml_.Attribute({"vert", cell.angle == 90 ? "vert" : "vert270"});
     }
@@ -147,10 +173,11 @@ class Writer {
 
 }  // namespace
 
-void WriteTableShape(SlidePart& slide, const Table& table) {
-  if (table.columns.size() < 2 || table.rows.size() < 2) {
+void WriteTableShape(SlidePart& slide, const Table& shown) {
+  if (shown.columns.size() < 2 || shown.rows.size() < 2) {
     return;
   }
+  const Table table = WithRoomForText(shown);
   XmlWriter& xml = slide.xml;
   const std::uint32_t id = ++slide.shape_count;
   const double width = table.columns.back() - table.columns.front();

@@ -13,14 +13,24 @@ namespace TarnixTools::engines::office {
 namespace {
 
 constexpr double kMostOverlap = 1.5;          // points that a paragraph may be lower than it stands
-constexpr double kSpacingStep = 72.0 / 2540;  // a hundredth of a millimetre
-constexpr double kSlackShare = 0.008;         // glyphs are placed on a coarse grid
+constexpr FitSettings kFit{
+    .spacing_step = 72.0 / 2540,  // a hundredth of a millimetre
+    .may_scale = false,
+    .slack_share = 0.004,
+    .script_gap = 0.24,  // ems that LibreOffice shows
+    .has_gap_at_marks = true,
+    .shortfall_share = 0.006,
+    .keeps_joined = true,
+};
+constexpr double kEqualSides = 3;             // points by which sides differ that are taken as one
 // What a line of exact height has below its baseline, in ems of its text.
 constexpr double kBelowBaseline = 0.2;
 constexpr std::int64_t kMostSpace = 158'400;      // hundredths of a point
 constexpr std::int64_t kMostSpacing = 400'000;    // hundredths of a point
 constexpr std::int64_t kMostMargin = 51'206'400;  // English metric units, and of indents
 constexpr double kMostGap = 900;                  // points that a space may be wide
+// Of hidden text, in thousandths of a percent: programs lose text that is wholly transparent.
+constexpr std::int64_t kHidden = 1000;
 
 std::int64_t MarginEmu(double points) {
   return std::clamp(Emu(points), -kMostMargin, kMostMargin);
@@ -34,7 +44,7 @@ PlacedParagraph Place(SlidePart& slide, const Paragraph& paragraph, double left,
   PlacedParagraph placed;
   placed.paragraph = &paragraph;
   placed.fitted = FitParagraph(paragraph, slide.page.layout.looks, left, right,
-                               slide.context.measure, {kSpacingStep, false, kSlackShare});
+                               slide.context.measure, kFit);
   const double size = LargestSize(paragraph, slide.page.layout.looks);
   placed.pitch = PitchOf(paragraph);
   if (placed.pitch <= size / 2) {
@@ -71,6 +81,7 @@ class Writer {
 
   void Write(const PlacedParagraph& placed, double before) {
     const Paragraph& paragraph = *placed.paragraph;
+    scale_ = placed.fitted.scale;
     xml_.Open("a:p");
     WriteProperties(placed, before);
     if (paragraph.label && !IsBulleted(paragraph)) {
@@ -86,12 +97,17 @@ class Writer {
  private:
   void WriteProperties(const PlacedParagraph& placed, double before) {
     const Paragraph& paragraph = *placed.paragraph;
-    const double first = paragraph.label ? paragraph.label->x : placed.fitted.first_left;
-    const double left = std::max(placed.fitted.left - left_, 0.0);
-    xml_.Open("a:pPr", {{"marL", MarginEmu(left)},
-                        {"marR", MarginEmu(std::max(right_ - placed.fitted.right, 0.0))},
-                        {"indent", MarginEmu(std::max(first - left_, 0.0) - left)},
-                        {"algn", AlignmentOf(paragraph.alignment)}});
+    if (paragraph.is_right_to_left) {
+      // Programs do not agree on which side the left margin of such text is.
+      xml_.Open("a:pPr", {{"marL", 0}, {"marR", 0}, {"indent", 0}});
+    } else {
+      const double first = paragraph.label ? paragraph.label->x : placed.fitted.first_left;
+      const double left = std::max(placed.fitted.left - left_, 0.0);
+      xml_.Open("a:pPr", {{"marL", MarginEmu(left)},
+                          {"marR", MarginEmu(std::max(right_ - placed.fitted.right, 0.0))},
+                          {"indent", MarginEmu(std::max(first - left_, 0.0) - left)}});
+    }
+    xml_.Attribute({"algn", AlignmentOf(paragraph.alignment)});
     if (paragraph.is_right_to_left) {
       xml_.Attribute({"rtl", 1});
     }
@@ -105,7 +121,7 @@ class Writer {
   void WriteLabel(const ListLabel& label, double text_left) {
     const TextLook& look = slide_.page.layout.looks[label.look];
     const double width =
-        look.face ? slide_.context.measure.WidthOf(*look.face, label.text) * look.size : 0;
+        look.face ? slide_.context.measure.WidthOf(*look.face, label.text, look.size) : 0;
     Add(label.text, label.look, 0, -1);
     AddGap(text_left - label.x - width, label.look, -1);
   }
@@ -136,7 +152,7 @@ class Writer {
   void AddGap(double width, std::uint32_t look, std::int32_t link) {
     const TextLook& shown = slide_.page.layout.looks[look];
     const double space =
-        shown.face ? slide_.context.measure.WidthOf(*shown.face, " ") * shown.size : 0;
+        shown.face ? slide_.context.measure.WidthOf(*shown.face, " ", shown.size) : 0;
     Add(" ", look, std::clamp(width - space, -space, kMostGap), link);
   }
 
@@ -161,19 +177,26 @@ class Writer {
       case LineEnd::kNothing:
         break;
       case LineEnd::kSpace:
-        held_ += ' ';
+        AddEnd(" ");
         break;
       case LineEnd::kSoftHyphen:
-        held_ += "\u00AD";
+        AddEnd("\u00AD");
         break;
       case LineEnd::kSoftBreak:
-        held_ += "\u200B";
+        AddEnd("\u200B");
         break;
       case LineEnd::kBreak:
         Flush();
         xml_.Leaf("a:br");
         break;
     }
+  }
+
+  // Not as part of a link: programs keep the text of one together, and take it to the next line as
+  // a whole.
+  void AddEnd(const std::string& text) {
+    const double spacing = static_cast<double>(held_spacing_) / 100;
+    Add(text, held_look_, spacing, -1);
   }
 
   // Text with the same properties is one run.
@@ -204,7 +227,7 @@ class Writer {
   }
 
   void WriteLook(const TextLook& look, std::int64_t spacing, std::int32_t link) {
-    xml_.Open("a:rPr", {{"sz", std::clamp<std::int64_t>(Hundredths(look.size), 100, 400'000)},
+    xml_.Open("a:rPr", {{"sz", std::clamp<std::int64_t>(Hundredths(look.size * scale_), 100, 400'000)},
                         {"b", look.face && look.face->is_bold ? 1 : 0},
                         {"i", look.face && look.face->is_italic ? 1 : 0}});
     if (look.is_underlined) {
@@ -233,7 +256,7 @@ class Writer {
     xml_.Open("a:solidFill");
     xml_.Open("a:srgbClr", {{"val", Hex(look.color)}});
     if (look.is_hidden) {
-      xml_.Leaf("a:alpha", {{"val", 0}});
+      xml_.Leaf("a:alpha", {{"val", kHidden}});
     }
     xml_.Close();
     xml_.Close();
@@ -270,6 +293,7 @@ class Writer {
   XmlWriter& xml_;
   double left_;
   double right_;
+  double scale_ = 1;  // of the sizes of the paragraph's text
   std::string held_;
   std::uint32_t held_look_ = 0;
   std::int64_t held_spacing_ = 0;
@@ -283,6 +307,20 @@ void AddTo(TextGroup& group, PlacedParagraph placed) {
   const pdf::Box box{left, placed.top, placed.fitted.right, placed.bottom};
   group.box = group.paragraphs.empty() ? box : Around(group.box, box);
   group.paragraphs.push_back(std::move(placed));
+}
+
+// Text from right to left has no margins within its shape, so it has to have the shape's sides. A
+// single line takes those of the shape where it has room there.
+bool HasSidesOf(const TextGroup& group, PlacedParagraph& placed) {
+  const bool is_plain = !placed.paragraph->is_right_to_left &&
+                        !group.paragraphs.front().paragraph->is_right_to_left;
+  if (is_plain || std::abs(group.box.right - placed.fitted.right) > kEqualSides) {
+    return is_plain;
+  }
+  if (placed.paragraph->lines.size() == 1 && group.box.left <= placed.paragraph->box.left) {
+    placed.fitted.left = group.box.left;
+  }
+  return std::abs(group.box.left - placed.fitted.left) <= kEqualSides;
 }
 
 }  // namespace
@@ -300,7 +338,7 @@ std::vector<TextGroup> GroupText(SlidePart& slide, const std::vector<Block>& blo
     PlacedParagraph placed = Place(slide, *paragraph, left, right);
     const bool is_below =
         is_open && placed.top >= groups.back().paragraphs.back().bottom - kMostOverlap;
-    if (!is_below) {
+    if (!is_below || !HasSidesOf(groups.back(), placed)) {
       groups.emplace_back();
     }
     AddTo(groups.back(), std::move(placed));

@@ -22,6 +22,7 @@ constexpr std::int64_t kMostSide = 51'206'400;
 constexpr std::int64_t kFirstSlideId = 256;
 constexpr double kUsualWidth = 720;  // of a presentation without pages
 constexpr double kUsualHeight = 540;
+constexpr MeasureSettings kSlideText{.has_kerning = true, .grid = 600};
 
 class OneSlide {
  public:
@@ -211,7 +212,7 @@ void WriteSlides(const OfficeDocument& document, PictureSource& pictures,
                  const std::atomic<bool>& is_cancelled, pdf::ByteSink& sink) {
   PackageWriter package(sink, "ppt/presentation.xml");
   package.AddProperties(document.facts);
-  SlideContext context{document, pictures, is_cancelled, package, {}, {}};
+  SlideContext context{document, pictures, is_cancelled, package, TextMeasure(kSlideText), {}};
   PresentationWriter(context).Write();
   package.Finish();
 }

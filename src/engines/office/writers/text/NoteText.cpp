@@ -19,8 +19,8 @@ std::vector<Block> WithMark(const Note& note, const PageLayout& page, TextMeasur
   piece.text = note.label;
   piece.look = pieces.front().look;
   if (look.face) {
-    piece.width = measure.WidthOf(*look.face, note.label) * look.size * kRaisedSize;
-    const double space = measure.WidthOf(*look.face, " ") * look.size;
+    piece.width = measure.WidthOf(*look.face, note.label, look.size * kRaisedSize);
+    const double space = measure.WidthOf(*look.face, " ", look.size);
     piece.x = pieces.front().x - piece.width - space;
   }
   pieces.front().text.insert(0, " ");

@@ -16,6 +16,7 @@ namespace {
 constexpr double kEqualWidths = 0.06;
 constexpr double kLeastScale = 0.6;
 constexpr double kMostScale = 1.6;
+constexpr double kLeastSize = 0.75;  // that text with joined letters is reduced to
 // Most spacing, in ems. What is spaced out further is so in the document.
 constexpr double kTightest = -0.12;
 constexpr double kWidest = 1.0;
@@ -43,6 +44,8 @@ struct MeasuredLine {
   double first_word = 0;  // width of what stands before the first place where a line may end
   double space = 0;
   double hyphen = 0;  // that is seen at its end and not among its pieces
+  double width = 0;   // that it is given
+  bool is_joined = false;  // it has letters that spacing would tear apart
 };
 
 std::size_t CountCharacters(std::string_view text) {
@@ -73,17 +76,33 @@ std::size_t FirstBreak(std::string_view text) {
   return std::string_view::npos;
 }
 
+// Whether the letters of its script are joined within a word: Arabic and Syriac.
+bool IsJoined(std::string_view text) {
+  while (!text.empty()) {
+    const DecodedCharacter next = DecodeUtf8(text);
+    const char32_t c = next.character;
+    if ((c >= 0x0600 && c < 0x0780) || (c >= 0x08A0 && c < 0x0900) || (c >= 0xFB50 && c < 0xFE00) ||
+        (c >= 0xFE70 && c < 0xFEFF)) {
+      return true;
+    }
+    text.remove_prefix(next.length);
+  }
+  return false;
+}
+
 // Counts where ideographs and letters stand beside each other, over the pieces of a line. What is
 // neither goes with what is before it.
 class ScriptChanges {
  public:
+  explicit ScriptChanges(bool has_gap_at_marks) : has_gap_at_marks_(has_gap_at_marks) {}
+
   std::size_t In(std::string_view text) {
     std::size_t changes = 0;
     while (!text.empty()) {
       const DecodedCharacter next = DecodeUtf8(text);
       const Script script = ScriptOf(next.character);
       if (next.character == U' ') {
-        last_ = Script::kNone;
+        last_ = has_gap_at_marks_ ? last_ : Script::kNone;
       } else if (script != Script::kNone) {
         changes += last_ != Script::kNone && last_ != script ? 1 : 0;
         last_ = script;
@@ -96,12 +115,14 @@ class ScriptChanges {
  private:
   enum class Script : std::uint8_t { kNone, kLetters, kIdeographs };
 
-  static Script ScriptOf(char32_t c) {
+  Script ScriptOf(char32_t c) const {
     const bool is_letter = (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') ||
-                           (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c < 0x530);
+                           (c >= 'A' && c <= 'Z') || (c >= 0xC0 && c < 0x530) ||
+                           (has_gap_at_marks_ && c > ' ' && c < 0x80);
     return StandsAlone(c) ? Script::kIdeographs : is_letter ? Script::kLetters : Script::kNone;
   }
 
+  bool has_gap_at_marks_;
   Script last_ = Script::kNone;
 };
 
@@ -119,10 +140,12 @@ class Fitter {
     for (const TextLine& line : paragraph_.lines) {
       lines_.push_back(Measure(line));
     }
-    fitted_.scale = settings_.may_scale ? Scale() : 1;
+    fitted_.scale = settings_.may_scale ? Scale() : ScaleOfJoined();
     for (MeasuredLine& line : lines_) {
       line.first_word *= fitted_.scale;
       line.space *= fitted_.scale;
+      line.width = WidthFor(line);
+      line.first_word *= settings_.shortfall_share > 0 ? Tightening(line) : 1;
     }
     FindEnds();
     FindRoom(left, right);
@@ -135,18 +158,18 @@ class Fitter {
  private:
   double WidthOf(const TextPiece& piece, std::string_view text) {
     const TextLook& look = looks_[piece.look];
-    return look.face ? measure_.WidthOf(*look.face, text) * SizeOf(look) : piece.width;
+    return look.face ? measure_.WidthOf(*look.face, text, SizeOf(look)) : piece.width;
   }
 
   MeasuredLine Measure(const TextLine& line) {
     MeasuredLine measured;
-    ScriptChanges changes;
+    ScriptChanges changes(settings_.has_gap_at_marks);
     bool is_open = false;
     for (std::size_t i = 0; i < line.pieces.size(); ++i) {
       const TextPiece& piece = line.pieces[i];
       if (piece.kind == PieceKind::kTab) {
         is_open = false;
-        changes = ScriptChanges();
+        changes = ScriptChanges(settings_.has_gap_at_marks);
         continue;
       }
       if (!is_open) {
@@ -159,8 +182,31 @@ class Fitter {
     }
     measured.left = measured.segments.empty() ? line.box.left : measured.segments.front().left;
     measured.right = measured.segments.empty() ? line.box.right : measured.segments.back().right;
+    measured.is_joined =
+        settings_.keeps_joined && std::ranges::any_of(line.pieces, [](const TextPiece& piece) {
+          return IsJoined(piece.text);
+        });
     MeasureFirstWord(line, measured);
     return measured;
+  }
+
+  // What spacing cannot change is as wide as it comes.
+  double WidthFor(const MeasuredLine& line) const {
+    double width = line.right - line.left;
+    for (const Segment& segment : line.segments) {
+      width += line.is_joined ? segment.natural * fitted_.scale - (segment.right - segment.left) : 0;
+    }
+    return width;
+  }
+
+  // To what share of their width its letters are brought by spacing; 1 where they are moved apart.
+  double Tightening(const MeasuredLine& line) const {
+    double natural = 0;
+    for (const Segment& segment : line.segments) {
+      natural += segment.natural * fitted_.scale;
+    }
+    const double given = line.right - line.left;
+    return line.is_joined || natural <= given || line.segments.size() != 1 ? 1 : given / natural;
   }
 
   void AddTo(Segment& segment, const TextPiece& piece, std::size_t index) {
@@ -200,6 +246,13 @@ class Fitter {
       return 1;
     }
     return std::round(std::clamp(scale, kLeastScale, kMostScale) * 100) / 100;
+  }
+
+  // What cannot be brought closer is made smaller.
+  double ScaleOfJoined() const {
+    const bool is_joined =
+        std::ranges::any_of(lines_, [](const MeasuredLine& line) { return line.is_joined; });
+    return is_joined ? std::clamp(Scale(), kLeastSize, 1.0) : 1;
   }
 
   void FindEnds() {
@@ -253,9 +306,9 @@ class Fitter {
     double most_width = 0;
     for (const MeasuredLine& line : lines_) {
       most_right = std::max(most_right, line.right + line.hyphen);
-      most_width = std::max(most_width, line.right + line.hyphen - line.left);
+      most_width = std::max(most_width, line.width + line.hyphen);
     }
-    switch (paragraph_.alignment) {
+    switch (IsFromRight() ? Alignment::kRight : paragraph_.alignment) {
       case Alignment::kCenter: {
         const double center = (lines_.front().left + lines_.front().right) / 2;
         const double wanted = most_width / 2 + kSlack + most_width * settings_.slack_share;
@@ -292,24 +345,29 @@ class Fitter {
       return;
     }
     const double tight = most_right + 1 + (most_right - fitted_.left) * settings_.slack_share;
-    const bool is_wide_good = right >= tight && !DrawsUp(right);
-    fitted_.right = is_wide_good ? right : tight;
+    const double most = MostRight();
+    fitted_.right = right >= tight && right < most ? right : tight;
+    if (settings_.shortfall_share > 0 && fitted_.right == tight && most > tight) {
+      fitted_.right = (tight + most) / 2;
+    }
   }
 
-  // Whether a line would have room for the first word of the next one.
-  bool DrawsUp(double right) const {
+  // How far the room may reach without any line having some for the first word of the next one.
+  double MostRight() const {
+    double most = std::numeric_limits<double>::max();
     for (std::size_t i = 0; i + 1 < lines_.size(); ++i) {
-      if (fitted_.lines[i].end != LineEnd::kBreak && WithNextWord(i) <= right + kSlack) {
-        return true;
+      if (fitted_.lines[i].end != LineEnd::kBreak) {
+        const double right = lines_[i].left + WithNextWord(i);
+        most = std::min(most, right - kSlack - settings_.shortfall_share * lines_[i].width);
       }
     }
-    return false;
+    return most;
   }
 
-  // Where the line would end with the first word of the next one.
+  // How wide the line would be with the first word of the next one.
   double WithNextWord(std::size_t i) const {
     const double space = fitted_.lines[i].end == LineEnd::kSpace ? lines_[i].space : 0;
-    return lines_[i].right + space + lines_[i + 1].first_word;
+    return lines_[i].width + space + lines_[i + 1].first_word;
   }
 
   void FitLine(std::size_t i) {
@@ -319,14 +377,17 @@ class Fitter {
       const Segment& segment = line.segments[k];
       const bool is_last = k + 1 == line.segments.size();
       const double from =
-          is_last && line.segments.size() == 1 && !IsCentred() ? room_left : segment.left;
-      const double room = IsCentred() ? fitted_.right - fitted_.left : fitted_.right - from;
+          is_last && line.segments.size() == 1 && !HasOneRoom() ? room_left : segment.left;
+      const double room = HasOneRoom() ? fitted_.right - fitted_.left : fitted_.right - from;
       double wanted = segment.right - segment.left;
       if (is_last && IsStretched(i)) {
         wanted = WidthBeforeStretching(i, segment, room);
       } else if (is_last && fitted_.lines[i].end == LineEnd::kSoftHyphen) {
         wanted =
             std::clamp(room + 2 * kSlack - lines_[i + 1].first_word, wanted, kWidened * wanted);
+      }
+      if (line.is_joined) {
+        continue;
       }
       SetSpacing(
           fitted_.lines[i], segment, wanted,
@@ -340,8 +401,16 @@ class Fitter {
     }
   }
 
-  bool IsCentred() const {
-    return paragraph_.alignment == Alignment::kCenter || paragraph_.alignment == Alignment::kRight;
+  // Text from right to left is shown from its right edge on, however it is aligned.
+  bool IsFromRight() const {
+    return settings_.keeps_joined && paragraph_.is_right_to_left &&
+           paragraph_.alignment != Alignment::kCenter;
+  }
+
+  // Whether the first line has the room of all others.
+  bool HasOneRoom() const {
+    return IsFromRight() || paragraph_.alignment == Alignment::kCenter ||
+           paragraph_.alignment == Alignment::kRight;
   }
 
   bool IsStretched(std::size_t i) const {
@@ -351,19 +420,17 @@ class Fitter {
 
   // Whether the first word of the next line would come up.
   bool IsShort(std::size_t i) const {
-    const double space = fitted_.lines[i].end == LineEnd::kSpace ? lines_[i].space : 0;
-    const double width = lines_[i].right - lines_[i].left + space + lines_[i + 1].first_word;
-    const double room = fitted_.right - (IsCentred() ? fitted_.left
-                                         : i == 0    ? fitted_.first_left
-                                                     : fitted_.left);
-    return width <= room + kSlack;
+    const double room = fitted_.right - (i == 0 && !HasOneRoom() ? fitted_.first_left : fitted_.left);
+    return WithNextWord(i) <= room + kSlack + settings_.shortfall_share * room;
   }
 
   // Spaces are stretched by who shows the paragraph. The line only has to be long enough that the
   // first word of the next one does not come up, and short enough to fit.
   double WidthBeforeStretching(std::size_t i, const Segment& segment, double room) const {
     const double space = fitted_.lines[i].end == LineEnd::kSpace ? lines_[i].space : 0;
-    const double least = room - space - lines_[i + 1].first_word + 2 * kSlack;
+    const double drawing = space + lines_[i + 1].first_word;
+    const double spare = std::min(settings_.shortfall_share * room, drawing / 2);
+    const double least = room - drawing + 2 * kSlack + spare;
     return std::max(segment.natural * fitted_.scale, std::min(least, room));
   }
 

@@ -29,7 +29,7 @@ struct FittedParagraph {
   double first_left = 0;  // where the text of the first line begins, on the page
   double left = 0;        // the room of all other lines
   double right = 0;
-  double scale = 1;  // of the characters' width
+  double scale = 1;  // of the characters' width, or of their size where only that can be changed
   std::vector<FittedLine> lines;
 };
 
@@ -38,6 +38,12 @@ struct FitSettings {
   bool may_scale = true;
   double slack_share = 0.002;  // of a line's width, by which programs measure it differently
   double script_gap = 0;       // ems that are shown between ideographs and letters
+  // Whether marks are letters there, and a space beside the gap does not close it.
+  bool has_gap_at_marks = false;
+  // Of a line's width, by which it may come out shorter without what follows coming up.
+  double shortfall_share = 0;
+  // Scripts whose letters are joined get no spacing, which tears them apart, but a smaller size.
+  bool keeps_joined = false;
 };
 
 // left, right: the room that a paragraph has, on the page.

@@ -1,6 +1,7 @@
 #include "engines/office/writers/text/TextMeasure.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "engines/support/fonts/FontCatalog.h"
 #include "engines/support/fonts/LibraryMissing.h"
@@ -13,6 +14,8 @@ namespace {
 // What is taken where no font tells.
 constexpr double kUsualAdvance = 0.5;
 constexpr char32_t kFirstWide = 0x2E80;  // from here on, scripts whose characters fill an em
+constexpr double kPointsPerInch = 72;
+constexpr double kHundredthsPerInch = 2540;  // of a millimetre
 constexpr std::size_t kTriedSubstitutes = 40;
 
 // Whether glyphs depend on their neighbours, so that only shaping tells how wide a text is.
@@ -38,17 +41,42 @@ std::string StyleOf(const Typeface& face) {
 
 }  // namespace
 
-double TextMeasure::WidthOf(const Typeface& face, std::string_view text) {
+double TextMeasure::WidthOf(const Typeface& face, std::string_view text, double size) {
   Face& found = FaceOf(face);
   const std::u32string characters = Utf8ToUtf32(text);
   if (found.loaded != nullptr && std::any_of(characters.begin(), characters.end(), IsShaped)) {
-    return fonts::ShapeLine(store_, *found.installed, characters).width;
+    return fonts::ShapeLine(store_, *found.installed, characters).width * size;
   }
+  const double dots = DotsOf(size);
   double width = 0;
-  for (const char32_t character : characters) {
-    width += AdvanceOf(found, character);
+  for (std::size_t i = 0; i < characters.size(); ++i) {
+    double advance = AdvanceOf(found, characters[i]);
+    if (settings_.has_kerning && i + 1 < characters.size()) {
+      advance += KernOf(found, characters[i], characters[i + 1]);
+    }
+    width += dots > 0 ? std::round(advance * dots) : advance;
   }
-  return width;
+  return dots > 0 ? width * kPointsPerInch / settings_.grid : width * size;
+}
+
+// Of the em, on the grid; 0 without one.
+double TextMeasure::DotsOf(double size) const {
+  const double hundredths = std::round(size * kHundredthsPerInch / kPointsPerInch);
+  return std::round(hundredths * settings_.grid / kHundredthsPerInch);
+}
+
+// How much closer two characters stand for being neighbours.
+double TextMeasure::KernOf(Face& face, char32_t first, char32_t second) {
+  if (face.loaded == nullptr || first >= kFirstWide || second >= kFirstWide) {
+    return 0;
+  }
+  const auto [place, is_new] =
+      face.kerns.try_emplace(std::uint64_t{first} << 32 | std::uint64_t{second}, 0);
+  if (is_new && face.loaded->GlyphOf(first) != 0 && face.loaded->GlyphOf(second) != 0) {
+    place->second = fonts::ShapeLine(store_, *face.installed, {first, second}).width -
+                    AdvanceOf(face, first) - AdvanceOf(face, second);
+  }
+  return place->second;
 }
 
 TextMeasure::Face& TextMeasure::FaceOf(const Typeface& face) {

@@ -3,6 +3,7 @@
 #ifndef TARNIX_ENGINES_OFFICE_WRITERS_TEXT_TEXTMEASURE_H_
 #define TARNIX_ENGINES_OFFICE_WRITERS_TEXT_TEXTMEASURE_H_
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
@@ -14,22 +15,37 @@
 
 namespace TarnixTools::engines::office {
 
+// How a program sets text.
+struct MeasureSettings {
+  bool has_kerning = false;
+  // Dots to the inch, of which sizes, in hundredths of a millimetre before, and advances are whole
+  // numbers; 0: lengths are what they are.
+  double grid = 0;
+};
+
 class TextMeasure {
  public:
-  // Without spacing, in ems.
-  double WidthOf(const Typeface& face, std::string_view text);
+  TextMeasure() = default;
+  explicit TextMeasure(const MeasureSettings& settings) : settings_(settings) {}
+
+  // Without spacing, in points. size: points of the em.
+  double WidthOf(const Typeface& face, std::string_view text, double size);
 
  private:
   struct Face {
     const fonts::InstalledFace* installed = nullptr;
     fonts::FontFace* loaded = nullptr;
-    std::unordered_map<char32_t, double> advances;
+    std::unordered_map<char32_t, double> advances;   // in ems, as all of these
+    std::unordered_map<std::uint64_t, double> kerns;  // of two characters
   };
 
   Face& FaceOf(const Typeface& face);
   double AdvanceOf(Face& face, char32_t character);
+  double DotsOf(double size) const;
+  double KernOf(Face& face, char32_t first, char32_t second);
   double AdvanceElsewhere(const Face& face, char32_t character);
 
+  MeasureSettings settings_;
   fonts::FaceStore store_;
   std::map<std::tuple<std::string, bool, bool>, Face> faces_;
 };
