@@ -20,6 +20,7 @@ constexpr FitSettings kFit{
     .script_gap = 0.24,  // ems that LibreOffice shows
     .has_gap_at_marks = true,
     .shortfall_share = 0.006,
+    .breaks_after_hyphens = true,
     .keeps_joined = true,
 };
 constexpr double kEqualSides = 3;             // points by which sides differ that are taken as one

@@ -61,13 +61,20 @@ bool StandsAlone(char32_t character) {
          (character >= 0xFF00 && character < 0x30000);
 }
 
+bool IsHyphen(char32_t c) {
+  return c == '-' || c == '/' || c == 0x2010 || c == 0x2013 || c == 0x2014;
+}
+
 // Where the text's first part ends that no line end can cut, in bytes.
-std::size_t FirstBreak(std::string_view text) {
+std::size_t FirstBreak(std::string_view text, bool is_after_hyphens) {
+  bool is_after_hyphen = false;
   for (std::size_t at = 0; at < text.size();) {
     const DecodedCharacter next = DecodeUtf8(text.substr(at));
-    if (next.character == U' ') {
+    const bool is_digit = next.character >= '0' && next.character <= '9';
+    if (next.character == U' ' || (is_after_hyphen && !is_digit)) {
       return at;
     }
+    is_after_hyphen = is_after_hyphens && at > 0 && IsHyphen(next.character);
     if (StandsAlone(next.character)) {
       return at > 0 ? at : next.length;
     }
@@ -223,7 +230,7 @@ class Fitter {
       if (piece.kind == PieceKind::kTab) {
         return;
       }
-      const std::size_t end = FirstBreak(piece.text);
+      const std::size_t end = FirstBreak(piece.text, settings_.breaks_after_hyphens);
       measured.first_word += WidthOf(piece, std::string_view(piece.text).substr(0, end));
       measured.space = WidthOf(piece, " ");
       if (end != std::string_view::npos) {

@@ -42,6 +42,8 @@ struct FitSettings {
   bool has_gap_at_marks = false;
   // Of a line's width, by which it may come out shorter without what follows coming up.
   double shortfall_share = 0;
+  // Whether a part of a word up to its hyphen may come up to the line before.
+  bool breaks_after_hyphens = false;
   // Scripts whose letters are joined get no spacing, which tears them apart, but a smaller size.
   bool keeps_joined = false;
 };
