@@ -145,7 +145,8 @@ TEST(SlideWriter, LeavesTheEndsOfLinesOutOfLinks) {
 }
 
 TEST(SlideWriter, EndsLinesThatWouldTakeAWordOfTheNext) {
-  const OfficePage page = PageWith({Block{TextAt(72, 100, {"Short", "A much longer second line"})}});
+  const OfficePage page =
+      PageWith({Block{TextAt(72, 100, {"Short", "A much longer second line"})}});
   EXPECT_THAT(SlideOf(page), HasSubstr("<a:br/>"));
 }
 

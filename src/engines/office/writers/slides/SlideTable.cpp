@@ -116,10 +116,9 @@ class Writer {
 
   // Text from right to left has no margins of its own: the cell has them.
   static CellMargins MarginsOf(const TextGroup& text, double above, double left, double right) {
-    const bool is_right_to_left =
-        std::ranges::any_of(text.paragraphs, [](const PlacedParagraph& placed) {
-          return placed.paragraph->is_right_to_left;
-        });
+    const bool is_right_to_left = std::ranges::any_of(
+        text.paragraphs,
+        [](const PlacedParagraph& placed) { return placed.paragraph->is_right_to_left; });
     CellMargins margins{.top = above};
     if (is_right_to_left) {
       margins.left = std::clamp(text.box.left - left, 0.0, right - left);

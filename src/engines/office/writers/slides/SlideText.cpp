@@ -12,7 +12,7 @@ namespace TarnixTools::engines::office {
 
 namespace {
 
-constexpr double kMostOverlap = 1.5;          // points that a paragraph may be lower than it stands
+constexpr double kMostOverlap = 1.5;  // points that a paragraph may be lower than it stands
 constexpr FitSettings kFit{
     .spacing_step = 72.0 / 2540,  // a hundredth of a millimetre
     .may_scale = false,
@@ -23,7 +23,7 @@ constexpr FitSettings kFit{
     .breaks_after_hyphens = true,
     .keeps_joined = true,
 };
-constexpr double kEqualSides = 3;             // points by which sides differ that are taken as one
+constexpr double kEqualSides = 3;  // points by which sides differ that are taken as one
 // What a line of exact height has below its baseline, in ems of its text.
 constexpr double kBelowBaseline = 0.2;
 constexpr std::int64_t kMostSpace = 158'400;      // hundredths of a point
@@ -44,8 +44,8 @@ std::int64_t Hundredths(double points) {
 PlacedParagraph Place(SlidePart& slide, const Paragraph& paragraph, double left, double right) {
   PlacedParagraph placed;
   placed.paragraph = &paragraph;
-  placed.fitted = FitParagraph(paragraph, slide.page.layout.looks, left, right,
-                               slide.context.measure, kFit);
+  placed.fitted =
+      FitParagraph(paragraph, slide.page.layout.looks, left, right, slide.context.measure, kFit);
   const double size = LargestSize(paragraph, slide.page.layout.looks);
   placed.pitch = PitchOf(paragraph);
   if (placed.pitch <= size / 2) {
@@ -228,9 +228,10 @@ class Writer {
   }
 
   void WriteLook(const TextLook& look, std::int64_t spacing, std::int32_t link) {
-    xml_.Open("a:rPr", {{"sz", std::clamp<std::int64_t>(Hundredths(look.size * scale_), 100, 400'000)},
-                        {"b", look.face && look.face->is_bold ? 1 : 0},
-                        {"i", look.face && look.face->is_italic ? 1 : 0}});
+    xml_.Open("a:rPr",
+              {{"sz", std::clamp<std::int64_t>(Hundredths(look.size * scale_), 100, 400'000)},
+               {"b", look.face && look.face->is_bold ? 1 : 0},
+               {"i", look.face && look.face->is_italic ? 1 : 0}});
     if (look.is_underlined) {
       xml_.Attribute({"u", "sng"});
     }
@@ -313,8 +314,8 @@ void AddTo(TextGroup& group, PlacedParagraph placed) {
 // Text from right to left has no margins within its shape, so it has to have the shape's sides. A
 // single line takes those of the shape where it has room there.
 bool HasSidesOf(const TextGroup& group, PlacedParagraph& placed) {
-  const bool is_plain = !placed.paragraph->is_right_to_left &&
-                        !group.paragraphs.front().paragraph->is_right_to_left;
+  const bool is_plain =
+      !placed.paragraph->is_right_to_left && !group.paragraphs.front().paragraph->is_right_to_left;
   if (is_plain || std::abs(group.box.right - placed.fitted.right) > kEqualSides) {
     return is_plain;
   }

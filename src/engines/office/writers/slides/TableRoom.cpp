@@ -12,7 +12,7 @@ namespace TarnixTools::engines::office {
 namespace {
 
 constexpr double kCrossing = 0.5;  // points by which text may cross the edge of its cell
-constexpr double kPadding = 3;     // between an edge that is moved and the text, where there is room
+constexpr double kPadding = 3;  // between an edge that is moved and the text, where there is room
 constexpr double kLeastWidth = 1;  // of a column
 constexpr double kFar = std::numeric_limits<double>::max();
 constexpr std::size_t kRight = 1;  // in TableCell::borders
@@ -131,8 +131,7 @@ class RoomMaker {
     std::size_t users = 0;
     for (PlacedCell& cell : cells_) {
       users += !cell.is_gone && (cell.left == edge || cell.right == edge) ? 1 : 0;
-      PlacedCell* right =
-          !cell.is_gone && cell.right == edge ? BesideOf(cell, true) : nullptr;
+      PlacedCell* right = !cell.is_gone && cell.right == edge ? BesideOf(cell, true) : nullptr;
       if (right != nullptr && Neighbours{&cell, right}.MayMove()) {
         pairs.push_back({&cell, right});
       }
@@ -184,8 +183,7 @@ class RoomMaker {
       if (!cell.is_gone) {
         result.cells.push_back(*cell.cell);
         result.cells.back().column = IndexOf(result, cell.left);
-        result.cells.back().column_span =
-            IndexOf(result, cell.right) - result.cells.back().column;
+        result.cells.back().column_span = IndexOf(result, cell.right) - result.cells.back().column;
       }
     }
     return result;

@@ -43,8 +43,8 @@ struct MeasuredLine {
   double right = 0;
   double first_word = 0;  // width of what stands before the first place where a line may end
   double space = 0;
-  double hyphen = 0;  // that is seen at its end and not among its pieces
-  double width = 0;   // that it is given
+  double hyphen = 0;       // that is seen at its end and not among its pieces
+  double width = 0;        // that it is given
   bool is_joined = false;  // it has letters that spacing would tear apart
 };
 
@@ -201,7 +201,8 @@ class Fitter {
   double WidthFor(const MeasuredLine& line) const {
     double width = line.right - line.left;
     for (const Segment& segment : line.segments) {
-      width += line.is_joined ? segment.natural * fitted_.scale - (segment.right - segment.left) : 0;
+      width +=
+          line.is_joined ? segment.natural * fitted_.scale - (segment.right - segment.left) : 0;
     }
     return width;
   }
@@ -427,7 +428,8 @@ class Fitter {
 
   // Whether the first word of the next line would come up.
   bool IsShort(std::size_t i) const {
-    const double room = fitted_.right - (i == 0 && !HasOneRoom() ? fitted_.first_left : fitted_.left);
+    const double room =
+        fitted_.right - (i == 0 && !HasOneRoom() ? fitted_.first_left : fitted_.left);
     return WithNextWord(i) <= room + kSlack + settings_.shortfall_share * room;
   }
 

@@ -26,6 +26,7 @@ struct MeasureSettings {
 class TextMeasure {
  public:
   TextMeasure() = default;
+
   explicit TextMeasure(const MeasureSettings& settings) : settings_(settings) {}
 
   // Without spacing, in points. size: points of the em.
@@ -35,7 +36,7 @@ class TextMeasure {
   struct Face {
     const fonts::InstalledFace* installed = nullptr;
     fonts::FontFace* loaded = nullptr;
-    std::unordered_map<char32_t, double> advances;   // in ems, as all of these
+    std::unordered_map<char32_t, double> advances;    // in ems, as all of these
     std::unordered_map<std::uint64_t, double> kerns;  // of two characters
   };
 

@@ -1,9 +1,8 @@
-#include "engines/office/writers/slides/TableRoom.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "engines/office/writers/WriterDocuments.h"
+#include "engines/office/writers/slides/TableRoom.h"
 
 namespace TarnixTools::engines::office {
 namespace {
@@ -61,7 +60,8 @@ TEST(TableRoom, MovesTheEdgeOfOneRowWhereOthersDoNotAllowIt) {
 }
 
 TEST(TableRoom, GivesEmptyCellsToTextThatCoversThem) {
-  Table table = OpenTable({"Text over the whole of two cells, which are not half as wide", "", "c", "d"});
+  Table table =
+      OpenTable({"Text over the whole of two cells, which are not half as wide", "", "c", "d"});
   table.cells[1].blocks.clear();
   const Table shown = WithRoomForText(table);
   ASSERT_EQ(shown.cells.size(), 3U);

@@ -1,8 +1,8 @@
-#include "engines/office/writers/text/TextMeasure.h"
-
 #include <cmath>
 
 #include <gtest/gtest.h>
+
+#include "engines/office/writers/text/TextMeasure.h"
 
 namespace TarnixTools::engines::office {
 namespace {
