@@ -10,7 +10,8 @@ using ::testing::EndsWith;
 
 constexpr const char* kPdfium = "PDFium is not installed: libreoffice-core-nogui";
 constexpr const char* kFontLibraries =
-    "a library is not installed: libfontconfig1 libfreetype6 libharfbuzz0b libfribidi0";
+    "a library is not installed: libfontconfig1 libfreetype6 libharfbuzz0b libharfbuzz-subset0 "
+    "libfribidi0";
 constexpr const char* kArial = "neither the font nor Arial is installed: fonts-liberation";
 
 class MissingLibraries : public CliTest {

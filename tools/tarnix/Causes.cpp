@@ -52,7 +52,8 @@ constexpr const char* kPasswordCure = "give it with `--password` or `--password-
 constexpr const char* kNoRenderer = "PDFium is not installed: libreoffice-core-nogui";
 constexpr const char* kNoRendererCure = "install that package";
 constexpr const char* kNoFontLibrary =
-    "a library is not installed: libfontconfig1 libfreetype6 libharfbuzz0b libfribidi0";
+    "a library is not installed: libfontconfig1 libfreetype6 libharfbuzz0b libharfbuzz-subset0 "
+    "libfribidi0";
 constexpr const char* kNoFontLibraryCure = "install these packages";
 
 constexpr Row kToolbox[] = {

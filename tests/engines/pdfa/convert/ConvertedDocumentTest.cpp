@@ -1,6 +1,6 @@
 // Whole conversions: each step has its part in them, and none undoes what another one did.
-#include "engines/pdfa/convert/ConvertedDocument.h"
 #include "engines/pdfa/convert/ConversionTest.h"
+#include "engines/pdfa/convert/ConvertedDocument.h"
 #include "support/Readers.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -49,8 +49,9 @@ RawPdf WithContent(const std::string& content, const std::string& resources,
 TEST_F(ConvertedDocumentTest, HasNoSignatures) {
   RawPdf file = OnePage("/Annots[4 0 R]", "/AcroForm<</Fields[4 0 R]/SigFlags 3>>");
   file.Object(4, "<</Type/Annot/Subtype/Widget/FT/Sig/T(s)/Rect[0 0 0 0]/F 132/V 5 0 R>>");
-  file.Object(5, "<</Type/Sig/Filter/Adobe.PPKLite/SubFilter/adbe.pkcs7.detached/ByteRange[0 1 2 3]"
-                 "/Contents<00>>>");
+  file.Object(5,
+              "<</Type/Sig/Filter/Adobe.PPKLite/SubFilter/adbe.pkcs7.detached/ByteRange[0 1 2 3]"
+              "/Contents<00>>>");
   Converted(file, Level::k2b);
   EXPECT_THAT(report_, HasSubstr("left out: signatures, which do not hold in another file"));
   EXPECT_THAT(Plain(), Not(HasSubstr("/ByteRange")));
@@ -134,9 +135,8 @@ TEST_F(ConvertedDocumentTest, HasImagesThatAreAllowed) {
 }
 
 TEST_F(ConvertedDocumentTest, HasTagsAtLevelA) {
-  EXPECT_TRUE(Converted(WithContent("0 0 9 9 re f", ""), Level::k2a)
-                  .Catalog()
-                  .contains("/StructTreeRoot"));
+  EXPECT_TRUE(
+      Converted(WithContent("0 0 9 9 re f", ""), Level::k2a).Catalog().contains("/StructTreeRoot"));
 }
 
 TEST_F(ConvertedDocumentTest, ClaimsItsLevel) {

@@ -38,19 +38,22 @@ TEST(Characters, AreHyphens) {
 }
 
 TEST(Characters, AreSpaces) {
-  EXPECT_EQ(Those(U"!~\u00A1\u167F\u1681\u1FFF\u200C\u2027\u202A\u202E\u2030\u205E\u2061\u2FFF\u3001",
-                  IsSpace),
-            "");
+  EXPECT_EQ(
+      Those(U"!~\u00A1\u167F\u1681\u1FFF\u200C\u2027\u202A\u202E\u2030\u205E\u2061\u2FFF\u3001",
+            IsSpace),
+      "");
   const std::u32string_view spaces =
       U"\t \u007F\u00A0\u1680\u2000\u200B\u2028\u2029\u202F\u205F\u2060\u3000";
   EXPECT_EQ(Those(spaces, IsSpace), ToUtf8(spaces));
 }
 
 TEST(Characters, RunToTheLeft) {
-  EXPECT_EQ(Those(U"aا\u058F\u0590\u08FF\u0900\uFB1C\uFB1D\uFDFF\uFE00\uFE70\uFEFC\uFEFD", RunsLeft),
-            "ا\u0590\u08FF\uFB1D\uFDFF\uFE70\uFEFC");
-  EXPECT_EQ(Those(U"\u05FF\u0600\u0605\u0606\u065F\u0660\u066C\u066D\u06EF\u06F0\u06F9\u06FA", RunsLeft),
-            "\u05FF\u0606\u065F\u066D\u06EF\u06FA");
+  EXPECT_EQ(
+      Those(U"aا\u058F\u0590\u08FF\u0900\uFB1C\uFB1D\uFDFF\uFE00\uFE70\uFEFC\uFEFD", RunsLeft),
+      "ا\u0590\u08FF\uFB1D\uFDFF\uFE70\uFEFC");
+  EXPECT_EQ(
+      Those(U"\u05FF\u0600\u0605\u0606\u065F\u0660\u066C\u066D\u06EF\u06F0\u06F9\u06FA", RunsLeft),
+      "\u05FF\u0606\u065F\u066D\u06EF\u06FA");
 }
 
 TEST(Characters, RunToTheRight) {
