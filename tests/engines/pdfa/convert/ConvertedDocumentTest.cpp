@@ -16,8 +16,7 @@ class ConvertedDocumentTest : public ::testing::Test {
   void SetUp() override { TARNIX_NEED_PROGRAM("qpdf"); }
 
   // The document at the level, which it must reach.
-  QpdfDocument Converted(const RawPdf& file, Level level,
-                         const std::string& trailer = "/Root 1 0 R") {
+  QpdfDocument Converted(RawPdf file, Level level, const std::string& trailer = "/Root 1 0 R") {
     const std::string in = testing::WriteBytes(directory_.Path("in.pdf"), file.Table(trailer));
     const std::string out = directory_.Path("out.pdf");
     const ConversionResult result =
