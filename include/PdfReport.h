@@ -77,6 +77,8 @@ enum class PdfReportKind : std::int32_t {
   Conversion = 26,
   // Encryption of an input whose output has none, beside the job that takes it off.
   Protection = 27,
+  // The text of a scanned page: Dropped where it could not be recognised. The page is a picture then.
+  ScannedText = 28,
 };
 
 enum class PdfReportOutcome : std::int32_t {

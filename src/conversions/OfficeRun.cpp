@@ -88,6 +88,15 @@ bool OfficeRun::Cancel() {
   return true;
 }
 
+void OfficeRun::Convert(ConversionSdk::Converters::PdfConverter& converter,
+                        const std::wstring& output_file) {
+  status = converter.ConvertTo(output_file, true);
+  system_error = converter.GetSystemError();
+  findings = converter.TakeFindings();
+  // Several threads have told of the pages.
+  std::ranges::stable_sort(findings, {}, &ConversionSdk::ConversionFinding::page);
+}
+
 void OfficeRun::Finish(std::exception_ptr failure) {
   const std::lock_guard lock(mutex_);
   failure_ = std::move(failure);

@@ -10,6 +10,8 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "engines/office/Office.h"
 
@@ -24,6 +26,9 @@ struct OfficeRun {
   // more, as its output is about to get its name.
   bool Cancel();
 
+  // Converts, replacing what is there, and keeps how that ended. On the thread that works.
+  void Convert(ConversionSdk::Converters::PdfConverter& converter, const std::wstring& output_file);
+
   // Notes that the thread is at its end, by an exception or null.
   void Finish(std::exception_ptr failure);
 
@@ -37,6 +42,7 @@ struct OfficeRun {
 
   std::int32_t status = 0;        // of the conversion, once the thread is at its end
   std::int32_t system_error = 0;  // the errno value that it ended with, or 0
+  std::vector<ConversionSdk::ConversionFinding> findings;
 
  private:
   void Tell(const std::function<void(std::int32_t, std::int32_t)>& tell);

@@ -46,6 +46,16 @@ bool IsProtected(PdfDoc document) {
   }
 }
 
+PdfReportEntry EntryOf(const ConversionSdk::ConversionFinding& finding) {
+  return {.kind = finding.loss == ConversionSdk::ConversionLoss::kScannedText
+                      ? PdfReportKind::ScannedText
+                      : PdfReportKind::Damage,
+          .outcome = PdfReportOutcome::Dropped,
+          .count = 1,
+          .page = finding.page,
+          .reason = WideToUtf8(finding.why)};
+}
+
 }  // namespace
 
 Pdf2OfficeTask::Pdf2OfficeTask() {
@@ -113,6 +123,9 @@ void Pdf2OfficeTask::Run() {
   StartConversionThread();
   if (is_protected) {
     report_.Add(ProtectionDropped(working_doc_.GetPath()));
+  }
+  for (const ConversionSdk::ConversionFinding& finding : run_->findings) {
+    report_.Add(EntryOf(finding));
   }
   written_files_ = {output_path_ + out_name_ + out_extension_};
 }
@@ -264,8 +277,7 @@ void Pdf2OfficeTask::ConvertPdf2Docx() {
     if (!password_.empty()) {
       converter->SetPassword(password_);
     }
-    run_->status = converter->ConvertTo(output_file_, true);
-    run_->system_error = converter->GetSystemError();
+    run_->Convert(*converter, output_file_);
   });
 }
 
@@ -283,8 +295,7 @@ void Pdf2OfficeTask::ConvertPdf2Xlsx() {
     if (!password_.empty()) {
       converter->SetPassword(password_);
     }
-    run_->status = converter->ConvertTo(output_file_, true);
-    run_->system_error = converter->GetSystemError();
+    run_->Convert(*converter, output_file_);
   });
 }
 
@@ -299,8 +310,7 @@ void Pdf2OfficeTask::ConvertPdf2Pptx() {
     if (!password_.empty()) {
       converter->SetPassword(password_);
     }
-    run_->status = converter->ConvertTo(output_file_, true);
-    run_->system_error = converter->GetSystemError();
+    run_->Convert(*converter, output_file_);
   });
 }
 

@@ -109,6 +109,8 @@ const char* PdfReport::GetKindName(PdfReportKind kind) {
       return "conversion";
     case PdfReportKind::Protection:
       return "protection";
+    case PdfReportKind::ScannedText:
+      return "scanned text";
   }
   return "thing";
 }

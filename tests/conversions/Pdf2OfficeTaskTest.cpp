@@ -182,6 +182,24 @@ TEST_F(Pdf2OfficeTaskTest, TellsHowFarItIs) {
             std::vector<std::string>{testing::Backslashes(Path("out_file.docx"))});
 }
 
+TEST_F(Pdf2OfficeTaskTest, TellsWhatPagesHaveLost) {
+  TestPdf pdf;
+  pdf.Page("Sound").Page().Content("/X Do").Object(
+      "x",
+      "<</Type/XObject/Subtype/Form/BBox[0 0 9 9]/Filter/FlateDecode/Length 4>>stream\nabcd\n"
+      "endstream");
+  pdf.InheritedEntry("/Resources<</XObject<</X {{x}}>>>>");
+  Pdf2OfficeTask task(PdfDoc(pdf.Write(Path("torn.pdf")), "", true));
+  task.Execute();
+  EXPECT_THAT(task.GetReport().GetEntries(),
+              ElementsAre(PdfReportEntry{
+                  .kind = PdfReportKind::Damage,
+                  .outcome = PdfReportOutcome::Dropped,
+                  .count = 1,
+                  .page = 2,
+                  .reason = "something of the page cannot be read, or is too much"}));
+}
+
 TEST_F(Pdf2OfficeTaskTest, EndsWithWhatItsListenerThrows) {
   Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 3), "", true));
   task.SetProgress([](const std::string&, std::int64_t, std::int64_t) -> bool {

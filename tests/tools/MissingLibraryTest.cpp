@@ -92,6 +92,21 @@ TEST_F(MissingLibraries, OfficeIsNamedWhereItIsTheOne) {
   EXPECT_THAT(result.err, EndsWith("libtarnixoffice.so.5 is not installed\n"));
 }
 
+// A scanned page is a picture then.
+TEST_F(MissingLibraries, AreToldWhereAJobDoesWithout) {
+  TARNIX_NEED_FAULT_INJECTOR();
+  TestPdf()
+      .Page("Text")
+      .Page()
+      .Content("q 612 0 0 792 0 0 cm BI /W 1 /H 1 /CS /G /BPC 8 /F /AHx ID 80> EI Q")
+      .Write(Path("mixed.pdf"));
+  const RunResult result = RunWithout("tesseract", {"office", "mixed.pdf"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_THAT(result.err, ::testing::HasSubstr("1 scanned text dropped: not recognised: Tesseract "
+                                               "is not installed: libtesseract5\n"));
+  EXPECT_TRUE(HasFile("mixed.docx"));
+}
+
 // The font of the program's own marks, where no font at all is installed.
 TEST_F(MissingLibraries, AndMissingFontsAreToldApart) {
   const RunSetup no_fonts = {.environment = {{"FONTCONFIG_FILE", Path("fonts.conf")}}};

@@ -20,6 +20,7 @@ bool IsWarning(const PdfReportEntry& entry) {
     case PdfReportKind::XmpPacket:
     case PdfReportKind::PdfAClaim:
     case PdfReportKind::Protection:
+    case PdfReportKind::ScannedText:
     case PdfReportKind::PageNumber:
     case PdfReportKind::TextStamp:
     case PdfReportKind::ImageStamp:

@@ -101,6 +101,19 @@ struct ConversionRequest {
   bool is_single_table = false;
 };
 
+// What a page has lost on its way into the output.
+enum class ConversionLoss : std::int32_t {
+  kPage = 0,         // all of it: it cannot be read, and is blank
+  kPartOfPage = 1,   // what cannot be read of it, or is too much
+  kScannedText = 2,  // the text of a picture that could not be recognised
+};
+
+struct ConversionFinding {
+  std::int32_t page = 0;  // of the source, one-based
+  ConversionLoss loss{};
+  std::wstring why;
+};
+
 // How far a conversion is, and whether it is to stop. For several threads at once.
 class ConversionState {
  public:
@@ -126,9 +139,22 @@ class ConversionState {
     return is_completing_;
   }
 
+  // May throw std::bad_alloc.
+  void Add(ConversionFinding finding) {
+    const std::lock_guard lock(mutex_);
+    findings_.push_back(std::move(finding));
+  }
+
+  // In the order in which they came up; each is handed out once.
+  std::vector<ConversionFinding> TakeFindings() noexcept {
+    const std::lock_guard lock(mutex_);
+    return std::exchange(findings_, {});
+  }
+
   // Before a conversion begins.
   void Restart() noexcept {
     const std::lock_guard lock(mutex_);
+    findings_.clear();
     is_completing_ = false;
     pages_done = 0;
     page_count = 0;
@@ -137,6 +163,7 @@ class ConversionState {
 
  private:
   std::mutex mutex_;
+  std::vector<ConversionFinding> findings_;
   bool is_completing_ = false;
 };
 
@@ -301,6 +328,9 @@ class PdfConverter : private ConversionEvents {
 
   // Why the system refused what the last conversion had it do: an errno value, or 0.
   std::int32_t GetSystemError() const noexcept { return state_.system_error; }
+
+  // What pages have lost in the last conversion; each is handed out once. A page has a few at most.
+  std::vector<ConversionFinding> TakeFindings() noexcept { return state_.TakeFindings(); }
 
  protected:
   explicit PdfConverter(OfficeFormat format) { request_.format = format; }

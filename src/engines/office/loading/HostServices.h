@@ -11,7 +11,7 @@
 namespace TarnixTools::engines::office {
 
 // Changes with every change of what passes between the two libraries.
-inline constexpr std::int32_t kConversionLibraryVersion = 2;
+inline constexpr std::int32_t kConversionLibraryVersion = 3;
 inline constexpr const char* kConversionLibraryEntry = "TarnixOfficeServices";
 
 struct HostServices {

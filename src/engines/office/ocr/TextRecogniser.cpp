@@ -131,7 +131,7 @@ TextRecogniser::TextRecogniser(const std::atomic<bool>& is_cancelled)
     : inside_(std::make_unique<Inside>()) {
   const TesseractApi* api = LoadTesseract();
   if (api == nullptr) {
-    throw std::runtime_error("Tesseract is not installed");
+    throw std::runtime_error("Tesseract is not installed: libtesseract5");
   }
   inside_->api = api;
   inside_->is_cancelled = &is_cancelled;
@@ -147,7 +147,7 @@ TextRecogniser::TextRecogniser(const std::atomic<bool>& is_cancelled)
     }
   }
   if (inside_->text == nullptr) {
-    throw std::runtime_error("Tesseract has no language installed");
+    throw std::runtime_error("Tesseract has no language: tesseract-ocr-eng");
   }
 }
 

@@ -134,6 +134,7 @@ class Conversion {
     const auto number = static_cast<std::int32_t>(warning.page_index) + 1;
     log_->Write("page " + std::to_string(number) + ": " + warning.text);
     events_->Warning(number, Utf8ToWide(warning.text));
+    state_->Add({number, warning.loss, Utf8ToWide(warning.text)});
   }
 
   void Write(const OfficeDocument& document, PictureSource& pictures) {

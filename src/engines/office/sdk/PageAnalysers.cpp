@@ -24,6 +24,8 @@ namespace TarnixTools::engines::office {
 
 namespace {
 
+using ConversionSdk::ConversionLoss;
+
 constexpr std::size_t kMostThreads = 8;
 // Pages that are worth a thread of their own: it reads the document's cross-reference anew.
 constexpr std::size_t kPagesOfThread = 4;
@@ -122,7 +124,8 @@ class Work {
       OfficePage page;
       page.model = reader.Read(page_index);
       if (page.model.is_partial) {
-        Warn({page_index, "something of the page cannot be read, or is too much"});
+        Warn({page_index, ConversionLoss::kPartOfPage,
+              "something of the page cannot be read, or is too much"});
       }
       if (scans_->recognises_text && reader.IsScanned(page_index)) {
         AddText(recognition, page.model);
@@ -136,7 +139,8 @@ class Work {
       if (!IsAboutPage(error)) {
         throw;
       }
-      Warn({page_index, std::string("the page cannot be read: ") + error.what()});
+      Warn({page_index, ConversionLoss::kPage,
+            std::string("the page cannot be read: ") + error.what()});
       return BlankPage(page_index);
     }
   }
@@ -149,7 +153,8 @@ class Work {
     } catch (const Cancelled&) {
       throw;
     } catch (const std::exception& failure) {
-      Warn({page.number, std::string("its text cannot be recognised: ") + failure.what()});
+      Warn({page.number, ConversionLoss::kScannedText,
+            std::string("not recognised: ") + failure.what()});
     }
   }
 

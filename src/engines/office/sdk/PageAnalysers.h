@@ -17,6 +17,7 @@ namespace TarnixTools::engines::office {
 // What happened to a page.
 struct PageWarning {
   std::size_t page_index = 0;
+  ConversionSdk::ConversionLoss loss{};
   std::string text;
 };
 
