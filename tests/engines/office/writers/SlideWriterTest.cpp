@@ -164,6 +164,32 @@ TEST(SlideWriter, MakesJoinedLettersSmallerInsteadOfTearingThemApart) {
   EXPECT_THAT(slide, HasSubstr("marL=\"0\" marR=\"0\" indent=\"0\" algn=\"r\" rtl=\"1\""));
 }
 
+// The middle of the shape with the text, in points.
+std::pair<double, double> MiddleOf(const std::string& slide, const std::string& text) {
+  const std::size_t form = slide.rfind("<a:off ", slide.find("<a:t>" + text));
+  const auto points = [&](const std::string& name) {
+    return std::stod(slide.substr(slide.find(name, form) + name.size())) / 12700;
+  };
+  return {points(" x=\"") + points(" cx=\"") / 2, points(" y=\"") + points(" cy=\"") / 2};
+}
+
+TEST(SlideWriter, TurnsTextAsAWhole) {
+  // Two paragraphs beside each other, each in a shape of its own: from 200 to 320 and from 300 to
+  // about 320. Turned by a quarter, one is below the other.
+  Floating floating;
+  floating.angle = 90;
+  floating.blocks = {Block{TextAt(200, 300, {"One"})}, Block{TextAt(300, 300, {"Two"})}};
+  floating.box = {200, 290, 320, 302};
+  OfficePage page = PageWith({});
+  page.layout.floats = {floating};
+  const std::string slide = SlideOf(page);
+  const auto [one_x, one_y] = MiddleOf(slide, "One");
+  const auto [two_x, two_y] = MiddleOf(slide, "Two");
+  EXPECT_THAT(slide, HasSubstr("rot=\"5400000\""));
+  EXPECT_NEAR(two_x, one_x, 0.1);
+  EXPECT_NEAR(two_y - one_y, 50, 2);
+}
+
 TEST(SlideWriter, MakesRoomForTextThatRunsOverItsCell) {
   Table table = TableAt(72, 300, {"Text that runs over the edge of its cell", "", "c", "d"});
   for (TableCell& cell : table.cells) {

@@ -1,6 +1,8 @@
 #include "engines/office/writers/slides/SlideWriter.h"
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 #include <string>
 
 #include "engines/office/writers/slides/SlideContext.h"
@@ -129,10 +131,19 @@ class OneSlide {
     }
     const double x = MiddleX(floating.box);
     const double y = MiddleY(floating.box);
-    for (const TextGroup& group : GroupText(slide_, floating.blocks, 0, 0)) {
-      const double width = group.box.width() / 2;
-      const double height = group.box.height() / 2;
-      WriteTextShape(slide_, group, {x - width, y - height, x + width, y + height}, angle);
+    const double cosine = std::cos(angle * std::numbers::pi / 180);
+    const double sine = std::sin(angle * std::numbers::pi / 180);
+    // A shape is turned about its own middle, and the text as a whole about that of its box.
+    for (const TextGroup& group :
+         GroupText(slide_, floating.blocks, floating.box.left, floating.box.right)) {
+      const double dx = MiddleX(group.box) - x;
+      const double dy = MiddleY(group.box) - y;
+      const double right = x + dx * cosine - dy * sine - MiddleX(group.box);
+      const double down = y + dx * sine + dy * cosine - MiddleY(group.box);
+      WriteTextShape(slide_, group,
+                     {group.box.left + right, group.box.bottom + down, group.box.right + right,
+                      group.box.top + down},
+                     angle);
     }
   }
 
