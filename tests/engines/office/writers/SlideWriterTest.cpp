@@ -201,5 +201,17 @@ TEST(SlideWriter, MakesRoomForTextThatRunsOverItsCell) {
   EXPECT_EQ(OrderComplaints(slide), "");
 }
 
+TEST(SlideWriter, ShowsImagesOverFilledCells) {
+  Table table = TableAt(72, 300, {"a", "b", "c", "d"});
+  table.cells[0].fill = table.cells[3].fill = Rgb{255, 240, 224};
+  Picture picture;
+  picture.box = {80, 300, 172, 320};
+  const std::string slide = SlideOf(PageWith({Block{picture}, Block{table}}));
+  const std::size_t fill = slide.find("FFF0E0");
+  EXPECT_NE(fill, std::string::npos);
+  EXPECT_EQ(fill, slide.rfind("FFF0E0"));
+  EXPECT_GT(fill, slide.find("<a:t>d</a:t>"));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 
+#include "engines/office/writers/slides/SlideMaster.h"
 #include "engines/office/writers/slides/SlideShapes.h"
 #include "engines/office/writers/slides/TableRoom.h"
 #include "engines/office/writers/text/DrawnShapes.h"
@@ -14,7 +15,8 @@ namespace {
 
 constexpr std::string_view kTableUri = "http://schemas.openxmlformats.org/drawingml/2006/table";
 
-constexpr double kTightest = 0.4;  // of a line's pitch, that is left of it
+constexpr double kMostlyCovered = 0.5;  // of a cell, by an image
+constexpr double kTightest = 0.4;       // of a line's pitch, that is left of it
 
 // Points between the sides of a cell and its text.
 struct CellMargins {
@@ -26,7 +28,11 @@ struct CellMargins {
 class Writer {
  public:
   Writer(SlidePart& slide, const Table& table)
-      : slide_(slide), table_(table), grid_(table), xml_(slide.xml) {}
+      : slide_(slide),
+        table_(table),
+        grid_(table),
+        images_(ImagesOf(slide.page.layout)),
+        xml_(slide.xml) {}
 
   void Write() {
     xml_.Open("a:tbl");
@@ -160,13 +166,25 @@ class Writer {
       WriteFill(xml_, border.width > 0 ? std::optional<Rgb>(border.color) : std::nullopt);
       xml_.Close();
     }
-    WriteFill(xml_, cell.fill);
+    WriteFill(xml_, IsUnderImage(cell) ? std::nullopt : cell.fill);
     xml_.Close();
+  }
+
+  // Images of the page lie below its tables, and a fill would hide those that are over it.
+  bool IsUnderImage(const TableCell& cell) const {
+    return cell.fill && std::ranges::any_of(images_, [&cell](const Block* image) {
+             const pdf::Box& box = BoxOf(*image);
+             const pdf::Box common{
+                 std::max(box.left, cell.box.left), std::max(box.bottom, cell.box.bottom),
+                 std::min(box.right, cell.box.right), std::min(box.top, cell.box.top)};
+             return !common.IsEmpty() && AreaOf(common) >= kMostlyCovered * AreaOf(cell.box);
+           });
   }
 
   SlidePart& slide_;
   const Table& table_;
   TableGrid grid_;
+  std::vector<const Block*> images_;
   XmlWriter& xml_;
 };
 
