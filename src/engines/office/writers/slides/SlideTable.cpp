@@ -15,8 +15,10 @@ namespace {
 
 constexpr std::string_view kTableUri = "http://schemas.openxmlformats.org/drawingml/2006/table";
 
-constexpr double kMostlyCovered = 0.5;  // of a cell, by an image
-constexpr double kTightest = 0.4;       // of a line's pitch, that is left of it
+// Of an image within a table, and of a cell below it.
+constexpr double kMostly = 0.9;
+constexpr double kHalf = 0.5;
+constexpr double kTightest = 0.4;  // of a line's pitch, that is left of it
 
 // Points between the sides of a cell and its text.
 struct CellMargins {
@@ -170,14 +172,13 @@ class Writer {
     xml_.Close();
   }
 
-  // Images of the page lie below its tables, and a fill would hide those that are over it.
+  // Images of the page lie below its tables, and a fill would hide those that are over it. What
+  // reaches out of the table is behind it on the page, too.
   bool IsUnderImage(const TableCell& cell) const {
-    return cell.fill && std::ranges::any_of(images_, [&cell](const Block* image) {
+    return cell.fill && std::ranges::any_of(images_, [&](const Block* image) {
              const pdf::Box& box = BoxOf(*image);
-             const pdf::Box common{
-                 std::max(box.left, cell.box.left), std::max(box.bottom, cell.box.bottom),
-                 std::min(box.right, cell.box.right), std::min(box.top, cell.box.top)};
-             return !common.IsEmpty() && AreaOf(common) >= kMostlyCovered * AreaOf(cell.box);
+             return CoveredShare(box, table_.box) >= kMostly &&
+                    CoveredShare(cell.box, box) >= kHalf;
            });
   }
 
