@@ -99,9 +99,9 @@ TEST_F(ConvertedDocumentTest, HasNoBoxesThatAreTooSmall) {
 }
 
 TEST_F(ConvertedDocumentTest, HasFontsInIt) {
-  Converted(WithContent("BT /F 9 Tf (A) Tj ET",
-                        "/Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>>>"),
-            Level::k2b);
+  RawPdf file = WithContent("BT /F 9 Tf (A) Tj ET", "/Font<</F 5 0 R>>");
+  file.Object(5, "<</Type/Font/Subtype/Type1/BaseFont/Helvetica/Encoding/WinAnsiEncoding>>");
+  Converted(file, Level::k2b);
   EXPECT_THAT(report_, HasSubstr("changed: font Helvetica, which was not embedded"));
 }
 
@@ -134,8 +134,9 @@ TEST_F(ConvertedDocumentTest, HasImagesThatAreAllowed) {
 }
 
 TEST_F(ConvertedDocumentTest, HasTagsAtLevelA) {
-  EXPECT_TRUE(
-      Converted(WithContent("0 0 9 9 re f", ""), Level::k2a).Catalog().contains("/StructTreeRoot"));
+  const QpdfDocument written = Converted(WithContent("0 0 9 9 re f", ""), Level::k2a);
+  EXPECT_TRUE(written.Catalog().contains("/StructTreeRoot"));
+  EXPECT_THAT(Plain(), HasSubstr("/Artifact BMC"));
 }
 
 TEST_F(ConvertedDocumentTest, ClaimsItsLevel) {
