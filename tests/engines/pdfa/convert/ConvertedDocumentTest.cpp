@@ -136,7 +136,7 @@ TEST_F(ConvertedDocumentTest, HasImagesThatAreAllowed) {
 TEST_F(ConvertedDocumentTest, HasTagsAtLevelA) {
   const QpdfDocument written = Converted(WithContent("0 0 9 9 re f", ""), Level::k2a);
   EXPECT_TRUE(written.Catalog().contains("/StructTreeRoot"));
-  EXPECT_THAT(Plain(), HasSubstr("/Artifact BMC"));
+  EXPECT_THAT(Plain(), HasSubstr("/Figure<</MCID 0>>BDC"));
 }
 
 TEST_F(ConvertedDocumentTest, ClaimsItsLevel) {
