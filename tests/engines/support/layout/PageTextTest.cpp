@@ -73,6 +73,12 @@ TEST(PageText, TellsTextsThatAreOverEachOtherApart) {
   EXPECT_THAT(WordsOf(text.upright.lines[1]), ElementsAre("redacted"));
 }
 
+TEST(PageText, LeavesWhatRemainsOfASecondPaintingInItsLine) {
+  const PageText text =
+      ReadPageText(MadePage().Text(72, 100, U"painted").Text(72.3, 100, U"pa xted").Take());
+  EXPECT_THAT(text.upright.lines, SizeIs(1));
+}
+
 TEST(PageText, KeepsSmallTextBelowLargeLettersApart) {
   const PageText text = ReadPageText(MadePage()
                                          .Text(72, 100, U"CX57C", {.size = 30})

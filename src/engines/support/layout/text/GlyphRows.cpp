@@ -126,7 +126,8 @@ bool AreOneTwice(const PageModel& page, const PlacedGlyph& a, const PlacedGlyph&
          TextOf(page, a) == TextOf(page, b);
 }
 
-void DropDoubles(const PageModel& page, GlyphRow& row) {
+// Returns whether there were any.
+bool DropDoubles(const PageModel& page, GlyphRow& row) {
   std::vector<PlacedGlyph> kept;
   for (PlacedGlyph& glyph : row.glyphs) {
     const auto end = kept.rend() - static_cast<std::ptrdiff_t>(
@@ -146,7 +147,9 @@ void DropDoubles(const PageModel& page, GlyphRow& row) {
     }
     twin->is_doubled = is_doubled;
   }
+  const bool has_doubles = kept.size() < row.glyphs.size();
   row.glyphs = std::move(kept);
+  return has_doubles;
 }
 
 // The raised or lowered text of a row that belongs to larger text of another.
@@ -254,7 +257,10 @@ std::vector<TurnedRows> RowsOf(const PageModel& page) {
   for (auto& [angle, glyphs] : ByAngle(page)) {
     TurnedRows turned{.angle = static_cast<double>(angle), .rows = {}};
     for (GlyphRow& row : CutIntoRows(std::move(glyphs))) {
-      DropDoubles(page, row);
+      if (DropDoubles(page, row)) {  // the rest of a second painting is no other text
+        turned.rows.push_back(std::move(row));
+        continue;
+      }
       for (GlyphRow& layer : PartOverlaid(page, std::move(row))) {
         turned.rows.push_back(std::move(layer));
       }
