@@ -181,6 +181,18 @@ TEST(PageAnalysis, SaysWhatItFound) {
   EXPECT_THAT(dump, HasSubstr(R"("box":[72.0,92.0,97.0,102.0])"));
 }
 
+TEST(PageAnalysis, TellsTwoLinesAtTheRightFromJustifiedOnes) {
+  PageLayout layout = AnalyzePage(MadePage()
+                                      .Text(72, 60, kFull)
+                                      .Text(312, 100, U"shorter")
+                                      .Text(247, 112, U"the longer of the two")
+                                      .Take());
+  const std::vector<Paragraph*> paragraphs = FlowParagraphs(layout);
+  ASSERT_THAT(paragraphs, SizeIs(2));
+  ASSERT_THAT(paragraphs[1]->lines, SizeIs(2));
+  EXPECT_EQ(paragraphs[1]->alignment, Alignment::kRight);
+}
+
 TEST(PageAnalysis, TellsTheLinksOfOneWordApart) {
   PageModel page = MadePage().Text(72, 100, U"name[23]").Take();
   page.links.push_back({.box = {72, 92, 92, 102}, .uri = "http://example.org/name"});

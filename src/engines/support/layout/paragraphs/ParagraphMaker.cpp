@@ -19,6 +19,7 @@ constexpr double kJustified = 0.12;     // ems: ends of lines that are made even
 constexpr double kCenterIndent = 0.06;  // of the column's width, on both sides of a centred line
 constexpr double kCenterSlack = 0.012;
 constexpr double kRightIndent = 0.3;
+constexpr double kWideIndent = 4;  // ems, that no first line of two has
 
 // How far values lie apart.
 template <typename Value>
@@ -71,6 +72,10 @@ Alignment AlignmentOf(std::span<const TextRow> rows, const pdf::Box& column) {
   }
   const bool has_room = std::abs(rows.back().box.width() - rows.front().box.width()) > kAlike * em;
   const bool is_even = rights < kJustified * em && lefts < kAlike * em;
+  if (rows.size() == 2 && !is_to_left && all_rights < kAlike * em &&
+      Left(rows.front()) > Left(rows.back()) + kWideIndent * em) {
+    return Alignment::kRight;
+  }
   if (is_even && (rows.size() > 2 || has_room || all_rights < kJustified * em)) {
     const double behind = column.right - full.front().box.right;
     const bool is_sure = rows.size() > 2 || behind < em;
