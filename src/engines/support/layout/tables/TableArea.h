@@ -16,6 +16,7 @@ enum class AreaKind : std::uint8_t {
   kGrid,     // rules in both directions
   kStripes,  // horizontal rules only
   kText,     // no rules
+  kTagged,   // its cells are those that tags tell of
 };
 
 struct TableArea {

@@ -23,6 +23,8 @@ constexpr double kMargin = 2;  // points that words may stand out of an area
 
 constexpr double kPartHeight = 1.15;  // of a part, the whole has at least
 constexpr double kPathMargin = 8;     // that rules may
+constexpr double kSmallBox = 20;      // points
+constexpr double kThinBox = 3;        // what is thinner is a rule
 
 // Words that are rules made of characters.
 bool IsDrawnRule(std::u32string_view text) {
@@ -61,7 +63,7 @@ class Finder {
   std::vector<TableArea> Stripes() const;
   void TryFills();
   void TryTagged();
-  void AddPaths(FoundTable& found) const;
+  void AddPaths(FoundTable& found, AreaKind kind) const;
   void Keep(const TableArea& area, TableShape shape);
 
   const PageModel* page_;
@@ -162,17 +164,26 @@ void Finder::Keep(const TableArea& area, TableShape shape) {
     return is_in;
   });
   SetLooks(area, rules_, table);
-  AddPaths(found);
+  AddPaths(found, area.kind);
   tables_.push_back(std::move(found));
 }
 
-// What is painted within a table and is no drawing belongs to it.
-void Finder::AddPaths(FoundTable& found) const {
+// As of a box to tick.
+bool IsSmallBox(const PathShape& path) {
+  const pdf::Box& box = path.box;
+  return path.kind == PathShape::Kind::kRectangle && box.width() <= kSmallBox &&
+         box.height() <= kSmallBox && box.width() > kThinBox && box.height() > kThinBox;
+}
+
+// What is painted within a table and is no drawing belongs to it. Rules and fills make the cells of
+// tables that tags tell of, too, small boxes do not.
+void Finder::AddPaths(FoundTable& found, AreaKind kind) const {
   const pdf::Box& table = found.table.box;
   for (std::size_t i = 0; i < page_->paths.size(); ++i) {
     const PathShape& path = page_->paths[i];
     const pdf::Box& box = path.box;
-    if (path.kind != PathShape::Kind::kOther && box.left >= table.left - kPathMargin &&
+    const bool is_apart = kind == AreaKind::kTagged && IsSmallBox(path);
+    if (path.kind != PathShape::Kind::kOther && !is_apart && box.left >= table.left - kPathMargin &&
         box.right <= table.right + kPathMargin && box.bottom >= table.bottom - kPathMargin &&
         box.top <= table.top + kPathMargin) {
       found.paths.push_back(static_cast<std::uint32_t>(i));

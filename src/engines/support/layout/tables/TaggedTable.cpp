@@ -219,7 +219,7 @@ std::optional<TaggedTable> TaggedBuilder::Build(const Rules& rules) {
   }
   table.shape.cells = grid.Cells();
   table.shape.header_rows = HeaderRowsOf(table.shape);
-  table.area.kind = AreaKind::kStripes;
+  table.area.kind = AreaKind::kTagged;
   table.area.box = {table.shape.columns.front(), table.shape.rows.front(),
                     table.shape.columns.back(), table.shape.rows.back()};
   table.area.horizontal = rules.horizontal;
