@@ -273,10 +273,14 @@ void PageAnalyzer::PlaceTurned(const TurnedText& turned) {
   }
 }
 
-// Text that runs upwards or downwards in a cell which has no other.
+// Text that runs upwards or downwards in a cell which has no other. What is read from the right
+// would begin at the wrong end.
 bool PageAnalyzer::MoveIntoCell(Floating& floating) {
   const bool runs_down = floating.angle == 90;
-  if (!runs_down && floating.angle != 270) {
+  const bool runs_left = std::any_of(
+      floating.blocks.begin(), floating.blocks.end(),
+      [](const Block& block) { return std::get<Paragraph>(block.content).is_right_to_left; });
+  if (runs_left || (!runs_down && floating.angle != 270)) {
     return false;
   }
   const pdf::Box seen = QuarterTurned(floating.box);

@@ -66,6 +66,8 @@ class Writer {
 
   void WriteProperties() {
     xml_.Open("w:tblPr");
+    // Columns from the left, in sections that run to the left, too.
+    xml_.Leaf("w:bidiVisual", {{"w:val", 0}});
     xml_.Leaf("w:tblW", {{"w:w", Width(0, grid_.columns())}, {"w:type", "dxa"}});
     xml_.Leaf("w:tblInd", {{"w:w", Twips(table_.columns.front() - room_.left)}, {"w:type", "dxa"}});
     xml_.Leaf("w:tblLayout", {{"w:type", "fixed"}});
