@@ -47,10 +47,12 @@ TEST(FontProgram, ReadsTrueType) {
 }
 
 TEST(FontProgram, TellsItsStyle) {
-  constexpr std::size_t kMacStyle = 44;  // in the table head
+  constexpr std::uint32_t kOs2 = 0x4F532F32;
+  constexpr std::size_t kSelection = 62;  // its place in that table
+  constexpr char kBold = 1 << 5;
   const std::string plain = TestFont{}.Bytes();
   std::string bytes = plain;
-  bytes[bytes.find(FontProgram::Open(plain)->Table(0x68656164)) + kMacStyle + 1] = 1;
+  bytes[bytes.find(FontProgram::Open(plain)->Table(kOs2)) + kSelection + 1] |= kBold;
   EXPECT_FALSE(FontProgram::Open(plain)->is_bold());
   EXPECT_TRUE(FontProgram::Open(bytes)->is_bold());
   EXPECT_FALSE(FontProgram::Open(bytes)->is_italic());
