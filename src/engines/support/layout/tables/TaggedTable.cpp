@@ -212,7 +212,10 @@ std::optional<TaggedTable> TaggedBuilder::Build(const Rules& rules) {
   }
   CellGrid grid(table.shape.columns, table.shape.rows);
   for (TagCell& cell : cells_) {
-    grid.At(cell.row, cell.first).inks = std::move(cell.inks);
+    for (const InkRow& row : RowsOf(cell.inks)) {
+      std::vector<Ink>& inks = grid.At(cell.row, cell.first).inks;
+      inks.insert(inks.end(), row.inks.begin(), row.inks.end());
+    }
     if (cell.last > cell.first) {
       grid.Merge(cell.row, cell.first, cell.row, cell.last);
     }

@@ -187,9 +187,9 @@ TEST(OpenTables, HaveTheCellsThatTagsTell) {
 // Rows that stand beside each other are none.
 TEST(OpenTables, DoNotBelieveTagsThatDoNotFit) {
   TableScene scene;
-  scene.TaggedCell(100, 100, "one", 1, 2).TaggedCell(100, 114, "two", 1, 2);
-  scene.TaggedCell(220, 100, "three", 3, 4).TaggedCell(220, 114, "four", 3, 4);
-  EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("one|three", "two|four")));
+  scene.TaggedCell(100, 100, "Date:", 1, 2).TaggedCell(200, 100, "Friday, March 13", 3, 4);
+  scene.TaggedCell(100, 114, "Location:", 1, 2).TaggedCell(200, 114, "Newark", 3, 4);
+  EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("Date:|Friday, March 13", "Location:|Newark")));
 }
 
 // The rules above and below all of it would be those of one table.
