@@ -184,7 +184,7 @@ TEST(PageAnalysis, SaysWhatItFound) {
 TEST(PageAnalysis, TellsTwoLinesAtTheRightFromJustifiedOnes) {
   PageLayout layout = AnalyzePage(MadePage()
                                       .Text(72, 60, kFull)
-                                      .Text(312, 100, U"shorter")
+                                      .Text(297, 100, U"shorter one")
                                       .Text(247, 112, U"the longer of the two")
                                       .Take());
   const std::vector<Paragraph*> paragraphs = FlowParagraphs(layout);

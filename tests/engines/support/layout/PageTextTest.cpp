@@ -82,8 +82,7 @@ TEST(PageText, LeavesWhatRemainsOfASecondPaintingInItsLine) {
 TEST(PageText, KeepsSmallTextBelowLargeLettersApart) {
   const PageText text = ReadPageText(MadePage()
                                          .Text(72, 100, U"CX57C", {.size = 30})
-                                         .Text(75, 110, U"MINI", {.size = 8})
-                                         .Text(95, 110, U"EXCAVATOR", {.size = 8})
+                                         .Text(75, 110, U"MINI EXCAVATOR", {.size = 8})
                                          .Take());
   ASSERT_THAT(text.upright.lines, SizeIs(2));
   EXPECT_THAT(WordsOf(text.upright.lines[0]), ElementsAre("CX57C"));
