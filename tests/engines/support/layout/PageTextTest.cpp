@@ -11,7 +11,6 @@ namespace TarnixTools::engines {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::Gt;
 using ::testing::Lt;
 using ::testing::SizeIs;
 
@@ -157,19 +156,6 @@ TEST(PageText, CutsLinesAtANarrowGutter) {
     page.Text(72, 100 + 12 * i, U"some words here").Text(155, 100 + 12 * i, U"other words");
   }
   EXPECT_THAT(ReadPageText(page.Take()).upright.lines, SizeIs(12));
-}
-
-// The columns have baselines of their own, but for one row. A wide gap to its left makes the gutter
-// look like one between words.
-TEST(PageText, CutsALineWhereColumnsAreAboveAndBelow) {
-  MadePage page;
-  for (int i = 0; i < 5; ++i) {
-    page.Text(72, 100 + 20 * i, U"left column").Text(205, 108 + 20 * i, U"right column");
-  }
-  page.Text(72, 200, U"left").Text(115, 200, U"and far column").Text(205, 200, U"right");
-  const std::vector<WordLine> lines = ReadPageText(page.Take()).upright.lines;
-  ASSERT_THAT(lines.size(), Gt(11U));
-  EXPECT_THAT(WordsOf(lines.back()), ElementsAre("right"));
 }
 
 TEST(PageText, LeavesASingleGapOfThatWidth) {

@@ -12,10 +12,9 @@ namespace TarnixTools::engines {
 
 namespace {
 
-constexpr double kLeastGap = 0.55;       // ems
-constexpr double kPlace = 2;             // points: places of gutters that are looked at
-constexpr std::size_t kLeastRows = 5;    // with the gap, one below the other
-constexpr std::size_t kLeastBeside = 4;  // on one side only, where fewer have the gap
+constexpr double kLeastGap = 0.55;     // ems
+constexpr double kPlace = 2;           // points: places of gutters that are looked at
+constexpr std::size_t kLeastRows = 5;  // with the gap, one below the other
 constexpr std::size_t kMostPlaces = 16;
 constexpr double kRowTolerance = 0.3;    // ems between the baselines of lines of one row
 constexpr double kWidestPitch = 2.5;     // ems between rows that follow each other
@@ -78,12 +77,10 @@ std::vector<Row> RowsOf(const std::vector<WordLine>& lines) {
   return rows;
 }
 
-// Where most rows have gaps, or some have them and others begin behind them; the best first.
+// Where most rows have gaps, the best first.
 std::vector<double> PlacesOf(const std::vector<Row>& rows) {
   std::map<long, std::size_t> counts;
-  std::map<long, std::size_t> begins;
   for (const Row& row : rows) {
-    ++begins[std::lround(std::floor(row.left / kPlace))];
     for (const Gap& gap : row.gaps) {
       const long first = std::lround(std::ceil(gap.left / kPlace));
       const long last = std::min(std::lround(std::floor(gap.right / kPlace)),
@@ -95,8 +92,7 @@ std::vector<double> PlacesOf(const std::vector<Row>& rows) {
   }
   std::vector<std::pair<std::size_t, long>> best;
   for (const auto& [place, count] : counts) {
-    const auto behind = begins.find(place);
-    if (count >= kLeastRows || (behind != begins.end() && behind->second >= kLeastBeside)) {
+    if (count >= kLeastRows) {
       best.emplace_back(count, place);
     }
   }
@@ -129,23 +125,17 @@ class GutterCutter {
   std::map<std::size_t, std::vector<double>> cuts_;  // by line
 };
 
-// Rows that follow each other and leave the place free. Where columns have baselines of their own,
-// rows that end before the place and rows that begin right behind it tell of it, too.
+// Rows that follow each other and leave the place free; a row that ends before it does not matter.
 void GutterCutter::MarkRows(double x) {
   std::vector<std::size_t> open;
-  std::size_t before = 0;
-  std::size_t behind = 0;
   double last = 0;
   const auto settle = [&] {
-    const bool is_gutter =
-        open.size() >= kLeastRows || (before >= kLeastBeside && behind >= kLeastBeside);
-    for (const std::size_t row : is_gutter ? open : std::vector<std::size_t>()) {
+    for (const std::size_t row : open.size() >= kLeastRows ? open : std::vector<std::size_t>()) {
       for (std::size_t i = rows_[row].first; i < rows_[row].end; ++i) {
         cuts_[i].push_back(x);
       }
     }
     open.clear();
-    before = behind = 0;
   };
   for (std::size_t i = 0; i < rows_.size(); ++i) {
     const Row& row = rows_[i];
@@ -154,8 +144,6 @@ void GutterCutter::MarkRows(double x) {
     }
     last = row.baseline;
     if (row.right < x || row.left > x) {
-      before += row.right < x ? 1 : 0;
-      behind += row.left > x && row.left - x <= 2 * kPlace ? 1 : 0;
       continue;
     }
     if (HasGapAt(row, x)) {
