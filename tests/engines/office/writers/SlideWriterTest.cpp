@@ -155,6 +155,9 @@ TEST(SlideWriter, MakesJoinedLettersSmallerInsteadOfTearingThemApart) {
   arabic.is_right_to_left = true;
   arabic.alignment = Alignment::kRight;
   TextPiece& piece = arabic.lines[0].pieces[0];
+  if (piece.width <= 0) {
+    GTEST_SKIP() << "no installed face has these letters";
+  }
   const double given = piece.width * 0.8;
   piece.x += piece.width - given;
   piece.width = given;

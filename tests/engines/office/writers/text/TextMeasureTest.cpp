@@ -25,8 +25,8 @@ TEST(TextMeasure, KeepsToTheDotsOfAGrid) {
     EXPECT_NEAR(dots, std::round(dots), 1e-9) << size;
     EXPECT_NEAR(dots, plain.WidthOf(kFace, "nnnn", size) / kDot, 4) << size;
   }
-  // 62 dots high, and half of that is 31.
-  EXPECT_NEAR(gridded.WidthOf(kFace, "nn", 7.5), 62 * kDot, 1e-9);
+  // 63 dots high, and half of that is 32.
+  EXPECT_NEAR(gridded.WidthOf(kFace, "nn", 7.5), 64 * kDot, 1e-9);
 }
 
 }  // namespace
