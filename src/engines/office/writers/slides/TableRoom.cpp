@@ -36,6 +36,11 @@ PlacedCell Place(const Table& table, const TableCell& cell) {
   const std::size_t end = std::size_t{cell.column} + std::max(cell.column_span, 1U);
   placed.left = table.columns[std::min<std::size_t>(cell.column, last)];
   placed.right = table.columns[std::min(end, last)];
+  if (cell.angle != 0) {  // its text lies as if it were upright: it is taken to fill the cell
+    placed.text_left = placed.left;
+    placed.text_right = placed.right;
+    return placed;
+  }
   for (const Block& block : cell.blocks) {
     const auto* paragraph = std::get_if<Paragraph>(&block.content);
     for (const TextLine& line : paragraph == nullptr ? std::vector<TextLine>() : paragraph->lines) {

@@ -69,6 +69,13 @@ TEST(TableRoom, GivesEmptyCellsToTextThatCoversThem) {
   EXPECT_THAT(shown.columns, ElementsAre(0, 100, 200));
 }
 
+TEST(TableRoom, LeavesCellsWithTurnedText) {
+  Table table = OpenTable({kLong, "b", "c", "d"});
+  MoveToEnd(table, 1);
+  table.cells[0].angle = 90;
+  EXPECT_THAT(WithRoomForText(table).columns, ElementsAre(0, 100, 200));
+}
+
 TEST(TableRoom, LeavesEdgesWithARuleOrAChangeOfColour) {
   Table ruled = TableAt(0, 0, {kLong, "b", "c", "d"});
   MoveToEnd(ruled, 1);
