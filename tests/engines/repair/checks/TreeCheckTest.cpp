@@ -26,6 +26,10 @@ TEST_F(TreeCheckTest, WritesDamagedTreesAnew) {
       .Object(12, "(no node)")
       .Object(13, "<</Nums[0<</S/D>>]/Kids[(no node)]>>");
   ExpectMended(file.Table(), {Code::kNameTreeDamaged, Code::kNumberTreeDamaged});
+  RawPdf tagged = OnePage("", "/StructTreeRoot 10 0 R");
+  tagged.Object(10, "<</Type/StructTreeRoot/ParentTree 11 0 R>>")
+      .Object(11, "<</Nums[]/Kids[(no node)]>>");
+  ExpectMended(tagged.Table(), {Code::kNumberTreeDamaged});
 }
 
 TEST_F(TreeCheckTest, FindsNothingInSoundTrees) {

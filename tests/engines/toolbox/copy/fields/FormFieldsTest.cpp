@@ -177,6 +177,29 @@ TEST(FormFields, ShareTheirActionsWithTheirWidgetsWhenSplit) {
   EXPECT_TRUE(two.Annotations(1)[0].Has("A"));
 }
 
+TEST(FormFields, LeaveEachEntryWithTheOneItBelongsToWhenSplit) {
+  const std::string bytes =
+      FormPdf("/Fields[10 0 R]", {"10 0 R"})
+          .Widget(10,
+                  "/FT/Tx/T(a)/TU(b)/TM(c)/Ff 4096/V(x)/DV(y)/DA(/F 0 Tf)/Q 1/DS(d)/RV(r)/MaxLen 5"
+                  "/Contents(e)/NM(n)/M(D:2020)/F 4/AS/N/Border[0 0 1]/C[0]/ca 1/CA 1/BM/Normal"
+                  "/Lang(en)/H/N/MK<<>>/BS<<>>")
+          .Bytes();
+  CopiedForm copy({{bytes, {0, 0}}});
+  const Object field = copy.Field("a");
+  const Object widget = copy.Follow(field.Get("Kids").Items()[1]);
+  for (const char* key :
+       {"FT", "T", "TU", "TM", "Ff", "V", "DV", "DA", "Q", "DS", "RV", "MaxLen"}) {
+    EXPECT_TRUE(field.Has(key)) << key;
+    EXPECT_FALSE(widget.Has(key)) << key;
+  }
+  for (const char* key : {"Subtype", "Rect", "Contents", "NM", "M", "F", "AS", "Border", "C", "ca",
+                          "CA", "BM", "Lang", "H", "MK", "BS"}) {
+    EXPECT_TRUE(widget.Has(key)) << key;
+    EXPECT_FALSE(field.Has(key)) << key;
+  }
+}
+
 TEST(FormFields, OneWidgetOnTwoPages) {
   const std::string bytes = FormPdf("/Fields[10 0 R]", {"10 0 R", "10 0 R 10 0 R"})
                                 .Widget(10, "/FT/Tx/T(a)/V(x)")
