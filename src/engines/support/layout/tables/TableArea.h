@@ -34,9 +34,6 @@ std::vector<TableArea> FindGrids(const Rules& rules);
 // What horizontal rules of one length bound.
 std::vector<TableArea> FindStripes(const Rules& rules, std::span<const Ink> inks);
 
-// Tables side by side, each below a rule of its own.
-std::vector<TableArea> FindPanels(const Rules& rules, std::span<const Ink> inks);
-
 // What stands in columns without rules.
 std::vector<TableArea> FindTextAreas(const Rules& rules, std::span<const Ink> inks);
 

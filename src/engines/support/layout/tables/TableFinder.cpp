@@ -60,7 +60,6 @@ class Finder {
   bool MayGoOn() const;
   void TryArea(const TableArea& area, std::span<const Ink> inks);
   void Try(std::vector<TableArea> areas);
-  std::vector<TableArea> Stripes() const;
   void TryFills();
   void TryTagged();
   void AddPaths(FoundTable& found, AreaKind kind) const;
@@ -220,20 +219,6 @@ void Finder::Try(std::vector<TableArea> areas) {
   }
 }
 
-// Those around several tables side by side give way to them.
-std::vector<TableArea> Finder::Stripes() const {
-  const std::vector<TableArea> panels = FindPanels(rules_, inks_);
-  std::vector<TableArea> areas = FindStripes(rules_, inks_);
-  std::erase_if(areas, [&panels](const TableArea& area) {
-    return std::count_if(panels.begin(), panels.end(), [&area](const TableArea& panel) {
-             return area.box.left <= panel.box.left && area.box.right >= panel.box.right &&
-                    area.box.bottom < panel.box.top && area.box.top > panel.box.bottom;
-           }) > 1;
-  });
-  areas.insert(areas.end(), panels.begin(), panels.end());
-  return areas;
-}
-
 // Whether the filled boxes are but a part of what rules bound above and below, as stripes behind the
 // body of a table are.
 bool IsPartOfAny(const TableArea& fills, const std::vector<TableArea>& stripes) {
@@ -254,7 +239,7 @@ void Finder::TryFills() {
   Rules rules = rules_;
   AddFillEdges(areas, rules);
   std::vector<TableArea> grids = FindGrids(rules);
-  const std::vector<TableArea> stripes = Stripes();
+  const std::vector<TableArea> stripes = FindStripes(rules_, inks_);
   std::erase_if(grids, [&stripes](const TableArea& area) { return IsPartOfAny(area, stripes); });
   Try(std::move(grids));
 }
@@ -306,7 +291,7 @@ std::vector<FoundTable> Finder::Find() {
   const bool is_tagged =
       std::any_of(inks_.begin(), inks_.end(), [](const Ink& ink) { return ink.table != 0; });
   TryTagged();
-  Try(Stripes());
+  Try(FindStripes(rules_, inks_));
   if (!is_tagged) {
     Try(FindTextAreas(rules_, inks_));
   }

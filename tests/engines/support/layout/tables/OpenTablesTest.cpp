@@ -192,35 +192,5 @@ TEST(OpenTables, DoNotBelieveTagsThatDoNotFit) {
   EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("Date:|Friday, March 13", "Location:|Newark")));
 }
 
-// The rules above and below all of it would be those of one table.
-TEST(OpenTables, StandSideBySideBelowRulesOfTheirOwn) {
-  TableScene scene;
-  scene.Line(50, 80, 450, 80).Line(50, 190, 450, 190);
-  scene.Text(50, 98, "Parties").Text(260, 98, "Notes");
-  scene.Line(50, 100, 240, 100).Line(260, 100, 450, 100);
-  for (int row = 0; row < 3; ++row) {
-    const double y = 115 + 15 * row;
-    scene.Text(52, y, "Issuer" + std::to_string(row)).RightText(238, y, "Somebody");
-    scene.Text(262, y, "Class" + std::to_string(row)).RightText(448, y, "1.5");
-  }
-  EXPECT_THAT(scene.Find(),
-              ElementsAre(ElementsAre("Issuer0|Somebody", "Issuer1|Somebody", "Issuer2|Somebody"),
-                          ElementsAre("Class0|1.5", "Class1|1.5", "Class2|1.5")));
-}
-
-// Columns of numbers below rules of their own have their labels in common.
-TEST(OpenTables, AreOneWhereOnlyTheHeadersAreSideBySide) {
-  TableScene scene;
-  scene.Line(50, 80, 450, 80).Line(50, 170, 450, 170);
-  scene.Text(160, 95, "Men").Text(310, 95, "Women");
-  scene.Line(150, 100, 290, 100).Line(300, 100, 450, 100);
-  for (int row = 0; row < 3; ++row) {
-    const double y = 115 + 15 * row;
-    scene.Text(52, y, "Year" + std::to_string(row)).RightText(190, y, "10").RightText(280, y, "20");
-    scene.RightText(340, y, "30").RightText(440, y, "40");
-  }
-  EXPECT_THAT(scene.Find(), SizeIs(1));
-}
-
 }  // namespace
 }  // namespace TarnixTools::engines
