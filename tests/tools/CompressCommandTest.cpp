@@ -70,7 +70,7 @@ TEST_F(CompressCommand, GoesOnBehindAnInputThatFails) {
   const auto result = Run(inputs);
   EXPECT_EQ(result.status, 23);
   EXPECT_EQ(result.out, "other-compressed.pdf\n");
-  EXPECT_THAT(result.err, HasSubstr("tarnix: EngineError: Unable to open PDF [bad.pdf]"));
+  EXPECT_THAT(result.err, HasSubstr("tarnix: EngineError: Could not compress document [bad.pdf]"));
   EXPECT_THAT(result.err, HasSubstr("tarnix: FileNotFound: "));
   const Json object =
       Json::parse(Run({"compress", "bad.pdf", "missing.pdf", "other.pdf", "--json"}).out);

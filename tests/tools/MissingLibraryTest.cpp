@@ -22,7 +22,8 @@ class MissingLibraries : public CliTest {
         .Content("/G gs 1 0 0 rg 10 10 100 100 re f BT /F 12 Tf 50 50 Td (text) Tj ET")
         .PageEntry(
             "/Resources<</ExtGState<</G<</ca 0.5>>>>"
-            "/Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>>>>>")
+            "/Font<</F {{font}}>>>>")
+        .Object("font", "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>")
         .Write(Path("doc.pdf"));
     WriteFile("marks.json", R"([{"type": "number"}])");
     WriteFile("fonts.conf", "<fontconfig><dir>/nowhere</dir></fontconfig>");

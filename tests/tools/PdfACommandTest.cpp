@@ -33,7 +33,7 @@ TEST_F(PdfACommand, ChecksItsOptions) {
   WriteFile("text.pdf", "no document");
   const auto result = Run({"pdfa", "text.pdf"});
   EXPECT_EQ(result.status, 23);
-  EXPECT_THAT(result.err, HasSubstr("EngineError: Unable to open PDF [text.pdf]"));
+  EXPECT_THAT(result.err, HasSubstr("(not a PDF document)"));
   EXPECT_FALSE(HasFile("text-pdfa.pdf"));
 }
 

@@ -56,7 +56,9 @@ TEST_F(Terminal, OfFewColumnsIsShownWhatFits) {
                     {.columns = columns});
     const std::string shown = run.Finish();
     EXPECT_EQ(run.Status(), 0);
-    EXPECT_THAT(shown, HasSubstr(columns < 30 ? "\rtarnix m" : "\rtarnix merge ["));
+    EXPECT_THAT(shown, HasSubstr(columns < 20   ? "\r"
+                                 : columns < 30 ? "\rtarnix merge "
+                                                : "\rtarnix merge ["));
     for (const std::string& line : LinesDrawn(shown)) {
       EXPECT_LT(line.size(), columns) << line;
     }

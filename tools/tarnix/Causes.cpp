@@ -1,6 +1,7 @@
 #include "Causes.h"
 
 #include <array>
+#include <cctype>
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
@@ -257,6 +258,17 @@ bool Names(const std::string& message, const std::string& path) {
   return message.find("[" + path + "]") != std::string::npos || message.ends_with(" " + path);
 }
 
+// Whether the message has something in brackets that is no code.
+bool NamesSomething(const std::string& message) {
+  for (std::size_t at = message.find('['); at != std::string::npos;
+       at = message.find('[', at + 1)) {
+    if (at + 1 < message.size() && std::isdigit(static_cast<unsigned char>(message[at + 1])) == 0) {
+      return true;
+    }
+  }
+  return false;
+}
+
 // What the system says of the file that the message is about; of the only input where it names none.
 std::string CauseInSystem(const Command& command, const std::string& message,
                           const std::vector<Input>& inputs) {
@@ -269,8 +281,7 @@ std::string CauseInSystem(const Command& command, const std::string& message,
       return SystemCause(path);
     }
   }
-  const bool is_told =
-      inputs.size() != 1 || inputs.front().given == "-" || message.find('[') != std::string::npos;
+  const bool is_told = inputs.size() != 1 || inputs.front().given == "-" || NamesSomething(message);
   return is_told ? "" : SystemCause(inputs.front().path);
 }
 
