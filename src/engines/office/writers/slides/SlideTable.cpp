@@ -77,8 +77,8 @@ class Writer {
         xml_.Attribute({"vMerge", 1});
       }
     }
-    const bool has_text = cell != nullptr && is_first_row && is_first_column;
-    WriteText(has_text ? *cell : TableCell(), row, column);
+    const bool is_first = cell != nullptr && is_first_row && is_first_column;
+    WriteText(is_first ? *cell : TableCell(), row, column);
     xml_.Close();
   }
 
@@ -92,26 +92,23 @@ class Writer {
   }
 
   void WriteText(const TableCell& cell, std::size_t row, std::size_t column) {
-    const bool is_turned = cell.angle != 0;
-    const pdf::Box turned = cell.TextBox();
-    const double left = is_turned ? turned.left : table_.columns[column];
-    const double right =
-        is_turned ? turned.right : table_.columns[column + grid_.SpanAt(row, column)];
+    const double left = table_.columns[column];
+    const double right = table_.columns[column + grid_.SpanAt(row, column)];
+    // Turned text lies over its cell, in a box of its own: readers make rows higher for it.
+    const std::vector<Block> none;
     TextGroup all;
-    for (TextGroup& group : GroupText(slide_, cell.blocks, left, right)) {
+    for (TextGroup& group : GroupText(slide_, cell.angle == 0 ? cell.blocks : none, left, right)) {
       all.box = all.paragraphs.empty() ? group.box : Around(all.box, group.box);
       for (PlacedParagraph& placed : group.paragraphs) {
         all.paragraphs.push_back(std::move(placed));
       }
     }
-    const double room = is_turned
-                            ? turned.height()
-                            : table_.rows[row + grid_.HeightAt(row, column)] - table_.rows[row];
-    const double above = KeepWithin(all, is_turned ? UpperEdge(turned) : table_.rows[row], room);
+    const double room = table_.rows[row + grid_.HeightAt(row, column)] - table_.rows[row];
+    const double above = KeepWithin(all, table_.rows[row], room);
     xml_.Open("a:txBody");
     xml_.Leaf("a:bodyPr");
     xml_.Leaf("a:lstStyle");
-    const CellMargins margins = is_turned ? CellMargins{} : MarginsOf(all, above, left, right);
+    const CellMargins margins = MarginsOf(all, above, left, right);
     WriteParagraphs(slide_, all, left + margins.left, right - margins.right);
     if (all.paragraphs.empty()) {
       xml_.Open("a:p");
@@ -157,9 +154,6 @@ class Writer {
                          {"marR", Emu(margins.right)},
                          {"marT", Emu(margins.top)},
                          {"marB", 0}});
-    if (cell.angle != 0) {
-      xml_.Attribute({"vert", cell.angle == 90 ? "vert" : "vert270"});
-    }
     constexpr std::array<std::pair<std::string_view, std::size_t>, 4> kSides = {
         {{"a:lnL", 3}, {"a:lnR", 1}, {"a:lnT", 0}, {"a:lnB", 2}}};
     for (const auto& [name, side] : kSides) {

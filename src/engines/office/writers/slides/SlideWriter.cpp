@@ -90,6 +90,7 @@ class OneSlide {
       }
       WriteTableShape(slide_, *table);
       WritePicturesOf(*table);
+      WriteTurnedTextOf(*table);
     }
     for (; next < groups.size(); ++next) {
       WriteTextShape(slide_, groups[next], groups[next].box, 0);
@@ -105,6 +106,14 @@ class OneSlide {
         } else if (const auto* drawing = std::get_if<Drawing>(&block.content)) {
           WriteDrawingShapes(slide_, *drawing);
         }
+      }
+    }
+  }
+
+  void WriteTurnedTextOf(const Table& table) {
+    for (const TableCell& cell : table.cells) {
+      if (cell.angle != 0) {
+        WriteTurned(cell.blocks, cell.TextBox(), cell.angle);
       }
     }
   }
@@ -127,15 +136,19 @@ class OneSlide {
     const double angle = Turned(floating.angle);
     if (angle == 0) {
       WriteText(floating.blocks, floating.box.left, floating.box.right);
-      return;
+    } else {
+      WriteTurned(floating.blocks, floating.box, angle);
     }
-    const double x = MiddleX(floating.box);
-    const double y = MiddleY(floating.box);
+  }
+
+  // The blocks lie in the box as if they were not turned about its middle.
+  void WriteTurned(const std::vector<Block>& blocks, const pdf::Box& box, double angle) {
+    const double x = MiddleX(box);
+    const double y = MiddleY(box);
     const double cosine = std::cos(angle * std::numbers::pi / 180);
     const double sine = std::sin(angle * std::numbers::pi / 180);
     // A shape is turned about its own middle, and the text as a whole about that of its box.
-    for (const TextGroup& group :
-         GroupText(slide_, floating.blocks, floating.box.left, floating.box.right)) {
+    for (const TextGroup& group : GroupText(slide_, blocks, box.left, box.right)) {
       const double dx = MiddleX(group.box) - x;
       const double dy = MiddleY(group.box) - y;
       const double right = x + dx * cosine - dy * sine - MiddleX(group.box);

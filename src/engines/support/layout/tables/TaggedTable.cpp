@@ -96,6 +96,7 @@ class TaggedBuilder {
   bool FindRows();
   bool FindColumns();
   void MarkSpans();
+  void WidenOuterColumns();
   bool PlaceCells();
 
   std::span<const Ink> inks_;
@@ -153,6 +154,16 @@ void TaggedBuilder::MarkSpans() {
   }
 }
 
+// As far as cells of several columns reach.
+void TaggedBuilder::WidenOuterColumns() {
+  for (const TagCell& cell : cells_) {
+    if (!columns_.empty()) {
+      columns_.front().from = std::min(columns_.front().from, cell.width.from);
+      columns_.back().to = std::max(columns_.back().to, cell.width.to);
+    }
+  }
+}
+
 bool TaggedBuilder::FindColumns() {
   MarkSpans();
   std::vector<Extent> widths;
@@ -169,6 +180,7 @@ bool TaggedBuilder::FindColumns() {
     }
     columns_.back().Add(width.from, width.to);
   }
+  WidenOuterColumns();
   return columns_.size() >= 2 && columns_.size() <= limits::kMaxTableColumns &&
          columns_.size() * rows_.size() <= limits::kMaxTablePlaces;
 }

@@ -184,6 +184,17 @@ TEST(OpenTables, HaveTheCellsThatTagsTell) {
                                                     "first line|alone", "|of a row")));
 }
 
+TEST(OpenTables, AreAsWideAsTheirWidestCell) {
+  TableScene scene;
+  scene.TaggedCell(100, 100, "A title that is far longer than what the columns have", 1, 2);
+  scene.TaggedCell(100, 114, "a", 3, 4).TaggedCell(130, 114, "b", 3, 5);
+  const std::vector<FoundTable> tables = scene.Tables();
+  ASSERT_THAT(tables, SizeIs(1));
+  EXPECT_GT(tables[0].table.columns.back(), 300);
+  EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre(
+                                "A title that is far longer than what the columns have|<", "a|b")));
+}
+
 // Rows that stand beside each other are none.
 TEST(OpenTables, DoNotBelieveTagsThatDoNotFit) {
   TableScene scene;
