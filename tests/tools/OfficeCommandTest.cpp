@@ -9,13 +9,12 @@ using ::testing::StartsWith;
 
 class OfficeCommand : public CliTest {
  protected:
+  static constexpr const char* kScan =
+      "q 612 0 0 792 0 0 cm BI /W 1 /H 1 /CS /G /BPC 8 /F /AHx ID 80> EI Q";
+
   // Two pages, the second of which is an image.
   void WriteMixed(const std::string& name) const {
-    TestPdf()
-        .Page(std::string(80, 'a'))
-        .Page()
-        .Content("q 612 0 0 792 0 0 cm BI /W 1 /H 1 /CS /G /BPC 8 /F /AHx ID 80> EI Q")
-        .Write(Path(name));
+    TestPdf().Page(std::string(80, 'a')).Page().Content(kScan).Write(Path(name));
   }
 };
 
@@ -52,6 +51,13 @@ TEST_F(OfficeCommand, NeedsTheRightPassword) {
   EXPECT_THAT(result.err,
               HasSubstr("protection dropped: the input is protected, the output is not"));
   EXPECT_EQ(Run({"scan-check", "secret.pdf"}).status, 11);
+}
+
+TEST_F(OfficeCommand, RefusesWhatIsScannedThroughoutWithoutRecognition) {
+  TestPdf().Page().Content(kScan).Write(Path("scan.pdf"));
+  ExpectFailure(Run({"office", "scan.pdf", "--no-ocr"}), 20,
+                "AllPagesScanned: Input PDF [scan.pdf] has all its pages scanned");
+  EXPECT_FALSE(HasFile("scan.docx"));
 }
 
 TEST_F(OfficeCommand, TellsScannedPages) {
