@@ -102,7 +102,10 @@ class RoomMaker {
  private:
   PlacedCell* BesideOf(const PlacedCell& cell, bool is_right) {
     const auto row_of = [](const PlacedCell& placed) { return placed.cell->row; };
-    for (PlacedCell& other : std::ranges::equal_range(cells_, cell.cell->row, {}, row_of)) {
+    const auto first = std::ranges::lower_bound(cells_, cell.cell->row, {}, row_of);
+    const auto last = std::ranges::upper_bound(cells_, cell.cell->row, {}, row_of);
+    for (auto at = first; at != last; ++at) {
+      PlacedCell& other = *at;
       const bool is_beside = is_right ? other.left == cell.right : other.right == cell.left;
       if (!other.is_gone && is_beside && other.cell->row_span == cell.cell->row_span) {
         return &other;
@@ -182,8 +185,8 @@ class RoomMaker {
       }
     }
     std::ranges::sort(result.columns);
-    const auto [first, last] = std::ranges::unique(result.columns);
-    result.columns.erase(first, last);
+    result.columns.erase(std::unique(result.columns.begin(), result.columns.end()),
+                         result.columns.end());
     for (const PlacedCell& cell : cells_) {
       if (!cell.is_gone) {
         result.cells.push_back(*cell.cell);
