@@ -73,8 +73,9 @@ class TARNIX_EXPORT Pdf2OfficeTask : public PdfTask {
   // directory. False takes nothing back.
   void SetDebug(bool debug);
 
-  // Converts the document. The output is never protected; GetReport() says so of a document
-  // that is, and tells of pages that could not be read, or whose text could not be recognised.
+  // Converts the document. The output is never protected. GetReport() tells so of a document that is,
+  // of fields, signatures and attachments, which stay behind, and of pages that could not be read, or
+  // whose text could not be recognised.
   //
   // Throws
   //   InvalidParameter   unless there is exactly one document

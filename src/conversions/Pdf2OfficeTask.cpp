@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "PdfException.h"
+#include "PdfSummary.h"
 #include "conversions/OfficeConverters.h"
 #include "conversions/OfficeRun.h"
 #include "foundation/JobWatch.h"
@@ -37,13 +38,28 @@ std::optional<std::chrono::milliseconds> WaitOf(int seconds) {
   return std::chrono::seconds(seconds);
 }
 
-// False for a document that the document engine cannot open.
-bool IsProtected(PdfDoc document) {
+// What of the document has no place in an Office file. Nothing is told of one that the document
+// engine cannot open.
+PdfReport LeftBehind(PdfDoc document) {
+  PdfReport report;
+  const auto add = [&report](PdfReportKind kind, std::int64_t count, const char* reason) {
+    if (count > 0) {
+      report.Add(
+          {.kind = kind, .outcome = PdfReportOutcome::Dropped, .count = count, .reason = reason});
+    }
+  };
   try {
-    return document.IsEncrypted();
+    const PdfSummary summary = document.GetSummary();
+    if (summary.is_encrypted) {
+      report.Add(ProtectionDropped(document.GetPath()));
+    }
+    add(PdfReportKind::Signature, summary.signatures, "it holds for the PDF document alone");
+    add(PdfReportKind::FormField, summary.fields - summary.signatures, "what it shows is text now");
+    add(PdfReportKind::Attachment, summary.attachments, "Office documents have none");
   } catch (const PdfException&) {
-    return false;
+    report.Clear();
   }
+  return report;
 }
 
 PdfReportEntry EntryOf(const ConversionSdk::ConversionFinding& finding) {
@@ -119,11 +135,9 @@ void Pdf2OfficeTask::Run() {
   working_doc_ = InputDocument();
   GetInputOutput();
   GetPagesRange();
-  const bool is_protected = IsProtected(working_doc_);
+  const PdfReport left_behind = LeftBehind(working_doc_);
   StartConversionThread();
-  if (is_protected) {
-    report_.Add(ProtectionDropped(working_doc_.GetPath()));
-  }
+  report_.Add(left_behind);
   for (const ConversionSdk::ConversionFinding& finding : run_->findings) {
     report_.Add(EntryOf(finding));
   }

@@ -200,6 +200,21 @@ TEST_F(Pdf2OfficeTaskTest, TellsWhatPagesHaveLost) {
                   .reason = "something of the page cannot be read, or is too much"}));
 }
 
+TEST_F(Pdf2OfficeTaskTest, TellsWhatHasNoPlaceInOfficeDocuments) {
+  TestPdf pdf;
+  pdf.Page("Text").Object("field", "<</FT/Tx/T(name)/V(x)>>").Object("file", "<</F(a)>>");
+  pdf.CatalogEntry(
+      "/AcroForm<</Fields[{{field}}]>>/Names<</EmbeddedFiles<</Names[(a){{file}}]>>>>");
+  Pdf2OfficeTask task(PdfDoc(pdf.Write(Path("form.pdf")), "", true));
+  task.Execute();
+  std::vector<std::string> lines;
+  for (const PdfReportEntry& entry : task.GetReport().GetEntries()) {
+    lines.push_back(PdfReport::GetText(entry));
+  }
+  EXPECT_THAT(lines, ElementsAre("1 form field dropped: what it shows is text now",
+                                 "1 attachment dropped: Office documents have none"));
+}
+
 TEST_F(Pdf2OfficeTaskTest, EndsWithWhatItsListenerThrows) {
   Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 3), "", true));
   task.SetProgress([](const std::string&, std::int64_t, std::int64_t) -> bool {
