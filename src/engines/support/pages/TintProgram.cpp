@@ -63,7 +63,8 @@ constexpr std::array<Operator, 40> kOperators = {{
     {"gt", 2, [](double a, double b) { return Truth(a > b); }},
     {"idiv", 2,
      [](double a, double b) {
-       return Whole(b) == 0 ? 0 : static_cast<double>(Whole(a) / Whole(b));
+       const std::int64_t whole = Whole(b) == 0 ? 0 : Whole(a) / Whole(b);
+       return static_cast<double>(whole);
      }},
     {"le", 2, [](double a, double b) { return Truth(a <= b); }},
     {"ln", 1, [](double a, double) { return std::log(a); }},

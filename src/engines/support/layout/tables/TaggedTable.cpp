@@ -117,6 +117,7 @@ bool TaggedBuilder::FindRows() {
     size = std::max(size, ink.size);
   }
   std::vector<std::pair<double, std::uint32_t>> order;
+  order.reserve(extents.size());
   for (const auto& [row, extent] : extents) {
     order.emplace_back(extent.from, row);
   }
