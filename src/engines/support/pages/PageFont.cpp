@@ -1,5 +1,6 @@
 #include "engines/support/pages/PageFont.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "engines/support/pages/PageLimits.h"
@@ -31,20 +32,33 @@ double Type3Scale(Document& document, const Object& font) {
   return scale > 0 ? scale : 0.001;
 }
 
+double WidestOf(Document& document, const Object& font) {
+  Arena arena;
+  double widest = 0;
+  for (const Object& width : document.Resolve(font.Get("Widths"), arena).Items()) {
+    widest = std::max(widest, std::abs(document.Resolve(width, arena).NumberOr(0)));
+  }
+  return widest;
+}
+
 // Fonts of bitmaps are often shown at size 1 and have the size in their matrix: the box around
-// their glyphs tells it, which is somewhat higher than the em.
+// their glyphs tells it, which is somewhat higher than the em. A box that is many times higher than
+// the widest glyph is wide is none of these glyphs.
 double Type3Em(Document& document, const Object& font, double scale) {
   constexpr double kBoxOfEm = 1.1;
   constexpr double kLeast = 0.5;
   constexpr double kMost = 2;
+  constexpr double kBoxOfWidest = 6;
   Arena arena;
   const auto items = document.Resolve(font.Get("FontBBox"), arena).Items();
   if (items.size() < 4) {
     return 1;
   }
-  const double height = std::abs(document.Resolve(items[3], arena).NumberOr(0) -
-                                 document.Resolve(items[1], arena).NumberOr(0)) *
-                        scale / kBoxOfEm;
+  const double box = std::abs(document.Resolve(items[3], arena).NumberOr(0) -
+                              document.Resolve(items[1], arena).NumberOr(0));
+  const double widest = WidestOf(document, font);
+  const bool is_of_glyphs = widest == 0 || box <= kBoxOfWidest * widest;
+  const double height = (is_of_glyphs ? box / kBoxOfEm : widest) * scale;
   return height <= 0 || (height >= kLeast && height <= kMost) ? 1 : height;
 }
 

@@ -38,5 +38,28 @@ TEST(PageFont, BelievesWidthsThatAreThere) {
   EXPECT_NEAR(advances.of_i, 0.5, 1e-9);
 }
 
+// The em of a Type 3 font with this box, whose only glyph has this width.
+double Type3EmOf(const std::string& box, const std::string& width) {
+  testing::RawPdf raw;
+  raw.Pages(1, "").Object(9,
+                          "<</Type/Font/Subtype/Type3/FontMatrix[0.012 0 0 0.012 0 0]/CharProcs<<>>"
+                          "/Encoding<<>>/FirstChar 65/Widths[" +
+                              width + "]/FontBBox[" + box + "]>>");
+  const std::string bytes = raw.Table();
+  const auto document = pdf::Document::Open(std::make_unique<pdf::MemorySource>(bytes), "");
+  pdf::Arena arena;
+  return PageFont(*document, document->Load({9, 0}, arena)).em();
+}
+
+TEST(PageFont, IsAsLargeAsTheBoxOfItsGlyphs) {
+  EXPECT_EQ(Type3EmOf("0 -20 83 71", "83"), 1);
+  EXPECT_NEAR(Type3EmOf("0 0 800 1100", "800"), 12, 1e-9);
+}
+
+TEST(PageFont, DoesNotBelieveABoxThatIsFarFromItsGlyphs) {
+  EXPECT_EQ(Type3EmOf("0 0 1000 1000", "83"), 1);
+  EXPECT_NEAR(Type3EmOf("0 0 10000 10000", "1000"), 12, 1e-9);
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines
