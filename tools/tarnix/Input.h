@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "CommandParser.h"
-#include "TemporaryDirectory.h"
+#include "TemporaryFiles.h"
 
 namespace TarnixTools::cli {
 

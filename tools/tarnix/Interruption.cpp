@@ -14,7 +14,7 @@
 #include "MadeDirectories.h"
 #include "PdfException.h"
 #include "Streams.h"
-#include "TemporaryDirectory.h"
+#include "TemporaryFiles.h"
 #include "Terminal.h"
 
 namespace TarnixTools::cli {

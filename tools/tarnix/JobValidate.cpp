@@ -11,7 +11,7 @@
 #include "PdfALevel.h"
 #include "PdfException.h"
 #include "Streams.h"
-#include "TemporaryDirectory.h"
+#include "TemporaryFiles.h"
 #include "ValidationReport.h"
 
 namespace TarnixTools::cli {

@@ -9,7 +9,7 @@
 
 #include "CommandParser.h"
 #include "Input.h"
-#include "TemporaryDirectory.h"
+#include "TemporaryFiles.h"
 
 namespace TarnixTools::cli {
 

@@ -7,7 +7,7 @@
 
 #include "Pdf2ImgTask.h"
 #include "Streams.h"
-#include "TemporaryDirectory.h"
+#include "TemporaryFiles.h"
 
 namespace TarnixTools::cli {
 namespace {

@@ -1,6 +1,6 @@
 // Directories and files of the program's own for what it keeps while it runs.
-#ifndef TARNIX_CLI_TEMPORARY_DIRECTORY_H_
-#define TARNIX_CLI_TEMPORARY_DIRECTORY_H_
+#ifndef TARNIX_CLI_TEMPORARY_FILES_H_
+#define TARNIX_CLI_TEMPORARY_FILES_H_
 
 #include <string>
 
@@ -46,4 +46,4 @@ void RemoveTemporaryFiles();
 
 }  // namespace TarnixTools::cli
 
-#endif  // TARNIX_CLI_TEMPORARY_DIRECTORY_H_
+#endif  // TARNIX_CLI_TEMPORARY_FILES_H_

@@ -1,4 +1,4 @@
-#include "TemporaryDirectory.h"
+#include "TemporaryFiles.h"
 
 #include <cerrno>
 #include <cstdio>
