@@ -56,6 +56,15 @@ TEST_F(ValidateCommand, SaysYesAndNo) {
   EXPECT_EQ(Run({"validate", "fine.pdf", "broken.pdf"}).status, 1);
 }
 
+TEST_F(ValidateCommand, LeavesFilesBesideItsReport) {
+  WriteArchive("fine.pdf");
+  WriteFile("page.html.1.part", "somebody's");
+  EXPECT_THAT(PageOf("fine.pdf"), HasSubstr("fine.pdf"));
+  EXPECT_EQ(ReadBytes(Path("page.html.1.part")), "somebody's");
+  EXPECT_THAT(directory_.Names(),
+              ::testing::UnorderedElementsAre("fine.pdf", "page.html", "page.html.1.part"));
+}
+
 TEST_F(ValidateCommand, JudgesByTheLevelAskedFor) {
   WriteArchive("fine.pdf");
   EXPECT_EQ(Run({"validate", "fine.pdf", "--level", "2b"}).status, 0);

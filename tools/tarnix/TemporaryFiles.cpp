@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <mutex>
 #include <set>
+#include <utility>
 
 #include "PdfException.h"
 
@@ -20,7 +20,7 @@ struct Registry {
 };
 
 // Never destroyed: the program may be interrupted while its static objects go.
-Registry& Directories() {
+Registry& TemporaryPaths() {
   static auto* const registry = new Registry;
   return *registry;
 }
@@ -40,7 +40,7 @@ void Remove(const std::string& path) {
 TemporaryDirectory::TemporaryDirectory() {
   std::error_code error;
   path_ = (std::filesystem::temp_directory_path(error) / "tarnix-XXXXXX").string();
-  Registry& registry = Directories();
+  Registry& registry = TemporaryPaths();
   const std::lock_guard lock(registry.mutex);
   if (error || mkdtemp(path_.data()) == nullptr) {
     throw PdfException(PdfExceptionCode::FileNotFound, 0,
@@ -51,24 +51,30 @@ TemporaryDirectory::TemporaryDirectory() {
 }
 
 TemporaryDirectory::~TemporaryDirectory() {
-  Registry& registry = Directories();
+  Registry& registry = TemporaryPaths();
   const std::lock_guard lock(registry.mutex);
   Remove(path_);
   registry.paths.erase(path_);
 }
 
-UnfinishedFile::UnfinishedFile(const std::string& name) : name_(name), path_(name + ".part") {
-  Registry& registry = Directories();
+UnfinishedFile::UnfinishedFile(const std::string& name) : name_(name) {
+  Registry& registry = TemporaryPaths();
   const std::lock_guard lock(registry.mutex);
-  errno = 0;
-  if (!std::ofstream(path_, std::ios::binary | std::ios::trunc)) {
-    ThrowCannotCreate(name_);
+  for (int number = 1; file_ == nullptr; ++number) {
+    path_ = name + "." + std::to_string(number) + ".part";
+    file_ = std::fopen(path_.c_str(), "wbx");
+    if (file_ == nullptr && errno != EEXIST) {
+      ThrowCannotCreate(name_);
+    }
   }
   registry.paths.insert(path_);
 }
 
 UnfinishedFile::~UnfinishedFile() {
-  Registry& registry = Directories();
+  if (file_ != nullptr) {
+    std::fclose(file_);
+  }
+  Registry& registry = TemporaryPaths();
   const std::lock_guard lock(registry.mutex);
   Remove(path_);
   registry.paths.erase(path_);
@@ -76,16 +82,15 @@ UnfinishedFile::~UnfinishedFile() {
 
 void UnfinishedFile::Complete(const std::string& bytes) {
   errno = 0;
-  std::ofstream file(path_, std::ios::binary | std::ios::app);
-  file << bytes;
-  file.close();
-  if (!file || std::rename(path_.c_str(), name_.c_str()) != 0) {
+  const bool is_written = std::fwrite(bytes.data(), 1, bytes.size(), file_) == bytes.size();
+  if (std::fclose(std::exchange(file_, nullptr)) != 0 || !is_written ||
+      std::rename(path_.c_str(), name_.c_str()) != 0) {
     ThrowCannotCreate(name_);
   }
 }
 
 void RemoveTemporaryFiles() {
-  Registry& registry = Directories();
+  Registry& registry = TemporaryPaths();
   registry.mutex.lock();  // for good: the process ends
   for (const std::string& path : registry.paths) {
     Remove(path);

@@ -2,6 +2,7 @@
 #ifndef TARNIX_CLI_TEMPORARY_FILES_H_
 #define TARNIX_CLI_TEMPORARY_FILES_H_
 
+#include <cstdio>
 #include <string>
 
 namespace TarnixTools::cli {
@@ -26,7 +27,8 @@ class TemporaryDirectory {
 // goes, and when the program is interrupted.
 class UnfinishedFile {
  public:
-  // Makes an empty one beside it. Throws PdfException (FileNotFound) when that cannot be.
+  // Makes an empty one beside it, under a name that no file has. Throws PdfException (FileNotFound)
+  // when that cannot be.
   explicit UnfinishedFile(const std::string& name);
   ~UnfinishedFile();
   UnfinishedFile(const UnfinishedFile&) = delete;
@@ -37,7 +39,8 @@ class UnfinishedFile {
 
  private:
   std::string name_;
-  std::string path_;
+  std::string path_;  // until it is complete
+  std::FILE* file_ = nullptr;
 };
 
 // Removes what there is of these, for a program that ends without its destructors. May be called on
