@@ -69,20 +69,6 @@ void SetValue(engines::TPdfMetadata* metadata, std::size_t index, const std::str
 
 }  // namespace
 
-std::string ReadMetadata(engines::TPdfDocument* document, const std::string& path,
-                         const std::function<MetadataGetter()>& getter) {
-  const MetadataPtr metadata(engines::PdfDocumentGetMetadata(document));
-  if (metadata == nullptr) {
-    const std::int32_t error = engines::PdfGetLastError();
-    throw PdfException(PdfExceptionCode::EngineError, error,
-                       "Could not get meta from file [%s] (%d)", path.c_str(), error);
-  }
-  std::array<char, PdfDoc::PDFDOC_MAX_META_LENGTH> value{};
-  const MetadataGetter get = getter();
-  get(metadata.get(), value.data(), PdfDoc::PDFDOC_MAX_META_LENGTH);
-  return value.data();
-}
-
 std::string PdfDoc::GetMetaData(PdfMetadataParam param) {
   OpenCheckPassword();
   const DiscardGuard closing(*this);

@@ -32,22 +32,6 @@ double FactorFor(PdfSizeUnits units, double resolution, double divisor, int page
 
 }  // namespace
 
-std::vector<PdfSize> ReadPageSizes(engines::TPdfDocument* document, int count) {
-  const PageListPtr pages(engines::PdfDocumentGetPages(document));
-  std::vector<PdfSize> sizes;
-  sizes.reserve(static_cast<std::size_t>(count));
-  for (int i = 0; i < count; ++i) {
-    const PagePtr page(engines::PdfPageListGet(pages.get(), i));
-    engines::TPdfSize points;
-    if (engines::PdfPageGetSize(page.get(), &points) == 0) {
-      throw PdfException(PdfExceptionCode::EngineError, engines::PdfGetLastError(),
-                         "Unable not get page [%d] dimensions", i + 1);
-    }
-    sizes.emplace_back(points.width, points.height);
-  }
-  return sizes;
-}
-
 int PdfDoc::GetPagesNum() {
   OpenAndCountPages();
   Close();
