@@ -19,6 +19,9 @@ inline constexpr std::size_t kMaxPathsOfPage = 200'000;
 inline constexpr std::size_t kMaxPlacedImages = 20'000;
 // Bytes of the samples that tell how tints of an ink look.
 inline constexpr std::size_t kMaxTintBytes = std::size_t{1} << 20;
+// Steps of the functions that tell how tints look, on one page; beyond them inks are as dark as they
+// are.
+inline constexpr std::size_t kMaxTintSteps = 20'000'000;
 // Bytes of the programs of fonts that are kept.
 inline constexpr std::size_t kMaxBytesOfPrograms = std::size_t{256} << 20;
 // Colour spaces of a document that are kept.

@@ -354,6 +354,7 @@ PageModel PageReader::Read(std::size_t page_index) {
   PageModel page;
   page.width = geometry.SeenWidth();
   page.height = geometry.SeenHeight();
+  colors_.BeginPage();
   PageCollector collector(*document_, fonts_, colors_, page);
   const bool is_all = parts_ == Parts::kAll;
   pdf::ContentWalker walker(*document_, collector,

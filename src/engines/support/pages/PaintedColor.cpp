@@ -78,10 +78,22 @@ std::optional<Rgb> PaintedColors::Of(const pdf::Color& color) {
     return OfPalette(*space, components[0]);
   }
   if (spot) {
-    const std::vector<double> alternate = spot->function.At(components);
-    return alternate.empty() ? OfInks(components) : Computed(spot->alternate, alternate);
+    return OfSpot(*spot, components);
   }
   return space->is_computed() ? Computed(*space, components) : OfInks(components);
+}
+
+Rgb PaintedColors::OfSpot(const SpotColor& spot, std::span<const double> tints) {
+  if (last_.spot == &spot && std::ranges::equal(last_.tints, tints)) {
+    return last_.color;
+  }
+  steps_ += spot.function.step_count();
+  const std::vector<double> alternate =
+      steps_ <= limits::kMaxTintSteps ? spot.function.At(tints) : std::vector<double>();
+  last_ = {&spot,
+           {tints.begin(), tints.end()},
+           alternate.empty() ? OfInks(tints) : Computed(spot.alternate, alternate)};
+  return last_.color;
 }
 
 // Names of spaces are not worth being kept.
@@ -94,6 +106,7 @@ const PaintedColors::Space& PaintedColors::SpaceOf(const pdf::Object& space) {
   }
   if (spaces_.size() >= limits::kMaxColorSpaces) {
     spaces_.clear();
+    last_ = {};
   }
   std::optional<Space>& place =
       found.number != 0 ? spaces_[found.number] : in_place_[found.value.Items().data()];

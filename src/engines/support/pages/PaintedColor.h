@@ -2,8 +2,12 @@
 #ifndef TARNIX_ENGINES_SUPPORT_PAGES_PAINTEDCOLOR_H_
 #define TARNIX_ENGINES_SUPPORT_PAGES_PAINTEDCOLOR_H_
 
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
+#include <span>
+#include <vector>
 
 #include "engines/support/images/ColorSpace.h"
 #include "engines/support/pages/PageModel.h"
@@ -23,7 +27,13 @@ class PaintedColors {
 
   // Spaces that are no objects of their own are known by their place in memory, which may be others'
   // from now on.
-  void ForgetInPlace() { in_place_.clear(); }
+  void ForgetInPlace() {
+    in_place_.clear();
+    last_ = {};
+  }
+
+  // What may be computed for a page counts from here.
+  void BeginPage() { steps_ = 0; }
 
  private:
   struct Space {
@@ -31,6 +41,14 @@ class PaintedColors {
     std::optional<SpotColor> spot;
   };
 
+  // The tint that was asked for last; most are asked for again and again.
+  struct Seen {
+    const SpotColor* spot = nullptr;
+    std::vector<double> tints;
+    Rgb color;
+  };
+
+  Rgb OfSpot(const SpotColor& spot, std::span<const double> tints);
   const Space& SpaceOf(const pdf::Object& space);
   Space Read(const pdf::Object& space, pdf::Arena& arena);
 
@@ -38,6 +56,8 @@ class PaintedColors {
   std::map<std::uint32_t, std::optional<Space>> spaces_;  // by number
   std::map<const void*, std::optional<Space>> in_place_;  // by their items
   Space named_;
+  Seen last_;
+  std::size_t steps_ = 0;  // of functions, on the page
 };
 
 }  // namespace TarnixTools::engines

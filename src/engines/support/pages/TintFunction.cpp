@@ -162,6 +162,14 @@ std::optional<TintFunction> TintFunction::Read(Document& document, const pdf::Fo
   return std::nullopt;
 }
 
+std::size_t TintFunction::step_count() const {
+  if (const auto* formula = std::get_if<Formula>(&way_)) {
+    return formula->program.step_count();
+  }
+  const auto* grid = std::get_if<Grid>(&way_);
+  return grid == nullptr ? 1 : std::size_t{1} << std::min(grid->axes.size(), kMostMixedAxes);
+}
+
 std::vector<double> TintFunction::At(std::span<const double> tints) const {
   if (const auto* curve = std::get_if<Curve>(&way_)) {
     return curve->At(tints.empty() ? 1 : tints.front());

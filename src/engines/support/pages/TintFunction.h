@@ -27,6 +27,9 @@ class TintFunction {
   // fails.
   std::vector<double> At(std::span<const double> tints) const;
 
+  // What that costs at most, in operations.
+  std::size_t step_count() const;
+
  private:
   // Between a colour without the ink and one with all of it.
   struct Curve {

@@ -188,7 +188,6 @@ class TintProgramReader {
   TintProgram program_;
   std::vector<std::size_t> open_;                 // blocks
   std::vector<std::vector<std::size_t>> closed_;  // in each of them, those that wait for a choice
-  std::size_t steps_ = 0;
 };
 
 // Empty at the end.
@@ -254,7 +253,7 @@ std::optional<TintProgram> TintProgramReader::Read() {
   closed_.emplace_back();
   while (!open_.empty()) {
     const std::string_view word = Next();
-    if (word.empty() || ++steps_ > kMostSteps || open_.size() > kMostDepth) {
+    if (word.empty() || ++program_.step_count_ > kMostSteps || open_.size() > kMostDepth) {
       return std::nullopt;
     }
     if (word == "{") {

@@ -20,6 +20,9 @@ class TintProgram {
   // it takes what there is not, or leaves too much.
   std::vector<double> Run(std::span<const double> numbers) const;
 
+  // That Run takes at most.
+  std::size_t step_count() const { return step_count_; }
+
  private:
   friend class TintProgramReader;
 
@@ -36,6 +39,7 @@ class TintProgram {
   bool RunBlock(std::size_t block, std::vector<double>& stack) const;
 
   std::vector<std::vector<Step>> blocks_;  // the whole program is the first one
+  std::size_t step_count_ = 0;
 };
 
 }  // namespace TarnixTools::engines

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "engines/support/files/DiskFile.h"
+#include "engines/support/pages/PageLimits.h"
 #include "engines/support/pages/PageReader.h"
 #include "support/TempDir.h"
 #include "support/TestPdf.h"
@@ -92,6 +93,24 @@ TEST_F(PageReaderTest, MixesColorsOfSeveralInks) {
   EXPECT_EQ(page.styles[2].color, (Rgb{0, 0, 0}));
 }
 
+// A page whose text is in inks that this program leads to blue, each string in another tint.
+TestPdf PageInTints(const std::string& program, std::size_t count) {
+  std::string content = "/S cs BT /F 10 Tf 100 700 Td ";
+  for (std::size_t i = 0; i < count; ++i) {
+    content += std::to_string(1 - static_cast<double>(i) / static_cast<double>(2 * count)) +
+               " scn (A) Tj ";
+  }
+  return TestPdf()
+      .Page()
+      .PageEntry(
+          "/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>"
+          ">>/ColorSpace<</S[/Separation/Sea/DeviceRGB {{program}}]>>>>")
+      .Content(content + "ET")
+      .Object("program", "<</FunctionType 4/Domain[0 1]/Range[0 1 0 1 0 1]/Length " +
+                             std::to_string(program.size()) + ">>stream\n" + program +
+                             "\nendstream");
+}
+
 TEST_F(PageReaderTest, ComputesColorsOfInksByPrograms) {
   const std::string program = "{dup 0.5 gt {pop 0 0.2} {0.4 exch} ifelse 1}";
   const TestPdf pdf =
@@ -108,6 +127,18 @@ TEST_F(PageReaderTest, ComputesColorsOfInksByPrograms) {
   ASSERT_EQ(page.styles.size(), 2U);
   EXPECT_EQ(page.styles[0].color, (Rgb{0, 51, 255}));
   EXPECT_EQ(page.styles[1].color, (Rgb{102, 0, 255}));
+}
+
+TEST_F(PageReaderTest, ComputesNoMoreThanAPageMayHave) {
+  constexpr std::size_t kSteps = 9'000;
+  std::string program = "{pop 0 0 1";
+  for (std::size_t i = 0; i < kSteps / 2; ++i) {
+    program += " dup pop";
+  }
+  const PageModel page = Page(PageInTints(program + "}", limits::kMaxTintSteps / kSteps + 50));
+  EXPECT_EQ(page.styles.front().color, (Rgb{0, 0, 255}));
+  const Rgb last = page.styles.back().color;
+  EXPECT_EQ(last.red, last.blue);
 }
 
 TEST_F(PageReaderTest, TellsThatContentIsUnreadable) {
