@@ -30,11 +30,13 @@ struct CellMargins {
 class Writer {
  public:
   Writer(SlidePart& slide, const Table& table)
-      : slide_(slide),
-        table_(table),
-        grid_(table),
-        images_(ImagesOf(slide.page.layout)),
-        xml_(slide.xml) {}
+      : slide_(slide), table_(table), grid_(table), xml_(slide.xml) {
+    for (const Block* image : ImagesOf(slide.page.layout)) {
+      if (CoveredShare(BoxOf(*image), table.box) >= kMostly) {
+        images_.push_back(BoxOf(*image));
+      }
+    }
+  }
 
   void Write() {
     xml_.Open("a:tbl");
@@ -169,17 +171,15 @@ class Writer {
   // Images of the page lie below its tables, and a fill would hide those that are over it. What
   // reaches out of the table is behind it on the page, too.
   bool IsUnderImage(const TableCell& cell) const {
-    return cell.fill && std::ranges::any_of(images_, [&](const Block* image) {
-             const pdf::Box& box = BoxOf(*image);
-             return CoveredShare(box, table_.box) >= kMostly &&
-                    CoveredShare(cell.box, box) >= kHalf;
+    return cell.fill && std::ranges::any_of(images_, [&cell](const pdf::Box& image) {
+             return CoveredShare(cell.box, image) >= kHalf;
            });
   }
 
   SlidePart& slide_;
   const Table& table_;
   TableGrid grid_;
-  std::vector<const Block*> images_;
+  std::vector<pdf::Box> images_;  // of the page, that lie within the table
   XmlWriter& xml_;
 };
 
