@@ -109,10 +109,10 @@ class TARNIX_EXPORT PdfTask {
   // Has the host told how far Execute is, several times a second where that can be; empty, as at
   // first, for not at all. It is called on the thread that called Execute, while that works, and may
   // use other tasks and documents; what it does with them is no part of this job. To execute this task
-  // once more fails with InternalError as long as it works. When it answers that the job is to stop, Execute throws
-  // InternalError ("Cancelled by the host") as soon as it can, and what it throws itself leaves
-  // Execute. An output that was not complete by then does not appear, one that was stays; a job that
-  // had nothing left to do comes to its end all the same.
+  // once more fails with InternalError as long as it works. When it answers that the job is to stop,
+  // Execute throws InternalError ("Cancelled by the host") as soon as it can, and what it throws itself
+  // leaves Execute. An output that was not complete by then does not appear, one that was stays; a job
+  // that had nothing left to do comes to its end all the same.
   //
   //   task.SetProgress([&](const std::string& job, std::int64_t done, std::int64_t of) {
   //     window.Show(job, done, of);       // on this thread: nothing to be locked

@@ -1,5 +1,5 @@
-// Content that a walk through the pages does not come to: appearances that are not shown now, and what resources
-// have though nothing uses it.
+// Content that a walk through the pages does not come to: appearances that are not shown now, and
+// what resources have though nothing uses it.
 #ifndef TARNIX_PDF_CONTENT_UNSHOWNCONTENT_H_
 #define TARNIX_PDF_CONTENT_UNSHOWNCONTENT_H_
 

@@ -1,5 +1,5 @@
-// A composite font made of glyphs of an installed face, as a document embeds it (ISO 32000-2, 9.7): the one writer of
-// such fonts.
+// A composite font made of glyphs of an installed face, as a document embeds it (ISO 32000-2, 9.7):
+// the one writer of such fonts.
 //
 //   CompositeFont font(face, {.code_bytes = 2});
 //   font.Add(code, glyph, width, U"A");            // for each code

@@ -1,5 +1,5 @@
-// A composite font made of glyphs of an installed face whose advances are those that the document asks for, which
-// PDF/A wants to agree (ISO 19005-2, 6.2.11.5).
+// A composite font made of glyphs of an installed face whose advances are those that the document
+// asks for, which PDF/A wants to agree (ISO 19005-2, 6.2.11.5).
 //
 //   ComposedFont font(conversion, *face, {.code_bytes = 2});
 //   font.Add(code, glyph, width, text);   // for each code
