@@ -20,6 +20,8 @@ inline constexpr std::size_t kMaxOutlineItems = 100'000;
 inline constexpr std::size_t kMaxStructureItems = 2'000'000;
 // How deep in each other elements of a structure tree may be.
 inline constexpr std::size_t kMaxStructureDepth = 100;
+// Pairs of characters of a face whose distance is kept.
+inline constexpr std::size_t kMaxKernPairs = 200'000;
 // Pixels of a picture's longer side.
 inline constexpr std::uint32_t kMaxPictureSide = 4000;
 // Bytes of an image that goes into the output as it is.

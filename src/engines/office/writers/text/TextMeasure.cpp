@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "engines/office/Limits.h"
 #include "engines/support/fonts/FontCatalog.h"
 #include "engines/support/fonts/LibraryMissing.h"
 #include "foundation/Utf8.h"
@@ -69,6 +70,9 @@ double TextMeasure::DotsOf(double size) const {
 double TextMeasure::KernOf(Face& face, char32_t first, char32_t second) {
   if (face.loaded == nullptr || first >= kFirstWide || second >= kFirstWide) {
     return 0;
+  }
+  if (face.kerns.size() >= limits::kMaxKernPairs) {
+    face.kerns.clear();
   }
   const auto [place, is_new] =
       face.kerns.try_emplace(std::uint64_t{first} << 32 | std::uint64_t{second}, 0);
