@@ -79,6 +79,8 @@ enum class PdfReportKind : std::int32_t {
   Protection = 27,
   // The text of a scanned page: Dropped where it could not be recognised. The page is a picture then.
   ScannedText = 28,
+  // How large a page is: Replaced for one that is larger than the output can have, and smaller there.
+  PageSize = 29,
 };
 
 enum class PdfReportOutcome : std::int32_t {

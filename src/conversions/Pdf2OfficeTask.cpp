@@ -62,11 +62,22 @@ PdfReport LeftBehind(PdfDoc document) {
   return report;
 }
 
+PdfReportKind KindOf(ConversionSdk::ConversionLoss loss) {
+  switch (loss) {
+    case ConversionSdk::ConversionLoss::kScannedText:
+      return PdfReportKind::ScannedText;
+    case ConversionSdk::ConversionLoss::kPageSize:
+      return PdfReportKind::PageSize;
+    default:
+      return PdfReportKind::Damage;
+  }
+}
+
 PdfReportEntry EntryOf(const ConversionSdk::ConversionFinding& finding) {
-  return {.kind = finding.loss == ConversionSdk::ConversionLoss::kScannedText
-                      ? PdfReportKind::ScannedText
-                      : PdfReportKind::Damage,
-          .outcome = PdfReportOutcome::Dropped,
+  const PdfReportKind kind = KindOf(finding.loss);
+  return {.kind = kind,
+          .outcome = kind == PdfReportKind::PageSize ? PdfReportOutcome::Replaced
+                                                     : PdfReportOutcome::Dropped,
           .count = 1,
           .page = finding.page,
           .reason = WideToUtf8(finding.why)};

@@ -111,6 +111,8 @@ const char* PdfReport::GetKindName(PdfReportKind kind) {
       return "protection";
     case PdfReportKind::ScannedText:
       return "scanned text";
+    case PdfReportKind::PageSize:
+      return "page size";
   }
   return "thing";
 }

@@ -200,6 +200,23 @@ TEST_F(Pdf2OfficeTaskTest, TellsWhatPagesHaveLost) {
                   .reason = "something of the page cannot be read, or is too much"}));
 }
 
+TEST_F(Pdf2OfficeTaskTest, TellsWhichPagesAreTooLarge) {
+  TestPdf pdf;
+  pdf.Page("Sheet").Page("Plan").NoMediaBox().PageEntry("/MediaBox[0 0 3168 1000]");
+  Pdf2OfficeTask task(PdfDoc(pdf.Write(Path("plan.pdf")), "", true));
+  task.Execute();
+  const PdfReportEntry expected = {.kind = PdfReportKind::PageSize,
+                                   .outcome = PdfReportOutcome::Replaced,
+                                   .count = 1,
+                                   .page = 2,
+                                   .reason = "larger than a page can be there"};
+  EXPECT_THAT(task.GetReport().GetEntries(), ElementsAre(expected));
+  EXPECT_EQ(PdfReport::GetText(expected), "1 page size replaced: larger than a page can be there");
+  task.SetConversionType(Pdf2OfficePptx);
+  task.Execute();
+  EXPECT_THAT(task.GetReport().GetEntries(), ElementsAre(expected));
+}
+
 TEST_F(Pdf2OfficeTaskTest, TellsWhatHasNoPlaceInOfficeDocuments) {
   TestPdf pdf;
   pdf.Page("Text").Object("field", "<</FT/Tx/T(name)/V(x)>>").Object("file", "<</F(a)>>");

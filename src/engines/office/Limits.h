@@ -22,6 +22,10 @@ inline constexpr std::size_t kMaxStructureItems = 2'000'000;
 inline constexpr std::size_t kMaxStructureDepth = 100;
 // Pairs of characters of a face whose distance is kept.
 inline constexpr std::size_t kMaxKernPairs = 200'000;
+// Points of a side of a page of a DOCX file, which word processors allow (22 inches).
+inline constexpr double kMaxWordSide = 1584;
+// Points of a side of a slide (ECMA-376, part 1, 19.7.10).
+inline constexpr double kMaxSlideSide = 4032;
 // Pixels of a picture's longer side.
 inline constexpr std::uint32_t kMaxPictureSide = 4000;
 // Bytes of an image that goes into the output as it is.

@@ -1,5 +1,6 @@
 #include "pdf/tree/PageGeometry.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -83,6 +84,12 @@ PageGeometry PageGeometry::Turned(int degrees) const {
   PageGeometry turned = *this;
   turned.rotation = ((rotation + degrees) % 360 + 360) % 360;
   return turned;
+}
+
+PageGeometry PageGeometry::Within(const PageRoom& room) const {
+  PageGeometry smaller = *this;
+  smaller.user_unit *= std::min({1.0, room.width / SeenWidth(), room.height / SeenHeight()});
+  return smaller;
 }
 
 int RotationOf(const Object& rotate) {

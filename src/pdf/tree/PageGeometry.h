@@ -8,6 +8,7 @@
 #ifndef TARNIX_PDF_TREE_PAGEGEOMETRY_H_
 #define TARNIX_PDF_TREE_PAGEGEOMETRY_H_
 
+#include <limits>
 #include <optional>
 
 #include "pdf/Box.h"
@@ -19,6 +20,12 @@ namespace TarnixTools::pdf {
 
 // US Letter: what readers take for a page without a usable media box.
 inline constexpr Box kDefaultMediaBox = {0, 0, 612, 792};
+
+// Points that a page may measure as it is seen.
+struct PageRoom {
+  double width = std::numeric_limits<double>::infinity();
+  double height = std::numeric_limits<double>::infinity();
+};
 
 struct PageGeometry {
   // In the page's own units, none of them empty. All lie within the media box.
@@ -43,6 +50,9 @@ struct PageGeometry {
 
   // The page turned further by the degrees, a multiple of 90, clockwise.
   PageGeometry Turned(int degrees) const;
+
+  // The page as a whole made as small as the room wants it, by its unit.
+  PageGeometry Within(const PageRoom& room) const;
 };
 
 // The turn that a /Rotate stands for. One that is no multiple of 90 is not allowed; readers differ,

@@ -222,6 +222,15 @@ TEST(PageGeometry, TurnsFurther) {
   EXPECT_EQ(geometry.Turned(0).rotation, 270);
 }
 
+TEST(PageGeometryTest, IsMadeAsSmallAsTheRoomWantsIt) {
+  const PageGeometry geometry = GeometryOf("/MediaBox[0 0 200 100]/UserUnit 2/Rotate 90");
+  EXPECT_EQ(geometry.Within({}).user_unit, 2);
+  EXPECT_EQ(geometry.Within({200, 400}).user_unit, 2);
+  EXPECT_EQ(geometry.Within({100, 400}).user_unit, 1);
+  EXPECT_EQ(geometry.Within({100, 100}).SeenHeight(), 100);
+  EXPECT_EQ(geometry.Within({100, 100}).SeenWidth(), 50);
+}
+
 TEST(PageGeometry, ReadsPagesThatAreNoObjectsOfTheirOwn) {
   RawPdf pdf;
   pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")

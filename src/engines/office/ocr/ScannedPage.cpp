@@ -170,11 +170,11 @@ ScannedPages::ScannedPages(const platform::WidePath& path, const std::string& pa
 }
 
 void ScannedPages::AddText(PageModel& page) {
-  const double side = std::max({page.width, page.height, 1.0});
+  const double side = std::max({page.width / page.scale, page.height / page.scale, 1.0});
   const double dpi = std::min(kDpi, kMostPixels * kPointsPerInch / side);
   const GrayPicture picture = GrayOf(DrawPage(document_, static_cast<int>(page.number), dpi));
   const RecognisedText text = recogniser_.Recognise(picture, static_cast<int>(std::lround(dpi)));
-  AddRecognisedText(text, picture.width, picture.height, kPointsPerInch / dpi, page);
+  AddRecognisedText(text, picture.width, picture.height, page.scale * kPointsPerInch / dpi, page);
 }
 
 }  // namespace TarnixTools::engines::office

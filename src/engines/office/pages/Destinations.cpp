@@ -108,7 +108,7 @@ PagePlace Destinations::PlaceOf(const Target& target) {
     return place;
   }
   const pdf::PageGeometry geometry =
-      pdf::ReadPageGeometry(*document_, *pages_, pages_->pages()[target.page]);
+      pdf::ReadPageGeometry(*document_, *pages_, pages_->pages()[target.page]).Within(room_);
   const pdf::Point point = geometry.ToSeenPoints().Apply(geometry.crop_box.left, *target.top);
   const double y = geometry.SeenHeight() - point.y;
   place.y = y > 0 && y < geometry.SeenHeight() ? y : 0;

@@ -81,10 +81,13 @@ class DocumentPictures::Drawings {
     document_.time().set_cancel_flag(&is_cancelled);
   }
 
-  OfficePicture Draw(std::size_t page_index, const pdf::Box& box) {
+  //   box   - on the page as it is seen made smaller by the scale
+  OfficePicture Draw(std::size_t page_index, const pdf::Box& box, double scale) {
     const double side = std::max({box.width(), box.height(), 1.0});
     const double dpi = std::min(kDrawnDpi, limits::kMaxPictureSide * kPointsPerInch / side);
-    return FileOfBitmap(DrawRegionWithoutText(document_, static_cast<int>(page_index), box, dpi));
+    return FileOfBitmap(DrawRegionWithoutText(document_, static_cast<int>(page_index),
+                                              box.Through({1 / scale, 0, 0, 1 / scale, 0, 0}),
+                                              dpi * scale));
   }
 
  private:
@@ -125,7 +128,8 @@ std::optional<OfficePicture> DocumentPictures::DrawingOf(std::size_t page_index,
     if (drawings_ == nullptr) {
       drawings_ = std::make_unique<Drawings>(path_, password_, *is_cancelled_);
     }
-    return drawings_->Draw(page_index, box);
+    const auto scale = scales_.find(page_index);
+    return drawings_->Draw(page_index, box, scale == scales_.end() ? 1 : scale->second);
   });
 }
 

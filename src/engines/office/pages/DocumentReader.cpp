@@ -58,6 +58,12 @@ struct DocumentReader::Inside {
     return *roles;
   }
 
+  void SetRoom(const pdf::PageRoom& of_page) {
+    room = of_page;
+    reader.set_room(room);
+    destinations.set_room(room);
+  }
+
   std::shared_ptr<std::FILE> file;
   std::string password;
   std::unique_ptr<pdf::Document> document;
@@ -68,6 +74,7 @@ struct DocumentReader::Inside {
   std::shared_ptr<const StructureRoles> roles;  // null before they are asked for
   std::optional<DocumentFacts> facts;
   const std::atomic<bool>* is_cancelled = nullptr;
+  pdf::PageRoom room;
 };
 
 DocumentReader::DocumentReader(std::unique_ptr<Inside> inside) : inside_(std::move(inside)) {}
@@ -84,6 +91,7 @@ std::unique_ptr<DocumentReader> DocumentReader::OpenAgain() {
   inside_->Roles();
   auto inside = std::make_unique<Inside>(inside_->file, inside_->password);
   inside->roles = inside_->roles;
+  inside->SetRoom(inside_->room);
   if (inside_->is_cancelled != nullptr) {
     inside->reader.set_cancel_flag(*inside_->is_cancelled);
   }
@@ -99,12 +107,23 @@ std::size_t DocumentReader::page_count() const {
   return inside_->pages.pages().size();
 }
 
+void DocumentReader::SetRoom(const pdf::PageRoom& room) {
+  inside_->SetRoom(room);
+}
+
+pdf::PageRoom DocumentReader::SizeOf(std::size_t page_index) {
+  const pdf::PageGeometry geometry =
+      pdf::ReadPageGeometry(*inside_->document, inside_->pages, inside_->pages.pages()[page_index]);
+  return {geometry.SeenWidth(), geometry.SeenHeight()};
+}
+
 PageModel DocumentReader::Read(std::size_t page_index) {
   PageModel page = inside_->reader.Read(page_index);
   page.number = static_cast<std::uint32_t>(page_index);
   pdf::Document& document = *inside_->document;
   const pdf::PageTree::Page& node = inside_->pages.pages()[page_index];
-  const pdf::PageGeometry geometry = pdf::ReadPageGeometry(document, inside_->pages, node);
+  const pdf::PageGeometry geometry =
+      pdf::ReadPageGeometry(document, inside_->pages, node).Within(inside_->room);
   Arena arena;
   page.links =
       ReadPageLinks(document, inside_->pages.Load(node, arena),

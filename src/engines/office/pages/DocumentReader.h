@@ -17,6 +17,7 @@
 
 #include "engines/support/pages/PageModel.h"
 #include "foundation/Platform.h"
+#include "pdf/tree/PageGeometry.h"
 
 namespace TarnixTools::engines::office {
 
@@ -58,6 +59,13 @@ class DocumentReader {
   void SetCancelFlag(const std::atomic<bool>& is_cancelled);
 
   std::size_t page_count() const;
+
+  // Pages that are larger come out smaller, as a whole. For readers that are opened again, too.
+  void SetRoom(const pdf::PageRoom& room);
+
+  // What a page measures as it is seen, whatever the room. Throws pdf::Error for a document that
+  // cannot be read any more.
+  pdf::PageRoom SizeOf(std::size_t page_index);
 
   // Of a damaged page there is what can be read. Throws pdf::Error for a document that cannot be
   // read any more.

@@ -1,12 +1,15 @@
 #include "engines/office/sdk/Conversion.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <exception>
 #include <new>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
+#include "engines/office/Limits.h"
 #include "engines/office/layout/DocumentAnalysis.h"
 #include "engines/office/pages/DocumentPictures.h"
 #include "engines/office/sdk/PageAnalysers.h"
@@ -77,6 +80,20 @@ std::int32_t OutputTypeOf(OfficeFormat format) {
   throw Failure(ConversionSdk::kBadSetting, "there is no such format");
 }
 
+// What the output leaves to a page. All slides are as large as the first one.
+pdf::PageRoom RoomOf(OfficeFormat format, DocumentReader& reader,
+                     const std::vector<std::size_t>& page_indexes) {
+  if (format == OfficeFormat::kWord) {
+    return {limits::kMaxWordSide, limits::kMaxWordSide};
+  }
+  if (format == OfficeFormat::kExcel || page_indexes.empty()) {
+    return {};
+  }
+  const pdf::PageRoom first = reader.SizeOf(page_indexes.front());
+  return {std::min(first.width, limits::kMaxSlideSide),
+          std::min(first.height, limits::kMaxSlideSide)};
+}
+
 class Conversion {
  public:
   Conversion(const ConversionRequest& request, ConversionState& state,
@@ -89,6 +106,11 @@ class Conversion {
     const std::string password = WideToUtf8(request_->password);
     const OfficeDocument document = Read(source, password);
     DocumentPictures pictures(source, password, state_->is_cancelled);
+    for (const OfficePage& page : document.pages) {
+      if (page.model.scale != 1) {
+        pictures.SetScale(page.model.number, page.model.scale);
+      }
+    }
     Write(document, pictures);
   }
 
@@ -113,6 +135,7 @@ class Conversion {
     const auto reader = DocumentReader::Open(source, password);
     const auto pages = PagesOf(request_->page_range, reader->page_count());
     state_->page_count = static_cast<std::int32_t>(pages.size());
+    reader->SetRoom(RoomOf(request_->format, *reader, pages));
     OfficeDocument document;
     document.facts = reader->facts();
     const bool recognises_text =

@@ -30,6 +30,9 @@ constexpr std::size_t kMostThreads = 8;
 // Pages that are worth a thread of their own: it reads the document's cross-reference anew.
 constexpr std::size_t kPagesOfThread = 4;
 
+// A page that is hardly smaller than it was is not worth a word.
+constexpr double kSlightlySmaller = 0.99;
+
 constexpr double kLetterWidth = 612;
 constexpr double kLetterHeight = 792;
 
@@ -126,6 +129,9 @@ class Work {
       if (page.model.is_partial) {
         Warn({page_index, ConversionLoss::kPartOfPage,
               "something of the page cannot be read, or is too much"});
+      }
+      if (page.model.scale < kSlightlySmaller) {
+        Warn({page_index, ConversionLoss::kPageSize, "larger than a page can be there"});
       }
       if (scans_->recognises_text && reader.IsScanned(page_index)) {
         AddText(recognition, page.model);

@@ -349,9 +349,11 @@ void PageCollector::Trouble(pdf::ContentTrouble trouble, std::size_t /*offset*/)
 }  // namespace
 
 PageModel PageReader::Read(std::size_t page_index) {
-  const pdf::PageGeometry geometry =
+  const pdf::PageGeometry own =
       pdf::ReadPageGeometry(*document_, *pages_, pages_->pages()[page_index]);
+  const pdf::PageGeometry geometry = own.Within(room_);
   PageModel page;
+  page.scale = geometry.user_unit / own.user_unit;
   page.width = geometry.SeenWidth();
   page.height = geometry.SeenHeight();
   colors_.BeginPage();

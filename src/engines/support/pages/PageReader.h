@@ -14,6 +14,7 @@
 #include "engines/support/pages/PageModel.h"
 #include "engines/support/pages/PaintedColor.h"
 #include "pdf/file/Document.h"
+#include "pdf/tree/PageGeometry.h"
 #include "pdf/tree/PageTree.h"
 #include "pdf/tree/VisibleLayers.h"
 
@@ -46,6 +47,9 @@ class PageReader {
   // Reading a page ends with Cancelled once the flag is set, which outlives this.
   void set_cancel_flag(const std::atomic<bool>& is_cancelled) { is_cancelled_ = &is_cancelled; }
 
+  // Pages that are larger come out smaller, as a whole.
+  void set_room(const pdf::PageRoom& room) { room_ = room; }
+
   // Of a damaged page there is what can be read. Throws pdf::Error for a document that cannot be
   // read any more.
   PageModel Read(std::size_t page_index);
@@ -58,6 +62,7 @@ class PageReader {
   PageFonts fonts_;
   PaintedColors colors_;
   const std::atomic<bool>* is_cancelled_ = nullptr;
+  pdf::PageRoom room_;
 };
 
 }  // namespace TarnixTools::engines

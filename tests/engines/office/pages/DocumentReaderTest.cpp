@@ -64,6 +64,36 @@ TEST_F(DocumentReaderTest, ReadsLinks) {
   EXPECT_NEAR(page.links[1].target_y, 100, 1e-6);
 }
 
+TEST_F(DocumentReaderTest, MakesPagesSmallerThatHaveTooLittleRoom) {
+  TestPdf pdf;
+  pdf.Page().PageEntry(kFont).Content("BT /F 20 Tf 100 592 Td (a) Tj ET 0 0 61.2 79.2 re f");
+  pdf.Annotation("/Subtype/Link/Rect[10 60 110 80]/Dest[{{page 1}}/XYZ 0 692 0]");
+  DocumentReader& reader = Open(pdf);
+  reader.SetRoom({306, 500});
+  EXPECT_EQ(reader.SizeOf(0).width, 612);
+  EXPECT_EQ(reader.SizeOf(0).height, 792);
+  const PageModel page = reader.OpenAgain()->Read(0);
+  EXPECT_EQ(page.scale, 0.5);
+  EXPECT_EQ(page.width, 306);
+  EXPECT_EQ(page.height, 396);
+  ASSERT_EQ(page.glyphs.size(), 1U);
+  EXPECT_NEAR(page.glyphs[0].x, 50, 1e-6);
+  EXPECT_NEAR(page.glyphs[0].y, 100, 1e-6);
+  EXPECT_NEAR(page.styles[page.glyphs[0].style].size, 10, 1e-6);
+  ASSERT_EQ(page.paths.size(), 1U);
+  EXPECT_NEAR(page.paths[0].box.width(), 30.6, 1e-6);
+  ASSERT_EQ(page.links.size(), 1U);
+  EXPECT_NEAR(page.links[0].box.width(), 50, 1e-6);
+  EXPECT_NEAR(page.links[0].target_y, 50, 1e-6);
+}
+
+TEST_F(DocumentReaderTest, LeavesPagesThatHaveRoom) {
+  DocumentReader& reader = Open(TestPdf().Page());
+  reader.SetRoom({612, 792});
+  EXPECT_EQ(reader.Read(0).scale, 1);
+  EXPECT_EQ(reader.Read(0).width, 612);
+}
+
 TEST_F(DocumentReaderTest, ReadsTheOutline) {
   TestPdf pdf;
   pdf.Pages(2).Object("root", "<</First {{one}}>>");

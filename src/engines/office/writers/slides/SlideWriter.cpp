@@ -5,6 +5,7 @@
 #include <numbers>
 #include <string>
 
+#include "engines/office/Limits.h"
 #include "engines/office/writers/slides/SlideContext.h"
 #include "engines/office/writers/slides/SlideMaster.h"
 #include "engines/office/writers/slides/SlideShapes.h"
@@ -20,7 +21,7 @@ namespace {
 
 constexpr std::string_view kTypes = "application/vnd.openxmlformats-officedocument.presentationml.";
 constexpr std::int64_t kLeastSide = 914'400;  // of a slide, as the standard has it
-constexpr std::int64_t kMostSide = 51'206'400;
+const std::int64_t kMostSide = Emu(limits::kMaxSlideSide);
 constexpr std::int64_t kFirstSlideId = 256;
 constexpr double kUsualWidth = 720;  // of a presentation without pages
 constexpr double kUsualHeight = 540;
