@@ -26,6 +26,7 @@ bool IsWarning(const PdfReportEntry& entry) {
     case PdfReportKind::ImageStamp:
       return entry.outcome == PdfReportOutcome::Dropped;
     case PdfReportKind::Font:
+    case PdfReportKind::PageSize:
       return entry.outcome == PdfReportOutcome::Replaced;
     default:
       return false;

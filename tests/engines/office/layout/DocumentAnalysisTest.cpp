@@ -104,6 +104,38 @@ TEST_F(DocumentAnalysis, LeavesRepeatedTextBehindOtherText) {
   EXPECT_THAT(document_.pages[0].layout.header, SizeIs(0));
 }
 
+TEST_F(DocumentAnalysis, LeavesRepeatedTextBelowATitleOfThePage) {
+  for (const char32_t digit : {U'a', U'b'}) {
+    MadePage page;
+    page.Text(72, 40, std::u32string(30, digit))
+        .Text(250, 70, U"[In thousands]")
+        .Text(72, 300, kFull);
+    page.Text(300, 780, U"Both end with this").Text(72, 790, std::u32string(30, digit));
+    Add(page);
+  }
+  AnalyzeDocument(document_);
+  EXPECT_THAT(document_.pages[0].layout.header, SizeIs(0));
+  EXPECT_THAT(document_.pages[0].layout.footer, SizeIs(0));
+  EXPECT_THAT(Flow(0), SizeIs(5));
+}
+
+TEST_F(DocumentAnalysis, JoinsPartsOfAFooterOnOneBaseline) {
+  for (const char32_t digit : {U'1', U'2'}) {
+    MadePage page;
+    page.Text(72, 300, kFull).Text(500, 770, std::u32string(1, digit)).Text(72, 770, U"The report");
+    Add(page);
+  }
+  AnalyzeDocument(document_);
+  ASSERT_THAT(document_.pages[1].layout.footer, SizeIs(1));
+  const auto& footer = std::get<Paragraph>(document_.pages[1].layout.footer[0].content);
+  ASSERT_THAT(footer.lines, SizeIs(1));
+  ASSERT_THAT(footer.lines[0].pieces, SizeIs(3));
+  EXPECT_EQ(footer.lines[0].pieces[0].text, "The report");
+  EXPECT_EQ(footer.lines[0].pieces[1].kind, PieceKind::kTab);
+  EXPECT_EQ(footer.lines[0].pieces[2].kind, PieceKind::kPageNumber);
+  EXPECT_EQ(footer.lines[0].pieces[2].x, 500);
+}
+
 TEST_F(DocumentAnalysis, FindsHeadingsByTheirType) {
   MadePage page;
   page.Text(72, 60, U"The title", {.size = 20}).Text(72, 100, U"A part", {.is_bold = true});
@@ -230,6 +262,20 @@ TEST_F(DocumentAnalysis, GivesNotesWithTheSameMarkAReferenceEach) {
     }
   }
   EXPECT_THAT(numbers, ElementsAre(0, 1));
+}
+
+TEST_F(DocumentAnalysis, LeavesNotesInColumns) {
+  MadePage page;
+  for (int i = 0; i < 20; ++i) {
+    page.Text(72, 200 + 12 * i, U"Half of a line of the page")
+        .Text(320, 200 + 12 * i, U"and its other half, to read later");
+  }
+  page.Text(72, 440, U"Said by some").Text(132, 436, U"1", {.size = 6});
+  page.Text(72, 700, U"1", {.size = 5}).Text(76, 703, U"By whom is not known.", {.size = 8});
+  Add(page);
+  AnalyzeDocument(document_);
+  EXPECT_THAT(document_.pages[0].layout.bands.at(0).columns, SizeIs(2));
+  EXPECT_THAT(document_.pages[0].layout.notes, SizeIs(0));
 }
 
 TEST_F(DocumentAnalysis, LeavesNotesWithoutAMarkInTheText) {

@@ -177,6 +177,22 @@ TEST(WordWriter, GivesColumnsWithinOthersAWidth) {
   EXPECT_THAT(body, HasSubstr("<w:col w:w=\"20\""));
 }
 
+TEST(WordWriter, PutsHeadersBesideEachOtherWhereTheyStand) {
+  OfficePage page = PageWith({Block{TextAt(72, 200, {"Body"})}});
+  page.layout.header = {Block{TextAt(72, 40, {"Flowing", "Lines"})},
+                        Block{TextAt(400, 46, {"Beside", "them"})},
+                        Block{TextAt(72, 80, {"Below"})}};
+  const Parts parts = PartsOf(WordBytesOf(DocumentOf({page})));
+  const std::string& header = parts.at("word/header1.xml");
+  EXPECT_EQ(Count(header, "<wps:txbx>"), 1u);
+  const std::size_t box = header.find("<wps:txbx>");
+  const std::size_t end = header.find("</wps:txbx>");
+  EXPECT_LT(box, header.find("Beside"));
+  EXPECT_LT(header.find("them"), end);
+  EXPECT_TRUE(header.find("Flowing") < box || header.find("Flowing") > end);
+  EXPECT_TRUE(header.find("Below") < box || header.find("Below") > end);
+}
+
 TEST(WordWriter, CountsPagesInHeadersAndFooters) {
   const Parts parts = PartsOf(WordBytesOf(DocumentOf({FullPage(), FullPage()})));
   bool has_field = false;
@@ -244,6 +260,23 @@ TEST(WordWriter, RefersToNotes) {
   EXPECT_THAT(parts.at("word/document.xml"), HasSubstr("A stray one"));
   EXPECT_THAT(parts.at("word/footnotes.xml"), HasSubstr("A note"));
   EXPECT_EQ(OrderComplaints(parts.at("word/footnotes.xml")), "");
+}
+
+TEST(WordWriter, CountsNotesWhoseMarksCountThem) {
+  Paragraph paragraph = TextAt(72, 100, {"Text", "1 ", "7 "});
+  paragraph.lines[1].pieces[0].kind = paragraph.lines[2].pieces[0].kind = PieceKind::kNoteMark;
+  paragraph.lines[2].pieces[0].number = 1;
+  OfficePage page = PageWith({Block{paragraph}});
+  page.layout.notes = {{"1", {Block{TextAt(300, 700, {"One"})}}},
+                       {"7", {Block{TextAt(300, 720, {"Seven"})}}}};
+  const Parts parts = PartsOf(WordBytesOf(DocumentOf({page})));
+  EXPECT_THAT(parts.at("word/document.xml"), HasSubstr("<w:footnoteReference w:id=\"1\"/></w:r>"));
+  EXPECT_THAT(parts.at("word/document.xml"),
+              HasSubstr("<w:footnoteReference w:id=\"2\" w:customMarkFollows=\"1\"/>"
+                        "<w:t xml:space=\"preserve\">7</w:t></w:r>"));
+  EXPECT_EQ(Count(parts.at("word/footnotes.xml"), "<w:footnoteRef/>"), 1U);
+  // The text ends near the edge of its room.
+  EXPECT_THAT(parts.at("word/footnotes.xml"), HasSubstr("w:right=\"-60\""));
 }
 
 TEST(WordWriter, StaysWithinWhatWordOpens) {

@@ -65,24 +65,22 @@ double BodySize(PageLayout& page) {
   return most == sizes.end() ? 0 : most->first;
 }
 
+// Notes of columns beside each other stay in them: word processors disagree where notes of such
+// sections go, and pages would end elsewhere.
 class NoteFinder {
  public:
   explicit NoteFinder(PageLayout& page) : page_(&page), body_(BodySize(page)) {
     for (Band& band : page.bands) {
-      for (Column& column : band.columns) {
-        for (std::size_t i = 0; i < column.blocks.size(); ++i) {
-          if (auto* paragraph = std::get_if<Paragraph>(&column.blocks[i].content)) {
-            LearnFrom(column, i, *paragraph);
-          }
-        }
+      if (band.columns.size() == 1) {
+        LearnFrom(band.columns.front());
       }
     }
   }
 
   void Find() {
     for (Band& band : page_->bands) {
-      for (Column& column : band.columns) {
-        TakeFrom(column);
+      if (band.columns.size() == 1) {
+        TakeFrom(band.columns.front());
       }
     }
   }
@@ -95,6 +93,7 @@ class NoteFinder {
     std::size_t block;  // of the column; there until the column's notes are taken
   };
 
+  void LearnFrom(Column& column);
   void LearnFrom(const Column& column, std::size_t block, Paragraph& paragraph);
   void TakeFrom(Column& column);
   bool MayBeNote(const Block& block) const;
@@ -111,6 +110,14 @@ bool NoteFinder::MayBeNote(const Block& block) const {
   const auto* paragraph = std::get_if<Paragraph>(&block.content);
   return paragraph != nullptr && SizeOf(*page_, *paragraph) < kSmaller * body_ &&
          UpperEdge(paragraph->box) > kLowerPart * page_->height;
+}
+
+void NoteFinder::LearnFrom(Column& column) {
+  for (std::size_t i = 0; i < column.blocks.size(); ++i) {
+    if (auto* paragraph = std::get_if<Paragraph>(&column.blocks[i].content)) {
+      LearnFrom(column, i, *paragraph);
+    }
+  }
 }
 
 void NoteFinder::LearnFrom(const Column& column, std::size_t block, Paragraph& paragraph) {

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "engines/office/layout/document/MarginRows.h"
 #include "engines/support/layout/Boxes.h"
 #include "engines/support/layout/paragraphs/FlowParagraphs.h"
 
@@ -20,6 +21,7 @@ constexpr double kLastStrip = 0.92;   // of the page's height, below which a lin
 constexpr std::size_t kLongestNumbered = 40;  // bytes of a line with the number of a page
 constexpr double kApart = 12;                 // points above such a line
 constexpr double kSamePlace = 4;              // points
+constexpr double kBeside = 2;                 // points by which blocks beside each other may miss
 constexpr std::size_t kMostBlocks = 5;        // of a header or a footer
 constexpr std::size_t kMostPagesApart = 2;    // left and right pages have headers of their own
 constexpr std::size_t kMostDigits = 5;
@@ -187,15 +189,33 @@ bool IsNearEdge(const Candidate& candidate, double height) {
          UpperEdge(candidate.box) >= (1 - kSureMargin) * height;
 }
 
+// Whether a block lies between the candidate and the edge of the page, and not beside it.
+bool IsFurtherOut(const Candidate& block, const Candidate& candidate, double height) {
+  return UpperEdge(candidate.box) < height / 2
+             ? LowerEdge(block.box) <= UpperEdge(candidate.box) + kBeside
+             : UpperEdge(block.box) >= LowerEdge(candidate.box) - kBeside;
+}
+
+// Whether the place of a repeated block is one of a header or a footer.
+bool IsInMargin(const std::vector<Candidate>& blocks, std::size_t index, double height) {
+  const auto end = blocks.begin() + static_cast<std::ptrdiff_t>(index);
+  if (std::all_of(blocks.begin(), end, [](const Candidate& it) { return it.is_repeated; })) {
+    return true;
+  }
+  return IsNearEdge(blocks[index], height) &&
+         std::none_of(blocks.begin(), end, [&](const Candidate& it) {
+           return !it.is_repeated && IsFurtherOut(it, blocks[index], height);
+         });
+}
+
 void TakeOut(std::vector<PageEdge>& edges, std::size_t index, double height,
              std::vector<Block>& target) {
   std::vector<Candidate*> taken;
-  bool is_outermost = true;
-  for (Candidate& candidate : edges[index].blocks) {
-    if (candidate.is_repeated && (is_outermost || IsNearEdge(candidate, height))) {
-      taken.push_back(&candidate);
+  std::vector<Candidate>& blocks = edges[index].blocks;
+  for (std::size_t i = 0; i < blocks.size(); ++i) {
+    if (blocks[i].is_repeated && IsInMargin(blocks, i, height)) {
+      taken.push_back(&blocks[i]);
     }
-    is_outermost = is_outermost && candidate.is_repeated;
   }
   std::sort(taken.begin(), taken.end(), [](const Candidate* a, const Candidate* b) {
     return UpperEdge(a->box) < UpperEdge(b->box);
@@ -208,6 +228,7 @@ void TakeOut(std::vector<PageEdge>& edges, std::size_t index, double height,
     target.push_back(std::move(*candidate->block));
     candidate->block->content = Drawing{};  // its place, until it is swept
   }
+  JoinRows(target);
 }
 
 // A line at the foot of a page is a footer even when no other page has it: a page of its own number.

@@ -1,19 +1,44 @@
 #include "engines/office/writers/word/HeaderWriter.h"
 
 #include <algorithm>
+#include <set>
 
 #include "engines/office/writers/text/Units.h"
 #include "engines/office/writers/word/AnchoredWriter.h"
 #include "engines/office/writers/word/FlowWriter.h"
 #include "engines/office/writers/word/MarginKeys.h"
 #include "engines/office/writers/word/WordNames.h"
+#include "engines/support/layout/Boxes.h"
 
 namespace TarnixTools::engines::office {
 
 namespace {
 
+constexpr double kLevelShare = 0.4;  // of the lower one's height, from which blocks are level
 constexpr std::string_view kTypes =
     "application/vnd.openxmlformats-officedocument.wordprocessingml.";
+
+// Text that stands beside text before it: below each other they would need more room than the page
+// leaves to its header, and push the page down.
+std::set<const Block*> BlocksBeside(const std::vector<Block>& blocks) {
+  std::set<const Block*> beside;
+  std::vector<pdf::Box> before;
+  for (const Block& block : blocks) {
+    if (!std::holds_alternative<Paragraph>(block.content)) {
+      continue;
+    }
+    const pdf::Box box = BoxOf(block);
+    const bool is_beside = std::any_of(before.begin(), before.end(), [&box](const pdf::Box& it) {
+      return SharedHeight(it, box) > kLevelShare * std::min(it.height(), box.height());
+    });
+    if (is_beside) {
+      beside.insert(&block);
+    } else {
+      before.push_back(box);
+    }
+  }
+  return beside;
+}
 
 }  // namespace
 
@@ -78,6 +103,7 @@ HeaderWriter::Written HeaderWriter::WritePart(const SectionPlan& section, const 
   OpenStory(part.xml(), is_header ? "w:hdr" : "w:ftr");
   const double top = blocks.empty() ? 0 : TopOf(blocks.front(), page.layout);
   FlowWriter flow(story, page, {section.left, section.right, std::max(top, 0.0)});
+  flow.SetApart(BlocksBeside(blocks));
   flow.Begin({.write_anchored = [&] { WriteAnchored(story, page, blocks); }});
   flow.Write(blocks);
   if (flow.has_start() || !flow.ends_with_paragraph()) {

@@ -46,21 +46,38 @@ void RunWriter::AddPiece(const TextPiece& piece, double spacing, bool is_right_t
   Run& run = RunFor(piece, spacing, is_right_to_left || HasRightToLeft(piece.text));
   switch (piece.kind) {
     case PieceKind::kText:
-      if (run.parts.empty() || run.parts.back().kind != PartKind::kText) {
-        run.parts.emplace_back();
-      }
-      run.parts.back().text += piece.text;
+      AddText(run, piece.text);
       break;
     case PieceKind::kTab:
       run.parts.push_back({PartKind::kTab, "", 0});
       break;
     case PieceKind::kPageNumber:
-      run.parts.push_back({PartKind::kPageNumber, piece.text, 0});
+      AddMark(run, PartKind::kPageNumber, piece);
       break;
     case PieceKind::kNoteMark:
-      run.parts.push_back({PartKind::kNoteMark, piece.text, piece.number});
+      AddMark(run, PartKind::kNoteMark, piece);
       break;
   }
+}
+
+void RunWriter::AddText(Run& run, std::string_view text) {
+  if (text.empty()) {
+    return;
+  }
+  if (run.parts.empty() || run.parts.back().kind != PartKind::kText) {
+    run.parts.emplace_back();
+  }
+  run.parts.back().text += text;
+}
+
+// The spaces around a number are text, whatever stands for the number.
+void RunWriter::AddMark(Run& run, PartKind kind, const TextPiece& piece) {
+  const std::string_view text = piece.text;
+  const std::size_t first = std::min(text.find_first_not_of(' '), text.size());
+  const std::size_t end = std::max(text.find_last_not_of(' ') + 1, first);
+  AddText(run, text.substr(0, first));
+  run.parts.push_back({kind, std::string(text.substr(first, end - first)), piece.number});
+  AddText(run, text.substr(end));
 }
 
 RunWriter::Run& RunWriter::RunFor(const TextPiece& piece, double spacing, bool is_right_to_left) {
@@ -83,10 +100,7 @@ void RunWriter::AddEnd(LineEnd end) {
     parts.push_back({end == LineEnd::kBreak ? PartKind::kBreak : PartKind::kSoftHyphen, "", 0});
     return;
   }
-  if (parts.empty() || parts.back().kind != PartKind::kText) {
-    parts.emplace_back();
-  }
-  parts.back().text += end == LineEnd::kSpace ? std::string_view(" ") : kZeroWidthSpace;
+  AddText(runs_.back(), end == LineEnd::kSpace ? std::string_view(" ") : kZeroWidthSpace);
 }
 
 void RunWriter::WriteRuns() {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engines/office/writers/text/ParagraphFit.h"
@@ -46,6 +47,8 @@ class RunWriter {
 
   void Gather(const Paragraph& paragraph);
   void AddPiece(const TextPiece& piece, double spacing, bool is_right_to_left);
+  static void AddText(Run& run, std::string_view text);
+  static void AddMark(Run& run, PartKind kind, const TextPiece& piece);
   void AddEnd(LineEnd end);
   Run& RunFor(const TextPiece& piece, double spacing, bool is_right_to_left);
   void WriteRuns();

@@ -84,12 +84,16 @@ void WriteNote(Story& story, const UsedNote& used, std::size_t id) {
   const std::vector<Block> blocks =
       WithMark(*used.note, used.page->layout, story.context.measure,
                {PieceKind::kNoteMark, used.is_counted ? kCountedMark : kShownMark});
-  double left = blocks.empty() ? 0 : used.page->layout.width;
-  for (const Block& block : blocks) {
-    left = std::min(left, BoxOf(block).left);
+  FlowRoom room{.depth = 1};
+  if (!blocks.empty()) {
+    room.left = used.page->layout.width;
+    room.top = TopOf(blocks.front(), used.page->layout);
   }
-  const double top = blocks.empty() ? 0 : TopOf(blocks.front(), used.page->layout);
-  FlowWriter flow(story, *used.page, {left, used.page->layout.width - left, top, 1});
+  for (const Block& block : blocks) {
+    room.left = std::min(room.left, BoxOf(block).left);
+    room.right = std::max(room.right, BoxOf(block).right);
+  }
+  FlowWriter flow(story, *used.page, room);
   flow.Write(blocks);
   if (!flow.ends_with_paragraph()) {
     flow.SkipTo(flow.cursor());
