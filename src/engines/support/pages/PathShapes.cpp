@@ -5,6 +5,8 @@
 #include <optional>
 #include <span>
 
+#include "engines/support/pages/FilledAreas.h"
+
 namespace TarnixTools::engines {
 
 namespace {
@@ -70,6 +72,15 @@ bool IsRectangle(std::span<const Point> corners) {
          !IsAlongAxis(corners[0], corners[2]);
 }
 
+// Of a rectangle, as the numbers of the space grow.
+bool IsClockwise(std::span<const Point> corners) {
+  double area = 0;
+  for (std::size_t i = 0; i + 1 < corners.size(); ++i) {
+    area += corners[i].x * corners[i + 1].y - corners[i + 1].x * corners[i].y;
+  }
+  return area > 0;
+}
+
 void Add(std::vector<PathShape>& shapes, PathShape::Kind kind, const Box& box) {
   PathShape shape;
   shape.kind = kind;
@@ -82,8 +93,15 @@ void AddLine(std::vector<PathShape>& shapes, std::span<const Point> ends) {
   shapes.back().rises = (ends[1].x - ends[0].x) * (ends[1].y - ends[0].y) < 0;
 }
 
+void AddFilled(std::vector<PathShape>& shapes, const Box& box) {
+  const bool is_thin = std::min(box.width(), box.height()) <= kThinRule;
+  Add(shapes, is_thin ? PathShape::Kind::kLine : PathShape::Kind::kRectangle, box);
+}
+
 // False for a subpath that is neither a line nor a rectangle, nor made of lines along the axes.
-bool AddSubpath(std::span<const PathSegment> subpath, bool fills, std::vector<PathShape>& shapes) {
+//   areas - takes the rectangles of a path that fills
+bool AddSubpath(std::span<const PathSegment> subpath, bool fills, std::vector<PathShape>& shapes,
+                std::vector<FilledArea>& areas) {
   const auto corners = CornersOf(subpath, fills);
   if (!corners) {
     return false;
@@ -94,8 +112,11 @@ bool AddSubpath(std::span<const PathSegment> subpath, bool fills, std::vector<Pa
   const Box box = BoxOf(*corners);
   const bool is_thin = std::min(box.width(), box.height()) <= kThinRule;
   if (IsRectangle(*corners)) {
-    const bool is_rule = fills && is_thin;
-    Add(shapes, is_rule ? PathShape::Kind::kLine : PathShape::Kind::kRectangle, box);
+    if (fills) {
+      areas.push_back({box, IsClockwise(*corners)});
+    } else {
+      Add(shapes, PathShape::Kind::kRectangle, box);
+    }
     return true;
   }
   if (fills && is_thin && AreAlongAxes(*corners)) {
@@ -111,18 +132,31 @@ bool AddSubpath(std::span<const PathSegment> subpath, bool fills, std::vector<Pa
   return true;
 }
 
+bool HaveHoles(std::span<const FilledArea> areas, std::span<const Box> painted) {
+  return !std::equal(areas.begin(), areas.end(), painted.begin(), painted.end(),
+                     [](const FilledArea& area, const Box& box) { return area.box == box; });
+}
+
 bool AddSubpaths(const pdf::PathUse& path, std::vector<PathShape>& shapes) {
   const std::span<const PathSegment> segments = path.segments;
+  std::vector<FilledArea> areas;
   std::size_t begin = 0;
   while (begin < segments.size()) {
     std::size_t end = begin + 1;
     while (end < segments.size() && segments[end].kind != PathSegment::Kind::kMove) {
       ++end;
     }
-    if (!AddSubpath(segments.subspan(begin, end - begin), path.fills, shapes)) {
+    if (!AddSubpath(segments.subspan(begin, end - begin), path.fills, shapes, areas)) {
       return false;
     }
     begin = end;
+  }
+  const auto boxes = PaintedBoxes(areas, path.rule);
+  if (!boxes || (path.strokes && HaveHoles(areas, *boxes))) {
+    return false;
+  }
+  for (const Box& box : *boxes) {
+    AddFilled(shapes, box);
   }
   return path.is_whole;
 }

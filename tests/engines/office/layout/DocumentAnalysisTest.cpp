@@ -119,6 +119,22 @@ TEST_F(DocumentAnalysis, LeavesRepeatedTextBelowATitleOfThePage) {
   EXPECT_THAT(Flow(0), SizeIs(5));
 }
 
+TEST_F(DocumentAnalysis, FindsThePageNumberAmongOtherNumbers) {
+  for (const char32_t digit : {U'1', U'2'}) {
+    MadePage page;
+    page.Text(72, 300, kFull);
+    page.Text(72, 770, U"Statistics to 2021, page 2" + std::u32string(1, digit));
+    Add(page);
+  }
+  AnalyzeDocument(document_);
+  ASSERT_THAT(document_.pages[0].layout.footer, SizeIs(1));
+  const auto& footer = std::get<Paragraph>(document_.pages[0].layout.footer[0].content);
+  ASSERT_THAT(footer.lines[0].pieces, SizeIs(2));
+  EXPECT_EQ(footer.lines[0].pieces[0].text, "Statistics to 2021, page ");
+  EXPECT_EQ(footer.lines[0].pieces[1].kind, PieceKind::kPageNumber);
+  EXPECT_EQ(footer.lines[0].pieces[1].text, "21");
+}
+
 TEST_F(DocumentAnalysis, JoinsPartsOfAFooterOnOneBaseline) {
   for (const char32_t digit : {U'1', U'2'}) {
     MadePage page;
@@ -134,6 +150,7 @@ TEST_F(DocumentAnalysis, JoinsPartsOfAFooterOnOneBaseline) {
   EXPECT_EQ(footer.lines[0].pieces[1].kind, PieceKind::kTab);
   EXPECT_EQ(footer.lines[0].pieces[2].kind, PieceKind::kPageNumber);
   EXPECT_EQ(footer.lines[0].pieces[2].x, 500);
+  EXPECT_EQ(footer.alignment, Alignment::kLeft);
 }
 
 TEST_F(DocumentAnalysis, FindsHeadingsByTheirType) {

@@ -18,6 +18,79 @@ std::vector<PathShape> LineShapes(const pdf::Point& from, const pdf::Point& to,
   return ShapesOf(path);
 }
 
+// A rectangle of a path, run through from its lower-left corner.
+struct Ring {
+  pdf::Box box;
+  bool goes_right = true;
+};
+
+// What rectangles become that one path fills, and strokes.
+std::vector<PathShape> AreaShapes(const std::vector<Ring>& rings, pdf::FillRule rule,
+                                  bool strokes = false) {
+  std::vector<PathSegment> segments;
+  for (const auto& [box, goes_right] : rings) {
+    const pdf::Point right{box.right, box.bottom};
+    const pdf::Point left{box.left, box.top};
+    segments.push_back({PathSegment::Kind::kMove, {{{}, {}, {box.left, box.bottom}}}});
+    segments.push_back({PathSegment::Kind::kLine, {{{}, {}, goes_right ? right : left}}});
+    segments.push_back({PathSegment::Kind::kLine, {{{}, {}, {box.right, box.top}}}});
+    segments.push_back({PathSegment::Kind::kLine, {{{}, {}, goes_right ? left : right}}});
+    segments.push_back({PathSegment::Kind::kClose, {}});
+  }
+  pdf::GraphicsState state;
+  return ShapesOf({.segments = segments,
+                   .box = rings.front().box,
+                   .fills = true,
+                   .strokes = strokes,
+                   .rule = rule,
+                   .state = state});
+}
+
+constexpr auto kEvenOdd = pdf::FillRule::kEvenOdd;
+constexpr auto kNonZero = pdf::FillRule::kNonZero;
+
+TEST(PathShapes, LeaveTheHoleOfAFrameOpen) {
+  const pdf::Box outer{0, 0, 100, 50};
+  const pdf::Box inner{1, 10, 99, 40};
+  for (const auto& shapes : {AreaShapes({{outer}, {inner}}, kEvenOdd),
+                             AreaShapes({{inner, false}, {outer}}, kNonZero)}) {
+    ASSERT_EQ(shapes.size(), 4u);
+    EXPECT_EQ(shapes[0].box, (pdf::Box{0, 0, 100, 10}));
+    EXPECT_EQ(shapes[0].kind, PathShape::Kind::kRectangle);
+    EXPECT_EQ(shapes[1].box, (pdf::Box{0, 40, 100, 50}));
+    EXPECT_EQ(shapes[2].box, (pdf::Box{0, 10, 1, 40}));
+    EXPECT_EQ(shapes[2].kind, PathShape::Kind::kLine);
+    EXPECT_EQ(shapes[3].box, (pdf::Box{99, 10, 100, 40}));
+  }
+}
+
+TEST(PathShapes, KeepRectanglesWithoutHoles) {
+  const pdf::Box outer{0, 0, 100, 50};
+  EXPECT_EQ(AreaShapes({{outer}, {{1, 10, 99, 40}}}, kNonZero).size(), 2u);
+  EXPECT_EQ(AreaShapes({{outer}, {{200, 10, 299, 40}}}, kEvenOdd).size(), 2u);
+  EXPECT_EQ(AreaShapes({{outer}, {{50, 10, 199, 40}}}, kEvenOdd).size(), 2u);
+  EXPECT_EQ(AreaShapes({{outer}, {outer}}, kNonZero).size(), 2u);
+  EXPECT_EQ(AreaShapes({{outer}}, kEvenOdd, true).size(), 1u);
+}
+
+TEST(PathShapes, LeaveARectangleOutThatItsHoleCovers) {
+  const auto shapes = AreaShapes({{{0, 0, 100, 50}}, {{0, 10, 100, 50}}}, kEvenOdd);
+  ASSERT_EQ(shapes.size(), 1u);
+  EXPECT_EQ(shapes[0].box, (pdf::Box{0, 0, 100, 10}));
+}
+
+TEST(PathShapes, AreOneShapeForSeveralHoles) {
+  const pdf::Box outer{0, 0, 100, 50};
+  for (const auto& shapes :
+       {AreaShapes({{outer}, {{10, 10, 20, 40}}, {{30, 10, 40, 40}}}, kEvenOdd),
+        AreaShapes({{outer}, {{10, 10, 90, 40}}, {{20, 20, 40, 30}}}, kEvenOdd),
+        AreaShapes({{{20, 20, 40, 30}}, {{10, 10, 90, 40}}, {outer}}, kEvenOdd),
+        AreaShapes({{outer}, {{10, 10, 90, 40}}}, kEvenOdd, true)}) {
+    ASSERT_EQ(shapes.size(), 1u);
+    EXPECT_EQ(shapes[0].kind, PathShape::Kind::kOther);
+  }
+}
+
 TEST(PathShapes, TellWhichWayALineLeads) {
   for (const bool is_backward : {false, true}) {
     const pdf::Point left{10, 10};

@@ -30,8 +30,8 @@ constexpr std::size_t kLongestText = 300;
 struct Candidate {
   Block* block = nullptr;
   pdf::Box box;
-  std::string text;  // its numbers as #; empty for pictures
-  long number = -1;  // the first number in it; -1 when that counts no pages
+  std::string text;           // its numbers as #; empty for pictures
+  std::vector<long> numbers;  // in their order; -1 for one that counts no pages
   bool is_repeated = false;
 };
 
@@ -44,10 +44,9 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// The text with # for each number; the first number when it can count pages.
+// The text with # for each number, and the numbers.
 void ReadText(const Paragraph& paragraph, Candidate& candidate) {
   const std::string text = TextOf(paragraph);
-  std::size_t numbers = 0;
   for (std::size_t i = 0; i < text.size() && candidate.text.size() < kLongestText;) {
     if (!IsDigit(text[i])) {
       candidate.text += text[i++];
@@ -61,7 +60,7 @@ void ReadText(const Paragraph& paragraph, Candidate& candidate) {
     }
     i += digits;
     candidate.text += '#';
-    candidate.number = ++numbers == 1 && digits <= kMostDigits ? value : candidate.number;
+    candidate.numbers.push_back(digits <= kMostDigits ? value : -1);
   }
 }
 
@@ -99,17 +98,20 @@ PageEdge EdgeOf(PageLayout& page, bool is_top) {
   return edge;
 }
 
+bool HaveOneText(const Candidate& a, const Candidate& b) {
+  return a.text == b.text && a.numbers.size() == b.numbers.size();
+}
+
 // Alone a number says nothing unless it grows with the pages.
 bool AreOneBlock(const Candidate& a, const Candidate& b, long pages_apart) {
-  if (a.text != b.text || std::abs(UpperEdge(a.box) - UpperEdge(b.box)) > kSamePlace) {
+  if (!HaveOneText(a, b) || std::abs(UpperEdge(a.box) - UpperEdge(b.box)) > kSamePlace) {
     return false;
   }
   if (a.text.empty()) {
     return std::abs(a.box.left - b.box.left) <= kSamePlace &&
            std::abs(a.box.width() - b.box.width()) <= kSamePlace;
   }
-  const bool is_counting = b.number - a.number == pages_apart;
-  return a.text != "#" || is_counting;
+  return a.text != "#" || a.numbers.empty() || b.numbers[0] - a.numbers[0] == pages_apart;
 }
 
 void MarkRepeated(PageEdge& one, PageEdge& other, long pages_apart) {
@@ -138,12 +140,24 @@ void MarkRepeated(std::vector<PageEdge>& edges) {
   }
 }
 
+// Where the number stands, not as a part of another one.
+std::size_t FindNumber(const std::string& text, const std::string& number) {
+  const auto is_digit_at = [&text](std::size_t at) {
+    return at < text.size() && IsDigit(text[at]);
+  };
+  std::size_t at = text.find(number);
+  while (at != std::string::npos && (is_digit_at(at - 1) || is_digit_at(at + number.size()))) {
+    at = text.find(number, at + 1);
+  }
+  return at;
+}
+
 // The piece of a text that is the number of the page becomes one of its own.
 void MarkPageNumber(Paragraph& paragraph, const std::string& number) {
   for (TextLine& line : paragraph.lines) {
     for (std::size_t i = 0; i < line.pieces.size(); ++i) {
       const TextPiece whole = line.pieces[i];
-      const std::size_t at = whole.text.find(number);
+      const std::size_t at = FindNumber(whole.text, number);
       if (whole.kind != PieceKind::kText || at == std::string::npos) {
         continue;
       }
@@ -165,22 +179,36 @@ void MarkPageNumber(Paragraph& paragraph, const std::string& number) {
   }
 }
 
-// Whether the numbers of a repeated text grow with the pages.
-bool CountsPages(const std::vector<PageEdge>& edges, std::size_t page, const Candidate& own) {
+// The number of the one text that is so much larger in the other, which is alike.
+std::optional<long> CountingNumber(const Candidate& one, const Candidate& other, long step) {
+  if (!HaveOneText(one, other)) {
+    return std::nullopt;
+  }
+  for (std::size_t i = 0; i < one.numbers.size(); ++i) {
+    if (one.numbers[i] >= 0 && other.numbers[i] - one.numbers[i] == step) {
+      return one.numbers[i];
+    }
+  }
+  return std::nullopt;
+}
+
+// The number of a repeated text that grows with the pages.
+std::optional<long> PageNumberOf(const std::vector<PageEdge>& edges, std::size_t page,
+                                 const Candidate& own) {
   for (std::size_t apart = 1; apart <= kMostPagesApart; ++apart) {
     for (const long step : {static_cast<long>(apart), -static_cast<long>(apart)}) {
       const long other = static_cast<long>(page) + step;
-      if (own.number < 0 || other < 0 || other >= static_cast<long>(edges.size())) {
+      if (other < 0 || other >= static_cast<long>(edges.size())) {
         continue;
       }
       for (const Candidate& b : edges[static_cast<std::size_t>(other)].blocks) {
-        if (b.text == own.text && b.number - own.number == step) {
-          return true;
+        if (const auto number = CountingNumber(own, b, step)) {
+          return number;
         }
       }
     }
   }
-  return false;
+  return std::nullopt;
 }
 
 // Further in, only what has nothing but headers, or footers, between itself and the edge is one.
@@ -221,9 +249,10 @@ void TakeOut(std::vector<PageEdge>& edges, std::size_t index, double height,
     return UpperEdge(a->box) < UpperEdge(b->box);
   });
   for (Candidate* candidate : taken) {
-    if (auto* paragraph = std::get_if<Paragraph>(&candidate->block->content);
-        paragraph != nullptr && CountsPages(edges, index, *candidate)) {
-      MarkPageNumber(*paragraph, std::to_string(candidate->number));
+    auto* paragraph = std::get_if<Paragraph>(&candidate->block->content);
+    const auto number = PageNumberOf(edges, index, *candidate);
+    if (paragraph != nullptr && number) {
+      MarkPageNumber(*paragraph, std::to_string(*number));
     }
     target.push_back(std::move(*candidate->block));
     candidate->block->content = Drawing{};  // its place, until it is swept
@@ -238,7 +267,8 @@ void MarkLastLine(PageEdge& edge, double height) {
   }
   Candidate& last = edge.blocks.front();
   const auto* paragraph = std::get_if<Paragraph>(&last.block->content);
-  const bool is_line = paragraph != nullptr && paragraph->lines.size() == 1 && last.number >= 0 &&
+  const bool is_line = paragraph != nullptr && paragraph->lines.size() == 1 &&
+                       !last.numbers.empty() && last.numbers[0] >= 0 &&
                        last.text.size() <= kLongestNumbered;
   const bool is_apart =
       std::all_of(edge.blocks.begin() + 1, edge.blocks.end(), [&last](const Candidate& other) {

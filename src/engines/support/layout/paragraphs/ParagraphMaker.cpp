@@ -107,6 +107,14 @@ double PitchOf(std::span<const TextRow> rows) {
                                static_cast<double>(rows.size() - 1);
 }
 
+// A line with places for its parts, which are counted from the left.
+bool IsLineOfParts(const Paragraph& paragraph) {
+  const std::vector<TextPiece>& pieces = paragraph.lines.front().pieces;
+  return paragraph.lines.size() == 1 && !paragraph.is_right_to_left &&
+         std::any_of(pieces.begin(), pieces.end(),
+                     [](const TextPiece& piece) { return piece.kind == PieceKind::kTab; });
+}
+
 Paragraph ParagraphOf(std::span<const TextRow> rows, const pdf::Box& column, PieceMaker& pieces) {
   Paragraph paragraph;
   paragraph.is_right_to_left = rows.front().is_right_to_left;
@@ -117,6 +125,9 @@ Paragraph ParagraphOf(std::span<const TextRow> rows, const pdf::Box& column, Pie
   for (const TextRow& row : rows) {
     paragraph.box = Around(paragraph.box, row.box);
     paragraph.lines.push_back(pieces.LineOf(row));
+  }
+  if (IsLineOfParts(paragraph)) {
+    paragraph.alignment = Alignment::kLeft;
   }
   for (std::size_t i = 0; i + 1 < paragraph.lines.size(); ++i) {
     JoinLines(paragraph.lines[i], paragraph.lines[i + 1]);
