@@ -129,6 +129,7 @@ PageModel DocumentReader::Read(std::size_t page_index) {
       ReadPageLinks(document, inside_->pages.Load(node, arena),
                     geometry.ToSeenPoints() * Downwards(page.height), inside_->destinations);
   page.roles = inside_->Roles().OfPage(page.number);
+  page.tree_has_tables = inside_->Roles().has_tables();
   return page;
 }
 

@@ -107,6 +107,7 @@ void StructureRoles::AddElement(Document& document, const Kid& kid, const Object
   if (const auto page = destinations_->IndexOf(dictionary.Get("Pg").AsReference().number)) {
     element.page = page;
   }
+  has_tables_ = has_tables_ || texts_[element.type] == "TR";
   const auto index = static_cast<std::uint32_t>(elements_.size());
   elements_.push_back(element);
   AddKids(document, index, dictionary.Get("K"));

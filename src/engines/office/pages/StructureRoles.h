@@ -29,6 +29,9 @@ class StructureRoles {
   // By /MCID; content that no element has is without a path.
   std::vector<StructureRole> OfPage(std::uint32_t page_index) const;
 
+  // Whether there are rows of tables anywhere: whoever made the tree told of them.
+  bool has_tables() const { return has_tables_; }
+
  private:
   struct Element {
     std::uint32_t parent = 0;  // in elements_
@@ -71,6 +74,7 @@ class StructureRoles {
   std::vector<std::string> texts_;
   std::vector<Element> elements_;
   std::vector<Item> items_;
+  bool has_tables_ = false;
 };
 
 }  // namespace TarnixTools::engines::office

@@ -25,10 +25,10 @@ constexpr double kLabelGap = 4;        // points between the lines of a label on
 constexpr double kTurnedGap = 6;       // points between lines of one turned text
 constexpr double kRadians = 0.017453292519943295;  // in a degree
 
-// A part of the flow before it is in its column: a line of text, or a block.
+// A part of the flow before it is in its column: lines of text that stay together, or a block.
 struct FlowPart {
-  const WordLine* line = nullptr;
-  Block block;  // without a line
+  std::vector<const WordLine*> lines;  // from the top
+  Block block;                         // without lines
 };
 
 std::size_t LettersOf(const WordLine& line) {
@@ -74,6 +74,7 @@ class PageAnalyzer {
   void PlacePicture(Picture picture);
   void PlaceDrawing(Drawing drawing);
   void PlaceLines();
+  void PlaceTogether(std::vector<const WordLine*> lines);
   void PlaceLabels(const std::vector<const WordLine*>& lines);
   void PlaceTurned(const TurnedText& turned);
   bool MoveIntoCell(Floating& floating);
@@ -91,6 +92,7 @@ class PageAnalyzer {
   PageText text_;
   std::vector<std::uint32_t> used_;  // in PageModel::paths: of words and of tables
   std::vector<pdf::Box> tables_;
+  std::vector<pdf::Box> ruled_text_;
   std::vector<FlowPart> parts_;
   std::vector<RegionItem> items_;  // of the parts
   std::vector<pdf::Box> things_;   // pictures and drawings of the flow, whose text is labels
@@ -107,11 +109,13 @@ void PageAnalyzer::CopyLinks() {
 void PageAnalyzer::PlaceTables() {
   used_ = text_.marks;
   TableMaker tables(text_.upright.lines, paragraphs_);
-  for (FoundTable& found : FindTables(*page_, text_.upright)) {
+  PageTables page_tables = FindTables(*page_, text_.upright);
+  ruled_text_ = std::move(page_tables.ruled_text);
+  for (FoundTable& found : page_tables.tables) {
     used_.insert(used_.end(), found.paths.begin(), found.paths.end());
     tables_.push_back(found.table.box);
     items_.push_back({.box = found.table.box});
-    parts_.push_back({.line = nullptr, .block = Block{tables.Make(std::move(found))}});
+    parts_.push_back({.lines = {}, .block = Block{tables.Make(std::move(found))}});
   }
   std::sort(used_.begin(), used_.end());
   if (!parts_.empty()) {
@@ -163,7 +167,7 @@ template <typename Thing>
 void PageAnalyzer::AddThing(Thing thing) {
   things_.push_back(thing.box);
   items_.push_back({.box = thing.box});
-  parts_.push_back({.line = nullptr, .block = Block{std::move(thing)}});
+  parts_.push_back({.lines = {}, .block = Block{std::move(thing)}});
 }
 
 void PageAnalyzer::PlaceBehind(PageGraphics& graphics) {
@@ -181,6 +185,7 @@ void PageAnalyzer::PlaceBehind(PageGraphics& graphics) {
 // Lines in pictures and drawings are labels, all others are part of the flow.
 void PageAnalyzer::PlaceLines() {
   std::vector<const WordLine*> labels;
+  std::vector<std::vector<const WordLine*>> between_rules(ruled_text_.size());
   std::size_t compared = 0;
   for (const WordLine& line : text_.upright.lines) {
     const double x = MiddleX(line.box);
@@ -193,10 +198,33 @@ void PageAnalyzer::PlaceLines() {
       labels.push_back(&line);
       continue;
     }
+    const auto ruled = std::find_if(ruled_text_.begin(), ruled_text_.end(),
+                                    [&](const pdf::Box& box) { return Holds(box, x, y); });
+    if (ruled != ruled_text_.end()) {
+      between_rules[static_cast<std::size_t>(ruled - ruled_text_.begin())].push_back(&line);
+      continue;
+    }
     items_.push_back(ItemOf(line));
-    parts_.push_back({.line = &line, .block = {}});
+    parts_.push_back({.lines = {&line}, .block = {}});
+  }
+  for (std::vector<const WordLine*>& lines : between_rules) {
+    PlaceTogether(std::move(lines));
   }
   PlaceLabels(labels);
+}
+
+void PageAnalyzer::PlaceTogether(std::vector<const WordLine*> lines) {
+  if (lines.empty()) {
+    return;
+  }
+  std::stable_sort(lines.begin(), lines.end(),
+                   [](const WordLine* a, const WordLine* b) { return a->baseline < b->baseline; });
+  pdf::Box box = lines.front()->box;
+  for (const WordLine* line : lines) {
+    box = Around(box, line->box);
+  }
+  items_.push_back({.box = box});
+  parts_.push_back({.lines = std::move(lines), .block = {}});
 }
 
 void PageAnalyzer::AddFloat(const std::vector<const WordLine*>& lines) {
@@ -311,15 +339,16 @@ void PageAnalyzer::FillColumn(const RegionColumn& source, Column& column) {
   std::vector<const WordLine*> lines;
   for (const std::uint32_t item : source.items) {
     FlowPart& part = parts_[item];
-    if (part.line == nullptr) {
+    if (part.lines.empty()) {
       FlushLines(lines, column);
       column.blocks.push_back(std::move(part.block));
       continue;
     }
-    if (!lines.empty() && part.line->baseline < lines.back()->baseline - part.line->size) {
+    const WordLine& first = *part.lines.front();
+    if (!lines.empty() && first.baseline < lines.back()->baseline - first.size) {
       FlushLines(lines, column);
     }
-    lines.push_back(part.line);
+    lines.insert(lines.end(), part.lines.begin(), part.lines.end());
   }
   FlushLines(lines, column);
 }
@@ -332,7 +361,7 @@ void PageAnalyzer::MakeBands() {
   std::size_t to_left = 0;
   for (std::size_t i = 0; i < items_.size(); ++i) {
     all = Around(all, items_[i].box);
-    to_left += parts_[i].line != nullptr && parts_[i].line->is_right_to_left ? 1 : 0;
+    to_left += !parts_[i].lines.empty() && parts_[i].lines.front()->is_right_to_left ? 1 : 0;
   }
   for (const RegionBand& source : CutIntoBands(items_, 2 * to_left > items_.size())) {
     Band band{.box = {all.left, source.box.bottom, all.right, source.box.top}, .columns = {}};

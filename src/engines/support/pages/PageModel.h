@@ -117,6 +117,7 @@ struct PageModel {
   std::vector<ImagePlace> images;
   std::vector<PageLink> links;
   std::vector<StructureRole> roles;  // by /MCID; empty without a sound tree
+  bool tree_has_tables = false;      // of this page or of others
   bool has_shadings = false;         // smooth shades are painted, which no path tells of
   bool is_partial = false;           // a bound was passed, or something of it cannot be read
 };

@@ -129,6 +129,18 @@ TEST_F(DocumentReaderTest, TellsTheRolesOfMarkedContent) {
   EXPECT_EQ(page.glyphs[0].mark, 1);
 }
 
+TEST_F(DocumentReaderTest, TellsOnEveryPageWhetherTheTreeHasTables) {
+  for (const bool has_table : {true, false}) {
+    TestPdf pdf;
+    pdf.Pages(2, "Page");
+    pdf.Object("tree", "<</Type/StructTreeRoot/K {{all}}/RoleMap<</Line/TR>>>>");
+    pdf.Object("all", "<</S/Document/K {{table}}/Pg {{page 2}}>>");
+    pdf.Object("table", has_table ? "<</S/Table/K<</S/Line/K 0>>>>" : "<</S/P/K 0>>");
+    pdf.CatalogEntry("/StructTreeRoot {{tree}}");
+    EXPECT_EQ(Open(pdf).Read(0).tree_has_tables, has_table);
+  }
+}
+
 TEST_F(DocumentReaderTest, TellsScannedPages) {
   const std::string scan = std::string("q 612 0 0 792 0 0 cm ") + kImage + " Q ";
   const std::string text(100, 'a');

@@ -10,6 +10,8 @@
 namespace TarnixTools::engines {
 namespace {
 
+using ::testing::AllOf;
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::SizeIs;
@@ -90,6 +92,25 @@ TEST(PageAnalysis, PutsATabBetweenTextsOfALine) {
   ASSERT_THAT(paragraph.lines[0].pieces, SizeIs(3));
   EXPECT_EQ(paragraph.lines[0].pieces[1].kind, PieceKind::kTab);
   EXPECT_DOUBLE_EQ(paragraph.lines[0].pieces[2].x, 300);
+}
+
+// Labels and numbers between rules, which would be columns of their own without them, and a table
+// if the tags did not tell otherwise.
+TEST(PageAnalysis, KeepsLinesBetweenRulesWhole) {
+  MadePage made;
+  for (int i = 0; i < 5; ++i) {
+    const double y = 100 + 16 * i;
+    made.Line({72, y - 12, 500, y - 12}).Line({72, y + 4, 500, y + 4});
+    made.Text(76, y, U"Length of the arm").Text(420, y, U"1,234.5 (12.3)");
+  }
+  PageModel page = made.Take();
+  page.roles = {{.path = {"P"}}};
+  page.tree_has_tables = true;
+  for (Glyph& glyph : page.glyphs) {
+    glyph.mark = 0;
+  }
+  PageLayout layout = AnalyzePage(page);
+  EXPECT_THAT(TextsOf(layout), AllOf(SizeIs(5), Each("Length of the arm\t1,234.5 (12.3)")));
 }
 
 TEST(PageAnalysis, FloatsTurnedTextAboutItsMiddle) {

@@ -25,6 +25,7 @@ constexpr double kPartHeight = 1.15;  // of a part, the whole has at least
 constexpr double kPathMargin = 8;     // that rules may
 constexpr double kSmallBox = 20;      // points
 constexpr double kThinBox = 3;        // what is thinner is a rule
+constexpr double kTaggedShare = 0.6;  // of the words of a page, where its text is tagged
 
 // Words that are rules made of characters.
 bool IsDrawnRule(std::u32string_view text) {
@@ -50,7 +51,7 @@ class Finder {
     Read(text);
   }
 
-  std::vector<FoundTable> Find();
+  PageTables Find();
 
  private:
   void Read(const TurnedText& text);
@@ -58,6 +59,7 @@ class Finder {
   void SetTags(const Word& word, Ink& ink);
   bool TryTags(std::uint32_t table, std::span<const Ink> inks);
   bool MayGoOn() const;
+  bool TagsTellAll() const;
   void TryArea(const TableArea& area, std::span<const Ink> inks);
   void Try(std::vector<TableArea> areas);
   void TryFills();
@@ -72,7 +74,9 @@ class Finder {
   std::vector<Ink> fillers_;
   std::vector<FoundTable> tables_;
   std::map<std::uint32_t, std::size_t> tagged_;  // words of each table that tags tell of
-  std::size_t looked_at_ = 0;                    // words, once for each area that they are in
+  std::size_t word_count_ = 0;
+  std::size_t tagged_words_ = 0;
+  std::size_t looked_at_ = 0;  // words, once for each area that they are in
 };
 
 // Null where nothing tells it.
@@ -86,6 +90,7 @@ const Typeface* Finder::FaceOf(const Word& word) const {
 
 void Finder::SetTags(const Word& word, Ink& ink) {
   const StructureRole* role = word.glyphs.empty() ? nullptr : RoleOf(*page_, word.glyphs.front());
+  tagged_words_ += role != nullptr && !role->path.empty() ? 1 : 0;
   if (role != nullptr && role->table != 0) {
     ink.table = role->table;
     ink.tagged_row = role->row;
@@ -97,6 +102,7 @@ void Finder::SetTags(const Word& word, Ink& ink) {
 void Finder::Read(const TurnedText& text) {
   std::uint32_t number = 0;
   for (const WordLine& line : text.lines) {
+    word_count_ += line.words.size();
     for (const Word& word : line.words) {
       const Typeface* face = FaceOf(word);
       Ink ink{.left = word.box.left,
@@ -282,28 +288,41 @@ void Finder::TryTagged() {
   }
 }
 
-std::vector<FoundTable> Finder::Find() {
+// Whether a table that is not ruled would have tags as the text has, and as other tables of the
+// document do.
+bool Finder::TagsTellAll() const {
+  const double words = static_cast<double>(word_count_);
+  return page_->tree_has_tables && static_cast<double>(tagged_words_) >= kTaggedShare * words;
+}
+
+PageTables Finder::Find() {
   if (inks_.size() > limits::kMaxWordsOfTables) {
     return {};
   }
   Try(FindGrids(rules_));
   TryFills();
-  const bool is_tagged =
-      std::any_of(inks_.begin(), inks_.end(), [](const Ink& ink) { return ink.table != 0; });
   TryTagged();
+  const bool is_told = TagsTellAll();
+  const std::size_t count = tables_.size();
   Try(FindStripes(rules_, inks_));
-  if (!is_tagged) {
+  std::vector<pdf::Box> ruled_text;
+  if (is_told) {
+    for (std::size_t i = count; i < tables_.size(); ++i) {
+      ruled_text.push_back(tables_[i].table.box);
+    }
+    tables_.resize(count);
+  } else if (tagged_.empty()) {
     Try(FindTextAreas(rules_, inks_));
   }
   std::stable_sort(tables_.begin(), tables_.end(), [](const FoundTable& a, const FoundTable& b) {
     return a.table.box.bottom < b.table.box.bottom;
   });
-  return std::move(tables_);
+  return {std::move(tables_), std::move(ruled_text)};
 }
 
 }  // namespace
 
-std::vector<FoundTable> FindTables(const PageModel& page, const TurnedText& text) {
+PageTables FindTables(const PageModel& page, const TurnedText& text) {
   return Finder(page, text).Find();
 }
 

@@ -1,7 +1,7 @@
 // Finds the tables of a page: ruled ones, those with horizontal rules only, and those that nothing
 // but the alignment of their words shows.
 //
-//   for (const FoundTable& table : FindTables(page, text.upright)) ...
+//   for (const FoundTable& table : FindTables(page, text.upright).tables) ...
 //
 // Lengths are points on the page, y downwards.
 #ifndef TARNIX_ENGINES_SUPPORT_LAYOUT_TABLES_TABLEFINDER_H_
@@ -26,8 +26,15 @@ struct FoundTable {
   std::vector<std::uint32_t> paths;  // in PageModel::paths: what belongs to the table
 };
 
-// From the top. Every word is in one table at most.
-std::vector<FoundTable> FindTables(const PageModel& page, const TurnedText& text);
+struct PageTables {
+  std::vector<FoundTable> tables;  // from the top
+  // Text between rules that looks like a table, while the tags tell that it is none. What is level
+  // in it is a line.
+  std::vector<pdf::Box> ruled_text;
+};
+
+// Every word is in one table at most.
+PageTables FindTables(const PageModel& page, const TurnedText& text);
 
 }  // namespace TarnixTools::engines
 

@@ -148,6 +148,36 @@ TEST(OpenTables, AreWhatTagsTellOf) {
   EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("Date:|Friday, March 13", "Location:|Newark")));
 }
 
+// Rows between rules, in a document whose tags tell of other tables.
+TEST(OpenTables, AreNotWhatTagsTellToBeText) {
+  TableScene told;
+  TableScene untold;
+  for (TableScene* scene : {&told, &untold}) {
+    for (int i = 0; i < 4; ++i) {
+      scene->Line(90, 90 + 16 * i, 300, 90 + 16 * i);
+    }
+  }
+  for (int i = 0; i < 3; ++i) {
+    const double y = 102 + 16 * i;
+    told.TaggedText(100, y, "Label").TaggedText(260, y, "12.5");
+    untold.Text(100, y, "Label").Text(260, y, "12.5");
+  }
+  EXPECT_THAT(untold.TreeWithTables().Find(), SizeIs(1));
+  EXPECT_THAT(untold.RuledText(), IsEmpty());
+  EXPECT_THAT(told.Find(), SizeIs(1));
+  EXPECT_THAT(told.TreeWithTables().Find(), IsEmpty());
+  EXPECT_THAT(told.RuledText(), SizeIs(1));
+}
+
+// Rules in both directions are not made for text.
+TEST(OpenTables, AreRuledOnesEvenIfTagsTellOfText) {
+  TableScene scene;
+  scene.TreeWithTables().Grid({90, 200, 300}, {90, 106, 122});
+  scene.TaggedText(100, 102, "One").TaggedText(210, 102, "Two");
+  scene.TaggedText(100, 118, "Three").TaggedText(210, 118, "Four");
+  EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("One|Two", "Three|Four")));
+}
+
 TEST(OpenTables, TakeEachWordOnce) {
   TableScene scene;
   scene.Line(100, 90, 400, 90).Line(100, 106, 400, 106).Line(100, 140, 400, 140);

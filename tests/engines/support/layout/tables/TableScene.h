@@ -40,11 +40,18 @@ class TableScene {
   // In a table that tags tell of.
   TableScene& Tagged(double x, double y, std::string_view text, std::uint32_t table) {
     page_.roles.push_back({.path = {"Table"}, .table = table, .description = {}, .language = {}});
-    const std::size_t first = page_.glyphs.size();
-    Text(x, y, text);
-    for (std::size_t i = first; i < page_.glyphs.size(); ++i) {
-      page_.glyphs[i].mark = static_cast<std::int32_t>(page_.roles.size() - 1);
-    }
+    return Marked(x, y, text);
+  }
+
+  // In a paragraph that tags tell of.
+  TableScene& TaggedText(double x, double y, std::string_view text) {
+    page_.roles.push_back({.path = {"P"}, .description = {}, .language = {}});
+    return Marked(x, y, text);
+  }
+
+  // The tags tell of tables, on this page or on others.
+  TableScene& TreeWithTables() {
+    page_.tree_has_tables = true;
     return *this;
   }
 
@@ -97,13 +104,25 @@ class TableScene {
     return *this;
   }
 
-  std::vector<FoundTable> Tables() const { return FindTables(page_, text_); }
+  std::vector<FoundTable> Tables() const { return FindTables(page_, text_).tables; }
+
+  std::vector<pdf::Box> RuledText() const { return FindTables(page_, text_).ruled_text; }
 
   // Each table as its cells in words: "a|b" a row, "a||b" with a blank place. A cell that spans has
   // "<" at the places to its right and "^" at those below.
   std::vector<std::vector<std::string>> Find() const;
 
  private:
+  // With the role that was given last.
+  TableScene& Marked(double x, double y, std::string_view text) {
+    const std::size_t first = page_.glyphs.size();
+    Text(x, y, text);
+    for (std::size_t i = first; i < page_.glyphs.size(); ++i) {
+      page_.glyphs[i].mark = static_cast<std::int32_t>(page_.roles.size() - 1);
+    }
+    return *this;
+  }
+
   static double WidthOf(std::string_view text);
   TableScene& Add(double x, double y, std::string_view text, std::uint32_t style);
 
