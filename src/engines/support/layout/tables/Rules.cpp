@@ -78,8 +78,15 @@ class RuleCollector {
   }
 
  private:
-  void Add(const PathShape& shape) {
+  // What of it lies on the page.
+  void Add(const PathShape& whole) {
+    PathShape shape = whole;
+    shape.box = {std::max(whole.box.left, 0.0), std::max(whole.box.bottom, 0.0),
+                 std::min(whole.box.right, page_->width), std::min(whole.box.top, page_->height)};
     const pdf::Box& box = shape.box;
+    if (box.left > box.right || box.bottom > box.top) {
+      return;
+    }
     const bool is_thin = box.width() <= kThin || box.height() <= kThin;
     if (shape.kind == PathShape::Kind::kOther && !is_thin) {
       return;

@@ -54,6 +54,17 @@ TEST(RuledTables, PartRowsOfNumbersThatNoRuleParts) {
               ElementsAre(ElementsAre("Country|Total", "Spain|12", "France|345", "Italy|6")));
 }
 
+TEST(RuledTables, EndAtTheEdgeOfThePage) {
+  TableScene scene;
+  scene.Grid({100, 200, 900}, {-500, 120, 140, 160, 1700});
+  scene.Text(105, 134, "Anna").Text(205, 134, "Bonn").Text(105, 154, "Paul").Text(205, 154, "Ulm");
+  const std::vector<FoundTable> tables = scene.Tables();
+  ASSERT_EQ(tables.size(), 1U);
+  EXPECT_GE(tables[0].table.rows.front(), 0);
+  EXPECT_LE(tables[0].table.rows.back(), 800);
+  EXPECT_LE(tables[0].table.columns.back(), 600);
+}
+
 TEST(RuledTables, TakeDoubleRulesForOne) {
   TableScene scene;
   scene.Grid({100, 200, 300}, {100, 120, 140}).Grid({97.5, 302.5}, {97.5, 142.5});
