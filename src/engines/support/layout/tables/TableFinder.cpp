@@ -219,7 +219,7 @@ void Finder::Try(std::vector<TableArea> areas) {
     std::copy_if(inks_.begin(), inks_.end(), std::back_inserter(inks),
                  [&area](const Ink& ink) { return IsIn(ink, area.box); });
     looked_at_ += inks.size();
-    if (!CutsText(area, inks)) {
+    if (!CutsText(area.vertical.empty() ? rules_.vertical : area.vertical, inks)) {
       TryArea(area, inks);
     }
   }

@@ -16,6 +16,9 @@ constexpr std::size_t kRowsOfWords = 4;
 constexpr double kNumericColumn = 0.6;
 constexpr double kWordsOfText = 4;
 constexpr double kNearWords = 0.45;  // of the font's size: between words of a text
+constexpr double kNearCells = 0.3;  // where a line is between: words of two cells are farther apart
+constexpr std::size_t kFewestCuts = 4;  // by lines
+constexpr double kInset = 0.15;  // of the font's size: how far in a rule is that crosses a word
 
 struct ColumnFacts {
   std::size_t filled = 0;
@@ -140,26 +143,48 @@ bool IsContents(const TableShape& shape, const Facts& facts, std::span<const Ink
   return 2 * static_cast<std::size_t>(within) >= facts.rows;
 }
 
+// Whether a line runs through the word, and not along its edge.
+bool IsCrossed(const Ink& ink, std::span<const Rule> vertical) {
+  const double y = (ink.upper + ink.lower) / 2;
+  const double inset = kInset * ink.size;
+  return std::any_of(vertical.begin(), vertical.end(), [&](const Rule& rule) {
+    return !rule.is_edge && rule.at > ink.left + inset && rule.at < ink.right - inset &&
+           rule.from < y && rule.to > y;
+  });
+}
+
+// Null where there is none.
+const Rule* RuleBetween(const Ink& a, const Ink& b, std::span<const Rule> vertical) {
+  const double y = (a.upper + a.lower) / 2;
+  const auto rule = std::find_if(vertical.begin(), vertical.end(), [&](const Rule& own) {
+    return own.at > a.right - 1 && own.at < b.left + 1 && own.from < y && own.to > y;
+  });
+  return rule == vertical.end() ? nullptr : &*rule;
+}
+
 }  // namespace
 
-bool CutsText(const TableArea& area, std::span<const Ink> inks) {
+bool CutsText(std::span<const Rule> vertical, std::span<const Ink> inks) {
   std::size_t parted = 0;
-  std::size_t cuts = 0;
+  std::size_t cut_by_fills = 0;
+  std::size_t cut_by_lines = 0;
   for (const InkRow& row : RowsOf(inks)) {
-    for (std::size_t i = 1; i < row.inks.size(); ++i) {
-      const Ink& a = row.inks[i - 1];
-      const Ink& b = row.inks[i];
-      const double y = (a.upper + a.lower) / 2;
-      const bool is_parted =
-          std::any_of(area.vertical.begin(), area.vertical.end(), [&](const Rule& rule) {
-            return rule.is_edge && rule.at > a.right - 1 && rule.at < b.left + 1 && rule.from < y &&
-                   rule.to > y;
-          });
-      parted += is_parted ? 1 : 0;
-      cuts += is_parted && b.left - a.right < kNearWords * row.size ? 1 : 0;
+    for (std::size_t i = 0; i < row.inks.size(); ++i) {
+      const bool is_crossed = IsCrossed(row.inks[i], vertical);
+      parted += is_crossed ? 1 : 0;
+      cut_by_lines += is_crossed ? 1 : 0;
+      const Rule* rule = i == 0 ? nullptr : RuleBetween(row.inks[i - 1], row.inks[i], vertical);
+      if (rule == nullptr) {
+        continue;
+      }
+      const double gap = row.inks[i].left - row.inks[i - 1].right;
+      ++parted;
+      cut_by_fills += rule->is_edge && gap < kNearWords * row.size ? 1 : 0;
+      cut_by_lines += !rule->is_edge && gap < kNearCells * row.size ? 1 : 0;
     }
   }
-  return 2 * cuts > parted;
+  return 2 * (cut_by_fills + cut_by_lines) > parted &&
+         (cut_by_fills > 0 || cut_by_lines >= kFewestCuts);
 }
 
 bool IsTable(const TableShape& shape, AreaKind kind, std::span<const Ink> leaders) {

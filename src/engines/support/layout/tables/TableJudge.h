@@ -12,8 +12,9 @@ namespace TarnixTools::engines {
 //   leaders - rows of dots that lead from an entry to its number
 bool IsTable(const TableShape& shape, AreaKind kind, std::span<const Ink> leaders);
 
-// Whether filled boxes part words that run on, as those behind a word of a text do.
-bool CutsText(const TableArea& area, std::span<const Ink> inks);
+// Whether filled boxes part words that run on, as those behind a word of a text do, or lines run
+// through text, as those of a drawing do.
+bool CutsText(std::span<const Rule> vertical, std::span<const Ink> inks);
 
 }  // namespace TarnixTools::engines
 

@@ -54,6 +54,21 @@ TEST(RuledTables, PartRowsOfNumbersThatNoRuleParts) {
               ElementsAre(ElementsAre("Country|Total", "Spain|12", "France|345", "Italy|6")));
 }
 
+// Lines of a drawing, and what is written over them.
+TEST(RuledTables, HaveNoLinesThroughTheirText) {
+  for (const bool has_lines : {true, false}) {
+    TableScene scene;
+    for (double x = 100; x <= 250; x += has_lines ? 21 : 150) {
+      scene.Line(x, 80, x, 200);
+    }
+    for (double y = 80; y <= 200; y += 40) {
+      scene.Line(100, y, 400, y);
+      scene.Text(110, y + 20, "some words that run on").Text(300, y + 20, "a remark");
+    }
+    EXPECT_EQ(scene.Find().empty(), has_lines);
+  }
+}
+
 TEST(RuledTables, EndAtTheEdgeOfThePage) {
   TableScene scene;
   scene.Grid({100, 200, 900}, {-500, 120, 140, 160, 1700});
