@@ -34,6 +34,14 @@ std::vector<TableArea> FindGrids(const Rules& rules);
 // What horizontal rules of one length bound.
 std::vector<TableArea> FindStripes(const Rules& rules, std::span<const Ink> inks);
 
+struct Panels {
+  std::vector<TableArea> areas;
+  std::vector<std::uint32_t> headings;  // words over them (Ink::word)
+};
+
+// Tables that stand side by side, each under a heading with a rule below it.
+Panels FindPanels(const Rules& rules, std::span<const Ink> inks);
+
 // What stands in columns without rules.
 std::vector<TableArea> FindTextAreas(const Rules& rules, std::span<const Ink> inks);
 

@@ -62,6 +62,7 @@ class Finder {
   bool TagsTellAll() const;
   void TryArea(const TableArea& area, std::span<const Ink> inks);
   void Try(std::vector<TableArea> areas);
+  void TryPanels();
   void TryFills();
   void TryTagged();
   void AddPaths(FoundTable& found, AreaKind kind) const;
@@ -236,6 +237,16 @@ bool IsPartOfAny(const TableArea& fills, const std::vector<TableArea>& stripes) 
   });
 }
 
+// The headings of panels are no words of tables.
+void Finder::TryPanels() {
+  Panels panels = FindPanels(rules_, inks_);
+  Try(std::move(panels.areas));
+  std::sort(panels.headings.begin(), panels.headings.end());
+  std::erase_if(inks_, [&panels](const Ink& ink) {
+    return std::binary_search(panels.headings.begin(), panels.headings.end(), ink.word);
+  });
+}
+
 // Tables whose cells are filled boxes.
 void Finder::TryFills() {
   std::vector<pdf::Box> areas;
@@ -299,10 +310,13 @@ PageTables Finder::Find() {
   if (inks_.size() > limits::kMaxWordsOfTables) {
     return {};
   }
+  const bool is_told = TagsTellAll();
   Try(FindGrids(rules_));
+  if (!is_told) {
+    TryPanels();
+  }
   TryFills();
   TryTagged();
-  const bool is_told = TagsTellAll();
   const std::size_t count = tables_.size();
   Try(FindStripes(rules_, inks_));
   std::vector<pdf::Box> ruled_text;
@@ -315,7 +329,8 @@ PageTables Finder::Find() {
     Try(FindTextAreas(rules_, inks_));
   }
   std::stable_sort(tables_.begin(), tables_.end(), [](const FoundTable& a, const FoundTable& b) {
-    return a.table.box.bottom < b.table.box.bottom;
+    return std::pair(a.table.box.bottom, a.table.box.left) <
+           std::pair(b.table.box.bottom, b.table.box.left);
   });
   return {std::move(tables_), std::move(ruled_text)};
 }

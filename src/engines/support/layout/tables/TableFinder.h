@@ -27,7 +27,7 @@ struct FoundTable {
 };
 
 struct PageTables {
-  std::vector<FoundTable> tables;  // from the top
+  std::vector<FoundTable> tables;  // from the top, and from the left
   // Text between rules that looks like a table, while the tags tell that it is none. What is level
   // in it is a line.
   std::vector<pdf::Box> ruled_text;

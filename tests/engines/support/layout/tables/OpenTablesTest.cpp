@@ -10,9 +10,12 @@
 namespace TarnixTools::engines {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::Not;
 using ::testing::SizeIs;
+using ::testing::UnorderedElementsAre;
 
 TEST(OpenTables, StandBetweenHorizontalRules) {
   TableScene scene;
@@ -176,6 +179,54 @@ TEST(OpenTables, AreRuledOnesEvenIfTagsTellOfText) {
   scene.TaggedText(100, 102, "One").TaggedText(210, 102, "Two");
   scene.TaggedText(100, 118, "Three").TaggedText(210, 118, "Four");
   EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("One|Two", "Three|Four")));
+}
+
+// Headings side by side with a rule below each, between rules over the whole width of the page.
+// The text at the right is what follows in the row.
+TableScene PanelScene(std::string_view right) {
+  TableScene scene;
+  scene.Line(50, 60, 550, 60).Line(50, 300, 550, 300);
+  for (const double x : {50, 304}) {
+    scene.Bold(x, 96, x < 100 ? "Parties" : "Totals of all").Line(x, 102, x + 246, 102);
+  }
+  for (int i = 0; i < 4; ++i) {
+    scene.Text(54, 120 + 15 * i, "Name").RightText(290, 120 + 15 * i, "12.5");
+    scene.Text(308, 124 + 15 * i, "Class").Text(500, 124 + 15 * i, right);
+  }
+  return scene;
+}
+
+TEST(OpenTables, StandSideBySideUnderHeadings) {
+  EXPECT_THAT(PanelScene("7").Find(),
+              ElementsAre(ElementsAre("Name|12.5", "Name|12.5", "Name|12.5", "Name|12.5"),
+                          ElementsAre("Class|7", "Class|7", "Class|7", "Class|7")));
+}
+
+// A further heading with a rule of the same length.
+TEST(OpenTables, EndAtTheNextHeadingOfTheirPanel) {
+  TableScene scene = PanelScene("7");
+  scene.Bold(50, 190, "More").Line(50, 196, 296, 196);
+  for (int i = 0; i < 2; ++i) {
+    scene.Text(54, 212 + 15 * i, "Item").RightText(290, 212 + 15 * i, "3");
+  }
+  EXPECT_THAT(scene.Find(),
+              UnorderedElementsAre(ElementsAre("Name|12.5", "Name|12.5", "Name|12.5", "Name|12.5"),
+                                   ElementsAre("Class|7", "Class|7", "Class|7", "Class|7"),
+                                   ElementsAre("Item|3", "Item|3")));
+}
+
+// Columns under headings that share the labels at their left.
+TEST(OpenTables, AreNotPartedAtRulesUnderTheirHeadings) {
+  TableScene scene = PanelScene("7");
+  for (int i = 0; i < 4; ++i) {
+    scene.Text(10, 122 + 15 * i, "Label");
+  }
+  EXPECT_THAT(scene.Find(), SizeIs(1));
+}
+
+// Where one of the columns is a text, the rules are not those of tables.
+TEST(OpenTables, AreNotColumnsOfText) {
+  EXPECT_THAT(PanelScene("").Find(), Not(Contains(Contains("Name|12.5"))));
 }
 
 TEST(OpenTables, TakeEachWordOnce) {
