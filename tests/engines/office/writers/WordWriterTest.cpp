@@ -98,6 +98,12 @@ TEST(WordWriter, BeginsEachPageWhereItBegan) {
   EXPECT_EQ(Count(body, "<w:sectPr>"), 1u);
 }
 
+TEST(WordWriter, KeepsHiddenTextFromBeingWhollyTransparent) {
+  OfficePage page = PageWith({Block{TextAt(72, 100, {"Recognised"})}});
+  page.layout.looks[0].is_hidden = true;
+  EXPECT_THAT(BodyOf(DocumentOf({page})), HasSubstr("<w14:alpha w14:val=\"99000\"/>"));
+}
+
 TEST(WordWriter, JoinsLinesThatFlow) {
   const std::string body = BodyOf(DocumentOf(
       {PageWith({Block{TextAt(72, 100,

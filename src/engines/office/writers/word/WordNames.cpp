@@ -10,6 +10,8 @@ namespace TarnixTools::engines::office {
 namespace {
 
 constexpr std::int64_t kMostHalfPoints = 3276;  // that text is large
+// Of hidden text, in thousandths of a percent. Programs show in black what is wholly transparent.
+constexpr std::int64_t kTransparency = 99'000;
 
 void WriteFont(XmlWriter& xml, const TextLook& look) {
   if (!look.face || look.face->family.empty()) {
@@ -51,7 +53,7 @@ void WriteTransparency(XmlWriter& xml) {
   xml.Open("w14:textFill");
   xml.Open("w14:solidFill");
   xml.Open("w14:srgbClr", {{"w14:val", "000000"}});
-  xml.Leaf("w14:alpha", {{"w14:val", "100000"}});
+  xml.Leaf("w14:alpha", {{"w14:val", kTransparency}});
   xml.Close();
   xml.Close();
   xml.Close();
