@@ -17,8 +17,11 @@ inline constexpr std::size_t kMaxFontProgramBytes = std::size_t{64} << 20;
 inline constexpr std::size_t kMaxGlyphsOfPage = 500'000;
 inline constexpr std::size_t kMaxPathsOfPage = 200'000;
 inline constexpr std::size_t kMaxPlacedImages = 20'000;
-// Bytes of the samples that tell how tints of an ink look.
+// Bytes of the samples and programs that tell how tints of an ink look.
 inline constexpr std::size_t kMaxTintBytes = std::size_t{1} << 20;
+// Functions that the one that tells so is put together of, and how deep they are within each other.
+inline constexpr std::size_t kMaxTintParts = 1'000;
+inline constexpr std::size_t kMaxTintDepth = 8;
 // Steps of the functions that tell how tints look, on one page; beyond them inks are as dark as they
 // are.
 inline constexpr std::size_t kMaxTintSteps = 20'000'000;

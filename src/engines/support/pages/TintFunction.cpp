@@ -1,6 +1,7 @@
 #include "engines/support/pages/TintFunction.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <utility>
@@ -15,7 +16,8 @@ using pdf::Arena;
 using pdf::Document;
 using pdf::Object;
 
-constexpr std::int64_t kBitsOfByte = 8;
+constexpr std::array<std::int64_t, 8> kSampleBits = {1, 2, 4, 8, 12, 16, 24, 32};
+constexpr std::size_t kBitsOfByte = 8;
 constexpr std::size_t kMostMixedAxes = 6;  // beyond which the nearest sample is taken
 
 // As many numbers as are asked for; where there are fewer, this one.
@@ -43,21 +45,33 @@ std::vector<double> TintFunction::Curve::At(double tint) const {
   return values;
 }
 
-// ISO 32000-2, 7.10.2: samples of eight bits.
-std::optional<TintFunction::Grid> TintFunction::Grid::Read(Document& document,
-                                                           const pdf::Followed& function,
-                                                           std::size_t inputs,
-                                                           std::size_t outputs) {
-  if (function.value.Get("BitsPerSample").IntegerOr(0) != kBitsOfByte) {
-    return std::nullopt;
-  }
-  auto stream = document.TryDecodeStream(function.number, limits::kMaxTintBytes);
+std::optional<std::string> TintFunction::DataOf(Document& document, const pdf::Followed& function,
+                                                Budget& budget) {
+  auto stream = document.TryDecodeStream(function.number, budget.bytes);
   if (!stream) {
     return std::nullopt;
   }
+  budget.bytes -= std::min(budget.bytes, stream->data.size());
+  return std::move(stream->data);
+}
+
+// ISO 32000-2, 7.10.2.
+std::optional<TintFunction::Grid> TintFunction::Grid::Read(Document& document,
+                                                           const pdf::Followed& function,
+                                                           std::size_t inputs, std::size_t outputs,
+                                                           Budget& budget) {
+  const std::int64_t bits = function.value.Get("BitsPerSample").IntegerOr(0);
+  if (std::ranges::find(kSampleBits, bits) == kSampleBits.end()) {
+    return std::nullopt;
+  }
+  auto data = DataOf(document, function, budget);
+  if (!data) {
+    return std::nullopt;
+  }
   Grid grid;
-  grid.samples = std::move(stream->data);
-  const std::size_t all = grid.samples.size() / outputs;
+  grid.samples = std::move(*data);
+  grid.bits = static_cast<std::size_t>(bits);
+  const std::size_t all = grid.samples.size() * kBitsOfByte / grid.bits / outputs;
   std::size_t colors = 1;
   const double of_one = inputs == 1 ? static_cast<double>(all) : 0;
   for (const double size : Numbers(document, function.value.Get("Size"), inputs, of_one)) {
@@ -82,8 +96,15 @@ std::optional<TintFunction::Grid> TintFunction::Grid::Read(Document& document,
 }
 
 double TintFunction::Grid::SampleAt(std::size_t place, std::size_t component) const {
-  const std::size_t at = place * (range.size() / 2) + component;
-  const double share = static_cast<std::uint8_t>(samples[at]) / 255.0;
+  const std::size_t first = (place * (range.size() / 2) + component) * bits;
+  const std::size_t last = first + bits - 1;
+  std::uint64_t value = 0;
+  for (std::size_t byte = first / kBitsOfByte; byte <= last / kBitsOfByte; ++byte) {
+    value = value << kBitsOfByte | static_cast<std::uint8_t>(samples[byte]);
+  }
+  const std::uint64_t most = (std::uint64_t{1} << bits) - 1;
+  value = value >> (kBitsOfByte - 1 - last % kBitsOfByte) & most;
+  const double share = static_cast<double>(value) / static_cast<double>(most);
   return range[2 * component] + share * (range[2 * component + 1] - range[2 * component]);
 }
 
@@ -137,8 +158,60 @@ std::vector<double> TintFunction::Formula::At(std::span<const double> tints) con
   return values;
 }
 
+// ISO 32000-2, 7.10.4.
+std::vector<double> TintFunction::Stitched::At(double tint) const {
+  const double within = std::max(bounds.front(), std::min(tint, bounds.back()));
+  std::size_t part = 0;
+  while (part + 1 < parts.size() && within >= bounds[part + 1]) {
+    ++part;
+  }
+  const double length = bounds[part + 1] - bounds[part];
+  const double share = length > 0 ? (within - bounds[part]) / length : 0;
+  const double first = encode[2 * part];
+  const double asked = first + share * (encode[2 * part + 1] - first);
+  return parts[part].At(std::span(&asked, 1));
+}
+
+std::optional<TintFunction::Stitched> TintFunction::ReadStitched(Document& document,
+                                                                 const Object& function,
+                                                                 std::size_t outputs,
+                                                                 Budget& budget) {
+  Arena arena;
+  const Object functions = document.Resolve(function.Get("Functions"), arena);
+  const std::size_t count = functions.Items().size();
+  if (count == 0 || count > budget.parts || budget.depth == 0) {
+    return std::nullopt;
+  }
+  budget.parts -= count;
+  --budget.depth;
+  Stitched stitched;
+  for (const Object& item : functions.Items()) {
+    auto part = Read(document, document.Follow(item, arena), 1, outputs, budget);
+    if (!part) {
+      return std::nullopt;
+    }
+    stitched.parts.push_back(std::move(*part));
+  }
+  ++budget.depth;
+  const std::vector<double> domain = Numbers(document, function.Get("Domain"), 2, 1);
+  stitched.bounds = Numbers(document, function.Get("Bounds"), count - 1, domain[1]);
+  stitched.bounds.insert(stitched.bounds.begin(), std::min(domain[0], domain[1]));
+  stitched.bounds.push_back(domain[1]);
+  stitched.encode = Numbers(document, function.Get("Encode"), 2 * count, 0);
+  return stitched;
+}
+
 std::optional<TintFunction> TintFunction::Read(Document& document, const pdf::Followed& function,
                                                std::size_t inputs, std::size_t outputs) {
+  Budget budget{.parts = limits::kMaxTintParts,
+                .depth = limits::kMaxTintDepth,
+                .bytes = limits::kMaxTintBytes};
+  return Read(document, function, inputs, outputs, budget);
+}
+
+std::optional<TintFunction> TintFunction::Read(Document& document, const pdf::Followed& function,
+                                               std::size_t inputs, std::size_t outputs,
+                                               Budget& budget) {
   const Object& value = function.value;
   const std::int64_t type = value.Get("FunctionType").IntegerOr(-1);
   if (type == 2 && inputs == 1) {
@@ -146,16 +219,21 @@ std::optional<TintFunction> TintFunction::Read(Document& document, const pdf::Fo
                               .full = Numbers(document, value.Get("C1"), outputs, 1),
                               .exponent = value.Get("N").NumberOr(1)});
   }
+  if (type == 3 && inputs == 1) {
+    if (auto stitched = ReadStitched(document, value, outputs, budget)) {
+      return TintFunction(std::move(*stitched));
+    }
+  }
   if (type == 4) {
-    const auto stream = document.TryDecodeStream(function.number, limits::kMaxTintBytes);
-    auto program = stream ? TintProgram::Read(stream->data) : std::nullopt;
+    const auto data = DataOf(document, function, budget);
+    auto program = data ? TintProgram::Read(*data) : std::nullopt;
     if (program) {
       return TintFunction(
           Formula{std::move(*program), Numbers(document, value.Get("Range"), 2 * outputs, 0)});
     }
   }
   if (type == 0) {
-    if (auto grid = Grid::Read(document, function, inputs, outputs)) {
+    if (auto grid = Grid::Read(document, function, inputs, outputs, budget)) {
       return TintFunction(std::move(*grid));
     }
   }
@@ -165,6 +243,13 @@ std::optional<TintFunction> TintFunction::Read(Document& document, const pdf::Fo
 std::size_t TintFunction::step_count() const {
   if (const auto* formula = std::get_if<Formula>(&way_)) {
     return formula->program.step_count();
+  }
+  if (const auto* stitched = std::get_if<Stitched>(&way_)) {
+    std::size_t most = 0;
+    for (const TintFunction& part : stitched->parts) {
+      most = std::max(most, part.step_count());
+    }
+    return most + stitched->parts.size();
   }
   const auto* grid = std::get_if<Grid>(&way_);
   return grid == nullptr ? 1 : std::size_t{1} << std::min(grid->axes.size(), kMostMixedAxes);
@@ -176,6 +261,9 @@ std::vector<double> TintFunction::At(std::span<const double> tints) const {
   }
   if (const auto* formula = std::get_if<Formula>(&way_)) {
     return formula->At(tints);
+  }
+  if (const auto* stitched = std::get_if<Stitched>(&way_)) {
+    return stitched->At(tints.empty() ? 1 : tints.front());
   }
   return std::get<Grid>(way_).At(tints);
 }

@@ -16,8 +16,8 @@ namespace TarnixTools::engines {
 
 class TintFunction {
  public:
-  // Nothing for a function that is read by none of the ways here: several functions, one put together
-  // of others. Throws pdf::Error for a document that cannot be read any more.
+  // Nothing for several functions, and for one that is damaged or put together of very many. Throws
+  // pdf::Error for a document that cannot be read any more.
   //   inputs - inks, 1 to 32
   //   outputs - components of the other space, 1 at least
   static std::optional<TintFunction> Read(pdf::Document& document, const pdf::Followed& function,
@@ -31,6 +31,13 @@ class TintFunction {
   std::size_t step_count() const;
 
  private:
+  // What may yet be read of a function: parts, how deep they are, and bytes of samples and programs.
+  struct Budget {
+    std::size_t parts = 0;
+    std::size_t depth = 0;
+    std::size_t bytes = 0;
+  };
+
   // Between a colour without the ink and one with all of it.
   struct Curve {
     std::vector<double> none;
@@ -49,11 +56,13 @@ class TintFunction {
     };
 
     std::vector<Axis> axes;
-    std::vector<double> range;  // of each component, what 0 and 255 stand for
+    std::vector<double>
+        range;             // of each component, what the least and the greatest sample stand for
+    std::size_t bits = 8;  // of a sample
     std::string samples;
 
     static std::optional<Grid> Read(pdf::Document& document, const pdf::Followed& function,
-                                    std::size_t inputs, std::size_t outputs);
+                                    std::size_t inputs, std::size_t outputs, Budget& budget);
 
     std::vector<double> At(std::span<const double> tints) const;
     double SampleAt(std::size_t place, std::size_t component) const;
@@ -66,9 +75,27 @@ class TintFunction {
     std::vector<double> At(std::span<const double> tints) const;
   };
 
-  explicit TintFunction(std::variant<Curve, Grid, Formula> way) : way_(std::move(way)) {}
+  // Functions of one ink side by side, each for a part of its tints.
+  struct Stitched {
+    std::vector<TintFunction> parts;
+    std::vector<double> bounds;  // where each begins, and where the last one ends
+    std::vector<double> encode;  // of each, the tints that it is asked for at its bounds
 
-  std::variant<Curve, Grid, Formula> way_;
+    std::vector<double> At(double tint) const;
+  };
+
+  using Way = std::variant<Curve, Grid, Formula, Stitched>;
+
+  explicit TintFunction(Way way) : way_(std::move(way)) {}
+
+  static std::optional<TintFunction> Read(pdf::Document& document, const pdf::Followed& function,
+                                          std::size_t inputs, std::size_t outputs, Budget& budget);
+  static std::optional<std::string> DataOf(pdf::Document& document, const pdf::Followed& function,
+                                           Budget& budget);
+  static std::optional<Stitched> ReadStitched(pdf::Document& document, const pdf::Object& function,
+                                              std::size_t outputs, Budget& budget);
+
+  Way way_;
 };
 
 }  // namespace TarnixTools::engines

@@ -72,6 +72,62 @@ TEST_F(PageReaderTest, ShowsSpotColorsAsTheDocumentSays) {
   EXPECT_EQ(page.styles[1].color, (Rgb{128, 153, 179}));
 }
 
+// A page with letters in these tints of an ink, each after the other; its function is {{tint}}.
+TestPdf PageInInk(const std::string& function, std::initializer_list<double> tints) {
+  std::string content = "/S cs BT /F 10 Tf 100 700 Td ";
+  for (const double tint : tints) {
+    content += std::to_string(tint) + " scn (A) Tj ";
+  }
+  return TestPdf()
+      .Object("tint", function)
+      .Page()
+      .PageEntry(
+          "/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>>>"
+          "/ColorSpace<</S[/Separation/Sea/DeviceRGB {{tint}}]>>>>")
+      .Content(content + "ET");
+}
+
+std::vector<Rgb> ColorsOf(const PageModel& page) {
+  std::vector<Rgb> colors;
+  for (const Glyph& glyph : page.glyphs) {
+    colors.push_back(page.styles[glyph.style].color);
+  }
+  return colors;
+}
+
+// From white to red up to a quarter, from there back from black to red.
+TEST_F(PageReaderTest, ShowsInksWhoseFunctionIsPutTogetherOfOthers) {
+  const std::string function =
+      "<</FunctionType 3/Domain[0 1]/Bounds[0.25]/Encode[0 1 1 0]/Functions["
+      "<</FunctionType 2/Domain[0 1]/C0[1 1 1]/C1[1 0 0]/N 1>>"
+      "<</FunctionType 2/Domain[0 1]/C0[1 0 0]/C1[0 0 0]/N 1>>]>>";
+  EXPECT_THAT(
+      ColorsOf(Page(PageInInk(function, {0, 0.125, 0.25, 1}))),
+      ::testing::ElementsAre(Rgb{255, 255, 255}, Rgb{255, 128, 128}, Rgb{0, 0, 0}, Rgb{255, 0, 0}));
+}
+
+// An ink of which the function cannot be read is as dark as it is.
+TEST_F(PageReaderTest, PassesOverAFunctionOfItself) {
+  const std::string function =
+      "<</FunctionType 3/Domain[0 1]/Bounds[0.5]/Encode[0 1 0 1]/Functions[{{tint}}{{tint}}]>>";
+  EXPECT_THAT(ColorsOf(Page(PageInInk(function, {1}))), ::testing::ElementsAre(Rgb{0, 0, 0}));
+}
+
+// White, and a blue, of sixteen bits a sample, of four and of one.
+TEST_F(PageReaderTest, ReadsSamplesOfAnyDepth) {
+  const auto function = [](const std::string& bits, const std::string& samples) {
+    return "<</FunctionType 0/Domain[0 1]/Range[0 1 0 1 0 1]/Size[2]/BitsPerSample " + bits +
+           "/Filter/ASCIIHexDecode/Length " + std::to_string(samples.size()) + ">>stream\n" +
+           samples + "\nendstream";
+  };
+  EXPECT_THAT(ColorsOf(Page(PageInInk(function("16", "ffffffffffff000000008000>"), {0, 1}))),
+              ::testing::ElementsAre(Rgb{255, 255, 255}, Rgb{0, 0, 128}));
+  EXPECT_THAT(ColorsOf(Page(PageInInk(function("4", "fff008>"), {0, 1}))),
+              ::testing::ElementsAre(Rgb{255, 255, 255}, Rgb{0, 0, 136}));
+  EXPECT_THAT(ColorsOf(Page(PageInInk(function("1", "e4>"), {0, 1}))),
+              ::testing::ElementsAre(Rgb{255, 255, 255}, Rgb{0, 0, 255}));
+}
+
 // The samples are white, red, green and black: without inks, with the first, the second and both.
 TEST_F(PageReaderTest, MixesColorsOfSeveralInks) {
   const std::string samples = "ffffffff000000ff00000000>";
