@@ -33,6 +33,9 @@ inline constexpr std::size_t kMaxImagesLookedAt = 100;
 // Objects of a page up to which it is asked for images that can be fitted before it is drawn.
 inline constexpr int kMaxObjectsLookedAt = 20'000;
 
+// Objects of a page's forms, all together, among which text is looked for that is not to be drawn.
+inline constexpr int kMaxObjectsOfForms = 500'000;
+
 // Images of a page that are fitted, and bytes that more than one of them may take together; the
 // others PDFium draws.
 inline constexpr std::size_t kMaxFittedImages = 64;

@@ -57,6 +57,33 @@ bool NamesLargeImages(pdf::Document& document, const Object& resources) {
   return false;
 }
 
+// Makes text within forms, and within forms of theirs, text that is not seen.
+void HideTextOfForms(const pdfium::Api& api, pdfium::Page* page) {
+  std::vector<pdfium::PageObject*> forms;
+  int left = limits::kMaxObjectsOfForms;
+  const auto look = [&](pdfium::PageObject* object) {
+    const int type = api.FPDFPageObj_GetType(object);
+    if (type == pdfium::kFormObject) {
+      forms.push_back(object);
+    }
+    return type == pdfium::kTextObject;
+  };
+  for (int i = 0; i < api.FPDFPage_CountObjects(page) && left > 0; ++i, --left) {
+    look(api.FPDFPage_GetObject(page, i));
+  }
+  while (!forms.empty()) {
+    pdfium::PageObject* form = forms.back();
+    forms.pop_back();
+    const int count = api.FPDFFormObj_CountObjects(form);
+    for (int i = 0; i < count && left > 0; ++i, --left) {
+      pdfium::PageObject* object = api.FPDFFormObj_GetObject(form, static_cast<unsigned long>(i));
+      if (look(object)) {
+        api.FPDFTextObj_SetTextRenderMode(object, pdfium::kInvisibleText);
+      }
+    }
+  }
+}
+
 }  // namespace
 
 DrawnDocument::DrawnDocument(const platform::WidePath& path, std::string password)
@@ -225,11 +252,12 @@ void DrawnDocument::ForgetOldPages(PdfiumLock& pdfium) {
   pdfium_file_ = OpenFile(pdfium, needs_password);
 }
 
+// Text within forms cannot be taken out, but made text that is not seen.
 void DrawnDocument::LeaveTextOut() {
   std::vector<pdfium::PageObject*> text;
   {
     const PdfiumLock pdfium;
-    if (pdfium->FPDFPage_CountObjects == nullptr || pdfium->FPDFPage_RemoveObject == nullptr) {
+    if (!pdfium->has_object_functions) {
       return;
     }
     const int count = pdfium->FPDFPage_CountObjects(page_);
@@ -239,6 +267,7 @@ void DrawnDocument::LeaveTextOut() {
         text.push_back(object);
       }
     }
+    HideTextOfForms(*pdfium.operator->(), page_);
   }
   RemoveObjects(text);
 }

@@ -63,7 +63,7 @@ class DrawnDocument {
   // How long drawing may take, and who may end it.
   DrawingTime& time() { return time_; }
 
-  // Has the loaded page drawn without its text, but for text within forms; before it is placed.
+  // Has the loaded page drawn without its text, but for that of annotations; before it is placed.
   void LeaveTextOut();
 
   // Says where on the bitmap the page goes, before it is drawn.

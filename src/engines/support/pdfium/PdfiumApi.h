@@ -92,6 +92,7 @@ inline constexpr unsigned long kPasswordError = 4;
 // Kinds of page objects and of the segments of a path.
 inline constexpr int kTextObject = 1;
 inline constexpr int kImageObject = 3;
+inline constexpr int kFormObject = 5;
 inline constexpr int kLineSegment = 0;
 inline constexpr int kMoveSegment = 2;
 
@@ -138,6 +139,9 @@ struct Matrix {
   X(int, FPDFPathSegment_GetPoint, (PathSegment * segment, float* x, float* y))           \
   X(int, FPDFPathSegment_GetType, (PathSegment * segment))                                \
   X(int, FPDFTextObj_GetTextRenderMode, (PageObject * text))                              \
+  X(int, FPDFTextObj_SetTextRenderMode, (PageObject * text, int mode))                    \
+  X(int, FPDFFormObj_CountObjects, (PageObject * form))                                   \
+  X(PageObject*, FPDFFormObj_GetObject, (PageObject * form, unsigned long index))         \
   X(int, FPDFImageObj_GetImageMetadata, (PageObject * image, Page * page, ImageMetadata * metadata))
 
 // A pointer for each function.

@@ -46,6 +46,46 @@ TEST_F(PageBitmapTest, ComesInBandsToo) {
   EXPECT_TRUE(pixels == page.pixels);
 }
 
+// The page draws a square, and a letter beside it; so does a form, and a form in that one.
+TEST_F(PageBitmapTest, LeavesTextOutWhereverItStands) {
+  const auto form = [](const std::string& resources, const std::string& content) {
+    return "<</Subtype/Form/BBox[0 0 300 100]/Resources<<" + resources + ">>/Length " +
+           std::to_string(content.size()) + ">>stream\n" + content + "\nendstream";
+  };
+  const auto drawn = [](int left) {
+    return std::to_string(left) + " 10 40 40 re f BT /F 60 Tf " + std::to_string(left + 45) +
+           " 10 Td (M) Tj ET ";
+  };
+  const std::string font = "/Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica-Bold>>>>";
+  const testing::TempDir directory;
+  const std::string path =
+      TestPdf()
+          .Object("inner", form(font, drawn(200)))
+          .Object("outer", form(font + "/XObject<</I {{inner}}>>", drawn(100) + "/I Do"))
+          .Page()
+          .Size(300, 100)
+          .PageEntry("/Resources<<" + font + "/XObject<</O {{outer}}>>>>")
+          .Content(drawn(0) + "/O Do")
+          .Write(directory.Path("in.pdf"));
+  DrawnDocument document(WidePath(path), "");
+  const auto ink_in = [](const PageBitmap& page, int left) {
+    int dark = 0;
+    for (int y = 0; y < page.height; ++y) {
+      for (int x = left; x < left + 50; ++x) {
+        dark += page.Row(y)[4 * x] < 128 ? 1 : 0;
+      }
+    }
+    return dark;
+  };
+  const PageBitmap whole = DrawPage(document, 0, 72);
+  const PageBitmap bare = DrawRegionWithoutText(document, 0, {0, 0, 300, 100}, 72);
+  for (const int left : {0, 100, 200}) {
+    EXPECT_GE(ink_in(bare, left), 1500) << left;
+    EXPECT_GT(ink_in(whole, left + 45), 300) << left;
+    EXPECT_EQ(ink_in(bare, left + 45), 0) << left;
+  }
+}
+
 TEST_F(PageBitmapTest, IsNotHeldWhenItIsTooLarge) {
   const testing::TempDir directory;
   const std::string path = TestPdf().Page().Size(7200, 7200).Write(directory.Path("in.pdf"));
