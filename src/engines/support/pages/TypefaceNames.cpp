@@ -111,7 +111,7 @@ Typeface TypefaceNamed(std::string_view name) {
   Typeface face;
   face.is_bold =
       Contains(lower, {"bold", "black", "heavy", "semibold", "demi", "cmbx", "cmssbx"}) ||
-      lower.starts_with("sfbx") || HasShortStyle(bare, {"Bd", "Blk", "Medi"});
+      lower.starts_with("sfbx") || HasShortStyle(bare, {"Bd", "Blk", "Hv", "Medi"});
   face.is_italic =
       Contains(lower, {"italic", "oblique", "cmti", "cmmi", "cmsl", "kursiv", "slant"}) ||
       lower.starts_with("sfti") || HasShortStyle(bare, {"It", "Ital", "Obl"});

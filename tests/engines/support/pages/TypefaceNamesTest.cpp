@@ -20,6 +20,7 @@ TEST(TypefaceNames, KnowsFamiliesAndStyles) {
       {"OpenSans-Light", "Open Sans", false, false},
       {"PHGXPC+CMBX12", "CMBX12", true, false},
       {"HQSLLD+HelveticaNeueLTStd-BdCn", "Helvetica Neue", true, false},
+      {"HelveticaNeueLTStd-HvIt", "Helvetica Neue", true, true},
       {"HelveticaNeueLTStd-MdIt", "Helvetica Neue", false, true},
       {"HelveticaNeueLTStd-Medium", "Helvetica Neue", false, false},
       {"NimbusRomNo9L-MediItal", "Times New Roman", true, true},
