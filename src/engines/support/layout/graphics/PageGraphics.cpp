@@ -25,6 +25,7 @@ constexpr double kTextOver = 0.12;      // of a drawing's area: text that runs o
 constexpr double kWideText = 0.4;       // of a drawing's width: lines that are no labels
 constexpr std::size_t kWordsOver = 25;  // of a picture, that are no labels
 constexpr double kMostOfTable = 0.7;
+constexpr double kThickestReach = 20;  // points that a line reaches beyond its path
 
 bool IsWithin(const pdf::Box& box, double side) {
   return box.width() <= side && box.height() <= side;
@@ -62,6 +63,7 @@ class GraphicsFinder {
   void PlaceDrawing(Drawing drawing);
   std::vector<std::uint32_t> SeenPaths();
   bool IsBackground(const PathShape& path);
+  pdf::Box InkBox(const Drawing& drawing) const;
   std::string DescriptionOf(const Picture& picture) const;
   TextOver TextIn(const pdf::Box& box);
 
@@ -193,6 +195,19 @@ void GraphicsFinder::PlaceDrawing(Drawing drawing) {
   (is_behind ? found_.behind_drawings : found_.drawings).push_back(std::move(drawing));
 }
 
+// What a picture of the drawing has to hold: lines reach beyond their paths by half of their width.
+pdf::Box GraphicsFinder::InkBox(const Drawing& drawing) const {
+  pdf::Box box = drawing.box;
+  for (const std::uint32_t i : drawing.paths) {
+    const PathShape& path = page_->paths[i];
+    if (path.stroke) {
+      const double reach = std::min(path.line_width / 2, kThickestReach);
+      box = Around(box, Grown(path.box.Within(paper_), reach).Within(paper_));
+    }
+  }
+  return box;
+}
+
 void GraphicsFinder::FindDrawings() {
   const std::vector<std::uint32_t> seen = SeenPaths();
   std::vector<pdf::Box> boxes;
@@ -207,6 +222,9 @@ void GraphicsFinder::FindDrawings() {
       drawing.box = Around(drawing.box, boxes[member]);
       drawing.paths.push_back(path);
       drawing.is_simple = drawing.is_simple && page_->paths[path].kind != PathShape::Kind::kOther;
+    }
+    if (!drawing.is_simple) {
+      drawing.box = InkBox(drawing);
     }
     PlaceDrawing(std::move(drawing));
   }
