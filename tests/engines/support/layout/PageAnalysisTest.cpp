@@ -133,6 +133,18 @@ TEST(PageAnalysis, FloatsLabelsOfACurvedDrawing) {
   EXPECT_FALSE(page.floats[0].is_behind);
 }
 
+// Its line is four points thick, so a picture of it is two points larger all around.
+TEST(PageAnalysis, LeavesTheLinesOfADrawingWhole) {
+  PageModel model = MadePage().Curve({100, 100, 400, 300}).Take();
+  model.paths[0].stroke = Rgb{};
+  model.paths[0].line_width = 4;
+  const PageLayout page = AnalyzePage(std::move(model));
+  ASSERT_THAT(page.bands, SizeIs(1));
+  const auto* drawing = std::get_if<Drawing>(&page.bands[0].columns[0].blocks[0].content);
+  ASSERT_NE(drawing, nullptr);
+  EXPECT_EQ(drawing->box, (pdf::Box{98, 98, 402, 302}));
+}
+
 TEST(PageAnalysis, LetsTextRunOverAField) {
   PageLayout page = AnalyzePage(MadePage().Field({60, 80, 400, 130}).Text(72, 100, kFull).Take());
   EXPECT_THAT(FlowParagraphs(page), SizeIs(1));
@@ -211,6 +223,18 @@ TEST(PageAnalysis, TellsTwoLinesAtTheRightFromJustifiedOnes) {
   const std::vector<Paragraph*> paragraphs = FlowParagraphs(layout);
   ASSERT_THAT(paragraphs, SizeIs(2));
   ASSERT_THAT(paragraphs[1]->lines, SizeIs(2));
+  EXPECT_EQ(paragraphs[1]->alignment, Alignment::kRight);
+}
+
+// The first of them could be a line of text that is indented, were both not far from the left.
+TEST(PageAnalysis, TellsTwoLinesThatBeginFarFromTheLeft) {
+  PageLayout layout = AnalyzePage(MadePage()
+                                      .Text(72, 60, kFull)
+                                      .Text(272, 100, U"not quite so far")
+                                      .Text(247, 112, U"the longer of the two")
+                                      .Take());
+  const std::vector<Paragraph*> paragraphs = FlowParagraphs(layout);
+  ASSERT_THAT(paragraphs, SizeIs(2));
   EXPECT_EQ(paragraphs[1]->alignment, Alignment::kRight);
 }
 

@@ -19,7 +19,8 @@ constexpr double kJustified = 0.12;     // ems: ends of lines that are made even
 constexpr double kCenterIndent = 0.06;  // of the column's width, on both sides of a centred line
 constexpr double kCenterSlack = 0.012;
 constexpr double kRightIndent = 0.3;
-constexpr double kWideIndent = 4;  // ems, that no first line of two has
+constexpr double kIndent = 1;      // ems, of the first line of a paragraph
+constexpr double kWideIndent = 4;  // that no first line of two has
 
 // How far values lie apart.
 template <typename Value>
@@ -54,6 +55,18 @@ Alignment AlignmentOfOne(const TextRow& row, const pdf::Box& column) {
   return row.is_right_to_left ? Alignment::kRight : Alignment::kLeft;
 }
 
+// Two lines that end alike are no paragraph with an indented first line where that would be indented
+// far, or the paragraph would.
+bool AreTwoToTheRight(std::span<const TextRow> rows, const pdf::Box& column) {
+  if (rows.size() != 2 || rows.front().is_right_to_left) {
+    return false;
+  }
+  const double em = rows.front().size;
+  const double indent = Left(rows.front()) - Left(rows.back());
+  const bool is_far = Left(rows.back()) - column.left > kRightIndent * column.width();
+  return Spread(rows, Right) < kAlike * em && indent > (is_far ? kIndent : kWideIndent) * em;
+}
+
 // The last line is short as a rule, the first one may be indented.
 Alignment AlignmentOf(std::span<const TextRow> rows, const pdf::Box& column) {
   if (rows.size() == 1) {
@@ -72,8 +85,7 @@ Alignment AlignmentOf(std::span<const TextRow> rows, const pdf::Box& column) {
   }
   const bool has_room = std::abs(rows.back().box.width() - rows.front().box.width()) > kAlike * em;
   const bool is_even = rights < kJustified * em && lefts < kAlike * em;
-  if (rows.size() == 2 && !is_to_left && all_rights < kAlike * em &&
-      Left(rows.front()) > Left(rows.back()) + kWideIndent * em) {
+  if (AreTwoToTheRight(rows, column)) {
     return Alignment::kRight;
   }
   if (is_even && (rows.size() > 2 || has_room || all_rights < kJustified * em)) {
