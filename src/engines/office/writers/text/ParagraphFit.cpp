@@ -53,8 +53,10 @@ std::size_t CountCharacters(std::string_view text) {
       std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
 }
 
-double SizeOf(const TextLook& look) {
-  return look.raise == Raise::kNone ? look.size : look.size * kRaisedSize;
+// As it is shown.
+double SizeOf(const TextLook& look, double step) {
+  const double size = step > 0 ? std::round(look.size / step) * step : look.size;
+  return look.raise == Raise::kNone ? size : size * kRaisedSize;
 }
 
 class Fitter {
@@ -85,7 +87,8 @@ class Fitter {
  private:
   double WidthOf(const TextPiece& piece, std::string_view text) {
     const TextLook& look = looks_[piece.look];
-    return look.face ? measure_.WidthOf(*look.face, text, SizeOf(look)) : piece.width;
+    return look.face ? measure_.WidthOf(*look.face, text, SizeOf(look, settings_.size_step))
+                     : piece.width;
   }
 
   MeasuredLine Measure(const TextLine& line) {

@@ -34,6 +34,8 @@ struct FittedParagraph {
 };
 
 struct FitSettings {
+  double size_step =
+      0;  // what sizes of text are written as a multiple of, in points; 0: as they are
   double spacing_step = 0.05;  // what spacing is a multiple of, in points
   bool may_scale = true;
   double slack_share = 0.002;  // of a line's width, by which programs measure it differently

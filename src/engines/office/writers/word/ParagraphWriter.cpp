@@ -199,7 +199,7 @@ void WriteBookmarked(Story& story, const Paragraph& paragraph, const std::functi
 
 void WriteParagraph(Story& story, const OfficePage& page, const Paragraph& paragraph,
                     const ParagraphPlace& place) {
-  FitSettings settings{.script_gap = kScriptGap};
+  FitSettings settings{.size_step = 0.5, .script_gap = kScriptGap};
   settings.slack_share = place.is_in_cell ? kSlackInCell : settings.slack_share;
   const FittedParagraph fitted = FitParagraph(paragraph, page.layout.looks, place.left, place.right,
                                               story.context.measure, settings);
