@@ -152,6 +152,27 @@ TEST(PageAnalysis, LetsTextRunOverAField) {
   EXPECT_TRUE(page.floats[0].is_behind);
 }
 
+// A table of two columns, and a field behind one line of its first cell.
+TEST(PageAnalysis, LetsATableLieOverAField) {
+  MadePage made;
+  made.Field({100, 100, 200, 112});
+  for (const double x : {100, 200, 300}) {
+    made.Line({x, 100, x, 160});
+  }
+  for (const double y : {100, 140, 160}) {
+    made.Line({100, y, 300, y});
+  }
+  made.Text(105, 110, U"A heading").Text(105, 130, U"Its text").Text(205, 120, U"12");
+  made.Text(105, 154, U"Short").Text(205, 154, U"7");
+  const PageLayout page = AnalyzePage(made.Take());
+  ASSERT_THAT(page.bands, SizeIs(1));
+  ASSERT_THAT(page.bands[0].columns[0].blocks, SizeIs(1));
+  EXPECT_TRUE(std::holds_alternative<Table>(page.bands[0].columns[0].blocks[0].content));
+  ASSERT_THAT(page.floats, SizeIs(1));
+  EXPECT_TRUE(page.floats[0].is_behind);
+  EXPECT_EQ(page.floats[0].box, (pdf::Box{100, 100, 200, 112}));
+}
+
 TEST(PageAnalysis, TellsTheColourOfThePaper) {
   const PageLayout page = AnalyzePage(MadePage().Field({0, 0, 600, 800}).Take());
   EXPECT_EQ(page.background, (Rgb{200, 30, 30}));

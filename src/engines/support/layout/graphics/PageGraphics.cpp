@@ -186,11 +186,12 @@ bool IsBehindText(const Drawing& drawing, const TextOver& over) {
 }
 
 void GraphicsFinder::PlaceDrawing(Drawing drawing) {
-  const bool holds_table =
+  const bool is_of_table =
       std::any_of(tables_->begin(), tables_->end(), [&drawing](const pdf::Box& table) {
-        return CoveredShare(table, drawing.box) > kMostOfTable;
+        return CoveredShare(table, drawing.box) > kMostOfTable ||
+               (drawing.is_simple && CoveredShare(drawing.box, table) > kMostOfTable);
       });
-  const bool is_behind = holds_table || CoversPage(drawing.box) ||
+  const bool is_behind = is_of_table || CoversPage(drawing.box) ||
                          IsBehindText(drawing, TextIn(Grown(drawing.box, 1)));
   (is_behind ? found_.behind_drawings : found_.drawings).push_back(std::move(drawing));
 }

@@ -4,12 +4,15 @@
 #include <cmath>
 #include <span>
 
+#include "engines/support/layout/Boxes.h"
+
 namespace TarnixTools::engines {
 
 namespace {
 
 constexpr double kSamePlace = 4;       // points between a rule and the edge that it makes
 constexpr double kCoveredShare = 0.5;  // of an edge, that a rule must run along
+constexpr double kFilledShare = 0.5;   // of a box, behind cells that are filled
 constexpr double kHairline = 0.25;     // points: the least that a border is drawn with
 
 // Of the rules along an edge, the one that covers most of it.
@@ -53,6 +56,14 @@ void SetLooks(const TableArea& area, const Rules& rules, Table& table) {
       cell.fill = fill->color;
     }
   }
+}
+
+bool HasFilledCells(const pdf::Box& box, const Table& table) {
+  double filled = 0;
+  for (const TableCell& cell : table.cells) {
+    filled += cell.fill ? CoveredShare(box, cell.box) : 0;
+  }
+  return filled > kFilledShare;
 }
 
 }  // namespace TarnixTools::engines

@@ -7,6 +7,7 @@
 #include <span>
 #include <utility>
 
+#include "engines/support/layout/Colors.h"
 #include "engines/support/layout/LayoutLimits.h"
 #include "engines/support/layout/paragraphs/TextRows.h"
 #include "engines/support/layout/tables/CellLooks.h"
@@ -181,10 +182,19 @@ bool IsSmallBox(const PathShape& path) {
          box.height() <= kSmallBox && box.width() > kThinBox && box.height() > kThinBox;
 }
 
+// A field of colour that cells do not show: it lies behind a part of one.
+bool IsLostField(const PathShape& path, const Table& table) {
+  const pdf::Box& box = path.box;
+  return path.kind == PathShape::Kind::kRectangle && path.fill && !path.stroke &&
+         !IsWhite(*path.fill) && box.width() > kThinBox && box.height() > kThinBox &&
+         !HasFilledCells(box, table);
+}
+
 // What is painted within a table and is no drawing belongs to it. Rules and fills make the cells of
 // tables that tags tell of, too, small boxes do not.
 void Finder::AddPaths(FoundTable& found, AreaKind kind) const {
   const pdf::Box& table = found.table.box;
+  std::size_t compared = 0;
   for (std::size_t i = 0; i < page_->paths.size(); ++i) {
     const PathShape& path = page_->paths[i];
     const pdf::Box& box = path.box;
@@ -192,7 +202,10 @@ void Finder::AddPaths(FoundTable& found, AreaKind kind) const {
     if (path.kind != PathShape::Kind::kOther && !is_apart && box.left >= table.left - kPathMargin &&
         box.right <= table.right + kPathMargin && box.bottom >= table.bottom - kPathMargin &&
         box.top <= table.top + kPathMargin) {
-      found.paths.push_back(static_cast<std::uint32_t>(i));
+      compared += found.table.cells.size();
+      if (compared > limits::kMaxBoxComparisons || !IsLostField(path, found.table)) {
+        found.paths.push_back(static_cast<std::uint32_t>(i));
+      }
     }
   }
 }

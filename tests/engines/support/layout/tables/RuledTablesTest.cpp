@@ -35,6 +35,20 @@ TEST(RuledTables, KeepLinesOfACellTogether) {
   EXPECT_THAT(scene.Find(), ElementsAre(ElementsAre("A name that is long|12", "Short|7")));
 }
 
+// The second row is filled; of the first cell only the upper line is.
+TEST(RuledTables, LeaveFieldsThatTheirCellsDoNotShow) {
+  TableScene scene;
+  scene.Fill(100, 140, 300, 160, {0, 0, 200}).Fill(100, 100, 200, 118, {200, 0, 0});
+  scene.Grid({100, 200, 300}, {100, 140, 160});
+  scene.Text(105, 114, "A heading").Text(105, 130, "Its text").Text(205, 120, "12");
+  scene.Text(105, 154, "Short").Text(205, 154, "7");
+  const std::vector<FoundTable> tables = scene.Tables();
+  ASSERT_EQ(tables.size(), 1U);
+  EXPECT_EQ(tables[0].table.cells.back().fill, (Rgb{0, 0, 200}));
+  EXPECT_EQ(tables[0].table.cells.front().fill, std::nullopt);
+  EXPECT_THAT(tables[0].paths, ElementsAre(0, 2, 3, 4, 5, 6, 7));
+}
+
 TEST(RuledTables, HaveNoRowsAtTheLinesUnderLinks) {
   TableScene scene;
   scene.Grid({100, 200, 300}, {100, 140, 160});
