@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "engines/support/layout/Boxes.h"
+#include "engines/support/layout/Colors.h"
 #include "engines/support/layout/LayoutLimits.h"
 #include "engines/support/layout/TableMaker.h"
 #include "engines/support/layout/graphics/BoxGroups.h"
@@ -69,6 +70,7 @@ class PageAnalyzer {
  private:
   void CopyLinks();
   void PlaceTables();
+  void Uncover(const Drawing& drawing);
   void PlaceBehind(PageGraphics& graphics);
   TableCell* CellAround(const pdf::Box& picture);
   void PlacePicture(Picture picture);
@@ -170,7 +172,24 @@ void PageAnalyzer::AddThing(Thing thing) {
   parts_.push_back({.lines = {}, .block = Block{std::move(thing)}});
 }
 
+// The picture of a drawing shows what is painted with it. White cells over it would hide all else.
+void PageAnalyzer::Uncover(const Drawing& drawing) {
+  for (FlowPart& part : parts_) {
+    auto* table = std::get_if<Table>(&part.block.content);
+    if (drawing.is_simple || table == nullptr || drawing.box.Within(table->box).IsEmpty()) {
+      continue;
+    }
+    for (TableCell& cell : table->cells) {
+      if (cell.fill && IsWhite(*cell.fill) && CoveredShare(cell.box, drawing.box) > kInCell) {
+        cell.fill.reset();
+      }
+    }
+  }
+}
+
 void PageAnalyzer::PlaceBehind(PageGraphics& graphics) {
+  std::ranges::for_each(graphics.behind_drawings,
+                        [this](const Drawing& drawing) { Uncover(drawing); });
   const auto place = [this](auto& things) {
     for (auto& thing : things) {
       Floating floating{.box = thing.box, .is_behind = true};

@@ -173,6 +173,29 @@ TEST(PageAnalysis, LetsATableLieOverAField) {
   EXPECT_EQ(page.floats[0].box, (pdf::Box{100, 100, 200, 112}));
 }
 
+// The same with a curve around the table, and cells that are filled in white and in red.
+TEST(PageAnalysis, SeesADrawingThroughWhiteCells) {
+  MadePage made;
+  made.Curve({90, 90, 310, 170}).Field({100, 100, 200, 140}).Field({100, 140, 200, 160});
+  for (const double x : {100, 200, 300}) {
+    made.Line({x, 100, x, 160});
+  }
+  for (const double y : {100, 140, 160}) {
+    made.Line({100, y, 300, y});
+  }
+  made.Text(105, 110, U"A heading").Text(105, 130, U"Its text").Text(205, 120, U"12");
+  made.Text(105, 154, U"Short").Text(205, 154, U"7");
+  PageModel model = made.Take();
+  model.paths[1].fill = Rgb{255, 255, 255};
+  const PageLayout page = AnalyzePage(std::move(model));
+  ASSERT_THAT(page.bands, SizeIs(1));
+  const auto* table = std::get_if<Table>(&page.bands[0].columns[0].blocks[0].content);
+  ASSERT_NE(table, nullptr);
+  ASSERT_THAT(table->cells, SizeIs(4));
+  EXPECT_EQ(table->cells[0].fill, std::nullopt);
+  EXPECT_EQ(table->cells[2].fill, (Rgb{200, 30, 30}));
+}
+
 TEST(PageAnalysis, TellsTheColourOfThePaper) {
   const PageLayout page = AnalyzePage(MadePage().Field({0, 0, 600, 800}).Take());
   EXPECT_EQ(page.background, (Rgb{200, 30, 30}));
