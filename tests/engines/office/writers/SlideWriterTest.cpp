@@ -138,6 +138,30 @@ TEST(SlideWriter, KeepsHiddenTextFromBeingWhollyTransparent) {
   EXPECT_THAT(SlideOf(page), HasSubstr("<a:alpha val=\"1000\"/>"));
 }
 
+// Two hundred points from the text to the number; a dot is a quarter of ten points wide.
+TEST(SlideWriter, LeadsEntriesOfContentsByDots) {
+  Paragraph entry = TextAt(72, 100, {"Scope"});
+  entry.role = ParagraphRole::kContents;
+  entry.lines[0].pieces[0].link = 0;
+  const TextPiece text = entry.lines[0].pieces[0];
+  TextPiece tab = text;
+  tab.kind = PieceKind::kTab;
+  tab.text = "\t";
+  TextPiece number = text;
+  number.text = "12";
+  number.x = text.x + text.width + 200;
+  number.width = 10;
+  entry.lines[0].pieces = {text, tab, number};
+  entry.lines[0].box.right = entry.box.right = number.x + number.width;
+  OfficePage page = PageWith({Block{entry}});
+  page.layout.links = {{"http://example.com/", "", -1, 0}};
+  const std::string slide = SlideOf(page);
+  const std::size_t dots = slide.find("<a:t>" + std::string(79, '.'));
+  ASSERT_NE(dots, std::string::npos);
+  const std::size_t run = slide.rfind("<a:r>", dots);
+  EXPECT_THAT(slide.substr(run, dots - run), Not(HasSubstr("hlinkClick")));
+}
+
 TEST(SlideWriter, LeavesTheEndsOfLinesOutOfLinks) {
   Paragraph linked = TextAt(72, 100, {"A link over", "two lines"});
   linked.lines[0].pieces[0].link = linked.lines[1].pieces[0].link = 0;

@@ -30,6 +30,8 @@ constexpr std::int64_t kMostSpace = 158'400;      // hundredths of a point
 constexpr std::int64_t kMostSpacing = 400'000;    // hundredths of a point
 constexpr std::int64_t kMostMargin = 51'206'400;  // English metric units, and of indents
 constexpr double kMostGap = 900;                  // points that a space may be wide
+constexpr double kLeastDots = 4;                  // of a leader
+constexpr double kMostDots = 500;
 // Of hidden text, in thousandths of a percent: programs lose text that is wholly transparent.
 constexpr std::int64_t kHidden = 1000;
 
@@ -89,7 +91,7 @@ class Writer {
       WriteLabel(*paragraph.label, placed.fitted.first_left);
     }
     for (std::size_t i = 0; i < paragraph.lines.size(); ++i) {
-      WriteLine(paragraph.lines[i], placed.fitted.lines[i]);
+      WriteLine(paragraph.lines[i], placed.fitted.lines[i], paragraph.role);
     }
     Flush();
     xml_.Close();
@@ -157,6 +159,19 @@ class Writer {
     Add(" ", look, std::clamp(width - space, -space, kMostGap), link);
   }
 
+  // A leader is as many dots as there is room for.
+  void AddLeader(double width, std::uint32_t look) {
+    const TextLook& shown = slide_.page.layout.looks[look];
+    const double dot =
+        shown.face ? slide_.context.measure.WidthOf(*shown.face, ".", shown.size) : 0;
+    const double count = dot > 0 ? std::min(std::floor(width / dot), kMostDots) : 0;
+    if (count < kLeastDots) {
+      AddGap(width, look, -1);
+      return;
+    }
+    Add(std::string(static_cast<std::size_t>(count), '.'), look, width / count - dot, -1);
+  }
+
   // From the end of the piece before the tabulator to the start of the one behind it.
   static double GapAt(const TextLine& line, std::size_t tab) {
     const TextPiece* before = tab == 0 ? nullptr : &line.pieces[tab - 1];
@@ -165,11 +180,17 @@ class Writer {
     return to - from;
   }
 
-  void WriteLine(const TextLine& line, const FittedLine& fitted) {
+  // Gaps are no part of links: programs break lines within those as they like.
+  void WriteLine(const TextLine& line, const FittedLine& fitted, ParagraphRole role) {
+    const auto last_tab = std::ranges::find(line.pieces.rbegin(), line.pieces.rend(),
+                                            PieceKind::kTab, &TextPiece::kind);
     for (std::size_t i = 0; i < line.pieces.size(); ++i) {
       const TextPiece& piece = line.pieces[i];
-      if (piece.kind == PieceKind::kTab) {
-        AddGap(GapAt(line, i), piece.look, piece.link);
+      if (piece.kind == PieceKind::kTab && role == ParagraphRole::kContents &&
+          &piece == &*last_tab) {
+        AddLeader(GapAt(line, i), piece.look);
+      } else if (piece.kind == PieceKind::kTab) {
+        AddGap(GapAt(line, i), piece.look, -1);
       } else {
         Add(piece.text, piece.look, fitted.spacing[i], piece.link);
       }
