@@ -233,6 +233,34 @@ TEST_F(DocumentAnalysis, LeadsEntriesOfContentsByTabs) {
   EXPECT_EQ(pieces[2].text, "12");
 }
 
+// The lines are as long as each other, as those of a paragraph are.
+TEST_F(DocumentAnalysis, KeepsEntriesOfContentsApart) {
+  MadePage page;
+  page.Text(72, 200, U"1. Introduction .......... 3")
+      .Text(72, 212, U"2. Scope ................. 5");
+  page.Text(72, 224, U"3. Terms ................. 7");
+  Add(page);
+  AnalyzeDocument(document_);
+  ASSERT_THAT(Flow(0), SizeIs(3));
+  for (const Paragraph* entry : Flow(0)) {
+    EXPECT_EQ(entry->role, ParagraphRole::kContents);
+    EXPECT_FALSE(entry->label.has_value());
+    EXPECT_EQ(entry->lines[0].pieces.back().kind, PieceKind::kText);
+  }
+}
+
+// A letter of the face is wider than a dot.
+TEST_F(DocumentAnalysis, GivesEntriesOfContentsTheWidthOfTheirText) {
+  MadePage page;
+  page.Text(72, 200, U"MMMMMMMMMM .......... 3", {.advance = 0.5});
+  Add(page);
+  AnalyzeDocument(document_);
+  const std::vector<TextPiece>& pieces = Flow(0)[0]->lines[0].pieces;
+  ASSERT_THAT(pieces, SizeIs(3));
+  EXPECT_GT(pieces[0].width, 2 * pieces[1].width);
+  EXPECT_DOUBLE_EQ(pieces[0].x + pieces[0].width, pieces[1].x);
+}
+
 TEST_F(DocumentAnalysis, LeavesDotsThatLeadToNoNumber) {
   MadePage page;
   page.Text(72, 200, U"Name ............ and date");

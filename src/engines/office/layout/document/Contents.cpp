@@ -2,59 +2,21 @@
 
 #include <algorithm>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "engines/support/layout/paragraphs/FlowParagraphs.h"
+#include "engines/support/layout/paragraphs/Leaders.h"
 
 namespace TarnixTools::engines::office {
 
 namespace {
 
-constexpr std::size_t kLeastDots = 4;
-constexpr std::size_t kLongestNumber = 8;
 constexpr double kSameIndent = 4;  // points between entries of one level
 constexpr std::size_t kMostLevel = 8;
 
-// Where dots lead on: their first byte and the one behind them, spaces included.
-struct Leader {
-  std::size_t begin = 0;
-  std::size_t end = 0;
-};
-
-Leader LeaderIn(std::string_view text) {
-  std::size_t begin = text.size();
-  std::size_t dots = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '.') {
-      begin = dots++ == 0 ? i : begin;
-    } else if (text[i] != ' ') {
-      if (dots >= kLeastDots) {
-        return {begin, i};
-      }
-      dots = 0;
-    }
-  }
-  return dots >= kLeastDots ? Leader{begin, text.size()} : Leader{};
-}
-
-bool IsNumber(std::string_view text) {
-  while (!text.empty() && text.back() == ' ') {
-    text.remove_suffix(1);
-  }
-  while (!text.empty() && text.front() == ' ') {
-    text.remove_prefix(1);
-  }
-  return !text.empty() && text.size() <= kLongestNumber &&
-         std::all_of(text.begin(), text.end(), [](char c) {
-           return (c >= '0' && c <= '9') || c == '-' ||
-                  std::string_view("ivxlcIVXLCA").find(c) != std::string_view::npos;
-         });
-}
-
 // Replaces the leader of an entry by a tab; false for a line that is no entry.
-bool TakeLeader(TextLine& line) {
+bool TakeLeader(const std::vector<TextLook>& looks, TextLine& line) {
   for (std::size_t i = 0; i < line.pieces.size(); ++i) {
     const TextPiece whole = line.pieces[i];
     const Leader leader = LeaderIn(whole.text);
@@ -65,19 +27,20 @@ bool TakeLeader(TextLine& line) {
     for (std::size_t k = i + 1; k < line.pieces.size(); ++k) {
       rest += line.pieces[k].kind == PieceKind::kText ? line.pieces[k].text : "";
     }
-    if (!IsNumber(rest) || (i == 0 && leader.begin == 0)) {
+    if (!IsPageNumber(rest) || (i == 0 && leader.begin == 0)) {
       return false;
     }
+    const Typeface* face = looks[whole.look].face.get();
     std::vector<TextPiece> parts;
     if (leader.begin > 0) {
-      parts.push_back(PartOf(whole, 0, leader.begin));
+      parts.push_back(PartOf(whole, 0, leader.begin, face));
     }
-    TextPiece tab = PartOf(whole, leader.begin, leader.end);
+    TextPiece tab = PartOf(whole, leader.begin, leader.end, face);
     tab.kind = PieceKind::kTab;
     tab.text = std::string(1, '\t');
     parts.push_back(std::move(tab));
     if (leader.end < whole.text.size()) {
-      parts.push_back(PartOf(whole, leader.end, whole.text.size()));
+      parts.push_back(PartOf(whole, leader.end, whole.text.size(), face));
     }
     line.pieces.erase(line.pieces.begin() + static_cast<std::ptrdiff_t>(i));
     line.pieces.insert(line.pieces.begin() + static_cast<std::ptrdiff_t>(i), parts.begin(),
@@ -98,7 +61,7 @@ void FindContents(OfficeDocument& document) {
   std::vector<double> indents;
   for (OfficePage& page : document.pages) {
     for (Paragraph* paragraph : FlowParagraphs(page.layout)) {
-      if (paragraph->lines.empty() || !TakeLeader(paragraph->lines.back())) {
+      if (paragraph->lines.empty() || !TakeLeader(page.layout.looks, paragraph->lines.back())) {
         continue;
       }
       while (!indents.empty() && indents.back() > paragraph->box.left + kSameIndent) {

@@ -1,6 +1,9 @@
 #include "engines/support/layout/paragraphs/FlowParagraphs.h"
 
-#include <algorithm>
+#include <string_view>
+
+#include "engines/support/pages/StandInFace.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools::engines {
 
@@ -31,13 +34,30 @@ std::string TextOf(const Paragraph& paragraph) {
   return text;
 }
 
-TextPiece PartOf(const TextPiece& piece, std::size_t begin, std::size_t end) {
+namespace {
+
+// In units that are the same for all text of the face.
+double WidthOf(std::string_view text, const Typeface* face) {
+  if (face == nullptr) {
+    return static_cast<double>(text.size());
+  }
+  double width = 0;
+  for (const char32_t character : Utf8ToUtf32(text)) {
+    width += StandInAdvance(*face, std::u32string_view(&character, 1));
+  }
+  return width;
+}
+
+}  // namespace
+
+TextPiece PartOf(const TextPiece& piece, std::size_t begin, std::size_t end, const Typeface* face) {
+  const std::string_view text = piece.text;
+  const double all = WidthOf(text, face);
+  const double unit = all > 0 ? piece.width / all : 0;
   TextPiece part = piece;
-  const double per_byte =
-      piece.width / static_cast<double>(std::max<std::size_t>(piece.text.size(), 1));
   part.text = piece.text.substr(begin, end - begin);
-  part.x = piece.x + per_byte * static_cast<double>(begin);
-  part.width = per_byte * static_cast<double>(end - begin);
+  part.x = piece.x + unit * WidthOf(text.substr(0, begin), face);
+  part.width = unit * WidthOf(part.text, face);
   return part;
 }
 

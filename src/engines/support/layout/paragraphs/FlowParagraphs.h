@@ -16,7 +16,9 @@ std::vector<Paragraph*> FlowParagraphs(PageLayout& page);
 std::string TextOf(const Paragraph& paragraph);
 
 // The part of a piece between two bytes of its text, about where it stands.
-TextPiece PartOf(const TextPiece& piece, std::size_t begin, std::size_t end);
+//   face - of the piece, by whose letters its place is told the better; may be null
+TextPiece PartOf(const TextPiece& piece, std::size_t begin, std::size_t end,
+                 const Typeface* face = nullptr);
 
 }  // namespace TarnixTools::engines
 

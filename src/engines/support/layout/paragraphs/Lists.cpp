@@ -34,10 +34,16 @@ struct Item {
   std::uint32_t list = 0;  // 0 for none
 };
 
+// Headings and entries of contents keep their labels as text.
+bool MayBeItem(ParagraphRole role) {
+  using enum ParagraphRole;
+  return role != kHeading && role != kTitle && role != kContents;
+}
+
 // Nothing for a paragraph without a label. What is raised is the mark of a note.
 std::optional<Item> ItemOf(const PageLayout& page, Paragraph& paragraph, std::size_t place) {
   if (paragraph.lines.empty() || paragraph.lines.front().pieces.empty() ||
-      paragraph.role == ParagraphRole::kHeading || paragraph.role == ParagraphRole::kTitle) {
+      !MayBeItem(paragraph.role)) {
     return std::nullopt;
   }
   const std::vector<TextPiece>& pieces = paragraph.lines.front().pieces;

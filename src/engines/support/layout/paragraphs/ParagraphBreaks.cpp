@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include "engines/support/layout/Boxes.h"
 #include "engines/support/layout/Quantile.h"
+#include "engines/support/layout/paragraphs/Leaders.h"
 #include "engines/support/layout/paragraphs/ListLabels.h"
+#include "foundation/Utf8.h"
 
 namespace TarnixTools::engines {
 
@@ -193,10 +196,24 @@ bool BreakFinder::IsIndented(const Run& run, std::size_t first, std::size_t next
   return !has_third || std::abs(StartOf(Row(next + 1)) - StartOf(row)) > kAlike * row.size;
 }
 
+// Whether the row is the last one of an entry of a table of contents.
+bool IsEndOfEntry(const TextRow& row) {
+  std::string text;
+  for (const WordLine* line : row.lines) {
+    for (const Word& word : line->words) {
+      for (const char32_t character : word.text) {
+        AppendUtf8(text, character);
+      }
+      text += ' ';
+    }
+  }
+  return EndsAsEntry(text);
+}
+
 bool BreakFinder::EndsBetween(const Run& run, std::size_t first, std::size_t next) const {
   const TextRow& before = Row(next - 1);
   const TextRow& row = Row(next);
-  if (row.baseline - before.baseline > kPitchGrowth * run.pitch) {
+  if (row.baseline - before.baseline > kPitchGrowth * run.pitch || IsEndOfEntry(before)) {
     return true;
   }
   if (before.element != 0 && before.element == row.element) {
