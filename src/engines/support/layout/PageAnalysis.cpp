@@ -14,6 +14,7 @@
 #include "engines/support/layout/paragraphs/ParagraphMaker.h"
 #include "engines/support/layout/regions/Bands.h"
 #include "engines/support/layout/tables/TableFinder.h"
+#include "engines/support/layout/text/Initials.h"
 #include "engines/support/layout/text/PageText.h"
 
 namespace TarnixTools::engines {
@@ -41,8 +42,8 @@ std::size_t LettersOf(const WordLine& line) {
 }
 
 RegionItem ItemOf(const WordLine& line) {
-  return {.box = {line.box.left, line.baseline - kSmallLetters * line.size, line.box.right,
-                  line.baseline},
+  return {.box = {line.box.left - line.inset, line.baseline - kSmallLetters * line.size,
+                  line.box.right, line.baseline},
           .size = line.size,
           .letters = LettersOf(line)};
 }
@@ -201,30 +202,39 @@ void PageAnalyzer::PlaceBehind(PageGraphics& graphics) {
   place(graphics.behind_drawings);
 }
 
+// The first box that the line lies in.
+std::vector<pdf::Box>::const_iterator BoxAround(const WordLine& line,
+                                                const std::vector<pdf::Box>& boxes) {
+  const double x = MiddleX(line.box);
+  const double y = line.baseline - kSmallLetters * line.size / 2;
+  return std::find_if(boxes.begin(), boxes.end(),
+                      [&](const pdf::Box& box) { return Holds(box, x, y); });
+}
+
 // Lines in pictures and drawings are labels, all others are part of the flow.
 void PageAnalyzer::PlaceLines() {
   std::vector<const WordLine*> labels;
   std::vector<std::vector<const WordLine*>> between_rules(ruled_text_.size());
+  std::vector<WordLine*> flow;
   std::size_t compared = 0;
-  for (const WordLine& line : text_.upright.lines) {
-    const double x = MiddleX(line.box);
-    const double y = line.baseline - kSmallLetters * line.size / 2;
+  for (WordLine& line : text_.upright.lines) {
     compared += things_.size();
-    const bool is_label = compared <= limits::kMaxBoxComparisons &&
-                          std::any_of(things_.begin(), things_.end(),
-                                      [&](const pdf::Box& box) { return Holds(box, x, y); });
+    const bool is_label =
+        compared <= limits::kMaxBoxComparisons && BoxAround(line, things_) != things_.end();
     if (is_label) {
       labels.push_back(&line);
-      continue;
+    } else {
+      flow.push_back(&line);
     }
-    const auto ruled = std::find_if(ruled_text_.begin(), ruled_text_.end(),
-                                    [&](const pdf::Box& box) { return Holds(box, x, y); });
+  }
+  for (const WordLine* line : TakeInitials(flow)) {
+    const auto ruled = BoxAround(*line, ruled_text_);
     if (ruled != ruled_text_.end()) {
-      between_rules[static_cast<std::size_t>(ruled - ruled_text_.begin())].push_back(&line);
+      between_rules[static_cast<std::size_t>(ruled - ruled_text_.begin())].push_back(line);
       continue;
     }
-    items_.push_back(ItemOf(line));
-    parts_.push_back({.lines = {&line}, .block = {}});
+    items_.push_back(ItemOf(*line));
+    parts_.push_back({.lines = {line}, .block = {}});
   }
   for (std::vector<const WordLine*>& lines : between_rules) {
     PlaceTogether(std::move(lines));

@@ -65,6 +65,7 @@ struct TextLine {
   double baseline = 0;
   std::vector<TextPiece> pieces;
   LineJoint joint = LineJoint::kSpace;
+  double inset = 0;  // points from where its paragraph begins, beside a large initial
 };
 
 enum class ParagraphRole : std::uint8_t {
@@ -101,6 +102,13 @@ struct ListLabel {
   std::vector<std::uint32_t> places;
 };
 
+// The large letter that the first word of a paragraph begins with, which the lines of the paragraph
+// do not have any more.
+struct Initial {
+  TextLine line;
+  std::uint32_t lines_beside = 0;  // the first ones of the paragraph, two at least
+};
+
 struct Paragraph {
   ParagraphRole role = ParagraphRole::kBody;
   std::uint8_t level = 0;  // of a heading 1 to 6, of a list item and of an entry of contents from 0
@@ -112,6 +120,7 @@ struct Paragraph {
   double first_indent = 0;  // of the first line against the others; negative: it hangs
   double line_pitch = 0;    // from baseline to baseline; 0 for a single line
   std::optional<ListLabel> label;
+  std::optional<Initial> initial;
   std::vector<TextLine> lines;
   std::string bookmark;  // that links of the document lead to; empty: none
 };

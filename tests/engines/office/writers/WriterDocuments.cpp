@@ -82,7 +82,7 @@ const std::map<std::string, std::vector<std::string>, std::less<>>& Orders() {
       {"w:pPr",
        {"w:pStyle", "w:keepNext", "w:keepLines", "w:pageBreakBefore", "w:framePr", "w:widowControl",
         "w:numPr", "w:pBdr", "w:shd", "w:tabs", "w:overflowPunct", "w:bidi", "w:spacing", "w:ind",
-        "w:jc", "w:outlineLvl", "w:rPr", "w:sectPr"}},
+        "w:jc", "w:textAlignment", "w:outlineLvl", "w:rPr", "w:sectPr"}},
       {"w:rPr", {"w:rStyle",   "w:rFonts", "w:b",         "w:bCs",     "w:i",   "w:iCs",
                  "w:strike",   "w:vanish", "w:color",     "w:spacing", "w:w",   "w:kern",
                  "w:position", "w:sz",     "w:szCs",      "w:u",       "w:shd", "w:vertAlign",

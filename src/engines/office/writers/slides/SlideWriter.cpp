@@ -11,6 +11,7 @@
 #include "engines/office/writers/slides/SlideShapes.h"
 #include "engines/office/writers/text/DrawnShapes.h"
 #include "engines/office/writers/text/NoteText.h"
+#include "engines/office/writers/text/ParagraphInitials.h"
 #include "engines/office/writers/text/Units.h"
 #include "engines/support/layout/Boxes.h"
 #include "engines/support/pages/Cancellation.h"
@@ -76,7 +77,10 @@ class OneSlide {
     }
   }
 
-  void WriteText(const std::vector<Block>& blocks, double left, double right) {
+  void WriteText(const std::vector<Block>& all, double left, double right) {
+    const std::vector<Block> parts =
+        HasInitials(all) ? WithInitialsApart(all) : std::vector<Block>();
+    const std::vector<Block>& blocks = parts.empty() ? all : parts;
     std::vector<TextGroup> groups = GroupText(slide_, blocks, left, right);
     std::size_t next = 0;
     // In the order of the blocks: a table goes before the text that is below it.

@@ -41,6 +41,7 @@ struct MeasuredLine {
   std::vector<Segment> segments;
   double left = 0;
   double right = 0;
+  double inset = 0;       // beside a large initial
   double first_word = 0;  // width of what stands before the first place where a line may end
   double space = 0;
   double hyphen = 0;       // that is seen at its end and not among its pieces
@@ -111,6 +112,7 @@ class Fitter {
                                           settings_.script_gap * looks_[piece.look].size;
     }
     measured.left = measured.segments.empty() ? line.box.left : measured.segments.front().left;
+    measured.inset = line.inset;
     measured.right = measured.segments.empty() ? line.box.right : measured.segments.back().right;
     measured.is_joined =
         settings_.keeps_joined && std::ranges::any_of(line.pieces, [](const TextPiece& piece) {
@@ -222,7 +224,7 @@ class Fitter {
   double LeftMost() const {
     double left = std::numeric_limits<double>::max();
     for (std::size_t i = lines_.size() > 1 ? 1 : 0; i < lines_.size(); ++i) {
-      left = std::min(left, lines_[i].left);
+      left = std::min(left, lines_[i].left - lines_[i].inset);
     }
     return left;
   }
@@ -265,7 +267,7 @@ class Fitter {
   }
 
   void FindRoomFromLeft(double right, double most_right) {
-    fitted_.first_left = lines_.front().left;
+    fitted_.first_left = lines_.front().left - lines_.front().inset;
     fitted_.left = lines_.size() > 1 ? LeftMost() : fitted_.first_left;
     if (lines_.size() == 1) {
       fitted_.right = std::max(right, most_right + kRoomOfSingleLine);
@@ -303,7 +305,7 @@ class Fitter {
 
   void FitLine(std::size_t i) {
     MeasuredLine& line = lines_[i];
-    const double room_left = i == 0 ? fitted_.first_left : fitted_.left;
+    const double room_left = RoomLeft(i);
     for (std::size_t k = 0; k < line.segments.size(); ++k) {
       const Segment& segment = line.segments[k];
       const bool is_last = k + 1 == line.segments.size();
@@ -344,6 +346,11 @@ class Fitter {
            paragraph_.alignment == Alignment::kRight;
   }
 
+  // Where the room of a line begins that is shown from the left.
+  double RoomLeft(std::size_t i) const {
+    return (i == 0 ? fitted_.first_left : fitted_.left) + lines_[i].inset;
+  }
+
   bool IsStretched(std::size_t i) const {
     return paragraph_.alignment == Alignment::kJustified && i + 1 < lines_.size() &&
            fitted_.lines[i].end != LineEnd::kBreak;
@@ -351,8 +358,7 @@ class Fitter {
 
   // Whether the first word of the next line would come up.
   bool IsShort(std::size_t i) const {
-    const double room =
-        fitted_.right - (i == 0 && !HasOneRoom() ? fitted_.first_left : fitted_.left);
+    const double room = fitted_.right - (HasOneRoom() ? fitted_.left : RoomLeft(i));
     return WithNextWord(i) <= room + kSlack + settings_.shortfall_share * room;
   }
 

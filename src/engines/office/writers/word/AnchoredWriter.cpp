@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "engines/office/writers/text/DrawnShapes.h"
+#include "engines/office/writers/text/ParagraphInitials.h"
 #include "engines/office/writers/word/DrawingWriter.h"
 #include "engines/office/writers/word/FlowWriter.h"
 #include "engines/support/layout/Boxes.h"
@@ -67,7 +68,7 @@ pdf::Box ShapeBox(const pdf::Box& box, const pdf::Box& text, double angle) {
 void WriteFloating(Story& story, const OfficePage& page, const Floating& floating) {
   std::vector<Block> blocks;
   pdf::Box text;
-  for (const Block& block : floating.blocks) {
+  for (const Block& block : WithInitialsApart(floating.blocks)) {
     if (!IsText(block)) {
       WriteImageAt(story, page, block, floating.is_behind);
       continue;

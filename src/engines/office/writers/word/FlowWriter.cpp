@@ -203,6 +203,9 @@ void FlowWriter::KeepInCell(ParagraphPlace& place, std::size_t lines) const {
 void FlowWriter::WriteText(const Paragraph& paragraph, double next_top,
                            const std::function<void()>& section) {
   const double pitch = PitchFor(paragraph);
+  if (paragraph.initial && has_start_ && (start_.begins_page || start_.begins_column)) {
+    SkipTo(cursor_);  // the frame of a letter cannot begin a page
+  }
   ParagraphPlace place = PlaceFor(FirstBaseline(paragraph) - kAboveBaseline * pitch);
   place.pitch = pitch;
   place.write_section = section;

@@ -108,9 +108,6 @@ class FlowWriter {
   std::vector<Floating> waiting_;  // for a paragraph that they can be anchored at
 };
 
-// The share of a line's height that is above its baseline.
-inline constexpr double kAboveBaseline = 0.8;
-
 // Where a block begins on the page as the flow has it.
 double TopOf(const Block& block, const PageLayout& page);
 

@@ -18,6 +18,7 @@ constexpr double kSameTab = 1;  // points
 constexpr double kSlackInCell = 0.008;
 constexpr double kScriptGap = 0.2;  // ems that LibreOffice shows, and Word about as much
 constexpr std::size_t kMostTabs = 50;
+constexpr double kBelowBaseline = 1 - kAboveBaseline;
 
 struct TabStop {
   double place = 0;  // from the left of the column
@@ -195,6 +196,44 @@ void WriteBookmarked(Story& story, const Paragraph& paragraph, const std::functi
   story.xml.Leaf("w:bookmarkEnd", {{"w:id", id}});
 }
 
+void WriteFrame(XmlWriter& xml, const Paragraph& paragraph) {
+  const TextLine& letter = paragraph.initial->line;
+  const double gap =
+      paragraph.lines.empty() ? 0 : paragraph.lines.front().box.left - letter.box.right;
+  xml.Leaf("w:framePr", {{"w:dropCap", "drop"},
+                         {"w:lines", paragraph.initial->lines_beside},
+                         {"w:hSpace", std::max<std::int64_t>(Twips(gap), 0)},
+                         {"w:wrap", "around"},
+                         {"w:vAnchor", "text"},
+                         {"w:hAnchor", "text"}});
+}
+
+// The large letter that a paragraph begins with, in a frame that its first lines run around
+// (ECMA-376, part 1, 17.3.1.11). It is lowered to the baseline of the last of them.
+void WriteInitial(Story& story, const OfficePage& page, const Paragraph& paragraph,
+                  const FittedParagraph& fitted, const ParagraphPlace& place) {
+  XmlWriter& xml = story.xml;
+  const double lines = paragraph.initial->lines_beside;
+  xml.Open("w:p");
+  xml.Open("w:pPr");
+  xml.Leaf("w:keepNext");
+  WriteFrame(xml, paragraph);
+  WriteSpacing(xml, {.before = place.before, .pitch = lines * place.pitch}, "exact");
+  xml.Leaf("w:ind", {{"w:left", Twips(fitted.first_left - place.left)}});
+  xml.Leaf("w:textAlignment", {{"w:val", "baseline"}});
+  xml.Close();
+  for (const TextPiece& piece : paragraph.initial->line.pieces) {
+    xml.Open("w:r");
+    xml.Open("w:rPr");
+    WriteLook(xml, page.layout.looks[piece.look],
+              {.rise = -kBelowBaseline * (lines - 1) * place.pitch});
+    xml.Close();
+    xml.Element("w:t", piece.text, {{"xml:space", "preserve"}});
+    xml.Close();
+  }
+  xml.Close();
+}
+
 }  // namespace
 
 void WriteParagraph(Story& story, const OfficePage& page, const Paragraph& paragraph,
@@ -203,6 +242,9 @@ void WriteParagraph(Story& story, const OfficePage& page, const Paragraph& parag
   settings.slack_share = place.is_in_cell ? kSlackInCell : settings.slack_share;
   const FittedParagraph fitted = FitParagraph(paragraph, page.layout.looks, place.left, place.right,
                                               story.context.measure, settings);
+  if (paragraph.initial) {
+    WriteInitial(story, page, paragraph, fitted, place);
+  }
   story.xml.Open("w:p");
   WriteProperties(story, page, paragraph, fitted, place);
   WriteStart(story, place);

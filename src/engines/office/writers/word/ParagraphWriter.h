@@ -9,6 +9,9 @@
 
 namespace TarnixTools::engines::office {
 
+// The share of a line's height that is above its baseline.
+inline constexpr double kAboveBaseline = 0.8;
+
 // What a paragraph has of the place where it stands.
 struct ParagraphPlace {
   double left = 0;  // the room of the column, on the page

@@ -74,6 +74,9 @@ void WriteLook(XmlWriter& xml, const TextLook& look, const RunSetting& setting) 
   if (const auto percent = std::lround(setting.scale * 100); percent != 100) {
     xml.Leaf("w:w", {{"w:val", percent}});
   }
+  if (const auto half_points = Rounded(setting.rise, 2)) {
+    xml.Leaf("w:position", {{"w:val", half_points}});
+  }
   WriteSize(xml, look);
   xml.Leaf("w:u", {{"w:val", look.is_underlined ? "single" : "none"}});
   if (look.highlight) {

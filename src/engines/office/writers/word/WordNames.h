@@ -18,6 +18,7 @@ struct RunSetting {
   double scale = 1;
   bool is_right_to_left = false;
   bool is_link = false;  // it has the style of links
+  double rise = 0;       // points above the baseline
 };
 
 // The properties within w:rPr, all of them written out: none comes from a style.

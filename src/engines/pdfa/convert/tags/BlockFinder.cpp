@@ -41,6 +41,7 @@ class BlockMaker {
   void AddCell(const TableCell& cell, Kind kind, std::uint32_t row);
   std::uint32_t Add(Kind kind, const pdf::Box& box, std::uint32_t parent = PageBlock::kNoParent);
 
+  void ClaimLine(const TextLine& line, std::uint32_t block);
   void ClaimText(const Paragraph& paragraph, std::uint32_t block);
   void Claim(std::uint32_t place, std::uint32_t block);
 
@@ -65,13 +66,20 @@ std::uint32_t BlockMaker::Add(Kind kind, const pdf::Box& box, std::uint32_t pare
   return static_cast<std::uint32_t>(blocks_.size() - 1);
 }
 
-void BlockMaker::ClaimText(const Paragraph& paragraph, std::uint32_t block) {
-  for (const TextLine& line : paragraph.lines) {
-    for (const TextPiece& piece : line.pieces) {
-      for (const std::uint32_t place : piece.places) {
-        Claim(place, block);
-      }
+void BlockMaker::ClaimLine(const TextLine& line, std::uint32_t block) {
+  for (const TextPiece& piece : line.pieces) {
+    for (const std::uint32_t place : piece.places) {
+      Claim(place, block);
     }
+  }
+}
+
+void BlockMaker::ClaimText(const Paragraph& paragraph, std::uint32_t block) {
+  if (paragraph.initial) {
+    ClaimLine(paragraph.initial->line, block);
+  }
+  for (const TextLine& line : paragraph.lines) {
+    ClaimLine(line, block);
   }
 }
 

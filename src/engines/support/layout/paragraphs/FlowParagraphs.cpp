@@ -21,12 +21,23 @@ std::vector<Paragraph*> FlowParagraphs(PageLayout& page) {
   return paragraphs;
 }
 
+namespace {
+
+void AddText(const TextLine& line, std::string& text) {
+  for (const TextPiece& piece : line.pieces) {
+    text += piece.text;
+  }
+}
+
+}  // namespace
+
 std::string TextOf(const Paragraph& paragraph) {
   std::string text;
+  if (paragraph.initial) {
+    AddText(paragraph.initial->line, text);
+  }
   for (const TextLine& line : paragraph.lines) {
-    for (const TextPiece& piece : line.pieces) {
-      text += piece.text;
-    }
+    AddText(line, text);
     if (line.joint != LineJoint::kNothing && &line != &paragraph.lines.back()) {
       text += ' ';
     }

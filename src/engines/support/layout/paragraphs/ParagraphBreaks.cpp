@@ -94,7 +94,15 @@ class BreakFinder {
   double finish_ = 0;  // of the column
 };
 
+// Whether both run beside one large initial.
+bool AreBesideInitial(const TextRow& a, const TextRow& b) {
+  return a.inset > 0 && b.inset > 0 && b.first().initial == nullptr;
+}
+
 bool BreakFinder::FollowInRun(const TextRow& a, const TextRow& b) const {
+  if (AreBesideInitial(a, b)) {
+    return true;
+  }
   const double pitch = b.baseline - a.baseline;
   return HaveOneSize(a, b) && pitch <= kWidestPitch * b.size && pitch >= kLeastPitch * b.size &&
          a.is_right_to_left == b.is_right_to_left;
@@ -213,6 +221,9 @@ bool IsEndOfEntry(const TextRow& row) {
 bool BreakFinder::EndsBetween(const Run& run, std::size_t first, std::size_t next) const {
   const TextRow& before = Row(next - 1);
   const TextRow& row = Row(next);
+  if (AreBesideInitial(before, row) || row.first().initial != nullptr) {
+    return row.first().initial != nullptr;
+  }
   if (row.baseline - before.baseline > kPitchGrowth * run.pitch || IsEndOfEntry(before)) {
     return true;
   }

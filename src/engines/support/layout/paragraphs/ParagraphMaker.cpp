@@ -9,6 +9,7 @@
 #include "engines/support/layout/paragraphs/PieceMaker.h"
 #include "engines/support/layout/paragraphs/StructureTags.h"
 #include "engines/support/layout/paragraphs/TextRows.h"
+#include "engines/support/layout/text/Initials.h"
 
 namespace TarnixTools::engines {
 
@@ -127,7 +128,8 @@ bool IsLineOfParts(const Paragraph& paragraph) {
                      [](const TextPiece& piece) { return piece.kind == PieceKind::kTab; });
 }
 
-Paragraph ParagraphOf(std::span<const TextRow> rows, const pdf::Box& column, PieceMaker& pieces) {
+Paragraph ParagraphOf(const PageModel& page, std::span<const TextRow> rows, const pdf::Box& column,
+                      PieceMaker& pieces) {
   Paragraph paragraph;
   paragraph.is_right_to_left = rows.front().is_right_to_left;
   paragraph.alignment = AlignmentOf(rows, column);
@@ -140,6 +142,10 @@ Paragraph ParagraphOf(std::span<const TextRow> rows, const pdf::Box& column, Pie
   }
   if (IsLineOfParts(paragraph)) {
     paragraph.alignment = Alignment::kLeft;
+  }
+  if (const LargeInitial* initial = rows.front().first().initial.get()) {
+    paragraph.initial =
+        Initial{pieces.LineOf(JoinIntoRows(page, {&initial->line}).front()), initial->lines_beside};
   }
   for (std::size_t i = 0; i + 1 < paragraph.lines.size(); ++i) {
     JoinLines(paragraph.lines[i], paragraph.lines[i + 1]);
@@ -158,7 +164,7 @@ std::vector<Paragraph> ParagraphMaker::Make(const std::vector<const WordLine*>& 
   for (std::size_t i = 0; i < starts.size(); ++i) {
     const std::size_t end = i + 1 < starts.size() ? starts[i + 1] : rows.size();
     const auto own = std::span(rows).subspan(starts[i], end - starts[i]);
-    paragraphs.push_back(ParagraphOf(own, column, pieces));
+    paragraphs.push_back(ParagraphOf(*page_, own, column, pieces));
     ReadTag(*page_, own.front(), paragraphs.back());
   }
   return paragraphs;

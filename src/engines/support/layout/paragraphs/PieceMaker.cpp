@@ -114,6 +114,8 @@ void PieceMaker::AddGap(const WordLine* before, const WordLine& next, TextLine& 
 TextLine PieceMaker::LineOf(const TextRow& row) {
   TextLine line;
   line.box = row.box;
+  line.box.left += row.inset;
+  line.inset = row.inset;
   line.baseline = row.baseline;
   const WordLine* before = nullptr;
   const bool has_label = ReadLabel(row.first().words.front().text).has_value();

@@ -118,6 +118,8 @@ std::vector<TextRow> JoinIntoRows(const PageModel& page,
   }
   for (TextRow& row : rows) {
     PutInOrder(row);
+    row.inset = row.first().inset;
+    row.box.left -= row.inset;
     Measure(page, row);
   }
   return rows;

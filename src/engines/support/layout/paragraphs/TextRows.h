@@ -19,6 +19,7 @@ struct TextRow {
   std::uint32_t style = 0;    // in PageModel::styles: of most of its glyphs
   std::uint32_t element = 0;  // of the structure tree, that most of its glyphs belong to
   bool is_bold = false;       // all of it, by its typefaces or by painting
+  double inset = 0;           // of its first line, which its box has too
 
   const WordLine& first() const { return *lines.front(); }
 };

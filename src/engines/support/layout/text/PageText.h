@@ -9,6 +9,7 @@
 #define TARNIX_ENGINES_SUPPORT_LAYOUT_TEXT_PAGETEXT_H_
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -45,6 +46,8 @@ struct Word {
   std::optional<Rgb> highlight;
 };
 
+struct LargeInitial;
+
 // Words on one baseline without a wide gap.
 struct WordLine {
   pdf::Box box;
@@ -52,6 +55,9 @@ struct WordLine {
   double size = 0;          // of most of its glyphs
   std::vector<Word> words;  // in the order in which they are read
   bool is_right_to_left = false;
+  double inset = 0;  // points from where its paragraph begins, beside a large initial
+  // That the paragraph begins with; null for most lines.
+  std::shared_ptr<const LargeInitial> initial;
 };
 
 // The text of one direction. Its lengths are those of the page turned about its upper-left corner,
