@@ -10,6 +10,7 @@
 #include "engines/support/layout/TableMaker.h"
 #include "engines/support/layout/graphics/BoxGroups.h"
 #include "engines/support/layout/graphics/PageGraphics.h"
+#include "engines/support/layout/paragraphs/FlowParagraphs.h"
 #include "engines/support/layout/paragraphs/LookTable.h"
 #include "engines/support/layout/paragraphs/ParagraphMaker.h"
 #include "engines/support/layout/regions/Bands.h"
@@ -25,6 +26,7 @@ constexpr double kSmallLetters = 0.5;  // ems: their height
 constexpr double kInCell = 0.85;       // of a picture's area, that the cell has which holds it
 constexpr double kLabelGap = 4;        // points between the lines of a label on a drawing
 constexpr double kTurnedGap = 6;       // points between lines of one turned text
+constexpr double kVerticalGap = 4;     // ems between lines of one vertical text
 constexpr double kRadians = 0.017453292519943295;  // in a degree
 
 // A part of the flow before it is in its column: lines of text that stay together, or a block.
@@ -80,6 +82,8 @@ class PageAnalyzer {
   void PlaceTogether(std::vector<const WordLine*> lines);
   void PlaceLabels(const std::vector<const WordLine*>& lines);
   void PlaceTurned(const TurnedText& turned);
+  void PlaceVertical(const TurnedText& turned);
+  void AddTurned(const std::vector<const WordLine*>& lines, const TurnedText& turned);
   bool MoveIntoCell(Floating& floating);
   void AddFloat(const std::vector<const WordLine*>& lines);
   template <typename Thing>
@@ -283,20 +287,6 @@ void PageAnalyzer::PlaceLabels(const std::vector<const WordLine*>& lines) {
   }
 }
 
-void Move(Paragraph& paragraph, double dx, double dy) {
-  const auto move = [dx, dy](pdf::Box& box) {
-    box = {box.left + dx, box.bottom + dy, box.right + dx, box.top + dy};
-  };
-  move(paragraph.box);
-  for (TextLine& line : paragraph.lines) {
-    move(line.box);
-    line.baseline += dy;
-    for (TextPiece& piece : line.pieces) {
-      piece.x += dx;
-    }
-  }
-}
-
 // The text lies as if it were turned upright about its middle.
 void PageAnalyzer::PlaceTurned(const TurnedText& turned) {
   std::vector<pdf::Box> boxes;
@@ -304,29 +294,56 @@ void PageAnalyzer::PlaceTurned(const TurnedText& turned) {
   for (const WordLine& line : turned.lines) {
     boxes.push_back(line.box);
   }
-  const double cosine = std::cos(turned.angle * kRadians);
-  const double sine = std::sin(turned.angle * kRadians);
   for (const std::vector<std::uint32_t>& group : GroupBoxes(boxes, kTurnedGap)) {
     std::vector<const WordLine*> lines;
     lines.reserve(group.size());
     for (const std::uint32_t member : group) {
       lines.push_back(&turned.lines[member]);
     }
-    AddFloat(lines);
-    Floating& floating = layout_.floats.back();
-    floating.angle = turned.angle;
-    const double x = MiddleX(floating.box);
-    const double y = MiddleY(floating.box);
-    const double dx = x * cosine - y * sine - x;
-    const double dy = x * sine + y * cosine - y;
-    floating.box = {floating.box.left + dx, floating.box.bottom + dy, floating.box.right + dx,
-                    floating.box.top + dy};
-    for (Block& block : floating.blocks) {
-      Move(std::get<Paragraph>(block.content), dx, dy);
+    AddTurned(lines, turned);
+  }
+}
+
+// What stands above each other are columns, read from the top; their lines go on to the left.
+void PageAnalyzer::PlaceVertical(const TurnedText& turned) {
+  std::vector<RegionItem> items;
+  for (const WordLine& line : turned.lines) {
+    items.push_back(ItemOf(line));
+  }
+  for (const RegionBand& band : CutIntoBands(items, false)) {
+    for (const RegionColumn& column : band.columns) {
+      std::vector<const WordLine*> lines;
+      for (const std::uint32_t item : column.items) {
+        const WordLine& line = turned.lines[item];
+        const double pitch = lines.empty() ? 0 : line.baseline - lines.back()->baseline;
+        if (pitch < -line.size || pitch > kVerticalGap * line.size) {
+          AddTurned(std::exchange(lines, {}), turned);
+        }
+        lines.push_back(&line);
+      }
+      AddTurned(lines, turned);
     }
-    if (MoveIntoCell(floating)) {
-      layout_.floats.pop_back();
-    }
+  }
+}
+
+void PageAnalyzer::AddTurned(const std::vector<const WordLine*>& lines, const TurnedText& turned) {
+  AddFloat(lines);
+  Floating& floating = layout_.floats.back();
+  floating.angle = turned.angle;
+  floating.is_vertical = turned.is_vertical;
+  const double cosine = std::cos(turned.angle * kRadians);
+  const double sine = std::sin(turned.angle * kRadians);
+  const double x = MiddleX(floating.box);
+  const double y = MiddleY(floating.box);
+  const double dx = x * cosine - y * sine - x;
+  const double dy = x * sine + y * cosine - y;
+  floating.box = {floating.box.left + dx, floating.box.bottom + dy, floating.box.right + dx,
+                  floating.box.top + dy};
+  for (Block& block : floating.blocks) {
+    MoveBy(std::get<Paragraph>(block.content), dx, dy);
+  }
+  if (MoveIntoCell(floating)) {
+    layout_.floats.pop_back();
   }
 }
 
@@ -349,7 +366,7 @@ bool PageAnalyzer::MoveIntoCell(Floating& floating) {
   const double x = MiddleX(seen) - MiddleX(cell->box);
   const double y = MiddleY(seen) - MiddleY(cell->box);
   for (Block& block : floating.blocks) {
-    Move(std::get<Paragraph>(block.content), (runs_down ? y : -y) - x, (runs_down ? -x : x) - y);
+    MoveBy(std::get<Paragraph>(block.content), (runs_down ? y : -y) - x, (runs_down ? -x : x) - y);
     InsertByPlace(std::move(block), *cell);
   }
   return true;
@@ -418,7 +435,7 @@ PageLayout PageAnalyzer::Analyze() {
   }
   PlaceLines();
   for (const TurnedText& turned : text_.turned) {
-    PlaceTurned(turned);
+    turned.is_vertical ? PlaceVertical(turned) : PlaceTurned(turned);
   }
   MakeBands();
   return std::move(layout_);

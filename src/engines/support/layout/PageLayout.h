@@ -219,6 +219,9 @@ struct Floating {
   pdf::Box box;
   double angle = 0;        // degrees clockwise, of the text within; the blocks lie as if it were 0
   bool is_behind = false;  // the text of the page runs over it
+  // Text whose letters stand upright below each other, in lines from right to left, where the angle
+  // is 90 degrees. Those of a page are in the order in which they are read.
+  bool is_vertical = false;
   std::vector<Block> blocks;
 };
 

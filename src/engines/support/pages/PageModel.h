@@ -53,9 +53,10 @@ struct Glyph {
   std::int32_t mark = -1;    // the /MCID of the marked content around it; -1 for none
   // Of the operator, in the content of the page; of several strings that it shows, of the string.
   std::uint32_t place = kNoPlace;
-  double x = 0;  // its origin, on the baseline
+  // Its origin: on the baseline, or above its middle in vertical writing.
+  double x = 0;
   double y = 0;
-  double advance = 0;  // along the direction, without spacing
+  double advance = 0;  // along the direction, without spacing; downwards in vertical writing
 };
 
 // A path that is painted.

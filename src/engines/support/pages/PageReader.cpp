@@ -264,18 +264,16 @@ pdf::TextAdvance PageCollector::ShowAlong(const pdf::StringUse& string, PageFont
   return {x, 0};
 }
 
-// The origin of a glyph in vertical writing is above its middle (ISO 32000-2, 9.7.4.3).
+// ISO 32000-2, 9.7.4.3.
 pdf::TextAdvance PageCollector::ShowDownwards(const pdf::StringUse& string, PageFont& font,
                                               std::uint32_t style) {
-  constexpr double kRise = 0.88;  // of the origin over the baseline, where the font says nothing
   const pdf::TextState& text = string.state.text;
   const Matrix line = text.matrix * string.state.matrix;
   double y = 0;  // in units of text space
   for (const std::uint32_t code : codes_) {
     if (!string.is_hidden) {
-      const double half = font.AdvanceOf(code) * text.size * text.scale / 2;
-      const Point origin = line.Apply(-half, text.rise + y - kRise * text.size);
-      AddGlyph(font.TextOf(code), style, origin, Length(text.size * line.c, text.size * line.d));
+      AddGlyph(font.TextOf(code), style, line.Apply(0, text.rise + y),
+               Length(text.size * line.c, text.size * line.d));
     }
     y += -text.size + font.SpacingOf(code, text);
   }

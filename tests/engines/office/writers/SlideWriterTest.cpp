@@ -49,6 +49,32 @@ TEST(SlideWriter, PutsParagraphsThatFollowEachOtherIntoOneShape) {
   EXPECT_THAT(slide, HasSubstr("Two"));
 }
 
+TEST(SlideWriter, ShowsLargeInitialsApartFromTheirLines) {
+  Paragraph paragraph = TextAt(72, 100, {"he first", "the second", "the third"});
+  paragraph.lines[0].inset = paragraph.lines[1].inset = 20;
+  paragraph.initial = Initial{TextAt(72, 112, {"T"}).lines[0], 2};
+  const Parts parts = PartsOf(SlideBytesOf(DocumentOf({PageWith({Block{paragraph}})})));
+  const std::string& slide = parts.at("ppt/slides/slide1.xml");
+  EXPECT_LT(slide.find("<a:t>T</a:t>"), slide.find("he first"));
+  EXPECT_LT(slide.find("the second"), slide.find("the third"));
+  EXPECT_NE(slide.find("<a:t>T</a:t>"), std::string::npos);
+}
+
+TEST(SlideWriter, WritesVerticalWritingInShapesThatAreNotTurned) {
+  Floating floating;
+  floating.blocks = {Block{TextAt(100, 200, {"縦書きの文字"})}};
+  floating.box = BoxOf(floating.blocks[0]);
+  floating.angle = 90;
+  floating.is_vertical = true;
+  OfficePage page = PageWith({});
+  page.layout.floats = {floating};
+  const Parts parts = PartsOf(SlideBytesOf(DocumentOf({page})));
+  const std::string& slide = parts.at("ppt/slides/slide1.xml");
+  EXPECT_THAT(slide, HasSubstr("vert=\"eaVert\""));
+  EXPECT_THAT(slide, Not(HasSubstr("rot=")));
+  EXPECT_EQ(OrderComplaints(slide), "");
+}
+
 TEST(SlideWriter, LinksToSlides) {
   const Parts parts = PartsOf(SlideBytesOf(DocumentOf({PageOfShapes(), PageOfShapes()})));
   EXPECT_THAT(parts.at("ppt/slides/slide1.xml"), HasSubstr("ppaction://hlinksldjump"));

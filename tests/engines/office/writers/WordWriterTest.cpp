@@ -3,6 +3,7 @@
 
 #include "engines/office/writers/WriterDocuments.h"
 #include "engines/office/writers/word/WordWriter.h"
+#include "engines/support/layout/paragraphs/FlowParagraphs.h"
 #include "engines/support/pages/Cancellation.h"
 
 namespace TarnixTools::engines::office {
@@ -135,6 +136,90 @@ TEST(WordWriter, KeepsAtItsPlaceWhatWouldPushTextDown) {
   EXPECT_GT(body.find("Beside"), body.find("<wps:txbx>"));
   EXPECT_LT(body.find("Beside"), body.find("</wps:txbx>"));
   EXPECT_EQ(Count(body, "<wps:txbx>"), 1u);
+}
+
+// A paragraph with an initial beside its first two lines.
+Paragraph ParagraphWithInitial() {
+  Paragraph paragraph = TextAt(72, 100,
+                               {"he lines of the paragraph run beside the letter that it",
+                                "begins with, as long as the letter is as high as they are,",
+                                "and then begin below it, where all of the others do, too."});
+  for (std::size_t i = 0; i < 2; ++i) {
+    paragraph.lines[i].inset = 20;
+    paragraph.lines[i].box.left += 20;
+    paragraph.lines[i].pieces[0].x += 20;
+  }
+  paragraph.initial = Initial{TextAt(72, 112, {"T"}).lines[0], 2};
+  return paragraph;
+}
+
+TEST(WordWriter, WritesLargeInitialsAsDropCaps) {
+  const std::string body = BodyOf(
+      DocumentOf({PageWith({Block{TextAt(72, 80, {"Above"})}, Block{ParagraphWithInitial()}})}));
+  EXPECT_THAT(body, HasSubstr("<w:framePr w:dropCap=\"drop\" w:lines=\"2\""));
+  EXPECT_EQ(Count(body, "<w:framePr "), 1u);
+  EXPECT_LT(body.find(">T<"), body.find("he lines"));
+  EXPECT_THAT(body, HasSubstr("that it begins"));
+  EXPECT_THAT(body, Not(HasSubstr("<w:br/>")));
+  EXPECT_EQ(OrderComplaints(body), "");
+}
+
+TEST(WordWriter, BeginsColumnsBeforeTheFrameOfAnInitial) {
+  OfficePage page = PageWith({Block{TextAt(72, 60, {"Over both"})}});
+  AddBand(page, {{Block{TextAt(72, 100, {"left"})}}, {Block{ParagraphWithInitial()}}});
+  const std::string body = BodyOf(DocumentOf({page}));
+  EXPECT_LT(body.find("w:type=\"column\""), body.find("<w:framePr "));
+}
+
+// Frames have no place in text boxes.
+TEST(WordWriter, WritesInitialsOfTextBoxesAsParagraphs) {
+  OfficePage page = PageWith({Block{TextAt(72, 400, {"Flow"})}});
+  Floating floating;
+  floating.box = {72, 90, 400, 130};
+  floating.blocks = {Block{ParagraphWithInitial()}};
+  page.layout.floats = {floating};
+  const std::string body = BodyOf(DocumentOf({page}));
+  EXPECT_EQ(Count(body, "<w:framePr "), 0u);
+  EXPECT_LT(body.find(">T<"), body.find("he lines"));
+}
+
+// Two lines of vertical writing, the first of them to the right, in a box that is as high as they are
+// long.
+Floating VerticalText(double right, double top) {
+  Paragraph paragraph = TextAt(0, 0, {"縦書きの一行目がここに", "続いている二行目"});
+  const pdf::Box seen = QuarterTurned(paragraph.box);
+  const double dx = right - seen.right;
+  const double dy = top - seen.bottom;
+  Floating floating;
+  MoveBy(paragraph, dx, dy);
+  floating.box = paragraph.box;
+  floating.angle = 90;
+  floating.is_vertical = true;
+  floating.blocks = {Block{paragraph}};
+  return floating;
+}
+
+TEST(WordWriter, WritesPagesOfVerticalWritingAsSections) {
+  OfficePage page = PageWith({});
+  page.layout.bands.clear();
+  page.layout.floats = {VerticalText(523, 90), VerticalText(480, 90)};
+  const std::string body = BodyOf(DocumentOf({PageWith({Block{TextAt(72, 100, {"a"})}}), page}));
+  EXPECT_EQ(Count(body, "<w:textDirection w:val=\"tbRl\"/>"), 1u);
+  EXPECT_EQ(Count(body, "<w:sectPr>"), 2u);
+  EXPECT_THAT(body, Not(HasSubstr("<wps:txbx>")));
+  EXPECT_THAT(body, HasSubstr("<w:pgMar w:top=\"1800\" w:right=\"1428\""));
+  EXPECT_EQ(OrderComplaints(body), "");
+}
+
+TEST(WordWriter, WritesVerticalWritingBesideOtherTextInBoxes) {
+  OfficePage page = PageWith({Block{TextAt(72, 100, {"Flow"})}});
+  page.layout.floats = {VerticalText(523, 200), VerticalText(480, 190)};
+  std::get<Paragraph>(page.layout.floats[0].blocks[0].content).lines[0].pieces[0].text = "先";
+  std::get<Paragraph>(page.layout.floats[1].blocks[0].content).lines[0].pieces[0].text = "後";
+  const std::string body = BodyOf(DocumentOf({page}));
+  EXPECT_EQ(Count(body, "vert=\"eaVert\""), 2u);
+  EXPECT_THAT(body, Not(HasSubstr("w:textDirection")));
+  EXPECT_LT(body.find("先"), body.find("後"));
 }
 
 TEST(WordWriter, AnchorsFloatingTextWhereItIsRead) {

@@ -89,7 +89,7 @@ const std::map<std::string, std::vector<std::string>, std::less<>>& Orders() {
                  "w:rtl",      "w:lang",   "w14:textFill"}},
       {"w:sectPr",
        {"w:headerReference", "w:footerReference", "w:type", "w:pgSz", "w:pgMar", "w:pgNumType",
-        "w:cols", "w:titlePg", "w:bidi"}},
+        "w:cols", "w:titlePg", "w:textDirection", "w:bidi"}},
       {"w:tbl", {"w:tblPr", "w:tblGrid", "w:tr"}},
       {"w:tblPr",
        {"w:tblStyle", "w:bidiVisual", "w:tblW", "w:jc", "w:tblInd", "w:tblLayout", "w:tblCellMar"}},

@@ -18,6 +18,7 @@ struct MadeStyle {
   double direction_x = 1;
   double direction_y = 0;
   double advance = 0.5;  // of every glyph, in ems
+  bool is_vertical = false;
 };
 
 class MadePage {
@@ -29,7 +30,8 @@ class MadePage {
     bold_ = std::make_shared<const Typeface>(Typeface{.family = "Plain", .is_bold = true});
   }
 
-  // A glyph for every character, spaces too, from x on along the baseline at y.
+  // A glyph for every character, spaces too, from x on along the baseline at y; of vertical writing,
+  // downwards from y on with its middle at x.
   MadePage& Text(double x, double y, std::u32string_view text, MadeStyle made = {});
 
   MadePage& Line(pdf::Box box) { return Path(PathShape::Kind::kLine, box); }
@@ -60,7 +62,8 @@ inline MadePage& MadePage::Text(double x, double y, std::u32string_view text, Ma
   page_.styles.push_back({.face = made.is_bold ? bold_ : plain_,
                           .size = made.size,
                           .direction_x = made.direction_x,
-                          .direction_y = made.direction_y});
+                          .direction_y = made.direction_y,
+                          .is_vertical = made.is_vertical});
   for (const char32_t character : text) {
     page_.glyphs.push_back({.text = static_cast<std::uint32_t>(page_.text.size()),
                             .length = 1,
@@ -69,8 +72,9 @@ inline MadePage& MadePage::Text(double x, double y, std::u32string_view text, Ma
                             .y = y,
                             .advance = made.advance * made.size});
     page_.text += character;
-    x += made.direction_x * made.advance * made.size;
-    y += made.direction_y * made.advance * made.size;
+    const double advance = made.advance * made.size;
+    x += advance * (made.is_vertical ? -made.direction_y : made.direction_x);
+    y += advance * (made.is_vertical ? made.direction_x : made.direction_y);
   }
   return *this;
 }

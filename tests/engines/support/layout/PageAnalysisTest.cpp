@@ -68,6 +68,36 @@ TEST(PageAnalysis, JoinsPartedWords) {
   EXPECT_THAT(TextsOf(page)[0], HasSubstr("in its middle and"));
 }
 
+// Two columns above each other, the upper one of which is read first, each from right to left.
+TEST(PageAnalysis, ReadsColumnsOfVerticalWritingFromTheTop) {
+  const MadeStyle down{.advance = 1, .is_vertical = true};
+  const std::u32string_view line = U"縦に書く行がここに続いている";
+  MadePage made;
+  for (int i = 0; i < 4; ++i) {
+    made.Text(500 - 18 * i, 400, line, down);
+    made.Text(500 - 18 * i, 100, line, down);
+  }
+  made.Text(518, 100, U"上", down).Text(518, 400, U"下", down);
+  const PageLayout page = AnalyzePage(made.Take());
+  ASSERT_THAT(page.floats, SizeIs(2));
+  for (const Floating& floating : page.floats) {
+    EXPECT_TRUE(floating.is_vertical);
+    EXPECT_DOUBLE_EQ(floating.angle, 90);
+  }
+  const pdf::Box upper = QuarterTurned(page.floats[0].box);
+  EXPECT_NEAR(upper.bottom, 100, 0.01);
+  EXPECT_NEAR(upper.right, 523, 0.01);
+  const auto& first = std::get<Paragraph>(page.floats[0].blocks.at(0).content);
+  EXPECT_EQ(first.lines.at(0).pieces.at(0).text, "上");
+}
+
+TEST(PageAnalysis, PartsVerticalWritingThatIsFarApart) {
+  const MadeStyle down{.advance = 1, .is_vertical = true};
+  const PageLayout page = AnalyzePage(
+      MadePage().Text(500, 100, U"右の文字", down).Text(100, 100, U"左の文字", down).Take());
+  EXPECT_THAT(page.floats, SizeIs(2));
+}
+
 TEST(PageAnalysis, TellsAlignments) {
   const std::u32string_view wide = U"A line over all of the width of the column, up to its end.";
   PageLayout page = AnalyzePage(MadePage()

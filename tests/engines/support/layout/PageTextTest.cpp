@@ -37,6 +37,21 @@ TEST(PageText, JoinsGlyphsThatArePaintedOneByOne) {
   EXPECT_THAT(WordsOf(text.upright.lines[0]), ElementsAre("abc"));
 }
 
+TEST(PageText, ReadsVerticalWritingFromTheRight) {
+  const MadeStyle down{.advance = 1, .is_vertical = true};
+  const PageText text =
+      ReadPageText(MadePage().Text(280, 100, U"三行目", down).Text(300, 100, U"一二", down).Take());
+  EXPECT_THAT(text.upright.lines, SizeIs(0));
+  ASSERT_THAT(text.turned, SizeIs(1));
+  EXPECT_TRUE(text.turned[0].is_vertical);
+  EXPECT_DOUBLE_EQ(text.turned[0].angle, 90);
+  ASSERT_THAT(text.turned[0].lines, SizeIs(2));
+  EXPECT_THAT(WordsOf(text.turned[0].lines[0]), ElementsAre("一二"));
+  EXPECT_THAT(WordsOf(text.turned[0].lines[1]), ElementsAre("三行目"));
+  EXPECT_DOUBLE_EQ(text.turned[0].lines[0].box.left, 100);
+  EXPECT_DOUBLE_EQ(text.turned[0].lines[0].box.right, 120);
+}
+
 TEST(PageText, EndsLinesAtWideGaps) {
   const PageText text =
       ReadPageText(MadePage().Text(72, 100, U"left").Text(300, 100, U"right").Take());

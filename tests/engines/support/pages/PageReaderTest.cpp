@@ -58,6 +58,25 @@ TEST_F(PageReaderTest, ReadsGlyphsWithTheirPlaces) {
   EXPECT_NEAR(page.styles[0].size, 10, 1e-6);
 }
 
+TEST_F(PageReaderTest, ReadsGlyphsOfVerticalWritingBelowEachOther) {
+  const PageModel page =
+      Page(TestPdf()
+               .Page()
+               .PageEntry(
+                   "/Resources<</Font<</F<</Type/Font/Subtype/Type0/BaseFont/Gothic-UniJIS-UTF16-V"
+                   "/Encoding/UniJIS-UTF16-V/DescendantFonts[<</Type/Font/Subtype/CIDFontType0"
+                   "/BaseFont/Gothic/CIDSystemInfo<</Registry(Adobe)/Ordering(Japan1)"
+                   "/Supplement 6>>>>]>>>>>>")
+               .Content("BT /F 10 Tf 300 700 Td <4E004E8C> Tj ET"));
+  ASSERT_EQ(page.glyphs.size(), 2U);
+  EXPECT_TRUE(page.styles[0].is_vertical);
+  EXPECT_NEAR(page.glyphs[0].x, 300, 1e-6);
+  EXPECT_NEAR(page.glyphs[0].y, 92, 1e-6);
+  EXPECT_NEAR(page.glyphs[1].x, 300, 1e-6);
+  EXPECT_NEAR(page.glyphs[1].y, 102, 1e-6);
+  EXPECT_NEAR(page.glyphs[0].advance, 10, 1e-6);
+}
+
 TEST_F(PageReaderTest, ShowsSpotColorsAsTheDocumentSays) {
   const TestPdf pdf = TestPdf()
                           .Page()

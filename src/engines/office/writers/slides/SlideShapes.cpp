@@ -53,7 +53,8 @@ void WriteImage(SlidePart& slide, const OfficePicture& image, const pdf::Box& bo
 
 }  // namespace
 
-void WriteTextShape(SlidePart& slide, const TextGroup& group, const pdf::Box& box, double angle) {
+void WriteTextShape(SlidePart& slide, const TextGroup& group, const pdf::Box& box, double angle,
+                    bool is_vertical) {
   XmlWriter& xml = slide.xml;
   xml.Open("p:sp");
   xml.Open("p:nvSpPr");
@@ -66,9 +67,15 @@ void WriteTextShape(SlidePart& slide, const TextGroup& group, const pdf::Box& bo
   WriteFill(xml, std::nullopt);
   xml.Close();
   xml.Open("p:txBody");
-  xml.Open(
-      "a:bodyPr",
-      {{"wrap", "square"}, {"lIns", 0}, {"tIns", 0}, {"rIns", 0}, {"bIns", 0}, {"anchor", "t"}});
+  xml.Open("a:bodyPr");
+  if (is_vertical) {
+    xml.Attribute({"vert", "eaVert"});
+  }
+  for (const std::string_view side : {"lIns", "tIns", "rIns", "bIns"}) {
+    xml.Attribute({side, 0});
+  }
+  xml.Attribute({"wrap", "square"});
+  xml.Attribute({"anchor", "t"});
   xml.Leaf("a:noAutofit");
   xml.Close();
   xml.Leaf("a:lstStyle");

@@ -7,8 +7,10 @@
 
 namespace TarnixTools::engines::office {
 
-// angle: degrees clockwise, about the middle of the box.
-void WriteTextShape(SlidePart& slide, const TextGroup& group, const pdf::Box& box, double angle);
+// angle: degrees clockwise, about the middle of the box. is_vertical: the letters stand upright below
+// each other.
+void WriteTextShape(SlidePart& slide, const TextGroup& group, const pdf::Box& box, double angle,
+                    bool is_vertical = false);
 
 void WriteTableShape(SlidePart& slide, const Table& table);
 

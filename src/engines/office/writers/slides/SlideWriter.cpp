@@ -141,8 +141,23 @@ class OneSlide {
     const double angle = Turned(floating.angle);
     if (angle == 0) {
       WriteText(floating.blocks, floating.box.left, floating.box.right);
+    } else if (floating.is_vertical && angle == 90) {
+      WriteVertical(floating);
     } else {
       WriteTurned(floating.blocks, floating.box, angle);
+    }
+  }
+
+  // A shape whose text is vertical is not turned.
+  void WriteVertical(const Floating& floating) {
+    const pdf::Box& box = floating.box;
+    for (const TextGroup& group : GroupText(slide_, floating.blocks, box.left, box.right)) {
+      const double right = MiddleX(box) + MiddleY(box) - MiddleY(group.box);
+      const double down = MiddleY(box) + MiddleX(group.box) - MiddleX(box);
+      const double width = group.box.height() / 2;
+      const double height = group.box.width() / 2;
+      WriteTextShape(slide_, group, {right - width, down - height, right + width, down + height}, 0,
+                     true);
     }
   }
 

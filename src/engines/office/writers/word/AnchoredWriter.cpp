@@ -82,9 +82,10 @@ void WriteFloating(Story& story, const OfficePage& page, const Floating& floatin
   }
   const double angle = Turned(floating.angle);
   pdf::Box outside = angle == 0 ? text : ShapeBox(floating.box, text, angle);
-  outside.right += kBoxRoom;
+  (floating.is_vertical ? outside.left : outside.right) +=
+      floating.is_vertical ? -kBoxRoom : kBoxRoom;
   outside.top += kBoxRoom;
-  WriteTextBox(story, outside, angle, floating.is_behind, [&] {
+  WriteTextBox(story, outside, {angle, floating.is_behind, floating.is_vertical}, [&] {
     FlowWriter flow(story, page, {text.left, text.right + kBoxRoom, text.bottom, 1});
     flow.Write(blocks);
     if (!flow.ends_with_paragraph()) {
@@ -134,7 +135,10 @@ std::vector<const Floating*> FloatsWithText(const PageLayout& page) {
   const auto place = [](const Floating* floating) {
     return std::pair(std::lround(UpperEdge(floating->box) / kLevel), floating->box.left);
   };
-  std::stable_sort(floats.begin(), floats.end(),
+  const auto vertical =
+      std::stable_partition(floats.begin(), floats.end(),
+                            [](const Floating* floating) { return !floating->is_vertical; });
+  std::stable_sort(floats.begin(), vertical,
                    [&place](const Floating* a, const Floating* b) { return place(a) < place(b); });
   return floats;
 }

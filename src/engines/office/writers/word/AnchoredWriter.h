@@ -16,7 +16,7 @@ void WriteFloating(Story& story, const OfficePage& page, const Floating& floatin
 void WriteAnchored(Story& story, const OfficePage& page, const std::vector<Block>& blocks);
 
 // What floats on the page with text of its own, as it is read: from the top, and what is level from
-// the left.
+// the left; then what is written vertically.
 std::vector<const Floating*> FloatsWithText(const PageLayout& page);
 
 // The background, all that is anchored in the flow, and what floats without text.

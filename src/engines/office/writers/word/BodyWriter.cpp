@@ -75,10 +75,27 @@ void WriteProperties(XmlWriter& xml, const SectionPlan& section, const SectionHe
   if (section.margins.first) {
     xml.Leaf("w:titlePg");
   }
+  if (section.runs_down) {
+    xml.Leaf("w:textDirection", {{"w:val", "tbRl"}});
+  }
   if (section.is_right_to_left) {
     xml.Leaf("w:bidi");
   }
   xml.Close();
+}
+
+// Where the text of a section goes, as it is when its lines run to the right.
+FlowRoom RoomOf(const SectionPlan& section) {
+  if (section.runs_down) {
+    return {.left = section.top,
+            .right = section.bottom,
+            .top = section.width - section.right,
+            .page_bottom = section.width - section.left};
+  }
+  return {.left = section.left,
+          .right = section.right,
+          .top = section.top,
+          .page_bottom = section.bottom};
 }
 
 void AddMarks(const std::vector<Block>& blocks, std::set<std::size_t>& marks) {
@@ -151,7 +168,7 @@ void BodyWriter::Write() {
 void BodyWriter::WriteSection(const SectionPlan& section, const SectionEnd& end, bool is_last) {
   for (std::size_t part = 0; part < section.parts.size(); ++part) {
     if (part > 0 || !section.is_continuous) {
-      cursor_ = section.top;
+      cursor_ = RoomOf(section).top;
     }
     const bool is_last_part = part + 1 == section.parts.size();
     WritePart(section, part, is_last_part ? end : SectionEnd(), is_last && is_last_part);
@@ -165,7 +182,7 @@ FlowStart BodyWriter::StartOf(const SectionPlan& section, std::size_t part) {
   if (section.parts[part].first_band == 0) {
     const OfficePage& page = story_.context.document.pages[section.parts[part].page];
     start.write_anchored = [this, &page] { WriteAnchoredOfPage(story_, page); };
-    floats_ = FloatsWithText(page.layout);
+    floats_ = section.runs_down ? std::vector<const Floating*>() : FloatsWithText(page.layout);
   }
   return start;
 }
@@ -192,12 +209,13 @@ void BodyWriter::WriteOneColumn(const SectionPlan& section, std::size_t index,
       lists.push_back(&column.blocks);
     }
   }
+  if (section.runs_down) {
+    lists = {&part.down};
+  }
   lists.insert(lists.end(), notes.begin(), notes.end());
-  FlowWriter flow(story_, page,
-                  {.left = section.left,
-                   .right = section.right,
-                   .top = cursor_,
-                   .page_bottom = section.bottom});
+  FlowRoom room = RoomOf(section);
+  room.top = cursor_;
+  FlowWriter flow(story_, page, room);
   flow.Begin(StartOf(section, index));
   WriteFlow(flow, lists, end, is_last, EndsPage(part, page.layout));
   cursor_ = flow.cursor();

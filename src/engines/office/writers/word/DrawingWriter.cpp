@@ -192,10 +192,11 @@ void WriteBackground(Story& story, const PageLayout& page, const Rgb& color) {
   WriteShape(story, area);
 }
 
-void WriteTextBox(Story& story, const pdf::Box& box, double angle, bool is_behind,
+void WriteTextBox(Story& story, const pdf::Box& box, const TextBoxLook& look,
                   const std::function<void()>& write_content) {
   XmlWriter& xml = story.xml;
-  OpenShape(story, box, is_behind, true);
+  const double angle = look.angle;
+  OpenShape(story, box, look.is_behind, true);
   xml.Open("wps:spPr");
   const bool is_upright = IsQuarter(angle);
   WriteForm(xml, AtOrigin(box), is_upright ? 0 : angle);
@@ -206,9 +207,10 @@ void WriteTextBox(Story& story, const pdf::Box& box, double angle, bool is_behin
   write_content();
   xml.Close();
   xml.Close();
-  xml.Leaf("wps:bodyPr", {{"vert", !is_upright   ? "horz"
-                                   : angle < 180 ? "vert"
-                                                 : "vert270"},
+  xml.Leaf("wps:bodyPr", {{"vert", look.is_vertical ? "eaVert"
+                                   : !is_upright    ? "horz"
+                                   : angle < 180    ? "vert"
+                                                    : "vert270"},
                           {"wrap", "square"},
                           {"lIns", 0},
                           {"tIns", 0},

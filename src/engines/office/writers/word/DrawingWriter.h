@@ -30,8 +30,14 @@ void WriteShapes(Story& story, const OfficePage& page, const Drawing& drawing);
 
 void WriteBackground(Story& story, const PageLayout& page, const Rgb& color);
 
-// angle: degrees clockwise, from 0 up to 360. write_content: writes at least one paragraph.
-void WriteTextBox(Story& story, const pdf::Box& box, double angle, bool is_behind,
+struct TextBoxLook {
+  double angle = 0;  // degrees clockwise, from 0 up to 360
+  bool is_behind = false;
+  bool is_vertical = false;  // letters stand upright below each other
+};
+
+// write_content: writes at least one paragraph.
+void WriteTextBox(Story& story, const pdf::Box& box, const TextBoxLook& look,
                   const std::function<void()>& write_content);
 
 }  // namespace TarnixTools::engines::office

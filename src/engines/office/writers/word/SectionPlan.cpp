@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "engines/office/writers/word/DownwardPages.h"
 #include "engines/office/writers/word/FlowWriter.h"
 #include "engines/office/writers/word/MarginKeys.h"
 #include "engines/support/layout/Boxes.h"
@@ -62,17 +63,20 @@ bool IsOfOneColumn(const Band& band) {
 // Bands of one column that follow each other are one part, all others a part each.
 std::vector<SectionPart> PartsOf(const OfficeDocument& document, std::size_t page) {
   const std::vector<Band>& bands = document.pages[page].layout.bands;
+  if (RunsDown(document.pages[page].layout)) {
+    return {{page, 0, bands.size(), BlocksDown(document.pages[page].layout)}};
+  }
   std::vector<SectionPart> parts;
   for (std::size_t i = 0; i < bands.size(); ++i) {
     const bool goes_on = i > 0 && IsOfOneColumn(bands[i]) && IsOfOneColumn(bands[i - 1]);
     if (goes_on) {
       ++parts.back().band_count;
     } else {
-      parts.push_back({page, i, 1});
+      parts.push_back({page, i, 1, {}});
     }
   }
   if (parts.empty()) {
-    parts.push_back({page, 0, 0});
+    parts.push_back({page, 0, 0, {}});
   }
   return parts;
 }
@@ -135,6 +139,7 @@ class Planner {
     section.width = layout.width;
     section.height = layout.height;
     section.parts = {part};
+    section.runs_down = !part.down.empty();
     if (part.band_count == 1 && !IsOfOneColumn(layout.bands[part.first_band])) {
       const Band& band = layout.bands[part.first_band];
       section.columns = ColumnsOf(band);
@@ -145,11 +150,11 @@ class Planner {
 
   bool Joins(SectionPlan& section, const SectionPart& part, bool is_even) const {
     const SectionPlan other = SectionOf(part);
-    const bool is_alike = !section.is_continuous &&
-                          std::abs(section.width - other.width) < kSamePage &&
-                          std::abs(section.height - other.height) < kSamePage &&
-                          section.is_right_to_left == other.is_right_to_left &&
-                          IsSame(section.columns, other.columns);
+    const bool is_alike =
+        !section.is_continuous && std::abs(section.width - other.width) < kSamePage &&
+        std::abs(section.height - other.height) < kSamePage &&
+        section.is_right_to_left == other.is_right_to_left &&
+        section.runs_down == other.runs_down && IsSame(section.columns, other.columns);
     return is_alike && IsClearOfMargins(section, part.page) &&
            TakeMargins(section, part.page, is_even);
   }
@@ -213,7 +218,33 @@ class Planner {
     }
   }
 
+  // Below the last line here is to the left of it.
+  void FindEdgesDown(SectionPlan& section) const {
+    double start = section.height;
+    double end = 0;
+    double first = section.width;
+    double last = 0;
+    for (const SectionPart& part : section.parts) {
+      for (const Block& block : part.down) {
+        start = std::min(start, BoxOf(block).left);
+        end = std::max(end, BoxOf(block).right);
+        first = std::min(first, TopOf(block, document_.pages[part.page].layout));
+        last = std::max(last, LowerEdge(BoxOf(block)));
+      }
+    }
+    const double free = Between(section.width - kPageEdge - last, 0.0, kLinesBelow);
+    section.top = Between(start, 0.0, section.height * 0.9);
+    section.bottom = Between(end, section.top + 1, section.height);
+    section.right = Between(section.width - first, section.width * 0.1, section.width);
+    section.left =
+        Between(section.width - last - std::max(free, kBelowLine), 0.0, section.right - 1);
+  }
+
   void FindEdges(SectionPlan& section) const {
+    if (section.runs_down) {
+      FindEdgesDown(section);
+      return;
+    }
     std::vector<double> lefts;
     std::vector<double> rights;
     double top = section.height;
@@ -251,6 +282,11 @@ class Planner {
         }
       }
     }
+    if (RunsDown(page)) {
+      for (const Floating& floating : page.floats) {
+        top = std::min(top, UpperEdge(QuarterTurned(floating.box)));
+      }
+    }
     return top < page.height ? top : std::min(kUsualMargin, page.height / 4);
   }
 
@@ -271,6 +307,11 @@ class Planner {
     }
     for (const Note& note : page.notes) {
       bottom = std::max(bottom, BottomOf(note.blocks) + kBesideNotes);
+    }
+    if (RunsDown(page)) {
+      for (const Floating& floating : page.floats) {
+        bottom = std::max(bottom, LowerEdge(QuarterTurned(floating.box)));
+      }
     }
     return bottom;
   }

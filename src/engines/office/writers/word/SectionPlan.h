@@ -22,6 +22,7 @@ struct SectionPart {
   std::size_t page = 0;  // in OfficeDocument::pages
   std::size_t first_band = 0;
   std::size_t band_count = 0;
+  std::vector<Block> down;  // of a section that runs down, instead of bands: as BlocksDown tells
 };
 
 // Whose header and footer the pages of a section show: pages of OfficeDocument.
@@ -48,6 +49,7 @@ struct SectionPlan {
   double bottom = 0;
   std::vector<ColumnPlace> columns;  // from left to right
   bool is_right_to_left = false;     // of its columns the right one is the first
+  bool runs_down = false;            // its lines run downwards and follow each other to the left
   std::vector<SectionPart> parts;    // each begins a page, but the first of one that is continuous
   SectionMargins margins;
   std::optional<PageNumber> start;  // of its first page, where counting does not give it

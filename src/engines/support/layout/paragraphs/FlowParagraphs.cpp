@@ -1,5 +1,6 @@
 #include "engines/support/layout/paragraphs/FlowParagraphs.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "engines/support/pages/StandInFace.h"
@@ -23,6 +24,18 @@ std::vector<Paragraph*> FlowParagraphs(PageLayout& page) {
 
 namespace {
 
+// In units that are the same for all text of the face.
+double WidthOf(std::string_view text, const Typeface* face) {
+  if (face == nullptr) {
+    return static_cast<double>(text.size());
+  }
+  double width = 0;
+  for (const char32_t character : Utf8ToUtf32(text)) {
+    width += StandInAdvance(*face, std::u32string_view(&character, 1));
+  }
+  return width;
+}
+
 void AddText(const TextLine& line, std::string& text) {
   for (const TextPiece& piece : line.pieces) {
     text += piece.text;
@@ -45,21 +58,23 @@ std::string TextOf(const Paragraph& paragraph) {
   return text;
 }
 
-namespace {
-
-// In units that are the same for all text of the face.
-double WidthOf(std::string_view text, const Typeface* face) {
-  if (face == nullptr) {
-    return static_cast<double>(text.size());
+void MoveBy(Paragraph& paragraph, double dx, double dy) {
+  const auto move = [dx, dy](pdf::Box& box) {
+    box = {box.left + dx, box.bottom + dy, box.right + dx, box.top + dy};
+  };
+  const auto move_line = [&](TextLine& line) {
+    move(line.box);
+    line.baseline += dy;
+    for (TextPiece& piece : line.pieces) {
+      piece.x += dx;
+    }
+  };
+  move(paragraph.box);
+  if (paragraph.initial) {
+    move_line(paragraph.initial->line);
   }
-  double width = 0;
-  for (const char32_t character : Utf8ToUtf32(text)) {
-    width += StandInAdvance(*face, std::u32string_view(&character, 1));
-  }
-  return width;
+  std::for_each(paragraph.lines.begin(), paragraph.lines.end(), move_line);
 }
-
-}  // namespace
 
 TextPiece PartOf(const TextPiece& piece, std::size_t begin, std::size_t end, const Typeface* face) {
   const std::string_view text = piece.text;

@@ -15,6 +15,9 @@ std::vector<Paragraph*> FlowParagraphs(PageLayout& page);
 // UTF-8; what parts words at the ends of lines is joined.
 std::string TextOf(const Paragraph& paragraph);
 
+// Moves it to another place on the page.
+void MoveBy(Paragraph& paragraph, double dx, double dy);
+
 // The part of a piece between two bytes of its text, about where it stands.
 //   face - of the piece, by whose letters its place is told the better; may be null
 TextPiece PartOf(const TextPiece& piece, std::size_t begin, std::size_t end,

@@ -6,6 +6,7 @@
 #include <map>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "engines/support/layout/LayoutLimits.h"
 #include "engines/support/layout/text/Characters.h"
@@ -36,9 +37,20 @@ constexpr std::ptrdiff_t kRowsBeside = 32;  // that are looked at on either side
 constexpr std::size_t kDoublesBeside = 6;   // glyphs
 constexpr std::ptrdiff_t kSpacesBehind = 8;
 
+// The direction in which the glyphs follow each other.
+struct Direction {
+  double x;
+  double y;
+};
+
+Direction DirectionOf(const TextStyle& style) {
+  return style.is_vertical ? Direction{-style.direction_y, style.direction_x}
+                           : Direction{style.direction_x, style.direction_y};
+}
+
 // Scanned text that is slightly turned counts as straight.
-int AngleOf(const TextStyle& style) {
-  const double degrees = std::atan2(style.direction_y, style.direction_x) * kDegrees;
+int AngleOf(const Direction& direction) {
+  const double degrees = std::atan2(direction.y, direction.x) * kDegrees;
   int angle = static_cast<int>(std::lround(degrees));
   const int straight = static_cast<int>(std::lround(degrees / 90)) * 90;
   if (std::abs(angle - straight) <= kSkew) {
@@ -47,13 +59,16 @@ int AngleOf(const TextStyle& style) {
   return (angle % 360 + 360) % 360;
 }
 
+// Glyphs that stand below each other have their line through their middle.
 PlacedGlyph Place(const Glyph& glyph, const TextStyle& style, std::uint32_t index) {
-  const double along = glyph.x * style.direction_x + glyph.y * style.direction_y;
-  const double across = glyph.y * style.direction_x - glyph.x * style.direction_y;
+  const Direction direction = DirectionOf(style);
+  const double along = glyph.x * direction.x + glyph.y * direction.y;
+  const double across = glyph.y * direction.x - glyph.x * direction.y;
+  const double lower = style.is_vertical ? (kAscent - kDescent) / 2 * style.size : 0;
   return {.glyph = index,
           .left = along,
           .right = along + std::max(0.0, glyph.advance),
-          .baseline = across,
+          .baseline = across + lower,
           .size = style.size};
 }
 
@@ -65,8 +80,9 @@ bool HasPlace(const Glyph& glyph, const TextStyle& style) {
 }
 
 bool IsOnPage(const PageModel& page, const Glyph& glyph, const TextStyle& style) {
-  const double x = glyph.x + style.direction_x * glyph.advance / 2;
-  const double y = glyph.y + style.direction_y * glyph.advance / 2;
+  const Direction direction = DirectionOf(style);
+  const double x = glyph.x + direction.x * glyph.advance / 2;
+  const double y = glyph.y + direction.y * glyph.advance / 2;
   return x >= -kSlack && x <= page.width + kSlack && y >= -kSlack &&
          y <= page.height + kSlack + style.size * kDescent;
 }
@@ -76,13 +92,16 @@ std::u32string_view TextOf(const PageModel& page, const PlacedGlyph& placed) {
   return std::u32string_view(page.text).substr(glyph.text, glyph.length);
 }
 
-std::map<int, std::vector<PlacedGlyph>> ByAngle(const PageModel& page) {
-  std::map<int, std::vector<PlacedGlyph>> groups;
-  std::vector<int> angles;
+// The angle in degrees clockwise, and whether the glyphs stand below each other.
+using Orientation = std::pair<int, bool>;
+
+std::map<Orientation, std::vector<PlacedGlyph>> ByOrientation(const PageModel& page) {
+  std::map<Orientation, std::vector<PlacedGlyph>> groups;
+  std::vector<Orientation> angles;
   for (const TextStyle& style : page.styles) {
-    angles.push_back(AngleOf(style));
+    angles.emplace_back(AngleOf(DirectionOf(style)), style.is_vertical);
   }
-  groups[0];
+  groups[{0, false}];
   for (std::uint32_t i = 0; i < page.glyphs.size(); ++i) {
     const Glyph& glyph = page.glyphs[i];
     const TextStyle& style = page.styles[glyph.style];
@@ -254,8 +273,10 @@ void SortFromLeft(std::vector<PlacedGlyph>& glyphs) {
 
 std::vector<TurnedRows> RowsOf(const PageModel& page) {
   std::vector<TurnedRows> all;
-  for (auto& [angle, glyphs] : ByAngle(page)) {
-    TurnedRows turned{.angle = static_cast<double>(angle), .rows = {}};
+  for (auto& [orientation, glyphs] : ByOrientation(page)) {
+    TurnedRows turned{.angle = static_cast<double>(orientation.first),
+                      .is_vertical = orientation.second,
+                      .rows = {}};
     for (GlyphRow& row : CutIntoRows(std::move(glyphs))) {
       if (DropDoubles(page, row)) {  // the rest of a second painting is no other text
         turned.rows.push_back(std::move(row));

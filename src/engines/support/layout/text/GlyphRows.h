@@ -17,6 +17,7 @@ struct GlyphRow {
 // The glyphs of one direction; those that show nothing but space are among them.
 struct TurnedRows {
   double angle = 0;            // degrees clockwise
+  bool is_vertical = false;    // the glyphs stand upright below each other, where the angle is 90
   std::vector<GlyphRow> rows;  // from top to bottom
 };
 

@@ -64,6 +64,7 @@ struct WordLine {
 // so that the text runs to the right; for upright text they are those of the page.
 struct TurnedText {
   double angle = 0;             // degrees clockwise, of the text on the page
+  bool is_vertical = false;     // its glyphs stand upright below each other, where the angle is 90
   std::vector<WordLine> lines;  // from top to bottom
 };
 

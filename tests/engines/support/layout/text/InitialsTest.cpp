@@ -45,14 +45,15 @@ TEST(Initials, BelongToTheParagraphThatGoesOnBesideThem) {
 }
 
 TEST(Initials, BeginAParagraphRightBelowAnother) {
-  PageLayout page = AnalyzePage(MadePage()
-                                    .Text(72, 76, kFull)
-                                    .Text(72, 88, kFull)
-                                    .Text(72, 112, U"W", {.size = 28})
-                                    .Text(90, 100, U"hat begins here has a large letter that two")
-                                    .Text(90, 112, U"lines of the paragraph run beside, and one on")
-                                    .Text(72, 124, U"runs below.")
-                                    .Take());
+  PageLayout page =
+      AnalyzePage(MadePage()
+                      .Text(72, 76, kFull)
+                      .Text(72, 88, kFull)
+                      .Text(72, 112, U"W", {.size = 28})
+                      .Text(90, 100, U"hat begins here has a large letter that two")
+                      .Text(90, 112, U"lines of the paragraph run beside, and one more line")
+                      .Text(72, 124, U"runs below.")
+                      .Take());
   const std::vector<Paragraph*> paragraphs = FlowParagraphs(page);
   ASSERT_THAT(paragraphs, SizeIs(2));
   EXPECT_THAT(TextOf(*paragraphs[1]), StartsWith("What begins"));
