@@ -42,5 +42,15 @@ TEST(FlowChoice, LetsTextFlowThatRefersToANote) {
   EXPECT_FALSE(HasNoteMark(blocks[1]));
 }
 
+TEST(FlowChoice, LetsAllTextFlowThatRefersToNotes) {
+  Paragraph noted = TextAt(72, 100, {"x"});
+  noted.lines[0].pieces[0].kind = PieceKind::kNoteMark;
+  Table table = TableAt(300, 90, {"a", "b", "c", "d"});
+  table.cells[0].blocks = {Block{noted}};
+  const std::vector<Block> blocks = {Block{noted}, Block{noted}, Block{table},
+                                     Block{TextAt(400, 100, {"Text"})}};
+  EXPECT_THAT(BlocksApart({&blocks}), ElementsAre(&blocks[3]));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office

@@ -86,7 +86,9 @@ void WriteFloating(Story& story, const OfficePage& page, const Floating& floatin
       floating.is_vertical ? -kBoxRoom : kBoxRoom;
   outside.top += kBoxRoom;
   WriteTextBox(story, outside, {angle, floating.is_behind, floating.is_vertical}, [&] {
-    FlowWriter flow(story, page, {text.left, text.right + kBoxRoom, text.bottom, 1});
+    Story inside = story;
+    inside.may_have_notes = false;  // text boxes have none
+    FlowWriter flow(inside, page, {text.left, text.right + kBoxRoom, text.bottom, 1});
     flow.Write(blocks);
     if (!flow.ends_with_paragraph()) {
       flow.SkipTo(flow.cursor());

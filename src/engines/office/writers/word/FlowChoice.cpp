@@ -88,10 +88,12 @@ std::set<const Block*> BlocksApart(const BlockLists& lists) {
   if (links.empty() || links.size() > kMostBlocks) {
     return apart;
   }
-  FindFlows(links);
   for (const Link& link : links) {
-    apart.insert(link.block);
+    if (link.weight < kWeightOfMark) {
+      apart.insert(link.block);
+    }
   }
+  FindFlows(links);
   const auto best = std::max_element(
       links.begin(), links.end(), [](const Link& a, const Link& b) { return a.weight < b.weight; });
   for (auto at = static_cast<std::size_t>(best - links.begin());; at = links[at].before) {
