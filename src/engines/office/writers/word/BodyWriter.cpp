@@ -39,6 +39,11 @@ void WriteColumns(XmlWriter& xml, const SectionPlan& section) {
   xml.Close();
 }
 
+// Text reaches out of a page that has hardly any width; no margin is less than none.
+std::int64_t MarginTwips(double points) {
+  return std::max<std::int64_t>(Twips(points), 0);
+}
+
 void WritePage(XmlWriter& xml, const SectionPlan& section, const SectionHeaders& headers) {
   xml.Open("w:pgSz", {{"w:w", std::max(Twips(section.width), kLeastSide)},
                       {"w:h", std::max(Twips(section.height), kLeastSide)}});
@@ -47,8 +52,8 @@ void WritePage(XmlWriter& xml, const SectionPlan& section, const SectionHeaders&
   }
   xml.Close();
   xml.Leaf("w:pgMar", {{"w:top", Twips(section.top)},
-                       {"w:right", Twips(section.width - section.right)},
-                       {"w:bottom", Twips(section.height - section.bottom)},
+                       {"w:right", MarginTwips(section.width - section.right)},
+                       {"w:bottom", MarginTwips(section.height - section.bottom)},
                        {"w:left", Twips(section.left)},
                        {"w:header", Twips(headers.header_distance)},
                        {"w:footer", Twips(headers.footer_distance)},
