@@ -69,15 +69,15 @@ class Writer {
     const bool is_first_column =
         cell == nullptr || column == 0 || grid_.At(row, column - 1) != cell;
     xml_.Open("a:tc");
-    if (is_first_row && is_first_column) {
-      WriteSpans(grid_.SpanAt(row, column), grid_.HeightAt(row, column));
-    } else {
-      if (!is_first_column) {
-        xml_.Attribute({"hMerge", 1});
-      }
-      if (!is_first_row) {
-        xml_.Attribute({"vMerge", 1});
-      }
+    // As PowerPoint has it: all places along the upper edge say how high the cell is, and those along
+    // the left one how wide.
+    WriteSpans(is_first_column ? grid_.SpanAt(row, column) : 1,
+               is_first_row ? grid_.HeightAt(row, column) : 1);
+    if (!is_first_column) {
+      xml_.Attribute({"hMerge", 1});
+    }
+    if (!is_first_row) {
+      xml_.Attribute({"vMerge", 1});
     }
     const bool is_first = cell != nullptr && is_first_row && is_first_column;
     WriteText(is_first ? *cell : TableCell(), row, column);
