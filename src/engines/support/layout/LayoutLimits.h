@@ -23,8 +23,9 @@ inline constexpr std::size_t kMaxTableRows = 2'000;
 inline constexpr std::size_t kMaxTablePlaces = 20'000;
 // Points of a font's size, and of a glyph's advance.
 inline constexpr double kMaxFontSize = 100'000;
-// Columns side by side; what stands further to the right is part of the last one.
-inline constexpr std::size_t kMaxColumnsOfBand = 64;
+// Columns side by side, as many as Word opens; what stands further to the right is part of the last
+// one.
+inline constexpr std::size_t kMaxColumnsOfBand = 45;
 // Filled boxes of one page that may lie behind the cells of tables; more are not looked at.
 inline constexpr std::size_t kMaxFillsOfPage = 20'000;
 // Words among which tables of one page are looked for, counted once for each place where a table may

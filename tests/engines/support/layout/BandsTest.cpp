@@ -101,7 +101,7 @@ TEST(Bands, JoinsColumnsBeyondTheMostThatThereMayBe) {
   const std::vector<RegionBand> bands = CutIntoBands(items, false);
   ASSERT_THAT(bands, SizeIs(1));
   EXPECT_THAT(bands[0].columns, SizeIs(limits::kMaxColumnsOfBand));
-  EXPECT_THAT(bands[0].columns.back().items, SizeIs(4 * (100 - 63)));
+  EXPECT_THAT(bands[0].columns.back().items, SizeIs(4 * (101 - limits::kMaxColumnsOfBand)));
 }
 
 TEST(Bands, HasNoneForNothing) {
