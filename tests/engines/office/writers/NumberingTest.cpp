@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "engines/office/writers/WriterDocuments.h"
+#include "engines/office/writers/schema/OfficeSchema.h"
 #include "engines/office/writers/word/Numbering.h"
 
 namespace TarnixTools::engines::office {
@@ -52,7 +53,7 @@ TEST(Numbering, DefinesAnewWhatLooksOtherwise) {
   const ListPlace first = numbering.Place(Label(ListKind::kBullet, "•", 0), 0, {});
   const ListPlace other = numbering.Place(Label(ListKind::kBullet, "-", 0), 0, {});
   EXPECT_NE(first.number, other.number);
-  EXPECT_EQ(OrderComplaints(Written(numbering)), "");
+  EXPECT_EQ(SchemaComplaints(Written(numbering)), "");
 }
 
 TEST(Numbering, ShowsBulletsOfSymbolFontsAsText) {

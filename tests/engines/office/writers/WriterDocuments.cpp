@@ -1,9 +1,7 @@
 #include "engines/office/writers/WriterDocuments.h"
 
 #include <algorithm>
-#include <array>
 #include <atomic>
-#include <filesystem>
 #include <memory>
 #include <optional>
 
@@ -13,7 +11,6 @@
 #include "engines/office/writers/slides/SlideWriter.h"
 #include "engines/office/writers/text/TextMeasure.h"
 #include "engines/office/writers/word/WordWriter.h"
-#include "engines/support/metadata/XmlScanner.h"
 
 namespace TarnixTools::engines::office {
 
@@ -76,110 +73,6 @@ std::string Inflated(std::string_view packed, std::size_t size) {
   return out;
 }
 
-// The children that an element may have, in order, as the schemas have it.
-const std::map<std::string, std::vector<std::string>, std::less<>>& Orders() {
-  static const std::map<std::string, std::vector<std::string>, std::less<>> orders = {
-      {"w:pPr",
-       {"w:pStyle", "w:keepNext", "w:keepLines", "w:pageBreakBefore", "w:framePr", "w:widowControl",
-        "w:numPr", "w:pBdr", "w:shd", "w:tabs", "w:overflowPunct", "w:bidi", "w:spacing", "w:ind",
-        "w:jc", "w:textAlignment", "w:outlineLvl", "w:rPr", "w:sectPr"}},
-      {"w:rPr", {"w:rStyle",   "w:rFonts", "w:b",         "w:bCs",     "w:i",   "w:iCs",
-                 "w:strike",   "w:vanish", "w:color",     "w:spacing", "w:w",   "w:kern",
-                 "w:position", "w:sz",     "w:szCs",      "w:u",       "w:shd", "w:vertAlign",
-                 "w:rtl",      "w:lang",   "w14:textFill"}},
-      {"w:sectPr",
-       {"w:headerReference", "w:footerReference", "w:type", "w:pgSz", "w:pgMar", "w:pgNumType",
-        "w:cols", "w:titlePg", "w:textDirection", "w:bidi"}},
-      {"w:tbl", {"w:tblPr", "w:tblGrid", "w:tr"}},
-      {"w:tblPr",
-       {"w:tblStyle", "w:bidiVisual", "w:tblW", "w:jc", "w:tblInd", "w:tblLayout", "w:tblCellMar"}},
-      {"w:tblCellMar", {"w:top", "w:left", "w:bottom", "w:right"}},
-      {"w:tr", {"w:trPr", "w:tc"}},
-      {"w:tc", {"w:tcPr", "w:p", "w:tbl"}},
-      {"w:tcPr",
-       {"w:tcW", "w:gridSpan", "w:vMerge", "w:tcBorders", "w:shd", "w:textDirection", "w:vAlign"}},
-      {"w:tcBorders", {"w:top", "w:left", "w:bottom", "w:right"}},
-      {"w:lvl", {"w:start", "w:numFmt", "w:lvlText", "w:lvlJc", "w:pPr", "w:rPr"}},
-      {"w:numbering", {"w:abstractNum", "w:num"}},
-      {"w:style", {"w:name", "w:basedOn", "w:next", "w:qFormat", "w:pPr", "w:rPr", "w:tblPr"}},
-      {"w:styles", {"w:docDefaults", "w:style"}},
-      {"w:settings", {"w:defaultTabStop", "w:evenAndOddHeaders", "w:footnotePr", "w:compat"}},
-      {"w:font", {"w:altName", "w:family", "w:pitch"}},
-      {"wp:anchor",
-       {"wp:simplePos", "wp:positionH", "wp:positionV", "wp:extent", "wp:effectExtent",
-        "wp:wrapNone", "wp:docPr", "wp:cNvGraphicFramePr", "a:graphic"}},
-      {"wp:inline", {"wp:extent", "wp:docPr", "wp:cNvGraphicFramePr", "a:graphic"}},
-      {"wps:wsp", {"wps:cNvSpPr", "wps:spPr", "wps:txbx", "wps:bodyPr"}},
-      {"wps:spPr", {"a:xfrm", "a:prstGeom", "a:noFill", "a:solidFill", "a:ln"}},
-      {"p:spPr", {"a:xfrm", "a:prstGeom", "a:noFill", "a:solidFill", "a:ln"}},
-      {"p:presentation", {"p:sldMasterIdLst", "p:sldIdLst", "p:sldSz", "p:notesSz"}},
-      {"p:sld", {"p:cSld", "p:clrMapOvr"}},
-      {"p:sldMaster", {"p:cSld", "p:clrMap", "p:sldLayoutIdLst"}},
-      {"p:cSld", {"p:bg", "p:spTree"}},
-      {"p:sp", {"p:nvSpPr", "p:spPr", "p:txBody"}},
-      {"p:pic", {"p:nvPicPr", "p:blipFill", "p:spPr"}},
-      {"p:graphicFrame", {"p:nvGraphicFramePr", "p:xfrm", "a:graphic"}},
-      {"p:txBody", {"a:bodyPr", "a:lstStyle", "a:p"}},
-      {"a:txBody", {"a:bodyPr", "a:lstStyle", "a:p"}},
-      {"a:tbl", {"a:tblPr", "a:tblGrid", "a:tr"}},
-      {"a:tc", {"a:txBody", "a:tcPr"}},
-      {"a:tcPr", {"a:lnL", "a:lnR", "a:lnT", "a:lnB", "a:noFill", "a:solidFill"}},
-      {"a:pPr",
-       {"a:lnSpc", "a:spcBef", "a:spcAft", "a:buClr", "a:buFont", "a:buNone", "a:buChar",
-        "a:tabLst"}},
-      {"a:rPr", {"a:solidFill", "a:highlight", "a:latin", "a:ea", "a:cs", "a:hlinkClick"}}};
-  return orders;
-}
-
-struct OpenElement {
-  std::string name;
-  std::size_t place = 0;  // of the last child in the order
-};
-
-std::string Complaint(OpenElement& parent, const std::string& child) {
-  const auto order = Orders().find(parent.name);
-  if (order == Orders().end()) {
-    return "";
-  }
-  const auto found = std::find(order->second.begin(), order->second.end(), child);
-  if (found == order->second.end()) {
-    return child + " may not be in " + parent.name + "\n";
-  }
-  const auto place = static_cast<std::size_t>(found - order->second.begin());
-  const bool is_late = place < parent.place && parent.name != "w:tc";
-  parent.place = std::max(parent.place, place);
-  return is_late ? child + " is too late in " + parent.name + "\n" : "";
-}
-
-// The part that a relationship leads to; empty for what is outside of the package.
-std::string TargetOf(const XmlScanner& relationship, const std::filesystem::path& folder) {
-  std::string target;
-  for (const XmlAttribute& attribute : relationship.attributes()) {
-    if (attribute.name == "TargetMode") {
-      return "";
-    }
-    target = attribute.name == "Target" ? attribute.Content() : target;
-  }
-  return (folder / target).lexically_normal().string();
-}
-
-// The identifiers of a part's relationships, with the parts that they lead to.
-std::map<std::string, std::string> TargetsOf(const Parts& parts, const std::string& name) {
-  const std::filesystem::path path(name);
-  const auto file = path.parent_path() / "_rels" / (path.filename().string() + ".rels");
-  std::map<std::string, std::string> targets;
-  const auto part = parts.find(file.string());
-  XmlScanner scanner(part == parts.end() ? std::string_view() : part->second);
-  while (scanner.Next()) {
-    for (const XmlAttribute& attribute : scanner.attributes()) {
-      if (attribute.name == "Id") {
-        targets.emplace(attribute.Content(), TargetOf(scanner, path.parent_path()));
-      }
-    }
-  }
-  return targets;
-}
-
 }  // namespace
 
 Paragraph TextAt(double left, double baseline, const std::vector<std::string>& lines) {
@@ -194,6 +87,19 @@ Paragraph TextAt(double left, double baseline, const std::vector<std::string>& l
   }
   paragraph.line_pitch = lines.size() > 1 ? kPitch : 0;
   return paragraph;
+}
+
+Paragraph LineBetween(double left, double right, double baseline, const std::string& text) {
+  Paragraph paragraph = TextAt(left, baseline, {text});
+  paragraph.box.right = paragraph.lines[0].box.right = right;
+  paragraph.lines[0].pieces[0].width = right - left;
+  return paragraph;
+}
+
+OfficePage FacelessPage(std::vector<Block> blocks) {
+  OfficePage page = PageWith(std::move(blocks));
+  page.layout.looks = {TextLook{nullptr, kTestSize, Rgb{}, std::nullopt}};
+  return page;
 }
 
 Table TableAt(double left, double top, const std::vector<std::string>& texts) {
@@ -293,51 +199,6 @@ std::string SlideBytesOf(const OfficeDocument& document, bool is_cancelled) {
   pdf::StringSink sink;
   WriteSlides(document, pictures, flag, sink);
   return sink.Take();
-}
-
-std::string OrderComplaints(std::string_view xml) {
-  XmlScanner scanner(xml);
-  std::vector<OpenElement> open;
-  std::string complaints;
-  while (scanner.Next()) {
-    const std::string name(scanner.tag().name);
-    if (scanner.tag().kind == XmlTag::Kind::kEnd) {
-      complaints += open.empty() || open.back().name != name ? "stray end of " + name + "\n" : "";
-      if (!open.empty()) {
-        open.pop_back();
-      }
-      continue;
-    }
-    complaints += open.empty() ? "" : Complaint(open.back(), name);
-    if (scanner.tag().kind == XmlTag::Kind::kStart) {
-      open.push_back({name});
-    }
-  }
-  complaints += scanner.is_malformed() ? "malformed\n" : "";
-  complaints += open.empty() ? "" : open.back().name + " is not closed\n";
-  return complaints;
-}
-
-std::string ReferenceComplaints(const Parts& parts) {
-  std::string complaints;
-  for (const auto& [name, part] : parts) {
-    const std::map<std::string, std::string> targets = TargetsOf(parts, name);
-    for (const auto& [id, target] : targets) {
-      if (!target.empty() && !parts.contains(target)) {
-        complaints += name + " refers to " + target + "\n";
-      }
-    }
-    XmlScanner scanner(name.ends_with(".xml") ? std::string_view(part) : std::string_view());
-    while (scanner.Next()) {
-      for (const XmlAttribute& attribute : scanner.attributes()) {
-        const bool is_reference = attribute.name == "r:id" || attribute.name == "r:embed";
-        if (is_reference && !targets.contains(std::string(attribute.Content()))) {
-          complaints += name + " has no " + std::string(attribute.Content()) + "\n";
-        }
-      }
-    }
-  }
-  return complaints;
 }
 
 }  // namespace TarnixTools::engines::office

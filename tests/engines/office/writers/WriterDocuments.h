@@ -23,6 +23,12 @@ inline constexpr double kTestSize = 10;
 // as wide as it is shown.
 Paragraph TextAt(double left, double baseline, const std::vector<std::string>& lines);
 
+// A paragraph of one line with these sides, whose text is as wide as that in any face.
+Paragraph LineBetween(double left, double right, double baseline, const std::string& text);
+
+// A page of text without a face: it is as wide as its pieces say, whichever fonts are installed.
+OfficePage FacelessPage(std::vector<Block> blocks);
+
 // Two rows of two cells with the texts, from the upper-left corner on.
 Table TableAt(double left, double top, const std::vector<std::string>& texts);
 
@@ -43,14 +49,6 @@ Parts PartsOf(std::string_view archive);
 
 std::string WordBytesOf(const OfficeDocument& document, bool is_cancelled = false);
 std::string SlideBytesOf(const OfficeDocument& document, bool is_cancelled = false);
-
-// What is wrong with the order of elements by the schemas of ECMA-376, and with the nesting of
-// tags; empty for none.
-std::string OrderComplaints(std::string_view xml);
-
-// References of parts that their relationships do not have, and relationships to parts that there
-// are not; empty for none.
-std::string ReferenceComplaints(const Parts& parts);
 
 }  // namespace TarnixTools::engines::office
 
