@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "engines/support/layout/LayoutLimits.h"
 
@@ -141,7 +142,7 @@ std::pair<std::size_t, std::size_t> ColumnsOf(const Chunk& chunk, std::span<cons
   std::size_t first = edges.size();
   std::size_t last = 0;
   std::size_t best = 0;
-  double most = -1;
+  double most = -std::numeric_limits<double>::infinity();
   for (std::size_t c = 0; c + 1 < edges.size(); ++c) {
     const double shared = std::min(chunk.right, edges[c + 1]) - std::max(chunk.left, edges[c]);
     if (shared > most) {

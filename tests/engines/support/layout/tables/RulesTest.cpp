@@ -1,0 +1,174 @@
+// The rules of a page, what grids they make, and the columns that words are in.
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "engines/support/layout/tables/Rules.h"
+#include "engines/support/layout/tables/TableArea.h"
+#include "engines/support/layout/tables/TableColumns.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+
+constexpr Rgb kRed{255, 0, 0};
+constexpr Rgb kWhite{255, 255, 255};
+
+PathShape Filled(pdf::Box box, Rgb color = kRed) {
+  return {PathShape::Kind::kRectangle, box, color, std::nullopt};
+}
+
+PathShape Drawn(pdf::Box box, double width, Rgb color = kRed) {
+  return {PathShape::Kind::kLine, box, std::nullopt, color, width};
+}
+
+Rules RulesOfPaths(std::vector<PathShape> paths, std::vector<PageLink> links = {}) {
+  PageModel page;
+  page.width = 600;
+  page.height = 800;
+  page.paths = std::move(paths);
+  page.links = std::move(links);
+  return RulesOf(page);
+}
+
+std::string Short(double number) {
+  std::string text = std::to_string(number);
+  text.erase(text.find_last_not_of('0') + 1);
+  text.erase(text.find_last_not_of('.') + 1);
+  return text;
+}
+
+// "at: from-to width", with an asterisk for the edge of a field.
+std::vector<std::string> Said(const std::vector<Rule>& rules) {
+  std::vector<std::string> said;
+  for (const Rule& rule : rules) {
+    said.push_back(Short(rule.at) + ": " + Short(rule.from) + "-" + Short(rule.to) + " " +
+                   Short(rule.width) + (rule.is_edge ? "*" : ""));
+  }
+  return said;
+}
+
+TEST(Rules, AreThinFieldsAndLines) {
+  const Rules rules = RulesOfPaths({Filled({100, 50, 200, 53}), Drawn({100, 80, 200, 80}, 0.5),
+                                    Filled({300, 50, 303, 150}), Drawn({320, 50, 320, 150}, 2),
+                                    Filled({400, 50, 404, 150})});
+  EXPECT_THAT(Said(rules.horizontal), ElementsAre("51.5: 100-200 3", "80: 100-200 0.5"));
+  EXPECT_THAT(Said(rules.vertical), ElementsAre("301.5: 50-150 3", "320: 50-150 2"));
+  ASSERT_EQ(rules.fills.size(), 1u);  // the last one is too wide for a rule
+  EXPECT_EQ(rules.fills[0].box.left, 400);
+  EXPECT_EQ(rules.horizontal[0].color, kRed);
+}
+
+TEST(Rules, AreSeenAndLongEnough) {
+  EXPECT_THAT(RulesOfPaths({Filled({100, 50, 200, 51}, kWhite),
+                            Filled({100, 70, 105.9, 71}),
+                            {PathShape::Kind::kLine, {100, 90, 200, 90}, {}, {}, 1}})
+                  .horizontal,
+              IsEmpty());
+  EXPECT_THAT(Said(RulesOfPaths({Filled({100, 70, 106, 71})}).horizontal),
+              ElementsAre("70.5: 100-106 1"));
+  // A short dash is as much a part of a rule that runs down.
+  EXPECT_THAT(Said(RulesOfPaths({Filled({100, 70, 102, 72}), Filled({100, 74, 102, 76}),
+                                 Filled({100, 78, 102, 80})})
+                       .vertical),
+              ElementsAre("101: 70-80 2"));
+}
+
+TEST(Rules, AreJoinedOfPieces) {
+  const Rules rules =
+      RulesOfPaths({Drawn({150, 80.8, 180, 80.8}, 2), Drawn({100, 80, 146.8, 80}, 1),
+                    Drawn({183.3, 80, 250, 80}, 1), Drawn({100, 81.7, 200, 81.7}, 1)});
+  EXPECT_THAT(Said(rules.horizontal),
+              ElementsAre("80: 100-180 2", "80: 183.3-250 1", "81.7: 100-200 1"));
+}
+
+TEST(Rules, AreFramesOfBoxesAndNotPaper) {
+  PathShape frame{PathShape::Kind::kRectangle, {100, 100, 200, 150}, kRed, Rgb{0, 0, 255}, 2};
+  const Rules rules = RulesOfPaths({frame, Filled({10, 10, 590, 790})});
+  EXPECT_THAT(Said(rules.horizontal), ElementsAre("100: 100-200 2", "150: 100-200 2"));
+  EXPECT_THAT(Said(rules.vertical), ElementsAre("100: 100-150 2", "200: 100-150 2"));
+  EXPECT_EQ(rules.horizontal[0].color, (Rgb{0, 0, 255}));
+  EXPECT_EQ(rules.fills.size(), 1u);
+  frame.stroke = kWhite;
+  EXPECT_THAT(RulesOfPaths({frame}).horizontal, IsEmpty());
+}
+
+TEST(Rules, AreNotLinesUnderLinks) {
+  const PageLink link{{100, 90, 150, 102}, "http://example.org/"};
+  EXPECT_THAT(RulesOfPaths({Drawn({100, 101, 150, 101}, 1)}, {link}).horizontal, IsEmpty());
+  EXPECT_THAT(Said(RulesOfPaths({Drawn({100, 95, 150, 95}, 1), Drawn({100, 106, 150, 106}, 1),
+                                 Drawn({96, 101, 150, 101}, 1)},
+                                {link})
+                       .horizontal),
+              ElementsAre("95: 100-150 1", "101: 96-150 1", "106: 100-150 1"));
+}
+
+TEST(Rules, AreEdgesOfFieldsToo) {
+  Rules rules = RulesOfPaths({Filled({100, 100, 200, 120}),
+                              Filled({100, 120.5, 200, 140}),  // two strips of one cell
+                              Filled({110, 105, 150, 115}),    // within the first
+                              Filled({200, 100, 300, 140}, Rgb{0, 0, 255}),
+                              Filled({0, 0, 50, 50}, kWhite), Filled({400, 400, 450, 450})});
+  const std::vector<pdf::Box> areas = {{390, 390, 460, 460}};
+  AddFillEdges(areas, rules);
+  EXPECT_THAT(Said(rules.horizontal), ElementsAre("100: 100-300 0*", "140: 100-300 0*"));
+  EXPECT_THAT(Said(rules.vertical),
+              ElementsAre("100: 100-140 0*", "200: 100-140 0*", "300: 100-140 0*"));
+}
+
+TEST(Rules, AreTakenForOneWhereTheyAreClose) {
+  EXPECT_THAT(Snap({50, 10, 14, 54.1, 100, 104, 106.5}), ElementsAre(12, 50, 54.1, 102, 106.5));
+  EXPECT_THAT(Snap({}), IsEmpty());
+}
+
+TEST(Rules, MakeGridsWhereTheyMeet) {
+  std::vector<PathShape> paths;
+  for (const double y : {100.0, 120.0, 140.0}) {
+    paths.push_back(Drawn({100, y, 300, y}, 1));
+  }
+  for (const double x : {100.0, 200.0, 302.4}) {  // the last stands off the lines a little
+    paths.push_back(Drawn({x, 100, x, 142.4}, 1));
+  }
+  paths.push_back(Drawn({100, 400, 300, 400}, 1));  // meets none
+  paths.push_back(Drawn({330, 90, 330, 150}, 1));
+  const std::vector<TableArea> grids = FindGrids(RulesOfPaths(paths));
+  ASSERT_EQ(grids.size(), 1u);
+  EXPECT_EQ(grids[0].kind, AreaKind::kGrid);
+  EXPECT_THAT(grids[0].columns, ElementsAre(100, 200, 302.4));
+  EXPECT_THAT(grids[0].rows, ElementsAre(100, 120, 141.2));
+  EXPECT_EQ(grids[0].box.left, 100);
+  EXPECT_EQ(grids[0].box.right, 302.4);
+  EXPECT_EQ(grids[0].box.bottom, 100);
+  EXPECT_EQ(grids[0].box.top, 142.4);
+  EXPECT_EQ(grids[0].horizontal.size(), 3u);
+  EXPECT_EQ(grids[0].vertical.size(), 3u);
+}
+
+TEST(Rules, MakeNoGridOfOneCell) {
+  EXPECT_THAT(
+      FindGrids(RulesOfPaths({{PathShape::Kind::kRectangle, {100, 100, 200, 150}, {}, kRed, 1}})),
+      IsEmpty());
+}
+
+TEST(ColumnsOfChunks, AreThoseTheyReachWellInto) {
+  const std::vector<double> edges = {0, 100, 200, 300};
+  const auto columns = [&edges](double left, double right) {
+    return ColumnsOf({0, 0, left, right, false}, edges);
+  };
+  EXPECT_THAT(columns(10, 90), Pair(0u, 0u));
+  EXPECT_THAT(columns(110, 130), Pair(1u, 1u));
+  EXPECT_THAT(columns(60, 139), Pair(0u, 1u));  // nearly half of itself is in each
+  EXPECT_THAT(columns(20, 130), Pair(0u, 0u));  // 30 of 110, and of 100: too little
+  EXPECT_THAT(columns(20, 141), Pair(0u, 1u));  // 41 of the second column
+  EXPECT_THAT(columns(10, 290), Pair(0u, 2u));
+  EXPECT_THAT(columns(-50, -10), Pair(0u, 0u));  // beside all
+  EXPECT_THAT(columns(310, 350), Pair(2u, 2u));
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines
