@@ -165,6 +165,54 @@ TEST(PageText, ReadsHebrewFromTheRight) {
               ElementsAre("\u05D3\u05D4\u05D5", "ab", "\u05D0\u05D1\u05D2", "12"));
 }
 
+// The text of the only word of a page on which the characters are seen from the left.
+std::string WordSeen(std::u32string_view seen) {
+  const PageText text = ReadPageText(MadePage().Text(72, 100, seen).Take());
+  EXPECT_EQ(text.upright.lines.size(), 1U);
+  EXPECT_EQ(text.upright.lines.at(0).words.size(), 1U);
+  return ToUtf8(text.upright.lines.at(0).words.at(0).text);
+}
+
+TEST(PageText, KeepsNumbersAndMarksInWordsFromTheRight) {
+  EXPECT_EQ(WordSeen(U"12\u05D1\u05D0"), "\u05D0\u05D112");
+  EXPECT_EQ(WordSeen(U"ab\u05D1"), "\u05D1ab");
+  // Digits of Arabic are read from the left as well.
+  EXPECT_EQ(WordSeen(U"\u0661\u0660\u0669\u05D1\u05D0"), "\u05D0\u05D1\u0661\u0660\u0669");
+  EXPECT_EQ(WordSeen(U"\u06F1\u06F0\u06F9\u05D1\u05D0"), "\u05D0\u05D1\u06F1\u06F0\u06F9");
+  EXPECT_EQ(WordSeen(U"\u066A\u066B\u05D1"), "\u05D1\u066B\u066A");  // signs are not
+  // A mark stays behind its letter.
+  EXPECT_EQ(WordSeen(U"\u05D1\u05BC\u05D0"), "\u05D0\u05D1\u05BC");
+}
+
+TEST(PageText, ReadsRunsOfADirectionTogether) {
+  // More words from the left than from the right: the line runs to the right.
+  const PageText text =
+      ReadPageText(MadePage().Text(72, 100, U"one two \u05D2\u05D1 12 \u05D0\u05D4 three").Take());
+  ASSERT_THAT(text.upright.lines, SizeIs(1));
+  EXPECT_FALSE(text.upright.lines[0].is_right_to_left);
+  EXPECT_THAT(WordsOf(text.upright.lines[0]),
+              ElementsAre("one", "two", "\u05D4\u05D0", "12", "\u05D1\u05D2", "three"));
+}
+
+TEST(PageText, MeasuresWordsAndLines) {
+  const PageText text = ReadPageText(MadePage()
+                                         .Text(72, 100, U"word")
+                                         .Text(92, 97, U"2", {.size = 6})
+                                         .Text(105, 100, U"x")
+                                         .Take());
+  const WordLine& line = text.upright.lines.at(0);
+  EXPECT_EQ(line.size, 10);
+  EXPECT_EQ(line.baseline, 100);
+  // Eight tenths of the size above the baseline, two below.
+  EXPECT_DOUBLE_EQ(line.box.left, 72);
+  EXPECT_DOUBLE_EQ(line.box.right, 110);
+  EXPECT_DOUBLE_EQ(line.box.bottom, 92);
+  EXPECT_DOUBLE_EQ(line.box.top, 102);
+  EXPECT_EQ(line.words[0].baseline, 100);
+  EXPECT_DOUBLE_EQ(line.words[0].box.right, 95);
+  EXPECT_EQ(line.words[0].glyphs.back().raise, Raise::kSuperscript);
+}
+
 TEST(PageText, CutsLinesAtANarrowGutter) {
   MadePage page;
   for (int i = 0; i < 6; ++i) {

@@ -80,6 +80,18 @@ TEST(Characters, CombineWithTheOneBefore) {
             "\u20FF");
 }
 
+TEST(Characters, OfOtherScriptsCombineToo) {
+  EXPECT_EQ(
+      Those(U"\u060F\u0610\u061A\u061B\u06D5\u06D6\u06DC\u06DD\u0E30\u0E31\u0E3A\u0E3B\u0E46\u0E47"
+            U"\u0E4E\u0E4F",
+            IsCombining),
+      "\u0610\u061A\u06D6\u06DC\u0E31\u0E3A\u0E47\u0E4E");
+}
+
+TEST(Characters, BeyondTheFirstPlaneRunToTheLeftToo) {
+  EXPECT_EQ(Those(U"\U000107FF\U00010800\U00010FFF\U00011000", RunsLeft), "\U00010800\U00010FFF");
+}
+
 TEST(Characters, AreAppendedPlain) {
   std::u32string plain;
   AppendPlain(plain, U"a\tb\n\uFEFFo\uFB00\uFB01\uFB02\uFB03\uFB04\uFB05\uFB06\uFB07\u001F ");
