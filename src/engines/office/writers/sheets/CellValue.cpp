@@ -70,7 +70,8 @@ struct Parts {
   std::string_view digits;  // with their separators
 };
 
-constexpr std::array<std::string_view, 10> kCurrencies = {"$",   "€",   "£",   "¥",   "US$",
+// What ends with another one comes before it.
+constexpr std::array<std::string_view, 10> kCurrencies = {"US$", "$",   "€",   "£",   "¥",
                                                           "EUR", "USD", "GBP", "CHF", "JPY"};
 
 bool TakePrefix(std::string_view& text, std::string& prefix) {

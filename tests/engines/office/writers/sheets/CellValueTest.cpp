@@ -104,5 +104,64 @@ TEST(CellValue, LeavesOtherDatesAsTheyAre) {
   }
 }
 
+TEST(CellValue, KnowsCurrencies) {
+  for (const std::string currency :
+       {"$", "€", "£", "¥", "US$", "EUR", "USD", "GBP", "CHF", "JPY"}) {
+    EXPECT_EQ(ReadEnglish(currency + "5"), (CellValue{5, "\"" + currency + "\"0"})) << currency;
+    EXPECT_EQ(ReadEnglish("5 " + currency), (CellValue{5, "0\" " + currency + "\""})) << currency;
+  }
+  EXPECT_FALSE(ReadEnglish("XYZ 5").has_value());
+}
+
+TEST(CellValue, TakesSpacesAndDashesOfAnyWidth) {
+  for (const std::string space : {" ", "\u00A0", "\u2009", "\u202F", "\u2007"}) {
+    EXPECT_EQ(ReadEnglish("1" + space + "234"), (CellValue{1234, "#,##0"}));
+    EXPECT_EQ(ReadEnglish(space + "12" + space), (CellValue{12, "0"}));
+  }
+  for (const std::string dash : {"-", "\u2212", "\u2013", "\u2010", "\u2011"}) {
+    EXPECT_EQ(ReadEnglish(dash + "5"), (CellValue{-5, "0"}));
+  }
+  EXPECT_EQ(ReadEnglish("1\u2019234"), (CellValue{1234, "#,##0"}));
+  EXPECT_FALSE(ReadEnglish("\u20145").has_value());  // a long dash is no sign
+}
+
+TEST(CellValue, TakesNumbersWithinBounds) {
+  EXPECT_EQ(ReadEnglish("123456789012345")->number, 123456789012345);
+  EXPECT_EQ(ReadEnglish("12345678901.2345")->format, "0.0000");
+  EXPECT_FALSE(ReadEnglish("12345678901.23456").has_value());
+  EXPECT_EQ(ReadEnglish("(12)"), (CellValue{-12, "0;(0)"}));
+  EXPECT_EQ(ReadEnglish("(5%)"), (CellValue{-0.05, "0%;(0%)"}));
+  EXPECT_FALSE(ReadEnglish("5" + std::string(40, ' ') + "%").has_value());
+  EXPECT_EQ(ReadEnglish("+1,234.5 %"), (CellValue{12.345, "+#,##0.0 %;-#,##0.0 %"}));
+  EXPECT_FALSE(ReadEnglish("0,123,456").has_value());
+  EXPECT_FALSE(ReadEnglish("1234,567,890").has_value());
+  EXPECT_EQ(ReadEnglish("1,2345"), (CellValue{1.2345, "0.0000"}));  // four digits are no group
+}
+
+TEST(CellValue, LearnsOfSeveralCommasTogether) {
+  NumberHabits habits;
+  habits.Learn("1,234");
+  habits.Learn("2,345");
+  EXPECT_FALSE(ReadCellValue("3,456", habits).has_value());
+  habits.Learn("3,456");
+  EXPECT_EQ(ReadCellValue("3,456", habits)->number, 3456);
+  NumberHabits english("en");
+  EXPECT_EQ(ReadCellValue("3,456", english)->number, 3456);
+  NumberHabits german("de");
+  EXPECT_FALSE(ReadCellValue("3,456", german).has_value());
+  german.Learn("text");
+  german.Learn("1234");
+  EXPECT_FALSE(ReadCellValue("3,456", german).has_value());
+}
+
+TEST(CellValue, ReadsDatesWithOneDigit) {
+  EXPECT_EQ(ReadEnglish("9.12.2011"), (CellValue{40886, "d\\.m\\.yyyy"}));
+  EXPECT_EQ(ReadEnglish("19.2.2011"), (CellValue{40593, "d\\.m\\.yyyy"}));
+  EXPECT_EQ(ReadEnglish("1900-03-01"), (CellValue{61, "yyyy\\-mm\\-dd"}));
+  EXPECT_FALSE(ReadEnglish("1900-02-28").has_value());  // spreadsheets differ on these
+  EXPECT_FALSE(ReadEnglish("09.12.11").has_value());
+  EXPECT_FALSE(ReadEnglish("a9.12.2011").has_value());
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office

@@ -206,5 +206,107 @@ TEST(SheetWriter, StopsWhenItIsCancelled) {
       Cancelled);
 }
 
+// The number that follows the text, for the first place where it stands behind the other one.
+double NumberBehind(const std::string& xml, const std::string& first, const std::string& text) {
+  const std::size_t at = xml.find(text, xml.find(first));
+  return at == std::string::npos ? -1 : std::stod(xml.substr(at + text.size()));
+}
+
+TEST(SheetWriter, MakesColumnsAndRowsAsLargeAsTheyWere) {
+  Table table = TableOf({{"A", "B", "C"}, {"D", "E", "F"}, {"G", "H", "I"}});
+  table.columns = {100, 180, 185, 2000};
+  table.rows = {100, 120, 125, 900};
+  const std::string sheet = Sheet(Write(DocumentOf({{{std::move(table)}}})), 1);
+  const auto pixels = [&sheet](const std::string& column) {
+    return 7 * NumberBehind(sheet, "<col min=\"" + column + "\"", "width=\"");
+  };
+  EXPECT_NEAR(pixels("1"), 107, 0.1);          // 80 points
+  EXPECT_NEAR(pixels("2"), 2 * 7 + 5, 0.1);    // two characters at least
+  EXPECT_NEAR(pixels("3"), 120 * 7 + 5, 0.1);  // and 120 at most
+  const auto height = [&sheet](const std::string& row) {
+    return NumberBehind(sheet, "<row r=\"" + row + "\"", "ht=\"");
+  };
+  EXPECT_EQ(height("1"), 20);
+  EXPECT_EQ(height("2"), 11.25);  // of 9 points text, with room for it
+  EXPECT_EQ(height("3"), 400);
+}
+
+TEST(SheetWriter, WrapsTextThatIsWiderThanItsCell) {
+  const auto is_wrapped = [](const std::string& text) {
+    const std::string styles =
+        Part(Write(DocumentOf({{{TableOf({{text, "B"}, {"C", "D"}})}}})), "xl/styles.xml");
+    return styles.find("wrapText=\"1\"") != std::string::npos;
+  };
+  EXPECT_FALSE(is_wrapped(std::string(17, 'x')));  // of 4.5 points each, in 80
+  EXPECT_TRUE(is_wrapped(std::string(18, 'x')));
+  EXPECT_TRUE(is_wrapped("two\nlines"));
+  EXPECT_FALSE(is_wrapped("123456789012345"));
+}
+
+// The styles of a sheet whose first cell has this look, and is aligned so.
+std::string StylesOf(const TextLook& look, Alignment alignment = Alignment::kLeft,
+                     VerticalAlignment vertical = VerticalAlignment::kBottom) {
+  Table table = TableOf({{"A", "B"}, {"C", "D"}});
+  std::get<Paragraph>(table.cells[0].blocks[0].content).alignment = alignment;
+  table.cells[0].alignment = vertical;
+  OfficeDocument document = DocumentOf({{{std::move(table)}}});
+  document.pages[0].layout.looks = {look};
+  return Part(Write(document), "xl/styles.xml");
+}
+
+TEST(SheetWriter, KeepsHowTextLooks) {
+  TextLook look;
+  look.size = 10.3;
+  EXPECT_THAT(StylesOf(look), HasSubstr("<sz val=\"10.5\"/>"));
+  EXPECT_THAT(StylesOf(look), Not(HasSubstr("<i/>")));
+  EXPECT_THAT(StylesOf(look), Not(HasSubstr("<u/>")));
+  EXPECT_THAT(StylesOf(look), Not(HasSubstr("<strike/>")));
+  look.size = 900;
+  EXPECT_THAT(StylesOf(look), HasSubstr("<sz val=\"409\"/>"));
+  look.size = 0.1;
+  look.face = std::make_shared<const Typeface>(Typeface{"Other", false, true});
+  look.color = Rgb{1, 2, 3};
+  look.is_underlined = look.is_struck = true;
+  const std::string styles = StylesOf(look);
+  EXPECT_THAT(styles, HasSubstr("<i/><strike/><u/><sz val=\"1\"/><color rgb=\"FF010203\"/>"
+                                "<name val=\"Other\"/>"));
+  EXPECT_THAT(styles, Not(HasSubstr("<b/>")));
+}
+
+TEST(SheetWriter, KeepsHowTextIsAligned) {
+  TextLook look;
+  look.size = 9;
+  EXPECT_THAT(StylesOf(look, Alignment::kRight), HasSubstr("horizontal=\"right\""));
+  EXPECT_THAT(StylesOf(look, Alignment::kCenter), HasSubstr("horizontal=\"center\""));
+  // Programs align text to the left and numbers to the right by themselves.
+  EXPECT_THAT(StylesOf(look, Alignment::kLeft), Not(HasSubstr("horizontal")));
+  EXPECT_THAT(StylesOf(look, Alignment::kJustified), Not(HasSubstr("horizontal")));
+  EXPECT_THAT(StylesOf(look, Alignment::kLeft, VerticalAlignment::kMiddle),
+              HasSubstr("vertical=\"center\""));
+  EXPECT_THAT(StylesOf(look, Alignment::kLeft, VerticalAlignment::kTop),
+              HasSubstr("vertical=\"top\""));
+}
+
+TEST(SheetWriter, DrawsBordersAsWideAsTheyWere) {
+  Table table = TableOf({{"A", "B"}, {"C", "D"}});
+  table.cells[0].borders = {Border{1.2, Rgb{1, 0, 0}}, Border{2.2, Rgb{2, 0, 0}},
+                            Border{2.3, Rgb{3, 0, 0}}, Border{1.3, Rgb{4, 0, 0}}};
+  const std::string styles = Part(Write(DocumentOf({{{std::move(table)}}})), "xl/styles.xml");
+  EXPECT_THAT(styles, HasSubstr("<left style=\"medium\"><color rgb=\"FF040000\"/></left>"
+                                "<right style=\"medium\"><color rgb=\"FF020000\"/></right>"
+                                "<top style=\"thin\"><color rgb=\"FF010000\"/></top>"
+                                "<bottom style=\"thick\"><color rgb=\"FF030000\"/></bottom>"));
+}
+
+TEST(SheetWriter, KeepsTheTextOfListsAndOfTablesWithin) {
+  Table inner = TableOf({{"1", "2"}, {"3", "4"}});
+  Block item = ParagraphOf("item");
+  std::get<Paragraph>(item.content).label = ListLabel{ListKind::kDecimal, "a)"};
+  Table table = TableOf({{"", "B"}, {"C", "D"}});
+  table.cells[0].blocks = {ParagraphOf("first"), item, Block{inner}, ParagraphOf("last")};
+  const std::string book = Write(DocumentOf({{{std::move(table)}}}));
+  EXPECT_THAT(Part(book, "xl/sharedStrings.xml"), HasSubstr("first\na) item\n1\n2\n3\n4\nlast"));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office
