@@ -1,5 +1,8 @@
 #include <atomic>
+#include <cmath>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -157,6 +160,116 @@ TEST_F(DocumentReaderTest, OpensAgainForOtherThreads) {
   const auto other = reader.OpenAgain();
   EXPECT_EQ(other->page_count(), 2U);
   EXPECT_EQ(TextOf(other->Read(1)), TextOf(reader.Read(1)));
+}
+
+TEST_F(DocumentReaderTest, TellsTheCellsOfTables) {
+  TestPdf pdf;
+  pdf.Page().PageEntry(kFont).Content(
+      "/TD <</MCID 0>> BDC EMC /TD <</MCID 1>> BDC EMC /P <</MCID 2>> BDC EMC "
+      "/P <</MCID 4>> BDC EMC");
+  pdf.Object("tree", "<</Type/StructTreeRoot/K {{doc}}>>");
+  pdf.Object("doc", "<</S/Document/K[{{table}} {{after}}]/Pg {{page 1}}/Lang(de)>>");
+  pdf.Object("table", "<</S/Table/K[{{row}}]/Alt(numbers)>>");
+  pdf.Object("row", "<</S/TR/K[{{one}} {{two}}]>>");
+  pdf.Object("one", "<</S/TH/K[<</S/Span/K 0/Lang(fr)>>]>>");
+  pdf.Object("two", "<</S/TD/K[{{inner}} <</Type/MCR/MCID 2/Pg {{page 1}}>>]>>");
+  pdf.Object("inner", "<</S/Table/K<</S/TR/K<</S/TD/K 1>>>>>>");
+  // Of a form, of an object, and of no page: they say nothing of the page's content.
+  pdf.Object("after", "<</S/P/K[4 <</Type/MCR/MCID 3/Stm {{tree}}>> <</Type/OBJR>> -1]>>");
+  pdf.CatalogEntry("/StructTreeRoot {{tree}}");
+  const PageModel page = Open(pdf).Read(0);
+  ASSERT_EQ(page.roles.size(), 5U);
+  const StructureRole& head = page.roles[0];
+  const StructureRole& inner = page.roles[1];
+  const StructureRole& second = page.roles[2];
+  EXPECT_THAT(head.path, ElementsAre("Document", "Table", "TR", "TH", "Span"));
+  EXPECT_EQ(head.table, second.table);
+  EXPECT_EQ(head.row, second.row);
+  EXPECT_NE(head.row, 0U);
+  EXPECT_NE(head.cell, second.cell);
+  EXPECT_NE(head.cell, 0U);
+  EXPECT_NE(second.cell, 0U);
+  EXPECT_EQ(head.language, "fr");
+  EXPECT_EQ(second.language, "de");
+  EXPECT_EQ(head.description, "numbers");
+  // The innermost table counts, with its own row and cell.
+  EXPECT_NE(inner.table, head.table);
+  EXPECT_NE(inner.row, head.row);
+  EXPECT_NE(inner.cell, second.cell);
+  EXPECT_THAT(page.roles[3].path, ElementsAre());
+  EXPECT_THAT(page.roles[4].path, ElementsAre("Document", "P"));
+  EXPECT_EQ(page.roles[4].table, 0U);
+  EXPECT_LT(head.order, inner.order);
+  EXPECT_LT(inner.order, second.order);
+  EXPECT_LT(second.order, page.roles[4].order);
+}
+
+TEST_F(DocumentReaderTest, FollowsNamesAndViewsOfDestinations) {
+  TestPdf pdf;
+  pdf.Page("a");
+  const auto link = [&pdf](const std::string& target) {
+    pdf.Annotation("/Subtype/Link/Rect[10 20 110 40]" + target);
+  };
+  link("/Dest(tree)");
+  link("/Dest/old");
+  link("/A<</S/GoTo/D(tree)>>");
+  link("/Dest[{{page 2}}/FitH 592]");
+  link("/Dest[{{page 2}}/FitBH 492]");
+  link("/Dest[{{page 2}}/FitR 0 0 100 392]");
+  link("/Dest[{{page 2}}/FitV 292]");
+  link("/Dest[1/XYZ 0 192 0]");
+  link("/Dest[{{page 2}}/XYZ 0 null 0]");
+  link("/Dest[{{page 2}}/XYZ 0 9999 0]");
+  link("/Dest[2/Fit]");
+  link("/A<</S/GoToR/D[0/Fit]>>");
+  link("/A<</S/URI/URI 5>>");
+  pdf.Page("b");
+  pdf.Object("names", "<</Names[(tree)<</D[{{page 2}}/XYZ 0 692 0]>>]>>");
+  pdf.CatalogEntry("/Names<</Dests {{names}}>>/Dests<</old[{{page 1}}/XYZ 0 92 0]>>");
+  const PageModel page = Open(pdf).Read(0);
+  std::vector<std::pair<int, int>> places;
+  for (const PageLink& found : page.links) {
+    places.emplace_back(found.target_page, static_cast<int>(std::lround(found.target_y)));
+  }
+  using Place = std::pair<int, int>;
+  EXPECT_THAT(places,
+              ElementsAre(Place(1, 100), Place(0, 700), Place(1, 100), Place(1, 200), Place(1, 300),
+                          Place(1, 400), Place(1, 0), Place(1, 600), Place(1, 0), Place(1, 0)));
+}
+
+TEST_F(DocumentReaderTest, TellsScannedPagesByHowMuchImagesCover) {
+  const auto scan = [](const char* matrix) {
+    return std::string("q ") + matrix + " cm " + kImage + " Q ";
+  };
+  // 60 of 100 parts of the page, in cells of a 32nd of each side.
+  EXPECT_TRUE(IsScanned(scan("612 0 0 495 0 0")));
+  EXPECT_FALSE(IsScanned(scan("612 0 0 470 0 0")));
+  EXPECT_TRUE(IsScanned(scan("306 0 0 792 0 0") + scan("306 0 0 792 306 0")));
+  const std::string whole = scan("612 0 0 792 0 0");
+  const auto with_text = [&whole](std::size_t bytes, const char* mode) {
+    return whole + "BT " + mode + " Tr /F 10 Tf 9 9 Td (" + std::string(bytes, 'a') + ") Tj ET";
+  };
+  EXPECT_TRUE(IsScanned(with_text(60, "0")));
+  EXPECT_FALSE(IsScanned(with_text(61, "0")));
+  EXPECT_TRUE(IsScanned(with_text(23, "3")));
+  EXPECT_FALSE(IsScanned(with_text(24, "3")));
+  EXPECT_TRUE(IsScanned(with_text(60, "1")));
+}
+
+TEST_F(DocumentReaderTest, TellsTheRolesOfContentOnOtherPages) {
+  TestPdf pdf;
+  pdf.Page().PageEntry(kFont).Content("/P <</MCID 0>> BDC EMC");
+  pdf.Page().PageEntry(kFont).Content("/P <</MCID 0>> BDC EMC");
+  pdf.Object("tree", "<</Type/StructTreeRoot/K {{body}}>>");
+  pdf.Object("body", "<</S/P/Pg {{page 1}}/K[0 <</Type/MCR/MCID 0/Pg {{page 2}}>> {{part}}]>>");
+  pdf.Object("part", "<</S/Span/Pg {{page 2}}/K 1>>");
+  pdf.CatalogEntry("/StructTreeRoot {{tree}}");
+  DocumentReader& reader = Open(pdf);
+  EXPECT_EQ(reader.Read(0).roles.size(), 1U);
+  const PageModel second = reader.Read(1);
+  ASSERT_EQ(second.roles.size(), 2U);
+  EXPECT_THAT(second.roles[0].path, ElementsAre("P"));
+  EXPECT_THAT(second.roles[1].path, ElementsAre("P", "Span"));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // What holds for every document that is written: programs refuse a file whose parts do not keep the
 // schemas, or do not go together.
 #include <gtest/gtest.h>
+#include <zip.h>
 
 #include "engines/office/writers/RichDocuments.h"
 #include "engines/office/writers/WriterDocuments.h"
@@ -53,6 +54,29 @@ TEST(WrittenPackages, AreHeldToWhatTheyReferTo) {
   std::string& rels = parts.at("ppt/slides/_rels/slide1.xml.rels");
   rels.replace(rels.find("slideLayout\""), 11, "slideMaster");
   EXPECT_NE(PackageComplaints(parts), "");
+}
+
+// By a library that reads the directory of an archive first.
+TEST(WrittenPackages, AreArchivesThatOthersRead) {
+  const std::string archive = WordBytesOf(RichDocuments().at("a book"));
+  const Parts parts = PartsOf(archive);
+  zip_source_t* source = zip_source_buffer_create(archive.data(), archive.size(), 0, nullptr);
+  zip_t* zip = zip_open_from_source(source, ZIP_RDONLY | ZIP_CHECKCONS, nullptr);
+  ASSERT_NE(zip, nullptr);
+  EXPECT_EQ(zip_get_num_entries(zip, 0), static_cast<zip_int64_t>(parts.size()));
+  for (const auto& [name, part] : parts) {
+    zip_stat_t entry;
+    ASSERT_EQ(zip_stat(zip, name.c_str(), 0, &entry), 0) << name;
+    EXPECT_EQ(entry.size, part.size());
+    std::string bytes(part.size(), '\0');
+    zip_file_t* file = zip_fopen(zip, name.c_str(), 0);
+    ASSERT_NE(file, nullptr) << name;
+    EXPECT_EQ(zip_fread(file, bytes.data(), bytes.size()), static_cast<zip_int64_t>(part.size()));
+    EXPECT_EQ(bytes, part) << name;
+    zip_fclose(file);
+  }
+  EXPECT_STREQ(zip_get_name(zip, 0, 0), "_rels/.rels");
+  zip_discard(zip);
 }
 
 }  // namespace
