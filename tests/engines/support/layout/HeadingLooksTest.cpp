@@ -56,5 +56,50 @@ TEST(HeadingLooks, AreThoseOfMostOfAParagraph) {
   EXPECT_FALSE(look_of(page.bands.back().columns.back().blocks.back()).may_be_heading);
 }
 
+TEST(HeadingLooks, AreToldBySizeWithinBounds) {
+  EXPECT_THAT(HeadingLevels({Short(112), kBody, Short(111)}), ElementsAre(1, 0, 0));
+  HeadingLook sentence = Short(135);
+  sentence.ends_a_sentence = true;
+  HeadingLook smaller = Short(134);
+  smaller.ends_a_sentence = true;
+  EXPECT_THAT(HeadingLevels({sentence, kBody, smaller}), ElementsAre(1, 0, 0));
+}
+
+TEST(HeadingLooks, OfBoldTypeAreShort) {
+  HeadingLook bold = Short(100, true);
+  bold.bytes = 110;
+  bold.lines = 2;
+  EXPECT_THAT(HeadingLevels({bold, kBody}), ElementsAre(1, 0));
+  bold.bytes = 111;
+  EXPECT_THAT(HeadingLevels({bold, kBody}), ElementsAre(0, 0));
+  bold.bytes = 110;
+  bold.lines = 3;
+  EXPECT_THAT(HeadingLevels({bold, kBody}), ElementsAre(0, 0));
+  EXPECT_THAT(HeadingLevels({Short(99, true), kBody}), ElementsAre(0, 0));
+  HeadingLook body = kBody;
+  body.is_bold = true;
+  EXPECT_THAT(HeadingLevels({Short(100, true), body}), ElementsAre(0, 0));
+}
+
+TEST(HeadingLooks, OfMuchOfALongDocumentAreNone) {
+  // 120 of 1020 bytes are less than twelve of a hundred, 140 of 1040 are more.
+  std::vector<HeadingLook> looks(7, Short(150));
+  looks.push_back(kBody);
+  looks[0].bytes = 0;
+  EXPECT_EQ(HeadingLevels(looks)[1], 1);
+  looks[0].bytes = 20;
+  EXPECT_EQ(HeadingLevels(looks)[1], 0);
+  looks.erase(looks.begin());  // of seven paragraphs, shares tell nothing
+  looks[0].bytes = 900;
+  looks.back().bytes = 1000;
+  EXPECT_EQ(HeadingLevels(looks)[1], 1);
+}
+
+TEST(HeadingLooks, HaveSixLevels) {
+  EXPECT_THAT(HeadingLevels({Short(200), Short(190), Short(180), Short(170), Short(160), Short(150),
+                             Short(140), kBody}),
+              ElementsAre(1, 2, 3, 4, 5, 6, 6, 0));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines

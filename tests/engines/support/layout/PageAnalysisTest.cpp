@@ -367,5 +367,60 @@ TEST(PageAnalysis, KeepsTurnedTextInItsCell) {
   EXPECT_NEAR(paragraph.lines[0].baseline - cell.TextBox().bottom, 18, 0.6);
 }
 
+TEST(PageAnalysis, KeepsTheOrderOfTextAndPictures) {
+  const PageLayout page = AnalyzePage(
+      MadePage().Text(72, 100, kFull).Image({72, 130, 300, 300}).Text(72, 330, kFull).Take());
+  std::string kinds;
+  for (const Block& block : page.bands.at(0).columns.at(0).blocks) {
+    kinds += std::to_string(block.content.index());
+  }
+  EXPECT_EQ(kinds, "020");
+}
+
+TEST(PageAnalysis, HasWhatLiesBehindTheText) {
+  const PageLayout page =
+      AnalyzePage(MadePage().Field({60, 80, 400, 130}).Text(72, 100, kFull).Take());
+  ASSERT_THAT(page.floats, SizeIs(1));
+  ASSERT_THAT(page.floats[0].blocks, SizeIs(1));
+  EXPECT_THAT(std::get<Drawing>(page.floats[0].blocks[0].content).paths, ElementsAre(0));
+}
+
+TEST(PageAnalysis, TellsAlignmentsOfTwoLines) {
+  PageLayout page =
+      AnalyzePage(MadePage()
+                      .Text(72, 60, kFull)  // to 352
+                      .Text(79.5, 100, U"A title that stands in the middle of the page, on two")
+                      .Text(179.5, 112, U"lines of text")
+                      .Text(72, 200, kFull)
+                      .Text(72, 212, U"and its end")
+                      .Take());
+  const std::vector<Paragraph*> paragraphs = FlowParagraphs(page);
+  ASSERT_THAT(paragraphs, SizeIs(3));
+  EXPECT_EQ(paragraphs[1]->alignment, Alignment::kCenter);
+  EXPECT_EQ(paragraphs[1]->first_indent, 0);
+  EXPECT_NE(paragraphs[2]->alignment, Alignment::kRight);
+  EXPECT_EQ(paragraphs[2]->line_pitch, 12);
+}
+
+// Where the text of a cell stands between its edges, which are 60 points apart.
+TEST(PageAnalysis, TellsWhereTextStandsInItsCell) {
+  MadePage made;
+  for (const double y : {100.0, 160.0, 220.0}) {
+    made.Line({100, y - 0.25, 400, y + 0.25});
+  }
+  for (const double x : {100.0, 200.0, 300.0, 400.0}) {
+    made.Line({x - 0.25, 100, x + 0.25, 220});
+  }
+  made.Text(105, 110, U"upper").Text(205, 133, U"middle").Text(305, 157, U"lower");
+  made.Text(105, 170, U"upper").Text(205, 194, U"middle").Text(305, 217, U"lower");
+  const PageLayout page = AnalyzePage(made.Take());
+  const Table& table = OnlyTable(page);
+  ASSERT_THAT(table.cells, SizeIs(6));
+  EXPECT_EQ(table.cells[0].alignment, VerticalAlignment::kTop);
+  EXPECT_EQ(table.cells[1].alignment, VerticalAlignment::kMiddle);
+  EXPECT_EQ(table.cells[2].alignment, VerticalAlignment::kBottom);
+  EXPECT_EQ(table.cells[4].alignment, VerticalAlignment::kMiddle);  // a point below its middle
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines

@@ -249,5 +249,20 @@ TEST(PageText, LeavesOutWhatIsOutsideThePage) {
   EXPECT_THAT(ReadPageText(MadePage().Text(72, 900, U"below").Take()).upright.lines, SizeIs(0));
 }
 
+TEST(PageText, TurnsRunsOfSeveralWordsOnce) {
+  const PageText text =
+      ReadPageText(MadePage().Text(72, 100, U"a b \u05D0 \u05D1 \u05D2 c d").Take());
+  EXPECT_THAT(WordsOf(text.upright.lines.at(0)),
+              ElementsAre("a", "b", "\u05D2", "\u05D1", "\u05D0", "c", "d"));
+}
+
+TEST(PageText, SortsTextsThatAreOverEachOther) {
+  MadePage page;
+  page.Text(72, 100, U"rollup").Text(91, 100, U"acted").Text(74, 100, U"red");
+  const PageText text = ReadPageText(page.Take());
+  ASSERT_THAT(text.upright.lines, SizeIs(2));
+  EXPECT_EQ(WordsOf(text.upright.lines[1])[0], "red");
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines

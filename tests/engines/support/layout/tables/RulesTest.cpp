@@ -170,5 +170,94 @@ TEST(ColumnsOfChunks, AreThoseTheyReachWellInto) {
   EXPECT_THAT(columns(310, 350), Pair(2u, 2u));
 }
 
+TEST(Rules, MeetWhereTheyAreTwoAndAHalfPointsApart) {
+  const auto grids = [](double gap) {
+    std::vector<PathShape> paths = {Drawn({100, 100, 300, 100}, 1)};
+    for (const double y : {120.0, 140.0}) {
+      paths.push_back(Drawn({100, y, 300, y}, 1));
+    }
+    for (const double x : {100.0, 200.0, 300.0}) {
+      paths.push_back(Drawn({x, 100 + gap, x, 140}, 1));
+    }
+    return FindGrids(RulesOfPaths(paths)).at(0).horizontal.size();
+  };
+  EXPECT_EQ(grids(2.5), 3u);
+  EXPECT_EQ(grids(2.6), 2u);
+}
+
+Ink WordAt(double left, double right, double upper) {
+  Ink ink;
+  ink.left = left;
+  ink.right = right;
+  ink.upper = upper;
+  ink.lower = upper + 10;
+  ink.baseline = upper + 8;
+  ink.size = 10;
+  return ink;
+}
+
+TEST(Areas, AreAroundWordsWithTheRulesWithin) {
+  Rules rules;
+  for (const double to : {89.0, 89.1, 150.0}) {
+    rules.horizontal.push_back({125, 50, to, 1, Rgb{}, false});
+  }
+  rules.horizontal.push_back({99, 50, 500, 1, Rgb{}, false});
+  rules.horizontal.push_back({141, 50, 500, 1, Rgb{}, false});
+  rules.horizontal.push_back({130, 211, 500, 1, Rgb{}, false});
+  const TableArea area =
+      AreaAround(std::vector<Ink>{WordAt(90, 150, 100), WordAt(160, 210, 130)}, rules);
+  EXPECT_EQ(area.kind, AreaKind::kStripes);
+  EXPECT_EQ(area.box.left, 89);
+  EXPECT_EQ(area.box.right, 211);
+  EXPECT_EQ(area.box.bottom, 99);
+  EXPECT_EQ(area.box.top, 141);
+  // One that ends where the area begins is not within it, nor those at its edges.
+  EXPECT_EQ(area.horizontal.size(), 2u);
+  EXPECT_THAT(area.rows, ElementsAre(125));
+}
+
+TEST(Areas, AreRowsOfSeveralChunks) {
+  std::vector<Ink> inks;
+  for (int row = 0; row < 3; ++row) {
+    inks.push_back(WordAt(100, 150, 100 + 26 * row));
+    inks.push_back(WordAt(200, 240, 100 + 26 * row));
+  }
+  const auto areas = FindTextAreas({}, inks);
+  ASSERT_EQ(areas.size(), 1u);
+  EXPECT_EQ(areas[0].kind, AreaKind::kText);
+  EXPECT_EQ(areas[0].box.left, 99);
+  EXPECT_EQ(areas[0].box.right, 241);
+  EXPECT_EQ(areas[0].box.bottom, 99);
+  EXPECT_EQ(areas[0].box.top, 163);
+  // Two rows are none; nor are rows that stand more than 2.6 times their size apart.
+  EXPECT_THAT(FindTextAreas({}, std::vector<Ink>(inks.begin(), inks.begin() + 4)), IsEmpty());
+  for (std::size_t i = 4; i < 6; ++i) {
+    inks[i] = WordAt(inks[i].left, inks[i].right, 153);
+  }
+  EXPECT_THAT(FindTextAreas({}, inks), IsEmpty());
+  Rules rules;
+  rules.horizontal = {{145, 100, 240, 1, Rgb{}, false}};
+  EXPECT_EQ(FindTextAreas(rules, inks).size(), 1u);  // a rule is between
+}
+
+// Lines of prose beside a column are no part of a table: five words over 18 ems.
+TEST(Areas, LeaveProseOut) {
+  const auto areas_with = [](int words, double width) {
+    std::vector<Ink> inks;
+    for (int row = 0; row < 3; ++row) {
+      for (int i = 0; i < words; ++i) {
+        const double step = width / words;
+        const double left = 100 + step * i;
+        inks.push_back(WordAt(left, left + step - (i + 1 < words ? 3 : 0), 100 + 12 * row));
+      }
+      inks.push_back(WordAt(400, 440, 100 + 12 * row));
+    }
+    return FindTextAreas({}, inks).size();
+  };
+  EXPECT_EQ(areas_with(5, 181), 0u);
+  EXPECT_EQ(areas_with(4, 181), 1u);
+  EXPECT_EQ(areas_with(5, 180), 1u);
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines
