@@ -367,5 +367,39 @@ TEST_F(DocumentAnalysis, LeadsLinksToParagraphs) {
   EXPECT_TRUE(Flow(1)[0]->bookmark.empty());
 }
 
+TEST_F(DocumentAnalysis, TakesNoNumberForThatOfThePageWhichDoesNotCount) {
+  for (int i = 0; i < 3; ++i) {
+    MadePage page;
+    page.Text(72, 300, kFull).Text(280, 780, U"Part 2 of all");
+    Add(page);
+  }
+  AnalyzeDocument(document_);
+  for (const OfficePage& page : document_.pages) {
+    ASSERT_THAT(page.layout.footer, SizeIs(1));
+    const auto& footer = std::get<Paragraph>(page.layout.footer[0].content);
+    EXPECT_THAT(footer.lines[0].pieces, SizeIs(1));
+    EXPECT_EQ(footer.lines[0].pieces[0].kind, PieceKind::kText);
+  }
+}
+
+TEST_F(DocumentAnalysis, CutsTheNumberOfThePageOutOfItsText) {
+  for (int i = 0; i < 2; ++i) {
+    MadePage page;
+    page.Text(72, 300, kFull).Text(280, 780, U"Page " + std::u32string(1, U'5' + i) + U" of 9");
+    Add(page);
+  }
+  AnalyzeDocument(document_);
+  const auto& footer = std::get<Paragraph>(document_.pages[0].layout.footer.at(0).content);
+  const std::vector<TextPiece>& pieces = footer.lines[0].pieces;
+  ASSERT_THAT(pieces, SizeIs(3));
+  EXPECT_EQ(pieces[0].text, "Page ");
+  EXPECT_DOUBLE_EQ(pieces[0].x, 280);
+  EXPECT_EQ(pieces[1].text, "5");
+  EXPECT_NEAR(pieces[1].x, 305, 0.1);
+  EXPECT_NEAR(pieces[1].width, 5, 0.1);
+  EXPECT_EQ(pieces[2].text, " of 9");
+  EXPECT_NEAR(pieces[2].x, 310, 0.1);
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office

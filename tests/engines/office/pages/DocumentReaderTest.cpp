@@ -220,6 +220,8 @@ TEST_F(DocumentReaderTest, FollowsNamesAndViewsOfDestinations) {
   link("/Dest[1/XYZ 0 192 0]");
   link("/Dest[{{page 2}}/XYZ 0 null 0]");
   link("/Dest[{{page 2}}/XYZ 0 9999 0]");
+  link("/Dest[1/Fit]");
+  link("/Dest[1/XYZ 0]");
   link("/Dest[2/Fit]");
   link("/A<</S/GoToR/D[0/Fit]>>");
   link("/A<</S/URI/URI 5>>");
@@ -232,9 +234,9 @@ TEST_F(DocumentReaderTest, FollowsNamesAndViewsOfDestinations) {
     places.emplace_back(found.target_page, static_cast<int>(std::lround(found.target_y)));
   }
   using Place = std::pair<int, int>;
-  EXPECT_THAT(places,
-              ElementsAre(Place(1, 100), Place(0, 700), Place(1, 100), Place(1, 200), Place(1, 300),
-                          Place(1, 400), Place(1, 0), Place(1, 600), Place(1, 0), Place(1, 0)));
+  EXPECT_THAT(places, ElementsAre(Place(1, 100), Place(0, 700), Place(1, 100), Place(1, 200),
+                                  Place(1, 300), Place(1, 400), Place(1, 0), Place(1, 600),
+                                  Place(1, 0), Place(1, 0), Place(1, 0), Place(1, 0)));
 }
 
 TEST_F(DocumentReaderTest, TellsScannedPagesByHowMuchImagesCover) {
@@ -270,6 +272,22 @@ TEST_F(DocumentReaderTest, TellsTheRolesOfContentOnOtherPages) {
   ASSERT_EQ(second.roles.size(), 2U);
   EXPECT_THAT(second.roles[0].path, ElementsAre("P"));
   EXPECT_THAT(second.roles[1].path, ElementsAre("P", "Span"));
+}
+
+TEST_F(DocumentReaderTest, ReadsTheOutlineInItsOrder) {
+  TestPdf pdf;
+  pdf.Pages(1).Object("root", "<</First {{one}}>>");
+  pdf.Object("one", "<</Title(One)/Dest[0/Fit]/First {{in}}/Next {{last}}>>");
+  pdf.Object("in", "<</Title(In)/Dest[0/Fit]/Next {{none}}>>");
+  pdf.Object("none", "<</Title(Leads nowhere)/First {{deep}}>>");
+  pdf.Object("deep", "<</Title(Deep)/Dest[0/Fit]>>");
+  pdf.Object("last", "<</Title(Last)/Dest[0/Fit]>>");
+  pdf.CatalogEntry("/Outlines {{root}}");
+  std::vector<std::string> titles;
+  for (const OutlineEntry& entry : Open(pdf).facts().outline) {
+    titles.push_back(std::to_string(entry.level) + " " + entry.title);
+  }
+  EXPECT_THAT(titles, ElementsAre("0 One", "1 In", "2 Deep", "0 Last"));
 }
 
 }  // namespace

@@ -53,5 +53,28 @@ TEST(Lists, KeepThePlacesOfLabelsAndTexts) {
   EXPECT_EQ(flow[1]->lines[0].pieces.back().places, std::vector<std::uint32_t>({2}));
 }
 
+// Whether two bullets with so many texts between them are of one list.
+bool AreOneList(int between) {
+  MadePage page;
+  page.Text(72, 50, U"Text");
+  page.Text(72, 80, U"Text");
+  page.Text(90, 100, U"\u2022 One");
+  for (int i = 0; i < between; ++i) {
+    page.Text(72, 130 + 30 * i, U"Text");
+  }
+  page.Text(90, 140 + 30 * between, U"\u2022 Two");
+  PageLayout layout = AnalyzePage(page.Take());
+  FindLists({&layout});
+  const std::vector<Paragraph*> flow = FlowParagraphs(layout);
+  EXPECT_EQ(flow.size(), 4U + static_cast<std::size_t>(between));
+  return flow[2]->label.value().list == flow.back()->label.value().list;
+}
+
+TEST(Lists, GoOnBehindAFewTexts) {
+  EXPECT_TRUE(AreOneList(0));
+  EXPECT_TRUE(AreOneList(4));
+  EXPECT_FALSE(AreOneList(5));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines

@@ -9,7 +9,6 @@
 
 #include "engines/office/writers/sheets/SheetText.h"
 #include "engines/support/files/DiskFile.h"
-#include "foundation/Utf8.h"
 #include "pdf/Error.h"
 
 namespace TarnixTools::engines::office {
@@ -17,7 +16,8 @@ namespace TarnixTools::engines::office {
 namespace {
 
 constexpr std::size_t kBlock = std::size_t{64} << 10;
-constexpr std::size_t kLongestFamily = 31;     // characters of a font's name
+constexpr std::size_t kLongestFamily = 31;  // characters of a font's name
+static_assert(3 * kLongestFamily < LXW_FORMAT_FIELD_LEN, "the library has room for it in UTF-8");
 constexpr std::size_t kLongestProperty = 255;  // characters of a title
 constexpr double kThinBorder = 1.2;            // points, at most
 constexpr double kMediumBorder = 2.2;          // points, at most
@@ -41,8 +41,7 @@ std::uint8_t BorderStyle(const Border& border) {
 }
 
 void SetFont(const CellFormat& look, lxw_format* format) {
-  std::string family = SheetText(look.family, kLongestFamily);
-  family.resize(Utf8LengthWithin(family, LXW_FORMAT_FIELD_LEN - 1));
+  const std::string family = SheetText(look.family, kLongestFamily);
   if (!family.empty()) {
     format_set_font_name(format, family.c_str());
   }

@@ -11,9 +11,9 @@ namespace {
 constexpr double kTouch = 2.5;  // points between rules that meet
 constexpr double kSnap = 4;     // between the lines of a double rule
 
+// Of rules as far down as the vertical one.
 bool Meet(const Rule& horizontal, const Rule& vertical) {
-  return vertical.at >= horizontal.from - kTouch && vertical.at <= horizontal.to + kTouch &&
-         horizontal.at >= vertical.from - kTouch && horizontal.at <= vertical.to + kTouch;
+  return vertical.at >= horizontal.from - kTouch && vertical.at <= horizontal.to + kTouch;
 }
 
 // Which rules hang together; numbers of vertical ones follow those of horizontal ones.

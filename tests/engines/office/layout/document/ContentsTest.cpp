@@ -97,5 +97,12 @@ TEST(Contents, HaveLevelsByTheirIndents) {
   EXPECT_THAT(levels, ElementsAre(0, 1, 1, 2, 0, 1, 0));
 }
 
+TEST(Contents, KeepWhatIsBeforeTheirDots) {
+  OfficeDocument document = DocumentOfLines({{72, "A....1"}});
+  const std::vector<TextPiece>& pieces = Found(document)[0]->lines[0].pieces;
+  ASSERT_EQ(pieces.size(), 3u);
+  EXPECT_EQ(pieces[0].text, "A");
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office

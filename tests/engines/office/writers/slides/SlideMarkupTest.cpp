@@ -352,5 +352,20 @@ TEST(SlideMarkup, WritesWhatAllPlacesOfAPageHave) {
   EXPECT_THAT(places, ElementsAre("127000", "254000", "381000", "508000", "635000"));
 }
 
+TEST(SlideMarkup, GivesMarginsToCellsOfTextFromTheRight) {
+  Table table = TableAt(72, 100, {"", "", "", ""});
+  Paragraph text = LineBetween(92, 152, 114, "עברית");
+  text.is_right_to_left = true;
+  text.alignment = Alignment::kRight;
+  table.cells[0].blocks = {Block{text}};
+  const XmlNode slide = SlideOf(FacelessPage({Block{table}}));
+  // From 72 to 172: the text's own margins are none, and the room on its left is free.
+  EXPECT_EQ(Values(slide, "a:tcPr", "marL").at(0), "0");
+  EXPECT_EQ(Values(slide, "a:tcPr", "marR").at(0), "254000");
+  EXPECT_EQ(Shown(All(slide, "a:tc").at(0)->children[0].children[2].children[0]),
+            "<a:pPr marL=\"0\" marR=\"0\" indent=\"0\" algn=\"r\" rtl=\"1\">" + Spaces("0") +
+                "<a:buNone/></a:pPr>");
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office

@@ -554,5 +554,37 @@ TEST(WordMarkup, CountsNotes) {
   EXPECT_THAT(Values(*written[2], "w:vertAlign", "w:val"), ElementsAre("superscript"));
 }
 
+TEST(WordMarkup, HasTheMarginsThatMostTextKeeps) {
+  // One of twelve stands out on each side.
+  std::vector<Block> blocks = {Block{LineBetween(300, 540, 100, "to the right")},
+                               Block{LineBetween(20, 100, 120, "to the left")}};
+  for (int i = 0; i < 10; ++i) {
+    blocks.push_back(Block{LineBetween(72, 400, 140 + 20 * i, "Text")});
+  }
+  const XmlNode body = BodyOf(FacelessPage(blocks));
+  EXPECT_EQ(Values(body, "w:pgMar", "w:left").at(0), "1440");
+  EXPECT_EQ(Values(body, "w:pgMar", "w:right").at(0), "3900");
+  // What stands further out has an indent that is less than none.
+  EXPECT_EQ(Values(body, "w:ind", "w:left").at(1), "-1040");
+}
+
+TEST(WordMarkup, TellsLeftPagesFromRightOnesWhereMostAlternate) {
+  const auto has_even_pages = [](const std::string& headers) {
+    std::vector<OfficePage> pages;
+    for (const char header : headers) {
+      OfficePage page = FacelessPage({Block{LineBetween(72, 400, 200, "Text")}});
+      page.layout.header = {Block{LineBetween(72, 200, 40, std::string(1, header))}};
+      pages.push_back(page);
+    }
+    const XmlNode settings = PartOf(DocumentOf(pages), "word/settings.xml");
+    return !All(settings, "w:evenAndOddHeaders").empty();
+  };
+  EXPECT_TRUE(has_even_pages("LRLRLRXX"));   // three of five
+  EXPECT_FALSE(has_even_pages("LRLRLXXX"));  // two
+  EXPECT_TRUE(has_even_pages("LRLR"));
+  EXPECT_FALSE(has_even_pages("LRL"));
+  EXPECT_FALSE(has_even_pages("XXXXXXXX"));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office
