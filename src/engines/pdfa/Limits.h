@@ -48,6 +48,9 @@ inline constexpr std::size_t kMaxPicturedAnnotations = 64;
 // document these together with the elements, all of which are held until it is written.
 inline constexpr std::size_t kMaxMarkedParts = 200'000;
 inline constexpr std::size_t kMaxTaggedParts = 2'000'000;
+// Bytes of objects that are made of what a document has in place, and of the entries that refer to
+// them, all of which are held until they are written.
+inline constexpr std::size_t kMaxLiftedBytes = std::size_t{256} << 20;
 // Types of structure elements that a role map is given.
 inline constexpr std::size_t kMaxMadeRoles = 1000;
 

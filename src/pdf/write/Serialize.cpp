@@ -181,6 +181,12 @@ void AppendObject(std::string& out, const Object& value, const SerializeHooks& h
       AppendScalar(out, v, hooks);
     }
   };
+  const auto begin_nested = [&](const Object& v) {
+    const bool may_differ = hooks.nested && (v.IsArray() || v.IsDictionary());
+    if (!may_differ || !hooks.nested(out, v)) {
+      begin(v);
+    }
+  };
   begin(value);
   while (!open.empty()) {
     Open& top = open.back();
@@ -189,7 +195,7 @@ void AppendObject(std::string& out, const Object& value, const SerializeHooks& h
         out += ']';
         open.pop_back();
       } else if (const Object& item = top.container.Items()[top.next++]; !IsLeftOut(item, hooks)) {
-        begin(item);
+        begin_nested(item);
       }
     } else if (top.next == top.container.Entries().size()) {
       out += ">>";
@@ -198,7 +204,7 @@ void AppendObject(std::string& out, const Object& value, const SerializeHooks& h
       const DictionaryEntry& entry = top.container.Entries()[top.next++];
       if (!IsLeftOut(entry.value, hooks)) {
         AppendName(out, entry.Key());
-        begin(entry.value);
+        begin_nested(entry.value);
       }
     }
   }

@@ -38,6 +38,9 @@ struct SerializeHooks {
   StringTransform* strings = nullptr;
   // Writes a real number, which is given as it is written; without it that is what is written.
   std::function<void(std::string& out, std::string_view text)> real;
+  // Writes what stands for an array or a dictionary in another one; false, and nothing written, for
+  // one that is written as it is.
+  std::function<bool(std::string& out, const Object& value)> nested;
   // The entries of a dictionary that are written, in their order; they live until AppendObject
   // returns. Without it they are written as they are.
   std::function<std::span<const DictionaryEntry>(std::span<const DictionaryEntry>)> entries;

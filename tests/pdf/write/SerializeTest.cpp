@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "pdf/syntax/Lexer.h"
+#include "pdf/syntax/Parser.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::pdf {
@@ -44,6 +46,25 @@ TEST(Serialize, WritesBoxes) {
   std::string text = "/MediaBox";
   AppendBox(text, {-0.25, 0, 595.276001, 841.89});
   EXPECT_EQ(text, "/MediaBox[-.25 0 595.276001 841.89]");
+}
+
+TEST(Serialize, AsksForWhatStandsInArraysAndDictionaries) {
+  Arena arena;
+  Object value;
+  Lexer lexer("<</A<</B[1<</C 2>>]>>/D[<<>>/E]>>", true);
+  Parser(arena).Parse(lexer, nullptr, value);
+  std::string text;
+  SerializeHooks hooks;
+  hooks.nested = [](std::string& out, const Object& nested) {
+    const bool is_replaced =
+        nested.Has("C") || (nested.Items().size() == 2 && nested.Items()[1].IsName("E"));
+    if (is_replaced) {
+      AppendReference(out, 7);
+    }
+    return is_replaced;
+  };
+  AppendObject(text, value, hooks);
+  EXPECT_EQ(text, "<</A<</B[1 7 0 R]>>/D 7 0 R>>");
 }
 
 }  // namespace

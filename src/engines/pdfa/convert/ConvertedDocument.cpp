@@ -24,6 +24,7 @@
 #include "engines/pdfa/convert/structure/HiddenContent.h"
 #include "engines/pdfa/convert/structure/Layers.h"
 #include "engines/pdfa/convert/structure/MissingResources.h"
+#include "engines/pdfa/convert/structure/OwnObjects.h"
 #include "engines/pdfa/convert/structure/PageBoxes.h"
 #include "engines/pdfa/convert/survey/ContentSurvey.h"
 #include "engines/pdfa/convert/tags/Tags.h"
@@ -72,14 +73,29 @@ void Judge(const std::shared_ptr<std::FILE>& written, Level level, ConversionRep
 constexpr int kSurveyed = 10;
 constexpr int kTried = 96;
 
+// For pages that are written in place, and for what is in them.
+constexpr int kRoundsInPlace = 2;
+
 }  // namespace
 
 ConvertedDocument::ConvertedDocument(const platform::WidePath& path, std::string_view password)
-    : path_(path),
-      password_(password),
-      file_(OpenFile(path)),
-      document_(pdf::Document::Open(std::make_unique<DiskSource>(file_), password)),
-      pages_(*document_) {}
+    : path_(path), password_(password) {
+  Open(OpenFile(path), password);
+  is_encrypted_ = document_->is_encrypted();
+  for (int round = 0; round < kRoundsInPlace; ++round) {
+    const std::shared_ptr<std::FILE> file = WithOwnObjects(*document_, *pages_);
+    if (file == nullptr) {
+      break;
+    }
+    Open(file, "");
+  }
+}
+
+void ConvertedDocument::Open(const std::shared_ptr<std::FILE>& file, std::string_view password) {
+  auto document = pdf::Document::Open(std::make_unique<DiskSource>(file), password);
+  pages_ = std::make_unique<pdf::PageTree>(*document);
+  document_ = std::move(document);
+}
 
 ConversionResult ConvertedDocument::Save(const platform::WidePath& path,
                                          std::optional<Level> wanted) {
@@ -87,7 +103,7 @@ ConversionResult ConvertedDocument::Save(const platform::WidePath& path,
   ConversionReport in_the_way;  // of the level that was tried first
   JobStages stages;
   stages.Begin(kSurveyed);
-  const ContentSurvey survey(*document_, pages_);
+  const ContentSurvey survey(*document_, *pages_);
   const std::vector<Level> levels = LevelsToTry(*document_, wanted);
   const int share = (kTried - kSurveyed) / static_cast<int>(levels.size());
   int behind = kSurveyed;
@@ -116,13 +132,7 @@ ConversionResult ConvertedDocument::Save(const platform::WidePath& path,
 
 std::shared_ptr<std::FILE> ConvertedDocument::Rewritten(Level level, const ContentSurvey& survey,
                                                         ConversionReport& report) {
-  std::shared_ptr<std::FILE> scratch = OpenScratchFile();
-  DiskSink sink(scratch.get());
-  Rewrite(sink, level, survey, report);
-  if (std::fflush(scratch.get()) != 0) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed", errno);
-  }
-  return scratch;
+  return WriteScratchFile([&](pdf::ByteSink& sink) { Rewrite(sink, level, survey, report); });
 }
 
 // What is forbidden goes first, by itself; each step after it takes objects as the one before has
@@ -131,11 +141,11 @@ void ConvertedDocument::Rewrite(pdf::ByteSink& sink, Level level, const ContentS
                                 ConversionReport& report) {
   pdf::DocumentRewriter rewriter(*document_);
   Conversion conversion{.document = *document_,
-                        .pages = pages_,
+                        .pages = *pages_,
                         .rewriter = rewriter,
                         .level = level,
                         .report = report};
-  rewriter.SetPages(pages_);
+  rewriter.SetPages(*pages_);
   report.Dropped("signatures, which do not hold in another file",
                  DropSignatures(*document_, rewriter));
   const std::function<void()> passes[] = {

@@ -45,9 +45,10 @@ class ConvertedDocument {
   //   wanted - nothing for the most useful level
   ConversionResult Save(const platform::WidePath& path, std::optional<Level> wanted);
 
-  bool is_encrypted() const { return document_->is_encrypted(); }
+  bool is_encrypted() const { return is_encrypted_; }
 
  private:
+  void Open(const std::shared_ptr<std::FILE>& file, std::string_view password);
   std::shared_ptr<std::FILE> Rewritten(Level level, const ContentSurvey& survey,
                                        ConversionReport& report);
   void Rewrite(pdf::ByteSink& sink, Level level, const ContentSurvey& survey,
@@ -55,9 +56,10 @@ class ConvertedDocument {
 
   platform::WidePath path_;
   std::string password_;
-  std::shared_ptr<std::FILE> file_;
+  bool is_encrypted_ = false;
+  // With objects of their own for what the file may have in place.
   std::unique_ptr<pdf::Document> document_;
-  pdf::PageTree pages_;
+  std::unique_ptr<pdf::PageTree> pages_;
 };
 
 }  // namespace TarnixTools::engines::pdfa

@@ -160,12 +160,8 @@ void DrawnDocument::TryRepairedCopy() {
 
 // The copy is written without the lock: PDFium may be needed for an image in it.
 void DrawnDocument::UseRepairedCopy() {
-  std::shared_ptr<std::FILE> copy = OpenScratchFile();
-  DiskSink sink(copy.get());
-  WriteRepairedCopy(*core_, *pages_, sink);
-  if (std::fflush(copy.get()) != 0) {
-    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the copy cannot be completed", errno);
-  }
+  std::shared_ptr<std::FILE> copy =
+      WriteScratchFile([this](pdf::ByteSink& sink) { WriteRepairedCopy(*core_, *pages_, sink); });
   PdfiumLock pdfium;
   ClosePages();
   pdfium_file_.reset();

@@ -74,4 +74,14 @@ std::shared_ptr<std::FILE> OpenScratchFile() {
   return std::shared_ptr<std::FILE>(std::move(file));
 }
 
+std::shared_ptr<std::FILE> WriteScratchFile(const std::function<void(pdf::ByteSink&)>& write) {
+  std::shared_ptr<std::FILE> file = OpenScratchFile();
+  DiskSink sink(file.get());
+  write(sink);
+  if (std::fflush(file.get()) != 0) {
+    throw pdf::Error(pdf::ErrorCode::kWriteFailed, "the file cannot be completed", errno);
+  }
+  return file;
+}
+
 }  // namespace TarnixTools::engines

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -62,6 +63,10 @@ class ToldSink : public pdf::ByteSink {
 // A file without a name in the system's directory for such files, gone when the last user closes
 // it. Throws pdf::Error(kWriteFailed).
 std::shared_ptr<std::FILE> OpenScratchFile();
+
+// Such a file with what the function writes; it is complete on the disk. Throws what the function
+// throws, too.
+std::shared_ptr<std::FILE> WriteScratchFile(const std::function<void(pdf::ByteSink&)>& write);
 
 }  // namespace TarnixTools::engines
 

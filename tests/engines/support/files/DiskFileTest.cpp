@@ -97,5 +97,17 @@ TEST(ScratchFile, IsWrittenAndReadAgain) {
   EXPECT_EQ(buffer, "bytes");
 }
 
+TEST(ScratchFile, HasAllThatAFunctionWrites) {
+  const std::shared_ptr<std::FILE> file = WriteScratchFile([](pdf::ByteSink& sink) {
+    sink.Write("one ");
+    sink.Write("two");
+  });
+  DiskSource source(file);
+  std::string buffer(7, '\0');
+  EXPECT_EQ(source.ReadAt(0, buffer.data(), 7), 7U);
+  EXPECT_EQ(buffer, "one two");
+  EXPECT_EQ(source.Size(), 7U);
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines
