@@ -28,7 +28,9 @@ void Wrap(std::u32string_view text, double room, const TextWidth& width_of,
     std::size_t end = most;
     if (most < text.size()) {
       const std::size_t space = text.substr(0, most + 1).rfind(U' ');
-      end = space == std::u32string_view::npos || space == 0 ? most : space;
+      end = space == std::u32string_view::npos || space == 0
+                ? most
+                : text.substr(0, space).find_last_not_of(U' ') + 1;
     }
     lines.emplace_back(text.substr(0, end));
     text.remove_prefix(end);
