@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "engines/support/metadata/XmpDate.h"
-#include "engines/support/metadata/XmpSchemas.h"
 #include "engines/support/metadata/XmpTypes.h"
 
 namespace TarnixTools::engines {
@@ -92,14 +91,6 @@ TEST(XmpTypes, CanBeDeclared) {
   EXPECT_TRUE(IsKnownXmpType("seq bag pair", types));
   EXPECT_TRUE(IsKnownXmpType("lang alt", {}));
   EXPECT_FALSE(IsKnownXmpType("seq pair", {}));
-}
-
-TEST(XmpSchemas, GoByTheRelease) {
-  const std::string tpg = "http://ns.adobe.com/xap/1.0/t/pg/";
-  EXPECT_NE(FindXmpProperty(XmpRelease::k2004, tpg, "NPages"), nullptr);
-  EXPECT_EQ(FindXmpProperty(XmpRelease::k2004, tpg, "Fonts"), nullptr);
-  EXPECT_NE(FindXmpProperty(XmpRelease::k2005, tpg, "Fonts"), nullptr);
-  EXPECT_EQ(FindXmpProperty(XmpRelease::k2005, "http://s/", "Fonts"), nullptr);
 }
 
 TEST(XmpDate, ReadsBothForms) {
