@@ -79,8 +79,8 @@ bool TransparentAreas::IsTransparent(const pdf::GraphicsState& state) const {
 }
 
 void TransparentAreas::Note(const Box& box, const pdf::GraphicsState& state, bool is_transparent) {
-  const Box seen = state.clip.IsEmpty() ? Box{} : box.Within(state.clip.box);
-  if (!(seen.right >= seen.left) || !(seen.top >= seen.bottom)) {
+  const Box seen = box.Within(state.clip.box);
+  if (state.clip.IsEmpty() || !(seen.right >= seen.left) || !(seen.top >= seen.bottom)) {
     return;
   }
   if (is_transparent && annotation_ != 0) {
