@@ -66,6 +66,12 @@ class CheckTest : public ::testing::Test {
 
   std::string Complaints() const { return testing::QpdfComplaints(Path("out.pdf")); }
 
+  // All that the output has, streams decoded, by qpdf.
+  std::string Held() const {
+    return testing::RunProgram({"qpdf", "--qdf", "--object-streams=disable", Path("out.pdf"), "-"})
+        .output;
+  }
+
   std::string Output() const { return testing::ReadBytes(Path("out.pdf")); }
 
   // The text with the first occurrence of a part replaced, which must be there.

@@ -5,6 +5,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "engines/repair/checks/CatalogEntries.h"
 #include "pdf/Limits.h"
 #include "pdf/write/Serialize.h"
 
@@ -90,9 +91,12 @@ class FieldChecker {
     return true;
   }
 
+  // Of a field, or of the form where it is written in place.
   void SetEntry(std::uint32_t number, std::string_view key, std::string text) {
     if (number != 0) {
       context_->rewriter.SetEntry(number, key, std::move(text));
+    } else {
+      SetCatalogEntry(*context_, "AcroForm", key, text);
     }
   }
 

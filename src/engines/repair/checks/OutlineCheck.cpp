@@ -5,6 +5,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "engines/repair/checks/CatalogEntries.h"
 #include "pdf/write/Serialize.h"
 
 namespace TarnixTools::engines::repair {
@@ -64,17 +65,25 @@ class Checker {
     const std::string_view key = before != 0 ? "Next" : "First";
     Add(code, code == ProblemCode::kOutlineLoop ? Outcome::kFixed : Outcome::kLost, place,
         std::string(key));
-    if (list.parent == 0) {
-      return;  // an outline that is no object of its own
-    }
-    context_->rewriter.RemoveEntry(place, key);
+    SetEntry(place, key, {});
     if (before == 0) {
-      context_->rewriter.RemoveEntry(list.parent, "Last");
-      context_->rewriter.RemoveEntry(list.parent, "Count");
+      SetEntry(list.parent, "Last", {});
+      SetEntry(list.parent, "Count", {});
     } else {
       std::string last;
       pdf::AppendReference(last, before);
-      context_->rewriter.SetEntry(list.parent, "Last", last);
+      SetEntry(list.parent, "Last", last);
+    }
+  }
+
+  // Of an item, or of the outline where it is written in place; removes it when there is no text.
+  void SetEntry(std::uint32_t number, std::string_view key, const std::string& text) {
+    if (number == 0) {
+      SetCatalogEntry(*context_, "Outlines", key, text);
+    } else if (text.empty()) {
+      context_->rewriter.RemoveEntry(number, key);
+    } else {
+      context_->rewriter.SetEntry(number, key, text);
     }
   }
 

@@ -3,11 +3,13 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include "engines/repair/checks/FontCheck.h"
 #include "engines/repair/checks/ImageCheck.h"
 #include "pdf/Error.h"
 #include "pdf/content/ResourceGraph.h"
+#include "pdf/write/EntryText.h"
 
 namespace TarnixTools::engines::repair {
 
@@ -61,12 +63,19 @@ class Checker {
       RemoveEntry(page.number, "Resources");
       return;
     }
+    std::vector<std::string_view> invalid;
     for (const std::string_view key : pdf::kResourceCategoryKeys) {
       const Object names = context_->document.Resolve(found.value.Get(key), arena);
       if (!names.IsNull() && !names.IsDictionary()) {
         Add(found.number != 0 ? found.number : page.number, std::string(key));
         RemoveEntry(found.number, key);
+        invalid.push_back(key);
       }
+    }
+    if (found.number == 0 && page.number != 0 && !invalid.empty()) {
+      std::string text = "<<";
+      pdf::AppendEntries(text, found.value, invalid);
+      context_->rewriter.SetEntry(page.number, "Resources", text + ">>");
     }
   }
 

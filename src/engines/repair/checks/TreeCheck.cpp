@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "engines/repair/checks/CatalogEntries.h"
 #include "pdf/tree/KeyedTree.h"
 #include "pdf/write/Serialize.h"
 
@@ -26,7 +27,7 @@ constexpr std::array<std::string_view, 9> kNameTrees = {
 
 // Where a tree is said to be.
 struct Place {
-  std::uint32_t owner = 0;  // number of the object with the entry; 0 for none
+  std::string_view owner;  // the catalog's entry that has it; empty for the catalog itself
   std::string_view key;
 };
 
@@ -48,14 +49,13 @@ class Checker {
   }
 
   void CheckTrees() {
-    const std::uint32_t catalog = context_->rewriter.catalog();
-    const pdf::Followed names = document_->Follow(catalog_.Get("Names"), arena_);
+    const Object names = document_->Resolve(catalog_.Get("Names"), arena_);
     for (const std::string_view key : kNameTrees) {
-      CheckTree(names.value.Get(key), "Names", {names.number, key});
+      CheckTree(names.Get(key), "Names", {"Names", key});
     }
-    CheckTree(catalog_.Get("PageLabels"), "Nums", {catalog, "PageLabels"});
-    const pdf::Followed structure = document_->Follow(catalog_.Get("StructTreeRoot"), arena_);
-    CheckTree(structure.value.Get("ParentTree"), "Nums", {structure.number, "ParentTree"});
+    CheckTree(catalog_.Get("PageLabels"), "Nums", {"", "PageLabels"});
+    const Object structure = document_->Resolve(catalog_.Get("StructTreeRoot"), arena_);
+    CheckTree(structure.Get("ParentTree"), "Nums", {"StructTreeRoot", "ParentTree"});
   }
 
  private:
@@ -83,8 +83,10 @@ class Checker {
     text += "]>>";
     if (root.IsReference()) {
       context_->rewriter.Change(root.AsReference().number, pdf::ObjectChange::Value(text));
-    } else if (place.owner != 0) {
-      context_->rewriter.SetEntry(place.owner, place.key, text);
+    } else if (place.owner.empty()) {
+      context_->rewriter.SetEntry(context_->rewriter.catalog(), place.key, text);
+    } else {
+      SetCatalogEntry(*context_, place.owner, place.key, text);
     }
   }
 

@@ -37,6 +37,9 @@ TEST_F(ResourceCheckTest, FindsCategoriesThatAreNone) {
                {Code::kResourcesInvalid});
   ExpectMended(OnePage("/Resources 10 0 R").Object(10, "(none)").Table(),
                {Code::kResourcesInvalid});
+  ExpectMended(OnePage("/Resources<</Font[1]/Pattern 1/ProcSet[/PDF]>>").Table(),
+               {Code::kResourcesInvalid, Code::kResourcesInvalid});
+  EXPECT_THAT(Held(), HasSubstr("/ProcSet"));
 }
 
 TEST_F(ResourceCheckTest, FindsNothingInSoundFonts) {

@@ -23,12 +23,6 @@ class StreamDataCheckTest : public CheckTest {
   static std::string DocumentWith(const std::string& entries, const std::string& data) {
     return RawPdf().Pages(1).Stream(4, entries, data).Table("/Root 1 0 R/Own 4 0 R");
   }
-
-  // What the output's stream holds, by qpdf.
-  std::string Held() const {
-    return testing::RunProgram({"qpdf", "--qdf", "--object-streams=disable", Path("out.pdf"), "-"})
-        .output;
-  }
 };
 
 TEST_F(StreamDataCheckTest, FindsNothingInSoundData) {

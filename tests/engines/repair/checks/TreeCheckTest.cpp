@@ -4,6 +4,7 @@ namespace TarnixTools::engines::repair {
 namespace {
 
 using ::testing::Contains;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using testing::RawPdf;
 using ::testing::UnorderedElementsAre;
@@ -65,6 +66,29 @@ TEST_F(TreeCheckTest, LeavesOutWhatIsNoField) {
   EXPECT_THAT(Damage(), IsEmpty());
   ExpectMended(OnePage("", "/AcroForm 10 0 R").Object(10, "<</Fields(none)>>").Table(),
                {Code::kFieldTreeDamaged});
+}
+
+// What the catalog has in place is mended like objects of their own.
+TEST_F(TreeCheckTest, MendsWhatTheCatalogHasInPlace) {
+  ExpectMended(OnePage("", "/AcroForm<</Fields(none)/DA(/F 9 Tf)>>").Table(),
+               {Code::kFieldTreeDamaged});
+  EXPECT_THAT(Held(), HasSubstr("/DA (/F 9 Tf)"));
+  ExpectMended(
+      OnePage("", "/AcroForm<</Fields[10 0 R(none)]>>").Object(10, "<</T(kept)/FT/Tx>>").Table(),
+      {Code::kFieldDamaged});
+  EXPECT_THAT(Held(), HasSubstr("(kept)"));
+  ExpectMended(OnePage("", "/Outlines<</First 11 0 R/Last 11 0 R/Count 1>>").Table(),
+               {Code::kOutlineDamaged});
+  ExpectMended(OnePage("", "/Outlines<</First 11 0 R/Last 12 0 R/Count 2>>")
+                   .Object(11, "<</Title(kept)/Next 12 0 R>>")
+                   .Table(),
+               {Code::kOutlineDamaged});
+  EXPECT_THAT(Held(), HasSubstr("(kept)"));
+  ExpectMended(OnePage("",
+                       "/Names<</Dests<</Names[(a)[3 0 R/Fit]]/Kids[(none)]>>/AP<</Kids[(none)]>>"
+                       ">>/StructTreeRoot<</ParentTree<</Nums[]/Kids[(none)]>>>>")
+                   .Table(),
+               {Code::kNameTreeDamaged, Code::kNameTreeDamaged, Code::kNumberTreeDamaged});
 }
 
 TEST_F(TreeCheckTest, LeavesOutWhatIsNoAnnotation) {
