@@ -129,5 +129,94 @@ TEST(XmpDate, TellsMomentsApart) {
   EXPECT_EQ(XmpDateText(*ReadInfoDate("D:2020")), "2020-01-01T00:00:00");
 }
 
+TEST(XmpDate, KnowsTheBoundsOfEachNumber) {
+  const auto xmp = [](const std::string& text) {
+    const auto date = ReadXmpDate(text);
+    return date ? XmpDateText(*date) : "";
+  };
+  EXPECT_EQ(xmp("0000"), "0000-01-01T00:00:00");
+  EXPECT_EQ(xmp("9999-01-01"), "9999-01-01T00:00:00");
+  EXPECT_EQ(xmp("2020-12-31T23:59:59.5Z"), "2020-12-31T23:59:59Z");
+  EXPECT_EQ(xmp("2020-10-09T08:07:06+23:59"), "2020-10-09T08:07:06+23:59");
+  EXPECT_EQ(xmp("2020-10-09T08:07-00:01"), "2020-10-09T08:07:00-00:01");
+  EXPECT_EQ(xmp("2020-10-09T08:07+00:00"), "2020-10-09T08:07:00Z");
+  for (const char* wrong : {"2020-00-01",
+                            "2020-13-01",
+                            "2020-01-00",
+                            "2020-01-32",
+                            "2020-01-01T24:00Z",
+                            "2020-01-01T00:60Z",
+                            "2020-01-01T00:00:60Z",
+                            "2020-01-01T00:00+24:00",
+                            "2020-01-01T00:00+00:60",
+                            "2020-01-01T00:00+0000",
+                            "2020-01-01T00:00Z0",
+                            "2020-01-01T0:00",
+                            "2020-01-01T00:00:0",
+                            "2020/01",
+                            "2020-01/01",
+                            "2020-01-01T00.00",
+                            "2020-01-01t00:00",
+                            "202a",
+                            "2020-1a",
+                            "-020"}) {
+    EXPECT_EQ(xmp(wrong), "") << wrong;
+  }
+  const auto info = [](const std::string& text) {
+    const auto date = ReadInfoDate(text);
+    return date ? XmpDateText(*date) : "";
+  };
+  EXPECT_EQ(info("D:00001231235959-23'59'"), "0000-12-31T23:59:59-23:59");
+  EXPECT_EQ(info("D:99991009080706"), "9999-10-09T08:07:06");
+  EXPECT_EQ(info("202010"), "2020-10-01T00:00:00");
+  EXPECT_EQ(info("D:20201009"), "2020-10-09T00:00:00");
+  EXPECT_EQ(info("D:2020100908"), "2020-10-09T08:00:00");
+  EXPECT_EQ(info("D:202010090807Z"), "2020-10-09T08:07:00Z");
+  EXPECT_EQ(info("D:20201009080706+01"), "2020-10-09T08:07:06+01:00");
+  EXPECT_EQ(info("D:20201009080706+01'59"), "2020-10-09T08:07:06+01:59");
+  EXPECT_EQ(info("D:20201009080706Z00'"), "2020-10-09T08:07:06Z");
+  for (const char* wrong :
+       {"D:20200001", "D:20201301", "D:20200100", "D:20200132", "D:2020010124", "D:202001010060",
+        "D:20200101000060", "D:20200101000000+24'00'", "D:20200101000000+00'60'",
+        "D:20200101000000Z01", "D:20200101000000Z00'01'", "D:20200101000000x", "D:202", "d:2020",
+        "D:20200101000000+01'00''", "D:2020010100000000"}) {
+    EXPECT_EQ(info(wrong), "") << wrong;
+  }
+}
+
+int DaysOf(int year, int month) {
+  const bool is_leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+  const int days[] = {31, is_leap ? 29 : 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+  return days[month - 1];
+}
+
+// An hour after eleven in the evening a day ends, whatever its month and year.
+TEST(XmpDate, CountsDaysAsTheCalendarDoes) {
+  for (const int year : {1899, 1900, 1999, 2000, 2003, 2004}) {
+    for (int month = 1; month <= 12; ++month) {
+      for (int day = 1; day <= DaysOf(year, month); ++day) {
+        const bool ends_month = day == DaysOf(year, month);
+        const bool ends_year = ends_month && month == 12;
+        const XmpDate evening = {year, month, day, 23, 30, 15, -60};
+        XmpDate next = {ends_year ? year + 1 : year,
+                        ends_month ? month % 12 + 1 : month,
+                        ends_month ? 1 : day + 1,
+                        0,
+                        30,
+                        15,
+                        0};
+        EXPECT_TRUE(next.IsSameMoment(evening)) << XmpDateText(next);
+        next.second = 16;
+        EXPECT_FALSE(next.IsSameMoment(evening)) << XmpDateText(next);
+        next.second = 15;
+        next.minute = 31;
+        EXPECT_FALSE(next.IsSameMoment(evening)) << XmpDateText(next);
+      }
+    }
+  }
+  EXPECT_TRUE((XmpDate{2020, 1, 1, 1, 30, 0, 90}).IsSameMoment({2020, 1, 1, 0, 0, 0, 0}));
+  EXPECT_TRUE((XmpDate{2020, 1, 1, 0, 0, 0, {}}).IsSameMoment({2020, 1, 1, 0, 0, 0, 0}));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines
