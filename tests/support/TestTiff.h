@@ -24,6 +24,12 @@ class TestTiff {
     return *this;
   }
 
+  // A field of bytes, at least five.
+  TestTiff& SetBytes(int tag, std::string bytes) {
+    bytes_[tag] = std::move(bytes);
+    return Set(tag, {});
+  }
+
   TestTiff& Sides(std::uint32_t width, std::uint32_t height) {
     return Set(256, {width}).Set(257, {height});
   }
@@ -48,6 +54,13 @@ class TestTiff {
     std::string values;
     const auto values_start = start + 2 + 12 * static_cast<std::uint32_t>(fields.size()) + 4;
     for (const auto& [tag, numbers] : fields) {
+      if (const auto bytes = bytes_.find(tag); bytes != bytes_.end()) {
+        head += Little16(static_cast<std::uint32_t>(tag)) + Little16(7) +
+                Little32(static_cast<std::uint32_t>(bytes->second.size())) +
+                Little32(values_start + static_cast<std::uint32_t>(values.size()));
+        values += bytes->second;
+        continue;
+      }
       head += Little16(static_cast<std::uint32_t>(tag)) + Little16(4) +
               Little32(static_cast<std::uint32_t>(numbers.size()));
       if (numbers.size() == 1) {
@@ -83,11 +96,15 @@ class TestTiff {
     for (const auto& [tag, numbers] : fields_) {
       size += numbers.size() > 1 ? 4 * numbers.size() : 0;
     }
+    for (const auto& [tag, bytes] : bytes_) {
+      size += bytes.size();
+    }
     size += parts_.size() > 1 ? 8 * parts_.size() : 0;
     return static_cast<std::uint32_t>(size);
   }
 
   std::map<int, std::vector<std::uint32_t>> fields_;
+  std::map<int, std::string> bytes_;
   std::vector<std::string> parts_;
   bool tiled_ = false;
 };

@@ -215,6 +215,28 @@ TEST(Document, FindsMembersOfObjectStreamsWithoutACrossReference) {
   EXPECT_TRUE(document->is_rebuilt());
 }
 
+TEST(Document, TakesTheRootOfATrailerThatTheSearchFinds) {
+  // Two catalogs, of which the last one in the file is not the root.
+  RawPdf pdf;
+  pdf.Pages(1).Object(9, "<</Type/Catalog/Pages 2 0 R/Lang(no)>>");
+  Opened table(pdf.bytes() + "trailer\n<</Root 1 0 R/Info 7 0 R>>\n");
+  EXPECT_TRUE(table->IsCatalogObject(1));
+  EXPECT_EQ(table->trailer().Get("Info").AsReference().number, 7U);
+  EXPECT_FALSE(table.Found(FindingCode::kTrailerRebuilt));
+  RawPdf streamed = pdf;
+  streamed.Stream(8, "/Type/XRef/W[1 2 1]/Size 10/Root 1 0 R/Info 6 0 R", "");
+  Opened stream(streamed.bytes());
+  EXPECT_TRUE(stream->IsCatalogObject(1));
+  EXPECT_EQ(stream->trailer().Get("Info").AsReference().number, 6U);
+  EXPECT_FALSE(stream.Found(FindingCode::kTrailerRebuilt));
+  // The newest of several.
+  Opened both(streamed.bytes() + "trailer\n<</Root 9 0 R>>\n");
+  EXPECT_TRUE(both->IsCatalogObject(9));
+  Opened none(pdf.bytes());
+  EXPECT_TRUE(none->IsCatalogObject(9));
+  EXPECT_TRUE(none.Found(FindingCode::kTrailerRebuilt));
+}
+
 TEST(Document, TakesACatalogThatStandsInTheTrailer) {
   RawPdf pdf;
   pdf.Object(2, "<</Type/Pages/Kids[]/Count 0>>").Raw("trailer<</Root<</Pages 2 0 R>>>>");

@@ -101,6 +101,16 @@ TEST(Parser, MendsWhatIsNotClosed) {
   EXPECT_EQ(Reparse("<</A").text, "<</A null>>");
 }
 
+TEST(Parser, TellsWhatIsNotRegular) {
+  for (const char* text : {"<</A[1 2>>", "<</A 1]/B 2>>", "[1>>]", "<</A>>", "<</A", "[1 R]", "]",
+                           "[0 0 R]", "foo", "[1 bar]", "<</A 1 2>>", "[--5]"}) {
+    EXPECT_FALSE(Reparse(text).is_regular) << text;
+  }
+  for (const char* text : {"<</A[1 2]>>", "[]", "<<>>", "null", "[null]", "[65535 65535 R]"}) {
+    EXPECT_TRUE(Reparse(text).is_regular) << text;
+  }
+}
+
 TEST(Parser, PassesOverKeysThatAreNoNames) {
   const Parsed parsed = Reparse("<< 12 /A 1 (x) /B 2 >>");
   EXPECT_EQ(parsed.text, "<</A 1/B 2>>");

@@ -139,7 +139,9 @@ class CodeMap::Reader {
       const Operand& last = operands_[i + step - 2];
       const Operand& cid = operands_[i + step - 1];
       is_sure_ = first.is_code && last.is_code && !cid.is_code && first.value <= last.value;
-      map_.ranges_.push_back({first.value, last.value, cid.value, 0});
+      if (is_sure_) {
+        map_.ranges_.push_back({first.value, last.value, cid.value, 0});
+      }
     }
   }
 

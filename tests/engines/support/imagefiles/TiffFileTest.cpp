@@ -292,21 +292,41 @@ TEST(TiffFile, FaxDataOfGroupThreeBecomesGroupFour) {
   EXPECT_EQ(with_ends.DataOf(with_ends.Embed().image), encoder.data());
 }
 
-TEST(TiffFile, JpegDataOfOneStripIsPassedThrough) {
-  const std::string jpeg = testing::TestJpeg(3);
-  const std::size_t frame = jpeg.find("\xFF\xC0");
-  const std::size_t tables_end = jpeg.find("\xFF\xC4");
-  // Quantization tables once for all, the rest in the strip.
-  const std::string tables = jpeg.substr(0, frame) + "\xFF\xD9";
-  const std::string strip = "\xFF\xD8" + jpeg.substr(frame);
-  ASSERT_NE(tables_end, std::string::npos);
+TestTiff JpegStrip(const std::string& strip) {
   TestTiff tiff;
   tiff.Sides(16, 8).Set(258, {8, 8, 8}).Set(259, {7}).Set(262, {6}).Set(277, {3}).Set(278, {8});
-  tiff.Data({strip});
-  OpenedImage image(tiff.Bytes());
-  EXPECT_EQ(image.Embed().image.filter, "DCTDecode");
-  EXPECT_EQ(image.Embed().image.parameters, "/ColorTransform 1");
-  EXPECT_EQ(image.DataOf(image.Embed().image), strip);
+  return tiff.Data({strip});
+}
+
+TEST(TiffFile, JpegDataOfOneStripIsPassedThrough) {
+  const std::string jpeg = testing::TestJpeg(3);
+  OpenedImage image(JpegStrip(jpeg).Bytes());
+  const EncodedImage embedded = image.Embed();
+  EXPECT_EQ(embedded.image.filter, "DCTDecode");
+  EXPECT_EQ(embedded.image.parameters, "/ColorTransform 1");
+  EXPECT_EQ(embedded.image.space, PictureSpace::kRgb);
+  EXPECT_EQ(embedded.image.width, 16);
+  EXPECT_EQ(embedded.image.height, 8);
+  EXPECT_EQ(image.DataOf(embedded.image), jpeg);
+  OpenedImage rgb(JpegStrip(jpeg).Set(262, {2}).Bytes());
+  EXPECT_EQ(rgb.Embed().image.parameters, "/ColorTransform 0");
+}
+
+TEST(TiffFile, JpegTablesThatStandOnceForAllStripsGoBeforeTheStrip) {
+  const std::string jpeg = testing::TestJpeg(3);
+  const std::size_t frame = jpeg.find("\xFF\xC0");
+  ASSERT_NE(frame, std::string::npos);
+  // Quantization tables once for all, the rest in the strip.
+  const std::string strip = "\xFF\xD8" + jpeg.substr(frame);
+  const std::string tables = jpeg.substr(0, frame) + "\xFF\xD9";
+  OpenedImage image(JpegStrip(strip).SetBytes(347, tables).Bytes());
+  EXPECT_EQ(image.DataOf(image.Embed().image), jpeg);
+  // What is no table is left out.
+  for (const std::string& other :
+       {std::string("\xFF\xD8xxx"), std::string("xxx\xFF\xD9"), std::string("no tables")}) {
+    OpenedImage alone(JpegStrip(strip).SetBytes(347, other).Bytes());
+    EXPECT_EQ(alone.DataOf(alone.Embed().image), strip);
+  }
 }
 
 TEST(TiffFile, EveryDirectoryIsAFrame) {

@@ -284,7 +284,7 @@ void StructureCopier::KeepEmptyElements() {
     }
     if (kept.item_count == element.item_count) {
       complete_end = element.end;
-      KeepRange(kept.index, element.end);
+      KeepRange(kept.index, complete_end);
     } else if (element.is_row && element.end - kept.index <= limits::kMaxRowElements) {
       for (std::uint32_t cell = kept.index + 1; cell < element.end; cell = elements[cell].end) {
         if (elements[cell].item_count == 0) {

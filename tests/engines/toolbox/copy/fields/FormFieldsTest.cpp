@@ -161,20 +161,29 @@ TEST(FormFields, OfAPageCopiedTwiceGetMoreWidgets) {
 }
 
 TEST(FormFields, ShareTheirActionsWithTheirWidgetsWhenSplit) {
-  const std::string bytes = FormPdf("/Fields[10 0 R]", {"10 0 R"})
-                                .Widget(10,
-                                        "/FT/Tx/T(a)/A<</S/JavaScript/JS(a)>>"
-                                        "/AA<</K<</S/JavaScript/JS(k)>>/E<</S/JavaScript/JS(e)>>>>")
-                                .Bytes();
+  std::string events;
+  for (const char* event : {"K", "F", "V", "C", "E", "X", "D", "U", "Fo", "Bl"}) {
+    events += std::string("/") + event + "<</S/JavaScript/JS(x)>>";
+  }
+  const std::string bytes =
+      FormPdf("/Fields[10 0 R]", {"10 0 R"})
+          .Widget(10, "/FT/Tx/T(a)/A<</S/JavaScript/JS(a)>>/AA<<" + events + ">>")
+          .Bytes();
   CopiedForm one({{bytes, {0}}});
-  EXPECT_EQ(one.Field("a").Get("AA").Entries().size(), 2U);
+  EXPECT_EQ(one.Field("a").Get("AA").Entries().size(), 10U);
   CopiedForm two({{bytes, {0, 0}}});
-  EXPECT_TRUE(two.Field("a").Get("AA").Has("K"));
-  EXPECT_FALSE(two.Field("a").Get("AA").Has("E"));
-  EXPECT_FALSE(two.Field("a").Has("A"));
-  EXPECT_TRUE(two.Annotations(1)[0].Get("AA").Has("E"));
-  EXPECT_FALSE(two.Annotations(1)[0].Get("AA").Has("K"));
-  EXPECT_TRUE(two.Annotations(1)[0].Has("A"));
+  const Object field = two.Field("a");
+  const Object widget = two.Annotations(1)[0];
+  for (const char* event : {"K", "F", "V", "C"}) {
+    EXPECT_TRUE(field.Get("AA").Has(event)) << event;
+    EXPECT_FALSE(widget.Get("AA").Has(event)) << event;
+  }
+  for (const char* event : {"E", "X", "D", "U", "Fo", "Bl"}) {
+    EXPECT_FALSE(field.Get("AA").Has(event)) << event;
+    EXPECT_TRUE(widget.Get("AA").Has(event)) << event;
+  }
+  EXPECT_FALSE(field.Has("A"));
+  EXPECT_TRUE(widget.Has("A"));
 }
 
 TEST(FormFields, LeaveEachEntryWithTheOneItBelongsToWhenSplit) {
@@ -182,19 +191,23 @@ TEST(FormFields, LeaveEachEntryWithTheOneItBelongsToWhenSplit) {
       FormPdf("/Fields[10 0 R]", {"10 0 R"})
           .Widget(10,
                   "/FT/Tx/T(a)/TU(b)/TM(c)/Ff 4096/V(x)/DV(y)/DA(/F 0 Tf)/Q 1/DS(d)/RV(r)/MaxLen 5"
+                  "/Opt[(o)]/TI 1/I[0]/Lock<<>>/SV<<>>/AP<</N 11 0 R>>/OC 12 0 R/AF[12 0 R]"
                   "/Contents(e)/NM(n)/M(D:2020)/F 4/AS/N/Border[0 0 1]/C[0]/ca 1/CA 1/BM/Normal"
                   "/Lang(en)/H/N/MK<<>>/BS<<>>")
+          .Stream(11, "/Subtype/Form/BBox[0 0 9 9]", "0 0 m")
+          .Object(12, "/Type/OCG/Name(g)")
           .Bytes();
   CopiedForm copy({{bytes, {0, 0}}});
   const Object field = copy.Field("a");
   const Object widget = copy.Follow(field.Get("Kids").Items()[1]);
-  for (const char* key :
-       {"FT", "T", "TU", "TM", "Ff", "V", "DV", "DA", "Q", "DS", "RV", "MaxLen"}) {
+  for (const char* key : {"FT", "T", "TU", "TM", "Ff", "V", "DV", "DA", "Q", "DS", "RV", "MaxLen",
+                          "Opt", "TI", "I", "Lock", "SV"}) {
     EXPECT_TRUE(field.Has(key)) << key;
     EXPECT_FALSE(widget.Has(key)) << key;
   }
-  for (const char* key : {"Subtype", "Rect", "Contents", "NM", "M", "F", "AS", "Border", "C", "ca",
-                          "CA", "BM", "Lang", "H", "MK", "BS"}) {
+  for (const char* key :
+       {"Type", "Subtype", "Rect", "Contents", "NM", "M", "F", "AP", "AS", "Border", "C", "OC",
+        "AF", "ca", "CA", "BM", "Lang", "H", "MK", "BS"}) {
     EXPECT_TRUE(widget.Has(key)) << key;
     EXPECT_FALSE(field.Has(key)) << key;
   }
