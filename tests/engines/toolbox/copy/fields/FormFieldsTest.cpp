@@ -206,8 +206,8 @@ TEST(FormFields, LeaveEachEntryWithTheOneItBelongsToWhenSplit) {
     EXPECT_FALSE(widget.Has(key)) << key;
   }
   for (const char* key :
-       {"Type", "Subtype", "Rect", "Contents", "NM", "M", "F", "AP", "AS", "Border", "C", "OC",
-        "AF", "ca", "CA", "BM", "Lang", "H", "MK", "BS"}) {
+       {"Type", "Subtype", "Rect", "Contents", "NM", "M",  "F",    "AP", "AS", "Border",
+        "C",    "OC",      "AF",   "ca",       "CA", "BM", "Lang", "H",  "MK", "BS"}) {
     EXPECT_TRUE(widget.Has(key)) << key;
     EXPECT_FALSE(field.Has(key)) << key;
   }
