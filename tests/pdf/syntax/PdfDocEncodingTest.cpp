@@ -16,6 +16,18 @@ TEST(PdfDocEncoding, HasPlacesOfItsOwn) {
   EXPECT_EQ(PdfDocCharacter('\x9F'), kReplacementCharacter);
 }
 
+TEST(PdfDocEncoding, HasTheCharactersOfTheStandard) {
+  // Annex D.3: from 0x18 and from 0x80 on, and Latin-1 for the rest.
+  const std::u32string accents = U"˘ˇˆ˙˝˛˚˜";
+  const std::u32string upper = U"•†‡…—–ƒ⁄‹›−‰„“”‘’‚™ﬁﬂŁŒŠŸŽıłœšž\uFFFD€";
+  for (unsigned value = 0; value < 256; ++value) {
+    const char32_t expected = value >= 0x18 && value < 0x20    ? accents[value - 0x18]
+                              : value >= 0x80 && value <= 0xA0 ? upper[value - 0x80]
+                                                               : value;
+    EXPECT_EQ(PdfDocCharacter(static_cast<char>(value)), expected) << value;
+  }
+}
+
 TEST(PdfDocEncoding, GivesBackEveryByteThatItDefines) {
   int defined = 0;
   for (int value = 0; value < 256; ++value) {

@@ -1,3 +1,4 @@
+#include <cmath>
 #include <map>
 #include <memory>
 #include <string>
@@ -132,6 +133,37 @@ TEST_F(CompositeFontTest, TellsHowTheFaceLooks) {
   Written(other);
   EXPECT_THAT(objects_.With("/StemV"), HasSubstr("/Flags 69/"));
   EXPECT_THAT(objects_.With("/StemV"), HasSubstr("/StemV 165/"));
+}
+
+TEST_F(CompositeFontTest, TellsTheMeasuresOfTheFaceInThousandths) {
+  CompositeFont font(*face_, {});
+  font.Add(a_, a_, 667, U"A");
+  std::string program = font.Program();
+  const std::size_t size = program.size();
+  font.Write(std::move(program), objects_);
+  const auto scaled = [&](int units) {
+    return std::to_string(std::lround(units * 1000.0 / face_->units_per_em()));
+  };
+  const FontFace::Box box = face_->bounds();
+  const std::string descriptor = objects_.With("/FontDescriptor/FontName");
+  EXPECT_THAT(descriptor,
+              HasSubstr("/FontBBox[" + scaled(box.left) + ' ' + scaled(box.bottom) + ' ' +
+                        scaled(box.right) + ' ' + scaled(box.top) + "]/ItalicAngle 0/Ascent " +
+                        scaled(face_->ascent()) + "/Descent " + scaled(face_->descent()) +
+                        "/CapHeight " + scaled(face_->cap_height()) + "/StemV 87/FontFile2 "));
+  EXPECT_NE(objects_.With("<</Length1 " + std::to_string(size) + ">>"), "");
+  EXPECT_THAT(objects_.With("/CIDFontType2"),
+              HasSubstr("/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>"));
+}
+
+TEST_F(CompositeFontTest, OfCodesThatAreNotGlyphsIsVerticalByItsMap) {
+  CompositeFont font(*face_, {.code_bytes = 1, .is_vertical = true});
+  font.Add(1, b_, 600, U"B");
+  font.Add(2, b_, 600, U"B");
+  EXPECT_THAT(Written(font), HasSubstr("/Subtype/Type0/BaseFont/"));
+  EXPECT_THAT(objects_.With("begincidchar"), HasSubstr("/WMode 1>>"));
+  EXPECT_THAT(objects_.With("begincidchar"), HasSubstr("2 begincidchar\n<01> 1\n<02> 2\n"));
+  EXPECT_THAT(objects_.With("/CIDFontType2"), HasSubstr("/W[1[600 600]]"));
 }
 
 TEST_F(CompositeFontTest, IsNamedByItsGlyphsAndCodes) {
