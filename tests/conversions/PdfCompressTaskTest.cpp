@@ -5,6 +5,7 @@
 #include "support/DocumentTest.h"
 #include "support/FileSizeLimit.h"
 #include "support/RawPdf.h"
+#include "support/TestFont.h"
 #include "support/TestPackets.h"
 #include "support/TestScene.h"
 
@@ -117,6 +118,42 @@ TEST_F(PdfCompressTaskTest, WritesASmallerDocumentAtEveryLevel) {
     EXPECT_THAT(task.GetReport().GetEntries(), IsEmpty());
   }
   EXPECT_THAT(directory_.Names("out"), ElementsAre("compressed_a.pdf"));
+}
+
+// A form that is drawn twice as two objects, one that is not drawn, and a font with more than it shows.
+TEST_F(PdfCompressTaskTest, LeavesOutWhatNobodySeesAtEveryLevel) {
+  const std::string program = testing::TestFont().Bytes();
+  RawPdf file;
+  file.Pages(1,
+             "/Contents 10 0 R/Resources<</XObject<</A 11 0 R/B 12 0 R/C 13 0 R>>"
+             "/Font<</F 14 0 R>>>>")
+      .Stream(10, "", "/A Do /B Do BT /F 9 Tf ( ) Tj ET")
+      .Stream(11, "/Subtype/Form/BBox[0 0 9 9]/Drawn 1", "0 0 9 9 re f")
+      .Stream(12, "/Subtype/Form/BBox[0 0 9 9]/Drawn 1", "0 0 9 9 re f")
+      .Stream(13, "/Subtype/Form/BBox[0 0 9 9]/Unused 1", "1 1 9 9 re f")
+      .Object(14,
+              "<</Type/Font/Subtype/TrueType/BaseFont/Own/Encoding/WinAnsiEncoding"
+              "/FontDescriptor 15 0 R>>")
+      .Object(15, "<</Type/FontDescriptor/FontName/Own/Flags 32/FontFile2 16 0 R>>")
+      .Stream(16, "/Length1 " + std::to_string(program.size()), program)
+      .Stream(17, "", std::string(100'000, 'x'));
+  WriteBytes(Path("a.pdf"), file.Table());
+  for (const auto level :
+       {PdfCompressLevel::Low, PdfCompressLevel::Recommended, PdfCompressLevel::Extreme}) {
+    PdfCompressTask task = TaskFor("a.pdf");
+    task.SetCompressLevel(level);
+    task.Execute();
+    const std::string bytes = ReadBytes(Path("out/compressed_a.pdf"));
+    const std::size_t drawn = bytes.find("/Drawn");
+    ASSERT_NE(drawn, std::string::npos);
+    EXPECT_EQ(bytes.find("/Drawn", drawn + 1), std::string::npos);
+    EXPECT_EQ(bytes.find("/Unused"), std::string::npos);
+    EXPECT_EQ(task.GetFonts().count, 1);
+    EXPECT_EQ(task.GetFonts().merged, 0);
+    EXPECT_EQ(task.GetFonts().removed, 0);
+    EXPECT_LT(task.GetFonts().bytes_after, task.GetFonts().bytes_before);
+    EXPECT_GT(task.GetFonts().bytes_after, 0);
+  }
 }
 
 TEST_F(PdfCompressTaskTest, WritesBesideTheFirstDocument) {

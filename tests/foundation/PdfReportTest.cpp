@@ -71,6 +71,25 @@ TEST(PdfReport, NamesEveryKindDifferently) {
   EXPECT_STREQ(PdfReport::GetKindName(static_cast<Kind>(1000)), "thing");
 }
 
+TEST(PdfReport, NamesKindsInPlainWords) {
+  const char* const names[] = {
+      "link",           "annotation",  "named destination", "outline item",
+      "page label",     "form field",  "signature",         "XFA form",
+      "script",         "layer",       "attachment",        "structure element",
+      "article thread", "thumbnail",   "output intent",     "viewer setting",
+      "resource",       "damage",      "page number",       "text stamp",
+      "image stamp",    "font",        "language",          "metadata value",
+      "XMP packet",     "PDF/A claim", "conversion",        "protection",
+      "scanned text"};
+  std::set<std::string> left(std::begin(names), std::end(names));
+  for (int kind = 0; std::string(PdfReport::GetKindName(static_cast<Kind>(kind))) != "thing";
+       ++kind) {
+    EXPECT_EQ(left.erase(PdfReport::GetKindName(static_cast<Kind>(kind))), 1U)
+        << PdfReport::GetKindName(static_cast<Kind>(kind));
+  }
+  EXPECT_TRUE(left.empty());
+}
+
 TEST(PdfReport, IsCopiedAndMovedAsAValue) {
   PdfReport report;
   report.Add({Kind::Layer, Outcome::Kept, 1, 0, ""});

@@ -14,11 +14,11 @@ namespace {
 using testing::FontCase;
 using testing::RawPdf;
 
-// The file of the face with Helvetica's metrics; empty where it is not installed.
-std::string FaceBytes() {
-  const fonts::InstalledFace* face = fonts::FontCatalog::Get().Find("Liberation Sans", "Regular");
-  return face != nullptr && face->family == "Liberation Sans" ? testing::ReadBytes(face->file)
-                                                              : std::string();
+// The file of a face, by default of the one with Helvetica's metrics; empty where it is not installed.
+std::string FaceBytes(const std::string& family = "Liberation Sans",
+                      const std::string& style = "Regular") {
+  const fonts::InstalledFace* face = fonts::FontCatalog::Get().Find(family, style);
+  return face != nullptr && face->family == family ? testing::ReadBytes(face->file) : std::string();
 }
 
 // A page that shows "AB" in a font with these entries, whose descriptor is object 8.
@@ -53,6 +53,31 @@ TEST(StandardFonts, AreThoseThatTheInstalledFaceAgreesWith) {
   EXPECT_FALSE(IsStandard("/BaseFont/Symbol", face));
   EXPECT_FALSE(IsStandard("/BaseFont/Helvetica", testing::CffProgram({"A", "B"})));
   EXPECT_FALSE(IsStandard("/BaseFont/Helvetica", "no font"));
+}
+
+TEST(StandardFonts, HaveFacesInAllTheirStyles) {
+  for (const auto& [name, family] : {std::pair<std::string, std::string>("Courier", "Mono"),
+                                     {"Helvetica", "Sans"},
+                                     {"Times", "Serif"}}) {
+    for (const auto& [suffix, style] : {std::pair<std::string, std::string>("", "Regular"),
+                                        {"-Bold", "Bold"},
+                                        {"-Oblique", "Italic"},
+                                        {"-BoldOblique", "Bold Italic"}}) {
+      const std::string face = FaceBytes("Liberation " + family, style);
+      if (face.empty()) {
+        GTEST_SKIP() << "needs the fonts Liberation";
+      }
+      std::string font = name + suffix;
+      if (name == "Times") {
+        const std::size_t slant = font.find("Oblique");
+        font = suffix.empty()               ? "Times-Roman"
+               : slant == std::string::npos ? font
+                                            : font.replace(slant, 7, "Italic");
+      }
+      EXPECT_TRUE(IsStandard("/Encoding/WinAnsiEncoding/BaseFont/" + font, face)) << font;
+      EXPECT_FALSE(IsStandard("/Encoding/WinAnsiEncoding/BaseFont/X" + font, face)) << font;
+    }
+  }
 }
 
 TEST(StandardFonts, AreDroppedFromTheirDescriptors) {

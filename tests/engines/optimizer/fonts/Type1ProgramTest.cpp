@@ -99,5 +99,20 @@ TEST(Type1Code, TellsWhatItCalls) {
   EXPECT_EQ(DecryptType1(EncryptType1("some text", 4330), 4330), "some text");
 }
 
+TEST(Type1Code, HasNumbersOfOneTwoAndFiveBytes) {
+  const auto numbers_of = [](std::initializer_list<int> values) {
+    std::string text;
+    for (const int value : values) {
+      text += static_cast<char>(value);
+    }
+    return ReadType1Calls(text + "\x0A").subroutines;
+  };
+  using Numbers = std::vector<std::int64_t>;
+  EXPECT_EQ(numbers_of({32, 139, 246}), (Numbers{-107, 0, 107}));
+  EXPECT_EQ(numbers_of({247, 0, 247, 255, 248, 0, 250, 255}), (Numbers{108, 363, 364, 1131}));
+  EXPECT_EQ(numbers_of({251, 0, 251, 255, 252, 0, 254, 255}), (Numbers{-108, -363, -364, -1131}));
+  EXPECT_EQ(numbers_of({255, 0x12, 0x34, 0x56, 0x78}), (Numbers{0x12345678}));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::optimizer

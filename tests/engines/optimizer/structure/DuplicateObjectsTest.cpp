@@ -105,6 +105,70 @@ TEST(DuplicateObjects, AreContentAndAppearancesToo) {
   EXPECT_EQ(test.StandIn(13), 12U);
 }
 
+TEST(DuplicateObjects, AreFoundWhereverResourcesLead) {
+  const auto is_merged = [](const std::string& entries_of) {
+    const auto entries = [&](int number) {
+      std::string text = entries_of;
+      return text.replace(text.find('@'), 1, std::to_string(number) + " 0 R");
+    };
+    RawPdf file = WithResources("/XObject<</A 10 0 R/B 11 0 R>>");
+    file.Stream(10, kImage + entries(20), "a").Stream(11, kImage + entries(21), "b");
+    file.Object(20, "<</Q 1>>").Object(21, "<</Q 1>>");
+    return Merged(file).StandIn(21) == 20;
+  };
+  for (const char* key : {"Resources",    "ProcSet",
+                          "CIDSet",       "CIDSystemInfo",
+                          "CIDToGIDMap",  "DescendantFonts",
+                          "Differences",  "Encoding",
+                          "FontBBox",     "FontDescriptor",
+                          "FontFile",     "FontFile2",
+                          "FontFile3",    "FontMatrix",
+                          "Style",        "ToUnicode",
+                          "UseCMap",      "W",
+                          "W2",           "Widths",
+                          "BBox",         "Decode",
+                          "DecodeParms",  "Group",
+                          "JBIG2Globals", "Mask",
+                          "Matrix",       "SMask",
+                          "Alternate",    "BG",
+                          "BG2",          "Background",
+                          "Bounds",       "C0",
+                          "C1",           "CS",
+                          "Coords",       "Domain",
+                          "Encode",       "Function",
+                          "Functions",    "G",
+                          "HT",           "Process",
+                          "Range",        "TR",
+                          "TR2",          "UCR",
+                          "UCR2"}) {
+    EXPECT_TRUE(is_merged("/" + std::string(key) + " @")) << key;
+    EXPECT_TRUE(is_merged("/" + std::string(key) + "[1 @]")) << key;
+    EXPECT_FALSE(is_merged("/" + std::string(key) + "<</Name @>>")) << key;
+  }
+  for (const char* key : {"ColorSpace", "ExtGState", "Font", "Pattern", "Shading", "XObject",
+                          "CharProcs", "FD", "Colorants"}) {
+    EXPECT_TRUE(is_merged("/" + std::string(key) + "<</Name @>>")) << key;
+  }
+  for (const char* key : {"OC", "Properties", "Metadata", "PieceInfo", "Measure", "Own"}) {
+    EXPECT_FALSE(is_merged("/" + std::string(key) + " @")) << key;
+  }
+}
+
+TEST(DuplicateObjects, MaySayWhatTheyAre) {
+  const auto is_merged = [](const std::string& type) {
+    RawPdf file = WithResources("/ExtGState<</A 10 0 R/B 11 0 R>>");
+    file.Object(10, "<</Type" + type + ">>").Object(11, "<</Type" + type + ">>");
+    return Merged(file).StandIn(11) == 10;
+  };
+  for (const char* type : {"/Font", "/FontDescriptor", "/XObject", "/ExtGState", "/Pattern",
+                           "/Encoding", "/CMap", "/Halftone", "/Mask", "/Group"}) {
+    EXPECT_TRUE(is_merged(type)) << type;
+  }
+  for (const char* type : {"/OCG", "/Page", "/Annot", "/Metadata", "/Filespec"}) {
+    EXPECT_FALSE(is_merged(type)) << type;
+  }
+}
+
 TEST(DuplicateObjects, StayWhereTheStructureKnowsThem) {
   RawPdf file = WithResources("/XObject<</A 10 0 R/B 11 0 R>>");
   file.Stream(10, kImage + "/StructParent 1", "a").Stream(11, kImage + "/StructParent 1", "a");

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
@@ -114,6 +115,15 @@ TEST(ColorSpace, OfIndicesHasThePaletteOfItsBase) {
               ElementsAre(64, 64, 64, 192, 192, 192));
   EXPECT_THAT(SpaceOf("[/Indexed[/Lab<</Range[-128 127 -128 127]>>]1<FF8080008080>]")->palette,
               ElementsAre(255, 255, 255, 0, 0, 0));
+  const auto lab = SpaceOf("[/Indexed[/Lab<</Range[-128 127 -100 100]>>]2<FF80803380FF8F0040>]");
+  const auto expect_entry = [&](std::size_t entry, const Color& color) {
+    for (std::size_t c = 0; c < 3; ++c) {
+      EXPECT_EQ(lab->palette[3 * entry + c], color[c]) << entry;
+    }
+  };
+  expect_entry(0, LabToRgb(100, 0, 100 * (2 * 128.0 / 255 - 1)));
+  expect_entry(1, LabToRgb(20, 0, 100));
+  expect_entry(2, LabToRgb(143 / 2.55, -128, 100 * (2 * 64.0 / 255 - 1)));
 }
 
 TEST(ColorSpace, OfIndicesFillsUpWhatItsTableLacks) {
@@ -159,6 +169,34 @@ TEST(ColorSpace, OfInksLooksLikePrint) {
     EXPECT_LT(gray[0], last);
     last = gray[0];
   }
+}
+
+TEST(ColorSpace, OfInksIsDarkerWithEveryInkThatIsAdded) {
+  const ColorSpace cmyk = DeviceSpace(4);
+  const auto color_of = [&](unsigned inks) {
+    std::vector<std::uint8_t> amounts;
+    for (unsigned ink = 0; ink < 4; ++ink) {
+      amounts.push_back((inks >> ink & 1U) != 0 ? 255 : 0);
+    }
+    return RgbOf(cmyk, amounts);
+  };
+  for (unsigned inks = 0; inks < 16; ++inks) {
+    const Color color = color_of(inks);
+    for (unsigned ink = 1; ink < 16; ink *= 2) {
+      const Color more = color_of(inks | ink);
+      EXPECT_LE(more[0] + more[1] + more[2], color[0] + color[1] + color[2]) << inks << " " << ink;
+    }
+    // Black leaves next to nothing of any other ink.
+    if ((inks & 8U) != 0) {
+      EXPECT_LE(*std::max_element(color.begin(), color.end()), 35) << inks;
+    }
+  }
+  // Each ink takes its own part of the light.
+  EXPECT_EQ(color_of(1)[0], 0);
+  EXPECT_EQ(color_of(2)[1], 0);
+  EXPECT_EQ(color_of(4)[2], 0);
+  // Half of an ink is half way to it.
+  EXPECT_EQ(RgbOf(cmyk, {0, 0, 0, 128}), (Color{145, 143, 143}));
 }
 
 TEST(ColorSpace, ConvertsManyPixels) {

@@ -131,6 +131,24 @@ TEST(ImageSamples, OfFaxDataArePackedBits) {
   EXPECT_FALSE(images.Samples(7));
 }
 
+TEST(ImageSamples, OfFaxDataAreReadAsTheirParametersSay) {
+  ImagesInDocument images;
+  const std::string entries =
+      "/Width 8/Height 2/ColorSpace/DeviceGray/BitsPerComponent 1/Filter/CCITTFaxDecode";
+  // Two rows of eight white pixels (10011) in one dimension: with ends of lines before each, and each
+  // in bytes of its own.
+  images
+      .AddStream(5, entries + "/DecodeParms<</Columns 8/EndOfLine true>>",
+                 std::string("\x00\x19\x80\x0C\xC0", 5))
+      .AddStream(6, entries + "/DecodeParms<</Columns 8/EncodedByteAlign true>>", "\x98\x98")
+      .AddStream(7, entries + "/DecodeParms<</Columns 8>>", "\x9C\xC0");
+  for (const std::uint32_t number : {5U, 6U, 7U}) {
+    auto samples = images.Samples(number);
+    ASSERT_TRUE(samples);
+    EXPECT_THAT(RowsOf(*samples), ElementsAre(Bytes{0xFF}, Bytes{0xFF})) << number;
+  }
+}
+
 TEST(ImageSamples, OfJbig2DataArePackedBits) {
   ImagesInDocument images;
   const std::string entries = "/Width 120/Height 12/ColorSpace/DeviceGray/BitsPerComponent 1";
