@@ -1,4 +1,5 @@
 #include <array>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -135,6 +136,31 @@ TEST_F(PathBuilderTest, TheBoxIsAroundAllPoints) {
 
 TEST_F(PathBuilderTest, GoesOnFromWhereItWasClosed) {
   EXPECT_EQ(Build("5 5 m 9 9 l h 1 1 2 2 v").segments()[3].points[0], (Point{5, 5}));
+}
+
+TEST_F(PathBuilderTest, EveryOperatorHasItsSegments) {
+  // As text: a letter, then the points that count, each of them doubled by the matrix.
+  const auto text_of = [&](const std::string& content) {
+    path_.Clear();
+    std::string text;
+    for (const PathSegment& segment : Build(content, {2, 0, 0, 2, 0, 0}).segments()) {
+      const bool is_curve = segment.kind == PathSegment::Kind::kCurve;
+      text += "mlch"[static_cast<int>(segment.kind)];
+      for (std::size_t i = is_curve ? 0 : 2; i < 3; ++i) {
+        if (segment.kind != PathSegment::Kind::kClose) {
+          text += std::to_string(std::lround(segment.points[i].x)) + "," +
+                  std::to_string(std::lround(segment.points[i].y)) + " ";
+        }
+      }
+    }
+    return text;
+  };
+  EXPECT_EQ(text_of("1 2 m 3 4 l h"), "m2,4 l6,8 h");
+  EXPECT_EQ(text_of("1 2 m 3 4 5 6 7 8 c"), "m2,4 c6,8 10,12 14,16 ");
+  EXPECT_EQ(text_of("1 2 m 3 4 5 6 v"), "m2,4 c2,4 6,8 10,12 ");
+  EXPECT_EQ(text_of("1 2 m 3 4 5 6 y"), "m2,4 c6,8 10,12 10,12 ");
+  EXPECT_EQ(text_of("1 2 3 4 re"), "m2,4 l8,4 l8,12 l2,12 h");
+  EXPECT_EQ(text_of("1 m 3 l 1 2 3 4 5 c 1 2 3 v 1 2 3 re"), "");
 }
 
 TEST_F(PathBuilderTest, SegmentsAreBounded) {

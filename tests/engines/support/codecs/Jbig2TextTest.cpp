@@ -183,6 +183,27 @@ TEST(Jbig2Text, MayHaveMoreOrLessBetweenSymbols) {
   }
 }
 
+// The header of a segment in its long form: more than four segments that it refers to, numbers of two
+// and four bytes, and pages of four.
+TEST(Jbig2Text, MayReferToManySegments) {
+  const std::string text = Segment(Text{});
+  const std::string data = text.substr(text.find(Big32(kWidth) + Big32(kHeight)));
+  for (const std::uint32_t number : {200U, 256U, 257U, 65536U, 65537U}) {
+    for (const std::uint32_t count : {5U, 7U, 8U, 300U}) {
+      std::string segment = Big32(number) + '\x46' + Big32(7U << 29U | count);
+      segment += std::string(count / 8 + 1, '\0');
+      for (std::uint32_t i = 0; i < count; ++i) {  // the dictionary comes last
+        const std::string referred = Big32(i + 1 == count ? 1 : 99);
+        segment += referred.substr(number <= 256 ? 3 : number <= 65536 ? 2 : 0);
+      }
+      segment += Big32(1) + Big32(static_cast<std::uint32_t>(data.size())) + data;
+      EXPECT_EQ(Decoded(Page(kWidth, kHeight) + Dictionary() + segment, kWidth, kHeight),
+                Expected(Text{}))
+          << number << " " << count;
+    }
+  }
+}
+
 TEST(Jbig2Text, StandsInStripsOfSeveralRows) {
   for (int size = 1; size < 4; ++size) {
     SCOPED_TRACE(size);
