@@ -221,11 +221,14 @@ TEST_F(Pdf2ImgTaskTest, TakesImagesOutAsTheyAreStored) {
 TEST_F(Pdf2ImgTaskTest, RefusesFormatsAndQualitiesThatAreNone) {
   Pdf2ImgTask task;
   for (const int quality : {0, 101, -1}) {
-    EXPECT_EQ(FailureOf([&] { task.SetQuality(quality); }).code,
-              PdfExceptionCode::InvalidParameter);
+    EXPECT_EQ(
+        FailureOf([&] { task.SetQuality(quality); }),
+        Failure(PdfExceptionCode::InvalidParameter,
+                "Invalid img quality [" + std::to_string(quality) + "] (expected [1-100] value)"));
   }
-  EXPECT_EQ(FailureOf([&] { task.SetImgFormat(static_cast<Pdf2ImgFormat>(2)); }).code,
-            PdfExceptionCode::InvalidParameter);
+  EXPECT_EQ(
+      FailureOf([&] { task.SetImgFormat(static_cast<Pdf2ImgFormat>(2)); }),
+      Failure(PdfExceptionCode::InvalidParameter, "Invalid img format [2] (expected [0] or [1])"));
   EXPECT_EQ(task.GetQuality(), 100);
   EXPECT_EQ(task.GetImgFormat(), Pdf2ImgJpeg);
 }

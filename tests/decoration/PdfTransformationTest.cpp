@@ -203,14 +203,18 @@ TEST(PdfTransformation, ChecksTheWidthOfImages) {
   EXPECT_EQ(settings.GetImageWidth(), 0);
   EXPECT_FALSE(settings.GetApplyOpacity());
   settings.SetImageWidth(30, PdfTransformWidthUnit::PercentOfPage);
-  for (const double width : {-1.0, std::numeric_limits<double>::infinity(), std::nan("")}) {
-    EXPECT_EQ(FailureOf([&] { settings.SetImageWidth(width); }).code,
-              PdfExceptionCode::InvalidParameter);
+  for (const auto& [width, text] : {std::pair<double, const char*>{-1.5, "-1.5"},
+                                    {std::numeric_limits<double>::infinity(), "inf"},
+                                    {std::nan(""), "nan"}}) {
+    EXPECT_EQ(FailureOf([&] { settings.SetImageWidth(width); }),
+              Failure(PdfExceptionCode::InvalidParameter,
+                      "Invalid image width [" + std::string(text) + "]"));
   }
   EXPECT_EQ(settings.GetImageWidth(), 30);
   EXPECT_EQ(settings.GetImageWidthUnit(), PdfTransformWidthUnit::PercentOfPage);
   settings.SetDefaults();
   EXPECT_EQ(settings.GetImageWidth(), 0);
+  EXPECT_EQ(settings.GetImageWidthUnit(), PdfTransformWidthUnit::Points);
 }
 
 TEST(PdfTransformation, StoresWhatItIsGiven) {

@@ -209,7 +209,10 @@ TEST_F(PdfDocAssemblyTest, AppendChecksThePasswordOfTheDocumentItself) {
 TEST_F(PdfDocAssemblyTest, AppendToItselfIsRefused) {
   PdfDoc out(Path("out.pdf"), "", false);
   out.Create(false);
-  EXPECT_EQ(FailureOf([&] { out.Append(out); }).code, PdfExceptionCode::InvalidParameter);
+  EXPECT_EQ(FailureOf([&] { out.Append(out); }),
+            Failure(PdfExceptionCode::InvalidParameter, "Unable to append PDF doc [" +
+                                                            testing::Backslashes(Path("out.pdf")) +
+                                                            "] to itself"));
   EXPECT_THAT(directory_.Names(), IsEmpty());
 }
 

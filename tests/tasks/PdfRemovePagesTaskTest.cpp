@@ -201,9 +201,11 @@ TEST_F(PdfRemovePagesTaskTest, ReadsThePatternBeforeTheDocument) {
 TEST_F(PdfRemovePagesTaskTest, NeedsADocument) {
   task_.AddRemovedPage(1);
   task_.ClearPdfDocs();
-  EXPECT_EQ(FailureOf([&] { task_.AddRemovedPage(1); }).code, PdfExceptionCode::InvalidParameter);
-  EXPECT_EQ(FailureOfPattern("1").code, PdfExceptionCode::InvalidParameter);
-  EXPECT_EQ(FailureOf([&] { task_.Execute(); }).code, PdfExceptionCode::InvalidParameter);
+  const Failure none{PdfExceptionCode::InvalidParameter,
+                     "None PDF doc defined to remove pages from"};
+  EXPECT_EQ(FailureOf([&] { task_.AddRemovedPage(1); }), none);
+  EXPECT_EQ(FailureOfPattern("1"), none);
+  EXPECT_EQ(FailureOf([&] { task_.Execute(); }), none);
 }
 
 TEST_F(PdfRemovePagesTaskTest, LeavesPasswordsToTheDocument) {

@@ -5,6 +5,8 @@
 
 #include "engines/img2pdf/ErrorCodes.h"
 #include "engines/img2pdf/Img2Pdf.h"
+#include "pdf/tree/PageTree.h"
+#include "pdf/write/RewriteFixture.h"
 #include "support/Readers.h"
 #include "support/TempDir.h"
 #include "support/TestImages.h"
@@ -69,6 +71,25 @@ TEST_F(Img2PdfTest, MakesADocument) {
   EXPECT_EQ(Img2PdfGetErrorCode(object_), 0);
   EXPECT_EQ(QpdfComplaints(directory_.Path("out.pdf")), "");
   EXPECT_THAT(directory_.Names(), ElementsAre("a.jpg", "b.jpg", "out.pdf"));
+}
+
+TEST_F(Img2PdfTest, WritesPagesThatDrawOnePictureEach) {
+  ASSERT_EQ(Create("out.pdf"), 1);
+  Img2PdfSetAdjustPage(object_, 1);
+  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", TestJpeg(3))), 1);
+  EXPECT_EQ(Img2PdfClose(object_), 1);
+  const std::string bytes = testing::ReadBytes(directory_.Path("out.pdf"));
+  const auto document = testing::OpenBytes(bytes);
+  pdf::Arena arena;
+  EXPECT_TRUE(document->Catalog(arena).Get("Type").IsName("Catalog"));
+  const pdf::PageTree pages(*document);
+  const pdf::Object page = pages.Load(pages.pages().at(0), arena);
+  EXPECT_TRUE(page.Get("Type").IsName("Page"));
+  EXPECT_FALSE(page.Has("UserUnit"));
+  EXPECT_EQ(testing::Expanded(*document, page.Get("MediaBox")), "[0 0 12 6]");
+  EXPECT_EQ(document->TryDecodeStream(page.Get("Contents").AsReference().number)->data,
+            "q 12 0 0 6 0 0 cm/Im0 Do Q");
+  EXPECT_TRUE(page.Get("Resources").Get("XObject").Has("Im0"));
 }
 
 TEST_F(Img2PdfTest, WritesTheSameBytesAgain) {

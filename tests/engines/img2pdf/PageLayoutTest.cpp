@@ -43,6 +43,23 @@ TEST(PageLayout, PageTakesTheSizeOfThePicture) {
   ExpectBox(*layout, {0, 0, 300, 150});
 }
 
+TEST(PageLayout, MayBeSmallerThanAPointButNotWithoutSpace) {
+  const ImageFrame dot = {.width = 1, .height = 1, .dpi_x = 288, .dpi_y = 144};
+  const auto layout = LayOut(dot, kAdjusted);
+  ASSERT_TRUE(layout);
+  EXPECT_EQ(layout->width, 0.25);
+  EXPECT_EQ(layout->height, 0.5);
+  ExpectBox(*layout, {0, 0, 0.25, 0.5});
+  const auto with_border = [&](double border, double width, double height) {
+    return LayOut(kFrame, {.width = width, .height = height, .border = border}).has_value();
+  };
+  EXPECT_TRUE(with_border(10, 20.5, 20.5));
+  EXPECT_FALSE(with_border(10, 20, 30));
+  EXPECT_FALSE(with_border(10, 30, 20));
+  EXPECT_FALSE(with_border(-10, 0, 30));
+  EXPECT_FALSE(with_border(-10, 30, 0));
+}
+
 TEST(PageLayout, ResolutionsCountAndAreKeptApart) {
   ImageFrame frame = kFrame;
   frame.dpi_x = 144;

@@ -6,6 +6,7 @@
 #define TARNIX_TESTS_ENGINES_TOOLBOX_COPY_COPIEDDOCUMENT_H_
 
 #include <cstdint>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -93,6 +94,17 @@ class CopiedDocument : private CopyReportEntries, public WrittenDocument {
       count += entry.kind == kind && entry.outcome == outcome ? entry.count : 0;
     }
     return count;
+  }
+
+  // Why things of this kind had this outcome.
+  std::set<std::string> Reasons(TPdfCopiedKind kind, TPdfCopyOutcome outcome) const {
+    std::set<std::string> reasons;
+    for (const ReportedEntry& entry : entries) {
+      if (entry.kind == kind && entry.outcome == outcome) {
+        reasons.insert(entry.reason);
+      }
+    }
+    return reasons;
   }
 
   std::vector<pdf::Object> Annotations(std::size_t page) {

@@ -290,6 +290,29 @@ TEST(FormFields, RenameResourcesThatClash) {
   EXPECT_EQ(copy.Field("b_2").Get("Q").IntegerOr(0), 1);
 }
 
+TEST(FormFields, RenameResourcesOfEverySort) {
+  const auto with_resources = [](const std::string& width) {
+    return FormPdf("/Fields[10 0 R]/Q 2/DR<</ExtGState<</G<</LW " + width +
+                       ">>>>/ColorSpace<</C[/CalGray<</Gamma " + width +
+                       ">>]>>/Pattern<</P 12 0 R>>/Font<</F 13 0 R>>>>",
+                   {"10 0 R"})
+        .Widget(10,
+                "/FT/Tx/T(a)/DA(/G gs /C cs /C CS /P scn /P SCN /F 9 Tf /G Tf 0 g /C gs /G 1 w)")
+        .Object(12, "/Type/Pattern/PatternType 2/Shading<</ShadingType 2/Own " + width + ">>")
+        .Object(13, "/Type/Font/Subtype/Type1/BaseFont/F" + width)
+        .Bytes();
+  };
+  CopiedForm copy({{with_resources("1"), {0}}, {with_resources("2"), {0}}});
+  EXPECT_EQ(copy.form().Get("Q").IntegerOr(0), 2);
+  EXPECT_EQ(copy.Field("a").Get("DA").Text(),
+            "/G gs /C cs /C CS /P scn /P SCN /F 9 Tf /G Tf 0 g /C gs /G 1 w");
+  EXPECT_EQ(copy.Field("a_2").Get("DA").Text(),
+            "/G_2 gs /C_2 cs /C_2 CS /P_2 scn /P_2 SCN /F_2 9 Tf /G Tf 0 g /C gs /G 1 w");
+  for (const char* category : {"ExtGState", "ColorSpace", "Pattern", "Font"}) {
+    EXPECT_EQ(copy.Follow(copy.form().Get("DR").Get(category)).Entries().size(), 2U) << category;
+  }
+}
+
 TEST(FormFields, ShareResourcesThatAreTheSame) {
   CopiedForm copy({{WithFont("Helvetica"), {0}},
                    {WithFont("Courier"), {0}},

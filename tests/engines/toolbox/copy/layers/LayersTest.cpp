@@ -165,6 +165,18 @@ TEST(Layers, KeepLinksLocksAndAutomaticStates) {
   EXPECT_EQ(copy.InDefault("AS"), "[<</Event/Print/Category[/Print/Zoom]/OCGs[ b]>>]");
 }
 
+TEST(Layers, KeepWhatAlternateConfigurationsList) {
+  const std::string bytes =
+      FileWith({{"a", "b"}, {}},
+               kAll + "/D<<>>/Configs[<</Name(one)/ListMode/VisiblePages>><</Name(two)>>]")
+          .Bytes();
+  Layers copy({{bytes, {0}}});
+  const auto configurations = copy.Properties().Get("Configs").Items();
+  ASSERT_EQ(configurations.size(), 2U);
+  EXPECT_TRUE(copy.Follow(configurations[0]).Get("ListMode").IsName("VisiblePages"));
+  EXPECT_FALSE(copy.Follow(configurations[1]).Has("ListMode"));
+}
+
 TEST(Layers, KeepAlternateConfigurations) {
   const std::string bytes =
       FileWith({{"a", "b"}, {}},

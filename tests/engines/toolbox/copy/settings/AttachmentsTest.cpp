@@ -82,6 +82,17 @@ TEST(Attachments, ComeWithAWholeDocument) {
   EXPECT_EQ(copy.Reported(TPdfCopiedKind::kAttachment, TPdfCopyOutcome::kRenamed), 0U);
 }
 
+TEST(Attachments, MayStandInTheirTree) {
+  TestPdf file;
+  file.Pages(1);
+  AddFile(file, "a", "a.txt", "A");
+  file.CatalogEntry(
+      "/Names<</EmbeddedFiles<</Names[(a)<</Type/Filespec/F(a.txt)/UF(a.txt)"
+      "/EF<</F {{a.data}}>>>>]>>>>");
+  Attached copy({{file.Bytes()}});
+  EXPECT_EQ(copy.Files(), (Files{{"a", "a.txt", "A"}}));
+}
+
 TEST(Attachments, StayBehindWhenAPageDoes) {
   Attached copy({{FileWith({{"a.txt", "secret"}}).Bytes(), {1}}});
   EXPECT_EQ(copy.Files(), Files{});

@@ -115,6 +115,41 @@ TEST(Structure, SaysOfAWholeDocumentWhatItSaidOfItself) {
   EXPECT_FALSE(CopiedDocument({{bytes, {0, 1}}, {bytes, {0, 1}}}).Catalog().Has("MarkInfo"));
 }
 
+TEST(Structure, SaysOfSeveralDocumentsWhatHoldsOfOneOfThem) {
+  const auto marked = [](const std::string& marks) {
+    RawPdf pdf;
+    pdf.Pages(1).Object(1, "<</Type/Catalog/Pages 2 0 R/MarkInfo<<" + marks + ">>>>");
+    return pdf.Table();
+  };
+  const auto joined = [&](const std::string& first, const std::string& second) {
+    return CopiedDocument::Text(
+        CopiedDocument({{marked(first), {0}}, {marked(second), {0}}}).Catalog().Get("MarkInfo"));
+  };
+  EXPECT_EQ(joined("/UserProperties true", "/Marked false"), "<</UserProperties true>>");
+  EXPECT_EQ(joined("/Marked false", "/Suspects true"), "<</Suspects true>>");
+  EXPECT_EQ(joined("/Suspects true", "/UserProperties true"),
+            "<</UserProperties true/Suspects true>>");
+  EXPECT_EQ(joined("/Suspects false", "/UserProperties false"), "null");
+}
+
+TEST(Structure, RenamesIdsInASingleDictionaryOfAttributes) {
+  const std::string bytes =
+      TaggedPdf(1, "/K 21 0 R/ParentTree<</Nums[0[22 0 R 23 0 R]]>>")
+          .Element(21, 20, "TR", "/K[22 0 R 23 0 R]")
+          .Element(22, 21, "TH", "/Pg 3 0 R/K 0/ID(head)")
+          .Element(23, 21, "TD", "/Pg 3 0 R/K 1/A<</O/Table/Headers[(head)]/ColSpan 2>>")
+          .Bytes();
+  CopiedDocument copy({{bytes, {0}}, {bytes, {0}}});
+  Tags tags(copy);
+  const Object rows = copy.Follow(tags.root().Get("K")).Get("K");
+  const auto cell_of = [&](std::size_t row) {
+    const Object cell = copy.Follow(copy.Follow(rows.Items()[row]).Get("K").Items()[1]);
+    return CopiedDocument::Text(copy.Follow(cell.Get("A")));
+  };
+  EXPECT_EQ(cell_of(0), "<</O/Table/Headers[(head)]/ColSpan 2>>");
+  EXPECT_EQ(cell_of(1), "<</O/Table/Headers[(head-2)]/ColSpan 2>>");
+}
+
 TEST(Structure, LeadsAnnotationsToTheirElements) {
   const std::string bytes =
       TaggedPdf(2, "/K 21 0 R/ParentTree<</Nums[0[22 0 R]1[23 0 R]2 22 0 R 3 23 0 R]>>")
