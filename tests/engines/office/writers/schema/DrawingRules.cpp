@@ -46,7 +46,7 @@ constexpr ElementRule kDrawings[] = {
     {"wps:spPr", "a:xfrm a:prstGeom (a:noFill|a:solidFill) a:ln?", ""},
     {"wps:txbx", "w:txbxContent", ""},
     {"wps:bodyPr", "",
-     "vert?=horz|vert|vert270 wrap?=square lIns?=0 tIns?=0 rIns?=0 bIns?=0 anchor?=t"},
+     "vert?=horz|vert|vert270|eaVert wrap?=square lIns?=0 tIns?=0 rIns?=0 bIns?=0 anchor?=t"},
 
     {"a:xfrm", "a:off a:ext", "rot?=-21600000..21600000 flipV?=1"},
     {"a:off", "", "x=-27273042329600..27273042316900 y=-27273042329600..27273042316900"},

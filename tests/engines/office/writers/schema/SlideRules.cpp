@@ -48,7 +48,8 @@ constexpr ElementRule kSlides[] = {
 
     {"p:txBody", "a:bodyPr a:lstStyle a:p+", ""},
     {"a:txBody", "a:bodyPr a:lstStyle a:p+", ""},
-    {"a:bodyPr", "a:noAutofit?", "wrap?=square lIns?=0 tIns?=0 rIns?=0 bIns?=0 anchor?=t"},
+    {"a:bodyPr", "a:noAutofit?",
+     "vert?=eaVert wrap?=square lIns?=0 tIns?=0 rIns?=0 bIns?=0 anchor?=t"},
     {"a:noAutofit", "", ""},
     {"a:lstStyle", "", ""},
     {"a:p", "a:pPr? (a:r|a:br)* a:endParaRPr?", ""},

@@ -43,6 +43,8 @@ constexpr ElementRule kRules[] = {
      ""},
     {"w:pStyle", "", "w:val=text"},
     {"w:pageBreakBefore", "", ""},
+    {"w:framePr", "",
+     "w:dropCap=drop w:lines=1..10 w:hSpace=0..31680 w:wrap=around w:vAnchor=text w:hAnchor=text"},
     {"w:widowControl", "", "w:val?=0"},
     {"w:overflowPunct", "", "w:val?=0"},
     {"w:bidi", "", ""},
@@ -87,7 +89,7 @@ constexpr ElementRule kRules[] = {
 
     {"w:sectPr",
      "(w:headerReference|w:footerReference)* w:type w:pgSz w:pgMar w:pgNumType? w:cols w:titlePg? "
-     "w:bidi?",
+     "w:textDirection? w:bidi?",
      ""},
     {"w:headerReference", "", "w:type=default|even|first r:id=id"},
     {"w:footerReference", "", "w:type=default|even|first r:id=id"},
