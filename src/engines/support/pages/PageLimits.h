@@ -17,6 +17,8 @@ inline constexpr std::size_t kMaxFontProgramBytes = std::size_t{64} << 20;
 inline constexpr std::size_t kMaxGlyphsOfPage = 500'000;
 inline constexpr std::size_t kMaxPathsOfPage = 200'000;
 inline constexpr std::size_t kMaxPlacedImages = 20'000;
+// Glyphs of one page, each as often as something is painted that may lie over it.
+inline constexpr std::size_t kMaxCoverChecks = 50'000'000;
 // Bytes of the samples and programs that tell how tints of an ink look.
 inline constexpr std::size_t kMaxTintBytes = std::size_t{1} << 20;
 // Functions that the one that tells so is put together of, and how deep they are within each other.

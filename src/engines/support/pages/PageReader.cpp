@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "engines/support/pages/CancelledWalk.h"
+#include "engines/support/pages/CoveredText.h"
 #include "engines/support/pages/PageLimits.h"
 #include "engines/support/pages/PathShapes.h"
 #include "foundation/Utf8.h"
@@ -29,7 +30,7 @@ constexpr std::size_t kMaxReplacedGlyphs = 200;  // that one /ActualText stands 
 class PageCollector : public pdf::ContentVisitor {
  public:
   PageCollector(pdf::Document& document, PageFonts& fonts, PaintedColors& colors, PageModel& page)
-      : fonts_(&fonts), colors_(&colors), page_(&page), document_(&document) {}
+      : fonts_(&fonts), colors_(&colors), page_(&page), covered_(page), document_(&document) {}
 
   bool EnterContent(const pdf::ContentEntry& entry) override;
   void LeaveContent(const pdf::ContentEntry& entry) override;
@@ -62,6 +63,7 @@ class PageCollector : public pdf::ContentVisitor {
 
   std::int32_t CurrentMark() const { return marks_.empty() ? -1 : marks_.back().id; }
 
+  bool IsOpaque(std::uint32_t image);
   void ForgetInPlace();
   bool HasRoomFor(const std::u32string& text);
   void ReplaceText(const Mark& mark);
@@ -75,6 +77,7 @@ class PageCollector : public pdf::ContentVisitor {
   PageFonts* fonts_;
   PaintedColors* colors_;
   PageModel* page_;
+  CoveredText covered_;
   pdf::Document* document_;
   std::vector<Mark> marks_;
   std::size_t depth_ = 0;  // of forms
@@ -309,7 +312,11 @@ void PageCollector::PaintPath(const pdf::PathUse& path) {
   page_->has_shadings = page_->has_shadings || fills_pattern;
   const auto fill = path.fills ? colors_->Of(path.state.fill) : std::nullopt;
   const auto stroke = path.strokes ? colors_->Of(path.state.stroke) : std::nullopt;
-  for (PathShape& shape : ShapesOf(path)) {
+  std::vector<PathShape> shapes = ShapesOf(path);
+  if (shapes.size() == 1 && shapes[0].kind == PathShape::Kind::kRectangle && fill && depth_ == 0) {
+    covered_.Cover(shapes[0].box, path.state);
+  }
+  for (PathShape& shape : shapes) {
     if (page_->paths.size() >= limits::kMaxPathsOfPage) {
       page_->is_partial = true;
       return;
@@ -323,12 +330,34 @@ void PageCollector::PaintPath(const pdf::PathUse& path) {
   }
 }
 
+// Whether the unit square becomes a rectangle along the sides of the page.
+bool FillsBox(const Matrix& matrix) {
+  constexpr double kSlant = 0.001;
+  const double along = std::abs(matrix.a) + std::abs(matrix.d);
+  const double across = std::abs(matrix.b) + std::abs(matrix.c);
+  return std::min(along, across) < kSlant * std::max(along, across);
+}
+
+// Of an image with an object of its own.
+bool PageCollector::IsOpaque(std::uint32_t image) {
+  if (image == 0 || page_->glyphs.empty()) {
+    return false;
+  }
+  pdf::Arena arena;
+  const Object dictionary = document_->Load({.number = image, .generation = 0}, arena);
+  return !dictionary.Has("SMask") && !dictionary.Has("Mask") && !dictionary.Has("SMaskInData") &&
+         !document_->Resolve(dictionary.Get("ImageMask"), arena).BooleanOr(false);
+}
+
 void PageCollector::DrawImage(const pdf::ImageUse& image) {
   if (page_->images.size() >= limits::kMaxPlacedImages) {
     page_->is_partial = true;
     return;
   }
   const pdf::Box box = pdf::Box{0, 0, 1, 1}.Through(image.state.matrix);
+  if (depth_ == 0 && FillsBox(image.state.matrix) && IsOpaque(image.number)) {
+    covered_.Cover(box, image.state);
+  }
   page_->images.push_back({.number = image.number,
                            .matrix = image.state.matrix,
                            .box = box.Within(image.state.clip.box),

@@ -91,6 +91,61 @@ TEST_F(PageReaderTest, ShowsSpotColorsAsTheDocumentSays) {
   EXPECT_EQ(page.styles[1].color, (Rgb{128, 153, 179}));
 }
 
+// A sign for each glyph: minus for what is hidden.
+std::string HiddenSigns(const PageModel& page) {
+  std::string hidden;
+  for (const Glyph& glyph : page.glyphs) {
+    hidden += page.styles[glyph.style].is_hidden ? '-' : '+';
+  }
+  return hidden;
+}
+
+TEST_F(PageReaderTest, HidesTextThatIsPaintedOver) {
+  const auto with = [this](const std::string& painted) {
+    return HiddenSigns(Page("BT /F 10 Tf 100 700 Td (AB) Tj ET q " + painted +
+                            " Q BT /F 10 Tf 100 700 Td (C) Tj ET"));
+  };
+  EXPECT_EQ(with("1 g 90 690 100 30 re f"), "--+");
+  EXPECT_EQ(with("1 g 90 690 17 30 re f"), "-++");                    // the first letter alone
+  EXPECT_EQ(with("1 g 90 690 100 12 re f"), "+++");                   // their feet alone
+  EXPECT_EQ(with("1 g 90 690 100 30 re S"), "+++");                   // a frame
+  EXPECT_EQ(with("1 g 90 690 100 30 re 95 695 80 20 re f*"), "+++");  // another one
+  EXPECT_EQ(with("300 300 9 9 re W n 1 g 90 690 100 30 re f"), "+++");
+}
+
+TEST_F(PageReaderTest, SeesTextThroughWhatIsTransparent) {
+  const auto with = [this](const std::string& state) {
+    return HiddenSigns(
+        Page(TestPdf()
+                 .Page()
+                 .PageEntry("/Resources<</Font<</F<</Type/Font/Subtype/Type1"
+                            "/BaseFont/Helvetica>>>>/ExtGState<</G<<" +
+                            state + ">>>>>>")
+                 .Content("BT /F 10 Tf 100 700 Td (A) Tj ET /G gs 90 690 100 30 re f")));
+  };
+  EXPECT_EQ(with("/BM/Normal/ca 1/SMask/None"), "-");
+  EXPECT_EQ(with("/BM/Multiply"), "+");
+  EXPECT_EQ(with("/ca 0.5"), "+");
+}
+
+TEST_F(PageReaderTest, HidesTextUnderImages) {
+  const auto with = [this](const std::string& entries) {
+    return HiddenSigns(Page(
+        TestPdf()
+            .Object("image",
+                    "<</Subtype/Image/Width 1/Height 1/BitsPerComponent 8/ColorSpace/DeviceGray"
+                    "/Length 1" +
+                        entries + ">>stream\nx\nendstream")
+            .Page()
+            .PageEntry("/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>>>"
+                       "/XObject<</I {{image}}>>>>")
+            .Content("BT /F 10 Tf 100 700 Td (A) Tj ET 600 0 0 800 0 0 cm /I Do")));
+  };
+  EXPECT_EQ(with(""), "-");
+  EXPECT_EQ(with("/Mask[0 1]"), "+");
+  EXPECT_EQ(with("/ImageMask true"), "+");
+}
+
 // A page with letters in these tints of an ink, each after the other; its function is {{tint}}.
 TestPdf PageInInk(const std::string& function, std::initializer_list<double> tints) {
   std::string content = "/S cs BT /F 10 Tf 100 700 Td ";
