@@ -75,7 +75,7 @@ TEST(SlideWriter, WritesVerticalWritingInShapesThatAreNotTurned) {
   const std::string& slide = parts.at("ppt/slides/slide1.xml");
   EXPECT_THAT(slide, HasSubstr("vert=\"eaVert\""));
   EXPECT_THAT(slide, Not(HasSubstr("rot=")));
-  EXPECT_EQ(OrderComplaints(slide), "");
+  EXPECT_EQ(SchemaComplaints(slide), "");
 }
 
 TEST(SlideWriter, LinksToSlides) {

@@ -154,7 +154,7 @@ TEST(WordWriter, WritesLargeInitialsAsDropCaps) {
   EXPECT_LT(body.find(">T<"), body.find("he lines"));
   EXPECT_THAT(body, HasSubstr("that it begins"));
   EXPECT_THAT(body, Not(HasSubstr("<w:br/>")));
-  EXPECT_EQ(OrderComplaints(body), "");
+  EXPECT_EQ(SchemaComplaints(body), "");
 }
 
 TEST(WordWriter, BeginsColumnsBeforeTheFrameOfAnInitial) {
@@ -201,7 +201,7 @@ TEST(WordWriter, WritesPagesOfVerticalWritingAsSections) {
   EXPECT_EQ(Count(body, "<w:sectPr>"), 2u);
   EXPECT_THAT(body, Not(HasSubstr("<wps:txbx>")));
   EXPECT_THAT(body, HasSubstr("<w:pgMar w:top=\"1800\" w:right=\"1428\""));
-  EXPECT_EQ(OrderComplaints(body), "");
+  EXPECT_EQ(SchemaComplaints(body), "");
 }
 
 TEST(WordWriter, WritesVerticalWritingBesideOtherTextInBoxes) {

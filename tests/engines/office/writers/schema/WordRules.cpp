@@ -38,11 +38,15 @@ constexpr ElementRule kRules[] = {
     {"w:style/w:pPr", "w:outlineLvl?", ""},
     {"w:pPr",
      "w:pStyle? w:keepNext? w:keepLines? w:pageBreakBefore? w:framePr? w:widowControl? w:numPr? "
-     "w:pBdr? w:shd? w:tabs? w:overflowPunct? w:bidi? w:spacing? w:ind? w:jc? w:outlineLvl? w:rPr? "
+     "w:pBdr? w:shd? w:tabs? w:overflowPunct? w:bidi? w:spacing? w:ind? w:jc? w:textAlignment? "
+     "w:outlineLvl? w:rPr? "
      "w:sectPr?",
      ""},
     {"w:pStyle", "", "w:val=text"},
+    {"w:keepNext", "", ""},
     {"w:pageBreakBefore", "", ""},
+    {"w:textAlignment", "", "w:val=baseline"},
+    {"w:position", "", "w:val=-3168..3168"},
     {"w:framePr", "",
      "w:dropCap=drop w:lines=1..10 w:hSpace=0..31680 w:wrap=around w:vAnchor=text w:hAnchor=text"},
     {"w:widowControl", "", "w:val?=0"},

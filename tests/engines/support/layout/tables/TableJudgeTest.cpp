@@ -148,13 +148,15 @@ TEST(TableJudge, TellsFieldsBehindWordsFromCells) {
   };
   TableArea area;
   area.vertical = {{51, 90, 110, 0, Rgb{}, true}};
-  EXPECT_TRUE(CutsText(area, std::vector<Ink>{ink(0, 50), ink(53, 90)}));
-  EXPECT_FALSE(CutsText(area, std::vector<Ink>{ink(0, 50), ink(54.6, 90)}));  // 0.45 ems apart
-  EXPECT_FALSE(CutsText(area, std::vector<Ink>{ink(0, 53), ink(55, 90)}));    // beside the edge
+  EXPECT_TRUE(CutsText(area.vertical, std::vector<Ink>{ink(0, 50), ink(53, 90)}));
+  EXPECT_FALSE(
+      CutsText(area.vertical, std::vector<Ink>{ink(0, 50), ink(54.6, 90)}));  // 0.45 ems apart
+  EXPECT_FALSE(
+      CutsText(area.vertical, std::vector<Ink>{ink(0, 53), ink(55, 90)}));  // beside the edge
   area.vertical[0].is_edge = false;
-  EXPECT_FALSE(CutsText(area, std::vector<Ink>{ink(0, 50), ink(53, 90)}));
+  EXPECT_FALSE(CutsText(area.vertical, std::vector<Ink>{ink(0, 50), ink(53, 90)}));
   area.vertical = {{51, 98, 110, 0, Rgb{}, true}};  // below the middle of the words
-  EXPECT_FALSE(CutsText(area, std::vector<Ink>{ink(0, 50), ink(53, 90)}));
+  EXPECT_FALSE(CutsText(area.vertical, std::vector<Ink>{ink(0, 50), ink(53, 90)}));
 }
 
 }  // namespace
