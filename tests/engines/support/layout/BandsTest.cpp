@@ -30,6 +30,23 @@ TEST(Bands, ReadsColumnsBelowATitleOneAfterTheOther) {
   EXPECT_THAT(bands[1].columns[1].items, ElementsAre(5, 6, 7, 8));
 }
 
+// The left column begins with labels and what is beside them: the gap between these is no gutter.
+TEST(Bands, KeepsLongColumnsWhereOneOfThemHasLabels) {
+  std::vector<RegionItem> items;
+  AddLines(items, 72, 120, 100, 10);
+  for (RegionItem& item : items) {
+    item.letters = 8;
+  }
+  AddLines(items, 200, 270, 100, 10);
+  AddLines(items, 72, 270, 220, 10);
+  AddLines(items, 300, 500, 100, 20);
+  const std::vector<RegionBand> bands = CutIntoBands(items, false);
+  ASSERT_THAT(bands, SizeIs(1));
+  ASSERT_THAT(bands[0].columns, SizeIs(2));
+  EXPECT_THAT(bands[0].columns[0].items, SizeIs(30));
+  EXPECT_THAT(bands[0].columns[1].items, SizeIs(20));
+}
+
 TEST(Bands, LetsAColumnBeginAboveTheOther) {
   std::vector<RegionItem> items;
   AddLines(items, 72, 270, 124, 4);

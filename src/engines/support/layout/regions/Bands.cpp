@@ -16,6 +16,7 @@ constexpr double kLeastGutter = 5;         // points
 constexpr double kStripOverlap = 0.5;      // points that strips may share
 constexpr std::size_t kLeastLines = 3;     // of a column
 constexpr double kLeastLetters = 11;       // of its lines, in the middle
+constexpr std::size_t kLongColumn = 8;     // lines
 constexpr double kLeastThing = 30;         // points: height of a picture that is a column
 constexpr std::size_t kLinesAhead = 4;     // by which a column may begin above those beside it
 constexpr double kGapOfLines = 1.3;        // ems between lines of one column, at most
@@ -91,6 +92,7 @@ class BandCutter {
   std::vector<Strip> StripsOf(Items items) const;
   std::vector<Band> JoinStrips(std::vector<Strip> strips) const;
   bool GoesOn(const Band& band, const Strip& strip, const Coverage& both) const;
+  bool KeepsColumns(const Band& band, const Strip& strip) const;
   bool BeginsColumns(const Band& band, const Strip& strip, const Coverage& both) const;
   void CutTail(Band& band, std::vector<Strip>& tail) const;
   std::vector<Items> ColumnsOf(const Band& band) const;
@@ -151,9 +153,30 @@ std::vector<Strip> BandCutter::StripsOf(Items items) const {
 // A strip goes on with the columns of a band when it leaves their gutters free.
 bool BandCutter::GoesOn(const Band& band, const Strip& strip, const Coverage& both) const {
   if (band.coverage.gutters() > 0) {
-    return both.gutters() >= band.coverage.gutters();
+    return both.gutters() >= band.coverage.gutters() || KeepsColumns(band, strip);
   }
   return strip.coverage.gutters() == 0 || BeginsColumns(band, strip, both);
+}
+
+// Whether the gutters that the strip closes are but those between labels and what is beside them
+// within one of long columns.
+bool BandCutter::KeepsColumns(const Band& band, const Strip& strip) const {
+  std::vector<Items> columns = ColumnsOf(band);
+  JoinWeakColumns(columns);
+  const bool are_long = std::all_of(columns.begin(), columns.end(), [this](const Items& column) {
+    const auto lines = std::count_if(column.begin(), column.end(), [this](std::uint32_t item) {
+      return (*items_)[item].size > 0;
+    });
+    return static_cast<std::size_t>(lines) >= kLongColumn;
+  });
+  if (columns.size() < 2 || !are_long) {
+    return false;
+  }
+  Band joined = band;
+  joined.strips.push_back(strip);
+  std::vector<Items> others = ColumnsOf(joined);
+  JoinWeakColumns(others);
+  return others.size() == columns.size();
 }
 
 // Where one column begins higher than those beside it, its first lines are close above the others.
