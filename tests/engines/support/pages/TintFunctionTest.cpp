@@ -116,7 +116,7 @@ TEST(TintFunction, IsNoneWhereItCannotBeRead) {
   EXPECT_FALSE(Read("/FunctionType 4", "no program", 1, 1));
   EXPECT_FALSE(Read("/FunctionType 4", std::nullopt, 1, 1));
   const std::string grid = "/FunctionType 0/Range[0 1]/BitsPerSample ";
-  EXPECT_FALSE(Read(grid + "16/Size[2]", "abcd", 1, 1));
+  EXPECT_FALSE(Read(grid + "5/Size[2]", "abcd", 1, 1));
   EXPECT_FALSE(Read(grid + "8/Size[2]", std::nullopt, 1, 1));
   EXPECT_FALSE(Read(grid + "8/Size[1]", "abcd", 1, 1));
   EXPECT_FALSE(Read(grid + "8/Size[2 3]", "abcde", 2, 1));
