@@ -56,8 +56,17 @@ bool IsSame(const std::vector<ColumnPlace>& a, const std::vector<ColumnPlace>& b
          });
 }
 
+bool HasTable(const Column& column) {
+  return std::any_of(column.blocks.begin(), column.blocks.end(), [](const Block& block) {
+    return std::holds_alternative<Table>(block.content);
+  });
+}
+
+// Tables side by side are no columns of text: LibreOffice begins a column, whose first part would
+// be a table, on the next page.
 bool IsOfOneColumn(const Band& band) {
-  return band.columns.size() < 2;
+  return band.columns.size() < 2 ||
+         std::count_if(band.columns.begin(), band.columns.end(), HasTable) > 1;
 }
 
 // Bands of one column that follow each other are one part, all others a part each.
