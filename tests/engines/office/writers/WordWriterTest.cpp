@@ -251,6 +251,16 @@ TEST(WordWriter, WritesColumnsAsASection) {
   EXPECT_THAT(body, HasSubstr("<w:type w:val=\"continuous\"/>"));
 }
 
+TEST(WordWriter, WritesTablesSideBySideInNoColumns) {
+  OfficePage page = PageWith({Block{TextAt(72, 100, {"Over both"})}});
+  const std::vector<std::string> texts = {"a", "b", "c", "d"};
+  AddBand(page, {{Block{TableAt(72, 200, texts)}}, {Block{TableAt(300, 200, texts)}}});
+  const std::string body = BodyOf(DocumentOf({page}));
+  EXPECT_EQ(body.find("<w:cols w:num=\"2\""), std::string::npos);
+  EXPECT_EQ(Count(body, "<wps:txbx>"), 1u);
+  EXPECT_EQ(body.find("w:type=\"column\""), std::string::npos);
+}
+
 TEST(WordWriter, GivesColumnsWithinOthersAWidth) {
   OfficePage page = PageWith({Block{TextAt(72, 100, {"Over both"})}});
   AddBand(page, {{Block{TextAt(72, 200, {"wide"})}}, {Block{TextAt(100, 200, {"within"})}}});
