@@ -4,6 +4,7 @@
 #include "engines/office/writers/WriterDocuments.h"
 #include "engines/office/writers/schema/OfficeSchema.h"
 #include "engines/office/writers/schema/PackageCheck.h"
+#include "engines/office/writers/schema/XmlNode.h"
 #include "engines/office/writers/slides/SlideWriter.h"
 #include "engines/support/pages/Cancellation.h"
 
@@ -264,6 +265,29 @@ TEST(SlideWriter, ShowsImagesOverFilledCells) {
   EXPECT_NE(fill, std::string::npos);
   EXPECT_EQ(fill, slide.rfind("FFF0E0"));
   EXPECT_GT(fill, slide.find("<a:t>d</a:t>"));
+}
+
+TEST(SlideWriter, PutsPicturesOfAllPagesOnTheMaster) {
+  // How many pictures the master and the second of three slides have.
+  const auto pictures = [](std::uint32_t number, double shift) {
+    std::vector<OfficePage> pages;
+    for (int i = 0; i < 3; ++i) {
+      Picture logo;
+      logo.box = {500 + shift * i, 20, 540 + shift * i, 40};
+      logo.images = {0};
+      OfficePage page = PageWith({Block{logo}});
+      page.model.images = {{number, {}, logo.box, 0}};
+      pages.push_back(page);
+    }
+    const Parts parts = PartsOf(SlideBytesOf(DocumentOf(pages)));
+    const auto count = [&parts](const std::string& name) {
+      return Values(ParsedXml(parts.at(name)), "p:pic", "id").size();
+    };
+    return std::pair(count("ppt/slideMasters/slideMaster1.xml"), count("ppt/slides/slide2.xml"));
+  };
+  EXPECT_EQ(pictures(5, 0), std::pair(std::size_t{1}, std::size_t{0}));
+  EXPECT_EQ(pictures(0, 0), std::pair(std::size_t{0}, std::size_t{1}));  // inline: each is its own
+  EXPECT_EQ(pictures(5, 2), std::pair(std::size_t{0}, std::size_t{1}));  // at other places
 }
 
 }  // namespace

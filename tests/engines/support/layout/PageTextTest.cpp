@@ -264,5 +264,22 @@ TEST(PageText, SortsTextsThatAreOverEachOther) {
   EXPECT_EQ(WordsOf(text.upright.lines[1])[0], "red");
 }
 
+TEST(PageText, KeepsTextsBesideEachOtherInALine) {
+  const PageText text =
+      ReadPageText(MadePage().Text(72, 100, U"left").Text(107, 100, U"right").Take());
+  ASSERT_THAT(text.upright.lines, SizeIs(1));  // one and a half ems apart
+  EXPECT_THAT(WordsOf(text.upright.lines[0]), ElementsAre("left", "right"));
+}
+
+TEST(PageText, EndsLinesWhereTheTextIsAboutTwiceAsLarge) {
+  const auto lines = [](double size) {
+    return ReadPageText(
+               MadePage().Text(72, 100, U"small").Text(99, 100, U"large", {.size = size}).Take())
+        .upright.lines.size();
+  };
+  EXPECT_EQ(lines(18), 1U);
+  EXPECT_EQ(lines(20), 2U);
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines
