@@ -56,8 +56,8 @@ TEST(SlideMarkup, PlacesTextInShapes) {
             "<p:sp><p:nvSpPr><p:cNvPr id=\"2\" name=\"Text 2\"/><p:cNvSpPr txBox=\"1\"/><p:nvPr/>"
             "</p:nvSpPr><p:spPr>" +
                 Form("x=\"914400\" y=\"1149350\"", "cx=\"5600700\" cy=\"781050\"") +
-                "<a:noFill/></p:spPr><p:txBody><a:bodyPr wrap=\"square\" lIns=\"0\" tIns=\"0\" "
-                "rIns=\"0\" bIns=\"0\" anchor=\"t\"><a:noAutofit/></a:bodyPr><a:lstStyle/>"
+                "<a:noFill/></p:spPr><p:txBody><a:bodyPr lIns=\"0\" tIns=\"0\" rIns=\"0\" "
+                "bIns=\"0\" wrap=\"square\" anchor=\"t\"><a:noAutofit/></a:bodyPr><a:lstStyle/>"
                 "<a:p><a:pPr marL=\"127000\" marR=\"0\" indent=\"0\" algn=\"l\">" +
                 Spaces("0") + plain + PlainRun("One") +
                 "</a:p><a:p><a:pPr marL=\"0\" marR=\"1435100\" indent=\"0\" algn=\"r\">" +

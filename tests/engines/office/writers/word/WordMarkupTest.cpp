@@ -262,7 +262,7 @@ TEST(WordMarkup, KeepsHowTextLooks) {
               "<w:vertAlign w:val=\"subscript\"/></w:rPr>",
           "<w:rPr>" + plain + black +
               "<w:sz w:val=\"2\"/><w:szCs w:val=\"2\"/><w:u w:val=\"none\"/><w14:textFill>"
-              "<w14:solidFill><w14:srgbClr w14:val=\"000000\"><w14:alpha w14:val=\"100000\"/>"
+              "<w14:solidFill><w14:srgbClr w14:val=\"000000\"><w14:alpha w14:val=\"99000\"/>"
               "</w14:srgbClr></w14:solidFill></w14:textFill></w:rPr>"));
   const XmlNode fonts = PartOf(document, "word/fontTable.xml");
   EXPECT_EQ(ShownAll(fonts, "w:font"),
