@@ -109,6 +109,23 @@ TEST_F(RepairTest, WritesASoundDocumentAnewWhereThatIsWanted) {
   EXPECT_EQ(PageTexts(Path("out.pdf")), PageTexts(Path("in.pdf")));
 }
 
+// What was analyzed last counts.
+TEST_F(RepairTest, RepairsNothingWhenItIsOnlyAnalyzedAgain) {
+  ASSERT_EQ(Open("torn.pdf"), 1);
+  ASSERT_EQ(PdfRepairAnalyzeAndRepair(object_), 1);
+  ASSERT_EQ(PdfRepairAnalyze(object_), 1);
+  EXPECT_EQ(Save("out.pdf"), 1);
+  EXPECT_EQ(ReadBytes(Path("out.pdf")), ReadBytes(Path("torn.pdf")));
+}
+
+TEST_F(RepairTest, HasNoDocumentWhenOneCannotBeOpened) {
+  ASSERT_EQ(Open("in.pdf"), 1);
+  ASSERT_EQ(Open("none.pdf"), 0);
+  EXPECT_EQ(PdfRepairAnalyze(object_), 0);
+  EXPECT_EQ(Code(), kRepairArgumentError);
+  EXPECT_EQ(PdfRepairClose(object_), 0);
+}
+
 TEST_F(RepairTest, TellsWhatCanBePutRight) {
   ASSERT_EQ(Open("torn.pdf"), 1);
   EXPECT_EQ(PdfRepairAnalyze(object_), 1);

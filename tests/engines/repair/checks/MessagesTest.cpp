@@ -277,6 +277,10 @@ TEST_F(MessagesTest, OfStreams) {
        "Object 4: the data of the stream is damaged (1 bytes, of which 1 can be had); lost\n"
        "- Object 4: the data of the stream is coded in an unknown way; worked around\n"},
       {with("/Filter/FlateDecode/F(elsewhere)", "data"), ""},
+      {with("/Filter/FlateDecode/F<</UF(elsewhere)>>", "data"), ""},
+      {with("/Filter[/Crypt/FlateDecode]", Deflated("sound")), ""},
+      {with("/Type/ObjStm/N 1/First 4/Filter/FlateDecode", "data"), ""},
+      {with("/Type/XRef/Filter/FlateDecode", "data"), ""},
   });
 }
 
@@ -327,6 +331,8 @@ TEST_F(MessagesTest, OfFontsAndImages) {
        "Page 1: object 10: the image's data has another size than the image says (16 x 8); "
        "fixed\n"},
       {image(jpeg + "/Width 1/Height 1", "no picture"),
+       "Page 1: object 10: the data of the image is damaged; lost\n"},
+      {image("/Filter/JPXDecode/Width 1/Height 1", "no picture"),
        "Page 1: object 10: the data of the image is damaged; lost\n"},
       {image("/Width 0/Height 2/ColorSpace/DeviceGray", "x"),
        "Page 1: object 10: the image cannot be used (Width, Height); lost\n"},

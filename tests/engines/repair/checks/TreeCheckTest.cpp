@@ -77,8 +77,9 @@ TEST_F(TreeCheckTest, MendsWhatTheCatalogHasInPlace) {
       OnePage("", "/AcroForm<</Fields[10 0 R(none)]>>").Object(10, "<</T(kept)/FT/Tx>>").Table(),
       {Code::kFieldDamaged});
   EXPECT_THAT(Held(), HasSubstr("(kept)"));
-  ExpectMended(OnePage("", "/Outlines<</First 11 0 R/Last 11 0 R/Count 1>>").Table(),
+  ExpectMended(OnePage("", "/Outlines<</First 11 0 R/Last 11 0 R/Count 1/Own 7>>").Table(),
                {Code::kOutlineDamaged});
+  EXPECT_THAT(Held(), HasSubstr("/Outlines <<\n    /Own 7\n  >>"));
   ExpectMended(OnePage("", "/Outlines<</First 11 0 R/Last 12 0 R/Count 2>>")
                    .Object(11, "<</Title(kept)/Next 12 0 R>>")
                    .Table(),
@@ -98,6 +99,33 @@ TEST_F(TreeCheckTest, LeavesOutWhatIsNoAnnotation) {
       .Object(12, "(none)");
   ExpectMended(file.Table(), {Code::kAnnotationDamaged, Code::kAnnotationDamaged});
   ExpectMended(OnePage("/Annots(none)").Table(), {Code::kAnnotationDamaged});
+}
+
+// What is sound stays in the lists that damage is taken out of.
+TEST_F(TreeCheckTest, KeepsWhatIsSound) {
+  RawPdf file = OnePage("/Annots[10 0 R 11 0 R<</Subtype/Text/Rect[0 0 8 8]/Contents(third)>>]",
+                        "/AcroForm<</Fields[<</T(f1)>><</T(f2)>>12 0 R(none)]>>"
+                        "/StructTreeRoot 13 0 R");
+  file.Object(10, "<</Subtype/Text/Rect[0 0 9 9]/Contents(first)>>")
+      .Object(11, "<</Subtype/Text/Rect[0 0 9]/Contents(second)>>")
+      .Object(12, "<</T(f3)/Kids[(none)14 0 R]>>")
+      .Object(13, "<</Type/StructTreeRoot/K[15 0 R(none)16 0 R]>>")
+      .Object(14, "<</T(f4)>>")
+      .Object(15, "<</S/P/T(s1)/K[3(none)<</Type/MCR/MCID 4>>]>>")
+      .Object(16, "<</S/P/T(s2)/K 17 0 R>>")
+      .Object(17, "<</S/P/T(s3)>>");
+  Repair(file.Table());
+  const std::string held = Held();
+  for (const char* kept :
+       {"(first)", "(third)", "(f1)", "(f2)", "(f3)", "(f4)", "(s1)", "(s2)", "(s3)", "/MCID 4"}) {
+    EXPECT_THAT(held, HasSubstr(kept));
+  }
+  for (const char* gone : {"(second)", "(none)"}) {
+    EXPECT_THAT(held, ::testing::Not(HasSubstr(gone)));
+  }
+  EXPECT_THAT(Damage(), UnorderedElementsAre(Code::kAnnotationDamaged, Code::kFieldDamaged,
+                                             Code::kFieldDamaged, Code::kStructureTreeDamaged,
+                                             Code::kStructureTreeDamaged));
 }
 
 TEST_F(TreeCheckTest, LeavesOutKidsOfElementsThatAreNone) {
