@@ -52,6 +52,14 @@ TEST(XmpPacket, TellsWhichPartItClaims) {
   EXPECT_TRUE(PacketOf(TestPacket(ClaimOf("one")))->has_claim);
 }
 
+TEST(XmpPacket, TellsThePartWhateverComesBeforeIt) {
+  const std::string claim =
+      "<rdf:Description rdf:about='' xmlns:pdfaid='http://www.aiim.org/pdfa/ns/id/'>"
+      "<pdfaid:conformance>3</pdfaid:conformance><pdfaid:part>2</pdfaid:part><pdfaid:corr>4"
+      "</pdfaid:corr></rdf:Description>";
+  EXPECT_EQ(PacketOf(TestPacket(claim))->claimed_part, 2);
+}
+
 TEST(XmpPacket, StaysAsItIsWithoutAClaim) {
   const auto packet = PacketOf(TestPacket(""));
   ASSERT_TRUE(packet);

@@ -152,6 +152,25 @@ TEST(XmpTree, IsWellFormedXml) {
   }
 }
 
+TEST(XmpTree, HasTheCharactersOfXml) {
+  const auto state = [](const std::string& reference) {
+    return StateOf(Description("<s:a>&#" + reference + ";</s:a>"));
+  };
+  for (const char* fine : {"9", "10", "13", "32", "x20", "xD7FF", "xE000", "xFFFD", "x10000",
+                           "x10FFFF", "x41", "x4a", "x4A"}) {
+    EXPECT_EQ(state(fine), XmpState::kFine) << fine;
+  }
+  for (const char* wrong : {"0", "8", "11", "12", "14", "31", "xD800", "xDFFF", "xFFFE", "xFFFF",
+                            "x110000", "", "x", "4A", "x4G", "-1", "99999999999"}) {
+    EXPECT_EQ(state(wrong), XmpState::kMalformed) << wrong;
+  }
+  EXPECT_EQ(Properties(Description("<s:a>&lt;&gt;&amp;&apos;&quot;&#65;&#x20AC;</s:a>")),
+            "a=<>&'\"A\u20AC");
+  for (const char* wrong : {"&LT;", "&lt", "&;", "& lt;"}) {
+    EXPECT_EQ(StateOf(Description("<s:a>" + std::string(wrong) + "</s:a>")), XmpState::kMalformed);
+  }
+}
+
 // A mark of the encoding that a program has spoiled.
 TEST(XmpTree, PassesOverItsHeader) {
   const std::string rdf = Packet(Description("<s:a/>"));
@@ -193,6 +212,9 @@ TEST(XmpTree, TellsHowItIsWritten) {
   ASSERT_TRUE(plain.header);
   EXPECT_FALSE(plain.header->has_bytes);
   EXPECT_FALSE(plain.header->has_encoding);
+  const XmpTree marked = ReadXmp("\xEF\xBB\xBF<?xpacket begin='' id='x' bytes='9'?>" + rdf);
+  ASSERT_TRUE(marked.header);
+  EXPECT_TRUE(marked.header->has_bytes);
   const XmpTree old = ReadXmp("<?xpacket begin='' id='x' bytes='9' encoding = 'UTF-8'?>" + rdf);
   EXPECT_TRUE(old.header->has_bytes);
   EXPECT_TRUE(old.header->has_encoding);
