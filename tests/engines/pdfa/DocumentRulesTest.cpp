@@ -25,6 +25,7 @@ constexpr RuleCase kCatalogCases[] = {
     {"1a", "6.8.4-1", Part::kCatalog, "/Lang(de-Latn)", "/Lang(de-1901)"},
     {"2a", "6.7.4-1", Part::kCatalog, "/Lang(de-1901)", "/Lang(de_DE)"},
     {"2b", "6.1.12-1", Part::kCatalog, "/Perms<</DocMDP 20 0 R>>", "/Perms<</Other 20 0 R>>"},
+    {"3b", "6.1.12-1", Part::kCatalog, "/Perms<</UR3 20 0 R>>", "/Perms<</UR 20 0 R>>"},
 };
 
 TEST(CatalogRules, HoldAndBreak) {

@@ -94,6 +94,15 @@ TEST_F(FlatteningTest, PaintsAPictureOverIt) {
   EXPECT_THAT(Report(), HasSubstr("into pictures"));
 }
 
+TEST_F(FlatteningTest, KeepsTheResourcesThatAPageInherits) {
+  RawPdf file = WithContent("/H gs 72 20 72 36 re f");
+  file.Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1/Resources<</ExtGState<</H<</ca .5>>>>>>>>");
+  file.Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 100]/Contents 4 0 R>>");
+  const Json resources = Flattened(file).Follow(Flattened(file).Page(1))["/Resources"];
+  EXPECT_TRUE(resources["/ExtGState"].contains("/H"));
+  EXPECT_EQ(resources["/XObject"].size(), 1U);
+}
+
 TEST_F(FlatteningTest, MakesPicturesOfAnnotations) {
   RawPdf file = WithContent(" ", "/Annots[8 0 R]");
   file.Object(8, "<</Type/Annot/Subtype/Highlight/Rect[10 10 50 20]/AP<</N 9 0 R>>>>");

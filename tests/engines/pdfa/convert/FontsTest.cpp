@@ -60,6 +60,18 @@ TEST_F(FontsTest, KeepTheAdvancesOfTheDocument) {
   EXPECT_EQ(widths[1], (Json{700, 300}));
 }
 
+TEST_F(FontsTest, AreReplacedByOnesOfTheSameStyle) {
+  for (const char* font : {"<</Type/Font/Subtype/Type1/BaseFont/Unheard/FontDescriptor 6 0 R>>",
+                           "<</Type/Font/Subtype/Type0/BaseFont/Unheard/Encoding/Identity-H"
+                           "/DescendantFonts[<</Type/Font/Subtype/CIDFontType2/BaseFont/Unheard"
+                           "/FontDescriptor 6 0 R>>]>>"}) {
+    RawPdf file = PageWithFont(font);
+    file.Object(6, "<</Type/FontDescriptor/FontName/Unheard/Flags 33>>");
+    EXPECT_THAT(FontOf(file, "BT /F 12 Tf (iM) Tj ET")["/BaseFont"].get<std::string>(),
+                HasSubstr("Mono"));
+  }
+}
+
 TEST_F(FontsTest, StayWhereTheirTextIsNotSeen) {
   EXPECT_EQ(FontOf(PageWithFont(kHelvetica), "BT 3 Tr /F 12 Tf (A) Tj ET")["/Subtype"], "/Type1");
   EXPECT_EQ(Report(), "");
@@ -109,6 +121,39 @@ TEST(PictureEncodings, FollowTheStandard) {
   EXPECT_EQ(PictureOf("ZapfDingbats", 0x6C), U'\u25CF');
   EXPECT_EQ(PictureOf("ZapfDingbats", 0xFE), U'\u27BE');
   EXPECT_EQ(PictureOf("Helvetica", 0x34), 0U);
+}
+
+// The characters of all codes that have one, in their order (ISO 32000-2, annex D.5 and D.6).
+std::u32string PicturesOf(std::string_view font_name) {
+  std::u32string pictures;
+  for (unsigned code = 0; code < 256; ++code) {
+    const char32_t picture = PictureOf(font_name, static_cast<std::uint8_t>(code));
+    if (picture != 0) {
+      pictures += picture;
+    }
+  }
+  return pictures;
+}
+
+TEST(PictureEncodings, HaveTheseCharacters) {
+  EXPECT_EQ(
+      PicturesOf("Symbol"),
+      U" !∀#∃%&∋()∗+,−./0123456789:;<=>?≅ΑΒΧΔΕΦΓΗΙϑΚΛΜΝΟΠΘΡΣΤΥςΩΞΨΖ[∴]⊥_‾αβχδεφγηιϕκλμνοπθρστυϖω"
+      U"ξψζ{|}∼€ϒ′≤⁄∞ƒ♣♦♥♠↔←↑→↓°±″≥×∝∂•÷≠≡≈…⏐⎯↵ℵℑℜ℘⊗⊕∅∩∪⊃⊇⊄⊂⊆∈∉∠∇®©™∏√⋅¬∧∨⇔⇐⇑⇒⇓◊〈®©™∑⎛⎜⎝"
+      U"⎡⎢⎣⎧⎨⎩⎪ 〉∫⌠⎮⌡⎞⎟⎠⎤⎥⎦⎫⎬⎭");
+  EXPECT_EQ(
+      PicturesOf("ZapfDingbats"),
+      U" ✁✂✃✄☎✆✇✈✉☛☞✌✍✎✏✐✑✒✓✔✕✖✗✘✙✚✛✜✝✞✟✠✡✢✣✤✥✦✧★✩✪✫✬✭✮✯✰✱✲✳✴✵✶✷✸✹✺✻✼✽✾✿❀❁❂❃❄❅❆❇❈❉❊❋●❍■❏❐❑❒▲▼◆"
+      U"❖◗❘❙❚❛❜❝❞❡❢❣❤❥❦❧♣♦♥♠①②③④⑤⑥⑦⑧⑨⑩❶❷❸❹❺❻❼❽❾❿➀➁➂➃➄➅➆➇➈➉➊➋➌➍➎➏➐➑➒➓➔→↔↕➘➙➚➛➜➝➞➟➠➡➢➣➤➥➦➧➨➩➪➫➬➭➮➯"
+      U"➱➲➳➴➵➶➷➸➹➺➻➼➽➾");
+  for (const unsigned code : {0x00U, 0x1FU, 0x7FU, 0x9FU, 0xFFU}) {
+    EXPECT_EQ(PictureOf("Symbol", static_cast<std::uint8_t>(code)), 0U) << code;
+    EXPECT_EQ(PictureOf("Dingbats", static_cast<std::uint8_t>(code)), 0U) << code;
+  }
+  EXPECT_EQ(PictureOf("ZapfDingbats", 0xA0), 0U);
+  EXPECT_TRUE(HasPictures("ABCDEF+SymbolMT"));
+  EXPECT_TRUE(HasPictures("Dingbats"));
+  EXPECT_FALSE(HasPictures("SymbolBold"));
 }
 
 // A program with the letter A, cut from an installed face.

@@ -108,6 +108,12 @@ TEST(SfntFile, WritesItsTablesWithTheirSums) {
   }
 }
 
+TEST(SfntFile, NeedsNoHead) {
+  const std::string bytes = Opened({{"abcd", "12345"}}).Bytes();
+  EXPECT_EQ(bytes, Long(0x10000) + Words({1, 16, 0, 0}) + "abcd" + Long(0x31323334 + 0x35000000) +
+                       Long(28) + Long(5) + std::string("12345\0\0\0", 8));
+}
+
 TEST(SfntFile, KnowsItsEmAndItsGlyphs) {
   const SfntFile file = Opened(ThreeGlyphs());
   EXPECT_EQ(file.units_per_em(), 1000);
