@@ -212,6 +212,16 @@ TEST_F(OwnObjectsTest, CompositeFontsAreMended) {
   }
 }
 
+// A code without a glyph gets one, which the list of the subset has to have.
+TEST_F(OwnObjectsTest, GlyphsThatAreAddedAreListed) {
+  RawPdf file = Page("/Font<</F 5 0 R>>", "BT /F 20 Tf 10 40 Td <00010999> Tj ET");
+  file.Object(5, Composite("10 0 R")).Stream(8, "", testing::TestFont().Bytes());
+  file.Object(10, Descendant(Descriptor(4, "")));
+  Convert(file, Level::k1b);
+  EXPECT_THAT(report_, HasSubstr("changed: characters of fonts that have no glyph"));
+  EXPECT_EQ(CountOf(Plain(), "/CIDSet"), 1);
+}
+
 TEST_F(OwnObjectsTest, DescriptorsAreMended) {
   RawPdf file = Page("/Font<</F 5 0 R>>", "BT /F 20 Tf 10 40 Td (A) Tj ET");
   file.Object(5, Simple(Descriptor(32, ""))).Stream(8, "", testing::TestFont().Bytes());

@@ -53,9 +53,17 @@ std::map<std::uint32_t, std::uint16_t> WrongAdvances(FontProgram& program,
   return advances;
 }
 
-// A bit for each identifier that the program has a glyph for, that of .notdef included.
-std::string CidSetOf(const fonts::DocumentFont& font, const FontProgram& program) {
+// A bit for each identifier that the program has a glyph for, that of .notdef included, and for each
+// that gets one because it is shown.
+std::string CidSetOf(const FontUse& use, FontProgram& program) {
+  const fonts::DocumentFont& font = *use.font;
   fonts::CidSet set;
+  fonts::GlyphFinder finder(font, program);
+  for (const std::uint32_t code : use.codes) {
+    if (font.kind() == FontKind::kCidType2 && finder.StandardGlyphOf(code) == 0) {
+      set.Add(font.CidOf(code));
+    }
+  }
   for (std::uint32_t cid = 1; cid <= kMaxCid; ++cid) {
     const std::uint32_t glyph =
         program.is_cid_keyed() ? program.GlyphOfCid(cid) : font.MappedGlyphOf(cid);
@@ -132,8 +140,8 @@ void EmbeddedFonts::AddLists(const FontUse& use, FontProgram& program) {
   }
   if (use.font->is_composite()) {
     std::string reference;
-    pdf::AppendReference(reference, conversion_->rewriter.Add(pdf::ObjectChange::Stream(
-                                        "<<>>", CidSetOf(*use.font, program))));
+    pdf::AppendReference(reference, conversion_->rewriter.Add(
+                                        pdf::ObjectChange::Stream("<<>>", CidSetOf(use, program))));
     conversion_->rewriter.SetEntry(descriptor.number, "CIDSet", reference);
   } else if (use.font->kind() == FontKind::kType1) {
     conversion_->rewriter.SetEntry(descriptor.number, "CharSet", CharSetOf(program));
