@@ -188,6 +188,14 @@ TEST(StripEntries, TakesPrintSettingsAndKeepsOutputIntents) {
   EXPECT_NE(test.Page("SeparationInfo"), "null");
 }
 
+TEST(StripEntries, TakesEveryPrintSetting) {
+  Stripped test(Full("/ViewerPreferences<</PrintArea/CropBox/PrintClip/CropBox/PrintScaling/None"
+                     "/Duplex/Simplex/PickTrayByPDFSize true/PrintPageRange[1 1]/NumCopies 2"
+                     "/Enforce[/PrintScaling]/FitWindow true>>"),
+                kStripAuthoringOutput);
+  EXPECT_EQ(test.Catalog("ViewerPreferences"), "<</FitWindow true>>");
+}
+
 TEST(StripEntries, LeavesNoPreferencesWhereNoneAreLeft) {
   Stripped test(Full("/ViewerPreferences<</Duplex/Simplex>>"), kStripAuthoringOutput);
   EXPECT_EQ(test.Catalog("ViewerPreferences"), "null");

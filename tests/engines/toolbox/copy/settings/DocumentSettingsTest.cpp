@@ -112,6 +112,25 @@ TEST(DocumentSettings, KeepAPageModeOnlyWhereItHasSomethingToShow) {
   EXPECT_EQ(Settings({{layers}}).InCatalog("PageMode"), "/UseOC");
 }
 
+TEST(DocumentSettings, KeepEveryLayoutAndPreferenceOfTheStandard) {
+  for (const char* layout : {"/SinglePage", "/OneColumn", "/TwoColumnLeft", "/TwoColumnRight",
+                             "/TwoPageLeft", "/TwoPageRight"}) {
+    EXPECT_EQ(Settings({{FileWith("/PageLayout" + std::string(layout))}}).InCatalog("PageLayout"),
+              layout);
+  }
+  for (const char* mode : {"/UseThumbs", "/FullScreen"}) {
+    EXPECT_EQ(Settings({{FileWith("/PageMode" + std::string(mode))}}).InCatalog("PageMode"), mode);
+  }
+  const std::string preferences =
+      "<</HideToolbar true/HideMenubar true/HideWindowUI true/FitWindow true/CenterWindow true"
+      "/DisplayDocTitle true/NonFullScreenPageMode/UseThumbs/Direction/R2L/ViewArea/CropBox"
+      "/ViewClip/CropBox/PrintArea/CropBox/PrintClip/CropBox/PrintScaling/None/Duplex/Simplex"
+      "/PickTrayByPDFSize true/NumCopies 2/Enforce[/PrintScaling]>>";
+  EXPECT_EQ(
+      Settings({{FileWith("/ViewerPreferences" + preferences)}}).InCatalog("ViewerPreferences"),
+      preferences);
+}
+
 TEST(DocumentSettings, LeaveOutWhatViewersDoNotKnow) {
   Settings copy(
       {{FileWith("/PageMode/Fancy/PageLayout 7/Lang/de"
