@@ -1,4 +1,5 @@
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -105,6 +106,45 @@ TEST(InlineImages, AreAsLongAsTheirDataMustBe) {
             "[ EI Q ]S");
   EXPECT_EQ(Images("BI/W 8/H 5/IM true ID  EI EEI Q"), "[ EI E]Q");
   EXPECT_EQ(Images("BI/W 2/H 2/BPC 4/CS[/I/RGB 1<000000ffffff>]ID \xAB\xCD\nEI Q"), "[\xAB\xCD]Q");
+}
+
+TEST(InlineImages, AreAsLongAsTheirColorSpaceMakesThem) {
+  const std::pair<const char*, std::size_t> kSpaces[] = {{"/G", 1},
+                                                         {"/DeviceGray", 1},
+                                                         {"/CalGray", 1},
+                                                         {"/I", 1},
+                                                         {"/Indexed", 1},
+                                                         {"[/I/G 1<00FF>]", 1},
+                                                         {"[/Indexed/RGB 0<000000>]", 1},
+                                                         {"/RGB", 3},
+                                                         {"/DeviceRGB", 3},
+                                                         {"/CalRGB", 3},
+                                                         {"/CMYK", 4},
+                                                         {"/DeviceCMYK", 4}};
+  for (const auto& [space, components] : kSpaces) {
+    std::string data(8 * components, 'x');
+    data.replace(1, 5, " EI Q");  // as if it ended there
+    for (const char* names :
+         {"/W 4/H 2/BPC 8/CS", "/Width 4/Height 2/BitsPerComponent 8/ColorSpace"}) {
+      EXPECT_EQ(Images("BI" + std::string(names) + space + " ID " + data + " EI Q"),
+                "[" + data + "]Q")
+          << space;
+    }
+  }
+  // Where nothing tells, the first end counts.
+  EXPECT_EQ(Images("BI/W 4/H 2/BPC 8/CS/Own ID x EI Q"), "[x]Q");
+  EXPECT_EQ(Images("BI/Width 8/Height 5/ImageMask true ID  EI EEI Q"), "[ EI E]Q");
+  EXPECT_EQ(Images("BI/W 4/H 4/Filter/Fl/Length 9 ID  EI Q EI \nEI Q"), "[ EI Q EI ]Q");
+}
+
+TEST(InlineImages, OfFiltersWithAMagicNumberDoNotBeginWithALineEnd) {
+  for (const char* filter : {"/F/DCT", "/F/DCTDecode", "/F/Fl", "/F/FlateDecode", "/Filter/DCT",
+                             "/F[/DCT]", "/Filter[/Fl/CCF]"}) {
+    EXPECT_EQ(Images("BI/W 4/H 1" + std::string(filter) + " ID\r\nabc EI Q"), "[abc]Q") << filter;
+  }
+  for (const char* filter : {"/F/CCF", "/F/LZW", "/F[/CCF/DCT]", "/F[]"}) {
+    EXPECT_EQ(Images("BI/W 4/H 1" + std::string(filter) + " ID\r\nabc EI Q"), "[\nabc]Q") << filter;
+  }
 }
 
 TEST(InlineImages, MayStateTheirLength) {
