@@ -89,6 +89,29 @@ TEST_F(GraphicsStateTest, ParametersByDictionary) {
       "/Resources<</ExtGState<</G 5 0 R>>>>");
 }
 
+TEST_F(GraphicsStateTest, NewerParametersBeforeOlderOnes) {
+  AfterRunning(
+      "/G gs",
+      [](const GraphicsState& state) {
+        EXPECT_TRUE(state.rendering.transfer_function.IsName("New"));
+        EXPECT_TRUE(state.rendering.black_generation.IsName("New"));
+        EXPECT_TRUE(state.rendering.undercolor_removal.IsName("New"));
+      },
+      "/Resources<</ExtGState<</G<</TR/Old/TR2/New/BG/Old/BG2/New/UCR2/New/UCR/Old>>>>>>");
+  AfterRunning(
+      "/G gs /H gs",
+      [](const GraphicsState& state) {
+        EXPECT_TRUE(state.rendering.transfer_function.IsName("Old"));
+        EXPECT_TRUE(state.rendering.black_generation.IsName("Old"));
+        EXPECT_TRUE(state.rendering.undercolor_removal.IsName("Old"));
+        // What is said of fills holds, whatever is said of strokes.
+        EXPECT_FALSE(state.rendering.overprints_strokes);
+        EXPECT_TRUE(state.rendering.overprints_fills);
+      },
+      "/Resources<</ExtGState<</G<</TR2/New/BG2/New/UCR2/New>>"
+      "/H<</TR/Old/BG/Old/UCR/Old/OP false/op true>>>>>>");
+}
+
 TEST_F(GraphicsStateTest, WhatADictionaryTakesBack) {
   AfterRunning(
       "/G gs /H gs",
