@@ -80,7 +80,7 @@ TEST(PdfReport, NamesKindsInPlainWords) {
       "resource",       "damage",      "page number",       "text stamp",
       "image stamp",    "font",        "language",          "metadata value",
       "XMP packet",     "PDF/A claim", "conversion",        "protection",
-      "scanned text"};
+      "scanned text",   "page size"};
   std::set<std::string> left(std::begin(names), std::end(names));
   for (int kind = 0; std::string(PdfReport::GetKindName(static_cast<Kind>(kind))) != "thing";
        ++kind) {

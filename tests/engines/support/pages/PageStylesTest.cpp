@@ -126,10 +126,10 @@ TEST_F(PageStylesTest, OfTextThatGoesDownwards) {
   const PageModel page = Page("BT /V 10 Tf 100 700 Td 2 Tc <00410042> Tj ET");
   ASSERT_EQ(page.glyphs.size(), 2U);
   EXPECT_TRUE(page.styles[page.glyphs[0].style].is_vertical);
-  ExpectGlyph(page.glyphs[0], 95, 100.8, 10);
+  ExpectGlyph(page.glyphs[0], 100, 92, 10);  // the middle of its upper edge
   // The distance between glyphs goes downwards, too.
   EXPECT_GT(page.glyphs[1].y, page.glyphs[0].y + 7);
-  EXPECT_NEAR(page.glyphs[1].x, 95, 0.01);
+  EXPECT_NEAR(page.glyphs[1].x, 100, 0.01);
 }
 
 TEST_F(PageStylesTest, AreThoseOfGlyphsThatTouchThePage) {
