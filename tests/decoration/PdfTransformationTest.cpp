@@ -206,7 +206,7 @@ TEST(PdfTransformation, ChecksTheWidthOfImages) {
   for (const auto& [width, text] : {std::pair<double, const char*>{-1.5, "-1.5"},
                                     {std::numeric_limits<double>::infinity(), "inf"},
                                     {std::nan(""), "nan"}}) {
-    EXPECT_EQ(FailureOf([&] { settings.SetImageWidth(width); }),
+    EXPECT_EQ(FailureOf([&, wanted = width] { settings.SetImageWidth(wanted); }),
               Failure(PdfExceptionCode::InvalidParameter,
                       "Invalid image width [" + std::string(text) + "]"));
   }
