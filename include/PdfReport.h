@@ -77,7 +77,8 @@ enum class PdfReportKind : std::int32_t {
   Conversion = 26,
   // Encryption of an input whose output has none, beside the job that takes it off.
   Protection = 27,
-  // The text of a scanned page: Dropped where it could not be recognised. The page is a picture then.
+  // The text of a scanned page, or of one whose fonts do not tell it: Dropped where it could not be
+  // recognised. What is scanned is a picture then.
   ScannedText = 28,
   // How large a page is: Replaced for one that is larger than the output can have, and smaller there.
   PageSize = 29,

@@ -217,6 +217,33 @@ TEST_F(Pdf2OfficeTaskTest, TellsWhichPagesAreTooLarge) {
   EXPECT_THAT(task.GetReport().GetEntries(), ElementsAre(expected));
 }
 
+TEST_F(Pdf2OfficeTaskTest, TellsThatFontsDoNotTellTheirText) {
+  TestPdf pdf;
+  pdf.Page("Sound").Page().Content("BT /F 10 Tf 100 700 Td (" + std::string(20, 'A') + ") Tj ET");
+  pdf.InheritedEntry(
+      "/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Own"
+      "/Encoding<</Differences[2/g18 65/g19]>>>>>>>>");
+  Pdf2OfficeTask task(PdfDoc(pdf.Write(Path("numbers.pdf")), "", true));
+  task.SetOcrEnabled(false);
+  task.Execute();
+  EXPECT_THAT(
+      task.GetReport().GetEntries(),
+      ElementsAre(PdfReportEntry{.kind = PdfReportKind::ScannedText,
+                                 .outcome = PdfReportOutcome::Dropped,
+                                 .count = 1,
+                                 .page = 2,
+                                 .reason = "the fonts of the page do not tell what its text is"}));
+}
+
+TEST_F(Pdf2OfficeTaskTest, MakesSlidesAsLargeAsPagesThatAreALittleLarger) {
+  TestPdf pdf;
+  pdf.Page("Letter").Page("A4").NoMediaBox().PageEntry("/MediaBox[0 0 595 842]");
+  Pdf2OfficeTask task(PdfDoc(pdf.Write(Path("sizes.pdf")), "", true));
+  task.SetConversionType(Pdf2OfficePptx);
+  task.Execute();
+  EXPECT_THAT(task.GetReport().GetEntries(), ElementsAre());
+}
+
 TEST_F(Pdf2OfficeTaskTest, TellsWhatHasNoPlaceInOfficeDocuments) {
   TestPdf pdf;
   pdf.Page("Text").Object("field", "<</FT/Tx/T(name)/V(x)>>").Object("file", "<</F(a)>>");

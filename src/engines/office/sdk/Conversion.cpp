@@ -32,6 +32,9 @@ using ConversionSdk::ConversionRequest;
 using ConversionSdk::ConversionState;
 using ConversionSdk::OfficeFormat;
 
+// Times the first page's side that a slide may have.
+constexpr double kLittleMore = 1.1;
+
 // How a conversion ends that does not come to its end.
 class Failure : public std::exception {
  public:
@@ -80,7 +83,21 @@ std::int32_t OutputTypeOf(OfficeFormat format) {
   throw Failure(ConversionSdk::kBadSetting, "there is no such format");
 }
 
-// What the output leaves to a page. All slides are as large as the first one.
+// All slides are of one size: that of the first page, or a little more where others need it.
+pdf::PageRoom SlideSize(DocumentReader& reader, const std::vector<std::size_t>& page_indexes) {
+  const pdf::PageRoom first = reader.SizeOf(page_indexes.front());
+  pdf::PageRoom size = first;
+  for (const std::size_t index : page_indexes) {
+    const pdf::PageRoom page = reader.SizeOf(index);
+    if (page.width <= kLittleMore * first.width && page.height <= kLittleMore * first.height) {
+      size = {std::max(size.width, page.width), std::max(size.height, page.height)};
+    }
+  }
+  return {std::min(size.width, limits::kMaxSlideSide),
+          std::min(size.height, limits::kMaxSlideSide)};
+}
+
+// What the output leaves to a page.
 pdf::PageRoom RoomOf(OfficeFormat format, DocumentReader& reader,
                      const std::vector<std::size_t>& page_indexes) {
   if (format == OfficeFormat::kWord) {
@@ -89,9 +106,7 @@ pdf::PageRoom RoomOf(OfficeFormat format, DocumentReader& reader,
   if (format == OfficeFormat::kExcel || page_indexes.empty()) {
     return {};
   }
-  const pdf::PageRoom first = reader.SizeOf(page_indexes.front());
-  return {std::min(first.width, limits::kMaxSlideSide),
-          std::min(first.height, limits::kMaxSlideSide)};
+  return SlideSize(reader, page_indexes);
 }
 
 class Conversion {

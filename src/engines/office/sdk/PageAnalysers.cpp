@@ -33,6 +33,9 @@ constexpr std::size_t kPagesOfThread = 4;
 // A page that is hardly smaller than it was is not worth a word.
 constexpr double kSlightlySmaller = 0.99;
 
+// Glyphs of which nothing tells what they stand for that are more than a sign here and there.
+constexpr std::size_t kLeastUntold = 20;
+
 constexpr double kLetterWidth = 612;
 constexpr double kLetterHeight = 792;
 
@@ -42,6 +45,14 @@ void DropText(PageModel& model) {
   model.styles = {};
   model.glyphs = {};
   model.roles = {};
+}
+
+// Whether nothing tells what most of the page's glyphs stand for.
+bool LacksText(const PageModel& page) {
+  const auto untold =
+      static_cast<std::size_t>(std::count_if(page.glyphs.begin(), page.glyphs.end(),
+                                             [](const Glyph& glyph) { return glyph.length == 0; }));
+  return untold >= kLeastUntold && 2 * untold > page.glyphs.size();
 }
 
 // Whether what was thrown is about this page alone.
@@ -133,7 +144,9 @@ class Work {
       if (page.model.scale < kSlightlySmaller) {
         Warn({page_index, ConversionLoss::kPageSize, "larger than a page can be there"});
       }
-      if (scans_->recognises_text && reader.IsScanned(page_index)) {
+      if (LacksText(page.model)) {
+        AddTextOfPicture(recognition, page.model);
+      } else if (scans_->recognises_text && reader.IsScanned(page_index)) {
         AddText(recognition, page.model);
       }
       StopIfCancelled(state_->is_cancelled);
@@ -148,6 +161,19 @@ class Work {
       Warn({page_index, ConversionLoss::kPage,
             std::string("the page cannot be read: ") + error.what()});
       return BlankPage(page_index);
+    }
+  }
+
+  // A page whose fonts do not tell its text. Unlike those of scanned pages its pictures stay.
+  void AddTextOfPicture(Recognition& recognition, PageModel& page) {
+    const std::vector<ImagePlace> images = page.images;
+    if (scans_->recognises_text) {
+      AddText(recognition, page);
+      page.images = images;
+    }
+    if (LacksText(page)) {
+      Warn({page.number, ConversionLoss::kScannedText,
+            "the fonts of the page do not tell what its text is"});
     }
   }
 

@@ -16,6 +16,7 @@ using pdf::Document;
 using pdf::Object;
 
 constexpr int kCodes = 256;
+constexpr int kFirstCharacter = 0x20;  // codes below it are no characters in any base encoding
 constexpr std::size_t kMaxToUnicodeBytes = std::size_t{8} << 20;
 constexpr std::size_t kMaxCharacters = 65'536;
 
@@ -24,6 +25,13 @@ bool IsPlaceholder(std::u32string_view text) {
   return std::all_of(text.begin(), text.end(), [](char32_t c) {
     return c == 0 || c == 0xFEFF || c == 0xFFFE || c == 0xFFFD;
   });
+}
+
+// Whether the name is that of the glyph's number in a font: "g18".
+bool IsNumbered(std::string_view name) {
+  const auto is_digit = [](char c) { return c >= '0' && c <= '9'; };
+  return name.size() > 1 && !is_digit(name[0]) &&
+         std::all_of(name.begin() + 1, name.end(), is_digit);
 }
 
 std::uint8_t Byte(std::uint32_t code) {
@@ -74,7 +82,8 @@ std::u32string FontText::Find(std::uint32_t code) {
   if (IsPlaceholder(text)) {
     text = OfProgram(code);
   }
-  return IsPlaceholder(text) ? OfName(code, UsualNameOf(Byte(code))) : text;
+  const bool is_usual = IsPlaceholder(text) && !has_own_codes_;
+  return is_usual ? OfName(code, UsualNameOf(Byte(code))) : text;
 }
 
 std::u32string FontText::OfToUnicode(std::uint32_t code) const {
@@ -130,6 +139,10 @@ void FontText::ReadNames() {
     }
   }
   characters_of_names_ = CharactersOfNames(names);
+  for (int code = 0; code < kFirstCharacter; ++code) {
+    const std::string_view name = font_->GlyphNameOf(static_cast<std::uint8_t>(code));
+    has_own_codes_ = has_own_codes_ || (IsNumbered(name) && OfName(code, name).empty());
+  }
 }
 
 // The first character of each glyph, from the maps that tell characters.

@@ -50,6 +50,7 @@ class FontText {
   CharactersByName characters_of_names_;
   std::unordered_map<std::uint32_t, char32_t> characters_;  // by glyph of the program
   bool has_characters_ = false;
+  bool has_own_codes_ = false;  // they count glyphs as they come, and stand for no characters
   std::unordered_map<std::uint32_t, std::u32string> texts_;  // by code, as they were asked for
 };
 

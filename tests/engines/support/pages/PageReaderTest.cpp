@@ -259,6 +259,22 @@ TEST_F(PageReaderTest, ComputesColorsOfInksByPrograms) {
   EXPECT_EQ(page.styles[1].color, (Rgb{102, 0, 255}));
 }
 
+TEST_F(PageReaderTest, TakesCodesThatCountGlyphsForNoCharacters) {
+  const auto text_of = [this](const std::string& differences) {
+    TestPdf pdf;
+    pdf.Page()
+        .PageEntry(
+            "/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Own/Encoding<</Differences[" +
+            differences + "]>>>>>>>>")
+        .Content("BT /F 10 Tf 100 700 Td (AB) Tj ET");
+    return Page(pdf).text;
+  };
+  EXPECT_EQ(text_of("2/g18 65/g152/g135"), U"");
+  EXPECT_EQ(text_of("65/g152/g135"), U"AB");
+  EXPECT_EQ(text_of("2/g18 65/C/g135"), U"C");
+  EXPECT_EQ(text_of("2/fi 65/g152/g135"), U"AB");
+}
+
 TEST_F(PageReaderTest, ComputesNoMoreThanAPageMayHave) {
   constexpr std::size_t kSteps = 9'000;
   std::string program = "{pop 0 0 1";

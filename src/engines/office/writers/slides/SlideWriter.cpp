@@ -237,11 +237,15 @@ class PresentationWriter {
     context_.package.AddRelationships("ppt/presentation.xml", relationships);
   }
 
-  // All slides of a presentation have one size: that of the first page.
+  // All slides of a presentation have one size, which has room for every page.
   void WriteSizes(XmlWriter& xml) {
     const auto& pages = context_.document.pages;
-    const double width = pages.empty() ? kUsualWidth : pages.front().layout.width;
-    const double height = pages.empty() ? kUsualHeight : pages.front().layout.height;
+    double width = pages.empty() ? kUsualWidth : 0;
+    double height = pages.empty() ? kUsualHeight : 0;
+    for (const OfficePage& page : pages) {
+      width = std::max(width, page.layout.width);
+      height = std::max(height, page.layout.height);
+    }
     xml.Leaf("p:sldSz", {{"cx", std::clamp(Emu(width), kLeastSide, kMostSide)},
                          {"cy", std::clamp(Emu(height), kLeastSide, kMostSide)}});
     xml.Leaf("p:notesSz", {{"cx", Emu(kUsualHeight)}, {"cy", Emu(kUsualWidth)}});
