@@ -44,7 +44,11 @@ TEST(PageAnalysis, BeginsParagraphsAtIndentsAndAfterShortLines) {
                                     .Text(72, 148, kFull)
                                     .Text(72, 160, kFull)
                                     .Take());
-  EXPECT_THAT(FlowParagraphs(page), SizeIs(3));
+  const std::vector<Paragraph*> paragraphs = FlowParagraphs(page);
+  ASSERT_THAT(paragraphs, SizeIs(3));
+  EXPECT_EQ(paragraphs[0]->first_indent, 0);
+  EXPECT_NEAR(paragraphs[1]->first_indent, 15, 1e-6);
+  EXPECT_EQ(paragraphs[2]->first_indent, 0);
 }
 
 TEST(PageAnalysis, BeginsParagraphsAtWiderPitchAndOtherSizes) {
