@@ -22,6 +22,11 @@ struct Box {
   // Whether it has no area.
   bool IsEmpty() const { return !(right > left) || !(top > bottom); }
 
+  // Whether all of the other one lies in this one; edges may coincide.
+  bool Encloses(const Box& other) const {
+    return other.left >= left && other.right <= right && other.bottom >= bottom && other.top <= top;
+  }
+
   // What both cover; empty, and not to be used otherwise, when they do not overlap.
   Box Within(const Box& other) const;
   // The smallest box around what this one becomes.

@@ -105,7 +105,7 @@ struct ConversionRequest {
 enum class ConversionLoss : std::int32_t {
   kPage = 0,         // all of it: it cannot be read, and is blank
   kPartOfPage = 1,   // what cannot be read of it, or is too much
-  kScannedText = 2,  // the text of a picture that could not be recognised
+  kScannedText = 2,  // text that only a picture tells, and that could not be recognised
   kPageSize = 3,     // its size: it is made smaller as a whole, so that it fits
 };
 

@@ -86,7 +86,7 @@ PageGeometry PageGeometry::Turned(int degrees) const {
   return turned;
 }
 
-PageGeometry PageGeometry::Within(const PageRoom& room) const {
+PageGeometry PageGeometry::Within(const SeenSize& room) const {
   PageGeometry smaller = *this;
   smaller.user_unit *= std::min({1.0, room.width / SeenWidth(), room.height / SeenHeight()});
   return smaller;

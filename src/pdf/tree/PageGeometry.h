@@ -21,8 +21,8 @@ namespace TarnixTools::pdf {
 // US Letter: what readers take for a page without a usable media box.
 inline constexpr Box kDefaultMediaBox = {0, 0, 612, 792};
 
-// Points that a page may measure as it is seen.
-struct PageRoom {
+// What a page measures as it is seen, or may measure, in points.
+struct SeenSize {
   double width = std::numeric_limits<double>::infinity();
   double height = std::numeric_limits<double>::infinity();
 };
@@ -51,8 +51,8 @@ struct PageGeometry {
   // The page turned further by the degrees, a multiple of 90, clockwise.
   PageGeometry Turned(int degrees) const;
 
-  // The page as a whole made as small as the room wants it, by its unit.
-  PageGeometry Within(const PageRoom& room) const;
+  // The page as a whole, by its unit, made so small that it is seen within the room.
+  PageGeometry Within(const SeenSize& room) const;
 };
 
 // The turn that a /Rotate stands for. One that is no multiple of 90 is not allowed; readers differ,

@@ -25,7 +25,7 @@ class Destinations {
   Destinations(pdf::Document& document, const pdf::PageTree& pages);
 
   // Places are those on pages that are no larger.
-  void set_room(const pdf::PageRoom& room) { room_ = room; }
+  void set_room(const pdf::SeenSize& room) { room_ = room; }
 
   // Nothing for one that leads to no page of the document: an explicit destination, a name, or a
   // dictionary that holds one. Throws pdf::Error for a document that cannot be read any more.
@@ -52,7 +52,7 @@ class Destinations {
   pdf::Document* document_;
   const pdf::PageTree* pages_;
   std::unordered_map<std::uint32_t, std::uint32_t> indexes_;  // by number of the page's object
-  pdf::PageRoom room_;
+  pdf::SeenSize room_;
   bool has_names_ = false;
   std::unordered_map<std::string, Target> names_;
 };

@@ -58,7 +58,7 @@ struct DocumentReader::Inside {
     return *roles;
   }
 
-  void SetRoom(const pdf::PageRoom& of_page) {
+  void SetRoom(const pdf::SeenSize& of_page) {
     room = of_page;
     reader.set_room(room);
     destinations.set_room(room);
@@ -74,7 +74,7 @@ struct DocumentReader::Inside {
   std::shared_ptr<const StructureRoles> roles;  // null before they are asked for
   std::optional<DocumentFacts> facts;
   const std::atomic<bool>* is_cancelled = nullptr;
-  pdf::PageRoom room;
+  pdf::SeenSize room;
 };
 
 DocumentReader::DocumentReader(std::unique_ptr<Inside> inside) : inside_(std::move(inside)) {}
@@ -107,11 +107,11 @@ std::size_t DocumentReader::page_count() const {
   return inside_->pages.pages().size();
 }
 
-void DocumentReader::SetRoom(const pdf::PageRoom& room) {
+void DocumentReader::SetRoom(const pdf::SeenSize& room) {
   inside_->SetRoom(room);
 }
 
-pdf::PageRoom DocumentReader::SizeOf(std::size_t page_index) {
+pdf::SeenSize DocumentReader::SizeOf(std::size_t page_index) {
   const pdf::PageGeometry geometry =
       pdf::ReadPageGeometry(*inside_->document, inside_->pages, inside_->pages.pages()[page_index]);
   return {geometry.SeenWidth(), geometry.SeenHeight()};

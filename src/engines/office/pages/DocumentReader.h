@@ -61,11 +61,11 @@ class DocumentReader {
   std::size_t page_count() const;
 
   // Pages that are larger come out smaller, as a whole. For readers that are opened again, too.
-  void SetRoom(const pdf::PageRoom& room);
+  void SetRoom(const pdf::SeenSize& room);
 
   // What a page measures as it is seen, whatever the room. Throws pdf::Error for a document that
   // cannot be read any more.
-  pdf::PageRoom SizeOf(std::size_t page_index);
+  pdf::SeenSize SizeOf(std::size_t page_index);
 
   // Of a damaged page there is what can be read. Throws pdf::Error for a document that cannot be
   // read any more.

@@ -84,11 +84,11 @@ std::int32_t OutputTypeOf(OfficeFormat format) {
 }
 
 // All slides are of one size: that of the first page, or a little more where others need it.
-pdf::PageRoom SlideSize(DocumentReader& reader, const std::vector<std::size_t>& page_indexes) {
-  const pdf::PageRoom first = reader.SizeOf(page_indexes.front());
-  pdf::PageRoom size = first;
+pdf::SeenSize SlideSize(DocumentReader& reader, const std::vector<std::size_t>& page_indexes) {
+  const pdf::SeenSize first = reader.SizeOf(page_indexes.front());
+  pdf::SeenSize size = first;
   for (const std::size_t index : page_indexes) {
-    const pdf::PageRoom page = reader.SizeOf(index);
+    const pdf::SeenSize page = reader.SizeOf(index);
     if (page.width <= kLittleMore * first.width && page.height <= kLittleMore * first.height) {
       size = {std::max(size.width, page.width), std::max(size.height, page.height)};
     }
@@ -98,7 +98,7 @@ pdf::PageRoom SlideSize(DocumentReader& reader, const std::vector<std::size_t>& 
 }
 
 // What the output leaves to a page.
-pdf::PageRoom RoomOf(OfficeFormat format, DocumentReader& reader,
+pdf::SeenSize RoomOf(OfficeFormat format, DocumentReader& reader,
                      const std::vector<std::size_t>& page_indexes) {
   if (format == OfficeFormat::kWord) {
     return {limits::kMaxWordSide, limits::kMaxWordSide};

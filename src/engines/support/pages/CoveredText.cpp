@@ -31,11 +31,6 @@ pdf::Box BoxOf(const Glyph& glyph, const TextStyle& style) {
   return {box.left + slack, box.bottom + slack, box.right - slack, box.top - slack};
 }
 
-bool IsWithin(const pdf::Box& inner, const pdf::Box& outer) {
-  return inner.left >= outer.left && inner.right <= outer.right && inner.bottom >= outer.bottom &&
-         inner.top <= outer.top;
-}
-
 }  // namespace
 
 std::uint32_t CoveredText::HiddenStyle(std::uint32_t style) {
@@ -61,7 +56,7 @@ void CoveredText::Cover(const pdf::Box& box, const pdf::GraphicsState& state) {
         glyph.x > painted.left - style.size && glyph.x < painted.right + style.size &&
         glyph.y > painted.bottom - style.size && glyph.y < painted.top + style.size;
     if (is_near && !style.is_hidden && !style.is_vertical &&
-        IsWithin(BoxOf(glyph, style), painted)) {
+        painted.Encloses(BoxOf(glyph, style))) {
       glyph.style = HiddenStyle(glyph.style);
     }
   }

@@ -10,13 +10,8 @@ namespace {
 constexpr std::size_t kMostAreas = 200;
 constexpr double kNoWidth = 0.01;  // points
 
-bool IsWithin(const pdf::Box& inner, const pdf::Box& outer) {
-  return inner != outer && inner.left >= outer.left && inner.right <= outer.right &&
-         inner.bottom >= outer.bottom && inner.top <= outer.top;
-}
-
 bool IsHole(const FilledArea& inner, const FilledArea& outer, pdf::FillRule rule) {
-  return IsWithin(inner.box, outer.box) &&
+  return inner.box != outer.box && outer.box.Encloses(inner.box) &&
          (rule == pdf::FillRule::kEvenOdd || inner.is_clockwise != outer.is_clockwise);
 }
 

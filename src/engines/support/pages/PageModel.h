@@ -109,8 +109,8 @@ struct PageModel {
   std::uint32_t number = 0;  // zero-based, in the document
   double width = 0;
   double height = 0;
-  double scale =
-      1;  // points here in one of the page as it is seen: less where it has too little room
+  // Points here in one of the page as it is seen: less than 1 where it has too little room.
+  double scale = 1;
   std::u32string text;  // of all glyphs
   std::vector<TextStyle> styles;
   std::vector<Glyph> glyphs;  // as they are painted

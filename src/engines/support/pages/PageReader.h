@@ -48,7 +48,7 @@ class PageReader {
   void set_cancel_flag(const std::atomic<bool>& is_cancelled) { is_cancelled_ = &is_cancelled; }
 
   // Pages that are larger come out smaller, as a whole.
-  void set_room(const pdf::PageRoom& room) { room_ = room; }
+  void set_room(const pdf::SeenSize& room) { room_ = room; }
 
   // Of a damaged page there is what can be read. Throws pdf::Error for a document that cannot be
   // read any more.
@@ -62,7 +62,7 @@ class PageReader {
   PageFonts fonts_;
   PaintedColors colors_;
   const std::atomic<bool>* is_cancelled_ = nullptr;
-  pdf::PageRoom room_;
+  pdf::SeenSize room_;
 };
 
 }  // namespace TarnixTools::engines

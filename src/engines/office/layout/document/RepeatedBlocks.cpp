@@ -142,11 +142,12 @@ void MarkRepeated(std::vector<PageEdge>& edges) {
 
 // Where the number stands, not as a part of another one.
 std::size_t FindNumber(const std::string& text, const std::string& number) {
-  const auto is_digit_at = [&text](std::size_t at) {
-    return at < text.size() && IsDigit(text[at]);
+  const auto is_part = [&](std::size_t at) {
+    const std::size_t end = at + number.size();
+    return (at > 0 && IsDigit(text[at - 1])) || (end < text.size() && IsDigit(text[end]));
   };
   std::size_t at = text.find(number);
-  while (at != std::string::npos && (is_digit_at(at - 1) || is_digit_at(at + number.size()))) {
+  while (at != std::string::npos && is_part(at)) {
     at = text.find(number, at + 1);
   }
   return at;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -109,7 +110,7 @@ void PanelFinder::FindRows() {
 double PanelFinder::EndOf(std::size_t row) const {
   const std::vector<Heading>& panels = rows_[row];
   const double at = panels.front().rule.at;
-  double end = 1e9;
+  double end = std::numeric_limits<double>::infinity();
   if (row + 1 < rows_.size()) {
     for (const Heading& heading : rows_[row + 1]) {
       end = std::min(end, heading.upper);

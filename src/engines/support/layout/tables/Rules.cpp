@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "engines/support/layout/Colors.h"
+#include "engines/support/layout/Boxes.h"
 #include "engines/support/layout/LayoutLimits.h"
 
 namespace TarnixTools::engines {
@@ -149,8 +150,7 @@ class RuleCollector {
 };
 
 bool Holds(const pdf::Box& outer, const pdf::Box& inner) {
-  return inner.left >= outer.left - kSameLine && inner.right <= outer.right + kSameLine &&
-         inner.bottom >= outer.bottom - kSameLine && inner.top <= outer.top + kSameLine;
+  return Grown(outer, kSameLine).Encloses(inner);
 }
 
 // The upper one grows where the other goes on below it.
