@@ -16,6 +16,8 @@ struct Loaded {
   is_complete = is_complete && library.Resolve(#name, api.name);
     TARNIX_TESSERACT_FUNCTIONS(TARNIX_TESSERACT_RESOLVE)
 #undef TARNIX_TESSERACT_RESOLVE
+    library.Resolve("omp_get_max_active_levels", api.omp_get_max_active_levels);
+    library.Resolve("omp_set_max_active_levels", api.omp_set_max_active_levels);
   }
 
   TesseractApi api;

@@ -40,6 +40,9 @@ struct TesseractApi {
 #define TARNIX_TESSERACT_MEMBER(name) decltype(&::name) name = nullptr;
   TARNIX_TESSERACT_FUNCTIONS(TARNIX_TESSERACT_MEMBER)
 #undef TARNIX_TESSERACT_MEMBER
+  // Of the OpenMP that Tesseract is built with, for the calling thread; null without one.
+  int (*omp_get_max_active_levels)() = nullptr;
+  void (*omp_set_max_active_levels)(int) = nullptr;
 };
 
 // Null when Tesseract is not installed, or is another one.

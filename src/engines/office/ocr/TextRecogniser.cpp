@@ -153,7 +153,37 @@ TextRecogniser::TextRecogniser(const std::atomic<bool>& is_cancelled)
 
 TextRecogniser::~TextRecogniser() = default;
 
+// Has Tesseract work on the calling thread alone while this lives. Pages are recognised side by side:
+// four threads for each of them wait for each other most of the time.
+class WithoutThreads {
+ public:
+  explicit WithoutThreads(const TesseractApi& api) : api_(&api) {
+    if (has_levels()) {
+      before_ = api_->omp_get_max_active_levels();
+      api_->omp_set_max_active_levels(0);
+    }
+  }
+
+  ~WithoutThreads() {
+    if (has_levels()) {
+      api_->omp_set_max_active_levels(before_);
+    }
+  }
+
+  WithoutThreads(const WithoutThreads&) = delete;
+  WithoutThreads& operator=(const WithoutThreads&) = delete;
+
+ private:
+  bool has_levels() const {
+    return api_->omp_get_max_active_levels != nullptr && api_->omp_set_max_active_levels != nullptr;
+  }
+
+  const TesseractApi* api_;
+  int before_ = 0;
+};
+
 RecognisedText TextRecogniser::Recognise(const GrayPicture& picture, int dpi) {
+  const WithoutThreads without_threads(*inside_->api);
   RecognisedText text;
   text.turn = TurnOf(picture, dpi);
   StopIfCancelled(*inside_->is_cancelled);

@@ -1,9 +1,12 @@
 // What becomes of words that were recognised on a picture of a page.
+#include <atomic>
+#include <cstdint>
 #include <vector>
 
 #include <gmock/gmock.h>
 
 #include "engines/office/ocr/ScannedPage.h"
+#include "engines/office/ocr/TesseractApi.h"
 #include "engines/office/ocr/TextRecogniser.h"
 
 namespace TarnixTools::engines::office {
@@ -131,6 +134,20 @@ TEST(RecognisedText, IsNoneOfAPhotograph) {
   text.words.back().confidence = 25;
   text.words[1].confidence = 100;
   EXPECT_THAT(PageOf(text).glyphs, SizeIs(18));
+}
+
+// The limits of OpenMP are those of the thread, which may be the host's own.
+TEST(TextRecogniser, LeavesTheThreadAsItWas) {
+  const TesseractApi* api = LoadTesseract();
+  if (api == nullptr || api->omp_get_max_active_levels == nullptr) {
+    GTEST_SKIP() << "needs Tesseract with OpenMP";
+  }
+  const std::atomic<bool> is_cancelled = false;
+  TextRecogniser recogniser(is_cancelled);
+  const int before = api->omp_get_max_active_levels();
+  recogniser.Recognise({100, 50, std::vector<std::uint8_t>(5000, 255)}, 300);
+  EXPECT_EQ(api->omp_get_max_active_levels(), before);
+  EXPECT_GT(before, 0);
 }
 
 }  // namespace

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "engines/support/layout/Colors.h"
 #include "engines/support/layout/Boxes.h"
+#include "engines/support/layout/Colors.h"
 #include "engines/support/layout/LayoutLimits.h"
 
 namespace TarnixTools::engines {
