@@ -15,7 +15,10 @@
 #include <unistd.h>
 
 #include "Logger.h"
+#include "PdfDoc.h"
+#include "support/Failures.h"
 #include "support/TempDir.h"
+#include "support/TestPdf.h"
 
 namespace TarnixTools {
 namespace {
@@ -96,6 +99,25 @@ TEST_F(LoggerTest, KeepsTheFirstFile) {
   EXPECT_FALSE(testing::Exists(other));
 }
 
+// Neither there nor to standard output, whatever happens.
+TEST_F(LoggerTest, IsNotWrittenToByTheLibrary) {
+  testing::TestPdf().Pages(2).Write(directory_.Path("a.pdf"));
+  testing::WriteBytes(directory_.Path("not.pdf"), "hello");
+  const std::string output = OutputOf([this] {
+    setenv("KORVANE_DEBUG", "1", 1);
+    Logger::GetLogger(LogFile());
+    PdfDoc document(directory_.Path("a.pdf"), "", true);
+    document.Rotate(PdfRotationAngle::Rotate90, directory_.Path("b.pdf"), "");
+    document.SetMetaData({"Ada"}, directory_.Path("b.pdf"), "pw");
+    PdfDoc none(directory_.Path("not.pdf"), "", true);
+    testing::FailureOf([&] { none.GetPagesNum(); });
+    testing::FailureOf([&] { document.Split(3, directory_.Path(""), "", ""); });
+    Logger::GetLogger("") << "of the host";
+  });
+  EXPECT_EQ(output, "");
+  EXPECT_THAT(Messages(ReadBytes(LogFile())), ElementsAre("of the host"));
+}
+
 TEST_F(LoggerTest, StaysOnStandardOutputWhenAFileIsNamedLater) {
   const std::string output = OutputOf([this] {
     Logger::GetLogger("");
@@ -138,8 +160,45 @@ TEST_F(LoggerTest, KeepsLongMessagesThatAreNotFormatted) {
 }
 
 TEST_F(LoggerTest, DoesNotReadMessagesAsFormats) {
-  const std::string output = OutputOf([] { Logger::GetLogger("") << "%s %n 100%"; });
-  EXPECT_THAT(Messages(output), ElementsAre("%s %n 100%"));
+  const std::string text = "%s %n 100%";
+  const std::string output = OutputOf([&] {
+    Logger::GetLogger("") << text;
+    Logger::GetLogger("").Log(text);
+    Logger::GetLogger("").Log("%s", text.c_str());
+  });
+  EXPECT_THAT(Messages(output), ElementsAre(text, text, text));
+}
+
+TEST_F(LoggerTest, DebugWritesNothingToTheFileEither) {
+  const std::string output = OutputOf([this] {
+    setenv("KORVANE_DEBUG", "1", 1);
+    Logger& logger = Logger::GetLogger(LogFile());
+    logger.Debug(std::string("hidden"));
+    logger.Debug("hidden %d", 1);
+    logger << "shown";
+  });
+  EXPECT_EQ(output, "");
+  EXPECT_THAT(Messages(ReadBytes(LogFile())), ElementsAre("shown"));
+}
+
+TEST_F(LoggerTest, AppendsToAFileWhoseLastLineHasNoEnd) {
+  testing::WriteBytes(LogFile(), "cut");
+  OutputOf([this] { Logger::GetLogger(LogFile()) << "x"; });
+  const std::string log = ReadBytes(LogFile());
+  EXPECT_EQ(log.substr(0, 3), "cut");
+  EXPECT_THAT(Messages(log.substr(3)), ElementsAre("x"));
+}
+
+TEST_F(LoggerTest, HasEachLineInTheFileAtOnce) {
+  std::size_t sizes[2] = {};
+  OutputOf([&] {
+    Logger& logger = Logger::GetLogger(LogFile());
+    for (std::size_t& size : sizes) {
+      logger << "line";
+      size = ReadBytes(LogFile()).size();
+    }
+    _exit(sizes[0] == 0 || sizes[1] != 2 * sizes[0] ? 1 : 0);
+  });
 }
 
 TEST_F(LoggerTest, DebugWritesNothing) {
@@ -152,6 +211,24 @@ TEST_F(LoggerTest, DebugWritesNothing) {
     });
     EXPECT_THAT(Messages(output), IsEmpty()) << setting;
   }
+}
+
+// Of the second in which the line was written, unless that second ended meanwhile.
+TEST_F(LoggerTest, StampsLinesWithTheMilliseconds) {
+  for (int attempt = 0; attempt < 3; ++attempt) {
+    std::timespec before{};
+    std::timespec_get(&before, TIME_UTC);
+    const std::string output = OutputOf([] { Logger::GetLogger("") << "x"; });
+    std::timespec after{};
+    std::timespec_get(&after, TIME_UTC);
+    if (before.tv_sec == after.tv_sec) {
+      const long milliseconds = std::stol(output.substr(20, 3));
+      EXPECT_GE(milliseconds, before.tv_nsec / 1000000);
+      EXPECT_LE(milliseconds, after.tv_nsec / 1000000);
+      return;
+    }
+  }
+  FAIL() << "no line was written within a second";
 }
 
 TEST_F(LoggerTest, StampsLinesWithTheLocalTime) {

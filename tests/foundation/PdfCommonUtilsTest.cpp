@@ -54,6 +54,22 @@ TEST(PdfCommonUtils, RemoveFileIgnoresAMissingFile) {
             Failure());
   EXPECT_EQ(FailureOf([&] { PdfCommonUtils::RemoveFile(directory.Path("missing/a.pdf")); }),
             Failure());
+  EXPECT_EQ(FailureOf([] { PdfCommonUtils::RemoveFile(""); }), Failure());
+}
+
+TEST(PdfCommonUtils, PathsEndAtTheFirstNul) {
+  const TempDir directory;
+  const std::string file = WriteBytes(directory.Path("a.pdf"), "x");
+  EXPECT_TRUE(PdfCommonUtils::IsDirectory(directory.Path() + std::string("\0/x", 3)));
+  PdfCommonUtils::RemoveFile(file + std::string("\0x", 2));
+  EXPECT_FALSE(Exists(file));
+}
+
+TEST(PdfCommonUtils, IsDirectoryFollowsLinks) {
+  const TempDir directory;
+  const std::string link = directory.Path("link");
+  ASSERT_EQ(symlink(directory.Path().c_str(), link.c_str()), 0);
+  EXPECT_TRUE(PdfCommonUtils::IsDirectory(link));
 }
 
 TEST(PdfCommonUtils, RemoveFileReportsOtherFailuresWithThePathsFirstCharacter) {

@@ -35,10 +35,23 @@ TEST(PdfException, CopyHoldsTheSame) {
   }
 }
 
+TEST(PdfException, CopyHoldsTheWholeMessage) {
+  const std::string text = std::string(1022, 'a') + "z";
+  PdfException error(PdfExceptionCode::InternalError, -1, "%s", text.c_str());
+  PdfException copy(error);
+  PdfException assigned("a shorter one");
+  assigned = error;
+  EXPECT_EQ(copy.what(), text);
+  EXPECT_EQ(assigned.what(), text);
+  EXPECT_EQ(assigned.GetErrorCode(), -1);
+  EXPECT_NE(copy.what(), error.what()) << "each has a buffer of its own";
+}
+
 TEST(PdfException, AssignmentToItselfChangesNothing) {
   PdfException error = RotationFailure();
   PdfException& same = error;
   error = same;
+  EXPECT_EQ(error.GetCode(), PdfExceptionCode::EngineError);
   EXPECT_EQ(error.GetErrorCode(), 5);
   EXPECT_STREQ(error.what(), "Unable to rotate page [3] at doc [a.pdf]");
 }
@@ -57,9 +70,24 @@ TEST(PdfException, CutsTheMessageAfter1023Bytes) {
   EXPECT_EQ(message_only.what(), std::string(1023, 'a'));
 }
 
+TEST(PdfException, KeepsAMessageOf1023Bytes) {
+  const std::string text = std::string(1022, 'a') + "z";
+  EXPECT_EQ(PdfException(PdfExceptionCode::InternalError, 0, "%s", text.c_str()).what(), text);
+  EXPECT_STREQ(PdfException(PdfExceptionCode::InternalError, 0, "%s", "").what(), "");
+}
+
+TEST(PdfException, ReadsItsArgumentsAsNoFormats) {
+  EXPECT_STREQ(
+      PdfException(PdfExceptionCode::InternalError, 0, "[%s] [0x%08X]", "%s%n", 0xABU).what(),
+      "[%s%n] [0x000000AB]");
+}
+
 TEST(PdfException, MessageOfTheMessageOnlyForm) {
   PdfException error("page %d of %s", 7, "a.pdf");
   EXPECT_STREQ(error.what(), "page 7 of a.pdf");
+  EXPECT_EQ(static_cast<int>(error.GetCode()), 0) << "none of the codes";
+  EXPECT_EQ(error.GetErrorCode(), 0);
+  EXPECT_EQ(error.GetSystemError(), 0);
 }
 
 TEST(PdfException, StandardHandlersSeeTheFallbackText) {

@@ -22,6 +22,12 @@ TEST(PdfPageRange, MayBeOnePage) {
   EXPECT_EQ(range.GetPagesNum(), 1);
 }
 
+TEST(PdfPageRange, MayBeTheFirstPage) {
+  const PdfPageRange range(1, 1);
+  EXPECT_EQ(range.GetStartPageNum(), 1);
+  EXPECT_EQ(range.GetEndPageNum(), 1);
+}
+
 TEST(PdfPageRange, SwapsItsEndsIntoOrder) {
   const PdfPageRange range(7, 2);
   EXPECT_EQ(range.GetStartPageNum(), 2);
@@ -46,11 +52,15 @@ TEST(PdfPageRange, RejectsAnEndBelowOne) {
   EXPECT_EQ(FailureOfRange(4, 0),
             Failure(PdfExceptionCode::InvalidParameter,
                     "Invalid PDF page range end value [0], expected positive integer"));
+  EXPECT_EQ(FailureOfRange(1, -7).message,
+            "Invalid PDF page range end value [-7], expected positive integer");
 }
 
 TEST(PdfPageRange, ReportsTheStartFirst) {
   EXPECT_EQ(FailureOfRange(0, 0).message,
             "Invalid PDF page range start value [0], expected positive integer");
+  EXPECT_EQ(FailureOfRange(-1, -2).message,
+            "Invalid PDF page range start value [-1], expected positive integer");
 }
 
 TEST(PdfPageRange, IsAssignedAsAValue) {
