@@ -88,9 +88,38 @@ TEST_F(PdfDocPdfATest, TellsWhatItClaims) {
     return document.GetPdfaCompliance();
   };
   EXPECT_EQ(claimed(TestPacket(ClaimOf("1"))), PdfCompliance::PdfA1B);
+  EXPECT_EQ(claimed(TestPacket(ClaimOf("2"))), PdfCompliance::PdfA2B);
   EXPECT_EQ(claimed(TestPacket(ClaimOf("3"))), PdfCompliance::PdfA3B);
   EXPECT_EQ(static_cast<int>(claimed(TestPacket(ClaimOf("4")))), 0x1700);
   EXPECT_EQ(static_cast<int>(claimed("no packet")), 0x1700);
+}
+
+TEST_F(PdfDocPdfATest, AsksForThePathBeforeTheDocument) {
+  PdfDoc missing(Path("missing.pdf"), "", false);
+  const Failure expected(PdfExceptionCode::InvalidParameter,
+                         "Invalid XMP out path for PDF [" + Backslashes(Path("missing.pdf")) + "]");
+  EXPECT_EQ(FailureOf([&] { missing.GetXmpMetaData(""); }), expected);
+  EXPECT_EQ(FailureOf([&] { PdfDoc::GetXmpMetaData(missing, ""); }), expected);
+}
+
+TEST_F(PdfDocPdfATest, WritesThePacketOfAnEncryptedDocument) {
+  PdfDoc document(MakeWithPacket(TestPacket(ClaimOf("2"))), "", true);
+  document.SetKeepMetadata(true);
+  document.Lock("pw", Path("locked.pdf"));
+  const auto not_opened = Failure(
+      PdfExceptionCode::EngineError,
+      "Unable to open PDF file [" + Backslashes(Path("locked.pdf")) + "] for XMP extraction", 17);
+  for (const char* password : {"", "wrong"}) {
+    EXPECT_EQ(FailureOf([&] { Doc("locked.pdf", password).GetXmpMetaData(Path("a.xmp")); }),
+              not_opened);
+    EXPECT_FALSE(testing::Exists(Path("a.xmp")));
+  }
+  Doc("locked.pdf", "pw").GetXmpMetaData(Backslashes(Path("a.xmp")));
+  EXPECT_THAT(ReadBytes(Path("a.xmp")), ::testing::HasSubstr("<dc:title>A title</dc:title>"));
+  WriteBytes(Path("bare.xmp"), "older and longer than what is written " + std::string(999, 'x'));
+  MakePdf("bare.pdf", 1);
+  Doc("bare.pdf").GetXmpMetaData(Path("bare.xmp"));
+  EXPECT_EQ(ReadBytes(Path("bare.xmp")), kEmptyPacket);
 }
 
 TEST_F(PdfDocPdfATest, NeedsTheRightPassword) {
