@@ -118,6 +118,31 @@ TEST_F(PdfDocAssemblyTest, MergeNamesTheInputThatIsNoPdf) {
   EXPECT_THAT(directory_.Names(), ElementsAre("not.pdf"));
 }
 
+TEST_F(PdfDocAssemblyTest, EveryCopyNamesTheInputThatIsNoPdf) {
+  testing::WriteBytes(Path("not.pdf"), "hello");
+  const std::string out = Path("out.pdf");
+  const Failure expected(PdfExceptionCode::EngineError,
+                         "NULL pages object at PDF doc [" + Backslashes(Path("not.pdf")) + "]", 4);
+  EXPECT_EQ(FailureOf([&] { PdfDoc::Merge({Doc("not.pdf")}, out, ""); }), expected);
+  EXPECT_EQ(FailureOf([&] { Doc("not.pdf").Rotate(PdfRotationAngle::Rotate0, out, "pw"); }),
+            expected);
+  EXPECT_EQ(FailureOf([&] { Doc("not.pdf").Lock("pw", out); }), expected);
+  EXPECT_EQ(FailureOf([&] { Doc("not.pdf").UnLock("", out); }), expected);
+  EXPECT_EQ(FailureOf([&] { Doc("not.pdf").SetMetaData({}, out, ""); }), expected);
+  EXPECT_THAT(directory_.Names(), ElementsAre("not.pdf"));
+}
+
+TEST_F(PdfDocAssemblyTest, MergeLeavesRangesOfDocumentsAlone) {
+  PdfDoc doc(MakePdf("a.pdf", 3), "", true);
+  doc.AddRange(PdfPageRange(2, 2));
+  PdfDoc::Merge({doc}, Path("merged.pdf"), "");
+  EXPECT_EQ(Texts("merged.pdf"), Labels(1, 3));
+  PdfDoc created(Path("created.pdf"), "", false);
+  created.Create(false);
+  created.Append(doc);
+  EXPECT_EQ(Texts("created.pdf"), Labels(1, 3));
+}
+
 TEST_F(PdfDocAssemblyTest, MergeNamesTheInputThatIsMissing) {
   const PdfDoc missing(Path("missing.pdf"), "", false);
   EXPECT_EQ(FailureOf([&] {
@@ -279,6 +304,11 @@ TEST_F(PdfDocAssemblyTest, RotateByAnAngleThatIsNoneNamesTheFirstPageByIndex) {
       FailureOf([&] { doc.Rotate(static_cast<PdfRotationAngle>(45), Path("out.pdf"), ""); });
   EXPECT_EQ(failure.code, PdfExceptionCode::EngineError);
   EXPECT_EQ(failure.message, "Unable to rotate page [0] at doc [a.pdf]");
+  EXPECT_EQ(failure.engine_code, 11);
+  EXPECT_EQ(FailureOf([&] {
+              doc.Rotate(static_cast<PdfRotationAngle>(45), {2}, Path("out.pdf"), "");
+            }).message,
+            "Unable to rotate page [1] at doc [a.pdf]");
   EXPECT_THAT(directory_.Names(), ElementsAre("a.pdf"));
 }
 

@@ -43,6 +43,13 @@ TEST_F(PdfDocMetadataTest, RejectsAnEntryThatIsNone) {
   PdfDoc document = Doc("doc.pdf");
   EXPECT_EQ(FailureOf([&] { document.GetMetaData(static_cast<PdfMetadataParam>(4)); }),
             Failure(PdfExceptionCode::InternalError, "Invalid PDF META param requested [4]"));
+  EXPECT_EQ(FailureOf([&] { document.GetMetaData(static_cast<PdfMetadataParam>(-1)); }).message,
+            "Invalid PDF META param requested [-1]");
+}
+
+TEST_F(PdfDocMetadataTest, EndsAtTheFirstNul) {
+  TestPdf().Page("a").InfoEntry("/Author(a\\000b)/Creator(\\000c)").Write(Path("nul.pdf"));
+  EXPECT_THAT(Values("nul.pdf"), ElementsAre("a", "", "", ""));
 }
 
 TEST_F(PdfDocMetadataTest, LooksForTheInformationBeforeTheEntry) {
@@ -97,6 +104,11 @@ TEST_F(PdfDocMetadataTest, RejectsAFifthValueAndWritesNothing) {
               Doc("doc.pdf").SetMetaData({"a", "b", "c", "d", "e"}, Path("out.pdf"), "");
             }),
             Failure(PdfExceptionCode::InternalError, "Invalid PDF META param ID [4]"));
+  EXPECT_EQ(FailureOf([&] {
+              Doc("doc.pdf").SetMetaData(std::vector<std::string>(9), Path("out.pdf"), "pw");
+            }).message,
+            "Invalid PDF META param ID [4]")
+      << "the first that is none";
   EXPECT_THAT(directory_.Names(), ElementsAre("doc.pdf"));
 }
 
@@ -105,7 +117,8 @@ TEST_F(PdfDocMetadataTest, KeepsLongValuesWhole) {
   const std::string value(10000, 'k');
   Doc("doc.pdf").SetMetaData({"", value}, Path("out.pdf"), "");
   EXPECT_THAT(QpdfJson(Path("out.pdf")), HasSubstr("\"u:" + value + "\""));
-  EXPECT_EQ(Values("out.pdf")[1], value.substr(0, PdfDoc::PDFDOC_MAX_META_LENGTH - 1));
+  static_assert(PdfDoc::PDFDOC_MAX_META_LENGTH == 2048);
+  EXPECT_EQ(Values("out.pdf")[1], value.substr(0, 2047));
 }
 
 TEST_F(PdfDocMetadataTest, IsReadByOthers) {

@@ -96,6 +96,20 @@ TEST_F(PdfDocPagesTest, SizeInEveryUnit) {
   EXPECT_NEAR(custom.GetHeight(), 84.189, 1e-5);
 }
 
+TEST_F(PdfDocPagesTest, SizeIsDividedByTheResolutionOrTheDivisor) {
+  PdfDoc doc(TestPdf().Page("a").Page("b").Size(720, 360).Write(Path("a.pdf")), "", true);
+  const auto expect = [&doc](PdfSizeUnits units, double width, double height) {
+    const PdfSize size = doc.GetPageSize(2, units, 144, 48);
+    EXPECT_DOUBLE_EQ(size.GetWidth(), width);
+    EXPECT_DOUBLE_EQ(size.GetHeight(), height);
+  };
+  expect(PdfSizeUnits::Centimeters, 12.7, 6.35);
+  expect(PdfSizeUnits::Millimeters, 127, 63.5);
+  expect(PdfSizeUnits::Custom, 15, 7.5);
+  expect(PdfSizeUnits::Inches, 5, 2.5);
+  expect(PdfSizeUnits::Points, 720, 360);
+}
+
 TEST_F(PdfDocPagesTest, SizeIsThatOfThePageAsSeen) {
   PdfDoc doc(TestPdf()
                  .InheritedEntry("/MediaBox [0 0 300 400]")
@@ -125,6 +139,11 @@ TEST_F(PdfDocPagesTest, SizeOfAPageThatIsNotThere) {
                     "Page number [0] is out of the expected range [1-3]"));
   EXPECT_EQ(FailureOf([&] { doc.GetPageSize(4, PdfSizeUnits::Points, 72, 1); }).message,
             "Page number [4] is out of the expected range [1-3]");
+  EXPECT_EQ(FailureOf([&] { doc.GetPageSize(-2, PdfSizeUnits::Points, 72, 1); }).message,
+            "Page number [-2] is out of the expected range [1-3]");
+  PdfDoc none(MakePdf("none.pdf", 0), "", true);
+  EXPECT_EQ(FailureOf([&] { none.GetPageSize(1, PdfSizeUnits::Points, 72, 1); }).message,
+            "Page number [1] is out of the expected range [1-0]");
 }
 
 TEST_F(PdfDocPagesTest, SizeInAnUnknownUnit) {
@@ -132,6 +151,10 @@ TEST_F(PdfDocPagesTest, SizeInAnUnknownUnit) {
   EXPECT_EQ(FailureOf([&] { doc.GetPageSize(2, static_cast<PdfSizeUnits>(9), 72, 1); }),
             Failure(PdfExceptionCode::InvalidParameter,
                     "Unable not get page [2] dimensions (invalid units value [9])"));
+  EXPECT_EQ(FailureOf([&] { doc.GetPageSize(3, static_cast<PdfSizeUnits>(5), 72, 1); }).message,
+            "Unable not get page [3] dimensions (invalid units value [5])");
+  EXPECT_EQ(FailureOf([&] { doc.GetPageSize(1, static_cast<PdfSizeUnits>(-1), 72, 1); }).message,
+            "Unable not get page [1] dimensions (invalid units value [-1])");
 }
 
 TEST_F(PdfDocPagesTest, LooksForThePageBeforeTheUnit) {

@@ -40,6 +40,35 @@ TEST_F(PdfDocPathTest, NameOfAHiddenFileIsEmpty) {
   EXPECT_EQ(doc.GetDocName(false), "");
 }
 
+TEST_F(PdfDocPathTest, IsSplitAtTheLastSeparatorAndTheLastFullStop) {
+  struct Case {
+    const char* path;
+    const char* kept;
+    const char* directory;
+    const char* name;
+    const char* stem;
+  };
+
+  for (const Case& one : {
+           Case{"/a/b/", "\\a\\b\\", "\\a\\b\\", "", ""},
+           Case{"a\\b/c.pdf", "a\\b\\c.pdf", "a\\b\\", "c.pdf", "c"},
+           Case{"a/b\\c.d/e", "a\\b\\c.d\\e", "a\\b\\c.d\\", "e", "e"},
+           Case{"/", "\\", "\\", "", ""},
+           Case{"//a//b", "\\\\a\\\\b", "\\\\a\\\\", "b", "b"},
+           Case{"a.", "a.", "", "a.", "a"},
+           Case{"x/..", "x\\..", "x\\", "..", "."},
+           Case{"x/.tar.gz", "x\\.tar.gz", "x\\", ".tar.gz", ".tar"},
+           Case{"caf\xC3\xA9 \xFF.pdf", "caf\xC3\xA9 \xFF.pdf", "", "caf\xC3\xA9 \xFF.pdf",
+                "caf\xC3\xA9 \xFF"},
+       }) {
+    const PdfDoc doc(one.path, "", false);
+    EXPECT_EQ(doc.GetPath(), one.kept) << one.path;
+    EXPECT_EQ(doc.GetDocDirectory(), one.directory) << one.path;
+    EXPECT_EQ(doc.GetDocName(true), one.name) << one.path;
+    EXPECT_EQ(doc.GetDocName(false), one.stem) << one.path;
+  }
+}
+
 TEST_F(PdfDocPathTest, IsSplitAnewByEverySetPath) {
   PdfDoc doc;
   doc.SetPath("/a/b.pdf");

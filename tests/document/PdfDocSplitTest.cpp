@@ -146,6 +146,33 @@ TEST_F(PdfDocSplitTest, OfAllPagesWritesOnePart) {
   EXPECT_EQ(Texts("out/name-01.pdf"), Labels(1, 9));
 }
 
+TEST_F(PdfDocSplitTest, NumbersHaveOneDigitMoreThanThePageCount) {
+  PdfDoc ten(MakePdf("ten.pdf", 10), "", true);
+  ten.Split(4, out_dir_, "", "");
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("ten-001.pdf", "ten-002.pdf", "ten-003.pdf"));
+  EXPECT_EQ(Texts("out/ten-003.pdf"), Labels(9, 10));
+  PdfDoc(MakePdf("one.pdf", 1), "", true).Split(1, out_dir_, "", "");
+  EXPECT_TRUE(testing::Exists(Path("out/one-01.pdf")));
+  PdfDoc(MakePdf("100.x.pdf", 100), "", true).Split(99, out_dir_, "", "");
+  EXPECT_EQ(Texts("out/100.x-0001.pdf"), Labels(1, 99));
+  EXPECT_EQ(Texts("out/100.x-0002.pdf"), Labels(100, 100));
+}
+
+TEST_F(PdfDocSplitTest, NamesPiecesOfAHiddenFileByTheirLabelsAlone) {
+  PdfDoc doc(MakePdf(".pdf", 3), "", true);
+  SplitRanges(doc, {{2, 3}});
+  doc.Split(2, out_dir_, "", "");
+  SplitRanges(doc, {{3, 3}}, true);
+  EXPECT_THAT(directory_.Names("out"),
+              ElementsAre("-01.pdf", "-02.pdf", "-2-3.pdf", "_split-merge_.pdf"));
+}
+
+TEST_F(PdfDocSplitTest, WritesARangeAgainThatComesTwice) {
+  SplitRanges(PdfDoc(MakePdf("a.pdf", 3), "", true), {{2, 3}, {1, 1}, {3, 2}});
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("a-1.pdf", "a-2-3.pdf"));
+  EXPECT_EQ(Texts("out/a-2-3.pdf"), Labels(2, 3));
+}
+
 TEST_F(PdfDocSplitTest, RejectsASizeThatDoesNotFit) {
   PdfDoc doc(MakePdf("name.pdf", 9), "", true);
   EXPECT_EQ(FailureOf([&] { doc.Split(0, out_dir_, "", ""); }),
@@ -153,6 +180,8 @@ TEST_F(PdfDocSplitTest, RejectsASizeThatDoesNotFit) {
                     "Invalid split size [0] for PDF [name] ([9] pages available)"));
   EXPECT_EQ(FailureOf([&] { doc.Split(10, out_dir_, "", ""); }).message,
             "Invalid split size [10] for PDF [name] ([9] pages available)");
+  EXPECT_EQ(FailureOf([&] { doc.Split(-1, out_dir_, "", ""); }).message,
+            "Invalid split size [-1] for PDF [name] ([9] pages available)");
   PdfDoc no_pages(MakePdf("none.pdf", 0), "", true);
   EXPECT_EQ(FailureOf([&] { no_pages.Split(1, out_dir_, "", ""); }).message,
             "Invalid split size [1] for PDF [none] ([0] pages available)");

@@ -3,6 +3,7 @@
 #include <cerrno>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "document/FileStream.h"
 #include "support/TempDir.h"
@@ -43,6 +44,19 @@ TEST_F(FileStreamTest, SeeksFromTheStart) {
   EXPECT_EQ(stream.tell(stream.handle), 6);
   EXPECT_EQ(stream.seek(stream.handle, -1), 0);
   EXPECT_EQ(stream.tell(stream.handle), 6);
+}
+
+TEST_F(FileStreamTest, HasNoLengthAndNoPlaceInAPipe) {
+  int ends[2] = {};
+  ASSERT_EQ(pipe(ends), 0);
+  close(ends[1]);
+  FileStream file{platform::FilePtr(fdopen(ends[0], "rb"))};
+  const engines::TPdfStream stream = file.Descriptor();
+  EXPECT_EQ(stream.get_length(stream.handle), -1);
+  EXPECT_EQ(stream.tell(stream.handle), -1);
+  EXPECT_EQ(stream.seek(stream.handle, 0), 0);
+  char byte = 0;
+  EXPECT_EQ(stream.read(stream.handle, &byte, 1), 0);
 }
 
 TEST_F(FileStreamTest, ReadsAsFarAsTheFileGoes) {
