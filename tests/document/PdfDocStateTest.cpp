@@ -1,7 +1,5 @@
 // PdfDoc between operations: what is open, what an object remembers, and which outputs it refuses.
-#include <functional>
-
-#include "PdfTransformation.h"
+#include "document/WritingOperations.h"
 #include "support/DocumentTest.h"
 
 namespace TarnixTools {
@@ -15,51 +13,9 @@ using testing::QpdfEncryption;
 using testing::TestPdf;
 using testing::WriteBytes;
 
-// An operation by its name; an output goes to the path, with the password.
-struct Operation {
-  const char* name;
-  std::function<void(PdfDoc& document, const std::string& output, const std::string& password)> run;
-};
-
 class PdfDocStateTest : public testing::DocumentTest {
  protected:
-  // Those that write a file of this name.
-  static std::vector<Operation> Writing() {
-    return {
-        {"Rotate",
-         [](PdfDoc& document, const std::string& output, const std::string& password) {
-           document.Rotate(PdfRotationAngle::Rotate90, output, password);
-         }},
-        {"Rotate of some pages",
-         [](PdfDoc& document, const std::string& output, const std::string& password) {
-           document.Rotate(PdfRotationAngle::Rotate90, {1}, output, password);
-         }},
-        {"Lock", [](PdfDoc& document, const std::string& output,
-                    const std::string& password) { document.Lock(password, output); }},
-        {"SetMetaData",
-         [](PdfDoc& document, const std::string& output, const std::string& password) {
-           document.SetMetaData({"Ada"}, output, password);
-         }},
-        {"Transform",
-         [](PdfDoc& document, const std::string& output, const std::string& password) {
-           PdfTransformation number(PdfTransformType::AddPageNumber);
-           document.Transform(number, output, password);
-         }},
-        {"Transform by several",
-         [](PdfDoc& document, const std::string& output, const std::string& password) {
-           std::vector<PdfTransformation> number = {
-               PdfTransformation(PdfTransformType::AddPageNumber)};
-           document.Transform(number, output, password);
-         }},
-        {"Transform to PDF/A",
-         [](PdfDoc& document, const std::string& output, const std::string& password) {
-           PdfTransformation settings(PdfTransformType::PdfA);
-           document.Transform(settings, output, password);
-         }},
-    };
-  }
-
-  // Those that do not.
+  // Those that write no file of a name that is given.
   std::vector<Operation> Others() const {
     const std::string directory = Path("");
     return {
@@ -101,7 +57,7 @@ class PdfDocStateTest : public testing::DocumentTest {
 
 TEST_F(PdfDocStateTest, IsClosedAfterEveryOperation) {
   MakePdf("doc.pdf", 2);
-  for (const auto& operations : {Writing(), Others()}) {
+  for (const auto& operations : {WritingOperations(), Others()}) {
     for (const Operation& operation : operations) {
       PdfDoc document = Doc("doc.pdf");
       operation.run(document, Path("out.pdf"), "");
@@ -117,7 +73,7 @@ TEST_F(PdfDocStateTest, IsClosedAfterAWrongPasswordToo) {
   Doc("doc.pdf").Lock("pw", Path("locked.pdf"));
   const Failure refused(PdfExceptionCode::PasswordError,
                         "Invalid password for PDF [" + Backslashes(Path("locked.pdf")) + "]", 17);
-  for (const auto& operations : {Writing(), Others()}) {
+  for (const auto& operations : {WritingOperations(), Others()}) {
     for (const Operation& operation : operations) {
       const std::string name = operation.name;
       PdfDoc document = Doc("locked.pdf", "wrong");
@@ -142,7 +98,7 @@ TEST_F(PdfDocStateTest, IsClosedAfterAWrongPasswordToo) {
 
 TEST_F(PdfDocStateTest, RefusesAnEmptyOutputPath) {
   MakePdf("doc.pdf", 2);
-  for (const Operation& operation : Writing()) {
+  for (const Operation& operation : WritingOperations()) {
     PdfDoc document = Doc("doc.pdf");
     const Failure failure = FailureOf([&] { operation.run(document, "", "pw"); });
     EXPECT_EQ(failure,
@@ -155,7 +111,7 @@ TEST_F(PdfDocStateTest, RefusesAnEmptyOutputPath) {
 TEST_F(PdfDocStateTest, ProtectsOutputsWithAllPermissionsAndOnePassword) {
   TARNIX_NEED_PROGRAM("qpdf");
   MakePdf("doc.pdf", 2);
-  std::vector<Operation> operations = Writing();
+  std::vector<Operation> operations = WritingOperations();
   operations.push_back(
       {"Merge", [](PdfDoc& document, const std::string& output, const std::string& password) {
          PdfDoc::Merge({document}, output, password);
