@@ -80,6 +80,16 @@ TEST_F(CopiedOutputsTest, AreWrittenWhereTheDirectoryTakesNoFiles) {
   }
 }
 
+// Of a directory it is enough that it takes new files.
+TEST_F(CopiedOutputsTest, AreNotNeededWhereADirectoryOnlyCannotBeListed) {
+  const std::string directory = directory_.MakeDir("hidden");
+  chmod(directory.c_str(), 0333);
+  EXPECT_EQ(StatusAsNobody([&] { return Merge({"in.pdf"}, directory + "/out.pdf"); }), 0);
+  chmod(directory.c_str(), 0755);
+  EXPECT_THAT(directory_.Names("hidden"), ElementsAre("out.pdf"));
+  EXPECT_EQ(PageTexts(directory + "/out.pdf"), Labels(1, 2, "In"));
+}
+
 TEST_F(CopiedOutputsTest, StayAsTheyWereWhenTheJobFails) {
   const std::string path = WritableFile("old");
   WriteBytes(Path("bad.pdf"), "no document");

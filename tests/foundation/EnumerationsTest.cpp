@@ -49,6 +49,25 @@ TEST(Enumerations, OfDocumentsAreFixed) {
   ExpectValues<PdfSplitMode>({PdfSplitMode::Ranges, PdfSplitMode::FixedInterval}, {0, 1});
 }
 
+TEST(Enumerations, OfReportsAreFixed) {
+  using Kind = PdfReportKind;
+  ExpectValues<Kind>(
+      {Kind::Link,          Kind::Annotation, Kind::NamedDestination, Kind::OutlineItem,
+       Kind::PageLabel,     Kind::FormField,  Kind::Signature,        Kind::XfaForm,
+       Kind::Script,        Kind::Layer,      Kind::Attachment,       Kind::StructureElement,
+       Kind::ArticleThread, Kind::Thumbnail,  Kind::OutputIntent,     Kind::ViewerSetting,
+       Kind::Resource,      Kind::Damage,     Kind::PageNumber,       Kind::TextStamp,
+       Kind::ImageStamp,    Kind::Font,       Kind::Language,         Kind::MetadataValue,
+       Kind::XmpPacket,     Kind::PdfAClaim,  Kind::Conversion,       Kind::Protection,
+       Kind::ScannedText,   Kind::PageSize},
+      {0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
+       15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 26, 27, 28, 29});
+  using Outcome = PdfReportOutcome;
+  ExpectValues<Outcome>(
+      {Outcome::Kept, Outcome::Renamed, Outcome::Dropped, Outcome::Added, Outcome::Replaced},
+      {0, 1, 2, 3, 4});
+}
+
 TEST(Enumerations, OfConversionsAreFixed) {
   using Compliance = PdfCompliance;
   ExpectValues<Compliance>({Compliance::None, Compliance::PdfA1B, Compliance::PdfA1A,

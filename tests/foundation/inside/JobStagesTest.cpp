@@ -49,6 +49,24 @@ TEST(JobStages, TellHundredthsOfTheWhole) {
                                 std::pair(75, 100), std::pair(100, 100)));
 }
 
+TEST(JobStages, BeginAnewAfterOthers) {
+  Told told;
+  const JobWatch watch(ListenerTo(told), "job");
+  for (int i = 0; i < 2; ++i) {
+    JobStages stages;
+    stages.Begin(40);
+    JobSteps steps(2);
+    steps.Done();
+    EXPECT_EQ(told.back(), std::pair(std::int64_t{20}, std::int64_t{100}));
+    JobStages().Finish();  // stages within stages
+    EXPECT_EQ(told.back().first, 20);
+    JobStages::FinishCurrent();  // not while there are steps
+    EXPECT_EQ(told.back().first, 20);
+  }
+  EXPECT_THAT(told, ElementsAre(std::pair(0, 100), std::pair(20, 100), std::pair(0, 100),
+                                std::pair(20, 100)));
+}
+
 TEST(JobStages, AreFinishedByWhoeverDoesTheWork) {
   Told told;
   const JobWatch watch(ListenerTo(told), "job");
