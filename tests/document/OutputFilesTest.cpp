@@ -1,4 +1,5 @@
 // Outputs are written whole or not at all, under whatever name.
+#include <algorithm>
 #include <filesystem>
 
 #include <fcntl.h>
@@ -173,6 +174,23 @@ TEST_F(OutputFilesTest, GoThroughAPipeThatIsRead) {
   bytes.resize(static_cast<std::size_t>(count));
   EXPECT_EQ(PageTexts(WriteBytes(Path("copy.pdf"), bytes)), Labels(1, 2, "In"));
   EXPECT_THAT(directory_.Names(), ElementsAre("copy.pdf", "in.pdf", "pipe"));
+}
+
+TEST_F(OutputFilesTest, ThatGoThroughAPipeAreNotCompletedWhenTheJobFails) {
+  const std::string path = Path("pipe");
+  WriteBytes(Path("not.pdf"), "hello");
+  ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+  const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK);
+  ASSERT_GE(reader, 0);
+  EXPECT_EQ(FailureOf([&] {
+              PdfDoc::Merge({Doc("in.pdf"), Doc("not.pdf")}, path, "");
+            }).code,
+            PdfExceptionCode::EngineError);
+  std::string bytes(60000, '\0');
+  const ssize_t count = read(reader, bytes.data(), bytes.size());
+  close(reader);
+  bytes.resize(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+  EXPECT_THAT(bytes, ::testing::Not(::testing::HasSubstr("%%EOF")));
 }
 
 TEST_F(OutputFilesTest, DoNotWaitForAPipeThatNobodyReads) {

@@ -1,4 +1,7 @@
 // PdfDoc::Transform to PDF/A: which levels will do, what a failure says, and what is left on the disk.
+#include <set>
+
+#include "Pdf2PdfATask.h"
 #include "PdfTransformation.h"
 #include "support/DocumentTest.h"
 #include "support/RawPdf.h"
@@ -12,6 +15,7 @@ using testing::FailureOf;
 using ::testing::HasSubstr;
 using testing::RawPdf;
 using testing::ReadBytes;
+using testing::TestPdf;
 using testing::WriteBytes;
 
 constexpr auto kLowerLevel = static_cast<std::int32_t>(0x83410540);
@@ -117,12 +121,37 @@ TEST_F(PdfAConversionTest, OpensTheDocumentWithItsOwnPassword) {
 
 TEST_F(PdfAConversionTest, EncryptsTheCopyAndLeavesNothingElse) {
   TARNIX_NEED_PROGRAM("qpdf");
-  MakePdf("doc.pdf", 2);
+  TestPdf().Pages(2).InfoEntry("/Author(Ada)").Write(Path("doc.pdf"));
   WriteBytes(Path("out.pdf"), "older");
   EXPECT_EQ(Convert(Doc("doc.pdf"), PdfCompliance::PdfA2B, false, "pw"), Failure());
   EXPECT_THAT(directory_.Names(), ElementsAre("doc.pdf", "out.pdf"));
   EXPECT_THAT(testing::QpdfEncryption(Path("out.pdf"), "pw"), HasSubstr("P = 3900\n"));
   EXPECT_EQ(Texts("out.pdf", "pw"), Labels(1, 2));
+  EXPECT_EQ(Doc("out.pdf", "pw").GetMetaData(PdfMetadataParam::Author), "Ada");
+}
+
+// What is there while the encrypted copy is written.
+TEST_F(PdfAConversionTest, HasFilesBesideTheOutputAndTheDocumentMeanwhile) {
+  directory_.MakeDir("in");
+  directory_.MakeDir("out");
+  MakePdf("in/doc.pdf", 2);
+  Pdf2PdfATask task(Doc("in/doc.pdf"), "a.pdf");
+  task.SetOutputPath(Path("out"));
+  task.SetOutPassword("pw");
+  std::set<std::string> seen;
+  task.SetProgress([&](auto&&...) {
+    for (const std::string directory : {"in", "out"}) {
+      for (const std::string& name : directory_.Names(directory)) {
+        seen.insert(std::string(directory) + "/" + name);
+      }
+    }
+    return true;
+  });
+  task.Execute();
+  EXPECT_THAT(seen, ElementsAre("in/doc.pdf", "in/pdfa_metadata.xmp", "out/a.pdf_out.log",
+                                "out/a.pdftmp.pdf"));
+  EXPECT_THAT(directory_.Names("in"), ElementsAre("doc.pdf"));
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("a.pdf"));
 }
 
 TEST_F(PdfAConversionTest, LeavesFilesOfItsOwnNamesAlsoWhenItFails) {

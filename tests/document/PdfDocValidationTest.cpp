@@ -1,4 +1,6 @@
 // PdfDoc::ValidatePdfA: what a document claims, and whether it is that.
+#include <algorithm>
+
 #include "PdfTransformation.h"
 #include "support/DocumentTest.h"
 #include "support/RawPdf.h"
@@ -105,6 +107,19 @@ TEST_F(PdfDocValidationTest, TellsWhereSomethingIsWrong) {
   EXPECT_EQ(finding.top, 70);
   EXPECT_NE(finding.message, "");
   EXPECT_NE(finding.cure, "");
+}
+
+TEST_F(PdfDocValidationTest, TellsEveryPlaceWhereARuleIsBroken) {
+  const char* const sound = "/Type/Annot/Subtype/Sound/Rect[0 0 9 9]/F 4";
+  testing::TestPdf().Page("a").Annotation(sound).Annotation(sound).Annotation(sound).Write(
+      Path("doc.pdf"));
+  PdfDoc document = Doc("doc.pdf");
+  for (const bool is_level_given : {false, true}) {
+    EXPECT_FALSE(is_level_given ? document.ValidatePdfA(PdfCompliance::PdfA2B)
+                                : document.ValidatePdfA());
+    const std::vector<std::string> rules = Rules(document);
+    EXPECT_EQ(std::count(rules.begin(), rules.end(), "6.3.1-1"), 3);
+  }
 }
 
 TEST_F(PdfDocValidationTest, NeedsADocumentAndItsPassword) {

@@ -109,6 +109,32 @@ TEST(JobStages, StopTheJobWhenTheHostWishes) {
   EXPECT_THROW(JobSteps(3), PdfException);
 }
 
+// Wherever it asks next, once the host has been told and has answered.
+TEST(JobStages, StopTheJobAtEveryStepAfterThat) {
+  bool goes_on = true;
+  const JobWatch watch([&](const std::string&, std::int64_t, std::int64_t) { return goes_on; },
+                       "job");
+  JobStages stages;
+  {
+    JobSteps steps(2);
+    JobStages within;
+    JobSteps one(1);
+    goes_on = false;
+    EXPECT_THROW(JobWatch::Report(7, 9), PdfException);
+    EXPECT_THROW(steps.Done(), PdfException);
+    EXPECT_THROW(one.Done(), PdfException);
+    EXPECT_THROW(JobSteps(1), PdfException);
+    EXPECT_THROW(JobSteps(2), PdfException);
+    EXPECT_THROW(JobStages(), PdfException);
+    EXPECT_THROW(within.Begin(50), PdfException);
+    EXPECT_THROW(within.Finish(), PdfException);
+  }
+  EXPECT_THROW(stages.Begin(50), PdfException);
+  EXPECT_THROW(JobSteps(2), PdfException);
+  EXPECT_THROW(stages.Finish(), PdfException);
+  EXPECT_THROW(watch.ThrowIfCancelled(), PdfException);
+}
+
 TEST(JobStages, DoNothingWithoutAJob) {
   JobStages stages;
   stages.Begin(30);

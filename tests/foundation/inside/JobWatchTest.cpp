@@ -26,6 +26,21 @@ void Count(int count) {
   }
 }
 
+TEST(JobWatch, TellsWhatIsDoneInASingleStep) {
+  Steps heard;
+  const JobWatch watch(
+      [&](const std::string&, std::int64_t done, std::int64_t of) {
+        heard.emplace_back(done, of);
+        return true;
+      },
+      "job");
+  JobSteps one(1);
+  Count(2);
+  one.Done();
+  heard.erase(std::unique(heard.begin(), heard.end()), heard.end());
+  EXPECT_THAT(heard, ElementsAre(Pair(0, 0), Pair(0, 2), Pair(1, 2), Pair(2, 2)));
+}
+
 TEST(JobWatch, TellsStepsAndNoneWithinThem) {
   Steps heard;
   const JobWatch watch(

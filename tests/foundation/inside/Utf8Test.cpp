@@ -26,6 +26,12 @@ const Malformed kMalformed[] = {
     {"\xED\xBF\xBF", 3},      //
     {"\xF4\x90\x80\x80", 4},  // beyond the last character
     {"\xF5\x80", 2},          //
+    {"\xC3\xC0", 2},          // no continuation, but the first byte behind those
+    {"\xE1\xC0\x80", 3},      //
+    {"\xE1\x80\xC0", 2},      //
+    {"\xED\xC0", 2},          //
+    {"\xF1\xC0", 2},          //
+    {"\xF4\xC0", 2},          //
     {"\xC3", 1},              // cut
     {"\xE6\x96", 1},          //
     {"\xF0\x9F\x98", 1},      //
@@ -102,6 +108,15 @@ TEST(Utf8, IsCutBetweenCharacters) {
   EXPECT_EQ(Utf8LengthWithin("", 5), 0U);
 }
 
+TEST(Utf8, IsNotReadBehindItsEnd) {
+  const std::string_view cut = std::string_view("\xC3\xA9").substr(0, 1);
+  EXPECT_EQ(Utf8ToUtf32(cut), U"\xFFFD");
+  EXPECT_EQ(Utf8LengthWithin(cut, 5), 1U);
+  EXPECT_EQ(Utf8LengthWithin("\x80\x80\x80", 2), 0U) << "nothing begins there";
+  const std::wstring pair = {0xD83D, 0xDE00};
+  EXPECT_EQ(WideToUtf32(std::wstring_view(pair).substr(0, 1)), U"\xFFFD");
+}
+
 TEST(WideText, JoinsSurrogatePairs) {
   EXPECT_EQ(WideToUtf8(std::wstring{0xD83D, 0xDE00, L'!'}), "\xF0\x9F\x98\x80!");
   EXPECT_EQ(WideToUtf32(std::wstring{0xDBFF, 0xDFFF}), U"\x10FFFF");
@@ -117,6 +132,8 @@ TEST(WideText, ReplacesWhatIsNoCharacter) {
   EXPECT_EQ(WideToUtf8(std::wstring{0xD83D}), replacement);
   EXPECT_EQ(WideToUtf8(std::wstring{0xD83D, L'a'}), replacement + "a");
   EXPECT_EQ(WideToUtf8(std::wstring{0xDE00, 0xD83D}), replacement + replacement);
+  EXPECT_EQ(WideToUtf8(std::wstring{0xDC00, 0xDC00}), replacement + replacement);
+  EXPECT_EQ(WideToUtf8(std::wstring{0xD800, 0xE000}), replacement + "\xEE\x80\x80");
   EXPECT_EQ(WideToUtf8(std::wstring{0x110000}), replacement);
   EXPECT_EQ(WideToUtf8(std::wstring{static_cast<wchar_t>(-1)}), replacement);
 }
