@@ -1,6 +1,9 @@
 // PdfDoc::Transform to PDF/A: which levels will do, what a failure says, and what is left on the disk.
 #include <set>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include "Pdf2PdfATask.h"
 #include "PdfTransformation.h"
 #include "support/DocumentTest.h"
@@ -45,6 +48,11 @@ class PdfAConversionTest : public testing::DocumentTest {
         FailureOf([&] { document.Transform(settings, Path("out.pdf"), password); });
     report_ = document.GetReport();
     return failure;
+  }
+
+  std::set<std::string> NamesIn(const std::string& directory) const {
+    const std::vector<std::string> names = directory_.Names(directory);
+    return {names.begin(), names.end()};
   }
 
   PdfReport report_;  // of the last conversion
@@ -140,18 +148,53 @@ TEST_F(PdfAConversionTest, HasFilesBesideTheOutputAndTheDocumentMeanwhile) {
   task.SetOutPassword("pw");
   std::set<std::string> seen;
   task.SetProgress([&](auto&&...) {
-    for (const std::string directory : {"in", "out"}) {
-      for (const std::string& name : directory_.Names(directory)) {
-        seen.insert(std::string(directory) + "/" + name);
-      }
-    }
+    seen.merge(NamesIn("in"));
+    seen.merge(NamesIn("out"));
     return true;
   });
   task.Execute();
-  EXPECT_THAT(seen, ElementsAre("in/doc.pdf", "in/pdfa_metadata.xmp", "out/a.pdf_out.log",
-                                "out/a.pdftmp.pdf"));
+  EXPECT_THAT(seen, ElementsAre("a.pdf_out.log", "a.pdftmp.pdf", "doc.pdf", "pdfa_metadata.xmp"));
   EXPECT_THAT(directory_.Names("in"), ElementsAre("doc.pdf"));
   EXPECT_THAT(directory_.Names("out"), ElementsAre("a.pdf"));
+}
+
+// Where no file can be made beside the document, its packet is beside the output meanwhile.
+TEST_F(PdfAConversionTest, NeedsNoDirectoryOfTheDocumentThatTakesFiles) {
+  MakePdf("doc.pdf", 2);
+  const int file = open(Path("doc.pdf").c_str(), O_RDONLY | O_CLOEXEC);
+  ASSERT_GE(file, 0);
+  const PdfDoc document("/proc/self/fd/" + std::to_string(file), "", true);
+  directory_.MakeDir("out");
+  Pdf2PdfATask task(document, "a.pdf");
+  task.SetOutputPath(Path("out"));
+  task.SetOutPassword("pw");
+  std::set<std::string> seen;
+  task.SetProgress([&](auto&&...) {
+    seen.merge(NamesIn("out"));
+    return true;
+  });
+  task.Execute();
+  close(file);
+  EXPECT_THAT(seen, ElementsAre("a.pdf_metadata.xmp", "a.pdf_out.log", "a.pdftmp.pdf"));
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("a.pdf"));
+}
+
+TEST_F(PdfAConversionTest, TellsThatTheOutputCannotBeMade) {
+  MakePdf("doc.pdf", 1);
+  const std::string directory = directory_.MakeDir("out.pdf");
+  EXPECT_EQ(Convert(Doc("doc.pdf"), PdfCompliance::PdfA2B, false),
+            Failure(PdfExceptionCode::FileNotFound,
+                    "Unable to create new file [" + directory + "] (Is a directory)"));
+  EXPECT_EQ(Convert(Doc("doc.pdf"), PdfCompliance::PdfA2B, false, "pw"),
+            Failure(PdfExceptionCode::FileNotFound, "Unable to create new file [" +
+                                                        testing::Backslashes(directory) +
+                                                        "] (Is a directory)"));
+  PdfTransformation settings(PdfTransformType::PdfA);
+  EXPECT_EQ(FailureOf([&] { Doc("doc.pdf").Transform(settings, Path("no/out.pdf"), ""); }),
+            Failure(PdfExceptionCode::EngineError,
+                    "Conversion to PDF/A failed, error [0x0000000E], conversion error [0]", 14));
+  EXPECT_THAT(directory_.Names(), ElementsAre("doc.pdf", "out.pdf"));
+  EXPECT_THAT(directory_.Names("out.pdf"), ElementsAre());
 }
 
 TEST_F(PdfAConversionTest, LeavesFilesOfItsOwnNamesAlsoWhenItFails) {

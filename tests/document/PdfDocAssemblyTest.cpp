@@ -208,8 +208,9 @@ TEST_F(PdfDocAssemblyTest, AppendToADocumentThatWasNotCreatedFails) {
   MakePdf("a.pdf", 2, "Alpha");
   const std::string before = testing::ReadBytes(MakePdf("b.pdf", 1, "Beta"));
   PdfDoc not_created = Doc("b.pdf");
-  EXPECT_EQ(FailureOf([&] { not_created.Append(Doc("a.pdf")); }).code,
-            PdfExceptionCode::EngineError);
+  const Failure failure = FailureOf([&] { not_created.Append(Doc("a.pdf")); });
+  EXPECT_EQ(failure.code, PdfExceptionCode::EngineError);
+  EXPECT_EQ(failure.engine_code, 11);
   EXPECT_EQ(testing::ReadBytes(Path("b.pdf")), before);
 }
 

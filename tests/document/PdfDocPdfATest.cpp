@@ -1,5 +1,6 @@
 // PdfDoc: XMP metadata and what a document claims.
 #include "support/DocumentTest.h"
+#include "support/FileSizeLimit.h"
 #include "support/RawPdf.h"
 #include "support/TestPackets.h"
 
@@ -92,6 +93,23 @@ TEST_F(PdfDocPdfATest, TellsWhatItClaims) {
   EXPECT_EQ(claimed(TestPacket(ClaimOf("3"))), PdfCompliance::PdfA3B);
   EXPECT_EQ(static_cast<int>(claimed(TestPacket(ClaimOf("4")))), 0x1700);
   EXPECT_EQ(static_cast<int>(claimed("no packet")), 0x1700);
+}
+
+TEST_F(PdfDocPdfATest, LeavesWhatWasThereWhenItCannotWrite) {
+  PdfDoc document(MakeWithPacket(TestPacket(ClaimOf("2"))), "", true);
+  const std::string directory = directory_.MakeDir("a.xmp");
+  EXPECT_EQ(FailureOf([&] { document.GetXmpMetaData(directory); }),
+            Failure(PdfExceptionCode::FileNotFound,
+                    "Unable to create new file [" + directory + "] (Is a directory)"));
+  WriteBytes(Path("b.xmp"), "older");
+  Failure failure;
+  {
+    const testing::FileSizeLimit full(10);
+    failure = FailureOf([&] { document.GetXmpMetaData(Path("b.xmp")); });
+  }
+  EXPECT_EQ(failure, Failure(PdfExceptionCode::FileNotFound,
+                             "Unable to create new file [" + Path("b.xmp") + "] (File too large)"));
+  EXPECT_EQ(ReadBytes(Path("b.xmp")), "older");
 }
 
 TEST_F(PdfDocPdfATest, AsksForThePathBeforeTheDocument) {

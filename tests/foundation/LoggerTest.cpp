@@ -69,6 +69,8 @@ std::vector<std::string> Messages(const std::string& log) {
   return messages;
 }
 
+static_assert(Logger::LOGGER_DATE_SIZE == 80);
+
 TEST_F(LoggerTest, WritesToStandardOutputWithoutAFileName) {
   const std::string output = OutputOf([] { Logger::GetLogger("").Log(std::string("x")); });
   EXPECT_THAT(Messages(output), ElementsAre("x"));

@@ -59,6 +59,7 @@ TEST(PdfException, AssignmentToItselfChangesNothing) {
 TEST(PdfException, EngineCodeKeepsItsSign) {
   const PdfException error(PdfExceptionCode::EngineError, static_cast<std::int32_t>(0x80410112),
                            "no");
+  static_assert(std::is_same_v<decltype(error.GetErrorCode()), long>);
   EXPECT_EQ(error.GetErrorCode(), -2143223534L);
 }
 
