@@ -116,6 +116,158 @@ TEST(PdfTransformation, GoesBackToDefaults) {
   EXPECT_EQ(settings.GetVerticalPosition(), Vertical::Bottom);
 }
 
+// Every setting has another value than any default.
+PdfTransformation Changed(PdfTransformType type) {
+  PdfTransformation settings(type);
+  settings.AddTargetPattern("2-3,7");
+  settings.SetHorizontalPosition(Horizontal::Left);
+  settings.SetVerticalPosition(Vertical::Top);
+  settings.SetLayerPosition(PdfTransformLayerPos::Under);
+  settings.SetTextAlignment(PdfTransformTextAlignment::Right);
+  settings.SetVerticalAdjustment(8);
+  settings.SetHorizontalAdjustment(-9);
+  settings.SetPageNumberTextTemplate("p. {n}");
+  settings.GetPageNumberText(1, 2);
+  settings.SetStartingPageNum(-7);
+  settings.SetFontName("Courier");
+  settings.SetFontStyle("Bold");
+  settings.SetFontSize(3.5);
+  settings.SetFontColor("#FF8001");
+  settings.SetFirstCoverPage(true);
+  settings.SetDoFacingPages(true);
+  settings.SetMarginX(-4);
+  settings.SetMarginY(5);
+  settings.SetInputImage("x.png");
+  settings.SetInputText("a\nb");
+  settings.SetRotation(720.5);
+  settings.SetPixelsPerPoint(-1);
+  settings.SetMosaic(true);
+  settings.SetImageWidth(30, PdfTransformWidthUnit::PercentOfPage);
+  settings.SetOpacity(5);
+  settings.SetApplyOpacity(true);
+  settings.SetTextOpacity(6);
+  settings.SetCompliance(PdfCompliance::PdfA2B);
+  settings.SetPdfaDowngrade(true);
+  settings.GetAbsolutePosition() = PdfPagePoint(3, 4);
+  return settings;
+}
+
+// Those that Changed has changed and that defaults leave alone.
+void ExpectUntouched(PdfTransformation& settings) {
+  EXPECT_EQ(settings.GetInputText(), "a\nb");
+  EXPECT_EQ(settings.GetCompliance(), PdfCompliance::PdfA2B);
+  EXPECT_TRUE(settings.GetPdfaDowngrade());
+  settings.SetInputText("");  // for ExpectSharedDefaults
+}
+
+TEST(PdfTransformation, GoesBackToTheDefaultsOfPageNumbersInEverySetting) {
+  PdfTransformation by_type = Changed(PdfTransformType::AddPageNumber);
+  by_type.SetDefaults();
+  PdfTransformation by_name = Changed(PdfTransformType::StampText);
+  by_name.SetAddPageNumberDefaults();
+  for (PdfTransformation* settings : {&by_type, &by_name}) {
+    ExpectUntouched(*settings);
+    ExpectSharedDefaults(*settings);
+    EXPECT_EQ(settings->GetVerticalPosition(), Vertical::Bottom);
+    EXPECT_EQ(settings->GetTextAlignment(), PdfTransformTextAlignment::Center);
+    EXPECT_EQ(settings->GetMarginX(), 0);
+    EXPECT_EQ(settings->GetMarginY(), 0);
+    EXPECT_EQ(settings->GetPixelsPerPoint(), 0);
+  }
+}
+
+TEST(PdfTransformation, GoesBackToTheDefaultsOfStampsInEverySetting) {
+  PdfTransformation of_text = Changed(PdfTransformType::StampText);
+  of_text.SetDefaults();
+  PdfTransformation of_image = Changed(PdfTransformType::StampImage);
+  of_image.SetDefaults();
+  PdfTransformation text_by_name = Changed(PdfTransformType::AddPageNumber);
+  text_by_name.SetStampTextDefaults();
+  PdfTransformation image_by_name = Changed(PdfTransformType::AddPageNumber);
+  image_by_name.SetStampImageDefaults();
+  for (PdfTransformation* settings : {&of_text, &of_image, &text_by_name, &image_by_name}) {
+    EXPECT_EQ(settings->GetAbsolutePositionX(), 3);
+    EXPECT_EQ(settings->GetAbsolutePositionY(), 4);
+    settings->GetAbsolutePosition() = PdfPagePoint();
+    ExpectUntouched(*settings);
+    ExpectSharedDefaults(*settings);
+    EXPECT_EQ(settings->GetVerticalPosition(), Vertical::Middle);
+    EXPECT_EQ(settings->GetTextAlignment(), PdfTransformTextAlignment::Left);
+    EXPECT_EQ(settings->GetMarginX(), 15);
+    EXPECT_EQ(settings->GetMarginY(), 15);
+    EXPECT_EQ(settings->GetPixelsPerPoint(), 1.33);
+  }
+}
+
+// What is copied, moved and assigned is all of it.
+void ExpectChanged(PdfTransformation& settings) {
+  EXPECT_EQ(settings.GetType(), PdfTransformType::StampImage);
+  EXPECT_THAT(settings.GetTargetPages(), ElementsAre(2, 3, 7));
+  EXPECT_TRUE(settings.IsTargetPage(3));
+  EXPECT_FALSE(settings.IsTargetPage(4));
+  EXPECT_EQ(settings.GetTargetRanges().size(), 2U);
+  EXPECT_EQ(settings.GetHorizontalPosition(), Horizontal::Left);
+  EXPECT_EQ(settings.GetBaseHorizontalPosition(), Horizontal::Left);
+  EXPECT_EQ(settings.GetVerticalPosition(), Vertical::Top);
+  EXPECT_EQ(settings.GetLayerPosition(), PdfTransformLayerPos::Under);
+  EXPECT_EQ(settings.GetTextAlignment(), PdfTransformTextAlignment::Right);
+  EXPECT_EQ(settings.GetVerticalAdjustment(), 8);
+  EXPECT_EQ(settings.GetHorizontalAdjustment(), -9);
+  EXPECT_EQ(settings.GetBaseHorizontalAdjustment(), -9);
+  EXPECT_EQ(settings.GetPageNumberTextTemplate(), "p. {n}");
+  EXPECT_EQ(settings.GetStartingPageNum(), -7);
+  EXPECT_EQ(settings.GetFontName(), "Courier");
+  EXPECT_EQ(settings.GetFontStyle(), "Bold");
+  EXPECT_EQ(settings.GetFontSize(), 3.5);
+  EXPECT_EQ(settings.GetFontColor(), "#FF8001");
+  EXPECT_THAT(settings.GetColors(), ElementsAre(1.0, DoubleEq(128.0 / 255), DoubleEq(1.0 / 255)));
+  EXPECT_TRUE(settings.GetFirstCoverPage());
+  EXPECT_TRUE(settings.GetDoFacingPages());
+  EXPECT_EQ(settings.GetMarginX(), -4);
+  EXPECT_EQ(settings.GetMarginY(), 5);
+  EXPECT_EQ(settings.GetInputImage(), "x.png");
+  EXPECT_EQ(settings.GetInputText(), "a\nb");
+  EXPECT_EQ(settings.GetRotation(), 720.5);
+  EXPECT_EQ(settings.GetPixelsPerPoint(), -1);
+  EXPECT_TRUE(settings.GetMosaic());
+  EXPECT_EQ(settings.GetImageWidth(), 30);
+  EXPECT_EQ(settings.GetImageWidthUnit(), PdfTransformWidthUnit::PercentOfPage);
+  EXPECT_EQ(settings.GetOpacity(), 5);
+  EXPECT_TRUE(settings.GetApplyOpacity());
+  EXPECT_EQ(settings.GetTextOpacity(), 6);
+  EXPECT_EQ(settings.GetCompliance(), PdfCompliance::PdfA2B);
+  EXPECT_TRUE(settings.GetPdfaDowngrade());
+  EXPECT_EQ(settings.GetAbsolutePositionX(), 3);
+  EXPECT_EQ(settings.GetAbsolutePositionY(), 4);
+}
+
+TEST(PdfTransformation, IsCopiedMovedAndAssignedWithAllItHolds) {
+  PdfTransformation settings = Changed(PdfTransformType::StampImage);
+  ExpectChanged(settings);
+  PdfTransformation copy(settings);
+  PdfTransformation assigned(PdfTransformType::PdfA);
+  assigned = settings;
+  PdfTransformation moved(std::move(settings));
+  PdfTransformation move_assigned(PdfTransformType::AddPageNumber);
+  move_assigned = PdfTransformation(copy);
+  for (PdfTransformation* same : {&copy, &assigned, &moved, &move_assigned}) {
+    ExpectChanged(*same);
+  }
+  copy.AddTargetPage(9);
+  EXPECT_FALSE(assigned.IsTargetPage(9));
+}
+
+// The conversion's own settings are all that its defaults write.
+TEST(PdfTransformation, GoesBackToTheDefaultsOfConversionsInTheirSettingsOnly) {
+  PdfTransformation settings = Changed(PdfTransformType::StampImage);
+  settings.SetPdfADefaults();
+  EXPECT_EQ(settings.GetCompliance(), PdfCompliance::None);
+  EXPECT_FALSE(settings.GetPdfaDowngrade());
+  settings.SetCompliance(PdfCompliance::PdfA2B);
+  settings.SetPdfaDowngrade(true);
+  ExpectChanged(settings);
+}
+
 TEST(PdfTransformation, FillsTheTemplateIn) {
   PdfTransformation settings(PdfTransformType::AddPageNumber);
   const auto filled = [&](const std::string& text, int number = 3, int count = 10) {
@@ -176,6 +328,31 @@ TEST(PdfTransformation, ReadsHexadecimalDigits) {
   EXPECT_EQ(settings.GetDoubleFromHexStr("fF"), 255);
   EXPECT_EQ(settings.GetDoubleFromHexStr("7B99"), 123);
   EXPECT_EQ(settings.GetDoubleFromHexStr("1"), 16);
+  EXPECT_EQ(settings.GetDoubleFromHexStr(""), 0);
+  for (int value = 0; value < 256; ++value) {
+    const std::string upper = "0123456789ABCDEF";
+    const std::string lower = "0123456789abcdef";
+    const auto high = static_cast<std::size_t>(value) / 16;
+    const auto low = static_cast<std::size_t>(value) % 16;
+    EXPECT_EQ(settings.GetDoubleFromHexStr({upper[high], lower[low]}), value);
+    EXPECT_EQ(settings.GetDoubleFromHexStr({lower[high], upper[low]}), value);
+  }
+}
+
+// Any other character counts as far as it is from a 0, also beyond the digits' four bits.
+TEST(PdfTransformation, ReadsWhatIsNoDigitByItsDistanceFromZero) {
+  const PdfTransformation settings(PdfTransformType::StampText);
+  EXPECT_EQ(settings.GetDoubleFromHexStr("G0"), 23 * 16);
+  EXPECT_EQ(settings.GetDoubleFromHexStr("0g"), 23);
+  EXPECT_EQ(settings.GetDoubleFromHexStr("1g"), 16 | 23);
+  EXPECT_EQ(settings.GetDoubleFromHexStr("@z"), 16 * 16 | 42);
+}
+
+TEST(PdfTransformation, PaintsWithTheColoursThatAHostChanges) {
+  PdfTransformation settings(PdfTransformType::StampText);
+  settings.GetColors()[1] = 0.5;
+  EXPECT_THAT(std::as_const(settings).GetColors(), ElementsAre(0, 0.5, 0));
+  EXPECT_EQ(settings.GetFontColor(), "#000000");
 }
 
 TEST(PdfTransformation, ChecksOpacities) {
@@ -318,6 +495,40 @@ TEST(PdfTransformation, MirrorsFacingPages) {
   EXPECT_EQ(settings.GetHorizontalPosition(), Horizontal::Left);
 }
 
+// What is centred or at an absolute position stays as the last page, or the host, has left it.
+TEST(PdfTransformation, LeavesThePlacesThatAreNotMirroredAsTheyAre) {
+  PdfTransformation settings(PdfTransformType::AddPageNumber);
+  settings.SetDoFacingPages(true);
+  settings.SetHorizontalPosition(Horizontal::Left);
+  settings.SetHorizontalAdjustment(10);
+  settings.ApplyFacingPages(3);
+  for (const Horizontal position : {Horizontal::Center, Horizontal::Absolute}) {
+    settings.SetHorizontalPosition(position);
+    for (const int page : {3, 4}) {
+      settings.ApplyFacingPages(page);
+      EXPECT_EQ(settings.GetHorizontalPosition(), position);
+      EXPECT_EQ(settings.GetHorizontalAdjustment(), -10);
+    }
+  }
+  settings.SetHorizontalPosition(Horizontal::Right);
+  settings.ApplyFacingPages(3);
+  settings.SetDoFacingPages(false);
+  settings.ApplyFacingPages(2);
+  EXPECT_EQ(settings.GetHorizontalPosition(), Horizontal::Left);
+  EXPECT_EQ(settings.GetHorizontalAdjustment(), -10);
+}
+
+TEST(PdfTransformation, StaysAbsoluteOnFacingPagesThatAreCentred) {
+  PdfTransformation settings(PdfTransformType::AddPageNumber);
+  settings.SetAbsolutePosition(PdfPagePoint(1, 2));
+  for (const bool faces : {false, true}) {
+    settings.SetDoFacingPages(faces);
+    settings.ApplyFacingPages(1);
+    EXPECT_EQ(settings.GetHorizontalPosition(), Horizontal::Absolute);
+    EXPECT_EQ(settings.GetBaseHorizontalPosition(), Horizontal::Center);
+  }
+}
+
 TEST(PdfTransformation, MirrorsABasePositionAlsoWhenTheEffectiveOneIsAbsolute) {
   PdfTransformation settings(PdfTransformType::AddPageNumber);
   settings.SetDoFacingPages(true);
@@ -372,6 +583,15 @@ TEST_F(TextPositionTest, IsThatOfTheTable) {
       EXPECT_DOUBLE_EQ(point.y, y - text_.GetAscent()) << static_cast<int>(vertical);
     }
   }
+}
+
+TEST_F(TextPositionTest, IsThatOfAnAbsolutePositionWhateverTheBaseIs) {
+  settings_.SetHorizontalPosition(Horizontal::Right);
+  settings_.SetVerticalPosition(Vertical::Top);
+  settings_.SetAbsolutePositionY(35);
+  const engines::TPdfPoint point = settings_.GetTextPosition(1, {600, 800}, {120, 50}, text_);
+  EXPECT_DOUBLE_EQ(point.x, 40 + 7 + 3);
+  EXPECT_DOUBLE_EQ(point.y, 35 + 11 + 50 - 2 - text_.GetAscent());
 }
 
 TEST_F(TextPositionTest, FollowsFacingPages) {
