@@ -80,6 +80,32 @@ class DecorationTasksTest : public testing::DocumentTest {
     Task patterns(Doc("doc.pdf"));
     EXPECT_EQ(FailureOf([&] { patterns.AddTargetPattern("1,,2"); }).message,
               "Invalid target pages pattern [1,,2]");
+    EXPECT_EQ(patterns.GetTargetPagesNum(), 1);  // the items before the bad one
+    patterns.AddTargetPage(4);
+    EXPECT_EQ(patterns.GetTargetPagesNum(), 2);
+    EXPECT_EQ(FailureOf([&] { patterns.AddTargetPage(0); }).code,
+              PdfExceptionCode::InvalidParameter);
+    EXPECT_EQ(patterns.GetTargetPagesNum(), 2);
+  }
+
+  // A choice that fails is one: the pages of a new task are gone.
+  template <typename Task>
+  void ExpectChoiceByFailure() {
+    Task page(Doc("doc.pdf"));
+    EXPECT_EQ(FailureOf([&] { page.AddTargetPage(0); }),
+              Failure(PdfExceptionCode::InvalidParameter,
+                      "Invalid PDF page range start value [0], expected positive integer"));
+    EXPECT_EQ(page.GetTargetPagesNum(), 0);
+    Task pattern(Doc("doc.pdf"));
+    EXPECT_EQ(FailureOf([&] { pattern.AddTargetPattern("a"); }),
+              Failure(PdfExceptionCode::InvalidParameter, "Invalid target pages pattern [a]"));
+    EXPECT_EQ(pattern.GetTargetPagesNum(), 0);
+    Task empty(Doc("doc.pdf"));
+    empty.AddTargetPattern("");
+    EXPECT_EQ(empty.GetTargetPagesNum(), 0);
+    Task range(Doc("doc.pdf"));
+    range.AddTargetRange(PdfPageRange(4, 2));
+    EXPECT_EQ(range.GetTargetPagesNum(), 3);
   }
 
   template <typename Task>
@@ -112,9 +138,18 @@ class DecorationTasksTest : public testing::DocumentTest {
     task.SetVerticalPosition(PdfTransformVerticalPos::Top);
     task.SetVerticalAdjustment(-4);
     task.SetLayerPosition(PdfTransformLayerPos::Under);
+    task.SetOutName("named.pdf");
+    task.SetOutputPath("/out");
     Task copy(task);
+    Task assigned(Doc("doc.pdf"));
+    assigned = copy;
     Task moved(std::move(task));
-    for (Task* same : {&copy, &moved}) {
+    Task move_assigned(Doc("doc.pdf"));
+    move_assigned = Task(copy);
+    for (Task* same : {&copy, &assigned, &moved, &move_assigned}) {
+      EXPECT_EQ(same->GetOutName(), "named.pdf");
+      EXPECT_EQ(same->GetOutputPath(), "\\out\\");
+      EXPECT_EQ(same->GetPdfDocsNum(), 1);
       EXPECT_EQ(same->GetFontName(), "Courier");
       EXPECT_EQ(same->GetFontStyle(), "Bold");
       EXPECT_EQ(same->GetFontColor(), "#102030");
@@ -125,9 +160,24 @@ class DecorationTasksTest : public testing::DocumentTest {
       EXPECT_EQ(same->GetVerticalAdjustment(), -4);
       EXPECT_EQ(same->GetLayerPosition(), PdfTransformLayerPos::Under);
       EXPECT_EQ(same->GetTargetPagesNum(), 12);
+      same->AddTargetPage(2);  // the first choice in each of them
+      EXPECT_EQ(same->GetTargetPagesNum(), 1);
     }
+    Task chosen(copy);
+    chosen.AddTargetPage(3);
+    EXPECT_EQ(chosen.GetTargetPagesNum(), 2);
     EXPECT_EQ(FailureOf([&] { copy.SetFontColor("red"); }).message,
               "Invalid RGB font color pattern [red]");
+  }
+
+  // Those of the type, where nothing was set.
+  template <typename Task>
+  void ExpectPlace(PdfTransformVerticalPos vertical) {
+    Task task(Doc("doc.pdf"));
+    EXPECT_EQ(task.GetVerticalPosition(), vertical);
+    EXPECT_EQ(task.GetHorizontalPosition(), PdfTransformHorizontalPos::Center);
+    EXPECT_EQ(task.GetVerticalAdjustment(), 0);
+    EXPECT_EQ(task.GetHorizontalAdjustment(), 0);
   }
 
   template <typename Task>
@@ -176,6 +226,9 @@ TEST_F(DecorationTasksTest, TargetAllPagesUntilOthersAreChosen) {
   ExpectTargets<PdfPageNumberTask>();
   ExpectTargets<PdfStampTextTask>();
   ExpectTargets<PdfStampImageTask>();
+  ExpectChoiceByFailure<PdfPageNumberTask>();
+  ExpectChoiceByFailure<PdfStampTextTask>();
+  ExpectChoiceByFailure<PdfStampImageTask>();
 }
 
 TEST_F(DecorationTasksTest, NameTheirOutput) {
@@ -192,6 +245,46 @@ TEST_F(DecorationTasksTest, HandSettingsOn) {
   ExpectTextSettings<PdfStampTextTask>();
   ExpectStampSettings<PdfStampTextTask>();
   ExpectStampSettings<PdfStampImageTask>();
+}
+
+TEST_F(DecorationTasksTest, StandWhereTheirTypeDoes) {
+  ExpectPlace<PdfPageNumberTask>(PdfTransformVerticalPos::Bottom);
+  ExpectPlace<PdfStampTextTask>(PdfTransformVerticalPos::Middle);
+  ExpectPlace<PdfStampImageTask>(PdfTransformVerticalPos::Middle);
+}
+
+// Whether a file is there is looked at when the stamp is made, not before.
+TEST_F(DecorationTasksTest, CheckOptionsWhenTheyAreExecuted) {
+  PdfStampImageTask image(Doc("doc.pdf"));
+  image.SetInputImage("missing.png");
+  image.AddPdfDoc(Doc("doc.pdf"));
+  EXPECT_EQ(FailureOf([&] { image.Execute(); }), NotOneDocument(2));
+  image.GetPdfDocs().pop_back();
+  EXPECT_EQ(FailureOf([&] { image.Execute(); }),
+            Failure(PdfExceptionCode::FileNotFound, "Image file not found: missing.png"));
+  PdfStampTextTask text(Doc("doc.pdf"));
+  text.SetInputText("Draft");
+  text.SetFontSize(-2);
+  EXPECT_EQ(text.GetFontSize(), -2.0);
+  EXPECT_EQ(FailureOf([&] { text.Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter, "Invalid pdf text font size [-2]"));
+  EXPECT_EQ(text.GetInputText(), "Draft");
+  EXPECT_EQ(text.GetTargetPagesNum(), 12);
+  text.SetFontSize(2);
+  text.Execute();
+  EXPECT_EQ(Doc("document_after_text_stamp.pdf").GetPagesNum(), 12);
+}
+
+TEST_F(DecorationTasksTest, TargetThePagesThatTheDocumentHadWhenTheyWereChosen) {
+  TARNIX_NEED_PROGRAM("pdftotext");
+  PdfPageNumberTask task(Doc("doc.pdf"));
+  task.SetPageNumberTextTemplate("no. {n} of {p}");
+  MakePdf("doc.pdf", 13);
+  task.Execute();
+  EXPECT_EQ(Texts("document_with_page_numbers.pdf").at(11), "Page 12\n\nno. 12 of 13");
+  EXPECT_EQ(Texts("document_with_page_numbers.pdf").at(12), "Page 13");
+  task.TargetAllPages();
+  EXPECT_EQ(task.GetTargetPagesNum(), 13);
 }
 
 TEST_F(DecorationTasksTest, HaveSettingsOfTheirOwn) {

@@ -89,6 +89,39 @@ TEST_F(OutputPathTest, FilledInStaysAfterAFailure) {
   EXPECT_EQ(PathAfterFailure(Pdf2OfficeTask(Doc("not.pdf"))), beside);
 }
 
+TEST_F(OutputPathTest, FilledInHoldsForLaterRuns) {
+  directory_.MakeDir("first");
+  directory_.MakeDir("second");
+  MakePdf("first/a.pdf", 2);
+  MakePdf("second/b.pdf", 2);
+  PdfSetMetaDataTask metadata(Doc("first/a.pdf"));
+  metadata.SetMetaParam(PdfMetadataParam::Author, "Ada");
+  metadata.Execute();
+  metadata.SetInputDoc(Doc("second/b.pdf"));
+  metadata.SetOutName("later.pdf");
+  metadata.Execute();
+  PdfStampTextTask stamp(Doc("first/a.pdf"));
+  stamp.SetInputText("Draft");
+  stamp.Execute();
+  stamp.SetPdfDocs({Doc("second/b.pdf")});
+  stamp.SetOutName("stamped.pdf");
+  stamp.Execute();
+  PdfSplitTask split(Doc("first/a.pdf"));
+  split.Execute();
+  split.SetPdfDocs({Doc("second/b.pdf")});
+  split.Execute();
+  PdfMergeTask merge(std::list<PdfDoc>{Doc("first/a.pdf"), Doc("second/b.pdf")});
+  merge.Execute();
+  merge.SetPdfDocs({Doc("second/b.pdf"), Doc("first/a.pdf")});
+  merge.SetOutDocName("merged.pdf");
+  merge.Execute();
+  EXPECT_THAT(directory_.Names("first"),
+              ElementsAre("a-01.pdf", "a-02.pdf", "a.pdf", "b-01.pdf", "b-02.pdf",
+                          "document_after_text_stamp.pdf", "document_with_meta_params_set.pdf",
+                          "later.pdf", "merged.pdf", "merged_doc.pdf", "stamped.pdf"));
+  EXPECT_THAT(directory_.Names("second"), ElementsAre("b.pdf"));
+}
+
 TEST_F(OutputPathTest, IsNotFilledInWhenACheckFailsBefore) {
   const auto of_two = [this](auto task) {
     task.AddPdfDoc(Doc("doc.pdf"));

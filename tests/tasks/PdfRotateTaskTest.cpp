@@ -47,6 +47,16 @@ TEST_F(PdfRotateTaskTest, TurnsEveryPage) {
   EXPECT_THAT(Rotations("out/rotated_file.pdf"), ElementsAre(90, 0, 90));
 }
 
+TEST_F(PdfRotateTaskTest, TurnsByEveryAngle) {
+  TARNIX_NEED_PROGRAM("pdfinfo");
+  PdfRotateTask task = Task();
+  for (const int angle : {0, 90, 180, 270}) {
+    task.SetRotationAngle(static_cast<PdfRotationAngle>(angle));
+    task.Execute();
+    EXPECT_THAT(Rotations("out/rotated_file.pdf"), ElementsAre(angle, (270 + angle) % 360, angle));
+  }
+}
+
 TEST_F(PdfRotateTaskTest, TurnsOnlyThePagesThatAreNamed) {
   TARNIX_NEED_PROGRAM("pdfinfo");
   PdfRotateTask task = Task();

@@ -57,6 +57,25 @@ TEST_F(PdfSetMetaDataTaskTest, WritesAllFourValues) {
   EXPECT_EQ(Doc("out/document_with_meta_params_set.pdf").GetPagesNum(), 2);
 }
 
+TEST_F(PdfSetMetaDataTaskTest, TakesAnyOneOfTheValues) {
+  for (std::size_t i = 0; i < 4; ++i) {
+    PdfSetMetaDataTask task = Task();
+    task.SetMetaParam(static_cast<PdfMetadataParam>(i), "Ada");
+    task.SetOutName("x.pdf");
+    task.Execute();
+    std::vector<std::string> expected = {"", "", "", "\r"};
+    expected[i] = "Ada";
+    EXPECT_EQ(Values("out/x.pdf"), expected);
+    task.SetMetaParam(static_cast<PdfMetadataParam>(i), "");
+    EXPECT_EQ(FailureOf([&] { task.Execute(); }), NothingSet());
+    task.SetKeepUnset(true);  // where a value that is given counts also when it is empty
+    task.Execute();
+    expected = {"Old", "", "Old too", ""};
+    expected[i] = i == 3 ? "\r" : "";
+    EXPECT_EQ(Values("out/x.pdf"), expected) << i;
+  }
+}
+
 TEST_F(PdfSetMetaDataTaskTest, ClearsWhatIsNotSet) {
   PdfSetMetaDataTask task = Task();
   task.SetMetaParam(PdfMetadataParam::Producer, "Press");

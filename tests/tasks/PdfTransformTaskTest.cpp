@@ -57,10 +57,16 @@ TEST_F(PdfTransformTaskTest, HoldsCopies) {
   EXPECT_EQ(task.GetTransformation(0).GetType(), PdfTransformType::AddPageNumber);
   EXPECT_EQ(task.GetTransformation(1).GetInputText(), "Draft");
   task.GetTransformation(1).SetInputText("own");
+  task.SetOutName("x.pdf");
   PdfTransformTask copy(task);
+  PdfTransformTask assigned(Doc("doc.pdf"));
+  assigned = copy;
   PdfTransformTask moved(std::move(task));
-  EXPECT_EQ(copy.GetTransformation(1).GetInputText(), "own");
-  EXPECT_EQ(moved.GetTransformation(1).GetInputText(), "own");
+  for (PdfTransformTask* same : {&copy, &assigned, &moved}) {
+    EXPECT_EQ(same->GetTransformation(1).GetInputText(), "own");
+    EXPECT_EQ(same->GetOutName(), "x.pdf");
+    EXPECT_EQ(same->GetPdfDocsNum(), 1);
+  }
   copy.ResetTransformations();
   EXPECT_EQ(copy.GetTransformationsNum(), 0);
 }
@@ -69,8 +75,11 @@ TEST_F(PdfTransformTaskTest, KnowsNoOtherTransformations) {
   PdfTransformTask task(Doc("doc.pdf"), {number_, stamp_});
   EXPECT_EQ(FailureOf([&] { task.GetTransformation(-1); }), NoTransformation(-1, 2));
   EXPECT_EQ(FailureOf([&] { task.GetTransformation(2); }), NoTransformation(2, 2));
+  EXPECT_EQ(FailureOf([&] { task.GetTransformation(std::numeric_limits<int>::min()); }),
+            NoTransformation(std::numeric_limits<int>::min(), 2));
   task.ResetTransformations();
   EXPECT_EQ(FailureOf([&] { task.GetTransformation(0); }), NoTransformation(0, 0));
+  EXPECT_EQ(PdfTransformTask(Doc("doc.pdf")).GetTransformationsNum(), 0);
 }
 
 TEST_F(PdfTransformTaskTest, NeedsOneDocumentAndATransformation) {
@@ -82,6 +91,30 @@ TEST_F(PdfTransformTaskTest, NeedsOneDocumentAndATransformation) {
   EXPECT_EQ(FailureOf([&] { task.Execute(); }),
             Failure(PdfExceptionCode::InvalidParameter,
                     "Unexpected PDF docs number [2], expected single doc at task"));
+}
+
+TEST_F(PdfTransformTaskTest, KeepsWhatDrawingMakesOfThem) {
+  stamp_.SetMosaic(true);
+  stamp_.SetHorizontalAdjustment(3);
+  number_.SetDoFacingPages(true);
+  number_.SetHorizontalPosition(PdfTransformHorizontalPos::Right);
+  PdfTransformTask task(Doc("doc.pdf"), {number_, stamp_});
+  task.Execute();
+  EXPECT_EQ(task.GetTransformation(0).GetHorizontalPosition(), PdfTransformHorizontalPos::Left);
+  EXPECT_EQ(task.GetTransformation(0).GetBaseHorizontalPosition(),
+            PdfTransformHorizontalPos::Right);
+  EXPECT_EQ(task.GetTransformation(1).GetVerticalPosition(), PdfTransformVerticalPos::Middle);
+  EXPECT_EQ(task.GetTransformation(1).GetHorizontalPosition(), PdfTransformHorizontalPos::Right);
+  EXPECT_EQ(task.GetTransformation(1).GetHorizontalAdjustment(), 0);
+}
+
+TEST_F(PdfTransformTaskTest, LeavesTextsToTheDocument) {
+  TARNIX_NEED_PROGRAM("pdftotext");
+  stamp_.SetInputText("");
+  PdfTransformTask task(Doc("doc.pdf"), {stamp_, number_});
+  task.Execute();
+  EXPECT_THAT(Texts("document_after_transformations.pdf"),
+              ElementsAre("Page 1\n\n1", "Page 2\n\n2", "Page 3\n\n3"));
 }
 
 TEST_F(PdfTransformTaskTest, LeavesImagesToTheDocument) {

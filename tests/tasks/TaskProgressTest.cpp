@@ -20,8 +20,12 @@
 #include "PdfRotateTask.h"
 #include "PdfSetMetaDataTask.h"
 #include "PdfSplitTask.h"
+#include "PdfStampImageTask.h"
+#include "PdfStampTextTask.h"
+#include "PdfTransformTask.h"
 #include "PdfUnlockTask.h"
 #include "support/DocumentTest.h"
+#include "support/TestImage.h"
 
 namespace TarnixTools {
 namespace {
@@ -127,6 +131,19 @@ TEST_F(TaskProgressTest, WatchesEveryJobOnADocument) {
   PdfSetMetaDataTask metadata(Doc("doc.pdf"));
   metadata.SetAllowEmptyMetaValues(true);
   ExpectWatched(metadata, "metadata", "document_with_meta_params_set.pdf");
+}
+
+TEST_F(TaskProgressTest, WatchesEveryStamp) {
+  PdfStampTextTask text(Doc("doc.pdf"));
+  text.SetInputText("Draft");
+  ExpectWatched(text, "stamp text", "document_after_text_stamp.pdf");
+  PdfStampImageTask image(Doc("doc.pdf"));
+  testing::WriteBytes(Path("image.png"), testing::PngOf(20, 10, {0, 0, 255}));
+  image.SetInputImage(Path("image.png"));
+  ExpectWatched(image, "stamp image", "document_after_image_stamp.pdf");
+  ExpectWatched(
+      PdfTransformTask(Doc("doc.pdf"), {PdfTransformation(PdfTransformType::AddPageNumber)}),
+      "transform", "document_after_transformations.pdf");
 }
 
 TEST_F(TaskProgressTest, TellsStepsOfPages) {
