@@ -43,7 +43,10 @@ void ExpectSharedDefaults(PdfTransformation& settings) {
   EXPECT_EQ(settings.GetInputText(), "");
   EXPECT_EQ(settings.GetRotation(), 0);
   EXPECT_FALSE(settings.GetMosaic());
+  EXPECT_EQ(settings.GetImageWidth(), 0);
+  EXPECT_EQ(settings.GetImageWidthUnit(), PdfTransformWidthUnit::Points);
   EXPECT_EQ(settings.GetOpacity(), 100);
+  EXPECT_FALSE(settings.GetApplyOpacity());
   EXPECT_EQ(settings.GetTextOpacity(), 100);
   EXPECT_EQ(settings.GetAbsolutePositionX(), 0);
   EXPECT_EQ(settings.GetAbsolutePositionY(), 0);
@@ -389,6 +392,12 @@ TEST(PdfTransformation, ChecksTheWidthOfImages) {
   }
   EXPECT_EQ(settings.GetImageWidth(), 30);
   EXPECT_EQ(settings.GetImageWidthUnit(), PdfTransformWidthUnit::PercentOfPage);
+  for (const double width : {0.0, 0.25}) {
+    settings.SetImageWidth(width);
+    EXPECT_EQ(settings.GetImageWidth(), width);
+    EXPECT_EQ(settings.GetImageWidthUnit(), PdfTransformWidthUnit::Points);
+  }
+  settings.SetImageWidth(30, PdfTransformWidthUnit::PercentOfPage);
   settings.SetDefaults();
   EXPECT_EQ(settings.GetImageWidth(), 0);
   EXPECT_EQ(settings.GetImageWidthUnit(), PdfTransformWidthUnit::Points);

@@ -1,5 +1,8 @@
 // PdfDoc::Transform: what is looked at first, what is not looked at, and a document that goes on
 // after a failure.
+#include <functional>
+#include <limits>
+
 #include "document/DecorationTest.h"
 
 namespace TarnixTools {
