@@ -1,15 +1,14 @@
 // PdfDoc::Transform: everything that decorations write, as one text.
-#include <sstream>
-
 #include "document/DecorationTest.h"
 #include "support/Expected.h"
+#include "support/PaintedText.h"
 #include "support/RawPdf.h"
 
 namespace TarnixTools {
 namespace {
 
 using testing::IsAsExpected;
-using testing::PdfText;
+using testing::PaintedText;
 using testing::TestPdf;
 using Horizontal = PdfTransformHorizontalPos;
 using Vertical = PdfTransformVerticalPos;
@@ -31,29 +30,7 @@ class PaintedContentsTest : public DecorationTest {
         .Write(Path("doc.pdf"));
   }
 
-  // Without the font programs, which are those of the system, and what tells where objects are.
-  std::string Written() const {
-    std::string written;
-    std::istringstream objects(PdfText(Path("out.pdf")));
-    std::string object;
-    for (std::string line; std::getline(objects, line);) {
-      if (line.starts_with("obj:") || line.starts_with("trailer")) {
-        written += IsOfTheFile(object) ? "" : object;
-        object.clear();
-      }
-      object += line + "\n";
-    }
-    return written;
-  }
-
-  static bool IsOfTheFile(const std::string& object) {
-    for (const char* key : {"\"/Length1\"", "\"/ObjStm\"", "\"/XRef\""}) {
-      if (object.find(key) != std::string::npos) {
-        return true;
-      }
-    }
-    return false;
-  }
+  std::string Written() const { return PaintedText(Path("out.pdf")); }
 };
 
 // Pages of 100 by 100 points, each with streams of content and with entries of its own.
