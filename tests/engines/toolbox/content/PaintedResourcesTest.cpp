@@ -153,6 +153,28 @@ TEST_F(PaintedResources, HoldEachPictureOnce) {
   EXPECT_EQ(QpdfComplaints(painted.path()), "");
 }
 
+// Large files are told apart by all of their bytes: here by some behind the picture itself.
+TEST_F(PaintedResources, HoldEachLargePictureOnce) {
+  constexpr std::size_t kLarge = std::size_t{1} << 20;
+  const std::string picture = Picture('\0');
+  std::vector<std::string> files;
+  for (const std::size_t size : {kLarge, kLarge + 1, kLarge + 600'000}) {
+    const std::string file = picture + std::string(size - picture.size(), 'x');
+    files.push_back(file);
+    for (const std::size_t at : {picture.size(), std::size_t{300'000}, file.size() - 1}) {
+      files.push_back(file);
+      files.back()[at] = 'y';
+    }
+  }
+  Painted painted(TestPdf().Pages(2).Bytes());
+  painted.Paint([&](Canvas& page) {
+    for (const std::string& file : files) {
+      EXPECT_EQ(page.Image(file, {10, 10, 30, 30}), 1);
+    }
+  });
+  EXPECT_EQ(CountOf(painted.path(), "/Subtype /Image"), static_cast<int>(files.size()));
+}
+
 TEST_F(PaintedResources, DoNotHoldPicturesThatAreNotPainted) {
   Painted painted(TestPdf().Page("x").Bytes());
   painted.Paint([](Canvas& page) {
