@@ -105,6 +105,11 @@ TEST_F(DecorationFailuresTest, LeaveTheDocumentForTheNextDecoration) {
   }
   expect_goes_on([&] { document.Transform(several, Path("out.pdf"), ""); });
   expect_goes_on([&] { document.Transform(text_, Path("nowhere/out.pdf"), ""); });
+  several = {text_};
+  for (int run = 0; run < 2; ++run) {
+    document.Transform(several, Path("out.pdf"), "");
+    EXPECT_THAT(document.GetReport().GetEntries(), ElementsAre(Added(PdfReportKind::TextStamp, 2)));
+  }
 }
 
 TEST_F(DecorationFailuresTest, FindNoneInNamesOfOtherScripts) {

@@ -90,7 +90,7 @@ TEST_F(DecorationSettingsTest, HaveEachOfSeveralItsOwnFont) {
     added.SetFontSize(look.size);
     added.SetAbsolutePosition(PdfPagePoint(100, 50 * static_cast<double>(several.size())));
   }
-  Decorate(several);
+  EXPECT_THAT(Decorate(several).GetEntries(), ElementsAre(Added(PdfReportKind::TextStamp, 5)));
   std::vector<double> widths(several.size());
   for (const testing::WordBox& word : Words()) {
     widths.at(static_cast<std::size_t>(word.box.bottom / 50) - 1) = word.box.right - word.box.left;
@@ -99,6 +99,26 @@ TEST_F(DecorationSettingsTest, HaveEachOfSeveralItsOwnFont) {
     EXPECT_NEAR(widths[i], WidthOf(several[i], "Illustration"), kNear) << i;
     EXPECT_GT(widths[i], 0);
   }
+}
+
+TEST_F(DecorationSettingsTest, TellOfEachFontThatIsAnotherOne) {
+  const auto replaced = [](const std::string& reason) {
+    return PdfReportEntry{PdfReportKind::Font, PdfReportOutcome::Replaced, 1, 0, reason};
+  };
+  number_.SetFontName("No Such Font");
+  EXPECT_THAT(Decorate(number_).GetEntries(),
+              ElementsAre(replaced("No Such Font cannot be used, Arial is used instead"),
+                          Added(PdfReportKind::PageNumber, 1)));
+  text_.SetFontStyle("Swash");
+  EXPECT_THAT(Decorate(text_).GetEntries(),
+              ElementsAre(replaced("Arial has no style Swash, the closest is used instead"),
+                          Added(PdfReportKind::TextStamp, 1)));
+  std::vector<PdfTransformation> several = {text_, number_, text_, number_};
+  EXPECT_THAT(Decorate(several).GetEntries(),
+              ::testing::UnorderedElementsAre(
+                  replaced("Arial has no style Swash, the closest is used instead"),
+                  replaced("No Such Font cannot be used, Arial is used instead"),
+                  Added(PdfReportKind::TextStamp, 2), Added(PdfReportKind::PageNumber, 2)));
 }
 
 // They are of another kind of decoration.

@@ -2,6 +2,7 @@
 #include <limits>
 
 #include "document/DecorationTest.h"
+#include "support/OpenFilesLimit.h"
 
 namespace TarnixTools {
 namespace {
@@ -53,6 +54,8 @@ TEST_F(ImageStampsTest, MakesImagesAsWideAsIsSet) {
   expect_size(200, 100);
   image_.SetImageWidth(50, PdfTransformWidthUnit::PercentOfPage);
   expect_size(306, 153);
+  image_.SetImageWidth(0.25, PdfTransformWidthUnit::PercentOfPage);
+  EXPECT_THAT(Decorate(image_).GetEntries(), ElementsAre(Added(PdfReportKind::ImageStamp, 1)));
 }
 
 TEST_F(ImageStampsTest, PlacesImages) {
@@ -93,6 +96,7 @@ TEST_F(ImageStampsTest, PlacesAMosaicOfImages) {
   TestPdf().Page("").Size(400, 300).Write(Path("doc.pdf"));
   image_.SetMosaic(true);
   image_.SetVerticalAdjustment(5);
+  image_.SetHorizontalAdjustment(-6);
   EXPECT_THAT(Decorate(image_).GetEntries(), ElementsAre(Added(PdfReportKind::ImageStamp, 1)));
   const Picture page = testing::Pictures(Path("out.pdf"), kDpi).at(0);
   int filled = 0;
@@ -105,7 +109,10 @@ TEST_F(ImageStampsTest, PlacesAMosaicOfImages) {
   EXPECT_EQ(filled, 9);
   EXPECT_EQ(image_.GetVerticalPosition(), PdfTransformVerticalPos::Middle);
   EXPECT_EQ(image_.GetHorizontalPosition(), PdfTransformHorizontalPos::Right);
+  EXPECT_EQ(image_.GetBaseHorizontalPosition(), PdfTransformHorizontalPos::Right);
   EXPECT_EQ(image_.GetVerticalAdjustment(), 0);
+  EXPECT_EQ(image_.GetHorizontalAdjustment(), 0);
+  EXPECT_EQ(image_.GetBaseHorizontalAdjustment(), 0);
 }
 
 TEST_F(ImageStampsTest, TurnsEveryImageOfAMosaic) {
@@ -134,6 +141,7 @@ TEST_F(ImageStampsTest, TakesMoreImagesThanFilesMayBeOpen) {
     many.push_back(image_);
     many.back().SetInputImage(path);
   }
+  const testing::OpenFilesLimit limit(110);
   const PdfReport report = Decorate(many);
   EXPECT_THAT(report.GetEntries(), ElementsAre(Added(PdfReportKind::ImageStamp, 300)));
 }

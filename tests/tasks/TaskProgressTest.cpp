@@ -86,6 +86,25 @@ class TaskProgressTest : public testing::DocumentTest {
     PdfDoc::Delete(written);
   }
 
+  // Expects that the task counts its pages, one by one.
+  template <typename Task>
+  void ExpectSteps(Task task) {
+    task.SetOutputPath(Path("out"));
+    task.SetProgress(Listener());
+    task.Execute();
+    std::vector<std::pair<std::int64_t, std::int64_t>> counted;
+    for (const auto& step : heard_.steps) {
+      if (step.second != 0) {
+        counted.push_back(step);
+      }
+    }
+    ASSERT_GE(counted.size(), static_cast<std::size_t>(kPages) + 1);
+    for (int done = 0; done <= kPages; ++done) {
+      EXPECT_EQ(counted[static_cast<std::size_t>(done)],
+                std::pair(std::int64_t{done}, std::int64_t{kPages}));
+    }
+  }
+
   template <typename Task>
   void ExpectHundredths(Task task) {
     task.SetOutputPath(Path("out"));
@@ -147,21 +166,15 @@ TEST_F(TaskProgressTest, WatchesEveryStamp) {
 }
 
 TEST_F(TaskProgressTest, TellsStepsOfPages) {
-  PdfRotateTask task(Doc("doc.pdf"));
-  task.SetOutputPath(Path("out"));
-  task.SetProgress(Listener());
-  task.Execute();
-  std::vector<std::pair<std::int64_t, std::int64_t>> counted;
-  for (const auto& step : heard_.steps) {
-    if (step.second != 0) {
-      counted.push_back(step);
-    }
-  }
-  ASSERT_GE(counted.size(), static_cast<std::size_t>(kPages) + 1);
-  for (int done = 0; done <= kPages; ++done) {
-    EXPECT_EQ(counted[static_cast<std::size_t>(done)],
-              std::pair(std::int64_t{done}, std::int64_t{kPages}));
-  }
+  ExpectSteps(PdfRotateTask(Doc("doc.pdf")));
+  ExpectSteps(PdfProtectTask(Doc("doc.pdf"), "pw"));
+  ExpectSteps(PdfUnlockTask(Doc("doc.pdf")));
+  PdfSetMetaDataTask metadata(Doc("doc.pdf"));
+  metadata.SetAllowEmptyMetaValues(true);
+  ExpectSteps(metadata);
+  ExpectSteps(PdfPageNumberTask(Doc("doc.pdf")));
+  ExpectSteps(
+      PdfTransformTask(Doc("doc.pdf"), {PdfTransformation(PdfTransformType::AddPageNumber)}));
 }
 
 // A job on one document whose steps are of many kinds tells hundredths of the whole, which never
