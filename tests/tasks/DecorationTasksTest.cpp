@@ -231,6 +231,20 @@ TEST_F(DecorationTasksTest, TargetAllPagesUntilOthersAreChosen) {
   ExpectChoiceByFailure<PdfStampImageTask>();
 }
 
+TEST_F(DecorationTasksTest, CountThePagesWhenTheyAreMade) {
+  Doc("doc.pdf").Lock("pw", Path("locked.pdf"));
+  const Failure wrong(PdfExceptionCode::PasswordError,
+                      "Invalid password for PDF [" + testing::Backslashes(Path("locked.pdf")) + "]",
+                      17);
+  EXPECT_EQ(FailureOf([&] { PdfPageNumberTask(Doc("locked.pdf")); }), wrong);
+  EXPECT_EQ(FailureOf([&] { PdfStampTextTask(Doc("locked.pdf"), "x.pdf"); }), wrong);
+  EXPECT_EQ(PdfStampImageTask(Doc("locked.pdf", "pw")).GetTargetPagesNum(), 12);
+  PdfDoc::Merge({}, Path("empty.pdf"), "");
+  EXPECT_EQ(FailureOf([&] { PdfStampImageTask(Doc("empty.pdf")); }),
+            Failure(PdfExceptionCode::InvalidParameter,
+                    "Invalid PDF page range end value [0], expected positive integer"));
+}
+
 TEST_F(DecorationTasksTest, NameTheirOutput) {
   ExpectName<PdfPageNumberTask>("document_with_page_numbers.pdf");
   ExpectName<PdfStampTextTask>("document_after_text_stamp.pdf");

@@ -80,6 +80,15 @@ TEST_F(PdfUnlockTaskTest, OpensTheDocumentWithItsOwnPassword) {
   EXPECT_THAT(directory_.Names("out"), ElementsAre("unlocked_report.pdf"));
 }
 
+TEST_F(PdfUnlockTaskTest, DoesNotUseTheOutputPassword) {
+  PdfUnlockTask task = Task(Doc("report.pdf", "pw"), "pw");
+  task.SetOutPassword("other");
+  task.Execute();
+  EXPECT_FALSE(Doc("out/unlocked_report.pdf").IsEncrypted());
+  EXPECT_EQ(Doc("out/unlocked_report.pdf").GetPagesNum(), 2);
+  EXPECT_EQ(task.GetOutPassword(), "other");
+}
+
 TEST_F(PdfUnlockTaskTest, NeedsExactlyOneDocument) {
   PdfUnlockTask task = Task(Doc("report.pdf"), "");
   task.AddPdfDoc(Doc("plain.pdf"));
