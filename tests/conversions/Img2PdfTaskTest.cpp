@@ -106,6 +106,39 @@ TEST_F(Img2PdfTaskTest, ComparesPathsLetterByLetter) {
   EXPECT_EQ(task.GetImagesNum(), 2);
 }
 
+TEST_F(Img2PdfTaskTest, FindsADuplicateOfEachImage) {
+  Img2PdfTask task;
+  for (const char* const name : {"a.jpg", "b.jpg", "c.jpg"}) {
+    task.AddInputImage(MakeImage(name));
+  }
+  for (const char* const name : {"a.jpg", "b.jpg", "c.jpg"}) {
+    const std::string path = Stored(Path(name));
+    EXPECT_EQ(FailureOf([&] { task.AddInputImage(path); }),
+              (Failure{PdfExceptionCode::InvalidParameter, "Duplicated file in task: " + path}));
+    EXPECT_EQ(FailureOf([&] {
+                task.SetInputImages({path, path});
+              }),
+              Failure(PdfExceptionCode::InvalidParameter, "Duplicated file in task: " + path));
+    task.SetInputImages({Path("a.jpg"), Path("b.jpg"), Path("c.jpg")});
+  }
+}
+
+TEST_F(Img2PdfTaskTest, LooksForAFileBeforeItsDuplicate) {
+  const std::string path = Stored(MakeImage("a.jpg"));
+  Img2PdfTask task(path);
+  std::filesystem::remove(Path("a.jpg"));
+  EXPECT_EQ(FailureOf([&] { task.AddInputImage(path); }),
+            (Failure{PdfExceptionCode::FileNotFound, "File not found: " + path}));
+  EXPECT_EQ(task.GetImagesNum(), 1);
+}
+
+TEST_F(Img2PdfTaskTest, SettingAnImageThatIsMissingLeavesNone) {
+  Img2PdfTask task(MakeImage("a.jpg"));
+  EXPECT_THROW(task.SetInputImage(Path("missing.jpg")), PdfException);
+  EXPECT_EQ(task.GetImagesNum(), 0);
+  EXPECT_THAT(task.GetInputImages(), IsEmpty());
+}
+
 TEST_F(Img2PdfTaskTest, SettingImagesReplacesThem) {
   const std::string a = MakeImage("a.jpg");
   const std::string b = MakeImage("b.jpg");
@@ -165,6 +198,13 @@ TEST_F(Img2PdfTaskTest, NamesTheDocumentsOfTheImages) {
   task.SetOutputPath(directory_.MakeDir("out"));
   task.Execute();
   EXPECT_THAT(directory_.Names("out"), ElementsAre("archive.tar.pdf", "bare.pdf", "photo.pdf"));
+  directory_.MakeDir("x.y");
+  task.SetInputImage(MakeImage("x.y/plain"));  // the dot is of its directory
+  task.SetOutputPath(directory_.MakeDir("other"));
+  task.Execute();
+  task.SetInputImage(MakeImage("x.y/.jpg"));  // nothing stands before its extension
+  task.Execute();
+  EXPECT_THAT(directory_.Names("other"), ElementsAre(".pdf", "plain.pdf"));
 }
 
 TEST_F(Img2PdfTaskTest, NamesTheDocumentsOfTheImagesByAPattern) {
@@ -206,6 +246,26 @@ TEST_F(Img2PdfTaskTest, NamesTheJoinedDocument) {
   run("x", "");
   run("x", "all");
   EXPECT_THAT(directory_.Names("out"), ElementsAre("_merged_images.pdf", "all", "x.pdf"));
+}
+
+TEST_F(Img2PdfTaskTest, TakesTheNameOfTheJoinedDocumentBack) {
+  Img2PdfTask task(MakeImage("a.jpg"));
+  task.SetOutPdfName("all");
+  EXPECT_EQ(task.GetOutPdfName(), "all");
+  task.SetOutPdfName("");
+  EXPECT_EQ(task.GetOutPdfName(), "");
+  task.Execute();
+  EXPECT_THAT(directory_.Names(), ElementsAre("_merged_images.pdf", "a.jpg"));
+}
+
+TEST_F(Img2PdfTaskTest, JoinsBesideTheFirstImage) {
+  directory_.MakeDir("x");
+  directory_.MakeDir("y");
+  Img2PdfTask task(std::list<std::string>{MakeImage("y/b.jpg"), MakeImage("x/a.jpg")});
+  task.Execute();
+  EXPECT_THAT(directory_.Names("y"), ElementsAre("_merged_images.pdf", "b.jpg"));
+  EXPECT_THAT(directory_.Names("x"), ElementsAre("a.jpg"));
+  EXPECT_EQ(task.GetOutputPath(), "") << "it is nobody's setting";
 }
 
 TEST_F(Img2PdfTaskTest, ImagesOfOneStemDoNotTakeEachOthersPlace) {
@@ -493,6 +553,39 @@ TEST_F(Img2PdfTaskTest, JoinsWhatAnEarlierRunConvertedToo) {
   EXPECT_FALSE(Exists(Path("a.jpg.pdf")));
 }
 
+TEST_F(Img2PdfTaskTest, ForgetsNoDocumentOfAnEarlierRun) {
+  Img2PdfTask task(MakeImage("a.jpg"));
+  task.Execute();
+  EXPECT_EQ(PagesOf("_merged_images.pdf"), 1);
+  task.Execute();  // a.jpg.pdf is made again, and there twice
+  EXPECT_EQ(PagesOf("_merged_images.pdf"), 2);
+  task.Execute();
+  EXPECT_EQ(PagesOf("_merged_images.pdf"), 3);
+  EXPECT_THAT(directory_.Names(), ElementsAre("_merged_images.pdf", "a.jpg"));
+  task.SetInputImage(MakeImage("b.jpg"));
+  EXPECT_EQ(
+      FailureOf([&] { task.Execute(); }),
+      Failure(PdfExceptionCode::FileNotFound, "Unable to open file " + Stored(Path("a.jpg.pdf"))));
+  EXPECT_TRUE(Exists(Path("b.jpg.pdf"))) << "it was converted before";
+}
+
+TEST_F(Img2PdfTaskTest, KeepsWhatItHasConvertedBeforeAFailure) {
+  const std::string a = MakeImage("a.jpg");
+  WriteBytes(Path("text.jpg"), "not an image at all");
+  Img2PdfTask task(std::list<std::string>{a, Path("text.jpg")});
+  task.SetMergeAfter(false);
+  EXPECT_THROW(task.Execute(), PdfException);
+  EXPECT_TRUE(Exists(Path("a.jpg.pdf")));
+  task.SetInputImage(MakeImage("b.jpg", 1, ExifJpegSegment(6)));
+  task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot90);
+  task.SetMergeAfter(true);
+  task.Execute();
+  EXPECT_THAT(SizeOf("_merged_images.pdf", 1), ElementsAre(12, 6));
+  EXPECT_THAT(SizeOf("_merged_images.pdf", 2), ElementsAre(6, 12));
+  EXPECT_EQ(PagesOf("_merged_images.pdf"), 2);
+  EXPECT_FALSE(Exists(Path("a.jpg.pdf")));
+}
+
 TEST_F(Img2PdfTaskTest, EmptyPathsFail) {
   Img2PdfTask task;
   task.GetInputImages().push_back("");
@@ -521,11 +614,38 @@ TEST_F(Img2PdfTaskTest, IsAValue) {
   Img2PdfTask task(MakeImage("a.jpg"));
   task.SetOutPrefix("x");
   task.SetMargin(2);
-  Img2PdfTask copy = task;
-  EXPECT_EQ(copy.GetImagesNum(), 1);
-  EXPECT_EQ(copy.GetMargin(), 2);
-  const Img2PdfTask moved = std::move(copy);
-  EXPECT_EQ(moved.GetImagesNum(), 1);
+  task.SetOutPdfName("y.pdf");
+  task.SetMergeAfter(false);
+  task.SetPageSize(Img2PdfPageSize::Img2PdfPageLetter);
+  task.SetOrientation(Img2PdfOrientation::Img2PdfLandscape);
+  task.SetImgRotation(Img2PdfImgRotation::Img2PdfRot270);
+  task.SetOutputPath(directory_.MakeDir("out"));
+  task.SetOutPassword("pw");
+  const auto expect_alike = [&](Img2PdfTask copy) {
+    EXPECT_EQ(copy.GetInputImages(), task.GetInputImages());
+    EXPECT_EQ(copy.GetImagesNum(), 1);
+    EXPECT_EQ(copy.GetMargin(), 2);
+    EXPECT_EQ(copy.GetOutPrefix(), "x");
+    EXPECT_EQ(copy.GetOutPdfName(), "y.pdf");
+    EXPECT_EQ(copy.GetPageSize(), Img2PdfPageSize::Img2PdfPageLetter);
+    EXPECT_EQ(copy.GetOrientation(), Img2PdfOrientation::Img2PdfLandscape);
+    EXPECT_EQ(copy.GetImgRotation(), Img2PdfImgRotation::Img2PdfRot270);
+    EXPECT_EQ(copy.GetOutputPath(), task.GetOutputPath());
+    copy.Execute();
+    EXPECT_THAT(directory_.Names("out"), ElementsAre("a.pdf"));
+    EXPECT_EQ(PagesOf("out/a.pdf", "pw"), 1);
+    std::filesystem::remove(Path("out/a.pdf"));
+  };
+  Img2PdfTask other;
+  other = task;
+  expect_alike(task);
+  expect_alike(other);
+  other = Img2PdfTask();
+  EXPECT_EQ(other.GetImagesNum(), 0);
+  other = Img2PdfTask(task);
+  expect_alike(other);
+  const Img2PdfTask moved = std::move(other);
+  expect_alike(moved);
 }
 
 TEST_F(Img2PdfTaskTest, TellsWhichFilesAreCut) {

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <filesystem>
 #include <iostream>
 #include <sstream>
 #include <stdexcept>
@@ -99,6 +100,45 @@ TEST_F(Pdf2ImgTaskTest, KeepsItsOptionsWhenCopiedAndMoved) {
   EXPECT_EQ(copy.GetDpi(), 33.0F);
   Pdf2ImgTask moved(std::move(task));
   EXPECT_EQ(moved.GetImgPrefix(), "scan");
+}
+
+TEST_F(Pdf2ImgTaskTest, HasItsOptionsInCopiesToo) {
+  MakePdf("a.pdf", 3);
+  Pdf2ImgTask task = TaskFor("a.pdf");
+  task.SetDpi(33);
+  task.SetImgPrefix("scan");
+  task.SetDocNameInImg(false);
+  task.SetPagesToExport({2});
+  task.SetImgSizeUnits(Pdf2ImgPageUnits);
+  task.SetOutImgSize(72, 144);
+  const auto expect_alike = [&](Pdf2ImgTask copy) {
+    EXPECT_EQ(copy.GetMode(), Pdf2ImgRenderPages);
+    EXPECT_EQ(copy.GetDpi(), 33.0F);
+    EXPECT_EQ(copy.GetImgSizeUnits(), Pdf2ImgPageUnits);
+    copy.Execute();
+    EXPECT_THAT(Outputs(), ElementsAre("scan-page-0002.jpg"));
+    const auto image = ReadJpeg(Path("out/scan-page-0002.jpg"));
+    EXPECT_EQ(image.width, 33);
+    EXPECT_EQ(image.height, 66);
+    std::filesystem::remove(Path("out/scan-page-0002.jpg"));
+  };
+  Pdf2ImgTask other;
+  other = task;
+  expect_alike(task);
+  expect_alike(other);
+  other = Pdf2ImgTask({Doc("a.pdf")}, Pdf2ImgExtractImages);
+  EXPECT_EQ(other.GetMode(), Pdf2ImgExtractImages);
+  other = Pdf2ImgTask(task);
+  expect_alike(other);
+  expect_alike(Pdf2ImgTask(std::move(other)));
+}
+
+TEST_F(Pdf2ImgTaskTest, LooksAtOptionsWhenItExecutesOnly) {
+  Pdf2ImgTask task;
+  task.SetDpi(-1);
+  EXPECT_EQ(task.GetDpi(), -1.0F);
+  task.SetImgSizeUnits(static_cast<Pdf2ImgSizeUnits>(7));
+  EXPECT_EQ(static_cast<int>(task.GetImgSizeUnits()), 7);
 }
 
 TEST_F(Pdf2ImgTaskTest, NeedsADocument) {
@@ -253,9 +293,48 @@ TEST_F(Pdf2ImgTaskTest, PassesOverPagesThatADocumentLacks) {
   MakePdf("report.pdf", 3);
   Pdf2ImgTask task = TaskFor("report.pdf");
   task.SetDpi(9);
-  task.SetPagesToExport({2, 50, -1});
+  task.SetPagesToExport({2, 50, -1, 0});
   task.Execute();
   EXPECT_THAT(Outputs(), ElementsAre("report-page-0002.jpg"));
+}
+
+TEST_F(Pdf2ImgTaskTest, DrawsTheChosenPagesOnceAndInTheirOrder) {
+  MakePdf("a.pdf", 3);
+  Pdf2ImgTask task = TaskFor("a.pdf");
+  task.SetDpi(9);
+  const auto images_of = [&](const std::list<int>& pages) {
+    task.SetPagesToExport(pages);
+    task.Execute();
+    std::string numbers;
+    for (const std::string& image : task.GetImages()) {
+      numbers += image.at(image.size() - 5);
+    }
+    return numbers;
+  };
+  EXPECT_EQ(images_of({3, 1, 3}), "13");
+  EXPECT_EQ(images_of({2}), "2") << "in place of those before";
+  EXPECT_EQ(images_of({}), "123");
+}
+
+TEST_F(Pdf2ImgTaskTest, KeepsTheImagesOfDocumentsBeforeAFailure) {
+  MakePdf("a.pdf", 2);
+  TestPdf().Write(Path("empty.pdf"));
+  MakePdf("c.pdf", 1);
+  Pdf2ImgTask task({Doc("a.pdf"), Doc("empty.pdf"), Doc("c.pdf")});
+  task.SetOutputPath(Path("out"));
+  task.SetDpi(9);
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::NoPages, "None page found at PDF"));
+  EXPECT_THAT(Outputs(), ElementsAre("a-page-0001.jpg", "a-page-0002.jpg"));
+}
+
+TEST_F(Pdf2ImgTaskTest, DrawsAHundredPixelsPerInchAtFirst) {
+  TestPdf().Page().Size(72, 144).Write(Path("a.pdf"));
+  TaskFor("a.pdf").Execute();
+  const auto image = ReadJpeg(Path("out/a-page-0001.jpg"));
+  EXPECT_EQ(image.width, 100);
+  EXPECT_EQ(image.height, 200);
+  EXPECT_EQ(image.density_x, 100);
 }
 
 TEST_F(Pdf2ImgTaskTest, WritesBesideTheFirstDocumentWithoutAnOutputPath) {
@@ -297,6 +376,15 @@ TEST_F(Pdf2ImgTaskTest, ScalesPagesIntoTheGivenSize) {
   EXPECT_EQ(ReadJpeg(Path("out/a-page-0001.jpg")).height, 50);
 }
 
+TEST_F(Pdf2ImgTaskTest, MakesImagesOfOnePixel) {
+  MakePdf("a.pdf", 1);
+  Pdf2ImgTask task = TaskFor("a.pdf");
+  task.SetOutImgSize(1, 1);
+  task.Execute();
+  EXPECT_EQ(ReadJpeg(Path("out/a-page-0001.jpg")).width, 1);
+  EXPECT_EQ(ReadJpeg(Path("out/a-page-0001.jpg")).height, 1);
+}
+
 TEST_F(Pdf2ImgTaskTest, KeepsTheProportionsOfPagesInTheGivenSize) {
   TestPdf().Page().Size(100, 200).Content("0 0 100 200 re f").Write(Path("a.pdf"));
   Pdf2ImgTask task = TaskFor("a.pdf");
@@ -331,6 +419,12 @@ TEST_F(Pdf2ImgTaskTest, RefusesSizesWhenItExecutes) {
   task.SetOutImgSize(10, -1);
   EXPECT_EQ(FailureOf([&] { task.Execute(); }),
             Failure(PdfExceptionCode::InvalidParameter, "Invalid img dimensions [10 x -1]"));
+  task.SetOutImgSize(600, 0);
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter, "Invalid img dimensions [600 x 0]"));
+  task.SetOutImgSize(-2, 1);
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter, "Invalid img dimensions [-2 x 1]"));
   task.SetOutImgSize(10, 10);
   task.SetImgSizeUnits(static_cast<Pdf2ImgSizeUnits>(7));
   EXPECT_EQ(FailureOf([&] { task.Execute(); }),
@@ -378,6 +472,9 @@ TEST_F(Pdf2ImgTaskTest, TellsWhatCannotBeOpened) {
                     "Unable to open PDF file [" + Backslashes(Path("text.pdf")) +
                         "] (error [0x80410111])",
                     static_cast<std::int32_t>(0x80410111)));
+  EXPECT_EQ(
+      FailureOf([&] { TaskFor("text.pdf", Pdf2ImgExtractImages).Execute(); }),
+      Failure(PdfExceptionCode::EngineError, "Unable to open PDF file for images extraction", 3));
 }
 
 TEST_F(Pdf2ImgTaskTest, NeedsPages) {
@@ -555,6 +652,35 @@ TEST_F(Pdf2ImgTaskTest, ReportsImagesThatAreNotAllThere) {
   ASSERT_EQ(task.GetReport().GetEntries().size(), 1U);
   EXPECT_EQ(task.GetReport().GetEntries()[0].reason,
             "part of an image cannot be read and is white");
+  EXPECT_EQ(task.GetReport().GetEntries()[0].kind, PdfReportKind::Damage);
+  EXPECT_EQ(task.GetReport().GetEntries()[0].outcome, PdfReportOutcome::Kept);
+  EXPECT_EQ(task.GetReport().GetEntries()[0].count, 1);
+  EXPECT_EQ(task.GetReport().GetEntries()[0].page, 1);
+  EXPECT_EQ(task.GetReport().GetEntries()[0].source, Backslashes(Path("a.pdf")));
+}
+
+TEST_F(Pdf2ImgTaskTest, ReportsImagesOfWhichNothingIsThere) {
+  TestPdf()
+      .Page()
+      .Content("BI /W 1 /H 1 /BPC 8 /CS /G /F /AHx ID 80> EI")
+      .Page()
+      .Content("/X Do")
+      .PageEntry("/Resources<</XObject<</X {{x}}>>>>")
+      .Object("x",
+              "<</Type/XObject/Subtype/Image/Width 8/Height 8/BitsPerComponent 8"
+              "/ColorSpace/DeviceRGB/Filter/DCTDecode/Length 4>>\nstream\nabcd\nendstream")
+      .Write(Path("a.pdf"));
+  Pdf2ImgTask task = TaskFor("a.pdf", Pdf2ImgExtractImages);
+  const CapturedOutput output;
+  task.Execute();
+  EXPECT_THAT(Outputs(), ElementsAre("img0001.jpg"));
+  EXPECT_THAT(task.GetReport().GetEntries(),
+              ElementsAre(PdfReportEntry{.kind = PdfReportKind::Damage,
+                                         .outcome = PdfReportOutcome::Dropped,
+                                         .count = 1,
+                                         .page = 2,
+                                         .reason = "nothing of an image can be read",
+                                         .source = Backslashes(Path("a.pdf"))}));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <stdexcept>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -33,6 +34,25 @@ class Pdf2OfficeTaskTest : public testing::DocumentTest {
     return {pdf.Write(Path("mixed.pdf")), "", true};
   }
 
+  // Two pages, each with a table in ruled lines.
+  PdfDoc TablesDocument() const {
+    std::string content;
+    for (int line = 0; line <= 3; ++line) {
+      content += "100 " + std::to_string(700 - 20 * line) + " m 400 " +
+                 std::to_string(700 - 20 * line) + " l S ";
+      content += std::to_string(100 + 100 * line) + " 700 m " + std::to_string(100 + 100 * line) +
+                 " 640 l S ";
+    }
+    for (int cell = 0; cell < 9; ++cell) {
+      content += "BT /F1 10 Tf " + std::to_string(110 + 100 * (cell % 3)) + " " +
+                 std::to_string(685 - 20 * (cell / 3)) + " Td (" + std::to_string(cell) +
+                 ") Tj ET ";
+    }
+    TestPdf pdf;
+    pdf.Page().Content(content).Page().Content(content);
+    return {pdf.Write(Path("tables.pdf")), "", true};
+  }
+
   bool IsThere(const std::string& name) const { return std::filesystem::exists(Path(name)); }
 
   // Whether the file is a package with this part.
@@ -57,8 +77,15 @@ TEST_F(Pdf2OfficeTaskTest, NeedsOneDocument) {
   EXPECT_EQ(
       FailureOf([&] { task.Execute(); }),
       Failure(PdfExceptionCode::InvalidParameter, "Invalid number of PDF docs [2] (1 expected)"));
-  task.ClearPdfDocs();
   std::vector<int> scanned = {7};
+  EXPECT_EQ(FailureOf([&] { task.CheckScan(scanned); }),
+            Failure(PdfExceptionCode::InvalidParameter,
+                    "Invalid number of PDF docs to check scan [2] (1 expected)"));
+  task.ClearPdfDocs();
+  EXPECT_EQ(
+      FailureOf([&] { task.Execute(); }),
+      Failure(PdfExceptionCode::InvalidParameter, "Invalid number of PDF docs [0] (1 expected)"));
+  scanned = {7};
   EXPECT_EQ(FailureOf([&] { task.CheckScan(scanned); }),
             Failure(PdfExceptionCode::InvalidParameter,
                     "Invalid number of PDF docs to check scan [0] (1 expected)"));
@@ -79,6 +106,10 @@ TEST_F(Pdf2OfficeTaskTest, KeepsTheExtensionOfAnEarlierType) {
   task.Execute();
   EXPECT_TRUE(HasPart("out_file.xlsx", "word/document.xml"));
   EXPECT_FALSE(IsThere("out_file.docx"));
+  task.SetConversionType(Pdf2OfficePptx);
+  task.SetConversionType(Pdf2OfficeDocx);
+  task.Execute();
+  EXPECT_TRUE(HasPart("out_file.pptx", "word/document.xml"));
 }
 
 TEST_F(Pdf2OfficeTaskTest, MakesSlides) {
@@ -87,6 +118,107 @@ TEST_F(Pdf2OfficeTaskTest, MakesSlides) {
   task.SetOutName("slides");
   task.Execute();
   EXPECT_TRUE(HasPart("slides.pptx", "ppt/slides/slide2.xml"));
+}
+
+// Two tables, for each of which there is a sheet.
+TEST_F(Pdf2OfficeTaskTest, MakesSheets) {
+  Pdf2OfficeTask task(TablesDocument());
+  task.SetConversionType(Pdf2OfficeXlsx);
+  task.Execute();
+  EXPECT_TRUE(HasPart("out_file.xlsx", "xl/worksheets/sheet2.xml"));
+  EXPECT_FALSE(HasPart("out_file.xlsx", "xl/worksheets/sheet3.xml"));
+}
+
+TEST_F(Pdf2OfficeTaskTest, ReplacesAnEarlierOutput) {
+  for (const auto& [type, name, part] :
+       {std::tuple(Pdf2OfficeDocx, "out_file.docx", "word/document.xml"),
+        std::tuple(Pdf2OfficeXlsx, "out_file.xlsx", "xl/workbook.xml"),
+        std::tuple(Pdf2OfficePptx, "out_file.pptx", "ppt/presentation.xml")}) {
+    testing::WriteBytes(Path(name), "older");
+    Pdf2OfficeTask task(TablesDocument());
+    task.SetConversionType(type);
+    task.Execute();
+    EXPECT_TRUE(HasPart(name, part));
+  }
+}
+
+TEST_F(Pdf2OfficeTaskTest, WritesToTheOutputDirectoryUnderAnyName) {
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 1), "", true));
+  task.SetOutputPath(directory_.MakeDir("out"));
+  task.SetOutName("");
+  task.Execute();
+  task.SetOutName("a.b");
+  task.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre(".docx", "a.b.docx"));
+  EXPECT_EQ(task.GetOutputPath(), testing::Backslashes(Path("out/")));
+}
+
+TEST_F(Pdf2OfficeTaskTest, NeedsTheRightPassword) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  TablesDocument();
+  testing::EncryptWithQpdf(Path("tables.pdf"), Path("secret.pdf"), "pw", "owner");
+  std::vector<int> scanned;
+  for (const std::string password : {"", "wrong"}) {
+    const Failure expected(PdfExceptionCode::InternalError,
+                           password.empty() ? "document needs a password" : "password is wrong");
+    Pdf2OfficeTask task(Doc("secret.pdf", password));
+    EXPECT_EQ(FailureOf([&] { task.Execute(); }), expected);
+    EXPECT_EQ(FailureOf([&] { task.CheckScan(scanned); }), expected);
+  }
+  for (const Pdf2OfficeConversion type : {Pdf2OfficeDocx, Pdf2OfficeXlsx, Pdf2OfficePptx}) {
+    Pdf2OfficeTask task(Doc("secret.pdf", "pw"));
+    task.SetConversionType(type);
+    EXPECT_EQ(FailureOf([&] { task.Execute(); }), Failure());
+    EXPECT_FALSE(task.CheckScan(scanned));
+  }
+  EXPECT_THAT(directory_.Names(), ElementsAre("out_file.docx", "out_file.pptx", "out_file.xlsx",
+                                              "secret.pdf", "tables.pdf"));
+}
+
+// In place of the document that was looked at there is another one when it is converted.
+TEST_F(Pdf2OfficeTaskTest, TellsWhyADocumentCannotBeConvertedAnyMore) {
+  TARNIX_NEED_PROGRAM("qpdf");
+  const auto failure_with = [this](const std::string& other) {
+    Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 1), "", true));
+    task.SetProgress([&](const std::string&, std::int64_t, std::int64_t) {
+      std::filesystem::remove(Path("a.pdf"));
+      if (!other.empty()) {
+        std::filesystem::copy_file(Path(other), Path("a.pdf"));
+      }
+      return true;
+    });
+    return FailureOf([&] { task.Execute(); });
+  };
+  MakePdf("plain.pdf", 1);
+  testing::EncryptWithQpdf(Path("plain.pdf"), Path("secret.pdf"), "pw", "owner");
+  testing::WriteBytes(Path("text.pdf"), "no document");
+  EXPECT_EQ(failure_with("secret.pdf"),
+            Failure(PdfExceptionCode::PasswordError,
+                    "PDF to office conversion failed, has copy protection/password"));
+  EXPECT_EQ(failure_with("text.pdf"),
+            Failure(PdfExceptionCode::EngineError,
+                    "PDF to office conversion failed, unexpected error(4)", 4));
+  EXPECT_EQ(failure_with(""), Failure(PdfExceptionCode::EngineError,
+                                      "PDF to office conversion failed, unexpected error(3)", 3));
+}
+
+TEST_F(Pdf2OfficeTaskTest, WritesALogOnceItIsAskedFor) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(directory_.MakeDir("here"));
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 1), "", true));
+  task.SetDebug(false);
+  task.SetOutputPath(Path("nowhere"));
+  EXPECT_THROW(task.Execute(), PdfException);
+  EXPECT_THAT(directory_.Names("here"), ElementsAre());
+  task.SetDebug(true);
+  EXPECT_THROW(task.Execute(), PdfException);
+  EXPECT_THAT(directory_.Names("here"), ElementsAre("out.log"));
+  const std::string log = testing::ReadBytes(Path("here/out.log"));
+  EXPECT_THAT(log, ::testing::HasSubstr("the output cannot be made"));
+  task.SetDebug(false);
+  EXPECT_THROW(task.Execute(), PdfException);
+  EXPECT_GT(testing::ReadBytes(Path("here/out.log")).size(), log.size());
+  std::filesystem::current_path(before);
 }
 
 TEST_F(Pdf2OfficeTaskTest, RefusesTypesThatAreNone) {
@@ -104,6 +236,44 @@ TEST_F(Pdf2OfficeTaskTest, TellsScannedPagesAgainAndAgain) {
   EXPECT_TRUE(task.CheckScan(scanned));
   EXPECT_THAT(scanned, ElementsAre(2, 5, 2, 5));
   EXPECT_FALSE(IsThere("out_file.docx"));
+  EXPECT_EQ(task.GetOutputPath(), testing::Backslashes(Path("")));
+  task.SetOcrEnabled(false);  // some pages are not scanned
+  task.Execute();
+  EXPECT_THAT(task.GetScannedPages(), ElementsAre(2, 5, 2, 5, 2, 5));
+  EXPECT_TRUE(IsThere("out_file.docx"));
+}
+
+TEST_F(Pdf2OfficeTaskTest, TakesDocumentsThatAreScannedInPart) {
+  for (const int scanned : {1, 2}) {
+    Pdf2OfficeTask task(MixedDocument(2, {scanned}));
+    task.SetOcrEnabled(false);
+    task.Execute();
+    EXPECT_THAT(task.GetScannedPages(), ElementsAre(scanned));
+  }
+}
+
+// Looking at them is what counts, even where there is nothing to look at.
+TEST_F(Pdf2OfficeTaskTest, TakesScannedDocumentsAfterALookThatFails) {
+  const PdfDoc document = MixedDocument(1, {1});
+  Pdf2OfficeTask task(document);
+  task.SetOcrEnabled(false);
+  task.ClearPdfDocs();
+  std::vector<int> scanned;
+  EXPECT_THROW(task.CheckScan(scanned), PdfException);
+  task.AddPdfDoc(document);
+  const Pdf2OfficeTask copy = task;
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }), Failure());
+  EXPECT_EQ(FailureOf([&] { Pdf2OfficeTask(copy).Execute(); }), Failure());
+}
+
+TEST_F(Pdf2OfficeTaskTest, FailsOnDocumentsWithoutPages) {
+  TestPdf().Write(Path("empty.pdf"));
+  Pdf2OfficeTask task(Doc("empty.pdf"));
+  std::vector<int> scanned;
+  task.SetOcrEnabled(false);
+  const Failure expected(PdfExceptionCode::InternalError, "Unable to obtain input PDF pages range");
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }), expected);
+  EXPECT_EQ(FailureOf([&] { task.CheckScan(scanned); }), expected);
 }
 
 TEST_F(Pdf2OfficeTaskTest, TellsThatNoPageIsScanned) {
@@ -117,11 +287,13 @@ TEST_F(Pdf2OfficeTaskTest, RefusesScannedDocumentsUntilTheyWereLookedAt) {
   Pdf2OfficeTask task(MixedDocument(1, {1}));
   task.SetOcrEnabled(false);
   const Failure failure = FailureOf([&] { task.Execute(); });
-  EXPECT_EQ(failure.code, PdfExceptionCode::AllPagesScanned);
-  EXPECT_THAT(failure.message, ::testing::StartsWith("Input PDF ["));
-  EXPECT_THAT(failure.message, ::testing::EndsWith("mixed.pdf] has all its pages scanned"));
+  EXPECT_EQ(failure, Failure(PdfExceptionCode::AllPagesScanned,
+                             "Input PDF [" + testing::Backslashes(Path("mixed.pdf")) +
+                                 "] has all its pages scanned"));
+  EXPECT_THAT(task.GetScannedPages(), ElementsAre(1));
   std::vector<int> scanned;
   task.CheckScan(scanned);
+  EXPECT_THAT(scanned, ElementsAre(1, 1));
   task.Execute();
   EXPECT_TRUE(IsThere("out_file.docx"));
 }
@@ -130,9 +302,9 @@ TEST_F(Pdf2OfficeTaskTest, DoesNotWaitWithoutTime) {
   Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 40), "", true));
   task.SetTimeout(0);
   const Failure failure = FailureOf([&] { task.Execute(); });
-  EXPECT_EQ(failure.code, PdfExceptionCode::ConversionTimeout);
-  EXPECT_THAT(failure.message,
-              ::testing::StartsWith("PDF to office timeout of [0] seconds, expired for ["));
+  EXPECT_EQ(failure, Failure(PdfExceptionCode::ConversionTimeout,
+                             "PDF to office timeout of [0] seconds, expired for [" +
+                                 testing::Backslashes(Path("a.pdf")) + "]"));
   EXPECT_FALSE(IsThere("out_file.docx"));
 }
 
@@ -158,7 +330,15 @@ TEST_F(Pdf2OfficeTaskTest, TellsThatThereAreNoTables) {
 TEST_F(Pdf2OfficeTaskTest, FailsOnWhatIsNoDocument) {
   testing::WriteBytes(Path("a.pdf"), "no document");
   Pdf2OfficeTask task(Doc("a.pdf"));
-  EXPECT_EQ(FailureOf([&] { task.Execute(); }).code, PdfExceptionCode::InternalError);
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InternalError, "no PDF object in the file"));
+  std::vector<int> scanned;
+  EXPECT_EQ(FailureOf([&] { task.CheckScan(scanned); }),
+            Failure(PdfExceptionCode::InternalError, "no PDF object in the file"));
+  Pdf2OfficeTask missing(PdfDoc(Path("missing.pdf"), "", false));
+  EXPECT_EQ(FailureOf([&] { missing.Execute(); }),
+            Failure(PdfExceptionCode::InternalError,
+                    "the document cannot be opened: No such file or directory"));
 }
 
 TEST_F(Pdf2OfficeTaskTest, TellsWhatCannotBeWritten) {

@@ -62,6 +62,10 @@ TEST_F(Pdf2PdfATaskTest, NeedsOneDocument) {
   EXPECT_EQ(FailureOf([&] { task.Execute(); }),
             Failure(PdfExceptionCode::InvalidParameter,
                     "Unexpected PDF docs number [2], expected single doc at task"));
+  task.ClearPdfDocs();
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InvalidParameter,
+                    "Unexpected PDF docs number [0], expected single doc at task"));
   EXPECT_THAT(directory_.Names(), ElementsAre("doc.pdf"));
 }
 
@@ -77,6 +81,43 @@ TEST_F(Pdf2PdfATaskTest, WritesAValidDocument) {
     EXPECT_THAT(output.GetFindings(), IsEmpty());
     EXPECT_FALSE(task.GetReport().GetEntries().empty()) << "the script is left out";
   }
+}
+
+TEST_F(Pdf2PdfATaskTest, WritesToTheOutputDirectoryOrBesideTheDocument) {
+  Pdf2PdfATask task = TaskFor(MakeDocument(), PdfCompliance::PdfA2B);
+  task.SetOutputPath(directory_.MakeDir("out"));
+  task.Execute();
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("output_pdfa_doc.pdf"));
+  EXPECT_THAT(directory_.Names(), ElementsAre("doc.pdf", "out"));
+  EXPECT_EQ(task.GetOutputPath(), testing::Backslashes(Path("out/")));
+  Pdf2PdfATask beside = TaskFor(Path("doc.pdf"), PdfCompliance::PdfA2B);
+  beside.GetOutName() = "a.pdf";
+  beside.Execute();
+  EXPECT_THAT(directory_.Names(), ElementsAre("a.pdf", "doc.pdf", "out"));
+  EXPECT_EQ(beside.GetOutputPath(), testing::Backslashes(Path("")));
+}
+
+TEST_F(Pdf2PdfATaskTest, IsAValue) {
+  Pdf2PdfATask task(PdfDoc(MakeDocument(), "", true), "x.pdf");
+  task.SetCompliance(PdfCompliance::PdfA3B);
+  task.SetDowngrade(true);
+  const auto expect_alike = [](Pdf2PdfATask copy) {
+    EXPECT_EQ(copy.GetOutName(), "x.pdf");
+    EXPECT_EQ(copy.GetCompliance(), PdfCompliance::PdfA3B);
+    EXPECT_TRUE(copy.GetDowngrade());
+    EXPECT_EQ(copy.GetPdfDocsNum(), 1);
+  };
+  Pdf2PdfATask other(Doc("doc.pdf"));
+  other = task;
+  expect_alike(other);
+  expect_alike(task);
+  other = Pdf2PdfATask(Doc("doc.pdf"));
+  EXPECT_EQ(other.GetCompliance(), PdfCompliance::None);
+  EXPECT_FALSE(other.GetDowngrade());
+  other = Pdf2PdfATask(task);
+  expect_alike(other);
+  other.SetDowngrade(false);
+  EXPECT_FALSE(other.GetDowngrade());
 }
 
 TEST_F(Pdf2PdfATaskTest, ChoosesALevelByItself) {

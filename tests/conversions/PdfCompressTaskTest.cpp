@@ -17,6 +17,7 @@ using ::testing::ElementsAre;
 using testing::Exists;
 using testing::Failure;
 using testing::FailureOf;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 using testing::QpdfComplaints;
@@ -49,6 +50,11 @@ class PdfCompressTaskTest : public testing::DocumentTest {
     file.Stream(4, "", data);
     file.Stream(5, "", std::string(padding, 'x'));
     return file.Table();
+  }
+
+  float PercentOf(const std::string& input, const std::string& output) const {
+    return static_cast<float>(ReadBytes(Path(output)).size()) /
+           static_cast<float>(ReadBytes(Path(input)).size()) * 100;
   }
 
   // A document that becomes smaller to this percentage.
@@ -240,6 +246,11 @@ TEST_F(PdfCompressTaskTest, ProtectsWithTheOutputPassword) {
   task.SetOutPassword("\xC3\xB6ut");
   task.Execute();
   EXPECT_FALSE(PdfDoc::IsValidPassword(Path("out/compressed_a.pdf"), "in"));
+  const std::string encryption =
+      testing::QpdfEncryption(Path("out/compressed_a.pdf"), "\xC3\xB6ut");
+  EXPECT_THAT(encryption, HasSubstr("P = -1\n"));
+  EXPECT_THAT(encryption, HasSubstr("Supplied password is owner password"));
+  EXPECT_THAT(encryption, HasSubstr("Supplied password is user password"));
   EXPECT_EQ(QpdfComplaints(Path("out/compressed_a.pdf"), "\xC3\xB6ut"), "");
   EXPECT_EQ(Doc("out/compressed_a.pdf", "\xC3\xB6ut").GetPagesNum(), 3);
 }
@@ -265,6 +276,8 @@ TEST_F(PdfCompressTaskTest, TellsThatTheOutputCannotBeMade) {
                      "Could not save compressed document [" + Backslashes(Path("missing//")) +
                          "compressed_a.pdf], error [0x0000000E]",
                      14}));
+  EXPECT_EQ(task.GetLastError(), 14);
+  EXPECT_EQ(task.GetCompressRatio(), 0.0F);
   task.SetOutputPath(Path("out"));
   task.Execute();
   EXPECT_EQ(task.GetLastError(), 0);
@@ -316,7 +329,7 @@ TEST_F(PdfCompressTaskTest, EndsWithTheFirstFailure) {
   EXPECT_THROW(task.Execute(), PdfException);
   EXPECT_THAT(directory_.Names("out"), ElementsAre("compressed_a.pdf"));
   EXPECT_EQ(task.GetLastError(), 4);
-  EXPECT_GT(task.GetCompressRatio(), 0);  // of what was complete
+  EXPECT_FLOAT_EQ(task.GetCompressRatio(), PercentOf("a.pdf", "out/compressed_a.pdf"));
   EXPECT_THAT(task.GetReport().GetEntries(), IsEmpty());
 }
 
@@ -352,6 +365,31 @@ TEST_F(PdfCompressTaskTest, KeepsADocumentThatCannotBecomeSmaller) {
   task.Execute();
   EXPECT_EQ(ReadBytes(Path("out/compressed_a.pdf")), ReadBytes(Path("a.pdf")));
   EXPECT_EQ(task.GetCompressRatio(), 100.0F);
+}
+
+TEST_F(PdfCompressTaskTest, TellsThatAnOutputHasGrown) {
+  MakePdf("a.pdf", 1);
+  PdfCompressTask task = TaskFor("a.pdf");
+  task.SetOutPassword("pw");
+  task.Execute();
+  EXPECT_GT(task.GetCompressRatio(), 100);
+  EXPECT_FLOAT_EQ(task.GetCompressRatio(), PercentOf("a.pdf", "out/compressed_a.pdf"));
+}
+
+// What it was before a failure, it is after it.
+TEST_F(PdfCompressTaskTest, KeepsItsRatioWhenADocumentFails) {
+  MakePdf("a.pdf", 3);
+  PdfCompressTask task = TaskFor("a.pdf");
+  task.Execute();
+  const float ratio = task.GetCompressRatio();
+  EXPECT_FLOAT_EQ(ratio, PercentOf("a.pdf", "out/compressed_a.pdf"));
+  task.SetOutputPath(Path("missing"));
+  EXPECT_THROW(task.Execute(), PdfException);
+  EXPECT_EQ(task.GetLastError(), 14);
+  task.SetPdfDocs({PdfDoc(Path("missing.pdf"), "", false)});
+  EXPECT_THROW(task.Execute(), PdfException);
+  EXPECT_EQ(task.GetLastError(), 13);
+  EXPECT_EQ(task.GetCompressRatio(), ratio);
 }
 
 TEST_F(PdfCompressTaskTest, FindsNothingMoreToDoInItsOutput) {
@@ -428,6 +466,32 @@ TEST_F(PdfCompressTaskTest, IsAValue) {
   EXPECT_EQ(moved.GetCompressLevel(), PdfCompressLevel::Extreme);
   other = PdfCompressTask();
   EXPECT_EQ(other.GetOutPdfName(), "");
+}
+
+TEST_F(PdfCompressTaskTest, HasItsResultsAndNamesInCopiesToo) {
+  MakePdf("a.pdf", 1);
+  PdfCompressTask task = TaskFor("a.pdf");
+  task.Execute();
+  task.SetPdfDocs({PdfDoc(Path("missing.pdf"), "", false)});
+  EXPECT_THROW(task.Execute(), PdfException);
+  task.SetOutPrefix("p");
+  task.SetOutPdfName("n");
+  const auto expect_alike = [&](PdfCompressTask copy) {
+    EXPECT_EQ(copy.GetLastError(), 13);
+    EXPECT_EQ(copy.GetCompressRatio(), task.GetCompressRatio());
+    EXPECT_EQ(copy.GetOutPrefix(), "p");
+    EXPECT_EQ(copy.GetOutPdfName(), "n");
+    EXPECT_EQ(copy.GetOutputPath(), task.GetOutputPath());
+    EXPECT_EQ(copy.GetPdfDocsNum(), 1);
+  };
+  PdfCompressTask other;
+  other = task;
+  expect_alike(task);
+  expect_alike(other);
+  other = PdfCompressTask();
+  other = PdfCompressTask(task);
+  expect_alike(other);
+  expect_alike(PdfCompressTask(PdfCompressTask(task)));
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 #include <utility>
+#include <vector>
 
 #include "PdfRepairTask.h"
 #include "support/DocumentTest.h"
+#include "support/RawPdf.h"
 #include "support/TestPackets.h"
 
 namespace TarnixTools {
@@ -65,6 +67,8 @@ TEST_F(PdfRepairTaskTest, WritesBesideASoundDocumentAndReportsNothing) {
   EXPECT_THAT(task.GetReport().GetEntries(), IsEmpty());
   EXPECT_EQ(task.GetOutputPath(), Backslashes(directory_.Path() + "/"));
   EXPECT_EQ(Texts("output_repaired_doc.pdf"), Labels(1, 3));
+  EXPECT_NE(ReadBytes(Path("output_repaired_doc.pdf")), ReadBytes(Path("sound.pdf")))
+      << "it is written anew all the same";
   EXPECT_FALSE(PdfRepairTask::IsDamaged(Doc("sound.pdf")));
 }
 
@@ -101,6 +105,52 @@ TEST_F(PdfRepairTaskTest, AddsTheProblemsOfEveryRun) {
   EXPECT_EQ(task.GetErrorsNum(), 2 * once);
 }
 
+TEST_F(PdfRepairTaskTest, KeepsTheProblemsItHasListedWhenItFails) {
+  MakeTorn("torn.pdf");
+  PdfRepairTask task = TaskFor("torn.pdf");
+  task.Execute();
+  const std::list<std::string> once = task.GetErrorsInfo();
+  EXPECT_FALSE(once.empty());
+  task.SetPdfDocs({PdfDoc(Path("missing.pdf"), "", false)});
+  EXPECT_THROW(task.Execute(), PdfException);
+  EXPECT_EQ(task.GetErrorsInfo(), once);
+  task.ClearPdfDocs();
+  EXPECT_THROW(task.Execute(), PdfException);
+  EXPECT_EQ(task.GetErrorsInfo(), once);
+  EXPECT_EQ(task.GetErrorsNum(), static_cast<int>(once.size()));
+}
+
+// One is of the file, one of the tree of pages, one of what a page shows.
+TEST_F(PdfRepairTaskTest, LooksAtTheFileItsTreesAndItsPages) {
+  const auto document = [](const std::string& kids, const std::string& content) {
+    testing::RawPdf file;
+    file.Object(1, "<</Type/Catalog/Pages 2 0 R>>");
+    file.Object(2, "<</Type/Pages/Kids[3 0 R" + kids + "]/Count 1>>");
+    file.Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 9 9]/Resources<<>>/Contents 4 0 R>>");
+    file.Stream(4, "", content);
+    return file;
+  };
+  const std::string sound = document("", "0 0 9 9 re f").Table();
+  const std::string of_file = sound.substr(0, sound.rfind("startxref"));
+  const std::string of_tree = document(" 3 0 R", "0 0 9 9 re f").Table();
+  const std::string of_page = document("", "q 0 0 9 9 re f /No Do").Table();
+  WriteBytes(Path("a.pdf"), sound);
+  EXPECT_FALSE(PdfRepairTask::IsDamaged(Doc("a.pdf")));
+  std::vector<std::list<std::string>> found;
+  for (const std::string& bytes : {of_file, of_tree, of_page}) {
+    WriteBytes(Path("a.pdf"), bytes);
+    EXPECT_TRUE(PdfRepairTask::IsDamaged(Doc("a.pdf"), found.emplace_back()));
+  }
+  EXPECT_THAT(
+      found, ElementsAre(ElementsAre("Byte 411: the end-of-file marker is missing; can be fixed",
+                                     "Nothing tells where the cross-reference starts; can be fixed",
+                                     "Objects had to be looked for in the whole file; "
+                                     "can be worked around"),
+                         ElementsAre("The page tree gives the wrong number of pages; can be fixed"),
+                         ElementsAre("Page 1: object 3: the content uses a resource that is not "
+                                     "named (1 XObject); lost")));
+}
+
 TEST_F(PdfRepairTaskTest, CopiesHaveProblemsOfTheirOwn) {
   MakeTorn("torn.pdf");
   PdfRepairTask task = TaskFor("torn.pdf");
@@ -110,8 +160,16 @@ TEST_F(PdfRepairTaskTest, CopiesHaveProblemsOfTheirOwn) {
   copy.Execute();
   EXPECT_EQ(copy.GetErrorsNum(), 2 * count);
   EXPECT_EQ(task.GetErrorsNum(), count);
-  const PdfRepairTask moved(std::move(copy));
+  PdfRepairTask moved(std::move(copy));
   EXPECT_EQ(moved.GetErrorsNum(), 2 * count);
+  moved.SetOutName("x.pdf");
+  PdfRepairTask assigned(Doc("sound.pdf"));
+  assigned = moved;
+  EXPECT_EQ(assigned.GetErrorsInfo(), moved.GetErrorsInfo());
+  EXPECT_EQ(assigned.GetOutName(), "x.pdf");
+  assigned = PdfRepairTask(task);
+  EXPECT_EQ(assigned.GetErrorsInfo(), task.GetErrorsInfo());
+  EXPECT_EQ(assigned.GetOutName(), "output_repaired_doc.pdf");
 }
 
 TEST_F(PdfRepairTaskTest, WantsOneDocument) {
@@ -158,7 +216,10 @@ TEST_F(PdfRepairTaskTest, ListsWhatIsHopelessBeforeItFails) {
   WriteBytes(Path("hopeless.pdf"), "%PDF-1.4\n1 0 obj\n(text)\nendobj\n");
   EXPECT_TRUE(PdfRepairTask::IsDamaged(Doc("hopeless.pdf")));
   PdfRepairTask task = TaskFor("hopeless.pdf");
-  EXPECT_EQ(FailureOf([&] { task.Execute(); }).engine_code, 5);
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }), Failure(kEngineError,
+                                                        "Unable to generate repaired output doc [" +
+                                                            Backslashes(Path("hopeless.pdf")) + "]",
+                                                        5));
   EXPECT_THAT(task.GetErrorsInfo(), Contains("No page can be found; lost"));
 }
 
@@ -179,7 +240,10 @@ TEST_F(PdfRepairTaskTest, EncryptsWithTheOutputPassword) {
   PdfRepairTask task = TaskFor("sound.pdf");
   task.SetOutPassword("new");
   task.Execute();
-  EXPECT_THAT(testing::QpdfEncryption(OutputPath(), "new"), HasSubstr("P = 2052"));
+  const std::string encryption = testing::QpdfEncryption(OutputPath(), "new");
+  EXPECT_THAT(encryption, HasSubstr("P = 2052\n"));
+  EXPECT_THAT(encryption, HasSubstr("Supplied password is owner password"));
+  EXPECT_THAT(encryption, HasSubstr("Supplied password is user password"));
   EXPECT_EQ(Texts("out/output_repaired_doc.pdf", "new"), Labels(1, 3));
 }
 
