@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include <pthread.h>
+
 #include "Pdf2OfficeTask.h"
 #include "support/DocumentTest.h"
 #include "support/TestPdf.h"
@@ -347,6 +349,22 @@ TEST_F(Pdf2OfficeTaskTest, TellsWhatCannotBeWritten) {
   EXPECT_EQ(FailureOf([&] { task.Execute(); }),
             Failure(PdfExceptionCode::EngineError,
                     "PDF to office conversion failed, unexpected error(5)", 5));
+}
+
+// No thread can have a stack as large as all addresses.
+TEST_F(Pdf2OfficeTaskTest, TellsThatThereIsNoThread) {
+  pthread_attr_t before;
+  ASSERT_EQ(pthread_getattr_default_np(&before), 0);
+  pthread_attr_t huge;
+  ASSERT_EQ(pthread_getattr_default_np(&huge), 0);
+  ASSERT_EQ(pthread_attr_setstacksize(&huge, std::size_t{1} << 47), 0);
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 1), "", true));
+  ASSERT_EQ(pthread_setattr_default_np(&huge), 0);
+  const Failure failure = FailureOf([&] { task.Execute(); });
+  ASSERT_EQ(pthread_setattr_default_np(&before), 0);
+  EXPECT_EQ(failure,
+            Failure(PdfExceptionCode::InternalError, "Unable to initialize conversion thread"));
+  EXPECT_FALSE(IsThere("out_file.docx"));
 }
 
 TEST_F(Pdf2OfficeTaskTest, TellsHowFarItIs) {
