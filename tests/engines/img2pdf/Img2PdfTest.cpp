@@ -1,9 +1,13 @@
+#include <cstdio>
 #include <limits>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "engines/img2pdf/ErrorCodes.h"
+#include "engines/img2pdf/ImageDocument.h"
 #include "engines/img2pdf/Img2Pdf.h"
 #include "pdf/tree/PageTree.h"
 #include "pdf/write/RewriteFixture.h"
@@ -170,6 +174,62 @@ TEST_F(Img2PdfTest, RefusesCallsThatMakeNoSense) {
   EXPECT_EQ(Img2PdfSetBorderSize(object_, 300), 1);
   EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, Path("a.jpg")), 0);  // no space on A4
   EXPECT_EQ(Img2PdfGetErrorCode(object_), kImg2PdfArgumentError);
+}
+
+TEST_F(Img2PdfTest, TakesPagesAndBordersOfAnySizeThatIsOne) {
+  EXPECT_EQ(Img2PdfSetPageSize(object_, 0.5, 0.25), 1);
+  EXPECT_EQ(Img2PdfSetPageSize(object_, 100, 0), 0);
+  EXPECT_EQ(Img2PdfSetPageSize(object_, -1, 100), 0);
+  EXPECT_EQ(Img2PdfSetPageSize(object_, std::numeric_limits<double>::infinity(), 100), 0);
+  EXPECT_EQ(Img2PdfSetPageSize(object_, 100, std::numeric_limits<double>::infinity()), 0);
+  for (int orientation = 1; orientation <= 8; ++orientation) {
+    EXPECT_EQ(Img2PdfSetOrientation(object_, orientation), 1);
+  }
+  Img2PdfSetOrientation(object_, 1);
+  ASSERT_EQ(Create("out.pdf"), 1);
+  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", TestJpeg(3))), 1);
+  EXPECT_EQ(Img2PdfClose(object_), 1);
+  const std::string bytes = testing::ReadBytes(directory_.Path("out.pdf"));
+  const auto document = testing::OpenBytes(bytes);
+  pdf::Arena arena;
+  const pdf::PageTree pages(*document);
+  EXPECT_EQ(testing::Expanded(*document, pages.Load(pages.pages().at(0), arena).Get("MediaBox")),
+            "[0 0 .5 .25]");
+}
+
+std::string MessageOf(platform::FilePtr file) {
+  try {
+    FileSource source(std::move(file));
+    char byte = 0;
+    source.ReadAt(0, &byte, 1);
+  } catch (const pdf::Error& error) {
+    EXPECT_EQ(error.code(), pdf::ErrorCode::kReadFailed);
+    return error.what();
+  }
+  return "";
+}
+
+TEST(FileSource, TellsWhatCannotBeRead) {
+  const testing::TempDir directory;
+  int ends[2];
+  ASSERT_EQ(pipe(ends), 0);
+  EXPECT_EQ(MessageOf(platform::FilePtr(fdopen(ends[0], "rb"))),
+            "the length of the file cannot be had");
+  close(ends[1]);
+  EXPECT_EQ(MessageOf(platform::FilePtr(std::fopen(directory.Path("new").c_str(), "wb"))),
+            "the file cannot be read");
+}
+
+TEST(FileSource, ReadsOnAfterItsEnd) {
+  const testing::TempDir directory;
+  FileSource source(platform::OpenForReading(WriteBytes(directory.Path("a"), "abcdef")));
+  EXPECT_EQ(source.Size(), 6U);
+  std::string bytes(4, '.');
+  EXPECT_EQ(source.ReadAt(4, bytes.data(), 4), 2U);
+  EXPECT_EQ(bytes, "ef..");
+  EXPECT_EQ(source.ReadAt(6, bytes.data(), 4), 0U);
+  EXPECT_EQ(source.ReadAt(1, bytes.data(), 4), 4U);
+  EXPECT_EQ(bytes, "bcde");
 }
 
 TEST_F(Img2PdfTest, RefusesNullObjects) {

@@ -28,7 +28,23 @@ TEST_F(RasteriserFailures, RefusesValuesOutOfRange) {
   EXPECT_EQ(Pdf2ImgSetCompression(object_, 2), 0);
   EXPECT_EQ(Pdf2ImgSetCompression(object_, 3), 1);
   EXPECT_EQ(Pdf2ImgSetBitmapDimensions(object_, 0, 10), 0);
+  EXPECT_EQ(Pdf2ImgSetBitmapDimensions(object_, 10, 0), 0);
   EXPECT_EQ(Pdf2ImgSetPageSize(object_, 10, -1), 0);
+  EXPECT_EQ(Pdf2ImgSetPageSize(object_, 10, 0), 0);
+  EXPECT_EQ(Pdf2ImgSetPageSize(object_, 0, 10), 0);
+  EXPECT_EQ(Pdf2ImgSetDPI(object_, 0.49F), 0);
+  EXPECT_EQ(Pdf2ImgSetDPI(object_, 65535.1F), 0);
+}
+
+TEST_F(RasteriserFailures, TakesValuesAtTheEndsOfTheirRanges) {
+  for (const int quality : {1, 100}) {
+    EXPECT_EQ(Pdf2ImgSetImageQuality(object_, quality), 1);
+  }
+  EXPECT_EQ(Pdf2ImgSetBitmapDimensions(object_, 1, 1), 1);
+  EXPECT_EQ(Pdf2ImgSetPageSize(object_, 0.5F, 0.5F), 1);
+  EXPECT_EQ(Pdf2ImgSetDPI(object_, 65535), 1);
+  EXPECT_EQ(Pdf2ImgSetDPI(object_, 0.5F), 1);
+  EXPECT_EQ(Error(), kPdf2ImgNoError);
 }
 
 TEST_F(RasteriserFailures, MakesNoImageAfterABadResolution) {

@@ -1,11 +1,15 @@
+#include <cerrno>
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include "engines/support/files/DiskFile.h"
 #include "pdf/Error.h"
+#include "support/FileSizeLimit.h"
 #include "support/TempDir.h"
 
 namespace TarnixTools::engines {
@@ -22,14 +26,22 @@ class DiskFile : public ::testing::Test {
   const testing::TempDir directory_;
 };
 
+struct Thrown {
+  bool operator==(const Thrown&) const = default;
+
+  pdf::ErrorCode code = pdf::ErrorCode::kInternal;
+  std::string message;
+  int system_error = 0;
+};
+
 template <typename Function>
-pdf::ErrorCode CodeOf(Function&& function) {
+Thrown ErrorOf(Function&& function) {
   try {
     function();
   } catch (const pdf::Error& error) {
-    return error.code();
+    return {error.code(), error.what(), error.system_error()};
   }
-  return pdf::ErrorCode::kInternal;
+  return {};
 }
 
 TEST_F(DiskFile, IsReadAnywhere) {
@@ -65,7 +77,8 @@ TEST_F(DiskFile, FailsWhereItCannotBeRead) {
                                               &std::fclose);
   DiskSource source(write_only);
   char byte = 0;
-  EXPECT_EQ(CodeOf([&] { source.ReadAt(0, &byte, 1); }), pdf::ErrorCode::kReadFailed);
+  EXPECT_EQ(ErrorOf([&] { source.ReadAt(0, &byte, 1); }),
+            (Thrown{pdf::ErrorCode::kReadFailed, "the file cannot be read", EBADF}));
 }
 
 TEST_F(DiskFile, IsWrittenFromItsPositionOn) {
@@ -83,7 +96,64 @@ TEST_F(DiskFile, IsWrittenFromItsPositionOn) {
 TEST_F(DiskFile, FailsWhereItCannotBeWritten) {
   const std::shared_ptr<std::FILE> read_only = OpenShared(WidePath(Write("x")));
   DiskSink sink(read_only.get());
-  EXPECT_EQ(CodeOf([&] { sink.Write("more"); }), pdf::ErrorCode::kWriteFailed);
+  EXPECT_EQ(ErrorOf([&] { sink.Write("more"); }),
+            (Thrown{pdf::ErrorCode::kWriteFailed, "the file cannot be written", EBADF}));
+}
+
+// A file without one has no length.
+TEST_F(DiskFile, FailsWhereItHasNoLength) {
+  std::FILE* const memory = fmemopen(nullptr, 10, "r+");
+  const std::shared_ptr<std::FILE> file(memory, &std::fclose);
+  EXPECT_EQ(ErrorOf([&] { DiskSource source(file); }),
+            (Thrown{pdf::ErrorCode::kReadFailed, "the length of the file cannot be had", EBADF}));
+}
+
+TEST_F(DiskFile, IsNotWrittenOnceTheJobIsToStop) {
+  const JobWatch watch([](const std::string&, std::int64_t, std::int64_t) { return false; }, "job");
+  const std::shared_ptr<std::FILE> file(std::fopen(directory_.Path("out").c_str(), "wb"),
+                                        &std::fclose);
+  EXPECT_EQ(ErrorOf([&] { DiskSink(file.get()).Write("x"); }),
+            (Thrown{pdf::ErrorCode::kWriteFailed, "the job is to stop"}));
+}
+
+// By 64 kilobytes, of which there are three, and some bytes.
+TEST(ToldSink, TellsHowFarItIs) {
+  std::pair<std::int64_t, std::int64_t> last;
+  const JobWatch watch(
+      [&](const std::string&, std::int64_t done, std::int64_t of) {
+        last = {done, of};
+        return true;
+      },
+      "job");
+  pdf::StringSink bytes;
+  ToldSink sink(bytes, 3 * 65'536 + 100);
+  const auto told_of = [&](std::size_t count) {
+    sink.Write(std::string(count, 'x'));
+    return std::to_string(last.first) + "/" + std::to_string(last.second);
+  };
+  EXPECT_EQ(told_of(65'535), "0/3");
+  EXPECT_EQ(told_of(1), "1/3");
+  EXPECT_EQ(told_of(2 * 65'536 - 1), "2/3");
+  EXPECT_EQ(told_of(1), "3/3");
+  EXPECT_EQ(bytes.bytes().size(), 3U * 65'536);
+}
+
+TEST(ScratchFile, FailsWhereNoFileCanBeMade) {
+  rlimit before{};
+  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+  rlimit none = before;
+  none.rlim_cur = 0;
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+  const Thrown thrown = ErrorOf([] { OpenScratchFile(); });
+  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+  EXPECT_EQ(thrown,
+            (Thrown{pdf::ErrorCode::kWriteFailed, "no temporary file can be made", EMFILE}));
+}
+
+TEST(ScratchFile, FailsWhereItCannotBeCompleted) {
+  const testing::FileSizeLimit limit(3);
+  EXPECT_EQ(ErrorOf([] { WriteScratchFile([](pdf::ByteSink& sink) { sink.Write("bytes"); }); }),
+            (Thrown{pdf::ErrorCode::kWriteFailed, "the file cannot be completed", EFBIG}));
 }
 
 TEST(ScratchFile, IsWrittenAndReadAgain) {
