@@ -27,11 +27,11 @@ constexpr const char* kScan = "q 612 0 0 792 0 0 cm BI /W 1 /H 1 /CS /G /BPC 8 /
 
 class Pdf2OfficeTaskTest : public testing::DocumentTest {
  protected:
-  // Pages of text, those with these numbers scanned.
+  // Small pages of text, those with these numbers scanned.
   PdfDoc MixedDocument(int page_count, const std::vector<int>& scanned) const {
     TestPdf pdf;
     for (int number = 1; number <= page_count; ++number) {
-      pdf.Page(std::string(80, 'a'));
+      pdf.Page(std::string(80, 'a')).Size(120, 80);
       if (std::find(scanned.begin(), scanned.end(), number) != scanned.end()) {
         pdf.Content(kScan);
       }

@@ -445,6 +445,79 @@ TEST_F(PdfCompressTaskTest, ReportsTagsThatItsLevelLeavesOut) {
   EXPECT_EQ(task.GetReport().GetEntries(), expected);
 }
 
+// Of two documents: photographs, drawings in few colours, one bit a pixel, transparency, and what
+// stays as it was.
+TEST_F(PdfCompressTaskTest, CountsImagesAndFontsOfAllDocuments) {
+  const testing::SceneSize size{120, 160};
+  const std::string sides = "/Width 120/Height 160/BitsPerComponent ";
+  const std::string program = testing::TestFont().Bytes();
+  std::string flat;
+  for (int i = 0; i < 120 * 160; ++i) {
+    flat += i / 600 % 2 == 0 ? "\xF0\x10\x10" : "\x20\x80\xF0";
+  }
+  const auto draw = [](const char* const name) {
+    return std::string("q 60 0 0 80 9 9 cm ") + name + " Do Q ";
+  };
+  const std::string content = draw("/A") + draw("/B") + draw("/C") + draw("/D") + draw("/E");
+  const std::string photograph = testing::SceneSamples(size, 3, 8);
+  const std::string image = "/Type/XObject/Subtype/Image/ColorSpace/DeviceRGB";
+  for (const char* const name : {"a.pdf", "b.pdf"}) {
+    RawPdf file;
+    file.Pages(1,
+               "/MediaBox[0 0 99 99]/Contents 9 0 R/Resources<</XObject<</A 10 0 R/B 11 0 R"
+               "/C 12 0 R/D 13 0 R/E 14 0 R>>/Font<</F 16 0 R>>>>")
+        .Stream(9, "", content + "BT /F 9 Tf ( ) Tj ET")
+        .Stream(10, image + "/SMask 15 0 R" + sides + "8", photograph)
+        .Stream(11, image + sides + "8", flat)
+        .Stream(12, "/Type/XObject/Subtype/Image/ColorSpace/DeviceGray" + sides + "1",
+                testing::SceneStrokes(size))
+        .Stream(13, image + sides + "8/Filter/DCTDecode", "torn")
+        .Stream(14, "/Type/XObject/Subtype/Image/ColorSpace[/Pattern]" + sides + "8", "other")
+        .Stream(15, "/Type/XObject/Subtype/Image/ColorSpace/DeviceGray" + sides + "8",
+                testing::SceneSamples(size, 1, 8))
+        .Object(16,
+                "<</Type/Font/Subtype/TrueType/BaseFont/Own/Encoding/WinAnsiEncoding"
+                "/FontDescriptor 17 0 R>>")
+        .Object(17, "<</Type/FontDescriptor/FontName/Own/Flags 32/FontFile2 18 0 R>>")
+        .Stream(18, "/Length1 " + std::to_string(program.size()), program);
+    WriteBytes(Path(name), file.Table());
+  }
+  PdfCompressTask task({Doc("a.pdf")}, PdfCompressLevel::Low);
+  task.SetOutputPath(directory_.MakeDir("out"));
+  task.Execute();
+  const std::vector<PdfCompressedImages> of_one = task.GetImages();
+  ASSERT_EQ(of_one.size(), 4U);
+  const auto after = [&](std::size_t i) { return of_one.at(i).bytes_after; };
+  EXPECT_THAT(
+      of_one,
+      ElementsAre(PdfCompressedImages{PdfImageClass::Photograph, 3, 57'609, after(0), 0, 1, 1},
+                  PdfCompressedImages{PdfImageClass::FlatArt, 1, 57'600, after(1), 0, 0, 0},
+                  PdfCompressedImages{PdfImageClass::Bitonal, 1, 2400, after(2), 0, 0, 0},
+                  PdfCompressedImages{PdfImageClass::SoftMask, 1, 19'200, after(3), 0, 0, 0}));
+  for (const PdfCompressedImages& images : of_one) {
+    EXPECT_LT(images.bytes_after, images.bytes_before / 4);
+    EXPECT_GT(images.bytes_after, 0);
+  }
+  const PdfCompressedFonts fonts = task.GetFonts();
+  EXPECT_EQ(fonts.bytes_before, static_cast<std::int64_t>(program.size()));
+  EXPECT_EQ(fonts,
+            (PdfCompressedFonts{
+                .count = 1, .bytes_before = fonts.bytes_before, .bytes_after = fonts.bytes_after}));
+  task.SetPdfDocs({Doc("a.pdf"), Doc("b.pdf")});
+  task.Execute();
+  EXPECT_EQ(task.GetFonts(), (PdfCompressedFonts{.count = 2,
+                                                 .bytes_before = 2 * fonts.bytes_before,
+                                                 .bytes_after = 2 * fonts.bytes_after}));
+  ASSERT_EQ(task.GetImages().size(), 4U);
+  for (std::size_t i = 0; i < of_one.size(); ++i) {
+    const PdfCompressedImages& one = of_one[i];
+    EXPECT_EQ(task.GetImages()[i],
+              (PdfCompressedImages{one.image_class, 2 * one.count, 2 * one.bytes_before,
+                                   2 * one.bytes_after, 2 * one.left_smallest,
+                                   2 * one.left_unreadable, 2 * one.left_unhandled}));
+  }
+}
+
 TEST_F(PdfCompressTaskTest, NamesClassesOfImages) {
   EXPECT_STREQ(PdfCompressTask::GetImageClassName(PdfImageClass::Photograph), "photograph");
   EXPECT_STREQ(PdfCompressTask::GetImageClassName(PdfImageClass::FlatArt), "flat art");
