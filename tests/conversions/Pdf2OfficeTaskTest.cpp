@@ -254,7 +254,12 @@ TEST_F(Pdf2OfficeTaskTest, TellsScannedPagesAgainAndAgain) {
 
 // Whether a document that is scanned throughout is taken is all that the setting is about.
 TEST_F(Pdf2OfficeTaskTest, RecognisesScannedPagesAmongOthersInAnyCase) {
-  TestPdf().Page().Size(200, 60).Content("BT /F1 30 Tf 20 20 Td (Word) Tj ET").Write(Path("w.pdf"));
+  std::string content = "BT /F1 16 Tf 20 TL 20 100 Td";
+  for (const char* const line : {"The first of four lines", "with several words each,",
+                                 "as letters and reports", "have them on a page."}) {
+    content += " (" + std::string(line) + ") '";
+  }
+  TestPdf().Page().Size(260, 120).Content(content + " ET").Write(Path("w.pdf"));
   Pdf2ImgTask picture(Doc("w.pdf"));
   picture.SetDpi(150);
   picture.Execute();
