@@ -465,8 +465,8 @@ TEST_F(PdfCompressTaskTest, CountsImagesAndFontsOfAllDocuments) {
     RawPdf file;
     file.Pages(1,
                "/MediaBox[0 0 99 99]/Contents 9 0 R/Resources<</XObject<</A 10 0 R/B 11 0 R"
-               "/C 12 0 R/D 13 0 R/E 14 0 R>>/Font<</F 16 0 R>>>>")
-        .Stream(9, "", content + "BT /F 9 Tf ( ) Tj ET")
+               "/C 12 0 R/D 13 0 R/E 14 0 R>>/Font<</F 16 0 R/G 19 0 R/H 22 0 R>>>>")
+        .Stream(9, "", content + "BT /F 9 Tf ( ) Tj /G 9 Tf ( ) Tj /H 9 Tf ( ) Tj ET")
         .Stream(10, image + "/SMask 15 0 R" + sides + "8", photograph)
         .Stream(11, image + sides + "8", flat)
         .Stream(12, "/Type/XObject/Subtype/Image/ColorSpace/DeviceGray" + sides + "1",
@@ -474,12 +474,18 @@ TEST_F(PdfCompressTaskTest, CountsImagesAndFontsOfAllDocuments) {
         .Stream(13, image + sides + "8/Filter/DCTDecode", "torn")
         .Stream(14, "/Type/XObject/Subtype/Image/ColorSpace[/Pattern]" + sides + "8", "other")
         .Stream(15, "/Type/XObject/Subtype/Image/ColorSpace/DeviceGray" + sides + "8",
-                testing::SceneSamples(size, 1, 8))
-        .Object(16,
-                "<</Type/Font/Subtype/TrueType/BaseFont/Own/Encoding/WinAnsiEncoding"
-                "/FontDescriptor 17 0 R>>")
-        .Object(17, "<</Type/FontDescriptor/FontName/Own/Flags 32/FontFile2 18 0 R>>")
-        .Stream(18, "/Length1 " + std::to_string(program.size()), program);
+                testing::SceneSamples(size, 1, 8));
+    // One, the same again, and one that is none.
+    for (int font = 16; font <= 22; font += 3) {
+      const std::string number = std::to_string(font + 1);
+      file.Object(font,
+                  "<</Type/Font/Subtype/TrueType/BaseFont/Own/Encoding/WinAnsiEncoding"
+                  "/FontDescriptor " +
+                      number + " 0 R>>")
+          .Object(font + 1, "<</Type/FontDescriptor/FontName/Own/Flags 32/FontFile2 " +
+                                std::to_string(font + 2) + " 0 R>>")
+          .Stream(font + 2, "", font < 22 ? program : "no font");
+    }
     WriteBytes(Path(name), file.Table());
   }
   PdfCompressTask task({Doc("a.pdf")}, PdfCompressLevel::Low);
@@ -499,15 +505,20 @@ TEST_F(PdfCompressTaskTest, CountsImagesAndFontsOfAllDocuments) {
     EXPECT_GT(images.bytes_after, 0);
   }
   const PdfCompressedFonts fonts = task.GetFonts();
-  EXPECT_EQ(fonts.bytes_before, static_cast<std::int64_t>(program.size()));
   EXPECT_EQ(fonts,
-            (PdfCompressedFonts{
-                .count = 1, .bytes_before = fonts.bytes_before, .bytes_after = fonts.bytes_after}));
+            (PdfCompressedFonts{.count = 3,
+                                .merged = 1,
+                                .bytes_before = static_cast<std::int64_t>(2 * program.size() + 7),
+                                .bytes_after = fonts.bytes_after,
+                                .left_unreadable = 1}));
+  EXPECT_LT(fonts.bytes_after, fonts.bytes_before / 2);
   task.SetPdfDocs({Doc("a.pdf"), Doc("b.pdf")});
   task.Execute();
-  EXPECT_EQ(task.GetFonts(), (PdfCompressedFonts{.count = 2,
+  EXPECT_EQ(task.GetFonts(), (PdfCompressedFonts{.count = 6,
+                                                 .merged = 2,
                                                  .bytes_before = 2 * fonts.bytes_before,
-                                                 .bytes_after = 2 * fonts.bytes_after}));
+                                                 .bytes_after = 2 * fonts.bytes_after,
+                                                 .left_unreadable = 2}));
   ASSERT_EQ(task.GetImages().size(), 4U);
   for (std::size_t i = 0; i < of_one.size(); ++i) {
     const PdfCompressedImages& one = of_one[i];
