@@ -29,7 +29,7 @@ constexpr RuleCase kCatalogCases[] = {
 };
 
 TEST(CatalogRules, HoldAndBreak) {
-  ExpectCases(kCatalogCases);
+  ExpectCases(kCatalogCases, "pdfa/findings/catalog.txt");
 }
 
 constexpr RuleCase kLayerCases[] = {
@@ -42,7 +42,7 @@ constexpr RuleCase kLayerCases[] = {
 };
 
 TEST(LayerRules, HoldAndBreak) {
-  ExpectCases(kLayerCases);
+  ExpectCases(kLayerCases, "pdfa/findings/layers.txt");
 }
 
 constexpr RuleCase kAnnotationCases[] = {
@@ -83,7 +83,7 @@ constexpr RuleCase kAnnotationCases[] = {
 };
 
 TEST(AnnotationRules, HoldAndBreak) {
-  ExpectCases(kAnnotationCases);
+  ExpectCases(kAnnotationCases, "pdfa/findings/annotations.txt");
 }
 
 constexpr RuleCase kActionCases[] = {
@@ -102,7 +102,7 @@ constexpr RuleCase kActionCases[] = {
 };
 
 TEST(ActionRules, HoldAndBreak) {
-  ExpectCases(kActionCases);
+  ExpectCases(kActionCases, "pdfa/findings/actions.txt");
 }
 
 constexpr const char* kFields = "/AcroForm<</Fields[20 0 R]>>";
@@ -118,7 +118,7 @@ constexpr RuleCase kFormCases[] = {
 };
 
 TEST(FormRules, HoldAndBreak) {
-  ExpectCases(kFormCases);
+  ExpectCases(kFormCases, "pdfa/findings/forms.txt");
 }
 
 constexpr const char* kRoles =
@@ -136,7 +136,7 @@ constexpr RuleCase kStructureCases[] = {
 };
 
 TEST(StructureRules, HoldAndBreak) {
-  ExpectCases(kStructureCases);
+  ExpectCases(kStructureCases, "pdfa/findings/structure.txt");
 }
 
 constexpr RuleCase kFileCases[] = {
@@ -152,7 +152,7 @@ constexpr RuleCase kFileCases[] = {
 };
 
 TEST(EmbeddedFileRules, HoldAndBreak) {
-  ExpectCases(kFileCases);
+  ExpectCases(kFileCases, "pdfa/findings/embedded-files.txt");
 }
 
 constexpr RuleCase kOutputCases[] = {
@@ -167,7 +167,7 @@ constexpr RuleCase kOutputCases[] = {
 };
 
 TEST(OutputIntentRules, HoldAndBreak) {
-  ExpectCases(kOutputCases);
+  ExpectCases(kOutputCases, "pdfa/findings/output-intents.txt");
 }
 
 }  // namespace

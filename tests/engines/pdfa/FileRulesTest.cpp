@@ -59,7 +59,7 @@ constexpr RuleCase kCases[] = {
 };
 
 TEST(FileRules, HoldAndBreak) {
-  ExpectCases(kCases);
+  ExpectCases(kCases, "pdfa/findings/file.txt");
 }
 
 // Of values that are long.

@@ -41,7 +41,7 @@ constexpr RuleCase kPacketCases[] = {
 };
 
 TEST(PacketRules, HoldAndBreak) {
-  ExpectCases(kPacketCases);
+  ExpectCases(kPacketCases, "pdfa/findings/packets.txt");
 }
 
 // In UTF-16, each of its bytes with a zero byte in front of it.

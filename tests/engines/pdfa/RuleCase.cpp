@@ -9,6 +9,7 @@
 
 #include "engines/pdfa/Findings.h"
 #include "support/ArchiveFile.h"
+#include "support/Expected.h"
 
 namespace TarnixTools::testing {
 
@@ -30,16 +31,18 @@ std::string Expand(std::string text) {
   return text;
 }
 
+// Nothing where it is not to be found: each part has a header and a claim of its own.
 void ReplaceIn(ArchiveFile& file, const std::string& replacement) {
   const std::size_t bar = replacement.find('|');
-  if (bar != std::string::npos) {
-    file.Replace(replacement.substr(0, bar), replacement.substr(bar + 1));
+  const std::string text = replacement.substr(0, bar);
+  if (bar != std::string::npos && file.Bytes().find(text) != std::string::npos) {
+    file.Replace(text, replacement.substr(bar + 1));
   }
 }
 
-std::string FileOf(const RuleCase& rule_case, const char* example) {
+std::string FileOf(const RuleCase& rule_case, const char* example, const std::string& level) {
   const std::string text = Expand(example);
-  ArchiveFile file(rule_case.level);
+  ArchiveFile file(level);
   file.Catalog(rule_case.catalog);
   switch (rule_case.part) {
     case Part::kCatalog:
@@ -67,16 +70,35 @@ std::string FileOf(const RuleCase& rule_case, const char* example) {
   return file.Bytes();
 }
 
+// What stands in the text, in one line of letters that all programs show.
+std::string OneLine(const std::string& text) {
+  std::string line;
+  for (const char c : text) {
+    line += c == '\n' ? "\\n" : c == '\r' ? "\\r" : c < ' ' || c > '~' ? "." : std::string(1, c);
+  }
+  return line;
+}
+
+std::string TextOfExample(const RuleCase& rule_case, const char* example) {
+  return OneLine(example) + "\n" + TextOfLevels([&](const std::string& level) {
+           return FindingsOf(FileOf(rule_case, example, level), level);
+         });
+}
+
 }  // namespace
 
-void ExpectCases(std::span<const RuleCase> cases) {
+void ExpectCases(std::span<const RuleCase> cases, const std::string& expected) {
+  std::string text;
   for (const RuleCase& rule_case : cases) {
     SCOPED_TRACE(std::string(rule_case.rule) + " of " + rule_case.level);
-    EXPECT_THAT(BrokenRules(FileOf(rule_case, rule_case.good), rule_case.level),
+    EXPECT_THAT(BrokenRules(FileOf(rule_case, rule_case.good, rule_case.level), rule_case.level),
                 ::testing::IsEmpty());
-    EXPECT_THAT(BrokenRules(FileOf(rule_case, rule_case.bad), rule_case.level),
+    EXPECT_THAT(BrokenRules(FileOf(rule_case, rule_case.bad, rule_case.level), rule_case.level),
                 ::testing::Contains(rule_case.rule));
+    text +=
+        TextOfExample(rule_case, rule_case.good) + TextOfExample(rule_case, rule_case.bad) + "\n";
   }
+  EXPECT_TRUE(IsAsExpected(expected, text));
 }
 
 }  // namespace TarnixTools::testing

@@ -3,11 +3,12 @@
 //   constexpr RuleCase kCases[] = {
 //       {"2b", "6.5.2-1", Part::kCatalog, "", "/AA<<>>"},
 //   };
-//   TEST(DocumentRules, HoldAndBreak) { ExpectCases(kCases); }
+//   TEST(DocumentRules, HoldAndBreak) { ExpectCases(kCases, "pdfa/findings/catalog.txt"); }
 #ifndef TARNIX_TESTS_ENGINES_PDFA_RULE_CASE_H_
 #define TARNIX_TESTS_ENGINES_PDFA_RULE_CASE_H_
 
 #include <span>
+#include <string>
 
 namespace TarnixTools::testing {
 
@@ -33,7 +34,9 @@ struct RuleCase {
   const char* catalog = "";  // entries that both have; they count before others of the same key
 };
 
-void ExpectCases(std::span<const RuleCase> cases);
+// The good ones break no rule of their level, the bad ones their rule; and what every level finds in
+// each of them is what the text in tests/expected says.
+void ExpectCases(std::span<const RuleCase> cases, const std::string& expected);
 
 }  // namespace TarnixTools::testing
 

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "engines/pdfa/rules/RuleList.h"
+#include "support/Expected.h"
 #include "support/Surroundings.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -87,7 +88,42 @@ TEST(RuleList, HasTwoSentencesForEachRule) {
   }
 }
 
+// "1b 2b 3b".
+std::string LevelsText(LevelSet levels) {
+  std::string text;
+  for (int bit = 0; bit < 8; ++bit) {
+    const auto level = static_cast<Level>(1 << bit);
+    if (Contains(levels, level)) {
+      text += std::string(" ") + (NameOf(level) + 6);
+    }
+  }
+  return text;
+}
+
+TEST(RuleList, SaysAllOfThis) {
+  std::string text;
+  for (const RuleText& rule : AllRules()) {
+    text += NumberText(rule.part1) + " | " + NumberText(rule.later) + " |" +
+            LevelsText(rule.levels) + "\n" + rule.wrong + "\n" + rule.cure + "\n\n";
+  }
+  EXPECT_TRUE(testing::IsAsExpected("pdfa/rules.txt", text));
+}
+
 TEST(Levels, GoWithTheirCodes) {
+  constexpr std::tuple<Level, std::int32_t, int, char, const char*> kRows[] = {
+      {Level::k1b, 0x1401, 1, 'b', "PDF/A-1b"}, {Level::k1a, 0x1402, 1, 'a', "PDF/A-1a"},
+      {Level::k2b, 0x1701, 2, 'b', "PDF/A-2b"}, {Level::k2u, 0x1702, 2, 'u', "PDF/A-2u"},
+      {Level::k2a, 0x1703, 2, 'a', "PDF/A-2a"}, {Level::k3b, 0x1711, 3, 'b', "PDF/A-3b"},
+      {Level::k3u, 0x1712, 3, 'u', "PDF/A-3u"}, {Level::k3a, 0x1713, 3, 'a', "PDF/A-3a"}};
+  for (const auto& [level, code, part, conformance, name] : kRows) {
+    EXPECT_EQ(CodeOf(level), code);
+    EXPECT_EQ(LevelOfCode(code), level);
+    EXPECT_EQ(LevelOf(part, conformance), level);
+    EXPECT_EQ(PartOf(level), part);
+    EXPECT_EQ(ConformanceOf(level), conformance);
+    EXPECT_STREQ(NameOf(level), name);
+  }
+  EXPECT_STREQ(NameOf(static_cast<Level>(0)), "");
   EXPECT_EQ(CodeOf(Level::k1a), 0x1402);
   EXPECT_EQ(CodeOf(Level::k3u), 0x1712);
   EXPECT_EQ(LevelOfCode(0x1703), Level::k2a);
