@@ -66,7 +66,7 @@ std::optional<XmpHeader> HeaderOf(std::string_view text) {
   const std::string_view header = text.substr(start, text.find("?>", start) - start);
   const auto has = [&](std::string_view name) {
     const std::size_t found = header.find(name);
-    return found != std::string_view::npos && IsXmlName(name.substr(1)) &&
+    return found != std::string_view::npos &&
            header.find_first_not_of(" \t\r\n", found + name.size()) == header.find('=', found);
   };
   return XmpHeader{has(" bytes"), has(" encoding")};

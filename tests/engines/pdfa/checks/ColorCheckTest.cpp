@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "engines/pdfa/checks/PaintedPage.h"
+#include "support/Expected.h"
 
 namespace TarnixTools::engines::pdfa {
 namespace {
@@ -55,6 +56,7 @@ TEST(ColorCheck, WantsAnOutputIntentForColorsOfDevices) {
       {"/Table cs 0 0 9 9 re f", "RGB ", "6.2.4.3-3"},
       {"/Inks cs 0 0 9 9 re f", "RGB ", "6.2.4.3-3"},
   };
+  std::string text;
   for (const DeviceCase& row : cases) {
     PaintedPage page = PageOf(row.content,
                               "/Named[/DeviceCMYK]/Spot[/Separation/Gold/DeviceCMYK 9 0 R]"
@@ -64,7 +66,9 @@ TEST(ColorCheck, WantsAnOutputIntentForColorsOfDevices) {
       page.Output(row.output);
     }
     EXPECT_EQ(page.BrokenRules(Level::k2b), row.rules) << row.content << row.output;
+    text += std::string(row.content) + " on " + row.output + "\n" + page.FindingsText();
   }
+  EXPECT_TRUE(testing::IsAsExpected("pdfa/findings/device-colors.txt", text));
   EXPECT_EQ(PageOf("1 0 0 rg 0 0 9 9 re f", "").BrokenRules(Level::k1b), "6.2.3.3-1");
   EXPECT_EQ(PageOf("1 0 0 0 k 0 0 9 9 re f", "").BrokenRules(Level::k1b), "6.2.3.3-2");
   EXPECT_EQ(PageOf("1 g 0 0 9 9 re f", "").BrokenRules(Level::k1b), "6.2.3.3-3");

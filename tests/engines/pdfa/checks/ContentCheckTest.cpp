@@ -7,6 +7,7 @@
 #include "engines/pdfa/checks/ContentCheck.h"
 #include "engines/pdfa/checks/PaintedPage.h"
 #include "pdf/write/RewriteFixture.h"
+#include "support/Expected.h"
 
 namespace TarnixTools::engines::pdfa {
 namespace {
@@ -119,11 +120,16 @@ TEST(ContentCheck, FindsWhatEachRuleIsAbout) {
       {Level::k1b, "6.2.7-1", "/Form Do", "/PsObject Do"},
       {Level::k2b, "6.2.9-3", "/Form Do", "/PsObject Do"},
   };
+  std::string text;
   for (const ContentCase& row : cases) {
+    for (const char* content : {row.good, row.bad}) {
+      text += std::string(content) + "\n" + PageOf(content).FindingsText();
+    }
     EXPECT_EQ(PageOf(row.bad).BrokenRules(row.level), row.rule) << row.bad;
     EXPECT_EQ(PageOf(row.good).BrokenRules(row.level).find(row.rule), std::string::npos)
         << row.rule << ": " << row.good;
   }
+  EXPECT_TRUE(testing::IsAsExpected("pdfa/findings/content.txt", text));
 }
 
 TEST(ContentCheck, FindsNothingWrongWithPlainContent) {

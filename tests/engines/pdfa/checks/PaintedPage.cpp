@@ -1,5 +1,6 @@
 #include "engines/pdfa/checks/PaintedPage.h"
 
+#include "engines/pdfa/Findings.h"
 #include "engines/pdfa/checks/CheckedDocument.h"
 #include "engines/pdfa/checks/ContentCheck.h"
 #include "pdf/write/RewriteFixture.h"
@@ -45,7 +46,7 @@ PaintedPage& PaintedPage::Output(const std::string& color_space) {
   return *this;
 }
 
-std::string PaintedPage::BrokenRules(engines::pdfa::Level level) const {
+std::vector<engines::pdfa::Finding> PaintedPage::FindingsAt(engines::pdfa::Level level) const {
   RawPdf pdf = pdf_;
   pdf.Object(1, "<</Type/Catalog/Pages 2 0 R" + catalog_entries_ + ">>")
       .Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1" + tree_entries_ + ">>")
@@ -58,9 +59,19 @@ std::string PaintedPage::BrokenRules(engines::pdfa::Level level) const {
   engines::pdfa::ContentCheck content(checked);
   content.CheckPage(0);
   content.CheckFonts();
+  return findings.Take();
+}
+
+std::string PaintedPage::FindingsText() const {
+  return TextOfLevels([this](const std::string& level) {
+    return TextOf(FindingsAt(*engines::pdfa::LevelOf(level[0] - '0', level[1])));
+  });
+}
+
+std::string PaintedPage::BrokenRules(engines::pdfa::Level level) const {
   std::string rules;
   std::string last;
-  for (const engines::pdfa::Finding& finding : findings.Take()) {
+  for (const engines::pdfa::Finding& finding : FindingsAt(level)) {
     const std::string rule =
         std::string(finding.rule.clause) + "-" + std::to_string(finding.rule.test);
     if (rule != last) {

@@ -7,8 +7,10 @@
 #define TARNIX_TESTS_ENGINES_PDFA_CHECKS_PAINTEDPAGE_H_
 
 #include <string>
+#include <vector>
 
 #include "engines/pdfa/Level.h"
+#include "engines/pdfa/rules/FindingList.h"
 #include "support/RawPdf.h"
 
 namespace TarnixTools::testing {
@@ -35,7 +37,12 @@ class PaintedPage {
   // "6.2.2-1 6.2.9-2": of the rules about content and fonts those that do not hold.
   std::string BrokenRules(engines::pdfa::Level level) const;
 
+  // What each level finds in content and fonts, as TextOfLevels of Findings.h tells it.
+  std::string FindingsText() const;
+
  private:
+  std::vector<engines::pdfa::Finding> FindingsAt(engines::pdfa::Level level) const;
+
   RawPdf pdf_;
   std::string content_;
   std::string resources_;

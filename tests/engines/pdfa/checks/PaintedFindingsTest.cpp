@@ -1,0 +1,243 @@
+// What every level finds, and where, in pages that paint many things.
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "engines/pdfa/checks/PaintedPage.h"
+#include "engines/support/fonts/ProgramFixture.h"
+#include "support/Expected.h"
+#include "support/TestFont.h"
+
+namespace TarnixTools::engines::pdfa {
+namespace {
+
+using testing::IsAsExpected;
+using testing::PaintedPage;
+using testing::ProfileHeader;
+
+// What the page shows, and what is found there.
+std::string Said(const std::string& what, const PaintedPage& page) {
+  return what + "\n" + page.FindingsText();
+}
+
+PaintedPage ColorPage(const std::string& content, const std::string& space) {
+  PaintedPage page(content);
+  page.Output("RGB ").Resources("/ColorSpace<</C" + space +
+                                "/Other/DeviceCMYK>>/ExtGState<</Over<</OP true/OPM 1>>"
+                                "/Both<</op true/OPM 1>>>>");
+  page.pdf()
+      .Stream(20, "/N 3", ProfileHeader("RGB "))
+      .Stream(21, "/N 4", ProfileHeader("CMYK"))
+      .Stream(22, "/N 1", ProfileHeader("RGB "))
+      .Stream(23, "", "short")
+      .Stream(24, "/N 4", ProfileHeader("CMYK", 4, "link"))
+      .Object(25, "[/Separation/Gold/DeviceCMYK 26 0 R]")
+      .Object(26, "<</FunctionType 2/Domain[0 1]/C0[0 0 0 0]/C1[0 1 1 0]/N 1>>")
+      .Object(27, "[/Indexed 28 0 R 1<000000FFFFFF>]")
+      .Object(28, "[/ICCBased 22 0 R]");
+  return page;
+}
+
+TEST(PaintedFindings, AreThoseOfColorSpaces) {
+  std::string text;
+  for (const char* space :
+       {"/DeviceGray",
+        "/DeviceRGB",
+        "/DeviceCMYK",
+        "/Other",
+        "/Missing",
+        "[/DeviceCMYK]",
+        "[/CalGray<<>>]",
+        "[/Lab<<>>]",
+        "[/ICCBased 20 0 R]",
+        "[/ICCBased 21 0 R]",
+        "[/ICCBased 22 0 R]",
+        "[/ICCBased 23 0 R]",
+        "[/ICCBased 24 0 R]",
+        "[/ICCBased]",
+        " 25 0 R",
+        " 27 0 R",
+        " 28 0 R",
+        "[/Pattern/DeviceCMYK]",
+        "[/Pattern]",
+        "[/Separation/#E4/DeviceGray 26 0 R]",
+        "[/Separation/All/DeviceCMYK 26 0 R]",
+        "[/Separation/Gold]",
+        "[/DeviceN[/Cyan/Magenta/Yellow/Black/None]/DeviceCMYK 26 0 R]",
+        "[/DeviceN[/Cyan/Gold]/DeviceRGB 26 0 R]",
+        "[/DeviceN[/Cyan/Gold]/DeviceRGB 26 0 R<</Colorants<</Gold 25 0 R>>>>]",
+        "[/DeviceN[/Red/#E4]/DeviceRGB 26 0 R<</Process<</Components[/Red]/ColorSpace/DeviceCMYK>>"
+        ">>]",
+        "[/Indexed[/Indexed[/Indexed/DeviceCMYK 0<00>]0<00>]0<00>]",
+        "[/I/CMYK 1<00>]",
+        "[/Odd/DeviceCMYK]",
+        "[]",
+        "(text)"}) {
+    text += Said(space, ColorPage("/C cs 0 0 9 9 re f /C CS 0 0 9 9 re S", space));
+    text += Said(std::string(space) + " set", ColorPage("/C CS 0 SCN", space));
+  }
+  for (const char* content :
+       {"/C cs 0 0 9 9 re f", "/C cs /Over gs 0 0 9 9 re f", "/C cs /Both gs 0 0 9 9 re f",
+        "/C CS /Over gs 0 0 9 9 re S", "/C CS /Both gs 0 0 9 9 re S",
+        "/C cs /Both gs BT 0 Tr (a) Tj ET", "/C CS /C cs /Over gs 0 0 9 9 re B"}) {
+    text += Said(content, ColorPage(content, "[/ICCBased 21 0 R]"));
+  }
+  EXPECT_TRUE(IsAsExpected("pdfa/findings/colors.txt", text));
+}
+
+// Content in content, each painting with what it has.
+PaintedPage NestedPage(const std::string& content) {
+  PaintedPage page(content);
+  page.Resources(
+      "/XObject<</F 20 0 R/Bare 21 0 R/G 22 0 R/I 23 0 R/J 24 0 R/P 25 0 R>>/Pattern<</T 26 0 R/S "
+      "27 0 R>>/ExtGState<</M 28 0 R/A 29 0 R/O<</OP true/op true/OPM 1>>>>/Font<</T3 30 0 R>>"
+      "/Properties<</MC<</ActualText(a)>>>>");
+  const std::string form = "/Type/XObject/Subtype/Form/BBox[0 0 9 9]";
+  const std::string image = "/Type/XObject/Subtype/Image/Width 1/Height 1";
+  page.pdf()
+      .Stream(20, form + "/Resources<</XObject<</G 22 0 R>>/ColorSpace<</DefaultCMYK[/Lab<<>>]>>>>",
+              "0 0 0 1 k 0 0 9 9 re f /G Do")
+      .Stream(21, form, "0 0 0 1 k 0 0 9 9 re f /I Do /A gs")
+      .Stream(22,
+              form + "/Group<</S/Transparency/CS/DeviceCMYK>>/Resources<</XObject<</I 23 0 R>>>>",
+              "q 3 0 0 4 1 2 cm /I Do Q")
+      .Stream(23, image + "/BitsPerComponent 16/ColorSpace/DeviceRGB/SMask 24 0 R/Interpolate true",
+              "xxxxxx")
+      .Stream(24, image + "/BitsPerComponent 3/ColorSpace/DeviceGray/Intent/Odd", "x")
+      .Stream(25, "/Type/XObject/Subtype/PS", "")
+      .Stream(26,
+              "/PatternType 1/PaintType 1/TilingType 1/BBox[0 0 9 9]/XStep 9/YStep 9/Resources<<>>",
+              "0 0 0 1 k 0 0 9 9 re f bad 1 2 worse")
+      .Object(27,
+              "<</PatternType 2/Shading<</ShadingType 2/ColorSpace/DeviceCMYK/Coords[0 0 1 1]"
+              ">>>>")
+      .Object(28, "<</SMask<</S/Alpha/G 22 0 R>>/BM/Multiply>>")
+      .Object(29, "<</CA 0.5/ca 0.25/TR/Identity/HTP[1 1]/BM[/Odd/Normal]/RI/Odd>>")
+      .Object(30,
+              "<</Type/Font/Subtype/Type3/FontBBox[0 0 9 9]/FontMatrix[1 0 0 1 0 0]/FirstChar 97"
+              "/LastChar 98/Widths[9 9]/Encoding<</Differences[97/a/b]>>/CharProcs<</a 31 0 R/b 32 "
+              "0 R>>/Resources<</XObject<</I 23 0 R>>>>>>")
+      .Stream(31, "", "9 0 0 0 9 9 d1 0 0 0 1 k 0 0 9 9 re f")
+      .Stream(32, "", "9 0 d0 0 0 0 1 k 0 0 9 9 re f /I Do");
+  return page;
+}
+
+TEST(PaintedFindings, AreThoseOfNestedContent) {
+  std::string text;
+  for (const char* content :
+       {"/F Do",
+        "/Bare Do /Bare Do",
+        "/G Do",
+        "q 10 0 0 20 5 6 cm /I Do Q /I Do",
+        "0 1 -1 0 50 0 cm 10 0 0 20 5 6 cm /I Do",
+        "/J Do",
+        "/P Do",
+        "/M gs 0 0 9 9 re f",
+        "/A gs 0 0 9 9 re f /A gs",
+        "/Pattern cs /T scn 0 0 9 9 re f",
+        "/Pattern CS /S SCN 0 0 9 9 re S",
+        "BT /T3 9 Tf (a) Tj ET",
+        "BT /T3 9 Tf (b) Tj ET",
+        "BT /T3 9 Tf (c) Tj ET",
+        "/Span/MC BDC BT /T3 9 Tf (c) Tj ET EMC",
+        "/Span<</ActualText(x)>>BDC EMC BT /T3 9 Tf (c) Tj ET",
+        "EMC EMC",
+        "/Missing Do /Missing gs",
+        "BI/W 1/H 1/CS/CMYK/BPC 8/IM false ID xxxx EI",
+        "BI/W 1/H 1/IM true/BPC 1/D[1 0] ID x EI",
+        "10 0 0 20 5 6 cm BI/W 1/H 1/CS/G/BPC 3/I true/Intent/Odd/F[/AHx/LZW/Odd] ID 78> EI",
+        "BI/Width 1/Height 1/ColorSpace/G/BitsPerComponent 8/Filter/LZWDecode ID x EI",
+        "q q Q Q Q Q q",
+        "/Odd ri 1 ri ri",
+        "1 2 3 bad /a (b) worse",
+        "BX 1 foo EX",
+        "32768.5 0 m 99999999999 0 l <ABC> Tj",
+        "0.5 g 0 0 9 9 re f 0 0 9 9 re W n",
+        "3 Tr BT (a) Tj ET",
+        "BT 1 Tr (a) Tj 2 Tr (a) Tj 4 Tr (a) Tj ET"}) {
+    text += Said(content, NestedPage(content));
+    PaintedPage page = NestedPage(content);
+    page.Output("CMYK").PageEntries("/StructParents 0/Group<</S/Transparency/CS/DeviceRGB>>");
+    text += Said(std::string(content) + " for a press, in a group", page);
+  }
+  EXPECT_TRUE(IsAsExpected("pdfa/findings/nested-content.txt", text));
+}
+
+// The page shows text in the font, object 20; programs are objects 30 to 35.
+PaintedPage FontPage(const std::string& font, const std::string& text) {
+  PaintedPage page("BT /F 9 Tf " + text + " ET");
+  page.Output("RGB ").Resources("/Font<</F 20 0 R>>");
+  page.pdf()
+      .Object(20, "<<" + font + ">>")
+      .Stream(30, "", testing::Type1ProgramText({"A"}))
+      .Stream(31, "", testing::TestFont().Bytes())
+      .Stream(32, "/Subtype/CIDFontType0C", testing::CidProgram({1, 65}))
+      .Stream(33, "", "no program")
+      .Stream(34, "",
+              "1 begincodespacerange<00><FF>endcodespacerange 2 beginbfchar<41><0041><42>"
+              "<E000>endbfchar")
+      .Stream(35, "",
+              "1 begincodespacerange<00><FF>endcodespacerange 5 beginbfchar<41><0000>"
+              "endbfchar")
+      .Object(36,
+              "<</Type/Font/Subtype/CIDFontType2/BaseFont/Boxes/DW 400/CIDSystemInfo<<"
+              "/Registry(Adobe)/Ordering(Identity)/Supplement 0>>/CIDToGIDMap/Identity"
+              "/FontDescriptor<</Flags 4/FontFile2 31 0 R>>>>")
+      .Object(37,
+              "<</Type/Font/Subtype/CIDFontType0/BaseFont/Boxes/DW 0/CIDSystemInfo<<"
+              "/Registry(Adobe)/Ordering(Japan1)/Supplement 2>>/FontDescriptor<</Flags 4"
+              "/FontFile3 32 0 R>>>>")
+      .Stream(38, "",
+              "1 begincodespacerange<0000><FFFF>endcodespacerange 2 beginbfrange<0000>"
+              "<0002><0041><0041><0041><FEFF>endbfrange");
+  return page;
+}
+
+TEST(PaintedFindings, AreThoseOfFonts) {
+  const std::string type1 = "/Type/Font/Subtype/Type1/BaseFont/Boxes";
+  const std::string codes = "/FirstChar 65/LastChar 66/Widths[150 150]";
+  const std::string program = "/FontDescriptor<</Flags 32/FontFile 30 0 R>>";
+  const std::string true_type = "/Type/Font/Subtype/TrueType/BaseFont/Boxes" + codes;
+  const std::string of_windows = "/Encoding/WinAnsiEncoding";
+  const std::string composite = "/Type/Font/Subtype/Type0/BaseFont/Boxes/Encoding";
+  std::string text;
+  for (const std::string& font :
+       {std::string("/Type/Font/Subtype/Type1/BaseFont/Helvetica"),
+        std::string("/Type/Font/Subtype/TrueType/BaseFont/Arial"),
+        std::string("/Type/Font/Subtype/Odd"),
+        std::string(""),
+        type1 + codes + program,
+        type1 + codes + program + "/ToUnicode 34 0 R",
+        type1 + codes + program + "/ToUnicode 35 0 R",
+        type1 + codes + program + "/Encoding<</Differences[65/eacute/nonsense/a.alt]>>",
+        type1 + codes + program + "/Encoding/MacRomanEncoding",
+        type1 + program,
+        type1 + "/FirstChar 65/LastChar 65/Widths[152]" + program,
+        type1 + codes + "/FontDescriptor<</Flags 32/FontFile 33 0 R>>",
+        type1 + codes + "/FontDescriptor<</Flags 32/MissingWidth 150>>",
+        type1 + "/FirstChar 1/LastChar 1/Widths[7]/FontDescriptor<</MissingWidth 150/FontFile 30 0 "
+                "R>>",
+        true_type + of_windows + "/FontDescriptor<</Flags 32/FontFile2 31 0 R>>",
+        true_type + of_windows + "/FontDescriptor<</Flags 4/FontFile2 31 0 R>>",
+        true_type + "/FontDescriptor<</Flags 4/FontFile2 31 0 R>>",
+        true_type + "/Encoding<</BaseEncoding/WinAnsiEncoding/Differences[66/B/A.alt/.notdef]>>"
+                    "/FontDescriptor<</Flags 32/FontFile2 31 0 R>>",
+        true_type + "/Encoding<</Differences[66/B]>>/FontDescriptor<</Flags 32/FontFile2 31 0 R>>",
+        true_type + of_windows + "/FontDescriptor<</Flags 32/FontFile2 33 0 R>>",
+        composite + "/Identity-H/DescendantFonts[36 0 R]",
+        composite + "/Identity-H/DescendantFonts[36 0 R]/ToUnicode 38 0 R",
+        composite + "/Identity-V/DescendantFonts[37 0 R]",
+        composite + "/UniJIS-UCS2-H/DescendantFonts[37 0 R]",
+        composite + "/H/DescendantFonts[37 0 R]",
+        composite + "/Odd/DescendantFonts[36 0 R]",
+        composite + "/Identity-H/DescendantFonts[]",
+        composite + "/Identity-H"}) {
+    for (const char* shown : {"(AB) Tj", "3 Tr (AB) Tj", "<000041> Tj 3 Tr <C3> Tj"}) {
+      text += Said(font + " " + shown, FontPage(font, shown));
+    }
+  }
+  EXPECT_TRUE(IsAsExpected("pdfa/findings/fonts.txt", text));
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::pdfa
