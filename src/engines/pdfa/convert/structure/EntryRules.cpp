@@ -140,7 +140,8 @@ bool IsComponentMetadata(const EntryLook& look) {
 }
 
 bool IsOfFile(const EntryLook& look) {
-  return look.value.IsDictionary() && (look.owner.Has("F") || look.owner.Has("UF"));
+  return look.value.IsDictionary() && (look.owner.Has("F") || look.owner.Has("UF") ||
+                                       look.OwnerEntry("Type").IsName("Filespec"));
 }
 
 // A file that many refer to is read and validated once.
