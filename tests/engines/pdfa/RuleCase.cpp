@@ -87,6 +87,15 @@ std::string TextOfExample(const RuleCase& rule_case, const char* example) {
 
 }  // namespace
 
+void ExpectFindings(std::span<const OddCase> cases, const std::string& expected) {
+  std::string text;
+  for (const OddCase& odd : cases) {
+    const RuleCase rule_case = {"", "", odd.part, "", "", odd.catalog};
+    text += OneLine(odd.catalog) + " " + TextOfExample(rule_case, odd.text);
+  }
+  EXPECT_TRUE(IsAsExpected(expected, text));
+}
+
 void ExpectCases(std::span<const RuleCase> cases, const std::string& expected) {
   std::string text;
   for (const RuleCase& rule_case : cases) {

@@ -34,6 +34,16 @@ struct RuleCase {
   const char* catalog = "";  // entries that both have; they count before others of the same key
 };
 
+// Something that a file may have, whatever it breaks.
+struct OddCase {
+  Part part;
+  const char* text;
+  const char* catalog = "";
+};
+
+// What every level finds in each of them is what the text in tests/expected says.
+void ExpectFindings(std::span<const OddCase> cases, const std::string& expected);
+
 // The good ones break no rule of their level, the bad ones their rule; and what every level finds in
 // each of them is what the text in tests/expected says.
 void ExpectCases(std::span<const RuleCase> cases, const std::string& expected);
