@@ -166,6 +166,8 @@ constexpr Row kOthers[] = {
     {"EF", "<</EF<<>>>>", kNever},
     {"EmbeddedFiles", "<</EmbeddedFiles<</Names[]>>>>", kPart1, "embedded files"},
     {"EmbeddedFiles", "<</EmbeddedFiles<</Kids[]>>>>", kPart1, "embedded files"},
+    {"EmbeddedFiles", "<</EmbeddedFiles<<>>>>", kPart1, "embedded files"},
+    {"EmbeddedFiles", "<</EmbeddedFiles<</Own 1>>>>", kNever},
     {"EmbeddedFiles", "<</EmbeddedFiles 1>>", kNever},
     {"NeedAppearances", "<</NeedAppearances true/Fields[]>>", kAllLevels,
      "the wish that viewers draw fields themselves"},

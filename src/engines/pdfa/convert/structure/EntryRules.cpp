@@ -128,6 +128,11 @@ bool IsOfDocumentNames(const EntryLook& look) {
   return look.value.IsDictionary() && (look.value.Has("Names") || look.value.Has("Kids"));
 }
 
+// Part 1 does not take it even where it names no file.
+bool IsTreeOfFiles(const EntryLook& look) {
+  return IsOfDocumentNames(look) || (look.value.IsDictionary() && look.value.Entries().empty());
+}
+
 bool IsOfInteractiveForm(const EntryLook& look) {
   return look.owner.Has("Fields");
 }
@@ -224,7 +229,7 @@ constexpr std::array kRules = {
     EntryRule{"Metadata", &IsComponentMetadata, kAllLevels, "metadata of parts of the document"},
     EntryRule{"EF", &IsOfFile, kPart1, "embedded files"},
     EntryRule{"EF", &IsOfOtherFile, kPart2, "embedded files that are no PDF/A"},
-    EntryRule{"EmbeddedFiles", &IsOfDocumentNames, kPart1, "embedded files"},
+    EntryRule{"EmbeddedFiles", &IsTreeOfFiles, kPart1, "embedded files"},
     EntryRule{"CA", &IsOfAnnotation, kPart1, "opacity of annotations"},
     EntryRule{"CA", &IsOpacity, kPart1, kTransparency},
     EntryRule{"ca", &IsOpacity, kPart1, kTransparency},
