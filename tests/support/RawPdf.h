@@ -10,6 +10,7 @@
 
 #include <cstdio>
 #include <map>
+#include <sstream>
 #include <string>
 
 namespace TarnixTools::testing {
@@ -27,6 +28,22 @@ class RawPdf {
   RawPdf& Stream(int number, const std::string& entries, const std::string& data) {
     return Object(number, "<<" + entries + "/Length " + std::to_string(data.size()) +
                               ">>\nstream\n" + data + "\nendstream");
+  }
+
+  // Objects, one a line: "3 <</Type/Page>>". What follows " stream " is the data of a stream, and a
+  // line that starts with a space belongs to the one before.
+  RawPdf& Lines(const std::string& text) {
+    std::istringstream lines(text);
+    std::string object;
+    for (std::string line; std::getline(lines, line);) {
+      if (line.starts_with(' ')) {
+        object += '\n' + line;
+        continue;
+      }
+      Line(object);
+      object = line;
+    }
+    return Line(object);
   }
 
   // What comes next is the object, whatever it is.
@@ -77,6 +94,19 @@ class RawPdf {
   }
 
  private:
+  RawPdf& Line(const std::string& line) {
+    if (line.empty()) {
+      return *this;
+    }
+    const std::size_t body = line.find(' ') + 1;
+    const int number = std::stoi(line);
+    const std::string mark = ">> stream ";
+    const std::size_t data = line.find(mark);
+    return data == std::string::npos ? Object(number, line.substr(body))
+                                     : Stream(number, line.substr(body + 2, data - body - 2),
+                                              line.substr(data + mark.size()));
+  }
+
   std::string bytes_;
   std::map<int, std::size_t> offsets_;
 };

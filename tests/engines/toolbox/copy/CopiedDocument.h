@@ -24,6 +24,7 @@ namespace TarnixTools::engines::toolbox {
 struct PagesOf {
   std::string bytes;
   std::vector<int> indexes = {};
+  const char* heading = nullptr;  // of its outline; null: none
 };
 
 struct ReportedEntry {
@@ -31,6 +32,7 @@ struct ReportedEntry {
   TPdfCopyOutcome outcome;
   std::uint64_t count;
   std::string reason;
+  std::uint32_t page;  // one-based, 0: none in particular
 };
 
 inline void CopyInto(TPdfDocument* target, const PagesOf& part, int options = 15) {
@@ -51,6 +53,9 @@ inline void CopyInto(TPdfDocument* target, const PagesOf& part, int options = 15
     PdfClose(copy);
     PdfClose(page);
   }
+  if (part.heading != nullptr) {
+    EXPECT_EQ(PdfDocumentSetOutlineHeading(target, source, part.heading), 1);
+  }
   PdfClose(source_pages);
   PdfClose(target_pages);
   EXPECT_EQ(PdfClose(source), 1);
@@ -65,7 +70,7 @@ inline std::string CopyAll(const std::vector<PagesOf>& parts, int options = 15,
   TPdfDocument* target = PdfDocumentCreateW(&stream, 0, encryption);
   const auto take = [](void* context, const TPdfReportEntry* entry) {
     static_cast<std::vector<ReportedEntry>*>(context)->push_back(
-        {entry->kind, entry->outcome, entry->count, entry->reason});
+        {entry->kind, entry->outcome, entry->count, entry->reason, entry->page});
   };
   if (report != nullptr) {
     PdfDocumentSetReport(target, take, report);
