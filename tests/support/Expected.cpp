@@ -96,9 +96,11 @@ std::string ObjectText(const std::string& name, const Json& object) {
     return name + " " + WithoutChanging(name, object.value("value", Json())).dump(1) + "\n";
   }
   const Json dictionary = object["stream"].value("dict", Json());
-  // Where objects lie depends on how well the streams before them could be compressed.
-  const bool is_table = dictionary.value("/Type", "") == "/XRef";
-  const std::string bytes = is_table ? "" : FromBase64(object["stream"].value("data", ""));
+  // Where objects lie depends on how well streams could be compressed; the trailer has the rest.
+  if (dictionary.value("/Type", "") == "/XRef") {
+    return "";
+  }
+  const std::string bytes = FromBase64(object["stream"].value("data", ""));
   const bool is_packet = dictionary.value("/Type", "") == "/Metadata";
   return name + " " + WithoutChanging(name, dictionary).dump(1) + "\n" +
          StreamText(is_packet ? WithoutDates(bytes) : bytes) + "\n";
