@@ -1,0 +1,142 @@
+// Rewritten documents as a whole.
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "pdf/write/RewriteFixture.h"
+#include "support/Expected.h"
+#include "support/Readers.h"
+#include "support/TempDir.h"
+
+namespace TarnixTools::pdf {
+namespace {
+
+using testing::IsAsExpected;
+using testing::PdfText;
+using testing::QpdfComplaints;
+using testing::RawPdf;
+using testing::RewriteCase;
+using testing::TempDir;
+using testing::WriteBytes;
+
+// Objects of each kind, regular and not, that refer to one another.
+RawPdf Mixture() {
+  RawPdf pdf;
+  pdf.Lines(
+      R"(1 <</Type/Catalog/Pages 2 0 R/Own[5 0 R 6 0 R 7 0 R 8 0 R 9 0 R 10 0 R 11 0 R 12 0 R 99 0 R 13 0 R 14 0 R]>>
+2 <</Type/Pages/Kids[3 0 R 4 0 R]/Count 2/MediaBox[0 0 9 8]/Rotate 90/CropBox 15 0 R/Resources<</Font<</F 5 0 R>>>>>>
+3 <</Type/Page/Parent 2 0 R/Contents 6 0 R/StructParents 3>>
+4 <</Type/Page/Parent 2 0 R/Rotate 0/Annots[<</P 4 0 R/Dest[3 0 R]>>]/Resources null/Kids null>>
+5 <</Type/Font/BaseFont/F/W[1 2.50 -.5 +7 007 <00fF>(a\(b\)\n)/N#20 true false null 3 0 R 4]/E<<>>/A[]>>
+6 <</Length 17 0 R/Type/XObject/StructParent 4/Own 5 0 R>> stream 012345678901234567890123456789
+7 <</Filter/ASCIIHexDecode/F null/A 1>> stream 71 20 51>
+8 [1 2 0 R 3 0 obj
+9 <</A --5/B 1..2/C[<</D (x)]>>
+10 (string)
+11 5 0 R
+12 3
+13 <</Gone 99 0 R/List[99 0 R 5 0 R 16 0 R]/Deep<</Deeper<</Deepest 16 0 R>>>>>>
+14 <</Key 1/Key 2/Length 5/Parent 13 0 R/Kids[13 0 R]>>
+15 [1 1 7 7]
+16 <</Same true>>
+17 30
+18 <</Title(Info)/Author 10 0 R>>
+)");
+  return pdf;
+}
+
+const char* const kTrailer =
+    "/Root 1 0 R/Info 18 0 R/ID[(first)(second)]/Own 16 0 R/Other[1(x)]/Prev 1/XRefStm "
+    "2/W[1]/F(x)/DL 3"
+    "/FFilter/X/FDecodeParms<<>>/AuthCode<<>>/Type/Own/Index[1]/Filter/Own/DecodeParms<<>>/Length "
+    "9";
+
+std::string Written(RewriteCase& test, const RewriteOptions& options = {}) {
+  test.Write(options);
+  const TempDir directory;
+  const std::string path = WriteBytes(directory.Path("a.pdf"), test.bytes());
+  return test.bytes().substr(0, 9) + PdfText(path);
+}
+
+RewriteCase CaseOf() {
+  return RewriteCase(Mixture(), kTrailer);
+}
+
+TEST(RewrittenTexts, OfADocumentWithoutChanges) {
+  RewriteCase test = CaseOf();
+  EXPECT_TRUE(IsAsExpected("rewrite/unchanged.txt", Written(test)));
+  RewriteCase table = CaseOf();
+  EXPECT_TRUE(IsAsExpected(
+      "rewrite/as a table.txt",
+      Written(table, {.layout = FileLayout::kTable, .version = "1.3", .keeps_id = true})));
+  EXPECT_TRUE(table.bytes().find("/ID[<6669727374><") != std::string::npos ||
+              table.bytes().find("/ID[(first)<") != std::string::npos);
+}
+
+TEST(RewrittenTexts, OfChangesOfEachKind) {
+  RewriteCase test = CaseOf();
+  DocumentRewriter& rewriter = test.rewriter();
+  const std::uint32_t added = rewriter.Add(ObjectChange::Value("<</Added true/Back 13 0 R>>"));
+  const std::uint32_t later = rewriter.AddLater([] { return ObjectChange::Value("(later)"); });
+  const std::string added_text = std::to_string(added) + " 0 R";
+  rewriter.Change(5, ObjectChange::Value("[/Changed " + added_text + "]"));
+  rewriter.Change(6, ObjectChange::Stream("<</Length 99/A " + std::to_string(later) + " 0 R>>",
+                                          std::string(300, 'x')));
+  rewriter.ChangeLater(7, [&] {
+    return ObjectChange::StreamFrom("<</Filter/Own>>", [](ByteSink& sink) {
+      sink.Write("piece by ");
+      sink.Write("piece");
+    });
+  });
+  rewriter.SetEntry(9, "B", "7");
+  rewriter.SetEntry(9, "New", added_text);
+  rewriter.RemoveEntry(9, "A");
+  rewriter.SetEntry(10, "None", "1");
+  rewriter.SetEntry(14, "Key", "3");
+  rewriter.SetEntry(rewriter.catalog(), "Lang", "(en)");
+  rewriter.Merge(16, 12);
+  rewriter.Drop(11);
+  rewriter.Drop(8, Gap::kClosed);
+  rewriter.SetTrailerEntry("Other", "[2]");
+  rewriter.SetTrailerEntry("New", "/N");
+  rewriter.RemoveTrailerEntry("Own");
+  EXPECT_TRUE(IsAsExpected("rewrite/changed.txt", Written(test)));
+}
+
+TEST(RewrittenTexts, OfChangesOfEachObject) {
+  RewriteCase test = CaseOf();
+  test.rewriter().Change(10, ObjectChange::LeaveOut());
+  test.rewriter().ChangeEach([&](std::uint32_t number) {
+    return number % 2 == 0 ? ObjectChange::Keep()
+                           : ObjectChange::Value("(" + std::to_string(number) + ")");
+  });
+  EXPECT_TRUE(IsAsExpected("rewrite/each changed.txt", Written(test)));
+}
+
+TEST(RewrittenTexts, OfPages) {
+  RewriteCase test = CaseOf();
+  const PageTree tree(test.source());
+  test.rewriter().SetPages(tree);
+  test.rewriter().SetEntry(2, "Rotate", "180");
+  test.rewriter().SetEntry(3, "Own", "(set)");
+  EXPECT_TRUE(IsAsExpected("rewrite/pages.txt", Written(test)));
+
+  RewriteCase others = CaseOf();
+  const PageTree other_tree(others.source());
+  const std::uint32_t added = others.rewriter().Add(
+      ObjectChange::Value("<</Type/Page/MediaBox[0 0 1 1]/Kids[]/Next 4 0 R/Lost 3 0 R>>"));
+  others.rewriter().SetPages(other_tree, {{.index = 1}, {.added = added}, {.index = 1}});
+  EXPECT_TRUE(IsAsExpected("rewrite/other pages.txt", Written(others)));
+}
+
+TEST(RewrittenTexts, OfACatalogInTheTrailer) {
+  RawPdf pdf;
+  pdf.Lines(R"(2 <</Type/Pages/Kids[3 0 R]/Count 1>>
+3 <</Type/Page/Parent 2 0 R/MediaBox[0 0 9 9]>>)");
+  RewriteCase test(pdf, "/Root<</Type/Catalog/Pages 2 0 R/Own[3 0 R]>>/Info<</Title(t)>>");
+  test.rewriter().SetEntry(test.rewriter().catalog(), "New", "1");
+  EXPECT_TRUE(IsAsExpected("rewrite/catalog in the trailer.txt", Written(test)));
+}
+
+}  // namespace
+}  // namespace TarnixTools::pdf
