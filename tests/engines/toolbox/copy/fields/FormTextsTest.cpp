@@ -21,8 +21,10 @@ std::string Form() {
  <</Subtype/Widget/Rect[1 2 3 4]/FT/Tx/T(inline)/V(i)/DA(/Helv 5 Tf)>>
  <</Subtype/Widget/Rect[1 2 3 5]/Parent 11 0 R/AS/On>>
  <</Subtype/Widget/Rect[1 2 3 6]/MK<</CA(x)>>>>
- <</Subtype/Widget/Rect[1 2 3 7]/FT/Sig/T(inline sig)/V 60 0 R>>]>>
-5 <</Type/Page/Parent 2 0 R/Annots[18 0 R 22 0 R 23 0 R 34 0 R 36 0 R 37 0 R]>>
+ <</Subtype/Widget/Rect[1 2 3 7]/FT/Sig/T(inline sig)/V 60 0 R>>
+ <</Subtype/Widget/Rect[1 2 3 8]/Parent 40 0 R/V 60 0 R>>
+ <</Subtype/Widget/Rect[1 2 3 9]/FT/Tx/T 5>><</Subtype/Widget/Rect[1 2 3 10]/Parent 41 0 R/FT/Tx>>]>>
+5 <</Type/Page/Parent 2 0 R/Annots[18 0 R 22 0 R 23 0 R 34 0 R 36 0 R 37 0 R 42 0 R]>>
 9 <</Fields[10 0 R 11 0 R 15 0 R 16 0 R 19 0 R 20 0 R 21 0 R 25 0 R 26 0 R 27 0 R 28 0 R 38 0 R 3 0 R 99 0 R]
  /CO[21 0 R 10 0 R 20 0 R 10 0 R 98 0 R]/DA(/Helv 8 Tf 0 g)/Q 1/NeedAppearances true/XFA(x)
  /DR<</Font<</Helv 50 0 R/ZaDb 51 0 R/Lost 97 0 R/Flat<</Type/Font>>/No 5>>/ProcSet[/PDF]
@@ -57,6 +59,9 @@ std::string Form() {
 37 <</Type/Annot/Subtype/Widget/Rect[0 0 37 37]/Parent 11 0 R/T(late)>>
 38 <</T(untyped)/Kids[36 0 R]>>
 39 <</Type/Font/BaseFont/None>>
+40 <</FT/Sig/T(signed)/Kids[42 0 R]/V 60 0 R>>
+41 <</T(typed below)/Kids[]>>
+42 <</Type/Annot/Subtype/Widget/Rect[0 0 42 42]/Parent 40 0 R>>
 50 <</Type/Font/Subtype/Type1/BaseFont/Helvetica/Encoding 52 0 R>>
 51 <</Type/Font/Subtype/Type1/BaseFont/ZapfDingbats>>
 52 <</Type/Encoding/Differences[24/breve]>>
