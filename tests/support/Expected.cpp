@@ -96,14 +96,30 @@ std::string ObjectText(const std::string& name, const Json& object) {
     return name + " " + WithoutChanging(name, object.value("value", Json())).dump(1) + "\n";
   }
   const Json dictionary = object["stream"].value("dict", Json());
-  // Where objects lie depends on how well streams could be compressed; the trailer has the rest.
-  if (dictionary.value("/Type", "") == "/XRef") {
-    return "";
-  }
   const std::string bytes = FromBase64(object["stream"].value("data", ""));
   const bool is_packet = dictionary.value("/Type", "") == "/Metadata";
   return name + " " + WithoutChanging(name, dictionary).dump(1) + "\n" +
          StreamText(is_packet ? WithoutDates(bytes) : bytes) + "\n";
+}
+
+bool IsTable(const Json& object) {
+  return object.contains("stream") &&
+         object["stream"].value("dict", Json()).value("/Type", "") == "/XRef";
+}
+
+std::string DocumentText(const std::string& path, const std::string& password, bool with_tables) {
+  const ProgramResult read =
+      RunProgram({"qpdf", "--password=" + password, "--json", "--json-key=qpdf",
+                  "--decode-level=generalized", "--json-stream-data=inline", path});
+  const Json json = Json::parse(read.output, nullptr, false);
+  if (!json.is_object() || !json.contains("qpdf")) {
+    return "qpdf cannot read it: " + read.errors;
+  }
+  std::string text;
+  for (const auto& [name, object] : json["qpdf"][1].items()) {
+    text += with_tables || !IsTable(object) ? ObjectText(name, object) : "";
+  }
+  return text;
 }
 
 }  // namespace
@@ -125,18 +141,11 @@ std::string ObjectText(const std::string& name, const Json& object) {
 }
 
 std::string PdfText(const std::string& path, const std::string& password) {
-  const ProgramResult read =
-      RunProgram({"qpdf", "--password=" + password, "--json", "--json-key=qpdf",
-                  "--decode-level=generalized", "--json-stream-data=inline", path});
-  const Json json = Json::parse(read.output, nullptr, false);
-  if (!json.is_object() || !json.contains("qpdf")) {
-    return "qpdf cannot read it: " + read.errors;
-  }
-  std::string text;
-  for (const auto& [name, object] : json["qpdf"][1].items()) {
-    text += ObjectText(name, object);
-  }
-  return text;
+  return DocumentText(path, password, true);
+}
+
+std::string ObjectsText(const std::string& path, const std::string& password) {
+  return DocumentText(path, password, false);
 }
 
 }  // namespace TarnixTools::testing

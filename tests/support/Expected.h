@@ -27,6 +27,10 @@ namespace TarnixTools::testing {
 // are left out.
 std::string PdfText(const std::string& path, const std::string& password = "");
 
+// The same without cross-reference streams, whose bytes are others where streams can be compressed
+// better; the trailer has what else they say.
+std::string ObjectsText(const std::string& path, const std::string& password = "");
+
 }  // namespace TarnixTools::testing
 
 #endif  // TARNIX_TESTS_SUPPORT_EXPECTED_H_

@@ -12,7 +12,7 @@ namespace TarnixTools::engines::toolbox {
 namespace {
 
 using testing::IsAsExpected;
-using testing::PdfText;
+using testing::ObjectsText;
 using testing::RawPdf;
 
 constexpr const char* kPacket =
@@ -71,8 +71,8 @@ std::string Kept(const std::string& bytes,
   EXPECT_EQ(PdfClose(source), 1);
   EXPECT_EQ(PdfClose(target), 1);
   const testing::TempDir directory;
-  return ReportText(report) + PdfText(testing::WriteBytes(directory.Path("a.pdf"), output.bytes)) +
-         "\n";
+  return ReportText(report) +
+         ObjectsText(testing::WriteBytes(directory.Path("a.pdf"), output.bytes)) + "\n";
 }
 
 void SetAll(TPdfDocument* target) {

@@ -12,7 +12,7 @@ namespace TarnixTools::pdf {
 namespace {
 
 using testing::IsAsExpected;
-using testing::PdfText;
+using testing::ObjectsText;
 using testing::QpdfComplaints;
 using testing::RawPdf;
 using testing::RewriteCase;
@@ -55,7 +55,7 @@ std::string Written(RewriteCase& test, const RewriteOptions& options = {}) {
   test.Write(options);
   const TempDir directory;
   const std::string path = WriteBytes(directory.Path("a.pdf"), test.bytes());
-  return test.bytes().substr(0, 9) + PdfText(path);
+  return test.bytes().substr(0, 9) + ObjectsText(path);
 }
 
 RewriteCase CaseOf() {

@@ -18,7 +18,7 @@ namespace TarnixTools::pdf {
 namespace {
 
 using testing::IsAsExpected;
-using testing::PdfText;
+using testing::ObjectsText;
 using testing::QpdfComplaints;
 using testing::TempDir;
 using testing::WriteBytes;
@@ -78,7 +78,7 @@ TEST(WrittenTexts, OfATable) {
   const TempDir directory;
   const std::string path = WriteBytes(directory.Path("a.pdf"), sink.bytes());
   EXPECT_EQ(QpdfComplaints(path), "");
-  EXPECT_TRUE(IsAsExpected("write/table as read.txt", PdfText(path)));
+  EXPECT_TRUE(IsAsExpected("write/table as read.txt", ObjectsText(path)));
 }
 
 TEST(WrittenTexts, OfObjectStreams) {
@@ -89,7 +89,7 @@ TEST(WrittenTexts, OfObjectStreams) {
     WriteObjects(writer);
     const std::string path = WriteBytes(directory.Path("a.pdf"), sink.bytes());
     EXPECT_EQ(QpdfComplaints(path), "");
-    EXPECT_TRUE(IsAsExpected("write/object streams.txt", PdfText(path)));
+    EXPECT_TRUE(IsAsExpected("write/object streams.txt", ObjectsText(path)));
     EXPECT_TRUE(
         sink.bytes().starts_with("%PDF-1.7\n%\xE2\xE3\xCF\xD3\n8 0 obj\n<</A 1/Length 10>>\n"
                                  "stream\n0123456789\nendstream\nendobj\n"));
@@ -109,7 +109,7 @@ TEST(WrittenTexts, OfEncryptedFiles) {
     EXPECT_TRUE(sink.bytes().starts_with("%PDF-2.0\n"));
     const std::string path = WriteBytes(directory.Path("a.pdf"), sink.bytes());
     EXPECT_EQ(QpdfComplaints(path, "user"), "");
-    std::string text = PdfText(path, "owner");
+    std::string text = ObjectsText(path, "owner");
     const std::size_t encrypt = text.find("\"/CF\"");
     ASSERT_NE(encrypt, std::string::npos);
     // What is random in it.

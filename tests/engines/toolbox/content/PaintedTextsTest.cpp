@@ -14,7 +14,7 @@ namespace TarnixTools::engines::toolbox {
 namespace {
 
 using testing::IsAsExpected;
-using testing::PdfText;
+using testing::ObjectsText;
 using testing::RawPdf;
 using testing::TestPng;
 
@@ -72,7 +72,7 @@ TEST(PaintedTexts, OfPicturesOverThePage) {
     const TPdfRectangle rectangle{1, 2, 11.5, 22.25};
     EXPECT_EQ(canvas.Image(Picture(1, 'a'), rectangle), 1);
   });
-  EXPECT_TRUE(IsAsExpected("paint/over.txt", PdfText(painted.path())));
+  EXPECT_TRUE(IsAsExpected("paint/over.txt", ObjectsText(painted.path())));
 }
 
 TEST(PaintedTexts, OfPicturesUnderThePage) {
@@ -83,7 +83,7 @@ TEST(PaintedTexts, OfPicturesUnderThePage) {
     EXPECT_EQ(canvas.Image(Picture(1, 'a'), rectangle, true), 1);
     EXPECT_EQ(canvas.Image(Picture(2, 'b'), rectangle, true), 1);
   });
-  EXPECT_TRUE(IsAsExpected("paint/under.txt", PdfText(painted.path())));
+  EXPECT_TRUE(IsAsExpected("paint/under.txt", ObjectsText(painted.path())));
 }
 
 TEST(PaintedTexts, OfPagesPaintedOnBothSidesAndTwice) {
@@ -97,7 +97,7 @@ TEST(PaintedTexts, OfPagesPaintedOnBothSidesAndTwice) {
         EXPECT_EQ(canvas.Image(Picture(1, 'a'), {-3, 4, 5, -6}), 1);
       },
       nullptr, {4, 2, 8, 4});
-  EXPECT_TRUE(IsAsExpected("paint/both.txt", PdfText(painted.path())));
+  EXPECT_TRUE(IsAsExpected("paint/both.txt", ObjectsText(painted.path())));
 }
 
 // What a page's content has after these calls of the contract.
@@ -111,7 +111,7 @@ std::string OperatorsOf(const std::function<void(TPdfDocument*, TPdfContentGener
     EXPECT_EQ(PdfClose(painter), 1);
     PdfClose(content);
   });
-  const std::string text = PdfText(painted.path());
+  const std::string text = ObjectsText(painted.path());
   const std::size_t start = text.find("/Artifact");
   return start == std::string::npos ? "" : text.substr(start, text.find("EMC", start) + 3 - start);
 }

@@ -40,7 +40,7 @@ inline std::string CopiedText(const std::vector<PagesOf>& parts, int options = 1
   const std::string bytes = CopyAll(parts, options, &report);
   const testing::TempDir directory;
   const std::string path = testing::WriteBytes(directory.Path("copy.pdf"), bytes);
-  return ReportText(report) + testing::PdfText(path);
+  return ReportText(report) + testing::ObjectsText(path);
 }
 
 }  // namespace TarnixTools::engines::toolbox
