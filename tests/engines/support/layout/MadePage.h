@@ -5,8 +5,10 @@
 #define TARNIX_TESTS_ENGINES_SUPPORT_LAYOUT_MADEPAGE_H_
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "engines/support/pages/PageModel.h"
 
@@ -19,6 +21,8 @@ struct MadeStyle {
   double direction_y = 0;
   double advance = 0.5;  // of every glyph, in ems
   bool is_vertical = false;
+  bool is_hidden = false;
+  Rgb color = {};
 };
 
 class MadePage {
@@ -45,6 +49,31 @@ class MadePage {
     return *this;
   }
 
+  MadePage& Rule(pdf::Box box, double width, Rgb color = {}) {
+    page_.paths.push_back({.kind = PathShape::Kind::kLine,
+                           .box = box,
+                           .fill = {},
+                           .stroke = color,
+                           .line_width = width});
+    return *this;
+  }
+
+  MadePage& Link(pdf::Box box) {
+    page_.links.push_back({.box = box, .uri = "http://example.org/"});
+    return *this;
+  }
+
+  // Of the text that was added last, what the structure tree tells.
+  MadePage& Role(std::vector<std::string> path, std::uint32_t element) {
+    page_.roles.push_back({.path = std::move(path), .element = element});
+    for (Glyph& glyph : page_.glyphs) {
+      if (glyph.style + 1 == page_.styles.size()) {
+        glyph.mark = static_cast<std::int32_t>(page_.roles.size() - 1);
+      }
+    }
+    return *this;
+  }
+
   PageModel Take() { return std::move(page_); }
 
  private:
@@ -61,9 +90,11 @@ class MadePage {
 inline MadePage& MadePage::Text(double x, double y, std::u32string_view text, MadeStyle made) {
   page_.styles.push_back({.face = made.is_bold ? bold_ : plain_,
                           .size = made.size,
+                          .color = made.color,
                           .direction_x = made.direction_x,
                           .direction_y = made.direction_y,
-                          .is_vertical = made.is_vertical});
+                          .is_vertical = made.is_vertical,
+                          .is_hidden = made.is_hidden});
   for (const char32_t character : text) {
     page_.glyphs.push_back({.text = static_cast<std::uint32_t>(page_.text.size()),
                             .length = 1,
