@@ -68,7 +68,7 @@ void Sketch::Add(const TextLine& line) {
 void Sketch::Add(const Paragraph& paragraph) {
   const std::string_view letters = paragraph.is_right_to_left ? "lrcj" : "LRCJ";
   out_ += letters[static_cast<std::size_t>(paragraph.alignment)];
-  out_ += paragraph.first_indent != 0 ? Number(paragraph.first_indent) + " " : " ";
+  out_ += paragraph.first_indent > 0 ? "> " : (paragraph.first_indent < 0 ? "< " : " ");
   if (paragraph.initial) {
     out_ += "(";
     Add(paragraph.initial->line);

@@ -12,7 +12,7 @@
 namespace TarnixTools::engines {
 
 // Bands are parted by "||", columns by "|". A paragraph begins with the letter of its alignment, in
-// small letters where it runs to the left, and its first indent; its lines are parted by "/", "+" where
+// small letters where it runs to the left, with ">" or "<" for its first indent; its lines are parted by "/", "+" where
 // a word goes on, "//" where the line ends for a reason. "^{2}" is raised, "_{2}" lowered, "<u s h "
 // stands before what is underlined, struck and highlighted. A table is "[a,b;c,d]", with its spans.
 std::string SketchOf(const PageLayout& page);
