@@ -1,25 +1,14 @@
 #include "engines/support/layout/LayoutSketch.h"
 
 #include <array>
-#include <cmath>
-#include <cstdio>
 #include <string_view>
+#include <utility>
+
+#include "engines/support/layout/LayoutDump.h"
 
 namespace TarnixTools::engines {
 
 namespace {
-
-// In hundredths, without zeros behind.
-std::string Number(double value) {
-  std::array<char, 400> digits;
-  std::snprintf(digits.data(), digits.size(), "%.2f", value);
-  std::string text = digits.data();
-  text.erase(text.find_last_not_of('0') + 1);
-  if (text.back() == '.') {
-    text.pop_back();
-  }
-  return text == "-0" ? "0" : text;
-}
 
 class Sketch {
  public:
@@ -87,7 +76,7 @@ void Sketch::Add(const TableCell& cell) {
   if (cell.row_span > 1 || cell.column_span > 1) {
     out_ += std::to_string(cell.row_span) + "x" + std::to_string(cell.column_span) + ":";
   }
-  out_ += cell.angle != 0 ? Number(cell.angle) + "*" : "";
+  out_ += cell.angle != 0 ? ShownNumber(cell.angle) + "*" : "";
   out_ += cell.fill ? "#" : "";
   for (const Block& block : cell.blocks) {
     out_ += &block == &cell.blocks.front() ? "" : "&";
@@ -137,7 +126,7 @@ void Sketch::Add(const PageLayout& page) {
   }
   for (const Floating& floating : page.floats) {
     out_ += floating.is_behind ? " {behind " : (floating.is_vertical ? " {down " : " {");
-    out_ += floating.angle != 0 ? Number(floating.angle) + ": " : "";
+    out_ += floating.angle != 0 ? ShownNumber(floating.angle) + ": " : "";
     Add(floating.blocks);
     out_ += "}";
   }
@@ -166,7 +155,8 @@ std::string Sweep(const std::string& title, double first, double last, double st
   double begin = first;
   double end = first;
   const auto write = [&] {
-    text += Number(begin) + (end > begin ? " to " + Number(end) : "") + ": " + same + "\n";
+    text +=
+        ShownNumber(begin) + (end > begin ? " to " + ShownNumber(end) : "") + ": " + same + "\n";
   };
   for (int i = 0; first + i * step <= last; ++i) {
     const double value = first + i * step;

@@ -27,11 +27,11 @@ struct MadeStyle {
 
 class MadePage {
  public:
-  MadePage() {
+  explicit MadePage(const std::string& family = "Plain") {
     page_.width = 600;
     page_.height = 800;
-    plain_ = std::make_shared<const Typeface>(Typeface{.family = "Plain"});
-    bold_ = std::make_shared<const Typeface>(Typeface{.family = "Plain", .is_bold = true});
+    plain_ = std::make_shared<const Typeface>(Typeface{.family = family});
+    bold_ = std::make_shared<const Typeface>(Typeface{.family = family, .is_bold = true});
   }
 
   // A glyph for every character, spaces too, from x on along the baseline at y; of vertical writing,
@@ -60,6 +60,11 @@ class MadePage {
 
   MadePage& Link(pdf::Box box) {
     page_.links.push_back({.box = box, .uri = "http://example.org/"});
+    return *this;
+  }
+
+  MadePage& LinkTo(pdf::Box box, std::int32_t page, double y) {
+    page_.links.push_back({.box = box, .uri = {}, .target_page = page, .target_y = y});
     return *this;
   }
 

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include "engines/support/layout/LayoutDump.h"
 #include "engines/support/layout/MadePage.h"
 #include "engines/support/layout/PageAnalysis.h"
 #include "engines/support/layout/paragraphs/FlowParagraphs.h"
@@ -284,12 +283,6 @@ TEST(PageAnalysis, PutsAPictureIntoTheCellThatHoldsIt) {
   ASSERT_NE(cell, table.cells.end());
   ASSERT_EQ(cell->blocks.size(), 1U);
   EXPECT_TRUE(std::holds_alternative<Picture>(cell->blocks[0].content));
-}
-
-TEST(PageAnalysis, SaysWhatItFound) {
-  const std::string dump = DumpLayout(AnalyzePage(MadePage().Text(72, 100, U"a \"b\"").Take()));
-  EXPECT_THAT(dump, HasSubstr(R"("text":"a \"b\"")"));
-  EXPECT_THAT(dump, HasSubstr(R"("box":[72.0,92.0,97.0,102.0])"));
 }
 
 TEST(PageAnalysis, TellsTwoLinesAtTheRightFromJustifiedOnes) {
