@@ -22,7 +22,7 @@ TEST(AnalysedDocuments, HaveTheirParts) {
     for (const OfficePage& page : document.pages) {
       text += DumpLayout(page.layout);
     }
-    EXPECT_TRUE(IsAsExpected("office/" + name + ".layout.txt", text));
+    EXPECT_TRUE(IsAsExpected("office/made-" + name + ".layout.txt", text));
   }
 }
 
@@ -31,9 +31,9 @@ TEST(AnalysedDocuments, AreWritten) {
   const Parts document_parts = PartsOf(WordBytesOf(plain));
   const Parts slide_parts = PartsOf(SlideBytesOf(plain));
   for (const auto& [name, document] : MadeDocuments()) {
-    EXPECT_TRUE(IsAsExpected("office/" + name + ".docx.txt",
+    EXPECT_TRUE(IsAsExpected("office/made-" + name + ".docx.txt",
                              PackageText(PartsOf(WordBytesOf(document)), document_parts)));
-    EXPECT_TRUE(IsAsExpected("office/" + name + ".pptx.txt",
+    EXPECT_TRUE(IsAsExpected("office/made-" + name + ".pptx.txt",
                              PackageText(PartsOf(SlideBytesOf(document)), slide_parts)));
   }
 }
@@ -46,7 +46,7 @@ TEST(AnalysedDocuments, AreWrittenAsSheets) {
       const bool has_tables = WriteSheets(document, is_single, is_cancelled, sink);
       ASSERT_EQ(has_tables, name != "journal");
       if (has_tables) {
-        EXPECT_TRUE(IsAsExpected("office/" + name + (is_single ? ".single" : "") + ".xlsx.txt",
+        EXPECT_TRUE(IsAsExpected("office/made-" + name + (is_single ? ".single" : "") + ".xlsx.txt",
                                  PackageText(PartsOf(sink.bytes()))));
       }
     }
