@@ -62,7 +62,21 @@ class Tree {
   std::string text_;
 };
 
+// What a PNG file says of itself: its sides, the bits of a sample and the kind of its colours.
+std::string PngText(const std::string& part) {
+  const auto byte = [&part](std::size_t at) { return static_cast<unsigned char>(part.at(at)); };
+  return "PNG of " + std::to_string(byte(18) * 256 + byte(19)) + " x " +
+         std::to_string(byte(22) * 256 + byte(23)) + ", " + std::to_string(byte(24)) +
+         " bits, colours " + std::to_string(byte(25)) + "\n";
+}
+
 std::string PartText(const std::string& part) {
+  if (part.starts_with("\x89PNG")) {
+    return PngText(part);
+  }
+  if (part.starts_with("\xFF\xD8")) {
+    return "JPEG\n";
+  }
   const std::string_view declaration =
       "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
   return part.starts_with(declaration) ? Tree(ParsedXml(part)).text() : part + "\n";

@@ -10,7 +10,8 @@
 
 namespace TarnixTools::engines::office {
 
-// Each part under its name: XML as a tree with a line for each element, all else as it is. An element
+// Each part under its name: XML as a tree with a line for each element, of pictures what they
+// say of themselves, all else as it is. An element
 // with all that it has in it that was there before in the part is a number: that of the first one.
 // Parts that are the same in the other package are left out.
 std::string PackageText(const Parts& parts, const Parts& other = {});
