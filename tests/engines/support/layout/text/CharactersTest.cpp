@@ -1,12 +1,17 @@
 // What characters are, at both ends of each run of them.
+#include <cstdint>
+#include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "engines/support/layout/text/Characters.h"
+#include "support/Expected.h"
 
 namespace TarnixTools::engines {
 namespace {
+
+constexpr char32_t kLast = 0x40010;  // no kind has one that is greater
 
 // The characters of the text for which the question is answered with yes.
 template <typename Question>
@@ -96,6 +101,37 @@ TEST(Characters, AreAppendedPlain) {
   std::u32string plain;
   AppendPlain(plain, U"a\tb\n\uFEFFo\uFB00\uFB01\uFB02\uFB03\uFB04\uFB05\uFB06\uFB07\u001F ");
   EXPECT_EQ(ToUtf8(plain), "a\tbofffiflffifflstst\uFB07 ");
+}
+
+// All characters for which the question is answered with yes, as "30-39 41".
+template <typename Question>
+std::string Ranges(const Question& question) {
+  std::ostringstream text;
+  text << std::hex;
+  for (char32_t first = 0; first <= kLast; ++first) {
+    if (!question(first)) {
+      continue;
+    }
+    char32_t last = first;
+    while (last < kLast && question(last + 1)) {
+      ++last;
+    }
+    text << " " << static_cast<std::uint32_t>(first);
+    if (last > first) {
+      text << "-" << static_cast<std::uint32_t>(last);
+    }
+    first = last + 1;
+  }
+  return text.str();
+}
+
+TEST(Characters, AreOfTheirKindsWhateverTheyAre) {
+  const std::string text =
+      "spaces" + Ranges(IsSpace) + "\nhyphens" + Ranges(IsHyphen) + "\ndigits" + Ranges(IsDigit) +
+      "\nupper case" + Ranges(IsUpperCase) + "\nlower case" + Ranges(IsLowerCase) +
+      "\nto the right" + Ranges(RunsRight) + "\nto the left" + Ranges(RunsLeft) +
+      "\nwithout spaces" + Ranges(HasNoSpaces) + "\ncombining" + Ranges(IsCombining) + "\n";
+  EXPECT_TRUE(testing::IsAsExpected("layout/characters.txt", text));
 }
 
 }  // namespace
