@@ -86,11 +86,17 @@ TEST(Characters, CombineWithTheOneBefore) {
 }
 
 TEST(Characters, OfOtherScriptsCombineToo) {
-  EXPECT_EQ(
-      Those(U"\u060F\u0610\u061A\u061B\u06D5\u06D6\u06DC\u06DD\u0E30\u0E31\u0E3A\u0E3B\u0E46\u0E47"
-            U"\u0E4E\u0E4F",
-            IsCombining),
-      "\u0610\u061A\u06D6\u06DC\u0E31\u0E3A\u0E47\u0E4E");
+  EXPECT_EQ(Those(U"\u060F\u0610\u061A\u061B\u06D5\u06D6\u06DC\u06DD\u0E30\u0E31\u0E32\u0E33\u0E34"
+                  U"\u0E3A\u0E3B\u0E46\u0E47"
+                  U"\u0E4E\u0E4F",
+                  IsCombining),
+            "\u0610\u061A\u06D6\u06DC\u0E31\u0E34\u0E3A\u0E47\u0E4E");
+}
+
+// As the end of a sentence and the letter Sara Aa do.
+TEST(Characters, BetweenMarksMayStandAlone) {
+  EXPECT_EQ(Those(U"\u05BF\u05C0\u05C1\u05C2\u05C3\u05C4\u05C5\u05C6\u05C7", IsCombining),
+            "\u05BF\u05C1\u05C2\u05C4\u05C5\u05C7");
 }
 
 TEST(Characters, BeyondTheFirstPlaneRunToTheLeftToo) {
