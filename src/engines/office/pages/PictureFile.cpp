@@ -82,23 +82,13 @@ RowSourcePtr NoLargerThan(RowSourcePtr picture, std::uint32_t most_width,
              : ReducePicture(std::move(picture), width, height);
 }
 
+// Pictures of documents are gray or RGB.
 Pixels ReadAll(RowSource& picture) {
   const bool is_gray = picture.layout() == PixelLayout::kGray;
   Pixels pixels{Plane(picture.width(), picture.height(), is_gray ? 1 : 3, 8),
                 is_gray ? PixelLayout::kGray : PixelLayout::kRgb};
-  std::vector<std::uint8_t> row(picture.row_bytes());
   for (std::uint32_t y = 0; y < picture.height(); ++y) {
-    picture.ReadRow(row.data());
-    unsigned char* out = pixels.samples.row(y);
-    if (picture.layout() != PixelLayout::kBgrx) {
-      std::memcpy(out, row.data(), row.size());
-      continue;
-    }
-    for (std::size_t x = 0; x < picture.width(); ++x, out += 3) {
-      out[0] = row[4 * x + 2];
-      out[1] = row[4 * x + 1];
-      out[2] = row[4 * x];
-    }
+    picture.ReadRow(pixels.samples.row(y));
   }
   return pixels;
 }
