@@ -162,5 +162,23 @@ TEST_F(ConversionTest, TellsWhatItDoes) {
   EXPECT_TRUE(IsAsExpected("office/conversions.txt", text));
 }
 
+// Twenty letters that no name tells, and more of them than of others.
+TEST_F(ConversionTest, TellsWhereFontsDoNotTellTheirText) {
+  const auto loss = [this](std::size_t untold, std::size_t told) {
+    TestPdf pdf;
+    pdf.Page().Content("BT /F 10 Tf 100 700 Td (" + std::string(untold, 'A') +
+                       std::string(told, 'B') + ") Tj ET");
+    pdf.InheritedEntry(
+        "/Resources<</Font<</F<</Type/Font/Subtype/Type1/BaseFont/Own"
+        "/Encoding<</Differences[2/g18 65/g19/B]>>>>>>>>");
+    request_.source_files = {Utf8ToWide(pdf.Write(directory_.Path("b.pdf")))};
+    request_.text_recovery_engine = ConversionSdk::TextRecoveryEngine::Never;
+    request_.may_overwrite = true;
+    return Converted(request_);
+  };
+  EXPECT_TRUE(IsAsExpected("office/untold-text.txt",
+                           loss(19, 0) + loss(20, 0) + loss(20, 19) + loss(20, 20)));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::office
