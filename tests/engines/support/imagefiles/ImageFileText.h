@@ -7,18 +7,10 @@
 #include <string>
 #include <string_view>
 
-#include <zlib.h>
-
 #include "engines/support/imagefiles/OpenedImage.h"
+#include "support/ByteText.h"
 
 namespace TarnixTools::testing {
-
-inline std::string ChecksumOf(std::string_view bytes) {
-  char text[16];
-  const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
-  std::snprintf(text, sizeof text, "%08lx", crc32(0, data, static_cast<unsigned>(bytes.size())));
-  return text;
-}
 
 inline std::string FrameText(const engines::ImageFrame& frame) {
   char dpi[64];
@@ -26,20 +18,6 @@ inline std::string FrameText(const engines::ImageFrame& frame) {
   return std::to_string(frame.width) + " x " + std::to_string(frame.height) +
          (frame.dpi_x != 0 || frame.dpi_y != 0 ? dpi : "") +
          (frame.orientation != 1 ? " turned " + std::to_string(frame.orientation) : "");
-}
-
-// Short bytes in full, others by their length and checksum.
-inline std::string ShortBytes(const std::string& bytes) {
-  if (bytes.size() > 12) {
-    return std::to_string(bytes.size()) + ":" + ChecksumOf(bytes);
-  }
-  std::string text;
-  for (const char byte : bytes) {
-    char digits[4];
-    std::snprintf(digits, sizeof digits, "%02X", static_cast<unsigned char>(byte));
-    text += digits;
-  }
-  return text;
 }
 
 inline std::string StreamText(const OpenedImage& opened, const engines::ImageStream& stream) {
