@@ -15,24 +15,32 @@ std::string FromHexadecimal(const std::string& digits) {
   return bytes;
 }
 
-}  // namespace
-
-std::vector<SmallImage> SmallImages(std::string_view ending) {
-  std::istringstream list(ReadBytes(SourceDir() + "/tests/support/small_images.txt"));
+std::vector<SmallImage> ReadList(const std::string& name, std::string_view ending) {
+  std::istringstream list(ReadBytes(SourceDir() + "/tests/support/" + name));
   std::vector<SmallImage> images;
-  std::string name;
+  SmallImage image;
   std::string digits;
-  while (list >> name >> digits) {
-    if (name.ends_with(ending)) {
-      images.push_back({name, FromHexadecimal(digits)});
+  while (list >> image.name >> digits) {
+    if (image.name.ends_with(ending)) {
+      image.bytes = FromHexadecimal(digits);
+      images.push_back(image);
     }
   }
   return images;
 }
 
-std::string SmallImageOf(std::string_view name) {
-  const std::vector<SmallImage> images = SmallImages(name);
-  return images.empty() ? "" : images.front().bytes;
+}  // namespace
+
+std::vector<SmallImage> SmallImages(std::string_view ending) {
+  return ReadList("small_images.txt", ending);
+}
+
+std::vector<SmallImage> SmallJpx() {
+  return ReadList("small_jpx.txt", "");
+}
+
+std::vector<SmallImage> SmallJbig2() {
+  return ReadList("small_jbig2.txt", "");
 }
 
 }  // namespace TarnixTools::testing
