@@ -94,12 +94,13 @@ void AddChanges(Outcomes& outcomes, const std::string& bytes, const Outcome& out
 }
 
 // Lengths side by side that end alike stand together.
-void AddCuts(Outcomes& outcomes, const std::string& bytes, const Outcome& outcome) {
+void AddCuts(Outcomes& outcomes, const std::string& bytes, const Outcome& outcome,
+             std::size_t end) {
   std::size_t first = 0;
   std::string before = outcome("");
-  for (std::size_t size = 1; size <= bytes.size(); ++size) {
-    const std::string next = size < bytes.size() ? outcome(bytes.substr(0, size)) : "";
-    if (size == bytes.size() || next != before) {
+  for (std::size_t size = 1; size <= end; ++size) {
+    const std::string next = size < end ? outcome(bytes.substr(0, size)) : "";
+    if (size == end || next != before) {
       const std::string last = size - 1 > first ? "-" + std::to_string(size - 1) : "";
       outcomes.Add(before, "cut " + std::to_string(first) + last);
       first = size;
@@ -110,11 +111,12 @@ void AddCuts(Outcomes& outcomes, const std::string& bytes, const Outcome& outcom
 
 }  // namespace
 
-std::string DamageText(const std::string& bytes, const Outcome& outcome, std::size_t end) {
+std::string DamageText(const std::string& bytes, const Outcome& outcome, std::size_t end,
+                       std::size_t cut_end) {
   Outcomes outcomes;
   outcomes.Add(outcome(bytes), "whole");
   AddChanges(outcomes, bytes, outcome, std::min(end, bytes.size()));
-  AddCuts(outcomes, bytes, outcome);
+  AddCuts(outcomes, bytes, outcome, std::min(cut_end, bytes.size()));
   return outcomes.Text();
 }
 

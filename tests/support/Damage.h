@@ -19,9 +19,11 @@ using Outcome = std::function<std::string(const std::string& bytes)>;
 // at 7 being one more, "7~" for its highest bit being another, "7" for both and "7-9" for those of
 // three; "cut 3-5" for the first 3 to 5 bytes. Of those after the first stands what differs: "[4 for 2] abc" is the first with "abc" for
 // the two letters at 4.
-//   end - bytes from there on are not changed
+//   end     - bytes from there on are not changed
+//   cut_end - the bytes are cut before there only
 std::string DamageText(const std::string& bytes, const Outcome& outcome,
-                       std::size_t end = std::string::npos);
+                       std::size_t end = std::string::npos,
+                       std::size_t cut_end = std::string::npos);
 
 }  // namespace TarnixTools::testing
 
