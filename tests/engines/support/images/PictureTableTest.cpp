@@ -13,6 +13,7 @@
 #include "engines/support/images/ImageColors.h"
 #include "engines/support/images/ImageInDocument.h"
 #include "engines/support/images/ImageSamples.h"
+#include "engines/support/images/PdfiumPicture.h"
 #include "pdf/Error.h"
 #include "pdf/write/Serialize.h"
 #include "support/ByteText.h"
@@ -99,7 +100,7 @@ std::string AlphaText(const DocumentImage& image, const ImageFacts& facts) {
          ListText("matte", alpha->matte) + (alpha->is_premultiplied ? " mixed" : "");
 }
 
-// All of an image in a few lines.
+// All of an image in a few lines; without pixels where only PDFium could draw them.
 std::string ImageText(const std::string& entries, const std::string& data,
                       const RawPdf& others = RawPdf()) {
   std::string text = entries + "\n  ";
@@ -109,6 +110,9 @@ std::string ImageText(const std::string& entries, const std::string& data,
     const DocumentImage there = image.Image();
     const ImageFacts facts = FactsOf(there, arena);
     text += FactsText(facts) + "\n  " + SamplesText(there, facts) + ", " + AlphaText(there, facts);
+    if (OpenColors(there, facts).colors == nullptr) {
+      return text + "\n  not decoded here\n";
+    }
     const Pixels pixels = image.Read();
     text += "\n  " + std::to_string(pixels.width) + " x " + std::to_string(pixels.height) + " x " +
             std::to_string(BytesPerPixel(pixels.layout)) + " " +
@@ -392,6 +396,29 @@ TEST(PictureTable, OfEntriesThatAreOdd) {
     text += ImageText(entries, "abc4142>");
   }
   EXPECT_TRUE(IsAsExpected("images/odd.txt", text));
+}
+
+using PictureTableByPdfium = NeedsPdfium;
+
+// Spot colours, by their functions: from white to what C1 is.
+TEST_F(PictureTableByPdfium, OfSpotColors) {
+  const std::string tint = "<</FunctionType 2/Domain[0 1]/C0[1 1 1]/C1[1 0 .2]/N 1>>";
+  const std::string entries = Size(3, 2, 8) + "/ColorSpace[/Separation/Spot/DeviceRGB" + tint + "]";
+  const std::string data("\0\x33\x66\x99\xCC\xFF", 6);
+  const std::string rows = "FFFFFF FFCCD6 FF99AD\nFF6685 FF335C FF0033\n";
+  ImageInDocument image(entries, data);
+  EXPECT_EQ(image.Rows(), rows);
+  DocumentImage there = image.Image();
+  there.number = 0;
+  there.data = data;
+  pdf::Arena arena;
+  const ImageFacts facts = FactsOf(there, arena);
+  RowSourcePtr color = OpenWithPdfium(there, facts, false);
+  RowSourcePtr gray = OpenWithPdfium(there, facts, true);
+  ASSERT_TRUE(color && gray);
+  EXPECT_EQ(ReadAll(*color).Text(), rows);
+  EXPECT_EQ(ReadAll(*gray).Text(), "FF CC 99\n66 33 00\n");  // green
+  EXPECT_GT(color->held_bytes(), 24U);
 }
 
 // A picture that may come out smaller.
