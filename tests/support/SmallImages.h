@@ -1,8 +1,8 @@
 // Small image files of other programs, a few pixels each, in small_images.txt beside this: in
 // hexadecimal, behind their names.
 //
-// Pillow 9.4 wrote them (with zlib, libtiff, libjpeg, libwebp and OpenJPEG), but for the interlaced
-// PNG files, whose passes a script put together; all of noise made for this. The JPEG 2000 files in
+// Pillow 9.4 wrote them (with zlib, libtiff, libjpeg, libwebp and OpenJPEG), but for what it does not
+// write, which a script put together; all of noise made for this. The JPEG 2000 files in
 // small_jpx.txt come from OpenJPEG, their palette and profile from a script: depths, signs, chroma of
 // half the samples, alpha, an origin that is not 0. The JBIG2 data in small_jbig2.txt is what this
 // project's tests code (Jbig2Coder.h), which poppler decodes alike.
