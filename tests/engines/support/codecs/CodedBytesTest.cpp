@@ -23,6 +23,7 @@
 #include "engines/support/codecs/JpegWriter.h"
 #include "engines/support/codecs/PngRowWriter.h"
 #include "engines/support/codecs/PngWriter.h"
+#include "engines/support/codecs/jbig2/AdaptivePixel.h"
 #include "pdf/file/ByteSink.h"
 #include "pdf/filters/Filters.h"
 #include "support/ByteText.h"
@@ -115,10 +116,11 @@ struct BitSize {
   unsigned kind;
 };
 
-const std::vector<BitSize> kBitSizes = {
-    {1, 1, 0},     {1, 1, 1},    {1, 9, 2},     {8, 8, 1},    {8, 8, 3},      {7, 5, 2},
-    {9, 3, 70},    {33, 17, 3},  {63, 9, 64},   {64, 4, 63},  {65, 6, 130},   {129, 5, 200},
-    {200, 3, 250}, {700, 2, 65}, {2600, 2, 69}, {3000, 3, 1}, {6000, 1, 254}, {31, 40, 5}};
+const std::vector<BitSize> kBitSizes = {{1, 1, 0},     {1, 1, 1},    {1, 9, 2},       {8, 8, 1},
+                                        {8, 8, 3},     {7, 5, 2},    {9, 3, 70},      {33, 17, 3},
+                                        {63, 9, 64},   {64, 4, 63},  {65, 6, 130},    {129, 5, 200},
+                                        {200, 3, 250}, {700, 2, 65}, {520, 600, 254}, {520, 9, 2},
+                                        {2600, 2, 69}, {3000, 3, 1}, {6000, 1, 254},  {31, 40, 5}};
 
 std::string NameOf(const BitSize& size) {
   return std::to_string(size.width) + " x " + std::to_string(size.height) + " of " +
@@ -166,6 +168,39 @@ TEST(CodedBytes, OfJbig2) {
             (decoded->is_complete ? "" : " cut") + (NeedsOwnJbig2("", *coded) ? " own" : "") + "\n";
   }
   EXPECT_TRUE(IsAsExpected("codecs/jbig2.txt", text));
+}
+
+// Screens of dots that repeat at some distance, stripes, and noise, of several sizes: at which distance
+// the encoder looks for what repeats.
+TEST(CodedBytes, OfJbig2LookWhereScreensRepeat) {
+  std::string text;
+  for (const auto& [width, height] :
+       {std::pair(127U, 40U), {128U, 64U}, {160U, 65U}, {300U, 300U}, {257U, 520U}}) {
+    for (const auto& [step_x, step_y] :
+         {std::pair(5U, 4U), {7U, 7U}, {8U, 3U}, {12U, 5U}, {24U, 1U}, {25U, 25U}, {3U, 24U}}) {
+      std::string rows;
+      for (std::uint32_t y = 0; y < height; ++y) {
+        std::string row((width + 7) / 8, '\0');
+        for (std::uint32_t x = 0; x < width; ++x) {
+          const std::uint32_t cell = (x + y / step_y * 3) % step_x + y % step_y * 2;
+          const bool is_dot = y * 4 < height ? cell < 2 : cell < 2 + (x + y) / 90;
+          row[x / 8] = static_cast<char>(row[x / 8] | (is_dot ? 0x80 >> x % 8 : 0));
+        }
+        rows += row;
+      }
+      const BitPicture picture{.rows = BytesOf(rows),
+                               .stride = (width + 7) / 8,
+                               .width = width,
+                               .height = height,
+                               .black = 1};
+      const auto place = jbig2::ChooseAdaptivePixel(picture);
+      text += std::to_string(width) + " x " + std::to_string(height) + " of " +
+              std::to_string(step_x) + " " + std::to_string(step_y) + ": " +
+              std::to_string(place.x) + " " + std::to_string(place.y) + " " +
+              ShortBytes(*EncodeJbig2(picture)) + "\n";
+    }
+  }
+  EXPECT_TRUE(IsAsExpected("codecs/jbig2_screens.txt", text));
 }
 
 TEST(CodedBytes, OfJpegInBlackAndWhite) {

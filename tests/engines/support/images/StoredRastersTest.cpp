@@ -183,6 +183,9 @@ TEST(StoredRasters, KeepProfilesAndKeysAndPlanes) {
         StreamText(EncodePlane(MakePlane(700, 160, 1, 8, Curve), PictureSpace::kGray, packing)) +
         "\n";
   }
+  text += StreamText(EncodePlane(MakePlane(60, 40, 1, 8, Curve), PictureSpace::kIndexed,
+                                 Packing::kQuick)) +
+          "\n";
   for (const std::uint64_t bytes : {9U, 10U, 11U, 12U, 13U}) {
     text += IsBestAsFax(bytes, 80, 10) ? "fax " : "no ";
     text += IsBestAsFax(bytes, 81, 10) ? "fax " : "no ";

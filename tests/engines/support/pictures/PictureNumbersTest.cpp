@@ -205,5 +205,46 @@ TEST(PictureNumbers, OfDamagedProfiles) {
   EXPECT_TRUE(IsAsExpected("pictures/damaged_profiles.txt", text));
 }
 
+// Devices, colour spaces, sizes and numbers of tags that profiles may have, on both sides of each bound.
+TEST(PictureNumbers, OfProfilesThatMayBeUsed) {
+  std::string text;
+  const std::string profile = testing::TestRgbProfile(2.2);
+  const auto add = [&](const std::string& what, const std::string& bytes) {
+    text += what + " " + std::to_string(ComponentsOfProfile(bytes)) + " " +
+            std::to_string(UsableProfile(bytes, 3).size()) + "\n";
+  };
+  const auto with = [&](std::size_t at, const std::string& bytes) {
+    return std::string(profile).replace(at, bytes.size(), bytes);
+  };
+  for (const char* device : {"scnr", "mntr", "prtr", "spac", "link", "abst", "nmcl", "SCNR"}) {
+    add(device, with(12, device));
+  }
+  for (const char* space : {"RGB ", "GRAY", "CMYK", "Lab ", "XYZ ", "rgb ", "3CLR"}) {
+    add(space, with(16, space));
+  }
+  const auto size = static_cast<std::uint32_t>(profile.size());
+  for (const std::uint32_t stated : {0U, 131U, 132U, 215U, 216U, size - 1, size, size + 1}) {
+    add("size " + std::to_string(stated), with(0, testing::Big32(stated)));
+  }
+  for (const std::uint32_t tags : {0U, 1U, 7U, 8U, 1000U, 1001U}) {
+    add("tags " + std::to_string(tags), with(128, testing::Big32(tags)));
+  }
+  std::string many = profile + std::string(13'000, '\0');
+  many.replace(0, 4, testing::Big32(static_cast<std::uint32_t>(many.size())));
+  many.replace(132, 12 * 1001, 12 * 1001, '\0');  // tags of no bytes
+  for (const std::uint32_t tags : {999U, 1000U, 1001U}) {
+    add("many " + std::to_string(tags), std::string(many).replace(128, 4, testing::Big32(tags)));
+  }
+  for (const std::uint32_t offset : {0U, size - 20, size - 19, size, size + 1, 0xFFFFFFF0U}) {
+    add("offset " + std::to_string(offset), with(136, testing::Big32(offset)));
+  }
+  for (const std::uint32_t length : {0U, 20U, size - 216, size - 215, 0xFFFFFFFFU}) {
+    add("length " + std::to_string(length), with(140, testing::Big32(length)));
+  }
+  add("short", profile.substr(0, 127));
+  add("header", profile.substr(0, 128));
+  EXPECT_TRUE(IsAsExpected("pictures/usable_profiles.txt", text));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines
