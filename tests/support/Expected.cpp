@@ -63,17 +63,6 @@ std::string FromBase64(const std::string& text) {
   return bytes;
 }
 
-std::string StreamText(const std::string& bytes) {
-  if (IsPlainText(bytes)) {
-    return bytes;
-  }
-  const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
-  std::ostringstream text;
-  text << bytes.size() << " bytes, checksum " << std::hex
-       << crc32(0, data, static_cast<unsigned>(bytes.size()));
-  return text.str();
-}
-
 // What is another in each run, and how long a stream was before it was decoded.
 Json WithoutChanging(const std::string& name, Json dictionary) {
   for (const char* key : {"/CreationDate", "/ModDate", "/Length", "/Filter", "/DecodeParms"}) {
@@ -99,7 +88,7 @@ std::string ObjectText(const std::string& name, const Json& object) {
   const std::string bytes = FromBase64(object["stream"].value("data", ""));
   const bool is_packet = dictionary.value("/Type", "") == "/Metadata";
   return name + " " + WithoutChanging(name, dictionary).dump(1) + "\n" +
-         StreamText(is_packet ? WithoutDates(bytes) : bytes) + "\n";
+         DataText(is_packet ? WithoutDates(bytes) : bytes) + "\n";
 }
 
 bool IsTable(const Json& object) {
@@ -123,6 +112,17 @@ std::string DocumentText(const std::string& path, const std::string& password, b
 }
 
 }  // namespace
+
+std::string DataText(const std::string& bytes) {
+  if (IsPlainText(bytes)) {
+    return bytes;
+  }
+  const auto* data = reinterpret_cast<const unsigned char*>(bytes.data());
+  std::ostringstream text;
+  text << bytes.size() << " bytes, checksum " << std::hex
+       << crc32(0, data, static_cast<unsigned>(bytes.size()));
+  return text.str();
+}
 
 ::testing::AssertionResult IsAsExpected(const std::string& name, const std::string& text) {
   const std::string path = SourceDir() + "/tests/expected/" + name;

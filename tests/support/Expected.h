@@ -22,6 +22,9 @@ namespace TarnixTools::testing {
 // differs.
 ::testing::AssertionResult IsAsExpected(const std::string& name, const std::string& text);
 
+// Text as it is, and other bytes by their number and checksum.
+std::string DataText(const std::string& bytes);
+
 // A PDF file in words, by qpdf: its trailer and its objects in order, streams decoded. Of streams
 // that are no text it has their length and their checksum; dates and the identifiers of the trailer
 // are left out.
