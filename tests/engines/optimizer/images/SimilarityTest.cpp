@@ -1,5 +1,8 @@
 #include <algorithm>
+#include <array>
 #include <random>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -106,6 +109,94 @@ TEST(Similarity, IsToldOfPicturesOfAnySize) {
   const Look mixed(picture, false, 200, 30);
   EXPECT_NEAR(mixed.SimilarityOf(picture), 1, 1e-4);
   EXPECT_GT(mixed.SimilarityOf(Scaled(picture, 1, 1)), -1);
+}
+
+// As the definition has it, window by window, in double precision.
+double PlainSimilarity(const SamplePicture& first, const SamplePicture& second) {
+  double total = 0;
+  int windows = 0;
+  for (std::uint32_t top = 0; top + 7 <= first.height; top += 2) {
+    for (std::uint32_t left = 0; left + 7 <= first.width; left += 2) {
+      double a = 0, b = 0, aa = 0, bb = 0, ab = 0;
+      for (std::uint32_t y = top; y < top + 7; ++y) {
+        for (std::uint32_t x = left; x < left + 7; ++x) {
+          const double va = first.row(y)[x];
+          const double vb = second.row(y)[x];
+          a += va / 49;
+          b += vb / 49;
+          aa += va * va;
+          bb += vb * vb;
+          ab += va * vb;
+        }
+      }
+      const double variances = (aa + bb - 49 * (a * a + b * b)) / 48;
+      const double covariance = (ab - 49 * a * b) / 48;
+      const double c1 = 0.01 * 255 * 0.01 * 255;
+      const double c2 = 0.03 * 255 * 0.03 * 255;
+      total += (2 * a * b + c1) * (2 * covariance + c2) / ((a * a + b * b + c1) * (variances + c2));
+      ++windows;
+    }
+  }
+  return total / windows;
+}
+
+TEST(Similarity, IsTheMeanOfThatOfAllWindows) {
+  const auto slope = [](int x, int y, int) { return (x * 9 + y * 4) % 200 / 255.0; };
+  const auto dark = [](int x, int y, int) { return (x * 5 + y * 3) % 7 / 255.0; };
+  const auto squares = [](int x, int y, int) { return (x / 5 + y / 4) % 2 == 0 ? 0.05 : 0.9; };
+  for (const auto& [width, height] :
+       {std::pair{7, 7}, {8, 7}, {7, 8}, {9, 7}, {7, 9}, {9, 10}, {40, 31}, {41, 30}}) {
+    SCOPED_TRACE(width * 100 + height);
+    const std::array<SamplePicture, 3> pictures = {PictureOf(width, height, 1, slope),
+                                                   PictureOf(width, height, 1, dark),
+                                                   PictureOf(width, height, 1, squares)};
+    for (const SamplePicture& first : pictures) {
+      for (const SamplePicture& second : {pictures[0], pictures[1], Noisy(first, 20)}) {
+        EXPECT_NEAR(StructuralSimilarity(first, second), PlainSimilarity(first, second), 1e-5);
+      }
+    }
+  }
+}
+
+TEST(Similarity, IsSeenInMeansOfWholePixels) {
+  const SamplePicture picture =
+      PictureOf(10, 5, 1, [](int x, int y, int) { return (x * x + 11 * y) / 255.0; });
+  const SamplePicture seen = SeenIn(picture, 4, 2);
+  EXPECT_EQ(seen.width, 4U);
+  EXPECT_EQ(seen.height, 2U);
+  EXPECT_EQ(seen.samples, (Value{6, 15, 36, 70, 34, 43, 64, 98}));
+  EXPECT_EQ(SeenIn(picture, 10, 5).samples, picture.samples);
+  EXPECT_EQ(SeenIn(picture, 1, 1).samples, (Value{51}));
+  EXPECT_EQ(SeenIn(picture, 10, 1).row(0)[3], 31);
+  EXPECT_EQ(SeenIn(picture, 20, 2).samples.size(), 40U);
+  EXPECT_EQ(SeenIn(picture, 4, 6).samples.size(), 24U);
+}
+
+TEST(Similarity, TakesTheLightnessOfEveryPixel) {
+  const SamplePicture rgb =
+      PictureOf(3, 2, 3, [](int x, int y, int c) { return (x * 50 + y * 90 + c * 30) / 255.0; });
+  std::vector<int> expected;
+  for (int i = 0; i < 6; ++i) {
+    const int red = i % 3 * 50 + i / 3 * 90;
+    expected.push_back(
+        static_cast<int>((77 * red + 150 * (red + 30) + 29 * (red + 60) + 128) / 256));
+  }
+  const SamplePicture seen = LightnessOf(rgb, true);
+  EXPECT_EQ(std::vector<int>(seen.samples.begin(), seen.samples.end()), expected);
+  EXPECT_EQ(seen.components, 1);
+  const SamplePicture inks =
+      PictureOf(3, 2, 4, [](int x, int y, int c) { return (x * 30 + y * 60 + c * 20) / 255.0; });
+  for (const bool is_inverted : {false, true}) {
+    const SamplePicture light = LightnessOf(inks, is_inverted);
+    for (int i = 0; i < 6; ++i) {
+      const auto ink = [&](int c) {
+        const int amount = i % 3 * 30 + i / 3 * 60 + c * 20;
+        return is_inverted ? 255 - amount : amount;
+      };
+      const int paper = 255 - (77 * ink(0) + 150 * ink(1) + 29 * ink(2) + 128) / 256;
+      EXPECT_EQ(int{light.samples[static_cast<std::size_t>(i)]}, paper * (255 - ink(3)) / 255);
+    }
+  }
 }
 
 TEST(Similarity, OfPicturesSmallerThanAWindow) {
