@@ -234,6 +234,8 @@ void AddInline(ImageDocumentMaker& maker) {
   put("/W 144/H 96/IM true", Strokes() + Strokes());
   put("/W 8/H 96/BPC 8/CS/G", std::string(8 * 96, 'x'));
   put("/W 72/H 96/BPC 8/CS/RGB/F/Fl", Rgb());
+  put("/W 72/H 96/BPC 8/CS/RGB/DP[null]/F[/Fl]/L 9", Rgb());
+  put("/Width 72/Height 96/BPC 8/CS/RGB/Filter/FlateDecode/DecodeParms<<>>/Length 9", Rgb());
 }
 
 const char* NameOf(std::size_t kind) {
