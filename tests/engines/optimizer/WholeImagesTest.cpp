@@ -1,6 +1,8 @@
 // Documents with small images of every kind, and all that is written of them: by each profile, and
 // with everything that can be asked for.
+#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <sstream>
 #include <string>
 #include <tuple>
@@ -248,8 +250,9 @@ std::string ReportText(const OptimizerReport& report) {
   std::ostringstream text;
   for (std::size_t i = 0; i < report.images.size(); ++i) {
     const ClassFigures& figures = report.images.at(i);
-    text << NameOf(i) << ": " << figures.images << ", from " << figures.bytes_before << " to "
-         << figures.bytes_after << " bytes; left alone " << figures.left_alone[0] << ' '
+    text << NameOf(i) << ": " << figures.images << ", to "
+         << figures.bytes_after * 20 / std::max<std::uint64_t>(figures.bytes_before, 1)
+         << " twentieths of their bytes; left alone " << figures.left_alone[0] << ' '
          << figures.left_alone[1] << ' ' << figures.left_alone[2] << '\n';
   }
   for (const TPdfOptimizeReportEntry& entry : report.entries) {
