@@ -193,11 +193,14 @@ void AddCoded(ImageDocumentMaker& maker) {
   maker.Add(kSides + "/Filter/JPXDecode", jpx);
   maker.Add(kSides + "/ColorSpace/DeviceRGB/Filter/JPXDecode", jpx);
   maker.Add(kSides + "/Filter/JPXDecode", jpx.substr(0, jpx.size() / 2));
+  maker.Add(kSides + "/Filter/JPXDecode",
+            testing::EncodeJpx(72, 96, 1, SceneSamples(kSize, 1, 8), 2));
   const std::string one = kSides + "/BitsPerComponent 1/ColorSpace/DeviceGray/Filter";
   maker.Add(one + "/CCITTFaxDecode/DecodeParms<</K -1/Columns 72/Rows 96>>", Fax());
   maker.Add(one + "/JBIG2Decode", Jbig2());
   maker.Add(one + "/FlateDecode", Deflated(Strokes()));
   maker.Add(one + "/FlateDecode/Decode[1 0]", Deflated(Strokes()));
+  maker.Add(one + "/FlateDecode", Deflated(std::string(800, '\0') + Strokes().substr(800)));
   maker.Add(one + "/FlateDecode", Deflated(Strokes().substr(0, 400)));
   maker.Add(eight + "/DeviceRGB/Filter/FlateDecode", Rgb().substr(0, 3000));
   maker.Add(eight + "/DeviceRGB/Filter/MyDecode", Rgb());
@@ -279,6 +282,7 @@ class WholeImages : public ::testing::Test {
     OptimizerSettings settings = ForScreen();
     settings.color_conversion = ColorConversion::kRgb;
     settings.clips_images = true;
+    settings.bitonal_codecs = 0;
     settings.image_quality = 40;
     settings.resolution_dpi = 72;
     settings.threshold_dpi = 100;

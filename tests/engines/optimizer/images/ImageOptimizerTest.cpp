@@ -1,3 +1,4 @@
+#include <cmath>
 #include <string>
 #include <utility>
 #include <vector>
@@ -126,6 +127,76 @@ TEST(WantedSize, IsAtLeastAPixel) {
   const PictureSize size = WantedSize(task, GoalsFor(72, 110));
   EXPECT_EQ(size.width, 1U);
   EXPECT_GE(size.height, 7U);
+}
+
+// What each pair of a resolution that is asked for and one that there is comes to.
+TEST(WantedSize, IsThatOfItsRow) {
+  const struct {
+    double dpi;
+    float resolution;
+    float threshold;
+    std::pair<std::uint32_t, std::uint32_t> wanted;
+  } kRows[] = {
+      {300, 150, 225, {300, 400}}, {300, 72, 110, {300, 400}},  {226, 150, 225, {600, 800}},
+      {225, 150, 225, {600, 800}}, {254, 72, 110, {600, 800}},  {256, 72, 110, {352, 469}},
+      {400, 200, 300, {300, 400}}, {339, 200, 300, {600, 800}}, {341, 200, 300, {352, 470}},
+      {600, 300, 400, {300, 400}},
+  };
+
+  for (const auto& row : kRows) {
+    EXPECT_EQ(Wanted(SizedTask(600, 800, row.dpi), GoalsFor(row.resolution, row.threshold)),
+              row.wanted)
+        << row.dpi << " dpi to " << row.resolution;
+  }
+}
+
+// Text keeps more pixels.
+TEST(WantedSize, OfScannedPagesIsThatOfTheirText) {
+  const ImageGoals goals = GoalsFor(72, 110);
+  const auto read = [&](double dpi, bool may_be_scan) {
+    ImageTask task = SizedTask(600, 800, dpi);
+    task.may_be_scan = may_be_scan;
+    const PictureSize size = ReadSize(task, goals);
+    return std::pair(size.width, size.height);
+  };
+  EXPECT_EQ(read(300, true), std::pair(600U, 800U));
+  EXPECT_EQ(read(399, true), std::pair(600U, 800U));
+  EXPECT_EQ(read(401, true), std::pair(449U, 599U));
+  EXPECT_EQ(read(600, true), std::pair(300U, 400U));
+  EXPECT_EQ(read(600, false), std::pair(150U, 200U));
+}
+
+TEST(ImageGoals, SayWhatTheLookIsWorth) {
+  const auto worth = [](int quality, float dpi) {
+    return GoalsOf({.image_quality = quality, .resolution_dpi = dpi}, false).worth_of_look;
+  };
+  EXPECT_EQ(worth(100, 0), 18);
+  EXPECT_EQ(worth(75, 0), 18);
+  EXPECT_EQ(worth(75, 150), 18);
+  EXPECT_EQ(worth(75, 149), 9);
+  EXPECT_EQ(worth(74, 0), 20);
+  EXPECT_EQ(worth(74, 150), 20);
+  EXPECT_EQ(worth(50, 150), 20);
+  EXPECT_EQ(worth(50, 149), 9);
+  EXPECT_EQ(worth(49, 0), 9);
+  EXPECT_EQ(worth(49, 600), 9);
+  EXPECT_EQ(worth(1, 72), 9);
+  EXPECT_EQ(worth(-1, 72), 9);
+}
+
+TEST(ImageGoals, SayWhatAnImageCosts) {
+  const ImageGoals goals = GoalsOf({.image_quality = 75}, false);
+  EXPECT_DOUBLE_EQ(CostOf(1, 1, goals), 0);
+  EXPECT_DOUBLE_EQ(CostOf(1000, 1, goals), std::log(1000));
+  EXPECT_DOUBLE_EQ(CostOf(1, 0.5, goals), 9);
+  EXPECT_DOUBLE_EQ(CostOf(1000, 0.9, goals), std::log(1000) + 18 * (1 - 0.9));
+}
+
+TEST(ImageGoals, KeepInksWhereTheyAreIntended) {
+  const OptimizerSettings rgb = {.color_conversion = ColorConversion::kRgb};
+  EXPECT_TRUE(GoalsOf(rgb, false).converts_to_rgb);
+  EXPECT_FALSE(GoalsOf(rgb, true).converts_to_rgb);
+  EXPECT_FALSE(GoalsOf({}, false).converts_to_rgb);
 }
 
 TEST(OptimizeImage, CodesPhotographsAsJpeg) {

@@ -42,7 +42,10 @@ class TestPage {
     Fill(150, 60, 14, 14, {40, 60, 50}, true);  // blurred
     Fill(180, 62, 1, 1, {20, 20, 20}, false);   // a speck
     Fill(190, 62, 2, 1, {20, 20, 20}, false);
-    Fill(0, 95, 60, 2, {200, 20, 30}, false);    // through letters
+    Fill(0, 95, 60, 2, {200, 20, 30}, false);  // through letters
+    Fill(21, 11, 1, 1, {20, 40, 170}, false);  // beside letters
+    Fill(33, 10, 1, 1, {190, 25, 30}, false);
+    Fill(50, 12, 1, 2, {190, 25, 30}, false);
     Fill(199, 100, 4, 17, {15, 15, 15}, false);  // in the corner
   }
 
@@ -164,7 +167,7 @@ TEST(ScanNumbers, OfShapes) {
   EXPECT_TRUE(
       testing::IsAsExpected("optimizer/shapes.txt", ShapesText(TestPage(1).picture(), 150) +
                                                         ShapesText(TestPage(3).picture(), 150) +
-                                                        ShapesText(TestPage(3).picture(), 300)));
+                                                        ShapesText(TestPage(3).picture(), 72)));
 }
 
 std::string LayersText(const SamplePicture& page, double dpi, PictureSize size) {

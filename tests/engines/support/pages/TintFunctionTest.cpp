@@ -110,6 +110,100 @@ TEST(TintFunction, TakesTheNearestSampleOfManyInks) {
   EXPECT_EQ(grid->step_count(), 64U);
 }
 
+const std::string kLine = "<</FunctionType 2/C0[0]/C1[1]/N 1>>";
+
+TEST(TintFunction, GoesFromPartToPart) {
+  const auto parts = Read(
+      "/FunctionType 3/Domain[0.2 0.8]/Bounds[0.4 0.6]/Encode[0 1 1 0 0.5 0.7]"
+      "/Functions[" +
+          kLine + kLine + "<</FunctionType 2/C0[10]/C1[20]/N 1>>]",
+      std::nullopt, 1, 1);
+  EXPECT_THAT(At(parts, {0}), ElementsAre(Near(0)));
+  EXPECT_THAT(At(parts, {0.2}), ElementsAre(Near(0)));
+  EXPECT_THAT(At(parts, {0.25}), ElementsAre(Near(0.25)));
+  EXPECT_THAT(At(parts, {0.4}), ElementsAre(Near(1)));
+  EXPECT_THAT(At(parts, {0.45}), ElementsAre(Near(0.75)));
+  EXPECT_THAT(At(parts, {0.6}), ElementsAre(Near(15)));
+  EXPECT_THAT(At(parts, {0.7}), ElementsAre(Near(16)));
+  EXPECT_THAT(At(parts, {0.8}), ElementsAre(Near(17)));
+  EXPECT_THAT(At(parts, {1}), ElementsAre(Near(17)));
+  EXPECT_THAT(At(parts, {}), ElementsAre(Near(17)));
+  EXPECT_EQ(parts->step_count(), 4U);
+  // What is missing: one part up to 1, and 0 for all of its tints.
+  const auto bare = Read("/FunctionType 3/Functions[" + kLine + "]", std::nullopt, 1, 1);
+  EXPECT_THAT(At(bare, {0.5}), ElementsAre(Near(0)));
+  const auto turned =
+      Read("/FunctionType 3/Domain[1 0]/Encode[0 1]/Functions[" + kLine + "]", std::nullopt, 1, 1);
+  EXPECT_THAT(At(turned, {0.5}), ElementsAre(Near(0)));
+}
+
+TEST(TintFunction, HasBoundsForItsParts) {
+  const auto nested = [](int depth) {
+    std::string function = kLine;
+    for (int i = 0; i < depth; ++i) {
+      function = "<</FunctionType 3/Domain[0 1]/Encode[0 1]/Functions[" + function + "]>>";
+    }
+    return Read(function.substr(2, function.size() - 4), std::nullopt, 1, 1).has_value();
+  };
+  EXPECT_TRUE(nested(8));
+  EXPECT_FALSE(nested(9));
+  const auto wide = [](int count, int others) {
+    std::string parts;
+    for (int i = 0; i < count; ++i) {
+      parts += kLine;
+    }
+    std::string more;
+    for (int i = 0; i < others; ++i) {
+      more += kLine;
+    }
+    return Read("/FunctionType 3/Domain[0 1]/Functions[<</FunctionType 3/Functions[" + parts +
+                    "]>><</FunctionType 3/Functions[" + more + "]>>]",
+                std::nullopt, 1, 1)
+        .has_value();
+  };
+  EXPECT_TRUE(wide(500, 498));
+  EXPECT_FALSE(wide(500, 499));
+  EXPECT_FALSE(wide(500, 0));
+  // The depth is that of one branch, not of all of them.
+  std::string flat;
+  for (int i = 0; i < 12; ++i) {
+    flat += "<</FunctionType 3/Functions[" + kLine + "]>>";
+  }
+  EXPECT_TRUE(Read("/FunctionType 3/Functions[" + flat + "]", std::nullopt, 1, 1));
+}
+
+TEST(TintFunction, ReadsSamplesOfEveryDepth) {
+  const struct {
+    int bits;
+    std::string data;
+    std::vector<double> values;  // in hundredths of the greatest
+  } kRows[] = {
+      {1, "\x50", {0, 100, 0, 100}},
+      {2, "\x1B", {0, 100 / 3.0, 200 / 3.0, 100}},
+      {4, std::string("\x0F\x5A", 2), {0, 100, 100 / 3.0, 200 / 3.0}},
+      {12, std::string("\x00\x0F\xFF\x80\x08\x01", 6), {0, 100, 204800 / 4095.0, 204900 / 4095.0}},
+      {16,
+       std::string("\x00\x00\xFF\xFF\x80\x00\x00\x01", 8),
+       {0, 100, 3276800 / 65535.0, 100 / 65535.0}},
+      {24,
+       std::string("\x00\x00\x00\xFF\xFF\xFF\x80\x00\x00\x00\x00\x00", 12),
+       {0, 100, 838860800 / 16777215.0, 0}},
+      {32,
+       std::string("\x00\x00\x00\x00\xFF\xFF\xFF\xFF\x80\x00\x00\x00\x00\x00\x00\x00", 16),
+       {0, 100, 214748364800 / 4294967295.0, 0}},
+  };
+
+  for (const auto& row : kRows) {
+    const auto grid =
+        Read("/FunctionType 0/Range[0 100]/Size[4]/BitsPerSample " + std::to_string(row.bits),
+             row.data, 1, 1);
+    for (std::size_t i = 0; i < 4; ++i) {
+      EXPECT_THAT(At(grid, {static_cast<double>(i) / 3}), ElementsAre(Near(row.values.at(i))))
+          << row.bits << " bits";
+    }
+  }
+}
+
 TEST(TintFunction, IsNoneWhereItCannotBeRead) {
   EXPECT_FALSE(Read("/FunctionType 3", std::nullopt, 1, 1));
   EXPECT_FALSE(Read("/FunctionType 2", std::nullopt, 2, 1));
