@@ -15,6 +15,7 @@
 #include "engines/support/fonts/FontFace.h"
 #include "engines/support/fonts/FontProgram.h"
 #include "engines/support/fonts/GlyphFinder.h"
+#include "engines/support/fonts/MadeTables.h"
 #include "engines/support/fonts/ProgramFixture.h"
 #include "pdf/write/RewriteFixture.h"
 #include "support/Expected.h"
@@ -25,69 +26,32 @@
 namespace TarnixTools::engines::fonts {
 namespace {
 
+using testing::BigEndian;
+using testing::FontOf;
+using testing::FontTables;
+using testing::TablesOf;
 using testing::TestFont;
-
-using Tables = std::map<std::string, std::string>;
-
-std::uint32_t Big(const std::string& bytes, std::size_t at, std::size_t count) {
-  std::uint32_t value = 0;
-  for (std::size_t i = 0; i < count; ++i) {
-    value = value << 8U | static_cast<unsigned char>(bytes.at(at + i));
-  }
-  return value;
-}
-
-std::string Text(std::uint32_t value, unsigned bytes) {
-  std::string text;
-  for (unsigned i = bytes; i-- > 0;) {
-    text += static_cast<char>(value >> (8 * i));
-  }
-  return text;
-}
-
-Tables TablesOf(const std::string& font) {
-  Tables tables;
-  for (std::size_t i = 0; i < Big(font, 4, 2); ++i) {
-    const std::size_t entry = 12 + 16 * i;
-    tables[font.substr(entry, 4)] = font.substr(Big(font, entry + 8, 4), Big(font, entry + 12, 4));
-  }
-  return tables;
-}
-
-std::string FontOf(const Tables& tables, const std::string& kind = std::string("\0\1\0\0", 4)) {
-  const auto count = static_cast<std::uint32_t>(tables.size());
-  std::string directory =
-      kind + Text(count, 2) + Text(128, 2) + Text(3, 2) + Text(16 * count - 128, 2);
-  std::string data;
-  for (const auto& [tag, bytes] : tables) {
-    directory += tag + Text(0, 4) +
-                 Text(static_cast<std::uint32_t>(12 + 16 * count + data.size()), 4) +
-                 Text(static_cast<std::uint32_t>(bytes.size()), 4);
-    data += bytes + std::string((4 - bytes.size() % 4) % 4, '\0');
-  }
-  return directory + data;
-}
 
 // The test font with some bytes of a table replaced.
 std::string With(const std::string& table, std::size_t at, const std::string& bytes,
                  const TestFont& font = {}) {
-  Tables tables = TablesOf(font.Bytes());
+  FontTables tables = TablesOf(font.Bytes());
   tables.at(table).replace(at, bytes.size(), bytes);
   return FontOf(tables);
 }
 
 std::string Without(const std::string& table, const TestFont& font = {}) {
-  Tables tables = TablesOf(font.Bytes());
+  FontTables tables = TablesOf(font.Bytes());
   tables.erase(table);
   return FontOf(tables);
 }
 
 // With outlines of CFF, whose glyphs are as those of the test font.
 std::string CffFont(const std::string& cff) {
-  Tables tables = TablesOf(TestFont().Bytes());
+  FontTables tables = TablesOf(TestFont().Bytes());
   tables.erase("glyf");
   tables.erase("loca");
-  tables["maxp"] = Text(0x5000, 4) + Text(3, 2);
+  tables["maxp"] = BigEndian(0x5000, 4) + BigEndian(3, 2);
   tables["CFF "] = cff;
   return FontOf(tables, "OTTO");
 }
@@ -151,13 +115,13 @@ TEST_F(MadeFaces, AreRead) {
   }
   for (const std::uint32_t type :
        {0x2U, 0x4U, 0x8U, 0x6U, 0xAU, 0x100U, 0x102U, 0x200U, 0x304U, 0x1U}) {
-    add("rights " + std::to_string(type), With("OS/2", 8, Text(type, 2)));
+    add("rights " + std::to_string(type), With("OS/2", 8, BigEndian(type, 2)));
   }
-  add("first version", With("OS/2", 0, Text(1, 2)));
-  add("second version", With("OS/2", 0, Text(2, 2)));
-  add("capitals", With("OS/2", 88, Text(700, 2)));
-  add("weight", With("OS/2", 4, Text(701, 2)));
-  Tables cut = TablesOf(TestFont().Bytes());
+  add("first version", With("OS/2", 0, BigEndian(1, 2)));
+  add("second version", With("OS/2", 0, BigEndian(2, 2)));
+  add("capitals", With("OS/2", 88, BigEndian(700, 2)));
+  add("weight", With("OS/2", 4, BigEndian(701, 2)));
+  FontTables cut = TablesOf(TestFont().Bytes());
   cut["OS/2"].resize(88);
   add("without capitals", FontOf(cut));
   cut["OS/2"].resize(6);
@@ -167,12 +131,12 @@ TEST_F(MadeFaces, AreRead) {
   cut = TablesOf(TestFont().Bytes());
   cut["head"].resize(53);
   add("a short head", FontOf(cut));
-  add("angle", With("post", 4, Text(0xFFF38000, 4)));
-  add("fixed", With("post", 12, Text(1, 4)));
-  add("fixed, too", With("post", 12, Text(0x10000, 4)));
-  add("bounds", With("head", 36, Text(0xFFF6FFEC, 4) + Text(0x001E0028, 4)));
-  add("no advance", With("hmtx", 8, Text(0, 2)));
-  add("no advance of a box", With("hmtx", 4, Text(0, 2)));
+  add("angle", With("post", 4, BigEndian(0xFFF38000, 4)));
+  add("fixed", With("post", 12, BigEndian(1, 4)));
+  add("fixed, too", With("post", 12, BigEndian(0x10000, 4)));
+  add("bounds", With("head", 36, BigEndian(0xFFF6FFEC, 4) + BigEndian(0x001E0028, 4)));
+  add("no advance", With("hmtx", 8, BigEndian(0, 2)));
+  add("no advance of a box", With("hmtx", 4, BigEndian(0, 2)));
   add("CFF", CffFont(testing::CffProgram({"A", "space"})));
   add("CFF by identifiers", CffFont(testing::CidProgram({7, 300})));
   add("no font", "no font");
@@ -233,8 +197,9 @@ std::string EmbeddedText(const FontFace& face, CompositeCodes kind, const std::v
 TEST_F(MadeFaces, AreEmbedded) {
   const auto plain = Load(TestFont().Bytes());
   const auto instance = Load(TestFont{.is_variable = true}.Bytes(), 0x10000);
-  const auto slanted = Load(With("post", 4, Text(0xFFF38000, 4) + Text(0, 4) + Text(1, 4)));
-  const auto whole = Load(With("OS/2", 8, Text(0x100, 2)));
+  const auto slanted =
+      Load(With("post", 4, BigEndian(0xFFF38000, 4) + BigEndian(0, 4) + BigEndian(1, 4)));
+  const auto whole = Load(With("OS/2", 8, BigEndian(0x100, 2)));
   const auto cff = Load(CffFont(testing::CffProgram({"A", "space"})));
   const auto keyed = Load(CffFont(testing::CidProgram({7, 300})));
   std::string text;
@@ -284,10 +249,11 @@ std::string GlyphsText(const std::string& program_bytes, const std::string& font
 
 // A character map of format 6 from a code on, for a system and its encoding.
 std::string MappedFont(std::uint32_t platform, std::uint32_t encoding, std::uint32_t first) {
-  Tables tables = TablesOf(TestFont().Bytes());
-  tables["cmap"] = Text(0, 2) + Text(1, 2) + Text(platform, 2) + Text(encoding, 2) + Text(12, 4) +
-                   Text(6, 2) + Text(14, 2) + Text(0, 2) + Text(first, 2) + Text(2, 2) +
-                   Text(1, 2) + Text(2, 2);
+  FontTables tables = TablesOf(TestFont().Bytes());
+  tables["cmap"] = BigEndian(0, 2) + BigEndian(1, 2) + BigEndian(platform, 2) +
+                   BigEndian(encoding, 2) + BigEndian(12, 4) + BigEndian(6, 2) + BigEndian(14, 2) +
+                   BigEndian(0, 2) + BigEndian(first, 2) + BigEndian(2, 2) + BigEndian(1, 2) +
+                   BigEndian(2, 2);
   return FontOf(tables);
 }
 

@@ -1,0 +1,122 @@
+// Lines of text in a face made in code that has many characters: how they are cut, and which glyphs
+// show which characters.
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "engines/support/fonts/BidiLevels.h"
+#include "engines/support/fonts/MadeTables.h"
+#include "engines/support/fonts/TextItems.h"
+#include "engines/support/fonts/TextShaper.h"
+#include "support/Expected.h"
+#include "support/TempDir.h"
+#include "support/TestFont.h"
+
+namespace TarnixTools::engines::fonts {
+namespace {
+
+using testing::BigEndian;
+
+// The test font, whose glyph 1 stands for letters of these alphabets and for marks, and glyph 2 for
+// spaces.
+std::string FontOfManyCharacters() {
+  struct Range {
+    std::uint32_t first;
+    std::uint32_t last;
+    std::uint32_t glyph;
+  };
+
+  const std::vector<Range> ranges = {{0x20, 0x20, 2},     {0x21, 0x7E, 1},     {0xC0, 0xC5, 1},
+                                     {0x300, 0x303, 1},   {0x3B1, 0x3C9, 1},   {0x410, 0x44F, 1},
+                                     {0x5D0, 0x5EA, 1},   {0x621, 0x64A, 1},   {0x905, 0x94D, 1},
+                                     {0x2010, 0x2010, 1}, {0x3041, 0x3096, 1}, {0x4E00, 0x4E20, 1},
+                                     {0xAC00, 0xAC10, 1}};
+  // Format 12, in which each code of a group has the next glyph: a group for each code.
+  std::string groups;
+  std::uint32_t count = 0;
+  for (const Range& range : ranges) {
+    for (std::uint32_t code = range.first; code <= range.last; ++code, ++count) {
+      groups += BigEndian(code, 4) + BigEndian(code, 4) + BigEndian(range.glyph, 4);
+    }
+  }
+  testing::FontTables tables = testing::TablesOf(testing::TestFont().Bytes());
+  tables["cmap"] = BigEndian(0, 2) + BigEndian(1, 2) + BigEndian(3, 2) + BigEndian(10, 2) +
+                   BigEndian(12, 4) + BigEndian(12, 2) + BigEndian(0, 2) +
+                   BigEndian(16 + 12 * count, 4) + BigEndian(0, 4) + BigEndian(count, 4) + groups;
+  return testing::FontOf(tables);
+}
+
+std::string TagText(std::uint32_t tag) {
+  return BigEndian(tag, 4);
+}
+
+TEST(ShapedTexts, InAFaceThatHasAllOfThem) {
+  const testing::TempDir directory;
+  const InstalledFace installed = {
+      .file = testing::WriteBytes(directory.Path("many.ttf"), FontOfManyCharacters())};
+  FaceStore faces;
+  std::ostringstream text;
+  const std::vector<std::u32string> lines = {
+      U"",
+      U"A",
+      U"Ab c",
+      U" A",
+      U"12 ab",
+      U"a 12",
+      U"ab \u03b1\u03b2 \u0430\u0431",
+      U"ab \u05d0\u05d1 12 \u05d2 cd",
+      U"\u05d0 12 \u05d1",
+      U"\u05d0(a)\u05d1",
+      U"(\u05d0)",
+      U"\u0628\u0629 a",
+      U"a\u0301b",
+      U"\u0301a",
+      U"a\u0301\u0302",
+      U"\u00c1",
+      U"e\u0301\u00c5",
+      U"\u212b",
+      U"a\u200db\ufe0f",
+      U"a\u2002b\u2011c",
+      U"a\u00a0b",
+      U"a\tb\nc\u0085",
+      U"\u0939\u093f\u0928",
+      U"\u4e00\u3042\uac00",
+      U"a\u4e01b",
+      U"\u200e\u200fa",
+      U"a\u0301\u05d0\u0301",
+      U"\u05d0\u0302 ",
+  };
+  for (const std::u32string& line : lines) {
+    for (const char32_t character : line) {
+      text << std::hex << static_cast<std::uint32_t>(character) << std::dec << ' ';
+    }
+    text << '\n';
+    const TextItems cut = CutIntoItems(faces, installed, line, BidiLevels(line));
+    for (const TextItem& item : cut.items) {
+      text << "  item " << TagText(item.script) << " level " << int{item.level} << " from "
+           << item.first << ", " << item.count
+           << (item.face == faces.Load(installed) ? "" : ", another face") << '\n';
+    }
+    const ShapedLine shaped = ShapeLine(faces, installed, line);
+    text << "  width " << shaped.width << ", " << shaped.text.size() << " characters"
+         << (cut.missing != 0 || shaped.missing != 0 ? ", some are missing" : "") << '\n';
+    for (const GlyphRun& run : shaped.runs) {
+      text << (run.is_right_to_left ? "  from the right:" : "  from the left:");
+      for (const ShapedGlyph& glyph : run.glyphs) {
+        text << ' ' << glyph.glyph << '/' << glyph.advance;
+      }
+      text << ';';
+      for (const GlyphCluster& cluster : run.clusters) {
+        text << ' ' << cluster.first_glyph << '+' << cluster.glyph_count << " of "
+             << cluster.first_character << '+' << cluster.character_count;
+      }
+      text << '\n';
+    }
+  }
+  EXPECT_TRUE(testing::IsAsExpected("fonts/shaped.txt", text.str()));
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines::fonts
