@@ -1,5 +1,6 @@
 // Outputs are written whole or not at all, under whatever name.
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 
 #include <fcntl.h>
@@ -68,6 +69,20 @@ TEST_F(OutputFilesTest, LeaveNothingWhenTheProcessEnds) {
   ASSERT_EQ(waitpid(child, &status, 0), child);
   ASSERT_TRUE(WIFSIGNALED(status));
   EXPECT_THAT(directory_.Names(), ElementsAre("in.pdf"));
+}
+
+// Files are descriptors 0 and 1 then.
+TEST_F(OutputFilesTest, AreWrittenWithoutStandardStreamsToo) {
+  const pid_t child = fork();
+  if (child == 0) {
+    close(STDIN_FILENO);
+    close(STDOUT_FILENO);
+    _exit(FailureOfCopyTo(Path("out.pdf")) == Failure() ? 0 : 1);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(Texts("out.pdf"), Labels(1, 2, "In"));
 }
 
 TEST_F(OutputFilesTest, HaveAnyName) {
@@ -218,6 +233,20 @@ TEST_F(OutputFilesTest, ReplaceALongerFileWhole) {
   EXPECT_EQ(Texts("out.pdf"), Labels(1, 2, "In"));
 }
 
+// Whoever has the old one open goes on with that, whatever failed before.
+TEST_F(OutputFilesTest, ReplaceAFileThatIsOpen) {
+  WriteBytes(Path("out.pdf"), "old");
+  const int reader = open(Path("out.pdf").c_str(), O_RDONLY | O_CLOEXEC);
+  ASSERT_GE(reader, 0);
+  errno = EACCES;
+  CopyTo(Path("out.pdf"));
+  char content[4] = {};
+  EXPECT_EQ(read(reader, content, sizeof(content)), 3);
+  close(reader);
+  EXPECT_STREQ(content, "old");
+  EXPECT_EQ(Texts("out.pdf"), Labels(1, 2, "In"));
+}
+
 TEST_F(OutputFilesTest, LeaveAnOlderFileWhenTheJobFails) {
   WriteBytes(Path("out.pdf"), "old");
   WriteBytes(Path("not.pdf"), "hello");
@@ -293,15 +322,18 @@ TEST_F(OutputFilesTest, TakeOverTheOwnerOfWhatTheyReplace) {
   if (geteuid() != 0) {
     GTEST_SKIP() << "only root gives files away";
   }
-  WriteBytes(Path("out.pdf"), "old");
-  ASSERT_EQ(chown(Path("out.pdf").c_str(), 1234, 4321), 0);
-  CopyTo(Path("out.pdf"));
+  for (const auto& [user, group] : {std::pair(1234U, 4321U), {1234U, 0U}, {0U, 4321U}}) {
+    WriteBytes(Path("out.pdf"), "old");
+    ASSERT_EQ(chown(Path("out.pdf").c_str(), user, group), 0);
+    CopyTo(Path("out.pdf"));
 
-  struct stat info {};
+    struct stat info {};
 
-  ASSERT_EQ(stat(Path("out.pdf").c_str(), &info), 0);
-  EXPECT_EQ(info.st_uid, 1234U);
-  EXPECT_EQ(info.st_gid, 4321U);
+    ASSERT_EQ(stat(Path("out.pdf").c_str(), &info), 0);
+    EXPECT_EQ(info.st_uid, user);
+    EXPECT_EQ(info.st_gid, group);
+    ASSERT_EQ(unlink(Path("out.pdf").c_str()), 0);
+  }
 }
 
 TEST_F(OutputFilesTest, FollowLinks) {
