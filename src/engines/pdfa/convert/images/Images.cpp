@@ -42,7 +42,7 @@ bool IsAllowedJpx(const JpxHeader& header, bool has_color_space) {
       });
   const auto exact = std::count_if(header.colors.begin(), header.colors.end(),
                                    [](const JpxColor& color) { return color.approximation == 1; });
-  const bool has_one_space = header.colors.size() <= 1 || exact == 1;
+  const bool has_one_space = header.colors.size() == 1 || exact == 1;
   const bool is_known =
       std::all_of(header.colors.begin(), header.colors.end(), [](const JpxColor& color) {
         return color.method >= 1 && color.method <= 3 && color.space != kJab;
