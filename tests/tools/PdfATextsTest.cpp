@@ -3,6 +3,7 @@
 
 #include "support/CompactText.h"
 #include "support/Expected.h"
+#include "support/QpdfDocument.h"
 #include "support/RawPdf.h"
 #include "support/Readers.h"
 #include "support/TestFont.h"
@@ -127,6 +128,90 @@ RawPdf Fonts() {
 TEST_F(PdfATexts, HaveTheirFontsReplaced) {
   EXPECT_TRUE(IsAsExpected("pdfa/whole/fonts-1a.txt", Converted(Fonts(), "1a")));
   EXPECT_TRUE(IsAsExpected("pdfa/whole/fonts-2u.txt", Converted(Fonts(), "2u")));
+}
+
+// By their names, their styles, and what their descriptors say.
+TEST_F(PdfATexts, HaveFontsReplacedByOnesThatAreAlike) {
+  int number = 0;
+  for (const char* family :
+       {"Arial", "Times New Roman", "Courier New", "Own", "Symbol", "D050000L"}) {
+    for (const char* style : {"Regular", "Bold", "Italic", "Bold Italic"}) {
+      WriteBytes(fonts_.Path(std::to_string(++number) + ".ttf"),
+                 TestFont{.family = family, .style = style}.Bytes());
+    }
+  }
+  const std::pair<const char*, int> names[] = {{"Helvetica", 32},
+                                               {"Helvetica-Bold", 32},
+                                               {"Helvetica-Oblique", 32},
+                                               {"Helvetica-BoldOblique", 32},
+                                               {"Arial", 32},
+                                               {"ArialMT", 32},
+                                               {"Arial-BoldMT", 32},
+                                               {"Arial,Italic", 32},
+                                               {"ABCDEF+Arial-BoldItalicMT", 32},
+                                               {"TimesNewRoman", 32},
+                                               {"TimesNewRomanPSMT", 32},
+                                               {"TimesNewRomanPS-BoldMT", 32},
+                                               {"TimesNewRoman,BoldItalic", 32},
+                                               {"Times-Roman", 32},
+                                               {"Times-BoldItalic", 32},
+                                               {"CourierNew", 32},
+                                               {"CourierNewPS-ItalicMT", 32},
+                                               {"Courier", 32},
+                                               {"Courier-BoldOblique", 32},
+                                               {"Symbol", 4},
+                                               {"SymbolMT", 4},
+                                               {"ZapfDingbats", 4},
+                                               {"Own", 32},
+                                               {"Own-Bold", 32},
+                                               {"Own,Oblique", 32},
+                                               {"Unheard", 32},
+                                               {"Unheard", 33},
+                                               {"Unheard", 34},
+                                               {"Unheard", 35},
+                                               {"Unheard", 96},
+                                               {"Unheard", 262176},
+                                               {"Unheard", 262240},
+                                               {"Unheard-Black", 34},
+                                               {"Unheard-Heavy", 33},
+                                               {"Unheard-Italic", 34},
+                                               {"MT", 32},
+                                               {"PS", 33},
+                                               {"", 32}};
+  RawPdf file;
+  std::string fonts;
+  std::string content;
+  number = 10;
+  for (const auto& [name, flags] : names) {
+    const std::string base_font = *name != '\0' ? std::string("/BaseFont/") + name : "";
+    file.Object(number, "<</Type/Font/Subtype/TrueType" + base_font +
+                            "/FirstChar 65/LastChar 65/Widths[400]/ToUnicode 5 0 R/FontDescriptor<<"
+                            "/Type/FontDescriptor/FontName/X/Flags " +
+                            std::to_string(flags) + ">>>>");
+    fonts += "/F" + std::to_string(number) + " " + std::to_string(number) + " 0 R";
+    content += "BT /F" + std::to_string(number) + " 9 Tf (A) Tj ET\n";
+    ++number;
+  }
+  file.Object(1, "<</Type/Catalog/Pages 2 0 R>>");
+  file.Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>");
+  file.Object(3,
+              "<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 200]/Contents 4 0 R/Resources<</Font<<" +
+                  fonts + ">>>>>>");
+  file.Stream(4, "", content);
+  file.Stream(5, "",
+              "1 begincodespacerange<00><FF>endcodespacerange 1 beginbfchar<41><0041>endbfchar");
+  Converted(file, "2b");
+  const QpdfDocument written(Path("out.pdf"));
+  const auto page = written.Follow(written.Page(1));
+  std::string text;
+  number = 10;
+  for (const auto& [name, flags] : names) {
+    const auto font = written.Follow(page["/Resources"]["/Font"]["/F" + std::to_string(number++)]);
+    const std::string face = font["/BaseFont"].get<std::string>();
+    text += std::string(name) + " " + std::to_string(flags) + ": " +
+            face.substr(face.find('+') + 1) + "\n";
+  }
+  EXPECT_TRUE(IsAsExpected("pdfa/whole/faces.txt", text));
 }
 
 TEST_F(PdfATexts, NameTheFontsThatNobodyHas) {

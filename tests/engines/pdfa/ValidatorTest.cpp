@@ -1,11 +1,14 @@
 #include <fstream>
+#include <sstream>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
 #include "engines/pdfa/ErrorCodes.h"
 #include "engines/pdfa/PdfA.h"
 #include "support/ArchiveFile.h"
+#include "support/Expected.h"
 #include "support/TempDir.h"
 
 namespace TarnixTools::engines {
@@ -75,6 +78,61 @@ TEST_F(ValidatorTest, TellsPlaces) {
   EXPECT_STREQ(finding.subject, "Text");
   EXPECT_EQ(finding.has_box, 1);
   EXPECT_EQ(finding.right, 30);
+}
+
+// On a page that is turned and begins elsewhere, as it is seen.
+TEST_F(ValidatorTest, TellsAllOfAFinding) {
+  std::string text;
+  for (const char* page : {"", "/Rotate 90", "/Rotate 180", "/Rotate 270", "/CropBox[20 10 150 90]",
+                           "/UserUnit 2", "/Rotate 90/CropBox[20 10 150 90]"}) {
+    ASSERT_NE(Open(ArchiveFile("2b")
+                       .Page(page)
+                       .Annotation("/Subtype/Sound/F 6/Rect[30 20 60 35]")
+                       .Bytes()),
+              0);
+    EXPECT_EQ(PdfValidatorValidate(object_), 0);
+    text += std::string(page) + "\n";
+    for (int i = 0; i < PdfValidatorGetFindingCount(object_); ++i) {
+      TPdfFinding finding;
+      EXPECT_NE(PdfValidatorGetFinding(object_, i, &finding), 0);
+      std::ostringstream line;
+      line << finding.clause << '-' << finding.test << " object " << finding.object << " page "
+           << finding.page << " box " << finding.has_box << " [" << finding.left << ' '
+           << finding.bottom << ' ' << finding.right << ' ' << finding.top << "] "
+           << finding.subject << "\n"
+           << finding.wrong << "\n"
+           << finding.cure << "\n";
+      text += line.str();
+    }
+  }
+  EXPECT_TRUE(TarnixTools::testing::IsAsExpected("pdfa/findings/told.txt", text));
+}
+
+// Of many findings of one rule some are told, and one where not more was asked for.
+TEST_F(ValidatorTest, TellsSoManyFindingsOfARule) {
+  ArchiveFile file("2b");
+  for (int i = 20; i < 125; ++i) {
+    file.Object(i, "<A>");
+  }
+  ASSERT_NE(Open(file.Bytes()), 0);
+  for (const auto& [level, count] : {std::pair(0, 1), std::pair(1, 1), std::pair(2, 100)}) {
+    EXPECT_NE(PdfValidatorSetReportingLevel(object_, level), 0);
+    EXPECT_EQ(PdfValidatorValidate(object_), 0);
+    EXPECT_EQ(PdfValidatorGetFindingCount(object_), count) << level;
+  }
+  EXPECT_EQ(PdfValidatorSetReportingLevel(object_, -1), 0);
+  EXPECT_EQ(PdfValidatorSetReportingLevel(object_, 3), 0);
+  EXPECT_EQ(PdfValidatorValidate(object_), 0);
+  EXPECT_EQ(PdfValidatorGetFindingCount(object_), 100);
+  TPdfFinding finding;
+  EXPECT_NE(PdfValidatorGetFinding(object_, 99, &finding), 0);
+  EXPECT_EQ(PdfValidatorGetFinding(object_, 100, &finding), 0);
+  EXPECT_EQ(PdfValidatorGetFinding(object_, -1, &finding), 0);
+  EXPECT_EQ(PdfValidatorGetFinding(object_, 0, nullptr), 0);
+  EXPECT_NE(PdfValidatorClose(object_), 0);
+  EXPECT_EQ(PdfValidatorGetFindingCount(object_), 0);
+  EXPECT_EQ(PdfValidatorGetCompliance(object_), 0);
+  EXPECT_EQ(PdfValidatorGetErrorCode(object_), kValidatorArgumentError);
 }
 
 TEST_F(ValidatorTest, TellsManyFindingsOfARuleWhenAsked) {

@@ -1,10 +1,15 @@
+#include <cstdio>
+#include <filesystem>
 #include <string>
+#include <tuple>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "engines/pdfa/PdfA.h"
 #include "engines/pdfa/convert/ConverterErrors.h"
+#include "support/Expected.h"
 #include "support/QpdfDocument.h"
 #include "support/RawPdf.h"
 #include "support/Readers.h"
@@ -21,6 +26,28 @@ using testing::PageTexts;
 using testing::QpdfComplaints;
 using testing::ReadBytes;
 using testing::TestPdf;
+
+// A page with something painted, and with these entries of the catalog.
+std::string DocumentWith(const std::string& catalog, const std::string& page = "") {
+  testing::RawPdf file;
+  file.Object(1, "<</Type/Catalog/Pages 2 0 R" + catalog + ">>");
+  file.Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>");
+  file.Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 100]/Contents 4 0 R" + page + ">>");
+  file.Stream(4, "", "0 0 9 9 re f");
+  file.Object(5, "<</Type/Filespec/F(a.txt)/UF(a.txt)/EF<</F 6 0 R>>>>");
+  file.Stream(6, "/Type/EmbeddedFile/Subtype/text#2Fplain", "text");
+  file.Object(7, "<</Type/StructTreeRoot/K<</S/P/Pg 3 0 R/K 0>>>>");
+  for (const auto& [number, part, conformance] :
+       {std::tuple(8, '1', 'B'), std::tuple(9, '2', 'B'), std::tuple(10, '3', 'A')}) {
+    file.Stream(
+        number, "/Type/Metadata/Subtype/XML",
+        std::string("<x:xmpmeta xmlns:x='adobe:ns:meta/'><rdf:RDF "
+                    "xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#'><rdf:Description "
+                    "rdf:about='' xmlns:p='http://www.aiim.org/pdfa/ns/id/' p:part='") +
+            part + "' p:conformance='" + conformance + "'/></rdf:RDF></x:xmpmeta>");
+  }
+  return file.Table("/Root 1 0 R");
+}
 
 class ConverterTest : public ::testing::Test {
  protected:
@@ -158,6 +185,39 @@ TEST_F(ConverterTest, MergesAPacket) {
   EXPECT_EQ(QpdfComplaints(Path("out.pdf")), "");
 }
 
+// What the document says goes before what the packet says; the rest comes from the packet.
+TEST_F(ConverterTest, WritesWhatAMergedPacketSays) {
+  testing::WriteBytes(Path("in.pdf"), DocumentWith(""));
+  Pdf2PdfSetCompliance(object_, 0x1702);
+  ASSERT_EQ(Convert("in.pdf"), 1);
+  const auto packet = [](const std::string& properties) {
+    return "<x:xmpmeta xmlns:x='adobe:ns:meta/'><rdf:RDF "
+           "xmlns:rdf='http://www.w3.org/1999/02/22-rdf-syntax-ns#'><rdf:Description rdf:about='' "
+           "xmlns:dc='http://purl.org/dc/elements/1.1/' xmlns:s='http://s/' "
+           "xmlns:pdfaid='http://www.aiim.org/pdfa/ns/id/'>" +
+           properties + "</rdf:Description></rdf:RDF></x:xmpmeta>";
+  };
+  const auto written = [this] {
+    const std::string bytes = Packet();
+    const std::size_t begin = bytes.find("<?xpacket");
+    return bytes.substr(begin, bytes.find("<?xpacket end") - begin) + "\n";
+  };
+  std::string text;
+  for (const std::string& properties :
+       {std::string("<dc:format>application/pdf</dc:format><s:own>1</s:own>"),
+        std::string("<dc:format>text/plain</dc:format><dc:source>x</dc:source>"),
+        std::string("<pdfaid:part>1</pdfaid:part><pdfaid:conformance>A</pdfaid:conformance>"),
+        std::string("<s:odd rdf:parseType='Resource'><s:f>1</s:f></s:odd>")}) {
+    testing::WriteBytes(Path("packet.xml"), packet(properties));
+    const int done = Pdf2PdfSetMetadataW(object_, WidePath(Path("packet.xml")));
+    text += properties + "\n" + std::to_string(done) + "\n" + written();
+    EXPECT_EQ(QpdfComplaints(Path("out.pdf")), "");
+  }
+  EXPECT_EQ(Pdf2PdfSetMetadataW(object_, WidePath(Path("none.xml"))), 0);
+  EXPECT_EQ(Code(), kConverterMetadataError);
+  EXPECT_TRUE(testing::IsAsExpected("pdfa/convert/merged-packets.txt", text));
+}
+
 TEST_F(ConverterTest, RefusesAPacketThatCannotBeRead) {
   TestPdf().Pages(1, "Page").Write(Path("in.pdf"));
   testing::WriteBytes(Path("packet.xml"), "<x:xmpmeta");
@@ -166,6 +226,40 @@ TEST_F(ConverterTest, RefusesAPacketThatCannotBeRead) {
   ASSERT_EQ(Convert("in.pdf"), 1);
   EXPECT_EQ(Pdf2PdfSetMetadataW(object_, WidePath(Path("packet.xml"))), 0);
   EXPECT_EQ(Code(), kConverterMetadataError);
+}
+
+// What comes of each level that may be wanted of each document, and what is said.
+TEST_F(ConverterTest, TellsWhatItHasReached) {
+  const std::pair<const char*, const char*> documents[] = {
+      {"", ""},
+      {"/Names<</EmbeddedFiles<</Names[(a)5 0 R]>>>>", ""},
+      {"/MarkInfo<</Marked true>>/StructTreeRoot 7 0 R", ""},
+      {"/MarkInfo<</Marked 1>>/StructTreeRoot 7 0 R", ""},
+      {"/Names<</EmbeddedFiles<</Names[]>>>>/MarkInfo<</Marked true>>/StructTreeRoot 7 0 R", ""},
+      {"/Metadata 8 0 R", ""},
+      {"/Metadata 9 0 R", ""},
+      {"/Metadata 10 0 R/Names<</EmbeddedFiles<</Names[(a)5 0 R]>>>>", ""},
+      {"/Own[40000.5]", ""},
+      {"", "/MediaBox[0 0 1 1]"}};
+  std::string text;
+  for (const auto& [catalog, page] : documents) {
+    testing::WriteBytes(Path("in.pdf"), DocumentWith(catalog, page));
+    text += std::string(catalog) + page + "\n";
+    for (const int wanted :
+         {0, 0x1401, 0x1402, 0x1701, 0x1702, 0x1703, 0x1711, 0x1712, 0x1713, 0x1400}) {
+      Pdf2PdfSetCompliance(object_, wanted);
+      Pdf2PdfSetReportDetails(object_, wanted == 0x1401 || wanted == 0x1713 ? 1 : 0);
+      const int done = Convert("in.pdf");
+      char line[96];
+      std::snprintf(line, sizeof line, " %x: %d reached %x code %x errors %d entries %d\n",
+                    static_cast<unsigned>(wanted), done,
+                    static_cast<unsigned>(Pdf2PdfGetReachedCompliance(object_)), Code(),
+                    Pdf2PdfGetConversionErrors(object_), Pdf2PdfGetReportCount(object_));
+      text += line + ReadBytes(Path("out.log"));
+      std::filesystem::remove(Path("out.log"));
+    }
+  }
+  EXPECT_TRUE(testing::IsAsExpected("pdfa/convert/levels.txt", text));
 }
 
 TEST_F(ConverterTest, ReportsWhatItDoes) {

@@ -177,9 +177,10 @@ RawPdf ManyAnnotations() {
   file.Object(1,
               "<</Type/Catalog/Pages 2 0 R/OCProperties<</OCGs[8 0 R]/D<</OFF[8 0 R]>>>>/AcroForm<<"
               "/Fields[20 0 R 21 0 R 22 0 R 23 0 R 24 0 R]/DA(/Helv 0 Tf 1 0 0 rg)>>>>");
-  file.Object(2, "<</Type/Pages/Kids[3 0 R 4 0 R 9 0 R]/Count 3>>");
+  file.Object(2, "<</Type/Pages/Kids[3 0 R 4 0 R 9 0 R 11 0 R]/Count 4>>");
+  file.Object(11, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 100]/Annots[null]>>");
   std::string annotations;
-  for (int i = 20; i < 52; ++i) {
+  for (int i = 20; i < 58; ++i) {
     annotations += std::to_string(i) + " 0 R ";
   }
   file.Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 100]/Annots[" + annotations + "]>>");
@@ -189,7 +190,7 @@ RawPdf ManyAnnotations() {
   file.Object(7, "<</On 5 0 R/Off 6 0 R/Resources 6 0 R>>");
   file.Object(8, "<</Type/OCG/Name(a)>>");
   file.Object(9, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 100]/Annots(none)>>");
-  file.Object(10, "[<</Type/Annot/Subtype/Square/Rect[1 2 3 4]>>null 20 0 R 55 0 R]");
+  file.Object(10, "[<</Type/Annot/Subtype/Square/Rect[1 2 3 4]>>null 20 0 R 60 0 R]");
   const std::string widget = "<</Type/Annot/Subtype/Widget/T(a)/Rect[10 20 30 50]";
   file.Object(20, widget + "/FT/Btn/AS/On/MK<</BG[.5]/BC[1 0 0]/CA(8)>>>>");
   file.Object(21, widget + "/FT/Btn/Ff 32768/V/Off/MK<</R 90/CA(l)/BC[0 1 0]>>>>");
@@ -224,12 +225,17 @@ RawPdf ManyAnnotations() {
                                 "/Movie",
                                 "/Screen/AP<</N 7 0 R>>/AS/On",
                                 "/Redact/AP<</N 7 0 R>>/AS/Lost",
-                                "/3D/F 1"};
+                                "/3D/F 1",
+      "/Widget/FT/Btn/MK<</R -90/BC[0]>>",
+      "/Widget/FT/Btn/MK<</R 450/BC[0]>>/BS<</W 100>>",
+      "/Widget/FT/Btn/MK<</R 45/BC[0 0 0 1]/BG[]/CA(u)>>/AS/Yes",
+      "/Widget/FT/Btn/MK<</R 180/BC[2 -1 0]/CA(H)>>/AS/On/BS<</S/U/W 3>>",
+      "/Widget/FT/Btn/MK<</R 270/BG[.1 .2]/CA(n)>>/AS/On/Border[0 0 5]"};
   int number = 25;
   for (const char* body : bodies) {
     file.Object(number++, note + body + quads + ">>");
   }
-  file.Object(55, note + "/Text/AP<<>>>>");
+  file.Object(60, note + "/Text/AP<<>>>>");
   return file;
 }
 

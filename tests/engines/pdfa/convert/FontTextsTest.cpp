@@ -193,15 +193,19 @@ TEST_F(FontTextsTest, AreDrawnOnes) {
 TEST_F(FontTextsTest, AreLiftedOutOfPlaces) {
   const std::string font = "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>";
   const std::string spot = "[/Separation/Gold/DeviceRGB<</FunctionType 2>>]";
-  RawPdf file = OnePage("/Resources<</Font<</A " + font + "/B " + font +
-                        "/C<</Subtype/Type1>>/D<</BaseFont/X>>/E<</Type/Font/FontDescriptor<<"
-                        "/FontName/X/Flags 4>>>>>>/ColorSpace<</S" +
-                        spot +
-                        "/T[/Separation/Gold/DeviceRGB]/N[/DeviceN[/A]/DeviceRGB 4 0 R<<"
-                        "/Colorants<</A" +
-                        spot + ">>>>]/I[/Indexed" + spot +
-                        "1<0000>]>>/Shading<</H<</ShadingType 2>>>>/Pattern<</P<</PatternType 2"
-                        "/Shading<</ShadingType 3>>>>>>>>");
+  RawPdf file =
+      OnePage("/Resources<</Font<</A " + font + "/B " + font +
+              "/C<</Subtype/Type1>>/D<</BaseFont/X>>/E<</Type/Font/FontDescriptor<<"
+              "/FontName/X/Flags 4>>>>>>/ColorSpace<</S" +
+              spot +
+              "/T[/Separation/Gold/DeviceRGB]/N[/DeviceN[/A]/DeviceRGB 4 0 R<<"
+              "/Colorants<</A" +
+              spot + ">>>>]/I[/Indexed" + spot +
+              "1<0000>]>>/Shading<</H<</ShadingType 2>>>>/Pattern<</P<</PatternType 2"
+              "/Shading<</ShadingType 3>>>>>>/Own<</A<</Subtype/Type0>>/B<</Subtype/MMType1>>/C<<"
+              "/Subtype/TrueType>>/D<</Subtype/Type3>>/E<</Subtype/CIDFontType0>>/F<<"
+              "/Subtype/CIDFontType2>>/G<</Subtype/Form>>/H<</Type/FontDescriptor>>/I[[" +
+              spot + "]]>>>>");
   file.Object(4, "[" + spot + font + "<</FontName/X>><</Flags 4>>]");
   const auto document = testing::OpenBytes(file.Table());
   const auto written = WithOwnObjects(*document, pdf::PageTree(*document));

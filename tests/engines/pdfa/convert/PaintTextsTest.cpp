@@ -1,9 +1,11 @@
 // What becomes of colours, images, transparency, layers' content and operators, whole.
 #include <regex>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
+#include "engines/pdfa/convert/OpenedConversion.h"
 #include "engines/pdfa/convert/StepText.h"
 #include "engines/pdfa/convert/colors/Colors.h"
 #include "engines/pdfa/convert/contents/Contents.h"
@@ -88,9 +90,23 @@ TEST_F(PaintTextsTest, KnowInksWhereverTheyAre) {
         "BI/W 1/H 1/BPC 8/CS/G ID x EI"}) {
     RawPdf file = OnePage("/Contents 4 0 R");
     file.Stream(4, "", content);
-    report_ = {};
-    Run(file, Level::k2b, SurveyStep(&MendColors));
-    text += std::string(content) + ": " + Report() + "\n";
+    OpenedConversion opened(file);
+    MendColors(opened.conversion(), ContentSurvey(opened.document(), opened.conversion().pages));
+    text += std::string(content) + ": " + opened.Report() + "\n";
+  }
+  for (const char* resources :
+       {"/ColorSpace<</C/DeviceCMYK>>", "/ColorSpace<</C[/Separation/A/DeviceCMYK 5 0 R]>>",
+        "/ColorSpace<</C/DeviceRGB>>", "/ColorSpace<</DeviceCMYK/DeviceRGB>>",
+        "/Shading<</S<</ShadingType 2/ColorSpace/DeviceCMYK>>>>", "/XObject<</I 6 0 R>>",
+        "/XObject<</G 7 0 R>>", "/XObject<</H 8 0 R>>"}) {
+    RawPdf file = OnePage(std::string("/Resources<<") + resources + ">>");
+    file.Object(5, "<</FunctionType 2/Domain[0 1]/N 1>>");
+    file.Stream(6, "/Subtype/Image/Width 1/Height 1/ColorSpace/DeviceCMYK/BitsPerComponent 8", "xxxx");
+    file.Stream(7, std::string(kForm) + "/Group<</S/Transparency/CS/DeviceCMYK>>", "");
+    file.Stream(8, std::string(kForm) + "/Group<</S/Transparency/CS/DeviceRGB>>", "");
+    OpenedConversion opened(file);
+    MendColors(opened.conversion(), ContentSurvey(opened.document(), opened.conversion().pages));
+    text += std::string(resources) + ": " + opened.Report() + "\n";
   }
   EXPECT_TRUE(IsAsExpected("pdfa/convert/inks.txt", text));
 }
@@ -99,7 +115,7 @@ TEST_F(PaintTextsTest, KnowInksWhereverTheyAre) {
 RawPdf ManyImages() {
   RawPdf file;
   std::string names;
-  for (int i = 20; i < 38; ++i) {
+  for (int i = 20; i < 40; ++i) {
     names += "/I" + std::to_string(i) + " " + std::to_string(i) + " 0 R";
   }
   file.Object(1, "<</Type/Catalog/Pages 2 0 R>>");
@@ -143,12 +159,83 @@ RawPdf ManyImages() {
   file.Stream(35, jpx + "/ColorSpace/DeviceGray", testing::kGrayAlphaJpx);
   file.Stream(36, jpx, "00");
   file.Stream(37, image + "/ImageMask true/BitsPerComponent 1/Decode[1 0]", "\x40\x80");
+  // Wider than the bits of a byte, and with less data than pixels.
+  const std::string wide = "/Type/XObject/Subtype/Image/Width 10/Height 2/ColorSpace/DeviceGray";
+  file.Stream(15, wide + "/BitsPerComponent 8", std::string("\0\1\0\2\0\3\4\0\0\5\0\0\6\7", 14));
+  file.Stream(38, wide + "/BitsPerComponent 8/SMask 15 0 R", std::string(17, 'a') + "bcd");
+  file.Stream(16, wide + "/BitsPerComponent 2/Decode[1 0]", "\x1B\xE4\xFF\x3F");
+  file.Stream(39, wide + "/BitsPerComponent 4/SMask 16 0 R", "abcdefghij");
   return file;
 }
 
 TEST_F(PaintTextsTest, HaveImagesThatAreAllowed) {
   EXPECT_TRUE(IsAsExpected("pdfa/convert/images.txt",
                            Text(ManyImages(), {Level::k1b, Level::k2b}, &MendImages)));
+}
+
+std::string BytesOf(const std::string& hexadecimal) {
+  std::string bytes;
+  for (std::size_t i = 0; i + 1 < hexadecimal.size(); i += 2) {
+    bytes += static_cast<char>(std::stoi(hexadecimal.substr(i, 2), nullptr, 16));
+  }
+  return bytes;
+}
+
+std::string Replaced(std::string data, const std::string& digits, const std::string& by) {
+  return data.replace(data.find(digits), digits.size(), by);
+}
+
+// Data whose boxes tell these colour spaces: method, precedence, approximation and number, each box
+// in hexadecimal. The page's image has the data, which is recoded or not.
+TEST_F(PaintTextsTest, RecodeDataThatIsNotAllowed) {
+  const std::string head = "0000000F636F6C72";
+  const std::string color = head + "01000000000010";
+  const std::pair<const char*, std::string> rows[] = {
+      {"as it is", testing::kRedBlueJpx},
+      {"method 0", Replaced(testing::kRedBlueJpx, color, head + "00000000000010")},
+      {"method 1", Replaced(testing::kRedBlueJpx, color, head + "01000100000010")},
+      {"method 2", Replaced(testing::kRedBlueJpx, color, head + "02000000000010")},
+      {"method 3", Replaced(testing::kRedBlueJpx, color, head + "03000000000010")},
+      {"method 4", Replaced(testing::kRedBlueJpx, color, head + "04000000000010")},
+      {"number 18", Replaced(testing::kRedBlueJpx, color, head + "01000000000012")},
+      {"number 19", Replaced(testing::kRedBlueJpx, color, head + "01000000000013")},
+      {"number 20", Replaced(testing::kRedBlueJpx, color, head + "01000000000014")},
+      {"two boxes", Replaced(Replaced(testing::kRedBlueJpx, "0000002D6A703268", "0000003C6A703268"),
+                             color, color + color)},
+      {"one exact", Replaced(Replaced(testing::kRedBlueJpx, "0000002D6A703268", "0000003C6A703268"),
+                             color, color + head + "01000100000010")},
+      {"both exact",
+       Replaced(Replaced(testing::kRedBlueJpx, "0000002D6A703268", "0000003C6A703268"), color,
+                head + "01000100000010" + head + "01000100000010")},
+      {"depths", Replaced(testing::kRedBlueJpx, "03070101070101070101", "03070101060101070101")},
+      {"38 bits", Replaced(testing::kRedBlueJpx, "03070101070101070101", "03250101250101250101")},
+      {"39 bits", Replaced(testing::kRedBlueJpx, "03070101070101070101", "03260101260101260101")},
+      {"gray and alpha", testing::kGrayAlphaJpx}};
+  std::string text;
+  for (const auto& [name, data] : rows) {
+    for (const char* space : {"", "/ColorSpace/DeviceRGB"}) {
+      RawPdf file = OnePage("/Resources<</XObject<</I 4 0 R>>>>");
+      file.Stream(4, std::string("/Subtype/Image/Width 16/Height 8/Filter/JPXDecode") + space,
+                  BytesOf(data));
+      OpenedConversion opened(file);
+      MendImages(opened.conversion());
+      text += std::string(name) + space + ": " + opened.Report() + "\n";
+    }
+  }
+  EXPECT_TRUE(IsAsExpected("pdfa/convert/jpx.txt", text));
+}
+
+// Readers would have to guess what its samples mean.
+TEST_F(PaintTextsTest, RecodeDataThatTellsNoColors) {
+  const std::string data = BytesOf(Replaced(testing::kRedBlueJpx, "636F6C72", "636F6C78"));
+  for (const char* space : {"", "/ColorSpace/DeviceRGB"}) {
+    RawPdf file = OnePage("/Resources<</XObject<</I 4 0 R>>>>");
+    file.Stream(4, std::string("/Subtype/Image/Width 16/Height 8/Filter/JPXDecode") + space, data);
+    OpenedConversion opened(file);
+    MendImages(opened.conversion());
+    EXPECT_EQ(opened.Report(),
+              *space == '\0' ? "changed: images whose data is not allowed\n" : std::string());
+  }
 }
 
 // What is half transparent over other things, in forms, behind clips, and as annotations.

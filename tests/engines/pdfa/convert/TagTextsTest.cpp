@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "engines/pdfa/convert/OpenedConversion.h"
 #include "engines/pdfa/convert/StepText.h"
 #include "engines/pdfa/convert/contents/EditedContents.h"
 #include "engines/pdfa/convert/tags/Tags.h"
@@ -148,6 +149,50 @@ TEST_F(TagTextsTest, AreMadeOfLists) {
   file.Stream(4, "", content);
   file.Object(5, "<</Type/Font/Subtype/Type1/BaseFont/Helvetica/Encoding/WinAnsiEncoding>>");
   EXPECT_TRUE(IsAsExpected("pdfa/convert/tags-lists.txt", TagText(file, {Level::k2a})));
+}
+
+// Whether a structure has any content, by what its root consists of.
+TEST_F(TagTextsTest, AreMadeWhereNothingBelongsToThem) {
+  std::string text;
+  for (const char* kids :
+       {"", "/K[]", "/K<</S/P>>", "/K<</S/P/K 0>>", "/K<</S/P/K[0]>>", "/K<</S/P/K[<</S/P>>[1]]>>",
+        "/K[<</S/P>><</S/P/K[<</Type/MCR/MCID 2>>]>>]", "/K<</S/P/K<</Type/OBJR/Obj 3 0 R>>>>",
+        "/K<</S/P/MCID 0>>", "/K<</S/P/Obj 3 0 R>>", "/K<</S/P/K<</S/P/K<</S/P/K 7>>>>>>",
+        "/K<</S/P/K 4 0 R>>", "/K<</S/P/K(x)>>", "/K 1"}) {
+    RawPdf file = OnePage("", std::string("/StructTreeRoot<<") + kids + ">>");
+    file.Object(4, "[1]");
+    OpenedConversion opened(file, Level::k2a);
+    MendTags(opened.conversion());
+    text += std::string(kids) + "\n" + opened.Report();
+  }
+  EXPECT_TRUE(IsAsExpected("pdfa/convert/tags-made.txt", text));
+}
+
+// Languages of the document and of its packet, of which one is taken.
+TEST_F(TagTextsTest, HaveALanguage) {
+  std::string text;
+  for (const char* language : {"", "()", "(de)", "(de-1901)", "(de_DE)", "/de"}) {
+    for (const char* of_packet :
+         {"", "<dc:language>fr</dc:language>",
+          "<dc:language><rdf:Bag><rdf:li>en-US</rdf:li></rdf:Bag></dc:language>",
+          "<dc:language><rdf:Bag/></dc:language>", "<dc:language>f_r</dc:language>"}) {
+      RawPdf file =
+          OnePage("", "/Metadata 4 0 R" +
+                          (*language != '\0' ? std::string("/Lang") + language : std::string()));
+      file.Stream(4, "/Type/Metadata/Subtype/XML",
+                  testing::TestPacket(std::string("<rdf:Description rdf:about='' "
+                                                  "xmlns:dc='http://purl.org/dc/elements/1.1/'>") +
+                                      of_packet + "</rdf:Description>"));
+      for (const Level level : {Level::k1a, Level::k2a}) {
+        OpenedConversion opened(file, level);
+        MendTags(opened.conversion());
+        const pdf::Object catalog = opened.Changed(opened.conversion().rewriter.catalog());
+        text += std::string(NameOf(level) + 6) + " " + language + " " + of_packet + ": " +
+                std::string(catalog.Get("Lang").Text()) + "\n";
+      }
+    }
+  }
+  EXPECT_TRUE(IsAsExpected("pdfa/convert/languages.txt", text));
 }
 
 TEST_F(TagTextsTest, AreMendedWhereTheyAre) {
