@@ -226,11 +226,11 @@ RawPdf ManyAnnotations() {
                                 "/Screen/AP<</N 7 0 R>>/AS/On",
                                 "/Redact/AP<</N 7 0 R>>/AS/Lost",
                                 "/3D/F 1",
-      "/Widget/FT/Btn/MK<</R -90/BC[0]>>",
-      "/Widget/FT/Btn/MK<</R 450/BC[0]>>/BS<</W 100>>",
-      "/Widget/FT/Btn/MK<</R 45/BC[0 0 0 1]/BG[]/CA(u)>>/AS/Yes",
-      "/Widget/FT/Btn/MK<</R 180/BC[2 -1 0]/CA(H)>>/AS/On/BS<</S/U/W 3>>",
-      "/Widget/FT/Btn/MK<</R 270/BG[.1 .2]/CA(n)>>/AS/On/Border[0 0 5]"};
+                                "/Widget/FT/Btn/MK<</R -90/BC[0]>>",
+                                "/Widget/FT/Btn/MK<</R 450/BC[0]>>/BS<</W 100>>",
+                                "/Widget/FT/Btn/MK<</R 45/BC[0 0 0 1]/BG[]/CA(u)>>/AS/Yes",
+                                "/Widget/FT/Btn/MK<</R 180/BC[2 -1 0]/CA(H)>>/AS/On/BS<</S/U/W 3>>",
+                                "/Widget/FT/Btn/MK<</R 270/BG[.1 .2]/CA(n)>>/AS/On/Border[0 0 5]"};
   int number = 25;
   for (const char* body : bodies) {
     file.Object(number++, note + body + quads + ">>");

@@ -101,7 +101,8 @@ TEST_F(PaintTextsTest, KnowInksWhereverTheyAre) {
         "/XObject<</G 7 0 R>>", "/XObject<</H 8 0 R>>"}) {
     RawPdf file = OnePage(std::string("/Resources<<") + resources + ">>");
     file.Object(5, "<</FunctionType 2/Domain[0 1]/N 1>>");
-    file.Stream(6, "/Subtype/Image/Width 1/Height 1/ColorSpace/DeviceCMYK/BitsPerComponent 8", "xxxx");
+    file.Stream(6, "/Subtype/Image/Width 1/Height 1/ColorSpace/DeviceCMYK/BitsPerComponent 8",
+                "xxxx");
     file.Stream(7, std::string(kForm) + "/Group<</S/Transparency/CS/DeviceCMYK>>", "");
     file.Stream(8, std::string(kForm) + "/Group<</S/Transparency/CS/DeviceRGB>>", "");
     OpenedConversion opened(file);
