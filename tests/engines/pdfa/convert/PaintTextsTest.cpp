@@ -68,7 +68,9 @@ RawPdf ManyInks() {
               "[/DeviceN[/Cyan/Gold/Silver/None/All/Silver]/DeviceCMYK 26 0 R<</Subtype/DeviceN"
               "/Process<</Components[/Cyan]/ColorSpace/DeviceCMYK>>>>]");
   file.Object(24, "[/DeviceN[/Gold/Red]/DeviceRGB 26 0 R<</Colorants 28 0 R>>]");
-  file.Object(25, "[/DeviceN[/Magenta/Yellow/Black]/DeviceCMYK 26 0 R]");
+  file.Object(25,
+              "[/DeviceN[/Magenta/Yellow/Black]/DeviceCMYK 26 0 R<</Process<</Components[/Magenta]"
+              "/ColorSpace/DeviceRGB>>>>]");
   file.Object(26, "<</FunctionType 2/Domain[0 1]/C0[0 0 0 0]/C1[0 1 1 0]/N 1>>");
   file.Stream(27, "", "9 0 d0 0 1 0 0 k 0 0 9 9 re f");
   file.Object(28, "<</Red[/Separation/Red/DeviceRGB 26 0 R]>>");
@@ -95,8 +97,8 @@ TEST_F(PaintTextsTest, KnowInksWhereverTheyAre) {
     text += std::string(content) + ": " + opened.Report() + "\n";
   }
   for (const char* resources :
-       {"/ColorSpace<</C/DeviceCMYK>>", "/ColorSpace<</C[/Separation/A/DeviceCMYK 5 0 R]>>",
-        "/ColorSpace<</C/DeviceRGB>>", "/ColorSpace<</DeviceCMYK/DeviceRGB>>",
+       {"/ColorSpace<</C[/Separation/A/DeviceCMYK 5 0 R]>>", "/ColorSpace<</C/DeviceRGB>>",
+        "/ColorSpace<</DeviceCMYK/DeviceRGB>>",
         "/Shading<</S<</ShadingType 2/ColorSpace/DeviceCMYK>>>>", "/XObject<</I 6 0 R>>",
         "/XObject<</G 7 0 R>>", "/XObject<</H 8 0 R>>"}) {
     RawPdf file = OnePage(std::string("/Resources<<") + resources + ">>");
@@ -110,6 +112,20 @@ TEST_F(PaintTextsTest, KnowInksWhereverTheyAre) {
     text += std::string(resources) + ": " + opened.Report() + "\n";
   }
   EXPECT_TRUE(IsAsExpected("pdfa/convert/inks.txt", text));
+}
+
+// Their own names for them are inks, too: in place, as objects, and of content within content.
+TEST_F(PaintTextsTest, KnowInksByOtherNames) {
+  for (const char* resources :
+       {"/ColorSpace<</C/DeviceCMYK>>", "/ColorSpace 5 0 R", "/XObject<</F 7 0 R>>"}) {
+    RawPdf file = OnePage(std::string("/Resources<<") + resources + ">>");
+    file.Object(5, "<</C 6 0 R>>").Object(6, "/DeviceCMYK");
+    file.Stream(7, std::string(kForm) + "/Resources<</ColorSpace<</C/DeviceCMYK>>>>", "/C cs");
+    OpenedConversion opened(file);
+    MendColors(opened.conversion(), ContentSurvey(opened.document(), opened.conversion().pages));
+    EXPECT_EQ(opened.Report(), "changed: CMYK of the device into CMYK with a profile\n")
+        << resources;
+  }
 }
 
 // Images with samples of all depths, masks and codings that some part does not take.

@@ -1,5 +1,6 @@
 #include "engines/pdfa/convert/colors/Colors.h"
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <utility>
@@ -70,9 +71,24 @@ class ColorMender {
       return true;
     }
     bool uses_cmyk = false;
-    ForEachResource(
-        [&](const pdf::ResourceNode& node) { uses_cmyk = uses_cmyk || NamesCmyk(node); });
+    ForEachResource([&](const pdf::ResourceNode& node) {
+      uses_cmyk = uses_cmyk || NamesCmyk(node) || CallsCmyk(node);
+    });
     return uses_cmyk;
+  }
+
+  // Whether content has another name for it.
+  bool CallsCmyk(const pdf::ResourceNode& node) {
+    if (!pdf::HasContent(node.kind)) {
+      return false;
+    }
+    Arena arena;
+    pdf::Document& document = conversion_->document;
+    const Object spaces = document.Resolve(node.scope.resources.Get("ColorSpace"), arena);
+    return std::any_of(spaces.Entries().begin(), spaces.Entries().end(),
+                       [&](const DictionaryEntry& entry) {
+                         return document.Resolve(entry.value, arena).IsName("DeviceCMYK");
+                       });
   }
 
   static bool NamesCmyk(const pdf::ResourceNode& node) {
