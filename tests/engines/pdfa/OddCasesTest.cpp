@@ -16,6 +16,16 @@ namespace {
 
 constexpr OddCase kCatalogs[] = {
     {Part::kCatalog, "/Lang()"},
+    {Part::kBytes, "/N 3/|/M 3/"},
+    {Part::kBytes, "/N 3/|/N 4/"},
+    {Part::kBytes, "mntrRGB |mntrGRAY"},
+    {Part::kBytes, "mntrRGB |mntrCMYK"},
+    {Part::kBytes, "GTS_PDFA1/|GTS_PDFX1/"},
+    {Part::kBytes, "DestOutputProfile 5 0 R|DestOutputProfile 6 0 R"},
+    {Part::kBytes, "DestOutputProfile 5 0 R|DestOutputProfile null "},
+    {Part::kCatalog, "",
+     "/OutputIntents[<</S/GTS_PDFX/DestOutputProfileRef<<>>/DestOutputProfile 5 0 R>>"
+     "20 0 R<</DestOutputProfile 5 0 R>>]"},
     {Part::kCatalog, "/Lang/de"},
     {Part::kCatalog, "/Lang(\\376\\377\\000d\\000e)"},
     {Part::kCatalog, "/AcroForm<</XFA[]/NeedAppearances 1>>"},

@@ -149,6 +149,12 @@ RawPdf CompositeFonts() {
                           "(Japan1)/Supplement 2>>",
                           "FontFile3 12 0 R"),
            "<0041> Tj");
+  const std::string nothing = file.AddStream("1 begincodespacerange<0000><FFFF>endcodespacerange");
+  file.Add(composite + "/UniJIS-UTF16-H/ToUnicode" + nothing +
+               descendant("/Subtype/CIDFontType0/DW 100/CIDSystemInfo<</Registry(Adobe)/Ordering"
+                          "(Japan1)/Supplement 2>>",
+                          "FontFile3 12 0 R"),
+           "<0041> Tj");
   const std::string unicode = file.AddStream(
       "1 begincodespacerange<0000><FFFF>endcodespacerange 2 beginbfrange<0001><0002><E000>"
       "endbfrange");
