@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include "pdf/Limits.h"
 #include "pdf/content/ContentBalance.h"
 #include "pdf/content/ContentReader.h"
 #include "pdf/content/NameScan.h"
@@ -56,6 +57,15 @@ TEST(ContentTables, OfBalance) {
       {"ET"},
       {"0 0 m 1 1 l"},
       {"0 0 m S"},
+      {"0 0 m s"},
+      {"0 0 m f"},
+      {"0 0 m F"},
+      {"0 0 m f*"},
+      {"0 0 m B"},
+      {"0 0 m B*"},
+      {"0 0 m b"},
+      {"0 0 m b*"},
+      {"0 0 m n"},
       {"0 0 1 1 re"},
       {"0 0 1 1 re W n"},
       {"0 0 m n 0 0 m f 0 0 m F 0 0 m f* 0 0 m s 0 0 m B 0 0 m B* 0 0 m b 0 0 m b* q"},
@@ -217,6 +227,21 @@ TEST(ContentTables, OfOperations) {
     text += "[" + OnOneLine(content) + "]\n" + OperationsText(content);
   }
   EXPECT_TRUE(::TarnixTools::testing::IsAsExpected("content/operations.txt", text));
+}
+
+TEST(ContentTables, OfNestingAndItsBound) {
+  const auto nested = [](int depth) {
+    return std::string(static_cast<std::size_t>(depth), '[') +
+           std::string(static_cast<std::size_t>(depth), ']') + " 0 d";
+  };
+  EXPECT_EQ(OperationsText(nested(limits::kMaxNesting)),
+            "  2 '" + nested(limits::kMaxNesting).substr(0, 2 * limits::kMaxNesting + 3) + "' d\n");
+  EXPECT_TRUE(OperationsText(nested(limits::kMaxNesting + 1)).ends_with("' d\n  damaged\n"));
+  const auto closing = [](int depth) {
+    return MeasureBalance(std::string(static_cast<std::size_t>(depth), '[')).closing().size();
+  };
+  EXPECT_EQ(closing(limits::kMaxNesting), static_cast<std::size_t>(limits::kMaxNesting));
+  EXPECT_EQ(closing(limits::kMaxNesting + 1), static_cast<std::size_t>(limits::kMaxNesting));
 }
 
 TEST(ContentTables, OfInlineImages) {

@@ -130,6 +130,7 @@ TEST(FilterTables, OfLzwCodes) {
       {{256, 65, 66, 256, 258, 257}, "4142!"},
       {{256, 65}, "41!"},
       {{256}, "!"},
+      {{256, 65, 67, 66, 68, 70, 69, 257}, "414342444645"},
       {{256, 65, 257, 66}, "41"}};
   for (const auto& [codes, bytes] : table) {
     EXPECT_EQ(DecodedBy(FilterKind::kLzw, Codes(codes)), bytes) << bytes;

@@ -365,6 +365,22 @@ TEST(TokenTable, OfNestingAndItsBound) {
   EXPECT_EQ(ParsedAs(nested(most + 2)), cut + " ?@" + std::to_string(2 * most + 5));
 }
 
+TEST(TokenTable, OfValuesAfterOneThatIsTooDeep) {
+  Arena arena;
+  Parser parser(arena);
+  Object value;
+  const std::string deep(static_cast<std::size_t>(limits::kMaxNesting) + 1, '[');
+  Lexer first(deep, true);
+  parser.Parse(first, nullptr, value);
+  EXPECT_FALSE(parser.is_regular());
+  Lexer second("[1(x)]", true);
+  EXPECT_EQ(parser.Parse(second, nullptr, value), Parser::Status::kDone);
+  EXPECT_TRUE(parser.is_regular());
+  std::string text;
+  AppendObject(text, value);
+  EXPECT_EQ(text, "[1(x)]");
+}
+
 std::string HexSyntaxText(std::string_view text) {
   Lexer lexer(text, true);
   const HexSyntax syntax = HexSyntaxOf(lexer.Next());
