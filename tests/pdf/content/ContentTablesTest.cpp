@@ -109,6 +109,10 @@ TEST(ContentTables, OfBalance) {
       {"BI /W 1/H 1/BPC 8/CS/G ID x"},
       {"BI /W 1/H 1/BPC 8/CS/G ID x q"},
       {"BI /W 1 true false null ID EI q"},
+      {"BI /W true ID q EI Q"},
+      {"BI /W false ID q EI Q"},
+      {"BI /W null ID q EI Q"},
+      {"<6 q>"},
       {"BI /W 1"},
       {"BI /W 1 q"},
       {"BI q ID q"},
@@ -278,6 +282,27 @@ TEST(ContentTables, OfInlineImages) {
         "BI/W 1/H 0/BPC 8/CS/G ID x EI Q",
         "BI/W 1/H 1/BPC 0/CS/G ID x EI Q",
         "BI/W 65537/H 1/BPC 1/CS/G ID x EI Q",
+        "BI/W 4/H 1/BPC 8/CS/G ID EI q EI Q",
+        "BI/W 4/H 1/BPC 8/CS/I ID EI q EI Q",
+        "BI/W 4/H 1/BPC 8/CS/DeviceGray ID EI q EI Q",
+        "BI/W 4/H 1/BPC 8/CS/CalGray ID EI q EI Q",
+        "BI/W 4/H 1/BPC 8/CS/Indexed ID EI q EI Q",
+        "BI/W 4/H 1/BPC 8/CS[/Indexed/RGB 1<00>] ID EI q EI Q",
+        "BI/W 4/H 1/BPC 8/CS[/I/RGB 1<00>] ID EI q EI Q",
+        "BI/W 4/H 1/BPC 8/CS[] ID EI q EI Q",
+        "BI/W 4/H 1/BPC 8/CS/Own ID EI q EI Q",
+        "BI/W 2/H 1/BPC 8/CS/RGB ID EI q Q EI Q",
+        "BI/W 1/H 2/BPC 8/CS/DeviceRGB ID EI q Q EI Q",
+        "BI/W 2/H 1/BPC 8/CS/CalRGB ID EI q Q EI Q",
+        "BI/W 1/H 1/BPC 8/CS/CMYK ID EI q EI Q",
+        "BI/W 25/H 1/IM true/BPC 8/CS/RGB ID EI q EI Q",
+        "BI/W 2/H 1/BPC 16/CS/G ID EI q EI Q",
+        "BI/W 2/H 1/BPC 17/CS/G ID EI qx EI Q",
+        "BI/W 1/H 4/BPC 1/CS/G ID EI q EI Q",
+        "BI/W 4/H 1/BPC 0/CS/G ID EI q EI Q",
+        "BI/H 4/BPC 8/CS/G ID EI q EI Q",
+        "BI/W 4/BPC 8/CS/G ID EI q EI Q",
+        "BI/W 4/H 1/CS/G ID EI q EI Q",
         "BI/L 5 ID EI Qx EI Q",
         "BI/Length 5/F/Fl ID EI Qx EI Q",
         "BI/L 99 ID x EI Q",
@@ -404,6 +429,9 @@ TEST(ContentTables, OfOperands) {
   EXPECT_EQ(NumbersOf<1>("-.5 w"), "-0.5 ");
   EXPECT_EQ(NumbersOf<1>("+5 w"), "5 ");
   EXPECT_EQ(NumbersOf<1>("w"), "none");
+  EXPECT_EQ(NumbersOf<1>("5%c\n w"), "5 ");
+  EXPECT_EQ(NumbersOf<1>("1..2 w"), "1 ");
+  EXPECT_EQ(NumbersOf<1>("--5 w"), "-5 ");
   EXPECT_EQ(NumbersOf<1>("(x) w"), "0 ");
   EXPECT_EQ(NumbersOf<1>("1 2 w"), "2 ");
   EXPECT_EQ(NumbersOf<1>("1 2.5.5 w"), "2.5 ");

@@ -235,10 +235,12 @@ TEST(FilterTables, OfTiffRowsOfEveryDepth) {
           const Decoded cut = Decode({{FilterKind::kFlate, parameters}},
                                      Stored(predicted.substr(0, predicted.size() - 1)), kAmple);
           EXPECT_EQ(cut.complete, plain.size() == 3) << bits << ' ' << colors << ' ' << columns;
-          if (bits <= 8) {
-            EXPECT_EQ(Hex(cut.data), Hex(plain.substr(0, plain.size() - 1)))
-                << bits << ' ' << colors << ' ' << columns;
+          // Half a sample of two bytes stays as it is.
+          std::string expected = plain.substr(0, plain.size() - 1);
+          if (bits == 16) {
+            expected.back() = predicted[expected.size() - 1];
           }
+          EXPECT_EQ(Hex(cut.data), Hex(expected)) << bits << ' ' << colors << ' ' << columns;
         }
       }
     }
