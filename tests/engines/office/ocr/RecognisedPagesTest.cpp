@@ -8,9 +8,13 @@
 #include "engines/office/ocr/ScannedPage.h"
 #include "engines/office/ocr/TesseractApi.h"
 #include "engines/office/pages/DocumentReader.h"
+#include "engines/office/sdk/Conversion.h"
+#include "engines/office/writers/WriterDocuments.h"
 #include "engines/support/drawing/PageBitmap.h"
 #include "engines/support/layout/text/Characters.h"
 #include "engines/support/pages/Cancellation.h"
+#include "foundation/Utf8.h"
+#include "support/Surroundings.h"
 #include "support/TempDir.h"
 #include "support/TestPdf.h"
 
@@ -91,6 +95,30 @@ TEST(RecognisedPages, HaveTheirTextWhereItWas) {
   EXPECT_NEAR(first.advance, 7, 2);
   is_cancelled = true;
   EXPECT_THROW(pages.AddText(page), Cancelled);
+}
+
+class NoEvents : public ConversionSdk::ConversionEvents {
+ public:
+  void Progress(std::int32_t /*page*/, std::int32_t /*page_count*/) override {}
+
+  void Warning(std::int32_t /*page*/, const std::wstring& /*text*/) override {}
+};
+
+TEST(RecognisedPages, ArePicturesWhereNothingIsToBeRecognised) {
+  const testing::TempDir directory;
+  const std::string text = TextPage().Write(directory.Path("text.pdf"));
+  ConversionSdk::ConversionRequest request;
+  request.source_files = {Utf8ToWide(Scan(text, 90).Write(directory.Path("scan.pdf")))};
+  request.output_file = Utf8ToWide(directory.Path("out.docx"));
+  request.output_type = static_cast<std::int32_t>(ConversionSdk::WordOutputType::Docx);
+  request.text_recovery_engine = ConversionSdk::TextRecoveryEngine::Never;
+  ConversionSdk::ConversionState state;
+  NoEvents events;
+  ConversionLog log;
+  ASSERT_EQ(Convert(request, state, events, log), ConversionSdk::kConversionDone);
+  const Parts parts = PartsOf(testing::ReadBytes(directory.Path("out.docx")));
+  EXPECT_TRUE(parts.contains("word/media/image1.png"));
+  EXPECT_EQ(parts.at("word/document.xml").find("<w:t "), std::string::npos);
 }
 
 }  // namespace
