@@ -68,6 +68,10 @@ TEST(ImageErrors, TellWhatIsWrongWithAJpeg) {
   std::string deep = jpeg;
   deep[deep.find("\xFF\xC0") + 4] = 12;
   EXPECT_EQ(MessageOf(deep), "a kind of JPEG that PDF does not have");
+  std::string arithmetic = jpeg;  // of codes that are none
+  arithmetic[arithmetic.find("\xFF\xC0") + 1] = '\xC9';
+  arithmetic[arithmetic.find("\xFF\xDA") + 4] = 9;
+  EXPECT_EQ(MessageOf(arithmetic), "a kind of JPEG that PDF does not have");
   EXPECT_EQ(MessageOf("\xFF\x4F\xFF\x51" + Big16(40)),
             "the JPEG 2000 data ends before the picture starts");
 }

@@ -299,6 +299,30 @@ TEST(PictureTable, OfMasks) {
   EXPECT_TRUE(IsAsExpected("images/masks.txt", text));
 }
 
+// A matte counts in colours that mix as those of sRGB do, with a number for each component.
+TEST(PictureTable, OfMattes) {
+  std::string text;
+  const std::vector<Space> spaces = {{"/DeviceGray", 1},
+                                     {"/DeviceRGB", 3},
+                                     {"/DeviceCMYK", 4},
+                                     {"[/Lab<<>>]", 3},
+                                     {"[/Indexed/DeviceRGB 1<102030F0E0D0>]", 1},
+                                     {"[/CalRGB<<>>]", 3}};
+  for (const auto& [space, components] : spaces) {
+    for (const char* matte : {"", ".2", "-1 .5 2", "0 .1 .2 .3", "1 1 1"}) {
+      text += std::string(matte) + ": " +
+              ImageText(Size(3, 2, 8) + "/SMask 11 0 R/ColorSpace" + space,
+                        std::string(space[1] == 'I' ? 6 : 0, '\1') +
+                            NoiseBytes(static_cast<std::size_t>(6 * components)),
+                        RawPdf().Stream(11,
+                                        "/Subtype/Image/ColorSpace/DeviceGray" + Size(3, 2, 8) +
+                                            "/Matte[" + matte + "]",
+                                        std::string("\0\1\x7F\x80\xFE\xFF", 6)));
+    }
+  }
+  EXPECT_TRUE(IsAsExpected("images/mattes.txt", text));
+}
+
 TEST(PictureTable, OfColorKeys) {
   std::string text;
   for (const int bits : {1, 2, 4, 8, 16}) {
