@@ -191,6 +191,36 @@ TEST(Jbig2Regions, MayBeHalftones) {
                 }));
 }
 
+// Patterns that lie over each other, in each way, on white and on black.
+TEST(Jbig2Regions, CombinePatternsThatOverlap) {
+  const std::vector<std::function<bool(bool, bool)>> operators = {
+      [](bool a, bool b) { return a || b; }, [](bool a, bool b) { return a && b; },
+      [](bool a, bool b) { return a != b; }, [](bool a, bool b) { return a == b; },
+      [](bool, bool b) { return b; }};
+  for (std::size_t i = 0; i < 2 * operators.size(); ++i) {
+    SCOPED_TRACE(i);
+    const bool is_black = i >= operators.size();
+    const std::size_t number = i % operators.size();
+    Picture wanted = Painted(16, 9, [&](int, int) { return is_black; });
+    for (int place = 0; place < 6 * 3; ++place) {
+      for (int pixel = 0; pixel < 4 * 3; ++pixel) {
+        const auto x = static_cast<std::size_t>(place % 6 * 2 + pixel % 4);
+        const auto y = static_cast<std::size_t>(place / 6 * 2 + pixel / 4);
+        const bool is_dot = IsPatternBlack(GrayOf(place % 6, place / 6), pixel % 4, pixel / 4);
+        wanted[y][x] = operators[number](wanted[y][x] == '#', is_dot) ? '#' : '.';
+      }
+    }
+    const unsigned flags = 3U << 1U | static_cast<unsigned>(number) << 4U | (is_black ? 0x80U : 0U);
+    const std::string data = Page(16, 9) + Patterns() +
+                             Segment(2, kHalftoneRegion,
+                                     RegionInformation(16, 9) + static_cast<char>(flags) +
+                                         Grid(6, 3, 0, 0, 2, 0) + GrayPlanes(6, 3),
+                                     "\1");
+    // Poppler passes over patterns within a byte where they are to be kept with what is there.
+    ExpectDecoded(data, wanted, number == 1 ? Judge::kNone : Judge::kPoppler);
+  }
+}
+
 // The grid reaches beyond the region, and its places there are not coded.
 TEST(Jbig2Regions, SkipPlacesOutsideOfThem) {
   const Picture skip = Painted(8, 4, [](int column, int row) {

@@ -129,6 +129,44 @@ TEST(ImageFacts, TakeTheDefaultColorSpacesOfTheResources) {
   EXPECT_TRUE(facts_of(5).color_space.Items()[0].IsName("Lab"));
 }
 
+TEST(ImageFacts, TakeDefaultsOfAnyNumberOfComponents) {
+  const std::string bytes =
+      RawPdf()
+          .Object(1,
+                  "<</Type/Catalog/Pages<</Kids[]>>/Spaces<</DefaultCMYK[/ICCBased 11 0 R]"
+                  "/DefaultGray[/ICCBased 12 0 R]/DefaultRGB[/CalRGB<<>>]>>"
+                  "/Wrong<</DefaultCMYK[/ICCBased]/DefaultGray[/CalRGB<<>>]/DefaultRGB/CalRGB>>>>")
+          .Stream(11, "/N 4", "x")
+          .Stream(12, "/N 1", "x")
+          .Object(13, "<</ColorSpace/DeviceCMYK>>")
+          .Object(14, "<</ColorSpace/DeviceGray>>")
+          .Object(15, "<</ColorSpace/DeviceRGB>>")
+          .Object(16, "<</ColorSpace[/Indexed/DeviceCMYK 0<00000000>]>>")
+          .Table();
+  const auto document = testing::OpenBytes(bytes);
+  pdf::Arena arena;
+  const auto text_of = [&](const char* spaces, std::uint32_t number) {
+    const ImageFacts facts =
+        FactsOf({.document = document.get(),
+                 .number = number,
+                 .dictionary = document->Load({.number = number, .generation = 0}, arena),
+                 .data = {},
+                 .color_spaces = document->Catalog(arena).Get(spaces)},
+                arena);
+    std::string text;
+    pdf::AppendObject(text, facts.color_space);
+    return text + (facts.has_default_space ? " default" : "");
+  };
+  EXPECT_EQ(text_of("Spaces", 13), "[/ICCBased 11 0 R] default");
+  EXPECT_EQ(text_of("Spaces", 14), "[/ICCBased 12 0 R] default");
+  EXPECT_EQ(text_of("Spaces", 15), "[/CalRGB<<>>] default");
+  EXPECT_EQ(text_of("Spaces", 16), "[/Indexed[/ICCBased 11 0 R]0<00000000>] default");
+  EXPECT_EQ(text_of("Wrong", 13), "/DeviceCMYK");
+  EXPECT_EQ(text_of("Wrong", 14), "/DeviceGray");
+  EXPECT_EQ(text_of("Wrong", 15), "/DeviceRGB");
+  EXPECT_EQ(text_of("Wrong", 16), "[/Indexed/DeviceCMYK 0<00000000>]");
+}
+
 // The full dictionary of an inline image, as text.
 std::string FullText(const std::string& entries) {
   const std::string bytes = RawPdf()
