@@ -96,6 +96,10 @@ TEST(ImageErrors, TellWhatIsWrongWithATiff) {
             "a compression of TIFF that cannot be decoded");
   EXPECT_EQ(MessageOf(TestTiff(gray).Set(259, {8}).Bytes()),
             "nothing of the TIFF picture can be decoded");
+  TestTiff tiles;
+  tiles.Sides(2, 1).Set(258, {8}).Set(259, {8}).Set(262, {1}).Set(277, {1});
+  tiles.Set(322, {16}).Set(323, {16}).Data({"no tile"}, true);
+  EXPECT_EQ(MessageOf(tiles.Bytes()), "nothing of the TIFF picture can be decoded");
   EXPECT_EQ(MessageOf(TestTiff(gray).Set(262, {3}).Bytes()), "the palette is missing");
   EXPECT_EQ(MessageOf(TestTiff(gray).Set(262, {32844}).Bytes()),
             "the TIFF picture cannot be decoded");
