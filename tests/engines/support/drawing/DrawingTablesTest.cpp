@@ -6,6 +6,7 @@
 #include <optional>
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -27,6 +28,8 @@
 #include "support/RawPdf.h"
 #include "support/TestImage.h"
 #include "support/TestImages.h"
+#include "support/TestJbig2.h"
+#include "support/TestJpx.h"
 #include "support/TestScene.h"
 
 namespace TarnixTools::engines {
@@ -393,9 +396,53 @@ TEST(DrawingTables, OfRepairedCopies) {
       .Object(5, "<</FunctionType 3/Domain[0 1]/Functions[5 0 R]/Bounds[]/Encode[0 1]>>")
       .Object(6,
               "<</FunctionType 3/Domain[0 1]/Functions[6 0 R 6 0 R]/Bounds[0.5]/Encode[0 1 0 1]>>");
+  RawPdf images;
+  std::string alpha;
+  for (std::size_t i = 0; i + 1 < std::string_view(testing::kGrayAlphaJpx).size(); i += 2) {
+    alpha += static_cast<char>(
+        std::stoi(std::string(std::string_view(testing::kGrayAlphaJpx).substr(i, 2)), nullptr, 16));
+  }
+  const std::string sides = "/Type/XObject/Subtype/Image/Width 16/Height 8/BitsPerComponent 8";
+  const std::string symbols =
+      "/Subtype/Image/Width 120/Height 12/BitsPerComponent 1/ImageMask true/Own 4/DecodeParms[null "
+      "null]"
+      "/Filter[/ASCIIHexDecode/JBIG2Decode]";
+  images.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+      .Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>")
+      .Object(3,
+              "<</Type/Page/Parent 2 0 R/MediaBox[0 0 9 9]/Contents 4 0 R/Resources<</XObject<</A "
+              "5 0 R/B 6 0 R"
+              "/C 7 0 R/D 8 0 R/E 9 0 R>>/Pattern<</P 10 0 R>>/ColorSpace<</I[/Indexed[/ICCBased "
+              "12 0 R]0<00>]"
+              "/S[/Separation/X[/ICCBased 13 0 R]14 0 R]/N[/DeviceN[/X][/ICCBased 12 0 R]14 0 "
+              "R]/G[/Pattern"
+              "[/ICCBased 15 0 R]]>>>>>>")
+      .Stream(4, "", "/A Do")
+      .Stream(5,
+              sides +
+                  "/ColorSpace/DeviceGray/Interpolate true/OC 16 0 R/SMask 17 0 "
+                  "R/Filter/JPXDecode",
+              alpha)
+      .Stream(6, sides + "/Mask 18 0 R/Filter/JPXDecode/ColorSpace/DeviceGray", alpha)
+      .Stream(7, sides + "/Mask[0 1]/Filter/JPXDecode/ColorSpace/DeviceRGB", alpha)
+      .Stream(8, symbols, std::string(testing::kRefinedJbig2) + ">")
+      .Stream(9, sides + "/ColorSpace/DeviceGray/Filter/JPXDecode", "no picture")
+      .Stream(10,
+              "/PatternType 1/PaintType 1/TilingType 1/BBox[0 0 9 9]/XStep 9/YStep "
+              "9/Resources<</XObject<</A "
+              "11 0 R>>>>",
+              "/A Do")
+      .Stream(11, sides + "/ColorSpace[/ICCBased 12 0 R]", "x")
+      .Stream(12, "/N 1/Alternate/DeviceGray", testing::TestRgbProfile(2.2))
+      .Stream(13, "/N 4/Alternate/DeviceCMYK", testing::TestRgbProfile(2.2))
+      .Object(14, "<</FunctionType 2/Domain[0 1]/N 1>>")
+      .Stream(15, "/N 3/Alternate/DeviceRGB", testing::TestRgbProfile(2.2))
+      .Object(16, "<</Type/OCG/Name(a)>>")
+      .Stream(17, sides + "/ColorSpace/DeviceGray", "x")
+      .Stream(18, sides + "/ImageMask true", "x");
   EXPECT_TRUE(testing::IsAsExpected(
-      "drawing/copies.txt",
-      CopyText(whole, "/Root 1 0 R/Info 22 0 R/Own 5") + CopyText(endless) + CopyText(shading)));
+      "drawing/copies.txt", CopyText(whole, "/Root 1 0 R/Info 22 0 R/Own 5") + CopyText(endless) +
+                                CopyText(shading) + CopyText(images)));
 }
 
 }  // namespace
