@@ -168,6 +168,9 @@ void AddMasks(ImageDocumentMaker& maker) {
   maker.Hidden(eight + "/DeviceGray", Gray());
   maker.Add(eight + "/DeviceRGB/SMask" + maker.ref(), Rgb());
   maker.Hidden(eight + "/DeviceGray/Matte[0 0 0]", Gray());
+  maker.Add(eight + "/DeviceRGB/SMask" + maker.ref(), Rgb());
+  maker.Hidden("/Width 36/Height 48/BitsPerComponent 8/ColorSpace/DeviceGray/Matte[0 0 0]" + kFlate,
+               Deflated(SceneSamples({36, 48}, 1, 8)));
   maker.Add(eight + "/DeviceRGB/Mask" + maker.ref(), Rgb());
   maker.Hidden(kSides + kFlate + "/ImageMask true/BitsPerComponent 1", Deflated(Strokes()));
   maker.Add(eight + "/DeviceRGB/Mask[13 13 13 13 26 26]", Rgb());
@@ -216,6 +219,9 @@ void AddPlaces(ImageDocumentMaker& maker) {
   maker.Add(rgb, Rgb(), "9 0 0 24 9 9 cm");                              // higher than wide
   maker.Add(rgb, Rgb(), "1 1 1 1 9 9 cm");                               // without area
   maker.Add(rgb, Rgb(), "30.3 30.4 17.5 11.3 re W n 72 0 0 96 9 9 cm");  // a part of it
+  maker.Add(rgb, Rgb(), "0 0 30.3 40.4 re W n 72 0 0 96 9 9 cm");        // its corners
+  maker.Add(rgb, Rgb(), "60.3 80.4 90 90 re W n 72 0 0 96 9 9 cm");
+  maker.Add(rgb, Rgb(), "10.3 10.4 64 77 re W n 72 0 0 96 9 9 cm");  // most of it
   maker.Add(rgb + "/SMask" + maker.ref(), Rgb(), "30.3 30.4 17.5 11.3 re W n 72 0 0 96 9 9 cm");
   maker.Hidden(kSides + kFlate + "/BitsPerComponent 8/ColorSpace/DeviceGray", Gray());
   maker.Add(rgb, Rgb(), "72 0 0 96 390 380 cm");  // over the border of the page
