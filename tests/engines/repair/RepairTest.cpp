@@ -118,6 +118,19 @@ TEST_F(RepairTest, RepairsNothingWhenItIsOnlyAnalyzedAgain) {
   EXPECT_EQ(ReadBytes(Path("out.pdf")), ReadBytes(Path("torn.pdf")));
 }
 
+// What was to be put right was of the document before.
+TEST_F(RepairTest, WritesAnewWhatNobodyHasLookedAt) {
+  ASSERT_EQ(Open("torn.pdf"), 1);
+  ASSERT_EQ(PdfRepairAnalyzeAndRepair(object_), 1);
+  ASSERT_EQ(Open("in.pdf"), 1);
+  EXPECT_THAT(Messages(), IsEmpty());
+  EXPECT_EQ(PdfRepairGetReportCount(object_), 0);
+  EXPECT_EQ(PdfRepairSetRebuildOptions(object_, 1), 1);
+  EXPECT_EQ(Save("out.pdf"), 1);
+  EXPECT_NE(ReadBytes(Path("out.pdf")), ReadBytes(Path("in.pdf")));
+  EXPECT_EQ(PageTexts(Path("out.pdf")), PageTexts(Path("in.pdf")));
+}
+
 TEST_F(RepairTest, HasNoDocumentWhenOneCannotBeOpened) {
   ASSERT_EQ(Open("in.pdf"), 1);
   ASSERT_EQ(Open("none.pdf"), 0);

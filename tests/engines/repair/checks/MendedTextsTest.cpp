@@ -256,6 +256,7 @@ TEST_F(MendedTexts, OfFiles) {
   Add("information that is missing", raw().Table("/Root 1 0 R/Info 99 0 R"));
   Add("information in place", raw().Table("/Root 1 0 R/Info<</Title(a)>>"));
   Add("information that is a number", raw().Table("/Root 1 0 R/Info 4"));
+  Add("a key that stands twice in the trailer", raw().Table("/Root 1 0 R/Own 1/Own 2"));
   Add("linearized", raw().Object(9, "<</Linearized 1/L 4/H[1 2]/O 3/E 5/N 1/T 6>>").Table());
   Add("a packet that cannot be read", raw()
                                           .Object(1, "<</Type/Catalog/Pages 2 0 R/Metadata 9 0 R>>")
