@@ -141,7 +141,7 @@ TEST_F(ImageStampsTest, TakesMoreImagesThanFilesMayBeOpen) {
     many.push_back(image_);
     many.back().SetInputImage(path);
   }
-  const testing::OpenFilesLimit limit(110);
+  const testing::OpenFilesLimit limit(90);
   const PdfReport report = Decorate(many);
   EXPECT_THAT(report.GetEntries(), ElementsAre(Added(PdfReportKind::ImageStamp, 300)));
 }

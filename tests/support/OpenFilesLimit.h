@@ -1,18 +1,21 @@
-// A process that may have few files open.
+// A process that may open few more files.
 #ifndef TARNIX_TESTS_SUPPORT_OPEN_FILES_LIMIT_H_
 #define TARNIX_TESTS_SUPPORT_OPEN_FILES_LIMIT_H_
 
 #include <sys/resource.h>
+#include <unistd.h>
 
 namespace TarnixTools::testing {
 
-// While it lives, no more files than these are open at a time, those of the process itself included.
+// While it lives, no more than so many files can be open beside those that are open already.
 class OpenFilesLimit {
  public:
-  explicit OpenFilesLimit(rlim_t files) {
+  explicit OpenFilesLimit(rlim_t more_files) {
     getrlimit(RLIMIT_NOFILE, &old_limit_);
+    const int next = dup(STDERR_FILENO);  // the lowest number that is free
+    close(next);
     rlimit limit = old_limit_;
-    limit.rlim_cur = files;
+    limit.rlim_cur = static_cast<rlim_t>(next) + more_files;
     setrlimit(RLIMIT_NOFILE, &limit);
   }
 
