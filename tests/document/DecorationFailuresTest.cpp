@@ -112,6 +112,21 @@ TEST_F(DecorationFailuresTest, LeaveTheDocumentForTheNextDecoration) {
   }
 }
 
+// Colours that a host has put in directly; of several decorations, all are told as page numbers are.
+TEST_F(DecorationFailuresTest, AreColoursThatAreNone) {
+  const Failure of_number(PdfExceptionCode::EngineError,
+                          "Unable to get colors for document page number", 11);
+  const Failure of_text(PdfExceptionCode::EngineError, "Unable to get colors for text stamp", 11);
+  for (const double color : {1.01, -0.01, std::numeric_limits<double>::quiet_NaN()}) {
+    number_.GetColors()[0] = color;
+    text_.GetColors()[2] = color;
+    EXPECT_EQ(FailureToDecorate(number_), of_number);
+    EXPECT_EQ(FailureToDecorate(text_), of_text);
+    std::vector<PdfTransformation> several = {text_};
+    EXPECT_EQ(FailureToDecorate(several), of_number);
+  }
+}
+
 TEST_F(DecorationFailuresTest, FindNoneInNamesOfOtherScripts) {
   const std::string path = Path("Bild \u00E4 \u6F22.png");
   testing::WriteBytes(path, testing::ReadBytes(Path("magenta.png")));
