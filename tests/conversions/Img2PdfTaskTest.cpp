@@ -219,6 +219,8 @@ TEST_F(Img2PdfTaskTest, NamesTheDocumentsOfTheImagesByAPattern) {
   task.SetNamePattern("same");
   task.Execute();
   EXPECT_THAT(directory_.Names("out"), ElementsAre("same", "same-2"));
+  EXPECT_THAT(task.GetWrittenFiles(),
+              ElementsAre(Stored(Path("out/same")), Stored(Path("out/same-2"))));
   task.SetNamePattern("{stem}.pdf");
   task.Execute();
   EXPECT_THAT(directory_.Names("out"), ElementsAre("a.pdf", "b.v2.pdf", "same", "same-2"));
@@ -309,6 +311,23 @@ TEST_F(Img2PdfTaskTest, DocumentsThatAreDeletedSpareOthers) {
   task.Execute();
   EXPECT_THAT(directory_.Names("out"), ElementsAre("_merged_images.pdf", "a.pdf"));
   EXPECT_EQ(testing::ReadBytes(Path("out/a.pdf")), "somebody's");
+  task.Execute();  // joins what the first run has converted, too
+  EXPECT_THAT(directory_.Names("out"), ElementsAre("_merged_images.pdf", "a.pdf"));
+  EXPECT_EQ(testing::ReadBytes(Path("out/a.pdf")), "somebody's");
+  EXPECT_EQ(PagesOf("out/_merged_images.pdf"), 2);
+}
+
+TEST_F(Img2PdfTaskTest, NumberedNamesDoNotTakeThePlaceOfOthersEither) {
+  directory_.MakeDir("more");
+  Img2PdfTask task(std::list<std::string>{MakeImage("a.jpg"), MakeImage("more/a.jpg"),
+                                          MakeImage("a-2.jpg"), MakeImage("a-3.jpg"),
+                                          MakeImage("a.jpeg")});
+  task.SetOutputPath(directory_.MakeDir("out"));
+  task.SetMergeAfter(false);
+  task.Execute();
+  const std::string out = Stored(Path("out")) + "\\";
+  EXPECT_THAT(task.GetWrittenFiles(), ElementsAre(out + "a.pdf", out + "a-2.pdf", out + "a-2-2.pdf",
+                                                  out + "a-3.pdf", out + "a-4.pdf"));
 }
 
 TEST_F(Img2PdfTaskTest, TheMergedDocumentMayHaveTheNameOfASingleOne) {
@@ -586,6 +605,30 @@ TEST_F(Img2PdfTaskTest, KeepsWhatItHasConvertedBeforeAFailure) {
   EXPECT_FALSE(Exists(Path("a.jpg.pdf")));
 }
 
+TEST_F(Img2PdfTaskTest, TakesBackWhatACancelledRunHasMadeForTheJoinedDocument) {
+  Img2PdfTask task(MakeImage("a.jpg"));
+  task.SetMergeAfter(false);
+  task.Execute();
+  task.SetInputImages({MakeImage("b.jpg"), MakeImage("c.jpg")});
+  task.SetMergeAfter(true);
+  bool was_there = false;
+  task.SetProgress([&](const std::string&, std::int64_t done, std::int64_t) {
+    was_there = was_there || Exists(Path("b.jpg.pdf"));
+    return done == 0;
+  });
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+            Failure(PdfExceptionCode::InternalError, "Cancelled by the host"));
+  EXPECT_TRUE(was_there);
+  EXPECT_THAT(directory_.Names(), ElementsAre("a.jpg", "a.jpg.pdf", "b.jpg", "c.jpg"));
+  EXPECT_THAT(task.GetWrittenDocuments(), IsEmpty());
+  EXPECT_THAT(task.GetWrittenFiles(), IsEmpty());
+  task.SetProgress(nullptr);
+  task.Execute();
+  EXPECT_EQ(PagesOf("_merged_images.pdf"), 3);
+  EXPECT_THAT(task.GetWrittenFiles(), ElementsAre(Stored(Path("_merged_images.pdf"))));
+  EXPECT_THAT(directory_.Names(), ElementsAre("_merged_images.pdf", "a.jpg", "b.jpg", "c.jpg"));
+}
+
 TEST_F(Img2PdfTaskTest, EmptyPathsFail) {
   Img2PdfTask task;
   task.GetInputImages().push_back("");
@@ -599,6 +642,21 @@ TEST_F(Img2PdfTaskTest, ReplacesDocumentsOfTheSameName) {
   WriteBytes(Path("out/a.pdf"), "old");
   task.Execute();
   EXPECT_EQ(QpdfComplaints(Path("out/a.pdf")), "");
+}
+
+TEST_F(Img2PdfTaskTest, TellsHowFarItIs) {
+  const std::list<std::string> images = {MakeImage("a.jpg"), MakeImage("b.jpg")};
+  for (const bool merges : {true, false}) {
+    Img2PdfTask task(images);
+    task.SetMergeAfter(merges);
+    std::string told;
+    task.SetProgress([&](const std::string& job, std::int64_t done, std::int64_t of) {
+      told = job + " " + std::to_string(done) + "/" + std::to_string(of);
+      return true;
+    });
+    task.Execute();
+    EXPECT_EQ(told, "images to PDF 2/2");
+  }
 }
 
 TEST_F(Img2PdfTaskTest, LargePagesStayLargeWhenJoined) {
@@ -660,6 +718,9 @@ TEST_F(Img2PdfTaskTest, TellsWhichFilesAreCut) {
     EXPECT_EQ(entry.kind, PdfReportKind::Damage);
     EXPECT_EQ(entry.outcome, PdfReportOutcome::Dropped);
     EXPECT_EQ(entry.source, testing::Backslashes(Path("cut.pgm")));
+    EXPECT_EQ(entry.reason, "part of a picture cannot be read and is empty");
+    EXPECT_EQ(entry.count, 1);
+    EXPECT_EQ(entry.page, 0);
   }
 }
 

@@ -9,7 +9,9 @@
 #include "Img2PdfTask.h"
 #include "Pdf2ImgTask.h"
 #include "support/DocumentTest.h"
+#include "support/FileSizeLimit.h"
 #include "support/JpegImage.h"
+#include "support/NoThreads.h"
 #include "support/RawPdf.h"
 
 namespace TarnixTools {
@@ -66,6 +68,12 @@ TEST_F(Pdf2ImgTaskTest, HasDefaults) {
   EXPECT_EQ(task.GetImgSizeUnits(), Pdf2ImgPixels);
   EXPECT_EQ(task.GetOutputPath(), "");
   EXPECT_EQ(task.GetPdfDocsNum(), 0);
+  MakePdf("a.pdf", 1);
+  EXPECT_EQ(Pdf2ImgTask(Doc("a.pdf")).GetDpi(), 100.0F);
+  EXPECT_EQ(Pdf2ImgTask(Doc("a.pdf")).GetPdfDocsNum(), 1);
+  EXPECT_EQ(Pdf2ImgTask(std::list<PdfDoc>{Doc("a.pdf"), Doc("a.pdf")}).GetDpi(), 100.0F);
+  EXPECT_EQ(Pdf2ImgTask(std::list<PdfDoc>{Doc("a.pdf"), Doc("a.pdf")}).GetPdfDocsNum(), 2);
+  EXPECT_EQ(Pdf2ImgTask({Doc("a.pdf")}, Pdf2ImgExtractImages).GetDpi(), 100.0F);
 }
 
 TEST_F(Pdf2ImgTaskTest, RefusesUnknownModes) {
@@ -156,6 +164,8 @@ TEST_F(Pdf2ImgTaskTest, DrawsEveryPage) {
   EXPECT_THAT(task.GetImages(), ElementsAre(Backslashes(Path("out")) + "\\\\report-page-0001.jpg",
                                             Backslashes(Path("out")) + "\\\\report-page-0002.jpg",
                                             Backslashes(Path("out")) + "\\\\report-page-0003.jpg"));
+  EXPECT_EQ(task.GetWrittenFiles(),
+            std::vector<std::string>(task.GetImages().begin(), task.GetImages().end()));
   const auto image = ReadJpeg(Path("out/report-page-0002.jpg"));
   EXPECT_EQ(image.width, 306);
   EXPECT_EQ(image.density_x, 36);
@@ -328,6 +338,23 @@ TEST_F(Pdf2ImgTaskTest, KeepsTheImagesOfDocumentsBeforeAFailure) {
   EXPECT_THAT(Outputs(), ElementsAre("a-page-0001.jpg", "a-page-0002.jpg"));
 }
 
+TEST_F(Pdf2ImgTaskTest, DrawsTheSameWithoutAThread) {
+  MakePdf("a.pdf", 2);
+  Pdf2ImgTask task = TaskFor("a.pdf");
+  task.SetDpi(36);
+  task.Execute();
+  std::vector<std::string> images;
+  for (const std::string& name : Outputs()) {
+    images.push_back(testing::ReadBytes(Path("out/" + name)));
+    std::filesystem::remove(Path("out/" + name));
+  }
+  const testing::NoThreads none;
+  task.Execute();
+  ASSERT_THAT(Outputs(), ElementsAre("a-page-0001.jpg", "a-page-0002.jpg"));
+  EXPECT_TRUE(testing::ReadBytes(Path("out/a-page-0001.jpg")) == images.at(0));
+  EXPECT_TRUE(testing::ReadBytes(Path("out/a-page-0002.jpg")) == images.at(1));
+}
+
 TEST_F(Pdf2ImgTaskTest, DrawsAHundredPixelsPerInchAtFirst) {
   TestPdf().Page().Size(72, 144).Write(Path("a.pdf"));
   TaskFor("a.pdf").Execute();
@@ -492,6 +519,54 @@ TEST_F(Pdf2ImgTaskTest, TellsWhereAnImageCannotBeMade) {
                     "Unable to create image at path [" + Backslashes(Path("missing")) +
                         "\\\\a-page-0001.jpg] object. Error: [0x80410130]",
                     static_cast<std::int32_t>(0x80410130)));
+}
+
+TEST_F(Pdf2ImgTaskTest, TellsWhichImageCannotBeWritten) {
+  MakePdf("a.pdf", 3);
+  Pdf2ImgTask task = TaskFor("a.pdf");
+  task.SetDpi(9);
+  task.SetPagesToExport({2, 3});
+  {
+    const testing::FileSizeLimit limit(100);
+    EXPECT_EQ(FailureOf([&] { task.Execute(); }),
+              Failure(PdfExceptionCode::EngineError,
+                      "Unable to write image at path [" + Backslashes(Path("out")) +
+                          "\\\\a-page-0002.jpg]. Error: [0x80410131]",
+                      static_cast<std::int32_t>(0x80410131)));
+  }
+  EXPECT_THAT(Outputs(), ElementsAre());
+  EXPECT_TRUE(task.GetWrittenFiles().empty());
+  EXPECT_THAT(task.GetReport().GetEntries(),
+              ElementsAre(PdfReportEntry{.kind = PdfReportKind::Damage,
+                                         .outcome = PdfReportOutcome::Dropped,
+                                         .count = 2,
+                                         .page = 2,
+                                         .reason = "a page cannot be drawn (error 0x80410131)",
+                                         .source = Backslashes(Path("a.pdf"))}));
+  task.Execute();
+  EXPECT_THAT(Outputs(), ElementsAre("a-page-0002.jpg", "a-page-0003.jpg"));
+  EXPECT_EQ(task.GetWrittenFiles().size(), 2U);
+}
+
+TEST_F(Pdf2ImgTaskTest, TellsHowFarItIs) {
+  const CapturedOutput quiet;
+  MakeWithImages("a.pdf", 1);
+  for (const Pdf2ImgMode mode : {Pdf2ImgRenderPages, Pdf2ImgExtractImages}) {
+    for (const int documents : {1, 3}) {
+      Pdf2ImgTask task = TaskFor("a.pdf", mode);
+      task.SetDpi(9);
+      task.SetPdfDocs(std::list<PdfDoc>(static_cast<std::size_t>(documents), Doc("a.pdf")));
+      std::string told;
+      task.SetProgress([&](const std::string& job, std::int64_t done, std::int64_t of) {
+        told = job + " " + std::to_string(done) + "/" + std::to_string(of);
+        return true;
+      });
+      task.Execute();
+      EXPECT_EQ(told,
+                std::string(mode == Pdf2ImgRenderPages ? "pages to images " : "extract images ") +
+                    (documents == 1 ? "2/2" : "3/3"));
+    }
+  }
 }
 
 TEST_F(Pdf2ImgTaskTest, RefusesAResolutionThatIsNone) {

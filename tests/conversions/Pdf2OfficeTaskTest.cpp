@@ -6,12 +6,11 @@
 #include <utility>
 #include <vector>
 
-#include <pthread.h>
-
 #include "Img2PdfTask.h"
 #include "Pdf2ImgTask.h"
 #include "Pdf2OfficeTask.h"
 #include "support/DocumentTest.h"
+#include "support/NoThreads.h"
 #include "support/TestPdf.h"
 
 namespace TarnixTools {
@@ -74,6 +73,40 @@ TEST_F(Pdf2OfficeTaskTest, HasDefaults) {
   EXPECT_TRUE(task.GetScannedPages().empty());
   task.SetOutName("");
   EXPECT_EQ(task.GetOutName(), "");
+  Pdf2OfficeTask of_document(PdfDoc(MakePdf("a.pdf", 1), "", true));
+  EXPECT_EQ(of_document.GetOutName(), "out_file");
+  EXPECT_EQ(of_document.GetTimeout(), 60);
+  EXPECT_EQ(of_document.GetPdfDocsNum(), 1);
+}
+
+TEST_F(Pdf2OfficeTaskTest, IsAValue) {
+  Pdf2OfficeTask task(MixedDocument(1, {1}));
+  task.SetConversionType(Pdf2OfficePptx);
+  task.SetOutName("x");
+  task.SetTimeout(77);
+  std::vector<int> scanned;
+  task.CheckScan(scanned);
+  task.SetOcrEnabled(false);
+  const auto expect_alike = [&](Pdf2OfficeTask copy) {
+    EXPECT_EQ(copy.GetConversionType(), Pdf2OfficePptx);
+    EXPECT_EQ(copy.GetOutName(), "x");
+    EXPECT_EQ(copy.GetTimeout(), 77);
+    EXPECT_THAT(copy.GetScannedPages(), ElementsAre(1));
+    EXPECT_EQ(copy.GetPdfDocsNum(), 1);
+    EXPECT_TRUE(copy.CheckScan(scanned));
+    EXPECT_THAT(scanned, ElementsAre(1, 1));
+  };
+  Pdf2OfficeTask other;
+  other = task;
+  expect_alike(task);
+  expect_alike(other);
+  other = Pdf2OfficeTask();
+  EXPECT_EQ(other.GetTimeout(), 60);
+  other = Pdf2OfficeTask(task);
+  expect_alike(other);
+  expect_alike(Pdf2OfficeTask(std::move(other)));
+  Pdf2OfficeTask(task).Execute();  // it was looked at, and has its extension
+  EXPECT_TRUE(HasPart("x.pptx", "ppt/slides/slide1.xml"));
 }
 
 TEST_F(Pdf2OfficeTaskTest, NeedsOneDocument) {
@@ -382,18 +415,10 @@ TEST_F(Pdf2OfficeTaskTest, TellsWhatCannotBeWritten) {
                     "PDF to office conversion failed, unexpected error(5)", 5));
 }
 
-// No thread can have a stack as large as all addresses.
 TEST_F(Pdf2OfficeTaskTest, TellsThatThereIsNoThread) {
-  pthread_attr_t before;
-  ASSERT_EQ(pthread_getattr_default_np(&before), 0);
-  pthread_attr_t huge;
-  ASSERT_EQ(pthread_getattr_default_np(&huge), 0);
-  ASSERT_EQ(pthread_attr_setstacksize(&huge, std::size_t{1} << 47), 0);
   Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 1), "", true));
-  ASSERT_EQ(pthread_setattr_default_np(&huge), 0);
-  const Failure failure = FailureOf([&] { task.Execute(); });
-  ASSERT_EQ(pthread_setattr_default_np(&before), 0);
-  EXPECT_EQ(failure,
+  const testing::NoThreads none;
+  EXPECT_EQ(FailureOf([&] { task.Execute(); }),
             Failure(PdfExceptionCode::InternalError, "Unable to initialize conversion thread"));
   EXPECT_FALSE(IsThere("out_file.docx"));
 }

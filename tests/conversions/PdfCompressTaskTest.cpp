@@ -4,6 +4,7 @@
 #include "PdfCompressTask.h"
 #include "support/DocumentTest.h"
 #include "support/FileSizeLimit.h"
+#include "support/NoThreads.h"
 #include "support/RawPdf.h"
 #include "support/TestFont.h"
 #include "support/TestPackets.h"
@@ -85,6 +86,14 @@ TEST_F(PdfCompressTaskTest, HasDefaults) {
   EXPECT_THAT(task.GetImages(), IsEmpty());
   EXPECT_EQ(PdfCompressTask({Doc("a.pdf")}, PdfCompressLevel::Extreme).GetCompressLevel(),
             PdfCompressLevel::Extreme);
+  EXPECT_EQ(PdfCompressTask({Doc("a.pdf")}, PdfCompressLevel::Extreme).GetOutPrefix(),
+            "compressed");
+  EXPECT_EQ(PdfCompressTask().GetCompressLevel(), PdfCompressLevel::Recommended);
+  EXPECT_EQ(PdfCompressTask().GetOutPrefix(), "compressed");
+  PdfCompressTask of_two(std::list<PdfDoc>{Doc("a.pdf"), Doc("a.pdf")});
+  EXPECT_EQ(of_two.GetCompressLevel(), PdfCompressLevel::Recommended);
+  EXPECT_EQ(of_two.GetOutPrefix(), "compressed");
+  EXPECT_EQ(of_two.GetPdfDocsNum(), 2);
 }
 
 TEST_F(PdfCompressTaskTest, NeedsADocument) {
@@ -399,6 +408,24 @@ TEST_F(PdfCompressTaskTest, FindsNothingMoreToDoInItsOutput) {
   TaskFor("out/compressed_a.pdf").Execute();
   EXPECT_EQ(ReadBytes(Path("out/compressed_compressed_a.pdf")),
             ReadBytes(Path("out/compressed_a.pdf")));
+}
+
+TEST_F(PdfCompressTaskTest, WritesTheSameWithoutAThread) {
+  WriteBytes(Path("a.pdf"),
+             RawPdf()
+                 .Pages(1, "/MediaBox[0 0 99 99]/Contents 9 0 R/Resources<</XObject<</I 10 0 R>>>>")
+                 .Stream(9, "", "99 0 0 99 0 0 cm /I Do")
+                 .Stream(10,
+                         "/Type/XObject/Subtype/Image/ColorSpace/DeviceRGB/BitsPerComponent 8"
+                         "/Width 100/Height 100",
+                         testing::SceneSamples({100, 100}, 3, 8))
+                 .Table());
+  PdfCompressTask task = TaskFor("a.pdf");
+  task.Execute();
+  task.SetOutPdfName("b.pdf");
+  const testing::NoThreads none;
+  task.Execute();
+  EXPECT_TRUE(ReadBytes(Path("out/b.pdf")) == ReadBytes(Path("out/compressed_a.pdf")));
 }
 
 TEST_F(PdfCompressTaskTest, KeepsWhatTheDocumentSaysOfItself) {
