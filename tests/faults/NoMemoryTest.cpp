@@ -30,11 +30,19 @@ void* operator new(std::size_t size) {
   throw std::bad_alloc();
 }
 
+void* operator new(std::size_t size, const std::nothrow_t& /*no_throw*/) noexcept {
+  return std::malloc(size == 0 ? 1 : size);
+}
+
 void operator delete(void* memory) noexcept {
   std::free(memory);
 }
 
 void operator delete(void* memory, std::size_t /*size*/) noexcept {
+  std::free(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t& /*no_throw*/) noexcept {
   std::free(memory);
 }
 
