@@ -348,11 +348,12 @@ TEST_F(DecorationSettingsTest, TileEveryPageAlike) {
   }
   for (const auto& words : testing::WordBoxes(Path("out.pdf"))) {
     ASSERT_EQ(words.size(), expected.size());
-    for (const auto& [left, bottom] : expected) {
+    for (const auto& place : expected) {
       const bool is_there = std::any_of(words.begin(), words.end(), [&](const auto& word) {
-        return std::abs(word.box.left - left) < kNear && std::abs(word.box.bottom - bottom) < kNear;
+        return std::abs(word.box.left - place.first) < kNear &&
+               std::abs(word.box.bottom - place.second) < kNear;
       });
-      EXPECT_TRUE(is_there) << left << " " << bottom;
+      EXPECT_TRUE(is_there) << place.first << " " << place.second;
     }
   }
 }

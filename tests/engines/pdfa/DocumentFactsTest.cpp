@@ -88,11 +88,12 @@ TEST(DocumentFactFindings, AreThoseOfAnnotations) {
       annotation.output_is_rgb = is_rgb;
     });
   }
-  for (const auto& [width, height] : {std::pair(0, 0), std::pair(1, 0), std::pair(0, 1)}) {
-    SayAnnotation(sayings, "of " + std::to_string(width) + " by " + std::to_string(height),
+  for (const auto& size : {std::pair(0, 0), std::pair(1, 0), std::pair(0, 1)}) {
+    SayAnnotation(sayings,
+                  "of " + std::to_string(size.first) + " by " + std::to_string(size.second),
                   [&](AnnotationFacts& annotation) {
-                    annotation.width = width;
-                    annotation.height = height;
+                    annotation.width = size.first;
+                    annotation.height = size.second;
                     annotation.has_appearance = false;
                     annotation.has_only_normal = false;
                   });

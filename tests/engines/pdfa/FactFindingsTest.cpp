@@ -204,14 +204,13 @@ void SayStates(Sayings& sayings) {
     SayState(sayings, std::string("BM ") + name,
              [&](GraphicsStateFacts& state) { state.blend_mode = name; });
   }
-  for (const auto& [name, alpha] :
-       {std::pair("0", 0.0), std::pair("1", 1.0), std::pair("0.9999995", 0.9999995),
-        std::pair("1.0000005", 1.0000005), std::pair("0.999998", 0.999998),
-        std::pair("1.000002", 1.000002)}) {
-    SayState(sayings, std::string("CA ") + name,
-             [&](GraphicsStateFacts& state) { state.stroke_alpha = alpha; });
-    SayState(sayings, std::string("ca ") + name,
-             [&](GraphicsStateFacts& state) { state.fill_alpha = alpha; });
+  for (const auto& opacity : {std::pair("0", 0.0), std::pair("1", 1.0),
+                              std::pair("0.9999995", 0.9999995), std::pair("1.0000005", 1.0000005),
+                              std::pair("0.999998", 0.999998), std::pair("1.000002", 1.000002)}) {
+    SayState(sayings, std::string("CA ") + opacity.first,
+             [&](GraphicsStateFacts& state) { state.stroke_alpha = opacity.second; });
+    SayState(sayings, std::string("ca ") + opacity.first,
+             [&](GraphicsStateFacts& state) { state.fill_alpha = opacity.second; });
   }
 }
 
