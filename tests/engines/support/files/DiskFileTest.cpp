@@ -5,11 +5,11 @@
 #include <utility>
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include "engines/support/files/DiskFile.h"
 #include "pdf/Error.h"
 #include "support/FileSizeLimit.h"
+#include "support/OpenFilesLimit.h"
 #include "support/TempDir.h"
 
 namespace TarnixTools::engines {
@@ -139,13 +139,10 @@ TEST(ToldSink, TellsHowFarItIs) {
 }
 
 TEST(ScratchFile, FailsWhereNoFileCanBeMade) {
-  rlimit before{};
-  ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
-  rlimit none = before;
-  none.rlim_cur = 0;
-  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
-  const Thrown thrown = ErrorOf([] { OpenScratchFile(); });
-  ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+  const Thrown thrown = ErrorOf([] {
+    const testing::OpenFilesLimit none(0);
+    OpenScratchFile();
+  });
   EXPECT_EQ(thrown,
             (Thrown{pdf::ErrorCode::kWriteFailed, "no temporary file can be made", EMFILE}));
 }
