@@ -214,14 +214,17 @@ TEST_F(Pdf2OfficeTaskTest, NeedsTheRightPassword) {
 }
 
 // In place of the document that was looked at there is another one when it is converted.
+// The document is replaced while the task is at work, in one step, as it may be about to be read.
 TEST_F(Pdf2OfficeTaskTest, TellsWhyADocumentCannotBeConvertedAnyMore) {
   TARNIX_NEED_PROGRAM("qpdf");
   const auto failure_with = [this](const std::string& other) {
     Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 1), "", true));
     task.SetProgress([&](const std::string&, std::int64_t, std::int64_t) {
-      std::filesystem::remove(Path("a.pdf"));
-      if (!other.empty()) {
-        std::filesystem::copy_file(Path(other), Path("a.pdf"));
+      if (other.empty()) {
+        std::filesystem::remove(Path("a.pdf"));
+      } else {
+        testing::WriteBytes(Path("new.pdf"), testing::ReadBytes(Path(other)));
+        std::filesystem::rename(Path("new.pdf"), Path("a.pdf"));
       }
       return true;
     });
