@@ -95,6 +95,7 @@ void LimitFileSize(rlim_t bytes) {
   }
   pointers.push_back(nullptr);
   std::signal(SIGPIPE, SIG_DFL);
+  std::signal(SIGINT, SIG_DFL);  // shells have it ignored by what they run in the background
   execvp(pointers[0], pointers.data());
   _exit(kNotStarted);
 }
