@@ -40,6 +40,7 @@ TEST(StreamFilters, KnowNamesInFullAndShort) {
                                                        {"JPXDecode", FilterKind::kImage},
                                                        {"JBIG2Decode", FilterKind::kImage},
                                                        {"Crypt", FilterKind::kCrypt},
+                                                       {"Flate", FilterKind::kUnknown},
                                                        {"Own", FilterKind::kUnknown}};
   for (const auto& [name, kind] : kNames) {
     for (const std::string& entries : {"/Filter/" + std::string(name), "/F/" + std::string(name),

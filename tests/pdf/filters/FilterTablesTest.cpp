@@ -372,31 +372,5 @@ TEST(FilterTables, OfSteps) {
   }
 }
 
-TEST(FilterTables, OfNames) {
-  const std::vector<std::pair<const char*, FilterKind>> table = {
-      {"FlateDecode", FilterKind::kFlate},
-      {"Fl", FilterKind::kFlate},
-      {"LZWDecode", FilterKind::kLzw},
-      {"LZW", FilterKind::kLzw},
-      {"ASCII85Decode", FilterKind::kAscii85},
-      {"A85", FilterKind::kAscii85},
-      {"ASCIIHexDecode", FilterKind::kAsciiHex},
-      {"AHx", FilterKind::kAsciiHex},
-      {"RunLengthDecode", FilterKind::kRunLength},
-      {"RL", FilterKind::kRunLength},
-      {"DCTDecode", FilterKind::kImage},
-      {"DCT", FilterKind::kImage},
-      {"CCITTFaxDecode", FilterKind::kImage},
-      {"CCF", FilterKind::kImage},
-      {"JPXDecode", FilterKind::kImage},
-      {"JBIG2Decode", FilterKind::kImage},
-      {"Crypt", FilterKind::kCrypt},
-      {"", FilterKind::kUnknown},
-      {"Flate", FilterKind::kUnknown}};
-  for (const auto& [name, kind] : table) {
-    EXPECT_EQ(FilterKindOf(name), kind) << name;
-  }
-}
-
 }  // namespace
 }  // namespace TarnixTools::pdf

@@ -67,4 +67,17 @@ std::vector<std::vector<std::string>> TableScene::Find() const {
   return tables;
 }
 
+std::string TableScene::TablesText() const {
+  std::string text;
+  const std::vector<std::vector<std::string>> tables = Find();
+  const std::vector<FoundTable> found = Tables();
+  for (std::size_t i = 0; i < tables.size(); ++i) {
+    for (const std::string& row : tables[i]) {
+      text += row + ";";
+    }
+    text += std::to_string(found[i].table.header_rows) + "! ";
+  }
+  return text;
+}
+
 }  // namespace TarnixTools::engines

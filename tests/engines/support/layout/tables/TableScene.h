@@ -112,6 +112,10 @@ class TableScene {
   // "<" at the places to its right and "^" at those below.
   std::vector<std::vector<std::string>> Find() const;
 
+  // The same in one line: each row ends with ";", each table with the number of its header rows and
+  // "! ".
+  std::string TablesText() const;
+
  private:
   // With the role that was given last.
   TableScene& Marked(double x, double y, std::string_view text) {

@@ -17,15 +17,7 @@ namespace {
 using TarnixTools::testing::IsAsExpected;
 
 std::string Found(const TableScene& scene) {
-  std::string text;
-  const std::vector<std::vector<std::string>> tables = scene.Find();
-  const std::vector<FoundTable> found = scene.Tables();
-  for (std::size_t i = 0; i < tables.size(); ++i) {
-    for (const std::string& row : tables[i]) {
-      text += row + ";";
-    }
-    text += std::to_string(found[i].table.header_rows) + "! ";
-  }
+  const std::string text = scene.TablesText();
   return text.empty() ? "none" : text;
 }
 

@@ -18,16 +18,7 @@ using TarnixTools::testing::IsAsExpected;
 
 // The cells of all tables of a scene in words, and the edges of their columns and rows in points.
 std::string Found(const TableScene& scene) {
-  std::string text;
-  const std::vector<std::vector<std::string>> tables = scene.Find();
-  const std::vector<FoundTable> found = scene.Tables();
-  for (std::size_t i = 0; i < tables.size(); ++i) {
-    for (const std::string& row : tables[i]) {
-      text += row + ";";
-    }
-    text += std::to_string(found[i].table.header_rows) + "! ";
-  }
-  return text + (scene.RuledText().empty() ? "" : "ruled text");
+  return scene.TablesText() + (scene.RuledText().empty() ? "" : "ruled text");
 }
 
 TableScene& Cells(TableScene& scene, const std::vector<std::vector<std::string>>& rows,
