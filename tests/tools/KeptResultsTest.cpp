@@ -165,7 +165,7 @@ class KeptResults : public CliTest,
   }
 
   // The job in words: what was asked, said and written.
-  std::string TextOf(Words job, const std::string& document) const {
+  std::string TextOf(Words job, const std::string& document) {
     const std::string folder = directory_.MakeDir("out" + job.front() + std::to_string(++count_));
     job.push_back(document + ".pdf");
     std::string text = "$";
@@ -194,7 +194,7 @@ class KeptResults : public CliTest,
   }
 
  private:
-  mutable int count_ = 0;
+  int count_ = 0;
 };
 
 TEST_P(KeptResults, AreAsTheyWere) {
