@@ -74,6 +74,12 @@ std::optional<std::string> CodeByHuffman(std::string_view jpeg) {
                                  [&](jpeg_compress_struct& writer) { reader.Prepare(writer); });
 }
 
+bool IsWholeJpeg(std::string_view jpeg) {
+  CoefficientReader reader;
+  reader.GiveUpOnDamage();
+  return reader.Read(jpeg);
+}
+
 std::optional<std::string> OptimizeJpeg(std::string_view jpeg) {
   CoefficientReader reader;
   reader.GiveUpOnDamage();

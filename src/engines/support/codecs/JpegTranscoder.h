@@ -14,6 +14,10 @@ namespace TarnixTools::engines {
 // for pictures whose coefficients take more than limits::kMaxTranscodedBytes.
 std::optional<std::string> CodeByHuffman(std::string_view jpeg);
 
+// Whether all of the picture can be read without a sign of damage. Also false for pictures whose coefficients
+// take more than limits::kMaxTranscodedBytes.
+bool IsWholeJpeg(std::string_view jpeg);
+
 // The picture's coefficients as they are, in as few bytes as they take with Huffman codes made for them,
 // progressive as a rule. Of the markers only those are kept that tell a decoder the colours: Adobe's as it
 // is, and that of JFIF where the components' names would tell other colours. What a document's

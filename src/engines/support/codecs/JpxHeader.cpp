@@ -64,7 +64,7 @@ class HeaderReader {
     if (header_.has_boxes) {
       ForEachBox(0, reader_->size(), [this](const Box& box) { ReadFileBox(box); });
     } else {
-      ReadCodeStream(0);
+      ReadCodeStream(0, reader_->size());
     }
     return header_.components.empty() ? std::nullopt : std::optional(std::move(header_));
   }
@@ -86,7 +86,7 @@ class HeaderReader {
     if (box.type == Type("jp2h")) {
       ForEachBox(box.start, box.end, [this](const Box& inner) { ReadHeaderBox(inner); });
     } else if (box.type == Type("jp2c") && header_.components.empty()) {
-      ReadCodeStream(box.start);
+      ReadCodeStream(box.start, box.end);
     }
   }
 
@@ -145,13 +145,14 @@ class HeaderReader {
                                   kMetresPerInch;
   }
 
-  void ReadCodeStream(std::uint64_t start) {
+  void ReadCodeStream(std::uint64_t start, std::uint64_t end) {
     const std::uint64_t size = start + kCodeStreamStart.size();
     const std::size_t count = reader_->Number16(size + 36);
     if (reader_->View(start, kCodeStreamStart.size()) != kCodeStreamStart ||
         !reader_->Has(size, 38 + 3 * count)) {
       return;
     }
+    header_.end = end;
     const std::uint32_t right = reader_->Number32(size + 4);
     const std::uint32_t bottom = reader_->Number32(size + 8);
     const std::uint32_t left = reader_->Number32(size + 12);

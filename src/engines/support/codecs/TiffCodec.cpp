@@ -116,8 +116,14 @@ toff_t SizeProc(thandle_t handle) {
   return static_cast<Stream*>(handle)->source->Size();
 }
 
-// Nothing is printed: what counts is what the calls return.
+// Nothing is printed.
 int Ignore(TIFF*, void*, const char*, const char*, va_list) {
+  return 1;
+}
+
+// Some calls go on behind what they cannot read, and only tell of it.
+int NoteDamage(TIFF*, void* has_met_damage, const char*, const char*, va_list) {
+  *static_cast<bool*>(has_met_damage) = true;
   return 1;
 }
 
@@ -128,14 +134,14 @@ struct TiffCloser {
 using TiffPtr = std::unique_ptr<TIFF, TiffCloser>;
 
 // "O" keeps libtiff from reading the first directory, which need not be the one that is wanted.
-TiffPtr OpenTiff(const LibTiff& tiff, Stream& stream) {
+TiffPtr OpenTiff(const LibTiff& tiff, Stream& stream, bool& has_met_damage) {
   const std::unique_ptr<TIFFOpenOptions, decltype(tiff.OptionsFree)> options(tiff.OptionsAlloc(),
                                                                              tiff.OptionsFree);
   if (options == nullptr) {
     throw std::bad_alloc();
   }
   tiff.SetMaxAlloc(options.get(), static_cast<tmsize_t>(limits::kMaxDecodedBytes));
-  tiff.SetErrorHandler(options.get(), &Ignore, nullptr);
+  tiff.SetErrorHandler(options.get(), &NoteDamage, &has_met_damage);
   tiff.SetWarningHandler(options.get(), &Ignore, nullptr);
   return TiffPtr(tiff.ClientOpen("image", "rmOC", &stream, &ReadProc, &WriteProc, &SeekProc,
                                  &CloseProc, &SizeProc, nullptr, nullptr, options.get()));
@@ -189,6 +195,7 @@ void SwapBytes(Plane& plane) {
 
 struct TiffDecoder::State {
   Stream stream;
+  bool has_met_damage = false;
   TiffPtr tiff;
 };
 
@@ -196,10 +203,11 @@ TiffDecoder::TiffDecoder(pdf::ByteSource& source, std::uint64_t directory)
     : state_(std::make_unique<State>()) {
   const LibTiff& tiff = LibTiff::Get();
   state_->stream.source = &source;
-  state_->tiff = OpenTiff(tiff, state_->stream);
+  state_->tiff = OpenTiff(tiff, state_->stream, state_->has_met_damage);
   if (state_->tiff == nullptr || tiff.SetSubDirectory(state_->tiff.get(), directory) == 0) {
     throw ImageError(ImageErrorCode::kDamaged, "the TIFF picture cannot be read");
   }
+  state_->has_met_damage = false;  // what it says of the directory is about no sample
 }
 
 TiffDecoder::~TiffDecoder() = default;
@@ -211,6 +219,10 @@ bool TiffDecoder::Knows(std::uint64_t compression) {
 
 void TiffDecoder::DecodeJpegToRgb() {
   LibTiff::Get().SetField(state_->tiff.get(), TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB);
+}
+
+bool TiffDecoder::has_met_damage() const {
+  return state_->has_met_damage;
 }
 
 bool TiffDecoder::ReadSamples(Plane& plane, bool is_separate) {

@@ -33,6 +33,9 @@ class TiffDecoder {
   // it.
   bool ReadRgba(Plane& plane);
 
+  // Whether a part of the samples read so far was missing or damaged.
+  bool has_met_damage() const;
+
  private:
   struct State;
   bool ReadStrips(Plane& plane, int channel);

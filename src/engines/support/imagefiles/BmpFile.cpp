@@ -202,7 +202,7 @@ Plane BmpFile::DecodeRuns() {
       x = 0;
       ++y;
     } else if (value == 1) {
-      break;
+      return plane;
     } else if (value == 2) {
       x += reader_.Byte(place);
       y += reader_.Byte(place + 1);
@@ -214,6 +214,10 @@ Plane BmpFile::DecodeRuns() {
       const unsigned bytes = bits_ == 8 ? value : (value + 1) / 2;
       place += (std::size_t{bytes} + 1) / 2 * 2;
     }
+  }
+  // Some programs leave out the end of the last row and of the picture.
+  if (std::uint64_t{y} * frame_.width + x < std::uint64_t{frame_.width} * frame_.height) {
+    NoteCut();
   }
   return plane;
 }
@@ -229,6 +233,9 @@ void BmpFile::DecodeColors(Raster& raster) {
   for (std::uint32_t y = 0; y < frame_.height; ++y) {
     std::fill(row.begin(), row.end(), '\0');
     const std::uint64_t place = pixels_ + std::uint64_t{stride} * StoredRow(y);
+    if (!reader_.Has(place, frame_.width * pixel)) {
+      NoteCut();
+    }
     if (reader_.Has(place, 1)) {
       reader_.ReadInto(place, reinterpret_cast<unsigned char*>(row.data()), row.size());
     }

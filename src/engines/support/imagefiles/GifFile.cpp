@@ -30,15 +30,15 @@ class LzwReader {
     Reset();
   }
 
-  // Fills `out`; what the data does not give stays as it is.
-  void Decode(std::vector<unsigned char>& out) {
+  // Fills `out`; what the data does not give stays as it is, and false is returned.
+  bool Decode(std::vector<unsigned char>& out) {
     const unsigned clear = 1U << root_bits_;
     std::size_t done = 0;
     int previous = -1;
     while (done < out.size()) {
       const int code = NextCode();
       if (code < 0 || code == static_cast<int>(clear) + 1) {
-        return;
+        return false;
       }
       if (code == static_cast<int>(clear)) {
         Reset();
@@ -47,7 +47,7 @@ class LzwReader {
       }
       const auto next = static_cast<int>(next_code_);
       if (code > next || (code == next && previous < 0)) {
-        return;
+        return false;
       }
       // The string of a code that is being made is the one before it and its own first value.
       const int known = code == next ? previous : code;
@@ -67,6 +67,7 @@ class LzwReader {
       Learn(previous, first);
       previous = code;
     }
+    return true;
   }
 
  private:
@@ -244,7 +245,9 @@ Plane GifFile::Decode() {
   std::vector<unsigned char> indices(std::size_t{width_} * height_,
                                      static_cast<unsigned char>(std::max(transparent_, 0)));
   const std::string data = ReadSubBlocks(data_ + 1);
-  LzwReader(data, reader_.Byte(data_)).Decode(indices);
+  if (!LzwReader(data, reader_.Byte(data_)).Decode(indices)) {
+    NoteCut();
+  }
   const std::vector<std::uint32_t> order = RowOrder(height_, is_interlaced_);
   for (std::uint32_t y = 0; y < height_; ++y) {
     std::memcpy(screen.row(top_ + order[y]) + left_, indices.data() + std::size_t{y} * width_,

@@ -51,7 +51,8 @@ class ImageFile {
   // it is stored. Its data may lie in the source. Throws as Open does.
   virtual EncodedImage Embed(std::size_t frame) = 0;
 
-  // Whether a picture that had to be decoded so far was cut or damaged, so that a part of it is empty.
+  // Whether a picture of those embedded so far was cut or damaged, so that a part of it is empty. Data that
+  // is taken over as it is counts as cut when its end is missing.
   bool is_cut() const { return is_cut_; }
 
  protected:

@@ -19,6 +19,8 @@ class Jpeg2000File : public ImageFile {
   EncodedImage Embed(std::size_t frame) override;
 
  private:
+  bool HasEnd();
+
   ByteReader reader_;
   JpxHeader header_;
 };

@@ -88,14 +88,25 @@ std::vector<DataPiece> JpegFile::RecodedData() {
   if (reader_.size() > limits::kMaxHeldFileBytes) {
     throw ImageError(ImageErrorCode::kLimit, "the JPEG file is too large to be coded anew");
   }
-  const std::optional<std::string> recoded =
-      CodeByHuffman(reader_.Read(0, static_cast<std::size_t>(reader_.size())));
+  const std::string file = reader_.Read(0, static_cast<std::size_t>(reader_.size()));
+  const std::optional<std::string> recoded = CodeByHuffman(file);
   if (!recoded) {
     throw ImageError(ImageErrorCode::kUnsupported, "a kind of JPEG that PDF does not have");
+  }
+  if (!IsWholeJpeg(file)) {
+    NoteCut();
   }
   std::vector<DataPiece> pieces;
   pieces.push_back(Hold(*recoded));
   return pieces;
+}
+
+// Of a file without the mark of its end: some programs leave out nothing else.
+void JpegFile::NoteWhatIsMissing() {
+  if (reader_.size() > limits::kMaxHeldFileBytes ||
+      !IsWholeJpeg(reader_.Read(0, static_cast<std::size_t>(reader_.size())).append(kJpegEnd))) {
+    NoteCut();
+  }
 }
 
 // The file, but for what follows the end of the picture. Data that was cut gets the end it lacks.
@@ -108,6 +119,7 @@ std::vector<DataPiece> JpegFile::Data() {
   if (end != 0) {
     pieces.push_back({0, end, {}});
   } else {
+    NoteWhatIsMissing();
     pieces.push_back({0, size, {}});
     pieces.push_back(Hold(kJpegEnd));
   }

@@ -24,6 +24,7 @@ class JpegFile : public ImageFile {
  private:
   std::string Profile();
   std::vector<DataPiece> Data();
+  void NoteWhatIsMissing();
   std::vector<DataPiece> RecodedData();
 
   ByteReader reader_;

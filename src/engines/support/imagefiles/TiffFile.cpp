@@ -210,6 +210,13 @@ std::optional<TiffFile::Strip> TiffFile::OnlyStrip(const Picture& picture) {
   return Strip{offset, std::min(length, reader_.size() - offset)};
 }
 
+// For a strip that is taken over as it is.
+void TiffFile::NoteMissingEnd(const Picture& picture, Strip strip) {
+  if (strip.length < picture.directory->Number(reader_, TiffTag::kStripByteCounts, 0)) {
+    NoteCut();
+  }
+}
+
 // The picture's data, in the order of its rows; nothing when not all of it is there or strips
 // share parts of the file.
 std::vector<TiffFile::Strip> TiffFile::Strips(const Picture& picture, std::uint32_t count) {
@@ -265,6 +272,7 @@ std::optional<EncodedImage> TiffFile::PassFax(const Picture& picture) {
   if (!strip) {
     return std::nullopt;
   }
+  NoteMissingEnd(picture, *strip);
   EncodedImage result;
   result.image = DescribeFax(picture);
   ImageStream& image = result.image;
@@ -414,6 +422,9 @@ std::optional<Raster> TiffFile::DecodeSamples(const Picture& picture) {
   if (!decoder.ReadSamples(plane, picture.is_separate)) {
     throw ImageError(ImageErrorCode::kDamaged, "nothing of the TIFF picture can be decoded");
   }
+  if (decoder.has_met_damage()) {
+    NoteCut();
+  }
   if (HasOddDepth(picture)) {
     plane = WidenSamples(plane);
   }
@@ -467,6 +478,9 @@ Raster TiffFile::DecodeAny(const Picture& picture) {
   TiffDecoder decoder(reader_.source(), picture.directory->offset());
   if (!decoder.ReadRgba(plane)) {
     throw ImageError(ImageErrorCode::kUnsupported, "the TIFF picture cannot be decoded");
+  }
+  if (decoder.has_met_damage()) {
+    NoteCut();
   }
   Raster raster;
   raster.space = PictureSpace::kRgb;

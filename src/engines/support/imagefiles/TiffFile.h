@@ -58,6 +58,7 @@ class TiffFile : public ImageFile {
   static bool CanBeHeld(const Picture& picture);
   static ImageStream DescribeFax(const Picture& picture);
   std::optional<Strip> OnlyStrip(const Picture& picture);
+  void NoteMissingEnd(const Picture& picture, Strip strip);
   std::vector<Strip> Strips(const Picture& picture, std::uint32_t count);
   std::string ReadFax(const Picture& picture, Strip strip);
   std::optional<EncodedImage> PassFax(const Picture& picture);

@@ -51,8 +51,8 @@ struct LibWebp {
   // NOLINTEND(readability-identifier-naming)
 };
 
-// Fills the plane as far as the data goes; false when it is no picture of that size.
-bool Decode(const std::string& file, Plane& plane) {
+// Fills the plane as far as the data goes. VP8_STATUS_OK for all of it, VP8_STATUS_SUSPENDED for less.
+VP8StatusCode Decode(const std::string& file, Plane& plane) {
   const LibWebp& webp = LibWebp::Get();
   plane.Fill(0);
   const std::unique_ptr<WebPIDecoder, decltype(webp.Delete)> decoder(
@@ -62,9 +62,8 @@ bool Decode(const std::string& file, Plane& plane) {
   if (decoder == nullptr) {
     throw std::bad_alloc();
   }
-  const VP8StatusCode status =
-      webp.Update(decoder.get(), reinterpret_cast<const std::uint8_t*>(file.data()), file.size());
-  return status == VP8_STATUS_OK || status == VP8_STATUS_SUSPENDED;
+  return webp.Update(decoder.get(), reinterpret_cast<const std::uint8_t*>(file.data()),
+                     file.size());
 }
 
 std::string Little32(std::uint64_t value) {
@@ -178,7 +177,10 @@ Plane WebpFile::OnCanvas(const Plane& picture) const {
 
 EncodedImage WebpFile::Embed(std::size_t) {
   Plane picture(width_, height_, has_alpha_ ? 4 : 3, 8);
-  if (!Decode(PictureFile(), picture)) {
+  const VP8StatusCode status = Decode(PictureFile(), picture);
+  if (status == VP8_STATUS_SUSPENDED) {
+    NoteCut();
+  } else if (status != VP8_STATUS_OK) {
     throw ImageError(ImageErrorCode::kDamaged, "the WebP picture cannot be decoded");
   }
   Raster raster;
