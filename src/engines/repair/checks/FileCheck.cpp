@@ -14,9 +14,11 @@ namespace {
 
 // ISO 32000-2, 7.5.5: one more than the highest object number. Objects beyond are none to a reader
 // that goes by it.
-void CheckSize(CheckContext& context, std::int64_t size) {
+void CheckSize(CheckContext& context, std::optional<std::int64_t> given) {
   const auto limit = static_cast<std::int64_t>(context.document.object_limit());
-  const std::string detail = std::to_string(size) + " given, " + std::to_string(limit) + " there";
+  const std::string detail =
+      (given ? std::to_string(*given) : "none") + " given, " + std::to_string(limit) + " there";
+  const std::int64_t size = given.value_or(-1);
   if (size < limit || size - 1 > pdf::limits::kMaxObjectNumber) {
     context.problems.Add({.code = ProblemCode::kXrefSizeWrong, .detail = detail});
   } else if (size > limit) {
@@ -84,8 +86,8 @@ void CheckFile(CheckContext& context) {
   FileSyntax syntax(context.problems);
   context.document.Observe(syntax);
   if (!context.document.is_rebuilt()) {
-    if (syntax.size()) {
-      CheckSize(context, *syntax.size());
+    if (syntax.has_trailer()) {
+      CheckSize(context, syntax.size());
     }
     CheckUpdates(context, syntax);
   }

@@ -81,7 +81,7 @@ void FileSyntax::OnTrailer(const pdf::TrailerSyntax& trailer) {
   has_trailer_ = true;
   const pdf::Object size = trailer.dictionary.Get("Size");
   const pdf::Object previous = trailer.dictionary.Get("Prev");
-  size_ = size.IntegerOr(-1);
+  size_ = size.IsInteger() ? std::optional(size.IntegerOr(-1)) : std::nullopt;
   if (previous.IsNumber()) {
     previous_ = previous.IntegerOr(-1);
   }

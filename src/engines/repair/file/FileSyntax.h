@@ -33,7 +33,9 @@ class FileSyntax : public pdf::SyntaxObserver {
 
   std::uint64_t header_offset() const { return header_offset_; }
 
-  // What the newest trailer says; nothing where there is none that can be read.
+  bool has_trailer() const { return has_trailer_; }
+
+  // What the newest trailer says; nothing where it says no integer.
   std::optional<std::int64_t> size() const { return size_; }
 
   std::optional<std::int64_t> previous() const { return previous_; }

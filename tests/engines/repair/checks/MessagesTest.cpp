@@ -398,6 +398,8 @@ TEST_F(MessagesTest, OfFiles) {
            "around\n"},
           {With(sound, "/Size ", "/Size 2/Was "),
            "The trailer gives the wrong number of objects (2 given, 4 there); fixed\n"},
+          {With(sound, "/Size ", "/Was "),
+           "The trailer gives the wrong number of objects (none given, 4 there); fixed\n"},
           {With(sound, "/Size ", "/Size 9"),
            "- The trailer gives more objects than there are (94 given, 4 there); fixed\n"},
           {With(sound, "0000000000 65535 f \n", "0000000000 65535 f\n"),
