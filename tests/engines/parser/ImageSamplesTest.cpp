@@ -65,11 +65,11 @@ TEST_F(Images, AreGrayWithAGrayPalette) {
   EXPECT_TRUE(image.IsNear(6, 3, {128, 128, 128}));
 }
 
-TEST_F(Images, TakeIndicesBeyondThePaletteAsBlack) {
+TEST_F(Images, TakeTheLastColorForIndicesBeyondThePalette) {
   EXPECT_TRUE(
       ExtractImage(HexImage(8, 8, "/ColorSpace[/Indexed/DeviceRGB 0 <FF0000>]/BitsPerComponent 8",
                             Repeat("07", 64)))
-          .IsNear(4, 4, kBlack));
+          .IsNear(4, 4, kRed));
 }
 
 TEST_F(Images, AreDecodedFromCmyk) {

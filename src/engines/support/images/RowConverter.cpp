@@ -63,11 +63,8 @@ void RowConverter::BuildGrayBits() {
   std::array<std::uint8_t, 2> gray{};
   for (std::size_t bit = 0; bit < 2; ++bit) {
     const std::size_t value = values_[0][bit];
-    if (space_.kind == ColorKind::kIndexed) {
-      gray[bit] = 3 * value < space_.palette.size() ? space_.palette[3 * value] : std::uint8_t{0};
-    } else {
-      gray[bit] = static_cast<std::uint8_t>(value);
-    }
+    gray[bit] = space_.kind == ColorKind::kIndexed ? *PaletteColor(value)
+                                                   : static_cast<std::uint8_t>(value);
   }
   is_bilevel_ = (gray[0] == 0 && gray[1] == 255) || (gray[0] == 255 && gray[1] == 0);
   bits_to_turn_ = gray[0] == 255 ? 0xFF : 0;
@@ -132,13 +129,13 @@ const std::uint8_t* RowConverter::Mapped(const std::uint8_t* samples) {
 void RowConverter::LookUp(const std::uint8_t* indices, std::uint8_t* pixels) const {
   const std::size_t bytes = BytesPerPixel(layout_);
   for (std::size_t x = 0; x < format_.width; ++x) {
-    const std::size_t at = 3 * static_cast<std::size_t>(indices[x]);
-    if (at < space_.palette.size()) {
-      std::memcpy(pixels + bytes * x, space_.palette.data() + at, bytes);
-    } else {
-      std::memset(pixels + bytes * x, 0, bytes);
-    }
+    std::memcpy(pixels + bytes * x, PaletteColor(indices[x]), bytes);
   }
+}
+
+// Beyond the palette it is its last colour (ISO 32000-2, 8.6.6.3).
+const std::uint8_t* RowConverter::PaletteColor(std::size_t index) const {
+  return space_.palette.data() + 3 * std::min(index, space_.palette.size() / 3 - 1);
 }
 
 void RowConverter::ConvertLab(const std::uint8_t* samples, std::uint8_t* pixels) const {

@@ -35,6 +35,7 @@ class RowConverter {
   void BuildGrayBits();
   const std::uint8_t* Mapped(const std::uint8_t* samples);
   void LookUp(const std::uint8_t* indices, std::uint8_t* pixels) const;
+  const std::uint8_t* PaletteColor(std::size_t index) const;
   void ConvertLab(const std::uint8_t* samples, std::uint8_t* pixels) const;
 
   SampleFormat format_;

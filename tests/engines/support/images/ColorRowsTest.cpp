@@ -49,7 +49,7 @@ TEST(ColorRows, ApplyDecode) {
 TEST(ColorRows, LookPalettesUp) {
   const std::string entries = "/Width 4/Height 1/BitsPerComponent 2/ColorSpace[/Indexed";
   EXPECT_EQ(FirstRow(entries + "/DeviceRGB 2<FF000000FF000000FF>]", "1B"),
-            Bytes({255, 0, 0, 0, 255, 0, 0, 0, 255, 0, 0, 0}));
+            Bytes({255, 0, 0, 0, 255, 0, 0, 0, 255, 0, 0, 255}));
   EXPECT_EQ(FirstRow(entries + "/DeviceGray 3<10203040>]/Decode[3 0]", "1B"),
             Bytes({0x40, 0x30, 0x20, 0x10}));
 }

@@ -60,8 +60,8 @@ TEST(PictureSamples, StandForOtherValuesByTheirDecodeArray) {
 
 TEST(PictureSamples, AreIndicesOfPalettes) {
   const std::string palette = "/ColorSpace[/Indexed/DeviceRGB 2<FF000000FF000000FF>]";
-  EXPECT_EQ(RowsOf(4, 1, palette + "/BitsPerComponent 2", "1B"), "FF0000 00FF00 0000FF 000000\n");
-  EXPECT_EQ(RowsOf(2, 1, palette + "/BitsPerComponent 2/Decode[2 5]", "10"), "0000FF 000000\n");
+  EXPECT_EQ(RowsOf(4, 1, palette + "/BitsPerComponent 2", "1B"), "FF0000 00FF00 0000FF 0000FF\n");
+  EXPECT_EQ(RowsOf(2, 1, palette + "/BitsPerComponent 2/Decode[2 5]", "10"), "0000FF 0000FF\n");
   EXPECT_EQ(RowsOf(2, 1, "/ColorSpace[/Indexed/DeviceGray 1<40C0>]/BitsPerComponent 1", "40"),
             "40 C0\n");
 }
