@@ -15,6 +15,13 @@ namespace {
 constexpr double kSameIndent = 4;  // points between entries of one level
 constexpr std::size_t kMostLevel = 8;
 
+// If there is one at that place.
+void EraseTab(TextLine& line, std::size_t index) {
+  if (index < line.pieces.size() && line.pieces[index].kind == PieceKind::kTab) {
+    line.pieces.erase(line.pieces.begin() + static_cast<std::ptrdiff_t>(index));
+  }
+}
+
 // Replaces the leader of an entry by a tab; false for a line that is no entry.
 bool TakeLeader(const std::vector<TextLook>& looks, TextLine& line) {
   for (std::size_t i = 0; i < line.pieces.size(); ++i) {
@@ -45,10 +52,10 @@ bool TakeLeader(const std::vector<TextLook>& looks, TextLine& line) {
     line.pieces.erase(line.pieces.begin() + static_cast<std::ptrdiff_t>(i));
     line.pieces.insert(line.pieces.begin() + static_cast<std::ptrdiff_t>(i), parts.begin(),
                        parts.end());
-    // A tab that stood between the dots and the number leads nowhere more.
-    const std::size_t behind = i + parts.size();
-    if (behind < line.pieces.size() && line.pieces[behind].kind == PieceKind::kTab) {
-      line.pieces.erase(line.pieces.begin() + static_cast<std::ptrdiff_t>(behind));
+    // Tabs that stood around the dots lead nowhere more.
+    EraseTab(line, i + parts.size());
+    if (i > 0 && leader.begin == 0) {
+      EraseTab(line, i - 1);
     }
     return true;
   }

@@ -35,6 +35,14 @@ bool IsEntry(const std::string& text) {
   return Found(document)[0]->role == ParagraphRole::kContents;
 }
 
+std::string TextOf(const std::vector<TextPiece>& pieces) {
+  std::string text;
+  for (const TextPiece& piece : pieces) {
+    text += piece.text + "|";
+  }
+  return text;
+}
+
 TEST(Contents, HaveATabInThePlaceOfTheirDots) {
   OfficeDocument document = DocumentOfLines({{72, "Scope ....  12"}});
   const Paragraph& entry = *Found(document)[0];
@@ -66,20 +74,20 @@ TEST(Contents, EndWithNumbers) {
 }
 
 TEST(Contents, HaveOneTabOfTheDotsAndTheirOwn) {
-  OfficeDocument document = DocumentOfLines({{72, "Scope ...."}});
-  Paragraph& paragraph = *FlowParagraphs(document.pages[0].layout)[0];
   TextPiece tab;
   tab.kind = PieceKind::kTab;
   tab.text = "\t";
   TextPiece number;
   number.text = "9";
-  paragraph.lines[0].pieces.insert(paragraph.lines[0].pieces.end(), {tab, number});
+  OfficeDocument document = DocumentOfLines({{72, "Scope ...."}, {72, "Scope"}, {72, "...."}});
+  const std::vector<Paragraph*> lines = FlowParagraphs(document.pages[0].layout);
+  std::vector<TextPiece>& ends = lines[0]->lines[0].pieces;
+  ends.insert(ends.end(), {tab, number});
+  std::vector<TextPiece>& between = lines[1]->lines[0].pieces;
+  between.insert(between.end(), {tab, lines[2]->lines[0].pieces[0], tab, number});
   Found(document);
-  std::string text;
-  for (const TextPiece& piece : paragraph.lines[0].pieces) {
-    text += piece.text + "|";
-  }
-  EXPECT_EQ(text, "Scope |\t|9|");
+  EXPECT_EQ(TextOf(ends), "Scope |\t|9|");
+  EXPECT_EQ(TextOf(between), "Scope|\t|9|");
 }
 
 TEST(Contents, HaveLevelsByTheirIndents) {
