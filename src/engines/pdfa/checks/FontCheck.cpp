@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "engines/pdfa/FontSubject.h"
 #include "engines/pdfa/Limits.h"
 #include "engines/pdfa/checks/CompositeFontCheck.h"
 #include "engines/pdfa/checks/GlyphCheck.h"
@@ -23,10 +24,6 @@ using fonts::FontProgram;
 using pdf::Object;
 
 namespace {
-
-std::string SubjectOf(const DocumentFont& font) {
-  return font.name().empty() ? "font" : "font " + font.name();
-}
 
 // Nothing tells what is in a stream of /FontFile3 without a /Subtype: readers need not take it.
 bool HasProgram(const fonts::FontDescriptor& descriptor) {

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "engines/pdfa/FontSubject.h"
 #include "engines/pdfa/Limits.h"
 #include "engines/pdfa/convert/fonts/SfntFile.h"
 #include "engines/pdfa/convert/fonts/TrueTypeFonts.h"
@@ -171,11 +172,11 @@ void EmbeddedFonts::MendProgram(std::uint32_t number, const std::vector<const Fo
   std::optional<SfntFile> file = program->kind() == fonts::ProgramKind::kTrueType
                                      ? SfntFile::Read(stream->data)
                                      : std::nullopt;
-  const std::string& name = uses.front()->font->name();
   bool has_changed = file && MendTrueTypeFonts(*conversion_, uses, *program, *file);
   const std::map<std::uint32_t, std::uint16_t> advances = WrongAdvances(*program, uses);
   if (!advances.empty() && file && file->SetAdvances(advances)) {
-    conversion_->report.Changed("font " + name + ", which had other advances than its program");
+    conversion_->report.Changed(SubjectOf(*uses.front()->font) +
+                                ", which had other advances than its program");
     has_changed = true;
   }
   if (has_changed) {

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "engines/pdfa/FontSubject.h"
 #include "engines/pdfa/convert/fonts/EmbeddedFonts.h"
 #include "engines/pdfa/convert/fonts/ReplacedFont.h"
 #include "engines/pdfa/convert/fonts/Type3Fonts.h"
@@ -76,7 +77,7 @@ class FormFonts {
 
 // Throws fonts::LibraryMissing: without the libraries no document gets its fonts.
 void Replace(Conversion& conversion, const FontUse& use) {
-  const std::string name = "font " + use.font->name();
+  const std::string name = SubjectOf(*use.font);
   if (use.is_sure && ReplaceFont(conversion, use)) {
     conversion.report.Changed(name + ", which was not embedded");
     return;
@@ -93,7 +94,7 @@ void TellUnicode(Conversion& conversion, const FontUse& use) {
   try {
     MendUnicode(conversion, use);
   } catch (const fonts::LibraryMissing&) {
-    conversion.report.Blocking("font " + use.font->name() + " does not tell its text");
+    conversion.report.Blocking(SubjectOf(*use.font) + " does not tell its text");
   }
 }
 

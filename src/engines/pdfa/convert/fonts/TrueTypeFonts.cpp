@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "engines/pdfa/FontSubject.h"
 #include "engines/pdfa/convert/fonts/FontTexts.h"
 #include "engines/support/fonts/CMapText.h"
 #include "engines/support/fonts/GlyphFinder.h"
@@ -182,7 +183,7 @@ class TrueTypeMender {
     if (descriptor != 0) {
       rewriter().SetEntry(descriptor, "Flags", std::to_string((flags | kSymbolic) & ~kNonsymbolic));
     }
-    conversion_->report.Changed("font " + use.font->name() +
+    conversion_->report.Changed(SubjectOf(*use.font) +
                                 ", whose codes did not surely lead to glyphs");
   }
 

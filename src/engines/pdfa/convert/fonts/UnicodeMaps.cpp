@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "engines/pdfa/FontSubject.h"
 #include "engines/pdfa/Limits.h"
 #include "engines/pdfa/convert/fonts/FontTexts.h"
 #include "engines/support/fonts/CMapText.h"
@@ -144,7 +145,7 @@ void MendUnicode(Conversion& conversion, const FontUse& use) {
   pdf::AppendReference(reference, conversion.rewriter.Add(pdf::ObjectChange::Stream(
                                       "<<>>", fonts::ToUnicodeText(unicode, code_bytes))));
   conversion.rewriter.SetEntry(use.font->number(), "ToUnicode", reference);
-  conversion.report.Changed("font " + use.font->name() + ", whose text was not told");
+  conversion.report.Changed(SubjectOf(*use.font) + ", whose text was not told");
   conversion.report.Changed("glyphs of which nobody knows the text", unknown);
 }
 
