@@ -118,6 +118,44 @@ TEST_F(TagTextsTest, AreMadeOfPages) {
   EXPECT_TRUE(IsAsExpected("pdfa/convert/tags-2a.txt", TagText(Pages(), {Level::k2a})));
 }
 
+// The structure of a document whose elements are those of its annotations, which are objects from 10
+// on: elements in groups, leaves of the parent tree, each with its first and last item.
+std::string GroupsText(OpenedConversion& opened, int count) {
+  pdf::DocumentRewriter& rewriter = opened.conversion().rewriter;
+  pdf::Arena arena;
+  const auto load = [&](const pdf::Object& reference) {
+    return rewriter.Load(reference.AsReference().number, arena);
+  };
+  const auto ends = [](const pdf::Object& list) {
+    std::string text;
+    for (const pdf::Object& item : {list.Items().front(), list.Items().back()}) {
+      pdf::AppendObject(text, item);
+      text += " ";
+    }
+    return text + "of " + std::to_string(list.Items().size()) + "\n";
+  };
+  const pdf::Object root = load(rewriter.Load(rewriter.catalog(), arena).Get("StructTreeRoot"));
+  std::string text;
+  pdf::AppendObject(text, root);
+  const pdf::Object elements = load(root.Get("K")).Get("K");
+  text += "\nelements " + ends(elements);
+  for (const pdf::Object& element : {elements.Items().front(), elements.Items().back()}) {
+    const pdf::Object group = load(element);
+    text += std::string(group.Get("S").Text()) + " in " +
+            std::to_string(group.Get("P").AsReference().number) + ": ";
+    text += group.Get("K").IsArray() ? ends(group.Get("K")) : "an annotation\n";
+  }
+  const pdf::Object leaves = load(root.Get("ParentTree")).Get("Kids");
+  for (const pdf::Object& leaf : leaves.Items()) {
+    pdf::AppendObject(text, load(leaf).Get("Limits"));
+    text += " " + ends(load(leaf).Get("Nums"));
+  }
+  for (const int number : {10, 9 + count}) {
+    text += opened.ChangedText(static_cast<std::uint32_t>(number)) + "\n";
+  }
+  return text;
+}
+
 std::string Item(int x, int y, const std::string& label, const std::string& text) {
   return "BT /F 10 Tf " + std::to_string(x) + " " + std::to_string(y) + " Td (" + label +
          ") Tj 20 0 Td (" + text + ") Tj ET\n";
@@ -166,6 +204,68 @@ TEST_F(TagTextsTest, AreMadeWhereNothingBelongsToThem) {
     text += std::string(kids) + "\n" + opened.Report();
   }
   EXPECT_TRUE(IsAsExpected("pdfa/convert/tags-made.txt", text));
+}
+
+// Forms in forms, drawn once more, that show text, paths, images and shadings; one with more text than
+// a paragraph has is one block, and so is a table that such a form draws.
+TEST_F(TagTextsTest, AreMadeOfForms) {
+  RawPdf file;
+  file.Object(1, "<</Type/Catalog/Pages 2 0 R>>");
+  file.Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1/Resources 5 0 R>>");
+  file.Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 600 800]/Contents 4 0 R>>");
+  std::string content = Line(50, 760, 10, "Words that the page shows itself");
+  int y = 700;
+  for (const char* name : {"Text", "TextIn", "Text", "TextIn", "Path", "PathIn", "Image", "ImageIn",
+                           "Shading", "ShadingIn", "Nothing", "NothingIn", "Most", "More"}) {
+    content += "q 1 0 0 1 50 " + std::to_string(y) + " cm /" + name + " Do Q\n";
+    y -= 30;
+  }
+  file.Stream(4, "", content + "q 1 0 0 1 0 -200 cm /Table Do Q\n");
+  std::string names;
+  const auto form = [&](int number, const std::string& name, const std::string& drawn) {
+    names += "/" + name + " " + std::to_string(number) + " 0 R";
+    file.Stream(number, "/Subtype/Form/BBox[0 0 500 500]/Resources 5 0 R", drawn);
+  };
+  form(10, "Text", "BT /F 10 Tf (some text) Tj ET");
+  form(11, "TextIn", "/Text Do");
+  form(12, "Path", "0 0 m 20 10 l 5 9 l b");
+  form(13, "PathIn", "/Path Do");
+  form(14, "Image", "10 0 0 10 0 0 cm /I Do");
+  form(15, "ImageIn", "/Image Do /Nothing Do");
+  form(16, "Shading", "0 0 10 10 re W n /S sh");
+  form(17, "ShadingIn", "/Shading Do");
+  form(18, "Nothing", "0 0 m 5 5 l n BT ET");
+  form(19, "NothingIn", "/Nothing Do");
+  form(20, "Most",
+       "BT /F 1 Tf (" + std::string(150, 'a') + ") Tj (" + std::string(150, 'b') + ") Tj ET");
+  form(21, "More", "BT /F 1 Tf (" + std::string(301, 'c') + ") Tj ET");
+  form(22, "Table", RuledTable() + "BT /F 1 Tf 60 307 Td (" + std::string(300, 'd') + ") Tj ET");
+  file.Object(5, "<</Font<</F 6 0 R>>/XObject<</I 7 0 R" + names + ">>/Shading<</S 8 0 R>>>>");
+  file.Object(6, "<</Type/Font/Subtype/Type1/BaseFont/Helvetica/Encoding/WinAnsiEncoding>>");
+  file.Stream(7, "/Subtype/Image/Width 1/Height 1/ColorSpace/DeviceGray/BitsPerComponent 8", "x");
+  file.Object(8,
+              "<</ShadingType 2/ColorSpace/DeviceRGB/Coords[0 0 1 1]/Function<</FunctionType 2"
+              "/Domain[0 1]/N 1>>>>");
+  EXPECT_TRUE(IsAsExpected("pdfa/convert/tags-forms.txt", TagText(file, {Level::k2a})));
+}
+
+// Annotations beyond a thousand are in groups of a thousand, as are the pairs of the parent tree.
+TEST_F(TagTextsTest, AreInGroupsWhereThereAreMany) {
+  std::string text;
+  for (const int count : {1000, 1001, 2001}) {
+    std::string annotations;
+    for (int i = 0; i < count; ++i) {
+      annotations += std::to_string(10 + i) + " 0 R ";
+    }
+    RawPdf file = OnePage("/Annots[" + annotations + "]");
+    for (int i = 0; i < count; ++i) {
+      file.Object(10 + i, "<</Subtype/Stamp/Rect[0 0 9 9]>>");
+    }
+    OpenedConversion opened(file, Level::k2a);
+    MendTags(opened.conversion());
+    text += "== " + std::to_string(count) + "\n" + GroupsText(opened, count);
+  }
+  EXPECT_TRUE(IsAsExpected("pdfa/convert/tags-groups.txt", text));
 }
 
 // Languages of the document and of its packet, of which one is taken.

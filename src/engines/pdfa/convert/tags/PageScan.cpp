@@ -20,8 +20,13 @@ using pdf::OperatorGroup;
 
 namespace {
 
-constexpr pdf::WalkOptions kOptions = {
-    .images = true, .text = true, .paths = true, .marks = true, .operators = true, .forms = true};
+constexpr pdf::WalkOptions kOptions = {.images = true,
+                                       .text = true,
+                                       .paths = true,
+                                       .shadings = true,
+                                       .marks = true,
+                                       .operators = true,
+                                       .forms = true};
 // Text of a form that is more than a paragraph.
 constexpr std::uint64_t kParagraphCodes = 300;
 // Entries of marked content that say something of the text in it.
@@ -263,6 +268,13 @@ void PageScan::PaintPath(const pdf::PathUse& path) {
   } else if (awaited_) {
     awaited_->paints = true;
     awaited_->box = path.box;
+  }
+}
+
+// On the page the operator alone tells that it paints.
+void PageScan::PaintShading(const pdf::ShadingUse& /*shading*/) {
+  if (!IsOnPage()) {
+    forms_.back().paints = true;
   }
 }
 

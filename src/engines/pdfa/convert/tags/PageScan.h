@@ -70,6 +70,7 @@ class PageScan : private pdf::ContentVisitor {
   void DrawImage(const pdf::ImageUse& image) override;
   std::optional<pdf::TextAdvance> ShowText(const pdf::StringUse& string) override;
   void PaintPath(const pdf::PathUse& path) override;
+  void PaintShading(const pdf::ShadingUse& shading) override;
   void BeginMarked(const pdf::MarkedContent& mark) override;
 
   bool IsOnPage() const { return forms_.empty(); }
