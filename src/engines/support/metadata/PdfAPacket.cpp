@@ -16,11 +16,10 @@ namespace TarnixTools::engines {
 
 namespace {
 
-XmpNode Simple(std::string_view name_space, std::string_view prefix, std::string_view name,
-               std::string value) {
+// Of a namespace whose prefix WriteXmp knows.
+XmpNode Simple(std::string_view name_space, std::string_view name, std::string value) {
   XmpNode node;
   node.name_space = name_space;
-  node.prefix = prefix;
   node.name = name;
   node.value = std::move(value);
   return node;
@@ -28,18 +27,17 @@ XmpNode Simple(std::string_view name_space, std::string_view prefix, std::string
 
 XmpNode Array(XmpNode node, XmpKind kind, std::vector<XmpNode> items) {
   node.kind = kind;
-  node.value.clear();
   node.children = std::move(items);
   return node;
 }
 
 XmpNode Item(std::string value) {
-  return Simple({}, {}, {}, std::move(value));
+  return Simple({}, {}, std::move(value));
 }
 
 XmpNode ForAllLanguages(std::string value) {
   XmpNode item = Item(std::move(value));
-  item.qualifiers.push_back(Simple(kXmlNamespace, "xml", "lang", "x-default"));
+  item.qualifiers.push_back(Simple(kXmlNamespace, "lang", "x-default"));
   return item;
 }
 
@@ -125,9 +123,8 @@ PdfAPacket PacketMaker::Make() {
 void PacketMaker::AddClaim() {
   const char conformance =
       static_cast<char>(std::toupper(static_cast<unsigned char>(level_.conformance)));
-  properties_.push_back(Simple(kPdfAIdNamespace, "pdfaid", "part", std::to_string(level_.part)));
-  properties_.push_back(
-      Simple(kPdfAIdNamespace, "pdfaid", "conformance", std::string(1, conformance)));
+  properties_.push_back(Simple(kPdfAIdNamespace, "part", std::to_string(level_.part)));
+  properties_.push_back(Simple(kPdfAIdNamespace, "conformance", std::string(1, conformance)));
 }
 
 void PacketMaker::AddInfo() {
@@ -141,7 +138,7 @@ void PacketMaker::AddInfo() {
 
 // A title or subject in other languages than the one for all stays beside it.
 XmpNode PacketMaker::NodeFor(const XmpMirror& mirror, const std::string& value) const {
-  XmpNode node = Simple(mirror.name_space, mirror.prefix, mirror.name, value);
+  XmpNode node = Simple(mirror.name_space, mirror.name, value);
   if (mirror.type == "date") {
     node.value = XmpDateText(ReadInfoDate(value).value_or(XmpDate()));
   } else if (mirror.type == "lang alt") {
@@ -198,8 +195,8 @@ void PacketMaker::KeepSchemas() {
 
 bool PacketMaker::IsSoundSchema(const XmpNode& schema) const {
   XmpTree alone;
-  alone.properties.push_back(Array(Simple(kPdfAExtensionNamespace, "pdfaExtension", "schemas", {}),
-                                   XmpKind::kBag, {schema}));
+  alone.properties.push_back(
+      Array(Simple(kPdfAExtensionNamespace, "schemas", {}), XmpKind::kBag, {schema}));
   const std::vector<XmpExtensionObject> objects = DescribeXmpExtensions(alone);
   return std::all_of(objects.begin(), objects.end(), [](const XmpExtensionObject& object) {
     return !object.has_other_fields &&
@@ -217,7 +214,7 @@ XmpNode Structure(std::vector<XmpNode> fields) {
 
 XmpNode DeclarationOf(const XmpNode& property) {
   const auto field = [](std::string_view name, std::string value) {
-    return Simple(kPdfAPropertyNamespace, "pdfaProperty", name, std::move(value));
+    return Simple(kPdfAPropertyNamespace, name, std::move(value));
   };
   return Structure(
       {field("name", std::string(property.name)),
@@ -227,7 +224,7 @@ XmpNode DeclarationOf(const XmpNode& property) {
 
 XmpNode SchemaFor(const XmpNode& first, std::vector<XmpNode> declarations) {
   const auto field = [](std::string_view name, std::string value) {
-    return Simple(kPdfASchemaNamespace, "pdfaSchema", name, std::move(value));
+    return Simple(kPdfASchemaNamespace, name, std::move(value));
   };
   return Structure({field("schema", "Properties in " + std::string(first.name_space)),
                     field("namespaceURI", std::string(first.name_space)),
@@ -250,8 +247,8 @@ void PacketMaker::AddDeclarations() {
   }
   std::move(undeclared_.begin(), undeclared_.end(), std::back_inserter(properties_));
   if (!schemas_.empty()) {
-    properties_.push_back(Array(Simple(kPdfAExtensionNamespace, "pdfaExtension", "schemas", {}),
-                                XmpKind::kBag, std::move(schemas_)));
+    properties_.push_back(
+        Array(Simple(kPdfAExtensionNamespace, "schemas", {}), XmpKind::kBag, std::move(schemas_)));
   }
 }
 

@@ -31,10 +31,8 @@ bool IsXmlText(std::string_view text) {
 // readers of XMP do not look at it.
 std::string_view AfterHeader(std::string_view text) {
   const std::size_t start = text.find("<?xpacket");
-  const std::size_t end = text.find("?>", start == std::string_view::npos ? 0 : start);
-  const bool has_header =
-      start != std::string_view::npos && end != std::string_view::npos && start <= kUtf8Mark.size();
-  return has_header ? text.substr(end) : text;
+  const std::size_t end = text.find("?>", start);
+  return start <= kUtf8Mark.size() && end != std::string_view::npos ? text.substr(end) : text;
 }
 
 bool IsXmlName(std::string_view name) {

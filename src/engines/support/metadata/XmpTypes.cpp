@@ -202,10 +202,9 @@ std::string PlainXmpType(std::string_view type) {
       plain += is_space ? ' ' : static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     }
   }
-  Remove(plain, " open choice of");
-  Remove(plain, " closed choice of");
-  Remove(plain, " choice of");
-  Remove(plain, " of");
+  for (const char* part : {" open choice of", " closed choice of", " choice of", " of"}) {
+    Remove(plain, part);
+  }
   const std::size_t first = plain.find_first_not_of(' ');
   const std::size_t last = plain.find_last_not_of(' ');
   return first == std::string::npos ? std::string() : plain.substr(first, last + 1 - first);
