@@ -187,6 +187,9 @@ const std::vector<std::string>& Descriptions() {
       About("<s:a>\xEF\xBF\xBE</s:a>"),
       About("<s:a>\xC3\xA4\t\r\n</s:a>"),
       "<rdf:RDF/>" + About("<s:a>1</s:a>"),
+      About("<s:a s:lang='de' rdf:value='1'/>"),
+      About("<s:a xml:space='preserve'>1</s:a>"),
+      About("<s:a> <rdf:Bag/> </s:a>"),
   };
   return descriptions;
 }
@@ -197,6 +200,22 @@ TEST(PacketTexts, AreReadAsTheseTrees) {
     text += Plain(description) + "\n= " + Plain(Shown(ReadXmp(Packet(description))));
   }
   EXPECT_TRUE(IsAsExpected("metadata/trees.txt", text));
+}
+
+// Names of RDF's grammar, old ones of it, and one that it leaves to others.
+TEST(PacketTexts, HaveNoNamesOfTheGrammarForProperties) {
+  std::string elements;
+  std::string attributes;
+  for (const char* name : {"RDF", "ID", "about", "parseType", "resource", "nodeID", "datatype",
+                           "li", "Description", "aboutEach", "aboutEachPrefix", "bagID", "own"}) {
+    const auto state = [&](const std::string& description) {
+      return ReadXmp(Packet(description)).state == XmpState::kFine ? name + " "s : std::string();
+    };
+    elements += state(About("<rdf:"s + name + ">1</rdf:" + name + ">"));
+    attributes += state("<rdf:Description rdf:"s + name + "='1'/>");
+  }
+  EXPECT_EQ(elements, "own ");
+  EXPECT_EQ(attributes, "ID about nodeID own ");
 }
 
 std::string Wide(const std::string& text, int zeros, bool is_big_endian) {
@@ -261,7 +280,7 @@ TEST(PacketTexts, AreReadInTheseForms) {
 std::string ManyProperties() {
   return About(
              "<s:simple>a &lt; \"b\" &amp; c&#xD;</s:simple><s:empty/><s:uri "
-             "rdf:resource='u\"&amp;'/>"
+             "rdf:resource='u\"&amp;&#xA;&#x9;'/>"
              "<s:bag><rdf:Bag><rdf:li>1</rdf:li><rdf:li "
              "xml:lang='d\"e'>2</rdf:li></rdf:Bag></s:bag>"
              "<s:seq><rdf:Seq/></s:seq><s:alt><rdf:Alt><rdf:li xml:lang='x-default'>t</rdf:li>"

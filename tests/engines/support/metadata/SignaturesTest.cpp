@@ -81,6 +81,17 @@ TEST_F(SignaturesTest, AreFoundBelowOtherFields) {
   EXPECT_EQ(Drop(file.Table()), 1U);
 }
 
+// Whatever numbers they have; what is written in place is no field that others can change.
+TEST_F(SignaturesTest, GoFromTheFirstObject) {
+  RawPdf file;
+  file.Object(1, "<</FT/Sig/V 9 0 R" + std::string(kWidget) + ">>");
+  file.Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>");
+  file.Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 9 9]/Annots[1 0 R]>>");
+  file.Object(7, "<</Type/Catalog/Pages 2 0 R/AcroForm<</Fields[1 0 R<</FT/Sig/V 9 0 R>>]>>>>");
+  file.Object(9, "<</Type/Sig/Filter/Adobe.PPKLite/Contents<00>/ByteRange[0 1 2 3]>>");
+  EXPECT_EQ(Drop(file.Table("/Root 7 0 R")), 1U);
+}
+
 TEST_F(SignaturesTest, ThatGrantRightsGo) {
   RawPdf file = Signed("/Perms<</UR3 9 0 R>>");
   file.Object(6, "<<" + std::string(kWidget) + ">>");

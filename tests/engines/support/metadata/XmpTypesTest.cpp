@@ -1,9 +1,11 @@
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
 #include "engines/support/metadata/XmpDate.h"
 #include "engines/support/metadata/XmpTypes.h"
+#include "support/Expected.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -55,6 +57,40 @@ TEST(XmpTypes, AreOfSimpleValues) {
   EXPECT_TRUE(Is("", "Text"));
   EXPECT_FALSE(Is(Array("Bag", "x"), "Text"));
   EXPECT_FALSE(Is("x", "Unheard"));
+}
+
+// Of each type the values that it has, of these.
+TEST(XmpTypes, HaveTheseValues) {
+  std::string text;
+  for (const char* type : {"Text", "ProperName", "AgentName", "URI", "URL", "GUID", "XPath",
+                           "RenditionClass", "Choice", "Integer", "Real", "Rational", "Boolean",
+                           "Date", "MIMEType", "Locale", "GPSCoordinate", "Number"}) {
+    text += std::string(type) + ":";
+    for (const char* value :
+         {"",      "0",       "19",      "+7",     "-7",        "+-7",    "7-",    "+",
+          "1.",    ".5",      "-.5",     ".",      "-.",        "1.5.",   "1e5",   "1/2",
+          "-1/2",  "1/-2",    "1/",      "/2",     "1/2/3",     "True",   "False", "true",
+          "FALSE", "2020-01", "2020-13", "a/b",    "a9/b-_+.c", "a/b;c",  "/b",    "a/",
+          "a b/c", "1,2,3N",  "1,2.3E",  "1,2.3S", "1,2,3W",    "1,2,3X", "1,2,3", "1,2N",
+          "12N",   ",2,3N",   "1,,3N",   "1,2,N",  "a,2,3N"}) {
+      text += Is(value, type) ? " [" + std::string(value) + "]" : "";
+    }
+    text += "\n";
+  }
+  EXPECT_TRUE(testing::IsAsExpected("metadata/types.txt", text));
+}
+
+TEST(XmpTypes, AreNamedInSeveralWays) {
+  for (const auto& [name, plain] :
+       {std::pair("Text", "text"), std::pair(" \tLang\n  Alt ", "lang alt"), std::pair("", ""),
+        std::pair("  ", ""), std::pair("bag of Text", "bag text"),
+        std::pair("Bag of open Choice of Text", "bag text"),
+        std::pair("seq of Closed Choice of Integer", "seq integer"),
+        std::pair("open choice of closed choice of choice of URI", "uri"),
+        std::pair("Choice of of Text", "text"), std::pair("open choice", "open choice"),
+        std::pair("of", ""), std::pair("offset", "fset"), std::pair("roof", "roof")}) {
+    EXPECT_EQ(PlainXmpType(name), plain) << name;
+  }
 }
 
 TEST(XmpTypes, AreOfArrays) {
