@@ -72,7 +72,8 @@ std::string Kept(const std::string& bytes,
   EXPECT_EQ(PdfClose(target), 1);
   const testing::TempDir directory;
   return ReportText(report) +
-         ObjectsText(testing::WriteBytes(directory.Path("a.pdf"), output.bytes)) + "\n";
+         ObjectsText(testing::WriteBytes(directory.Path("a.pdf"), output.bytes)) +
+         "As spelled: " + SpelledText(output.bytes) + "\n";
 }
 
 void SetAll(TPdfDocument* target) {

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "engines/toolbox/content/Painted.h"
+#include "pdf/write/DocumentText.h"
 #include "support/Expected.h"
 #include "support/RawPdf.h"
 #include "support/TestImages.h"
@@ -98,6 +99,8 @@ TEST(PaintedTexts, OfPagesPaintedOnBothSidesAndTwice) {
       },
       nullptr, {4, 2, 8, 4});
   EXPECT_TRUE(IsAsExpected("paint/both.txt", ObjectsText(painted.path())));
+  EXPECT_TRUE(IsAsExpected("paint/both as written.txt",
+                           testing::DocumentText(testing::ReadBytes(painted.path()))));
 }
 
 // What a page's content has after these calls of the contract.

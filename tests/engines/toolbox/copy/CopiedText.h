@@ -1,14 +1,18 @@
 // Copies of pages as text, to compare as a whole: what was reported of them, then the document.
 //
 //   EXPECT_TRUE(IsAsExpected("copy/links.txt", CopiedText({{bytes, {0, 2}}})));
+//   EXPECT_TRUE(IsAsExpected("copy/links as written.txt", WrittenText({{bytes, {0, 2}}})));
 #ifndef TARNIX_TESTS_ENGINES_TOOLBOX_COPY_COPIEDTEXT_H_
 #define TARNIX_TESTS_ENGINES_TOOLBOX_COPY_COPIEDTEXT_H_
 
 #include <array>
+#include <cstdio>
+#include <regex>
 #include <string>
 #include <vector>
 
 #include "engines/toolbox/copy/CopiedDocument.h"
+#include "pdf/write/DocumentText.h"
 #include "support/Expected.h"
 #include "support/Readers.h"
 #include "support/TempDir.h"
@@ -41,6 +45,23 @@ inline std::string CopiedText(const std::vector<PagesOf>& parts, int options = 1
   const testing::TempDir directory;
   const std::string path = testing::WriteBytes(directory.Path("copy.pdf"), bytes);
   return ReportText(report) + testing::ObjectsText(path);
+}
+
+// A document's objects as they are spelled, without dates: the order of their entries, and of what
+// kind their strings are, which qpdf's text of them doesn't tell. Other bytes than ASCII as "{ff}".
+inline std::string SpelledText(const std::string& bytes) {
+  std::string text;
+  for (const char c : testing::DocumentText(bytes)) {
+    char number[8];
+    std::snprintf(number, sizeof number, "{%02x}", static_cast<unsigned char>(c));
+    text += (c >= ' ' && c < 127) || c == '\n' ? std::string(1, c) : number;
+  }
+  text = std::regex_replace(text, std::regex(R"(\(D:[0-9]{14}[^)]*\))"), "(DATE)");
+  return std::regex_replace(text, std::regex("[0-9]{4}-[0-9]{2}-[0-9]{2}T[-+:.0-9Z]+"), "DATE");
+}
+
+inline std::string WrittenText(const std::vector<PagesOf>& parts, int options = 15) {
+  return SpelledText(CopyAll(parts, options));
 }
 
 }  // namespace TarnixTools::engines::toolbox

@@ -125,5 +125,11 @@ TEST(FormTexts, OfDocumentsWithTheSameNames) {
   EXPECT_TRUE(IsAsExpected("copy/forms the other way.txt", CopiedText({{OtherForm()}, {Form()}})));
 }
 
+TEST(FormTexts, AsTheyAreSpelled) {
+  EXPECT_TRUE(IsAsExpected("copy/form as written.txt", WrittenText({{Form()}})));
+  EXPECT_TRUE(
+      IsAsExpected("copy/forms as written.txt", WrittenText({{Form(), {0, 1}}, {OtherForm()}})));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

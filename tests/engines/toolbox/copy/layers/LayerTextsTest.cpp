@@ -83,5 +83,12 @@ TEST(LayerTexts, OfSeveralDocuments) {
                                        {OtherPlan("/BaseState/OFF/ListMode/VisiblePages")}})));
 }
 
+TEST(LayerTexts, AsTheyAreSpelled) {
+  EXPECT_TRUE(IsAsExpected("copy/layers as written.txt", WrittenText({{Plan()}})));
+  EXPECT_TRUE(
+      IsAsExpected("copy/layers of two as written.txt",
+                   WrittenText({{Plan()}, {OtherPlan("/BaseState/OFF/ListMode/VisiblePages")}})));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

@@ -99,5 +99,11 @@ TEST(NavigationTexts, OfWhatIsAskedFor) {
       IsAsExpected("copy/book annotations only.txt", CopiedText({{Book()}}, kCopyAnnotations)));
 }
 
+TEST(NavigationTexts, AsTheyAreSpelled) {
+  EXPECT_TRUE(IsAsExpected("copy/book as written.txt", WrittenText({{Book()}})));
+  EXPECT_TRUE(IsAsExpected("copy/books with headings as written.txt",
+                           WrittenText({{Book(), {0, 2}, "One"}, {Leaflet(), {}, "Two"}})));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

@@ -117,5 +117,10 @@ TEST(PageTexts, OfPagesWithoutTheirAnnotations) {
   EXPECT_TRUE(IsAsExpected("copy/notes with nothing.txt", CopiedText({{Notes()}}, 0)));
 }
 
+TEST(PageTexts, AsTheyAreSpelled) {
+  EXPECT_TRUE(IsAsExpected("copy/pages as written.txt", WrittenText({{Resources()}})));
+  EXPECT_TRUE(IsAsExpected("copy/notes as written.txt", WrittenText({{Notes()}})));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

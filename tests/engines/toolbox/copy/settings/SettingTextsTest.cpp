@@ -127,5 +127,10 @@ TEST(SettingTexts, OfLanguagesAndAddresses) {
   EXPECT_EQ(CopiedEntries("/Lang<6465>/URI<</Base(x)>>"), "/Lang(de)/URI<</Base(x)>>");
 }
 
+TEST(SettingTexts, AsTheyAreSpelled) {
+  EXPECT_TRUE(
+      IsAsExpected("copy/settings as written.txt", WrittenText({{Everything()}, {Others()}})));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

@@ -109,5 +109,27 @@ TEST(StructureTexts, OfSeveralDocuments) {
                            CopiedText({{Untagged()}, {OtherTagged(), {0}}, {Untagged()}})));
 }
 
+TEST(StructureTexts, AsTheyAreSpelled) {
+  EXPECT_TRUE(IsAsExpected("copy/structure as written.txt", WrittenText({{Tagged()}})));
+  EXPECT_TRUE(IsAsExpected("copy/structures as written.txt",
+                           WrittenText({{Tagged()}, {OtherTagged(), {0}}})));
+}
+
+// The root is among its own kids and looks like an element, and the first object is one.
+TEST(StructureTexts, OfARootThatIsItsOwnKid) {
+  const std::string bytes = testing::RawPdf()
+                                .Lines(R"(1 <</Type/StructElem/S/P/P 21 0 R/Pg 4 0 R/K 0>>
+2 <</Type/Catalog/Pages 3 0 R/StructTreeRoot 20 0 R>>
+3 <</Type/Pages/Kids[4 0 R]/Count 1/MediaBox[0 0 90 80]>>
+4 <</Type/Page/Parent 3 0 R/StructParents 0/Contents 5 0 R>>
+5 <<>> stream /P<</MCID 0>>BDC EMC /P<</MCID 1>>BDC EMC
+20 <</S/Root/K[21 0 R 20 0 R]/ParentTree<</Nums[0[1 0 R 22 0 R]]>>>>
+21 <</Type/StructElem/S/Document/P 20 0 R/K[1 0 R 22 0 R 20 0 R]>>
+22 <</Type/StructElem/S/P/P 21 0 R/Pg 4 0 R/K 1/Ref[1 0 R 0 0 R]>>
+)")
+                                .Table("/Root 2 0 R");
+  EXPECT_TRUE(IsAsExpected("copy/structure of an odd root.txt", WrittenText({{bytes}})));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox
