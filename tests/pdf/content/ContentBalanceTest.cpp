@@ -123,5 +123,34 @@ TEST(ContentBalance, JoinsStreams) {
   EXPECT_TRUE(all.is_cut());
 }
 
+// What is counted beyond any bound would be closed by content without end.
+TEST(ContentBalance, CountsAMillionOfWhatIsOpenAtMost) {
+  const auto times = [](std::size_t count, std::string_view text) {
+    std::string all;
+    all.reserve(count * text.size());
+    for (std::size_t i = 0; i < count; ++i) {
+      all += text;
+    }
+    return all;
+  };
+  const auto saves = [&](std::size_t count) {
+    return MeasureBalance(times(count, "q ")).open_saves();
+  };
+  EXPECT_EQ(saves(999'999), 999'999U);
+  EXPECT_EQ(saves(1'000'000), 1'000'000U);
+  EXPECT_EQ(saves(1'000'001), 1'000'000U);
+  EXPECT_EQ(ClosingOf(times(999'999, "(")).size(), 999'999U);
+  EXPECT_EQ(ClosingOf(times(1'000'001, "(")).size(), 1'000'000U);
+  EXPECT_EQ(ClosingOf(times(1'000'001, "/ BMC ")).size(), 4'000'000U - 1);
+}
+
+TEST(ContentBalance, GoesOnBehindHexadecimalStrings) {
+  EXPECT_EQ(ClosingOf("<</A<41>/B[<42>"), "]>>");
+  EXPECT_EQ(ClosingOf("<</A[<41>"), "]>>");
+  EXPECT_EQ(ClosingOf("<</A<41>>"), ">>");  // one of two that close the dictionary
+  EXPECT_EQ(ClosingOf("<</A<41>>>"), "");
+  EXPECT_EQ(ClosingOf("<41>q"), "Q");
+}
+
 }  // namespace
 }  // namespace TarnixTools::pdf

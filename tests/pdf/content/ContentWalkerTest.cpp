@@ -107,6 +107,15 @@ TEST_F(WalkTest, FormsThatUnfoldComeToAnEnd) {
   const Lines lines = Walk("/F Do", kDrawn, "/Resources<</XObject<</F 5 0 R>>>>");
   EXPECT_LT(lines.size(), 200'100U);
   EXPECT_EQ(std::count(lines.begin(), lines.end(), "trouble: too much"), 1);
+  recorder_.lines.clear();
+  ContentWalker walker(file_.Open(), recorder_, kDrawn);
+  for (int round = 1; round <= 2; ++round) {  // each page has its own bound, and its own trouble
+    walker.BeginPage(file_.pages(), 0);
+    while (walker.Step()) {
+    }
+    EXPECT_EQ(std::count(recorder_.lines.begin(), recorder_.lines.end(), "trouble: too much"),
+              round);
+  }
 }
 
 TEST_F(WalkTest, WhatIsNoFormAndNoImage) {

@@ -38,7 +38,8 @@ std::string Everything() {
 12 <</Type/XObject/Subtype/Image/Width 1/Height 1/ColorSpace/Named/BitsPerComponent 8/SMask 14 0 R/Mask 15 0 R/Alternates[<</Image 15 0 R>>7]>> stream x
 13 <</Type/XObject/Subtype/Form/BBox[0 0 1 1]>> stream /Plain gs /Own Do
 14 <</Type/XObject/Subtype/Image/Width 1/Height 1/ColorSpace[/Indexed/Idx 1<00>]/BitsPerComponent 8>> stream x
-15 <</Type/XObject/Subtype/Image/Width 1/Height 1/ImageMask true>> stream x
+15 <</Type/XObject/Subtype/Image/Width 1/Height 1/ColorSpace[/ICCBased 30 0 R]/SMask 17 0 R/Mask 14 0 R>> stream x
+17 <</Type/XObject/Subtype/Image/Width 1/Height 1/ColorSpace/DeviceGray>> stream x
 16 <</Type/XObject/Subtype/PS>> stream x
 20 <</Type/Font/Subtype/Type1/BaseFont/Helvetica>>
 21 <</Type/Font/Subtype/Type3/CharProcs<</a 22 0 R/b 23 0 R/c(x)>>/Encoding<</Differences[97/a/b]>>>>

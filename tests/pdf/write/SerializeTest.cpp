@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <limits>
 #include <string>
 
@@ -65,6 +66,42 @@ TEST(Serialize, AsksForWhatStandsInArraysAndDictionaries) {
   };
   AppendObject(text, value, hooks);
   EXPECT_EQ(text, "<</A<</B[1 7 0 R]>>/D 7 0 R>>");
+}
+
+// Each kind of value, as it stands and as hooks would have it.
+TEST(Serialize, WritesEveryKindOfValue) {
+  class Reversing : public StringTransform {
+   public:
+    void Apply(std::string& bytes) override { std::reverse(bytes.begin(), bytes.end()); }
+  };
+
+  Arena arena;
+  Object value;
+  Lexer lexer(
+      "<</Null null/Yes true/No false/Int -12/Real +1.50/#4eame/a#20b#23#28/Text(a(b)\\))/Hex<6162>"
+      "/Empty()/NoHex<>/Ref 7 3 R/List[1 2.0(c)/d 8 0 R null[]]/Map<</In 9 0 R>>>>",
+      true);
+  Parser(arena).Parse(lexer, nullptr, value);
+  std::string text;
+  AppendObject(text, value);
+  EXPECT_EQ(text,
+            "<</Null null/Yes true/No false/Int -12/Real "
+            "+1.50/Name/a#20b#23#28/Text(a\\(b\\)\\))/Hex<6162>"
+            "/Empty()/NoHex<>/Ref 7 3 R/List[1 2.0(c)/d 8 0 R null[]]/Map<</In 9 0 R>>>>");
+  Reversing strings;
+  SerializeHooks hooks;
+  hooks.strings = &strings;
+  hooks.real = [](std::string& out, std::string_view real) { out += " r" + std::string(real); };
+  hooks.reference = [](std::string& out, Reference reference) {
+    AppendReference(out, reference.number + 100, reference.generation);
+  };
+  hooks.leaves_out = [](Reference reference) { return reference.number > 7; };
+  text.clear();
+  AppendObject(text, value, hooks);
+  EXPECT_EQ(text,
+            "<</Null null/Yes true/No false/Int -12/Real "
+            "r+1.50/Name/a#20b#23#28/Text<2929622861>/Hex<6261>"
+            "/Empty<>/NoHex<>/Ref 107 3 R/List[1 r2.0<63>/d null[]]/Map<<>>>>");
 }
 
 }  // namespace

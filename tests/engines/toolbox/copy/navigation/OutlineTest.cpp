@@ -165,5 +165,23 @@ TEST(Outline, SharesLongTitlesAsTheSourceDid) {
   EXPECT_EQ(first.Get("Title").AsReference().number, second.Get("Title").AsReference().number);
 }
 
+// Readers show such items closed (ISO 32000-2, table 151).
+TEST(Outline, IsClosedWhereItDoesNotSayHowManyItemsAreOpen) {
+  const auto text_of = [](const std::string& count) {
+    return TextOf({{TestPdf()
+                        .Pages(1)
+                        .CatalogEntry("/Outlines {{root}}")
+                        .Object("root", "<</First {{A}}/Last {{A}}>>")
+                        .Object("A", "<</Title(A)/First {{B}}/Last {{C}}" + count + ">>")
+                        .Object("B", "<</Title(B)/Next {{C}}>>")
+                        .Object("C", "<</Title(C)/Prev {{B}}>>")
+                        .Bytes()}});
+  };
+  EXPECT_EQ(text_of(""), "A(-2) >B >C");
+  EXPECT_EQ(text_of("/Count 0"), "A(-2) >B >C");
+  EXPECT_EQ(text_of("/Count -1"), "A(-2) >B >C");
+  EXPECT_EQ(text_of("/Count 1"), "A(2) >B >C");
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox
