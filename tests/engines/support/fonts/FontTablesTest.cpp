@@ -78,6 +78,28 @@ TEST(FontTables, OfEncodings) {
   EXPECT_TRUE(testing::IsAsExpected("fonts/encodings.txt", text.str()));
 }
 
+// Of a name there are no more than 64 letters; of the names, 4096, each once; the rest is not known.
+TEST(FontTables, OfCharactersOfManyNames) {
+  const std::string longest = std::string(60, 'A').insert(0, "A.b.");
+  const CharactersByName few =
+      CharactersOfNames({longest, longest + "A", ".notdef", "A", "B", "A", "B", "A", "", "A"});
+  EXPECT_EQ(few, (CharactersByName{{longest, {U'A'}}, {"A", {U'A'}}, {"B", {U'B'}}}));
+  std::vector<std::string> many;
+  for (std::uint32_t code = 0; code < 4098; ++code) {
+    std::string name = "uni" + Hex(0x5000 + code);
+    std::transform(name.begin() + 3, name.end(), name.begin() + 3, [](char letter) {
+      return letter >= 'a' ? static_cast<char>(letter - 32) : letter;
+    });
+    many.push_back(std::move(name));
+  }
+  std::vector<std::string_view> names(many.rbegin(), many.rend());
+  names.insert(names.end(), many.begin(), many.end());
+  const CharactersByName known = CharactersOfNames(names);
+  EXPECT_EQ(known.size(), 4096U);
+  EXPECT_TRUE(known.contains("uni5FFF"));
+  EXPECT_FALSE(known.contains("uni6000"));
+}
+
 TEST(FontTables, OfNumbersInNames) {
   for (const char* prefix : {"g", "G", "gid", "GID", "glyph", "Glyph", "cid", "CID", "index", "c",
                              "C", "glyph_", "g_", ""}) {
