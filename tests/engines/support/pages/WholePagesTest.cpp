@@ -6,10 +6,12 @@
 
 #include <gtest/gtest.h>
 
+#include "engines/support/fonts/ProgramFixture.h"
 #include "engines/support/pages/PageReader.h"
 #include "pdf/write/RewriteFixture.h"
 #include "support/Expected.h"
 #include "support/RawPdf.h"
+#include "support/TestFont.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -176,6 +178,68 @@ TEST(WholePages, OfText) {
       kFonts + "/ExtGState<</X<</ca 0>>/Y<</ca 0.5/CA 0>>>>");
   document.file().Stream(20, "", kToUnicode);
   EXPECT_TRUE(testing::IsAsExpected("pages/text.txt", document.Both()));
+}
+
+// What of a font's program tells characters, advances and style, where the font itself does not.
+TEST(WholePages, OfTextInEmbeddedFonts) {
+  const std::string simple = "/Type/Font/BaseFont/Boxes/Subtype";
+  const std::string courier = "/Type/Font/BaseFont/Courier/Subtype";
+  const std::string composite =
+      "/Type/Font/Subtype/Type0/BaseFont/C/Encoding/Identity-H/DescendantFonts[<</BaseFont/C"
+      "/Subtype";
+  const std::string letters = "(ABC\\351) Tj ";
+  const std::string numbers = "<00000001000200030041> Tj ";
+  const std::string names = "/Encoding<</Differences[65/g1/g2/uni0416]>>";
+  std::string type1 = testing::Type1ProgramText({"A", "B", "C"});
+  const std::string info = "/FontInfo 1 dict dup begin\n";
+  type1.replace(type1.find(info), info.size(),
+                "/FontInfo 3 dict dup begin\n/Weight (Bold) readonly def\n/ItalicAngle -12 def\n");
+
+  struct Row {
+    std::string font;
+    std::string text;
+  };
+
+  const std::vector<Row> rows = {
+      {simple + "/Type1/FontDescriptor 20 0 R", letters},
+      {simple + "/Type1/FontDescriptor 20 0 R" + names, letters},
+      {simple + "/Type1/FontDescriptor 20 0 R/FirstChar 66/Widths[333]", letters},
+      {simple + "/Type1/FontDescriptor 22 0 R", letters},
+      {simple + "/Type1/FontDescriptor 22 0 R/Encoding/WinAnsiEncoding", letters},
+      {simple + "/TrueType/FontDescriptor 24 0 R", letters},
+      {simple + "/TrueType/FontDescriptor 24 0 R/Encoding/WinAnsiEncoding", letters},
+      {courier + "/TrueType/FontDescriptor 28 0 R", letters},
+      {courier + "/TrueType/FontDescriptor 30 0 R", letters},
+      {composite + "/CIDFontType0/FontDescriptor 26 0 R>>]", numbers},
+      {composite + "/CIDFontType2/DW 700/FontDescriptor 24 0 R>>]", numbers},
+      {composite + "/CIDFontType2/DW 700/CIDToGIDMap 32 0 R/FontDescriptor 24 0 R>>]", numbers},
+      {composite + "/CIDFontType0/FontDescriptor 20 0 R>>]/ToUnicode 33 0 R", numbers},
+  };
+  std::string fonts = "/Font<<";
+  std::string content;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const std::string name = "/F" + std::to_string(i);
+    fonts += name + "<<" + rows[i].font + ">>";
+    content +=
+        "BT " + name + " 10 Tf 20 " + std::to_string(280 - 20 * i) + " Td " + rows[i].text + "ET\n";
+  }
+  OnePageDocument document(content, fonts + ">>");
+  document.file()
+      .Object(20, "<</Flags 4/FontFile3 21 0 R>>")
+      .Stream(21, "/Subtype/Type1C", testing::CffProgram({"A", "B", "eacute", "g5"}))
+      .Object(22, "<</Flags 32/FontFile 23 0 R>>")
+      .Stream(23, "", type1)
+      .Object(24, "<</Flags 4/FontFile2 25 0 R>>")
+      .Stream(25, "", testing::TestFont().Bytes())
+      .Object(26, "<</Flags 4/FontFile3 27 0 R>>")
+      .Stream(27, "/Subtype/CIDFontType0C", testing::CidProgram({2, 1, 65}))
+      .Object(28, "<</Flags 4/FontFile2 29 0 R>>")
+      .Stream(29, "", "no program")
+      .Object(30, "<</Flags 4/FontFile2 31 0 R>>")
+      .Stream(31, "/Filter/ASCIIHexDecode", "zz")
+      .Stream(32, "", std::string("\0\0\0\1\0\1\0\2", 8))
+      .Stream(33, "", kToUnicode);
+  EXPECT_TRUE(testing::IsAsExpected("pages/embedded_fonts.txt", document.Both()));
 }
 
 TEST(WholePages, OfMarkedText) {
