@@ -73,7 +73,7 @@ class StreamData {
     return read;
   }
 
-  // The dictionary without the first filters.
+  // The dictionary without the first filters, one at least.
   std::string DictionaryWithout(std::size_t steps) {
     std::string text = "<<";
     AppendEntriesWithoutData(text, dictionary_);
@@ -88,14 +88,12 @@ class StreamData {
     return document_->Resolve(value.IsNull() ? dictionary_.Get(short_key) : value, arena_);
   }
 
+  // What is no list is of the first filter.
   static void AppendRest(std::string& text, std::string_view key, const Object& list,
                          std::size_t steps) {
     if (list.Items().size() > steps) {
       pdf::AppendName(text, key);
       pdf::AppendObject(text, Object::Array(list.Items().subspan(steps)));
-    } else if (!list.IsArray() && !list.IsNull() && steps == 0) {
-      pdf::AppendName(text, key);
-      pdf::AppendObject(text, list);
     }
   }
 

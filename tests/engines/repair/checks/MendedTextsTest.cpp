@@ -2,6 +2,7 @@
 #include <sstream>
 
 #include "engines/repair/CheckTest.h"
+#include "engines/repair/checks/MendedContent.h"
 #include "pdf/crypt/Security.h"
 #include "pdf/filters/Filters.h"
 #include "pdf/write/DocumentText.h"
@@ -20,6 +21,14 @@ std::string Deflated(const std::string& data) {
   std::string deflated;
   pdf::DeflateTo(deflated, data, 6);
   return deflated;
+}
+
+std::string Repeated(const std::string& part, int count) {
+  std::string text;
+  for (int i = 0; i < count; ++i) {
+    text += part;
+  }
+  return text;
 }
 
 class MendedTexts : public CheckTest {
@@ -115,6 +124,44 @@ TEST_F(MendedTexts, OfContentThatIsShared) {
       .Stream(12, form, "1 w BT odd");
   Add("shared", file.Table());
   Expect("shared");
+}
+
+TEST_F(MendedTexts, OfContentInParts) {
+  for (const char* contents :
+       {"[20 0 R 21 0 R]", "[21 0 R 22 0 R 20 0 R]", "[20 0 R 23 0 R 22 0 R]", "[20 0 R 24 0 R]",
+        "[24 0 R]", "[20 0 R 99 0 R]", "99 0 R", "[20 0 R<<>>22 0 R]", "[(none)]",
+        "[[20 0 R]22 0 R]", "25 0 R", "[20 0 R 20 0 R]", "[26 0 R 22 0 R]", "[27 0 R 22 0 R]",
+        "[]"}) {
+    Add(contents, OnePage("/Contents " + std::string(contents))
+                      .Stream(20, "", "q 1 w odd")
+                      .Stream(21, "", "1 0 0")
+                      .Stream(22, "", "rg Q odd")
+                      .Stream(23, "", "(cut")
+                      .Object(24, "(no stream)")
+                      .Object(25, "[20 0 R 22 0 R]")
+                      .Stream(26, "", "[(a) 1 Tc")
+                      .Stream(27, "", "BI/W 1/H 1/BPC 8/CS/G ID x EI BI/W 1 ID EI odd")
+                      .Table());
+  }
+  Expect("parts");
+}
+
+// An array that does not end within a thousand operators is none.
+TEST(MendedContent, LooksThroughAThousandOperatorsForTheEndOfAnArray) {
+  for (const int count : {1, 999, 1000, 1001}) {
+    std::string content = "[(a) 1 w ";
+    std::string others;
+    for (int i = 1; i < count; ++i) {
+      others += "0 g\n";
+    }
+    const std::string mended = MendedContent(content + others + "(b)] TJ 2 w");
+    if (count <= 1000) {
+      EXPECT_EQ(mended, "[(a)1" + Repeated(" 0", count - 1) + "(b)]TJ\n2 w\n") << count;
+    } else {
+      EXPECT_EQ(mended.substr(0, others.size()), others);
+      EXPECT_EQ(mended.substr(mended.size() - 4), "2 w\n");
+    }
+  }
 }
 
 TEST_F(MendedTexts, OfResources) {
@@ -221,6 +268,10 @@ TEST_F(MendedTexts, OfStreams) {
       {"/Filter/FlateDecode", "no data"},
       {"/Filter[/ASCIIHexDecode/FlateDecode]/DecodeParms[null<</Predictor 1>>]", "zz"},
       {"/Filter[/ASCIIHexDecode/DCTDecode]/DecodeParms[null<</ColorTransform 0>>]", "4x>"},
+      {"/Own 1/Filter[/ASCIIHexDecode/DCTDecode]/DecodeParms[null<</ColorTransform 0>>]", "4x>"},
+      {"/Own 1/F[/ASCIIHexDecode/DCTDecode]/DP[null<</ColorTransform 0>>]", "4x>"},
+      {"/Filter[/Crypt/ASCIIHexDecode/DCTDecode]/DecodeParms[null null<</A 0>>]", "4x>"},
+      {"/Filter/ASCIIHexDecode/DecodeParms<</A 0>>", "4x>"},
       {"/Filter[/ASCIIHexDecode/MyDecode/FlateDecode]", "41zz"},
       {"/Filter[/MyDecode]", "41"},
       {"/Filter/ASCII85Decode", "abc~z"},
