@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include "engines/support/codecs/CcittEncoder.h"
 #include "engines/support/drawing/DrawingLimits.h"
 #include "engines/support/drawing/PageObjects.h"
 #include "engines/support/drawing/PictureChoice.h"
@@ -146,12 +147,23 @@ std::string ImageFile(const std::string& entries, const std::string& data) {
       .Table();
 }
 
+std::string FaxOf(const std::string& bits) {
+  CcittEncoder encoder(kSize.width);
+  const std::size_t row_bytes = (static_cast<std::size_t>(kSize.width) + 7) / 8;
+  for (std::size_t start = 0; start < bits.size(); start += row_bytes) {
+    encoder.AddRow(reinterpret_cast<const std::uint8_t*>(bits.data()) + start, 0);
+  }
+  encoder.Finish();
+  return std::string(encoder.data());
+}
+
 TEST(DrawingTables, OfFittedImages) {
   const std::string gray = testing::SceneSamples(kSize, 1, 8);
   const std::string rgb = testing::SceneSamples(kSize, 3, 8);
   const std::string cmyk = testing::SceneSamples(kSize, 4, 8);
   const std::string bits = testing::SceneStrokes(kSize);
   const std::string eight = "/BitsPerComponent 8/ColorSpace";
+  const std::string fax = "/Filter/CCITTFaxDecode/DecodeParms<</K -1/Columns 160/Rows 130>>";
   const std::string jpeg = testing::EncodeJpeg(160, 130, 3, rgb, 90);
   const std::string gray_jpeg = testing::EncodeJpeg(160, 130, 1, gray, 90);
   const std::string small_jpeg = testing::EncodeJpeg(80, 65, 3, rgb.substr(0, 80 * 65 * 3), 90);
@@ -172,6 +184,11 @@ TEST(DrawingTables, OfFittedImages) {
       {eight + "[/Indexed/DeviceCMYK 1<FF00000000FF0000>]", std::string(160 * 130, '\1')},
       {eight + "[/Separation/A/DeviceRGB 11 0 R]", gray},
       {"/BitsPerComponent 1/ColorSpace/DeviceGray", bits},
+      {"/BitsPerComponent 1/ColorSpace/DeviceGray" + fax, FaxOf(bits)},
+      {"/BitsPerComponent 1/ColorSpace[/Indexed/DeviceRGB 1<FF00000000FF>]" + fax, FaxOf(bits)},
+      {"/BitsPerComponent 8/ColorSpace/DeviceGray" + fax, FaxOf(bits)},
+      {"/BitsPerComponent 1/ColorSpace/DeviceRGB" + fax, FaxOf(bits)},
+      {"/BitsPerComponent 1/ColorSpace/DeviceGray" + fax, FaxOf(bits).substr(0, 40)},
       {"/BitsPerComponent 1/ImageMask true", bits},
       {eight + "/DeviceRGB/SMask 12 0 R", rgb},
       {eight + "/DeviceRGB/Mask 12 0 R", rgb},

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,6 +12,7 @@
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
 #include "support/RawPdf.h"
+#include "support/SmallImages.h"
 #include "support/TestImages.h"
 #include "support/TestJbig2.h"
 #include "support/TestJpx.h"
@@ -115,6 +118,69 @@ TEST_F(UndrawnObjectsTest, ProfilesWithinSpaces) {
   Find("/Resources<</Shading<</S<</ColorSpace[/Indexed[/ICCBased 8 0 R]0(x)]>>>>>>");
   EXPECT_THAT(undrawn_->profiles(), ElementsAre(8U));
   EXPECT_THAT(undrawn_->images(), IsEmpty());
+}
+
+// Of JPEG 2000 data those whose components are not what the image says, or what nobody says. With
+// one more than RGB has, alpha may be left out.
+TEST_F(UndrawnObjectsTest, Jpeg2000ImagesByTheirComponents) {
+  const std::vector<std::string> spaces = {"",
+                                           "/DeviceGray",
+                                           "/DeviceRGB",
+                                           "/DeviceCMYK",
+                                           "[/Indexed/DeviceRGB 0<000000>]",
+                                           "[/Separation/A/DeviceRGB 4 0 R]",
+                                           "[/DeviceN[/A/B]/DeviceRGB 4 0 R]",
+                                           "/Odd"};
+  const std::map<std::string, std::string> odd = {
+      {"bits.jp2", "..xx...."},      {"cmyk.j2k", ".x..x..."},    {"deep.jp2", "..xx...."},
+      {"four_bits.jp2", "..xx...."}, {"gray16.jp2", "..xx...."},  {"mixed.jp2", "xxxxx..."},
+      {"offset.jp2", ".x.xx..."},    {"palette.jp2", "..xx...."}, {"profile.jp2", "..xx...."},
+      {"rgba.jp2", "xx..x..."},      {"signed.jp2", "..xx...."},  {"ycc.jp2", ".x.xx..."}};
+  std::string names;
+  std::vector<std::string> images;
+  int next = 20;
+  for (const testing::SmallImage& image : testing::SmallJpx()) {
+    for (const std::string& space : spaces) {
+      file_.Stream(next,
+                   "/Subtype/Image/Width 3/Height 2/Filter/JPXDecode" +
+                       (space.empty() ? "" : "/ColorSpace" + space),
+                   image.bytes);
+      names += "/I" + std::to_string(next) + " " + std::to_string(next) + " 0 R";
+      images.push_back(image.name);
+      ++next;
+    }
+  }
+  Find("/Resources<</XObject<<" + names + ">>>>");
+  std::map<std::string, std::string> found;
+  for (std::size_t i = 0; i < images.size(); ++i) {
+    const auto number = static_cast<std::uint32_t>(20 + i);
+    const bool is_odd = std::ranges::count(undrawn_->images(), number) == 1;
+    found[images[i]] += is_odd ? 'x' : '.';
+  }
+  EXPECT_EQ(found, odd);
+}
+
+TEST_F(UndrawnObjectsTest, ImagesByTheirFilters) {
+  const std::string jpx = BytesOf(testing::kGrayAlphaJpx);
+  const std::string jbig2 = testing::kRefinedJbig2 + std::string(">");
+  const std::string gray = kImage + "/ColorSpace/DeviceGray/Filter";
+  const std::string bits = "/Subtype/Image/Width 120/Height 12/BitsPerComponent 1/Filter";
+  file_.Stream(20, gray + "[/JPXDecode]", jpx)
+      .Stream(21, gray + "[/ASCIIHexDecode/JPXDecode]", testing::kGrayAlphaJpx + std::string(">"))
+      .Stream(22, gray + " 23 0 R", jpx)
+      .Object(23, "/JPXDecode")
+      .Stream(24, gray + "/JPXDecode", "no picture")
+      .Stream(25, gray + "/DCTDecode", jpx)
+      .Stream(26, bits + "/JBIG2Decode", BytesOf(testing::kRefinedJbig2))
+      .Stream(27, bits + "[/ASCIIHexDecode 28 0 R]", jbig2)
+      .Object(28, "/JBIG2Decode")
+      .Stream(29, bits + "[/JBIG2Decode/ASCIIHexDecode]", jbig2)
+      .Stream(30, bits + "/JBIG2Decode", "no picture")
+      .Stream(1, gray + "/JPXDecode/Type/Catalog/Pages 2 0 R", jpx);
+  Find(
+      "/Resources<</XObject<</A 1 0 R/B 20 0 R/C 21 0 R/D 22 0 R/E 24 0 R/F 25 0 R/G 26 0 R/H 27 0 "
+      "R/I 29 0 R/J 30 0 R/K<</Subtype/Image/Filter/JPXDecode>>>>>>");
+  EXPECT_THAT(undrawn_->images(), ::testing::UnorderedElementsAre(1U, 20U, 22U, 26U, 27U));
 }
 
 // Each function is made of the next one, twice.
