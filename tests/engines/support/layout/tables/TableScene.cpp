@@ -4,25 +4,25 @@
 
 namespace TarnixTools::engines {
 
-double TableScene::WidthOf(std::string_view text) {
+double TableScene::WidthOf(std::string_view text) const {
   double width = 0;
   for (const char c : text) {
     width += c == ' ' ? kSpace : kWidth;
   }
-  return width;
+  return width * size_ / kSize;
 }
 
 TableScene& TableScene::Add(double x, double y, std::string_view text, std::uint32_t style) {
   WordLine line;
   line.baseline = y;
-  line.size = kSize;
+  line.size = size_;
   for (std::size_t begin = 0; begin < text.size();) {
     const std::size_t end = std::min(text.find(' ', begin), text.size());
     const std::string_view part = text.substr(begin, end - begin);
     Word word;
-    word.box = {x, y - kAscent * kSize, x + WidthOf(part), y + kDescent * kSize};
+    word.box = {x, y - kAscent * size_, x + WidthOf(part), y + kDescent * size_};
     word.baseline = y;
-    word.size = kSize;
+    word.size = size_;
     word.text = std::u32string(part.begin(), part.end());
     PlacedGlyph glyph;
     glyph.glyph = static_cast<std::uint32_t>(page_.glyphs.size());
@@ -30,7 +30,7 @@ TableScene& TableScene::Add(double x, double y, std::string_view text, std::uint
     page_.glyphs.push_back({.style = style});
     words_.emplace_back(part);
     line.words.push_back(std::move(word));
-    x += WidthOf(part) + kSpace;
+    x += WidthOf(part) + WidthOf(" ");
     begin = end + 1;
   }
   text_.lines.push_back(std::move(line));

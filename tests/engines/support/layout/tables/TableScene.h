@@ -17,25 +17,36 @@ namespace TarnixTools::engines {
 
 class TableScene {
  public:
-  static constexpr double kSize = 10;  // of the text
-  static constexpr double kWidth = 5;  // of a letter
+  static constexpr double kSize = 10;  // of the text, where it has no other
+  static constexpr double kWidth = 5;  // of a letter of that size
   static constexpr double kSpace = 2.5;
 
   TableScene() {
     page_.width = 600;
     page_.height = 800;
-    for (const bool is_bold : {false, true}) {
+    for (const int number : {0, 1, 2}) {
       TextStyle style;
-      style.face = std::make_shared<const Typeface>(Typeface{"Test", is_bold});
+      Typeface face{"Test", number == 1};
+      face.is_fixed_pitch = number == 2;
+      style.face = std::make_shared<const Typeface>(std::move(face));
       style.size = kSize;
       page_.styles.push_back(style);
     }
+  }
+
+  // Of what is added from now on.
+  TableScene& OfSize(double size) {
+    size_ = size;
+    return *this;
   }
 
   // Words of ASCII, from a place on the baseline.
   TableScene& Text(double x, double y, std::string_view text) { return Add(x, y, text, 0); }
 
   TableScene& Bold(double x, double y, std::string_view text) { return Add(x, y, text, 1); }
+
+  // As typewriters do.
+  TableScene& Typed(double x, double y, std::string_view text) { return Add(x, y, text, 2); }
 
   // In a table that tags tell of.
   TableScene& Tagged(double x, double y, std::string_view text, std::uint32_t table) {
@@ -127,12 +138,13 @@ class TableScene {
     return *this;
   }
 
-  static double WidthOf(std::string_view text);
+  double WidthOf(std::string_view text) const;
   TableScene& Add(double x, double y, std::string_view text, std::uint32_t style);
 
   PageModel page_;
   TurnedText text_;
   std::vector<std::string> words_;
+  double size_ = kSize;
 };
 
 }  // namespace TarnixTools::engines
