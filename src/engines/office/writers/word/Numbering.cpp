@@ -75,10 +75,7 @@ ListPlace Numbering::Place(const ListLabel& label, std::uint8_t level, const Tex
   const Definition& definition = definitions_[numbers_[state.number].definition];
   const std::optional<Level>& known = definition.levels[index];
   if (known && (known->kind != wanted.kind || known->pattern != wanted.pattern)) {
-    const auto counters = state.counters;
     AddNumber(state, definitions_.size());
-    state.counters = counters;
-    state.counters[index].reset();
   }
   std::optional<Level>& used = definitions_[numbers_[state.number].definition].levels[index];
   if (!used) {
@@ -103,8 +100,11 @@ void Numbering::Count(State& state, std::size_t level, const ListLabel& label) {
   if (label.kind == ListKind::kBullet) {
     return;
   }
-  const std::int32_t expected = state.counters[level].value_or(0) + 1;
-  if (label.value != expected) {
+  const std::map<std::size_t, std::int32_t>& starts = numbers_[state.number].starts;
+  const auto start = starts.find(level);  // inner levels begin there each time
+  const std::int32_t first = start == starts.end() ? 1 : start->second;
+  const std::optional<std::int32_t>& last = state.counters[level];
+  if (label.value != (last ? *last + 1 : first)) {
     AddNumber(state, numbers_[state.number].definition);
     numbers_[state.number].starts[level] = std::max(label.value, 0);
   }
