@@ -1,3 +1,4 @@
+#include <cstdio>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -5,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "engines/office/writers/sheets/CellValue.h"
+#include "support/Expected.h"
 
 namespace TarnixTools::engines::office {
 namespace {
@@ -161,6 +163,128 @@ TEST(CellValue, ReadsDatesWithOneDigit) {
   EXPECT_FALSE(ReadEnglish("1900-02-28").has_value());  // spreadsheets differ on these
   EXPECT_FALSE(ReadEnglish("09.12.11").has_value());
   EXPECT_FALSE(ReadEnglish("a9.12.2011").has_value());
+}
+
+// "12.5 as 0.0", or nothing for what is text.
+std::string Shown(const std::string& text, const NumberHabits& habits) {
+  const std::optional<CellValue> value = ReadCellValue(text, habits);
+  if (!value) {
+    return "";
+  }
+  std::string shown(40, '\0');
+  shown.resize(
+      static_cast<std::size_t>(std::snprintf(shown.data(), shown.size(), "%.15g", value->number)));
+  return shown + " as " + value->format;
+}
+
+// Digits of every form with what may stand around them; what is left out is text.
+TEST(CellValue, ReadsAllFormsOfNumbers) {
+  NumberHabits points;
+  points.Learn("0.5");
+  NumberHabits commas;
+  commas.Learn("0,5");
+  std::string text;
+  for (const std::string digits : {"5",
+                                   "12",
+                                   "0",
+                                   "00",
+                                   "07",
+                                   "1.5",
+                                   "1,5",
+                                   ".5",
+                                   ",5",
+                                   "5.",
+                                   "5,",
+                                   "0.50",
+                                   "0,50",
+                                   "1.234",
+                                   "1,234",
+                                   "12.345",
+                                   "123,456",
+                                   "1234.567",
+                                   "0.123",
+                                   "0,123",
+                                   "1.2345",
+                                   "12 345",
+                                   "1 234",
+                                   "1234 567",
+                                   "1'234",
+                                   "1'23",
+                                   "1,234.5",
+                                   "1.234,5",
+                                   "1 234.5",
+                                   "1'234,5",
+                                   "1,234,567",
+                                   "1.234.567",
+                                   "1,234.567.8",
+                                   "1.2.3",
+                                   "1,234 567",
+                                   "0,123,456",
+                                   "12,34,567",
+                                   "1234567890",
+                                   "99999999999999",
+                                   "123456789012345",
+                                   "1234567890123456",
+                                   "1234567890.12345",
+                                   "1234567890.123456",
+                                   "0.000000000000001",
+                                   ".123456789012345",
+                                   "1234567890123456789012345678901234567890",
+                                   "a1",
+                                   "1a",
+                                   "1 2",
+                                   "'1",
+                                   "1'",
+                                   "1..2"}) {
+    for (const std::string& around : {digits,
+                                      "-" + digits,
+                                      "+" + digits,
+                                      "(" + digits + ")",
+                                      digits + "%",
+                                      digits + " %",
+                                      "(" + digits + " %)",
+                                      "$" + digits,
+                                      "$ " + digits,
+                                      "($" + digits + ")",
+                                      "-$" + digits,
+                                      "$-" + digits,
+                                      digits + "€",
+                                      digits + " €",
+                                      "-" + digits + " CHF",
+                                      "+US$" + digits,
+                                      "$" + digits + "€",
+                                      "--" + digits,
+                                      "(-" + digits + ")",
+                                      "% " + digits}) {
+      const std::string with_points = Shown(around, points);
+      const std::string with_commas = Shown(around, commas);
+      const std::string unknown = Shown(around, NumberHabits());
+      if (!with_points.empty() || !with_commas.empty() || !unknown.empty()) {
+        text += around + ": " + with_points;
+        text += with_commas == with_points ? "" : " | " + with_commas;
+        text += unknown == with_points ? "" : " | " + unknown;
+        text += "\n";
+      }
+    }
+  }
+  EXPECT_TRUE(TarnixTools::testing::IsAsExpected("office/cell-values.txt", text));
+}
+
+TEST(CellValue, ReadsAllFormsOfDates) {
+  std::string text;
+  for (const std::string year : {"1899", "1900", "1904", "2000", "2023", "9999", "23"}) {
+    for (const std::string month : {"0", "1", "2", "02", "3", "03", "04", "12", "13"}) {
+      for (const std::string day : {"0", "00", "1", "01", "09", "28", "29", "30", "31", "32"}) {
+        for (const std::string& date :
+             {year + "-" + month + "-" + day, day + "." + month + "." + year,
+              day + "/" + month + "/" + year}) {
+          const std::string shown = Shown(date, NumberHabits("en"));
+          text += shown.empty() ? "" : date + ": " + shown + "\n";
+        }
+      }
+    }
+  }
+  EXPECT_TRUE(TarnixTools::testing::IsAsExpected("office/cell-dates.txt", text));
 }
 
 }  // namespace
