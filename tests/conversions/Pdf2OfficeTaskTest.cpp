@@ -367,8 +367,11 @@ TEST_F(Pdf2OfficeTaskTest, RefusesScannedDocumentsUntilTheyWereLookedAt) {
   EXPECT_TRUE(IsThere("out_file.docx"));
 }
 
+// So many that no machine converts them before the task looks at the time.
+constexpr int kManyPages = 1000;
+
 TEST_F(Pdf2OfficeTaskTest, DoesNotWaitWithoutTime) {
-  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", 40), "", true));
+  Pdf2OfficeTask task(PdfDoc(MakePdf("a.pdf", kManyPages), "", true));
   task.SetTimeout(0);
   const Failure failure = FailureOf([&] { task.Execute(); });
   EXPECT_EQ(failure, Failure(PdfExceptionCode::ConversionTimeout,
@@ -378,7 +381,7 @@ TEST_F(Pdf2OfficeTaskTest, DoesNotWaitWithoutTime) {
 }
 
 TEST_F(Pdf2OfficeTaskTest, ThreadsOutliveTheirTasks) {
-  const PdfDoc document(MakePdf("a.pdf", 30), "", true);
+  const PdfDoc document(MakePdf("a.pdf", kManyPages), "", true);
   for (int i = 0; i < 3; ++i) {
     Pdf2OfficeTask task(document);
     task.SetTimeout(0);
