@@ -4,11 +4,16 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "engines/pdfa/ClaimProof.h"
 #include "engines/pdfa/ErrorCodes.h"
 #include "engines/pdfa/PdfA.h"
+#include "pdf/Error.h"
+#include "pdf/syntax/HexText.h"
 #include "support/ArchiveFile.h"
+#include "support/RawPdf.h"
 #include "support/Readers.h"
 #include "support/TempDir.h"
+#include "support/TestPackets.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -77,6 +82,27 @@ TEST_F(ClaimProofTest, FailsWhereAWrongClaimCannotBeTakenOut) {
   WriteBytes(Path(), ArchiveFile("2b").Annotation("/Subtype/Text/Rect[1 2 3 4]").Bytes());
   const platform::FilePtr file(std::fopen(Path().c_str(), "rb"));
   EXPECT_EQ(PdfValidatorProveClaim(file.get()), -1);
+}
+
+// What the stream is in the file cannot be replaced by what it says.
+TEST_F(ClaimProofTest, FailsWhereAPacketIsStoredOtherwise) {
+  std::string hex;
+  for (const char c : TarnixTools::testing::TestPacket(TarnixTools::testing::ClaimOf("2"))) {
+    TarnixTools::pdf::AppendHexByte(hex, c);
+  }
+  TarnixTools::testing::RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R/Metadata 4 0 R>>");
+  pdf.Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>");
+  pdf.Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 9 9]>>");
+  pdf.Stream(4, "/Type/Metadata/Subtype/XML/Filter/ASCIIHexDecode", hex + ">");
+  const platform::FilePtr file(std::fopen(WriteBytes(Path(), pdf.Table()).c_str(), "r+b"));
+  try {
+    pdfa::ProveClaim(file.get());
+    FAIL() << "nobody said that it cannot be done";
+  } catch (const TarnixTools::pdf::Error& error) {
+    EXPECT_EQ(error.code(), TarnixTools::pdf::ErrorCode::kInternal);
+    EXPECT_STREQ(error.what(), "the packet is not stored as it is");
+  }
 }
 
 }  // namespace

@@ -50,6 +50,8 @@ void SaySimpleFonts(Sayings& sayings) {
               SimpleFontFacts{.first_code = std::nullopt, .last_code = 5, .widths = 6});
   sayings.Say("codes from",
               SimpleFontFacts{.first_code = 5, .last_code = std::nullopt, .widths = 6});
+  sayings.Say("codes from below",
+              SimpleFontFacts{.first_code = -5, .last_code = std::nullopt, .widths = 6});
   sayings.Say("no widths",
               SimpleFontFacts{.first_code = 5, .last_code = 5, .widths = std::nullopt});
 }

@@ -63,6 +63,8 @@ constexpr OddCase kAnnotations[] = {
     {Part::kAnnotation, "/Subtype(Text)/F(4)/CA(1)/Rect[0 0 9]"},
     {Part::kAnnotation, "/Subtype/Text/F 4.0/CA 1/Rect[9 8 1 2]/AP<<>>"},
     {Part::kAnnotation, "/Subtype/Text/F 4/Rect[0 0 0 5]"},
+    {Part::kAnnotation, "/Subtype/Text/F 4/Rect[0 0 5 0]"},
+    {Part::kAnnotation, "/Subtype/Text/F 4/Rect[5 7 5 7]"},
     {Part::kAnnotation, "/Subtype/Text/F 4{rect}/AP<</N null>>"},
     {Part::kAnnotation, "/Subtype/Text/F 4{rect}/AP<</N<<>>>>"},
     {Part::kAnnotation, "/Subtype/Text/F 4{rect}/AP 6 0 R"},
@@ -84,6 +86,8 @@ constexpr OddCase kAnnotations[] = {
      "/AcroForm<</Fields[20 0 R 20 0 R]>>"},
     {Part::kObject, "<</Subtype/Widget/AA<<>>/Kids[<</Subtype/Widget/T(b)/AA<<>>>>]>>",
      "/AcroForm<</Fields[20 0 R]>>"},
+    {Part::kObject, "<</Subtype/Widget/AA<<>>>>", "/AcroForm<</Fields[20 0 R]>>"},
+    {Part::kObject, "<</Subtype/Other/AA<<>>>>", "/AcroForm<</Fields[20 0 R]>>"},
     {Part::kObject, "<</Fields[<</T(a)/FT/Sig/V<</Contents<00>>>>>>]/XFA(x)/NeedAppearances true>>",
      "/AcroForm 20 0 R"},
     {Part::kObject, "<</FT/Sig/T(a)/V<</ByteRange[0 1 2]/Contents 7>>>>",
@@ -102,7 +106,8 @@ TEST(OddCases, OfAnnotationsAndFields) {
 }
 
 constexpr OddCase kStructures[] = {
-    {Part::kObject, "<</S/P/K[<</S/Odd>>[<</S/Odder>>]<</Type/MCR/S/Odd>><</Type/OBJR/S/Odd>>1]>>",
+    {Part::kObject,
+     "<</S/P/K[<</S/Odd>>[<</S/Odder>>]<</Type/MCR/S/OddMark>><</Type/OBJR/S/OddObject>>1]>>",
      "/StructTreeRoot<</K 20 0 R>>"},
     {Part::kObject, "<</S(Odd)/Lang(x_y)/K<</Lang()/K<</Lang/de>>>>>>",
      "/StructTreeRoot<</K 20 0 R>>"},

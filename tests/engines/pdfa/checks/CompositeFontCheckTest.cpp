@@ -84,6 +84,8 @@ TEST(CompositeFontCheck, WantsMapsThatReadersHave) {
   EXPECT_EQ(rules(Level::k2b, "40 0 R", "/Odd usecmap "), "6.2.11.3.3-3");
   EXPECT_EQ(rules(Level::k2b, "40 0 R", "", "/UseCMap/Odd"), "6.2.11.3.3-3");
   EXPECT_EQ(rules(Level::k2b, "40 0 R", "", "/UseCMap/H"), "");
+  EXPECT_EQ(rules(Level::k2b, "40 0 R", "", "/UseCMap<</CMapName/H>>"), "");
+  EXPECT_EQ(rules(Level::k2b, "40 0 R", "", "/UseCMap<</CMapName/Odd>>"), "6.2.11.3.3-3");
   EXPECT_EQ(rules(Level::k1b, "40 0 R", "<0000><0001>65535 endcidrange "), "6.1.12-10");
   EXPECT_EQ(rules(Level::k2b, "40 0 R", "<0000><0001>65535 endcidrange "), "6.1.13-10");
 }
@@ -122,6 +124,14 @@ TEST(CompositeFontCheck, FindsIdentifiersWithoutAGlyph) {
   EXPECT_EQ(rules("<0002>"), "6.2.11.4.1-2");
   EXPECT_EQ(rules("<0000>"), "6.2.11.8-1");
   EXPECT_EQ(rules("<000100>"), "6.2.11.4.1-2 6.2.11.8-1");
+  const auto with_widths = [](const std::string& widths) {
+    return PageOf("/Identity-H",
+                  kTrueType + "/CIDToGIDMap/Identity/W[" + widths + "]" + kTrueTypeProgram, "<00>")
+        .BrokenRules(Level::k2b);
+  };
+  EXPECT_EQ(with_widths("0[500]"), "6.2.11.4.1-2 6.2.11.8-1") << "what .notdef is as wide as";
+  EXPECT_EQ(with_widths("0[512]"), "6.2.11.4.1-2 6.2.11.5-1 6.2.11.8-1");
+  EXPECT_EQ(with_widths("0[500 512]"), "6.2.11.4.1-2 6.2.11.8-1");
 }
 
 }  // namespace

@@ -239,5 +239,150 @@ TEST(PaintedFindings, AreThoseOfFonts) {
   EXPECT_TRUE(IsAsExpected("pdfa/findings/fonts.txt", text));
 }
 
+// Images that are painted over others in inks, in place and as objects, before and after what is painted
+// plainly.
+TEST(PaintedFindings, AreThoseOfOverprintedImages) {
+  std::string text;
+  for (const char* content :
+       {"/I Do", "/Over gs /I Do", "/Both gs /I Do", "/I Do /Both gs /I Do /I Do",
+        "/Both gs /I Do /Plain gs /I Do", "/Both gs BI/W 1/H 1/BPC 8/CS/C ID xxxx EI",
+        "/Plain gs BI/W 1/H 1/BPC 8/CS/C ID xxxx EI", "/Modeless gs /I Do"}) {
+    PaintedPage page(content);
+    page.Output("RGB ").Resources(
+        "/ColorSpace<</C 21 0 R>>/XObject<</I 20 0 R>>/ExtGState<</Over<</OP true/op false/OPM 1>>"
+        "/Both<</op true/OPM 1>>/Plain<</op false/OPM 1>>/Modeless<</op true/OPM 0>>>>");
+    page.pdf()
+        .Stream(20, "/Subtype/Image/Width 1/Height 1/BitsPerComponent 8/ColorSpace 21 0 R", "xxxx")
+        .Object(21, "[/ICCBased 22 0 R]")
+        .Stream(22, "/N 4", ProfileHeader("CMYK"));
+    text += Said(content, page);
+  }
+  EXPECT_TRUE(IsAsExpected("pdfa/findings/overprinted-images.txt", text));
+}
+
+// Colours count where they are set, groups where they are entered, each in what stands for it.
+TEST(PaintedFindings, AreThoseOfColorsThatAreOnlySet) {
+  std::string text;
+  for (const char* content :
+       {"0.5 g", "0.5 G", "1 0 0 rg", "1 0 0 RG", "0 0 0 1 k", "0 0 0 1 K", "/DeviceGray cs",
+        "/DeviceGray CS", "/DeviceRGB cs 1 0 0 sc", "/DeviceRGB CS 1 0 0 SC",
+        "/DeviceCMYK cs 0 0 0 1 scn", "/DeviceCMYK CS 0 0 0 1 SCN", "/G Do", "/H Do", "0.5 x"}) {
+    PaintedPage page(content);
+    page.Resources("/XObject<</G 20 0 R/H 21 0 R>>");
+    const std::string form = "/Subtype/Form/BBox[0 0 9 9]/Group<</S/Transparency/CS/DeviceCMYK>>";
+    page.pdf()
+        .Stream(20, form + "/Resources<</ColorSpace<</DefaultCMYK[/ICCBased 22 0 R]>>>>", "")
+        .Stream(21, form + "/Resources<</ColorSpace<</DefaultRGB[/ICCBased 22 0 R]>>>>", "")
+        .Stream(22, "/N 4", ProfileHeader("CMYK"));
+    text += Said(content, page);
+    page.Output("CMYK").Resources(
+        "/XObject<</G 20 0 R/H 21 0 R>>/ColorSpace<</DefaultRGB[/CalRGB<<>>]>>");
+    page.PageEntries("/Group<</S/Transparency/CS/DeviceRGB>>");
+    text += Said(std::string(content) + " for a press, in a group", page);
+  }
+  EXPECT_TRUE(IsAsExpected("pdfa/findings/set-colors.txt", text));
+}
+
+TEST(PaintedFindings, AreThoseOfStates) {
+  std::string text;
+  for (const char* state :
+       {"",
+        "/BM/Normal",
+        "/BM/Compatible",
+        "/BM[/Normal]",
+        "/BM[/Compatible/Normal]",
+        "/BM[/Normal/Multiply]",
+        "/BM/Multiply",
+        "/BM/Odd",
+        "/BM(Normal)",
+        "/BM[]",
+        "/CA 1/ca 1",
+        "/CA 0.99",
+        "/ca 0.99",
+        "/CA 0",
+        "/SMask/None",
+        "/SMask<</S/Alpha>>",
+        "/SMask/Odd",
+        "/TR/Default",
+        "/TR/Identity",
+        "/TR2/Default",
+        "/TR2/Identity",
+        "/HTP[1 1]",
+        "/HTO[1 1]",
+        "/HT/Default",
+        "/HT<</HalftoneType 1>>",
+        "/HT<</HalftoneType 5>>",
+        "/HT<</HalftoneType 6>>",
+        "/HT<</HalftoneType 1/HalftoneName(x)>>",
+        "/HT<</HalftoneType 1/TransferFunction/Identity>>",
+        "/HT<</HalftoneType 5/Cyan<</HalftoneType 1>>>>",
+        "/HT<</HalftoneType 5/Cyan<</HalftoneType 1/TransferFunction/Identity>>>>",
+        "/HT<</HalftoneType 5/Spot<</HalftoneType 1>>>>",
+        "/HT<</HalftoneType 5/Spot<</HalftoneType 1/TransferFunction/Identity>>>>",
+        "/HT<</HalftoneType 5/Default<</HalftoneType 2/HalftoneName(x)>>>>",
+        "/RI/Perceptual",
+        "/RI/Odd",
+        "/RI(Perceptual)"}) {
+    PaintedPage page("/S gs");
+    page.Resources("/ExtGState<</S<<" + std::string(state) + ">>>>");
+    text += Said(state, page);
+  }
+  EXPECT_TRUE(IsAsExpected("pdfa/findings/states.txt", text));
+}
+
+// Of one that stands in place in several resources there are not more findings than of one object.
+TEST(PaintedFindings, AreThoseOfFontsInPlace) {
+  const std::string type1 = "<</Type/Font/Subtype/Type1/BaseFont/Boxes/FirstChar 65/LastChar 66";
+  const std::string program = "/FontDescriptor<</Flags 32/FontFile 30 0 R>>";
+  PaintedPage page(
+      "BT /A 9 Tf (A) Tj /B 9 Tf (B) Tj /C 9 Tf (A) Tj /D 9 Tf (A) Tj /E 9 Tf (AB) Tj ET "
+      "/X Do");
+  page.Output("RGB ").Resources("/Font<</A" + type1 + "/Widths[150 150]" + program + ">>/B" +
+                                type1 + "/Widths[150 150]" + program + ">>/C" + type1 +
+                                "/Widths[152 152]" + program + ">>/D" + type1 +
+                                "/Widths[150 150]>>/E 20 0 R>>/XObject<</X 21 0 R>>");
+  page.pdf()
+      .Object(20, type1 + "/Widths[150 150]/ToUnicode 31 0 R" + program + ">>")
+      .Stream(21,
+              "/Subtype/Form/BBox[0 0 9 9]/Resources<</Font<</D" + type1 + "/Widths[150 150]>>/F" +
+                  type1 + "/Widths[153 153]" + program + ">>>>>>",
+              "BT /D 9 Tf (A) Tj /F 9 Tf (A) Tj ET")
+      .Stream(30, "", testing::Type1ProgramText({"A"}))
+      .Stream(31, "", "1 begincodespacerange<00><FF>endcodespacerange");
+  EXPECT_TRUE(IsAsExpected("pdfa/findings/fonts-in-place.txt", Said("many", page)));
+}
+
+// A character of private use is said to mean something by what is marked around it, and by no more.
+TEST(PaintedFindings, AreThoseOfTextThatIsSaidToMeanSomething) {
+  const std::string meant = "/Span<</ActualText(x)>>BDC ";
+  std::string text;
+  for (const std::string& content :
+       {std::string("(B) Tj"), meant + "(B) Tj EMC", meant + "(B) Tj EMC (B) Tj",
+        "(B) Tj " + meant + "(B) Tj EMC", meant + "/P BMC (B) Tj EMC EMC",
+        meant + "/P BMC EMC EMC (B) Tj", "/P BMC " + meant + "EMC (B) Tj EMC",
+        meant + meant + "EMC (B) Tj EMC", meant + meant + "EMC EMC (B) Tj"}) {
+    text += Said(content,
+                 FontPage("/Type/Font/Subtype/Type1/BaseFont/Boxes/FirstChar 65/LastChar 66/Widths["
+                          "150 150]/FontDescriptor<</Flags 32/FontFile 30 0 R>>/ToUnicode 34 0 R",
+                          content));
+  }
+  for (const char* parents : {"", "/StructParents 0", "/StructParents 1", "/StructParents 5"}) {
+    for (const char* mark : {"/Span<</MCID 0>>BDC ", "/Span<</MCID 1>>BDC "}) {
+      PaintedPage page = FontPage(
+          "/Type/Font/Subtype/Type1/BaseFont/Boxes/FirstChar 65/LastChar 66/Widths[150 150]"
+          "/FontDescriptor<</Flags 32/FontFile 30 0 R>>/ToUnicode 34 0 R",
+          std::string(mark) + "(B) Tj EMC");
+      page.PageEntries(parents).CatalogEntries(
+          "/StructTreeRoot<</ParentTree<</Nums[0[40 0 R 41 0 R]5[41 0 R 42 0 R]]>>>>");
+      page.pdf()
+          .Object(40, "<</S/Span/ActualText(x)>>")
+          .Object(41, "<</S/Span>>")
+          .Object(42, "<</S/Span/P 40 0 R>>");
+      text += Said(std::string(mark) + parents, page);
+    }
+  }
+  EXPECT_TRUE(IsAsExpected("pdfa/findings/meant-text.txt", text));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::pdfa

@@ -83,6 +83,7 @@ TEST(CarriedClaim, HasAVersionAndALayoutThatReadersOfPart1Know) {
     EXPECT_TRUE(old.bytes.starts_with("%PDF-1.4\n"));
     EXPECT_EQ(Carry(FileWith(PacketWith("1"), "%PDF-1.4\n"), can_be_proven).options.version, "1.4");
     EXPECT_EQ(Carry(FileWith(PacketWith("1"), "%PDF-1.6\n"), can_be_proven).options.version, "1.6");
+    EXPECT_EQ(Carry(FileWith(PacketWith("1"), "%PDF-2.0\n"), can_be_proven).options.version, "2.0");
     const Carried later = Carry(FileWith(PacketWith("2")), can_be_proven);
     EXPECT_EQ(later.options.version, pdf::RewriteOptions().version);
     EXPECT_EQ(later.options.layout, pdf::RewriteOptions().layout);

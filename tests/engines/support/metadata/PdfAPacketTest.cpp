@@ -2,6 +2,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -169,6 +170,14 @@ TEST(PdfAClaim, HasCodes) {
   EXPECT_EQ(ClaimedPdfACode(ReadXmp(TestPacket(ClaimOf("4")))), 0);
   EXPECT_EQ(ClaimedPdfACode(ReadXmp(TestPacket(ClaimOf("22")))), 0);
   EXPECT_EQ(ClaimedPdfACode(ReadXmp(TestPacket(""))), 0);
+  for (const auto& [conformance, code] :
+       {std::pair("A", 0x1703), std::pair("B", 0x1701), std::pair("U", 0x1702), std::pair("C", 0),
+        std::pair("Z", 0), std::pair("[", 0), std::pair("a", 0), std::pair("b", 0),
+        std::pair("@", 0), std::pair("", 0), std::pair("BB", 0)}) {
+    std::string packet = TestPacket(ClaimOf("2"));
+    packet.replace(packet.find(">B<") + 1, 1, conformance);
+    EXPECT_EQ(ClaimedPdfACode(ReadXmp(packet)), code) << conformance;
+  }
 }
 
 TEST(PdfAClaim, KnowsWhatTwoLevelsHaveInCommon) {

@@ -60,6 +60,15 @@ TEST(XmpPacket, TellsThePartWhateverComesBeforeIt) {
   EXPECT_EQ(PacketOf(TestPacket(claim))->claimed_part, 2);
 }
 
+TEST(XmpPacket, ClaimsSomethingWithoutAPart) {
+  const auto packet =
+      PacketOf(TestPacket("<rdf:Description xmlns:pdfaid='http://www.aiim.org/pdfa/ns/id/' "
+                          "pdfaid:conformance='B'/>"));
+  ASSERT_TRUE(packet);
+  EXPECT_TRUE(packet->has_claim);
+  EXPECT_EQ(packet->claimed_part, 0);
+}
+
 TEST(XmpPacket, StaysAsItIsWithoutAClaim) {
   const auto packet = PacketOf(TestPacket(""));
   ASSERT_TRUE(packet);
