@@ -14,6 +14,7 @@
 #include "support/RawPdf.h"
 #include "support/Readers.h"
 #include "support/TempDir.h"
+#include "support/TestPackets.h"
 #include "support/TestPdf.h"
 
 namespace TarnixTools::engines {
@@ -159,6 +160,60 @@ TEST_F(ConverterTest, NeedsTheRightPassword) {
   EXPECT_EQ(Code(), kConverterPasswordError);
   EXPECT_EQ(Convert("in.pdf", L"secret"), 1);
   EXPECT_THAT(PageTexts(Path("out.pdf")), ElementsAre("Page 1"));
+}
+
+// What it says is of the last document, of which there is nothing where that does not open.
+TEST_F(ConverterTest, ForgetsTheDocumentsBefore) {
+  EXPECT_EQ(Pdf2PdfIsEncrypted(object_), 0);
+  TestPdf().Pages(1, "Page").Write(Path("plain.pdf"));
+  testing::EncryptWithQpdf(Path("plain.pdf"), Path("in.pdf"), "secret", "owner");
+  ASSERT_EQ(Convert("in.pdf", L"secret"), 1);
+  EXPECT_EQ(Pdf2PdfIsEncrypted(object_), 1);
+  EXPECT_GT(Pdf2PdfGetReportCount(object_), 0);
+  EXPECT_EQ(Convert("missing.pdf"), 0);
+  EXPECT_EQ(Pdf2PdfIsEncrypted(object_), 0);
+  EXPECT_EQ(Pdf2PdfGetReportCount(object_), 0);
+  EXPECT_EQ(Pdf2PdfGetConversionErrors(object_), 0);
+  EXPECT_EQ(Pdf2PdfGetReachedCompliance(object_), 0);
+  ASSERT_EQ(Convert("plain.pdf"), 1);
+  EXPECT_EQ(Pdf2PdfIsEncrypted(object_), 0);
+  EXPECT_EQ(Pdf2PdfIsEncrypted(nullptr), 0);
+  EXPECT_EQ(Pdf2PdfGetReachedCompliance(nullptr), 0);
+}
+
+// A packet goes into what was written last, and into nothing where that has failed.
+TEST_F(ConverterTest, MergesNoPacketIntoAnOlderDocument) {
+  TestPdf().Pages(1, "Page").Write(Path("in.pdf"));
+  ASSERT_EQ(Convert("in.pdf"), 1);
+  EXPECT_EQ(Pdf2PdfConvertW(object_, WidePath(Path("in.pdf")), L"", WidePath(Path("other.pdf")),
+                            WidePath(Path("none/log.txt"))),
+            0);
+  testing::WriteBytes(Path("packet.xml"), testing::TestPacket(""));
+  EXPECT_EQ(Pdf2PdfSetMetadataW(object_, WidePath(Path("packet.xml"))), 0);
+  EXPECT_EQ(Code(), kConverterArgumentError);
+}
+
+// The entries of the report, one after the other: what was done, how often, and to what.
+TEST_F(ConverterTest, TellsEntriesOfItsReport) {
+  std::string many;
+  for (int i = 0; i < 8192; ++i) {
+    many += "0 ";
+  }
+  testing::WriteBytes(Path("in.pdf"), DocumentWith("/AA<</WC<</S/Launch>>>>/Many[" + many + "]",
+                                                   "/Annots[<</Subtype/Movie/Rect[0 0 9 9]>>"
+                                                   "<</Subtype/Sound/Rect[0 0 9 9]>>]"));
+  Pdf2PdfSetCompliance(object_, 0x1401);
+  Convert("in.pdf");
+  std::string text;
+  for (int i = 0; i < Pdf2PdfGetReportCount(object_); ++i) {
+    TPdf2PdfEntry entry;
+    EXPECT_EQ(Pdf2PdfGetReportEntry(object_, i, &entry), 1);
+    text += entry.outcome == TPdf2PdfOutcome::kChanged   ? "changed "
+            : entry.outcome == TPdf2PdfOutcome::kDropped ? "dropped "
+                                                         : "blocking ";
+    text += std::to_string(entry.count) + " " + entry.what + "\n";
+  }
+  EXPECT_TRUE(testing::IsAsExpected("pdfa/convert/report.txt", text));
 }
 
 TEST_F(ConverterTest, TellsWhyADocumentDoesNotOpen) {

@@ -195,6 +195,44 @@ TEST_F(FontTextsTest, AreDrawnOnes) {
                            SurveyText(DrawnFonts(), {Level::k1a, Level::k2u}, &MendFonts)));
 }
 
+// Widths that are not told, codes that are 0, characters that are none, and descendants in place.
+RawPdf OddFonts() {
+  FontFile file;
+  const std::string glyph = file.AddStream("9 0 d0 0 0 9 9 re f");
+  const std::string type3 =
+      "/Subtype/Type3/FontBBox[0 0 9 9]/FontMatrix[.1 0 0 .1 0 0]/FirstChar 65/LastChar 65"
+      "/Widths[9]/Resources<<>>/Encoding<</Differences[0/A 65/A]>>/CharProcs<</A" +
+      glyph + ">>";
+  file.Add(type3, "(AB\\000) Tj");
+  const std::string none = file.AddStream(
+      "1 begincodespacerange<00><FF>endcodespacerange 4 beginbfchar<00><0061><41><0000><42><0001>"
+      "<43><FFFE>endbfchar");
+  file.Add(type3 + "/ToUnicode" + none, "(A\\000) Tj");
+  const std::string type1 =
+      "/Subtype/Type1/BaseFont/Boxes/FirstChar 65/LastChar 67/Widths[100 200 "
+      "0]/FontDescriptor" +
+      file.AddObject(Descriptor("Boxes", 4, "FontFile 11 0 R"));
+  file.Add(type1 + "/ToUnicode" + none, "(ABC) Tj");
+  const std::string nothing = file.AddStream("1 begincodespacerange<00><FF>endcodespacerange");
+  file.Add(type1 + "/ToUnicode" + nothing + "/Encoding<</Differences[0/A 65/none/B/.notdef]>>",
+           "(ABC\\000) Tj");
+  const std::string descriptor =
+      "/FontDescriptor" +
+      file.AddObject(
+          Descriptor("Boxes", 4, "FontFile2" + file.AddStream(testing::TestFont().Bytes())));
+  file.Add(
+      "/Subtype/Type0/BaseFont/Boxes/Encoding/Identity-H/DescendantFonts[<</Type/Font/BaseFont"
+      "/Boxes/Subtype/CIDFontType2/DW 400" +
+          descriptor + ">>]",
+      "<0002> Tj");
+  return file.Take();
+}
+
+TEST_F(FontTextsTest, AreOddOnes) {
+  EXPECT_TRUE(IsAsExpected("pdfa/convert/fonts-odd.txt",
+                           SurveyText(OddFonts(), {Level::k1a, Level::k2u}, &MendFonts)));
+}
+
 // Fonts, descriptors, shadings and spot colours in place, however deep, become objects of their own.
 TEST_F(FontTextsTest, AreLiftedOutOfPlaces) {
   const std::string font = "<</Type/Font/Subtype/Type1/BaseFont/Helvetica>>";

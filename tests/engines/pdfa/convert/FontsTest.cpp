@@ -85,6 +85,38 @@ TEST_F(FontsTest, StayForFillingInForms) {
   EXPECT_EQ(written_->Follow(form["/DR"]["/Font"]["/F"])["/Subtype"], "/Type1");
 }
 
+// Wherever the form has them: in objects of their own, or in place in something that is one. Others than
+// those that are replaced stay what they are.
+TEST_F(FontsTest, StayForFillingInFormsWhereverTheyAre) {
+  const std::string fonts = "<</F 5 0 R/G 9 0 R/H 5 0 R>>";
+  for (const auto& [form, resources] :
+       {std::pair("/DR 7 0 R", std::string("<</Font 8 0 R>>")),
+        std::pair("/DR<</Font 8 0 R>>", std::string("null")),
+        std::pair("/DR 7 0 R", "<</ProcSet[/PDF]/Font" + fonts + ">>")}) {
+    RawPdf file = PageWithFont(kHelvetica, "/AcroForm 6 0 R");
+    file.Object(6, "<</Fields[]" + std::string(form) + ">>");
+    file.Object(7, resources).Object(8, fonts);
+    file.Object(9, "<</Type/Font/Subtype/Type1/BaseFont/Courier>>");
+    EXPECT_EQ(FontOf(file, kShowsText)["/Subtype"], "/Type0");
+    const Json written_form = written_->Follow(written_->Catalog()["/AcroForm"]);
+    const Json kept = written_->Follow(written_->Follow(written_form["/DR"])["/Font"]);
+    ASSERT_EQ(kept.size(), 3U) << form << resources;
+    EXPECT_EQ(written_->Follow(kept["/F"])["/BaseFont"], "/Helvetica");
+    EXPECT_EQ(written_->Follow(kept["/G"])["/BaseFont"], "/Courier");
+    EXPECT_EQ(written_->Follow(kept["/H"])["/Subtype"], "/Type1");
+  }
+}
+
+// Codes whose map nobody has are not known, and so are not the characters.
+TEST_F(FontsTest, StayWhereTheirCodesAreNotKnown) {
+  const Json font = FontOf(PageWithFont("<</Type/Font/Subtype/Type0/BaseFont/Boxes/Encoding/Odd"
+                                        "/DescendantFonts[<</Subtype/CIDFontType2>>]>>"),
+                           "BT /F 12 Tf (AB) Tj ET");
+  EXPECT_EQ(font["/BaseFont"], "/Boxes");
+  EXPECT_EQ(Report(),
+            "not mended: font Boxes is not embedded, and no installed font can stand in for it\n");
+}
+
 TEST_F(FontsTest, OfPicturesKeepTheirCharacters) {
   FontOf(PageWithFont("<</Type/Font/Subtype/Type1/BaseFont/Symbol>>"), "BT /F 12 Tf (a) Tj ET");
   EXPECT_THAT(PageTexts(Path("out.pdf")), ElementsAre("\u03B1"));
