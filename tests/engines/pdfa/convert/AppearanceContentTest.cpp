@@ -472,6 +472,13 @@ TEST_F(TextAppearanceTest, StandsInTheCellsOfAComb) {
   ExpectLine({0, 0, 160, 40, 0, 10, 2, Middle()}, U"HH");
 }
 
+TEST_F(TextAppearanceTest, IsOfSmallSizesToo) {
+  Draw("/Subtype/Widget/FT/Tx/V(HH)/DA(/Helv .5 Tf 0 g)");
+  ExpectLine({0, 0, 160, 40, 0, .5, 2, Middle(.5)}, U"HH");
+  Draw("/Subtype/Widget/FT/Tx/Ff 16777216/MaxLen 4/V(H)/DA(/Helv 1 Tf 0 g)");
+  ExpectLine({0, 0, 160, 40, 0, 1, (40 - Width(U"H", 1)) / 2, Middle(1)}, U"H");
+}
+
 TEST_F(TextAppearanceTest, HidesPasswords) {
   Draw("/Subtype/Widget/FT/Tx/Ff 8192/V(abc)");
   ExpectLine({0, 0, 160, 40, 0, 10, 2, Middle()}, U"***");
@@ -519,6 +526,27 @@ TEST_F(TextAppearanceTest, MarksWhatIsChosen) {
           10, 2, y, 0, -Pitch()});
   Draw("/Subtype/Widget/FT/Ch/V(b)/TI 1/Opt[(a)(H)]");
   ExpectLine({0, 0, 160, 40, 0, 10, 2, y}, U"H");
+}
+
+// Between the borders; options that would be too much are passed over.
+TEST_F(TextAppearanceTest, MarksWhatIsChosenWithinTheBorder) {
+  Draw("/Subtype/Widget/FT/Ch/V(H)/Opt[(H)]/MK<</BC[.5]>>/BS<</W 3>>");
+  const double y = 34 - font_->ascent() * 10;
+  Expect(
+      "q # G # w # # # # re S Q /Tx BMC q # # # # re W n # # # rg # # # # re f BT # g /F # Tf # "
+      "# Td " +
+          font_->Shown(U"H") + " Tj ET Q EMC",
+      {.5,  3,       1.5,   1.5, 157,
+       37,  3,       3,     154, 34,
+       .6,  .75686,  .8549, 3,   y + font_->descent() * 10,
+       154, Pitch(), 0,     10,  6,
+       y});
+  characters_left_ = 3;
+  Draw("/Subtype/Widget/FT/Ch/Opt[(HH)(**)(b)(H)]");
+  Expect("/Tx BMC q # # # # re W n BT # g /F # Tf # # Td " + font_->Shown(U"HH") + " Tj # # Td " +
+             font_->Shown(U"b") + " Tj ET Q EMC",
+         {0, 0, 160, 40, 0, 10, 2, 38 - font_->ascent() * 10, 0, -Pitch()});
+  EXPECT_EQ(characters_left_, 0U);
 }
 
 TEST_F(TextAppearanceTest, ShowsTheChosenOptionOfACombo) {

@@ -95,7 +95,7 @@ TEST_F(EntryTextsTest, NameTheirLayers) {
 TEST_F(EntryTextsTest, SayWhatIsAttached) {
   const std::string archive = testing::ArchiveFile("2b").Bytes();
   RawPdf file =
-      OnePage("/Annots[20 0 R 21 0 R]",
+      OnePage("/Annots[20 0 R 21 0 R 22 0 R]",
               "/AF[11 0 R]/Names<</Dests<</Names[]>>/EmbeddedFiles<</Kids[<</Names[(a)10 0 R"
               "(b)<</Type/Filespec/UF(b.txt)/EF<</F 14 0 R>>>>(c)12 0 R]>>]>>>>");
   file.Object(10, "<</Type/Filespec/F(a.pdf)/EF<</F 15 0 R>>>>");
@@ -108,6 +108,7 @@ TEST_F(EntryTextsTest, SayWhatIsAttached) {
   file.Object(
       20, "<</Type/Annot/Subtype/FileAttachment/Rect[0 0 9 9]/FS<</F(d.pdf)/EF<</F 15 0 R>>>>>>");
   file.Object(21, "<</Type/Annot/Subtype/FileAttachment/Rect[0 0 9 9]/FS 10 0 R>>");
+  file.Object(22, "<</Type/Annot/Subtype/FileAttachment/Rect[0 0 9 9]/FS<</F(e.pdf)>>>>");
   EXPECT_TRUE(
       IsAsExpected("pdfa/convert/attachments.txt",
                    Text(file, {Level::k1b, Level::k2u, Level::k3b}, [](Conversion& conversion) {

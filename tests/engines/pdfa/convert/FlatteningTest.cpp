@@ -1,11 +1,14 @@
 #include <algorithm>
+#include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "engines/pdfa/Limits.h"
 #include "engines/pdfa/convert/ConversionTest.h"
 #include "engines/pdfa/convert/contents/EditedContents.h"
 #include "engines/pdfa/convert/transparency/Flattening.h"
 #include "engines/pdfa/convert/transparency/TransparentAreas.h"
+#include "support/PageViews.h"
 #include "support/Readers.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -94,6 +97,60 @@ TEST_F(FlatteningTest, PaintsAPictureOverIt) {
   EXPECT_THAT(Report(), HasSubstr("into pictures"));
 }
 
+bool IsPlain(const testing::Picture& picture, int x, int y) {
+  for (int i = 0; i < 25; ++i) {
+    if (picture.At(x - 2 + i % 5, y - 2 + i / 5) != picture.At(x, y)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+// How many pixels are of another color than before, of those that are not near an edge.
+std::size_t Changed(const testing::Picture& before, const testing::Picture& after) {
+  constexpr int kMuch = 6;
+  std::size_t changed = 0;
+  for (int y = 2; y < before.height - 2; ++y) {
+    for (int x = 2; x < before.width - 2; ++x) {
+      const testing::Pixel a = before.At(x, y);
+      const testing::Pixel b = after.At(x, y);
+      const bool differs = std::abs(a[0] - b[0]) > kMuch || std::abs(a[1] - b[1]) > kMuch ||
+                           std::abs(a[2] - b[2]) > kMuch;
+      changed += differs && IsPlain(before, x, y) ? 1 : 0;
+    }
+  }
+  return changed;
+}
+
+// However the page is turned, cropped or measured: stripes through which a half-transparent area and an
+// annotation are seen.
+TEST_F(FlatteningTest, LooksAsItDidBefore) {
+  std::string content;
+  for (int i = 0; i < 10; ++i) {
+    content += (i % 2 == 0 ? "0 0 1 rg 0 " : "0 1 0 rg 0 ") + std::to_string(10 * i) +
+               " 200 10 re f 1 0 0 rg " + std::to_string(20 * i) + " 0 5 100 re f ";
+  }
+  content += "q 1 0 0 rg /H gs 60 25 52 36 re f Q";
+  for (const char* page :
+       {"", "/Rotate 90", "/Rotate 180", "/Rotate 270", "/CropBox[20 10 190 80]",
+        "/Rotate 90/CropBox[20 10 190 80]", "/UserUnit 2", "/CropBox[80 30 190 80]"}) {
+    RawPdf file = WithContent(content, "/Annots[8 0 R]" + std::string(page));
+    file.Object(8, "<</Type/Annot/Subtype/Stamp/F 4/Rect[130 40 170 75]/AP<</N 9 0 R>>>>");
+    file.Stream(9, "/Subtype/Form/BBox[0 0 9 9]/Resources<</ExtGState<</H<</ca .5>>>>>>",
+                "1 1 0 rg /H gs 0 0 9 9 re f");
+    Flattened(file);
+    EXPECT_THAT(Report(), HasSubstr("transparent annotations into pictures")) << page;
+    EXPECT_THAT(Report(), HasSubstr("transparent parts of pages into pictures")) << page;
+    const std::vector<testing::Picture> before = testing::Pictures(Path("in.pdf"), 72);
+    const std::vector<testing::Picture> after = testing::Pictures(Path("out.pdf"), 72);
+    ASSERT_EQ(before.size(), 1U);
+    ASSERT_EQ(after.size(), 1U);
+    ASSERT_EQ(after[0].width, before[0].width) << page;
+    ASSERT_EQ(after[0].height, before[0].height) << page;
+    EXPECT_EQ(Changed(before[0], after[0]), 0U) << page;
+  }
+}
+
 TEST_F(FlatteningTest, KeepsTheResourcesThatAPageInherits) {
   RawPdf file = WithContent("/H gs 72 20 72 36 re f");
   file.Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1/Resources<</ExtGState<</H<</ca .5>>>>>>>>");
@@ -143,8 +200,10 @@ TEST_F(FlatteningTest, MakesNoMorePicturesOfAnnotationsThanItMay) {
   file.Stream(9, "/Subtype/Form/BBox[0 0 9 9]/Resources<</ExtGState<</H<</ca .5>>>>>>",
               "/H gs 0 0 9 9 re f");
   Flattened(file);
-  EXPECT_THAT(Report(), HasSubstr("left out: transparency of annotations that are too many for one "
-                                  "page (5)"));
+  EXPECT_EQ(Report(),
+            "changed: transparent annotations into pictures (" +
+                std::to_string(limits::kMaxPicturedAnnotations) +
+                ")\nleft out: transparency of annotations that are too many for one page (5)\n");
 }
 
 TEST_F(FlatteningTest, LeavesOtherPartsAlone) {

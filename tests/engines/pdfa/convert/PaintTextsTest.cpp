@@ -50,8 +50,11 @@ RawPdf ManyInks() {
   file.Stream(13, std::string(kForm) + "/Resources<</ColorSpace<<>>>>/Group 11 0 R", "1 0 0 0 k");
   file.Stream(14, "/Subtype/Image/Width 1/Height 1/ColorSpace/DeviceCMYK/BitsPerComponent 8",
               "xxxx");
-  file.Object(15,
-              "<</Gold 22 0 R/N 23 0 R/M 24 0 R/O 25 0 R/P[/DeviceN[/Cyan]/DeviceCMYK 26 0 R]>>");
+  file.Object(
+      15,
+      "<</Gold 22 0 R/N 23 0 R/M 24 0 R/O 25 0 R/P[/DeviceN[/Cyan]/DeviceCMYK 26 0 R]/R 29 0 "
+      "R>>");
+  file.Object(29, "[/DeviceN[/Cyan/Gold]/DeviceCMYK 26 0 R<</Process/Odd/Own(x)/Colorants(y)>>]");
   file.Object(16, "<</ShadingType 2/ColorSpace/DeviceCMYK/Coords[0 0 1 1]/Function 26 0 R>>");
   file.Object(17, "<</ShadingType 2/ColorSpace/DeviceRGB/Coords[0 0 1 1]/Function 26 0 R>>");
   file.Stream(18,
@@ -132,7 +135,7 @@ TEST_F(PaintTextsTest, KnowInksByOtherNames) {
 RawPdf ManyImages() {
   RawPdf file;
   std::string names;
-  for (int i = 20; i < 40; ++i) {
+  for (int i = 20; i < 42; ++i) {
     names += "/I" + std::to_string(i) + " " + std::to_string(i) + " 0 R";
   }
   file.Object(1, "<</Type/Catalog/Pages 2 0 R>>");
@@ -182,6 +185,11 @@ RawPdf ManyImages() {
   file.Stream(38, wide + "/BitsPerComponent 8/SMask 15 0 R", std::string(17, 'a') + "bcd");
   file.Stream(16, wide + "/BitsPerComponent 2/Decode[1 0]", "\x1B\xE4\xFF\x3F");
   file.Stream(39, wide + "/BitsPerComponent 4/SMask 16 0 R", "abcdefghij");
+  const std::string eight = "/Type/XObject/Subtype/Image/Width 8/Height 1/BitsPerComponent 8";
+  file.Stream(18, eight + "/ColorSpace/DeviceGray", std::string("\0\1\2\3\4\5\6\0", 8));
+  file.Stream(40, eight + "/ColorSpace/DeviceGray/SMask 18 0 R", "abcdefgh");
+  file.Stream(41, image + "/ColorSpace/DeviceCMYK/BitsPerComponent 16",
+              samples + samples + samples + samples);
   return file;
 }
 

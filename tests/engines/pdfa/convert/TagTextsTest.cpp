@@ -249,6 +249,56 @@ TEST_F(TagTextsTest, AreMadeOfForms) {
   EXPECT_TRUE(IsAsExpected("pdfa/convert/tags-forms.txt", TagText(file, {Level::k2a})));
 }
 
+// Blanks and text that nobody sees are of the block before them, and of one of their own where there is
+// none on the page.
+TEST_F(TagTextsTest, AreMadeOfBlanks) {
+  RawPdf file;
+  file.Object(1, "<</Type/Catalog/Pages 2 0 R>>");
+  file.Object(2, "<</Type/Pages/Kids[3 0 R 4 0 R]/Count 2/Resources<</Font<</F 5 0 R>>>>>>");
+  file.Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 600 800]/Contents 6 0 R>>");
+  file.Object(4, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 600 800]/Contents 7 0 R>>");
+  file.Object(5, "<</Type/Font/Subtype/Type1/BaseFont/Helvetica/Encoding/WinAnsiEncoding>>");
+  const std::string blank = "BT /F 10 Tf 300 20 Td ( ) Tj ET\n";
+  file.Stream(6, "",
+              blank + Line(50, 700, 10, "Words of a paragraph") + blank + Line(50, 500, 10, "") +
+                  "BT /F 10 Tf 3 Tr 50 400 Td (not seen) Tj ET 0 0 9 9 re f " + blank +
+                  Line(50, 300, 10, "Words of another paragraph") + "BT /F 10 Tf [( )( )]TJ ET");
+  file.Stream(7, "", blank + "0 0 9 9 re f " + blank);
+  EXPECT_TRUE(IsAsExpected("pdfa/convert/tags-blanks.txt", TagText(file, {Level::k2a})));
+}
+
+// Text over pictures, pictures and drawings behind text, and pictures beside it.
+TEST_F(TagTextsTest, AreMadeOfPicturesAndWhatIsOverThem) {
+  RawPdf file = OnePage("");
+  file.Object(
+      3,
+      "<</Type/Page/Parent 2 0 R/MediaBox[0 0 600 800]/Contents 4 0 R/Resources<</Font<</F 5 "
+      "0 R>>/XObject<</I 6 0 R>>>>>>");
+  const auto image = [](const std::string& matrix) { return "q " + matrix + " cm /I Do Q\n"; };
+  std::string content = image("500 0 0 120 50 660");
+  for (int i = 0; i < 6; ++i) {
+    content += Line(60, 760 - 14 * i, 10,
+                    "Words of a paragraph that stands over a picture and is as wide as that");
+  }
+  content += image("200 0 0 150 60 480") + Line(100, 560, 10, "A label") +
+             Line(100, 520, 10, "Another label");
+  for (int i = 0; i < 6; ++i) {
+    content += Line(60, 450 - 14 * i, 10,
+                    "Words of a paragraph that stands below the picture and is wider than it");
+  }
+  content += "0.9 g 50 250 500 90 re f 0 g\n";
+  for (int i = 0; i < 5; ++i) {
+    content += Line(60, 320 - 14 * i, 10,
+                    "Words of a paragraph on a ground that is gray and as wide as the page");
+  }
+  content += "60 100 m 200 220 l 120 90 l 260 210 l h S " + Line(140, 150, 10, "Drawn") +
+             image("100 0 0 100 400 100");
+  file.Stream(4, "", content);
+  file.Object(5, "<</Type/Font/Subtype/Type1/BaseFont/Helvetica/Encoding/WinAnsiEncoding>>");
+  file.Stream(6, "/Subtype/Image/Width 1/Height 1/ColorSpace/DeviceGray/BitsPerComponent 8", "x");
+  EXPECT_TRUE(IsAsExpected("pdfa/convert/tags-pictures.txt", TagText(file, {Level::k2a})));
+}
+
 // Annotations beyond a thousand are in groups of a thousand, as are the pairs of the parent tree.
 TEST_F(TagTextsTest, AreInGroupsWhereThereAreMany) {
   std::string text;

@@ -277,6 +277,7 @@ TEST_F(TagsTest, TakeADrawingAsAFigure) {
   const std::vector<Json> elements = Elements(written);
   ASSERT_EQ(elements.size(), 1U);
   EXPECT_EQ(elements[0]["/S"], "/Figure");
+  EXPECT_EQ(elements[0]["/A"]["/BBox"], Json::array({0, 0, 70, 70}));
 }
 
 }  // namespace
