@@ -1,9 +1,12 @@
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "engines/pdfa/checks/PaintedPage.h"
 #include "engines/support/fonts/ProgramFixture.h"
+#include "support/Expected.h"
 #include "support/TestFont.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -143,6 +146,55 @@ TEST(FontCheck, WantsEncodingsOfTrueTypeThatFindGlyphs) {
   EXPECT_EQ(rules(Level::k1b, 4, ""), "");
   EXPECT_EQ(rules(Level::k1b, 4, kWinAnsi), "6.3.7-2");
   EXPECT_EQ(rules(Level::k2b, 4, kWinAnsi), "6.2.11.6-3");
+}
+
+std::string Big16(std::size_t value) {
+  return {static_cast<char>(value >> 8 & 0xFF), static_cast<char>(value & 0xFF)};
+}
+
+std::string Big32(std::size_t value) {
+  return Big16(value >> 16 & 0xFFFF) + Big16(value & 0xFFFF);
+}
+
+using Maps = std::vector<std::pair<int, int>>;  // platform and encoding
+
+// A program that has these maps of codes, all with the same glyph for A.
+std::string ProgramWith(const Maps& maps) {
+  const std::string map = Big16(6) + Big16(12) + Big16(0) + Big16('A') + Big16(1) + Big16(2);
+  std::string table = Big16(0) + Big16(maps.size());
+  for (const auto& [platform, encoding] : maps) {
+    table += Big16(static_cast<std::size_t>(platform)) + Big16(static_cast<std::size_t>(encoding)) +
+             Big32(4 + 8 * maps.size());
+  }
+  table += map;
+  std::string bytes = testing::TestFont().Bytes();
+  const std::size_t entry = bytes.find("cmap");
+  bytes.replace(entry + 8, 8, Big32(bytes.size()) + Big32(table.size()));
+  return bytes + table;
+}
+
+// Of a symbolic font there is one map or one for symbols; another font has one that is for Unicode or
+// of the Mac, and names that lead to glyphs.
+TEST(FontCheck, WantsMapsOfTrueTypeThatGoWithItsFlags) {
+  std::string text;
+  for (const Maps& maps :
+       {Maps{}, Maps{{3, 1}}, Maps{{3, 0}}, Maps{{1, 0}}, Maps{{1, 0}, {3, 1}},
+        Maps{{1, 0}, {3, 0}}, Maps{{3, 0}, {3, 1}}, Maps{{0, 3}, {3, 10}}, Maps{{0, 3}, {3, 1}},
+        Maps{{0, 0}, {1, 0}, {3, 0}}, Maps{{0, 1}, {1, 1}, {2, 0}, {3, 1}}, Maps{{0, 3}}}) {
+    text += "maps";
+    for (const auto& [platform, encoding] : maps) {
+      text += " " + std::to_string(platform) + "-" + std::to_string(encoding);
+    }
+    text += "\n";
+    for (const int flags : {4, 32}) {
+      for (const std::string& encoding : {std::string(), kWinAnsi}) {
+        PaintedPage page = PageOf(kTrueType + TrueTypeProgram(flags) + encoding);
+        page.pdf().Stream(31, "", ProgramWith(maps));
+        text += std::to_string(flags) + " " + encoding + "\n" + page.FindingsText();
+      }
+    }
+  }
+  EXPECT_TRUE(testing::IsAsExpected("pdfa/findings/true-type-maps.txt", text));
 }
 
 TEST(FontCheck, KnowsProgramsByTheirSubtype) {

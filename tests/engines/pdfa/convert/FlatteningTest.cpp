@@ -131,9 +131,8 @@ TEST_F(FlatteningTest, LooksAsItDidBefore) {
                " 200 10 re f 1 0 0 rg " + std::to_string(20 * i) + " 0 5 100 re f ";
   }
   content += "q 1 0 0 rg /H gs 60 25 52 36 re f Q";
-  for (const char* page :
-       {"", "/Rotate 90", "/Rotate 180", "/Rotate 270", "/CropBox[20 10 190 80]",
-        "/Rotate 90/CropBox[20 10 190 80]", "/UserUnit 2", "/CropBox[80 30 190 80]"}) {
+  for (const char* page : {"", "/Rotate 90/CropBox[20 10 190 80]", "/Rotate 180/UserUnit 2",
+                           "/Rotate 270/CropBox[80 30 190 80]"}) {
     RawPdf file = WithContent(content, "/Annots[8 0 R]" + std::string(page));
     file.Object(8, "<</Type/Annot/Subtype/Stamp/F 4/Rect[130 40 170 75]/AP<</N 9 0 R>>>>");
     file.Stream(9, "/Subtype/Form/BBox[0 0 9 9]/Resources<</ExtGState<</H<</ca .5>>>>>>",

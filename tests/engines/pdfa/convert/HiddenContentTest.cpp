@@ -92,6 +92,9 @@ TEST_F(HiddenContentTest, MovesOnAsFarAsTheFontDoes) {
   EXPECT_THAT(moved("/H 10 Tf (AB) Tj"), HasSubstr("[-1334]TJ"));
   EXPECT_THAT(moved("/T 10 Tf (A) Tj"), HasSubstr("[-500]TJ"));
   EXPECT_THAT(moved("/C 10 Tf 5 Tw <00200041> Tj"), HasSubstr("[-1300]TJ"));
+  EXPECT_THAT(moved("/None 10 Tf 2 Tc 50 Tz (AB) Tj"), HasSubstr("[-1400]TJ"))
+      << "without a font each is half as wide as high";
+  EXPECT_THAT(moved("/F 0 Tf (AB) Tj"), HasSubstr("[0]TJ"));
   EXPECT_THAT(moved("/V 10 Tf 50 Tz 1 Tc <00200041> Tj"), HasSubstr("[1800]TJ"));
 }
 
