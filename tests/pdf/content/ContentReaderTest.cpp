@@ -200,5 +200,20 @@ TEST(InlineImages, GiveTheirEntries) {
   EXPECT_EQ(entries.Get("F").Items().size(), 2U);
 }
 
+TEST(ContentReader, BoundsNesting) {
+  const auto nested = [](int depth, const std::string& inside) {
+    std::string text;
+    for (int i = 0; i < depth; ++i) {
+      text.insert(0, "[");
+      text += "]";
+    }
+    return text.insert(static_cast<std::size_t>(depth), inside) + " d";
+  };
+  EXPECT_EQ(Read(nested(500, "1")), "d(1) sound");
+  EXPECT_EQ(Read(nested(499, "<<>>")), "d(1) sound");
+  EXPECT_EQ(Read(nested(501, "1")), "d(1) damaged");
+  EXPECT_EQ(Read(nested(500, "<<")), "d(1) damaged");
+}
+
 }  // namespace
 }  // namespace TarnixTools::pdf

@@ -162,6 +162,12 @@ TEST(DamagedXrefStream, IsReadAsItsEntriesSay) {
   Opened moved(WithStream("/Size 30/W[1 2 1]/Index[1 2 3 1 4 1]"));
   EXPECT_EQ(moved.Text(4), "(text)");
   EXPECT_FALSE(moved->is_rebuilt());
+  // Object 0 is none, whatever its entry says.
+  Opened zero(
+      WithStream("/Size 6/W[1 2 1]/Index[1 4 0 1 5 1]", std::string("\1\0\20\0\1\0\20\0", 8)));
+  EXPECT_EQ(zero.Text(4), "(text)");
+  EXPECT_FALSE(zero->Exists(0));
+  EXPECT_TRUE(zero->Exists(5));
   // More than there is.
   Opened more(WithStream("/Size 5/W[1 2 1]/Index[1 400]"));
   EXPECT_EQ(more.Text(4), "(text)");
@@ -238,6 +244,16 @@ TEST(DamagedStream, EndsWithTheFileIfNothingEndsIt) {
   EXPECT_TRUE(document.Found(FindingCode::kStreamEndMissing));
 }
 
+TEST(DamagedStream, EndsWithAKeywordThatIsTheEndOfTheFile) {
+  for (const std::string end : {"endstream", "endstream\n", "endstreamX"}) {
+    RawPdf pdf;
+    pdf.Pages(1).Raw("4 0 obj\n<</Length 99>>\nstream\nto the end\n" + end);
+    Opened document(pdf.bytes());
+    EXPECT_EQ(document->TryDecodeStream(4)->data, "to the end") << end;
+    EXPECT_FALSE(document.Found(FindingCode::kStreamEndMissing)) << end;
+  }
+}
+
 TEST(DamagedStream, BeginsBehindTheLineOfItsKeyword) {
   const auto data_of = [](const std::string& before) {
     RawPdf pdf;
@@ -277,6 +293,8 @@ TEST(FoundObjects, HaveNumbersAndGenerationsInBounds) {
   pdf.Raw("9 65535 obj (d) endobj\n10 00000 obj (e) endobj\n11 0obj (f) endobj\n");
   pdf.Raw("12 000000 obj (g) endobj\nx13 0 obj (h) endobj\n14  \n 0 \n obj(i) endobj\n");
   Opened document(pdf.bytes());
+  EXPECT_FALSE(document->Exists(0));
+  EXPECT_FALSE(document->Exists(8));
   EXPECT_EQ(document.Text(8), "null");
   EXPECT_EQ(document.Text(9, 65535), "(d)");
   EXPECT_EQ(document.Text(10), "(e)");

@@ -1,4 +1,6 @@
 // Files as a whole: how they are read, and what another byte here and there makes of them.
+#include <map>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -6,12 +8,15 @@
 #include <gtest/gtest.h>
 
 #include "pdf/file/FileText.h"
+#include "support/Damage.h"
 #include "support/Expected.h"
 #include "support/RawPdf.h"
 
 namespace TarnixTools::pdf {
 namespace {
 
+using ::TarnixTools::testing::DamageText;
+using ::TarnixTools::testing::DataText;
 using ::TarnixTools::testing::IsAsExpected;
 using ::TarnixTools::testing::RawPdf;
 using testing::ContentText;
@@ -307,6 +312,45 @@ TEST(FileTexts, OfWhatAnObserverHearsOfStreams) {
                                               {"/MediaBox[0 0 9 8]", "/Linearized 1/L 90"},
                                               {"7 0 obj", " 7 0 obj"}})));
   EXPECT_TRUE(IsAsExpected("file/heard hybrid.txt", Syntax(Hybrid(), {})));
+}
+
+// How many pages and objects there are, what was found amiss, and whether the file was searched.
+std::string Summary(const std::string& text) {
+  std::map<std::string, int> counts;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    const std::string kind = line.substr(0, line.find(' '));
+    if (kind == "finding:") {
+      ++counts[line.substr(9, line.find(", object") - 9)];
+    } else if (kind == "page" || kind == "object" || kind == "rebuilt") {
+      ++counts[kind];
+    }
+  }
+  std::string summary;
+  for (const auto& [kind, count] : counts) {
+    summary += kind + " " + std::to_string(count) + ", ";
+  }
+  return summary.empty() ? text : summary;
+}
+
+// Every byte of a file is another one once; and all that is read then.
+std::string DamagedText(const std::string& bytes) {
+  std::string all;
+  const std::string text = DamageText(bytes, [&](const std::string& damaged) {
+    const std::string read = ContentText(damaged);
+    all += read;
+    return Summary(read);
+  });
+  return text + DataText(all + '\0') + "\n";
+}
+
+TEST(FileTexts, OfTablesOfWhichAByteIsAnother) {
+  EXPECT_TRUE(IsAsExpected("file/damaged table.txt", DamagedText(Tables())));
+}
+
+TEST(FileTexts, OfStreamsOfWhichAByteIsAnother) {
+  EXPECT_TRUE(IsAsExpected("file/damaged streams.txt", DamagedText(Streams())));
+  EXPECT_TRUE(IsAsExpected("file/damaged hybrid.txt", DamagedText(Hybrid())));
 }
 
 }  // namespace

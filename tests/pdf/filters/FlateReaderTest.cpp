@@ -75,5 +75,21 @@ TEST(FlateReader, LeavesOddDataToDecode) {
   EXPECT_THROW(ReadAll(Deflated("a"), {.predictor = 15, .columns = -1}), Error);
 }
 
+TEST(FlateReader, ReadsByteByByte) {
+  const std::string data = "abcabcabc" + Noise(300);
+  for (const std::size_t size : {1U, 2U, 3U}) {
+    const std::string encoded = Deflated(data);
+    const auto reader = FlateReader::Open(encoded, {});
+    ASSERT_NE(reader, nullptr);
+    std::string all;
+    std::string piece(size, '\0');
+    while (const std::size_t count = reader->Read(piece.data(), size)) {
+      EXPECT_TRUE(count == size || all.size() + count == data.size());
+      all += piece.substr(0, count);
+    }
+    EXPECT_EQ(all, data);
+  }
+}
+
 }  // namespace
 }  // namespace TarnixTools::pdf

@@ -185,5 +185,26 @@ TEST(Serialize, EscapesNames) {
   EXPECT_EQ(out, "/A#20B#23#2F#E9");
 }
 
+// What an object that was cut has left undone does not touch the next one.
+TEST(Parser, BeginsAfresh) {
+  class Marking : public StringTransform {
+   public:
+    void Apply(std::string& bytes) override { bytes += "!"; }
+  };
+
+  Marking marking;
+  Arena arena;
+  Parser parser(arena);
+  Object value;
+  Lexer cut("<</Contents(ab)/A[(c)", false);
+  EXPECT_EQ(parser.Parse(cut, &marking, value), Parser::Status::kMore);
+  Lexer whole("<</A(b)/B(c)>> ", true);
+  EXPECT_EQ(parser.Parse(whole, &marking, value), Parser::Status::kDone);
+  std::string out;
+  AppendObject(out, value);
+  EXPECT_EQ(out, "<</A(b!)/B(c!)>>");
+  EXPECT_TRUE(parser.is_regular());
+}
+
 }  // namespace
 }  // namespace TarnixTools::pdf

@@ -340,5 +340,28 @@ TEST(PageTree, SaysSoWhenADamagedDocumentHasNoPages) {
   }
 }
 
+// The document is sound but for its pages.
+TEST(PageTree, SaysSoWhenThereIsNoTreeAndNoPage) {
+  for (const char* pages : {"", "/Pages 9 0 R", "/Pages 5", "/Pages[2 0 R]"}) {
+    RawPdf pdf;
+    pdf.Object(1, std::string("<</Type/Catalog") + pages + ">>").Object(2, "<</Type/Font>>");
+    try {
+      Tree tree(pdf.Table());
+      ADD_FAILURE() << pages;
+    } catch (const Error& error) {
+      EXPECT_EQ(error.code(), ErrorCode::kNoPages) << pages;
+      EXPECT_STREQ(error.what(), "no page can be found");
+    }
+  }
+}
+
+TEST(PageTree, GathersPagesOfASoundDocumentWithoutATree) {
+  RawPdf pdf;
+  pdf.Object(1, "<</Type/Catalog>>").Object(3, "<</Type/Page/Parent 2 0 R>>");
+  Tree tree(pdf.Table());
+  EXPECT_EQ(tree.Numbers(), (Numbers{3}));
+  EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPagesSalvaged));
+}
+
 }  // namespace
 }  // namespace TarnixTools::pdf

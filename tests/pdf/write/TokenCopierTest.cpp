@@ -144,5 +144,22 @@ TEST(TokenCopier, EndsRightBehindTheValue) {
   EXPECT_EQ(lexer.rest(), "stream");
 }
 
+TEST(TokenCopier, LeavesOutKeysThatNoParentTreeHas) {
+  const auto copied = [](int key) {
+    Shifted map;
+    TokenCopier copier(map);
+    copier.set_structure_keys(100, 7);
+    const std::string text = "<</A 1/StructParents " + std::to_string(key) + "/B 2>>";
+    Lexer lexer(text, true);
+    std::string out;
+    EXPECT_EQ(copier.Copy(lexer, nullptr, out), TokenCopier::Status::kDone);
+    return out;
+  };
+  EXPECT_EQ(copied(-1), "<</A 1/B 2>>");
+  EXPECT_EQ(copied(0), "<</A 1/StructParents 100/B 2>>");
+  EXPECT_EQ(copied(6), "<</A 1/StructParents 106/B 2>>");
+  EXPECT_EQ(copied(7), "<</A 1/B 2>>");
+}
+
 }  // namespace
 }  // namespace TarnixTools::pdf

@@ -1,0 +1,139 @@
+// Content of which any byte is another one, or which ends too early: what each reader of it makes
+// of that.
+#include <string>
+
+#include "pdf/content/ContentBalance.h"
+#include "pdf/content/ContentReader.h"
+#include "pdf/content/ResourceNames.h"
+#include "pdf/content/WalkFixture.h"
+#include "support/Damage.h"
+#include "support/Expected.h"
+
+namespace TarnixTools::pdf {
+namespace {
+
+using ::TarnixTools::testing::DamageText;
+using ::TarnixTools::testing::DataText;
+using ::TarnixTools::testing::IsAsExpected;
+
+std::string NamesText(std::string_view content) {
+  std::string text;
+  const ContentNames names =
+      CollectResourceNames(content, [&](ResourceCategory category, std::string_view name) {
+        text += std::to_string(static_cast<int>(category)) + "/" + std::string(name) + " ";
+      });
+  return text + (names.is_complete ? "complete" : "incomplete") +
+         (names.has_operands_left ? ", operands left" : "");
+}
+
+std::string OperationsText(const std::string& content) {
+  ContentReader reader(content);
+  Operation operation;
+  std::string text;
+  while (reader.Next(operation)) {
+    text += std::string(operation.name) + "(" + std::to_string(operation.operand_count) + ")" +
+            std::string(operation.operands) + "|" + std::string(operation.image_data) + "\n";
+  }
+  return text + (reader.is_damaged() ? "damaged" : "sound");
+}
+
+std::string BalanceText(std::string_view content) {
+  const ContentBalance balance = MeasureBalance(content);
+  std::string text = "'" + balance.closing() + "'" + (balance.is_cut() ? " cut" : "") +
+                     (balance.stops_readers() ? " stops readers" : "");
+  for (const std::size_t position : balance.restore_positions()) {
+    text += " Q at " + std::to_string(position);
+  }
+  for (char& c : text) {
+    c = c == '\n' ? '~' : c;
+  }
+  return text;
+}
+
+// The page draws everything that can be drawn.
+class DamagedContent : public ::testing::Test {
+ protected:
+  std::string WalkText(const std::string& content) {
+    ContentDocument file;
+    file.Stream(5, kFormEntries + "/Matrix[2 0 0 2 0 0]", "0 0 1 1 re f")
+        .Stream(6, kImageEntries, "x")
+        .Object(7,
+                "<</Type/Font/Subtype/Type3/FontMatrix[.1 0 0 .1 0 0]/FirstChar 97/Widths[5 6 7]"
+                "/Encoding<</Differences[97/a/b/c]>>/CharProcs<</a 8 0 R/b 8 0 R>>>>")
+        .Stream(8, "", "5 0 d0 0 0 2 2 re f")
+        .Stream(9, "/PatternType 1/BBox[0 0 1 1]/XStep 1/YStep 1", "0 0 3 3 re f")
+        .Object(10, "<</ShadingType 2>>")
+        .Object(11, "<</LW 3/CA .5/SMask<</S/Alpha/G 5 0 R>>>>");
+    file.Page(
+        "/Resources<</XObject<</Fo 5 0 R/Im 6 0 R>>/Font<</F 7 0 R>>/Pattern<</T 9 0 R>>"
+        "/Shading<</S 10 0 R>>/ExtGState<</GS 11 0 R>>/ColorSpace<</C[/Pattern/DeviceRGB]>>"
+        "/Properties<</Pr<</MCID 3>>>>>>",
+        content);
+    Recorder recorder;
+    recorder.look = [&](const GraphicsState& state) {
+      recorder.lines.push_back(TextOf(state.matrix) + TextOf(state.clip.box) + " width " +
+                               std::to_string(state.line.width));
+    };
+    ContentWalker walker(file.Open(), recorder,
+                         {.images = true,
+                          .text = true,
+                          .paths = true,
+                          .shadings = true,
+                          .clips = true,
+                          .style = true,
+                          .marks = true,
+                          .names = true,
+                          .forms = true,
+                          .patterns = true,
+                          .soft_masks = true,
+                          .glyphs = true});
+    walker.BeginPage(file.pages(), 0);
+    walker.Run();
+    std::string text;
+    for (const std::string& line : recorder.lines) {
+      text += line + "\n";
+    }
+    return text;
+  }
+};
+
+// The number of lines of a text, and what it says of troubles.
+std::string Summary(const std::string& text) {
+  std::string troubles;
+  std::size_t count = 0;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line); ++count) {
+    troubles += line.starts_with("trouble") ? line.substr(8) + "," : "";
+  }
+  return std::to_string(count) + " lines" + troubles;
+}
+
+TEST_F(DamagedContent, OfGraphics) {
+  std::string all;
+  const std::string content =
+      "q 2 0 0 2 5 6 cm/GS gs 4 w[3 1]0 d/P<</MCID 1>>BDC EMC\n"
+      "/C cs 1 0 .5/T scn 9 8 m 20 8 l 15 20 3 4 5 6 c h f*/Pr/Pr DP/S sh\n"
+      "0 0 9 9 re W n/Fo Do/Im Do BI/W 4/H 1/BPC 8/CS/G ID abcd EI S Q%c\nQ";
+  const std::string text = DamageText(content, [&](const std::string& bytes) {
+    const std::string walked = WalkText(bytes);
+    all += walked + OperationsText(bytes);
+    return Summary(walked) + "; " + BalanceText(bytes) + "; " + NamesText(bytes);
+  });
+  EXPECT_TRUE(IsAsExpected("content/damaged graphics.txt", text + DataText(all + '\0') + "\n"));
+}
+
+TEST_F(DamagedContent, OfText) {
+  std::string all;
+  const std::string content =
+      "BT/F 12 Tf 1 0 0 1 7 8 Tm 14 TL 3 Tr(a\\)b)Tj T*[(c)-500<6162>]TJ 2 3(a\\142)\" 1 2 Td(c)' "
+      "4 5 TD 50 Tz 6 Ts 1 Tc(b)Tj ET";
+  const std::string text = DamageText(content, [&](const std::string& bytes) {
+    const std::string walked = WalkText(bytes);
+    all += walked + OperationsText(bytes);
+    return Summary(walked) + "; " + BalanceText(bytes) + "; " + NamesText(bytes);
+  });
+  EXPECT_TRUE(IsAsExpected("content/damaged text.txt", text + DataText(all + '\0') + "\n"));
+}
+
+}  // namespace
+}  // namespace TarnixTools::pdf
