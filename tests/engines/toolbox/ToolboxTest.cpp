@@ -411,5 +411,42 @@ TEST(Toolbox, ReadsDocumentInformation) {
   PdfClose(source);
 }
 
+TEST(Toolbox, TurnsPagesByAnyNumberOfQuarters) {
+  const auto turned = [](const std::string& own, const std::vector<int>& angles) {
+    MemoryFile input{TestPdf().Page("").PageEntry(own).Bytes()};
+    MemoryFile output;
+    TPdfDocument* source = Open(input);
+    TPdfDocument* target = Create(output);
+    TPdfPageList* pages = PdfDocumentGetPages(source);
+    TPdfPageList* copies = PdfDocumentGetPages(target);
+    TPdfPage* page = PdfPageListGet(pages, 0);
+    TPdfPage* copy = PdfDocumentCopyPage(target, page, 15);
+    for (const int angle : angles) {
+      EXPECT_EQ(PdfPageRotate(copy, angle), 1);
+    }
+    EXPECT_EQ(PdfPageListAppend(copies, copy), 1);
+    PdfClose(copy);
+    PdfClose(page);
+    PdfClose(pages);
+    PdfClose(copies);
+    PdfClose(source);
+    EXPECT_EQ(PdfClose(target), 1);
+    return WrittenDocument(output.bytes).Page(0).Get("Rotate").IntegerOr(0);
+  };
+  EXPECT_EQ(turned("", {}), 0);
+  EXPECT_EQ(turned("", {90}), 90);
+  EXPECT_EQ(turned("", {270}), 270);
+  EXPECT_EQ(turned("", {360}), 0);
+  EXPECT_EQ(turned("", {450}), 90);
+  EXPECT_EQ(turned("", {-90}), 270);
+  EXPECT_EQ(turned("", {-450}), 270);
+  EXPECT_EQ(turned("", {90, 90}), 180);
+  EXPECT_EQ(turned("", {270, 270, 270}), 90);
+  EXPECT_EQ(turned("", {-270, -270}), 180);
+  EXPECT_EQ(turned("/Rotate 270", {180}), 90);
+  EXPECT_EQ(turned("/Rotate -90", {}), 270);
+  EXPECT_EQ(turned("/Rotate 720", {-90}), 270);
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

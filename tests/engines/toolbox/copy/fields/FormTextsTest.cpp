@@ -131,5 +131,13 @@ TEST(FormTexts, AsTheyAreSpelled) {
       IsAsExpected("copy/forms as written.txt", WrittenText({{Form(), {0, 1}}, {OtherForm()}})));
 }
 
+TEST(FormTexts, OfOtherKeys) {
+  EXPECT_TRUE(IsAsExpected("copy/form with other keys.txt", KeysChangedText(Form())));
+}
+
+TEST(FormTexts, OfOtherDigits) {
+  EXPECT_TRUE(IsAsExpected("copy/form with other digits.txt", DigitsChangedText(Form())));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

@@ -90,5 +90,13 @@ TEST(LayerTexts, AsTheyAreSpelled) {
                    WrittenText({{Plan()}, {OtherPlan("/BaseState/OFF/ListMode/VisiblePages")}})));
 }
 
+TEST(LayerTexts, OfOtherKeys) {
+  EXPECT_TRUE(IsAsExpected("copy/layers with other keys.txt", KeysChangedText(Plan())));
+}
+
+TEST(LayerTexts, OfOtherDigits) {
+  EXPECT_TRUE(IsAsExpected("copy/layers with other digits.txt", DigitsChangedText(Plan())));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

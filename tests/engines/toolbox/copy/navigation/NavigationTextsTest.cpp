@@ -105,5 +105,13 @@ TEST(NavigationTexts, AsTheyAreSpelled) {
                            WrittenText({{Book(), {0, 2}, "One"}, {Leaflet(), {}, "Two"}})));
 }
 
+TEST(NavigationTexts, OfOtherKeys) {
+  EXPECT_TRUE(IsAsExpected("copy/book with other keys.txt", KeysChangedText(Book())));
+}
+
+TEST(NavigationTexts, OfOtherDigits) {
+  EXPECT_TRUE(IsAsExpected("copy/book with other digits.txt", DigitsChangedText(Book())));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

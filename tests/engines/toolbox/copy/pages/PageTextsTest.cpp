@@ -122,5 +122,15 @@ TEST(PageTexts, AsTheyAreSpelled) {
   EXPECT_TRUE(IsAsExpected("copy/notes as written.txt", WrittenText({{Notes()}})));
 }
 
+TEST(PageTexts, OfOtherKeys) {
+  EXPECT_TRUE(IsAsExpected("copy/pages with other keys.txt", KeysChangedText(Resources())));
+  EXPECT_TRUE(IsAsExpected("copy/notes with other keys.txt", KeysChangedText(Notes())));
+}
+
+TEST(PageTexts, OfOtherDigits) {
+  EXPECT_TRUE(IsAsExpected("copy/pages with other digits.txt", DigitsChangedText(Resources())));
+  EXPECT_TRUE(IsAsExpected("copy/notes with other digits.txt", DigitsChangedText(Notes())));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

@@ -132,5 +132,13 @@ TEST(SettingTexts, AsTheyAreSpelled) {
       IsAsExpected("copy/settings as written.txt", WrittenText({{Everything()}, {Others()}})));
 }
 
+TEST(SettingTexts, OfOtherKeys) {
+  EXPECT_TRUE(IsAsExpected("copy/settings with other keys.txt", KeysChangedText(Everything())));
+}
+
+TEST(SettingTexts, OfOtherDigits) {
+  EXPECT_TRUE(IsAsExpected("copy/settings with other digits.txt", DigitsChangedText(Everything())));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

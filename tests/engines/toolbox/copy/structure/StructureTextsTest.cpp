@@ -131,5 +131,13 @@ TEST(StructureTexts, OfARootThatIsItsOwnKid) {
   EXPECT_TRUE(IsAsExpected("copy/structure of an odd root.txt", WrittenText({{bytes}})));
 }
 
+TEST(StructureTexts, OfOtherKeys) {
+  EXPECT_TRUE(IsAsExpected("copy/structure with other keys.txt", KeysChangedText(Tagged())));
+}
+
+TEST(StructureTexts, OfOtherDigits) {
+  EXPECT_TRUE(IsAsExpected("copy/structure with other digits.txt", DigitsChangedText(Tagged())));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox
