@@ -1,0 +1,271 @@
+// What is read of pages on which text stands as chance has it: paragraphs of any alignment and look,
+// with labels, marks, links, raised letters and large initials, in columns, turned, over and beside
+// pictures and drawings.
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include "engines/support/layout/Dice.h"
+#include "engines/support/layout/LayoutDump.h"
+#include "engines/support/layout/LayoutSketch.h"
+#include "engines/support/layout/MadePage.h"
+#include "engines/support/layout/PageAnalysis.h"
+#include "support/Expected.h"
+
+namespace TarnixTools::engines {
+namespace {
+
+using TarnixTools::testing::IsAsExpected;
+
+const std::vector<std::u32string> kWords = {
+    U"a",   U"An", U"of",  U"words", U"Some", U"1996", U"12.5", U"end.", U"(b)", U"letters,",
+    U"x-y", U"it", U"IT.", U"und",   U"co-",  U"$5",   U"“so”", U"é",    U"ﬁne", U"longerword"};
+const std::vector<std::u32string> kLabels = {U"•", U"–", U"1.", U"2.", U"(a)", U"ii.", U"A)", U"*"};
+const std::vector<std::u32string> kHebrew = {U"אבג", U"דה", U"וזחט", U"12", U"יכל", U"(מ)"};
+
+// A paragraph as it is set.
+struct Setting {
+  double left = 100;
+  double right = 300;
+  double size = 10;
+  double leading = 12;
+  double first_indent = 0;
+  int alignment = 0;  // left, right, in the middle, on both sides
+  bool is_hebrew = false;
+};
+
+class Setter {
+ public:
+  explicit Setter(Dice& dice) : dice_(&dice) {}
+
+  PageModel Take() { return page_.Take(); }
+
+  // Paragraphs below each other.
+  //   returns where the next line would be
+  double Column(double left, double right, double y, std::size_t count) {
+    Setting setting{.left = left, .right = right};
+    for (; count > 0; --count) {
+      Change(setting, left);
+      if (dice_->Chance(8)) {
+        y = WithInitial(setting, y);
+      } else {
+        y = Paragraph(setting, y);
+      }
+      y += dice_->Chance(50) ? 0 : dice_->Between(0, 14, 0.5);
+    }
+    return y;
+  }
+
+  // Things that are no text, and text that is not of the flow.
+  void Others(double bottom) {
+    for (std::size_t count = dice_->Under(3); count > 0; --count) {
+      const double x = dice_->Between(40, 320, 4);
+      const double y = dice_->Between(60, bottom, 4);
+      const pdf::Box box{x, y, x + dice_->Between(4, 100, 4), y + dice_->Between(4, 60, 4)};
+      switch (dice_->Under(7)) {
+        case 0:
+          page_.Image(box);
+          break;
+        case 1:
+          page_.Curve(box);
+          break;
+        case 2:
+          page_.Field(box);
+          break;
+        case 3:
+          page_.Rule({x, y, box.right, y}, dice_->Between(0.25, 2, 0.25));
+          break;
+        case 4:
+          page_.Text(x, y, U"turned",
+                     {.direction_x = 0, .direction_y = dice_->Chance(50) ? 1.0 : -1.0});
+          break;
+        case 5:
+          page_.Text(x, y, U"beside");
+          break;
+        default:
+          page_.Text(x, y, U"縦に書く", {.advance = 1, .is_vertical = true});
+      }
+    }
+  }
+
+ private:
+  void Change(Setting& setting, double left) {
+    if (dice_->Chance(30)) {
+      setting.size = dice_->Chance(60) ? 10 : dice_->Between(7, 16, 0.5);
+      setting.leading = dice_->Chance(70) ? 1.2 * setting.size : dice_->Between(9, 24, 0.5);
+    }
+    if (dice_->Chance(30)) {
+      setting.first_indent = dice_->Chance(60) ? 0 : dice_->Between(-16, 24, 2);
+    }
+    if (dice_->Chance(20)) {
+      setting.left = left + (dice_->Chance(50) ? 0 : dice_->Between(2, 40, 2));
+    }
+    if (dice_->Chance(25)) {
+      setting.alignment = static_cast<int>(dice_->Under(4));
+    }
+    setting.is_hebrew = dice_->Chance(6);
+  }
+
+  double Paragraph(const Setting& setting, double y, std::size_t lines = 0) {
+    lines = lines > 0 ? lines : dice_->Under(4) + 1;
+    const std::size_t columns = lines;
+    const bool has_label = dice_->Chance(15);
+    for (std::size_t i = 0; i < columns; ++i) {
+      double left = setting.left + (i == 0 ? setting.first_indent : 0);
+      if (has_label && i == 0) {
+        page_.Text(left, y, dice_->Of(kLabels), {.size = setting.size});
+        left += dice_->Between(8, 24, 1);
+      } else if (has_label) {
+        left += dice_->Chance(50) ? 0 : 16;
+      }
+      const double right = i + 1 == lines ? left + (setting.right - left) / 2 : setting.right;
+      Line(setting, left, right, y, i + 1 == lines);
+      y += setting.leading + (dice_->Chance(5) ? dice_->Between(-2, 6, 0.5) : 0);
+    }
+    return y;
+  }
+
+  // With lines beside a large letter.
+  double WithInitial(Setting setting, double y) {
+    const std::size_t lines = dice_->Under(3) + 1;
+    const double size = dice_->Between(14, 50, 2);
+    page_.Text(setting.left, y + setting.leading * static_cast<double>(lines - 1) + Off(20), U"T",
+               {.size = size});
+    Setting beside = setting;
+    beside.left += size / 2 + dice_->Between(0, 4, 1);
+    beside.first_indent = 0;
+    y = Paragraph(beside, y, lines);
+    return Paragraph(setting, y);
+  }
+
+  std::u32string Words(const Setting& setting, double room) {
+    std::u32string text;
+    while (true) {
+      const std::u32string& word = dice_->Of(setting.is_hebrew ? kHebrew : kWords);
+      if (static_cast<double>(text.size() + 1 + word.size()) * setting.size / 2 > room) {
+        return text.empty() ? word : text;
+      }
+      text += (text.empty() ? U"" : U" ") + word;
+    }
+  }
+
+  void Line(const Setting& setting, double left, double right, double y, bool is_last) {
+    const std::u32string text = Words(setting, right - left);
+    const double width = static_cast<double>(text.size()) * setting.size / 2;
+    MadeStyle style{.size = setting.size};
+    double x = left;
+    if (setting.alignment == 1) {
+      x = setting.right - width;
+    } else if (setting.alignment == 2) {
+      x = (setting.left + setting.right - width) / 2;
+    } else if (setting.alignment == 3 && !is_last) {
+      style.advance = (right - left) / static_cast<double>(text.size()) / setting.size;
+    }
+    const double letter = style.advance * setting.size;
+    double baseline = y + Off(2) / 4;
+    std::size_t at = 0;
+    while (at < text.size()) {
+      MadeStyle own = style;
+      const std::size_t end =
+          dice_->Chance(75) ? text.size() : std::min(text.size(), text.find(U' ', at + 1));
+      own.is_bold = dice_->Chance(12);
+      own.is_hidden = dice_->Chance(1);
+      if (dice_->Chance(8)) {
+        own.color = {200, 0, 0};
+      }
+      double raise = 0;
+      if (end < text.size() && dice_->Chance(12)) {
+        own.size = dice_->Between(5, 8, 0.5);
+        own.advance = letter / own.size;
+        raise = dice_->Between(-5, 3, 0.5);
+      }
+      page_.Text(x, baseline + raise, text.substr(at, end - at), own);
+      if (dice_->Chance(2)) {
+        page_.Text(x + dice_->Between(0, 0.5, 0.125), baseline + raise, text.substr(at, end - at),
+                   own);
+      }
+      const double next = x + letter * static_cast<double>(end - at);
+      Mark(x, next, baseline);
+      x = next + (dice_->Chance(4) ? dice_->Between(1, 30, 0.5) : 0);
+      at = end;
+    }
+  }
+
+  // A rule, a field or a link on a part of a line.
+  void Mark(double left, double right, double y) {
+    const double from = left + (dice_->Chance(80) ? 0 : dice_->Between(-4, 8, 1));
+    const double to = right + (dice_->Chance(80) ? 0 : dice_->Between(-8, 4, 1));
+    if (to <= from || dice_->Chance(85)) {
+      return;
+    }
+    switch (dice_->Under(4)) {
+      case 0: {
+        const double at = y + dice_->Between(0.5, 4, 0.5);
+        page_.Rule({from, at, to, at}, dice_->Between(0.25, 2, 0.25));
+        break;
+      }
+      case 1: {
+        const double at = y - dice_->Between(1, 6, 0.5);
+        page_.Rule({from, at, to, at}, 0.5);
+        break;
+      }
+      case 2:
+        page_.Field({from, y - dice_->Between(6, 12, 1), to, y + dice_->Between(0, 5, 1)});
+        break;
+      default:
+        page_.Link({from, y - dice_->Between(4, 12, 1), to, y + dice_->Between(-2, 4, 1)});
+    }
+  }
+
+  double Off(std::size_t percent) {
+    return dice_->Chance(percent) ? dice_->Between(-4, 4, 0.5) : 0;
+  }
+
+  Dice* dice_;
+  MadePage page_;
+};
+
+// Of what the sketch does not show.
+std::string Checksum(const std::string& text) {
+  std::array<char, 9> digits;
+  const auto sum = crc32_z(0, reinterpret_cast<const Bytef*>(text.data()), text.size());
+  std::snprintf(digits.data(), digits.size(), "%08lx", static_cast<unsigned long>(sum));
+  return digits.data();
+}
+
+std::string Read(Setter& setter) {
+  const PageLayout layout = AnalyzePage(setter.Take());
+  return SketchOf(layout) + "\n   " + Checksum(DumpLayout(layout)) + "\n";
+}
+
+TEST(RandomPages, OfOneColumnAreRead) {
+  std::string text;
+  for (std::uint64_t seed = 1; seed <= 120; ++seed) {
+    Dice dice(seed);
+    Setter setter(dice);
+    setter.Column(100, dice.Between(180, 280, 20), 100, dice.Under(5) + 1);
+    text += std::to_string(seed) + ": " + Read(setter);
+  }
+  EXPECT_TRUE(IsAsExpected("layout/random-paragraphs.txt", text));
+}
+
+TEST(RandomPages, OfColumnsAndOtherThingsAreRead) {
+  std::string text;
+  for (std::uint64_t seed = 1; seed <= 90; ++seed) {
+    Dice dice(700 + seed);
+    Setter setter(dice);
+    const double left = setter.Column(60, 170, 100, dice.Under(4) + 2);
+    const double right = dice.Chance(50) ? setter.Column(190, 300, 100, dice.Under(4) + 2) : left;
+    setter.Others(std::max(left, right));
+    text += std::to_string(seed) + ": " + Read(setter);
+  }
+  EXPECT_TRUE(IsAsExpected("layout/random-pages.txt", text));
+}
+
+}  // namespace
+}  // namespace TarnixTools::engines
