@@ -29,16 +29,10 @@ Border BorderAt(std::span<const Rule> rules, double at, double from, double to) 
   return border;
 }
 
-bool IsWithin(const pdf::Box& box, double x, double y) {
-  return x > box.left && x < box.right && y > box.bottom && y < box.top;
-}
-
-// Behind the middle of the cell, and over most of it.
+// Over more than half of the cell's width and height, and so behind its middle.
 bool IsBehind(const pdf::Box& fill, const pdf::Box& cell) {
-  const double x = (cell.left + cell.right) / 2;
-  const double y = (cell.bottom + cell.top) / 2;
-  return IsWithin(fill, x, y) && 2 * fill.Within(cell).width() > cell.width() &&
-         2 * fill.Within(cell).height() > cell.height();
+  const pdf::Box both = fill.Within(cell);
+  return 2 * both.width() > cell.width() && 2 * both.height() > cell.height();
 }
 
 }  // namespace

@@ -178,7 +178,6 @@ std::optional<TableArea> TextAreaFinder::AreaOf(std::size_t first, std::size_t l
     return std::nullopt;
   }
   TableArea area;
-  area.kind = AreaKind::kText;
   area.box = {1e9, rows_[first].upper - 1, -1e9, rows_[last].lower + 1};
   for (std::size_t r = first; r <= last; ++r) {
     area.box.left = std::min(area.box.left, rows_[r].chunks.front().left - 1);
