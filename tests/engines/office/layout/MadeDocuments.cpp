@@ -189,6 +189,47 @@ MadePage GridPage() {
 
 }  // namespace
 
+std::string PartsText(const PageLayout& page) {
+  std::string text;
+  const auto add = [&text](const char* where, const std::vector<Block>& blocks) {
+    for (const Block& block : blocks) {
+      text += where;
+      const auto* paragraph = std::get_if<Paragraph>(&block.content);
+      const auto* table = std::get_if<Table>(&block.content);
+      if (paragraph == nullptr) {
+        text += table == nullptr ? "image; " : table->goes_on ? "more of a table; " : "table; ";
+        continue;
+      }
+      constexpr const char* kRoles[] = {"", "T", "H", "I", "C", "E", "Q", "P"};
+      text += kRoles[static_cast<int>(paragraph->role)];
+      text += paragraph->level > 0 ? std::to_string(paragraph->level) + " " : " ";
+      text += paragraph->label
+                  ? "(" + paragraph->label->text + std::to_string(paragraph->label->list) + ")"
+                  : "";
+      text += paragraph->goes_on ? "... " : "";
+      for (const TextPiece& piece : paragraph->lines.front().pieces) {
+        text += piece.kind == PieceKind::kPageNumber ? "#"
+                : piece.kind == PieceKind::kNoteMark ? "^"
+                                                     : "";
+        text += piece.kind == PieceKind::kTab ? "->" : piece.text.substr(0, 9);
+      }
+      text += "; ";
+    }
+  };
+  add("header:", page.header);
+  for (const Band& band : page.bands) {
+    for (const Column& column : band.columns) {
+      add("", column.blocks);
+    }
+  }
+  for (const Note& note : page.notes) {
+    text += "note " + note.label + ":";
+    add("", note.blocks);
+  }
+  add("footer:", page.footer);
+  return text + (page.floats.empty() ? "" : std::to_string(page.floats.size()) + " beside");
+}
+
 OfficeDocument PagesOf(std::vector<MadePage> pages) {
   OfficeDocument document;
   for (MadePage& made : pages) {

@@ -14,6 +14,10 @@ namespace TarnixTools::engines::office {
 // The pages, numbered from 0, before what only the whole document tells.
 OfficeDocument PagesOf(std::vector<MadePage> pages);
 
+// The first words of each block of a page, with what it is: "H1 " is a heading, "(a)7)" a label of the
+// seventh list, "->" a tab, "#" stands before the number of the page and "^" before the mark of a note.
+std::string PartsText(const PageLayout& page);
+
 // "report": headers, footers, contents, headings, lists, notes, captions, links, a table over two
 // pages. "journal": columns, initials, marked, turned, vertical and right-to-left text, drawings.
 // "tables": ruled, open, filled and tagged ones.

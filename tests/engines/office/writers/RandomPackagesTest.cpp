@@ -300,13 +300,16 @@ class PageMaker {
         cell.row_span = static_cast<std::uint32_t>(high);
         cell.column_span = static_cast<std::uint32_t>(wide);
         cell.box = {table.columns[c], table.rows[r], table.columns[c + wide], table.rows[r + high]};
+        if (dice_->Chance(3)) {
+          continue;  // a place that no cell has
+        }
         FillCell(cell, cell.box.left, cell.box.right);
         table.cells.push_back(std::move(cell));
       }
     }
     table.box = {table.columns.front(), table.rows.front(), table.columns.back(),
                  table.rows.back()};
-    table.header_rows = static_cast<std::uint32_t>(dice_->Chance(60) ? 0 : dice_->Under(rows));
+    table.header_rows = static_cast<std::uint32_t>(dice_->Chance(50) ? 0 : dice_->Under(rows) + 1);
     table.is_ruled = dice_->Chance(50);
     table.goes_on = dice_->Chance(10);
     return table;
@@ -374,6 +377,29 @@ TEST(RandomPackages, AreThoseOfPresentations) {
     EXPECT_TRUE(IsAsExpected("office/random-" + std::to_string(seed) + ".pptx.txt",
                              PackageText(parts, plain)));
   }
+}
+
+// Programs tell what a file is by its first parts.
+TEST(RandomPackages, HaveTheirPartsInOrder) {
+  const auto names_of = [](const std::string& archive) {
+    std::string names;
+    for (std::size_t at = 0; archive.compare(at, 4, "PK\3\4", 4) == 0;) {
+      const auto number = [&](std::size_t place, int count) {
+        std::size_t value = 0;
+        for (int i = count; i-- > 0;) {
+          value = value << 8U |
+                  static_cast<unsigned char>(archive.at(at + place + static_cast<std::size_t>(i)));
+        }
+        return value;
+      };
+      names += archive.substr(at + 30, number(26, 2)) + "\n";
+      at += 30 + number(26, 2) + number(28, 2) + number(18, 4);
+    }
+    return names;
+  };
+  const OfficeDocument document = RandomDocument(3);
+  EXPECT_TRUE(IsAsExpected("office/random-order.txt", names_of(WordBytesOf(document)) + "\n" +
+                                                          names_of(SlideBytesOf(document))));
 }
 
 TEST(RandomPackages, AreThoseOfSheets) {

@@ -165,6 +165,11 @@ std::string Cells() {
     return InDocument(DocumentOf({FacelessPage({Block{TableAt(72, y, {"a", "b", "c", "d"})}})}),
                       {"w:trHeight", "w:tblHeader", "w:pgMar", "w:tblInd"});
   });
+  text += Sweep("where a table with a header ends on a page of 800", 550, 570, 1, [](double y) {
+    OfficePage page = FacelessPage({Block{TableAt(72, y - 40, {"a", "b", "c", "d"})}});
+    page.layout.height = page.model.height = 800;
+    return InDocument(DocumentOf({page}), {"w:tblHeader", "w:pgSz"});
+  });
   text += Sweep("how high the row of a line on a slide is", 2, 40, 2, [](double height) {
     return InSlide(DocumentOf({FacelessPage({CellWith({Line(76, 170, 112)}, height)})}),
                    {"a:tr", "a:tcPr", "a:spcPts"});

@@ -42,7 +42,7 @@ double AddColumn(Dice& dice, double left, double right, double top, std::size_t 
     } else if (dice.Chance(5)) {
       end += dice.Between(-4, 12, 0.5);
     }
-    const double size = dice.Chance(8) ? dice.Between(6, 16, 2) : 10;
+    const double size = dice.Chance(10) ? dice.Between(1, 16, 3) : 10;
     items.push_back({.box = {left, y, end, y + Height(size)},
                      .size = size,
                      .letters = dice.Chance(10) ? dice.Under(14) : letters});

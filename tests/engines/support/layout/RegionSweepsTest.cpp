@@ -138,6 +138,22 @@ std::string Pictures() {
     page.Text(100, 100, U"text").Image({200, 200, 260, 260});
     return Shown(page.Image({260 + gap, 200, 300, 260}));
   });
+  const auto beside_table = [](double left) {
+    MadePage page;
+    for (const double x : {100.0, 200.0, 300.0}) {
+      page.Rule({x, 100, x, 180}, 0.5);
+    }
+    for (const double y : {100.0, 140.0, 180.0}) {
+      page.Rule({100, y, 300, y}, 0.5);
+    }
+    page.Text(104, 112, U"one")
+        .Text(204, 112, U"two")
+        .Text(104, 152, U"six")
+        .Text(204, 152, U"ten");
+    return Shown(page.Image({left, 120, left + 20, 136}));
+  };
+  text += Sweep("how far a picture stands out of a table", 276, 304, 0.5, beside_table);
+  text += Sweep("how far a picture is in another cell", 176, 204, 0.5, beside_table);
   text += Sweep("words over a picture", 20, 30, 1, [](double words) {
     MadePage page;
     page.Image({100, 100, 500, 400});

@@ -153,6 +153,10 @@ class Sketcher {
   // A table whose cells are tagged.
   void Tags() {
     std::uint32_t cell = 0;
+    const std::size_t untagged = dice_->Chance(20) ? dice_->Under(90) : 1;
+    if (dice_->Chance(30)) {
+      scene_->TreeWithTables();
+    }
     for (std::size_t r = 0; r + 1 < ys_.size(); ++r) {
       for (std::size_t c = 0; c + 1 < xs_.size(); ++c) {
         const bool is_wide = c + 2 < xs_.size() && dice_->Chance(10);
@@ -161,7 +165,7 @@ class Sketcher {
         for (std::size_t line = 0; line < lines; ++line) {
           const std::string text = is_wide ? "A wide cell over two columns" : dice_->Of(kLabels);
           const double y = ys_[r] + 11 + 12 * static_cast<double>(line) + Off(8);
-          if (dice_->Chance(1)) {
+          if (dice_->Chance(untagged)) {
             scene_->Text(xs_[c] + 3, y, text);
           } else if (!dice_->Chance(5)) {
             scene_->TaggedCell(xs_[c] + 3 + Off(10), y, text, static_cast<std::uint32_t>(r + 1),
@@ -405,6 +409,30 @@ TEST(RandomTables, AreFoundInTheOpen) {
                              table.Texts();
                              table.Others();
                            })));
+}
+
+TEST(RandomTables, AreFoundBesideOthers) {
+  std::string text;
+  for (std::uint64_t seed = 7000; seed < 7060; ++seed) {
+    Dice dice(seed);
+    TableScene scene;
+    double top = 80;
+    for (std::size_t tables = dice.Under(2) + 2; tables > 0; --tables) {
+      Sketcher table(dice, scene, top);
+      const std::size_t kind = dice.Under(4);
+      if (kind == 0) {
+        table.Grid();
+      } else if (kind == 1) {
+        table.Stripes();
+      } else if (kind == 2) {
+        table.Fills();
+      }
+      table.Texts();
+      top = table.bottom() + (dice.Chance(70) ? dice.Between(4, 40, 2) : dice.Between(-60, 4, 2));
+    }
+    text += std::to_string(seed - 6999) + ":" + Found(scene);
+  }
+  EXPECT_TRUE(IsAsExpected("layout/random-tables.txt", text));
 }
 
 TEST(RandomTables, AreFoundBelowHeadings) {

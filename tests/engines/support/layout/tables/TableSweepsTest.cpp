@@ -177,6 +177,19 @@ std::string Open() {
     scene.Line(100, 100, 400, 100).Line(100, 118, 400, 118).Line(100, 175, 400 + longer, 175);
     return Found(Cells(scene, kWords));
   });
+  text += Sweep("how far below the last rule a shorter one is", -4, 4, 0.25, [](double below) {
+    TableScene scene;
+    scene.Line(100, 100, 400, 100).Line(100, 118, 400, 118).Line(100, 175, 400, 175);
+    scene.Line(100, 175 + below, 200, 175 + below);
+    Cells(scene, kWords);
+    std::string rows;
+    for (const FoundTable& found : scene.Tables()) {
+      for (const double row : found.table.rows) {
+        rows += std::to_string(row).substr(0, 6) + " ";
+      }
+    }
+    return rows;
+  });
   text += Sweep("how long the rules are", 10, 340, 5, [](double length) {
     TableScene scene;
     scene.Line(100, 100, 100 + length, 100).Line(100, 118, 100 + length, 118);
@@ -333,6 +346,20 @@ std::string Panels() {
                 [&](double y) { return panels(20, 108, y, y + 14); });
   text += Sweep("the second row of panels", 126, 190, 0.5,
                 [&](double y) { return panels(20, 108, 126, y); });
+  const auto run_over = [](double left, std::size_t letters) {
+    TableScene scene;
+    for (const double x : {100.0, 220.0}) {
+      scene.Line(x, 112, x + 100, 112).Text(x, 108, "Heading");
+      scene.Text(x, 126, "one").RightText(x + 98, 126, "12");
+      scene.Text(x, 140, "two").RightText(x + 98, 140, "34");
+      scene.Text(x, 154, "six").RightText(x + 98, 154, "56");
+    }
+    return Found(scene.Text(left, 168, std::string(letters, 'x')));
+  };
+  text += Sweep("where a word over the gutter of panels begins", 190, 230, 0.5,
+                [&](double x) { return run_over(x, 10); });
+  text += Sweep("where a word over the gutter of panels ends", 170, 200, 0.5,
+                [&](double x) { return run_over(x, 6); });
   text += Sweep("where a text beside panels begins", 40, 420, 2, [](double x) {
     TableScene scene;
     for (const double left : {100.0, 220.0}) {
