@@ -209,6 +209,11 @@ void AddCoded(ImageDocumentMaker& maker) {
   maker.Add(eight + "/DeviceRGB/Filter/MyDecode", Rgb());
   maker.Add("/Width 0/Height 96/BitsPerComponent 8/ColorSpace/DeviceGray", "");
   maker.Add("/Width 1/Height 1/BitsPerComponent 8/ColorSpace/DeviceRGB", "abc");
+  const std::string inks = eight + "[/DeviceN[/A/B]/DeviceRGB 7 0 R]" + kFlate;
+  maker.Add(inks, Deflated(SceneSamples(kSize, 2, 8).substr(0, 9000)));
+  maker.Add(eight + "[/Separation/A/DeviceRGB 7 0 R]" + kFlate,
+            Deflated(SceneSamples(kSize, 1, 8).substr(0, 5000)));
+  maker.Add(eight + "/DeviceRGB/Filter/DCTDecode/DecodeParms<</ColorTransform 1>>", jpeg);
 }
 
 void AddPlaces(ImageDocumentMaker& maker) {

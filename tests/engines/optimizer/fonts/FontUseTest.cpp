@@ -27,6 +27,38 @@ TEST(FontUse, TakesDownCodesWhetherSeenOrNot) {
   EXPECT_FALSE(test.use().IsWholeProgram(0));
 }
 
+TEST(CodeSet, HasCodesOfAnySizeInOrder) {
+  CodeSet codes;
+  for (const std::uint32_t code : {0x10000U, 0xFFFFU, 256U, 255U, 0U, 0xFFFFFFFFU, 1U, 0x10000U}) {
+    codes.Add(code);
+  }
+  EXPECT_EQ(codes.Codes(), (Codes{0, 1, 255, 256, 0xFFFF, 0x10000, 0xFFFFFFFF}));
+  EXPECT_EQ(codes.LargeCount(), 2U);
+  CodeSet few;
+  few.Add(0);
+  few.Add(255);
+  EXPECT_EQ(few.Codes(), (Codes{0, 255}));
+  EXPECT_EQ(CodeSet().Codes(), Codes());
+}
+
+TEST(FontUse, KnowsACompositeFontInPlaceByItsDescendants) {
+  FontCase test(RawPdf()
+                    .Object(5, kSimple)
+                    .Object(7, "<</Subtype/CIDFontType2/FontDescriptor<</FontFile2 9 0 R>>>>")
+                    .Object(8, "[7 0 R]")
+                    .Stream(9, "", "program")
+                    .Object(10, "<</Subtype/Type0/Encoding/Identity-H/DescendantFonts 8 0 R>>")
+                    .Stream(4, "", ""));
+  pdf::GraphicsState state;
+  pdf::Arena arena;
+  state.text.font = test.source().Load({10, 0}, arena);
+  for (std::size_t i = 0; i < 2 * limits::kMaxFontsInPlace; ++i) {
+    test.use().Note({.bytes = "xx", .state = state, .scope = {}});
+  }
+  EXPECT_TRUE(test.use().IsWholeProgram(9));
+  EXPECT_FALSE(test.use().IsWholeProgram(11)) << "it was met again and again, and is but one";
+}
+
 TEST(FontUse, KeepsFontsWholeWhoseCodesAreNotSure) {
   FontCase test(RawPdf()
                     .Object(5, "<</Subtype/Type0/Encoding/GBK-EUC-H/DescendantFonts[7 0 R]>>")
