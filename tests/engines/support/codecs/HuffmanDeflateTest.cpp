@@ -1,9 +1,13 @@
+#include <algorithm>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "engines/support/codecs/HuffmanDeflate.h"
 #include "pdf/filters/Filters.h"
+#include "support/Expected.h"
 
 namespace TarnixTools::engines {
 
@@ -29,18 +33,67 @@ TEST(HuffmanDeflate, ComesBack) {
   ExpectComesBack(skewed);
 }
 
-// Codes as rare as the numbers of Fibonacci are common would have one bit more each.
-TEST(HuffmanDeflate, BoundsTheLengthOfCodes) {
+// As many of each byte as Fibonacci's numbers say, in no order.
+std::string Fibonacci(int values) {
   std::string data;
   std::size_t count = 1;
   std::size_t next = 1;
-  for (int i = 0; i < 19; ++i) {
+  for (int i = 0; i < values; ++i) {
     data += std::string(count, static_cast<char>('a' + i));
     next += count;
     count = next - count;
   }
-  ASSERT_LT(data.size(), std::size_t{16} << 10);
-  ExpectComesBack(data);
+  std::string mixed(data.size(), '\0');
+  for (std::size_t i = 0; i < data.size(); ++i) {
+    mixed[i * 7919 % data.size()] = data[i];
+  }
+  return mixed;
+}
+
+// Bytes from first on, one of each number, as often as the rest fills the size.
+std::string Ramp(int first, int count, int step, std::size_t size) {
+  std::string data;
+  for (std::size_t i = 0; i < size; ++i) {
+    data += static_cast<char>(first + static_cast<int>(i % static_cast<std::size_t>(count)) * step);
+  }
+  return data;
+}
+
+// The very bytes of each kind of block, which zlib's format allows others of. That they come back is
+// what another library says of them.
+TEST(HuffmanDeflate, MakesTheseBytes) {
+  std::vector<std::pair<std::string, std::string>> rows = {
+      {"a byte", "a"},
+      {"two", "ab"},
+      {"the first", std::string(1, '\0')},
+      {"the last", "\xFF"},
+      {"many of one", std::string(70'000, 'x')}};
+  for (const int values : {2, 7, 8, 14, 15, 16, 17, 18, 19}) {
+    rows.emplace_back("fibonacci " + std::to_string(values), Fibonacci(values));
+  }
+  for (const int step : {1, 2, 3, 4, 5, 9, 11, 12, 13, 100, 139, 140}) {
+    const int count = std::min(60, 255 / step + 1);
+    rows.emplace_back("ramp by " + std::to_string(step), Ramp(0, count, step, 3000));
+    rows.emplace_back("from the end by " + std::to_string(step), Ramp(255, count, -step, 2999));
+  }
+  for (const std::size_t size : {16383U, 16384U, 16385U, 32768U, 32769U, 49153U}) {
+    rows.emplace_back(std::to_string(size) + " of five", Ramp(10, 5, 7, size));
+    rows.emplace_back(std::to_string(size) + " of all", Ramp(0, 256, 1, size));
+    rows.emplace_back(std::to_string(size) + " of two kinds",
+                      Ramp(10, 5, 7, size) + Ramp(100, 40, 3, size));
+  }
+  for (const std::size_t size : {65534U, 65535U, 65536U, 131071U}) {
+    rows.emplace_back(std::to_string(size) + " stored", Ramp(0, 256, 1, size));
+  }
+  std::string text;
+  for (const auto& [name, data] : rows) {
+    ExpectComesBack(data);
+    const auto* bytes = reinterpret_cast<const unsigned char*>(data.data());
+    const HeldBytes packed = DeflateByHuffman(bytes, data.size());
+    text += name + ": " + testing::DataText(std::string(packed.view())) + ", guessed " +
+            std::to_string(HuffmanSize(bytes, data.size())) + "\n";
+  }
+  EXPECT_TRUE(testing::IsAsExpected("codecs/huffman_deflate.txt", text));
 }
 
 TEST(HuffmanDeflate, StoresNoise) {

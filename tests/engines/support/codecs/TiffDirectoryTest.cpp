@@ -70,6 +70,57 @@ TEST(TiffDirectory, HasNumbersOfEachSize) {
   EXPECT_EQ(directory.Number(file.reader(), TiffTag::kPhotometric, 5), 5U);
 }
 
+// Of each type of a field there is a value of four bytes in place: as a number where the type is a
+// whole one, as bytes where it has one byte for each.
+TEST(TiffDirectory, HasValuesOfEachType) {
+  std::vector<std::string> fields;
+  for (std::uint32_t type = 0; type < 20; ++type) {
+    fields.push_back(Field(300 + type, type, 1, Little32(0x04030201)));
+    fields.push_back(Field(400 + type, type, 4, Little32(8)));
+    fields.push_back(Field(500 + type, type, 2, Little32(8)));
+  }
+  Structure file(kHeader + Directory(fields, 0));
+  ASSERT_EQ(file.directories().size(), 1U);
+  const TiffDirectory& directory = file.directories().front();
+  std::string text;
+  for (std::uint32_t type = 0; type < 20; ++type) {
+    text += std::to_string(type) + ":";
+    for (const std::uint32_t first : {300U, 400U, 500U}) {
+      const auto tag = static_cast<TiffTag>(first + type);
+      text += directory.Has(tag) ? "" : " none";
+      for (const std::uint64_t number : directory.Numbers(file.reader(), tag, 9)) {
+        text += " " + std::to_string(number);
+      }
+      text += " " + std::to_string(directory.Bytes(file.reader(), tag, 4).size()) + "+" +
+              std::to_string(directory.Bytes(file.reader(), tag, 3).size()) + ";";
+    }
+    text += "\n";
+  }
+  EXPECT_EQ(text,
+            "0: none 0+0; none 0+0; none 0+0;\n"
+            "1: 1 1+1; 8 0 0 0 4+0; 8 0 2+2;\n"
+            "2: 1+1; 4+0; 2+2;\n"
+            "3: 513 0+0; 60 300 0 1 0+0; 8 0 0+0;\n"
+            "4: 67305985 0+0; 19660860 65536 33619968 26215427 0+0; 19660860 65536 0+0;\n"
+            "5: 0+0; 0+0; 0+0;\n"
+            "6: 1+1; 4+0; 2+2;\n"
+            "7: 1+1; 4+0; 2+2;\n"
+            "8: 0+0; 0+0; 0+0;\n"
+            "9: 0+0; 0+0; 0+0;\n"
+            "10: 0+0; 0+0; 0+0;\n"
+            "11: 0+0; 0+0; 0+0;\n"
+            "12: 0+0; 0+0; 0+0;\n"
+            "13: 67305985 0+0; 19660860 65536 33619968 26215427 0+0; 19660860 65536 0+0;\n"
+            "14: none 0+0; none 0+0; none 0+0;\n"
+            "15: none 0+0; none 0+0; none 0+0;\n"
+            "16: 0+0; 281474996371516 112594401649295360 2251799813947392 562949986189312 0+0; "
+            "281474996371516 112594401649295360 0+0;\n"
+            "17: 0+0; 0+0; 0+0;\n"
+            "18: 0+0; 281474996371516 112594401649295360 2251799813947392 562949986189312 0+0; "
+            "281474996371516 112594401649295360 0+0;\n"
+            "19: none 0+0; none 0+0; none 0+0;\n");
+}
+
 TEST(TiffDirectory, HasValuesElsewhere) {
   const std::uint32_t end = 8 + 2 + 2 * 12 + 4;
   Structure file(
