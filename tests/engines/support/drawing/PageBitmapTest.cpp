@@ -66,6 +66,10 @@ TEST_F(PageBitmapTest, LeavesTextOutWhereverItStands) {
           .Size(300, 100)
           .PageEntry("/Resources<<" + font + "/XObject<</O {{outer}}>>>>")
           .Content(drawn(0) + "/O Do")
+          .Page()
+          .Size(300, 100)
+          .PageEntry("/Resources<<" + font + "/XObject<</O {{outer}}>>>>")
+          .Content("/O Do " + drawn(0))
           .Write(directory.Path("in.pdf"));
   DrawnDocument document(WidePath(path), "");
   const auto ink_in = [](const PageBitmap& page, int left) {
@@ -77,12 +81,14 @@ TEST_F(PageBitmapTest, LeavesTextOutWhereverItStands) {
     }
     return dark;
   };
-  const PageBitmap whole = DrawPage(document, 0, 72);
-  const PageBitmap bare = DrawRegionWithoutText(document, 0, {0, 0, 300, 100}, 72);
-  for (const int left : {0, 100, 200}) {
-    EXPECT_GE(ink_in(bare, left), 1500) << left;
-    EXPECT_GT(ink_in(whole, left + 45), 300) << left;
-    EXPECT_EQ(ink_in(bare, left + 45), 0) << left;
+  for (const int index : {0, 1}) {
+    const PageBitmap whole = DrawPage(document, index, 72);
+    const PageBitmap bare = DrawRegionWithoutText(document, index, {0, 0, 300, 100}, 72);
+    for (const int left : {0, 100, 200}) {
+      EXPECT_GE(ink_in(bare, left), 1500) << left;
+      EXPECT_GT(ink_in(whole, left + 45), 300) << left;
+      EXPECT_EQ(ink_in(bare, left + 45), 0) << left;
+    }
   }
 }
 

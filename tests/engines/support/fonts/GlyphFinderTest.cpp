@@ -56,6 +56,13 @@ TEST(GlyphFinder, GoesByTheCharacterOfAName) {
   EXPECT_THAT(GlyphsOf(font, kBoxes, 'B'), IsEmpty());
 }
 
+TEST(GlyphFinder, GoesByTheNamesOfTheFirstAndTheLastCode) {
+  const DocumentFont font = FontOf(
+      "<</Subtype/TrueType/FontDescriptor 6 0 R/Encoding<</Differences[0/uni0041 255/u0041]>>>>");
+  EXPECT_THAT(GlyphsOf(font, kBoxes, 0), ElementsAre(1U));
+  EXPECT_THAT(GlyphsOf(font, kBoxes, 255), ElementsAre(1U));
+}
+
 TEST(GlyphFinder, GoesByTheCodeOfASymbolicFont) {
   const DocumentFont font =
       FontOf("<</Subtype/TrueType/FontDescriptor 6 0 R/Encoding<</Differences[65/space]>>>>", "4");

@@ -30,6 +30,18 @@ TEST(IccTransformTest, ConvertsByTheToneCurveOfTheProfile) {
   EXPECT_NEAR(Converted(*light, {128, 128, 128})[1], 188, 2);
 }
 
+// By the name that its description has, in letters of one byte or of two.
+TEST(IccTransformTest, KnowsSrgbByItsName) {
+  const std::string wide("s\0R\0G\0B\0 \0I\0E\0C\0", 16);
+  EXPECT_TRUE(IccTransform::IsSrgb("desc sRGB IEC61966-2.1"));
+  EXPECT_TRUE(IccTransform::IsSrgb("mluc" + wide));
+  EXPECT_TRUE(IccTransform::IsSrgb(std::string(1, '\0') + wide.substr(0, 15)));
+  EXPECT_FALSE(IccTransform::IsSrgb(wide.substr(0, 14)));
+  EXPECT_FALSE(IccTransform::IsSrgb("desc sRGB IEC6196"));
+  EXPECT_FALSE(IccTransform::IsSrgb("Adobe RGB (1998)"));
+  EXPECT_FALSE(IccTransform::IsSrgb(""));
+}
+
 TEST(IccTransformTest, ProfilesThatComeAgainShareOneTransform) {
   const auto first = IccTransform::Make(testing::TestRgbProfile(1.5), 3);
   ASSERT_NE(first, nullptr);
