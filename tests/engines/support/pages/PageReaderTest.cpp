@@ -48,6 +48,39 @@ std::u32string TextOf(const PageModel& page) {
   return text;
 }
 
+std::string Repeated(const std::string& part, std::size_t count) {
+  std::string text;
+  text.reserve(part.size() * count);
+  for (std::size_t i = 0; i < count; ++i) {
+    text += part;
+  }
+  return text;
+}
+
+TEST_F(PageReaderTest, LeavesOutWhatIsTooMuch) {
+  const PageModel text = Page("BT /F 1 Tf 0 Tz 100 700 Td (" +
+                              std::string(limits::kMaxGlyphsOfPage + 1, 'A') + ") Tj ET");
+  EXPECT_EQ(text.glyphs.size(), limits::kMaxGlyphsOfPage);
+  EXPECT_EQ(text.text.size(), limits::kMaxGlyphsOfPage);
+  EXPECT_TRUE(text.is_partial);
+  const auto images = [&](std::size_t count) {
+    return Page(TestPdf()
+                    .Page()
+                    .PageEntry("/Resources<</XObject<</I {{I}}>>>>")
+                    .Object("I",
+                            "<</Subtype/Image/Width 1/Height 1/BitsPerComponent 8/ColorSpace"
+                            "/DeviceGray/Length 1>>\nstream\nx\nendstream")
+                    .Content(Repeated("/I Do ", count)));
+  };
+  EXPECT_FALSE(images(limits::kMaxPlacedImages).is_partial);
+  const PageModel many = images(limits::kMaxPlacedImages + 1);
+  EXPECT_TRUE(many.is_partial);
+  EXPECT_EQ(many.images.size(), limits::kMaxPlacedImages);
+  const PageModel paths = Page(Repeated("5 5 9 9 re f ", limits::kMaxPathsOfPage + 1));
+  EXPECT_TRUE(paths.is_partial);
+  EXPECT_EQ(paths.paths.size(), limits::kMaxPathsOfPage);
+}
+
 TEST_F(PageReaderTest, ReadsGlyphsWithTheirPlaces) {
   const PageModel page = Page("BT /F 10 Tf 100 700 Td (AB) Tj ET");
   ASSERT_EQ(page.glyphs.size(), 2U);

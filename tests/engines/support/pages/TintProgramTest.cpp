@@ -147,6 +147,13 @@ TEST(TintProgram, FailsWhereNumbersAreMissing) {
   EXPECT_THAT(Results("{-1 ln}"), IsEmpty());
 }
 
+TEST(TintProgram, HasNumbersThatAreWholeWords) {
+  EXPECT_THAT(Results("{1 +2 -3 .5 4. +.25 1e2}"), ElementsAre(1, 2, -3, 0.5, 4, 0.25, 100));
+  for (const char* word : {"1x", "1.5.2", "--1", "+", "-", ".", "1e999", "0x1", "16#FF", "1,5"}) {
+    EXPECT_FALSE(TintProgram::Read("{" + std::string(word) + "}")) << word;
+  }
+}
+
 TEST(TintProgram, IsNoOtherText) {
   EXPECT_FALSE(TintProgram::Read("{1 2 foo}"));
   EXPECT_FALSE(TintProgram::Read("{{1}}"));
