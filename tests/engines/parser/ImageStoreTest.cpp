@@ -66,14 +66,18 @@ TEST_F(ImageStoreTest, KeepsWhatItHasStoredInEachOrientation) {
 }
 
 TEST_F(ImageStoreTest, KeepsThatAPartWasMissing) {
-  ImageInDocument cut(kGray, testing::NoiseBytes(60));
-  const DocumentImage image = cut.Image();
-  const ImageFacts facts = cut.Facts();
-  for (int i = 0; i < 2; ++i) {
-    PreparedImage prepared = Prepared(image, facts);
-    Store(prepared, ImageStore::Outcome::kPartial);
+  ImageInDocument gray(kGray, testing::NoiseBytes(60));
+  ImageInDocument bits("/Width 8/Height 8/BitsPerComponent 1/ColorSpace/DeviceGray", "1234567");
+  for (ImageInDocument* cut : {&gray, &bits}) {
+    store_ = ImageStore();
+    const DocumentImage image = cut->Image();
+    const ImageFacts facts = cut->Facts();
+    for (int i = 0; i < 2; ++i) {
+      PreparedImage prepared = Prepared(image, facts);
+      Store(prepared, ImageStore::Outcome::kPartial);
+    }
+    EXPECT_TRUE(IsKept(image, facts));
   }
-  EXPECT_TRUE(IsKept(image, facts));
 }
 
 // Of an inline image nobody can tell whether it comes again, and what default colour spaces mean is

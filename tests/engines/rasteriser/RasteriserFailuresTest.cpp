@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <limits>
 #include <utility>
 
@@ -14,6 +15,7 @@ using platform::WidePath;
 using ::testing::ElementsAre;
 using testing::Exists;
 using testing::RawPdf;
+using testing::TestPdf;
 
 class RasteriserFailures : public RasteriserFixture {};
 
@@ -136,6 +138,83 @@ TEST_F(RasteriserFailures, TellsWhenAnImageCannotBeCreated) {
   EXPECT_EQ(Error(), kPdf2ImgCreateError);
   EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
   EXPECT_EQ(Error(), kPdf2ImgArgumentError);
+}
+
+// The calls of an image come in an order; after one that fails there is no image until the next is
+// created.
+TEST_F(RasteriserFailures, TakesOnePageIntoEachImage) {
+  const auto create = [&](const std::string& name) {
+    return Pdf2ImgCreateImageW(object_, WidePath(Path(name)));
+  };
+  ASSERT_TRUE(Open(Painted("")));
+  Listen();
+  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
+  EXPECT_EQ(Error(), kPdf2ImgArgumentError);
+  ASSERT_EQ(create("a.jpg"), 1);
+  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 1);
+  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
+  EXPECT_EQ(Error(), kPdf2ImgArgumentError);
+  EXPECT_EQ(Pdf2ImgCloseImage(object_), 1);
+  EXPECT_EQ(Pdf2ImgCloseImage(object_), 0);
+  EXPECT_EQ(Error(), kPdf2ImgArgumentError);
+  ASSERT_EQ(create("b.jpg"), 1);
+  EXPECT_EQ(Pdf2ImgCloseImage(object_), 0);
+  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
+  ASSERT_EQ(create("c.jpg"), 1);
+  EXPECT_EQ(create("missing/d.jpg"), 0);
+  EXPECT_EQ(Error(), kPdf2ImgCreateError);
+  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
+  ASSERT_EQ(create("e.jpg"), 1);
+  EXPECT_EQ(Pdf2ImgRenderPage(object_, 2), 0);
+  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
+  EXPECT_EQ(Error(), kPdf2ImgArgumentError);
+  EXPECT_EQ(Pdf2ImgClose(object_), 1);
+  EXPECT_THAT(directory_.Names(), ElementsAre("a.jpg", "in.pdf"));
+  EXPECT_THAT(reports_, ElementsAre(std::pair(2, static_cast<std::uint32_t>(kPdf2ImgPageError))));
+}
+
+TEST_F(RasteriserFailures, HasNothingLeftOnceItIsClosed) {
+  ASSERT_TRUE(Open(Painted("")));
+  ASSERT_EQ(Pdf2ImgCreateImageW(object_, WidePath(Path("a.jpg"))), 1);
+  EXPECT_EQ(Pdf2ImgClose(object_), 1);
+  EXPECT_EQ(Pdf2ImgGetPageCount(object_), -1);
+  ASSERT_TRUE(Open(Path("in.pdf")));
+  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 0);
+  EXPECT_EQ(Error(), kPdf2ImgArgumentError);
+  EXPECT_FALSE(Open(Path("missing.pdf")));
+  EXPECT_EQ(Pdf2ImgGetPageCount(object_), -1);
+}
+
+TEST_F(RasteriserFailures, TellsOfEveryImageThatCannotBeWritten) {
+  if (!Exists("/dev/full")) {
+    GTEST_SKIP() << "needs /dev/full";
+  }
+  TestPdf document;
+  document.Page().Size(9, 9).Page().Size(9, 9).Page().Size(9, 9);
+  ASSERT_TRUE(Open(document));
+  Listen();
+  for (const auto& [page, path] :
+       {std::pair(3, std::string("/dev/full")), {1, Path("a.jpg")}, {2, "/dev/full"}}) {
+    ASSERT_EQ(Pdf2ImgCreateImageW(object_, WidePath(path)), 1);
+    EXPECT_EQ(Pdf2ImgRenderPage(object_, page), 1);
+    EXPECT_EQ(Pdf2ImgCloseImage(object_), 1);
+  }
+  EXPECT_EQ(Pdf2ImgClose(object_), 0);
+  EXPECT_EQ(Error(), kPdf2ImgWriteError);
+  EXPECT_EQ(platform::LastSystemError(), ENOSPC);
+  const std::uint32_t code = kPdf2ImgWriteError;
+  EXPECT_THAT(reports_, ElementsAre(std::pair(3, code), std::pair(2, code)));
+  EXPECT_EQ(testing::ReadJpeg(Path("a.jpg")).width, 13);
+  EXPECT_EQ(Pdf2ImgClose(object_), 1);
+  EXPECT_EQ(reports_.size(), 2U);
+  // Without anybody to be told.
+  EXPECT_EQ(Pdf2ImgSetReport(object_, nullptr, this), 1);
+  ASSERT_TRUE(Open(Path("in.pdf")));
+  ASSERT_EQ(Pdf2ImgCreateImageW(object_, WidePath("/dev/full")), 1);
+  EXPECT_EQ(Pdf2ImgRenderPage(object_, 1), 1);
+  EXPECT_EQ(Pdf2ImgCloseImage(object_), 1);
+  EXPECT_EQ(Pdf2ImgClose(object_), 0);
+  EXPECT_EQ(reports_.size(), 2U);
 }
 
 TEST_F(RasteriserFailures, TellsWhenAnImageCannotBeWritten) {

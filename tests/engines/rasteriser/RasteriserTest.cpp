@@ -2,6 +2,8 @@
 
 #include "engines/rasteriser/ErrorCodes.h"
 #include "engines/rasteriser/RasteriserFixture.h"
+#include "engines/support/imagefiles/OpenedImage.h"
+#include "engines/support/images/WrittenImage.h"
 #include "support/RawPdf.h"
 #include "support/Readers.h"
 #include "support/Surroundings.h"
@@ -52,6 +54,27 @@ TEST_F(Rasteriser, DoesNotSubsampleColorsAtTheBestQuality) {
   ASSERT_TRUE(Open(Path("in.pdf")));
   Pdf2ImgSetImageQuality(object_, 60);
   EXPECT_TRUE(Render(1).is_subsampled);
+}
+
+TEST_F(Rasteriser, WritesColoursOrGrayInEitherFormat) {
+  const std::string path =
+      Painted("1 0 0 rg 0 0 1 1 re f 0 0 1 rg 1 0 1 1 re f", 2, 1).Write(Path("in.pdf"));
+  const auto drawn = [&](std::int32_t format, int is_gray) {
+    EXPECT_TRUE(Open(path));
+    Pdf2ImgSetDPI(object_, 72);
+    EXPECT_EQ(Pdf2ImgSetCompression(object_, format), 1);
+    EXPECT_EQ(Pdf2ImgSetGray(object_, is_gray), 1);
+    Render(1, "page");
+    return testing::ReadBytes(Path("page"));
+  };
+  const auto rows = [](const std::string& png) {
+    return WrittenImage(testing::OpenedImage(png).Embed(), png).Rows();
+  };
+  EXPECT_EQ(rows(drawn(kPdf2ImgPng, 0)), "FF0000 0000FF\n");
+  EXPECT_EQ(rows(drawn(kPdf2ImgPng, 1)), "4C 1D\n");
+  EXPECT_EQ(testing::DecodeJpeg(drawn(kPdf2ImgJpeg, 1)).components, 1);
+  EXPECT_EQ(testing::DecodeJpeg(drawn(kPdf2ImgJpeg, 0)).components, 3);
+  EXPECT_EQ(testing::DecodeJpeg(drawn(kPdf2ImgJpeg, 2)).components, 1);
 }
 
 TEST_F(Rasteriser, FitsThePageIntoAnImageOfGivenPixels) {
