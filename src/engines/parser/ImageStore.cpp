@@ -11,7 +11,6 @@
 #include "engines/parser/OriginalImage.h"
 #include "engines/support/codecs/BilevelJpegWriter.h"
 #include "engines/support/codecs/JpegWriter.h"
-#include "engines/support/files/DiskFile.h"
 #include "engines/support/files/SavedFile.h"
 #include "engines/support/images/Picture.h"
 #include "engines/support/images/ReadyJpeg.h"
@@ -22,20 +21,23 @@
 namespace TarnixTools::engines::parser {
 namespace {
 
+platform::OutputFile Create(const platform::WidePath& path) {
+  std::optional<platform::OutputFile> output = platform::OutputFile::Create(path);
+  if (!output) {
+    throw ExpaFailure(kExpaCreateError, errno);
+  }
+  return *std::move(output);
+}
+
 // A file under way, with a copy of what goes into it as long as that is short enough to be kept.
 class StoredFile : public pdf::ByteSink {
  public:
   // most_kept: bytes.
   StoredFile(const platform::WidePath& path, std::size_t most_kept)
-      : output_(platform::OutputFile::Create(path)), most_kept_(most_kept) {
-    if (!output_) {
-      throw ExpaFailure(kExpaCreateError, errno);
-    }
-    stream_ = output_->TakeStream();
-  }
+      : file_(Create(path)), most_kept_(most_kept) {}
 
   void Write(std::string_view bytes) override {
-    DiskSink(stream_.get()).Write(bytes);
+    file_.sink().Write(bytes);
     if (is_kept_ && copy_.size() + bytes.size() > most_kept_) {
       is_kept_ = false;
       copy_ = std::string();
@@ -47,7 +49,7 @@ class StoredFile : public pdf::ByteSink {
 
   void KeepNoCopy() { is_kept_ = false; }
 
-  void Finish() { CompleteFile(std::move(stream_), *output_); }
+  void Finish() { file_.Complete(); }
 
   // Null when it was too long.
   std::shared_ptr<const std::string> TakeCopy() {
@@ -55,8 +57,7 @@ class StoredFile : public pdf::ByteSink {
   }
 
  private:
-  std::optional<platform::OutputFile> output_;
-  platform::FilePtr stream_;
+  SavedFile file_;
   std::size_t most_kept_;
   bool is_kept_ = true;
   std::string copy_;
@@ -127,10 +128,9 @@ std::optional<PreparedImage> ImageStore::Prepare(const DocumentImage& image,
 
 bool ImageStore::StoreOriginal(const DocumentImage& image, const ImageFacts& facts,
                                const platform::WidePath& path) {
-  StoredFile file(path, 0);
-  file.KeepNoCopy();
-  const bool is_complete = WriteOriginal(image, facts, file);
-  file.Finish();
+  SavedFile file(Create(path));
+  const bool is_complete = WriteOriginal(image, facts, file.sink());
+  file.Complete();
   return is_complete;
 }
 
@@ -152,17 +152,15 @@ ImageStore::Outcome ImageStore::Store(PreparedImage& prepared, const platform::W
     throw ExpaFailure(kExpaArgumentError);
   }
   file.Finish();
+  // Nobody can tell whether an inline image comes again.
   if (prepared.image.number != 0 && !prepared.facts->has_default_space) {
     Keep({key, outcome, file.TakeCopy()});
   }
   return outcome;
 }
 
-// 0 for an inline image, of which nobody can tell whether it comes again.
 std::uint64_t ImageStore::KeyOf(const DocumentImage& image, int orientation) {
-  return image.number == 0
-             ? 0
-             : std::uint64_t{image.number} << 8U | static_cast<std::uint8_t>(orientation);
+  return std::uint64_t{image.number} << 8U | static_cast<std::uint8_t>(orientation);
 }
 
 const ImageStore::Kept* ImageStore::Find(std::uint64_t key) {
