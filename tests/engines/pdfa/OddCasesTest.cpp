@@ -98,6 +98,14 @@ constexpr OddCase kAnnotations[] = {
      "/AcroForm<</Fields[20 0 R]>>/Perms<</DocMDP<<>>/UR3<<>>/Own<<>>>>"},
     {Part::kObject, "<</FT/Tx/T(a)/V<</Reference[<</DigestValue()>>]>>>>",
      "/AcroForm<</Fields[20 0 R]>>/Perms<</DocMDP<<>>>>"},
+    {Part::kObject, "<</FT/Sig/T(a)/V<</Reference[<</DigestLocation[]>>]>>>>",
+     "/AcroForm<</Fields[20 0 R]>>/Perms<</DocMDP<<>>>>"},
+    {Part::kObject, "<</FT/Sig/T(a)/V<</Reference[<</DigestValue()>>]>>>>",
+     "/AcroForm<</Fields[20 0 R]>>/Perms<</DocMDP<<>>>>"},
+    {Part::kObject, "<</FT/Sig/T(a)/V<</Reference[<</DigestMethod/MD5>>]>>>>",
+     "/AcroForm<</Fields[20 0 R]>>/Perms<</DocMDP<<>>>>"},
+    {Part::kObject, "<</FT/Sig/T(a)/V<</Reference[<</Data null>>]>>>>",
+     "/AcroForm<</Fields[20 0 R]>>/Perms<</DocMDP<<>>>>"},
     {Part::kObject, "<</FT/Sig/T(a)/V(text)>>", "/AcroForm<</Fields[20 0 R]>>"},
 };
 

@@ -158,9 +158,10 @@ std::string Big32(std::size_t value) {
 
 using Maps = std::vector<std::pair<int, int>>;  // platform and encoding
 
-// A program that has these maps of codes, all with the same glyph for A.
-std::string ProgramWith(const Maps& maps) {
-  const std::string map = Big16(6) + Big16(12) + Big16(0) + Big16('A') + Big16(1) + Big16(2);
+// A program that has these maps of codes, all with the same glyph for A, or with nothing.
+std::string ProgramWith(const Maps& maps, bool has_glyphs) {
+  const std::string map =
+      has_glyphs ? Big16(6) + Big16(12) + Big16(0) + Big16('A') + Big16(1) + Big16(2) : "";
   std::string table = Big16(0) + Big16(maps.size());
   for (const auto& [platform, encoding] : maps) {
     table += Big16(static_cast<std::size_t>(platform)) + Big16(static_cast<std::size_t>(encoding)) +
@@ -181,16 +182,17 @@ TEST(FontCheck, WantsMapsOfTrueTypeThatGoWithItsFlags) {
        {Maps{}, Maps{{3, 1}}, Maps{{3, 0}}, Maps{{1, 0}}, Maps{{1, 0}, {3, 1}},
         Maps{{1, 0}, {3, 0}}, Maps{{3, 0}, {3, 1}}, Maps{{0, 3}, {3, 10}}, Maps{{0, 3}, {3, 1}},
         Maps{{0, 0}, {1, 0}, {3, 0}}, Maps{{0, 1}, {1, 1}, {2, 0}, {3, 1}}, Maps{{0, 3}}}) {
-    text += "maps";
+    std::string name = "maps";
     for (const auto& [platform, encoding] : maps) {
-      text += " " + std::to_string(platform) + "-" + std::to_string(encoding);
+      name += " " + std::to_string(platform) + "-" + std::to_string(encoding);
     }
-    text += "\n";
     for (const int flags : {4, 32}) {
-      for (const std::string& encoding : {std::string(), kWinAnsi}) {
-        PaintedPage page = PageOf(kTrueType + TrueTypeProgram(flags) + encoding);
-        page.pdf().Stream(31, "", ProgramWith(maps));
-        text += std::to_string(flags) + " " + encoding + "\n" + page.FindingsText();
+      for (const bool has_glyphs : {true, false}) {
+        PaintedPage page =
+            PageOf(kTrueType + TrueTypeProgram(flags) + (flags == 4 ? "" : kWinAnsi));
+        page.pdf().Stream(31, "", ProgramWith(maps, has_glyphs));
+        text += name + (has_glyphs ? " " : " empty ") + std::to_string(flags) + "\n" +
+                page.FindingsText();
       }
     }
   }

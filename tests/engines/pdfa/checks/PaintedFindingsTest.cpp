@@ -66,6 +66,8 @@ TEST(PaintedFindings, AreThoseOfColorSpaces) {
         "[/DeviceN[/Cyan/Magenta/Yellow/Black/None]/DeviceCMYK 26 0 R]",
         "[/DeviceN[/Cyan/Gold]/DeviceRGB 26 0 R]",
         "[/DeviceN[/Cyan/Gold]/DeviceRGB 26 0 R<</Colorants<</Gold 25 0 R>>>>]",
+        "[/DeviceN[/A/B/C]/DeviceRGB 26 0 R<</Colorants<</A[/ICCBased 22 0 R]/B/DeviceCMYK"
+        "/C[/ICCBased 24 0 R]>>>>]",
         "[/DeviceN[/Red/#E4]/DeviceRGB 26 0 R<</Process<</Components[/Red]/ColorSpace/DeviceCMYK>>"
         ">>]",
         "[/Indexed[/Indexed[/Indexed/DeviceCMYK 0<00>]0<00>]0<00>]",
@@ -260,13 +262,39 @@ TEST(PaintedFindings, AreThoseOfOverprintedImages) {
   EXPECT_TRUE(IsAsExpected("pdfa/findings/overprinted-images.txt", text));
 }
 
+// A spot colour has one definition, by whatever spaces it comes.
+TEST(PaintedFindings, AreThoseOfSpotColors) {
+  std::string text;
+  for (const char* content :
+       {"/A cs 1 scn /B cs 1 scn", "/A cs 1 scn /C cs 1 scn", "/A cs 1 scn /D cs 1 1 scn",
+        "/C CS 1 SCN /D cs 1 1 scn", "/A cs 1 scn /E cs 1 scn", "/E cs 1 scn /A cs 1 scn",
+        "/D cs 1 1 scn", "/F cs 1 1 scn"}) {
+    PaintedPage page(content);
+    page.Output("RGB ").Resources(
+        "/ColorSpace<</A[/Separation/Gold/DeviceRGB 20 0 R]/B[/Separation/Gold/DeviceRGB 21 0 R]"
+        "/C[/Separation/Gold/DeviceRGB 22 0 R]/D[/DeviceN[/Gold/Silver]/DeviceRGB 20 0 "
+        "R<</Colorants<<"
+        "/Gold[/Separation/Gold/DeviceRGB 20 0 R]/Silver[/Separation/Silver/DeviceGray 22 0 R]>>>>]"
+        "/E[/Separation/Gold/DeviceGray 20 0 R]/F[/DeviceN[/Gold/Silver]/DeviceRGB 20 0 "
+        "R<</Colorants"
+        "<</Silver[/Separation/Silver/DeviceGray 22 0 R]>>>>]>>");
+    page.pdf()
+        .Object(20, "<</FunctionType 2/Domain[0 1]/N 1>>")
+        .Object(21, "<</N 1/Domain[0 1]/FunctionType 2>>")
+        .Object(22, "<</FunctionType 2/Domain[0 1]/N 2>>");
+    text += Said(content, page);
+  }
+  EXPECT_TRUE(IsAsExpected("pdfa/findings/spot-colors.txt", text));
+}
+
 // Colours count where they are set, groups where they are entered, each in what stands for it.
 TEST(PaintedFindings, AreThoseOfColorsThatAreOnlySet) {
   std::string text;
   for (const char* content :
        {"0.5 g", "0.5 G", "1 0 0 rg", "1 0 0 RG", "0 0 0 1 k", "0 0 0 1 K", "/DeviceGray cs",
         "/DeviceGray CS", "/DeviceRGB cs 1 0 0 sc", "/DeviceRGB CS 1 0 0 SC",
-        "/DeviceCMYK cs 0 0 0 1 scn", "/DeviceCMYK CS 0 0 0 1 SCN", "/G Do", "/H Do", "0.5 x"}) {
+        "/DeviceCMYK cs 0 0 0 1 scn", "/DeviceCMYK CS 0 0 0 1 SCN", "/G Do", "/H Do", "0.5 x",
+        "BI/W 1/H 1/BPC 8/CS/G ID x EI BI/W 1/H 1/BPC 8/CS/CMYK ID xxxx EI"}) {
     PaintedPage page(content);
     page.Resources("/XObject<</G 20 0 R/H 21 0 R>>");
     const std::string form = "/Subtype/Form/BBox[0 0 9 9]/Group<</S/Transparency/CS/DeviceCMYK>>";
@@ -323,8 +351,8 @@ TEST(PaintedFindings, AreThoseOfStates) {
         "/RI/Perceptual",
         "/RI/Odd",
         "/RI(Perceptual)"}) {
-    PaintedPage page("/S gs");
-    page.Resources("/ExtGState<</S<<" + std::string(state) + ">>>>");
+    PaintedPage page("/Plain gs /S gs");
+    page.Resources("/ExtGState<</Plain<<>>/S<<" + std::string(state) + ">>>>");
     text += Said(state, page);
   }
   EXPECT_TRUE(IsAsExpected("pdfa/findings/states.txt", text));

@@ -42,6 +42,18 @@ TEST(PaintedObjectCheck, WantsOneColorSpaceOfJpegToBeExact) {
   EXPECT_EQ(BrokenBy(WithTwoColors(exact)), "");
   EXPECT_EQ(BrokenBy(WithTwoColors(kColor)), "6.2.8.3-2 6.2.8.3-3");
   EXPECT_EQ(BrokenBy(WithTwoColors(kColor), "/ColorSpace/DeviceRGB"), "");
+  const auto of_three = [](const std::string& first, const std::string& second,
+                           const std::string& third) {
+    return BrokenBy(
+        With(kColor, first + second + third, With("0000002D6A703268", "0000004B6A703268")));
+  };
+  EXPECT_EQ(of_three(exact, kColor, kColor), "");
+  EXPECT_EQ(of_three(kColor, kColor, exact), "");
+  EXPECT_EQ(of_three(exact, exact, kColor), "6.2.8.3-2 6.2.8.3-3");
+  const std::string unknown = With("7201000000000010", "7204000000000010", kColor);
+  EXPECT_EQ(of_three(unknown, exact, unknown), "") << "the exact one counts";
+  EXPECT_EQ(of_three(kColor, With("7201000000000010", "7204000100000010", kColor), kColor),
+            "6.2.8.3-3");
 }
 
 TEST(PaintedObjectCheck, WantsColorSpacesOfJpegThatAreAllowed) {

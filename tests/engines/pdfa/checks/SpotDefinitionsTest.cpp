@@ -97,10 +97,11 @@ TEST(SpotDefinitions, AreRememberedUpToABound) {
   const auto note = [&](std::size_t i, const char* space) {
     return colors.Note(std::to_string(i), pdf::Object::Name(space), pdf::Object());
   };
-  for (std::size_t i = 0; i <= limits::kMaxSpotColors; ++i) {
+  for (std::size_t i = 0; i < limits::kMaxSpotColors; ++i) {
     EXPECT_TRUE(note(i, "DeviceCMYK"));
   }
   EXPECT_TRUE(note(0, "DeviceRGB")) << "nothing more is compared";
+  EXPECT_TRUE(note(limits::kMaxSpotColors, "DeviceCMYK"));
   EXPECT_TRUE(note(limits::kMaxSpotColors, "DeviceRGB"));
 }
 

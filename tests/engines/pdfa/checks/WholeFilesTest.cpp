@@ -116,6 +116,22 @@ TEST(WholeFiles, HoldOthersOnlySoDeep) {
   EXPECT_EQ(FindingsOf(Holding("2b", plain.substr(0, 20)), "2b"), "6.8-5 object 21\n");
 }
 
+TEST(WholeFiles, HaveFilesThatAreAssociatedByLists) {
+  for (const auto& [list, found] :
+       {std::pair("[21 0 R]", ""), std::pair("[3 0 R 21 0 R]", ""),
+        std::pair("[]", "6.8-4 object 21\n"), std::pair("[3 0 R]", "6.8-4 object 21\n"),
+        std::pair("[[21 0 R]]", "6.8-4 object 21\n")}) {
+    const std::string bytes =
+        ArchiveFile("3b")
+            .Catalog("/AF 20 0 R")
+            .Object(20, list)
+            .Object(21, "<</Type/Filespec/F(a)/UF(a)/AFRelationship/Data/EF<</F 22 0 R>>>>")
+            .Stream(22, "/Type/EmbeddedFile/Subtype/text#2Fplain", "text")
+            .Bytes();
+    EXPECT_EQ(FindingsOf(bytes, "3b"), found) << list;
+  }
+}
+
 // Findings of one rule stand in the order in which the parts of a document are looked at.
 TEST(WholeFiles, TellFindingsInTheOrderOfTheirParts) {
   RawPdf file;

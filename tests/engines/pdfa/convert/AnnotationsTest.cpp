@@ -74,6 +74,19 @@ TEST_F(AnnotationsTest, ShowTheAppearanceOfTheirStateWhenTheyAreNoButtons) {
   const Json note = Mended("/Subtype/Text/AS/On/AP<</N<</On 5 0 R/Off 6 0 R>>>>");
   EXPECT_EQ(written_->Follow(note["/AP"]["/N"])["/Subtype"], "/Form");
   EXPECT_FALSE(note.contains("/AS"));
+  EXPECT_EQ(Report(), "");
+}
+
+TEST_F(AnnotationsTest, HaveNoStateWhereThatIsNoNameOfAnAppearance) {
+  const std::string lost = "left out: what viewers draw for annotations without an appearance\n";
+  for (const char* state : {"(On)", "/Off", "/Odd", "/None"}) {
+    report_ = {};
+    Mended("/Subtype/Stamp/AS" + std::string(state) + "/AP<</N<</On 5 0 R/Off 3 0 R/Odd<<>>>>>>");
+    EXPECT_EQ(Report(), lost) << state;
+  }
+  report_ = {};
+  Mended("/Subtype/Stamp/AS/On/AP<</N<</On 5 0 R/Off 3 0 R/Odd<<>>>>>>");
+  EXPECT_EQ(Report(), "");
 }
 
 TEST_F(AnnotationsTest, HaveAppearancesByStateWhenTheyAreButtons) {

@@ -80,6 +80,9 @@ TEST(DrawnAppearance, PaintsWhatTheEntriesSay) {
        "0 G\n1 w\n10 20 m\n50 20 l\n30 40 l\nh S\n"},
       {"/Subtype/Polygon/Vertices[10 20 50 20 30]/IC[0 1 1 0]",
        "1 0 0 rg\n0 G\n1 w\n10 20 m\n50 20 l\nh B\n"},
+      {"/Subtype/Polygon/Vertices[10/x 50 20(y)40]", "0 G\n1 w\n10 0 m\n50 20 l\n0 40 l\nh S\n"},
+      {"/Subtype/Squiggly/QuadPoints[50 20.2 10 20.2 50 20 10 20]",
+       "0 G\n.062 w\n50 20.012 m\n10 20.137 l\nS\n"},
       {"/Subtype/PolyLine/Vertices[10 20 50 20 30 40]/BS<</W 2>>",
        "0 G\n2 w\n10 20 m\n50 20 l\n30 40 l\nS\n"},
       {"/Subtype/Ink/InkList[[1][10 20 50 40][10 40 50 20 30 30]]",
@@ -446,6 +449,10 @@ TEST_F(TextAppearanceTest, FallsIntoLines) {
          {0, 0, 20, 40, 0, 10, 2, 38 - font_->ascent() * 10, 0, -Pitch()});
   Draw("/Subtype/Widget/FT/Tx/V(H\\nH)");
   ExpectLine({0, 0, 160, 40, 0, 10, 2, Middle()}, U"H H");
+  Draw("/Subtype/Widget/FT/Tx/Ff 4096/V(H H H)/Rect[0 0 4 40]/DA(/Helv .5 Tf 0 g)");
+  Expect("/Tx BMC q # # # # re W n BT # g /F # Tf # # Td " + font_->Shown(U"H H") + two +
+             font_->Shown(U"H") + " Tj ET Q EMC",
+         {0, 0, 4, 40, 0, .5, 2, 38 - font_->ascent() * .5, 0, -Pitch(.5)});
 }
 
 // What would be below the field is not written; of an empty line only the place is left.

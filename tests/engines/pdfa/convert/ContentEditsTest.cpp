@@ -37,6 +37,14 @@ TEST(ContentEdits, BringNoTextIntoWhatGoes) {
   EXPECT_EQ(edits.AppliedTo("0123456"), "0a+56");
 }
 
+TEST(ContentEdits, BringNoTextIntoTheEndOfWhatGoes) {
+  ContentEdits edits;
+  edits.Replace(1, 5, "a");
+  edits.Replace(2, 5, "b");
+  edits.Replace(4, 6, "c");
+  EXPECT_EQ(edits.AppliedTo("0123456"), "0ac6");
+}
+
 TEST(ContentEdits, TakeThoseOfAnother) {
   ContentEdits other;
   other.Insert(1, "o");

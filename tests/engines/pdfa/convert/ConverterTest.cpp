@@ -213,6 +213,8 @@ TEST_F(ConverterTest, TellsEntriesOfItsReport) {
                                                          : "blocking ";
     text += std::to_string(entry.count) + " " + entry.what + "\n";
   }
+  TPdf2PdfEntry none;
+  EXPECT_EQ(Pdf2PdfGetReportEntry(object_, Pdf2PdfGetReportCount(object_), &none), 0);
   EXPECT_TRUE(testing::IsAsExpected("pdfa/convert/report.txt", text));
 }
 
