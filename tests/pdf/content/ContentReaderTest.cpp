@@ -215,5 +215,9 @@ TEST(ContentReader, BoundsNesting) {
   EXPECT_EQ(Read(nested(500, "<<")), "d(1) damaged");
 }
 
+TEST(ContentReader, TakesAnyLettersForAnOperator) {
+  EXPECT_EQ(Read("1 A 2 Z 3 a 4 z 5 @ 6 [ 7 ] d 8 `"), "A(1) Z(1) a(1) z(1) @(1) d(2) `(1) sound");
+}
+
 }  // namespace
 }  // namespace TarnixTools::pdf

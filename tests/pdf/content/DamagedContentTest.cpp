@@ -135,5 +135,58 @@ TEST_F(DamagedContent, OfText) {
   EXPECT_TRUE(IsAsExpected("content/damaged text.txt", text + DataText(all + '\0') + "\n"));
 }
 
+// What each operator makes of how many numbers, and of a name or a string behind them.
+TEST_F(DamagedContent, OfOperatorsWithAnyNumberOfOperands) {
+  std::string all;
+  std::string text;
+  for (const std::string name :
+       {"q",   "Q",  "cm",  "w",   "J",   "j",   "M",  "d",  "ri", "i",  "gs", "m",  "l",
+        "c",   "v",  "y",   "h",   "re",  "S",   "s",  "f",  "F",  "f*", "B",  "B*", "b",
+        "b*",  "n",  "W",   "W*",  "BT",  "ET",  "Tc", "Tw", "Tz", "TL", "Tf", "Tr", "Ts",
+        "Td",  "TD", "Tm",  "T*",  "Tj",  "TJ",  "'",  "\"", "d0", "d1", "CS", "cs", "SC",
+        "SCN", "sc", "scn", "G",   "g",   "RG",  "rg", "K",  "k",  "sh", "BI", "ID", "EI",
+        "Do",  "MP", "DP",  "BMC", "BDC", "EMC", "BX", "EX", "Z",  "z"}) {
+    for (const std::string operand : {"", "/F ", "(a)"}) {
+      std::string numbers;
+      std::string before;
+      text += name + " " + operand;
+      for (int count = 0; count <= 7; ++count) {
+        const std::string content =
+            "BT/F 12 Tf " + numbers + operand + name + " (a)Tj ET 1 2 m 3 4 l B 1 2 6 4 re S";
+        const std::string walked = WalkText(content);
+        all += walked + OperationsText(content);
+        const std::string outcome = " " + Summary(walked) + " " + BalanceText(content);
+        text += outcome == before ? "" : "; " + std::to_string(count) + ":" + outcome;
+        before = outcome;
+        numbers += std::to_string(count + 1) + " ";
+      }
+      text += "\n";
+    }
+  }
+  EXPECT_TRUE(IsAsExpected("content/operand counts.txt", text + DataText(all + '\0') + "\n"));
+}
+
+// Where a string ends that is shown in a font of which the first code has the width 5, the others 1.
+TEST_F(DamagedContent, OfFontsWithAnyFirstCode) {
+  std::string text;
+  for (const std::string first : {"-1", "0", "1", "97", "254", "255", "256", "(x)", ""}) {
+    ContentDocument file;
+    file.Object(7, "<</Type/Font/Subtype/Type3/FontMatrix[1 0 0 1 0 0]/Widths[5 1 1]" +
+                       (first.empty() ? first : "/FirstChar " + first) + ">>");
+    text += "first " + first + ":";
+    for (const std::string code : {"00", "01", "02", "03", "60", "61", "63", "64", "FE", "FF"}) {
+      file.Page("/Resources<</Font<</F 7 0 R>>>>", "BT/F 1 Tf<" + code + ">Tj(x)Tj ET");
+      Recorder recorder;
+      ContentWalker walker(file.Open(), recorder, {.text = true, .glyphs = true});
+      walker.BeginPage(file.pages(), 0);
+      walker.Run();
+      const std::string last = recorder.lines.empty() ? "nothing" : recorder.lines.back();
+      text += " " + code + last.substr(last.find('['));
+    }
+    text += "\n";
+  }
+  EXPECT_TRUE(IsAsExpected("content/first codes.txt", text));
+}
+
 }  // namespace
 }  // namespace TarnixTools::pdf

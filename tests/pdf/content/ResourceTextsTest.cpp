@@ -1,6 +1,8 @@
 // What pages lead to, and which of their resources they use, as a whole.
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -177,6 +179,41 @@ TEST_F(ResourceTexts, OfWhatPagesUse) {
             UsedText(reader, {{reader.FontOfWidget(widget)}, true}, *resources);
   }
   EXPECT_TRUE(IsAsExpected("content/resources used.txt", text));
+}
+
+// Names are known up to a number of them, however many streams they are in.
+TEST(ResourceNamesOfStreams, AreBounded) {
+  const auto known = [](const std::vector<std::pair<int, int>>& streams) {
+    RawPdf pdf;
+    pdf.Pages(1).Object(4, "<<>>");
+    std::string array;
+    int number = 10;
+    for (const auto& [first, count] : streams) {
+      std::string content;
+      for (int i = first; i < first + count; ++i) {
+        content += "/N" + std::to_string(i) + " Do ";
+      }
+      pdf.Stream(number, "", content);
+      array += std::to_string(number++) + " 0 R ";
+    }
+    const std::string bytes =
+        pdf.Object(3, "<</Type/Page/Contents 5 0 R>>").Object(5, "[" + array + "]").Table();
+    const auto document = Document::Open(std::make_unique<MemorySource>(bytes), "");
+    ResourceUseReader reader(*document);
+    Arena arena;
+    const Object page = document->Load({.number = 3, .generation = 0}, arena);
+    const ResourceUse first = reader.OfPage(page);
+    const ResourceUse again = reader.OfPage(page);
+    EXPECT_EQ(first.names, again.names);
+    EXPECT_EQ(first.is_known, again.is_known);
+    return (first.is_known ? "" : "unknown ") + std::to_string(first.names.size());
+  };
+  EXPECT_EQ(known({{0, 16'384}}), "16384");
+  EXPECT_EQ(known({{0, 16'385}}), "unknown 0");
+  EXPECT_EQ(known({{0, 16'384}, {0, 16'384}, {0, 16'384}}), "16384");
+  EXPECT_EQ(known({{0, 10'000}, {10'000, 6'384}}), "16384");
+  EXPECT_EQ(known({{0, 10'000}, {10'000, 6'385}}), "unknown 0");
+  EXPECT_EQ(known({{0, 15'000}, {15'000, 15'000}, {30'000, 15'000}}), "unknown 0");
 }
 
 }  // namespace

@@ -1,9 +1,13 @@
 // Rewritten documents as a whole.
+#include <initializer_list>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
+#include "pdf/filters/Filters.h"
 #include "pdf/write/RewriteFixture.h"
+#include "pdf/write/Serialize.h"
 #include "support/Expected.h"
 #include "support/Readers.h"
 #include "support/TempDir.h"
@@ -136,6 +140,84 @@ TEST(RewrittenTexts, OfACatalogInTheTrailer) {
   RewriteCase test(pdf, "/Root<</Type/Catalog/Pages 2 0 R/Own[3 0 R]>>/Info<</Title(t)>>");
   test.rewriter().SetEntry(test.rewriter().catalog(), "New", "1");
   EXPECT_TRUE(IsAsExpected("rewrite/catalog in the trailer.txt", Written(test)));
+}
+
+// How streams are coded: those that nothing compresses are deflated, wasteful codes are taken off.
+TEST(RewrittenTexts, OfStreamsOfEachCode) {
+  const std::string data(200, 'x');
+  std::string hex;
+  for (int i = 0; i < 200; ++i) {
+    hex += "78";
+  }
+  std::string flate;
+  pdf::DeflateTo(flate, data, 6);
+  RawPdf pdf;
+  pdf.Pages(1);
+  int number = 10;
+  for (const auto& [entries, bytes] : std::initializer_list<std::pair<std::string, std::string>>{
+           {"", data},
+           {"/Type/Metadata", data},
+           {"/Subtype/Metadata", data},
+           {"/DecodeParms<<>>", data},
+           {"/DecodeParms null", data},
+           {"/Filter null", data},
+           {"/Filter[]", data},
+           {"/Filter/FlateDecode", flate},
+           {"/Filter[/FlateDecode]/DecodeParms[null]", flate},
+           {"/Filter/FlateDecode/DecodeParms<</Columns 1>>", flate},
+           {"/Filter/ASCIIHexDecode", hex + ">"},
+           {"/Filter/ASCIIHexDecode/Type/Metadata", hex + ">"},
+           {"/Filter/AHx", hex + ">"},
+           {"/Filter[/ASCIIHexDecode]", hex + ">"},
+           {"/Filter/ASCII85Decode", "zzzzzz~>"},
+           {"/Filter/LZWDecode", "\x80\x0B\x60\x50\x22\x0C\x0C\x85\x01"},
+           {"/Filter/LZWDecode/Own/ASCII", "\x80\x0B\x60"},
+           {"/Filter/RunLengthDecode", "\x81x\x80"},
+           {"/Filter/DCTDecode", "no picture"},
+           {"/Filter[/ASCIIHexDecode/DCTDecode]", hex + ">"},
+           {"/Filter[/ASCIIHexDecode/RunLengthDecode]", "8178 80>"},
+           {"/Filter[/ASCIIHexDecode/FlateDecode]/DecodeParms[null<</Columns 1>>]", hex + ">"},
+           {"/Filter[/ASCIIHexDecode/NoSuchDecode]", hex + ">"},
+           {"/Filter/NoSuchDecode", data},
+           {"/Filter/Crypt", data},
+           {"/Filter[/Crypt/ASCIIHexDecode]", hex + ">"},
+           {"/F(elsewhere)", data},
+           {"/Own/ASCIIHexDecode", data},
+           {"/Own/LZW/Filter/FlateDecode", flate}}) {
+    pdf.Stream(number++, entries, bytes);
+  }
+  std::string list;
+  for (int i = 10; i < number; ++i) {
+    list += std::to_string(i) + " 0 R ";
+  }
+  pdf.Object(1, "<</Type/Catalog/Pages 2 0 R/Own[" + list + "]>>");
+  RewriteCase test(pdf);
+  pdf::Document& written = test.Write();
+  std::string text;
+  Arena arena;
+  const pdf::Object own = written.Resolve(written.Catalog(arena).Get("Own"), arena);
+  int source = 10;
+  for (const pdf::Object& item : own.Items()) {
+    const std::uint32_t target = item.AsReference().number;
+    const pdf::Object stream = written.Load(item.AsReference(), arena);
+    Arena source_arena;
+    const pdf::Object before = test.source().Load(
+        {.number = static_cast<std::uint32_t>(source++), .generation = 0}, source_arena);
+    const auto coding = [](const pdf::Object& dictionary) {
+      std::string entries;
+      for (const pdf::DictionaryEntry& entry : dictionary.Entries()) {
+        if (entry.Key() != "Length") {
+          pdf::AppendName(entries, entry.Key());
+          pdf::AppendObject(entries, entry.value);
+        }
+      }
+      return entries;
+    };
+    const auto decoded = written.TryDecodeStream(target);
+    text += coding(before) + " -> " + coding(stream) + ", " + std::to_string(decoded->data.size()) +
+            (decoded->complete ? "\n" : " broken\n");
+  }
+  EXPECT_TRUE(IsAsExpected("rewrite/codes.txt", text));
 }
 
 }  // namespace

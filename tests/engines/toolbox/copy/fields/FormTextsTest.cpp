@@ -1,6 +1,7 @@
 // Copied forms as a whole.
 #include <gtest/gtest.h>
 
+#include "engines/toolbox/copy/ChangedSources.h"
 #include "engines/toolbox/copy/CopiedText.h"
 #include "support/RawPdf.h"
 
@@ -137,6 +138,10 @@ TEST(FormTexts, OfOtherKeys) {
 
 TEST(FormTexts, OfOtherDigits) {
   EXPECT_TRUE(IsAsExpected("copy/form with other digits.txt", DigitsChangedText(Form())));
+}
+
+TEST(FormTexts, AreTheSameWhicheverObjectIsTheFirst) {
+  ExpectNumbersNotToMatter(Form());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Copied layers as a whole.
 #include <gtest/gtest.h>
 
+#include "engines/toolbox/copy/ChangedSources.h"
 #include "engines/toolbox/copy/CopiedText.h"
 #include "support/RawPdf.h"
 
@@ -96,6 +97,10 @@ TEST(LayerTexts, OfOtherKeys) {
 
 TEST(LayerTexts, OfOtherDigits) {
   EXPECT_TRUE(IsAsExpected("copy/layers with other digits.txt", DigitsChangedText(Plan())));
+}
+
+TEST(LayerTexts, AreTheSameWhicheverObjectIsTheFirst) {
+  ExpectNumbersNotToMatter(Plan());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Copied outlines, destinations, page labels and actions as a whole.
 #include <gtest/gtest.h>
 
+#include "engines/toolbox/copy/ChangedSources.h"
 #include "engines/toolbox/copy/CopiedText.h"
 #include "support/RawPdf.h"
 
@@ -111,6 +112,10 @@ TEST(NavigationTexts, OfOtherKeys) {
 
 TEST(NavigationTexts, OfOtherDigits) {
   EXPECT_TRUE(IsAsExpected("copy/book with other digits.txt", DigitsChangedText(Book())));
+}
+
+TEST(NavigationTexts, AreTheSameWhicheverObjectIsTheFirst) {
+  ExpectNumbersNotToMatter(Book());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Copied pages with their boxes, resources and annotations as a whole.
 #include <gtest/gtest.h>
 
+#include "engines/toolbox/copy/ChangedSources.h"
 #include "engines/toolbox/copy/CopiedText.h"
 #include "support/RawPdf.h"
 
@@ -130,6 +131,11 @@ TEST(PageTexts, OfOtherKeys) {
 TEST(PageTexts, OfOtherDigits) {
   EXPECT_TRUE(IsAsExpected("copy/pages with other digits.txt", DigitsChangedText(Resources())));
   EXPECT_TRUE(IsAsExpected("copy/notes with other digits.txt", DigitsChangedText(Notes())));
+}
+
+TEST(PageTexts, AreTheSameWhicheverObjectIsTheFirst) {
+  ExpectNumbersNotToMatter(Resources());
+  ExpectNumbersNotToMatter(Notes());
 }
 
 }  // namespace

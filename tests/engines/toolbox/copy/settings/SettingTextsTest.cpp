@@ -1,6 +1,7 @@
 // What copies keep of what a document says of itself as a whole.
 #include <gtest/gtest.h>
 
+#include "engines/toolbox/copy/ChangedSources.h"
 #include "engines/toolbox/copy/CopiedText.h"
 #include "support/RawPdf.h"
 
@@ -138,6 +139,10 @@ TEST(SettingTexts, OfOtherKeys) {
 
 TEST(SettingTexts, OfOtherDigits) {
   EXPECT_TRUE(IsAsExpected("copy/settings with other digits.txt", DigitsChangedText(Everything())));
+}
+
+TEST(SettingTexts, AreTheSameWhicheverObjectIsTheFirst) {
+  ExpectNumbersNotToMatter(Everything());
 }
 
 }  // namespace

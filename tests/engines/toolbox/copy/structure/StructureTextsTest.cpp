@@ -1,6 +1,7 @@
 // Copied structure trees as a whole.
 #include <gtest/gtest.h>
 
+#include "engines/toolbox/copy/ChangedSources.h"
 #include "engines/toolbox/copy/CopiedText.h"
 #include "support/RawPdf.h"
 
@@ -137,6 +138,10 @@ TEST(StructureTexts, OfOtherKeys) {
 
 TEST(StructureTexts, OfOtherDigits) {
   EXPECT_TRUE(IsAsExpected("copy/structure with other digits.txt", DigitsChangedText(Tagged())));
+}
+
+TEST(StructureTexts, AreTheSameWhicheverObjectIsTheFirst) {
+  ExpectNumbersNotToMatter(Tagged());
 }
 
 }  // namespace

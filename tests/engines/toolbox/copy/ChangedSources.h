@@ -1,0 +1,125 @@
+// Copies of documents of which something small is another one, as text: whatever a copy looks at in
+// its source shows then.
+//
+//   EXPECT_TRUE(IsAsExpected("copy/links with other keys.txt", KeysChangedText(bytes)));
+//   ExpectNumbersNotToMatter(bytes);
+#ifndef TARNIX_TESTS_ENGINES_TOOLBOX_COPY_CHANGEDSOURCES_H_
+#define TARNIX_TESTS_ENGINES_TOOLBOX_COPY_CHANGEDSOURCES_H_
+
+#include <cctype>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "engines/toolbox/copy/CopiedText.h"
+#include "support/RawPdf.h"
+
+namespace TarnixTools::engines::toolbox {
+
+// What is reported of a copy of all pages, and a checksum of its objects as they are spelled. There
+// are no dates in them.
+inline std::pair<std::string, std::string> OutcomeOf(const std::string& source) {
+  std::vector<ReportedEntry> report;
+  const std::string copy = CopyAll({{source}}, 15, &report);
+  return {ReportText(report), testing::DataText(testing::DocumentText(copy) + '\0')};
+}
+
+// What becomes of the copy of a document when any one of its keys is another one, key by key; "same"
+// where nothing does.
+inline std::string KeysChangedText(const std::string& bytes) {
+  const auto [sound_report, sound_copy] = OutcomeOf(bytes);
+  std::string text = sound_report + sound_copy + "\n";
+  std::string changed = bytes;
+  for (std::size_t at = 0; (at = bytes.find('/', at)) != std::string::npos; ++at) {
+    if (bytes.size() - at < 2 || std::isupper(static_cast<unsigned char>(bytes[at + 1])) == 0) {
+      continue;
+    }
+    changed[at + 1] = 'x';
+    const auto [report, copy] = OutcomeOf(changed);
+    changed[at + 1] = bytes[at + 1];
+    const std::size_t end = bytes.find_first_of("/ []<>()\n", at + 1);
+    text += std::to_string(at) + bytes.substr(at, end - at) + ": ";
+    text += copy == sound_copy ? "same" : copy;
+    text += report == sound_report ? "\n" : "\n" + report;
+  }
+  return text;
+}
+
+// The same for the digits of a document, line by line: how many of them change nothing, and a
+// checksum of what the others do. References lead elsewhere then.
+inline std::string DigitsChangedText(const std::string& bytes) {
+  const auto sound = OutcomeOf(bytes);
+  std::string text;
+  std::string changed = bytes;
+  const std::size_t table = bytes.rfind("xref\n0 1");
+  for (std::size_t start = 0; start < table; start = bytes.find('\n', start) + 1) {
+    std::string outcomes;
+    int same = 0;
+    for (std::size_t at = start; bytes[at] != '\n'; ++at) {
+      if (std::isdigit(static_cast<unsigned char>(bytes[at])) == 0) {
+        continue;
+      }
+      changed[at] = bytes[at] == '9' ? '8' : static_cast<char>(bytes[at] + 1);
+      const auto outcome = OutcomeOf(changed);
+      changed[at] = bytes[at];
+      same += outcome == sound ? 1 : 0;
+      outcomes += outcome == sound ? "" : outcome.first + outcome.second + '\0';
+    }
+    text += std::to_string(start) + ": " + std::to_string(same) + " same";
+    text += outcomes.empty() ? "\n" : ", " + testing::DataText(outcomes) + "\n";
+  }
+  return text;
+}
+
+// The text with one number of an object for another, and the other way round, in references.
+inline std::string WithNumbersSwapped(const std::string& text, int first, int second) {
+  std::string swapped;
+  std::size_t done = 0;
+  for (std::size_t at = 0; (at = text.find(" 0 R", at)) != std::string::npos; ++at) {
+    std::size_t start = at;
+    while (start > done && std::isdigit(static_cast<unsigned char>(text[start - 1])) != 0) {
+      --start;
+    }
+    const int number = std::stoi(text.substr(start, at - start));
+    swapped += text.substr(done, start - done) + std::to_string(number == first    ? second
+                                                                : number == second ? first
+                                                                                   : number);
+    done = at;
+  }
+  return swapped + text.substr(done);
+}
+
+// The document with object `number` as object 1, and the other way round.
+inline std::string WithFirstObject(const std::string& bytes, int number) {
+  testing::RawPdf pdf;
+  const std::size_t end = bytes.rfind("xref\n0 1");
+  for (std::size_t at = bytes.find('\n') + 1; at < end;) {
+    const int own = std::stoi(bytes.substr(at));
+    const std::size_t body = bytes.find(" 0 obj\n", at) + 7;
+    const std::size_t next = bytes.find("\nendobj\n", body);
+    pdf.Object(own == 1        ? number
+               : own == number ? 1
+                               : own,
+               WithNumbersSwapped(bytes.substr(body, next - body), 1, number));
+    at = next + 8;
+  }
+  return pdf.Table("/Root " + std::to_string(number) + " 0 R");
+}
+
+// Whichever object of a document is the first one, the copy is the same.
+inline void ExpectNumbersNotToMatter(const std::string& bytes) {
+  const auto sound = OutcomeOf(bytes);
+  for (int number = 2; number < 100; ++number) {
+    if (bytes.find("\n" + std::to_string(number) + " 0 obj\n") != std::string::npos) {
+      const auto outcome = OutcomeOf(WithFirstObject(bytes, number));
+      EXPECT_EQ(outcome.first, sound.first) << number;
+      EXPECT_EQ(outcome.second, sound.second) << number;
+    }
+  }
+}
+
+}  // namespace TarnixTools::engines::toolbox
+
+#endif  // TARNIX_TESTS_ENGINES_TOOLBOX_COPY_CHANGEDSOURCES_H_
