@@ -69,6 +69,12 @@ class PageMaker {
       if (dice_->Chance(30)) {
         look.highlight = dice_->Of(kColors);
       }
+      if (dice_->Chance(50)) {
+        static const std::vector<std::string> kFamilies = {"Liberation Sans", "Liberation Serif",
+                                                           "Liberation Mono"};
+        look.face = std::make_shared<const Typeface>(
+            Typeface{dice_->Of(kFamilies), dice_->Chance(30), dice_->Chance(30)});
+      }
       look.is_underlined = dice_->Chance(20);
       look.is_struck = dice_->Chance(20);
       look.is_hidden = dice_->Chance(5);

@@ -1,5 +1,6 @@
 // How paragraphs of all kinds are set in narrower and wider faces than their own, as documents and
 // slides set them.
+#include <algorithm>
 #include <map>
 #include <string>
 #include <utility>
@@ -9,6 +10,7 @@
 
 #include "engines/office/writers/WriterDocuments.h"
 #include "engines/office/writers/text/ParagraphFit.h"
+#include "engines/support/layout/Dice.h"
 #include "engines/support/layout/LayoutDump.h"
 #include "support/Expected.h"
 
@@ -152,6 +154,58 @@ TEST(FittedTexts, HaveTheirRoomAndTheirSpacing) {
   for (const auto& [kind, settings] : kSettings) {
     EXPECT_TRUE(IsAsExpected("office/fit." + kind + ".txt", Fits(kind, settings)));
   }
+}
+
+// Some words as wide as their letters would be, or narrower or wider, with tabs here and there.
+TextLine RandomLine(Dice& dice, double left, double baseline, double stretch) {
+  static const std::vector<std::string> kTexts = {
+      "Some words",  " of a line", "and", " http://a.b/c",  "mid-way", "標準の",
+      "A標準",       "نص عربي",    "12",  " (see there).",  "-",       "longerwordthanothers",
+      "someone@a.b", "www.a",      "é",   " and more of it"};
+  std::vector<Part> parts;
+  for (std::size_t count = dice.Under(4) + 1; count > 0; --count) {
+    const std::string& text = dice.Of(kTexts);
+    const auto look = static_cast<std::uint32_t>(dice.Chance(50) ? 0 : dice.Under(4));
+    const double letters = static_cast<double>(text.size());
+    parts.push_back({text, 4.5 * letters * stretch, look,
+                     dice.Chance(90) ? dice.Between(0, 2, 0.5) : dice.Between(12, 60, 2)});
+  }
+  return LineOf(left, baseline, parts,
+                dice.Chance(60)   ? LineJoint::kSpace
+                : dice.Chance(60) ? LineJoint::kNothing
+                                  : LineJoint::kBreak);
+}
+
+TEST(FittedTexts, OfAnyLinesHaveTheirRoomToo) {
+  TextMeasure measure;
+  const std::vector<TextLook> looks = Looks();
+  std::string text;
+  for (std::uint64_t seed = 1; seed <= 110; ++seed) {
+    Dice dice(seed);
+    Paragraph paragraph;
+    const double stretch = dice.Chance(50) ? 1 : dice.Between(0.5, 1.75, 0.0625);
+    const std::size_t lines = dice.Under(4) + 1;
+    for (std::size_t i = 0; i < lines; ++i) {
+      const double left = 72 + (dice.Chance(70) ? 0 : dice.Between(-10, 20, 2));
+      paragraph.lines.push_back(RandomLine(dice, left, 100 + 12 * static_cast<double>(i), stretch));
+      paragraph.lines.back().inset = i < 2 && dice.Chance(5) ? 20 : 0;
+    }
+    paragraph.alignment = static_cast<Alignment>(dice.Under(4));
+    paragraph.is_right_to_left = dice.Chance(15);
+    double most = 0;
+    for (const TextLine& line : paragraph.lines) {
+      most = std::max(most, line.box.right);
+    }
+    const double right = dice.Chance(60) ? most + dice.Between(-4, 8, 0.5) : 400;
+    for (const auto& [kind, settings] : kSettings) {
+      const FittedParagraph fitted = FitParagraph(paragraph, looks, 60, right, measure, settings);
+      EXPECT_LE(fitted.left, fitted.right) << seed;
+      ASSERT_EQ(fitted.lines.size(), lines);
+      EXPECT_NE(fitted.lines.back().end, LineEnd::kSoftHyphen);
+      text += std::to_string(seed) + " " + kind.substr(0, 1) + " " + FitText(fitted) + "\n";
+    }
+  }
+  EXPECT_TRUE(IsAsExpected("office/fit.random.txt", text));
 }
 
 }  // namespace
