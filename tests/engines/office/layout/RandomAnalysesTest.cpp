@@ -78,6 +78,9 @@ class DocumentMaker {
     margin.text = dice_->Of(kTexts);
     margin.x = dice_->Between(72, 420, 12);
     margin.y = dice_->Chance(50) ? dice_->Between(24, 60, 2) : dice_->Between(740, 790, 2);
+    if (!repeated_.empty() && dice_->Chance(30)) {
+      margin.y = repeated_.back().y;
+    }
     margin.shift = dice_->Chance(85) ? 0 : dice_->Between(-4, 4, 0.5);
     margin.first_number = dice_->Under(30);
     margin.step = margin.text == U"The title" ? 0 : (dice_->Chance(90) ? 1 : dice_->Under(3));

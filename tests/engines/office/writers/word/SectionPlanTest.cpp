@@ -39,7 +39,7 @@ class DocumentMaker {
       page.layout.width += dice_->Between(-2, 2, 0.25);
       page.layout.height += dice_->Chance(50) ? 0 : dice_->Between(-2, 2, 0.25);
     }
-    if (dice_->Chance(8)) {
+    if (dice_->Chance(15)) {
       AddDownwards(page);
     } else if (!dice_->Chance(5)) {
       AddBands(page);
@@ -94,7 +94,7 @@ class DocumentMaker {
     for (std::size_t count = dice_->Under(4) + 1; count > 0; --count) {
       const double length = dice_->Between(100, 600, 20);
       // As if it were turned upright about its middle.
-      const double y = dice_->Between(60, 120, 4) + length / 2;
+      const double y = (dice_->Chance(95) ? dice_->Between(60, 120, 4) : 790) + length / 2;
       Floating floating;
       floating.angle = dice_->Chance(97) ? 90 : 0;
       floating.is_vertical = true;

@@ -65,6 +65,12 @@ class Sketcher {
     }
   }
 
+  // Tags tell that some of its text is no table.
+  void TagSome() {
+    scene_->TreeWithTables();
+    tagged_ = dice_->Under(100);
+  }
+
   // Rules over the whole width alone.
   void Stripes() {
     for (std::size_t i = 0; i < ys_.size(); ++i) {
@@ -271,6 +277,8 @@ class Sketcher {
       scene_->RightText(xs_[column + 1] - 3 + Off(8), y, text);
     } else if (is_bold) {
       scene_->Bold(left, y, text);
+    } else if (tagged_ > 0 && dice_->Chance(tagged_)) {
+      scene_->TaggedText(left, y, text);
     } else if (dice_->Chance(5)) {
       scene_->Typed(left, y, text);
     } else {
@@ -282,8 +290,9 @@ class Sketcher {
   Dice* dice_;
   TableScene* scene_;
   double top_;
-  double pitch_ = 0;    // of rows
-  double leading_ = 0;  // of lines in a row
+  double pitch_ = 0;        // of rows
+  double leading_ = 0;      // of lines in a row
+  std::size_t tagged_ = 0;  // of a hundred words
   std::vector<double> xs_;
   std::vector<double> ys_;
   std::vector<std::size_t> lines_;  // of each row
@@ -358,6 +367,9 @@ std::string Found(const TableScene& scene) {
     text += tables[i].fillers.empty() ? "" : " dots " + std::to_string(tables[i].fillers.size());
     text += "\n";
   }
+  for (const pdf::Box& box : scene.RuledText()) {
+    text += " ruled text to " + ShownNumber(box.top) + "\n";
+  }
   return text.empty() ? " none\n" : text;
 }
 
@@ -394,6 +406,24 @@ TEST(RandomTables, AreFoundBetweenStripes) {
                              table.Texts();
                              table.Others();
                            })));
+}
+
+TEST(RandomTables, AreNoTablesWhereTagsTellOfNone) {
+  std::string text;
+  for (std::uint64_t seed = 8000; seed < 8060; ++seed) {
+    Dice dice(seed);
+    TableScene scene;
+    Sketcher table(dice, scene, 100);
+    table.TagSome();
+    if (dice.Chance(30)) {
+      table.Panels();
+    } else {
+      table.Stripes();
+      table.Texts();
+    }
+    text += std::to_string(seed - 7999) + ":" + Found(scene);
+  }
+  EXPECT_TRUE(IsAsExpected("layout/random-untold.txt", text));
 }
 
 TEST(RandomTables, AreFoundOverFills) {

@@ -180,13 +180,14 @@ std::string Open() {
   text += Sweep("how far below the last rule a shorter one is", -4, 4, 0.25, [](double below) {
     TableScene scene;
     scene.Line(100, 100, 400, 100).Line(100, 118, 400, 118).Line(100, 175, 400, 175);
-    scene.Line(100, 175 + below, 200, 175 + below);
+    scene.Line(100, 175 + below, 200, 175 + below, 2);
     Cells(scene, kWords);
     std::string rows;
     for (const FoundTable& found : scene.Tables()) {
       for (const double row : found.table.rows) {
         rows += std::to_string(row).substr(0, 6) + " ";
       }
+      rows += std::to_string(found.table.cells[9].borders[2].width).substr(0, 3);
     }
     return rows;
   });
