@@ -35,8 +35,7 @@ class PageMaker {
  public:
   explicit PageMaker(Dice& dice) : dice_(&dice) {}
 
-  // With what links of the document lead to, or without.
-  OfficePage Make(bool has_place) {
+  OfficePage Make() {
     page_ = FacelessPage({});
     page_.layout.bands.clear();
     if (dice_->Chance(25)) {
@@ -50,11 +49,9 @@ class PageMaker {
     for (std::size_t bands = dice_->Under(2) + 1; bands > 0; --bands) {
       y = AddColumns(y) + dice_->Between(0, 40, 1);
     }
-    if (has_place) {
-      Paragraph place = Text(70, 400, y);
-      place.bookmark = "place";
-      page_.layout.bands.back().columns.front().blocks.push_back(Block{std::move(place)});
-    }
+    Paragraph place = Text(70, 400, y);
+    place.bookmark = "place";  // that links lead to
+    page_.layout.bands.back().columns.front().blocks.push_back(Block{std::move(place)});
     AddBeside();
     if (dice_->Chance(15)) {
       page_.layout.background = dice_->Of(kColors);
@@ -353,11 +350,7 @@ class PageMaker {
 
 OfficeDocument RandomDocument(std::uint64_t seed) {
   Dice dice(seed);
-  std::vector<OfficePage> pages;
-  for (std::size_t count = dice.Chance(20) ? 2 : 1; count > 0; --count) {
-    pages.push_back(PageMaker(dice).Make(pages.empty()));
-  }
-  OfficeDocument document = DocumentOf(std::move(pages));
+  OfficeDocument document = DocumentOf({PageMaker(dice).Make()});
   document.facts.language = seed % 2 == 0 ? "en" : "de";
   return document;
 }

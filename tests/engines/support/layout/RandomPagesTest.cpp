@@ -267,5 +267,87 @@ TEST(RandomPages, OfColumnsAndOtherThingsAreRead) {
   EXPECT_TRUE(IsAsExpected("layout/random-pages.txt", text));
 }
 
+// Letters each of which stands where chance put it.
+void AddLooseLine(Dice& dice, MadePage& page, double x, double y) {
+  static const std::vector<std::u32string> kScripts = {
+      U"abcdefgh", U"ABC123.,", U"標準文字書体", U"אבגדהוזח", U"a\u0301e\u0308", U"(1).-*"};
+  const double size = dice.Chance(60) ? 10 : dice.Between(6, 20, 1);
+  const double loose = dice.Chance(30) ? dice.Between(0, 8, 0.25) : 0;
+  const std::u32string* script = &dice.Of(kScripts);
+  MadeStyle style{.size = size};
+  for (std::size_t letters = dice.Under(14) + 2; letters > 0; --letters) {
+    script = dice.Chance(90) ? script : &dice.Of(kScripts);
+    const std::u32string letter(1, dice.Of(*script));
+    MadeStyle own = style;
+    own.size = dice.Chance(92) ? size : dice.Between(4, 14, 1);
+    own.advance = script == &kScripts[2] ? 1 : 0.5;
+    own.is_bold = dice.Chance(4);
+    const double baseline = y + (dice.Chance(90) ? 0 : dice.Between(-5, 5, 0.25));
+    page.Text(x, baseline, letter, own);
+    if (dice.Chance(5)) {  // painted again to look bold, or as a shadow
+      page.Text(x + dice.Between(-1, 4, 0.125), baseline + dice.Between(-1, 1, 0.125), letter, own);
+    }
+    x += own.advance * own.size + loose;
+    if (dice.Chance(25)) {
+      if (dice.Chance(50)) {
+        page.Text(x, baseline, U" ", own);
+      }
+      x += dice.Between(-2, 14, 0.25);
+    }
+  }
+}
+
+TEST(RandomPages, OfLooseLettersAreRead) {
+  std::string text;
+  for (std::uint64_t seed = 1; seed <= 400; ++seed) {
+    Dice dice(3000 + seed);
+    MadePage page;
+    double y = 100;
+    for (std::size_t lines = dice.Under(4) + 1; lines > 0; --lines) {
+      AddLooseLine(dice, page, dice.Chance(70) ? 100 : dice.Between(-6, 140, 2), y);
+      y += dice.Chance(60) ? 14 : dice.Between(2, 24, 0.5);
+    }
+    const PageLayout layout = AnalyzePage(page.Take());
+    text +=
+        std::to_string(seed) + ": " + SketchOf(layout) + " " + Checksum(DumpLayout(layout)) + "\n";
+  }
+  EXPECT_TRUE(IsAsExpected("layout/random-letters.txt", text));
+}
+
+// Pictures, drawings, rules and fields near each other, with text over and beside them.
+TEST(RandomPages, OfDrawingsAreRead) {
+  std::string text;
+  for (std::uint64_t seed = 1; seed <= 450; ++seed) {
+    Dice dice(4000 + seed);
+    MadePage page;
+    double left = dice.Between(60, 300, 4);
+    double top = dice.Between(60, 300, 4);
+    for (std::size_t things = dice.Under(7) + 1; things > 0; --things) {
+      const double width = dice.Between(0.5, dice.Chance(90) ? 120 : 560, 0.5);
+      const double height = dice.Between(0.5, dice.Chance(90) ? 90 : 760, 0.5);
+      const pdf::Box box{left, top, left + width, top + height};
+      const std::size_t kind = dice.Under(8);
+      if (kind < 2) {
+        page.Image(box);
+      } else if (kind < 4) {
+        page.Field(box);
+      } else if (kind < 5) {
+        page.Curve(box);
+      } else if (kind < 6) {
+        page.Rule({left, top, left + width, top}, dice.Between(0.25, 4, 0.25));
+      } else {
+        page.Text(left + dice.Between(-10, 20, 2), top + dice.Between(0, 40, 2),
+                  std::u32string(dice.Under(12) + 1, U'w'));
+      }
+      left = dice.Chance(50) ? box.right + dice.Between(-4, 6, 0.5) : dice.Between(40, 300, 4);
+      top = dice.Chance(70) ? top + dice.Between(-4, 6, 0.5) : dice.Between(40, 500, 4);
+    }
+    const PageLayout layout = AnalyzePage(page.Take());
+    text +=
+        std::to_string(seed) + ": " + SketchOf(layout) + " " + Checksum(DumpLayout(layout)) + "\n";
+  }
+  EXPECT_TRUE(IsAsExpected("layout/random-drawings.txt", text));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines

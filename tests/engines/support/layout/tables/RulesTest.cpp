@@ -5,9 +5,11 @@
 
 #include <gmock/gmock.h>
 
+#include "engines/support/layout/Dice.h"
 #include "engines/support/layout/tables/Rules.h"
 #include "engines/support/layout/tables/TableArea.h"
 #include "engines/support/layout/tables/TableColumns.h"
+#include "support/Expected.h"
 
 namespace TarnixTools::engines {
 namespace {
@@ -257,6 +259,66 @@ TEST(Areas, LeaveProseOut) {
   EXPECT_EQ(areas_with(5, 181), 0u);
   EXPECT_EQ(areas_with(4, 181), 1u);
   EXPECT_EQ(areas_with(5, 180), 1u);
+}
+
+std::string Listed(const char* name, const std::vector<Rule>& rules) {
+  std::string text;
+  for (const std::string& rule : Said(rules)) {
+    text += (text.empty() ? name : "; ") + rule;
+  }
+  return text;
+}
+
+// A thing near the one before it, or anywhere.
+PathShape NearBy(Dice& dice, const pdf::Box& last) {
+  const bool is_level = dice.Chance(50);
+  const double thickness = dice.Chance(80) ? dice.Between(0, 3, 0.25) : dice.Between(2, 60, 1);
+  const double length = dice.Between(2, dice.Chance(95) ? 80 : 560, 1);
+  const double left = dice.Chance(60)   ? last.left + dice.Between(-2, 2, 0.25)
+                      : dice.Chance(60) ? last.right + dice.Between(-1, 5, 0.25)
+                                        : dice.Between(-20, 590, 5);
+  const double top = dice.Chance(60)   ? last.bottom + dice.Between(-2, 2, 0.25)
+                     : dice.Chance(60) ? last.top + dice.Between(-1, 5, 0.25)
+                                       : dice.Between(-20, 790, 5);
+  const pdf::Box box{left, top, left + (is_level ? length : thickness),
+                     top + (is_level ? thickness : length)};
+  const Rgb color = dice.Chance(90) ? kRed : kWhite;
+  if (dice.Chance(50)) {
+    return Filled(box, color);
+  }
+  PathShape drawn = Drawn(box, dice.Between(0.25, 2, 0.25), color);
+  drawn.kind = dice.Chance(60)   ? PathShape::Kind::kLine
+               : dice.Chance(80) ? PathShape::Kind::kRectangle
+                                 : PathShape::Kind::kOther;
+  return drawn;
+}
+
+TEST(Rules, AreThoseOfAnyPaths) {
+  std::string text;
+  for (std::uint64_t seed = 1; seed <= 150; ++seed) {
+    Dice dice(seed);
+    std::vector<PathShape> paths;
+    std::vector<PageLink> links;
+    pdf::Box last{100, 100, 160, 101};
+    for (std::size_t count = dice.Under(8) + 2; count > 0; --count) {
+      paths.push_back(NearBy(dice, last));
+      last = paths.back().box;
+      if (dice.Chance(10)) {
+        links.push_back({{last.left + dice.Between(-4, 4, 1), last.bottom - dice.Between(0, 12, 1),
+                          last.right + dice.Between(-4, 4, 1), last.top + dice.Between(-4, 4, 1)}});
+      }
+    }
+    Rules rules = RulesOfPaths(paths, links);
+    const std::string lines =
+        Listed(" level ", rules.horizontal) + Listed(" upright ", rules.vertical);
+    AddFillEdges({}, rules);
+    text += std::to_string(seed) + ":" + lines + " fills " + std::to_string(rules.fills.size()) +
+            Listed(" edges ", rules.horizontal) + "\n";
+    for (std::size_t i = 1; i < rules.horizontal.size(); ++i) {
+      EXPECT_LE(rules.horizontal[i - 1].at, rules.horizontal[i].at + 0.8) << seed;
+    }
+  }
+  EXPECT_TRUE(TarnixTools::testing::IsAsExpected("layout/random-rules.txt", text));
 }
 
 }  // namespace
