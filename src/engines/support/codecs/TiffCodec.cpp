@@ -76,7 +76,6 @@ struct LibTiff {
 struct Stream {
   pdf::ByteSource* source = nullptr;
   std::uint64_t position = 0;
-  bool has_failed = false;
 };
 
 tmsize_t ReadProc(thandle_t handle, void* buffer, tmsize_t size) {
@@ -90,7 +89,6 @@ tmsize_t ReadProc(thandle_t handle, void* buffer, tmsize_t size) {
     stream.position += count;
     return static_cast<tmsize_t>(count);
   } catch (...) {
-    stream.has_failed = true;
     return 0;
   }
 }
