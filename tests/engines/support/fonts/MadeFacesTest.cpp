@@ -89,6 +89,31 @@ class MadeFaces : public ::testing::Test {
   int count_ = 0;
 };
 
+// The test font with two glyphs that are blank, of which the second one stands for a character.
+std::string WithTwoBlanks(std::uint32_t character) {
+  FontTables tables = TablesOf(TestFont().Bytes());
+  std::string& loca = tables.at("loca");
+  const std::size_t size = loca.size() / 4;
+  for (const std::size_t glyph : {2U, 3U}) {
+    loca.replace(size * glyph, size, loca.substr(size, size));
+  }
+  tables.at("hmtx").replace(4, 2, BigEndian(0, 2)).replace(8, 2, BigEndian(0, 2));
+  tables["cmap"] = BigEndian(0, 2) + BigEndian(1, 2) + BigEndian(3, 2) + BigEndian(10, 2) +
+                   BigEndian(12, 4) + BigEndian(12, 2) + BigEndian(0, 2) + BigEndian(28, 4) +
+                   BigEndian(0, 4) + BigEndian(1, 4) + BigEndian(character, 4) +
+                   BigEndian(character, 4) + BigEndian(2, 4);
+  return FontOf(tables);
+}
+
+TEST_F(MadeFaces, HaveABlankGlyphForWhatIsNotSeen) {
+  for (const std::uint32_t character : {0x200CU, 0x200DU, 0x200BU, 0x2060U, 0xFEFFU}) {
+    EXPECT_EQ(Load(WithTwoBlanks(character))->BlankGlyph(), 2U) << character;
+  }
+  for (const std::uint32_t character : {0x20U, 0x200AU, 0x200EU, 0x2061U, 0xFF00U}) {
+    EXPECT_EQ(Load(WithTwoBlanks(character))->BlankGlyph(), 1U) << "the first there is";
+  }
+}
+
 TEST_F(MadeFaces, AreRead) {
   const TestFont variable = {.is_variable = true};
   std::string text;

@@ -19,9 +19,9 @@ namespace {
 
 using testing::BigEndian;
 
-// The test font, whose glyph 1 stands for letters of these alphabets and for marks, and glyph 2 for
-// spaces.
-std::string FontOfManyCharacters() {
+// The test font, whose glyph 1 stands for letters of these alphabets, and for marks unless they are
+// left out, and glyph 2 for spaces.
+std::string FontOfManyCharacters(bool has_marks = true) {
   struct Range {
     std::uint32_t first;
     std::uint32_t last;
@@ -37,6 +37,9 @@ std::string FontOfManyCharacters() {
   std::string groups;
   std::uint32_t count = 0;
   for (const Range& range : ranges) {
+    if (range.first == 0x300 && !has_marks) {
+      continue;
+    }
     for (std::uint32_t code = range.first; code <= range.last; ++code, ++count) {
       groups += BigEndian(code, 4) + BigEndian(code, 4) + BigEndian(range.glyph, 4);
     }
@@ -50,6 +53,24 @@ std::string FontOfManyCharacters() {
 
 std::string TagText(std::uint32_t tag) {
   return BigEndian(tag, 4);
+}
+
+// What stands for a letter and a mark together is taken where a face has no mark.
+TEST(ShapedTexts, InAFaceWithoutMarks) {
+  const testing::TempDir directory;
+  const InstalledFace installed = {
+      .file = testing::WriteBytes(directory.Path("few.ttf"), FontOfManyCharacters(false))};
+  FaceStore faces;
+  for (const char32_t* line : {U"A\u0301", U"A\u0300A\u0303", U"xA\u0308y", U"A\u030a"}) {
+    const ShapedLine shaped = ShapeLine(faces, installed, line);
+    EXPECT_EQ(shaped.missing, 0U);
+    ASSERT_EQ(shaped.runs.size(), 1U);
+    EXPECT_EQ(shaped.runs[0].face, faces.Load(installed));
+    for (const ShapedGlyph& glyph : shaped.runs[0].glyphs) {
+      EXPECT_EQ(glyph.glyph, 1U);
+    }
+  }
+  EXPECT_EQ(ShapeLine(faces, installed, U"xA\u0308y").runs[0].clusters.size(), 3U);
 }
 
 TEST(ShapedTexts, InAFaceThatHasAllOfThem) {
