@@ -1,5 +1,6 @@
 // Lines of text in a face made in code that has many characters: how they are cut, and which glyphs
 // show which characters.
+#include <algorithm>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -71,6 +72,33 @@ TEST(ShapedTexts, InAFaceWithoutMarks) {
     }
   }
   EXPECT_EQ(ShapeLine(faces, installed, U"xA\u0308y").runs[0].clusters.size(), 3U);
+}
+
+// What is not seen, and spaces of any width, a face need not have.
+TEST(ShapedTexts, InAFaceOfOneLetterAndASpace) {
+  const testing::TempDir directory;
+  const InstalledFace installed = {
+      .file = testing::WriteBytes(directory.Path("one.ttf"), testing::TestFont().Bytes())};
+  FaceStore faces;
+  const auto stays = [&](char32_t character) {
+    const std::u32string text = {U'A', character};
+    const TextItems cut = CutIntoItems(faces, installed, text, {0, 0});
+    return cut.missing == 0 &&
+           std::all_of(cut.items.begin(), cut.items.end(),
+                       [&](const auto& item) { return item.face == faces.Load(installed); });
+  };
+  for (const int character :
+       {0x0,    0x1F,   0x20,   0x41,   0x7F,    0x9F,    0xA0,   0xAD,   0x34F,
+        0x115F, 0x1160, 0x1680, 0x180B, 0x180D,  0x180E,  0x2000, 0x200A, 0x200B,
+        0x200C, 0x200D, 0x200F, 0x202A, 0x202F,  0x205F,  0x2060, 0x2064, 0x3000,
+        0x3164, 0xFE00, 0xFE0F, 0xFEFF, 0xE0001, 0xE0100, 0xE01EF}) {
+    EXPECT_TRUE(stays(static_cast<char32_t>(character))) << std::hex << character;
+  }
+  for (const int character :
+       {0x21,   0x40,   0x42,   0xC5,   0x34E,  0x350,  0x115E, 0x1161,  0x180A,  0x2010,
+        0x2011, 0x212B, 0x3163, 0x3165, 0xFDFF, 0xFE10, 0xFF21, 0xE00FF, 0xE01F0, 0x1F3FB}) {
+    EXPECT_FALSE(stays(static_cast<char32_t>(character))) << std::hex << character;
+  }
 }
 
 TEST(ShapedTexts, InAFaceThatHasAllOfThem) {
