@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "engines/support/codecs/CodecLimits.h"
 #include "engines/support/codecs/JpegMarkers.h"
 #include "engines/support/codecs/JpegSamples.h"
 #include "engines/support/codecs/JpegTranscoder.h"
@@ -55,6 +56,29 @@ TEST(JpegTranscoder, GivesWhatIsThereOfDataThatWasCut) {
       CodeByHuffman(std::string_view(arithmetic).substr(0, arithmetic.size() * 3 / 4));
   ASSERT_TRUE(recoded);
   EXPECT_EQ(PixelsOf(*recoded).size(), 40U * 30 * 3);
+}
+
+// A gray picture in as many scans as are wanted, the last ones all the same.
+std::string OfScans(int count) {
+  const std::string jpeg = Encoded({.space = JCS_GRAYSCALE, .coding = Coding::kProgressive});
+  const std::size_t last = jpeg.rfind("\xFF\xDA");
+  const std::string scan = jpeg.substr(last, jpeg.size() - 2 - last);
+  std::string many = jpeg.substr(0, last);
+  for (std::size_t at = many.find("\xFF\xDA"); at != std::string::npos;
+       at = many.find("\xFF\xDA", at + 2)) {
+    --count;
+  }
+  for (; count > 0; --count) {
+    many += scan;
+  }
+  return many + "\xFF\xD9";
+}
+
+TEST(JpegTranscoder, ReadsSoManyScansAndNoMore) {
+  EXPECT_TRUE(CodeByHuffman(OfScans(limits::kMaxJpegScans)));
+  EXPECT_FALSE(CodeByHuffman(OfScans(limits::kMaxJpegScans + 1)));
+  EXPECT_NE(JpegReader::Open(OfScans(limits::kMaxJpegScans), -1), nullptr);
+  EXPECT_EQ(JpegReader::Open(OfScans(limits::kMaxJpegScans + 1), -1), nullptr);
 }
 
 TEST(JpegTranscoder, RefusesWhatItCannotRead) {
