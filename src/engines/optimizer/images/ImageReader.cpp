@@ -236,7 +236,7 @@ class Reader {
   // False for colours that are not worked on.
   bool SetColors(ImageTask& task, ImageSamples samples) {
     const ColorSpace& space = samples.space;
-    const bool is_own = HasOwnSpace();
+    const bool is_own = HasOwnSpace(space);
     const SampleFormat& format = samples.rows->format();
     if (!samples.is_complete ||
         (input_.part && (format.width != task.width || format.height != task.height))) {
@@ -272,8 +272,9 @@ class Reader {
 
   // Whether the dictionary says what the samples mean. JPEG 2000 data may say it itself, and what
   // it says goes where the dictionary has another number of components.
-  bool HasOwnSpace() const {
-    return facts_.filter != ImageFilter::kJpx || !facts_.color_space.IsNull();
+  bool HasOwnSpace(const ColorSpace& found) const {
+    return facts_.filter != ImageFilter::kJpx ||
+           (!facts_.color_space.IsNull() && found.components == space_->components);
   }
 
   static std::string DeviceName(int components) {
