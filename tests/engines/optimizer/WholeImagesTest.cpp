@@ -13,14 +13,17 @@
 #include "engines/optimizer/OptimizedDocument.h"
 #include "engines/support/codecs/CcittEncoder.h"
 #include "engines/support/codecs/Jbig2Encoder.h"
+#include "engines/support/codecs/JpxHeader.h"
 #include "pdf/write/DocumentText.h"
 #include "support/Expected.h"
 #include "support/JpegImage.h"
 #include "support/JpxImage.h"
 #include "support/RawPdf.h"
+#include "support/SmallImages.h"
 #include "support/TempDir.h"
 #include "support/TestImage.h"
 #include "support/TestImages.h"
+#include "support/TestJbig2.h"
 #include "support/TestScene.h"
 
 namespace TarnixTools::engines::optimizer {
@@ -216,6 +219,39 @@ void AddCoded(ImageDocumentMaker& maker) {
   maker.Add(eight + "/DeviceRGB/Filter/DCTDecode/DecodeParms<</ColorTransform 1>>", jpeg);
 }
 
+// What says its colours itself, palettes of other spaces, and symbols that readers decode differently.
+void AddRare(ImageDocumentMaker& maker) {
+  for (const testing::SmallImage& image : testing::SmallJpx()) {
+    const auto header = ReadJpxHeader(image.bytes);
+    const std::string sides =
+        "/Width " + std::to_string(header->width) + "/Height " + std::to_string(header->height);
+    maker.Add(sides + "/Filter/JPXDecode", image.bytes);
+    maker.Add(sides + "/Filter/JPXDecode/SMaskInData 1", image.bytes);
+    maker.Add(sides + "/Filter/JPXDecode/ColorSpace[/DeviceN[/A/B]/DeviceRGB 7 0 R]", image.bytes);
+  }
+  const std::string gray = testing::EncodeJpx(72, 96, 1, SceneSamples(kSize, 1, 8), 2);
+  const std::string rgb = testing::EncodeJpx(72, 96, 3, SceneSamples(kSize, 3, 8), 2);
+  maker.Add(kSides + "/Filter/JPXDecode/ColorSpace/DeviceGray", rgb);
+  maker.Add(kSides + "/Filter/JPXDecode/ColorSpace/DeviceRGB", gray);
+  maker.Add(kSides + "/Filter/JPXDecode/ColorSpace/DeviceCMYK", rgb);
+  maker.Add(kSides + "/Filter/JPXDecode/ColorSpace[/Separation/A/DeviceRGB 7 0 R]", rgb);
+  const std::string eight = kSides + kFlate + "/BitsPerComponent 8/ColorSpace";
+  const std::string colors = " 3<000000FF000000FF000000FF>]";
+  maker.Add(eight + "[/Indexed/DeviceRGB" + colors + "/Decode[3 0]", Indices());
+  maker.Add(eight + "[/Indexed/DeviceRGB" + colors + "/Mask[1 2]", Indices());
+  maker.Add(eight + "[/Indexed 5 0 R" + colors, Indices());
+  maker.Add(eight + "[/Indexed[/Lab<</WhitePoint[0.95 1 1.09]>>]" + colors, Indices());
+  maker.Add(eight + "[/Indexed[/CalRGB<</WhitePoint[0.95 1 1.09]>>]" + colors, Indices());
+  maker.Add(eight + "[/Indexed[/DeviceN[/A/B]/DeviceRGB 7 0 R]3<0011223344556677>]", Indices());
+  maker.Add(eight + "[/Indexed[/Separation/A/DeviceRGB 7 0 R]3<00112233>]", Indices());
+  maker.Add(eight + "[/Indexed/DeviceRGB]", Indices());
+  maker.Add(eight + "[/Indexed/DeviceRGB 3<0000>]", Indices());
+  maker.Add(
+      "/Width 120/Height 12/BitsPerComponent 1/ColorSpace/DeviceGray/Filter[/ASCIIHexDecode"
+      "/JBIG2Decode]",
+      std::string(testing::kRefinedJbig2) + ">");
+}
+
 void AddPlaces(ImageDocumentMaker& maker) {
   const std::string rgb = kSides + kFlate + "/BitsPerComponent 8/ColorSpace/DeviceRGB";
   maker.Add(rgb, Rgb(), "72 0 0 96 9 9 cm");                             // 72 pixels an inch
@@ -330,6 +366,12 @@ TEST_F(WholeImages, OfEveryCoding) {
   AddCoded(maker);
   maker.file().Stream(8, "/N 4", "a profile of inks");
   ExpectAll("image_codings", maker.Bytes("/OutputIntents[<</DestOutputProfile 8 0 R>>]"));
+}
+
+TEST_F(WholeImages, OfRareKinds) {
+  ImageDocumentMaker maker;
+  AddRare(maker);
+  ExpectAll("image_rarities", maker.Bytes());
 }
 
 TEST_F(WholeImages, InEveryPlace) {

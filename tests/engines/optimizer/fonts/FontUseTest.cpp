@@ -102,6 +102,28 @@ TEST(FontUse, GivesUpOnTooManyFontsThatAreNoObjects) {
   EXPECT_TRUE(test.use().IsWholeProgram(9));
 }
 
+TEST(FontUse, CountsNoFontWhereThereIsNone) {
+  FontCase test(RawPdf().Object(5, kSimple).Stream(4, "", ""));
+  pdf::GraphicsState state;
+  for (std::size_t i = 0; i <= 2 * limits::kMaxFontsInPlace; ++i) {
+    test.use().Note({.bytes = "x", .state = state, .scope = {}});
+  }
+  EXPECT_FALSE(test.use().IsWholeProgram(9));
+}
+
+TEST(FontUse, KeepsFontsInPlaceOfForms) {
+  FontCase test(RawPdf()
+                    .Object(4, "null")
+                    .Object(5, kSimple)
+                    .Object(8, "<</FontFile 9 0 R>>")
+                    .Stream(9, "", "program")
+                    .Object(12, "<</DR<</Font<</A<</Subtype/Type1/FontDescriptor 8 0 R>>>>>>>>"),
+                "/AcroForm 12 0 R");
+  EXPECT_FALSE(test.use().IsWholeProgram(9));
+  test.use().KeepFormFonts();
+  EXPECT_TRUE(test.use().IsWholeProgram(9));
+}
+
 TEST(FontUse, KeepsFontsOfForms) {
   FontCase test(RawPdf()
                     .Object(4, "null")
