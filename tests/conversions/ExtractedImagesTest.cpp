@@ -1,8 +1,12 @@
 // Pdf2ImgTask: images that pages hold.
+#include <tuple>
+
 #include "Img2PdfTask.h"
 #include "conversions/Pdf2ImgFixture.h"
+#include "support/ByteText.h"
 #include "support/JpegImage.h"
 #include "support/RawPdf.h"
+#include "support/TestJpx.h"
 
 namespace TarnixTools {
 namespace {
@@ -49,6 +53,40 @@ TEST_F(ExtractedImagesTest, TakesImagesOutAsTheyAreStored) {
   back.SetOutputPath(Path("out"));
   back.Execute();
   EXPECT_EQ(testing::ReadBytes(Path("out/doc-0003.png")).substr(1, 3), "PNG");
+}
+
+TEST_F(ExtractedImagesTest, NamesImagesAsTheyAreStoredByTheirFormat) {
+  const CapturedOutput quiet;
+  const auto image = [](const std::string& entries, const std::string& hex) {
+    return "<</Type/XObject/Subtype/Image/Width 8/Height 2" + entries + "/Length " +
+           std::to_string(hex.size() + 1) + ">>\nstream\n" + hex + ">\nendstream";
+  };
+  const std::string gray = "/ColorSpace/DeviceGray/BitsPerComponent ";
+  TestPdf()
+      .Page("")
+      .Content("/J Do /X Do /F Do /P Do")
+      .PageEntry("/Resources <</XObject <</J {{j}} /X {{x}} /F {{f}} /P {{p}}>>>>")
+      .Object("j", image(gray + "8/Filter[/ASCIIHexDecode/DCTDecode]",
+                         testing::HexOf(testing::MakeJpeg(8, 2, {90}))))
+      .Object("x", image("/Filter[/ASCIIHexDecode/JPXDecode]", testing::kRedBlueJpx))
+      .Object("f", image(gray + "1/Filter[/ASCIIHexDecode/CCITTFaxDecode]"
+                                "/DecodeParms[null<</K -1/Columns 8>>]",
+                         "C0040040"))
+      .Object("p", image(gray + "8/Filter/ASCIIHexDecode", std::string(32, '8')))
+      .Write(Path("doc.pdf"));
+  Pdf2ImgTask task = TaskFor("doc.pdf", Pdf2ImgExtractImages);
+  task.SetStoreOriginal(true);
+  for (const auto& [directory, pattern, start] :
+       {std::tuple("a", "", "img"), std::tuple("b.c", "{n}", ""),
+        std::tuple("d", "{n}.{stem}.img", "")}) {
+    const std::string end = std::string(pattern).ends_with(".img") ? ".doc" : "";
+    task.SetOutputPath(directory_.MakeDir(directory));
+    task.SetNamePattern(pattern);
+    task.Execute();
+    EXPECT_THAT(directory_.Names(directory),
+                ElementsAre(start + ("0001" + end + ".jpg"), start + ("0002" + end + ".jp2"),
+                            start + ("0003" + end + ".tif"), start + ("0004" + end + ".png")));
+  }
 }
 
 TEST_F(ExtractedImagesTest, ExtractsImages) {

@@ -527,6 +527,30 @@ TEST_F(Pdf2ImgTaskTest, ReportsPagesThatAreTooLargeAndGoesOn) {
   EXPECT_THAT(task.GetReport().GetEntries()[0].source, ::testing::EndsWith("a.pdf"));
 }
 
+// A form that draws itself.
+TEST_F(Pdf2ImgTaskTest, ReportsPagesOfWhichAPartCannotBeDrawn) {
+  TestPdf()
+      .Page("")
+      .Page("")
+      .Content("/F Do 1 0 0 rg 0 0 99 99 re f")
+      .Object("form",
+              "<</Subtype/Form/BBox[0 0 9 9]/Resources<</XObject<</F {{form}}>>>>/Length 5>>\n"
+              "stream\n/F Do\nendstream")
+      .PageEntry("/Resources<</XObject<</F {{form}}>>>>")
+      .Write(Path("a.pdf"));
+  Pdf2ImgTask task = TaskFor("a.pdf");
+  task.Execute();
+  EXPECT_THAT(Outputs(), ElementsAre("a-page-0001.jpg", "a-page-0002.jpg"));
+  EXPECT_THAT(
+      task.GetReport().GetEntries(),
+      ElementsAre(PdfReportEntry{.kind = PdfReportKind::Damage,
+                                 .outcome = PdfReportOutcome::Dropped,
+                                 .count = 1,
+                                 .page = 2,
+                                 .reason = "a part of a page cannot be drawn (error 0x80410122)",
+                                 .source = Backslashes(Path("a.pdf"))}));
+}
+
 TEST_F(Pdf2ImgTaskTest, HasNamesForFewerThanTenThousandPages) {
   TestPdf().Pages(10'000, "").Write(Path("long.pdf"));
   Pdf2ImgTask task = TaskFor("long.pdf");
