@@ -171,6 +171,10 @@ TEST_F(Img2PdfTest, RefusesCallsThatMakeNoSense) {
   EXPECT_EQ(Img2PdfSetOrientation(object_, 9), 0);
   EXPECT_EQ(Img2PdfSetBorderSize(object_, std::numeric_limits<float>::quiet_NaN()), 0);
   EXPECT_EQ(Img2PdfSetBorderSize(object_, std::numeric_limits<float>::infinity()), 0);
+  for (const float sign : {-1.0F, 1.0F}) {
+    EXPECT_EQ(Img2PdfSetBorderSize(object_, sign * 1'000'000), 1);
+    EXPECT_EQ(Img2PdfSetBorderSize(object_, sign * 1'000'001), 0);
+  }
   EXPECT_EQ(Img2PdfSetBorderSize(object_, 300), 1);
   EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, Path("a.jpg")), 0);  // no space on A4
   EXPECT_EQ(Img2PdfGetErrorCode(object_), kImg2PdfArgumentError);
@@ -197,11 +201,11 @@ TEST_F(Img2PdfTest, TakesPagesAndBordersOfAnySizeThatIsOne) {
             "[0 0 .5 .25]");
 }
 
-std::string MessageOf(platform::FilePtr file) {
+std::string MessageOf(platform::FilePtr file, std::uint64_t offset = 0) {
   try {
     FileSource source(std::move(file));
     char byte = 0;
-    source.ReadAt(0, &byte, 1);
+    source.ReadAt(offset, &byte, 1);
   } catch (const pdf::Error& error) {
     EXPECT_EQ(error.code(), pdf::ErrorCode::kReadFailed);
     return error.what();
@@ -218,6 +222,8 @@ TEST(FileSource, TellsWhatCannotBeRead) {
   close(ends[1]);
   EXPECT_EQ(MessageOf(platform::FilePtr(std::fopen(directory.Path("new").c_str(), "wb"))),
             "the file cannot be read");
+  EXPECT_EQ(MessageOf(platform::OpenForReading(directory.Path("new")), std::uint64_t{1} << 63U),
+            "the file cannot be positioned");
 }
 
 TEST(FileSource, ReadsOnAfterItsEnd) {
