@@ -1,7 +1,11 @@
 // Files that get their names when they are complete.
 #include <cerrno>
+#include <filesystem>
+#include <iterator>
 #include <string>
+#include <utility>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -81,6 +85,7 @@ TEST_F(OutputFileTest, LeavesNothingUnlessItIsCommitted) {
   { const OutputFile dropped = Ready(Path("old"), "content"); }
   OutputFile discarded = Ready(Path("old"), "content");
   discarded.Discard();
+  EXPECT_TRUE(discarded.Commit());  // of nothing
   EXPECT_EQ(ReadBytes(Path("old")), "old");
   EXPECT_THAT(directory_.Names(), ElementsAre("old"));
 }
@@ -168,6 +173,23 @@ TEST_F(OutputFileTest, TakesOverThePermissionsOfWhatItReplaces) {
   umask(mask);
 }
 
+TEST_F(OutputFileTest, TakesOverTheOwnerOfWhatItReplaces) {
+  if (geteuid() != 0) {
+    GTEST_SKIP() << "only root gives files away";
+  }
+  using Owner = std::pair<uid_t, gid_t>;
+  WriteBytes(Path("old"), "old");
+  for (const Owner& owner : {Owner(0, 2), Owner(1, 0), Owner(1, 2), Owner(0, 0)}) {
+    ASSERT_EQ(chown(Path("old").c_str(), owner.first, owner.second), 0);
+    EXPECT_TRUE(Ready(Path("old"), "content").Commit());
+
+    struct stat info {};
+
+    EXPECT_EQ(stat(Path("old").c_str(), &info), 0);
+    EXPECT_EQ(Owner(info.st_uid, info.st_gid), owner);
+  }
+}
+
 TEST_F(OutputFileTest, TakesTheNameThatIsGivenAwayInBetween) {
   OutputFile output = Ready(Path("new"), "content");
   WriteBytes(Path("new"), "of another");
@@ -181,10 +203,52 @@ TEST_F(OutputFileTest, TakesTheNameThatIsGivenAwayInBetween) {
   EXPECT_THAT(directory_.Names(), ElementsAre("new", "taken"));
 }
 
+// Which waits for it as any other writer does.
 TEST_F(OutputFileTest, WritesToADeviceAtOnce) {
   OutputFile output = Ready("/dev/null", "content");
   EXPECT_TRUE(output.Commit());
   EXPECT_TRUE(Exists("/dev/null"));
+  const FilePtr stream = OutputFile::Create("/dev/null")->TakeStream();
+  EXPECT_EQ(fcntl(fileno(stream.get()), F_GETFL) & O_NONBLOCK, 0);
+}
+
+// Without a buffer of its own, and nothing that a program inherits that is started meanwhile.
+TEST_F(OutputFileTest, IsWrittenToTheFileAtOnceAndKeptFromOtherPrograms) {
+  for (const std::string& path : {Path("new"), std::string("/dev/null")}) {
+    std::optional<OutputFile> output = OutputFile::Create(path);
+    ASSERT_TRUE(output);
+    const FilePtr stream = output->TakeStream();
+    EXPECT_EQ(fcntl(fileno(stream.get()), F_GETFD) & FD_CLOEXEC, FD_CLOEXEC);
+    std::fputs("content", stream.get());
+
+    struct stat info {};
+
+    EXPECT_EQ(fstat(fileno(stream.get()), &info), 0);
+    EXPECT_EQ(info.st_size, path == "/dev/null" ? 0 : 7);
+  }
+}
+
+TEST_F(OutputFileTest, LeavesNoFileOpen) {
+  if (!Exists("/proc/self/fd")) {
+    GTEST_SKIP() << "needs to see its open files";
+  }
+  const auto open_count = [] {
+    const std::filesystem::directory_iterator files("/proc/self/fd");
+    return std::distance(begin(files), end(files));
+  };
+  const auto before = open_count();
+  EXPECT_TRUE(Ready(Path("new"), "content").Commit());
+  EXPECT_TRUE(Ready(Path("new"), "content").Commit());
+  EXPECT_TRUE(Ready("/dev/null", "content").Commit());
+  { const OutputFile dropped = Ready(Path("dropped"), "content"); }
+  OutputFile discarded = Ready(Path("discarded"), "content");
+  discarded.Discard();
+  discarded = Ready(Path("dropped"), "content");
+  discarded = Ready(Path("dropped"), "content");
+  EXPECT_TRUE(discarded.Commit());
+  EXPECT_EQ(ErrorOf(Path("missing/new")), ENOENT);
+  EXPECT_EQ(OpenForReading(Path("")), nullptr);
+  EXPECT_EQ(open_count(), before + 1) << "the directory of what was written last";
 }
 
 TEST_F(OutputFileTest, GetsNoNameOnceTheJobIsToStop) {

@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <thread>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -45,6 +46,8 @@ TEST(Platform, GoesToAnyPlaceOfAFile) {
   EXPECT_EQ(Tell(file.get()), 7);
   EXPECT_TRUE(Seek(file.get(), 0));
   EXPECT_EQ(std::fgetc(file.get()), 'c');
+  EXPECT_EQ(lseek(fileno(file.get()), 0, SEEK_CUR), 1) << "it is read without a buffer";
+  EXPECT_EQ(fcntl(fileno(file.get()), F_GETFD) & FD_CLOEXEC, FD_CLOEXEC);
   EXPECT_TRUE(Seek(file.get(), 9));
   EXPECT_EQ(std::fgetc(file.get()), EOF);
 }
