@@ -63,7 +63,7 @@ std::int32_t CommonPdfACode(std::int32_t code, std::int32_t other) {
 std::int32_t ClaimedPdfACode(const XmpTree& tree) {
   const std::string part = ValueOf(tree, "part");
   const std::string conformance = ValueOf(tree, "conformance");
-  if (part.size() != 1 || conformance.size() != 1 || conformance < "A" || conformance > "Z") {
+  if (part.size() != 1 || conformance.size() != 1) {
     return 0;
   }
   return PdfACode(part.front() - '0', static_cast<char>(conformance.front() - 'A' + 'a'));
