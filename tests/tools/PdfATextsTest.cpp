@@ -26,7 +26,7 @@ class PdfATexts : public CliTest {
         Run({"pdfa", "-v", "--level", level, "--name", "out.pdf", "doc.pdf"}, setup_);
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(QpdfComplaints(Path("out.pdf")), "");
-    return "== " + level + "\n" + WithoutPrograms(OnLines(PdfText(Path("out.pdf"))));
+    return "== " + level + "\n" + result.err + WithoutPrograms(OnLines(PdfText(Path("out.pdf"))));
   }
 
   // What a subset of a font is like byte by byte is up to the library that makes it.
@@ -212,6 +212,56 @@ TEST_F(PdfATexts, HaveFontsReplacedByOnesThatAreAlike) {
             face.substr(face.find('+') + 1) + "\n";
   }
   EXPECT_TRUE(IsAsExpected("pdfa/whole/faces.txt", text));
+}
+
+// Characters of a collection are looked for in faces of its language.
+TEST_F(PdfATexts, HaveFontsReplacedByOnesOfTheirLanguage) {
+  const std::pair<const char*, const char*> collections[] = {{"GB1", "UniGB-UCS2-H"},
+                                                             {"CNS1", "UniCNS-UCS2-H"},
+                                                             {"Japan1", "UniJIS-UCS2-H"},
+                                                             {"Korea1", "UniKS-UCS2-H"},
+                                                             {"KR", "UniKS-UCS2-H"}};
+  std::string rules;
+  for (const auto& [language, family] :
+       {std::pair("zh-cn", "Simple"), std::pair("zh-tw", "Complex"), std::pair("ja", "Kana"),
+        std::pair("ko", "Hangul")}) {
+    WriteBytes(fonts_.Path(std::string(family) + ".ttf"), TestFont{.family = family}.Bytes());
+    rules += std::string("<match><test name='lang'><string>") + language +
+             "</string></test><edit name='family' mode='prepend' binding='strong'><string>" +
+             family + "</string></edit></match>";
+  }
+  std::string configuration = ReadBytes(setup_.environment["FONTCONFIG_FILE"]);
+  configuration.insert(configuration.rfind("</fontconfig>"), rules);
+  setup_.environment["FONTCONFIG_FILE"] = WriteBytes(fonts_.Path("languages.conf"), configuration);
+  RawPdf file;
+  std::string fonts;
+  std::string content;
+  int number = 10;
+  for (const auto& [ordering, encoding] : collections) {
+    file.Object(number, std::string("<</Type/Font/Subtype/Type0/BaseFont/Unheard/Encoding/") +
+                            encoding +
+                            "/DescendantFonts[<</Type/Font/Subtype/CIDFontType0/BaseFont"
+                            "/Unheard/DW 400/CIDSystemInfo<</Registry(Adobe)/Ordering(" +
+                            ordering + ")/Supplement 0>>>>]>>");
+    fonts += "/F" + std::to_string(number) + " " + std::to_string(number) + " 0 R";
+    content += "BT /F" + std::to_string(number++) + " 9 Tf <0041> Tj ET\n";
+  }
+  file.Object(1, "<</Type/Catalog/Pages 2 0 R>>");
+  file.Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1>>");
+  file.Object(3,
+              "<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 200]/Contents 4 0 R/Resources<</Font<<" +
+                  fonts + ">>>>>>");
+  file.Stream(4, "", content);
+  Converted(file, "2b");
+  const QpdfDocument written(Path("out.pdf"));
+  const auto page = written.Follow(written.Page(1));
+  std::string text;
+  for (number = 10; number < 15; ++number) {
+    const auto font = written.Follow(page["/Resources"]["/Font"]["/F" + std::to_string(number)]);
+    const std::string face = font["/BaseFont"].get<std::string>();
+    text += face.substr(face.find('+') + 1) + " ";
+  }
+  EXPECT_EQ(text, "Simple-Regular Complex-Regular Kana-Regular Hangul-Regular Hangul-Regular ");
 }
 
 TEST_F(PdfATexts, NameTheFontsThatNobodyHas) {
