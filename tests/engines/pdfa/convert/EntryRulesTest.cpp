@@ -115,6 +115,7 @@ constexpr Row kStates[] = {
     {"OPM", "<</OPM 1>>", kPartsNot1, kPrinting},
     {"OPM", "<</OPM 0>>", kNever},
     {"OPM", "<</OPM 1/FT/Tx>>", kNever},
+    {"OPM", "<</OPM/Odd>>", kNever},
     {"BM", "<</BM/Odd>>", kAllLevels, "blend modes that are not known"},
     {"BM", "<</BM[/Normal/Odd]>>", kAllLevels, "blend modes that are not known"},
     {"BM", "<</BM[]>>", kAllLevels, "blend modes that are not known"},

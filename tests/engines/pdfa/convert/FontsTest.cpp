@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "engines/pdfa/convert/ConversionTest.h"
 #include "engines/pdfa/convert/fonts/Fonts.h"
 #include "engines/pdfa/convert/fonts/PictureEncodings.h"
@@ -58,6 +60,21 @@ TEST_F(FontsTest, KeepTheAdvancesOfTheDocument) {
   ASSERT_EQ(widths.size(), 2U);
   EXPECT_EQ(widths[0], 65);
   EXPECT_EQ(widths[1], (Json{700, 300}));
+  const Json descriptor =
+      written_->Follow(written_->Follow(font["/DescendantFonts"][0])["/FontDescriptor"]);
+  ASSERT_TRUE(descriptor.contains("/FontFile2"));
+  const std::string reference = descriptor["/FontFile2"].get<std::string>();
+  const std::string bytes =
+      testing::RunProgram({"qpdf", "--show-object=" + reference.substr(0, reference.find(' ')),
+                           "--filtered-stream-data", Path("out.pdf")})
+          .output;
+  const auto program = fonts::FontProgram::Open(bytes);
+  ASSERT_NE(program, nullptr);
+  std::vector<double> advances;
+  for (std::uint32_t glyph = 1; glyph < program->glyph_count(); ++glyph) {
+    advances.push_back(std::round(program->AdvanceOf(glyph).value_or(0)));
+  }
+  EXPECT_THAT(advances, ::testing::IsSupersetOf({700.0, 300.0}));
 }
 
 TEST_F(FontsTest, AreReplacedByOnesOfTheSameStyle) {

@@ -233,6 +233,11 @@ TEST_F(PaintTextsTest, RecodeDataThatIsNotAllowed) {
        Replaced(Replaced(testing::kRedBlueJpx, "0000002D6A703268", "0000003C6A703268"), color,
                 head + "01000100000010" + head + "01000100000010")},
       {"depths", Replaced(testing::kRedBlueJpx, "03070101070101070101", "03070101060101070101")},
+      {"one channel", Replaced(Replaced(testing::kRedBlueJpx, "03070101070101070101", "01070101"),
+                               "FF51002F", "FF510029")},
+      {"four channels", Replaced(Replaced(testing::kRedBlueJpx, "03070101070101070101",
+                                          "04070101070101070101070101"),
+                                 "FF51002F", "FF510032")},
       {"38 bits", Replaced(testing::kRedBlueJpx, "03070101070101070101", "03250101250101250101")},
       {"39 bits", Replaced(testing::kRedBlueJpx, "03070101070101070101", "03260101260101260101")},
       {"gray and alpha", testing::kGrayAlphaJpx}};
