@@ -123,6 +123,17 @@ TEST(EncryptedTexts, OfObjectStreamsAndOpenPasswords) {
       // The table is compressed, and counts bytes before it.
       text += line.find("/XRef") == std::string::npos ? line + "\n" : "";
     }
+    // The file is searched, with the key that is there, as soon as a stream is not found.
+    std::string damaged = bytes;
+    const std::size_t stream = damaged.find(" 0 obj\n<< /Length");
+    ASSERT_NE(stream, std::string::npos);
+    damaged.replace(stream, 6, " 0 xbj");
+    std::istringstream lines_left(WithoutKeys(ContentText(damaged)));
+    text += "damaged\n";
+    for (std::string line; std::getline(lines_left, line);) {
+      const bool is_object = line.starts_with("object ") || line.starts_with("page ");
+      text += is_object && line.find("/XRef") == std::string::npos ? line + "\n" : "";
+    }
   }
   EXPECT_TRUE(IsAsExpected("file/encrypted object streams.txt", text));
 }

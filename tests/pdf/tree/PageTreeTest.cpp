@@ -1,7 +1,13 @@
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "pdf/Error.h"
 #include "pdf/tree/PageTree.h"
+#include "support/Expected.h"
 #include "support/RawPdf.h"
 
 namespace TarnixTools::pdf {
@@ -361,6 +367,76 @@ TEST(PageTree, GathersPagesOfASoundDocumentWithoutATree) {
   Tree tree(pdf.Table());
   EXPECT_EQ(tree.Numbers(), (Numbers{3}));
   EXPECT_TRUE(tree.document->findings().Has(FindingCode::kPagesSalvaged));
+}
+
+// Which pages there are whatever the kids are and whatever the tree claims.
+//   kids - p: a page; l: one that is lost; n: null; x: no object; r: the root; s: no page
+//   others - pages that no kid leads to
+// For each claim from none to four the pages, and a letter for each finding: "A" for the first code.
+std::string Tried(const std::string& kids, int others, bool has_table) {
+  std::string text;
+  for (const char* count : {"0", "1", "2", "3", "4"}) {
+    RawPdf pdf;
+    std::string list;
+    std::string lost;
+    int number = 10;
+    for (const char kind : kids) {
+      const std::string name = std::to_string(number);
+      list += kind == 'n'   ? "null "
+              : kind == 'r' ? "2 0 R "
+              : kind == 's' ? "(s) "
+                            : name + " 0 R ";
+      if (kind == 'p' || kind == 'l') {
+        pdf.Object(number, "<</Type/Page/Parent 2 0 R>>");
+      }
+      lost += kind == 'l' ? "\n" + name + " 0 obj" : "";
+      ++number;
+    }
+    for (int i = 0; i < others; ++i) {
+      pdf.Object(number++, "<</Type/Page/Parent 2 0 R>>");
+    }
+    pdf.Object(1, "<</Type/Catalog/Pages 2 0 R>>")
+        .Object(2, "<</Type/Pages/Kids[" + list + "]/Count " + count + ">>");
+    std::string bytes = has_table ? pdf.Table() : pdf.Raw("trailer\n<</Root 1 0 R>>\n").bytes();
+    for (std::size_t at = 0; at < lost.size(); at += 9) {
+      bytes = Spoilt(bytes, lost.substr(at, 9), 4, '?');
+    }
+    try {
+      Tree tree(bytes);
+      for (const std::uint32_t page : tree.Numbers()) {
+        text += " " + std::to_string(page);
+      }
+      for (const Finding& finding : tree.document->findings().kept()) {
+        text += " " + std::string(1, static_cast<char>('A' + static_cast<int>(finding.code)));
+      }
+    } catch (const Error&) {
+      text += " none";
+    }
+    text += ";";
+  }
+  return text;
+}
+
+TEST(PageTree, TakesKidsOfEachKind) {
+  std::string text;
+  const std::string kinds = "plnxrs";
+  std::vector<std::string> lists = {"",    "pp",   "ppp",  "plp",  "lpl", "pnp",
+                                    "pxl", "lnxr", "llpp", "prps", "nnn", "xxl"};
+  for (const char first : kinds) {
+    lists.emplace_back(1, first);
+    for (const char second : kinds) {
+      lists.push_back({first, second});
+    }
+  }
+  for (const std::string& kids : lists) {
+    for (const int others : {0, 1, 2}) {
+      for (const bool has_table : {true, false}) {
+        text += kids + " and " + std::to_string(others) + (has_table ? ":" : " without a table:") +
+                Tried(kids, others, has_table) + "\n";
+      }
+    }
+  }
+  EXPECT_TRUE(::TarnixTools::testing::IsAsExpected("tree/kids.txt", text));
 }
 
 }  // namespace

@@ -142,6 +142,35 @@ TEST(RewrittenTexts, OfACatalogInTheTrailer) {
   EXPECT_TRUE(IsAsExpected("rewrite/catalog in the trailer.txt", Written(test)));
 }
 
+// Entries of a stream but for its length.
+std::string CodingOf(const Object& dictionary) {
+  std::string entries;
+  for (const DictionaryEntry& entry : dictionary.Entries()) {
+    if (entry.Key() != "Length") {
+      AppendName(entries, entry.Key());
+      AppendObject(entries, entry.value);
+    }
+  }
+  return entries;
+}
+
+// Of each stream from object 10 on, how it was coded and is now.
+std::string CodesOf(RewriteCase& test) {
+  Document& written = test.Write();
+  std::string text;
+  Arena arena;
+  std::uint32_t source = 10;
+  const Object own = written.Resolve(written.Catalog(arena).Get("Own"), arena);
+  for (const Object& item : own.Items()) {
+    Arena source_arena;
+    const Object before = test.source().Load({.number = source++, .generation = 0}, source_arena);
+    const auto decoded = written.TryDecodeStream(item.AsReference().number);
+    text += CodingOf(before) + " -> " + CodingOf(written.Load(item.AsReference(), arena)) + ", " +
+            std::to_string(decoded->data.size()) + (decoded->complete ? "\n" : " broken\n");
+  }
+  return text;
+}
+
 // How streams are coded: those that nothing compresses are deflated, wasteful codes are taken off.
 TEST(RewrittenTexts, OfStreamsOfEachCode) {
   const std::string data(200, 'x');
@@ -191,31 +220,13 @@ TEST(RewrittenTexts, OfStreamsOfEachCode) {
     list += std::to_string(i) + " 0 R ";
   }
   pdf.Object(1, "<</Type/Catalog/Pages 2 0 R/Own[" + list + "]>>");
-  RewriteCase test(pdf);
-  pdf::Document& written = test.Write();
   std::string text;
-  Arena arena;
-  const pdf::Object own = written.Resolve(written.Catalog(arena).Get("Own"), arena);
-  int source = 10;
-  for (const pdf::Object& item : own.Items()) {
-    const std::uint32_t target = item.AsReference().number;
-    const pdf::Object stream = written.Load(item.AsReference(), arena);
-    Arena source_arena;
-    const pdf::Object before = test.source().Load(
-        {.number = static_cast<std::uint32_t>(source++), .generation = 0}, source_arena);
-    const auto coding = [](const pdf::Object& dictionary) {
-      std::string entries;
-      for (const pdf::DictionaryEntry& entry : dictionary.Entries()) {
-        if (entry.Key() != "Length") {
-          pdf::AppendName(entries, entry.Key());
-          pdf::AppendObject(entries, entry.value);
-        }
-      }
-      return entries;
-    };
-    const auto decoded = written.TryDecodeStream(target);
-    text += coding(before) + " -> " + coding(stream) + ", " + std::to_string(decoded->data.size()) +
-            (decoded->complete ? "\n" : " broken\n");
+  for (const bool is_changed : {false, true}) {
+    RewriteCase test(pdf);
+    for (int i = 10; is_changed && i < number; ++i) {
+      test.rewriter().SetEntry(static_cast<std::uint32_t>(i), "New", "1");
+    }
+    text += CodesOf(test);
   }
   EXPECT_TRUE(IsAsExpected("rewrite/codes.txt", text));
 }

@@ -144,5 +144,23 @@ TEST(FormTexts, AreTheSameWhicheverObjectIsTheFirst) {
   ExpectNumbersNotToMatter(Form());
 }
 
+// Widgets that are no objects of their own, below fields with and without a type.
+TEST(FormTexts, OfWidgetsWrittenInPlace) {
+  const std::string bytes =
+      testing::RawPdf()
+          .Lines(R"(1 <</Type/Catalog/Pages 2 0 R/AcroForm<</Fields[5 0 R 6 0 R 7 0 R]>>>>
+2 <</Type/Pages/Kids[3 0 R]/Count 1/MediaBox[0 0 9 9]>>
+3 <</Type/Page/Parent 2 0 R/Annots[<</Subtype/Widget/Rect[0 0 1 1]/Parent 5 0 R>>
+ <</Subtype/Widget/Rect[0 0 2 2]/Parent 5 0 R/FT/Tx>><</Subtype/Widget/Rect[0 0 3 3]/Parent 6 0 R>>
+ <</Subtype/Widget/Rect[0 0 4 4]/Parent 7 0 R/T(below)>><</Subtype/Widget/Rect[0 0 5 5]/Parent 8 0 R>>
+ <</Subtype/Widget/Rect[0 0 6 6]/T(own)>><</Subtype/Widget/Rect[0 0 7 7]/T(typed)/FT/Sig/V 3 0 R>>]>>
+5 <</T(no type)>>
+6 <</T(text)/FT/Tx/Ff 4096/V(v)>>
+7 <</T(signed)/FT/Sig/V<</Type/Sig>>/Kids[]>>
+)")
+          .Table();
+  EXPECT_TRUE(IsAsExpected("copy/form in place.txt", WrittenText({{bytes}})));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

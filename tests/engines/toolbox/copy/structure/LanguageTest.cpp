@@ -79,6 +79,17 @@ TEST(Language, IsTheCatalogsWhereAllSourcesAgree) {
   EXPECT_THAT(copy.OfSources(), ElementsAre("null", "null"));
 }
 
+TEST(Language, IsTheSameInSmallLetters) {
+  const auto common = [](const std::string& first, const std::string& second) {
+    return Languages({{Untagged("(" + first + ")")}, {Untagged("(" + second + ")")}}).InCatalog();
+  };
+  EXPECT_EQ(common("ZA", "za"), "(ZA)");
+  EXPECT_EQ(common("az", "AZ"), "(az)");
+  EXPECT_EQ(common("a[", "a{"), "null");
+  EXPECT_EQ(common("a@", "a`"), "null");
+  EXPECT_EQ(common("de", "de-AT"), "null");
+}
+
 TEST(Language, IsTheElementsWhereSourcesDiffer) {
   Languages copy({{Tagged("(de)")}, {Tagged("(fr)"), {0}}, {Tagged("(de)", "/Lang(it)")}});
   EXPECT_EQ(copy.InCatalog(), "null");

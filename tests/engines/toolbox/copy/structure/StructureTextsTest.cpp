@@ -116,17 +116,22 @@ TEST(StructureTexts, AsTheyAreSpelled) {
                            WrittenText({{Tagged()}, {OtherTagged(), {0}}})));
 }
 
-// The root is among its own kids and looks like an element, and the first object is one.
+// The root is among its own kids and looks like an element, the first object is one, an annotation
+// is there under other names, too, and a form is not written as it should be.
 TEST(StructureTexts, OfARootThatIsItsOwnKid) {
   const std::string bytes = testing::RawPdf()
                                 .Lines(R"(1 <</Type/StructElem/S/P/P 21 0 R/Pg 4 0 R/K 0>>
 2 <</Type/Catalog/Pages 3 0 R/StructTreeRoot 20 0 R>>
 3 <</Type/Pages/Kids[4 0 R]/Count 1/MediaBox[0 0 90 80]>>
-4 <</Type/Page/Parent 3 0 R/StructParents 0/Contents 5 0 R>>
-5 <<>> stream /P<</MCID 0>>BDC EMC /P<</MCID 1>>BDC EMC
-20 <</S/Root/K[21 0 R 20 0 R]/ParentTree<</Nums[0[1 0 R 22 0 R]]>>>>
-21 <</Type/StructElem/S/Document/P 20 0 R/K[1 0 R 22 0 R 20 0 R]>>
+4 <</Type/Page/Parent 3 0 R/StructParents 0/Contents 5 0 R/Annots[6 0 R]/Resources<</XObject<</X 7 0 R>>>>>>
+5 <<>> stream /P<</MCID 0>>BDC EMC /P<</MCID 1>>BDC EMC /X Do
+6 <</Type/Annot/Subtype/Text/Rect[0 0 1 1]/StructParent 1>>
+7 <</Type/XObject/Subtype/Form/BBox[0 0 1 1]/StructParent 2/Irregular]/Other 5/StructParents 99>> stream q Q
+20 <</S/Root/K[21 0 R 20 0 R]/ParentTree<</Nums[0[1 0 R 22 0 R]1 23 0 R 2 24 0 R]>>>>
+21 <</Type/StructElem/S/Document/P 20 0 R/K[1 0 R 22 0 R 20 0 R 23 0 R 24 0 R]>>
 22 <</Type/StructElem/S/P/P 21 0 R/Pg 4 0 R/K 1/Ref[1 0 R 0 0 R]>>
+23 <</Type/StructElem/S/Annot/P 21 0 R/Pg 4 0 R/K<</Type/OBJR/Own 6 0 R/Obj 6 0 R/Not 7 0 R>>>>
+24 <</Type/StructElem/S/Figure/P 21 0 R/Pg 4 0 R/K<</Type/OBJR/Obj 7 0 R>>>>
 )")
                                 .Table("/Root 2 0 R");
   EXPECT_TRUE(IsAsExpected("copy/structure of an odd root.txt", WrittenText({{bytes}})));
@@ -142,6 +147,31 @@ TEST(StructureTexts, OfOtherDigits) {
 
 TEST(StructureTexts, AreTheSameWhicheverObjectIsTheFirst) {
   ExpectNumbersNotToMatter(Tagged());
+}
+
+// The namespace of the element that is put over those of several documents.
+TEST(StructureTexts, OfDocumentsWithNamespaces) {
+  const auto tagged = [](const std::string& name) {
+    return testing::RawPdf()
+        .Pages(1, "/StructParents 0")
+        .Lines(
+            "1 <</Type/Catalog/Pages 2 0 R/StructTreeRoot 5 0 R>>\n"
+            "5 <</Type/StructTreeRoot/K 6 0 R/ParentTree<</Nums[0[6 0 R]]>>>>\n"
+            "6 <</Type/StructElem/S/P/P 5 0 R/Pg 3 0 R/K 0" +
+            (name.empty() ? ">>\n" : "/NS 7 0 R>>\n7 <</Type/Namespace/NS(" + name + ")>>\n"))
+        .Table();
+  };
+  std::string text;
+  for (const auto& names : std::vector<std::vector<std::string>>{
+           {"a"}, {"a", "a"}, {"a", "b"}, {"a", ""}, {"", "a"}, {"a", "b", "b"}, {"a", "a", "a"}}) {
+    std::vector<PagesOf> parts;
+    for (const std::string& name : names) {
+      text += "'" + name + "' ";
+      parts.push_back({tagged(name)});
+    }
+    text += "\n" + WrittenText(parts);
+  }
+  EXPECT_TRUE(IsAsExpected("copy/structure with namespaces.txt", text));
 }
 
 }  // namespace
