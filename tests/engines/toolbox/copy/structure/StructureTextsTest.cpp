@@ -152,13 +152,14 @@ TEST(StructureTexts, AreTheSameWhicheverObjectIsTheFirst) {
 // The namespace of the element that is put over those of several documents.
 TEST(StructureTexts, OfDocumentsWithNamespaces) {
   const auto tagged = [](const std::string& name) {
+    const std::string space = name.empty() ? "" : "/NS 7 0 R";
+    const std::string spaces = name.empty() ? "" : "/Namespaces[7 0 R]";
     return testing::RawPdf()
         .Pages(1, "/StructParents 0")
-        .Lines(
-            "1 <</Type/Catalog/Pages 2 0 R/StructTreeRoot 5 0 R>>\n"
-            "5 <</Type/StructTreeRoot/K 6 0 R/ParentTree<</Nums[0[6 0 R]]>>>>\n"
-            "6 <</Type/StructElem/S/P/P 5 0 R/Pg 3 0 R/K 0" +
-            (name.empty() ? ">>\n" : "/NS 7 0 R>>\n7 <</Type/Namespace/NS(" + name + ")>>\n"))
+        .Object(1, "<</Type/Catalog/Pages 2 0 R/StructTreeRoot 5 0 R>>")
+        .Object(5, "<</Type/StructTreeRoot/K 6 0 R/ParentTree<</Nums[0[6 0 R]]>>" + spaces + ">>")
+        .Object(6, "<</Type/StructElem/S/P/P 5 0 R/Pg 3 0 R/K 0" + space + ">>")
+        .Object(7, "<</Type/Namespace/NS(" + name + ")>>")
         .Table();
   };
   std::string text;
