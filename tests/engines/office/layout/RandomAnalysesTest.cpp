@@ -64,6 +64,9 @@ class DocumentMaker {
     for (std::size_t i = 0; i < kPages; ++i) {
       MadePage page;
       AddMargins(page, i);
+      if (dice_->Chance(15)) {
+        AddBeside(page);
+      }
       AddFlow(page);
       pages.push_back(std::move(page));
     }
@@ -107,6 +110,18 @@ class DocumentMaker {
     }
   }
 
+  // A thing that is on no other page.
+  void AddBeside(MadePage& page) {
+    const double x = dice_->Between(72, 400, 8);
+    const double y = dice_->Chance(50) ? dice_->Between(20, 60, 4) : dice_->Between(740, 780, 4);
+    const pdf::Box box{x, y, x + dice_->Between(10, 60, 2), y + dice_->Between(4, 20, 2)};
+    if (dice_->Chance(50)) {
+      page.Image(box);
+    } else {
+      page.Curve(box);
+    }
+  }
+
   void AddFlow(MadePage& page) {
     double y = dice_->Between(80, 120, 4);
     std::vector<std::u32string> marks;
@@ -143,6 +158,9 @@ class DocumentMaker {
         marks.push_back(dice_->Of(kMarks));
         page.Text(72 + 5 * static_cast<double>(text.size()), y - 4, marks.back(), {.size = 6});
       }
+      if (dice_->Chance(8)) {
+        page.Text(80 + 5 * static_cast<double>(text.size()), y, U"larger", {.size = 13});
+      }
       y += 12;
     }
     return y;
@@ -173,8 +191,8 @@ class DocumentMaker {
     for (std::size_t entries = dice_->Under(4) + 1; entries > 0; --entries) {
       const double x = dice_->Chance(60) ? 72 : dice_->Between(72, 100, 2);
       page.Text(x, y,
-                dice_->Of(kTitles) + U" " + std::u32string(dice_->Under(30) + 1, U'.') + U" " +
-                    Digits(number));
+                dice_->Of(kTitles) + U" " + std::u32string(dice_->Under(30) + 1, U'.') +
+                    (dice_->Chance(80) ? U" " : U"  ") + Digits(number));
       number += dice_->Under(3);
       y += 14;
     }

@@ -231,6 +231,13 @@ std::string Sections() {
     page.layout.footer = {Line(72, 200, y, "footer")};
     return InDocument(DocumentOf({page, page}), {"w:pgMar", "w:spacing"});
   });
+  for (const std::string number : {"3", "iii", "III"}) {
+    OfficePage page = FacelessPage({Line(72, 200, 100)});
+    Paragraph shown = LineBetween(290, 300, 810, number);
+    shown.lines[0].pieces[0].kind = PieceKind::kPageNumber;
+    page.layout.footer = {Block{shown}};
+    text += number + ": " + InDocument(DocumentOf({page}), {"w:pgNumType"}) + "\n";
+  }
   text += Sweep("the number that pages begin with", -1, 4, 1, [](double number) {
     OfficePage first = FacelessPage({Line(72, 200, 100)});
     OfficePage second = first;

@@ -1,3 +1,6 @@
+#include <string>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "engines/support/layout/MadePage.h"
@@ -74,6 +77,69 @@ TEST(Lists, GoOnBehindAFewTexts) {
   EXPECT_TRUE(AreOneList(0));
   EXPECT_TRUE(AreOneList(4));
   EXPECT_FALSE(AreOneList(5));
+}
+
+// The items of paragraphs that begin with these labels, 40 on a page: the number of the list, the sort
+// and the value of each; "-" is none.
+std::string ItemsOf(const std::vector<std::u32string>& labels) {
+  std::vector<PageLayout> pages;
+  for (std::size_t i = 0; i < labels.size();) {
+    MadePage page;
+    for (int row = 0; row < 40 && i < labels.size(); ++row, ++i) {
+      page.Text(90, 50 + 18 * row, labels[i], {.size = 8});
+      page.Text(130, 50 + 18 * row, U"the text of an item", {.size = 8});
+    }
+    pages.push_back(AnalyzePage(page.Take()));
+  }
+  std::vector<PageLayout*> all;
+  for (PageLayout& page : pages) {
+    all.push_back(&page);
+  }
+  FindLists(all);
+  std::string text;
+  for (PageLayout& page : pages) {
+    for (const Paragraph* paragraph : FlowParagraphs(page)) {
+      text += text.empty() ? "" : " ";
+      text += paragraph->label ? std::to_string(paragraph->label->list) +
+                                     "*1aAiI"[static_cast<std::size_t>(paragraph->label->kind)] +
+                                     std::to_string(paragraph->label->value)
+                               : "-";
+    }
+  }
+  return text;
+}
+
+TEST(Lists, TellRomanNumbersFromLetters) {
+  EXPECT_EQ(ItemsOf({U"i.", U"ii.", U"iii.", U"iv.", U"v.", U"vi."}), "1i1 1i2 1i3 1i4 1i5 1i6");
+  EXPECT_EQ(ItemsOf({U"I)", U"II)", U"III)", U"IV)", U"V)"}), "1I1 1I2 1I3 1I4 1I5");
+  EXPECT_EQ(ItemsOf({U"ix.", U"x.", U"xi."}), "1i9 1i10 1i11");
+  EXPECT_EQ(ItemsOf({U"g)", U"h)", U"i)", U"j)"}), "1a7 1a8 1a9 1a10");
+  EXPECT_EQ(ItemsOf({U"b.", U"c.", U"d."}), "1a2 1a3 1a4");
+  EXPECT_EQ(ItemsOf({U"i.", U"j.", U"k."}), "1a9 1a10 1a11");
+}
+
+TEST(Lists, HaveLabelsOfOneForm) {
+  EXPECT_EQ(ItemsOf({U"1.", U"2.", U"3)", U"4)"}), "111 112 213 214");
+  EXPECT_EQ(ItemsOf({U"(1)", U"2)", U"(2)", U"3)"}), "111 212 112 213");
+}
+
+TEST(Lists, AreForgottenBehindManyOthers) {
+  const auto with_others = [](std::size_t others) {
+    std::vector<std::u32string> labels = {U"1."};
+    for (std::size_t i = 0; i < others; ++i) {
+      labels.push_back(U"");
+      for (const char digit : std::to_string(2 * i + 4)) {
+        labels.back() += static_cast<char32_t>(digit);
+      }
+      labels.back() += U".";
+    }
+    labels.emplace_back(U"2.");
+    const std::string items = ItemsOf(labels);
+    return items.substr(items.rfind(' ') + 1);
+  };
+  EXPECT_EQ(with_others(2), "112");
+  EXPECT_EQ(with_others(63), "112");
+  EXPECT_EQ(with_others(64), "-");
 }
 
 }  // namespace

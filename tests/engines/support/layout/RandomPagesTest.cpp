@@ -349,5 +349,61 @@ TEST(RandomPages, OfDrawingsAreRead) {
   EXPECT_TRUE(IsAsExpected("layout/random-drawings.txt", text));
 }
 
+// A cell with a few things in it, one below the other.
+void FillCell(Dice& dice, MadePage& page, const pdf::Box& cell) {
+  double y = cell.bottom + dice.Between(8, 14, 1);
+  for (std::size_t things = dice.Under(3); things > 0; --things) {
+    const double x = cell.left + dice.Between(2, 30, 2);
+    const double width = dice.Between(8, 60, 4);
+    const double height = dice.Between(6, 30, 2);
+    const pdf::Box box{x, y - 8, x + width, y - 8 + height};
+    const std::size_t kind = dice.Under(9);
+    if (kind < 3) {
+      page.Text(x, y, std::u32string(dice.Under(8) + 1, U'w'));
+    } else if (kind < 4) {
+      page.Image(box);
+    } else if (kind < 5) {
+      page.Curve(box);
+    } else if (kind < 6) {
+      page.Field(box);
+    } else if (kind < 7) {
+      page.Text(x + 20, y + 30, U"up", {.direction_x = 0, .direction_y = -1});
+    } else if (kind < 8) {
+      page.Text(x + 20, y, U"down", {.direction_x = 0, .direction_y = 1});
+    } else {
+      page.Text(x, y, U"גב");
+    }
+    y += dice.Between(4, 30, 2);
+  }
+}
+
+TEST(RandomPages, OfThingsInCellsAreRead) {
+  std::string text;
+  for (std::uint64_t seed = 1; seed <= 220; ++seed) {
+    Dice dice(5000 + seed);
+    MadePage page;
+    const double width = dice.Between(60, 120, 10);
+    const double height = dice.Between(30, 70, 5);
+    for (const double i : {0.0, 1.0, 2.0}) {
+      page.Rule({100 + i * width, 100, 100 + i * width, 100 + 2 * height}, 0.5);
+      page.Rule({100, 100 + i * height, 100 + 2 * width, 100 + i * height}, 0.5);
+    }
+    for (const double row : {0.0, 1.0}) {
+      for (const double column : {0.0, 1.0}) {
+        const double left = 100 + column * width;
+        const double top = 100 + row * height;
+        if (dice.Chance(80)) {
+          page.Text(left + 3, top + 11, U"word");
+        }
+        FillCell(dice, page, {left, top, left + width, top + height});
+      }
+    }
+    const PageLayout layout = AnalyzePage(page.Take());
+    text +=
+        std::to_string(seed) + ": " + SketchOf(layout) + " " + Checksum(DumpLayout(layout)) + "\n";
+  }
+  EXPECT_TRUE(IsAsExpected("layout/random-cells.txt", text));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines

@@ -76,12 +76,6 @@ void XmlWriter::Close() {
   FlushIfLong();
 }
 
-void XmlWriter::Raw(std::string_view markup) {
-  EndTag();
-  Append(markup);
-  FlushIfLong();
-}
-
 void XmlWriter::Finish() {
   while (!open_.empty()) {
     Close();

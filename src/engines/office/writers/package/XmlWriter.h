@@ -59,9 +59,6 @@ class XmlWriter {
     Close();
   }
 
-  // Markup that another writer has made, as it is.
-  void Raw(std::string_view markup);
-
   // Closes what is open, and hands over what was held back.
   void Finish();
 

@@ -26,6 +26,8 @@ class DocumentMaker {
     alternates_ = dice.Chance(30);
     has_numbers_ = dice.Chance(50);
     has_columns_ = dice.Chance(40);
+    has_one_band_ = dice.Chance(40);
+    runs_down_ = dice.Chance(12);
     first_number_ = dice.Chance(50) ? 1 : dice.Under(5) + 1;
     is_roman_ = dice.Chance(20);
     header_bottom_ = dice.Between(30, 90, 2);
@@ -39,7 +41,7 @@ class DocumentMaker {
       page.layout.width += dice_->Between(-2, 2, 0.25);
       page.layout.height += dice_->Chance(50) ? 0 : dice_->Between(-2, 2, 0.25);
     }
-    if (dice_->Chance(15)) {
+    if (dice_->Chance(runs_down_ ? 80 : 5)) {
       AddDownwards(page);
     } else if (!dice_->Chance(5)) {
       AddBands(page);
@@ -54,9 +56,9 @@ class DocumentMaker {
  private:
   void AddBands(OfficePage& page) {
     double y = dice_->Between(60, 110, 2);
-    for (std::size_t bands = dice_->Under(3) + 1; bands > 0; --bands) {
-      const bool is_wide = !has_columns_ || dice_->Chance(30);
-      const std::size_t count = is_wide ? 1 : dice_->Under(2) + 2;
+    for (std::size_t bands = has_one_band_ ? 1 : dice_->Under(3) + 1; bands > 0; --bands) {
+      const bool is_wide = !has_columns_ || dice_->Chance(has_one_band_ ? 10 : 30);
+      const std::size_t count = is_wide ? 1 : (has_one_band_ ? 2 : dice_->Under(2) + 2);
       Band band;
       const double width = 450 / static_cast<double>(count);
       double bottom = y;
@@ -127,6 +129,8 @@ class DocumentMaker {
   bool alternates_ = false;
   bool has_numbers_ = false;
   bool has_columns_ = false;
+  bool has_one_band_ = false;
+  bool runs_down_ = false;
   bool is_roman_ = false;
   std::size_t first_number_ = 1;
   double header_bottom_ = 0;

@@ -181,6 +181,13 @@ class Sketcher {
         c += is_wide ? 1 : 0;
       }
     }
+    if (dice_->Chance(30)) {  // a box to tick
+      const double x = xs_[0] + dice_->Between(0, 60, 4);
+      const double y = ys_[0] + dice_->Between(0, 20, 4);
+      scene_->Fill(x, y, x + dice_->Between(2.5, 4, 0.5), y + dice_->Between(2.5, 4, 0.5), {});
+      scene_->Fill(x, y, x + dice_->Between(19.5, 20.5, 0.5), y + dice_->Between(19, 21, 0.5),
+                   dice_->Of(kColors));
+    }
     for (const double x : xs_) {
       if (dice_->Chance(20)) {
         scene_->Line(x + Off(50), ys_.front() + dice_->Between(-8, 60, 4), x, ys_.back());
