@@ -130,8 +130,8 @@ TEST_F(MendedTexts, OfContentInParts) {
   for (const char* contents :
        {"[20 0 R 21 0 R]", "[21 0 R 22 0 R 20 0 R]", "[20 0 R 23 0 R 22 0 R]", "[20 0 R 24 0 R]",
         "[24 0 R]", "[20 0 R 99 0 R]", "99 0 R", "[20 0 R<<>>22 0 R]", "[(none)]",
-        "[[20 0 R]22 0 R]", "25 0 R", "[20 0 R 20 0 R]", "[26 0 R 22 0 R]", "[27 0 R 22 0 R]",
-        "[]"}) {
+        "[[20 0 R]22 0 R]", "25 0 R", "[20 0 R 20 0 R]", "[26 0 R 22 0 R]", "[27 0 R 22 0 R]", "[]",
+        "29 0 R", "[29 0 R]", "[20 0 R 29 0 R 22 0 R]", "[29 0 R(none)]"}) {
     Add(contents, OnePage("/Contents " + std::string(contents))
                       .Stream(20, "", "q 1 w odd")
                       .Stream(21, "", "1 0 0")
@@ -141,6 +141,7 @@ TEST_F(MendedTexts, OfContentInParts) {
                       .Object(25, "[20 0 R 22 0 R]")
                       .Stream(26, "", "[(a) 1 Tc")
                       .Stream(27, "", "BI/W 1/H 1/BPC 8/CS/G ID x EI BI/W 1 ID EI odd")
+                      .Object(29, "<<>>")
                       .Table());
   }
   Expect("parts");
