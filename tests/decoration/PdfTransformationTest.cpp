@@ -60,6 +60,10 @@ TEST(PdfTransformation, DecodesColours) {
     EXPECT_EQ(settings.GetFontColor(), color);
     EXPECT_THAT(settings.GetColors(), ElementsAre(1.0, DoubleEq(128.0 / 255), 0.0));
   }
+  for (const std::string color : {"#012345", "#6789AB", "#CDEFab", "#cdefFF"}) {
+    settings.SetFontColor(color);
+    EXPECT_EQ(settings.GetFontColor(), color);
+  }
   settings.SetFontColor("#09afAF");
   EXPECT_THAT(settings.GetColors(),
               ElementsAre(DoubleEq(9.0 / 255), DoubleEq(175.0 / 255), DoubleEq(175.0 / 255)));

@@ -185,6 +185,28 @@ TEST_F(TaskProgressTest, TellsHundredthsOfAJobOnOneDocument) {
   ExpectHundredths(Pdf2PdfATask(Doc("doc.pdf")));
 }
 
+// Each stage is worth so many hundredths, and within one each page as much as another.
+TEST_F(TaskProgressTest, TellsAsManyHundredthsAsEachStageIsWorth) {
+  const auto told_of = [this](auto task) {
+    task.SetOutputPath(Path("out"));
+    task.SetProgress(Listener());
+    task.Execute();
+    std::set<std::int64_t> different;
+    for (const auto& step : heard_.steps) {
+      different.insert(step.first);
+    }
+    return different;
+  };
+  // 15 for the four pages, 10 for fonts, 40 for images, 25 for the pages again, 10 for the file.
+  EXPECT_THAT(told_of(PdfCompressTask(Doc("doc.pdf"))),
+              ElementsAre(0, 3, 7, 11, 15, 25, 65, 71, 77, 83, 90, 100));
+  // 60 for all that is looked at, 40 for the file.
+  const std::set<std::int64_t> repair = told_of(PdfRepairTask(Doc("doc.pdf")));
+  EXPECT_GE(repair.size(), 5U);
+  EXPECT_EQ(*std::next(repair.rbegin()), 60);
+  EXPECT_EQ(*repair.rbegin(), 100);
+}
+
 TEST_F(TaskProgressTest, TellsDocumentsOfAJobOnSeveral) {
   PdfCompressTask task({Doc("doc.pdf"), Doc("doc.pdf"), Doc("doc.pdf")});
   task.SetOutputPath(Path("out"));

@@ -96,6 +96,21 @@ TEST_F(Img2PdfTest, WritesPagesThatDrawOnePictureEach) {
   EXPECT_TRUE(page.Get("Resources").Get("XObject").Has("Im0"));
 }
 
+TEST_F(Img2PdfTest, WritesNumbersWithFiveDecimals) {
+  Img2PdfSetPageSize(object_, 10, 10.0 / 3);
+  Img2PdfSetFitImage(object_, 1);
+  ASSERT_EQ(Create("out.pdf"), 1);
+  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", TestJpeg(3))), 1);
+  EXPECT_EQ(Img2PdfClose(object_), 1);
+  const std::string bytes = testing::ReadBytes(directory_.Path("out.pdf"));
+  const auto document = testing::OpenBytes(bytes);
+  pdf::Arena arena;
+  const pdf::PageTree pages(*document);
+  const pdf::Object page = pages.Load(pages.pages().at(0), arena);
+  EXPECT_EQ(document->TryDecodeStream(page.Get("Contents").AsReference().number)->data,
+            "q 6.66667 0 0 3.33333 0 0 cm/Im0 Do Q");
+}
+
 TEST_F(Img2PdfTest, WritesTheSameBytesAgain) {
   for (const char* name : {"1.pdf", "2.pdf"}) {
     ASSERT_EQ(Create(name), 1);

@@ -22,8 +22,8 @@ using testing::ReadBytes;
 constexpr std::size_t kStride = 14;
 const std::string kRows = FromHex(
     "0000FF7700FF0078FF0000790A0B"
-    "FFFFFF770000007801020379AAAA"
-    "0A141E77C8966478FEFDFC790000");
+    "FFFFFF7700000078F0000079AAAA"
+    "0A141E77C896647800C800790000");
 
 class ImageFileTest : public ::testing::Test {
  protected:
@@ -57,16 +57,16 @@ class ImageFileTest : public ::testing::Test {
 TEST_F(ImageFileTest, OfColoursIsAPngFileOfThem) {
   EXPECT_EQ(RowsOf(Written({.is_png = true})),
             "FF0000 00FF00 0000FF\n"
-            "FFFFFF 000000 030201\n"
-            "1E140A 6496C8 FCFDFE\n");
+            "FFFFFF 000000 0000F0\n"
+            "1E140A 6496C8 00C800\n");
 }
 
 // Red counts 0.299, green 0.587, blue 0.114, as in JPEG (JFIF 1.02); what comes of it is rounded.
 TEST_F(ImageFileTest, OfGrayIsAPngFileOfTheBrightness) {
   EXPECT_EQ(RowsOf(Written({.is_png = true, .is_gray = true})),
             "4C 96 1D\n"
-            "FF 00 02\n"
-            "16 8D FD\n");
+            "FF 00 1B\n"
+            "16 8D 75\n");
 }
 
 TEST_F(ImageFileTest, TellsTheResolution) {
