@@ -152,6 +152,21 @@ TEST_F(ValidatorTest, RefusesWhatIsNoDocument) {
   EXPECT_EQ(PdfValidatorGetErrorCode(object_), kValidatorArgumentError);
 }
 
+// What cannot be opened leaves nothing open.
+TEST_F(ValidatorTest, ForgetsTheDocumentBefore) {
+  for (const bool is_wrong_level : {false, true}) {
+    ASSERT_NE(Open(ArchiveFile("2b").Catalog("/AA<<>>").Bytes()), 0);
+    EXPECT_EQ(PdfValidatorValidate(object_), 0);
+    EXPECT_EQ(PdfValidatorGetFindingCount(object_), 1);
+    EXPECT_EQ(is_wrong_level ? Open(ArchiveFile("2b").Bytes(), 0x1700) : Open("no document"), 0);
+    EXPECT_EQ(PdfValidatorGetFindingCount(object_), 0);
+    EXPECT_EQ(PdfValidatorGetCompliance(object_), 0);
+    EXPECT_EQ(PdfValidatorValidate(object_), 0);
+    EXPECT_EQ(PdfValidatorGetErrorCode(object_), kValidatorArgumentError);
+    EXPECT_EQ(PdfValidatorClose(object_), 0);
+  }
+}
+
 TEST_F(ValidatorTest, RefusesWrongArguments) {
   EXPECT_EQ(Open(ArchiveFile("2b").Bytes(), 0x1700), 0);
   EXPECT_EQ(PdfValidatorGetErrorCode(object_), kValidatorArgumentError);

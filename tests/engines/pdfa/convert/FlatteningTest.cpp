@@ -78,6 +78,18 @@ TEST_F(FlatteningTest, LeavesMaskedImagesOnWhite) {
 TEST_F(FlatteningTest, JoinsWhatOverlaps) {
   const std::string content = "/H gs 0 0 20 20 re f 50 0 20 20 re f 10 10 45 5 re f 90 90 5 5 re f";
   EXPECT_THAT(Find(WithContent(content)).areas, SizeIs(2));
+  const TransparentPage grown =
+      Find(WithContent("/H gs 59 20 11 10 re f 50 0 10 10 re f 52 0 6 40 re f"));
+  ASSERT_THAT(grown.areas, SizeIs(1)) << "what two have become overlaps the first";
+  EXPECT_EQ(grown.areas[0], (pdf::Box{50, 0, 70, 40}));
+}
+
+TEST_F(FlatteningTest, LeavesPagesThatCannotBeDrawn) {
+  Run(WithContent("/H gs 10 20 30 10 re f"), Level::k1b, [this](Conversion& conversion) {
+    FlattenTransparency(conversion, platform::WidePath(Path("missing.pdf")), "");
+    EXPECT_TRUE(conversion.page_edits.empty());
+  });
+  EXPECT_EQ(Report(), "left out: transparency of pages that cannot be drawn\n");
 }
 
 TEST_F(FlatteningTest, PaintsAPictureOverIt) {

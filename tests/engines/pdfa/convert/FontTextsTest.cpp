@@ -138,7 +138,7 @@ RawPdf CompositeFonts() {
   file.Add(composite + "/Identity-H" +
                descendant(type2 + "/DW 412/CIDToGIDMap/Identity", copy() + "/CIDSet 14 0 R"),
            "<0002> Tj");
-  const std::string map = file.AddStream(std::string("\0\0\0\2\0\1\0\7\0\x9\0\1", 12));
+  const std::string map = file.AddStream(std::string("\0\0\0\2\0\1\0\7\0\3\0\1", 12));
   file.Add(composite + "/Identity-V" + descendant(type2 + "/DW 400/CIDToGIDMap" + map, copy()),
            "<000100020003> Tj");
   file.Add(composite + "/Identity-H" +
