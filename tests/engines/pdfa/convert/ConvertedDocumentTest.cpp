@@ -1,6 +1,8 @@
 // Whole conversions: each step has its part in them, and none undoes what another one did.
 #include "engines/pdfa/convert/ConversionTest.h"
 #include "engines/pdfa/convert/ConvertedDocument.h"
+#include "foundation/JobWatch.h"
+#include "support/Expected.h"
 #include "support/Readers.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -137,6 +139,38 @@ TEST_F(ConvertedDocumentTest, HasTagsAtLevelA) {
   const QpdfDocument written = Converted(WithContent("0 0 9 9 re f", ""), Level::k2a);
   EXPECT_TRUE(written.Catalog().contains("/StructTreeRoot"));
   EXPECT_THAT(Plain(), HasSubstr("/Figure<</MCID 0>>BDC"));
+}
+
+// In hundredths, each told once: the survey, then each level that is tried, which is written and judged.
+TEST_F(ConvertedDocumentTest, TellsHowFarItIs) {
+  std::string many;
+  for (int i = 0; i < 8192; ++i) {
+    many += "0 ";
+  }
+  std::string text;
+  for (const std::string& catalog : {std::string(), "/Many[" + many + "]"}) {
+    RawPdf file;
+    file.Object(1, "<</Type/Catalog/Pages 2 0 R" + catalog + ">>");
+    file.Object(2, "<</Type/Pages/Kids[3 0 R 4 0 R]/Count 2>>");
+    file.Object(3, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 100]>>");
+    file.Object(4, "<</Type/Page/Parent 2 0 R/MediaBox[0 0 200 100]>>");
+    const std::string in = testing::WriteBytes(directory_.Path("in.pdf"), file.Table());
+    for (const Level level : {Level::k1b, Level::k2b, Level::k1a}) {
+      std::string told;
+      const JobWatch watch(
+          [&told](const std::string&, std::int64_t done, std::int64_t of) {
+            const std::string now =
+                std::to_string(done) + (of == 100 ? "" : "/" + std::to_string(of)) + " ";
+            told += told.ends_with(" " + now) ? "" : now;
+            return true;
+          },
+          "job");
+      ConvertedDocument document(platform::WidePath(in), "");
+      document.Save(platform::WidePath(directory_.Path("out.pdf")), level);
+      text += std::string(NameOf(level)) + ": " + told + "\n";
+    }
+  }
+  EXPECT_TRUE(testing::IsAsExpected("pdfa/convert/progress.txt", text));
 }
 
 TEST_F(ConvertedDocumentTest, ClaimsItsLevel) {
