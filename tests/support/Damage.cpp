@@ -1,8 +1,11 @@
 #include "support/Damage.h"
 
 #include <algorithm>
+#include <cctype>
 #include <map>
 #include <vector>
+
+#include "support/Expected.h"
 
 namespace TarnixTools::testing {
 namespace {
@@ -118,6 +121,31 @@ std::string DamageText(const std::string& bytes, const Outcome& outcome, std::si
   AddChanges(outcomes, bytes, outcome, std::min(end, bytes.size()));
   AddCuts(outcomes, bytes, outcome, std::min(cut_end, bytes.size()));
   return outcomes.Text();
+}
+
+std::string DigitsText(const std::string& bytes, const Outcome& outcome, std::size_t end,
+                       bool with_names) {
+  const std::string sound = outcome(bytes);
+  std::string text;
+  std::string changed = bytes;
+  for (std::size_t start = 0; start < end; start = bytes.find('\n', start) + 1) {
+    std::string outcomes;
+    int same = 0;
+    for (std::size_t at = start; bytes[at] != '\n'; ++at) {
+      const bool is_digit = std::isdigit(static_cast<unsigned char>(bytes[at])) != 0;
+      if (!is_digit && !(with_names && at > 0 && bytes[at - 1] == '/')) {
+        continue;
+      }
+      changed[at] = bytes[at] == '9' ? '8' : static_cast<char>(bytes[at] + 1);
+      const std::string other = outcome(changed);
+      changed[at] = bytes[at];
+      same += other == sound ? 1 : 0;
+      outcomes += other == sound ? "" : other + '\0';
+    }
+    text += std::to_string(start) + ": " + std::to_string(same) + " same";
+    text += outcomes.empty() ? "\n" : ", " + DataText(outcomes) + "\n";
+  }
+  return text;
 }
 
 }  // namespace TarnixTools::testing

@@ -25,6 +25,12 @@ std::string DamageText(const std::string& bytes, const Outcome& outcome,
                        std::size_t end = std::string::npos,
                        std::size_t cut_end = std::string::npos);
 
+// What becomes of a document of which a digit is another one, or, with_names, the first letter of a
+// name: line by line, how many of them change nothing, and a checksum of what comes of the others.
+//   end - lines from there on are not changed
+std::string DigitsText(const std::string& bytes, const Outcome& outcome, std::size_t end,
+                       bool with_names = false);
+
 }  // namespace TarnixTools::testing
 
 #endif  // TARNIX_TESTS_SUPPORT_DAMAGE_H_

@@ -5,9 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include "pdf/Error.h"
 #include "pdf/filters/Filters.h"
+#include "pdf/write/DocumentText.h"
 #include "pdf/write/RewriteFixture.h"
 #include "pdf/write/Serialize.h"
+#include "support/Damage.h"
 #include "support/Expected.h"
 #include "support/Readers.h"
 #include "support/TempDir.h"
@@ -15,11 +18,15 @@
 namespace TarnixTools::pdf {
 namespace {
 
+using testing::DigitsText;
+using testing::DocumentText;
 using testing::IsAsExpected;
 using testing::ObjectsText;
+using testing::OpenBytes;
 using testing::QpdfComplaints;
 using testing::RawPdf;
 using testing::RewriteCase;
+using testing::RewrittenBytes;
 using testing::TempDir;
 using testing::WriteBytes;
 
@@ -59,7 +66,8 @@ std::string Written(RewriteCase& test, const RewriteOptions& options = {}) {
   test.Write(options);
   const TempDir directory;
   const std::string path = WriteBytes(directory.Path("a.pdf"), test.bytes());
-  return test.bytes().substr(0, 9) + ObjectsText(path);
+  return test.bytes().substr(0, 9) + ObjectsText(path) + "as spelled\n" +
+         DocumentText(test.bytes());
 }
 
 RewriteCase CaseOf() {
@@ -229,6 +237,26 @@ TEST(RewrittenTexts, OfStreamsOfEachCode) {
     text += CodesOf(test);
   }
   EXPECT_TRUE(IsAsExpected("rewrite/codes.txt", text));
+}
+
+// The same documents with another digit or name, written in both layouts.
+TEST(RewrittenTexts, OfOtherDigitsAndNames) {
+  const auto rewritten = [](const std::string& bytes) {
+    std::string text;
+    for (const FileLayout layout : {FileLayout::kObjectStreams, FileLayout::kTable}) {
+      try {
+        const auto document = OpenBytes(bytes);
+        text += DocumentText(RewrittenBytes(*document, {.layout = layout}));
+        text += std::to_string(document->findings().count()) + " findings\n";
+      } catch (const Error& error) {
+        text += std::string(error.what()) + "\n";
+      }
+    }
+    return text;
+  };
+  const std::string bytes = Mixture().Table(kTrailer);
+  EXPECT_TRUE(IsAsExpected("rewrite/other digits.txt",
+                           DigitsText(bytes, rewritten, bytes.rfind("xref\n0 1"), true)));
 }
 
 }  // namespace

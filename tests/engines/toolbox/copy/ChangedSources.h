@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include "engines/toolbox/copy/CopiedText.h"
+#include "support/Damage.h"
 #include "support/RawPdf.h"
 
 namespace TarnixTools::engines::toolbox {
@@ -47,30 +48,13 @@ inline std::string KeysChangedText(const std::string& bytes) {
   return text;
 }
 
-// The same for the digits of a document, line by line: how many of them change nothing, and a
-// checksum of what the others do. References lead elsewhere then.
+// The same for the digits of a document. References lead elsewhere then.
 inline std::string DigitsChangedText(const std::string& bytes) {
-  const auto sound = OutcomeOf(bytes);
-  std::string text;
-  std::string changed = bytes;
-  const std::size_t table = bytes.rfind("xref\n0 1");
-  for (std::size_t start = 0; start < table; start = bytes.find('\n', start) + 1) {
-    std::string outcomes;
-    int same = 0;
-    for (std::size_t at = start; bytes[at] != '\n'; ++at) {
-      if (std::isdigit(static_cast<unsigned char>(bytes[at])) == 0) {
-        continue;
-      }
-      changed[at] = bytes[at] == '9' ? '8' : static_cast<char>(bytes[at] + 1);
-      const auto outcome = OutcomeOf(changed);
-      changed[at] = bytes[at];
-      same += outcome == sound ? 1 : 0;
-      outcomes += outcome == sound ? "" : outcome.first + outcome.second + '\0';
-    }
-    text += std::to_string(start) + ": " + std::to_string(same) + " same";
-    text += outcomes.empty() ? "\n" : ", " + testing::DataText(outcomes) + "\n";
-  }
-  return text;
+  const auto outcome_of = [](const std::string& changed) {
+    const auto [report, copy] = OutcomeOf(changed);
+    return report + copy;
+  };
+  return testing::DigitsText(bytes, outcome_of, bytes.rfind("xref\n0 1"));
 }
 
 // The text with one number of an object for another, and the other way round, in references.
