@@ -3,6 +3,7 @@
 //
 //   EXPECT_TRUE(IsAsExpected("copy/links with other keys.txt", KeysChangedText(bytes)));
 //   ExpectNumbersNotToMatter(bytes);
+//   ExpectEncryptionNotToMatter(bytes);
 #ifndef TARNIX_TESTS_ENGINES_TOOLBOX_COPY_CHANGEDSOURCES_H_
 #define TARNIX_TESTS_ENGINES_TOOLBOX_COPY_CHANGEDSOURCES_H_
 
@@ -14,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include "engines/toolbox/copy/CopiedText.h"
+#include "pdf/write/RewriteFixture.h"
 #include "support/Damage.h"
 #include "support/RawPdf.h"
 
@@ -102,6 +104,30 @@ inline void ExpectNumbersNotToMatter(const std::string& bytes) {
       EXPECT_EQ(outcome.second, sound.second) << number;
     }
   }
+}
+
+// The document without its version, which is another one where it is encrypted, and decrypted.
+inline std::string WithoutVersion(const std::string& bytes) {
+  testing::RewriteCase test(bytes);
+  test.rewriter().RemoveEntry(test.rewriter().catalog(), "Version");
+  test.Write();
+  return test.bytes();
+}
+
+inline std::string DifferenceBetween(const std::string& first, const std::string& second) {
+  const std::string first_bytes = WithoutVersion(first);
+  const std::string second_bytes = WithoutVersion(second);
+  return testing::DifferenceOf(*testing::OpenBytes(first_bytes), *testing::OpenBytes(second_bytes));
+}
+
+// A copy that is encrypted says the same as one that is not, and so does a copy of it.
+inline void ExpectEncryptionNotToMatter(const std::string& bytes) {
+  const TPdfEncryption encryption{.user_password = L"", .owner_password = L"owner"};
+  const std::string plain = CopyAll({{bytes}});
+  const std::string encrypted = CopyAll({{bytes}}, 15, nullptr, &encryption);
+  EXPECT_TRUE(testing::OpenBytes(encrypted)->is_encrypted());
+  EXPECT_EQ(DifferenceBetween(plain, encrypted), "");
+  EXPECT_EQ(DifferenceBetween(CopyAll({{plain}}), CopyAll({{encrypted}})), "");
 }
 
 }  // namespace TarnixTools::engines::toolbox

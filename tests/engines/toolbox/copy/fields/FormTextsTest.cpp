@@ -162,5 +162,9 @@ TEST(FormTexts, OfWidgetsWrittenInPlace) {
   EXPECT_TRUE(IsAsExpected("copy/form in place.txt", WrittenText({{bytes}})));
 }
 
+TEST(FormTexts, AreTheSameEncrypted) {
+  ExpectEncryptionNotToMatter(Form());
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

@@ -103,5 +103,9 @@ TEST(LayerTexts, AreTheSameWhicheverObjectIsTheFirst) {
   ExpectNumbersNotToMatter(Plan());
 }
 
+TEST(LayerTexts, AreTheSameEncrypted) {
+  ExpectEncryptionNotToMatter(Plan());
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

@@ -118,5 +118,9 @@ TEST(NavigationTexts, AreTheSameWhicheverObjectIsTheFirst) {
   ExpectNumbersNotToMatter(Book());
 }
 
+TEST(NavigationTexts, AreTheSameEncrypted) {
+  ExpectEncryptionNotToMatter(Book());
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

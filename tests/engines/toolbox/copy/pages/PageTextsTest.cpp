@@ -138,5 +138,10 @@ TEST(PageTexts, AreTheSameWhicheverObjectIsTheFirst) {
   ExpectNumbersNotToMatter(Notes());
 }
 
+TEST(PageTexts, AreTheSameEncrypted) {
+  ExpectEncryptionNotToMatter(Resources());
+  ExpectEncryptionNotToMatter(Notes());
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

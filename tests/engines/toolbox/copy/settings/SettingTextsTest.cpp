@@ -145,5 +145,9 @@ TEST(SettingTexts, AreTheSameWhicheverObjectIsTheFirst) {
   ExpectNumbersNotToMatter(Everything());
 }
 
+TEST(SettingTexts, AreTheSameEncrypted) {
+  ExpectEncryptionNotToMatter(Everything());
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

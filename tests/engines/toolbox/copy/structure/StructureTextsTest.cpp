@@ -175,5 +175,9 @@ TEST(StructureTexts, OfDocumentsWithNamespaces) {
   EXPECT_TRUE(IsAsExpected("copy/structure with namespaces.txt", text));
 }
 
+TEST(StructureTexts, AreTheSameEncrypted) {
+  ExpectEncryptionNotToMatter(Tagged());
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox
