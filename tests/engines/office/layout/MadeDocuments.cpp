@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "engines/office/layout/DocumentAnalysis.h"
+#include "engines/support/layout/LayoutDump.h"
 #include "engines/support/layout/PageAnalysis.h"
 
 namespace TarnixTools::engines::office {
@@ -197,7 +198,9 @@ std::string PartsText(const PageLayout& page) {
       const auto* paragraph = std::get_if<Paragraph>(&block.content);
       const auto* table = std::get_if<Table>(&block.content);
       if (paragraph == nullptr) {
-        text += table == nullptr ? "image; " : table->goes_on ? "more of a table; " : "table; ";
+        text += table == nullptr ? "image at " + ShownNumber(BoxOf(block).left) + "; "
+                : table->goes_on ? "more of a table; "
+                                 : "table; ";
         continue;
       }
       constexpr const char* kRoles[] = {"", "T", "H", "I", "C", "E", "Q", "P"};
@@ -227,7 +230,10 @@ std::string PartsText(const PageLayout& page) {
     add("", note.blocks);
   }
   add("footer:", page.footer);
-  return text + (page.floats.empty() ? "" : std::to_string(page.floats.size()) + " beside");
+  for (const Floating& floating : page.floats) {
+    text += floating.is_behind ? "behind; " : "beside; ";
+  }
+  return text;
 }
 
 OfficeDocument PagesOf(std::vector<MadePage> pages) {

@@ -154,6 +154,17 @@ std::string Pictures() {
   };
   text += Sweep("how far a picture stands out of a table", 276, 304, 0.5, beside_table);
   text += Sweep("how far a picture is in another cell", 176, 204, 0.5, beside_table);
+  text += Sweep("the baseline of a word beside a drawing in a cell", 100, 150, 0.5, [](double y) {
+    MadePage page;
+    for (const double x : {100.0, 200.0, 300.0}) {
+      page.Rule({x, 100, x, 260}, 0.5);
+    }
+    for (const double at : {100.0, 180.0, 260.0}) {
+      page.Rule({100, at, 300, at}, 0.5);
+    }
+    page.Text(204, 112, U"two").Text(104, 192, U"six").Text(204, 192, U"ten");
+    return Shown(page.Curve({110, 110, 150, 130}).Text(154, y, U"one"));
+  });
   text += Sweep("words over a picture", 20, 30, 1, [](double words) {
     MadePage page;
     page.Image({100, 100, 500, 400});

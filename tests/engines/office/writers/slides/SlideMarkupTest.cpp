@@ -214,6 +214,38 @@ TEST(SlideMarkup, SaysOfEachPlaceHowItsCellSpans) {
   EXPECT_THAT(Values(slide, "a:tc", "vMerge"), ElementsAre("-", "-", "1", "1"));
 }
 
+// The attributes of all places of the table, row by row.
+std::string SpansOf(const Table& table) {
+  const XmlNode slide = SlideOf(FacelessPage({Block{table}}));
+  std::string text;
+  for (const XmlNode* row : All(slide, "a:tr")) {
+    text += text.empty() ? "" : ";";
+    for (const XmlNode* place : All(*row, "a:tc")) {
+      text += "[";
+      for (const auto& [name, value] : place->attributes) {
+        text += name + value;
+      }
+      text += "]";
+    }
+  }
+  return text;
+}
+
+TEST(SlideMarkup, HasPlacesThatNoCellHas) {
+  Table table = TableAt(72, 100, {"a", "b", "c", "d"});
+  table.cells.erase(table.cells.begin() + 2);
+  table.cells.erase(table.cells.begin());
+  EXPECT_EQ(SpansOf(table), "[][];[][]");
+  table.cells.resize(1);
+  EXPECT_EQ(SpansOf(table), "[][];[][]");
+  table.cells[0].row_span = 2;
+  EXPECT_EQ(SpansOf(table), "[][rowSpan2];[][vMerge1]");
+  table.cells[0].column = 0;
+  table.cells[0].row_span = 1;
+  table.cells[0].column_span = 2;
+  EXPECT_EQ(SpansOf(table), "[gridSpan2][hMerge1];[][]");
+}
+
 TEST(SlideMarkup, BringsLinesOfACellThatIsTooLowCloser) {
   Paragraph lines = LineBetween(76, 170, 110, "one");
   for (int i = 1; i < 4; ++i) {

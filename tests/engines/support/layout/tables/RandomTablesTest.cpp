@@ -186,7 +186,7 @@ class Sketcher {
       const double y = ys_[0] + dice_->Between(0, 20, 4);
       scene_->Fill(x, y, x + dice_->Between(2.5, 4, 0.5), y + dice_->Between(2.5, 4, 0.5), {});
       scene_->Fill(x, y, x + dice_->Between(19.5, 20.5, 0.5), y + dice_->Between(19, 21, 0.5),
-                   dice_->Of(kColors));
+                   {255, 255, 255});
     }
     for (const double x : xs_) {
       if (dice_->Chance(20)) {

@@ -100,6 +100,23 @@ TEST(Rules, AreFramesOfBoxesAndNotPaper) {
   EXPECT_THAT(RulesOfPaths({frame}).horizontal, IsEmpty());
 }
 
+// A line of one point, whose middle is at this height, over a link of 40 points from 100 and 90 on.
+TEST(Rules, AreLinesBesideLinks) {
+  const auto is_rule = [](double left, double right, double y) {
+    return !RulesOfPaths({Drawn({left, y - 0.5, right, y + 0.5}, 1)},
+                         {{{100, 90, 150, 102}, "http://example.org/"}})
+                .horizontal.empty();
+  };
+  EXPECT_TRUE(is_rule(100, 150, 96));
+  EXPECT_FALSE(is_rule(100, 150, 96.25));
+  EXPECT_FALSE(is_rule(100, 150, 105));
+  EXPECT_TRUE(is_rule(100, 150, 105.25));
+  EXPECT_FALSE(is_rule(97, 150, 102));
+  EXPECT_TRUE(is_rule(96.75, 150, 102));
+  EXPECT_FALSE(is_rule(100, 153, 102));
+  EXPECT_TRUE(is_rule(100, 153.25, 102));
+}
+
 TEST(Rules, AreNotLinesUnderLinks) {
   const PageLink link{{100, 90, 150, 102}, "http://example.org/"};
   EXPECT_THAT(RulesOfPaths({Drawn({100, 101, 150, 101}, 1)}, {link}).horizontal, IsEmpty());

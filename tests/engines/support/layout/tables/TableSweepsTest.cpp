@@ -439,5 +439,35 @@ TEST(TableSweeps, BelieveTags) {
   EXPECT_TRUE(IsAsExpected("layout/tagged-tables.txt", Tagged()));
 }
 
+// Of the first cell of a table, with text in one or two looks, which are a paragraph each.
+TEST(TableSweeps, AlignCells) {
+  const auto aligned = [](double first, double second) {
+    MadePage page;
+    for (const double x : {100.0, 200.0, 300.0}) {
+      page.Rule({x, 100, x, 260}, 0.5);
+    }
+    for (const double y : {100.0, 180.0, 260.0}) {
+      page.Rule({100, y, 300, y}, 0.5);
+    }
+    page.Text(104, first, U"one").Text(204, 112, U"two").Text(104, 192, U"six");
+    page.Text(204, 192, U"ten");
+    if (second > 0) {
+      page.Text(104, second, U"ones", {.is_bold = true});
+    }
+    const PageLayout layout = AnalyzePage(page.Take());
+    const Block& block = layout.bands.at(0).columns.at(0).blocks.at(0);
+    const auto* table = std::get_if<Table>(&block.content);
+    return table == nullptr ? std::string("no table")
+                            : std::to_string(static_cast<int>(table->cells[0].alignment));
+  };
+  std::string text = Sweep("the baseline of one line in a cell", 106, 180, 0.5,
+                           [&](double y) { return aligned(y, 0); });
+  text += Sweep("the baseline of the last line in a cell", 130, 180, 0.5,
+                [&](double y) { return aligned(114, y); });
+  text += Sweep("the baseline of the last line but one in a cell", 106, 160, 0.5,
+                [&](double y) { return aligned(y, 174); });
+  EXPECT_TRUE(IsAsExpected("layout/cell-alignments.txt", text));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines
