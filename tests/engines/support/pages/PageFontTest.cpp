@@ -59,6 +59,11 @@ TEST(PageFont, IsAsLargeAsTheBoxOfItsGlyphs) {
 TEST(PageFont, DoesNotBelieveABoxThatIsFarFromItsGlyphs) {
   EXPECT_EQ(Type3EmOf("0 0 1000 1000", "83"), 1);
   EXPECT_NEAR(Type3EmOf("0 0 10000 10000", "1000"), 12, 1e-9);
+  EXPECT_NEAR(Type3EmOf("0 0 0.5 4", "0.5"), 0.006, 1e-9);
+  EXPECT_NEAR(Type3EmOf("0 0 0.5 3", "0.5"), 3 / 1.1 * 0.012, 1e-9);
+  EXPECT_NEAR(Type3EmOf("0 0 10 10", "(none)"), 10 / 1.1 * 0.012, 1e-9);
+  EXPECT_NEAR(Type3EmOf("0 0 10 10", "0"), 10 / 1.1 * 0.012, 1e-9);
+  EXPECT_NEAR(Type3EmOf("0 0 10 10", "-1.5"), 1.5 * 0.012, 1e-9);
 }
 
 }  // namespace

@@ -64,6 +64,14 @@ TEST(PathShapes, LeaveTheHoleOfAFrameOpen) {
   }
 }
 
+TEST(PathShapes, LeaveAHoleOpenHoweverSmallItIs) {
+  const pdf::Box outer{0, 0, 0.6, 0.6};
+  const pdf::Box inner{0.1, 0.1, 0.5, 0.5};
+  EXPECT_EQ(AreaShapes({{outer}, {inner, false}}, kNonZero).size(), 4u);
+  EXPECT_EQ(AreaShapes({{outer, false}, {inner}}, kNonZero).size(), 4u);
+  EXPECT_EQ(AreaShapes({{outer}, {inner}}, kNonZero).size(), 2u);
+}
+
 TEST(PathShapes, KeepRectanglesWithoutHoles) {
   const pdf::Box outer{0, 0, 100, 50};
   EXPECT_EQ(AreaShapes({{outer}, {{1, 10, 99, 40}}}, kNonZero).size(), 2u);

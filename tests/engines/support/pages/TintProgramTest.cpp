@@ -130,6 +130,8 @@ TEST(TintProgram, HasBounds) {
 }
 
 TEST(TintProgram, RollsBothWays) {
+  EXPECT_THAT(Results("{0 1 roll 7}"), ElementsAre(7)) << "two numbers are enough";
+  EXPECT_THAT(Results("{1 roll 7}"), IsEmpty());
   EXPECT_THAT(Results("{3 1 roll}", {1, 2, 3}), ElementsAre(3, 1, 2));
   EXPECT_THAT(Results("{3 -1 roll}", {1, 2, 3}), ElementsAre(2, 3, 1));
 }

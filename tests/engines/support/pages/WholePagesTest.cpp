@@ -325,6 +325,7 @@ TEST(WholePages, OfCoveredText) {
   cover("50 0 0 50 10 90 cm /L Do");
   cover("50 0 0 50 10 90 cm BI/W 1/H 1/BPC 8/CS/G ID x EI");
   cover("/Fm Do");
+  cover("50 0 0 50 10 90 cm /N Do");
   cover("20.99 100.99 9.02 4.02 re f");
   cover("21.01 100.99 9 4.02 re f");
   cover("20.99 100.99 9 4.02 re f");
@@ -334,7 +335,8 @@ TEST(WholePages, OfCoveredText) {
   OnePageDocument document(
       content,
       kFonts +
-          "/XObject<</I 21 0 R/J 22 0 R/K 23 0 R/L 24 0 R/Fm 25 0 R>>/ExtGState<</X<</ca 0.9>>"
+          "/XObject<</I 21 0 R/J 22 0 R/K 23 0 R/L 24 0 R/N 26 0 R/Fm 25 0 R>>/ExtGState<</X<</ca "
+          "0.9>>"
           "/B<</BM/Multiply>>/C<</BM/Normal>>/G<</SMask<</S/Alpha/G 25 0 R>>>>>>",
       "/MediaBox[0 0 200 5000]");
   const std::string gray = "/BitsPerComponent 8/ColorSpace/DeviceGray";
@@ -344,6 +346,7 @@ TEST(WholePages, OfCoveredText) {
       .Stream(22, image + gray + "/SMask 21 0 R", "x")
       .Stream(23, image + gray + "/Mask[0 0]", "x")
       .Stream(24, image + "/ImageMask true/BitsPerComponent 1", "x")
+      .Stream(26, image + gray + "/SMaskInData 1", "x")
       .Stream(25, "/Type/XObject/Subtype/Form/BBox[0 0 200 5000]/Group<</S/Transparency>>",
               "10 90 50 50 re f");
   EXPECT_TRUE(testing::IsAsExpected("pages/covered.txt", document.Both()));
