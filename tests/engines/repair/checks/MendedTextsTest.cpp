@@ -328,6 +328,41 @@ TEST_F(MendedTexts, OfFiles) {
   Expect("files");
 }
 
+// By AES data has a vector and whole blocks, 16 bytes each.
+TEST_F(MendedTexts, OfEncryptedDataThatIsNoWholeBlocks) {
+  const auto source_bytes =
+      RawPdf().Pages(1).Stream(4, "/Own 1", "sound").Table("/Root 1 0 R/Own 4 0 R");
+  const auto source = testing::OpenBytes(source_bytes);
+  const pdf::Security security = pdf::Security::Create("", "owner", -44);
+  const std::string sound = testing::RewrittenBytes(*source, {.security = &security});
+  const std::size_t length = sound.find("/Own 1/Length 32>>");
+  const std::size_t end = sound.find("\nendstream", length);
+  ASSERT_NE(length, std::string::npos);
+  ASSERT_NE(end, std::string::npos);
+  const auto messages = [&](const std::string& bytes) {
+    Repair(bytes);
+    std::string text;
+    for (const std::string& message : Messages()) {
+      text += message.find("bytes)") != std::string::npos ? message + "\n" : "";
+    }
+    return text;
+  };
+  EXPECT_EQ(messages(sound), "");
+  for (const std::size_t size : {16U, 31U, 33U, 47U, 48U}) {
+    std::string bytes = sound;
+    if (size < 32) {
+      bytes.erase(end + size - 32, 32 - size);
+    } else {
+      bytes.insert(end, std::string(size - 32, 'x'));
+    }
+    const std::string count = std::to_string(size);
+    bytes.replace(length + 14, 2, count);
+    EXPECT_EQ(
+        messages(bytes),
+        size == 48 ? "" : "Object 4: encrypted data is not whole (" + count + " bytes); lost\n");
+  }
+}
+
 // Only AES says twice what is allowed, and differently here.
 TEST_F(MendedTexts, OfPermissionsThatAreNotGenuine) {
   const auto source_bytes = RawPdf().Pages(1).Table();
