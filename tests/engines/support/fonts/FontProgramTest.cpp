@@ -120,5 +120,35 @@ TEST(FontProgram, OfCutBytesDoesNoHarm) {
   }
 }
 
+TEST(FontProgram, HasNoGlyphBeyondItsLast) {
+  const std::string bytes = CffProgram({"A", "B"});
+  const auto plain = FontProgram::Open(bytes);
+  EXPECT_EQ(plain->glyph_count(), 3U);
+  EXPECT_EQ(plain->GlyphOfCid(0), 0U);
+  EXPECT_EQ(plain->GlyphOfCid(2), 2U);
+  EXPECT_EQ(plain->GlyphOfCid(3), 0U);
+  const std::string keyed = CidProgram({7, 3});
+  const auto by_cid = FontProgram::Open(keyed);
+  EXPECT_EQ(by_cid->GlyphOfCid(7), 1U);
+  EXPECT_EQ(by_cid->GlyphOfCid(3), 2U);
+  EXPECT_EQ(by_cid->GlyphOfCid(1), 0U);
+  EXPECT_EQ(plain->GlyphNamed("A"), 1U);
+  EXPECT_EQ(plain->GlyphNamed("C"), 0U);
+  EXPECT_EQ(plain->GlyphNamed(""), 0U);
+}
+
+TEST(FontProgram, HasNoCodesInAMapThatIsNotThere) {
+  const std::string bytes = TestFont().Bytes();
+  const auto program = FontProgram::Open(bytes);
+  const std::size_t count = program->maps().size();
+  ASSERT_GT(count, 0U);
+  EXPECT_EQ(program->GlyphOf(0, 'A'), 1U);
+  EXPECT_EQ(program->GlyphOf(0, 'B'), 0U);
+  EXPECT_EQ(program->GlyphOf(count, 'A'), 0U);
+  EXPECT_TRUE(program->Mappings(count, 9).empty());
+  EXPECT_EQ(program->Mappings(0, 9).size(), 2U);
+  EXPECT_EQ(program->Mappings(0, 1).size(), 1U);
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::fonts
