@@ -443,7 +443,8 @@ TEST(FontTables, OfCharsets) {
        {Bytes({139 + 64}), Bytes({28, 0, 64}), Bytes({29, 0, 0, 0, 64}), Bytes({247, 0}),
         Bytes({250, 255}), Bytes({251, 0}), Bytes({254, 255}), Bytes({30, 0x64, 0xFF}), Bytes({32}),
         Bytes({246}), Bytes({30, 0x6F, 139 + 64}), Bytes({30, 0xF6, 139 + 64}), Bytes({255}),
-        Bytes({28, 0xFF, 0xC0}), std::string()}) {
+        Bytes({28, 0xFF, 0xC0}), std::string(), Bytes({30, 0xBF}), Bytes({30, 0x12, 0xBF}),
+        Bytes({140}), Bytes({139})}) {
     text += CharsetText(Cff(ros + operand + Bytes({15}), data), 3);
     text += CharsetText(Cff(ros + operand + Bytes({17}), data + std::string(1200, '\3')), 3);
   }
