@@ -42,6 +42,8 @@ constexpr OddCase kCatalogs[] = {
      "/OCProperties<</OCGs[3 0 R]/D<</Name(a)>>/Configs[20 0 R]>>"},
     {Part::kPage, "/MediaBox[0 0 2 100]/TrimBox[0 0 99 2]/ArtBox[0 0]/BleedBox[9 9 0 0]"},
     {Part::kPage, "/MediaBox[100 100 0 0]/CropBox[0 0 14401 3]"},
+    {Part::kPage, "/TrimBox[/x 0 3 99]/ArtBox[0(y)99 3]/BleedBox[-3/x 0 3]"},
+    {Part::kPage, "/TrimBox[0 0 2/x]"},
     {Part::kPage, "/AA null/PresSteps null"},
     {Part::kPage, "/AA<</O<</S/JavaScript>>/C<</S/Named/N/Odd>>>>"},
     {Part::kPage, "/Annots[null(x)<</Subtype/Sound>>20 0 R]"},

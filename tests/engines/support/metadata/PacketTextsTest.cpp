@@ -426,7 +426,9 @@ TEST(PacketTexts, AreEditedInTheirText) {
         "<rdf:Description xmlns:s='http://v/' s:a='1'/>"s,
         "<rdf:Description xmlns:v='http://s/' v:a='1'/>"s,
         About("<v:a xmlns:v='http://s/'>1</v:a>"), About("<s:c>text</s:c>"), About("<s:a>"),
-        "<s:a>1</s:a>"s, "<!DOCTYPE x>"s, ""s}) {
+        "<s:a>1</s:a>"s, "<!DOCTYPE x>"s, ""s,
+        About("<s:b><s:c xmlns:z=''>1</s:c></s:b><s:a>1</s:a>"),
+        About("<s:b xmlns:z=''>1</s:b><s:a>1</s:a>")}) {
     const std::string packet = Packet(content);
     const auto edited = EditXmp(packet, changes);
     text += content + "\n= ";
