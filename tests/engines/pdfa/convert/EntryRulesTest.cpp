@@ -268,6 +268,22 @@ TEST(EntryRules, TakeFilesOutThatAreNoPdfA) {
   }
 }
 
+// A length alone makes no stream.
+TEST(EntryRules, TakeFilesOnlyOutOfStreams) {
+  for (const Level level : kLevels) {
+    OpenedConversion opened(RawPdf()
+                                .Pages(1)
+                                .Object(4, "<</Length 5/F(x)/FFilter/Own>>")
+                                .Stream(5, "/FFilter/Own/F(x)", "x"),
+                            level);
+    RemoveForbiddenEntries(opened.conversion());
+    EXPECT_TRUE(opened.Changed(4).Has("F"));
+    EXPECT_TRUE(opened.Changed(4).Has("FFilter"));
+    EXPECT_FALSE(opened.Changed(5).Has("F"));
+    EXPECT_FALSE(opened.Changed(5).Has("FFilter"));
+  }
+}
+
 TEST(EntryRules, CountAtAnyDepth) {
   OpenedConversion opened(
       RawPdf()

@@ -216,6 +216,19 @@ TEST_F(TagsTest, KeepWhatTheTextMeans) {
   EXPECT_THAT(content_, HasSubstr("/Span<</ActualText(x)>>BDC"));
 }
 
+// A paragraph is marked in parts where another mark begins or ends within it.
+TEST_F(TagsTest, StandApartFromMarksThatStay) {
+  const QpdfDocument written = Tagged(WithLargePage(
+      "BT /F 10 Tf 50 600 Td (words of a first line) Tj ET /Span<</Lang(de)>>BDC BT /F 10 Tf 50 "
+      "588 "
+      "Td (words of a second) Tj ET EMC BT /F 10 Tf 50 576 Td (words of a third one) Tj ET"));
+  const std::vector<Json> elements = Elements(written);
+  ASSERT_EQ(elements.size(), 1U);
+  EXPECT_EQ(elements[0]["/K"], Json::array({0, 1, 2}));
+  EXPECT_THAT(content_, HasSubstr("first line) Tj ET\nEMC\n /Span<</Lang(de)>>BDC \n"));
+  EXPECT_THAT(content_, HasSubstr("second) Tj ET\nEMC\n EMC \n"));
+}
+
 TEST_F(TagsTest, LeaveDecorationMarkedThatElementsHave) {
   Tagged(WithContent("/Artifact<</MCID 3>>BDC 0 0 5 5 re f EMC BT /F 8 Tf 10 80 Td (A) Tj ET"));
   EXPECT_THAT(content_, HasSubstr("/Artifact BMC 0 0 5 5 re f EMC"));
