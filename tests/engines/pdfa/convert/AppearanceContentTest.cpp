@@ -115,6 +115,12 @@ TEST(DrawnAppearance, PaintsWhatTheEntriesSay) {
   }
 }
 
+TEST(DrawnAppearance, IsNoNoteInTwoPoints) {
+  EXPECT_TRUE(Draw("/Subtype/Text/Rect[10 20 12.5 22.5]").made);
+  EXPECT_FALSE(Draw("/Subtype/Text/Rect[10 20 12 22.5]").made);
+  EXPECT_FALSE(Draw("/Subtype/Text/Rect[10 20 12.5 22]").made);
+}
+
 TEST(DrawnAppearance, IsAsLargeAsTheAnnotationAndAsOpaque) {
   const std::string form = "<</Type/XObject/Subtype/Form/BBox[10 20 50 40]/Resources<<";
   EXPECT_EQ(Draw(std::string("/Subtype/Square") + kRect).made->dictionary,

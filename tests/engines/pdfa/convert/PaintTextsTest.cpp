@@ -53,8 +53,11 @@ RawPdf ManyInks() {
   file.Object(
       15,
       "<</Gold 22 0 R/N 23 0 R/M 24 0 R/O 25 0 R/P[/DeviceN[/Cyan]/DeviceCMYK 26 0 R]/R 29 0 "
-      "R>>");
+      "R/S 30 0 R>>");
   file.Object(29, "[/DeviceN[/Cyan/Gold]/DeviceCMYK 26 0 R<</Process/Odd/Own(x)/Colorants(y)>>]");
+  file.Object(30,
+              "[/DeviceN[/Violet/Gold]/DeviceRGB 26 0 R<</Process<</Components[/Violet]/ColorSpace"
+              "/DeviceRGB>>>>]");
   file.Object(16, "<</ShadingType 2/ColorSpace/DeviceCMYK/Coords[0 0 1 1]/Function 26 0 R>>");
   file.Object(17, "<</ShadingType 2/ColorSpace/DeviceRGB/Coords[0 0 1 1]/Function 26 0 R>>");
   file.Stream(18,
