@@ -4,6 +4,7 @@
 //   EXPECT_TRUE(IsAsExpected("copy/links with other keys.txt", KeysChangedText(bytes)));
 //   ExpectNumbersNotToMatter(bytes);
 //   ExpectEncryptionNotToMatter(bytes);
+//   ExpectLayoutNotToMatter(bytes);
 #ifndef TARNIX_TESTS_ENGINES_TOOLBOX_COPY_CHANGEDSOURCES_H_
 #define TARNIX_TESTS_ENGINES_TOOLBOX_COPY_CHANGEDSOURCES_H_
 
@@ -128,6 +129,16 @@ inline void ExpectEncryptionNotToMatter(const std::string& bytes) {
   EXPECT_TRUE(testing::OpenBytes(encrypted)->is_encrypted());
   EXPECT_EQ(DifferenceBetween(plain, encrypted), "");
   EXPECT_EQ(DifferenceBetween(CopyAll({{plain}}), CopyAll({{encrypted}})), "");
+}
+
+// The copy is the same when the source's objects are in object streams, or in a table.
+inline void ExpectLayoutNotToMatter(const std::string& bytes) {
+  const std::string copy = CopyAll({{bytes}});
+  for (const pdf::FileLayout layout : {pdf::FileLayout::kObjectStreams, pdf::FileLayout::kTable}) {
+    testing::RewriteCase source(bytes);
+    source.Write({.layout = layout});
+    EXPECT_EQ(DifferenceBetween(copy, CopyAll({{source.bytes()}})), "");
+  }
 }
 
 }  // namespace TarnixTools::engines::toolbox

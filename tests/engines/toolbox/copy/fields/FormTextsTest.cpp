@@ -166,5 +166,9 @@ TEST(FormTexts, AreTheSameEncrypted) {
   ExpectEncryptionNotToMatter(Form());
 }
 
+TEST(FormTexts, AreTheSameInAnyLayout) {
+  ExpectLayoutNotToMatter(Form());
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

@@ -107,5 +107,9 @@ TEST(LayerTexts, AreTheSameEncrypted) {
   ExpectEncryptionNotToMatter(Plan());
 }
 
+TEST(LayerTexts, AreTheSameInAnyLayout) {
+  ExpectLayoutNotToMatter(Plan());
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

@@ -122,5 +122,9 @@ TEST(NavigationTexts, AreTheSameEncrypted) {
   ExpectEncryptionNotToMatter(Book());
 }
 
+TEST(NavigationTexts, AreTheSameInAnyLayout) {
+  ExpectLayoutNotToMatter(Book());
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

@@ -143,5 +143,10 @@ TEST(PageTexts, AreTheSameEncrypted) {
   ExpectEncryptionNotToMatter(Notes());
 }
 
+TEST(PageTexts, AreTheSameInAnyLayout) {
+  ExpectLayoutNotToMatter(Resources());
+  ExpectLayoutNotToMatter(Notes());
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

@@ -149,5 +149,9 @@ TEST(SettingTexts, AreTheSameEncrypted) {
   ExpectEncryptionNotToMatter(Everything());
 }
 
+TEST(SettingTexts, AreTheSameInAnyLayout) {
+  ExpectLayoutNotToMatter(Everything());
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox

@@ -179,5 +179,9 @@ TEST(StructureTexts, AreTheSameEncrypted) {
   ExpectEncryptionNotToMatter(Tagged());
 }
 
+TEST(StructureTexts, AreTheSameInAnyLayout) {
+  ExpectLayoutNotToMatter(Tagged());
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox
