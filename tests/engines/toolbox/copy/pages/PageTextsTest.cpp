@@ -148,5 +148,39 @@ TEST(PageTexts, AreTheSameInAnyLayout) {
   ExpectLayoutNotToMatter(Notes());
 }
 
+// Resources stay where it is not known which are used, or where others bring them along anyway.
+TEST(PageTexts, OfPagesWhoseContentsCannotBeRead) {
+  const std::string bytes = testing::RawPdf()
+                                .Lines(R"(1 <</Type/Catalog/Pages 2 0 R>>
+2 <</Type/Pages/Kids[3 0 R 4 0 R 5 0 R 6 0 R 7 0 R 8 0 R 9 0 R]/Count 7/MediaBox[0 0 9 9]>>
+3 <</Type/Page/Parent 2 0 R/Contents 20 0 R/Resources<</XObject<</F 10 0 R/G 11 0 R>>>>>>
+4 <</Type/Page/Parent 2 0 R/Contents 21 0 R/Resources<</XObject<</X 10 0 R/Y 12 0 R>>>>>>
+5 <</Type/Page/Parent 2 0 R/Contents[21 0 R(x)]/Resources<</XObject<</Z 13 0 R>>>>>>
+6 <</Type/Page/Parent 2 0 R/Contents[22 0 R 23 0 R]/Resources<</XObject<</W 14 0 R/V 15 0 R>>>>>>
+7 <</Type/Page/Parent 2 0 R/Contents 25 0 R/Resources<</XObject<</W 14 0 R/U 16 0 R>>>>>>
+8 <</Type/Page/Parent 2 0 R/Contents 25 0 R/Resources<</XObject<</W 17 0 R/U 16 0 R>>>>>>
+9 <</Type/Page/Parent 2 0 R>>
+10 <</Type/XObject/Subtype/Form/BBox[0 0 1 1]>> stream 10
+11 <</Type/XObject/Subtype/Form/BBox[0 0 1 1]>> stream 11
+12 <</Type/XObject/Subtype/Form/BBox[0 0 1 1]>> stream 12
+13 <</Type/XObject/Subtype/Form/BBox[0 0 1 1]>> stream 13
+14 <</Type/XObject/Subtype/Form/BBox[0 0 1 1]>> stream 14
+15 <</Type/XObject/Subtype/Form/BBox[0 0 1 1]>> stream 15
+16 <</Type/XObject/Subtype/Form/BBox[0 0 1 1]>> stream 16
+17 <</Type/XObject/Subtype/Form/BBox[0 0 1 1]>> stream 17
+20 <</Filter/NoSuchDecode>> stream x
+21 <<>> stream q Q
+22 <<>> stream /W
+23 <<>> stream Do ] (
+24 <<>> stream Do
+25 [22 0 R 24 0 R]
+)")
+                                .Table();
+  EXPECT_TRUE(
+      IsAsExpected("copy/unreadable pages.txt", WrittenText({{bytes, {0, 1, 2, 3, 4, 5}}})));
+  EXPECT_TRUE(
+      IsAsExpected("copy/unreadable pages but one.txt", WrittenText({{bytes, {5, 3, 1, 4}}})));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox
