@@ -170,5 +170,74 @@ TEST(FormTexts, AreTheSameInAnyLayout) {
   ExpectLayoutNotToMatter(Form());
 }
 
+// Every entry that pages, annotations and fields have by the standard (ISO 32000-2, tables 31, 166 to
+// 199 and 226 to 235), and one more: in a page, in a field that is its own widget, and in a field and
+// another below it. Where a page comes twice, a field and its widgets part.
+TEST(FormTexts, OfEveryEntry) {
+  std::string page;
+  for (const std::string key : {"LastModified",
+                                "CropBox",
+                                "BleedBox",
+                                "TrimBox",
+                                "ArtBox",
+                                "BoxColorInfo",
+                                "Rotate",
+                                "Group",
+                                "Thumb",
+                                "B",
+                                "Dur",
+                                "Trans",
+                                "AA",
+                                "Metadata",
+                                "PieceInfo",
+                                "ID",
+                                "PZ",
+                                "SeparationInfo",
+                                "Tabs",
+                                "UserUnit",
+                                "VP",
+                                "AF",
+                                "OutputIntents",
+                                "DPart",
+                                "TemplateInstantiated",
+                                "PresSteps",
+                                "Hid",
+                                "Count",
+                                "Own"}) {
+    page += "/" + key + "(p)";
+  }
+  std::string entries;
+  for (const std::string key :
+       {"Contents", "NM",   "M",    "F",     "AP",   "AS", "Border",       "C",     "OC",
+        "AF",       "ca",   "CA",   "BM",    "Lang", "H",  "MK",           "BS",    "FT",
+        "T",        "TU",   "TM",   "Ff",    "V",    "DV", "DA",           "Q",     "DS",
+        "RV",       "Opt",  "TI",   "I",     "Lock", "SV", "MaxLen",       "Popup", "IRT",
+        "RT",       "Open", "Name", "State", "RC",   "IT", "CreationDate", "Own"}) {
+    entries += "/" + key + "(" + key + ")";
+  }
+  std::string events = "/AA<<";
+  for (const char* event :
+       {"E", "X", "D", "U", "Fo", "Bl", "PO", "PC", "PV", "PI", "K", "F", "V", "C", "Own"}) {
+    events += std::string("/") + event + "<</S/JavaScript/JS(" + event + ")>>";
+  }
+  events += ">>";
+  const auto form = [&](const std::string& type) {
+    const std::string typed = entries.substr(0, entries.find("/FT(")) + "/FT/" + type +
+                              entries.substr(entries.find("/T("));
+    return testing::RawPdf()
+        .Object(1, "<</Type/Catalog/Pages 2 0 R/AcroForm<</Fields[4 0 R 5 0 R]>>>>")
+        .Object(2, "<</Type/Pages/Kids[3 0 R]/Count 1/MediaBox[0 0 9 9]>>")
+        .Object(3, "<</Type/Page/Parent 2 0 R/Annots[4 0 R 6 0 R 7 0 R]" + page + ">>")
+        .Object(4, "<</Type/Annot/Subtype/Widget/Rect[0 0 1 1]" + typed + events + ">>")
+        .Object(5, "<</Kids[6 0 R]" + typed + events + ">>")
+        .Object(6,
+                "<</Type/Annot/Subtype/Widget/Rect[0 0 2 2]/Parent 5 0 R" + entries + events + ">>")
+        .Object(7, "<</Type/Annot/Subtype/Stamp/Rect[0 0 3 3]" + entries + events + ">>")
+        .Table();
+  };
+  EXPECT_TRUE(IsAsExpected("copy/every entry.txt",
+                           WrittenText({{form("Tx"), {0, 0}}}) + WrittenText({{form("Sig")}})));
+}
+
 }  // namespace
 }  // namespace TarnixTools::engines::toolbox
