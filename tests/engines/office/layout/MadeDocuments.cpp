@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "engines/office/layout/DocumentAnalysis.h"
-#include "engines/support/layout/LayoutDump.h"
 #include "engines/support/layout/PageAnalysis.h"
 
 namespace TarnixTools::engines::office {
@@ -198,9 +197,7 @@ std::string PartsText(const PageLayout& page) {
       const auto* paragraph = std::get_if<Paragraph>(&block.content);
       const auto* table = std::get_if<Table>(&block.content);
       if (paragraph == nullptr) {
-        text += table == nullptr ? "image at " + ShownNumber(BoxOf(block).left) + "; "
-                : table->goes_on ? "more of a table; "
-                                 : "table; ";
+        text += table == nullptr ? "image; " : table->goes_on ? "more of a table; " : "table; ";
         continue;
       }
       constexpr const char* kRoles[] = {"", "T", "H", "I", "C", "E", "Q", "P"};

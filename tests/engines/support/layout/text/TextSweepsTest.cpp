@@ -160,6 +160,18 @@ std::string Placed() {
     MadePage page;
     return Shown(page.Text(100, y, U"abcd").Text(100, 200, U"all"));
   });
+  const auto turned = [](double x, double y, double direction) {
+    MadePage page;
+    return Shown(page.Text(x, y, U"abcd", {.direction_x = 0, .direction_y = direction}));
+  };
+  text += Sweep("a text downwards above the page", -30, 4, 0.25,
+                [&](double y) { return turned(100, y, 1); });
+  text += Sweep("a text downwards below the page", 780, 810, 0.25,
+                [&](double y) { return turned(100, y, 1); });
+  text += Sweep("a text upwards below the page", 796, 830, 0.25,
+                [&](double y) { return turned(100, y, -1); });
+  text += Sweep("a text downwards beyond the right edge", 590, 606, 0.25,
+                [&](double x) { return turned(x, 100, 1); });
   text += Sweep("degrees by which text is turned", -360, 360, 1, [](double degrees) {
     MadePage page;
     const double angle = degrees / 57.29577951308232;
