@@ -61,7 +61,11 @@ TEST_F(Catalog, FindsFamiliesWithTheSameMetrics) {
 }
 
 TEST_F(Catalog, FindsGenericFamiliesAndWholeNames) {
-  EXPECT_NE(Found("sans-serif"), "");
+  for (const char* generic :
+       {"sans-serif", "sans", "serif", "monospace", "mono", "cursive", "fantasy", "system-ui"}) {
+    EXPECT_NE(Found(generic), "") << generic;
+  }
+  EXPECT_EQ(Found("no such family"), "");
   EXPECT_NE(Found("monospace", "Bold"), "");
   EXPECT_EQ(Found("LiberationSans-Bold"), "LiberationSans-Bold.ttf");
   EXPECT_EQ(Found("Liberation Sans Bold Italic"), "LiberationSans-BoldItalic.ttf");
