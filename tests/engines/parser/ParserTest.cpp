@@ -26,6 +26,17 @@ TEST_F(Images, TellTheirMatrix) {
   EXPECT_EQ(ExpaGSGetCTM(ExpaContentGetGraphicsState(content)), nullptr);
 }
 
+TEST_F(Images, AreNoneBehindOneThatIsLost) {
+  ASSERT_TRUE(Open(Page(HexImage(0, 8, "/ColorSpace/DeviceGray/BitsPerComponent 8", ""))));
+  ExpaDocSetPageNo(document_, 1);
+  TExpaContent* content = ExpaPageGetContent(ExpaDocGetPage(document_));
+  ExpaContentResetContent(content, 1);
+  EXPECT_EQ(ExpaContentGetNextImage(content), 0);
+  EXPECT_EQ(ExpaContentGetImage(content), nullptr);
+  EXPECT_EQ(ExpaContentGetGraphicsState(content), nullptr);
+  EXPECT_EQ(troubles_, (std::vector<std::pair<int, int>>{{1, kExpaImageLost}}));
+}
+
 TEST_F(Images, TellTheirMatrixInPointsOfWhatIsSeen) {
   TestPdf file = Page(RedBlue(), "2 0 0 3 60 70 cm /I Do");
   file.NoMediaBox().PageEntry("/MediaBox[0 0 200 100]/CropBox[50 50 900 900]/UserUnit 2");
