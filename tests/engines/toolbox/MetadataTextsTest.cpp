@@ -106,7 +106,7 @@ TEST(MetadataTexts, OfPacketsThatAreNone) {
     EXPECT_EQ(PdfDocumentKeepMetadata(target, source), 1);
     SetAll(target);
   };
-  EXPECT_TRUE(IsAsExpected("copy/odd metadata.txt",
+  EXPECT_TRUE(IsAsExpected("copy/odd_metadata.txt",
                            Kept(Told("/Metadata 9 0 R", "no packet"), keep) +
                                Kept(Told("/Metadata 99 0 R"), keep) + Kept(Told(""), keep) +
                                Kept(RawPdf().Pages(2).Table(), keep)));

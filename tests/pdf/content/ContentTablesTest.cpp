@@ -336,7 +336,7 @@ TEST(ContentTables, OfInlineImages) {
         "BI/F/RL ID xEI q BI/F/RL ID yEI Q"}) {
     text += "[" + OnOneLine(content) + "]\n" + OperationsText(content);
   }
-  EXPECT_TRUE(::TarnixTools::testing::IsAsExpected("content/inline images.txt", text));
+  EXPECT_TRUE(::TarnixTools::testing::IsAsExpected("content/inline_images.txt", text));
 }
 
 std::string ScannedText(std::string_view content) {

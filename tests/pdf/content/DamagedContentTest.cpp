@@ -119,7 +119,7 @@ TEST_F(DamagedContent, OfGraphics) {
     all += walked + OperationsText(bytes);
     return Summary(walked) + "; " + BalanceText(bytes) + "; " + NamesText(bytes);
   });
-  EXPECT_TRUE(IsAsExpected("content/damaged graphics.txt", text + DataText(all + '\0') + "\n"));
+  EXPECT_TRUE(IsAsExpected("content/damaged_graphics.txt", text + DataText(all + '\0') + "\n"));
 }
 
 TEST_F(DamagedContent, OfText) {
@@ -132,7 +132,7 @@ TEST_F(DamagedContent, OfText) {
     all += walked + OperationsText(bytes);
     return Summary(walked) + "; " + BalanceText(bytes) + "; " + NamesText(bytes);
   });
-  EXPECT_TRUE(IsAsExpected("content/damaged text.txt", text + DataText(all + '\0') + "\n"));
+  EXPECT_TRUE(IsAsExpected("content/damaged_text.txt", text + DataText(all + '\0') + "\n"));
 }
 
 // What each operator makes of how many numbers, and of a name or a string behind them.
@@ -163,7 +163,7 @@ TEST_F(DamagedContent, OfOperatorsWithAnyNumberOfOperands) {
       text += "\n";
     }
   }
-  EXPECT_TRUE(IsAsExpected("content/operand counts.txt", text + DataText(all + '\0') + "\n"));
+  EXPECT_TRUE(IsAsExpected("content/operand_counts.txt", text + DataText(all + '\0') + "\n"));
 }
 
 // Where a string ends that is shown in a font of which the first code has the width 5, the others 1.
@@ -185,7 +185,7 @@ TEST_F(DamagedContent, OfFontsWithAnyFirstCode) {
     }
     text += "\n";
   }
-  EXPECT_TRUE(IsAsExpected("content/first codes.txt", text));
+  EXPECT_TRUE(IsAsExpected("content/first_codes.txt", text));
 }
 
 }  // namespace

@@ -178,7 +178,7 @@ TEST_F(ResourceTexts, OfWhatPagesUse) {
     text += "font of widget " + std::to_string(number) +
             UsedText(reader, {{reader.FontOfWidget(widget)}, true}, *resources);
   }
-  EXPECT_TRUE(IsAsExpected("content/resources used.txt", text));
+  EXPECT_TRUE(IsAsExpected("content/resources_used.txt", text));
 }
 
 // Names are known up to a number of them, however many streams they are in.

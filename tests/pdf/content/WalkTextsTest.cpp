@@ -300,7 +300,7 @@ TEST(WalkTexts, OfGlyphs) {
            kEverything)));
   WalkOptions glyphs_alone;
   glyphs_alone.glyphs = true;
-  EXPECT_TRUE(IsAsExpected("content/glyphs alone.txt",
+  EXPECT_TRUE(IsAsExpected("content/glyphs_alone.txt",
                            Told("BT /U 10 Tf 1 Tc 5 Tw (AB A)Tj [(A)100(B)]TJ ET", glyphs_alone)));
 }
 

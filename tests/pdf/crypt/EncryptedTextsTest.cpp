@@ -135,7 +135,7 @@ TEST(EncryptedTexts, OfObjectStreamsAndOpenPasswords) {
       text += is_object && line.find("/XRef") == std::string::npos ? line + "\n" : "";
     }
   }
-  EXPECT_TRUE(IsAsExpected("file/encrypted object streams.txt", text));
+  EXPECT_TRUE(IsAsExpected("file/encrypted_object_streams.txt", text));
 }
 
 }  // namespace

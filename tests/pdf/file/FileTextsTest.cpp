@@ -282,7 +282,7 @@ TEST(FileTexts, OfHybrids) {
 }
 
 TEST(FileTexts, OfWhatAnObserverHears) {
-  EXPECT_TRUE(IsAsExpected("file/heard tables.txt",
+  EXPECT_TRUE(IsAsExpected("file/heard_tables.txt",
                            Syntax(Tables(), {{"%PDF-1.7\n", "%PDF-1.\r\n"},
                                              {"%PDF-1.7\n%", "%PDF-1.7\r%"},
                                              {"1 0 obj\n<<", "1 0\tobj <<"},
@@ -304,14 +304,14 @@ TEST(FileTexts, OfWhatAnObserverHears) {
 }
 
 TEST(FileTexts, OfWhatAnObserverHearsOfStreams) {
-  EXPECT_TRUE(IsAsExpected("file/heard streams.txt",
+  EXPECT_TRUE(IsAsExpected("file/heard_streams.txt",
                            Syntax(Streams(), {{"/N 4", "/N 3"},
                                               {"[1 2 0 R]", "[1 2 0 x]"},
                                               {"/Own(s)", "/C 1(s)"},
                                               {"/Own(s)", "/#4fwn "},
                                               {"/MediaBox[0 0 9 8]", "/Linearized 1/L 90"},
                                               {"7 0 obj", " 7 0 obj"}})));
-  EXPECT_TRUE(IsAsExpected("file/heard hybrid.txt", Syntax(Hybrid(), {})));
+  EXPECT_TRUE(IsAsExpected("file/heard_hybrid.txt", Syntax(Hybrid(), {})));
 }
 
 // How many pages and objects there are, what was found amiss, and whether the file was searched.
@@ -345,12 +345,12 @@ std::string DamagedText(const std::string& bytes) {
 }
 
 TEST(FileTexts, OfTablesOfWhichAByteIsAnother) {
-  EXPECT_TRUE(IsAsExpected("file/damaged table.txt", DamagedText(Tables())));
+  EXPECT_TRUE(IsAsExpected("file/damaged_table.txt", DamagedText(Tables())));
 }
 
 TEST(FileTexts, OfStreamsOfWhichAByteIsAnother) {
-  EXPECT_TRUE(IsAsExpected("file/damaged streams.txt", DamagedText(Streams())));
-  EXPECT_TRUE(IsAsExpected("file/damaged hybrid.txt", DamagedText(Hybrid())));
+  EXPECT_TRUE(IsAsExpected("file/damaged_streams.txt", DamagedText(Streams())));
+  EXPECT_TRUE(IsAsExpected("file/damaged_hybrid.txt", DamagedText(Hybrid())));
 }
 
 }  // namespace

@@ -79,7 +79,7 @@ TEST(RewrittenTexts, OfADocumentWithoutChanges) {
   EXPECT_TRUE(IsAsExpected("rewrite/unchanged.txt", Written(test)));
   RewriteCase table = CaseOf();
   EXPECT_TRUE(IsAsExpected(
-      "rewrite/as a table.txt",
+      "rewrite/as_a_table.txt",
       Written(table, {.layout = FileLayout::kTable, .version = "1.3", .keeps_id = true})));
   EXPECT_TRUE(table.bytes().find("/ID[<6669727374><") != std::string::npos ||
               table.bytes().find("/ID[(first)<") != std::string::npos);
@@ -122,7 +122,7 @@ TEST(RewrittenTexts, OfChangesOfEachObject) {
     return number % 2 == 0 ? ObjectChange::Keep()
                            : ObjectChange::Value("(" + std::to_string(number) + ")");
   });
-  EXPECT_TRUE(IsAsExpected("rewrite/each changed.txt", Written(test)));
+  EXPECT_TRUE(IsAsExpected("rewrite/each_changed.txt", Written(test)));
 }
 
 TEST(RewrittenTexts, OfPages) {
@@ -138,7 +138,7 @@ TEST(RewrittenTexts, OfPages) {
   const std::uint32_t added = others.rewriter().Add(
       ObjectChange::Value("<</Type/Page/MediaBox[0 0 1 1]/Kids[]/Next 4 0 R/Lost 3 0 R>>"));
   others.rewriter().SetPages(other_tree, {{.index = 1}, {.added = added}, {.index = 1}});
-  EXPECT_TRUE(IsAsExpected("rewrite/other pages.txt", Written(others)));
+  EXPECT_TRUE(IsAsExpected("rewrite/other_pages.txt", Written(others)));
 }
 
 TEST(RewrittenTexts, OfACatalogInTheTrailer) {
@@ -147,7 +147,7 @@ TEST(RewrittenTexts, OfACatalogInTheTrailer) {
 3 <</Type/Page/Parent 2 0 R/MediaBox[0 0 9 9]>>)");
   RewriteCase test(pdf, "/Root<</Type/Catalog/Pages 2 0 R/Own[3 0 R]>>/Info<</Title(t)>>");
   test.rewriter().SetEntry(test.rewriter().catalog(), "New", "1");
-  EXPECT_TRUE(IsAsExpected("rewrite/catalog in the trailer.txt", Written(test)));
+  EXPECT_TRUE(IsAsExpected("rewrite/catalog_in_the_trailer.txt", Written(test)));
 }
 
 // Entries of a stream but for its length.
@@ -255,7 +255,7 @@ TEST(RewrittenTexts, OfOtherDigitsAndNames) {
     return text;
   };
   const std::string bytes = Mixture().Table(kTrailer);
-  EXPECT_TRUE(IsAsExpected("rewrite/other digits.txt",
+  EXPECT_TRUE(IsAsExpected("rewrite/other_digits.txt",
                            DigitsText(bytes, rewritten, bytes.rfind("xref\n0 1"), true)));
 }
 

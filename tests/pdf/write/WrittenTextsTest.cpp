@@ -78,7 +78,7 @@ TEST(WrittenTexts, OfATable) {
   const TempDir directory;
   const std::string path = WriteBytes(directory.Path("a.pdf"), sink.bytes());
   EXPECT_EQ(QpdfComplaints(path), "");
-  EXPECT_TRUE(IsAsExpected("write/table as read.txt", ObjectsText(path)));
+  EXPECT_TRUE(IsAsExpected("write/table_as_read.txt", ObjectsText(path)));
 }
 
 TEST(WrittenTexts, OfObjectStreams) {
@@ -89,7 +89,7 @@ TEST(WrittenTexts, OfObjectStreams) {
     WriteObjects(writer);
     const std::string path = WriteBytes(directory.Path("a.pdf"), sink.bytes());
     EXPECT_EQ(QpdfComplaints(path), "");
-    EXPECT_TRUE(IsAsExpected("write/object streams.txt", ObjectsText(path)));
+    EXPECT_TRUE(IsAsExpected("write/object_streams.txt", ObjectsText(path)));
     EXPECT_TRUE(
         sink.bytes().starts_with("%PDF-1.7\n%\xE2\xE3\xCF\xD3\n8 0 obj\n<</A 1/Length 10>>\n"
                                  "stream\n0123456789\nendstream\nendobj\n"));
@@ -120,7 +120,7 @@ TEST(WrittenTexts, OfEncryptedFiles) {
       text.replace(begin, text.find('"', begin) - begin, "random");
     }
     EXPECT_TRUE(IsAsExpected(
-        layout == FileLayout::kTable ? "write/encrypted table.txt" : "write/encrypted streams.txt",
+        layout == FileLayout::kTable ? "write/encrypted_table.txt" : "write/encrypted_streams.txt",
         text));
   }
 }
@@ -236,7 +236,7 @@ TEST(WrittenTexts, OfPageTreesOfSeveralLevels) {
   for (const int count : {0, 1, 64, 65, 130, 4097}) {
     text += nodes_of(count);
   }
-  EXPECT_TRUE(IsAsExpected("write/page trees.txt", text));
+  EXPECT_TRUE(IsAsExpected("write/page_trees.txt", text));
 }
 
 }  // namespace

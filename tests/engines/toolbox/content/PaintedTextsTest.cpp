@@ -99,7 +99,7 @@ TEST(PaintedTexts, OfPagesPaintedOnBothSidesAndTwice) {
       },
       nullptr, {4, 2, 8, 4});
   EXPECT_TRUE(IsAsExpected("paint/both.txt", ObjectsText(painted.path())));
-  EXPECT_TRUE(IsAsExpected("paint/both as written.txt",
+  EXPECT_TRUE(IsAsExpected("paint/both_as_written.txt",
                            testing::DocumentText(testing::ReadBytes(painted.path()))));
 }
 

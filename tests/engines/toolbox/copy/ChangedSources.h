@@ -1,7 +1,7 @@
 // Copies of documents of which something small is another one, as text: whatever a copy looks at in
 // its source shows then.
 //
-//   EXPECT_TRUE(IsAsExpected("copy/links with other keys.txt", KeysChangedText(bytes)));
+//   EXPECT_TRUE(IsAsExpected("copy/links_with_other_keys.txt", KeysChangedText(bytes)));
 //   ExpectNumbersNotToMatter(bytes);
 //   ExpectEncryptionNotToMatter(bytes);
 //   ExpectLayoutNotToMatter(bytes);

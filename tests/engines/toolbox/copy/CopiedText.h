@@ -1,7 +1,7 @@
 // Copies of pages as text, to compare as a whole: what was reported of them, then the document.
 //
 //   EXPECT_TRUE(IsAsExpected("copy/links.txt", CopiedText({{bytes, {0, 2}}})));
-//   EXPECT_TRUE(IsAsExpected("copy/links as written.txt", WrittenText({{bytes, {0, 2}}})));
+//   EXPECT_TRUE(IsAsExpected("copy/links_as_written.txt", WrittenText({{bytes, {0, 2}}})));
 #ifndef TARNIX_TESTS_ENGINES_TOOLBOX_COPY_COPIEDTEXT_H_
 #define TARNIX_TESTS_ENGINES_TOOLBOX_COPY_COPIEDTEXT_H_
 

@@ -103,41 +103,41 @@ std::string OtherForm() {
 }
 
 TEST(FormTexts, OfAWholeDocument) {
-  EXPECT_TRUE(IsAsExpected("copy/form whole.txt", CopiedText({{Form()}})));
+  EXPECT_TRUE(IsAsExpected("copy/form_whole.txt", CopiedText({{Form()}})));
 }
 
 TEST(FormTexts, OfItsPages) {
-  EXPECT_TRUE(IsAsExpected("copy/form first page.txt", CopiedText({{Form(), {0}}})));
-  EXPECT_TRUE(IsAsExpected("copy/form other pages.txt", CopiedText({{Form(), {2, 1}}})));
+  EXPECT_TRUE(IsAsExpected("copy/form_first_page.txt", CopiedText({{Form(), {0}}})));
+  EXPECT_TRUE(IsAsExpected("copy/form_other_pages.txt", CopiedText({{Form(), {2, 1}}})));
 }
 
 TEST(FormTexts, OfPagesCopiedTwice) {
-  EXPECT_TRUE(IsAsExpected("copy/form twice.txt", CopiedText({{Form(), {0, 1, 0}}})));
+  EXPECT_TRUE(IsAsExpected("copy/form_twice.txt", CopiedText({{Form(), {0, 1, 0}}})));
 }
 
 TEST(FormTexts, OfPagesWithoutTheirFields) {
-  EXPECT_TRUE(IsAsExpected("copy/form without fields.txt",
+  EXPECT_TRUE(IsAsExpected("copy/form_without_fields.txt",
                            CopiedText({{Form()}}, kCopyLinks | kCopyAnnotations)));
 }
 
 TEST(FormTexts, OfDocumentsWithTheSameNames) {
-  EXPECT_TRUE(IsAsExpected("copy/forms with the same names.txt",
+  EXPECT_TRUE(IsAsExpected("copy/forms_with_the_same_names.txt",
                            CopiedText({{Form(), {0, 1}}, {OtherForm()}, {OtherForm(), {1}}})));
-  EXPECT_TRUE(IsAsExpected("copy/forms the other way.txt", CopiedText({{OtherForm()}, {Form()}})));
+  EXPECT_TRUE(IsAsExpected("copy/forms_the_other_way.txt", CopiedText({{OtherForm()}, {Form()}})));
 }
 
 TEST(FormTexts, AsTheyAreSpelled) {
-  EXPECT_TRUE(IsAsExpected("copy/form as written.txt", WrittenText({{Form()}})));
+  EXPECT_TRUE(IsAsExpected("copy/form_as_written.txt", WrittenText({{Form()}})));
   EXPECT_TRUE(
-      IsAsExpected("copy/forms as written.txt", WrittenText({{Form(), {0, 1}}, {OtherForm()}})));
+      IsAsExpected("copy/forms_as_written.txt", WrittenText({{Form(), {0, 1}}, {OtherForm()}})));
 }
 
 TEST(FormTexts, OfOtherKeys) {
-  EXPECT_TRUE(IsAsExpected("copy/form with other keys.txt", KeysChangedText(Form())));
+  EXPECT_TRUE(IsAsExpected("copy/form_with_other_keys.txt", KeysChangedText(Form())));
 }
 
 TEST(FormTexts, OfOtherDigits) {
-  EXPECT_TRUE(IsAsExpected("copy/form with other digits.txt", DigitsChangedText(Form())));
+  EXPECT_TRUE(IsAsExpected("copy/form_with_other_digits.txt", DigitsChangedText(Form())));
 }
 
 TEST(FormTexts, AreTheSameWhicheverObjectIsTheFirst) {
@@ -159,7 +159,7 @@ TEST(FormTexts, OfWidgetsWrittenInPlace) {
 7 <</T(signed)/FT/Sig/V<</Type/Sig>>/Kids[]>>
 )")
           .Table();
-  EXPECT_TRUE(IsAsExpected("copy/form in place.txt", WrittenText({{bytes}})));
+  EXPECT_TRUE(IsAsExpected("copy/form_in_place.txt", WrittenText({{bytes}})));
 }
 
 TEST(FormTexts, AreTheSameEncrypted) {
@@ -235,7 +235,7 @@ TEST(FormTexts, OfEveryEntry) {
         .Object(7, "<</Type/Annot/Subtype/Stamp/Rect[0 0 3 3]" + entries + events + ">>")
         .Table();
   };
-  EXPECT_TRUE(IsAsExpected("copy/every entry.txt",
+  EXPECT_TRUE(IsAsExpected("copy/every_entry.txt",
                            WrittenText({{form("Tx"), {0, 0}}}) + WrittenText({{form("Sig")}})));
 }
 

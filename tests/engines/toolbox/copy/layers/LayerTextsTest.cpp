@@ -64,39 +64,39 @@ std::string OtherPlan(const std::string& base) {
 }
 
 TEST(LayerTexts, OfAWholeDocument) {
-  EXPECT_TRUE(IsAsExpected("copy/layers whole.txt", CopiedText({{Plan()}})));
+  EXPECT_TRUE(IsAsExpected("copy/layers_whole.txt", CopiedText({{Plan()}})));
 }
 
 TEST(LayerTexts, OfItsPages) {
-  EXPECT_TRUE(IsAsExpected("copy/layers first page.txt", CopiedText({{Plan(), {0}}})));
-  EXPECT_TRUE(IsAsExpected("copy/layers second page.txt", CopiedText({{Plan(), {1}}})));
+  EXPECT_TRUE(IsAsExpected("copy/layers_first_page.txt", CopiedText({{Plan(), {0}}})));
+  EXPECT_TRUE(IsAsExpected("copy/layers_second_page.txt", CopiedText({{Plan(), {1}}})));
 }
 
 TEST(LayerTexts, OfSeveralDocuments) {
-  EXPECT_TRUE(IsAsExpected("copy/layers of one base.txt",
+  EXPECT_TRUE(IsAsExpected("copy/layers_of_one_base.txt",
                            CopiedText({{Plan()}, {OtherPlan("/Intent/View/Name(Other)")}})));
-  EXPECT_TRUE(IsAsExpected("copy/layers of two bases.txt",
+  EXPECT_TRUE(IsAsExpected("copy/layers_of_two_bases.txt",
                            CopiedText({{OtherPlan("/BaseState/OFF/ListMode/VisiblePages")},
                                        {Plan(), {1}},
                                        {OtherPlan("/Intent[/Design/All]/Creator(o)")}})));
-  EXPECT_TRUE(IsAsExpected("copy/layers of one that is off.txt",
+  EXPECT_TRUE(IsAsExpected("copy/layers_of_one_that_is_off.txt",
                            CopiedText({{OtherPlan("/BaseState/OFF/ListMode/VisiblePages")},
                                        {OtherPlan("/BaseState/OFF/ListMode/VisiblePages")}})));
 }
 
 TEST(LayerTexts, AsTheyAreSpelled) {
-  EXPECT_TRUE(IsAsExpected("copy/layers as written.txt", WrittenText({{Plan()}})));
+  EXPECT_TRUE(IsAsExpected("copy/layers_as_written.txt", WrittenText({{Plan()}})));
   EXPECT_TRUE(
-      IsAsExpected("copy/layers of two as written.txt",
+      IsAsExpected("copy/layers_of_two_as_written.txt",
                    WrittenText({{Plan()}, {OtherPlan("/BaseState/OFF/ListMode/VisiblePages")}})));
 }
 
 TEST(LayerTexts, OfOtherKeys) {
-  EXPECT_TRUE(IsAsExpected("copy/layers with other keys.txt", KeysChangedText(Plan())));
+  EXPECT_TRUE(IsAsExpected("copy/layers_with_other_keys.txt", KeysChangedText(Plan())));
 }
 
 TEST(LayerTexts, OfOtherDigits) {
-  EXPECT_TRUE(IsAsExpected("copy/layers with other digits.txt", DigitsChangedText(Plan())));
+  EXPECT_TRUE(IsAsExpected("copy/layers_with_other_digits.txt", DigitsChangedText(Plan())));
 }
 
 TEST(LayerTexts, AreTheSameWhicheverObjectIsTheFirst) {

@@ -73,45 +73,45 @@ std::string Leaflet() {
 }
 
 TEST(NavigationTexts, OfAWholeDocument) {
-  EXPECT_TRUE(IsAsExpected("copy/book whole.txt", CopiedText({{Book()}})));
+  EXPECT_TRUE(IsAsExpected("copy/book_whole.txt", CopiedText({{Book()}})));
 }
 
 TEST(NavigationTexts, OfItsPages) {
-  EXPECT_TRUE(IsAsExpected("copy/book first page.txt", CopiedText({{Book(), {0}}})));
-  EXPECT_TRUE(IsAsExpected("copy/book last pages.txt", CopiedText({{Book(), {2, 1}}})));
+  EXPECT_TRUE(IsAsExpected("copy/book_first_page.txt", CopiedText({{Book(), {0}}})));
+  EXPECT_TRUE(IsAsExpected("copy/book_last_pages.txt", CopiedText({{Book(), {2, 1}}})));
 }
 
 TEST(NavigationTexts, OfPagesCopiedTwice) {
-  EXPECT_TRUE(IsAsExpected("copy/book twice.txt", CopiedText({{Book(), {1, 0, 1}}})));
+  EXPECT_TRUE(IsAsExpected("copy/book_twice.txt", CopiedText({{Book(), {1, 0, 1}}})));
 }
 
 TEST(NavigationTexts, OfSeveralDocumentsUnderHeadings) {
   EXPECT_TRUE(IsAsExpected(
-      "copy/books with headings.txt",
+      "copy/books_with_headings.txt",
       CopiedText({{Book(), {0, 2}, "A book"}, {Leaflet(), {}, "A leaflet"}, {Leaflet()}})));
-  EXPECT_TRUE(IsAsExpected("copy/leaflet and book.txt", CopiedText({{Leaflet()}, {Book()}})));
+  EXPECT_TRUE(IsAsExpected("copy/leaflet_and_book.txt", CopiedText({{Leaflet()}, {Book()}})));
 }
 
 TEST(NavigationTexts, OfWhatIsAskedFor) {
   EXPECT_TRUE(
-      IsAsExpected("copy/book outline only.txt", CopiedText({{Book()}}, kCopyOutlineItems)));
-  EXPECT_TRUE(IsAsExpected("copy/book links only.txt", CopiedText({{Book()}}, kCopyLinks)));
+      IsAsExpected("copy/book_outline_only.txt", CopiedText({{Book()}}, kCopyOutlineItems)));
+  EXPECT_TRUE(IsAsExpected("copy/book_links_only.txt", CopiedText({{Book()}}, kCopyLinks)));
   EXPECT_TRUE(
-      IsAsExpected("copy/book annotations only.txt", CopiedText({{Book()}}, kCopyAnnotations)));
+      IsAsExpected("copy/book_annotations_only.txt", CopiedText({{Book()}}, kCopyAnnotations)));
 }
 
 TEST(NavigationTexts, AsTheyAreSpelled) {
-  EXPECT_TRUE(IsAsExpected("copy/book as written.txt", WrittenText({{Book()}})));
-  EXPECT_TRUE(IsAsExpected("copy/books with headings as written.txt",
+  EXPECT_TRUE(IsAsExpected("copy/book_as_written.txt", WrittenText({{Book()}})));
+  EXPECT_TRUE(IsAsExpected("copy/books_with_headings_as_written.txt",
                            WrittenText({{Book(), {0, 2}, "One"}, {Leaflet(), {}, "Two"}})));
 }
 
 TEST(NavigationTexts, OfOtherKeys) {
-  EXPECT_TRUE(IsAsExpected("copy/book with other keys.txt", KeysChangedText(Book())));
+  EXPECT_TRUE(IsAsExpected("copy/book_with_other_keys.txt", KeysChangedText(Book())));
 }
 
 TEST(NavigationTexts, OfOtherDigits) {
-  EXPECT_TRUE(IsAsExpected("copy/book with other digits.txt", DigitsChangedText(Book())));
+  EXPECT_TRUE(IsAsExpected("copy/book_with_other_digits.txt", DigitsChangedText(Book())));
 }
 
 TEST(NavigationTexts, AreTheSameWhicheverObjectIsTheFirst) {

@@ -93,44 +93,44 @@ std::string Notes() {
 }
 
 TEST(PageTexts, OfAllPages) {
-  EXPECT_TRUE(IsAsExpected("copy/pages whole.txt", CopiedText({{Resources()}})));
+  EXPECT_TRUE(IsAsExpected("copy/pages_whole.txt", CopiedText({{Resources()}})));
 }
 
 TEST(PageTexts, OfSomePages) {
-  EXPECT_TRUE(IsAsExpected("copy/pages 1 and 3.txt", CopiedText({{Resources(), {0, 2}}})));
-  EXPECT_TRUE(IsAsExpected("copy/pages 2 and 4.txt", CopiedText({{Resources(), {1, 3}}})));
-  EXPECT_TRUE(IsAsExpected("copy/pages 6 and 5.txt", CopiedText({{Resources(), {5, 4}}})));
+  EXPECT_TRUE(IsAsExpected("copy/pages_1_and_3.txt", CopiedText({{Resources(), {0, 2}}})));
+  EXPECT_TRUE(IsAsExpected("copy/pages_2_and_4.txt", CopiedText({{Resources(), {1, 3}}})));
+  EXPECT_TRUE(IsAsExpected("copy/pages_6_and_5.txt", CopiedText({{Resources(), {5, 4}}})));
 }
 
 TEST(PageTexts, OfPagesCopiedTwice) {
-  EXPECT_TRUE(IsAsExpected("copy/pages twice.txt", CopiedText({{Resources(), {3, 5, 3}}})));
+  EXPECT_TRUE(IsAsExpected("copy/pages_twice.txt", CopiedText({{Resources(), {3, 5, 3}}})));
 }
 
 TEST(PageTexts, OfAnnotations) {
-  EXPECT_TRUE(IsAsExpected("copy/notes whole.txt", CopiedText({{Notes()}})));
-  EXPECT_TRUE(IsAsExpected("copy/notes first page.txt", CopiedText({{Notes(), {0}}})));
-  EXPECT_TRUE(IsAsExpected("copy/notes second page.txt", CopiedText({{Notes(), {1, 2}}})));
-  EXPECT_TRUE(IsAsExpected("copy/notes twice.txt", CopiedText({{Notes(), {1, 0, 1}}})));
+  EXPECT_TRUE(IsAsExpected("copy/notes_whole.txt", CopiedText({{Notes()}})));
+  EXPECT_TRUE(IsAsExpected("copy/notes_first_page.txt", CopiedText({{Notes(), {0}}})));
+  EXPECT_TRUE(IsAsExpected("copy/notes_second_page.txt", CopiedText({{Notes(), {1, 2}}})));
+  EXPECT_TRUE(IsAsExpected("copy/notes_twice.txt", CopiedText({{Notes(), {1, 0, 1}}})));
 }
 
 TEST(PageTexts, OfPagesWithoutTheirAnnotations) {
-  EXPECT_TRUE(IsAsExpected("copy/notes without notes.txt", CopiedText({{Notes()}}, kCopyLinks)));
-  EXPECT_TRUE(IsAsExpected("copy/notes with nothing.txt", CopiedText({{Notes()}}, 0)));
+  EXPECT_TRUE(IsAsExpected("copy/notes_without_notes.txt", CopiedText({{Notes()}}, kCopyLinks)));
+  EXPECT_TRUE(IsAsExpected("copy/notes_with_nothing.txt", CopiedText({{Notes()}}, 0)));
 }
 
 TEST(PageTexts, AsTheyAreSpelled) {
-  EXPECT_TRUE(IsAsExpected("copy/pages as written.txt", WrittenText({{Resources()}})));
-  EXPECT_TRUE(IsAsExpected("copy/notes as written.txt", WrittenText({{Notes()}})));
+  EXPECT_TRUE(IsAsExpected("copy/pages_as_written.txt", WrittenText({{Resources()}})));
+  EXPECT_TRUE(IsAsExpected("copy/notes_as_written.txt", WrittenText({{Notes()}})));
 }
 
 TEST(PageTexts, OfOtherKeys) {
-  EXPECT_TRUE(IsAsExpected("copy/pages with other keys.txt", KeysChangedText(Resources())));
-  EXPECT_TRUE(IsAsExpected("copy/notes with other keys.txt", KeysChangedText(Notes())));
+  EXPECT_TRUE(IsAsExpected("copy/pages_with_other_keys.txt", KeysChangedText(Resources())));
+  EXPECT_TRUE(IsAsExpected("copy/notes_with_other_keys.txt", KeysChangedText(Notes())));
 }
 
 TEST(PageTexts, OfOtherDigits) {
-  EXPECT_TRUE(IsAsExpected("copy/pages with other digits.txt", DigitsChangedText(Resources())));
-  EXPECT_TRUE(IsAsExpected("copy/notes with other digits.txt", DigitsChangedText(Notes())));
+  EXPECT_TRUE(IsAsExpected("copy/pages_with_other_digits.txt", DigitsChangedText(Resources())));
+  EXPECT_TRUE(IsAsExpected("copy/notes_with_other_digits.txt", DigitsChangedText(Notes())));
 }
 
 TEST(PageTexts, AreTheSameWhicheverObjectIsTheFirst) {
@@ -177,9 +177,9 @@ TEST(PageTexts, OfPagesWhoseContentsCannotBeRead) {
 )")
                                 .Table();
   EXPECT_TRUE(
-      IsAsExpected("copy/unreadable pages.txt", WrittenText({{bytes, {0, 1, 2, 3, 4, 5}}})));
+      IsAsExpected("copy/unreadable_pages.txt", WrittenText({{bytes, {0, 1, 2, 3, 4, 5}}})));
   EXPECT_TRUE(
-      IsAsExpected("copy/unreadable pages but one.txt", WrittenText({{bytes, {5, 3, 1, 4}}})));
+      IsAsExpected("copy/unreadable_pages_but_one.txt", WrittenText({{bytes, {5, 3, 1, 4}}})));
 }
 
 }  // namespace

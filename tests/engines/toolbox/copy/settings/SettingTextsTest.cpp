@@ -68,17 +68,17 @@ std::string Others() {
 }
 
 TEST(SettingTexts, OfAWholeDocument) {
-  EXPECT_TRUE(IsAsExpected("copy/settings whole.txt", CopiedText({{Everything()}})));
+  EXPECT_TRUE(IsAsExpected("copy/settings_whole.txt", CopiedText({{Everything()}})));
 }
 
 TEST(SettingTexts, OfItsPages) {
-  EXPECT_TRUE(IsAsExpected("copy/settings first page.txt", CopiedText({{Everything(), {0}}})));
-  EXPECT_TRUE(IsAsExpected("copy/settings turned round.txt", CopiedText({{Everything(), {1, 0}}})));
+  EXPECT_TRUE(IsAsExpected("copy/settings_first_page.txt", CopiedText({{Everything(), {0}}})));
+  EXPECT_TRUE(IsAsExpected("copy/settings_turned_round.txt", CopiedText({{Everything(), {1, 0}}})));
 }
 
 TEST(SettingTexts, OfSeveralDocuments) {
-  EXPECT_TRUE(IsAsExpected("copy/settings of two.txt", CopiedText({{Everything()}, {Others()}})));
-  EXPECT_TRUE(IsAsExpected("copy/settings of the second.txt",
+  EXPECT_TRUE(IsAsExpected("copy/settings_of_two.txt", CopiedText({{Everything()}, {Others()}})));
+  EXPECT_TRUE(IsAsExpected("copy/settings_of_the_second.txt",
                            CopiedText({{Everything(), {1}}, {Others()}, {Everything()}})));
 }
 
@@ -130,15 +130,15 @@ TEST(SettingTexts, OfLanguagesAndAddresses) {
 
 TEST(SettingTexts, AsTheyAreSpelled) {
   EXPECT_TRUE(
-      IsAsExpected("copy/settings as written.txt", WrittenText({{Everything()}, {Others()}})));
+      IsAsExpected("copy/settings_as_written.txt", WrittenText({{Everything()}, {Others()}})));
 }
 
 TEST(SettingTexts, OfOtherKeys) {
-  EXPECT_TRUE(IsAsExpected("copy/settings with other keys.txt", KeysChangedText(Everything())));
+  EXPECT_TRUE(IsAsExpected("copy/settings_with_other_keys.txt", KeysChangedText(Everything())));
 }
 
 TEST(SettingTexts, OfOtherDigits) {
-  EXPECT_TRUE(IsAsExpected("copy/settings with other digits.txt", DigitsChangedText(Everything())));
+  EXPECT_TRUE(IsAsExpected("copy/settings_with_other_digits.txt", DigitsChangedText(Everything())));
 }
 
 TEST(SettingTexts, AreTheSameWhicheverObjectIsTheFirst) {

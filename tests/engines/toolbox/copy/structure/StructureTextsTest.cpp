@@ -89,30 +89,30 @@ std::string Untagged() {
 }
 
 TEST(StructureTexts, OfAWholeDocument) {
-  EXPECT_TRUE(IsAsExpected("copy/structure whole.txt", CopiedText({{Tagged()}})));
+  EXPECT_TRUE(IsAsExpected("copy/structure_whole.txt", CopiedText({{Tagged()}})));
 }
 
 TEST(StructureTexts, OfItsPages) {
-  EXPECT_TRUE(IsAsExpected("copy/structure first page.txt", CopiedText({{Tagged(), {0}}})));
-  EXPECT_TRUE(IsAsExpected("copy/structure second page.txt", CopiedText({{Tagged(), {1}}})));
+  EXPECT_TRUE(IsAsExpected("copy/structure_first_page.txt", CopiedText({{Tagged(), {0}}})));
+  EXPECT_TRUE(IsAsExpected("copy/structure_second_page.txt", CopiedText({{Tagged(), {1}}})));
 }
 
 TEST(StructureTexts, OfPagesCopiedTwice) {
-  EXPECT_TRUE(IsAsExpected("copy/structure twice.txt", CopiedText({{Tagged(), {1, 0, 1}}})));
+  EXPECT_TRUE(IsAsExpected("copy/structure_twice.txt", CopiedText({{Tagged(), {1, 0, 1}}})));
 }
 
 TEST(StructureTexts, OfSeveralDocuments) {
   EXPECT_TRUE(
-      IsAsExpected("copy/structure of two.txt", CopiedText({{Tagged()}, {OtherTagged(), {0}}})));
-  EXPECT_TRUE(IsAsExpected("copy/structure of two pieces.txt",
+      IsAsExpected("copy/structure_of_two.txt", CopiedText({{Tagged()}, {OtherTagged(), {0}}})));
+  EXPECT_TRUE(IsAsExpected("copy/structure_of_two_pieces.txt",
                            CopiedText({{OtherTagged(), {1}}, {Tagged(), {1}}})));
-  EXPECT_TRUE(IsAsExpected("copy/structure beside untagged.txt",
+  EXPECT_TRUE(IsAsExpected("copy/structure_beside_untagged.txt",
                            CopiedText({{Untagged()}, {OtherTagged(), {0}}, {Untagged()}})));
 }
 
 TEST(StructureTexts, AsTheyAreSpelled) {
-  EXPECT_TRUE(IsAsExpected("copy/structure as written.txt", WrittenText({{Tagged()}})));
-  EXPECT_TRUE(IsAsExpected("copy/structures as written.txt",
+  EXPECT_TRUE(IsAsExpected("copy/structure_as_written.txt", WrittenText({{Tagged()}})));
+  EXPECT_TRUE(IsAsExpected("copy/structures_as_written.txt",
                            WrittenText({{Tagged()}, {OtherTagged(), {0}}})));
 }
 
@@ -134,15 +134,15 @@ TEST(StructureTexts, OfARootThatIsItsOwnKid) {
 24 <</Type/StructElem/S/Figure/P 21 0 R/Pg 4 0 R/K<</Type/OBJR/Obj 7 0 R>>>>
 )")
                                 .Table("/Root 2 0 R");
-  EXPECT_TRUE(IsAsExpected("copy/structure of an odd root.txt", WrittenText({{bytes}})));
+  EXPECT_TRUE(IsAsExpected("copy/structure_of_an_odd_root.txt", WrittenText({{bytes}})));
 }
 
 TEST(StructureTexts, OfOtherKeys) {
-  EXPECT_TRUE(IsAsExpected("copy/structure with other keys.txt", KeysChangedText(Tagged())));
+  EXPECT_TRUE(IsAsExpected("copy/structure_with_other_keys.txt", KeysChangedText(Tagged())));
 }
 
 TEST(StructureTexts, OfOtherDigits) {
-  EXPECT_TRUE(IsAsExpected("copy/structure with other digits.txt", DigitsChangedText(Tagged())));
+  EXPECT_TRUE(IsAsExpected("copy/structure_with_other_digits.txt", DigitsChangedText(Tagged())));
 }
 
 TEST(StructureTexts, AreTheSameWhicheverObjectIsTheFirst) {
@@ -172,7 +172,7 @@ TEST(StructureTexts, OfDocumentsWithNamespaces) {
     }
     text += "\n" + WrittenText(parts);
   }
-  EXPECT_TRUE(IsAsExpected("copy/structure with namespaces.txt", text));
+  EXPECT_TRUE(IsAsExpected("copy/structure_with_namespaces.txt", text));
 }
 
 TEST(StructureTexts, AreTheSameEncrypted) {
