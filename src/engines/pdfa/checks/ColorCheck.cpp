@@ -122,7 +122,7 @@ void ColorCheck::CheckSeparation(const Object& array, bool is_default) {
   CheckColorantName(name);
   Place place = use_.place;
   place.subject = name;
-  checked_->findings().Check(SeparationFacts{spot_colors_.Note(name, alternate, tint)}, place);
+  checked_->findings().Check(SeparationFacts{spot_definitions_.Note(name, alternate, tint)}, place);
   waiting_.push_back({alternate, is_default});
 }
 

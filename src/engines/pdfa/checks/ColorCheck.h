@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "engines/pdfa/checks/CheckedDocument.h"
-#include "engines/pdfa/checks/SpotColors.h"
+#include "engines/pdfa/checks/SpotDefinitions.h"
 #include "engines/pdfa/rules/ColorFacts.h"
 
 namespace TarnixTools::engines::pdfa {
@@ -27,7 +27,7 @@ class ColorCheck {
  public:
   // What is checked outlives this.
   explicit ColorCheck(CheckedDocument& checked)
-      : checked_(&checked), spot_colors_(checked.document()) {}
+      : checked_(&checked), spot_definitions_(checked.document()) {}
 
   //   space  - a name, or as resources or a dictionary have it
   //   spaces - /ColorSpace of the resources where names are looked up, and default colour spaces
@@ -51,7 +51,7 @@ class ColorCheck {
   pdf::Object ItemOf(const pdf::Object& array, std::size_t index);
 
   CheckedDocument* checked_;
-  SpotColors spot_colors_;
+  SpotDefinitions spot_definitions_;
   std::unordered_set<std::uint32_t> known_profiles_;  // numbers of their streams
   // Of one call:
   pdf::Arena arena_;

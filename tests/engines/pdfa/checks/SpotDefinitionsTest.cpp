@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "engines/pdfa/Limits.h"
-#include "engines/pdfa/checks/SpotColors.h"
+#include "engines/pdfa/checks/SpotDefinitions.h"
 #include "pdf/write/RewriteFixture.h"
 #include "support/RawPdf.h"
 
@@ -18,7 +18,7 @@ constexpr const char* kTint = "/FunctionType 4/Domain[0 1]/Range[0 1]";
 // Whether the two are the same tint of one colour.
 bool AreSame(RawPdf file, std::uint32_t first, std::uint32_t second) {
   const auto document = testing::OpenBytes(file.Table());
-  SpotColors colors(*document);
+  SpotDefinitions colors(*document);
   const pdf::Object space = pdf::Object::Name("DeviceCMYK");
   EXPECT_TRUE(colors.Note("Gold", space, pdf::Object::Ref({first, 0}))) << "the first one";
   const bool is_same = colors.Note("Gold", space, pdf::Object::Ref({second, 0}));
@@ -61,7 +61,7 @@ TEST(SpotDefinitions, AreTheSameWhereTheirTintsAre) {
 
 TEST(SpotDefinitions, AreTheSameWhereTheirSpacesAre) {
   const auto document = testing::OpenBytes(Tints().Table());
-  SpotColors colors(*document);
+  SpotDefinitions colors(*document);
   const pdf::Object tint = pdf::Object::Ref({10, 0});
   const pdf::Object cmyk = pdf::Object::Name("DeviceCMYK");
   const pdf::Object rgb = pdf::Object::Name("DeviceRGB");
@@ -93,7 +93,7 @@ TEST(SpotDefinitions, AreComparedOnlySoDeep) {
 
 TEST(SpotDefinitions, AreRememberedUpToABound) {
   const auto document = testing::OpenBytes(Tints().Table());
-  SpotColors colors(*document);
+  SpotDefinitions colors(*document);
   const auto note = [&](std::size_t i, const char* space) {
     return colors.Note(std::to_string(i), pdf::Object::Name(space), pdf::Object());
   };
@@ -107,7 +107,7 @@ TEST(SpotDefinitions, AreRememberedUpToABound) {
 
 TEST(SpotDefinitions, AreComparedUpToABound) {
   const auto document = testing::OpenBytes(Tints().Table());
-  SpotColors colors(*document);
+  SpotDefinitions colors(*document);
   const pdf::Object cmyk = pdf::Object::Name("DeviceCMYK");
   for (std::size_t i = 1; i < limits::kMaxSpotColors; ++i) {
     EXPECT_TRUE(colors.Note(std::to_string(i), cmyk, pdf::Object()));

@@ -1,4 +1,4 @@
-#include "engines/pdfa/checks/SpotColors.h"
+#include "engines/pdfa/checks/SpotDefinitions.h"
 
 #include <algorithm>
 #include <array>
@@ -81,7 +81,7 @@ class Definition {
 }  // namespace
 
 // What is asked often is compared once: most tints are objects of their own.
-bool SpotColors::Note(std::string_view name, const Object& alternate, const Object& tint) {
+bool SpotDefinitions::Note(std::string_view name, const Object& alternate, const Object& tint) {
   if (!tint.IsReference() || known_.size() >= limits::kMaxSpotColors) {
     return Compare(name, alternate, tint);
   }
@@ -98,7 +98,7 @@ bool SpotColors::Note(std::string_view name, const Object& alternate, const Obje
   return is_same;
 }
 
-bool SpotColors::Compare(std::string_view name, const Object& alternate, const Object& tint) {
+bool SpotDefinitions::Compare(std::string_view name, const Object& alternate, const Object& tint) {
   std::string definition = Definition(*document_).Of(alternate, tint);
   if (definitions_.size() >= limits::kMaxSpotColors) {
     return true;

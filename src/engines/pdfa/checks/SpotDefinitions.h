@@ -1,7 +1,7 @@
 // Whether spot colours of the same name are the same everywhere (ISO 19005-2, 6.2.4.4): the objects
 // that define them are compared, whether they are written in place or not, and compressed or not.
-#ifndef TARNIX_ENGINES_PDFA_CHECKS_SPOTCOLORS_H_
-#define TARNIX_ENGINES_PDFA_CHECKS_SPOTCOLORS_H_
+#ifndef TARNIX_ENGINES_PDFA_CHECKS_SPOTDEFINITIONS_H_
+#define TARNIX_ENGINES_PDFA_CHECKS_SPOTDEFINITIONS_H_
 
 #include <string>
 #include <string_view>
@@ -11,10 +11,10 @@
 
 namespace TarnixTools::engines::pdfa {
 
-class SpotColors {
+class SpotDefinitions {
  public:
   // The document outlives this.
-  explicit SpotColors(pdf::Document& document) : document_(&document) {}
+  explicit SpotDefinitions(pdf::Document& document) : document_(&document) {}
 
   // False: the name was noted before with another definition. Throws pdf::Error for a document that
   // cannot be read any more.
@@ -30,4 +30,4 @@ class SpotColors {
 
 }  // namespace TarnixTools::engines::pdfa
 
-#endif  // TARNIX_ENGINES_PDFA_CHECKS_SPOTCOLORS_H_
+#endif  // TARNIX_ENGINES_PDFA_CHECKS_SPOTDEFINITIONS_H_
