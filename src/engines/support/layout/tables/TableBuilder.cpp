@@ -170,8 +170,10 @@ void Builder::FindRows() {
         is_ruled = true;
       }
     }
-    if (is_start && !is_ruled) {
-      rows_.push_back((lines_[i - 1].lower + lines_[i].upper) / 2);
+    // Lines that reach into each other may leave no room for a row.
+    const double between = i == 0 ? 0 : (lines_[i - 1].lower + lines_[i].upper) / 2;
+    if (is_start && !is_ruled && between > rows_.back()) {
+      rows_.push_back(between);
     }
     row_of_line_[i] = rows_.size() - 1;
   }
