@@ -190,9 +190,10 @@ class DocumentMaker {
     std::size_t number = dice_->Under(9) + 1;
     for (std::size_t entries = dice_->Under(4) + 1; entries > 0; --entries) {
       const double x = dice_->Chance(60) ? 72 : dice_->Between(72, 100, 2);
-      page.Text(x, y,
-                dice_->Of(kTitles) + U" " + std::u32string(dice_->Under(30) + 1, U'.') +
-                    (dice_->Chance(80) ? U" " : U"  ") + Digits(number));
+      std::u32string text = dice_->Of(kTitles);
+      text += U" " + std::u32string(dice_->Under(30) + 1, U'.');
+      text += dice_->Chance(80) ? U" " : U"  ";
+      page.Text(x, y, text + Digits(number));
       number += dice_->Under(3);
       y += 14;
     }

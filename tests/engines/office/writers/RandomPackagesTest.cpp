@@ -47,7 +47,8 @@ class PageMaker {
     page_.layout.links = {{"http://example.org/", "", -1, 0}, {"", "place", 0, 100}, {}};
     double y = dice_->Between(40, 100, 2);
     for (std::size_t bands = dice_->Under(2) + 1; bands > 0; --bands) {
-      y = AddColumns(y) + dice_->Between(0, 40, 1);
+      y = AddColumns(y);
+      y += dice_->Between(0, 40, 1);
     }
     Paragraph place = Text(70, 400, y);
     place.bookmark = "place";  // that links lead to
@@ -325,7 +326,8 @@ class PageMaker {
       Floating floating;
       const double x = dice_->Between(20, 400, 10);
       const double y = dice_->Between(40, 700, 10);
-      floating.blocks = Blocks(x, x + dice_->Between(60, 160, 10), y, dice_->Under(2) + 1);
+      const double right = x + dice_->Between(60, 160, 10);
+      floating.blocks = Blocks(x, right, y, dice_->Under(2) + 1);
       if (floating.blocks.empty()) {
         continue;
       }

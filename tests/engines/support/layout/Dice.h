@@ -3,7 +3,8 @@
 //   Dice dice(17);
 //   if (dice.Chance(20)) scene.Text(dice.Between(100, 120, 0.5), 200, dice.Of(kWords));
 //
-// Steps are powers of two, so that numbers meet the bounds of what is tested exactly.
+// Steps are powers of two, so that numbers meet the bounds of what is tested exactly. A call and an operator have
+// one throw at most among what they take: compilers work it out in orders of their own.
 #ifndef TARNIX_TESTS_ENGINES_SUPPORT_LAYOUT_DICE_H_
 #define TARNIX_TESTS_ENGINES_SUPPORT_LAYOUT_DICE_H_
 

@@ -248,7 +248,8 @@ TEST(RandomPages, OfOneColumnAreRead) {
   for (std::uint64_t seed = 1; seed <= 120; ++seed) {
     Dice dice(seed);
     Setter setter(dice);
-    setter.Column(100, dice.Between(180, 280, 20), 100, dice.Under(5) + 1);
+    const double right = dice.Between(180, 280, 20);
+    setter.Column(100, right, 100, dice.Under(5) + 1);
     text += std::to_string(seed) + ": " + Read(setter);
   }
   EXPECT_TRUE(IsAsExpected("layout/random-paragraphs.txt", text));
@@ -285,7 +286,8 @@ void AddLooseLine(Dice& dice, MadePage& page, double x, double y) {
     const double baseline = y + (dice.Chance(90) ? 0 : dice.Between(-5, 5, 0.25));
     page.Text(x, baseline, letter, own);
     if (dice.Chance(5)) {  // painted again to look bold, or as a shadow
-      page.Text(x + dice.Between(-1, 4, 0.125), baseline + dice.Between(-1, 1, 0.125), letter, own);
+      const double beside = x + dice.Between(-1, 4, 0.125);
+      page.Text(beside, baseline + dice.Between(-1, 1, 0.125), letter, own);
     }
     x += own.advance * own.size + loose;
     if (dice.Chance(25)) {
@@ -336,8 +338,9 @@ TEST(RandomPages, OfDrawingsAreRead) {
       } else if (kind < 6) {
         page.Rule({left, top, left + width, top}, dice.Between(0.25, 4, 0.25));
       } else {
-        page.Text(left + dice.Between(-10, 20, 2), top + dice.Between(0, 40, 2),
-                  std::u32string(dice.Under(12) + 1, U'w'));
+        const double x = left + dice.Between(-10, 20, 2);
+        const double baseline = top + dice.Between(0, 40, 2);
+        page.Text(x, baseline, std::u32string(dice.Under(12) + 1, U'w'));
       }
       left = dice.Chance(50) ? box.right + dice.Between(-4, 6, 0.5) : dice.Between(40, 300, 4);
       top = dice.Chance(70) ? top + dice.Between(-4, 6, 0.5) : dice.Between(40, 500, 4);

@@ -73,11 +73,12 @@ Items SceneOf(Dice& dice) {
   double y = 60;
   for (std::size_t parts = dice.Under(3) + 1; parts > 0; --parts) {
     if (dice.Chance(50)) {
-      y = AddColumn(dice, 50, dice.Chance(60) ? 550 : dice.Between(100, 540, 20), y,
-                    dice.Under(3) + 1, items);
+      const double right = dice.Chance(60) ? 550 : dice.Between(100, 540, 20);
+      y = AddColumn(dice, 50, right, y, dice.Under(3) + 1, items);
       y += dice.Chance(50) ? 0 : dice.Between(0, 20, 0.5);
     }
-    y = AddColumns(dice, y, items) + (dice.Chance(50) ? 0 : dice.Between(-6, 20, 0.5));
+    y = AddColumns(dice, y, items);
+    y += dice.Chance(50) ? 0 : dice.Between(-6, 20, 0.5);
   }
   if (dice.Chance(30)) {
     const double x = dice.Between(4, 580, 4);

@@ -75,7 +75,8 @@ class Sketcher {
   void Stripes() {
     for (std::size_t i = 0; i < ys_.size(); ++i) {
       if (i < 2 || i + 1 == ys_.size() || dice_->Chance(15)) {
-        scene_->Line(xs_.front() + Off(10), ys_[i] + Off(10), xs_.back() + Off(10), ys_[i]);
+        const pdf::Box line{xs_.front() + Off(10), ys_[i] + Off(10), xs_.back() + Off(10), ys_[i]};
+        scene_->Line(line.left, line.bottom, line.right, line.top);
       }
     }
     if (dice_->Chance(15)) {
@@ -89,7 +90,8 @@ class Sketcher {
     for (std::size_t r = 0; r + 1 < ys_.size(); ++r) {
       for (std::size_t c = 0; c + 1 < xs_.size(); ++c) {
         if (!dice_->Chance(6)) {
-          scene_->Fill(xs_[c], ys_[r] + Off(3), xs_[c + 1] - gap, ys_[r + 1] - gap + Off(3),
+          const pdf::Box box{xs_[c], ys_[r] + Off(3), xs_[c + 1] - gap, ys_[r + 1] - gap + Off(3)};
+          scene_->Fill(box.left, box.bottom, box.right, box.top,
                        kColors[(r + (dice_->Chance(80) ? c : 0)) % 2]);
         }
       }
@@ -102,7 +104,8 @@ class Sketcher {
       for (std::size_t c = 0; c + 1 < xs_.size(); ++c) {
         if (dice_->Chance(12)) {
           const double part = dice_->Chance(30) ? dice_->Between(0.25, 1, 0.125) : 1;
-          scene_->Fill(xs_[c], ys_[r] + Off(10), xs_[c] + part * (xs_[c + 1] - xs_[c]), ys_[r + 1],
+          const double upper = ys_[r] + Off(10);
+          scene_->Fill(xs_[c], upper, xs_[c] + part * (xs_[c + 1] - xs_[c]), ys_[r + 1],
                        dice_->Of(kColors));
         }
       }
@@ -121,9 +124,9 @@ class Sketcher {
         }
         const bool is_number = r >= header && (c > 0 || !has_labels) && dice_->Chance(numbers);
         for (std::size_t line = 0; line < (is_number ? 1 : lines_[r]); ++line) {
-          Write(c, ys_[r] + 11 + leading_ * static_cast<double>(line) + Off(6),
-                dice_->Of(r < header ? kHeads : (is_number ? kNumbers : kLabels)), is_number,
-                r < header && is_bold);
+          const double baseline = ys_[r] + 11 + leading_ * static_cast<double>(line) + Off(6);
+          Write(c, baseline, dice_->Of(r < header ? kHeads : (is_number ? kNumbers : kLabels)),
+                is_number, r < header && is_bold);
         }
       }
     }
@@ -146,12 +149,14 @@ class Sketcher {
       end = std::max(end, y);
     }
     if (dice_->Chance(10)) {
-      scene_->Line(60 + Off(30), end - dice_->Between(10, 60, 2), 60 + width + gutter + Off(30),
-                   end - 30);
+      const double from = 60 + Off(30);
+      const double upper = end - dice_->Between(10, 60, 2);
+      scene_->Line(from, upper, 60 + width + gutter + Off(30), end - 30);
     }
     if (dice_->Chance(30)) {
-      scene_->Text(dice_->Between(20, 400, 4), dice_->Between(top_ - 20, end, 2),
-                   dice_->Of(kLabels));
+      const double x = dice_->Between(20, 400, 4);
+      const double baseline = dice_->Between(top_ - 20, end, 2);
+      scene_->Text(x, baseline, dice_->Of(kLabels));
     }
     ys_ = {end};
   }
@@ -174,7 +179,8 @@ class Sketcher {
           if (dice_->Chance(untagged)) {
             scene_->Text(xs_[c] + 3, y, text);
           } else if (!dice_->Chance(5)) {
-            scene_->TaggedCell(xs_[c] + 3 + Off(10), y, text, static_cast<std::uint32_t>(r + 1),
+            const double x = xs_[c] + 3 + Off(10);
+            scene_->TaggedCell(x, y, text, static_cast<std::uint32_t>(r + 1),
                                dice_->Chance(98) ? cell : cell - 1);
           }
         }
@@ -184,18 +190,22 @@ class Sketcher {
     if (dice_->Chance(30)) {  // a box to tick
       const double x = xs_[0] + dice_->Between(0, 60, 4);
       const double y = ys_[0] + dice_->Between(0, 20, 4);
-      scene_->Fill(x, y, x + dice_->Between(2.5, 4, 0.5), y + dice_->Between(2.5, 4, 0.5), {});
-      scene_->Fill(x, y, x + dice_->Between(19.5, 20.5, 0.5), y + dice_->Between(19, 21, 0.5),
-                   {255, 255, 255});
+      const pdf::Box dot{x, y, x + dice_->Between(2.5, 4, 0.5), y + dice_->Between(2.5, 4, 0.5)};
+      scene_->Fill(dot.left, dot.bottom, dot.right, dot.top, {});
+      const pdf::Box box{x, y, x + dice_->Between(19.5, 20.5, 0.5),
+                         y + dice_->Between(19, 21, 0.5)};
+      scene_->Fill(box.left, box.bottom, box.right, box.top, {255, 255, 255});
     }
     for (const double x : xs_) {
       if (dice_->Chance(20)) {
-        scene_->Line(x + Off(50), ys_.front() + dice_->Between(-8, 60, 4), x, ys_.back());
+        const double from = x + Off(50);
+        scene_->Line(from, ys_.front() + dice_->Between(-8, 60, 4), x, ys_.back());
       }
     }
     for (const double y : ys_) {
       if (dice_->Chance(20)) {
-        scene_->Line(xs_.front() + dice_->Between(0, 200, 8), y + Off(50), xs_.back(), y);
+        const double from = xs_.front() + dice_->Between(0, 200, 8);
+        scene_->Line(from, y + Off(50), xs_.back(), y);
       }
     }
   }
@@ -203,14 +213,18 @@ class Sketcher {
   // Text above, below or beside it.
   void Others() {
     if (dice_->Chance(20)) {
-      scene_->Text(xs_.front() + Off(30), ys_.front() - dice_->Between(1, 14, 1),
-                   dice_->Of(kProse));
+      const double x = xs_.front() + Off(30);
+      const double baseline = ys_.front() - dice_->Between(1, 14, 1);
+      scene_->Text(x, baseline, dice_->Of(kProse));
     }
     if (dice_->Chance(20)) {
-      scene_->Text(xs_.front() + Off(30), ys_.back() + dice_->Between(7, 24, 1), dice_->Of(kProse));
+      const double x = xs_.front() + Off(30);
+      const double baseline = ys_.back() + dice_->Between(7, 24, 1);
+      scene_->Text(x, baseline, dice_->Of(kProse));
     }
     if (dice_->Chance(15)) {
-      scene_->Text(dice_->Between(20, 560, 4), dice_->Between(top_, ys_.back(), 2), "other");
+      const double x = dice_->Between(20, 560, 4);
+      scene_->Text(x, dice_->Between(top_, ys_.back(), 2), "other");
     }
     if (dice_->Chance(15)) {
       const std::size_t row = dice_->Under(ys_.size() - 1);
@@ -227,16 +241,21 @@ class Sketcher {
   // A heading, its rule and rows.
   //   returns where the last row is
   double Panel(double left, double width, double y, std::size_t rows) {
-    scene_->Text(left + Off(8), y - dice_->Between(2, 4, 1) + Off(6),
-                 dice_->Of(dice_->Chance(95) ? kHeads : kNumbers));
+    const double x = left + Off(8);
+    double baseline = y - dice_->Between(2, 4, 1);
+    baseline += Off(6);
+    scene_->Text(x, baseline, dice_->Of(dice_->Chance(95) ? kHeads : kNumbers));
     if (!dice_->Chance(4)) {
-      scene_->Line(left + Off(5), y, left + width + Off(5), y);
+      const double from = left + Off(5);
+      scene_->Line(from, y, left + width + Off(5), y);
     }
     y += dice_->Chance(90) ? 12 : dice_->Between(12, 50, 1);
     for (std::size_t row = 0; row < rows; ++row) {
-      scene_->Text(left + Off(4), y, dice_->Of(kLabels));
+      const double indented = left + Off(4);
+      scene_->Text(indented, y, dice_->Of(kLabels));
       if (!dice_->Chance(5)) {
-        scene_->RightText(left + width - 2 + Off(8), y, dice_->Of(kNumbers));
+        const double end = left + width - 2 + Off(8);
+        scene_->RightText(end, y, dice_->Of(kNumbers));
       }
       y += dice_->Chance(92) ? 13 : dice_->Between(8, 50, 1);
     }
@@ -256,7 +275,8 @@ class Sketcher {
         ++end;
       }
       if (!dice_->Chance(missing)) {
-        Rule(places[i] + Off(5), places[end] + Off(5), at + away, thickness, is_level, is_thick);
+        const double from = places[i] + Off(5);
+        Rule(from, places[end] + Off(5), at + away, thickness, is_level, is_thick);
         if (dice_->Chance(3)) {
           Rule(places[i], places[end], at + dice_->Of(kOffsets), 0.25, is_level, false);
         }
