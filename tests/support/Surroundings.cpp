@@ -1,10 +1,19 @@
 #include "support/Surroundings.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <string_view>
 
 namespace TarnixTools::testing {
+
+namespace {
+
+// What tests expect was written with certain fonts: neither they nor the programs that they start see others.
+const bool kSeesItsFonts =
+    setenv("FONTCONFIG_FILE", TARNIX_SOURCE_DIR "/tests/support/fonts.conf", 1) == 0;
+
+}  // namespace
 
 std::string SourceDir() {
   return TARNIX_SOURCE_DIR;

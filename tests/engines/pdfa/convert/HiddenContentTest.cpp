@@ -89,7 +89,7 @@ TEST_F(HiddenContentTest, MovesOnAsFarAsTheFontDoes) {
   const auto moved = [this](const std::string& text) {
     return Written("BT /OC /L BDC " + text + " EMC ET");
   };
-  EXPECT_THAT(moved("/H 10 Tf (AB) Tj"), HasSubstr("[-1334]TJ"));
+  EXPECT_THAT(moved("/H 10 Tf (AB) Tj"), HasSubstr("[-1333.984]TJ"));
   EXPECT_THAT(moved("/T 10 Tf (A) Tj"), HasSubstr("[-500]TJ"));
   EXPECT_THAT(moved("/C 10 Tf 5 Tw <00200041> Tj"), HasSubstr("[-1300]TJ"));
   EXPECT_THAT(moved("/None 10 Tf 2 Tc 50 Tz (AB) Tj"), HasSubstr("[-1400]TJ"))
