@@ -1,5 +1,7 @@
 #include "engines/support/codecs/JpegTranscoder.h"
 
+#include <utility>
+
 #include "engines/support/codecs/CodecLimits.h"
 #include "engines/support/codecs/LibjpegCalls.h"
 #include "engines/support/codecs/jpeg/CoefficientWriter.h"
@@ -31,6 +33,7 @@ class CoefficientReader : private LibjpegCalls {
   }
 
   using LibjpegCalls::GiveUpOnDamage;
+  using LibjpegCalls::has_met_damage;
 
   const jpeg_decompress_struct& state() const { return state_; }
 
@@ -65,13 +68,18 @@ bool NeedsJfif(const jpeg_decompress_struct& state) {
 
 }  // namespace
 
-std::optional<std::string> CodeByHuffman(std::string_view jpeg) {
+std::optional<RecodedJpeg> CodeByHuffman(std::string_view jpeg) {
   CoefficientReader reader;
   if (!reader.Read(jpeg)) {
     return std::nullopt;
   }
-  return jpeg::WriteCoefficients(reader.coefficients(), jpeg::Scans::kOne,
-                                 [&](jpeg_compress_struct& writer) { reader.Prepare(writer); });
+  std::optional<std::string> data =
+      jpeg::WriteCoefficients(reader.coefficients(), jpeg::Scans::kOne,
+                              [&](jpeg_compress_struct& writer) { reader.Prepare(writer); });
+  if (!data) {
+    return std::nullopt;
+  }
+  return RecodedJpeg{*std::move(data), !reader.has_met_damage()};
 }
 
 bool IsWholeJpeg(std::string_view jpeg) {

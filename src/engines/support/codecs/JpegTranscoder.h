@@ -8,11 +8,16 @@
 
 namespace TarnixTools::engines {
 
+struct RecodedJpeg {
+  std::string data;
+  bool is_whole = true;  // nothing of the picture was missing or damaged
+};
+
 // The picture's coefficients as they are, in Huffman codes and one scan: for arithmetic codes,
 // which DCTDecode does not have (ISO 32000-2, 7.4.8). Of the markers only those of JFIF and Adobe
 // are kept. Data that was cut gives what is there of it. Nothing for data that cannot be read, and
 // for pictures whose coefficients take more than limits::kMaxTranscodedBytes.
-std::optional<std::string> CodeByHuffman(std::string_view jpeg);
+std::optional<RecodedJpeg> CodeByHuffman(std::string_view jpeg);
 
 // Whether all of the picture can be read without a sign of damage. Also false for pictures whose coefficients
 // take more than limits::kMaxTranscodedBytes.

@@ -29,9 +29,8 @@ struct JpxColor {
 enum class JpxChannelKind : std::uint16_t { kColor = 0, kAlpha = 1, kPremultipliedAlpha = 2 };
 
 struct JpxHeader {
-  bool has_boxes = false;  // a code stream may come without
-  std::uint64_t end =
-      0;  // of the code stream, in bytes from the start of the data; or where that is cut
+  bool has_boxes = false;   // a code stream may come without
+  std::uint64_t end = 0;    // of the code stream, or of the data where that is cut before; bytes
   std::uint32_t width = 0;  // pixels; 0 for a picture without any
   std::uint32_t height = 0;
   std::vector<JpxComponent> components;  // of the code stream

@@ -32,7 +32,11 @@ class LibjpegCalls {
     errors_.error_exit = &LibjpegCalls::GiveUp;
     errors_.output_message = [](j_common_ptr) {};
     errors_.emit_message = [](j_common_ptr state, int level) {
-      if (level < 0 && Of(state)->gives_up_on_damage_) {
+      if (level >= 0) {
+        return;
+      }
+      ++state->err->num_warnings;
+      if (Of(state)->gives_up_on_damage_) {
         GiveUp(state);
       }
     };
@@ -73,6 +77,9 @@ class LibjpegCalls {
 
   // From now on Try gives false where the library could go on behind damage: missing data, or too much.
   void GiveUpOnDamage() { gives_up_on_damage_ = true; }
+
+  // Whether it has met such damage since it began to read the last picture.
+  bool has_met_damage() const { return errors_.num_warnings > 0; }
 
   // What all coefficients of the picture take, once its header is read.
   static std::uint64_t CoefficientBytes(const jpeg_decompress_struct& state) {

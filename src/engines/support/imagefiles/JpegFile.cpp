@@ -88,16 +88,16 @@ std::vector<DataPiece> JpegFile::RecodedData() {
   if (reader_.size() > limits::kMaxHeldFileBytes) {
     throw ImageError(ImageErrorCode::kLimit, "the JPEG file is too large to be coded anew");
   }
-  const std::string file = reader_.Read(0, static_cast<std::size_t>(reader_.size()));
-  const std::optional<std::string> recoded = CodeByHuffman(file);
+  const std::optional<RecodedJpeg> recoded =
+      CodeByHuffman(reader_.Read(0, static_cast<std::size_t>(reader_.size())));
   if (!recoded) {
     throw ImageError(ImageErrorCode::kUnsupported, "a kind of JPEG that PDF does not have");
   }
-  if (!IsWholeJpeg(file)) {
+  if (!recoded->is_whole) {
     NoteCut();
   }
   std::vector<DataPiece> pieces;
-  pieces.push_back(Hold(*recoded));
+  pieces.push_back(Hold(recoded->data));
   return pieces;
 }
 

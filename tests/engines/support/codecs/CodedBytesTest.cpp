@@ -310,7 +310,8 @@ TEST(CodedBytes, OfJpegCodedAnew) {
         const auto optimized = OptimizeJpeg(jpeg);
         text += std::to_string(space) + " " + std::to_string(static_cast<int>(coding)) + " " +
                 std::to_string(flags) + " " + JpegText(jpeg) + " -> " +
-                JpegText(huffman.value_or("")) + ", " + JpegText(optimized.value_or("")) + "\n";
+                JpegText(huffman ? huffman->data : "") + ", " + JpegText(optimized.value_or("")) +
+                "\n";
       }
     }
   }

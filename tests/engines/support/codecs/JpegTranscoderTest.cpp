@@ -28,13 +28,14 @@ TEST(JpegTranscoder, KeepsEveryPixelOfArithmeticCoding) {
     const std::string huffman = Encoded({.space = space});
     ASSERT_FALSE(PixelsOf(huffman).empty());
     for (const Coding coding : {Coding::kArithmetic, Coding::kProgressiveArithmetic}) {
-      const std::optional<std::string> recoded =
+      const std::optional<RecodedJpeg> recoded =
           CodeByHuffman(Encoded({.space = space, .coding = coding}));
       ASSERT_TRUE(recoded);
-      EXPECT_EQ(ReadJpegHeader(*recoded)->coding, JpegCoding::kHuffman);
-      EXPECT_EQ(ReadJpegHeader(*recoded)->adobe_transform,
+      EXPECT_TRUE(recoded->is_whole);
+      EXPECT_EQ(ReadJpegHeader(recoded->data)->coding, JpegCoding::kHuffman);
+      EXPECT_EQ(ReadJpegHeader(recoded->data)->adobe_transform,
                 ReadJpegHeader(huffman)->adobe_transform);
-      EXPECT_EQ(PixelsOf(*recoded), PixelsOf(huffman)) << space;
+      EXPECT_EQ(PixelsOf(recoded->data), PixelsOf(huffman)) << space;
     }
   }
 }
@@ -52,10 +53,11 @@ TEST(JpegTranscoder, MakesImagesThatDocumentsCanHold) {
 
 TEST(JpegTranscoder, GivesWhatIsThereOfDataThatWasCut) {
   const std::string arithmetic = Encoded({.coding = Coding::kArithmetic});
-  const std::optional<std::string> recoded =
+  const std::optional<RecodedJpeg> recoded =
       CodeByHuffman(std::string_view(arithmetic).substr(0, arithmetic.size() * 3 / 4));
   ASSERT_TRUE(recoded);
-  EXPECT_EQ(PixelsOf(*recoded).size(), 40U * 30 * 3);
+  EXPECT_FALSE(recoded->is_whole);
+  EXPECT_EQ(PixelsOf(recoded->data).size(), 40U * 30 * 3);
 }
 
 // A gray picture in as many scans as are wanted, the last ones all the same.
