@@ -12,6 +12,7 @@
 
 #include "pdf/content/ContentWalker.h"
 #include "pdf/content/ResourceGraph.h"
+#include "pdf/content/WholeWalk.h"
 #include "pdf/file/Document.h"
 #include "pdf/tree/PageTree.h"
 
@@ -122,22 +123,9 @@ inline void ProbePage(Document& document, const PageTree& pages, std::size_t pag
   const VisibleLayers layers(document);
   for (const VisibleLayers* const chosen : {&layers, static_cast<const VisibleLayers*>(nullptr)}) {
     ContentProbe probe;
-    ContentWalker walker(document, probe,
-                         {.images = true,
-                          .text = true,
-                          .paths = true,
-                          .shadings = true,
-                          .clips = true,
-                          .style = true,
-                          .marks = true,
-                          .names = true,
-                          .operators = true,
-                          .forms = true,
-                          .patterns = true,
-                          .soft_masks = true,
-                          .glyphs = true,
-                          .appearances = true,
-                          .layers = chosen});
+    WalkOptions options = kEverything;
+    options.layers = chosen;
+    ContentWalker walker(document, probe, options);
     walker.BeginPage(pages, page_index);
     for (std::size_t i = 0; i < ContentProbe::kMaxSteps && walker.Step(); ++i) {
     }

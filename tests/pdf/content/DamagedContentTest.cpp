@@ -6,6 +6,7 @@
 #include "pdf/content/ContentReader.h"
 #include "pdf/content/ResourceNames.h"
 #include "pdf/content/WalkFixture.h"
+#include "pdf/content/WholeWalk.h"
 #include "support/Damage.h"
 #include "support/Expected.h"
 
@@ -74,19 +75,9 @@ class DamagedContent : public ::testing::Test {
       recorder.lines.push_back(TextOf(state.matrix) + TextOf(state.clip.box) + " width " +
                                std::to_string(state.line.width));
     };
-    ContentWalker walker(file.Open(), recorder,
-                         {.images = true,
-                          .text = true,
-                          .paths = true,
-                          .shadings = true,
-                          .clips = true,
-                          .style = true,
-                          .marks = true,
-                          .names = true,
-                          .forms = true,
-                          .patterns = true,
-                          .soft_masks = true,
-                          .glyphs = true});
+    WalkOptions options = kEverything;
+    options.operators = false;
+    ContentWalker walker(file.Open(), recorder, options);
     walker.BeginPage(file.pages(), 0);
     walker.Run();
     std::string text;

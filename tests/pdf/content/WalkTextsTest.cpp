@@ -5,6 +5,7 @@
 
 #include "pdf/content/Operands.h"
 #include "pdf/content/WalkFixture.h"
+#include "pdf/content/WholeWalk.h"
 #include "pdf/write/Serialize.h"
 #include "support/Expected.h"
 
@@ -209,21 +210,6 @@ void AddObjects(ContentDocument& file) {
       .Object(63, "<</Subtype/Stamp/Rect[0 0 5 5]/AP<</N 61 0 R>>/F 2>>")
       .Object(64, "<</Subtype/Popup/Rect[0 0 5 5]/AP<</N 61 0 R>>>>");
 }
-
-constexpr WalkOptions kEverything = {.images = true,
-                                     .text = true,
-                                     .paths = true,
-                                     .shadings = true,
-                                     .clips = true,
-                                     .style = true,
-                                     .marks = true,
-                                     .names = true,
-                                     .operators = true,
-                                     .forms = true,
-                                     .patterns = true,
-                                     .soft_masks = true,
-                                     .glyphs = true,
-                                     .appearances = true};
 
 std::string Told(const std::string& content, const WalkOptions& options,
                  const Matrix& matrix = {}) {
