@@ -61,8 +61,28 @@ class Img2PdfTest : public ::testing::Test {
     return code;
   }
 
+  // Makes out.pdf of one picture of 12 x 6 pixels, and opens it.
+  void MakePage() {
+    ASSERT_EQ(Create("out.pdf"), 1);
+    EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", TestJpeg(3))), 1);
+    EXPECT_EQ(Img2PdfClose(object_), 1);
+    bytes_ = testing::ReadBytes(directory_.Path("out.pdf"));
+    document_ = testing::OpenBytes(bytes_);
+    const pdf::PageTree pages(*document_);
+    page_ = pages.Load(pages.pages().at(0), arena_);
+  }
+
+  std::string Content() {
+    return document_->TryDecodeStream(page_.Get("Contents").AsReference().number)->data;
+  }
+
   testing::TempDir directory_;
   TImg2Pdf* object_ = nullptr;
+  // Of the document that was made:
+  std::string bytes_;
+  std::unique_ptr<pdf::Document> document_;
+  pdf::Arena arena_;
+  pdf::Object page_;
 };
 
 TEST_F(Img2PdfTest, MakesADocument) {
@@ -78,37 +98,21 @@ TEST_F(Img2PdfTest, MakesADocument) {
 }
 
 TEST_F(Img2PdfTest, WritesPagesThatDrawOnePictureEach) {
-  ASSERT_EQ(Create("out.pdf"), 1);
   Img2PdfSetAdjustPage(object_, 1);
-  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", TestJpeg(3))), 1);
-  EXPECT_EQ(Img2PdfClose(object_), 1);
-  const std::string bytes = testing::ReadBytes(directory_.Path("out.pdf"));
-  const auto document = testing::OpenBytes(bytes);
-  pdf::Arena arena;
-  EXPECT_TRUE(document->Catalog(arena).Get("Type").IsName("Catalog"));
-  const pdf::PageTree pages(*document);
-  const pdf::Object page = pages.Load(pages.pages().at(0), arena);
-  EXPECT_TRUE(page.Get("Type").IsName("Page"));
-  EXPECT_FALSE(page.Has("UserUnit"));
-  EXPECT_EQ(testing::Expanded(*document, page.Get("MediaBox")), "[0 0 12 6]");
-  EXPECT_EQ(document->TryDecodeStream(page.Get("Contents").AsReference().number)->data,
-            "q 12 0 0 6 0 0 cm/Im0 Do Q");
-  EXPECT_TRUE(page.Get("Resources").Get("XObject").Has("Im0"));
+  MakePage();
+  EXPECT_TRUE(document_->Catalog(arena_).Get("Type").IsName("Catalog"));
+  EXPECT_TRUE(page_.Get("Type").IsName("Page"));
+  EXPECT_FALSE(page_.Has("UserUnit"));
+  EXPECT_EQ(testing::Expanded(*document_, page_.Get("MediaBox")), "[0 0 12 6]");
+  EXPECT_EQ(Content(), "q 12 0 0 6 0 0 cm/Im0 Do Q");
+  EXPECT_TRUE(page_.Get("Resources").Get("XObject").Has("Im0"));
 }
 
 TEST_F(Img2PdfTest, WritesNumbersWithFiveDecimals) {
   Img2PdfSetPageSize(object_, 10, 10.0 / 3);
   Img2PdfSetFitImage(object_, 1);
-  ASSERT_EQ(Create("out.pdf"), 1);
-  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", TestJpeg(3))), 1);
-  EXPECT_EQ(Img2PdfClose(object_), 1);
-  const std::string bytes = testing::ReadBytes(directory_.Path("out.pdf"));
-  const auto document = testing::OpenBytes(bytes);
-  pdf::Arena arena;
-  const pdf::PageTree pages(*document);
-  const pdf::Object page = pages.Load(pages.pages().at(0), arena);
-  EXPECT_EQ(document->TryDecodeStream(page.Get("Contents").AsReference().number)->data,
-            "q 6.66667 0 0 3.33333 0 0 cm/Im0 Do Q");
+  MakePage();
+  EXPECT_EQ(Content(), "q 6.66667 0 0 3.33333 0 0 cm/Im0 Do Q");
 }
 
 TEST_F(Img2PdfTest, WritesTheSameBytesAgain) {
@@ -205,15 +209,8 @@ TEST_F(Img2PdfTest, TakesPagesAndBordersOfAnySizeThatIsOne) {
     EXPECT_EQ(Img2PdfSetOrientation(object_, orientation), 1);
   }
   Img2PdfSetOrientation(object_, 1);
-  ASSERT_EQ(Create("out.pdf"), 1);
-  EXPECT_EQ(Img2PdfCreatePageFromImageW(object_, MakeImage("a.jpg", TestJpeg(3))), 1);
-  EXPECT_EQ(Img2PdfClose(object_), 1);
-  const std::string bytes = testing::ReadBytes(directory_.Path("out.pdf"));
-  const auto document = testing::OpenBytes(bytes);
-  pdf::Arena arena;
-  const pdf::PageTree pages(*document);
-  EXPECT_EQ(testing::Expanded(*document, pages.Load(pages.pages().at(0), arena).Get("MediaBox")),
-            "[0 0 .5 .25]");
+  MakePage();
+  EXPECT_EQ(testing::Expanded(*document_, page_.Get("MediaBox")), "[0 0 .5 .25]");
 }
 
 std::string MessageOf(platform::FilePtr file, std::uint64_t offset = 0) {
